@@ -5,13 +5,12 @@
 #include <system_error>
 #include <utility>
 
-Falha::Falha(std::int32_t numero)
-    : Falha(numero, std::string(NomeComponente), DescricaoFalha(numero))
-{
-}
+Falha::Falha(std::int32_t numero) : Falha(numero, std::string(NomeComponente), DescricaoFalha(numero)) {}
 
 Falha::Falha(std::int32_t numero, std::string fonte, std::string descricao)
-    : Numero(numero), Fonte(std::move(fonte)), Descricao(std::move(descricao))
+    : Numero(numero),
+      Fonte(std::move(fonte)),
+      Descricao(std::move(descricao))
 {
 }
 

@@ -1,0 +1,53 @@
+# The test programs. tests/<room>/*.cpp becomes teste_<room>, for every room that has a *_test.cpp.
+# tests/support is the library `suporte`, shared by all of them; tests/host_contract is the suite that every host
+# must pass, `contrato_host`, of objects so that no linker drops a test that nobody names.
+
+find_package(GTest REQUIRED)
+include(GoogleTest)
+
+# adiciona_teste(<room> <source>...): the program teste_<room>, its tests known to ctest as <room>.<suite>.<test>.
+function(adiciona_teste sala)
+    add_executable(teste_${sala} ${ARGN})
+    target_link_libraries(teste_${sala} PRIVATE suporte modulo controls host GTest::gtest_main)
+    gtest_discover_tests(teste_${sala}
+        DISCOVERY_MODE PRE_TEST
+        DISCOVERY_TIMEOUT 60
+        NO_PRETTY_VALUES
+        TEST_PREFIX "${sala}."
+        WORKING_DIRECTORY ${PROJECT_SOURCE_DIR}
+        PROPERTIES TIMEOUT 120)
+endfunction()
+
+file(GLOB fontes_suporte CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/support/*.cpp)
+list(FILTER fontes_suporte EXCLUDE REGEX "_test\\.cpp$")
+if(fontes_suporte)
+    add_library(suporte STATIC ${fontes_suporte})
+    target_link_libraries(suporte PUBLIC modulo controls host GTest::gtest)
+else()
+    add_library(suporte INTERFACE)
+    target_link_libraries(suporte INTERFACE modulo controls host GTest::gtest)
+endif()
+
+file(GLOB fontes_contrato CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/host_contract/*.cpp)
+if(fontes_contrato)
+    add_library(contrato_host OBJECT ${fontes_contrato})
+    target_link_libraries(contrato_host PUBLIC host GTest::gtest)
+else()
+    add_library(contrato_host INTERFACE)
+endif()
+
+file(GLOB testes RELATIVE ${PROJECT_SOURCE_DIR}/tests CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/*/*_test.cpp)
+list(TRANSFORM testes REPLACE "/.*" "" OUTPUT_VARIABLE salas)
+list(REMOVE_DUPLICATES salas)
+# The suite of the contract has no program of its own, and the tests of the desk are its own affair.
+list(REMOVE_ITEM salas host_contract desk)
+foreach(sala IN LISTS salas)
+    if(sala STREQUAL "support")
+        file(GLOB fontes CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/support/*_test.cpp)
+        adiciona_teste(support ${fontes})
+        target_link_libraries(teste_support PRIVATE contrato_host)
+    else()
+        file(GLOB fontes CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/${sala}/*.cpp)
+        adiciona_teste(${sala} ${fontes})
+    endif()
+endforeach()
