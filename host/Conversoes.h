@@ -18,16 +18,25 @@ std::uint8_t CByte(std::string_view texto); // 0 to 255
 std::int16_t CInt(std::string_view texto);  // 16 bits
 std::int32_t CLng(std::string_view texto);  // 32 bits
 double CDbl(std::string_view texto);
-bool CBool(std::string_view texto);         // a number (true unless 0), or a truth value by name
-Data CDate(std::string_view texto);         // what IsDate accepts, and nothing else
+bool CBool(std::string_view texto); // a number (true unless 0), or a truth value by name
+Data CDate(std::string_view texto); // what IsDate accepts, and nothing else
 
 std::uint8_t CByte(double valor);
 std::int16_t CInt(double valor);
 std::int32_t CLng(double valor);
 Data CDate(double valor); // fault 6 outside the calendar
-inline double CDbl(double valor) { return valor; }
-inline bool CBool(double valor) { return valor != 0; }
-inline double CDbl(Data data) { return data.Valor; }
+inline double CDbl(double valor)
+{
+    return valor;
+}
+inline bool CBool(double valor)
+{
+    return valor != 0;
+}
+inline double CDbl(Data data)
+{
+    return data.Valor;
+}
 
 // 15 significant digits, decimal comma; from 1E+15 on and for very small values, the form with an exponent.
 std::string CStr(double valor);
@@ -73,9 +82,15 @@ template <std::integral T> double CDbl(T valor)
         return static_cast<double>(valor);
 }
 
-template <std::integral T> bool CBool(T valor) { return valor != T{}; }
+template <std::integral T> bool CBool(T valor)
+{
+    return valor != T{};
+}
 
-template <std::integral T> Data CDate(T valor) { return CDate(CDbl(valor)); }
+template <std::integral T> Data CDate(T valor)
+{
+    return CDate(CDbl(valor));
+}
 
 // Truth values by name: "Verdadeiro" and "Falso".
 template <std::integral T> std::string CStr(T valor)

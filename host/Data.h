@@ -33,8 +33,8 @@ struct Data {
     auto operator<=>(const Data &) const = default;
 };
 
-// The day, at midnight. The year is taken as it is, also below 100. A day that does not exist is fault 5 and not,
-// as with the platform's DateSerial, the day that many days further on.
+// The day, at midnight. The year is taken as it is, so those below 100 are outside the calendar. A day that does not
+// exist is fault 5 and not, as with the platform's DateSerial, the day that many days further on.
 Data DataDe(int dia, int mes, int ano);
 
 // The moment. Hours up to 23, minutes and seconds up to 59, else fault 5.

@@ -23,8 +23,8 @@ std::string Mid(std::string_view texto, std::size_t inicio, std::size_t n = std:
 // Without the blanks (U+0020 and nothing else) at both ends.
 std::string Trim(std::string_view texto);
 
-// Upper and lower case of the ASCII, Latin-1 and Latin Extended-A letters. Letters whose other case lies outside
-// of these blocks or takes more than one letter (sharp s) stay.
+// Upper and lower case of the ASCII, Latin-1 and Latin Extended-A letters, one for one. Letters without a partner of
+// their own in these blocks stay: sharp s, micro sign, long s, the Turkish dotted I and dotless i.
 std::string UCase(std::string_view texto);
 std::string LCase(std::string_view texto);
 
