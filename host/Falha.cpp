@@ -43,6 +43,10 @@ std::string DescricaoFalha(std::int32_t numero)
         return "Caminho não encontrado";
     case NumeroFalha::ObjetoNaoDefinido:
         return "Variável de objeto não definida";
+    case NumeroFalha::NuloInvalido:
+        return "Uso inválido de um valor nulo";
+    case NumeroFalha::ClasseInexistente:
+        return "Não foi possível criar o objeto";
     case NumeroFalha::ObjetoNecessario:
         return "Era esperado um objeto";
     case NumeroFalha::MembroInexistente:

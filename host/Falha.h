@@ -20,7 +20,9 @@ inline constexpr std::int32_t PermissaoNegada = 70;
 inline constexpr std::int32_t ErroDeAcesso = 75;
 inline constexpr std::int32_t CaminhoNaoEncontrado = 76;
 inline constexpr std::int32_t ObjetoNaoDefinido = 91;
+inline constexpr std::int32_t NuloInvalido = 94;
 inline constexpr std::int32_t ObjetoNecessario = 424;
+inline constexpr std::int32_t ClasseInexistente = 429;
 inline constexpr std::int32_t MembroInexistente = 438;
 inline constexpr std::int32_t ChaveJaExiste = 457;
 } // namespace NumeroFalha
