@@ -51,3 +51,24 @@ foreach(sala IN LISTS salas)
         adiciona_teste(${sala} ${fontes})
     endif()
 endforeach()
+
+# The guards are CMake's, so their tests run it.
+target_compile_definitions(teste_guarda PRIVATE CMAKE_EXECUTAVEL="${CMAKE_COMMAND}")
+
+# The module, and the controls, need nothing beyond the contract and the standard library: with every object of theirs
+# in it, a program that links nothing else is whole.
+function(adiciona_fecho alvo)
+    get_target_property(tipo ${alvo} TYPE)
+    if(tipo STREQUAL "INTERFACE_LIBRARY") # headers alone, or nothing yet
+        return()
+    endif()
+    add_executable(fecho_${alvo} EXCLUDE_FROM_ALL ${PROJECT_SOURCE_DIR}/tests/guarda/fecho/Principal.cpp)
+    target_link_libraries(fecho_${alvo} PRIVATE ${alvo} host)
+    set_property(TARGET fecho_${alvo} PROPERTY LINK_LIBRARY_OVERRIDE WHOLE_ARCHIVE,${alvo},host)
+    add_test(NAME guarda.fecho_${alvo}
+        COMMAND ${CMAKE_COMMAND} --build ${PROJECT_BINARY_DIR} --target fecho_${alvo})
+    # One build at a time in the one folder.
+    set_property(TEST guarda.fecho_${alvo} PROPERTY RESOURCE_LOCK ninja)
+endfunction()
+adiciona_fecho(modulo)
+adiciona_fecho(controls)

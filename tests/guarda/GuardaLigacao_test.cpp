@@ -1,0 +1,66 @@
+#include "tests/guarda/Guarda.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+
+namespace {
+
+class GuardaLigacao : public testing::Test {
+  protected:
+    // Configures a project of the three libraries and one foreign one, with `ligacoes` among them.
+    Execucao Configura(const std::string &ligacoes) const
+    {
+        m_Projeto.Escreve("CMakeLists.txt", "cmake_minimum_required(VERSION 3.25)\n"
+                                            "project(Prova LANGUAGES NONE)\n"
+                                            "include(\"" +
+                                                std::filesystem::absolute("cmake/GuardaLigacao.cmake").string() +
+                                                "\")\n"
+                                                "foreach(alvo host modulo controls alheia)\n"
+                                                "    add_library(${alvo} INTERFACE)\n"
+                                                "endforeach()\n" +
+                                                ligacoes + "\nguarda_ligacao()\n");
+        const std::string pasta = m_Projeto.Caminho.string();
+        return ExecutaCMake("-S '" + pasta + "' -B '" + pasta + "/build'");
+    }
+
+    void EsperaRecusa(const std::string &ligacoes, const std::string &texto) const
+    {
+        const Execucao execucao = Configura(ligacoes);
+        EXPECT_FALSE(execucao.Passou) << ligacoes;
+        EXPECT_NE(execucao.Saida.find(texto), std::string::npos) << execucao.Saida;
+    }
+
+    PastaTemporaria m_Projeto;
+};
+
+} // namespace
+
+TEST_F(GuardaLigacao, configure_ModuleAndControlsLinkTheContract_Passes)
+{
+    const Execucao execucao =
+        Configura("target_link_libraries(modulo INTERFACE host)\ntarget_link_libraries(controls INTERFACE host)");
+    EXPECT_TRUE(execucao.Passou) << execucao.Saida;
+}
+
+TEST_F(GuardaLigacao, configure_AnythingForeign_IsRefused)
+{
+    for (const std::string alvo : {"host", "modulo", "controls"}) {
+        EsperaRecusa("target_link_libraries(" + alvo + " INTERFACE alheia)", alvo + " may not link alheia.");
+        EsperaRecusa("target_link_libraries(" + alvo + " INTERFACE pthread)", alvo + " may not link pthread.");
+        EsperaRecusa("target_link_options(" + alvo + " INTERFACE -ldl)", alvo + " may not link -ldl.");
+    }
+}
+
+TEST_F(GuardaLigacao, configure_ForeignBesideTheContract_IsRefused)
+{
+    EsperaRecusa("target_link_libraries(modulo INTERFACE host alheia)", "modulo may not link alheia.");
+}
+
+TEST_F(GuardaLigacao, configure_RoomsThatMayNotKnowEachOther_AreRefused)
+{
+    EsperaRecusa("target_link_libraries(controls INTERFACE modulo)", "controls may not link modulo.");
+    EsperaRecusa("target_link_libraries(modulo INTERFACE controls)", "modulo may not link controls.");
+    EsperaRecusa("target_link_libraries(host INTERFACE modulo)", "host may not link modulo.");
+}
