@@ -1,0 +1,153 @@
+#include "shell/Formulario.h"
+
+#include "shell/Geral.h"
+#include "shell/ModGeral.h"
+
+namespace {
+
+std::int64_t g_UltimoHwnd = 0;
+
+} // namespace
+
+void Formulario::DefineEnabled(bool valor)
+{
+    if (m_Enabled != valor) {
+        m_Enabled = valor;
+        m_Mudou.dispara();
+    }
+}
+
+void Formulario::DefineVisible(bool valor)
+{
+    if (m_Visible != valor) {
+        m_Visible = valor;
+        m_Mudou.dispara();
+    }
+}
+
+void Formulario::SetFocus()
+{
+    if (!m_Enabled || !m_Visible) {
+        throw Falha(NumeroFalha::ArgumentoInvalido);
+    }
+    m_PediuFoco.dispara();
+}
+
+void Formulario::DefineCaption(const std::string &valor)
+{
+    if (m_Caption != valor) {
+        m_Caption = valor;
+        m_Mudou.dispara();
+    }
+}
+
+void Formulario::DefineLeft(std::int32_t valor)
+{
+    m_Left = valor;
+    m_Mudou.dispara();
+}
+
+void Formulario::DefineTop(std::int32_t valor)
+{
+    m_Top = valor;
+    m_Mudou.dispara();
+}
+
+void Formulario::DefineWidth(std::int32_t valor)
+{
+    m_Width = valor;
+    m_Mudou.dispara();
+}
+
+void Formulario::DefineHeight(std::int32_t valor)
+{
+    m_Height = valor;
+    m_Mudou.dispara();
+}
+
+void Formulario::DefineWindowState(std::int16_t valor)
+{
+    m_WindowState = valor;
+    m_Mudou.dispara();
+}
+
+void Formulario::ZOrder(std::int16_t posicao)
+{
+    m_PediuOrdem.dispara(posicao);
+}
+
+void Formulario::DefineIcone(const std::string &chave)
+{
+    m_Icone = chave;
+    m_Mudou.dispara();
+}
+
+void Formulario::DefineTamanho(std::int32_t largura, std::int32_t altura)
+{
+    m_Width = largura;
+    m_Height = altura;
+}
+
+void Formulario::Carregar()
+{
+    if (m_Carregado) {
+        return;
+    }
+    m_Controles.clear();
+    m_ControleAtivo = nullptr;
+    m_Enabled = true;
+    m_Visible = false;
+    m_WindowState = JanelaNormal;
+    m_Caption = CaptionDeProjeto();
+    m_hwnd = ++g_UltimoHwnd;
+    CriaControles();
+    m_Carregado = true;
+    Plataforma()->Carrega(EsteForm());
+}
+
+void Formulario::Descarregar()
+{
+    Plataforma()->Descarrega(EsteForm());
+}
+
+void Formulario::Unload(bool &cancela)
+{
+    if (!m_Carregado) {
+        return;
+    }
+    Ref<IForm> viva = EsteForm();
+    Form_Unload(cancela);
+    if (cancela) {
+        return;
+    }
+    m_Carregado = false;
+    m_Visible = false;
+    m_hwnd = 0;
+    m_Conexoes.clear();
+    m_ControleAtivo = nullptr;
+    m_frmParent = nullptr;
+}
+
+void Formulario::Ativada()
+{
+    IgnoraErro([&] { goGeral->FormAtivado(EsteForm()); });
+    Form_Activate();
+}
+
+void Formulario::Desativada()
+{
+    Form_Deactivate();
+}
+
+void Formulario::Redimensionada()
+{
+    Form_Resize();
+}
+
+void Formulario::Form_Unload(bool &) {}
+
+void Formulario::Form_Activate() {}
+
+void Formulario::Form_Deactivate() {}
+
+void Formulario::Form_Resize() {}

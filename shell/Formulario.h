@@ -1,0 +1,116 @@
+#pragma once
+
+#include "host/HostServices.h"
+
+#include <cstdint>
+#include <string>
+#include <utility>
+#include <vector>
+
+// Base of the module's forms: the window's state, its controls and the life between load and unload. A form is loaded
+// with all its controls at their stored settings, and can be loaded again after it was unloaded; its own fields keep
+// their values meanwhile.
+class Formulario : public IForm {
+  public:
+    bool Enabled() const override { return m_Enabled; }
+    void DefineEnabled(bool valor) override;
+    bool Visible() const override { return m_Visible; }
+    void DefineVisible(bool valor) override;
+    void SetFocus() override;
+
+    std::string Caption() const override { return m_Caption; }
+    void DefineCaption(const std::string &valor) override;
+    std::int32_t Left() const override { return m_Left; }
+    void DefineLeft(std::int32_t valor) override;
+    std::int32_t Top() const override { return m_Top; }
+    void DefineTop(std::int32_t valor) override;
+    std::int32_t Width() const override { return m_Width; }
+    void DefineWidth(std::int32_t valor) override;
+    std::int32_t Height() const override { return m_Height; }
+    void DefineHeight(std::int32_t valor) override;
+    std::int16_t WindowState() const override { return m_WindowState; }
+    void DefineWindowState(std::int16_t valor) override;
+    bool MDIChild() const override { return false; }
+    std::int64_t hwnd() const override { return m_hwnd; }
+    void ZOrder(std::int16_t posicao) override;
+    std::string Icone() const override { return m_Icone; }
+
+    Ref<IForm> frmParent() const override { return m_frmParent; }
+    void DefinefrmParent(const Ref<IForm> &form) override { m_frmParent = form; }
+
+    const std::vector<Ref<IControle>> &Controles() const override { return m_Controles; }
+    Ref<IControle> ControleAtivo() const override { return m_ControleAtivo.Alvo(); }
+    void DefineControleAtivo(const Ref<IControle> &controle) override { m_ControleAtivo = controle; }
+
+    void Unload(bool &cancela) override;
+    void Ativada() override;
+    void Desativada() override;
+    void Redimensionada() override;
+
+    Evento<> &Mudou() override { return m_Mudou; }
+    Evento<> &PediuFoco() override { return m_PediuFoco; }
+    Evento<std::int16_t> &PediuOrdem() override { return m_PediuOrdem; }
+
+  protected:
+    // Creates the controls with their stored settings, in tab order, and connects their events.
+    virtual void CriaControles() = 0;
+    // Design caption, written at each load.
+    virtual std::string CaptionDeProjeto() const = 0;
+    // The form's own events. A fault in one of them reaches the host, so they end their own chain.
+    virtual void Form_Unload(bool &cancela);
+    virtual void Form_Activate();
+    virtual void Form_Deactivate();
+    virtual void Form_Resize();
+
+    // Loads the form unless it is loaded: window state and controls as designed, and among the open forms from now on.
+    void Carregar();
+    bool Carregado() const { return m_Carregado; }
+    // The platform's unload of this form.
+    void Descarregar();
+
+    void DefineIcone(const std::string &chave);
+    // Size as designed, in twips; called by CriaControles.
+    void DefineTamanho(std::int32_t largura, std::int32_t altura);
+
+    // Keeps a new control among those of the form, and returns it.
+    template <class Controle> Ref<Controle> Guarda(Ref<Controle> controle)
+    {
+        m_Controles.push_back(controle);
+        return controle;
+    }
+
+    // Connects an event to a procedure of the form until the form is unloaded. The form stays alive while the procedure
+    // runs, even if that unloads it.
+    template <class Form, class... Args> void Liga(Evento<Args...> &evento, void (Form::*procedimento)(Args...))
+    {
+        RefFraca<Form> fraca = Eu(static_cast<Form &>(*this));
+        m_Conexoes.push_back(evento.liga([fraca, procedimento](Args... args) {
+            if (Ref<Form> form = fraca.Alvo()) {
+                ((*form).*procedimento)(args...);
+            }
+        }));
+    }
+
+    // A reference to this form, for handing it on.
+    Ref<IForm> EsteForm() { return Eu(static_cast<IForm &>(*this)); }
+
+  private:
+    bool m_Carregado = false;
+    bool m_Enabled = true;
+    bool m_Visible = false;
+    std::string m_Caption;
+    std::int32_t m_Left = 0;
+    std::int32_t m_Top = 0;
+    std::int32_t m_Width = 0;
+    std::int32_t m_Height = 0;
+    std::int16_t m_WindowState = JanelaNormal;
+    std::int64_t m_hwnd = 0; // 0 while not loaded
+    std::string m_Icone;
+    Ref<IForm> m_frmParent;
+    std::vector<Ref<IControle>> m_Controles;
+    RefFraca<IControle> m_ControleAtivo;
+    std::vector<Conexao> m_Conexoes;
+    Evento<> m_Mudou;
+    Evento<> m_PediuFoco;
+    Evento<std::int16_t> m_PediuOrdem;
+};
