@@ -54,6 +54,9 @@ endforeach()
 
 # The guards are CMake's, so their tests run it.
 target_compile_definitions(teste_guarda PRIVATE CMAKE_EXECUTAVEL="${CMAKE_COMMAND}")
+if(TARGET teste_bench)
+    target_link_libraries(teste_bench PRIVATE medida)
+endif()
 
 # The module, and the controls, need nothing beyond the contract and the standard library: with every object of theirs
 # in it, a program that links nothing else is whole.

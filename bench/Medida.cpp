@@ -1,0 +1,98 @@
+#include "bench/Medida.h"
+
+#include "bench/Memoria.h"
+
+#include <algorithm>
+#include <chrono>
+#include <iomanip>
+#include <iostream>
+#include <utility>
+
+namespace {
+
+constexpr int Repeticoes = 11;
+
+// Below this the clock and the call weigh as much as the work.
+constexpr double MenorTempo = 20e-6;
+
+double SegundosDoRelogio()
+{
+    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
+}
+
+double PicoDe(const Preparo &preparo, std::size_t trabalho)
+{
+    const std::function<void()> procedimento = preparo(trabalho);
+    return static_cast<double>(PicoDeMemoria(procedimento));
+}
+
+} // namespace
+
+double Mediana(std::vector<double> valores)
+{
+    std::sort(valores.begin(), valores.end());
+    const std::size_t meio = valores.size() / 2;
+    return valores.size() % 2 == 1 ? valores[meio] : (valores[meio - 1] + valores[meio]) / 2;
+}
+
+Tabela::Tabela() : Tabela(std::cout, SegundosDoRelogio) {}
+
+Tabela::Tabela(std::ostream &saida, Relogio relogio) : m_Saida(saida), m_Relogio(std::move(relogio)) {}
+
+double Tabela::Segundos(const std::function<void()> &procedimento) const
+{
+    const double inicio = m_Relogio();
+    procedimento();
+    return m_Relogio() - inicio;
+}
+
+void Tabela::MedeTempo(const Figura &figura)
+{
+    std::vector<double> pequenos;
+    std::vector<double> grandes;
+    std::vector<double> referencias;
+    std::vector<double> razoes;
+    for (int repeticao = 0; repeticao < Repeticoes; ++repeticao) {
+        pequenos.push_back(Segundos(figura.Medido(figura.Trabalho)));
+        const double grande = Segundos(figura.Medido(figura.Trabalho * 10));
+        const double referencia = Segundos(figura.Referencia(figura.Trabalho * 10));
+        grandes.push_back(grande);
+        referencias.push_back(referencia);
+        razoes.push_back(grande / referencia);
+    }
+    const double pequeno = Mediana(pequenos);
+    const bool confiavel = pequeno >= MenorTempo && Mediana(referencias) >= MenorTempo;
+    Imprime(figura, "time", Mediana(razoes), Mediana(grandes) / pequeno, confiavel);
+}
+
+void Tabela::MedeMemoria(const Figura &figura)
+{
+    const double pequeno = PicoDe(figura.Medido, figura.Trabalho);
+    const double grande = PicoDe(figura.Medido, figura.Trabalho * 10);
+    const double referencia = PicoDe(figura.Referencia, figura.Trabalho * 10);
+    Imprime(figura, "memory", grande / referencia, grande / pequeno, pequeno > 0 && referencia > 0);
+}
+
+void Tabela::Imprime(const Figura &figura, const std::string &grandeza, double razao, double crescimento,
+                     bool confiavel)
+{
+    if (m_Figuras == 0) {
+        m_Saida << "figure                                            of      ratio  limit   growth  limit\n";
+    }
+    ++m_Figuras;
+    // Written so that a figure that is no number is not within its limit.
+    const bool dentro = confiavel && razao <= figura.LimiteRazao && crescimento <= figura.LimiteCrescimento;
+    m_DentroDosLimites = m_DentroDosLimites && dentro;
+    m_Saida << std::left << std::setw(50) << figura.Nome << std::setw(6) << grandeza << std::right << std::fixed
+            << std::setprecision(2) << std::setw(7) << razao << std::setw(7) << figura.LimiteRazao << std::setw(9)
+            << crescimento << std::setw(7) << figura.LimiteCrescimento
+            << (dentro      ? "  ok"
+                : confiavel ? "  FAILED"
+                            : "  FAILED: too little work to measure")
+            << std::endl;
+}
+
+int Tabela::Saida() const
+{
+    return m_Figuras > 0 && m_DentroDosLimites ? 0 : 1;
+}
