@@ -1,0 +1,62 @@
+#pragma once
+
+#include "host/HostServices.h"
+#include "search/IModulo.h"
+#include "shell/clsListaParametros.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+class frmLista;
+
+// The equipment list: what the search window works with. It searches, pages and fills the window's list, carries out
+// the commands of the list's menu, and answers a selection for another module. It lives as long as its window.
+class COEquipamentos : public IModulo {
+  public:
+    std::string_view NomeTipo() const override { return "COEquipamentos"; }
+
+    std::string Modulo() override { return "Equipamentos"; }
+    void Localizar(const Ref<clsListaParametros> &parametros) override;
+    void LimpaPesquisa() override;
+    bool ExigeCampo(const std::string &sNome) override;
+    std::string GetValorCampo(const std::string &sNome) override;
+    void SetValorCampo(const std::string &sNome, const std::string &sValor) override;
+    void CarregaJanela(const Ref<clsListaParametros> &parametros) override;
+
+    // Result of a selection that answered true. The calibration may be Nothing.
+    const Ref<EquiptoED> &pEquiptoED() const { return m_pEquiptoED; }
+    const Ref<AfericaoED> &pAfericaoED() const { return m_pAfericaoED; }
+    // Opens the search window modally, searching at once; true when the person picked a row.
+    bool CarregaSelecao(const Ref<clsListaParametros> &parametros);
+
+  private:
+    std::int32_t m_ProxNroIntEquip = 0; // where the next page starts; below 1: no further page
+    std::uint8_t m_Criterio = 0;
+    std::string m_Cliente;
+    std::string m_Setor;
+    std::uint8_t m_TipoAgente = 0;
+    std::string m_TipoEquip;
+    std::string m_CodEquip;
+    std::string m_SubCodEquip;
+    std::uint8_t m_Ativo = 0;
+    bool m_TrabFoto = false;
+    Data m_DtInfracao;
+    std::string m_Titulo;
+    bool m_Selecao = false; // in a selection; nothing reads it
+    Ref<EquiptoED> m_pEquiptoED;
+    Ref<AfericaoED> m_pAfericaoED;
+    Ref<frmLista> m_frmLista;
+    Ref<IztList> m_ZtList;
+    std::vector<Conexao> m_EventosForm;
+    std::vector<Conexao> m_EventosLista;
+
+    void CriaJanela();
+    bool LocalizarEquipamentos(bool continua);
+    void Atualizar();
+
+    void m_frmLista_FormAtivado();
+    void m_frmLista_FormCarregado(Ref<IztList> lista);
+    void m_ZtList_BotaoClick();
+};

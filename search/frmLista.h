@@ -1,0 +1,85 @@
+#pragma once
+
+#include "search/IModulo.h"
+#include "shell/Coluna.h"
+#include "shell/Formulario.h"
+#include "shell/clsListaParametros.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+// The window in which a searchable module shows its criteria and its result list: not modal from the menu, modal when
+// another module wants an item selected.
+class frmLista : public Formulario {
+  public:
+    std::string_view NomeTipo() const override { return "frmLista"; }
+
+    // The selection's values; Nothing before a selection.
+    Ref<clsListaParametros> Parametros() const { return m_Parametros; }
+    // Writes the window's text.
+    void SetaTitulo(const std::string &sTitulo);
+    // Sends the criteria on the window to the module.
+    void Localiza();
+    // Opens the window. Modal: returns when it is closed, true when an item was selected. Otherwise returns false at
+    // once. With a parameter list the search runs by itself. A window that cannot be opened is unloaded again.
+    bool CarregaForm(const Ref<IModulo> &modulo, const TabelaColunas &aColunas, const std::string &Titulo,
+                     const Ref<clsListaParametros> &parametros, bool bModal);
+
+    // About to close; writing true keeps the window open.
+    Evento<bool &> AntesFechar;
+    Evento<> HabilitaMenu; // never raised
+    Evento<> FormAtivado;
+    Evento<Ref<IztList>> FormCarregado;
+    Evento<> FormDesativado;
+
+  protected:
+    void CriaControles() override;
+    std::string CaptionDeProjeto() const override { return "Lista"; }
+    void Form_Unload(bool &cancela) override;
+    void Form_Activate() override;
+    void Form_Deactivate() override;
+    void Form_Resize() override;
+
+  private:
+    Ref<IztList> ztlLista;
+    std::vector<Ref<IztFrame>> fraDados;
+    Ref<IztClienteSetor> ztCliente;
+    Ref<ILabel> lblTipoAgente;
+    Ref<IztCombo> cboTipoAgente;
+    Ref<ILabel> lblTipoEquip;
+    Ref<IztCombo> cboTipoEquipto;
+    Ref<ILabel> Label1;
+    Ref<IztCombo> cboCriterio;
+    Ref<IztMask> txtCodEquip;
+    Ref<ICheckBox> chkInativos;
+    Ref<ICommandButton> cmdOK;
+    Ref<ICommandButton> cmdCancelar;
+
+    bool m_Carregando = false; // stays true for the whole life of a modal window
+    Ref<IModulo> m_Modulo;     // the module refers to this window too: dropping this on unload ends the cycle
+    bool m_Pronto = false;
+    bool Modal = false;
+    bool m_Selecionou = false;
+    Ref<clsListaParametros> m_Parametros;
+    bool m_TrabFoto = false;
+
+    bool EhEquipamentos() const;
+    void Abre(const TabelaColunas &aColunas, const std::string &Titulo, const Ref<clsListaParametros> &parametros);
+    void AtualizaFrame();
+    void AtivaFrame();
+    void AtualizaTabIndex();
+    void LimpaResultado();
+    void LocalizacaoAutomatica(const Ref<clsListaParametros> &parametros);
+
+    void cboCriterio_Click();
+    void cboTipoAgente_Click();
+    void cboTipoEquipto_Click();
+    void chkInativos_Click();
+    void txtCodEquip_Change();
+    void ztCliente_Change();
+    void ztlLista_BotaoLocalizarValida(bool &cancela);
+    void ztlLista_BotaoLocalizarEnvia();
+    void cmdOK_Click();
+    void cmdCancelar_Click();
+};
