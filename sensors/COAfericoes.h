@@ -1,0 +1,50 @@
+#pragma once
+
+#include "host/Evento.h"
+#include "host/IztList.h"
+#include "shell/Coluna.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+class clsAfericao;
+class clsSensor;
+
+// Drives a list of one sensor's calibrations: fills it, keeps its menu in step and opens the calibration's form. The
+// sensor may be a listed one, a clone or one that is in no list yet; the work is the same.
+class COAfericoes : public Objeto {
+  public:
+    std::string_view NomeTipo() const override { return "COAfericoes"; }
+
+    // Binds the controller to a sensor and a list control, and fills the list. Neither is kept alive.
+    bool Carrega(const Ref<clsSensor> &cSensor, const Ref<IztList> &oLista, bool bReadOnly);
+
+    // Something in the calibrations changed.
+    Evento<> &Alterado() { return m_Alterado; }
+
+  private:
+    static TabelaColunas Colunas();
+    void LigaEventos();
+    void MenuInicial();
+    bool CarregaAfericoes();
+    void HabilitaMenu();
+    void Novo();
+    void Editar();
+    void Detalhes();
+    bool Excluir(std::int32_t lLinha);
+    Ref<clsAfericao> AfericaoAtual();
+
+    void m_ZtList_GotFocus();
+    void m_ZtList_ItemClick();
+    void m_ZtList_AntesDeRemoverItem(std::int32_t &lLinha);
+    void m_ZtList_DepoisDeRemoverItem();
+    void ItemMenuClicado(const std::string &sChave);
+
+    RefFraca<IztList> m_ZtList;
+    RefFraca<clsSensor> m_Sensor;
+    bool m_SomenteLeitura = false;
+    Evento<> m_Alterado;
+    std::vector<Conexao> m_Conexoes;
+};
