@@ -1,0 +1,46 @@
+#pragma once
+
+#include "host/AfericaoED.h"
+#include "host/Data.h"
+#include "host/Ref.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+class clsSensor;
+
+// A calibration of a sensor: one validity period, and the document that proves it.
+class clsAfericao : public Objeto {
+  public:
+    std::string_view NomeTipo() const override { return "clsAfericao"; }
+
+    // Drops Sensor, as does the end of the record.
+    void Finaliza() noexcept;
+
+    // The sensor it belongs to, in a list or not; never owned.
+    Ref<clsSensor> Sensor() const;
+    // Key in its list, "A1"; empty outside a list.
+    const std::string &Chave() const noexcept { return m_Chave; }
+    bool Alterado = false; // since it was loaded
+
+    double NroIntAfericao = 0;  // given by the service; not above 0: never saved
+    std::string Numero;         // of INMETRO
+    std::string Marca;          // number of the certificate or of the declaration
+    Data DataVerificacao;       // first day of the period
+    Data DataVencimento;        // last day of the period
+    bool Ativo = true;          // false once removed while the service knows it
+    double NroIntImgCertif = 0; // number of the stored document, 0 for none
+    std::uint8_t TipoAfer = 0;  // 2: declaration of conformity; anything else: INMETRO calibration
+    std::string PortDimel;      // ordinance, number "/" year
+
+    Ref<AfericaoED> ToAfericaoED() const;
+
+    // Written by the module only.
+    void DefineSensor(RefFraca<clsSensor> sensor) noexcept;
+    void DefineChave(std::string chave) noexcept;
+
+  private:
+    RefFraca<clsSensor> m_Sensor;
+    std::string m_Chave;
+};
