@@ -52,8 +52,20 @@ class COEquipamentos : public IModulo {
     std::vector<Conexao> m_EventosForm;
     std::vector<Conexao> m_EventosLista;
 
+    // Connects an event to a procedure. The controller stays alive while the procedure runs, even if the window closes.
+    template <class... Args> Conexao Liga(Evento<Args...> &evento, void (COEquipamentos::*procedimento)(Args...))
+    {
+        return evento.liga([fraca = RefFraca<COEquipamentos>(Eu(*this)), procedimento](Args... args) {
+            if (Ref<COEquipamentos> eu = fraca.Alvo()) {
+                ((*eu).*procedimento)(args...);
+            }
+        });
+    }
+
     void CriaJanela();
+    void MontaTitulo();
     bool LocalizarEquipamentos(bool continua);
+    TabelaTexto LinhasDe(const Colecao<Ref<EquiptoED>> &pagina) const;
     void Atualizar();
 
     void m_frmLista_FormAtivado();

@@ -64,8 +64,9 @@ class frmLista : public Formulario {
     Ref<clsListaParametros> m_Parametros;
     bool m_TrabFoto = false;
 
+    // The module, alive for the expression in which it is used: the host may close the window meanwhile.
+    Ref<IModulo> ModuloVivo() const { return m_Modulo; }
     bool EhEquipamentos() const;
-    void Abre(const TabelaColunas &aColunas, const std::string &Titulo, const Ref<clsListaParametros> &parametros);
     void AtualizaFrame();
     void AtivaFrame();
     void AtualizaTabIndex();

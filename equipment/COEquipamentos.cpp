@@ -1,0 +1,264 @@
+#include "equipment/COEquipamentos.h"
+
+#include "search/frmLista.h"
+#include "shell/Coluna.h"
+#include "shell/Generico.h"
+#include "shell/Geral.h"
+#include "shell/ModGeral.h"
+
+#include <optional>
+
+namespace {
+
+constexpr std::string_view TituloJanela = "Equipamentos";
+
+constexpr std::uint8_t CriterioCodigo = 1;
+constexpr std::uint8_t CriterioSubcodigo = 2;
+constexpr std::uint8_t Ativos = 1;
+constexpr std::uint8_t Inativos = 2;
+constexpr std::string_view TodosTipos = "T";
+constexpr std::uint8_t ComTrabFoto = 1;
+constexpr std::uint8_t SemTrabFoto = 2;
+
+// Columns of the list; those of width 0 are hidden and carry data for the commands.
+const TabelaColunas &ColunasLista()
+{
+    static const TabelaColunas colunas{
+        {},
+        {"Código", 1185},
+        {"Descrição", 3840},
+        {"Município", 2460},
+        {"Tipo", 1785},
+        {"Modelo", 1840},
+        {"NroIntEquip", 0},
+        {"IndLimiteDif", 0},
+        {"TipoEquip", 0},
+        {"VelocPerm", 0},
+    };
+    return colunas;
+}
+
+} // namespace
+
+void COEquipamentos::CriaJanela()
+{
+    m_frmLista = Novo<frmLista>();
+    m_EventosForm = {Liga(m_frmLista->FormAtivado, &COEquipamentos::m_frmLista_FormAtivado),
+                     Liga(m_frmLista->FormCarregado, &COEquipamentos::m_frmLista_FormCarregado)};
+}
+
+void COEquipamentos::CarregaJanela(const Ref<clsListaParametros> &parametros)
+try {
+    m_Selecao = false;
+    CriaJanela();
+    m_frmLista->CarregaForm(Eu(*this), ColunasLista(), std::string(TituloJanela), parametros, false);
+} catch (...) {
+    gSubMostraErro("COEquipamentos.CarregaJanela");
+}
+
+bool COEquipamentos::CarregaSelecao(const Ref<clsListaParametros> &parametros)
+try {
+    m_Selecao = true;
+    m_pEquiptoED = nullptr;
+    m_pAfericaoED = nullptr;
+    m_DtInfracao = {};
+    if (parametros->Existe("DtInfracao")) {
+        m_DtInfracao = CDate(parametros->Item("DtInfracao")->Valor);
+    }
+    CriaJanela();
+    if (!m_frmLista->CarregaForm(Eu(*this), ColunasLista(), std::string(TituloJanela), parametros, true)) {
+        return false;
+    }
+    Ref<clsListaParametros> escolhido = m_frmLista->Parametros();
+    m_pEquiptoED = Novo<EquiptoED>();
+    m_pEquiptoED->NroIntEquip = CLng(escolhido->Item("NroIntEquip")->Valor);
+    m_pEquiptoED->Modelo = escolhido->Item("Modelo")->Valor;
+    m_pEquiptoED->Codigo = escolhido->Item("CodEquip")->Valor;
+    m_pEquiptoED->VelocPermitida = CInt(escolhido->Item("VelocPerm")->Valor);
+    if (escolhido->Existe("NroInmetro")) {
+        m_pAfericaoED = Novo<AfericaoED>();
+        m_pAfericaoED->Numero = escolhido->Item("NroInmetro")->Valor;
+        m_pAfericaoED->Marca = escolhido->Item("MarcaInmetro")->Valor;
+        m_pAfericaoED->DataVerificacao = CDate(escolhido->Item("DtVerifInmetro")->Valor);
+    }
+    return true;
+} catch (...) {
+    gSubMostraErro("COEquipamentos.CarregaSelecao");
+    return false;
+}
+
+void COEquipamentos::Localizar(const Ref<clsListaParametros> &parametros)
+try {
+    m_Cliente = parametros->Item("Cliente")->Valor;
+    m_Setor = parametros->Item("Setor")->Valor;
+    m_TipoAgente = CByte(parametros->Item("TipoAgente")->Valor);
+    m_TipoEquip = parametros->Item("TipoEquip")->Valor;
+    m_Criterio = CByte(parametros->Item("Criterio")->Valor);
+    if (m_Criterio == CriterioCodigo) {
+        m_CodEquip = parametros->Item("CodEquip")->Valor;
+    } else if (m_Criterio == CriterioSubcodigo) {
+        m_SubCodEquip = parametros->Item("SubCodEquip")->Valor;
+    }
+    m_Ativo = CByte(parametros->Item("Ativo")->Valor);
+    MontaTitulo();
+    LocalizarEquipamentos(false);
+} catch (...) {
+    gSubMostraErro("COEquipamentos.Localizar");
+}
+
+void COEquipamentos::LimpaPesquisa()
+{
+    if (m_ZtList && m_ZtList->NroItens() >= 1) {
+        m_ZtList->Limpa(std::nullopt);
+    }
+}
+
+bool COEquipamentos::ExigeCampo(const std::string &)
+{
+    return false;
+}
+
+std::string COEquipamentos::GetValorCampo(const std::string &sNome)
+{
+    if (sNome == "TrabFoto") {
+        return m_TrabFoto ? "1" : "2";
+    }
+    if (sNome == "DtInfracao") {
+        return CStr(m_DtInfracao);
+    }
+    return "";
+}
+
+void COEquipamentos::SetValorCampo(const std::string &sNome, const std::string &sValor)
+{
+    if (sNome == "TrabFoto") {
+        m_TrabFoto = sValor == "1";
+    } else if (sNome == "DtInfracao") {
+        m_DtInfracao = CDate(sValor);
+    }
+}
+
+// A code of an earlier search stays in the title, though a search by another criterion ignores it.
+void COEquipamentos::MontaTitulo()
+{
+    m_Titulo = m_Cliente;
+    if (!m_Setor.empty()) {
+        m_Titulo += " [" + m_Setor + "]";
+    }
+    if (m_TipoAgente != 0) {
+        m_Titulo += " - Tipo Agente: " + gFunDescrTipoAgente(m_TipoAgente);
+    }
+    if (m_TipoEquip != TodosTipos) {
+        m_Titulo += " - Tipo Equipto.: " + gFunDescrEquipto(m_TipoEquip);
+    }
+    if (!m_CodEquip.empty()) {
+        m_Titulo += " - Cód. Equipto.: " + m_CodEquip;
+    }
+    if (!m_SubCodEquip.empty()) {
+        m_Titulo += " - Subcód. Equipto.: " + m_SubCodEquip;
+    }
+    if (m_Ativo == Inativos) {
+        m_Titulo += " [Inativos]";
+    }
+}
+
+bool COEquipamentos::LocalizarEquipamentos(bool continua)
+try {
+    Plataforma()->DefinePonteiro(PonteiroAmpulheta);
+    auto criterios = Novo<ListaEquiptoED>();
+    if (continua) {
+        criterios->ProxNroIntEquip = m_ProxNroIntEquip;
+    } else {
+        m_ZtList->Limpa(false);
+        m_ZtList->DefineTitulo(m_Titulo);
+    }
+    criterios->ClienteInc = m_Cliente;
+    if (m_TrabFoto) {
+        criterios->IndTrabFoto = ComTrabFoto;
+        if (!m_Setor.empty()) {
+            criterios->SetorInc = m_Setor;
+        }
+    } else {
+        criterios->IndTrabFoto = SemTrabFoto;
+    }
+    if (m_TipoAgente != 0) {
+        criterios->TipoAgente = m_TipoAgente;
+    }
+    if (m_TipoEquip != TodosTipos) {
+        criterios->TipoEquip = m_TipoEquip;
+    }
+    if (m_Criterio == CriterioCodigo) {
+        criterios->Codigo = m_CodEquip;
+    } else if (m_Criterio == CriterioSubcodigo) {
+        criterios->SubCodigo = m_SubCodEquip;
+    }
+    criterios->Ativo = m_Ativo;
+
+    bool achou = false;
+    auto resposta =
+        ConsultaRemota<ListaEquiptoED>([] { return goGateway(); }, "EquiptoRN", "lista2", [&] { return criterios; });
+    if (resposta) {
+        const ListaDe<EquiptoED> pagina = (*resposta)->Equipamentos;
+        if (pagina.Nada()) {
+            goMensagem()->ExibeMensagem("Não foram encontrados registros para os critérios especificados.", nullptr);
+        } else {
+            m_ProxNroIntEquip = (*resposta)->ProxNroIntEquip;
+            TabelaTexto linhas = LinhasDe(*pagina);
+            m_ZtList->CarregaItens(linhas);
+            m_ZtList->DefineTemMais(m_ProxNroIntEquip >= 1);
+            m_ZtList->AtualizaLista();
+            m_ZtList->DefineItemAtual(m_ZtList->NroItens());
+            achou = true;
+        }
+    }
+    Plataforma()->DefinePonteiro(PonteiroNormal);
+    return achou;
+} catch (...) {
+    PassaFalha(" < COEquipamentos.LocalizarEquipamentos");
+}
+
+// The row counter is 16 bits wide: a longer page is fault 6.
+TabelaTexto COEquipamentos::LinhasDe(const Colecao<Ref<EquiptoED>> &pagina) const
+{
+    TabelaTexto linhas(static_cast<std::int32_t>(ColunasLista().size()) - 1);
+    const std::int16_t total = CInt(pagina.Count());
+    for (std::int32_t posicao = 1; posicao <= total; ++posicao) {
+        const Ref<EquiptoED> &equipto = pagina.Item(posicao);
+        const std::int32_t linha = linhas.AdicionaLinha();
+        linhas.Celula(1, linha) = equipto->Codigo;
+        linhas.Celula(2, linha) = equipto->Descricao;
+        linhas.Celula(3, linha) = gFunBuscaDescrMunic(equipto->CodMunic);
+        linhas.Celula(4, linha) = gFunDescrEquipto(equipto->TipoEquip);
+        linhas.Celula(5, linha) = equipto->Modelo;
+        linhas.Celula(6, linha) = CStr(equipto->NroIntEquip.Valor());
+        linhas.Celula(7, linha) = CStr(equipto->TemLimiteDif.Valor());
+        linhas.Celula(8, linha) = equipto->TipoEquip;
+        linhas.Celula(9, linha) = CStr(equipto->VelocPermitida.Valor());
+    }
+    return linhas;
+}
+
+void COEquipamentos::Atualizar()
+{
+    LocalizarEquipamentos(false);
+}
+
+void COEquipamentos::m_frmLista_FormAtivado()
+{
+    gSubDefineFoco(m_ZtList);
+}
+
+void COEquipamentos::m_frmLista_FormCarregado(Ref<IztList> lista)
+try {
+    m_ZtList = lista;
+    m_EventosLista = {Liga(m_ZtList->BotaoClick(), &COEquipamentos::m_ZtList_BotaoClick)};
+} catch (...) {
+    gSubMostraErro("COEquipamentos.m_frmLista_FormCarregado");
+}
+
+void COEquipamentos::m_ZtList_BotaoClick()
+try {
+    LocalizarEquipamentos(true);
+} catch (...) {
+    gSubMostraErro("COEquipamentos.m_ZtList_BotaoClick");
+}

@@ -1,0 +1,429 @@
+#include "search/frmLista.h"
+
+#include "host/AfericaoED.h"
+#include "host/Conversoes.h"
+#include "shell/Geral.h"
+#include "shell/ModGeral.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+
+namespace {
+
+// The module whose criteria the window knows, and the index of the frame that shows them.
+constexpr std::string_view Equipamentos = "Equipamentos";
+constexpr std::size_t FrameEquipamentos = 0;
+
+constexpr std::string_view CriterioTodos = "0";
+constexpr std::string_view CriterioCodigo = "1";
+constexpr std::string_view CriterioSubcodigo = "2";
+
+constexpr std::int16_t TipoConsultaVigente = 1;
+
+// Distances of the criteria bar, in twips.
+constexpr std::int32_t FolgaBarraCriterios = 90;
+constexpr std::int32_t EsquerdaFrame = 45;
+constexpr std::int32_t EntreBotoes = 30;
+
+struct Lugar {
+    std::int32_t Left;
+    std::int32_t Top;
+    std::int32_t Width;
+    std::int32_t Height;
+};
+
+template <class Ajustes>
+Ajustes AjustesDe(const std::string &nome, const std::string &caption, const Ref<IControle> &container, Lugar lugar)
+{
+    Ajustes ajustes;
+    ajustes.Nome = nome;
+    ajustes.Caption = caption;
+    ajustes.Container = container;
+    ajustes.Left = lugar.Left;
+    ajustes.Top = lugar.Top;
+    ajustes.Width = lugar.Width;
+    ajustes.Height = lugar.Height;
+    return ajustes;
+}
+
+AjustesZtCombo AjustesCombo(const std::string &nome, const Ref<IControle> &container, Lugar lugar)
+{
+    auto ajustes = AjustesDe<AjustesZtCombo>(nome, "", container, lugar);
+    ajustes.ColunaValor = 1;
+    ajustes.DelimitadorColuna = "|";
+    return ajustes;
+}
+
+} // namespace
+
+void frmLista::CriaControles()
+{
+    Ref<IFabricaControles> fabrica = Host().Controles();
+    Ref<IForm> form = EsteForm();
+    DefineTamanho(11520, 7200);
+
+    auto lista = AjustesDe<AjustesZtList>("ztlLista", "", nullptr, {0, 0, 11400, 6720});
+    lista.TipoMenu = 3;
+    lista.TipoMenuComPersonalizado = 2;
+    lista.AncorarAoForm = true;
+    lista.BarraCriteriosAtiva = true;
+    lista.BarraCriteriosAutoOcultar = false;
+    lista.BarraCriteriosAltura = 1500;
+    lista.BotoesFecharAjuda = false;
+    ztlLista = Guarda(fabrica->CriaZtList(form, lista));
+
+    auto frame = AjustesDe<AjustesControle>("fraDados", "", ztlLista, {EsquerdaFrame, 45, 11250, 1410});
+    frame.Indice = FrameEquipamentos;
+    fraDados = {Guarda(fabrica->CriaZtFrame(form, frame))};
+    Ref<IControle> criterios = fraDados[FrameEquipamentos];
+
+    ztCliente = Guarda(fabrica->CriaZtClienteSetor(
+        form, AjustesDe<AjustesControle>("ztCliente", "", criterios, {60, 60, 11130, 420})));
+    lblTipoAgente = Guarda(fabrica->CriaLabel(
+        form, AjustesDe<AjustesControle>("lblTipoAgente", "Tipo Agente:", criterios, {60, 600, 1020, 240})));
+    cboTipoAgente =
+        Guarda(fabrica->CriaZtCombo(form, AjustesCombo("cboTipoAgente", criterios, {1110, 540, 2400, 330})));
+    lblTipoEquip = Guarda(fabrica->CriaLabel(
+        form, AjustesDe<AjustesControle>("lblTipoEquip", "Equipto:", criterios, {3720, 600, 780, 240})));
+    cboTipoEquipto =
+        Guarda(fabrica->CriaZtCombo(form, AjustesCombo("cboTipoEquipto", criterios, {4530, 540, 3000, 330})));
+    Label1 = Guarda(
+        fabrica->CriaLabel(form, AjustesDe<AjustesControle>("Label1", "Critério:", criterios, {60, 1020, 1020, 240})));
+    auto criterio = AjustesCombo("cboCriterio", criterios, {1110, 960, 2400, 330});
+    criterio.Conteudo = "Todos|0??Código|1??Subcódigo|2??";
+    cboCriterio = Guarda(fabrica->CriaZtCombo(form, criterio));
+    auto codigo = AjustesDe<AjustesZtMask>("txtCodEquip", "Código:", criterios, {3720, 960, 3810, 330});
+    codigo.CaracteresAceitos = "._";
+    codigo.TabelaCaracteres = 1;
+    txtCodEquip = Guarda(fabrica->CriaZtMask(form, codigo));
+    chkInativos = Guarda(fabrica->CriaCheckBox(
+        form, AjustesDe<AjustesControle>("chkInativos", "Listar apenas inativos", criterios, {7740, 990, 2400, 270})));
+
+    auto ok = AjustesDe<AjustesCommandButton>("cmdOK", "&OK", nullptr, {0, 6345, 1215, 375});
+    ok.Enabled = false; // until a search brings rows
+    cmdOK = Guarda(fabrica->CriaCommandButton(form, ok));
+    cmdCancelar = Guarda(fabrica->CriaCommandButton(
+        form, AjustesDe<AjustesCommandButton>("cmdCancelar", "&Cancelar", nullptr, {1245, 6345, 1215, 375})));
+
+    Liga(ztlLista->BotaoLocalizarValida(), &frmLista::ztlLista_BotaoLocalizarValida);
+    Liga(ztlLista->BotaoLocalizarEnvia(), &frmLista::ztlLista_BotaoLocalizarEnvia);
+    Liga(ztCliente->Change(), &frmLista::ztCliente_Change);
+    Liga(cboTipoAgente->Click(), &frmLista::cboTipoAgente_Click);
+    Liga(cboTipoEquipto->Click(), &frmLista::cboTipoEquipto_Click);
+    Liga(cboCriterio->Click(), &frmLista::cboCriterio_Click);
+    Liga(txtCodEquip->Change(), &frmLista::txtCodEquip_Change);
+    Liga(chkInativos->Click(), &frmLista::chkInativos_Click);
+    Liga(cmdOK->Click(), &frmLista::cmdOK_Click);
+    Liga(cmdCancelar->Click(), &frmLista::cmdCancelar_Click);
+}
+
+void frmLista::SetaTitulo(const std::string &sTitulo)
+{
+    goGeral->DefineTitulo(EsteForm(), sTitulo);
+}
+
+void frmLista::Localiza()
+{
+    ztlLista_BotaoLocalizarEnvia();
+}
+
+bool frmLista::CarregaForm(const Ref<IModulo> &modulo, const TabelaColunas &aColunas, const std::string &Titulo,
+                           const Ref<clsListaParametros> &parametros, bool bModal)
+try {
+    m_Carregando = true;
+    m_Selecionou = false;
+    Modal = bModal;
+    m_Modulo = modulo;
+    Carregar();
+    IgnoraErro([&] { DefineIcone(Plataforma()->TemIcone(Titulo) ? Titulo : ""); });
+    gsubConfigLista(aColunas, ztlLista);
+    FormCarregado.dispara(ztlLista);
+    DefineCaption(Titulo);
+    AtualizaFrame();
+    if (parametros) {
+        LocalizacaoAutomatica(parametros);
+    }
+    ztlLista->BotoesFecharAjuda(!Modal);
+    cmdOK->DefineVisible(Modal);
+    cmdCancelar->DefineVisible(Modal);
+    goGeral->FormShow(EsteForm(), Modal, nullptr);
+    if (Modal) {
+        return m_Selecionou;
+    }
+    ztlLista->DefineJanelaExibida(true);
+    Plataforma()->ProcessaMensagens();
+    m_Carregando = false;
+    return false;
+} catch (...) {
+    IgnoraErro([&] { Descarregar(); });
+    m_Modulo = nullptr;
+    PassaFalha(" < frmLista.CarregaForm");
+}
+
+bool frmLista::EhEquipamentos() const
+{
+    return ModuloVivo()->Modulo() == Equipamentos;
+}
+
+void frmLista::AtualizaFrame()
+try {
+    AtivaFrame();
+    if (EhEquipamentos()) {
+        m_TrabFoto = ModuloVivo()->GetValorCampo("TrabFoto") == "1";
+        ztCliente->DefineCodCliente(m_TrabFoto ? goDadosVor()->ObtemOrgao()->CodCliente() : 1);
+        goDadosVor()->PreencheTipoAgente(cboTipoAgente, m_TrabFoto, true, true);
+        goDadosVor()->PreencheTipoEquip(cboTipoEquipto, 0, m_TrabFoto, true, true);
+        cboCriterio->DefineIndiceAtual(0);
+    }
+    m_Pronto = true;
+} catch (...) {
+    PassaFalha(" < frmLista.AtualizaFrame");
+}
+
+void frmLista::AtivaFrame()
+try {
+    for (const Ref<IztFrame> &frame : fraDados) {
+        frame->DefineVisible(false);
+    }
+    if (EhEquipamentos()) {
+        Ref<IztFrame> frame = fraDados[FrameEquipamentos];
+        ztlLista->BarraCriteriosAtiva(true);
+        ztlLista->DefineBarraCriteriosAltura(frame->Height() + FolgaBarraCriterios);
+        frame->DefineVisible(true);
+        frame->DefineLeft(EsquerdaFrame);
+        frame->DefineTop((ztlLista->BarraCriteriosAltura() - frame->Height()) / 2);
+    } else {
+        ztlLista->BarraCriteriosAtiva(false);
+    }
+    AtualizaTabIndex();
+    LimpaResultado();
+} catch (...) {
+    PassaFalha(" < frmLista.AtivaFrame");
+}
+
+void frmLista::AtualizaTabIndex()
+try {
+    if (!EhEquipamentos()) {
+        return;
+    }
+    ztCliente->DefineTabIndex(0);
+    cboTipoAgente->DefineTabIndex(1);
+    cboTipoEquipto->DefineTabIndex(2);
+    cboCriterio->DefineTabIndex(3);
+    txtCodEquip->DefineTabIndex(4);
+    chkInativos->DefineTabIndex(5);
+} catch (...) {
+    PassaFalha(" < frmLista.AtualizaTabIndex");
+}
+
+void frmLista::LimpaResultado()
+{
+    if (m_Pronto && ztlLista->NroItens() > 0) {
+        ModuloVivo()->LimpaPesquisa();
+    }
+}
+
+void frmLista::LocalizacaoAutomatica(const Ref<clsListaParametros> &parametros)
+try {
+    if (EhEquipamentos()) {
+        if (parametros->Existe("TipoEquip")) {
+            cboTipoEquipto->DefineValor(parametros->Item("TipoEquip")->Valor);
+        }
+        if (parametros->Existe("Criterio")) {
+            cboCriterio->DefineValor(parametros->Item("Criterio")->Valor);
+            if (cboCriterio->Valor() == CriterioCodigo) {
+                txtCodEquip->DefineText(parametros->Item("CodEquip")->Valor);
+            }
+        }
+    }
+    bool cancela = false;
+    ztlLista_BotaoLocalizarValida(cancela);
+    if (!cancela) {
+        ztlLista_BotaoLocalizarEnvia();
+        ztlLista->AtualizaLista();
+    }
+} catch (...) {
+    PassaFalha(" < frmLista.LocalizacaoAutomatica");
+}
+
+void frmLista::cboCriterio_Click()
+try {
+    const std::string criterio = cboCriterio->Valor();
+    if (criterio == CriterioCodigo || criterio == CriterioSubcodigo) {
+        txtCodEquip->DefineCaption(criterio == CriterioCodigo ? "Código" : "Subcódigo");
+        txtCodEquip->DefineVisible(true);
+        gSubDefineFoco(txtCodEquip);
+    } else if (criterio == CriterioTodos) {
+        txtCodEquip->DefineVisible(false);
+    }
+    ModuloVivo()->LimpaPesquisa();
+} catch (...) {
+    gSubMostraErro("frmLista.cboCriterio_Click");
+}
+
+void frmLista::cboTipoAgente_Click()
+try {
+    goDadosVor()->PreencheTipoEquip(cboTipoEquipto, CInt(cboTipoAgente->Valor()), m_TrabFoto, true, true);
+    ModuloVivo()->LimpaPesquisa();
+} catch (...) {
+    gSubMostraErro("frmLista.cboTipoAgente_Click");
+}
+
+void frmLista::cboTipoEquipto_Click()
+try {
+    ModuloVivo()->LimpaPesquisa();
+} catch (...) {
+    gSubMostraErro("frmLista.cboTipoEquipto_Click");
+}
+
+void frmLista::chkInativos_Click()
+try {
+    ModuloVivo()->LimpaPesquisa();
+} catch (...) {
+    gSubMostraErro("frmLista.chkInativos_Click");
+}
+
+void frmLista::txtCodEquip_Change()
+try {
+    ModuloVivo()->LimpaPesquisa();
+} catch (...) {
+    gSubMostraErro("frmLista.txtCodEquip_Change");
+}
+
+void frmLista::ztCliente_Change()
+try {
+    ModuloVivo()->LimpaPesquisa();
+} catch (...) {
+    gSubMostraErro("frmLista.ztCliente_Change");
+}
+
+void frmLista::ztlLista_BotaoLocalizarValida(bool &cancela)
+try {
+    if (!EhEquipamentos()) {
+        return;
+    }
+    if (!ztCliente->Valida()) {
+        cancela = true;
+        return;
+    }
+    const std::string criterio = cboCriterio->Valor();
+    if (!txtCodEquip->Text().empty()) {
+        return;
+    }
+    if (criterio == CriterioCodigo) {
+        cancela = true;
+        goMensagem()->ExibeMensagem("Informe o Código do Equipamento!", txtCodEquip);
+    } else if (criterio == CriterioSubcodigo) {
+        cancela = true;
+        goMensagem()->ExibeMensagem("Informe o Subcódigo do Equipamento!", txtCodEquip);
+    }
+} catch (...) {
+    gSubMostraErro("frmLista.ztlLista_BotaoLocalizarValida");
+}
+
+void frmLista::ztlLista_BotaoLocalizarEnvia()
+try {
+    auto criterios = Novo<clsListaParametros>();
+    if (EhEquipamentos()) {
+        const std::string criterio = cboCriterio->Valor();
+        criterios->Add("Cliente", ztCliente->Cliente());
+        criterios->Add("Setor", ztCliente->Setor());
+        criterios->Add("TipoAgente", cboTipoAgente->Valor());
+        criterios->Add("TipoEquip", cboTipoEquipto->Valor());
+        criterios->Add("Criterio", criterio);
+        if (criterio == CriterioCodigo) {
+            criterios->Add("CodEquip", txtCodEquip->Text());
+        } else if (criterio == CriterioSubcodigo) {
+            criterios->Add("SubCodEquip", txtCodEquip->Text());
+        }
+        criterios->Add("Ativo", chkInativos->Value() == 0 ? "1" : "2");
+    }
+    ModuloVivo()->Localizar(criterios);
+    if (Modal) {
+        cmdOK->DefineEnabled(ztlLista->NroItens() > 0);
+    }
+} catch (...) {
+    gSubMostraErro("frmLista.ztlLista_BotaoLocalizarEnvia");
+}
+
+void frmLista::cmdOK_Click()
+try {
+    if (ztlLista->ItemAtual() == -1) {
+        goMensagem()->ExibeMensagem("Nenhum item selecionado!", nullptr);
+        return;
+    }
+    m_Parametros = Novo<clsListaParametros>();
+    if (!EhEquipamentos()) {
+        goMensagem()->ExibeMensagem("Seleção não prevista para o módulo '" + ModuloVivo()->Modulo() + "'", nullptr);
+        return;
+    }
+    const std::int32_t nroIntEquip = CLng(ztlLista->ValorAtual("NroIntEquip"));
+    Ref<AfericaoED> afericao;
+    const std::string dtInfracao = ModuloVivo()->GetValorCampo("DtInfracao");
+    if (!dtInfracao.empty()) {
+        afericao = gFunConsultaAfericaoVigente(nroIntEquip, CDate(dtInfracao), TipoConsultaVigente);
+        if (afericao->NroIntAfericao == 0) {
+            goMensagem()->ExibeMensagem("Equipamento não possui Aferição Vigente para a data de Infração.", nullptr);
+            return;
+        }
+    }
+    m_Parametros->Add("NroIntEquip", CStr(nroIntEquip));
+    m_Parametros->Add("CodEquip", ztlLista->ValorAtual("Código"));
+    m_Parametros->Add("Modelo", ztlLista->ValorAtual("Modelo"));
+    m_Parametros->Add("VelocPerm", ztlLista->ValorAtual("VelocPerm"));
+    if (afericao) {
+        m_Parametros->Add("NroInmetro", afericao->Numero);
+        m_Parametros->Add("MarcaInmetro", afericao->Marca);
+        m_Parametros->Add("DtVerifInmetro", CStr(afericao->DataVerificacao));
+    }
+    m_Selecionou = true;
+    Descarregar();
+} catch (...) {
+    gSubMostraErro("frmLista.cmdOK_Click");
+}
+
+void frmLista::cmdCancelar_Click()
+try {
+    Descarregar();
+} catch (...) {
+    gSubMostraErro("frmLista.cmdCancelar_Click");
+}
+
+void frmLista::Form_Activate()
+try {
+    if (!m_Carregando) {
+        FormAtivado.dispara();
+    }
+} catch (...) {
+    gSubMostraErro("frmLista.Form_Activate");
+}
+
+void frmLista::Form_Deactivate()
+try {
+    FormDesativado.dispara();
+} catch (...) {
+    gSubMostraErro("frmLista.Form_Deactivate");
+}
+
+void frmLista::Form_Resize()
+try {
+    if (Modal) {
+        cmdOK->DefineLeft(ztlLista->Left());
+        cmdOK->DefineTop(ztlLista->Top() + ztlLista->Height() - cmdOK->Height());
+        cmdCancelar->DefineLeft(cmdOK->Left() + cmdOK->Width() + EntreBotoes);
+        cmdCancelar->DefineTop(cmdOK->Top());
+    }
+} catch (...) {
+    gSubMostraErro("frmLista.Form_Resize");
+}
+
+void frmLista::Form_Unload(bool &cancela)
+{
+    if (!m_Carregando) {
+        IgnoraErro([&] { AntesFechar.dispara(cancela); });
+    }
+    if (!cancela) {
+        m_Modulo = nullptr;
+    }
+}
