@@ -8,7 +8,7 @@
 struct Coluna {
     std::string Titulo;       // heading, and the column's key
     std::int16_t Largura = 0; // in twips; 0 hides the column
-    std::string Marca;        // "data" for a column of dates
+    std::string Marca = {};   // "data" for a column of dates
     std::int16_t Alinhamento = 0;
 };
 
