@@ -33,17 +33,22 @@ double Junta(double dia, double hora)
     return dia < 0 ? dia - hora : dia + hora;
 }
 
-bool NoCalendario(double dia)
+bool ExisteDia(double dia)
 {
     return dia >= (PrimeiroDia - DiaZero).count() && dia <= (UltimoDia - DiaZero).count();
 }
 
 } // namespace
 
+bool Data::NoCalendario() const
+{
+    return ExisteDia(std::trunc(Valor));
+}
+
 Data Data::MaisDias(std::int32_t n) const
 {
     const auto [dia, hora] = Separa(Valor);
-    if (!NoCalendario(dia + n))
+    if (!ExisteDia(dia + n))
         throw Falha(NumeroFalha::ArgumentoInvalido);
     return {Junta(dia + n, hora)};
 }
@@ -51,7 +56,7 @@ Data Data::MaisDias(std::int32_t n) const
 PartesData Data::Partes() const
 {
     const auto [dia, hora] = Separa(Valor);
-    if (!NoCalendario(dia))
+    if (!ExisteDia(dia))
         throw Falha(NumeroFalha::Estouro);
     const auto segundos = static_cast<std::int64_t>(std::llround(hora * static_cast<double>(SegundosPorDia)));
     // A fraction within half a second of midnight is midnight of the next day.

@@ -24,6 +24,9 @@ struct Data {
     // No date.
     bool Vazia() const { return Valor == 0; }
 
+    // Whether the day exists.
+    bool NoCalendario() const;
+
     // The same time of day, n days later; earlier when n is negative. Fault 5 outside the calendar.
     Data MaisDias(std::int32_t n) const;
 
