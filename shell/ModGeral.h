@@ -28,6 +28,9 @@ Ref<IGateway> goGateway();
 Ref<IObjGlobalVor> ObjGlobalVor();
 // Finalises and clears goDadosVor, and clears the other singletons; errors ignored.
 void LiberaServicos() noexcept;
+// What unloading the component does: every object and value above is dropped, without finalising anything. For the
+// host, once its shell has ended.
+void DescarregaModulo() noexcept;
 
 // Reporting tail: the end of every error chain. Sets the pointer back to the default and shows the fault being handled.
 // Only valid inside a catch block. Raises nothing.
