@@ -13,6 +13,9 @@ std::int64_t g_Pico = 0;
 
 constexpr std::size_t AlinhamentoComum = __STDCPP_DEFAULT_NEW_ALIGNMENT__;
 
+// NOLINTBEGIN(cppcoreguidelines-owning-memory,cppcoreguidelines-no-malloc,cppcoreguidelines-pro-bounds-pointer-arithmetic,cppcoreguidelines-pro-type-reinterpret-cast):
+// this is what an allocator is made of.
+
 // In front of what the caller gets, as far as its alignment asks, lies the size that was asked for.
 void *Reserva(std::size_t tamanho, std::size_t alinhamento)
 {
@@ -37,6 +40,8 @@ void Libera(void *endereco, std::size_t alinhamento) noexcept
     g_Ocupados -= static_cast<std::int64_t>(*reinterpret_cast<std::size_t *>(util - sizeof(std::size_t)));
     std::free(util - alinhamento);
 }
+
+// NOLINTEND(cppcoreguidelines-owning-memory,cppcoreguidelines-no-malloc,cppcoreguidelines-pro-bounds-pointer-arithmetic,cppcoreguidelines-pro-type-reinterpret-cast)
 
 std::size_t Alinhamento(std::align_val_t alinhamento)
 {

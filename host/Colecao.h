@@ -59,7 +59,7 @@ template <class T> class Colecao {
     struct No {
         T Valor;
         std::optional<std::string> Chave;
-        std::int64_t Ordem; // grows with every addition, so the items are sorted by it
+        std::int64_t Ordem = 0; // grows with every addition, so the items are sorted by it
     };
 
     static constexpr std::int64_t Livre = 0;
@@ -116,8 +116,8 @@ template <class T> class Colecao {
     static std::size_t Espalha(std::string_view texto) noexcept
     {
         std::uint64_t soma = 14695981039346656037ULL; // FNV-1a
-        for (unsigned char octeto : texto) {
-            soma = (soma ^ octeto) * 1099511628211ULL;
+        for (char octeto : texto) {
+            soma = (soma ^ static_cast<unsigned char>(octeto)) * 1099511628211ULL;
         }
         return static_cast<std::size_t>(soma ^ (soma >> 29));
     }

@@ -8,7 +8,7 @@
 #include <fstream>
 #include <system_error>
 
-#include <stdlib.h> // mkdtemp
+#include <stdlib.h> // mkdtemp, which <cstdlib> need not declare; NOLINT(modernize-deprecated-headers)
 #include <sys/wait.h>
 
 Execucao ExecutaCMake(const std::string &argumentos)

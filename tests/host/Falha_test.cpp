@@ -24,7 +24,7 @@ Falha FalhaDe(const std::function<void()> &lanca)
         return FalhaCorrente();
     }
     ADD_FAILURE() << "nothing was thrown";
-    return Falha(0, "", "");
+    return {0, "", ""};
 }
 
 void ConfereDoComponente(const Falha &falha, std::int32_t numero, const std::string &descricao)
