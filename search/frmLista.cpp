@@ -136,7 +136,11 @@ try {
     Modal = bModal;
     m_Modulo = modulo;
     Carregar();
-    IgnoraErro([&] { DefineIcone(Plataforma()->TemIcone(Titulo) ? Titulo : ""); });
+    IgnoraErro([&] {
+        if (Plataforma()->TemIcone(Titulo)) {
+            DefineIcone(Titulo);
+        }
+    });
     gsubConfigLista(aColunas, ztlLista);
     FormCarregado.dispara(ztlLista);
     DefineCaption(Titulo);
@@ -308,13 +312,11 @@ try {
         return;
     }
     const std::string criterio = cboCriterio->Valor();
-    if (!txtCodEquip->Text().empty()) {
-        return;
-    }
-    if (criterio == CriterioCodigo) {
+    const bool semCodigo = txtCodEquip->Text().empty();
+    if (criterio == CriterioCodigo && semCodigo) {
         cancela = true;
         goMensagem()->ExibeMensagem("Informe o Código do Equipamento!", txtCodEquip);
-    } else if (criterio == CriterioSubcodigo) {
+    } else if (criterio == CriterioSubcodigo && semCodigo) {
         cancela = true;
         goMensagem()->ExibeMensagem("Informe o Subcódigo do Equipamento!", txtCodEquip);
     }
@@ -380,6 +382,7 @@ try {
     m_Selecionou = true;
     Descarregar();
 } catch (...) {
+    m_Selecionou = false; // the window is still there for another choice, or for none
     gSubMostraErro("frmLista.cmdOK_Click");
 }
 

@@ -19,6 +19,8 @@ class frmLista : public Formulario {
     Ref<clsListaParametros> Parametros() const { return m_Parametros; }
     // Writes the window's text.
     void SetaTitulo(const std::string &sTitulo);
+    // Whether the window has not been closed yet.
+    bool Aberta() const { return Carregado(); }
     // Sends the criteria on the window to the module.
     void Localiza();
     // Opens the window. Modal: returns when it is closed, true when an item was selected. Otherwise returns false at
