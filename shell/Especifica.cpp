@@ -1,22 +1,48 @@
 #include "shell/Especifica.h"
 
+#include "equipment/COEquipamentos.h"
 #include "search/CVORPesqEquip.h"
+#include "search/CVorEquip.h"
+#include "search/IModulo.h"
 #include "shell/Geral.h"
 #include "shell/ModGeral.h"
+
+namespace {
+
+// The module's tools on the host's menus; the names are exact.
+constexpr std::string_view FerramentaTrabFoto = "mnuModVOREquiptos";
+constexpr std::string_view FerramentaSemTrabFoto = "mnuModNABEquiptos";
+
+} // namespace
 
 void Especifica::Inicializa(const Ref<Geral> &oGeral)
 {
     goGeral = oGeral;
 }
 
-Ref<IForm> Especifica::ClickMenu(const std::string &)
-{
+Ref<IForm> Especifica::ClickMenu(const std::string &sTool)
+try {
+    Ref<IModulo> modulo;
+    if (sTool == FerramentaTrabFoto) {
+        modulo = Novo<COEquipamentos>();
+        modulo->SetValorCampo("TrabFoto", "1");
+    } else if (sTool == FerramentaSemTrabFoto) {
+        modulo = Novo<COEquipamentos>();
+        modulo->SetValorCampo("TrabFoto", "2");
+    }
+    if (!modulo.Nada()) {
+        modulo->CarregaJanela(nullptr);
+        goGeral->ClickTratado = true;
+    }
+    return {};
+} catch (...) {
+    gSubMostraErro("Especifica - ClickMenu");
     return {};
 }
 
 bool Especifica::HabilitarItem(const std::string &sTool)
 {
-    if (sTool == "mnuModVOREquiptos" || sTool == "mnuModNABEquiptos") {
+    if (sTool == FerramentaTrabFoto || sTool == FerramentaSemTrabFoto) {
         return goGeral->TemPermissao("NAB", "VOR-EQP-CS", "", nullptr);
     }
     return false;
@@ -32,6 +58,11 @@ void Especifica::Menu(ItensMenu &) {}
 void Especifica::MenuAuxiliar(ItensMenu &oItens)
 {
     oItens.assign(1, nullptr);
+}
+
+Ref<CVorEquip> Especifica::CreateCVorEquip()
+{
+    return Novo<CVorEquip>();
 }
 
 Ref<CVORPesqEquip> Especifica::CreateCVORPesqEquip()

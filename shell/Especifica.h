@@ -8,6 +8,7 @@
 #include <string_view>
 
 class CVORPesqEquip;
+class CVorEquip;
 class Geral;
 
 // What makes the shell this module: the equipment registry.
@@ -18,13 +19,15 @@ class Especifica : public Objeto {
     // The face to the host and to other modules, in the order of its interface.
 
     virtual void Inicializa(const Ref<Geral> &oGeral);
-    // The form to be shown for a click, or Nothing when there is none or the click was handled here.
+    // The form to be shown for a click; Nothing, as always here, when there is none or the click was handled. Shows its
+    // own failures.
     virtual Ref<IForm> ClickMenu(const std::string &sTool);
     virtual bool HabilitarItem(const std::string &sTool);
     virtual void HabilitarMenu();
     virtual void Menu(ItensMenu &oItens);
     virtual void MenuAuxiliar(ItensMenu &oItens);
     virtual Ref<CVORPesqEquip> CreateCVORPesqEquip();
+    virtual Ref<CVorEquip> CreateCVorEquip();
     // Deprecated: raises fault -1.
     [[noreturn]] virtual void ImprimeAfericaoVigenteEquipto(std::int32_t lSamdInfr,
                                                             std::optional<std::int32_t> lNroIntEquipto = std::nullopt,
