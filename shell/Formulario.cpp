@@ -100,9 +100,15 @@ void Formulario::Carregar()
     m_WindowState = JanelaNormal;
     m_Caption = CaptionDeProjeto();
     m_hwnd = ++g_UltimoHwnd;
-    CriaControles();
+    try {
+        CriaControles();
+        Plataforma()->Carrega(EsteForm());
+    } catch (...) { // not loaded: the next attempt starts afresh
+        m_hwnd = 0;
+        m_Conexoes.clear();
+        throw;
+    }
     m_Carregado = true;
-    Plataforma()->Carrega(EsteForm());
 }
 
 void Formulario::Descarregar()
