@@ -34,13 +34,13 @@ class COSensores : public Objeto {
     void Editar();
     void Detalhes();
     bool Excluir(std::int32_t lLinha);
-    Ref<clsSensor> SensorAtual();
+    Ref<clsSensor> SensorDaLinha(std::int32_t lLinha);
 
     void m_ZtList_GotFocus();
     void m_ZtList_ItemClick();
     void m_ZtList_AntesDeRemoverItem(std::int32_t &lLinha);
     void m_ZtList_DepoisDeRemoverItem();
-    void ItemMenuClicado(const std::string &sChave);
+    void ItemMenuClicado(std::string sChave);
 
     RefFraca<IztList> m_ZtList;
     RefFraca<clsEquipto> m_Equipto;

@@ -1,0 +1,208 @@
+#include "sensors/COAfericoes.h"
+
+#include "host/HostServices.h"
+#include "sensors/clsAfericao.h"
+#include "sensors/clsListaAfericoes.h"
+#include "sensors/clsSensor.h"
+#include "sensors/frmEquipAfericoes.h"
+#include "shell/ModGeral.h"
+
+namespace {
+
+enum ColunaLista : std::int32_t { ColTipo = 1, ColNumero, ColMarca, ColVerificacao, ColVencimento, ColChave };
+
+} // namespace
+
+TabelaColunas COAfericoes::Colunas()
+try {
+    return {{},
+            {"Tipo", 1200, "", 0},
+            {"Número", 1260, "", 0},
+            {"Certif./Decl.Conf.", 1800, "", 0},
+            {"Dt.Verificação", 1650, "data", 0},
+            {"Dt.Vencimento", 1650, "data", 0},
+            {"Chave", 0, "", 0}};
+} catch (...) {
+    PassaFalha(" < COAfericoes.Colunas (Property Get)");
+}
+
+bool COAfericoes::Carrega(const Ref<clsSensor> &cSensor, const Ref<IztList> &oLista, bool bReadOnly)
+try {
+    m_Sensor = cSensor;
+    m_ZtList = oLista;
+    m_SomenteLeitura = bReadOnly;
+    LigaEventos();
+    gsubConfigLista(Colunas(), oLista);
+    MenuInicial();
+    return CarregaAfericoes();
+} catch (...) {
+    PassaFalha(" < COAfericoes.Carrega");
+}
+
+// The controller stays alive while one of its handlers runs, even if its form drops it meanwhile.
+void COAfericoes::LigaEventos()
+{
+    m_Conexoes.clear();
+    RefFraca<COAfericoes> fraca = Eu(*this);
+    auto liga = [&]<class... Args>(Evento<Args...> &evento, auto procedimento) {
+        m_Conexoes.push_back(evento.liga([fraca, procedimento](Args... args) {
+            if (Ref<COAfericoes> eu = fraca.Alvo()) {
+                ((*eu).*procedimento)(args...);
+            }
+        }));
+    };
+    Ref<IztList> lista = m_ZtList.Alvo();
+    liga(lista->GotFocus(), &COAfericoes::m_ZtList_GotFocus);
+    liga(lista->ItemClick(), &COAfericoes::m_ZtList_ItemClick);
+    liga(lista->AntesDeRemoverItem(), &COAfericoes::m_ZtList_AntesDeRemoverItem);
+    liga(lista->DepoisDeRemoverItem(), &COAfericoes::m_ZtList_DepoisDeRemoverItem);
+    liga(lista->ItemMenuClicado(), &COAfericoes::ItemMenuClicado);
+}
+
+void COAfericoes::MenuInicial()
+try {
+    HabilitaMenu();
+} catch (...) {
+    PassaFalha(" < COAfericoes.MenuInicial");
+}
+
+bool COAfericoes::CarregaAfericoes()
+try {
+    Plataforma()->DefinePonteiro(PonteiroAmpulheta);
+    m_ZtList->Limpa(std::nullopt);
+    Ref<clsListaAfericoes> afericoes = m_Sensor->ListaAfericoes();
+    TabelaTexto tabela(ColChave);
+    const std::int32_t total = afericoes->Count();
+    for (std::int32_t posicao = 1; posicao <= total; ++posicao) {
+        Ref<clsAfericao> afericao = afericoes->Item(posicao);
+        if (afericao->Ativo) {
+            const std::int32_t linha = tabela.AdicionaLinha();
+            tabela.Celula(ColTipo, linha) = afericao->TipoAfer == 2 ? "Decl.Conf." : "Aferição";
+            tabela.Celula(ColNumero, linha) = afericao->Numero;
+            tabela.Celula(ColMarca, linha) = afericao->Marca;
+            tabela.Celula(ColVerificacao, linha) = Format(afericao->DataVerificacao, "dd/mm/yyyy");
+            tabela.Celula(ColVencimento, linha) = Format(afericao->DataVencimento, "dd/mm/yyyy");
+            tabela.Celula(ColChave, linha) = afericao->Chave();
+        }
+    }
+    if (tabela.Linhas() > 0) {
+        m_ZtList->CarregaItens(tabela);
+    }
+    Plataforma()->DefinePonteiro(PonteiroNormal);
+    return true;
+} catch (...) {
+    PassaFalha(" < COAfericoes.CarregaAfericoes");
+}
+
+void COAfericoes::HabilitaMenu()
+try {
+    const bool temItens = m_ZtList->NroItens() > 0;
+    const bool altera = !m_SomenteLeitura;
+    m_ZtList->ItemMenu("mnuZTLObjDetalhes")->DefineEnabled(temItens);
+    m_ZtList->ItemMenu("mnuZTLObjNovo")->DefineEnabled(altera);
+    m_ZtList->ItemMenu("mnuZTLObjEditar")->DefineEnabled(altera && temItens);
+    m_ZtList->ItemMenu("mnuZTLObjExcluir")->DefineEnabled(altera && temItens);
+} catch (...) {
+    PassaFalha(" < COAfericoes.HabilitaMenu");
+}
+
+void COAfericoes::Novo()
+try {
+    Ref<clsAfericao> afericao = ::Novo<clsAfericao>();
+    afericao->DefineSensor(m_Sensor);
+    if (FormCompartilhado<frmEquipAfericoes>()->CarregaInclusao(afericao)) {
+        m_Sensor->ListaAfericoes()->AddAfericao(afericao);
+        m_Sensor->Alterado = true;
+        m_Alterado.dispara();
+        CarregaAfericoes();
+    }
+} catch (...) {
+    PassaFalha(" < COAfericoes.Novo");
+}
+
+void COAfericoes::Editar()
+try {
+    Ref<clsAfericao> afericao = AfericaoDaLinha(m_ZtList->ItemAtual());
+    if (FormCompartilhado<frmEquipAfericoes>()->CarregaEdicao(afericao)) {
+        m_Sensor->Alterado = true;
+        m_Alterado.dispara();
+        CarregaAfericoes();
+    }
+} catch (...) {
+    PassaFalha(" < COAfericoes.Editar");
+}
+
+void COAfericoes::Detalhes()
+try {
+    Ref<clsAfericao> afericao = AfericaoDaLinha(m_ZtList->ItemAtual());
+    ::Novo<frmEquipAfericoes>()->CarregaDetalhes(afericao);
+} catch (...) {
+    PassaFalha(" < COAfericoes.Detalhes");
+}
+
+bool COAfericoes::Excluir(std::int32_t lLinha)
+try {
+    if (!Plataforma()->PerguntaSimNao("Confirma a exclusão desta aferição?", "Atenção", false)) {
+        return false;
+    }
+    Ref<clsAfericao> afericao = AfericaoDaLinha(lLinha);
+    if (afericao->NroIntAfericao > 0) {
+        afericao->Ativo = false;
+        afericao->Alterado = true;
+    } else {
+        m_Sensor->ListaAfericoes()->Remove(afericao->Chave());
+    }
+    m_Sensor->Alterado = true;
+    m_Alterado.dispara();
+    return true;
+} catch (...) {
+    PassaFalha(" < COAfericoes.Excluir");
+}
+
+Ref<clsAfericao> COAfericoes::AfericaoDaLinha(std::int32_t lLinha)
+{
+    return m_Sensor->ListaAfericoes()->Item(m_ZtList->Celula(lLinha, "Chave"));
+}
+
+void COAfericoes::m_ZtList_GotFocus()
+try {
+    HabilitaMenu();
+} catch (...) {
+    gSubMostraErro("COAfericoes.m_ZtList_GotFocus");
+}
+
+void COAfericoes::m_ZtList_ItemClick()
+try {
+    HabilitaMenu();
+} catch (...) {
+    gSubMostraErro("COAfericoes.m_ZtList_ItemClick");
+}
+
+void COAfericoes::m_ZtList_AntesDeRemoverItem(std::int32_t &lLinha)
+try {
+    if (!Excluir(lLinha)) {
+        lLinha = 0;
+    }
+} catch (...) {
+    gSubMostraErro("COAfericoes.m_ZtList_AntesDeRemoverItem");
+}
+
+void COAfericoes::m_ZtList_DepoisDeRemoverItem()
+try {
+    HabilitaMenu();
+} catch (...) {
+    PassaFalha(" < COAfericoes.m_ZtList_DepoisDeRemoverItem");
+}
+
+void COAfericoes::ItemMenuClicado(std::string sChave)
+try {
+    if (sChave == "mnuZTLObjNovo") {
+        Novo();
+    } else if (sChave == "mnuZTLObjEditar") {
+        Editar();
+    } else if (sChave == "mnuZTLObjDetalhes") {
+        Detalhes();
+    }
+} catch (...) {
+    gSubMostraErro("COAfericoes.ItemMenuClicado");
+}

@@ -1,0 +1,484 @@
+#include "sensors/frmEquipAfericoes.h"
+
+#include "equipment/clsEquipto.h"
+#include "host/HostServices.h"
+#include "sensors/clsListaAfericoes.h"
+#include "sensors/clsSensor.h"
+#include "shell/Geral.h"
+#include "shell/ModGeral.h"
+
+#include <utility>
+#include <vector>
+
+namespace {
+
+constexpr std::uint8_t TipoINMETRO = 1;
+constexpr std::uint8_t TipoDeclaracao = 2;
+constexpr std::int64_t TamanhoMaximoDocumento = 5242880; // bytes
+
+template <class Ajustes = AjustesControle>
+Ajustes Ajusta(std::string nome, std::string caption, const Ref<IControle> &recipiente, std::int16_t pagina = -1)
+{
+    Ajustes ajustes;
+    ajustes.Nome = std::move(nome);
+    ajustes.Caption = std::move(caption);
+    ajustes.Container = recipiente;
+    ajustes.Pagina = pagina;
+    return ajustes;
+}
+
+// The first calibration, in the order of the list, that is not the record itself and whose period qualifies; Nothing
+// when there is none. Removed calibrations hold their days too.
+template <class Condicao> Ref<clsAfericao> PrimeiraEmConflito(const clsAfericao &registro, Condicao &&conflita)
+{
+    Ref<clsListaAfericoes> afericoes = registro.Sensor()->ListaAfericoes();
+    const std::int32_t total = afericoes->Count();
+    for (std::int32_t posicao = 1; posicao <= total; ++posicao) {
+        Ref<clsAfericao> outra = afericoes->Item(posicao);
+        if (conflita(*outra) && outra->Chave() != registro.Chave()) {
+            return outra;
+        }
+    }
+    return nullptr;
+}
+
+} // namespace
+
+void frmEquipAfericoes::CriaControles()
+{
+    Ref<IFabricaControles> fabrica = Host().Controles();
+    Ref<IForm> form = EsteForm();
+    DefineTamanho(7200, 6300);
+
+    Guarda(fabrica->CriaLabel(form, Ajusta("Label1", "Código Eqpto:", nullptr)));
+    lblCodEquip = Guarda(fabrica->CriaLabel(form, Ajusta("lblCodEquip", "", nullptr)));
+    Guarda(fabrica->CriaLabel(form, Ajusta("Label4", "Nro Sensor:", nullptr)));
+    lblNroSensor = Guarda(fabrica->CriaLabel(form, Ajusta("lblNroSensor", "", nullptr)));
+
+    auto aba = Ajusta<AjustesSSTab>("SSTab1", "", nullptr);
+    aba.Paginas = {"Geral"};
+    SSTab1 = Guarda(fabrica->CriaSSTab(form, aba));
+    Frame1 = Guarda(fabrica->CriaZtFrame(form, Ajusta("Frame1", "", SSTab1, 0)));
+
+    Guarda(fabrica->CriaLabel(form, Ajusta("Label8", "Tipo:", Frame1)));
+    auto tipo = Ajusta<AjustesZtCombo>("cboTipo", "", Frame1);
+    tipo.Estilo = 1;
+    tipo.ColunaValor = 1;
+    tipo.DelimitadorColuna = "|";
+    cboTipo = Guarda(fabrica->CriaZtCombo(form, tipo));
+
+    Guarda(fabrica->CriaLabel(form, Ajusta("lblNroINMETRO", "Número:", Frame1)));
+    auto numero = Ajusta<AjustesTextBox>("txtNroINMETRO", "", Frame1);
+    numero.MaxLength = 10;
+    txtNroINMETRO = Guarda(fabrica->CriaTextBox(form, numero));
+
+    lblMarcaINMETRO = Guarda(fabrica->CriaLabel(form, Ajusta("lblMarcaINMETRO", "", Frame1)));
+    auto marca = Ajusta<AjustesZtMask>("txtMarcaINMETRO", "", Frame1);
+    marca.MaxLength = 14;
+    marca.Tipo = 1;
+    txtMarcaINMETRO = Guarda(fabrica->CriaZtMask(form, marca));
+
+    Guarda(fabrica->CriaLabel(form, Ajusta("Label20", "Dt. de Verif.:", Frame1)));
+    txtDtVerifINMETRO = Guarda(fabrica->CriaZtData(form, Ajusta("txtDtVerifINMETRO", "", Frame1)));
+    Guarda(fabrica->CriaLabel(form, Ajusta("Label3", "Dt. de Venc.:", Frame1)));
+    txtDtVencINMETRO = Guarda(fabrica->CriaZtData(form, Ajusta("txtDtVencINMETRO", "", Frame1)));
+
+    fraPortariaDIMEL = Guarda(fabrica->CriaZtFrame(form, Ajusta("fraPortariaDIMEL", "Portaria DIMEL: ", SSTab1, 0)));
+    Guarda(fabrica->CriaLabel(form, Ajusta("Label5", "Número:", fraPortariaDIMEL)));
+    auto nroPortaria = Ajusta<AjustesZtMask>("txtNroPortDIMEL", "", fraPortariaDIMEL);
+    nroPortaria.MaxLength = 6;
+    nroPortaria.Tipo = 1;
+    nroPortaria.SomenteMaiusculas = false;
+    txtNroPortDIMEL = Guarda(fabrica->CriaZtMask(form, nroPortaria));
+    Guarda(fabrica->CriaLabel(form, Ajusta("Label6", "Ano:", fraPortariaDIMEL)));
+    auto anoPortaria = Ajusta<AjustesZtMask>("txtAnoPortDIMEL", "", fraPortariaDIMEL);
+    anoPortaria.MaxLength = 2;
+    anoPortaria.SomenteMaiusculas = false;
+    txtAnoPortDIMEL = Guarda(fabrica->CriaZtMask(form, anoPortaria));
+
+    fraDocumento = Guarda(fabrica->CriaZtFrame(form, Ajusta("fraDocumento", "Certificado", SSTab1, 0)));
+    auto procurar = Ajusta<AjustesCommandButton>("cmdProcurar", "&Procurar...", fraDocumento);
+    cmdProcurar = Guarda(fabrica->CriaCommandButton(form, procurar));
+    auto visualizar = Ajusta<AjustesCommandButton>("cmdVisualizar", "&Visualizar", fraDocumento);
+    visualizar.Cancel = true;
+    cmdVisualizar = Guarda(fabrica->CriaCommandButton(form, visualizar));
+    auto upload = Ajusta<AjustesCommandButton>("cmdUpload", "&Upload", fraDocumento);
+    upload.Enabled = false;
+    cmdUpload = Guarda(fabrica->CriaCommandButton(form, upload));
+    lblMsgCert = Guarda(fabrica->CriaLabel(form, Ajusta("lblMsgCert", "", fraDocumento)));
+
+    auto ok = Ajusta<AjustesCommandButton>("cmdOK", "&OK", nullptr);
+    ok.Default = true;
+    cmdOK = Guarda(fabrica->CriaCommandButton(form, ok));
+    cmdAjuda = Guarda(fabrica->CriaCommandButton(form, Ajusta<AjustesCommandButton>("cmdAjuda", "&Ajuda", nullptr)));
+    cmdCancelar =
+        Guarda(fabrica->CriaCommandButton(form, Ajusta<AjustesCommandButton>("cmdCancelar", "&Cancelar", nullptr)));
+    auto dialogo = Ajusta("cdAbreArquivos", "", nullptr);
+    dialogo.Visible = false;
+    cdAbreArquivos = Guarda(fabrica->CriaCommonDialog(form, dialogo));
+
+    Liga(cboTipo->Click(), &frmEquipAfericoes::cboTipo_Click);
+    Liga(cmdProcurar->Click(), &frmEquipAfericoes::cmdProcurar_Click);
+    Liga(cmdVisualizar->Click(), &frmEquipAfericoes::cmdVisualizar_Click);
+    Liga(cmdUpload->Click(), &frmEquipAfericoes::cmdUpload_Click);
+    Liga(cmdOK->Click(), &frmEquipAfericoes::cmdOK_Click);
+    Liga(cmdCancelar->Click(), &frmEquipAfericoes::cmdCancelar_Click);
+}
+
+bool frmEquipAfericoes::CarregaInclusao(const Ref<clsAfericao> &cAfericao)
+try {
+    Inicia(cAfericao, true, false);
+    DefineCaption("Nova Aferição");
+    MontaCabecalho();
+    m_NroIntImgCertif = 0;
+    MontaComboTipo();
+    cboTipo->DefineValor(CStr(TipoINMETRO));
+    if (cboTipo->NroItens() == 1) {
+        cboTipo->DefineComboSomenteLeitura(true);
+    }
+    goGeral->FormShow(EsteForm(), true, nullptr);
+    return m_OK;
+} catch (...) {
+    gSubMostraErro("frmEquipAfericoes.CarregaInclusao");
+    DesfazCarga();
+    return false;
+}
+
+bool frmEquipAfericoes::CarregaEdicao(const Ref<clsAfericao> &cAfericao)
+try {
+    Inicia(cAfericao, false, false);
+    if (!MontaTela()) {
+        return false;
+    }
+    goGeral->FormShow(EsteForm(), true, nullptr);
+    return m_OK;
+} catch (...) {
+    gSubMostraErro("frmEquipAfericoes.CarregaEdicao");
+    DesfazCarga();
+    return false;
+}
+
+void frmEquipAfericoes::CarregaDetalhes(const Ref<clsAfericao> &cAfericao)
+try {
+    Inicia(cAfericao, false, true);
+    if (!MontaTela()) {
+        return;
+    }
+    cmdOK->DefineVisible(false);
+    cmdCancelar->DefineCaption("&Fechar");
+    goMensagem()->PreparaDetalhes(EsteForm());
+    goGeral->FormShow(EsteForm(), false, nullptr);
+} catch (...) {
+    gSubMostraErro("frmEquipAfericoes.CarregaDetalhes");
+    DesfazCarga();
+}
+
+void frmEquipAfericoes::Inicia(const Ref<clsAfericao> &cAfericao, bool bInclusao, bool bDetalhes)
+{
+    m_OK = false;
+    m_Inclusao = bInclusao;
+    m_Detalhes = bDetalhes;
+    m_Afericao = cAfericao;
+    Carregar();
+}
+
+// A form that could not be opened does not stay behind, loaded and out of sight.
+void frmEquipAfericoes::DesfazCarga() noexcept
+{
+    IgnoraErro([&] { Descarregar(); });
+    m_Afericao = nullptr;
+}
+
+void frmEquipAfericoes::MontaCabecalho()
+{
+    Ref<clsSensor> sensor = m_Afericao->Sensor();
+    lblCodEquip->DefineCaption(sensor->Equipto()->Codigo);
+    lblNroSensor->DefineCaption(CStr(sensor->NroSensor));
+}
+
+bool frmEquipAfericoes::MontaTela()
+try {
+    DefineCaption(m_Detalhes ? "Detalhes da Aferição" : "Editar Aferição");
+    MontaCabecalho();
+    MontaComboTipo();
+    txtNroINMETRO->DefineText(m_Afericao->Numero);
+    txtMarcaINMETRO->DefineText(m_Afericao->Marca);
+    txtDtVerifINMETRO->DefineText(CStr(m_Afericao->DataVerificacao));
+    txtDtVencINMETRO->DefineText(CStr(m_Afericao->DataVencimento));
+    m_NroIntImgCertif = m_Afericao->NroIntImgCertif;
+    SetaTipoAfer(m_Afericao->TipoAfer);
+    if (m_Afericao->TipoAfer == TipoDeclaracao) {
+        const std::vector<std::string> portaria = Divide(m_Afericao->PortDimel, "/");
+        if (portaria.size() < 2) {
+            throw Falha(NumeroFalha::SubscritoForaDoIntervalo);
+        }
+        txtNroPortDIMEL->DefineText(portaria[0]);
+        txtAnoPortDIMEL->DefineText(portaria[1]);
+    }
+    cboTipo->DefineComboSomenteLeitura(true);
+    MontaDocumento();
+    return true;
+} catch (...) {
+    PassaFalha(" < frmEquipAfericoes.MontaTela");
+}
+
+void frmEquipAfericoes::MontaComboTipo()
+try {
+    cboTipo->AdicionaItem("Aferição do INMETRO|1");
+    const std::string tipoEquip = m_Afericao->Sensor()->Equipto()->TipoEquip;
+    if (tipoEquip == "P" || tipoEquip == "C" || tipoEquip == "L" || tipoEquip == "M") {
+        cboTipo->AdicionaItem("Declaração de Conformidade|2");
+    }
+} catch (...) {
+    PassaFalha(" < frmEquipAfericoes.MontaComboTipo");
+}
+
+void frmEquipAfericoes::MontaDocumento()
+{
+    const bool temDocumento = m_Afericao->NroIntImgCertif != 0;
+    cmdProcurar->DefineCaption(temDocumento ? "Alterar" : "Procurar");
+    cmdProcurar->DefineEnabled(!m_Detalhes);
+    cmdVisualizar->DefineEnabled(temDocumento);
+    if (temDocumento) {
+        cmdUpload->DefineEnabled(false);
+    }
+    lblMsgCert->DefineCaption(temDocumento ? "Documento Encontrado!" : "Sem Imagem Digitalizada!");
+}
+
+void frmEquipAfericoes::SetaTipoAfer(std::uint8_t iTipo)
+try {
+    const bool declaracao = iTipo == TipoDeclaracao;
+    fraPortariaDIMEL->DefineVisible(declaracao);
+    lblMarcaINMETRO->DefineCaption(declaracao ? "Declaração:" : "Certificado:");
+    fraDocumento->DefineCaption(declaracao ? "Documento da Declaração de Conformidade:" : "Documento do Certificado:");
+    cboTipo->DefineValor(CStr(declaracao ? TipoDeclaracao : TipoINMETRO));
+} catch (...) {
+    PassaFalha(" < frmEquipAfericoes.SetaTipoAfer");
+}
+
+bool frmEquipAfericoes::ValidouOk()
+try {
+    if (cboTipo->Valor() == CStr(TipoINMETRO)) {
+        if (txtNroINMETRO->Text().empty()) {
+            return Recusa("Informe o Número INMETRO!", txtNroINMETRO);
+        }
+    } else {
+        if (Val(txtNroPortDIMEL->Text()) == 0) {
+            return Recusa("Informe o Número da Portaria DIMEL!", txtNroPortDIMEL);
+        }
+        if (Val(txtAnoPortDIMEL->Text()) == 0) {
+            return Recusa("Informe o Ano da Portaria DIMEL!", txtAnoPortDIMEL);
+        }
+    }
+    if (txtDtVerifINMETRO->Valor().empty()) {
+        return Recusa("Informe a data de Verificação!", txtDtVerifINMETRO);
+    }
+    if (!txtDtVerifINMETRO->DataValida()) {
+        return Recusa("Informe uma data de Verificação válida!", txtDtVerifINMETRO);
+    }
+    if (txtDtVencINMETRO->Valor().empty()) {
+        return Recusa("Informe a data de Vencimento!", txtDtVencINMETRO);
+    }
+    if (!txtDtVencINMETRO->DataValida()) {
+        return Recusa("Informe uma data de Vencimento válida!", txtDtVencINMETRO);
+    }
+    const Data verificacao = CDate(txtDtVerifINMETRO->Text());
+    const Data vencimento = CDate(txtDtVencINMETRO->Text());
+    if (!(verificacao < vencimento)) {
+        return Recusa("A data de Vencimento deve ser maior que a data de Verificação!", txtDtVencINMETRO);
+    }
+    if (!VerificaConflitoDatas(verificacao, vencimento) || !DataVerificacaoEmConflito(verificacao)) {
+        return false;
+    }
+    if (m_NroIntImgCertif == 0) {
+        return Recusa("É obrigatório fazer Upload do Documento em PDF!", nullptr);
+    }
+    return true;
+} catch (...) {
+    PassaFalha(" < frmEquipAfericoes.ValidouOk");
+}
+
+bool frmEquipAfericoes::Recusa(const std::string &sTexto, const Ref<IFocavel> &ctl)
+{
+    goMensagem()->ExibeMensagem(sTexto, ctl);
+    return false;
+}
+
+bool frmEquipAfericoes::VerificaConflitoDatas(Data dtVerif, Data dtVenc)
+try {
+    Ref<clsAfericao> outra = PrimeiraEmConflito(
+        *m_Afericao, [&](const clsAfericao &a) { return dtVerif <= a.DataVerificacao && a.DataVerificacao <= dtVenc; });
+    if (outra.Nada()) {
+        return true;
+    }
+    Plataforma()->CaixaInformacao("Período da nova aferição em conflito com a aferição dos dias " +
+                                      Plataforma()->DataCurta(outra->DataVerificacao) + " a " +
+                                      Plataforma()->DataCurta(outra->DataVencimento),
+                                  "Atenção");
+    return false;
+} catch (...) {
+    PassaFalha(" < frmEquipAfericoes.VerificaConflitoDatas");
+}
+
+bool frmEquipAfericoes::DataVerificacaoEmConflito(Data dtVerif)
+try {
+    Ref<clsAfericao> outra = PrimeiraEmConflito(
+        *m_Afericao, [&](const clsAfericao &a) { return a.DataVerificacao <= dtVerif && dtVerif <= a.DataVencimento; });
+    if (outra.Nada()) {
+        return true;
+    }
+    std::string texto = "Data de verificação do INMETRO (" + Plataforma()->DataCurta(dtVerif) +
+                        ") em conflito com a \r\naferição dos dias " + Format(outra->DataVerificacao, "dd/mm/yyyy") +
+                        " e " + Format(outra->DataVencimento, "dd/mm/yyyy") + ".";
+    if (!m_Inclusao) {
+        Plataforma()->CaixaInformacao(texto, "Atenção");
+        return false;
+    }
+    texto += "\r\n\r\nDeseja continuar ?\r\n\r\n"
+             "OBS: Caso continue, a data de vencimento da aferição em conflito será\r\n"
+             "recalculada automaticamente (um dia antes da nova data de verificação).";
+    if (!Plataforma()->PerguntaSimNao(texto, "Atenção", false)) {
+        return false;
+    }
+    outra->DataVencimento = dtVerif.MaisDias(-1);
+    outra->Alterado = true;
+    return true;
+} catch (...) {
+    PassaFalha(" < frmEquipAfericoes.DataVerificacaoEmConflito");
+}
+
+bool frmEquipAfericoes::ProcurarPDF()
+try {
+    cdAbreArquivos->DefineFilter("PDF (*.pdf)|*.pdf");
+    cdAbreArquivos->DefineDefaultExt("*.pdf");
+    cdAbreArquivos->DefineDialogTitle("Selecione o arquivo");
+    cdAbreArquivos->ShowOpen();
+    const std::string arquivo = cdAbreArquivos->FileName();
+    if (!arquivo.empty() && Plataforma()->TamanhoArquivo(arquivo) > TamanhoMaximoDocumento) {
+        return Recusa("Arquivo '" + arquivo + "' ultrapassa tamanho máximo (5 Mb).", nullptr);
+    }
+    if (Trim(arquivo).empty()) {
+        lblMsgCert->DefineCaption("Sem Arquivo!");
+        cmdUpload->DefineEnabled(false);
+        return false;
+    }
+    if (!VisualizaPDF(arquivo)) {
+        return false;
+    }
+    lblMsgCert->DefineCaption("Arquivo " + arquivo);
+    return true;
+} catch (...) {
+    PassaFalha(" < frmEquipAfericoes.ProcurarPDF");
+}
+
+bool frmEquipAfericoes::VisualizaPDF(const std::string &sCaminho)
+try {
+    Ref<IDocumentoPDF> documento = Host().CriaDocumentoPDF();
+    documento->DefineArquivoPDF(sCaminho);
+    return documento->Mostra(true);
+} catch (...) {
+    PassaFalha(" < frmEquipAfericoes.VisualizaPDF");
+}
+
+void frmEquipAfericoes::cboTipo_Click()
+try {
+    SetaTipoAfer(CByte(cboTipo->Valor()));
+} catch (...) {
+    gSubMostraErro("frmEquipAfericoes.cboTipo_Click");
+}
+
+void frmEquipAfericoes::cmdProcurar_Click()
+try {
+    lblMsgCert->DefineCaption("Aguardando...");
+    if (ProcurarPDF()) {
+        cmdUpload->DefineEnabled(true);
+    }
+} catch (...) {
+    gSubMostraErro("frmEquipAfericoes.cmdProcurar_Click");
+}
+
+// Shows the document of the record, not the one that was just sent.
+void frmEquipAfericoes::cmdVisualizar_Click()
+try {
+    if (m_Afericao->NroIntImgCertif == 0) {
+        lblMsgCert->DefineCaption("Selecione o arquivo PDF!");
+        cmdProcurar->DefineCaption("Procurar");
+        return;
+    }
+    cmdProcurar->DefineCaption("Alterar");
+    lblMsgCert->DefineCaption("Baixando Documento, aguarde!");
+    Bytes bytes;
+    if (!goDadosVor()->RecebeDocumento(m_Afericao->NroIntImgCertif, bytes, true)) {
+        lblMsgCert->DefineCaption("Não foi Possivel Recuperar o Documento!");
+        return;
+    }
+    const std::string caminho = Plataforma()->CaminhoModulo() + "\\VORTemp.pdf";
+    if (Plataforma()->ExisteArquivo(caminho)) {
+        Plataforma()->ApagaArquivo(caminho);
+    }
+    Plataforma()->GravaArquivo(caminho, bytes);
+    Bytes().swap(bytes); // not held while the person reads
+    if (VisualizaPDF(caminho)) {
+        lblMsgCert->DefineCaption("Operação Concluida com Sucesso!");
+    }
+} catch (...) {
+    gSubMostraErro("frmEquipAfericoes.cmdVisualizar_Click");
+}
+
+void frmEquipAfericoes::cmdUpload_Click()
+try {
+    m_Arquivo.clear();
+    m_FezUpload = false;
+    m_Arquivo = cdAbreArquivos->FileName();
+    if (Trim(m_Arquivo).empty()) {
+        lblMsgCert->DefineCaption("Nenhum PDF foi Selecionado!");
+        return;
+    }
+    cmdUpload->DefineEnabled(false);
+    // Only a good call gives a number back, so that OK is refused after a failed one.
+    m_NroIntImgCertif = 0;
+    lblMsgCert->DefineCaption("Fazendo Upload, Aguarde!");
+    if (goDadosVor()->EnviaDocumento(m_Arquivo, m_NroIntImgCertif, 0)) {
+        m_FezUpload = true;
+        cmdUpload->DefineEnabled(false);
+    } else {
+        Plataforma()->CaixaInformacao("Não foi possivel realizar o Upload!", "Atenção");
+        lblMsgCert->DefineCaption("Não foi possivel realizar o Upload!");
+    }
+    lblMsgCert->DefineCaption("Upload Concluido!"); // after a failure too: the box has told of it
+} catch (...) {
+    gSubMostraErro("frmEquipAfericoes.cmdUpload_Click");
+}
+
+void frmEquipAfericoes::cmdOK_Click()
+try {
+    if (!ValidouOk()) {
+        return;
+    }
+    m_Afericao->TipoAfer = CByte(cboTipo->Valor());
+    m_Afericao->Numero = txtNroINMETRO->Text();
+    m_Afericao->Marca = txtMarcaINMETRO->Text();
+    m_Afericao->DataVerificacao = CDate(txtDtVerifINMETRO->Text());
+    m_Afericao->DataVencimento = CDate(txtDtVencINMETRO->Text());
+    if (m_Afericao->TipoAfer == TipoDeclaracao) {
+        m_Afericao->PortDimel = txtNroPortDIMEL->Text() + "/" + txtAnoPortDIMEL->Text();
+    }
+    m_Afericao->NroIntImgCertif = m_NroIntImgCertif;
+    m_Afericao->Alterado = true;
+    m_OK = true;
+    Descarregar();
+} catch (...) {
+    gSubMostraErro("frmEquipAfericoes.cmdOK_Click");
+}
+
+void frmEquipAfericoes::cmdCancelar_Click()
+try {
+    Descarregar();
+} catch (...) {
+    gSubMostraErro("frmEquipAfericoes.cmdCancelar_Click");
+}
+
+void frmEquipAfericoes::Form_Unload(bool &)
+{
+    m_Afericao = nullptr;
+}

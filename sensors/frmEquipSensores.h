@@ -1,0 +1,61 @@
+#pragma once
+
+#include "sensors/COAfericoes.h"
+#include "sensors/clsSensor.h"
+#include "shell/Formulario.h"
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+// Creates, changes and shows one sensor; the second tab holds its calibrations. It works on the record that it was
+// given, which is why an edit is done on a clone.
+class frmEquipSensores : public Formulario {
+  public:
+    std::string_view NomeTipo() const override { return "frmEquipSensores"; }
+
+    // Opens a new sensor, modally; true when it was confirmed.
+    bool CarregaInclusao(const Ref<clsSensor> &cSensor);
+    // Opens a clone, modally; true when it was confirmed.
+    bool CarregaEdicao(const Ref<clsSensor> &cSensor);
+    // Shows a sensor, not modally.
+    void CarregaDetalhes(const Ref<clsSensor> &cSensor);
+
+  protected:
+    void CriaControles() override;
+    std::string CaptionDeProjeto() const override { return "Detalhes do Sensor"; }
+    void Form_Unload(bool &cancela) override;
+
+  private:
+    Ref<ILabel> lblCodEquip;
+    Ref<ISSTab> sstDados;
+    std::array<Ref<IztFrame>, 2> fraDados; // one per tab
+    Ref<IztMask> txtNroSensor;
+    Ref<IztEndereco> ztEndereco1;
+    Ref<ITextBox> txtLocalInfr;
+    Ref<IztList> ztListaAfericao;
+    Ref<ICommandButton> cmdOK;
+    Ref<ICommandButton> cmdAjuda;
+    Ref<ICommandButton> cmdCancelar;
+
+    bool m_OK = false; // the user confirmed
+    bool m_Detalhes = false;
+    bool m_Carregando = false; // the form is being filled: the controls' events are no changes
+    Ref<clsSensor> m_Sensor;
+    Ref<COAfericoes> m_COAfericoes; // from the first visit to its tab
+
+    void Inicia(const Ref<clsSensor> &cSensor, bool bDetalhes);
+    void DesfazCarga() noexcept;
+    void Solta() noexcept;
+    bool MontaTela();
+    bool validouOk();
+    void Change();
+
+    void sstDados_Click(std::int16_t anterior);
+    void ztEndereco1_EntradaOK();
+    void txtLocalInfr_Change();
+    void m_COAfericoes_Alterado();
+    void cmdOK_Click();
+    void cmdCancelar_Click();
+};
