@@ -51,6 +51,8 @@ class IControle : public IFocavel {
     virtual void DefineWidth(std::int32_t valor) = 0;
     virtual std::int32_t Height() const = 0;
     virtual void DefineHeight(std::int32_t valor) = 0;
+    // Place in the tab order, from 0; at first the order of creation. Writing it moves the control to that place and the
+    // others of the form close up around it.
     virtual std::int16_t TabIndex() const = 0;
     virtual void DefineTabIndex(std::int16_t valor) = 0;
 };

@@ -31,7 +31,8 @@ class IItemMenu : public Objeto {
 // unknown row or column is fault 9.
 class IztList : public IControle {
   public:
-    // Empties the rows; no row is current then. The title goes too unless the argument is there and false.
+    // Empties the rows; no row is current then, and no more rows are offered. The title goes too unless the argument is
+    // there and false. Raises HabilitaItensMenuLista when there were rows.
     virtual void Limpa(std::optional<bool> limpaTitulo) = 0;
 
     // Adds a column behind the others, or changes the one column that the list has from the start.
@@ -52,7 +53,8 @@ class IztList : public IControle {
     virtual std::int32_t NroItens() const = 0;
     // Current row from 1; -1 when none is.
     virtual std::int32_t ItemAtual() const = 0;
-    // Makes a row current; 0 or -1: none. Raises ItemClick and HabilitaItensMenuLista when another row becomes current.
+    // Makes a row current; 0 or -1: none. Raises ItemClick and HabilitaItensMenuLista when another row becomes current,
+    // and HabilitaItensMenuLista alone when none is any more.
     virtual void DefineItemAtual(std::int32_t linha) = 0;
     virtual std::string Celula(std::int32_t linha, const std::string &chaveColuna) const = 0;
     // Cell of the current row; empty when there is no current row.
@@ -91,10 +93,12 @@ class IztList : public IControle {
     virtual Evento<std::string> &ItemMenuClicado() = 0;
     // What the menu depends on may have changed: current row, rows taken away, or the menu is about to be offered.
     virtual Evento<> &HabilitaItensMenuLista() = 0;
+    // The focus has come. A list with rows but no current row has made row 1 current before.
     virtual Evento<> &GotFocus() = 0;
     // The person wants the row removed; writing 0 to the row cancels.
     virtual Evento<std::int32_t &> &AntesDeRemoverItem() = 0;
-    // The row is gone.
+    // The row is gone. If it was the current one, the row now in its place is, or the last row; ItemClick is not raised
+    // for that.
     virtual Evento<> &DepoisDeRemoverItem() = 0;
     // The criteria bar's search button: first BotaoLocalizarValida (writing true cancels), then, unless cancelled,
     // BotaoLocalizarEnvia.

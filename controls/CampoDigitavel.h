@@ -1,0 +1,82 @@
+#pragma once
+
+#include "controls/Controle.h"
+#include "controls/Digitavel.h"
+#include "controls/TextoCampo.h"
+#include "host/Texto.h"
+
+#include <cstddef>
+#include <memory>
+#include <utility>
+
+// A control that holds one typed text, which raises Change whenever it becomes another one.
+template <class Contrato> class CampoDigitavel : public Controle<Contrato>, public Digitavel {
+  public:
+    std::string Text() const override { return m_Texto->Texto(); }
+    void DefineText(const std::string &valor) override
+    {
+        Aplica([&] {
+            m_Texto->Escreve(valor);
+            m_Cursor = m_Texto->Fim();
+        });
+    }
+    Evento<> &Change() override { return m_Change; }
+
+    // The field does not take what the person types, though they can go to it.
+    bool SomenteLeitura() const { return m_SomenteLeitura; }
+    // Position, in characters from 0, at which the next key goes.
+    std::size_t Cursor() const { return m_Cursor; }
+
+    bool Digita(const std::string &texto) override { return Edita(m_Texto->Fim(), 0, texto); }
+    bool Apaga() override { return Edita(0, Len(m_Texto->Texto()), {}); }
+    // The person deletes n characters from a position and types there. Characters that the field does not take are
+    // left out, one by one, as the keys of a keyboard would be.
+    bool Edita(std::size_t posicao, std::size_t n, const std::string &texto)
+    {
+        Ref<IControle> vivo = this->Vivo();
+        if (!PodeDigitar() || !this->Foco() || !PodeDigitar()) {
+            return false;
+        }
+        m_Cursor = posicao;
+        Aplica([&] { m_Texto->Retira(posicao, n); });
+        for (std::string_view resto = texto; !resto.empty();) {
+            if (!PodeDigitar()) { // what the key before raised has closed the field
+                return false;
+            }
+            const std::string carater = ::Left(resto, 1);
+            Aplica([&] { m_Texto->Insere(m_Cursor, carater); });
+            resto.remove_prefix(carater.size());
+        }
+        return true;
+    }
+
+  protected:
+    CampoDigitavel(const Ref<IForm> &form, const AjustesControle &ajustes, EspecieControle especie,
+                   std::unique_ptr<TextoCampo> texto)
+        : Controle<Contrato>(form, ajustes, especie),
+          m_Texto(std::move(texto))
+    {
+    }
+
+    void DefineSomenteLeitura(bool valor) { this->Redefine(m_SomenteLeitura, valor); }
+    bool PodeDigitar() const { return !m_SomenteLeitura && this->Usavel(); }
+
+    // Lets the text change and tells it when it did.
+    template <class Mudanca> void Aplica(Mudanca &&mudanca)
+    {
+        Ref<IControle> vivo = this->Vivo();
+        const std::string antes = m_Texto->Texto();
+        mudanca();
+        if (m_Texto->Texto() != antes) {
+            this->Mudou().dispara();
+            m_Change.dispara();
+        }
+    }
+
+    std::unique_ptr<TextoCampo> m_Texto;
+
+  private:
+    bool m_SomenteLeitura = false;
+    std::size_t m_Cursor = 0;
+    Evento<> m_Change;
+};

@@ -1,0 +1,208 @@
+#include "controls/ControleBase.h"
+
+#include "host/IControlesPadrao.h"
+
+#include <algorithm>
+#include <vector>
+
+ControleBase::ControleBase(const Ref<IForm> &form, const AjustesControle &ajustes, EspecieControle especie)
+    : m_Ajustes(ajustes),
+      m_Especie(especie),
+      m_TabIndex(static_cast<std::int16_t>(form->Controles().size())),
+      m_Form(form)
+{
+}
+
+bool ControleBase::AceitaFoco() const
+{
+    switch (m_Especie) {
+    case EspecieControle::Label:
+    case EspecieControle::Image:
+    case EspecieControle::ztFrame:
+    case EspecieControle::CommonDialog:
+        return false;
+    default:
+        return true;
+    }
+}
+
+bool ControleBase::HabilitadoComContainers() const
+{
+    if (!m_Ajustes.Enabled) {
+        return false;
+    }
+    std::int16_t pagina = m_Ajustes.Pagina;
+    for (Ref<IControle> dono = m_Ajustes.Container; dono; dono = dono->Container()) {
+        const auto *abas = dynamic_cast<const ISSTab *>(dono.Ponteiro());
+        if (!dono->Enabled() || (abas && pagina >= 0 && !abas->TabEnabled(pagina))) {
+            return false;
+        }
+        pagina = dono->Pagina();
+    }
+    return true;
+}
+
+bool ControleBase::HabilitadoDeFato() const
+{
+    Ref<IForm> form = Form();
+    return form && form->Enabled() && HabilitadoComContainers();
+}
+
+bool ControleBase::VisivelDeFato() const
+{
+    Ref<IForm> form = Form();
+    if (!form || !form->Visible() || !m_Ajustes.Visible || m_Especie == EspecieControle::CommonDialog) {
+        return false;
+    }
+    std::int16_t pagina = m_Ajustes.Pagina;
+    for (Ref<IControle> dono = m_Ajustes.Container; dono; dono = dono->Container()) {
+        const auto *abas = dynamic_cast<const ISSTab *>(dono.Ponteiro());
+        if (!dono->Visible() || (abas && pagina >= 0 && (abas->Tab() != pagina || !abas->TabVisible(pagina)))) {
+            return false;
+        }
+        pagina = dono->Pagina();
+    }
+    return true;
+}
+
+bool ControleBase::TemFoco() const
+{
+    Ref<IForm> form = Form();
+    return form && ComoBase(form->ControleAtivo()) == this;
+}
+
+std::string ControleBase::Impedimento() const
+{
+    Ref<IForm> form = Form();
+    if (!form || !form->Visible()) {
+        return "a janela não está aberta";
+    }
+    if (!form->Enabled()) {
+        return "a janela está bloqueada";
+    }
+    if (!m_Ajustes.Visible) {
+        return "está oculto";
+    }
+    if (!VisivelDeFato()) {
+        return "o que o contém está oculto";
+    }
+    if (!m_Ajustes.Enabled) {
+        return "está desabilitado";
+    }
+    if (!HabilitadoComContainers()) {
+        return "o que o contém está desabilitado";
+    }
+    return {};
+}
+
+bool ControleBase::Foco()
+{
+    if (!AceitaFoco() || !Usavel()) {
+        return false;
+    }
+    Ref<IControle> vivo = Vivo();
+    EntraFoco();
+    return TemFoco();
+}
+
+void ControleBase::AoReceberFoco(bool) {}
+
+void ControleBase::DaFoco()
+{
+    if (!AceitaFoco()) {
+        throw Falha(NumeroFalha::MembroInexistente);
+    }
+    if (!HabilitadoComContainers() || !VisivelDeFato()) {
+        throw Falha(NumeroFalha::ArgumentoInvalido);
+    }
+    Ref<IControle> vivo = Vivo();
+    EntraFoco();
+}
+
+void ControleBase::EntraFoco()
+{
+    Ref<IForm> form = Form();
+    Ref<IControle> anterior = form->ControleAtivo();
+    bool chegou = ComoBase(anterior) != this;
+    if (chegou) {
+        form->DefineControleAtivo(Vivo());
+        if (ControleBase *deixado = ComoBase(anterior)) {
+            deixado->Conclui();
+        }
+        if (!TemFoco()) { // what the other control raised has led the focus elsewhere
+            return;
+        }
+    }
+    m_RecebeuFoco.dispara();
+    AoReceberFoco(chegou);
+}
+
+void ControleBase::Renumera(std::int16_t tabIndex)
+{
+    if (tabIndex < 0) {
+        throw Falha(NumeroFalha::ArgumentoInvalido);
+    }
+    Ref<IForm> form = Form();
+    std::vector<ControleBase *> ordem;
+    if (form) {
+        for (const Ref<IControle> &controle : form->Controles()) {
+            ControleBase *base = ComoBase(controle);
+            if (base && base != this) {
+                ordem.push_back(base);
+            }
+        }
+    }
+    std::ranges::stable_sort(ordem, {}, [](const ControleBase *base) { return base->m_TabIndex; });
+    const auto lugar = std::min(ordem.size(), static_cast<std::size_t>(tabIndex));
+    ordem.insert(ordem.begin() + static_cast<std::ptrdiff_t>(lugar), this);
+    for (std::size_t i = 0; i < ordem.size(); ++i) {
+        ordem[i]->m_TabIndex = static_cast<std::int16_t>(i);
+    }
+    m_Mudou.dispara();
+}
+
+std::string_view NomeEspecie(EspecieControle especie)
+{
+    switch (especie) {
+    case EspecieControle::Label:
+        return "Label";
+    case EspecieControle::TextBox:
+        return "TextBox";
+    case EspecieControle::CheckBox:
+        return "CheckBox";
+    case EspecieControle::OptionButton:
+        return "OptionButton";
+    case EspecieControle::CommandButton:
+        return "CommandButton";
+    case EspecieControle::SSTab:
+        return "SSTab";
+    case EspecieControle::Image:
+        return "Image";
+    case EspecieControle::CommonDialog:
+        return "CommonDialog";
+    case EspecieControle::ztList:
+        return "ztList";
+    case EspecieControle::ztCombo:
+        return "ztCombo";
+    case EspecieControle::ztMask:
+        return "ztMask";
+    case EspecieControle::ztData:
+        return "ztData";
+    case EspecieControle::ztCommand:
+        return "ztCommand";
+    case EspecieControle::ztFrame:
+        return "ztFrame";
+    case EspecieControle::ztVeiObservacao:
+        return "ztVeiObservacao";
+    case EspecieControle::ztEndereco:
+        return "ztEndereco";
+    case EspecieControle::ztClienteSetor:
+        return "ztClienteSetor";
+    }
+    return {};
+}
+
+ControleBase *ComoBase(const Ref<IControle> &controle)
+{
+    return dynamic_cast<ControleBase *>(controle.Ponteiro());
+}

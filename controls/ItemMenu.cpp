@@ -1,0 +1,32 @@
+#include "controls/ItemMenu.h"
+
+ItemMenu::ItemMenu(const ItemMenuLista &item, bool visivel) : m_Item(item), m_Visivel(visivel) {}
+
+template <class T> void ItemMenu::Redefine(T &campo, const T &valor)
+{
+    if (campo != valor) {
+        Ref<ItemMenu> vivo = Eu(*this);
+        campo = valor;
+        m_Mudou.dispara();
+    }
+}
+
+void ItemMenu::DefineEnabled(bool valor)
+{
+    Redefine(m_Enabled, valor);
+}
+
+void ItemMenu::DefineVisivel(bool valor)
+{
+    Redefine(m_Visivel, valor);
+}
+
+void ItemMenu::DefineBloqueado(bool valor)
+{
+    Redefine(m_Bloqueado, valor);
+}
+
+void ItemMenu::DefineTexto(const std::string &valor)
+{
+    Redefine(m_Item.Texto, valor);
+}

@@ -1,0 +1,332 @@
+#include "controls/Pessoa.h"
+
+#include "controls/Acionavel.h"
+#include "controls/CheckBox.h"
+#include "controls/Digitavel.h"
+#include "controls/OptionButton.h"
+#include "controls/SSTab.h"
+#include "controls/ztClienteSetor.h"
+#include "controls/ztCombo.h"
+#include "controls/ztEndereco.h"
+#include "controls/ztList.h"
+#include "host/Texto.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr const char *NaoAceita = "não aceita isso agora";
+constexpr const char *NaoDigita = "não aceita o que se digita";
+constexpr const char *NaoOferece = "não oferece isso";
+
+// The character behind the first "&" that is not doubled, in lower case; empty when there is none.
+std::string TeclaDe(std::string_view caption)
+{
+    for (std::size_t i = caption.find('&'); i != std::string_view::npos; i = caption.find('&', i)) {
+        const std::string tecla = Left(caption.substr(i + 1), 1);
+        if (tecla != "&") {
+            return LCase(tecla);
+        }
+        i += 2;
+    }
+    return {};
+}
+
+std::string Utf8(char32_t codigo)
+{
+    std::string texto;
+    if (codigo < 0x80) {
+        texto += static_cast<char>(codigo);
+    } else if (codigo < 0x800) {
+        texto += static_cast<char>(0xC0 | (codigo >> 6));
+        texto += static_cast<char>(0x80 | (codigo & 0x3F));
+    }
+    return texto;
+}
+
+} // namespace
+
+Pessoa::Pessoa(const Ref<IForm> &form, const Ref<IPlataforma> &plataforma) : m_Form(form), m_Plataforma(plataforma) {}
+
+bool Pessoa::Recusa(const std::string &motivo)
+{
+    m_Motivo = motivo;
+    return false;
+}
+
+Ref<IControle> Pessoa::Acha(const std::string &nome, std::int16_t indice) const
+{
+    if (Ref<IForm> form = m_Form.Alvo()) {
+        for (const Ref<IControle> &controle : form->Controles()) {
+            if (controle->Indice() == indice && IgualSemCaixa(controle->Nome(), nome)) {
+                return controle;
+            }
+        }
+    }
+    return {};
+}
+
+template <class C, class Acao>
+bool Pessoa::Com(const std::string &nome, std::int16_t indice, const char *recusado, Acao &&acao)
+{
+    m_Motivo.clear();
+    const std::string quem = indice < 0 ? nome : nome + "(" + std::to_string(indice) + ")";
+    Ref<IControle> controle = Acha(nome, indice);
+    if (!controle) {
+        return Recusa(quem + ": não existe");
+    }
+    auto *face = dynamic_cast<C *>(controle.Ponteiro());
+    const ControleBase *base = ComoBase(controle);
+    if (!face || !base) {
+        return Recusa(quem + ": não é controle para isso");
+    }
+    const std::string impedimento = base->Impedimento();
+    if (acao(*face)) {
+        return true;
+    }
+    return Recusa(quem + ": " + (impedimento.empty() ? recusado : impedimento));
+}
+
+bool Pessoa::Foco(const std::string &nome, std::int16_t indice)
+{
+    return Com<ControleBase>(nome, indice, "não recebe o foco", [](ControleBase &base) { return base.Foco(); });
+}
+
+bool Pessoa::Clica(const std::string &nome, std::int16_t indice)
+{
+    return Com<Clicavel>(nome, indice, NaoAceita, [](Clicavel &clicavel) { return clicavel.Clica(); });
+}
+
+bool Pessoa::Marca(const std::string &nome, std::int16_t indice)
+{
+    Ref<CheckBox> caixa = Acha<CheckBox>(nome, indice);
+    return caixa && caixa->Value() != 0 ? Foco(nome, indice) : Clica(nome, indice);
+}
+
+bool Pessoa::Desmarca(const std::string &nome, std::int16_t indice)
+{
+    return Com<CheckBox>(nome, indice, NaoAceita,
+                         [](CheckBox &caixa) { return caixa.Value() == 0 ? caixa.Foco() : caixa.Clica(); });
+}
+
+bool Pessoa::Digita(const std::string &nome, const std::string &texto, std::int16_t indice)
+{
+    return Com<Digitavel>(nome, indice, NaoDigita, [&](Digitavel &campo) { return campo.Digita(texto); });
+}
+
+bool Pessoa::Apaga(const std::string &nome, std::int16_t indice)
+{
+    return Com<Digitavel>(nome, indice, NaoDigita, [](Digitavel &campo) { return campo.Apaga(); });
+}
+
+bool Pessoa::Preenche(const std::string &nome, const std::string &texto, std::int16_t indice)
+{
+    return Com<Digitavel>(nome, indice, NaoDigita, [&](Digitavel &campo) { return campo.Preenche(texto); });
+}
+
+bool Pessoa::Escolhe(const std::string &nome, const std::string &texto, std::int16_t indice)
+{
+    return Com<ztCombo>(nome, indice, NaoOferece, [&](ztCombo &combo) { return combo.EscolheTexto(texto); });
+}
+
+bool Pessoa::EscolheIndice(const std::string &nome, std::int32_t posicao, std::int16_t indice)
+{
+    return Com<ztCombo>(nome, indice, NaoOferece, [&](ztCombo &combo) { return combo.Escolhe(posicao); });
+}
+
+bool Pessoa::Abre(const std::string &nome, std::int16_t pagina)
+{
+    return Com<SSTab>(nome, -1, NaoOferece, [&](SSTab &abas) { return abas.Abre(pagina); });
+}
+
+bool Pessoa::ClicaLinha(const std::string &nome, std::int32_t linha)
+{
+    return Com<ztList>(nome, -1, NaoOferece, [&](ztList &lista) { return lista.ClicaLinha(linha); });
+}
+
+bool Pessoa::TeclaSetas(const std::string &nome, std::int32_t passos)
+{
+    return Com<ztList>(nome, -1, NaoAceita, [&](ztList &lista) { return lista.TeclaSetas(passos); });
+}
+
+bool Pessoa::EscolheMenu(const std::string &nome, const std::string &chave)
+{
+    return Com<ztList>(nome, -1, NaoOferece, [&](ztList &lista) { return lista.EscolheMenu(chave); });
+}
+
+bool Pessoa::PedeMais(const std::string &nome)
+{
+    return Com<ztList>(nome, -1, NaoOferece, [](ztList &lista) { return lista.PedeMais(); });
+}
+
+bool Pessoa::Localiza(const std::string &nome)
+{
+    return Com<ztList>(nome, -1, NaoAceita, [](ztList &lista) { return lista.Localiza(); });
+}
+
+bool Pessoa::OrdenaPor(const std::string &nome, std::int32_t coluna)
+{
+    return Com<ztList>(nome, -1, NaoOferece, [&](ztList &lista) { return lista.OrdenaPor(coluna); });
+}
+
+bool Pessoa::InformaEndereco(const std::string &nome, std::int32_t codLogradouro, std::int32_t numero,
+                             const std::string &complemento, const std::string &cep, const std::string &descricao)
+{
+    return Com<ztEndereco>(nome, -1, NaoAceita, [&](ztEndereco &endereco) {
+        return endereco.InformaEndereco(codLogradouro, numero, complemento, cep, descricao);
+    });
+}
+
+bool Pessoa::LimpaEndereco(const std::string &nome)
+{
+    return Com<ztEndereco>(nome, -1, NaoAceita, [](ztEndereco &endereco) { return endereco.LimpaEndereco(); });
+}
+
+bool Pessoa::EscolheCliente(const std::string &nome, const std::string &cliente, const std::string &setor)
+{
+    return Com<ztClienteSetor>(nome, -1, NaoAceita,
+                               [&](ztClienteSetor &picker) { return picker.Escolhe(cliente, setor); });
+}
+
+std::vector<Ref<IControle>> Pessoa::EmOrdem() const
+{
+    std::vector<Ref<IControle>> ordem;
+    if (Ref<IForm> form = m_Form.Alvo()) {
+        ordem = form->Controles();
+    }
+    std::ranges::stable_sort(ordem, {}, [](const Ref<IControle> &controle) { return controle->TabIndex(); });
+    // The control behind the one that has the focus comes first, that one itself last.
+    const auto ativo = std::ranges::find_if(
+        ordem, [](const auto &controle) { return ComoBase(controle) && ComoBase(controle)->TemFoco(); });
+    if (ativo != ordem.end()) {
+        std::ranges::rotate(ordem, ativo + 1);
+    }
+    return ordem;
+}
+
+bool Pessoa::Anda(int passo)
+{
+    m_Motivo.clear();
+    std::vector<Ref<IControle>> ordem = EmOrdem();
+    if (passo < 0) {
+        std::ranges::reverse(ordem);
+        if (!ordem.empty() && ComoBase(ordem.front()) && ComoBase(ordem.front())->TemFoco()) {
+            std::ranges::rotate(ordem, ordem.begin() + 1);
+        }
+    }
+    for (const Ref<IControle> &controle : ordem) {
+        ControleBase *base = ComoBase(controle);
+        if (base && base->Foco()) {
+            return true;
+        }
+    }
+    return Recusa("nenhum controle pode receber o foco");
+}
+
+bool Pessoa::Tab()
+{
+    return Anda(1);
+}
+
+bool Pessoa::ShiftTab()
+{
+    return Anda(-1);
+}
+
+bool Pessoa::Enter()
+{
+    m_Motivo.clear();
+    Ref<IForm> form = m_Form.Alvo();
+    if (!form) {
+        return Recusa("a janela não está aberta");
+    }
+    Ref<IControle> ativo = form->ControleAtivo();
+    if (ControleBase *base = ComoBase(ativo)) {
+        base->Conclui();
+    }
+    if (auto *botao = dynamic_cast<Acionavel *>(ativo.Ponteiro()); botao && botao->Aciona()) {
+        return true;
+    }
+    for (const Ref<IControle> &controle : EmOrdem()) {
+        auto *botao = dynamic_cast<Acionavel *>(controle.Ponteiro());
+        if (botao && botao->Padrao()) {
+            return botao->Aciona() || Recusa(controle->Nome() + ": " + ComoBase(controle)->Impedimento());
+        }
+    }
+    return Recusa("não há botão padrão");
+}
+
+bool Pessoa::Esc()
+{
+    m_Motivo.clear();
+    for (const Ref<IControle> &controle : EmOrdem()) {
+        auto *botao = dynamic_cast<Acionavel *>(controle.Ponteiro());
+        if (botao && botao->Cancelador()) {
+            return botao->Aciona() || Recusa(controle->Nome() + ": " + ComoBase(controle)->Impedimento());
+        }
+    }
+    return Recusa("não há botão de cancelar");
+}
+
+bool Pessoa::Alt(char32_t tecla)
+{
+    m_Motivo.clear();
+    const std::string procurada = LCase(Utf8(tecla));
+    if (procurada.empty()) {
+        return Recusa("não é tecla de atalho");
+    }
+    for (const Ref<IControle> &controle : EmOrdem()) {
+        const ControleBase *base = ComoBase(controle);
+        if (base && base->Impedimento().empty() && Mnemonica(controle, procurada)) {
+            return true;
+        }
+    }
+    return Recusa("nenhum controle responde a essa tecla");
+}
+
+bool Pessoa::Mnemonica(const Ref<IControle> &controle, const std::string &tecla)
+{
+    if (auto *abas = dynamic_cast<SSTab *>(controle.Ponteiro())) {
+        for (std::int16_t pagina = 0; pagina < abas->Tabs(); ++pagina) {
+            if (TeclaDe(abas->TabCaption(pagina)) == tecla && abas->Abre(pagina)) {
+                return true;
+            }
+        }
+        return false;
+    }
+    if (TeclaDe(controle->Rotulo()) == tecla) {
+        return ComoBase(controle)->Foco();
+    }
+    if (TeclaDe(controle->Caption()) != tecla) {
+        return false;
+    }
+    if (auto *clicavel = dynamic_cast<Clicavel *>(controle.Ponteiro())) {
+        return clicavel->Clica();
+    }
+    return FocoDepoisDe(controle);
+}
+
+bool Pessoa::FocoDepoisDe(const Ref<IControle> &controle)
+{
+    std::vector<Ref<IControle>> ordem = EmOrdem();
+    std::ranges::rotate(ordem, std::ranges::find(ordem, controle));
+    return std::ranges::any_of(ordem,
+                               [](const auto &seguinte) { return ComoBase(seguinte) && ComoBase(seguinte)->Foco(); });
+}
+
+bool Pessoa::Fecha()
+{
+    m_Motivo.clear();
+    Ref<IForm> form = m_Form.Alvo();
+    if (!form || !form->Visible()) {
+        return Recusa("a janela não está aberta");
+    }
+    if (!form->Enabled()) {
+        return Recusa("a janela está bloqueada");
+    }
+    if (!m_Plataforma) {
+        return Recusa("não há quem feche a janela");
+    }
+    m_Plataforma->Descarrega(form);
+    return !form->Visible() || Recusa("a janela não aceitou fechar");
+}

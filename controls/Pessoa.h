@@ -1,0 +1,82 @@
+#pragma once
+
+#include "controls/ControleBase.h"
+#include "host/IPlataforma.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+// A person in front of one form: does with its controls, by name, what a person can do, and nothing else. Every action
+// answers whether it could be done; Motivo then says why not. Raises nothing of its own: a fault that comes out of an
+// action was raised by the form's own code.
+class Pessoa {
+  public:
+    // Without a platform the person cannot close the window.
+    explicit Pessoa(const Ref<IForm> &form, const Ref<IPlataforma> &plataforma = nullptr);
+
+    // Why the last action was refused; empty when it was done.
+    const std::string &Motivo() const { return m_Motivo; }
+
+    // Mouse and keys on one control; indice only for one of a control array.
+    bool Foco(const std::string &nome, std::int16_t indice = -1);
+    bool Clica(const std::string &nome, std::int16_t indice = -1);
+    // Clicks a check box or an option only when that is needed for its state to be on, or off.
+    bool Marca(const std::string &nome, std::int16_t indice = -1);
+    bool Desmarca(const std::string &nome, std::int16_t indice = -1);
+    // Types at the end; empties; empties and types.
+    bool Digita(const std::string &nome, const std::string &texto, std::int16_t indice = -1);
+    bool Apaga(const std::string &nome, std::int16_t indice = -1);
+    bool Preenche(const std::string &nome, const std::string &texto, std::int16_t indice = -1);
+    // Chooses the item of a text in a combo.
+    bool Escolhe(const std::string &nome, const std::string &texto, std::int16_t indice = -1);
+    bool EscolheIndice(const std::string &nome, std::int32_t posicao, std::int16_t indice = -1);
+    bool Abre(const std::string &nome, std::int16_t pagina);
+    bool ClicaLinha(const std::string &nome, std::int32_t linha);
+    bool TeclaSetas(const std::string &nome, std::int32_t passos);
+    bool EscolheMenu(const std::string &nome, const std::string &chave);
+    bool PedeMais(const std::string &nome);
+    bool Localiza(const std::string &nome);
+    bool OrdenaPor(const std::string &nome, std::int32_t coluna);
+    bool InformaEndereco(const std::string &nome, std::int32_t codLogradouro, std::int32_t numero,
+                         const std::string &complemento, const std::string &cep, const std::string &descricao);
+    bool LimpaEndereco(const std::string &nome);
+    bool EscolheCliente(const std::string &nome, const std::string &cliente, const std::string &setor);
+
+    // Keys of the form.
+
+    // To the next control, or the one before, in the order of TabIndex, that can have the focus.
+    bool Tab();
+    bool ShiftTab();
+    // Presses the button that has the focus, otherwise the default button.
+    bool Enter();
+    // Presses the cancel button.
+    bool Esc();
+    // The letter or digit behind "&" in a caption: presses the button, clicks the box, opens the page, or leads from a
+    // label or frame to the control after it. Of several the first behind the focus.
+    bool Alt(char32_t tecla);
+    // The window's own close button.
+    bool Fecha();
+
+    // The control of that name and kind; Nothing when there is none. The name's case does not count.
+    template <class C> Ref<C> Acha(const std::string &nome, std::int16_t indice = -1) const
+    {
+        Ref<IControle> controle = Acha(nome, indice);
+        return dynamic_cast<C *>(controle.Ponteiro()) ? ComoTipo<C>(controle) : nullptr;
+    }
+    Ref<IControle> Acha(const std::string &nome, std::int16_t indice = -1) const;
+
+  private:
+    bool Recusa(const std::string &motivo);
+    // Does an action on the control, seen as C, and finds out why it was refused.
+    template <class C, class Acao>
+    bool Com(const std::string &nome, std::int16_t indice, const char *recusado, Acao &&acao);
+    std::vector<Ref<IControle>> EmOrdem() const;
+    bool Anda(int passo);
+    bool Mnemonica(const Ref<IControle> &controle, const std::string &tecla);
+    bool FocoDepoisDe(const Ref<IControle> &controle);
+
+    RefFraca<IForm> m_Form;
+    Ref<IPlataforma> m_Plataforma;
+    std::string m_Motivo;
+};

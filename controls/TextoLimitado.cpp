@@ -1,0 +1,62 @@
+#include "controls/TextoLimitado.h"
+
+#include "host/Texto.h"
+
+#include <utility>
+
+namespace {
+
+// What no key types: control characters, and bytes that are no character.
+bool Digitado(std::string_view carater)
+{
+    const auto primeiro = static_cast<unsigned char>(carater.front());
+    return primeiro >= 0x20 && primeiro != 0x7F && (primeiro < 0x80 || carater.size() > 1);
+}
+
+} // namespace
+
+TextoLimitado::TextoLimitado(std::size_t limite, Regra regra, bool maiusculas)
+    : m_Limite(limite),
+      m_Regra(std::move(regra)),
+      m_Maiusculas(maiusculas)
+{
+}
+
+std::size_t TextoLimitado::Fim() const
+{
+    return Len(m_Texto);
+}
+
+void TextoLimitado::Escreve(std::string_view texto)
+{
+    std::string aceito;
+    if (!m_Regra) {
+        aceito = texto;
+    } else {
+        while (!texto.empty()) {
+            const std::string carater = Left(texto, 1);
+            if (Aceita(carater)) {
+                aceito += carater;
+            }
+            texto.remove_prefix(carater.size());
+        }
+    }
+    m_Texto = m_Limite > 0 ? Left(aceito, m_Limite) : aceito;
+}
+
+void TextoLimitado::Retira(std::size_t posicao, std::size_t n)
+{
+    const std::string antes = Left(m_Texto, posicao);
+    const std::string tirado = Left(std::string_view(m_Texto).substr(antes.size()), n);
+    m_Texto.erase(antes.size(), tirado.size());
+}
+
+void TextoLimitado::Insere(std::size_t &posicao, std::string_view carater)
+{
+    if (!Digitado(carater) || !Aceita(carater) || (m_Limite > 0 && Len(m_Texto) >= m_Limite)) {
+        return;
+    }
+    const std::string antes = Left(m_Texto, posicao);
+    m_Texto.insert(antes.size(), m_Maiusculas ? UCase(carater) : std::string(carater));
+    posicao = Len(antes) + 1;
+}

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "controls/TextoCampo.h"
+
+#include <functional>
+
+// Text of limited length, of the characters that a rule takes.
+class TextoLimitado : public TextoCampo {
+  public:
+    using Regra = std::function<bool(std::string_view carater)>;
+
+    // limite in characters, 0 for none; without a rule every character is taken.
+    TextoLimitado(std::size_t limite, Regra regra, bool maiusculas);
+
+    std::size_t Fim() const override;
+    void Escreve(std::string_view texto) override;
+    void Retira(std::size_t posicao, std::size_t n) override;
+    void Insere(std::size_t &posicao, std::string_view carater) override;
+
+  private:
+    bool Aceita(std::string_view carater) const { return !m_Regra || m_Regra(carater); }
+
+    std::size_t m_Limite;
+    Regra m_Regra;
+    bool m_Maiusculas; // of what is typed
+};

@@ -1,0 +1,168 @@
+#include "controls/ztCombo.h"
+
+#include "controls/OrdemPortuguesa.h"
+#include "host/Texto.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr std::string_view FimDeItem = "??";
+
+} // namespace
+
+ztCombo::ztCombo(const Ref<IForm> &form, const AjustesZtCombo &ajustes)
+    : Controle(form, ajustes, EspecieControle::ztCombo),
+      m_ColunaValor(ajustes.ColunaValor),
+      m_Delimitador(ajustes.DelimitadorColuna),
+      m_Estilo(ajustes.Estilo),
+      m_PesquisaAoDigitar(ajustes.PesquisaAoDigitar)
+{
+    std::vector<std::string> itens = Divide(ajustes.Conteudo, FimDeItem);
+    if (!itens.empty() && itens.back().empty()) { // behind the last end
+        itens.pop_back();
+    }
+    for (const std::string &item : itens) {
+        Acrescenta(item);
+    }
+}
+
+void ztCombo::Limpa()
+{
+    Ref<IControle> vivo = Vivo();
+    m_Itens.clear();
+    m_IndiceAtual = -1;
+    m_Procurado.clear();
+    Mudou().dispara();
+}
+
+void ztCombo::AdicionaItem(const std::string &item)
+{
+    Ref<IControle> vivo = Vivo();
+    Acrescenta(item);
+    Mudou().dispara();
+}
+
+void ztCombo::Acrescenta(const std::string &item)
+{
+    const std::vector<std::string> colunas = Divide(item, m_Delimitador);
+    const auto coluna = static_cast<std::size_t>(m_ColunaValor);
+    if (m_ColunaValor < 0) {
+        m_Itens.push_back({item, item});
+    } else if (colunas.empty()) {
+        m_Itens.push_back({});
+    } else {
+        m_Itens.push_back({colunas.front(), coluna < colunas.size() ? colunas[coluna] : colunas.front()});
+    }
+}
+
+std::string ztCombo::Valor() const
+{
+    return m_IndiceAtual < 0 ? std::string() : m_Itens[static_cast<std::size_t>(m_IndiceAtual)].Valor;
+}
+
+void ztCombo::DefineValor(const std::string &valor)
+{
+    const auto achado = std::ranges::find(m_Itens, valor, &Item::Valor);
+    Muda(achado == m_Itens.end() ? -1 : static_cast<std::int32_t>(achado - m_Itens.begin()));
+}
+
+std::string ztCombo::Texto() const
+{
+    return m_IndiceAtual < 0 ? std::string() : m_Itens[static_cast<std::size_t>(m_IndiceAtual)].Texto;
+}
+
+void ztCombo::DefineIndiceAtual(std::int16_t indice)
+{
+    if (indice < -1 || indice >= NroItens()) {
+        throw Falha(NumeroFalha::ArgumentoInvalido);
+    }
+    Muda(indice);
+}
+
+void ztCombo::Muda(std::int32_t indice)
+{
+    if (indice == m_IndiceAtual) {
+        return;
+    }
+    Ref<IControle> vivo = Vivo();
+    m_IndiceAtual = static_cast<std::int16_t>(indice);
+    Mudou().dispara();
+    m_Click.dispara();
+    m_Change.dispara();
+}
+
+bool ztCombo::VaiEscolher()
+{
+    return PodeEscolher() && Foco() && PodeEscolher();
+}
+
+bool ztCombo::Escolhe(std::int32_t indice)
+{
+    Ref<IControle> vivo = Vivo();
+    if (!VaiEscolher() || indice < 0 || indice >= NroItens()) {
+        return false;
+    }
+    m_Procurado.clear();
+    Muda(indice);
+    return true;
+}
+
+bool ztCombo::EscolheTexto(const std::string &texto)
+{
+    Ref<IControle> vivo = Vivo();
+    const auto achado = std::ranges::find(m_Itens, texto, &Item::Texto);
+    return achado != m_Itens.end() && Escolhe(static_cast<std::int32_t>(achado - m_Itens.begin()));
+}
+
+bool ztCombo::Digita(const std::string &texto)
+{
+    Ref<IControle> vivo = Vivo();
+    if (!VaiEscolher()) {
+        return false;
+    }
+    bool todos = true;
+    for (std::string_view resto = texto; !resto.empty();) {
+        if (!PodeEscolher()) {
+            return false;
+        }
+        const std::string carater = ::Left(resto, 1);
+        todos = Tecla(carater) && todos;
+        resto.remove_prefix(carater.size());
+    }
+    return todos;
+}
+
+bool ztCombo::Tecla(const std::string &carater)
+{
+    const std::string procurado = m_PesquisaAoDigitar ? m_Procurado + carater : carater;
+    const std::string chave = SemAcentoNemCaixa(procurado);
+    const std::int32_t total = NroItens();
+    const std::int32_t inicio = m_PesquisaAoDigitar ? 0 : m_IndiceAtual + 1;
+    for (std::int32_t passo = 0; passo < total; ++passo) {
+        const std::int32_t indice = (inicio + passo) % total;
+        if (SemAcentoNemCaixa(m_Itens[static_cast<std::size_t>(indice)].Texto).starts_with(chave)) {
+            if (m_PesquisaAoDigitar) {
+                m_Procurado = procurado;
+            }
+            Muda(indice);
+            return true;
+        }
+    }
+    return false;
+}
+
+bool ztCombo::Apaga()
+{
+    Ref<IControle> vivo = Vivo();
+    if (!VaiEscolher()) {
+        return false;
+    }
+    m_Procurado.clear();
+    return true;
+}
+
+void ztCombo::Conclui()
+{
+    m_Procurado.clear();
+}

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "controls/Controle.h"
+#include "controls/Digitavel.h"
+#include "host/IztCombo.h"
+
+#include <vector>
+
+class ztCombo : public Controle<IztCombo>, public Digitavel {
+  public:
+    struct Item {
+        std::string Texto;
+        std::string Valor;
+    };
+
+    ztCombo(const Ref<IForm> &form, const AjustesZtCombo &ajustes);
+
+    void Limpa() override;
+    void AdicionaItem(const std::string &item) override;
+    std::string Valor() const override;
+    void DefineValor(const std::string &valor) override;
+    std::string Texto() const override;
+    std::int16_t IndiceAtual() const override { return m_IndiceAtual; }
+    void DefineIndiceAtual(std::int16_t indice) override;
+    std::int32_t NroItens() const override { return static_cast<std::int32_t>(m_Itens.size()); }
+    bool ComboSomenteLeitura() const override { return m_SomenteLeitura; }
+    void DefineComboSomenteLeitura(bool valor) override { Redefine(m_SomenteLeitura, valor); }
+    Evento<> &Click() override { return m_Click; }
+    Evento<> &Change() override { return m_Change; }
+
+    const std::vector<Item> &Itens() const { return m_Itens; }
+    std::int16_t Estilo() const { return m_Estilo; }
+    // What was typed so far of the item sought; only a combo that searches as the person types has it.
+    const std::string &Procurado() const { return m_Procurado; }
+
+    // The person chooses the item at a position from 0, or the first of a text.
+    bool Escolhe(std::int32_t indice);
+    bool EscolheTexto(const std::string &texto);
+    // Each key chooses an item; accents and case do not count. A combo that searches finds the first item that starts
+    // with all that was typed since the focus came; any other goes to the next item that starts with the key.
+    // False when a key found none; it is left out then.
+    bool Digita(const std::string &texto) override;
+    // Starts the search again. The choice stays.
+    bool Apaga() override;
+
+    void Conclui() override;
+
+  private:
+    void Acrescenta(const std::string &item);
+    void Muda(std::int32_t indice);
+    bool PodeEscolher() const { return !m_SomenteLeitura && Usavel(); }
+    bool VaiEscolher();
+    bool Tecla(const std::string &carater);
+
+    std::int16_t m_ColunaValor;
+    std::string m_Delimitador;
+    std::int16_t m_Estilo;
+    bool m_PesquisaAoDigitar;
+    bool m_SomenteLeitura = false;
+    std::vector<Item> m_Itens;
+    std::int16_t m_IndiceAtual = -1;
+    std::string m_Procurado;
+    Evento<> m_Click;
+    Evento<> m_Change;
+};

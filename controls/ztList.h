@@ -1,0 +1,145 @@
+#pragma once
+
+#include "controls/Controle.h"
+#include "controls/ItemMenu.h"
+#include "host/Colecao.h"
+#include "host/IztList.h"
+
+#include <map>
+#include <vector>
+
+class ztList : public Controle<IztList> {
+  public:
+    struct Coluna {
+        std::string Chave;
+        std::string Titulo;
+        std::int16_t Largura = 0; // twips
+        std::int16_t Alinhamento = 0;
+        std::string Marca;
+        bool Visivel = true;
+    };
+
+    ztList(const Ref<IForm> &form, const AjustesZtList &ajustes);
+
+    void Limpa(std::optional<bool> limpaTitulo) override;
+    void AdicionaColuna(std::int16_t numero, std::optional<std::string> chave, const std::string &titulo,
+                        std::int16_t largura, std::int16_t alinhamento, const std::string &marca,
+                        bool visivel) override;
+    void AlteraPrimeiraColuna(std::int16_t numero, std::optional<std::string> chave, const std::string &titulo,
+                              std::int16_t largura, std::int16_t alinhamento, const std::string &marca,
+                              bool visivel) override;
+    void CarregaItens(TabelaTexto &tabela) override;
+    void AtualizaLista() override;
+    std::int32_t NroItens() const override { return static_cast<std::int32_t>(m_Linhas.size()); }
+    std::int32_t ItemAtual() const override { return m_ItemAtual; }
+    void DefineItemAtual(std::int32_t linha) override;
+    std::string Celula(std::int32_t linha, const std::string &chaveColuna) const override;
+    std::string ValorAtual(const std::string &chaveColuna) const override;
+    std::string ColunaAtual(std::int16_t coluna) const override;
+    std::string Titulo() const override { return m_Titulo; }
+    void DefineTitulo(const std::string &valor) override { Redefine(m_Titulo, valor); }
+    void DefineTemMais(bool valor) override { Redefine(m_TemMais, valor); }
+    void IncluiItensMenu(const std::vector<ItemMenuLista> &itens) override;
+    Ref<IItemMenu> ItemMenu(const std::string &chave) override { return m_Menu.Item(chave); }
+    void MenuVisivel(const std::string &chave, bool valor) override;
+    void MenuBloqueado(const std::string &chave, bool valor) override;
+    void MenuHabilitado(const std::string &chave, bool valor) override;
+    void MenuTexto(const std::string &chave, const std::string &valor) override;
+    void EstiloMenu1(std::int32_t valor) override { Redefine(m_EstiloMenu1, valor); }
+    void EstiloMenu2(std::int32_t valor) override { Redefine(m_EstiloMenu2, valor); }
+    void BarraCriteriosAtiva(bool valor) override { Redefine(m_AjustesList.BarraCriteriosAtiva, valor); }
+    std::int32_t BarraCriteriosAltura() const override { return m_AjustesList.BarraCriteriosAltura; }
+    void DefineBarraCriteriosAltura(std::int32_t twips) override
+    {
+        Redefine(m_AjustesList.BarraCriteriosAltura, twips);
+    }
+    void BotoesFecharAjuda(bool valor) override { Redefine(m_AjustesList.BotoesFecharAjuda, valor); }
+    void DefineJanelaExibida(bool valor) override { Redefine(m_JanelaExibida, valor); }
+
+    Evento<> &BotaoClick() override { return m_BotaoClick; }
+    Evento<> &ItemClick() override { return m_ItemClick; }
+    Evento<std::string> &ItemMenuClicado() override { return m_ItemMenuClicado; }
+    Evento<> &HabilitaItensMenuLista() override { return m_HabilitaItensMenuLista; }
+    Evento<> &GotFocus() override { return m_GotFocus; }
+    Evento<std::int32_t &> &AntesDeRemoverItem() override { return m_AntesDeRemoverItem; }
+    Evento<> &DepoisDeRemoverItem() override { return m_DepoisDeRemoverItem; }
+    Evento<bool &> &BotaoLocalizarValida() override { return m_BotaoLocalizarValida; }
+    Evento<> &BotaoLocalizarEnvia() override { return m_BotaoLocalizarEnvia; }
+
+    // What a screen shows.
+
+    // Settings as they are now.
+    const AjustesZtList &Ajustes() const { return m_AjustesList; }
+    const std::vector<Coluna> &Colunas() const { return m_Colunas; }
+    // A cell by row and column, both from 1. Fault 9 outside the list.
+    const std::string &TextoCelula(std::int32_t linha, std::int32_t coluna) const;
+    // Grows whenever rows come, go or change places, or columns do: while it stays, only the rest has changed.
+    std::int64_t Arranjo() const { return m_Arranjo; }
+    // Column by which the person has sorted the rows as they are, from 1; 0 when none.
+    std::int32_t ColunaOrdem() const { return m_ColunaOrdem; }
+    bool OrdemDecrescente() const { return m_Decrescente; }
+    const Colecao<Ref<::ItemMenu>> &Menu() const { return m_Menu; }
+    bool TemMais() const { return m_TemMais; }
+    std::int32_t EstiloMenu1() const { return m_EstiloMenu1; }
+    std::int32_t EstiloMenu2() const { return m_EstiloMenu2; }
+    bool JanelaExibida() const { return m_JanelaExibida; }
+
+    // Person's face.
+
+    bool ClicaLinha(std::int32_t linha);
+    // Arrow keys: down by so many rows, up when negative, as far as there are rows. Without a current row, to the
+    // first.
+    bool TeclaSetas(std::int32_t passos);
+    // The person opens the menu, or looks at the button bar.
+    bool OfereceMenu();
+    // The person chooses a menu item.
+    bool EscolheMenu(const std::string &chave);
+    // The button for more rows.
+    bool PedeMais();
+    // The criteria bar's search button. False also when the criteria were refused.
+    bool Localiza();
+    // The person clicks a column's heading: sorts by it, and the other way round on the next click.
+    bool OrdenaPor(std::int32_t coluna);
+
+  protected:
+    void AoReceberFoco(bool chegou) override;
+
+  private:
+    using Linha = std::vector<std::string>;
+
+    Coluna FazColuna(std::optional<std::string> chave, const std::string &titulo, std::int16_t largura,
+                     std::int16_t alinhamento, const std::string &marca, bool visivel) const;
+    std::size_t IndiceColuna(const std::string &chave) const;
+    const Linha &ExigeLinha(std::int32_t linha) const;
+    const std::string &Texto(const Linha &linha, std::size_t coluna) const;
+    void IncluiItem(const ItemMenuLista &item, bool visivel);
+    void TornaAtual(std::int32_t linha);
+    bool Exclui();
+    void Rearranja();
+    std::vector<std::size_t> Ordem(std::size_t coluna, bool decrescente) const;
+
+    AjustesZtList m_AjustesList;
+    std::vector<Coluna> m_Colunas{1};
+    std::vector<Linha> m_Linhas;
+    std::int32_t m_ItemAtual = -1;
+    std::int32_t m_LinhaAoEntrar = 1; // row that becomes current when the focus comes to a list without one
+    std::int64_t m_Arranjo = 0;
+    std::int32_t m_ColunaOrdem = 0;
+    bool m_Decrescente = false;
+    std::string m_Titulo;
+    bool m_TemMais = false;
+    bool m_JanelaExibida = false;
+    std::int32_t m_EstiloMenu1 = 0;
+    std::int32_t m_EstiloMenu2 = 0;
+    Colecao<Ref<::ItemMenu>> m_Menu;
+    std::vector<Conexao> m_MudouMenu;
+    Evento<> m_BotaoClick;
+    Evento<> m_ItemClick;
+    Evento<std::string> m_ItemMenuClicado;
+    Evento<> m_HabilitaItensMenuLista;
+    Evento<> m_GotFocus;
+    Evento<std::int32_t &> m_AntesDeRemoverItem;
+    Evento<> m_DepoisDeRemoverItem;
+    Evento<bool &> m_BotaoLocalizarValida;
+    Evento<> m_BotaoLocalizarEnvia;
+};
