@@ -116,6 +116,13 @@ void Formulario::Descarregar()
     Plataforma()->Descarrega(EsteForm());
 }
 
+void Formulario::AbandonaCarga() noexcept
+{
+    if (m_Carregado && !m_Visible) {
+        IgnoraErro([&] { Descarregar(); });
+    }
+}
+
 void Formulario::Unload(bool &cancela)
 {
     if (!m_Carregado) {

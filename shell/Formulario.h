@@ -67,6 +67,9 @@ class Formulario : public IForm {
     bool Carregado() const { return m_Carregado; }
     // The platform's unload of this form.
     void Descarregar();
+    // Unloads the form if it is loaded but not shown: an entry point gave up, and the next opening starts from the
+    // design.
+    void AbandonaCarga() noexcept;
 
     void DefineIcone(const std::string &chave);
     // Size as designed, in twips; called by CriaControles.

@@ -1,0 +1,878 @@
+#include "equipment/frmEquipDetalhes.h"
+
+#include "shell/Geral.h"
+#include "shell/ModGeral.h"
+
+#include <algorithm>
+#include <string_view>
+
+namespace {
+
+constexpr std::int16_t PaginaEquipamento = 0;
+constexpr std::int16_t PaginaDados = 1;
+constexpr std::int16_t PaginaSensores = 2;
+constexpr std::int16_t PaginaAfericoes = 3;
+constexpr std::int16_t PaginaOpcoes = 4;
+
+constexpr std::int32_t CodClienteComSetor = 2;
+constexpr double LimiteDaTolerancia = 100; // km/h; from here on the tolerance is a percentage
+
+constexpr std::string_view TituloAtencao = "Atenção";
+
+// What page Dados and the frames show for a type of equipment.
+struct RegraDeMolduras {
+    std::string_view Tipos; // one letter each; empty: any other type
+    bool Layout;
+    bool LimiteVel;
+    bool TipoVia;
+    std::int32_t TipoViaLeft; // twips; 0: unchanged
+    bool LimiteDif;
+    bool ObsNotif;
+};
+
+constexpr std::int32_t EsquerdaSemVelocidade = 180;
+constexpr std::int32_t EsquerdaAoLadoDaVelocidade = 4320;
+
+constexpr RegraDeMolduras MoldurasPorTipo[] = {
+    {"M", true, false, true, EsquerdaSemVelocidade, false, false},
+    {"EUB", false, false, false, 0, true, false},
+    {"A", false, true, false, 0, true, false},
+    {"FV", true, false, true, EsquerdaSemVelocidade, false, true},
+    {"", true, true, true, EsquerdaAoLadoDaVelocidade, true, false},
+};
+
+// Which pages a type of equipment offers.
+struct RegraDePaginas {
+    std::string_view Tipos;
+    bool Sensores;
+    bool Afericoes;
+    bool Opcoes;
+};
+
+constexpr RegraDePaginas PaginasPorTipo[] = {
+    {"M", false, true, true},
+    {"AEUB", false, true, false},
+    {"V", false, false, true},
+    {"", true, false, true},
+};
+
+bool TipoEm(std::string_view tipos, std::string_view tipo)
+{
+    return tipo.size() == 1 && tipos.find(tipo) != std::string_view::npos;
+}
+
+template <class Regra, std::size_t N> const Regra &RegraDoTipo(const Regra (&regras)[N], std::string_view tipo)
+{
+    const Regra *achada = std::find_if(std::begin(regras), std::end(regras) - 1,
+                                       [&](const Regra &regra) { return TipoEm(regra.Tipos, tipo); });
+    return *achada; // the last one is for any other type
+}
+
+AjustesControle Ajuste(std::string nome, const Ref<IControle> &container, std::string caption = {})
+{
+    AjustesControle ajustes;
+    ajustes.Nome = std::move(nome);
+    ajustes.Container = container;
+    ajustes.Caption = std::move(caption);
+    return ajustes;
+}
+
+AjustesZtMask AjusteDeCodigo(std::string nome, const Ref<IControle> &container, std::string rotulo)
+{
+    AjustesZtMask ajustes;
+    ajustes.Nome = std::move(nome);
+    ajustes.Container = container;
+    ajustes.Rotulo = std::move(rotulo);
+    ajustes.MaxLength = 20;
+    ajustes.Tipo = 7;
+    ajustes.CaracteresAceitos = "._";
+    ajustes.TabelaCaracteres = 1;
+    return ajustes;
+}
+
+AjustesTextBox AjusteDeTexto(std::string nome, const Ref<IControle> &container, std::string rotulo,
+                             std::int32_t maxLength)
+{
+    AjustesTextBox ajustes;
+    ajustes.Nome = std::move(nome);
+    ajustes.Container = container;
+    ajustes.Rotulo = std::move(rotulo);
+    ajustes.MaxLength = maxLength;
+    return ajustes;
+}
+
+AjustesZtCombo AjusteDeCombo(std::string nome, const Ref<IControle> &container, std::string rotulo)
+{
+    AjustesZtCombo ajustes;
+    ajustes.Nome = std::move(nome);
+    ajustes.Container = container;
+    ajustes.Rotulo = std::move(rotulo);
+    return ajustes;
+}
+
+AjustesZtList AjusteDeLista(std::string nome, const Ref<IControle> &container)
+{
+    AjustesZtList ajustes;
+    ajustes.Nome = std::move(nome);
+    ajustes.Container = container;
+    ajustes.BotoesLaterais = true;
+    ajustes.BotaoEliminar = false;
+    ajustes.BotaoVisivel = false;
+    ajustes.BotaoEnabled = false;
+    ajustes.BotoesFecharAjuda = false;
+    return ajustes;
+}
+
+} // namespace
+
+void frmEquipDetalhes::CriaControles()
+{
+    DefineTamanho(9900, 7200);
+    const auto fabrica = Host().Controles();
+    const Ref<IForm> eu = EsteForm();
+
+    auto rotulado = [&](std::string nome, const Ref<IControle> &container, std::string rotulo) {
+        AjustesControle ajustes = Ajuste(std::move(nome), container);
+        ajustes.Rotulo = std::move(rotulo);
+        return Guarda(fabrica->CriaLabel(eu, ajustes));
+    };
+    lblClienteInc = rotulado("lblClienteInc", nullptr, "Cliente:");
+    lblSetorInc = rotulado("lblSetorInc", nullptr, "Setor:");
+
+    AjustesSSTab abas;
+    abas.Nome = "sstDados";
+    abas.Paginas = {"Equipamento", "Dados", "Sensores", "Aferições", "Opções"};
+    sstDados = Guarda(fabrica->CriaSSTab(eu, abas));
+    for (std::int16_t pagina = 0; pagina < NroPaginas; ++pagina) {
+        AjustesControle moldura = Ajuste("fraDados", sstDados);
+        moldura.Indice = pagina;
+        moldura.Pagina = pagina;
+        moldura.Enabled = pagina == PaginaEquipamento;
+        fraDados[static_cast<std::size_t>(pagina)] = Guarda(fabrica->CriaZtFrame(eu, moldura));
+    }
+
+    CriaPaginaEquipamento();
+    lblCliente = rotulado("lblCliente", frUltAtu, "Cliente:");
+    lblOperador = rotulado("lblOperador", frUltAtu, "Operador:");
+    lblData = rotulado("lblData", frUltAtu, "Data:");
+    lblHora = rotulado("lblHora", frUltAtu, "Hora:");
+    CriaPaginaDados();
+    ztListaSensor = Guarda(fabrica->CriaZtList(eu, AjusteDeLista("ztListaSensor", fraDados[PaginaSensores])));
+    ztListaAfericao = Guarda(fabrica->CriaZtList(eu, AjusteDeLista("ztListaAfericao", fraDados[PaginaAfericoes])));
+    CriaPaginaOpcoes();
+    CriaBotoes();
+    LigaEventos();
+}
+
+void frmEquipDetalhes::CriaPaginaEquipamento()
+{
+    const auto fabrica = Host().Controles();
+    const Ref<IForm> eu = EsteForm();
+    const Ref<IControle> pagina = fraDados[PaginaEquipamento];
+
+    txtCodEquip = Guarda(fabrica->CriaZtMask(eu, AjusteDeCodigo("txtCodEquip", pagina, "Código:")));
+    txtSubCodEquip = Guarda(fabrica->CriaZtMask(eu, AjusteDeCodigo("txtSubCodEquip", pagina, "Subcódigo (opcional):")));
+    txtDescricao = Guarda(fabrica->CriaTextBox(eu, AjusteDeTexto("txtDescricao", pagina, "Descrição:", 50)));
+    cboTipoMedidor = Guarda(fabrica->CriaZtCombo(eu, AjusteDeCombo("cboTipoMedidor", pagina, "Tipo de Medidor:")));
+    cboTipoEquip = Guarda(fabrica->CriaZtCombo(eu, AjusteDeCombo("cboTipoEquip", pagina, "Tipo Equip.:")));
+    txtModelo = Guarda(fabrica->CriaTextBox(eu, AjusteDeTexto("txtModelo", pagina, "Marca/Modelo:", 30)));
+    frUltAtu = Guarda(fabrica->CriaZtFrame(eu, Ajuste("frUltAtu", pagina, "Última alteração: ")));
+}
+
+void frmEquipDetalhes::CriaPaginaDados()
+{
+    const auto fabrica = Host().Controles();
+    const Ref<IForm> eu = EsteForm();
+    const Ref<IControle> pagina = fraDados[PaginaDados];
+
+    AjustesZtCombo munic = AjusteDeCombo("cboMunic", pagina, "Município:");
+    munic.PesquisaAoDigitar = true;
+    cboMunic = Guarda(fabrica->CriaZtCombo(eu, munic));
+
+    fraLayout = Guarda(fabrica->CriaZtFrame(eu, Ajuste("fraLayout", pagina)));
+    AjustesZtCombo layout = AjusteDeCombo("cboArqLayout", fraLayout, "Layout arquivos:");
+    layout.ColunaValor = -1;
+    layout.PesquisaAoDigitar = true;
+    cboArqLayout = Guarda(fabrica->CriaZtCombo(eu, layout));
+
+    AjustesControle limite = Ajuste("fraLimiteVel", pagina, "Limites de Velocidade: ");
+    limite.Left = EsquerdaSemVelocidade;
+    fraLimiteVel = Guarda(fabrica->CriaZtFrame(eu, limite));
+    AjustesZtMask veloc;
+    veloc.Nome = "txtVelocPerm";
+    veloc.Container = fraLimiteVel;
+    veloc.Rotulo = "Veloc. Permitida:";
+    veloc.MaxLength = 3;
+    veloc.Tipo = 1;
+    txtVelocPerm = Guarda(fabrica->CriaZtMask(eu, veloc));
+    Guarda(fabrica->CriaLabel(eu, Ajuste("lblUnidade", fraLimiteVel, "Km/h")));
+    AjustesControle tolerancia = Ajuste("lblTolerancia", fraLimiteVel);
+    tolerancia.Rotulo = "Tolerância:";
+    lblTolerancia = Guarda(fabrica->CriaLabel(eu, tolerancia));
+
+    AjustesControle via = Ajuste("fraTipoVia", pagina, "Tipo &Via:");
+    via.Left = EsquerdaAoLadoDaVelocidade;
+    fraTipoVia = Guarda(fabrica->CriaZtFrame(eu, via));
+    optRodovia = Guarda(fabrica->CriaOptionButton(
+        eu, Ajuste("optRodovia", fraTipoVia, "Rodovia ou Via de Trânsito Rápido ou Via Arterial")));
+    optUrbana = Guarda(fabrica->CriaOptionButton(eu, Ajuste("optUrbana", fraTipoVia, "Via urbana")));
+    AjustesControle banco = Ajuste("optInfGeraBanco", fraTipoVia, "Informado na geração do Banco de Fotos");
+    banco.Visible = false;
+    optInfGeraBanco = Guarda(fabrica->CriaOptionButton(eu, banco));
+}
+
+void frmEquipDetalhes::CriaPaginaOpcoes()
+{
+    const auto fabrica = Host().Controles();
+    const Ref<IForm> eu = EsteForm();
+    const Ref<IControle> pagina = fraDados[PaginaOpcoes];
+
+    chkEntrelacada = Guarda(fabrica->CriaCheckBox(eu, Ajuste("chkEntrelacada", pagina, "Imagem entrelaçada")));
+    chkPerfilMagnetico = Guarda(fabrica->CriaCheckBox(eu, Ajuste("chkPerfilMagnetico", pagina, "Perfil Magnético")));
+
+    fraLimiteDif = Guarda(fabrica->CriaZtFrame(eu, Ajuste("fraLimiteDif", pagina)));
+    AjustesControle sim = Ajuste("optTrabDiasDif", fraLimiteDif, "Sim");
+    sim.Indice = 1;
+    sim.Rotulo = "Trabalha com Limites Diferenciados?";
+    optTrabDiasDif[1] = Guarda(fabrica->CriaOptionButton(eu, sim));
+    AjustesControle nao = Ajuste("optTrabDiasDif", fraLimiteDif, "Não");
+    nao.Indice = 0;
+    optTrabDiasDif[0] = Guarda(fabrica->CriaOptionButton(eu, nao));
+    AjustesControle rejeicaoAuto = Ajuste("chkRejeicaoAuto", fraLimiteDif);
+    rejeicaoAuto.Enabled = false;
+    chkRejeicaoAuto = Guarda(fabrica->CriaCheckBox(eu, rejeicaoAuto));
+    AjustesControle texto =
+        Ajuste("lblTextoRejLimDif", fraLimiteDif,
+               "Realizar a rejeição das fotos das autuações efetivadas no horário diferenciado (que ultrapassem o "
+               "limite normal, mas não o limite do horário diferenciado) de forma automática, na abertura do banco de "
+               "fotos.");
+    texto.Enabled = false;
+    lblTextoRejLimDif = Guarda(fabrica->CriaLabel(eu, texto));
+    AjustesControle rejeicao = Ajuste("lblRejeicao", fraLimiteDif, "Utilizar a rejeição:");
+    rejeicao.Enabled = false;
+    lblRejeicao = Guarda(fabrica->CriaLabel(eu, rejeicao));
+    AjustesZtCombo comboRejeicao = AjusteDeCombo("cboRejeicao", fraLimiteDif, {});
+    comboRejeicao.Enabled = false;
+    cboRejeicao = Guarda(fabrica->CriaZtCombo(eu, comboRejeicao));
+
+    fraObsNotif = Guarda(fabrica->CriaZtFrame(eu, Ajuste("fraObsNotif", pagina)));
+    chkIncObsNotif =
+        Guarda(fabrica->CriaCheckBox(eu, Ajuste("chkIncObsNotif", fraObsNotif, "Incluir observação na Notificação:")));
+    txtObsNotif = Guarda(fabrica->CriaZtVeiObservacao(eu, AjusteDeTexto("txtObsNotif", fraObsNotif, {}, 70)));
+}
+
+void frmEquipDetalhes::CriaBotoes()
+{
+    const auto fabrica = Host().Controles();
+    const Ref<IForm> eu = EsteForm();
+
+    AjustesZtCommand ok;
+    ok.Nome = "ztCmdOK";
+    ok.Caption = "&OK";
+    ok.Enabled = false;
+    ok.LockFormOnClick = true;
+    ok.Left = 5700;
+    ztCmdOK = Guarda(fabrica->CriaZtCommand(eu, ok));
+
+    AjustesCommandButton cancelar;
+    cancelar.Nome = "cmdCancelar";
+    cancelar.Caption = "&Cancelar";
+    cancelar.Cancel = true;
+    cancelar.Left = 7080;
+    cmdCancelar = Guarda(fabrica->CriaCommandButton(eu, cancelar));
+
+    AjustesZtCommand aplicar;
+    aplicar.Nome = "ztCmdAplicar";
+    aplicar.Caption = "A&plicar";
+    aplicar.Enabled = false;
+    aplicar.LockFormOnClick = true;
+    aplicar.Left = 8460;
+    ztCmdAplicar = Guarda(fabrica->CriaZtCommand(eu, aplicar));
+}
+
+void frmEquipDetalhes::LigaEventos()
+{
+    Liga(sstDados->Click(), &frmEquipDetalhes::sstDados_Click);
+    Liga(txtCodEquip->Change(), &frmEquipDetalhes::txtCodEquip_Change);
+    Liga(txtSubCodEquip->Change(), &frmEquipDetalhes::txtSubCodEquip_Change);
+    Liga(txtDescricao->Change(), &frmEquipDetalhes::txtDescricao_Change);
+    Liga(cboTipoMedidor->Change(), &frmEquipDetalhes::cboTipoMedidor_Change);
+    Liga(cboTipoEquip->Change(), &frmEquipDetalhes::cboTipoEquip_Change);
+    Liga(txtModelo->Change(), &frmEquipDetalhes::txtModelo_Change);
+    Liga(cboMunic->Change(), &frmEquipDetalhes::cboMunic_Change);
+    Liga(cboArqLayout->Change(), &frmEquipDetalhes::cboArqLayout_Change);
+    Liga(txtVelocPerm->Change(), &frmEquipDetalhes::txtVelocPerm_Change);
+    Liga(optRodovia->Click(), &frmEquipDetalhes::optRodovia_Click);
+    Liga(optUrbana->Click(), &frmEquipDetalhes::optUrbana_Click);
+    Liga(optInfGeraBanco->Click(), &frmEquipDetalhes::optInfGeraBanco_Click);
+    Liga(chkEntrelacada->Click(), &frmEquipDetalhes::chkEntrelacada_Click);
+    Liga(chkPerfilMagnetico->Click(), &frmEquipDetalhes::chkPerfilMagnetico_Click);
+    Liga(optTrabDiasDif[0]->Click(), &frmEquipDetalhes::optTrabDiasDif_Click);
+    Liga(optTrabDiasDif[1]->Click(), &frmEquipDetalhes::optTrabDiasDif_Click);
+    Liga(chkRejeicaoAuto->Click(), &frmEquipDetalhes::chkRejeicaoAuto_Click);
+    Liga(chkIncObsNotif->Click(), &frmEquipDetalhes::chkIncObsNotif_Click);
+    Liga(txtObsNotif->Change(), &frmEquipDetalhes::txtObsNotif_Change);
+    Liga(ztCmdOK->ValidaClick(), &frmEquipDetalhes::ztCmdOK_ValidaClick);
+    Liga(ztCmdOK->Click(), &frmEquipDetalhes::ztCmdOK_Click);
+    Liga(ztCmdAplicar->ValidaClick(), &frmEquipDetalhes::ztCmdAplicar_ValidaClick);
+    Liga(ztCmdAplicar->Click(), &frmEquipDetalhes::ztCmdAplicar_Click);
+    Liga(cmdCancelar->Click(), &frmEquipDetalhes::cmdCancelar_Click);
+}
+
+bool frmEquipDetalhes::CarregaInclusao(bool trabFoto)
+try {
+    m_Salvou = false;
+    m_Inclusao = true;
+    m_Detalhes = false;
+    m_TrabFoto = trabFoto;
+    m_Carregando = true;
+    m_Equipto = Novo<clsEquipto>();
+    Carregar();
+
+    goDadosVor()->PreencheTipoAgente(cboTipoMedidor, trabFoto, false, false);
+    gSubCarregaMunicipios(cboMunic);
+    gSubCarregaArqLayout(cboArqLayout);
+    lblClienteInc->DefineCaption(goGeral->objMTM()->ClienteLogado());
+    lblSetorInc->DefineCaption(goGeral->objMTM()->SetorLogado());
+    DefineCaption("Novo Equipamento");
+    for (std::int16_t pagina = PaginaDados; pagina < NroPaginas; ++pagina) {
+        sstDados->DefineTabEnabled(pagina, false);
+    }
+    if (glCodMunicLogon != 0) {
+        cboMunic->DefineValor(CStr(glCodMunicLogon));
+    }
+    cboMunic->DefineComboSomenteLeitura(glCodMunicLogon != 0);
+    frUltAtu->DefineVisible(false);
+    ztCmdAplicar->DefineDefault(true);
+
+    m_Carregando = false;
+    goGeral->FormShow(EsteForm(), true, nullptr);
+    return m_Salvou;
+} catch (...) {
+    gSubMostraErro("frmEquipDetalhes.CarregaInclusao");
+    AbandonaCarga();
+    return false;
+}
+
+bool frmEquipDetalhes::CarregaEdicao(std::int32_t nroIntEquip, bool trabFoto)
+try {
+    m_Salvou = false;
+    m_Inclusao = false;
+    m_Detalhes = false;
+    m_TrabFoto = trabFoto;
+    m_Carregando = true;
+    if (!MontaTela(nroIntEquip)) {
+        return false;
+    }
+    ztCmdOK->DefineEnabled(false);
+    ztCmdAplicar->DefineEnabled(false);
+    m_Carregando = false;
+    goGeral->FormShow(EsteForm(), true, nullptr);
+    return m_Salvou;
+} catch (...) {
+    gSubMostraErro("frmEquipDetalhes.CarregaEdicao");
+    AbandonaCarga();
+    return false;
+}
+
+void frmEquipDetalhes::CarregaDetalhes(std::int32_t nroIntEquip, bool trabFoto)
+try {
+    m_Salvou = false;
+    m_Inclusao = false;
+    m_Detalhes = true;
+    m_TrabFoto = trabFoto;
+    m_Carregando = true;
+    if (!MontaTela(nroIntEquip)) {
+        return;
+    }
+    cmdCancelar->DefineLeft(ztCmdAplicar->Left());
+    cmdCancelar->DefineCaption("&Fechar");
+    ztCmdOK->DefineVisible(false);
+    ztCmdAplicar->DefineVisible(false);
+    m_Carregando = false;
+    goMensagem()->PreparaDetalhes(EsteForm());
+    goGeral->FormShow(EsteForm(), true, nullptr);
+} catch (...) {
+    gSubMostraErro("frmEquipDetalhes.CarregaDetalhes");
+    AbandonaCarga();
+}
+
+bool frmEquipDetalhes::MontaTela(std::int32_t nroIntEquip)
+try {
+    m_Equipto = Novo<clsEquipto>();
+    if (!m_Equipto->Carrega(nroIntEquip)) {
+        m_Equipto = nullptr;
+        return false;
+    }
+    Carregar();
+    goDadosVor()->PreencheTipoAgente(cboTipoMedidor, m_TrabFoto, false, false);
+    gSubCarregaMunicipios(cboMunic);
+    gSubCarregaArqLayout(cboArqLayout);
+    MostraDados();
+    return true;
+} catch (...) {
+    PassaFalha(" < frmEquipDetalhes.MontaTela");
+}
+
+// The order matters: the meter type fills the equipment types, and the equipment type applies its rules.
+void frmEquipDetalhes::MostraDados()
+try {
+    lblClienteInc->DefineCaption(m_Equipto->ClienteInc);
+    lblSetorInc->DefineCaption(m_Equipto->SetorInc);
+    txtCodEquip->DefineText(m_Equipto->Codigo);
+    txtSubCodEquip->DefineText(m_Equipto->SubCodigo);
+    txtDescricao->DefineText(m_Equipto->Descricao);
+    cboTipoMedidor->DefineValor(CStr(m_Equipto->TipoAgente));
+    cboTipoEquip->DefineValor(m_Equipto->TipoEquip);
+    txtModelo->DefineText(m_Equipto->Modelo);
+    cboMunic->DefineValor(CStr(m_Equipto->CodMunic));
+    cboArqLayout->DefineValor(m_Equipto->ArquivoLayout);
+    txtVelocPerm->DefineText(CStr(m_Equipto->VelocPermitida));
+    if (m_Equipto->TipoVia == "R") {
+        optRodovia->DefineValue(true);
+    } else if (m_Equipto->TipoVia == "U") {
+        optUrbana->DefineValue(true);
+    } else if (m_Equipto->TipoVia == "I") {
+        optInfGeraBanco->DefineValue(true);
+    }
+    frUltAtu->DefineVisible(true);
+    lblCliente->DefineCaption(m_Equipto->ClienteTrans());
+    lblOperador->DefineCaption(m_Equipto->OperadorTrans());
+    lblData->DefineCaption(m_Equipto->DataTrans());
+    lblHora->DefineCaption(m_Equipto->HoraTrans());
+    MostraPaginasDoTipo(cboTipoEquip->Valor());
+    chkEntrelacada->DefineValue(m_Equipto->TemImagemEntrelacada ? 1 : 0);
+    chkPerfilMagnetico->DefineValue(m_Equipto->TemPerfilMag ? 1 : 0);
+    optTrabDiasDif[m_Equipto->TemLimiteDif ? 1 : 0]->DefineValue(true);
+    if (m_Equipto->NroIntRejLimDif < 1) {
+        chkRejeicaoAuto->DefineValue(0);
+    } else {
+        chkRejeicaoAuto->DefineValue(1);
+        cboRejeicao->DefineValor(CStr(m_Equipto->NroIntRejLimDif));
+    }
+    if (!m_Equipto->txtObsNotif.empty()) {
+        chkIncObsNotif->DefineValue(1);
+        txtObsNotif->DefineText(m_Equipto->txtObsNotif);
+    } else {
+        chkIncObsNotif->DefineValue(0);
+        txtObsNotif->DefineLocked(true);
+    }
+    txtCodEquip->DefineReadOnly(true);
+    cboTipoMedidor->DefineComboSomenteLeitura(true);
+    cboTipoEquip->DefineComboSomenteLeitura(true);
+    cboMunic->DefineComboSomenteLeitura(true);
+} catch (...) {
+    PassaFalha(" < frmEquipDetalhes.MostraDados");
+}
+
+void frmEquipDetalhes::MostraPaginasDoTipo(const std::string &tipoEquip)
+{
+    const RegraDePaginas &regra = RegraDoTipo(PaginasPorTipo, tipoEquip);
+    sstDados->DefineTabEnabled(PaginaSensores, regra.Sensores);
+    sstDados->DefineTabEnabled(PaginaAfericoes, regra.Afericoes);
+    sstDados->DefineTabEnabled(PaginaOpcoes, regra.Opcoes);
+}
+
+std::string frmEquipDetalhes::obtemTipoVia()
+try {
+    if (optRodovia->Value()) {
+        return "R";
+    }
+    if (optUrbana->Value()) {
+        return "U";
+    }
+    return optInfGeraBanco->Value() ? "I" : "";
+} catch (...) {
+    gSubMostraErro("frmEquipDetalhes.obtemTipoVia");
+    return "";
+}
+
+bool frmEquipDetalhes::Recusa(std::int16_t pagina, const Ref<IControle> &controle, const std::string &mensagem)
+{
+    sstDados->DefineTab(pagina);
+    goMensagem()->ExibeMensagem(mensagem, controle);
+    return false;
+}
+
+bool frmEquipDetalhes::ValidouOk()
+try {
+    if (txtCodEquip->Text().empty()) {
+        return Recusa(PaginaEquipamento, txtCodEquip, "Informe o código do equipamento!");
+    }
+    if (txtDescricao->Text().empty()) {
+        return Recusa(PaginaEquipamento, txtDescricao, "Informe a descrição do equipamento!");
+    }
+    if (cboTipoMedidor->Texto().empty()) {
+        return Recusa(PaginaEquipamento, cboTipoMedidor, "Informe o tipo de medidor!");
+    }
+    if (cboTipoEquip->Texto().empty()) {
+        return Recusa(PaginaEquipamento, cboTipoEquip, "Informe o tipo de equipamento!");
+    }
+    if (txtModelo->Text().empty()) {
+        return Recusa(PaginaEquipamento, txtModelo, "Informe a marca/modelo!");
+    }
+    if (!TipoEm("EAUB", cboTipoEquip->Valor()) && cboMunic->Texto().empty()) {
+        return Recusa(PaginaDados, cboMunic, "Informe o município!");
+    }
+    if (fraLayout->Visible() && cboArqLayout->Valor().empty()) {
+        return Recusa(PaginaDados, cboArqLayout, "Informe o layout dos arquivos!");
+    }
+    if (fraLimiteVel->Visible() && txtVelocPerm->Text().empty()) {
+        return Recusa(PaginaDados, txtVelocPerm, "Informe a velocidade permitida!");
+    }
+    if (fraLimiteVel->Visible() && txtVelocPerm->ValorNumerico() < 1) {
+        return Recusa(PaginaDados, txtVelocPerm, "Informe uma velocidade permitida válida!");
+    }
+    if (!m_Inclusao && chkRejeicaoAuto->Value() == 1 && cboRejeicao->IndiceAtual() == -1) {
+        return Recusa(PaginaOpcoes, cboRejeicao, "Informe a rejeição.");
+    }
+    if (!m_Inclusao && chkIncObsNotif->Value() == 1 && txtObsNotif->Text().empty()) {
+        return Recusa(PaginaOpcoes, txtObsNotif, "Informe a observação.");
+    }
+    return true;
+} catch (...) {
+    PassaFalha(" < frmEquipDetalhes.ValidouOk");
+}
+
+bool frmEquipDetalhes::Aplicar()
+try {
+    const std::string pergunta = m_Inclusao ? "Confirma a inclusão?" : "Confirma a alteração?";
+    if (!Plataforma()->PerguntaSimNao(pergunta, std::string(TituloAtencao), true)) {
+        return false;
+    }
+    Plataforma()->DefinePonteiro(PonteiroAmpulheta);
+    EscreveRegistro();
+    const bool salvou = m_Equipto->Salva();
+    Plataforma()->DefinePonteiro(PonteiroNormal);
+    if (!salvou) {
+        return false;
+    }
+    ztCmdAplicar->DefineDefault(false);
+    ztCmdAplicar->DefineEnabled(false);
+    ztCmdOK->DefineEnabled(false);
+    m_Inclusao = false;
+    m_Salvou = true;
+    return true;
+} catch (...) {
+    PassaFalha(" < frmEquipDetalhes.Aplicar");
+}
+
+void frmEquipDetalhes::EscreveRegistro()
+{
+    m_Equipto->ClienteInc = lblClienteInc->Caption();
+    if (goDadosVor()->ObtemOrgao()->CodCliente() == CodClienteComSetor) {
+        m_Equipto->SetorInc = lblSetorInc->Caption();
+    }
+    m_Equipto->Codigo = Trim(txtCodEquip->Text());
+    m_Equipto->SubCodigo = Trim(txtSubCodEquip->Text());
+    m_Equipto->Descricao = Trim(txtDescricao->Text());
+    m_Equipto->TipoAgente = CByte(cboTipoMedidor->Valor());
+    m_Equipto->TipoEquip = cboTipoEquip->Valor();
+    m_Equipto->Modelo = Trim(txtModelo->Text());
+    if (Val(cboMunic->Valor()) > 0) {
+        m_Equipto->CodMunic = CLng(cboMunic->Valor());
+    }
+    if (fraLayout->Visible()) {
+        m_Equipto->ArquivoLayout = cboArqLayout->Valor();
+    }
+    if (txtVelocPerm->ValorNumerico() > 0) {
+        m_Equipto->VelocPermitida = CInt(txtVelocPerm->ValorNumerico());
+    }
+    m_Equipto->TipoVia = obtemTipoVia();
+    if (!m_Inclusao) {
+        m_Equipto->TemImagemEntrelacada = chkEntrelacada->Value() == 1;
+        m_Equipto->TemPerfilMag = chkPerfilMagnetico->Value() == 1;
+        m_Equipto->TemLimiteDif = optTrabDiasDif[1]->Value();
+        m_Equipto->NroIntRejLimDif = chkRejeicaoAuto->Value() == 1 ? CLng(cboRejeicao->Valor()) : 0;
+        m_Equipto->txtObsNotif = txtObsNotif->Text();
+    }
+}
+
+void frmEquipDetalhes::Change()
+try {
+    if (m_Detalhes || m_Carregando) {
+        return;
+    }
+    m_Equipto->Alterado = true;
+    ztCmdOK->DefineEnabled(!m_Inclusao);
+    ztCmdAplicar->DefineEnabled(true);
+} catch (...) {
+    PassaFalha(" < frmEquipDetalhes.Change");
+}
+
+void frmEquipDetalhes::txtCodEquip_Change()
+try {
+    Change();
+} catch (...) {
+    gSubMostraErro("frmEquipDetalhes.txtCodEquip_Change");
+}
+
+void frmEquipDetalhes::txtSubCodEquip_Change()
+try {
+    Change();
+} catch (...) {
+    gSubMostraErro("frmEquipDetalhes.txtSubCodEquip_Change");
+}
+
+void frmEquipDetalhes::txtDescricao_Change()
+try {
+    Change();
+} catch (...) {
+    gSubMostraErro("frmEquipDetalhes.txtDescricao_Change");
+}
+
+void frmEquipDetalhes::cboTipoMedidor_Change()
+try {
+    goDadosVor()->PreencheTipoEquip(cboTipoEquip, CInt(Val(cboTipoMedidor->Valor())), m_TrabFoto, false, false);
+    Change();
+} catch (...) {
+    gSubMostraErro("frmEquipDetalhes.cboTipoMedidor_Change");
+}
+
+void frmEquipDetalhes::cboTipoEquip_Change()
+try {
+    const std::string tipo = cboTipoEquip->Valor();
+    const RegraDeMolduras &regra = RegraDoTipo(MoldurasPorTipo, tipo);
+    const bool informadoNoBanco = tipo == "M";
+    fraLayout->DefineVisible(regra.Layout);
+    fraLimiteVel->DefineVisible(regra.LimiteVel);
+    fraTipoVia->DefineVisible(regra.TipoVia);
+    if (regra.TipoViaLeft != 0) {
+        fraTipoVia->DefineLeft(regra.TipoViaLeft);
+    }
+    optInfGeraBanco->DefineVisible(informadoNoBanco);
+    optInfGeraBanco->DefineValue(informadoNoBanco);
+    fraLimiteDif->DefineVisible(regra.LimiteDif);
+    fraObsNotif->DefineVisible(regra.ObsNotif);
+    if (informadoNoBanco) {
+        txtVelocPerm->DefineText("");
+    }
+    sstDados->DefineTabEnabled(PaginaDados, true);
+    Change();
+} catch (...) {
+    gSubMostraErro("frmEquipDetalhes.cboTipoEquip_Change");
+}
+
+void frmEquipDetalhes::txtModelo_Change()
+try {
+    Change();
+} catch (...) {
+    gSubMostraErro("frmEquipDetalhes.txtModelo_Change");
+}
+
+void frmEquipDetalhes::cboMunic_Change()
+{
+    Change();
+}
+
+void frmEquipDetalhes::cboArqLayout_Change()
+{
+    Change();
+}
+
+void frmEquipDetalhes::txtVelocPerm_Change()
+try {
+    const std::string texto = Trim(txtVelocPerm->Text());
+    if (texto.empty()) {
+        lblTolerancia->DefineCaption("");
+    } else {
+        lblTolerancia->DefineCaption(Val(texto) < LimiteDaTolerancia ? "7 Km/h" : "7% sobre velocidade medida.");
+    }
+    Change();
+} catch (...) {
+    gSubMostraErro("frmEquipDetalhes.txtVelocPerm_Change");
+}
+
+void frmEquipDetalhes::optRodovia_Click()
+try {
+    Change();
+} catch (...) {
+    gSubMostraErro("frmEquipDetalhes.optRodovia_Click");
+}
+
+void frmEquipDetalhes::optUrbana_Click()
+try {
+    Change();
+} catch (...) {
+    gSubMostraErro("frmEquipDetalhes.optUrbana_Click");
+}
+
+void frmEquipDetalhes::optInfGeraBanco_Click()
+try {
+    Change();
+} catch (...) {
+    gSubMostraErro("frmEquipDetalhes.optInfGeraBanco_Click");
+}
+
+void frmEquipDetalhes::chkEntrelacada_Click()
+try {
+    Change();
+} catch (...) {
+    gSubMostraErro("frmEquipDetalhes.chkEntrelacada_Click");
+}
+
+void frmEquipDetalhes::chkPerfilMagnetico_Click()
+try {
+    Change();
+} catch (...) {
+    gSubMostraErro("frmEquipDetalhes.chkPerfilMagnetico_Click");
+}
+
+void frmEquipDetalhes::optTrabDiasDif_Click()
+try {
+    if (optTrabDiasDif[1]->Value()) {
+        chkRejeicaoAuto->DefineEnabled(true);
+        lblTextoRejLimDif->DefineEnabled(true);
+    } else {
+        chkRejeicaoAuto->DefineValue(0);
+        chkRejeicaoAuto->DefineEnabled(false);
+        lblTextoRejLimDif->DefineEnabled(false);
+    }
+    Change();
+} catch (...) {
+    gSubMostraErro("frmEquipDetalhes.optTrabDiasDif_Click");
+}
+
+void frmEquipDetalhes::chkRejeicaoAuto_Click()
+try {
+    if (chkRejeicaoAuto->Value() == 1) {
+        goDadosVor()->PreencheRejeicoes(cboRejeicao, 0, 0);
+        cboRejeicao->DefineEnabled(true);
+        lblRejeicao->DefineEnabled(true);
+    } else {
+        cboRejeicao->Limpa();
+        cboRejeicao->DefineEnabled(false);
+        lblRejeicao->DefineEnabled(false);
+    }
+    Change();
+} catch (...) {
+    gSubMostraErro("frmEquipDetalhes.chkRejeicaoAuto_Click");
+}
+
+void frmEquipDetalhes::chkIncObsNotif_Click()
+try {
+    if (chkIncObsNotif->Value() == 1) {
+        txtObsNotif->DefineLocked(false);
+    } else {
+        txtObsNotif->DefineLocked(true);
+        txtObsNotif->DefineText("");
+    }
+    Change();
+} catch (...) {
+    gSubMostraErro("frmEquipDetalhes.chkIncObsNotif_Click");
+}
+
+void frmEquipDetalhes::txtObsNotif_Change()
+try {
+    Change();
+} catch (...) {
+    gSubMostraErro("frmEquipDetalhes.txtObsNotif_Change");
+}
+
+void frmEquipDetalhes::sstDados_Click(std::int16_t abaAnterior)
+try {
+    const std::int16_t atual = sstDados->Tab();
+    fraDados.at(static_cast<std::size_t>(abaAnterior))->DefineEnabled(false);
+    fraDados.at(static_cast<std::size_t>(atual))->DefineEnabled(true);
+    if (atual == PaginaSensores && m_COSensores.Nada()) {
+        CarregaPaginaSensores();
+    } else if (atual == PaginaAfericoes && m_COAfericoes.Nada()) {
+        CarregaPaginaAfericoes();
+    }
+} catch (...) {
+    gSubMostraErro("frmEquipDetalhes.sstDados_Click");
+}
+
+// A controller is kept only once it is loaded, so that a page that failed is tried again on the next visit.
+void frmEquipDetalhes::CarregaPaginaSensores()
+{
+    const auto controlador = Novo<COSensores>();
+    if (controlador->Carrega(m_Equipto, ztListaSensor, m_Detalhes)) {
+        m_COSensores = controlador;
+        m_COSensoresLigado = m_COSensores->Alterado().liga([this] { m_COSensores_Alterado(); });
+    }
+}
+
+void frmEquipDetalhes::CarregaPaginaAfericoes()
+{
+    if (m_Equipto->ListaSensores()->Count() == 0) {
+        m_Equipto->ListaSensores()->Add(1, "");
+    }
+    const auto controlador = Novo<COAfericoes>();
+    if (controlador->Carrega(m_Equipto->ListaSensores()->Item(1), ztListaAfericao, m_Detalhes)) {
+        m_COAfericoes = controlador;
+        m_COAfericoesLigado = m_COAfericoes->Alterado().liga([this] { m_COAfericoes_Alterado(); });
+    }
+}
+
+void frmEquipDetalhes::m_COSensores_Alterado()
+try {
+    Change();
+} catch (...) {
+    gSubMostraErro("frmEquipDetalhes.m_COSensores_Alterado");
+}
+
+void frmEquipDetalhes::m_COAfericoes_Alterado()
+try {
+    Change();
+} catch (...) {
+    gSubMostraErro("frmEquipDetalhes.m_COAfericoes_Alterado");
+}
+
+void frmEquipDetalhes::ztCmdOK_ValidaClick(bool &cancela)
+try {
+    cancela = !ValidouOk();
+} catch (...) {
+    gSubMostraErro("frmEquipDetalhes.ztCmdOk_ValidaClick");
+}
+
+void frmEquipDetalhes::ztCmdOK_Click()
+try {
+    if (Aplicar()) {
+        Descarregar();
+    }
+} catch (...) {
+    gSubMostraErro("frmEquipDetalhes.ztCmdOk_Click");
+}
+
+void frmEquipDetalhes::ztCmdAplicar_ValidaClick(bool &cancela)
+try {
+    cancela = !ValidouOk();
+} catch (...) {
+    gSubMostraErro("frmEquipDetalhes.ztCmdAplicar_ValidaClick");
+}
+
+void frmEquipDetalhes::ztCmdAplicar_Click()
+try {
+    if (Aplicar() && m_Equipto->ReCarrega()) {
+        MostraDados();
+    }
+} catch (...) {
+    gSubMostraErro("frmEquipDetalhes.ztCmdAplicar_Click");
+}
+
+void frmEquipDetalhes::cmdCancelar_Click()
+try {
+    if (m_Equipto->Alterado &&
+        !Plataforma()->PerguntaSimNao("Foram feitas alterações neste equipamento. Deseja descartá-las?",
+                                      std::string(TituloAtencao), false)) {
+        return;
+    }
+    Descarregar();
+} catch (...) {
+    gSubMostraErro("frmEquipDetalhes.cmdCancelar_Click");
+}
+
+void frmEquipDetalhes::Form_Unload(bool &)
+try {
+    if (m_Equipto) {
+        m_Equipto->Finaliza();
+        m_Equipto = nullptr;
+    }
+    m_COSensoresLigado.desliga();
+    m_COSensores = nullptr;
+    m_COAfericoesLigado.desliga();
+    m_COAfericoes = nullptr;
+} catch (...) {
+    gSubMostraErro("frmEquipDetalhes.Form_Unload");
+}

@@ -1,0 +1,344 @@
+#include "limits/COLimiteDif.h"
+
+#include "host/DiaEspecificoED.h"
+#include "host/LimiteDifED.h"
+#include "limits/frmLimitesDifDetalhes.h"
+#include "shell/Geral.h"
+#include "shell/ModGeral.h"
+
+namespace {
+
+constexpr std::int16_t TipoLimiteDif = 1;
+constexpr std::int16_t TipoDiaEspecifico = 2;
+constexpr std::int16_t TipoHorarioProibido = 3;
+
+constexpr std::int32_t NroColunas = 6;
+
+// What a record's TipoLimite says, which is not the window's numbering.
+std::uint8_t TipoLimiteDoRegistro(std::int16_t tipo)
+{
+    return tipo == TipoLimiteDif ? 1 : 2;
+}
+
+std::string TextoHora(std::int32_t hhmm)
+{
+    return Format(CDbl(hhmm), "00:00");
+}
+
+std::string TextoVelocidade(std::int16_t veloc)
+{
+    return veloc > 0 ? CStr(veloc) + " Km" : " ";
+}
+
+// The columns that limits and days have in common: times, speeds and the number by which the row is found again.
+template <class RegistroED>
+void PreencheLinha(TabelaTexto &tabela, const std::string &primeiraColuna, const RegistroED &item)
+{
+    const std::int32_t linha = tabela.AdicionaLinha();
+    tabela.Celula(1, linha) = primeiraColuna;
+    tabela.Celula(2, linha) = TextoHora(item.HoraInicio);
+    tabela.Celula(3, linha) = TextoHora(item.HoraFim);
+    tabela.Celula(4, linha) = TextoVelocidade(item.VelocPerm);
+    tabela.Celula(5, linha) = TextoVelocidade(item.VelocMin);
+    tabela.Celula(6, linha) = CStr(item.NroInt.Valor());
+}
+
+} // namespace
+
+bool COLimiteDif::Carrega(const Ref<IztList> &lista, const std::string &CodEquip, std::int32_t NroIntEquip,
+                          std::int16_t Tipo)
+try {
+    m_ZtList = lista;
+    m_GotFocus = lista->GotFocus().liga([this] { m_ZtList_GotFocus(); });
+    m_ItemClick = lista->ItemClick().liga([this] { m_ZtList_ItemClick(); });
+    m_AntesDeRemoverItem =
+        lista->AntesDeRemoverItem().liga([this](std::int32_t &linha) { m_ZtList_AntesDeRemoverItem(linha); });
+    m_DepoisDeRemoverItem = lista->DepoisDeRemoverItem().liga([this] { m_ZtList_DepoisDeRemoverItem(); });
+    m_ItemMenuClicado =
+        lista->ItemMenuClicado().liga([this](const std::string &chave) { m_ZtList_ItemMenuClicado(chave); });
+    m_Tipo = Tipo;
+    m_CodEquip = CodEquip;
+    m_NroIntEquip = NroIntEquip;
+    switch (Tipo) {
+    case TipoLimiteDif:
+        m_DescrModulo = "Limite Diferenciado";
+        break;
+    case TipoDiaEspecifico:
+        m_DescrModulo = "Dia Específico";
+        break;
+    case TipoHorarioProibido:
+        m_DescrModulo = "Horário Proibido";
+        break;
+    default:
+        m_DescrModulo.clear();
+    }
+    gsubConfigLista(Colunas(), m_ZtList);
+    MenuInicial();
+    return Localizar();
+} catch (...) {
+    PassaFalha(" < COSensores.Carrega");
+}
+
+void COLimiteDif::LimpaPesquisa()
+{
+    if (m_ZtList) {
+        m_ZtList->Limpa(std::nullopt);
+    }
+    HabilitaMenu();
+}
+
+TabelaColunas COLimiteDif::Colunas() const
+try {
+    const bool comVelocidade = m_Tipo != TipoHorarioProibido;
+    TabelaColunas colunas(NroColunas + 1);
+    colunas[1] = {"Dia", 1140};
+    colunas[2] = {"Hora Início", 1094};
+    colunas[3] = {"Hora Fim", 1019};
+    colunas[4] = {"Veloc. Perm.", static_cast<std::int16_t>(comVelocidade ? 1140 : 0)};
+    colunas[5] = {"Veloc. Mín.", static_cast<std::int16_t>(comVelocidade ? 1094 : 0)};
+    colunas[6] = {"NroInt", 0};
+    return colunas;
+} catch (...) {
+    PassaFalha(" < COLimiteDif.Colunas (Property Get)");
+}
+
+bool COLimiteDif::Localizar()
+{
+    switch (m_Tipo) {
+    case TipoLimiteDif:
+    case TipoHorarioProibido:
+        return LocalizarLimitesDif();
+    case TipoDiaEspecifico:
+        return LocalizarDiasEspecificos();
+    default:
+        return false;
+    }
+}
+
+bool COLimiteDif::LocalizarLimitesDif()
+try {
+    Plataforma()->DefinePonteiro(PonteiroAmpulheta);
+    m_ZtList->Limpa(std::nullopt);
+    const auto resposta = ConsultaRemota<EquiptoED>([] { return goGateway(); }, "EquiptoRN", "listaLimiteDif",
+                                                    [&] {
+                                                        auto pedido = ::Novo<LimiteDifED>();
+                                                        pedido->NroIntEquip = m_NroIntEquip;
+                                                        pedido->TipoLimite = TipoLimiteDoRegistro(m_Tipo);
+                                                        return pedido;
+                                                    });
+    if (resposta) {
+        const auto &limites = (*resposta)->ListaLimiteDif.Valor();
+        if (limites) {
+            TabelaTexto tabela(NroColunas);
+            for (std::int32_t posicao = 1; posicao <= limites->Count(); ++posicao) {
+                const auto &limite = limites->Item(posicao);
+                PreencheLinha(tabela, fBuscaNomeDia(limite->Dia), *limite);
+            }
+            m_ZtList->CarregaItens(tabela);
+        }
+        HabilitaMenu();
+    }
+    Plataforma()->DefinePonteiro(PonteiroNormal);
+    return resposta.has_value();
+} catch (...) {
+    PassaFalha(" < COLimiteDif.LocalizarLimitesDif");
+}
+
+bool COLimiteDif::LocalizarDiasEspecificos()
+try {
+    Plataforma()->DefinePonteiro(PonteiroAmpulheta);
+    m_ZtList->Limpa(std::nullopt);
+    const auto resposta = ConsultaRemota<EquiptoED>([] { return goGateway(); }, "EquiptoRN", "listaDiaEspecifico",
+                                                    [&] {
+                                                        auto pedido = ::Novo<DiaEspecificoED>();
+                                                        pedido->NroIntEquip = m_NroIntEquip;
+                                                        return pedido;
+                                                    });
+    if (resposta) {
+        const auto &dias = (*resposta)->ListaDiaEspecifico.Valor();
+        if (dias) {
+            TabelaTexto tabela(NroColunas);
+            for (std::int32_t posicao = 1; posicao <= dias->Count(); ++posicao) {
+                const auto &dia = dias->Item(posicao);
+                PreencheLinha(tabela, Format(dia->Data, "dd/mm/yyyy"), *dia);
+            }
+            m_ZtList->CarregaItens(tabela);
+        }
+        HabilitaMenu();
+    }
+    Plataforma()->DefinePonteiro(PonteiroNormal);
+    return resposta.has_value();
+} catch (...) {
+    PassaFalha(" < COLimiteDif.LocalizarDiasEspecificos");
+}
+
+void COLimiteDif::m_ZtList_GotFocus()
+try {
+    HabilitaMenu();
+} catch (...) {
+    gSubMostraErro("COLimiteDif.m_ZtList_GotFocus");
+}
+
+void COLimiteDif::m_ZtList_ItemClick()
+try {
+    HabilitaMenu();
+} catch (...) {
+    gSubMostraErro("COLimiteDif.m_ZtList_ItemClick");
+}
+
+void COLimiteDif::m_ZtList_AntesDeRemoverItem(std::int32_t &linha)
+try {
+    if (!Excluir(linha)) {
+        linha = 0;
+    }
+} catch (...) {
+    gSubMostraErro("COLimiteDif.m_ZtList_AntesDeRemoverItem");
+}
+
+void COLimiteDif::m_ZtList_DepoisDeRemoverItem()
+try {
+    HabilitaMenu();
+} catch (...) {
+    PassaFalha(" < COLimiteDif.m_ZtList_DepoisDeRemoverItem");
+}
+
+void COLimiteDif::m_ZtList_ItemMenuClicado(const std::string &chave)
+try {
+    if (chave == "mnuZTLObjNovo") {
+        Novo();
+    } else if (chave == "mnuZTLObjEditar") {
+        Editar();
+    } else if (chave == "mnuZTLObjDetalhes") {
+        Detalhes();
+    }
+} catch (...) {
+    gSubMostraErro("COLimiteDif.m_ZtList_ItemMenuClicado");
+}
+
+void COLimiteDif::MenuInicial()
+try {
+    const auto bloqueiaSemPermissao = [&](const std::string &acao, const std::string &chave) {
+        m_ZtList->MenuBloqueado(chave, !goGeral->TemPermissao("NAB", "VOR-EQP-CS", acao, nullptr));
+    };
+    bloqueiaSemPermissao("I", "mnuZTLObjNovo");
+    bloqueiaSemPermissao("A", "mnuZTLObjEditar");
+    bloqueiaSemPermissao("E", "mnuZTLObjExcluir");
+    HabilitaMenu();
+} catch (...) {
+    PassaFalha(" < COLimiteDif.MenuInicial");
+}
+
+void COLimiteDif::HabilitaMenu()
+try {
+    const bool temItens = m_ZtList->NroItens() > 0;
+    m_ZtList->ItemMenu("mnuZTLObjNovo")->DefineEnabled(true);
+    m_ZtList->ItemMenu("mnuZTLObjEditar")->DefineEnabled(temItens);
+    m_ZtList->ItemMenu("mnuZTLObjDetalhes")->DefineEnabled(temItens);
+    m_ZtList->ItemMenu("mnuZTLObjExcluir")->DefineEnabled(temItens);
+} catch (...) {
+    PassaFalha(" < COLimiteDif.HabilitaMenu");
+}
+
+void COLimiteDif::Atualizar()
+try {
+    Localizar();
+    gSubDefineFoco(m_ZtList);
+} catch (...) {
+    PassaFalha(" < COLimiteDif.Atualizar");
+}
+
+void COLimiteDif::Novo()
+try {
+    if (FormCompartilhado<frmLimitesDifDetalhes>()->CarregaInclusao(m_Tipo, m_NroIntEquip, m_CodEquip)) {
+        Atualizar();
+    }
+} catch (...) {
+    PassaFalha(" < COLimiteDif.Novo");
+}
+
+void COLimiteDif::Editar()
+try {
+    const std::int32_t nroInt = CLng(m_ZtList->Celula(m_ZtList->ItemAtual(), "NroInt"));
+    if (FormCompartilhado<frmLimitesDifDetalhes>()->CarregaEdicao(m_Tipo, m_CodEquip, nroInt)) {
+        Atualizar();
+    }
+} catch (...) {
+    PassaFalha(" < COLimiteDif.Editar");
+}
+
+void COLimiteDif::Detalhes()
+try {
+    const std::int32_t nroInt = CLng(m_ZtList->Celula(m_ZtList->ItemAtual(), "NroInt"));
+    ::Novo<frmLimitesDifDetalhes>()->CarregaDetalhes(m_Tipo, m_CodEquip, nroInt);
+} catch (...) {
+    PassaFalha(" < COLimiteDif.Editar");
+}
+
+bool COLimiteDif::Excluir(std::int32_t linha)
+try {
+    if (!Plataforma()->PerguntaSimNao("Confirma a exclusão deste " + m_DescrModulo + "?", "Atenção", false)) {
+        return false;
+    }
+    const std::int32_t nroInt = CLng(m_ZtList->Celula(linha, "NroInt"));
+    return m_Tipo == TipoDiaEspecifico ? ExcluirDiaEspec(nroInt) : ExcluirLimiteDif(nroInt);
+} catch (...) {
+    PassaFalha(" < COLimiteDif.Excluir");
+}
+
+bool COLimiteDif::ExcluirLimiteDif(std::int32_t nroInt)
+try {
+    if (!ComandaRemoto([] { return goGateway(); }, "EquiptoRN", "desativaLimiteDif",
+                       [&] {
+                           auto pedido = ::Novo<LimiteDifED>();
+                           pedido->NroInt = nroInt;
+                           return pedido;
+                       })) {
+        return false;
+    }
+    goMensagem()->ExibeMensagem("Limite excluído com sucesso!", nullptr);
+    return true;
+} catch (...) {
+    PassaFalha(" < COLimiteDif.ExcluirLimiteDif");
+}
+
+bool COLimiteDif::ExcluirDiaEspec(std::int32_t nroInt)
+try {
+    if (!ComandaRemoto([] { return goGateway(); }, "EquiptoRN", "desativaDiaEspecifico",
+                       [&] {
+                           auto pedido = ::Novo<DiaEspecificoED>();
+                           pedido->NroInt = nroInt;
+                           return pedido;
+                       })) {
+        return false;
+    }
+    goMensagem()->ExibeMensagem("Dia específico excluído com sucesso!", nullptr);
+    return true;
+} catch (...) {
+    PassaFalha(" < COLimiteDif.ExcluirDiaEspec");
+}
+
+std::string COLimiteDif::fBuscaNomeDia(std::uint8_t dia)
+try {
+    switch (dia) {
+    case 1:
+        return "Domingo";
+    case 2:
+        return "Segunda";
+    case 3:
+        return "Terça";
+    case 4:
+        return "Quarta";
+    case 5:
+        return "Quinta";
+    case 6:
+        return "Sexta";
+    case 7:
+        return "Sábado";
+    case 8:
+        return "Feriado";
+    default:
+        return "";
+    }
+} catch (...) {
+    PassaFalha(" < COLimiteDif.fBuscaNomeDia");
+}
