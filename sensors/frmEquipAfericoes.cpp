@@ -147,9 +147,7 @@ try {
 bool frmEquipAfericoes::CarregaEdicao(const Ref<clsAfericao> &cAfericao)
 try {
     Inicia(cAfericao, false, false);
-    if (!MontaTela()) {
-        return false;
-    }
+    MontaTela();
     goGeral->FormShow(EsteForm(), true, nullptr);
     return m_OK;
 } catch (...) {
@@ -161,9 +159,7 @@ try {
 void frmEquipAfericoes::CarregaDetalhes(const Ref<clsAfericao> &cAfericao)
 try {
     Inicia(cAfericao, false, true);
-    if (!MontaTela()) {
-        return;
-    }
+    MontaTela();
     cmdOK->DefineVisible(false);
     cmdCancelar->DefineCaption("&Fechar");
     goMensagem()->PreparaDetalhes(EsteForm());
@@ -182,11 +178,12 @@ void frmEquipAfericoes::Inicia(const Ref<clsAfericao> &cAfericao, bool bInclusao
     Carregar();
 }
 
-// A form that could not be opened does not stay behind, loaded and out of sight.
 void frmEquipAfericoes::DesfazCarga() noexcept
 {
-    IgnoraErro([&] { Descarregar(); });
-    m_Afericao = nullptr;
+    AbandonaCarga();
+    if (!Carregado()) { // loading itself may have failed, and nothing is unloaded then
+        m_Afericao = nullptr;
+    }
 }
 
 void frmEquipAfericoes::MontaCabecalho()
@@ -196,7 +193,7 @@ void frmEquipAfericoes::MontaCabecalho()
     lblNroSensor->DefineCaption(CStr(sensor->NroSensor));
 }
 
-bool frmEquipAfericoes::MontaTela()
+void frmEquipAfericoes::MontaTela()
 try {
     DefineCaption(m_Detalhes ? "Detalhes da Aferição" : "Editar Aferição");
     MontaCabecalho();
@@ -217,7 +214,6 @@ try {
     }
     cboTipo->DefineComboSomenteLeitura(true);
     MontaDocumento();
-    return true;
 } catch (...) {
     PassaFalha(" < frmEquipAfericoes.MontaTela");
 }

@@ -61,7 +61,7 @@ class frmEquipAfericoes : public Formulario {
     void Inicia(const Ref<clsAfericao> &cAfericao, bool bInclusao, bool bDetalhes);
     void DesfazCarga() noexcept;
     void MontaCabecalho();
-    bool MontaTela();
+    void MontaTela();
     void MontaComboTipo();
     void MontaDocumento();
     void SetaTipoAfer(std::uint8_t iTipo);

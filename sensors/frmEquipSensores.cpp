@@ -109,9 +109,7 @@ try {
 bool frmEquipSensores::CarregaEdicao(const Ref<clsSensor> &cSensor)
 try {
     Inicia(cSensor, false);
-    if (!MontaTela()) {
-        return false;
-    }
+    MontaTela();
     cmdOK->DefineEnabled(false);
     m_Carregando = false;
     goGeral->FormShow(EsteForm(), true, nullptr);
@@ -125,9 +123,7 @@ try {
 void frmEquipSensores::CarregaDetalhes(const Ref<clsSensor> &cSensor)
 try {
     Inicia(cSensor, true);
-    if (!MontaTela()) {
-        return;
-    }
+    MontaTela();
     cmdOK->DefineVisible(false);
     cmdCancelar->DefineCaption("&Fechar");
     m_Carregando = false;
@@ -147,11 +143,12 @@ void frmEquipSensores::Inicia(const Ref<clsSensor> &cSensor, bool bDetalhes)
     Carregar();
 }
 
-// A form that could not be opened does not stay behind, loaded and out of sight.
 void frmEquipSensores::DesfazCarga() noexcept
 {
-    IgnoraErro([&] { Descarregar(); });
-    Solta();
+    AbandonaCarga();
+    if (!Carregado()) { // loading itself may have failed, and nothing is unloaded then
+        Solta();
+    }
 }
 
 void frmEquipSensores::Solta() noexcept
@@ -160,7 +157,7 @@ void frmEquipSensores::Solta() noexcept
     m_COAfericoes = nullptr;
 }
 
-bool frmEquipSensores::MontaTela()
+void frmEquipSensores::MontaTela()
 try {
     // The captions of the two modes stand this way round on purpose.
     DefineCaption(m_Detalhes ? "Editar Sensor" : "Detalhes do Sensor");
@@ -172,7 +169,6 @@ try {
                                               m_Sensor->EndCompl, CStr(m_Sensor->EndCep), "", 0);
     }
     txtLocalInfr->DefineText(m_Sensor->LocalInfr);
-    return true;
 } catch (...) {
     PassaFalha(" < frmEquipSensores.MontaTela");
 }

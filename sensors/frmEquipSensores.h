@@ -48,7 +48,7 @@ class frmEquipSensores : public Formulario {
     void Inicia(const Ref<clsSensor> &cSensor, bool bDetalhes);
     void DesfazCarga() noexcept;
     void Solta() noexcept;
-    bool MontaTela();
+    void MontaTela();
     bool validouOk();
     void Change();
 
