@@ -1,0 +1,26 @@
+#pragma once
+
+#include "tests/support/HostRoteirizado.h"
+#include "tests/support/RegistroIgual.h"
+
+#include "shell/Geral.h"
+
+#include <gtest/gtest.h>
+
+// Fixture with a scripted host, installed while the test runs. At its end the module is taken away and every problem
+// that the host has seen fails the test. A fixture with members that hold objects of the module or of the host lets
+// them go in a TearDown of its own, before it calls this one.
+class HostTeste : public testing::Test {
+  protected:
+    void SetUp() override;
+    void TearDown() override;
+
+    // A shell on which the host has logged on, kept in `geral` until the end; the log starts after it.
+    void LogaGeral();
+
+    Ref<HostRoteirizado> host = Novo<HostRoteirizado>();
+    Ref<Geral> geral;
+};
+
+// What a host does from the creation of the shell to the logon. The log of the host is forgotten then.
+Ref<Geral> LogaGeral(HostRoteirizado &host);

@@ -1,0 +1,92 @@
+#include "tests/support/RegistroChamadas.h"
+
+#include <algorithm>
+#include <optional>
+
+void RegistroChamadas::Passa(std::string_view nome)
+{
+    Confere(nome, nullptr);
+}
+
+void RegistroChamadas::Nota(std::string texto)
+{
+    m_Linhas.push_back(std::make_shared<std::string>(std::move(texto)));
+}
+
+std::vector<std::string> RegistroChamadas::Linhas() const
+{
+    std::vector<std::string> linhas;
+    for (const auto &linha : m_Linhas) {
+        linhas.push_back(*linha);
+    }
+    return linhas;
+}
+
+void RegistroChamadas::FalhaNaChamada(std::int32_t n, std::int32_t numero, std::string descricao)
+{
+    FalhaEm("", n, numero, std::move(descricao));
+}
+
+void RegistroChamadas::FalhaEm(std::string nome, std::int32_t n, std::int32_t numero, std::string descricao)
+{
+    m_Falhas.push_back({std::move(nome), n, numero, std::move(descricao)});
+}
+
+std::vector<std::string> RegistroChamadas::FalhasPendentes() const
+{
+    std::vector<std::string> nomes;
+    for (const auto &falha : m_Falhas) {
+        if (!falha.Nome.empty()) {
+            nomes.push_back(falha.Nome);
+        }
+    }
+    return nomes;
+}
+
+bool RegistroChamadas::Vigiado(const Objeto &objeto) const noexcept
+{
+    return std::any_of(m_Vigiados.begin(), m_Vigiados.end(),
+                       [&](const ObjetoVigiado &vigiado) { return vigiado.Alvo.lock().get() == &objeto; });
+}
+
+std::vector<std::string> RegistroChamadas::Vivos() const
+{
+    std::vector<std::string> vivos;
+    for (const auto &vigiado : m_Vigiados) {
+        if (vigiado.Alvo.use_count() > vigiado.Donos) {
+            vivos.push_back(vigiado.Tipo);
+        }
+    }
+    return vivos;
+}
+
+RegistroChamadas::Linha RegistroChamadas::Anota(const std::string &nome, std::string texto)
+{
+    auto linha = std::make_shared<std::string>(std::move(texto));
+    m_Linhas.push_back(linha);
+    ++m_Chamadas;
+    Confere(nome, linha);
+    return Linha(std::move(linha));
+}
+
+void RegistroChamadas::Confere(std::string_view nome, const std::shared_ptr<std::string> &linha)
+{
+    std::optional<FalhaProgramada> vencida;
+    std::erase_if(m_Falhas, [&](FalhaProgramada &falha) {
+        if (falha.Nome.empty() ? linha == nullptr : falha.Nome != nome) {
+            return false;
+        }
+        if (--falha.Faltam > 0) {
+            return false;
+        }
+        vencida = std::move(falha);
+        return true;
+    });
+    if (vencida) {
+        ++m_FalhasDisparadas;
+        if (linha) {
+            *linha += " !! " + std::to_string(vencida->Numero);
+        }
+        throw Falha(vencida->Numero, std::string(nome), vencida->Descricao);
+    }
+}
