@@ -474,6 +474,11 @@ Data CDate(double valor)
     return data;
 }
 
+double CDbl(double valor)
+{
+    return valor;
+}
+
 double CDbl(Data data)
 {
     return data.Valor;

@@ -25,6 +25,7 @@ std::uint8_t CByte(double valor);
 std::int16_t CInt(double valor);
 std::int32_t CLng(double valor);
 Data CDate(double valor); // fault 6 outside the calendar
+double CDbl(double valor);
 double CDbl(Data data);
 bool CBool(double valor);
 

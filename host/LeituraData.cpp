@@ -13,7 +13,7 @@ namespace {
 
 constexpr int Ilegivel = 1'000'000; // larger than anything that a date or a time can hold
 
-enum class Tipo { Numero, Mes, DiaSemana, AM, PM, SeparadorData, SeparadorHora, Branco };
+enum class Tipo { Numero, Mes, DiaSemana, AM, PM, SeparadorData, SeparadorHora, Virgula, Branco };
 
 struct Simbolo {
     Tipo Que;
@@ -91,9 +91,13 @@ std::optional<Simbolo> TiraSimbolo(std::string_view &texto)
     }
     if (Tira(texto, "\u00A0"))
         return Simbolo{Tipo::Branco};
-    if (c == '/' || c == '-' || c == ',') {
+    if (c == '/' || c == '-') {
         texto.remove_prefix(1);
         return Simbolo{Tipo::SeparadorData};
+    }
+    if (c == ',') {
+        texto.remove_prefix(1);
+        return Simbolo{Tipo::Virgula};
     }
     if (c == ':' || c == '.') {
         texto.remove_prefix(1);
@@ -119,7 +123,7 @@ std::optional<std::vector<Simbolo>> Simbolos(std::string_view texto)
     std::string_view resto = minusculo;
     std::vector<Simbolo> simbolos;
     const auto separador = [](const Simbolo &s) {
-        return s.Que == Tipo::SeparadorData || s.Que == Tipo::SeparadorHora;
+        return s.Que == Tipo::SeparadorData || s.Que == Tipo::SeparadorHora || s.Que == Tipo::Virgula;
     };
     while (!resto.empty()) {
         const std::optional<Simbolo> simbolo = TiraSimbolo(resto);
@@ -165,6 +169,7 @@ class Leitor {
                 break;
             case Tipo::DiaSemana:
             case Tipo::SeparadorData:
+            case Tipo::Virgula:
                 ++m_Posicao;
                 break;
             default: // AM, PM or a separator of times with no number before it
@@ -183,6 +188,7 @@ class Leitor {
     // One number of the date, or all those of the time with what follows them.
     bool LeNumeros()
     {
+        const bool presoADataAnterior = m_Posicao > 0 && m_Simbolos[m_Posicao - 1].Que == Tipo::SeparadorData;
         std::vector<int> numeros{m_Simbolos[m_Posicao++].Valor};
         while (Segue(Tipo::SeparadorHora) && Segue(Tipo::Numero, 1)) {
             numeros.push_back(m_Simbolos[m_Posicao + 1].Valor);
@@ -197,7 +203,7 @@ class Leitor {
             m_Partido.Numeros.push_back(numeros[0]);
             return true;
         }
-        if (m_Partido.TemHora || numeros.size() > 3)
+        if (presoADataAnterior || m_Partido.TemHora || numeros.size() > 3)
             return false;
         if (am || pm)
             ++m_Posicao;

@@ -1,0 +1,343 @@
+#include "host/Conversoes.h"
+
+#include "host/LeituraData.h"
+#include "host/Texto.h"
+
+#include <gtest/gtest.h>
+
+#include <charconv>
+#include <cstdio>
+#include <ctime>
+#include <fstream>
+#include <functional>
+#include <iterator>
+#include <limits>
+#include <map>
+#include <ostream>
+#include <variant>
+#include <vector>
+
+namespace {
+
+struct Numero {
+    int Falha;
+    bool operator==(const Numero &) const = default;
+};
+
+// What a call gives: text, number, truth value, moment, or the number of its fault.
+using Valor = std::variant<std::string, double, bool, PartesData, Numero>;
+
+// One row of the table: dados/README.md tells how it is written.
+struct Caso {
+    int Linha = 0;
+    std::string Funcao;
+    std::vector<std::string> Argumentos; // without the empty ones at the end
+    std::string Esperado;
+    std::string Motor;
+};
+
+double NumeroDe(const std::string &campo)
+{
+    double valor = 0;
+    const auto [fim, erro] = std::from_chars(campo.data(), campo.data() + campo.size(), valor);
+    if (erro != std::errc{} || fim != campo.data() + campo.size())
+        throw std::invalid_argument("not a number: " + campo);
+    return valor;
+}
+
+int InteiroDe(const std::string &campo)
+{
+    return static_cast<int>(NumeroDe(campo));
+}
+
+std::string TextoDe(const std::string &campo)
+{
+    std::string texto;
+    for (std::size_t i = 1; i + 1 < campo.size(); ++i) {
+        if (campo[i] != '\\') {
+            texto += campo[i];
+            continue;
+        }
+        switch (campo[++i]) {
+        case 't':
+            texto += '\t';
+            break;
+        case 'n':
+            texto += '\n';
+            break;
+        case 'r':
+            texto += '\r';
+            break;
+        case 'u':
+            if (campo.substr(i + 1, 4) != "00A0")
+                throw std::invalid_argument("unknown escape: " + campo);
+            texto += "\u00A0";
+            i += 4;
+            break;
+        default:
+            texto += campo[i];
+        }
+    }
+    return texto;
+}
+
+bool ETexto(const std::string &campo)
+{
+    return campo.starts_with('"');
+}
+
+bool EData(const std::string &campo)
+{
+    return campo.starts_with('#');
+}
+
+bool ELogico(const std::string &campo)
+{
+    return campo == "Verdadeiro" || campo == "Falso";
+}
+
+Data DataDoCampo(const std::string &campo)
+{
+    return {NumeroDe(campo.substr(1, campo.size() - 2))};
+}
+
+Valor ValorDe(const std::string &campo)
+{
+    if (ETexto(campo))
+        return TextoDe(campo);
+    if (ELogico(campo))
+        return campo == "Verdadeiro";
+    if (campo.starts_with("falha "))
+        return Numero{InteiroDe(campo.substr(6))};
+    if (EData(campo)) {
+        PartesData p;
+        if (std::sscanf(campo.c_str(), "#%d/%d/%d %d:%d:%d#", &p.Dia, &p.Mes, &p.Ano, &p.Hora, &p.Minuto, &p.Segundo) !=
+            6)
+            throw std::invalid_argument("not a moment: " + campo);
+        return p;
+    }
+    return NumeroDe(campo);
+}
+
+std::string Escrito(const Valor &valor)
+{
+    std::ostringstream saida;
+    if (const auto *texto = std::get_if<std::string>(&valor))
+        saida << '"' << *texto << '"';
+    else if (const auto *numero = std::get_if<double>(&valor))
+        saida.precision(std::numeric_limits<double>::max_digits10), saida << *numero;
+    else if (const auto *logico = std::get_if<bool>(&valor))
+        saida << (*logico ? "Verdadeiro" : "Falso");
+    else if (const auto *falha = std::get_if<Numero>(&valor))
+        saida << "falha " << falha->Falha;
+    else if (const auto *p = std::get_if<PartesData>(&valor))
+        saida << '#' << p->Dia << '/' << p->Mes << '/' << p->Ano << ' ' << p->Hora << ':' << p->Minuto << ':'
+              << p->Segundo << '#';
+    return saida.str();
+}
+
+std::vector<Caso> LeTabela()
+{
+    std::ifstream arquivo("tests/host/dados/conversoes.tsv");
+    if (!arquivo)
+        throw std::runtime_error("no table; the tests run in the root of the project");
+    std::vector<Caso> casos;
+    std::string linha;
+    std::getline(arquivo, linha); // names of the columns
+    for (int n = 2; std::getline(arquivo, linha); ++n) {
+        const std::vector<std::string> campos = Divide(linha, "\t");
+        if (campos.size() != 8)
+            throw std::runtime_error("line " + std::to_string(n) + " of the table has not 8 columns");
+        Caso caso{n, campos[0], {campos[1], campos[2], campos[3]}, campos[4], campos[5]};
+        while (!caso.Argumentos.empty() && caso.Argumentos.back().empty())
+            caso.Argumentos.pop_back();
+        casos.push_back(std::move(caso));
+    }
+    return casos;
+}
+
+const std::vector<Caso> &Tabela()
+{
+    static const std::vector<Caso> casos = LeTabela();
+    return casos;
+}
+
+using Argumentos = std::vector<std::string>;
+
+// A numeric conversion of whatever kind the first argument is.
+template <class Funcao> auto Converte(Funcao funcao)
+{
+    return [funcao](const Argumentos &a) -> Valor {
+        if (ETexto(a[0]))
+            return static_cast<double>(funcao(TextoDe(a[0])));
+        if (ELogico(a[0]))
+            return static_cast<double>(funcao(a[0] == "Verdadeiro"));
+        return static_cast<double>(funcao(NumeroDe(a[0])));
+    };
+}
+
+// A date is the moment that it shows and nothing besides.
+Valor Momento(Data data)
+{
+    const PartesData p = data.Partes();
+    if (data != DataDe(p.Dia, p.Mes, p.Ano, p.Hora, p.Minuto, p.Segundo))
+        return data.Valor;
+    return p;
+}
+
+Valor ChamaCDate(const Argumentos &a)
+{
+    if (!ETexto(a[0]))
+        return CDate(NumeroDe(a[0])).Valor;
+    const std::string texto = TextoDe(a[0]);
+    if (a.size() == 2) {
+        const std::optional<Data> data = LeData(texto, InteiroDe(a[1]));
+        return data ? Momento(*data) : Numero{13};
+    }
+    return Momento(CDate(texto));
+}
+
+std::size_t TamanhoDe(const std::string &campo)
+{
+    return static_cast<std::size_t>(InteiroDe(campo));
+}
+
+const std::map<std::string, std::function<Valor(const Argumentos &)>> Funcoes{
+    {"CByte", Converte([](auto v) { return CByte(v); })},
+    {"CInt", Converte([](auto v) { return CInt(v); })},
+    {"CLng", Converte([](auto v) { return CLng(v); })},
+    {"CDbl", Converte([](auto v) { return CDbl(v); })},
+    {"CBool",
+     [](const Argumentos &a) -> Valor {
+         if (ETexto(a[0]))
+             return CBool(TextoDe(a[0]));
+         return ELogico(a[0]) ? CBool(a[0] == "Verdadeiro") : CBool(NumeroDe(a[0]));
+     }},
+    {"CStr",
+     [](const Argumentos &a) -> Valor {
+         if (EData(a[0]))
+             return CStr(DataDoCampo(a[0]));
+         return ELogico(a[0]) ? CStr(a[0] == "Verdadeiro") : CStr(NumeroDe(a[0]));
+     }},
+    {"CDate", ChamaCDate},
+    {"Val", [](const Argumentos &a) -> Valor { return Val(TextoDe(a[0])); }},
+    {"IsNumeric", [](const Argumentos &a) -> Valor { return IsNumeric(TextoDe(a[0])); }},
+    {"Format",
+     [](const Argumentos &a) -> Valor {
+         const std::string figura = TextoDe(a[1]);
+         return EData(a[0]) ? Format(DataDoCampo(a[0]), figura) : Format(NumeroDe(a[0]), figura);
+     }},
+    {"Partes",
+     [](const Argumentos &a) -> Valor {
+         const PartesData p = DataDoCampo(a[0]).Partes();
+         char texto[64];
+         std::snprintf(texto, sizeof texto, "%d-%02d-%02d %02d:%02d:%02d", p.Ano, p.Mes, p.Dia, p.Hora, p.Minuto,
+                       p.Segundo);
+         return std::string(texto);
+     }},
+    {"DataDe",
+     [](const Argumentos &a) -> Valor { return Momento(DataDe(InteiroDe(a[0]), InteiroDe(a[1]), InteiroDe(a[2]))); }},
+    {"MaisDias", [](const Argumentos &a) -> Valor { return DataDoCampo(a[0]).MaisDias(InteiroDe(a[1])).Valor; }},
+    {"DiferencaMinutos",
+     [](const Argumentos &a) -> Valor {
+         return static_cast<double>(DiferencaMinutos(DataDoCampo(a[0]), DataDoCampo(a[1])));
+     }},
+    {"Len", [](const Argumentos &a) -> Valor { return static_cast<double>(Len(TextoDe(a[0]))); }},
+    {"Left", [](const Argumentos &a) -> Valor { return Left(TextoDe(a[0]), TamanhoDe(a[1])); }},
+    {"Right", [](const Argumentos &a) -> Valor { return Right(TextoDe(a[0]), TamanhoDe(a[1])); }},
+    {"Mid", [](const Argumentos &a) -> Valor { return Mid(TextoDe(a[0]), TamanhoDe(a[1]), TamanhoDe(a[2])); }},
+    {"Trim", [](const Argumentos &a) -> Valor { return Trim(TextoDe(a[0])); }},
+    {"UCase", [](const Argumentos &a) -> Valor { return UCase(TextoDe(a[0])); }},
+    {"LCase", [](const Argumentos &a) -> Valor { return LCase(TextoDe(a[0])); }},
+    {"Substitui", [](const Argumentos &a) -> Valor { return Substitui(TextoDe(a[0]), TextoDe(a[1]), TextoDe(a[2])); }},
+    {"Divide",
+     [](const Argumentos &a) -> Valor {
+         std::string junto;
+         const std::vector<std::string> pedacos = Divide(TextoDe(a[0]), TextoDe(a[1]));
+         for (std::size_t i = 0; i < pedacos.size(); ++i)
+             junto += (i == 0 ? "" : "¦") + pedacos[i];
+         return junto;
+     }},
+};
+
+Valor Chama(const Caso &caso)
+{
+    try {
+        return Funcoes.at(caso.Funcao)(caso.Argumentos);
+    } catch (const Falha &falha) {
+        return Numero{falha.Numero};
+    }
+}
+
+std::string Apresenta(const Caso &caso)
+{
+    std::string texto = "line " + std::to_string(caso.Linha) + ": " + caso.Funcao;
+    for (const std::string &argumento : caso.Argumentos)
+        texto += ' ' + argumento;
+    return texto;
+}
+
+class TabelaConversoes : public testing::TestWithParam<std::string> {};
+
+TEST_P(TabelaConversoes, EveryRow_GivesWhatTheEnginesGave)
+{
+    int linhas = 0;
+    for (const Caso &caso : Tabela()) {
+        if (caso.Funcao != GetParam())
+            continue;
+        ++linhas;
+        const Valor valor = Chama(caso);
+        EXPECT_TRUE(valor == ValorDe(caso.Esperado))
+            << Apresenta(caso) << " gave " << Escrito(valor) << ", not " << caso.Esperado;
+    }
+    EXPECT_GT(linhas, 0);
+}
+
+std::vector<std::string> NomesDasFuncoes()
+{
+    std::vector<std::string> nomes;
+    for (const auto &[nome, funcao] : Funcoes)
+        nomes.push_back(nome);
+    return nomes;
+}
+
+INSTANTIATE_TEST_SUITE_P(Engines, TabelaConversoes, testing::ValuesIn(NomesDasFuncoes()),
+                         [](const auto &info) { return info.param; });
+
+TEST(TabelaDasConversoes, EveryRow_IsOfAFunctionThatIsTested)
+{
+    for (const Caso &caso : Tabela())
+        EXPECT_TRUE(Funcoes.contains(caso.Funcao)) << Apresenta(caso);
+}
+
+TEST(TabelaDasConversoes, RowsThatAnEngineGave_AreThousandsAndTheOthersFew)
+{
+    int deMotor = 0;
+    int daPlataforma = 0;
+    for (const Caso &caso : Tabela()) {
+        const bool motor = caso.Motor == "ambos" || caso.Motor == "wine" || caso.Motor == "libreoffice";
+        EXPECT_TRUE(motor || caso.Motor == "plataforma") << Apresenta(caso);
+        ++(motor ? deMotor : daPlataforma);
+    }
+    EXPECT_GE(deMotor, 2500);
+    EXPECT_LT(daPlataforma, 200);
+}
+
+TEST(IsDate, OfEveryTextOfTheTable_AgreesWithCDate)
+{
+    for (const Caso &caso : Tabela()) {
+        if (caso.Argumentos.empty() || !ETexto(caso.Argumentos[0]))
+            continue;
+        const std::string texto = TextoDe(caso.Argumentos[0]);
+        bool converte = true;
+        try {
+            CDate(texto);
+        } catch (const Falha &falha) {
+            EXPECT_EQ(falha.Numero, 13) << Apresenta(caso);
+            converte = false;
+        }
+        EXPECT_EQ(IsDate(texto), converte) << Apresenta(caso);
+    }
+}
+
+} // namespace
