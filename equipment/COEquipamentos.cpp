@@ -1,5 +1,7 @@
 #include "equipment/COEquipamentos.h"
 
+#include "equipment/frmEquipDetalhes.h"
+#include "limits/frmLimitesDif.h"
 #include "search/frmLista.h"
 #include "shell/Coluna.h"
 #include "shell/Generico.h"
@@ -7,6 +9,7 @@
 #include "shell/ModGeral.h"
 
 #include <optional>
+#include <utility>
 
 namespace {
 
@@ -38,11 +41,59 @@ const TabelaColunas &ColunasLista()
     return colunas;
 }
 
+constexpr const char *MenuNovo = "mnuZTLObjNovo";
+constexpr const char *MenuEditar = "mnuZTLObjEditar";
+constexpr const char *MenuDetalhes = "mnuZTLObjDetalhes";
+constexpr const char *MenuExcluir = "mnuZTLObjExcluir";
+constexpr const char *MenuLocalizar = "mnuZTLObjLocalizar";
+constexpr const char *MenuAtualizar = "mnuZTLObjAtualizar";
+constexpr const char *MenuReativar = "mnuZTLObjReativar";
+constexpr const char *MenuLimitesDif = "mnuZTLObjLimitesDif";
+constexpr const char *MenuDiasEspec = "mnuZTLObjDiasEspec";
+constexpr const char *MenuHorarioProib = "mnuZTLObjHorarioProib";
+
+// Items that the list's menu gets besides its standard ones.
+const std::vector<ItemMenuLista> &MenuProprio()
+{
+    static const std::vector<ItemMenuLista> itens{
+        {MenuReativar, "Reativar", "", "Reativar/Desativar Equipamento", true},
+        {MenuLimitesDif, "Limites Diferenciados", "Limites\n Diferenciados", "Limites Diferenciados", true},
+        {MenuDiasEspec, "Dias Específicos", "Dias\n Específicos", "Dias Específicos", false},
+        {MenuHorarioProib, "Horários Proibidos", "Horários\n Proibidos", "Horários Proibidos", false},
+    };
+    return itens;
+}
+
+// Items in use, and those that the list has but this module does not: equipment is never deleted.
+constexpr std::pair<const char *, bool> VisibilidadeMenu[]{
+    {MenuNovo, true},         {MenuEditar, true},     {MenuDetalhes, true},
+    {MenuReativar, true},     {MenuLimitesDif, true}, {MenuDiasEspec, true},
+    {MenuHorarioProib, true}, {MenuExcluir, false},   {MenuLocalizar, false},
+};
+
+// Items that need a permission, with its action.
+constexpr std::pair<const char *, const char *> PermissaoMenu[]{
+    {MenuNovo, "I"},
+    {MenuEditar, "A"},
+    {MenuReativar, "E"},
+};
+
+// Items that need a row.
+constexpr const char *MenuDeLinha[]{MenuDetalhes,   MenuEditar,    MenuReativar,
+                                    MenuLimitesDif, MenuDiasEspec, MenuHorarioProib};
+
+constexpr std::int16_t TipoLimites = 1;
+constexpr std::int16_t TipoDias = 2;
+constexpr std::int16_t TipoHorarios = 3;
+
+// Type of the only equipment that has prohibited hours.
+constexpr std::string_view AgenteEletronico = "F";
+
 } // namespace
 
 void COEquipamentos::CriaJanela()
 {
-    m_frmLista = Novo<frmLista>();
+    m_frmLista = ::Novo<frmLista>();
     m_EventosForm = {Liga(m_frmLista->FormAtivado, &COEquipamentos::m_frmLista_FormAtivado),
                      Liga(m_frmLista->FormCarregado, &COEquipamentos::m_frmLista_FormCarregado)};
 }
@@ -70,13 +121,13 @@ try {
         return false;
     }
     Ref<clsListaParametros> escolhido = m_frmLista->Parametros();
-    m_pEquiptoED = Novo<EquiptoED>();
+    m_pEquiptoED = ::Novo<EquiptoED>();
     m_pEquiptoED->NroIntEquip = CLng(escolhido->Item("NroIntEquip")->Valor);
     m_pEquiptoED->Modelo = escolhido->Item("Modelo")->Valor;
     m_pEquiptoED->Codigo = escolhido->Item("CodEquip")->Valor;
     m_pEquiptoED->VelocPermitida = CInt(escolhido->Item("VelocPerm")->Valor);
     if (escolhido->Existe("NroInmetro")) {
-        m_pAfericaoED = Novo<AfericaoED>();
+        m_pAfericaoED = ::Novo<AfericaoED>();
         m_pAfericaoED->Numero = escolhido->Item("NroInmetro")->Valor;
         m_pAfericaoED->Marca = escolhido->Item("MarcaInmetro")->Valor;
         m_pAfericaoED->DataVerificacao = CDate(escolhido->Item("DtVerifInmetro")->Valor);
@@ -165,7 +216,7 @@ void COEquipamentos::MontaTitulo()
 bool COEquipamentos::LocalizarEquipamentos(bool continua)
 try {
     Plataforma()->DefinePonteiro(PonteiroAmpulheta);
-    auto criterios = Novo<ListaEquiptoED>();
+    auto criterios = ::Novo<ListaEquiptoED>();
     if (continua) {
         criterios->ProxNroIntEquip = m_ProxNroIntEquip;
     } else {
@@ -238,9 +289,140 @@ TabelaTexto COEquipamentos::LinhasDe(const Colecao<Ref<EquiptoED>> &pagina) cons
     return linhas;
 }
 
+// The host may have closed the window while a command ran.
 void COEquipamentos::Atualizar()
 {
-    LocalizarEquipamentos(false);
+    if (m_frmLista->Aberta()) {
+        LocalizarEquipamentos(false);
+    }
+}
+
+void COEquipamentos::MenuInicial()
+try {
+    m_ZtList->EstiloMenu1(3);
+    m_ZtList->EstiloMenu2(2);
+    m_ZtList->IncluiItensMenu(MenuProprio());
+    for (const auto &[chave, visivel] : VisibilidadeMenu) {
+        m_ZtList->MenuVisivel(chave, visivel);
+    }
+    for (const auto &[chave, acao] : PermissaoMenu) {
+        m_ZtList->MenuBloqueado(chave, !goGeral->TemPermissao("NAB", "VOR-EQP-CS", acao, nullptr));
+    }
+    HabilitaMenu();
+} catch (...) {
+    PassaFalha(" < COEquipamentos.MenuInicial");
+}
+
+void COEquipamentos::HabilitaMenu()
+try {
+    m_ZtList->MenuHabilitado(MenuNovo, true);
+    if (m_ZtList->NroItens() == 0) {
+        for (const char *chave : MenuDeLinha) {
+            m_ZtList->MenuHabilitado(chave, false);
+        }
+        return;
+    }
+    m_ZtList->MenuHabilitado(MenuDetalhes, true);
+    m_ZtList->MenuHabilitado(MenuEditar, m_Ativo == Ativos);
+    m_ZtList->MenuHabilitado(MenuReativar, true);
+    m_ZtList->MenuTexto(MenuReativar, m_Ativo == Inativos ? "Reativar" : "Desativar");
+    const bool temLimites = Val(m_ZtList->ValorAtual("IndLimiteDif")) == 1;
+    m_ZtList->MenuHabilitado(MenuLimitesDif, temLimites);
+    m_ZtList->MenuHabilitado(MenuDiasEspec, temLimites);
+    m_ZtList->MenuHabilitado(MenuHorarioProib, m_ZtList->ValorAtual("TipoEquip") == AgenteEletronico);
+} catch (...) {
+    PassaFalha(" < COEquipamentos.HabilitaMenu");
+}
+
+void COEquipamentos::Novo()
+try {
+    Ref<frmEquipDetalhes> form = FormCompartilhado<frmEquipDetalhes>();
+    if (form->CarregaInclusao(m_TrabFoto)) {
+        AvisaTabelaAlterada();
+        if (m_frmLista->Aberta()) {
+            m_frmLista->Localiza();
+        }
+    }
+} catch (...) {
+    PassaFalha(" < COEquipamentos.Novo");
+}
+
+void COEquipamentos::Editar()
+try {
+    const std::int32_t nroIntEquip = NroIntEquipAtual();
+    Ref<frmEquipDetalhes> form = FormCompartilhado<frmEquipDetalhes>();
+    if (form->CarregaEdicao(nroIntEquip, m_TrabFoto)) {
+        AvisaTabelaAlterada();
+        Atualizar();
+    }
+} catch (...) {
+    PassaFalha(" < COEquipamentos.Editar");
+}
+
+void COEquipamentos::Detalhes()
+try {
+    const std::int32_t nroIntEquip = NroIntEquipAtual();
+    ::Novo<frmEquipDetalhes>()->CarregaDetalhes(nroIntEquip, m_TrabFoto);
+} catch (...) {
+    PassaFalha(" < COEquipamentos.Editar");
+}
+
+void COEquipamentos::Inativar()
+try {
+    std::string operacao;
+    if (m_Ativo == Ativos) {
+        operacao = "desativa";
+    } else if (m_Ativo == Inativos) {
+        operacao = "reativa";
+    }
+    const std::string pergunta = "Deseja " + operacao + "r o equipamento " + m_ZtList->ColunaAtual(1) + " ?";
+    if (!Plataforma()->PerguntaSimNao(pergunta, Plataforma()->Aplicacao()->Titulo(), false)) {
+        return;
+    }
+    const bool aceito = ComandaRemoto([] { return goGateway(); }, "EquiptoRN", operacao,
+                                      [&] {
+                                          auto pedido = ::Novo<EquiptoED>();
+                                          pedido->NroIntEquip = NroIntEquipAtual();
+                                          return pedido;
+                                      });
+    if (aceito) {
+        AvisaTabelaAlterada();
+        Atualizar();
+    }
+} catch (...) {
+    PassaFalha(" < COEquipamentos.Inativar");
+}
+
+void COEquipamentos::LimitesDiferenciados(std::int16_t tipo)
+try {
+    AbreLimites(tipo);
+} catch (...) {
+    gSubMostraErro("COEquipamentos.LimitesDiferenciados");
+}
+
+void COEquipamentos::DiasEspecificos()
+try {
+    AbreLimites(TipoDias);
+} catch (...) {
+    gSubMostraErro("COEquipamentos.DiasEspecificos");
+}
+
+void COEquipamentos::AbreLimites(std::int16_t tipo)
+{
+    const std::int32_t nroIntEquip = NroIntEquipAtual();
+    const std::string codigo = m_ZtList->ValorAtual("Código");
+    Ref<frmLimitesDif> form = FormCompartilhado<frmLimitesDif>();
+    form->CarregaForm(codigo, nroIntEquip, tipo);
+}
+
+std::int32_t COEquipamentos::NroIntEquipAtual() const
+{
+    return CLng(m_ZtList->ValorAtual("NroIntEquip"));
+}
+
+void COEquipamentos::AvisaTabelaAlterada()
+{
+    goGeral->TrataBD()->TabelaAlterada("VOREQUIPTO", true, false, Valor(), Valor());
 }
 
 void COEquipamentos::m_frmLista_FormAtivado()
@@ -251,7 +433,10 @@ void COEquipamentos::m_frmLista_FormAtivado()
 void COEquipamentos::m_frmLista_FormCarregado(Ref<IztList> lista)
 try {
     m_ZtList = lista;
-    m_EventosLista = {Liga(m_ZtList->BotaoClick(), &COEquipamentos::m_ZtList_BotaoClick)};
+    m_EventosLista = {Liga(m_ZtList->BotaoClick(), &COEquipamentos::m_ZtList_BotaoClick),
+                      Liga(m_ZtList->ItemMenuClicado(), &COEquipamentos::m_ZtList_ItemMenuClicado),
+                      Liga(m_ZtList->HabilitaItensMenuLista(), &COEquipamentos::m_ZtList_HabilitaItensMenuLista)};
+    MenuInicial();
 } catch (...) {
     gSubMostraErro("COEquipamentos.m_frmLista_FormCarregado");
 }
@@ -261,4 +446,34 @@ try {
     LocalizarEquipamentos(true);
 } catch (...) {
     gSubMostraErro("COEquipamentos.m_ZtList_BotaoClick");
+}
+
+void COEquipamentos::m_ZtList_ItemMenuClicado(std::string chave)
+try {
+    if (chave == MenuNovo) {
+        Novo();
+    } else if (chave == MenuEditar) {
+        Editar();
+    } else if (chave == MenuDetalhes) {
+        Detalhes();
+    } else if (chave == MenuAtualizar) {
+        Atualizar();
+    } else if (chave == MenuReativar) {
+        Inativar();
+    } else if (chave == MenuLimitesDif) {
+        LimitesDiferenciados(TipoLimites);
+    } else if (chave == MenuDiasEspec) {
+        DiasEspecificos();
+    } else if (chave == MenuHorarioProib) {
+        LimitesDiferenciados(TipoHorarios);
+    }
+} catch (...) {
+    gSubMostraErro("COEquipamentos.m_ZtList_ItemMenuClicado(" + chave + ")");
+}
+
+void COEquipamentos::m_ZtList_HabilitaItensMenuLista()
+try {
+    HabilitaMenu();
+} catch (...) {
+    gSubMostraErro("COEquipamentos.m_ZtList_HabilitaItensMenuLista");
 }

@@ -68,7 +68,21 @@ class COEquipamentos : public IModulo {
     TabelaTexto LinhasDe(const Colecao<Ref<EquiptoED>> &pagina) const;
     void Atualizar();
 
+    void MenuInicial();
+    void HabilitaMenu();
+    void Novo();
+    void Editar();
+    void Detalhes();
+    void Inativar();
+    void LimitesDiferenciados(std::int16_t tipo);
+    void DiasEspecificos();
+    void AbreLimites(std::int16_t tipo);
+    std::int32_t NroIntEquipAtual() const;
+    void AvisaTabelaAlterada();
+
     void m_frmLista_FormAtivado();
     void m_frmLista_FormCarregado(Ref<IztList> lista);
     void m_ZtList_BotaoClick();
+    void m_ZtList_ItemMenuClicado(std::string chave);
+    void m_ZtList_HabilitaItensMenuLista();
 };

@@ -160,8 +160,10 @@ try {
     m_Carregando = false;
     return false;
 } catch (...) {
-    IgnoraErro([&] { Descarregar(); });
-    m_Modulo = nullptr;
+    AbandonaCarga();
+    if (!Carregado()) { // loading itself may have failed, and nothing is unloaded then
+        m_Modulo = nullptr;
+    }
     PassaFalha(" < frmLista.CarregaForm");
 }
 

@@ -24,7 +24,7 @@ class frmLista : public Formulario {
     // Sends the criteria on the window to the module.
     void Localiza();
     // Opens the window. Modal: returns when it is closed, true when an item was selected. Otherwise returns false at
-    // once. With a parameter list the search runs by itself. A window that cannot be opened is unloaded again.
+    // once. With a parameter list the search runs by itself.
     bool CarregaForm(const Ref<IModulo> &modulo, const TabelaColunas &aColunas, const std::string &Titulo,
                      const Ref<clsListaParametros> &parametros, bool bModal);
 
