@@ -85,7 +85,7 @@ std::optional<Simbolo> TiraSimbolo(std::string_view &texto)
             valor = std::min(valor * 10 + (texto.front() - '0'), Ilegivel);
         return Simbolo{Tipo::Numero, valor};
     }
-    if (texto.find_first_not_of(" \t\n\v\f\r") > 0) {
+    if (c == ' ' || (c >= '\t' && c <= '\r')) {
         texto.remove_prefix(1);
         return Simbolo{Tipo::Branco};
     }

@@ -340,4 +340,226 @@ TEST(IsDate, OfEveryTextOfTheTable_AgreesWithCDate)
     }
 }
 
+int NumeroDaFalha(const std::function<void()> &comando)
+{
+    try {
+        comando();
+    } catch (const Falha &falha) {
+        EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP");
+        EXPECT_EQ(falha.Descricao, DescricaoFalha(falha.Numero));
+        return falha.Numero;
+    }
+    return 0;
+}
+
+TEST(Conversoes, OfText_UnreadableOrTooLarge_IsThePlatformsFault)
+{
+    EXPECT_EQ(NumeroDaFalha([] { CLng("abc"); }), 13);
+    EXPECT_EQ(NumeroDaFalha([] { CLng(""); }), 13);
+    EXPECT_EQ(NumeroDaFalha([] { CLng("2147483648"); }), 6);
+    EXPECT_EQ(NumeroDaFalha([] { CInt("32768"); }), 6);
+    EXPECT_EQ(NumeroDaFalha([] { CByte("-1"); }), 6);
+    EXPECT_EQ(NumeroDaFalha([] { CDbl("12:30"); }), 13);
+    EXPECT_EQ(NumeroDaFalha([] { CBool("talvez"); }), 13);
+    EXPECT_EQ(NumeroDaFalha([] { CDate("31/04/2020"); }), 13);
+    EXPECT_EQ(NumeroDaFalha([] { CDate("40000"); }), 13);
+    EXPECT_EQ(NumeroDaFalha([] { CDate(std::string(7, '\0')); }), 13);
+}
+
+TEST(Conversoes, OfHugeText_AreExactAboutTheSide)
+{
+    const std::string zeros(400, '0');
+    EXPECT_EQ(NumeroDaFalha([&] { CDbl("1" + zeros); }), 6);
+    EXPECT_EQ(NumeroDaFalha([&] { CDbl("1" + zeros + "e-5"); }), 6);
+    EXPECT_EQ(CDbl("0," + zeros + "1"), 0);
+    EXPECT_EQ(CDbl("0," + zeros + "1e10"), 0);
+    EXPECT_EQ(CDbl("1" + zeros + "e-400"), 1);
+    EXPECT_EQ(NumeroDaFalha([] { CDbl("1e99999999999999999999"); }), 6);
+    EXPECT_EQ(CDbl("1e-99999999999999999999"), 0);
+    EXPECT_EQ(NumeroDaFalha([] { Val("1e400"); }), 6);
+    EXPECT_EQ(NumeroDaFalha([] { Val("&H100000000"); }), 6);
+}
+
+TEST(Conversoes, OfInteger_ChecksTheWidthOfTheTarget)
+{
+    EXPECT_EQ(CByte(255), 255);
+    EXPECT_EQ(NumeroDaFalha([] { CByte(256); }), 6);
+    EXPECT_EQ(NumeroDaFalha([] { CByte(-1); }), 6);
+    EXPECT_EQ(CInt(std::int32_t{-32768}), -32768);
+    EXPECT_EQ(NumeroDaFalha([] { CInt(std::int32_t{32768}); }), 6);
+    EXPECT_EQ(NumeroDaFalha([] { CInt(std::uint16_t{65535}); }), 6);
+    EXPECT_EQ(CLng(std::int64_t{2147483647}), 2147483647);
+    EXPECT_EQ(NumeroDaFalha([] { CLng(std::int64_t{2147483648}); }), 6);
+    EXPECT_EQ(NumeroDaFalha([] { CLng(std::uint32_t{4294967295U}); }), 6);
+    EXPECT_EQ(CDbl(std::int64_t{-5}), -5.0);
+    EXPECT_TRUE(CBool(std::uint8_t{2}));
+    EXPECT_FALSE(CBool(0));
+    EXPECT_EQ(CStr(std::uint8_t{7}), "7");
+    EXPECT_EQ(CStr(std::int16_t{-730}), "-730");
+    EXPECT_EQ(CDate(45000), DataDe(15, 3, 2023));
+    EXPECT_EQ(NumeroDaFalha([] { CDate(3000000); }), 6);
+}
+
+TEST(Conversoes, OfTruth_IsMinusOneOr255)
+{
+    EXPECT_EQ(CInt(true), -1);
+    EXPECT_EQ(CLng(true), -1);
+    EXPECT_EQ(CDbl(true), -1.0);
+    EXPECT_EQ(CByte(true), 255);
+    EXPECT_EQ(CLng(false), 0);
+    EXPECT_EQ(CStr(true), "Verdadeiro");
+    EXPECT_EQ(CStr(false), "Falso");
+}
+
+TEST(Conversoes, OfWhatIsNoNumber_IsOverflow)
+{
+    for (const double valor : {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity(),
+                               -std::numeric_limits<double>::infinity()}) {
+        EXPECT_EQ(NumeroDaFalha([&] { CByte(valor); }), 6);
+        EXPECT_EQ(NumeroDaFalha([&] { CInt(valor); }), 6);
+        EXPECT_EQ(NumeroDaFalha([&] { CLng(valor); }), 6);
+        EXPECT_EQ(NumeroDaFalha([&] { CDate(valor); }), 6);
+        EXPECT_EQ(NumeroDaFalha([&] { CStr(valor); }), 6);
+        EXPECT_EQ(NumeroDaFalha([&] { CStr(Data{valor}); }), 6);
+        EXPECT_EQ(NumeroDaFalha([&] { Format(valor, "0"); }), 6);
+        EXPECT_EQ(NumeroDaFalha([&] { Format(Data{valor}, "dd/mm/yyyy"); }), 6);
+    }
+}
+
+TEST(Conversoes, OfDate_IsItsDayCountAndItsText)
+{
+    EXPECT_EQ(CDbl(DataDe(15, 3, 2023, 12, 0, 0)), 45000.5);
+    EXPECT_EQ(CStr(DataDe(15, 3, 2023)), "15/03/2023");
+    EXPECT_EQ(CStr(DataDe(15, 3, 2023, 7, 5, 9)), "15/03/2023 07:05:09");
+    EXPECT_EQ(CStr(Data{}), "00:00:00");
+    EXPECT_EQ(CStr(Data{0.5}), "12:00:00");
+    EXPECT_EQ(CStr(Data{-0.0}), "00:00:00");
+    EXPECT_EQ(CStr(Data{45000 + 86399.7 / 86400}), "16/03/2023"); // midnight by rounding
+}
+
+TEST(Conversoes, CStr_OfMinusZero_HasNoSign)
+{
+    EXPECT_EQ(CStr(-0.0), "0");
+}
+
+TEST(Conversoes, Format_OfHours_PutsTheColonBeforeTheLastTwoDigits)
+{
+    EXPECT_EQ(Format(730, "00:00"), "07:30");
+    EXPECT_EQ(Format(0, "00:00"), "00:00");
+    EXPECT_EQ(Format(5, "00:00"), "00:05");
+    EXPECT_EQ(Format(2359, "00:00"), "23:59");
+}
+
+TEST(Conversoes, Format_OfPictureBeyondTheLanguage_IsFault5)
+{
+    EXPECT_EQ(NumeroDaFalha([] { Format(1, "0;-0"); }), 5);
+    EXPECT_EQ(NumeroDaFalha([] { Format(Data{45000}, "ddd"); }), 5);
+    EXPECT_EQ(NumeroDaFalha([] { Format(Data{45000}, "dddd"); }), 5);
+    EXPECT_EQ(NumeroDaFalha([] { Format(Data{45000}, "mmm"); }), 5);
+    EXPECT_EQ(NumeroDaFalha([] { Format(Data{45000}, "yyy"); }), 5);
+    EXPECT_EQ(NumeroDaFalha([] { Format(Data{45000}, "hh:mm AM/PM"); }), 5);
+    EXPECT_EQ(NumeroDaFalha([] { Format(Data{45000}, "q"); }), 5);
+}
+
+TEST(Conversoes, Format_WithLiterals_KeepsThemAsTheyAre)
+{
+    EXPECT_EQ(Format(5, "\"R0\" 0"), "R0 5");
+    EXPECT_EQ(Format(5, "\\00"), "05");
+    EXPECT_EQ(Format(5, "\"aberto"), "aberto");
+    EXPECT_EQ(Format(5, "0\\"), "5\\");
+    EXPECT_EQ(Format(5, "é"), "é");
+    EXPECT_EQ(Format(DataDe(5, 1, 2023, 7, 8, 9), "dd \"De\" mm"), "05 De 01");
+    EXPECT_EQ(Format(DataDe(5, 1, 2023, 7, 8, 9), "hh\\Hmm"), "07H08");
+    EXPECT_EQ(Format(DataDe(5, 1, 2023, 7, 8, 9), "dd°mm"), "05°01");
+    EXPECT_EQ(Format(DataDe(5, 1, 2023, 7, 8, 9), "d\\dd"), "5d5");
+}
+
+TEST(Conversoes, DiferencaMinutos_CountsBoundariesNotElapsedTime)
+{
+    const auto hora = [](int h, int m, int s) { return DataDe(15, 3, 2023, h, m, s); };
+    EXPECT_EQ(DiferencaMinutos(hora(10, 0, 59), hora(10, 1, 0)), 1);
+    EXPECT_EQ(DiferencaMinutos(hora(10, 0, 0), hora(10, 0, 59)), 0);
+    EXPECT_EQ(DiferencaMinutos(hora(10, 0, 0), hora(10, 5, 59)), 5);
+    EXPECT_EQ(DiferencaMinutos(hora(10, 0, 59), hora(10, 6, 0)), 6);
+    EXPECT_EQ(DiferencaMinutos(hora(10, 1, 0), hora(10, 0, 59)), -1);
+    EXPECT_EQ(DiferencaMinutos(DataDe(31, 12, 2023, 23, 59, 59), DataDe(1, 1, 2024)), 1);
+    EXPECT_EQ(DiferencaMinutos(DataDe(29, 12, 1899, 6, 0, 0), DataDe(30, 12, 1899, 6, 0, 0)), 1440);
+    EXPECT_EQ(DiferencaMinutos(Data{}, Data{}), 0);
+}
+
+TEST(Conversoes, DiferencaMinutos_BeyondTheCalendarOr32Bits_IsOverflow)
+{
+    EXPECT_EQ(NumeroDaFalha([] { DiferencaMinutos(DataDe(1, 1, 100), DataDe(31, 12, 9999)); }), 6);
+    EXPECT_EQ(NumeroDaFalha([] { DiferencaMinutos(Data{}, Data{1e10}); }), 6);
+    EXPECT_EQ(NumeroDaFalha([] { DiferencaMinutos(DataDe(1, 1, 100), DataDe(1, 1, 4000)); }), 0);
+}
+
+// The calendar's years that operators meet, and some beside.
+constexpr int PrimeiroDia = 2;   // 01/01/1900
+constexpr int UltimoDia = 73415; // 31/12/2100
+
+TEST(Conversoes, EveryDayOf1900To2100_ComesBackFromItsTexts)
+{
+    ASSERT_EQ(Data{PrimeiroDia}, DataDe(1, 1, 1900));
+    ASSERT_EQ(Data{UltimoDia}, DataDe(31, 12, 2100));
+    for (int dia = PrimeiroDia; dia <= UltimoDia; ++dia) {
+        const Data data{static_cast<double>(dia)};
+        ASSERT_EQ(CDate(Format(data, "dd/mm/yyyy")), data) << dia;
+        ASSERT_EQ(CDate(Format(data, "d/m/yyyy")), data) << dia;
+        ASSERT_EQ(CDate(Format(data, "yyyy-mm-dd")), data) << dia;
+        ASSERT_EQ(CDate(CStr(data)), data) << dia;
+        ASSERT_EQ(Len(Format(data, "dd/mm/yyyy")), 10U) << dia;
+    }
+}
+
+TEST(Conversoes, EveryDayOf1930To2029_ComesBackFromTwoDigitsOfTheYear)
+{
+    for (Data data = DataDe(1, 1, 1930); data <= DataDe(31, 12, 2029); data = data.MaisDias(1))
+        ASSERT_EQ(CDate(Format(data, "dd/mm/yy")), data) << data.Valor;
+    EXPECT_EQ(CDate(Format(DataDe(31, 12, 1929), "dd/mm/yy")), DataDe(31, 12, 2029));
+    EXPECT_EQ(CDate(Format(DataDe(1, 1, 2030), "dd/mm/yy")), DataDe(1, 1, 1930));
+}
+
+TEST(Conversoes, EverySecondOfADay_ComesBackFromItsText)
+{
+    for (int s = 0; s < 86400; ++s) {
+        const Data data = DataDe(29, 2, 2024, s / 3600, s / 60 % 60, s % 60);
+        ASSERT_EQ(CDate(CStr(data)), data) << s;
+        ASSERT_EQ(CDate(Format(data, "dd/mm/yyyy hh:mm:ss")), data) << s;
+    }
+}
+
+TEST(Conversoes, EveryMinuteOfADay_ComesBackFromItsTimeAlone)
+{
+    for (int m = 0; m < 1440; ++m) {
+        const Data data = DataDe(30, 12, 1899, m / 60, m % 60, 0);
+        ASSERT_EQ(CDate(Format(data, "hh:mm")), data) << m;
+        // The same minute as the number HHMM.
+        ASSERT_EQ(Format(m / 60 * 100 + m % 60, "00:00"), Format(data, "hh:mm")) << m;
+    }
+}
+
+TEST(Conversoes, EveryInteger16_ComesBackFromItsText)
+{
+    for (int n = -32768; n <= 32767; ++n) {
+        ASSERT_EQ(CInt(CStr(n)), n);
+        ASSERT_EQ(CLng(Format(n, "#,##0")), n);
+        ASSERT_EQ(Val(CStr(n)), n);
+        ASSERT_EQ(CLng(n + 0.5), n % 2 == 0 ? n : n + 1);
+    }
+}
+
+TEST(Conversoes, TextWithoutYear_IsInThePresentYear)
+{
+    const auto ano = [] {
+        const std::time_t agora = std::time(nullptr);
+        return std::localtime(&agora)->tm_year + 1900;
+    };
+    // The year may end between two statements.
+    const int antes = ano();
+    const Data data = CDate("12/05");
+    const int depois = ano();
+    EXPECT_TRUE(data == DataDe(12, 5, antes) || data == DataDe(12, 5, depois));
+}
+
 } // namespace
