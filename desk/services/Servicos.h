@@ -1,0 +1,30 @@
+#pragma once
+
+#include "desk/services/SessaoServico.h"
+#include "host/Ref.h"
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+// The services over one registry. Opening creates the registry or brings its schema up to date; a registry that cannot
+// be opened, or is of a newer version, raises a Falha with a sentence for the person.
+class Servicos : public Objeto {
+  public:
+    std::string_view NomeTipo() const override { return "Servicos"; }
+
+    // caminho: file of the embedded database. agora: the clock; every moment written comes from it.
+    static Ref<Servicos> Abre(const std::string &caminho, std::function<Data()> agora);
+
+    // Signs in. Nothing with the reason in recusa. Wrong passwords slow down: `espera` is the number of seconds for
+    // which this user is not tried again, 0 for none.
+    virtual Ref<SessaoServico> Entra(const std::string &usuario, const std::string &senha, std::string &recusa,
+                                     std::int32_t &espera) = 0;
+
+    // Creates a user with a permission for each action ("" looks, "I", "A", "E"); used by the sample and by the tests.
+    virtual void CadastraUsuario(const Operador &operador, const std::string &senha,
+                                 const std::vector<std::string> &acoes) = 0;
+    virtual void CadastraCliente(const ClienteCadastrado &cliente) = 0;
+    virtual bool Vazio() = 0; // no user was ever registered
+};

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "host/Data.h"
+#include "host/IPlataforma.h"
+#include "host/Valor.h"
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+// Who is asking the services, as the sign-in found them.
+struct Operador {
+    std::int32_t Numero = 0;
+    std::string Usuario; // sign-in name
+    std::string Nome;
+    std::int32_t CodCliente = 0;
+    std::string Cliente;
+    std::string Setor;
+    std::int32_t CodMunic = 0; // municipality to which the logon is tied; 0 for none
+};
+
+// A client of the registry with its sectors.
+struct ClienteCadastrado {
+    std::int32_t CodCliente = 0;
+    std::string Nome;
+    std::vector<std::string> Setores;
+};
+
+// What the local replica holds of an equipment.
+struct LinhaReplica {
+    std::int32_t NroIntEquip = 0;
+    std::string ClienteInc;
+    std::string Codigo;
+    std::string TipoEquip;
+    std::int32_t Ativo = 0; // 1 yes, 2 no
+};
+
+// A client's session with the services, from sign-in to sign-out. Everything is checked here again whatever the
+// window allowed. A refusal is a sentence in Portuguese for the person; a failure of the machinery is a Falha. It
+// remembers the version of each record that was read through it, so that a save over somebody else's change is refused.
+class SessaoServico : public Objeto {
+  public:
+    std::string_view NomeTipo() const override { return "SessaoServico"; }
+
+    virtual const ::Operador &Operador() const = 0;
+    virtual bool TemPermissao(const std::string &sistema, const std::string &objeto, const std::string &acao) = 0;
+
+    // Runs one operation of "EquiptoRN" or "RelatorioRN" in one transaction. pedido may be replaced. True on success,
+    // with the answer in retorno; false with the reason in recusa.
+    virtual bool Executa(const std::string &classeRN, const std::string &metodo, Ref<Objeto> &pedido, Valor &retorno,
+                         std::string &recusa) = 0;
+
+    // Documents. Storing gives the number; both are false with the reason in recusa.
+    virtual bool GuardaDocumento(const Bytes &bytes, double &numero, std::string &recusa) = 0;
+    virtual bool LeDocumento(double numero, Bytes &bytes, std::string &recusa) = 0;
+
+    // Clients that the operator may choose, in order of name.
+    virtual std::vector<ClienteCadastrado> Clientes() = 0;
+    // Every equipment of the operator's client that the replica holds, in order of number; and the moment of which it
+    // tells.
+    virtual Data LeReplica(const std::function<void(const LinhaReplica &)> &cadaLinha) = 0;
+};
