@@ -1,0 +1,61 @@
+#pragma once
+
+#include "shell/Formulario.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+// A form of the module with one label, whose class has any name.
+class FormDeTeste : public Formulario {
+  public:
+    explicit FormDeTeste(std::string classe = "frmTeste") : m_Classe(std::move(classe)) {}
+    std::string_view NomeTipo() const override { return m_Classe; }
+    bool MDIChild() const override { return Filha; }
+
+    bool Filha = false;
+    bool TemParent = true; // without the member frmParent otherwise
+    bool CancelaUnload = false;
+    std::function<void()> AoCriarControles;
+    std::function<void()> AoDescarregar;
+    std::vector<std::string> Eventos;
+    Ref<ILabel> lblTexto;
+    Evento<> Sinal; // an event of the form's own, connected at each load
+
+    using Formulario::Carregado;
+    using Formulario::Carregar;
+    using Formulario::DefineIcone;
+    using Formulario::Descarregar;
+
+    Ref<IForm> frmParent() const override { return TemParent ? Formulario::frmParent() : IForm::frmParent(); }
+
+    void Sinal_Recebido() { Eventos.push_back("Sinal"); }
+
+  protected:
+    void CriaControles() override
+    {
+        DefineTamanho(6000, 3001);
+        AjustesControle ajustes;
+        ajustes.Nome = "lblTexto";
+        lblTexto = Guarda(Host().Controles()->CriaLabel(EsteForm(), ajustes));
+        Liga(Sinal, &FormDeTeste::Sinal_Recebido);
+        if (AoCriarControles) {
+            AoCriarControles();
+        }
+    }
+    std::string CaptionDeProjeto() const override { return "Teste"; }
+    void Form_Unload(bool &cancela) override
+    {
+        Eventos.push_back("Unload");
+        cancela = CancelaUnload;
+        if (AoDescarregar) {
+            AoDescarregar();
+        }
+    }
+    void Form_Activate() override { Eventos.push_back("Activate"); }
+    void Form_Deactivate() override { Eventos.push_back("Deactivate"); }
+    void Form_Resize() override { Eventos.push_back("Resize"); }
+
+  private:
+    std::string m_Classe;
+};
