@@ -1,6 +1,7 @@
 #include "tests/support/HostTeste.h"
 
 #include "shell/ModGeral.h"
+#include "tests/support/FalhaLancada.h"
 
 #include <cstdint>
 #include <string>
@@ -25,17 +26,6 @@ class HostRoteirizadoTeste : public HostTeste {
         std::vector<Valor> parametros{Valor::PorReferencia(variavel)};
         Ref<Objeto> contexto;
         return proxy->ExecutaMetodo(contexto, metodo, parametros);
-    }
-
-    static Falha FalhaDe(const std::function<void()> &comando)
-    {
-        try {
-            comando();
-        } catch (const Falha &falha) {
-            return falha;
-        }
-        ADD_FAILURE() << "nenhuma falha";
-        return Falha(0);
     }
 
     // The problems seen so far, which then do not fail this test.
@@ -79,7 +69,7 @@ TEST_F(HostRoteirizadoTeste, FalhaNaChamada_OfTheSecondCall_RaisesThereOnceWithT
     host->FalhaNaChamada(2, 70, "negado");
     EXPECT_TRUE(host->objSCA->Logado());
     EXPECT_EQ(Plataforma()->Ponteiro(), 0); // not a logged call
-    const Falha falha = FalhaDe([&] { host->objMTM->ClienteLogado(); });
+    const Falha falha = FalhaLancada([&] { host->objMTM->ClienteLogado(); });
     EXPECT_EQ(falha.Numero, 70);
     EXPECT_EQ(falha.Fonte, "objMTM.ClienteLogado");
     EXPECT_EQ(falha.Descricao, "negado");
@@ -93,7 +83,7 @@ TEST_F(HostRoteirizadoTeste, FalhaEm_OfAnUnloggedRead_RaisesAtTheOccurrenceAsked
 {
     host->FalhaEm("Plataforma.Agora", 2);
     EXPECT_EQ(Plataforma()->Agora(), DataDe(20, 11, 2026, 10, 0, 0));
-    EXPECT_EQ(FalhaDe([] { Plataforma()->Agora(); }).Fonte, "Plataforma.Agora");
+    EXPECT_EQ(FalhaLancada([] { Plataforma()->Agora(); }).Fonte, "Plataforma.Agora");
     EXPECT_EQ(host->Registro(), Linhas{});
 }
 
@@ -163,7 +153,7 @@ TEST_F(HostRoteirizadoTeste, Proxy_AgainstTheConvention_IsAProblem)
     Ref<Objeto> contexto;
     std::string metodo = "consulta";
     std::vector<Valor> parametros;
-    EXPECT_EQ(FalhaDe([&] { proxy->ExecutaMetodo(contexto, metodo, parametros); }).Numero, 5);
+    EXPECT_EQ(FalhaLancada([&] { proxy->ExecutaMetodo(contexto, metodo, parametros); }).Numero, 5);
     proxy = nullptr;
     EXPECT_EQ(Problemas(),
               (Linhas{"EquiptoRN.ObtemRetorno sem operação bem sucedida", "EquiptoRN.MostraErro sem operação recusada",

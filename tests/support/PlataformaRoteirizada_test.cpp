@@ -1,0 +1,317 @@
+#include "tests/support/HostTeste.h"
+
+#include "shell/Formulario.h"
+#include "shell/ModGeral.h"
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace {
+
+using Linhas = std::vector<std::string>;
+
+// A form with a button that closes it, as the module's forms are made.
+class frmProva : public Formulario {
+  public:
+    std::string_view NomeTipo() const override { return "frmProva"; }
+
+    bool AoFechar = false; // answer to the unload: keeps the window
+    std::function<void()> AntesDeFechar;
+    int Ativacoes = 0;
+    int Desativacoes = 0;
+
+    void Carrega() { Carregar(); }
+    void Fecha() { Descarregar(); }
+    void Mostra(HostRoteirizado &host, bool modal)
+    {
+        Carregar();
+        Ref<IForm> dono;
+        Ref<Objeto> formClick;
+        host.ObjInterface->MostraJanela(EsteForm(), modal ? std::int16_t{-1} : std::int16_t{0}, dono, 0, formClick);
+        EXPECT_TRUE(formClick == EsteForm());
+    }
+
+  protected:
+    void CriaControles() override
+    {
+        AjustesCommandButton botao;
+        botao.Nome = "cmdFechar";
+        m_cmdFechar = Guarda(Host().Controles()->CriaCommandButton(EsteForm(), botao));
+        Liga(m_cmdFechar->Click(), &frmProva::cmdFechar_Click);
+    }
+    std::string CaptionDeProjeto() const override { return "Prova"; }
+    void Form_Unload(bool &cancela) override
+    {
+        if (AntesDeFechar) {
+            AntesDeFechar();
+        }
+        cancela = AoFechar;
+    }
+    void Form_Activate() override { ++Ativacoes; }
+    void Form_Deactivate() override { ++Desativacoes; }
+
+  private:
+    void cmdFechar_Click() { Descarregar(); }
+
+    Ref<ICommandButton> m_cmdFechar;
+};
+
+class PlataformaRoteirizadaTeste : public HostTeste {
+  protected:
+    Linhas Problemas()
+    {
+        host->Tela->FechaTudo();
+        auto problemas = host->VerificaFim();
+        host = Novo<HostRoteirizado>();
+        InstalaHost(host);
+        return problemas;
+    }
+};
+
+TEST_F(PlataformaRoteirizadaTeste, MostraJanela_NotModal_ReturnsWithTheFormVisibleAndOpen)
+{
+    auto form = Novo<frmProva>();
+    form->Mostra(*host, false);
+    EXPECT_TRUE(form->Visible());
+    ASSERT_EQ(Plataforma()->NroForms(), 1);
+    EXPECT_TRUE(Plataforma()->FormAberto(0) == form);
+    EXPECT_EQ(host->Registro(),
+              (Linhas{"Plataforma.Carrega(frmProva)", "ObjInterface.MostraJanela(frmProva, modal=False)"}));
+    EXPECT_EQ(form->Ativacoes, 0);
+    Plataforma()->ProcessaMensagens();
+    EXPECT_EQ(form->Ativacoes, 1);
+    EXPECT_TRUE(form->frmParent().Nada());
+}
+
+TEST_F(PlataformaRoteirizadaTeste, MostraJanela_Modal_RunsTheScriptAndReturnsAfterTheUnload)
+{
+    bool rodou = false;
+    host->AoMostrarModal("frmProva", [&](Pessoa &p) {
+        rodou = true;
+        EXPECT_TRUE(p.Clica("cmdFechar"));
+        EXPECT_EQ(Plataforma()->NroForms(), 0);
+    });
+    auto form = Novo<frmProva>();
+    form->Mostra(*host, true);
+    EXPECT_TRUE(rodou);
+    EXPECT_FALSE(form->Visible());
+    EXPECT_EQ(form->Ativacoes, 1);
+    EXPECT_EQ(host->RegistroDe({"ObjInterface.", "Plataforma.D"}),
+              (Linhas{"ObjInterface.MostraJanela(frmProva, modal=True)", "Plataforma.Descarrega(frmProva)"}));
+}
+
+TEST_F(PlataformaRoteirizadaTeste, MostraJanela_ModalInsideModal_ReturnsInTurn)
+{
+    Linhas ordem;
+    auto dentro = Novo<frmProva>();
+    host->AoMostrarModal("frmProva", [&](Pessoa &p) {
+        ordem.push_back("abre a segunda");
+        dentro->Mostra(*host, true);
+        ordem.push_back("fecha a primeira");
+        p.Clica("cmdFechar");
+    });
+    host->AoMostrarModal("frmProva", [&](Pessoa &p) {
+        ordem.push_back("fecha a segunda");
+        EXPECT_EQ(Plataforma()->NroForms(), 2);
+        p.Clica("cmdFechar");
+    });
+    Novo<frmProva>()->Mostra(*host, true);
+    EXPECT_EQ(ordem, (Linhas{"abre a segunda", "fecha a segunda", "fecha a primeira"}));
+    EXPECT_EQ(Plataforma()->NroForms(), 0);
+    dentro = nullptr;
+}
+
+TEST_F(PlataformaRoteirizadaTeste, MostraJanela_ModalThatStaysOpen_IsClosedAndAProblem)
+{
+    host->AoMostrarModal("frmProva", [](const Ref<IForm> &) {});
+    auto form = Novo<frmProva>();
+    form->AoFechar = true;
+    form->Mostra(*host, true);
+    EXPECT_EQ(Plataforma()->NroForms(), 0);
+    form = nullptr;
+    EXPECT_EQ(Problemas(), Linhas{"O roteiro deixou aberta a janela modal frmProva"});
+}
+
+TEST_F(PlataformaRoteirizadaTeste, MostraJanela_ModalWithoutAScript_IsClosedAndAProblem)
+{
+    Novo<frmProva>()->Mostra(*host, true);
+    EXPECT_EQ(Problemas(),
+              (Linhas{"INESPERADA: janela modal frmProva", "O roteiro deixou aberta a janela modal frmProva"}));
+}
+
+TEST_F(PlataformaRoteirizadaTeste, MostraJanela_ModalAfterAProgrammedFailure_MayStayOpen)
+{
+    host->AoMostrarModal("frmProva", [&](Pessoa &p) {
+        host->FalhaEm("Plataforma.Descarrega");
+        EXPECT_THROW(p.Clica("cmdFechar"), Falha);
+    });
+    Novo<frmProva>()->Mostra(*host, true);
+    EXPECT_EQ(Plataforma()->NroForms(), 0);
+}
+
+TEST_F(PlataformaRoteirizadaTeste, MostraJanela_WithAFaultOutOfTheScript_IsAProblemAndReturns)
+{
+    host->AoMostrarModal("frmProva", [](Pessoa &p) {
+        p.Clica("cmdFechar");
+        throw Falha(13);
+    });
+    Novo<frmProva>()->Mostra(*host, true);
+    EXPECT_EQ(Problemas(), Linhas{"Falha que saiu do roteiro de frmProva: 13 Tipo de dado incompatível (ZTAVOREQUIP)"});
+}
+
+TEST_F(PlataformaRoteirizadaTeste, AoMostrarModal_ThatIsNeverShown_IsAProblem)
+{
+    host->AoMostrarModal("frmOutra", [](const Ref<IForm> &) {});
+    EXPECT_EQ(Problemas(), Linhas{"Janela modal esperada que não foi mostrada: frmOutra"});
+}
+
+TEST_F(PlataformaRoteirizadaTeste, MostraJanela_Wrapping_GivesTheFormAWindowOfTheHosts)
+{
+    host->Tela->EmbrulhaForms = true;
+    auto form = Novo<frmProva>();
+    form->Mostra(*host, false);
+    auto hospedeiro = form->frmParent();
+    ASSERT_TRUE(hospedeiro);
+    EXPECT_TRUE(hospedeiro->Visible());
+    EXPECT_THROW(hospedeiro->frmParent(), Falha);
+    EXPECT_NE(hospedeiro->hwnd(), form->hwnd());
+    hospedeiro->ZOrder(0);
+    EXPECT_TRUE(host->Contem("frmHospedeiro.ZOrder(0)"));
+    Plataforma()->Descarrega(hospedeiro); // no form of the component
+    EXPECT_EQ(Plataforma()->NroForms(), 1);
+    form->Fecha();
+    EXPECT_FALSE(hospedeiro->Visible());
+    EXPECT_TRUE(form->frmParent().Nada());
+    EXPECT_EQ(Plataforma()->NroForms(), 0);
+}
+
+TEST_F(PlataformaRoteirizadaTeste, Descarrega_OfAFormThatRefuses_KeepsItOpen)
+{
+    auto form = Novo<frmProva>();
+    form->Mostra(*host, false);
+    form->AoFechar = true;
+    Plataforma()->Descarrega(form);
+    EXPECT_EQ(Plataforma()->NroForms(), 1);
+    EXPECT_TRUE(form->Visible());
+    form->AoFechar = false;
+    Plataforma()->Descarrega(form);
+    EXPECT_EQ(Plataforma()->NroForms(), 0);
+    Plataforma()->Descarrega(form); // not open any more
+}
+
+TEST_F(PlataformaRoteirizadaTeste, Descarrega_FromTheUnloadItself_UnloadsOnce)
+{
+    auto form = Novo<frmProva>();
+    int vezes = 0;
+    form->Carrega();
+    form->AntesDeFechar = [&] {
+        ++vezes;
+        form->Fecha();
+    };
+    form->Fecha();
+    EXPECT_EQ(vezes, 1);
+    EXPECT_EQ(Plataforma()->NroForms(), 0);
+    form->AntesDeFechar = nullptr;
+}
+
+TEST_F(PlataformaRoteirizadaTeste, Descarrega_OfAFormWhoseUnloadFaults_RaisesAndKeepsItOpen)
+{
+    auto form = Novo<frmProva>();
+    form->Carrega();
+    form->AntesDeFechar = [] { throw Falha(91); };
+    EXPECT_THROW(form->Fecha(), Falha);
+    EXPECT_EQ(Plataforma()->NroForms(), 1);
+    form->AntesDeFechar = nullptr;
+}
+
+TEST_F(PlataformaRoteirizadaTeste, Descarrega_OfAFormThatNobodyHoldsWhileItsCodeRuns_IsSafe)
+{
+    Novo<frmProva>()->Mostra(*host, false);
+    Pessoa pessoa(Plataforma()->FormAberto(0), host->Tela);
+    EXPECT_TRUE(pessoa.Clica("cmdFechar"));
+    EXPECT_EQ(Plataforma()->NroForms(), 0);
+}
+
+TEST_F(PlataformaRoteirizadaTeste, Ativa_OfAnotherWindow_DeactivatesTheFirstAndComesBackWhenItCloses)
+{
+    auto primeira = Novo<frmProva>();
+    auto segunda = Novo<frmProva>();
+    primeira->Mostra(*host, false);
+    host->Tela->RodaMensagens();
+    segunda->Mostra(*host, false);
+    host->Tela->RodaMensagens();
+    EXPECT_EQ(primeira->Desativacoes, 1);
+    EXPECT_EQ(segunda->Ativacoes, 1);
+    host->Tela->FechaPelaPessoa(segunda);
+    host->Tela->RodaMensagens();
+    EXPECT_EQ(primeira->Ativacoes, 2);
+    EXPECT_FALSE(host->Contem("Plataforma.Descarrega"));
+}
+
+TEST_F(PlataformaRoteirizadaTeste, Posta_OfAMessage_RunsItInTheNextQueueRun)
+{
+    int vezes = 0;
+    host->Tela->Posta([&] { ++vezes; });
+    EXPECT_EQ(vezes, 0);
+    Plataforma()->ProcessaMensagens();
+    Plataforma()->ProcessaMensagens();
+    EXPECT_EQ(vezes, 1);
+}
+
+TEST_F(PlataformaRoteirizadaTeste, Posta_OfAMessageThatFaults_IsAProblemAndRunsTheOthers)
+{
+    int vezes = 0;
+    host->Tela->Posta([] { throw Falha(6); });
+    host->Tela->Posta([&] { ++vezes; });
+    Plataforma()->ProcessaMensagens();
+    EXPECT_EQ(vezes, 1);
+    EXPECT_EQ(Problemas(),
+              Linhas{"Falha sem tratamento numa mensagem: 6 Valor grande demais para o seu tipo (ZTAVOREQUIP)"});
+}
+
+TEST_F(PlataformaRoteirizadaTeste, DefineTextoJanela_OfAForm_LeavesItsCaption)
+{
+    auto form = Novo<frmProva>();
+    form->Carrega();
+    EXPECT_EQ(host->Tela->TextoJanela(form), "Prova");
+    Plataforma()->DefineTextoJanela(form->hwnd(), "Outro");
+    EXPECT_EQ(host->Tela->TextoJanela(form), "Outro");
+    EXPECT_EQ(form->Caption(), "Prova");
+    EXPECT_TRUE(host->Contem("Plataforma.DefineTextoJanela(frmProva, \"Outro\")"));
+}
+
+TEST_F(PlataformaRoteirizadaTeste, SetFocusAndZOrder_OfAnOpenForm_AreNoted)
+{
+    auto form = Novo<frmProva>();
+    form->Mostra(*host, false);
+    host->LimpaRegistro();
+    const std::int32_t antes = host->Chamadas();
+    form->ZOrder(0);
+    form->SetFocus();
+    EXPECT_EQ(host->Registro(), (Linhas{"frmProva.ZOrder(0)", "frmProva.SetFocus()"}));
+    EXPECT_EQ(host->Chamadas(), antes);
+}
+
+TEST_F(PlataformaRoteirizadaTeste, Dialogo_WithAChosenFile_GivesItsNameAndOtherwiseKeepsTheOld)
+{
+    auto form = Novo<frmProva>();
+    AjustesControle ajustes;
+    ajustes.Nome = "cdAbre";
+    auto dialogo = Host().Controles()->CriaCommonDialog(form, ajustes);
+    dialogo->DefineFilter("PDF|*.pdf");
+    host->EscolheArquivo("C:\\DOC\\A.PDF");
+    host->CancelaDialogo();
+    dialogo->ShowOpen();
+    dialogo->ShowOpen();
+    EXPECT_EQ(dialogo->FileName(), "C:\\DOC\\A.PDF");
+    EXPECT_EQ(host->Registro(), (Linhas{"cdAbre.ShowOpen(\"PDF|*.pdf\", \"\", \"\") -> \"C:\\DOC\\A.PDF\"",
+                                        "cdAbre.ShowOpen(\"PDF|*.pdf\", \"\", \"\") -> cancelado"}));
+    dialogo->ShowOpen();
+    dialogo = nullptr;
+    form = nullptr;
+    EXPECT_EQ(Problemas(), Linhas{"INESPERADA: diálogo de arquivo \"\""});
+}
+
+} // namespace
