@@ -1,0 +1,143 @@
+#include "host/ChamadaRemota.h"
+
+#include "host/EquiptoED.h"
+#include "tests/support/FalhaLancada.h"
+#include "tests/support/HostTeste.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace {
+
+using Linhas = std::vector<std::string>;
+
+class ChamadaRemota : public HostTeste {
+  protected:
+    static Ref<EquiptoED> Pedido()
+    {
+        auto pedido = Novo<EquiptoED>();
+        pedido->NroIntEquip = 12;
+        return pedido;
+    }
+
+    std::optional<Ref<EquiptoED>> Consulta(const std::string &classe = "EquiptoRN")
+    {
+        return ConsultaRemota<EquiptoED>([&] { return host->objMTM->ObtemGateway(); }, classe, "consulta", Pedido);
+    }
+
+    bool Comanda()
+    {
+        return ComandaRemoto([&] { return host->objMTM->ObtemGateway(); }, "EquiptoRN", "altera", Pedido);
+    }
+
+    void Responde(const std::string &metodo, const Resposta &resposta)
+    {
+        host->Servico("EquiptoRN", metodo, [resposta](const Ref<Registro> &) { return resposta; });
+    }
+};
+
+TEST_F(ChamadaRemota, ConsultaRemota_OnSuccess_CallsInOrderAndGivesTheAnswer)
+{
+    auto resposta = Novo<EquiptoED>();
+    resposta->Codigo = "R-01";
+    Responde("consulta", resposta);
+    auto obtida = Consulta();
+    ASSERT_TRUE(obtida);
+    EXPECT_TRUE(*obtida == resposta);
+    EXPECT_EQ(host->Registro(),
+              (Linhas{"objMTM.ObtemGateway()", "Gateway.CriaObjetoRN(\"VOR\", \"EquiptoRN\", \"ZTVORLIB\", \"4\")",
+                      "EquiptoRN.ExecutaMetodo(\"consulta\", EquiptoED{NroIntEquip=12}) -> True",
+                      "EquiptoRN.ObtemRetorno() -> EquiptoED{Codigo=\"R-01\"}"}));
+}
+
+TEST_F(ChamadaRemota, ConsultaRemota_OfARefusal_ShowsItOnceAndGivesNoValue)
+{
+    host->RecusaOperacao("consulta", "Não encontrado.");
+    EXPECT_FALSE(Consulta());
+    EXPECT_EQ(host->RegistroDe({"EquiptoRN."}),
+              (Linhas{"EquiptoRN.ExecutaMetodo(\"consulta\", EquiptoED{NroIntEquip=12}) -> False",
+                      "EquiptoRN.MostraErro() -> \"Não encontrado.\""}));
+}
+
+TEST_F(ChamadaRemota, ConsultaRemota_OfNothing_IsAnAnswer)
+{
+    Responde("consulta", Ref<EquiptoED>());
+    auto obtida = Consulta();
+    ASSERT_TRUE(obtida);
+    EXPECT_TRUE(obtida->Nada());
+}
+
+TEST_F(ChamadaRemota, ConsultaRemota_OfAnotherTypeOrNoObject_IsFault13Or424)
+{
+    Responde("consulta", Novo<SensorED>());
+    EXPECT_EQ(FalhaLancada([&] { Consulta(); }).Numero, 13);
+    Responde("consulta", Resposta(Valor("texto")));
+    EXPECT_EQ(FalhaLancada([&] { Consulta(); }).Numero, 424);
+}
+
+TEST_F(ChamadaRemota, ConsultaRemota_WithTheRequestReplaced_MindsItsTypeEvenWhenRefused)
+{
+    Responde("consulta", Resposta(Novo<EquiptoED>()).Troca(Novo<EquiptoED>()));
+    EXPECT_TRUE(Consulta());
+    Responde("consulta", Resposta(Novo<EquiptoED>()).Troca(Ref<EquiptoED>()));
+    EXPECT_TRUE(Consulta());
+    Responde("consulta", Resposta::Recusa("Não.").Troca(Novo<SensorED>()));
+    host->LimpaRegistro();
+    EXPECT_EQ(FalhaLancada([&] { Consulta(); }).Numero, 13);
+    EXPECT_FALSE(host->Contem("EquiptoRN.MostraErro"));
+}
+
+TEST_F(ChamadaRemota, ComandaRemoto_OnSuccess_DoesNotFetchTheAnswer)
+{
+    Responde("altera", Resposta(Valor("unread")));
+    EXPECT_TRUE(Comanda());
+    EXPECT_FALSE(host->Contem("EquiptoRN.ObtemRetorno"));
+    EXPECT_FALSE(host->Contem("EquiptoRN.MostraErro"));
+}
+
+TEST_F(ChamadaRemota, ComandaRemoto_OfARefusal_ShowsItAndIsFalse)
+{
+    host->RecusaOperacao("altera", "Não.");
+    EXPECT_FALSE(Comanda());
+    EXPECT_EQ(host->Conta("EquiptoRN.MostraErro"), 1);
+}
+
+TEST_F(ChamadaRemota, EveryStep_ThatFaults_PassesTheFaultUnchangedAndCallsNothingBehind)
+{
+    Responde("consulta", Novo<EquiptoED>());
+    const Linhas passos{"objMTM.ObtemGateway", "Gateway.CriaObjetoRN", "EquiptoRN.ExecutaMetodo",
+                        "EquiptoRN.ObtemRetorno"};
+    for (std::size_t passo = 0; passo < passos.size(); ++passo) {
+        host->LimpaRegistro();
+        host->FalhaEm(passos[passo], 1, 462, "sem servidor");
+        const Falha falha = FalhaLancada([&] { Consulta(); });
+        EXPECT_EQ(falha.Numero, 462);
+        EXPECT_EQ(falha.Fonte, passos[passo]);
+        EXPECT_EQ(falha.Descricao, "sem servidor");
+        EXPECT_EQ(host->Registro().size(), passo + 1);
+    }
+}
+
+TEST_F(ChamadaRemota, Request_OfACall_IsBuiltAfterTheProxyAndTheGatewayIsLetGo)
+{
+    Responde("altera", Resposta());
+    RefFraca<IGateway> vigia;
+    bool montado = false;
+    ComandaRemoto(
+        [&] {
+            Ref<IGateway> gateway = host->objMTM->ObtemGateway();
+            vigia = gateway;
+            return gateway;
+        },
+        "EquiptoRN", "altera",
+        [&] {
+            EXPECT_TRUE(host->Contem("Gateway.CriaObjetoRN"));
+            EXPECT_TRUE(vigia.Nada());
+            montado = true;
+            return Pedido();
+        });
+    EXPECT_TRUE(montado);
+}
+
+} // namespace

@@ -1,0 +1,183 @@
+#include "host/Colecao.h"
+
+#include "host/Ref.h"
+#include "tests/support/FalhaLancada.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <optional>
+#include <random>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace {
+
+std::vector<std::string> Itens(const Colecao<std::string> &colecao)
+{
+    std::vector<std::string> itens;
+    for (std::int32_t posicao = 1; posicao <= colecao.Count(); ++posicao) {
+        itens.push_back(colecao.Item(posicao));
+    }
+    return itens;
+}
+
+using Textos = std::vector<std::string>;
+
+TEST(Colecao, Item_ByPosition_IsInTheOrderOfAdding)
+{
+    Colecao<std::string> colecao;
+    EXPECT_EQ(colecao.Count(), 0);
+    colecao.Add("a", "z");
+    colecao.Add("b");
+    colecao.Add("c", "y");
+    EXPECT_EQ(Itens(colecao), (Textos{"a", "b", "c"}));
+    for (std::int32_t fora : {0, -1, 4}) {
+        EXPECT_EQ(FalhaLancada([&] { colecao.Item(fora); }).Numero, 9);
+        EXPECT_EQ(FalhaLancada([&] { colecao.Remove(fora); }).Numero, 9);
+    }
+}
+
+TEST(Colecao, Item_ByKey_IgnoresCaseAndMindsAccents)
+{
+    Colecao<std::string> colecao;
+    colecao.Add("aferição", "Aferição");
+    EXPECT_EQ(colecao.Item("AFERIÇÃO"), "aferição");
+    EXPECT_EQ(FalhaLancada([&] { colecao.Item("Afericao"); }).Numero, 5);
+    EXPECT_EQ(FalhaLancada([&] { colecao.Item(""); }).Numero, 5);
+    EXPECT_EQ(FalhaLancada([&] { Colecao<std::string>().Item("x"); }).Numero, 5);
+}
+
+TEST(Colecao, Item_ByAKeyOfDigits_IsNoPosition)
+{
+    Colecao<std::string> colecao;
+    colecao.Add("a", "2");
+    colecao.Add("b", "1");
+    EXPECT_EQ(colecao.Item("1"), "b");
+    EXPECT_EQ(colecao.Item(1), "a");
+}
+
+TEST(Colecao, Add_OfAKeyInUse_IsFault457AndAddsNothing)
+{
+    Colecao<std::string> colecao;
+    colecao.Add("a", "S1");
+    EXPECT_EQ(FalhaLancada([&] { colecao.Add("b", "s1"); }).Numero, 457);
+    EXPECT_EQ(Itens(colecao), Textos{"a"});
+    colecao.Add("c", "S2");
+    EXPECT_EQ(colecao.Item("S2"), "c");
+}
+
+TEST(Colecao, Add_OfAnEmptyKey_IsAKeyLikeAnother)
+{
+    Colecao<std::string> colecao;
+    colecao.Add("a", "");
+    EXPECT_EQ(colecao.Item(""), "a");
+    EXPECT_EQ(FalhaLancada([&] { colecao.Add("b", ""); }).Numero, 457);
+    colecao.Add("c");
+    colecao.Add("d");
+    EXPECT_EQ(colecao.Count(), 3);
+}
+
+TEST(Colecao, Remove_OfAnItem_ClosesTheGapAndFreesItsKey)
+{
+    Colecao<std::string> colecao;
+    colecao.Add("a", "S1");
+    colecao.Add("b", "S2");
+    colecao.Add("c", "S3");
+    colecao.Remove("s2");
+    EXPECT_EQ(Itens(colecao), (Textos{"a", "c"}));
+    EXPECT_EQ(colecao.Item("S3"), "c");
+    EXPECT_EQ(FalhaLancada([&] { colecao.Remove("S2"); }).Numero, 5);
+    colecao.Add("d", "S2");
+    EXPECT_EQ(colecao.Item("S2"), "d");
+    EXPECT_EQ(Itens(colecao), (Textos{"a", "c", "d"}));
+    colecao.Remove(1);
+    EXPECT_EQ(FalhaLancada([&] { colecao.Item("S1"); }).Numero, 5);
+    EXPECT_EQ(colecao.Item("S2"), "d");
+}
+
+TEST(Colecao, Remove_OfAnItemWhoseEndLooksAtTheCollection_FindsItWhole)
+{
+    struct Curioso {
+        Colecao<Ref<Objeto>> *Lista;
+        std::int32_t *Visto;
+    };
+    class Item : public Objeto {
+      public:
+        explicit Item(Curioso curioso) : m_Curioso(curioso) {}
+        ~Item() override { *m_Curioso.Visto = m_Curioso.Lista->Count(); }
+        std::string_view NomeTipo() const override { return "Item"; }
+
+      private:
+        Curioso m_Curioso;
+    };
+    std::int32_t visto = -1;
+    Colecao<Ref<Objeto>> colecao;
+    colecao.Add(Novo<Item>(Curioso{&colecao, &visto}), "a");
+    colecao.Remove("a");
+    EXPECT_EQ(visto, 0);
+}
+
+// Against a list that is searched from its start, through a long run of additions and removals.
+TEST(Colecao, AnyRun_OfAdditionsAndRemovals_IsThatOfAPlainList)
+{
+    std::mt19937 sorteio(2026);
+    const auto ate = [&](std::size_t n) { return std::uniform_int_distribution<std::size_t>(0, n - 1)(sorteio); };
+    Colecao<std::string> colecao;
+    std::vector<std::pair<std::string, std::optional<std::string>>> lista;
+    const auto daChave = [&](const std::string &chave) {
+        for (std::size_t indice = 0; indice < lista.size(); ++indice) {
+            if (lista[indice].second == chave) {
+                return indice;
+            }
+        }
+        return lista.size();
+    };
+    for (int passo = 0; passo < 20000; ++passo) {
+        const std::string chave = "k" + std::to_string(ate(60));
+        const std::string valor = std::to_string(passo);
+        const std::size_t onde = daChave(chave);
+        switch (ate(5)) {
+        case 0:
+            colecao.Add(valor);
+            lista.emplace_back(valor, std::nullopt);
+            break;
+        case 1:
+            if (onde == lista.size()) {
+                colecao.Add(valor, chave);
+                lista.emplace_back(valor, chave);
+            } else {
+                ASSERT_EQ(FalhaLancada([&] { colecao.Add(valor, chave); }).Numero, 457);
+            }
+            break;
+        case 2:
+            if (onde == lista.size()) {
+                ASSERT_EQ(FalhaLancada([&] { colecao.Remove(chave); }).Numero, 5);
+            } else {
+                colecao.Remove(chave);
+                lista.erase(lista.begin() + static_cast<std::ptrdiff_t>(onde));
+            }
+            break;
+        default:
+            if (!lista.empty()) {
+                const std::size_t indice = ate(3) == 0 ? ate(lista.size()) : 0;
+                colecao.Remove(static_cast<std::int32_t>(indice) + 1);
+                lista.erase(lista.begin() + static_cast<std::ptrdiff_t>(indice));
+            }
+        }
+        ASSERT_EQ(colecao.Count(), static_cast<std::int32_t>(lista.size()));
+        const std::size_t agora = daChave(chave);
+        if (agora < lista.size()) {
+            ASSERT_EQ(colecao.Item(chave), lista[agora].first);
+        } else {
+            ASSERT_EQ(FalhaLancada([&] { colecao.Item(chave); }).Numero, 5);
+        }
+        if (!lista.empty()) {
+            const std::size_t indice = ate(lista.size());
+            ASSERT_EQ(colecao.Item(static_cast<std::int32_t>(indice) + 1), lista[indice].first);
+        }
+    }
+}
+
+} // namespace
