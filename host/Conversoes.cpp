@@ -80,6 +80,7 @@ class LeitorNumero {
             numero.Valor = Decimal(digitos);
         }
         bool fechado = false;
+        moeda = false; // may stand on both sides
         for (;;) {
             PulaBrancos();
             if (parentese && !fechado && Tira(')')) {
