@@ -47,9 +47,14 @@ void ztData::DefineText(const std::string &valor)
 
 bool ztData::DataValida() const
 {
-    // The platform takes a day for a month when that makes a date of the text; here each stands in its own place.
     const std::string texto = Text();
-    return texto.find(' ') == std::string::npos && IsDate(texto) && Format(CDate(texto), Formato) == texto;
+    if (texto.find(' ') != std::string::npos || !IsDate(texto)) {
+        return false;
+    }
+    // The platform takes a day for a month when that makes a date of the text; here each stands in its own place.
+    const PartesData partes = CDate(texto).Partes();
+    return partes.Dia == CInt(texto.substr(0, 2)) && partes.Mes == CInt(texto.substr(3, 2)) &&
+           partes.Ano == CInt(texto.substr(InicioAno));
 }
 
 void ztData::Conclui()

@@ -42,6 +42,19 @@ template <class Chave> std::vector<std::size_t> Permuta(const std::vector<Chave>
     return ordem;
 }
 
+// Has another value in a field while it lives.
+class Emprestado {
+  public:
+    Emprestado(std::int32_t &campo, std::int32_t valor) : m_Campo(campo), m_Antes(std::exchange(campo, valor)) {}
+    Emprestado(const Emprestado &) = delete;
+    Emprestado &operator=(const Emprestado &) = delete;
+    ~Emprestado() { m_Campo = m_Antes; }
+
+  private:
+    std::int32_t &m_Campo;
+    std::int32_t m_Antes;
+};
+
 } // namespace
 
 ztList::ztList(const Ref<IForm> &form, const AjustesZtList &ajustes)
@@ -244,18 +257,11 @@ bool ztList::ClicaLinha(std::int32_t linha)
     if (linha < 1 || linha > NroItens()) {
         return false;
     }
-    m_LinhaAoEntrar = linha;
-    const bool chegou = [&] {
-        try {
-            return Foco();
-        } catch (...) {
-            m_LinhaAoEntrar = 1;
-            throw;
+    {
+        const Emprestado aoEntrar(m_LinhaAoEntrar, linha);
+        if (!Foco() || !Usavel() || linha > NroItens()) {
+            return false;
         }
-    }();
-    m_LinhaAoEntrar = 1;
-    if (!chegou || !Usavel() || linha > NroItens()) {
-        return false;
     }
     TornaAtual(linha);
     return true;
@@ -297,24 +303,24 @@ bool ztList::EscolheMenu(const std::string &chave)
     if (!item || !OfereceMenu() || !item->Utilizavel()) {
         return false;
     }
-    if (item->Chave() == ChaveExcluir) {
-        return Exclui();
+    if (item->Chave() != ChaveExcluir) {
+        m_ItemMenuClicado.dispara(item->Chave());
+    } else if (m_ItemAtual != SemLinha) {
+        Exclui();
+    } else {
+        return false;
     }
-    m_ItemMenuClicado.dispara(item->Chave());
     return true;
 }
 
-bool ztList::Exclui()
+void ztList::Exclui()
 {
-    if (m_ItemAtual == SemLinha) {
-        return false;
-    }
     std::int32_t linha = m_ItemAtual;
     const std::int64_t arranjo = m_Arranjo;
     m_AntesDeRemoverItem.dispara(linha);
     // Rows that were moved or taken away meanwhile have other numbers.
     if (linha < 1 || linha > NroItens() || arranjo != m_Arranjo) {
-        return false;
+        return;
     }
     m_Linhas.erase(m_Linhas.begin() + (linha - 1));
     if (m_ItemAtual > linha) {
@@ -324,7 +330,6 @@ bool ztList::Exclui()
     Rearranja();
     m_DepoisDeRemoverItem.dispara();
     m_HabilitaItensMenuLista.dispara();
-    return true;
 }
 
 bool ztList::PedeMais()
@@ -345,10 +350,9 @@ bool ztList::Localiza()
     }
     bool cancela = false;
     m_BotaoLocalizarValida.dispara(cancela);
-    if (cancela) {
-        return false;
+    if (!cancela) {
+        m_BotaoLocalizarEnvia.dispara();
     }
-    m_BotaoLocalizarEnvia.dispara();
     return true;
 }
 

@@ -92,11 +92,11 @@ class ztList : public Controle<IztList> {
     bool TeclaSetas(std::int32_t passos);
     // The person opens the menu, or looks at the button bar.
     bool OfereceMenu();
-    // The person chooses a menu item.
+    // The person chooses a menu item. True for one that could be chosen, whatever came of it.
     bool EscolheMenu(const std::string &chave);
     // The button for more rows.
     bool PedeMais();
-    // The criteria bar's search button. False also when the criteria were refused.
+    // The criteria bar's search button.
     bool Localiza();
     // The person clicks a column's heading: sorts by it, and the other way round on the next click.
     bool OrdenaPor(std::int32_t coluna);
@@ -114,7 +114,7 @@ class ztList : public Controle<IztList> {
     const std::string &Texto(const Linha &linha, std::size_t coluna) const;
     void IncluiItem(const ItemMenuLista &item, bool visivel);
     void TornaAtual(std::int32_t linha);
-    bool Exclui();
+    void Exclui();
     void Rearranja();
     std::vector<std::size_t> Ordem(std::size_t coluna, bool decrescente) const;
 

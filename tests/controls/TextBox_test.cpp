@@ -1,0 +1,284 @@
+#include "controls/TextBox.h"
+
+#include "tests/controls/Tela.h"
+
+namespace {
+
+class TextBoxTest : public testing::Test {
+  protected:
+    Ref<TextBox> Caixa(std::int32_t limite)
+    {
+        auto ajustes = Chamado<AjustesTextBox>("txtDescricao");
+        ajustes.MaxLength = limite;
+        Ref<TextBox> caixa = m_Tela.Poe<TextBox>(ajustes);
+        m_Tela.Anota(caixa->Change(), "Change");
+        m_Tela.Anota(caixa->Mudou(), "Mudou");
+        return caixa;
+    }
+
+    Tela m_Tela;
+};
+
+TEST_F(TextBoxTest, Fresh_HasItsSettings)
+{
+    auto ajustes = Chamado<AjustesTextBox>("txtDescricao");
+    ajustes.Indice = 3;
+    ajustes.Rotulo = "Descrição:";
+    ajustes.Text = "Começo";
+    ajustes.MaxLength = 50;
+    ajustes.Left = 10;
+    ajustes.Top = 20;
+    ajustes.Width = 30;
+    ajustes.Height = 40;
+    const Ref<TextBox> caixa = m_Tela.Poe<TextBox>(ajustes);
+    EXPECT_EQ(caixa->NomeTipo(), "TextBox");
+    EXPECT_EQ(caixa->Especie(), EspecieControle::TextBox);
+    EXPECT_EQ(caixa->Nome(), "txtDescricao");
+    EXPECT_EQ(caixa->Indice(), 3);
+    EXPECT_EQ(caixa->Rotulo(), "Descrição:");
+    EXPECT_EQ(caixa->Text(), "Começo");
+    EXPECT_EQ(caixa->MaxLength(), 50);
+    EXPECT_EQ(caixa->Left(), 10);
+    EXPECT_EQ(caixa->Top(), 20);
+    EXPECT_EQ(caixa->Width(), 30);
+    EXPECT_EQ(caixa->Height(), 40);
+    EXPECT_FALSE(caixa->Locked());
+    EXPECT_TRUE(caixa->Enabled());
+    EXPECT_TRUE(caixa->Visible());
+}
+
+TEST_F(TextBoxTest, Fresh_WithATextAboveItsLimit_HasItCut)
+{
+    auto ajustes = Chamado<AjustesTextBox>("txtDescricao");
+    ajustes.Text = "Lombada";
+    ajustes.MaxLength = 4;
+    EXPECT_EQ(m_Tela.Poe<TextBox>(ajustes)->Text(), "Lomb");
+}
+
+TEST_F(TextBoxTest, DefineText_OfAnotherText_TellsTheScreenAndThenRaisesChange)
+{
+    const Ref<TextBox> caixa = Caixa(0);
+    caixa->DefineText("Radar");
+    EXPECT_EQ(caixa->Text(), "Radar");
+    EXPECT_EQ(m_Tela.Vistos(), (Textos{"Mudou", "Change"}));
+}
+
+TEST_F(TextBoxTest, DefineText_OfTheSameText_RaisesNothing)
+{
+    const Ref<TextBox> caixa = Caixa(0);
+    caixa->DefineText("Radar");
+    m_Tela.Vistos();
+    caixa->DefineText("Radar");
+    EXPECT_EQ(m_Tela.Vistos(), Textos{});
+}
+
+TEST_F(TextBoxTest, DefineText_AroundTheLimit_CutsByCharacters)
+{
+    const Ref<TextBox> caixa = Caixa(8);
+    caixa->DefineText("Aferição");
+    EXPECT_EQ(caixa->Text(), "Aferição");
+    caixa->DefineText("Aferições");
+    EXPECT_EQ(caixa->Text(), "Aferiçõe");
+    m_Tela.Vistos();
+    caixa->DefineText("Aferiçõe além"); // the same once cut
+    EXPECT_EQ(m_Tela.Vistos(), Textos{});
+}
+
+TEST_F(TextBoxTest, DefineText_OfLinesAndMalformedBytes_KeepsThem)
+{
+    const Ref<TextBox> caixa = Caixa(0);
+    caixa->DefineText("a\r\nb\xC3");
+    EXPECT_EQ(caixa->Text(), "a\r\nb\xC3");
+}
+
+TEST_F(TextBoxTest, DefineText_WhileDisabledHiddenAndLocked_IsStillTheModules)
+{
+    const Ref<TextBox> caixa = Caixa(0);
+    caixa->DefineEnabled(false);
+    caixa->DefineVisible(false);
+    caixa->DefineLocked(true);
+    m_Tela.Vistos();
+    caixa->DefineText("x");
+    EXPECT_EQ(caixa->Text(), "x");
+    EXPECT_EQ(m_Tela.Vistos(), (Textos{"Mudou", "Change"}));
+}
+
+TEST_F(TextBoxTest, Digita_ThreeKeys_RaisesChangeThreeTimesAndTakesTheFocus)
+{
+    const Ref<TextBox> caixa = Caixa(0);
+    EXPECT_TRUE(caixa->Digita("pé!"));
+    EXPECT_EQ(caixa->Text(), "pé!");
+    EXPECT_TRUE(caixa->TemFoco());
+    EXPECT_EQ(m_Tela.Vistos(), (Textos{"Mudou", "Change", "Mudou", "Change", "Mudou", "Change"}));
+}
+
+TEST_F(TextBoxTest, Digita_IntoAText_GoesBehindIt)
+{
+    const Ref<TextBox> caixa = Caixa(0);
+    caixa->DefineText("ção");
+    EXPECT_TRUE(caixa->Digita("és"));
+    EXPECT_EQ(caixa->Text(), "çãoés");
+}
+
+TEST_F(TextBoxTest, Digita_AtTheLimit_LeavesOutWhatIsTooMuch)
+{
+    const Ref<TextBox> caixa = Caixa(3);
+    EXPECT_TRUE(caixa->Digita("ãéíó"));
+    EXPECT_EQ(caixa->Text(), "ãéí");
+    EXPECT_EQ(m_Tela.Vistos().size(), 6U);
+    EXPECT_TRUE(caixa->Digita("x"));
+    EXPECT_EQ(caixa->Text(), "ãéí");
+    EXPECT_EQ(m_Tela.Vistos(), Textos{});
+}
+
+TEST_F(TextBoxTest, Digita_OfWhatNoKeyTypes_LeavesItOut)
+{
+    const Ref<TextBox> caixa = Caixa(0);
+    EXPECT_TRUE(caixa->Digita("a\tb\r\nc\x7F"
+                              "d\xC3"
+                              "e\xFF"));
+    EXPECT_EQ(caixa->Text(), "abcde");
+}
+
+TEST_F(TextBoxTest, Digita_OfCombiningMarkAndBeyondTheBasicPlane_CountsEachCodeAsOne)
+{
+    const Ref<TextBox> caixa = Caixa(3);
+    EXPECT_TRUE(caixa->Digita("e\u0301\U0001F697x"));
+    EXPECT_EQ(caixa->Text(), "e\u0301\U0001F697");
+}
+
+TEST_F(TextBoxTest, Apaga_WithText_RaisesChangeOnce)
+{
+    const Ref<TextBox> caixa = Caixa(0);
+    caixa->DefineText("Radar");
+    m_Tela.Vistos();
+    EXPECT_TRUE(caixa->Apaga());
+    EXPECT_EQ(caixa->Text(), "");
+    EXPECT_EQ(m_Tela.Vistos(), (Textos{"Mudou", "Change"}));
+    EXPECT_TRUE(caixa->Apaga());
+    EXPECT_EQ(m_Tela.Vistos(), Textos{});
+}
+
+TEST_F(TextBoxTest, Preenche_OverAText_ReplacesIt)
+{
+    const Ref<TextBox> caixa = Caixa(2);
+    caixa->DefineText("AB");
+    EXPECT_TRUE(caixa->Preenche("çé"));
+    EXPECT_EQ(caixa->Text(), "çé");
+}
+
+TEST_F(TextBoxTest, Edita_InTheMiddle_ReplacesAndLeavesTheCursorBehind)
+{
+    const Ref<TextBox> caixa = Caixa(6);
+    caixa->DefineText("aéçõz");
+    EXPECT_EQ(caixa->Cursor(), 5U);
+    EXPECT_TRUE(caixa->Edita(1, 3, "íú"));
+    EXPECT_EQ(caixa->Text(), "aíúz");
+    EXPECT_EQ(caixa->Cursor(), 3U);
+    EXPECT_TRUE(caixa->Edita(0, 0, "ABCD")); // room for two
+    EXPECT_EQ(caixa->Text(), "ABaíúz");
+    EXPECT_EQ(caixa->Cursor(), 2U);
+}
+
+TEST_F(TextBoxTest, Edita_BeyondTheText_WorksAtItsEnd)
+{
+    const Ref<TextBox> caixa = Caixa(0);
+    caixa->DefineText("ab");
+    EXPECT_TRUE(caixa->Edita(9, 9, "c"));
+    EXPECT_EQ(caixa->Text(), "abc");
+    EXPECT_EQ(caixa->Cursor(), 3U);
+    EXPECT_TRUE(caixa->Edita(1, 900, ""));
+    EXPECT_EQ(caixa->Text(), "a");
+}
+
+TEST_F(TextBoxTest, Digita_WhileItCannot_IsRefusedAndChangesNothing)
+{
+    const Ref<TextBox> caixa = Caixa(0);
+    caixa->DefineText("x");
+    const auto confere = [&] {
+        m_Tela.Vistos();
+        EXPECT_FALSE(caixa->Digita("y"));
+        EXPECT_FALSE(caixa->Apaga());
+        EXPECT_FALSE(caixa->Preenche("z"));
+        EXPECT_FALSE(caixa->Edita(0, 1, "w"));
+        EXPECT_EQ(caixa->Text(), "x");
+        EXPECT_FALSE(caixa->TemFoco());
+        EXPECT_EQ(m_Tela.Vistos(), Textos{});
+    };
+    caixa->DefineLocked(true);
+    confere();
+    caixa->DefineLocked(false);
+    caixa->DefineEnabled(false);
+    confere();
+    caixa->DefineEnabled(true);
+    caixa->DefineVisible(false);
+    confere();
+    caixa->DefineVisible(true);
+    m_Tela.Form->DefineEnabled(false);
+    confere();
+    m_Tela.Form->DefineEnabled(true);
+    m_Tela.Form->DefineVisible(false);
+    confere();
+    m_Tela.Form->DefineVisible(true);
+    EXPECT_TRUE(caixa->Digita("y"));
+}
+
+TEST_F(TextBoxTest, Foco_WhileLocked_IsGiven)
+{
+    const Ref<TextBox> caixa = Caixa(0);
+    caixa->DefineLocked(true);
+    EXPECT_TRUE(caixa->Foco());
+    EXPECT_TRUE(caixa->TemFoco());
+}
+
+TEST_F(TextBoxTest, Digita_WhenTheFirstKeyLocksTheField_StopsBehindIt)
+{
+    const Ref<TextBox> caixa = Caixa(0);
+    m_Tela.Liga(caixa->Change(), [&] { caixa->DefineLocked(true); });
+    EXPECT_FALSE(caixa->Digita("abc"));
+    EXPECT_EQ(caixa->Text(), "a");
+}
+
+TEST_F(TextBoxTest, Digita_WhenAKeyRaisesAFault_PassesItAndKeepsWhatWasTyped)
+{
+    const Ref<TextBox> caixa = Caixa(0);
+    m_Tela.Liga(caixa->Change(), [&] {
+        if (caixa->Text() == "ab") {
+            throw Falha(13);
+        }
+    });
+    EXPECT_EQ(NumeroDaFalha([&] { caixa->Digita("abc"); }), 13);
+    EXPECT_EQ(caixa->Text(), "ab");
+    EXPECT_TRUE(caixa->Digita("c"));
+    EXPECT_EQ(caixa->Text(), "abc");
+}
+
+TEST_F(TextBoxTest, Change_ThatWritesTheTextAgain_IsRaisedForThatToo)
+{
+    const Ref<TextBox> caixa = Caixa(0);
+    m_Tela.Liga(caixa->Change(), [&] {
+        if (caixa->Text() == "ab") {
+            caixa->DefineText("AB");
+        }
+    });
+    EXPECT_TRUE(caixa->Digita("abc"));
+    EXPECT_EQ(caixa->Text(), "ABc");
+}
+
+TEST_F(TextBoxTest, Digita_WhenAKeyReleasesTheForm_EndsInPeace)
+{
+    TextBox *caixa = Caixa(0).Ponteiro();
+    m_Tela.Liga(caixa->Change(), [&] { m_Tela.Solta(); });
+    EXPECT_FALSE(caixa->Digita("abc"));
+    EXPECT_EQ(m_Tela.Vistos(), (Textos{"Mudou", "Change"}));
+}
+
+TEST_F(TextBoxTest, DefineText_WhenChangeReleasesTheForm_EndsInPeace)
+{
+    TextBox *caixa = Caixa(0).Ponteiro();
+    m_Tela.Liga(caixa->Mudou(), [&] { m_Tela.Solta(); });
+    caixa->DefineText("abc");
+    EXPECT_EQ(m_Tela.Vistos(), (Textos{"Mudou", "Change"}));
+}
+
+} // namespace

@@ -1,0 +1,82 @@
+#include "controls/ztClienteSetor.h"
+
+#include "tests/controls/Tela.h"
+
+namespace {
+
+class ztClienteSetorTest : public testing::Test {
+  protected:
+    ztClienteSetorTest()
+    {
+        m_Tela.Anota(m_Cliente->Change(), "Change");
+        m_Tela.Anota(m_Cliente->Mudou(), "Mudou");
+        m_Tela.Liga(m_Cliente->AoAvisar(), [this](const std::string &aviso) { m_Tela.Eventos.push_back(aviso); });
+    }
+
+    Tela m_Tela;
+    Ref<ztClienteSetor> m_Cliente = m_Tela.Poe<ztClienteSetor>(Chamado<AjustesControle>("ztCliente"));
+};
+
+TEST_F(ztClienteSetorTest, Fresh_HasNoClient)
+{
+    EXPECT_EQ(m_Cliente->NomeTipo(), "ztClienteSetor");
+    EXPECT_EQ(m_Cliente->Cliente(), "");
+    EXPECT_EQ(m_Cliente->Setor(), "");
+    EXPECT_EQ(m_Cliente->CodCliente(), 0);
+}
+
+TEST_F(ztClienteSetorTest, Escolhe_OfAnother_RaisesChange)
+{
+    EXPECT_TRUE(m_Cliente->Escolhe("DAER", "Sul"));
+    EXPECT_EQ(m_Cliente->Cliente(), "DAER");
+    EXPECT_EQ(m_Cliente->Setor(), "Sul");
+    EXPECT_TRUE(m_Cliente->TemFoco());
+    EXPECT_EQ(m_Tela.Vistos(), (Textos{"Mudou", "Change"}));
+    EXPECT_TRUE(m_Cliente->Escolhe("DAER", "Sul"));
+    EXPECT_EQ(m_Tela.Vistos(), Textos{});
+    EXPECT_TRUE(m_Cliente->Escolhe("DAER", ""));
+    EXPECT_EQ(m_Tela.Vistos(), (Textos{"Mudou", "Change"}));
+}
+
+TEST_F(ztClienteSetorTest, Escolhe_WhileDisabled_IsRefused)
+{
+    m_Cliente->DefineEnabled(false);
+    m_Tela.Vistos();
+    EXPECT_FALSE(m_Cliente->Escolhe("DAER", ""));
+    EXPECT_EQ(m_Cliente->Cliente(), "");
+    EXPECT_EQ(m_Tela.Vistos(), Textos{});
+}
+
+TEST_F(ztClienteSetorTest, Valida_WithoutClient_AnswersFalseAndTellsThePerson)
+{
+    EXPECT_FALSE(m_Cliente->Valida());
+    EXPECT_EQ(m_Tela.Vistos(), Textos{"Informe o cliente!"});
+    EXPECT_TRUE(m_Cliente->Escolhe("DAER", ""));
+    m_Tela.Vistos();
+    EXPECT_TRUE(m_Cliente->Valida());
+    EXPECT_EQ(m_Tela.Vistos(), Textos{});
+}
+
+TEST_F(ztClienteSetorTest, DefineCodCliente_AsksForTheClientThatItStartsWith)
+{
+    m_Tela.Liga(m_Cliente->AoDefinirCodCliente(), [&] {
+        EXPECT_EQ(m_Cliente->CodCliente(), 2);
+        m_Cliente->PresetaCliente("EPTC", "Centro");
+    });
+    m_Cliente->DefineCodCliente(2);
+    EXPECT_EQ(m_Cliente->Cliente(), "EPTC");
+    EXPECT_EQ(m_Cliente->Setor(), "Centro");
+    EXPECT_EQ(m_Tela.Vistos(), Textos{"Mudou"});
+}
+
+TEST_F(ztClienteSetorTest, Escolhe_WhenChangeReleasesTheForm_EndsInPeace)
+{
+    Tela tela;
+    ztClienteSetor *cliente = tela.Poe<ztClienteSetor>(Chamado<AjustesControle>("ztCliente")).Ponteiro();
+    tela.Liga(cliente->Mudou(), [&] { tela.Solta(); });
+    tela.Anota(cliente->Change(), "Change");
+    EXPECT_TRUE(cliente->Escolhe("DAER", ""));
+    EXPECT_EQ(tela.Vistos(), Textos{"Change"});
+}
+
+} // namespace

@@ -1,0 +1,798 @@
+#include "controls/ztList.h"
+
+#include "controls/TextBox.h"
+#include "tests/controls/Tela.h"
+
+namespace {
+
+constexpr const char *Excluir = "mnuZTLObjExcluir";
+
+class ztListTest : public testing::Test {
+  protected:
+    Ref<ztList> Lista(const AjustesZtList &ajustes)
+    {
+        Ref<ztList> lista = m_Tela.Poe<ztList>(ajustes);
+        m_Tela.Anota(lista->ItemClick(), "ItemClick");
+        m_Tela.Anota(lista->HabilitaItensMenuLista(), "Habilita");
+        m_Tela.Anota(lista->GotFocus(), "GotFocus");
+        m_Tela.Anota(lista->BotaoClick(), "BotaoClick");
+        m_Tela.Anota(lista->DepoisDeRemoverItem(), "Depois");
+        m_Tela.Anota(lista->BotaoLocalizarEnvia(), "Envia");
+        m_Tela.Liga(lista->ItemMenuClicado(), [this](const std::string &chave) { m_Tela.Eventos.push_back(chave); });
+        m_Tela.Liga(lista->AntesDeRemoverItem(), [this](std::int32_t &linha) {
+            m_Tela.Eventos.push_back("Antes " + std::to_string(linha));
+            linha = m_ManterLinha ? 0 : linha;
+        });
+        m_Tela.Liga(lista->BotaoLocalizarValida(), [this](bool &cancela) {
+            m_Tela.Eventos.push_back("Valida");
+            cancela = m_Cancela;
+        });
+        return lista;
+    }
+    Ref<ztList> Lista() { return Lista(Chamado<AjustesZtList>("ztLista")); }
+
+    // A list with the columns "Número", "Nome" and, hidden, "Chave".
+    Ref<ztList> ComColunas()
+    {
+        Ref<ztList> lista = Lista();
+        lista->AlteraPrimeiraColuna(1, std::nullopt, "Número", 1005, 0, "", true);
+        lista->AdicionaColuna(2, std::nullopt, "Nome", 4905, 0, "", true);
+        lista->AdicionaColuna(3, std::nullopt, "Chave", 0, 0, "", false);
+        return lista;
+    }
+
+    static void Carrega(const Ref<ztList> &lista, const std::vector<Textos> &linhas)
+    {
+        TabelaTexto tabela(static_cast<std::int32_t>(lista->Colunas().size()));
+        for (const Textos &linha : linhas) {
+            const std::int32_t numero = tabela.AdicionaLinha();
+            for (std::size_t i = 0; i < linha.size(); ++i) {
+                tabela.Celula(static_cast<std::int32_t>(i) + 1, numero) = linha[i];
+            }
+        }
+        lista->CarregaItens(tabela);
+    }
+
+    // The same with three rows.
+    Ref<ztList> ComTresLinhas()
+    {
+        Ref<ztList> lista = ComColunas();
+        Carrega(lista, {{"1", "um", "K1"}, {"2", "dois", "K2"}, {"3", "três", "K3"}});
+        return lista;
+    }
+
+    static Textos Nomes(const Ref<ztList> &lista, std::int32_t coluna)
+    {
+        Textos nomes;
+        for (std::int32_t linha = 1; linha <= lista->NroItens(); ++linha) {
+            nomes.push_back(lista->TextoCelula(linha, coluna));
+        }
+        return nomes;
+    }
+
+    // Keys of the items that a person sees.
+    static Textos Visiveis(const Ref<ztList> &lista)
+    {
+        Textos chaves;
+        for (std::int32_t i = 1; i <= lista->Menu().Count(); ++i) {
+            if (lista->Menu().Item(i)->Visivel()) {
+                chaves.push_back(lista->Menu().Item(i)->Chave());
+            }
+        }
+        return chaves;
+    }
+
+    bool m_ManterLinha = false;
+    bool m_Cancela = false;
+    Tela m_Tela;
+};
+
+TEST_F(ztListTest, Fresh_HasOneColumnAndNoRow)
+{
+    const Ref<ztList> lista = Lista();
+    EXPECT_EQ(lista->NomeTipo(), "ztList");
+    EXPECT_EQ(lista->Colunas().size(), 1U);
+    EXPECT_EQ(lista->NroItens(), 0);
+    EXPECT_EQ(lista->ItemAtual(), -1);
+    EXPECT_EQ(lista->Titulo(), "");
+    EXPECT_FALSE(lista->TemMais());
+    EXPECT_EQ(lista->ColunaOrdem(), 0);
+    EXPECT_FALSE(lista->JanelaExibida());
+}
+
+TEST_F(ztListTest, AdicionaColuna_WithoutKey_HasItsTitleAsKey)
+{
+    const Ref<ztList> lista = Lista();
+    lista->AlteraPrimeiraColuna(1, std::nullopt, "Dt.Verificação", 1650, 2, "data", true);
+    lista->AdicionaColuna(2, "K", "Chave", 0, 0, "", false);
+    ASSERT_EQ(lista->Colunas().size(), 2U);
+    const ztList::Coluna &primeira = lista->Colunas()[0];
+    EXPECT_EQ(primeira.Chave, "Dt.Verificação");
+    EXPECT_EQ(primeira.Titulo, "Dt.Verificação");
+    EXPECT_EQ(primeira.Largura, 1650);
+    EXPECT_EQ(primeira.Alinhamento, 2);
+    EXPECT_EQ(primeira.Marca, "data");
+    EXPECT_TRUE(primeira.Visivel);
+    EXPECT_EQ(lista->Colunas()[1].Chave, "K");
+    EXPECT_EQ(lista->Colunas()[1].Titulo, "Chave");
+    EXPECT_FALSE(lista->Colunas()[1].Visivel);
+}
+
+TEST_F(ztListTest, CarregaItens_AppendsAndRaisesNothing)
+{
+    const Ref<ztList> lista = ComTresLinhas();
+    EXPECT_EQ(lista->NroItens(), 3);
+    EXPECT_EQ(lista->ItemAtual(), -1);
+    EXPECT_EQ(lista->Celula(1, "Número"), "1");
+    EXPECT_EQ(lista->Celula(3, "Nome"), "três");
+    EXPECT_EQ(lista->Celula(2, "chave"), "K2"); // the case of a key does not count
+    lista->DefineItemAtual(2);
+    m_Tela.Vistos();
+    Carrega(lista, {{"4", "quatro", "K4"}});
+    EXPECT_EQ(lista->NroItens(), 4);
+    EXPECT_EQ(lista->ItemAtual(), 2);
+    EXPECT_EQ(lista->Celula(4, "Chave"), "K4");
+    EXPECT_EQ(m_Tela.Vistos(), Textos{});
+}
+
+TEST_F(ztListTest, CarregaItens_OfATableWithoutRows_ChangesNothing)
+{
+    const Ref<ztList> lista = ComTresLinhas();
+    TabelaTexto vazia(3);
+    lista->CarregaItens(vazia);
+    EXPECT_EQ(lista->NroItens(), 3);
+}
+
+TEST_F(ztListTest, CarregaItens_OfANarrowerOrWiderTable_LeavesCellsEmptyOrAside)
+{
+    const Ref<ztList> lista = ComColunas();
+    TabelaTexto estreita(1);
+    estreita.Celula(1, estreita.AdicionaLinha()) = "só";
+    lista->CarregaItens(estreita);
+    TabelaTexto larga(5);
+    larga.Celula(5, larga.AdicionaLinha()) = "além";
+    lista->CarregaItens(larga);
+    EXPECT_EQ(lista->Celula(1, "Número"), "só");
+    EXPECT_EQ(lista->Celula(1, "Chave"), "");
+    EXPECT_EQ(lista->Celula(2, "Chave"), "");
+    EXPECT_EQ(NumeroDaFalha([&] { lista->TextoCelula(2, 5); }), 9);
+}
+
+TEST_F(ztListTest, Celula_OfAnUnknownRowOrColumn_IsFault9)
+{
+    const Ref<ztList> lista = ComTresLinhas();
+    EXPECT_EQ(NumeroDaFalha([&] { lista->Celula(0, "Nome"); }), 9);
+    EXPECT_EQ(NumeroDaFalha([&] { lista->Celula(4, "Nome"); }), 9);
+    EXPECT_EQ(NumeroDaFalha([&] { lista->Celula(-1, "Nome"); }), 9);
+    EXPECT_EQ(NumeroDaFalha([&] { lista->Celula(1, "Endereço"); }), 9);
+    EXPECT_EQ(NumeroDaFalha([&] { lista->ValorAtual("Endereço"); }), 9);
+    lista->DefineItemAtual(1);
+    EXPECT_EQ(NumeroDaFalha([&] { lista->ColunaAtual(0); }), 9);
+    EXPECT_EQ(NumeroDaFalha([&] { lista->ColunaAtual(4); }), 9);
+}
+
+TEST_F(ztListTest, ValorAtual_FollowsTheCurrentRow)
+{
+    const Ref<ztList> lista = ComTresLinhas();
+    EXPECT_EQ(lista->ValorAtual("Nome"), "");
+    EXPECT_EQ(lista->ColunaAtual(1), "");
+    lista->DefineItemAtual(3);
+    EXPECT_EQ(lista->ValorAtual("Nome"), "três");
+    EXPECT_EQ(lista->ColunaAtual(1), "3");
+    EXPECT_EQ(lista->ColunaAtual(3), "K3");
+}
+
+TEST_F(ztListTest, DefineItemAtual_OfAnotherRow_RaisesItemClickAndHabilita)
+{
+    const Ref<ztList> lista = ComTresLinhas();
+    lista->DefineItemAtual(2);
+    EXPECT_EQ(lista->ItemAtual(), 2);
+    EXPECT_EQ(m_Tela.Vistos(), (Textos{"ItemClick", "Habilita"}));
+    lista->DefineItemAtual(2);
+    EXPECT_EQ(m_Tela.Vistos(), Textos{});
+}
+
+TEST_F(ztListTest, DefineItemAtual_OfNone_RaisesHabilitaAlone)
+{
+    const Ref<ztList> lista = ComTresLinhas();
+    lista->DefineItemAtual(0);
+    EXPECT_EQ(m_Tela.Vistos(), Textos{});
+    for (std::int32_t nenhuma : {0, -1}) {
+        lista->DefineItemAtual(1);
+        m_Tela.Vistos();
+        lista->DefineItemAtual(nenhuma);
+        EXPECT_EQ(lista->ItemAtual(), -1);
+        EXPECT_EQ(m_Tela.Vistos(), Textos{"Habilita"});
+    }
+}
+
+TEST_F(ztListTest, DefineItemAtual_OutsideTheRows_IsFault9)
+{
+    const Ref<ztList> lista = ComTresLinhas();
+    EXPECT_EQ(NumeroDaFalha([&] { lista->DefineItemAtual(4); }), 9);
+    EXPECT_EQ(NumeroDaFalha([&] { lista->DefineItemAtual(-2); }), 9);
+    EXPECT_EQ(lista->ItemAtual(), -1);
+}
+
+TEST_F(ztListTest, Limpa_WithRows_EmptiesThemAndTheOfferOfMore)
+{
+    const Ref<ztList> lista = ComTresLinhas();
+    lista->DefineTitulo("Cliente [Setor]");
+    lista->DefineTemMais(true);
+    lista->DefineItemAtual(2);
+    m_Tela.Vistos();
+    lista->Limpa(std::nullopt);
+    EXPECT_EQ(lista->NroItens(), 0);
+    EXPECT_EQ(lista->ItemAtual(), -1);
+    EXPECT_EQ(lista->Titulo(), "");
+    EXPECT_FALSE(lista->TemMais());
+    EXPECT_EQ(lista->Colunas().size(), 3U);
+    EXPECT_EQ(m_Tela.Vistos(), Textos{"Habilita"});
+    lista->Limpa(std::nullopt);
+    EXPECT_EQ(m_Tela.Vistos(), Textos{});
+}
+
+TEST_F(ztListTest, Limpa_TheTitle_GoesUnlessTheArgumentIsFalse)
+{
+    const Ref<ztList> lista = Lista();
+    lista->DefineTitulo("T");
+    lista->Limpa(false);
+    EXPECT_EQ(lista->Titulo(), "T");
+    lista->Limpa(true);
+    EXPECT_EQ(lista->Titulo(), "");
+}
+
+TEST_F(ztListTest, Menu_OfKind2_ShowsTheFirstFourItems)
+{
+    const Ref<ztList> lista = Lista();
+    EXPECT_EQ(Visiveis(lista), (Textos{"mnuZTLObjNovo", "mnuZTLObjEditar", "mnuZTLObjDetalhes", "mnuZTLObjExcluir"}));
+    const Textos textos = {"Novo", "Editar", "Detalhes", "Excluir", "Localizar", "Atualizar"};
+    ASSERT_EQ(lista->Menu().Count(), 6);
+    for (std::int32_t i = 1; i <= 6; ++i) {
+        const Ref<ItemMenu> &item = lista->Menu().Item(i);
+        const std::string &texto = textos[static_cast<std::size_t>(i - 1)];
+        EXPECT_EQ(item->NomeTipo(), "ItemMenu");
+        EXPECT_EQ(item->Chave(), "mnuZTLObj" + texto);
+        EXPECT_EQ(item->Texto(), texto);
+        EXPECT_EQ(item->Dica(), texto);
+        EXPECT_EQ(item->TextoBotao(), "");
+        EXPECT_FALSE(item->IniciaGrupo());
+        EXPECT_TRUE(item->Enabled());
+        EXPECT_FALSE(item->Bloqueado());
+    }
+}
+
+TEST_F(ztListTest, Menu_OfKind3_ShowsAllStandardItems)
+{
+    auto ajustes = Chamado<AjustesZtList>("ztlLista");
+    ajustes.TipoMenu = 3;
+    EXPECT_EQ(Visiveis(Lista(ajustes)).size(), 6U);
+}
+
+TEST_F(ztListTest, IncluiItensMenu_PutsThemBehindTheStandardOnes)
+{
+    const Ref<ztList> lista = Lista();
+    lista->IncluiItensMenu(
+        {{"mnuZTLObjReativar", "Reativar", "", "Reativar/Desativar Equipamento", true},
+         {"mnuZTLObjLimitesDif", "Limites Diferenciados", "Limites\r\n Diferenciados", "Limites Diferenciados", true}});
+    ASSERT_EQ(lista->Menu().Count(), 8);
+    EXPECT_EQ(lista->Menu().Item(7)->Chave(), "mnuZTLObjReativar");
+    EXPECT_EQ(lista->Menu().Item(7)->Texto(), "Reativar");
+    EXPECT_EQ(lista->Menu().Item(7)->Dica(), "Reativar/Desativar Equipamento");
+    EXPECT_TRUE(lista->Menu().Item(7)->IniciaGrupo());
+    EXPECT_EQ(lista->Menu().Item(8)->TextoBotao(), "Limites\r\n Diferenciados");
+    EXPECT_TRUE(lista->Menu().Item(8)->Utilizavel());
+}
+
+TEST_F(ztListTest, IncluiItensMenu_UnderAKeyInUse_IsFault457)
+{
+    const Ref<ztList> lista = Lista();
+    EXPECT_EQ(NumeroDaFalha([&] { lista->IncluiItensMenu({{"mnuZTLObjNovo", "Outro", "", "", false}}); }), 457);
+    EXPECT_EQ(lista->Menu().Count(), 6);
+}
+
+TEST_F(ztListTest, MenuWrites_ShowOnTheItemAndTellTheScreen)
+{
+    const Ref<ztList> lista = Lista();
+    m_Tela.Anota(lista->Mudou(), "Mudou");
+    lista->MenuVisivel("mnuZTLObjAtualizar", true);
+    lista->MenuBloqueado("mnuZTLObjNovo", true);
+    lista->MenuHabilitado("mnuZTLObjNovo", false);
+    lista->MenuTexto("mnuZTLObjNovo", "Criar");
+    lista->ItemMenu("mnuZTLObjEditar")->DefineEnabled(false);
+    EXPECT_EQ(m_Tela.Vistos().size(), 5U);
+    EXPECT_TRUE(lista->Menu().Item("mnuZTLObjAtualizar")->Visivel());
+    EXPECT_TRUE(lista->Menu().Item("mnuZTLObjNovo")->Bloqueado());
+    EXPECT_FALSE(lista->ItemMenu("mnuZTLObjNovo")->Enabled());
+    EXPECT_EQ(lista->Menu().Item("mnuZTLObjNovo")->Texto(), "Criar");
+    EXPECT_FALSE(lista->ItemMenu("mnuZTLObjEditar")->Enabled());
+    lista->MenuHabilitado("mnuZTLObjNovo", false);
+    EXPECT_EQ(m_Tela.Vistos(), Textos{});
+}
+
+TEST_F(ztListTest, MenuWrites_OnAnUnknownKey_AreFault5)
+{
+    const Ref<ztList> lista = Lista();
+    EXPECT_EQ(NumeroDaFalha([&] { lista->ItemMenu("mnuX"); }), 5);
+    EXPECT_EQ(NumeroDaFalha([&] { lista->MenuVisivel("mnuX", true); }), 5);
+    EXPECT_EQ(NumeroDaFalha([&] { lista->MenuBloqueado("mnuX", true); }), 5);
+    EXPECT_EQ(NumeroDaFalha([&] { lista->MenuHabilitado("mnuX", true); }), 5);
+    EXPECT_EQ(NumeroDaFalha([&] { lista->MenuTexto("mnuX", ""); }), 5);
+}
+
+TEST_F(ztListTest, Settings_AsWritten_AreWhatTheScreenReads)
+{
+    auto ajustes = Chamado<AjustesZtList>("ztlLista");
+    ajustes.BarraCriteriosAtiva = true;
+    ajustes.BarraCriteriosAltura = 1500;
+    ajustes.BotoesFecharAjuda = false;
+    const Ref<ztList> lista = Lista(ajustes);
+    EXPECT_EQ(lista->BarraCriteriosAltura(), 1500);
+    EXPECT_TRUE(lista->Ajustes().BarraCriteriosAtiva);
+    EXPECT_FALSE(lista->Ajustes().BotoesFecharAjuda);
+    lista->BarraCriteriosAtiva(false);
+    lista->DefineBarraCriteriosAltura(990);
+    lista->BotoesFecharAjuda(true);
+    lista->EstiloMenu1(3);
+    lista->EstiloMenu2(2);
+    lista->DefineJanelaExibida(true);
+    EXPECT_FALSE(lista->Ajustes().BarraCriteriosAtiva);
+    EXPECT_EQ(lista->BarraCriteriosAltura(), 990);
+    EXPECT_TRUE(lista->Ajustes().BotoesFecharAjuda);
+    const ztList &mostrada = *lista;
+    EXPECT_EQ(mostrada.EstiloMenu1(), 3);
+    EXPECT_EQ(mostrada.EstiloMenu2(), 2);
+    EXPECT_TRUE(mostrada.JanelaExibida());
+}
+
+TEST_F(ztListTest, AtualizaLista_TellsTheScreen)
+{
+    const Ref<ztList> lista = Lista();
+    m_Tela.Anota(lista->Mudou(), "Mudou");
+    lista->AtualizaLista();
+    EXPECT_EQ(m_Tela.Vistos(), Textos{"Mudou"});
+}
+
+TEST_F(ztListTest, Foco_OnAListWithoutCurrentRow_MakesTheFirstCurrentAndThenRaisesGotFocus)
+{
+    const Ref<ztList> lista = ComTresLinhas();
+    EXPECT_TRUE(lista->Foco());
+    EXPECT_EQ(lista->ItemAtual(), 1);
+    EXPECT_EQ(m_Tela.Vistos(), (Textos{"ItemClick", "Habilita", "GotFocus"}));
+}
+
+TEST_F(ztListTest, Foco_OnAListWithACurrentRow_RaisesGotFocusAlone)
+{
+    const Ref<ztList> lista = ComTresLinhas();
+    lista->DefineItemAtual(3);
+    m_Tela.Vistos();
+    lista->SetFocus();
+    EXPECT_EQ(lista->ItemAtual(), 3);
+    EXPECT_EQ(m_Tela.Vistos(), Textos{"GotFocus"});
+}
+
+TEST_F(ztListTest, Foco_OnAnEmptyList_RaisesGotFocusOnce)
+{
+    const Ref<ztList> lista = Lista();
+    EXPECT_TRUE(lista->Foco());
+    EXPECT_TRUE(lista->Foco());
+    EXPECT_EQ(lista->ItemAtual(), -1);
+    EXPECT_EQ(m_Tela.Vistos(), Textos{"GotFocus"});
+}
+
+TEST_F(ztListTest, Foco_AgainOnRowsLoadedSince_MakesTheFirstCurrentWithoutGotFocus)
+{
+    const Ref<ztList> lista = ComColunas();
+    EXPECT_TRUE(lista->Foco());
+    Carrega(lista, {{"1", "um", "K1"}});
+    m_Tela.Vistos();
+    EXPECT_TRUE(lista->Foco());
+    EXPECT_EQ(lista->ItemAtual(), 1);
+    EXPECT_EQ(m_Tela.Vistos(), (Textos{"ItemClick", "Habilita"}));
+}
+
+TEST_F(ztListTest, Foco_WhenItemClickLeadsItElsewhere_RaisesNoGotFocus)
+{
+    const Ref<ztList> lista = ComTresLinhas();
+    const Ref<TextBox> campo = m_Tela.Poe<TextBox>(Chamado<AjustesTextBox>("txt"));
+    m_Tela.Liga(lista->ItemClick(), [&] { campo->SetFocus(); });
+    EXPECT_FALSE(lista->Foco());
+    EXPECT_EQ(m_Tela.Vistos(), (Textos{"ItemClick", "Habilita"}));
+}
+
+TEST_F(ztListTest, ClicaLinha_OnAListWithoutFocus_MakesThatRowCurrentAndNoOther)
+{
+    const Ref<ztList> lista = ComTresLinhas();
+    EXPECT_TRUE(lista->ClicaLinha(2));
+    EXPECT_EQ(lista->ItemAtual(), 2);
+    EXPECT_EQ(m_Tela.Vistos(), (Textos{"ItemClick", "Habilita", "GotFocus"}));
+    EXPECT_TRUE(lista->ClicaLinha(3));
+    EXPECT_EQ(m_Tela.Vistos(), (Textos{"ItemClick", "Habilita"}));
+    EXPECT_TRUE(lista->ClicaLinha(3));
+    EXPECT_EQ(m_Tela.Vistos(), Textos{});
+}
+
+TEST_F(ztListTest, ClicaLinha_WhenItemClickFaults_ForgetsTheRowClicked)
+{
+    const Ref<ztList> lista = ComTresLinhas();
+    bool falha = true;
+    m_Tela.Liga(lista->ItemClick(), [&] {
+        if (falha) {
+            throw Falha(13);
+        }
+    });
+    EXPECT_EQ(NumeroDaFalha([&] { lista->ClicaLinha(2); }), 13);
+    EXPECT_EQ(lista->ItemAtual(), 2);
+    falha = false;
+    lista->DefineItemAtual(-1);
+    EXPECT_TRUE(lista->Foco());
+    EXPECT_EQ(lista->ItemAtual(), 1);
+}
+
+TEST_F(ztListTest, ClicaLinha_OutsideTheRowsOrDisabled_IsRefused)
+{
+    const Ref<ztList> lista = ComTresLinhas();
+    EXPECT_FALSE(lista->ClicaLinha(0));
+    EXPECT_FALSE(lista->ClicaLinha(4));
+    lista->DefineEnabled(false);
+    EXPECT_FALSE(lista->ClicaLinha(1));
+    EXPECT_FALSE(lista->TeclaSetas(1));
+    EXPECT_EQ(lista->ItemAtual(), -1);
+    EXPECT_EQ(m_Tela.Vistos(), Textos{});
+}
+
+TEST_F(ztListTest, TeclaSetas_MovesAsFarAsThereAreRows)
+{
+    const Ref<ztList> lista = ComTresLinhas();
+    EXPECT_TRUE(lista->TeclaSetas(1));
+    EXPECT_EQ(lista->ItemAtual(), 1);
+    EXPECT_TRUE(lista->TeclaSetas(1));
+    EXPECT_EQ(lista->ItemAtual(), 2);
+    EXPECT_TRUE(lista->TeclaSetas(900));
+    EXPECT_EQ(lista->ItemAtual(), 3);
+    m_Tela.Vistos();
+    EXPECT_TRUE(lista->TeclaSetas(1));
+    EXPECT_EQ(m_Tela.Vistos(), Textos{});
+    EXPECT_TRUE(lista->TeclaSetas(-900));
+    EXPECT_EQ(lista->ItemAtual(), 1);
+    lista->Limpa(std::nullopt);
+    EXPECT_FALSE(lista->TeclaSetas(1));
+}
+
+TEST_F(ztListTest, EscolheMenu_OfAnItem_RaisesHabilitaAndThenTheChoice)
+{
+    const Ref<ztList> lista = ComTresLinhas();
+    EXPECT_TRUE(lista->ClicaLinha(1));
+    m_Tela.Vistos();
+    EXPECT_TRUE(lista->EscolheMenu("mnuZTLObjEditar"));
+    EXPECT_EQ(m_Tela.Vistos(), (Textos{"Habilita", "mnuZTLObjEditar"}));
+    EXPECT_TRUE(lista->EscolheMenu("MNUZTLOBJNOVO"));
+    EXPECT_EQ(m_Tela.Vistos(), (Textos{"Habilita", "mnuZTLObjNovo"}));
+}
+
+TEST_F(ztListTest, EscolheMenu_WithoutFocusOrCurrentRow_HasTheFirstRowCurrent)
+{
+    const Ref<ztList> lista = ComTresLinhas();
+    EXPECT_TRUE(lista->EscolheMenu("mnuZTLObjDetalhes"));
+    EXPECT_EQ(lista->ItemAtual(), 1);
+    EXPECT_EQ(m_Tela.Vistos(), (Textos{"ItemClick", "Habilita", "GotFocus", "Habilita", "mnuZTLObjDetalhes"}));
+}
+
+TEST_F(ztListTest, EscolheMenu_OfAnItemHiddenDisabledBarredOrUnknown_IsRefused)
+{
+    const Ref<ztList> lista = ComTresLinhas();
+    EXPECT_TRUE(lista->ClicaLinha(1));
+    m_Tela.Vistos();
+    EXPECT_FALSE(lista->EscolheMenu("mnuZTLObjAtualizar"));
+    lista->MenuHabilitado("mnuZTLObjEditar", false);
+    EXPECT_FALSE(lista->EscolheMenu("mnuZTLObjEditar"));
+    lista->MenuBloqueado("mnuZTLObjNovo", true);
+    lista->MenuHabilitado("mnuZTLObjNovo", true);
+    EXPECT_FALSE(lista->EscolheMenu("mnuZTLObjNovo"));
+    EXPECT_EQ(m_Tela.Vistos(), (Textos{"Habilita", "Habilita", "Habilita"}));
+    EXPECT_FALSE(lista->EscolheMenu("mnuX"));
+    lista->DefineEnabled(false);
+    EXPECT_FALSE(lista->EscolheMenu("mnuZTLObjDetalhes"));
+    EXPECT_EQ(m_Tela.Vistos(), Textos{});
+}
+
+TEST_F(ztListTest, EscolheMenu_OfAnItemThatHabilitaDisables_IsRefused)
+{
+    const Ref<ztList> lista = ComTresLinhas();
+    m_Tela.Liga(lista->HabilitaItensMenuLista(), [&] { lista->MenuHabilitado("mnuZTLObjEditar", false); });
+    EXPECT_FALSE(lista->EscolheMenu("mnuZTLObjEditar"));
+}
+
+TEST_F(ztListTest, EscolheMenu_OfExcluir_RemovesTheCurrentRow)
+{
+    const Ref<ztList> lista = ComTresLinhas();
+    EXPECT_TRUE(lista->ClicaLinha(2));
+    m_Tela.Vistos();
+    m_Tela.Liga(lista->AntesDeRemoverItem(), [&](std::int32_t &) { EXPECT_EQ(lista->NroItens(), 3); });
+    m_Tela.Liga(lista->DepoisDeRemoverItem(), [&] {
+        EXPECT_EQ(lista->NroItens(), 2);
+        EXPECT_EQ(lista->ValorAtual("Chave"), "K3");
+    });
+    EXPECT_TRUE(lista->EscolheMenu(Excluir));
+    EXPECT_EQ(m_Tela.Vistos(), (Textos{"Habilita", "Antes 2", "Depois", "Habilita"}));
+    EXPECT_EQ(Nomes(lista, 3), (Textos{"K1", "K3"}));
+    EXPECT_EQ(lista->ItemAtual(), 2);
+}
+
+TEST_F(ztListTest, EscolheMenu_OfExcluirOnTheLastRow_LeavesTheRowBeforeCurrent)
+{
+    const Ref<ztList> lista = ComTresLinhas();
+    EXPECT_TRUE(lista->ClicaLinha(3));
+    EXPECT_TRUE(lista->EscolheMenu(Excluir));
+    EXPECT_EQ(lista->ValorAtual("Chave"), "K2");
+    EXPECT_TRUE(lista->EscolheMenu(Excluir));
+    EXPECT_TRUE(lista->EscolheMenu(Excluir));
+    EXPECT_EQ(lista->NroItens(), 0);
+    EXPECT_EQ(lista->ItemAtual(), -1);
+    m_Tela.Vistos();
+    EXPECT_FALSE(lista->EscolheMenu(Excluir));
+    EXPECT_EQ(m_Tela.Vistos(), Textos{"Habilita"});
+}
+
+TEST_F(ztListTest, EscolheMenu_OfExcluirCancelled_KeepsTheRow)
+{
+    const Ref<ztList> lista = ComTresLinhas();
+    EXPECT_TRUE(lista->ClicaLinha(2));
+    m_Tela.Vistos();
+    m_ManterLinha = true;
+    EXPECT_TRUE(lista->EscolheMenu(Excluir));
+    EXPECT_EQ(m_Tela.Vistos(), (Textos{"Habilita", "Antes 2"}));
+    EXPECT_EQ(lista->NroItens(), 3);
+    EXPECT_EQ(lista->ItemAtual(), 2);
+}
+
+TEST_F(ztListTest, EscolheMenu_OfExcluirThatFaults_KeepsTheRowAndPassesTheFault)
+{
+    const Ref<ztList> lista = ComTresLinhas();
+    m_Tela.Liga(lista->AntesDeRemoverItem(), [](std::int32_t &) { throw Falha(91); });
+    EXPECT_EQ(NumeroDaFalha([&] { lista->EscolheMenu(Excluir); }), 91);
+    EXPECT_EQ(lista->NroItens(), 3);
+}
+
+TEST_F(ztListTest, EscolheMenu_OfExcluirWhenTheListIsReloadedMeanwhile_RemovesNothing)
+{
+    const Ref<ztList> lista = ComTresLinhas();
+    m_Tela.Liga(lista->AntesDeRemoverItem(), [&](std::int32_t &) {
+        lista->Limpa(std::nullopt);
+        Carrega(lista, {{"9", "nove", "K9"}});
+    });
+    EXPECT_TRUE(lista->EscolheMenu(Excluir));
+    EXPECT_EQ(Nomes(lista, 3), Textos{"K9"});
+}
+
+TEST_F(ztListTest, PedeMais_OnlyWhenOffered_RaisesBotaoClick)
+{
+    const Ref<ztList> lista = Lista();
+    EXPECT_FALSE(lista->PedeMais());
+    EXPECT_EQ(m_Tela.Vistos(), Textos{});
+    lista->DefineTemMais(true);
+    EXPECT_TRUE(lista->PedeMais());
+    EXPECT_EQ(m_Tela.Vistos(), (Textos{"GotFocus", "BotaoClick"}));
+    lista->DefineTemMais(false);
+    EXPECT_FALSE(lista->PedeMais());
+    EXPECT_EQ(m_Tela.Vistos(), Textos{});
+}
+
+TEST_F(ztListTest, PedeMais_WhoseClickAppends_KeepsTheRowsBefore)
+{
+    const Ref<ztList> lista = ComTresLinhas();
+    lista->DefineTemMais(true);
+    m_Tela.Liga(lista->BotaoClick(), [&] {
+        Carrega(lista, {{"4", "quatro", "K4"}});
+        lista->DefineItemAtual(lista->NroItens());
+    });
+    EXPECT_TRUE(lista->PedeMais());
+    EXPECT_EQ(Nomes(lista, 1), (Textos{"1", "2", "3", "4"}));
+    EXPECT_EQ(lista->ItemAtual(), 4);
+}
+
+TEST_F(ztListTest, Localiza_WithTheCriteriaBar_ValidatesAndSends)
+{
+    const Ref<ztList> lista = Lista();
+    EXPECT_FALSE(lista->Localiza());
+    EXPECT_EQ(m_Tela.Vistos(), Textos{});
+    lista->BarraCriteriosAtiva(true);
+    EXPECT_TRUE(lista->Localiza());
+    EXPECT_EQ(m_Tela.Vistos(), (Textos{"Valida", "Envia"}));
+    m_Cancela = true;
+    EXPECT_TRUE(lista->Localiza());
+    EXPECT_EQ(m_Tela.Vistos(), Textos{"Valida"});
+    lista->DefineEnabled(false);
+    EXPECT_FALSE(lista->Localiza());
+    EXPECT_EQ(m_Tela.Vistos(), Textos{});
+}
+
+TEST_F(ztListTest, OrdenaPor_AColumnOfText_SortsInPortugueseOrderBothWays)
+{
+    const Ref<ztList> lista = ComColunas();
+    Carrega(lista,
+            {{"1", "Ôlho"}, {"2", "zebra"}, {"3", "Água"}, {"4", "agua"}, {"5", "ovo"}, {"6", "Cão"}, {"7", ""}});
+    EXPECT_TRUE(lista->OrdenaPor(2));
+    EXPECT_EQ(Nomes(lista, 2), (Textos{"", "agua", "Água", "Cão", "Ôlho", "ovo", "zebra"}));
+    EXPECT_EQ(lista->ColunaOrdem(), 2);
+    EXPECT_FALSE(lista->OrdemDecrescente());
+    EXPECT_TRUE(lista->OrdenaPor(2));
+    EXPECT_EQ(Nomes(lista, 2), (Textos{"zebra", "ovo", "Ôlho", "Cão", "Água", "agua", ""}));
+    EXPECT_TRUE(lista->OrdemDecrescente());
+    EXPECT_TRUE(lista->OrdenaPor(1));
+    EXPECT_EQ(Nomes(lista, 1), (Textos{"1", "2", "3", "4", "5", "6", "7"}));
+    EXPECT_FALSE(lista->OrdemDecrescente());
+}
+
+TEST_F(ztListTest, OrdenaPor_AColumnOfNumbers_SortsByValue)
+{
+    const Ref<ztList> lista = ComColunas();
+    Carrega(lista, {{"10"}, {"9"}, {""}, {"1,5"}, {"-2"}, {"100"}});
+    EXPECT_TRUE(lista->OrdenaPor(1));
+    EXPECT_EQ(Nomes(lista, 1), (Textos{"", "-2", "1,5", "9", "10", "100"}));
+}
+
+TEST_F(ztListTest, OrdenaPor_AColumnWithOneTextAmongNumbers_SortsAsText)
+{
+    const Ref<ztList> lista = ComColunas();
+    Carrega(lista, {{"10"}, {"9"}, {"A1"}});
+    EXPECT_TRUE(lista->OrdenaPor(1));
+    EXPECT_EQ(Nomes(lista, 1), (Textos{"10", "9", "A1"}));
+}
+
+TEST_F(ztListTest, OrdenaPor_AColumnMarkedData_SortsByDate)
+{
+    const Ref<ztList> lista = Lista();
+    lista->AlteraPrimeiraColuna(1, std::nullopt, "Dt.Verificação", 1650, 0, "data", true);
+    Carrega(lista, {{"02/01/2024"}, {"31/12/2023"}, {"x"}, {"01/02/2023"}});
+    EXPECT_TRUE(lista->OrdenaPor(1));
+    EXPECT_EQ(Nomes(lista, 1), (Textos{"x", "01/02/2023", "31/12/2023", "02/01/2024"}));
+}
+
+TEST_F(ztListTest, OrdenaPor_EqualCells_KeepsTheirOrderBothWays)
+{
+    const Ref<ztList> lista = ComColunas();
+    Carrega(lista, {{"1", "b"}, {"2", "a"}, {"3", "b"}, {"4", "a"}});
+    EXPECT_TRUE(lista->OrdenaPor(2));
+    EXPECT_EQ(Nomes(lista, 1), (Textos{"2", "4", "1", "3"}));
+    EXPECT_TRUE(lista->OrdenaPor(2));
+    EXPECT_EQ(Nomes(lista, 1), (Textos{"1", "3", "2", "4"}));
+}
+
+TEST_F(ztListTest, OrdenaPor_WithACurrentRow_KeepsThatRowCurrentAndRaisesNothing)
+{
+    const Ref<ztList> lista = ComTresLinhas();
+    lista->DefineItemAtual(2);
+    m_Tela.Vistos();
+    EXPECT_TRUE(lista->OrdenaPor(2)); // dois, três, um
+    EXPECT_EQ(lista->ItemAtual(), 1);
+    EXPECT_EQ(lista->ValorAtual("Chave"), "K2");
+    EXPECT_EQ(m_Tela.Vistos(), Textos{});
+}
+
+TEST_F(ztListTest, OrdenaPor_AHiddenOrUnknownColumn_IsRefused)
+{
+    const Ref<ztList> lista = ComTresLinhas();
+    EXPECT_FALSE(lista->OrdenaPor(3));
+    EXPECT_FALSE(lista->OrdenaPor(0));
+    EXPECT_FALSE(lista->OrdenaPor(4));
+    lista->DefineEnabled(false);
+    EXPECT_FALSE(lista->OrdenaPor(1));
+    EXPECT_EQ(lista->ColunaOrdem(), 0);
+}
+
+TEST_F(ztListTest, CarregaItens_OnASortedList_AppendsAndEndsTheSorting)
+{
+    const Ref<ztList> lista = ComTresLinhas();
+    EXPECT_TRUE(lista->OrdenaPor(1));
+    EXPECT_TRUE(lista->OrdenaPor(1));
+    Carrega(lista, {{"9", "nove", "K9"}});
+    EXPECT_EQ(Nomes(lista, 1), (Textos{"3", "2", "1", "9"}));
+    EXPECT_EQ(lista->ColunaOrdem(), 0);
+}
+
+TEST_F(ztListTest, Arranjo_GrowsOnlyWhenRowsOrColumnsDo)
+{
+    const Ref<ztList> lista = ComTresLinhas();
+    std::int64_t antes = lista->Arranjo();
+    lista->DefineItemAtual(2);
+    lista->DefineTitulo("T");
+    lista->DefineTemMais(true);
+    lista->MenuHabilitado(Excluir, true);
+    lista->AtualizaLista();
+    EXPECT_EQ(lista->Arranjo(), antes);
+    const auto cresceu = [&] { return lista->Arranjo() > std::exchange(antes, lista->Arranjo()); };
+    EXPECT_TRUE(lista->OrdenaPor(1));
+    EXPECT_TRUE(cresceu());
+    EXPECT_TRUE(lista->EscolheMenu(Excluir));
+    EXPECT_TRUE(cresceu());
+    lista->AdicionaColuna(4, std::nullopt, "Mais", 1, 0, "", true);
+    EXPECT_TRUE(cresceu());
+    lista->Limpa(std::nullopt);
+    EXPECT_TRUE(cresceu());
+    Carrega(lista, {{"1"}});
+    EXPECT_TRUE(cresceu());
+}
+
+TEST_F(ztListTest, ThirtyThousandRows_AreLoadedToldOnceAndSorted)
+{
+    constexpr std::int32_t Linhas = 30000;
+    const Ref<ztList> lista = ComColunas();
+    TabelaTexto tabela(3);
+    for (std::int32_t i = 0; i < Linhas; ++i) {
+        const std::int32_t linha = tabela.AdicionaLinha();
+        const std::int32_t embaralhado = (i * 7919) % Linhas + 1;
+        tabela.Celula(1, linha) = std::to_string(embaralhado);
+        tabela.Celula(2, linha) = "Equipamento " + std::to_string(embaralhado);
+    }
+    m_Tela.Anota(lista->Mudou(), "Mudou");
+    lista->CarregaItens(tabela);
+    EXPECT_EQ(m_Tela.Vistos(), Textos{"Mudou"});
+    EXPECT_TRUE(lista->OrdenaPor(1));
+    EXPECT_EQ(m_Tela.Vistos(), Textos{"Mudou"});
+    for (std::int32_t linha = 1; linha <= Linhas; ++linha) {
+        ASSERT_EQ(lista->Celula(linha, "Número"), std::to_string(linha));
+    }
+    EXPECT_TRUE(lista->OrdenaPor(2));
+    EXPECT_EQ(lista->Celula(2, "Nome"), "Equipamento 10");
+    lista->DefineItemAtual(Linhas);
+    EXPECT_TRUE(lista->EscolheMenu(Excluir));
+    EXPECT_EQ(lista->NroItens(), Linhas - 1);
+}
+
+// Each of these runs an event of a list that only its form holds, and the form goes in it.
+TEST_F(ztListTest, Events_ThatReleaseTheForm_EndInPeace)
+{
+    using Acao = std::function<void(ztList &)>;
+    const std::vector<Acao> acoes = {
+        [](ztList &lista) { EXPECT_FALSE(lista.ClicaLinha(2)); },
+        [](ztList &lista) { EXPECT_FALSE(lista.TeclaSetas(1)); },
+        [](ztList &lista) { EXPECT_FALSE(lista.Foco()); },
+        [](ztList &lista) { EXPECT_FALSE(lista.EscolheMenu(Excluir)); },
+        [](ztList &lista) { EXPECT_FALSE(lista.PedeMais()); },
+        [](ztList &lista) { lista.SetFocus(); },
+        [](ztList &lista) { lista.DefineItemAtual(2); },
+        [](ztList &lista) { lista.Limpa(std::nullopt); },
+    };
+    for (const Acao &acao : acoes) {
+        Tela tela;
+        ztList *lista = tela.Poe<ztList>(Chamado<AjustesZtList>("ztLista")).Ponteiro();
+        TabelaTexto tabela(1);
+        tabela.AdicionaLinha();
+        tabela.AdicionaLinha();
+        lista->CarregaItens(tabela);
+        lista->DefineTemMais(true);
+        tela.Liga(lista->HabilitaItensMenuLista(), [&] { tela.Solta(); });
+        acao(*lista);
+        EXPECT_TRUE(tela.Form.Nada());
+    }
+}
+
+TEST_F(ztListTest, EscolheMenu_WhenTheChoiceOrARemovalReleasesTheForm_EndsInPeace)
+{
+    for (const char *chave : {"mnuZTLObjNovo", Excluir}) {
+        Tela tela;
+        ztList *lista = tela.Poe<ztList>(Chamado<AjustesZtList>("ztLista")).Ponteiro();
+        TabelaTexto tabela(1);
+        tabela.AdicionaLinha();
+        lista->CarregaItens(tabela);
+        tela.Liga(lista->ItemMenuClicado(), [&](const std::string &) { tela.Solta(); });
+        tela.Liga(lista->AntesDeRemoverItem(), [&](std::int32_t &) { tela.Solta(); });
+        tela.Anota(lista->DepoisDeRemoverItem(), "Depois");
+        EXPECT_TRUE(lista->EscolheMenu(chave));
+        EXPECT_TRUE(tela.Form.Nada());
+    }
+}
+
+TEST_F(ztListTest, ItemMenu_KeptLongerThanItsList_CanStillBeWritten)
+{
+    Ref<IItemMenu> item;
+    {
+        Tela tela;
+        item = tela.Poe<ztList>(Chamado<AjustesZtList>("ztLista"))->ItemMenu("mnuZTLObjNovo");
+    }
+    item->DefineEnabled(false);
+    EXPECT_FALSE(item->Enabled());
+}
+
+} // namespace

@@ -1,0 +1,256 @@
+#include "controls/ztMask.h"
+
+#include "tests/controls/Tela.h"
+
+namespace {
+
+class ztMaskTest : public testing::Test {
+  protected:
+    Ref<ztMask> Campo(const AjustesZtMask &ajustes)
+    {
+        Ref<ztMask> campo = m_Tela.Poe<ztMask>(ajustes);
+        m_Tela.Anota(campo->Change(), "Change");
+        return campo;
+    }
+    Ref<ztMask> Digitos(std::int32_t limite)
+    {
+        auto ajustes = Chamado<AjustesZtMask>("txtVelocPerm");
+        ajustes.Tipo = 1;
+        ajustes.MaxLength = limite;
+        return Campo(ajustes);
+    }
+    Ref<ztMask> Codigo()
+    {
+        auto ajustes = Chamado<AjustesZtMask>("txtCodEquip");
+        ajustes.Tipo = 7;
+        ajustes.MaxLength = 20;
+        ajustes.CaracteresAceitos = "._";
+        ajustes.TabelaCaracteres = 1;
+        return Campo(ajustes);
+    }
+    Ref<ztMask> Hora()
+    {
+        auto ajustes = Chamado<AjustesZtMask>("ztmHInicial");
+        ajustes.Tipo = 12;
+        ajustes.MaxLength = 5;
+        ajustes.Mascara = "00:00";
+        return Campo(ajustes);
+    }
+
+    Tela m_Tela;
+};
+
+TEST_F(ztMaskTest, Fresh_IsEmptyAndAsSet)
+{
+    auto ajustes = Chamado<AjustesZtMask>("txtNroSensor");
+    ajustes.Tipo = 1;
+    ajustes.MaxLength = 2;
+    ajustes.ReadOnly = true;
+    const Ref<ztMask> campo = Campo(ajustes);
+    EXPECT_EQ(campo->NomeTipo(), "ztMask");
+    EXPECT_EQ(campo->Text(), "");
+    EXPECT_EQ(campo->Valor(), "");
+    EXPECT_EQ(campo->ValorNumerico(), 0.0);
+    EXPECT_TRUE(campo->ReadOnly());
+    EXPECT_EQ(campo->Ajustes().MaxLength, 2);
+    EXPECT_FALSE(campo->Digita("1"));
+    campo->DefineText("7");
+    EXPECT_EQ(campo->Text(), "7");
+    campo->DefineReadOnly(false);
+    EXPECT_TRUE(campo->Digita("1"));
+    EXPECT_EQ(campo->Text(), "71");
+}
+
+TEST_F(ztMaskTest, Digita_LettersInADigitsField_LeavesThemOut)
+{
+    const Ref<ztMask> campo = Digitos(3);
+    EXPECT_TRUE(campo->Digita("a1-2,b.é٣"));
+    EXPECT_EQ(campo->Text(), "12");
+    EXPECT_EQ(campo->Valor(), "12");
+    EXPECT_EQ(campo->ValorNumerico(), 12.0);
+    EXPECT_EQ(m_Tela.Vistos(), (Textos{"Change", "Change"}));
+}
+
+TEST_F(ztMaskTest, Digita_AtTheLimitOfADigitsField_LeavesOutWhatIsTooMuch)
+{
+    const Ref<ztMask> campo = Digitos(3);
+    EXPECT_TRUE(campo->Digita("1000"));
+    EXPECT_EQ(campo->Text(), "100");
+}
+
+TEST_F(ztMaskTest, DefineText_OfMoreThanADigitsFieldTakes_LeavesItOutAndCuts)
+{
+    const Ref<ztMask> campo = Digitos(3);
+    campo->DefineText("R$ 1.2-3x4");
+    EXPECT_EQ(campo->Text(), "123");
+    EXPECT_EQ(m_Tela.Vistos(), Textos{"Change"});
+    campo->DefineText("0");
+    EXPECT_EQ(campo->Text(), "0");
+    EXPECT_EQ(campo->Valor(), "0");
+}
+
+TEST_F(ztMaskTest, DefineText_OfTheSameText_RaisesNothing)
+{
+    const Ref<ztMask> campo = Digitos(3);
+    campo->DefineText("60");
+    m_Tela.Vistos();
+    campo->DefineText("60");
+    campo->DefineText(" 6 0 ");
+    EXPECT_EQ(m_Tela.Vistos(), Textos{});
+}
+
+TEST_F(ztMaskTest, Digita_InACodeField_RaisesLettersAndTakesTheSignsNamed)
+{
+    const Ref<ztMask> campo = Codigo();
+    EXPECT_TRUE(campo->Digita("fsc-1_a.z"));
+    EXPECT_EQ(campo->Text(), "FSC1_A.Z");
+}
+
+TEST_F(ztMaskTest, Digita_BlanksApostrophesAndAccentsInACodeField_LeavesThemOut)
+{
+    const Ref<ztMask> campo = Codigo();
+    EXPECT_TRUE(campo->Digita("a b'c\"çÉd[`{@/:"));
+    EXPECT_EQ(campo->Text(), "ABCD");
+}
+
+TEST_F(ztMaskTest, Digita_AccentsInACodeFieldOfTheWholeTable_TakesThem)
+{
+    auto ajustes = Chamado<AjustesZtMask>("txtCodigo");
+    ajustes.Tipo = 7;
+    ajustes.SomenteMaiusculas = false;
+    const Ref<ztMask> campo = Campo(ajustes);
+    EXPECT_TRUE(campo->Digita("aÇé 9÷'."));
+    EXPECT_EQ(campo->Text(), "aÇé9");
+}
+
+TEST_F(ztMaskTest, Digita_AtTheLimitOfACodeField_TakesTwentyAndNoMore)
+{
+    const Ref<ztMask> campo = Codigo();
+    EXPECT_TRUE(campo->Digita("abcdefghij0123456789"));
+    EXPECT_EQ(campo->Text(), "ABCDEFGHIJ0123456789");
+    EXPECT_TRUE(campo->Digita("x"));
+    EXPECT_EQ(campo->Text(), "ABCDEFGHIJ0123456789");
+}
+
+TEST_F(ztMaskTest, DefineText_InACodeField_KeepsTheCase)
+{
+    const Ref<ztMask> campo = Codigo();
+    campo->DefineText("fsc 'x'_1");
+    EXPECT_EQ(campo->Text(), "fscx_1");
+}
+
+TEST_F(ztMaskTest, Digita_InAFieldOfAnyText_TakesEverything)
+{
+    auto ajustes = Chamado<AjustesZtMask>("txtAnoPortDIMEL");
+    ajustes.MaxLength = 2;
+    ajustes.SomenteMaiusculas = false;
+    const Ref<ztMask> campo = Campo(ajustes);
+    EXPECT_TRUE(campo->Digita("'éx"));
+    EXPECT_EQ(campo->Text(), "'é");
+}
+
+TEST_F(ztMaskTest, ValorNumerico_OfText_IsItsLeadingNumber)
+{
+    const Ref<ztMask> campo = Campo(Chamado<AjustesZtMask>("txt"));
+    campo->DefineText("05/x");
+    EXPECT_EQ(campo->ValorNumerico(), 5.0);
+    campo->DefineText("x5");
+    EXPECT_EQ(campo->ValorNumerico(), 0.0);
+    campo->DefineText("  ");
+    EXPECT_EQ(campo->ValorNumerico(), 0.0);
+    campo->DefineText("00");
+    EXPECT_EQ(campo->ValorNumerico(), 0.0);
+}
+
+TEST_F(ztMaskTest, Fresh_HourMask_ShowsItsTemplateAndHasNoValue)
+{
+    const Ref<ztMask> hora = Hora();
+    EXPECT_EQ(hora->Text(), "__:__");
+    EXPECT_EQ(hora->Valor(), "");
+}
+
+TEST_F(ztMaskTest, DefineText_OfAnHourWithOrWithoutColon_IsTheSame)
+{
+    const Ref<ztMask> hora = Hora();
+    hora->DefineText("07:30");
+    EXPECT_EQ(hora->Text(), "07:30");
+    EXPECT_EQ(hora->Valor(), "0730");
+    EXPECT_EQ(m_Tela.Vistos(), Textos{"Change"});
+    hora->DefineText("0730");
+    EXPECT_EQ(hora->Text(), "07:30");
+    EXPECT_EQ(m_Tela.Vistos(), Textos{});
+}
+
+TEST_F(ztMaskTest, DefineText_OfAnEmptyText_EmptiesTheHour)
+{
+    const Ref<ztMask> hora = Hora();
+    hora->DefineText("0730");
+    hora->DefineText("");
+    EXPECT_EQ(hora->Text(), "__:__");
+    EXPECT_EQ(hora->Valor(), "");
+}
+
+TEST_F(ztMaskTest, DefineText_OfItsOwnIncompleteText_KeepsThePlaces)
+{
+    const Ref<ztMask> hora = Hora();
+    hora->DefineText("_7:3_");
+    EXPECT_EQ(hora->Text(), "_7:3_");
+    EXPECT_EQ(hora->Valor(), "73");
+}
+
+TEST_F(ztMaskTest, Digita_AnHour_FillsThePlacesAndRaisesChangePerDigit)
+{
+    const Ref<ztMask> hora = Hora();
+    EXPECT_TRUE(hora->Digita("07"));
+    EXPECT_EQ(hora->Text(), "07:__");
+    EXPECT_EQ(hora->Valor(), "07");
+    EXPECT_TRUE(hora->Digita(":x3"));
+    EXPECT_EQ(hora->Text(), "07:3_");
+    EXPECT_TRUE(hora->Digita("01"));
+    EXPECT_EQ(hora->Text(), "07:30");
+    EXPECT_EQ(m_Tela.Vistos(), (Textos{"Change", "Change", "Change", "Change"}));
+}
+
+TEST_F(ztMaskTest, Digita_ColonsAlone_ChangesNothing)
+{
+    const Ref<ztMask> hora = Hora();
+    EXPECT_TRUE(hora->Digita(":::"));
+    EXPECT_EQ(hora->Text(), "__:__");
+    EXPECT_EQ(m_Tela.Vistos(), Textos{});
+}
+
+TEST_F(ztMaskTest, Digita_AnHourThatNoClockShows_IsTakenAsTyped)
+{
+    const Ref<ztMask> hora = Hora();
+    EXPECT_TRUE(hora->Digita("2400"));
+    EXPECT_EQ(hora->Text(), "24:00");
+    EXPECT_TRUE(hora->Preenche("1260"));
+    EXPECT_EQ(hora->Text(), "12:60");
+}
+
+TEST_F(ztMaskTest, Edita_OneDigitOfAnHour_PutsTheNewOneInItsPlace)
+{
+    const Ref<ztMask> hora = Hora();
+    hora->DefineText("07:30");
+    EXPECT_TRUE(hora->Edita(1, 1, "8"));
+    EXPECT_EQ(hora->Text(), "08:30");
+    EXPECT_EQ(hora->Cursor(), 2U);
+    EXPECT_TRUE(hora->Edita(2, 0, "4")); // over the colon, to the next place
+    EXPECT_EQ(hora->Text(), "08:40");
+    EXPECT_TRUE(hora->Edita(1, 3, ""));
+    EXPECT_EQ(hora->Text(), "0_:_0");
+    EXPECT_TRUE(hora->Edita(99, 99, "1"));
+    EXPECT_EQ(hora->Text(), "0_:_0");
+}
+
+TEST_F(ztMaskTest, Digita_MalformedBytes_AreLeftOut)
+{
+    for (const Ref<ztMask> &campo : {Digitos(3), Codigo(), Hora(), Campo(Chamado<AjustesZtMask>("txt"))}) {
+        const std::string antes = campo->Text();
+        EXPECT_TRUE(campo->Digita("\xC3\xFF\x80\u0301"));
+        EXPECT_TRUE(campo->Text() == antes || campo->Text() == "\u0301");
+        campo->DefineText("\xC3\xFF\x80");
+    }
+}
+
+} // namespace
