@@ -1,0 +1,526 @@
+#include "controls/Pessoa.h"
+
+#include "controls/CheckBox.h"
+#include "controls/CommandButton.h"
+#include "controls/Label.h"
+#include "controls/OptionButton.h"
+#include "controls/SSTab.h"
+#include "controls/TextBox.h"
+#include "controls/ztClienteSetor.h"
+#include "controls/ztCombo.h"
+#include "controls/ztCommand.h"
+#include "controls/ztData.h"
+#include "controls/ztEndereco.h"
+#include "controls/ztList.h"
+#include "tests/controls/Tela.h"
+
+namespace {
+
+class PessoaTest : public testing::Test {
+  protected:
+    Ref<TextBox> Campo(const std::string &nome, const Ref<IControle> &container = nullptr, std::int16_t pagina = -1)
+    {
+        return m_Tela.Poe<TextBox>(Chamado<AjustesTextBox>(nome, container, pagina));
+    }
+    Ref<CommandButton> Botao(const std::string &nome, const std::string &caption = {})
+    {
+        auto ajustes = Chamado<AjustesCommandButton>(nome);
+        ajustes.Caption = caption;
+        Ref<CommandButton> botao = m_Tela.Poe<CommandButton>(ajustes);
+        m_Tela.Anota(botao->Click(), nome);
+        return botao;
+    }
+    Ref<SSTab> Abas()
+    {
+        auto ajustes = Chamado<AjustesSSTab>("sstDados");
+        ajustes.Paginas = {"&Dados", "&Opções"};
+        return m_Tela.Poe<SSTab>(ajustes);
+    }
+    template <class C> Ref<C> Com(const std::string &nome, const std::string &caption)
+    {
+        auto ajustes = Chamado<AjustesControle>(nome);
+        ajustes.Caption = caption;
+        return m_Tela.Poe<C>(ajustes);
+    }
+    std::string NomeComFoco() const
+    {
+        const Ref<IControle> ativo = m_Tela.Form->ControleAtivo();
+        return ativo ? ativo->Nome() : std::string();
+    }
+
+    Tela m_Tela;
+    Pessoa m_Pessoa{m_Tela.Form};
+};
+
+TEST_F(PessoaTest, Acha_ByNameAndIndex_IgnoresTheCaseOfTheName)
+{
+    auto ajustes = Chamado<AjustesControle>("chkDia");
+    ajustes.Indice = 1;
+    const Ref<CheckBox> domingo = m_Tela.Poe<CheckBox>(ajustes);
+    ajustes.Indice = 2;
+    const Ref<CheckBox> segunda = m_Tela.Poe<CheckBox>(ajustes);
+    EXPECT_TRUE(m_Pessoa.Acha("CHKDIA", 2) == segunda);
+    EXPECT_TRUE(m_Pessoa.Acha<CheckBox>("chkDia", 1) == domingo);
+    EXPECT_TRUE(m_Pessoa.Acha("chkDia").Nada());
+    EXPECT_TRUE(m_Pessoa.Acha("chkDia", 3).Nada());
+    EXPECT_TRUE(m_Pessoa.Acha<TextBox>("chkDia", 1).Nada());
+}
+
+TEST_F(PessoaTest, Clica_OnButtonCheckBoxAndOption_ActsOnThem)
+{
+    Botao("cmdOK");
+    const auto caixa = Com<CheckBox>("chkInativos", "");
+    const auto opcao = Com<OptionButton>("optUrbana", "");
+    EXPECT_TRUE(m_Pessoa.Clica("cmdOK"));
+    EXPECT_TRUE(m_Pessoa.Clica("chkInativos"));
+    EXPECT_TRUE(m_Pessoa.Clica("optUrbana"));
+    EXPECT_EQ(m_Pessoa.Motivo(), "");
+    EXPECT_EQ(m_Tela.Vistos(), Textos{"cmdOK"});
+    EXPECT_EQ(caixa->Value(), 1);
+    EXPECT_TRUE(opcao->Value());
+}
+
+TEST_F(PessoaTest, Marca_AndDesmarca_ClickOnlyWhenNeeded)
+{
+    auto ajustes = Chamado<AjustesControle>("chkDia");
+    ajustes.Indice = 3;
+    const Ref<CheckBox> terca = m_Tela.Poe<CheckBox>(ajustes);
+    m_Tela.Anota(terca->Click(), "Click");
+    EXPECT_TRUE(m_Pessoa.Marca("chkDia", 3));
+    EXPECT_TRUE(m_Pessoa.Marca("chkDia", 3));
+    EXPECT_EQ(terca->Value(), 1);
+    EXPECT_EQ(m_Tela.Vistos(), Textos{"Click"});
+    EXPECT_TRUE(m_Pessoa.Desmarca("chkDia", 3));
+    EXPECT_TRUE(m_Pessoa.Desmarca("chkDia", 3));
+    EXPECT_EQ(terca->Value(), 0);
+    EXPECT_EQ(m_Tela.Vistos(), Textos{"Click"});
+    terca->DefineEnabled(false);
+    EXPECT_FALSE(m_Pessoa.Marca("chkDia", 3));
+    EXPECT_EQ(m_Pessoa.Motivo(), "chkDia(3): está desabilitado");
+    EXPECT_EQ(terca->Value(), 0);
+}
+
+TEST_F(PessoaTest, Digita_OnFieldsAndCombos_TypesIntoThem)
+{
+    const auto campo = Campo("txtModelo");
+    auto ajustes = Chamado<AjustesZtCombo>("cboMunic");
+    ajustes.PesquisaAoDigitar = true;
+    ajustes.Conteudo = "Canoas|1??Caxias do Sul|2??";
+    const auto combo = m_Tela.Poe<ztCombo>(ajustes);
+    EXPECT_TRUE(m_Pessoa.Digita("txtModelo", "AB"));
+    EXPECT_TRUE(m_Pessoa.Digita("txtModelo", "C"));
+    EXPECT_EQ(campo->Text(), "ABC");
+    EXPECT_TRUE(m_Pessoa.Preenche("txtModelo", "X"));
+    EXPECT_EQ(campo->Text(), "X");
+    EXPECT_TRUE(m_Pessoa.Apaga("txtModelo"));
+    EXPECT_EQ(campo->Text(), "");
+    EXPECT_TRUE(m_Pessoa.Digita("cboMunic", "cax"));
+    EXPECT_EQ(combo->Valor(), "2");
+    EXPECT_FALSE(m_Pessoa.Digita("cboMunic", "x"));
+    EXPECT_EQ(m_Pessoa.Motivo(), "cboMunic: não aceita o que se digita");
+}
+
+TEST_F(PessoaTest, Escolhe_InACombo_ChoosesByTextOrPosition)
+{
+    auto ajustes = Chamado<AjustesZtCombo>("cboTipoEquip");
+    ajustes.Conteudo = "Lombada|L??Radar Fotográfico|R??";
+    const auto combo = m_Tela.Poe<ztCombo>(ajustes);
+    EXPECT_TRUE(m_Pessoa.Escolhe("cboTipoEquip", "Radar Fotográfico"));
+    EXPECT_EQ(combo->Valor(), "R");
+    EXPECT_TRUE(m_Pessoa.EscolheIndice("cboTipoEquip", 0));
+    EXPECT_EQ(combo->Valor(), "L");
+    EXPECT_FALSE(m_Pessoa.Escolhe("cboTipoEquip", "Pardal"));
+    EXPECT_EQ(m_Pessoa.Motivo(), "cboTipoEquip: não oferece isso");
+    EXPECT_FALSE(m_Pessoa.EscolheIndice("cboTipoEquip", 2));
+    EXPECT_EQ(combo->Valor(), "L");
+}
+
+TEST_F(PessoaTest, List_ByName_IsDriven)
+{
+    auto ajustes = Chamado<AjustesZtList>("ztLista");
+    ajustes.BarraCriteriosAtiva = true;
+    const auto lista = m_Tela.Poe<ztList>(ajustes);
+    lista->AlteraPrimeiraColuna(1, std::nullopt, "Nº", 1000, 0, "", true);
+    TabelaTexto tabela(1);
+    tabela.Celula(1, tabela.AdicionaLinha()) = "2";
+    tabela.Celula(1, tabela.AdicionaLinha()) = "1";
+    lista->CarregaItens(tabela);
+    m_Tela.Liga(lista->ItemMenuClicado(), [&](const std::string &chave) { m_Tela.Eventos.push_back(chave); });
+    m_Tela.Anota(lista->BotaoLocalizarEnvia(), "Envia");
+    m_Tela.Anota(lista->BotaoClick(), "Mais");
+
+    EXPECT_TRUE(m_Pessoa.ClicaLinha("ztLista", 2));
+    EXPECT_TRUE(m_Pessoa.OrdenaPor("ztLista", 1));
+    EXPECT_EQ(lista->ItemAtual(), 1);
+    EXPECT_TRUE(m_Pessoa.TeclaSetas("ztLista", 1));
+    EXPECT_EQ(lista->ItemAtual(), 2);
+    EXPECT_TRUE(m_Pessoa.EscolheMenu("ztLista", "mnuZTLObjEditar"));
+    EXPECT_TRUE(m_Pessoa.Localiza("ztLista"));
+    EXPECT_FALSE(m_Pessoa.PedeMais("ztLista"));
+    EXPECT_EQ(m_Pessoa.Motivo(), "ztLista: não oferece isso");
+    EXPECT_EQ(m_Tela.Vistos(), (Textos{"mnuZTLObjEditar", "Envia"}));
+}
+
+TEST_F(PessoaTest, Pickers_ByName_AreDriven)
+{
+    const auto endereco = m_Tela.Poe<ztEndereco>(Chamado<AjustesZtEndereco>("ztEndereco1"));
+    const auto cliente = m_Tela.Poe<ztClienteSetor>(Chamado<AjustesControle>("ztCliente"));
+    EXPECT_TRUE(m_Pessoa.InformaEndereco("ztEndereco1", 5, 10, "", "", "Rua A, 10"));
+    EXPECT_EQ(endereco->Endereco()->CodLogradouro(), 5);
+    EXPECT_TRUE(m_Pessoa.LimpaEndereco("ztEndereco1"));
+    EXPECT_EQ(endereco->Endereco()->CodLogradouro(), 0);
+    EXPECT_TRUE(m_Pessoa.EscolheCliente("ztCliente", "DAER", "Sul"));
+    EXPECT_EQ(cliente->Setor(), "Sul");
+}
+
+TEST_F(PessoaTest, Action_OnWhatIsNotThereOrOfAnotherKind_IsRefusedWithTheReason)
+{
+    Campo("txtModelo");
+    EXPECT_FALSE(m_Pessoa.Clica("cmdOK"));
+    EXPECT_EQ(m_Pessoa.Motivo(), "cmdOK: não existe");
+    EXPECT_FALSE(m_Pessoa.Clica("cmdOK", 2));
+    EXPECT_EQ(m_Pessoa.Motivo(), "cmdOK(2): não existe");
+    EXPECT_FALSE(m_Pessoa.Clica("txtModelo"));
+    EXPECT_EQ(m_Pessoa.Motivo(), "txtModelo: não é controle para isso");
+    EXPECT_FALSE(m_Pessoa.Escolhe("txtModelo", "x"));
+    EXPECT_TRUE(m_Pessoa.Foco("txtModelo"));
+    EXPECT_EQ(m_Pessoa.Motivo(), "");
+}
+
+TEST_F(PessoaTest, Action_OnWhatThePersonCannotUse_SaysWhatKeepsThemOut)
+{
+    const auto abas = Abas();
+    const auto campo = Campo("txtObs", abas, 1);
+    EXPECT_FALSE(m_Pessoa.Digita("txtObs", "x"));
+    EXPECT_EQ(m_Pessoa.Motivo(), "txtObs: o que o contém está oculto");
+    EXPECT_TRUE(m_Pessoa.Abre("sstDados", 1));
+    EXPECT_TRUE(m_Pessoa.Digita("txtObs", "x"));
+    campo->DefineLocked(true);
+    EXPECT_FALSE(m_Pessoa.Digita("txtObs", "y"));
+    EXPECT_EQ(m_Pessoa.Motivo(), "txtObs: não aceita o que se digita");
+    m_Tela.Form->DefineEnabled(false);
+    EXPECT_FALSE(m_Pessoa.Digita("txtObs", "y"));
+    EXPECT_EQ(m_Pessoa.Motivo(), "txtObs: a janela está bloqueada");
+    EXPECT_FALSE(m_Pessoa.Abre("sstDados", 0));
+    EXPECT_EQ(campo->Text(), "x");
+}
+
+TEST_F(PessoaTest, Action_WhenTheFormHasEnded_IsRefused)
+{
+    Campo("txt");
+    Botao("cmdOK");
+    m_Tela.Solta();
+    EXPECT_FALSE(m_Pessoa.Digita("txt", "x"));
+    EXPECT_FALSE(m_Pessoa.Tab());
+    EXPECT_FALSE(m_Pessoa.Enter());
+    EXPECT_FALSE(m_Pessoa.Esc());
+    EXPECT_FALSE(m_Pessoa.Alt(U'o'));
+    EXPECT_FALSE(m_Pessoa.Fecha());
+}
+
+TEST_F(PessoaTest, Action_WhoseEventFaults_PassesTheFault)
+{
+    const auto botao = Botao("cmdOK");
+    m_Tela.Liga(botao->Click(), [] { throw Falha(91); });
+    EXPECT_EQ(NumeroDaFalha([&] { m_Pessoa.Clica("cmdOK"); }), 91);
+}
+
+TEST_F(PessoaTest, Action_WhoseEventReleasesTheForm_EndsInPeace)
+{
+    const Ref<CommandButton> botao = Botao("cmdOK");
+    m_Tela.Liga(botao->Click(), [&] { m_Tela.Solta(); });
+    EXPECT_TRUE(m_Pessoa.Clica("cmdOK"));
+    EXPECT_TRUE(m_Tela.Form.Nada());
+}
+
+TEST_F(PessoaTest, Tab_FollowsTabIndexAndWrapsAround)
+{
+    Campo("a");
+    Campo("b");
+    Campo("c")->DefineTabIndex(0); // c a b
+    const auto anda = [&](bool frente) {
+        EXPECT_TRUE(frente ? m_Pessoa.Tab() : m_Pessoa.ShiftTab());
+        return NomeComFoco();
+    };
+    EXPECT_EQ(anda(true), "c");
+    EXPECT_EQ(anda(true), "a");
+    EXPECT_EQ(anda(true), "b");
+    EXPECT_EQ(anda(true), "c");
+    EXPECT_EQ(anda(false), "b");
+    EXPECT_EQ(anda(false), "a");
+    EXPECT_EQ(anda(false), "c");
+}
+
+TEST_F(PessoaTest, ShiftTab_WithoutFocus_GoesToTheLast)
+{
+    Campo("a");
+    Campo("b");
+    EXPECT_TRUE(m_Pessoa.ShiftTab());
+    EXPECT_EQ(NomeComFoco(), "b");
+}
+
+TEST_F(PessoaTest, Tab_SkipsWhatCannotHaveTheFocus)
+{
+    const auto abas = Abas();
+    Com<Label>("lbl", "x");
+    Campo("a", abas, 0);
+    Campo("b", abas, 1);
+    Campo("c")->DefineEnabled(false);
+    Campo("d")->DefineVisible(false);
+    Campo("e")->DefineLocked(true);
+    const auto anda = [&] {
+        EXPECT_TRUE(m_Pessoa.Tab());
+        return NomeComFoco();
+    };
+    EXPECT_EQ(anda(), "sstDados");
+    EXPECT_EQ(anda(), "a");
+    EXPECT_EQ(anda(), "e"); // a locked field is still read
+    EXPECT_EQ(anda(), "sstDados");
+    abas->DefineTab(1);
+    EXPECT_EQ(anda(), "b");
+}
+
+TEST_F(PessoaTest, Tab_FromAControlThatWasDisabledSince_GoesOnFromItsPlace)
+{
+    Campo("a");
+    const auto b = Campo("b");
+    Campo("c");
+    EXPECT_TRUE(m_Pessoa.Foco("b"));
+    b->DefineEnabled(false);
+    EXPECT_TRUE(m_Pessoa.Tab());
+    EXPECT_EQ(NomeComFoco(), "c");
+}
+
+TEST_F(PessoaTest, Tab_WhenNothingTakesTheFocus_IsRefused)
+{
+    Com<Label>("lbl", "x");
+    EXPECT_FALSE(m_Pessoa.Tab());
+    EXPECT_EQ(m_Pessoa.Motivo(), "nenhum controle pode receber o foco");
+}
+
+TEST_F(PessoaTest, Tab_OutOfADate_MakesItsYearWhole)
+{
+    const auto data = m_Tela.Poe<ztData>(Chamado<AjustesControle>("ztdData"));
+    Campo("a");
+    EXPECT_TRUE(m_Pessoa.Digita("ztdData", "010324"));
+    EXPECT_TRUE(m_Pessoa.Tab());
+    EXPECT_EQ(data->Text(), "01/03/2024");
+}
+
+TEST_F(PessoaTest, Enter_InAField_PressesTheDefaultButtonOfEitherKind)
+{
+    Campo("txt");
+    const auto comum = Botao("cmdOK");
+    const auto proprio = m_Tela.Poe<ztCommand>(Chamado<AjustesZtCommand>("ztCmdAplicar"));
+    m_Tela.Anota(proprio->ValidaClick(), "Valida");
+    m_Tela.Anota(proprio->Click(), "ztCmdAplicar");
+    EXPECT_TRUE(m_Pessoa.Foco("txt"));
+    EXPECT_FALSE(m_Pessoa.Enter());
+    EXPECT_EQ(m_Pessoa.Motivo(), "não há botão padrão");
+    comum->DefineDefault(true);
+    EXPECT_TRUE(m_Pessoa.Enter());
+    proprio->DefineDefault(true);
+    EXPECT_TRUE(m_Pessoa.Enter());
+    EXPECT_EQ(m_Tela.Vistos(), (Textos{"cmdOK", "Valida", "ztCmdAplicar"}));
+    EXPECT_EQ(NomeComFoco(), "txt");
+}
+
+TEST_F(PessoaTest, Enter_WhenTheDefaultButtonIsDisabled_IsRefused)
+{
+    Campo("txt");
+    const auto botao = Botao("cmdOK");
+    botao->DefineDefault(true);
+    botao->DefineEnabled(false);
+    EXPECT_FALSE(m_Pessoa.Enter());
+    EXPECT_EQ(m_Pessoa.Motivo(), "cmdOK: está desabilitado");
+    EXPECT_EQ(m_Tela.Vistos(), Textos{});
+}
+
+TEST_F(PessoaTest, Enter_OnAButton_PressesThatOne)
+{
+    Botao("cmdOK")->DefineDefault(true);
+    const auto cancelar = Botao("cmdCancelar");
+    EXPECT_TRUE(m_Pessoa.Foco("cmdCancelar"));
+    EXPECT_TRUE(m_Pessoa.Enter());
+    EXPECT_EQ(m_Tela.Vistos(), Textos{"cmdCancelar"});
+    cancelar->DefineVisible(false); // it went away under the focus
+    EXPECT_TRUE(m_Pessoa.Enter());
+    EXPECT_EQ(m_Tela.Vistos(), Textos{"cmdOK"});
+}
+
+TEST_F(PessoaTest, Enter_InADate_MakesItsYearWholeBeforeTheButton)
+{
+    const auto data = m_Tela.Poe<ztData>(Chamado<AjustesControle>("ztdData"));
+    const auto botao = Botao("cmdOK");
+    botao->DefineDefault(true);
+    m_Tela.Liga(botao->Click(), [&] { EXPECT_TRUE(data->DataValida()); });
+    EXPECT_TRUE(m_Pessoa.Digita("ztdData", "010324"));
+    EXPECT_TRUE(m_Pessoa.Enter());
+    EXPECT_EQ(data->Text(), "01/03/2024");
+    EXPECT_TRUE(data->TemFoco());
+}
+
+TEST_F(PessoaTest, Esc_PressesTheCancelButton)
+{
+    Botao("cmdOK");
+    EXPECT_FALSE(m_Pessoa.Esc());
+    EXPECT_EQ(m_Pessoa.Motivo(), "não há botão de cancelar");
+    auto ajustes = Chamado<AjustesCommandButton>("cmdVisualizar");
+    ajustes.Cancel = true;
+    const auto cancelador = m_Tela.Poe<CommandButton>(ajustes);
+    m_Tela.Anota(cancelador->Click(), "cmdVisualizar");
+    EXPECT_TRUE(m_Pessoa.Esc());
+    EXPECT_EQ(m_Tela.Vistos(), Textos{"cmdVisualizar"});
+    cancelador->DefineEnabled(false);
+    EXPECT_FALSE(m_Pessoa.Esc());
+    EXPECT_EQ(m_Pessoa.Motivo(), "cmdVisualizar: está desabilitado");
+    EXPECT_EQ(m_Tela.Vistos(), Textos{});
+}
+
+TEST_F(PessoaTest, Alt_OnAButton_ClicksItWithTheFocus)
+{
+    Botao("cmdOK", "&OK");
+    Botao("ztCmdAplicar", "A&plicar");
+    EXPECT_TRUE(m_Pessoa.Alt(U'p'));
+    EXPECT_TRUE(m_Pessoa.Alt(U'O'));
+    EXPECT_EQ(m_Tela.Vistos(), (Textos{"ztCmdAplicar", "cmdOK"}));
+    EXPECT_EQ(NomeComFoco(), "cmdOK");
+    EXPECT_FALSE(m_Pessoa.Alt(U'x'));
+    EXPECT_FALSE(m_Pessoa.Alt(U'€'));
+    EXPECT_EQ(m_Tela.Vistos(), Textos{});
+}
+
+TEST_F(PessoaTest, Alt_OfALetterOfTwoBytes_IsFound)
+{
+    Botao("cmdIndice", "&Índice");
+    EXPECT_TRUE(m_Pessoa.Alt(U'í'));
+    EXPECT_EQ(m_Tela.Vistos(), Textos{"cmdIndice"});
+}
+
+TEST_F(PessoaTest, Alt_OnADoubledOrLoneAmpersand_IsNoMnemonic)
+{
+    Botao("cmdA", "R&&D &Sim");
+    Botao("cmdB", "fim &");
+    EXPECT_FALSE(m_Pessoa.Alt(U'd'));
+    EXPECT_FALSE(m_Pessoa.Alt(U'&'));
+    EXPECT_TRUE(m_Pessoa.Alt(U's'));
+    EXPECT_EQ(m_Tela.Vistos(), Textos{"cmdA"});
+}
+
+TEST_F(PessoaTest, Alt_OnALabelOrFrame_LeadsToTheControlAfterIt)
+{
+    Com<Label>("lblA", "&Código:");
+    Com<Label>("lblB", "Descrição:");
+    const auto depois = Campo("txtCodigo");
+    const auto frame = Com<ztFrame>("fraTipoVia", "Tipo &Via:");
+    const auto opcao = m_Tela.Poe<OptionButton>(Chamado<AjustesControle>("optRodovia", frame));
+    EXPECT_TRUE(m_Pessoa.Alt(U'v'));
+    EXPECT_EQ(NomeComFoco(), "optRodovia");
+    EXPECT_FALSE(opcao->Value());
+    EXPECT_TRUE(m_Pessoa.Alt(U'c'));
+    EXPECT_EQ(NomeComFoco(), "txtCodigo");
+    depois->DefineEnabled(false);
+    EXPECT_TRUE(m_Pessoa.Alt(U'c'));
+    EXPECT_EQ(NomeComFoco(), "optRodovia");
+}
+
+TEST_F(PessoaTest, Alt_OnTheTextBesideAField_LeadsToTheField)
+{
+    auto ajustes = Chamado<AjustesTextBox>("txtModelo");
+    ajustes.Rotulo = "&Marca/Modelo:";
+    m_Tela.Poe<TextBox>(ajustes);
+    EXPECT_TRUE(m_Pessoa.Alt(U'm'));
+    EXPECT_EQ(NomeComFoco(), "txtModelo");
+}
+
+TEST_F(PessoaTest, Alt_OnBoxesAndPages_ActsOnThem)
+{
+    const auto abas = Abas();
+    const auto caixa = Com<CheckBox>("chk", "&Inativos");
+    EXPECT_TRUE(m_Pessoa.Alt(U'i'));
+    EXPECT_EQ(caixa->Value(), 1);
+    EXPECT_TRUE(m_Pessoa.Alt(U'o'));
+    EXPECT_EQ(abas->Tab(), 1);
+    abas->DefineTabEnabled(0, false);
+    EXPECT_FALSE(m_Pessoa.Alt(U'd'));
+    EXPECT_EQ(abas->Tab(), 1);
+}
+
+TEST_F(PessoaTest, Alt_OfALetterTwice_GoesToTheNextBehindTheFocus)
+{
+    Botao("cmdProcurar", "&Procurar");
+    Botao("cmdAplicar", "A&plicar");
+    Botao("cmdPular", "&Pular")->DefineEnabled(false);
+    EXPECT_TRUE(m_Pessoa.Alt(U'p'));
+    EXPECT_TRUE(m_Pessoa.Alt(U'p'));
+    EXPECT_TRUE(m_Pessoa.Alt(U'p'));
+    EXPECT_EQ(m_Tela.Vistos(), (Textos{"cmdProcurar", "cmdAplicar", "cmdProcurar"}));
+}
+
+// A platform that can do nothing but unload forms, as the contract tells it.
+class PlataformaFalsa : public IPlataforma {
+  public:
+    std::string_view NomeTipo() const override { return "PlataformaFalsa"; }
+    void Descarrega(const Ref<IForm> &form) override
+    {
+        bool cancela = false;
+        form->Unload(cancela);
+        if (!cancela) {
+            form->DefineVisible(false);
+        }
+    }
+
+    Ref<IAplicacao> Aplicacao() override { return {}; }
+    std::int16_t Ponteiro() const override { return PonteiroNormal; }
+    void DefinePonteiro(std::int16_t) override {}
+    void ProcessaMensagens() override {}
+    std::int32_t LarguraTela() const override { return 0; }
+    std::int32_t AlturaTela() const override { return 0; }
+    bool PerguntaSimNao(const std::string &, const std::string &, bool) override { return false; }
+    void CaixaInformacao(const std::string &, const std::string &) override {}
+    std::int32_t NroForms() const override { return 0; }
+    Ref<IForm> FormAberto(std::int32_t) const override { return {}; }
+    void Carrega(const Ref<IForm> &) override {}
+    void DefineTextoJanela(std::int64_t, const std::string &) override {}
+    bool TemIcone(const std::string &) const override { return false; }
+    Data Agora() const override { return {}; }
+    std::string DataCurta(Data) const override { return {}; }
+    std::string CaminhoModulo() const override { return {}; }
+    bool ExisteArquivo(const std::string &) const override { return false; }
+    std::int64_t TamanhoArquivo(const std::string &) const override { return 0; }
+    void ApagaArquivo(const std::string &) override {}
+    void GravaArquivo(const std::string &, const Bytes &) override {}
+    std::string PrimeiroArquivo(const std::string &) override { return {}; }
+    std::string ProximoArquivo() override { return {}; }
+};
+
+TEST_F(PessoaTest, Fecha_UnloadsTheForm)
+{
+    Pessoa pessoa(m_Tela.Form, Novo<PlataformaFalsa>());
+    EXPECT_TRUE(pessoa.Fecha());
+    EXPECT_FALSE(m_Tela.Form->Visible());
+    EXPECT_FALSE(pessoa.Fecha());
+    EXPECT_EQ(pessoa.Motivo(), "a janela não está aberta");
+}
+
+TEST_F(PessoaTest, Fecha_WhenTheFormRefuses_SaysSo)
+{
+    Pessoa pessoa(m_Tela.Form, Novo<PlataformaFalsa>());
+    m_Tela.Form->RecusaFechar();
+    EXPECT_FALSE(pessoa.Fecha());
+    EXPECT_EQ(pessoa.Motivo(), "a janela não aceitou fechar");
+    EXPECT_TRUE(m_Tela.Form->Visible());
+}
+
+TEST_F(PessoaTest, Fecha_OnALockedFormOrWithoutPlatform_IsRefused)
+{
+    EXPECT_FALSE(m_Pessoa.Fecha());
+    EXPECT_EQ(m_Pessoa.Motivo(), "não há quem feche a janela");
+    Pessoa pessoa(m_Tela.Form, Novo<PlataformaFalsa>());
+    m_Tela.Form->DefineEnabled(false);
+    EXPECT_FALSE(pessoa.Fecha());
+    EXPECT_EQ(pessoa.Motivo(), "a janela está bloqueada");
+    EXPECT_TRUE(m_Tela.Form->Visible());
+}
+
+} // namespace
