@@ -1,0 +1,166 @@
+#include "tests/sensors/CenarioSensores.h"
+
+#include "host/Conversoes.h"
+#include "tests/support/MemoriaEscassa.h"
+
+#include <utility>
+
+void frmComLista::Abre()
+{
+    Carregar();
+    goGeral->FormShow(EsteForm(), false, nullptr);
+}
+
+void frmComLista::CriaControles()
+{
+    AjustesZtList lista;
+    lista.Nome = "ztLista";
+    ztLista = Guarda(Host().Controles()->CriaZtList(EsteForm(), lista));
+    AjustesCommandButton fora;
+    fora.Nome = "cmdFora";
+    Guarda(Host().Controles()->CriaCommandButton(EsteForm(), fora));
+}
+
+void CenarioSensores::SetUp()
+{
+    HostTeste::SetUp();
+    LogaGeral();
+    equipto = Novo<clsEquipto>();
+    equipto->NroIntEquip = 10;
+    equipto->Codigo = "EQ-10";
+    equipto->TipoEquip = "R";
+    equipto->CodMunic = 8801;
+}
+
+void CenarioSensores::TearDown()
+{
+    equipto = nullptr;
+    HostTeste::TearDown();
+}
+
+Ref<clsSensor> CenarioSensores::PoeSensor(std::int32_t nroInt, std::int16_t numero, const std::string &local)
+{
+    Ref<clsSensor> sensor = equipto->ListaSensores()->Add(numero, local);
+    sensor->NroIntSensor = nroInt;
+    return sensor;
+}
+
+Ref<clsAfericao> CenarioSensores::PoeAfericao(const Ref<clsSensor> &sensor, double nroInt,
+                                              const std::string &verificacao, const std::string &vencimento)
+{
+    Ref<clsAfericao> afericao = sensor->ListaAfericoes()->Add("1234", "99", Dia(verificacao), Dia(vencimento), 500);
+    afericao->NroIntAfericao = nroInt;
+    afericao->TipoAfer = 1;
+    return afericao;
+}
+
+void CenarioSensores::NaJanela(const std::string &classe, std::function<void(Pessoa &)> gestos)
+{
+    Ref<IPlataforma> tela = host->Tela;
+    host->AoMostrarModal(classe, [tela, gestos = std::move(gestos)](const Ref<IForm> &form) {
+        Pessoa pessoa(form, tela);
+        gestos(pessoa);
+    });
+}
+
+Ref<IForm> CenarioSensores::Aberta(const std::string &classe)
+{
+    const auto abertas = host->Tela->FormsAbertos(classe);
+    EXPECT_EQ(abertas.size(), 1U) << classe;
+    return abertas.empty() ? nullptr : abertas.front();
+}
+
+Data Dia(const std::string &texto)
+{
+    return CDate(texto);
+}
+
+namespace {
+
+Ref<IControle> Exige(const Pessoa &pessoa, const std::string &nome)
+{
+    Ref<IControle> controle = pessoa.Acha(nome);
+    EXPECT_TRUE(controle) << nome;
+    return controle;
+}
+
+} // namespace
+
+std::string Caption(const Pessoa &pessoa, const std::string &nome)
+{
+    return Exige(pessoa, nome)->Caption();
+}
+
+std::string Texto(const Pessoa &pessoa, const std::string &nome)
+{
+    if (auto campo = pessoa.Acha<ITextBox>(nome)) {
+        return campo->Text();
+    }
+    if (auto campo = pessoa.Acha<IztMask>(nome)) {
+        return campo->Text();
+    }
+    if (auto campo = pessoa.Acha<IztData>(nome)) {
+        return campo->Text();
+    }
+    ADD_FAILURE() << nome << " has no text";
+    return {};
+}
+
+bool Habilitado(const Pessoa &pessoa, const std::string &nome)
+{
+    return Exige(pessoa, nome)->Enabled();
+}
+
+bool Visivel(const Pessoa &pessoa, const std::string &nome)
+{
+    return Exige(pessoa, nome)->Visible();
+}
+
+Textos MenuHabilitado(const Ref<IztList> &lista)
+{
+    Textos habilitados;
+    for (const std::string item : {"Novo", "Editar", "Detalhes", "Excluir"}) {
+        if (lista->ItemMenu("mnuZTLObj" + item)->Enabled()) {
+            habilitados.push_back(item);
+        }
+    }
+    return habilitados;
+}
+
+Textos Linha(const Ref<IztList> &lista, std::int32_t linha)
+{
+    auto controle = ComoTipo<ztList>(lista);
+    Textos celulas;
+    for (std::int32_t coluna = 1; coluna <= static_cast<std::int32_t>(controle->Colunas().size()); ++coluna) {
+        celulas.push_back(controle->TextoCelula(linha, coluna));
+    }
+    return celulas;
+}
+
+Textos Coluna(const Ref<IztList> &lista, std::int32_t coluna)
+{
+    auto controle = ComoTipo<ztList>(lista);
+    Textos celulas;
+    for (std::int32_t linha = 1; linha <= controle->NroItens(); ++linha) {
+        celulas.push_back(controle->TextoCelula(linha, coluna));
+    }
+    return celulas;
+}
+
+std::set<std::string> FontesSemMemoria(const std::function<void()> &comando)
+{
+    std::set<std::string> fontes;
+    for (std::int64_t n = 1;; ++n) {
+        MemoriaEscassa escassa(n);
+        try {
+            comando();
+        } catch (...) {
+            const Falha falha = FalhaCorrente();
+            EXPECT_EQ(falha.Numero, NumeroFalha::SemMemoria);
+            fontes.insert(falha.Fonte);
+        }
+        if (!escassa.Recusou()) {
+            return fontes;
+        }
+    }
+}

@@ -1,0 +1,617 @@
+#include "sensors/frmEquipSensores.h"
+
+#include "controls/SSTab.h"
+#include "controls/TextBox.h"
+#include "controls/ztEndereco.h"
+#include "controls/ztMask.h"
+#include "tests/sensors/CenarioSensores.h"
+
+namespace {
+
+const std::string Janela = "frmEquipSensores";
+const std::string Descarte = "Foram feitas alterações neste sensor. Deseja descartá-las?";
+
+class frmEquipSensores_test : public CenarioSensores {
+  protected:
+    void SetUp() override
+    {
+        CenarioSensores::SetUp();
+        sensor = PoeSensor(103, 3, "Rua Três, 33");
+    }
+    void TearDown() override
+    {
+        sensor = nullptr;
+        CenarioSensores::TearDown();
+    }
+
+    static Ref<frmEquipSensores> Compartilhado() { return FormCompartilhado<frmEquipSensores>(); }
+    Ref<clsSensor> SensorNovo()
+    {
+        auto novo = Novo<clsSensor>();
+        novo->DefineEquipto(equipto);
+        novo->NroSensor = 4;
+        return novo;
+    }
+    bool Inclui(const Ref<clsSensor> &novo, std::function<void(Pessoa &)> gestos)
+    {
+        NaJanela(Janela, std::move(gestos));
+        return Compartilhado()->CarregaInclusao(novo);
+    }
+    bool Edita(const Ref<clsSensor> &clone, std::function<void(Pessoa &)> gestos)
+    {
+        NaJanela(Janela, std::move(gestos));
+        return Compartilhado()->CarregaEdicao(clone);
+    }
+    void PoeEndereco()
+    {
+        sensor->CodLograd = 555;
+        sensor->EndNro = 33;
+        sensor->EndCompl = "fundos";
+        sensor->EndCep = 90010000;
+        sensor->EndDescr = "descrição antiga";
+        sensor->SentidoVia = "N-S";
+    }
+
+    Ref<clsSensor> sensor;
+};
+
+TEST_F(frmEquipSensores_test, CriaControles_AllOfThem_NameKindCaptionAndPlace)
+{
+    struct Esperado {
+        std::string Nome;
+        EspecieControle Especie;
+        std::string Caption;
+        std::string Container;
+        std::int16_t Indice = -1;
+        std::int16_t Pagina = -1;
+    };
+    const std::vector<Esperado> esperados{
+        {"Label1", EspecieControle::Label, "Código Eqpto:", ""},
+        {"lblCodEquip", EspecieControle::Label, "EQ-10", ""},
+        {"sstDados", EspecieControle::SSTab, "", ""},
+        {"fraDados", EspecieControle::ztFrame, "", "sstDados", 0, 0},
+        {"fraDados", EspecieControle::ztFrame, "", "sstDados", 1, 1},
+        {"Frame3", EspecieControle::ztFrame, "", "fraDados"},
+        {"Label7", EspecieControle::Label, "Número:", "Frame3"},
+        {"txtNroSensor", EspecieControle::ztMask, "", "Frame3"},
+        {"Frame2", EspecieControle::ztFrame, "Endereço:", "fraDados"},
+        {"ztEndereco1", EspecieControle::ztEndereco, "", "Frame2"},
+        {"Label3", EspecieControle::Label, "Endereço na Notificação:", "fraDados"},
+        {"txtLocalInfr", EspecieControle::TextBox, "", "fraDados"},
+        {"ztListaAfericao", EspecieControle::ztList, "", "fraDados"},
+        {"cmdOK", EspecieControle::CommandButton, "&OK", ""},
+        {"cmdAjuda", EspecieControle::CommandButton, "&Ajuda", ""},
+        {"cmdCancelar", EspecieControle::CommandButton, "&Cancelar", ""},
+    };
+    Inclui(SensorNovo(), [&](Pessoa &p) {
+        const auto &controles = Aberta(Janela)->Controles();
+        EXPECT_EQ(controles.size(), esperados.size());
+        for (std::size_t i = 0; i < std::min(controles.size(), esperados.size()); ++i) {
+            const auto &controle = controles[i];
+            const Esperado &esperado = esperados[i];
+            EXPECT_EQ(controle->Nome(), esperado.Nome);
+            EXPECT_EQ(controle->Especie(), esperado.Especie) << esperado.Nome;
+            EXPECT_EQ(controle->Caption(), esperado.Caption) << esperado.Nome;
+            EXPECT_EQ(controle->Container() ? controle->Container()->Nome() : "", esperado.Container) << esperado.Nome;
+            EXPECT_EQ(controle->Indice(), esperado.Indice) << esperado.Nome;
+            EXPECT_EQ(controle->Pagina(), esperado.Pagina) << esperado.Nome;
+            EXPECT_EQ(controle->TabIndex(), static_cast<std::int16_t>(i)) << esperado.Nome;
+        }
+        FAZ(p, Esc());
+    });
+}
+
+TEST_F(frmEquipSensores_test, CriaControles_StoredSettings_AsDesigned)
+{
+    Inclui(SensorNovo(), [&](Pessoa &p) {
+        const auto &numero = p.Acha<ztMask>("txtNroSensor")->Ajustes();
+        EXPECT_EQ(numero.MaxLength, 2);
+        EXPECT_EQ(numero.Tipo, 1);
+        EXPECT_TRUE(numero.ReadOnly);
+        EXPECT_EQ(p.Acha<TextBox>("txtLocalInfr")->MaxLength(), 80);
+        const auto &endereco = p.Acha<ztEndereco>("ztEndereco1")->Ajustes();
+        EXPECT_EQ(endereco.TipoCapturaEndereco, 0);
+        EXPECT_TRUE(endereco.Enabled);
+        EXPECT_FALSE(endereco.ReadOnlyMunicipio);
+        EXPECT_TRUE(endereco.LogradouroObrigatorio);
+        EXPECT_FALSE(endereco.MostrarSomenteComBairro);
+        EXPECT_TRUE(endereco.ObrigarCodigoLogradouro);
+        EXPECT_TRUE(endereco.MostrarEnderecosIncompletos);
+        EXPECT_EQ(endereco.EstiloEdicao, 0);
+        EXPECT_EQ(endereco.TipoBorda, 0);
+        EXPECT_TRUE(endereco.MostraCepEPesquisaCep);
+        const auto &lista = p.Acha<ztList>("ztListaAfericao")->Ajustes();
+        EXPECT_EQ(p.Acha<ztList>("ztListaAfericao")->Colunas().size(), 1U);
+        EXPECT_EQ(lista.TipoMenu, 2);
+        EXPECT_TRUE(lista.BotoesLaterais);
+        EXPECT_FALSE(lista.BotaoEliminar);
+        EXPECT_FALSE(lista.BotaoVisivel);
+        EXPECT_FALSE(lista.BotaoEnabled);
+        EXPECT_FALSE(lista.BotoesFecharAjuda);
+        EXPECT_EQ(p.Acha<SSTab>("sstDados")->TabCaption(0), "Dados");
+        EXPECT_EQ(p.Acha<SSTab>("sstDados")->TabCaption(1), "Aferições");
+        EXPECT_EQ(p.Acha<SSTab>("sstDados")->Tabs(), 2);
+        EXPECT_TRUE(p.Acha<ICommandButton>("cmdCancelar")->Cancel());
+        for (const std::string botao : {"cmdOK", "cmdAjuda", "cmdCancelar"}) {
+            EXPECT_FALSE(p.Acha<ICommandButton>(botao)->Default()) << botao;
+        }
+        FAZ(p, Esc()); // presses cmdCancelar
+        EXPECT_TRUE(host->Tela->FormsAbertos(Janela).empty());
+    });
+}
+
+TEST_F(frmEquipSensores_test, CarregaInclusao_NewSensor_EmptyFieldsAndOKFromTheStart)
+{
+    host->LimpaRegistro();
+    const bool confirmou = Inclui(SensorNovo(), [&](Pessoa &p) {
+        EXPECT_EQ(Aberta(Janela)->Caption(), "Novo Sensor");
+        EXPECT_EQ(Caption(p, "lblCodEquip"), "EQ-10");
+        EXPECT_EQ(Texto(p, "txtNroSensor"), "4");
+        NAO_FAZ(p, Preenche("txtNroSensor", "9"));
+        EXPECT_EQ(Texto(p, "txtLocalInfr"), "");
+        EXPECT_EQ(p.Acha<ztEndereco>("ztEndereco1")->Endereco()->CodLogradouro(), 0);
+        EXPECT_TRUE(Habilitado(p, "cmdOK"));
+        EXPECT_TRUE(Visivel(p, "cmdOK"));
+        EXPECT_EQ(Caption(p, "cmdCancelar"), "&Cancelar");
+        FAZ(p, Clica("cmdCancelar"));
+    });
+    EXPECT_FALSE(confirmou);
+    EXPECT_TRUE(host->Tela->Perguntas().empty());
+    EXPECT_TRUE(RegistroIgual(
+        host->RegistroDe({"Plataforma", "ObjInterface"}),
+        {"Plataforma.Carrega(frmEquipSensores)", "Plataforma.Ponteiro := 0", "Plataforma.ProcessaMensagens()",
+         "ObjInterface.MostraJanela(frmEquipSensores, modal=True)", "Plataforma.Descarrega(frmEquipSensores)"}));
+}
+
+TEST_F(frmEquipSensores_test, CarregaInclusao_Confirmed_RecordFilledAndMarked)
+{
+    auto novo = SensorNovo();
+    novo->EndDescr = "não é da tela";
+    const bool confirmou = Inclui(novo, [&](Pessoa &p) {
+        FAZ(p, InformaEndereco("ztEndereco1", 777, 10, "sala 2", "90020030", "Av. Ipiranga, 10"));
+        FAZ(p, Clica("cmdOK"));
+    });
+    EXPECT_TRUE(confirmou);
+    EXPECT_EQ(novo->CodLograd, 777);
+    EXPECT_EQ(novo->EndNro, 10);
+    EXPECT_EQ(novo->EndCompl, "sala 2");
+    EXPECT_EQ(novo->EndCep, 90020030);
+    EXPECT_EQ(novo->LocalInfr, "Av. Ipiranga, 10");
+    EXPECT_EQ(novo->EndDescr, "não é da tela");
+    EXPECT_EQ(novo->SentidoVia, "");
+    EXPECT_EQ(novo->NroSensor, 4);
+    EXPECT_TRUE(novo->Alterado);
+    EXPECT_TRUE(host->Tela->FormsAbertos(Janela).empty());
+}
+
+TEST_F(frmEquipSensores_test, cmdOK_WithoutAnyAddress_AcceptedWithStreetZero)
+{
+    auto novo = SensorNovo();
+    EXPECT_TRUE(Inclui(novo, [&](Pessoa &p) {
+        FAZ(p, Preenche("txtLocalInfr", " ")); // a blank is text
+        FAZ(p, Clica("cmdOK"));
+    }));
+    EXPECT_EQ(novo->CodLograd, 0);
+    EXPECT_EQ(novo->EndCep, 0);
+    EXPECT_EQ(novo->LocalInfr, " ");
+}
+
+TEST_F(frmEquipSensores_test, cmdOK_PostalCodeWithHyphen_LeadingNumberOnly)
+{
+    auto novo = SensorNovo();
+    EXPECT_TRUE(Inclui(novo, [&](Pessoa &p) {
+        FAZ(p, InformaEndereco("ztEndereco1", 777, 10, "", "90020-030", "Av. Ipiranga, 10"));
+        FAZ(p, Clica("cmdOK"));
+    }));
+    EXPECT_EQ(novo->EndCep, 90020);
+}
+
+TEST_F(frmEquipSensores_test, cmdOK_PostalCodeTooLarge_Fault6AndTheFormStaysOpen)
+{
+    auto novo = SensorNovo();
+    EXPECT_FALSE(Inclui(novo, [&](Pessoa &p) {
+        FAZ(p, InformaEndereco("ztEndereco1", 777, 10, "", "99999999999", "x"));
+        FAZ(p, Clica("cmdOK"));
+        ASSERT_EQ(host->Erros().size(), 1U);
+        EXPECT_EQ(host->Erros()[0].Numero, 6);
+        EXPECT_EQ(host->Erros()[0].Contexto, "frmEquipSensores.cmdOK_Click");
+        EXPECT_EQ(host->Erros()[0].Fonte, "ZTAVOREQUIP");
+        EXPECT_TRUE(Aberta(Janela)->Visible());
+        FAZ(p, Clica("cmdCancelar"));
+    }));
+    EXPECT_FALSE(novo->Alterado);
+}
+
+TEST_F(frmEquipSensores_test, cmdOK_NoNotificationAddress_NoticeFocusAndTheFormStaysOpen)
+{
+    auto novo = SensorNovo();
+    EXPECT_FALSE(Inclui(novo, [&](Pessoa &p) {
+        FAZ(p, Clica("cmdOK"));
+        ASSERT_EQ(host->Avisos().size(), 1U);
+        EXPECT_EQ(host->Avisos()[0].Texto, "Informe o endereço na notificação.");
+        EXPECT_EQ(host->Avisos()[0].Controle, "txtLocalInfr");
+        EXPECT_EQ(Aberta(Janela)->ControleAtivo()->Nome(), "txtLocalInfr");
+        EXPECT_FALSE(novo->Alterado);
+        FAZ(p, Clica("cmdCancelar"));
+    }));
+}
+
+TEST_F(frmEquipSensores_test, txtLocalInfr_LongText_CutAt80)
+{
+    auto novo = SensorNovo();
+    const std::string oitenta(80, 'a');
+    EXPECT_TRUE(Inclui(novo, [&](Pessoa &p) {
+        FAZ(p, Preenche("txtLocalInfr", oitenta + "bc"));
+        FAZ(p, Clica("cmdOK"));
+    }));
+    EXPECT_EQ(novo->LocalInfr, oitenta);
+}
+
+TEST_F(frmEquipSensores_test, CarregaEdicao_WithAddress_ScreenFilledAndOKDisabled)
+{
+    PoeEndereco();
+    auto clone = sensor->getClone();
+    EXPECT_FALSE(Edita(clone, [&](Pessoa &p) {
+        EXPECT_EQ(Aberta(Janela)->Caption(), "Detalhes do Sensor"); // the captions of the modes are crossed
+        EXPECT_EQ(Caption(p, "lblCodEquip"), "EQ-10");
+        EXPECT_EQ(Texto(p, "txtNroSensor"), "3");
+        EXPECT_EQ(Texto(p, "txtLocalInfr"), "Rua Três, 33");
+        const auto endereco = p.Acha<ztEndereco>("ztEndereco1")->EnderecoProprio();
+        EXPECT_EQ(endereco->CodMunic(), 8801);
+        EXPECT_EQ(endereco->CodLogradouro(), 555);
+        EXPECT_EQ(endereco->Numero(), 33);
+        EXPECT_EQ(endereco->Complemento(), "fundos");
+        EXPECT_EQ(endereco->Cep(), "90010000");
+        EXPECT_FALSE(Habilitado(p, "cmdOK"));
+        NAO_FAZ(p, Clica("cmdOK"));
+        EXPECT_EQ(Caption(p, "cmdCancelar"), "&Cancelar");
+        FAZ(p, Clica("cmdCancelar"));
+    }));
+    EXPECT_TRUE(host->Tela->Perguntas().empty());
+    EXPECT_FALSE(clone->Alterado);
+}
+
+TEST_F(frmEquipSensores_test, CarregaEdicao_Confirmed_AlwaysMarksTheClone)
+{
+    PoeEndereco();
+    auto clone = sensor->getClone();
+    EXPECT_TRUE(Edita(clone, [&](Pessoa &p) {
+        FAZ(p, Digita("txtLocalInfr", "x"));
+        EXPECT_TRUE(Habilitado(p, "cmdOK"));
+        FAZ(p, Preenche("txtLocalInfr", "Rua Três, 33")); // as it was
+        FAZ(p, Clica("cmdOK"));
+    }));
+    EXPECT_TRUE(clone->Alterado);
+    EXPECT_EQ(clone->LocalInfr, "Rua Três, 33");
+    EXPECT_EQ(clone->CodLograd, 555);
+    EXPECT_EQ(clone->EndNro, 33);
+    EXPECT_EQ(clone->EndCompl, "fundos");
+    EXPECT_EQ(clone->EndCep, 90010000);
+    EXPECT_EQ(clone->EndDescr, "descrição antiga");
+    EXPECT_EQ(clone->SentidoVia, "N-S");
+    EXPECT_FALSE(sensor->Alterado);
+}
+
+TEST_F(frmEquipSensores_test, CarregaEdicao_NoStreet_AddressControlStaysEmpty)
+{
+    sensor->EndNro = 99;
+    sensor->EndCompl = "perdido";
+    EXPECT_FALSE(Edita(sensor->getClone(), [&](Pessoa &p) {
+        const auto endereco = p.Acha<ztEndereco>("ztEndereco1")->EnderecoProprio();
+        EXPECT_EQ(endereco->CodMunic(), 0);
+        EXPECT_EQ(endereco->Numero(), 0);
+        EXPECT_EQ(endereco->Complemento(), "");
+        FAZ(p, Clica("cmdCancelar"));
+    }));
+}
+
+TEST_F(frmEquipSensores_test, cmdCancelar_AfterTypingOnly_NoQuestion)
+{
+    auto clone = sensor->getClone();
+    EXPECT_FALSE(Edita(clone, [&](Pessoa &p) {
+        FAZ(p, Preenche("txtLocalInfr", "outra coisa"));
+        FAZ(p, Clica("cmdCancelar"));
+    }));
+    EXPECT_TRUE(host->Tela->Perguntas().empty());
+    EXPECT_EQ(clone->LocalInfr, "Rua Três, 33");
+}
+
+TEST_F(frmEquipSensores_test, cmdCancelar_AfterACalibrationChange_AsksAndNoKeepsTheFormOpen)
+{
+    PoeAfericao(sensor, 7, "01/01/2026", "31/12/2026");
+    auto clone = sensor->getClone();
+    host->Responde("Confirma a exclusão desta aferição?", true);
+    host->Responde(Descarte, false);
+    host->Responde(Descarte, true);
+    EXPECT_FALSE(Edita(clone, [&](Pessoa &p) {
+        FAZ(p, Abre("sstDados", 1));
+        EXPECT_FALSE(Habilitado(p, "cmdOK"));
+        FAZ(p, ClicaLinha("ztListaAfericao", 1));
+        FAZ(p, EscolheMenu("ztListaAfericao", "mnuZTLObjExcluir"));
+        EXPECT_TRUE(Habilitado(p, "cmdOK")); // a change of the calibrations is one of the sensor
+        EXPECT_TRUE(clone->Alterado);
+        FAZ(p, Clica("cmdCancelar"));
+        EXPECT_TRUE(Aberta(Janela)->Visible());
+        FAZ(p, Esc());
+        EXPECT_TRUE(host->Tela->FormsAbertos(Janela).empty());
+    }));
+    ASSERT_EQ(host->Tela->Perguntas().size(), 3U);
+    for (const auto &pergunta : host->Tela->Perguntas()) {
+        EXPECT_EQ(pergunta.Titulo, "Atenção");
+        EXPECT_FALSE(pergunta.PadraoSim);
+    }
+    EXPECT_TRUE(sensor->ListaAfericoes()->Item(1)->Ativo); // the listed sensor knows nothing of it
+    EXPECT_FALSE(sensor->Alterado);
+}
+
+// The window's own button asks nothing.
+TEST_F(frmEquipSensores_test, Unload_ByTheWindowsButton_NotConfirmedAndNoQuestion)
+{
+    auto clone = sensor->getClone();
+    clone->Alterado = true;
+    EXPECT_FALSE(Edita(clone, [&](Pessoa &p) { FAZ(p, Fecha()); }));
+    EXPECT_TRUE(host->Tela->Perguntas().empty());
+}
+
+TEST_F(frmEquipSensores_test, CarregaDetalhes_ListedSensor_ReadOnlyAndNotModal)
+{
+    PoeEndereco();
+    host->LimpaRegistro();
+    Novo<frmEquipSensores>()->CarregaDetalhes(sensor); // returns with the window open
+
+    Ref<IForm> form = Aberta(Janela);
+    Pessoa p(form, host->Tela);
+    EXPECT_EQ(form->Caption(), "Editar Sensor"); // the captions of the modes are crossed
+    EXPECT_EQ(Texto(p, "txtNroSensor"), "3");
+    EXPECT_EQ(Texto(p, "txtLocalInfr"), "Rua Três, 33");
+    EXPECT_EQ(p.Acha<ztEndereco>("ztEndereco1")->Endereco()->CodLogradouro(), 555);
+    EXPECT_FALSE(Visivel(p, "cmdOK"));
+    NAO_FAZ(p, Clica("cmdOK"));
+    EXPECT_EQ(Caption(p, "cmdCancelar"), "&Fechar");
+    NAO_FAZ(p, Digita("txtLocalInfr", "x"));
+    NAO_FAZ(p, InformaEndereco("ztEndereco1", 1, 1, "", "1", "x"));
+    EXPECT_TRUE(RegistroIgual(host->RegistroDe({"Plataforma.Carrega", "goMensagem.PreparaDetalhes", "ObjInterface"}),
+                              {"Plataforma.Carrega(frmEquipSensores)", "goMensagem.PreparaDetalhes(frmEquipSensores)",
+                               "ObjInterface.MostraJanela(frmEquipSensores, modal=False)"}));
+
+    FAZ(p, Clica("cmdCancelar"));
+    EXPECT_TRUE(host->Tela->FormsAbertos(Janela).empty());
+    EXPECT_FALSE(sensor->Alterado);
+}
+
+TEST_F(frmEquipSensores_test, CarregaDetalhes_Calibrations_ReadOnlyToo)
+{
+    PoeAfericao(sensor, 7, "01/01/2026", "31/12/2026");
+    Novo<frmEquipSensores>()->CarregaDetalhes(sensor);
+    Pessoa p(Aberta(Janela), host->Tela);
+    FAZ(p, Abre("sstDados", 1));
+    FAZ(p, ClicaLinha("ztListaAfericao", 1));
+    EXPECT_EQ(MenuHabilitado(p.Acha<IztList>("ztListaAfericao")), Textos{"Detalhes"});
+    FAZ(p, EscolheMenu("ztListaAfericao", "mnuZTLObjDetalhes"));
+    EXPECT_EQ(Aberta("frmEquipAfericoes")->Caption(), "Detalhes da Aferição");
+}
+
+// A sensor that was changed before asks even where nothing can be changed.
+TEST_F(frmEquipSensores_test, CarregaDetalhes_SensorWithChanges_ClosingAsks)
+{
+    sensor->Alterado = true;
+    Novo<frmEquipSensores>()->CarregaDetalhes(sensor);
+    Pessoa p(Aberta(Janela), host->Tela);
+    host->Responde(Descarte, true);
+    FAZ(p, Clica("cmdCancelar"));
+    EXPECT_TRUE(host->Tela->FormsAbertos(Janela).empty());
+    EXPECT_TRUE(sensor->Alterado);
+}
+
+TEST_F(frmEquipSensores_test, sstDados_Pages_FrameOfTheCurrentOneEnabled)
+{
+    EXPECT_FALSE(Edita(sensor->getClone(), [&](Pessoa &p) {
+        EXPECT_TRUE(p.Acha("fraDados", 0)->Enabled());
+        EXPECT_FALSE(p.Acha("fraDados", 1)->Enabled());
+        FAZ(p, Abre("sstDados", 1));
+        EXPECT_FALSE(p.Acha("fraDados", 0)->Enabled());
+        EXPECT_TRUE(p.Acha("fraDados", 1)->Enabled());
+        FAZ(p, Abre("sstDados", 0));
+        EXPECT_TRUE(p.Acha("fraDados", 0)->Enabled());
+        EXPECT_FALSE(p.Acha("fraDados", 1)->Enabled());
+        FAZ(p, Clica("cmdCancelar"));
+    }));
+}
+
+TEST_F(frmEquipSensores_test, sstDados_FirstVisit_LoadsTheCalibrationsOnce)
+{
+    PoeAfericao(sensor, 7, "01/01/2026", "31/12/2026");
+    auto clone = sensor->getClone();
+    EXPECT_FALSE(Edita(clone, [&](Pessoa &p) {
+        auto lista = p.Acha<IztList>("ztListaAfericao");
+        EXPECT_EQ(lista->NroItens(), 0);
+        FAZ(p, Abre("sstDados", 1));
+        EXPECT_EQ(lista->NroItens(), 1);
+        host->LimpaRegistro();
+        clone->ListaAfericoes()->Item(1)->Ativo = false;
+        FAZ(p, Abre("sstDados", 0));
+        FAZ(p, Abre("sstDados", 1));
+        EXPECT_EQ(lista->NroItens(), 1); // not loaded again
+        EXPECT_EQ(host->Registro(), Textos{});
+        FAZ(p, Clica("cmdCancelar"));
+    }));
+}
+
+TEST_F(frmEquipSensores_test, ztEndereco1_EntradaOK_OverwritesTheTextEachTime)
+{
+    auto clone = sensor->getClone();
+    EXPECT_TRUE(Edita(clone, [&](Pessoa &p) {
+        FAZ(p, InformaEndereco("ztEndereco1", 1, 10, "", "90000000", "Rua Um, 10"));
+        EXPECT_EQ(Texto(p, "txtLocalInfr"), "Rua Um, 10");
+        EXPECT_TRUE(Habilitado(p, "cmdOK"));
+        FAZ(p, Preenche("txtLocalInfr", "texto próprio"));
+        FAZ(p, InformaEndereco("ztEndereco1", 1, 10, "", "90000000", "Rua Um, 10"));
+        EXPECT_EQ(Texto(p, "txtLocalInfr"), "Rua Um, 10");
+        FAZ(p, Clica("cmdOK"));
+    }));
+    EXPECT_EQ(clone->LocalInfr, "Rua Um, 10");
+}
+
+TEST_F(frmEquipSensores_test, ztEndereco1_EntradaOKWithoutDescription_TextStaysButOKIsEnabled)
+{
+    EXPECT_FALSE(Edita(sensor->getClone(), [&](Pessoa &p) {
+        FAZ(p, LimpaEndereco("ztEndereco1"));
+        EXPECT_EQ(Texto(p, "txtLocalInfr"), "Rua Três, 33");
+        EXPECT_TRUE(Habilitado(p, "cmdOK"));
+        FAZ(p, Clica("cmdCancelar"));
+    }));
+}
+
+TEST_F(frmEquipSensores_test, Inclusion_CalibrationsOfTheUnlistedSensor_KeptInIt)
+{
+    PoeAfericao(sensor, 7, "01/01/2026", "31/12/2026");
+    auto novo = SensorNovo();
+    novo->ListaAfericoes()->AddAll(sensor->ListaAfericoes());
+    host->Responde("Confirma a exclusão desta aferição?", true);
+    EXPECT_TRUE(Inclui(novo, [&](Pessoa &p) {
+        FAZ(p, Preenche("txtLocalInfr", "x"));
+        FAZ(p, Abre("sstDados", 1));
+        FAZ(p, ClicaLinha("ztListaAfericao", 1));
+        FAZ(p, EscolheMenu("ztListaAfericao", "mnuZTLObjExcluir"));
+        FAZ(p, Clica("cmdOK"));
+    }));
+    EXPECT_FALSE(novo->ListaAfericoes()->Item(1)->Ativo);
+    EXPECT_TRUE(novo->Alterado);
+}
+
+TEST_F(frmEquipSensores_test, SharedInstance_AfterEachMode_StartsAgainFromItsDesign)
+{
+    Edita(sensor->getClone(), [&](Pessoa &p) {
+        FAZ(p, Abre("sstDados", 1));
+        FAZ(p, Clica("cmdCancelar"));
+    });
+    Inclui(SensorNovo(), [&](Pessoa &p) {
+        EXPECT_EQ(Aberta(Janela)->Caption(), "Novo Sensor");
+        EXPECT_EQ(p.Acha<SSTab>("sstDados")->Tab(), 0);
+        EXPECT_TRUE(Habilitado(p, "cmdOK"));
+        EXPECT_EQ(Texto(p, "txtLocalInfr"), "");
+        EXPECT_EQ(p.Acha<ztList>("ztListaAfericao")->Colunas().size(), 1U);
+        FAZ(p, Clica("cmdCancelar"));
+    });
+}
+
+TEST_F(frmEquipSensores_test, Unload_Each_ReleasesRecordAndController)
+{
+    auto clone = sensor->getClone();
+    RefFraca<clsSensor> fraca = clone;
+    NaJanela(Janela, [&](Pessoa &p) {
+        FAZ(p, Abre("sstDados", 1));
+        FAZ(p, Clica("cmdCancelar"));
+    });
+    Compartilhado()->CarregaEdicao(std::exchange(clone, nullptr));
+    EXPECT_TRUE(fraca.Nada());
+
+    Novo<frmEquipSensores>()->CarregaDetalhes(sensor);
+    fraca = sensor;
+    sensor = nullptr;
+    equipto->ListaSensores()->Clear();
+    EXPECT_FALSE(fraca.Nada()); // on the screen
+    Pessoa p(Aberta(Janela), host->Tela);
+    FAZ(p, Clica("cmdCancelar"));
+    EXPECT_TRUE(fraca.Nada());
+}
+
+TEST_F(frmEquipSensores_test, CarregaX_EquipmentEnded_ErrorBoxPerModeAndNoWindowStays)
+{
+    auto novo = SensorNovo();
+    auto clone = sensor->getClone();
+    equipto = nullptr;
+    EXPECT_FALSE(Compartilhado()->CarregaInclusao(novo));
+    EXPECT_FALSE(Compartilhado()->CarregaEdicao(clone));
+    Novo<frmEquipSensores>()->CarregaDetalhes(sensor);
+
+    ASSERT_EQ(host->Erros().size(), 3U);
+    EXPECT_EQ(host->Erros()[0].Contexto, "frmEquipSensores.CarregaInclusao");
+    EXPECT_EQ(host->Erros()[0].Fonte, "ZTAVOREQUIP");
+    EXPECT_EQ(host->Erros()[1].Contexto, "frmEquipSensores.CarregaEdicao");
+    EXPECT_EQ(host->Erros()[1].Fonte, "ZTAVOREQUIP < frmEquipSensores.MontaTela");
+    EXPECT_EQ(host->Erros()[2].Contexto, "frmEquipSensores.CarregaDetalhes");
+    EXPECT_EQ(host->Erros()[2].Fonte, "ZTAVOREQUIP < frmEquipSensores.MontaTela");
+    for (const auto &erro : host->Erros()) {
+        EXPECT_EQ(erro.Numero, 91);
+        EXPECT_EQ(erro.Titulo, "Sistema de Autuações");
+    }
+    EXPECT_EQ(host->Conta("ObjInterface.MostraJanela"), 0);
+    EXPECT_TRUE(host->Tela->FormsAbertos(Janela).empty());
+}
+
+TEST_F(frmEquipSensores_test, Events_HostFails_ReportedWithTheirContext)
+{
+    sensor->Alterado = true;
+    EXPECT_FALSE(Inclui(SensorNovo(), [&](Pessoa &p) {
+        host->FalhaEm("goMensagem.ExibeMensagem");
+        FAZ(p, Clica("cmdOK"));
+        EXPECT_EQ(host->Erros().back().Contexto, "frmEquipSensores.cmdOK_Click");
+        EXPECT_EQ(host->Erros().back().Fonte, "goMensagem.ExibeMensagem < frmEquipSensores.validouOk");
+        host->FalhaEm("Plataforma.Ponteiro");
+        FAZ(p, Abre("sstDados", 1));
+        EXPECT_EQ(host->Erros().back().Contexto, "frmEquipSensores.sstDados_Click");
+        EXPECT_EQ(host->Erros().back().Fonte,
+                  "Plataforma.Ponteiro < COAfericoes.CarregaAfericoes < COAfericoes.Carrega");
+        FAZ(p, Clica("cmdCancelar"));
+    }));
+    auto clone = sensor->getClone();
+    clone->Alterado = true;
+    EXPECT_FALSE(Edita(clone, [&](Pessoa &p) {
+        host->FalhaEm("Plataforma.PerguntaSimNao");
+        FAZ(p, Clica("cmdCancelar"));
+        EXPECT_EQ(host->Erros().back().Contexto, "frmEquipSensores.cmdCancelar_Click");
+        EXPECT_EQ(host->Erros().back().Fonte, "Plataforma.PerguntaSimNao");
+        EXPECT_TRUE(Aberta(Janela)->Visible()); // the form stays open
+        host->Responde(Descarte, true);
+        FAZ(p, Clica("cmdCancelar"));
+    }));
+    EXPECT_EQ(host->Erros().size(), 3U);
+}
+
+// The events that only pass a change on; a handler of the screen's that fails stands for any fault below them.
+TEST_F(frmEquipSensores_test, ChangeEvents_FaultBelow_ReportedWithThePathThroughChange)
+{
+    PoeAfericao(sensor, 0, "01/01/2026", "31/12/2026");
+    EXPECT_FALSE(Edita(sensor->getClone(), [&](Pessoa &p) {
+        FAZ(p, Abre("sstDados", 1));
+        FAZ(p, ClicaLinha("ztListaAfericao", 1));
+        auto botao = ComoBase(p.Acha("cmdOK"));
+        ASSERT_NE(botao, nullptr);
+        const auto quebra = botao->Mudou().liga([] { throw Falha(1000, "tela", "quebrou"); });
+        const auto espera = [&](const std::string &contexto) {
+            EXPECT_EQ(host->Erros().back().Contexto, "frmEquipSensores." + contexto);
+            EXPECT_EQ(host->Erros().back().Fonte, "tela < frmEquipSensores.Change");
+            EXPECT_EQ(host->Erros().back().Numero, 1000);
+            p.Acha<ICommandButton>("cmdOK")->DefineEnabled(true);
+        };
+        const auto desabilita = [&] { IgnoraErro([&] { p.Acha("cmdOK")->DefineEnabled(false); }); };
+
+        host->Responde("Confirma a exclusão desta aferição?", true);
+        FAZ(p, EscolheMenu("ztListaAfericao", "mnuZTLObjExcluir"));
+        espera("m_COAfericoes_Alterado");
+        FAZ(p, Abre("sstDados", 0));
+        desabilita();
+        FAZ(p, Digita("txtLocalInfr", "x"));
+        espera("txtLocalInfr_Change");
+        desabilita();
+        FAZ(p, LimpaEndereco("ztEndereco1"));
+        espera("ztEndereco1_EntradaOK");
+        host->Responde(Descarte, true);
+        FAZ(p, Clica("cmdCancelar"));
+    }));
+    EXPECT_EQ(host->Erros().size(), 3U);
+}
+
+TEST_F(frmEquipSensores_test, cmdAjuda_Pressed_NothingHappens)
+{
+    EXPECT_FALSE(Inclui(SensorNovo(), [&](Pessoa &p) {
+        host->LimpaRegistro();
+        FAZ(p, Clica("cmdAjuda"));
+        EXPECT_EQ(host->Registro(), Textos{});
+        EXPECT_TRUE(Aberta(Janela)->Visible());
+        FAZ(p, Clica("cmdCancelar"));
+    }));
+}
+
+} // namespace
