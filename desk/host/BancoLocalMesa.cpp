@@ -1,0 +1,275 @@
+#include "desk/host/BancoLocalMesa.h"
+
+#include "controls/OrdemPortuguesa.h"
+#include "host/Conversoes.h"
+#include "host/Falha.h"
+#include "host/Texto.h"
+
+#include <QFile>
+#include <QSqlDatabase>
+#include <QSqlDriver>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QSqlRecord>
+#include <QUuid>
+#include <QVariant>
+
+#include <sqlite3.h>
+
+#include <limits>
+
+namespace {
+
+constexpr std::int32_t ErroDeSintaxe = 3075;
+constexpr std::int32_t SemRegistroAtual = 3021;
+constexpr std::int32_t ColunaInexistente = 3265;
+constexpr std::int32_t BancoNaoAbre = 3051;
+
+QString Q(const std::string &texto) { return QString::fromStdString(texto); }
+
+void Ucase(sqlite3_context *contexto, int, sqlite3_value **argumentos)
+{
+    const unsigned char *texto = sqlite3_value_text(argumentos[0]);
+    if (texto == nullptr) {
+        sqlite3_result_null(contexto);
+        return;
+    }
+    const std::string maiusculas = UCase(reinterpret_cast<const char *>(texto));
+    sqlite3_result_text(contexto, maiusculas.data(), static_cast<int>(maiusculas.size()), SQLITE_TRANSIENT);
+}
+
+int ComparaNomes(void *, int tamanhoA, const void *a, int tamanhoB, const void *b)
+{
+    const auto chave = [](const void *texto, int tamanho) {
+        return ChaveOrdem({static_cast<const char *>(texto), static_cast<std::size_t>(tamanho)});
+    };
+    return chave(a, tamanhoA).compare(chave(b, tamanhoB));
+}
+
+// One connection, which knows the functions of the database and goes with this object.
+class ConexaoLocal {
+  public:
+    ConexaoLocal(const std::filesystem::path &arquivo, bool somenteLeitura)
+        : m_Nome(QUuid::createUuid().toString(QUuid::WithoutBraces))
+    {
+        QSqlDatabase banco = QSqlDatabase::addDatabase("QSQLITE", m_Nome);
+        banco.setDatabaseName(QString::fromStdU16String(arquivo.u16string()));
+        banco.setConnectOptions(somenteLeitura ? "QSQLITE_OPEN_READONLY;QSQLITE_BUSY_TIMEOUT=10000"
+                                               : "QSQLITE_BUSY_TIMEOUT=10000");
+        if (!banco.open()) {
+            const std::string motivo = banco.lastError().text().toStdString();
+            banco = QSqlDatabase();
+            QSqlDatabase::removeDatabase(m_Nome);
+            throw Falha(BancoNaoAbre, "BancoLocal", "Não foi possível abrir o banco de dados local: " + motivo);
+        }
+        auto *sqlite = *static_cast<sqlite3 **>(banco.driver()->handle().data());
+        sqlite3_create_function_v2(sqlite, "UCASE", 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr, Ucase, nullptr,
+                                   nullptr, nullptr);
+        sqlite3_create_collation_v2(sqlite, "NOMES", SQLITE_UTF8, nullptr, ComparaNomes, nullptr);
+    }
+    ConexaoLocal(const ConexaoLocal &) = delete;
+    ConexaoLocal &operator=(const ConexaoLocal &) = delete;
+    ~ConexaoLocal() { QSqlDatabase::removeDatabase(m_Nome); }
+
+    // Runs a statement. Fault 3075 with the engine's words when it cannot be read or run.
+    QSqlQuery Executa(const QString &sql, const QVariantList &valores = {}) const
+    {
+        QSqlQuery consulta(QSqlDatabase::database(m_Nome));
+        consulta.setForwardOnly(true);
+        bool bom = consulta.prepare(sql);
+        for (const QVariant &valor : valores) {
+            consulta.addBindValue(valor);
+        }
+        bom = bom && consulta.exec();
+        if (!bom) {
+            throw Falha(ErroDeSintaxe, "BancoLocal",
+                        "O banco de dados local não executou a consulta: " + consulta.lastError().text().toStdString());
+        }
+        return consulta;
+    }
+
+  private:
+    QString m_Nome;
+};
+
+// All of a transaction or nothing of it.
+class TransacaoLocal {
+  public:
+    explicit TransacaoLocal(const ConexaoLocal &conexao) : m_Conexao(conexao) { m_Conexao.Executa("BEGIN IMMEDIATE"); }
+    TransacaoLocal(const TransacaoLocal &) = delete;
+    TransacaoLocal &operator=(const TransacaoLocal &) = delete;
+    ~TransacaoLocal()
+    {
+        if (!m_Confirmada) {
+            IgnoraErro([&] { m_Conexao.Executa("ROLLBACK"); });
+        }
+    }
+    void Confirma()
+    {
+        m_Conexao.Executa("COMMIT");
+        m_Confirmada = true;
+    }
+
+  private:
+    const ConexaoLocal &m_Conexao;
+    bool m_Confirmada = false;
+};
+
+Valor ValorDoBanco(const QVariant &valor)
+{
+    if (valor.isNull()) {
+        return Valor::Nulo{};
+    }
+    switch (valor.typeId()) {
+    case QMetaType::LongLong:
+    case QMetaType::Int: {
+        const qlonglong numero = valor.toLongLong();
+        if (numero >= std::numeric_limits<std::int32_t>::min() && numero <= std::numeric_limits<std::int32_t>::max()) {
+            return static_cast<std::int32_t>(numero);
+        }
+        return static_cast<double>(numero);
+    }
+    case QMetaType::Double:
+        return valor.toDouble();
+    default:
+        return valor.toString().toStdString();
+    }
+}
+
+class ColunaDoBanco : public IFields {
+  public:
+    explicit ColunaDoBanco(Valor valor) : m_Valor(std::move(valor)) {}
+    std::string_view NomeTipo() const override { return "Field"; }
+    Valor Value() const override { return m_Valor; }
+
+  private:
+    Valor m_Valor;
+};
+
+// A snapshot: the whole answer, read at once.
+class CursorDoBanco : public ICursor {
+  public:
+    explicit CursorDoBanco(QSqlQuery consulta)
+    {
+        const QSqlRecord cabecalho = consulta.record();
+        for (int coluna = 0; coluna < cabecalho.count(); ++coluna) {
+            m_Colunas.push_back(LCase(cabecalho.fieldName(coluna).toStdString()));
+        }
+        while (consulta.next()) {
+            auto &linha = m_Linhas.emplace_back();
+            for (int coluna = 0; coluna < cabecalho.count(); ++coluna) {
+                linha.push_back(ValorDoBanco(consulta.value(coluna)));
+            }
+        }
+    }
+    std::string_view NomeTipo() const override { return "Recordset"; }
+
+    bool EOF_() const override { return m_Atual >= m_Linhas.size(); }
+    std::int32_t RecordCount() const override { return static_cast<std::int32_t>(m_Linhas.size()); }
+    Ref<IFields> Fields(const std::string &nome) const override
+    {
+        if (EOF_()) {
+            throw Falha(SemRegistroAtual, "Recordset", "Não há registro atual.");
+        }
+        const std::string procurado = LCase(nome);
+        for (std::size_t coluna = 0; coluna < m_Colunas.size(); ++coluna) {
+            if (m_Colunas[coluna] == procurado) {
+                return Novo<ColunaDoBanco>(m_Linhas[m_Atual][coluna]);
+            }
+        }
+        throw Falha(ColunaInexistente, "Recordset", "A consulta não tem a coluna " + nome + ".");
+    }
+    void MoveNext() override
+    {
+        if (EOF_()) {
+            throw Falha(SemRegistroAtual, "Recordset", "Não há registro atual.");
+        }
+        ++m_Atual;
+    }
+    void Close() override
+    {
+        m_Linhas.clear();
+        m_Atual = 0;
+    }
+
+  private:
+    std::vector<std::string> m_Colunas;
+    std::vector<std::vector<Valor>> m_Linhas;
+    std::size_t m_Atual = 0;
+};
+
+class LeituraDoBanco : public IMDB {
+  public:
+    explicit LeituraDoBanco(const std::filesystem::path &arquivo)
+        : m_Nome(arquivo.string()), m_Conexao(arquivo, /*somenteLeitura=*/true)
+    {
+    }
+    std::string_view NomeTipo() const override { return "Database"; }
+
+    std::string Name() const override { return m_Nome; }
+    Ref<ICursor> OpenRecordset(const std::string &sql, std::int16_t, const Valor &, const Valor &) override
+    {
+        return Novo<CursorDoBanco>(m_Conexao.Executa(Q(sql)));
+    }
+
+  private:
+    std::string m_Nome;
+    ConexaoLocal m_Conexao;
+};
+
+std::vector<Municipio> LeMunicipios()
+{
+    QFile dados(":/data/municipios.tsv");
+    if (!dados.open(QIODevice::ReadOnly)) {
+        throw Falha(NumeroFalha::ArquivoNaoEncontrado);
+    }
+    std::vector<Municipio> municipios;
+    for (const std::string &linha : Divide(dados.readAll().toStdString(), "\n")) {
+        const std::vector<std::string> partes = Divide(linha, "\t");
+        if (partes.size() == 3) {
+            municipios.push_back({CLng(partes[0]), partes[1], CLng(partes[2])});
+        }
+    }
+    return municipios;
+}
+
+} // namespace
+
+const std::vector<Municipio> &Municipios()
+{
+    static const std::vector<Municipio> municipios = LeMunicipios();
+    return municipios;
+}
+
+BancoLocalMesa::BancoLocalMesa(std::filesystem::path arquivo) : m_Arquivo(std::move(arquivo))
+{
+    const ConexaoLocal conexao(m_Arquivo, /*somenteLeitura=*/false);
+    conexao.Executa("PRAGMA journal_mode = WAL");
+    TransacaoLocal transacao(conexao);
+    conexao.Executa("CREATE TABLE IF NOT EXISTS Municipio (COD_MUNIC INTEGER PRIMARY KEY, "
+                    "NOME_MUNICIPIO TEXT NOT NULL COLLATE NOMES, UF_MUNIC TEXT NOT NULL, COD_RENAVAM INTEGER NOT NULL)");
+    conexao.Executa("CREATE TABLE IF NOT EXISTS VOREQUIPTO (NroIntEquip INTEGER PRIMARY KEY, ClienteInc TEXT NOT NULL, "
+                    "Codigo TEXT NOT NULL, TipoEquip TEXT NOT NULL, Ativo INTEGER NOT NULL)");
+    conexao.Executa("CREATE INDEX IF NOT EXISTS VOREQUIPTO_Codigo ON VOREQUIPTO (ClienteInc, UCASE(Codigo))");
+    for (const Municipio &municipio : Municipios()) {
+        conexao.Executa("INSERT INTO Municipio VALUES (?, ?, 'RS', ?) ON CONFLICT (COD_MUNIC) DO UPDATE SET "
+                        "NOME_MUNICIPIO = excluded.NOME_MUNICIPIO, COD_RENAVAM = excluded.COD_RENAVAM",
+                        {municipio.Codigo, Q(municipio.Nome), municipio.CodReceita});
+    }
+    transacao.Confirma();
+}
+
+Ref<IMDB> BancoLocalMesa::Abre() { return Novo<LeituraDoBanco>(m_Arquivo); }
+
+void BancoLocalMesa::AtualizaReplica(SessaoServico &sessao)
+{
+    const ConexaoLocal conexao(m_Arquivo, /*somenteLeitura=*/false);
+    TransacaoLocal transacao(conexao);
+    conexao.Executa("DELETE FROM VOREQUIPTO");
+    const Data momento = sessao.LeReplica([&](const LinhaReplica &linha) {
+        conexao.Executa("INSERT INTO VOREQUIPTO VALUES (?, ?, ?, ?, ?)",
+                        {linha.NroIntEquip, Q(linha.ClienteInc), Q(linha.Codigo), Q(linha.TipoEquip), linha.Ativo});
+    });
+    transacao.Confirma();
+    m_DataDaReplica = momento;
+}

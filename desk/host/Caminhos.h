@@ -1,0 +1,8 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+// The module writes paths with "\"; this system with "/".
+std::filesystem::path CaminhoDoSistema(const std::string &caminhoDoModulo);
+std::string CaminhoDoModulo(const std::filesystem::path &caminhoDoSistema);

@@ -1,0 +1,86 @@
+#include "desk/host/HostMesa.h"
+
+#include "desk/host/ServicosMesa.h"
+
+#include <QFile>
+
+namespace {
+
+constexpr const char *TituloDeRecusa = "Registro de Equipamentos";
+
+// The layouts that come with the desk. A file that is already there is left as it is: it may be the user's own.
+void InstalaLayouts(const std::filesystem::path &diretorio)
+{
+    std::filesystem::create_directories(diretorio);
+    for (const char *nome : {"PADRAO", "LOMBADA", "PARDAL", "ESTATICO", "AGENTE"}) {
+        const std::filesystem::path destino = diretorio / (std::string(nome) + ".LAY");
+        if (!std::filesystem::exists(destino)) {
+            QFile::copy(QString(":/data/layouts/%1.LAY").arg(nome), QString::fromStdString(destino.string()));
+        }
+    }
+}
+
+} // namespace
+
+HostMesa::HostMesa(Ref<IJanelas> janelas, std::filesystem::path diretorio, std::function<Data()> agora)
+    : m_Janelas(std::move(janelas)), m_Diretorio(std::move(diretorio))
+{
+    std::filesystem::create_directories(m_Diretorio);
+    InstalaLayouts(m_Diretorio / "layouts");
+    m_Plataforma = Novo<PlataformaMesa>(m_Janelas, m_Diretorio / "modulo", std::move(agora));
+    m_Controles = Novo<FabricaControles>();
+    oAppEXE = Novo<AppEXEMesa>(m_Diretorio);
+    FormMDI = Novo<FormMDIMesa>();
+    ActBar = Novo<ActBarMesa>();
+    cGlobal = Novo<GlobalMesa>();
+    BancoLocal = Novo<BancoLocalMesa>(m_Diretorio / "local.db");
+    ObjInterface = Novo<InterfaceMesa>(m_Janelas, [this]() -> Ref<ITrataBD> { return m_objMTM->CreateQMR()->CreateNewTrataBD(); });
+}
+
+void HostMesa::Entra(const Ref<SessaoServico> &servico)
+{
+    BancoLocal->AtualizaReplica(*servico);
+    m_objMTM = Novo<SessaoMesa>(servico, BancoLocal, [this](const std::string &recusa) { MostraRecusa(recusa); });
+    m_objSCA = Novo<AcessoMesa>(servico);
+}
+
+void HostMesa::Sai()
+{
+    if (m_objSCA) {
+        m_objSCA->Sai();
+    }
+    m_objMTM = nullptr;
+}
+
+Ref<SessaoServico> HostMesa::Servico() const { return m_objMTM->Servico(); }
+
+std::function<Ref<SessaoServico>()> HostMesa::SessaoAtual() const
+{
+    return [this] { return Servico(); };
+}
+
+void HostMesa::MostraRecusa(const std::string &recusa) const { m_Janelas->Avisa(recusa, TituloDeRecusa); }
+
+Ref<IAMRegistro> HostMesa::CriaAMRegistro() { return Novo<AMRegistroMesa>(m_Diretorio / "modulos.tsv"); }
+
+Ref<IAMEditMenu> HostMesa::CriaAMEditMenu() { return Novo<AMEditMenuMesa>(); }
+
+Ref<IRelatorios> HostMesa::CriaRelatorios() { return Novo<RelatoriosMesa>(m_Janelas, m_Diretorio / "temporarios"); }
+
+Ref<IAjuda> HostMesa::CriaAjuda() { return Novo<AjudaMesa>(m_Janelas); }
+
+Ref<ICFunGen> HostMesa::CriaCFunGen() { return Novo<CFunGenMesa>(); }
+
+Ref<IMensagem> HostMesa::CriaMensagem() { return Novo<MensagemMesa>(m_Janelas); }
+
+Ref<IDadosVor> HostMesa::CriaDadosVor()
+{
+    return Novo<DadosVorMesa>(
+        SessaoAtual(), [this](const std::string &recusa) { MostraRecusa(recusa); }, m_Diretorio / "layouts");
+}
+
+Ref<IDiretorios> HostMesa::CriaDiretorios() { return Novo<DiretoriosMesa>(m_Diretorio / "temporarios"); }
+
+Ref<IObjGlobalVor> HostMesa::CriaObjGlobalVor() { return Novo<ObjGlobalVorMesa>(SessaoAtual()); }
+
+Ref<IDocumentoPDF> HostMesa::CriaDocumentoPDF() { return Novo<DocumentoPDFMesa>(m_Janelas); }

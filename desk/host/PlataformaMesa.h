@@ -1,0 +1,55 @@
+#pragma once
+
+#include "desk/host/IJanelas.h"
+#include "host/IPlataforma.h"
+
+#include <filesystem>
+#include <functional>
+#include <set>
+#include <string>
+#include <vector>
+
+// The platform of the desk: open forms, boxes, clock and files.
+class PlataformaMesa : public IPlataforma {
+  public:
+    // diretorioModulo: where the module's own file lies; created when missing. agora: the clock.
+    PlataformaMesa(Ref<IJanelas> janelas, std::filesystem::path diretorioModulo, std::function<Data()> agora);
+    std::string_view NomeTipo() const override { return "PlataformaMesa"; }
+
+    Ref<IAplicacao> Aplicacao() override { return m_Aplicacao; }
+    std::int16_t Ponteiro() const override { return m_Ponteiro; }
+    void DefinePonteiro(std::int16_t valor) override;
+    void ProcessaMensagens() override;
+    std::int32_t LarguraTela() const override;
+    std::int32_t AlturaTela() const override;
+    bool PerguntaSimNao(const std::string &texto, const std::string &titulo, bool padraoSim) override;
+    void CaixaInformacao(const std::string &texto, const std::string &titulo) override;
+
+    std::int32_t NroForms() const override { return static_cast<std::int32_t>(m_Forms.size()); }
+    Ref<IForm> FormAberto(std::int32_t posicao) const override;
+    void Carrega(const Ref<IForm> &form) override;
+    void Descarrega(const Ref<IForm> &form) override;
+    void DefineTextoJanela(std::int64_t hwnd, const std::string &texto) override;
+    bool TemIcone(const std::string &chave) const override;
+
+    Data Agora() const override { return m_Agora(); }
+    std::string DataCurta(Data data) const override;
+
+    std::string CaminhoModulo() const override;
+    bool ExisteArquivo(const std::string &caminho) const override;
+    std::int64_t TamanhoArquivo(const std::string &caminho) const override;
+    void ApagaArquivo(const std::string &caminho) override;
+    void GravaArquivo(const std::string &caminho, const Bytes &bytes) override;
+    std::string PrimeiroArquivo(const std::string &padrao) override;
+    std::string ProximoArquivo() override;
+
+  private:
+    Ref<IJanelas> m_Janelas;
+    std::filesystem::path m_DiretorioModulo;
+    std::function<Data()> m_Agora;
+    Ref<IAplicacao> m_Aplicacao;
+    std::int16_t m_Ponteiro = PonteiroNormal;
+    std::vector<Ref<IForm>> m_Forms;
+    std::set<const IForm *> m_Descarregando; // unloads that are under way, which are not begun again
+    std::vector<std::string> m_Nomes;        // of the pattern last given, from the back
+};

@@ -1,0 +1,234 @@
+#include "desk/host/ServicosMesa.h"
+
+#include "controls/PreparaDetalhes.h"
+#include "desk/host/Caminhos.h"
+#include "host/Conversoes.h"
+#include "shell/ModGeral.h"
+
+#include <QByteArray>
+#include <QFile>
+
+#include <fstream>
+#include <iterator>
+#include <vector>
+
+namespace {
+
+constexpr std::int16_t CodigoTemporarios = 99;
+constexpr std::int16_t MedidorTodos = 0;
+constexpr std::int16_t UltimoMedidor = 3;
+constexpr std::int64_t MaiorLeitura = 5242881; // one byte more than a document may have, so that the services see the excess
+
+using Linha = std::vector<std::string>;
+
+// Rows of a table of the desk's data; lines that begin with "#" are comments.
+std::vector<Linha> LeTabela(const QString &nome)
+{
+    QFile dados(nome);
+    if (!dados.open(QIODevice::ReadOnly)) {
+        throw Falha(NumeroFalha::ArquivoNaoEncontrado);
+    }
+    std::vector<Linha> linhas;
+    for (const std::string &linha : Divide(dados.readAll().toStdString(), "\n")) {
+        if (!linha.empty() && linha.front() != '#') {
+            linhas.push_back(Divide(linha, "\t"));
+        }
+    }
+    return linhas;
+}
+
+struct TipoOferecido {
+    std::string Codigo;
+    bool TrabFoto;
+    std::string Medidores; // one digit each
+};
+
+const std::vector<TipoOferecido> &Tipos()
+{
+    static const std::vector<TipoOferecido> tipos = [] {
+        std::vector<TipoOferecido> lidos;
+        for (const Linha &linha : LeTabela(":/data/tipos.tsv")) {
+            lidos.push_back({linha.at(0), linha.at(1) == "1", linha.at(2)});
+        }
+        return lidos;
+    }();
+    return tipos;
+}
+
+bool Oferece(const TipoOferecido &tipo, std::int16_t medidor, bool trabFoto)
+{
+    return tipo.TrabFoto == trabFoto &&
+           (medidor == MedidorTodos || tipo.Medidores.find(CStr(medidor)) != std::string::npos);
+}
+
+std::string DoisDigitos(std::int32_t numero) { return Format(CDbl(numero), "00"); }
+
+class OrgaoMesa : public IOrgao {
+  public:
+    explicit OrgaoMesa(std::int32_t codCliente) : m_CodCliente(codCliente) {}
+    std::string_view NomeTipo() const override { return "Orgao"; }
+    std::int32_t CodCliente() override { return m_CodCliente; }
+
+  private:
+    std::int32_t m_CodCliente;
+};
+
+class CredencialMesa : public ICredencial {
+  public:
+    explicit CredencialMesa(const Operador &operador) : m_Numero(operador.Numero), m_CodMunic(operador.CodMunic) {}
+    std::string_view NomeTipo() const override { return "Credencial"; }
+    std::int32_t Credencial() override { return m_Numero; }
+    std::int32_t CodMunic() override { return m_CodMunic; }
+
+  private:
+    std::int32_t m_Numero;
+    std::int32_t m_CodMunic;
+};
+
+} // namespace
+
+std::string MensagemMesa::FormataData(std::int32_t numero, std::int16_t)
+{
+    if (numero == 0) {
+        return "";
+    }
+    return DoisDigitos(numero % 100) + "/" + DoisDigitos(numero / 100 % 100) + "/" + Format(CDbl(numero / 10000), "0000");
+}
+
+std::string MensagemMesa::FormataHora(std::int32_t numero, std::int16_t)
+{
+    return DoisDigitos(numero / 10000) + ":" + DoisDigitos(numero / 100 % 100) + ":" + DoisDigitos(numero % 100);
+}
+
+void MensagemMesa::ExibeMensagem(const std::string &texto, const Ref<IFocavel> &controle)
+{
+    m_Janelas->Avisa(texto, m_Titulo);
+    if (controle) {
+        IgnoraErro([&] { controle->SetFocus(); });
+    }
+}
+
+void MensagemMesa::PreparaDetalhes(const Ref<IForm> &form) { ::PreparaDetalhes(form); }
+
+void MensagemMesa::ExibeErro(const std::string &contexto, std::int32_t numero, const std::string &descricao,
+                             const std::string &fonte, const std::string &titulo)
+{
+    m_Janelas->MostraErro(contexto, numero, descricao, fonte, titulo);
+}
+
+Bytes MensagemMesa::TextoParaBytes(const std::string &texto)
+{
+    const auto lido = QByteArray::fromBase64Encoding(QByteArray::fromStdString(texto));
+    if (!lido) {
+        throw Falha(NumeroFalha::TipoIncompativel);
+    }
+    return Bytes((*lido).begin(), (*lido).end());
+}
+
+DadosVorMesa::DadosVorMesa(std::function<Ref<SessaoServico>()> sessao,
+                           std::function<void(const std::string &)> mostraRecusa, std::filesystem::path layouts)
+    : m_Sessao(std::move(sessao)), m_MostraRecusa(std::move(mostraRecusa)), m_Layouts(std::move(layouts))
+{
+}
+
+void DadosVorMesa::Inicializa(const Ref<IObjInterface> &) {} // everything it needs came at creation
+
+void DadosVorMesa::Finaliza() {}
+
+Ref<IOrgao> DadosVorMesa::ObtemOrgao() { return Novo<OrgaoMesa>(m_Sessao()->Operador().CodCliente); }
+
+void DadosVorMesa::PreencheRejeicoes(const Ref<IztCombo> &combo, std::int32_t, std::int32_t)
+{
+    combo->Limpa();
+    for (const Linha &linha : LeTabela(":/data/rejeicoes.tsv")) {
+        combo->AdicionaItem(linha.at(1) + "|" + linha.at(0));
+    }
+}
+
+std::string DadosVorMesa::DirLayouts() { return CaminhoDoModulo(m_Layouts) + "\\"; }
+
+void DadosVorMesa::PreencheTipoAgente(const Ref<IztCombo> &combo, bool trabFoto, bool comTodos, bool escolhePrimeiro)
+{
+    combo->Limpa();
+    if (comTodos) {
+        combo->AdicionaItem("Todos|0");
+    }
+    for (std::int16_t medidor = 1; medidor <= UltimoMedidor; ++medidor) {
+        for (const TipoOferecido &tipo : Tipos()) {
+            if (Oferece(tipo, medidor, trabFoto)) {
+                combo->AdicionaItem(gFunDescrTipoAgente(medidor) + "|" + CStr(medidor));
+                break;
+            }
+        }
+    }
+    if (escolhePrimeiro && combo->NroItens() > 0) {
+        combo->DefineIndiceAtual(0);
+    }
+}
+
+void DadosVorMesa::PreencheTipoEquip(const Ref<IztCombo> &combo, std::int16_t tipoAgente, bool trabFoto, bool comTodos,
+                                     bool escolhePrimeiro)
+{
+    combo->Limpa();
+    if (comTodos) {
+        combo->AdicionaItem("Todos|T");
+    }
+    for (const TipoOferecido &tipo : Tipos()) {
+        if (Oferece(tipo, tipoAgente, trabFoto)) {
+            combo->AdicionaItem(gFunDescrEquipto(tipo.Codigo) + "|" + tipo.Codigo);
+        }
+    }
+    if (escolhePrimeiro && combo->NroItens() > 0) {
+        combo->DefineIndiceAtual(0);
+    }
+}
+
+bool DadosVorMesa::EnviaDocumento(const std::string &caminho, double &nroDocumento, std::int32_t)
+{
+    std::ifstream arquivo(CaminhoDoSistema(caminho), std::ios::binary);
+    if (!arquivo) {
+        throw Falha(NumeroFalha::ArquivoNaoEncontrado);
+    }
+    Bytes bytes(static_cast<std::size_t>(MaiorLeitura));
+    arquivo.read(reinterpret_cast<char *>(bytes.data()), MaiorLeitura);
+    if (arquivo.bad()) {
+        throw Falha(NumeroFalha::ErroDeAcesso);
+    }
+    bytes.resize(static_cast<std::size_t>(arquivo.gcount()));
+    std::string recusa;
+    if (!m_Sessao()->GuardaDocumento(bytes, nroDocumento, recusa)) {
+        m_MostraRecusa(recusa);
+        return false;
+    }
+    return true;
+}
+
+bool DadosVorMesa::RecebeDocumento(double nroDocumento, Bytes &bytes, bool)
+{
+    std::string recusa;
+    if (!m_Sessao()->LeDocumento(nroDocumento, bytes, recusa)) {
+        m_MostraRecusa(recusa);
+        return false;
+    }
+    return true;
+}
+
+DiretoriosMesa::DiretoriosMesa(std::filesystem::path temporarios) : m_Temporarios(std::move(temporarios))
+{
+    std::filesystem::create_directories(m_Temporarios);
+}
+
+std::string DiretoriosMesa::ObtemDiretorio(std::int16_t codigo, const std::string &subdiretorio)
+{
+    if (codigo != CodigoTemporarios || !subdiretorio.empty()) {
+        throw Falha(NumeroFalha::ArgumentoInvalido);
+    }
+    return CaminhoDoModulo(m_Temporarios) + "\\";
+}
+
+void ObjGlobalVorMesa::InicializaSessao(const Ref<IobjMTM> &, const Ref<IobjSCA> &, const Ref<IoAppEXE> &,
+                                        const Ref<Objeto> &)
+{
+}
+
+Ref<ICredencial> ObjGlobalVorMesa::ObtemCredencial() { return Novo<CredencialMesa>(m_Sessao()->Operador()); }
