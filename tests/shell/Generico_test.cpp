@@ -20,10 +20,10 @@ class GenericoTeste : public HostTeste {
 TEST_F(GenericoTeste, gFunBuscaDescrMunic_KnownCode_GivesTheNameAndClosesTheCursor)
 {
     EXPECT_EQ(gFunBuscaDescrMunic(8801), "PORTO ALEGRE");
-    EXPECT_TRUE(RegistroIgual(
-        host->RegistroDe({"MDB", "Cursor"}),
-        {"MDB.OpenRecordset(\"SELECT * FROM Municipio WHERE COD_MUNIC = 8801\", 4, ausente, ausente)*",
-         "Cursor.Close()"}));
+    EXPECT_TRUE(
+        RegistroIgual(host->RegistroDe({"MDB", "Cursor"}),
+                      {"MDB.OpenRecordset(\"SELECT * FROM Municipio WHERE COD_MUNIC = 8801\", 4, ausente, ausente)*",
+                       "Cursor.Close()"}));
 }
 
 TEST_F(GenericoTeste, gFunBuscaDescrMunic_OtherState_IsFoundToo)

@@ -93,6 +93,12 @@ class GeralDeTeste : public Geral {
     }
 };
 
+// Global services that lack every member.
+class GlobalSemMembros : public IcGlobal {
+  public:
+    std::string_view NomeTipo() const override { return "cGlobal"; }
+};
+
 inline Ref<ItemMenuModulo> ItemDeMenu(const std::string &nome, const std::string &band, bool nuncaDesabilitado = false,
                                       bool escondeDesabilitado = false, const std::string &subBand = "")
 {

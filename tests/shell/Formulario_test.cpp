@@ -1,0 +1,253 @@
+#include "shell/Formulario.h"
+
+#include "shell/ModGeral.h"
+#include "tests/shell/FormDeTeste.h"
+#include "tests/support/FalhaLancada.h"
+#include "tests/support/HostTeste.h"
+
+#include <string>
+#include <vector>
+
+namespace {
+
+using Linhas = std::vector<std::string>;
+
+class FormularioTeste : public HostTeste {
+  protected:
+    void TearDown() override
+    {
+        form = nullptr;
+        HostTeste::TearDown();
+    }
+
+    // What a screen layer hears of the form.
+    void Escuta()
+    {
+        m_Conexoes.push_back(form->Mudou().liga([this] { ++Mudancas; }));
+        m_Conexoes.push_back(form->PediuFoco().liga([this] { ++Focos; }));
+        m_Conexoes.push_back(form->PediuOrdem().liga([this](std::int16_t posicao) { Ordens.push_back(posicao); }));
+    }
+
+    Ref<FormDeTeste> form = Novo<FormDeTeste>();
+    std::int32_t Mudancas = 0;
+    std::int32_t Focos = 0;
+    std::vector<std::int16_t> Ordens;
+
+  private:
+    std::vector<Conexao> m_Conexoes;
+};
+
+TEST_F(FormularioTeste, Carregar_Fresh_CreatesTheControlsAndJoinsTheOpenForms)
+{
+    EXPECT_EQ(form->hwnd(), 0);
+    form->Carregar();
+    EXPECT_TRUE(form->Carregado());
+    EXPECT_NE(form->hwnd(), 0);
+    EXPECT_EQ(form->Caption(), "Teste");
+    EXPECT_TRUE(form->Enabled());
+    EXPECT_FALSE(form->Visible());
+    EXPECT_EQ(form->WindowState(), JanelaNormal);
+    EXPECT_EQ(form->Width(), 6000);
+    EXPECT_EQ(form->Height(), 3001);
+    ASSERT_EQ(form->Controles().size(), 1U);
+    EXPECT_EQ(form->Controles()[0]->Nome(), "lblTexto");
+    EXPECT_TRUE(host->Tela->EstaAberto(form));
+    EXPECT_TRUE(RegistroIgual(host->Registro(), {"Plataforma.Carrega(frmTeste)"}));
+}
+
+TEST_F(FormularioTeste, Carregar_Loaded_KeepsEverything)
+{
+    form->Carregar();
+    const Ref<ILabel> lblTexto = form->lblTexto;
+    const std::int64_t hwnd = form->hwnd();
+    form->DefineCaption("Outra");
+    form->Carregar();
+    EXPECT_TRUE(form->lblTexto == lblTexto);
+    EXPECT_EQ(form->hwnd(), hwnd);
+    EXPECT_EQ(form->Caption(), "Outra");
+    EXPECT_EQ(host->Conta("Plataforma.Carrega"), 1);
+}
+
+TEST_F(FormularioTeste, Carregar_TwoForms_HaveHandlesOfTheirOwn)
+{
+    auto outro = Novo<FormDeTeste>();
+    form->Carregar();
+    outro->Carregar();
+    EXPECT_NE(form->hwnd(), outro->hwnd());
+}
+
+TEST_F(FormularioTeste, Carregar_AfterUnload_IsAsDesignedWithTheFormsOwnFields)
+{
+    form->Carregar();
+    const Ref<ILabel> antigo = form->lblTexto;
+    const std::int64_t hwnd = form->hwnd();
+    form->DefineCaption("Outra");
+    form->DefineEnabled(false);
+    form->DefineVisible(true);
+    form->DefineWindowState(JanelaMinimizada);
+    form->DefineWidth(1);
+    form->Filha = true;
+    form->Descarregar();
+    form->Carregar();
+    EXPECT_EQ(form->Caption(), "Teste");
+    EXPECT_TRUE(form->Enabled());
+    EXPECT_FALSE(form->Visible());
+    EXPECT_EQ(form->WindowState(), JanelaNormal);
+    EXPECT_EQ(form->Width(), 6000);
+    EXPECT_NE(form->hwnd(), hwnd);
+    EXPECT_FALSE(form->lblTexto == antigo);
+    EXPECT_EQ(form->Controles().size(), 1U);
+    EXPECT_TRUE(form->Filha);
+}
+
+TEST_F(FormularioTeste, Carregar_Fails_LeavesTheFormUnloadedAndCanBeTriedAgain)
+{
+    host->FalhaEm("Plataforma.Carrega", 1, 7, "Sem memória");
+    EXPECT_EQ(FalhaLancada([&] { form->Carregar(); }).Numero, 7);
+    EXPECT_FALSE(form->Carregado());
+    EXPECT_EQ(form->hwnd(), 0);
+
+    form->AoCriarControles = [] { throw Falha(429); };
+    EXPECT_EQ(FalhaLancada([&] { form->Carregar(); }).Numero, 429);
+    EXPECT_FALSE(form->Carregado());
+    form->Sinal.dispara();
+    EXPECT_EQ(form->Eventos, Linhas{}); // no connection of the failed loads is left
+
+    form->AoCriarControles = nullptr;
+    form->Carregar();
+    EXPECT_TRUE(host->Tela->EstaAberto(form));
+    EXPECT_EQ(form->Controles().size(), 1U);
+    form->Sinal.dispara();
+    EXPECT_EQ(form->Eventos, (Linhas{"Sinal"}));
+}
+
+TEST_F(FormularioTeste, Unload_Loaded_RaisesTheEventAndReleases)
+{
+    form->Carregar();
+    form->DefinefrmParent(form);
+    form->DefineVisible(true);
+    form->DefineControleAtivo(form->lblTexto);
+    form->Descarregar();
+    EXPECT_EQ(form->Eventos, (Linhas{"Unload"}));
+    EXPECT_FALSE(form->Carregado());
+    EXPECT_FALSE(form->Visible());
+    EXPECT_EQ(form->hwnd(), 0);
+    EXPECT_TRUE(form->frmParent().Nada());
+    EXPECT_TRUE(form->ControleAtivo().Nada());
+    EXPECT_FALSE(host->Tela->EstaAberto(form));
+    form->Sinal.dispara();
+    EXPECT_EQ(form->Eventos, (Linhas{"Unload"}));
+}
+
+TEST_F(FormularioTeste, Unload_Cancelled_StaysOpenAsItWas)
+{
+    form->Carregar();
+    form->DefineVisible(true);
+    form->CancelaUnload = true;
+    form->Descarregar();
+    EXPECT_TRUE(form->Carregado());
+    EXPECT_TRUE(form->Visible());
+    EXPECT_NE(form->hwnd(), 0);
+    EXPECT_TRUE(host->Tela->EstaAberto(form));
+    form->Sinal.dispara();
+    EXPECT_EQ(form->Eventos, (Linhas{"Unload", "Sinal"}));
+    form->CancelaUnload = false;
+}
+
+TEST_F(FormularioTeste, Unload_NotLoaded_RaisesNoEvent)
+{
+    bool cancela = false;
+    form->Unload(cancela);
+    EXPECT_FALSE(cancela);
+    EXPECT_TRUE(form->Eventos.empty());
+}
+
+TEST_F(FormularioTeste, Unload_InsideAnEventOfItsOwn_IsNoCrash)
+{
+    form->Carregar();
+    RefFraca<FormDeTeste> fraca = form;
+    Conexao conexao = form->Mudou().liga([fraca] { fraca.Alvo()->Descarregar(); });
+    form->DefineCaption("Outra");
+    EXPECT_FALSE(form->Carregado());
+}
+
+TEST_F(FormularioTeste, Window_WrittenValues_AreReadAndTold)
+{
+    form->Carregar();
+    Escuta();
+    form->DefineLeft(10);
+    form->DefineTop(20);
+    form->DefineWidth(30);
+    form->DefineHeight(40);
+    form->DefineWindowState(JanelaMinimizada);
+    form->DefineCaption("Outra");
+    form->DefineEnabled(false);
+    form->DefineVisible(true);
+    form->DefineIcone("Equipamentos");
+    EXPECT_EQ(Mudancas, 9);
+    EXPECT_EQ(form->Left(), 10);
+    EXPECT_EQ(form->Top(), 20);
+    EXPECT_EQ(form->Width(), 30);
+    EXPECT_EQ(form->Height(), 40);
+    EXPECT_EQ(form->WindowState(), JanelaMinimizada);
+    EXPECT_EQ(form->Caption(), "Outra");
+    EXPECT_FALSE(form->Enabled());
+    EXPECT_TRUE(form->Visible());
+    EXPECT_EQ(form->Icone(), "Equipamentos");
+    EXPECT_FALSE(form->MDIChild());
+}
+
+TEST_F(FormularioTeste, Window_SameEnabledVisibleAndCaption_TellNothing)
+{
+    form->Carregar();
+    Escuta();
+    form->DefineEnabled(true);
+    form->DefineVisible(false);
+    form->DefineCaption("Teste");
+    EXPECT_EQ(Mudancas, 0);
+}
+
+TEST_F(FormularioTeste, SetFocus_EnabledAndVisible_AsksForTheFocus)
+{
+    form->Carregar();
+    Escuta();
+    form->DefineVisible(true);
+    form->SetFocus();
+    EXPECT_EQ(Focos, 1);
+    form->ZOrder(0);
+    EXPECT_EQ(Ordens, (std::vector<std::int16_t>{0}));
+}
+
+TEST_F(FormularioTeste, SetFocus_HiddenOrDisabled_RaisesFive)
+{
+    form->Carregar();
+    Escuta();
+    EXPECT_EQ(FalhaLancada([&] { form->SetFocus(); }).Numero, 5);
+    form->DefineVisible(true);
+    form->DefineEnabled(false);
+    EXPECT_EQ(FalhaLancada([&] { form->SetFocus(); }).Numero, 5);
+    EXPECT_EQ(Focos, 0);
+}
+
+TEST_F(FormularioTeste, Ativada_WithShell_TellsItBeforeTheFormsOwnEvent)
+{
+    LogaGeral();
+    form->Carregar();
+    host->LimpaRegistro();
+    form->Ativada();
+    EXPECT_TRUE(geral->FormAtivo() == form);
+    EXPECT_TRUE(RegistroIgual(host->Registro(), {"cGlobal.gsubSetaAutoModuloAtivo(\"ZTAVOREQUIP\")"}));
+    form->Desativada();
+    form->Redimensionada();
+    EXPECT_EQ(form->Eventos, (Linhas{"Activate", "Deactivate", "Resize"}));
+    EXPECT_TRUE(geral->FormAtivo() == form);
+}
+
+TEST_F(FormularioTeste, Ativada_WithoutShell_RaisesItsOwnEventOnly)
+{
+    form->Carregar();
+    form->Ativada();
+    EXPECT_EQ(form->Eventos, (Linhas{"Activate"}));
+}
+
+} // namespace

@@ -1,0 +1,396 @@
+#include "shell/MenusGeral.h"
+
+#include "tests/shell/GeralDeTeste.h"
+#include "tests/support/FalhaLancada.h"
+#include "tests/support/HostTeste.h"
+
+#include <string>
+#include <vector>
+
+namespace {
+
+// A shell whose module has items of its own.
+class MenusGeralTeste : public HostTeste {
+  protected:
+    void SetUp() override
+    {
+        HostTeste::SetUp();
+        auto shell = Novo<GeralDeTeste>();
+        geral = shell;
+        host->ActBar->PoeFerramenta("bndArquivo", "mnuNovo");
+        host->ActBar->PoeFerramenta("bndArquivo", "mnuAbrir");
+        host->ActBar->PoeFerramenta("bndAjuda", "mnuSobre");
+        host->ActBar->PoeFerramenta("popEquip", "mnuLimites");
+        host->ActBar->PoeBand("bndVazia");
+        shell->Particular->Itens = {ItemDeMenu("mnuNovo", "bndArquivo"),
+                                    ItemDeMenu("mnuAbrir", "bndArquivo", false, true),
+                                    ItemDeMenu("mnuSobre", "bndAjuda", true)};
+        shell->Particular->Auxiliares = {ItemDeMenu("mnuLimites", "popEquip"),
+                                         ItemDeMenu("popEquip", "bndArquivo", false, false, "sub"),
+                                         ItemDeMenu("bndAjuda", "bndArquivo", false, false, "sub2")};
+        geral->Parametros(host->FormMDI, host->ActBar, host->Relatorios, host->Ajuda, nullptr, host->oAppEXE);
+        host->LimpaRegistro();
+    }
+
+    MenusGeral &Menus() { return geral->Menus; }
+    Ref<ITool> Tool(const std::string &band, const std::string &nome) { return host->ActBar->Ferramenta(band, nome); }
+};
+
+// Merging.
+
+TEST_F(MenusGeralTeste, IncorporaMenuPrincipal_FirstTime_MergesTheMainItems)
+{
+    Menus().IncorporaMenuPrincipal();
+    EXPECT_TRUE(RegistroIgual(
+        host->Registro(),
+        {"Host.CriaAMEditMenu()", "AMEditMenu.IncorporaMenu(ActBar, [Nothing, mnuNovo, mnuAbrir, mnuSobre], False)"}));
+}
+
+TEST_F(MenusGeralTeste, IncorporaMenuPrincipal_Twice_DoesNothingTheSecondTime)
+{
+    Menus().IncorporaMenuPrincipal();
+    host->LimpaRegistro();
+    Menus().IncorporaMenuPrincipal();
+    EXPECT_TRUE(host->Registro().empty());
+}
+
+TEST_F(MenusGeralTeste, IncorporaMenuPrincipal_Fails_GoesOnAndCountsAsMerged)
+{
+    host->FalhaEm("AMEditMenu.IncorporaMenu");
+    Menus().IncorporaMenuPrincipal();
+    host->LimpaRegistro();
+    Menus().IncorporaMenuPrincipal();
+    EXPECT_TRUE(host->Registro().empty());
+}
+
+TEST_F(MenusGeralTeste, AdicionaMenu_AnyItems_MergesThemEachTime)
+{
+    ItensMenu itens{nullptr, ItemDeMenu("mnuX", "bndArquivo")};
+    Menus().AdicionaMenu(itens);
+    Menus().AdicionaMenu(itens);
+    EXPECT_EQ(host->Conta("AMEditMenu.IncorporaMenu(ActBar, [Nothing, mnuX], False)"), 2);
+}
+
+TEST_F(MenusGeralTeste, AdicionaMenu_Fails_GoesOnWithItsTailAndDoesNotCountAsMerged)
+{
+    for (const char *passo : {"Host.CriaAMEditMenu", "AMEditMenu.IncorporaMenu"}) {
+        host->FalhaEm(passo, 1, 429, "Não há");
+        const Falha falha = FalhaLancada([&] { Menus().AdicionaMenu(Menus().aMenu); });
+        EXPECT_EQ(falha.Numero, 429);
+        EXPECT_EQ(falha.Descricao, "Não há");
+        EXPECT_EQ(falha.Fonte, std::string(passo) + " < Geral.AdicionaMenu");
+    }
+    host->LimpaRegistro();
+    Menus().RemoveMenu(Menus().aMenu);
+    EXPECT_TRUE(host->Registro().empty());
+}
+
+TEST_F(MenusGeralTeste, RemoveMenu_NothingMerged_DoesNothing)
+{
+    Menus().RemoveMenu(Menus().aMenu);
+    Menus().RemoveMenuAuxiliar();
+    EXPECT_TRUE(host->Registro().empty());
+}
+
+TEST_F(MenusGeralTeste, RemoveMenu_Merged_RemovesOnce)
+{
+    Menus().IncorporaMenuPrincipal();
+    host->LimpaRegistro();
+    Menus().RemoveMenu(Menus().aMenu);
+    Menus().RemoveMenu(Menus().aMenu);
+    EXPECT_TRUE(
+        RegistroIgual(host->Registro(), {"Host.CriaAMEditMenu()",
+                                         "AMEditMenu.RemoveMenu(ActBar, [Nothing, mnuNovo, mnuAbrir, mnuSobre])"}));
+}
+
+TEST_F(MenusGeralTeste, RemoveMenu_Fails_IsIgnoredAndCountsAsRemoved)
+{
+    for (const char *passo : {"Host.CriaAMEditMenu", "AMEditMenu.RemoveMenu"}) {
+        Menus().AdicionaMenu(Menus().aMenu);
+        host->FalhaEm(passo);
+        Menus().RemoveMenu(Menus().aMenu);
+        host->LimpaRegistro();
+        Menus().RemoveMenu(Menus().aMenu);
+        EXPECT_TRUE(host->Registro().empty()) << passo;
+    }
+}
+
+TEST_F(MenusGeralTeste, AdicionaMenuAuxiliar_Called_MergesTheAuxiliaryItems)
+{
+    Menus().AdicionaMenuAuxiliar();
+    EXPECT_EQ(host->Conta("AMEditMenu.IncorporaMenu(ActBar, [Nothing, mnuLimites, popEquip, bndAjuda], False)"), 1);
+}
+
+TEST_F(MenusGeralTeste, AdicionaMenuAuxiliar_Fails_IsIgnored)
+{
+    host->FalhaEm("AMEditMenu.IncorporaMenu");
+    Menus().AdicionaMenuAuxiliar();
+    host->LimpaRegistro();
+    Menus().RemoveMenuAuxiliar();
+    EXPECT_TRUE(host->Registro().empty());
+}
+
+TEST_F(MenusGeralTeste, AdicionaMenuAuxiliar_BeforeTheMainItems_KeepsThemOut)
+{
+    Menus().AdicionaMenuAuxiliar();
+    host->LimpaRegistro();
+    Menus().IncorporaMenuPrincipal(); // the flag is one for both
+    EXPECT_TRUE(host->Registro().empty());
+}
+
+TEST_F(MenusGeralTeste, RemoveMenuAuxiliar_BothMerged_ClearsTheFlagOfTheMainItemsToo)
+{
+    Menus().IncorporaMenuPrincipal();
+    Menus().AdicionaMenuAuxiliar();
+    Menus().RemoveMenuAuxiliar();
+    EXPECT_EQ(host->Conta("AMEditMenu.RemoveMenu(ActBar, [Nothing, mnuLimites, popEquip, bndAjuda])"), 1);
+    host->LimpaRegistro();
+    Menus().RemoveMenu(Menus().aMenu);
+    EXPECT_TRUE(host->Registro().empty());
+    Menus().IncorporaMenuPrincipal();
+    EXPECT_EQ(host->Conta("AMEditMenu.IncorporaMenu"), 1);
+}
+
+// Finding items.
+
+TEST_F(MenusGeralTeste, Item_ByPosition_IsFoundFromOneToTheUpperBound)
+{
+    EXPECT_EQ(Menus().Item(std::int32_t{1})->Name, "mnuNovo");
+    EXPECT_EQ(Menus().Item(std::int16_t{3})->Name, "mnuSobre");
+    EXPECT_EQ(Menus().Item("2")->Name, "mnuAbrir"); // what reads as a number is a position
+    EXPECT_EQ(Menus().ItemAuxiliar(std::int32_t{3})->Name, "bndAjuda");
+}
+
+TEST_F(MenusGeralTeste, Item_OutsideThePositions_IsNothing)
+{
+    EXPECT_TRUE(Menus().Item(std::int32_t{0}).Nada());
+    EXPECT_TRUE(Menus().Item(std::int32_t{4}).Nada());
+    EXPECT_TRUE(Menus().Item(std::int32_t{-1}).Nada());
+    EXPECT_TRUE(Menus().Item("0").Nada());
+    EXPECT_TRUE(Menus().Item("99999999999").Nada());
+    EXPECT_TRUE(Menus().Item(Valor()).Nada());
+    EXPECT_TRUE(Menus().ItemAuxiliar(std::int32_t{4}).Nada());
+}
+
+TEST_F(MenusGeralTeste, Item_PositionWithDecimals_IsRoundedInsideTheBounds)
+{
+    EXPECT_EQ(Menus().Item(1.5)->Name, "mnuAbrir"); // half to even
+    EXPECT_EQ(Menus().Item("2,4")->Name, "mnuAbrir");
+    EXPECT_TRUE(Menus().Item(3.2).Nada());
+    EXPECT_TRUE(Menus().Item(0.9).Nada());
+}
+
+TEST_F(MenusGeralTeste, Item_ByName_IsTheFirstOfExactlyThatName)
+{
+    Menus().aMenu.push_back(ItemDeMenu("mnuNovo", "bndAjuda"));
+    EXPECT_EQ(Menus().Item("mnuNovo")->Band, "bndArquivo");
+    EXPECT_TRUE(Menus().Item("MNUNOVO").Nada());
+    EXPECT_TRUE(Menus().Item("").Nada());
+    EXPECT_TRUE(Menus().Item("mnuLimites").Nada());
+    EXPECT_EQ(Menus().ItemAuxiliar("mnuLimites")->Band, "popEquip");
+}
+
+TEST_F(MenusGeralTeste, Item_AfterTheShellEnded_IsNothing)
+{
+    geral->Encerra();
+    EXPECT_TRUE(Menus().Item(std::int32_t{1}).Nada());
+    EXPECT_TRUE(Menus().Item("mnuNovo").Nada());
+}
+
+// State of the tools.
+
+TEST_F(MenusGeralTeste, DesabilitarMenu_Items_AreDisabledHiddenOrLeftAloneEachByItsFlags)
+{
+    Menus().DesabilitarMenu();
+    EXPECT_TRUE(
+        RegistroIgual(host->Registro(), {"Tool(mnuNovo).Visible := True", "Tool(mnuNovo).Enabled := False",
+                                         "Tool(mnuAbrir).Visible := False", "Tool(mnuAbrir).Enabled := False"}));
+}
+
+TEST_F(MenusGeralTeste, DesabilitarMenu_ItemThatIsNeverDisabledAndHides_IsLeftAlone)
+{
+    Menus().aMenu = {nullptr, ItemDeMenu("mnuSobre", "bndAjuda", true, true)};
+    Menus().DesabilitarMenu();
+    EXPECT_TRUE(host->Registro().empty());
+}
+
+TEST_F(MenusGeralTeste, DesabilitarMenu_WritesThatFail_GoOnWithTheNext)
+{
+    host->FalhaEm("Tool(mnuNovo).Visible");
+    Menus().aMenu.insert(Menus().aMenu.begin() + 1, {nullptr, ItemDeMenu("mnuQueNaoHa", "bndArquivo")});
+    Menus().DesabilitarMenu();
+    EXPECT_FALSE(Tool("bndArquivo", "mnuNovo")->Enabled());
+    EXPECT_FALSE(Tool("bndArquivo", "mnuAbrir")->Visible());
+}
+
+TEST_F(MenusGeralTeste, DesabilitarMenu_WithoutMenuHolder_IsIgnored)
+{
+    geral->ActBar = nullptr;
+    Menus().DesabilitarMenu();
+    EXPECT_TRUE(host->Registro().empty());
+}
+
+TEST_F(MenusGeralTeste, DesabilitarMenu_ModuleWithoutItems_TouchesNothing)
+{
+    Menus().aMenu.assign(1, nullptr);
+    Menus().DesabilitarMenu();
+    EXPECT_TRUE(host->Registro().empty());
+}
+
+TEST_F(MenusGeralTeste, HabilitarFerramenta_PlainItem_StaysVisible)
+{
+    Menus().HabilitarFerramenta(Menus().Item("mnuNovo"), true);
+    Menus().HabilitarFerramenta(Menus().Item("mnuNovo"), false);
+    EXPECT_TRUE(RegistroIgual(host->Registro(), {"Tool(mnuNovo).Visible := True", "Tool(mnuNovo).Enabled := True",
+                                                 "Tool(mnuNovo).Visible := True", "Tool(mnuNovo).Enabled := False"}));
+}
+
+TEST_F(MenusGeralTeste, HabilitarFerramenta_ItemThatHides_IsVisibleOnlyWhenEnabled)
+{
+    Menus().HabilitarFerramenta(Menus().Item("mnuAbrir"), true);
+    Menus().HabilitarFerramenta(Menus().Item("mnuAbrir"), false);
+    EXPECT_TRUE(
+        RegistroIgual(host->Registro(), {"Tool(mnuAbrir).Visible := True", "Tool(mnuAbrir).Enabled := True",
+                                         "Tool(mnuAbrir).Visible := False", "Tool(mnuAbrir).Enabled := False"}));
+}
+
+TEST_F(MenusGeralTeste, HabilitarFerramenta_AnythingFails_IsIgnored)
+{
+    Menus().HabilitarFerramenta(nullptr, true);
+    Menus().HabilitarFerramenta(ItemDeMenu("mnuQueNaoHa", "bndQueNaoHa"), true);
+    host->FalhaEm("Tool(mnuNovo).Visible");
+    Menus().HabilitarFerramenta(Menus().Item("mnuNovo"), false);
+    EXPECT_FALSE(Tool("bndArquivo", "mnuNovo")->Enabled());
+}
+
+TEST_F(MenusGeralTeste, HabilitarBand_ByItsTools_IsTrueWhenOneIsVisibleAndEnabled)
+{
+    EXPECT_TRUE(Menus().HabilitarBand("bndAjuda"));
+    Tool("bndAjuda", "mnuSobre")->DefineEnabled(false);
+    EXPECT_FALSE(Menus().HabilitarBand("bndAjuda"));
+    Tool("bndAjuda", "mnuSobre")->DefineEnabled(true);
+    Tool("bndAjuda", "mnuSobre")->DefineVisible(false);
+    EXPECT_FALSE(Menus().HabilitarBand("bndAjuda"));
+    EXPECT_FALSE(Menus().HabilitarBand("bndVazia"));
+}
+
+TEST_F(MenusGeralTeste, HabilitarBand_LastToolAlone_IsEnough)
+{
+    Tool("bndArquivo", "mnuNovo")->DefineEnabled(false);
+    Tool("bndArquivo", "mnuAbrir")->DefineVisible(true);
+    Tool("bndArquivo", "mnuAbrir")->DefineEnabled(true);
+    EXPECT_TRUE(Menus().HabilitarBand("bndArquivo"));
+}
+
+TEST_F(MenusGeralTeste, HabilitarBand_UnknownBand_RaisesTheHostsErrorWithItsTail)
+{
+    const Falha falha = FalhaLancada([&] { Menus().HabilitarBand("bndQueNaoHa"); });
+    EXPECT_EQ(falha.Numero, 9);
+    EXPECT_EQ(falha.Fonte, "ActBar < Geral.HabilitarBand");
+    EXPECT_EQ(falha.Descricao, "A band bndQueNaoHa não existe");
+}
+
+TEST_F(MenusGeralTeste, HabilitarBand_WithoutMenuHolder_RaisesNinetyOneWithItsTail)
+{
+    geral->ActBar = nullptr;
+    const Falha falha = FalhaLancada([&] { Menus().HabilitarBand("bndAjuda"); });
+    EXPECT_EQ(falha.Numero, 91);
+    EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP < Geral.HabilitarBand");
+}
+
+// Popups.
+
+TEST_F(MenusGeralTeste, PopupBand_Coordinates_LoseTheirDecimals)
+{
+    Menus().PopupBand(100.9, 20.5, "popEquip");
+    Menus().PopupBand(-1.5, 0.2, "popEquip");
+    EXPECT_TRUE(
+        RegistroIgual(host->Registro(), {"Plataforma.ProcessaMensagens()", "Band(popEquip).TrackPopup(100, 20)",
+                                         "Plataforma.ProcessaMensagens()", "Band(popEquip).TrackPopup(-1, 0)"}));
+}
+
+TEST_F(MenusGeralTeste, PopupBand16_Coordinates_GoAsTheyAre)
+{
+    Menus().PopupBand16("popEquip", 32767, -5);
+    EXPECT_TRUE(
+        RegistroIgual(host->Registro(), {"Plataforma.ProcessaMensagens()", "Band(popEquip).TrackPopup(32767, -5)"}));
+}
+
+TEST_F(MenusGeralTeste, PopupBand_AnythingFails_IsIgnored)
+{
+    Menus().PopupBand(1, 2, "bndQueNaoHa");
+    Menus().PopupBand(1e20, 2, "popEquip");
+    Menus().PopupBand16("bndQueNaoHa", 1, 2);
+    host->FalhaEm("Band(popEquip).TrackPopup");
+    Menus().PopupBand16("popEquip", 1, 2);
+    EXPECT_EQ(host->Conta("Band(popEquip).TrackPopup"), 1);
+}
+
+TEST_F(MenusGeralTeste, PopupBand_AnotherClickInTheQueue_ArrivesBeforeThePopup)
+{
+    bool chegou = false;
+    host->Tela->Posta([&] {
+        EXPECT_EQ(host->Conta("Band("), 0);
+        chegou = true;
+    });
+    Menus().PopupBand16("popEquip", 1, 2);
+    EXPECT_TRUE(chegou);
+}
+
+TEST_F(MenusGeralTeste, PopupAuxiliar_ItemLeftOut_TakesTheFirstWithASubBand)
+{
+    Menus().PopupAuxiliar(10, 20);
+    EXPECT_TRUE(
+        RegistroIgual(host->Registro(), {"Plataforma.ProcessaMensagens()", "Band(popEquip).TrackPopup(10, 20)"}));
+}
+
+TEST_F(MenusGeralTeste, PopupAuxiliar_NoItemWithASubBand_DoesNothing)
+{
+    Menus().aMenuAux.resize(2);
+    Menus().PopupAuxiliar(10, 20);
+    Menus().aMenuAux.resize(1);
+    Menus().PopupAuxiliar(10, 20);
+    EXPECT_TRUE(host->Registro().empty());
+}
+
+TEST_F(MenusGeralTeste, PopupAuxiliar_ByPosition_ShowsTheBandNamedByThatItem)
+{
+    Menus().PopupAuxiliar(10, 20, Valor(std::int32_t{3}));
+    Menus().PopupAuxiliar(11, 21, Valor("2"));
+    EXPECT_TRUE(RegistroIgual(host->RegistroDe({"Band("}),
+                              {"Band(bndAjuda).TrackPopup(10, 20)", "Band(popEquip).TrackPopup(11, 21)"}));
+}
+
+TEST_F(MenusGeralTeste, PopupAuxiliar_PositionOutside_DoesNothing)
+{
+    Menus().PopupAuxiliar(10, 20, Valor(std::int32_t{0}));
+    Menus().PopupAuxiliar(10, 20, Valor(std::int32_t{4}));
+    Menus().PopupAuxiliar(10, 20, Valor(std::int32_t{-1}));
+    EXPECT_TRUE(host->Registro().empty());
+}
+
+TEST_F(MenusGeralTeste, PopupAuxiliar_ByBandNameInAnyCase_ShowsTheFirst)
+{
+    Menus().PopupAuxiliar(10, 20, Valor("POPequip"));
+    Menus().PopupAuxiliar(11, 21, Valor("bndajuda"));
+    EXPECT_TRUE(RegistroIgual(host->RegistroDe({"Band("}),
+                              {"Band(popEquip).TrackPopup(10, 20)", "Band(bndAjuda).TrackPopup(11, 21)"}));
+}
+
+TEST_F(MenusGeralTeste, PopupAuxiliar_UnknownName_DoesNothing)
+{
+    Menus().PopupAuxiliar(10, 20, Valor("bndQueNaoHa"));
+    Menus().PopupAuxiliar(10, 20, Valor(""));
+    EXPECT_TRUE(host->Registro().empty());
+}
+
+TEST_F(MenusGeralTeste, PopupAuxiliar_ItemThatNamesNoBand_IsIgnored)
+{
+    Menus().PopupAuxiliar(10, 20, Valor(std::int32_t{1})); // "mnuLimites" is a tool, not a band
+    EXPECT_EQ(host->Conta("Band("), 0);
+    geral->ActBar = nullptr;
+    Menus().PopupAuxiliar(10, 20, Valor("popEquip"));
+    EXPECT_EQ(host->Conta("Band("), 0);
+}
+
+} // namespace

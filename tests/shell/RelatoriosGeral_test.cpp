@@ -1,0 +1,229 @@
+#include "shell/RelatoriosGeral.h"
+
+#include "tests/shell/GeralDeTeste.h"
+#include "tests/support/FalhaLancada.h"
+#include "tests/support/HostTeste.h"
+
+#include <string>
+#include <vector>
+
+namespace {
+
+class RelatoriosGeralTeste : public HostTeste {
+  protected:
+    void SetUp() override
+    {
+        HostTeste::SetUp();
+        LogaGeral();
+    }
+
+    void TearDown() override
+    {
+        host->Relatorios->AoImprimir = nullptr;
+        HostTeste::TearDown();
+    }
+
+    Ref<ICursor> Dados()
+    {
+        Ref<ICursor> cursor =
+            host->MDB->OpenRecordset("SELECT * FROM Municipio", InstantaneoSomenteLeitura, Valor(), Valor());
+        host->LimpaRegistro();
+        return cursor;
+    }
+
+    bool Imprime(const Valor &relatorio, const Ref<ICursor> &dados)
+    {
+        return geral->Impressao.ImprimirRelatorio(relatorio, aParam, true, 3, false, host->FormMDI->ZTP, "texto",
+                                                  nullptr, dados);
+    }
+
+    std::vector<std::string> aParam{"p1", "p2"};
+    std::string sDadosAte = "antes";
+    std::string sForcar = "antes";
+    bool bForcar = false;
+};
+
+// Printing.
+
+TEST_F(RelatoriosGeralTeste, ImprimirRelatorio_ByName_RunsItsStepsInOrder)
+{
+    EXPECT_FALSE(Imprime("VOR011.RPT", Dados()));
+    EXPECT_TRUE(RegistroIgual(host->Registro(),
+                              {"Relatorios.CurrentRecordSet := *", "objMTM.CreateQMR()", "QMR.CreateNewTrataBD()",
+                               "TrataBD.InicializaInfoSistema(\"VOR\", 1)", "TrataBD.AbreZTBanco(99)", "MDB.Name*",
+                               "Relatorios.PathMDB := \"C:\\HOST\\DADOS\\LOCAL.MDB\"",
+                               "Relatorios.Imprimir(\"VOR011.RPT\", [\"p1\", \"p2\"], True, 3, False, objZTP, "
+                               "\"texto\", Nothing) -> True",
+                               "Relatorios.CurrentRecordSet := Nothing"}));
+}
+
+TEST_F(RelatoriosGeralTeste, ImprimirRelatorio_Designer_GoesByTheOtherOperation)
+{
+    EXPECT_FALSE(Imprime(Ref<Objeto>(host->FormMDI->ZTP), Dados()));
+    EXPECT_EQ(host->Conta("Relatorios.ImprimirDesigner(objZTP, [\"p1\", \"p2\"], True, 3, False, objZTP, \"texto\", "
+                          "Nothing) -> True"),
+              1);
+    EXPECT_EQ(host->Conta("Relatorios.Imprimir("), 0);
+    EXPECT_EQ(host->Conta("Relatorios.CurrentRecordSet := Nothing"), 1);
+}
+
+TEST_F(RelatoriosGeralTeste, ImprimirRelatorio_NumberAsReport_GoesAsText)
+{
+    Imprime(std::int32_t{11}, Dados());
+    EXPECT_EQ(host->Conta("Relatorios.Imprimir(\"11\", "), 1);
+}
+
+TEST_F(RelatoriosGeralTeste, ImprimirRelatorio_WhateverThePrinterSays_IsFalse)
+{
+    for (bool imprimiu : {true, false}) {
+        host->Relatorios->Imprimiu = imprimiu;
+        EXPECT_FALSE(Imprime("X", nullptr));
+        EXPECT_FALSE(Imprime(Ref<Objeto>(host->FormMDI->ZTP), nullptr));
+    }
+}
+
+TEST_F(RelatoriosGeralTeste, ImprimirRelatorio_ParametersChangedByTheReport_ReachTheCaller)
+{
+    host->Relatorios->AoImprimir = [](ParametrosRelatorio &parametros) {
+        parametros.aParam.push_back("p3");
+        parametros.b1 = false;
+        parametros.s1 = "outro";
+    };
+    Imprime("X", nullptr);
+    EXPECT_EQ(aParam, (std::vector<std::string>{"p1", "p2", "p3"}));
+}
+
+TEST_F(RelatoriosGeralTeste, ImprimirRelatorio_DatabaseThatGivesNothing_LeavesThePathAsItWas)
+{
+    host->objMTM->AbreBanco = false;
+    Imprime("X", nullptr);
+    EXPECT_EQ(host->Conta("Relatorios.PathMDB"), 0);
+    EXPECT_EQ(host->Conta("Relatorios.Imprimir(\"X\""), 1);
+}
+
+TEST_F(RelatoriosGeralTeste, ImprimirRelatorio_BeforeParametros_RaisesWithNothingTouched)
+{
+    geral = Novo<Geral>();
+    host->LimpaRegistro();
+    const Falha falha = FalhaLancada([&] { Imprime("X", nullptr); });
+    EXPECT_EQ(falha.Numero, 1033);
+    EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP.Geral.ImprimirRelatorio");
+    EXPECT_EQ(falha.Descricao, "Objeto de Relatorios nao Definido");
+    EXPECT_TRUE(host->Registro().empty());
+}
+
+TEST_F(RelatoriosGeralTeste, ImprimirRelatorio_AnyStepThatFails_GoesOnWithItsTailAndKeepsTheCursor)
+{
+    for (const char *passo : {"TrataBD.AbreZTBanco", "MDB.Name", "Relatorios.PathMDB", "Relatorios.Imprimir"}) {
+        SCOPED_TRACE(passo);
+        host->LimpaRegistro();
+        host->FalhaEm(passo, 1, 1007, "Sem impressora");
+        const Falha falha = FalhaLancada([&] { Imprime("X", nullptr); });
+        EXPECT_EQ(falha.Numero, 1007);
+        EXPECT_EQ(falha.Descricao, "Sem impressora");
+        EXPECT_EQ(falha.Fonte, std::string(passo) + " < Geral.ImprimirRelatorio");
+        EXPECT_EQ(host->Conta("Relatorios.CurrentRecordSet"), 1); // given, and not taken away
+    }
+    host->FalhaEm("Relatorios.CurrentRecordSet");
+    EXPECT_EQ(FalhaLancada([&] { Imprime("X", nullptr); }).Fonte,
+              "Relatorios.CurrentRecordSet < Geral.ImprimirRelatorio");
+}
+
+TEST_F(RelatoriosGeralTeste, ImprimirRelatorio_ReportThatIsNull_RaisesNinetyFour)
+{
+    const Falha falha = FalhaLancada([&] { Imprime(Valor::Nulo(), nullptr); });
+    EXPECT_EQ(falha.Numero, 94);
+    EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP < Geral.ImprimirRelatorio");
+}
+
+// Age of the replica. The clock stands at 20/11/2026 10:00:00.
+
+TEST_F(RelatoriosGeralTeste, PesquisaDataUltimaClonagem_FreshReplica_AsksTheServiceInOrder)
+{
+    bForcar = true;
+    geral->Impressao.PesquisaDataUltimaClonagem(sDadosAte, sForcar, bForcar);
+    EXPECT_TRUE(
+        RegistroIgual(host->Registro(), {"objMTM.CWebComm()", "WebComm.CriaObjetoSoap(\"ConsGen\", \"ZTAVOREQUIP\")",
+                                         "Soap.Metodo(Nothing, \"consultaDataUltimaReplica\", \"VOR\") -> True",
+                                         "Soap.Resultado() -> \"20/11/2026 10:00:00\""}));
+    EXPECT_EQ(sDadosAte, "Dados considerados até 20/11/2026 10:00:00");
+    EXPECT_EQ(sForcar, "");
+    EXPECT_TRUE(bForcar); // left as it came
+}
+
+TEST_F(RelatoriosGeralTeste, PesquisaDataUltimaClonagem_FiveMinutesOld_OffersNoAction)
+{
+    host->objMTM->WebResultado = "20/11/2026 09:55:00";
+    geral->Impressao.PesquisaDataUltimaClonagem(sDadosAte, sForcar, bForcar);
+    EXPECT_EQ(sForcar, "");
+    EXPECT_FALSE(bForcar);
+}
+
+TEST_F(RelatoriosGeralTeste, PesquisaDataUltimaClonagem_SixMinutesOld_OffersTheAction)
+{
+    host->objMTM->WebResultado = "20/11/2026 09:54:00";
+    geral->Impressao.PesquisaDataUltimaClonagem(sDadosAte, sForcar, bForcar);
+    EXPECT_EQ(sDadosAte, "Dados considerados até 20/11/2026 09:54:00");
+    EXPECT_EQ(sForcar, "Forçar consulta ao Servidor Principal");
+    EXPECT_TRUE(bForcar);
+}
+
+TEST_F(RelatoriosGeralTeste, PesquisaDataUltimaClonagem_DataOfTomorrow_IsFresh)
+{
+    host->objMTM->WebResultado = "21/11/2026 10:00:00";
+    geral->Impressao.PesquisaDataUltimaClonagem(sDadosAte, sForcar, bForcar);
+    EXPECT_EQ(sForcar, "");
+    EXPECT_FALSE(bForcar);
+}
+
+TEST_F(RelatoriosGeralTeste, PesquisaDataUltimaClonagem_AnswerAsADate_IsReadAsItsText)
+{
+    host->objMTM->WebResultado = DataDe(1, 1, 2020);
+    geral->Impressao.PesquisaDataUltimaClonagem(sDadosAte, sForcar, bForcar);
+    EXPECT_EQ(sDadosAte, "Dados considerados até 01/01/2020");
+    EXPECT_TRUE(bForcar);
+}
+
+TEST_F(RelatoriosGeralTeste, PesquisaDataUltimaClonagem_ServiceThatRefuses_CountsAsOld)
+{
+    host->objMTM->WebResponde = false;
+    geral->Impressao.PesquisaDataUltimaClonagem(sDadosAte, sForcar, bForcar);
+    EXPECT_EQ(sDadosAte, "");
+    EXPECT_EQ(sForcar, "Forçar consulta ao Servidor Principal");
+    EXPECT_TRUE(bForcar);
+    EXPECT_EQ(host->Conta("Soap.Resultado"), 0);
+}
+
+TEST_F(RelatoriosGeralTeste, PesquisaDataUltimaClonagem_AnswerThatIsNoDate_RaisesAfterTheTextWasWritten)
+{
+    host->objMTM->WebResultado = "ontem";
+    const Falha falha = FalhaLancada([&] { geral->Impressao.PesquisaDataUltimaClonagem(sDadosAte, sForcar, bForcar); });
+    EXPECT_EQ(falha.Numero, 13);
+    EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP < Geral.PesquisaDataUltimaClonagem");
+    EXPECT_EQ(sDadosAte, "Dados considerados até ontem");
+    EXPECT_EQ(sForcar, "antes");
+    EXPECT_FALSE(bForcar);
+}
+
+TEST_F(RelatoriosGeralTeste, PesquisaDataUltimaClonagem_AnyStepThatFails_GoesOnWithItsTail)
+{
+    for (const char *passo : {"objMTM.CWebComm", "WebComm.CriaObjetoSoap", "Soap.Metodo", "Soap.Resultado"}) {
+        host->FalhaEm(passo, 1, 1008, "Sem rede");
+        const Falha falha =
+            FalhaLancada([&] { geral->Impressao.PesquisaDataUltimaClonagem(sDadosAte, sForcar, bForcar); });
+        EXPECT_EQ(falha.Numero, 1008);
+        EXPECT_EQ(falha.Fonte, std::string(passo) + " < Geral.PesquisaDataUltimaClonagem");
+    }
+    EXPECT_EQ(sDadosAte, "antes");
+    EXPECT_EQ(sForcar, "antes");
+}
+
+TEST_F(RelatoriosGeralTeste, PesquisaDataUltimaClonagem_BeforeLogon_RaisesNinetyOneWithItsTail)
+{
+    geral = Novo<Geral>();
+    const Falha falha = FalhaLancada([&] { geral->Impressao.PesquisaDataUltimaClonagem(sDadosAte, sForcar, bForcar); });
+    EXPECT_EQ(falha.Numero, 91);
+    EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP < Geral.PesquisaDataUltimaClonagem");
+}
+
+} // namespace

@@ -1,0 +1,231 @@
+#include "shell/TransacoesGeral.h"
+
+#include "tests/shell/FormDeTeste.h"
+#include "tests/support/FalhaLancada.h"
+#include "tests/support/HostTeste.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace {
+
+class TransacoesGeralTeste : public HostTeste {
+  protected:
+    void SetUp() override
+    {
+        HostTeste::SetUp();
+        LogaGeral();
+        form->Carregar();
+        host->LimpaRegistro();
+    }
+
+    void TearDown() override
+    {
+        host->objMTM->AoEnviar = nullptr;
+        form = nullptr;
+        oTrans = nullptr;
+        HostTeste::TearDown();
+    }
+
+    const TransacoesGeral &Transacoes() const { return geral->Transacoes; }
+
+    // Each operation by its name, with flags that tell the arguments apart.
+    struct Operacao {
+        std::string Nome;
+        std::function<void()> Envia;
+    };
+    std::vector<Operacao> Todas()
+    {
+        return {{"EnviaTransacao", [&] { Transacoes().EnviaTransacao(form, oTrans, true, false); }},
+                {"EnviaTransacao2", [&] { Transacoes().EnviaTransacao2(form, oTrans, true, false); }},
+                {"EnviaTransacaoH90", [&] { Transacoes().EnviaTransacaoH90(form, oTrans, true, false, true); }},
+                {"EnviaRajada", [&] { Transacoes().EnviaRajada(form, oTrans, true, false); }},
+                {"EnviaRajada2", [&] { Transacoes().EnviaRajada2(form, oTrans, aDados, false); }},
+                {"EnviaRajadaH90", [&] { Transacoes().EnviaRajadaH90(form, oTrans, aDados, false); }}};
+    }
+    static std::string ChamadaDaSessao(const std::string &operacao)
+    {
+        if (operacao == "EnviaTransacao" || operacao == "EnviaRajada") {
+            return "objMTM." + operacao + "1";
+        }
+        return "objMTM." + operacao;
+    }
+
+    Ref<FormDeTeste> form = Novo<FormDeTeste>();
+    Ref<ITransacao> oTrans = Novo<TransacaoRoteirizada>();
+    std::vector<std::string> aDados{"A", "B"};
+};
+
+TEST_F(TransacoesGeralTeste, Send_EachOperation_MakesItsCallWithTheArgumentsThatItHandsOn)
+{
+    Transacoes().EnviaTransacao(form, oTrans, true, false);
+    Transacoes().EnviaTransacao2(form, oTrans, false, true);
+    Transacoes().EnviaTransacaoH90(form, oTrans, true, true, false);
+    Transacoes().EnviaTransacaoH90(form, oTrans, false, false, true);
+    Transacoes().EnviaRajada(form, oTrans, true, false);
+    Transacoes().EnviaRajada2(form, oTrans, aDados, true);
+    Transacoes().EnviaRajadaH90(form, oTrans, aDados, true);
+    EXPECT_TRUE(RegistroIgual(host->Registro(), {"objMTM.EnviaTransacao1(Transacao, True) -> True",
+                                                 "objMTM.EnviaTransacao2(Transacao, False) -> True",
+                                                 "objMTM.EnviaTransacaoH90(Transacao, True, False) -> True",
+                                                 "objMTM.EnviaTransacaoH90(Transacao, False, True) -> True",
+                                                 "objMTM.EnviaRajada1(Transacao, True) -> 0",
+                                                 "objMTM.EnviaRajada2(Transacao, [\"A\", \"B\"]) -> 0",
+                                                 "objMTM.EnviaRajadaH90(Transacao, [\"A\", \"B\"], True) -> True"}));
+}
+
+TEST_F(TransacoesGeralTeste, Send_Result_IsThatOfTheSession)
+{
+    for (bool resultado : {false, true}) {
+        host->objMTM->ResultadoTransacao = resultado;
+        EXPECT_EQ(Transacoes().EnviaTransacao(form, oTrans, false, false), resultado);
+        EXPECT_EQ(Transacoes().EnviaTransacao2(form, oTrans, false, false), resultado);
+        EXPECT_EQ(Transacoes().EnviaTransacaoH90(form, oTrans, false, false, false), resultado);
+        EXPECT_EQ(Transacoes().EnviaRajadaH90(form, oTrans, aDados, false), resultado);
+    }
+    for (std::int16_t resultado : {std::int16_t{-1}, std::int16_t{32767}}) {
+        host->objMTM->ResultadoRajada = resultado;
+        EXPECT_EQ(Transacoes().EnviaRajada(form, oTrans, false, false), resultado);
+        EXPECT_EQ(Transacoes().EnviaRajada2(form, oTrans, aDados, false), resultado);
+    }
+}
+
+TEST_F(TransacoesGeralTeste, Send_EachOperation_RunsWithTheFormDisabled)
+{
+    for (const auto &[nome, envia] : Todas()) {
+        bool enviou = false;
+        host->objMTM->AoEnviar = [&](EnvioTransacao &) {
+            EXPECT_FALSE(form->Enabled()) << nome;
+            enviou = true;
+        };
+        envia();
+        EXPECT_TRUE(enviou) << nome;
+        EXPECT_TRUE(form->Enabled()) << nome;
+    }
+}
+
+TEST_F(TransacoesGeralTeste, Send_FormThatWasDisabledBefore_IsEnabledAfterwards)
+{
+    form->DefineEnabled(false);
+    Transacoes().EnviaTransacao(form, oTrans, false, false);
+    EXPECT_TRUE(form->Enabled());
+}
+
+TEST_F(TransacoesGeralTeste, Send_EachOperationThatFails_EnablesTheFormAndRaisesWithItsOwnName)
+{
+    for (const auto &[nome, envia] : Todas()) {
+        host->FalhaEm(ChamadaDaSessao(nome), 1, 1006, "Linha caiu");
+        const Falha falha = FalhaLancada(envia);
+        EXPECT_EQ(falha.Numero, 1006);
+        EXPECT_EQ(falha.Descricao, "Linha caiu");
+        EXPECT_EQ(falha.Fonte, ChamadaDaSessao(nome) + " < Geral." + nome);
+        EXPECT_TRUE(form->Enabled()) << nome;
+    }
+}
+
+TEST_F(TransacoesGeralTeste, Send_WithoutSession_RaisesNinetyOneWithTheFormEnabled)
+{
+    geral->Logon(nullptr, nullptr, "");
+    const Falha falha = FalhaLancada([&] { Transacoes().EnviaRajada(form, oTrans, false, false); });
+    EXPECT_EQ(falha.Numero, 91);
+    EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP < Geral.EnviaRajada");
+    EXPECT_TRUE(form->Enabled());
+}
+
+TEST_F(TransacoesGeralTeste, Send_WithoutForm_SendsAllTheSame)
+{
+    EXPECT_TRUE(Transacoes().EnviaTransacao(nullptr, oTrans, false, false));
+    host->FalhaEm("objMTM.EnviaTransacao1", 1, 1006, "Linha caiu");
+    EXPECT_EQ(FalhaLancada([&] { Transacoes().EnviaTransacao(nullptr, oTrans, false, false); }).Numero, 1006);
+}
+
+// A form on which Enabled cannot be written.
+class FormTeimoso : public FormDeTeste {
+  public:
+    void DefineEnabled(bool) override { throw Falha(438); }
+};
+
+TEST_F(TransacoesGeralTeste, Send_FormThatCannotBeDisabled_SendsAllTheSame)
+{
+    EXPECT_TRUE(Transacoes().EnviaTransacao(Novo<FormTeimoso>(), oTrans, false, false));
+    EXPECT_EQ(host->Conta("objMTM.EnviaTransacao1"), 1);
+}
+
+TEST_F(TransacoesGeralTeste, Send_TransactionAndDataChangedByTheSession_ReachTheCaller)
+{
+    Ref<ITransacao> outra = Novo<TransacaoRoteirizada>();
+    host->objMTM->AoEnviar = [&](EnvioTransacao &envio) {
+        envio.Transacao = outra;
+        if (envio.b1 != nullptr) {
+            *envio.b1 = !*envio.b1;
+        }
+        if (envio.b2 != nullptr) {
+            *envio.b2 = !*envio.b2;
+        }
+        if (envio.b3 != nullptr) {
+            *envio.b3 = !*envio.b3;
+        }
+        if (envio.Dados != nullptr) {
+            envio.Dados->push_back(envio.Operacao);
+        }
+    };
+    for (const auto &[nome, envia] : Todas()) {
+        oTrans = Novo<TransacaoRoteirizada>();
+        envia();
+        EXPECT_TRUE(oTrans == outra) << nome;
+    }
+    EXPECT_EQ(aDados, (std::vector<std::string>{"A", "B", "EnviaRajada2", "EnviaRajadaH90"}));
+}
+
+// The end of a burst.
+
+class RajadaTeste : public TransacoesGeralTeste {
+  protected:
+    static Ref<ITransacao> Com(const std::string &valor, const std::string &nome = "HDR-FIM-RAJADA")
+    {
+        auto transacao = Novo<TransacaoRoteirizada>();
+        transacao->Entrada = Novo<Colecao<Ref<CampoTransacao>>>();
+        auto campo = Novo<CampoTransacao>();
+        campo->Nome = nome;
+        campo->Valor = valor;
+        transacao->Entrada->Add(campo, nome);
+        return transacao;
+    }
+};
+
+TEST_F(RajadaTeste, RajadaTerminou_FieldEqualsFive_IsTrue)
+{
+    EXPECT_TRUE(Transacoes().RajadaTerminou(Com("5")));
+    EXPECT_TRUE(Transacoes().RajadaTerminou(Com("05"))); // compared as numbers
+    EXPECT_TRUE(Transacoes().RajadaTerminou(Com(" 5,0 ")));
+}
+
+TEST_F(RajadaTeste, RajadaTerminou_AnyOtherNumber_IsFalse)
+{
+    EXPECT_FALSE(Transacoes().RajadaTerminou(Com("4")));
+    EXPECT_FALSE(Transacoes().RajadaTerminou(Com("0")));
+    EXPECT_FALSE(Transacoes().RajadaTerminou(Com("55")));
+    EXPECT_FALSE(Transacoes().RajadaTerminou(Com("-5")));
+}
+
+TEST_F(RajadaTeste, RajadaTerminou_ValueThatIsNoNumber_RaisesThirteen)
+{
+    EXPECT_EQ(FalhaLancada([&] { Transacoes().RajadaTerminou(Com("")); }).Numero, 13);
+    EXPECT_EQ(FalhaLancada([&] { Transacoes().RajadaTerminou(Com("fim")); }).Numero, 13);
+}
+
+TEST_F(RajadaTeste, RajadaTerminou_FieldThatIsNotThere_RaisesFive)
+{
+    const Falha falha = FalhaLancada([&] { Transacoes().RajadaTerminou(Com("5", "HDR-FIM")); });
+    EXPECT_EQ(falha.Numero, 5);
+    EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP");
+}
+
+TEST_F(RajadaTeste, RajadaTerminou_WithoutFieldsOrTransaction_RaisesNinetyOne)
+{
+    EXPECT_EQ(FalhaLancada([&] { Transacoes().RajadaTerminou(Novo<TransacaoRoteirizada>()); }).Numero, 91);
+    EXPECT_EQ(FalhaLancada([&] { Transacoes().RajadaTerminou(nullptr); }).Numero, 91);
+}
+
+} // namespace
