@@ -1,0 +1,1376 @@
+#include "equipment/COEquipamentos.h"
+
+#include "controls/ztCombo.h"
+#include "equipment/frmEquipDetalhes.h"
+#include "limits/frmLimitesDif.h"
+#include "search/frmLista.h"
+#include "shell/ModGeral.h"
+#include "tests/search/JanelaTeste.h"
+#include "tests/support/FalhaLancada.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr const char *Novo_ = "mnuZTLObjNovo";
+constexpr const char *Editar = "mnuZTLObjEditar";
+constexpr const char *Detalhes = "mnuZTLObjDetalhes";
+constexpr const char *Excluir = "mnuZTLObjExcluir";
+constexpr const char *Localizar = "mnuZTLObjLocalizar";
+constexpr const char *Atualizar = "mnuZTLObjAtualizar";
+constexpr const char *Reativar = "mnuZTLObjReativar";
+constexpr const char *LimitesDif = "mnuZTLObjLimitesDif";
+constexpr const char *DiasEspec = "mnuZTLObjDiasEspec";
+constexpr const char *HorarioProib = "mnuZTLObjHorarioProib";
+
+class COEquipamentosTeste : public JanelaTeste {
+  protected:
+    void SetUp() override
+    {
+        JanelaTeste::SetUp();
+        host->Atende<EquiptoED>("EquiptoRN", "consulta", [this](const Ref<EquiptoED> &pedido) {
+            return Resposta(Registro(pedido->NroIntEquip));
+        });
+        for (const char *metodo : {"altera", "desativa", "reativa"}) {
+            host->Atende<EquiptoED>("EquiptoRN", metodo, [](const Ref<EquiptoED> &) { return Resposta(); });
+        }
+        host->Atende<EquiptoED>("EquiptoRN", "inclui",
+                                [this](const Ref<EquiptoED> &) { return Resposta(Registro(103)); });
+        for (const char *metodo : {"listaLimiteDif", "listaDiaEspecifico"}) {
+            host->Servico("EquiptoRN", metodo, [](const Ref<::Registro> &) { return Resposta(Novo<EquiptoED>()); });
+        }
+    }
+
+    // A breath tester as "consulta" gives it: nothing but its first page to fill.
+    static Ref<EquiptoED> Registro(std::int32_t nroIntEquip)
+    {
+        auto equipto = Novo<EquiptoED>();
+        equipto->NroIntEquip = nroIntEquip;
+        equipto->Codigo = "ETI-" + std::to_string(nroIntEquip);
+        equipto->Descricao = "Etilômetro";
+        equipto->TipoAgente = std::uint8_t{3};
+        equipto->TipoEquip = "E";
+        equipto->Modelo = "Alco";
+        return equipto;
+    }
+
+    // A new controller and its window from the menu.
+    Pessoa AbreDoMenu(const std::string &trabFoto = "2")
+    {
+        auto novo = Novo<COEquipamentos>();
+        novo->SetValorCampo("TrabFoto", trabFoto);
+        novo->CarregaJanela(nullptr);
+        co = novo;
+        host->LimpaRegistro();
+        return NaJanela(host->Tela->FormsAbertos("frmLista").size() - 1);
+    }
+    // The same after a search, the log starting behind it.
+    Pessoa AbreComLinhas(const std::string &trabFoto = "2")
+    {
+        Pessoa pessoa = AbreDoMenu(trabFoto);
+        EXPECT_TRUE(pessoa.Localiza("ztlLista"));
+        host->LimpaRegistro();
+        return pessoa;
+    }
+    static bool Escolhe(Pessoa &pessoa, const std::string &chave) { return pessoa.EscolheMenu("ztlLista", chave); }
+
+    static Ref<::ItemMenu> Item(const Pessoa &pessoa, const std::string &chave)
+    {
+        return ListaDe(pessoa)->Menu().Item(chave);
+    }
+    // Keys of the menu items that are enabled, standard ones that the module does not touch left out.
+    static Textos Habilitados(const Pessoa &pessoa)
+    {
+        Textos chaves;
+        for (const char *chave : {Novo_, Editar, Detalhes, Reativar, LimitesDif, DiasEspec, HorarioProib}) {
+            if (Item(pessoa, chave)->Enabled()) {
+                chaves.push_back(chave);
+            }
+        }
+        return chaves;
+    }
+
+    // What a person does in the detail form: another description, and OK. Closes it by its own button if that fails.
+    void EditaNoForm()
+    {
+        host->AoMostrarModal("frmEquipDetalhes", [this](const Ref<IForm> &form) {
+            Pessoa pessoa(form, host->Tela);
+            pessoa.Preenche("txtDescricao", "Outra");
+            pessoa.Clica("ztCmdOK");
+            if (form->Visible()) {
+                host->Tela->FechaPelaPessoa(form);
+            }
+        });
+    }
+    void FechaNoForm(const std::string &classe)
+    {
+        host->AoMostrarModal(classe, [this](const Ref<IForm> &form) { host->Tela->FechaPelaPessoa(form); });
+    }
+
+    static Ref<clsListaParametros> Parametros(const std::vector<std::pair<std::string, std::string>> &pares)
+    {
+        auto parametros = Novo<clsListaParametros>();
+        for (const auto &[nome, valor] : pares) {
+            parametros->Add(nome, valor);
+        }
+        return parametros;
+    }
+    static Ref<clsListaParametros> Criterios(const std::string &tipoAgente, const std::string &criterio,
+                                             const std::string &ativo)
+    {
+        return Parametros({{"Cliente", "DAER"},
+                           {"Setor", ""},
+                           {"TipoAgente", tipoAgente},
+                           {"TipoEquip", "T"},
+                           {"Criterio", criterio},
+                           {"CodEquip", "X"},
+                           {"Ativo", ativo}});
+    }
+
+    RefFraca<COEquipamentos> co;
+};
+
+// The module's face.
+
+TEST_F(COEquipamentosTeste, Modulo_OfTheList_IsEquipamentos)
+{
+    EXPECT_EQ(Novo<COEquipamentos>()->Modulo(), "Equipamentos");
+}
+
+TEST_F(COEquipamentosTeste, ExigeCampo_OfAnyName_IsFalse)
+{
+    auto lista = Novo<COEquipamentos>();
+    for (const std::string nome : {"", "TrabFoto", "DtInfracao", "Cliente"}) {
+        EXPECT_FALSE(lista->ExigeCampo(nome)) << nome;
+    }
+}
+
+TEST_F(COEquipamentosTeste, GetValorCampo_OfAFreshList_GivesItsDefaults)
+{
+    auto lista = Novo<COEquipamentos>();
+    EXPECT_EQ(lista->GetValorCampo("TrabFoto"), "2");
+    EXPECT_EQ(lista->GetValorCampo("DtInfracao"), "00:00:00");
+    EXPECT_EQ(lista->GetValorCampo("trabfoto"), "");
+    EXPECT_EQ(lista->GetValorCampo(""), "");
+    EXPECT_EQ(lista->GetValorCampo("Cliente"), "");
+    EXPECT_TRUE(lista->pEquiptoED().Nada());
+    EXPECT_TRUE(lista->pAfericaoED().Nada());
+}
+
+TEST_F(COEquipamentosTeste, SetValorCampo_TrabFoto_IsOnForOneAndOffForAnythingElse)
+{
+    auto lista = Novo<COEquipamentos>();
+    for (const std::string valor : {"2", "", "0", "01", "True", "1 "}) {
+        lista->SetValorCampo("TrabFoto", "1");
+        EXPECT_EQ(lista->GetValorCampo("TrabFoto"), "1");
+        lista->SetValorCampo("TrabFoto", valor);
+        EXPECT_EQ(lista->GetValorCampo("TrabFoto"), "2") << valor;
+    }
+}
+
+TEST_F(COEquipamentosTeste, SetValorCampo_DtInfracao_KeepsTheDate)
+{
+    auto lista = Novo<COEquipamentos>();
+    lista->SetValorCampo("DtInfracao", "1/2/2026");
+    EXPECT_EQ(lista->GetValorCampo("DtInfracao"), "01/02/2026");
+    const Falha falha = FalhaLancada([&] { lista->SetValorCampo("DtInfracao", "ontem"); });
+    EXPECT_EQ(falha.Numero, 13);
+    EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP");
+    EXPECT_EQ(lista->GetValorCampo("DtInfracao"), "01/02/2026");
+}
+
+TEST_F(COEquipamentosTeste, SetValorCampo_OfAnUnknownName_IsIgnored)
+{
+    auto lista = Novo<COEquipamentos>();
+    lista->SetValorCampo("TRABFOTO", "1");
+    lista->SetValorCampo("Cliente", "DAER");
+    EXPECT_EQ(lista->GetValorCampo("TrabFoto"), "2");
+    EXPECT_EQ(lista->GetValorCampo("Cliente"), "");
+}
+
+TEST_F(COEquipamentosTeste, LimpaPesquisa_WithoutAWindow_DoesNothing)
+{
+    Novo<COEquipamentos>()->LimpaPesquisa();
+    EXPECT_EQ(host->Registro(), Textos{});
+}
+
+TEST_F(COEquipamentosTeste, LimpaPesquisa_OfRows_TakesTheirTitleToo)
+{
+    Pessoa pessoa = AbreComLinhas();
+    EXPECT_EQ(ListaDe(pessoa)->Titulo(), "PREFEITURA");
+    co->LimpaPesquisa();
+    EXPECT_EQ(Linhas(pessoa), Textos{});
+    EXPECT_EQ(ListaDe(pessoa)->Titulo(), "");
+}
+
+TEST_F(COEquipamentosTeste, LimpaPesquisa_OfAnEmptyList_LeavesItsTitle)
+{
+    Cadastro.clear();
+    Lista2 = [](const Ref<ListaEquiptoED> &) { return Resposta(PaginaAusente()); };
+    Pessoa pessoa = AbreComLinhas();
+    EXPECT_EQ(Avisos().size(), 1U);
+    co->LimpaPesquisa();
+    EXPECT_EQ(ListaDe(pessoa)->Titulo(), "PREFEITURA");
+}
+
+// The window.
+
+TEST_F(COEquipamentosTeste, CarregaJanela_FromTheMenu_OpensTheListWithItsColumns)
+{
+    Pessoa pessoa = AbreDoMenu();
+    EXPECT_EQ(host->Tela->FormsAbertos("frmLista").at(0)->Caption(), "Equipamentos");
+    struct Esperada {
+        const char *Titulo;
+        std::int16_t Largura;
+    };
+    const std::vector<Esperada> esperadas{{"Código", 1185},    {"Descrição", 3840}, {"Município", 2460},
+                                          {"Tipo", 1785},      {"Modelo", 1840},    {"NroIntEquip", 0},
+                                          {"IndLimiteDif", 0}, {"TipoEquip", 0},    {"VelocPerm", 0}};
+    const auto &colunas = ListaDe(pessoa)->Colunas();
+    ASSERT_EQ(colunas.size(), esperadas.size());
+    for (std::size_t i = 0; i < colunas.size(); ++i) {
+        EXPECT_EQ(colunas[i].Titulo, esperadas[i].Titulo);
+        EXPECT_EQ(colunas[i].Chave, esperadas[i].Titulo);
+        EXPECT_EQ(colunas[i].Largura, esperadas[i].Largura) << esperadas[i].Titulo;
+        EXPECT_EQ(colunas[i].Visivel, esperadas[i].Largura > 0) << esperadas[i].Titulo;
+        EXPECT_EQ(colunas[i].Marca, "");
+        EXPECT_EQ(colunas[i].Alinhamento, 0);
+    }
+    EXPECT_EQ(Linhas(pessoa), Textos{});
+    EXPECT_FALSE(ListaDe(pessoa)->TemMais());
+}
+
+TEST_F(COEquipamentosTeste, CarregaJanela_OfTheHostsTwoTools_OpensEachInItsMode)
+{
+    EXPECT_TRUE(geral->ClickMenu("mnuModVOREquiptos"));
+    EXPECT_TRUE(geral->ClickMenu("mnuModNABEquiptos"));
+    EXPECT_FALSE(geral->ClickMenu("MNUMODVOREQUIPTOS"));
+    EXPECT_EQ(host->Tela->FormsAbertos("frmLista").size(), 2U);
+    for (std::size_t i = 0; i < 2; ++i) {
+        Pessoa pessoa = NaJanela(i);
+        pessoa.Localiza("ztlLista");
+    }
+    EXPECT_EQ(Enviados("lista2"), (Textos{"ListaEquiptoED{ClienteInc=\"DAER\", Ativo=1, IndTrabFoto=1}",
+                                          "ListaEquiptoED{ClienteInc=\"PREFEITURA\", Ativo=1, IndTrabFoto=2}"}));
+}
+
+TEST_F(COEquipamentosTeste, CarregaJanela_WithParameters_SearchesAtOnce)
+{
+    auto lista = Novo<COEquipamentos>();
+    lista->CarregaJanela(Parametros({{"TipoEquip", "R"}}));
+    EXPECT_EQ(Enviados("lista2"),
+              Textos{"ListaEquiptoED{ClienteInc=\"PREFEITURA\", TipoEquip=\"R\", Ativo=1, IndTrabFoto=2}"});
+    EXPECT_EQ(ListaDe(NaJanela())->NroItens(), 2);
+}
+
+TEST_F(COEquipamentosTeste, CarregaJanela_OfAHostThatFails_ReportsAndCanBeTriedAgain)
+{
+    host->FalhaEm("goDadosVor.PreencheTipoAgente");
+    auto lista = Novo<COEquipamentos>();
+    RefFraca<COEquipamentos> fraca = lista;
+    lista->CarregaJanela(nullptr);
+    EXPECT_EQ(Erros(), Textos{"COEquipamentos.CarregaJanela: 51 (goDadosVor.PreencheTipoAgente < "
+                              "frmLista.AtualizaFrame < frmLista.CarregaForm)"});
+    EXPECT_EQ(host->Tela->NroForms(), 0);
+    EXPECT_EQ(host->Tela->Ponteiro(), 0);
+    lista->CarregaJanela(nullptr);
+    EXPECT_EQ(host->Tela->NroForms(), 1);
+    lista = nullptr;
+    EXPECT_FALSE(fraca.Nada());
+    EXPECT_TRUE(NaJanela().Fecha());
+    EXPECT_TRUE(fraca.Nada());
+}
+
+TEST_F(COEquipamentosTeste, FormAtivado_OfTheWindow_GivesTheListTheFocus)
+{
+    Pessoa pessoa = AbreComLinhas();
+    pessoa.Foco("chkInativos");
+    Ref<IForm> form = host->Tela->FormsAbertos("frmLista").at(0);
+    form->Desativada();
+    form->Ativada();
+    EXPECT_EQ(form->ControleAtivo(), pessoa.Acha("ztlLista"));
+}
+
+TEST_F(COEquipamentosTeste, FormCarregado_WithPermissionsThatCannotBeRead_ReportsAndTheWindowOpens)
+{
+    host->FalhaEm("objSCA.PossuiPerm2");
+    AbreDoMenu();
+    EXPECT_EQ(Erros(), Textos{"COEquipamentos.m_frmLista_FormCarregado: 51 (objSCA.PossuiPerm2 < "
+                              "COEquipamentos.MenuInicial)"});
+    EXPECT_EQ(host->Tela->NroForms(), 1);
+}
+
+// The search.
+
+TEST_F(COEquipamentosTeste, Localizar_OfTheFirstPage_CallsTheServiceUnderTheHourglass)
+{
+    goGateway();
+    Pessoa pessoa = AbreDoMenu();
+    Cadastro = {Equipto(101, "RAD-01", "R", 1)};
+    EXPECT_TRUE(pessoa.Localiza("ztlLista"));
+    EXPECT_TRUE(RegistroIgual(
+        host->Registro(),
+        {"Plataforma.Ponteiro := 11", "Gateway.CriaObjetoRN(\"VOR\", \"EquiptoRN\", \"ZTVORLIB\", \"4\")",
+         "EquiptoRN.ExecutaMetodo(\"lista2\", ListaEquiptoED{ClienteInc=\"PREFEITURA\", Ativo=1, IndTrabFoto=2}) -> "
+         "True",
+         "EquiptoRN.ObtemRetorno()*", "TrataBD.AbreZTBanco(99)",
+         "MDB.OpenRecordset(\"SELECT * FROM Municipio WHERE COD_MUNIC = 120\"*", "Cursor.Close()",
+         "Plataforma.Ponteiro := 0"}));
+}
+
+TEST_F(COEquipamentosTeste, Localizar_OfEquipment_LoadsOneRowForEach)
+{
+    auto semMunicipio = Equipto(7, "X'9", "Z", 0);
+    semMunicipio->CodMunic = 0;
+    semMunicipio->VelocPermitida = std::int16_t{0};
+    auto desconhecido = Equipto(8, "", "", 255);
+    desconhecido->CodMunic = 4321;
+    desconhecido->VelocPermitida = std::int16_t{-1};
+    Cadastro = {Equipto(2147483647, "RAD-01", "R", 1), semMunicipio, desconhecido};
+    Pessoa pessoa = AbreComLinhas();
+    EXPECT_EQ(
+        Linhas(pessoa),
+        (Textos{"RAD-01|Equipamento RAD-01|Porto Alegre|Radar Fotográfico|Modelo RAD-01|2147483647|1|R|60",
+                "X'9|Equipamento X'9||Indefinido|Modelo X'9|7|0|Z|0", "|Equipamento ||Indefinido|Modelo |8|255||-1"}));
+    EXPECT_EQ(ListaDe(pessoa)->ItemAtual(), 3);
+    EXPECT_EQ(Avisos(), Textos{});
+}
+
+TEST_F(COEquipamentosTeste, Localizar_InPhotoWorkMode_SendsTheSectorAndTheOtherCriteria)
+{
+    Pessoa pessoa = AbreDoMenu("1");
+    pessoa.EscolheCliente("ztCliente", "DAER", "NORTE");
+    pessoa.Escolhe("cboTipoAgente", "Estático");
+    pessoa.Escolhe("cboTipoEquipto", "Pardal Móvel");
+    pessoa.Marca("chkInativos");
+    pessoa.Localiza("ztlLista");
+    EXPECT_EQ(Enviados("lista2"), Textos{"ListaEquiptoED{ClienteInc=\"DAER\", SetorInc=\"NORTE\", TipoEquip=\"M\", "
+                                         "Ativo=2, TipoAgente=2, IndTrabFoto=1}"});
+    EXPECT_EQ(ListaDe(pessoa)->Titulo(),
+              "DAER [NORTE] - Tipo Agente: Estático - Tipo Equipto.: Pardal Móvel [Inativos]");
+}
+
+TEST_F(COEquipamentosTeste, Localizar_OutsidePhotoWorkMode_NarrowsOnlyTheTitleByTheSector)
+{
+    Pessoa pessoa = AbreDoMenu("2");
+    pessoa.EscolheCliente("ztCliente", "DAER", "NORTE");
+    pessoa.Localiza("ztlLista");
+    EXPECT_EQ(Enviados("lista2"), Textos{"ListaEquiptoED{ClienteInc=\"DAER\", Ativo=1, IndTrabFoto=2}"});
+    EXPECT_EQ(ListaDe(pessoa)->Titulo(), "DAER [NORTE]");
+}
+
+TEST_F(COEquipamentosTeste, Localizar_BySubcodeAfterCode_KeepsTheOldCodeInTheTitleAlone)
+{
+    Pessoa pessoa = AbreDoMenu();
+    pessoa.Escolhe("cboCriterio", "Código");
+    pessoa.Digita("txtCodEquip", "d'Á 1");
+    pessoa.Localiza("ztlLista");
+    EXPECT_EQ(ListaDe(pessoa)->Titulo(), "PREFEITURA - Cód. Equipto.: d'Á 1");
+    pessoa.Escolhe("cboCriterio", "Subcódigo");
+    pessoa.Preenche("txtCodEquip", "S2");
+    pessoa.Localiza("ztlLista");
+    EXPECT_EQ(ListaDe(pessoa)->Titulo(), "PREFEITURA - Cód. Equipto.: d'Á 1 - Subcód. Equipto.: S2");
+    pessoa.Escolhe("cboCriterio", "Todos");
+    pessoa.Localiza("ztlLista");
+    EXPECT_EQ(ListaDe(pessoa)->Titulo(), "PREFEITURA - Cód. Equipto.: d'Á 1 - Subcód. Equipto.: S2");
+    EXPECT_EQ(Enviados("lista2"),
+              (Textos{"ListaEquiptoED{ClienteInc=\"PREFEITURA\", Codigo=\"d'Á 1\", Ativo=1, IndTrabFoto=2}",
+                      "ListaEquiptoED{ClienteInc=\"PREFEITURA\", SubCodigo=\"S2\", Ativo=1, IndTrabFoto=2}",
+                      "ListaEquiptoED{ClienteInc=\"PREFEITURA\", Ativo=1, IndTrabFoto=2}"}));
+}
+
+TEST_F(COEquipamentosTeste, Localizar_ThatFindsNothing_SaysSoAndLeavesTheListEmpty)
+{
+    Pessoa pessoa = AbreComLinhas();
+    Lista2 = [](const Ref<ListaEquiptoED> &) { return Resposta(PaginaAusente()); };
+    pessoa.Localiza("ztlLista");
+    EXPECT_EQ(Avisos(), Textos{"Não foram encontrados registros para os critérios especificados."});
+    EXPECT_EQ(host->Avisos().back().Controle, "");
+    EXPECT_EQ(Linhas(pessoa), Textos{});
+    EXPECT_EQ(host->Tela->Ponteiro(), 0);
+}
+
+TEST_F(COEquipamentosTeste, Localizar_AnsweredWithAnEmptyPage_SaysNothing)
+{
+    Cadastro.clear();
+    Pessoa pessoa = AbreComLinhas();
+    EXPECT_EQ(Avisos(), Textos{});
+    EXPECT_EQ(Linhas(pessoa), Textos{});
+    EXPECT_EQ(ListaDe(pessoa)->ItemAtual(), -1);
+    EXPECT_FALSE(ListaDe(pessoa)->TemMais());
+}
+
+TEST_F(COEquipamentosTeste, Localizar_ThatTheServiceRefuses_HasClearedTheRows)
+{
+    Pessoa pessoa = AbreComLinhas();
+    host->RecusaOperacao("lista2", "Sem permissão");
+    pessoa.Marca("chkInativos");
+    pessoa.Localiza("ztlLista");
+    EXPECT_TRUE(host->Contem("EquiptoRN.MostraErro() -> \"Sem permissão\""));
+    EXPECT_EQ(host->Conta("EquiptoRN.ObtemRetorno"), 0);
+    EXPECT_EQ(Linhas(pessoa), Textos{});
+    EXPECT_EQ(ListaDe(pessoa)->Titulo(), "PREFEITURA [Inativos]");
+    EXPECT_EQ(Avisos(), Textos{});
+    EXPECT_EQ(host->Tela->Ponteiro(), 0);
+}
+
+TEST_F(COEquipamentosTeste, Localizar_OfAServiceThatFails_ReportsThePathWithThePointerBack)
+{
+    goGateway();
+    const std::vector<std::string> chamadas{"Gateway.CriaObjetoRN", "EquiptoRN.ExecutaMetodo",
+                                            "EquiptoRN.ObtemRetorno"};
+    Pessoa pessoa = AbreComLinhas();
+    for (const std::string &chamada : chamadas) {
+        host->FalhaEm(chamada, 1, 70, "negado");
+        pessoa.Localiza("ztlLista");
+        EXPECT_EQ(Erros(),
+                  Textos{"COEquipamentos.Localizar: 70 (" + chamada + " < COEquipamentos.LocalizarEquipamentos)"});
+        EXPECT_EQ(host->Tela->Ponteiro(), 0);
+        EXPECT_EQ(Linhas(pessoa), Textos{});
+        pessoa.Localiza("ztlLista");
+        EXPECT_EQ(Linhas(pessoa).size(), 2U);
+    }
+    host->FalhaEm("MDB.OpenRecordset");
+    pessoa.Localiza("ztlLista");
+    EXPECT_EQ(Erros(), Textos{"COEquipamentos.Localizar: 51 (MDB.OpenRecordset < Generico.gFunBuscaDescrMunic < "
+                              "COEquipamentos.LocalizarEquipamentos)"});
+    EXPECT_EQ(Linhas(pessoa), Textos{});
+}
+
+TEST_F(COEquipamentosTeste, Localizar_AnsweredWithSomethingElse_ReportsTheFault)
+{
+    Pessoa pessoa = AbreDoMenu();
+    const std::vector<std::pair<Resposta, std::int32_t>> respostas{
+        {Resposta(Novo<EquiptoED>()), 13}, {Resposta(Ref<ListaEquiptoED>()), 91}, {Resposta(Valor("lista")), 424}};
+    for (const auto &[resposta, numero] : respostas) {
+        Lista2 = [&resposta = resposta](const Ref<ListaEquiptoED> &) { return resposta; };
+        pessoa.Localiza("ztlLista");
+        EXPECT_EQ(Erros(), Textos{"COEquipamentos.Localizar: " + std::to_string(numero) +
+                                  " (ZTAVOREQUIP < COEquipamentos.LocalizarEquipamentos)"});
+        EXPECT_EQ(host->Tela->Ponteiro(), 0);
+    }
+}
+
+TEST_F(COEquipamentosTeste, Localizar_OfAPageTooLongForItsCounter_FaultsWithTheListEmpty)
+{
+    auto equipto = Equipto(1, "A", "R", 1);
+    equipto->CodMunic = 0;
+    Pessoa pessoa = AbreComLinhas();
+    Cadastro.assign(32767, equipto);
+    pessoa.Localiza("ztlLista");
+    EXPECT_EQ(ListaDe(pessoa)->NroItens(), 32767);
+    EXPECT_EQ(ListaDe(pessoa)->ItemAtual(), 32767);
+    Cadastro.push_back(equipto);
+    pessoa.Marca("chkInativos");
+    pessoa.Localiza("ztlLista");
+    EXPECT_EQ(Erros(), Textos{"COEquipamentos.Localizar: 6 (ZTAVOREQUIP < COEquipamentos.LocalizarEquipamentos)"});
+    EXPECT_EQ(ListaDe(pessoa)->NroItens(), 0);
+    EXPECT_EQ(ListaDe(pessoa)->Titulo(), "PREFEITURA [Inativos]");
+    EXPECT_EQ(host->Tela->Ponteiro(), 0);
+}
+
+TEST_F(COEquipamentosTeste, Localizar_WithCriteriaThatCannotBeRead_ReportsTheConversion)
+{
+    AbreDoMenu();
+    const std::vector<std::pair<Ref<clsListaParametros>, std::int32_t>> casos{
+        {Criterios("x", "0", "1"), 13},   {Criterios("256", "0", "1"), 6}, {Criterios("-1", "0", "1"), 6},
+        {Criterios("0", "", "1"), 13},    {Criterios("0", "0", "999"), 6}, {Criterios("0", "2", "1"), 5},
+        {Parametros({{"Setor", "X"}}), 5}};
+    for (const auto &[parametros, numero] : casos) {
+        co->Localizar(parametros);
+        EXPECT_EQ(Erros(), Textos{"COEquipamentos.Localizar: " + std::to_string(numero) + " (ZTAVOREQUIP)"});
+    }
+    EXPECT_EQ(host->Conta("EquiptoRN."), 0);
+    co->Localizar(nullptr);
+    EXPECT_EQ(Erros(), Textos{"COEquipamentos.Localizar: 91 (ZTAVOREQUIP)"});
+}
+
+TEST_F(COEquipamentosTeste, Localizar_WithoutAWindow_ReportsThatThereIsNoList)
+{
+    Novo<COEquipamentos>()->Localizar(Criterios("0", "0", "1"));
+    EXPECT_EQ(Erros(), Textos{"COEquipamentos.Localizar: 91 (ZTAVOREQUIP < COEquipamentos.LocalizarEquipamentos)"});
+    EXPECT_EQ(host->Tela->Ponteiro(), 0);
+}
+
+// Paging.
+
+TEST_F(COEquipamentosTeste, BotaoClick_OfAListWithMore_AppendsTheNextPageOfTheLastSearch)
+{
+    std::int32_t pagina = 0;
+    Lista2 = [&](const Ref<ListaEquiptoED> &) {
+        return Resposta(++pagina == 1 ? Pagina({Cadastro[0]}, 5000) : Pagina({Cadastro[1]}, 0));
+    };
+    Pessoa pessoa = AbreDoMenu();
+    pessoa.Escolhe("cboCriterio", "Código");
+    pessoa.Digita("txtCodEquip", "A");
+    pessoa.Localiza("ztlLista");
+    EXPECT_TRUE(ListaDe(pessoa)->TemMais());
+    EXPECT_EQ(ListaDe(pessoa)->ItemAtual(), 1);
+    ListaDe(pessoa)->DefineTitulo("escrito por fora");
+    EXPECT_TRUE(pessoa.PedeMais("ztlLista"));
+    EXPECT_EQ(Linhas(pessoa).size(), 2U);
+    EXPECT_TRUE(Linhas(pessoa)[1].starts_with("PAR-02|"));
+    EXPECT_EQ(ListaDe(pessoa)->ItemAtual(), 2);
+    EXPECT_EQ(ListaDe(pessoa)->Titulo(), "escrito por fora");
+    EXPECT_FALSE(ListaDe(pessoa)->TemMais());
+    EXPECT_FALSE(pessoa.PedeMais("ztlLista"));
+    EXPECT_EQ(Enviados("lista2"),
+              (Textos{"ListaEquiptoED{ClienteInc=\"PREFEITURA\", Codigo=\"A\", Ativo=1, IndTrabFoto=2}",
+                      "ListaEquiptoED{ClienteInc=\"PREFEITURA\", Codigo=\"A\", Ativo=1, ProxNroIntEquip=5000, "
+                      "IndTrabFoto=2}"}));
+}
+
+TEST_F(COEquipamentosTeste, TemMais_OfTheNextNumber_IsTrueFromOneOn)
+{
+    std::int32_t proximo = 0;
+    Lista2 = [&](const Ref<ListaEquiptoED> &) { return Resposta(Pagina(Cadastro, proximo)); };
+    Pessoa pessoa = AbreDoMenu();
+    for (const auto &[numero, temMais] :
+         std::vector<std::pair<std::int32_t, bool>>{{1, true}, {0, false}, {2147483647, true}, {-1, false}}) {
+        proximo = numero;
+        pessoa.Localiza("ztlLista");
+        EXPECT_EQ(ListaDe(pessoa)->TemMais(), temMais) << numero;
+    }
+}
+
+TEST_F(COEquipamentosTeste, BotaoClick_ThatFindsNothing_KeepsTheRowsAndThePlace)
+{
+    Lista2 = [this](const Ref<ListaEquiptoED> &) { return Resposta(Pagina(Cadastro, 77)); };
+    Pessoa pessoa = AbreComLinhas();
+    Lista2 = [](const Ref<ListaEquiptoED> &) { return Resposta(PaginaAusente()); };
+    EXPECT_TRUE(pessoa.PedeMais("ztlLista"));
+    EXPECT_EQ(Avisos(), Textos{"Não foram encontrados registros para os critérios especificados."});
+    EXPECT_EQ(Linhas(pessoa).size(), 2U);
+    host->RecusaOperacao("lista2", "Ocupado");
+    EXPECT_TRUE(pessoa.PedeMais("ztlLista"));
+    EXPECT_EQ(Linhas(pessoa).size(), 2U);
+    EXPECT_TRUE(pessoa.PedeMais("ztlLista"));
+    EXPECT_EQ(Avisos().size(), 1U);
+    const Textos enviados = Enviados("lista2");
+    ASSERT_EQ(enviados.size(), 3U);
+    for (const std::string &enviado : enviados) {
+        EXPECT_EQ(enviado, "ListaEquiptoED{ClienteInc=\"PREFEITURA\", Ativo=1, ProxNroIntEquip=77, IndTrabFoto=2}");
+    }
+}
+
+TEST_F(COEquipamentosTeste, BotaoClick_OfAServiceThatFails_ReportsAndKeepsTheRows)
+{
+    Lista2 = [this](const Ref<ListaEquiptoED> &) { return Resposta(Pagina(Cadastro, 77)); };
+    Pessoa pessoa = AbreComLinhas();
+    host->FalhaEm("EquiptoRN.ExecutaMetodo");
+    pessoa.PedeMais("ztlLista");
+    EXPECT_EQ(Erros(), Textos{"COEquipamentos.m_ZtList_BotaoClick: 51 (EquiptoRN.ExecutaMetodo < "
+                              "COEquipamentos.LocalizarEquipamentos)"});
+    EXPECT_EQ(Linhas(pessoa).size(), 2U);
+    EXPECT_EQ(host->Tela->Ponteiro(), 0);
+    pessoa.PedeMais("ztlLista");
+    EXPECT_EQ(Linhas(pessoa).size(), 4U);
+}
+
+TEST_F(COEquipamentosTeste, Atualizar_AfterSeveralPages_StartsAgainWithTheFirst)
+{
+    std::int32_t pagina = 0;
+    Lista2 = [&](const Ref<ListaEquiptoED> &) {
+        ++pagina;
+        return Resposta(Pagina({Cadastro[static_cast<std::size_t>(pagina - 1) % 2]}, 9));
+    };
+    Pessoa pessoa = AbreComLinhas();
+    pessoa.PedeMais("ztlLista");
+    EXPECT_EQ(Linhas(pessoa).size(), 2U);
+    host->LimpaRegistro();
+    EXPECT_TRUE(Escolhe(pessoa, Atualizar));
+    EXPECT_EQ(Linhas(pessoa).size(), 1U);
+    EXPECT_EQ(ListaDe(pessoa)->Titulo(), "PREFEITURA");
+    EXPECT_EQ(Enviados("lista2"), Textos{"ListaEquiptoED{ClienteInc=\"PREFEITURA\", Ativo=1, IndTrabFoto=2}"});
+}
+
+// The selection.
+
+TEST_F(COEquipamentosTeste, CarregaSelecao_OfARow_GivesItsEquipmentAndCalibration)
+{
+    auto lista = Novo<COEquipamentos>();
+    host->AoMostrarModal("frmLista", [&](Pessoa &pessoa) {
+        EXPECT_EQ(lista->GetValorCampo("DtInfracao"), "01/02/2026");
+        EXPECT_EQ(lista->GetValorCampo("TrabFoto"), "2");
+        pessoa.ClicaLinha("ztlLista", 2);
+        EXPECT_TRUE(pessoa.Clica("cmdOK"));
+    });
+    EXPECT_TRUE(lista->CarregaSelecao(Parametros({{"TrabFoto", "2"}, {"DtInfracao", "01/02/2026"}})));
+    EXPECT_EQ(lista->pEquiptoED()->Texto(),
+              "EquiptoED{NroIntEquip=102, Codigo=\"PAR-02\", VelocPermitida=60, Modelo=\"Modelo PAR-02\"}");
+    EXPECT_EQ(lista->pAfericaoED()->Texto(),
+              "AfericaoED{Numero=\"INM-77\", Marca=\"ACME\", DataVerificacao=05/03/2026}");
+    EXPECT_EQ(Enviados("consultaSimplesAfericaoVigente"),
+              Textos{"ConsultaAfericaoED{DtInfracao=01/02/2026, NroIntEquip=102, TipoConsulta=1}"});
+}
+
+TEST_F(COEquipamentosTeste, CarregaSelecao_Cancelled_HasNoResultOfAnEarlierOne)
+{
+    auto lista = Novo<COEquipamentos>();
+    host->AoMostrarModal("frmLista", [](Pessoa &pessoa) { pessoa.Clica("cmdOK"); });
+    EXPECT_TRUE(lista->CarregaSelecao(Parametros({{"DtInfracao", "01/02/2026"}})));
+    EXPECT_FALSE(lista->pAfericaoED().Nada());
+    host->AoMostrarModal("frmLista", [&](Pessoa &pessoa) {
+        EXPECT_EQ(lista->GetValorCampo("DtInfracao"), "00:00:00");
+        pessoa.Clica("cmdCancelar");
+    });
+    EXPECT_FALSE(lista->CarregaSelecao(Parametros({})));
+    EXPECT_TRUE(lista->pEquiptoED().Nada());
+    EXPECT_TRUE(lista->pAfericaoED().Nada());
+}
+
+TEST_F(COEquipamentosTeste, CarregaSelecao_WithADateThatIsNone_ReportsAndOpensNothing)
+{
+    auto lista = Novo<COEquipamentos>();
+    EXPECT_FALSE(lista->CarregaSelecao(Parametros({{"DtInfracao", "30/02/2026"}})));
+    EXPECT_EQ(Erros(), Textos{"COEquipamentos.CarregaSelecao: 13 (ZTAVOREQUIP)"});
+    EXPECT_EQ(host->Conta("Plataforma.Carrega"), 0);
+    EXPECT_FALSE(lista->CarregaSelecao(nullptr));
+    EXPECT_EQ(Erros(), Textos{"COEquipamentos.CarregaSelecao: 91 (ZTAVOREQUIP)"});
+}
+
+TEST_F(COEquipamentosTeste, CarregaSelecao_OfAHostThatFails_ReportsAndAnswersFalse)
+{
+    auto lista = Novo<COEquipamentos>();
+    host->FalhaEm("ObjInterface.MostraJanela");
+    EXPECT_FALSE(lista->CarregaSelecao(Parametros({})));
+    EXPECT_EQ(Erros(), Textos{"COEquipamentos.CarregaSelecao: 51 (ObjInterface.MostraJanela < Geral.FormShow < "
+                              "frmLista.CarregaForm)"});
+    EXPECT_EQ(host->Tela->NroForms(), 0);
+}
+
+TEST_F(COEquipamentosTeste, CarregaSelecao_ClosedByTheHost_AnswersFalse)
+{
+    auto lista = Novo<COEquipamentos>();
+    host->AoMostrarModal("frmLista", [this](const Ref<IForm> &) { geral->FecharJanelasAtivas(); });
+    EXPECT_FALSE(lista->CarregaSelecao(Parametros({})));
+    EXPECT_EQ(Erros(), Textos{});
+}
+
+// The menu.
+
+TEST_F(COEquipamentosTeste, MenuInicial_OfTheList_AddsItsOwnItems)
+{
+    Pessoa pessoa = AbreDoMenu();
+    struct Esperado {
+        const char *Chave;
+        const char *Texto;
+        const char *TextoBotao;
+        const char *Dica;
+        bool IniciaGrupo;
+    };
+    const std::vector<Esperado> esperados{
+        {Reativar, "Reativar", "", "Reativar/Desativar Equipamento", true},
+        {LimitesDif, "Limites Diferenciados", "Limites\n Diferenciados", "Limites Diferenciados", true},
+        {DiasEspec, "Dias Específicos", "Dias\n Específicos", "Dias Específicos", false},
+        {HorarioProib, "Horários Proibidos", "Horários\n Proibidos", "Horários Proibidos", false}};
+    const auto &menu = ListaDe(pessoa)->Menu();
+    ASSERT_EQ(menu.Count(), 10);
+    for (std::size_t i = 0; i < esperados.size(); ++i) {
+        const Ref<::ItemMenu> &item = menu.Item(static_cast<std::int32_t>(i) + 7);
+        EXPECT_EQ(item->Chave(), esperados[i].Chave);
+        EXPECT_EQ(item->Texto(), esperados[i].Texto);
+        EXPECT_EQ(item->TextoBotao(), esperados[i].TextoBotao);
+        EXPECT_EQ(item->Dica(), esperados[i].Dica);
+        EXPECT_EQ(item->IniciaGrupo(), esperados[i].IniciaGrupo);
+    }
+    EXPECT_EQ(ListaDe(pessoa)->EstiloMenu1(), 3);
+    EXPECT_EQ(ListaDe(pessoa)->EstiloMenu2(), 2);
+    for (const char *chave : {Novo_, Editar, Detalhes, Atualizar, Reativar, LimitesDif, DiasEspec, HorarioProib}) {
+        EXPECT_TRUE(Item(pessoa, chave)->Visivel()) << chave;
+    }
+    EXPECT_FALSE(Item(pessoa, Excluir)->Visivel());
+    EXPECT_FALSE(Item(pessoa, Localizar)->Visivel());
+}
+
+TEST_F(COEquipamentosTeste, MenuInicial_OfThePermissions_BarsWhatIsNotPermitted)
+{
+    host->objSCA->Nega("VOR-EQP-CS", "A");
+    Novo<COEquipamentos>()->CarregaJanela(nullptr);
+    EXPECT_EQ(host->RegistroDe({"objSCA."}), (Textos{"objSCA.PossuiPerm2(\"NAB\", \"VOR-EQP-CS\", \"I\") -> True",
+                                                     "objSCA.PossuiPerm2(\"NAB\", \"VOR-EQP-CS\", \"A\") -> False",
+                                                     "objSCA.PossuiPerm2(\"NAB\", \"VOR-EQP-CS\", \"E\") -> True"}));
+    Pessoa pessoa = NaJanela();
+    pessoa.Localiza("ztlLista");
+    EXPECT_TRUE(Item(pessoa, Editar)->Enabled());
+    EXPECT_TRUE(Item(pessoa, Editar)->Bloqueado());
+    EXPECT_FALSE(Escolhe(pessoa, Editar));
+    EXPECT_FALSE(Item(pessoa, Novo_)->Bloqueado());
+    EXPECT_FALSE(Item(pessoa, Reativar)->Bloqueado());
+    EXPECT_EQ(host->Conta("EquiptoRN.ExecutaMetodo(\"consulta\""), 0);
+
+    host->objSCA->Nega("VOR-EQP-CS", "I");
+    host->objSCA->Nega("VOR-EQP-CS", "E");
+    Novo<COEquipamentos>()->CarregaJanela(nullptr);
+    Pessoa outra = NaJanela(1);
+    EXPECT_TRUE(Item(outra, Novo_)->Bloqueado());
+    EXPECT_TRUE(Item(outra, Reativar)->Bloqueado());
+    EXPECT_FALSE(Item(outra, Detalhes)->Bloqueado());
+    EXPECT_FALSE(Item(outra, LimitesDif)->Bloqueado());
+}
+
+TEST_F(COEquipamentosTeste, HabilitaMenu_OfAnEmptyList_LeavesOnlyNovo)
+{
+    Pessoa pessoa = AbreDoMenu();
+    EXPECT_EQ(Habilitados(pessoa), Textos{Novo_});
+    pessoa.Localiza("ztlLista");
+    EXPECT_NE(Habilitados(pessoa), Textos{Novo_});
+    pessoa.Clica("chkInativos");
+    EXPECT_EQ(Habilitados(pessoa), Textos{Novo_});
+}
+
+TEST_F(COEquipamentosTeste, HabilitaMenu_OfEachRow_FollowsItsLimitsAndItsType)
+{
+    struct Caso {
+        const char *Tipo;
+        std::uint8_t TemLimiteDif;
+        Textos Esperados;
+    };
+    const std::vector<Caso> casos{
+        {"R", 1, {Novo_, Editar, Detalhes, Reativar, LimitesDif, DiasEspec}},
+        {"F", 2, {Novo_, Editar, Detalhes, Reativar, HorarioProib}},
+        {"F", 1, {Novo_, Editar, Detalhes, Reativar, LimitesDif, DiasEspec, HorarioProib}},
+        {"R", 2, {Novo_, Editar, Detalhes, Reativar}},
+        {"f", 0, {Novo_, Editar, Detalhes, Reativar}},
+        {"", 11, {Novo_, Editar, Detalhes, Reativar}},
+    };
+    Cadastro.clear();
+    for (const Caso &caso : casos) {
+        Cadastro.push_back(Equipto(1, "A", caso.Tipo, caso.TemLimiteDif));
+    }
+    Pessoa pessoa = AbreComLinhas();
+    for (std::size_t i = 0; i < casos.size(); ++i) {
+        EXPECT_TRUE(pessoa.ClicaLinha("ztlLista", static_cast<std::int32_t>(i) + 1));
+        EXPECT_EQ(Habilitados(pessoa), casos[i].Esperados) << i;
+    }
+    EXPECT_EQ(Item(pessoa, Reativar)->Texto(), "Desativar");
+}
+
+TEST_F(COEquipamentosTeste, HabilitaMenu_OfInactiveEquipment_OffersToReactivateAndNotToEdit)
+{
+    Pessoa pessoa = AbreDoMenu();
+    pessoa.Marca("chkInativos");
+    pessoa.Localiza("ztlLista");
+    pessoa.ClicaLinha("ztlLista", 1);
+    EXPECT_EQ(Habilitados(pessoa), (Textos{Novo_, Detalhes, Reativar, LimitesDif, DiasEspec}));
+    EXPECT_EQ(Item(pessoa, Reativar)->Texto(), "Reativar");
+    EXPECT_FALSE(Escolhe(pessoa, Editar));
+}
+
+TEST_F(COEquipamentosTeste, HabilitaMenu_OfRowsWithoutACurrentOne_OffersNoLimits)
+{
+    Pessoa pessoa = AbreComLinhas();
+    ListaDe(pessoa)->DefineItemAtual(0);
+    EXPECT_EQ(Habilitados(pessoa), (Textos{Novo_, Editar, Detalhes, Reativar}));
+}
+
+// The menu of a list that has lost its columns.
+TEST_F(COEquipamentosTeste, HabilitaItensMenuLista_ThatFails_IsReportedWithItsPath)
+{
+    class ListaSemColunas : public ztList {
+      public:
+        using ztList::ztList;
+        std::string ValorAtual(const std::string &) const override { throw Falha(9); }
+    };
+    auto lista = Novo<COEquipamentos>();
+    auto janela = Novo<frmLista>();
+    lista->CarregaJanela(nullptr);
+    AjustesZtList ajustes;
+    ajustes.Nome = "ztlLista";
+    ajustes.TipoMenu = 3;
+    Ref<IForm> form = host->Tela->FormsAbertos("frmLista").at(0);
+    auto semColunas = Novo<ListaSemColunas>(form, ajustes);
+    ComoTipo<frmLista>(form)->FormCarregado.dispara(semColunas);
+    EXPECT_EQ(Erros(), Textos{});
+    TabelaTexto linhas(1);
+    linhas.AdicionaLinha();
+    semColunas->CarregaItens(linhas);
+    semColunas->DefineItemAtual(1);
+    EXPECT_EQ(Erros(), Textos{"COEquipamentos.m_ZtList_HabilitaItensMenuLista: 9 (ZTAVOREQUIP < "
+                              "COEquipamentos.HabilitaMenu)"});
+}
+
+// The commands.
+
+TEST_F(COEquipamentosTeste, Editar_OfASavedRecord_TellsTheHostAndSearchesAgain)
+{
+    Pessoa pessoa = AbreComLinhas();
+    pessoa.ClicaLinha("ztlLista", 1);
+    EditaNoForm();
+    host->Responde("Confirma a alteração?", true);
+    EXPECT_TRUE(Escolhe(pessoa, Editar));
+    EXPECT_EQ(Enviados("consulta"), Textos{"EquiptoED{NroIntEquip=101}"});
+    EXPECT_TRUE(RegistroIgual(
+        host->RegistroDe({"EquiptoRN.ExecutaMetodo", "TrataBD.TabelaAlterada", "goDadosVor.PreencheTipoAgente"}),
+        {"EquiptoRN.ExecutaMetodo(\"consulta\"*", "goDadosVor.PreencheTipoAgente(cboTipoMedidor, False, False, False)",
+         "EquiptoRN.ExecutaMetodo(\"altera\"*", "TrataBD.TabelaAlterada(\"VOREQUIPTO\", True, False, ausente, ausente)",
+         "EquiptoRN.ExecutaMetodo(\"lista2\", ListaEquiptoED{ClienteInc=\"PREFEITURA\", Ativo=1, IndTrabFoto=2})*"}));
+    EXPECT_EQ(ListaDe(pessoa)->ItemAtual(), 2);
+}
+
+TEST_F(COEquipamentosTeste, Editar_InPhotoWorkMode_OpensTheFormInIt)
+{
+    Pessoa pessoa = AbreComLinhas("1");
+    FechaNoForm("frmEquipDetalhes");
+    Escolhe(pessoa, Editar);
+    EXPECT_TRUE(host->Contem("goDadosVor.PreencheTipoAgente(cboTipoMedidor, True, False, False)"));
+}
+
+TEST_F(COEquipamentosTeste, Editar_Cancelled_ChangesNothing)
+{
+    Pessoa pessoa = AbreComLinhas();
+    FechaNoForm("frmEquipDetalhes");
+    EXPECT_TRUE(Escolhe(pessoa, Editar));
+    EXPECT_EQ(host->Conta("TrataBD.TabelaAlterada"), 0);
+    EXPECT_EQ(Enviados("lista2"), Textos{});
+    EXPECT_EQ(Linhas(pessoa).size(), 2U);
+}
+
+TEST_F(COEquipamentosTeste, Editar_OfARowThatVanished_ShowsTheRefusalAndKeepsTheList)
+{
+    Pessoa pessoa = AbreComLinhas();
+    host->RecusaOperacao("consulta", "Equipamento não encontrado");
+    EXPECT_TRUE(Escolhe(pessoa, Editar));
+    EXPECT_TRUE(host->Contem("EquiptoRN.MostraErro() -> \"Equipamento não encontrado\""));
+    EXPECT_EQ(host->Conta("ObjInterface.MostraJanela"), 0);
+    EXPECT_EQ(Linhas(pessoa).size(), 2U);
+}
+
+TEST_F(COEquipamentosTeste, Editar_OfAPermissionWithdrawnMeanwhile_IsRefusedByTheService)
+{
+    Pessoa pessoa = AbreComLinhas();
+    host->objSCA->Nega("VOR-EQP-CS", "A");
+    EditaNoForm();
+    host->Responde("Confirma a alteração?", true);
+    host->RecusaOperacao("altera", "Sem permissão");
+    EXPECT_TRUE(Escolhe(pessoa, Editar));
+    EXPECT_TRUE(host->Contem("EquiptoRN.MostraErro() -> \"Sem permissão\""));
+    EXPECT_EQ(host->Conta("TrataBD.TabelaAlterada"), 0);
+    EXPECT_EQ(host->Conta("objSCA."), 0);
+    EXPECT_EQ(Linhas(pessoa).size(), 2U);
+}
+
+TEST_F(COEquipamentosTeste, Editar_WithoutACurrentRow_ReportsTheConversion)
+{
+    Pessoa pessoa = AbreComLinhas();
+    ListaDe(pessoa)->DefineItemAtual(0);
+    // The person's way to the menu makes a row current, a key of the menu bar of the host need not.
+    ListaDe(pessoa)->ItemMenuClicado().dispara(Editar);
+    ListaDe(pessoa)->ItemMenuClicado().dispara(Detalhes);
+    EXPECT_EQ(Erros(), (Textos{"COEquipamentos.m_ZtList_ItemMenuClicado(mnuZTLObjEditar): 13 (ZTAVOREQUIP < "
+                               "COEquipamentos.Editar)",
+                               "COEquipamentos.m_ZtList_ItemMenuClicado(mnuZTLObjDetalhes): 13 (ZTAVOREQUIP < "
+                               "COEquipamentos.Editar)"}));
+}
+
+TEST_F(COEquipamentosTeste, Editar_OfAHostThatFailsAfterTheSave_ReportsThePath)
+{
+    Pessoa pessoa = AbreComLinhas();
+    EditaNoForm();
+    host->Responde("Confirma a alteração?", true);
+    host->FalhaEm("TrataBD.TabelaAlterada");
+    Escolhe(pessoa, Editar);
+    EXPECT_EQ(Erros(), Textos{"COEquipamentos.m_ZtList_ItemMenuClicado(mnuZTLObjEditar): 51 "
+                              "(TrataBD.TabelaAlterada < COEquipamentos.Editar)"});
+    EXPECT_EQ(Enviados("lista2"), Textos{});
+}
+
+TEST_F(COEquipamentosTeste, Editar_DuringWhichTheHostClosesEverything_SearchesNoMore)
+{
+    Pessoa pessoa = AbreComLinhas();
+    RefFraca<COEquipamentos> fraca = co;
+    host->AoMostrarModal("frmEquipDetalhes", [this](const Ref<IForm> &form) {
+        Pessoa pessoaNoForm(form, host->Tela);
+        pessoaNoForm.Preenche("txtDescricao", "Outra");
+        pessoaNoForm.Clica("ztCmdAplicar");
+        geral->FecharJanelasAtivas();
+    });
+    host->Responde("Confirma a alteração?", true);
+    Escolhe(pessoa, Editar);
+    EXPECT_EQ(host->Conta("TrataBD.TabelaAlterada(\"VOREQUIPTO\""), 1);
+    EXPECT_EQ(Enviados("lista2"), Textos{});
+    EXPECT_EQ(host->Tela->NroForms(), 0);
+    EXPECT_TRUE(fraca.Nada());
+    EXPECT_EQ(Erros(), Textos{});
+}
+
+TEST_F(COEquipamentosTeste, Novo_Saved_SendsTheCriteriaOnTheWindowAgain)
+{
+    Pessoa pessoa = AbreComLinhas();
+    host->AoMostrarModal("frmEquipDetalhes", [this](const Ref<IForm> &form) {
+        Pessoa noForm(form, host->Tela);
+        noForm.Preenche("txtCodEquip", "ETI-103");
+        noForm.Preenche("txtDescricao", "Etilômetro");
+        noForm.Escolhe("cboTipoMedidor", "Portátil");
+        noForm.Escolhe("cboTipoEquip", "Etilômetro");
+        noForm.Preenche("txtModelo", "Alco");
+        EXPECT_TRUE(noForm.Clica("ztCmdAplicar")) << noForm.Motivo();
+        host->Tela->FechaPelaPessoa(form);
+    });
+    host->Responde("Confirma a inclusão?", true);
+    // Not searched yet, and so not among the criteria of the last search.
+    ListaDe(pessoa)->DefineTitulo("");
+    pessoa.Acha<ztCombo>("cboTipoEquipto")->DefineValor("E");
+    EXPECT_TRUE(Escolhe(pessoa, Novo_));
+    EXPECT_EQ(host->Conta("TrataBD.TabelaAlterada(\"VOREQUIPTO\", True, False, ausente, ausente)"), 1);
+    EXPECT_EQ(Enviados("lista2"),
+              Textos{"ListaEquiptoED{ClienteInc=\"PREFEITURA\", TipoEquip=\"E\", Ativo=1, IndTrabFoto=2}"});
+    EXPECT_EQ(ListaDe(pessoa)->Titulo(), "PREFEITURA - Tipo Equipto.: Etilômetro");
+}
+
+TEST_F(COEquipamentosTeste, Novo_OfAnEmptyListThatWasNeverSearched_Opens)
+{
+    Pessoa pessoa = AbreDoMenu("1");
+    FechaNoForm("frmEquipDetalhes");
+    EXPECT_TRUE(Escolhe(pessoa, Novo_));
+    EXPECT_TRUE(host->Contem("goDadosVor.PreencheTipoAgente(cboTipoMedidor, True, False, False)"));
+    EXPECT_EQ(host->Conta("TrataBD.TabelaAlterada"), 0);
+    EXPECT_EQ(Enviados("lista2"), Textos{});
+}
+
+TEST_F(COEquipamentosTeste, Novo_OfAHostThatFailsAfterTheSave_ReportsThePath)
+{
+    Pessoa pessoa = AbreDoMenu();
+    host->AoMostrarModal("frmEquipDetalhes", [this](const Ref<IForm> &form) {
+        Pessoa noForm(form, host->Tela);
+        noForm.Preenche("txtCodEquip", "ETI-103");
+        noForm.Preenche("txtDescricao", "Etilômetro");
+        noForm.Escolhe("cboTipoMedidor", "Portátil");
+        noForm.Escolhe("cboTipoEquip", "Etilômetro");
+        noForm.Preenche("txtModelo", "Alco");
+        noForm.Clica("ztCmdAplicar");
+        geral->FecharJanelasAtivas();
+    });
+    host->Responde("Confirma a inclusão?", true);
+    host->FalhaEm("TrataBD.TabelaAlterada");
+    Escolhe(pessoa, Novo_);
+    EXPECT_EQ(Erros(), Textos{"COEquipamentos.m_ZtList_ItemMenuClicado(mnuZTLObjNovo): 51 (TrataBD.TabelaAlterada < "
+                              "COEquipamentos.Novo)"});
+}
+
+TEST_F(COEquipamentosTeste, Novo_DuringWhichTheHostClosesEverything_SearchesNoMore)
+{
+    Pessoa pessoa = AbreDoMenu();
+    RefFraca<COEquipamentos> fraca = co;
+    host->AoMostrarModal("frmEquipDetalhes", [this](const Ref<IForm> &form) {
+        Pessoa noForm(form, host->Tela);
+        noForm.Preenche("txtCodEquip", "ETI-103");
+        noForm.Preenche("txtDescricao", "Etilômetro");
+        noForm.Escolhe("cboTipoMedidor", "Portátil");
+        noForm.Escolhe("cboTipoEquip", "Etilômetro");
+        noForm.Preenche("txtModelo", "Alco");
+        noForm.Clica("ztCmdAplicar");
+        geral->FecharJanelasAtivas();
+    });
+    host->Responde("Confirma a inclusão?", true);
+    Escolhe(pessoa, Novo_);
+    EXPECT_EQ(host->Conta("TrataBD.TabelaAlterada(\"VOREQUIPTO\""), 1);
+    EXPECT_EQ(Enviados("lista2"), Textos{});
+    EXPECT_TRUE(fraca.Nada());
+    EXPECT_EQ(Erros(), Textos{});
+}
+
+TEST_F(COEquipamentosTeste, Detalhes_OfARow_OpensAFormOfItsOwnAndRefreshesNothing)
+{
+    Pessoa pessoa = AbreComLinhas();
+    host->AoMostrarModal("frmEquipDetalhes", [this](const Ref<IForm> &form) {
+        EXPECT_FALSE(form == FormCompartilhado<frmEquipDetalhes>());
+        EXPECT_TRUE(host->Contem("goMensagem.PreparaDetalhes(frmEquipDetalhes)"));
+        host->Tela->FechaPelaPessoa(form);
+    });
+    EXPECT_TRUE(Escolhe(pessoa, Detalhes));
+    EXPECT_EQ(Enviados("consulta"), Textos{"EquiptoED{NroIntEquip=102}"});
+    EXPECT_EQ(Enviados("lista2"), Textos{});
+    EXPECT_EQ(host->Conta("TrataBD.TabelaAlterada"), 0);
+}
+
+TEST_F(COEquipamentosTeste, Novo_AndEditar_UseTheSharedForm)
+{
+    Pessoa pessoa = AbreComLinhas();
+    std::vector<Ref<IForm>> vistos;
+    for (const char *chave : {Novo_, Editar}) {
+        host->AoMostrarModal("frmEquipDetalhes", [&](const Ref<IForm> &form) {
+            vistos.push_back(form);
+            host->Tela->FechaPelaPessoa(form);
+        });
+        Escolhe(pessoa, chave);
+    }
+    ASSERT_EQ(vistos.size(), 2U);
+    EXPECT_TRUE(vistos[0] == vistos[1]);
+    EXPECT_TRUE(vistos[0] == FormCompartilhado<frmEquipDetalhes>());
+}
+
+TEST_F(COEquipamentosTeste, Inativar_Confirmed_DeactivatesAndSearchesAgain)
+{
+    Pessoa pessoa = AbreComLinhas();
+    pessoa.ClicaLinha("ztlLista", 1);
+    host->Responde("Deseja desativar o equipamento RAD-01 ?", true);
+    EXPECT_TRUE(Escolhe(pessoa, Reativar));
+    ASSERT_EQ(host->Tela->Perguntas().size(), 1U);
+    EXPECT_EQ(host->Tela->Perguntas()[0].Titulo, host->Tela->App->Titulo());
+    EXPECT_FALSE(host->Tela->Perguntas()[0].PadraoSim);
+    EXPECT_TRUE(RegistroIgual(
+        host->RegistroDe({"Plataforma.Pergunta", "Gateway.", "EquiptoRN.", "TrataBD.TabelaAlterada"}),
+        {"Plataforma.PerguntaSimNao(*", "Gateway.CriaObjetoRN(*",
+         "EquiptoRN.ExecutaMetodo(\"desativa\", EquiptoED{NroIntEquip=101}) -> True",
+         "TrataBD.TabelaAlterada(\"VOREQUIPTO\", True, False, ausente, ausente)", "Gateway.CriaObjetoRN(*",
+         "EquiptoRN.ExecutaMetodo(\"lista2\", ListaEquiptoED{ClienteInc=\"PREFEITURA\", Ativo=1, IndTrabFoto=2})*",
+         "EquiptoRN.ObtemRetorno()*"}));
+}
+
+TEST_F(COEquipamentosTeste, Inativar_OfInactiveEquipment_Reactivates)
+{
+    Pessoa pessoa = AbreDoMenu();
+    pessoa.Marca("chkInativos");
+    pessoa.Localiza("ztlLista");
+    host->Responde("Deseja reativar o equipamento PAR-02 ?", true);
+    EXPECT_TRUE(Escolhe(pessoa, Reativar));
+    EXPECT_EQ(Enviados("reativa"), Textos{"EquiptoED{NroIntEquip=102}"});
+    EXPECT_EQ(Enviados("lista2").size(), 2U);
+}
+
+TEST_F(COEquipamentosTeste, Inativar_NotConfirmed_CallsNothing)
+{
+    Pessoa pessoa = AbreComLinhas();
+    host->Responde("Deseja desativar o equipamento PAR-02 ?", false);
+    EXPECT_TRUE(Escolhe(pessoa, Reativar));
+    EXPECT_EQ(host->Conta("Gateway."), 0);
+    EXPECT_EQ(host->Conta("EquiptoRN."), 0);
+    EXPECT_EQ(host->Conta("TrataBD.TabelaAlterada"), 0);
+}
+
+TEST_F(COEquipamentosTeste, Inativar_ThatTheServiceRefuses_LeavesTheList)
+{
+    Pessoa pessoa = AbreComLinhas();
+    host->Responde("Deseja desativar o equipamento PAR-02 ?", true);
+    host->RecusaOperacao("desativa", "Equipamento em uso");
+    Escolhe(pessoa, Reativar);
+    EXPECT_TRUE(host->Contem("EquiptoRN.MostraErro() -> \"Equipamento em uso\""));
+    EXPECT_EQ(host->Conta("TrataBD.TabelaAlterada"), 0);
+    EXPECT_EQ(Enviados("lista2"), Textos{});
+    EXPECT_EQ(Linhas(pessoa).size(), 2U);
+}
+
+TEST_F(COEquipamentosTeste, Inativar_OfAServiceThatFails_ReportsThePath)
+{
+    Pessoa pessoa = AbreComLinhas();
+    host->Responde("Deseja desativar o equipamento PAR-02 ?", true);
+    host->FalhaEm("EquiptoRN.ExecutaMetodo");
+    Escolhe(pessoa, Reativar);
+    EXPECT_EQ(Erros(), Textos{"COEquipamentos.m_ZtList_ItemMenuClicado(mnuZTLObjReativar): 51 "
+                              "(EquiptoRN.ExecutaMetodo < COEquipamentos.Inativar)"});
+    EXPECT_EQ(Linhas(pessoa).size(), 2U);
+}
+
+TEST_F(COEquipamentosTeste, Inativar_OfASearchThatIsNeitherOfActiveNorOfInactive_AsksAndCallsWithoutAName)
+{
+    Pessoa pessoa = AbreDoMenu();
+    co->Localizar(Criterios("0", "0", "3"));
+    host->Servico("EquiptoRN", "", [](const Ref<::Registro> &) { return Resposta::Recusa("Operação desconhecida"); });
+    host->Responde("Deseja r o equipamento PAR-02 ?", true);
+    EXPECT_EQ(Item(pessoa, Reativar)->Texto(), "Desativar");
+    EXPECT_FALSE(Item(pessoa, Editar)->Enabled());
+    EXPECT_TRUE(Escolhe(pessoa, Reativar));
+    EXPECT_EQ(Enviados(""), Textos{"EquiptoED{NroIntEquip=102}"});
+    EXPECT_TRUE(host->Contem("EquiptoRN.MostraErro() -> \"Operação desconhecida\""));
+}
+
+TEST_F(COEquipamentosTeste, LimitesDiferenciados_OfARow_OpensTheLimitsOfItsEquipment)
+{
+    struct Caso {
+        const char *Chave;
+        const char *Caption;
+        const char *Operacao;
+        const char *Pedido;
+    };
+    const std::vector<Caso> casos{
+        {LimitesDif, "Limite Diferenciado [R'1]", "listaLimiteDif", "LimiteDifED{NroIntEquip=101, TipoLimite=1}"},
+        {DiasEspec, "Dia Específico [R'1]", "listaDiaEspecifico", "DiaEspecificoED{NroIntEquip=101}"},
+        {HorarioProib, "Horário Proibido [R'1]", "listaLimiteDif", "LimiteDifED{NroIntEquip=101, TipoLimite=2}"}};
+    Cadastro = {Equipto(101, "R'1", "F", 1)};
+    Pessoa pessoa = AbreComLinhas();
+    for (const Caso &caso : casos) {
+        host->LimpaRegistro();
+        host->AoMostrarModal("frmLimitesDif", [&](const Ref<IForm> &form) {
+            EXPECT_EQ(form->Caption(), caso.Caption);
+            EXPECT_TRUE(form == FormCompartilhado<frmLimitesDif>());
+            host->Tela->FechaPelaPessoa(form);
+        });
+        EXPECT_TRUE(Escolhe(pessoa, caso.Chave));
+        EXPECT_EQ(Enviados(caso.Operacao), Textos{caso.Pedido});
+        EXPECT_EQ(Enviados("lista2"), Textos{});
+        EXPECT_EQ(host->Conta("TrataBD.TabelaAlterada"), 0);
+    }
+}
+
+TEST_F(COEquipamentosTeste, LimitesDiferenciados_OfAServiceThatFails_ReportUnderTheirOwnNames)
+{
+    Cadastro = {Equipto(101, "R1", "F", 1)};
+    Pessoa pessoa = AbreComLinhas();
+    for (const auto &[chave, contexto] :
+         std::vector<std::pair<const char *, std::string>>{{LimitesDif, "COEquipamentos.LimitesDiferenciados"},
+                                                           {DiasEspec, "COEquipamentos.DiasEspecificos"},
+                                                           {HorarioProib, "COEquipamentos.LimitesDiferenciados"}}) {
+        host->FalhaEm("EquiptoRN.ExecutaMetodo");
+        Escolhe(pessoa, chave);
+        const Textos erros = Erros();
+        ASSERT_EQ(erros.size(), 1U);
+        EXPECT_TRUE(erros[0].starts_with(contexto + ": 51 (EquiptoRN.ExecutaMetodo < COLimiteDif.")) << erros[0];
+        EXPECT_EQ(host->Tela->Ponteiro(), 0);
+        EXPECT_EQ(host->Tela->NroForms(), 1);
+    }
+}
+
+TEST_F(COEquipamentosTeste, ItemMenuClicado_OfAnUnknownKey_DoesNothing)
+{
+    Pessoa pessoa = AbreComLinhas();
+    for (const char *chave : {Localizar, Excluir, "mnuZTLObjOutro", "MNUZTLOBJNOVO", ""}) {
+        ListaDe(pessoa)->ItemMenuClicado().dispara(chave);
+    }
+    EXPECT_EQ(host->Registro(), Textos{});
+}
+
+TEST_F(COEquipamentosTeste, Atualizar_OfAServiceThatFails_ReportsUnderTheKeyOfTheMenu)
+{
+    Pessoa pessoa = AbreComLinhas();
+    host->FalhaEm("EquiptoRN.ExecutaMetodo");
+    Escolhe(pessoa, Atualizar);
+    EXPECT_EQ(Erros(), Textos{"COEquipamentos.m_ZtList_ItemMenuClicado(mnuZTLObjAtualizar): 51 "
+                              "(EquiptoRN.ExecutaMetodo < COEquipamentos.LocalizarEquipamentos)"});
+}
+
+// Lives.
+
+TEST_F(COEquipamentosTeste, Janela_ClosedByThePerson_EndsTheController)
+{
+    Pessoa pessoa = AbreComLinhas();
+    EXPECT_FALSE(co.Nada());
+    EXPECT_TRUE(pessoa.Fecha());
+    EXPECT_TRUE(co.Nada());
+}
+
+TEST_F(COEquipamentosTeste, FecharJanelasAtivas_OfSeveralWindows_EndsTheirControllers)
+{
+    std::vector<RefFraca<COEquipamentos>> fracas;
+    for (std::int32_t i = 0; i < 3; ++i) {
+        AbreComLinhas();
+        fracas.push_back(co);
+    }
+    geral->FecharJanelasAtivas();
+    for (const auto &fraca : fracas) {
+        EXPECT_TRUE(fraca.Nada());
+    }
+    EXPECT_EQ(host->Tela->NroForms(), 0);
+}
+
+TEST_F(COEquipamentosTeste, Janelas_TwoAtOnce_DoNotDisturbEachOther)
+{
+    Lista2 = [this](const Ref<ListaEquiptoED> &pedido) {
+        return Resposta(pedido->Ativo == 2 ? Pagina({Cadastro[1]}, 0) : Pagina({Cadastro[0]}, 40));
+    };
+    Pessoa primeira = AbreDoMenu("1");
+    Pessoa segunda = AbreDoMenu("2");
+    primeira.Localiza("ztlLista");
+    segunda.Marca("chkInativos");
+    EXPECT_EQ(Linhas(primeira).size(), 1U);
+    segunda.Localiza("ztlLista");
+    EXPECT_EQ(ListaDe(primeira)->Titulo(), "DAER");
+    EXPECT_EQ(ListaDe(segunda)->Titulo(), "PREFEITURA [Inativos]");
+    EXPECT_TRUE(ListaDe(primeira)->TemMais());
+    EXPECT_FALSE(ListaDe(segunda)->TemMais());
+    EXPECT_TRUE(Item(primeira, Editar)->Enabled());
+    EXPECT_FALSE(Item(segunda, Editar)->Enabled());
+    host->LimpaRegistro();
+    primeira.PedeMais("ztlLista");
+    EXPECT_EQ(Enviados("lista2"),
+              Textos{"ListaEquiptoED{ClienteInc=\"DAER\", Ativo=1, ProxNroIntEquip=40, IndTrabFoto=1}"});
+    EXPECT_EQ(Linhas(segunda).size(), 1U);
+    EXPECT_TRUE(primeira.Fecha());
+    segunda.Localiza("ztlLista");
+    EXPECT_EQ(Linhas(segunda).size(), 1U);
+}
+
+TEST_F(COEquipamentosTeste, Localizar_DuringWhichTheHostClosesTheWindow_EndsQuietly)
+{
+    Pessoa pessoa = AbreDoMenu();
+    Lista2 = [this](const Ref<ListaEquiptoED> &) {
+        geral->FecharJanelasAtivas();
+        return Resposta(Pagina(Cadastro));
+    };
+    pessoa.Localiza("ztlLista");
+    EXPECT_TRUE(co.Nada());
+    EXPECT_EQ(host->Tela->NroForms(), 0);
+    EXPECT_EQ(host->Tela->Ponteiro(), 0);
+    EXPECT_EQ(Erros(), Textos{});
+}
+
+// Whole journeys in which each call of the host fails once: afterwards nothing is left of the failure, one box at most
+// has told it, and the same journey works.
+class COEquipamentosVarredura : public COEquipamentosTeste {
+  protected:
+    // `prepara` runs without failures; `viagem` is the journey; `confere` looks at its result when nothing failed, and
+    // calls nothing of the host.
+    void Varre(const std::function<void()> &prepara, const std::function<void()> &viagem,
+               const std::function<void()> &confere)
+    {
+        std::int32_t n = 0;
+        for (bool falhou = true; falhou; ++n) {
+            SCOPED_TRACE("call " + std::to_string(n + 1));
+            prepara();
+            host->LimpaRegistro();
+            host->FalhaNaChamada(n + 1);
+            viagem();
+            falhou = host->FalhasDisparadas() == 1;
+            const Textos registro = host->Registro();
+            const Textos erros = Erros();
+            if (!falhou) {
+                EXPECT_EQ(erros, Textos{});
+                confere();
+                break;
+            }
+            const auto culpada =
+                std::ranges::find_if(registro, [](const std::string &linha) { return linha.ends_with(" !! 51"); });
+            ASSERT_NE(culpada, registro.end());
+            EXPECT_EQ(erros.size(), Ignorada(*culpada) ? 0U : 1U) << *culpada;
+            EXPECT_EQ(host->Tela->Ponteiro(), 0) << *culpada;
+            host->LimpaRegistro();
+            viagem();
+            EXPECT_EQ(Erros(), Textos{}) << *culpada;
+            EXPECT_EQ(host->Tela->Ponteiro(), 0) << *culpada;
+            confere();
+            NovoHost();
+        }
+        EXPECT_GT(n, 5);
+    }
+
+    // Calls of the shell whose failure is ignored.
+    static bool Ignorada(const std::string &linha)
+    {
+        return linha.starts_with("FormMDI.FecharEnviaRecebe") || linha.starts_with("cGlobal.gsubSetaAutoModuloAtivo");
+    }
+
+    // The person's part in a window, when it is there.
+    void NaUltimaJanela(const std::function<void(Pessoa &)> &acao)
+    {
+        const auto janelas = host->Tela->FormsAbertos("frmLista");
+        if (!janelas.empty()) {
+            Pessoa pessoa(janelas.back(), host->Tela);
+            acao(pessoa);
+        }
+    }
+    // Answers a question, unless an answer to it still waits.
+    void Responde(const std::string &pergunta)
+    {
+        if (static_cast<std::int32_t>(host->Tela->Perguntas().size()) == respostas) {
+            host->Responde(pergunta, true);
+            ++respostas;
+        }
+    }
+
+    std::int32_t respostas = 0;
+};
+
+TEST_F(COEquipamentosVarredura, MenuSearchAndNextPage_WithEachCallFailing_WorkOnTheNextTry)
+{
+    const auto prepara = [this] {
+        Lista2 = [this](const Ref<ListaEquiptoED> &pedido) {
+            return Resposta(Pagina({Cadastro[pedido->ProxNroIntEquip.Escrito() ? 1 : 0]},
+                                   pedido->ProxNroIntEquip.Escrito() ? 0 : 5));
+        };
+    };
+    const auto viagem = [this] {
+        host->Tela->FechaTudo();
+        geral->ClickMenu("mnuModNABEquiptos");
+        NaUltimaJanela([](Pessoa &pessoa) {
+            pessoa.Localiza("ztlLista");
+            pessoa.PedeMais("ztlLista");
+        });
+    };
+    Varre(prepara, viagem, [this] {
+        EXPECT_EQ(Linhas(NaJanela()).size(), 2U);
+        EXPECT_EQ(ListaDe(NaJanela())->ItemAtual(), 2);
+        host->Tela->FechaPelaPessoa(host->Tela->FormsAbertos("frmLista").at(0));
+        EXPECT_EQ(host->Tela->NroForms(), 0);
+    });
+}
+
+TEST_F(COEquipamentosVarredura, Deactivation_WithEachCallFailing_WorksOnTheNextTry)
+{
+    const auto prepara = [this] {
+        respostas = 0;
+        AbreComLinhas();
+    };
+    const auto viagem = [this] {
+        Responde("Deseja desativar o equipamento PAR-02 ?");
+        NaUltimaJanela([this](Pessoa &pessoa) {
+            if (ListaDe(pessoa)->NroItens() == 0) {
+                pessoa.Localiza("ztlLista");
+            }
+            Escolhe(pessoa, Reativar);
+        });
+    };
+    Varre(prepara, viagem, [this] {
+        EXPECT_EQ(Linhas(NaJanela()).size(), 2U);
+        EXPECT_EQ(host->Conta("TrataBD.TabelaAlterada"), 1);
+    });
+}
+
+TEST_F(COEquipamentosVarredura, Edition_WithEachCallFailing_WorksOnTheNextTry)
+{
+    bool formulario = false;
+    const auto prepara = [this] {
+        respostas = 0;
+        AbreComLinhas();
+    };
+    const auto viagem = [this, &formulario] {
+        Responde("Confirma a alteração?");
+        if (!formulario) {
+            formulario = true;
+            host->AoMostrarModal("frmEquipDetalhes", [this, &formulario](const Ref<IForm> &form) {
+                formulario = false;
+                Pessoa pessoa(form, host->Tela);
+                pessoa.Preenche("txtDescricao", "Outra");
+                pessoa.Clica("ztCmdOK");
+                if (form->Visible()) {
+                    host->Tela->FechaPelaPessoa(form);
+                }
+            });
+        }
+        NaUltimaJanela([this](Pessoa &pessoa) {
+            if (ListaDe(pessoa)->NroItens() == 0) {
+                pessoa.Localiza("ztlLista");
+            }
+            Escolhe(pessoa, Editar);
+        });
+    };
+    Varre(prepara, viagem, [this] {
+        EXPECT_EQ(Linhas(NaJanela()).size(), 2U);
+        EXPECT_EQ(host->Conta("TrataBD.TabelaAlterada"), 1);
+        EXPECT_EQ(Enviados("altera").size(), 1U);
+    });
+}
+
+TEST_F(COEquipamentosVarredura, Limits_WithEachCallFailing_OpenOnTheNextTry)
+{
+    bool janela = false;
+    const auto prepara = [this] {
+        Cadastro = {Equipto(101, "R1", "F", 1)};
+        AbreComLinhas();
+    };
+    const auto viagem = [this, &janela] {
+        if (!janela) {
+            janela = true;
+            host->AoMostrarModal("frmLimitesDif", [this, &janela](const Ref<IForm> &form) {
+                janela = false;
+                host->Tela->FechaPelaPessoa(form);
+            });
+        }
+        NaUltimaJanela([this](Pessoa &pessoa) { Escolhe(pessoa, DiasEspec); });
+    };
+    Varre(prepara, viagem, [this] {
+        EXPECT_EQ(Enviados("listaDiaEspecifico").size(), 1U);
+        EXPECT_EQ(host->Tela->NroForms(), 1);
+    });
+}
+
+} // namespace
