@@ -1,13 +1,10 @@
 #include "host/ChamadaRemota.h"
 
-#include "host/AfericaoED.h"
-#include "host/ConsultaAfericaoED.h"
-
+#include "host/EquiptoED.h"
 #include "tests/support/FalhaLancada.h"
+#include "tests/support/HostTeste.h"
 
-#include <gtest/gtest.h>
-
-#include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,215 +12,158 @@ namespace {
 
 using Linhas = std::vector<std::string>;
 
-// What the remote side does and what happened, shared by gateway and proxy.
-struct Roteiro {
-    Linhas Passos;
-    bool Sucesso = true;
-    Valor Retorno;
-    std::function<void(std::vector<Valor> &)> AoExecutar;
-    std::function<void(const std::string &)> AntesDe; // may raise
-    RefFraca<IGateway> Gateway;
-    RefFraca<IProxyRN> Proxy;
-    RefFraca<ConsultaAfericaoED> Pedido;
-
-    void Passo(const std::string &nome)
-    {
-        Passos.push_back(nome);
-        if (AntesDe) {
-            AntesDe(nome);
-        }
-    }
-};
-
-class ProxyDeTeste : public IProxyRN {
-  public:
-    explicit ProxyDeTeste(Roteiro &roteiro) : m_Roteiro(roteiro) {}
-    std::string_view NomeTipo() const override { return "Proxy"; }
-
-    Valor ObtemRetorno() override
-    {
-        m_Roteiro.Passo("ObtemRetorno");
-        return m_Roteiro.Retorno;
-    }
-    void MostraErro() override { m_Roteiro.Passo("MostraErro"); }
-    bool ExecutaMetodo(Ref<Objeto> &oContexto, std::string &sMetodo, std::vector<Valor> &aParam) override
-    {
-        m_Roteiro.Passo("ExecutaMetodo " + sMetodo);
-        EXPECT_TRUE(oContexto.Nada());
-        EXPECT_TRUE(m_Roteiro.Gateway.Nada()) << "the gateway was kept";
-        EXPECT_EQ(aParam.size(), 1U);
-        EXPECT_TRUE(std::holds_alternative<Valor::Variavel>(aParam.at(0).Interno()));
-        if (m_Roteiro.AoExecutar) {
-            m_Roteiro.AoExecutar(aParam);
-        }
-        sMetodo = "changed by the remote side";
-        oContexto = aParam.at(0).ComoObjeto();
-        return m_Roteiro.Sucesso;
-    }
-
-  private:
-    Roteiro &m_Roteiro;
-};
-
-class GatewayDeTeste : public IGateway {
-  public:
-    explicit GatewayDeTeste(Roteiro &roteiro) : m_Roteiro(roteiro) {}
-    std::string_view NomeTipo() const override { return "Gateway"; }
-
-    Ref<IProxyRN> CriaObjetoRN(const std::string &sSistema, const std::string &sClasseRN,
-                               const std::string &sBiblioteca, const std::string &sCanal) override
-    {
-        m_Roteiro.Passo("CriaObjetoRN " + sSistema + " " + sClasseRN + " " + sBiblioteca + " " + sCanal);
-        auto proxy = Novo<ProxyDeTeste>(m_Roteiro);
-        m_Roteiro.Proxy = proxy;
-        return proxy;
-    }
-
-  private:
-    Roteiro &m_Roteiro;
-};
-
-class ChamadaRemota : public testing::Test {
+class ChamadaRemota : public HostTeste {
   protected:
-    Roteiro roteiro;
-
-    auto ObtemGateway()
+    static Ref<EquiptoED> Pedido()
     {
-        return [this] {
-            roteiro.Passo("gateway");
-            auto gateway = Novo<GatewayDeTeste>(roteiro);
-            roteiro.Gateway = gateway;
-            return Ref<IGateway>(gateway);
-        };
+        auto pedido = Novo<EquiptoED>();
+        pedido->NroIntEquip = 12;
+        return pedido;
     }
 
-    auto Pedido()
+    std::optional<Ref<EquiptoED>> Consulta(const std::string &classe = "EquiptoRN")
     {
-        return [this] {
-            roteiro.Passo("pedido");
-            auto oED = Novo<ConsultaAfericaoED>();
-            oED->NroIntEquip = 12;
-            roteiro.Pedido = oED;
-            return oED;
-        };
+        return ConsultaRemota<EquiptoED>([&] { return host->objMTM->ObtemGateway(); }, classe, "consulta", Pedido);
     }
 
-    auto Consulta() { return ConsultaRemota<AfericaoED>(ObtemGateway(), "EquiptoRN", "consulta", Pedido()); }
-    bool Comanda() { return ComandaRemoto(ObtemGateway(), "RelatorioRN", "desativa", Pedido()); }
-
-    void ConfereTudoLiberado()
+    bool Comanda()
     {
-        EXPECT_TRUE(roteiro.Gateway.Nada());
-        EXPECT_TRUE(roteiro.Proxy.Nada());
-        EXPECT_TRUE(roteiro.Pedido.Nada());
+        return ComandaRemoto([&] { return host->objMTM->ObtemGateway(); }, "EquiptoRN", "altera", Pedido);
+    }
+
+    void Responde(const std::string &metodo, const Resposta &resposta)
+    {
+        host->Servico("EquiptoRN", metodo, [resposta](const Ref<Registro> &) { return resposta; });
     }
 };
 
-TEST_F(ChamadaRemota, ConsultaRemota_Accepted_RunsTheStepsInOrderAndFetchesTheAnswer)
+TEST_F(ChamadaRemota, ConsultaRemota_OnSuccess_CallsInOrderAndGivesTheAnswer)
 {
-    auto afericao = Novo<AfericaoED>();
-    roteiro.Retorno = afericao;
-    roteiro.AoExecutar = [](std::vector<Valor> &aParam) {
-        EXPECT_EQ(aParam[0].Como<ConsultaAfericaoED>()->NroIntEquip.Valor(), 12);
-    };
-    const auto resposta = Consulta();
-    ASSERT_TRUE(resposta.has_value());
-    EXPECT_TRUE(*resposta == afericao);
-    EXPECT_EQ(roteiro.Passos, (Linhas{"gateway", "CriaObjetoRN VOR EquiptoRN ZTVORLIB 4", "pedido",
-                                      "ExecutaMetodo consulta", "ObtemRetorno"}));
-    ConfereTudoLiberado();
+    auto resposta = Novo<EquiptoED>();
+    resposta->Codigo = "R-01";
+    Responde("consulta", resposta);
+    auto obtida = Consulta();
+    ASSERT_TRUE(obtida);
+    EXPECT_TRUE(*obtida == resposta);
+    EXPECT_EQ(host->Registro(),
+              (Linhas{"objMTM.ObtemGateway()", "Gateway.CriaObjetoRN(\"VOR\", \"EquiptoRN\", \"ZTVORLIB\", \"4\")",
+                      "EquiptoRN.ExecutaMetodo(\"consulta\", EquiptoED{NroIntEquip=12}) -> True",
+                      "EquiptoRN.ObtemRetorno() -> EquiptoED{Codigo=\"R-01\"}"}));
 }
 
-TEST_F(ChamadaRemota, ConsultaRemota_Refused_ShowsTheErrorAndFetchesNothing)
+TEST_F(ChamadaRemota, ConsultaRemota_OfARefusal_ShowsItOnceAndGivesNoValue)
 {
-    roteiro.Sucesso = false;
-    EXPECT_FALSE(Consulta().has_value());
-    EXPECT_EQ(roteiro.Passos, (Linhas{"gateway", "CriaObjetoRN VOR EquiptoRN ZTVORLIB 4", "pedido",
-                                      "ExecutaMetodo consulta", "MostraErro"}));
-    ConfereTudoLiberado();
+    host->RecusaOperacao("consulta", "Não encontrado.");
+    EXPECT_FALSE(Consulta());
+    EXPECT_EQ(host->RegistroDe({"EquiptoRN."}),
+              (Linhas{"EquiptoRN.ExecutaMetodo(\"consulta\", EquiptoED{NroIntEquip=12}) -> False",
+                      "EquiptoRN.MostraErro() -> \"Não encontrado.\""}));
 }
 
-TEST_F(ChamadaRemota, ConsultaRemota_AnswerNothing_IsAValueThatIsNothing)
+TEST_F(ChamadaRemota, ConsultaRemota_OfNothing_IsAnAnswer)
 {
-    roteiro.Retorno = Ref<Objeto>();
-    const auto resposta = Consulta();
-    ASSERT_TRUE(resposta.has_value());
-    EXPECT_TRUE(resposta->Nada());
+    Responde("consulta", Ref<EquiptoED>());
+    auto obtida = Consulta();
+    ASSERT_TRUE(obtida);
+    EXPECT_TRUE(obtida->Nada());
 }
 
-TEST_F(ChamadaRemota, ConsultaRemota_AnswerOfAnotherClass_RaisesThirteen)
+TEST_F(ChamadaRemota, ConsultaRemota_OfAnotherTypeOrNoObject_IsFault13Or424)
 {
-    roteiro.Retorno = Novo<ConsultaAfericaoED>();
+    Responde("consulta", Novo<SensorED>());
     EXPECT_EQ(FalhaLancada([&] { Consulta(); }).Numero, 13);
-    ConfereTudoLiberado();
-}
-
-TEST_F(ChamadaRemota, ConsultaRemota_AnswerThatIsNoObject_RaisesFourHundredTwentyFour)
-{
-    roteiro.Retorno = Valor("sim");
+    Responde("consulta", Resposta(Valor("texto")));
     EXPECT_EQ(FalhaLancada([&] { Consulta(); }).Numero, 424);
 }
 
-TEST_F(ChamadaRemota, ComandaRemoto_AcceptedOrRefused_NeverFetchesAnAnswer)
+TEST_F(ChamadaRemota, ConsultaRemota_WithTheRequestReplaced_MindsItsTypeEvenWhenRefused)
 {
+    Responde("consulta", Resposta(Novo<EquiptoED>()).Troca(Novo<EquiptoED>()));
+    EXPECT_TRUE(Consulta());
+    Responde("consulta", Resposta(Novo<EquiptoED>()).Troca(Ref<EquiptoED>()));
+    EXPECT_TRUE(Consulta());
+    Responde("consulta", Resposta::Recusa("Não.").Troca(Novo<SensorED>()));
+    host->LimpaRegistro();
+    EXPECT_EQ(FalhaLancada([&] { Consulta(); }).Numero, 13);
+    EXPECT_FALSE(host->Contem("EquiptoRN.MostraErro"));
+}
+
+TEST_F(ChamadaRemota, ComandaRemoto_OnSuccess_DoesNotFetchTheAnswer)
+{
+    Responde("altera", Resposta(Valor("unread")));
     EXPECT_TRUE(Comanda());
-    EXPECT_EQ(roteiro.Passos,
-              (Linhas{"gateway", "CriaObjetoRN VOR RelatorioRN ZTVORLIB 4", "pedido", "ExecutaMetodo desativa"}));
-    ConfereTudoLiberado();
-    roteiro.Passos.clear();
-    roteiro.Sucesso = false;
+    EXPECT_FALSE(host->Contem("EquiptoRN.ObtemRetorno"));
+    EXPECT_FALSE(host->Contem("EquiptoRN.MostraErro"));
+}
+
+TEST_F(ChamadaRemota, ComandaRemoto_OfARefusal_ShowsItAndIsFalse)
+{
+    host->RecusaOperacao("altera", "Não.");
     EXPECT_FALSE(Comanda());
-    EXPECT_EQ(roteiro.Passos, (Linhas{"gateway", "CriaObjetoRN VOR RelatorioRN ZTVORLIB 4", "pedido",
-                                      "ExecutaMetodo desativa", "MostraErro"}));
+    EXPECT_EQ(host->Conta("EquiptoRN.MostraErro"), 1);
 }
 
-TEST_F(ChamadaRemota, RequestReplaced_ByARecordOfItsTypeOrNothing_IsTaken)
+TEST_F(ChamadaRemota, EveryStep_ThatFaults_PassesTheFaultUnchangedAndCallsNothingBehind)
 {
-    for (const Ref<Objeto> &outro : {Ref<Objeto>(Novo<ConsultaAfericaoED>()), Ref<Objeto>()}) {
-        roteiro.AoExecutar = [&](std::vector<Valor> &aParam) { aParam[0].Substitui(outro); };
-        EXPECT_TRUE(Comanda());
-        ConfereTudoLiberado();
-    }
-}
-
-TEST_F(ChamadaRemota, RequestReplaced_ByAnotherRecord_RaisesThirteenWhateverTheResult)
-{
-    roteiro.AoExecutar = [](std::vector<Valor> &aParam) { aParam[0].Substitui(Novo<AfericaoED>()); };
-    for (bool sucesso : {true, false}) {
-        roteiro.Sucesso = sucesso;
-        roteiro.Passos.clear();
-        EXPECT_EQ(FalhaLancada([&] { Comanda(); }).Numero, 13);
-        EXPECT_EQ(roteiro.Passos.back(), "ExecutaMetodo desativa"); // neither answer nor message
-        ConfereTudoLiberado();
-    }
-}
-
-TEST_F(ChamadaRemota, AnyStepThatFails_PassesItsFaultUnchangedAndReleasesAll)
-{
-    for (const char *passo :
-         {"gateway", "CriaObjetoRN VOR EquiptoRN ZTVORLIB 4", "pedido", "ExecutaMetodo consulta", "ObtemRetorno"}) {
-        SCOPED_TRACE(passo);
-        roteiro.AntesDe = [passo](const std::string &este) {
-            if (este == passo) {
-                throw Falha(1010, "Rede", "Sem rede");
-            }
-        };
+    Responde("consulta", Novo<EquiptoED>());
+    const Linhas passos{"objMTM.ObtemGateway", "Gateway.CriaObjetoRN", "EquiptoRN.ExecutaMetodo",
+                        "EquiptoRN.ObtemRetorno"};
+    for (std::size_t passo = 0; passo < passos.size(); ++passo) {
+        host->LimpaRegistro();
+        host->FalhaEm(passos[passo], 1, 462, "sem servidor");
         const Falha falha = FalhaLancada([&] { Consulta(); });
-        EXPECT_EQ(falha.Numero, 1010);
-        EXPECT_EQ(falha.Fonte, "Rede");
-        EXPECT_EQ(falha.Descricao, "Sem rede");
-        EXPECT_EQ(roteiro.Passos.back(), passo);
-        ConfereTudoLiberado();
+        EXPECT_EQ(falha.Numero, 462);
+        EXPECT_EQ(falha.Fonte, passos[passo]);
+        EXPECT_EQ(falha.Descricao, "sem servidor");
+        EXPECT_EQ(host->Registro().size(), passo + 1);
     }
 }
 
-TEST_F(ChamadaRemota, GatewayOrProxyThatIsNothing_RaisesNinetyOne)
+TEST_F(ChamadaRemota, Request_OfACall_IsBuiltAfterTheProxyAndTheGatewayIsLetGo)
 {
-    EXPECT_EQ(
-        FalhaLancada([&] { ComandaRemoto([] { return Ref<IGateway>(); }, "EquiptoRN", "inclui", Pedido()); }).Numero,
-        91);
-    EXPECT_TRUE(roteiro.Passos.empty());
+    Responde("altera", Resposta());
+    RefFraca<IGateway> vigia;
+    bool montado = false;
+    ComandaRemoto(
+        [&] {
+            Ref<IGateway> gateway = host->objMTM->ObtemGateway();
+            vigia = gateway;
+            return gateway;
+        },
+        "EquiptoRN", "altera",
+        [&] {
+            EXPECT_TRUE(host->Contem("Gateway.CriaObjetoRN"));
+            EXPECT_TRUE(vigia.Nada());
+            montado = true;
+            return Pedido();
+        });
+    EXPECT_TRUE(montado);
+}
 
+TEST_F(ChamadaRemota, Request_AfterAnyCall_IsLetGoWithTheProxy)
+{
+    RefFraca<EquiptoED> vigia;
+    const auto comanda = [&] {
+        ComandaRemoto([&] { return host->objMTM->ObtemGateway(); }, "EquiptoRN", "altera",
+                      [&] {
+                          auto pedido = Pedido();
+                          vigia = pedido;
+                          return pedido;
+                      });
+    };
+    Responde("altera", Resposta());
+    comanda();
+    EXPECT_TRUE(vigia.Nada());
+    host->RecusaOperacao("altera", "Não.");
+    comanda();
+    EXPECT_TRUE(vigia.Nada());
+    host->FalhaEm("EquiptoRN.ExecutaMetodo");
+    EXPECT_EQ(FalhaLancada(comanda).Numero, 51);
+    EXPECT_TRUE(vigia.Nada());
+} // the host reports a proxy that still lives
+
+TEST_F(ChamadaRemota, Gateway_OrProxyThatIsNothing_IsFault91)
+{
     class GatewayVazio : public IGateway {
       public:
         std::string_view NomeTipo() const override { return "Gateway"; }
@@ -233,10 +173,10 @@ TEST_F(ChamadaRemota, GatewayOrProxyThatIsNothing_RaisesNinetyOne)
             return nullptr;
         }
     };
-    EXPECT_EQ(FalhaLancada([&] {
-                  ComandaRemoto([] { return Ref<IGateway>(Novo<GatewayVazio>()); }, "EquiptoRN", "inclui", Pedido());
-              }).Numero,
-              91);
+    for (const Ref<IGateway> &gateway : {Ref<IGateway>(), Ref<IGateway>(Novo<GatewayVazio>())}) {
+        EXPECT_EQ(FalhaLancada([&] { ComandaRemoto([&] { return gateway; }, "EquiptoRN", "inclui", Pedido); }).Numero,
+                  91);
+    }
 }
 
 } // namespace

@@ -32,7 +32,8 @@ bool MemoriaEscassa::Recusou() const noexcept
     return g_Faltam < 1;
 }
 
-// The array and nothrow forms of the library call these; nothing here is aligned beyond the common.
+// The array forms of the library call these, or, where a sanitizer brings its own, match each other; nothing here is
+// aligned beyond the common.
 void *operator new(std::size_t tamanho)
 {
     if (g_Faltam > 0 && --g_Faltam == 0) {
@@ -46,6 +47,13 @@ void *operator new(std::size_t tamanho)
     return bloco;
 }
 
+void *operator new(std::size_t tamanho, const std::nothrow_t &) noexcept
+try {
+    return operator new(tamanho);
+} catch (...) {
+    return nullptr;
+}
+
 void operator delete(void *endereco) noexcept
 {
     if (endereco != nullptr) {
@@ -55,6 +63,11 @@ void operator delete(void *endereco) noexcept
 }
 
 void operator delete(void *endereco, std::size_t) noexcept
+{
+    operator delete(endereco);
+}
+
+void operator delete(void *endereco, const std::nothrow_t &) noexcept
 {
     operator delete(endereco);
 }
