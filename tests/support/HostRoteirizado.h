@@ -108,6 +108,8 @@ class HostRoteirizado : public HostServices {
 
     // The person.
     void Responde(const std::string &pergunta, bool sim) { Tela->Responde(pergunta, sim); }
+    // Presses Enter, which is the default button.
+    void RespondePadrao(const std::string &pergunta) { Tela->Responde(pergunta, std::nullopt); }
     // What the person does in the next modal window of that class: a procedure that gets a Pessoa in front of it, or
     // the form.
     template <class Roteiro> void AoMostrarModal(const std::string &classe, Roteiro roteiro)

@@ -167,6 +167,14 @@ TEST_F(HostRoteirizadoTeste, PerguntaSimNao_WithAnAnswer_GivesItAndLogsTheDefaul
     EXPECT_EQ(host->Registro(), Linhas{"Plataforma.PerguntaSimNao(\"Confirma?\", \"Atenção\", padrao=Não) -> Sim"});
 }
 
+TEST_F(HostRoteirizadoTeste, PerguntaSimNao_AnsweredWithEnter_GivesTheDefault)
+{
+    host->RespondePadrao("Sim?");
+    host->RespondePadrao("Não?");
+    EXPECT_TRUE(Plataforma()->PerguntaSimNao("Sim?", "Atenção", true));
+    EXPECT_FALSE(Plataforma()->PerguntaSimNao("Não?", "Atenção", false));
+}
+
 TEST_F(HostRoteirizadoTeste, PerguntaSimNao_OutOfTheOrderOfTheAnswers_GivesTheDefaultAndIsAProblem)
 {
     host->Responde("Primeira?", false);

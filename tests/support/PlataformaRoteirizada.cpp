@@ -12,9 +12,9 @@ PlataformaRoteirizada::PlataformaRoteirizada(RefRegistro registro)
     Arquivos.CriaDiretorio(DiretorioModulo);
 }
 
-void PlataformaRoteirizada::Responde(std::string texto, bool sim)
+void PlataformaRoteirizada::Responde(std::string texto, std::optional<bool> sim)
 {
-    m_Respostas.push_back({std::move(texto), "", false, sim});
+    m_Respostas.emplace_back(std::move(texto), sim);
 }
 
 void PlataformaRoteirizada::AoMostrarModal(std::string classe, Roteiro roteiro)
@@ -96,8 +96,8 @@ void PlataformaRoteirizada::FechaTudo()
 
 void PlataformaRoteirizada::ConfereSobras()
 {
-    for (const Pergunta &resposta : m_Respostas) {
-        m_Registro->Problema("Pergunta esperada que não foi feita: " + resposta.Texto);
+    for (const auto &[texto, sim] : m_Respostas) {
+        m_Registro->Problema("Pergunta esperada que não foi feita: " + texto);
     }
     for (const auto &[classe, roteiro] : m_Roteiros) {
         m_Registro->Problema("Janela modal esperada que não foi mostrada: " + classe);
@@ -194,8 +194,8 @@ bool PlataformaRoteirizada::PerguntaSimNao(const std::string &texto, const std::
     const auto linha = m_Registro->ChamaTexto("Plataforma.PerguntaSimNao",
                                               ArgumentosLog(texto, titulo) + ", padrao=" + (padraoSim ? "Sim" : "Não"));
     Pergunta pergunta{texto, titulo, padraoSim, padraoSim};
-    if (!m_Respostas.empty() && m_Respostas.front().Texto == texto) {
-        pergunta.Resposta = m_Respostas.front().Resposta;
+    if (!m_Respostas.empty() && m_Respostas.front().first == texto) {
+        pergunta.Resposta = m_Respostas.front().second.value_or(padraoSim);
         m_Respostas.pop_front();
     } else {
         m_Registro->Problema("INESPERADA: pergunta " + TextoLog(texto));

@@ -9,8 +9,10 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 class AplicacaoComponente : public IAplicacao {
@@ -56,8 +58,8 @@ class PlataformaRoteirizada : public IPlataforma {
     std::int32_t Altura = 11520;
     bool EmbrulhaForms = false; // forms shown from now on get a window of the host's around them
 
-    // Queues the answer to a question with exactly that text.
-    void Responde(std::string texto, bool sim);
+    // Queues the answer to a question with exactly that text; no value: the person presses Enter.
+    void Responde(std::string texto, std::optional<bool> sim);
     // Queues what the person does in the next modal show of a form of that class.
     void AoMostrarModal(std::string classe, Roteiro roteiro);
     // Puts a message in the queue; it runs at the next ProcessaMensagens, or when a modal show starts or ends.
@@ -137,7 +139,7 @@ class PlataformaRoteirizada : public IPlataforma {
     std::int64_t m_UltimoHwnd = 1'000'000;
     std::map<std::int64_t, std::string> m_Textos;
     std::deque<std::function<void()>> m_Mensagens;
-    std::deque<Pergunta> m_Respostas;
+    std::deque<std::pair<std::string, std::optional<bool>>> m_Respostas;
     std::deque<std::pair<std::string, Roteiro>> m_Roteiros;
     std::vector<Pergunta> m_Perguntas;
     std::vector<Caixa> m_Caixas;

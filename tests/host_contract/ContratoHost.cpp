@@ -1,0 +1,152 @@
+#include "tests/host_contract/ContratoHost.h"
+
+void ContratoHost::SetUp()
+{
+    adaptador = GetParam()();
+    InstalaHost(adaptador->Host());
+}
+
+void ContratoHost::TearDown()
+{
+    if (!m_Dados.Nada()) {
+        m_Dados->Finaliza();
+    }
+    m_Dados = nullptr;
+    m_Mensagem = nullptr;
+    InstalaHost(nullptr);
+    adaptador->Encerra();
+}
+
+std::int32_t ContratoHost::NumeroDaFalha(const std::function<void()> &comando)
+{
+    try {
+        comando();
+    } catch (...) {
+        return FalhaCorrente().Numero;
+    }
+    return 0;
+}
+
+void ContratoHost::Mostra(const Ref<FormContrato> &form)
+{
+    Ref<Objeto> formClick;
+    form->Mostra(adaptador->ObjInterface(), false, formClick);
+    adaptador->DeixaPassar();
+}
+
+Ref<FormContrato> ContratoHost::FormMostrado()
+{
+    auto form = Novo<FormContrato>();
+    Mostra(form);
+    return form;
+}
+
+Ref<IDadosVor> ContratoHost::Dados()
+{
+    if (m_Dados.Nada()) {
+        m_Dados = Host().CriaDadosVor();
+        m_Dados->Inicializa(adaptador->ObjInterface());
+    }
+    return m_Dados;
+}
+
+Ref<IMensagem> ContratoHost::Mensagem()
+{
+    if (m_Mensagem.Nada()) {
+        m_Mensagem = Host().CriaMensagem();
+        m_Mensagem->DefineTitulo(adaptador->oAppEXE()->ProductName());
+    }
+    return m_Mensagem;
+}
+
+Ref<IMDB> ContratoHost::Banco()
+{
+    Ref<ITrataBD> trataBD = adaptador->objMTM()->CreateQMR()->CreateNewTrataBD();
+    trataBD->InicializaInfoSistema("VOR", 1);
+    return trataBD->AbreZTBanco(99);
+}
+
+Ref<ICursor> ContratoHost::Consulta(const std::string &sql)
+{
+    return Banco()->OpenRecordset(sql, InstantaneoSomenteLeitura, Valor(), Valor());
+}
+
+std::vector<std::string> ContratoHost::Coluna(const std::string &coluna, const std::string &sql)
+{
+    std::vector<std::string> valores;
+    Ref<ICursor> cursor = Consulta(sql);
+    for (; !cursor->EOF_(); cursor->MoveNext()) {
+        valores.push_back(cursor->Fields(coluna)->Value().Texto());
+    }
+    cursor->Close();
+    return valores;
+}
+
+Ref<IGateway> ContratoHost::Gateway()
+{
+    return adaptador->objMTM()->ObtemGateway();
+}
+
+bool ContratoHost::Comanda(const std::string &metodo, const Ref<Registro> &pedido)
+{
+    return Executa("EquiptoRN", metodo, pedido, nullptr);
+}
+
+bool ContratoHost::Executa(const std::string &classe, const std::string &metodo, const Ref<Registro> &pedido,
+                           Valor *retorno)
+{
+    Ref<IProxyRN> proxy = Gateway()->CriaObjetoRN("VOR", classe, "ZTVORLIB", "4");
+    Ref<Objeto> variavel = pedido;
+    std::vector<Valor> parametros{Valor::PorReferencia(variavel)};
+    Ref<Objeto> contexto;
+    std::string nome = metodo;
+    if (!proxy->ExecutaMetodo(contexto, nome, parametros)) {
+        adaptador->FechaProximaCaixa();
+        proxy->MostraErro();
+        return false;
+    }
+    if (retorno != nullptr) {
+        *retorno = proxy->ObtemRetorno();
+    }
+    return true;
+}
+
+Ref<EquiptoED> ContratoHost::EquipamentoNovo(const std::string &codigo)
+{
+    auto equipto = Novo<EquiptoED>();
+    equipto->ClienteInc = adaptador->objMTM()->ClienteLogado();
+    equipto->Codigo = codigo;
+    equipto->SubCodigo = "";
+    equipto->Descricao = "Radar da suíte";
+    equipto->TipoAgente = 1;
+    equipto->TipoEquip = "R";
+    equipto->Modelo = "Modelo 1";
+    equipto->CodMunic = CLng(Coluna("COD_MUNIC", "SELECT * FROM Municipio WHERE UF_MUNIC = 'RS' AND COD_RENAVAM > 0 "
+                                                 "ORDER BY NOME_MUNICIPIO")
+                                 .at(0));
+    equipto->ArquivoLayout = "NENHUM";
+    equipto->TipoVia = "R";
+    equipto->Ativo = 2; // as the module sends it
+    equipto->VelocPermitida = 60;
+    equipto->TemImagemEntrelacada = 2;
+    equipto->TemLimiteDif = 2;
+    equipto->TemPerfilMag = 2;
+    return equipto;
+}
+
+std::int32_t ContratoHost::Incluido(const std::string &codigo)
+{
+    Ref<EquiptoED> guardado = Pede<EquiptoED>("inclui", EquipamentoNovo(codigo));
+    if (guardado.Nada()) {
+        ADD_FAILURE() << "the service refused an equipment";
+        return 0;
+    }
+    return guardado->NroIntEquip;
+}
+
+Ref<EquiptoED> ContratoHost::SoNumero(std::int32_t nroIntEquip)
+{
+    auto equipto = Novo<EquiptoED>();
+    equipto->NroIntEquip = nroIntEquip;
+    return equipto;
+}

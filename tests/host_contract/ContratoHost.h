@@ -1,0 +1,70 @@
+#pragma once
+
+#include "host/HostServices.h"
+#include "tests/host_contract/AdaptadorHost.h"
+#include "tests/host_contract/FormContrato.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+// What any host must do for the module, asked of a host that an adapter brings. Written against the contract alone.
+class ContratoHost : public testing::TestWithParam<FabricaAdaptador> {
+  protected:
+    void SetUp() override;
+    void TearDown() override;
+
+    // Number of the fault that the command raises, 0 when it raises none.
+    static std::int32_t NumeroDaFalha(const std::function<void()> &comando);
+
+    // Shows a form, not modal, with the controls that it has by now.
+    void Mostra(const Ref<FormContrato> &form);
+    // A new form, shown so.
+    Ref<FormContrato> FormMostrado();
+
+    // Settings for a control with that name.
+    template <class Ajustes = AjustesControle> static Ajustes Com(const std::string &nome)
+    {
+        Ajustes ajustes;
+        ajustes.Nome = nome;
+        ajustes.Width = 1000;
+        ajustes.Height = 300;
+        return ajustes;
+    }
+
+    // The domain-data and message services, created on first use.
+    Ref<IDadosVor> Dados();
+    Ref<IMensagem> Mensagem();
+
+    // The local database, opened as the shell opens it.
+    Ref<IMDB> Banco();
+    Ref<ICursor> Consulta(const std::string &sql);
+    // All values of a column, as text, and the cursor closed.
+    std::vector<std::string> Coluna(const std::string &coluna, const std::string &sql);
+
+    // Remote calls; a refusal gives false, and its message was closed.
+    Ref<IGateway> Gateway();
+    bool Comanda(const std::string &metodo, const Ref<Registro> &pedido);
+    template <class R> Ref<R> Pede(const std::string &metodo, const Ref<Registro> &pedido)
+    {
+        Valor retorno;
+        return Executa("EquiptoRN", metodo, pedido, &retorno) ? retorno.Como<R>() : nullptr;
+    }
+    bool Executa(const std::string &classe, const std::string &metodo, const Ref<Registro> &pedido, Valor *retorno);
+
+    // An equipment that a service can take as new.
+    Ref<EquiptoED> EquipamentoNovo(const std::string &codigo);
+    // The equipment saved; its number.
+    std::int32_t Incluido(const std::string &codigo);
+    static Ref<EquiptoED> SoNumero(std::int32_t nroIntEquip);
+
+    std::unique_ptr<AdaptadorHost> adaptador;
+
+  private:
+    Ref<IDadosVor> m_Dados;
+    Ref<IMensagem> m_Mensagem;
+};

@@ -1,0 +1,619 @@
+#include "tests/host_contract/ContratoHost.h"
+
+#include <vector>
+
+namespace {
+
+using Textos = std::vector<std::string>;
+
+// Settings that every kind of control keeps.
+template <class Ajustes> Ajustes Completos(Ajustes ajustes, const std::string &nome, const Ref<IControle> &container)
+{
+    ajustes.Nome = nome;
+    ajustes.Indice = 3;
+    ajustes.Caption = "&Legenda";
+    ajustes.Rotulo = "Rótulo:";
+    ajustes.Container = container;
+    ajustes.Enabled = false;
+    ajustes.Visible = false;
+    ajustes.Left = 10;
+    ajustes.Top = 20;
+    ajustes.Width = 30;
+    ajustes.Height = 40;
+    return ajustes;
+}
+
+void ConfereAjustes(const Ref<IControle> &controle, EspecieControle especie, const Ref<IControle> &container)
+{
+    EXPECT_EQ(controle->Especie(), especie);
+    EXPECT_EQ(controle->Nome(), "ctl");
+    EXPECT_EQ(controle->Indice(), 3);
+    EXPECT_EQ(controle->Caption(), "&Legenda");
+    EXPECT_EQ(controle->Rotulo(), "Rótulo:");
+    EXPECT_TRUE(controle->Container() == container);
+    EXPECT_EQ(controle->Pagina(), -1);
+    EXPECT_FALSE(controle->Enabled());
+    EXPECT_FALSE(controle->Visible());
+    EXPECT_EQ(controle->Left(), 10);
+    EXPECT_EQ(controle->Top(), 20);
+    EXPECT_EQ(controle->Width(), 30);
+    EXPECT_EQ(controle->Height(), 40);
+    controle->DefineEnabled(true);
+    controle->DefineVisible(true);
+    controle->DefineCaption("Outra");
+    controle->DefineLeft(4320);
+    EXPECT_TRUE(controle->Enabled());
+    EXPECT_TRUE(controle->Visible());
+    EXPECT_EQ(controle->Caption(), "Outra");
+    EXPECT_EQ(controle->Left(), 4320);
+}
+
+TEST_P(ContratoHost, Controles_OfEveryKind_KeepTheirStoredSettings)
+{
+    auto form = Novo<FormContrato>();
+    auto f = Host().Controles();
+    Ref<IControle> quadro = f->CriaZtFrame(form, Com("fra"));
+    const auto comuns = Completos(AjustesControle(), "ctl", quadro);
+    ConfereAjustes(f->CriaLabel(form, comuns), EspecieControle::Label, quadro);
+    ConfereAjustes(f->CriaImage(form, comuns), EspecieControle::Image, quadro);
+    ConfereAjustes(f->CriaZtFrame(form, comuns), EspecieControle::ztFrame, quadro);
+    ConfereAjustes(f->CriaTextBox(form, Completos(AjustesTextBox(), "ctl", quadro)), EspecieControle::TextBox, quadro);
+    ConfereAjustes(f->CriaCheckBox(form, comuns), EspecieControle::CheckBox, quadro);
+    ConfereAjustes(f->CriaOptionButton(form, comuns), EspecieControle::OptionButton, quadro);
+    ConfereAjustes(f->CriaCommandButton(form, Completos(AjustesCommandButton(), "ctl", quadro)),
+                   EspecieControle::CommandButton, quadro);
+    ConfereAjustes(f->CriaSSTab(form, Completos(AjustesSSTab(), "ctl", quadro)), EspecieControle::SSTab, quadro);
+    ConfereAjustes(f->CriaCommonDialog(form, comuns), EspecieControle::CommonDialog, quadro);
+    ConfereAjustes(f->CriaZtList(form, Completos(AjustesZtList(), "ctl", quadro)), EspecieControle::ztList, quadro);
+    ConfereAjustes(f->CriaZtCombo(form, Completos(AjustesZtCombo(), "ctl", quadro)), EspecieControle::ztCombo, quadro);
+    ConfereAjustes(f->CriaZtMask(form, Completos(AjustesZtMask(), "ctl", quadro)), EspecieControle::ztMask, quadro);
+    ConfereAjustes(f->CriaZtData(form, comuns), EspecieControle::ztData, quadro);
+    ConfereAjustes(f->CriaZtCommand(form, Completos(AjustesZtCommand(), "ctl", quadro)), EspecieControle::ztCommand,
+                   quadro);
+    ConfereAjustes(f->CriaZtVeiObservacao(form, Completos(AjustesTextBox(), "ctl", quadro)),
+                   EspecieControle::ztVeiObservacao, quadro);
+    ConfereAjustes(f->CriaZtEndereco(form, Completos(AjustesZtEndereco(), "ctl", quadro)), EspecieControle::ztEndereco,
+                   quadro);
+    ConfereAjustes(f->CriaZtClienteSetor(form, comuns), EspecieControle::ztClienteSetor, quadro);
+}
+
+TEST_P(ContratoHost, Controles_OfAForm_DoNotKeepItAlive)
+{
+    auto form = Novo<FormContrato>();
+    RefFraca<FormContrato> vigia = form;
+    auto texto = Host().Controles()->CriaTextBox(form, Com<AjustesTextBox>("txt"));
+    form = nullptr;
+    EXPECT_TRUE(vigia.Nada());
+    texto->DefineText("still usable");
+    EXPECT_EQ(texto->Text(), "still usable");
+}
+
+TEST_P(ContratoHost, TextBox_Written_IsCutAndRaisesChangeWhenItBecomesAnother)
+{
+    auto form = Novo<FormContrato>();
+    auto ajustes = Com<AjustesTextBox>("txt");
+    ajustes.MaxLength = 5;
+    ajustes.Text = "início";
+    auto texto = Host().Controles()->CriaTextBox(form, ajustes);
+    EXPECT_EQ(texto->Text(), "iníci");
+    EXPECT_EQ(texto->MaxLength(), 5);
+    int mudancas = 0;
+    Conexao conexao = texto->Change().liga([&] { ++mudancas; });
+    texto->DefineText("ação longa");
+    EXPECT_EQ(texto->Text(), "ação ");
+    texto->DefineText("ação longa");
+    texto->DefineText("ação ");
+    EXPECT_EQ(mudancas, 1);
+    texto->DefineText("");
+    EXPECT_EQ(mudancas, 2);
+}
+
+TEST_P(ContratoHost, TextBox_TypedInto_ObeysLimitLockAndEnabled)
+{
+    auto form = Novo<FormContrato>();
+    auto ajustes = Com<AjustesTextBox>("txt");
+    ajustes.MaxLength = 3;
+    auto texto = form->Guarda(Host().Controles()->CriaTextBox(form, ajustes));
+    Mostra(form);
+    int mudancas = 0;
+    Conexao conexao = texto->Change().liga([&] { ++mudancas; });
+    EXPECT_TRUE(adaptador->Digita(form, "txt", "ab"));
+    EXPECT_EQ(texto->Text(), "ab");
+    EXPECT_EQ(mudancas, 2);
+    adaptador->Digita(form, "txt", "cd");
+    EXPECT_EQ(texto->Text(), "abc");
+    texto->DefineText("");
+    texto->DefineLocked(true);
+    EXPECT_FALSE(adaptador->Digita(form, "txt", "x"));
+    texto->DefineLocked(false);
+    texto->DefineEnabled(false);
+    EXPECT_FALSE(adaptador->Digita(form, "txt", "x"));
+    texto->DefineEnabled(true);
+    texto->DefineVisible(false);
+    EXPECT_FALSE(adaptador->Digita(form, "txt", "x"));
+    EXPECT_EQ(texto->Text(), "");
+    form->Fecha();
+}
+
+TEST_P(ContratoHost, CheckBox_WrittenAndClicked_RaisesClickWhenItBecomesAnother)
+{
+    auto form = Novo<FormContrato>();
+    auto marca = form->Guarda(Host().Controles()->CriaCheckBox(form, Com("chk")));
+    int cliques = 0;
+    Conexao conexao = marca->Click().liga([&] { ++cliques; });
+    EXPECT_EQ(marca->Value(), 0);
+    marca->DefineValue(1);
+    marca->DefineValue(1);
+    EXPECT_EQ(cliques, 1);
+    Mostra(form);
+    EXPECT_TRUE(adaptador->Clica(form, "chk"));
+    EXPECT_EQ(marca->Value(), 0);
+    EXPECT_EQ(cliques, 2);
+    marca->DefineEnabled(false);
+    EXPECT_FALSE(adaptador->Clica(form, "chk"));
+    EXPECT_EQ(cliques, 2);
+    form->Fecha();
+}
+
+TEST_P(ContratoHost, OptionButton_OfOneContainer_ExcludeEachOtherWithoutTheirEvent)
+{
+    auto form = Novo<FormContrato>();
+    auto f = Host().Controles();
+    Ref<IControle> quadro = form->Guarda(f->CriaZtFrame(form, Com("fra")));
+    auto dentro = Com("optA");
+    dentro.Container = quadro;
+    auto a = form->Guarda(f->CriaOptionButton(form, dentro));
+    dentro.Nome = "optB";
+    auto b = form->Guarda(f->CriaOptionButton(form, dentro));
+    auto fora = form->Guarda(f->CriaOptionButton(form, Com("optFora")));
+    Textos ordem;
+    Conexao ca = a->Click().liga([&] { ordem.push_back("a"); });
+    Conexao cb = b->Click().liga([&] { ordem.push_back("b"); });
+    fora->DefineValue(true);
+    a->DefineValue(true);
+    EXPECT_TRUE(fora->Value());
+    b->DefineValue(true);
+    EXPECT_FALSE(a->Value());
+    b->DefineValue(true);
+    b->DefineValue(false);
+    EXPECT_EQ(ordem, (Textos{"a", "b"}));
+    EXPECT_FALSE(b->Value());
+}
+
+TEST_P(ContratoHost, CommandButton_AsDefault_IsTheOnlyOne)
+{
+    auto form = Novo<FormContrato>();
+    auto f = Host().Controles();
+    auto ajustes = Com<AjustesCommandButton>("cmdOK");
+    ajustes.Default = true;
+    auto ok = form->Guarda(f->CriaCommandButton(form, ajustes));
+    ajustes = Com<AjustesCommandButton>("cmdCancelar");
+    ajustes.Cancel = true;
+    auto cancelar = form->Guarda(f->CriaCommandButton(form, ajustes));
+    EXPECT_TRUE(ok->Default());
+    EXPECT_TRUE(cancelar->Cancel());
+    cancelar->DefineDefault(true);
+    EXPECT_FALSE(ok->Default());
+    EXPECT_TRUE(cancelar->Default());
+}
+
+TEST_P(ContratoHost, ZtCommand_Clicked_ValidatesAndLocksTheFormMeanwhile)
+{
+    auto form = Novo<FormContrato>();
+    auto ajustes = Com<AjustesZtCommand>("ztCmdOK");
+    ajustes.LockFormOnClick = true;
+    auto botao = form->Guarda(Host().Controles()->CriaZtCommand(form, ajustes));
+    Textos ordem;
+    bool recusa = true;
+    Conexao valida = botao->ValidaClick().liga([&](bool &cancela) {
+        ordem.push_back(form->Enabled() ? "validates, unlocked" : "validates, locked");
+        cancela = recusa;
+    });
+    Conexao clique =
+        botao->Click().liga([&] { ordem.push_back(form->Enabled() ? "click, unlocked" : "click, locked"); });
+    Mostra(form);
+    adaptador->Clica(form, "ztCmdOK");
+    EXPECT_EQ(ordem, Textos{"validates, locked"});
+    EXPECT_TRUE(form->Enabled());
+    recusa = false;
+    ordem.clear();
+    adaptador->Clica(form, "ztCmdOK");
+    EXPECT_EQ(ordem, (Textos{"validates, locked", "click, locked"}));
+    EXPECT_TRUE(form->Enabled());
+    form->Fecha();
+}
+
+TEST_P(ContratoHost, SSTab_OpeningAPage_RaisesClickWithTheOneLeft)
+{
+    auto form = Novo<FormContrato>();
+    auto ajustes = Com<AjustesSSTab>("sst");
+    ajustes.Paginas = {"Dados", "Opções", "Outros"};
+    auto tab = form->Guarda(Host().Controles()->CriaSSTab(form, ajustes));
+    EXPECT_EQ(tab->Tabs(), 3);
+    EXPECT_EQ(tab->Tab(), 0);
+    EXPECT_EQ(tab->TabCaption(1), "Opções");
+    std::vector<std::int16_t> deixadas;
+    Conexao conexao = tab->Click().liga([&](std::int16_t anterior) { deixadas.push_back(anterior); });
+    tab->DefineTab(0);
+    tab->DefineTab(2);
+    tab->DefineTabEnabled(1, false);
+    tab->DefineTab(1);
+    EXPECT_EQ(tab->Tab(), 2);
+    tab->DefineTabVisible(0, false);
+    tab->DefineTab(0);
+    EXPECT_EQ(tab->Tab(), 2);
+    EXPECT_EQ(NumeroDaFalha([&] { tab->DefineTab(3); }), 5);
+    EXPECT_EQ(NumeroDaFalha([&] { tab->DefineTab(-1); }), 5);
+    EXPECT_EQ(deixadas, std::vector<std::int16_t>{0});
+    tab->DefineTabVisible(0, true);
+    Mostra(form);
+    EXPECT_FALSE(adaptador->AbrePagina(form, "sst", 1));
+    EXPECT_TRUE(adaptador->AbrePagina(form, "sst", 0));
+    EXPECT_EQ(deixadas, (std::vector<std::int16_t>{0, 2}));
+    form->Fecha();
+}
+
+TEST_P(ContratoHost, ZtCombo_OfItems_HasTextsAndValues)
+{
+    auto form = Novo<FormContrato>();
+    auto ajustes = Com<AjustesZtCombo>("cbo");
+    ajustes.Conteudo = "Todos|0??Código|1??Subcódigo|2??";
+    auto combo = Host().Controles()->CriaZtCombo(form, ajustes);
+    EXPECT_EQ(combo->NroItens(), 3);
+    EXPECT_EQ(combo->IndiceAtual(), -1);
+    EXPECT_EQ(combo->Valor(), "");
+    EXPECT_EQ(combo->Texto(), "");
+    Textos ordem;
+    Conexao click = combo->Click().liga([&] { ordem.push_back("Click " + combo->Valor()); });
+    Conexao change = combo->Change().liga([&] { ordem.push_back("Change " + combo->Valor()); });
+    combo->DefineValor("2");
+    EXPECT_EQ(combo->Texto(), "Subcódigo");
+    EXPECT_EQ(combo->IndiceAtual(), 2);
+    combo->DefineValor("2");
+    combo->DefineIndiceAtual(0);
+    EXPECT_EQ(combo->Valor(), "0");
+    EXPECT_EQ(ordem, (Textos{"Click 2", "Change 2", "Click 0", "Change 0"}));
+    ordem.clear();
+    combo->DefineValor("absent");
+    EXPECT_EQ(combo->IndiceAtual(), -1);
+    EXPECT_EQ(ordem, (Textos{"Click ", "Change "}));
+    ordem.clear();
+    EXPECT_EQ(NumeroDaFalha([&] { combo->DefineIndiceAtual(3); }), 5);
+    EXPECT_EQ(NumeroDaFalha([&] { combo->DefineIndiceAtual(-2); }), 5);
+    combo->AdicionaItem("Só texto");
+    combo->DefineValor("Só texto");
+    EXPECT_EQ(combo->IndiceAtual(), 3);
+    ordem.clear();
+    combo->Limpa();
+    EXPECT_EQ(combo->NroItens(), 0);
+    EXPECT_EQ(combo->IndiceAtual(), -1);
+    EXPECT_EQ(ordem, Textos{});
+}
+
+TEST_P(ContratoHost, ZtCombo_WithoutAValueColumn_HasTheTextAsItsValue)
+{
+    auto form = Novo<FormContrato>();
+    auto ajustes = Com<AjustesZtCombo>("cbo");
+    ajustes.ColunaValor = -1;
+    auto combo = Host().Controles()->CriaZtCombo(form, ajustes);
+    combo->AdicionaItem("NENHUM");
+    combo->AdicionaItem("PADRAO");
+    combo->DefineValor("PADRAO");
+    EXPECT_EQ(combo->Valor(), "PADRAO");
+    EXPECT_EQ(combo->Texto(), "PADRAO");
+}
+
+TEST_P(ContratoHost, ZtCombo_ChosenByThePerson_RaisesAndObeysTheLock)
+{
+    auto form = Novo<FormContrato>();
+    auto combo = form->Guarda(Host().Controles()->CriaZtCombo(form, Com<AjustesZtCombo>("cbo")));
+    combo->AdicionaItem("Um|1");
+    combo->AdicionaItem("Dois|2");
+    int mudancas = 0;
+    Conexao conexao = combo->Change().liga([&] { ++mudancas; });
+    Mostra(form);
+    EXPECT_TRUE(adaptador->Escolhe(form, "cbo", "Dois"));
+    EXPECT_EQ(combo->Valor(), "2");
+    EXPECT_EQ(mudancas, 1);
+    EXPECT_FALSE(adaptador->Escolhe(form, "cbo", "Três"));
+    combo->DefineComboSomenteLeitura(true);
+    EXPECT_FALSE(adaptador->Escolhe(form, "cbo", "Um"));
+    EXPECT_EQ(combo->Valor(), "2");
+    combo->DefineValor("1"); // the form itself may
+    EXPECT_EQ(combo->Texto(), "Um");
+    form->Fecha();
+}
+
+TEST_P(ContratoHost, ZtMask_OfDigits_TakesNothingElse)
+{
+    auto form = Novo<FormContrato>();
+    auto ajustes = Com<AjustesZtMask>("msk");
+    ajustes.Tipo = 1;
+    ajustes.MaxLength = 3;
+    auto campo = Host().Controles()->CriaZtMask(form, ajustes);
+    int mudancas = 0;
+    Conexao conexao = campo->Change().liga([&] { ++mudancas; });
+    campo->DefineText("1a2b345");
+    EXPECT_EQ(campo->Text(), "123");
+    EXPECT_EQ(campo->Valor(), "123");
+    EXPECT_EQ(campo->ValorNumerico(), 123);
+    campo->DefineText("123");
+    EXPECT_EQ(mudancas, 1);
+    campo->DefineText("");
+    EXPECT_EQ(campo->ValorNumerico(), 0);
+}
+
+TEST_P(ContratoHost, ZtMask_OfACode_IsTypedInUpperCaseWithItsOwnCharacters)
+{
+    auto form = Novo<FormContrato>();
+    auto ajustes = Com<AjustesZtMask>("msk");
+    ajustes.Tipo = 7;
+    ajustes.MaxLength = 20;
+    ajustes.CaracteresAceitos = "._";
+    ajustes.TabelaCaracteres = 1;
+    auto campo = form->Guarda(Host().Controles()->CriaZtMask(form, ajustes));
+    Mostra(form);
+    adaptador->Digita(form, "msk", "ab.1_/ç-c");
+    EXPECT_EQ(campo->Text(), "AB.1_C");
+    form->Fecha();
+}
+
+TEST_P(ContratoHost, ZtMask_OfAnHour_ShowsItsMaskAndHasItsDigits)
+{
+    auto form = Novo<FormContrato>();
+    auto ajustes = Com<AjustesZtMask>("msk");
+    ajustes.Tipo = 12;
+    ajustes.MaxLength = 5;
+    ajustes.Mascara = "00:00";
+    auto campo = Host().Controles()->CriaZtMask(form, ajustes);
+    EXPECT_EQ(campo->Valor(), "");
+    EXPECT_FALSE(IsDate(campo->Text()));
+    campo->DefineText("07:30");
+    EXPECT_EQ(campo->Text(), "07:30");
+    EXPECT_EQ(campo->Valor(), "0730");
+    campo->DefineText("2359");
+    EXPECT_EQ(campo->Text(), "23:59");
+    campo->DefineText("12");
+    EXPECT_NE(campo->Valor(), "");
+    EXPECT_FALSE(IsDate(campo->Text()));
+}
+
+TEST_P(ContratoHost, ZtData_OfADate_KnowsWhetherItIsOne)
+{
+    auto form = Novo<FormContrato>();
+    auto campo = Host().Controles()->CriaZtData(form, Com("dat"));
+    EXPECT_EQ(campo->Text(), "  /  /    ");
+    EXPECT_EQ(campo->Valor(), "");
+    EXPECT_FALSE(campo->DataValida());
+    int mudancas = 0;
+    Conexao conexao = campo->Change().liga([&] { ++mudancas; });
+    campo->DefineText("20/11/2026");
+    EXPECT_EQ(campo->Valor(), "20/11/2026");
+    EXPECT_TRUE(campo->DataValida());
+    campo->DefineText("20/11/2026");
+    EXPECT_EQ(mudancas, 1);
+    campo->DefineText("31/02/2026");
+    EXPECT_FALSE(campo->DataValida());
+    campo->DefineText("00:00:00"); // no date
+    EXPECT_EQ(campo->Text(), "  /  /    ");
+    EXPECT_EQ(campo->Valor(), "");
+}
+
+TEST_P(ContratoHost, ZtVeiObservacao_Written_IsCut)
+{
+    auto form = Novo<FormContrato>();
+    auto ajustes = Com<AjustesTextBox>("obs");
+    ajustes.MaxLength = 4;
+    auto campo = Host().Controles()->CriaZtVeiObservacao(form, ajustes);
+    int mudancas = 0;
+    Conexao conexao = campo->Change().liga([&] { ++mudancas; });
+    campo->DefineText("ação demais");
+    EXPECT_EQ(campo->Text(), "ação");
+    campo->DefineText("ação");
+    EXPECT_EQ(mudancas, 1);
+    campo->DefineLocked(true);
+    EXPECT_TRUE(campo->Locked());
+}
+
+TEST_P(ContratoHost, ZtEndereco_Preset_HoldsTheAddressAndRaisesNothing)
+{
+    auto form = Novo<FormContrato>();
+    auto campo = Host().Controles()->CriaZtEndereco(form, Com<AjustesZtEndereco>("end"));
+    int entradas = 0;
+    Conexao conexao = campo->EntradaOK().liga([&] { ++entradas; });
+    EXPECT_EQ(campo->Endereco()->CodLogradouro(), 0);
+    EXPECT_EQ(campo->Endereco()->DescricaoEndereco(), "");
+    campo->Endereco()->SetaEndereco(1, 77, 100, "fundos", "90000000", "", 0);
+    EXPECT_EQ(campo->Endereco()->CodLogradouro(), 77);
+    EXPECT_EQ(campo->Endereco()->Numero(), 100);
+    EXPECT_EQ(campo->Endereco()->Complemento(), "fundos");
+    EXPECT_EQ(CLng(campo->Endereco()->Cep()), 90000000);
+    EXPECT_EQ(entradas, 0);
+}
+
+TEST_P(ContratoHost, ZtClienteSetor_WithTheNumberOfTheSession_IsComplete)
+{
+    auto form = Novo<FormContrato>();
+    auto seletor = Host().Controles()->CriaZtClienteSetor(form, Com("cli"));
+    int mudancas = 0;
+    Conexao conexao = seletor->Change().liga([&] { ++mudancas; });
+    seletor->DefineCodCliente(Dados()->ObtemOrgao()->CodCliente());
+    EXPECT_TRUE(seletor->Valida());
+    EXPECT_FALSE(seletor->Cliente().empty());
+    EXPECT_EQ(seletor->Setor(), "");
+}
+
+TEST_P(ContratoHost, CommonDialog_FileName_KeepsWhatIsWritten)
+{
+    auto form = Novo<FormContrato>();
+    auto dialogo = Host().Controles()->CriaCommonDialog(form, Com("cd"));
+    EXPECT_EQ(dialogo->FileName(), "");
+    dialogo->DefineFilter("PDF (*.pdf)|*.pdf");
+    dialogo->DefineDefaultExt("*.pdf");
+    dialogo->DefineDialogTitle("Selecione o arquivo");
+    dialogo->DefineFileName("C:\\A.PDF");
+    EXPECT_EQ(dialogo->FileName(), "C:\\A.PDF");
+}
+
+// A list with the columns Nome and Chave (hidden) and three rows.
+Ref<IztList> ListaDeTres(const Ref<FormContrato> &form)
+{
+    AjustesZtList ajustes;
+    ajustes.Nome = "lst";
+    auto lista = form->Guarda(Host().Controles()->CriaZtList(form, ajustes));
+    lista->AlteraPrimeiraColuna(1, std::nullopt, "Nome", 1000, 0, "", true);
+    lista->AdicionaColuna(2, "Chave", "K", 0, 0, "", false);
+    TabelaTexto tabela(2);
+    for (const char *nome : {"um", "dois", "três"}) {
+        const std::int32_t linha = tabela.AdicionaLinha();
+        tabela.Celula(1, linha) = nome;
+        tabela.Celula(2, linha) = "S" + std::to_string(linha);
+    }
+    lista->CarregaItens(tabela);
+    return lista;
+}
+
+TEST_P(ContratoHost, ZtList_OfRows_IsReadByRowAndColumn)
+{
+    auto form = Novo<FormContrato>();
+    auto lista = ListaDeTres(form);
+    EXPECT_EQ(lista->NroItens(), 3);
+    EXPECT_EQ(lista->ItemAtual(), -1);
+    EXPECT_EQ(lista->ValorAtual("Nome"), "");
+    EXPECT_EQ(lista->ColunaAtual(1), "");
+    EXPECT_EQ(lista->Celula(3, "Nome"), "três");
+    EXPECT_EQ(lista->Celula(2, "Chave"), "S2");
+    EXPECT_EQ(NumeroDaFalha([&] { lista->Celula(4, "Nome"); }), 9);
+    EXPECT_EQ(NumeroDaFalha([&] { lista->Celula(0, "Nome"); }), 9);
+    EXPECT_EQ(NumeroDaFalha([&] { lista->Celula(1, "Cor"); }), 9);
+    lista->DefineItemAtual(2);
+    EXPECT_EQ(lista->ItemAtual(), 2);
+    EXPECT_EQ(lista->ValorAtual("Chave"), "S2");
+    EXPECT_EQ(lista->ColunaAtual(1), "dois");
+    TabelaTexto mais(2);
+    mais.AdicionaLinha();
+    lista->CarregaItens(mais);
+    EXPECT_EQ(lista->NroItens(), 4);
+    EXPECT_EQ(lista->ItemAtual(), 2);
+    lista->DefineItemAtual(-1);
+    EXPECT_EQ(lista->ItemAtual(), -1);
+    EXPECT_EQ(NumeroDaFalha([&] { lista->DefineItemAtual(5); }), 9);
+}
+
+TEST_P(ContratoHost, ZtList_Cleared_LosesItsRowsAndKeepsItsTitleOnlyWhenTold)
+{
+    auto form = Novo<FormContrato>();
+    auto lista = ListaDeTres(form);
+    lista->DefineTitulo("Título");
+    lista->DefineItemAtual(1);
+    lista->Limpa(false);
+    EXPECT_EQ(lista->NroItens(), 0);
+    EXPECT_EQ(lista->ItemAtual(), -1);
+    EXPECT_EQ(lista->Titulo(), "Título");
+    lista->Limpa(std::nullopt);
+    EXPECT_EQ(lista->Titulo(), "");
+    lista->DefineTitulo("Título");
+    lista->Limpa(true);
+    EXPECT_EQ(lista->Titulo(), "");
+}
+
+TEST_P(ContratoHost, ZtList_AnotherRowCurrent_RaisesItemClickOnce)
+{
+    auto form = Novo<FormContrato>();
+    auto lista = ListaDeTres(form);
+    int cliques = 0;
+    int habilita = 0;
+    Conexao a = lista->ItemClick().liga([&] { ++cliques; });
+    Conexao b = lista->HabilitaItensMenuLista().liga([&] { ++habilita; });
+    lista->DefineItemAtual(2);
+    lista->DefineItemAtual(2);
+    EXPECT_EQ(cliques, 1);
+    EXPECT_EQ(habilita, 1);
+    Mostra(form);
+    EXPECT_TRUE(adaptador->ClicaLinha(form, "lst", 3));
+    EXPECT_EQ(lista->ItemAtual(), 3);
+    EXPECT_EQ(cliques, 2);
+    EXPECT_FALSE(adaptador->ClicaLinha(form, "lst", 4));
+    form->Fecha();
+}
+
+TEST_P(ContratoHost, ZtList_MenuItem_IsChosenOnlyWhenVisibleEnabledAndNotBarred)
+{
+    auto form = Novo<FormContrato>();
+    auto lista = ListaDeTres(form);
+    lista->IncluiItensMenu({{"mnuMeu", "Meu", "", "", true}});
+    Textos escolhidos;
+    Conexao conexao = lista->ItemMenuClicado().liga([&](std::string chave) { escolhidos.push_back(chave); });
+    Mostra(form);
+    EXPECT_TRUE(adaptador->EscolheMenu(form, "lst", "mnuZTLObjNovo"));
+    EXPECT_TRUE(adaptador->EscolheMenu(form, "lst", "mnuMeu"));
+    lista->MenuHabilitado("mnuMeu", false);
+    EXPECT_FALSE(lista->ItemMenu("mnuMeu")->Enabled());
+    EXPECT_FALSE(adaptador->EscolheMenu(form, "lst", "mnuMeu"));
+    lista->ItemMenu("mnuMeu")->DefineEnabled(true);
+    lista->MenuVisivel("mnuMeu", false);
+    EXPECT_FALSE(adaptador->EscolheMenu(form, "lst", "mnuMeu"));
+    lista->MenuVisivel("mnuMeu", true);
+    lista->MenuBloqueado("mnuMeu", true);
+    lista->MenuHabilitado("mnuMeu", true);
+    EXPECT_FALSE(adaptador->EscolheMenu(form, "lst", "mnuMeu"));
+    lista->MenuBloqueado("mnuMeu", false);
+    EXPECT_TRUE(adaptador->EscolheMenu(form, "lst", "mnuMeu"));
+    EXPECT_EQ(escolhidos, (Textos{"mnuZTLObjNovo", "mnuMeu", "mnuMeu"}));
+    for (const char *chave : {"mnuZTLObjNovo", "mnuZTLObjEditar", "mnuZTLObjDetalhes", "mnuZTLObjExcluir",
+                              "mnuZTLObjLocalizar", "mnuZTLObjAtualizar"}) {
+        EXPECT_EQ(lista->ItemMenu(chave)->Chave(), chave);
+    }
+    EXPECT_EQ(NumeroDaFalha([&] { lista->ItemMenu("mnuNenhum"); }), 5);
+    EXPECT_EQ(NumeroDaFalha([&] { lista->MenuTexto("mnuNenhum", ""); }), 5);
+    form->Fecha();
+}
+
+TEST_P(ContratoHost, ZtList_RowRemoved_AsksBeforeAndTellsAfter)
+{
+    auto form = Novo<FormContrato>();
+    auto lista = ListaDeTres(form);
+    Textos ordem;
+    bool recusa = true;
+    Conexao menu = lista->ItemMenuClicado().liga([&](std::string chave) { ordem.push_back(chave); });
+    Conexao antes = lista->AntesDeRemoverItem().liga([&](std::int32_t &linha) {
+        ordem.push_back("before " + lista->Celula(linha, "Chave"));
+        if (recusa) {
+            linha = 0;
+        }
+    });
+    Conexao depois = lista->DepoisDeRemoverItem().liga([&] { ordem.push_back("after " + CStr(lista->NroItens())); });
+    Mostra(form);
+    lista->DefineItemAtual(2);
+    adaptador->EscolheMenu(form, "lst", "mnuZTLObjExcluir");
+    EXPECT_EQ(lista->NroItens(), 3);
+    EXPECT_EQ(ordem, Textos{"before S2"});
+    recusa = false;
+    ordem.clear();
+    adaptador->EscolheMenu(form, "lst", "mnuZTLObjExcluir");
+    EXPECT_EQ(lista->NroItens(), 2);
+    EXPECT_EQ(lista->Celula(2, "Chave"), "S3");
+    EXPECT_EQ(lista->ItemAtual(), 2);
+    EXPECT_EQ(ordem, (Textos{"before S2", "after 2"}));
+    form->Fecha();
+}
+
+TEST_P(ContratoHost, SetFocus_OfAControl_BringsItOrIsFault5)
+{
+    auto form = Novo<FormContrato>();
+    auto f = Host().Controles();
+    auto um = form->Guarda(f->CriaTextBox(form, Com<AjustesTextBox>("txtUm")));
+    auto dois = form->Guarda(f->CriaTextBox(form, Com<AjustesTextBox>("txtDois")));
+    Mostra(form);
+    dois->SetFocus();
+    EXPECT_TRUE(form->ControleAtivo() == dois);
+    um->DefineEnabled(false);
+    EXPECT_EQ(NumeroDaFalha([&] { um->SetFocus(); }), 5);
+    um->DefineEnabled(true);
+    um->DefineVisible(false);
+    EXPECT_EQ(NumeroDaFalha([&] { um->SetFocus(); }), 5);
+    EXPECT_TRUE(form->ControleAtivo() == dois);
+    form->Fecha();
+}
+
+} // namespace

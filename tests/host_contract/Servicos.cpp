@@ -1,0 +1,387 @@
+#include "tests/host_contract/ContratoHost.h"
+
+#include <algorithm>
+#include <set>
+#include <vector>
+
+namespace {
+
+// Texts and values of a combo, through the choice of each item.
+std::vector<std::pair<std::string, std::string>> ItensDe(const Ref<IztCombo> &combo)
+{
+    std::vector<std::pair<std::string, std::string>> itens;
+    const std::int16_t atual = combo->IndiceAtual();
+    for (std::int32_t indice = 0; indice < combo->NroItens(); ++indice) {
+        combo->DefineIndiceAtual(static_cast<std::int16_t>(indice));
+        itens.emplace_back(combo->Texto(), combo->Valor());
+    }
+    combo->DefineIndiceAtual(atual);
+    return itens;
+}
+
+std::set<std::string> ValoresDe(const Ref<IztCombo> &combo)
+{
+    std::set<std::string> valores;
+    for (const auto &[texto, valor] : ItensDe(combo)) {
+        EXPECT_FALSE(texto.empty());
+        EXPECT_TRUE(valores.insert(valor).second) << valor << " stands twice";
+    }
+    return valores;
+}
+
+Ref<IztCombo> Combo(const Ref<FormContrato> &form)
+{
+    AjustesZtCombo ajustes;
+    ajustes.Nome = "cbo";
+    return Host().Controles()->CriaZtCombo(form, ajustes);
+}
+
+// A document that a viewer can open: one empty page.
+Bytes PdfMinimo()
+{
+    std::string pdf = "%PDF-1.4\n";
+    std::vector<std::size_t> inicios;
+    for (const char *objeto : {"<</Type/Catalog/Pages 2 0 R>>", "<</Type/Pages/Kids[3 0 R]/Count 1>>",
+                               "<</Type/Page/Parent 2 0 R/MediaBox[0 0 72 72]>>"}) {
+        inicios.push_back(pdf.size());
+        pdf += std::to_string(inicios.size()) + " 0 obj" + objeto + "endobj\n";
+    }
+    const std::size_t tabela = pdf.size();
+    pdf += "xref\n0 4\n0000000000 65535 f \n";
+    for (std::size_t inicio : inicios) {
+        pdf += Format(static_cast<double>(inicio), "0000000000") + " 00000 n \n";
+    }
+    pdf += "trailer<</Size 4/Root 1 0 R>>\nstartxref\n" + std::to_string(tabela) + "\n%%EOF\n";
+    return {pdf.begin(), pdf.end()};
+}
+
+TEST_P(ContratoHost, PreencheTipoAgente_InBothModes_OffersNumberedTypes)
+{
+    auto form = Novo<FormContrato>();
+    auto combo = Combo(form);
+    for (bool trabFoto : {true, false}) {
+        Dados()->PreencheTipoAgente(combo, trabFoto, false, false);
+        EXPECT_EQ(combo->IndiceAtual(), -1);
+        EXPECT_EQ(combo->Valor(), "");
+        const auto valores = ValoresDe(combo);
+        EXPECT_GE(valores.size(), 1U);
+        for (const auto &valor : valores) {
+            EXPECT_GE(CInt(valor), 1);
+            EXPECT_LE(CInt(valor), 3);
+        }
+    }
+}
+
+TEST_P(ContratoHost, PreencheTipoAgente_WithAllAndFirst_PutsAllInFrontAndChoosesIt)
+{
+    auto form = Novo<FormContrato>();
+    auto combo = Combo(form);
+    combo->AdicionaItem("from before|9");
+    Dados()->PreencheTipoAgente(combo, true, true, true);
+    EXPECT_EQ(combo->IndiceAtual(), 0);
+    EXPECT_EQ(combo->Texto(), "Todos");
+    EXPECT_EQ(combo->Valor(), "0");
+    EXPECT_FALSE(ValoresDe(combo).contains("9"));
+    Dados()->PreencheTipoAgente(combo, true, true, false);
+    EXPECT_EQ(combo->IndiceAtual(), -1);
+    EXPECT_EQ(ItensDe(combo).at(0).second, "0");
+    Dados()->PreencheTipoAgente(combo, true, false, true);
+    EXPECT_EQ(combo->IndiceAtual(), 0);
+    EXPECT_NE(combo->Valor(), "0");
+}
+
+TEST_P(ContratoHost, PreencheTipoEquip_OfEachMeterType_OffersLettersThatAllOffersToo)
+{
+    auto form = Novo<FormContrato>();
+    auto medidores = Combo(form);
+    auto combo = Combo(form);
+    for (bool trabFoto : {true, false}) {
+        Dados()->PreencheTipoEquip(combo, 0, trabFoto, false, false);
+        const auto todos = ValoresDe(combo);
+        Dados()->PreencheTipoAgente(medidores, trabFoto, false, false);
+        for (const auto &medidor : ValoresDe(medidores)) {
+            Dados()->PreencheTipoEquip(combo, CInt(medidor), trabFoto, false, false);
+            EXPECT_EQ(combo->IndiceAtual(), -1);
+            const auto tipos = ValoresDe(combo);
+            EXPECT_GE(tipos.size(), 1U);
+            for (const auto &tipo : tipos) {
+                EXPECT_EQ(tipo.size(), 1U);
+                EXPECT_TRUE(todos.contains(tipo)) << tipo;
+            }
+        }
+    }
+}
+
+TEST_P(ContratoHost, PreencheTipoEquip_WithAllAndFirst_PutsAllInFrontAndChoosesIt)
+{
+    auto form = Novo<FormContrato>();
+    auto combo = Combo(form);
+    combo->AdicionaItem("from before|9");
+    Dados()->PreencheTipoEquip(combo, 0, false, true, true);
+    EXPECT_EQ(combo->IndiceAtual(), 0);
+    EXPECT_EQ(combo->Texto(), "Todos");
+    EXPECT_EQ(combo->Valor(), "T");
+    EXPECT_FALSE(ValoresDe(combo).contains("9"));
+}
+
+TEST_P(ContratoHost, PreencheRejeicoes_OfACombo_OffersNumbers)
+{
+    auto form = Novo<FormContrato>();
+    auto combo = Combo(form);
+    combo->AdicionaItem("from before|x");
+    Dados()->PreencheRejeicoes(combo, 0, 0);
+    EXPECT_EQ(combo->IndiceAtual(), -1);
+    const auto valores = ValoresDe(combo);
+    EXPECT_GE(valores.size(), 1U);
+    for (const auto &valor : valores) {
+        EXPECT_GT(CLng(valor), 0);
+    }
+}
+
+TEST_P(ContratoHost, ObtemOrgao_OfTheSession_HasANumber)
+{
+    EXPECT_GT(Dados()->ObtemOrgao()->CodCliente(), 0);
+}
+
+TEST_P(ContratoHost, DirLayouts_IsADirectoryThatCanBeListed)
+{
+    const std::string diretorio = Dados()->DirLayouts();
+    ASSERT_FALSE(diretorio.empty());
+    EXPECT_EQ(diretorio.back(), '\\');
+    std::string nome = Plataforma()->PrimeiroArquivo(diretorio + "*.LAY");
+    for (int i = 0; !nome.empty() && i < 1000; ++i) {
+        EXPECT_EQ(UCase(Right(nome, 4)), ".LAY");
+        nome = Plataforma()->ProximoArquivo();
+    }
+    EXPECT_EQ(nome, "");
+}
+
+TEST_P(ContratoHost, ObtemDiretorio_OfTheTemporaryDocuments_CanBeWrittenIn)
+{
+    const std::string diretorio = Host().CriaDiretorios()->ObtemDiretorio(99, "");
+    ASSERT_FALSE(diretorio.empty());
+    EXPECT_EQ(diretorio.back(), '\\');
+    Plataforma()->GravaArquivo(diretorio + "~VORAFERcontrato.pdf", {1});
+    EXPECT_EQ(Plataforma()->PrimeiroArquivo(diretorio + "~VORAFERcontrato*.pdf"), "~VORAFERcontrato.pdf");
+    Plataforma()->ApagaArquivo(diretorio + "~VORAFERcontrato.pdf");
+}
+
+TEST_P(ContratoHost, Documentos_OfSeveralSizes_ComeBackAsTheyWere)
+{
+    std::vector<Bytes> documentos{Bytes{}, Bytes{0}, PdfMinimo(), Bytes(300'000)};
+    for (std::size_t indice = 0; indice < documentos[3].size(); ++indice) {
+        documentos[3][indice] = static_cast<std::uint8_t>(indice * 7 + indice / 256);
+    }
+    std::vector<double> numeros;
+    for (std::size_t indice = 0; indice < documentos.size(); ++indice) {
+        const std::string caminho = adaptador->Diretorio() + "doc" + std::to_string(indice) + ".pdf";
+        Plataforma()->GravaArquivo(caminho, documentos[indice]);
+        double numero = 0;
+        const bool enviou = Dados()->EnviaDocumento(caminho, numero, 0);
+        if (documentos[indice].empty() && !adaptador->AceitaDocumentoVazio()) {
+            EXPECT_FALSE(enviou);
+            EXPECT_EQ(numero, 0);
+        } else {
+            EXPECT_TRUE(enviou);
+            EXPECT_GT(numero, 0);
+        }
+        EXPECT_TRUE(numero == 0 || std::count(numeros.begin(), numeros.end(), numero) == 0);
+        numeros.push_back(numero);
+        EXPECT_TRUE(Plataforma()->ExisteArquivo(caminho)); // sent, not moved
+    }
+    for (std::size_t indice = 0; indice < documentos.size(); ++indice) {
+        if (numeros[indice] != 0) {
+            Bytes bytes{1, 2, 3};
+            EXPECT_TRUE(Dados()->RecebeDocumento(numeros[indice], bytes, true));
+            EXPECT_EQ(bytes, documentos[indice]);
+        }
+    }
+}
+
+TEST_P(ContratoHost, Documentos_ThatAreNotThere_AreRefused)
+{
+    Bytes bytes;
+    EXPECT_FALSE(Dados()->RecebeDocumento(987654, bytes, true));
+    double numero = 0;
+    EXPECT_FALSE(Dados()->EnviaDocumento(adaptador->Diretorio() + "falta.pdf", numero, 0));
+    EXPECT_EQ(numero, 0);
+}
+
+TEST_P(ContratoHost, DocumentoPDF_OfAFile_OpensIt)
+{
+    const std::string caminho = adaptador->Diretorio() + "visto.pdf";
+    Plataforma()->GravaArquivo(caminho, PdfMinimo());
+    auto documento = Host().CriaDocumentoPDF();
+    documento->DefineArquivoPDF(caminho);
+    EXPECT_TRUE(documento->Mostra(false));
+    auto modal = Host().CriaDocumentoPDF();
+    modal->DefineArquivoPDF(caminho);
+    adaptador->FechaProximoVisor();
+    EXPECT_TRUE(modal->Mostra(true));
+}
+
+TEST_P(ContratoHost, DocumentoPDF_OfAFileThatIsNotThere_AnswersFalse)
+{
+    auto documento = Host().CriaDocumentoPDF();
+    documento->DefineArquivoPDF(adaptador->Diretorio() + "falta.pdf");
+    EXPECT_FALSE(documento->Mostra(false));
+}
+
+TEST_P(ContratoHost, FormataDataEHora_OfARecordsNumbers_GiveTheDisplayForm)
+{
+    const Data antes = Plataforma()->Agora();
+    auto guardado = Pede<EquiptoED>("inclui", EquipamentoNovo("CTR_1"));
+    const Data depois = Plataforma()->Agora();
+    const std::string data = Mensagem()->FormataData(guardado->DataTrans, 0);
+    const std::string hora = Mensagem()->FormataHora(guardado->HoraTrans, 0);
+    EXPECT_EQ(data.size(), 10U);
+    EXPECT_EQ(hora.size(), 8U);
+    const double momento = CDate(data + " " + hora).Valor;
+    const double segundo = 1.0 / 86400;
+    EXPECT_GE(momento, antes.Valor - segundo);
+    EXPECT_LE(momento, depois.Valor + segundo);
+    EXPECT_EQ(Mensagem()->FormataData(0, 0), "");
+}
+
+TEST_P(ContratoHost, TextoParaBytes_OfPlainText_IsItsBytes)
+{
+    EXPECT_EQ(Mensagem()->TextoParaBytes(""), Bytes{});
+    EXPECT_EQ(Mensagem()->TextoParaBytes("%PDF-1.4\n"), (Bytes{'%', 'P', 'D', 'F', '-', '1', '.', '4', '\n'}));
+}
+
+TEST_P(ContratoHost, ExibeMensagem_WithAControl_LeadsTheFocusToIt)
+{
+    auto form = Novo<FormContrato>();
+    auto um = form->Guarda(Host().Controles()->CriaTextBox(form, Com<AjustesTextBox>("txtUm")));
+    auto dois = form->Guarda(Host().Controles()->CriaTextBox(form, Com<AjustesTextBox>("txtDois")));
+    Mostra(form);
+    um->SetFocus();
+    EXPECT_TRUE(form->ControleAtivo() == um);
+    adaptador->FechaProximaCaixa();
+    Mensagem()->ExibeMensagem("Informe o segundo!", dois);
+    EXPECT_TRUE(form->ControleAtivo() == dois);
+    adaptador->FechaProximaCaixa();
+    Mensagem()->ExibeMensagem("Nenhum!", nullptr);
+    EXPECT_TRUE(form->ControleAtivo() == dois);
+    um->DefineEnabled(false);
+    adaptador->FechaProximaCaixa();
+    EXPECT_NO_THROW(Mensagem()->ExibeMensagem("Não pode!", um));
+    EXPECT_TRUE(form->ControleAtivo() == dois);
+    form->Fecha();
+}
+
+TEST_P(ContratoHost, ExibeErro_ReturnsWhenItIsClosed)
+{
+    adaptador->FechaProximaCaixa();
+    EXPECT_NO_THROW(Mensagem()->ExibeErro("frmLista.cmdOK_Click", 91, "Descrição", "ZTAVOREQUIP < x", "Título"));
+}
+
+TEST_P(ContratoHost, PreparaDetalhes_OfAForm_LetsThePersonChangeNothing)
+{
+    auto form = Novo<FormContrato>();
+    auto fabrica = Host().Controles();
+    auto texto = form->Guarda(fabrica->CriaTextBox(form, Com<AjustesTextBox>("txt")));
+    auto mascara = form->Guarda(fabrica->CriaZtMask(form, Com<AjustesZtMask>("msk")));
+    auto data = form->Guarda(fabrica->CriaZtData(form, Com("dat")));
+    auto observacao = form->Guarda(fabrica->CriaZtVeiObservacao(form, Com<AjustesTextBox>("obs")));
+    auto marca = form->Guarda(fabrica->CriaCheckBox(form, Com("chk")));
+    auto opcao = form->Guarda(fabrica->CriaOptionButton(form, Com("opt")));
+    auto combo = form->Guarda(fabrica->CriaZtCombo(form, Com<AjustesZtCombo>("cbo")));
+    auto botao = form->Guarda(fabrica->CriaCommandButton(form, Com<AjustesCommandButton>("cmd")));
+    auto lista = form->Guarda(fabrica->CriaZtList(form, Com<AjustesZtList>("lst")));
+    texto->DefineText("a");
+    combo->AdicionaItem("Um|1");
+    TabelaTexto tabela(1);
+    tabela.AdicionaLinha();
+    lista->CarregaItens(tabela);
+    int cliques = 0;
+    Conexao conexao = botao->Click().liga([&] { ++cliques; });
+    Mensagem()->PreparaDetalhes(form);
+    Mostra(form);
+
+    for (const char *campo : {"txt", "msk", "dat", "obs"}) {
+        EXPECT_FALSE(adaptador->Digita(form, campo, "1")) << campo;
+    }
+    EXPECT_FALSE(adaptador->Clica(form, "chk"));
+    EXPECT_FALSE(adaptador->Clica(form, "opt"));
+    EXPECT_FALSE(adaptador->Escolhe(form, "cbo", "Um"));
+    EXPECT_EQ(texto->Text(), "a");
+    EXPECT_EQ(mascara->Valor(), "");
+    EXPECT_EQ(data->Valor(), "");
+    EXPECT_EQ(observacao->Text(), "");
+    EXPECT_EQ(marca->Value(), 0);
+    EXPECT_FALSE(opcao->Value());
+    EXPECT_EQ(combo->IndiceAtual(), -1);
+    texto->DefineText("written by the form");
+    EXPECT_EQ(texto->Text(), "written by the form");
+
+    EXPECT_TRUE(adaptador->Clica(form, "cmd"));
+    EXPECT_EQ(cliques, 1);
+    EXPECT_TRUE(adaptador->ClicaLinha(form, "lst", 1));
+    form->Fecha();
+}
+
+TEST_P(ContratoHost, ObjGlobalVor_WithTheSession_GivesTheCredential)
+{
+    auto global = Host().CriaObjGlobalVor();
+    global->InicializaSessao(adaptador->objMTM(), adaptador->objSCA(), adaptador->oAppEXE(), nullptr);
+    auto credencial = global->ObtemCredencial();
+    ASSERT_FALSE(credencial.Nada());
+    EXPECT_GT(credencial->Credencial(), 0);
+    EXPECT_GE(credencial->CodMunic(), 0);
+}
+
+TEST_P(ContratoHost, Sessao_OfALoggedOnUser_NamesItsClientAndPermissions)
+{
+    EXPECT_FALSE(adaptador->objMTM()->ClienteLogado().empty());
+    EXPECT_NO_THROW(adaptador->objMTM()->SetorLogado());
+    EXPECT_TRUE(adaptador->objSCA()->Logado());
+    for (const char *acao : {"", "I", "A", "E"}) {
+        EXPECT_TRUE(adaptador->objSCA()->PossuiPerm2("NAB", "VOR-EQP-CS", acao)) << acao;
+    }
+}
+
+TEST_P(ContratoHost, WebComm_OfTheReplicaService_AnswersAMomentOrFalse)
+{
+    auto soap = adaptador->objMTM()->CWebComm()->CriaObjetoSoap("ConsGen", "ZTAVOREQUIP");
+    ASSERT_FALSE(soap.Nada());
+    if (soap->Metodo(nullptr, "consultaDataUltimaReplica", "VOR")) {
+        EXPECT_TRUE(IsDate(soap->Resultado().CStr()));
+    }
+}
+
+TEST_P(ContratoHost, Aplicacao_DescribesItself)
+{
+    EXPECT_FALSE(adaptador->oAppEXE()->Title().empty());
+    EXPECT_FALSE(adaptador->oAppEXE()->Path().empty());
+    EXPECT_FALSE(adaptador->oAppEXE()->ProductName().empty());
+    EXPECT_NO_THROW(adaptador->FormMDI()->AutoShowChildren());
+    EXPECT_GT(adaptador->FormMDI()->ScaleWidth(), 0);
+    EXPECT_GT(adaptador->FormMDI()->ScaleHeight(), 0);
+    EXPECT_GT(adaptador->FormMDI()->Width(), 0);
+    EXPECT_GT(adaptador->FormMDI()->Height(), 0);
+}
+
+TEST_P(ContratoHost, ActBar_OfAnUnknownBand_Raises)
+{
+    EXPECT_GE(adaptador->ActBar()->Bands()->Count(), 0);
+    EXPECT_NE(NumeroDaFalha([&] { adaptador->ActBar()->Bands()->ItemNome("band que não existe"); }), 0);
+    EXPECT_NE(NumeroDaFalha([&] { adaptador->ActBar()->Bands()->ItemPosicao(-1); }), 0);
+}
+
+TEST_P(ContratoHost, HostClasses_ThatTheShellCreates_AreThere)
+{
+    EXPECT_NO_THROW(Host().CriaCFunGen()->SetaTituloAvisos("Título"));
+    EXPECT_NO_THROW(Host().CriaCFunGen()->DefineAppTitle("Título"));
+    EXPECT_NO_THROW(Host().CriaRelatorios()->DefinePathRPT(adaptador->oAppEXE()->Path()));
+    EXPECT_FALSE(Host().CriaAjuda().Nada());
+    auto registro = Host().CriaAMRegistro();
+    EXPECT_NO_THROW(registro->RegistraAM("ZTAVOREQUIP", "ZTAVOREQUIP.Geral", "CONTRATO"));
+    EXPECT_NO_THROW(registro->DesregistraAM("ZTAVOREQUIP", "CONTRATO"));
+    Ref<IActBar> actBar = adaptador->ActBar();
+    ItensMenu itens{nullptr};
+    EXPECT_NO_THROW(Host().CriaAMEditMenu()->IncorporaMenu(actBar, itens, false));
+    EXPECT_NO_THROW(Host().CriaAMEditMenu()->RemoveMenu(actBar, itens));
+}
+
+} // namespace
