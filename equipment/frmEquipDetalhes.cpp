@@ -277,7 +277,6 @@ void frmEquipDetalhes::CriaBotoes()
     AjustesCommandButton cancelar;
     cancelar.Nome = "cmdCancelar";
     cancelar.Caption = "&Cancelar";
-    cancelar.Cancel = true;
     cancelar.Left = 7080;
     cmdCancelar = Guarda(fabrica->CriaCommandButton(eu, cancelar));
 
@@ -350,7 +349,7 @@ try {
     return m_Salvou;
 } catch (...) {
     gSubMostraErro("frmEquipDetalhes.CarregaInclusao");
-    AbandonaCarga();
+    DesfazCarga();
     return false;
 }
 
@@ -371,7 +370,7 @@ try {
     return m_Salvou;
 } catch (...) {
     gSubMostraErro("frmEquipDetalhes.CarregaEdicao");
-    AbandonaCarga();
+    DesfazCarga();
     return false;
 }
 
@@ -394,14 +393,34 @@ try {
     goGeral->FormShow(EsteForm(), true, nullptr);
 } catch (...) {
     gSubMostraErro("frmEquipDetalhes.CarregaDetalhes");
+    DesfazCarga();
+}
+
+void frmEquipDetalhes::DesfazCarga() noexcept
+{
     AbandonaCarga();
+    if (!Carregado()) { // loading itself may have failed, and nothing is unloaded then
+        IgnoraErro([&] { Solta(); });
+    }
+}
+
+void frmEquipDetalhes::Solta()
+{
+    if (m_Equipto) {
+        m_Equipto->Finaliza();
+        m_Equipto = nullptr;
+    }
+    m_COSensoresLigado.desliga();
+    m_COSensores = nullptr;
+    m_COAfericoesLigado.desliga();
+    m_COAfericoes = nullptr;
 }
 
 bool frmEquipDetalhes::MontaTela(std::int32_t nroIntEquip)
 try {
     m_Equipto = Novo<clsEquipto>();
     if (!m_Equipto->Carrega(nroIntEquip)) {
-        m_Equipto = nullptr;
+        Solta();
         return false;
     }
     Carregar();
@@ -569,8 +588,9 @@ void frmEquipDetalhes::EscreveRegistro()
     m_Equipto->TipoAgente = CByte(cboTipoMedidor->Valor());
     m_Equipto->TipoEquip = cboTipoEquip->Valor();
     m_Equipto->Modelo = Trim(txtModelo->Text());
-    if (Val(cboMunic->Valor()) > 0) {
-        m_Equipto->CodMunic = CLng(cboMunic->Valor());
+    const std::string codMunic = cboMunic->Valor();
+    if (IsNumeric(codMunic) && CDbl(codMunic) > 0) {
+        m_Equipto->CodMunic = CLng(codMunic);
     }
     if (fraLayout->Visible()) {
         m_Equipto->ArquivoLayout = cboArqLayout->Valor();
@@ -865,14 +885,7 @@ try {
 
 void frmEquipDetalhes::Form_Unload(bool &)
 try {
-    if (m_Equipto) {
-        m_Equipto->Finaliza();
-        m_Equipto = nullptr;
-    }
-    m_COSensoresLigado.desliga();
-    m_COSensores = nullptr;
-    m_COAfericoesLigado.desliga();
-    m_COAfericoes = nullptr;
+    Solta();
 } catch (...) {
     gSubMostraErro("frmEquipDetalhes.Form_Unload");
 }

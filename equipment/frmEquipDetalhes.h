@@ -93,6 +93,10 @@ class frmEquipDetalhes : public Formulario {
     void CriaBotoes();
     void LigaEventos();
 
+    // An entry point gave up: nothing of the attempt stays.
+    void DesfazCarga() noexcept;
+    // Ends the record and drops the controllers.
+    void Solta();
     bool MontaTela(std::int32_t nroIntEquip);
     void MostraDados();
     void MostraPaginasDoTipo(const std::string &tipoEquip);

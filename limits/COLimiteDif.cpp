@@ -49,13 +49,7 @@ bool COLimiteDif::Carrega(const Ref<IztList> &lista, const std::string &CodEquip
                           std::int16_t Tipo)
 try {
     m_ZtList = lista;
-    m_GotFocus = lista->GotFocus().liga([this] { m_ZtList_GotFocus(); });
-    m_ItemClick = lista->ItemClick().liga([this] { m_ZtList_ItemClick(); });
-    m_AntesDeRemoverItem =
-        lista->AntesDeRemoverItem().liga([this](std::int32_t &linha) { m_ZtList_AntesDeRemoverItem(linha); });
-    m_DepoisDeRemoverItem = lista->DepoisDeRemoverItem().liga([this] { m_ZtList_DepoisDeRemoverItem(); });
-    m_ItemMenuClicado =
-        lista->ItemMenuClicado().liga([this](const std::string &chave) { m_ZtList_ItemMenuClicado(chave); });
+    LigaEventos();
     m_Tipo = Tipo;
     m_CodEquip = CodEquip;
     m_NroIntEquip = NroIntEquip;
@@ -72,16 +66,36 @@ try {
     default:
         m_DescrModulo.clear();
     }
-    gsubConfigLista(Colunas(), m_ZtList);
+    gsubConfigLista(Colunas(), lista);
     MenuInicial();
     return Localizar();
 } catch (...) {
     PassaFalha(" < COSensores.Carrega");
 }
 
+// The controller stays alive while one of its handlers runs, even if its window drops it meanwhile.
+void COLimiteDif::LigaEventos()
+{
+    m_Conexoes.clear();
+    RefFraca<COLimiteDif> fraca = Eu(*this);
+    auto liga = [&]<class... Args>(Evento<Args...> &evento, auto procedimento) {
+        m_Conexoes.push_back(evento.liga([fraca, procedimento](Args... args) {
+            if (Ref<COLimiteDif> eu = fraca.Alvo()) {
+                ((*eu).*procedimento)(args...);
+            }
+        }));
+    };
+    Ref<IztList> lista = m_ZtList.Alvo();
+    liga(lista->GotFocus(), &COLimiteDif::m_ZtList_GotFocus);
+    liga(lista->ItemClick(), &COLimiteDif::m_ZtList_ItemClick);
+    liga(lista->AntesDeRemoverItem(), &COLimiteDif::m_ZtList_AntesDeRemoverItem);
+    liga(lista->DepoisDeRemoverItem(), &COLimiteDif::m_ZtList_DepoisDeRemoverItem);
+    liga(lista->ItemMenuClicado(), &COLimiteDif::m_ZtList_ItemMenuClicado);
+}
+
 void COLimiteDif::LimpaPesquisa()
 {
-    if (m_ZtList) {
+    if (!m_ZtList.Nada()) {
         m_ZtList->Limpa(std::nullopt);
     }
     HabilitaMenu();
@@ -202,7 +216,7 @@ try {
     PassaFalha(" < COLimiteDif.m_ZtList_DepoisDeRemoverItem");
 }
 
-void COLimiteDif::m_ZtList_ItemMenuClicado(const std::string &chave)
+void COLimiteDif::m_ZtList_ItemMenuClicado(std::string chave)
 try {
     if (chave == "mnuZTLObjNovo") {
         Novo();
@@ -242,7 +256,7 @@ try {
 void COLimiteDif::Atualizar()
 try {
     Localizar();
-    gSubDefineFoco(m_ZtList);
+    gSubDefineFoco(m_ZtList.Alvo());
 } catch (...) {
     PassaFalha(" < COLimiteDif.Atualizar");
 }

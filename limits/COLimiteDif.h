@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 // Controller of the list of differentiated limits (Tipo 1), specific days (2) or prohibited hours (3) of an equipment.
 class COLimiteDif : public Objeto {
@@ -23,13 +24,10 @@ class COLimiteDif : public Objeto {
     std::int16_t m_Tipo = 0;
     std::string m_CodEquip;
     std::int32_t m_NroIntEquip = 0;
-    Ref<IztList> m_ZtList;
-    Conexao m_GotFocus;
-    Conexao m_ItemClick;
-    Conexao m_AntesDeRemoverItem;
-    Conexao m_DepoisDeRemoverItem;
-    Conexao m_ItemMenuClicado;
+    RefFraca<IztList> m_ZtList; // the window's
+    std::vector<Conexao> m_Conexoes;
 
+    void LigaEventos();
     TabelaColunas Colunas() const;
     bool Localizar();
     bool LocalizarLimitesDif();
@@ -39,7 +37,7 @@ class COLimiteDif : public Objeto {
     void m_ZtList_ItemClick();
     void m_ZtList_AntesDeRemoverItem(std::int32_t &linha);
     void m_ZtList_DepoisDeRemoverItem();
-    void m_ZtList_ItemMenuClicado(const std::string &chave);
+    void m_ZtList_ItemMenuClicado(std::string chave);
 
     void MenuInicial();
     void HabilitaMenu();

@@ -98,7 +98,6 @@ void frmLimitesDifDetalhes::CriaControles()
     AjustesCommandButton cancelar;
     cancelar.Nome = "cmdCancelar";
     cancelar.Caption = "&Cancelar";
-    cancelar.Cancel = true;
     cmdCancelar = Guarda(fabrica->CriaCommandButton(eu, cancelar));
 
     Liga(sstDados->Click(), &frmLimitesDifDetalhes::sstDados_Click);
@@ -120,7 +119,7 @@ void frmLimitesDifDetalhes::CriaPaginaGeral()
     for (std::size_t dia = 1; dia <= NroDias; ++dia) {
         AjustesControle ajustes = Ajuste("chkDia", fraDiasSemana, Dias[dia - 1]);
         ajustes.Indice = static_cast<std::int16_t>(dia);
-        chkDia[dia] = Guarda(fabrica->CriaCheckBox(eu, ajustes));
+        chkDia[dia - 1] = Guarda(fabrica->CriaCheckBox(eu, ajustes));
     }
 
     fraData = Guarda(fabrica->CriaZtFrame(eu, Ajuste("fraData", pagina)));
@@ -185,6 +184,7 @@ try {
     m_Inclusao = false;
     m_Detalhes = false;
     m_Tipo = Tipo;
+    m_NroIntEquip = 0; // that of an earlier opening must not travel if the row cannot be read
     m_NroInt = NroInt;
     Carregar();
     lblCodEquip->DefineCaption(codEquip);
@@ -252,16 +252,15 @@ try {
     if (resposta) {
         const LimiteDifED &limite = **resposta;
         m_NroIntEquip = limite.NroIntEquip;
-        const Ref<ICheckBox> dia = chkDia.at(limite.Dia);
-        dia->DefineValue(1);
+        chkDia.at(static_cast<std::size_t>(limite.Dia) - 1)->DefineValue(1);
         ztmHInicial->DefineText(Format(CDbl(limite.HoraInicio.Valor()), "00:00"));
         ztmHFinal->DefineText(Format(CDbl(limite.HoraFim.Valor()), "00:00"));
         if (m_Tipo == TipoLimiteDif) {
             txtVelocPerm->DefineText(CStr(limite.VelocPerm.Valor()));
             MostraVelocMin(limite.VelocMin);
         }
-        for (std::size_t codigo = 1; codigo <= NroDias; ++codigo) {
-            chkDia[codigo]->DefineEnabled(false);
+        for (const auto &caixa : chkDia) {
+            caixa->DefineEnabled(false);
         }
     }
     Plataforma()->DefinePonteiro(PonteiroNormal);
@@ -314,7 +313,7 @@ bool frmLimitesDifDetalhes::Recusa(std::int16_t pagina, const Ref<IControle> &co
 
 bool frmLimitesDifDetalhes::TemDiaMarcado() const
 {
-    return std::any_of(chkDia.begin() + 1, chkDia.end(), [](const auto &caixa) { return caixa->Value() == 1; });
+    return std::ranges::any_of(chkDia, [](const auto &caixa) { return caixa->Value() == 1; });
 }
 
 bool frmLimitesDifDetalhes::ValidouOk()
@@ -366,7 +365,7 @@ try {
                                           auto limites = Novo<Colecao<Ref<LimiteDifED>>>();
                                           equipto->ListaLimiteDif = limites;
                                           for (std::size_t dia = 1; dia <= NroDias; ++dia) {
-                                              if (chkDia[dia]->Value() != 1) {
+                                              if (chkDia[dia - 1]->Value() != 1) {
                                                   continue;
                                               }
                                               auto limite = Novo<LimiteDifED>();

@@ -30,7 +30,7 @@ class frmLimitesDifDetalhes : public Formulario {
     Ref<ISSTab> sstDados;
     std::array<Ref<IztFrame>, 2> fraDados;
     Ref<IztFrame> fraDiasSemana;
-    std::array<Ref<ICheckBox>, NroDias + 1> chkDia; // from 1, the day's code
+    std::array<Ref<ICheckBox>, NroDias> chkDia; // in the order of the days' codes, from 1
     Ref<IztFrame> fraData;
     Ref<IztData> ztdData;
     Ref<IztMask> ztmHInicial;

@@ -55,15 +55,16 @@ Ref<AfericaoED> gFunConsultaAfericaoVigente(std::int32_t lNroIntEquip, Data dtIn
 // Gives a control or form the focus when it is enabled and visible; a minimised form is restored. Errors ignored.
 void gSubDefineFoco(const Ref<IFocavel> &ctl) noexcept;
 
-// The module's one shared instance of a form, created on first use and kept until LiberaFormsCompartilhados.
-template <class Form> Ref<Form> &FormCompartilhado();
+// The module's one shared instance of a form, created on first use and kept until LiberaFormsCompartilhados. Whoever
+// got it keeps it alive: the shell may end while the form is shown.
+template <class Form> Ref<Form> FormCompartilhado();
 // Drops the shared instances; called when the shell ends.
 void LiberaFormsCompartilhados() noexcept;
 
 // Remembers how to drop a shared instance.
 void RegistraFormCompartilhado(void (*libera)());
 
-template <class Form> Ref<Form> &FormCompartilhado()
+template <class Form> Ref<Form> FormCompartilhado()
 {
     static Ref<Form> instancia;
     if (instancia.Nada()) {
