@@ -605,7 +605,7 @@ TEST_F(COLimiteDifTeste, Excluir_AnsweredNo_KeepsTheRowAndAsksTheServiceNothing)
         Conexao espia = janela->Lista->AntesDeRemoverItem().liga([&](const std::int32_t &linha) { recebida = linha; });
         host->LimpaRegistro();
         host->Responde(PerguntaPorTipo[tipo], false);
-        EXPECT_FALSE(p.EscolheMenu("ztLista", "mnuZTLObjExcluir"));
+        EXPECT_TRUE(p.EscolheMenu("ztLista", "mnuZTLObjExcluir"));
         EXPECT_EQ(recebida, 0);
         EXPECT_EQ(janela->Lista->NroItens(), 2);
         EXPECT_EQ(host->Registro(), (Linhas{"Plataforma.PerguntaSimNao(\"" + PerguntaPorTipo[tipo] +
@@ -661,7 +661,7 @@ TEST_F(COLimiteDifTeste, Excluir_ThatIsRefused_KeepsTheRow)
         host->LimpaRegistro();
         host->Responde(PerguntaPorTipo[tipo], true);
         host->RecusaOperacao(metodos[tipo], "em uso");
-        EXPECT_FALSE(p.EscolheMenu("ztLista", "mnuZTLObjExcluir"));
+        EXPECT_TRUE(p.EscolheMenu("ztLista", "mnuZTLObjExcluir"));
         EXPECT_EQ(janela->Lista->NroItens(), 2);
         EXPECT_TRUE(RegistroIgual(host->RegistroDe({"EquiptoRN.", "goMensagem."}),
                                   Linhas{"EquiptoRN.ExecutaMetodo(*", "EquiptoRN.MostraErro() -> \"em uso\""}));
