@@ -1,11 +1,11 @@
 #include "desk/host/BancoLocalMesa.h"
 
 #include "controls/OrdemPortuguesa.h"
+#include "desk/host/TabelaDeDados.h"
 #include "host/Conversoes.h"
 #include "host/Falha.h"
 #include "host/Texto.h"
 
-#include <QFile>
 #include <QSqlDatabase>
 #include <QSqlDriver>
 #include <QSqlError>
@@ -219,16 +219,9 @@ class LeituraDoBanco : public IMDB {
 
 std::vector<Municipio> LeMunicipios()
 {
-    QFile dados(":/data/municipios.tsv");
-    if (!dados.open(QIODevice::ReadOnly)) {
-        throw Falha(NumeroFalha::ArquivoNaoEncontrado);
-    }
     std::vector<Municipio> municipios;
-    for (const std::string &linha : Divide(dados.readAll().toStdString(), "\n")) {
-        const std::vector<std::string> partes = Divide(linha, "\t");
-        if (partes.size() == 3) {
-            municipios.push_back({CLng(partes[0]), partes[1], CLng(partes[2])});
-        }
+    for (const LinhaDeDados &linha : LeTabelaDeDados("municipios.tsv")) {
+        municipios.push_back({CLng(linha.at(0)), linha.at(1), CLng(linha.at(2))});
     }
     return municipios;
 }

@@ -1,8 +1,14 @@
 #include "desk/host/HostMesa.h"
 
+#include "controls/CommonDialog.h"
+#include "controls/ztClienteSetor.h"
+#include "controls/ztEndereco.h"
+#include "desk/host/Logradouros.h"
 #include "desk/host/ServicosMesa.h"
 
 #include <QFile>
+
+#include <algorithm>
 
 namespace {
 
@@ -29,6 +35,7 @@ HostMesa::HostMesa(Ref<IJanelas> janelas, std::filesystem::path diretorio, std::
     InstalaLayouts(m_Diretorio / "layouts");
     m_Plataforma = Novo<PlataformaMesa>(m_Janelas, m_Diretorio / "modulo", std::move(agora));
     m_Controles = Novo<FabricaControles>();
+    m_CriouControle = m_Controles->CriouControle().liga([this](const Ref<IControle> &controle) { ConectaControle(controle); });
     oAppEXE = Novo<AppEXEMesa>(m_Diretorio);
     FormMDI = Novo<FormMDIMesa>();
     ActBar = Novo<ActBarMesa>();
@@ -57,6 +64,46 @@ Ref<SessaoServico> HostMesa::Servico() const { return m_objMTM->Servico(); }
 std::function<Ref<SessaoServico>()> HostMesa::SessaoAtual() const
 {
     return [this] { return Servico(); };
+}
+
+template <class... Args>
+void HostMesa::Mantem(const Ref<IControle> &controle, Evento<Args...> &evento, std::function<void(Args...)> tratador)
+{
+    m_Conectados.emplace_back(controle, evento.liga(std::move(tratador)));
+}
+
+void HostMesa::ConectaControle(const Ref<IControle> &controle)
+{
+    std::erase_if(m_Conectados, [](const auto &conectado) { return conectado.first.Nada(); });
+    if (auto *dialogo = dynamic_cast<CommonDialog *>(controle.Ponteiro())) {
+        Mantem(controle, dialogo->AoMostrar(), std::function<void()>([this, dialogo] {
+                   if (const auto escolhido = m_Janelas->EscolheArquivo(dialogo->Filter(), dialogo->DialogTitle())) {
+                       dialogo->Escolhe(*escolhido);
+                   }
+               }));
+    } else if (auto *cliente = dynamic_cast<ztClienteSetor *>(controle.Ponteiro())) {
+        Mantem(controle, cliente->AoAvisar(), std::function<void(std::string)>([this](const std::string &texto) {
+                   m_Janelas->Avisa(texto, TituloDeRecusa);
+               }));
+        Mantem(controle, cliente->AoDefinirCodCliente(), std::function<void()>([this, cliente] {
+                   // A client that the operator may not choose gives way to their own.
+                   const std::vector<ClienteCadastrado> clientes = Servico()->Clientes();
+                   const auto achado = std::find_if(clientes.begin(), clientes.end(), [&](const auto &cadastrado) {
+                       return cadastrado.CodCliente == cliente->CodCliente();
+                   });
+                   const Operador &operador = Servico()->Operador();
+                   cliente->PresetaCliente(achado == clientes.end() ? operador.Cliente : achado->Nome, "");
+               }));
+    } else if (auto *endereco = dynamic_cast<ztEndereco *>(controle.Ponteiro())) {
+        const Ref<Endereco> dados = endereco->EnderecoProprio();
+        Mantem(controle, dados->AoSetar(), std::function<void()>([fraco = RefFraca<Endereco>(dados)] {
+                   const Ref<Endereco> preenchido = fraco.Alvo();
+                   if (const auto logradouro = LogradouroPorCodigo(preenchido->CodLogradouro())) {
+                       preenchido->DefineDescricao(
+                           logradouro->Descricao(preenchido->Numero(), preenchido->Complemento()));
+                   }
+               }));
+    }
 }
 
 void HostMesa::MostraRecusa(const std::string &recusa) const { m_Janelas->Avisa(recusa, TituloDeRecusa); }

@@ -11,6 +11,8 @@
 #include <filesystem>
 #include <functional>
 #include <string>
+#include <utility>
+#include <vector>
 
 // The desk as the module's host: every class that the contract asks for, over the user's data directory, the windows and
 // the session of whoever is signed in.
@@ -56,6 +58,9 @@ class HostMesa : public HostServices {
   private:
     std::function<Ref<SessaoServico>()> SessaoAtual() const;
     void MostraRecusa(const std::string &recusa) const;
+    // Answers what a picker or file dialog asks of its host.
+    void ConectaControle(const Ref<IControle> &controle);
+    template <class... Args> void Mantem(const Ref<IControle> &controle, Evento<Args...> &evento, std::function<void(Args...)> tratador);
 
     Ref<IJanelas> m_Janelas;
     std::filesystem::path m_Diretorio;
@@ -63,4 +68,6 @@ class HostMesa : public HostServices {
     Ref<FabricaControles> m_Controles;
     Ref<SessaoMesa> m_objMTM;
     Ref<AcessoMesa> m_objSCA;
+    Conexao m_CriouControle;
+    std::vector<std::pair<RefFraca<IControle>, Conexao>> m_Conectados;
 };

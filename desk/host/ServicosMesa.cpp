@@ -2,11 +2,11 @@
 
 #include "controls/PreparaDetalhes.h"
 #include "desk/host/Caminhos.h"
+#include "desk/host/TabelaDeDados.h"
 #include "host/Conversoes.h"
 #include "shell/ModGeral.h"
 
 #include <QByteArray>
-#include <QFile>
 
 #include <fstream>
 #include <iterator>
@@ -19,24 +19,6 @@ constexpr std::int16_t MedidorTodos = 0;
 constexpr std::int16_t UltimoMedidor = 3;
 constexpr std::int64_t MaiorLeitura = 5242881; // one byte more than a document may have, so that the services see the excess
 
-using Linha = std::vector<std::string>;
-
-// Rows of a table of the desk's data; lines that begin with "#" are comments.
-std::vector<Linha> LeTabela(const QString &nome)
-{
-    QFile dados(nome);
-    if (!dados.open(QIODevice::ReadOnly)) {
-        throw Falha(NumeroFalha::ArquivoNaoEncontrado);
-    }
-    std::vector<Linha> linhas;
-    for (const std::string &linha : Divide(dados.readAll().toStdString(), "\n")) {
-        if (!linha.empty() && linha.front() != '#') {
-            linhas.push_back(Divide(linha, "\t"));
-        }
-    }
-    return linhas;
-}
-
 struct TipoOferecido {
     std::string Codigo;
     bool TrabFoto;
@@ -47,7 +29,7 @@ const std::vector<TipoOferecido> &Tipos()
 {
     static const std::vector<TipoOferecido> tipos = [] {
         std::vector<TipoOferecido> lidos;
-        for (const Linha &linha : LeTabela(":/data/tipos.tsv")) {
+        for (const LinhaDeDados &linha : LeTabelaDeDados("tipos.tsv")) {
             lidos.push_back({linha.at(0), linha.at(1) == "1", linha.at(2)});
         }
         return lidos;
@@ -140,7 +122,7 @@ Ref<IOrgao> DadosVorMesa::ObtemOrgao() { return Novo<OrgaoMesa>(m_Sessao()->Oper
 void DadosVorMesa::PreencheRejeicoes(const Ref<IztCombo> &combo, std::int32_t, std::int32_t)
 {
     combo->Limpa();
-    for (const Linha &linha : LeTabela(":/data/rejeicoes.tsv")) {
+    for (const LinhaDeDados &linha : LeTabelaDeDados("rejeicoes.tsv")) {
         combo->AdicionaItem(linha.at(1) + "|" + linha.at(0));
     }
 }

@@ -1,0 +1,59 @@
+#include "desk/windows/Renderizador.h"
+
+#include <QEvent>
+#include <QWidget>
+
+QString Q(const std::string &texto) { return QString::fromStdString(texto); }
+
+std::string S(const QString &texto) { return texto.toStdString(); }
+
+Renderizador::Renderizador(Ref<IControle> controle, QWidget *widget, Borda borda)
+    : QObject(widget), m_Controle(std::move(controle)), m_Widget(widget), m_Borda(std::move(borda))
+{
+    ControleBase *base = ComoBase(m_Controle);
+    m_Conexoes.push_back(base->Mudou().liga([this] { Atualiza(); }));
+    m_Conexoes.push_back(base->RecebeuFoco().liga([this] {
+        QWidget *alvo = AlvoDoFoco();
+        if (alvo != nullptr && !alvo->hasFocus()) {
+            alvo->setFocus(Qt::OtherFocusReason);
+        }
+    }));
+    SegueFoco(widget);
+}
+
+void Renderizador::SegueFoco(QWidget *widget) { widget->installEventFilter(this); }
+
+void Renderizador::Atualiza()
+{
+    if (m_Widget.isNull() || m_Mostrando) {
+        return;
+    }
+    m_Mostrando = true;
+    m_Widget->setEnabled(m_Controle->Enabled());
+    m_Widget->setVisible(m_Controle->Visible());
+    Mostra();
+    m_Mostrando = false;
+}
+
+void Renderizador::Age(const std::function<void()> &acao)
+{
+    if (m_Mostrando) {
+        return;
+    }
+    const QPointer<Renderizador> vivo = this;
+    m_Borda(acao);
+    if (!vivo.isNull()) {
+        Atualiza();
+    }
+}
+
+bool Renderizador::eventFilter(QObject *objeto, QEvent *evento)
+{
+    ControleBase *base = ComoBase(m_Controle);
+    if (evento->type() == QEvent::FocusIn && !base->TemFoco()) {
+        m_Borda([&] { base->Foco(); });
+    } else if (evento->type() == QEvent::FocusOut) {
+        m_Borda([&] { base->Conclui(); });
+    }
+    return QObject::eventFilter(objeto, evento);
+}

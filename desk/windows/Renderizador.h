@@ -1,0 +1,61 @@
+#pragma once
+
+#include "controls/ControleBase.h"
+#include "host/Evento.h"
+#include "host/IControle.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QString>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+class QWidget;
+
+QString Q(const std::string &texto);
+std::string S(const QString &texto);
+
+// Runs what a person did at the edge of the windows: a fault that comes out of the module is shown and ends there.
+using Borda = std::function<void(const std::function<void()> &)>;
+
+// Shows one control in one widget and hands what the person does there to the control's person's face. No rule lives
+// here: what the control answers is what the widget shows.
+class Renderizador : public QObject {
+  public:
+    Renderizador(Ref<IControle> controle, QWidget *widget, Borda borda);
+
+    const Ref<IControle> &Controle() const { return m_Controle; }
+    QWidget *Widget() const { return m_Widget; }
+    // Brings the widget to what the control is now.
+    void Atualiza();
+
+  protected:
+    // What is particular to the kind of control; enabled and visible are done before.
+    virtual void Mostra() = 0;
+    // Where the keyboard goes.
+    virtual QWidget *AlvoDoFoco() { return m_Widget; }
+
+    bool eventFilter(QObject *objeto, QEvent *evento) override;
+    // Follows the keyboard's way to another widget of this control.
+    void SegueFoco(QWidget *widget);
+
+    // Something that the person did. Afterwards the widget shows what came of it.
+    void Age(const std::function<void()> &acao);
+    bool Mostrando() const { return m_Mostrando; }
+
+    std::vector<Conexao> m_Conexoes;
+
+  private:
+    Ref<IControle> m_Controle;
+    QPointer<QWidget> m_Widget;
+    Borda m_Borda;
+    bool m_Mostrando = false;
+};
+
+// The control as its own class and face.
+template <class C> C &Como(const Renderizador &renderizador)
+{
+    return dynamic_cast<C &>(*renderizador.Controle());
+}

@@ -1,0 +1,233 @@
+#include "desk/windows/RenderizadoresSimples.h"
+
+#include "controls/CheckBox.h"
+#include "controls/CommandButton.h"
+#include "controls/OptionButton.h"
+#include "controls/SSTab.h"
+#include "controls/TextBox.h"
+#include "controls/ztCombo.h"
+#include "controls/ztCommand.h"
+#include "controls/ztData.h"
+#include "controls/ztMask.h"
+#include "controls/ztVeiObservacao.h"
+
+#include <QAbstractItemView>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QIcon>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTabBar>
+#include <QTabWidget>
+
+void RenderTextoFixo::Mostra()
+{
+    if (auto *rotulo = qobject_cast<QLabel *>(Widget())) {
+        rotulo->setText(Q(Controle()->Caption()));
+    }
+}
+
+RenderImagem::RenderImagem(Ref<IControle> controle, QWidget *widget, Borda borda)
+    : Renderizador(std::move(controle), widget, std::move(borda))
+{
+    if (auto *rotulo = qobject_cast<QLabel *>(widget)) {
+        rotulo->setPixmap(QIcon(":/icones/informacao.svg").pixmap(32, 32));
+    }
+}
+
+void RenderMoldura::Mostra()
+{
+    if (auto *grupo = qobject_cast<QGroupBox *>(Widget())) {
+        grupo->setTitle(Q(Controle()->Caption()).trimmed());
+    }
+}
+
+RenderMarca::RenderMarca(Ref<IControle> controle, QWidget *widget, Borda borda)
+    : Renderizador(std::move(controle), widget, std::move(borda))
+{
+    connect(qobject_cast<QCheckBox *>(widget), &QCheckBox::clicked, this,
+            [this] { Age([this] { Como<CheckBox>(*this).Clica(); }); });
+}
+
+void RenderMarca::Mostra()
+{
+    auto *caixa = qobject_cast<QCheckBox *>(Widget());
+    caixa->setText(Q(Controle()->Caption()));
+    caixa->setChecked(Como<CheckBox>(*this).Value() == 1);
+}
+
+RenderOpcao::RenderOpcao(Ref<IControle> controle, QWidget *widget, Borda borda)
+    : Renderizador(std::move(controle), widget, std::move(borda))
+{
+    auto *opcao = qobject_cast<QRadioButton *>(widget);
+    opcao->setAutoExclusive(false); // the control excludes the others
+    connect(opcao, &QRadioButton::clicked, this, [this] { Age([this] { Como<OptionButton>(*this).Clica(); }); });
+}
+
+void RenderOpcao::Mostra()
+{
+    auto *opcao = qobject_cast<QRadioButton *>(Widget());
+    opcao->setText(Q(Controle()->Caption()));
+    opcao->setChecked(Como<OptionButton>(*this).Value());
+}
+
+RenderBotao::RenderBotao(Ref<IControle> controle, QWidget *widget, Borda borda)
+    : Renderizador(std::move(controle), widget, std::move(borda))
+{
+    auto *botao = qobject_cast<QPushButton *>(widget);
+    botao->setAutoDefault(false);
+    connect(botao, &QPushButton::clicked, this, [this] {
+        const Ref<IControle> vivo = Controle(); // the click may close the window and end this object
+        Age([vivo] { dynamic_cast<Clicavel &>(*vivo).Clica(); });
+    });
+}
+
+void RenderBotao::Mostra()
+{
+    auto *botao = qobject_cast<QPushButton *>(Widget());
+    botao->setText(Q(Controle()->Caption()));
+    botao->setDefault(dynamic_cast<Acionavel &>(*Controle()).Padrao());
+}
+
+RenderAbas::RenderAbas(Ref<IControle> controle, QWidget *widget, Borda borda)
+    : Renderizador(std::move(controle), widget, std::move(borda))
+{
+    auto *abas = qobject_cast<QTabWidget *>(widget);
+    connect(abas, &QTabWidget::currentChanged, this, [this](int pagina) {
+        Age([this, pagina] { Como<SSTab>(*this).Abre(static_cast<std::int16_t>(pagina)); });
+    });
+    SegueFoco(abas->tabBar());
+}
+
+void RenderAbas::Mostra()
+{
+    auto *abas = qobject_cast<QTabWidget *>(Widget());
+    const auto &controle = Como<SSTab>(*this);
+    for (std::int16_t pagina = 0; pagina < controle.Tabs() && pagina < abas->count(); ++pagina) {
+        abas->setTabText(pagina, Q(controle.TabCaption(pagina)));
+        abas->setTabEnabled(pagina, controle.TabEnabled(pagina));
+        abas->setTabVisible(pagina, controle.TabVisible(pagina));
+    }
+    abas->setCurrentIndex(controle.Tab());
+}
+
+namespace {
+
+template <class C> CampoDeTexto FazCampo(C &campo)
+{
+    return {[&campo] { return campo.Text(); }, [&campo] { return campo.SomenteLeitura(); },
+            [&campo] { return campo.Cursor(); },
+            [&campo](std::size_t posicao, std::size_t n, const std::string &texto) {
+                return campo.Edita(posicao, n, texto);
+            }};
+}
+
+CampoDeTexto CampoDoControle(const Ref<IControle> &controle)
+{
+    switch (controle->Especie()) {
+    case EspecieControle::ztMask:
+        return FazCampo(dynamic_cast<ztMask &>(*controle));
+    case EspecieControle::ztData:
+        return FazCampo(dynamic_cast<ztData &>(*controle));
+    case EspecieControle::ztVeiObservacao:
+        return FazCampo(dynamic_cast<ztVeiObservacao &>(*controle));
+    default:
+        return FazCampo(dynamic_cast<TextBox &>(*controle));
+    }
+}
+
+} // namespace
+
+RenderCampo::RenderCampo(Ref<IControle> controle, QWidget *widget, Borda borda)
+    : Renderizador(std::move(controle), widget, std::move(borda)), m_Campo(CampoDoControle(Controle())),
+      m_Linha(qobject_cast<QLineEdit *>(widget))
+{
+    connect(m_Linha, &QLineEdit::textEdited, this, [this](const QString &novo) { TextoEditado(novo); });
+}
+
+// The line says only what it has become; what the person did is the stretch in which it differs from what was there.
+void RenderCampo::TextoEditado(const QString &novo)
+{
+    const QList<uint> antes = Q(m_Campo.Texto()).toUcs4();
+    const QList<uint> depois = novo.toUcs4();
+    const qsizetype menor = std::min(antes.size(), depois.size());
+    qsizetype inicio = 0;
+    while (inicio < menor && antes[inicio] == depois[inicio]) {
+        ++inicio;
+    }
+    qsizetype fim = 0;
+    while (fim < menor - inicio && antes[antes.size() - 1 - fim] == depois[depois.size() - 1 - fim]) {
+        ++fim;
+    }
+    // The same letters before and after the cursor leave the place open: the cursor then tells it.
+    const auto cursor = novo.left(m_Linha->cursorPosition()).toUcs4().size();
+    const qsizetype crescimento = depois.size() - antes.size();
+    if (crescimento > 0 && cursor - crescimento >= 0 && cursor - crescimento < inicio) {
+        inicio = cursor - crescimento;
+        fim = antes.size() - inicio;
+    }
+    const qsizetype inseridos = depois.size() - inicio - fim;
+    const std::string texto =
+        S(QString::fromUcs4(reinterpret_cast<const char32_t *>(depois.constData()) + inicio, inseridos));
+    Age([&] {
+        m_Campo.Edita(static_cast<std::size_t>(inicio), static_cast<std::size_t>(antes.size() - inicio - fim), texto);
+    });
+}
+
+void RenderCampo::Mostra()
+{
+    const QString texto = Q(m_Campo.Texto());
+    if (m_Linha->text() != texto) {
+        m_Linha->setText(texto);
+        const QString ateCursor = QString::fromUcs4(
+            reinterpret_cast<const char32_t *>(texto.toUcs4().left(static_cast<qsizetype>(m_Campo.Cursor())).constData()),
+            std::min<qsizetype>(texto.toUcs4().size(), static_cast<qsizetype>(m_Campo.Cursor())));
+        m_Linha->setCursorPosition(static_cast<int>(ateCursor.size()));
+    }
+    m_Linha->setReadOnly(m_Campo.SomenteLeitura());
+}
+
+RenderCombo::RenderCombo(Ref<IControle> controle, QWidget *widget, Borda borda)
+    : Renderizador(std::move(controle), widget, std::move(borda)), m_Combo(qobject_cast<QComboBox *>(widget))
+{
+    m_Combo->setEditable(false);
+    m_Combo->setMaxVisibleItems(18);
+    connect(m_Combo, &QComboBox::activated, this,
+            [this](int indice) { Age([this, indice] { Como<ztCombo>(*this).Escolhe(indice); }); });
+}
+
+void RenderCombo::Mostra()
+{
+    const auto &controle = Como<ztCombo>(*this);
+    const auto &itens = controle.Itens();
+    bool iguais = m_Combo->count() == static_cast<int>(itens.size());
+    for (std::size_t indice = 0; iguais && indice < itens.size(); ++indice) {
+        iguais = m_Combo->itemText(static_cast<int>(indice)) == Q(itens[indice].Texto);
+    }
+    if (!iguais) {
+        m_Combo->clear();
+        for (const auto &item : itens) {
+            m_Combo->addItem(Q(item.Texto));
+        }
+    }
+    m_Combo->setCurrentIndex(controle.IndiceAtual());
+    m_Combo->setEnabled(controle.Enabled() && !controle.ComboSomenteLeitura());
+}
+
+// Letters go to the control, which finds the item; everything else is the widget's own.
+bool RenderCombo::eventFilter(QObject *objeto, QEvent *evento)
+{
+    if (evento->type() == QEvent::KeyPress) {
+        const auto *tecla = static_cast<QKeyEvent *>(evento);
+        const bool comum = (tecla->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) == 0;
+        if (comum && !tecla->text().isEmpty() && tecla->text().at(0).isPrint()) {
+            Age([&] { Como<ztCombo>(*this).Digita(S(tecla->text())); });
+            return true;
+        }
+    }
+    return Renderizador::eventFilter(objeto, evento);
+}

@@ -1,0 +1,102 @@
+#pragma once
+
+#include "desk/windows/Renderizador.h"
+
+#include <cstddef>
+#include <functional>
+#include <string>
+
+class QComboBox;
+class QLineEdit;
+
+// Labels, check boxes, options and both kinds of button.
+class RenderTextoFixo : public Renderizador {
+  public:
+    using Renderizador::Renderizador;
+
+  protected:
+    void Mostra() override;
+};
+
+class RenderImagem : public Renderizador {
+  public:
+    RenderImagem(Ref<IControle> controle, QWidget *widget, Borda borda);
+
+  protected:
+    void Mostra() override {}
+};
+
+class RenderMoldura : public Renderizador {
+  public:
+    using Renderizador::Renderizador;
+
+  protected:
+    void Mostra() override;
+};
+
+class RenderMarca : public Renderizador {
+  public:
+    RenderMarca(Ref<IControle> controle, QWidget *widget, Borda borda);
+
+  protected:
+    void Mostra() override;
+};
+
+class RenderOpcao : public Renderizador {
+  public:
+    RenderOpcao(Ref<IControle> controle, QWidget *widget, Borda borda);
+
+  protected:
+    void Mostra() override;
+};
+
+class RenderBotao : public Renderizador {
+  public:
+    RenderBotao(Ref<IControle> controle, QWidget *widget, Borda borda);
+
+  protected:
+    void Mostra() override;
+};
+
+class RenderAbas : public Renderizador {
+  public:
+    RenderAbas(Ref<IControle> controle, QWidget *widget, Borda borda);
+
+  protected:
+    void Mostra() override;
+};
+
+// What all fields of typed text answer to a screen.
+struct CampoDeTexto {
+    std::function<std::string()> Texto;
+    std::function<bool()> SomenteLeitura;
+    std::function<std::size_t()> Cursor;
+    std::function<bool(std::size_t, std::size_t, const std::string &)> Edita;
+};
+
+// Text boxes, masks, dates and observations in a line of text.
+class RenderCampo : public Renderizador {
+  public:
+    RenderCampo(Ref<IControle> controle, QWidget *widget, Borda borda);
+
+  protected:
+    void Mostra() override;
+
+  private:
+    void TextoEditado(const QString &novo);
+
+    CampoDeTexto m_Campo;
+    QLineEdit *m_Linha;
+};
+
+class RenderCombo : public Renderizador {
+  public:
+    RenderCombo(Ref<IControle> controle, QWidget *widget, Borda borda);
+
+  protected:
+    void Mostra() override;
+    bool eventFilter(QObject *objeto, QEvent *evento) override;
+
+  private:
+    QComboBox *m_Combo;
+};
