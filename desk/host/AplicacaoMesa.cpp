@@ -73,11 +73,17 @@ bool EhDoComponente(const std::string &linha, const std::string &componente)
     return linha.compare(0, componente.size() + 1, componente + "\t") == 0;
 }
 
-Ref<ActBarMesa> MenusDaMesa(const Ref<IActBar> &actBar) { return ComoTipo<ActBarMesa>(actBar); }
+Ref<ActBarMesa> MenusDaMesa(const Ref<IActBar> &actBar)
+{
+    return ComoTipo<ActBarMesa>(actBar);
+}
 
 } // namespace
 
-std::string AppEXEMesa::Path() { return CaminhoDoModulo(m_Diretorio); }
+std::string AppEXEMesa::Path()
+{
+    return CaminhoDoModulo(m_Diretorio);
+}
 
 void ToolMesa::DefineVisible(bool valor)
 {
@@ -91,7 +97,10 @@ void ToolMesa::DefineEnabled(bool valor)
     m_Mudou.dispara();
 }
 
-Ref<ITool> ToolsMesa::ItemPosicao(std::int32_t posicao) { return NaPosicao(m_Tools, posicao); }
+Ref<ITool> ToolsMesa::ItemPosicao(std::int32_t posicao)
+{
+    return NaPosicao(m_Tools, posicao);
+}
 
 Ref<ITool> ToolsMesa::ItemNome(const std::string &nome)
 {
@@ -110,7 +119,10 @@ void ToolsMesa::Retira(const std::string &nome)
 
 ActBarMesa::ActBarMesa() : m_Bands(Novo<BandsMesa>()) {}
 
-Ref<IBands> ActBarMesa::Bands() { return m_Bands; }
+Ref<IBands> ActBarMesa::Bands()
+{
+    return m_Bands;
+}
 
 Ref<BandMesa> ActBarMesa::Banda(const std::string &nome)
 {
@@ -124,7 +136,10 @@ Ref<BandMesa> ActBarMesa::Banda(const std::string &nome)
     return banda;
 }
 
-const std::vector<Ref<BandMesa>> &ActBarMesa::Bandas() const { return ComoTipo<BandsMesa>(m_Bands)->m_Bandas; }
+const std::vector<Ref<BandMesa>> &ActBarMesa::Bandas() const
+{
+    return ComoTipo<BandsMesa>(m_Bands)->m_Bandas;
+}
 
 void FormMDIMesa::MsgEnviaRecebe(std::string &texto)
 {
@@ -144,7 +159,10 @@ void FormMDIMesa::FecharEnviaRecebe(bool fecha)
     m_Mudou.dispara();
 }
 
-void GlobalMesa::MontaEstruturaMenus(std::string &sTool, const std::string &) { m_AoMontarMenus.dispara(sTool); }
+void GlobalMesa::MontaEstruturaMenus(std::string &sTool, const std::string &)
+{
+    m_AoMontarMenus.dispara(sTool);
+}
 
 Ref<Objeto> GlobalMesa::PegaAutoModulo(const std::string &nome)
 {
@@ -162,7 +180,8 @@ void GlobalMesa::Registra(const std::string &nome, RefFraca<Objeto> modulo)
 }
 
 InterfaceMesa::InterfaceMesa(Ref<IJanelas> janelas, std::function<Ref<ITrataBD>()> trataBD)
-    : m_Janelas(std::move(janelas)), m_TrataBD(std::move(trataBD))
+    : m_Janelas(std::move(janelas)),
+      m_TrataBD(std::move(trataBD))
 {
 }
 

@@ -193,8 +193,8 @@ class AjudaMesa : public IAjuda {
     Ref<IJanelas> m_Janelas;
 };
 
-// Report service: the report in a PDF, which the viewer shows and prints. The desk knows no report layouts, so a report has its
-// name, its parameters and the number of its rows.
+// Report service: the report in a PDF, which the viewer shows and prints. The desk knows no report layouts, so a report
+// has its name, its parameters and the number of its rows.
 class RelatoriosMesa : public IRelatorios {
   public:
     RelatoriosMesa(Ref<IJanelas> janelas, std::filesystem::path temporarios);

@@ -25,7 +25,10 @@ constexpr std::int32_t SemRegistroAtual = 3021;
 constexpr std::int32_t ColunaInexistente = 3265;
 constexpr std::int32_t BancoNaoAbre = 3051;
 
-QString Q(const std::string &texto) { return QString::fromStdString(texto); }
+QString Q(const std::string &texto)
+{
+    return QString::fromStdString(texto);
+}
 
 void Ucase(sqlite3_context *contexto, int, sqlite3_value **argumentos)
 {
@@ -201,7 +204,8 @@ class CursorDoBanco : public ICursor {
 class LeituraDoBanco : public IMDB {
   public:
     explicit LeituraDoBanco(const std::filesystem::path &arquivo)
-        : m_Nome(arquivo.string()), m_Conexao(arquivo, /*somenteLeitura=*/true)
+        : m_Nome(arquivo.string()),
+          m_Conexao(arquivo, /*somenteLeitura=*/true)
     {
     }
     std::string_view NomeTipo() const override { return "Database"; }
@@ -239,8 +243,9 @@ BancoLocalMesa::BancoLocalMesa(std::filesystem::path arquivo) : m_Arquivo(std::m
     const ConexaoLocal conexao(m_Arquivo, /*somenteLeitura=*/false);
     conexao.Executa("PRAGMA journal_mode = WAL");
     TransacaoLocal transacao(conexao);
-    conexao.Executa("CREATE TABLE IF NOT EXISTS Municipio (COD_MUNIC INTEGER PRIMARY KEY, "
-                    "NOME_MUNICIPIO TEXT NOT NULL COLLATE NOMES, UF_MUNIC TEXT NOT NULL, COD_RENAVAM INTEGER NOT NULL)");
+    conexao.Executa(
+        "CREATE TABLE IF NOT EXISTS Municipio (COD_MUNIC INTEGER PRIMARY KEY, "
+        "NOME_MUNICIPIO TEXT NOT NULL COLLATE NOMES, UF_MUNIC TEXT NOT NULL, COD_RENAVAM INTEGER NOT NULL)");
     conexao.Executa("CREATE TABLE IF NOT EXISTS VOREQUIPTO (NroIntEquip INTEGER PRIMARY KEY, ClienteInc TEXT NOT NULL, "
                     "Codigo TEXT NOT NULL, TipoEquip TEXT NOT NULL, Ativo INTEGER NOT NULL)");
     conexao.Executa("CREATE INDEX IF NOT EXISTS VOREQUIPTO_Codigo ON VOREQUIPTO (ClienteInc, UCASE(Codigo))");
@@ -252,7 +257,10 @@ BancoLocalMesa::BancoLocalMesa(std::filesystem::path arquivo) : m_Arquivo(std::m
     transacao.Confirma();
 }
 
-Ref<IMDB> BancoLocalMesa::Abre() { return Novo<LeituraDoBanco>(m_Arquivo); }
+Ref<IMDB> BancoLocalMesa::Abre()
+{
+    return Novo<LeituraDoBanco>(m_Arquivo);
+}
 
 void BancoLocalMesa::AtualizaReplica(SessaoServico &sessao)
 {

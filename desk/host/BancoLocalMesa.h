@@ -22,7 +22,8 @@ const std::vector<Municipio> &Municipios();
 // this class writes to it.
 class BancoLocalMesa : public Objeto {
   public:
-    // Opens the file, and creates it with its municipalities when it is missing. A file that cannot be opened is a Falha.
+    // Opens the file, and creates it with its municipalities when it is missing. A file that cannot be opened is a
+    // Falha.
     explicit BancoLocalMesa(std::filesystem::path arquivo);
     std::string_view NomeTipo() const override { return "BancoLocalMesa"; }
 

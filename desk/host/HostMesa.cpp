@@ -29,19 +29,22 @@ void InstalaLayouts(const std::filesystem::path &diretorio)
 } // namespace
 
 HostMesa::HostMesa(Ref<IJanelas> janelas, std::filesystem::path diretorio, std::function<Data()> agora)
-    : m_Janelas(std::move(janelas)), m_Diretorio(std::move(diretorio))
+    : m_Janelas(std::move(janelas)),
+      m_Diretorio(std::move(diretorio))
 {
     std::filesystem::create_directories(m_Diretorio);
     InstalaLayouts(m_Diretorio / "layouts");
     m_Plataforma = Novo<PlataformaMesa>(m_Janelas, m_Diretorio / "modulo", std::move(agora));
     m_Controles = Novo<FabricaControles>();
-    m_CriouControle = m_Controles->CriouControle().liga([this](const Ref<IControle> &controle) { ConectaControle(controle); });
+    m_CriouControle =
+        m_Controles->CriouControle().liga([this](const Ref<IControle> &controle) { ConectaControle(controle); });
     oAppEXE = Novo<AppEXEMesa>(m_Diretorio);
     FormMDI = Novo<FormMDIMesa>();
     ActBar = Novo<ActBarMesa>();
     cGlobal = Novo<GlobalMesa>();
     BancoLocal = Novo<BancoLocalMesa>(m_Diretorio / "local.db");
-    ObjInterface = Novo<InterfaceMesa>(m_Janelas, [this]() -> Ref<ITrataBD> { return m_objMTM->CreateQMR()->CreateNewTrataBD(); });
+    ObjInterface =
+        Novo<InterfaceMesa>(m_Janelas, [this]() -> Ref<ITrataBD> { return m_objMTM->CreateQMR()->CreateNewTrataBD(); });
 }
 
 void HostMesa::Entra(const Ref<SessaoServico> &servico)
@@ -59,7 +62,10 @@ void HostMesa::Sai()
     m_objMTM = nullptr;
 }
 
-Ref<SessaoServico> HostMesa::Servico() const { return m_objMTM->Servico(); }
+Ref<SessaoServico> HostMesa::Servico() const
+{
+    return m_objMTM->Servico();
+}
 
 std::function<Ref<SessaoServico>()> HostMesa::SessaoAtual() const
 {
@@ -106,19 +112,40 @@ void HostMesa::ConectaControle(const Ref<IControle> &controle)
     }
 }
 
-void HostMesa::MostraRecusa(const std::string &recusa) const { m_Janelas->Avisa(recusa, TituloDeRecusa); }
+void HostMesa::MostraRecusa(const std::string &recusa) const
+{
+    m_Janelas->Avisa(recusa, TituloDeRecusa);
+}
 
-Ref<IAMRegistro> HostMesa::CriaAMRegistro() { return Novo<AMRegistroMesa>(m_Diretorio / "modulos.tsv"); }
+Ref<IAMRegistro> HostMesa::CriaAMRegistro()
+{
+    return Novo<AMRegistroMesa>(m_Diretorio / "modulos.tsv");
+}
 
-Ref<IAMEditMenu> HostMesa::CriaAMEditMenu() { return Novo<AMEditMenuMesa>(); }
+Ref<IAMEditMenu> HostMesa::CriaAMEditMenu()
+{
+    return Novo<AMEditMenuMesa>();
+}
 
-Ref<IRelatorios> HostMesa::CriaRelatorios() { return Novo<RelatoriosMesa>(m_Janelas, m_Diretorio / "temporarios"); }
+Ref<IRelatorios> HostMesa::CriaRelatorios()
+{
+    return Novo<RelatoriosMesa>(m_Janelas, m_Diretorio / "temporarios");
+}
 
-Ref<IAjuda> HostMesa::CriaAjuda() { return Novo<AjudaMesa>(m_Janelas); }
+Ref<IAjuda> HostMesa::CriaAjuda()
+{
+    return Novo<AjudaMesa>(m_Janelas);
+}
 
-Ref<ICFunGen> HostMesa::CriaCFunGen() { return Novo<CFunGenMesa>(); }
+Ref<ICFunGen> HostMesa::CriaCFunGen()
+{
+    return Novo<CFunGenMesa>();
+}
 
-Ref<IMensagem> HostMesa::CriaMensagem() { return Novo<MensagemMesa>(m_Janelas); }
+Ref<IMensagem> HostMesa::CriaMensagem()
+{
+    return Novo<MensagemMesa>(m_Janelas);
+}
 
 Ref<IDadosVor> HostMesa::CriaDadosVor()
 {
@@ -126,8 +153,17 @@ Ref<IDadosVor> HostMesa::CriaDadosVor()
         SessaoAtual(), [this](const std::string &recusa) { MostraRecusa(recusa); }, m_Diretorio / "layouts");
 }
 
-Ref<IDiretorios> HostMesa::CriaDiretorios() { return Novo<DiretoriosMesa>(m_Diretorio / "temporarios"); }
+Ref<IDiretorios> HostMesa::CriaDiretorios()
+{
+    return Novo<DiretoriosMesa>(m_Diretorio / "temporarios");
+}
 
-Ref<IObjGlobalVor> HostMesa::CriaObjGlobalVor() { return Novo<ObjGlobalVorMesa>(SessaoAtual()); }
+Ref<IObjGlobalVor> HostMesa::CriaObjGlobalVor()
+{
+    return Novo<ObjGlobalVorMesa>(SessaoAtual());
+}
 
-Ref<IDocumentoPDF> HostMesa::CriaDocumentoPDF() { return Novo<DocumentoPDFMesa>(m_Janelas); }
+Ref<IDocumentoPDF> HostMesa::CriaDocumentoPDF()
+{
+    return Novo<DocumentoPDFMesa>(m_Janelas);
+}

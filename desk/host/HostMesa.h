@@ -14,8 +14,8 @@
 #include <utility>
 #include <vector>
 
-// The desk as the module's host: every class that the contract asks for, over the user's data directory, the windows and
-// the session of whoever is signed in.
+// The desk as the module's host: every class that the contract asks for, over the user's data directory, the windows
+// and the session of whoever is signed in.
 class HostMesa : public HostServices {
   public:
     // diretorio: the user's data directory; created when missing. agora: the clock.
@@ -60,7 +60,8 @@ class HostMesa : public HostServices {
     void MostraRecusa(const std::string &recusa) const;
     // Answers what a picker or file dialog asks of its host.
     void ConectaControle(const Ref<IControle> &controle);
-    template <class... Args> void Mantem(const Ref<IControle> &controle, Evento<Args...> &evento, std::function<void(Args...)> tratador);
+    template <class... Args>
+    void Mantem(const Ref<IControle> &controle, Evento<Args...> &evento, std::function<void(Args...)> tratador);
 
     Ref<IJanelas> m_Janelas;
     std::filesystem::path m_Diretorio;

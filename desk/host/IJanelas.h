@@ -9,8 +9,8 @@
 // What the desk's host objects need of windows. The Qt layer offers it; tests offer it without a screen.
 class IJanelas : public Objeto {
   public:
-    // Shows a loaded form in a window of its own, wrapped when it is not modal. A modal one blocks its owner and returns when
-    // FechaForm was called for it.
+    // Shows a loaded form in a window of its own, wrapped when it is not modal. A modal one blocks its owner and
+    // returns when FechaForm was called for it.
     virtual void MostraForm(const Ref<IForm> &form, bool modal, const Ref<IForm> &dono) = 0;
     // The form has been unloaded: its window goes, and the modal show that waits for it ends.
     virtual void FechaForm(const Ref<IForm> &form) = 0;

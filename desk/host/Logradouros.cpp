@@ -87,8 +87,9 @@ std::vector<Logradouro> ProcuraLogradouros(std::int32_t codMunic, const std::str
     const std::string cep = Substitui(procurado, "-", "");
     for (std::int32_t via = 0; via < static_cast<std::int32_t>(Vias().size()); ++via) {
         Logradouro logradouro = FazLogradouro(*municipio, via);
-        const bool serve = SoDigitos(cep) ? logradouro.Cep.compare(0, cep.size(), cep) == 0 || TemPalavras(logradouro.Nome, procurado)
-                                          : TemPalavras(logradouro.Nome, procurado);
+        const bool serve =
+            SoDigitos(cep) ? logradouro.Cep.compare(0, cep.size(), cep) == 0 || TemPalavras(logradouro.Nome, procurado)
+                           : TemPalavras(logradouro.Nome, procurado);
         if (serve) {
             achados.push_back(std::move(logradouro));
         }

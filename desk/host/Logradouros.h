@@ -17,7 +17,7 @@ struct Logradouro {
     std::string Descricao(std::int32_t numero, const std::string &complemento) const;
 };
 
-// Streets of a municipality whose name has the words sought, accents and case ignored, or whose postal code begins with the
-// digits sought; in order of name, at most `maximo`.
+// Streets of a municipality whose name has the words sought, accents and case ignored, or whose postal code begins with
+// the digits sought; in order of name, at most `maximo`.
 std::vector<Logradouro> ProcuraLogradouros(std::int32_t codMunic, const std::string &procurado, std::size_t maximo);
 std::optional<Logradouro> LogradouroPorCodigo(std::int32_t codigo);

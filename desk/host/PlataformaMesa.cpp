@@ -54,8 +54,11 @@ bool Casa(std::string_view padrao, std::string_view nome)
 
 } // namespace
 
-PlataformaMesa::PlataformaMesa(Ref<IJanelas> janelas, std::filesystem::path diretorioModulo, std::function<Data()> agora)
-    : m_Janelas(std::move(janelas)), m_DiretorioModulo(std::move(diretorioModulo)), m_Agora(std::move(agora)),
+PlataformaMesa::PlataformaMesa(Ref<IJanelas> janelas, std::filesystem::path diretorioModulo,
+                               std::function<Data()> agora)
+    : m_Janelas(std::move(janelas)),
+      m_DiretorioModulo(std::move(diretorioModulo)),
+      m_Agora(std::move(agora)),
       m_Aplicacao(Novo<AplicacaoDoModulo>())
 {
     std::filesystem::create_directories(m_DiretorioModulo);
@@ -67,11 +70,20 @@ void PlataformaMesa::DefinePonteiro(std::int16_t valor)
     m_Janelas->DefineEspera(valor == PonteiroAmpulheta);
 }
 
-void PlataformaMesa::ProcessaMensagens() { m_Janelas->ProcessaMensagens(); }
+void PlataformaMesa::ProcessaMensagens()
+{
+    m_Janelas->ProcessaMensagens();
+}
 
-std::int32_t PlataformaMesa::LarguraTela() const { return m_Janelas->LarguraTela() * TwipsPorPixel; }
+std::int32_t PlataformaMesa::LarguraTela() const
+{
+    return m_Janelas->LarguraTela() * TwipsPorPixel;
+}
 
-std::int32_t PlataformaMesa::AlturaTela() const { return m_Janelas->AlturaTela() * TwipsPorPixel; }
+std::int32_t PlataformaMesa::AlturaTela() const
+{
+    return m_Janelas->AlturaTela() * TwipsPorPixel;
+}
 
 bool PlataformaMesa::PerguntaSimNao(const std::string &texto, const std::string &titulo, bool padraoSim)
 {
@@ -128,11 +140,20 @@ void PlataformaMesa::DefineTextoJanela(std::int64_t hwnd, const std::string &tex
     }
 }
 
-bool PlataformaMesa::TemIcone(const std::string &chave) const { return chave == "Equipamentos"; }
+bool PlataformaMesa::TemIcone(const std::string &chave) const
+{
+    return chave == "Equipamentos";
+}
 
-std::string PlataformaMesa::DataCurta(Data data) const { return Format(data, "dd/mm/yyyy"); }
+std::string PlataformaMesa::DataCurta(Data data) const
+{
+    return Format(data, "dd/mm/yyyy");
+}
 
-std::string PlataformaMesa::CaminhoModulo() const { return CaminhoDoModulo(m_DiretorioModulo); }
+std::string PlataformaMesa::CaminhoModulo() const
+{
+    return CaminhoDoModulo(m_DiretorioModulo);
+}
 
 bool PlataformaMesa::ExisteArquivo(const std::string &caminho) const
 {

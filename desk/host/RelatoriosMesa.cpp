@@ -26,7 +26,8 @@ QString Pagina(const ParametrosRelatorio &parametros, const Ref<ICursor> &cursor
 } // namespace
 
 RelatoriosMesa::RelatoriosMesa(Ref<IJanelas> janelas, std::filesystem::path temporarios)
-    : m_Janelas(std::move(janelas)), m_Temporarios(std::move(temporarios))
+    : m_Janelas(std::move(janelas)),
+      m_Temporarios(std::move(temporarios))
 {
     std::filesystem::create_directories(m_Temporarios);
 }
@@ -42,4 +43,7 @@ bool RelatoriosMesa::Imprimir(ParametrosRelatorio &parametros)
     return m_Janelas->MostraPDF(CaminhoDoModulo(arquivo), true);
 }
 
-bool RelatoriosMesa::ImprimirDesigner(ParametrosRelatorio &parametros) { return Imprimir(parametros); }
+bool RelatoriosMesa::ImprimirDesigner(ParametrosRelatorio &parametros)
+{
+    return Imprimir(parametros);
+}

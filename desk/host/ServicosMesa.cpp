@@ -17,7 +17,8 @@ namespace {
 constexpr std::int16_t CodigoTemporarios = 99;
 constexpr std::int16_t MedidorTodos = 0;
 constexpr std::int16_t UltimoMedidor = 3;
-constexpr std::int64_t MaiorLeitura = 5242881; // one byte more than a document may have, so that the services see the excess
+constexpr std::int64_t MaiorLeitura =
+    5242881; // one byte more than a document may have, so that the services see the excess
 
 struct TipoOferecido {
     std::string Codigo;
@@ -43,7 +44,10 @@ bool Oferece(const TipoOferecido &tipo, std::int16_t medidor, bool trabFoto)
            (medidor == MedidorTodos || tipo.Medidores.find(CStr(medidor)) != std::string::npos);
 }
 
-std::string DoisDigitos(std::int32_t numero) { return Format(CDbl(numero), "00"); }
+std::string DoisDigitos(std::int32_t numero)
+{
+    return Format(CDbl(numero), "00");
+}
 
 class OrgaoMesa : public IOrgao {
   public:
@@ -74,7 +78,8 @@ std::string MensagemMesa::FormataData(std::int32_t numero, std::int16_t)
     if (numero == 0) {
         return "";
     }
-    return DoisDigitos(numero % 100) + "/" + DoisDigitos(numero / 100 % 100) + "/" + Format(CDbl(numero / 10000), "0000");
+    return DoisDigitos(numero % 100) + "/" + DoisDigitos(numero / 100 % 100) + "/" +
+           Format(CDbl(numero / 10000), "0000");
 }
 
 std::string MensagemMesa::FormataHora(std::int32_t numero, std::int16_t)
@@ -90,7 +95,10 @@ void MensagemMesa::ExibeMensagem(const std::string &texto, const Ref<IFocavel> &
     }
 }
 
-void MensagemMesa::PreparaDetalhes(const Ref<IForm> &form) { ::PreparaDetalhes(form); }
+void MensagemMesa::PreparaDetalhes(const Ref<IForm> &form)
+{
+    ::PreparaDetalhes(form);
+}
 
 void MensagemMesa::ExibeErro(const std::string &contexto, std::int32_t numero, const std::string &descricao,
                              const std::string &fonte, const std::string &titulo)
@@ -109,7 +117,9 @@ Bytes MensagemMesa::TextoParaBytes(const std::string &texto)
 
 DadosVorMesa::DadosVorMesa(std::function<Ref<SessaoServico>()> sessao,
                            std::function<void(const std::string &)> mostraRecusa, std::filesystem::path layouts)
-    : m_Sessao(std::move(sessao)), m_MostraRecusa(std::move(mostraRecusa)), m_Layouts(std::move(layouts))
+    : m_Sessao(std::move(sessao)),
+      m_MostraRecusa(std::move(mostraRecusa)),
+      m_Layouts(std::move(layouts))
 {
 }
 
@@ -117,7 +127,10 @@ void DadosVorMesa::Inicializa(const Ref<IObjInterface> &) {} // everything it ne
 
 void DadosVorMesa::Finaliza() {}
 
-Ref<IOrgao> DadosVorMesa::ObtemOrgao() { return Novo<OrgaoMesa>(m_Sessao()->Operador().CodCliente); }
+Ref<IOrgao> DadosVorMesa::ObtemOrgao()
+{
+    return Novo<OrgaoMesa>(m_Sessao()->Operador().CodCliente);
+}
 
 void DadosVorMesa::PreencheRejeicoes(const Ref<IztCombo> &combo, std::int32_t, std::int32_t)
 {
@@ -127,7 +140,10 @@ void DadosVorMesa::PreencheRejeicoes(const Ref<IztCombo> &combo, std::int32_t, s
     }
 }
 
-std::string DadosVorMesa::DirLayouts() { return CaminhoDoModulo(m_Layouts) + "\\"; }
+std::string DadosVorMesa::DirLayouts()
+{
+    return CaminhoDoModulo(m_Layouts) + "\\";
+}
 
 void DadosVorMesa::PreencheTipoAgente(const Ref<IztCombo> &combo, bool trabFoto, bool comTodos, bool escolhePrimeiro)
 {
@@ -213,4 +229,7 @@ void ObjGlobalVorMesa::InicializaSessao(const Ref<IobjMTM> &, const Ref<IobjSCA>
 {
 }
 
-Ref<ICredencial> ObjGlobalVorMesa::ObtemCredencial() { return Novo<CredencialMesa>(m_Sessao()->Operador()); }
+Ref<ICredencial> ObjGlobalVorMesa::ObtemCredencial()
+{
+    return Novo<CredencialMesa>(m_Sessao()->Operador());
+}

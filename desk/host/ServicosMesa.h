@@ -8,7 +8,8 @@
 #include <functional>
 #include <string>
 
-// Message service over the desk's windows. Numbers of dates are yyyymmdd, of times hhmmss; the text of a document is base64.
+// Message service over the desk's windows. Numbers of dates are yyyymmdd, of times hhmmss; the text of a document is
+// base64.
 class MensagemMesa : public IMensagem {
   public:
     explicit MensagemMesa(Ref<IJanelas> janelas) : m_Janelas(std::move(janelas)) {}

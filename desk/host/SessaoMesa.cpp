@@ -15,7 +15,9 @@ constexpr std::int32_t OperacaoIndisponivel = 445;
 class ProxyMesa : public IProxyRN {
   public:
     ProxyMesa(Ref<SessaoServico> servico, std::string classeRN, MostraRecusa mostraRecusa)
-        : m_Servico(std::move(servico)), m_ClasseRN(std::move(classeRN)), m_MostraRecusa(std::move(mostraRecusa))
+        : m_Servico(std::move(servico)),
+          m_ClasseRN(std::move(classeRN)),
+          m_MostraRecusa(std::move(mostraRecusa))
     {
     }
     std::string_view NomeTipo() const override { return "ProxyRN"; }
@@ -44,7 +46,8 @@ class ProxyMesa : public IProxyRN {
 class GatewayMesa : public IGateway {
   public:
     GatewayMesa(Ref<SessaoServico> servico, MostraRecusa mostraRecusa)
-        : m_Servico(std::move(servico)), m_MostraRecusa(std::move(mostraRecusa))
+        : m_Servico(std::move(servico)),
+          m_MostraRecusa(std::move(mostraRecusa))
     {
     }
     std::string_view NomeTipo() const override { return "Gateway"; }
@@ -52,7 +55,8 @@ class GatewayMesa : public IGateway {
     Ref<IProxyRN> CriaObjetoRN(const std::string &sSistema, const std::string &sClasseRN,
                                const std::string &sBiblioteca, const std::string &) override
     {
-        if (sSistema != "VOR" || sBiblioteca != "ZTVORLIB" || (sClasseRN != "EquiptoRN" && sClasseRN != "RelatorioRN")) {
+        if (sSistema != "VOR" || sBiblioteca != "ZTVORLIB" ||
+            (sClasseRN != "EquiptoRN" && sClasseRN != "RelatorioRN")) {
             throw Falha(NumeroFalha::ClasseInexistente);
         }
         return Novo<ProxyMesa>(m_Servico, sClasseRN, m_MostraRecusa);
@@ -106,7 +110,8 @@ class TrataBDMesa : public ITrataBD {
     Ref<ICFisJur> CreateCFisJur() override { return Novo<CFisJurMesa>(); }
     Ref<ICEndereco> CreateCEndereco() override { return Novo<CEnderecoMesa>(); }
     Ref<ICVeiGen> CreateCVeiGen() override { return Novo<CVeiGenMesa>(); }
-    void InicializaInfoSistema(const std::string &, std::int16_t) override {} // one module, one dictionary: nothing to set up
+    void InicializaInfoSistema(const std::string &, std::int16_t) override {
+    } // one module, one dictionary: nothing to set up
     void TabelaAlterada(const std::string &tabela, bool, bool, const Valor &, const Valor &) override
     {
         if (tabela == "VOREQUIPTO") {
@@ -118,13 +123,17 @@ class TrataBDMesa : public ITrataBD {
     Ref<SessaoMesa> m_Sessao;
 };
 
-Ref<ITrataBD> QMRMesa::CreateNewTrataBD() { return Novo<TrataBDMesa>(m_Sessao); }
+Ref<ITrataBD> QMRMesa::CreateNewTrataBD()
+{
+    return Novo<TrataBDMesa>(m_Sessao);
+}
 
 // The web service that tells of which moment the local replica is.
 class SoapMesa : public IObjetoSoap {
   public:
     SoapMesa(Ref<BancoLocalMesa> bancoLocal, std::string servico)
-        : m_BancoLocal(std::move(bancoLocal)), m_Servico(std::move(servico))
+        : m_BancoLocal(std::move(bancoLocal)),
+          m_Servico(std::move(servico))
     {
     }
     std::string_view NomeTipo() const override { return "ObjetoSoap"; }
@@ -163,24 +172,53 @@ class WebCommMesa : public IWebComm {
 } // namespace
 
 SessaoMesa::SessaoMesa(Ref<SessaoServico> servico, Ref<BancoLocalMesa> bancoLocal, MostraRecusa mostraRecusa)
-    : m_Servico(std::move(servico)), m_BancoLocal(std::move(bancoLocal)), m_MostraRecusa(std::move(mostraRecusa))
+    : m_Servico(std::move(servico)),
+      m_BancoLocal(std::move(bancoLocal)),
+      m_MostraRecusa(std::move(mostraRecusa))
 {
 }
 
-Ref<IQMR> SessaoMesa::CreateQMR() { return Novo<QMRMesa>(Eu(*this)); }
+Ref<IQMR> SessaoMesa::CreateQMR()
+{
+    return Novo<QMRMesa>(Eu(*this));
+}
 
-Ref<IGateway> SessaoMesa::ObtemGateway() { return Novo<GatewayMesa>(m_Servico, m_MostraRecusa); }
+Ref<IGateway> SessaoMesa::ObtemGateway()
+{
+    return Novo<GatewayMesa>(m_Servico, m_MostraRecusa);
+}
 
-Ref<IWebComm> SessaoMesa::CWebComm() { return Novo<WebCommMesa>(m_BancoLocal); }
+Ref<IWebComm> SessaoMesa::CWebComm()
+{
+    return Novo<WebCommMesa>(m_BancoLocal);
+}
 
-bool SessaoMesa::EnviaTransacao1(Ref<ITransacao> &, bool &) { SemSistemaCentral(); }
+bool SessaoMesa::EnviaTransacao1(Ref<ITransacao> &, bool &)
+{
+    SemSistemaCentral();
+}
 
-bool SessaoMesa::EnviaTransacao2(Ref<ITransacao> &, bool &) { SemSistemaCentral(); }
+bool SessaoMesa::EnviaTransacao2(Ref<ITransacao> &, bool &)
+{
+    SemSistemaCentral();
+}
 
-bool SessaoMesa::EnviaTransacaoH90(Ref<ITransacao> &, bool &, bool &) { SemSistemaCentral(); }
+bool SessaoMesa::EnviaTransacaoH90(Ref<ITransacao> &, bool &, bool &)
+{
+    SemSistemaCentral();
+}
 
-std::int16_t SessaoMesa::EnviaRajada1(Ref<ITransacao> &, bool &) { SemSistemaCentral(); }
+std::int16_t SessaoMesa::EnviaRajada1(Ref<ITransacao> &, bool &)
+{
+    SemSistemaCentral();
+}
 
-std::int16_t SessaoMesa::EnviaRajada2(Ref<ITransacao> &, std::vector<std::string> &) { SemSistemaCentral(); }
+std::int16_t SessaoMesa::EnviaRajada2(Ref<ITransacao> &, std::vector<std::string> &)
+{
+    SemSistemaCentral();
+}
 
-bool SessaoMesa::EnviaRajadaH90(Ref<ITransacao> &, std::vector<std::string> &, bool &) { SemSistemaCentral(); }
+bool SessaoMesa::EnviaRajadaH90(Ref<ITransacao> &, std::vector<std::string> &, bool &)
+{
+    SemSistemaCentral();
+}

@@ -8,7 +8,10 @@ void ModeloLista::Rearranja()
     endResetModel();
 }
 
-int ModeloLista::rowCount(const QModelIndex &pai) const { return pai.isValid() ? 0 : m_Lista.NroItens(); }
+int ModeloLista::rowCount(const QModelIndex &pai) const
+{
+    return pai.isValid() ? 0 : m_Lista.NroItens();
+}
 
 int ModeloLista::columnCount(const QModelIndex &pai) const
 {

@@ -41,9 +41,14 @@ QToolButton *FazBotao(QWidget *dono)
 
 RenderLista::RenderLista(Ref<IControle> controle, QWidget *widget, Borda borda, std::function<void()> fecha,
                          std::function<void()> ajuda)
-    : Renderizador(std::move(controle), widget, std::move(borda)), m_Titulo(new QLabel(widget)),
-      m_Tabela(new QTableView(widget)), m_Modelo(new ModeloLista(Como<ztList>(*this), this)), m_Barra(new QWidget(widget)),
-      m_Comandos(new QVBoxLayout), m_Mais(new QPushButton("&Mais registros", widget)), m_Fechar(FazBotao(m_Barra)),
+    : Renderizador(std::move(controle), widget, std::move(borda)),
+      m_Titulo(new QLabel(widget)),
+      m_Tabela(new QTableView(widget)),
+      m_Modelo(new ModeloLista(Como<ztList>(*this), this)),
+      m_Barra(new QWidget(widget)),
+      m_Comandos(new QVBoxLayout),
+      m_Mais(new QPushButton("&Mais registros", widget)),
+      m_Fechar(FazBotao(m_Barra)),
       m_Ajuda(FazBotao(m_Barra))
 {
     m_Titulo->setObjectName("titulo");
@@ -104,7 +109,10 @@ RenderLista::RenderLista(Ref<IControle> controle, QWidget *widget, Borda borda, 
     widget->setFocusProxy(m_Tabela);
 }
 
-QWidget *RenderLista::AlvoDoFoco() { return m_Tabela; }
+QWidget *RenderLista::AlvoDoFoco()
+{
+    return m_Tabela;
+}
 
 void RenderLista::Mostra()
 {
@@ -118,7 +126,8 @@ void RenderLista::Mostra()
     }
     if (lista.ItemAtual() >= 1) {
         const QModelIndex atual = m_Modelo->index(lista.ItemAtual() - 1, m_PrimeiraVisivel);
-        m_Tabela->selectionModel()->setCurrentIndex(atual, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+        m_Tabela->selectionModel()->setCurrentIndex(atual,
+                                                    QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
         m_Tabela->scrollTo(atual);
     } else {
         m_Tabela->clearSelection();
@@ -147,8 +156,8 @@ void RenderLista::MostraColunas()
         }
     }
     for (int coluna = 0; coluna < static_cast<int>(colunas.size()); ++coluna) {
-        m_Tabela->horizontalHeader()->setSectionResizeMode(
-            coluna, coluna == ultimaVisivel ? QHeaderView::Stretch : QHeaderView::Interactive);
+        m_Tabela->horizontalHeader()->setSectionResizeMode(coluna, coluna == ultimaVisivel ? QHeaderView::Stretch
+                                                                                           : QHeaderView::Interactive);
     }
 }
 

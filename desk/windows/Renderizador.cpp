@@ -3,12 +3,21 @@
 #include <QEvent>
 #include <QWidget>
 
-QString Q(const std::string &texto) { return QString::fromStdString(texto); }
+QString Q(const std::string &texto)
+{
+    return QString::fromStdString(texto);
+}
 
-std::string S(const QString &texto) { return texto.toStdString(); }
+std::string S(const QString &texto)
+{
+    return texto.toStdString();
+}
 
 Renderizador::Renderizador(Ref<IControle> controle, QWidget *widget, Borda borda)
-    : QObject(widget), m_Controle(std::move(controle)), m_Widget(widget), m_Borda(std::move(borda))
+    : QObject(widget),
+      m_Controle(std::move(controle)),
+      m_Widget(widget),
+      m_Borda(std::move(borda))
 {
     ControleBase *base = ComoBase(m_Controle);
     m_Conexoes.push_back(base->Mudou().liga([this] { Atualiza(); }));
@@ -21,7 +30,10 @@ Renderizador::Renderizador(Ref<IControle> controle, QWidget *widget, Borda borda
     SegueFoco(widget);
 }
 
-void Renderizador::SegueFoco(QWidget *widget) { widget->installEventFilter(this); }
+void Renderizador::SegueFoco(QWidget *widget)
+{
+    widget->installEventFilter(this);
+}
 
 void Renderizador::Atualiza()
 {

@@ -143,7 +143,8 @@ CampoDeTexto CampoDoControle(const Ref<IControle> &controle)
 } // namespace
 
 RenderCampo::RenderCampo(Ref<IControle> controle, QWidget *widget, Borda borda)
-    : Renderizador(std::move(controle), widget, std::move(borda)), m_Campo(CampoDoControle(Controle())),
+    : Renderizador(std::move(controle), widget, std::move(borda)),
+      m_Campo(CampoDoControle(Controle())),
       m_Linha(qobject_cast<QLineEdit *>(widget))
 {
     connect(m_Linha, &QLineEdit::textEdited, this, [this](const QString &novo) { TextoEditado(novo); });
@@ -183,16 +184,17 @@ void RenderCampo::Mostra()
     const QString texto = Q(m_Campo.Texto());
     if (m_Linha->text() != texto) {
         m_Linha->setText(texto);
-        const QString ateCursor = QString::fromUcs4(
-            reinterpret_cast<const char32_t *>(texto.toUcs4().left(static_cast<qsizetype>(m_Campo.Cursor())).constData()),
-            std::min<qsizetype>(texto.toUcs4().size(), static_cast<qsizetype>(m_Campo.Cursor())));
-        m_Linha->setCursorPosition(static_cast<int>(ateCursor.size()));
+        // The cursor counts characters; the line counts units of UTF-16.
+        const QList<uint> letras = texto.toUcs4().mid(0, static_cast<qsizetype>(m_Campo.Cursor()));
+        const auto *inicio = reinterpret_cast<const char32_t *>(letras.constData());
+        m_Linha->setCursorPosition(static_cast<int>(QString::fromUcs4(inicio, letras.size()).size()));
     }
     m_Linha->setReadOnly(m_Campo.SomenteLeitura());
 }
 
 RenderCombo::RenderCombo(Ref<IControle> controle, QWidget *widget, Borda borda)
-    : Renderizador(std::move(controle), widget, std::move(borda)), m_Combo(qobject_cast<QComboBox *>(widget))
+    : Renderizador(std::move(controle), widget, std::move(borda)),
+      m_Combo(qobject_cast<QComboBox *>(widget))
 {
     m_Combo->setEditable(false);
     m_Combo->setMaxVisibleItems(18);

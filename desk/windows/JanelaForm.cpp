@@ -1,0 +1,183 @@
+#include "desk/windows/JanelaForm.h"
+
+#include "desk/services/SessaoServico.h"
+#include "desk/windows/RenderLista.h"
+#include "desk/windows/RenderizadoresEscolha.h"
+#include "desk/windows/RenderizadoresSimples.h"
+
+#include <QCloseEvent>
+#include <QFile>
+#include <QIcon>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QUiLoader>
+#include <QVBoxLayout>
+
+namespace {
+
+QString NomeDoWidget(const IControle &controle)
+{
+    const QString nome = Q(controle.Nome());
+    return controle.Indice() < 0 ? nome : nome + "_" + QString::number(controle.Indice());
+}
+
+} // namespace
+
+JanelaForm::JanelaForm(Ref<IForm> form, AoRedorDoForm aoRedor, QWidget *dono)
+    : QWidget(dono),
+      m_Form(std::move(form)),
+      m_AoRedor(std::move(aoRedor)),
+      m_Pessoa(m_Form)
+{
+    setObjectName(QString::fromUtf8(m_Form->NomeTipo().data(), static_cast<qsizetype>(m_Form->NomeTipo().size())));
+    CarregaLeiaute();
+    LigaControles();
+    m_Conexoes.push_back(m_Form->Mudou().liga([this] { MostraForm(); }));
+    m_Conexoes.push_back(m_Form->PediuFoco().liga([this] {
+        activateWindow();
+        raise();
+    }));
+    m_Conexoes.push_back(m_Form->PediuOrdem().liga([this](std::int16_t) { raise(); }));
+    MostraForm();
+}
+
+void JanelaForm::CarregaLeiaute()
+{
+    QFile arquivo(":/forms/" + objectName() + ".ui");
+    if (!arquivo.open(QIODevice::ReadOnly)) {
+        throw Falha(NumeroFalha::ArquivoNaoEncontrado);
+    }
+    QUiLoader leitor;
+    QWidget *corpo = leitor.load(&arquivo, this);
+    if (corpo == nullptr) {
+        throw Falha(NumeroFalha::ErroInterno, "JanelaForm", S(leitor.errorString()));
+    }
+    auto *leiaute = new QVBoxLayout(this);
+    leiaute->setContentsMargins(0, 0, 0, 0);
+    leiaute->addWidget(corpo);
+    resize(corpo->size());
+    setMinimumSize(corpo->minimumSizeHint());
+}
+
+void JanelaForm::LigaControles()
+{
+    for (const Ref<IControle> &controle : m_Form->Controles()) {
+        auto *widget = findChild<QWidget *>(NomeDoWidget(*controle));
+        if (widget == nullptr) {
+            continue; // a control without a picture, such as a file dialog
+        }
+        if (auto *rotulo = findChild<QLabel *>("rot_" + NomeDoWidget(*controle))) {
+            rotulo->setText(Q(controle->Rotulo()));
+        }
+        if (widget->accessibleName().isEmpty() && !controle->Rotulo().empty()) {
+            widget->setAccessibleName(Q(controle->Rotulo()));
+        }
+        m_Renderizadores.push_back(FazRenderizador(controle, widget));
+    }
+    for (Renderizador *renderizador : m_Renderizadores) {
+        renderizador->Atualiza();
+    }
+}
+
+Renderizador *JanelaForm::FazRenderizador(const Ref<IControle> &controle, QWidget *widget)
+{
+    const Borda &borda = m_AoRedor.NaBorda;
+    switch (controle->Especie()) {
+    case EspecieControle::Label:
+        return new RenderTextoFixo(controle, widget, borda);
+    case EspecieControle::TextBox:
+    case EspecieControle::ztMask:
+    case EspecieControle::ztData:
+    case EspecieControle::ztVeiObservacao:
+        return new RenderCampo(controle, widget, borda);
+    case EspecieControle::CheckBox:
+        return new RenderMarca(controle, widget, borda);
+    case EspecieControle::OptionButton:
+        return new RenderOpcao(controle, widget, borda);
+    case EspecieControle::CommandButton:
+    case EspecieControle::ztCommand:
+        return new RenderBotao(controle, widget, borda);
+    case EspecieControle::SSTab:
+        return new RenderAbas(controle, widget, borda);
+    case EspecieControle::ztCombo:
+        return new RenderCombo(controle, widget, borda);
+    case EspecieControle::ztList:
+        return new RenderLista(
+            controle, widget, borda, [this] { m_AoRedor.Descarrega(m_Form); },
+            [this] { m_AoRedor.Ajuda(S(objectName())); });
+    case EspecieControle::ztEndereco:
+        return new RenderEndereco(controle, widget, borda);
+    case EspecieControle::ztClienteSetor:
+        return new RenderClienteSetor(controle, widget, borda, m_AoRedor.Clientes());
+    case EspecieControle::Image:
+        return new RenderImagem(controle, widget, borda);
+    case EspecieControle::ztFrame:
+    case EspecieControle::CommonDialog:
+        break;
+    }
+    return new RenderMoldura(controle, widget, borda);
+}
+
+void JanelaForm::MostraForm()
+{
+    if (m_Encerrando) {
+        return;
+    }
+    setWindowTitle(m_Texto.isEmpty() ? Q(m_Form->Caption()) : m_Texto);
+    setEnabled(m_Form->Enabled());
+    if (!m_Form->Icone().empty()) {
+        setWindowIcon(QIcon(":/icones/" + Q(m_Form->Icone()).toLower() + ".svg"));
+    }
+}
+
+void JanelaForm::DefineTexto(const QString &texto)
+{
+    m_Texto = texto;
+    MostraForm();
+}
+
+void JanelaForm::Encerra()
+{
+    m_Encerrando = true;
+    m_Conexoes.clear();
+    hide();
+    if (AoEncerrar) {
+        AoEncerrar();
+    }
+    deleteLater();
+}
+
+// The person closes the window: the platform asks the form, and comes back through Encerra when it has gone.
+void JanelaForm::closeEvent(QCloseEvent *evento)
+{
+    evento->ignore();
+    if (!m_Encerrando && m_Form->Enabled()) {
+        m_AoRedor.NaBorda([this] { m_AoRedor.Descarrega(m_Form); });
+    }
+}
+
+void JanelaForm::keyPressEvent(QKeyEvent *evento)
+{
+    switch (evento->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        m_AoRedor.NaBorda([this] { m_Pessoa.Enter(); });
+        break;
+    case Qt::Key_Escape:
+        m_AoRedor.NaBorda([this] { m_Pessoa.Esc(); });
+        break;
+    case Qt::Key_F1:
+        m_AoRedor.NaBorda([this] { m_AoRedor.Ajuda(S(objectName())); });
+        break;
+    default:
+        QWidget::keyPressEvent(evento);
+    }
+}
+
+void JanelaForm::resizeEvent(QResizeEvent *evento)
+{
+    QWidget::resizeEvent(evento);
+    if (!m_Encerrando) {
+        m_AoRedor.NaBorda([this] { m_Form->Redimensionada(); });
+    }
+}

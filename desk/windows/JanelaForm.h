@@ -1,0 +1,53 @@
+#pragma once
+
+#include "controls/Pessoa.h"
+#include "desk/windows/Renderizador.h"
+#include "host/IForm.h"
+
+#include <QPointer>
+#include <QWidget>
+
+#include <functional>
+#include <vector>
+
+// What the window of a form needs of the desk around it.
+struct AoRedorDoForm {
+    Borda NaBorda;
+    std::function<void(const Ref<IForm> &)> Descarrega; // the platform's unload
+    std::function<void(const std::string &)> Ajuda;
+    std::function<std::vector<struct ClienteCadastrado>()> Clientes;
+};
+
+// The window of one form of the module: the layout of the form's class, its widgets bound by name to the form's
+// controls. An indexed control's widget has the name, "_" and the index.
+class JanelaForm : public QWidget {
+  public:
+    JanelaForm(Ref<IForm> form, AoRedorDoForm aoRedor, QWidget *dono);
+
+    const Ref<IForm> &Form() const { return m_Form; }
+    // The form has been unloaded: the window goes without asking.
+    void Encerra();
+    // Text that was written past the form's caption; empty: the caption counts.
+    void DefineTexto(const QString &texto);
+    // Called when the window has gone.
+    std::function<void()> AoEncerrar;
+
+  protected:
+    void closeEvent(QCloseEvent *evento) override;
+    void keyPressEvent(QKeyEvent *evento) override;
+    void resizeEvent(QResizeEvent *evento) override;
+
+  private:
+    void CarregaLeiaute();
+    void LigaControles();
+    Renderizador *FazRenderizador(const Ref<IControle> &controle, QWidget *widget);
+    void MostraForm();
+
+    Ref<IForm> m_Form;
+    AoRedorDoForm m_AoRedor;
+    Pessoa m_Pessoa;
+    std::vector<Renderizador *> m_Renderizadores;
+    std::vector<Conexao> m_Conexoes;
+    QString m_Texto;
+    bool m_Encerrando = false;
+};

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "desk/host/HostMesa.h"
+#include "desk/services/Servicos.h"
+#include "desk/windows/JanelasQt.h"
+#include "shell/Geral.h"
+
+#include <QMainWindow>
+
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <string>
+
+class QAction;
+class QLabel;
+class QMdiArea;
+class QMenu;
+class QPushButton;
+class QTimer;
+
+// The desk's main window: it is the host in which the module runs, from its registration to its end.
+class Mesa : public QMainWindow {
+  public:
+    // diretorio: the user's data directory. agora: the clock.
+    Mesa(Ref<Servicos> servicos, std::filesystem::path diretorio, std::function<Data()> agora);
+    ~Mesa() override;
+
+    // Asks who is there. False when the person gave up.
+    bool PedeEntrada();
+    // Somebody is there: the module is logged on and its tools follow the permissions.
+    void Entra(const Ref<SessaoServico> &sessao);
+    // Closes all windows through the module's logoff.
+    void Sai();
+
+    const Ref<Geral> &Modulo() const { return m_Geral; }
+    const Ref<HostMesa> &Hospedeiro() const { return m_Host; }
+
+  protected:
+    void closeEvent(QCloseEvent *evento) override;
+    void moveEvent(QMoveEvent *evento) override;
+    void resizeEvent(QResizeEvent *evento) override;
+
+  private:
+    void MontaMenus();
+    void MontaEstado();
+    QAction *AdicionaFerramenta(QMenu *menu, const QString &texto, const QString &nome);
+    void HabilitaFerramentas();
+    void MostraReplica();
+    void AtualizaReplica();
+    void AbreConsulta();
+    void MostraAjuda(const std::string &topico);
+    void MostraSobre();
+    void GuardaLugar();
+    void NaBorda(const std::function<void()> &acao) { m_Janelas->NaBorda(acao); }
+
+    Ref<Servicos> m_Servicos;
+    QMdiArea *m_Area;
+    Ref<JanelasQt> m_Janelas;
+    Ref<HostMesa> m_Host;
+    Ref<Geral> m_Geral;
+    std::map<std::string, QAction *> m_Ferramentas;
+    QAction *m_Consulta = nullptr;
+    QAction *m_Sair = nullptr;
+    QMenu *m_MenuJanela = nullptr;
+    QLabel *m_Usuario = nullptr;
+    QLabel *m_Cliente = nullptr;
+    QLabel *m_Replica = nullptr;
+    QPushButton *m_Forcar = nullptr;
+    QTimer *m_Relogio = nullptr;
+};
