@@ -113,9 +113,6 @@ try {
 
 void Geral::AtualizaMenu()
 {
-    if (m_objSCA.Nada()) {
-        return;
-    }
     if (m_objSCA->Logado()) {
         m_Especifica->HabilitarMenu();
     } else {
@@ -145,12 +142,11 @@ void Geral::FecharJanelasAtivas() noexcept
 {
     // The open forms change while they are unloaded, so they are gathered first.
     std::vector<Ref<IForm>> abertos;
-    IgnoraErro([&] {
-        const std::int32_t quantos = Plataforma()->NroForms();
-        for (std::int32_t posicao = 0; posicao < quantos; ++posicao) {
-            abertos.push_back(Plataforma()->FormAberto(posicao));
-        }
-    });
+    std::int32_t quantos = 0;
+    IgnoraErro([&] { quantos = Plataforma()->NroForms(); });
+    for (std::int32_t posicao = 0; posicao < quantos; ++posicao) {
+        IgnoraErro([&] { abertos.push_back(Plataforma()->FormAberto(posicao)); });
+    }
     Ref<IForm> parent; // keeps the value of the previous pass when a form has no such member
     for (const Ref<IForm> &frm : abertos) {
         IgnoraErro([&] { parent = frm->frmParent(); });
@@ -163,9 +159,11 @@ void Geral::FecharJanelasAtivas() noexcept
 
 bool Geral::ClickMenu(const std::string &sTool)
 try {
+    // Both live through the click, even if the host ends the shell meanwhile.
+    const Ref<Geral> eu = Eu(*this);
+    const Ref<Especifica> especifica = m_Especifica;
     m_FormClick = nullptr;
     ClickTratado = false;
-    const Ref<Especifica> especifica = m_Especifica; // lives through the click, whatever arrives meanwhile
     const Ref<IForm> frm = especifica->ClickMenu(sTool);
     if (frm.Nada()) {
         return ClickTratado;

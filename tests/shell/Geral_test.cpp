@@ -8,6 +8,7 @@
 #include "tests/support/HostTeste.h"
 #include "tests/support/MemoriaEscassa.h"
 
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -502,6 +503,20 @@ TEST_F(GeralTeste, FecharJanelasAtivas_UnloadThatFails_GoesOnWithTheNext)
     EXPECT_FALSE(segundo->Carregado());
 }
 
+TEST_F(GeralTeste, FecharJanelasAtivas_FormThatCannotBeRead_GoesOnWithTheNext)
+{
+    Loga();
+    auto primeiro = FormCarregado("frmUm");
+    auto segundo = FormCarregado("frmDois");
+    host->FalhaEm("Plataforma.FormAberto");
+    geral->FecharJanelasAtivas();
+    EXPECT_TRUE(primeiro->Carregado());
+    EXPECT_FALSE(segundo->Carregado());
+    host->FalhaEm("Plataforma.NroForms");
+    geral->FecharJanelasAtivas();
+    EXPECT_TRUE(primeiro->Carregado());
+}
+
 TEST_F(GeralTeste, FecharJanelasAtivas_NoForms_CallsNothing)
 {
     geral->FecharJanelasAtivas();
@@ -585,6 +600,20 @@ TEST_F(GeralTeste, ClickMenu_ShellEndedMeanwhile_IsNoCrash)
     Loga();
     Particular()->AoClicar = [&] { geral->Encerra(); };
     EXPECT_FALSE(geral->ClickMenu("mnuX"));
+}
+
+TEST_F(GeralTeste, ClickMenu_ShellLetGoMeanwhile_EndsAfterTheClick)
+{
+    Loga();
+    auto particular = Particular();
+    particular->AoClicar = [&] {
+        shell = nullptr;
+        geral = nullptr;
+        EXPECT_EQ(particular->VezesFinalizada, 0);
+    };
+    EXPECT_FALSE(geral.Ponteiro()->ClickMenu("mnuX"));
+    EXPECT_EQ(particular->VezesFinalizada, 1);
+    particular->AoClicar = nullptr;
 }
 
 // Tools.
@@ -1558,6 +1587,77 @@ TEST_F(GeralTeste, Destruction_SharedForms_AreLetGo)
     shell = nullptr;
     geral = nullptr;
     EXPECT_TRUE(fraca.Nada());
+}
+
+// The whole life of a shell, on a host of which every call fails in turn.
+
+// Runs a step of the host. False when it failed, and then with the tail given; a step without a tail never fails.
+bool Passo(const std::string &cauda, const std::function<void()> &passo)
+{
+    try {
+        passo();
+        return true;
+    } catch (const Falha &falha) {
+        EXPECT_EQ(falha.Numero, 1020);
+        EXPECT_EQ(falha.Descricao, "Falhou");
+        EXPECT_TRUE(!cauda.empty() && falha.Fonte.ends_with(cauda)) << falha.Fonte;
+        return false;
+    }
+}
+
+void Vida(HostRoteirizado &host, const Ref<Geral> &geral)
+{
+    Passo("", [&] { geral->RegistraAM("AUTUACAO"); });
+    if (!Passo(" < Geral.Parametros",
+               [&] { geral->Parametros(host.FormMDI, host.ActBar, nullptr, nullptr, nullptr, host.oAppEXE); })) {
+        return;
+    }
+    geral->cGlobal = host.cGlobal;
+    geral->ObjInterface = host.ObjInterface;
+    Passo(" < Geral.Logon", [&] { geral->Logon(host.objMTM, host.objSCA, ""); });
+    Passo("", [&] { geral->HabilitarItem("mnuModVOREquiptos"); });
+    Passo(" < Geral.ClickMenu", [&] { geral->ClickMenu("mnuModVOREquiptos"); });
+    host.Tela->RodaMensagens();
+    EXPECT_EQ(host.Tela->Ponteiro(), 0);
+    Passo(" < ModGeral.gFunConsultaAfericaoVigente", [] { gFunConsultaAfericaoVigente(12, Data(), std::int16_t{1}); });
+    Passo(" < Geral.Logoff", [&] { geral->Logoff(); });
+}
+
+TEST_F(GeralTeste, Life_AnyHostCallThatFails_EndsAsPromisedAndTheNextOneIsWhole)
+{
+    std::int32_t calls = 0;
+    for (bool falhou = true; falhou;) {
+        auto hospede = Novo<HostRoteirizado>();
+        InstalaHost(hospede);
+        hospede->Servico("EquiptoRN", "consultaSimplesAfericaoVigente",
+                         [](const Ref<Registro> &) -> Resposta { return Novo<AfericaoED>(); });
+        hospede->FalhaNaChamada(++calls, 1020, "Falhou");
+        {
+            SCOPED_TRACE("call " + std::to_string(calls));
+            auto vida = Novo<Geral>();
+            Vida(*hospede, vida);
+            falhou = hospede->FalhasDisparadas() > 0;
+            const std::size_t erros = hospede->Erros().size();
+            EXPECT_LE(erros, 1U);
+
+            if (falhou) {
+                hospede->LimpaRegistro();
+                Vida(*hospede, vida);
+                EXPECT_EQ(hospede->Erros().size(), erros);
+                EXPECT_EQ(hospede->Conta("ObjInterface.MostraJanela(frmLista, modal=False"), 1);
+                EXPECT_EQ(hospede->Conta("EquiptoRN.ObtemRetorno()"), 1);
+                EXPECT_EQ(hospede->Conta("goDadosVor.Finaliza()"), 1);
+            }
+            vida->Encerra();
+            EXPECT_EQ(hospede->Tela->NroForms(), 0);
+        }
+        DescarregaModulo();
+        for (const std::string &problema : hospede->VerificaFim()) {
+            ADD_FAILURE() << problema << " (call " << calls << ")";
+        }
+    }
+    InstalaHost(host);
+    EXPECT_GT(calls, 40);
 }
 
 } // namespace

@@ -359,6 +359,22 @@ TEST_F(ModGeralTeste, gSubCarregaMunicipios_Twice_AddsEveryMunicipalityTwice)
     EXPECT_EQ(Itens(cbo), (Linhas{"AGUDO|8501", "PORTO ALEGRE|8801", "AGUDO|8501", "PORTO ALEGRE|8801"}));
 }
 
+TEST_F(ModGeralTeste, gSubCarregaMunicipios_NullName_JoinsAsNothing)
+{
+    LogaGeral();
+    auto &municipios = host->MDB->TabelaDe("Municipio");
+    municipios.Linhas.clear();
+    host->MDB->PoeMunicipio(8501, "AGUDO", "RS", 4300109);
+    for (Valor &celula : municipios.Linhas[0]) {
+        if (celula == Valor("AGUDO")) {
+            celula = Valor::Nulo();
+        }
+    }
+    Ref<IztCombo> cbo = Combo();
+    gSubCarregaMunicipios(cbo);
+    EXPECT_EQ(Itens(cbo), (Linhas{"|8501"}));
+}
+
 TEST_F(ModGeralTeste, gSubCarregaMunicipios_Fails_ShowsTheFaultAndReturns)
 {
     LogaGeral();
