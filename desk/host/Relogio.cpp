@@ -1,0 +1,10 @@
+#include "desk/host/Relogio.h"
+
+#include <QDateTime>
+
+Data Agora()
+{
+    const QDateTime agora = QDateTime::currentDateTime();
+    return DataDe(agora.date().day(), agora.date().month(), agora.date().year(), agora.time().hour(),
+                  agora.time().minute(), agora.time().second());
+}

@@ -1,0 +1,54 @@
+#include "desk/sample/RegistroDoUsuario.h"
+
+#include "desk/sample/Amostra.h"
+#include "host/Conversoes.h"
+
+#include <array>
+
+namespace {
+
+constexpr const char *NomeDoRegistro = "registro.db";
+// What the embedded database may keep beside its file.
+constexpr std::array<const char *, 3> Partes = {"", "-wal", "-shm"};
+
+void Move(const std::filesystem::path &de, const std::filesystem::path &para)
+{
+    for (const char *parte : Partes) {
+        const std::filesystem::path origem = de.string() + parte;
+        if (std::filesystem::exists(origem)) {
+            std::filesystem::rename(origem, para.string() + parte);
+        }
+    }
+}
+
+void Apaga(const std::filesystem::path &arquivo)
+{
+    for (const char *parte : Partes) {
+        std::filesystem::remove(arquivo.string() + parte);
+    }
+}
+
+} // namespace
+
+Ref<Servicos> AbreRegistroDoUsuario(const std::filesystem::path &diretorio, TipoDeRegistro tipo, bool deNovo,
+                                    const std::function<Data()> &agora, const std::function<void(double)> &progresso)
+{
+    std::filesystem::create_directories(diretorio);
+    const std::filesystem::path registro = diretorio / NomeDoRegistro;
+    const std::filesystem::path emPreparo = diretorio / "registro.em-preparo.db";
+    if (deNovo && std::filesystem::exists(registro)) {
+        Move(registro, diretorio / ("registro." + Format(agora(), "yyyymmdd-hhnnss") + ".db"));
+    }
+    if (!std::filesystem::exists(registro)) {
+        Apaga(emPreparo);
+        {
+            const Ref<Servicos> novo = Servicos::Abre(emPreparo.string(), agora);
+            CadastraUsuariosDaAmostra(*novo);
+            if (tipo == TipoDeRegistro::Amostra) {
+                PreencheAmostra(*novo, agora(), progresso);
+            }
+        }
+        Move(emPreparo, registro);
+    }
+    return Servicos::Abre(registro.string(), agora);
+}
