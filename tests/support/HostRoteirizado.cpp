@@ -83,7 +83,21 @@ const std::vector<DominioRoteirizado::CaixaErro> &HostRoteirizado::Erros()
 
 std::vector<std::string> HostRoteirizado::VerificaFim()
 {
+    if (m_PerdoaSobras) {
+        Tela->EsqueceRoteiros();
+    } else {
+        ConfereSobras();
+    }
+    for (const std::string &tipo : m_Registro->Vivos()) {
+        m_Registro->Problema("Objeto que não foi liberado: " + tipo);
+    }
+    return m_Registro->Problemas();
+}
+
+void HostRoteirizado::ConfereSobras()
+{
     Tela->ConfereSobras();
+    Tela->EsqueceRoteiros();
     for (const std::string &nome : m_Registro->FalhasPendentes()) {
         m_Registro->Problema("Falha programada que não foi disparada: " + nome);
     }
@@ -98,10 +112,6 @@ std::vector<std::string> HostRoteirizado::VerificaFim()
         m_Registro->Problema("INESPERADA: caixa de erro " + std::to_string(caixa.Numero) + " " + caixa.Descricao +
                              " (" + caixa.Contexto + "; " + caixa.Fonte + ")");
     }
-    for (const std::string &tipo : m_Registro->Vivos()) {
-        m_Registro->Problema("Objeto que não foi liberado: " + tipo);
-    }
-    return m_Registro->Problemas();
 }
 
 Ref<IFabricaControles> HostRoteirizado::Controles()
@@ -162,6 +172,7 @@ Ref<IDocumentoPDF> HostRoteirizado::CriaDocumentoPDF()
 
 void HostRoteirizado::AoCriarControle(const Ref<IControle> &controle)
 {
+    m_Registro->Passa("Controles.Cria");
     m_Registro->Vigia(controle);
     if (auto *dialogo = dynamic_cast<CommonDialog *>(controle.Ponteiro())) {
         RefFraca<CommonDialog> fraca = Eu(*dialogo);
@@ -186,12 +197,14 @@ void HostRoteirizado::MostraDialogo(CommonDialog &dialogo)
 {
     const auto linha =
         m_Registro->Chama(dialogo.Nome() + ".ShowOpen", dialogo.Filter(), dialogo.DefaultExt(), dialogo.DialogTitle());
-    if (m_Dialogos.empty()) {
+    std::optional<std::string> escolha = m_DialogoFixo;
+    if (!m_Dialogos.empty()) {
+        escolha = std::move(m_Dialogos.front());
+        m_Dialogos.pop_front();
+    } else if (!escolha) {
         m_Registro->Problema("INESPERADA: diálogo de arquivo " + TextoLog(dialogo.DialogTitle()));
         return;
     }
-    const auto escolha = std::move(m_Dialogos.front());
-    m_Dialogos.pop_front();
     if (escolha) {
         dialogo.Escolhe(*escolha);
     }

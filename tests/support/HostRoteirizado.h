@@ -42,9 +42,10 @@ class ztClienteSetor;
 // `object.Property := value`, `object.Property` when it is read; then ` -> result` for a truth value, number, text or
 // answer, and ` !! number` when the call was made to fail. Arguments are as they were when the call began.
 //
-// Not logged: Plataforma() and Controles(); of the platform the reads that PlataformaRoteirizada names; the reads of a
-// cursor, of a tool and of the menu holder; and everything that the module does to controls and to its own forms, apart
-// from `frmX.SetFocus()` and `frmX.ZOrder(0)`, and of a control what goes on to the host: the file dialog
+// Not logged: Plataforma() and Controles(); the creation of controls, which fails by the name Controles.Cria; of the
+// platform the reads that PlataformaRoteirizada names; the reads of a cursor, of a tool and of the menu holder; and
+// everything that the module does to controls and to its own forms, apart from `frmX.SetFocus()` and `frmX.ZOrder(0)`,
+// and of a control what goes on to the host: the file dialog
 // (`cdAbreArquivos.ShowOpen(...)`), the client's number and the notice of the client picker.
 //
 // Whatever the test did not provide for is a problem, which HostTeste reports at the end: a question, operation, modal
@@ -105,6 +106,10 @@ class HostRoteirizado : public HostServices {
     void FalhaEm(const std::string &nome, std::int32_t n = 1, std::int32_t numero = 51,
                  const std::string &descricao = "Falha de teste");
     std::int32_t FalhasDisparadas() const { return m_Registro->FalhasDisparadas(); }
+    // Name of the call that was made to fail last.
+    const std::string &ChamadaQueFalhou() const { return m_Registro->ChamadaQueFalhou(); }
+    // The module was interrupted by a failure: scripts that were not used and error boxes are no problem any more.
+    void PerdoaSobras() { m_PerdoaSobras = true; }
 
     // The person.
     void Responde(const std::string &pergunta, bool sim) { Tela->Responde(pergunta, sim); }
@@ -114,19 +119,18 @@ class HostRoteirizado : public HostServices {
     // the form.
     template <class Roteiro> void AoMostrarModal(const std::string &classe, Roteiro roteiro)
     {
-        if constexpr (std::is_invocable_v<Roteiro, Pessoa &>) {
-            RefFraca<IPlataforma> tela = Tela;
-            Tela->AoMostrarModal(classe, [roteiro, tela](const Ref<IForm> &form) {
-                Pessoa pessoa(form, tela.Alvo());
-                roteiro(pessoa);
-            });
-        } else {
-            Tela->AoMostrarModal(classe, roteiro);
-        }
+        Tela->AoMostrarModal(classe, DiantePessoa(std::move(roteiro)));
+    }
+    // The same for every question and window for which nothing is queued; they need not come at all.
+    void RespondeSempre(const std::string &pergunta, bool sim) { Tela->RespondeSempre(pergunta, sim); }
+    template <class Roteiro> void AoMostrarModalSempre(const std::string &classe, Roteiro roteiro)
+    {
+        Tela->AoMostrarModalSempre(classe, DiantePessoa(std::move(roteiro)));
     }
     // What the person does in the file dialogs: chooses a file, or cancels.
     void EscolheArquivo(const std::string &caminho) { m_Dialogos.emplace_back(caminho); }
     void CancelaDialogo() { m_Dialogos.emplace_back(std::nullopt); }
+    void EscolheArquivoSempre(const std::string &caminho) { m_DialogoFixo = caminho; }
 
     // What the person was shown.
     const std::vector<DominioRoteirizado::Aviso> &Avisos() const { return Dominio->Avisos; }
@@ -149,12 +153,25 @@ class HostRoteirizado : public HostServices {
     Ref<IDocumentoPDF> CriaDocumentoPDF() override;
 
   private:
+    template <class Roteiro> PlataformaRoteirizada::Roteiro DiantePessoa(Roteiro roteiro)
+    {
+        if constexpr (std::is_invocable_v<Roteiro, Pessoa &>) {
+            RefFraca<IPlataforma> tela = Tela;
+            return [roteiro, tela](const Ref<IForm> &form) {
+                Pessoa pessoa(form, tela.Alvo());
+                roteiro(pessoa);
+            };
+        } else {
+            return roteiro;
+        }
+    }
     // Logs the creation of a host class, and watches the new object.
     template <class Classe, class... Args> Ref<Classe> Cria(const std::string &operacao, Args &&...args)
     {
         m_Registro->Chama("Host." + operacao);
         return m_Registro->Vigia(Novo<Classe>(m_Registro, std::forward<Args>(args)...));
     }
+    void ConfereSobras();
     void AoCriarControle(const Ref<IControle> &controle);
     void MostraDialogo(CommonDialog &dialogo);
     void PresetaCliente(ztClienteSetor &seletor);
@@ -164,5 +181,7 @@ class HostRoteirizado : public HostServices {
     Conexao m_CriouControle;
     std::vector<Conexao> m_Controles;
     std::deque<std::optional<std::string>> m_Dialogos;
+    std::optional<std::string> m_DialogoFixo;
     std::size_t m_ErrosVistos = 0;
+    bool m_PerdoaSobras = false;
 };

@@ -94,7 +94,7 @@ void PlataformaRoteirizada::FechaTudo()
     m_Mensagens.clear();
 }
 
-void PlataformaRoteirizada::ConfereSobras()
+void PlataformaRoteirizada::ConfereSobras() const
 {
     for (const auto &[texto, sim] : m_Respostas) {
         m_Registro->Problema("Pergunta esperada que não foi feita: " + texto);
@@ -102,8 +102,14 @@ void PlataformaRoteirizada::ConfereSobras()
     for (const auto &[classe, roteiro] : m_Roteiros) {
         m_Registro->Problema("Janela modal esperada que não foi mostrada: " + classe);
     }
+}
+
+void PlataformaRoteirizada::EsqueceRoteiros()
+{
     m_Respostas.clear();
+    m_RespostasFixas.clear();
     m_Roteiros.clear();
+    m_RoteirosFixos.clear();
     m_Mensagens.clear();
 }
 
@@ -137,17 +143,27 @@ void PlataformaRoteirizada::MostraJanela(const Ref<IForm> &form, bool modal)
     }
 }
 
+PlataformaRoteirizada::Roteiro PlataformaRoteirizada::TiraRoteiro(const std::string &classe)
+{
+    const auto vez = std::find_if(m_Roteiros.begin(), m_Roteiros.end(),
+                                  [&](const auto &roteiro) { return roteiro.first == classe; });
+    if (vez != m_Roteiros.end()) {
+        Roteiro roteiro = std::move(vez->second);
+        m_Roteiros.erase(vez);
+        return roteiro;
+    }
+    const auto fixo = m_RoteirosFixos.find(classe);
+    return fixo == m_RoteirosFixos.end() ? Roteiro() : fixo->second;
+}
+
 void PlataformaRoteirizada::RodaRoteiro(const Ref<IForm> &form)
 {
     const std::string classe(form->NomeTipo());
-    const auto vez = std::find_if(m_Roteiros.begin(), m_Roteiros.end(),
-                                  [&](const auto &roteiro) { return roteiro.first == classe; });
-    if (vez == m_Roteiros.end()) {
+    const Roteiro roteiro = TiraRoteiro(classe);
+    if (!roteiro) {
         m_Registro->Problema("INESPERADA: janela modal " + classe);
         return;
     }
-    const Roteiro roteiro = std::move(vez->second);
-    m_Roteiros.erase(vez);
     try {
         roteiro(form);
     } catch (...) {
@@ -197,6 +213,8 @@ bool PlataformaRoteirizada::PerguntaSimNao(const std::string &texto, const std::
     if (!m_Respostas.empty() && m_Respostas.front().first == texto) {
         pergunta.Resposta = m_Respostas.front().second.value_or(padraoSim);
         m_Respostas.pop_front();
+    } else if (const auto fixa = m_RespostasFixas.find(texto); fixa != m_RespostasFixas.end()) {
+        pergunta.Resposta = fixa->second;
     } else {
         m_Registro->Problema("INESPERADA: pergunta " + TextoLog(texto));
     }

@@ -62,6 +62,12 @@ class PlataformaRoteirizada : public IPlataforma {
     void Responde(std::string texto, std::optional<bool> sim);
     // Queues what the person does in the next modal show of a form of that class.
     void AoMostrarModal(std::string classe, Roteiro roteiro);
+    // The same for every question or show for which nothing is queued, and which need not come at all.
+    void RespondeSempre(const std::string &texto, bool sim) { m_RespostasFixas[texto] = sim; }
+    void AoMostrarModalSempre(const std::string &classe, Roteiro roteiro)
+    {
+        m_RoteirosFixos[classe] = std::move(roteiro);
+    }
     // Puts a message in the queue; it runs at the next ProcessaMensagens, or when a modal show starts or ends.
     void Posta(std::function<void()> mensagem);
     // Empties the message queue.
@@ -82,8 +88,9 @@ class PlataformaRoteirizada : public IPlataforma {
     void FechaPelaPessoa(const Ref<IForm> &form);
     // Unloads every form, whatever it says; ends no modal show of its own.
     void FechaTudo();
-    // What was queued and never used, for the end of the test.
-    void ConfereSobras();
+    // What was queued and never used becomes a problem.
+    void ConfereSobras() const;
+    void EsqueceRoteiros();
 
     // The show operation of the interface services.
     void MostraJanela(const Ref<IForm> &form, bool modal);
@@ -130,6 +137,8 @@ class PlataformaRoteirizada : public IPlataforma {
     void Retira(const RefJanela &janela);
     void EncerraModal(const RefJanela &janela, std::int32_t falhasAntes);
     void RodaRoteiro(const Ref<IForm> &form);
+    // The script for a modal show of that class; empty when there is none.
+    Roteiro TiraRoteiro(const std::string &classe);
     std::string NomeDaJanela(std::int64_t hwnd) const;
 
     RefRegistro m_Registro;
@@ -141,6 +150,8 @@ class PlataformaRoteirizada : public IPlataforma {
     std::deque<std::function<void()>> m_Mensagens;
     std::deque<std::pair<std::string, std::optional<bool>>> m_Respostas;
     std::deque<std::pair<std::string, Roteiro>> m_Roteiros;
+    std::map<std::string, bool> m_RespostasFixas;
+    std::map<std::string, Roteiro> m_RoteirosFixos;
     std::vector<Pergunta> m_Perguntas;
     std::vector<Caixa> m_Caixas;
     std::deque<std::string> m_Listagem;

@@ -167,6 +167,44 @@ TEST_F(PlataformaRoteirizadaTeste, AoMostrarModal_ThatIsNeverShown_IsAProblem)
     EXPECT_EQ(Problemas(), Linhas{"Janela modal esperada que não foi mostrada: frmOutra"});
 }
 
+TEST_F(PlataformaRoteirizadaTeste, AoMostrarModalSempre_ServesEveryShowThatHasNoScriptOfItsOwn)
+{
+    Linhas ordem;
+    host->AoMostrarModalSempre("frmProva", [&](Pessoa &p) {
+        ordem.push_back("always");
+        p.Clica("cmdFechar");
+    });
+    host->AoMostrarModalSempre("frmOutra", [](const Ref<IForm> &) {});
+    host->AoMostrarModal("frmProva", [&](Pessoa &p) {
+        ordem.push_back("once");
+        p.Clica("cmdFechar");
+    });
+    for (int i = 0; i < 3; ++i) {
+        Novo<frmProva>()->Mostra(*host, true);
+    }
+    EXPECT_EQ(ordem, (Linhas{"once", "always", "always"}));
+}
+
+TEST_F(PlataformaRoteirizadaTeste, RespondeSempre_ServesEveryQuestionThatHasNoAnswerOfItsOwn)
+{
+    host->RespondeSempre("Confirma?", true);
+    host->RespondeSempre("Nunca?", true);
+    host->Responde("Confirma?", false);
+    EXPECT_FALSE(Plataforma()->PerguntaSimNao("Confirma?", "", true));
+    EXPECT_TRUE(Plataforma()->PerguntaSimNao("Confirma?", "", false));
+    EXPECT_TRUE(Plataforma()->PerguntaSimNao("Confirma?", "", false));
+}
+
+TEST_F(PlataformaRoteirizadaTeste, Controles_ThatCannotBeCreated_FailTheLoad)
+{
+    host->FalhaEm("Controles.Cria", 1, 429);
+    auto form = Novo<frmProva>();
+    EXPECT_THROW(form->Carrega(), Falha);
+    EXPECT_EQ(Plataforma()->NroForms(), 0);
+    form->Carrega();
+    EXPECT_EQ(form->Controles().size(), 1U);
+}
+
 TEST_F(PlataformaRoteirizadaTeste, MostraJanela_Wrapping_GivesTheFormAWindowOfTheHosts)
 {
     host->Tela->EmbrulhaForms = true;
@@ -308,7 +346,19 @@ TEST_F(PlataformaRoteirizadaTeste, Dialogo_WithAChosenFile_GivesItsNameAndOtherw
     EXPECT_EQ(dialogo->FileName(), "C:\\DOC\\A.PDF");
     EXPECT_EQ(host->Registro(), (Linhas{"cdAbre.ShowOpen(\"PDF|*.pdf\", \"\", \"\") -> \"C:\\DOC\\A.PDF\"",
                                         "cdAbre.ShowOpen(\"PDF|*.pdf\", \"\", \"\") -> cancelado"}));
+    host->EscolheArquivoSempre("C:\\DOC\\B.PDF");
     dialogo->ShowOpen();
+    EXPECT_EQ(dialogo->FileName(), "C:\\DOC\\B.PDF");
+    dialogo = nullptr;
+    form = nullptr;
+}
+
+TEST_F(PlataformaRoteirizadaTeste, Dialogo_WithoutAChoice_IsCancelledAndAProblem)
+{
+    auto form = Novo<frmProva>();
+    auto dialogo = Host().Controles()->CriaCommonDialog(form, AjustesControle());
+    dialogo->ShowOpen();
+    EXPECT_EQ(dialogo->FileName(), "");
     dialogo = nullptr;
     form = nullptr;
     EXPECT_EQ(Problemas(), Linhas{"INESPERADA: diálogo de arquivo \"\""});

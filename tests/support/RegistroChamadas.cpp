@@ -84,6 +84,7 @@ void RegistroChamadas::Confere(std::string_view nome, const std::shared_ptr<std:
     });
     if (vencida) {
         ++m_FalhasDisparadas;
+        m_ChamadaQueFalhou = nome;
         if (linha) {
             *linha += " !! " + std::to_string(vencida->Numero);
         }

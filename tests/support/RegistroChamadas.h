@@ -63,6 +63,7 @@ class RegistroChamadas {
     void FalhaEm(std::string nome, std::int32_t n, std::int32_t numero, std::string descricao);
     // How many programmed failures were raised.
     std::int32_t FalhasDisparadas() const noexcept { return m_FalhasDisparadas; }
+    const std::string &ChamadaQueFalhou() const noexcept { return m_ChamadaQueFalhou; }
     // The names for which FalhaEm waits in vain.
     std::vector<std::string> FalhasPendentes() const;
 
@@ -100,6 +101,7 @@ class RegistroChamadas {
     std::int32_t m_Chamadas = 0;
     std::vector<FalhaProgramada> m_Falhas;
     std::int32_t m_FalhasDisparadas = 0;
+    std::string m_ChamadaQueFalhou;
     std::vector<std::string> m_Problemas;
     std::vector<ObjetoVigiado> m_Vigiados;
 };
