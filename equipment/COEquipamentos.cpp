@@ -8,6 +8,7 @@
 #include "shell/Geral.h"
 #include "shell/ModGeral.h"
 
+#include <array>
 #include <optional>
 #include <utility>
 
@@ -65,22 +66,28 @@ const std::vector<ItemMenuLista> &MenuProprio()
 }
 
 // Items in use, and those that the list has but this module does not: equipment is never deleted.
-constexpr std::pair<const char *, bool> VisibilidadeMenu[]{
-    {MenuNovo, true},         {MenuEditar, true},     {MenuDetalhes, true},
-    {MenuReativar, true},     {MenuLimitesDif, true}, {MenuDiasEspec, true},
-    {MenuHorarioProib, true}, {MenuExcluir, false},   {MenuLocalizar, false},
-};
+constexpr auto VisibilidadeMenu = std::to_array<std::pair<const char *, bool>>({
+    {MenuNovo, true},
+    {MenuEditar, true},
+    {MenuDetalhes, true},
+    {MenuReativar, true},
+    {MenuLimitesDif, true},
+    {MenuDiasEspec, true},
+    {MenuHorarioProib, true},
+    {MenuExcluir, false},
+    {MenuLocalizar, false},
+});
 
 // Items that need a permission, with its action.
-constexpr std::pair<const char *, const char *> PermissaoMenu[]{
+constexpr auto PermissaoMenu = std::to_array<std::pair<const char *, const char *>>({
     {MenuNovo, "I"},
     {MenuEditar, "A"},
     {MenuReativar, "E"},
-};
+});
 
 // Items that need a row.
-constexpr const char *MenuDeLinha[]{MenuDetalhes,   MenuEditar,    MenuReativar,
-                                    MenuLimitesDif, MenuDiasEspec, MenuHorarioProib};
+constexpr auto MenuDeLinha = std::to_array<const char *>(
+    {MenuDetalhes, MenuEditar, MenuReativar, MenuLimitesDif, MenuDiasEspec, MenuHorarioProib});
 
 constexpr std::int16_t TipoLimites = 1;
 constexpr std::int16_t TipoDias = 2;
@@ -88,6 +95,33 @@ constexpr std::int16_t TipoHorarios = 3;
 
 // Type of the only equipment that has prohibited hours.
 constexpr std::string_view AgenteEletronico = "F";
+
+// The row counter is 16 bits wide: a longer page is fault 6.
+TabelaTexto LinhasDe(const Colecao<Ref<EquiptoED>> &pagina)
+{
+    TabelaTexto linhas(static_cast<std::int32_t>(ColunasLista().size()) - 1);
+    const std::int16_t total = CInt(pagina.Count());
+    for (std::int32_t posicao = 1; posicao <= total; ++posicao) {
+        const Ref<EquiptoED> &equipto = pagina.Item(posicao);
+        const std::int32_t linha = linhas.AdicionaLinha();
+        linhas.Celula(1, linha) = equipto->Codigo;
+        linhas.Celula(2, linha) = equipto->Descricao;
+        linhas.Celula(3, linha) = gFunBuscaDescrMunic(equipto->CodMunic);
+        linhas.Celula(4, linha) = gFunDescrEquipto(equipto->TipoEquip);
+        linhas.Celula(5, linha) = equipto->Modelo;
+        linhas.Celula(6, linha) = CStr(equipto->NroIntEquip.Valor());
+        linhas.Celula(7, linha) = CStr(equipto->TemLimiteDif.Valor());
+        linhas.Celula(8, linha) = equipto->TipoEquip;
+        linhas.Celula(9, linha) = CStr(equipto->VelocPermitida.Valor());
+    }
+    return linhas;
+}
+
+// Tells the host that the local table of equipment is out of date.
+void AvisaTabelaAlterada()
+{
+    goGeral->TrataBD()->TabelaAlterada("VOREQUIPTO", true, false, Valor(), Valor());
+}
 
 } // namespace
 
@@ -268,27 +302,6 @@ try {
     PassaFalha(" < COEquipamentos.LocalizarEquipamentos");
 }
 
-// The row counter is 16 bits wide: a longer page is fault 6.
-TabelaTexto COEquipamentos::LinhasDe(const Colecao<Ref<EquiptoED>> &pagina) const
-{
-    TabelaTexto linhas(static_cast<std::int32_t>(ColunasLista().size()) - 1);
-    const std::int16_t total = CInt(pagina.Count());
-    for (std::int32_t posicao = 1; posicao <= total; ++posicao) {
-        const Ref<EquiptoED> &equipto = pagina.Item(posicao);
-        const std::int32_t linha = linhas.AdicionaLinha();
-        linhas.Celula(1, linha) = equipto->Codigo;
-        linhas.Celula(2, linha) = equipto->Descricao;
-        linhas.Celula(3, linha) = gFunBuscaDescrMunic(equipto->CodMunic);
-        linhas.Celula(4, linha) = gFunDescrEquipto(equipto->TipoEquip);
-        linhas.Celula(5, linha) = equipto->Modelo;
-        linhas.Celula(6, linha) = CStr(equipto->NroIntEquip.Valor());
-        linhas.Celula(7, linha) = CStr(equipto->TemLimiteDif.Valor());
-        linhas.Celula(8, linha) = equipto->TipoEquip;
-        linhas.Celula(9, linha) = CStr(equipto->VelocPermitida.Valor());
-    }
-    return linhas;
-}
-
 // The host may have closed the window while a command ran.
 void COEquipamentos::Atualizar()
 {
@@ -420,17 +433,12 @@ std::int32_t COEquipamentos::NroIntEquipAtual() const
     return CLng(m_ZtList->ValorAtual("NroIntEquip"));
 }
 
-void COEquipamentos::AvisaTabelaAlterada()
-{
-    goGeral->TrataBD()->TabelaAlterada("VOREQUIPTO", true, false, Valor(), Valor());
-}
-
 void COEquipamentos::m_frmLista_FormAtivado()
 {
     gSubDefineFoco(m_ZtList);
 }
 
-void COEquipamentos::m_frmLista_FormCarregado(Ref<IztList> lista)
+void COEquipamentos::m_frmLista_FormCarregado(const Ref<IztList> &lista)
 try {
     m_ZtList = lista;
     m_EventosLista = {Liga(m_ZtList->BotaoClick(), &COEquipamentos::m_ZtList_BotaoClick),
@@ -448,7 +456,7 @@ try {
     gSubMostraErro("COEquipamentos.m_ZtList_BotaoClick");
 }
 
-void COEquipamentos::m_ZtList_ItemMenuClicado(std::string chave)
+void COEquipamentos::m_ZtList_ItemMenuClicado(const std::string &chave)
 try {
     if (chave == MenuNovo) {
         Novo();

@@ -53,7 +53,7 @@ class COEquipamentos : public IModulo {
     std::vector<Conexao> m_EventosLista;
 
     // Connects an event to a procedure. The controller stays alive while the procedure runs, even if the window closes.
-    template <class... Args> Conexao Liga(Evento<Args...> &evento, void (COEquipamentos::*procedimento)(Args...))
+    template <class Procedimento, class... Args> Conexao Liga(Evento<Args...> &evento, Procedimento procedimento)
     {
         return evento.liga([fraca = RefFraca<COEquipamentos>(Eu(*this)), procedimento](Args... args) {
             if (Ref<COEquipamentos> eu = fraca.Alvo()) {
@@ -65,7 +65,6 @@ class COEquipamentos : public IModulo {
     void CriaJanela();
     void MontaTitulo();
     bool LocalizarEquipamentos(bool continua);
-    TabelaTexto LinhasDe(const Colecao<Ref<EquiptoED>> &pagina) const;
     void Atualizar();
 
     void MenuInicial();
@@ -78,11 +77,10 @@ class COEquipamentos : public IModulo {
     void DiasEspecificos();
     void AbreLimites(std::int16_t tipo);
     std::int32_t NroIntEquipAtual() const;
-    void AvisaTabelaAlterada();
 
     void m_frmLista_FormAtivado();
-    void m_frmLista_FormCarregado(Ref<IztList> lista);
+    void m_frmLista_FormCarregado(const Ref<IztList> &lista);
     void m_ZtList_BotaoClick();
-    void m_ZtList_ItemMenuClicado(std::string chave);
+    void m_ZtList_ItemMenuClicado(const std::string &chave);
     void m_ZtList_HabilitaItensMenuLista();
 };

@@ -44,7 +44,7 @@ class CVorEquip : public Objeto {
     std::string m_MarcaInmetro;
     Data m_DtVerifInmetro;
 
-    Ref<EquiptoED> ConsultaSimplesEquipto(std::int32_t lNroIntEquip);
+    static Ref<EquiptoED> ConsultaSimplesEquipto(std::int32_t lNroIntEquip);
     void SetaDadosEquipto(const Ref<EquiptoED> &oEquiptoED, const Ref<AfericaoED> &oAfericaoED);
-    void GravaNoArquivo(const std::string &sConteudo, const std::string &sArquivo);
+    static void GravaNoArquivo(const std::string &sConteudo, const std::string &sArquivo);
 };

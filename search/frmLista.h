@@ -19,14 +19,14 @@ class frmLista : public Formulario {
     Ref<clsListaParametros> Parametros() const { return m_Parametros; }
     // Writes the window's text.
     void SetaTitulo(const std::string &sTitulo);
-    // Whether the window has not been closed yet.
-    bool Aberta() const { return Carregado(); }
     // Sends the criteria on the window to the module.
     void Localiza();
     // Opens the window. Modal: returns when it is closed, true when an item was selected. Otherwise returns false at
     // once. With a parameter list the search runs by itself.
     bool CarregaForm(const Ref<IModulo> &modulo, const TabelaColunas &aColunas, const std::string &Titulo,
                      const Ref<clsListaParametros> &parametros, bool bModal);
+    // Whether the window has not been closed yet.
+    bool Aberta() const { return Carregado(); }
 
     // About to close; writing true keeps the window open.
     Evento<bool &> AntesFechar;

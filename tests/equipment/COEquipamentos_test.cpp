@@ -102,6 +102,16 @@ class COEquipamentosTeste : public JanelaTeste {
             }
         });
     }
+    // What a person does in the detail form for a new breath tester, up to "Aplicar".
+    static void PreencheNovo(Pessoa &pessoa)
+    {
+        pessoa.Preenche("txtCodEquip", "ETI-103");
+        pessoa.Preenche("txtDescricao", "Etilômetro");
+        pessoa.Escolhe("cboTipoMedidor", "Portátil");
+        pessoa.Escolhe("cboTipoEquip", "Etilômetro");
+        pessoa.Preenche("txtModelo", "Alco");
+        pessoa.Clica("ztCmdAplicar");
+    }
     void FechaNoForm(const std::string &classe)
     {
         host->AoMostrarModal(classe, [this](const Ref<IForm> &form) { host->Tela->FechaPelaPessoa(form); });
@@ -899,12 +909,7 @@ TEST_F(COEquipamentosTeste, Novo_Saved_SendsTheCriteriaOnTheWindowAgain)
     Pessoa pessoa = AbreComLinhas();
     host->AoMostrarModal("frmEquipDetalhes", [this](const Ref<IForm> &form) {
         Pessoa noForm(form, host->Tela);
-        noForm.Preenche("txtCodEquip", "ETI-103");
-        noForm.Preenche("txtDescricao", "Etilômetro");
-        noForm.Escolhe("cboTipoMedidor", "Portátil");
-        noForm.Escolhe("cboTipoEquip", "Etilômetro");
-        noForm.Preenche("txtModelo", "Alco");
-        EXPECT_TRUE(noForm.Clica("ztCmdAplicar")) << noForm.Motivo();
+        PreencheNovo(noForm);
         host->Tela->FechaPelaPessoa(form);
     });
     host->Responde("Confirma a inclusão?", true);
@@ -933,12 +938,7 @@ TEST_F(COEquipamentosTeste, Novo_OfAHostThatFailsAfterTheSave_ReportsThePath)
     Pessoa pessoa = AbreDoMenu();
     host->AoMostrarModal("frmEquipDetalhes", [this](const Ref<IForm> &form) {
         Pessoa noForm(form, host->Tela);
-        noForm.Preenche("txtCodEquip", "ETI-103");
-        noForm.Preenche("txtDescricao", "Etilômetro");
-        noForm.Escolhe("cboTipoMedidor", "Portátil");
-        noForm.Escolhe("cboTipoEquip", "Etilômetro");
-        noForm.Preenche("txtModelo", "Alco");
-        noForm.Clica("ztCmdAplicar");
+        PreencheNovo(noForm);
         geral->FecharJanelasAtivas();
     });
     host->Responde("Confirma a inclusão?", true);
@@ -954,12 +954,7 @@ TEST_F(COEquipamentosTeste, Novo_DuringWhichTheHostClosesEverything_SearchesNoMo
     RefFraca<COEquipamentos> fraca = co;
     host->AoMostrarModal("frmEquipDetalhes", [this](const Ref<IForm> &form) {
         Pessoa noForm(form, host->Tela);
-        noForm.Preenche("txtCodEquip", "ETI-103");
-        noForm.Preenche("txtDescricao", "Etilômetro");
-        noForm.Escolhe("cboTipoMedidor", "Portátil");
-        noForm.Escolhe("cboTipoEquip", "Etilômetro");
-        noForm.Preenche("txtModelo", "Alco");
-        noForm.Clica("ztCmdAplicar");
+        PreencheNovo(noForm);
         geral->FecharJanelasAtivas();
     });
     host->Responde("Confirma a inclusão?", true);
@@ -968,6 +963,67 @@ TEST_F(COEquipamentosTeste, Novo_DuringWhichTheHostClosesEverything_SearchesNoMo
     EXPECT_EQ(Enviados("lista2"), Textos{});
     EXPECT_TRUE(fraca.Nada());
     EXPECT_EQ(Erros(), Textos{});
+}
+
+TEST_F(COEquipamentosTeste, Novo_ThatTheServiceRefuses_LeavesTheList)
+{
+    Pessoa pessoa = AbreComLinhas();
+    host->AoMostrarModal("frmEquipDetalhes", [this](const Ref<IForm> &form) {
+        Pessoa noForm(form, host->Tela);
+        PreencheNovo(noForm);
+        host->Tela->FechaPelaPessoa(form);
+    });
+    host->Responde("Confirma a inclusão?", true);
+    host->RecusaOperacao("inclui", "Código já existe");
+    Escolhe(pessoa, Novo_);
+    EXPECT_TRUE(host->Contem("EquiptoRN.MostraErro() -> \"Código já existe\""));
+    EXPECT_EQ(host->Conta("TrataBD.TabelaAlterada"), 0);
+    EXPECT_EQ(Enviados("lista2"), Textos{});
+    EXPECT_EQ(Linhas(pessoa).size(), 2U);
+}
+
+TEST_F(COEquipamentosTeste, Editar_DuringWhichOnlyTheListIsClosed_SavesAndSearchesNoMore)
+{
+    Pessoa pessoa = AbreComLinhas();
+    RefFraca<COEquipamentos> fraca = co;
+    host->AoMostrarModal("frmEquipDetalhes", [this](const Ref<IForm> &form) {
+        Pessoa noForm(form, host->Tela);
+        noForm.Preenche("txtDescricao", "Outra");
+        host->Tela->FechaPelaPessoa(host->Tela->FormsAbertos("frmLista").at(0));
+        noForm.Clica("ztCmdOK");
+    });
+    host->Responde("Confirma a alteração?", true);
+    Escolhe(pessoa, Editar);
+    EXPECT_EQ(Enviados("altera").size(), 1U);
+    EXPECT_EQ(host->Conta("TrataBD.TabelaAlterada(\"VOREQUIPTO\""), 1);
+    EXPECT_EQ(Enviados("lista2"), Textos{});
+    EXPECT_TRUE(fraca.Nada());
+    EXPECT_EQ(host->Tela->NroForms(), 0);
+}
+
+TEST_F(COEquipamentosTeste, EditarAndDetalhes_OfAServiceThatFails_AreToldByTheFormOnce)
+{
+    Pessoa pessoa = AbreComLinhas();
+    for (const auto &[chave, contexto] : std::vector<std::pair<const char *, std::string>>{
+             {Editar, "frmEquipDetalhes.CarregaEdicao"}, {Detalhes, "frmEquipDetalhes.CarregaDetalhes"}}) {
+        host->FalhaEm("EquiptoRN.ExecutaMetodo");
+        Escolhe(pessoa, chave);
+        const Textos erros = Erros();
+        ASSERT_EQ(erros.size(), 1U);
+        EXPECT_TRUE(erros[0].starts_with(contexto + ": 51 (EquiptoRN.ExecutaMetodo < clsEquipto.Carrega")) << erros[0];
+        EXPECT_EQ(host->Tela->Ponteiro(), 0);
+        EXPECT_EQ(host->Tela->NroForms(), 1);
+        EXPECT_EQ(Linhas(pessoa).size(), 2U);
+    }
+}
+
+TEST_F(COEquipamentosTeste, Detalhes_OfARowThatVanished_ShowsTheRefusal)
+{
+    Pessoa pessoa = AbreComLinhas();
+    host->RecusaOperacao("consulta", "Equipamento não encontrado");
+    EXPECT_TRUE(Escolhe(pessoa, Detalhes));
+    EXPECT_TRUE(host->Contem("EquiptoRN.MostraErro() -> \"Equipamento não encontrado\""));
+    EXPECT_EQ(host->Tela->NroForms(), 1);
 }
 
 TEST_F(COEquipamentosTeste, Detalhes_OfARow_OpensAFormOfItsOwnAndRefreshesNothing)
@@ -1280,7 +1336,7 @@ TEST_F(COEquipamentosVarredura, MenuSearchAndNextPage_WithEachCallFailing_WorkOn
     };
     const auto viagem = [this] {
         host->Tela->FechaTudo();
-        geral->ClickMenu("mnuModNABEquiptos");
+        geral->ClickMenu("mnuModVOREquiptos");
         NaUltimaJanela([](Pessoa &pessoa) {
             pessoa.Localiza("ztlLista");
             pessoa.PedeMais("ztlLista");
@@ -1347,6 +1403,53 @@ TEST_F(COEquipamentosVarredura, Edition_WithEachCallFailing_WorksOnTheNextTry)
         EXPECT_EQ(Linhas(NaJanela()).size(), 2U);
         EXPECT_EQ(host->Conta("TrataBD.TabelaAlterada"), 1);
         EXPECT_EQ(Enviados("altera").size(), 1U);
+    });
+}
+
+TEST_F(COEquipamentosVarredura, Inclusion_WithEachCallFailing_WorksOnTheNextTry)
+{
+    bool formulario = false;
+    const auto prepara = [this] {
+        respostas = 0;
+        AbreDoMenu();
+    };
+    const auto viagem = [this, &formulario] {
+        Responde("Confirma a inclusão?");
+        if (!formulario) {
+            formulario = true;
+            host->AoMostrarModal("frmEquipDetalhes", [this, &formulario](const Ref<IForm> &form) {
+                formulario = false;
+                Pessoa pessoa(form, host->Tela);
+                PreencheNovo(pessoa);
+                host->Tela->FechaPelaPessoa(form);
+            });
+        }
+        NaUltimaJanela([this](Pessoa &pessoa) { Escolhe(pessoa, Novo_); });
+    };
+    Varre(prepara, viagem, [this] {
+        EXPECT_EQ(Enviados("inclui").size(), 1U);
+        EXPECT_EQ(host->Conta("TrataBD.TabelaAlterada"), 1);
+        EXPECT_EQ(Linhas(NaJanela()).size(), 2U);
+    });
+}
+
+TEST_F(COEquipamentosVarredura, Details_WithEachCallFailing_OpenOnTheNextTry)
+{
+    bool formulario = false;
+    const auto prepara = [this] { AbreComLinhas(); };
+    const auto viagem = [this, &formulario] {
+        if (!formulario) {
+            formulario = true;
+            host->AoMostrarModal("frmEquipDetalhes", [this, &formulario](const Ref<IForm> &form) {
+                formulario = false;
+                host->Tela->FechaPelaPessoa(form);
+            });
+        }
+        NaUltimaJanela([this](Pessoa &pessoa) { Escolhe(pessoa, Detalhes); });
+    };
+    Varre(prepara, viagem, [this] {
+        EXPECT_EQ(host->Conta("goMensagem.PreparaDetalhes(frmEquipDetalhes)"), 1);
+        EXPECT_EQ(host->Tela->NroForms(), 1);
     });
 }
 

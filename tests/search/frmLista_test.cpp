@@ -250,6 +250,36 @@ TEST_F(frmListaTeste, CarregaForm_OfEachMode_LoadsTheControlsWithTheirStoredSett
     EXPECT_EQ(criterios, (Textos{"Todos=0", "Código=1", "Subcódigo=2"}));
 }
 
+TEST_F(frmListaTeste, CarregaForm_OfEachMode_PlacesTheCriteriaInTheirFrameWithoutOverlap)
+{
+    Pessoa pessoa = AbreDoMenu();
+    const Ref<IControle> frame = pessoa.Acha("fraDados", 0);
+    EXPECT_LE(frame->Left() + frame->Width(), pessoa.Acha("ztlLista")->Width());
+    EXPECT_LE(pessoa.Acha("ztlLista")->Width(), form->Width());
+    EXPECT_LE(pessoa.Acha("ztlLista")->Height(), form->Height());
+    std::vector<Ref<IControle>> dentro;
+    for (const Ref<IControle> &controle : form->Controles()) {
+        if (controle->Container() == frame) {
+            dentro.push_back(controle);
+        }
+    }
+    ASSERT_EQ(dentro.size(), 9U);
+    for (const Ref<IControle> &um : dentro) {
+        EXPECT_GE(um->Left(), 0) << um->Nome();
+        EXPECT_GT(um->Width(), 0) << um->Nome();
+        EXPECT_GT(um->Height(), 0) << um->Nome();
+        EXPECT_LE(um->Left() + um->Width(), frame->Width()) << um->Nome();
+        EXPECT_LE(um->Top() + um->Height(), frame->Height()) << um->Nome();
+        for (const Ref<IControle> &outro : dentro) {
+            const bool separados = um == outro || um->Left() + um->Width() <= outro->Left() ||
+                                   outro->Left() + outro->Width() <= um->Left() ||
+                                   um->Top() + um->Height() <= outro->Top() ||
+                                   outro->Top() + outro->Height() <= um->Top();
+            EXPECT_TRUE(separados) << um->Nome() << " and " << outro->Nome();
+        }
+    }
+}
+
 TEST_F(frmListaTeste, CarregaForm_BeforeTheFormCarregadoEvent_StoresTheSettingsOfTheListAndItsColumns)
 {
     CriaForm();
@@ -264,6 +294,7 @@ TEST_F(frmListaTeste, CarregaForm_BeforeTheFormCarregadoEvent_StoresTheSettingsO
         EXPECT_EQ(grade->Colunas()[3].Titulo, "VelocPerm");
         EXPECT_FALSE(grade->Colunas()[3].Visivel);
         EXPECT_EQ(grade->Ajustes().BarraCriteriosAltura, 1500);
+        EXPECT_TRUE(grade->Ajustes().BarraCriteriosAtiva);
         EXPECT_FALSE(grade->Ajustes().BotoesFecharAjuda);
         EXPECT_EQ(form->Icone(), "Equipamentos");
         EXPECT_NE(form->Caption(), "Equipamentos");
