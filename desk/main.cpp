@@ -1,17 +1,21 @@
 #include "desk/host/Relogio.h"
 #include "desk/sample/RegistroDoUsuario.h"
+#include "desk/tour/Roteiro.h"
 #include "desk/windows/Mesa.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QDir>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QMessageBox>
 #include <QProgressDialog>
 #include <QStandardPaths>
+#include <QThread>
 #include <QTranslator>
 
 #include <cstdio>
+#include <cstdlib>
 
 namespace {
 
@@ -48,6 +52,35 @@ int Trabalha(QApplication &aplicacao, const std::filesystem::path &diretorio, Ti
     return aplicacao.exec();
 }
 
+// Drives the windows through the whole job on a registry of its own. The exit status says whether all was as it should
+// be.
+int Percorre(const QString &pasta)
+{
+    QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    const std::filesystem::path diretorio = std::filesystem::path(pasta.toStdString()) / "dados";
+    const Ref<Servicos> servicos =
+        AbreRegistroDoUsuario(diretorio, TipoDeRegistro::Amostra, true, Agora, [](double) {});
+    Mesa mesa(servicos, diretorio, Agora);
+    mesa.show();
+    Roteiro roteiro(CaminhoDoRegistro(diretorio), pasta);
+    int saida = 1;
+    QThread *guia = QThread::create([&] {
+        try {
+            roteiro.Percorre();
+            std::puts(roteiro.Resumo().toUtf8().constData());
+            saida = 0;
+        } catch (const std::exception &diferenca) {
+            std::fprintf(stderr, "%s\n", diferenca.what());
+        }
+        std::fflush(stdout);
+    });
+    // Whatever window is open when the tour ends, the program ends with it.
+    QObject::connect(guia, &QThread::finished, qApp, [&saida] { std::_Exit(saida); });
+    guia->start();
+    mesa.PedeEntrada();
+    return QCoreApplication::exec();
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -63,13 +96,18 @@ int main(int argc, char **argv)
     const QCommandLineOption novaAmostra("nova-amostra",
                                          "Começa com um registro de exemplo novo; o anterior é guardado ao lado.");
     const QCommandLineOption vazio("vazio", "Começa com um registro só com usuários; o anterior é guardado ao lado.");
+    const QCommandLineOption roteiro("roteiro",
+                                     "Percorre o trabalho todo sozinho e deixa em DIR as imagens e o relato.", "DIR");
     const QCommandLineOption ajuda("help", "Mostra esta ajuda.");
-    opcoes.addOptions({dados, novaAmostra, vazio, ajuda});
+    opcoes.addOptions({dados, novaAmostra, vazio, roteiro, ajuda});
     if (!opcoes.parse(QCoreApplication::arguments()) || opcoes.isSet(ajuda)) {
         std::puts(opcoes.helpText().toUtf8().constData());
         return opcoes.isSet(ajuda) ? 0 : 2;
     }
     try {
+        if (opcoes.isSet(roteiro)) {
+            return Percorre(QDir(opcoes.value(roteiro)).absolutePath());
+        }
         const std::filesystem::path diretorio =
             opcoes.isSet(dados) ? std::filesystem::path(opcoes.value(dados).toStdString()) : DiretorioPadrao();
         return Trabalha(aplicacao, diretorio, opcoes.isSet(vazio) ? TipoDeRegistro::Vazio : TipoDeRegistro::Amostra,

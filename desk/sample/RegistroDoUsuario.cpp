@@ -30,13 +30,20 @@ void Apaga(const std::filesystem::path &arquivo)
 
 } // namespace
 
+std::filesystem::path CaminhoDoRegistro(const std::filesystem::path &diretorio)
+{
+    return diretorio / NomeDoRegistro;
+}
+
 Ref<Servicos> AbreRegistroDoUsuario(const std::filesystem::path &diretorio, TipoDeRegistro tipo, bool deNovo,
                                     const std::function<Data()> &agora, const std::function<void(double)> &progresso)
 {
     std::filesystem::create_directories(diretorio);
-    const std::filesystem::path registro = diretorio / NomeDoRegistro;
+    const std::filesystem::path registro = CaminhoDoRegistro(diretorio);
     const std::filesystem::path emPreparo = diretorio / "registro.em-preparo.db";
     if (deNovo && std::filesystem::exists(registro)) {
+        // Opening and closing brings all that was written into the one file. What cannot be opened is kept as it is.
+        IgnoraErro([&] { Servicos::Abre(registro.string(), agora); });
         Move(registro, diretorio / ("registro." + Format(agora(), "yyyymmdd-hhnnss") + ".db"));
     }
     if (!std::filesystem::exists(registro)) {

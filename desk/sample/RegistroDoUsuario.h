@@ -5,6 +5,9 @@
 #include <filesystem>
 #include <functional>
 
+// File of the registry in a data directory.
+std::filesystem::path CaminhoDoRegistro(const std::filesystem::path &diretorio);
+
 enum class TipoDeRegistro { Amostra, Vazio };
 
 // Opens the registry of a data directory, and creates it first when there is none. It is made beside its place and

@@ -1,6 +1,8 @@
 #include "desk/windows/RenderizadoresEscolha.h"
 
+#include "controls/OrdemPortuguesa.h"
 #include "controls/ztEndereco.h"
+#include "desk/host/BancoLocalMesa.h"
 #include "host/Conversoes.h"
 
 #include <QAbstractItemView>
@@ -21,6 +23,20 @@ namespace {
 constexpr std::size_t MaximoDeSugestoes = 20;
 constexpr const char *TodosOsSetores = "Todos os setores";
 
+// Municipality of the address last entered, with which the next one begins; 0 before the first.
+std::int32_t g_UltimoMunicipio = 0;
+
+void PreencheMunicipios(QComboBox &combo)
+{
+    std::vector<Municipio> municipios = Municipios();
+    std::sort(municipios.begin(), municipios.end(),
+              [](const Municipio &a, const Municipio &b) { return ChaveOrdem(a.Nome) < ChaveOrdem(b.Nome); });
+    for (const Municipio &municipio : municipios) {
+        combo.addItem(Q(municipio.Nome), municipio.Codigo);
+    }
+    combo.setCurrentIndex(-1);
+}
+
 QString CepComTraco(const std::string &cep)
 {
     return Q(cep.substr(0, 5) + "-" + cep.substr(5));
@@ -35,6 +51,7 @@ QString TextoDaSugestao(const Logradouro &logradouro)
 
 RenderEndereco::RenderEndereco(Ref<IControle> controle, QWidget *widget, Borda borda)
     : Renderizador(std::move(controle), widget, std::move(borda)),
+      m_Municipio(new QComboBox(widget)),
       m_Via(new QLineEdit(widget)),
       m_Numero(new QLineEdit(widget)),
       m_Complemento(new QLineEdit(widget)),
@@ -44,6 +61,9 @@ RenderEndereco::RenderEndereco(Ref<IControle> controle, QWidget *widget, Borda b
       m_Sugestoes(new QStringListModel(this)),
       m_Completador(new QCompleter(m_Sugestoes, this))
 {
+    m_Municipio->setObjectName("municipio");
+    m_Municipio->setAccessibleName("Município");
+    PreencheMunicipios(*m_Municipio);
     m_Via->setObjectName("via");
     m_Numero->setObjectName("numero");
     m_Complemento->setObjectName("complemento");
@@ -64,19 +84,25 @@ RenderEndereco::RenderEndereco(Ref<IControle> controle, QWidget *widget, Borda b
 
     auto *grade = new QGridLayout(widget);
     grade->setContentsMargins(0, 0, 0, 0);
-    grade->addWidget(new QLabel("Logradouro ou CEP:", widget), 0, 0);
-    grade->addWidget(m_Via, 0, 1, 1, 3);
-    grade->addWidget(new QLabel("Número:", widget), 1, 0);
-    grade->addWidget(m_Numero, 1, 1);
-    grade->addWidget(new QLabel("Complemento:", widget), 1, 2);
-    grade->addWidget(m_Complemento, 1, 3);
+    grade->addWidget(new QLabel("Município:", widget), 0, 0);
+    grade->addWidget(m_Municipio, 0, 1, 1, 3);
+    grade->addWidget(new QLabel("Logradouro ou CEP:", widget), 1, 0);
+    grade->addWidget(m_Via, 1, 1, 1, 3);
+    grade->addWidget(new QLabel("Número:", widget), 2, 0);
+    grade->addWidget(m_Numero, 2, 1);
+    grade->addWidget(new QLabel("Complemento:", widget), 2, 2);
+    grade->addWidget(m_Complemento, 2, 3);
     auto *botoes = new QHBoxLayout;
     botoes->addWidget(m_Atual, 1);
     botoes->addWidget(m_Limpar);
     botoes->addWidget(m_Usar);
-    grade->addLayout(botoes, 2, 0, 1, 4);
+    grade->addLayout(botoes, 3, 0, 1, 4);
     grade->setColumnStretch(3, 1);
 
+    connect(m_Municipio, &QComboBox::activated, this, [this] {
+        g_UltimoMunicipio = CodMunic();
+        Procura(m_Via->text());
+    });
     connect(m_Via, &QLineEdit::textEdited, this, [this](const QString &texto) { Procura(texto); });
     connect(m_Completador, qOverload<const QString &>(&QCompleter::activated), this,
             [this](const QString &item) { Escolhe(item); });
@@ -98,14 +124,18 @@ QWidget *RenderEndereco::AlvoDoFoco()
     return m_Via;
 }
 
+std::int32_t RenderEndereco::CodMunic() const
+{
+    return m_Municipio->currentData().toInt();
+}
+
 void RenderEndereco::Procura(const QString &texto)
 {
     m_Escolhido = {};
     m_Achados.clear();
     QStringList itens;
     if (!texto.trimmed().isEmpty()) {
-        m_Achados = ProcuraLogradouros(Como<ztEndereco>(*this).EnderecoProprio()->CodMunic(), S(texto.trimmed()),
-                                       MaximoDeSugestoes);
+        m_Achados = ProcuraLogradouros(CodMunic(), S(texto.trimmed()), MaximoDeSugestoes);
     }
     for (const Logradouro &logradouro : m_Achados) {
         itens << TextoDaSugestao(logradouro);
@@ -150,6 +180,11 @@ void RenderEndereco::Mostra()
             m_Complemento->setText(Q(endereco->Complemento()));
         }
     }
+    if (m_Municipio->currentIndex() < 0 || m_Escolhido.CodMunic > 0) {
+        m_Municipio->setCurrentIndex(
+            m_Municipio->findData(m_Escolhido.CodMunic > 0 ? m_Escolhido.CodMunic : g_UltimoMunicipio));
+    }
+    m_Municipio->setEnabled(!controle.ReadOnly() && !controle.Ajustes().ReadOnlyMunicipio);
     const std::string descricao = endereco->DescricaoEndereco();
     m_Atual->setText(descricao.empty() ? QString("Nenhum endereço escolhido.") : Q(descricao));
     for (QLineEdit *campo : {m_Via, m_Numero, m_Complemento}) {

@@ -24,10 +24,12 @@ class RenderEndereco : public Renderizador {
     QWidget *AlvoDoFoco() override;
 
   private:
+    std::int32_t CodMunic() const;
     void Procura(const QString &texto);
     void Escolhe(const QString &item);
     void Usa();
 
+    QComboBox *m_Municipio;
     QLineEdit *m_Via;
     QLineEdit *m_Numero;
     QLineEdit *m_Complemento;

@@ -1,0 +1,45 @@
+# Sourced by the commands at the root, which give `desiste MESSAGE`: how they end when they cannot go on.
+
+# What building, testing and running take from the distribution, one package a line with the reason.
+pacotes() {
+    cat <<'FIM'
+g++            compiles the project
+cmake          configures the build and runs the tests
+ninja-build    runs the build
+ccache         compiles again only what has changed
+libgtest-dev   the framework that the tests are written in
+pkg-config     finds the libraries of the desk
+qt6-base-dev   windows and databases of the desk
+qt6-pdf-dev    the desk's viewer of certificates
+qt6-tools-dev  loads the layouts of the desk's windows
+libqt6opengl6-dev what the former asks for
+libqt6svg6-dev draws the desk's icons
+libqt6sql6-sqlite the embedded database under the desk
+libsqlite3-dev functions of the desk's own in that database
+qt6-translations-l10n Portuguese of the dialogs that come with the toolkit
+libsodium-dev  password hashes of the desk's sign-in
+fonts-dejavu-core text in windows and pictures on a machine without a desktop
+FIM
+}
+
+instala_pacotes() {
+    command -v dpkg-query >/dev/null || return 0 # another distribution: its user provides them
+    local pacote motivo faltam=()
+    while read -r pacote motivo; do
+        if [[ $(dpkg-query --show --showformat='${db:Status-Status}' "$pacote" 2>/dev/null) != installed ]]; then
+            [[ ${#faltam[@]} -gt 0 ]] || echo "Installing from the distribution:"
+            echo "  $pacote: $motivo"
+            faltam+=("$pacote")
+        fi
+    done < <(pacotes)
+    [[ ${#faltam[@]} -gt 0 ]] || return 0
+
+    local como=(env DEBIAN_FRONTEND=noninteractive)
+    if [[ $EUID -ne 0 ]]; then
+        command -v sudo >/dev/null || desiste "Not root and no sudo: install the packages above, then run again."
+        como=(sudo --non-interactive "${como[@]}")
+    fi
+    "${como[@]}" apt-get update --quiet </dev/null || desiste "apt-get update failed."
+    "${como[@]}" apt-get install --quiet --yes --no-install-recommends "${faltam[@]}" </dev/null ||
+        desiste "apt-get install failed."
+}
