@@ -74,11 +74,18 @@ int Percorre(const QString &pasta)
         }
         std::fflush(stdout);
     });
-    // Whatever window is open when the tour ends, the program ends with it.
-    QObject::connect(guia, &QThread::finished, qApp, [&saida] { std::_Exit(saida); });
+    QObject::connect(guia, &QThread::finished, qApp, [&saida] {
+        if (saida != 0) {
+            std::_Exit(saida); // modal windows may still be waiting for a person
+        }
+        QCoreApplication::exit(saida);
+    });
     guia->start();
     mesa.PedeEntrada();
-    return QCoreApplication::exec();
+    const int codigo = QCoreApplication::exec();
+    guia->wait();
+    delete guia;
+    return codigo;
 }
 
 } // namespace

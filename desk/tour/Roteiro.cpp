@@ -13,7 +13,7 @@
 namespace {
 
 constexpr const char *Codigo = "ROTEIRO1";
-constexpr const char *Conexao = "roteiro";
+constexpr const char *NomeDaConexao = "roteiro";
 
 QString Digitada(const QDate &dia)
 {
@@ -62,7 +62,7 @@ QString Roteiro::NoBanco(const QString &sql) const
 {
     QString valor;
     {
-        QSqlDatabase banco = QSqlDatabase::addDatabase("QSQLITE", Conexao);
+        QSqlDatabase banco = QSqlDatabase::addDatabase("QSQLITE", NomeDaConexao);
         banco.setDatabaseName(QString::fromStdString(m_Registro.string()));
         banco.setConnectOptions("QSQLITE_OPEN_READONLY;QSQLITE_BUSY_TIMEOUT=10000");
         if (!banco.open()) {
@@ -74,7 +74,7 @@ QString Roteiro::NoBanco(const QString &sql) const
         }
         valor = consulta.next() ? consulta.value(0).toString() : QString();
     }
-    QSqlDatabase::removeDatabase(Conexao);
+    QSqlDatabase::removeDatabase(NomeDaConexao);
     return valor;
 }
 
