@@ -8,6 +8,7 @@
 #include <QDir>
 #include <QLibraryInfo>
 #include <QLocale>
+#include <QMdiArea>
 #include <QMessageBox>
 #include <QProgressDialog>
 #include <QStandardPaths>

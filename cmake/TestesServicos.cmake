@@ -1,0 +1,16 @@
+# The tests of the desk's services: tests/desk/servicos_*_test.cpp are one program, which works on registries in files.
+file(GLOB fontes_servicos CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/desk/servicos_*_test.cpp)
+if(fontes_servicos)
+    add_library(registro_de_teste STATIC ${PROJECT_SOURCE_DIR}/tests/desk/RegistroDeTeste.cpp)
+    target_link_libraries(registro_de_teste PUBLIC servicos)
+
+    add_executable(teste_servicos ${fontes_servicos} ${PROJECT_SOURCE_DIR}/tests/desk/ServicosPrincipal.cpp)
+    target_link_libraries(teste_servicos PRIVATE registro_de_teste GTest::gtest)
+    gtest_discover_tests(teste_servicos
+        DISCOVERY_MODE PRE_TEST
+        DISCOVERY_TIMEOUT 60
+        NO_PRETTY_VALUES
+        TEST_PREFIX "servicos."
+        WORKING_DIRECTORY ${PROJECT_SOURCE_DIR}
+        PROPERTIES TIMEOUT 120)
+endif()

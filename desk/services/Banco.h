@@ -1,0 +1,118 @@
+#pragma once
+
+#include "desk/services/Dialeto.h"
+
+#include <QSqlQuery>
+#include <QString>
+#include <QVariant>
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+#include <type_traits>
+
+class Transacao;
+
+inline QString Q(const std::string &texto)
+{
+    return QString::fromStdString(texto);
+}
+
+// One connection to the registry, with its statements prepared once.
+class Banco {
+  public:
+    // Opens the database and brings its schema up to date. Raises ErroSql.
+    Banco(std::unique_ptr<Dialeto> dialeto, const std::string &onde);
+    Banco(const Banco &) = delete;
+    Banco &operator=(const Banco &) = delete;
+    ~Banco();
+
+    // Runs the work in one transaction, which is rolled back if anything is thrown. When another one keeps the
+    // database busy the whole work is run again from the start, a bounded number of times.
+    template <class Trabalho> auto Escreve(Trabalho &&trabalho);
+    template <class Trabalho> auto Le(Trabalho &&trabalho);
+
+  private:
+    friend class Consulta;
+    friend class Transacao;
+
+    static constexpr int Tentativas = 6;
+
+    template <class Trabalho> auto Repete(bool escreve, Trabalho &trabalho);
+
+    QSqlQuery &Preparada(const QString &sql);
+    void Comanda(const QString &sql);
+    void Migra();
+
+    std::unique_ptr<Dialeto> m_Dialeto;
+    QString m_Conexao;
+    std::map<QString, QSqlQuery> m_Preparadas;
+    bool m_EmTransacao = false;
+};
+
+// A transaction: rolled back in its destructor unless it was confirmed. There is one at a time on a connection.
+class Transacao {
+  public:
+    Transacao(Banco &banco, bool escreve);
+    Transacao(const Transacao &) = delete;
+    Transacao &operator=(const Transacao &) = delete;
+    ~Transacao();
+
+    void Confirma();
+
+  private:
+    Banco &m_Banco;
+};
+
+// A statement under way. Ends, and frees what it holds in the database, with its scope. Raises ErroSql.
+class Consulta {
+  public:
+    Consulta(Banco &banco, const QString &sql, const QVariantList &valores = {});
+    Consulta(const Consulta &) = delete;
+    Consulta &operator=(const Consulta &) = delete;
+    ~Consulta();
+
+    bool Proxima();
+    std::int64_t Inteiro(int coluna) const;
+    std::string Texto(int coluna) const;
+    QVariant Valor(int coluna) const;
+    // Number that the database gave to the row inserted.
+    std::int64_t NumeroNovo() const;
+
+  private:
+    Banco &m_Banco;
+    QSqlQuery &m_Preparada;
+};
+
+template <class Trabalho> auto Banco::Escreve(Trabalho &&trabalho)
+{
+    return Repete(true, trabalho);
+}
+
+template <class Trabalho> auto Banco::Le(Trabalho &&trabalho)
+{
+    return Repete(false, trabalho);
+}
+
+template <class Trabalho> auto Banco::Repete(bool escreve, Trabalho &trabalho)
+{
+    for (int tentativa = 1;; ++tentativa) {
+        try {
+            Transacao transacao(*this, escreve);
+            if constexpr (std::is_void_v<decltype(trabalho())>) {
+                trabalho();
+                transacao.Confirma();
+                return;
+            } else {
+                auto resultado = trabalho();
+                transacao.Confirma();
+                return resultado;
+            }
+        } catch (const ErroSql &erro) {
+            if (erro.Motivo != MotivoSql::Ocupado || tentativa == Tentativas) {
+                throw;
+            }
+        }
+    }
+}

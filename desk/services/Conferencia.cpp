@@ -1,0 +1,75 @@
+#include "desk/services/Conferencia.h"
+
+#include "desk/services/Calendario.h"
+#include "desk/services/NomesCampos.h"
+#include "desk/services/Recusa.h"
+#include "host/Conversoes.h"
+#include "host/Texto.h"
+
+#include <QString>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+std::string Campo(std::string_view membro)
+{
+    return "O campo \"" + NomeDoCampo(membro) + "\"";
+}
+
+bool EhHora(std::int32_t hora)
+{
+    return hora >= 0 && hora / 100 <= 23 && hora % 100 <= 59;
+}
+
+} // namespace
+
+void Conferencia::Texto(std::string_view membro, const std::string &valor, std::size_t limite)
+{
+    const std::size_t tamanho = Len(valor);
+    if (tamanho > limite) {
+        throw Recusa(Campo(membro) + " aceita até " + CStr(limite) + " caracteres e veio com " + CStr(tamanho) + ".");
+    }
+    const QString lido = QString::fromStdString(valor);
+    if (lido.toStdString() != valor ||
+        std::any_of(lido.begin(), lido.end(), [](QChar letra) { return letra.category() == QChar::Other_Control; })) {
+        throw Recusa(Campo(membro) + " tem caracteres que não podem ser gravados.");
+    }
+}
+
+void Conferencia::Obrigatorio(std::string_view membro, const std::string &valor)
+{
+    if (Trim(valor).empty()) {
+        throw Recusa(Campo(membro) + " precisa ser informado.");
+    }
+}
+
+void Conferencia::Faixa(std::string_view membro, std::int64_t valor, std::int64_t de, std::int64_t ate)
+{
+    if (valor < de || valor > ate) {
+        throw Recusa(Campo(membro) + " deve estar entre " + CStr(de) + " e " + CStr(ate) + "; veio " + CStr(valor) +
+                     ".");
+    }
+}
+
+void Conferencia::Dia(std::string_view membro, Data valor)
+{
+    if (!valor.NoCalendario() || std::trunc(valor.Valor) == 0) {
+        throw Recusa(Campo(membro) + " precisa de uma data válida.");
+    }
+}
+
+void Conferencia::Horario(std::int32_t inicio, std::int32_t fim)
+{
+    if (!EhHora(inicio)) {
+        throw Recusa("A hora inicial não é válida: informe de 00:00 a 23:59.");
+    }
+    if (!EhHora(fim)) {
+        throw Recusa("A hora final não é válida: informe de 00:00 a 23:59.");
+    }
+    if (inicio > fim) {
+        throw Recusa("A hora final (" + TextoDaHora(fim) + ") é anterior à hora inicial (" + TextoDaHora(inicio) +
+                     "). Um período que passa da meia-noite precisa de duas linhas.");
+    }
+}

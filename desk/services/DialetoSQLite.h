@@ -1,0 +1,13 @@
+#pragma once
+
+#include "desk/services/Dialeto.h"
+
+// The embedded database: one file, with a write-ahead log beside it.
+class DialetoSQLite : public Dialeto {
+  public:
+    void Abre(const QString &conexao, const std::string &onde) const override;
+    QString IniciaEscrita() const override;
+    QString IniciaLeitura() const override;
+    ErroSql Erro(const QSqlError &erro) const override;
+    std::vector<Migracao> Migracoes() const override;
+};

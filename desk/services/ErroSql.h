@@ -1,0 +1,26 @@
+#pragma once
+
+#include "host/Falha.h"
+
+#include <string>
+
+// Why the database did not do what was asked.
+enum class MotivoSql {
+    Ocupado,   // another one is writing
+    Unicidade, // the row exists already
+    Regra,     // a rule of the schema refused; Regra tells which
+    DiscoCheio,
+    SoLeitura,
+    Danificado, // not a registry, or no longer a sound one
+    Acesso,     // the file cannot be opened, read or written
+    Outro
+};
+
+// A failure of the database, with its sentence for the person.
+class ErroSql : public Falha {
+  public:
+    ErroSql(MotivoSql motivo, const std::string &detalhe);
+
+    MotivoSql Motivo;
+    std::string Detalhe; // the database's own words
+};

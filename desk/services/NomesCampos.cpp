@@ -1,0 +1,70 @@
+#include "desk/services/NomesCampos.h"
+
+#include <map>
+
+namespace {
+
+const std::map<std::string_view, std::string_view> Nomes = {
+    {"ArquivoLayout", "layout dos arquivos"},
+    {"ClienteInc", "cliente"},
+    {"CodLograd", "logradouro"},
+    {"CodMunic", "município"},
+    {"Codigo", "código"},
+    {"Data", "data"},
+    {"DataVencimento", "data de vencimento"},
+    {"DataVerificacao", "data de verificação"},
+    {"Descricao", "descrição"},
+    {"Dia", "dia da semana"},
+    {"EndCep", "CEP"},
+    {"EndCompl", "complemento do endereço"},
+    {"EndDescr", "descrição do endereço"},
+    {"EndNro", "número do endereço"},
+    {"HoraFim", "hora final"},
+    {"HoraInicio", "hora inicial"},
+    {"LocalInfr", "endereço na notificação"},
+    {"Marca", "certificado ou declaração"},
+    {"Modelo", "marca/modelo"},
+    {"NroIntImgCertif", "documento"},
+    {"NroIntRejLimDif", "rejeição automática"},
+    {"NroSensor", "número do sensor"},
+    {"Numero", "número INMETRO"},
+    {"PortDimel", "portaria DIMEL"},
+    {"SentidoVia", "sentido da via"},
+    {"SetorInc", "setor"},
+    {"SubCodigo", "subcódigo"},
+    {"TemImagemEntrelacada", "imagem entrelaçada"},
+    {"TemLimiteDif", "limites diferenciados"},
+    {"TemPerfilMag", "perfil magnético"},
+    {"TipoAfer", "tipo da aferição"},
+    {"TipoAgente", "tipo de medidor"},
+    {"TipoEquip", "tipo de equipamento"},
+    {"TipoVia", "tipo de via"},
+    {"VelocMin", "velocidade mínima"},
+    {"VelocPerm", "velocidade permitida"},
+    {"VelocPermitida", "velocidade permitida"},
+    {"txtObsNotif", "observação da notificação"},
+};
+
+bool EhDeAutoria(const QString &membro)
+{
+    return membro == "ClienteTrans" || membro == "OperadorTrans" || membro == "DataTrans" || membro == "HoraTrans";
+}
+
+} // namespace
+
+std::string NomeDoCampo(std::string_view membro)
+{
+    const auto achado = Nomes.find(membro);
+    return std::string(achado == Nomes.end() ? membro : achado->second);
+}
+
+std::vector<std::string> CamposDiferentes(const QJsonObject &antes, const QJsonObject &depois)
+{
+    std::vector<std::string> diferentes;
+    for (auto membro = depois.begin(); membro != depois.end(); ++membro) {
+        if (!EhDeAutoria(membro.key()) && antes.value(membro.key()) != membro.value()) {
+            diferentes.push_back(NomeDoCampo(membro.key().toStdString()));
+        }
+    }
+    return diferentes;
+}

@@ -1,0 +1,59 @@
+#include "desk/services/Operacao.h"
+
+#include "desk/services/Calendario.h"
+#include "desk/services/Historico.h"
+#include "desk/services/Permissoes.h"
+#include "desk/services/Recusa.h"
+
+Operacao::Operacao(Banco &banco, const Operador &quem, Data agora, const VersoesLidas &lidas)
+    : m_Banco(banco),
+      m_Quem(quem),
+      m_Quando(Momento(agora)),
+      m_Lidas(lidas)
+{
+}
+
+bool Operacao::Possui(const std::string &acao) const
+{
+    return Permissoes::Tem(m_Banco, m_Quem.Numero, Permissoes::Sistema, Permissoes::Objeto, acao);
+}
+
+void Operacao::Exige(const std::string &acao, const std::string &oQue) const
+{
+    if (!Possui(acao)) {
+        throw Recusa(m_Quem.Nome + " não tem permissão para " + oQue + ".");
+    }
+}
+
+void Operacao::ConfereVersao(Raiz raiz, std::int32_t numero, std::int64_t atual, const std::string &nome) const
+{
+    const auto lida = m_Lidas.find({raiz, numero});
+    if (lida == m_Lidas.end()) {
+        throw Recusa(nome + " não foi aberto nesta sessão. Abra-o antes de alterá-lo.");
+    }
+    if (lida->second != atual) {
+        throw Recusa(nome +
+                     " foi alterado depois de aberto: " + Historico(m_Banco).Mudancas(raiz, numero, lida->second) +
+                     ". Nada foi gravado: abra-o de novo e repita a sua alteração.");
+    }
+}
+
+void Operacao::Lembra(Raiz raiz, std::int32_t numero, std::int64_t versao)
+{
+    m_Novas[{raiz, numero}] = versao;
+}
+
+void Operacao::LembraAMinha(Raiz raiz, std::int32_t numero, std::int64_t anterior)
+{
+    const auto lida = m_Lidas.find({raiz, numero});
+    if (lida != m_Lidas.end() && lida->second == anterior) {
+        Lembra(raiz, numero, anterior + 1);
+    }
+}
+
+void Operacao::Entrega(VersoesLidas &lidas) const
+{
+    for (const auto &[qual, versao] : m_Novas) {
+        lidas[qual] = versao;
+    }
+}

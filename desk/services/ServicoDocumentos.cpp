@@ -1,0 +1,79 @@
+#include "desk/services/ServicoDocumentos.h"
+
+#include "desk/services/Historico.h"
+#include "desk/services/Recusa.h"
+#include "host/Conversoes.h"
+
+#include <QByteArray>
+#include <QCryptographicHash>
+#include <QJsonObject>
+
+#include <algorithm>
+#include <cmath>
+#include <string_view>
+
+namespace {
+
+constexpr qsizetype Margem = 1024; // bytes at each end in which a PDF has its marks
+
+QString Sha256(const QByteArray &conteudo)
+{
+    return QString::fromLatin1(QCryptographicHash::hash(conteudo, QCryptographicHash::Sha256).toHex());
+}
+
+void ConferePDF(const QByteArray &conteudo)
+{
+    if (conteudo.isEmpty()) {
+        throw Recusa("O documento está vazio.");
+    }
+    if (static_cast<std::size_t>(conteudo.size()) > ServicoDocumentos::MaiorTamanho) {
+        throw Recusa("O documento ultrapassa o tamanho máximo de 5 Mb (" + CStr(conteudo.size()) + " bytes).");
+    }
+    if (!conteudo.first(std::min(Margem, conteudo.size())).contains("%PDF-") ||
+        !conteudo.last(std::min(Margem, conteudo.size())).contains("%%EOF")) {
+        throw Recusa("O documento não é um PDF completo: confira o arquivo e envie de novo.");
+    }
+}
+
+} // namespace
+
+double ServicoDocumentos::Guarda(const Bytes &bytes)
+{
+    if (!m_Operacao.Possui("I")) {
+        m_Operacao.Exige("A", "guardar documentos");
+    }
+    const auto conteudo =
+        QByteArray::fromRawData(reinterpret_cast<const char *>(bytes.data()), static_cast<qsizetype>(bytes.size()));
+    ConferePDF(conteudo);
+    const QString soma = Sha256(conteudo);
+    const Operador &quem = m_Operacao.Quem();
+    const std::int64_t numero =
+        Consulta(m_Operacao.Dados(),
+                 "INSERT INTO DOCUMENTO (ClienteInc, Tamanho, Sha256, Quando, Operador, Conteudo) "
+                 "VALUES (?, ?, ?, ?, ?, ?)",
+                 {Q(quem.Cliente), conteudo.size(), soma, qlonglong(m_Operacao.Quando()), quem.Numero, conteudo})
+            .NumeroNovo();
+    Historico(m_Operacao.Dados())
+        .Registra(m_Operacao.Quando(), quem.Numero, {"DOCUMENTO", numero, 1, "DOCUMENTO", numero, "inclui"}, {},
+                  QJsonObject{{"ClienteInc", Q(quem.Cliente)}, {"Tamanho", conteudo.size()}, {"Sha256", soma}});
+    return static_cast<double>(numero);
+}
+
+Bytes ServicoDocumentos::Le(double numero)
+{
+    m_Operacao.Exige("", "ver documentos");
+    const bool inteiro = std::fabs(numero) < 9e15 && numero == std::floor(numero);
+    Consulta linha(m_Operacao.Dados(),
+                   "SELECT Tamanho, Sha256, Conteudo FROM DOCUMENTO WHERE NroDocumento = ? AND ClienteInc = ?",
+                   {inteiro ? qlonglong(numero) : 0, Q(m_Operacao.Quem().Cliente)});
+    if (!linha.Proxima()) {
+        throw Recusa("O documento de número " + CStr(numero) + " não existe no cliente " + m_Operacao.Quem().Cliente +
+                     ".");
+    }
+    const QByteArray conteudo = linha.Valor(2).toByteArray();
+    if (conteudo.size() != linha.Inteiro(0) || Sha256(conteudo).toStdString() != linha.Texto(1)) {
+        throw Recusa("O documento de número " + CStr(numero) +
+                     " está danificado no registro: recupere-o de uma cópia de segurança.");
+    }
+    return Bytes(conteudo.begin(), conteudo.end());
+}

@@ -1,0 +1,285 @@
+#include "desk/services/ServicoEquipamentos.h"
+
+#include "desk/services/Conferencia.h"
+#include "desk/services/Historico.h"
+#include "desk/services/MapaRegistro.h"
+#include "desk/services/Recusa.h"
+#include "desk/services/Referencias.h"
+#include "desk/services/ServicoSensores.h"
+#include "desk/services/TextoBusca.h"
+#include "host/Conversoes.h"
+#include "host/Indicador.h"
+#include "host/Texto.h"
+
+#include <QStringList>
+
+#include <string_view>
+
+namespace {
+
+const std::string_view TiposDeVia[] = {"", "R", "U", "I"};
+
+const QString &ListaDeColunas()
+{
+    static const QString colunas = MapaRegistro::Colunas<EquiptoED>().join(", ");
+    return colunas;
+}
+
+// Columns that the services keep beside those of the record.
+QVariantList Derivados(const EquiptoED &equipto, std::int64_t versao)
+{
+    return {Q(UCase(equipto.Codigo.Valor())), Q(TextoBusca(equipto.Codigo)), Q(TextoBusca(equipto.SubCodigo)),
+            Referencias::Tabelas().TrabFoto(equipto.TipoEquip), qlonglong(versao)};
+}
+
+std::uint8_t SimOuNao(std::uint8_t indicador)
+{
+    return indicador == Indicador::Sim ? Indicador::Sim : Indicador::Nao;
+}
+
+void FirmaIndicadores(EquiptoED &equipto)
+{
+    equipto.TemImagemEntrelacada = SimOuNao(equipto.TemImagemEntrelacada);
+    equipto.TemLimiteDif = SimOuNao(equipto.TemLimiteDif);
+    equipto.TemPerfilMag = SimOuNao(equipto.TemPerfilMag);
+}
+
+} // namespace
+
+bool EquipamentoGravado::Ativo() const
+{
+    return Registro->Ativo.Valor() != Indicador::Nao;
+}
+
+std::string EquipamentoGravado::Nome() const
+{
+    return "O equipamento " + Registro->Codigo.Valor();
+}
+
+EquipamentoGravado ServicoEquipamentos::Acha(std::int32_t nroIntEquip) const
+{
+    static const QString sql =
+        "SELECT " + ListaDeColunas() + ", Versao FROM EQUIPAMENTO WHERE NroIntEquip = ? AND ClienteInc = ?";
+    ::Consulta linha(m_Operacao.Dados(), sql, {nroIntEquip, Q(m_Operacao.Quem().Cliente)});
+    if (!linha.Proxima()) {
+        throw Recusa("O cliente " + m_Operacao.Quem().Cliente + " não tem equipamento de número interno " +
+                     CStr(nroIntEquip) + ".");
+    }
+    EquipamentoGravado gravado{Novo<EquiptoED>(), 0};
+    MapaRegistro::Preenche(*gravado.Registro, linha);
+    gravado.Versao = linha.Inteiro(static_cast<int>(MapaRegistro::Colunas<EquiptoED>().size()));
+    return gravado;
+}
+
+Ref<EquiptoED> ServicoEquipamentos::Inclui(const EquiptoED &pedido)
+{
+    m_Operacao.Exige("I", "incluir equipamentos");
+    if (pedido.NroIntEquip.Valor() != 0) {
+        throw Recusa("Este equipamento já foi incluído, com o número interno " + CStr(pedido.NroIntEquip.Valor()) +
+                     ".");
+    }
+    const Operador &quem = m_Operacao.Quem();
+    auto novo = Novo<EquiptoED>();
+    MapaRegistro::Sobrepoe(*novo, pedido);
+    if (novo->ClienteInc.Valor().empty()) {
+        novo->ClienteInc = quem.Cliente;
+    }
+    if (novo->ClienteInc.Valor() != quem.Cliente) {
+        throw Recusa(quem.Nome + " registra equipamentos do cliente " + quem.Cliente + ", e não de " +
+                     novo->ClienteInc.Valor() + ".");
+    }
+    if (quem.CodMunic != 0 && novo->CodMunic.Valor() != quem.CodMunic) {
+        throw Recusa(quem.Nome + " registra equipamentos somente no município de código " + CStr(quem.CodMunic) + ".");
+    }
+    novo->Ativo = Indicador::Sim;
+    FirmaIndicadores(*novo);
+    ConfereRegistro(*novo);
+    ConfereCodigoLivre(*novo);
+    Assina(*novo);
+
+    QStringList colunas = MapaRegistro::Colunas<EquiptoED>();
+    QVariantList valores = MapaRegistro::Valores(*novo) + Derivados(*novo, 1);
+    colunas.removeFirst(); // the number is the database's to give
+    valores.removeFirst();
+    static const QString sql = "INSERT INTO EQUIPAMENTO (" + colunas.join(", ") +
+                               ", CodigoChave, CodigoBusca, SubCodigoBusca, TrabFoto, Versao) VALUES (?" +
+                               QString(", ?").repeated(valores.size() - 1) + ")";
+    novo->NroIntEquip = static_cast<std::int32_t>(::Consulta(m_Operacao.Dados(), sql, valores).NumeroNovo());
+    Registra("inclui", nullptr, *novo, 1);
+    ServicoSensores(m_Operacao, novo->NroIntEquip, 1).Grava(pedido.Sensores);
+    return Consulta(*novo);
+}
+
+void ServicoEquipamentos::Altera(const EquiptoED &pedido)
+{
+    m_Operacao.Exige("A", "alterar equipamentos");
+    const EquipamentoGravado gravado = Acha(pedido.NroIntEquip);
+    const std::int32_t numero = pedido.NroIntEquip;
+    m_Operacao.ConfereVersao(Raiz::Equipamento, numero, gravado.Versao, gravado.Nome());
+    if (!gravado.Ativo()) {
+        throw Recusa(gravado.Nome() + " está desativado e não pode ser alterado. Reative-o antes.");
+    }
+    ConfereImutaveis(pedido, gravado);
+
+    auto novo = Novo<EquiptoED>();
+    MapaRegistro::Sobrepoe(*novo, *gravado.Registro);
+    MapaRegistro::Sobrepoe(*novo, pedido);
+    novo->Ativo = gravado.Registro->Ativo.Valor();
+    novo->ClienteTrans = gravado.Registro->ClienteTrans.Valor();
+    novo->OperadorTrans = gravado.Registro->OperadorTrans.Valor();
+    novo->DataTrans = gravado.Registro->DataTrans.Valor();
+    novo->HoraTrans = gravado.Registro->HoraTrans.Valor();
+    FirmaIndicadores(*novo);
+    ConfereRegistro(*novo);
+
+    const std::int64_t versao = gravado.Versao + 1;
+    const bool mudou = MapaRegistro::Json(*novo) != MapaRegistro::Json(*gravado.Registro);
+    const bool mudouSensores = ServicoSensores(m_Operacao, numero, versao).Grava(pedido.Sensores);
+    if (!mudou && !mudouSensores) {
+        return;
+    }
+    Assina(*novo);
+    Atualiza(*novo, versao);
+    if (mudou) {
+        Registra("altera", gravado.Registro.Ponteiro(), *novo, versao);
+    }
+    m_Operacao.Lembra(Raiz::Equipamento, numero, versao);
+}
+
+Ref<EquiptoED> ServicoEquipamentos::Consulta(const EquiptoED &pedido)
+{
+    m_Operacao.Exige("", "consultar equipamentos");
+    const EquipamentoGravado gravado = Acha(pedido.NroIntEquip);
+    gravado.Registro->Sensores = ServicoSensores(m_Operacao, pedido.NroIntEquip, gravado.Versao).Ativos();
+    m_Operacao.Lembra(Raiz::Equipamento, pedido.NroIntEquip, gravado.Versao);
+    return gravado.Registro;
+}
+
+Ref<EquiptoED> ServicoEquipamentos::ConsultaSimples(const EquiptoED &pedido)
+{
+    m_Operacao.Exige("", "consultar equipamentos");
+    return Acha(pedido.NroIntEquip).Registro;
+}
+
+void ServicoEquipamentos::Desativa(const EquiptoED &pedido)
+{
+    m_Operacao.Exige("E", "desativar equipamentos");
+    DefineAtivo(pedido, Indicador::Nao);
+}
+
+void ServicoEquipamentos::Reativa(const EquiptoED &pedido)
+{
+    m_Operacao.Exige("E", "reativar equipamentos");
+    DefineAtivo(pedido, Indicador::Sim);
+}
+
+void ServicoEquipamentos::DefineAtivo(const EquiptoED &pedido, std::uint8_t ativo)
+{
+    const EquipamentoGravado gravado = Acha(pedido.NroIntEquip);
+    const bool reativa = ativo == Indicador::Sim;
+    if (gravado.Ativo() == reativa) {
+        throw Recusa(gravado.Nome() + (reativa ? " já está ativo" : " já está desativado") + "; última alteração " +
+                     Historico(m_Operacao.Dados()).Ultima("EQUIPAMENTO", pedido.NroIntEquip) + ".");
+    }
+    auto novo = Novo<EquiptoED>();
+    MapaRegistro::Sobrepoe(*novo, *gravado.Registro);
+    novo->Ativo = ativo;
+    if (reativa) {
+        ConfereCodigoLivre(*novo);
+    }
+    Assina(*novo);
+    const std::int64_t versao = gravado.Versao + 1;
+    Atualiza(*novo, versao);
+    Registra(reativa ? "reativa" : "desativa", gravado.Registro.Ponteiro(), *novo, versao);
+    m_Operacao.LembraAMinha(Raiz::Equipamento, pedido.NroIntEquip, gravado.Versao);
+}
+
+void ServicoEquipamentos::ConfereRegistro(const EquiptoED &e) const
+{
+    Conferencia::Obrigatorio("Codigo", e.Codigo);
+    Conferencia::Texto("Codigo", e.Codigo, 20);
+    Conferencia::Texto("SubCodigo", e.SubCodigo, 20);
+    Conferencia::Texto("Descricao", e.Descricao, 50);
+    Conferencia::Texto("Modelo", e.Modelo, 30);
+    Conferencia::Texto("ArquivoLayout", e.ArquivoLayout, 50);
+    Conferencia::Texto("txtObsNotif", e.txtObsNotif, 70);
+    Conferencia::Faixa("VelocPermitida", e.VelocPermitida, 0, 999);
+
+    const Referencias &tabelas = Referencias::Tabelas();
+    if (!tabelas.TemTipo(e.TipoEquip)) {
+        throw Recusa("Não existe o tipo de equipamento \"" + e.TipoEquip.Valor() + "\".");
+    }
+    Conferencia::Faixa("TipoAgente", e.TipoAgente, 1, 3);
+    if (std::find(std::begin(TiposDeVia), std::end(TiposDeVia), e.TipoVia.Valor()) == std::end(TiposDeVia)) {
+        throw Recusa("Não existe o tipo de via \"" + e.TipoVia.Valor() + "\".");
+    }
+    if (e.CodMunic.Valor() != 0 && !tabelas.TemMunicipio(e.CodMunic)) {
+        throw Recusa("Não existe o município de código " + CStr(e.CodMunic.Valor()) + ".");
+    }
+    if (e.NroIntRejLimDif.Valor() != 0 && !tabelas.TemRejeicao(e.NroIntRejLimDif)) {
+        throw Recusa("Não existe a rejeição de número " + CStr(e.NroIntRejLimDif.Valor()) + ".");
+    }
+    if (!e.SetorInc.Valor().empty()) {
+        ::Consulta setor(m_Operacao.Dados(), "SELECT 1 FROM SETOR WHERE CodCliente = ? AND Nome = ?",
+                         {m_Operacao.Quem().CodCliente, Q(e.SetorInc)});
+        if (!setor.Proxima()) {
+            throw Recusa("O cliente " + m_Operacao.Quem().Cliente + " não tem o setor \"" + e.SetorInc.Valor() + "\".");
+        }
+    }
+}
+
+void ServicoEquipamentos::ConfereImutaveis(const EquiptoED &pedido, const EquipamentoGravado &gravado) const
+{
+    const EquiptoED &antes = *gravado.Registro;
+    const auto confere = [&](const auto &vindo, const auto &guardado, const std::string &campo) {
+        if (vindo.Escrito() && vindo.Valor() != guardado.Valor()) {
+            throw Recusa(gravado.Nome() + " já está registrado: " + campo + " não pode mais mudar.");
+        }
+    };
+    confere(pedido.ClienteInc, antes.ClienteInc, "o cliente");
+    confere(pedido.Codigo, antes.Codigo, "o código");
+    confere(pedido.TipoAgente, antes.TipoAgente, "o tipo de medidor");
+    confere(pedido.TipoEquip, antes.TipoEquip, "o tipo de equipamento");
+    confere(pedido.CodMunic, antes.CodMunic, "o município");
+}
+
+// The unique index guarantees it; this puts it into words.
+void ServicoEquipamentos::ConfereCodigoLivre(const EquiptoED &equipto) const
+{
+    ::Consulta outro(m_Operacao.Dados(),
+                     "SELECT NroIntEquip, Codigo, Descricao FROM EQUIPAMENTO "
+                     "WHERE ClienteInc = ? AND CodigoChave = ? AND Ativo = 1 AND NroIntEquip <> ?",
+                     {Q(equipto.ClienteInc), Q(UCase(equipto.Codigo.Valor())), equipto.NroIntEquip.Valor()});
+    if (outro.Proxima()) {
+        throw Recusa("O código " + outro.Texto(1) + " já é do equipamento ativo \"" + outro.Texto(2) +
+                     "\", alterado por último " +
+                     Historico(m_Operacao.Dados()).Ultima("EQUIPAMENTO", outro.Inteiro(0)) + ".");
+    }
+}
+
+void ServicoEquipamentos::Assina(EquiptoED &equipto) const
+{
+    equipto.ClienteTrans = m_Operacao.Quem().Cliente;
+    equipto.OperadorTrans = m_Operacao.Quem().Numero;
+    equipto.DataTrans = static_cast<std::int32_t>(m_Operacao.Quando() / 1000000);
+    equipto.HoraTrans = static_cast<std::int32_t>(m_Operacao.Quando() % 1000000);
+}
+
+void ServicoEquipamentos::Atualiza(const EquiptoED &equipto, std::int64_t versao)
+{
+    static const QString sql = "UPDATE EQUIPAMENTO SET " + MapaRegistro::Colunas<EquiptoED>().join(" = ?, ") +
+                               " = ?, CodigoChave = ?, CodigoBusca = ?, SubCodigoBusca = ?, TrabFoto = ?, Versao = ? "
+                               "WHERE NroIntEquip = ?";
+    ::Consulta(m_Operacao.Dados(), sql,
+               MapaRegistro::Valores(equipto) + Derivados(equipto, versao) + QVariantList{equipto.NroIntEquip.Valor()});
+}
+
+void ServicoEquipamentos::Registra(const char *acao, const EquiptoED *antes, const EquiptoED &depois,
+                                   std::int64_t versao)
+{
+    const std::int32_t numero = depois.NroIntEquip;
+    Historico(m_Operacao.Dados())
+        .Registra(m_Operacao.Quando(), m_Operacao.Quem().Numero,
+                  {"EQUIPAMENTO", numero, versao, "EQUIPAMENTO", numero, acao},
+                  antes == nullptr ? QJsonObject() : MapaRegistro::Json(*antes), MapaRegistro::Json(depois));
+}

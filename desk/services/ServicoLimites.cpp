@@ -1,0 +1,324 @@
+#include "desk/services/ServicoLimites.h"
+
+#include "desk/services/Conferencia.h"
+#include "desk/services/Historico.h"
+#include "desk/services/MapaRegistro.h"
+#include "desk/services/Recusa.h"
+#include "desk/services/ServicoEquipamentos.h"
+#include "host/Conversoes.h"
+#include "host/Indicador.h"
+
+#include <array>
+#include <set>
+#include <vector>
+
+namespace {
+
+constexpr std::uint8_t HorarioProibido = 2;
+constexpr std::int16_t MaiorVelocidade = 999;
+
+constexpr std::array<std::string_view, 9> Dias = {"",       "Domingo", "Segunda", "Terça",  "Quarta",
+                                                  "Quinta", "Sexta",   "Sábado",  "Feriado"};
+
+// What tells one kind of row from the other.
+template <class R> struct Especie;
+
+template <> struct Especie<LimiteDifED> {
+    static constexpr ::Raiz Raiz = ::Raiz::Limite;
+
+    static std::string Nome(const LimiteDifED &linha)
+    {
+        return (linha.TipoLimite.Valor() == HorarioProibido ? "O horário proibido de " : "O limite diferenciado de ") +
+               std::string(Dias.at(linha.Dia)) + ", " + TextoDaHora(linha.HoraInicio) + " a " +
+               TextoDaHora(linha.HoraFim) + ",";
+    }
+    static void Confere(const LimiteDifED &linha)
+    {
+        Conferencia::Faixa("Dia", linha.Dia, 1, 8);
+        if (linha.TipoLimite.Valor() != 1 && linha.TipoLimite.Valor() != HorarioProibido) {
+            throw Recusa("Não existe o tipo de limite " + CStr(linha.TipoLimite.Valor()) + ".");
+        }
+        const bool proibido = linha.TipoLimite.Valor() == HorarioProibido;
+        Conferencia::Faixa("VelocPerm", linha.VelocPerm, proibido ? 0 : 1, proibido ? 0 : MaiorVelocidade);
+        Conferencia::Faixa("VelocMin", linha.VelocMin, 0, proibido ? 0 : MaiorVelocidade);
+    }
+    static void ConfereImutaveis(const LimiteDifED &antes, const LimiteDifED &depois)
+    {
+        if (antes.Dia.Valor() != depois.Dia.Valor() || antes.TipoLimite.Valor() != depois.TipoLimite.Valor()) {
+            throw Recusa(Nome(antes) + " não pode passar para outro dia ou outro tipo.");
+        }
+    }
+    static QString MesmoDia() { return " AND TipoLimite = ? AND Dia = ?"; }
+    static QVariantList ValoresMesmoDia(const LimiteDifED &linha)
+    {
+        return {linha.TipoLimite.Valor(), linha.Dia.Valor()};
+    }
+    static QString Ordem() { return "Dia, HoraInicio, HoraFim, NroInt"; }
+};
+
+template <> struct Especie<DiaEspecificoED> {
+    static constexpr ::Raiz Raiz = ::Raiz::Dia;
+
+    static std::string Nome(const DiaEspecificoED &linha)
+    {
+        return "O dia específico " + TextoDoDia(DiaCivil(linha.Data)) + ", " + TextoDaHora(linha.HoraInicio) + " a " +
+               TextoDaHora(linha.HoraFim) + ",";
+    }
+    static void Confere(const DiaEspecificoED &linha)
+    {
+        Conferencia::Dia("Data", linha.Data);
+        Conferencia::Faixa("VelocPerm", linha.VelocPerm, 1, MaiorVelocidade);
+        Conferencia::Faixa("VelocMin", linha.VelocMin, 0, MaiorVelocidade);
+    }
+    static void ConfereImutaveis(const DiaEspecificoED &, const DiaEspecificoED &) {} // the date may change
+    static QString MesmoDia() { return " AND Data = ?"; }
+    static QVariantList ValoresMesmoDia(const DiaEspecificoED &linha) { return {DiaCivil(linha.Data)}; }
+    static QString Ordem() { return "Data, HoraInicio, HoraFim, NroInt"; }
+};
+
+template <class R> QString Tabela()
+{
+    return Q(Historico::Nome(Especie<R>::Raiz));
+}
+
+template <class R> QString ColunasDe()
+{
+    return MapaRegistro::Colunas<R>().join(", ");
+}
+
+template <class R> void ConfereRegistro(const R &linha)
+{
+    Conferencia::Horario(linha.HoraInicio, linha.HoraFim);
+    Especie<R>::Confere(linha);
+}
+
+} // namespace
+
+Ref<EquiptoED> ServicoLimites::ListaLimites(const LimiteDifED &pedido)
+{
+    auto resposta = Novo<EquiptoED>();
+    resposta->NroIntEquip = pedido.NroIntEquip.Valor();
+    const bool umTipo = pedido.TipoLimite.Escrito();
+    resposta->ListaLimiteDif = Ativos<LimiteDifED>(pedido.NroIntEquip, umTipo ? " AND TipoLimite = ?" : "",
+                                                   umTipo ? QVariantList{pedido.TipoLimite.Valor()} : QVariantList{});
+    return resposta;
+}
+
+Ref<EquiptoED> ServicoLimites::ListaDias(const DiaEspecificoED &pedido)
+{
+    auto resposta = Novo<EquiptoED>();
+    resposta->NroIntEquip = pedido.NroIntEquip.Valor();
+    resposta->ListaDiaEspecifico = Ativos<DiaEspecificoED>(pedido.NroIntEquip, "", {});
+    return resposta;
+}
+
+Ref<LimiteDifED> ServicoLimites::ConsultaLimite(const LimiteDifED &pedido)
+{
+    return ConsultaLinha<LimiteDifED>(pedido.NroInt);
+}
+
+Ref<DiaEspecificoED> ServicoLimites::ConsultaDia(const DiaEspecificoED &pedido)
+{
+    return ConsultaLinha<DiaEspecificoED>(pedido.NroInt);
+}
+
+void ServicoLimites::AlteraLimites(const EquiptoED &pedido)
+{
+    const ListaDe<LimiteDifED> limites = pedido.ListaLimiteDif;
+    if (limites.Nada() || limites->Count() == 0) {
+        throw Recusa("Nenhum dia foi informado: nada foi gravado.");
+    }
+    std::set<std::int32_t> vistos;
+    std::vector<Ref<LimiteDifED>> gravados;
+    for (std::int32_t posicao = 1; posicao <= limites->Count(); ++posicao) {
+        const Ref<LimiteDifED> &limite = limites->Item(posicao);
+        if (limite.Nada()) {
+            throw Recusa("A lista enviada tem um item vazio na posição " + CStr(posicao) + ".");
+        }
+        if (limite->NroInt.Valor() != 0 && !vistos.insert(limite->NroInt).second) {
+            throw Recusa("O limite de número interno " + CStr(limite->NroInt.Valor()) + " veio duas vezes.");
+        }
+        gravados.push_back(limite->NroInt.Valor() == 0 ? Inclui(*limite) : Altera(*limite));
+    }
+    for (const Ref<LimiteDifED> &gravado : gravados) { // only now are all rows in their places
+        ConfereSobreposicao(*gravado);
+    }
+}
+
+void ServicoLimites::AdicionaDia(const DiaEspecificoED &pedido)
+{
+    if (pedido.NroInt.Valor() != 0) {
+        throw Recusa("Este dia específico já foi incluído, com o número interno " + CStr(pedido.NroInt.Valor()) + ".");
+    }
+    ConfereSobreposicao(*Inclui(pedido));
+}
+
+void ServicoLimites::AlteraDia(const DiaEspecificoED &pedido)
+{
+    ConfereSobreposicao(*Altera(pedido));
+}
+
+void ServicoLimites::DesativaLimite(const LimiteDifED &pedido)
+{
+    Desativa<LimiteDifED>(pedido.NroInt);
+}
+
+void ServicoLimites::DesativaDia(const DiaEspecificoED &pedido)
+{
+    Desativa<DiaEspecificoED>(pedido.NroInt);
+}
+
+template <class R> ServicoLimites::Gravado<R> ServicoLimites::Acha(std::int32_t nroInt) const
+{
+    static const QString sql = "SELECT l." + MapaRegistro::Colunas<R>().join(", l.") + ", l.Versao FROM " +
+                               Tabela<R>() +
+                               " l JOIN EQUIPAMENTO e ON e.NroIntEquip = l.NroIntEquip "
+                               "WHERE l.NroInt = ? AND e.ClienteInc = ?";
+    Consulta linha(m_Operacao.Dados(), sql, {nroInt, Q(m_Operacao.Quem().Cliente)});
+    if (!linha.Proxima()) {
+        throw Recusa("O cliente " + m_Operacao.Quem().Cliente + " não tem limite ou dia de número interno " +
+                     CStr(nroInt) + ".");
+    }
+    Gravado<R> gravado{Novo<R>(), 0};
+    MapaRegistro::Preenche(*gravado.Registro, linha);
+    gravado.Versao = linha.Inteiro(static_cast<int>(MapaRegistro::Colunas<R>().size()));
+    return gravado;
+}
+
+template <class R> Ref<R> ServicoLimites::ConsultaLinha(std::int32_t nroInt)
+{
+    m_Operacao.Exige("", "consultar limites");
+    const Gravado<R> gravado = Acha<R>(nroInt);
+    ConfereAtivo(*gravado.Registro);
+    m_Operacao.Lembra(Especie<R>::Raiz, nroInt, gravado.Versao);
+    return gravado.Registro;
+}
+
+template <class R>
+ListaDe<R> ServicoLimites::Ativos(std::int32_t nroIntEquip, const QString &filtro, const QVariantList &valores)
+{
+    m_Operacao.Exige("", "consultar limites");
+    ServicoEquipamentos(m_Operacao).Acha(nroIntEquip);
+    Consulta linhas(m_Operacao.Dados(),
+                    "SELECT " + ColunasDe<R>() + " FROM " + Tabela<R>() + " WHERE NroIntEquip = ? AND Ativo = 1" +
+                        filtro + " ORDER BY " + Especie<R>::Ordem(),
+                    QVariantList{nroIntEquip} + valores);
+    ListaDe<R> lista = Novo<Colecao<Ref<R>>>();
+    while (linhas.Proxima()) {
+        auto linha = Novo<R>();
+        MapaRegistro::Preenche(*linha, linhas);
+        lista->Add(linha);
+    }
+    return lista;
+}
+
+template <class R> Ref<R> ServicoLimites::Inclui(const R &pedido)
+{
+    m_Operacao.Exige("I", "incluir limites");
+    auto novo = Novo<R>();
+    MapaRegistro::Sobrepoe(*novo, pedido);
+    novo->Ativo = Indicador::Sim;
+    ConfereRegistro(*novo);
+    ConfereEquipamento(*novo);
+    QStringList colunas = MapaRegistro::Colunas<R>();
+    QVariantList valores = MapaRegistro::Valores(*novo);
+    colunas.removeFirst(); // the number is the database's to give
+    valores.removeFirst();
+    static const QString sql = "INSERT INTO " + Tabela<R>() + " (" + colunas.join(", ") + ", Versao) VALUES (" +
+                               QString("?, ").repeated(valores.size()) + "1)";
+    novo->NroInt = static_cast<std::int32_t>(Consulta(m_Operacao.Dados(), sql, valores).NumeroNovo());
+    Registra("inclui", {}, *novo, 1);
+    return novo;
+}
+
+template <class R> Ref<R> ServicoLimites::Altera(const R &pedido)
+{
+    m_Operacao.Exige("A", "alterar limites");
+    const Gravado<R> gravado = Acha<R>(pedido.NroInt);
+    const R &antes = *gravado.Registro;
+    m_Operacao.ConfereVersao(Especie<R>::Raiz, pedido.NroInt, gravado.Versao, Especie<R>::Nome(antes));
+    ConfereAtivo(antes);
+    auto depois = Novo<R>();
+    MapaRegistro::Sobrepoe(*depois, antes);
+    MapaRegistro::Sobrepoe(*depois, pedido);
+    depois->Ativo = antes.Ativo.Valor();
+    ConfereRegistro(*depois);
+    if (antes.NroIntEquip.Valor() != depois->NroIntEquip.Valor()) {
+        throw Recusa(Especie<R>::Nome(antes) + " é de outro equipamento.");
+    }
+    Especie<R>::ConfereImutaveis(antes, *depois);
+    ConfereEquipamento(*depois);
+    if (MapaRegistro::Json(antes) == MapaRegistro::Json(*depois)) {
+        return depois;
+    }
+    const std::int64_t versao = gravado.Versao + 1;
+    static const QString sql = "UPDATE " + Tabela<R>() + " SET " + MapaRegistro::Colunas<R>().join(" = ?, ") +
+                               " = ?, Versao = ? WHERE NroInt = ?";
+    Consulta(m_Operacao.Dados(), sql,
+             MapaRegistro::Valores(*depois) + QVariantList{qlonglong(versao), depois->NroInt.Valor()});
+    Registra("altera", MapaRegistro::Json(antes), *depois, versao);
+    m_Operacao.Lembra(Especie<R>::Raiz, pedido.NroInt, versao);
+    return depois;
+}
+
+template <class R> void ServicoLimites::Desativa(std::int32_t nroInt)
+{
+    m_Operacao.Exige("E", "excluir limites");
+    const Gravado<R> gravado = Acha<R>(nroInt);
+    ConfereAtivo(*gravado.Registro);
+    ConfereEquipamento(*gravado.Registro);
+    auto depois = Novo<R>();
+    MapaRegistro::Sobrepoe(*depois, *gravado.Registro);
+    depois->Ativo = Indicador::Nao;
+    const std::int64_t versao = gravado.Versao + 1;
+    static const QString sql = "UPDATE " + Tabela<R>() + " SET Ativo = 2, Versao = ? WHERE NroInt = ?";
+    Consulta(m_Operacao.Dados(), sql, {qlonglong(versao), nroInt});
+    Registra("desativa", MapaRegistro::Json(*gravado.Registro), *depois, versao);
+    m_Operacao.LembraAMinha(Especie<R>::Raiz, nroInt, gravado.Versao);
+}
+
+template <class R> void ServicoLimites::ConfereAtivo(const R &linha) const
+{
+    if (linha.Ativo.Valor() == Indicador::Nao) {
+        throw Recusa(Especie<R>::Nome(linha) + " já foi excluído " +
+                     Historico(m_Operacao.Dados()).Ultima(Tabela<R>().toStdString(), linha.NroInt.Valor()) + ".");
+    }
+}
+
+template <class R> void ServicoLimites::ConfereEquipamento(const R &linha) const
+{
+    const EquipamentoGravado equipamento = ServicoEquipamentos(m_Operacao).Acha(linha.NroIntEquip);
+    if (!equipamento.Ativo()) {
+        throw Recusa(equipamento.Nome() + " está desativado e não pode ser alterado. Reative-o antes.");
+    }
+}
+
+template <class R> void ServicoLimites::ConfereSobreposicao(const R &linha) const
+{
+    static const QString sql = "SELECT " + ColunasDe<R>() + " FROM " + Tabela<R>() +
+                               " WHERE NroIntEquip = ? AND Ativo = 1 AND NroInt <> ?" + Especie<R>::MesmoDia() +
+                               " AND ((HoraInicio < ? AND HoraFim > ?) OR (HoraInicio = ? AND HoraFim = ?)) "
+                               "ORDER BY HoraInicio LIMIT 1";
+    const std::int32_t inicio = linha.HoraInicio;
+    const std::int32_t fim = linha.HoraFim;
+    Consulta linhas(m_Operacao.Dados(), sql,
+                    QVariantList{linha.NroIntEquip.Valor(), linha.NroInt.Valor()} + Especie<R>::ValoresMesmoDia(linha) +
+                        QVariantList{fim, inicio, inicio, fim});
+    if (linhas.Proxima()) {
+        R outra;
+        MapaRegistro::Preenche(outra, linhas);
+        throw Recusa(Especie<R>::Nome(outra) + " gravado " +
+                     Historico(m_Operacao.Dados()).Ultima(Tabela<R>().toStdString(), outra.NroInt.Valor()) +
+                     ", já cobre parte do período das " + TextoDaHora(inicio) + " às " + TextoDaHora(fim) + ".");
+    }
+}
+
+template <class R>
+void ServicoLimites::Registra(const char *acao, const QJsonObject &antes, const R &depois, std::int64_t versao)
+{
+    const std::string tabela = Tabela<R>().toStdString();
+    const std::int32_t numero = depois.NroInt;
+    Historico(m_Operacao.Dados())
+        .Registra(m_Operacao.Quando(), m_Operacao.Quem().Numero, {tabela, numero, versao, tabela, numero, acao}, antes,
+                  MapaRegistro::Json(depois));
+}

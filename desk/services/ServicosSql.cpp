@@ -1,0 +1,46 @@
+#include "desk/services/ServicosSql.h"
+
+#include "desk/services/SessaoSql.h"
+#include "desk/services/Usuarios.h"
+
+#include <utility>
+
+ServicosSql::ServicosSql(std::unique_ptr<Dialeto> dialeto, const std::string &onde, std::function<Data()> agora)
+    : m_Banco(std::make_shared<Banco>(std::move(dialeto), onde)),
+      m_Agora(std::move(agora))
+{
+}
+
+Ref<SessaoServico> ServicosSql::Entra(const std::string &usuario, const std::string &senha, std::string &recusa,
+                                      std::int32_t &espera)
+try {
+    const auto operador = Usuarios(*m_Banco).Entra(usuario, senha, m_Agora(), recusa, espera);
+    if (!operador) {
+        return nullptr;
+    }
+    return Novo<SessaoSql>(m_Banco, m_Agora, *operador);
+} catch (...) {
+    PassaFalha(" < Servicos.Entra");
+}
+
+void ServicosSql::CadastraUsuario(const Operador &operador, const std::string &senha,
+                                  const std::vector<std::string> &acoes)
+try {
+    Usuarios(*m_Banco).CadastraUsuario(operador, senha, acoes, m_Agora());
+} catch (...) {
+    PassaFalha(" < Servicos.CadastraUsuario");
+}
+
+void ServicosSql::CadastraCliente(const ClienteCadastrado &cliente)
+try {
+    Usuarios(*m_Banco).CadastraCliente(cliente, m_Agora());
+} catch (...) {
+    PassaFalha(" < Servicos.CadastraCliente");
+}
+
+bool ServicosSql::Vazio()
+try {
+    return Usuarios(*m_Banco).Vazio();
+} catch (...) {
+    PassaFalha(" < Servicos.Vazio");
+}

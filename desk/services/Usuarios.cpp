@@ -1,0 +1,242 @@
+#include "desk/services/Usuarios.h"
+
+#include "desk/services/Calendario.h"
+#include "desk/services/Historico.h"
+#include "desk/services/Permissoes.h"
+#include "host/Conversoes.h"
+#include "host/Texto.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
+
+#include <sodium.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace {
+
+constexpr std::int64_t TentativasLivres = 2;
+constexpr std::int32_t PrimeiraEspera = 5; // seconds
+constexpr std::int32_t MaiorEspera = 300;
+constexpr std::size_t MaiorUsuario = 60;
+
+const std::string RecusaDaEntrada = "Usuário ou senha incorretos.";
+
+std::string Embaralha(const std::string &senha)
+{
+    std::array<char, crypto_pwhash_STRBYTES> texto{};
+    if (sodium_init() < 0 ||
+        crypto_pwhash_str(texto.data(), senha.data(), senha.size(), crypto_pwhash_OPSLIMIT_INTERACTIVE,
+                          crypto_pwhash_MEMLIMIT_INTERACTIVE) != 0) {
+        throw Falha(NumeroFalha::SemMemoria, "Servicos", "Não há memória para conferir a senha.");
+    }
+    return texto.data();
+}
+
+bool Confere(const std::string &embaralhada, const std::string &senha)
+{
+    return sodium_init() >= 0 && crypto_pwhash_str_verify(embaralhada.c_str(), senha.data(), senha.size()) == 0;
+}
+
+// An unknown name costs as much as a wrong password.
+void GastaOTempo(const std::string &senha)
+{
+    static const std::string qualquer = Embaralha("nenhuma");
+    Confere(qualquer, senha);
+}
+
+std::int64_t Segundos(Data data)
+{
+    return std::llround(data.Valor * 86400);
+}
+
+std::int32_t EsperaDepoisDe(std::int64_t vezes)
+{
+    if (vezes <= TentativasLivres) {
+        return 0;
+    }
+    const std::int64_t dobras = std::min<std::int64_t>(vezes - TentativasLivres - 1, 10);
+    return std::min(PrimeiraEspera << dobras, MaiorEspera);
+}
+
+std::string FraseDaEspera(std::int32_t espera)
+{
+    return "Foram muitas tentativas com senha incorreta. Aguarde " + CStr(espera) +
+           (espera == 1 ? " segundo" : " segundos") + " e tente de novo.";
+}
+
+Falha JaExiste(const std::string &descricao)
+{
+    return Falha(NumeroFalha::ChaveJaExiste, "Servicos", descricao);
+}
+
+} // namespace
+
+std::optional<Operador> Usuarios::Entra(const std::string &usuario, const std::string &senha, Data agora,
+                                        std::string &recusa, std::int32_t &espera)
+{
+    recusa.clear();
+    espera = 0;
+    if (Trim(usuario).empty() || senha.empty()) {
+        recusa = "Informe o usuário e a senha.";
+        return std::nullopt;
+    }
+    const std::string chave = ChaveSemCaixa(Trim(usuario));
+    if (Len(chave) > MaiorUsuario) {
+        recusa = RecusaDaEntrada;
+        return std::nullopt;
+    }
+    const std::int64_t momento = Segundos(agora);
+    espera = m_Banco.Escreve([&] { return ContaTentativa(chave, momento); });
+    if (espera > 0) {
+        recusa = FraseDaEspera(espera);
+        return std::nullopt;
+    }
+
+    Operador operador;
+    std::string embaralhada;
+    m_Banco.Le([&] {
+        Consulta linha(m_Banco,
+                       "SELECT u.Numero, u.Usuario, u.Nome, u.CodCliente, c.Nome, u.Setor, u.CodMunic, u.Senha "
+                       "FROM USUARIO u JOIN CLIENTE c ON c.CodCliente = u.CodCliente WHERE u.Chave = ? AND u.Ativo = 1",
+                       {Q(chave)});
+        if (linha.Proxima()) {
+            operador.Numero = static_cast<std::int32_t>(linha.Inteiro(0));
+            operador.Usuario = linha.Texto(1);
+            operador.Nome = linha.Texto(2);
+            operador.CodCliente = static_cast<std::int32_t>(linha.Inteiro(3));
+            operador.Cliente = linha.Texto(4);
+            operador.Setor = linha.Texto(5);
+            operador.CodMunic = static_cast<std::int32_t>(linha.Inteiro(6));
+            embaralhada = linha.Texto(7);
+        }
+    });
+    bool confere = false;
+    if (embaralhada.empty()) {
+        GastaOTempo(senha);
+    } else {
+        confere = Confere(embaralhada, senha);
+    }
+    if (!confere) {
+        recusa = RecusaDaEntrada;
+        espera = m_Banco.Le([&] {
+            Consulta linha(m_Banco, "SELECT Vezes FROM ENTRADA_RECUSADA WHERE Chave = ?", {Q(chave)});
+            return linha.Proxima() ? EsperaDepoisDe(linha.Inteiro(0)) : 0;
+        });
+        return std::nullopt;
+    }
+    m_Banco.Escreve([&] { Esquece(chave); });
+    return operador;
+}
+
+std::int32_t Usuarios::ContaTentativa(const std::string &chave, std::int64_t agora)
+{
+    std::int64_t vezes = 0;
+    {
+        Consulta linha(m_Banco, "SELECT Vezes, EsperaAte FROM ENTRADA_RECUSADA WHERE Chave = ?", {Q(chave)});
+        if (linha.Proxima()) {
+            vezes = linha.Inteiro(0);
+            // A clock that was set back does not lengthen the wait.
+            const std::int64_t falta = std::min<std::int64_t>(linha.Inteiro(1) - agora, EsperaDepoisDe(vezes));
+            if (falta > 0) {
+                return static_cast<std::int32_t>(falta);
+            }
+        }
+    }
+    ++vezes;
+    Consulta(m_Banco,
+             "INSERT INTO ENTRADA_RECUSADA (Chave, Vezes, EsperaAte) VALUES (?, ?, ?) "
+             "ON CONFLICT (Chave) DO UPDATE SET Vezes = excluded.Vezes, EsperaAte = excluded.EsperaAte",
+             {Q(chave), qlonglong(vezes), qlonglong(agora + EsperaDepoisDe(vezes))});
+    return 0;
+}
+
+void Usuarios::Esquece(const std::string &chave)
+{
+    Consulta(m_Banco, "DELETE FROM ENTRADA_RECUSADA WHERE Chave = ?", {Q(chave)});
+}
+
+void Usuarios::CadastraUsuario(const Operador &operador, const std::string &senha,
+                               const std::vector<std::string> &acoes, Data agora)
+{
+    const std::string embaralhada = Embaralha(senha); // takes its time, outside the transaction
+    const std::int64_t quando = Momento(agora);
+    m_Banco.Escreve([&] {
+        const std::string chave = ChaveSemCaixa(operador.Usuario);
+        if (Consulta(m_Banco, "SELECT 1 FROM USUARIO WHERE Chave = ? OR Numero = ?", {Q(chave), operador.Numero})
+                .Proxima()) {
+            throw JaExiste("Já existe o usuário " + operador.Usuario + ", ou outro de número " + CStr(operador.Numero) +
+                           ".");
+        }
+        const QVariant numero =
+            operador.Numero == 0 ? QVariant(QMetaType::fromType<qlonglong>()) : QVariant(operador.Numero);
+        const std::int64_t gravado =
+            Consulta(m_Banco,
+                     "INSERT INTO USUARIO (Numero, Usuario, Chave, Nome, CodCliente, Setor, CodMunic, Senha, Ativo) "
+                     "VALUES (?, ?, ?, ?, ?, ?, ?, ?, 1)",
+                     {numero, Q(operador.Usuario), Q(chave), Q(operador.Nome), operador.CodCliente, Q(operador.Setor),
+                      operador.CodMunic, Q(embaralhada)})
+                .NumeroNovo();
+        QJsonArray permitidas;
+        for (const std::string &acao : acoes) {
+            Consulta(m_Banco, "INSERT INTO PERMISSAO (Numero, Sistema, Objeto, Acao) VALUES (?, ?, ?, ?)",
+                     {qlonglong(gravado), Q(Permissoes::Sistema), Q(Permissoes::Objeto), Q(acao)});
+            permitidas.push_back(Q(acao));
+        }
+        Historico(m_Banco).Registra(quando, 0, {"USUARIO", gravado, 1, "USUARIO", gravado, "inclui"}, {},
+                                    QJsonObject{{"Usuario", Q(operador.Usuario)},
+                                                {"Nome", Q(operador.Nome)},
+                                                {"CodCliente", operador.CodCliente},
+                                                {"Setor", Q(operador.Setor)},
+                                                {"CodMunic", operador.CodMunic},
+                                                {"Acoes", permitidas}});
+    });
+}
+
+void Usuarios::CadastraCliente(const ClienteCadastrado &cliente, Data agora)
+{
+    const std::int64_t quando = Momento(agora);
+    m_Banco.Escreve([&] {
+        if (Consulta(m_Banco, "SELECT 1 FROM CLIENTE WHERE CodCliente = ? OR Nome = ?",
+                     {cliente.CodCliente, Q(cliente.Nome)})
+                .Proxima()) {
+            throw JaExiste("Já existe o cliente " + cliente.Nome + ", ou outro de código " + CStr(cliente.CodCliente) +
+                           ".");
+        }
+        Consulta(m_Banco, "INSERT INTO CLIENTE (CodCliente, Nome) VALUES (?, ?)",
+                 {cliente.CodCliente, Q(cliente.Nome)});
+        QJsonArray setores;
+        for (const std::string &setor : cliente.Setores) {
+            Consulta(m_Banco, "INSERT INTO SETOR (CodCliente, Nome) VALUES (?, ?)", {cliente.CodCliente, Q(setor)});
+            setores.push_back(Q(setor));
+        }
+        Historico(m_Banco).Registra(quando, 0,
+                                    {"CLIENTE", cliente.CodCliente, 1, "CLIENTE", cliente.CodCliente, "inclui"}, {},
+                                    QJsonObject{{"Nome", Q(cliente.Nome)}, {"Setores", setores}});
+    });
+}
+
+bool Usuarios::Vazio()
+{
+    return m_Banco.Le([&] { return !Consulta(m_Banco, "SELECT 1 FROM USUARIO LIMIT 1").Proxima(); });
+}
+
+std::optional<ClienteCadastrado> Usuarios::Cliente(std::int32_t codCliente)
+{
+    std::optional<ClienteCadastrado> cliente;
+    {
+        Consulta linha(m_Banco, "SELECT Nome FROM CLIENTE WHERE CodCliente = ?", {codCliente});
+        if (linha.Proxima()) {
+            cliente = ClienteCadastrado{codCliente, linha.Texto(0), {}};
+        }
+    }
+    if (cliente) {
+        Consulta setores(m_Banco, "SELECT Nome FROM SETOR WHERE CodCliente = ? ORDER BY Nome", {codCliente});
+        while (setores.Proxima()) {
+            cliente->Setores.push_back(setores.Texto(0));
+        }
+    }
+    return cliente;
+}

@@ -1,0 +1,218 @@
+#include "tests/desk/RegistroDeTeste.h"
+
+#include <sqlite3.h>
+
+#include <memory>
+#include <stdexcept>
+#include <vector>
+
+namespace {
+
+struct Pessoa {
+    Operador Quem;
+    std::vector<std::string> Acoes;
+};
+
+const std::map<std::string, Pessoa> &Pessoas()
+{
+    constexpr std::int32_t portoAlegre = 4314902;
+    const std::vector<std::string> todas = {"", "I", "A", "E"};
+    static const std::map<std::string, Pessoa> pessoas = {
+        {"ana", {{1, "ana", "Ana Souza", 1, "DETRAN/RS", "Fiscalização", 0}, todas}},
+        {"bruno", {{2, "bruno", "Bruno Lima", 1, "DETRAN/RS", "Fiscalização", 0}, {""}}},
+        {"carla", {{3, "carla", "Carla Dias", 1, "DETRAN/RS", "Metrologia", 0}, {}}},
+        {"davi", {{4, "davi", "Davi Reis", 1, "DETRAN/RS", "Fiscalização", portoAlegre}, todas}},
+        {"elisa", {{5, "elisa", "Elisa Prado", 2, "EPTC", "Operações", 0}, todas}},
+        {"bia", {{6, "bia", "Bia Nunes", 1, "DETRAN/RS", "Fiscalização", 0}, todas}},
+        {"caio", {{7, "caio", "Caio Melo", 1, "DETRAN/RS", "Fiscalização", 0}, todas}},
+        {"inês", {{8, "inês", "Inês Luz", 1, "DETRAN/RS", "Fiscalização", 0}, {"", "I"}}},
+        {"alice", {{9, "alice", "Alice Rocha", 1, "DETRAN/RS", "Fiscalização", 0}, {"", "A"}}},
+        {"eva", {{10, "eva", "Eva Costa", 1, "DETRAN/RS", "Fiscalização", 0}, {"", "E"}}},
+    };
+    return pessoas;
+}
+
+} // namespace
+
+RegistroDeTeste::RegistroDeTeste() : Relogio(DataDe(20, 11, 2026, 10, 0, 0))
+{
+    Reabre();
+    m_Servicos->CadastraCliente({1, "DETRAN/RS", {"Fiscalização", "Metrologia"}});
+    m_Servicos->CadastraCliente({2, "EPTC", {"Operações"}});
+}
+
+void RegistroDeTeste::Fecha()
+{
+    m_Servicos = nullptr;
+}
+
+void RegistroDeTeste::Reabre()
+{
+    Fecha();
+    m_Servicos = Servicos::Abre(Caminho(), [this] { return Relogio; });
+}
+
+void RegistroDeTeste::PassaSegundos(std::int32_t n)
+{
+    Relogio.Valor += n / 86400.0;
+}
+
+void RegistroDeTeste::Cadastra(const std::string &usuario)
+{
+    if (!m_Cadastrados[usuario]) {
+        const Pessoa &pessoa = Pessoas().at(usuario);
+        m_Servicos->CadastraUsuario(pessoa.Quem, "senha de " + usuario, pessoa.Acoes);
+        m_Cadastrados[usuario] = true;
+    }
+}
+
+Ref<SessaoServico> RegistroDeTeste::Sessao(const std::string &usuario)
+{
+    Cadastra(usuario);
+    std::string recusa;
+    std::int32_t espera = 0;
+    Ref<SessaoServico> sessao = m_Servicos->Entra(usuario, "senha de " + usuario, recusa, espera);
+    if (sessao.Nada()) {
+        throw std::runtime_error(recusa);
+    }
+    return sessao;
+}
+
+std::string RegistroDeTeste::Sql(const std::string &comando)
+{
+    sqlite3 *aberto = nullptr;
+    if (sqlite3_open(Caminho().c_str(), &aberto) != SQLITE_OK) {
+        throw std::runtime_error("the file does not open");
+    }
+    const std::unique_ptr<sqlite3, int (*)(sqlite3 *)> banco(aberto, sqlite3_close);
+    sqlite3_busy_timeout(aberto, 5000);
+    std::string resposta;
+    char *erro = nullptr;
+    const auto guarda = [](void *destino, int colunas, char **valores, char **) {
+        auto &texto = *static_cast<std::string *>(destino);
+        if (texto.empty() && colunas > 0 && valores[0] != nullptr) {
+            texto = valores[0];
+        }
+        return 0;
+    };
+    if (sqlite3_exec(aberto, comando.c_str(), guarda, &resposta, &erro) != SQLITE_OK) {
+        const std::string texto = erro;
+        sqlite3_free(erro);
+        throw std::runtime_error(texto);
+    }
+    return resposta;
+}
+
+Retorno Pede(const Ref<SessaoServico> &sessao, const std::string &metodo, const Ref<Objeto> &pedido,
+             const std::string &classeRN)
+{
+    Retorno retorno;
+    Ref<Objeto> enviado = pedido;
+    retorno.Feita = sessao->Executa(classeRN, metodo, enviado, retorno.Resposta, retorno.Recusa);
+    return retorno;
+}
+
+Ref<EquiptoED> EquipamentoDe(const std::string &codigo)
+{
+    auto e = Novo<EquiptoED>();
+    e->Codigo = codigo;
+    e->SubCodigo = "";
+    e->Descricao = "Av. Ipiranga, sentido centro";
+    e->TipoAgente = std::uint8_t{1};
+    e->TipoEquip = "P";
+    e->Modelo = "Perkons 300";
+    e->CodMunic = 4314902;
+    e->ArquivoLayout = "NENHUM";
+    e->TipoVia = "U";
+    e->Ativo = std::uint8_t{2};
+    e->VelocPermitida = std::int16_t{60};
+    e->TemImagemEntrelacada = std::uint8_t{2};
+    e->TemLimiteDif = std::uint8_t{1};
+    e->TemPerfilMag = std::uint8_t{2};
+    return e;
+}
+
+Ref<EquiptoED> SoNumero(std::int32_t nroIntEquip)
+{
+    auto e = Novo<EquiptoED>();
+    e->NroIntEquip = nroIntEquip;
+    return e;
+}
+
+Ref<SensorED> SensorDe(std::int16_t numero)
+{
+    auto s = Novo<SensorED>();
+    s->NroSensor = numero;
+    s->LocalInfr = "Av. Ipiranga, 1200";
+    s->Ativo = std::uint8_t{1};
+    return s;
+}
+
+Ref<AfericaoED> AfericaoDe(const std::string &numero, Data de, Data ate, double documento)
+{
+    auto a = Novo<AfericaoED>();
+    a->Numero = numero;
+    a->Marca = "987";
+    a->DataVerificacao = de;
+    a->DataVencimento = ate;
+    a->Ativo = std::uint8_t{1};
+    a->NroIntImgCertif = documento;
+    a->TipoAfer = std::uint8_t{1};
+    a->PortDimel = "";
+    return a;
+}
+
+void Poe(const Ref<EquiptoED> &equipto, const Ref<SensorED> &sensor)
+{
+    if (equipto->Sensores.Valor().Nada()) {
+        equipto->Sensores = Novo<Colecao<Ref<SensorED>>>();
+    }
+    equipto->Sensores.Valor()->Add(sensor);
+}
+
+void Poe(const Ref<SensorED> &sensor, const Ref<AfericaoED> &afericao)
+{
+    if (sensor->Afericoes.Valor().Nada()) {
+        sensor->Afericoes = Novo<Colecao<Ref<AfericaoED>>>();
+    }
+    sensor->Afericoes.Valor()->Add(afericao);
+}
+
+std::int32_t Inclui(const Ref<SessaoServico> &sessao, const Ref<EquiptoED> &equipto)
+{
+    const Retorno retorno = Pede(sessao, "inclui", equipto);
+    if (!retorno.Feita) {
+        throw std::runtime_error(retorno.Recusa);
+    }
+    return retorno.Como<EquiptoED>()->NroIntEquip;
+}
+
+Ref<EquiptoED> Consulta(const Ref<SessaoServico> &sessao, std::int32_t nroIntEquip)
+{
+    const Retorno retorno = Pede(sessao, "consulta", SoNumero(nroIntEquip));
+    if (!retorno.Feita) {
+        throw std::runtime_error(retorno.Recusa);
+    }
+    return retorno.Como<EquiptoED>();
+}
+
+Bytes Pdf(const std::string &marca, std::size_t tamanho)
+{
+    std::string texto = "%PDF-1.4\n% " + marca + "\n";
+    const std::string fim = "\nstartxref\n0\n%%EOF\n";
+    if (tamanho > texto.size() + fim.size()) {
+        texto.append(tamanho - texto.size() - fim.size(), 'x');
+    }
+    texto += fim;
+    return Bytes(texto.begin(), texto.end());
+}
+
+double GuardaPdf(const Ref<SessaoServico> &sessao, const std::string &marca)
+{
+    double numero = 0;
+    std::string recusa;
+    if (!sessao->GuardaDocumento(Pdf(marca), numero, recusa)) {
+        throw std::runtime_error(recusa);
+    }
+    return numero;
+}
