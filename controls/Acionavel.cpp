@@ -10,7 +10,7 @@ void TiraPadraoDosOutros(const Ref<IForm> &form, const Acionavel &botao)
     const std::vector<Ref<IControle>> controles = form->Controles();
     for (const Ref<IControle> &controle : controles) {
         auto *outro = dynamic_cast<Acionavel *>(controle.Ponteiro());
-        if (outro && outro != &botao) {
+        if (outro != nullptr && outro != &botao) {
             outro->PerdePadrao();
         }
     }

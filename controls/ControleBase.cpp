@@ -3,10 +3,11 @@
 #include "host/IControlesPadrao.h"
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
-ControleBase::ControleBase(const Ref<IForm> &form, const AjustesControle &ajustes, EspecieControle especie)
-    : m_Ajustes(ajustes),
+ControleBase::ControleBase(const Ref<IForm> &form, AjustesControle ajustes, EspecieControle especie)
+    : m_Ajustes(std::move(ajustes)),
       m_Especie(especie),
       m_TabIndex(static_cast<std::int16_t>(form->Controles().size())),
       m_Form(form)
@@ -34,7 +35,7 @@ bool ControleBase::HabilitadoComContainers() const
     std::int16_t pagina = m_Ajustes.Pagina;
     for (Ref<IControle> dono = m_Ajustes.Container; dono; dono = dono->Container()) {
         const auto *abas = dynamic_cast<const ISSTab *>(dono.Ponteiro());
-        if (!dono->Enabled() || (abas && pagina >= 0 && !abas->TabEnabled(pagina))) {
+        if (!dono->Enabled() || (abas != nullptr && pagina >= 0 && !abas->TabEnabled(pagina))) {
             return false;
         }
         pagina = dono->Pagina();
@@ -57,7 +58,8 @@ bool ControleBase::VisivelDeFato() const
     std::int16_t pagina = m_Ajustes.Pagina;
     for (Ref<IControle> dono = m_Ajustes.Container; dono; dono = dono->Container()) {
         const auto *abas = dynamic_cast<const ISSTab *>(dono.Ponteiro());
-        if (!dono->Visible() || (abas && pagina >= 0 && (abas->Tab() != pagina || !abas->TabVisible(pagina)))) {
+        if (!dono->Visible() ||
+            (abas != nullptr && pagina >= 0 && (abas->Tab() != pagina || !abas->TabVisible(pagina)))) {
             return false;
         }
         pagina = dono->Pagina();
@@ -101,7 +103,7 @@ bool ControleBase::Foco()
         return false;
     }
     Ref<IControle> vivo = Vivo();
-    EntraFoco();
+    EntraFoco(false);
     return TemFoco();
 }
 
@@ -116,24 +118,26 @@ void ControleBase::DaFoco()
         throw Falha(NumeroFalha::ArgumentoInvalido);
     }
     Ref<IControle> vivo = Vivo();
-    EntraFoco();
+    EntraFoco(true);
 }
 
-void ControleBase::EntraFoco()
+void ControleBase::EntraFoco(bool pedido)
 {
     Ref<IForm> form = Form();
     Ref<IControle> anterior = form->ControleAtivo();
     bool chegou = ComoBase(anterior) != this;
     if (chegou) {
         form->DefineControleAtivo(Vivo());
-        if (ControleBase *deixado = ComoBase(anterior)) {
+        if (ControleBase *deixado = ComoBase(anterior); deixado != nullptr) {
             deixado->Conclui();
         }
         if (!TemFoco()) { // what the other control raised has led the focus elsewhere
             return;
         }
     }
-    m_RecebeuFoco.dispara();
+    if (chegou || pedido) {
+        m_RecebeuFoco.dispara();
+    }
     AoReceberFoco(chegou);
 }
 
@@ -147,7 +151,7 @@ void ControleBase::Renumera(std::int16_t tabIndex)
     if (form) {
         for (const Ref<IControle> &controle : form->Controles()) {
             ControleBase *base = ComoBase(controle);
-            if (base && base != this) {
+            if (base != nullptr && base != this) {
                 ordem.push_back(base);
             }
         }

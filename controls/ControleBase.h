@@ -17,7 +17,7 @@ class ControleBase {
     // Something that a screen shows of the control has changed; raised before the event that tells the module. What a
     // container or a page does to the controls in it is told by the container alone.
     Evento<> &Mudou() { return m_Mudou; }
-    // The control has the focus now: the screen layer brings its own to it.
+    // The control got the focus, or was given it again by the module: the screen layer brings its own to it.
     Evento<> &RecebeuFoco() { return m_RecebeuFoco; }
 
     // Whether this kind of control takes the focus at all.
@@ -38,7 +38,7 @@ class ControleBase {
     virtual void Conclui() {}
 
   protected:
-    ControleBase(const Ref<IForm> &form, const AjustesControle &ajustes, EspecieControle especie);
+    ControleBase(const Ref<IForm> &form, AjustesControle ajustes, EspecieControle especie);
 
     virtual IControle &EsteControle() = 0;
     // The focus is here; chegou: it was elsewhere before.
@@ -66,7 +66,8 @@ class ControleBase {
 
   private:
     bool HabilitadoComContainers() const;
-    void EntraFoco();
+    // pedido: by the module, which may ask for what it cannot know to be so already.
+    void EntraFoco(bool pedido);
 
     RefFraca<IForm> m_Form;
     Evento<> m_Mudou;

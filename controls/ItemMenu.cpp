@@ -1,6 +1,8 @@
 #include "controls/ItemMenu.h"
 
-ItemMenu::ItemMenu(const ItemMenuLista &item, bool visivel) : m_Item(item), m_Visivel(visivel) {}
+#include <utility>
+
+ItemMenu::ItemMenu(ItemMenuLista item, bool visivel) : m_Item(std::move(item)), m_Visivel(visivel) {}
 
 template <class T> void ItemMenu::Redefine(T &campo, const T &valor)
 {

@@ -5,7 +5,7 @@
 // One item of a list's menu, with all that a screen shows of it.
 class ItemMenu : public IItemMenu {
   public:
-    ItemMenu(const ItemMenuLista &item, bool visivel);
+    ItemMenu(ItemMenuLista item, bool visivel);
 
     std::string_view NomeTipo() const override { return "ItemMenu"; }
     const std::string &Chave() const override { return m_Item.Chave; }

@@ -23,7 +23,7 @@ void OptionButton::DefineValue(bool valor)
     if (Ref<IForm> form = Form()) {
         for (const Ref<IControle> &controle : form->Controles()) {
             auto *outra = dynamic_cast<OptionButton *>(controle.Ponteiro());
-            if (outra && outra != this && outra->m_Value && outra->Container() == Container()) {
+            if (outra != nullptr && outra != this && outra->m_Value && outra->Container() == Container()) {
                 outra->m_Value = false;
                 desligadas.push_back(controle);
             }

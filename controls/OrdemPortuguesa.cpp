@@ -23,7 +23,7 @@ std::string SemAcentoNemCaixa(std::string_view texto)
         const auto c = static_cast<unsigned char>(minusculo[i]);
         const auto seguinte = i + 1 < minusculo.size() ? static_cast<unsigned char>(minusculo[i + 1]) : 0U;
         if (c == 0xC3 && seguinte >= 0xA0 && seguinte <= 0xBF) {
-            base += BasesLatin1[seguinte - 0xA0];
+            base += BasesLatin1.at(seguinte - 0xA0);
             ++i;
         } else if (c == 0xC2 && (seguinte == 0xAA || seguinte == 0xBA)) { // the ordinals
             base += seguinte == 0xAA ? 'a' : 'o';

@@ -44,6 +44,18 @@ std::string Utf8(char32_t codigo)
     return texto;
 }
 
+bool TemFoco(const Ref<IControle> &controle)
+{
+    const ControleBase *base = ComoBase(controle);
+    return base != nullptr && base->TemFoco();
+}
+
+bool RecebeFoco(const Ref<IControle> &controle)
+{
+    ControleBase *base = ComoBase(controle);
+    return base != nullptr && base->Foco();
+}
+
 } // namespace
 
 Pessoa::Pessoa(const Ref<IForm> &form, const Ref<IPlataforma> &plataforma) : m_Form(form), m_Plataforma(plataforma) {}
@@ -196,8 +208,7 @@ std::vector<Ref<IControle>> Pessoa::EmOrdem() const
     }
     std::ranges::stable_sort(ordem, {}, [](const Ref<IControle> &controle) { return controle->TabIndex(); });
     // The control behind the one that has the focus comes first, that one itself last.
-    const auto ativo = std::ranges::find_if(
-        ordem, [](const auto &controle) { return ComoBase(controle) && ComoBase(controle)->TemFoco(); });
+    const auto ativo = std::ranges::find_if(ordem, TemFoco);
     if (ativo != ordem.end()) {
         std::ranges::rotate(ordem, ativo + 1);
     }
@@ -210,17 +221,11 @@ bool Pessoa::Anda(int passo)
     std::vector<Ref<IControle>> ordem = EmOrdem();
     if (passo < 0) {
         std::ranges::reverse(ordem);
-        if (!ordem.empty() && ComoBase(ordem.front()) && ComoBase(ordem.front())->TemFoco()) {
+        if (!ordem.empty() && TemFoco(ordem.front())) {
             std::ranges::rotate(ordem, ordem.begin() + 1);
         }
     }
-    for (const Ref<IControle> &controle : ordem) {
-        ControleBase *base = ComoBase(controle);
-        if (base && base->Foco()) {
-            return true;
-        }
-    }
-    return Recusa("nenhum controle pode receber o foco");
+    return std::ranges::any_of(ordem, RecebeFoco) || Recusa("nenhum controle pode receber o foco");
 }
 
 bool Pessoa::Tab()
@@ -241,15 +246,15 @@ bool Pessoa::Enter()
         return Recusa("a janela não está aberta");
     }
     Ref<IControle> ativo = form->ControleAtivo();
-    if (ControleBase *base = ComoBase(ativo)) {
+    if (ControleBase *base = ComoBase(ativo); base != nullptr) {
         base->Conclui();
     }
-    if (auto *botao = dynamic_cast<Acionavel *>(ativo.Ponteiro()); botao && botao->Aciona()) {
+    if (auto *botao = dynamic_cast<Acionavel *>(ativo.Ponteiro()); botao != nullptr && botao->Aciona()) {
         return true;
     }
     for (const Ref<IControle> &controle : EmOrdem()) {
         auto *botao = dynamic_cast<Acionavel *>(controle.Ponteiro());
-        if (botao && botao->Padrao()) {
+        if (botao != nullptr && botao->Padrao()) {
             return botao->Aciona() || Recusa(controle->Nome() + ": " + ComoBase(controle)->Impedimento());
         }
     }
@@ -261,7 +266,7 @@ bool Pessoa::Esc()
     m_Motivo.clear();
     for (const Ref<IControle> &controle : EmOrdem()) {
         auto *botao = dynamic_cast<Acionavel *>(controle.Ponteiro());
-        if (botao && botao->Cancelador()) {
+        if (botao != nullptr && botao->Cancelador()) {
             return botao->Aciona() || Recusa(controle->Nome() + ": " + ComoBase(controle)->Impedimento());
         }
     }
@@ -277,7 +282,7 @@ bool Pessoa::Alt(char32_t tecla)
     }
     for (const Ref<IControle> &controle : EmOrdem()) {
         const ControleBase *base = ComoBase(controle);
-        if (base && base->Impedimento().empty() && Mnemonica(controle, procurada)) {
+        if (base != nullptr && base->Impedimento().empty() && Mnemonica(controle, procurada)) {
             return true;
         }
     }
@@ -310,8 +315,7 @@ bool Pessoa::FocoDepoisDe(const Ref<IControle> &controle)
 {
     std::vector<Ref<IControle>> ordem = EmOrdem();
     std::ranges::rotate(ordem, std::ranges::find(ordem, controle));
-    return std::ranges::any_of(ordem,
-                               [](const auto &seguinte) { return ComoBase(seguinte) && ComoBase(seguinte)->Foco(); });
+    return std::ranges::any_of(ordem, RecebeFoco);
 }
 
 bool Pessoa::Fecha()

@@ -89,17 +89,11 @@ void ztList::Rearranja()
     Mudou().dispara();
 }
 
-ztList::Coluna ztList::FazColuna(std::optional<std::string> chave, const std::string &titulo, std::int16_t largura,
-                                 std::int16_t alinhamento, const std::string &marca, bool visivel) const
-{
-    return {chave.value_or(titulo), titulo, largura, alinhamento, marca, visivel};
-}
-
 void ztList::AdicionaColuna(std::int16_t, std::optional<std::string> chave, const std::string &titulo,
                             std::int16_t largura, std::int16_t alinhamento, const std::string &marca, bool visivel)
 {
     Ref<IControle> vivo = Vivo();
-    m_Colunas.push_back(FazColuna(std::move(chave), titulo, largura, alinhamento, marca, visivel));
+    m_Colunas.push_back({chave.value_or(titulo), titulo, largura, alinhamento, marca, visivel});
     Rearranja();
 }
 
@@ -108,7 +102,7 @@ void ztList::AlteraPrimeiraColuna(std::int16_t, std::optional<std::string> chave
                                   bool visivel)
 {
     Ref<IControle> vivo = Vivo();
-    m_Colunas.front() = FazColuna(std::move(chave), titulo, largura, alinhamento, marca, visivel);
+    m_Colunas.front() = {chave.value_or(titulo), titulo, largura, alinhamento, marca, visivel};
     Rearranja();
 }
 
@@ -173,7 +167,7 @@ const ztList::Linha &ztList::ExigeLinha(std::int32_t linha) const
     return m_Linhas[static_cast<std::size_t>(linha - 1)];
 }
 
-const std::string &ztList::Texto(const Linha &linha, std::size_t coluna) const
+const std::string &ztList::Texto(const Linha &linha, std::size_t coluna)
 {
     static const std::string vazio;
     return coluna < linha.size() ? linha[coluna] : vazio;

@@ -107,11 +107,9 @@ class ztList : public Controle<IztList> {
   private:
     using Linha = std::vector<std::string>;
 
-    Coluna FazColuna(std::optional<std::string> chave, const std::string &titulo, std::int16_t largura,
-                     std::int16_t alinhamento, const std::string &marca, bool visivel) const;
     std::size_t IndiceColuna(const std::string &chave) const;
     const Linha &ExigeLinha(std::int32_t linha) const;
-    const std::string &Texto(const Linha &linha, std::size_t coluna) const;
+    static const std::string &Texto(const Linha &linha, std::size_t coluna);
     void IncluiItem(const ItemMenuLista &item, bool visivel);
     void TornaAtual(std::int32_t linha);
     void Exclui();

@@ -60,7 +60,7 @@ ztMask::ztMask(const Ref<IForm> &form, const AjustesZtMask &ajustes)
 std::string ztMask::Valor() const
 {
     const auto *hora = dynamic_cast<const TextoGabarito *>(m_Texto.get());
-    return hora ? hora->Digitos() : Text();
+    return hora != nullptr ? hora->Digitos() : Text();
 }
 
 double ztMask::ValorNumerico() const

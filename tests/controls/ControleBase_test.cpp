@@ -187,6 +187,11 @@ TEST_F(ControleBaseTest, Focus_WhenItComes_IsToldToTheScreen)
     campo->SetFocus();
     EXPECT_EQ(m_Tela.Vistos(), Textos{"RecebeuFoco"});
     EXPECT_TRUE(m_Tela.Form->ControleAtivo() == campo);
+    EXPECT_TRUE(campo->Foco());
+    EXPECT_TRUE(campo->Digita("x"));
+    EXPECT_EQ(m_Tela.Vistos(), Textos{});
+    campo->SetFocus();
+    EXPECT_EQ(m_Tela.Vistos(), Textos{"RecebeuFoco"});
 }
 
 TEST_F(ControleBaseTest, Foco_WhenItsNoticeReleasesTheForm_EndsInPeace)

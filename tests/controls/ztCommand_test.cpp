@@ -13,12 +13,12 @@ class ztCommandTest : public testing::Test {
         ajustes.LockFormOnClick = bloqueia;
         Ref<ztCommand> botao = m_Tela.Poe<ztCommand>(ajustes);
         m_Tela.Liga(botao->ValidaClick(), [this](bool &cancela) {
-            m_Tela.Eventos.push_back(m_Tela.Form->Enabled() ? "ValidaClick" : "ValidaClick bloqueado");
+            m_Tela.Eventos.emplace_back(m_Tela.Form->Enabled() ? "ValidaClick" : "ValidaClick bloqueado");
             EXPECT_FALSE(cancela);
             cancela = m_Cancela;
         });
         m_Tela.Liga(botao->Click(),
-                    [this] { m_Tela.Eventos.push_back(m_Tela.Form->Enabled() ? "Click" : "Click bloqueado"); });
+                    [this] { m_Tela.Eventos.emplace_back(m_Tela.Form->Enabled() ? "Click" : "Click bloqueado"); });
         return botao;
     }
 

@@ -134,7 +134,7 @@ TEST_F(ztDataTest, Foco_ElsewhereWithATwoDigitYear_MakesItWhole)
 
 TEST_F(ztDataTest, Foco_ElsewhereWithATwoDigitYear_TakesTheCenturyOfThePlatform)
 {
-    const std::pair<const char *, const char *> anos[] = {
+    const std::vector<std::pair<const char *, const char *>> anos = {
         {"010100", "01/01/2000"}, {"311229", "31/12/2029"}, {"010130", "01/01/1930"}, {"311299", "31/12/1999"}};
     for (const auto &[digitado, inteiro] : anos) {
         EXPECT_TRUE(m_Data->Preenche(digitado));

@@ -20,11 +20,11 @@ class ztListTest : public testing::Test {
         m_Tela.Anota(lista->BotaoLocalizarEnvia(), "Envia");
         m_Tela.Liga(lista->ItemMenuClicado(), [this](const std::string &chave) { m_Tela.Eventos.push_back(chave); });
         m_Tela.Liga(lista->AntesDeRemoverItem(), [this](std::int32_t &linha) {
-            m_Tela.Eventos.push_back("Antes " + std::to_string(linha));
+            m_Tela.Eventos.emplace_back("Antes " + std::to_string(linha));
             linha = m_ManterLinha ? 0 : linha;
         });
         m_Tela.Liga(lista->BotaoLocalizarValida(), [this](bool &cancela) {
-            m_Tela.Eventos.push_back("Valida");
+            m_Tela.Eventos.emplace_back("Valida");
             cancela = m_Cancela;
         });
         return lista;
