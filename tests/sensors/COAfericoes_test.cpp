@@ -301,7 +301,7 @@ TEST_F(COAfericoes_test, Excluir_NoIsAnswered_NothingChanges)
     host->Responde(Pergunta, false);
     auto operador = Operador();
     FAZ(operador, ClicaLinha("ztLista", 1));
-    NAO_FAZ(operador, EscolheMenu("ztLista", "mnuZTLObjExcluir"));
+    FAZ(operador, EscolheMenu("ztLista", "mnuZTLObjExcluir"));
 
     ASSERT_EQ(host->Tela->Perguntas().size(), 1U);
     EXPECT_EQ(host->Tela->Perguntas()[0].Titulo, "Atenção");

@@ -321,7 +321,7 @@ TEST_F(COSensores_test, Excluir_NoIsAnswered_RowAndSensorStay)
 
     auto operador = Operador();
     FAZ(operador, ClicaLinha("ztLista", 2));
-    NAO_FAZ(operador, EscolheMenu("ztLista", "mnuZTLObjExcluir"));
+    FAZ(operador, EscolheMenu("ztLista", "mnuZTLObjExcluir"));
 
     ASSERT_EQ(host->Tela->Perguntas().size(), 1U);
     EXPECT_EQ(host->Tela->Perguntas()[0].Texto, Pergunta);
