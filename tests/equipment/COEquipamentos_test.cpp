@@ -23,6 +23,96 @@ constexpr const char *LimitesDif = "mnuZTLObjLimitesDif";
 constexpr const char *DiasEspec = "mnuZTLObjDiasEspec";
 constexpr const char *HorarioProib = "mnuZTLObjHorarioProib";
 
+// A list that tells what is written to it, in order.
+class ListaQueAnota : public ztList {
+  public:
+    using ztList::ztList;
+
+    bool SemColunas = false; // it has lost its columns
+    bool SoLinhas = false;   // what is written to the menu is not told
+    std::vector<std::string> Chamadas;
+
+    std::string ValorAtual(const std::string &chave) const override
+    {
+        if (SemColunas) {
+            throw Falha(NumeroFalha::SubscritoForaDoIntervalo);
+        }
+        return ztList::ValorAtual(chave);
+    }
+    void Limpa(std::optional<bool> limpaTitulo) override
+    {
+        Chamadas.push_back(std::string("Limpa ") + (!limpaTitulo ? "ausente" : *limpaTitulo ? "True" : "False"));
+        ztList::Limpa(limpaTitulo);
+    }
+    void DefineTitulo(const std::string &valor) override
+    {
+        Chamadas.push_back("Titulo " + valor);
+        ztList::DefineTitulo(valor);
+    }
+    void CarregaItens(TabelaTexto &tabela) override
+    {
+        Chamadas.push_back("CarregaItens " + std::to_string(tabela.Linhas()));
+        ztList::CarregaItens(tabela);
+    }
+    void DefineTemMais(bool valor) override
+    {
+        Chamadas.push_back("TemMais " + std::to_string(valor));
+        ztList::DefineTemMais(valor);
+    }
+    void AtualizaLista() override
+    {
+        Chamadas.emplace_back("AtualizaLista");
+        ztList::AtualizaLista();
+    }
+    void DefineItemAtual(std::int32_t linha) override
+    {
+        Chamadas.push_back("ItemAtual " + std::to_string(linha));
+        ztList::DefineItemAtual(linha);
+    }
+    void EstiloMenu1(std::int32_t valor) override
+    {
+        AnotaMenu("EstiloMenu1 " + std::to_string(valor));
+        ztList::EstiloMenu1(valor);
+    }
+    void EstiloMenu2(std::int32_t valor) override
+    {
+        AnotaMenu("EstiloMenu2 " + std::to_string(valor));
+        ztList::EstiloMenu2(valor);
+    }
+    void IncluiItensMenu(const std::vector<ItemMenuLista> &itens) override
+    {
+        std::string texto = "IncluiItensMenu";
+        for (const ItemMenuLista &item : itens) {
+            texto += " " + item.Chave;
+        }
+        AnotaMenu(texto);
+        ztList::IncluiItensMenu(itens);
+    }
+    void MenuVisivel(const std::string &chave, bool valor) override
+    {
+        AnotaMenu("MenuVisivel " + chave + " " + std::to_string(valor));
+        ztList::MenuVisivel(chave, valor);
+    }
+    void MenuBloqueado(const std::string &chave, bool valor) override
+    {
+        AnotaMenu("MenuBloqueado " + chave + " " + std::to_string(valor));
+        ztList::MenuBloqueado(chave, valor);
+    }
+    void MenuHabilitado(const std::string &chave, bool valor) override
+    {
+        AnotaMenu("MenuHabilitado " + chave + " " + std::to_string(valor));
+        ztList::MenuHabilitado(chave, valor);
+    }
+
+  private:
+    void AnotaMenu(const std::string &texto)
+    {
+        if (!SoLinhas) {
+            Chamadas.push_back(texto);
+        }
+    }
+};
+
 class COEquipamentosTeste : public JanelaTeste {
   protected:
     void SetUp() override
@@ -71,6 +161,26 @@ class COEquipamentosTeste : public JanelaTeste {
         EXPECT_TRUE(pessoa.Localiza("ztlLista"));
         host->LimpaRegistro();
         return pessoa;
+    }
+    // Gives the controller of the open window another list, as if the window had been loaded with it.
+    Ref<ListaQueAnota> TrocaLista()
+    {
+        Ref<IForm> form = host->Tela->FormsAbertos("frmLista").at(0);
+        AjustesZtList ajustes;
+        ajustes.Nome = "ztlLista";
+        ajustes.TipoMenu = 3;
+        auto lista = Novo<ListaQueAnota>(form, ajustes);
+        const auto &colunas = ListaDe(NaJanela())->Colunas();
+        for (std::size_t i = 0; i < colunas.size(); ++i) {
+            const auto numero = static_cast<std::int16_t>(i + 1);
+            if (i == 0) {
+                lista->AlteraPrimeiraColuna(numero, std::nullopt, colunas[i].Titulo, 0, 0, "", false);
+            } else {
+                lista->AdicionaColuna(numero, std::nullopt, colunas[i].Titulo, 0, 0, "", false);
+            }
+        }
+        ComoTipo<frmLista>(form)->FormCarregado.dispara(lista);
+        return lista;
     }
     static bool Escolhe(Pessoa &pessoa, const std::string &chave) { return pessoa.EscolheMenu("ztlLista", chave); }
 
@@ -774,30 +884,64 @@ TEST_F(COEquipamentosTeste, HabilitaMenu_OfRowsWithoutACurrentOne_OffersNoLimits
     EXPECT_EQ(Habilitados(pessoa), (Textos{Novo_, Editar, Detalhes, Reativar}));
 }
 
-// The menu of a list that has lost its columns.
 TEST_F(COEquipamentosTeste, HabilitaItensMenuLista_ThatFails_IsReportedWithItsPath)
 {
-    class ListaSemColunas : public ztList {
-      public:
-        using ztList::ztList;
-        std::string ValorAtual(const std::string &) const override { throw Falha(9); }
-    };
-    auto lista = Novo<COEquipamentos>();
-    auto janela = Novo<frmLista>();
-    lista->CarregaJanela(nullptr);
-    AjustesZtList ajustes;
-    ajustes.Nome = "ztlLista";
-    ajustes.TipoMenu = 3;
-    Ref<IForm> form = host->Tela->FormsAbertos("frmLista").at(0);
-    auto semColunas = Novo<ListaSemColunas>(form, ajustes);
-    ComoTipo<frmLista>(form)->FormCarregado.dispara(semColunas);
-    EXPECT_EQ(Erros(), Textos{});
+    AbreDoMenu();
+    auto lista = TrocaLista();
     TabelaTexto linhas(1);
     linhas.AdicionaLinha();
-    semColunas->CarregaItens(linhas);
-    semColunas->DefineItemAtual(1);
+    lista->CarregaItens(linhas);
+    lista->SemColunas = true;
+    lista->DefineItemAtual(1);
     EXPECT_EQ(Erros(), Textos{"COEquipamentos.m_ZtList_HabilitaItensMenuLista: 9 (ZTAVOREQUIP < "
                               "COEquipamentos.HabilitaMenu)"});
+}
+
+TEST_F(COEquipamentosTeste, MenuInicial_OfTheList_WritesStylesItemsAndStatesInThisOrder)
+{
+    host->objSCA->Nega("VOR-EQP-CS", "E");
+    AbreDoMenu();
+    EXPECT_EQ(TrocaLista()->Chamadas,
+              (Textos{"EstiloMenu1 3",
+                      "EstiloMenu2 2",
+                      "IncluiItensMenu mnuZTLObjReativar mnuZTLObjLimitesDif mnuZTLObjDiasEspec mnuZTLObjHorarioProib",
+                      "MenuVisivel mnuZTLObjNovo 1",
+                      "MenuVisivel mnuZTLObjEditar 1",
+                      "MenuVisivel mnuZTLObjDetalhes 1",
+                      "MenuVisivel mnuZTLObjReativar 1",
+                      "MenuVisivel mnuZTLObjLimitesDif 1",
+                      "MenuVisivel mnuZTLObjDiasEspec 1",
+                      "MenuVisivel mnuZTLObjHorarioProib 1",
+                      "MenuVisivel mnuZTLObjExcluir 0",
+                      "MenuVisivel mnuZTLObjLocalizar 0",
+                      "MenuBloqueado mnuZTLObjNovo 0",
+                      "MenuBloqueado mnuZTLObjEditar 0",
+                      "MenuBloqueado mnuZTLObjReativar 1",
+                      "MenuHabilitado mnuZTLObjNovo 1",
+                      "MenuHabilitado mnuZTLObjDetalhes 0",
+                      "MenuHabilitado mnuZTLObjEditar 0",
+                      "MenuHabilitado mnuZTLObjReativar 0",
+                      "MenuHabilitado mnuZTLObjLimitesDif 0",
+                      "MenuHabilitado mnuZTLObjDiasEspec 0",
+                      "MenuHabilitado mnuZTLObjHorarioProib 0"}));
+}
+
+TEST_F(COEquipamentosTeste, Localizar_OfEachPage_WritesToTheListInThisOrder)
+{
+    Lista2 = [this](const Ref<ListaEquiptoED> &) { return Resposta(Pagina({Cadastro[0]}, 3)); };
+    AbreDoMenu();
+    auto lista = TrocaLista();
+    lista->Chamadas.clear();
+    lista->SoLinhas = true;
+    co->Localizar(Criterios("0", "0", "1"));
+    EXPECT_EQ(lista->Chamadas,
+              (Textos{"Limpa False", "Titulo DAER", "CarregaItens 1", "TemMais 1", "AtualizaLista", "ItemAtual 1"}));
+    lista->Chamadas.clear();
+    lista->BotaoClick().dispara();
+    EXPECT_EQ(lista->Chamadas, (Textos{"CarregaItens 1", "TemMais 1", "AtualizaLista", "ItemAtual 2"}));
+    lista->Chamadas.clear();
+    co->LimpaPesquisa();
+    EXPECT_EQ(lista->Chamadas, Textos{"Limpa ausente"});
 }
 
 // The commands.

@@ -23,6 +23,7 @@ class ModuloFalso : public IModulo {
     std::int32_t PerguntasDoNome = 0;
     std::int32_t FalhaNoNome = 0; // which question for the name raises
     std::string FalhaEm;          // the operation that raises
+    bool Localizou = false;
     Ref<IztList> Lista;
 
     std::string Modulo() override
@@ -49,6 +50,7 @@ class ModuloFalso : public IModulo {
         }
         Lista->CarregaItens(linhas);
         Lista->DefineItemAtual(Lista->NroItens());
+        Localizou = true;
     }
     void LimpaPesquisa() override
     {
@@ -604,6 +606,20 @@ TEST_F(frmListaTeste, LocalizacaoAutomatica_WithoutCriterio_SearchesUnderTodosAt
     EXPECT_EQ(modulo->Conta("Localizar(Cliente=PREFEITURA; Setor=; TipoAgente=0; TipoEquip=T; Criterio=0; Ativo=1)"),
               1);
     EXPECT_EQ(modulo->Conta("SetValorCampo(TrabFoto=2)"), 0);
+}
+
+TEST_F(frmListaTeste, LocalizacaoAutomatica_AfterTheSearch_RepaintsTheList)
+{
+    CriaForm();
+    std::int32_t repintes = 0;
+    Conexao mudou;
+    carregado = form->FormCarregado.liga([&](Ref<IztList> lista) {
+        modulo->Lista = lista;
+        mudou = ComoTipo<ztList>(lista)->Mudou().liga([&] { repintes += modulo->Localizou ? 1 : 0; });
+    });
+    host->AoMostrarModal("frmLista", [](Pessoa &pessoa) { pessoa.Clica("cmdCancelar"); });
+    Carrega(Parametros({}), true);
+    EXPECT_EQ(repintes, 1);
 }
 
 TEST_F(frmListaTeste, LocalizacaoAutomatica_WithTypeAndCode_PutsThemOnTheWindowAndSearches)
