@@ -9,6 +9,7 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileDialog>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
@@ -46,9 +47,6 @@ QMainWindow *Principal()
 // The window that the person looks at: the topmost modal one, else the active child window.
 QWidget *Frente()
 {
-    if (QWidget *popup = QApplication::activePopupWidget()) {
-        return popup;
-    }
     if (QWidget *modal = QApplication::activeModalWidget()) {
         return modal;
     }
@@ -97,6 +95,17 @@ int Coluna(const QTableView &tabela, const QString &titulo)
         }
     }
     return -1;
+}
+
+// Presses and releases the key of each letter, accented ones included.
+void Tecla(QWidget *widget, const QString &texto)
+{
+    for (const QChar letra : texto) {
+        for (const QEvent::Type tipo : {QEvent::KeyPress, QEvent::KeyRelease}) {
+            QKeyEvent evento(tipo, letra.toUpper().unicode(), Qt::NoModifier, letra);
+            QApplication::sendEvent(widget, &evento);
+        }
+    }
 }
 
 QString TextoDe(QWidget *widget)
@@ -302,9 +311,7 @@ void Condutor::Digita(const QString &nome, const QString &texto)
         QTest::mouseClick(widget, Qt::LeftButton);
         QTest::keyClick(widget, Qt::Key_A, Qt::ControlModifier);
         QTest::keyClick(widget, Qt::Key_Delete);
-        if (!texto.isEmpty()) {
-            QTest::keyClicks(widget, texto);
-        }
+        ::Tecla(widget, texto);
         return true;
     });
 }
@@ -338,12 +345,17 @@ void Condutor::Escolhe(const QString &nome, const QString &texto)
     });
 }
 
-void Condutor::AbreAba(const QString &nome, int pagina)
+void Condutor::EsperaAba(const QString &nome, int pagina)
 {
     Espera(QString("a página %1 de %2 está disponível").arg(pagina).arg(nome), [=] {
         auto *abas = qobject_cast<QTabWidget *>(Visivel(nome));
         return abas != nullptr && abas->isTabEnabled(pagina);
     });
+}
+
+void Condutor::AbreAba(const QString &nome, int pagina)
+{
+    EsperaAba(nome, pagina);
     Posta([=] {
         auto *abas = qobject_cast<QTabWidget *>(Visivel(nome));
         QTest::mouseClick(abas->tabBar(), Qt::LeftButton, {}, abas->tabBar()->tabRect(pagina).center());
@@ -406,7 +418,7 @@ void Condutor::EscolheArquivo(const QString &caminho)
     Posta([=] {
         auto *nome = QApplication::activeModalWidget()->findChild<QLineEdit *>("fileNameEdit");
         nome->clear();
-        QTest::keyClicks(nome, caminho);
+        ::Tecla(nome, caminho);
         QTest::keyClick(nome, Qt::Key_Return);
     });
     Espera("a escolha de arquivo foi fechada",

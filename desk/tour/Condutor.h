@@ -37,6 +37,7 @@ class Condutor {
     void Tecla(Qt::Key tecla, Qt::KeyboardModifiers modificadores = Qt::NoModifier);
     // Opens a combo and chooses the item of that text with the keyboard.
     void Escolhe(const QString &nome, const QString &texto);
+    void EsperaAba(const QString &nome, int pagina);
     void AbreAba(const QString &nome, int pagina);
     void ClicaLinha(const QString &lista, int linha);
     // Answers a box that has this text with the button of this caption.

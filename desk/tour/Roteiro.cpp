@@ -171,13 +171,14 @@ void Roteiro::IncluiEquipamento()
     m_Condutor.Passo("Inclusão aplicada", [&] {
         m_Condutor.Clica("ztCmdAplicar");
         m_Condutor.Responde("Confirma a inclusão?", "Sim");
-        m_Condutor.ConfereHabilitado("ztCmdAplicar", false);
+        m_Condutor.EsperaAba("sstDados", 2);
         m_Condutor.Confere("descrição", NoBanco("SELECT Descricao FROM EQUIPAMENTO WHERE Codigo = 'ROTEIRO1'"),
                            "Lombada da Avenida do Forte");
         m_Condutor.Confere("velocidade permitida",
                            NoBanco("SELECT VelocPermitida FROM EQUIPAMENTO WHERE Codigo = 'ROTEIRO1'"), "60");
         m_Condutor.AbreAba("sstDados", 0);
         m_Condutor.ConfereTexto("lblOperador", "101");
+        m_Condutor.ConfereHabilitado("cboTipoEquip", false);
     });
 }
 

@@ -4,6 +4,7 @@
 #include "controls/ztList.h"
 #include "desk/windows/ModeloLista.h"
 
+#include <QFile>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QIcon>
@@ -23,8 +24,8 @@ QIcon Icone(const std::string &chave)
 {
     static constexpr const char *Prefixo = "mnuZTLObj";
     const QString nome = Q(chave).mid(static_cast<int>(std::string_view(Prefixo).size())).toLower();
-    const QIcon icone(":/icones/" + nome + ".svg");
-    return icone.isNull() || icone.availableSizes().isEmpty() ? QIcon(":/icones/comando.svg") : icone;
+    const QString arquivo = ":/icones/" + nome + ".svg";
+    return QIcon(QFile::exists(arquivo) ? arquivo : ":/icones/comando.svg");
 }
 
 QToolButton *FazBotao(QWidget *dono)
