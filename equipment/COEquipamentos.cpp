@@ -392,13 +392,9 @@ try {
     if (!Plataforma()->PerguntaSimNao(pergunta, Plataforma()->Aplicacao()->Titulo(), false)) {
         return;
     }
-    const bool aceito = ComandaRemoto([] { return goGateway(); }, "EquiptoRN", operacao,
-                                      [&] {
-                                          auto pedido = ::Novo<EquiptoED>();
-                                          pedido->NroIntEquip = NroIntEquipAtual();
-                                          return pedido;
-                                      });
-    if (aceito) {
+    auto pedido = ::Novo<EquiptoED>();
+    pedido->NroIntEquip = NroIntEquipAtual();
+    if (ComandaRemoto([] { return goGateway(); }, "EquiptoRN", operacao, [&] { return pedido; })) {
         AvisaTabelaAlterada();
         Atualizar();
     }

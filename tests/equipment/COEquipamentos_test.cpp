@@ -1275,6 +1275,17 @@ TEST_F(COEquipamentosTeste, Inativar_OfASearchThatIsNeitherOfActiveNorOfInactive
     EXPECT_TRUE(host->Contem("EquiptoRN.MostraErro() -> \"Operação desconhecida\""));
 }
 
+TEST_F(COEquipamentosTeste, Inativar_WithoutACurrentRow_ReportsTheConversionAndCallsNothing)
+{
+    Pessoa pessoa = AbreComLinhas();
+    ListaDe(pessoa)->DefineItemAtual(0);
+    host->Responde("Deseja desativar o equipamento  ?", true);
+    ListaDe(pessoa)->ItemMenuClicado().dispara(Reativar);
+    EXPECT_EQ(Erros(), Textos{"COEquipamentos.m_ZtList_ItemMenuClicado(mnuZTLObjReativar): 13 (ZTAVOREQUIP < "
+                              "COEquipamentos.Inativar)"});
+    EXPECT_EQ(host->Conta("Gateway."), 0);
+}
+
 TEST_F(COEquipamentosTeste, LimitesDiferenciados_OfARow_OpensTheLimitsOfItsEquipment)
 {
     struct Caso {
