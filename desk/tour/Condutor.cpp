@@ -27,6 +27,7 @@
 #include <QTest>
 #include <QThread>
 
+#include <algorithm>
 #include <exception>
 
 namespace {
@@ -209,6 +210,17 @@ void Condutor::Retrato(const QString &nome)
                 janelas << janela;
             }
         }
+        // A window stands in front of the one that it was opened from.
+        const auto profundidade = [](const QWidget *janela) {
+            int nivel = 0;
+            for (const QWidget *dono = janela->parentWidget(); dono != nullptr; dono = dono->parentWidget()) {
+                ++nivel;
+            }
+            return nivel;
+        };
+        std::stable_sort(janelas.begin(), janelas.end(), [&](const QWidget *a, const QWidget *b) {
+            return profundidade(a) < profundidade(b);
+        });
         const bool comPrincipal = principal != nullptr && principal->isVisible();
         QPixmap foto(comPrincipal ? principal->size() : QSize(1280, 820));
         foto.fill(QColor("#5b6b7c"));

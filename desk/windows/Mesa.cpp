@@ -229,7 +229,7 @@ void Mesa::AbreConsulta()
         nullptr);
     QMdiSubWindow *filha = m_Area->addSubWindow(consulta);
     filha->setAttribute(Qt::WA_DeleteOnClose);
-    filha->resize(560, 560);
+    filha->setGeometry(60, 20, 560, 600);
     filha->show();
 }
 

@@ -37,11 +37,12 @@ VisorPDF::VisorPDF(QWidget *dono)
 {
     setObjectName("VisorPDF");
     setWindowFlag(Qt::WindowMaximizeButtonHint);
-    resize(820, 900);
+    resize(1080, 900);
     m_Visao->setDocument(m_Documento);
     m_Visao->setPageMode(QPdfView::PageMode::MultiPage);
     m_Visao->setZoomMode(QPdfView::ZoomMode::FitToWidth);
     m_Busca->setDocument(m_Documento);
+    m_Procurado->setMinimumWidth(200);
     m_Procurado->setPlaceholderText("Procurar no documento");
     m_Procurado->setAccessibleName("Procurar no documento");
     m_Procurado->setClearButtonEnabled(true);
