@@ -1,0 +1,529 @@
+#include "sensors/frmEquipAfericoes.h"
+
+#include "tests/sensors/CenarioSensores.h"
+
+#include <cstddef>
+#include <utility>
+
+// The document of a calibration: choosing, sending and fetching.
+
+namespace {
+
+const std::string Janela = "frmEquipAfericoes";
+const std::string Arquivo = "C:\\DOC\\certificado.pdf";
+const std::string Temporario = "C:\\HOST\\MODULOS\\VORTemp.pdf";
+const Bytes ConteudoNovo{'n', 'o', 'v', 'o'};
+const Bytes ConteudoAntigo{'a', 'n', 't', 'i', 'g', 'o', 0, 255, '\r', '\n'};
+const std::string SemDocumento = "É obrigatório fazer Upload do Documento em PDF!";
+const std::string Dialogo = "cdAbreArquivos.ShowOpen(\"PDF (*.pdf)|*.pdf\", \"*.pdf\", \"Selecione o arquivo\")";
+
+class frmEquipAfericoesDocumento_test : public CenarioSensores {
+  protected:
+    void SetUp() override
+    {
+        CenarioSensores::SetUp();
+        sensor = PoeSensor(103, 3, "Rua Três, 33");
+        afericao = PoeAfericao(sensor, 7, "01/01/2026", "31/12/2026"); // with document 500
+        host->Dominio->Documentos[500] = ConteudoAntigo;
+        host->Dominio->UltimoDocumento = 900;
+        host->Tela->Arquivos.Poe(Arquivo, ConteudoNovo);
+    }
+    void TearDown() override
+    {
+        afericao = nullptr;
+        sensor = nullptr;
+        CenarioSensores::TearDown();
+    }
+
+    bool Inclui(std::function<void(Pessoa &)> gestos)
+    {
+        nova = Novo<clsAfericao>();
+        nova->DefineSensor(sensor);
+        NaJanela(Janela, [this, gestos = std::move(gestos)](Pessoa &p) {
+            FAZ(p, Preenche("txtNroINMETRO", "1"));
+            FAZ(p, Preenche("txtDtVerifINMETRO", "01/01/2027"));
+            FAZ(p, Preenche("txtDtVencINMETRO", "31/12/2027"));
+            host->LimpaRegistro();
+            gestos(p);
+        });
+        return FormCompartilhado<frmEquipAfericoes>()->CarregaInclusao(nova);
+    }
+    bool Edita(std::function<void(Pessoa &)> gestos)
+    {
+        NaJanela(Janela, [this, gestos = std::move(gestos)](Pessoa &p) {
+            host->LimpaRegistro();
+            gestos(p);
+        });
+        return FormCompartilhado<frmEquipAfericoes>()->CarregaEdicao(afericao);
+    }
+    void Procura(Pessoa &p, const std::string &arquivo)
+    {
+        host->EscolheArquivo(arquivo);
+        FAZ(p, Clica("cmdProcurar"));
+    }
+    void ProcuraECancela(Pessoa &p)
+    {
+        host->CancelaDialogo();
+        FAZ(p, Clica("cmdProcurar"));
+    }
+    void Espera(const Pessoa &p, const std::string &rotulo, bool upload)
+    {
+        EXPECT_EQ(Caption(p, "lblMsgCert"), rotulo);
+        EXPECT_EQ(Habilitado(p, "cmdUpload"), upload);
+    }
+    // OK is refused for want of a document.
+    void EsperaOKRecusado(Pessoa &p)
+    {
+        const std::size_t antes = host->Avisos().size();
+        FAZ(p, Clica("cmdOK"));
+        ASSERT_EQ(host->Avisos().size(), antes + 1);
+        EXPECT_EQ(host->Avisos().back().Texto, SemDocumento);
+        EXPECT_EQ(host->Avisos().back().Controle, "");
+    }
+    const std::vector<DocumentosVistos::Visto> &Vistos() const { return host->Visor->Vistos; }
+
+    Ref<clsSensor> sensor;
+    Ref<clsAfericao> afericao;
+    Ref<clsAfericao> nova;
+};
+
+TEST_F(frmEquipAfericoesDocumento_test, cmdProcurar_FileThatOpens_ShownToThePersonAndUploadEnabled)
+{
+    EXPECT_FALSE(Inclui([&](Pessoa &p) {
+        Procura(p, Arquivo);
+        Espera(p, "Arquivo " + Arquivo, true);
+        EXPECT_TRUE(
+            RegistroIgual(host->Registro(),
+                          {Dialogo + " -> \"" + Arquivo + "\"", "Plataforma.TamanhoArquivo(\"" + Arquivo + "\") -> 4",
+                           "Host.CriaDocumentoPDF()", "DocumentoPDF.ArquivoPDF := \"" + Arquivo + "\"",
+                           "DocumentoPDF.Mostra(True) -> True"})); // and nothing has been sent
+        ASSERT_EQ(Vistos().size(), 1U);
+        EXPECT_EQ(Vistos()[0].Conteudo, ConteudoNovo);
+        EXPECT_TRUE(Vistos()[0].Modal);
+        EsperaOKRecusado(p);
+        FAZ(p, Clica("cmdCancelar"));
+    }));
+    EXPECT_EQ(nova->NroIntImgCertif, 0);
+}
+
+TEST_F(frmEquipAfericoesDocumento_test, cmdProcurar_CancelledOnFirstUse_NoFile)
+{
+    EXPECT_FALSE(Inclui([&](Pessoa &p) {
+        ProcuraECancela(p);
+        Espera(p, "Sem Arquivo!", false);
+        EXPECT_TRUE(RegistroIgual(host->Registro(), {Dialogo + " -> cancelado"}));
+        FAZ(p, Clica("cmdCancelar"));
+    }));
+    EXPECT_TRUE(Vistos().empty());
+}
+
+TEST_F(frmEquipAfericoesDocumento_test, cmdProcurar_CancelledAfterAChoice_EarlierFileAgain)
+{
+    EXPECT_FALSE(Inclui([&](Pessoa &p) {
+        Procura(p, Arquivo);
+        ProcuraECancela(p);
+        Espera(p, "Arquivo " + Arquivo, true);
+        ASSERT_EQ(Vistos().size(), 2U);
+        EXPECT_EQ(Vistos()[1].Caminho, Arquivo);
+        FAZ(p, Clica("cmdCancelar"));
+    }));
+}
+
+TEST_F(frmEquipAfericoesDocumento_test, cmdProcurar_LargestAllowedAndOneByteMore_PassesAndIsRefused)
+{
+    const std::string justo = "C:\\DOC\\justo.pdf";
+    const std::string grande = "C:\\DOC\\grande.pdf";
+    host->Tela->Arquivos.Poe(justo, Bytes(5242880, 1));
+    host->Tela->Arquivos.Poe(grande, Bytes(5242881, 1));
+    EXPECT_FALSE(Inclui([&](Pessoa &p) {
+        Procura(p, grande);
+        Espera(p, "Aguardando...", false);
+        ASSERT_EQ(host->Avisos().size(), 1U);
+        EXPECT_EQ(host->Avisos()[0].Texto, "Arquivo 'C:\\DOC\\grande.pdf' ultrapassa tamanho máximo (5 Mb).");
+        EXPECT_EQ(host->Avisos()[0].Controle, "");
+        EXPECT_TRUE(Vistos().empty());
+
+        Procura(p, justo);
+        Espera(p, "Arquivo " + justo, true);
+        EXPECT_EQ(host->Avisos().size(), 1U);
+
+        Procura(p, grande); // what was enabled stays enabled
+        Espera(p, "Aguardando...", true);
+        EXPECT_EQ(host->Avisos().size(), 2U);
+        EXPECT_EQ(Vistos().size(), 1U);
+        FAZ(p, Clica("cmdCancelar"));
+    }));
+}
+
+TEST_F(frmEquipAfericoesDocumento_test, cmdProcurar_EmptyFile_PassesTheLimitAndIsSentAsItIs)
+{
+    const std::string vazio = "C:\\DOC\\vazio.pdf";
+    host->Tela->Arquivos.Poe(vazio, {});
+    EXPECT_TRUE(Inclui([&](Pessoa &p) {
+        Procura(p, vazio);
+        Espera(p, "Arquivo " + vazio, true);
+        FAZ(p, Clica("cmdUpload"));
+        FAZ(p, Clica("cmdOK"));
+    }));
+    EXPECT_EQ(host->Dominio->Documentos[901], Bytes{});
+    EXPECT_EQ(nova->NroIntImgCertif, 901);
+}
+
+TEST_F(frmEquipAfericoesDocumento_test, cmdProcurar_ViewerCannotOpen_WaitingAndUploadAsItWas)
+{
+    EXPECT_FALSE(Inclui([&](Pessoa &p) {
+        host->Visor->Abre = false;
+        Procura(p, Arquivo);
+        Espera(p, "Aguardando...", false);
+        host->Visor->Abre = true;
+        ProcuraECancela(p);
+        Espera(p, "Arquivo " + Arquivo, true);
+        host->Visor->Abre = false;
+        ProcuraECancela(p);
+        Espera(p, "Aguardando...", true);
+        FAZ(p, Clica("cmdCancelar"));
+    }));
+}
+
+TEST_F(frmEquipAfericoesDocumento_test, cmdProcurar_NameOfBlanks_LooksAtTheLengthFirst)
+{
+    EXPECT_FALSE(Inclui([&](Pessoa &p) {
+        Procura(p, "   ");
+        ASSERT_EQ(host->Erros().size(), 1U);
+        EXPECT_EQ(host->Erros()[0].Numero, 53);
+        Espera(p, "Aguardando...", false);
+
+        host->Tela->Arquivos.Poe("   ", ConteudoNovo);
+        ProcuraECancela(p);
+        Espera(p, "Sem Arquivo!", false);
+        FAZ(p, Clica("cmdCancelar"));
+    }));
+    EXPECT_TRUE(Vistos().empty());
+}
+
+TEST_F(frmEquipAfericoesDocumento_test, cmdProcurar_FileVanished_ErrorBoxAndTheFormStaysOpen)
+{
+    EXPECT_FALSE(Inclui([&](Pessoa &p) {
+        Procura(p, "C:\\DOC\\sumiu.pdf");
+        ASSERT_EQ(host->Erros().size(), 1U);
+        EXPECT_EQ(host->Erros()[0].Contexto, "frmEquipAfericoes.cmdProcurar_Click");
+        EXPECT_EQ(host->Erros()[0].Numero, 53);
+        EXPECT_EQ(host->Erros()[0].Fonte, "ZTAVOREQUIP < frmEquipAfericoes.ProcurarPDF");
+        Espera(p, "Aguardando...", false);
+        EXPECT_TRUE(Aberta(Janela)->Visible());
+        EXPECT_EQ(host->Tela->Ponteiro(), PonteiroNormal);
+        FAZ(p, Clica("cmdCancelar"));
+    }));
+}
+
+TEST_F(frmEquipAfericoesDocumento_test, cmdProcurar_ViewerFails_PathThroughBothProcedures)
+{
+    EXPECT_FALSE(Inclui([&](Pessoa &p) {
+        for (const std::string operacao : {"Host.CriaDocumentoPDF", "DocumentoPDF.ArquivoPDF", "DocumentoPDF.Mostra"}) {
+            host->FalhaEm(operacao);
+            Procura(p, Arquivo);
+            EXPECT_EQ(host->Erros().back().Contexto, "frmEquipAfericoes.cmdProcurar_Click");
+            EXPECT_EQ(host->Erros().back().Fonte,
+                      operacao + " < frmEquipAfericoes.VisualizaPDF < frmEquipAfericoes.ProcurarPDF");
+            Espera(p, "Aguardando...", false);
+        }
+        EXPECT_EQ(host->Erros().size(), 3U);
+        FAZ(p, Clica("cmdCancelar"));
+    }));
+}
+
+TEST_F(frmEquipAfericoesDocumento_test, cmdUpload_Accepted_NumberOnTheScreenAndInTheRecordOnOK)
+{
+    EXPECT_TRUE(Inclui([&](Pessoa &p) {
+        Procura(p, Arquivo);
+        host->LimpaRegistro();
+        FAZ(p, Clica("cmdUpload"));
+        Espera(p, "Upload Concluido!", false);
+        EXPECT_TRUE(RegistroIgual(host->RegistroDe({"goDadosVor.EnviaDocumento"}),
+                                  {"goDadosVor.EnviaDocumento(\"" + Arquivo + "\", 0, 0) -> documento 901 -> True"}));
+        EXPECT_EQ(nova->NroIntImgCertif, 0);
+        EXPECT_EQ(host->Dominio->Documentos[901], ConteudoNovo); // at once, before the calibration is confirmed
+        FAZ(p, Clica("cmdOK"));
+    }));
+    EXPECT_EQ(nova->NroIntImgCertif, 901);
+    EXPECT_TRUE(host->Tela->Caixas().empty());
+    EXPECT_TRUE(host->Avisos().empty());
+}
+
+TEST_F(frmEquipAfericoesDocumento_test, cmdUpload_Refused_BoxTellsAndTheLabelDoesNot)
+{
+    EXPECT_FALSE(Inclui([&](Pessoa &p) {
+        Procura(p, Arquivo);
+        host->Dominio->AceitaEnvio = false;
+        FAZ(p, Clica("cmdUpload"));
+        ASSERT_EQ(host->Tela->Caixas().size(), 1U);
+        EXPECT_EQ(host->Tela->Caixas()[0].Texto, "Não foi possivel realizar o Upload!");
+        EXPECT_EQ(host->Tela->Caixas()[0].Titulo, "Atenção");
+        Espera(p, "Upload Concluido!", false);
+        NAO_FAZ(p, Clica("cmdUpload")); // a new try needs a new choice
+        EsperaOKRecusado(p);
+
+        host->Dominio->AceitaEnvio = true;
+        ProcuraECancela(p);
+        FAZ(p, Clica("cmdUpload"));
+        Espera(p, "Upload Concluido!", false);
+        EXPECT_EQ(host->Tela->Caixas().size(), 1U);
+        FAZ(p, Clica("cmdCancelar"));
+    }));
+}
+
+TEST_F(frmEquipAfericoesDocumento_test, cmdUpload_Sending_LabelsInTheirOrder)
+{
+    host->Dominio->AceitaEnvio = false;
+    EXPECT_FALSE(Inclui([&](Pessoa &p) {
+        Procura(p, Arquivo);
+        Textos rotulos;
+        auto rotulo = p.Acha("lblMsgCert");
+        const auto mudou = ComoBase(rotulo)->Mudou().liga([&] { rotulos.push_back(rotulo->Caption()); });
+        FAZ(p, Clica("cmdUpload"));
+        EXPECT_EQ(rotulos,
+                  (Textos{"Fazendo Upload, Aguarde!", "Não foi possivel realizar o Upload!", "Upload Concluido!"}));
+        FAZ(p, Clica("cmdCancelar"));
+    }));
+    EXPECT_EQ(host->Tela->Caixas().size(), 1U);
+}
+
+TEST_F(frmEquipAfericoesDocumento_test, cmdUpload_NoFileChosen_NothingIsSent)
+{
+    EXPECT_FALSE(Inclui([&](Pessoa &p) {
+        p.Acha("cmdUpload")->DefineEnabled(true); // out of the person's reach otherwise
+        for (const std::string nome : {"", "  "}) {
+            p.Acha<ICommonDialog>("cdAbreArquivos")->DefineFileName(nome);
+            FAZ(p, Clica("cmdUpload"));
+            Espera(p, "Nenhum PDF foi Selecionado!", true);
+        }
+        EXPECT_EQ(host->Conta("goDadosVor.EnviaDocumento"), 0);
+        FAZ(p, Clica("cmdCancelar"));
+    }));
+}
+
+TEST_F(frmEquipAfericoesDocumento_test, cmdUpload_ServiceAnswersNumberZero_CountsAsNoDocument)
+{
+    host->Dominio->UltimoDocumento = -1; // the next number is 0
+    EXPECT_FALSE(Inclui([&](Pessoa &p) {
+        Procura(p, Arquivo);
+        FAZ(p, Clica("cmdUpload"));
+        Espera(p, "Upload Concluido!", false);
+        EXPECT_TRUE(host->Tela->Caixas().empty());
+        EsperaOKRecusado(p);
+        FAZ(p, Clica("cmdCancelar"));
+    }));
+}
+
+TEST_F(frmEquipAfericoesDocumento_test, cmdUpload_ServiceFails_ErrorBoxAndStillSending)
+{
+    EXPECT_FALSE(Inclui([&](Pessoa &p) {
+        Procura(p, Arquivo);
+        host->FalhaEm("goDadosVor.EnviaDocumento");
+        FAZ(p, Clica("cmdUpload"));
+        ASSERT_EQ(host->Erros().size(), 1U);
+        EXPECT_EQ(host->Erros()[0].Contexto, "frmEquipAfericoes.cmdUpload_Click");
+        EXPECT_EQ(host->Erros()[0].Fonte, "goDadosVor.EnviaDocumento");
+        Espera(p, "Fazendo Upload, Aguarde!", false);
+        EsperaOKRecusado(p);
+        FAZ(p, Clica("cmdCancelar"));
+    }));
+}
+
+TEST_F(frmEquipAfericoesDocumento_test, cmdUpload_FileVanishedAfterTheChoice_RefusedLikeAnyOther)
+{
+    EXPECT_FALSE(Inclui([&](Pessoa &p) {
+        Procura(p, Arquivo);
+        host->Tela->Arquivos.Apaga(Arquivo);
+        FAZ(p, Clica("cmdUpload"));
+        ASSERT_EQ(host->Tela->Caixas().size(), 1U);
+        Espera(p, "Upload Concluido!", false);
+        EsperaOKRecusado(p);
+        FAZ(p, Clica("cmdCancelar"));
+    }));
+    EXPECT_TRUE(host->Erros().empty());
+}
+
+TEST_F(frmEquipAfericoesDocumento_test, cmdUpload_ReplacementThenCancel_RecordKeepsItsDocument)
+{
+    EXPECT_FALSE(Edita([&](Pessoa &p) {
+        Procura(p, Arquivo);
+        FAZ(p, Clica("cmdUpload"));
+        FAZ(p, Clica("cmdCancelar"));
+    }));
+    EXPECT_EQ(afericao->NroIntImgCertif, 500);
+    EXPECT_EQ(host->Dominio->Documentos[901], ConteudoNovo); // abandoned
+}
+
+TEST_F(frmEquipAfericoesDocumento_test, cmdUpload_ReplacementThenOK_RecordGetsTheNewNumber)
+{
+    EXPECT_TRUE(Edita([&](Pessoa &p) {
+        Procura(p, Arquivo);
+        Espera(p, "Arquivo " + Arquivo, true);
+        FAZ(p, Clica("cmdUpload"));
+        FAZ(p, Clica("cmdOK"));
+    }));
+    EXPECT_EQ(afericao->NroIntImgCertif, 901);
+}
+
+TEST_F(frmEquipAfericoesDocumento_test, cmdUpload_FailedReplacement_OKRefusedAndCancelKeepsTheOldOne)
+{
+    host->Dominio->AceitaEnvio = false;
+    EXPECT_FALSE(Edita([&](Pessoa &p) {
+        Procura(p, Arquivo);
+        FAZ(p, Clica("cmdUpload"));
+        EsperaOKRecusado(p);
+        FAZ(p, Clica("cmdCancelar"));
+    }));
+    EXPECT_EQ(afericao->NroIntImgCertif, 500);
+    EXPECT_FALSE(afericao->Alterado);
+}
+
+TEST_F(frmEquipAfericoesDocumento_test, cmdVisualizar_StoredDocument_FetchedWrittenAndShown)
+{
+    host->Tela->Arquivos.Poe(Temporario, Bytes(1000, 'x')); // of an earlier view, and longer
+    EXPECT_FALSE(Edita([&](Pessoa &p) {
+        Textos rotulos;
+        auto rotulo = p.Acha("lblMsgCert");
+        const auto mudou = ComoBase(rotulo)->Mudou().liga([&] { rotulos.push_back(rotulo->Caption()); });
+        FAZ(p, Clica("cmdVisualizar"));
+        EXPECT_EQ(rotulos, (Textos{"Baixando Documento, aguarde!", "Operação Concluida com Sucesso!"}));
+        EXPECT_EQ(Caption(p, "cmdProcurar"), "Alterar");
+        EXPECT_TRUE(RegistroIgual(
+            host->RegistroDe({"goDadosVor.RecebeDocumento", "Plataforma", "Host.CriaDocumentoPDF", "DocumentoPDF"}),
+            {"goDadosVor.RecebeDocumento(500, True) -> True",
+             "Plataforma.ExisteArquivo(\"" + Temporario + "\") -> True",
+             "Plataforma.ApagaArquivo(\"" + Temporario + "\")",
+             "Plataforma.GravaArquivo(\"" + Temporario + "\", 10 bytes)", "Host.CriaDocumentoPDF()",
+             "DocumentoPDF.ArquivoPDF := \"" + Temporario + "\"", "DocumentoPDF.Mostra(True) -> True"}));
+        FAZ(p, Clica("cmdCancelar"));
+    }));
+    ASSERT_EQ(Vistos().size(), 1U);
+    EXPECT_EQ(Vistos()[0].Conteudo, ConteudoAntigo);
+    EXPECT_TRUE(Vistos()[0].Modal);
+    EXPECT_EQ(host->Tela->Arquivos.Conteudo(Temporario), ConteudoAntigo); // it stays
+}
+
+TEST_F(frmEquipAfericoesDocumento_test, cmdVisualizar_NoTemporaryFileYet_NothingToDelete)
+{
+    EXPECT_FALSE(Edita([&](Pessoa &p) {
+        FAZ(p, Esc()); // which presses this button
+        EXPECT_EQ(host->Conta("Plataforma.ApagaArquivo"), 0);
+        EXPECT_EQ(host->Conta("Plataforma.GravaArquivo"), 1);
+        FAZ(p, Esc()); // and again: now there is one
+        EXPECT_EQ(host->Conta("Plataforma.ApagaArquivo"), 1);
+        FAZ(p, Clica("cmdCancelar"));
+    }));
+    EXPECT_EQ(Vistos().size(), 2U);
+}
+
+TEST_F(frmEquipAfericoesDocumento_test, cmdVisualizar_InDetails_Works)
+{
+    Novo<frmEquipAfericoes>()->CarregaDetalhes(afericao);
+    Pessoa p(Aberta(Janela), host->Tela);
+    NAO_FAZ(p, Clica("cmdProcurar"));
+    FAZ(p, Clica("cmdVisualizar"));
+    Espera(p, "Operação Concluida com Sucesso!", false);
+    EXPECT_EQ(Caption(p, "cmdProcurar"), "Alterar");
+    EXPECT_EQ(Vistos().size(), 1U);
+}
+
+TEST_F(frmEquipAfericoesDocumento_test, cmdVisualizar_AfterAnUploadInEdition_TheOldDocument)
+{
+    EXPECT_TRUE(Edita([&](Pessoa &p) {
+        Procura(p, Arquivo);
+        FAZ(p, Clica("cmdUpload"));
+        FAZ(p, Clica("cmdVisualizar"));
+        EXPECT_EQ(Vistos().back().Conteudo, ConteudoAntigo);
+        FAZ(p, Clica("cmdOK"));
+    }));
+    EXPECT_EQ(afericao->NroIntImgCertif, 901);
+}
+
+TEST_F(frmEquipAfericoesDocumento_test, cmdVisualizar_AfterAnUploadInInclusion_NothingToShowAndOKPasses)
+{
+    EXPECT_TRUE(Inclui([&](Pessoa &p) {
+        Procura(p, Arquivo);
+        FAZ(p, Clica("cmdUpload"));
+        host->LimpaRegistro();
+        FAZ(p, Clica("cmdVisualizar"));
+        Espera(p, "Selecione o arquivo PDF!", false);
+        EXPECT_EQ(Caption(p, "cmdProcurar"), "Procurar");
+        EXPECT_EQ(host->Registro(), Textos{});
+        FAZ(p, Clica("cmdOK"));
+    }));
+    EXPECT_EQ(nova->NroIntImgCertif, 901);
+}
+
+TEST_F(frmEquipAfericoesDocumento_test, cmdVisualizar_ServiceRefuses_LabelTells)
+{
+    host->Dominio->AceitaRecebimento = false;
+    EXPECT_FALSE(Edita([&](Pessoa &p) {
+        FAZ(p, Clica("cmdVisualizar"));
+        Espera(p, "Não foi Possivel Recuperar o Documento!", false);
+        EXPECT_EQ(host->Conta("Plataforma.ExisteArquivo"), 0);
+        FAZ(p, Clica("cmdCancelar"));
+    }));
+    EXPECT_TRUE(host->Tela->Caixas().empty());
+    EXPECT_TRUE(host->Avisos().empty());
+}
+
+TEST_F(frmEquipAfericoesDocumento_test, cmdVisualizar_ViewerCannotOpen_LabelStaysAtFetching)
+{
+    host->Visor->Abre = false;
+    EXPECT_FALSE(Edita([&](Pessoa &p) {
+        FAZ(p, Clica("cmdVisualizar"));
+        Espera(p, "Baixando Documento, aguarde!", false);
+        FAZ(p, Clica("cmdCancelar"));
+    }));
+}
+
+TEST_F(frmEquipAfericoesDocumento_test, cmdVisualizar_FileThatCannotBeDeletedOrWritten_ErrorBoxAndTheFormStaysOpen)
+{
+    host->Tela->Arquivos.Poe(Temporario, ConteudoNovo);
+    host->Tela->Arquivos.Protege(Temporario);
+    EXPECT_FALSE(Edita([&](Pessoa &p) {
+        const auto falhou = [&](std::size_t quantas, std::int32_t numero) {
+            ASSERT_EQ(host->Erros().size(), quantas);
+            EXPECT_EQ(host->Erros().back().Contexto, "frmEquipAfericoes.cmdVisualizar_Click");
+            EXPECT_EQ(host->Erros().back().Numero, numero);
+            Espera(p, "Baixando Documento, aguarde!", false);
+            EXPECT_TRUE(Aberta(Janela)->Visible());
+            EXPECT_TRUE(Vistos().empty());
+        };
+        FAZ(p, Clica("cmdVisualizar"));
+        falhou(1, 75); // in use by another viewer
+        EXPECT_EQ(host->Conta("Plataforma.GravaArquivo"), 0);
+        host->Tela->DiretorioModulo = "C:\\NAO\\EXISTE";
+        FAZ(p, Clica("cmdVisualizar"));
+        falhou(2, 76);
+        FAZ(p, Clica("cmdCancelar"));
+    }));
+}
+
+TEST_F(frmEquipAfericoesDocumento_test, cmdVisualizar_ViewerFails_PathThroughVisualizaPDF)
+{
+    EXPECT_FALSE(Edita([&](Pessoa &p) {
+        host->FalhaEm("DocumentoPDF.Mostra");
+        FAZ(p, Clica("cmdVisualizar"));
+        ASSERT_EQ(host->Erros().size(), 1U);
+        EXPECT_EQ(host->Erros()[0].Contexto, "frmEquipAfericoes.cmdVisualizar_Click");
+        EXPECT_EQ(host->Erros()[0].Fonte, "DocumentoPDF.Mostra < frmEquipAfericoes.VisualizaPDF");
+        FAZ(p, Clica("cmdCancelar"));
+    }));
+}
+
+TEST_F(frmEquipAfericoesDocumento_test, cmdProcurar_NextUseOfTheForm_EarlierFileIsForgotten)
+{
+    EXPECT_FALSE(Edita([&](Pessoa &p) {
+        Procura(p, Arquivo);
+        FAZ(p, Clica("cmdCancelar"));
+    }));
+    EXPECT_FALSE(Inclui([&](Pessoa &p) {
+        ProcuraECancela(p);
+        Espera(p, "Sem Arquivo!", false);
+        FAZ(p, Clica("cmdCancelar"));
+    }));
+}
+
+} // namespace
