@@ -1551,6 +1551,33 @@ TEST_F(GeralTeste, Encerra_Configured_ClosesFinishesAndReleasesEverything)
     EXPECT_FALSE(goGeral.Nada()); // never cleared
 }
 
+TEST_F(GeralTeste, Encerra_WithEverythingCached_LetsGoOfIt)
+{
+    Loga();
+    RefFraca<ITrataBD> trataBD = geral->TrataBD();
+    RefFraca<ICFunGen> funGen = geral->ObtemCFunGen();
+    RefFraca<ICFisJur> fisJur = geral->ObtemCFisJur();
+    RefFraca<ICEndereco> endereco = geral->ObtemCEndereco();
+    RefFraca<ICVeiGen> veiGen = geral->ObtemCVeiGen();
+    RefFraca<FormDeTeste> form = FormMostrado(); // the host has put it with the shell
+    RefFraca<IMDB> mdb;
+    {
+        auto banco = Novo<BancoLocal>(std::make_shared<RegistroChamadas>());
+        mdb = banco;
+        geral->DefineMDB(banco);
+    }
+    ASSERT_FALSE(trataBD.Nada() || funGen.Nada() || fisJur.Nada() || endereco.Nada() || veiGen.Nada() || form.Nada() ||
+                 mdb.Nada());
+    geral->Encerra();
+    EXPECT_TRUE(trataBD.Nada());
+    EXPECT_TRUE(funGen.Nada());
+    EXPECT_TRUE(fisJur.Nada());
+    EXPECT_TRUE(endereco.Nada());
+    EXPECT_TRUE(veiGen.Nada());
+    EXPECT_TRUE(form.Nada());
+    EXPECT_TRUE(mdb.Nada());
+}
+
 TEST_F(GeralTeste, Encerra_TwiceOrFresh_IsNoError)
 {
     geral->Encerra();
