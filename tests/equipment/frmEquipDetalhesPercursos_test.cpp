@@ -4,8 +4,8 @@
 #include "host/SensorED.h"
 #include "shell/ModGeral.h"
 #include "tests/equipment/CenarioEquipDetalhes.h"
+#include "tests/support/JornadaVarrida.h"
 #include "tests/support/RegistroEmMemoria.h"
-#include "tests/support/Varredura.h"
 
 #include <cstdint>
 #include <string>
@@ -225,18 +225,23 @@ TEST_F(PercursoEquipDetalhesTeste, Equipment_GoneMeanwhile_CannotBeOpened)
 
 // Sweeps.
 
-class JornadaInclusao : public Jornada {
+// A new equipment, saved alone, then altered with a sensor.
+class JornadaInclusao : public JornadaVarrida {
   public:
-    explicit JornadaInclusao(Rodada &rodada) : Jornada(rodada) { host().Tela->Arquivos.Poe(Layout, {}); }
+    explicit JornadaInclusao(HostRoteirizado &host) : JornadaVarrida(host), m_Registro(host)
+    {
+        host.Tela->Arquivos.Poe(Layout, {});
+        host.RespondeSempre("Confirma a inclusão?", true);
+        host.RespondeSempre("Confirma a alteração?", true);
+        NoModal("frmEquipDetalhes", [this](Pessoa &p) { Trabalha(p); });
+        NoModal("frmEquipSensores", InformaSensor);
+    }
 
     void Percorre() override
     {
         m_Antes = m_Registro.Equipamentos().size();
-        m_Salvou = false;
-        m_Rodada.TentaModal(
-            "frmEquipDetalhes", [this](Pessoa &p) { Trabalha(p); },
-            [this] { m_Salvou = FormCompartilhado<frmEquipDetalhes>()->CarregaInclusao(false); });
-        EXPECT_EQ(host().Tela->NroForms(), 0);
+        m_Salvou = FormCompartilhado<frmEquipDetalhes>()->CarregaInclusao(false);
+        EXPECT_EQ(m_Host.Tela->NroForms(), 0);
     }
     void ConfereSucesso() override
     {
@@ -251,35 +256,39 @@ class JornadaInclusao : public Jornada {
   private:
     void Trabalha(Pessoa &p)
     {
-        m_Rodada.Tenta([&] { Incluir(p, "Fixo", "Lombada"); });
-        m_Rodada.TentaPerguntado("Confirma a inclusão?", true, [&] { p.Clica("ztCmdAplicar"); });
-        m_Rodada.Tenta([&] { p.Abre("sstDados", 4); });
-        m_Rodada.Tenta([&] { p.Clica("chkEntrelacada"); });
-        m_Rodada.Tenta([&] { p.Abre("sstDados", 2); });
-        m_Rodada.TentaModal(
-            "frmEquipSensores", [this](Pessoa &sensor) { m_Rodada.Tenta([&] { InformaSensor(sensor); }); },
-            [&] { p.EscolheMenu("ztListaSensor", "mnuZTLObjNovo"); });
-        m_Rodada.TentaPerguntado("Confirma a alteração?", true, [&] { p.Clica("ztCmdOK"); });
+        Tenta([&] { Incluir(p, "Fixo", "Lombada"); });
+        Tenta([&] { p.Clica("ztCmdAplicar"); });
+        Tenta([&] { p.Abre("sstDados", 4); });
+        Tenta([&] { p.Clica("chkEntrelacada"); });
+        Tenta([&] { p.Abre("sstDados", 2); });
+        Tenta([&] { p.EscolheMenu("ztListaSensor", "mnuZTLObjNovo"); });
+        Tenta([&] { p.Clica("ztCmdOK"); });
     }
 
-    RegistroEmMemoria m_Registro{host()};
+    RegistroEmMemoria m_Registro;
     std::size_t m_Antes = 0;
     bool m_Salvou = false;
 };
 
-class JornadaEdicao : public Jornada {
+// A calibration less, and then another description.
+class JornadaEdicao : public JornadaVarrida {
   public:
-    explicit JornadaEdicao(Rodada &rodada) : Jornada(rodada), m_NroIntEquip(m_Registro.Poe(EquiptoComAfericoes(4))) {}
+    explicit JornadaEdicao(HostRoteirizado &host)
+        : JornadaVarrida(host),
+          m_Registro(host),
+          m_NroIntEquip(m_Registro.Poe(EquiptoComAfericoes(4)))
+    {
+        host.RespondeSempre("Confirma a alteração?", true);
+        host.RespondeSempre("Confirma a exclusão desta aferição?", true);
+        NoModal("frmEquipDetalhes", [this](Pessoa &p) { Trabalha(p); });
+    }
 
     void Percorre() override
     {
         m_Antes = AfericoesAtivas(*m_Registro.Equipamento(m_NroIntEquip));
         m_Registro.Equipamento(m_NroIntEquip)->Descricao = "Antiga";
-        m_Salvou = false;
-        m_Rodada.TentaModal(
-            "frmEquipDetalhes", [this](Pessoa &p) { Trabalha(p); },
-            [this] { m_Salvou = FormCompartilhado<frmEquipDetalhes>()->CarregaEdicao(m_NroIntEquip, false); });
-        EXPECT_EQ(host().Tela->NroForms(), 0);
+        m_Salvou = FormCompartilhado<frmEquipDetalhes>()->CarregaEdicao(m_NroIntEquip, false);
+        EXPECT_EQ(m_Host.Tela->NroForms(), 0);
     }
     void ConfereSucesso() override
     {
@@ -291,61 +300,63 @@ class JornadaEdicao : public Jornada {
   private:
     void Trabalha(Pessoa &p)
     {
-        m_Rodada.Tenta([&] { p.Abre("sstDados", 3); });
+        Tenta([&] { p.Abre("sstDados", 3); });
         if (p.ClicaLinha("ztListaAfericao", 1)) {
-            m_Rodada.TentaPerguntado("Confirma a exclusão desta aferição?", true,
-                                     [&] { p.EscolheMenu("ztListaAfericao", "mnuZTLObjExcluir"); });
+            Tenta([&] { p.EscolheMenu("ztListaAfericao", "mnuZTLObjExcluir"); });
         }
-        m_Rodada.TentaPerguntado("Confirma a alteração?", true, [&] { p.Clica("ztCmdAplicar"); });
-        m_Rodada.Tenta([&] { p.Abre("sstDados", 0); });
-        m_Rodada.Tenta([&] { p.Preenche("txtDescricao", "Outra"); });
-        m_Rodada.TentaPerguntado("Confirma a alteração?", true, [&] { p.Clica("ztCmdOK"); });
+        Tenta([&] { p.Clica("ztCmdAplicar"); });
+        Tenta([&] { p.Abre("sstDados", 0); });
+        Tenta([&] { p.Preenche("txtDescricao", "Outra"); });
+        Tenta([&] { p.Clica("ztCmdOK"); });
     }
 
-    RegistroEmMemoria m_Registro{host()};
+    RegistroEmMemoria m_Registro;
     std::int32_t m_NroIntEquip;
     std::int32_t m_Antes = 0;
     bool m_Salvou = false;
 };
 
-class JornadaDetalhes : public Jornada {
+class JornadaDetalhes : public JornadaVarrida {
   public:
-    explicit JornadaDetalhes(Rodada &rodada) : Jornada(rodada), m_NroIntEquip(m_Registro.Poe(EquiptoComAfericoes(1))) {}
+    explicit JornadaDetalhes(HostRoteirizado &host)
+        : JornadaVarrida(host),
+          m_Registro(host),
+          m_NroIntEquip(m_Registro.Poe(EquiptoComAfericoes(1)))
+    {
+        NoModal("frmEquipDetalhes", [this](Pessoa &p) {
+            Tenta([&] { p.Abre("sstDados", 3); });
+            m_Linhas = p.Acha<IztList>("ztListaAfericao")->NroItens();
+            Tenta([&] { p.Clica("cmdCancelar"); });
+        });
+    }
 
     void Percorre() override
     {
         m_Linhas = 0;
-        m_Rodada.TentaModal(
-            "frmEquipDetalhes",
-            [this](Pessoa &p) {
-                m_Rodada.Tenta([&] { p.Abre("sstDados", 3); });
-                m_Linhas = p.Acha<IztList>("ztListaAfericao")->NroItens();
-                m_Rodada.Tenta([&] { p.Clica("cmdCancelar"); });
-            },
-            [this] { Novo<frmEquipDetalhes>()->CarregaDetalhes(m_NroIntEquip, false); });
-        EXPECT_EQ(host().Tela->NroForms(), 0);
+        Novo<frmEquipDetalhes>()->CarregaDetalhes(m_NroIntEquip, false);
+        EXPECT_EQ(m_Host.Tela->NroForms(), 0);
     }
     void ConfereSucesso() override { EXPECT_EQ(m_Linhas, 1); }
 
   private:
-    RegistroEmMemoria m_Registro{host()};
+    RegistroEmMemoria m_Registro;
     std::int32_t m_NroIntEquip;
     std::int32_t m_Linhas = 0;
 };
 
-TEST(VarreduraEquipDetalhes, NewEquipment_WithEachHostCallFailing_TellsOnceAndWorksOnTheNextTry)
+template <class T> class VarreduraEquipDetalhes : public testing::Test {
+};
+using JornadasDeEquipamento = testing::Types<JornadaInclusao, JornadaEdicao, JornadaDetalhes>;
+TYPED_TEST_SUITE(VarreduraEquipDetalhes, JornadasDeEquipamento);
+
+TYPED_TEST(VarreduraEquipDetalhes, Form_WithEachHostCallFailing_TellsOnceAndWorksOnTheNextTry)
 {
-    EXPECT_GE(VarreFalhas<JornadaInclusao>(), 40);
+    EXPECT_GE(VarreJornada<TypeParam>(), 20);
 }
 
-TEST(VarreduraEquipDetalhes, EditedEquipment_WithEachHostCallFailing_TellsOnceAndWorksOnTheNextTry)
+TYPED_TEST(VarreduraEquipDetalhes, Form_WithEachControlFailing_TellsOnceAndWorksOnTheNextTry)
 {
-    EXPECT_GE(VarreFalhas<JornadaEdicao>(), 40);
-}
-
-TEST(VarreduraEquipDetalhes, EquipmentInDetails_WithEachHostCallFailing_TellsOnceAndWorksOnTheNextTry)
-{
-    EXPECT_GE(VarreFalhas<JornadaDetalhes>(), 20);
+    EXPECT_GE(VarreJornada<TypeParam>("Controles.Cria"), 40);
 }
 
 } // namespace

@@ -6,9 +6,9 @@
 #include "shell/ModGeral.h"
 #include "tests/support/FalhaLancada.h"
 #include "tests/support/HostTeste.h"
+#include "tests/support/JornadaVarrida.h"
 #include "tests/support/RegistroEmMemoria.h"
 #include "tests/support/RetratoForm.h"
-#include "tests/support/Varredura.h"
 
 #include <cstdint>
 #include <functional>
@@ -360,24 +360,25 @@ TEST_F(JornadaLimitesTeste, AnyKind_WhenTheServiceRefusesEachStep_CanBeTriedAgai
     EXPECT_EQ(host->Conta("EquiptoRN.MostraErro"), 9);
 }
 
-// The whole way of one kind through its window, as the equipment list opens it.
-template <std::int16_t Tipo> class JornadaDoTipo : public Jornada {
+// The whole way of one kind through its window, as the equipment list opens it: two rows more, one edited, one less.
+template <std::int16_t Tipo> class JornadaDoTipo : public JornadaVarrida {
   public:
-    using Jornada::Jornada;
+    explicit JornadaDoTipo(HostRoteirizado &host) : JornadaVarrida(host), m_Registro(host)
+    {
+        host.RespondeSempre("Confirma a exclusão deste " + DescrPorTipo[Tipo] + "?", true);
+        NoModal("frmLimitesDif", [this](Pessoa &p) { Trabalha(p); });
+        NoModal("frmLimitesDifDetalhes", [this](Pessoa &p) { m_Edita ? AlteraHoraFinal(p) : PreencheNovo(p, Tipo); });
+    }
 
     void Percorre() override
     {
         m_Antes = Ativos().size();
-        m_Rodada.TentaModal(
-            "frmLimitesDif", [this](Pessoa &p) { Trabalha(p); },
-            [] {
-                try {
-                    FormCompartilhado<frmLimitesDif>()->CarregaForm("RAD-01", 12, Tipo);
-                } catch (...) {
-                    gSubMostraErro("COEquipamentos.LimitesDiferenciados");
-                }
-            });
-        EXPECT_EQ(host().Tela->NroForms(), 0);
+        try {
+            FormCompartilhado<frmLimitesDif>()->CarregaForm("RAD-01", 12, Tipo);
+        } catch (...) {
+            gSubMostraErro("COEquipamentos.LimitesDiferenciados");
+        }
+        EXPECT_EQ(m_Host.Tela->NroForms(), 0);
     }
     void ConfereSucesso() override
     {
@@ -385,6 +386,8 @@ template <std::int16_t Tipo> class JornadaDoTipo : public Jornada {
         ASSERT_EQ(ativos.size(), m_Antes + 1);
         EXPECT_EQ(ativos.back(), 2100);
     }
+
+  protected:
     // A failed save of the detail form reaches the person as it is.
     bool DeixaAmpulheta(const Falha &falha) const override
     {
@@ -407,56 +410,54 @@ template <std::int16_t Tipo> class JornadaDoTipo : public Jornada {
         junta(m_Registro.Dias());
         return horas;
     }
+    // False when there is no such row.
     static bool ClicaUltima(Pessoa &p, std::int32_t antes)
     {
         return p.ClicaLinha("ztLista", p.Acha<ztList>("ztLista")->NroItens() - antes);
     }
     void Trabalha(Pessoa &p)
     {
-        const int novos = Tipo == DiaEspecifico ? 2 : 1; // two rows in all
-        for (int i = 0; i < novos; ++i) {
-            m_Rodada.TentaModal(
-                "frmLimitesDifDetalhes",
-                [this](Pessoa &detalhe) { m_Rodada.Tenta([&] { PreencheNovo(detalhe, Tipo); }); },
-                [&] { p.EscolheMenu("ztLista", "mnuZTLObjNovo"); });
+        m_Edita = false;
+        for (int vez = 0; vez < (Tipo == DiaEspecifico ? 2 : 1); ++vez) {
+            Tenta([&] { p.EscolheMenu("ztLista", "mnuZTLObjNovo"); });
+        }
+        m_Edita = true;
+        if (ClicaUltima(p, 0)) {
+            Tenta([&] { p.EscolheMenu("ztLista", "mnuZTLObjEditar"); });
         }
         if (ClicaUltima(p, 0)) {
-            m_Rodada.TentaModal(
-                "frmLimitesDifDetalhes", [this](Pessoa &detalhe) { m_Rodada.Tenta([&] { AlteraHoraFinal(detalhe); }); },
-                [&] { p.EscolheMenu("ztLista", "mnuZTLObjEditar"); });
-        }
-        if (ClicaUltima(p, 0)) {
-            m_Rodada.Tenta([&] { p.EscolheMenu("ztLista", "mnuZTLObjDetalhes"); });
-            for (const auto &detalhes : host().Tela->FormsAbertos("frmLimitesDifDetalhes")) {
-                m_Rodada.Tenta([&] { Pessoa(detalhes).Clica("cmdCancelar"); });
+            Tenta([&] { p.EscolheMenu("ztLista", "mnuZTLObjDetalhes"); });
+            for (const auto &detalhes : m_Host.Tela->FormsAbertos("frmLimitesDifDetalhes")) {
+                Tenta([&] { Pessoa(detalhes).Clica("cmdCancelar"); });
                 if (detalhes->Visible()) {
-                    m_Rodada.Tenta([&] { Pessoa(detalhes, host().Tela).Fecha(); });
+                    Tenta([&] { Pessoa(detalhes, m_Host.Tela).Fecha(); });
                 }
             }
         }
         if (ClicaUltima(p, 1)) {
-            m_Rodada.TentaPerguntado("Confirma a exclusão deste " + DescrPorTipo[Tipo] + "?", true,
-                                     [&] { p.EscolheMenu("ztLista", "mnuZTLObjExcluir"); });
+            Tenta([&] { p.EscolheMenu("ztLista", "mnuZTLObjExcluir"); });
         }
     }
 
-    RegistroEmMemoria m_Registro{host()};
+    RegistroEmMemoria m_Registro;
     std::size_t m_Antes = 0;
+    bool m_Edita = false;
 };
 
-TEST(VarreduraLimites, Limits_WithEachHostCallFailing_TellOnceAndWorkOnTheNextTry)
+template <class T> class VarreduraLimites : public testing::Test {
+};
+using JornadasDeLimites =
+    testing::Types<JornadaDoTipo<Limite>, JornadaDoTipo<DiaEspecifico>, JornadaDoTipo<HorarioProibido>>;
+TYPED_TEST_SUITE(VarreduraLimites, JornadasDeLimites);
+
+TYPED_TEST(VarreduraLimites, Window_WithEachHostCallFailing_TellsOnceAndWorksOnTheNextTry)
 {
-    EXPECT_GE(VarreFalhas<JornadaDoTipo<Limite>>(), 50);
+    EXPECT_GE(VarreJornada<TypeParam>(), 50);
 }
 
-TEST(VarreduraLimites, SpecificDays_WithEachHostCallFailing_TellOnceAndWorkOnTheNextTry)
+TYPED_TEST(VarreduraLimites, Window_WithEachControlFailing_TellsOnceAndWorksOnTheNextTry)
 {
-    EXPECT_GE(VarreFalhas<JornadaDoTipo<DiaEspecifico>>(), 50);
-}
-
-TEST(VarreduraLimites, ProhibitedHours_WithEachHostCallFailing_TellOnceAndWorkOnTheNextTry)
-{
-    EXPECT_GE(VarreFalhas<JornadaDoTipo<HorarioProibido>>(), 50);
+    EXPECT_GE(VarreJornada<TypeParam>("Controles.Cria"), 50);
 }
 
 } // namespace
