@@ -276,13 +276,6 @@ bool ComecaComAlgum(const std::string &texto, const Textos &inicios)
     return std::any_of(inicios.begin(), inicios.end(), [&](const auto &inicio) { return texto.starts_with(inicio); });
 }
 
-// What follows of necessity from a journey that was cut short.
-bool ConsequenciaDaFalha(const std::string &problema)
-{
-    return ComecaComAlgum(problema, {"INESPERADA: pergunta", "Pergunta esperada", "Janela modal esperada",
-                                     "Diálogo de arquivo esperado"});
-}
-
 // Runs the journey with one failure, and again without. False when nothing failed, since the failure lies beyond the
 // journey's end.
 bool ComFalha(const Percurso &percurso, const std::function<void(HostRoteirizado &)> &programa)
@@ -293,12 +286,9 @@ bool ComFalha(const Percurso &percurso, const std::function<void(HostRoteirizado
     percurso.Faz(s);
     const bool falhou = s.host->FalhasDisparadas() > 0;
     if (falhou) {
-        const Textos linhas = s.host->Registro();
-        const auto linha = std::find_if(linhas.begin(), linhas.end(),
-                                        [](const auto &texto) { return texto.find(" !! ") != std::string::npos; });
-        const std::string culpada = linha == linhas.end() ? "a call that is not logged" : *linha;
+        const std::string &culpada = s.host->ChamadaQueFalhou();
         SCOPED_TRACE(culpada);
-        const bool ignorada = ComecaComAlgum(culpada, {"FormMDI.FecharEnviaRecebe", "cGlobal.gsubSetaAutoModuloAtivo"});
+        const bool ignorada = culpada == "FormMDI.FecharEnviaRecebe" || culpada == "cGlobal.gsubSetaAutoModuloAtivo";
         EXPECT_EQ(s.host->Erros().size(), ignorada ? 0U : 1U);
         for (const auto &erro : s.host->Erros()) {
             EXPECT_EQ(erro.Numero, 51);
@@ -312,7 +302,8 @@ bool ComFalha(const Percurso &percurso, const std::function<void(HostRoteirizado
         EXPECT_TRUE(s.host->Tela->FormsAbertos("frmEquipAfericoes").empty());
     }
     if (falhou) {
-        s.host->Tela->ConfereSobras();
+        s.host->PerdoaSobras();
+        s.host->Tela->EsqueceRoteiros();
         s.Prepara();
         s.estrito = true;
         const std::size_t erros = s.host->Erros().size();
@@ -321,8 +312,8 @@ bool ComFalha(const Percurso &percurso, const std::function<void(HostRoteirizado
     }
     percurso.Confere(s);
     for (const std::string &problema : s.Encerra()) {
-        EXPECT_TRUE(falhou ? ConsequenciaDaFalha(problema)
-                           : problema.starts_with("Falha programada que não foi disparada"))
+        // Questions go astray in a journey that was cut short, and the last round's failure finds no call.
+        EXPECT_TRUE(problema.starts_with(falhou ? "INESPERADA: pergunta" : "Falha programada que não foi disparada"))
             << problema;
     }
     return falhou;
@@ -348,7 +339,8 @@ TEST_P(Percursos_test, EachHostCallFails_OneBoxNothingHeldAndTheNextTryWorks)
 
 TEST_P(Percursos_test, EachCallThatIsNotLoggedFails_TheSame)
 {
-    for (const std::string nome : {"Host.Controles", "Plataforma.DataCurta", "Plataforma.CaminhoModulo"}) {
+    for (const std::string nome :
+         {"Host.Controles", "Controles.Cria", "Plataforma.DataCurta", "Plataforma.CaminhoModulo"}) {
         std::int32_t n = 1;
         for (bool falhou = true; falhou; ++n) {
             SCOPED_TRACE(nome + " " + std::to_string(n));
