@@ -108,7 +108,7 @@ std::string Historico::Mudancas(Raiz raiz, std::int32_t numero, std::int64_t dep
     }
     std::string frase;
     for (const Autoria &autoria : autorias) {
-        frase += (frase.empty() ? "" : "; ") + Frase(autoria);
+        frase += (frase.empty() ? "" : " e ") + Frase(autoria);
     }
     return frase;
 }

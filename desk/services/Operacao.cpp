@@ -32,9 +32,8 @@ void Operacao::ConfereVersao(Raiz raiz, std::int32_t numero, std::int64_t atual,
         throw Recusa(nome + " não foi aberto nesta sessão. Abra-o antes de alterá-lo.");
     }
     if (lida->second != atual) {
-        throw Recusa(nome +
-                     " foi alterado depois de aberto: " + Historico(m_Banco).Mudancas(raiz, numero, lida->second) +
-                     ". Nada foi gravado: abra-o de novo e repita a sua alteração.");
+        throw Recusa(nome + " foi alterado " + Historico(m_Banco).Mudancas(raiz, numero, lida->second) +
+                     ", depois de aberto aqui. Nada foi gravado: abra-o de novo e repita a sua alteração.");
     }
 }
 

@@ -107,7 +107,7 @@ Ref<EquiptoED> ServicoEquipamentos::Inclui(const EquiptoED &pedido)
     novo->NroIntEquip = static_cast<std::int32_t>(::Consulta(m_Operacao.Dados(), sql, valores).NumeroNovo());
     Registra("inclui", nullptr, *novo, 1);
     ServicoSensores(m_Operacao, novo->NroIntEquip, 1).Grava(pedido.Sensores);
-    return Consulta(*novo);
+    return Completo(novo->NroIntEquip);
 }
 
 void ServicoEquipamentos::Altera(const EquiptoED &pedido)
@@ -149,9 +149,14 @@ void ServicoEquipamentos::Altera(const EquiptoED &pedido)
 Ref<EquiptoED> ServicoEquipamentos::Consulta(const EquiptoED &pedido)
 {
     m_Operacao.Exige("", "consultar equipamentos");
-    const EquipamentoGravado gravado = Acha(pedido.NroIntEquip);
-    gravado.Registro->Sensores = ServicoSensores(m_Operacao, pedido.NroIntEquip, gravado.Versao).Ativos();
-    m_Operacao.Lembra(Raiz::Equipamento, pedido.NroIntEquip, gravado.Versao);
+    return Completo(pedido.NroIntEquip);
+}
+
+Ref<EquiptoED> ServicoEquipamentos::Completo(std::int32_t nroIntEquip)
+{
+    const EquipamentoGravado gravado = Acha(nroIntEquip);
+    gravado.Registro->Sensores = ServicoSensores(m_Operacao, nroIntEquip, gravado.Versao).Ativos();
+    m_Operacao.Lembra(Raiz::Equipamento, nroIntEquip, gravado.Versao);
     return gravado.Registro;
 }
 

@@ -36,6 +36,8 @@ class ServicoEquipamentos {
     EquipamentoGravado Acha(std::int32_t nroIntEquip) const;
 
   private:
+    // With its sensors and calibrations; the session has then read it.
+    Ref<EquiptoED> Completo(std::int32_t nroIntEquip);
     void ConfereRegistro(const EquiptoED &equipto) const;
     void ConfereImutaveis(const EquiptoED &pedido, const EquipamentoGravado &gravado) const;
     void ConfereCodigoLivre(const EquiptoED &equipto) const;

@@ -47,7 +47,9 @@ class SessaoServico : public Objeto {
     virtual bool TemPermissao(const std::string &sistema, const std::string &objeto, const std::string &acao) = 0;
 
     // Runs one operation of "EquiptoRN" or "RelatorioRN" in one transaction. pedido may be replaced. True on success,
-    // with the answer in retorno; false with the reason in recusa.
+    // with the answer in retorno; false with the reason in recusa. An operator sees and changes what is of his own
+    // client. An "altera" needs a "consulta" before it in this session (or the "inclui"), a change of a limit or day a
+    // "consultaSimples...". Documento, in the answer of "consultaRelatorioRVOR011", is the document as base64.
     virtual bool Executa(const std::string &classeRN, const std::string &metodo, Ref<Objeto> &pedido, Valor &retorno,
                          std::string &recusa) = 0;
 
@@ -55,9 +57,9 @@ class SessaoServico : public Objeto {
     virtual bool GuardaDocumento(const Bytes &bytes, double &numero, std::string &recusa) = 0;
     virtual bool LeDocumento(double numero, Bytes &bytes, std::string &recusa) = 0;
 
-    // Clients that the operator may choose, in order of name.
+    // Clients that the operator may choose: his own, with its sectors in order of name.
     virtual std::vector<ClienteCadastrado> Clientes() = 0;
-    // Every equipment of the operator's client that the replica holds, in order of number; and the moment of which it
-    // tells.
+    // Every equipment of the operator's client, deactivated ones too, in order of number; and the moment of which it
+    // tells. No row for an operator who may not look.
     virtual Data LeReplica(const std::function<void(const LinhaReplica &)> &cadaLinha) = 0;
 };
