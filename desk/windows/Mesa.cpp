@@ -241,6 +241,7 @@ void Mesa::MostraAjuda(const std::string &)
     janela->setWindowTitle("Manual do operador");
     janela->resize(860, 700);
     auto *texto = new QTextBrowser(janela);
+    texto->setSearchPaths({":/docs"}); // of the pictures
     QFile manual(":/docs/manual.md");
     texto->setMarkdown(manual.open(QIODevice::ReadOnly) ? QString::fromUtf8(manual.readAll())
                                                         : QString("O manual não foi encontrado."));
