@@ -126,16 +126,21 @@ std::optional<std::weak_ordering> Compara(const Valor &a, const Valor &b)
 
 bool Vale(const std::string &operador, std::weak_ordering ordem)
 {
-    if (operador == "=")
+    if (operador == "=") {
         return ordem == 0;
-    if (operador == "<>")
+    }
+    if (operador == "<>") {
         return ordem != 0;
-    if (operador == "<")
+    }
+    if (operador == "<") {
         return ordem < 0;
-    if (operador == ">")
+    }
+    if (operador == ">") {
         return ordem > 0;
-    if (operador == "<=")
+    }
+    if (operador == "<=") {
         return ordem <= 0;
+    }
     return ordem >= 0;
 }
 
@@ -209,6 +214,7 @@ Ref<ICursor> BancoLocal::OpenRecordset(const std::string &sql, std::int16_t tipo
 
     const std::vector<std::string> &colunas = consulta.Colunas.empty() ? tabela.Colunas : consulta.Colunas;
     std::vector<std::size_t> indices;
+    indices.reserve(colunas.size());
     for (const std::string &coluna : colunas) {
         indices.push_back(IndiceDe(tabela, coluna));
     }
@@ -237,6 +243,7 @@ Ref<ICursor> BancoLocal::OpenRecordset(const std::string &sql, std::int16_t tipo
         return false;
     });
     std::vector<std::vector<Valor>> linhas;
+    linhas.reserve(escolhidas.size());
     for (const auto &registro : escolhidas) {
         std::vector<Valor> projetada;
         for (std::size_t indice : indices) {

@@ -21,7 +21,8 @@ HostRoteirizado::HostRoteirizado()
       Ajuda(m_Registro->Vigia(Novo<AjudaRoteirizada>(m_Registro), 1))
 {
     m_Registro->Vigia(m_Fabrica, 1);
-    m_CriouControle = m_Fabrica->CriouControle().liga([this](Ref<IControle> controle) { AoCriarControle(controle); });
+    m_CriouControle =
+        m_Fabrica->CriouControle().liga([this](const Ref<IControle> &controle) { AoCriarControle(controle); });
     Tela->Arquivos.CriaDiretorio(Dominio->DirLayouts);
     Tela->Arquivos.CriaDiretorio(Dominio->DirTemporarios);
 }
@@ -182,7 +183,7 @@ void HostRoteirizado::AoCriarControle(const Ref<IControle> &controle)
         RefFraca<ztClienteSetor> fraca = Eu(*seletor);
         m_Controles.push_back(seletor->AoDefinirCodCliente().liga([this, fraca] { PresetaCliente(*fraca.Alvo()); }));
         m_Controles.push_back(
-            seletor->AoAvisar().liga([this, fraca](std::string texto) { Avisa(*fraca.Alvo(), texto); }));
+            seletor->AoAvisar().liga([this, fraca](const std::string &texto) { Avisa(*fraca.Alvo(), texto); }));
     }
     if (auto *campo = dynamic_cast<ztEndereco *>(controle.Ponteiro())) {
         RefFraca<Endereco> fraca = campo->EnderecoProprio();

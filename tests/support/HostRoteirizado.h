@@ -46,7 +46,8 @@ class ztClienteSetor;
 // platform the reads that PlataformaRoteirizada names; the reads of a cursor, of a tool and of the menu holder; and
 // everything that the module does to controls and to its own forms, apart from `frmX.SetFocus()` and `frmX.ZOrder(0)`,
 // and of a control what goes on to the host: the file dialog
-// (`cdAbreArquivos.ShowOpen(...)`), the client's number and the notice of the client picker.
+// (`cdAbreArquivos.ShowOpen(...)`), the client's number and the notice of the client picker. The person who closes a
+// window with Pessoa::Fecha does so through the platform, so that it is logged; Tela->FechaPelaPessoa is not.
 //
 // Whatever the test did not provide for is a problem, which HostTeste reports at the end: a question, operation, modal
 // window or file dialog without a script, a script that was not used, an error box at which the test never looked, an

@@ -29,10 +29,11 @@ std::string TextoLogObjeto(const Objeto *objeto);
 
 template <std::integral T> std::string TextoLog(T valor)
 {
-    if constexpr (std::same_as<T, bool>)
+    if constexpr (std::same_as<T, bool>) {
         return valor ? "True" : "False";
-    else
+    } else {
         return std::to_string(valor);
+    }
 }
 
 template <class T> std::string TextoLog(const Ref<T> &referencia)
