@@ -34,7 +34,7 @@ class ztClienteSetor;
 //   host->Responde("Confirma a alteração?", true);                // in the order of the questions
 //   host->AoMostrarModal("frmEquipSensores", [](Pessoa &p) { p.Clica("cmdOK"); });  // what the person does in it
 //   host->FalhaEm("goDadosVor.EnviaDocumento");                   // or FalhaNaChamada(n), n from 1, for a sweep
-//   EXPECT_TRUE(host->RegistroIgual({"Plataforma.Ponteiro := 11", "EquiptoRN.ExecutaMetodo(\"altera\", *", ...}));
+//   EXPECT_TRUE(RegistroIgual(host->Registro(), {"Plataforma.Ponteiro := 11", "EquiptoRN.ExecutaMetodo(\"alt*"}));
 //   EXPECT_EQ(host->Erros().at(0).Fonte, "EquiptoRN.ExecutaMetodo < clsEquipto.Salva < ...");
 //   EXPECT_EQ(host->Avisos().at(0).Texto, "Informe o código do equipamento!");
 //
@@ -45,9 +45,9 @@ class ztClienteSetor;
 // Not logged: Plataforma() and Controles(); the creation of controls, which fails by the name Controles.Cria; of the
 // platform the reads that PlataformaRoteirizada names; the reads of a cursor, of a tool and of the menu holder; and
 // everything that the module does to controls and to its own forms, apart from `frmX.SetFocus()` and `frmX.ZOrder(0)`,
-// and of a control what goes on to the host: the file dialog
-// (`cdAbreArquivos.ShowOpen(...)`), the client's number and the notice of the client picker. The person who closes a
-// window with Pessoa::Fecha does so through the platform, so that it is logged; Tela->FechaPelaPessoa is not.
+// and of a control what goes on to the host: the file dialog (`cdAbreArquivos.ShowOpen(...)`), the client's number and
+// the notice of the client picker. The person who closes a window with Pessoa::Fecha does so through the platform, so
+// that it is logged; Tela->FechaPelaPessoa is not. Registry in memory: RegistroEmMemoria; sweeps: Varredura.
 //
 // Whatever the test did not provide for is a problem, which HostTeste reports at the end: a question, operation, modal
 // window or file dialog without a script, a script that was not used, an error box at which the test never looked, an
