@@ -58,8 +58,7 @@ void Banco::Comanda(const QString &sql)
 }
 
 // The version is read again under the right to write, so that of two programs that open an old registry together one
-// migrates it and the other finds it migrated. Even a registry of the present version is asked for that right: one
-// that cannot be written to is refused here and not at the first save.
+// migrates it and the other finds it migrated.
 void Banco::Migra()
 {
     const std::vector<Migracao> migracoes = m_Dialeto->Migracoes();

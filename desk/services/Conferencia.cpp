@@ -73,3 +73,8 @@ void Conferencia::Horario(std::int32_t inicio, std::int32_t fim)
                      "). Um período que passa da meia-noite precisa de duas linhas.");
     }
 }
+
+std::string Conferencia::Numero(double numero)
+{
+    return std::isfinite(numero) ? CStr(numero) : "inválido";
+}

@@ -18,4 +18,7 @@ void Dia(std::string_view membro, Data valor);
 // HHMM, both, and the first not after the second.
 void Horario(std::int32_t inicio, std::int32_t fim);
 
+// A number that came from outside, for a sentence.
+std::string Numero(double numero);
+
 } // namespace Conferencia

@@ -1,5 +1,6 @@
 #include "desk/services/DialetoSQLite.h"
 
+#include <QSqlDriver>
 #include <QSqlQuery>
 #include <QThread>
 #include <QVariant>
@@ -128,6 +129,10 @@ void DialetoSQLite::Abre(const QString &conexao, const std::string &onde) const
     banco.setConnectOptions("QSQLITE_BUSY_TIMEOUT=5000");
     if (!banco.open()) {
         throw Erro(banco.lastError());
+    }
+    // The database falls back to reading by itself, and would say so only at the first save.
+    if (sqlite3_db_readonly(*static_cast<sqlite3 *const *>(banco.driver()->handle().constData()), "main") != 0) {
+        throw ErroSql(MotivoSql::SoLeitura, "attempt to write a readonly database");
     }
     QSqlQuery comando(banco);
     for (int tentativa = 1; !comando.exec("PRAGMA journal_mode = WAL"); ++tentativa) {

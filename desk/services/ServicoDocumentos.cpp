@@ -1,5 +1,6 @@
 #include "desk/services/ServicoDocumentos.h"
 
+#include "desk/services/Conferencia.h"
 #include "desk/services/Historico.h"
 #include "desk/services/Recusa.h"
 #include "host/Conversoes.h"
@@ -67,12 +68,12 @@ Bytes ServicoDocumentos::Le(double numero)
                    "SELECT Tamanho, Sha256, Conteudo FROM DOCUMENTO WHERE NroDocumento = ? AND ClienteInc = ?",
                    {inteiro ? qlonglong(numero) : 0, Q(m_Operacao.Quem().Cliente)});
     if (!linha.Proxima()) {
-        throw Recusa("O documento de número " + CStr(numero) + " não existe no cliente " + m_Operacao.Quem().Cliente +
-                     ".");
+        throw Recusa("O documento de número " + Conferencia::Numero(numero) + " não existe no cliente " +
+                     m_Operacao.Quem().Cliente + ".");
     }
     const QByteArray conteudo = linha.Valor(2).toByteArray();
     if (conteudo.size() != linha.Inteiro(0) || Sha256(conteudo).toStdString() != linha.Texto(1)) {
-        throw Recusa("O documento de número " + CStr(numero) +
+        throw Recusa("O documento de número " + Conferencia::Numero(numero) +
                      " está danificado no registro: recupere-o de uma cópia de segurança.");
     }
     return Bytes(conteudo.begin(), conteudo.end());

@@ -126,7 +126,8 @@ bool ServicoSensores::GravaAfericoes(const SensorED &sensor, const ListaDe<Aferi
     for (std::int32_t posicao = 1; !afericoes.Nada() && posicao <= afericoes->Count(); ++posicao) {
         const AfericaoED &pedida = ItemDe(afericoes, posicao);
         if (pedida.NroIntAfericao.Valor() != 0 && !vistas.insert(pedida.NroIntAfericao).second) {
-            throw Recusa("A aferição de número interno " + CStr(pedida.NroIntAfericao.Valor()) + " veio duas vezes.");
+            throw Recusa("A aferição de número interno " + Conferencia::Numero(pedida.NroIntAfericao) +
+                         " veio duas vezes.");
         }
         AfericaoPedida fundida = Funde(sensor, pedida);
         Confere(*fundida.Depois, fundida.Antes.Ponteiro());
@@ -247,8 +248,8 @@ Ref<AfericaoED> ServicoSensores::AchaAfericao(const SensorED &sensor, double num
             return afericao;
         }
     }
-    throw Recusa("A aferição de número interno " + CStr(numero) + " não é do sensor " + CStr(sensor.NroSensor.Valor()) +
-                 " deste equipamento.");
+    throw Recusa("A aferição de número interno " + Conferencia::Numero(numero) + " não é do sensor " +
+                 CStr(sensor.NroSensor.Valor()) + " deste equipamento.");
 }
 
 void ServicoSensores::Confere(const SensorED &sensor) const
@@ -279,7 +280,7 @@ void ServicoSensores::Confere(const AfericaoED &afericao, const AfericaoED *ante
         Consulta achado(m_Operacao.Dados(), "SELECT 1 FROM DOCUMENTO WHERE NroDocumento = ? AND ClienteInc = ?",
                         {EhNumero(documento) ? qlonglong(documento) : 0, Q(m_Operacao.Quem().Cliente)});
         if (!achado.Proxima()) {
-            throw Recusa("O documento de número " + CStr(documento) + " da " + Nome(afericao) +
+            throw Recusa("O documento de número " + Conferencia::Numero(documento) + " da " + Nome(afericao) +
                          " não existe no cliente " + m_Operacao.Quem().Cliente + ".");
         }
     }

@@ -187,7 +187,7 @@ std::int32_t Inclui(const Ref<SessaoServico> &sessao, const Ref<EquiptoED> &equi
     return retorno.Como<EquiptoED>()->NroIntEquip;
 }
 
-Ref<EquiptoED> Consulta(const Ref<SessaoServico> &sessao, std::int32_t nroIntEquip)
+Ref<EquiptoED> Abre(const Ref<SessaoServico> &sessao, std::int32_t nroIntEquip)
 {
     const Retorno retorno = Pede(sessao, "consulta", SoNumero(nroIntEquip));
     if (!retorno.Feita) {

@@ -65,9 +65,9 @@ Ref<AfericaoED> AfericaoDe(const std::string &numero, Data de, Data ate, double 
 void Poe(const Ref<EquiptoED> &equipto, const Ref<SensorED> &sensor);
 void Poe(const Ref<SensorED> &sensor, const Ref<AfericaoED> &afericao);
 
-// Sends it with "inclui" and, when it was stored, "consulta"; its number. Any refusal fails the test.
+// Sends it with "inclui"; its number. Any refusal fails the test.
 std::int32_t Inclui(const Ref<SessaoServico> &sessao, const Ref<EquiptoED> &equipto);
-Ref<EquiptoED> Consulta(const Ref<SessaoServico> &sessao, std::int32_t nroIntEquip);
+Ref<EquiptoED> Abre(const Ref<SessaoServico> &sessao, std::int32_t nroIntEquip);
 
 // A small document that passes for PDF; `marca` makes it one of its own.
 Bytes Pdf(const std::string &marca, std::size_t tamanho = 0);

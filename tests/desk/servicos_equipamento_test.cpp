@@ -45,14 +45,14 @@ TEST_F(ServicosEquipamento, inclui_OfAWholeEquipment_AnswersWhatWasStored)
     EXPECT_EQ(e->OperadorTrans.Valor(), 1.0);
     EXPECT_EQ(e->DataTrans.Valor(), 20261120);
     EXPECT_EQ(e->HoraTrans.Valor(), 100000);
-    EXPECT_EQ(Consulta(m_Ana, 1)->Texto(), e->Texto());
+    EXPECT_EQ(Abre(m_Ana, 1)->Texto(), e->Texto());
 }
 
 TEST_F(ServicosEquipamento, inclui_AfterReopening_IsThere)
 {
     Inclui(m_Ana, EquipamentoDe("R-001"));
     m_Registro.Reabre();
-    EXPECT_EQ(Consulta(m_Registro.Sessao("ana"), 1)->Codigo.Valor(), "R-001");
+    EXPECT_EQ(Abre(m_Registro.Sessao("ana"), 1)->Codigo.Valor(), "R-001");
 }
 
 TEST_F(ServicosEquipamento, inclui_FlagsLeftUnset_AreStoredAsNo)
@@ -61,7 +61,7 @@ TEST_F(ServicosEquipamento, inclui_FlagsLeftUnset_AreStoredAsNo)
     semIndicadores->Codigo = "R-001";
     semIndicadores->TipoAgente = std::uint8_t{1};
     semIndicadores->TipoEquip = "P";
-    const auto e = Consulta(m_Ana, Inclui(m_Ana, semIndicadores));
+    const auto e = Abre(m_Ana, Inclui(m_Ana, semIndicadores));
     EXPECT_EQ(e->TemImagemEntrelacada.Valor(), 2);
     EXPECT_EQ(e->TemLimiteDif.Valor(), 2);
     EXPECT_EQ(e->TemPerfilMag.Valor(), 2);
@@ -81,7 +81,7 @@ TEST_F(ServicosEquipamento, inclui_TextWithApostropheAndAccents_ComesBackAsItWen
 {
     auto pedido = EquipamentoDe("D'ÁGUA");
     pedido->Descricao = "Sant'Ana \"ç\" -- ; DROP TABLE EQUIPAMENTO";
-    const auto e = Consulta(m_Ana, Inclui(m_Ana, pedido));
+    const auto e = Abre(m_Ana, Inclui(m_Ana, pedido));
     EXPECT_EQ(e->Codigo.Valor(), "D'ÁGUA");
     EXPECT_EQ(e->Descricao.Valor(), "Sant'Ana \"ç\" -- ; DROP TABLE EQUIPAMENTO");
 }
@@ -96,7 +96,7 @@ TEST_F(ServicosEquipamento, inclui_TextTooLong_IsRefusedAndNotCut)
     pedido->Descricao = cinquentaEUm;
     EXPECT_EQ(RecusaDe(m_Ana, "inclui", pedido), "O campo \"descrição\" aceita até 50 caracteres e veio com 51.");
     pedido->Descricao = cinquentaEUm.substr(2); // 50 characters in 100 bytes
-    EXPECT_EQ(Consulta(m_Ana, Inclui(m_Ana, pedido))->Descricao.Valor(), cinquentaEUm.substr(2));
+    EXPECT_EQ(Abre(m_Ana, Inclui(m_Ana, pedido))->Descricao.Valor(), cinquentaEUm.substr(2));
 }
 
 TEST_F(ServicosEquipamento, inclui_EachTextBeyondItsLimit_IsRefusedByItsName)
@@ -158,7 +158,7 @@ TEST_F(ServicosEquipamento, inclui_OfAnEtilometroWithoutMunicipality_IsStored)
     auto pedido = EquipamentoDe("E-1");
     pedido->TipoEquip = "E";
     pedido->CodMunic = 0;
-    EXPECT_EQ(Consulta(m_Ana, Inclui(m_Ana, pedido))->CodMunic.Valor(), 0);
+    EXPECT_EQ(Abre(m_Ana, Inclui(m_Ana, pedido))->CodMunic.Valor(), 0);
 }
 
 TEST_F(ServicosEquipamento, inclui_WithoutCode_IsRefused)
@@ -234,7 +234,7 @@ TEST_F(ServicosEquipamento, altera_MembersLeftUnset_KeepWhatWasStored)
     auto mudanca = SoNumero(numero);
     mudanca->Descricao = "Outra";
     ASSERT_TRUE(Pede(m_Ana, "altera", mudanca).Feita);
-    const auto e = Consulta(m_Ana, numero);
+    const auto e = Abre(m_Ana, numero);
     EXPECT_EQ(e->Descricao.Valor(), "Outra");
     EXPECT_EQ(e->txtObsNotif.Valor(), "Sob a passarela");
     EXPECT_EQ(e->SetorInc.Valor(), "Metrologia");
@@ -261,7 +261,7 @@ TEST_F(ServicosEquipamento, altera_ByteOfActivity_ChangesNothing)
     mudanca->Ativo = std::uint8_t{2};
     mudanca->Descricao = "Outra";
     ASSERT_TRUE(Pede(m_Ana, "altera", mudanca).Feita);
-    EXPECT_EQ(Consulta(m_Ana, mudanca->NroIntEquip)->Ativo.Valor(), 1);
+    EXPECT_EQ(Abre(m_Ana, mudanca->NroIntEquip)->Ativo.Valor(), 1);
 }
 
 TEST_F(ServicosEquipamento, altera_AuditMembersSent_AreNotTakenOver)
@@ -272,7 +272,7 @@ TEST_F(ServicosEquipamento, altera_AuditMembersSent_AreNotTakenOver)
     mudanca->ClienteTrans = "EPTC";
     mudanca->DataTrans = 19990101;
     ASSERT_TRUE(Pede(m_Ana, "altera", mudanca).Feita);
-    const auto e = Consulta(m_Ana, mudanca->NroIntEquip);
+    const auto e = Abre(m_Ana, mudanca->NroIntEquip);
     EXPECT_EQ(e->OperadorTrans.Valor(), 1.0);
     EXPECT_EQ(e->ClienteTrans.Valor(), "DETRAN/RS");
     EXPECT_EQ(e->DataTrans.Valor(), 20261120);
@@ -315,7 +315,7 @@ TEST_F(ServicosEquipamento, altera_OfNothing_WritesNothing)
     const std::string antes = Linhas("HISTORICO");
     EXPECT_TRUE(Pede(m_Ana, "altera", pedido).Feita);
     EXPECT_EQ(Linhas("HISTORICO"), antes);
-    EXPECT_EQ(Consulta(m_Ana, pedido->NroIntEquip)->HoraTrans.Valor(), 100000);
+    EXPECT_EQ(Abre(m_Ana, pedido->NroIntEquip)->HoraTrans.Valor(), 100000);
 }
 
 TEST_F(ServicosEquipamento, altera_OfOneNeverOpened_IsRefused)
@@ -329,7 +329,7 @@ TEST_F(ServicosEquipamento, altera_OfOneNeverOpened_IsRefused)
     ASSERT_TRUE(Pede(m_Ana, "lista2", Novo<ListaEquiptoED>()).Feita);
     ASSERT_TRUE(Pede(m_Ana, "consultaSimples", SoNumero(numero)).Feita);
     EXPECT_EQ(RecusaDe(m_Ana, "altera", mudanca), recusa);
-    Consulta(m_Ana, numero);
+    Abre(m_Ana, numero);
     EXPECT_TRUE(Pede(m_Ana, "altera", mudanca).Feita);
 }
 
@@ -337,7 +337,7 @@ TEST_F(ServicosEquipamento, altera_AfterSomebodyElse_IsRefusedWithWhoWhatAndWhen
 {
     const std::int32_t numero = Inclui(m_Ana, EquipamentoDe("R-001"));
     const auto bia = m_Registro.Sessao("bia");
-    Consulta(bia, numero);
+    Abre(bia, numero);
     m_Registro.PassaSegundos(65);
     auto dela = SoNumero(numero);
     dela->Descricao = "De Bia";
@@ -350,7 +350,7 @@ TEST_F(ServicosEquipamento, altera_AfterSomebodyElse_IsRefusedWithWhoWhatAndWhen
     EXPECT_EQ(RecusaDe(m_Ana, "altera", minha),
               "O equipamento R-001 foi alterado por Bia Nunes em 20/11/2026 às 10:01:05 (sensor 3 incluído, descrição, "
               "marca/modelo), depois de aberto aqui. Nada foi gravado: abra-o de novo e repita a sua alteração.");
-    EXPECT_EQ(Consulta(m_Ana, numero)->Descricao.Valor(), "De Bia");
+    EXPECT_EQ(Abre(m_Ana, numero)->Descricao.Valor(), "De Bia");
     EXPECT_TRUE(Pede(m_Ana, "altera", minha).Feita); // now it was seen
 }
 
@@ -359,7 +359,7 @@ TEST_F(ServicosEquipamento, altera_AfterTwoOthers_NamesBoth)
     const std::int32_t numero = Inclui(m_Ana, EquipamentoDe("R-001"));
     auto mudanca = SoNumero(numero);
     const auto bia = m_Registro.Sessao("bia");
-    Consulta(bia, numero);
+    Abre(bia, numero);
     mudanca->Descricao = "1";
     ASSERT_TRUE(Pede(bia, "altera", mudanca).Feita);
     m_Registro.PassaSegundos(1);
@@ -393,7 +393,7 @@ TEST_F(ServicosEquipamento, altera_OfADeactivatedOne_IsRefused)
 {
     const std::int32_t numero = Inclui(m_Ana, EquipamentoDe("R-001"));
     ASSERT_TRUE(Pede(m_Ana, "desativa", SoNumero(numero)).Feita);
-    EXPECT_EQ(Consulta(m_Ana, numero)->Ativo.Valor(), 2); // it may be looked at
+    EXPECT_EQ(Abre(m_Ana, numero)->Ativo.Valor(), 2); // it may be looked at
     auto mudanca = SoNumero(numero);
     mudanca->Descricao = "Outra";
     EXPECT_EQ(RecusaDe(m_Ana, "altera", mudanca),
@@ -407,7 +407,7 @@ TEST_F(ServicosEquipamento, desativa_Twice_IsRefusedWithWhoAndWhen)
     ASSERT_TRUE(Pede(m_Registro.Sessao("bia"), "desativa", SoNumero(numero)).Feita);
     EXPECT_EQ(RecusaDe(m_Ana, "desativa", SoNumero(numero)),
               "O equipamento R-001 já está desativado; última alteração por Bia Nunes em 20/11/2026 às 10:00:05.");
-    const auto e = Consulta(m_Ana, numero);
+    const auto e = Abre(m_Ana, numero);
     EXPECT_EQ(e->Ativo.Valor(), 2);
     EXPECT_EQ(e->OperadorTrans.Valor(), 6.0);
     EXPECT_EQ(e->HoraTrans.Valor(), 100005);
@@ -454,14 +454,14 @@ TEST_F(ServicosEquipamento, consultaSimples_GivesTheEquipmentAlone)
     EXPECT_EQ(simples->Codigo.Valor(), "R-001");
     EXPECT_EQ(simples->VelocPermitida.Valor(), 60);
     EXPECT_FALSE(simples->Sensores.Escrito());
-    EXPECT_EQ(Consulta(m_Ana, numero)->Sensores.Valor()->Count(), 1);
+    EXPECT_EQ(Abre(m_Ana, numero)->Sensores.Valor()->Count(), 1);
 }
 
 TEST_F(ServicosEquipamento, Permissions_AreAskedOnEveryOperation)
 {
     const std::int32_t numero = Inclui(m_Ana, EquipamentoDe("R-001"));
     const auto bruno = m_Registro.Sessao("bruno");
-    Consulta(bruno, numero);
+    Abre(bruno, numero);
     EXPECT_EQ(RecusaDe(bruno, "inclui", EquipamentoDe("R-002")),
               "Bruno Lima não tem permissão para incluir equipamentos.");
     EXPECT_EQ(RecusaDe(bruno, "altera", SoNumero(numero)), "Bruno Lima não tem permissão para alterar equipamentos.");

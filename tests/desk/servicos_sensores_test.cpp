@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <limits>
 #include <vector>
 
 namespace {
@@ -52,7 +53,7 @@ class ServicosSensores : public testing::Test {
     // The active calibrations of the equipment's first active sensor: "1 01/01/2026-30/06/2026; ".
     std::string Periodos(std::int32_t equipamento)
     {
-        const ListaDe<AfericaoED> lista = Consulta(m_Ana, equipamento)->Sensores.Valor()->Item(1)->Afericoes;
+        const ListaDe<AfericaoED> lista = Abre(m_Ana, equipamento)->Sensores.Valor()->Item(1)->Afericoes;
         std::string texto;
         for (std::int32_t n = 1; !lista.Nada() && n <= lista->Count(); ++n) {
             const AfericaoED &a = *lista->Item(n);
@@ -84,7 +85,7 @@ TEST_F(ServicosSensores, altera_NewSensorWithCalibration_GetNumbersOfTheirOwn)
     Poe(s, a);
     Poe(e, s);
     ASSERT_TRUE(Pede(m_Ana, "altera", e).Feita);
-    EXPECT_EQ(Consulta(m_Ana, numero)->Sensores.Valor()->Item(1)->Texto(),
+    EXPECT_EQ(Abre(m_Ana, numero)->Sensores.Valor()->Item(1)->Texto(),
               "SensorED{Afericoes=[AfericaoED{NroIntAfericao=1, Numero=\"123\", Marca=\"987\", "
               "DataVerificacao=01/01/2026, DataVencimento=31/12/2026, Ativo=1, NroIntImgCertif=1, TipoAfer=2, "
               "PortDimel=\"123/15\"}], NroIntSensor=1, NroSensor=1, CodLograd=77, EndCep=90010000, EndNro=1200, "
@@ -99,7 +100,7 @@ TEST_F(ServicosSensores, altera_WithoutLists_LeavesSensorsAndCalibrations)
     e->Descricao = "Outra";
     ASSERT_TRUE(Pede(m_Ana, "altera", e).Feita);
     ASSERT_TRUE(Altera(numero, 1, {}).Feita); // the sensor travels, no calibration does
-    EXPECT_EQ(Consulta(m_Ana, numero)->Sensores.Valor()->Count(), 2);
+    EXPECT_EQ(Abre(m_Ana, numero)->Sensores.Valor()->Count(), 2);
     EXPECT_EQ(Periodos(numero), "1 01/01/2026-30/06/2026; ");
 }
 
@@ -112,7 +113,7 @@ TEST_F(ServicosSensores, altera_OneSensorOfTwo_LeavesTheOther)
     s->LocalInfr = "Rua Nova, 5";
     Poe(e, s);
     ASSERT_TRUE(Pede(m_Ana, "altera", e).Feita);
-    const auto lido = Consulta(m_Ana, numero);
+    const auto lido = Abre(m_Ana, numero);
     EXPECT_EQ(lido->Sensores.Valor()->Item(1)->LocalInfr.Valor(), "Av. Ipiranga, 1200");
     EXPECT_EQ(lido->Sensores.Valor()->Item(2)->LocalInfr.Valor(), "Rua Nova, 5");
     EXPECT_EQ(lido->Sensores.Valor()->Item(2)->NroSensor.Valor(), 2); // left unset
@@ -132,7 +133,7 @@ TEST_F(ServicosSensores, altera_ByteTwo_DeactivatesAndKeepsTheRows)
     s->Ativo = std::uint8_t{2};
     Poe(e, s);
     ASSERT_TRUE(Pede(m_Ana, "altera", e).Feita);
-    const auto lido = Consulta(m_Ana, numero);
+    const auto lido = Abre(m_Ana, numero);
     ASSERT_EQ(lido->Sensores.Valor()->Count(), 1);
     EXPECT_EQ(lido->Sensores.Valor()->Item(1)->NroIntSensor.Valor(), 2);
     EXPECT_EQ(m_Registro.Sql("SELECT COUNT(*) FROM SENSOR"), "2");
@@ -309,14 +310,14 @@ TEST_F(ServicosSensores, Overlap_ShortenAndAdd_SucceedsInEitherOrder)
         Poe(s, AfericaoDe("1", Jan, Dez));
         Poe(e, s);
         const std::int32_t numero = Inclui(m_Ana, e);
-        const Ref<EquiptoED> lido = Consulta(m_Ana, numero);
+        const Ref<EquiptoED> lido = Abre(m_Ana, numero);
         const SensorED &gravado = *lido->Sensores.Valor()->Item(1);
         const auto curta = Numerada(gravado.Afericoes.Valor()->Item(1)->NroIntAfericao, Jan, Jun);
         const auto nova = AfericaoDe("2", Jul, Dez);
         ASSERT_TRUE(
             Altera(numero, gravado.NroIntSensor, novaPrimeiro ? std::vector{nova, curta} : std::vector{curta, nova})
                 .Feita);
-        EXPECT_EQ(Consulta(m_Ana, numero)->Sensores.Valor()->Item(1)->Afericoes.Valor()->Count(), 2);
+        EXPECT_EQ(Abre(m_Ana, numero)->Sensores.Valor()->Item(1)->Afericoes.Valor()->Count(), 2);
     }
 }
 
@@ -356,6 +357,8 @@ TEST_F(ServicosSensores, Documento_ThatIsNotThere_IsRefused)
               "O documento de número 5 da aferição 77 não existe no cliente DETRAN/RS.");
     EXPECT_EQ(Altera(numero, 1, {AfericaoDe("77", Jan, Jun, 1.5)}).Recusa,
               "O documento de número 1,5 da aferição 77 não existe no cliente DETRAN/RS.");
+    EXPECT_EQ(Altera(numero, 1, {AfericaoDe("77", Jan, Jun, std::numeric_limits<double>::infinity())}).Recusa,
+              "O documento de número inválido da aferição 77 não existe no cliente DETRAN/RS.");
     const double deOutro = GuardaPdf(m_Registro.Sessao("elisa"), "x");
     EXPECT_EQ(Altera(numero, 1, {AfericaoDe("77", Jan, Jun, deOutro)}).Recusa,
               "O documento de número 1 da aferição 77 não existe no cliente DETRAN/RS.");

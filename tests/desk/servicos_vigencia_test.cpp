@@ -125,7 +125,7 @@ TEST_F(ServicosVigencia, DeactivatedRows_DoNotCount)
     EXPECT_EQ(NumeroVigente(numero, Jan), 0);
     ASSERT_TRUE(Pede(m_Ana, "reativa", SoNumero(numero)).Feita);
 
-    Consulta(m_Ana, numero);
+    Abre(m_Ana, numero);
     e = SoNumero(numero);
     s = Novo<SensorED>();
     s->NroIntSensor = 2;

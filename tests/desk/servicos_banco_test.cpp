@@ -1,0 +1,367 @@
+#include "desk/services/Banco.h"
+#include "desk/services/DialetoSQLite.h"
+#include "host/RelatorioAfericaoED.h"
+#include "tests/desk/RegistroDeTeste.h"
+#include "tests/support/FalhaLancada.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <fstream>
+#include <memory>
+#include <stdexcept>
+#include <string>
+
+namespace {
+
+Data Hoje()
+{
+    return DataDe(20, 11, 2026);
+}
+
+// The present schema, with a further migration of the test's own.
+class DialetoFuturo : public DialetoSQLite {
+  public:
+    explicit DialetoFuturo(Migracao proxima) : m_Proxima(std::move(proxima)) {}
+    std::vector<Migracao> Migracoes() const override
+    {
+        auto migracoes = DialetoSQLite::Migracoes();
+        migracoes.push_back(m_Proxima);
+        return migracoes;
+    }
+
+  private:
+    Migracao m_Proxima;
+};
+
+// Without the privilege to write wherever one likes, for its scope.
+class SemPrivilegio {
+  public:
+    SemPrivilegio() : m_Era(geteuid())
+    {
+        if (m_Era == 0 && seteuid(65534) != 0) {
+            throw std::runtime_error("seteuid");
+        }
+    }
+    SemPrivilegio(const SemPrivilegio &) = delete;
+    SemPrivilegio &operator=(const SemPrivilegio &) = delete;
+    ~SemPrivilegio()
+    {
+        if (seteuid(m_Era) != 0) {
+            std::abort();
+        }
+    }
+
+  private:
+    uid_t m_Era;
+};
+
+// No file grows beyond this size, for its scope: what a full disk does to a write.
+class DiscoApertado {
+  public:
+    explicit DiscoApertado(rlim_t bytes)
+    {
+        std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &m_Era);
+        const rlimit agora{bytes, m_Era.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &agora);
+    }
+    DiscoApertado(const DiscoApertado &) = delete;
+    DiscoApertado &operator=(const DiscoApertado &) = delete;
+    ~DiscoApertado() { setrlimit(RLIMIT_FSIZE, &m_Era); }
+
+  private:
+    rlimit m_Era{};
+};
+
+TEST(ServicosBanco, Open_ANewFile_IsDurableAndObeysForeignKeys)
+{
+    RegistroDeTeste registro;
+    EXPECT_EQ(registro.Sql("PRAGMA journal_mode"), "wal");
+    EXPECT_EQ(registro.Sql("SELECT Versao FROM ESQUEMA"), "1");
+    EXPECT_EQ(registro.Sql("PRAGMA integrity_check"), "ok");
+    EXPECT_EQ(registro.Sql("PRAGMA foreign_key_check"), "");
+}
+
+TEST(ServicosBanco, Connection_IsFullySynchronousWithForeignKeys)
+{
+    const QTemporaryDir diretorio;
+    Banco banco(std::make_unique<DialetoSQLite>(), diretorio.filePath("r.db").toStdString());
+    const auto pragma = [&](const QString &nome) {
+        Consulta valor(banco, "PRAGMA " + nome);
+        valor.Proxima();
+        return valor.Texto(0);
+    };
+    EXPECT_EQ(pragma("synchronous"), "2");
+    EXPECT_EQ(pragma("foreign_keys"), "1");
+    EXPECT_EQ(pragma("journal_mode"), "wal");
+}
+
+TEST(ServicosBanco, Open_ANewerRegistry_RaisesAFault)
+{
+    RegistroDeTeste registro;
+    registro.Fecha();
+    registro.Sql("INSERT INTO ESQUEMA VALUES (7)");
+    const Falha falha = FalhaLancada([&] { registro.Reabre(); });
+    EXPECT_EQ(falha.Descricao,
+              "O registro é da versão 7, mais nova que a deste programa (versão 1). Atualize o programa.");
+    EXPECT_EQ(falha.Fonte, "Servicos < Servicos.Abre");
+}
+
+TEST(ServicosBanco, Open_AnOlderRegistry_IsMigratedWithWhatItHolds)
+{
+    RegistroDeTeste registro;
+    Inclui(registro.Sessao("ana"), EquipamentoDe("R-001"));
+    registro.Fecha();
+    {
+        Banco banco(std::make_unique<DialetoFuturo>(
+                        Migracao{"ALTER TABLE EQUIPAMENTO ADD COLUMN Cor TEXT", "UPDATE EQUIPAMENTO SET Cor = 'azul'"}),
+                    registro.Caminho());
+        Consulta linha(banco, "SELECT Cor, Codigo FROM EQUIPAMENTO");
+        ASSERT_TRUE(linha.Proxima());
+        EXPECT_EQ(linha.Texto(0), "azul");
+        EXPECT_EQ(linha.Texto(1), "R-001");
+    }
+    EXPECT_EQ(registro.Sql("SELECT MAX(Versao) FROM ESQUEMA"), "2");
+}
+
+TEST(ServicosBanco, Open_WithAMigrationThatFails_LeavesTheOldRegistryWhole)
+{
+    RegistroDeTeste registro;
+    registro.Fecha();
+    const Migracao quebrada{"ALTER TABLE EQUIPAMENTO ADD COLUMN Cor TEXT", "ISTO NÃO É SQL"};
+    EXPECT_EQ(FalhaLancada([&] { Banco(std::make_unique<DialetoFuturo>(quebrada), registro.Caminho()); }).Numero, 51);
+    EXPECT_EQ(registro.Sql("SELECT MAX(Versao) FROM ESQUEMA"), "1");
+    EXPECT_EQ(registro.Sql("SELECT COUNT(*) FROM pragma_table_info('EQUIPAMENTO') WHERE name = 'Cor'"), "0");
+    registro.Reabre();
+}
+
+TEST(ServicosBanco, Open_WhatIsNoRegistry_RaisesAFault)
+{
+    const QTemporaryDir diretorio;
+    const std::string caminho = diretorio.filePath("texto.db").toStdString();
+    std::ofstream(caminho) << std::string(4096, 'x');
+    const Falha falha = FalhaLancada([&] { Servicos::Abre(caminho, Hoje); });
+    EXPECT_EQ(falha.Numero, 51);
+    EXPECT_EQ(falha.Descricao, "O arquivo do registro está danificado ou não é um registro (file is not a database).");
+}
+
+TEST(ServicosBanco, Open_InADirectoryThatIsNotThere_RaisesAFault)
+{
+    const QTemporaryDir diretorio;
+    const Falha falha = FalhaLancada([&] { Servicos::Abre(diretorio.filePath("nada/r.db").toStdString(), Hoje); });
+    EXPECT_EQ(falha.Numero, 75);
+    EXPECT_EQ(falha.Descricao, "Não foi possível ler ou gravar o arquivo do registro (unable to open database file).");
+}
+
+TEST(ServicosBanco, Open_AReadOnlyFile_RaisesAFault)
+{
+    RegistroDeTeste registro;
+    registro.Fecha();
+    QFile::setPermissions(QString::fromStdString(registro.Caminho()),
+                          QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther);
+    chmod(QFileInfo(QString::fromStdString(registro.Caminho())).path().toUtf8().constData(), 0777);
+    const SemPrivilegio sem;
+    const Falha falha = FalhaLancada([&] { Servicos::Abre(registro.Caminho(), Hoje); });
+    EXPECT_EQ(falha.Numero, 70);
+    EXPECT_EQ(falha.Descricao, "O registro só pode ser lido: falta permissão para gravar no arquivo ou na sua pasta.");
+}
+
+TEST(ServicosBanco, Save_WhenTheDiskTakesNoMore_RaisesAFaultAndStoresNothing)
+{
+    RegistroDeTeste registro;
+    const auto ana = registro.Sessao("ana");
+    double numero = 0;
+    std::string recusa;
+    {
+        const DiscoApertado apertado(1000000);
+        const Falha falha = FalhaLancada([&] { ana->GuardaDocumento(Pdf("grande", 5000000), numero, recusa); });
+        EXPECT_EQ(falha.Numero, 75);
+        EXPECT_EQ(falha.Descricao, "Não foi possível ler ou gravar o arquivo do registro (disk I/O error).");
+        EXPECT_EQ(falha.Fonte, "Servicos < SessaoServico.GuardaDocumento");
+    }
+    EXPECT_EQ(registro.Sql("SELECT COUNT(*) FROM DOCUMENTO"), "0");
+    ASSERT_TRUE(ana->GuardaDocumento(Pdf("grande", 5000000), numero, recusa)) << recusa; // and goes on afterwards
+    EXPECT_EQ(registro.Sql("PRAGMA integrity_check"), "ok");
+}
+
+TEST(ServicosBanco, Error_ByTheDatabasesCode_HasItsNumberAndSentence)
+{
+    const DialetoSQLite dialeto;
+    const auto erro = [&](const char *codigo) {
+        return dialeto.Erro(QSqlError("", "detalhe", QSqlError::UnknownError, codigo));
+    };
+    EXPECT_EQ(erro("13").Numero, 61);
+    EXPECT_EQ(erro("13").Descricao,
+              "O disco em que está o registro ficou cheio. Nada foi gravado: libere espaço e tente de novo.");
+    EXPECT_EQ(erro("5").Motivo, MotivoSql::Ocupado);
+    EXPECT_EQ(erro("261").Motivo, MotivoSql::Ocupado); // while another one recovers
+    EXPECT_EQ(erro("5").Descricao,
+              "Outra estação está gravando no registro há muito tempo. Nada foi gravado: tente de novo.");
+    EXPECT_EQ(erro("8").Motivo, MotivoSql::SoLeitura);
+    EXPECT_EQ(erro("11").Motivo, MotivoSql::Danificado);
+    EXPECT_EQ(erro("2067").Motivo, MotivoSql::Unicidade);
+    EXPECT_EQ(erro("1811").Motivo, MotivoSql::Regra);
+    EXPECT_EQ(erro("1").Motivo, MotivoSql::Outro);
+}
+
+TEST(ServicosBanco, Transaction_LeftByAnException_RollsBack)
+{
+    RegistroDeTeste registro;
+    Banco banco(std::make_unique<DialetoSQLite>(), registro.Caminho());
+    EXPECT_THROW(banco.Escreve([&] {
+        Consulta(banco, "INSERT INTO CLIENTE (CodCliente, Nome) VALUES (9, 'X')");
+        throw std::runtime_error("no meio");
+    }),
+                 std::runtime_error);
+    EXPECT_EQ(registro.Sql("SELECT COUNT(*) FROM CLIENTE WHERE CodCliente = 9"), "0");
+    banco.Escreve([&] { Consulta(banco, "INSERT INTO CLIENTE (CodCliente, Nome) VALUES (9, 'X')"); });
+    EXPECT_EQ(registro.Sql("SELECT COUNT(*) FROM CLIENTE WHERE CodCliente = 9"), "1");
+}
+
+TEST(ServicosBanco, Transaction_InTheMiddleOfAnother_RaisesAFaultAndEndsNeither)
+{
+    RegistroDeTeste registro;
+    Banco banco(std::make_unique<DialetoSQLite>(), registro.Caminho());
+    banco.Escreve([&] {
+        EXPECT_EQ(FalhaLancada([&] { banco.Le([] {}); }).Descricao, "Uma operação foi pedida no meio de outra.");
+        Consulta(banco, "INSERT INTO CLIENTE (CodCliente, Nome) VALUES (9, 'X')");
+    });
+    EXPECT_EQ(registro.Sql("SELECT COUNT(*) FROM CLIENTE WHERE CodCliente = 9"), "1");
+}
+
+TEST(ServicosBanco, Erasing_IsRefusedInEveryTable)
+{
+    RegistroDeTeste registro;
+    const auto ana = registro.Sessao("ana");
+    auto e = EquipamentoDe("F-1");
+    auto s = SensorDe(1);
+    Poe(s, AfericaoDe("1", Hoje(), Hoje(), GuardaPdf(ana, "x")));
+    Poe(e, s);
+    const std::int32_t numero = Inclui(ana, e);
+    registro.Sql("INSERT INTO LIMITE VALUES (1, " + std::to_string(numero) + ", 1, 0, 1, 40, 0, 1, 1, 1); " +
+                 "INSERT INTO DIA VALUES (1, " + std::to_string(numero) + ", 20261225, 0, 1, 40, 0, 1, 1)");
+    for (const char *tabela : {"CLIENTE", "SETOR", "USUARIO", "PERMISSAO", "EQUIPAMENTO", "SENSOR", "AFERICAO",
+                               "DOCUMENTO", "LIMITE", "DIA", "HISTORICO"}) {
+        EXPECT_NE(registro.Sql(std::string("SELECT COUNT(*) FROM ") + tabela), "0") << tabela;
+        try {
+            registro.Sql(std::string("DELETE FROM ") + tabela);
+            ADD_FAILURE() << tabela << " was erased";
+        } catch (const std::runtime_error &erro) {
+            EXPECT_EQ(std::string(erro.what()), std::string(tabela) + "_SEM_DELETE");
+        }
+    }
+}
+
+TEST(ServicosBanco, Executa_WithWhatItDoesNotKnow_IsRefused)
+{
+    RegistroDeTeste registro;
+    const auto ana = registro.Sessao("ana");
+    EXPECT_EQ(Pede(ana, "apaga", Novo<EquiptoED>()).Recusa, "O serviço EquiptoRN não tem a operação \"apaga\".");
+    EXPECT_EQ(Pede(ana, "", Novo<EquiptoED>()).Recusa, "O serviço EquiptoRN não tem a operação \"\".");
+    EXPECT_EQ(Pede(ana, "Consulta", Novo<EquiptoED>()).Recusa, "O serviço EquiptoRN não tem a operação \"Consulta\".");
+    EXPECT_EQ(Pede(ana, "consulta", Novo<EquiptoED>(), "OutroRN").Recusa,
+              "O serviço OutroRN não tem a operação \"consulta\".");
+    EXPECT_EQ(Pede(ana, "consulta", Novo<SensorED>()).Recusa,
+              "A operação pede um registro EquiptoED e recebeu SensorED.");
+}
+
+TEST(ServicosBanco, Executa_EveryOperationWithNothingOrAnEmptyRecord_NeverCrashes)
+{
+    RegistroDeTeste registro;
+    const auto ana = registro.Sessao("ana");
+    for (const char *metodo :
+         {"consulta", "inclui", "altera", "lista2", "desativa", "reativa", "consultaSimples",
+          "consultaSimplesAfericaoVigente", "listaLimiteDif", "listaDiaEspecifico", "desativaLimiteDif",
+          "desativaDiaEspecifico", "consultaSimplesLimiteDif", "consultaSimplesDiaEspecifico", "alteraListaLimitesDif",
+          "adicionaDiaEspecifico", "alteraDiaEspecifico"}) {
+        const Retorno nada = Pede(ana, metodo, nullptr);
+        EXPECT_FALSE(nada.Feita) << metodo;
+        EXPECT_NE(nada.Recusa.find(" e recebeu nenhum."), std::string::npos) << metodo << nada.Recusa;
+        const Retorno outro = Pede(ana, metodo, Novo<RelatorioAfericaoED>());
+        EXPECT_FALSE(outro.Feita) << metodo;
+        EXPECT_NE(outro.Recusa.find(" e recebeu RelatorioAfericaoED."), std::string::npos) << metodo << outro.Recusa;
+    }
+    EXPECT_FALSE(Pede(ana, "consultaRelatorioRVOR011", nullptr, "RelatorioRN").Feita);
+    EXPECT_FALSE(Pede(ana, "consultaRelatorioRVOR011", Novo<RelatorioAfericaoED>(), "RelatorioRN").Feita);
+    for (const char *metodo : {"inclui", "altera", "consulta", "alteraListaLimitesDif"}) {
+        EXPECT_FALSE(Pede(ana, metodo, Novo<EquiptoED>()).Feita) << metodo;
+    }
+}
+
+TEST(ServicosBanco, Session_OutlivesTheServices)
+{
+    RegistroDeTeste registro;
+    const auto ana = registro.Sessao("ana");
+    registro.Fecha();
+    EXPECT_EQ(Inclui(ana, EquipamentoDe("R-001")), 1);
+}
+
+TEST(ServicosHistorico, EveryChange_IsWrittenWithBeforeAndAfter)
+{
+    RegistroDeTeste registro;
+    const auto ana = registro.Sessao("ana");
+    const std::int32_t numero = Inclui(ana, EquipamentoDe("R-001"));
+    registro.PassaSegundos(1);
+    auto e = SoNumero(numero);
+    e->Descricao = "Depois";
+    auto s = SensorDe(1);
+    Poe(s, AfericaoDe("77", DataDe(1, 1, 2026), DataDe(31, 12, 2026)));
+    Poe(e, s);
+    ASSERT_TRUE(Pede(ana, "altera", e).Feita);
+    ASSERT_TRUE(Pede(ana, "desativa", SoNumero(numero)).Feita);
+    EXPECT_EQ(
+        registro.Sql("SELECT group_concat(Quando || ' ' || Operador || ' ' || Versao || ' ' || Entidade || ' ' || "
+                     "NroEntidade || ' ' || Acao, '; ') FROM (SELECT * FROM HISTORICO WHERE Raiz = 'EQUIPAMENTO' "
+                     "ORDER BY Nro)"),
+        "20261120100000 1 1 EQUIPAMENTO 1 inclui; 20261120100001 1 2 SENSOR 1 inclui; "
+        "20261120100001 1 2 AFERICAO 1 inclui; 20261120100001 1 2 EQUIPAMENTO 1 altera; "
+        "20261120100001 1 3 EQUIPAMENTO 1 desativa");
+    const std::string altera = "FROM HISTORICO WHERE Entidade = 'EQUIPAMENTO' AND Acao = 'altera'";
+    EXPECT_EQ(registro.Sql("SELECT json_extract(Antes, '$.Descricao') " + altera), "Av. Ipiranga, sentido centro");
+    EXPECT_EQ(registro.Sql("SELECT json_extract(Depois, '$.Descricao') " + altera), "Depois");
+    EXPECT_EQ(
+        registro.Sql("SELECT json_extract(Depois, '$.DataVencimento') FROM HISTORICO WHERE Entidade = 'AFERICAO'"),
+        "20261231");
+    EXPECT_EQ(registro.Sql("SELECT COUNT(*) FROM HISTORICO WHERE Antes IS NULL AND Acao <> 'inclui'"), "0");
+}
+
+TEST(ServicosHistorico, Row_IsNeverChanged)
+{
+    RegistroDeTeste registro;
+    Inclui(registro.Sessao("ana"), EquipamentoDe("R-001"));
+    EXPECT_THROW(registro.Sql("UPDATE HISTORICO SET Operador = 2"), std::runtime_error);
+}
+
+TEST(ServicosHistorico, OneChangedCalibration_WritesOneRow)
+{
+    RegistroDeTeste registro;
+    const auto ana = registro.Sessao("ana");
+    auto e = EquipamentoDe("R-001");
+    auto s = SensorDe(1);
+    Poe(s, AfericaoDe("1", DataDe(1, 1, 2026), DataDe(30, 6, 2026)));
+    Poe(s, AfericaoDe("2", DataDe(1, 7, 2026), DataDe(31, 12, 2026)));
+    Poe(e, s);
+    e = SoNumero(Inclui(ana, e));
+    const int antes = std::stoi(registro.Sql("SELECT COUNT(*) FROM HISTORICO"));
+    s = Novo<SensorED>();
+    s->NroIntSensor = 1;
+    auto a = Novo<AfericaoED>();
+    a->NroIntAfericao = 2;
+    a->Marca = "55";
+    Poe(s, a);
+    Poe(e, s);
+    ASSERT_TRUE(Pede(ana, "altera", e).Feita);
+    EXPECT_EQ(registro.Sql("SELECT COUNT(*) FROM HISTORICO"), std::to_string(antes + 1));
+    EXPECT_EQ(Abre(ana, 1)->HoraTrans.Valor(), 100000);
+    EXPECT_EQ(registro.Sql("SELECT Versao FROM EQUIPAMENTO"), "2");
+}
+
+} // namespace
