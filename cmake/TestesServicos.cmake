@@ -4,13 +4,20 @@ if(fontes_servicos)
     add_library(registro_de_teste STATIC ${PROJECT_SOURCE_DIR}/tests/desk/RegistroDeTeste.cpp)
     target_link_libraries(registro_de_teste PUBLIC servicos)
 
+    # What the tests kill, and let loose on one registry.
+    add_executable(ajudante_servicos ${PROJECT_SOURCE_DIR}/tests/desk/ajudante/Principal.cpp)
+    target_link_libraries(ajudante_servicos PRIVATE registro_de_teste)
+
     add_executable(teste_servicos ${fontes_servicos} ${PROJECT_SOURCE_DIR}/tests/desk/ServicosPrincipal.cpp)
     target_link_libraries(teste_servicos PRIVATE registro_de_teste GTest::gtest)
+    set_property(SOURCE ${PROJECT_SOURCE_DIR}/tests/desk/servicos_processos_test.cpp
+        PROPERTY COMPILE_DEFINITIONS "AJUDANTE=\"$<TARGET_FILE:ajudante_servicos>\"")
+    add_dependencies(teste_servicos ajudante_servicos)
     gtest_discover_tests(teste_servicos
         DISCOVERY_MODE PRE_TEST
         DISCOVERY_TIMEOUT 60
         NO_PRETTY_VALUES
         TEST_PREFIX "servicos."
         WORKING_DIRECTORY ${PROJECT_SOURCE_DIR}
-        PROPERTIES TIMEOUT 120)
+        PROPERTIES TIMEOUT 300)
 endif()

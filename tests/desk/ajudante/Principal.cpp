@@ -1,0 +1,130 @@
+// A process that works on a registry while a test kills it, or while another one does the same. It says on the standard
+// output, a line each, what the services have reported as done.
+#include "host/Conversoes.h"
+#include "host/ListaEquiptoED.h"
+#include "tests/desk/RegistroDeTeste.h"
+
+#include <QCoreApplication>
+
+#include <cstdio>
+#include <random>
+#include <stdexcept>
+#include <string>
+
+namespace {
+
+void Diz(const std::string &linha)
+{
+    std::puts(linha.c_str());
+    std::fflush(stdout);
+}
+
+// Whatever is not done and is not the refusal expected ends the process with its sentence.
+void Exige(const Retorno &retorno)
+{
+    if (!retorno.Feita) {
+        throw std::runtime_error(retorno.Recusa);
+    }
+}
+
+// Saves and uploads without end: a whole equipment ("I n"), a change of it ("A n"), a document ("D number n").
+void Grava(const Ref<SessaoServico> &sessao, int primeiro)
+{
+    std::mt19937 sorteio(static_cast<unsigned>(primeiro));
+    Diz("pronto");
+    for (int n = primeiro;; ++n) {
+        const std::string marca = std::to_string(n);
+        auto e = EquipamentoDe("K" + marca);
+        e->Descricao = "novo";
+        auto s = SensorDe(1);
+        Poe(s, AfericaoDe(marca, DataDe(1, 1, 2026), DataDe(1, 3, 2026)));
+        Poe(s, AfericaoDe(marca, DataDe(2, 3, 2026), DataDe(1, 6, 2026)));
+        Poe(e, s);
+        const Retorno incluido = Pede(sessao, "inclui", e);
+        Exige(incluido);
+        Diz("I " + marca);
+
+        const auto gravado = incluido.Como<EquiptoED>();
+        e = SoNumero(gravado->NroIntEquip);
+        e->Descricao = "alterado";
+        s = Novo<SensorED>();
+        s->NroIntSensor = gravado->Sensores.Valor()->Item(1)->NroIntSensor.Valor();
+        Poe(s, AfericaoDe(marca, DataDe(2, 6, 2026), DataDe(1, 9, 2026)));
+        Poe(e, s);
+        Exige(Pede(sessao, "altera", e));
+        Diz("A " + marca);
+
+        double numero = 0;
+        std::string recusa;
+        if (!sessao->GuardaDocumento(Pdf("doc " + marca, sorteio() % 60000), numero, recusa)) {
+            throw std::runtime_error(recusa);
+        }
+        Diz("D " + CStr(numero) + " " + marca);
+    }
+}
+
+// A fixed number of operations of every kind. Equipment 1 is a counter that both processes count on.
+void Mistura(const Ref<SessaoServico> &sessao, const std::string &nome, int operacoes)
+{
+    int incluidos = 0;
+    int contados = 0;
+    int guardados = 0;
+    for (int n = 0; n < operacoes; ++n) {
+        switch (n % 5) {
+        case 0:
+            Exige(Pede(sessao, "inclui", EquipamentoDe(nome + std::to_string(n))));
+            ++incluidos;
+            break;
+        case 1: {
+            auto mudanca = SoNumero(1);
+            mudanca->SubCodigo = CStr(CLng(Abre(sessao, 1)->SubCodigo.Valor()) + 1);
+            const Retorno retorno = Pede(sessao, "altera", mudanca);
+            if (retorno.Feita) {
+                ++contados;
+            } else if (retorno.Recusa.find("depois de aberto aqui") == std::string::npos) {
+                Exige(retorno);
+            }
+            break;
+        }
+        case 2:
+            Exige(Pede(sessao, "lista2", Novo<ListaEquiptoED>()));
+            break;
+        case 3:
+            Exige(Pede(sessao, "consultaSimples", SoNumero(1)));
+            break;
+        default:
+            if (n % 10 == 4) {
+                GuardaPdf(sessao, nome + std::to_string(n));
+                ++guardados;
+            } else {
+                Abre(sessao, 1);
+            }
+        }
+    }
+    Diz(std::to_string(incluidos) + " " + std::to_string(contados) + " " + std::to_string(guardados));
+}
+
+} // namespace
+
+// usage: <registry> <user> grava <first number> | <registry> <user> mistura <operations>
+int main(int argc, char **argv)
+try {
+    const QCoreApplication aplicacao(argc, argv);
+    const std::string usuario = argv[2];
+    const auto servicos = Servicos::Abre(argv[1], [] { return DataDe(20, 11, 2026, 10, 0, 0); });
+    std::string recusa;
+    std::int32_t espera = 0;
+    const auto sessao = servicos->Entra(usuario, "senha de " + usuario, recusa, espera);
+    if (sessao.Nada()) {
+        throw std::runtime_error(recusa);
+    }
+    if (std::string(argv[3]) == "grava") {
+        Grava(sessao, std::stoi(argv[4]));
+    } else {
+        Mistura(sessao, usuario, std::stoi(argv[4]));
+    }
+    return 0;
+} catch (const std::exception &erro) {
+    std::printf("ERRO %s\n", erro.what());
+    return 1;
+}

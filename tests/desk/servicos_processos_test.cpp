@@ -1,0 +1,217 @@
+#include "host/Texto.h"
+#include "tests/desk/RegistroDeTeste.h"
+
+#include <gtest/gtest.h>
+
+#include <sodium.h>
+
+#include <csignal>
+#include <poll.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <chrono>
+#include <random>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace {
+
+// The helper at work on a registry, and what it says.
+class Processo {
+  public:
+    Processo(const std::string &registro, const std::string &usuario, const std::string &modo, int numero)
+    {
+        std::array<int, 2> canal{};
+        if (pipe(canal.data()) != 0) {
+            throw std::runtime_error("pipe");
+        }
+        const std::string argumento = std::to_string(numero);
+        m_Pid = fork();
+        if (m_Pid == 0) {
+            dup2(canal[1], STDOUT_FILENO);
+            close(canal[0]);
+            close(canal[1]);
+            execl(AJUDANTE, AJUDANTE, registro.c_str(), usuario.c_str(), modo.c_str(), argumento.c_str(), nullptr);
+            _exit(127);
+        }
+        close(canal[1]);
+        m_Saida = canal[0];
+    }
+    Processo(const Processo &) = delete;
+    Processo &operator=(const Processo &) = delete;
+    ~Processo()
+    {
+        close(m_Saida);
+        if (!m_Terminou) {
+            kill(m_Pid, SIGKILL);
+            waitpid(m_Pid, nullptr, 0);
+        }
+    }
+
+    // Takes what it says until it has said the text, has ended, or the time is over.
+    void Ouve(const std::string &ate, std::chrono::microseconds tempo)
+    {
+        const auto fim = std::chrono::steady_clock::now() + tempo;
+        while (ate.empty() || m_Dito.find(ate) == std::string::npos) {
+            const auto falta = fim - std::chrono::steady_clock::now();
+            if (falta <= falta.zero()) {
+                return;
+            }
+            const auto nanos = std::chrono::duration_cast<std::chrono::nanoseconds>(falta).count();
+            const timespec limite{nanos / 1000000000, nanos % 1000000000};
+            pollfd espera{m_Saida, POLLIN, 0};
+            if (ppoll(&espera, 1, &limite, nullptr) > 0 && !Le()) {
+                return;
+            }
+        }
+    }
+    void Mata()
+    {
+        kill(m_Pid, SIGKILL);
+        waitpid(m_Pid, nullptr, 0);
+        m_Terminou = true;
+        while (Le()) {
+        }
+    }
+    // Waits for its own end; its exit status.
+    int Espera()
+    {
+        while (Le()) {
+        }
+        int estado = 0;
+        waitpid(m_Pid, &estado, 0);
+        m_Terminou = true;
+        return WIFEXITED(estado) ? WEXITSTATUS(estado) : -1;
+    }
+    const std::string &Dito() const { return m_Dito; }
+
+  private:
+    bool Le()
+    {
+        std::array<char, 4096> parte{};
+        const ssize_t lidos = read(m_Saida, parte.data(), parte.size());
+        if (lidos > 0) {
+            m_Dito.append(parte.data(), static_cast<std::size_t>(lidos));
+        }
+        return lidos > 0;
+    }
+
+    pid_t m_Pid = 0;
+    int m_Saida = -1;
+    bool m_Terminou = false;
+    std::string m_Dito;
+};
+
+// Signing in is not what is tested here: the cheapest hash of the same password.
+void BarateiaSenha(RegistroDeTeste &registro, const std::string &usuario)
+{
+    registro.Cadastra(usuario);
+    const std::string senha = "senha de " + usuario;
+    std::array<char, crypto_pwhash_STRBYTES> texto{};
+    ASSERT_EQ(crypto_pwhash_str(texto.data(), senha.data(), senha.size(), crypto_pwhash_OPSLIMIT_MIN,
+                                crypto_pwhash_MEMLIMIT_MIN),
+              0);
+    registro.Sql("UPDATE USUARIO SET Senha = '" + std::string(texto.data()) + "' WHERE Usuario = '" + usuario + "'");
+}
+
+// Every equipment is as one of the two saves left it, with its rows and their history, and nothing hangs in the air.
+constexpr const char *Metades =
+    "SELECT COUNT(*) FROM (SELECT e.Versao AS v, e.Descricao AS d, "
+    "(SELECT COUNT(*) FROM SENSOR s WHERE s.NroIntEquip = e.NroIntEquip) AS s, "
+    "(SELECT COUNT(*) FROM AFERICAO a JOIN SENSOR s ON s.NroIntSensor = a.NroIntSensor WHERE s.NroIntEquip = "
+    "e.NroIntEquip AND a.Ativo = 1) AS a, "
+    "(SELECT COUNT(*) FROM HISTORICO h WHERE h.Raiz = 'EQUIPAMENTO' AND h.NroRaiz = e.NroIntEquip) AS h "
+    "FROM EQUIPAMENTO e) WHERE NOT ((v = 1 AND d = 'novo' AND s = 1 AND a = 2 AND h = 4) OR "
+    "(v = 2 AND d = 'alterado' AND s = 1 AND a = 3 AND h = 6))";
+
+TEST(ServicosProcessos, KilledAtAnyMoment_TheRegistryIsWholeAndNothingReportedIsLost)
+{
+    constexpr int mortes = 200;
+    constexpr int porMorte = 100000; // numbers of equipment set aside for each child
+    RegistroDeTeste registro;
+    BarateiaSenha(registro, "ana");
+    registro.Fecha();
+    std::mt19937 sorteio(20261120);
+    int salvos = 0;
+    for (int morte = 0; morte < mortes; ++morte) {
+        SCOPED_TRACE(morte);
+        Processo filho(registro.Caminho(), "ana", "grava", morte * porMorte);
+        filho.Ouve("pronto", std::chrono::seconds(60));
+        filho.Ouve("", std::chrono::microseconds(sorteio() % 30000));
+        filho.Mata();
+        ASSERT_EQ(filho.Dito().find("ERRO"), std::string::npos) << filho.Dito();
+
+        registro.Reabre();
+        ASSERT_EQ(registro.Sql("PRAGMA integrity_check"), "ok");
+        ASSERT_EQ(registro.Sql("PRAGMA foreign_key_check"), "");
+        ASSERT_EQ(registro.Sql(Metades), "0");
+        ASSERT_EQ(registro.Sql("SELECT COUNT(*) FROM DOCUMENTO d WHERE NOT EXISTS (SELECT 1 FROM HISTORICO h "
+                               "WHERE h.Raiz = 'DOCUMENTO' AND h.NroRaiz = d.NroDocumento)"),
+                  "0");
+        const auto ana = registro.Sessao("ana");
+        for (const std::string &linha : Divide(filho.Dito(), "\n")) {
+            const auto partes = Divide(linha, " ");
+            if (linha.empty() || partes.size() < 2) {
+                continue;
+            }
+            ++salvos;
+            if (partes[0] == "D") {
+                Bytes lidos;
+                std::string recusa;
+                ASSERT_TRUE(ana->LeDocumento(std::stod(partes[1]), lidos, recusa)) << recusa;
+                const std::string marca = "% doc " + partes[2] + "\n";
+                ASSERT_EQ(std::string(lidos.begin() + 9, lidos.begin() + 9 + static_cast<std::ptrdiff_t>(marca.size())),
+                          marca);
+            } else {
+                const std::string versao =
+                    registro.Sql("SELECT Versao FROM EQUIPAMENTO WHERE Codigo = 'K" + partes[1] + "'");
+                ASSERT_GE(versao, partes[0] == "I" ? "1" : "2") << linha;
+            }
+        }
+        registro.Fecha();
+    }
+    EXPECT_GT(salvos, mortes); // the kills came while there was something to lose
+    RecordProperty("saves", salvos);
+}
+
+TEST(ServicosProcessos, TwoAtOnce_NothingIsLostAppliedTwiceOrLocked)
+{
+    constexpr int operacoes = 5000;
+    RegistroDeTeste registro;
+    BarateiaSenha(registro, "ana");
+    BarateiaSenha(registro, "bia");
+    auto contador = EquipamentoDe("contador");
+    contador->SubCodigo = "0";
+    ASSERT_EQ(Inclui(registro.Sessao("ana"), contador), 1);
+    registro.Fecha();
+
+    Processo um(registro.Caminho(), "ana", "mistura", operacoes);
+    Processo outro(registro.Caminho(), "bia", "mistura", operacoes);
+    EXPECT_EQ(um.Espera(), 0) << um.Dito();
+    EXPECT_EQ(outro.Espera(), 0) << outro.Dito();
+    int incluidos = 0;
+    int contados = 0;
+    int guardados = 0;
+    for (const std::string &dito : {um.Dito(), outro.Dito()}) {
+        const auto partes = Divide(Substitui(dito, "\n", ""), " ");
+        ASSERT_EQ(partes.size(), 3U) << dito;
+        incluidos += std::stoi(partes[0]);
+        contados += std::stoi(partes[1]);
+        guardados += std::stoi(partes[2]);
+    }
+    EXPECT_EQ(incluidos, 2000);
+    EXPECT_EQ(guardados, 1000);
+    EXPECT_GT(contados, 0);
+    EXPECT_EQ(registro.Sql("SELECT COUNT(*) FROM EQUIPAMENTO"), std::to_string(incluidos + 1));
+    EXPECT_EQ(registro.Sql("SELECT SubCodigo FROM EQUIPAMENTO WHERE NroIntEquip = 1"), std::to_string(contados));
+    EXPECT_EQ(registro.Sql("SELECT Versao FROM EQUIPAMENTO WHERE NroIntEquip = 1"), std::to_string(contados + 1));
+    EXPECT_EQ(registro.Sql("SELECT COUNT(*) FROM DOCUMENTO"), std::to_string(guardados));
+    EXPECT_EQ(registro.Sql("SELECT COUNT(*) FROM HISTORICO WHERE Raiz = 'EQUIPAMENTO'"),
+              std::to_string(incluidos + 1 + contados));
+    EXPECT_EQ(registro.Sql("PRAGMA integrity_check"), "ok");
+}
+
+} // namespace
