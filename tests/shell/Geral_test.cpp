@@ -984,10 +984,12 @@ TEST_F(GeralTeste, FormShow_NotModal_RunsItsStepsInOrder)
     auto form = FormCarregado();
     Plataforma()->DefinePonteiro(PonteiroAmpulheta);
     host->LimpaRegistro();
+    geral->InstanciarFormsClickMenu = true;
     geral->FormShow(form, false, nullptr);
     EXPECT_TRUE(RegistroIgual(host->Registro(),
                               {"FormMDI.FecharEnviaRecebe(True)", "Plataforma.Ponteiro := 0",
                                "Plataforma.ProcessaMensagens()", "ObjInterface.MostraJanela(frmTeste, modal=False)"}));
+    EXPECT_TRUE(geral->InstanciarFormsClickMenu); // only ShowForm uses it up
 }
 
 TEST_F(GeralTeste, FormShow_ModalWithOwner_HandsBothOn)

@@ -782,6 +782,29 @@ TEST_F(ModGeralTeste, gSubDefineFoco_HiddenMinimisedForm_IsRestoredWithoutFocus)
     EXPECT_EQ(form->WindowState(), JanelaNormal);
 }
 
+// A form that refuses the focus.
+class FormSemFoco : public FormDeTeste {
+  public:
+    std::int32_t Pedidos = 0;
+
+    void SetFocus() override
+    {
+        ++Pedidos;
+        throw Falha(5);
+    }
+};
+
+TEST_F(ModGeralTeste, gSubDefineFoco_MinimisedFormThatRefusesTheFocus_IsRestoredAllTheSame)
+{
+    auto form = Novo<FormSemFoco>();
+    form->Carregar();
+    form->DefineVisible(true);
+    form->DefineWindowState(JanelaMinimizada);
+    gSubDefineFoco(form);
+    EXPECT_EQ(form->Pedidos, 1);
+    EXPECT_EQ(form->WindowState(), JanelaNormal);
+}
+
 TEST_F(ModGeralTeste, gSubDefineFoco_MaximisedForm_StaysSo)
 {
     auto form = Novo<FormDeTeste>();
