@@ -2,12 +2,12 @@
 
 #include "equipment/clsEquipto.h"
 #include "host/HostServices.h"
+#include "sensors/Ajusta.h"
 #include "sensors/clsListaAfericoes.h"
 #include "sensors/clsSensor.h"
 #include "shell/Geral.h"
 #include "shell/ModGeral.h"
 
-#include <utility>
 #include <vector>
 
 namespace {
@@ -15,17 +15,6 @@ namespace {
 constexpr std::uint8_t TipoINMETRO = 1;
 constexpr std::uint8_t TipoDeclaracao = 2;
 constexpr std::int64_t TamanhoMaximoDocumento = 5242880; // bytes
-
-template <class Ajustes = AjustesControle>
-Ajustes Ajusta(std::string nome, std::string caption, const Ref<IControle> &recipiente, std::int16_t pagina = -1)
-{
-    Ajustes ajustes;
-    ajustes.Nome = std::move(nome);
-    ajustes.Caption = std::move(caption);
-    ajustes.Container = recipiente;
-    ajustes.Pagina = pagina;
-    return ajustes;
-}
 
 // The first calibration, in the order of the list, that is not the record itself and whose period qualifies; Nothing
 // when there is none. Removed calibrations hold their days too.
@@ -58,30 +47,30 @@ void frmEquipAfericoes::CriaControles()
     auto aba = Ajusta<AjustesSSTab>("SSTab1", "", nullptr);
     aba.Paginas = {"Geral"};
     SSTab1 = Guarda(fabrica->CriaSSTab(form, aba));
-    Frame1 = Guarda(fabrica->CriaZtFrame(form, Ajusta("Frame1", "", SSTab1, 0)));
+    Guarda(fabrica->CriaZtFrame(form, Ajusta("Frame1", "", SSTab1, 0)));
 
-    Guarda(fabrica->CriaLabel(form, Ajusta("Label8", "Tipo:", Frame1)));
-    auto tipo = Ajusta<AjustesZtCombo>("cboTipo", "", Frame1);
+    Guarda(fabrica->CriaLabel(form, Ajusta("Label8", "Tipo:", SSTab1, 0)));
+    auto tipo = Ajusta<AjustesZtCombo>("cboTipo", "", SSTab1, 0);
     tipo.Estilo = 1;
     tipo.ColunaValor = 1;
     tipo.DelimitadorColuna = "|";
     cboTipo = Guarda(fabrica->CriaZtCombo(form, tipo));
 
-    Guarda(fabrica->CriaLabel(form, Ajusta("lblNroINMETRO", "Número:", Frame1)));
-    auto numero = Ajusta<AjustesTextBox>("txtNroINMETRO", "", Frame1);
+    Guarda(fabrica->CriaLabel(form, Ajusta("lblNroINMETRO", "Número:", SSTab1, 0)));
+    auto numero = Ajusta<AjustesTextBox>("txtNroINMETRO", "", SSTab1, 0);
     numero.MaxLength = 10;
     txtNroINMETRO = Guarda(fabrica->CriaTextBox(form, numero));
 
-    lblMarcaINMETRO = Guarda(fabrica->CriaLabel(form, Ajusta("lblMarcaINMETRO", "", Frame1)));
-    auto marca = Ajusta<AjustesZtMask>("txtMarcaINMETRO", "", Frame1);
+    lblMarcaINMETRO = Guarda(fabrica->CriaLabel(form, Ajusta("lblMarcaINMETRO", "", SSTab1, 0)));
+    auto marca = Ajusta<AjustesZtMask>("txtMarcaINMETRO", "", SSTab1, 0);
     marca.MaxLength = 14;
     marca.Tipo = 1;
     txtMarcaINMETRO = Guarda(fabrica->CriaZtMask(form, marca));
 
-    Guarda(fabrica->CriaLabel(form, Ajusta("Label20", "Dt. de Verif.:", Frame1)));
-    txtDtVerifINMETRO = Guarda(fabrica->CriaZtData(form, Ajusta("txtDtVerifINMETRO", "", Frame1)));
-    Guarda(fabrica->CriaLabel(form, Ajusta("Label3", "Dt. de Venc.:", Frame1)));
-    txtDtVencINMETRO = Guarda(fabrica->CriaZtData(form, Ajusta("txtDtVencINMETRO", "", Frame1)));
+    Guarda(fabrica->CriaLabel(form, Ajusta("Label20", "Dt. de Verif.:", SSTab1, 0)));
+    txtDtVerifINMETRO = Guarda(fabrica->CriaZtData(form, Ajusta("txtDtVerifINMETRO", "", SSTab1, 0)));
+    Guarda(fabrica->CriaLabel(form, Ajusta("Label3", "Dt. de Venc.:", SSTab1, 0)));
+    txtDtVencINMETRO = Guarda(fabrica->CriaZtData(form, Ajusta("txtDtVencINMETRO", "", SSTab1, 0)));
 
     fraPortariaDIMEL = Guarda(fabrica->CriaZtFrame(form, Ajusta("fraPortariaDIMEL", "Portaria DIMEL: ", SSTab1, 0)));
     Guarda(fabrica->CriaLabel(form, Ajusta("Label5", "Número:", fraPortariaDIMEL)));

@@ -30,7 +30,6 @@ class frmEquipAfericoes : public Formulario {
     Ref<ILabel> lblCodEquip;
     Ref<ILabel> lblNroSensor;
     Ref<ISSTab> SSTab1;
-    Ref<IztFrame> Frame1;
     Ref<IztCombo> cboTipo;
     Ref<ITextBox> txtNroINMETRO;
     Ref<ILabel> lblMarcaINMETRO;

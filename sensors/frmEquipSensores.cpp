@@ -2,25 +2,13 @@
 
 #include "equipment/clsEquipto.h"
 #include "host/HostServices.h"
+#include "sensors/Ajusta.h"
 #include "shell/Geral.h"
 #include "shell/ModGeral.h"
-
-#include <utility>
 
 namespace {
 
 constexpr std::int16_t AbaAfericoes = 1;
-
-template <class Ajustes = AjustesControle>
-Ajustes Ajusta(std::string nome, std::string caption, const Ref<IControle> &recipiente, std::int16_t pagina = -1)
-{
-    Ajustes ajustes;
-    ajustes.Nome = std::move(nome);
-    ajustes.Caption = std::move(caption);
-    ajustes.Container = recipiente;
-    ajustes.Pagina = pagina;
-    return ajustes;
-}
 
 } // namespace
 

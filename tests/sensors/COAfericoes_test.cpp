@@ -352,6 +352,67 @@ TEST_F(COAfericoes_test, Excluir_NeverSavedCalibration_LeavesTheCollectionAndThe
     EXPECT_EQ(MenuHabilitado(lista), SoNovo);
 }
 
+// Both flags are set when the event comes, and the list is loaded again only behind it.
+TEST_F(COAfericoes_test, Alterado_EachOperation_AfterTheFlagsAndBeforeTheList)
+{
+    PoeAfericao(sensor, 1, "01/01/2024", "31/12/2024");
+    Carrega();
+    auto operador = Operador();
+    Textos vistos;
+    const auto ouve = controlador->Alterado().liga([&] {
+        const auto ultima = sensor->ListaAfericoes()->Item(Quantas());
+        EXPECT_TRUE(sensor->Alterado);
+        EXPECT_TRUE(ultima->Alterado);
+        vistos.push_back(ultima->Numero + (ultima->Ativo ? "" : " inativa"));
+        for (const std::string &numero : Coluna(lista, 2)) {
+            vistos.push_back(numero);
+        }
+        sensor->Alterado = false;
+    });
+
+    NaJanelaInclui("01/01/2026", "31/12/2026");
+    FAZ(operador, EscolheMenu("ztLista", "mnuZTLObjNovo"));
+    EXPECT_EQ(vistos, (Textos{"777", "1234"}));
+    EXPECT_EQ(Coluna(lista, 2), (Textos{"1234", "777"}));
+
+    vistos.clear();
+    Afericao("A2")->NroIntAfericao = 2;
+    NaJanela(Janela, [&](Pessoa &p) {
+        FAZ(p, Preenche("txtNroINMETRO", "42"));
+        FAZ(p, Clica("cmdOK"));
+    });
+    FAZ(operador, ClicaLinha("ztLista", 2));
+    FAZ(operador, EscolheMenu("ztLista", "mnuZTLObjEditar"));
+    EXPECT_EQ(vistos, (Textos{"42", "1234", "777"}));
+    EXPECT_EQ(Coluna(lista, 2), (Textos{"1234", "42"}));
+
+    vistos.clear();
+    Afericao("A2")->Alterado = false;
+    host->Responde(Pergunta, true);
+    FAZ(operador, ClicaLinha("ztLista", 2));
+    FAZ(operador, EscolheMenu("ztLista", "mnuZTLObjExcluir"));
+    EXPECT_EQ(vistos, (Textos{"42 inativa", "1234", "42"}));
+    EXPECT_EQ(Coluna(lista, 2), Textos{"1234"});
+    EXPECT_EQ(alteracoes, 3);
+    EXPECT_FALSE(sensor->Alterado); // nothing is written behind the event
+}
+
+TEST_F(COAfericoes_test, Excluir_NumberNotAboveZeroOrJustAbove_LeavesTheCollectionOrStays)
+{
+    PoeAfericao(sensor, 0.5, "01/01/2024", "31/12/2024");
+    PoeAfericao(sensor, -1, "01/01/2025", "31/12/2025");
+    Carrega();
+    auto operador = Operador();
+    for (const std::int32_t linha : {2, 1}) {
+        host->Responde(Pergunta, true);
+        FAZ(operador, ClicaLinha("ztLista", linha));
+        FAZ(operador, EscolheMenu("ztLista", "mnuZTLObjExcluir"));
+    }
+    ASSERT_EQ(Quantas(), 1);
+    EXPECT_FALSE(Afericao("A1")->Ativo);
+    EXPECT_TRUE(Afericao("A1")->Alterado);
+}
+
 // Out of sight, but its days are still held.
 TEST_F(COAfericoes_test, Excluir_SavedCalibration_StillRefusesANewPeriod)
 {

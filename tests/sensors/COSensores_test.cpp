@@ -372,6 +372,67 @@ TEST_F(COSensores_test, Excluir_NeverSavedSensor_LeavesTheCollectionAndItsKeyIsN
     EXPECT_EQ(equipto->ListaSensores()->Add(2, "")->Chave(), "S3");
 }
 
+// The record is complete when the event comes, and the list is loaded again only behind it.
+TEST_F(COSensores_test, Alterado_EachOperation_AfterTheRecordAndBeforeTheList)
+{
+    PoeSalvos(2);
+    Carrega();
+    auto operador = Operador();
+    Textos vistos;
+    const auto ouve = controlador->Alterado().liga([&] {
+        const auto ultimo = equipto->ListaSensores()->Item(Quantos());
+        vistos.push_back(ultimo->LocalInfr + (ultimo->Alterado ? " alterado" : "") + (ultimo->Ativo ? "" : " inativo"));
+        for (const std::string &local : Coluna(lista, 2)) {
+            vistos.push_back(local);
+        }
+    });
+
+    NaJanela(Janela, [&](Pessoa &p) {
+        FAZ(p, Preenche("txtLocalInfr", "nova"));
+        FAZ(p, Clica("cmdOK"));
+    });
+    FAZ(operador, EscolheMenu("ztLista", "mnuZTLObjNovo"));
+    EXPECT_EQ(vistos, (Textos{"nova alterado", "Rua 1", "Rua 2"}));
+    EXPECT_EQ(Coluna(lista, 2), (Textos{"Rua 1", "Rua 2", "nova"}));
+
+    vistos.clear();
+    Sensor("S3")->NroIntSensor = 103;
+    Sensor("S3")->Alterado = false;
+    NaJanela(Janela, [&](Pessoa &p) {
+        FAZ(p, Preenche("txtLocalInfr", "outra"));
+        FAZ(p, Clica("cmdOK"));
+    });
+    FAZ(operador, ClicaLinha("ztLista", 3));
+    FAZ(operador, EscolheMenu("ztLista", "mnuZTLObjEditar"));
+    EXPECT_EQ(vistos, (Textos{"outra alterado", "Rua 1", "Rua 2", "nova"}));
+    EXPECT_EQ(Coluna(lista, 2), (Textos{"Rua 1", "Rua 2", "outra"}));
+
+    vistos.clear();
+    Sensor("S3")->Alterado = false;
+    host->Responde(Pergunta, true);
+    FAZ(operador, ClicaLinha("ztLista", 3));
+    FAZ(operador, EscolheMenu("ztLista", "mnuZTLObjExcluir"));
+    EXPECT_EQ(vistos, (Textos{"outra alterado inativo", "Rua 1", "Rua 2", "outra"}));
+    EXPECT_EQ(Coluna(lista, 2), (Textos{"Rua 1", "Rua 2"}));
+    EXPECT_EQ(alteracoes, 3);
+}
+
+TEST_F(COSensores_test, Excluir_NumberBelowOneOrOne_LeavesTheCollectionOrStays)
+{
+    PoeSensor(1, 1, "salvo");
+    PoeSensor(-1, 2, "nunca salvo");
+    Carrega();
+    auto operador = Operador();
+    for (const std::int32_t linha : {2, 1}) {
+        host->Responde(Pergunta, true);
+        FAZ(operador, ClicaLinha("ztLista", linha));
+        FAZ(operador, EscolheMenu("ztLista", "mnuZTLObjExcluir"));
+    }
+    ASSERT_EQ(Quantos(), 1);
+    EXPECT_FALSE(Sensor("S1")->Ativo);
+    EXPECT_TRUE(Sensor("S1")->Alterado);
+}
+
 TEST_F(COSensores_test, Excluir_TheOnlySensor_OnlyNovoIsLeft)
 {
     PoeSalvos(1);

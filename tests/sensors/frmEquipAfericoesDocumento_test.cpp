@@ -455,6 +455,18 @@ TEST_F(frmEquipAfericoesDocumento_test, cmdVisualizar_AfterAnUploadInInclusion_N
     EXPECT_EQ(nova->NroIntImgCertif, 901);
 }
 
+TEST_F(frmEquipAfericoesDocumento_test, cmdVisualizar_RecordWithADocument_ButtonOffersAnother)
+{
+    EXPECT_FALSE(Inclui([&](Pessoa &p) {
+        nova->NroIntImgCertif = 500; // where the caption is still that of the design
+        EXPECT_EQ(Caption(p, "cmdProcurar"), "&Procurar...");
+        FAZ(p, Clica("cmdVisualizar"));
+        EXPECT_EQ(Caption(p, "cmdProcurar"), "Alterar");
+        Espera(p, "Operação Concluida com Sucesso!", false);
+        FAZ(p, Clica("cmdCancelar"));
+    }));
+}
+
 TEST_F(frmEquipAfericoesDocumento_test, cmdVisualizar_ServiceRefuses_LabelTells)
 {
     host->Dominio->AceitaRecebimento = false;

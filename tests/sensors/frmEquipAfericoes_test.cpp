@@ -6,6 +6,7 @@
 #include "controls/ztCombo.h"
 #include "controls/ztMask.h"
 #include "tests/sensors/CenarioSensores.h"
+#include "tests/support/FalhaLancada.h"
 #include "tests/support/MemoriaEscassa.h"
 
 #include <algorithm>
@@ -95,16 +96,16 @@ TEST_F(frmEquipAfericoes_test, CriaControles_AllOfThem_NameKindCaptionAndPlace)
         {"lblNroSensor", EspecieControle::Label, "3", ""},
         {"SSTab1", EspecieControle::SSTab, "", ""},
         {"Frame1", EspecieControle::ztFrame, "", "SSTab1", 0},
-        {"Label8", EspecieControle::Label, "Tipo:", "Frame1"},
-        {"cboTipo", EspecieControle::ztCombo, "", "Frame1"},
-        {"lblNroINMETRO", EspecieControle::Label, "Número:", "Frame1"},
-        {"txtNroINMETRO", EspecieControle::TextBox, "", "Frame1"},
-        {"lblMarcaINMETRO", EspecieControle::Label, "Certificado:", "Frame1"},
-        {"txtMarcaINMETRO", EspecieControle::ztMask, "", "Frame1"},
-        {"Label20", EspecieControle::Label, "Dt. de Verif.:", "Frame1"},
-        {"txtDtVerifINMETRO", EspecieControle::ztData, "", "Frame1"},
-        {"Label3", EspecieControle::Label, "Dt. de Venc.:", "Frame1"},
-        {"txtDtVencINMETRO", EspecieControle::ztData, "", "Frame1"},
+        {"Label8", EspecieControle::Label, "Tipo:", "SSTab1", 0},
+        {"cboTipo", EspecieControle::ztCombo, "", "SSTab1", 0},
+        {"lblNroINMETRO", EspecieControle::Label, "Número:", "SSTab1", 0},
+        {"txtNroINMETRO", EspecieControle::TextBox, "", "SSTab1", 0},
+        {"lblMarcaINMETRO", EspecieControle::Label, "Certificado:", "SSTab1", 0},
+        {"txtMarcaINMETRO", EspecieControle::ztMask, "", "SSTab1", 0},
+        {"Label20", EspecieControle::Label, "Dt. de Verif.:", "SSTab1", 0},
+        {"txtDtVerifINMETRO", EspecieControle::ztData, "", "SSTab1", 0},
+        {"Label3", EspecieControle::Label, "Dt. de Venc.:", "SSTab1", 0},
+        {"txtDtVencINMETRO", EspecieControle::ztData, "", "SSTab1", 0},
         {"fraPortariaDIMEL", EspecieControle::ztFrame, "Portaria DIMEL: ", "SSTab1", 0},
         {"Label5", EspecieControle::Label, "Número:", "fraPortariaDIMEL"},
         {"txtNroPortDIMEL", EspecieControle::ztMask, "", "fraPortariaDIMEL"},
@@ -454,6 +455,76 @@ TEST_F(frmEquipAfericoes_test, ValidouOk_SecondKind_RulesInTheirOrder)
     EXPECT_TRUE(nova->Alterado);
     EXPECT_FALSE(sensor->Alterado);
     EXPECT_EQ(sensor->ListaAfericoes()->Item(2)->DataVencimento, Dia("14/03/2026"));
+}
+
+// The shared instance keeps its fields from one use to the next.
+TEST_F(frmEquipAfericoes_test, CarregaInclusao_AfterAConfirmedEdition_ItsAnswerAndItsDocumentAreForgotten)
+{
+    Ref<clsAfericao> listada = PoeAfericao(sensor, 7, "05/03/2026", "09/11/2026"); // with document 500
+    EXPECT_TRUE(Edita(listada, [&](Pessoa &p) { FAZ(p, Clica("cmdOK")); }));
+    auto nova = AfericaoNova();
+    EXPECT_FALSE(Inclui(nova, [&](Pessoa &p) {
+        FAZ(p, Preenche("txtNroINMETRO", "1"));
+        FAZ(p, Preenche("txtDtVerifINMETRO", "01/01/2027"));
+        FAZ(p, Preenche("txtDtVencINMETRO", "31/12/2027"));
+        FAZ(p, Clica("cmdOK"));
+        EXPECT_EQ(Aviso(), Par("É obrigatório fazer Upload do Documento em PDF!", ""));
+        FAZ(p, Clica("cmdCancelar"));
+    }));
+    EXPECT_EQ(nova->NroIntImgCertif, 0);
+    EXPECT_TRUE(Edita(listada, [&](Pessoa &p) { FAZ(p, Clica("cmdOK")); }));
+    EXPECT_FALSE(Edita(listada, [&](Pessoa &p) { FAZ(p, Clica("cmdCancelar")); }));
+}
+
+TEST_F(frmEquipAfericoes_test, Conflict_InEdition_BoxesWithTheirWholeTextsAndNothingWritten)
+{
+    Ref<clsAfericao> outra = PoeAfericao(sensor, 1, "01/06/2026", "31/12/2026");
+    Ref<clsAfericao> afericao = PoeAfericao(sensor, 2, "01/01/2026", "31/03/2026");
+    EXPECT_FALSE(Edita(afericao, [&](Pessoa &p) {
+        FAZ(p, Preenche("txtDtVencINMETRO", "01/06/2026"));
+        FAZ(p, Clica("cmdOK"));
+        FAZ(p, Preenche("txtDtVerifINMETRO", "31/12/2026"));
+        FAZ(p, Preenche("txtDtVencINMETRO", "31/12/2027"));
+        FAZ(p, Clica("cmdOK"));
+        FAZ(p, Clica("cmdCancelar"));
+    }));
+    ASSERT_EQ(host->Tela->Caixas().size(), 2U);
+    EXPECT_EQ(host->Tela->Caixas()[0].Texto,
+              "Período da nova aferição em conflito com a aferição dos dias 01/06/2026 a 31/12/2026");
+    EXPECT_EQ(host->Tela->Caixas()[1].Texto, "Data de verificação do INMETRO (31/12/2026) em conflito com a \r\n"
+                                             "aferição dos dias 01/06/2026 e 31/12/2026.");
+    for (const auto &caixa : host->Tela->Caixas()) {
+        EXPECT_EQ(caixa.Titulo, "Atenção");
+    }
+    EXPECT_TRUE(host->Tela->Perguntas().empty());
+    EXPECT_TRUE(host->Avisos().empty());
+    EXPECT_EQ(outra->DataVencimento, Dia("31/12/2026"));
+    EXPECT_FALSE(outra->Alterado);
+    EXPECT_FALSE(afericao->Alterado);
+    EXPECT_EQ(afericao->DataVencimento, Dia("31/03/2026"));
+}
+
+// Of the first text both days are the system's short form, of the second only the new verification date. A failure
+// set for the reading behind the last one still waits.
+TEST_F(frmEquipAfericoes_test, Conflict_DaysInTheTexts_ShortFormAskedOfTheSystemTwiceAndOnce)
+{
+    PoeAfericao(sensor, 1, "01/06/2026", "31/12/2026");
+    Ref<clsAfericao> afericao = PoeAfericao(sensor, 2, "01/01/2026", "31/03/2026");
+    EXPECT_FALSE(Edita(afericao, [&](Pessoa &p) {
+        const auto pergunta = [&](std::int32_t vezes) {
+            host->FalhaEm("Plataforma.DataCurta", vezes + 1);
+            FAZ(p, Clica("cmdOK"));
+            EXPECT_EQ(FalhaLancada([&] { host->Tela->DataCurta(Dia("01/06/2026")); }).Fonte, "Plataforma.DataCurta");
+        };
+        FAZ(p, Preenche("txtDtVencINMETRO", "01/06/2026"));
+        pergunta(2);
+        FAZ(p, Preenche("txtDtVerifINMETRO", "31/12/2026"));
+        FAZ(p, Preenche("txtDtVencINMETRO", "31/12/2027"));
+        pergunta(1);
+        FAZ(p, Clica("cmdCancelar"));
+    }));
+    EXPECT_EQ(host->Tela->Caixas().size(), 2U);
+    EXPECT_TRUE(host->Erros().empty());
 }
 
 TEST_F(frmEquipAfericoes_test, ValidouOk_FirstKind_NumberNeededAndBlanksAreOne)

@@ -344,6 +344,48 @@ TEST_F(frmEquipSensores_test, cmdCancelar_AfterACalibrationChange_AsksAndNoKeeps
     EXPECT_FALSE(sensor->Alterado);
 }
 
+TEST_F(frmEquipSensores_test, cmdCancelar_AfterACalibrationWasAdded_AsksAndTheListedSensorHasNone)
+{
+    const std::string certificado = "C:\\DOC\\c.pdf";
+    host->Tela->Arquivos.Poe(certificado, {'%', 'P', 'D', 'F'});
+    auto clone = sensor->getClone();
+    host->Responde(Descarte, true);
+    EXPECT_FALSE(Edita(clone, [&](Pessoa &p) {
+        FAZ(p, Abre("sstDados", 1));
+        EXPECT_FALSE(Habilitado(p, "cmdOK"));
+        NaJanela("frmEquipAfericoes", [&](Pessoa &q) {
+            FAZ(q, Preenche("txtNroINMETRO", "777"));
+            FAZ(q, Preenche("txtDtVerifINMETRO", "01/01/2026"));
+            FAZ(q, Preenche("txtDtVencINMETRO", "31/12/2026"));
+            host->EscolheArquivo(certificado);
+            FAZ(q, Clica("cmdProcurar"));
+            FAZ(q, Clica("cmdUpload"));
+            FAZ(q, Clica("cmdOK"));
+        });
+        FAZ(p, EscolheMenu("ztListaAfericao", "mnuZTLObjNovo"));
+        EXPECT_TRUE(Habilitado(p, "cmdOK"));
+        EXPECT_EQ(clone->ListaAfericoes()->Count(), 1);
+        FAZ(p, Clica("cmdCancelar"));
+    }));
+    EXPECT_EQ(host->Tela->Perguntas().size(), 1U);
+    EXPECT_EQ(sensor->ListaAfericoes()->Count(), 0);
+    EXPECT_FALSE(sensor->Alterado);
+}
+
+// The shared instance keeps its fields from one use to the next.
+TEST_F(frmEquipSensores_test, CarregaX_AfterAConfirmedUse_ItsAnswerIsForgotten)
+{
+    const auto confirma = [&](Pessoa &p) {
+        FAZ(p, Preenche("txtLocalInfr", "Rua Nova"));
+        FAZ(p, Clica("cmdOK"));
+    };
+    const auto cancela = [&](Pessoa &p) { FAZ(p, Clica("cmdCancelar")); };
+    EXPECT_TRUE(Edita(sensor->getClone(), confirma));
+    EXPECT_FALSE(Edita(sensor->getClone(), cancela));
+    EXPECT_TRUE(Inclui(SensorNovo(), confirma));
+    EXPECT_FALSE(Inclui(SensorNovo(), cancela));
+}
+
 // The window's own button asks nothing.
 TEST_F(frmEquipSensores_test, Unload_ByTheWindowsButton_NotConfirmedAndNoQuestion)
 {
