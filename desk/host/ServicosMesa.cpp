@@ -185,7 +185,8 @@ bool DadosVorMesa::EnviaDocumento(const std::string &caminho, double &nroDocumen
 {
     std::ifstream arquivo(CaminhoDoSistema(caminho), std::ios::binary);
     if (!arquivo) {
-        throw Falha(NumeroFalha::ArquivoNaoEncontrado);
+        m_MostraRecusa("O arquivo '" + caminho + "' não pôde ser aberto.");
+        return false;
     }
     Bytes bytes(static_cast<std::size_t>(MaiorLeitura));
     arquivo.read(reinterpret_cast<char *>(bytes.data()), MaiorLeitura);

@@ -53,6 +53,8 @@ class AdaptadorHost {
 
     // Whether the document store takes an empty document.
     virtual bool AceitaDocumentoVazio() const { return true; }
+    // A document as the service's answers carry it.
+    virtual std::string TextoDeDocumento(const Bytes &bytes) { return {bytes.begin(), bytes.end()}; }
 
     // The test is over: whatever the adapter still has to check.
     virtual void Encerra() {}

@@ -150,3 +150,21 @@ Ref<EquiptoED> ContratoHost::SoNumero(std::int32_t nroIntEquip)
     equipto->NroIntEquip = nroIntEquip;
     return equipto;
 }
+
+Bytes ContratoHost::PdfMinimo()
+{
+    std::string pdf = "%PDF-1.4\n";
+    std::vector<std::size_t> inicios;
+    for (const char *objeto : {"<</Type/Catalog/Pages 2 0 R>>", "<</Type/Pages/Kids[3 0 R]/Count 1>>",
+                               "<</Type/Page/Parent 2 0 R/MediaBox[0 0 72 72]>>"}) {
+        inicios.push_back(pdf.size());
+        pdf += std::to_string(inicios.size()) + " 0 obj" + objeto + "endobj\n";
+    }
+    const std::size_t tabela = pdf.size();
+    pdf += "xref\n0 4\n0000000000 65535 f \n";
+    for (std::size_t inicio : inicios) {
+        pdf += Format(static_cast<double>(inicio), "0000000000") + " 00000 n \n";
+    }
+    pdf += "trailer<</Size 4/Root 1 0 R>>\nstartxref\n" + std::to_string(tabela) + "\n%%EOF\n";
+    return {pdf.begin(), pdf.end()};
+}

@@ -61,6 +61,8 @@ class ContratoHost : public testing::TestWithParam<FabricaAdaptador> {
     // The equipment saved; its number.
     std::int32_t Incluido(const std::string &codigo);
     static Ref<EquiptoED> SoNumero(std::int32_t nroIntEquip);
+    // A document that a store takes and a viewer can open: one empty page.
+    static Bytes PdfMinimo();
 
     std::unique_ptr<AdaptadorHost> adaptador;
 

@@ -98,7 +98,7 @@ TEST_P(ContratoHost, altera_WithSensorsAndCalibrations_StoresThemAndFindsTheOneI
 {
     const std::int32_t numero = Incluido("CTR_1");
     const std::string caminho = adaptador->Diretorio() + "certificado.pdf";
-    Plataforma()->GravaArquivo(caminho, {'%', 'P', 'D', 'F'});
+    Plataforma()->GravaArquivo(caminho, PdfMinimo());
     double documento = 0;
     ASSERT_TRUE(Dados()->EnviaDocumento(caminho, documento, 0));
 
@@ -151,7 +151,7 @@ TEST_P(ContratoHost, lista2_ByCriteria_FindsPageByPage)
     auto criterios = [&] {
         auto lista = Novo<ListaEquiptoED>();
         lista->ClienteInc = adaptador->objMTM()->ClienteLogado();
-        lista->IndTrabFoto = 2;
+        lista->IndTrabFoto = 1; // the mode of the type R
         lista->Ativo = 1;
         return lista;
     };

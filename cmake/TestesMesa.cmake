@@ -1,0 +1,24 @@
+# The tests of the desk around the module: its host, its windows, its sample and its commands.
+if(NOT TARGET registro-de-equipamentos)
+    return()
+endif()
+
+file(GLOB fontes_mesa CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/desk/*.cpp)
+list(FILTER fontes_mesa EXCLUDE REGEX "/(servicos_[^/]*|RegistroDeTeste|ServicosPrincipal)\\.cpp$")
+add_executable(teste_mesa ${fontes_mesa})
+target_link_libraries(teste_mesa PRIVATE contrato_host registro_de_teste janelas amostra GTest::gtest)
+gtest_discover_tests(teste_mesa
+    DISCOVERY_MODE PRE_TEST
+    DISCOVERY_TIMEOUT 60
+    NO_PRETTY_VALUES
+    TEST_PREFIX "mesa."
+    WORKING_DIRECTORY ${PROJECT_SOURCE_DIR}
+    PROPERTIES TIMEOUT 120)
+
+# The whole job in the real windows. Pictures and account of the last run stay in the build folder.
+add_test(NAME mesa.roteiro
+    COMMAND sh -c "rm -rf \"$1\" && exec \"$0\" --roteiro \"$1\""
+        $<TARGET_FILE:registro-de-equipamentos> ${PROJECT_BINARY_DIR}/roteiro)
+set_tests_properties(mesa.roteiro PROPERTIES
+    TIMEOUT 300
+    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QT_LOGGING_RULES=qt.qpa.*=false")

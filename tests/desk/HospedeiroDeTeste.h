@@ -1,0 +1,30 @@
+#pragma once
+
+#include "desk/host/HostMesa.h"
+#include "tests/desk/JanelasFalsas.h"
+#include "tests/desk/RegistroDeTeste.h"
+
+#include <QTemporaryDir>
+
+#include <filesystem>
+#include <string>
+
+// The desk's host over real services, in a data directory that goes away with the test, in front of windows without a
+// screen. Nobody is signed in at first.
+class HospedeiroDeTeste {
+  public:
+    HospedeiroDeTeste();
+
+    std::filesystem::path Diretorio() const { return m_Diretorio.path().toStdString(); }
+    // A path in the data directory as the module writes it.
+    std::string NoModulo(const std::string &nome) const;
+    void Entra(const std::string &usuario) { Host->Entra(Registro.Sessao(usuario)); }
+
+  private:
+    QTemporaryDir m_Diretorio;
+
+  public:
+    RegistroDeTeste Registro;
+    Ref<JanelasFalsas> Janelas = Novo<JanelasFalsas>();
+    Ref<HostMesa> Host;
+};

@@ -1,0 +1,118 @@
+#include "tests/desk/JanelasFalsas.h"
+
+#include "desk/host/Caminhos.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <fstream>
+
+void JanelasFalsas::NaProximaModal(const std::string &classe, std::function<void(const Ref<IForm> &)> acao)
+{
+    m_Modais.emplace_back(classe, std::move(acao));
+}
+
+void JanelasFalsas::RespondePergunta(const std::string &texto, std::optional<bool> sim)
+{
+    m_Respostas.emplace_back(texto, sim);
+}
+
+void JanelasFalsas::DeixaPassar()
+{
+    for (const RefFraca<IForm> &fraca : std::exchange(m_PorAtivar, {})) {
+        if (!fraca.Nada()) {
+            fraca.Alvo()->Ativada();
+        }
+    }
+}
+
+std::string JanelasFalsas::TextoJanela(const Ref<IForm> &form) const
+{
+    const auto escrito = m_Textos.find(form.Ponteiro());
+    return escrito == m_Textos.end() ? form->Caption() : escrito->second;
+}
+
+std::vector<std::string> JanelasFalsas::Pendencias() const
+{
+    std::vector<std::string> pendencias;
+    for (const auto &[classe, acao] : m_Modais) {
+        pendencias.push_back("no modal show of " + classe);
+    }
+    for (const auto &[texto, resposta] : m_Respostas) {
+        pendencias.push_back("nobody asked: " + texto);
+    }
+    return pendencias;
+}
+
+void JanelasFalsas::MostraForm(const Ref<IForm> &form, bool modal, const Ref<IForm> &)
+{
+    m_Abertos.push_back(form);
+    form->DefineVisible(true);
+    m_PorAtivar.emplace_back(form);
+    if (!modal) {
+        return;
+    }
+    if (m_Modais.empty() || m_Modais.front().first != form->NomeTipo()) {
+        ADD_FAILURE() << "unexpected modal show of " << form->NomeTipo();
+        return;
+    }
+    const auto acao = std::move(m_Modais.front().second);
+    m_Modais.pop_front();
+    acao(form);
+    EXPECT_EQ(std::count(m_Abertos.begin(), m_Abertos.end(), form), 0) << "the modal form is still shown";
+}
+
+void JanelasFalsas::FechaForm(const Ref<IForm> &form)
+{
+    std::erase(m_Abertos, form);
+    m_Textos.erase(form.Ponteiro());
+}
+
+void JanelasFalsas::DefineTextoJanela(const Ref<IForm> &form, const std::string &texto)
+{
+    m_Textos[form.Ponteiro()] = texto;
+}
+
+bool JanelasFalsas::PerguntaSimNao(const std::string &texto, const std::string &, bool padraoSim)
+{
+    if (m_Respostas.empty() || m_Respostas.front().first != texto) {
+        ADD_FAILURE() << "unexpected question: " << texto;
+        return padraoSim;
+    }
+    const bool resposta = m_Respostas.front().second.value_or(padraoSim);
+    m_Respostas.pop_front();
+    return resposta;
+}
+
+void JanelasFalsas::Informa(const std::string &texto, const std::string &titulo)
+{
+    Avisa(texto, titulo);
+}
+
+void JanelasFalsas::Avisa(const std::string &texto, const std::string &titulo)
+{
+    Avisos.push_back(titulo + ": " + texto);
+}
+
+void JanelasFalsas::MostraErro(const std::string &contexto, std::int32_t numero, const std::string &,
+                               const std::string &fonte, const std::string &)
+{
+    Erros.push_back(std::to_string(numero) + " " + fonte + " " + contexto);
+}
+
+std::optional<std::string> JanelasFalsas::EscolheArquivo(const std::string &, const std::string &)
+{
+    return ArquivoEscolhido;
+}
+
+bool JanelasFalsas::MostraPDF(const std::string &caminho, bool)
+{
+    std::ifstream arquivo(CaminhoDoSistema(caminho), std::ios::binary);
+    std::string inicio(5, '\0');
+    arquivo.read(inicio.data(), 5);
+    if (inicio != "%PDF-") {
+        return false;
+    }
+    Mostrados.push_back(caminho);
+    return true;
+}

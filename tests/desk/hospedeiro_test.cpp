@@ -1,0 +1,101 @@
+#include "controls/Pessoa.h"
+#include "desk/host/Caminhos.h"
+#include "tests/desk/HospedeiroDeTeste.h"
+#include "tests/host_contract/ContratoHost.h"
+
+#include <QByteArray>
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <iterator>
+#include <memory>
+
+// The desk in front of the suite that every host must pass.
+
+namespace {
+
+class AdaptadorMesa : public AdaptadorHost {
+  public:
+    AdaptadorMesa()
+    {
+        std::filesystem::create_directory(m_Mesa.Diretorio() / "contrato");
+        m_Mesa.Entra("ana");
+    }
+
+    Ref<HostServices> Host() override { return m_Mesa.Host; }
+    Ref<IobjMTM> objMTM() override { return m_Mesa.Host->objMTM(); }
+    Ref<IobjSCA> objSCA() override { return m_Mesa.Host->objSCA(); }
+    Ref<IObjInterface> ObjInterface() override { return m_Mesa.Host->ObjInterface; }
+    Ref<IoAppEXE> oAppEXE() override { return m_Mesa.Host->oAppEXE; }
+    Ref<IFormMDI> FormMDI() override { return m_Mesa.Host->FormMDI; }
+    Ref<IActBar> ActBar() override { return m_Mesa.Host->ActBar; }
+
+    std::string Diretorio() override { return m_Mesa.NoModulo("contrato") + "\\"; }
+    std::optional<Bytes> LeArquivo(const std::string &caminho) override
+    {
+        std::ifstream arquivo(CaminhoDoSistema(caminho), std::ios::binary);
+        if (!arquivo) {
+            return std::nullopt;
+        }
+        return Bytes(std::istreambuf_iterator<char>(arquivo), {});
+    }
+    std::string TextoJanela(const Ref<IForm> &form) override { return m_Mesa.Janelas->TextoJanela(form); }
+
+    void NaProximaModal(const std::string &classe, std::function<void(const Ref<IForm> &)> acao) override
+    {
+        m_Mesa.Janelas->NaProximaModal(classe, std::move(acao));
+    }
+    void RespondePergunta(const std::string &texto, std::optional<bool> sim) override
+    {
+        m_Mesa.Janelas->RespondePergunta(texto, sim);
+    }
+    void FechaProximaCaixa() override {}
+    void FechaProximoVisor() override {}
+    void DeixaPassar() override { m_Mesa.Janelas->DeixaPassar(); }
+
+    bool Clica(const Ref<IForm> &form, const std::string &controle) override { return Pessoa(form).Clica(controle); }
+    bool Digita(const Ref<IForm> &form, const std::string &controle, const std::string &texto) override
+    {
+        return Pessoa(form).Digita(controle, texto);
+    }
+    bool Escolhe(const Ref<IForm> &form, const std::string &combo, const std::string &texto) override
+    {
+        return Pessoa(form).Escolhe(combo, texto);
+    }
+    bool AbrePagina(const Ref<IForm> &form, const std::string &tab, std::int16_t pagina) override
+    {
+        return Pessoa(form).Abre(tab, pagina);
+    }
+    bool ClicaLinha(const Ref<IForm> &form, const std::string &lista, std::int32_t linha) override
+    {
+        return Pessoa(form).ClicaLinha(lista, linha);
+    }
+    bool EscolheMenu(const Ref<IForm> &form, const std::string &lista, const std::string &chave) override
+    {
+        return Pessoa(form).EscolheMenu(lista, chave);
+    }
+
+    bool AceitaDocumentoVazio() const override { return false; }
+    std::string TextoDeDocumento(const Bytes &bytes) override
+    {
+        return QByteArray(reinterpret_cast<const char *>(bytes.data()), static_cast<qsizetype>(bytes.size()))
+            .toBase64()
+            .toStdString();
+    }
+
+    void Encerra() override
+    {
+        for (const std::string &pendencia : m_Mesa.Janelas->Pendencias()) {
+            ADD_FAILURE() << pendencia;
+        }
+    }
+
+  private:
+    HospedeiroDeTeste m_Mesa;
+};
+
+INSTANTIATE_TEST_SUITE_P(HostMesa, ContratoHost,
+                         testing::Values(FabricaAdaptador([] { return std::make_unique<AdaptadorMesa>(); })));
+
+} // namespace
