@@ -831,10 +831,11 @@ TEST_F(COEquipamentosTeste, MenuInicial_OfThePermissions_BarsWhatIsNotPermitted)
 
 TEST_F(COEquipamentosTeste, HabilitaMenu_OfAnEmptyList_LeavesOnlyNovo)
 {
+    Cadastro = {Equipto(101, "RAD-01", "F", 1)};
     Pessoa pessoa = AbreDoMenu();
     EXPECT_EQ(Habilitados(pessoa), Textos{Novo_});
     pessoa.Localiza("ztlLista");
-    EXPECT_NE(Habilitados(pessoa), Textos{Novo_});
+    EXPECT_EQ(Habilitados(pessoa), (Textos{Novo_, Editar, Detalhes, Reativar, LimitesDif, DiasEspec, HorarioProib}));
     pessoa.Clica("chkInativos");
     EXPECT_EQ(Habilitados(pessoa), Textos{Novo_});
 }

@@ -8,6 +8,7 @@
 #include "shell/ModGeral.h"
 #include "tests/support/FalhaLancada.h"
 #include "tests/support/HostTeste.h"
+#include "tests/support/MemoriaEscassa.h"
 
 #include <cstdint>
 #include <functional>
@@ -766,6 +767,30 @@ TEST_F(COLimiteDifTeste, Carrega_WhenTheListFails_RaisesWithThePathOfItsStep)
               "objSCA.PossuiPerm2 < COLimiteDif.MenuInicial < COSensores.Carrega");
     EXPECT_TRUE(Carrega(Limite));
     EXPECT_EQ(Menu(), MenuVazio);
+}
+
+// The columns are made of memory alone: nothing else can fail there.
+TEST_F(COLimiteDifTeste, Carrega_WhenMemoryIsRefusedAnywhere_GrowsThePathFromTheColumnsOn)
+{
+    Lista(ComLimites({NovoLimite(101, 2, 700, 900, 60, 0)}));
+    std::set<std::string> fontes;
+    bool recusou = true;
+    for (std::int64_t n = 1; recusou; ++n) {
+        ASSERT_LT(n, 10000);
+        MemoriaEscassa escassa(n);
+        try {
+            Carrega(Limite);
+        } catch (const Falha &falha) {
+            EXPECT_EQ(falha.Numero, 7);
+            EXPECT_TRUE(falha.Fonte.ends_with(" < COSensores.Carrega")) << falha.Fonte;
+            fontes.insert(falha.Fonte);
+        }
+        recusou = escassa.Recusou();
+    }
+    EXPECT_EQ(fontes.count("ZTAVOREQUIP < COLimiteDif.Colunas (Property Get) < COSensores.Carrega"), 1U);
+    EXPECT_TRUE(Carrega(Limite));
+    EXPECT_EQ(Grade()->NroItens(), 1);
+    EXPECT_EQ(Menu(), MenuCheio);
 }
 
 TEST_F(COLimiteDifTeste, Events_WhenHabilitaMenuFails_ReportOrRaiseAsEachIsTold)

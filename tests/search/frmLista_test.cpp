@@ -378,6 +378,32 @@ TEST_F(frmListaTeste, AtivaFrame_OfEquipamentos_FitsTheCriteriaBarToItsFrame)
     EXPECT_EQ(pessoa.Acha("chkInativos")->TabIndex(), 5);
 }
 
+// Rows in the list before the criteria are set up can only be there when the form is opened once more.
+TEST_F(frmListaTeste, AtivaFrame_OfAFormOpenedOnceMoreWithRows_ThrowsThemAwayFirst)
+{
+    CriaForm();
+    carregado = form->FormCarregado.liga([this](Ref<IztList> lista) {
+        modulo->Lista = lista;
+        TabelaTexto linhas(4);
+        linhas.AdicionaLinha();
+        lista->CarregaItens(linhas);
+    });
+    Carrega(nullptr, false);
+    EXPECT_EQ(modulo->Chamadas.front(), "GetValorCampo(TrabFoto)");
+    EXPECT_TRUE(NaJanela().Fecha());
+    modulo->Chamadas.clear();
+    Carrega(nullptr, false);
+    ASSERT_GE(modulo->Chamadas.size(), 2U);
+    EXPECT_EQ(modulo->Chamadas[0], "LimpaPesquisa()");
+    EXPECT_EQ(modulo->Chamadas[1], "GetValorCampo(TrabFoto)");
+    EXPECT_TRUE(NaJanela().Fecha());
+    carregado.desliga();
+    carregado = form->FormCarregado.liga([this](Ref<IztList> lista) { modulo->Lista = lista; });
+    modulo->Chamadas.clear();
+    Carrega(nullptr, false);
+    EXPECT_EQ(modulo->Chamadas.front(), "GetValorCampo(TrabFoto)");
+}
+
 TEST_F(frmListaTeste, CarregaForm_OfAnotherModule_OpensABareListWithoutCriteria)
 {
     modulo->Nome = "Veículos";
@@ -636,6 +662,26 @@ TEST_F(frmListaTeste, LocalizacaoAutomatica_WithTypeAndCode_PutsThemOnTheWindowA
     EXPECT_EQ(modulo->Conta("Localizar(Cliente=PREFEITURA; Setor=; TipoAgente=0; TipoEquip=P; Criterio=1; "
                             "CodEquip=rad 'x' é; Ativo=1)"),
               1);
+}
+
+TEST_F(frmListaTeste, LocalizacaoAutomatica_WithACodeOfOneEquipment_FillsTheListAndSelectsNothing)
+{
+    modulo->Achados = {{"RAD-01", "M1", "101", "60"}};
+    bool visto = false;
+    EXPECT_FALSE(Seleciona(
+        [&](Pessoa &pessoa) {
+            visto = true;
+            EXPECT_EQ(ListaDe(pessoa)->NroItens(), 1);
+            EXPECT_TRUE(pessoa.Acha("cmdOK")->Enabled());
+            EXPECT_TRUE(form->Visible());
+            EXPECT_TRUE(form->Parametros().Nada());
+            EXPECT_TRUE(pessoa.Clica("cmdCancelar"));
+        },
+        Parametros({{"Criterio", "1"}, {"CodEquip", "RAD-01"}})));
+    EXPECT_TRUE(visto);
+    EXPECT_TRUE(form->Parametros().Nada());
+    EXPECT_EQ(modulo->Conta("GetValorCampo(DtInfracao)"), 0);
+    EXPECT_EQ(host->Conta("EquiptoRN."), 0);
 }
 
 TEST_F(frmListaTeste, LocalizacaoAutomatica_ThatTheCriteriaRefuse_OpensWithoutSearching)
