@@ -31,6 +31,11 @@ template <class T> class Colecao {
     void Add(T item, std::string_view chave)
     {
         std::string dobrada = ChaveSemCaixa(chave);
+        if (m_Tabela.empty() && SegueAsOutras(dobrada)) {
+            m_Itens.push_back({std::move(item), std::move(dobrada), m_UltimaOrdem + 1});
+            ++m_UltimaOrdem;
+            return;
+        }
         if ((m_Ocupadas + 1) * 2 > m_Tabela.size()) {
             Redistribui();
         }
@@ -75,13 +80,26 @@ template <class T> class Colecao {
 
     std::size_t Indice(std::string_view chave) const
     {
-        if (!m_Tabela.empty()) {
+        if (!m_Itens.empty()) {
+            if (m_Tabela.empty()) {
+                Redistribui();
+            }
             std::int64_t ordem = m_Tabela[Casa(ChaveSemCaixa(chave))];
             if (ordem > 0) {
                 return IndiceDaOrdem(ordem);
             }
         }
         throw Falha(NumeroFalha::ArgumentoInvalido);
+    }
+
+    // The key comes after all others by length and then by bytes, and so is new.
+    bool SegueAsOutras(std::string_view dobrada) const
+    {
+        if (m_Itens.empty()) {
+            return true;
+        }
+        const std::optional<std::string> &ultima = m_Itens.back().Chave;
+        return ultima && (ultima->size() == dobrada.size() ? *ultima < dobrada : ultima->size() < dobrada.size());
     }
 
     // Items that were removed from the middle leave gaps in the order numbers; without gaps the guess is exact.
@@ -123,14 +141,14 @@ template <class T> class Colecao {
     }
 
     // Rebuilds the table with room for the keys in use, without the erased ones.
-    void Redistribui()
+    void Redistribui() const
     {
         std::size_t comChave = 0;
         for (const No &no : m_Itens) {
             comChave += no.Chave.has_value() ? 1 : 0;
         }
         std::size_t tamanho = 8;
-        while (tamanho < (comChave + 1) * 4) {
+        while (tamanho < (comChave + 1) * 3) {
             tamanho *= 2;
         }
         m_Tabela.assign(tamanho, Livre);
@@ -148,17 +166,23 @@ template <class T> class Colecao {
 
     void RemoveIndice(std::size_t indice)
     {
-        if (m_Itens[indice].Chave) {
+        if (m_Itens[indice].Chave && !m_Tabela.empty()) {
             m_Tabela[Casa(*m_Itens[indice].Chave)] = Apagada;
         }
         // The item ends only after the collection is whole again: its destructor may look at the collection.
         T retirado = std::move(m_Itens[indice].Valor);
         m_Itens.erase(m_Itens.begin() + static_cast<std::ptrdiff_t>(indice));
+        if (m_Itens.empty()) {
+            m_Tabela.clear();
+            m_Ocupadas = 0;
+        }
         static_cast<void>(retirado);
     }
 
     std::deque<No> m_Itens;
-    std::vector<std::int64_t> m_Tabela; // open addressing over the order numbers of the keyed items
-    std::size_t m_Ocupadas = 0;         // slots that are not free, erased ones included
+    // Open addressing over the order numbers of the keyed items. Empty until the first look-up, for as long as each key
+    // added comes after those before it: lists that are loaded, copied and read by position need none.
+    mutable std::vector<std::int64_t> m_Tabela;
+    mutable std::size_t m_Ocupadas = 0; // slots that are not free, erased ones included
     std::int64_t m_UltimaOrdem = 0;
 };

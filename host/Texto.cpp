@@ -97,11 +97,14 @@ template <class Troca> std::string TrocaLetras(std::string_view texto, Troca tro
 {
     std::string resultado(texto);
     for (std::size_t posicao = 0; posicao < resultado.size();) {
+        const auto byte = static_cast<unsigned char>(resultado[posicao]);
+        if (byte < 0x80) {
+            resultado[posicao++] = static_cast<char>(troca(byte));
+            continue;
+        }
         const Carater c = Primeiro(std::string_view(resultado).substr(posicao));
         const char32_t novo = c.Codigo == SemCodigo ? c.Codigo : troca(c.Codigo);
-        if (novo != c.Codigo && c.Bytes == 1) {
-            resultado[posicao] = static_cast<char>(novo);
-        } else if (novo != c.Codigo) {
+        if (novo != c.Codigo) {
             resultado[posicao] = static_cast<char>(0xC0 | (novo >> 6));
             resultado[posicao + 1] = static_cast<char>(0x80 | (novo & 0x3F));
         }
@@ -148,12 +151,12 @@ std::string Trim(std::string_view texto)
 
 std::string UCase(std::string_view texto)
 {
-    return TrocaLetras(texto, Maiuscula);
+    return TrocaLetras(texto, [](char32_t c) { return Maiuscula(c); });
 }
 
 std::string LCase(std::string_view texto)
 {
-    return TrocaLetras(texto, Minuscula);
+    return TrocaLetras(texto, [](char32_t c) { return Minuscula(c); });
 }
 
 std::string ChaveSemCaixa(std::string_view texto)

@@ -3,8 +3,6 @@
 #include "host/Indicador.h"
 #include "sensors/clsSensor.h"
 
-#include <utility>
-
 void clsAfericao::Finaliza() noexcept
 {
     m_Sensor = nullptr;
@@ -33,14 +31,4 @@ try {
     return ED;
 } catch (...) {
     PassaFalha(" < clsAfericao.ToAfericaoED");
-}
-
-void clsAfericao::DefineSensor(RefFraca<clsSensor> sensor) noexcept
-{
-    m_Sensor = std::move(sensor);
-}
-
-void clsAfericao::DefineChave(std::string chave) noexcept
-{
-    m_Chave = std::move(chave);
 }

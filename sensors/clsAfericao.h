@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 
 class clsSensor;
 
@@ -37,8 +38,8 @@ class clsAfericao : public Objeto {
     Ref<AfericaoED> ToAfericaoED() const;
 
     // Written by the module only.
-    void DefineSensor(RefFraca<clsSensor> sensor) noexcept;
-    void DefineChave(std::string chave) noexcept;
+    void DefineSensor(RefFraca<clsSensor> sensor) noexcept { m_Sensor = std::move(sensor); }
+    void DefineChave(std::string chave) noexcept { m_Chave = std::move(chave); }
 
   private:
     RefFraca<clsSensor> m_Sensor;

@@ -2,9 +2,8 @@
 
 #include "host/Conversoes.h"
 #include "host/Indicador.h"
+#include "sensors/ChaveDeLista.h"
 #include "sensors/clsSensor.h"
-
-#include <utility>
 
 void clsListaAfericoes::Finaliza()
 {
@@ -36,17 +35,16 @@ Ref<clsAfericao> clsListaAfericoes::Add(const std::string &sNumero, const std::s
                                         Data dtVenc, double dNroCertif)
 try {
     m_Contador = CInt(m_Contador + 1);
-    std::string chave = "A" + std::to_string(m_Contador);
     auto nova = Novo<clsAfericao>();
     clsAfericao &afericao = *nova;
     afericao.DefineSensor(m_Sensor);
-    afericao.DefineChave(chave);
+    afericao.DefineChave(ChaveDeLista('A', m_Contador));
     afericao.Numero = sNumero;
     afericao.Marca = sMarca;
     afericao.DataVerificacao = dtVerif;
     afericao.DataVencimento = dtVenc;
     afericao.NroIntImgCertif = dNroCertif;
-    m_Colecao->Add(nova, chave);
+    m_Colecao->Add(nova, afericao.Chave());
     return nova;
 } catch (...) {
     PassaFalha(" < clsListaAfericoes.Add");
@@ -116,11 +114,6 @@ try {
     }
 } catch (...) {
     PassaFalha(" < clsListaAfericoes.Clear");
-}
-
-void clsListaAfericoes::DefineSensor(RefFraca<clsSensor> sensor) noexcept
-{
-    m_Sensor = std::move(sensor);
 }
 
 template <class Indice> void clsListaAfericoes::Retira(const Indice &indice)

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 
 class clsSensor;
 
@@ -39,7 +40,7 @@ class clsListaAfericoes : public Objeto {
     void Clear();
 
     // Written by the module only.
-    void DefineSensor(RefFraca<clsSensor> sensor) noexcept;
+    void DefineSensor(RefFraca<clsSensor> sensor) noexcept { m_Sensor = std::move(sensor); }
 
   private:
     template <class Indice> void Retira(const Indice &indice);

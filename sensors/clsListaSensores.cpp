@@ -3,8 +3,7 @@
 #include "equipment/clsEquipto.h"
 #include "host/Conversoes.h"
 #include "host/Indicador.h"
-
-#include <utility>
+#include "sensors/ChaveDeLista.h"
 
 clsListaSensores::~clsListaSensores()
 {
@@ -40,13 +39,12 @@ try {
 Ref<clsSensor> clsListaSensores::Add(std::int16_t iNroSensor, const std::string &sLocalInfr)
 try {
     m_Contador = CInt(m_Contador + 1);
-    std::string chave = "S" + std::to_string(m_Contador);
     auto novo = Novo<clsSensor>();
     novo->DefineEquipto(m_Equipto);
-    novo->DefineChave(chave);
+    novo->DefineChave(ChaveDeLista('S', m_Contador));
     novo->NroSensor = iNroSensor;
     novo->LocalInfr = sLocalInfr;
-    m_Colecao->Add(novo, chave);
+    m_Colecao->Add(novo, novo->Chave());
     return novo;
 } catch (...) {
     PassaFalha(" < clsListaSensores.Add");
@@ -119,11 +117,6 @@ try {
     }
 } catch (...) {
     PassaFalha(" < clsListaSensores.Clear");
-}
-
-void clsListaSensores::DefineEquipto(RefFraca<clsEquipto> equipto) noexcept
-{
-    m_Equipto = std::move(equipto);
 }
 
 template <class Indice> void clsListaSensores::Retira(const Indice &indice)

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 
 class clsEquipto;
 
@@ -37,7 +38,7 @@ class clsListaSensores : public Objeto {
     void Clear();
 
     // Written by the module only.
-    void DefineEquipto(RefFraca<clsEquipto> equipto) noexcept;
+    void DefineEquipto(RefFraca<clsEquipto> equipto) noexcept { m_Equipto = std::move(equipto); }
 
   private:
     template <class Indice> void Retira(const Indice &indice);

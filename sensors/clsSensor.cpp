@@ -3,8 +3,6 @@
 #include "equipment/clsEquipto.h"
 #include "host/Indicador.h"
 
-#include <utility>
-
 clsSensor::~clsSensor()
 {
     IgnoraErro([&] { Finaliza(); });
@@ -105,14 +103,4 @@ try {
     ListaAfericoes()->AddAll(cSensor->ListaAfericoes());
 } catch (...) {
     PassaFalha(" < clsSensor.Atualiza");
-}
-
-void clsSensor::DefineEquipto(RefFraca<clsEquipto> equipto) noexcept
-{
-    m_Equipto = std::move(equipto);
-}
-
-void clsSensor::DefineChave(std::string chave) noexcept
-{
-    m_Chave = std::move(chave);
 }

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 
 class clsEquipto;
 
@@ -47,8 +48,8 @@ class clsSensor : public Objeto {
     void Atualiza(const Ref<clsSensor> &cSensor);
 
     // Written by the module only.
-    void DefineEquipto(RefFraca<clsEquipto> equipto) noexcept;
-    void DefineChave(std::string chave) noexcept;
+    void DefineEquipto(RefFraca<clsEquipto> equipto) noexcept { m_Equipto = std::move(equipto); }
+    void DefineChave(std::string chave) noexcept { m_Chave = std::move(chave); }
 
   private:
     RefFraca<clsEquipto> m_Equipto;

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 #include <random>
@@ -119,6 +120,46 @@ TEST(Colecao, Remove_OfAnItemWhoseEndLooksAtTheCollection_FindsItWhole)
     EXPECT_EQ(visto, 0);
 }
 
+TEST(Colecao, Add_OfKeysThatGrow_StillRefusesAKeyInUse)
+{
+    Colecao<std::string> colecao;
+    colecao.Add("a", "A9");
+    colecao.Add("b", "A10");
+    colecao.Add("c", "a11");
+    for (const char *chave : {"A9", "a10", "A11"}) {
+        EXPECT_EQ(FalhaLancada([&] { colecao.Add("d", chave); }).Numero, 457);
+    }
+    colecao.Add("d", "A1");
+    EXPECT_EQ(Itens(colecao), (Textos{"a", "b", "c", "d"}));
+    EXPECT_EQ(colecao.Item("A1"), "d");
+    EXPECT_EQ(colecao.Item("A11"), "c");
+}
+
+TEST(Colecao, Add_OfAKeyInUseBeforeAnItemWithoutKey_IsFault457)
+{
+    Colecao<std::string> colecao;
+    colecao.Add("a", "A1");
+    colecao.Add("b");
+    EXPECT_EQ(FalhaLancada([&] { colecao.Add("c", "A1"); }).Numero, 457);
+    colecao.Add("c", "A2");
+    EXPECT_EQ(colecao.Item("A2"), "c");
+}
+
+TEST(Colecao, Add_AfterItWasEmptied_TakesTheOldKeysAgain)
+{
+    Colecao<std::string> colecao;
+    for (int vez = 1; vez <= 2; ++vez) {
+        colecao.Add("a", "A1");
+        colecao.Add("b", "A2");
+        EXPECT_EQ(FalhaLancada([&] { colecao.Item("A3"); }).Numero, 5);
+        colecao.Remove(1);
+        EXPECT_EQ(FalhaLancada([&] { colecao.Item("A1"); }).Numero, 5);
+        colecao.Remove("A2");
+        EXPECT_EQ(colecao.Count(), 0);
+        EXPECT_EQ(FalhaLancada([&] { colecao.Item("A2"); }).Numero, 5);
+    }
+}
+
 // Against a list that is searched from its start, through a long run of additions and removals.
 TEST(Colecao, AnyRun_OfAdditionsAndRemovals_IsThatOfAPlainList)
 {
@@ -178,6 +219,50 @@ TEST(Colecao, AnyRun_OfAdditionsAndRemovals_IsThatOfAPlainList)
             ASSERT_EQ(colecao.Item(static_cast<std::int32_t>(indice) + 1), lista[indice].first);
         }
     }
+}
+
+// The same with keys that mostly grow, as those of the lists do, and hardly a look-up.
+TEST(Colecao, AnyRun_OfKeysThatMostlyGrow_IsThatOfAPlainList)
+{
+    std::mt19937 sorteio(2027);
+    const auto ate = [&](int n) { return std::uniform_int_distribution(0, n - 1)(sorteio); };
+    Colecao<int> colecao;
+    std::vector<std::pair<int, std::string>> lista;
+    int repetidas = 0;
+    for (int passo = 1; passo <= 20000; ++passo) {
+        const int sorte = ate(1000);
+        const std::string chave = "k" + std::to_string(sorte < 900 ? passo : ate(passo));
+        const auto onde =
+            std::find_if(lista.begin(), lista.end(), [&](const auto &par) { return par.second == chave; });
+        if (sorte < 600 || (sorte >= 900 && sorte < 980)) {
+            if (onde == lista.end()) {
+                colecao.Add(passo, chave);
+                lista.emplace_back(passo, chave);
+            } else {
+                ASSERT_EQ(FalhaLancada([&] { colecao.Add(passo, chave); }).Numero, 457);
+                ++repetidas;
+            }
+        } else if (sorte < 890 && !lista.empty()) {
+            const int indice = sorte < 880 ? 0 : ate(static_cast<int>(lista.size()));
+            colecao.Remove(indice + 1);
+            lista.erase(lista.begin() + indice);
+        } else if (sorte < 900) {
+            while (colecao.Count() > 0) {
+                colecao.Remove(1);
+            }
+            lista.clear();
+        } else if (onde == lista.end()) {
+            ASSERT_EQ(FalhaLancada([&] { colecao.Item(chave); }).Numero, 5);
+        } else {
+            ASSERT_EQ(colecao.Item(chave), onde->first);
+        }
+        ASSERT_EQ(colecao.Count(), static_cast<std::int32_t>(lista.size()));
+        if (!lista.empty()) {
+            ASSERT_EQ(colecao.Item(1), lista.front().first);
+            ASSERT_EQ(colecao.Item(colecao.Count()), lista.back().first);
+        }
+    }
+    EXPECT_GT(repetidas, 10);
 }
 
 } // namespace
