@@ -212,7 +212,9 @@ void AMEditMenuMesa::IncorporaMenu(Ref<IActBar> &actBar, ItensMenu &itens, bool)
     const Ref<ActBarMesa> menus = MenusDaMesa(actBar);
     for (const Ref<ItemMenuModulo> &item : itens) {
         if (item) {
-            menus->Banda(item->Band)->Ferramentas()->Adiciona(Novo<ToolMesa>(item->Name, item->Name));
+            const Ref<ToolsMesa> &ferramentas = menus->Banda(item->Band)->Ferramentas();
+            ferramentas->Retira(item->Name); // of an earlier merge
+            ferramentas->Adiciona(Novo<ToolMesa>(item->Name, item->Name));
         }
     }
     menus->Mudou().dispara();

@@ -167,9 +167,10 @@ std::int64_t PlataformaMesa::TamanhoArquivo(const std::string &caminho) const
 
 void PlataformaMesa::ApagaArquivo(const std::string &caminho)
 {
-    if (!std::filesystem::remove(CaminhoDoSistema(caminho))) {
-        throw Falha(NumeroFalha::ArquivoNaoEncontrado);
+    if (!ExisteArquivo(caminho)) {
+        throw Falha(NumeroFalha::ArquivoNaoEncontrado); // a directory is no file, and stays
     }
+    std::filesystem::remove(CaminhoDoSistema(caminho));
 }
 
 void PlataformaMesa::GravaArquivo(const std::string &caminho, const Bytes &bytes)

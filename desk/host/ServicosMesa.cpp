@@ -108,7 +108,8 @@ void MensagemMesa::ExibeErro(const std::string &contexto, std::int32_t numero, c
 
 Bytes MensagemMesa::TextoParaBytes(const std::string &texto)
 {
-    const auto lido = QByteArray::fromBase64Encoding(QByteArray::fromStdString(texto));
+    const auto lido =
+        QByteArray::fromBase64Encoding(QByteArray::fromStdString(texto), QByteArray::AbortOnBase64DecodingErrors);
     if (!lido) {
         throw Falha(NumeroFalha::TipoIncompativel);
     }

@@ -21,6 +21,17 @@ void Move(const std::filesystem::path &de, const std::filesystem::path &para)
     }
 }
 
+// Name for a registry that is kept beside, taken by none yet: the moment, and a number from the second on.
+std::filesystem::path LugarAoLado(const std::filesystem::path &diretorio, Data momento)
+{
+    const std::string nome = "registro." + Format(momento, "yyyymmdd-hhnnss");
+    std::filesystem::path lugar = diretorio / (nome + ".db");
+    for (int numero = 2; std::filesystem::exists(lugar); ++numero) {
+        lugar = diretorio / (nome + "-" + std::to_string(numero) + ".db");
+    }
+    return lugar;
+}
+
 void Apaga(const std::filesystem::path &arquivo)
 {
     for (const char *parte : Partes) {
@@ -44,7 +55,7 @@ Ref<Servicos> AbreRegistroDoUsuario(const std::filesystem::path &diretorio, Tipo
     if (deNovo && std::filesystem::exists(registro)) {
         // Opening and closing brings all that was written into the one file. What cannot be opened is kept as it is.
         IgnoraErro([&] { Servicos::Abre(registro.string(), agora); });
-        Move(registro, diretorio / ("registro." + Format(agora(), "yyyymmdd-hhnnss") + ".db"));
+        Move(registro, LugarAoLado(diretorio, agora()));
     }
     if (!std::filesystem::exists(registro)) {
         Apaga(emPreparo);

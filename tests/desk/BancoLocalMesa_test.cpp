@@ -1,0 +1,139 @@
+#include "tests/desk/HospedeiroDeTeste.h"
+
+#include "controls/OrdemPortuguesa.h"
+#include "host/Falha.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace {
+
+using Textos = std::vector<std::string>;
+
+// A session of which only the replica is asked.
+class SessaoDeReplica : public SessaoServico {
+  public:
+    std::string_view NomeTipo() const override { return "SessaoDeReplica"; }
+
+    std::vector<LinhaReplica> Linhas;
+    bool Falha = false; // behind the last row
+
+    const ::Operador &Operador() const override { return m_Operador; }
+    bool TemPermissao(const std::string &, const std::string &, const std::string &) override { return true; }
+    bool Executa(const std::string &, const std::string &, Ref<Objeto> &, Valor &, std::string &) override
+    {
+        return false;
+    }
+    bool GuardaDocumento(const Bytes &, double &, std::string &) override { return false; }
+    bool LeDocumento(double, Bytes &, std::string &) override { return false; }
+    std::vector<ClienteCadastrado> Clientes() override { return {}; }
+    Data LeReplica(const std::function<void(const LinhaReplica &)> &cadaLinha) override
+    {
+        for (const LinhaReplica &linha : Linhas) {
+            cadaLinha(linha);
+        }
+        if (Falha) {
+            throw std::runtime_error("the connection went away");
+        }
+        return DataDe(20, 11, 2026);
+    }
+
+  private:
+    ::Operador m_Operador;
+};
+
+class BancoLocalMesaTeste : public testing::Test {
+  protected:
+    Textos Coluna(const std::string &coluna, const std::string &sql)
+    {
+        Textos valores;
+        const Ref<ICursor> cursor =
+            mesa.Host->BancoLocal->Abre()->OpenRecordset(sql, InstantaneoSomenteLeitura, Valor(), Valor());
+        for (; !cursor->EOF_(); cursor->MoveNext()) {
+            valores.push_back(cursor->Fields(coluna)->Value().Texto());
+        }
+        return valores;
+    }
+    void Replica(const std::vector<LinhaReplica> &linhas)
+    {
+        SessaoDeReplica sessao;
+        sessao.Linhas = linhas;
+        mesa.Host->BancoLocal->AtualizaReplica(sessao);
+    }
+
+    HospedeiroDeTeste mesa;
+};
+
+TEST_F(BancoLocalMesaTeste, Municipio_OfTheState_HasAll497InPortugueseOrder)
+{
+    const Textos nomes = Coluna(
+        "NOME_MUNICIPIO", "SELECT * FROM Municipio WHERE UF_MUNIC = 'RS' AND COD_RENAVAM > 0 ORDER BY NOME_MUNICIPIO");
+    ASSERT_EQ(nomes.size(), 497U);
+    EXPECT_EQ(nomes[0], "Aceguá");
+    EXPECT_EQ(nomes[1], "Água Santa");
+    EXPECT_EQ(nomes[2], "Agudo");
+    EXPECT_TRUE(std::is_sorted(nomes.begin(), nomes.end(),
+                               [](const auto &a, const auto &b) { return ChaveOrdem(a) < ChaveOrdem(b); }));
+    EXPECT_EQ(Coluna("COD_RENAVAM", "SELECT COD_RENAVAM FROM Municipio WHERE COD_MUNIC = 4314902"), Textos{"8801"});
+}
+
+TEST_F(BancoLocalMesaTeste, UCASE_OfAccentedText_RaisesEveryLetterAndKeepsNull)
+{
+    EXPECT_EQ(Coluna("x", "SELECT UCASE('áéíóúâêôãõçàü Ñ 1-a') AS x"), Textos{"ÁÉÍÓÚÂÊÔÃÕÇÀÜ Ñ 1-A"});
+    EXPECT_EQ(Coluna("x", "SELECT UCASE(NULL) IS NULL AS x"), Textos{"1"});
+}
+
+TEST_F(BancoLocalMesaTeste, LookUpByCode_OfTheReplica_UsesItsIndex)
+{
+    const Textos plano = Coluna("detail", "EXPLAIN QUERY PLAN         SELECT NroIntEquip     FROM VOREQUIPTO    WHERE "
+                                          "ClienteInc = 'EPTC'     AND UCASE(Codigo) = 'ÁB1'     AND Ativo = 1 ");
+    ASSERT_EQ(plano.size(), 1U);
+    EXPECT_EQ(plano[0], "SEARCH VOREQUIPTO USING INDEX VOREQUIPTO_Codigo (ClienteInc=? AND <expr>=?)");
+}
+
+TEST_F(BancoLocalMesaTeste, LookUpByCode_OfAnAccentedOne_FindsIt)
+{
+    Replica({{7, "EPTC", "áb1", "P", 1}, {8, "EPTC", "ab1", "P", 1}});
+    EXPECT_EQ(Coluna("NroIntEquip", "SELECT * FROM VOREQUIPTO WHERE ClienteInc = 'EPTC' AND UCASE(Codigo) = 'ÁB1'"),
+              Textos{"7"});
+}
+
+TEST_F(BancoLocalMesaTeste, Abre_ForTheModule_RefusesToWrite)
+{
+    EXPECT_THROW(Coluna("x", "DELETE FROM Municipio"), Falha);
+    EXPECT_EQ(Coluna("x", "SELECT COUNT(*) AS x FROM Municipio"), Textos{"497"});
+}
+
+TEST_F(BancoLocalMesaTeste, AtualizaReplica_Again_HasTheNewRowsOnly)
+{
+    Replica({{1, "EPTC", "A", "P", 1}, {2, "EPTC", "B", "P", 2}});
+    Replica({{3, "EPTC", "C", "R", 1}});
+    EXPECT_EQ(Coluna("Codigo", "SELECT * FROM VOREQUIPTO"), Textos{"C"});
+    EXPECT_EQ(mesa.Host->BancoLocal->DataDaReplica(), DataDe(20, 11, 2026));
+}
+
+TEST_F(BancoLocalMesaTeste, AtualizaReplica_ThatFailsInTheMiddle_LeavesTheOldOne)
+{
+    Replica({{1, "EPTC", "A", "P", 1}, {2, "EPTC", "B", "P", 2}});
+    SessaoDeReplica sessao;
+    sessao.Linhas = {{3, "EPTC", "C", "R", 1}};
+    sessao.Falha = true;
+    EXPECT_THROW(mesa.Host->BancoLocal->AtualizaReplica(sessao), std::runtime_error);
+    EXPECT_EQ(Coluna("Codigo", "SELECT * FROM VOREQUIPTO ORDER BY NroIntEquip"), (Textos{"A", "B"}));
+
+    sessao.Linhas = {{3, "EPTC", "C", "R", 1}, {3, "EPTC", "D", "R", 1}}; // the second cannot be stored
+    sessao.Falha = false;
+    EXPECT_THROW(mesa.Host->BancoLocal->AtualizaReplica(sessao), Falha);
+    EXPECT_EQ(Coluna("Codigo", "SELECT * FROM VOREQUIPTO ORDER BY NroIntEquip"), (Textos{"A", "B"}));
+}
+
+TEST_F(BancoLocalMesaTeste, Arquivo_ThatIsNoDatabase_IsAFault)
+{
+    const std::filesystem::path arquivo = mesa.Diretorio() / "outro.db";
+    mesa.Host->Plataforma()->GravaArquivo(mesa.NoModulo("outro.db"), Bytes(4096, 'x'));
+    EXPECT_THROW(BancoLocalMesa{arquivo}, Falha);
+}
+
+} // namespace
