@@ -1,5 +1,6 @@
 #include "equipment/frmEquipDetalhes.h"
 
+#include "controls/OptionButton.h"
 #include "controls/ztList.h"
 #include "host/SensorED.h"
 #include "shell/ModGeral.h"
@@ -1188,6 +1189,62 @@ TEST_F(GravacaoEquipDetalhesTeste, Aplicar_WhenAStepFails_IsReportedUnderTheButt
         }
     }
     EXPECT_EQ(host->Erros().size(), 10U);
+}
+
+// An option that cannot be read once it is spoilt.
+class OpcaoQueFalha : public OptionButton {
+  public:
+    using OptionButton::OptionButton;
+    bool Value() const override
+    {
+        if (Estragada) {
+            throw Falha(70, "Fora", "negado");
+        }
+        return OptionButton::Value();
+    }
+    bool Estragada = false;
+};
+
+class FabricaDeOpcoesQueFalham : public FabricaControles {
+  public:
+    Ref<IOptionButton> CriaOptionButton(const Ref<IForm> &form, const AjustesControle &ajustes) override
+    {
+        return Novo<OpcaoQueFalha>(form, ajustes);
+    }
+};
+
+class HostDeOpcoesQueFalham : public HostRoteirizado {
+  public:
+    Ref<IFabricaControles> Controles() override { return m_Fabrica; }
+
+  private:
+    Ref<FabricaDeOpcoesQueFalham> m_Fabrica = Novo<FabricaDeOpcoesQueFalham>();
+};
+
+class OpcoesQueFalhamTeste : public GravacaoEquipDetalhesTeste {
+  protected:
+    void SetUp() override
+    {
+        host = Novo<HostDeOpcoesQueFalham>();
+        GravacaoEquipDetalhesTeste::SetUp();
+    }
+};
+
+TEST_F(OpcoesQueFalhamTeste, obtemTipoVia_ThatFails_ReportsAndTheSaveGoesOnWithoutARoadType)
+{
+    AceitaSalvar();
+    Responde(NovoED("C"));
+    EXPECT_TRUE(Edita([&](Pessoa &p) {
+        EXPECT_TRUE(p.Preenche("txtDescricao", "nova"));
+        p.Acha<OpcaoQueFalha>("optRodovia")->Estragada = true;
+        Aplica(p, false, true, "ztCmdOK");
+    }));
+    ASSERT_EQ(host->Erros().size(), 1U);
+    EXPECT_EQ(host->Erros()[0].Contexto, "frmEquipDetalhes.obtemTipoVia");
+    EXPECT_EQ(host->Erros()[0].Numero, 70);
+    EXPECT_EQ(host->Erros()[0].Fonte, "Fora");
+    EXPECT_EQ(MembroEnviado("altera", "TipoVia"), "\"\"");
+    EXPECT_EQ(host->Tela->Ponteiro(), 0);
 }
 
 TEST_F(GravacaoEquipDetalhesTeste, ztCmdAplicar_WhenTheReadingAgainFails_IsReportedAndHasSaved)
