@@ -314,8 +314,9 @@ TEST_F(COEquipamentosTeste, LimpaPesquisa_WithoutAWindow_DoesNothing)
     EXPECT_EQ(host->Registro(), Textos{});
 }
 
-TEST_F(COEquipamentosTeste, LimpaPesquisa_OfRows_TakesTheirTitleToo)
+TEST_F(COEquipamentosTeste, LimpaPesquisa_OfOneRow_TakesItAndTheTitle)
 {
+    Cadastro.resize(1);
     Pessoa pessoa = AbreComLinhas();
     EXPECT_EQ(ListaDe(pessoa)->Titulo(), "PREFEITURA");
     co->LimpaPesquisa();
