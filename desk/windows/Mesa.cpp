@@ -3,6 +3,7 @@
 #include "desk/windows/ConsultaAutuacao.h"
 #include "desk/windows/Entrada.h"
 #include "shell/Especifica.h"
+#include "shell/ModGeral.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -65,6 +66,7 @@ Mesa::~Mesa()
 {
     m_Geral->Encerra();
     m_Geral = nullptr;
+    DescarregaModulo(); // its shared services are this host's
     InstalaHost(nullptr);
 }
 

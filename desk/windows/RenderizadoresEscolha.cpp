@@ -116,7 +116,7 @@ RenderEndereco::RenderEndereco(Ref<IControle> controle, QWidget *widget, Borda b
     });
     m_MudouEndereco = Como<ztEndereco>(*this).EnderecoProprio()->Mudou().liga([this] { Atualiza(); });
     SegueFoco(m_Via);
-    widget->setFocusProxy(m_Via);
+    widget->setFocusProxy(m_Municipio); // the first of its fields: those before the proxy are not in the tab order
 }
 
 QWidget *RenderEndereco::AlvoDoFoco()
