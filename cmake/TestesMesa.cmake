@@ -22,3 +22,13 @@ add_test(NAME mesa.roteiro
 set_tests_properties(mesa.roteiro PROPERTIES
     TIMEOUT 300
     ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QT_LOGGING_RULES=qt.qpa.*=false")
+
+# The commands at the root, as far as they answer without building.
+foreach(comando IN ITEMS run test)
+    add_test(NAME mesa.${comando}_ajuda
+        COMMAND sh -c "\"$0\" --help </dev/null | grep -q -F \"./${comando} [\"" ${PROJECT_SOURCE_DIR}/${comando})
+    add_test(NAME mesa.${comando}_opcao_desconhecida
+        COMMAND sh -c "\"$0\" --nada </dev/null >/dev/null 2>&1; test $? -eq 2" ${PROJECT_SOURCE_DIR}/${comando})
+endforeach()
+add_test(NAME mesa.run_opcao_sem_valor
+    COMMAND sh -c "\"$0\" --dados </dev/null >/dev/null 2>&1; test $? -eq 2" ${PROJECT_SOURCE_DIR}/run)
