@@ -58,10 +58,18 @@ std::size_t PicoDeMemoria(const std::function<void()> &procedimento)
     return static_cast<std::size_t>(g_Pico);
 }
 
-// The array and nothrow forms of the library call these.
+// The array forms of the library call these. The nothrow forms are here so that no library brings another allocator for
+// their sake.
 void *operator new(std::size_t tamanho)
 {
     return Reserva(tamanho, AlinhamentoComum);
+}
+
+void *operator new(std::size_t tamanho, const std::nothrow_t &) noexcept
+try {
+    return operator new(tamanho);
+} catch (...) {
+    return nullptr;
 }
 
 void *operator new(std::size_t tamanho, std::align_val_t alinhamento)
@@ -77,6 +85,11 @@ void operator delete(void *endereco) noexcept
 void operator delete(void *endereco, std::size_t) noexcept
 {
     Libera(endereco, AlinhamentoComum);
+}
+
+void operator delete(void *endereco, const std::nothrow_t &) noexcept
+{
+    operator delete(endereco);
 }
 
 void operator delete(void *endereco, std::align_val_t alinhamento) noexcept

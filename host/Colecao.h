@@ -54,6 +54,14 @@ template <class T> class Colecao {
     // The item of a key. Fault 5 if there is none.
     const T &Item(std::string_view chave) const { return m_Itens[Indice(chave)].Valor; }
 
+    // The first item, in the order of adding, that fulfils a condition; null when there is none. Never to be kept.
+    template <class Condicao> const T *Primeiro(Condicao &&condicao) const
+    {
+        const auto achado =
+            std::find_if(m_Itens.begin(), m_Itens.end(), [&](const No &no) { return condicao(no.Valor); });
+        return achado == m_Itens.end() ? nullptr : &achado->Valor;
+    }
+
     // Takes the item at a position out. Fault 9 outside 1 to Count.
     void Remove(std::int32_t posicao) { RemoveIndice(Indice(posicao)); }
 

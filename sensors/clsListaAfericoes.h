@@ -26,6 +26,13 @@ class clsListaAfericoes : public Objeto {
     // Fault 9 for a position out of range, 5 for an unknown key.
     Ref<clsAfericao> Item(std::int32_t Index) const;
     Ref<clsAfericao> Item(const std::string &Index) const;
+    // The first, in the order of the list, that fulfils a condition; Nothing when there is none.
+    template <class Condicao> Ref<clsAfericao> Primeira(Condicao &&condicao) const
+    {
+        const Ref<clsAfericao> *achada =
+            m_Colecao->Primeiro([&](const Ref<clsAfericao> &afericao) { return condicao(*afericao); });
+        return achada != nullptr ? *achada : nullptr;
+    }
     // Each creates a calibration at the end, with a key that this list has not given before. Fault 6 after key 32767.
     Ref<clsAfericao> Add(const std::string &sNumero, const std::string &sMarca, Data dtVerif, Data dtVenc,
                          double dNroCertif);

@@ -20,15 +20,8 @@ constexpr std::int64_t TamanhoMaximoDocumento = 5242880; // bytes
 // when there is none. Removed calibrations hold their days too.
 template <class Condicao> Ref<clsAfericao> PrimeiraEmConflito(const clsAfericao &registro, Condicao &&conflita)
 {
-    Ref<clsListaAfericoes> afericoes = registro.Sensor()->ListaAfericoes();
-    const std::int32_t total = afericoes->Count();
-    for (std::int32_t posicao = 1; posicao <= total; ++posicao) {
-        Ref<clsAfericao> outra = afericoes->Item(posicao);
-        if (conflita(*outra) && outra->Chave() != registro.Chave()) {
-            return outra;
-        }
-    }
-    return nullptr;
+    return registro.Sensor()->ListaAfericoes()->Primeira(
+        [&](const clsAfericao &outra) { return conflita(outra) && outra.Chave() != registro.Chave(); });
 }
 
 } // namespace

@@ -50,6 +50,19 @@ TEST(Colecao, Item_ByKey_IgnoresCaseAndMindsAccents)
     EXPECT_EQ(FalhaLancada([&] { Colecao<std::string>().Item("x"); }).Numero, 5);
 }
 
+TEST(Colecao, Primeiro_ByCondition_FirstInTheOrderOfAddingOrNull)
+{
+    Colecao<std::string> colecao;
+    EXPECT_EQ(colecao.Primeiro([](const std::string &) { return true; }), nullptr);
+    colecao.Add("um", "z");
+    colecao.Add("dois", "a");
+    colecao.Add("três");
+    const std::string *achado = colecao.Primeiro([](const std::string &item) { return item != "um"; });
+    ASSERT_NE(achado, nullptr);
+    EXPECT_EQ(*achado, "dois");
+    EXPECT_EQ(colecao.Primeiro([](const std::string &) { return false; }), nullptr);
+}
+
 TEST(Colecao, Item_ByAKeyOfDigits_IsNoPosition)
 {
     Colecao<std::string> colecao;

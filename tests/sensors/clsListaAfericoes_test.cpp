@@ -472,4 +472,31 @@ TEST(clsListaAfericoes, AddAll_MemoryRefusedAnywhere_LeavesAWholeListAndNoLeak)
     EXPECT_EQ(BlocosOcupados(), antes);
 }
 
+TEST(clsListaAfericoes, Primeira_SeveralFulfilTheCondition_FirstInTheOrderOfTheListInactiveOnesIncluded)
+{
+    auto lista = ListaDeTres();
+    lista->Item(2)->Ativo = false;
+    int perguntas = 0;
+    const auto achada = lista->Primeira([&](const clsAfericao &afericao) {
+        ++perguntas;
+        return afericao.Numero != "um";
+    });
+    EXPECT_EQ(achada, lista->Item(2));
+    EXPECT_EQ(perguntas, 2); // nobody asks the third
+}
+
+TEST(clsListaAfericoes, Primeira_NoneFulfilsTheCondition_Nothing)
+{
+    EXPECT_TRUE(ListaDeTres()->Primeira([](const clsAfericao &) { return false; }).Nada());
+    EXPECT_TRUE(Novo<clsListaAfericoes>()->Primeira([](const clsAfericao &) { return true; }).Nada());
+}
+
+TEST(clsListaAfericoes, Primeira_AfterFinaliza_Fault91)
+{
+    auto lista = ListaDeTres();
+    lista->Finaliza();
+    const Falha falha = FalhaLancada([&] { lista->Primeira([](const clsAfericao &) { return true; }); });
+    EXPECT_EQ(falha.Numero, 91);
+}
+
 } // namespace
