@@ -182,8 +182,9 @@ void PlataformaMesa::GravaArquivo(const std::string &caminho, const Bytes &bytes
     const char *modo = std::filesystem::exists(arquivo) ? "r+b" : "wb";
     const auto fecha = [](std::FILE *aberto) { std::fclose(aberto); };
     std::unique_ptr<std::FILE, decltype(fecha)> aberto(std::fopen(arquivo.c_str(), modo), fecha);
-    if (!aberto || std::fwrite(bytes.data(), 1, bytes.size(), aberto.get()) != bytes.size() ||
-        std::fflush(aberto.get()) != 0) {
+    const bool gravou =
+        aberto && (bytes.empty() || std::fwrite(bytes.data(), 1, bytes.size(), aberto.get()) == bytes.size());
+    if (!gravou || std::fflush(aberto.get()) != 0) {
         FalhaDeArquivo(errno);
     }
 }

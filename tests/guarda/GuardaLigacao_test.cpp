@@ -22,7 +22,7 @@ class GuardaLigacao : public testing::Test {
                                                 "endforeach()\n" +
                                                 ligacoes + "\nguarda_ligacao()\n");
         const std::string pasta = m_Projeto.Caminho.string();
-        return ExecutaCMake("-S '" + pasta + "' -B '" + pasta + "/build'");
+        return ExecutaCMake("-G Ninja -S '" + pasta + "' -B '" + pasta + "/build'");
     }
 
     void EsperaRecusa(const std::string &ligacoes, const std::string &texto) const
