@@ -1,4 +1,4 @@
-# Sourced by the commands at the root, which give `desiste MESSAGE`: how they end when they cannot go on.
+# Sourced by the commands, which give `desiste MESSAGE`: how they end when they cannot go on.
 
 # What building, testing and running take from the distribution, one package a line with the reason.
 pacotes() {
@@ -22,6 +22,7 @@ fonts-dejavu-core text in windows and pictures on a machine without a desktop
 FIM
 }
 
+# Installs what is missing of the above, and of what the command needs besides: arguments, each a line of that form.
 instala_pacotes() {
     command -v dpkg-query >/dev/null || return 0 # another distribution: its user provides them
     local pacote motivo faltam=()
@@ -31,7 +32,7 @@ instala_pacotes() {
             echo "  $pacote: $motivo"
             faltam+=("$pacote")
         fi
-    done < <(pacotes)
+    done < <(pacotes; (($# == 0)) || printf '%s\n' "$@")
     [[ ${#faltam[@]} -gt 0 ]] || return 0
 
     local como=(env DEBIAN_FRONTEND=noninteractive)
