@@ -13,7 +13,7 @@ qt6-base-dev   windows and databases of the desk
 qt6-pdf-dev    the desk's viewer of certificates
 qt6-tools-dev  loads the layouts of the desk's windows
 libqt6opengl6-dev what the former asks for
-libqt6svg6-dev draws the desk's icons
+qt6-svg-dev    draws the desk's icons
 libqt6sql6-sqlite the embedded database under the desk
 libsqlite3-dev functions of the desk's own in that database
 qt6-translations-l10n Portuguese of the dialogs that come with the toolkit
