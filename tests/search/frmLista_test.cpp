@@ -188,6 +188,31 @@ TEST_F(frmListaTeste, CarregaForm_FromTheMenu_ShowsTheWindowAndReturnsAtOnce)
     EXPECT_EQ(modulo->Conta("LimpaPesquisa()"), static_cast<std::int32_t>(modulo->Chamadas.size()) - 1);
 }
 
+TEST_F(frmListaTeste, CarregaForm_FromTheMenu_HidesTheButtonsBeforeTheShowAndTellsTheListBeforeTheQueueRuns)
+{
+    CriaForm();
+    bool mostrada = false;
+    bool rodou = false;
+    Conexao mudou = form->Mudou().liga([&] {
+        if (!form->Visible() || mostrada) {
+            return;
+        }
+        mostrada = true;
+        Pessoa pessoa = NaJanela();
+        EXPECT_FALSE(pessoa.Acha("cmdOK")->Visible());
+        EXPECT_FALSE(pessoa.Acha("cmdCancelar")->Visible());
+        EXPECT_TRUE(ListaDe(pessoa)->Ajustes().BotoesFecharAjuda);
+        EXPECT_FALSE(ListaDe(pessoa)->JanelaExibida());
+        host->Tela->Posta([&] {
+            rodou = true;
+            EXPECT_TRUE(ListaDe(NaJanela())->JanelaExibida());
+        });
+    });
+    Carrega(nullptr, false);
+    EXPECT_TRUE(mostrada);
+    EXPECT_TRUE(rodou);
+}
+
 TEST_F(frmListaTeste, CarregaForm_ToSelect_ShowsTheWindowModallyWithItsOwnButtons)
 {
     bool visto = false;
@@ -492,6 +517,7 @@ TEST_F(frmListaTeste, Criteria_OfAModuleThatFails_ReportUnderTheNameOfTheEvent)
     pessoa.Escolhe("cboCriterio", "Código");
     modulo->FalhaEm = "LimpaPesquisa";
     pessoa.Escolhe("cboCriterio", "Subcódigo");
+    EXPECT_EQ(pessoa.Acha("txtCodEquip")->Caption(), "Subcódigo"); // the result goes only after that
     pessoa.Escolhe("cboTipoEquipto", "Pardal");
     pessoa.Clica("chkInativos");
     pessoa.Digita("txtCodEquip", "R");

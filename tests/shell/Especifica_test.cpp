@@ -59,6 +59,17 @@ TEST_F(EspecificaTeste, ClickMenu_PhotoWorkTool_OpensTheListInPhotoWorkMode)
     EXPECT_EQ(host->Conta("ObjInterface.MostraJanela(frmLista, modal=False"), 1);
 }
 
+TEST_F(EspecificaTeste, ClickMenu_WhileTheWindowOpens_IsNotTakenYet)
+{
+    bool chegou = false;
+    host->Tela->Posta([&] {
+        chegou = true;
+        EXPECT_FALSE(geral->ClickTratado);
+    });
+    EXPECT_TRUE(geral->ClickMenu("mnuModVOREquiptos"));
+    EXPECT_TRUE(chegou);
+}
+
 TEST_F(EspecificaTeste, ClickMenu_OtherTool_OpensTheSameWindowOutsidePhotoWorkMode)
 {
     EXPECT_TRUE(geral->ClickMenu("mnuModNABEquiptos"));

@@ -20,10 +20,12 @@ class EspecificaDeTeste : public Especifica {
     Ref<Objeto> Auxiliar;
     bool UsandoAuxiliar = true;
     std::function<void()> AoPedirMenu;
+    std::function<void()> AoPedirMenuAuxiliar;
     std::function<void()> AoInicializar;
     std::function<void()> AoClicar;
     std::function<bool(const std::string &)> AoHabilitarItem;
     std::function<void()> AoHabilitarMenu;
+    std::function<void()> AoLiberarServicos;
     std::function<void()> AoFinalizar;
     std::vector<std::string> CodigosPedidos;
     std::int32_t VezesFinalizada = 0;
@@ -55,7 +57,16 @@ class EspecificaDeTeste : public Especifica {
         Chama(AoPedirMenu);
         oItens.insert(oItens.end(), Itens.begin(), Itens.end());
     }
-    void MenuAuxiliar(ItensMenu &oItens) override { oItens.insert(oItens.end(), Auxiliares.begin(), Auxiliares.end()); }
+    void MenuAuxiliar(ItensMenu &oItens) override
+    {
+        Chama(AoPedirMenuAuxiliar);
+        oItens.insert(oItens.end(), Auxiliares.begin(), Auxiliares.end());
+    }
+    void LiberaServicos() noexcept override
+    {
+        Chama(AoLiberarServicos);
+        Especifica::LiberaServicos();
+    }
     Ref<Objeto> ModuloQMRAuxiliar() const override { return Auxiliar; }
     bool UsandoModuloQMRauxiliar() const override { return UsandoAuxiliar; }
     void Finaliza() override

@@ -177,6 +177,8 @@ TEST_F(GeralTeste, Parametros_WithEverything_CallsTheHostInOrder)
 TEST_F(GeralTeste, Parametros_StepByStep_HappenInTheirOrder)
 {
     geral->ObjInterface = host->ObjInterface;
+    Particular()->Itens = {ItemDeMenu("mnuX", "bndA")};
+    host->ActBar->PoeFerramenta("bndA", "mnuX");
     Particular()->AoPedirMenu = [&] {
         EXPECT_TRUE(geral->ObjInterface.Nada());
         EXPECT_TRUE(geral->CEspecifica() == Particular());
@@ -186,7 +188,12 @@ TEST_F(GeralTeste, Parametros_StepByStep_HappenInTheirOrder)
         EXPECT_TRUE(geral->ActBar.Nada());
         EXPECT_TRUE(host->Registro().empty());
     };
+    Particular()->AoPedirMenuAuxiliar = [&] {
+        EXPECT_EQ(geral->Menus.aMenu.size(), 2U); // the main items are there
+        EXPECT_TRUE(geral->ActBar.Nada());
+    };
     Particular()->AoInicializar = [&] {
+        EXPECT_EQ(host->Conta("Tool("), 0);
         EXPECT_TRUE(geral->ActBar == host->ActBar);
         EXPECT_FALSE(geral->Relatorios().Nada());
         EXPECT_FALSE(geral->Ajuda().Nada());
@@ -194,10 +201,11 @@ TEST_F(GeralTeste, Parametros_StepByStep_HappenInTheirOrder)
         EXPECT_TRUE(goGeral.Nada());
     };
     geral->Parametros(host->FormMDI, host->ActBar, nullptr, nullptr, host->MDB, host->oAppEXE);
-    EXPECT_TRUE(RegistroIgual(host->Registro(),
-                              {"FormMDI.AutoShowChildren*", "FormMDI.objZTP*", "FormMDI.PossuiJanelaEnviaRecebe*",
-                               "Host.CriaRelatorios()", "oAppEXE.Path -> \"C:\\HOST\"",
-                               "Relatorios.PathRPT := \"C:\\HOST\"", "Host.CriaAjuda()"}));
+    EXPECT_TRUE(
+        RegistroIgual(host->Registro(),
+                      {"FormMDI.AutoShowChildren*", "FormMDI.objZTP*", "FormMDI.PossuiJanelaEnviaRecebe*",
+                       "Host.CriaRelatorios()", "oAppEXE.Path -> \"C:\\HOST\"", "Relatorios.PathRPT := \"C:\\HOST\"",
+                       "Host.CriaAjuda()", "Tool(mnuX).Visible := True", "Tool(mnuX).Enabled := False"}));
     EXPECT_EQ(shell->EspecificasCriadas, 1);
     EXPECT_TRUE(goGeral.Alvo() == geral);
 }
@@ -291,7 +299,11 @@ TEST_F(GeralTeste, Logon_SomebodyLoggedOn_StoresTheSessionAndEnablesTheMenu)
     Parametros();
     host->LimpaRegistro();
     bool habilitado = false;
-    Particular()->AoHabilitarMenu = [&] { habilitado = true; };
+    Particular()->AoHabilitarMenu = [&] {
+        habilitado = true;
+        EXPECT_TRUE(geral->objMTM() == host->objMTM); // what the logon reads is there by then
+        EXPECT_EQ(geral->sMunicCreden(), "8801");
+    };
     geral->Logon(host->objMTM, host->objSCA, "8801");
     EXPECT_TRUE(habilitado);
     EXPECT_TRUE(geral->objMTM() == host->objMTM);
@@ -394,6 +406,53 @@ TEST_F(GeralTeste, Logoff_AfterLogon_ClosesDisablesAndReleasesInOrder)
                               {"objMTM.CreateQMR()", "QMR.CreateNewTrataBD()",
                                "TrataBD.InicializaInfoSistema(\"VOR\", 1)", "TrataBD.AbreZTBanco(99)",
                                "TrataBD.CreateCFisJur()", "TrataBD.CreateCEndereco()", "TrataBD.CreateCVeiGen()"}));
+}
+
+TEST_F(GeralTeste, Logoff_WhileAWindowCloses_TheDatabaseIsGoneAndItsHelperAndTheServicesAreStillThere)
+{
+    Loga();
+    geral->DefineMDB(host->MDB);
+    geral->ObtemCFisJur();
+    geral->ObtemCEndereco();
+    geral->ObtemCVeiGen();
+    const Ref<ITrataBD> trataBD = geral->TrataBD();
+    const Ref<IMensagem> mensagem = goMensagem();
+    auto form = FormCarregado();
+    bool fechou = false;
+    form->AoDescarregar = [&] {
+        fechou = true;
+        host->LimpaRegistro();
+        geral->MDB();
+        geral->ObtemCFisJur();
+        geral->ObtemCEndereco();
+        geral->ObtemCVeiGen();
+        EXPECT_TRUE(RegistroIgual(host->Registro(), {"TrataBD.AbreZTBanco(99)", "TrataBD.CreateCFisJur()",
+                                                     "TrataBD.CreateCEndereco()", "TrataBD.CreateCVeiGen()"}));
+        EXPECT_TRUE(geral->TrataBD() == trataBD);
+        EXPECT_TRUE(goMensagem() == mensagem);
+    };
+    geral->Logoff();
+    EXPECT_TRUE(fechou);
+    EXPECT_FALSE(geral->TrataBD() == trataBD);
+    EXPECT_FALSE(goMensagem() == mensagem);
+}
+
+TEST_F(GeralTeste, Logoff_WhileTheServicesAreReleased_MenusAreDisabledAndTheHelperIsStillThere)
+{
+    Particular()->Itens = {ItemDeMenu("mnuX", "bndA")};
+    host->ActBar->PoeFerramenta("bndA", "mnuX");
+    Loga();
+    const Ref<ITrataBD> trataBD = geral->TrataBD();
+    host->LimpaRegistro();
+    bool liberou = false;
+    Particular()->AoLiberarServicos = [&] {
+        liberou = true;
+        EXPECT_EQ(host->Conta("Tool(mnuX).Enabled := False"), 1);
+        EXPECT_TRUE(geral->TrataBD() == trataBD);
+    };
+    geral->Logoff();
+    EXPECT_TRUE(liberou);
+    EXPECT_FALSE(geral->TrataBD() == trataBD);
 }
 
 TEST_F(GeralTeste, Logoff_DatabaseGivenByTheHost_IsReleasedToo)
@@ -926,6 +985,17 @@ TEST_F(GeralTeste, ShowFormNoInstance_HiddenOneOfItsClass_DoesNotCount)
     geral->ShowFormNoInstance(form);
     EXPECT_EQ(host->Conta("ObjInterface.MostraJanela(frmTeste, modal=False)"), 1);
     EXPECT_TRUE(form->Visible());
+}
+
+TEST_F(GeralTeste, ShowFormNoInstance_HiddenOneBeforeAVisibleOne_IsPassedOver)
+{
+    Loga();
+    FormCarregado();
+    auto visivel = FormMostrado();
+    auto form = Novo<FormDeTeste>();
+    geral->ShowFormNoInstance(form);
+    EXPECT_TRUE(RegistroIgual(host->Registro(), {"frmTeste.SetFocus()"}));
+    EXPECT_FALSE(form->Visible());
 }
 
 TEST_F(GeralTeste, ShowFormNoInstance_VisibleWrappedOneInAnotherCase_IsBroughtToTheFront)
@@ -1461,6 +1531,41 @@ class TransacaoPobre : public ITransacao {
 
     CamposTransacao Entrada;
 };
+
+// A transaction object that refuses every member and keeps the order in which they were written.
+class TransacaoAnotada : public ITransacao {
+  public:
+    std::string_view NomeTipo() const override { return "TransacaoAnotada"; }
+    Linhas Escritas;
+
+    void DefinesWindow(const std::string &) override { Anota("sWindow"); }
+    void DefinesTransacao(const std::string &) override { Anota("sTransacao"); }
+    void DefinesSistema(const std::string &) override { Anota("sSistema"); }
+    void DefinesJob(const std::string &) override { Anota("sJob"); }
+    void DefinesPrograma(const std::string &) override { Anota("sPrograma"); }
+    void DefinebGCI(bool) override { Anota("bGCI"); }
+    void DefineSisJava(bool) override { Anota("SisJava"); }
+    void DefineCin(const CamposTransacao &) override { Escritas.push_back("Cin"); }
+    void DefineCout(const CamposTransacao &) override { Anota("Cout"); }
+
+  private:
+    void Anota(const char *membro)
+    {
+        Escritas.push_back(membro);
+        throw Falha(438);
+    }
+};
+
+TEST_F(GeralTeste, ObtemTransacao3_MembersThatRefuse_AreWrittenInTheirOrderAndIgnoredUpToTheFields)
+{
+    Parametros();
+    Particular()->Transacoes["CABC"] = TransacaoCompleta();
+    auto destino = Novo<TransacaoAnotada>();
+    Ref<ITransacao> origem = destino;
+    EXPECT_EQ(FalhaLancada([&] { geral->ObtemTransacao3("CABC", origem); }).Numero, 438); // of Cout
+    EXPECT_EQ(destino->Escritas,
+              (Linhas{"sWindow", "sTransacao", "sSistema", "sJob", "sPrograma", "bGCI", "SisJava", "Cin", "Cout"}));
+}
 
 TEST_F(GeralTeste, ObtemTransacao3_MembersThatAreMissing_AreSkippedOneByOne)
 {

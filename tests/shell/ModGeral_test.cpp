@@ -790,6 +790,7 @@ class FormSemFoco : public FormDeTeste {
     void SetFocus() override
     {
         ++Pedidos;
+        EXPECT_EQ(WindowState(), JanelaMinimizada); // restored only afterwards
         throw Falha(5);
     }
 };
