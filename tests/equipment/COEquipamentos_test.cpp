@@ -118,14 +118,14 @@ class COEquipamentosTeste : public JanelaTeste {
     void SetUp() override
     {
         JanelaTeste::SetUp();
-        host->Atende<EquiptoED>("EquiptoRN", "consulta", [this](const Ref<EquiptoED> &pedido) {
+        host->Atende<EquiptoED>("EquiptoRN", "consulta", [](const Ref<EquiptoED> &pedido) {
             return Resposta(Registro(pedido->NroIntEquip));
         });
         for (const char *metodo : {"altera", "desativa", "reativa"}) {
             host->Atende<EquiptoED>("EquiptoRN", metodo, [](const Ref<EquiptoED> &) { return Resposta(); });
         }
         host->Atende<EquiptoED>("EquiptoRN", "inclui",
-                                [this](const Ref<EquiptoED> &) { return Resposta(Registro(103)); });
+                                [](const Ref<EquiptoED> &) { return Resposta(Registro(103)); });
         for (const char *metodo : {"listaLimiteDif", "listaDiaEspecifico"}) {
             host->Servico("EquiptoRN", metodo, [](const Ref<::Registro> &) { return Resposta(Novo<EquiptoED>()); });
         }
@@ -1515,7 +1515,7 @@ TEST_F(COEquipamentosVarredura, Deactivation_WithEachCallFailing_WorksOnTheNextT
     };
     const auto viagem = [this] {
         Responde("Deseja desativar o equipamento PAR-02 ?");
-        NaUltimaJanela([this](Pessoa &pessoa) {
+        NaUltimaJanela([](Pessoa &pessoa) {
             if (ListaDe(pessoa)->NroItens() == 0) {
                 pessoa.Localiza("ztlLista");
             }
@@ -1549,7 +1549,7 @@ TEST_F(COEquipamentosVarredura, Edition_WithEachCallFailing_WorksOnTheNextTry)
                 }
             });
         }
-        NaUltimaJanela([this](Pessoa &pessoa) {
+        NaUltimaJanela([](Pessoa &pessoa) {
             if (ListaDe(pessoa)->NroItens() == 0) {
                 pessoa.Localiza("ztlLista");
             }
@@ -1581,7 +1581,7 @@ TEST_F(COEquipamentosVarredura, Inclusion_WithEachCallFailing_WorksOnTheNextTry)
                 host->Tela->FechaPelaPessoa(form);
             });
         }
-        NaUltimaJanela([this](Pessoa &pessoa) { Escolhe(pessoa, Novo_); });
+        NaUltimaJanela([](Pessoa &pessoa) { Escolhe(pessoa, Novo_); });
     };
     Varre(prepara, viagem, [this] {
         EXPECT_EQ(Enviados("inclui").size(), 1U);
@@ -1602,7 +1602,7 @@ TEST_F(COEquipamentosVarredura, Details_WithEachCallFailing_OpenOnTheNextTry)
                 host->Tela->FechaPelaPessoa(form);
             });
         }
-        NaUltimaJanela([this](Pessoa &pessoa) { Escolhe(pessoa, Detalhes); });
+        NaUltimaJanela([](Pessoa &pessoa) { Escolhe(pessoa, Detalhes); });
     };
     Varre(prepara, viagem, [this] {
         EXPECT_EQ(host->Conta("goMensagem.PreparaDetalhes(frmEquipDetalhes)"), 1);
@@ -1625,7 +1625,7 @@ TEST_F(COEquipamentosVarredura, Limits_WithEachCallFailing_OpenOnTheNextTry)
                 host->Tela->FechaPelaPessoa(form);
             });
         }
-        NaUltimaJanela([this](Pessoa &pessoa) { Escolhe(pessoa, DiasEspec); });
+        NaUltimaJanela([](Pessoa &pessoa) { Escolhe(pessoa, DiasEspec); });
     };
     Varre(prepara, viagem, [this] {
         EXPECT_EQ(Enviados("listaDiaEspecifico").size(), 1U);
