@@ -11,12 +11,12 @@
 #include <stdlib.h> // mkdtemp, which <cstdlib> need not declare; NOLINT(modernize-deprecated-headers)
 #include <sys/wait.h>
 
-Execucao ExecutaCMake(const std::string &argumentos)
+Execucao Executa(const std::string &comando)
 {
     Execucao execucao;
-    std::FILE *const saida = popen(("'" CMAKE_EXECUTAVEL "' " + argumentos + " 2>&1 </dev/null").c_str(), "r");
+    std::FILE *const saida = popen((comando + " 2>&1 </dev/null").c_str(), "r");
     if (saida == nullptr) {
-        ADD_FAILURE() << "cmake could not be started";
+        ADD_FAILURE() << "could not be started: " << comando;
         return execucao;
     }
     std::array<char, 4096> trecho{};
@@ -26,6 +26,11 @@ Execucao ExecutaCMake(const std::string &argumentos)
     const int estado = pclose(saida);
     execucao.Passou = WIFEXITED(estado) && WEXITSTATUS(estado) == 0;
     return execucao;
+}
+
+Execucao ExecutaCMake(const std::string &argumentos)
+{
+    return Executa("'" CMAKE_EXECUTAVEL "' " + argumentos);
 }
 
 PastaTemporaria::PastaTemporaria()

@@ -9,6 +9,8 @@ struct Execucao {
     std::string Saida;
 };
 
+// Runs a command of the shell.
+Execucao Executa(const std::string &comando);
 // Runs CMake with `argumentos`, words of the shell.
 Execucao ExecutaCMake(const std::string &argumentos);
 
