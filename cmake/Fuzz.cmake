@@ -1,0 +1,26 @@
+# The fuzz targets. Every tests/fuzz/<target>_fuzz.cpp is a program fuzz_<target>. An ordinary build gives it a main that
+# runs the kept inputs of tests/fuzz/corpus/<target>, known to ctest as fuzz.<target>; the preset fuzz, which tests/fuzz/run
+# builds, gives it the fuzzer instead. `fuzz` builds them all.
+
+option(COM_LIBFUZZER "Link the fuzzer into the fuzz targets, instead of a main that runs the kept inputs" OFF)
+
+add_library(entradas_fuzz OBJECT ${PROJECT_SOURCE_DIR}/tests/fuzz/Octetos.cpp ${PROJECT_SOURCE_DIR}/tests/fuzz/Propriedade.cpp)
+target_link_libraries(entradas_fuzz PUBLIC host)
+
+add_custom_target(fuzz)
+file(GLOB alvos_fuzz CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/fuzz/*_fuzz.cpp)
+foreach(fonte IN LISTS alvos_fuzz)
+    cmake_path(GET fonte STEM alvo)
+    string(REGEX REPLACE "_fuzz$" "" alvo ${alvo})
+    add_executable(fuzz_${alvo} ${fonte})
+    target_link_libraries(fuzz_${alvo} PRIVATE entradas_fuzz suporte modulo controls host)
+    set_target_properties(fuzz_${alvo} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/alvos)
+    add_dependencies(fuzz fuzz_${alvo})
+    if(COM_LIBFUZZER)
+        target_link_options(fuzz_${alvo} PRIVATE -fsanitize=fuzzer)
+    else()
+        target_sources(fuzz_${alvo} PRIVATE ${PROJECT_SOURCE_DIR}/tests/fuzz/Principal.cpp)
+        add_test(NAME fuzz.${alvo} COMMAND fuzz_${alvo} tests/fuzz/corpus/${alvo} WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
+        set_tests_properties(fuzz.${alvo} PROPERTIES TIMEOUT 120)
+    endif()
+endforeach()
