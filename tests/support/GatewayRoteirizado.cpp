@@ -12,9 +12,19 @@ void ServicosRemotos::Recusa(std::string metodo, std::string mensagem)
     m_Recusas.emplace_back(std::move(metodo), std::move(mensagem));
 }
 
+void ServicosRemotos::RecusaNaExecucao(std::int32_t n, std::string mensagem)
+{
+    m_FaltamParaRecusar = n;
+    m_MensagemNaVez = std::move(mensagem);
+}
+
 std::optional<Resposta> ServicosRemotos::Executa(const std::string &classe, const std::string &metodo,
                                                  const Ref<Registro> &pedido)
 {
+    if (m_FaltamParaRecusar > 0 && --m_FaltamParaRecusar == 0) {
+        ++m_RecusasNaVez;
+        return Resposta::Recusa(m_MensagemNaVez);
+    }
     const auto recusa = std::find_if(m_Recusas.begin(), m_Recusas.end(),
                                      [&](const auto &recusada) { return recusada.first == metodo; });
     if (recusa != m_Recusas.end()) {

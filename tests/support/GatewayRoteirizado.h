@@ -53,6 +53,10 @@ class ServicosRemotos {
     void Define(const std::string &classe, const std::string &metodo, Operacao operacao);
     // The next call of an operation of that name, of whatever class, is refused.
     void Recusa(std::string metodo, std::string mensagem);
+    // The n-th call from now on is refused, whatever it is.
+    void RecusaNaExecucao(std::int32_t n, std::string mensagem);
+    // How many calls were refused that way.
+    std::int32_t RecusasNaVez() const noexcept { return m_RecusasNaVez; }
     // No value when there is no such operation.
     std::optional<Resposta> Executa(const std::string &classe, const std::string &metodo, const Ref<Registro> &pedido);
     // Refusals that no call has met.
@@ -61,6 +65,9 @@ class ServicosRemotos {
   private:
     std::map<std::pair<std::string, std::string>, Operacao> m_Operacoes;
     std::vector<std::pair<std::string, std::string>> m_Recusas;
+    std::int32_t m_FaltamParaRecusar = 0;
+    std::string m_MensagemNaVez;
+    std::int32_t m_RecusasNaVez = 0;
 };
 
 // The gateway and its proxies. A proxy logs under the name of its service class, for example

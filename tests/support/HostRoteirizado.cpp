@@ -70,6 +70,16 @@ void HostRoteirizado::FalhaNaChamada(std::int32_t n, std::int32_t numero, const 
     m_Registro->FalhaNaChamada(n, numero, descricao);
 }
 
+void HostRoteirizado::RecusaNaExecucao(std::int32_t n, const std::string &mensagem)
+{
+    Servicos->RecusaNaExecucao(n, mensagem);
+}
+
+void HostRoteirizado::FalhaNoPasso(std::int32_t n, std::int32_t numero, const std::string &descricao)
+{
+    m_Registro->FalhaNoPasso(n, numero, descricao);
+}
+
 void HostRoteirizado::FalhaEm(const std::string &nome, std::int32_t n, std::int32_t numero,
                               const std::string &descricao)
 {

@@ -82,6 +82,10 @@ class HostRoteirizado : public HostServices {
     std::vector<std::string> Registro();
     // Only the lines that begin with one of the prefixes, such as "EquiptoRN.".
     std::vector<std::string> RegistroDe(const std::vector<std::string> &prefixos);
+    // The same and, in between, the names of the calls that are not logged.
+    std::vector<std::string> Trilha() const { return m_Registro->Trilha(); }
+    // Runs before each call of the module, logged or not.
+    void ObservaChamadas(std::function<void()> observa) { m_Registro->AntesDaChamada = std::move(observa); }
     void LimpaRegistro();
     bool Contem(const std::string &prefixo) { return Conta(prefixo) > 0; }
     // Lines that begin so.
@@ -100,9 +104,13 @@ class HostRoteirizado : public HostServices {
     }
     // The next call of that operation answers false, with a message that MostraErro shows.
     void RecusaOperacao(const std::string &metodo, const std::string &mensagem);
+    // The same for the n-th remote call from now on, of whatever operation.
+    void RecusaNaExecucao(std::int32_t n, const std::string &mensagem);
 
     // Failures, each raised once. The source of the fault is the call's name. The n-th logged call from now on:
     void FalhaNaChamada(std::int32_t n, std::int32_t numero = 51, const std::string &descricao = "Falha de teste");
+    // The n-th call from now on, logged or not.
+    void FalhaNoPasso(std::int32_t n, std::int32_t numero = 51, const std::string &descricao = "Falha de teste");
     // The n-th call of that name, which need not be a logged one.
     void FalhaEm(const std::string &nome, std::int32_t n = 1, std::int32_t numero = 51,
                  const std::string &descricao = "Falha de teste");

@@ -44,7 +44,8 @@ class JornadaVarrida {
     std::vector<Falha> m_Escapadas;
 };
 
-// Sweeps a journey of that class, made anew for every run; as of Varredura::Roda.
+// Sweeps a journey of that class, made anew for every run; as of Varredura::Roda, whose result it prints
+// too.
 template <class T> std::int32_t VarreJornada(const std::string &chamada = {})
 {
     std::unique_ptr<T> jornada;
@@ -67,5 +68,5 @@ template <class T> std::int32_t VarreJornada(const std::string &chamada = {})
         jornada->ConfereFalha();
         falhou = true;
     };
-    return varredura.Roda();
+    return RelataSobrevividas(varredura.Roda());
 }

@@ -3,8 +3,23 @@
 #include <algorithm>
 #include <optional>
 
+namespace {
+
+std::vector<std::string> Textos(const std::vector<std::shared_ptr<std::string>> &linhas)
+{
+    std::vector<std::string> textos;
+    textos.reserve(linhas.size());
+    for (const auto &linha : linhas) {
+        textos.push_back(*linha);
+    }
+    return textos;
+}
+
+} // namespace
+
 void RegistroChamadas::Passa(std::string_view nome)
 {
+    m_Trilha.push_back(std::make_shared<std::string>(nome));
     Confere(nome, nullptr);
 }
 
@@ -15,28 +30,34 @@ void RegistroChamadas::Nota(std::string texto)
 
 std::vector<std::string> RegistroChamadas::Linhas() const
 {
-    std::vector<std::string> linhas;
-    for (const auto &linha : m_Linhas) {
-        linhas.push_back(*linha);
-    }
-    return linhas;
+    return Textos(m_Linhas);
+}
+
+std::vector<std::string> RegistroChamadas::Trilha() const
+{
+    return Textos(m_Trilha);
 }
 
 void RegistroChamadas::FalhaNaChamada(std::int32_t n, std::int32_t numero, std::string descricao)
 {
-    FalhaEm("", n, numero, std::move(descricao));
+    m_Falhas.push_back({FalhaProgramada::Alvo::Chamada, "", n, numero, std::move(descricao)});
+}
+
+void RegistroChamadas::FalhaNoPasso(std::int32_t n, std::int32_t numero, std::string descricao)
+{
+    m_Falhas.push_back({FalhaProgramada::Alvo::Passo, "", n, numero, std::move(descricao)});
 }
 
 void RegistroChamadas::FalhaEm(std::string nome, std::int32_t n, std::int32_t numero, std::string descricao)
 {
-    m_Falhas.push_back({std::move(nome), n, numero, std::move(descricao)});
+    m_Falhas.push_back({FalhaProgramada::Alvo::Nome, std::move(nome), n, numero, std::move(descricao)});
 }
 
 std::vector<std::string> RegistroChamadas::FalhasPendentes() const
 {
     std::vector<std::string> nomes;
     for (const auto &falha : m_Falhas) {
-        if (!falha.Nome.empty()) {
+        if (falha.Tipo == FalhaProgramada::Alvo::Nome) {
             nomes.push_back(falha.Nome);
         }
     }
@@ -64,6 +85,7 @@ RegistroChamadas::Linha RegistroChamadas::Anota(const std::string &nome, std::st
 {
     auto linha = std::make_shared<std::string>(std::move(texto));
     m_Linhas.push_back(linha);
+    m_Trilha.push_back(linha);
     ++m_Chamadas;
     Confere(nome, linha);
     return Linha(std::move(linha));
@@ -71,9 +93,13 @@ RegistroChamadas::Linha RegistroChamadas::Anota(const std::string &nome, std::st
 
 void RegistroChamadas::Confere(std::string_view nome, const std::shared_ptr<std::string> &linha)
 {
+    if (AntesDaChamada) {
+        AntesDaChamada();
+    }
     std::optional<FalhaProgramada> vencida;
     std::erase_if(m_Falhas, [&](FalhaProgramada &falha) {
-        if (falha.Nome.empty() ? linha == nullptr : falha.Nome != nome) {
+        if ((falha.Tipo == FalhaProgramada::Alvo::Nome && falha.Nome != nome) ||
+            (falha.Tipo == FalhaProgramada::Alvo::Chamada && linha == nullptr)) {
             return false;
         }
         if (--falha.Faltam > 0) {

@@ -5,6 +5,7 @@
 #include "tests/support/TextoLog.h"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -53,12 +54,22 @@ class RegistroChamadas {
     void Nota(std::string texto);
 
     std::vector<std::string> Linhas() const;
-    void Limpa() { m_Linhas.clear(); }
+    // Every call in its order: the lines of the logged ones, the names alone of those that are not logged.
+    std::vector<std::string> Trilha() const;
+    void Limpa()
+    {
+        m_Linhas.clear();
+        m_Trilha.clear();
+    }
     // Logged calls so far, forgotten lines included.
     std::int32_t Chamadas() const noexcept { return m_Chamadas; }
 
     // The n-th logged call from now on raises.
     void FalhaNaChamada(std::int32_t n, std::int32_t numero, std::string descricao);
+    // The n-th call from now on raises, logged or not.
+    void FalhaNoPasso(std::int32_t n, std::int32_t numero, std::string descricao);
+    // Runs before each call, logged or not.
+    std::function<void()> AntesDaChamada;
     // The n-th call of that name from now on raises.
     void FalhaEm(std::string nome, std::int32_t n, std::int32_t numero, std::string descricao);
     // How many programmed failures were raised.
@@ -83,7 +94,8 @@ class RegistroChamadas {
 
   private:
     struct FalhaProgramada {
-        std::string Nome; // empty: any logged call
+        enum class Alvo : std::uint8_t { Nome, Chamada, Passo } Tipo; // a name, any logged call, any call at all
+        std::string Nome;
         std::int32_t Faltam;
         std::int32_t Numero;
         std::string Descricao;
@@ -98,6 +110,7 @@ class RegistroChamadas {
     void Confere(std::string_view nome, const std::shared_ptr<std::string> &linha);
 
     std::vector<std::shared_ptr<std::string>> m_Linhas;
+    std::vector<std::shared_ptr<std::string>> m_Trilha;
     std::int32_t m_Chamadas = 0;
     std::vector<FalhaProgramada> m_Falhas;
     std::int32_t m_FalhasDisparadas = 0;

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <iostream>
+
 namespace {
 
 std::optional<Falha> FalhaDe(const std::function<void(HostRoteirizado &)> &jornada, HostRoteirizado &host)
@@ -71,4 +73,10 @@ std::int32_t Varredura::Roda() const
             return n - 1;
         }
     }
+}
+
+std::int32_t RelataSobrevividas(std::int32_t quantas)
+{
+    std::cout << "faults survived: " << quantas << '\n';
+    return quantas;
 }

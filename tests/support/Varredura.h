@@ -25,3 +25,6 @@ struct Varredura {
     // How many failures the journey went through.
     std::int32_t Roda() const;
 };
+
+// Prints the line "faults survived: N", by which the sweeps of all tests are added up, and returns N.
+std::int32_t RelataSobrevividas(std::int32_t quantas);

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "tests/support/HostTeste.h"
+#include "tests/support/RegistroEmMemoria.h"
+#include "tests/support/VarreduraCompleta.h"
+
+#include <cstdint>
+#include <string>
+
+// A journey over the registry in memory, whose records are what a failure must not change half.
+class JornadaComRegistro : public JornadaCompleta {
+  public:
+    explicit JornadaComRegistro(HostRoteirizado &host) : JornadaCompleta(host), m_Registro(host) {}
+
+    std::string Estado() const override;
+
+  protected:
+    void LogaGeral() { m_Geral = ::LogaGeral(m_Host); }
+    // Logs on, and makes what the shell creates on first use.
+    void LogaComServicos();
+
+    RegistroEmMemoria m_Registro;
+    Ref<Geral> m_Geral;
+};
+
+// An equipment of client DAER with one sensor, calibrated for the year 2026.
+Ref<EquiptoED> EquiptoCalibrado(const std::string &tipo, std::uint8_t medidor, const std::string &codigo);
