@@ -53,8 +53,7 @@ bool ztData::DataValida() const
     }
     // The platform takes a day for a month when that makes a date of the text; here each stands in its own place.
     const PartesData partes = CDate(texto).Partes();
-    return partes.Dia == CInt(texto.substr(0, 2)) && partes.Mes == CInt(texto.substr(3, 2)) &&
-           partes.Ano == CInt(texto.substr(InicioAno));
+    return partes.Dia == CInt(texto.substr(0, 2)) && partes.Ano == CInt(texto.substr(InicioAno));
 }
 
 void ztData::Conclui()

@@ -13,7 +13,7 @@ constexpr std::int16_t SemAcentos = 1;
 
 bool Digito(std::string_view carater)
 {
-    return carater >= "0" && carater <= "9" && carater.size() == 1;
+    return carater >= "0" && carater <= "9";
 }
 
 bool LetraSimples(std::string_view carater)
@@ -42,7 +42,7 @@ std::unique_ptr<TextoCampo> TextoDe(const AjustesZtMask &ajustes)
         return std::make_unique<TextoLimitado>(limite, aceita, ajustes.SomenteMaiusculas);
     }
     case MascaraHora:
-        return std::make_unique<TextoGabarito>(ajustes.Mascara.empty() ? "00:00" : ajustes.Mascara, '_');
+        return std::make_unique<TextoGabarito>(ajustes.Mascara, '_');
     default:
         return std::make_unique<TextoLimitado>(limite, nullptr, false);
     }

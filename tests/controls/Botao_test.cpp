@@ -116,4 +116,12 @@ TEST_F(BotaoTest, Clica_WhenLeavingAFieldDisablesTheButton_IsRefused)
     EXPECT_EQ(m_Tela.Vistos(), Textos{});
 }
 
+TEST_F(BotaoTest, DefineDefault_WhenTheFormHasEnded_IsKept)
+{
+    m_Tela.Solta();
+    m_Ok->DefineDefault(true);
+    EXPECT_TRUE(m_Ok->Default());
+    EXPECT_FALSE(m_Aplicar->Default());
+}
+
 } // namespace

@@ -89,4 +89,12 @@ TEST_F(CheckBoxTest, Clica_WhenClickReleasesTheForm_EndsInPeace)
     EXPECT_EQ(m_Tela.Vistos(), (Textos{"Mudou", "Click"}));
 }
 
+TEST_F(CheckBoxTest, Clica_WhenTheFocusDisablesIt_IsRefused)
+{
+    m_Tela.Liga(m_Caixa->RecebeuFoco(), [&] { m_Frame->DefineEnabled(false); });
+    EXPECT_FALSE(m_Caixa->Clica());
+    EXPECT_EQ(m_Caixa->Value(), 0);
+    EXPECT_EQ(m_Tela.Vistos(), Textos{});
+}
+
 } // namespace

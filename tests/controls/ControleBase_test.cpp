@@ -5,6 +5,7 @@
 #include "controls/Label.h"
 #include "controls/SSTab.h"
 #include "controls/TextBox.h"
+#include "tests/controls/ControleAlheio.h"
 #include "tests/controls/Tela.h"
 
 namespace {
@@ -232,6 +233,39 @@ TEST_F(ControleBaseTest, Mudou_WhenItsHandlerReleasesTheForm_EndsInPeace)
     m_Tela.Liga(caixa->Mudou(), [&] { m_Tela.Solta(); });
     caixa->DefineEnabled(false);
     EXPECT_TRUE(m_Tela.Form.Nada());
+}
+
+TEST_F(ControleBaseTest, EffectiveState_OnTheStripItselfAndOnNoPage_FollowsTheStripAlone)
+{
+    const Ref<SSTab> abas = m_Tela.Poe<SSTab>(DuasPaginas());
+    const Ref<TextBox> campo = Campo("txt", abas);
+    abas->DefineTabEnabled(0, false);
+    abas->DefineTab(1);
+    EXPECT_TRUE(campo->HabilitadoDeFato());
+    EXPECT_TRUE(campo->VisivelDeFato());
+    abas->DefineEnabled(false);
+    EXPECT_FALSE(campo->HabilitadoDeFato());
+    EXPECT_TRUE(campo->VisivelDeFato());
+}
+
+TEST_F(ControleBaseTest, DefineTabIndex_BesideAControlOfAnotherMaker_PassesItBy)
+{
+    const Ref<TextBox> a = Campo("a");
+    m_Tela.Form->Guarda(Novo<ControleAlheio>("alheio"));
+    const Ref<TextBox> b = Campo("b");
+    b->DefineTabIndex(0);
+    EXPECT_EQ(b->TabIndex(), 0);
+    EXPECT_EQ(a->TabIndex(), 1);
+}
+
+TEST_F(ControleBaseTest, DefineTabIndex_WhenTheFormHasEnded_IsTheFirst)
+{
+    const Ref<TextBox> a = Campo("a");
+    const Ref<TextBox> b = Campo("b");
+    m_Tela.Solta();
+    b->DefineTabIndex(7);
+    EXPECT_EQ(b->TabIndex(), 0);
+    EXPECT_EQ(a->TabIndex(), 0);
 }
 
 } // namespace

@@ -102,4 +102,23 @@ TEST_F(OptionButtonTest, Clica_WhenClickReleasesTheForm_EndsInPeace)
     EXPECT_TRUE(opcao->Clica());
 }
 
+TEST_F(OptionButtonTest, Clica_WhenTheFocusDisablesIt_IsRefused)
+{
+    m_Tela.Liga(m_Rodovia->RecebeuFoco(), [&] { m_Via->DefineEnabled(false); });
+    EXPECT_FALSE(m_Rodovia->Clica());
+    EXPECT_FALSE(m_Rodovia->Value());
+    EXPECT_EQ(m_Tela.Vistos(), Textos{});
+}
+
+TEST_F(OptionButtonTest, DefineValue_OnWhenTheFormHasEnded_SwitchesThatOneAlone)
+{
+    m_Urbana->DefineValue(true);
+    m_Tela.Solta();
+    m_Tela.Vistos();
+    m_Rodovia->DefineValue(true);
+    EXPECT_TRUE(m_Rodovia->Value());
+    EXPECT_TRUE(m_Urbana->Value());
+    EXPECT_EQ(m_Tela.Vistos(), (Textos{"optRodovia.Mudou", "optRodovia.Click"}));
+}
+
 } // namespace

@@ -19,6 +19,7 @@ TEST(OrdemPortuguesa, SemAcentoNemCaixa_OfSignsAndMalformedBytes_LeavesThem)
     EXPECT_EQ(SemAcentoNemCaixa("÷×€ß"), "÷×€ß");
     EXPECT_EQ(SemAcentoNemCaixa("\xC3"), "\xC3");
     EXPECT_EQ(SemAcentoNemCaixa("a\xE3\xC2"), "a\xE3\xC2");
+    EXPECT_EQ(SemAcentoNemCaixa("\xC3\xC3"), "\xC3\xC3");
     EXPECT_EQ(SemAcentoNemCaixa(""), "");
 }
 

@@ -12,6 +12,7 @@
 #include "controls/ztData.h"
 #include "controls/ztEndereco.h"
 #include "controls/ztList.h"
+#include "tests/controls/ControleAlheio.h"
 #include "tests/controls/Tela.h"
 
 namespace {
@@ -98,6 +99,16 @@ TEST_F(PessoaTest, Marca_AndDesmarca_ClickOnlyWhenNeeded)
     EXPECT_FALSE(m_Pessoa.Marca("chkDia", 3));
     EXPECT_EQ(m_Pessoa.Motivo(), "chkDia(3): está desabilitado");
     EXPECT_EQ(terca->Value(), 0);
+}
+
+TEST_F(PessoaTest, Marca_OnAnOption_SwitchesItOn)
+{
+    const Ref<OptionButton> opcao = Com<OptionButton>("optSim", "Sim");
+    m_Tela.Anota(opcao->Click(), "Click");
+    EXPECT_TRUE(m_Pessoa.Marca("optSim"));
+    EXPECT_TRUE(m_Pessoa.Marca("optSim"));
+    EXPECT_TRUE(opcao->Value());
+    EXPECT_EQ(m_Tela.Vistos(), Textos{"Click"});
 }
 
 TEST_F(PessoaTest, Digita_OnFieldsAndCombos_TypesIntoThem)
@@ -296,6 +307,28 @@ TEST_F(PessoaTest, Tab_WhenNothingTakesTheFocus_IsRefused)
     Com<Label>("lbl", "x");
     EXPECT_FALSE(m_Pessoa.Tab());
     EXPECT_EQ(m_Pessoa.Motivo(), "nenhum controle pode receber o foco");
+}
+
+TEST_F(PessoaTest, ShiftTab_OnAFormWithoutControls_IsRefused)
+{
+    EXPECT_FALSE(m_Pessoa.ShiftTab());
+    EXPECT_EQ(m_Pessoa.Motivo(), "nenhum controle pode receber o foco");
+}
+
+TEST_F(PessoaTest, Keys_OnAFormWithAControlOfAnotherMaker_PassItBy)
+{
+    m_Tela.Form->Guarda(Novo<ControleAlheio>("alheio"));
+    Campo("a");
+    Campo("b");
+    EXPECT_TRUE(m_Pessoa.Tab());
+    EXPECT_EQ(NomeComFoco(), "a");
+    EXPECT_TRUE(m_Pessoa.ShiftTab());
+    EXPECT_EQ(NomeComFoco(), "b");
+    EXPECT_FALSE(m_Pessoa.Alt(U'a'));
+    EXPECT_EQ(m_Pessoa.Motivo(), "nenhum controle responde a essa tecla");
+    EXPECT_FALSE(m_Pessoa.Foco("alheio"));
+    EXPECT_EQ(m_Pessoa.Motivo(), "alheio: não é controle para isso");
+    EXPECT_EQ(NomeComFoco(), "b");
 }
 
 TEST_F(PessoaTest, Tab_OutOfADate_MakesItsYearWhole)

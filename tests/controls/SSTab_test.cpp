@@ -162,4 +162,15 @@ TEST_F(SSTabTest, Controls_OnAPage_AreThePersonsOnlyWhileItIsOpen)
     }
 }
 
+TEST_F(SSTabTest, Abre_WhenTheFocusDisablesTheTabsOrThePage_IsRefused)
+{
+    m_Tela.Liga(m_Abas->RecebeuFoco(), [&] { m_Abas->DefineTabEnabled(1, false); });
+    EXPECT_FALSE(m_Abas->Abre(1));
+    m_Tela.Liga(m_Abas->RecebeuFoco(), [&] { m_Abas->DefineEnabled(false); });
+    m_Tela.Form->DefineControleAtivo(nullptr);
+    EXPECT_FALSE(m_Abas->Abre(2));
+    EXPECT_EQ(m_Abas->Tab(), 0);
+    EXPECT_EQ(m_Tela.Vistos(), (Textos{"Mudou", "Mudou"}));
+}
+
 } // namespace

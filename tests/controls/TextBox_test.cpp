@@ -281,4 +281,29 @@ TEST_F(TextBoxTest, DefineText_WhenChangeReleasesTheForm_EndsInPeace)
     EXPECT_EQ(m_Tela.Vistos(), (Textos{"Mudou", "Change"}));
 }
 
+TEST_F(TextBoxTest, Digita_WhenTheFocusIsLedElsewhereOrLocksTheField_IsRefused)
+{
+    const Ref<TextBox> caixa = Caixa(0);
+    const Ref<TextBox> outra = m_Tela.Poe<TextBox>(Chamado<AjustesTextBox>("txtOutra"));
+    {
+        const Conexao levado = caixa->RecebeuFoco().liga([&] { outra->SetFocus(); });
+        EXPECT_FALSE(caixa->Digita("a"));
+        EXPECT_TRUE(outra->TemFoco());
+    }
+    const Conexao trancado = caixa->RecebeuFoco().liga([&] { caixa->DefineLocked(true); });
+    EXPECT_FALSE(caixa->Digita("a"));
+    EXPECT_TRUE(caixa->TemFoco());
+    EXPECT_EQ(caixa->Text(), "");
+    EXPECT_EQ(m_Tela.Vistos(), Textos{"Mudou"});
+}
+
+TEST_F(TextBoxTest, Preenche_WhenTheEmptiedFieldIsLocked_LeavesItEmpty)
+{
+    const Ref<TextBox> caixa = Caixa(0);
+    caixa->DefineText("antes");
+    m_Tela.Liga(caixa->Change(), [&] { caixa->DefineLocked(true); });
+    EXPECT_FALSE(caixa->Preenche("depois"));
+    EXPECT_EQ(caixa->Text(), "");
+}
+
 } // namespace

@@ -79,4 +79,12 @@ TEST_F(ztClienteSetorTest, Escolhe_WhenChangeReleasesTheForm_EndsInPeace)
     EXPECT_EQ(tela.Vistos(), Textos{"Change"});
 }
 
+TEST_F(ztClienteSetorTest, Escolhe_WhenTheFocusDisablesIt_IsRefused)
+{
+    m_Tela.Liga(m_Cliente->RecebeuFoco(), [&] { m_Cliente->DefineEnabled(false); });
+    EXPECT_FALSE(m_Cliente->Escolhe("DAER", ""));
+    EXPECT_EQ(m_Cliente->Cliente(), "");
+    EXPECT_EQ(m_Tela.Vistos(), Textos{"Mudou"});
+}
+
 } // namespace

@@ -320,4 +320,38 @@ TEST_F(ztComboTest, Click_WhenItEmptiesTheCombo_LeavesItEmpty)
     EXPECT_EQ(combo->Valor(), "");
 }
 
+TEST_F(ztComboTest, Fresh_WithContentThatDoesNotEndInTheMark_HasItsLastItemToo)
+{
+    auto ajustes = Chamado<AjustesZtCombo>("cbo");
+    ajustes.Conteudo = "Sim|S??Não|N";
+    const Ref<ztCombo> combo = Combo(ajustes);
+    EXPECT_EQ(combo->NroItens(), 2);
+    combo->DefineValor("N");
+    EXPECT_EQ(combo->Texto(), "Não");
+}
+
+TEST_F(ztComboTest, Escolhe_WhenTheFocusIsLedElsewhereOrClosesTheCombo_IsRefused)
+{
+    const Ref<ztCombo> combo = Tipos();
+    const Ref<TextBox> outro = m_Tela.Poe<TextBox>(Chamado<AjustesTextBox>("txt"));
+    {
+        const Conexao levado = combo->RecebeuFoco().liga([&] { outro->SetFocus(); });
+        EXPECT_FALSE(combo->Escolhe(1));
+        EXPECT_FALSE(combo->Digita("p"));
+    }
+    const Conexao trancado = combo->RecebeuFoco().liga([&] { combo->DefineComboSomenteLeitura(true); });
+    EXPECT_FALSE(combo->Escolhe(1));
+    EXPECT_EQ(combo->IndiceAtual(), -1);
+    EXPECT_EQ(m_Tela.Vistos(), Textos{"Mudou"});
+}
+
+TEST_F(ztComboTest, Digita_OfAKeyThatNoItemHasAmongOthers_ChoosesByTheOthersAndSaysSo)
+{
+    const Ref<ztCombo> combo = Tipos();
+    EXPECT_FALSE(combo->Digita("zl"));
+    EXPECT_EQ(combo->Valor(), "L");
+    EXPECT_FALSE(combo->Digita("pz"));
+    EXPECT_EQ(combo->Valor(), "P");
+}
+
 } // namespace

@@ -179,4 +179,21 @@ TEST_F(ztDataTest, Foco_WhenTheYearMadeWholeLeadsTheFocusBack_EndsWhereItWasLed)
     EXPECT_EQ(m_Data->Text(), "05/03/2024");
 }
 
+TEST_F(ztDataTest, DefineText_OfADayBeforeThePlatformsFirst_ShowsIt)
+{
+    m_Data->DefineText("7/9/1822");
+    EXPECT_EQ(m_Data->Text(), "07/09/1822");
+    EXPECT_TRUE(m_Data->DataValida());
+}
+
+TEST_F(ztDataTest, Foco_ElsewhereWithAGapInTheYear_LeavesTheText)
+{
+    EXPECT_TRUE(m_Data->Digita("050320"));
+    EXPECT_TRUE(m_Data->Edita(9, 0, "4"));
+    EXPECT_EQ(m_Data->Text(), "05/03/20 4");
+    EXPECT_TRUE(m_Outro->Foco());
+    EXPECT_EQ(m_Data->Text(), "05/03/20 4");
+    EXPECT_FALSE(m_Data->DataValida());
+}
+
 } // namespace

@@ -1,5 +1,6 @@
 #include "controls/ztEndereco.h"
 
+#include "controls/TextBox.h"
 #include "tests/controls/Tela.h"
 
 namespace {
@@ -130,6 +131,19 @@ TEST_F(ztEnderecoTest, Endereco_KeptLongerThanItsControl_CanStillBeWritten)
     }
     endereco->SetaEndereco(1, 2, 3, "", "", "", 0);
     EXPECT_EQ(endereco->CodLogradouro(), 2);
+}
+
+TEST_F(ztEnderecoTest, InformaEndereco_WhenTheFocusIsLedElsewhereOrClosesIt_IsRefused)
+{
+    const Ref<TextBox> outro = m_Tela.Poe<TextBox>(Chamado<AjustesTextBox>("txt"));
+    {
+        const Conexao levado = m_Controle->RecebeuFoco().liga([&] { outro->SetFocus(); });
+        EXPECT_FALSE(m_Controle->InformaEndereco(12, 340, "", "", "Rua"));
+    }
+    const Conexao trancado = m_Controle->RecebeuFoco().liga([&] { m_Controle->DefineReadOnly(true); });
+    EXPECT_FALSE(m_Controle->InformaEndereco(12, 340, "", "", "Rua"));
+    EXPECT_EQ(m_Endereco->CodLogradouro(), 0);
+    EXPECT_EQ(m_Tela.Vistos(), Textos{"Mudou"});
 }
 
 } // namespace

@@ -565,6 +565,67 @@ TEST_F(ztListTest, EscolheMenu_OfExcluirWhenTheListIsReloadedMeanwhile_RemovesNo
     EXPECT_EQ(Nomes(lista, 3), Textos{"K9"});
 }
 
+TEST_F(ztListTest, EscolheMenu_OfExcluirOfARowThatIsNotThere_RemovesNothing)
+{
+    const Ref<ztList> lista = ComTresLinhas();
+    m_Tela.Liga(lista->AntesDeRemoverItem(), [](std::int32_t &linha) { linha = 4; });
+    EXPECT_TRUE(lista->EscolheMenu(Excluir));
+    EXPECT_EQ(Nomes(lista, 3), (Textos{"K1", "K2", "K3"}));
+    EXPECT_EQ(lista->ItemAtual(), 1);
+}
+
+TEST_F(ztListTest, EscolheMenu_OfExcluirWhenARowBelowBecomesCurrent_KeepsThatRowCurrent)
+{
+    const Ref<ztList> lista = ComTresLinhas();
+    EXPECT_TRUE(lista->ClicaLinha(1));
+    m_Tela.Liga(lista->AntesDeRemoverItem(), [&](std::int32_t &) { lista->DefineItemAtual(2); });
+    EXPECT_TRUE(lista->EscolheMenu(Excluir));
+    EXPECT_EQ(Nomes(lista, 3), (Textos{"K2", "K3"}));
+    EXPECT_EQ(lista->ValorAtual("Chave"), "K2");
+}
+
+TEST_F(ztListTest, Person_WhenTheFocusDisablesTheList_IsRefused)
+{
+    const Ref<ztList> lista = ComTresLinhas();
+    lista->DefineTemMais(true);
+    m_Tela.Liga(lista->RecebeuFoco(), [&] { lista->DefineEnabled(false); });
+    const auto recusado = [&](const std::function<bool()> &acao) {
+        lista->DefineEnabled(true);
+        m_Tela.Form->DefineControleAtivo(nullptr);
+        m_Tela.Vistos();
+        return !acao();
+    };
+    EXPECT_TRUE(recusado([&] { return lista->ClicaLinha(2); }));
+    EXPECT_EQ(lista->ItemAtual(), 2); // the focus came with that row
+    EXPECT_TRUE(recusado([&] { return lista->TeclaSetas(1); }));
+    EXPECT_EQ(m_Tela.Vistos(), Textos{"GotFocus"});
+    EXPECT_TRUE(recusado([&] { return lista->EscolheMenu("mnuZTLObjNovo"); }));
+    EXPECT_EQ(m_Tela.Vistos(), Textos{"GotFocus"});
+    EXPECT_TRUE(recusado([&] { return lista->PedeMais(); }));
+    EXPECT_EQ(m_Tela.Vistos(), Textos{"GotFocus"});
+    EXPECT_EQ(lista->ItemAtual(), 2);
+}
+
+TEST_F(ztListTest, ClicaLinha_WhenTheFocusTakesTheRowAway_IsRefused)
+{
+    const Ref<ztList> lista = ComTresLinhas();
+    m_Tela.Liga(lista->RecebeuFoco(), [&] {
+        lista->Limpa(std::nullopt);
+        Carrega(lista, {{"9", "nove", "K9"}});
+    });
+    EXPECT_FALSE(lista->ClicaLinha(3));
+    EXPECT_EQ(lista->ValorAtual("Chave"), "K9"); // as the focus alone makes the first row current
+}
+
+TEST_F(ztListTest, PedeMais_WhenTheFocusEndsTheOffer_IsRefused)
+{
+    const Ref<ztList> lista = ComTresLinhas();
+    lista->DefineTemMais(true);
+    m_Tela.Liga(lista->RecebeuFoco(), [&] { lista->DefineTemMais(false); });
+    EXPECT_FALSE(lista->PedeMais());
+    EXPECT_EQ(m_Tela.Vistos(), (Textos{"ItemClick", "Habilita", "GotFocus"}));
+}
+
 TEST_F(ztListTest, PedeMais_OnlyWhenOffered_RaisesBotaoClick)
 {
     const Ref<ztList> lista = Lista();
@@ -679,6 +740,33 @@ TEST_F(ztListTest, OrdenaPor_AHiddenOrUnknownColumn_IsRefused)
     lista->DefineEnabled(false);
     EXPECT_FALSE(lista->OrdenaPor(1));
     EXPECT_EQ(lista->ColunaOrdem(), 0);
+}
+
+TEST_F(ztListTest, OrdenaPor_AColumnWithoutWidth_IsRefused)
+{
+    const Ref<ztList> lista = ComTresLinhas();
+    lista->AdicionaColuna(4, std::nullopt, "Ordem", 0, 0, "", true);
+    EXPECT_FALSE(lista->OrdenaPor(4));
+    EXPECT_EQ(Nomes(lista, 3), (Textos{"K1", "K2", "K3"}));
+}
+
+TEST_F(ztListTest, OrdenaPor_ThreeTimes_SortsUpwardsAgain)
+{
+    const Ref<ztList> lista = ComTresLinhas();
+    EXPECT_TRUE(lista->OrdenaPor(2));
+    EXPECT_EQ(Nomes(lista, 3), (Textos{"K2", "K3", "K1"}));
+    EXPECT_TRUE(lista->OrdenaPor(2));
+    EXPECT_EQ(Nomes(lista, 3), (Textos{"K1", "K3", "K2"}));
+    EXPECT_TRUE(lista->OrdenaPor(2));
+    EXPECT_EQ(Nomes(lista, 3), (Textos{"K2", "K3", "K1"}));
+}
+
+TEST_F(ztListTest, OrdenaPor_AColumnOfBlanks_KeepsTheRowsInTheirOrder)
+{
+    const Ref<ztList> lista = ComColunas();
+    Carrega(lista, {{"2", "", "K1"}, {"1", "", "K2"}});
+    EXPECT_TRUE(lista->OrdenaPor(2));
+    EXPECT_EQ(Nomes(lista, 3), (Textos{"K1", "K2"}));
 }
 
 TEST_F(ztListTest, CarregaItens_OnASortedList_AppendsAndEndsTheSorting)

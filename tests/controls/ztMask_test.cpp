@@ -253,4 +253,13 @@ TEST_F(ztMaskTest, Digita_MalformedBytes_AreLeftOut)
     }
 }
 
+TEST_F(ztMaskTest, DefineText_OfItsLengthButNotItsForm_TakesTheDigits)
+{
+    const Ref<ztMask> hora = Hora();
+    hora->DefineText("12345");
+    EXPECT_EQ(hora->Text(), "12:34");
+    hora->DefineText("1x:30");
+    EXPECT_EQ(hora->Text(), "13:0_");
+}
+
 } // namespace
