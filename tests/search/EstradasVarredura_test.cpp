@@ -118,7 +118,7 @@ pessoa
       @tabelaAlterada
       @pagina
 )");
-    EXPECT_GE(varredura.Roda(), 90);
+    EXPECT_GE(varredura.Roda(), 193);
 }
 
 // A module of the host asks for an equipment, by the window and by its code.
@@ -204,7 +204,7 @@ pessoa
     varredura.RecusaEmFalha(2, "ZTAVOREQUIP", "frmLista.cmdOK_Click");
     varredura.RecusaEmFalha(3, "ZTAVOREQUIP < CVorEquip.SetaDadosEquipto < CVorEquip.BuscaEquipamento", "");
     varredura.RecusaEmFalha(4, "ZTAVOREQUIP < CVorEquip.BuscaEquipamento", "");
-    EXPECT_GE(varredura.Roda(), 55);
+    EXPECT_GE(varredura.Roda(), 66);
 }
 
 } // namespace

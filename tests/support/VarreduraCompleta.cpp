@@ -116,6 +116,11 @@ void PessoaVarrida::InformaEndereco(const std::string &nome, std::int32_t codLog
     Faz([&] { return m_Pessoa.InformaEndereco(nome, codLogradouro, numero, complemento, cep, descricao); });
 }
 
+void PessoaVarrida::EscolheCliente(const std::string &nome, const std::string &cliente, const std::string &setor)
+{
+    Faz([&] { return m_Pessoa.EscolheCliente(nome, cliente, setor); });
+}
+
 void PessoaVarrida::Fecha()
 {
     if (const Ref<IForm> form = m_Form.Alvo(); form && !m_Jornada.Parou()) {
@@ -127,6 +132,7 @@ void JornadaCompleta::Comeca(std::function<bool()> parou)
 {
     m_Parou = std::move(parou);
     m_Escapadas.clear();
+    m_FalhasAntes = m_Host.FalhasDisparadas();
 }
 
 void JornadaCompleta::Passo(const std::function<void()> &acao)

@@ -34,6 +34,7 @@ class PessoaVarrida {
     void OrdenaPor(const std::string &nome, std::int32_t coluna);
     void InformaEndereco(const std::string &nome, std::int32_t codLogradouro, std::int32_t numero,
                          const std::string &complemento, const std::string &cep, const std::string &descricao);
+    void EscolheCliente(const std::string &nome, const std::string &cliente, const std::string &setor);
     // The window's own close button.
     void Fecha();
 
@@ -82,6 +83,8 @@ class JornadaCompleta {
     void Passo(const std::function<void()> &acao);
 
   protected:
+    // Whether a call has failed since the way started, though nobody was told.
+    bool FalhouNesta() const { return m_Host.FalhasDisparadas() > m_FalhasAntes; }
     // What the person does in every modal window of a class. After giving up the person closes the window.
     void NoModal(const std::string &classe, const std::function<void(PessoaVarrida &)> &roteiro);
     // The same in the window of that class that was opened last and is not modal, if there is one.
@@ -91,6 +94,7 @@ class JornadaCompleta {
 
   private:
     std::function<bool()> m_Parou;
+    std::int32_t m_FalhasAntes = 0;
     std::vector<Escapada> m_Escapadas;
 };
 
