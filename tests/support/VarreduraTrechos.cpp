@@ -169,6 +169,25 @@ pessoa
     - Plataforma.Descarrega(frmEquipDetalhes)
   @ativa
 )"},
+    // The list of limits, days or hours.
+    {"permissoesDosLimites", R"(
+COLimiteDif.MenuInicial
+  - objSCA.PossuiPerm2("NAB", "VOR-EQP-CS", "I")
+  - objSCA.PossuiPerm2("NAB", "VOR-EQP-CS", "A")
+  - objSCA.PossuiPerm2("NAB", "VOR-EQP-CS", "E")
+)"},
+    {"listaLimites", R"(
+COLimiteDif.LocalizarLimitesDif
+  - Plataforma.Ponteiro := 11
+  @remota listaLimiteDif
+  - Plataforma.Ponteiro := 0
+)"},
+    {"listaDias", R"(
+COLimiteDif.LocalizarDiasEspecificos
+  - Plataforma.Ponteiro := 11
+  @remota listaDiaEspecifico
+  - Plataforma.Ponteiro := 0
+)"},
     // Lists inside the forms.
     {"listaSensores", R"(
 COSensores.CarregaSensores
