@@ -4,8 +4,13 @@
 
 option(COM_LIBFUZZER "Link the fuzzer into the fuzz targets, instead of a main that runs the kept inputs" OFF)
 
-add_library(entradas_fuzz OBJECT ${PROJECT_SOURCE_DIR}/tests/fuzz/Octetos.cpp ${PROJECT_SOURCE_DIR}/tests/fuzz/Propriedade.cpp)
-target_link_libraries(entradas_fuzz PUBLIC host)
+# What the targets share, with the form that the tests of the controls put theirs on.
+add_library(entradas_fuzz OBJECT
+    ${PROJECT_SOURCE_DIR}/tests/fuzz/Octetos.cpp
+    ${PROJECT_SOURCE_DIR}/tests/fuzz/Propriedade.cpp
+    ${PROJECT_SOURCE_DIR}/tests/fuzz/SessaoFuzz.cpp
+    ${PROJECT_SOURCE_DIR}/tests/controls/FormFalso.cpp)
+target_link_libraries(entradas_fuzz PUBLIC suporte)
 
 add_custom_target(fuzz)
 file(GLOB alvos_fuzz CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/fuzz/*_fuzz.cpp)
@@ -13,7 +18,7 @@ foreach(fonte IN LISTS alvos_fuzz)
     cmake_path(GET fonte STEM alvo)
     string(REGEX REPLACE "_fuzz$" "" alvo ${alvo})
     add_executable(fuzz_${alvo} ${fonte})
-    target_link_libraries(fuzz_${alvo} PRIVATE entradas_fuzz suporte modulo controls host)
+    target_link_libraries(fuzz_${alvo} PRIVATE entradas_fuzz)
     set_target_properties(fuzz_${alvo} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/alvos)
     add_dependencies(fuzz fuzz_${alvo})
     if(COM_LIBFUZZER)

@@ -24,7 +24,12 @@ std::string ComoData(const std::string &texto)
     }
     const Data data = CDate(texto);
     const bool temDia = data.Valor < 0 || data.Valor >= 1;
-    return temDia ? Format(data, Formato) : std::string();
+    if (!temDia) {
+        return {};
+    }
+    std::string escrita = Format(data, Formato);
+    escrita.insert(InicioAno, Gabarito.size() - escrita.size(), '0'); // a year before 1000 has its own place too
+    return escrita;
 }
 
 } // namespace

@@ -48,6 +48,15 @@ TEST_F(ztDataTest, DefineText_OfADateWrittenShort_ShowsItWhole)
     EXPECT_EQ(m_Data->Text(), "05/03/2024");
 }
 
+TEST_F(ztDataTest, DefineText_OfADateBeforeTheYear1000_PutsTheYearInItsPlace)
+{
+    m_Data->DefineText("11/1/800");
+    EXPECT_EQ(m_Data->Text(), "11/01/0800");
+    EXPECT_TRUE(m_Data->DataValida());
+    m_Data->DefineText("31/12/999 10:30:00");
+    EXPECT_EQ(m_Data->Text(), "31/12/0999");
+}
+
 TEST_F(ztDataTest, DefineText_OfEightDigits_PutsThemInTheirPlaces)
 {
     m_Data->DefineText("05032024");
