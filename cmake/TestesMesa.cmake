@@ -4,7 +4,7 @@ if(NOT TARGET registro-de-equipamentos)
 endif()
 
 file(GLOB fontes_mesa CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/desk/*.cpp)
-list(FILTER fontes_mesa EXCLUDE REGEX "/(servicos_[^/]*|RegistroDeTeste|ServicosPrincipal)\\.cpp$")
+list(FILTER fontes_mesa EXCLUDE REGEX "/(servicos_[^/]*|RegistroDeTeste|DiscoDeTeste|ServicosPrincipal)\\.cpp$")
 add_executable(teste_mesa ${fontes_mesa})
 target_link_libraries(teste_mesa PRIVATE contrato_host registro_de_teste janelas amostra Qt6::Test GTest::gtest)
 gtest_discover_tests(teste_mesa

@@ -1,7 +1,9 @@
 # The tests of the desk's services: tests/desk/servicos_*_test.cpp are one program, which works on registries in files.
 file(GLOB fontes_servicos CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/desk/servicos_*_test.cpp)
 if(fontes_servicos)
-    add_library(registro_de_teste STATIC ${PROJECT_SOURCE_DIR}/tests/desk/RegistroDeTeste.cpp)
+    add_library(registro_de_teste STATIC
+        ${PROJECT_SOURCE_DIR}/tests/desk/RegistroDeTeste.cpp
+        ${PROJECT_SOURCE_DIR}/tests/desk/DiscoDeTeste.cpp)
     target_link_libraries(registro_de_teste PUBLIC servicos)
 
     # What the tests kill, and let loose on one registry.

@@ -3,6 +3,7 @@
 #include "controls/OrdemPortuguesa.h"
 #include "desk/host/BancoLocalMesa.h"
 #include "desk/host/TabelaDeDados.h"
+#include "desk/services/Referencias.h"
 #include "host/Conversoes.h"
 #include "host/Texto.h"
 
@@ -10,8 +11,7 @@
 
 namespace {
 
-constexpr std::int32_t ViasPorMunicipio = 1000; // room for the streets of one municipality in the codes
-constexpr std::int32_t PrimeiroCep = 90000;     // of the state, thousands
+constexpr std::int32_t PrimeiroCep = 90000; // of the state, thousands
 
 struct Via {
     std::string Nome;

@@ -90,6 +90,9 @@ Transacao::Transacao(Banco &banco, bool escreve) : m_Banco(banco)
     if (banco.m_EmTransacao) {
         throw Falha(NumeroFalha::ErroInterno, "Servicos", "Uma operação foi pedida no meio de outra.");
     }
+    if (escreve) {
+        banco.m_Dialeto->ConfereLugar(banco.m_Conexao);
+    }
     banco.Comanda(escreve ? banco.m_Dialeto->IniciaEscrita() : banco.m_Dialeto->IniciaLeitura());
     banco.m_EmTransacao = true;
 }

@@ -27,6 +27,9 @@ class Dialeto {
     virtual QString IniciaEscrita() const = 0;
     virtual QString IniciaLeitura() const = 0;
 
+    // Refuses to go on when what would be written would not be found again. Raises ErroSql.
+    virtual void ConfereLugar(const QString &) const {}
+
     virtual ErroSql Erro(const QSqlError &erro) const = 0;
 
     // From an empty database to the present version: the first migration gives version 1.

@@ -32,6 +32,11 @@ QString SemSobreposicao(const QString &nome, const QString &evento, const QStrin
         .arg(nome, evento, outra);
 }
 
+sqlite3 *Aberto(const QSqlDatabase &banco)
+{
+    return *static_cast<sqlite3 *const *>(banco.driver()->handle().constData());
+}
+
 Migracao Versao1()
 {
     Migracao m{
@@ -131,7 +136,7 @@ void DialetoSQLite::Abre(const QString &conexao, const std::string &onde) const
         throw Erro(banco.lastError());
     }
     // The database falls back to reading by itself, and would say so only at the first save.
-    if (sqlite3_db_readonly(*static_cast<sqlite3 *const *>(banco.driver()->handle().constData()), "main") != 0) {
+    if (sqlite3_db_readonly(Aberto(banco), "main") != 0) {
         throw ErroSql(MotivoSql::SoLeitura, "attempt to write a readonly database");
     }
     QSqlQuery comando(banco);
@@ -164,6 +169,17 @@ QString DialetoSQLite::IniciaLeitura() const
     return "BEGIN";
 }
 
+// The open file outlives its name: what is written into it then goes away with the program.
+void DialetoSQLite::ConfereLugar(const QString &conexao) const
+{
+    int mudou = 0;
+    if (sqlite3_file_control(Aberto(QSqlDatabase::database(conexao, false)), "main", SQLITE_FCNTL_HAS_MOVED, &mudou) ==
+            SQLITE_OK &&
+        mudou != 0) {
+        throw ErroSql(MotivoSql::ForaDoLugar, "database file moved");
+    }
+}
+
 ErroSql DialetoSQLite::Erro(const QSqlError &erro) const
 {
     const int codigo = erro.nativeErrorCode().toInt();
@@ -180,6 +196,10 @@ ErroSql DialetoSQLite::Erro(const QSqlError &erro) const
     case SQLITE_NOTADB:
         return ErroSql(MotivoSql::Danificado, detalhe);
     case SQLITE_IOERR:
+        if (codigo == SQLITE_IOERR_WRITE || codigo == SQLITE_IOERR_TRUNCATE || codigo == SQLITE_IOERR_SHMSIZE) {
+            return ErroSql(MotivoSql::NaoGravou, detalhe);
+        }
+        return ErroSql(MotivoSql::Acesso, detalhe);
     case SQLITE_CANTOPEN:
     case SQLITE_PERM:
         return ErroSql(MotivoSql::Acesso, detalhe);

@@ -8,6 +8,7 @@ class DialetoSQLite : public Dialeto {
     void Abre(const QString &conexao, const std::string &onde) const override;
     QString IniciaEscrita() const override;
     QString IniciaLeitura() const override;
+    void ConfereLugar(const QString &conexao) const override;
     ErroSql Erro(const QSqlError &erro) const override;
     std::vector<Migracao> Migracoes() const override;
 };

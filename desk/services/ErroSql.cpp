@@ -10,6 +10,8 @@ std::int32_t NumeroDo(MotivoSql motivo)
     case MotivoSql::SoLeitura:
         return NumeroFalha::PermissaoNegada;
     case MotivoSql::Ocupado:
+    case MotivoSql::NaoGravou:
+    case MotivoSql::ForaDoLugar:
     case MotivoSql::Acesso:
         return NumeroFalha::ErroDeAcesso;
     default:
@@ -22,6 +24,12 @@ std::string FraseDo(MotivoSql motivo, const std::string &detalhe)
     switch (motivo) {
     case MotivoSql::DiscoCheio:
         return "O disco em que está o registro ficou cheio. Nada foi gravado: libere espaço e tente de novo.";
+    case MotivoSql::NaoGravou:
+        return "O disco em que está o registro não aceitou a gravação (" + detalhe +
+               "). Nada foi gravado: confira o espaço e o disco e tente de novo.";
+    case MotivoSql::ForaDoLugar:
+        return "O arquivo do registro foi movido, trocado ou apagado depois de aberto aqui. Nada foi gravado: feche o "
+               "programa e abra-o de novo.";
     case MotivoSql::SoLeitura:
         return "O registro só pode ser lido: falta permissão para gravar no arquivo ou na sua pasta.";
     case MotivoSql::Ocupado:

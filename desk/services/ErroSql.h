@@ -10,6 +10,8 @@ enum class MotivoSql {
     Unicidade, // the row exists already
     Regra,     // a rule of the schema refused; Regra tells which
     DiscoCheio,
+    NaoGravou,   // the disk did not take a write
+    ForaDoLugar, // the file was moved, replaced or erased meanwhile
     SoLeitura,
     Danificado, // not a registry, or no longer a sound one
     Acesso,     // the file cannot be opened, read or written

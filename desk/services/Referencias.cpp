@@ -38,8 +38,21 @@ Referencias::Referencias()
         m_Rejeicoes.insert(CLng(linha.at(0)));
     }
     for (const auto &linha : LeTabela(":/data/tipos.tsv")) {
-        m_TrabFoto[linha.at(0)] = CLng(linha.at(1));
+        m_Tipos[linha.at(0)] = {CLng(linha.at(1)), linha.at(2)};
     }
+    m_Vias = static_cast<std::int32_t>(LeTabela(":/data/vias.tsv").size());
+}
+
+bool Referencias::TemLogradouro(std::int32_t codLograd) const
+{
+    const std::int32_t municipio = codLograd / ViasPorMunicipio;
+    const std::int32_t via = codLograd % ViasPorMunicipio;
+    return municipio >= 1 && municipio <= static_cast<std::int32_t>(m_Municipios.size()) && via >= 1 && via <= m_Vias;
+}
+
+bool Referencias::Oferece(std::int32_t tipoAgente, const std::string &tipoEquip) const
+{
+    return m_Tipos.at(tipoEquip).Medidores.find(CStr(tipoAgente)) != std::string::npos;
 }
 
 const Referencias &Referencias::Tabelas()

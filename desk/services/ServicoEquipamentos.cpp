@@ -94,6 +94,10 @@ Ref<EquiptoED> ServicoEquipamentos::Inclui(const EquiptoED &pedido)
     novo->Ativo = Indicador::Sim;
     FirmaIndicadores(*novo);
     ConfereRegistro(*novo);
+    if (!Referencias::Tabelas().Oferece(novo->TipoAgente, novo->TipoEquip)) {
+        throw Recusa("O tipo de medidor " + CStr(novo->TipoAgente.Valor()) + " não tem o tipo de equipamento \"" +
+                     novo->TipoEquip.Valor() + "\".");
+    }
     ConfereCodigoLivre(*novo);
     Assina(*novo);
 

@@ -4,6 +4,7 @@
 #include "desk/services/Historico.h"
 #include "desk/services/MapaRegistro.h"
 #include "desk/services/Recusa.h"
+#include "desk/services/Referencias.h"
 #include "host/Conversoes.h"
 #include "host/Indicador.h"
 
@@ -95,7 +96,7 @@ bool ServicoSensores::GravaSensor(const SensorED &pedido)
     auto depois = existe ? CopiaSemListas(*antes) : Novo<SensorED>();
     MapaRegistro::Sobrepoe(*depois, pedido);
     depois->Ativo = AtivoOuNao(depois->Ativo);
-    Confere(*depois);
+    Confere(*depois, antes.Ponteiro());
 
     bool mudou = false;
     static const QStringList colunas = MapaRegistro::Colunas<SensorED>();
@@ -252,7 +253,7 @@ Ref<AfericaoED> ServicoSensores::AchaAfericao(const SensorED &sensor, double num
                  CStr(sensor.NroSensor.Valor()) + " deste equipamento.");
 }
 
-void ServicoSensores::Confere(const SensorED &sensor) const
+void ServicoSensores::Confere(const SensorED &sensor, const SensorED *antes) const
 {
     Conferencia::Faixa("NroSensor", sensor.NroSensor, 1, 999);
     Conferencia::Texto("LocalInfr", sensor.LocalInfr, 80);
@@ -262,6 +263,11 @@ void ServicoSensores::Confere(const SensorED &sensor) const
     Conferencia::Faixa("CodLograd", sensor.CodLograd, 0, INT32_MAX);
     Conferencia::Faixa("EndCep", sensor.EndCep, 0, 99999999);
     Conferencia::Faixa("EndNro", sensor.EndNro, 0, INT32_MAX);
+    const std::int32_t logradouro = sensor.CodLograd;
+    if (logradouro != 0 && (antes == nullptr || antes->CodLograd.Valor() != logradouro) &&
+        !Referencias::Tabelas().TemLogradouro(logradouro)) {
+        throw Recusa("Não existe o logradouro de código " + CStr(logradouro) + ".");
+    }
 }
 
 void ServicoSensores::Confere(const AfericaoED &afericao, const AfericaoED *antes) const

@@ -33,7 +33,7 @@ class ServicoSensores {
     AfericaoPedida Funde(const SensorED &sensor, const AfericaoED &pedida) const;
     Ref<SensorED> AchaSensor(std::int32_t numero) const;
     Ref<AfericaoED> AchaAfericao(const SensorED &sensor, double numero) const;
-    void Confere(const SensorED &sensor) const;
+    void Confere(const SensorED &sensor, const SensorED *antes) const;
     void Confere(const AfericaoED &afericao, const AfericaoED *antes) const;
     void ConferePeriodoLivre(const SensorED &sensor, const AfericaoED &afericao) const;
     void Escreve(const SensorED &sensor, AfericaoPedida &pedida);

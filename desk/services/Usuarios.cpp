@@ -155,7 +155,7 @@ std::int32_t Usuarios::ContaTentativa(const std::string &chave, std::int64_t ago
 
 void Usuarios::Esquece(const std::string &chave)
 {
-    Consulta(m_Banco, "DELETE FROM ENTRADA_RECUSADA WHERE Chave = ?", {Q(chave)});
+    Consulta(m_Banco, "UPDATE ENTRADA_RECUSADA SET Vezes = 0, EsperaAte = 0 WHERE Chave = ?", {Q(chave)});
 }
 
 void Usuarios::CadastraUsuario(const Operador &operador, const std::string &senha,
@@ -170,22 +170,19 @@ void Usuarios::CadastraUsuario(const Operador &operador, const std::string &senh
             throw JaExiste("Já existe o usuário " + operador.Usuario + ", ou outro de número " + CStr(operador.Numero) +
                            ".");
         }
-        const QVariant numero =
-            operador.Numero == 0 ? QVariant(QMetaType::fromType<qlonglong>()) : QVariant(operador.Numero);
-        const std::int64_t gravado =
-            Consulta(m_Banco,
-                     "INSERT INTO USUARIO (Numero, Usuario, Chave, Nome, CodCliente, Setor, CodMunic, Senha, Ativo) "
-                     "VALUES (?, ?, ?, ?, ?, ?, ?, ?, 1)",
-                     {numero, Q(operador.Usuario), Q(chave), Q(operador.Nome), operador.CodCliente, Q(operador.Setor),
-                      operador.CodMunic, Q(embaralhada)})
-                .NumeroNovo();
+        const qlonglong numero = operador.Numero == 0 ? ProximoNumero() : operador.Numero;
+        Consulta(m_Banco,
+                 "INSERT INTO USUARIO (Numero, Usuario, Chave, Nome, CodCliente, Setor, CodMunic, Senha, Ativo) "
+                 "VALUES (?, ?, ?, ?, ?, ?, ?, ?, 1)",
+                 {numero, Q(operador.Usuario), Q(chave), Q(operador.Nome), operador.CodCliente, Q(operador.Setor),
+                  operador.CodMunic, Q(embaralhada)});
         QJsonArray permitidas;
         for (const std::string &acao : acoes) {
             Consulta(m_Banco, "INSERT INTO PERMISSAO (Numero, Sistema, Objeto, Acao) VALUES (?, ?, ?, ?)",
-                     {qlonglong(gravado), Q(Permissoes::Sistema), Q(Permissoes::Objeto), Q(acao)});
+                     {numero, Q(Permissoes::Sistema), Q(Permissoes::Objeto), Q(acao)});
             permitidas.push_back(Q(acao));
         }
-        Historico(m_Banco).Registra(quando, 0, {"USUARIO", gravado, 1, "USUARIO", gravado, "inclui"}, {},
+        Historico(m_Banco).Registra(quando, 0, {"USUARIO", numero, 1, "USUARIO", numero, "inclui"}, {},
                                     QJsonObject{{"Usuario", Q(operador.Usuario)},
                                                 {"Nome", Q(operador.Nome)},
                                                 {"CodCliente", operador.CodCliente},
@@ -193,6 +190,14 @@ void Usuarios::CadastraUsuario(const Operador &operador, const std::string &senh
                                                 {"CodMunic", operador.CodMunic},
                                                 {"Acoes", permitidas}});
     });
+}
+
+// The database's own numbering would not count those that came with a number.
+std::int64_t Usuarios::ProximoNumero()
+{
+    Consulta maior(m_Banco, "SELECT COALESCE(MAX(Numero), 0) FROM USUARIO");
+    maior.Proxima();
+    return maior.Inteiro(0) + 1;
 }
 
 void Usuarios::CadastraCliente(const ClienteCadastrado &cliente, Data agora)

@@ -30,6 +30,7 @@ class Usuarios {
     // Seconds still to wait, 0 when the name may be tried; the try is then counted.
     std::int32_t ContaTentativa(const std::string &chave, std::int64_t agora);
     void Esquece(const std::string &chave);
+    std::int64_t ProximoNumero();
 
     Banco &m_Banco;
 };

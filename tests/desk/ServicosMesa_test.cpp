@@ -2,6 +2,7 @@
 #include "tests/host_contract/FormContrato.h"
 
 #include "desk/host/Logradouros.h"
+#include "desk/services/Referencias.h"
 #include "host/Falha.h"
 
 #include <gtest/gtest.h>
@@ -130,6 +131,19 @@ TEST_F(ServicosMesaTeste, ProcuraLogradouros_ByName_IgnoresAccentsCaseAndOrderOf
     EXPECT_EQ(ProcuraLogradouros(PortoAlegre, "GETÚLIO", 20).size(), 1U);
     EXPECT_EQ(ProcuraLogradouros(PortoAlegre, "rua que não há", 20).size(), 0U);
     EXPECT_EQ(ProcuraLogradouros(1, "Bento", 20).size(), 0U);
+}
+
+TEST_F(ServicosMesaTeste, LogradouroPorCodigo_OfAnyNumber_IsThereWhenTheServicesKnowIt)
+{
+    const std::int32_t vias = static_cast<std::int32_t>(ProcuraLogradouros(PortoAlegre, "", 1000).size());
+    ASSERT_GT(vias, 1);
+    for (const std::int32_t codigo : {-1, 0, 1, 999, 1000, 1001, 1000 + vias, 1001 + vias, 1999, 2000, 2001, 497000,
+                                      497001, 497000 + vias, 497001 + vias, 498000, 498001, INT32_MAX}) {
+        EXPECT_EQ(LogradouroPorCodigo(codigo).has_value(), Referencias::Tabelas().TemLogradouro(codigo)) << codigo;
+    }
+    for (const Logradouro &logradouro : ProcuraLogradouros(PortoAlegre, "", 1000)) {
+        EXPECT_TRUE(Referencias::Tabelas().TemLogradouro(logradouro.Codigo)) << logradouro.Nome;
+    }
 }
 
 TEST_F(ServicosMesaTeste, ProcuraLogradouros_ByPostalCode_TakesItsBeginningWithOrWithoutTheDash)

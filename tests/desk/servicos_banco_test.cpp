@@ -63,7 +63,7 @@ class SemPrivilegio {
     uid_t m_Era;
 };
 
-// No file grows beyond this size, for its scope: what a full disk does to a write.
+// No file grows beyond this size, for its scope: a write that the system refuses.
 class DiscoApertado {
   public:
     explicit DiscoApertado(rlim_t bytes)
@@ -102,6 +102,7 @@ TEST(ServicosBanco, Connection_IsFullySynchronousWithForeignKeys)
     EXPECT_EQ(pragma("synchronous"), "2");
     EXPECT_EQ(pragma("foreign_keys"), "1");
     EXPECT_EQ(pragma("journal_mode"), "wal");
+    EXPECT_EQ(pragma("recursive_triggers"), "1");
 }
 
 TEST(ServicosBanco, Open_ANewerRegistry_RaisesAFault)
@@ -184,7 +185,8 @@ TEST(ServicosBanco, Save_WhenTheDiskTakesNoMore_RaisesAFaultAndStoresNothing)
         const DiscoApertado apertado(1000000);
         const Falha falha = FalhaLancada([&] { ana->GuardaDocumento(Pdf("grande", 5000000), numero, recusa); });
         EXPECT_EQ(falha.Numero, 75);
-        EXPECT_EQ(falha.Descricao, "Não foi possível ler ou gravar o arquivo do registro (disk I/O error).");
+        EXPECT_EQ(falha.Descricao, "O disco em que está o registro não aceitou a gravação (disk I/O error). Nada foi "
+                                   "gravado: confira o espaço e o disco e tente de novo.");
         EXPECT_EQ(falha.Fonte, "Servicos < SessaoServico.GuardaDocumento");
     }
     EXPECT_EQ(registro.Sql("SELECT COUNT(*) FROM DOCUMENTO"), "0");
@@ -206,6 +208,9 @@ TEST(ServicosBanco, Error_ByTheDatabasesCode_HasItsNumberAndSentence)
     EXPECT_EQ(erro("5").Descricao,
               "Outra estação está gravando no registro há muito tempo. Nada foi gravado: tente de novo.");
     EXPECT_EQ(erro("8").Motivo, MotivoSql::SoLeitura);
+    EXPECT_EQ(erro("778").Motivo, MotivoSql::NaoGravou);
+    EXPECT_EQ(erro("4874").Motivo, MotivoSql::NaoGravou); // the log's index has no room
+    EXPECT_EQ(erro("266").Motivo, MotivoSql::Acesso);
     EXPECT_EQ(erro("11").Motivo, MotivoSql::Danificado);
     EXPECT_EQ(erro("2067").Motivo, MotivoSql::Unicidade);
     EXPECT_EQ(erro("1811").Motivo, MotivoSql::Regra);
@@ -258,6 +263,28 @@ TEST(ServicosBanco, Erasing_IsRefusedInEveryTable)
             EXPECT_EQ(std::string(erro.what()), std::string(tabela) + "_SEM_DELETE");
         }
     }
+}
+
+// On a connection of the services a row that is replaced counts as erased.
+TEST(ServicosBanco, Replacing_IsRefusedAsErasing)
+{
+    RegistroDeTeste registro;
+    Inclui(registro.Sessao("ana"), EquipamentoDe("R-001"));
+    Banco banco(std::make_unique<DialetoSQLite>(), registro.Caminho());
+    const auto motivo = [&](const char *sql) {
+        try {
+            banco.Escreve([&] { Consulta(banco, sql); });
+        } catch (const ErroSql &erro) {
+            return erro.Detalhe;
+        }
+        return std::string("done");
+    };
+    EXPECT_EQ(motivo("INSERT OR REPLACE INTO CLIENTE (CodCliente, Nome) VALUES (2, 'OUTRO')"), "CLIENTE_SEM_DELETE");
+    EXPECT_EQ(motivo("REPLACE INTO HISTORICO SELECT * FROM HISTORICO WHERE Nro = 1"), "HISTORICO_SEM_DELETE");
+    EXPECT_EQ(motivo("INSERT OR REPLACE INTO USUARIO SELECT 77, Usuario, Chave, Nome, CodCliente, Setor, CodMunic, "
+                     "Senha, Ativo FROM USUARIO"),
+              "USUARIO_SEM_DELETE");
+    EXPECT_EQ(registro.Sql("SELECT COUNT(*) FROM USUARIO WHERE Numero = 77"), "0");
 }
 
 TEST(ServicosBanco, Executa_WithWhatItDoesNotKnow_IsRefused)

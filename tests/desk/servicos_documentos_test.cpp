@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <fstream>
+#include <iterator>
 #include <limits>
 #include <stdexcept>
 #include <string>
@@ -127,6 +129,45 @@ TEST_F(ServicosDocumentos, Document_DamagedInTheFile_IsRefusedWhenRead)
     EXPECT_FALSE(m_Ana->LeDocumento(numero, lidos, recusa));
     EXPECT_EQ(recusa, "O documento de número 1 está danificado no registro: recupere-o de uma cópia de segurança.");
     EXPECT_TRUE(lidos.empty());
+}
+
+TEST_F(ServicosDocumentos, Document_WhoseChecksumOrSizeIsNotItsOwn_IsRefusedWhenRead)
+{
+    const std::string recusaEsperada =
+        "O documento de número 1 está danificado no registro: recupere-o de uma cópia de segurança.";
+    const double numero = GuardaPdf(m_Ana, "x");
+    Bytes lidos;
+    std::string recusa;
+    m_Registro.Sql("DROP TRIGGER DOCUMENTO_SEM_UPDATE; UPDATE DOCUMENTO SET Sha256 = substr(Sha256, 2) || 'x'");
+    EXPECT_FALSE(m_Ana->LeDocumento(numero, lidos, recusa));
+    EXPECT_EQ(recusa, recusaEsperada);
+    EXPECT_THROW(m_Registro.Sql("UPDATE DOCUMENTO SET Tamanho = Tamanho + 1"), std::runtime_error);
+    m_Registro.Sql("PRAGMA ignore_check_constraints = ON; UPDATE DOCUMENTO SET Tamanho = Tamanho + 1");
+    recusa.clear();
+    EXPECT_FALSE(m_Ana->LeDocumento(numero, lidos, recusa));
+    EXPECT_EQ(recusa, recusaEsperada);
+}
+
+// As a failing disk does it: a byte of the file itself, which no trigger sees.
+TEST_F(ServicosDocumentos, Document_DamagedByTheDisk_IsRefusedWhenRead)
+{
+    const std::string marca = "um texto que se acha no arquivo";
+    const double numero = GuardaPdf(m_Ana, marca);
+    m_Registro.Fecha();
+    m_Ana = nullptr;
+    {
+        std::fstream arquivo(m_Registro.Caminho(), std::ios::in | std::ios::out | std::ios::binary);
+        const std::string tudo(std::istreambuf_iterator<char>(arquivo), {});
+        const std::size_t onde = tudo.find(marca);
+        ASSERT_NE(onde, std::string::npos);
+        arquivo.seekp(static_cast<std::streamoff>(onde));
+        arquivo.put('U');
+    }
+    m_Registro.Reabre();
+    Bytes lidos;
+    std::string recusa;
+    EXPECT_FALSE(m_Registro.Sessao("ana")->LeDocumento(numero, lidos, recusa));
+    EXPECT_EQ(recusa, "O documento de número 1 está danificado no registro: recupere-o de uma cópia de segurança.");
 }
 
 TEST_F(ServicosDocumentos, Checksum_IsThatOfTheContent)

@@ -138,6 +138,26 @@ TEST_F(ServicosEntrada, Password_IsStoredAsAnArgon2idHash)
               "0");
 }
 
+TEST_F(ServicosEntrada, Entra_WithThePassword_KeepsTheRowOfTheWrongOnes)
+{
+    Entra("ana", "x");
+    EXPECT_TRUE(Entra("ana", "senha de ana"));
+    EXPECT_EQ(m_Registro.Sql("SELECT Chave || Vezes || ' ' || EsperaAte FROM ENTRADA_RECUSADA"), "ana0 0");
+}
+
+TEST_F(ServicosEntrada, CadastraUsuario_WithoutANumber_GetsTheOneBehindTheHighest)
+{
+    m_Registro.Cadastra("eva"); // number 10
+    m_Registro.Aberto().CadastraUsuario({0, "novo", "Novo", 1, "DETRAN/RS", "Fiscalização", 0}, "s", {"", "I"});
+    std::string recusa;
+    const auto novo = m_Registro.Aberto().Entra("novo", "s", recusa, m_Espera);
+    ASSERT_TRUE(novo) << recusa;
+    EXPECT_EQ(novo->Operador().Numero, 11);
+    EXPECT_TRUE(novo->TemPermissao("NAB", "VOR-EQP-CS", "I"));
+    EXPECT_FALSE(novo->TemPermissao("NAB", "VOR-EQP-CS", "A"));
+    EXPECT_EQ(m_Registro.Sql("SELECT NroEntidade FROM HISTORICO WHERE Entidade = 'USUARIO' ORDER BY Nro DESC"), "11");
+}
+
 TEST_F(ServicosEntrada, CadastraUsuario_Again_RaisesAFault)
 {
     const Falha falha = FalhaLancada([&] {

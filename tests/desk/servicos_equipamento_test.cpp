@@ -134,6 +134,9 @@ TEST_F(ServicosEquipamento, inclui_WrongReferences_AreRefused)
     pedido->TipoEquip = "Z";
     EXPECT_EQ(RecusaDe(m_Ana, "inclui", pedido), "Não existe o tipo de equipamento \"Z\".");
     pedido = EquipamentoDe("R-001");
+    pedido->TipoAgente = std::uint8_t{3}; // both exist, but not together
+    EXPECT_EQ(RecusaDe(m_Ana, "inclui", pedido), "O tipo de medidor 3 não tem o tipo de equipamento \"P\".");
+    pedido = EquipamentoDe("R-001");
     pedido->TipoVia = "X";
     EXPECT_EQ(RecusaDe(m_Ana, "inclui", pedido), "Não existe o tipo de via \"X\".");
     pedido = EquipamentoDe("R-001");
@@ -157,6 +160,7 @@ TEST_F(ServicosEquipamento, inclui_OfAnEtilometroWithoutMunicipality_IsStored)
 {
     auto pedido = EquipamentoDe("E-1");
     pedido->TipoEquip = "E";
+    pedido->TipoAgente = std::uint8_t{3};
     pedido->CodMunic = 0;
     EXPECT_EQ(Abre(m_Ana, Inclui(m_Ana, pedido))->CodMunic.Valor(), 0);
 }

@@ -269,6 +269,50 @@ TEST_F(ServicosLimites, Row_ChangedBySomebodyElse_IsRefusedWithWhoWhatAndWhen)
     EXPECT_EQ(Lista(Proibido), "1:2 800-900; ");
 }
 
+TEST_F(ServicosLimites, Limit_ChangedBySomebodyElse_IsRefusedWithWhoWhatAndWhen)
+{
+    ASSERT_TRUE(Altera(m_Ana, {Novo_(2, 730, 900)}).Feita);
+    const auto bia = m_Registro.Sessao("bia");
+    ASSERT_TRUE(Pede(m_Ana, "consultaSimplesLimiteDif", Existente(1)).Feita);
+    ASSERT_TRUE(Pede(bia, "consultaSimplesLimiteDif", Existente(1)).Feita);
+    m_Registro.PassaSegundos(30);
+    auto l = Existente(1);
+    l->VelocPerm = std::int16_t{50};
+    l->VelocMin = std::int16_t{20};
+    ASSERT_TRUE(Altera(bia, {l}).Feita);
+    l->VelocPerm = std::int16_t{30};
+    EXPECT_EQ(Altera(m_Ana, {Novo_(3, 730, 900), l}).Recusa,
+              "O limite diferenciado de Segunda, 07:30 a 09:00, foi alterado por Bia Nunes em 20/11/2026 às 10:00:30 "
+              "(velocidade mínima, velocidade permitida), depois de aberto aqui. Nada foi gravado: abra-o de novo e "
+              "repita a sua alteração.");
+    EXPECT_EQ(Lista(Limite), "1:2 730-900; "); // nor was the new row stored
+    EXPECT_EQ(m_Registro.Sql("SELECT VelocPerm FROM LIMITE"), "50");
+}
+
+TEST_F(ServicosLimites, Day_ChangedBySomebodyElse_IsRefusedWithWhoWhatAndWhen)
+{
+    ASSERT_TRUE(Pede(m_Ana, "adicionaDiaEspecifico", NovoDia(DataDe(25, 12, 2026), 800, 900)).Feita);
+    const auto bia = m_Registro.Sessao("bia");
+    ASSERT_TRUE(Pede(m_Ana, "consultaSimplesDiaEspecifico", DiaExistente(1)).Feita);
+    ASSERT_TRUE(Pede(bia, "consultaSimplesDiaEspecifico", DiaExistente(1)).Feita);
+    m_Registro.PassaSegundos(30);
+    auto d = DiaExistente(1);
+    d->Data = DataDe(24, 12, 2026);
+    d->HoraFim = 1000;
+    ASSERT_TRUE(Pede(bia, "alteraDiaEspecifico", d).Feita);
+    d = DiaExistente(1);
+    d->VelocPerm = std::int16_t{30};
+    EXPECT_EQ(Pede(m_Ana, "alteraDiaEspecifico", d).Recusa,
+              "O dia específico 24/12/2026, 08:00 a 10:00, foi alterado por Bia Nunes em 20/11/2026 às 10:00:30 (data, "
+              "hora final), depois de aberto aqui. Nada foi gravado: abra-o de novo e repita a sua alteração.");
+    EXPECT_EQ(m_Registro.Sql("SELECT VelocPerm FROM DIA"), "40");
+    ASSERT_TRUE(Pede(bia, "desativaDiaEspecifico", DiaExistente(1)).Feita);
+    EXPECT_EQ(Pede(m_Ana, "desativaDiaEspecifico", DiaExistente(1)).Recusa,
+              "O dia específico 24/12/2026, 08:00 a 10:00, já foi excluído por Bia Nunes em 20/11/2026 às 10:00:30.");
+    EXPECT_EQ(Pede(m_Ana, "consultaSimplesDiaEspecifico", DiaExistente(1)).Recusa,
+              "O dia específico 24/12/2026, 08:00 a 10:00, já foi excluído por Bia Nunes em 20/11/2026 às 10:00:30.");
+}
+
 TEST_F(ServicosLimites, Row_ExcludedBySomebodyElse_IsRefusedWithWhoAndWhen)
 {
     ASSERT_TRUE(Altera(m_Ana, {Novo_(2, 730, 900)}).Feita);

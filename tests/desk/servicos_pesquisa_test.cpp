@@ -140,8 +140,12 @@ TEST_F(ServicosPesquisa, Filters_NarrowByWhatIsSent)
 
 TEST_F(ServicosPesquisa, EachType_IsInItsPhotoWorkMode)
 {
+    int numero = 0;
     for (const char *tipo : {"C", "L", "P", "F", "M", "R", "V", "A", "E", "U"}) {
-        Poe(tipo, [&](EquiptoED &e) { e.TipoEquip = tipo; });
+        Poe(tipo, [&](EquiptoED &e) {
+            e.TipoEquip = tipo;
+            e.TipoAgente = static_cast<std::uint8_t>("1111223233"[numero++] - '0');
+        });
     }
     EXPECT_EQ(Codigos([](ListaEquiptoED &l) { l.IndTrabFoto = std::uint8_t{1}; }), "C L P F M R V");
     EXPECT_EQ(Codigos([](ListaEquiptoED &l) { l.IndTrabFoto = std::uint8_t{2}; }), "A E U");

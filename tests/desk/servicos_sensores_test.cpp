@@ -73,7 +73,7 @@ TEST_F(ServicosSensores, altera_NewSensorWithCalibration_GetNumbersOfTheirOwn)
     const double documento = GuardaPdf(m_Ana, "c");
     auto e = SoNumero(numero);
     auto s = SensorDe(1);
-    s->CodLograd = 77;
+    s->CodLograd = 1007;
     s->EndCep = 90010000;
     s->EndNro = 1200;
     s->EndCompl = "fundos";
@@ -88,7 +88,7 @@ TEST_F(ServicosSensores, altera_NewSensorWithCalibration_GetNumbersOfTheirOwn)
     EXPECT_EQ(Abre(m_Ana, numero)->Sensores.Valor()->Item(1)->Texto(),
               "SensorED{Afericoes=[AfericaoED{NroIntAfericao=1, Numero=\"123\", Marca=\"987\", "
               "DataVerificacao=01/01/2026, DataVencimento=31/12/2026, Ativo=1, NroIntImgCertif=1, TipoAfer=2, "
-              "PortDimel=\"123/15\"}], NroIntSensor=1, NroSensor=1, CodLograd=77, EndCep=90010000, EndNro=1200, "
+              "PortDimel=\"123/15\"}], NroIntSensor=1, NroSensor=1, CodLograd=1007, EndCep=90010000, EndNro=1200, "
               "EndCompl=\"fundos\", EndDescr=\"Esquina\", SentidoVia=\"Norte\", Ativo=1, "
               "LocalInfr=\"Av. Ipiranga, 1200\"}");
 }
@@ -350,6 +350,57 @@ TEST_F(ServicosSensores, Overlap_PastTheServices_IsRefusedByTheDatabase)
     EXPECT_EQ(Periodos(numero), "1 01/01/2026-30/06/2026; 2 01/07/2026-31/12/2026; ");
 }
 
+TEST_F(ServicosSensores, Overlap_ByEveryOtherWayPastTheServices_IsRefusedByTheDatabase)
+{
+    const std::int32_t numero =
+        Com({{AfericaoDe("1", Jan, Jun), AfericaoDe("2", Jul, Dez)}, {AfericaoDe("3", Jan, Dez)}});
+    const auto motivo = [&](const std::string &sql) {
+        try {
+            m_Registro.Sql(sql);
+        } catch (const std::runtime_error &erro) {
+            return std::string(erro.what());
+        }
+        return std::string("done");
+    };
+    const std::string sobreposta = "AFERICAO_SOBREPOSTA";
+    EXPECT_EQ(motivo("UPDATE AFERICAO SET DataVerificacao = 20260630 WHERE NroIntAfericao = 2"), sobreposta);
+    EXPECT_EQ(motivo("UPDATE AFERICAO SET NroIntSensor = 1 WHERE NroIntAfericao = 3"), sobreposta);
+    EXPECT_EQ(motivo("UPDATE AFERICAO SET DataVerificacao = 20260101, DataVencimento = 20261231"), sobreposta);
+    EXPECT_EQ(motivo("UPDATE OR REPLACE AFERICAO SET DataVencimento = 20261231 WHERE NroIntAfericao = 1"), sobreposta);
+    EXPECT_EQ(motivo("INSERT INTO AFERICAO VALUES (8, 2, '', '', 20270101, 20270201, 1, NULL, 1, ''), "
+                     "(9, 2, '', '', 20270201, 20270301, 1, NULL, 1, '')"),
+              sobreposta);
+    // A deactivated sensor's calibrations keep their days, so that it can be reactivated.
+    EXPECT_EQ(motivo("UPDATE SENSOR SET Ativo = 2"), "done");
+    EXPECT_EQ(motivo("INSERT INTO AFERICAO VALUES (9, 1, '', '', 20260101, 20260101, 1, NULL, 1, '')"), sobreposta);
+    EXPECT_EQ(motivo("UPDATE SENSOR SET Ativo = 1"), "done");
+    EXPECT_EQ(Periodos(numero), "1 01/01/2026-30/06/2026; 2 01/07/2026-31/12/2026; ");
+}
+
+TEST_F(ServicosSensores, Sensor_Deactivated_KeepsTheDaysOfItsCalibrations)
+{
+    const std::int32_t numero = Com({{AfericaoDe("1", Jan, Jun)}});
+    const auto ativo = [&](std::uint8_t byte, const Ref<AfericaoED> &afericao) {
+        auto e = SoNumero(numero);
+        auto s = Novo<SensorED>();
+        s->NroIntSensor = 1;
+        s->Ativo = byte;
+        if (afericao) {
+            Poe(s, afericao);
+        }
+        Poe(e, s);
+        return Pede(m_Ana, "altera", e).Recusa;
+    };
+    EXPECT_EQ(ativo(2, nullptr), "");
+    const std::string recusa =
+        "O período de 30/06/2026 a 31/12/2026 da aferição 2 do sensor 1 tem dias em comum com o da aferição 1 "
+        "(01/01/2026 a 30/06/2026), gravada por Ana Souza em 20/11/2026 às 10:00:00.";
+    EXPECT_EQ(ativo(2, AfericaoDe("2", Jun, Dez)), recusa);
+    EXPECT_EQ(ativo(1, AfericaoDe("2", Jun, Dez)), recusa);
+    EXPECT_EQ(ativo(1, AfericaoDe("2", Jul, Dez)), "");
+    EXPECT_EQ(Periodos(numero), "1 01/01/2026-30/06/2026; 2 01/07/2026-31/12/2026; ");
+}
+
 TEST_F(ServicosSensores, Documento_ThatIsNotThere_IsRefused)
 {
     const std::int32_t numero = Com({{}});
@@ -363,6 +414,27 @@ TEST_F(ServicosSensores, Documento_ThatIsNotThere_IsRefused)
     EXPECT_EQ(Altera(numero, 1, {AfericaoDe("77", Jan, Jun, deOutro)}).Recusa,
               "O documento de número 1 da aferição 77 não existe no cliente DETRAN/RS.");
     EXPECT_EQ(Periodos(numero), "");
+}
+
+TEST_F(ServicosSensores, Logradouro_ThatIsNotThere_IsRefused)
+{
+    const std::int32_t numero = Com({{}});
+    const auto recusa = [&](std::int32_t codigo) {
+        auto e = SoNumero(numero);
+        auto s = Novo<SensorED>();
+        s->NroIntSensor = 1;
+        s->CodLograd = codigo;
+        Poe(e, s);
+        return Pede(m_Ana, "altera", e).Recusa;
+    };
+    EXPECT_EQ(recusa(77), "Não existe o logradouro de código 77.");
+    EXPECT_EQ(recusa(1000), "Não existe o logradouro de código 1000.");
+    EXPECT_EQ(recusa(1999), "Não existe o logradouro de código 1999.");
+    EXPECT_EQ(recusa(498001), "Não existe o logradouro de código 498001.");
+    EXPECT_EQ(recusa(497001), "");                      // the last municipality's first street
+    EXPECT_EQ(recusa(0), "");                           // none
+    m_Registro.Sql("UPDATE SENSOR SET CodLograd = 77"); // stored when there was such a street
+    EXPECT_EQ(recusa(77), "");
 }
 
 TEST_F(ServicosSensores, SensorNumber_MayRepeat)

@@ -109,6 +109,20 @@ TEST_F(ServicosVigencia, TwoSensorsInForce_NoGuessBetweenThem)
     EXPECT_EQ(NumeroVigente(numero, Jul), 0);
 }
 
+TEST_F(ServicosVigencia, TwoSensorsOfWhichOneHasNoDocument_TheOtherIsInForce)
+{
+    EXPECT_EQ(NumeroVigente(Com({{AfericaoDe("1", Jan, Dez)}, {AfericaoDe("2", Jan, Dez, m_Documento)}}), Jun), 2);
+}
+
+TEST_F(ServicosVigencia, OneDay_IsInForceOnThatDayAlone)
+{
+    const std::int32_t numero = Com({{AfericaoDe("1", Jun, Jun, m_Documento)}});
+    EXPECT_EQ(NumeroVigente(numero, DataDe(29, 6, 2026, 23, 59, 59)), 0);
+    EXPECT_EQ(NumeroVigente(numero, Jun), 1);
+    EXPECT_EQ(NumeroVigente(numero, DataDe(30, 6, 2026, 23, 59, 59)), 1);
+    EXPECT_EQ(NumeroVigente(numero, Jul), 0);
+}
+
 TEST_F(ServicosVigencia, DeactivatedRows_DoNotCount)
 {
     const std::int32_t numero =
@@ -160,6 +174,17 @@ TEST_F(ServicosVigencia, Certificate_IsTheDocumentAsBase64)
     EXPECT_EQ(resposta->TxtIdent.Valor(), "AIT 123");
     const QByteArray conteudo = QByteArray::fromBase64(QByteArray::fromStdString(resposta->Documento));
     EXPECT_EQ(Bytes(conteudo.begin(), conteudo.end()), Pdf("certificado"));
+}
+
+TEST_F(ServicosVigencia, Certificate_WhoseDocumentIsDamaged_IsRefused)
+{
+    Com({{AfericaoDe("1", Jan, Jun, m_Documento)}});
+    m_Registro.Sql("DROP TRIGGER DOCUMENTO_SEM_UPDATE; UPDATE DOCUMENTO SET Sha256 = upper(Sha256)");
+    const Retorno retorno = Certificado(1, "R-001");
+    EXPECT_FALSE(retorno.Feita);
+    EXPECT_TRUE(retorno.Resposta.EhVazio());
+    EXPECT_EQ(retorno.Recusa,
+              "O documento de número 1 está danificado no registro: recupere-o de uma cópia de segurança.");
 }
 
 TEST_F(ServicosVigencia, Certificate_WithWrongKeys_IsRefused)

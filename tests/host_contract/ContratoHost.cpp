@@ -118,7 +118,7 @@ Ref<EquiptoED> ContratoHost::EquipamentoNovo(const std::string &codigo)
     equipto->Codigo = codigo;
     equipto->SubCodigo = "";
     equipto->Descricao = "Radar da suíte";
-    equipto->TipoAgente = 1;
+    equipto->TipoAgente = 2;
     equipto->TipoEquip = "R";
     equipto->Modelo = "Modelo 1";
     equipto->CodMunic = CLng(Coluna("COD_MUNIC", "SELECT * FROM Municipio WHERE UF_MUNIC = 'RS' AND COD_RENAVAM > 0 "

@@ -66,7 +66,7 @@ TEST_P(ContratoHost, consulta_OfASavedEquipment_GivesWhatWasSent)
     EXPECT_EQ(lido->Descricao.Valor(), "Radar da suíte");
     EXPECT_EQ(lido->CodMunic.Valor(), enviado->CodMunic.Valor());
     EXPECT_EQ(lido->TipoEquip.Valor(), "R");
-    EXPECT_EQ(lido->TipoAgente.Valor(), 1);
+    EXPECT_EQ(lido->TipoAgente.Valor(), 2);
     EXPECT_EQ(lido->VelocPermitida.Valor(), 60);
     EXPECT_EQ(lido->ArquivoLayout.Valor(), "NENHUM");
     EXPECT_EQ(lido->TemPerfilMag.Valor(), 1);
