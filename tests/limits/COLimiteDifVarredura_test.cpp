@@ -21,7 +21,7 @@ template <std::int16_t Tipo> class JornadaDoTipo : public JornadaComRegistro {
     explicit JornadaDoTipo(HostRoteirizado &host) : JornadaComRegistro(host)
     {
         const std::string descr[] = {"", "Limite Diferenciado", "Dia Específico", "Horário Proibido"};
-        host.RespondeSempre("Confirma a exclusão deste " + descr[Tipo] + "?", true);
+        Responde("Confirma a exclusão deste " + descr[Tipo] + "?", true);
         NoModal("frmLimitesDif", [this](PessoaVarrida &p) { Trabalha(p); });
         NoModal("frmLimitesDifDetalhes", [this](PessoaVarrida &p) {
             if (!m_Edita) {

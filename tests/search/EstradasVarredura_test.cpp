@@ -25,7 +25,7 @@ class EstradaDoEquipamento : public JornadaEstrada {
     explicit EstradaDoEquipamento(HostRoteirizado &host) : JornadaEstrada(host)
     {
         m_NroIntEquip = m_Registro.Poe(EquiptoCalibrado("R", 2, "R100"));
-        host.RespondeSempre("Confirma a alteração?", true);
+        Responde("Confirma a alteração?", true);
         NoModal("frmEquipDetalhes", [](PessoaVarrida &p) {
             p.Abre("sstDados", 2);
             p.ClicaLinha("ztListaSensor", 1);

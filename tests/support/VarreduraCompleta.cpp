@@ -133,6 +133,9 @@ void JornadaCompleta::Comeca(std::function<bool()> parou)
     m_Parou = std::move(parou);
     m_Escapadas.clear();
     m_FalhasAntes = m_Host.FalhasDisparadas();
+    for (const auto &[pergunta, sim] : m_Respostas) {
+        m_Host.RespondeSempre(pergunta, sim);
+    }
 }
 
 void JornadaCompleta::Passo(const std::function<void()> &acao)
@@ -144,6 +147,18 @@ void JornadaCompleta::Passo(const std::function<void()> &acao)
         acao();
     } catch (...) {
         m_Escapadas.push_back({FalhaCorrente(), m_Host.Tela->Ponteiro()});
+    }
+}
+
+void JornadaCompleta::Responde(const std::string &pergunta, bool sim)
+{
+    m_Respostas[pergunta] = sim;
+}
+
+void JornadaCompleta::Desiste()
+{
+    for (const auto &[pergunta, sim] : m_Respostas) {
+        m_Host.RespondeSempre(pergunta, false);
     }
 }
 
@@ -198,6 +213,19 @@ struct VarreduraCompleta::Ensaio {
         for (const std::string &problema : Host->VerificaFim()) {
             ADD_FAILURE() << problema;
         }
+    }
+
+    // The first way, until what `parou` tells.
+    void Percorre(std::function<bool()> parou)
+    {
+        Jornada->Comeca(std::move(parou));
+        Host->ObservaChamadas([this] {
+            if (Jornada->Parou()) {
+                Jornada->Desiste();
+            }
+        });
+        Jornada->Percorre();
+        Host->ObservaChamadas(nullptr);
     }
 
     Ref<HostRoteirizado> Host = Novo<HostRoteirizado>();
@@ -288,8 +316,7 @@ void VarreduraCompleta::RodaFalha(const Base &base, std::size_t passo)
     Ensaio ensaio(m_Fabrica);
     ensaio.Host->FalhaNoPasso(static_cast<std::int32_t>(passo) + 1);
     HostRoteirizado &host = *ensaio.Host;
-    ensaio.Jornada->Comeca([&host, &destino] { return host.FalhasDisparadas() > 0 && !destino.Ignorada; });
-    ensaio.Jornada->Percorre();
+    ensaio.Percorre([&host, &destino] { return host.FalhasDisparadas() > 0 && !destino.Ignorada; });
     EXPECT_EQ(host.FalhasDisparadas(), 1);
     Esperado esperado;
     esperado.Sucesso = destino.Ignorada;
@@ -313,8 +340,7 @@ void VarreduraCompleta::RodaRecusa(const Base &base, std::size_t passo, std::int
     Ensaio ensaio(m_Fabrica);
     ensaio.Host->RecusaNaExecucao(execucao, MensagemDaRecusa);
     HostRoteirizado &host = *ensaio.Host;
-    ensaio.Jornada->Comeca([&host] { return host.Servicos->RecusasNaVez() > 0; });
-    ensaio.Jornada->Percorre();
+    ensaio.Percorre([&host] { return host.Servicos->RecusasNaVez() > 0; });
     EXPECT_EQ(host.Servicos->RecusasNaVez(), 1);
     EXPECT_EQ(host.Conta("EquiptoRN.MostraErro() -> \"" + std::string(MensagemDaRecusa)) +
                   host.Conta("RelatorioRN.MostraErro() -> \"" + std::string(MensagemDaRecusa)),
@@ -344,8 +370,7 @@ void VarreduraCompleta::RodaNegativa(const Base &base, std::size_t passo, const 
                    : operacao.find("Recebe") != std::string::npos ? host.Dominio->AceitaRecebimento
                                                                   : host.Visor->Abre;
     aceita = false;
-    ensaio.Jornada->Comeca([&host, &operacao] { return host.Contem(operacao); });
-    ensaio.Jornada->Percorre();
+    ensaio.Percorre([&host, &operacao] { return host.Contem(operacao); });
     EXPECT_EQ(host.Conta(operacao), 1);
     aceita = true;
     Esperado esperado;

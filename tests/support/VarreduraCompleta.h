@@ -77,6 +77,8 @@ class JornadaCompleta {
     bool Parou() const { return m_Parou && m_Parou(); }
     const std::vector<Escapada> &Escapadas() const noexcept { return m_Escapadas; }
 
+    // Who has been told and gives up answers every question with no from now on.
+    void Desiste();
     // The person closes a window by its own close button.
     void FechaJanela(const Ref<IForm> &form);
     // One action, of which a fault is kept. Not done any more after giving up.
@@ -85,6 +87,8 @@ class JornadaCompleta {
   protected:
     // Whether a call has failed since the way started, though nobody was told.
     bool FalhouNesta() const { return m_Host.FalhasDisparadas() > m_FalhasAntes; }
+    // What the person answers to a question until giving up.
+    void Responde(const std::string &pergunta, bool sim);
     // What the person does in every modal window of a class. After giving up the person closes the window.
     void NoModal(const std::string &classe, const std::function<void(PessoaVarrida &)> &roteiro);
     // The same in the window of that class that was opened last and is not modal, if there is one.
@@ -96,6 +100,7 @@ class JornadaCompleta {
     std::function<bool()> m_Parou;
     std::int32_t m_FalhasAntes = 0;
     std::vector<Escapada> m_Escapadas;
+    std::map<std::string, bool> m_Respostas;
 };
 
 // The complete sweep of a journey. First the journey runs undisturbed, and its calls are held against the tree that the

@@ -211,6 +211,24 @@ pessoa
     COAfericoes.Carrega
       @listaAfericoes
 )"},
+    // A document is chosen and sent, or one is shown.
+    {"visualizaPDF", R"(
+frmEquipAfericoes.VisualizaPDF
+  - Host.CriaDocumentoPDF
+  - DocumentoPDF.ArquivoPDF := 
+  - DocumentoPDF.Mostra(True)
+)"},
+    {"documento", R"(
+pessoa
+  frmEquipAfericoes.cmdProcurar_Click
+    frmEquipAfericoes.ProcurarPDF
+      - cdAbreArquivos.ShowOpen
+      - Plataforma.TamanhoArquivo
+      @visualizaPDF
+pessoa
+  frmEquipAfericoes.cmdUpload_Click
+    - goDadosVor.EnviaDocumento
+)"},
     {"abaAfericoes", R"(
 pessoa
   frmEquipSensores.sstDados_Click
