@@ -412,8 +412,10 @@ void frmEquipDetalhes::Solta()
     }
     m_COSensoresLigado.desliga();
     m_COSensores = nullptr;
+    m_SensoresCarregados = false;
     m_COAfericoesLigado.desliga();
     m_COAfericoes = nullptr;
+    m_AfericoesCarregadas = false;
 }
 
 bool frmEquipDetalhes::MontaTela(std::int32_t nroIntEquip)
@@ -794,22 +796,25 @@ try {
     const std::int16_t atual = sstDados->Tab();
     fraDados.at(static_cast<std::size_t>(abaAnterior))->DefineEnabled(false);
     fraDados.at(static_cast<std::size_t>(atual))->DefineEnabled(true);
-    if (atual == PaginaSensores && m_COSensores.Nada()) {
+    if (atual == PaginaSensores && !m_SensoresCarregados) {
         CarregaPaginaSensores();
-    } else if (atual == PaginaAfericoes && m_COAfericoes.Nada()) {
+    } else if (atual == PaginaAfericoes && !m_AfericoesCarregadas) {
         CarregaPaginaAfericoes();
     }
 } catch (...) {
     gSubMostraErro("frmEquipDetalhes.sstDados_Click");
 }
 
-// A controller is kept only once it is loaded, so that a page that failed is tried again on the next visit.
+// A page that failed is tried again on the next visit, by the same controller: it has given the list its columns.
 void frmEquipDetalhes::CarregaPaginaSensores()
 {
-    const auto controlador = Novo<COSensores>();
-    if (controlador->Carrega(m_Equipto, ztListaSensor, m_Detalhes)) {
-        m_COSensores = controlador;
+    if (m_COSensores.Nada()) {
+        m_COSensores = Novo<COSensores>();
         m_COSensoresLigado = m_COSensores->Alterado().liga([this] { m_COSensores_Alterado(); });
+    }
+    m_SensoresCarregados = m_COSensores->Carrega(m_Equipto, ztListaSensor, m_Detalhes);
+    if (!m_SensoresCarregados) {
+        m_COSensores = nullptr;
     }
 }
 
@@ -818,10 +823,13 @@ void frmEquipDetalhes::CarregaPaginaAfericoes()
     if (m_Equipto->ListaSensores()->Count() == 0) {
         m_Equipto->ListaSensores()->Add(1, "");
     }
-    const auto controlador = Novo<COAfericoes>();
-    if (controlador->Carrega(m_Equipto->ListaSensores()->Item(1), ztListaAfericao, m_Detalhes)) {
-        m_COAfericoes = controlador;
+    if (m_COAfericoes.Nada()) {
+        m_COAfericoes = Novo<COAfericoes>();
         m_COAfericoesLigado = m_COAfericoes->Alterado().liga([this] { m_COAfericoes_Alterado(); });
+    }
+    m_AfericoesCarregadas = m_COAfericoes->Carrega(m_Equipto->ListaSensores()->Item(1), ztListaAfericao, m_Detalhes);
+    if (!m_AfericoesCarregadas) {
+        m_COAfericoes = nullptr;
     }
 }
 

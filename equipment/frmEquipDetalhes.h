@@ -84,8 +84,10 @@ class frmEquipDetalhes : public Formulario {
     bool m_TrabFoto = false;
     Ref<COSensores> m_COSensores;
     Conexao m_COSensoresLigado;
+    bool m_SensoresCarregados = false;
     Ref<COAfericoes> m_COAfericoes;
     Conexao m_COAfericoesLigado;
+    bool m_AfericoesCarregadas = false;
 
     void CriaPaginaEquipamento();
     void CriaPaginaDados();

@@ -26,10 +26,14 @@ try {
     m_ZtList = oLista;
     m_SomenteLeitura = bReadOnly;
     LigaEventos();
-    gsubConfigLista(Colunas(), oLista);
+    if (!m_Configurou) {
+        gsubConfigLista(Colunas(), oLista);
+        m_Configurou = true;
+    }
     MenuInicial();
     return CarregaSensores();
 } catch (...) {
+    m_Conexoes.clear();
     PassaFalha(" < COSensores.Carrega");
 }
 

@@ -19,6 +19,7 @@ class COSensores : public Objeto {
     std::string_view NomeTipo() const override { return "COSensores"; }
 
     // Binds the controller to an equipment and a list control, and fills the list. Neither is kept alive.
+    // After a fault the list does nothing until a further call, with the same list, has filled it.
     bool Carrega(const Ref<clsEquipto> &cEquipto, const Ref<IztList> &oLista, bool bReadOnly);
 
     // Something in the sensors changed.
@@ -45,6 +46,7 @@ class COSensores : public Objeto {
     RefFraca<IztList> m_ZtList;
     RefFraca<clsEquipto> m_Equipto;
     bool m_SomenteLeitura = false;
+    bool m_Configurou = false; // the list has its columns
     Evento<> m_Alterado;
     std::vector<Conexao> m_Conexoes;
 };

@@ -143,6 +143,7 @@ void frmEquipSensores::Solta() noexcept
 {
     m_Sensor = nullptr;
     m_COAfericoes = nullptr;
+    m_AfericoesCarregadas = false;
 }
 
 void frmEquipSensores::MontaTela()
@@ -186,10 +187,13 @@ try {
     const std::int16_t atual = sstDados->Tab();
     fraDados.at(static_cast<std::size_t>(anterior))->DefineEnabled(false);
     fraDados.at(static_cast<std::size_t>(atual))->DefineEnabled(true);
-    if (atual == AbaAfericoes && m_COAfericoes.Nada()) {
-        m_COAfericoes = Novo<COAfericoes>();
-        Liga(m_COAfericoes->Alterado(), &frmEquipSensores::m_COAfericoes_Alterado);
-        if (!m_COAfericoes->Carrega(m_Sensor, ztListaAfericao, m_Detalhes)) {
+    if (atual == AbaAfericoes && !m_AfericoesCarregadas) {
+        if (m_COAfericoes.Nada()) { // the one whose load failed has given the list its columns
+            m_COAfericoes = Novo<COAfericoes>();
+            Liga(m_COAfericoes->Alterado(), &frmEquipSensores::m_COAfericoes_Alterado);
+        }
+        m_AfericoesCarregadas = m_COAfericoes->Carrega(m_Sensor, ztListaAfericao, m_Detalhes);
+        if (!m_AfericoesCarregadas) {
             m_COAfericoes = nullptr;
         }
     }

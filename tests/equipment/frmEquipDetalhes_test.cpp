@@ -796,6 +796,33 @@ TEST_F(PaginasDeListaTeste, PageSensores_OnItsFirstVisit_LoadsTheSensorsOnce)
     });
 }
 
+TEST_F(PaginasDeListaTeste, PageLists_AfterALoadThatFailed_AreLoadedOnTheNextVisitWithTheirColumnsOnce)
+{
+    struct {
+        const char *Tipo;
+        std::int16_t Pagina;
+        const char *Lista;
+        std::size_t Colunas;
+    } const casos[] = {{"C", 2, "ztListaSensor", 3}, {"A", 3, "ztListaAfericao", 6}};
+    for (const auto &caso : casos) {
+        SCOPED_TRACE(caso.Lista);
+        Responde(ComSensores(caso.Tipo, {NovoSensor(51, 1, "Pista norte")}));
+        Edita([&](Pessoa &p) {
+            const auto lista = p.Acha<ztList>(caso.Lista);
+            host->FalhaEm("Plataforma.Ponteiro");
+            EXPECT_TRUE(p.Abre("sstDados", caso.Pagina));
+            EXPECT_TRUE(p.EscolheMenu(caso.Lista, "mnuZTLObjNovo")); // nobody listens: no form opens
+            EXPECT_TRUE(p.Abre("sstDados", 0));
+            EXPECT_TRUE(p.Abre("sstDados", caso.Pagina));
+            EXPECT_EQ(lista->Colunas().size(), caso.Colunas);
+            EXPECT_EQ(lista->NroItens(), caso.Pagina == 2 ? 1 : 0);
+            EXPECT_TRUE(PodeIncluir(p, caso.Lista));
+            Cancela(p);
+        });
+    }
+    EXPECT_EQ(host->Erros().size(), 2U);
+}
+
 TEST_F(PaginasDeListaTeste, PageAfericoes_OfAnEquipmentWithSensors_ShowsTheFirstOnesCalibrations)
 {
     Responde(ComSensores("A", {ComAfericoes(NovoSensor(51, 1, ""), {NovaAfericao(71, "N1"), NovaAfericao(72, "N2")}),

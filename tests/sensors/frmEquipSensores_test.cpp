@@ -460,6 +460,31 @@ TEST_F(frmEquipSensores_test, sstDados_Pages_FrameOfTheCurrentOneEnabled)
     }));
 }
 
+TEST_F(frmEquipSensores_test, sstDados_AfterALoadThatFailed_LoadsTheTabOnTheNextVisitWithItsColumnsOnce)
+{
+    PoeAfericao(sensor, 7, "01/01/2026", "31/12/2026");
+    EXPECT_FALSE(Edita(sensor->getClone(), [&](Pessoa &p) {
+        auto lista = p.Acha<ztList>("ztListaAfericao");
+        host->FalhaEm("Plataforma.Ponteiro");
+        FAZ(p, Abre("sstDados", 1));
+        EXPECT_EQ(host->Erros().size(), 1U);
+        EXPECT_EQ(lista->NroItens(), 0);
+        EXPECT_TRUE(p.EscolheMenu("ztListaAfericao", "mnuZTLObjNovo")); // nobody listens: no form opens
+        FAZ(p, Abre("sstDados", 0));
+        FAZ(p, Abre("sstDados", 1));
+        EXPECT_EQ(lista->NroItens(), 1);
+        EXPECT_EQ(lista->Colunas().size(), 6U);
+        EXPECT_FALSE(p.Acha("cmdOK")->Enabled());
+        host->Responde("Confirma a exclusão desta aferição?", true);
+        FAZ(p, ClicaLinha("ztListaAfericao", 1));
+        FAZ(p, EscolheMenu("ztListaAfericao", "mnuZTLObjExcluir"));
+        EXPECT_TRUE(p.Acha("cmdOK")->Enabled());
+        host->Responde(Descarte, true);
+        FAZ(p, Clica("cmdCancelar"));
+    }));
+    EXPECT_EQ(host->Erros().size(), 1U);
+}
+
 TEST_F(frmEquipSensores_test, sstDados_FirstVisit_LoadsTheCalibrationsOnce)
 {
     PoeAfericao(sensor, 7, "01/01/2026", "31/12/2026");
