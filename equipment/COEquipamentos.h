@@ -56,9 +56,7 @@ class COEquipamentos : public IModulo {
     template <class Procedimento, class... Args> Conexao Liga(Evento<Args...> &evento, Procedimento procedimento)
     {
         return evento.liga([fraca = RefFraca<COEquipamentos>(Eu(*this)), procedimento](Args... args) {
-            if (Ref<COEquipamentos> eu = fraca.Alvo()) {
-                ((*eu).*procedimento)(args...);
-            }
+            ((*fraca.Alvo()).*procedimento)(args...);
         });
     }
 

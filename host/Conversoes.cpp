@@ -563,7 +563,7 @@ std::string Format(double valor, std::string_view figura)
                 resultado += digitos.Decimais[decimal++];
         } else {
             // The first place takes all digits that the others have no room for.
-            for (; faltam >= lugares && faltam > 0; --faltam) {
+            for (; faltam >= lugares; --faltam) {
                 resultado += digitos.Inteiros[digitos.Inteiros.size() - faltam];
                 if (f.Milhares && faltam > 1 && faltam % 3 == 1)
                     resultado += '.';

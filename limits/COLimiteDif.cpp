@@ -79,11 +79,8 @@ void COLimiteDif::LigaEventos()
     m_Conexoes.clear();
     RefFraca<COLimiteDif> fraca = Eu(*this);
     auto liga = [&]<class... Args>(Evento<Args...> &evento, auto procedimento) {
-        m_Conexoes.push_back(evento.liga([fraca, procedimento](Args... args) {
-            if (Ref<COLimiteDif> eu = fraca.Alvo()) {
-                ((*eu).*procedimento)(args...);
-            }
-        }));
+        m_Conexoes.push_back(
+            evento.liga([fraca, procedimento](Args... args) { ((*fraca.Alvo()).*procedimento)(args...); }));
     };
     Ref<IztList> lista = m_ZtList.Alvo();
     liga(lista->GotFocus(), &COLimiteDif::m_ZtList_GotFocus);

@@ -49,11 +49,8 @@ void COAfericoes::LigaEventos()
     m_Conexoes.clear();
     RefFraca<COAfericoes> fraca = Eu(*this);
     auto liga = [&]<class... Args>(Evento<Args...> &evento, auto procedimento) {
-        m_Conexoes.push_back(evento.liga([fraca, procedimento](Args... args) {
-            if (Ref<COAfericoes> eu = fraca.Alvo()) {
-                ((*eu).*procedimento)(args...);
-            }
-        }));
+        m_Conexoes.push_back(
+            evento.liga([fraca, procedimento](Args... args) { ((*fraca.Alvo()).*procedimento)(args...); }));
     };
     Ref<IztList> lista = m_ZtList.Alvo();
     liga(lista->GotFocus(), &COAfericoes::m_ZtList_GotFocus);

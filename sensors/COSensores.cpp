@@ -43,11 +43,8 @@ void COSensores::LigaEventos()
     m_Conexoes.clear();
     RefFraca<COSensores> fraca = Eu(*this);
     auto liga = [&]<class... Args>(Evento<Args...> &evento, auto procedimento) {
-        m_Conexoes.push_back(evento.liga([fraca, procedimento](Args... args) {
-            if (Ref<COSensores> eu = fraca.Alvo()) {
-                ((*eu).*procedimento)(args...);
-            }
-        }));
+        m_Conexoes.push_back(
+            evento.liga([fraca, procedimento](Args... args) { ((*fraca.Alvo()).*procedimento)(args...); }));
     };
     Ref<IztList> lista = m_ZtList.Alvo();
     liga(lista->GotFocus(), &COSensores::m_ZtList_GotFocus);

@@ -87,11 +87,8 @@ class Formulario : public IForm {
     template <class Form, class... Args> void Liga(Evento<Args...> &evento, void (Form::*procedimento)(Args...))
     {
         RefFraca<Form> fraca = Eu(static_cast<Form &>(*this));
-        m_Conexoes.push_back(evento.liga([fraca, procedimento](Args... args) {
-            if (Ref<Form> form = fraca.Alvo()) {
-                ((*form).*procedimento)(args...);
-            }
-        }));
+        m_Conexoes.push_back(
+            evento.liga([fraca, procedimento](Args... args) { ((*fraca.Alvo()).*procedimento)(args...); }));
     }
 
     // A reference to this form, for handing it on.

@@ -76,6 +76,9 @@ Ref<ItemMenuModulo> MenusGeral::Procura(const ItensMenu &aItens, const Valor &vC
     if (EhNumerico(vChave)) {
         return NaPosicao(aItens, vChave);
     }
+    if (vChave.EhNulo()) { // equals no name
+        return {};
+    }
     const std::string nome = vChave.CStr();
     for (std::size_t posicao = 1; posicao < aItens.size(); ++posicao) {
         if (aItens[posicao]->Name == nome) {

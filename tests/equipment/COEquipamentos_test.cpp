@@ -119,14 +119,12 @@ class COEquipamentosTeste : public JanelaTeste {
     void SetUp() override
     {
         JanelaTeste::SetUp();
-        host->Atende<EquiptoED>("EquiptoRN", "consulta", [](const Ref<EquiptoED> &pedido) {
-            return Resposta(Registro(pedido->NroIntEquip));
-        });
+        host->Atende<EquiptoED>("EquiptoRN", "consulta",
+                                [](const Ref<EquiptoED> &pedido) { return Resposta(Registro(pedido->NroIntEquip)); });
         for (const char *metodo : {"altera", "desativa", "reativa"}) {
             host->Atende<EquiptoED>("EquiptoRN", metodo, [](const Ref<EquiptoED> &) { return Resposta(); });
         }
-        host->Atende<EquiptoED>("EquiptoRN", "inclui",
-                                [](const Ref<EquiptoED> &) { return Resposta(Registro(103)); });
+        host->Atende<EquiptoED>("EquiptoRN", "inclui", [](const Ref<EquiptoED> &) { return Resposta(Registro(103)); });
         for (const char *metodo : {"listaLimiteDif", "listaDiaEspecifico"}) {
             host->Servico("EquiptoRN", metodo, [](const Ref<::Registro> &) { return Resposta(Novo<EquiptoED>()); });
         }
@@ -256,6 +254,7 @@ class COEquipamentosTeste : public JanelaTeste {
 TEST_F(COEquipamentosTeste, Modulo_OfTheList_IsEquipamentos)
 {
     EXPECT_EQ(Novo<COEquipamentos>()->Modulo(), "Equipamentos");
+    EXPECT_EQ(Novo<COEquipamentos>()->NomeTipo(), "COEquipamentos");
 }
 
 TEST_F(COEquipamentosTeste, ExigeCampo_OfAnyName_IsFalse)

@@ -5,6 +5,7 @@
 #include "shell/ModGeral.h"
 #include "tests/equipment/CenarioEquipDetalhes.h"
 #include "tests/support/FalhaLancada.h"
+#include "tests/support/InterfaceQueFalha.h"
 #include "tests/support/RetratoForm.h"
 
 #include <algorithm>
@@ -1001,6 +1002,21 @@ TEST_F(frmEquipDetalhesTeste, CarregaEdicaoAndCarregaDetalhes_WhenAStepFails_Rep
     EXPECT_EQ(host->Erros().back().Contexto, "frmEquipDetalhes.CarregaDetalhes");
     EXPECT_EQ(host->Erros().back().Fonte, "goMensagem.PreparaDetalhes");
     EXPECT_EQ(host->Tela->NroForms(), 0);
+}
+
+TEST_F(frmEquipDetalhesTeste, CarregaDetalhes_WhenTheHostFailsBehindAFormOnTheScreen_LeavesTheFormWhole)
+{
+    Responde(NovoED("C"));
+    geral->ObjInterface = Novo<InterfaceQueFalha>();
+    form->CarregaDetalhes(7, false);
+    ASSERT_EQ(host->Erros().size(), 1U);
+    EXPECT_EQ(host->Erros()[0].Contexto, "frmEquipDetalhes.CarregaDetalhes");
+    EXPECT_EQ(host->Erros()[0].Fonte, "ObjInterface < Geral.FormShow");
+    EXPECT_TRUE(form->Visible());
+    Pessoa pessoa(form, host->Tela);
+    EXPECT_TRUE(pessoa.Clica("cmdCancelar")); // it still has its equipment to ask
+    EXPECT_FALSE(form->Visible());
+    EXPECT_EQ(host->Erros().size(), 1U);
 }
 
 TEST_F(frmEquipDetalhesTeste, MostraDados_ThatFails_GrowsThePath)

@@ -562,4 +562,22 @@ TEST(Conversoes, TextWithoutYear_IsInThePresentYear)
     EXPECT_TRUE(data == DataDe(12, 5, antes) || data == DataDe(12, 5, depois));
 }
 
+TEST(Conversoes, CDbl_OfADouble_IsThatNumber)
+{
+    EXPECT_EQ(CDbl(-2.5), -2.5);
+}
+
+TEST(Conversoes, OfNegativeBits_IsTheNegativeNumber)
+{
+    EXPECT_EQ(CInt("-&H10"), -16);
+    EXPECT_EQ(CLng("-&H10"), -16);
+    EXPECT_EQ(NumeroDaFalha([] { CByte("-&H10"); }), 6);
+}
+
+TEST(Conversoes, Format_OfSecondsBehindTheHour_IsTheSeconds)
+{
+    EXPECT_EQ(Format(CDate("05/03/2024 14:07:09"), "hh:ss"), "14:09");
+    EXPECT_EQ(Format(CDate("05/03/2024 14:07:09"), "hh:ss mm"), "14:09 03");
+}
+
 } // namespace

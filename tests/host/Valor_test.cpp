@@ -117,4 +117,13 @@ TEST(Valor, Comparison_OfValues_MindsTheirType)
     EXPECT_FALSE(Valor() == Valor(Valor::Nulo{}));
 }
 
+TEST(Valor, Comparison_OfNullsAndOfVariables_IsOfWhatTheyStandFor)
+{
+    EXPECT_TRUE(Valor(Valor::Nulo{}) == Valor(Valor::Nulo{}));
+    Ref<Objeto> variavel;
+    Ref<Objeto> outra;
+    EXPECT_TRUE(Valor::PorReferencia(variavel) == Valor::PorReferencia(variavel));
+    EXPECT_FALSE(Valor::PorReferencia(variavel) == Valor::PorReferencia(outra));
+}
+
 } // namespace

@@ -202,6 +202,7 @@ const std::string PerguntaPorTipo[] = {"", "Confirma a exclusão deste Limite Di
 
 TEST_F(COLimiteDifTeste, DescrModulo_OfEachTipo_IsTheLabelOfTheKind)
 {
+    EXPECT_EQ(controlador->NomeTipo(), "COLimiteDif");
     EXPECT_EQ(controlador->DescrModulo(), "");
     Lista(Novo<EquiptoED>());
     struct {

@@ -1193,4 +1193,12 @@ TEST_F(frmLimitesDifDetalhesTeste, sstDados_Click_ThatFails_RaisesWithItsShortTa
     EXPECT_TRUE(host->Erros().empty());
 }
 
+TEST_F(frmLimitesDifDetalhesTeste, MontaTela_OfAKindThatIsNone_AddsNoEndingToTheCaption)
+{
+    EXPECT_FALSE(Inclui(4, [this](Pessoa &p) {
+        EXPECT_EQ(form->Caption(), "Novo");
+        EXPECT_TRUE(p.Clica("cmdCancelar"));
+    }));
+}
+
 } // namespace

@@ -70,4 +70,9 @@ TEST_F(CVORPesqEquipTeste, ConsultaAfericaoVigente_Called_Refuses)
     });
 }
 
+TEST_F(CVORPesqEquipTeste, NomeTipo_IsTheClassThatOtherModulesKnow)
+{
+    EXPECT_EQ(Pesquisa.NomeTipo(), "CVORPesqEquip");
+}
+
 } // namespace

@@ -528,4 +528,9 @@ TEST_F(CVorEquipTeste, SelecionaEquipamento_WithEachCallFailing_TellsItOnceAndWo
     EXPECT_GT(n, 15);
 }
 
+TEST_F(CVorEquipTeste, NomeTipo_IsTheClassThatOtherModulesKnow)
+{
+    EXPECT_EQ(CVorEquip().NomeTipo(), "CVorEquip");
+}
+
 } // namespace

@@ -962,6 +962,23 @@ TEST_F(frmListaTeste, Form_Resize_OfAWindowThatSelects_PutsTheButtonsAtTheFootOf
     });
 }
 
+TEST_F(frmListaTeste, Form_Resize_WhenAControlFails_ReportsUnderItsName)
+{
+    Seleciona([&](Pessoa &pessoa) {
+        const Ref<IControle> ok = pessoa.Acha("cmdOK");
+        {
+            const Conexao falha = ComoBase(ok)->Mudou().liga([] { throw Falha(51); });
+            ListaDe(pessoa)->DefineLeft(15);
+            form->Redimensionada();
+        }
+        ASSERT_EQ(host->Erros().size(), 1U);
+        EXPECT_EQ(host->Erros()[0].Contexto, "frmLista.Form_Resize");
+        EXPECT_EQ(host->Erros()[0].Numero, 51);
+        EXPECT_TRUE(form->Visible());
+        pessoa.Clica("cmdCancelar");
+    });
+}
+
 TEST_F(frmListaTeste, Form_Resize_OfAWindowFromTheMenu_MovesNothing)
 {
     Pessoa pessoa = AbreDoMenu();

@@ -64,6 +64,7 @@ class COAfericoes_test : public CenarioSensores {
 
 TEST_F(COAfericoes_test, Carrega_SixColumns_ConfiguredWithTitleWidthAndMark)
 {
+    EXPECT_EQ(controlador->NomeTipo(), "COAfericoes");
     EXPECT_TRUE(Carrega());
 
     struct Esperada {

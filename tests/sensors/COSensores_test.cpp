@@ -54,6 +54,7 @@ class COSensores_test : public CenarioSensores {
 
 TEST_F(COSensores_test, Carrega_ThreeColumns_ConfiguredWithTitleWidthAndNoMark)
 {
+    EXPECT_EQ(controlador->NomeTipo(), "COSensores");
     EXPECT_TRUE(Carrega());
 
     struct Esperada {

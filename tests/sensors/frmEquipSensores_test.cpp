@@ -5,6 +5,7 @@
 #include "controls/ztEndereco.h"
 #include "controls/ztMask.h"
 #include "tests/sensors/CenarioSensores.h"
+#include "tests/support/InterfaceQueFalha.h"
 
 namespace {
 
@@ -679,6 +680,22 @@ TEST_F(frmEquipSensores_test, cmdAjuda_Pressed_NothingHappens)
         EXPECT_TRUE(Aberta(Janela)->Visible());
         FAZ(p, Clica("cmdCancelar"));
     }));
+}
+
+TEST_F(frmEquipSensores_test, CarregaDetalhes_WhenTheHostFailsBehindAFormOnTheScreen_LeavesTheFormWhole)
+{
+    auto form = Novo<frmEquipSensores>();
+    geral->ObjInterface = Novo<InterfaceQueFalha>();
+    form->CarregaDetalhes(sensor->getClone());
+    ASSERT_EQ(host->Erros().size(), 1U);
+    EXPECT_EQ(host->Erros()[0].Contexto, "frmEquipSensores.CarregaDetalhes");
+    EXPECT_EQ(host->Erros()[0].Fonte, "ObjInterface < Geral.FormShow");
+    EXPECT_TRUE(form->Visible());
+    Pessoa pessoa(form, host->Tela);
+    FAZ(pessoa, Abre("sstDados", 1)); // its page still has the sensor to load from
+    FAZ(pessoa, Clica("cmdCancelar"));
+    EXPECT_FALSE(form->Visible());
+    EXPECT_EQ(host->Erros().size(), 1U);
 }
 
 } // namespace

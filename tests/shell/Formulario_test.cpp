@@ -12,6 +12,18 @@ namespace {
 
 using Linhas = std::vector<std::string>;
 
+// A form without events of its own.
+class FormSimples : public Formulario {
+  public:
+    std::string_view NomeTipo() const override { return "frmSimples"; }
+    using Formulario::Carregar;
+    using Formulario::Descarregar;
+
+  protected:
+    void CriaControles() override { DefineTamanho(4000, 2000); }
+    std::string CaptionDeProjeto() const override { return "Simples"; }
+};
+
 class FormularioTeste : public HostTeste {
   protected:
     void TearDown() override
@@ -248,6 +260,21 @@ TEST_F(FormularioTeste, Ativada_WithoutShell_RaisesItsOwnEventOnly)
     form->Carregar();
     form->Ativada();
     EXPECT_EQ(form->Eventos, (Linhas{"Activate"}));
+}
+
+TEST_F(FormularioTeste, WindowEvents_OfAFormWithoutHandlers_ChangeNothing)
+{
+    auto simples = Novo<FormSimples>();
+    EXPECT_FALSE(simples->MDIChild());
+    simples->Carregar();
+    simples->Ativada();
+    simples->Redimensionada();
+    simples->Desativada();
+    EXPECT_EQ(simples->Width(), 4000);
+    EXPECT_EQ(simples->Height(), 2000);
+    EXPECT_EQ(simples->Caption(), "Simples");
+    simples->Descarregar();
+    EXPECT_EQ(host->Tela->NroForms(), 0);
 }
 
 } // namespace

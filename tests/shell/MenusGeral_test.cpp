@@ -190,6 +190,14 @@ TEST_F(MenusGeralTeste, Item_ByName_IsTheFirstOfExactlyThatName)
     EXPECT_EQ(Menus().ItemAuxiliar("mnuLimites")->Band, "popEquip");
 }
 
+TEST_F(MenusGeralTeste, Item_ByADateANullOrAnObject_IsByNoPosition)
+{
+    Menus().aMenu.push_back(ItemDeMenu("01/01/1900", "bndArquivo"));
+    EXPECT_EQ(Menus().Item(DataDe(1, 1, 1900))->Band, "bndArquivo"); // day 2, but a date is a name
+    EXPECT_TRUE(Menus().Item(Valor(Valor::Nulo{})).Nada());
+    EXPECT_EQ(FalhaLancada([&] { Menus().Item(Valor(host->ActBar)); }).Numero, 438);
+}
+
 TEST_F(MenusGeralTeste, Item_AfterTheShellEnded_IsNothing)
 {
     geral->Encerra();

@@ -39,11 +39,13 @@ TEST(clsParametro, Fresh_NameAndValueAreEmpty)
     clsParametro parametro;
     EXPECT_EQ(parametro.Nome, "");
     EXPECT_EQ(parametro.Valor, "");
+    EXPECT_EQ(parametro.NomeTipo(), "clsParametro");
 }
 
 TEST(clsListaParametros, Count_OfFreshList_IsZero)
 {
     EXPECT_EQ(Novo<clsListaParametros>()->Count(), 0);
+    EXPECT_EQ(Novo<clsListaParametros>()->NomeTipo(), "clsListaParametros");
 }
 
 TEST(clsListaParametros, Add_NewName_AnswersTheParameterAndKeepsTheOrder)
