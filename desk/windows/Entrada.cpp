@@ -30,6 +30,7 @@ Entrada::Entrada(Ref<Servicos> servicos, QWidget *dono)
     m_Senha->setEchoMode(QLineEdit::Password);
     m_Aviso->setWordWrap(true);
     m_Aviso->setObjectName("aviso");
+    m_Aviso->setStyleSheet("color: #a4161a");
 
     auto *marca = new QLabel(this);
     marca->setPixmap(QIcon(":/icones/equipamentos.svg").pixmap(56, 56));
@@ -41,7 +42,7 @@ Entrada::Entrada(Ref<Servicos> servicos, QWidget *dono)
     auto *campos = new QFormLayout;
     campos->addRow("&Usuário:", m_Usuario);
     campos->addRow("&Senha:", m_Senha);
-    auto *sair = new QPushButton("&Sair", this);
+    auto *sair = new QPushButton("Sai&r", this);
     sair->setAutoDefault(false);
     auto *botoes = new QHBoxLayout;
     botoes->addStretch(1);

@@ -1,6 +1,7 @@
 #include "desk/windows/JanelaForm.h"
 
 #include "desk/services/SessaoServico.h"
+#include "desk/windows/Mnemonicas.h"
 #include "desk/windows/RenderLista.h"
 #include "desk/windows/RenderizadoresEscolha.h"
 #include "desk/windows/RenderizadoresSimples.h"
@@ -10,8 +11,11 @@
 #include <QIcon>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QPushButton>
 #include <QUiLoader>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace {
 
@@ -61,6 +65,12 @@ void JanelaForm::CarregaLeiaute()
 
 void JanelaForm::LigaControles()
 {
+    std::vector<QWidget *> doLeiaute;
+    for (QWidget *widget = nextInFocusChain(); widget != this; widget = widget->nextInFocusChain()) {
+        if (isAncestorOf(widget)) {
+            doLeiaute.push_back(widget);
+        }
+    }
     for (const Ref<IControle> &controle : m_Form->Controles()) {
         auto *widget = findChild<QWidget *>(NomeDoWidget(*controle));
         if (widget == nullptr) {
@@ -76,6 +86,35 @@ void JanelaForm::LigaControles()
     }
     for (Renderizador *renderizador : m_Renderizadores) {
         renderizador->Atualiza();
+    }
+    OrdenaTab(doLeiaute);
+    Mnemonicas livres;
+    livres.Toma(*this);
+    for (Renderizador *renderizador : m_Renderizadores) {
+        renderizador->RecebeMnemonicas(livres);
+    }
+}
+
+// doLeiaute: the order before any control made parts for itself, which stand where the control stands.
+void JanelaForm::OrdenaTab(const std::vector<QWidget *> &doLeiaute)
+{
+    std::vector<QWidget *> ordem;
+    const auto inclui = [&](QWidget *widget) {
+        if (widget->focusPolicy() & Qt::TabFocus) {
+            ordem.push_back(widget);
+        }
+    };
+    for (QWidget *widget : doLeiaute) {
+        for (const Renderizador *renderizador : m_Renderizadores) {
+            if (renderizador->Widget() == widget) {
+                const std::vector<QWidget *> partes = renderizador->Partes();
+                std::for_each(partes.begin(), partes.end(), inclui);
+            }
+        }
+        inclui(widget);
+    }
+    for (std::size_t n = 1; n < ordem.size(); ++n) {
+        setTabOrder(ordem[n - 1], ordem[n]);
     }
 }
 
@@ -147,6 +186,16 @@ void JanelaForm::Encerra()
     deleteLater();
 }
 
+// A button that is part of a control, such as the picker's: the form knows nothing of it.
+QPushButton *JanelaForm::BotaoInterno() const
+{
+    auto *botao = qobject_cast<QPushButton *>(focusWidget());
+    const bool deControle =
+        std::any_of(m_Renderizadores.begin(), m_Renderizadores.end(),
+                    [&](const Renderizador *renderizador) { return renderizador->Widget() == botao; });
+    return deControle ? nullptr : botao;
+}
+
 // The person closes the window: the platform asks the form, and comes back through Encerra when it has gone.
 void JanelaForm::closeEvent(QCloseEvent *evento)
 {
@@ -161,6 +210,10 @@ void JanelaForm::keyPressEvent(QKeyEvent *evento)
     switch (evento->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
+        if (QPushButton *botao = BotaoInterno(); botao != nullptr) {
+            botao->click();
+            break;
+        }
         m_AoRedor.NaBorda([this] { m_Pessoa.Enter(); });
         break;
     case Qt::Key_Escape:

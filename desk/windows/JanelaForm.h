@@ -10,6 +10,8 @@
 #include <functional>
 #include <vector>
 
+class QPushButton;
+
 // What the window of a form needs of the desk around it.
 struct AoRedorDoForm {
     Borda NaBorda;
@@ -40,8 +42,10 @@ class JanelaForm : public QWidget {
   private:
     void CarregaLeiaute();
     void LigaControles();
+    void OrdenaTab(const std::vector<QWidget *> &doLeiaute);
     Renderizador *FazRenderizador(const Ref<IControle> &controle, QWidget *widget);
     void MostraForm();
+    QPushButton *BotaoInterno() const;
 
     Ref<IForm> m_Form;
     AoRedorDoForm m_AoRedor;

@@ -6,6 +6,7 @@
 #include "shell/ModGeral.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QDialog>
 #include <QFile>
@@ -94,6 +95,11 @@ void Mesa::MontaMenus()
     m_Consulta->setShortcut(QKeySequence("Ctrl+3"));
     connect(m_Consulta, &QAction::triggered, this, [this] { NaBorda([this] { AbreConsulta(); }); });
     equipamentos->addSeparator();
+    m_Renovar = equipamentos->addAction(QIcon(":/icones/atualizar.svg"), "");
+    m_Renovar->setObjectName("renovarReplica");
+    m_Renovar->setShortcut(QKeySequence("Ctrl+R"));
+    m_Renovar->setVisible(false);
+    connect(m_Renovar, &QAction::triggered, this, [this] { NaBorda([this] { AtualizaReplica(); }); });
     m_Sair = equipamentos->addAction(QIcon(":/icones/sair.svg"), "&Trocar de usuário...");
     m_Sair->setObjectName("trocarUsuario");
     connect(m_Sair, &QAction::triggered, this, [this] {
@@ -106,22 +112,9 @@ void Mesa::MontaMenus()
     encerrar->setShortcut(QKeySequence("Ctrl+Q"));
     connect(encerrar, &QAction::triggered, this, &QWidget::close);
 
-    m_MenuJanela = menuBar()->addMenu("&Janela");
-    connect(m_MenuJanela, &QMenu::aboutToShow, this, [this] {
-        m_MenuJanela->clear();
-        m_MenuJanela->addAction("Lado a &lado", m_Area, &QMdiArea::tileSubWindows);
-        m_MenuJanela->addAction("Em &cascata", m_Area, &QMdiArea::cascadeSubWindows);
-        m_MenuJanela->addAction("&Fechar todas", m_Area, &QMdiArea::closeAllSubWindows);
-        m_MenuJanela->addSeparator();
-        for (QMdiSubWindow *filha : m_Area->subWindowList()) {
-            QAction *acao = m_MenuJanela->addAction(filha->windowTitle());
-            acao->setCheckable(true);
-            acao->setChecked(filha == m_Area->activeSubWindow());
-            connect(acao, &QAction::triggered, m_Area, [this, filha] { m_Area->setActiveSubWindow(filha); });
-        }
-    });
+    MontaMenuJanela();
 
-    QMenu *ajuda = menuBar()->addMenu("A&juda");
+    QMenu *ajuda = menuBar()->addMenu("Aj&uda");
     QAction *manual = ajuda->addAction(QIcon(":/icones/ajuda.svg"), "&Manual do operador");
     manual->setShortcut(QKeySequence("F1"));
     connect(manual, &QAction::triggered, this, [this] { MostraAjuda(""); });
@@ -136,6 +129,33 @@ void Mesa::MontaMenus()
     barra->addAction(m_Consulta);
 }
 
+void Mesa::MontaMenuJanela()
+{
+    m_MenuJanela = menuBar()->addMenu("&Janela");
+    m_MenuJanela->addAction("Lado a &lado", m_Area, &QMdiArea::tileSubWindows);
+    m_MenuJanela->addAction("Em &cascata", m_Area, &QMdiArea::cascadeSubWindows);
+    m_MenuJanela->addSeparator();
+    m_MenuJanela->addAction("&Próxima", QKeySequence("Ctrl+F6"), m_Area, &QMdiArea::activateNextSubWindow);
+    m_MenuJanela->addAction("&Anterior", QKeySequence("Ctrl+Shift+F6"), m_Area, &QMdiArea::activatePreviousSubWindow);
+    m_MenuJanela->addSeparator();
+    m_MenuJanela->addAction("&Fechar", m_Area, &QMdiArea::closeActiveSubWindow);
+    m_MenuJanela->addAction("Fechar &todas", m_Area, &QMdiArea::closeAllSubWindows);
+    m_MenuJanela->addSeparator();
+    const qsizetype fixas = m_MenuJanela->actions().size();
+    connect(m_MenuJanela, &QMenu::aboutToShow, this, [this, fixas] {
+        for (QAction *antiga : m_MenuJanela->actions().mid(fixas)) {
+            delete antiga;
+        }
+        int numero = 0;
+        for (QMdiSubWindow *filha : m_Area->subWindowList()) {
+            QAction *acao = m_MenuJanela->addAction(QString("&%1 %2").arg(++numero).arg(filha->windowTitle()));
+            acao->setCheckable(true);
+            acao->setChecked(filha == m_Area->activeSubWindow());
+            connect(acao, &QAction::triggered, m_Area, [this, filha] { m_Area->setActiveSubWindow(filha); });
+        }
+    });
+}
+
 void Mesa::MontaEstado()
 {
     m_Usuario = new QLabel(this);
@@ -145,6 +165,7 @@ void Mesa::MontaEstado()
     m_Usuario->setObjectName("estadoUsuario");
     m_Cliente->setObjectName("estadoCliente");
     m_Replica->setObjectName("estadoReplica");
+    m_Forcar->setObjectName("estadoForcar");
     m_Forcar->setFlat(true);
     m_Forcar->hide();
     statusBar()->addWidget(m_Usuario);
@@ -195,6 +216,7 @@ void Mesa::Sai()
     m_Cliente->clear();
     m_Replica->clear();
     m_Forcar->hide();
+    m_Renovar->setVisible(false);
 }
 
 void Mesa::HabilitaFerramentas()
@@ -216,6 +238,8 @@ void Mesa::MostraReplica()
     m_Replica->setText(Q(dadosAte));
     m_Forcar->setText(Q(forcar));
     m_Forcar->setVisible(oferece);
+    m_Renovar->setText(Q(forcar));
+    m_Renovar->setVisible(oferece);
 }
 
 void Mesa::AtualizaReplica()
@@ -231,13 +255,16 @@ void Mesa::AbreConsulta()
         nullptr);
     QMdiSubWindow *filha = m_Area->addSubWindow(consulta);
     filha->setAttribute(Qt::WA_DeleteOnClose);
+    filha->setWindowIcon(consulta->windowIcon());
     filha->setGeometry(60, 20, 560, 600);
     filha->show();
 }
 
 void Mesa::MostraAjuda(const std::string &)
 {
-    auto *janela = new QDialog(this);
+    // A modal window lets only those be used that stand in front of it.
+    QWidget *modal = QApplication::activeModalWidget();
+    auto *janela = new QDialog(modal != nullptr ? modal : this);
     janela->setObjectName("Ajuda");
     janela->setAttribute(Qt::WA_DeleteOnClose);
     janela->setWindowTitle("Manual do operador");

@@ -46,6 +46,7 @@ class Mesa : public QMainWindow {
     void MontaEstado();
     QAction *AdicionaFerramenta(QMenu *menu, const QString &texto, const QString &nome);
     void HabilitaFerramentas();
+    void MontaMenuJanela();
     void MostraReplica();
     void AtualizaReplica();
     void AbreConsulta();
@@ -61,6 +62,7 @@ class Mesa : public QMainWindow {
     Ref<Geral> m_Geral;
     std::map<std::string, QAction *> m_Ferramentas;
     QAction *m_Consulta = nullptr;
+    QAction *m_Renovar = nullptr; // the offer of the status bar, for the keyboard
     QAction *m_Sair = nullptr;
     QMenu *m_MenuJanela = nullptr;
     QLabel *m_Usuario = nullptr;

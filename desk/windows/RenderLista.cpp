@@ -8,6 +8,7 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QIcon>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
 #include <QPushButton>
@@ -18,6 +19,7 @@
 namespace {
 
 constexpr int TwipsPorPixel = 15;
+constexpr const char *TextoOrdenar = "Ordenar por";
 
 // Menu keys that have a picture of their own; a key without one shows the general one.
 QIcon Icone(const std::string &chave)
@@ -28,13 +30,23 @@ QIcon Icone(const std::string &chave)
     return QIcon(QFile::exists(arquivo) ? arquivo : ":/icones/comando.svg");
 }
 
+// Lines of a caption without the blanks around each.
+QString Apara(const QString &texto)
+{
+    QStringList linhas = texto.split('\n');
+    for (QString &linha : linhas) {
+        linha = linha.trimmed();
+    }
+    return linhas.join('\n');
+}
+
 QToolButton *FazBotao(QWidget *dono)
 {
     auto *botao = new QToolButton(dono);
     botao->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     botao->setIconSize({20, 20});
     botao->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    botao->setFocusPolicy(Qt::NoFocus); // the list keeps the keyboard; its menu is reached by the menu key
+    botao->setFocusPolicy(Qt::NoFocus); // the list keeps the keyboard: Alt with the letter, or its menu, does the same
     return botao;
 }
 
@@ -107,7 +119,11 @@ RenderLista::RenderLista(Ref<IControle> controle, QWidget *widget, Borda borda, 
         connect(localizar, &QPushButton::clicked, this, [this] { Age([this] { Como<ztList>(*this).Localiza(); }); });
     }
     SegueFoco(m_Tabela);
-    widget->setFocusProxy(m_Tabela);
+}
+
+std::vector<QWidget *> RenderLista::Partes() const
+{
+    return {m_Tabela, m_Mais};
 }
 
 QWidget *RenderLista::AlvoDoFoco()
@@ -162,9 +178,41 @@ void RenderLista::MostraColunas()
     }
 }
 
+void RenderLista::RecebeMnemonicas(const Mnemonicas &livres)
+{
+    m_Livres = livres;
+    EscolheLetras();
+    MostraMenu();
+}
+
+// The list's own two buttons come first, so that their letters are the same whatever the commands are.
+void RenderLista::EscolheLetras()
+{
+    Mnemonicas livres = m_Livres;
+    for (QToolButton *botao : {m_Fechar, m_Ajuda}) {
+        const QString texto = botao->text().remove('&');
+        botao->setText(Mnemonicas::Marca(texto, livres.Acha(texto)));
+    }
+    m_Letras.clear();
+    const auto &menu = Como<ztList>(*this).Menu();
+    for (std::int32_t posicao = 1; posicao <= menu.Count(); ++posicao) {
+        if (const Ref<ItemMenu> &item = menu.Item(posicao); item->Visivel()) {
+            m_Letras[item->Chave()] = livres.Acha(Q(item->Texto()));
+        }
+    }
+}
+
 void RenderLista::MostraMenu()
 {
     const auto &menu = Como<ztList>(*this).Menu();
+    QStringList textos;
+    for (std::int32_t posicao = 1; posicao <= menu.Count(); ++posicao) {
+        textos << (menu.Item(posicao)->Visivel() ? Q(menu.Item(posicao)->Texto()) : QString());
+    }
+    if (textos != m_Textos) {
+        m_Textos = textos;
+        EscolheLetras();
+    }
     for (std::int32_t posicao = 1; posicao <= menu.Count(); ++posicao) {
         const Ref<ItemMenu> &item = menu.Item(posicao);
         QToolButton *&botao = m_Botoes[item->Chave()];
@@ -177,7 +225,7 @@ void RenderLista::MostraMenu()
             m_Comandos->addWidget(botao);
         }
         const std::string &texto = item->TextoBotao().empty() ? item->Texto() : item->TextoBotao();
-        botao->setText(Q(texto));
+        botao->setText(Mnemonicas::Marca(Apara(Q(texto)), m_Letras[item->Chave()]));
         botao->setToolTip(Q(item->Dica()));
         botao->setVisible(item->Visivel());
         botao->setEnabled(item->Utilizavel());
@@ -189,6 +237,7 @@ void RenderLista::AbreMenu(const QPoint &onde)
 {
     Age([this] { Como<ztList>(*this).OfereceMenu(); });
     QMenu menu(m_Tabela);
+    menu.setObjectName("menuDaLista");
     const auto &itens = Como<ztList>(*this).Menu();
     for (std::int32_t posicao = 1; posicao <= itens.Count(); ++posicao) {
         const Ref<ItemMenu> item = itens.Item(posicao);
@@ -198,14 +247,71 @@ void RenderLista::AbreMenu(const QPoint &onde)
         if (item->IniciaGrupo()) {
             menu.addSeparator();
         }
-        QAction *acao = menu.addAction(Icone(item->Chave()), Q(item->Texto()));
+        QAction *acao =
+            menu.addAction(Icone(item->Chave()), Mnemonicas::Marca(Q(item->Texto()), m_Letras[item->Chave()]));
         acao->setEnabled(item->Utilizavel());
         acao->setData(Q(item->Chave()));
     }
+    AdicionaOrdens(menu);
     const QPointer<RenderLista> vivo = this;
-    if (const QAction *escolhida = menu.exec(m_Tabela->viewport()->mapToGlobal(onde)); escolhida != nullptr && vivo) {
+    const QAction *escolhida = menu.exec(m_Tabela->viewport()->mapToGlobal(onde));
+    if (escolhida == nullptr || !vivo) {
+        return;
+    }
+    if (escolhida->data().typeId() == QMetaType::Int) {
+        Age([this, coluna = escolhida->data().toInt()] { Como<ztList>(*this).OrdenaPor(coluna); });
+    } else {
         Escolhe(S(escolhida->data().toString()));
     }
+}
+
+// The columns as the heading shows them, each under a digit.
+void RenderLista::AdicionaOrdens(QMenu &menu)
+{
+    const auto &lista = Como<ztList>(*this);
+    menu.addSeparator();
+    Mnemonicas livres;
+    for (const auto &[chave, letra] : m_Letras) {
+        livres.Toma(letra);
+    }
+    QMenu *ordens = menu.addMenu(Mnemonicas::Marca(TextoOrdenar, livres.Acha(TextoOrdenar)));
+    int numero = 0;
+    for (std::size_t coluna = 0; coluna < lista.Colunas().size(); ++coluna) {
+        const auto &descricao = lista.Colunas()[coluna];
+        if (descricao.Visivel && descricao.Largura > 0) {
+            QAction *acao = ordens->addAction(QString("&%1 %2").arg(++numero).arg(Q(descricao.Titulo)));
+            acao->setData(static_cast<int>(coluna) + 1);
+            acao->setCheckable(true);
+            acao->setChecked(lista.ColunaOrdem() == static_cast<int>(coluna) + 1);
+        }
+    }
+    ordens->setEnabled(numero > 0 && lista.NroItens() > 0);
+}
+
+bool RenderLista::eventFilter(QObject *objeto, QEvent *evento)
+{
+    if (objeto == m_Tabela && evento->type() == QEvent::KeyPress && Tecla(*static_cast<QKeyEvent *>(evento))) {
+        return true;
+    }
+    return Renderizador::eventFilter(objeto, evento);
+}
+
+// Keys that the table does not know, or takes for a way inside the row.
+bool RenderLista::Tecla(const QKeyEvent &tecla)
+{
+    const bool menu = tecla.key() == Qt::Key_Menu ||
+                      (tecla.key() == Qt::Key_F10 && tecla.modifiers() == Qt::KeyboardModifiers(Qt::ShiftModifier));
+    if (menu) {
+        const QModelIndex atual = m_Tabela->currentIndex();
+        AbreMenu(atual.isValid() ? m_Tabela->visualRect(atual).center() : QPoint());
+        return true;
+    }
+    if (tecla.modifiers() == Qt::NoModifier && (tecla.key() == Qt::Key_Home || tecla.key() == Qt::Key_End)) {
+        const int linha = tecla.key() == Qt::Key_Home ? 0 : m_Modelo->rowCount() - 1;
+        m_Tabela->setCurrentIndex(m_Modelo->index(linha, m_PrimeiraVisivel));
+        return true;
+    }
+    return false;
 }
 
 void RenderLista::Escolhe(const std::string &chave)

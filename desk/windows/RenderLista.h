@@ -1,31 +1,44 @@
 #pragma once
 
+#include "desk/windows/Mnemonicas.h"
 #include "desk/windows/Renderizador.h"
+
+#include <QStringList>
 
 #include <map>
 
 class ModeloLista;
 class QBoxLayout;
+class QKeyEvent;
 class QLabel;
+class QMenu;
 class QPushButton;
 class QTableView;
 class QToolButton;
 
 // The list: its title, rows, the side bar of commands that is also its context menu, the button for more rows, and the
-// search button of the criteria bar, which the form's layout holds under the list's name and "_localizar".
+// search button of the criteria bar, which the form's layout holds under the list's name and "_localizar". The context
+// menu comes by the mouse, the menu key and Shift+F10, and sorts by a column too.
 class RenderLista : public Renderizador {
   public:
     // fecha and ajuda: what the list's own two buttons do.
     RenderLista(Ref<IControle> controle, QWidget *widget, Borda borda, std::function<void()> fecha,
                 std::function<void()> ajuda);
 
+    std::vector<QWidget *> Partes() const override;
+    void RecebeMnemonicas(const Mnemonicas &livres) override;
+
   protected:
     void Mostra() override;
     QWidget *AlvoDoFoco() override;
+    bool eventFilter(QObject *objeto, QEvent *evento) override;
 
   private:
     void MostraColunas();
     void MostraMenu();
+    void EscolheLetras();
+    bool Tecla(const QKeyEvent &tecla);
+    void AdicionaOrdens(QMenu &menu);
     void AbreMenu(const QPoint &onde);
     void Escolhe(const std::string &chave);
 
@@ -40,4 +53,7 @@ class RenderLista : public Renderizador {
     QToolButton *m_Ajuda;
     std::int64_t m_Arranjo = -1;
     int m_PrimeiraVisivel = 0;
+    Mnemonicas m_Livres;
+    QStringList m_Textos; // of the commands that are seen, as the letters were chosen for them
+    std::map<std::string, QChar> m_Letras;
 };

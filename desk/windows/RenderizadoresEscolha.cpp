@@ -94,8 +94,8 @@ RenderEndereco::RenderEndereco(Ref<IControle> controle, QWidget *widget, Borda b
     grade->addWidget(m_Complemento, 2, 3);
     auto *botoes = new QHBoxLayout;
     botoes->addWidget(m_Atual, 1);
-    botoes->addWidget(m_Limpar);
     botoes->addWidget(m_Usar);
+    botoes->addWidget(m_Limpar);
     grade->addLayout(botoes, 3, 0, 1, 4);
     grade->setColumnStretch(3, 1);
 
@@ -116,7 +116,11 @@ RenderEndereco::RenderEndereco(Ref<IControle> controle, QWidget *widget, Borda b
     });
     m_MudouEndereco = Como<ztEndereco>(*this).EnderecoProprio()->Mudou().liga([this] { Atualiza(); });
     SegueFoco(m_Via);
-    widget->setFocusProxy(m_Municipio); // the first of its fields: those before the proxy are not in the tab order
+}
+
+std::vector<QWidget *> RenderEndereco::Partes() const
+{
+    return {m_Municipio, m_Via, m_Numero, m_Complemento, m_Usar, m_Limpar};
 }
 
 QWidget *RenderEndereco::AlvoDoFoco()
@@ -224,7 +228,11 @@ RenderClienteSetor::RenderClienteSetor(Ref<IControle> controle, QWidget *widget,
     connect(m_Setor, &QComboBox::activated, this, [this] { Escolhe(); });
     SegueFoco(m_Cliente);
     SegueFoco(m_Setor);
-    widget->setFocusProxy(m_Cliente);
+}
+
+std::vector<QWidget *> RenderClienteSetor::Partes() const
+{
+    return {m_Cliente, m_Setor};
 }
 
 QWidget *RenderClienteSetor::AlvoDoFoco()

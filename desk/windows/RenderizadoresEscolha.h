@@ -19,6 +19,8 @@ class RenderEndereco : public Renderizador {
   public:
     RenderEndereco(Ref<IControle> controle, QWidget *widget, Borda borda);
 
+    std::vector<QWidget *> Partes() const override;
+
   protected:
     void Mostra() override;
     QWidget *AlvoDoFoco() override;
@@ -47,6 +49,8 @@ class RenderEndereco : public Renderizador {
 class RenderClienteSetor : public Renderizador {
   public:
     RenderClienteSetor(Ref<IControle> controle, QWidget *widget, Borda borda, std::vector<ClienteCadastrado> clientes);
+
+    std::vector<QWidget *> Partes() const override;
 
   protected:
     void Mostra() override;

@@ -21,6 +21,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QShortcut>
 #include <QTabBar>
 #include <QTabWidget>
 
@@ -101,6 +102,19 @@ RenderAbas::RenderAbas(Ref<IControle> controle, QWidget *widget, Borda borda)
         Age([this, pagina] { Como<SSTab>(*this).Abre(static_cast<std::int16_t>(pagina)); });
     });
     SegueFoco(abas->tabBar());
+    new QShortcut(QKeySequence("Ctrl+PgDown"), abas, [this] { Anda(1); });
+    new QShortcut(QKeySequence("Ctrl+PgUp"), abas, [this] { Anda(-1); });
+}
+
+void RenderAbas::Anda(int passo)
+{
+    auto *abas = qobject_cast<QTabWidget *>(Widget());
+    for (int pagina = abas->currentIndex() + passo; pagina >= 0 && pagina < abas->count(); pagina += passo) {
+        if (abas->isTabEnabled(pagina) && abas->isTabVisible(pagina)) {
+            abas->setCurrentIndex(pagina);
+            return;
+        }
+    }
 }
 
 void RenderAbas::Mostra()

@@ -16,6 +16,7 @@
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPushButton>
+#include <QScreen>
 #include <QShortcut>
 #include <QVBoxLayout>
 
@@ -24,6 +25,7 @@ namespace {
 constexpr double PassoDoZoom = 1.25;
 constexpr double MenorZoom = 0.2;
 constexpr double MaiorZoom = 5.0;
+constexpr double ParteDaTela = 0.9;
 
 } // namespace
 
@@ -37,12 +39,16 @@ VisorPDF::VisorPDF(QWidget *dono)
 {
     setObjectName("VisorPDF");
     setWindowFlag(Qt::WindowMaximizeButtonHint);
-    resize(1080, 900);
+    resize(QSize(1080, 900).boundedTo(screen()->availableSize() * ParteDaTela));
     m_Visao->setDocument(m_Documento);
     m_Visao->setPageMode(QPdfView::PageMode::MultiPage);
     m_Visao->setZoomMode(QPdfView::ZoomMode::FitToWidth);
     m_Busca->setDocument(m_Documento);
-    m_Procurado->setMinimumWidth(200);
+    m_Visao->setObjectName("paginas");
+    m_Visao->setFocusPolicy(Qt::StrongFocus);
+    m_Procurado->setObjectName("procurado");
+    m_Achados->setObjectName("achados");
+    m_Procurado->setMinimumWidth(120);
     m_Procurado->setPlaceholderText("Procurar no documento");
     m_Procurado->setAccessibleName("Procurar no documento");
     m_Procurado->setClearButtonEnabled(true);
@@ -76,8 +82,13 @@ VisorPDF::VisorPDF(QWidget *dono)
     });
     connect(m_Procurado, &QLineEdit::returnPressed, this, [this] { Procura(1); });
     new QShortcut(QKeySequence::Find, this, [this] { m_Procurado->setFocus(); });
+    new QShortcut(QKeySequence("F3"), this, [this] { Procura(1); });
+    new QShortcut(QKeySequence("Shift+F3"), this, [this] { Procura(-1); });
+    new QShortcut(QKeySequence::Print, this, [this] { Imprime(); });
+    new QShortcut(QKeySequence::Save, this, [this] { SalvaComo(); });
     new QShortcut(QKeySequence::ZoomIn, this, [this] { MudaZoom(PassoDoZoom); });
     new QShortcut(QKeySequence::ZoomOut, this, [this] { MudaZoom(1 / PassoDoZoom); });
+    m_Visao->setFocus();
 }
 
 VisorPDF::~VisorPDF()
@@ -108,6 +119,9 @@ void VisorPDF::MudaZoom(double fator)
 
 void VisorPDF::Procura(int passo)
 {
+    for (int pagina = 0; pagina < m_Documento->pageCount(); ++pagina) {
+        m_Busca->resultsOnPage(pagina); // by itself it goes through the pages in its own time
+    }
     const int total = m_Busca->rowCount({});
     if (total == 0) {
         m_Achados->setText(m_Procurado->text().isEmpty() ? QString() : QString("Não encontrado"));

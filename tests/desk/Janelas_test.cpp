@@ -1,4 +1,7 @@
+#include "desk/windows/Entrada.h"
 #include "desk/windows/Mesa.h"
+#include "desk/windows/Mnemonicas.h"
+#include "desk/windows/VisorPDF.h"
 #include "equipment/frmEquipDetalhes.h"
 #include "limits/frmLimitesDif.h"
 #include "limits/frmLimitesDifDetalhes.h"
@@ -10,14 +13,18 @@
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QAbstractSpinBox>
+#include <QAction>
 #include <QApplication>
 #include <QComboBox>
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMap>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QMenu>
+#include <QMenuBar>
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QRegularExpression>
@@ -28,6 +35,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <set>
 
 namespace {
@@ -109,6 +117,150 @@ bool TemRotulo(const QWidget &janela, const QWidget &campo)
         }
     }
     return false;
+}
+
+// Letters that Alt leads to from more than one place that is seen, with the captions.
+QStringList MnemonicasRepetidas(const QWidget &janela, const QStringList &outras = {})
+{
+    QMap<QChar, QStringList> lugares;
+    const auto anota = [&](const QString &texto) {
+        if (const QChar letra = Mnemonicas::De(texto); !letra.isNull()) {
+            lugares[letra] << texto;
+        }
+    };
+    for (const QString &texto : outras) {
+        anota(texto);
+    }
+    for (const QWidget *widget : janela.findChildren<QWidget *>()) {
+        if (!widget->isVisible()) {
+            continue;
+        }
+        if (const auto *abas = qobject_cast<const QTabWidget *>(widget)) {
+            for (int pagina = 0; pagina < abas->count(); ++pagina) {
+                anota(abas->tabText(pagina));
+            }
+        } else if (const auto *grupo = qobject_cast<const QGroupBox *>(widget)) {
+            anota(grupo->title());
+        } else if (qobject_cast<const QAbstractButton *>(widget) || qobject_cast<const QLabel *>(widget)) {
+            anota(widget->property("text").toString());
+        }
+    }
+    QStringList repetidas;
+    for (const QStringList &textos : lugares) {
+        if (textos.size() > 1) {
+            repetidas << textos.join(" | ");
+        }
+    }
+    return repetidas;
+}
+
+QStringList TextosDe(const QList<QAction *> &acoes)
+{
+    QStringList textos;
+    for (const QAction *acao : acoes) {
+        textos << acao->text();
+    }
+    return textos;
+}
+
+TEST_F(JanelasTeste, Mnemonics_OfEveryFormAndPage_LeadToOnePlace)
+{
+    CadaForm([](IForm &form, JanelaForm &janela) {
+        janela.show();
+        const auto abas = janela.findChildren<QTabWidget *>();
+        const int paginas = abas.isEmpty() ? 1 : abas.first()->count();
+        for (const char *cancelar : {"&Cancelar", "&Fechar"}) {
+            for (const Ref<IControle> &controle : form.Controles()) {
+                if (controle->Nome() == "cmdCancelar" && form.NomeTipo() != "frmLista") {
+                    controle->DefineCaption(cancelar); // a form that only shows calls it so
+                }
+            }
+            for (int pagina = 0; pagina < paginas; ++pagina) {
+                if (!abas.isEmpty()) {
+                    abas.first()->setCurrentIndex(pagina);
+                }
+                EXPECT_EQ(MnemonicasRepetidas(janela), QStringList()) << cancelar << ", page " << pagina;
+            }
+        }
+    });
+}
+
+TEST_F(JanelasTeste, Mnemonics_OfTheMainWindow_LeadToOnePlace)
+{
+    const QStringList menus = TextosDe(mesa.menuBar()->actions());
+    ASSERT_TRUE(mesa.Modulo()->ClickMenu("mnuModVOREquiptos"));
+    const auto *lista = mesa.findChild<JanelaForm *>("frmLista");
+    ASSERT_NE(lista, nullptr);
+    EXPECT_EQ(MnemonicasRepetidas(*lista, menus), QStringList());
+    for (const char *botao :
+         {"mnuZTLObjNovo", "mnuZTLObjEditar", "mnuZTLObjDetalhes", "mnuZTLObjAtualizar", "mnuZTLObjReativar",
+          "mnuZTLObjLimitesDif", "mnuZTLObjDiasEspec", "mnuZTLObjHorarioProib"}) {
+        EXPECT_FALSE(Mnemonicas::De(lista->findChild<QAbstractButton *>(botao)->text()).isNull()) << botao;
+    }
+    mesa.findChild<QAction *>("consultaAutuacao")->trigger();
+    const auto *consulta = mesa.findChild<QWidget *>("ConsultaAutuacao");
+    ASSERT_NE(consulta, nullptr);
+    EXPECT_EQ(MnemonicasRepetidas(*consulta, menus), QStringList());
+    for (const QAction *menu : mesa.menuBar()->actions()) {
+        Q_EMIT menu->menu()->aboutToShow();
+        const QWidget vazia;
+        EXPECT_EQ(MnemonicasRepetidas(vazia, TextosDe(menu->menu()->actions())), QStringList()) << S(menu->text());
+    }
+}
+
+TEST_F(JanelasTeste, Mnemonics_OfTheDesksOwnDialogs_LeadToOnePlace)
+{
+    Entrada entrada(Ref<Servicos>(), nullptr);
+    entrada.show();
+    EXPECT_EQ(MnemonicasRepetidas(entrada), QStringList());
+    VisorPDF visor(nullptr);
+    visor.show();
+    EXPECT_EQ(MnemonicasRepetidas(visor), QStringList());
+}
+
+TEST_F(JanelasTeste, Forms_TabKey_FollowsTheOrderOfTheControls)
+{
+    CadaForm([](IForm &form, JanelaForm &janela) {
+        janela.setWindowFlags(Qt::Dialog);
+        janela.show();
+        janela.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&janela));
+        const auto ordemDe = [&](const QWidget *widget) {
+            for (; widget != nullptr && widget != &janela; widget = widget->parentWidget()) {
+                for (const Ref<IControle> &controle : form.Controles()) {
+                    const QString indice = controle->Indice() < 0 ? "" : "_" + QString::number(controle->Indice());
+                    // The search list holds its criteria, and its rows come behind them.
+                    const bool fora = controle->Especie() == EspecieControle::ztFrame || controle->Nome() == "ztlLista";
+                    if (!fora && widget->objectName() == Q(controle->Nome()) + indice) {
+                        return int{controle->TabIndex()};
+                    }
+                }
+            }
+            return -1; // what belongs to no control, such as the search button
+        };
+        const auto abas = janela.findChildren<QTabWidget *>();
+        const int paginas = abas.isEmpty() ? 1 : abas.first()->count();
+        for (int pagina = 0; pagina < paginas; ++pagina) {
+            if (!abas.isEmpty()) {
+                abas.first()->setCurrentIndex(pagina);
+            }
+            std::vector<int> ordem;
+            QStringList nomes;
+            for (int tecla = 0; tecla < 60; ++tecla) {
+                QWidget *foco = QApplication::focusWidget();
+                if (const int numero = ordemDe(foco); numero >= 0 && (ordem.empty() || ordem.back() != numero)) {
+                    if (!ordem.empty() && numero == ordem.front()) {
+                        break;
+                    }
+                    ordem.push_back(numero);
+                    nomes << QString("%1=%2").arg(foco->objectName()).arg(numero);
+                }
+                QTest::keyClick(foco != nullptr ? foco : &janela, Qt::Key_Tab);
+            }
+            std::rotate(ordem.begin(), std::min_element(ordem.begin(), ordem.end()), ordem.end());
+            EXPECT_TRUE(std::is_sorted(ordem.begin(), ordem.end())) << "page " << pagina << ": " << S(nomes.join(" "));
+        }
+    });
 }
 
 TEST_F(JanelasTeste, Forms_EveryControl_HasAWidgetOfItsName)

@@ -1,0 +1,334 @@
+#include "tests/desk/Teclado.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QApplication>
+#include <QComboBox>
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QFileDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPointer>
+#include <QTableView>
+#include <QTest>
+#include <QThread>
+#include <QWindow>
+
+#include <exception>
+
+namespace {
+
+constexpr int EsperaMaxima = 10000; // ms
+constexpr int Pausa = 2;            // ms
+constexpr int MuitasTeclas = 300;
+
+QMainWindow *Principal()
+{
+    for (QWidget *janela : QApplication::topLevelWidgets()) {
+        if (auto *principal = qobject_cast<QMainWindow *>(janela); principal != nullptr && principal->isVisible()) {
+            return principal;
+        }
+    }
+    return nullptr;
+}
+
+// The top-level window that has the keyboard, or that a window manager would give it to.
+QWidget *Topo()
+{
+    if (QWidget *modal = QApplication::activeModalWidget()) {
+        QWidget *ativa = QApplication::activeWindow();
+        for (const QWidget *dono = ativa; dono != nullptr; dono = dono->parentWidget()) {
+            if (dono == modal) {
+                return ativa; // the modal window itself, or one that stands in front of it
+            }
+        }
+        return modal;
+    }
+    QWidget *ativa = QApplication::activeWindow();
+    return ativa != nullptr && ativa->isVisible() ? ativa : Principal();
+}
+
+QString TextoDe(QWidget *widget)
+{
+    if (auto *linha = qobject_cast<QLineEdit *>(widget)) {
+        return linha->text();
+    }
+    if (auto *rotulo = qobject_cast<QLabel *>(widget)) {
+        return rotulo->text();
+    }
+    if (auto *combo = qobject_cast<QComboBox *>(widget)) {
+        return combo->currentText();
+    }
+    if (auto *botao = qobject_cast<QAbstractButton *>(widget)) {
+        return botao->isCheckable() ? (botao->isChecked() ? "marcado" : "desmarcado") : botao->text();
+    }
+    return {};
+}
+
+QMenu *MenuAberto()
+{
+    return qobject_cast<QMenu *>(QApplication::activePopupWidget());
+}
+
+QTableView *Linhas(const QString &lista)
+{
+    return qobject_cast<QTableView *>(Teclado::Acha(lista + "/linhas"));
+}
+
+// Where everybody is, for the one who reads that something was not as expected.
+QString Situacao()
+{
+    const auto nome = [](const QWidget *widget) { return widget == nullptr ? QString("-") : widget->objectName(); };
+    QString caixa;
+    if (const auto *aberta = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
+        caixa = ", box \"" + aberta->text() + "\"";
+    }
+    return " (in front: " + nome(Teclado::Frente()) + ", keyboard: " + nome(QApplication::focusWidget()) + caixa + ")";
+}
+
+} // namespace
+
+std::string Teclado::Percorre(const std::function<void(Teclado &)> &jornada)
+{
+    QEventLoop telas;
+    std::string diferenca;
+    const std::unique_ptr<QThread> pessoa(QThread::create([&] {
+        Teclado teclado;
+        try {
+            jornada(teclado);
+        } catch (const std::exception &problema) {
+            diferenca = problema.what();
+        }
+        // Whatever still waits for an answer is closed, so that the windows' thread comes back.
+        bool aberta = true;
+        for (int vez = 0; aberta && vez < MuitasTeclas; ++vez) {
+            aberta = teclado.NaTela([] {
+                QWidget *janela = QApplication::activePopupWidget();
+                janela = janela == nullptr ? QApplication::activeModalWidget() : janela;
+                if (janela != nullptr) {
+                    QMetaObject::invokeMethod(janela, &QWidget::close, Qt::QueuedConnection);
+                }
+                return janela != nullptr;
+            });
+        }
+    }));
+    QObject::connect(pessoa.get(), &QThread::finished, &telas, &QEventLoop::quit);
+    pessoa->start();
+    telas.exec();
+    pessoa->wait();
+    return diferenca;
+}
+
+bool Teclado::NaTela(const std::function<bool()> &pergunta)
+{
+    bool resposta = false;
+    std::exception_ptr problema;
+    QMetaObject::invokeMethod(
+        qApp,
+        [&] {
+            try {
+                resposta = pergunta();
+            } catch (...) {
+                problema = std::current_exception();
+            }
+        },
+        Qt::BlockingQueuedConnection);
+    if (problema) {
+        std::rethrow_exception(problema);
+    }
+    return resposta;
+}
+
+void Teclado::Espera(const QString &oQue, const std::function<bool()> &condicao)
+{
+    QElapsedTimer relogio;
+    relogio.start();
+    while (!NaTela(condicao)) {
+        if (relogio.elapsed() > EsperaMaxima) {
+            QString onde;
+            NaTela([&] {
+                onde = Situacao();
+                return true;
+            });
+            throw std::runtime_error((oQue + onde).toStdString());
+        }
+        QThread::msleep(Pausa);
+    }
+}
+
+void Teclado::Da(Qt::Key tecla, const QString &texto, Qt::KeyboardModifiers modificadores)
+{
+    QMetaObject::invokeMethod(
+        qApp,
+        [=] {
+            QWidget *topo = Topo();
+            if (topo == nullptr) {
+                return;
+            }
+            if (!topo->isActiveWindow()) {
+                topo->activateWindow(); // as a window manager does when another one goes
+                QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+            }
+            QTest::sendKeyEvent(QTest::Click, topo->windowHandle(), tecla, texto, modificadores);
+        },
+        Qt::QueuedConnection);
+    NaTela([] { return true; });
+}
+
+void Teclado::Tecla(Qt::Key tecla, Qt::KeyboardModifiers modificadores)
+{
+    QString texto;
+    if (tecla == Qt::Key_Space && modificadores == Qt::NoModifier) {
+        texto = " ";
+    } else if (tecla == Qt::Key_Return) {
+        texto = "\r";
+    }
+    Da(tecla, texto, modificadores);
+}
+
+void Teclado::Alt(char letra)
+{
+    const QChar maiuscula = QChar(letra).toUpper();
+    Da(static_cast<Qt::Key>(maiuscula.unicode()), QString(maiuscula.toLower()), Qt::AltModifier);
+}
+
+void Teclado::Escreve(const QString &texto)
+{
+    for (const QChar letra : texto) {
+        Da(static_cast<Qt::Key>(letra.toUpper().unicode()), letra,
+           letra.isUpper() ? Qt::ShiftModifier : Qt::NoModifier);
+    }
+}
+
+void Teclado::TabAte(const QString &nome)
+{
+    for (int vez = 0; vez < MuitasTeclas; ++vez) {
+        if (NaTela([&] { return Acha(nome) != nullptr && Acha(nome)->hasFocus(); })) {
+            return;
+        }
+        Tecla(Qt::Key_Tab);
+    }
+    Espera("Tab leads to " + nome, [] { return false; });
+}
+
+void Teclado::DesceAte(const QString &texto)
+{
+    QPointer<QComboBox> combo;
+    Espera("the keyboard is in a combo", [&] {
+        combo = qobject_cast<QComboBox *>(QApplication::focusWidget());
+        return !combo.isNull();
+    });
+    const auto mostra = [&] { return !combo.isNull() && combo->currentText() == texto; };
+    Tecla(Qt::Key_Home);
+    for (int vez = 0; vez < MuitasTeclas && !NaTela(mostra); ++vez) {
+        Tecla(Qt::Key_Down);
+    }
+    Espera("the down key leads to \"" + texto + "\"", mostra);
+}
+
+void Teclado::EscolheNoMenu(const QString &texto)
+{
+    EsperaMenu();
+    const auto atual = [&] {
+        const QMenu *menu = MenuAberto();
+        const QAction *acao = menu == nullptr ? nullptr : menu->activeAction();
+        return acao != nullptr && acao->text().remove('&').contains(texto);
+    };
+    for (int vez = 0; vez < MuitasTeclas && !NaTela(atual); ++vez) {
+        Tecla(Qt::Key_Down);
+    }
+    Espera("the menu offers \"" + texto + "\"", atual);
+    Tecla(Qt::Key_Return);
+}
+
+QWidget *Teclado::Frente()
+{
+    QWidget *topo = Topo();
+    if (auto *principal = qobject_cast<QMainWindow *>(topo)) {
+        auto *area = principal->findChild<QMdiArea *>();
+        if (area != nullptr && area->activeSubWindow() != nullptr) {
+            return area->activeSubWindow()->widget();
+        }
+    }
+    return topo;
+}
+
+QWidget *Teclado::Acha(const QString &nome)
+{
+    for (QWidget *onde : {Frente(), static_cast<QWidget *>(Principal())}) {
+        for (const QString &parte : nome.split('/')) {
+            onde = onde == nullptr ? nullptr : onde->findChild<QWidget *>(parte);
+        }
+        if (onde != nullptr && onde->isVisible()) {
+            return onde;
+        }
+    }
+    return nullptr;
+}
+
+void Teclado::EsperaJanela(const QString &nome)
+{
+    Espera("the window " + nome + " is in front",
+           [=] { return Frente() != nullptr && Frente()->objectName() == nome && Frente()->isVisible(); });
+}
+
+void Teclado::EsperaFoco(const QString &nome)
+{
+    Espera("the keyboard is in " + nome, [=] { return Acha(nome) != nullptr && Acha(nome)->hasFocus(); });
+}
+
+void Teclado::EsperaTexto(const QString &nome, const QString &texto)
+{
+    Espera(nome + " shows \"" + texto + "\"", [=] { return Acha(nome) != nullptr && TextoDe(Acha(nome)) == texto; });
+}
+
+void Teclado::EsperaMenu()
+{
+    Espera("a menu is open", [] { return MenuAberto() != nullptr; });
+}
+
+void Teclado::EsperaEscolhaDeArquivo()
+{
+    Espera("the file dialog waits for a name", [] {
+        const QWidget *foco = QApplication::focusWidget();
+        return qobject_cast<QFileDialog *>(QApplication::activeModalWidget()) != nullptr && foco != nullptr &&
+               foco->objectName() == "fileNameEdit";
+    });
+}
+
+void Teclado::EsperaCaixa(const QString &texto)
+{
+    Espera("a box says \"" + texto + "\"", [=] {
+        const auto *caixa = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+        return caixa != nullptr && caixa->isVisible() && caixa->text().contains(texto);
+    });
+}
+
+void Teclado::EsperaLinha(const QString &lista, int linha, const QString &texto)
+{
+    Espera(QString("row %1 of %2 is current and has \"%3\"").arg(linha).arg(lista, texto), [=] {
+        const QTableView *tabela = Linhas(lista);
+        if (tabela == nullptr || tabela->currentIndex().row() != linha - 1) {
+            return false;
+        }
+        for (int coluna = 0; coluna < tabela->model()->columnCount(); ++coluna) {
+            if (!tabela->isColumnHidden(coluna) &&
+                tabela->model()->index(linha - 1, coluna).data().toString() == texto) {
+                return true;
+            }
+        }
+        return false;
+    });
+}
+
+void Teclado::EsperaLinhas(const QString &lista, int quantas)
+{
+    Espera(QString("%1 has %2 rows").arg(lista).arg(quantas),
+           [=] { return Linhas(lista) != nullptr && Linhas(lista)->model()->rowCount() == quantas; });
+}
