@@ -160,7 +160,8 @@ pessoa
       @comando reativa
       @tabelaAlterada
 )" + vazia);
-    EXPECT_GE(varredura.Roda(), 350);
+    varredura.Segue();
+    EXPECT_GE(varredura.Roda(), 657);
 }
 
 } // namespace

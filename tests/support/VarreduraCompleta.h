@@ -72,8 +72,9 @@ class JornadaCompleta {
     // What the remote services hold, as text.
     virtual std::string Estado() const { return {}; }
 
-    // The next way starts. `parou` tells when the one who goes it has been told of a failure and gives up.
-    void Comeca(std::function<bool()> parou);
+    // The next way starts. `parou` tells when the one who goes it has been told of a failure, and then gives up, or
+    // goes on with what can still be done.
+    void Comeca(std::function<bool()> parou, bool segue = false);
     bool Parou() const { return m_Parou && m_Parou(); }
     const std::vector<Escapada> &Escapadas() const noexcept { return m_Escapadas; }
 
@@ -98,6 +99,7 @@ class JornadaCompleta {
 
   private:
     std::function<bool()> m_Parou;
+    bool m_Segue = false;
     std::int32_t m_FalhasAntes = 0;
     std::vector<Escapada> m_Escapadas;
     std::map<std::string, bool> m_Respostas;
@@ -120,6 +122,9 @@ class VarreduraCompleta {
     // when it reaches the caller. Every other refusal is told by the proxy alone.
     void RecusaEmFalha(std::int32_t n, const std::string &fonte, const std::string &contexto);
 
+    // After each failure the person also goes on, instead of giving up: no further failure may follow from the first.
+    void Segue() { m_Segue = true; }
+
     // Prints the line "faults survived: N" and returns N, failures and refusals together.
     std::int32_t Roda();
     std::int32_t Falhas() const noexcept { return m_Falhas; }
@@ -131,7 +136,7 @@ class VarreduraCompleta {
     struct Esperado;
 
     bool RodaBase(Base &base) const;
-    void RodaFalha(const Base &base, std::size_t passo);
+    void RodaFalha(const Base &base, std::size_t passo, bool segue);
     void RodaRecusa(const Base &base, std::size_t passo, std::int32_t execucao);
     void RodaNegativa(const Base &base, std::size_t passo, const std::string &operacao);
     void Confere(Ensaio &ensaio, const Esperado &esperado) const;
@@ -140,6 +145,7 @@ class VarreduraCompleta {
     Fabrica m_Fabrica;
     std::string m_Arvore;
     std::map<std::int32_t, std::pair<std::string, std::string>> m_RecusasEmFalha;
+    bool m_Segue = false;
     std::int32_t m_Falhas = 0;
     std::int32_t m_Recusas = 0;
 };

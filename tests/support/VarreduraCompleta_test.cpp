@@ -155,6 +155,16 @@ TEST(VarreduraCompleta, Roda_OfAJourneyAsInItsTree_CountsFailuresAndRefusals)
     EXPECT_EQ(varredura.Recusas(), 1);
 }
 
+TEST(VarreduraCompleta, Roda_WithAPersonWhoGoesOn_RunsEachFailureOnceMore)
+{
+    auto varredura = VarreduraDe<JornadaDeUmaChamada>(ArvoreCerta);
+    varredura.Segue();
+    testing::internal::CaptureStdout();
+    EXPECT_EQ(varredura.Roda(), 5);
+    testing::internal::GetCapturedStdout();
+    EXPECT_EQ(varredura.Falhas(), 4);
+}
+
 // Each of these would go unnoticed if the sweep looked less closely.
 class VarreduraQueFalha : public testing::Test {
   protected:
