@@ -52,12 +52,13 @@ void COAfericoes::LigaEventos()
         m_Conexoes.push_back(
             evento.liga([fraca, procedimento](Args... args) { ((*fraca.Alvo()).*procedimento)(args...); }));
     };
-    Ref<IztList> lista = m_ZtList.Alvo();
-    liga(lista->GotFocus(), &COAfericoes::m_ZtList_GotFocus);
-    liga(lista->ItemClick(), &COAfericoes::m_ZtList_ItemClick);
-    liga(lista->AntesDeRemoverItem(), &COAfericoes::m_ZtList_AntesDeRemoverItem);
-    liga(lista->DepoisDeRemoverItem(), &COAfericoes::m_ZtList_DepoisDeRemoverItem);
-    liga(lista->ItemMenuClicado(), &COAfericoes::ItemMenuClicado);
+    if (Ref<IztList> lista = m_ZtList.Alvo()) { // Nothing has no events; configuring it raises the fault
+        liga(lista->GotFocus(), &COAfericoes::m_ZtList_GotFocus);
+        liga(lista->ItemClick(), &COAfericoes::m_ZtList_ItemClick);
+        liga(lista->AntesDeRemoverItem(), &COAfericoes::m_ZtList_AntesDeRemoverItem);
+        liga(lista->DepoisDeRemoverItem(), &COAfericoes::m_ZtList_DepoisDeRemoverItem);
+        liga(lista->ItemMenuClicado(), &COAfericoes::ItemMenuClicado);
+    }
 }
 
 void COAfericoes::MenuInicial()

@@ -46,12 +46,13 @@ void COSensores::LigaEventos()
         m_Conexoes.push_back(
             evento.liga([fraca, procedimento](Args... args) { ((*fraca.Alvo()).*procedimento)(args...); }));
     };
-    Ref<IztList> lista = m_ZtList.Alvo();
-    liga(lista->GotFocus(), &COSensores::m_ZtList_GotFocus);
-    liga(lista->ItemClick(), &COSensores::m_ZtList_ItemClick);
-    liga(lista->AntesDeRemoverItem(), &COSensores::m_ZtList_AntesDeRemoverItem);
-    liga(lista->DepoisDeRemoverItem(), &COSensores::m_ZtList_DepoisDeRemoverItem);
-    liga(lista->ItemMenuClicado(), &COSensores::ItemMenuClicado);
+    if (Ref<IztList> lista = m_ZtList.Alvo()) { // Nothing has no events; configuring it raises the fault
+        liga(lista->GotFocus(), &COSensores::m_ZtList_GotFocus);
+        liga(lista->ItemClick(), &COSensores::m_ZtList_ItemClick);
+        liga(lista->AntesDeRemoverItem(), &COSensores::m_ZtList_AntesDeRemoverItem);
+        liga(lista->DepoisDeRemoverItem(), &COSensores::m_ZtList_DepoisDeRemoverItem);
+        liga(lista->ItemMenuClicado(), &COSensores::ItemMenuClicado);
+    }
 }
 
 void COSensores::MenuInicial()

@@ -1,5 +1,6 @@
 #include "sensors/COAfericoes.h"
 
+#include "sensors/frmEquipAfericoes.h"
 #include "tests/sensors/CenarioSensores.h"
 #include "tests/support/FalhaLancada.h"
 #include "tests/support/MemoriaEscassa.h"
@@ -127,11 +128,36 @@ TEST_F(COAfericoes_test, Carrega_Nothing_Fault91WithThePath)
 {
     const Falha semLista = FalhaLancada([&] { controlador->Carrega(sensor, nullptr, false); });
     EXPECT_EQ(semLista.Numero, 91);
-    EXPECT_EQ(semLista.Fonte, "ZTAVOREQUIP < COAfericoes.Carrega");
+    EXPECT_EQ(semLista.Fonte, "ZTAVOREQUIP < gsubConfigLista < COAfericoes.Carrega");
 
     const Falha semSensor = FalhaLancada([&] { controlador->Carrega(nullptr, lista, false); });
     EXPECT_EQ(semSensor.Numero, 91);
     EXPECT_EQ(semSensor.Fonte, "ZTAVOREQUIP < COAfericoes.CarregaAfericoes < COAfericoes.Carrega");
+}
+
+TEST_F(COAfericoes_test, Carrega_Steps_ColumnsThenMenuThenRows)
+{
+    PoeAfericao(sensor, 1, "01/01/2024", "31/12/2024");
+    EXPECT_EQ(RetratosDaLista(lista, [&] { Carrega(); }),
+              (Textos{"1/0/4", "2/0/4", "3/0/4", "4/0/4", "5/0/4", "6/0/4", "6/0/3", "6/0/2", "6/0/1", "6/1/1"}));
+}
+
+TEST_F(COAfericoes_test, CarregaAfericoes_FaultAtEachStep_ListAsFarAsItCame)
+{
+    PoeAfericao(sensor, 1, "01/01/2024", "31/12/2024");
+    Carrega();
+    PoeAfericao(sensor, 2, "01/01/2025", "31/12/2025");
+
+    host->FalhaEm("Plataforma.Ponteiro"); // the hourglass
+    EXPECT_EQ(FalhaLancada([&] { Carrega(); }).Fonte,
+              "Plataforma.Ponteiro < COAfericoes.CarregaAfericoes < COAfericoes.Carrega");
+    EXPECT_EQ(lista->NroItens(), 1);
+    host->FalhaEm("Plataforma.Ponteiro", 2); // back to the default
+    FalhaLancada([&] { Carrega(); });
+    EXPECT_EQ(lista->NroItens(), 2);
+    FalhaLancada([&] { controlador->Carrega(nullptr, lista, false); }); // the walk
+    EXPECT_EQ(lista->NroItens(), 0);
+    EXPECT_EQ(host->Tela->Ponteiro(), PonteiroAmpulheta);
 }
 
 TEST_F(COAfericoes_test, HabilitaMenu_AnyRow_AnyCalibrationCanGo)
@@ -190,6 +216,7 @@ TEST_F(COAfericoes_test, Novo_Cancelled_ListAndFlagsAsTheyWere)
     PoeAfericao(sensor, 1, "01/01/2024", "31/12/2024");
     Carrega();
     NaJanela(Janela, [&](Pessoa &p) {
+        EXPECT_TRUE(Aberta(Janela) == FormCompartilhado<frmEquipAfericoes>());
         EXPECT_EQ(Caption(p, "lblNroSensor"), "1");
         FAZ(p, Clica("cmdCancelar"));
     });
@@ -240,6 +267,7 @@ TEST_F(COAfericoes_test, Editar_Confirmed_TheListedRecordItselfIsWritten)
     Carrega();
     NaJanela(Janela, [&](Pessoa &p) {
         FAZ(p, Preenche("txtNroINMETRO", "42"));
+        EXPECT_TRUE(Aberta(Janela) == FormCompartilhado<frmEquipAfericoes>());
         EXPECT_EQ(afericao->Numero, "1234"); // only on OK
         FAZ(p, Clica("cmdOK"));
     });
@@ -468,10 +496,51 @@ TEST_F(COAfericoes_test, StaleKey_ErrorBoxWithThePath)
     host->Responde(Pergunta, true);
     std::int32_t linha = 1;
     lista->AntesDeRemoverItem().dispara(linha);
-    EXPECT_EQ(linha, 1); // a fault gives no answer, so the row given is not written
+    EXPECT_EQ(linha, 1);                           // a fault gives no answer, so the row given is not written
+    EXPECT_EQ(host->Tela->Perguntas().size(), 1U); // before anything is looked up
     ASSERT_EQ(host->Erros().size(), 3U);
     EXPECT_EQ(host->Erros()[2].Contexto, "COAfericoes.m_ZtList_AntesDeRemoverItem");
     EXPECT_EQ(host->Erros()[2].Fonte, fonte + "Excluir");
+    EXPECT_FALSE(sensor->Alterado);
+    EXPECT_EQ(alteracoes, 0);
+}
+
+TEST_F(COAfericoes_test, Excluir_NoIsAnsweredWithAStaleKey_NothingIsLookedUp)
+{
+    PoeAfericao(sensor, 1, "01/01/2024", "31/12/2024");
+    Carrega();
+    sensor->ListaAfericoes()->Clear();
+    host->Responde(Pergunta, false);
+
+    std::int32_t linha = 1;
+    lista->AntesDeRemoverItem().dispara(linha);
+
+    EXPECT_EQ(linha, 0);
+    EXPECT_TRUE(host->Erros().empty());
+}
+
+// The sensor is marked only for a calibration that got into the list.
+TEST_F(COAfericoes_test, Novo_CalibrationCannotBeAdded_NeitherFlagNorEvent)
+{
+    Carrega();
+    host->EscolheArquivo("C:\\DOC\\c.pdf");
+    NaJanela(Janela, [&](Pessoa &p) {
+        FAZ(p, Preenche("txtNroINMETRO", "777"));
+        FAZ(p, Preenche("txtDtVerifINMETRO", "01/01/2026"));
+        FAZ(p, Preenche("txtDtVencINMETRO", "31/12/2026"));
+        FAZ(p, Clica("cmdProcurar"));
+        FAZ(p, Clica("cmdUpload"));
+        host->ObservaChamadas([&] { sensor->ListaAfericoes()->Finaliza(); }); // as the window closes
+        FAZ(p, Clica("cmdOK"));
+        host->ObservaChamadas({});
+    });
+    auto operador = Operador();
+    FAZ(operador, EscolheMenu("ztLista", "mnuZTLObjNovo"));
+
+    ASSERT_EQ(host->Erros().size(), 1U);
+    EXPECT_EQ(host->Erros()[0].Numero, 91);
+    EXPECT_EQ(host->Erros()[0].Fonte,
+              "ZTAVOREQUIP < clsListaAfericoes.Add < clsListaAfericoes.AddAfericao < COAfericoes.Novo");
     EXPECT_FALSE(sensor->Alterado);
     EXPECT_EQ(alteracoes, 0);
 }

@@ -1,5 +1,6 @@
 #include "sensors/COSensores.h"
 
+#include "sensors/frmEquipSensores.h"
 #include "tests/sensors/CenarioSensores.h"
 #include "tests/support/FalhaLancada.h"
 #include "tests/support/MemoriaEscassa.h"
@@ -120,11 +121,36 @@ TEST_F(COSensores_test, Carrega_Nothing_Fault91WithThePath)
 {
     const Falha falha = FalhaLancada([&] { controlador->Carrega(equipto, nullptr, false); });
     EXPECT_EQ(falha.Numero, 91);
-    EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP < COSensores.Carrega");
+    EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP < gsubConfigLista < COSensores.Carrega");
 
     const Falha semEquipto = FalhaLancada([&] { controlador->Carrega(nullptr, lista, false); });
     EXPECT_EQ(semEquipto.Numero, 91);
     EXPECT_EQ(semEquipto.Fonte, "ZTAVOREQUIP < COSensores.CarregaSensores < COSensores.Carrega");
+}
+
+TEST_F(COSensores_test, Carrega_Steps_ColumnsThenMenuThenRows)
+{
+    PoeSalvos(2);
+    EXPECT_EQ(RetratosDaLista(lista, [&] { Carrega(); }),
+              (Textos{"1/0/4", "2/0/4", "3/0/4", "3/0/3", "3/0/2", "3/0/1", "3/2/1"}));
+}
+
+TEST_F(COSensores_test, CarregaSensores_FaultAtEachStep_ListAsFarAsItCame)
+{
+    PoeSalvos(2);
+    Carrega();
+    PoeSensor(103, 3, "Rua 3");
+
+    host->FalhaEm("Plataforma.Ponteiro"); // the hourglass
+    EXPECT_EQ(FalhaLancada([&] { Carrega(); }).Fonte,
+              "Plataforma.Ponteiro < COSensores.CarregaSensores < COSensores.Carrega");
+    EXPECT_EQ(lista->NroItens(), 2);
+    host->FalhaEm("Plataforma.Ponteiro", 2); // back to the default
+    FalhaLancada([&] { Carrega(); });
+    EXPECT_EQ(lista->NroItens(), 3);
+    FalhaLancada([&] { controlador->Carrega(nullptr, lista, false); }); // the walk
+    EXPECT_EQ(lista->NroItens(), 0);
+    EXPECT_EQ(host->Tela->Ponteiro(), PonteiroAmpulheta);
 }
 
 TEST_F(COSensores_test, HabilitaMenu_ByRowAndMode_OnlyTheLastSensorCanGo)
@@ -193,6 +219,7 @@ TEST_F(COSensores_test, Novo_Confirmed_CopyInTheListAndOneEvent)
     Carrega();
     host->LimpaRegistro();
     NaJanela(Janela, [&](Pessoa &p) {
+        EXPECT_TRUE(Aberta(Janela) == FormCompartilhado<frmEquipSensores>());
         EXPECT_EQ(Texto(p, "txtNroSensor"), "2");
         EXPECT_EQ(Quantos(), 1); // in no list yet
         FAZ(p, Preenche("txtLocalInfr", "Av. Ipiranga, 10"));
@@ -244,6 +271,7 @@ TEST_F(COSensores_test, Editar_Confirmed_ListedSensorTakesTheCloneOver)
     Ref<clsAfericao> antiga = PoeAfericao(sensor, 7, "01/01/2026", "31/12/2026");
     Carrega();
     NaJanela(Janela, [&](Pessoa &p) {
+        EXPECT_TRUE(Aberta(Janela) == FormCompartilhado<frmEquipSensores>());
         FAZ(p, Preenche("txtLocalInfr", "Rua Nova"));
         EXPECT_EQ(sensor->LocalInfr, "Rua 2"); // a clone is on the screen
         FAZ(p, Clica("cmdOK"));
@@ -288,6 +316,7 @@ TEST_F(COSensores_test, Editar_Cancelled_ListedSensorUntouched)
 TEST_F(COSensores_test, Detalhes_TwoSensors_AWindowEachWithTheListedSensor)
 {
     PoeSalvos(2);
+    Sensor("S1")->Alterado = true;
     Carrega();
     auto operador = Operador();
     FAZ(operador, ClicaLinha("ztLista", 1));
@@ -302,6 +331,11 @@ TEST_F(COSensores_test, Detalhes_TwoSensors_AWindowEachWithTheListedSensor)
     EXPECT_EQ(Texto(Pessoa(abertas[1]), "txtNroSensor"), "2");
     EXPECT_EQ(alteracoes, 0);
     EXPECT_EQ(host->Conta("Plataforma.Ponteiro := 11"), 0); // nothing is refreshed
+
+    Pessoa primeira(abertas[0], host->Tela);
+    host->Responde("Foram feitas alterações neste sensor. Deseja descartá-las?", true); // a clone would not ask
+    FAZ(primeira, Clica("cmdCancelar"));
+    EXPECT_EQ(host->Tela->FormsAbertos(Janela).size(), 1U);
 }
 
 TEST_F(COSensores_test, Detalhes_ReadOnlyList_Opens)
@@ -525,10 +559,25 @@ TEST_F(COSensores_test, Excluir_StaleKey_ErrorBoxAndTheRowIsNotWritten)
     lista->AntesDeRemoverItem().dispara(linha);
 
     EXPECT_EQ(linha, 1);
+    EXPECT_EQ(host->Tela->Perguntas().size(), 1U); // before anything is looked up
     ASSERT_EQ(host->Erros().size(), 1U);
     EXPECT_EQ(host->Erros()[0].Contexto, "COSensores.m_ZtList_AntesDeRemoverItem");
     EXPECT_EQ(host->Erros()[0].Fonte, "ZTAVOREQUIP < clsListaSensores.Item (Property Get) < COSensores.Excluir");
     EXPECT_EQ(alteracoes, 0);
+}
+
+TEST_F(COSensores_test, Excluir_NoIsAnsweredWithAStaleKey_NothingIsLookedUp)
+{
+    PoeSalvos(1);
+    Carrega();
+    equipto->ListaSensores()->Clear();
+    host->Responde(Pergunta, false);
+
+    std::int32_t linha = 1;
+    lista->AntesDeRemoverItem().dispara(linha);
+
+    EXPECT_EQ(linha, 0);
+    EXPECT_TRUE(host->Erros().empty());
 }
 
 TEST_F(COSensores_test, Novo_EquipmentEnded_Fault91AndNoWindow)
@@ -644,6 +693,14 @@ TEST_F(COSensores_test, Carrega_ListAndEquipment_NeitherIsKeptAlive)
     RefFraca<clsEquipto> equiptoFraco = equipto;
     equipto = nullptr;
     EXPECT_TRUE(equiptoFraco.Nada());
+    AjustesZtList ajustes;
+    ajustes.Nome = "ztOutra";
+    Ref<IztList> outra = Host().Controles()->CriaZtList(dona, ajustes);
+    equipto = Novo<clsEquipto>();
+    controlador->Carrega(equipto, outra, false);
+    RefFraca<IztList> listaFraca = outra;
+    outra = nullptr;
+    EXPECT_TRUE(listaFraca.Nada());
 }
 
 } // namespace

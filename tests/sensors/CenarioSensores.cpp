@@ -70,6 +70,20 @@ Ref<IForm> CenarioSensores::Aberta(const std::string &classe)
     return abertas.empty() ? nullptr : abertas.front();
 }
 
+std::set<std::string> CenarioSensores::RodapesAoChamar(const std::string &classe, const std::function<void()> &acao)
+{
+    std::set<std::string> rodapes;
+    host->ObservaChamadas([&] {
+        for (const auto &form : host->Tela->FormsAbertos(classe)) {
+            const Pessoa pessoa(form);
+            rodapes.insert(Caption(pessoa, "cmdCancelar") + (Visivel(pessoa, "cmdOK") ? " OK" : ""));
+        }
+    });
+    acao();
+    host->ObservaChamadas({});
+    return rodapes;
+}
+
 Data Dia(const std::string &texto)
 {
     return CDate(texto);
@@ -145,6 +159,22 @@ Textos Coluna(const Ref<IztList> &lista, std::int32_t coluna)
         celulas.push_back(controle->TextoCelula(linha, coluna));
     }
     return celulas;
+}
+
+Textos RetratosDaLista(const Ref<IztList> &lista, const std::function<void()> &acao)
+{
+    Textos retratos;
+    auto controle = ComoTipo<ztList>(lista);
+    const auto mudou = controle->Mudou().liga([&] {
+        const std::string retrato = std::to_string(controle->Colunas().size()) + "/" +
+                                    std::to_string(controle->NroItens()) + "/" +
+                                    std::to_string(MenuHabilitado(lista).size());
+        if (retratos.empty() || retratos.back() != retrato) {
+            retratos.push_back(retrato);
+        }
+    });
+    acao();
+    return retratos;
 }
 
 std::set<std::string> FontesSemMemoria(const std::function<void()> &comando)

@@ -44,6 +44,9 @@ class CenarioSensores : public HostTeste {
     void NaJanela(const std::string &classe, std::function<void(Pessoa &)> gestos);
     // The one open window of the class.
     Ref<IForm> Aberta(const std::string &classe);
+    // The buttons at the foot of the class's windows as they are at each call of the host while something is done:
+    // what cmdCancelar reads, and "OK" while cmdOK shows.
+    std::set<std::string> RodapesAoChamar(const std::string &classe, const std::function<void()> &acao);
 
     Ref<clsEquipto> equipto;
 };
@@ -64,6 +67,10 @@ Textos MenuHabilitado(const Ref<IztList> &lista);
 // The cells of a row, or of a column.
 Textos Linha(const Ref<IztList> &lista, std::int32_t linha);
 Textos Coluna(const Ref<IztList> &lista, std::int32_t coluna);
+
+// What the list consists of at each of its notices while something is done, the same only once in a row: its columns,
+// its rows and how many standard items are enabled, "3/0/4".
+Textos RetratosDaLista(const Ref<IztList> &lista, const std::function<void()> &acao);
 
 // The sources of the faults that a command raises when its first request for memory is refused, then its second, and so
 // on up to the first attempt that asks for less. Every fault must be the platform's for lack of memory.
