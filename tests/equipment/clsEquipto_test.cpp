@@ -180,16 +180,18 @@ TEST(clsEquipto, ToEquiptoED_Complete_WritesEveryMemberItSends)
 
 TEST(clsEquipto, ToEquiptoED_EachFlag_TravelsInItsOwnByte)
 {
-    auto equipto = EquiptoCompleto();
-    equipto->TemImagemEntrelacada = false;
-    equipto->TemLimiteDif = true;
-    equipto->TemPerfilMag = false;
-    equipto->Ativo = false;
-    auto ED = equipto->ToEquiptoED();
-    EXPECT_EQ(ED->TemImagemEntrelacada.Valor(), 2);
-    EXPECT_EQ(ED->TemLimiteDif.Valor(), 1);
-    EXPECT_EQ(ED->TemPerfilMag.Valor(), 2);
-    EXPECT_EQ(ED->Ativo.Valor(), 2);
+    for (int qual = 0; qual < 4; ++qual) {
+        auto equipto = EquiptoCompleto();
+        equipto->TemImagemEntrelacada = qual == 0;
+        equipto->TemLimiteDif = qual == 1;
+        equipto->TemPerfilMag = qual == 2;
+        equipto->Ativo = qual == 3;
+        auto ED = equipto->ToEquiptoED();
+        EXPECT_EQ(ED->TemImagemEntrelacada.Valor(), qual == 0 ? 1 : 2) << qual;
+        EXPECT_EQ(ED->TemLimiteDif.Valor(), qual == 1 ? 1 : 2) << qual;
+        EXPECT_EQ(ED->TemPerfilMag.Valor(), qual == 2 ? 1 : 2) << qual;
+        EXPECT_EQ(ED->Ativo.Valor(), qual == 3 ? 1 : 2) << qual;
+    }
 }
 
 TEST(clsEquipto, ToEquiptoED_New_HasNoNumberNoSensorsAndActiveByteTwo)
@@ -437,13 +439,20 @@ TEST_F(clsEquiptoComHost, CarregaED_FlagBytes_OnlyOneIsTrueButForActiveOnlyTwoIs
 
 TEST_F(clsEquiptoComHost, CarregaED_EachFlag_IsReadFromItsOwnByte)
 {
-    auto ED = Novo<EquiptoED>();
-    ED->TemLimiteDif = 1;
-    auto equipto = Novo<clsEquipto>();
-    equipto->CarregaED(ED);
-    EXPECT_FALSE(equipto->TemImagemEntrelacada);
-    EXPECT_TRUE(equipto->TemLimiteDif);
-    EXPECT_FALSE(equipto->TemPerfilMag);
+    for (int qual = 0; qual < 4; ++qual) {
+        const auto octeto = [qual](int dele) { return static_cast<std::uint8_t>(qual == dele ? 1 : 2); };
+        auto ED = Novo<EquiptoED>();
+        ED->TemImagemEntrelacada = octeto(0);
+        ED->TemLimiteDif = octeto(1);
+        ED->TemPerfilMag = octeto(2);
+        ED->Ativo = octeto(3);
+        auto equipto = Novo<clsEquipto>();
+        equipto->CarregaED(ED);
+        EXPECT_EQ(equipto->TemImagemEntrelacada, qual == 0) << qual;
+        EXPECT_EQ(equipto->TemLimiteDif, qual == 1) << qual;
+        EXPECT_EQ(equipto->TemPerfilMag, qual == 2) << qual;
+        EXPECT_EQ(equipto->Ativo, qual == 3) << qual;
+    }
 }
 
 TEST_F(clsEquiptoComHost, CarregaED_WithSensors_RebuildsListInOrderWithKeysFromS1)

@@ -245,7 +245,10 @@ TEST(clsListaSensores, AddSensorED_NothingOrNothingInside_RaisesFault91)
     falha = FalhaLancada([&] { lista->AddSensorED(ED); });
     EXPECT_EQ(falha.Numero, 91);
     EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP < clsListaAfericoes.AddAfericaoED < clsListaSensores.AddSensorED");
-    EXPECT_EQ(lista->Count(), 1);
+    ASSERT_EQ(lista->Count(), 1); // with its fields and the calibrations before that one
+    EXPECT_EQ(lista->Item(1)->NroIntSensor, 900);
+    EXPECT_FALSE(lista->Item(1)->Ativo);
+    EXPECT_EQ(lista->Item(1)->ListaAfericoes()->Count(), 1);
 }
 
 TEST(clsListaSensores, AddSensor_CopiesFieldsFlagsAndCalibrationsUnderANewKey)
@@ -310,10 +313,17 @@ TEST(clsListaSensores, AddSensor_NothingOrEndedCalibrations_RaisesFault91)
     EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP < clsListaSensores.AddSensor");
 
     auto origem = Novo<clsSensor>();
+    origem->NroIntSensor = 900;
+    origem->Alterado = true;
+    origem->Ativo = false;
     origem->ListaAfericoes()->Finaliza();
     falha = FalhaLancada([&] { lista->AddSensor(origem); });
     EXPECT_EQ(falha.Numero, 91);
     EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP < clsListaAfericoes.AddAll < clsListaSensores.AddSensor");
+    ASSERT_EQ(lista->Count(), 1); // with its fields, which come before the calibrations
+    EXPECT_EQ(lista->Item(1)->NroIntSensor, 900);
+    EXPECT_TRUE(lista->Item(1)->Alterado);
+    EXPECT_FALSE(lista->Item(1)->Ativo);
 }
 
 TEST(clsListaSensores, Remove_ByPositionOrKey_EndsTheSensorAndNoOther)

@@ -392,6 +392,11 @@ TEST(clsSensor, Atualiza_FaultAmidTheCopies_FieldsAndClearedListStayAsFarAsTheyC
     EXPECT_TRUE(sensor->Alterado);
     EXPECT_EQ(sensor->LocalInfr, "novo");
     EXPECT_EQ(sensor->CodLograd, 0);
+    EXPECT_EQ(sensor->EndCep, 0);
+    EXPECT_EQ(sensor->EndNro, 0);
+    EXPECT_EQ(sensor->EndCompl, "");
+    EXPECT_EQ(sensor->EndDescr, "");
+    EXPECT_EQ(sensor->SentidoVia, "");
     EXPECT_EQ(sensor->ListaAfericoes()->Count(), 0);
 }
 

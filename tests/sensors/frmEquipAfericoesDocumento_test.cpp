@@ -193,12 +193,14 @@ TEST_F(frmEquipAfericoesDocumento_test, cmdProcurar_NameOfBlanks_LooksAtTheLengt
         EXPECT_EQ(host->Erros()[0].Numero, 53);
         Espera(p, "Aguardando...", false);
 
+        Procura(p, Arquivo);
+        Espera(p, "Arquivo " + Arquivo, true);
         host->Tela->Arquivos.Poe("   ", ConteudoNovo);
-        ProcuraECancela(p);
-        Espera(p, "Sem Arquivo!", false);
+        Procura(p, "   ");
+        Espera(p, "Sem Arquivo!", false); // what the file before had enabled is disabled again
         FAZ(p, Clica("cmdCancelar"));
     }));
-    EXPECT_TRUE(Vistos().empty());
+    EXPECT_EQ(Vistos().size(), 1U);
 }
 
 TEST_F(frmEquipAfericoesDocumento_test, cmdProcurar_FileVanished_ErrorBoxAndTheFormStaysOpen)
@@ -326,6 +328,36 @@ TEST_F(frmEquipAfericoesDocumento_test, cmdUpload_ServiceFails_ErrorBoxAndStillS
         EXPECT_EQ(host->Erros()[0].Fonte, "goDadosVor.EnviaDocumento");
         Espera(p, "Fazendo Upload, Aguarde!", false);
         EsperaOKRecusado(p);
+        FAZ(p, Clica("cmdCancelar"));
+    }));
+}
+
+TEST_F(frmEquipAfericoesDocumento_test, cmdUpload_ReplacementFails_ScreenHasNoDocumentFromBeforeTheCall)
+{
+    EXPECT_FALSE(Edita([&](Pessoa &p) {
+        Procura(p, Arquivo);
+        host->FalhaEm("goDadosVor.EnviaDocumento");
+        host->LimpaRegistro();
+        FAZ(p, Clica("cmdUpload"));
+        EXPECT_EQ(host->Erros().size(), 1U);
+        EXPECT_TRUE(RegistroIgual(host->RegistroDe({"goDadosVor.EnviaDocumento"}),
+                                  {"goDadosVor.EnviaDocumento(\"" + Arquivo + "\", 0, 0) !! 51"}));
+        EsperaOKRecusado(p);
+        FAZ(p, Clica("cmdCancelar"));
+    }));
+    EXPECT_EQ(afericao->NroIntImgCertif, 500);
+}
+
+TEST_F(frmEquipAfericoesDocumento_test, cmdUpload_BoxOfARefusalFails_LabelsBehindItDoNotCome)
+{
+    host->Dominio->AceitaEnvio = false;
+    EXPECT_FALSE(Inclui([&](Pessoa &p) {
+        Procura(p, Arquivo);
+        host->FalhaEm("Plataforma.CaixaInformacao");
+        FAZ(p, Clica("cmdUpload"));
+        ASSERT_EQ(host->Erros().size(), 1U);
+        EXPECT_EQ(host->Erros()[0].Contexto, "frmEquipAfericoes.cmdUpload_Click");
+        Espera(p, "Fazendo Upload, Aguarde!", false);
         FAZ(p, Clica("cmdCancelar"));
     }));
 }
@@ -478,6 +510,22 @@ TEST_F(frmEquipAfericoesDocumento_test, cmdVisualizar_ServiceRefuses_LabelTells)
     }));
     EXPECT_TRUE(host->Tela->Caixas().empty());
     EXPECT_TRUE(host->Avisos().empty());
+}
+
+TEST_F(frmEquipAfericoesDocumento_test, cmdVisualizar_ServiceFails_ErrorBoxWithLabelAndButtonOfTheAttempt)
+{
+    EXPECT_FALSE(Inclui([&](Pessoa &p) {
+        nova->NroIntImgCertif = 500; // where the caption is still that of the design
+        host->FalhaEm("goDadosVor.RecebeDocumento");
+        FAZ(p, Clica("cmdVisualizar"));
+        ASSERT_EQ(host->Erros().size(), 1U);
+        EXPECT_EQ(host->Erros()[0].Contexto, "frmEquipAfericoes.cmdVisualizar_Click");
+        EXPECT_EQ(host->Erros()[0].Fonte, "goDadosVor.RecebeDocumento");
+        Espera(p, "Baixando Documento, aguarde!", false);
+        EXPECT_EQ(Caption(p, "cmdProcurar"), "Alterar");
+        EXPECT_TRUE(Vistos().empty());
+        FAZ(p, Clica("cmdCancelar"));
+    }));
 }
 
 TEST_F(frmEquipAfericoesDocumento_test, cmdVisualizar_ViewerCannotOpen_LabelStaysAtFetching)

@@ -377,6 +377,13 @@ TEST_F(frmEquipAfericoes_test, CarregaDetalhes_EachRecord_ReadOnlyNotModalAndAWi
     EXPECT_EQ(host->Avisos().size(), 0U);
 }
 
+TEST_F(frmEquipAfericoes_test, CarregaDetalhes_HostPreparesTheForm_ButtonsAlreadyThoseOfDetails)
+{
+    Ref<clsAfericao> afericao = PoeAfericao(sensor, 7, "05/03/2026", "09/11/2026");
+    EXPECT_EQ(RodapesAoChamar(Janela, [&] { Novo<frmEquipAfericoes>()->CarregaDetalhes(afericao); }),
+              (std::set<std::string>{"&Fechar"}));
+}
+
 // From all wrong to all right: each rule speaks only when those before it are content.
 TEST_F(frmEquipAfericoes_test, ValidouOk_SecondKind_RulesInTheirOrder)
 {
@@ -618,6 +625,12 @@ TEST_F(frmEquipAfericoes_test, cmdOK_KindThatTheComboDoesNotOffer_Fault13AndTheR
     EXPECT_FALSE(Edita(afericao, [&](Pessoa &p) {
         EXPECT_EQ(p.Acha<IztCombo>("cboTipo")->IndiceAtual(), -1);
         EXPECT_TRUE(Visivel(p, "fraPortariaDIMEL"));
+        FAZ(p, Preenche("txtNroINMETRO", "42"));
+        FAZ(p, Preenche("txtMarcaINMETRO", "43"));
+        FAZ(p, Preenche("txtDtVerifINMETRO", "02/01/2026"));
+        FAZ(p, Preenche("txtDtVencINMETRO", "30/12/2026"));
+        FAZ(p, Preenche("txtNroPortDIMEL", "44"));
+        Envia(p);
         FAZ(p, Clica("cmdOK"));
         ASSERT_EQ(host->Erros().size(), 1U);
         EXPECT_EQ(host->Erros()[0].Numero, 13);
@@ -625,7 +638,33 @@ TEST_F(frmEquipAfericoes_test, cmdOK_KindThatTheComboDoesNotOffer_Fault13AndTheR
         FAZ(p, Clica("cmdCancelar"));
     }));
     EXPECT_EQ(afericao->TipoAfer, 2);
+    EXPECT_EQ(afericao->Numero, "1234");
+    EXPECT_EQ(afericao->Marca, "99");
+    EXPECT_EQ(afericao->DataVerificacao, Dia("01/01/2026"));
+    EXPECT_EQ(afericao->DataVencimento, Dia("31/12/2026"));
+    EXPECT_EQ(afericao->PortDimel, "123/15");
+    EXPECT_EQ(afericao->NroIntImgCertif, 500);
     EXPECT_FALSE(afericao->Alterado);
+}
+
+// All has been done but the closing itself, so whatever closes the window then, it was confirmed.
+TEST_F(frmEquipAfericoes_test, cmdOKAndCmdCancelar_UnloadFails_ReportedWithTheRecordAlreadyWritten)
+{
+    Ref<clsAfericao> afericao = PoeAfericao(sensor, 7, "05/03/2026", "09/11/2026");
+    EXPECT_TRUE(Edita(afericao, [&](Pessoa &p) {
+        FAZ(p, Preenche("txtNroINMETRO", "42"));
+        host->FalhaEm("Plataforma.Descarrega");
+        FAZ(p, Clica("cmdOK"));
+        EXPECT_EQ(host->Erros().back().Contexto, "frmEquipAfericoes.cmdOK_Click");
+        EXPECT_EQ(afericao->Numero, "42");
+        EXPECT_TRUE(afericao->Alterado);
+        host->FalhaEm("Plataforma.Descarrega");
+        FAZ(p, Clica("cmdCancelar"));
+        EXPECT_EQ(host->Erros().back().Contexto, "frmEquipAfericoes.cmdCancelar_Click");
+        EXPECT_TRUE(Aberta(Janela)->Visible());
+        FAZ(p, Clica("cmdCancelar"));
+    }));
+    EXPECT_EQ(host->Erros().size(), 2U);
 }
 
 TEST_F(frmEquipAfericoes_test, CarregaX_OrdinanceWithoutSlash_ErrorBoxAndTheFormDoesNotOpen)

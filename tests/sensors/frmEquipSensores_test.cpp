@@ -211,7 +211,7 @@ TEST_F(frmEquipSensores_test, cmdOK_PostalCodeTooLarge_Fault6AndTheFormStaysOpen
 {
     auto novo = SensorNovo();
     EXPECT_FALSE(Inclui(novo, [&](Pessoa &p) {
-        FAZ(p, InformaEndereco("ztEndereco1", 777, 10, "", "99999999999", "x"));
+        FAZ(p, InformaEndereco("ztEndereco1", 777, 10, "casa", "99999999999", "x"));
         FAZ(p, Clica("cmdOK"));
         ASSERT_EQ(host->Erros().size(), 1U);
         EXPECT_EQ(host->Erros()[0].Numero, 6);
@@ -220,7 +220,33 @@ TEST_F(frmEquipSensores_test, cmdOK_PostalCodeTooLarge_Fault6AndTheFormStaysOpen
         EXPECT_TRUE(Aberta(Janela)->Visible());
         FAZ(p, Clica("cmdCancelar"));
     }));
+    EXPECT_EQ(novo->CodLograd, 777); // what comes before the postal code
+    EXPECT_EQ(novo->EndNro, 10);
+    EXPECT_EQ(novo->EndCompl, "casa");
+    EXPECT_EQ(novo->EndCep, 0);
+    EXPECT_EQ(novo->LocalInfr, ""); // and nothing behind it
     EXPECT_FALSE(novo->Alterado);
+}
+
+// All has been done but the closing itself, so whatever closes the window then, it was confirmed.
+TEST_F(frmEquipSensores_test, cmdOKAndCmdCancelar_UnloadFails_ReportedWithTheRecordAlreadyWritten)
+{
+    auto clone = sensor->getClone();
+    EXPECT_TRUE(Edita(clone, [&](Pessoa &p) {
+        FAZ(p, Preenche("txtLocalInfr", "Rua Nova"));
+        host->FalhaEm("Plataforma.Descarrega");
+        FAZ(p, Clica("cmdOK"));
+        EXPECT_EQ(host->Erros().back().Contexto, "frmEquipSensores.cmdOK_Click");
+        EXPECT_EQ(clone->LocalInfr, "Rua Nova");
+        EXPECT_TRUE(clone->Alterado);
+        host->Responde(Descarte, true);
+        host->FalhaEm("Plataforma.Descarrega");
+        FAZ(p, Clica("cmdCancelar"));
+        EXPECT_EQ(host->Erros().back().Contexto, "frmEquipSensores.cmdCancelar_Click");
+        EXPECT_TRUE(Aberta(Janela)->Visible());
+        FAZ(p, Fecha());
+    }));
+    EXPECT_EQ(host->Erros().size(), 2U);
 }
 
 TEST_F(frmEquipSensores_test, cmdOK_NoNotificationAddress_NoticeFocusAndTheFormStaysOpen)
@@ -422,6 +448,12 @@ TEST_F(frmEquipSensores_test, CarregaDetalhes_ListedSensor_ReadOnlyAndNotModal)
     EXPECT_FALSE(sensor->Alterado);
 }
 
+TEST_F(frmEquipSensores_test, CarregaDetalhes_HostPreparesTheForm_ButtonsAlreadyThoseOfDetails)
+{
+    EXPECT_EQ(RodapesAoChamar(Janela, [&] { Novo<frmEquipSensores>()->CarregaDetalhes(sensor); }),
+              (std::set<std::string>{"&Fechar"}));
+}
+
 TEST_F(frmEquipSensores_test, CarregaDetalhes_Calibrations_ReadOnlyToo)
 {
     PoeAfericao(sensor, 7, "01/01/2026", "31/12/2026");
@@ -621,6 +653,12 @@ TEST_F(frmEquipSensores_test, Events_HostFails_ReportedWithTheirContext)
         EXPECT_EQ(host->Erros().back().Contexto, "frmEquipSensores.sstDados_Click");
         EXPECT_EQ(host->Erros().back().Fonte,
                   "Plataforma.Ponteiro < COAfericoes.CarregaAfericoes < COAfericoes.Carrega");
+        EXPECT_FALSE(p.Acha("fraDados", 0)->Enabled()); // the pages were changed before
+        EXPECT_TRUE(p.Acha("fraDados", 1)->Enabled());
+        FAZ(p, Abre("sstDados", 0));
+        host->LimpaRegistro();
+        FAZ(p, Abre("sstDados", 1)); // the controller is there, and is not loaded again
+        EXPECT_EQ(host->Registro(), Textos{});
         FAZ(p, Clica("cmdCancelar"));
     }));
     auto clone = sensor->getClone();
