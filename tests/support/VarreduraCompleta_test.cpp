@@ -100,6 +100,15 @@ class JornadaDeUmaChamada : public JornadaCompleta {
             } catch (...) {
                 MeioGrava();
                 gSubMostraErro(Contexto);
+                if (MostraDeNovo) {
+                    gSubMostraErro(Contexto);
+                }
+                if (EsqueceAmpulheta) {
+                    m_Host.Tela->DefinePonteiro(PonteiroAmpulheta);
+                }
+                if (GuardaObjeto) {
+                    Guardado = m_Host.CriaMensagem();
+                }
             }
         });
         m_Salvou = m_Guardadas == antes + 1;
@@ -113,6 +122,10 @@ class JornadaDeUmaChamada : public JornadaCompleta {
     static inline const char *Contexto = "frmEquipDetalhes.ztCmdOk_Click";
     static inline bool GravaPelaMetade = false;
     static inline bool Teimosa = false;
+    static inline bool MostraDeNovo = false;
+    static inline bool EsqueceAmpulheta = false;
+    static inline bool GuardaObjeto = false;
+    static inline Ref<IMensagem> Guardado;
 
   private:
     static void Salva()
@@ -173,6 +186,10 @@ class VarreduraQueFalha : public testing::Test {
         JornadaDeUmaChamada::Contexto = "frmEquipDetalhes.ztCmdOk_Click";
         JornadaDeUmaChamada::GravaPelaMetade = false;
         JornadaDeUmaChamada::Teimosa = false;
+        JornadaDeUmaChamada::MostraDeNovo = false;
+        JornadaDeUmaChamada::EsqueceAmpulheta = false;
+        JornadaDeUmaChamada::GuardaObjeto = false;
+        JornadaDeUmaChamada::Guardado = nullptr;
     }
     // The texts of the failures of a sweep.
     static std::string Falhas(const std::string &arvore)
@@ -220,6 +237,24 @@ TEST_F(VarreduraQueFalha, ANextTryThatFails_IsTold)
 {
     JornadaDeUmaChamada::Teimosa = true;
     EXPECT_NE(Falhas(ArvoreCerta).find("não salvou"), std::string::npos);
+}
+
+TEST_F(VarreduraQueFalha, ASecondErrorBox_IsTold)
+{
+    JornadaDeUmaChamada::MostraDeNovo = true;
+    EXPECT_NE(Falhas(ArvoreCerta).find("erros.size()"), std::string::npos);
+}
+
+TEST_F(VarreduraQueFalha, AnHourglassThatIsLeft_IsTold)
+{
+    JornadaDeUmaChamada::EsqueceAmpulheta = true;
+    EXPECT_NE(Falhas(ArvoreCerta).find("Ponteiro()"), std::string::npos);
+}
+
+TEST_F(VarreduraQueFalha, AnObjectThatIsKept_IsTold)
+{
+    JornadaDeUmaChamada::GuardaObjeto = true;
+    EXPECT_NE(Falhas(ArvoreCerta).find("Objeto que não foi liberado: goMensagem"), std::string::npos);
 }
 
 TEST_F(VarreduraQueFalha, AFaultThatIsExpectedAtTheCallerButShown_IsTold)
