@@ -84,6 +84,10 @@ class ConexaoLocal {
             consulta.addBindValue(valor);
         }
         bom = bom && consulta.exec();
+        if (!bom && consulta.lastError().nativeErrorCode().toInt() == SQLITE_FULL) {
+            throw Falha(NumeroFalha::DiscoCheio, "BancoLocal",
+                        "O disco em que está o banco de dados local ficou cheio: libere espaço e tente de novo.");
+        }
         if (!bom) {
             throw Falha(ErroDeSintaxe, "BancoLocal",
                         "O banco de dados local não executou a consulta: " + consulta.lastError().text().toStdString());

@@ -94,9 +94,10 @@ void JanelasFalsas::Avisa(const std::string &texto, const std::string &titulo)
     Avisos.push_back(titulo + ": " + texto);
 }
 
-void JanelasFalsas::MostraErro(const std::string &contexto, std::int32_t numero, const std::string &,
+void JanelasFalsas::MostraErro(const std::string &contexto, std::int32_t numero, const std::string &descricao,
                                const std::string &fonte, const std::string &)
 {
+    FrasesDeErro.push_back(descricao);
     Erros.push_back(std::to_string(numero) + " " + fonte + " " + contexto);
 }
 

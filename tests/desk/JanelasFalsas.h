@@ -25,7 +25,8 @@ class JanelasFalsas : public IJanelas {
     std::vector<std::string> Pendencias() const;
 
     std::vector<std::string> Avisos;
-    std::vector<std::string> Erros; // number, source and context
+    std::vector<std::string> Erros;        // number, source and context
+    std::vector<std::string> FrasesDeErro; // what the person reads of each
     std::vector<std::string> Mostrados;
     std::vector<std::string> Topicos;
     std::vector<bool> Esperas;

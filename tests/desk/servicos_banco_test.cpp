@@ -14,6 +14,7 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <filesystem>
 #include <fstream>
 #include <memory>
 #include <stdexcept>
@@ -173,6 +174,45 @@ TEST(ServicosBanco, Open_AReadOnlyFile_RaisesAFault)
     const Falha falha = FalhaLancada([&] { Servicos::Abre(registro.Caminho(), Hoje); });
     EXPECT_EQ(falha.Numero, 70);
     EXPECT_EQ(falha.Descricao, "O registro só pode ser lido: falta permissão para gravar no arquivo ou na sua pasta.");
+}
+
+// The file may be written, but not what the database keeps beside it.
+TEST(ServicosBanco, Open_WithALogThatCannotBeWritten_RaisesAFault)
+{
+    RegistroDeTeste registro;
+    registro.Fecha();
+    const std::filesystem::path caminho = registro.Caminho();
+    std::filesystem::permissions(caminho.parent_path(), std::filesystem::perms::all);
+    std::filesystem::permissions(caminho, std::filesystem::perms(0666));
+    std::ofstream(caminho.string() + "-wal").close();
+    std::filesystem::permissions(caminho.string() + "-wal", std::filesystem::perms(0444));
+    {
+        const SemPrivilegio sem;
+        const Falha falha = FalhaLancada([&] { Servicos::Abre(registro.Caminho(), Hoje); });
+        EXPECT_EQ(falha.Numero, 70);
+        EXPECT_EQ(falha.Descricao,
+                  "O registro só pode ser lido: falta permissão para gravar no arquivo ou na sua pasta.");
+    }
+    std::filesystem::permissions(caminho.string() + "-wal", std::filesystem::perms(0666));
+    registro.Reabre();
+    EXPECT_EQ(registro.Sql("SELECT COUNT(*) FROM CLIENTE"), "2");
+}
+
+TEST(ServicosBanco, Open_InADirectoryThatCannotBeWritten_RaisesAFault)
+{
+    RegistroDeTeste registro;
+    registro.Fecha();
+    const std::filesystem::path caminho = registro.Caminho();
+    std::filesystem::permissions(caminho, std::filesystem::perms(0666));
+    std::filesystem::permissions(caminho.parent_path(), std::filesystem::perms(0555));
+    {
+        const SemPrivilegio sem;
+        const Falha falha = FalhaLancada([&] { Servicos::Abre(registro.Caminho(), Hoje); });
+        EXPECT_EQ(falha.Numero, 70);
+        EXPECT_EQ(falha.Descricao,
+                  "O registro só pode ser lido: falta permissão para gravar no arquivo ou na sua pasta.");
+    }
+    std::filesystem::permissions(caminho.parent_path(), std::filesystem::perms::all);
 }
 
 TEST(ServicosBanco, Save_WhenTheDiskTakesNoMore_RaisesAFaultAndStoresNothing)
