@@ -475,6 +475,7 @@ TEST_F(TecladoTeste, QueryOfAnotherModule_ByKeys)
 {
     const Ref<SessaoServico> ana = registro.Sessao("ana");
     const auto agente = EquipamentoDe("B1");
+    agente->TipoAgente = std::uint8_t{2};
     agente->TipoEquip = "A";
     agente->ArquivoLayout = "";
     const auto sensor = SensorDe(1);
