@@ -82,12 +82,13 @@ void COLimiteDif::LigaEventos()
         m_Conexoes.push_back(
             evento.liga([fraca, procedimento](Args... args) { ((*fraca.Alvo()).*procedimento)(args...); }));
     };
-    Ref<IztList> lista = m_ZtList.Alvo();
-    liga(lista->GotFocus(), &COLimiteDif::m_ZtList_GotFocus);
-    liga(lista->ItemClick(), &COLimiteDif::m_ZtList_ItemClick);
-    liga(lista->AntesDeRemoverItem(), &COLimiteDif::m_ZtList_AntesDeRemoverItem);
-    liga(lista->DepoisDeRemoverItem(), &COLimiteDif::m_ZtList_DepoisDeRemoverItem);
-    liga(lista->ItemMenuClicado(), &COLimiteDif::m_ZtList_ItemMenuClicado);
+    if (Ref<IztList> lista = m_ZtList.Alvo()) { // Nothing has no events; configuring it raises the fault
+        liga(lista->GotFocus(), &COLimiteDif::m_ZtList_GotFocus);
+        liga(lista->ItemClick(), &COLimiteDif::m_ZtList_ItemClick);
+        liga(lista->AntesDeRemoverItem(), &COLimiteDif::m_ZtList_AntesDeRemoverItem);
+        liga(lista->DepoisDeRemoverItem(), &COLimiteDif::m_ZtList_DepoisDeRemoverItem);
+        liga(lista->ItemMenuClicado(), &COLimiteDif::m_ZtList_ItemMenuClicado);
+    }
 }
 
 void COLimiteDif::LimpaPesquisa()

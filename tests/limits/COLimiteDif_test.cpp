@@ -756,6 +756,14 @@ TEST_F(COLimiteDifTeste, Carrega_WhenTheServiceAnswersNothing_RaisesFault91)
     }
 }
 
+TEST_F(COLimiteDifTeste, Carrega_WithoutAList_RaisesFault91WhileConfiguringItWithTheKindAlreadyKept)
+{
+    const Falha falha = FalhaLancada([&] { controlador->Carrega(nullptr, "RAD-01", 12, DiaEspecifico); });
+    EXPECT_EQ(falha.Numero, 91);
+    EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP < gsubConfigLista < COSensores.Carrega");
+    EXPECT_EQ(controlador->DescrModulo(), "Dia Específico");
+}
+
 TEST_F(COLimiteDifTeste, Carrega_WhenTheListFails_RaisesWithThePathOfItsStep)
 {
     Lista(ComLimites({}));
