@@ -148,30 +148,48 @@ void JanelasQt::FechaForm(const Ref<IForm> &form)
     if (aberta == nullptr) {
         return;
     }
-    const QPointer<JanelaForm> janela = aberta->Janela;
-    const QPointer<QMdiSubWindow> filha = aberta->Filha;
-    QEventLoop *espera = aberta->Espera;
+    const Aberta fechada = std::move(*aberta);
     m_Abertas.erase(m_Abertas.begin() + (aberta - m_Abertas.data()));
 
     // Windows that were opened in front of this one go with it.
     std::vector<Ref<IForm>> soltas;
     for (const Aberta &outra : m_Abertas) {
-        if (outra.Espera == nullptr && outra.Janela && janela && outra.Janela->parentWidget() == janela) {
+        if (outra.Espera == nullptr && outra.Janela && fechada.Janela &&
+            outra.Janela->parentWidget() == fechada.Janela) {
             soltas.push_back(outra.Form);
         }
     }
     for (const Ref<IForm> &solta : soltas) {
         Descarrega(solta);
     }
-    if (!janela.isNull()) {
-        janela->Encerra();
+    Tira(fechada);
+}
+
+void JanelasQt::Tira(const Aberta &aberta)
+{
+    if (!aberta.Janela.isNull()) {
+        aberta.Janela->Encerra();
     }
-    if (!filha.isNull()) {
-        filha->hide();
-        filha->deleteLater();
+    if (!aberta.Filha.isNull()) {
+        aberta.Filha->hide();
+        aberta.Filha->deleteLater();
     }
-    if (espera != nullptr) {
-        espera->quit();
+    if (aberta.Espera != nullptr) {
+        aberta.Espera->quit();
+    }
+}
+
+void JanelasQt::TiraTodas()
+{
+    const std::vector<Aberta> abertas = std::move(m_Abertas);
+    m_Abertas.clear();
+    for (const Aberta &aberta : abertas) {
+        if (!aberta.Filha.isNull() && !aberta.Janela.isNull()) {
+            QObject::disconnect(aberta.Filha, nullptr, aberta.Janela, nullptr); // the one that goes activates another
+        }
+    }
+    for (const Aberta &aberta : abertas) {
+        Tira(aberta);
     }
 }
 

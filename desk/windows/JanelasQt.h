@@ -27,6 +27,8 @@ class JanelasQt : public IJanelas {
     std::function<void(const std::string &)> Ajuda;
     // Runs what came from a person; a fault that comes out of it is shown.
     void NaBorda(const std::function<void()> &acao);
+    // Takes away the windows still open, without asking their forms.
+    void TiraTodas();
 
     void MostraForm(const Ref<IForm> &form, bool modal, const Ref<IForm> &dono) override;
     void FechaForm(const Ref<IForm> &form) override;
@@ -55,6 +57,7 @@ class JanelasQt : public IJanelas {
         Conexao PediuOrdem;
     };
 
+    static void Tira(const Aberta &aberta);
     Aberta *Acha(const Ref<IForm> &form);
     // The window in front of which a box or modal window stands.
     QWidget *Frente() const;

@@ -65,6 +65,7 @@ Mesa::Mesa(Ref<Servicos> servicos, std::filesystem::path diretorio, std::functio
 
 Mesa::~Mesa()
 {
+    m_Janelas->TiraTodas(); // what they still have to say would come after the module's end
     m_Geral->Encerra();
     m_Geral = nullptr;
     DescarregaModulo(); // its shared services are this host's
