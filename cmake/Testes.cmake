@@ -14,8 +14,7 @@ function(adiciona_teste sala)
         DISCOVERY_TIMEOUT 60
         NO_PRETTY_VALUES
         TEST_PREFIX "${sala}."
-        WORKING_DIRECTORY ${PROJECT_SOURCE_DIR}
-        PROPERTIES TIMEOUT 120)
+        WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
 endfunction()
 
 file(GLOB fontes_suporte CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/support/*.cpp)

@@ -20,6 +20,5 @@ if(fontes_servicos)
         DISCOVERY_TIMEOUT 60
         NO_PRETTY_VALUES
         TEST_PREFIX "servicos."
-        WORKING_DIRECTORY ${PROJECT_SOURCE_DIR}
-        PROPERTIES TIMEOUT 300)
+        WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
 endif()
