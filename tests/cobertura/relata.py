@@ -4,6 +4,7 @@ What is uncovered must have a reason in the list, and every reason there must st
 """
 
 import json
+import re
 import sys
 from collections import defaultdict
 from pathlib import Path
@@ -12,6 +13,7 @@ from typing import NamedTuple
 SALAS = ["host", "shell", "sensors", "equipment", "limits", "search", "controls"]
 MINIMO_LINHAS = 98.0
 MINIMO_DESVIOS = 95.0
+NADA_FAZ = re.compile(r"[{}]?|//.*")
 
 
 class Falta(NamedTuple):
@@ -40,7 +42,7 @@ def le_linhas(arquivo):
 
 
 def le_desvios(arquivo, fontes):
-    """{path: {(line, column, last line, last column): [times true, times false]}}, the copies of a template summed.
+    """{path: {(line, column, line and column of the end): [times true, times false]}}, the copies of a template summed.
 
     What is known when a template is compiled is no branch of the program.
     """
@@ -59,19 +61,20 @@ def le_desvios(arquivo, fontes):
 
 
 def condicao(fonte, linha, coluna, ate_linha, ate_coluna):
-    trecho = fonte[linha - 1 : ate_linha]
+    """Its text. Columns count bytes from 1."""
+    trecho = [texto.encode() for texto in fonte[linha - 1 : ate_linha]]
     trecho[-1] = trecho[-1][: ate_coluna - 1]
     trecho[0] = trecho[0][coluna - 1 :]
-    return " ".join(parte.strip() for parte in trecho)
+    return " ".join(parte.decode().strip() for parte in trecho)
 
 
 def acha_faltas(linhas, desvios, fontes):
-    """What is to be listed. A brace alone on its line, and a condition on a line that never ran, go without saying."""
+    """What is to be listed: neither lines with nothing to run, nor the conditions of a line that never ran."""
     faltas = [
         Falta(caminho, linha, "")
         for caminho, vezes_de in linhas.items()
         for linha, vezes in vezes_de.items()
-        if vezes == 0 and fontes[caminho][linha - 1].strip() not in ("{", "}")
+        if vezes == 0 and NADA_FAZ.fullmatch(fontes[caminho][linha - 1].strip()) is None
     ]
     for caminho, vezes_de in desvios.items():
         for lugar, vezes in vezes_de.items():

@@ -331,6 +331,21 @@ TEST_F(PessoaTest, Keys_OnAFormWithAControlOfAnotherMaker_PassItBy)
     EXPECT_EQ(NomeComFoco(), "b");
 }
 
+TEST_F(PessoaTest, Clica_OnAButtonOfAnotherMaker_IsRefused)
+{
+    class BotaoAlheio : public ControleAlheio, public Clicavel {
+      public:
+        using ControleAlheio::ControleAlheio;
+        bool Clica() override { return Clicado = true; }
+        bool Clicado = false;
+    };
+    const auto botao = Novo<BotaoAlheio>("cmdAlheio");
+    m_Tela.Form->Guarda(botao);
+    EXPECT_FALSE(m_Pessoa.Clica("cmdAlheio"));
+    EXPECT_EQ(m_Pessoa.Motivo(), "cmdAlheio: não é controle para isso");
+    EXPECT_FALSE(botao->Clicado);
+}
+
 TEST_F(PessoaTest, Tab_OutOfADate_MakesItsYearWhole)
 {
     const auto data = m_Tela.Poe<ztData>(Chamado<AjustesControle>("ztdData"));
