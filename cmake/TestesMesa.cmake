@@ -36,3 +36,4 @@ foreach(comando IN ITEMS run test)
 endforeach()
 add_test(NAME mesa.run_opcao_sem_valor
     COMMAND sh -c "\"$0\" --dados </dev/null >/dev/null 2>&1; test $? -eq 2" ${PROJECT_SOURCE_DIR}/run)
+add_test(NAME mesa.run_sem_tela COMMAND ${PROJECT_SOURCE_DIR}/tests/desk/run_sem_tela.sh ${PROJECT_SOURCE_DIR})

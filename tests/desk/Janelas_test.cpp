@@ -1,3 +1,4 @@
+#include "controls/ztList.h"
 #include "desk/windows/Entrada.h"
 #include "desk/windows/Mesa.h"
 #include "desk/windows/Mnemonicas.h"
@@ -36,6 +37,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <map>
 #include <set>
 
 namespace {
@@ -377,6 +379,52 @@ TEST_F(JanelasTeste, Event_ThatRaises_ShowsTheErrorAndLeavesTheWindow)
     EXPECT_TRUE(vistos[0].contains("Erro 13 em Mesa")) << S(vistos[0]);
     EXPECT_TRUE(janela->isVisible());
     EXPECT_EQ(mesa.Hospedeiro()->Plataforma()->NroForms(), 1);
+}
+
+TEST_F(JanelasTeste, StatusBar_OfTheOneWhoIsIn_TellsWhoWhereAndHowFresh)
+{
+    const auto texto = [this](const char *nome) { return S(mesa.findChild<QLabel *>(nome)->text()); };
+    EXPECT_EQ(texto("estadoUsuario"), "Usuário: Ana Souza");
+    EXPECT_EQ(texto("estadoCliente"), "Cliente: DETRAN/RS   Setor: Fiscalização");
+    EXPECT_EQ(texto("estadoReplica"), "Dados considerados até 20/11/2026 10:00:00");
+    EXPECT_FALSE(mesa.findChild<QWidget *>("estadoForcar")->isVisible());
+    mesa.Sai();
+    EXPECT_EQ(texto("estadoUsuario"), "Ninguém entrou");
+    EXPECT_EQ(texto("estadoCliente") + texto("estadoReplica"), "");
+}
+
+TEST_F(JanelasTeste, Pointer_OfWaiting_IsSeenUntilTheEndOrTheFirstBox)
+{
+    const Ref<IPlataforma> plataforma = mesa.Hospedeiro()->Plataforma();
+    ASSERT_EQ(QApplication::overrideCursor(), nullptr);
+    plataforma->DefinePonteiro(PonteiroAmpulheta);
+    plataforma->DefinePonteiro(PonteiroAmpulheta);
+    ASSERT_NE(QApplication::overrideCursor(), nullptr);
+    EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+    plataforma->DefinePonteiro(PonteiroNormal);
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(JanelasTeste, Search_UntilItsRowsAreThere_ShowsTheWaitPointer)
+{
+    Inclui(registro.Sessao("ana"), EquipamentoDe("A1"));
+    ASSERT_TRUE(mesa.Modulo()->ClickMenu("mnuModVOREquiptos"));
+    auto *janela = mesa.findChild<JanelaForm *>("frmLista");
+    ASSERT_NE(janela, nullptr);
+    std::map<std::int32_t, bool> esperava; // by number of rows, at their arrival
+    Conexao conexao;
+    for (const Ref<IControle> &controle : janela->Form()->Controles()) {
+        if (auto *lista = dynamic_cast<ztList *>(controle.Ponteiro())) {
+            conexao = lista->Mudou().liga([&, lista] {
+                const QCursor *cursor = QApplication::overrideCursor();
+                esperava.emplace(lista->NroItens(), cursor != nullptr && cursor->shape() == Qt::WaitCursor);
+            });
+        }
+    }
+    janela->findChild<QAbstractButton *>("ztlLista_localizar")->click();
+    ASSERT_EQ(esperava.count(1), 1U);
+    EXPECT_TRUE(esperava[1]);
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }
 
 TEST_F(JanelasTeste, Close_OfTheMainWindow_ClosesAllThroughLogoff)

@@ -1,5 +1,6 @@
 #include "tests/desk/Teclado.h"
 
+#include "desk/host/Logradouros.h"
 #include "desk/sample/CertificadoPDF.h"
 #include "desk/windows/Mesa.h"
 #include "tests/desk/RegistroDeTeste.h"
@@ -13,6 +14,7 @@
 #include <QMdiSubWindow>
 #include <QPdfView>
 #include <QPrintDialog>
+#include <QPushButton>
 #include <QTabWidget>
 #include <QTimer>
 
@@ -135,7 +137,7 @@ TEST_F(TecladoTeste, Search_ByCriteriaAndMoving_ByKeys)
                   t.TabAte("ztCliente/cliente");
                   t.DesceAte("DETRAN/RS");
                   t.TabAte("ztCliente/setor");
-                  t.DesceAte("Fiscalização");
+                  t.DesceAte("Metrologia");
                   t.DesceAte("Todos os setores");
                   t.TabAte("cboTipoAgente");
                   t.DesceAte("Fixo");
@@ -305,6 +307,59 @@ TEST_F(TecladoTeste, SensorAndCalibration_FromTheListToTheRegistry_ByKeys)
     EXPECT_EQ(registro.Sql("SELECT COUNT(*) FROM SENSOR"), "2");
     EXPECT_EQ(registro.Sql("SELECT LocalInfr FROM SENSOR WHERE NroSensor = 2"), "Rua Bento Gonçalves, 1500 - Centro");
     EXPECT_EQ(registro.Sql("SELECT DataVencimento FROM AFERICAO WHERE Numero = '10000001'"), "20270110");
+}
+
+TEST_F(TecladoTeste, Address_ByPostalCodeWhileTyping)
+{
+    constexpr std::int32_t portoAlegre = 4314902;
+    const Logradouro rua = ProcuraLogradouros(portoAlegre, "bento goncalves", 1).at(0);
+    const QString cep = Q(rua.Cep.substr(0, 5) + "-" + rua.Cep.substr(5));
+    Entra();
+    EXPECT_EQ(Teclado::Percorre([&](Teclado &t) {
+                  AbreEquipamento(t, 'D');
+                  t.Tecla(Qt::Key_PageDown, Qt::ControlModifier);
+                  t.Tecla(Qt::Key_PageDown, Qt::ControlModifier);
+                  EsperaPagina(t, 2);
+                  t.Alt('N');
+                  t.EsperaJanela("frmEquipSensores");
+                  t.TabAte("ztEndereco1/municipio");
+                  t.Tecla(Qt::Key_Home);
+                  t.Escreve("porto");
+                  t.TabAte("ztEndereco1/via");
+                  t.Escreve("0");
+                  t.Espera("nothing can be used yet", [] { return !Teclado::Acha("ztEndereco1/usar")->isEnabled(); });
+                  t.Tecla(Qt::Key_Backspace);
+                  t.Escreve(cep);
+                  t.Alt('U');
+                  t.EsperaTexto("txtLocalInfr", Q(rua.Descricao(0, "")));
+              }),
+              "");
+}
+
+TEST_F(TecladoTeste, SignIn_AfterWrongPasswords_MakesThePersonWait)
+{
+    registro.Cadastra("ana");
+    PedeEntrada();
+    EXPECT_EQ(Teclado::Percorre([](Teclado &t) {
+                  t.EsperaJanela("Entrada");
+                  t.Escreve("ana");
+                  for (int vez = 0; vez < 3; ++vez) {
+                      t.TabAte("senha");
+                      t.Escreve("errada");
+                      t.Tecla(Qt::Key_Return);
+                      t.EsperaTexto("senha", "");
+                  }
+                  t.Espera("the button waits", [] {
+                      const auto *entrar = qobject_cast<QPushButton *>(Teclado::Acha("entrar"));
+                      return entrar != nullptr && !entrar->isEnabled() && entrar->text().startsWith("Aguarde ");
+                  });
+                  t.Escreve("senha de ana");
+                  t.Tecla(Qt::Key_Return);
+                  t.Espera("nobody came in", [] { return Teclado::Frente()->objectName() == "Entrada"; });
+                  t.Tecla(Qt::Key_Escape);
+              }),
+              "");
+    EXPECT_FALSE(entrou);
 }
 
 TEST_F(TecladoTeste, EveryPage_OfAnEquipment_ByKeys)
@@ -482,8 +537,9 @@ TEST_F(TecladoTeste, QueryOfAnotherModule_ByKeys)
     Poe(sensor, AfericaoDe("222", DataDe(10, 1, 2026), DataDe(10, 1, 2027), GuardaPdf(ana, "agente")));
     Poe(agente, sensor);
     Inclui(ana, agente);
+    const QString afericao = Q(registro.Sql("SELECT NroIntAfericao FROM AFERICAO WHERE Numero = '222'"));
     Entra();
-    EXPECT_EQ(Teclado::Percorre([](Teclado &t) {
+    EXPECT_EQ(Teclado::Percorre([&](Teclado &t) {
                   t.Tecla(Qt::Key_3, Qt::ControlModifier);
                   t.EsperaJanela("ConsultaAutuacao");
                   t.TabAte("data");
@@ -502,6 +558,12 @@ TEST_F(TecladoTeste, QueryOfAnotherModule_ByKeys)
                   t.EsperaJanela("ConsultaAutuacao");
                   t.EsperaTexto("resultado", "Equipamento selecionado.");
                   t.EsperaTexto("resposta7", "10/01/2026");
+                  t.TabAte("codOat");
+                  t.Escreve(afericao);
+                  t.Alt('I');
+                  t.EsperaCaixa("não é um documento PDF que possa ser aberto.");
+                  t.Tecla(Qt::Key_Return);
+                  t.EsperaTexto("resultado", "O certificado não foi aberto.");
               }),
               "");
 }

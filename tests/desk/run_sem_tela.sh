@@ -1,0 +1,47 @@
+#!/usr/bin/env bash
+# ./run in a tree of its own, with a program and a cmake that only write down how they were called: what does it start,
+# with a screen and without?
+set -euo pipefail
+raiz=$1
+pasta=$(mktemp -d)
+trap 'rm -rf "$pasta"' EXIT
+mkdir -p "$pasta/cmake" "$pasta/build/release/desk" "$pasta/bin" "$pasta/tmp"
+cp "$raiz/run" "$pasta/"
+# The packages are another test's affair.
+echo 'instala_pacotes() { :; }' >"$pasta/cmake/pacotes.sh"
+printf '#!/bin/sh\nexit 0\n' >"$pasta/bin/cmake"
+cat >"$pasta/build/release/desk/registro-de-equipamentos" <<'FIM2'
+#!/bin/sh
+echo "plataforma=${QT_QPA_PLATFORM:-} argumentos=$*"
+exit "${SAIDA:-0}"
+FIM2
+chmod +x "$pasta/bin/cmake" "$pasta/build/release/desk/registro-de-equipamentos"
+
+chama() { # variables of the screen, then the arguments of ./run after --
+    local tela=()
+    while [[ $1 != -- ]]; do
+        tela+=("$1")
+        shift
+    done
+    shift
+    env -u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM PATH="$pasta/bin:$PATH" TMPDIR="$pasta/tmp" \
+        "${tela[@]}" "$pasta/run" "$@" </dev/null 2>&1
+}
+espera() { # what, seen, pattern
+    # shellcheck disable=SC2053
+    if [[ $2 != $3 ]]; then
+        printf '%s: seen\n%s\nexpected\n%s\n' "$1" "$2" "$3" >&2
+        exit 1
+    fi
+}
+
+espera "a screen" "$(chama DISPLAY=:9 --)" "plataforma= argumentos="
+espera "a Wayland screen" "$(chama WAYLAND_DISPLAY=wayland-0 -- --vazio)" "plataforma= argumentos=--vazio"
+espera "no screen" "$(chama --)" \
+    "Não há uma tela neste computador: o roteiro percorre o trabalho e deixa as imagens em $pasta/tmp/roteiro-??????.
+plataforma=offscreen argumentos=--roteiro $pasta/tmp/roteiro-??????"
+espera "no screen, the tour asked for" "$(chama -- --roteiro "$pasta/aqui")" \
+    "plataforma=offscreen argumentos=--roteiro $pasta/aqui"
+saida=0
+chama SAIDA=1 -- >/dev/null || saida=$?
+espera "exit status of a tour that saw a difference" "$saida" 1
