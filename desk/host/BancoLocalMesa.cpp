@@ -53,7 +53,8 @@ int ComparaNomes(void *, int tamanhoA, const void *a, int tamanhoB, const void *
 class ConexaoLocal {
   public:
     ConexaoLocal(const std::filesystem::path &arquivo, bool somenteLeitura)
-        : m_Nome(QUuid::createUuid().toString(QUuid::WithoutBraces))
+        : m_Nome(QUuid::createUuid().toString(QUuid::WithoutBraces)),
+          m_SomenteLeitura(somenteLeitura)
     {
         QSqlDatabase banco = QSqlDatabase::addDatabase("QSQLITE", m_Nome);
         banco.setDatabaseName(QString::fromStdU16String(arquivo.u16string()));
@@ -84,9 +85,15 @@ class ConexaoLocal {
             consulta.addBindValue(valor);
         }
         bom = bom && consulta.exec();
-        if (!bom && consulta.lastError().nativeErrorCode().toInt() == SQLITE_FULL) {
+        const int motivo = bom ? SQLITE_OK : consulta.lastError().nativeErrorCode().toInt() & 0xff;
+        if (motivo == SQLITE_FULL) {
             throw Falha(NumeroFalha::DiscoCheio, "BancoLocal",
                         "O disco em que está o banco de dados local ficou cheio: libere espaço e tente de novo.");
+        }
+        if (motivo == SQLITE_READONLY && !m_SomenteLeitura) {
+            throw Falha(
+                NumeroFalha::PermissaoNegada, "BancoLocal",
+                "O banco de dados local só pode ser lido: falta permissão para gravar no arquivo ou na sua pasta.");
         }
         if (!bom) {
             throw Falha(ErroDeSintaxe, "BancoLocal",
@@ -97,6 +104,7 @@ class ConexaoLocal {
 
   private:
     QString m_Nome;
+    bool m_SomenteLeitura;
 };
 
 // All of a transaction or nothing of it.

@@ -1,4 +1,6 @@
 #include "controls/Pessoa.h"
+#include "desk/sample/Amostra.h"
+#include "desk/sample/RegistroDoUsuario.h"
 #include "equipment/clsEquipto.h"
 #include "equipment/frmEquipDetalhes.h"
 #include "host/Falha.h"
@@ -13,6 +15,7 @@
 #include "shell/ModGeral.h"
 #include "tests/desk/DiscoDeTeste.h"
 #include "tests/desk/HospedeiroDeTeste.h"
+#include "tests/desk/SemPrivilegio.h"
 #include "tests/support/FalhaLancada.h"
 
 #include <gtest/gtest.h>
@@ -184,6 +187,66 @@ TEST_F(DiscoCheioTeste, LocalDatabase_ThatCannotBeRenewed_KeepsTheOldCopyAndSays
     }
     mesa.Host->BancoLocal->AtualizaReplica(*mesa.Host->Servico());
     EXPECT_EQ(linhas(), 2);
+}
+
+TEST_F(DiscoCheioTeste, LocalDatabase_ThatCannotBeMade_SaysSoAndIsMadeLater)
+{
+    const std::filesystem::path arquivo = mesa.Diretorio() / "outro.db";
+    int recusas = 0;
+    for (int cabem = 0;; cabem += 3) {
+        std::filesystem::remove(arquivo);
+        const DiscoDeTeste disco(cabem);
+        try {
+            const BancoLocalMesa banco(arquivo);
+            break;
+        } catch (const Falha &falha) {
+            ++recusas;
+            EXPECT_EQ(falha.Descricao,
+                      "O disco em que está o banco de dados local ficou cheio: libere espaço e tente de novo.");
+        }
+    }
+    EXPECT_GT(recusas, 2);
+    EXPECT_EQ(BancoLocalMesa(arquivo)
+                  .Abre()
+                  ->OpenRecordset("SELECT * FROM Municipio", InstantaneoSomenteLeitura, Valor(), Valor())
+                  ->RecordCount(),
+              497);
+}
+
+TEST_F(DiscoCheioTeste, LocalDatabase_ThatMayOnlyBeRead_SaysSo)
+{
+    const std::filesystem::path arquivo = mesa.Diretorio() / "outro.db";
+    {
+        const BancoLocalMesa banco(arquivo);
+    }
+    std::filesystem::permissions(arquivo, std::filesystem::perms(0444));
+    std::filesystem::permissions(mesa.Diretorio(), std::filesystem::perms::all);
+    const SemPrivilegio sem;
+    const Falha falha = FalhaLancada([&] { BancoLocalMesa{arquivo}; });
+    EXPECT_EQ(falha.Numero, 70);
+    EXPECT_EQ(falha.Descricao,
+              "O banco de dados local só pode ser lido: falta permissão para gravar no arquivo ou na sua pasta.");
+}
+
+// The registry is made beside its place: a disk that fills up leaves none, and the next start makes it whole.
+TEST_F(DiscoCheioTeste, AbreRegistroDoUsuario_OnAFullDisk_LeavesNoneUntilThereIsRoom)
+{
+    const std::filesystem::path diretorio = mesa.Diretorio() / "novo";
+    const auto abre = [&] {
+        return AbreRegistroDoUsuario(
+            diretorio, TipoDeRegistro::Vazio, false, [this] { return mesa.Registro.Relogio; }, [](double) {});
+    };
+    for (const int cabem : {0, 20, 130, 160, 200}) {
+        SCOPED_TRACE(cabem);
+        {
+            const DiscoDeTeste disco(cabem);
+            EXPECT_EQ(FalhaLancada(abre).Descricao, Cheio);
+        }
+        EXPECT_FALSE(std::filesystem::exists(CaminhoDoRegistro(diretorio)));
+    }
+    std::string recusa;
+    std::int32_t espera = 0;
+    EXPECT_FALSE(abre()->Entra("ana", SenhaDaAmostra, recusa, espera).Nada()) << recusa;
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 #include "desk/services/DialetoSQLite.h"
 #include "host/RelatorioAfericaoED.h"
 #include "tests/desk/RegistroDeTeste.h"
+#include "tests/desk/SemPrivilegio.h"
 #include "tests/support/FalhaLancada.h"
 
 #include <QFile>
@@ -11,7 +12,6 @@
 
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <csignal>
 #include <filesystem>
@@ -40,28 +40,6 @@ class DialetoFuturo : public DialetoSQLite {
 
   private:
     Migracao m_Proxima;
-};
-
-// Without the privilege to write wherever one likes, for its scope.
-class SemPrivilegio {
-  public:
-    SemPrivilegio() : m_Era(geteuid())
-    {
-        if (m_Era == 0 && seteuid(65534) != 0) {
-            throw std::runtime_error("seteuid");
-        }
-    }
-    SemPrivilegio(const SemPrivilegio &) = delete;
-    SemPrivilegio &operator=(const SemPrivilegio &) = delete;
-    ~SemPrivilegio()
-    {
-        if (seteuid(m_Era) != 0) {
-            std::abort();
-        }
-    }
-
-  private:
-    uid_t m_Era;
 };
 
 // No file grows beyond this size, for its scope: a write that the system refuses.

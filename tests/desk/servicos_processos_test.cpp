@@ -214,22 +214,31 @@ TEST(ServicosProcessos, TwoAtOnce_NothingIsLostAppliedTwiceOrLocked)
     int incluidos = 0;
     int contados = 0;
     int guardados = 0;
+    int dias = 0;
+    int desativados = 0;
     for (const std::string &dito : {um.Dito(), outro.Dito()}) {
         const auto partes = Divide(Substitui(dito, "\n", ""), " ");
-        ASSERT_EQ(partes.size(), 3U) << dito;
+        ASSERT_EQ(partes.size(), 5U) << dito;
         incluidos += std::stoi(partes[0]);
         contados += std::stoi(partes[1]);
         guardados += std::stoi(partes[2]);
+        dias += std::stoi(partes[3]);
+        desativados += std::stoi(partes[4]);
     }
     EXPECT_EQ(incluidos, 2000);
     EXPECT_EQ(guardados, 1000);
+    EXPECT_EQ(dias, 1000);
+    EXPECT_EQ(desativados, 1000);
     EXPECT_GT(contados, 0);
     EXPECT_EQ(registro.Sql("SELECT COUNT(*) FROM EQUIPAMENTO"), std::to_string(incluidos + 1));
     EXPECT_EQ(registro.Sql("SELECT SubCodigo FROM EQUIPAMENTO WHERE NroIntEquip = 1"), std::to_string(contados));
     EXPECT_EQ(registro.Sql("SELECT Versao FROM EQUIPAMENTO WHERE NroIntEquip = 1"), std::to_string(contados + 1));
     EXPECT_EQ(registro.Sql("SELECT COUNT(*) FROM DOCUMENTO"), std::to_string(guardados));
     EXPECT_EQ(registro.Sql("SELECT COUNT(*) FROM HISTORICO WHERE Raiz = 'EQUIPAMENTO'"),
-              std::to_string(incluidos + 1 + contados));
+              std::to_string(incluidos + 1 + contados + desativados));
+    EXPECT_EQ(registro.Sql("SELECT COUNT(*) FROM EQUIPAMENTO WHERE Ativo = 2"), std::to_string(desativados));
+    EXPECT_EQ(registro.Sql("SELECT COUNT(DISTINCT NroIntEquip) FROM DIA"), std::to_string(dias));
+    EXPECT_EQ(registro.Sql("SELECT COUNT(*) FROM HISTORICO WHERE Raiz = 'DIA'"), std::to_string(dias));
     EXPECT_EQ(registro.Sql("PRAGMA integrity_check"), "ok");
 }
 

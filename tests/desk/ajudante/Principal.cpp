@@ -1,6 +1,7 @@
 // A process that works on a registry while a test kills it, or while another one does the same. It says on the standard
 // output, a line each, what the services have reported as done.
 #include "host/Conversoes.h"
+#include "host/DiaEspecificoED.h"
 #include "host/ListaEquiptoED.h"
 #include "tests/desk/RegistroDeTeste.h"
 
@@ -69,13 +70,18 @@ void Mistura(const Ref<SessaoServico> &sessao, const std::string &nome, int oper
     int incluidos = 0;
     int contados = 0;
     int guardados = 0;
+    int dias = 0;
+    int desativados = 0;
+    std::int32_t ultimo = 0; // of those that this process included
     for (int n = 0; n < operacoes; ++n) {
-        switch (n % 5) {
+        switch (n % 10) {
         case 0:
-            Exige(Pede(sessao, "inclui", EquipamentoDe(nome + std::to_string(n))));
+        case 5:
+            ultimo = Inclui(sessao, EquipamentoDe(nome + std::to_string(n)));
             ++incluidos;
             break;
-        case 1: {
+        case 1:
+        case 6: {
             auto mudanca = SoNumero(1);
             mudanca->SubCodigo = CStr(CLng(Abre(sessao, 1)->SubCodigo.Valor()) + 1);
             const Retorno retorno = Pede(sessao, "altera", mudanca);
@@ -92,16 +98,33 @@ void Mistura(const Ref<SessaoServico> &sessao, const std::string &nome, int oper
         case 3:
             Exige(Pede(sessao, "consultaSimples", SoNumero(1)));
             break;
+        case 4:
+            GuardaPdf(sessao, nome + std::to_string(n));
+            ++guardados;
+            break;
+        case 7: {
+            auto dia = Novo<DiaEspecificoED>();
+            dia->NroIntEquip = ultimo;
+            dia->Data = DataDe(25, 12, 2026);
+            dia->HoraFim = 2359;
+            dia->VelocPerm = std::int16_t{40};
+            Exige(Pede(sessao, "adicionaDiaEspecifico", dia));
+            ++dias;
+            break;
+        }
+        case 8:
+            Exige(Pede(sessao, "desativa", SoNumero(ultimo)));
+            ++desativados;
+            break;
         default:
-            if (n % 10 == 4) {
-                GuardaPdf(sessao, nome + std::to_string(n));
-                ++guardados;
-            } else {
-                Abre(sessao, 1);
-            }
+            Abre(sessao, 1);
         }
     }
-    Diz(std::to_string(incluidos) + " " + std::to_string(contados) + " " + std::to_string(guardados));
+    std::string linha;
+    for (const int quantos : {incluidos, contados, guardados, dias, desativados}) {
+        linha += (linha.empty() ? "" : " ") + std::to_string(quantos);
+    }
+    Diz(linha);
 }
 
 } // namespace
