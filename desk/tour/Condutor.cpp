@@ -9,6 +9,7 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileDialog>
+#include <QImage>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -34,6 +35,8 @@ namespace {
 
 constexpr int EsperaMaxima = 10000; // ms
 constexpr int Pausa = 15;           // ms, of the waiting thread between two looks
+constexpr int Escuro = 90;          // grey level of letters; frames and shadows are lighter
+constexpr int PoucasLetras = 500;   // pixels
 
 QMainWindow *Principal()
 {
@@ -202,6 +205,8 @@ void Condutor::Passo(const QString &titulo, const std::function<void()> &acoes)
 void Condutor::Retrato(const QString &nome)
 {
     NaTela<bool>([&] {
+        // Layouts that the first round asks for are made in the second.
+        QApplication::processEvents();
         QApplication::processEvents();
         QMainWindow *principal = Principal();
         QList<QWidget *> janelas;
@@ -218,9 +223,8 @@ void Condutor::Retrato(const QString &nome)
             }
             return nivel;
         };
-        std::stable_sort(janelas.begin(), janelas.end(), [&](const QWidget *a, const QWidget *b) {
-            return profundidade(a) < profundidade(b);
-        });
+        std::stable_sort(janelas.begin(), janelas.end(),
+                         [&](const QWidget *a, const QWidget *b) { return profundidade(a) < profundidade(b); });
         const bool comPrincipal = principal != nullptr && principal->isVisible();
         QPixmap foto(comPrincipal ? principal->size() : QSize(1280, 820));
         foto.fill(QColor("#5b6b7c"));
@@ -458,6 +462,24 @@ void Condutor::EsperaSemJanela(const QString &nome)
     Espera("a janela " + nome + " não está mais na frente", [=] {
         const QWidget *frente = Frente();
         return frente == nullptr || frente->objectName() != nome;
+    });
+}
+
+void Condutor::EsperaPaginas(const QString &nome)
+{
+    Espera(nome + " mostra as letras do documento", [=] {
+        QWidget *widget = Visivel(nome);
+        if (widget == nullptr) {
+            return false;
+        }
+        const QImage imagem = widget->grab().toImage();
+        int escuros = 0;
+        for (int y = 0; y < imagem.height(); ++y) {
+            for (int x = 0; x < imagem.width(); ++x) {
+                escuros += qGray(imagem.pixel(x, y)) < Escuro ? 1 : 0;
+            }
+        }
+        return escuros > PoucasLetras;
     });
 }
 

@@ -50,6 +50,8 @@ class Condutor {
     void EsperaJanela(const QString &nome);
     void EsperaSemJanela(const QString &nome);
     void ConfereTexto(const QString &nome, const QString &esperado);
+    // The pages of a document are drawn some time after the viewer has opened.
+    void EsperaPaginas(const QString &nome);
     void ConfereLinhas(const QString &lista, int quantas);
     void ConfereCelula(const QString &lista, int linha, const QString &coluna, const QString &esperado);
     void ConfereHabilitado(const QString &nome, bool esperado);

@@ -123,6 +123,9 @@ void Roteiro::Entra(const QString &usuario)
     m_Condutor.Passo("Mesa aberta para " + usuario, [&] {
         m_Condutor.Clica("entrar");
         m_Condutor.EsperaSemJanela("Entrada");
+        m_Condutor.ConfereTexto("estadoUsuario", "Usuário: Ana Bittencourt");
+        m_Condutor.ConfereTexto("estadoCliente", "Cliente: DETRAN/RS   Setor: Fiscalização");
+        m_Condutor.ConfereFerramenta("mnuModVOREquiptos", true);
     });
 }
 
@@ -223,6 +226,7 @@ void Roteiro::IncluiAfericoes()
         m_Condutor.AbreAba("sstDados", 1);
         PreencheAfericao("10000001", Digitada(PrimeiraVerificacao()), Digitada(PrimeiroVencimento()));
         m_Condutor.EsperaJanela("VisorPDF");
+        m_Condutor.EsperaPaginas("paginas");
     });
     m_Condutor.Passo("Aferição com documento enviado", [&] {
         m_Condutor.FechaJanela("VisorPDF");
@@ -466,6 +470,7 @@ void Roteiro::ConsultaParaAutuacao()
         m_Condutor.Digita("codOat", daAfericao("NroIntAfericao"));
         m_Condutor.Clica("imprimir");
         m_Condutor.EsperaJanela("VisorPDF");
+        m_Condutor.EsperaPaginas("paginas");
     });
     m_Condutor.Passo("Certificado fechado", [&] {
         m_Condutor.FechaJanela("VisorPDF");

@@ -169,6 +169,7 @@ void Mesa::MontaEstado()
     m_Forcar->setObjectName("estadoForcar");
     m_Forcar->setFlat(true);
     m_Forcar->hide();
+    statusBar()->setContentsMargins(8, 0, 8, 0);
     statusBar()->addWidget(m_Usuario);
     statusBar()->addWidget(m_Cliente);
     statusBar()->addPermanentWidget(m_Replica);

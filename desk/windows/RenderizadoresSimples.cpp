@@ -18,12 +18,27 @@
 #include <QIcon>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLayout>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QShortcut>
 #include <QTabBar>
 #include <QTabWidget>
+
+namespace {
+
+constexpr int FolgaDoQuadro = 8;
+
+} // namespace
+
+RenderTextoFixo::RenderTextoFixo(Ref<IControle> controle, QWidget *widget, Borda borda)
+    : Renderizador(std::move(controle), widget, std::move(borda))
+{
+    if (auto *rotulo = qobject_cast<QLabel *>(widget); rotulo != nullptr && rotulo->frameShape() != QFrame::NoFrame) {
+        rotulo->setMinimumHeight(rotulo->fontMetrics().height() + FolgaDoQuadro); // as high as a field
+    }
+}
 
 void RenderTextoFixo::Mostra()
 {
@@ -37,6 +52,16 @@ RenderImagem::RenderImagem(Ref<IControle> controle, QWidget *widget, Borda borda
 {
     if (auto *rotulo = qobject_cast<QLabel *>(widget)) {
         rotulo->setPixmap(QIcon(":/icones/informacao.svg").pixmap(32, 32));
+    }
+}
+
+RenderMoldura::RenderMoldura(Ref<IControle> controle, QWidget *widget, Borda borda)
+    : Renderizador(std::move(controle), widget, std::move(borda))
+{
+    // One that cannot be seen leaves what is in it in line with what is around it.
+    const auto *quadro = qobject_cast<QFrame *>(widget);
+    if (quadro != nullptr && quadro->frameShape() == QFrame::NoFrame && quadro->layout() != nullptr) {
+        quadro->layout()->setContentsMargins(0, 0, 0, 0);
     }
 }
 

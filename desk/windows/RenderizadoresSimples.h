@@ -12,7 +12,7 @@ class QLineEdit;
 // Labels, check boxes, options and both kinds of button.
 class RenderTextoFixo : public Renderizador {
   public:
-    using Renderizador::Renderizador;
+    RenderTextoFixo(Ref<IControle> controle, QWidget *widget, Borda borda);
 
   protected:
     void Mostra() override;
@@ -28,7 +28,7 @@ class RenderImagem : public Renderizador {
 
 class RenderMoldura : public Renderizador {
   public:
-    using Renderizador::Renderizador;
+    RenderMoldura(Ref<IControle> controle, QWidget *widget, Borda borda);
 
   protected:
     void Mostra() override;
