@@ -13,6 +13,7 @@ class SessaoFuzz {
     ~SessaoFuzz();
 
     const Ref<HostRoteirizado> host = Novo<HostRoteirizado>();
+    const Ref<Geral> &Shell() const { return m_Geral; }
 
   private:
     Ref<Geral> m_Geral;

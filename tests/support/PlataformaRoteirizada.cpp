@@ -108,6 +108,7 @@ void PlataformaRoteirizada::EsqueceRoteiros()
 {
     m_Respostas.clear();
     m_RespostasFixas.clear();
+    m_RespostaQualquer = nullptr;
     m_Roteiros.clear();
     m_RoteirosFixos.clear();
     m_Mensagens.clear();
@@ -215,6 +216,8 @@ bool PlataformaRoteirizada::PerguntaSimNao(const std::string &texto, const std::
         m_Respostas.pop_front();
     } else if (const auto fixa = m_RespostasFixas.find(texto); fixa != m_RespostasFixas.end()) {
         pergunta.Resposta = fixa->second;
+    } else if (m_RespostaQualquer) {
+        pergunta.Resposta = m_RespostaQualquer();
     } else {
         m_Registro->Problema("INESPERADA: pergunta " + TextoLog(texto));
     }

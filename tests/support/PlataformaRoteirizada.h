@@ -64,6 +64,8 @@ class PlataformaRoteirizada : public IPlataforma {
     void AoMostrarModal(std::string classe, Roteiro roteiro);
     // The same for every question or show for which nothing is queued, and which need not come at all.
     void RespondeSempre(const std::string &texto, bool sim) { m_RespostasFixas[texto] = sim; }
+    // And to any other question.
+    void RespondeQualquer(std::function<bool()> resposta) { m_RespostaQualquer = std::move(resposta); }
     void AoMostrarModalSempre(const std::string &classe, Roteiro roteiro)
     {
         m_RoteirosFixos[classe] = std::move(roteiro);
@@ -151,6 +153,7 @@ class PlataformaRoteirizada : public IPlataforma {
     std::deque<std::pair<std::string, std::optional<bool>>> m_Respostas;
     std::deque<std::pair<std::string, Roteiro>> m_Roteiros;
     std::map<std::string, bool> m_RespostasFixas;
+    std::function<bool()> m_RespostaQualquer;
     std::map<std::string, Roteiro> m_RoteirosFixos;
     std::vector<Pergunta> m_Perguntas;
     std::vector<Caixa> m_Caixas;

@@ -195,6 +195,17 @@ TEST_F(PlataformaRoteirizadaTeste, RespondeSempre_ServesEveryQuestionThatHasNoAn
     EXPECT_TRUE(Plataforma()->PerguntaSimNao("Confirma?", "", false));
 }
 
+TEST_F(PlataformaRoteirizadaTeste, RespondeQualquer_ServesTheQuestionsThatNothingElseAnswers)
+{
+    bool resposta = true;
+    host->Tela->RespondeQualquer([&] { return resposta; });
+    host->RespondeSempre("Confirma?", false);
+    EXPECT_FALSE(Plataforma()->PerguntaSimNao("Confirma?", "", true));
+    EXPECT_TRUE(Plataforma()->PerguntaSimNao("Outra?", "", false));
+    resposta = false;
+    EXPECT_FALSE(Plataforma()->PerguntaSimNao("Outra?", "", true));
+}
+
 TEST_F(PlataformaRoteirizadaTeste, Controles_ThatCannotBeCreated_FailTheLoad)
 {
     host->FalhaEm("Controles.Cria", 1, 429);
