@@ -340,9 +340,10 @@ try {
     m_ZtList->MenuHabilitado(MenuReativar, true);
     m_ZtList->MenuTexto(MenuReativar, m_Ativo == Inativos ? "Reativar" : "Desativar");
     const bool temLimites = Val(m_ZtList->ValorAtual("IndLimiteDif")) == 1;
+    const bool temHorarios = m_ZtList->ValorAtual("TipoEquip") == AgenteEletronico;
     m_ZtList->MenuHabilitado(MenuLimitesDif, temLimites);
     m_ZtList->MenuHabilitado(MenuDiasEspec, temLimites);
-    m_ZtList->MenuHabilitado(MenuHorarioProib, m_ZtList->ValorAtual("TipoEquip") == AgenteEletronico);
+    m_ZtList->MenuHabilitado(MenuHorarioProib, temHorarios);
 } catch (...) {
     PassaFalha(" < COEquipamentos.HabilitaMenu");
 }

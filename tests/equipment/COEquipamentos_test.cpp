@@ -29,13 +29,13 @@ class ListaQueAnota : public ztList {
   public:
     using ztList::ztList;
 
-    bool SemColunas = false; // it has lost its columns
-    bool SoLinhas = false;   // what is written to the menu is not told
+    std::string SemColuna; // the column that it has lost
+    bool SoLinhas = false; // what is written to the menu is not told
     std::vector<std::string> Chamadas;
 
     std::string ValorAtual(const std::string &chave) const override
     {
-        if (SemColunas) {
+        if (chave == SemColuna) {
             throw Falha(NumeroFalha::SubscritoForaDoIntervalo);
         }
         return ztList::ValorAtual(chave);
@@ -103,6 +103,11 @@ class ListaQueAnota : public ztList {
     {
         AnotaMenu("MenuHabilitado " + chave + " " + std::to_string(valor));
         ztList::MenuHabilitado(chave, valor);
+    }
+    void MenuTexto(const std::string &chave, const std::string &valor) override
+    {
+        AnotaMenu("MenuTexto " + chave + " " + valor);
+        ztList::MenuTexto(chave, valor);
     }
 
   private:
@@ -500,6 +505,41 @@ TEST_F(COEquipamentosTeste, Localizar_BySubcodeAfterCode_KeepsTheOldCodeInTheTit
                       "ListaEquiptoED{ClienteInc=\"PREFEITURA\", Ativo=1, IndTrabFoto=2}"}));
 }
 
+TEST_F(COEquipamentosTeste, Localizar_LackingACriterion_HasReadThoseBeforeItAndNoneBehindIt)
+{
+    using Pares = std::vector<std::pair<std::string, std::string>>;
+    const Pares antes{{"Cliente", "A"},  {"Setor", "SA"},    {"TipoAgente", "1"}, {"TipoEquip", "R"},
+                      {"Criterio", "1"}, {"CodEquip", "CA"}, {"Ativo", "1"}};
+    const Pares depois{{"Cliente", "B"},  {"Setor", "SB"},       {"TipoAgente", "2"}, {"TipoEquip", "M"},
+                       {"Criterio", "2"}, {"SubCodEquip", "SU"}, {"Ativo", "2"}};
+    const Textos enviados{
+        "ClienteInc=\"A\", SetorInc=\"SA\", Codigo=\"CA\", TipoEquip=\"R\", Ativo=1, TipoAgente=1",
+        "ClienteInc=\"B\", SetorInc=\"SA\", Codigo=\"CA\", TipoEquip=\"R\", Ativo=1, TipoAgente=1",
+        "ClienteInc=\"B\", SetorInc=\"SB\", Codigo=\"CA\", TipoEquip=\"R\", Ativo=1, TipoAgente=1",
+        "ClienteInc=\"B\", SetorInc=\"SB\", Codigo=\"CA\", TipoEquip=\"R\", Ativo=1, TipoAgente=2",
+        "ClienteInc=\"B\", SetorInc=\"SB\", Codigo=\"CA\", TipoEquip=\"M\", Ativo=1, TipoAgente=2",
+        "ClienteInc=\"B\", SetorInc=\"SB\", SubCodigo=\"\", TipoEquip=\"M\", Ativo=1, TipoAgente=2",
+        "ClienteInc=\"B\", SetorInc=\"SB\", SubCodigo=\"SU\", TipoEquip=\"M\", Ativo=1, TipoAgente=2"};
+    const std::string tituloAntes = "A [SA] - Tipo Agente: Fixo - Tipo Equipto.: Radar Fotográfico - Cód. Equipto.: CA";
+    Pessoa pessoa = AbreDoMenu("1");
+    for (std::size_t i = 0; i < depois.size(); ++i) {
+        SCOPED_TRACE(depois[i].first);
+        co->Localizar(Parametros(antes));
+        EXPECT_EQ(ListaDe(pessoa)->Titulo(), tituloAntes);
+        Pares faltando = depois;
+        faltando.erase(faltando.begin() + static_cast<std::ptrdiff_t>(i));
+        co->Localizar(Parametros(faltando));
+        EXPECT_EQ(Erros(), Textos{"COEquipamentos.Localizar: 5 (ZTAVOREQUIP)"});
+        host->LimpaRegistro();
+        EXPECT_TRUE(Escolhe(pessoa, Atualizar)); // searches by what was kept
+        EXPECT_EQ(Enviados("lista2"), Textos{"ListaEquiptoED{" + enviados[i] + ", IndTrabFoto=1}"});
+        EXPECT_EQ(ListaDe(pessoa)->Titulo(), tituloAntes);
+    }
+    co->Localizar(Parametros(depois));
+    EXPECT_EQ(ListaDe(pessoa)->Titulo(), "B [SB] - Tipo Agente: Estático - Tipo Equipto.: Pardal Móvel - "
+                                         "Cód. Equipto.: CA - Subcód. Equipto.: SU [Inativos]");
+}
+
 TEST_F(COEquipamentosTeste, Localizar_ThatFindsNothing_SaysSoAndLeavesTheListEmpty)
 {
     Pessoa pessoa = AbreComLinhas();
@@ -508,7 +548,8 @@ TEST_F(COEquipamentosTeste, Localizar_ThatFindsNothing_SaysSoAndLeavesTheListEmp
     EXPECT_EQ(Avisos(), Textos{"Não foram encontrados registros para os critérios especificados."});
     EXPECT_EQ(host->Avisos().back().Controle, "");
     EXPECT_EQ(Linhas(pessoa), Textos{});
-    EXPECT_EQ(host->Tela->Ponteiro(), 0);
+    EXPECT_TRUE(RegistroIgual(host->RegistroDe({"Plataforma.Ponteiro", "goMensagem.ExibeMensagem"}),
+                              {"Plataforma.Ponteiro := 11", "goMensagem.ExibeMensagem(*", "Plataforma.Ponteiro := 0"}));
 }
 
 TEST_F(COEquipamentosTeste, Localizar_AnsweredWithAnEmptyPage_SaysNothing)
@@ -527,12 +568,12 @@ TEST_F(COEquipamentosTeste, Localizar_ThatTheServiceRefuses_HasClearedTheRows)
     host->RecusaOperacao("lista2", "Sem permissão");
     pessoa.Marca("chkInativos");
     pessoa.Localiza("ztlLista");
-    EXPECT_TRUE(host->Contem("EquiptoRN.MostraErro() -> \"Sem permissão\""));
-    EXPECT_EQ(host->Conta("EquiptoRN.ObtemRetorno"), 0);
+    EXPECT_TRUE(RegistroIgual(host->RegistroDe({"Plataforma.Ponteiro", "EquiptoRN."}),
+                              {"Plataforma.Ponteiro := 11", "EquiptoRN.ExecutaMetodo(*",
+                               "EquiptoRN.MostraErro() -> \"Sem permissão\"", "Plataforma.Ponteiro := 0"}));
     EXPECT_EQ(Linhas(pessoa), Textos{});
     EXPECT_EQ(ListaDe(pessoa)->Titulo(), "PREFEITURA [Inativos]");
     EXPECT_EQ(Avisos(), Textos{});
-    EXPECT_EQ(host->Tela->Ponteiro(), 0);
 }
 
 TEST_F(COEquipamentosTeste, Localizar_OfAServiceThatFails_ReportsThePathWithThePointerBack)
@@ -610,7 +651,8 @@ TEST_F(COEquipamentosTeste, Localizar_WithoutAWindow_ReportsThatThereIsNoList)
 {
     Novo<COEquipamentos>()->Localizar(Criterios("0", "0", "1"));
     EXPECT_EQ(Erros(), Textos{"COEquipamentos.Localizar: 91 (ZTAVOREQUIP < COEquipamentos.LocalizarEquipamentos)"});
-    EXPECT_EQ(host->Tela->Ponteiro(), 0);
+    EXPECT_EQ(host->RegistroDe({"Plataforma.Ponteiro"}),
+              (Textos{"Plataforma.Ponteiro := 11", "Plataforma.Ponteiro := 0"}));
 }
 
 // Paging.
@@ -688,6 +730,22 @@ TEST_F(COEquipamentosTeste, BotaoClick_OfAServiceThatFails_ReportsAndKeepsTheRow
     EXPECT_EQ(Linhas(pessoa).size(), 4U);
 }
 
+TEST_F(COEquipamentosTeste, BotaoClick_WhoseRowsCannotBeMade_HasTheNextPlaceAlready)
+{
+    std::int32_t proximo = 77;
+    Lista2 = [&](const Ref<ListaEquiptoED> &) { return Resposta(Pagina(Cadastro, proximo)); };
+    Pessoa pessoa = AbreComLinhas();
+    proximo = 88;
+    host->FalhaEm("MDB.OpenRecordset");
+    pessoa.PedeMais("ztlLista");
+    EXPECT_EQ(Erros().size(), 1U);
+    EXPECT_EQ(Linhas(pessoa).size(), 2U);
+    pessoa.PedeMais("ztlLista");
+    EXPECT_EQ(Enviados("lista2"),
+              (Textos{"ListaEquiptoED{ClienteInc=\"PREFEITURA\", Ativo=1, ProxNroIntEquip=77, IndTrabFoto=2}",
+                      "ListaEquiptoED{ClienteInc=\"PREFEITURA\", Ativo=1, ProxNroIntEquip=88, IndTrabFoto=2}"}));
+}
+
 TEST_F(COEquipamentosTeste, Atualizar_AfterSeveralPages_StartsAgainWithTheFirst)
 {
     std::int32_t pagina = 0;
@@ -748,6 +806,18 @@ TEST_F(COEquipamentosTeste, CarregaSelecao_WithADateThatIsNone_ReportsAndOpensNo
     EXPECT_EQ(host->Conta("Plataforma.Carrega"), 0);
     EXPECT_FALSE(lista->CarregaSelecao(nullptr));
     EXPECT_EQ(Erros(), Textos{"COEquipamentos.CarregaSelecao: 91 (ZTAVOREQUIP)"});
+}
+
+TEST_F(COEquipamentosTeste, CarregaSelecao_WithADateThatIsNoneAfterARow_HasForgottenTheRowAndItsDate)
+{
+    auto lista = Novo<COEquipamentos>();
+    host->AoMostrarModal("frmLista", [](Pessoa &pessoa) { pessoa.Clica("cmdOK"); });
+    EXPECT_TRUE(lista->CarregaSelecao(Parametros({{"DtInfracao", "01/02/2026"}})));
+    EXPECT_FALSE(lista->CarregaSelecao(Parametros({{"DtInfracao", "ontem"}})));
+    EXPECT_EQ(Erros(), Textos{"COEquipamentos.CarregaSelecao: 13 (ZTAVOREQUIP)"});
+    EXPECT_TRUE(lista->pEquiptoED().Nada());
+    EXPECT_TRUE(lista->pAfericaoED().Nada());
+    EXPECT_EQ(lista->GetValorCampo("DtInfracao"), "00:00:00");
 }
 
 TEST_F(COEquipamentosTeste, CarregaSelecao_OfAHostThatFails_ReportsAndAnswersFalse)
@@ -886,17 +956,36 @@ TEST_F(COEquipamentosTeste, HabilitaMenu_OfRowsWithoutACurrentOne_OffersNoLimits
     EXPECT_EQ(Habilitados(pessoa), (Textos{Novo_, Editar, Detalhes, Reativar}));
 }
 
-TEST_F(COEquipamentosTeste, HabilitaItensMenuLista_ThatFails_IsReportedWithItsPath)
+TEST_F(COEquipamentosTeste, HabilitaMenu_OfARow_WritesTheStatesInThisOrderAndThoseOfTheRowAtTheEnd)
 {
     AbreDoMenu();
     auto lista = TrocaLista();
-    TabelaTexto linhas(1);
+    TabelaTexto linhas(9);
     linhas.AdicionaLinha();
+    linhas.Celula(7, 1) = "1";
+    linhas.Celula(8, 1) = "F";
     lista->CarregaItens(linhas);
-    lista->SemColunas = true;
     lista->DefineItemAtual(1);
-    EXPECT_EQ(Erros(), Textos{"COEquipamentos.m_ZtList_HabilitaItensMenuLista: 9 (ZTAVOREQUIP < "
-                              "COEquipamentos.HabilitaMenu)"});
+    const Textos deToda{"MenuHabilitado mnuZTLObjNovo 1", "MenuHabilitado mnuZTLObjDetalhes 1",
+                        "MenuHabilitado mnuZTLObjEditar 0", "MenuHabilitado mnuZTLObjReativar 1",
+                        "MenuTexto mnuZTLObjReativar Desativar"};
+    for (const char *perdida : {"IndLimiteDif", "TipoEquip"}) {
+        SCOPED_TRACE(perdida);
+        lista->SemColuna = perdida;
+        lista->Chamadas.clear();
+        lista->HabilitaItensMenuLista().dispara();
+        EXPECT_EQ(Erros(), Textos{"COEquipamentos.m_ZtList_HabilitaItensMenuLista: 9 (ZTAVOREQUIP < "
+                                  "COEquipamentos.HabilitaMenu)"});
+        EXPECT_EQ(lista->Chamadas, deToda);
+    }
+    lista->SemColuna = "";
+    lista->Chamadas.clear();
+    lista->HabilitaItensMenuLista().dispara();
+    Textos completo = deToda;
+    for (const char *chave : {LimitesDif, DiasEspec, HorarioProib}) {
+        completo.push_back("MenuHabilitado " + std::string(chave) + " 1");
+    }
+    EXPECT_EQ(lista->Chamadas, completo);
 }
 
 TEST_F(COEquipamentosTeste, MenuInicial_OfTheList_WritesStylesItemsAndStatesInThisOrder)
@@ -1063,9 +1152,12 @@ TEST_F(COEquipamentosTeste, Novo_Saved_SendsTheCriteriaOnTheWindowAgain)
     ListaDe(pessoa)->DefineTitulo("");
     pessoa.Acha<ztCombo>("cboTipoEquipto")->DefineValor("E");
     EXPECT_TRUE(Escolhe(pessoa, Novo_));
-    EXPECT_EQ(host->Conta("TrataBD.TabelaAlterada(\"VOREQUIPTO\", True, False, ausente, ausente)"), 1);
-    EXPECT_EQ(Enviados("lista2"),
-              Textos{"ListaEquiptoED{ClienteInc=\"PREFEITURA\", TipoEquip=\"E\", Ativo=1, IndTrabFoto=2}"});
+    EXPECT_TRUE(RegistroIgual(
+        host->RegistroDe(
+            {"EquiptoRN.ExecutaMetodo(\"inclui\"", "TrataBD.TabelaAlterada", "EquiptoRN.ExecutaMetodo(\"lista2\""}),
+        {"EquiptoRN.ExecutaMetodo(\"inclui\"*", "TrataBD.TabelaAlterada(\"VOREQUIPTO\", True, False, ausente, ausente)",
+         "EquiptoRN.ExecutaMetodo(\"lista2\", ListaEquiptoED{ClienteInc=\"PREFEITURA\", TipoEquip=\"E\", Ativo=1, "
+         "IndTrabFoto=2})*"}));
     EXPECT_EQ(ListaDe(pessoa)->Titulo(), "PREFEITURA - Tipo Equipto.: Etilômetro");
 }
 

@@ -244,11 +244,12 @@ TEST_F(GravacaoEquipDetalhesTeste, Change_ThatFails_OfTheOtherControlsOfANewEqui
     EXPECT_TRUE(host->Erros().empty());
     struct {
         const char *Contexto;
+        bool AbrePaginaDados; // the rule has done so before its change counted
         Acao Faz;
     } const casos[] = {
-        {"frmEquipDetalhes.optRodovia_Click",
+        {"frmEquipDetalhes.optRodovia_Click", false,
          [](Pessoa &p) { p.Acha<IOptionButton>("optRodovia")->DefineValue(true); }},
-        {"frmEquipDetalhes.cboTipoEquip_Change",
+        {"frmEquipDetalhes.cboTipoEquip_Change", true,
          [](Pessoa &p) {
              p.Acha<IztCombo>("cboTipoEquip")->AdicionaItem("Etilômetro|E");
              p.Acha<IztCombo>("cboTipoEquip")->DefineValor("E");
@@ -260,6 +261,7 @@ TEST_F(GravacaoEquipDetalhesTeste, Change_ThatFails_OfTheOtherControlsOfANewEqui
             caso.Faz(p);
             EXPECT_EQ(host->Erros().back().Contexto, caso.Contexto);
             EXPECT_EQ(host->Erros().back().Fonte, "Fora < frmEquipDetalhes.Change");
+            EXPECT_EQ(p.Acha<ISSTab>("sstDados")->TabEnabled(1), caso.AbrePaginaDados);
             Fecha(p);
         });
     }
@@ -1157,20 +1159,22 @@ TEST_F(GravacaoEquipDetalhesTeste, Aplicar_WhenAStepFails_IsReportedUnderTheButt
     Responde(NovoED("C"));
     struct {
         const char *Chamada;
+        std::int32_t Vez;
         const char *Fonte;
     } const casos[] = {
-        {"Plataforma.PerguntaSimNao", "Plataforma.PerguntaSimNao < frmEquipDetalhes.Aplicar"},
-        {"Plataforma.Ponteiro", "Plataforma.Ponteiro < frmEquipDetalhes.Aplicar"},
-        {"goDadosVor.ObtemOrgao", "goDadosVor.ObtemOrgao < frmEquipDetalhes.Aplicar"},
-        {"Orgao.CodCliente", "Orgao.CodCliente < frmEquipDetalhes.Aplicar"},
-        {"EquiptoRN.ExecutaMetodo", "EquiptoRN.ExecutaMetodo < clsEquipto.Salva < frmEquipDetalhes.Aplicar"},
+        {"Plataforma.PerguntaSimNao", 1, "Plataforma.PerguntaSimNao < frmEquipDetalhes.Aplicar"},
+        {"Plataforma.Ponteiro", 1, "Plataforma.Ponteiro < frmEquipDetalhes.Aplicar"},
+        {"goDadosVor.ObtemOrgao", 1, "goDadosVor.ObtemOrgao < frmEquipDetalhes.Aplicar"},
+        {"Orgao.CodCliente", 1, "Orgao.CodCliente < frmEquipDetalhes.Aplicar"},
+        {"EquiptoRN.ExecutaMetodo", 1, "EquiptoRN.ExecutaMetodo < clsEquipto.Salva < frmEquipDetalhes.Aplicar"},
+        {"Plataforma.Ponteiro", 2, "Plataforma.Ponteiro < frmEquipDetalhes.Aplicar"},
     };
     for (const auto &caso : casos) {
         for (const char *botao : {"ztCmdOK", "ztCmdAplicar"}) {
-            SCOPED_TRACE(std::string(caso.Chamada) + " " + botao);
+            SCOPED_TRACE(std::string(caso.Chamada) + " " + std::to_string(caso.Vez) + " " + botao);
             EXPECT_TRUE(Edita([&](Pessoa &p) {
                 EXPECT_TRUE(p.Preenche("txtDescricao", "nova"));
-                host->FalhaEm(caso.Chamada, 1, 70, "negado");
+                host->FalhaEm(caso.Chamada, caso.Vez, 70, "negado");
                 if (std::string(caso.Chamada) == "Plataforma.PerguntaSimNao") {
                     EXPECT_TRUE(p.Clica(botao));
                 } else {
@@ -1188,7 +1192,7 @@ TEST_F(GravacaoEquipDetalhesTeste, Aplicar_WhenAStepFails_IsReportedUnderTheButt
             }));
         }
     }
-    EXPECT_EQ(host->Erros().size(), 10U);
+    EXPECT_EQ(host->Erros().size(), 2 * std::size(casos));
 }
 
 // An option that cannot be read once it is spoilt.

@@ -5,6 +5,7 @@
 #include "shell/ModGeral.h"
 #include "tests/equipment/CenarioEquipDetalhes.h"
 #include "tests/support/FalhaLancada.h"
+#include "tests/support/FormQueAnota.h"
 #include "tests/support/InterfaceQueFalha.h"
 #include "tests/support/RetratoForm.h"
 
@@ -314,6 +315,57 @@ TEST_F(frmEquipDetalhesTeste, CarregaEdicao_OfARejectionBelowOneOrUnknown_ShowsN
         EXPECT_TRUE(Marcada(p, "chkRejeicaoAuto"));
         EXPECT_EQ(p.Acha<IztCombo>("cboRejeicao")->NroItens(), 2);
         EXPECT_EQ(p.Acha<IztCombo>("cboRejeicao")->IndiceAtual(), -1);
+        Cancela(p);
+    });
+}
+
+TEST_F(frmEquipDetalhesTeste, CarregaEdicao_OfARejectionWithoutDifferentiatedLimits_ShowsItAllTheSame)
+{
+    auto ed = NovoED("C");
+    ed->TemLimiteDif = 2;
+    Responde(ed);
+    Edita([](Pessoa &p) {
+        EXPECT_TRUE(Ligada(p, "optTrabDiasDif", 0));
+        EXPECT_TRUE(Marcada(p, "chkRejeicaoAuto"));
+        EXPECT_FALSE(Habilitado(p, "chkRejeicaoAuto"));
+        EXPECT_EQ(Valor(p, "cboRejeicao"), "32");
+        EXPECT_TRUE(Habilitado(p, "cboRejeicao"));
+        Cancela(p);
+    });
+}
+
+TEST_F(frmEquipDetalhesTeste, MostraDados_OfAnEquipment_FillsTheControlsInThisOrder)
+{
+    auto ed = NovoED("C");
+    ed->TemPerfilMag = 1;
+    Responde(ed);
+    const Linhas esperado{
+        "cboTipoMedidor", // filled
+        "cboMunic",           "cboArqLayout",
+        "lblClienteInc", // shown, from here on
+        "lblSetorInc",        "txtCodEquip",       "txtSubCodEquip", "txtDescricao", "cboTipoMedidor", "cboTipoEquip",
+        "fraObsNotif", // by the rule of the type
+        "txtModelo",          "cboMunic",          "cboArqLayout",   "txtVelocPerm", "lblTolerancia",  "optRodovia",
+        "lblCliente",         "lblOperador",       "lblData",        "lblHora",      "sstDados",       "chkEntrelacada",
+        "chkPerfilMagnetico", "optTrabDiasDif(1)",
+        "chkRejeicaoAuto", // enabled by that answer
+        "lblTextoRejLimDif",  "chkRejeicaoAuto",   "cboRejeicao",    "lblRejeicao",  "cboRejeicao",    "chkIncObsNotif",
+        "txtObsNotif",
+        "txtCodEquip", // locked, from here on
+        "cboTipoMedidor",     "cboTipoEquip",      "cboMunic"};
+    auto anotada = Novo<FormQueAnota<frmEquipDetalhes>>();
+    form = anotada;
+    Edita([&](Pessoa &p) {
+        EXPECT_TRUE(RegistroIgual(anotada->Alterados, esperado));
+        Cancela(p);
+    });
+    anotada->Alterados.clear();
+    Detalha([&](Pessoa &p) {
+        Linhas comBotoes = esperado;
+        comBotoes.insert(comBotoes.end(), {"cmdCancelar", "ztCmdOK", "ztCmdAplicar"});
+        ASSERT_GT(anotada->Alterados.size(), comBotoes.size());
+        anotada->Alterados.resize(comBotoes.size()); // without what making it read-only changed
+        EXPECT_TRUE(RegistroIgual(anotada->Alterados, comBotoes));
         Cancela(p);
     });
 }
@@ -1057,6 +1109,8 @@ TEST_F(frmEquipDetalhesTeste, sstDados_WhenAListCannotBeLoaded_ReportsAndTriesAg
             EXPECT_EQ(host->Erros().back().Fonte, caso.Fonte);
             EXPECT_EQ(host->Tela->Ponteiro(), 0);
             EXPECT_TRUE(form->Visible());
+            EXPECT_FALSE(p.Acha("fraDados", 0)->Enabled());
+            EXPECT_TRUE(p.Acha("fraDados", caso.Pagina)->Enabled());
             EXPECT_TRUE(p.Abre("sstDados", 0));
             host->LimpaRegistro();
             EXPECT_TRUE(p.Abre("sstDados", caso.Pagina));
@@ -1065,6 +1119,22 @@ TEST_F(frmEquipDetalhesTeste, sstDados_WhenAListCannotBeLoaded_ReportsAndTriesAg
         });
     }
     EXPECT_EQ(host->Erros().size(), 2U);
+}
+
+TEST_F(frmEquipDetalhesTeste, sstDados_WhenTheFrameOfThePageFails_HasDisabledTheOneLeftAndLoadsNothing)
+{
+    Responde(NovoED("C"));
+    Edita([&](Pessoa &p) {
+        Conexao falha = ComoBase(p.Acha("fraDados", 2))->Mudou().liga([] { throw Falha(70, "Fora", "negado"); });
+        EXPECT_TRUE(p.Abre("sstDados", 2));
+        EXPECT_FALSE(p.Acha("fraDados", 0)->Enabled());
+        EXPECT_EQ(p.Acha<ztList>("ztListaSensor")->Colunas().size(), 1U);
+        falha.desliga();
+        Cancela(p);
+    });
+    ASSERT_EQ(host->Erros().size(), 1U);
+    EXPECT_EQ(host->Erros()[0].Contexto, "frmEquipDetalhes.sstDados_Click");
+    EXPECT_EQ(host->Erros()[0].Fonte, "Fora");
 }
 
 TEST_F(frmEquipDetalhesTeste, RuleEvents_WhenAServiceFails_ReportUnderTheirNames)

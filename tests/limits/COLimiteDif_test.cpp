@@ -360,6 +360,7 @@ TEST_F(COLimiteDifTeste, Carrega_WhenTheSearchIsRefused_IsFalseWithTheListEmptie
         host->RecusaOperacao(ListaPorTipo[tipo], "fora do ar");
         EXPECT_FALSE(Carrega(tipo));
         EXPECT_EQ(janela->Lista->NroItens(), 0);
+        EXPECT_EQ(Menu(), MenuCheio) << "as it was set before the search";
         EXPECT_TRUE(RegistroIgual(host->RegistroDe({"Plataforma.", "EquiptoRN."}),
                                   Linhas{"Plataforma.Ponteiro := 11", "EquiptoRN.ExecutaMetodo(*",
                                          "EquiptoRN.MostraErro() -> \"fora do ar\"", "Plataforma.Ponteiro := 0"}));
@@ -748,6 +749,50 @@ TEST_F(COLimiteDifTeste, Carrega_WhenASearchFails_RaisesUnderTheHourglass)
     }
 }
 
+TEST_F(COLimiteDifTeste, Carrega_WhenTheGatewayFails_HasEmptiedTheListUnderTheHourglass)
+{
+    const std::string nomes[] = {"", "LocalizarLimitesDif", "LocalizarDiasEspecificos", "LocalizarLimitesDif"};
+    for (std::int16_t tipo : Tipos) {
+        SCOPED_TRACE(tipo);
+        ListaDuas(tipo);
+        EXPECT_TRUE(Carrega(tipo));
+        std::vector<std::int16_t> ponteiros; // at each change of the emptied list
+        Conexao espia = Grade()->Mudou().liga([&] {
+            if (Grade()->NroItens() == 0) {
+                ponteiros.push_back(host->Tela->Ponteiro());
+            }
+        });
+        host->FalhaEm("Gateway.CriaObjetoRN", 1, 70, "negado");
+        EXPECT_EQ(FalhaLancada([&] { Carrega(tipo); }).Fonte,
+                  "Gateway.CriaObjetoRN < COLimiteDif." + nomes[tipo] + " < COSensores.Carrega");
+        EXPECT_EQ(Grade()->NroItens(), 0);
+        ASSERT_FALSE(ponteiros.empty());
+        EXPECT_EQ(ponteiros.front(), 11);
+        Plataforma()->DefinePonteiro(PonteiroNormal);
+    }
+}
+
+TEST_F(COLimiteDifTeste, Carrega_WhenTheMenuFailsBehindTheRows_RaisesUnderTheHourglass)
+{
+    const std::string nomes[] = {"", "LocalizarLimitesDif", "LocalizarDiasEspecificos", "LocalizarLimitesDif"};
+    for (std::int16_t tipo : Tipos) {
+        SCOPED_TRACE(tipo);
+        janela = Novo<JanelaDeLista>();
+        janela->Abre();
+        ListaDuas(tipo);
+        Conexao falha = Grade()->Mudou().liga([&] {
+            if (Grade()->NroItens() > 0 && Habilitado("Editar")) {
+                throw Falha(70, "Fora", "negado");
+            }
+        });
+        EXPECT_EQ(FalhaLancada([&] { Carrega(tipo); }).Fonte,
+                  "Fora < COLimiteDif.HabilitaMenu < COLimiteDif." + nomes[tipo] + " < COSensores.Carrega");
+        EXPECT_EQ(Grade()->NroItens(), 2);
+        EXPECT_EQ(host->Tela->Ponteiro(), 11);
+        Plataforma()->DefinePonteiro(PonteiroNormal);
+    }
+}
+
 TEST_F(COLimiteDifTeste, Carrega_WhenTheServiceAnswersNothing_RaisesFault91)
 {
     for (std::int16_t tipo : Tipos) {
@@ -771,9 +816,11 @@ TEST_F(COLimiteDifTeste, Carrega_WhenTheListFails_RaisesWithThePathOfItsStep)
         Conexao falha = FalhaAoMudarALista();
         EXPECT_EQ(FalhaLancada([&] { Carrega(Limite); }).Fonte, "Fora < gsubConfigLista < COSensores.Carrega");
     }
-    host->FalhaEm("objSCA.PossuiPerm2", 2);
+    EstragaMenu();
+    host->FalhaEm("objSCA.PossuiPerm2", 3);
     EXPECT_EQ(FalhaLancada([&] { Carrega(Limite); }).Fonte,
               "objSCA.PossuiPerm2 < COLimiteDif.MenuInicial < COSensores.Carrega");
+    EXPECT_EQ(Menu(), (std::vector<bool>{false, true, false, true})) << "the items come behind the permissions";
     EXPECT_TRUE(Carrega(Limite));
     EXPECT_EQ(Menu(), MenuVazio);
 }

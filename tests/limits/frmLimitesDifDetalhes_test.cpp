@@ -4,6 +4,7 @@
 #include "host/LimiteDifED.h"
 #include "shell/ModGeral.h"
 #include "tests/support/FalhaLancada.h"
+#include "tests/support/FormQueAnota.h"
 #include "tests/support/HostTeste.h"
 #include "tests/support/RetratoForm.h"
 
@@ -481,12 +482,86 @@ TEST_F(frmLimitesDifDetalhesTeste, CarregaEdicao_WhenTheReadOfADayIsRefused_Open
 TEST_F(frmLimitesDifDetalhesTeste, CarregaEdicao_WhenTheServiceAnswersNothing_ReportsAndDoesNotOpen)
 {
     RespondeLimite(nullptr);
-    EXPECT_FALSE(form->CarregaEdicao(Limite, "RAD-01", 7));
-    ASSERT_EQ(host->Erros().size(), 1U);
-    EXPECT_EQ(host->Erros()[0].Numero, 91);
-    EXPECT_EQ(host->Erros()[0].Fonte,
-              "ZTAVOREQUIP < frmLimitesDifDetalhes.BuscaLimitesDif < frmLimitesDifDetalhes.MontaTela");
+    RespondeDia(nullptr);
+    for (const auto &[tipo, busca] : {std::pair{Limite, "BuscaLimitesDif"}, std::pair{DiaEspecifico, "BuscaDiasEspec"},
+                                      std::pair{HorarioProibido, "BuscaLimitesDif"}}) {
+        SCOPED_TRACE(tipo);
+        EXPECT_FALSE(form->CarregaEdicao(tipo, "RAD-01", 7));
+        EXPECT_EQ(host->Erros().back().Numero, 91);
+        EXPECT_EQ(host->Erros().back().Fonte,
+                  std::string("ZTAVOREQUIP < frmLimitesDifDetalhes.") + busca + " < frmLimitesDifDetalhes.MontaTela");
+    }
+    EXPECT_EQ(host->Erros().size(), 3U);
     EXPECT_FALSE(host->Contem("ObjInterface.MostraJanela"));
+}
+
+TEST_F(frmLimitesDifDetalhesTeste, MontaTela_OfEachKind_FillsTheControlsInThisOrder)
+{
+    struct {
+        std::int16_t Tipo;
+        Linhas Molduras;
+        Linhas Linha;
+        bool ComDias;
+        const char *Caption;
+    } const casos[] = {
+        {Limite,
+         {"fraData"},
+         {"chkDia(3)", "ztmHInicial", "ztmHFinal", "txtVelocPerm", "chkVelocMin", "txtVelocMin"},
+         true,
+         "Editar Limite Diferenciado"},
+        {DiaEspecifico,
+         {"fraDiasSemana"},
+         {"ztdData", "ztmHInicial", "ztmHFinal", "txtVelocPerm", "chkVelocMin", "txtVelocMin"},
+         false,
+         "Editar Dia Específico"},
+        {HorarioProibido,
+         {"fraData", "fraVelocPerm", "sstDados"},
+         {"chkDia(3)", "ztmHInicial", "ztmHFinal"},
+         true,
+         "Editar Horário Proibido"},
+    };
+    auto anotada = Novo<FormQueAnota<frmLimitesDifDetalhes>>();
+    form = anotada;
+    std::string captionNaBusca;
+    const auto espia = [&](const auto &registro) {
+        return [&captionNaBusca, this, registro](const auto &) {
+            captionNaBusca = form->Caption();
+            return Resposta(registro);
+        };
+    };
+    host->Atende<LimiteDifED>("EquiptoRN", "consultaSimplesLimiteDif", espia(NovoLimite()));
+    host->Atende<DiaEspecificoED>("EquiptoRN", "consultaSimplesDiaEspecifico", espia(NovoDia()));
+    for (const auto &caso : casos) {
+        SCOPED_TRACE(caso.Tipo);
+        anotada->Alterados.clear();
+        Inclui(caso.Tipo, [&](Pessoa &p) {
+            Linhas esperado = caso.Molduras;
+            esperado.emplace_back("lblCodEquip");
+            EXPECT_EQ(anotada->Alterados, esperado);
+            Cancela(p);
+        });
+
+        Linhas esperado{"lblCodEquip"}; // by the entry point already
+        esperado.insert(esperado.end(), caso.Molduras.begin(), caso.Molduras.end());
+        esperado.insert(esperado.end(), caso.Linha.begin(), caso.Linha.end());
+        for (int dia = 1; caso.ComDias && dia <= 8; ++dia) {
+            esperado.push_back("chkDia(" + std::to_string(dia) + ")"); // disabled
+        }
+        anotada->Alterados.clear();
+        Edita(caso.Tipo, [&](Pessoa &p) {
+            EXPECT_EQ(anotada->Alterados, esperado);
+            Cancela(p);
+        });
+        EXPECT_EQ(captionNaBusca, caso.Caption);
+
+        anotada->Alterados.clear();
+        anotada->CarregaDetalhes(caso.Tipo, "RAD-01", 7);
+        esperado.insert(esperado.end(), {"ztCmdOK", "cmdCancelar"});
+        ASSERT_GT(anotada->Alterados.size(), esperado.size());
+        anotada->Alterados.resize(esperado.size()); // without what making it read-only changed
+        EXPECT_EQ(anotada->Alterados, esperado);
+        EXPECT_TRUE(Pessoa(anotada).Clica("cmdCancelar"));
+    }
 }
 
 // Details.
@@ -1155,6 +1230,43 @@ TEST_F(frmLimitesDifDetalhesTeste, ztCmdOK_WhenTheSaveFails_RaisesAndStaysOpenUn
     EXPECT_TRUE(host->Erros().empty());
 }
 
+TEST_F(frmLimitesDifDetalhesTeste, ztCmdOK_OfAFormThatWasNotFilled_AsksForTheServiceAndSendsNothing)
+{
+    for (std::int16_t tipo : Tipos) {
+        SCOPED_TRACE(tipo);
+        Inclui(tipo, [&](Pessoa &p) {
+            if (tipo != DiaEspecifico) {
+                EXPECT_TRUE(p.Marca("chkDia", 2));
+            }
+            host->LimpaRegistro();
+            const Falha falha = FalhaLancada([&] { p.Acha<IztCommand>("ztCmdOK")->Click().dispara(); });
+            EXPECT_EQ(falha.Numero, 13);
+            EXPECT_EQ(falha.Fonte, std::string("ZTAVOREQUIP < frmLimitesDifDetalhes.") +
+                                       (tipo == DiaEspecifico ? "SalvaDiaEspec" : "SalvaLimiteDif") +
+                                       " < frmLimitesDifDetalhes.ztCmdOk_Click");
+            EXPECT_TRUE(RegistroIgual(host->Registro(), Linhas{"Plataforma.Ponteiro := 11", "Gateway.CriaObjetoRN(*"}));
+            Plataforma()->DefinePonteiro(PonteiroNormal);
+            Cancela(p);
+        });
+    }
+}
+
+TEST_F(frmLimitesDifDetalhesTeste, ztCmdOK_WhoseFormCannotBeUnloaded_HasSaved)
+{
+    AceitaTudo();
+    for (std::int16_t tipo : Tipos) {
+        SCOPED_TRACE(tipo);
+        EXPECT_TRUE(Inclui(tipo, [&](Pessoa &p) {
+            Preenche(p, tipo);
+            host->FalhaEm("Plataforma.Descarrega", 1, 70, "negado");
+            EXPECT_EQ(FalhaLancada([&] { p.Clica("ztCmdOK"); }).Fonte,
+                      "Plataforma.Descarrega < frmLimitesDifDetalhes.ztCmdOk_Click");
+            EXPECT_TRUE(form->Visible());
+            Cancela(p);
+        }));
+    }
+}
+
 TEST_F(frmLimitesDifDetalhesTeste, ztCmdOK_WhenTheMessageFails_RaisesAndDoesNotClick)
 {
     Inclui(Limite, [&](Pessoa &p) {
@@ -1187,6 +1299,7 @@ TEST_F(frmLimitesDifDetalhesTeste, sstDados_Click_ThatFails_RaisesWithItsShortTa
     Inclui(Limite, [&](Pessoa &p) {
         Conexao falha = ComoBase(p.Acha("fraDados", 1))->Mudou().liga([] { throw Falha(70, "Fora", "negado"); });
         EXPECT_EQ(FalhaLancada([&] { p.Abre("sstDados", 1); }).Fonte, "Fora < sstDados_Click");
+        EXPECT_TRUE(p.Acha("fraDados", 0)->Enabled()) << "the frame left is disabled last";
         falha.desliga();
         Cancela(p);
     });
