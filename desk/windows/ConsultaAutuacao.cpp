@@ -70,7 +70,7 @@ ConsultaAutuacao::ConsultaAutuacao(Ref<CVorEquip> equipamentos,
     for (const char *rotulo : {"Número interno:", "Modelo:", "Código:", "Velocidade permitida (Km/h):",
                                "Número INMETRO:", "Certificado:", "Data de verificação:"}) {
         auto *linha = new QLineEdit(this);
-        linha->setReadOnly(true);
+        DefineSomenteLeitura(*linha, true);
         linha->setObjectName(QString("resposta%1").arg(m_Respostas.size() + 1));
         linhas->addRow(rotulo, linha);
         m_Respostas.push_back(linha);

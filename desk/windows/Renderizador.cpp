@@ -1,6 +1,8 @@
 #include "desk/windows/Renderizador.h"
 
 #include <QEvent>
+#include <QLineEdit>
+#include <QPalette>
 #include <QWidget>
 
 QString Q(const std::string &texto)
@@ -11,6 +13,19 @@ QString Q(const std::string &texto)
 std::string S(const QString &texto)
 {
     return texto.toStdString();
+}
+
+void DefineSomenteLeitura(QLineEdit &campo, bool valor)
+{
+    if (campo.isReadOnly() == valor) {
+        return;
+    }
+    campo.setReadOnly(valor);
+    QPalette cores;
+    if (valor) {
+        cores.setColor(QPalette::Base, cores.color(QPalette::Window));
+    }
+    campo.setPalette(cores);
 }
 
 Renderizador::Renderizador(Ref<IControle> controle, QWidget *widget, Borda borda)

@@ -13,10 +13,14 @@
 #include <vector>
 
 class Mnemonicas;
+class QLineEdit;
 class QWidget;
 
 QString Q(const std::string &texto);
 std::string S(const QString &texto);
+
+// A field that can be read and copied but not changed looks like the window that it is in.
+void DefineSomenteLeitura(QLineEdit &campo, bool valor);
 
 // Runs what a person did at the edge of the windows: a fault that comes out of the module is shown and ends there.
 using Borda = std::function<void(const std::function<void()> &)>;

@@ -192,7 +192,7 @@ void RenderEndereco::Mostra()
     const std::string descricao = endereco->DescricaoEndereco();
     m_Atual->setText(descricao.empty() ? QString("Nenhum endereço escolhido.") : Q(descricao));
     for (QLineEdit *campo : {m_Via, m_Numero, m_Complemento}) {
-        campo->setReadOnly(controle.ReadOnly());
+        DefineSomenteLeitura(*campo, controle.ReadOnly());
     }
     m_Usar->setVisible(!controle.ReadOnly());
     m_Limpar->setVisible(!controle.ReadOnly());

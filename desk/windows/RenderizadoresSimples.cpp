@@ -228,7 +228,7 @@ void RenderCampo::Mostra()
         const auto *inicio = reinterpret_cast<const char32_t *>(letras.constData());
         m_Linha->setCursorPosition(static_cast<int>(QString::fromUcs4(inicio, letras.size()).size()));
     }
-    m_Linha->setReadOnly(m_Campo.SomenteLeitura());
+    DefineSomenteLeitura(*m_Linha, m_Campo.SomenteLeitura());
 }
 
 RenderCombo::RenderCombo(Ref<IControle> controle, QWidget *widget, Borda borda)
