@@ -42,7 +42,7 @@ std::unique_ptr<TextoCampo> TextoDe(const AjustesZtMask &ajustes)
         return std::make_unique<TextoLimitado>(limite, aceita, ajustes.SomenteMaiusculas);
     }
     case MascaraHora:
-        return std::make_unique<TextoGabarito>(ajustes.Mascara, '_');
+        return std::make_unique<TextoGabarito>(ajustes.Mascara.empty() ? "00:00" : ajustes.Mascara, '_');
     default:
         return std::make_unique<TextoLimitado>(limite, nullptr, false);
     }

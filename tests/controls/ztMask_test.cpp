@@ -169,6 +169,16 @@ TEST_F(ztMaskTest, Fresh_HourMask_ShowsItsTemplateAndHasNoValue)
     EXPECT_EQ(hora->Valor(), "");
 }
 
+TEST_F(ztMaskTest, Digita_InAnHourFieldWithoutAMaskOfItsOwn_FillsHoursAndMinutes)
+{
+    auto ajustes = Chamado<AjustesZtMask>("ztmHInicial");
+    ajustes.Tipo = 12;
+    const Ref<ztMask> hora = Campo(ajustes);
+    EXPECT_EQ(hora->Text(), "__:__");
+    EXPECT_TRUE(hora->Digita("0730"));
+    EXPECT_EQ(hora->Text(), "07:30");
+}
+
 TEST_F(ztMaskTest, DefineText_OfAnHourWithOrWithoutColon_IsTheSame)
 {
     const Ref<ztMask> hora = Hora();
