@@ -298,6 +298,9 @@ TEST_F(GravacaoEquipDetalhesTeste, RuleEvents_WhenAControlFails_ReportUnderTheir
             EXPECT_EQ(host->Erros().back().Contexto, caso.Contexto);
             EXPECT_EQ(host->Erros().back().Fonte, "Fora");
             EXPECT_EQ(Botoes(p), BotoesDesligados) << "the rule stopped before it counted the change";
+            if (std::string(caso.Controle) == "txtObsNotif") {
+                EXPECT_EQ(Texto(p, "txtObsNotif"), "Obs. da via") << "it is locked before it is emptied";
+            }
             Fecha(p);
         });
     }

@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -749,6 +750,37 @@ TEST_F(frmEquipDetalhesTeste, optTrabDiasDif_OfEachAnswer_OpensAndClosesTheRejec
         EXPECT_FALSE(Habilitado(p, "lblRejeicao"));
         EXPECT_EQ(p.Acha<IztCombo>("cboRejeicao")->NroItens(), 0);
         EXPECT_TRUE(Habilitado(p, "chkRejeicaoAuto"));
+        Descarta(p);
+    });
+}
+
+TEST_F(frmEquipDetalhesTeste, RuleEvents_OfThePerson_ChangeTheControlsInThisOrder)
+{
+    Responde(NovoED("C"));
+    auto anotada = Novo<FormQueAnota<frmEquipDetalhes>>();
+    form = anotada;
+    Edita([&](Pessoa &p) {
+        const auto alterados = [&](const std::function<void()> &faz) {
+            anotada->Alterados.clear();
+            faz();
+            return anotada->Alterados;
+        };
+        EXPECT_TRUE(p.Abre("sstDados", 1));
+        EXPECT_EQ(alterados([&] { EXPECT_TRUE(p.Digita("txtVelocPerm", "0")); }),
+                  (Linhas{"txtVelocPerm", "lblTolerancia", "ztCmdOK", "ztCmdAplicar"}));
+        EXPECT_TRUE(p.Abre("sstDados", 4));
+        EXPECT_EQ(alterados([&] { EXPECT_TRUE(p.Clica("optTrabDiasDif", 0)); }),
+                  (Linhas{"optTrabDiasDif(1)", "optTrabDiasDif(0)",
+                          "chkRejeicaoAuto", // taken back, which closes the rejection
+                          "cboRejeicao", "lblRejeicao",
+                          "chkRejeicaoAuto", // disabled
+                          "lblTextoRejLimDif"}));
+        EXPECT_EQ(alterados([&] { EXPECT_TRUE(p.Clica("optTrabDiasDif", 1)); }),
+                  (Linhas{"optTrabDiasDif(0)", "optTrabDiasDif(1)", "chkRejeicaoAuto", "lblTextoRejLimDif"}));
+        for (int vez = 0; vez < 2; ++vez) {
+            EXPECT_EQ(alterados([&] { EXPECT_TRUE(p.Clica("chkRejeicaoAuto")); }),
+                      (Linhas{"chkRejeicaoAuto", "cboRejeicao", "lblRejeicao"}));
+        }
         Descarta(p);
     });
 }

@@ -672,6 +672,7 @@ TEST_F(frmLimitesDifDetalhesTeste, chkVelocMin_Click_ThatFails_IsReportedAndLeav
         EXPECT_TRUE(p.Preenche("txtVelocMin", "45"));
         Conexao falha = p.Acha<IztMask>("txtVelocMin")->Change().liga([] { throw Falha(70, "Fora", "negado"); });
         EXPECT_TRUE(p.Desmarca("chkVelocMin"));
+        EXPECT_FALSE(p.Acha<IztMask>("txtVelocMin")->ReadOnly()) << "it is emptied before it is closed";
         EXPECT_TRUE(form->Visible());
         falha.desliga();
         Cancela(p);
