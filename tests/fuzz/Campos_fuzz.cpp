@@ -365,13 +365,15 @@ void Hora(Octetos &octetos)
 {
     AjustesZtMask ajustes;
     ajustes.Tipo = 12;
+    ajustes.Mascara = "00:00";
     if (octetos.Sim()) {
+        ajustes.Mascara.clear();
         constexpr std::string_view Pecas = "000:/_- ";
         for (int tamanho = octetos.Ate(12); tamanho > 0; --tamanho) {
             ajustes.Mascara += Pecas[static_cast<std::size_t>(octetos.Ate(7))];
         }
     }
-    const std::string gabarito = ajustes.Mascara.empty() ? "00:00" : ajustes.Mascara;
+    const std::string gabarito = ajustes.Mascara;
     Ensaio<ztMask> ensaio(ajustes);
     for (int passo = 0; passo < MaximoPassos && !octetos.Acabou() && ensaio.Vivo(); ++passo) {
         ensaio.Passo(
