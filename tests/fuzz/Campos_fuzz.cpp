@@ -369,7 +369,7 @@ void Hora(Octetos &octetos)
     if (octetos.Sim()) {
         ajustes.Mascara.clear();
         constexpr std::string_view Pecas = "000:/_- ";
-        for (int tamanho = octetos.Ate(12); tamanho > 0; --tamanho) {
+        for (int tamanho = 1 + octetos.Ate(11); tamanho > 0; --tamanho) {
             ajustes.Mascara += Pecas[static_cast<std::size_t>(octetos.Ate(7))];
         }
     }
