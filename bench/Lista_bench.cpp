@@ -1,5 +1,4 @@
 #include "bench/Medida.h"
-#include "bench/PartidaFria.h"
 #include "controls/ztList.h"
 #include "desk/windows/RenderLista.h"
 #include "host/Conversoes.h"
@@ -173,7 +172,7 @@ int main(int argc, char **argv)
     qputenv("QT_LOGGING_RULES", "default.warning=false");
     const QApplication aplicacao(argc, argv);
     constexpr std::size_t linhas = 3000;
-    Tabela tabela(std::cout, SegundosDoProcessador);
+    Tabela tabela;
     tabela.MedeTempo({.Nome = "list on the screen: filling, to a copy",
                       .Trabalho = linhas,
                       .Medido = EncheDe,

@@ -26,7 +26,7 @@ class Tabela {
     // Seconds since any fixed moment.
     using Relogio = std::function<double()>;
 
-    // To the standard output, with the steady clock.
+    // To the standard output, in processor time and with warm memory: what was released is at hand again.
     Tabela();
     Tabela(std::ostream &saida, Relogio relogio);
 

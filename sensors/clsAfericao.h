@@ -12,8 +12,15 @@
 class clsSensor;
 
 // A calibration of a sensor: one validity period, and the document that proves it.
-class clsAfericao : public Objeto {
+class clsAfericao final : public Objeto {
   public:
+    clsAfericao() = default;
+    // As a list creates it, with a sensor and the number of its key: from the values of Add, from a record that
+    // travelled, or as a copy.
+    clsAfericao(const RefFraca<clsSensor> &sensor, std::int16_t numeroChave, const std::string &numero,
+                const std::string &marca, Data verificacao, Data vencimento, double nroIntImgCertif);
+    clsAfericao(const RefFraca<clsSensor> &sensor, std::int16_t numeroChave, const AfericaoED &ed);
+    clsAfericao(const RefFraca<clsSensor> &sensor, std::int16_t numeroChave, const clsAfericao &origem);
     std::string_view NomeTipo() const override { return "clsAfericao"; }
 
     // Drops Sensor, as does the end of the record.
@@ -22,7 +29,9 @@ class clsAfericao : public Objeto {
     // The sensor it belongs to, in a list or not; never owned.
     Ref<clsSensor> Sensor() const;
     // Key in its list, "A1"; empty outside a list.
-    const std::string &Chave() const noexcept { return m_Chave; }
+    std::string Chave() const;
+    // The number in it; 0 outside a list.
+    std::int16_t NumeroChave() const noexcept { return m_NumeroChave; }
     bool Alterado = false; // since it was loaded
 
     double NroIntAfericao = 0;  // given by the service; not above 0: never saved
@@ -39,9 +48,8 @@ class clsAfericao : public Objeto {
 
     // Written by the module only.
     void DefineSensor(RefFraca<clsSensor> sensor) noexcept { m_Sensor = std::move(sensor); }
-    void DefineChave(std::string chave) noexcept { m_Chave = std::move(chave); }
 
   private:
     RefFraca<clsSensor> m_Sensor;
-    std::string m_Chave;
+    std::int16_t m_NumeroChave = 0;
 };

@@ -40,6 +40,8 @@ class clsListaAfericoes : public Objeto {
     // A copy, with its Alterado; the argument stays as it is.
     Ref<clsAfericao> AddAfericao(const Ref<clsAfericao> &cAfericao);
     void AddAll(const Ref<clsListaAfericoes> &cListaAfericoes);
+    // AddAfericaoED of each.
+    void AddAllED(const Colecao<Ref<AfericaoED>> &afericoes);
     // Takes the calibration out and ends it.
     void Remove(std::int32_t Index);
     void Remove(const std::string &Index);
@@ -50,9 +52,17 @@ class clsListaAfericoes : public Objeto {
     void DefineSensor(RefFraca<clsSensor> sensor) noexcept { m_Sensor = std::move(sensor); }
 
   private:
-    template <class Indice> void Retira(const Indice &indice);
+    // Of the calibration with a key; fault 5 if there is none.
+    std::int32_t Posicao(const std::string &chave) const;
+    void Retira(std::int32_t posicao);
+    // These give the new calibration where it is in the list, so that loading and copying many make no more references
+    // than the list's own.
+    template <class... Origem> const Ref<clsAfericao> &Acrescenta(const Origem &...origem);
+    const Ref<clsAfericao> &AcrescentaED(const Ref<AfericaoED> &ed);
+    const Ref<clsAfericao> &AcrescentaCopia(const Ref<clsAfericao> &origem);
 
     RefFraca<clsSensor> m_Sensor;
     std::int16_t m_Contador = 0; // of the last key
+    // Without keys: a calibration knows the number of its own.
     Ref<Colecao<Ref<clsAfericao>>> m_Colecao = Novo<Colecao<Ref<clsAfericao>>>();
 };

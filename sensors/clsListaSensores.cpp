@@ -63,11 +63,7 @@ try {
     novo->SentidoVia = ed.SentidoVia;
     novo->Ativo = ed.Ativo != Indicador::Nao;
     if (const ListaDe<AfericaoED> &afericoes = ed.Afericoes) {
-        const Ref<clsListaAfericoes> lista = novo->ListaAfericoes();
-        const std::int32_t quantas = afericoes->Count();
-        for (std::int32_t posicao = 1; posicao <= quantas; ++posicao) {
-            lista->AddAfericaoED(afericoes->Item(posicao));
-        }
+        novo->ListaAfericoes()->AddAllED(*afericoes);
     }
     return novo;
 } catch (...) {

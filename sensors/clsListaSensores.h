@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/Colecao.h"
+#include "host/Deposito.h"
 #include "host/Ref.h"
 #include "host/SensorED.h"
 #include "sensors/clsSensor.h"
@@ -46,4 +47,6 @@ class clsListaSensores : public Objeto {
     RefFraca<clsEquipto> m_Equipto;
     Ref<Colecao<Ref<clsSensor>>> m_Colecao = Novo<Colecao<Ref<clsSensor>>>();
     std::int16_t m_Contador = 0; // of the last key
+    // A reload ends all calibrations before it creates about as many.
+    Deposito<clsAfericao>::Uso m_UsoAfericoes;
 };

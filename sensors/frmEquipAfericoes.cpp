@@ -21,7 +21,7 @@ constexpr std::int64_t TamanhoMaximoDocumento = 5242880; // bytes
 template <class Condicao> Ref<clsAfericao> PrimeiraEmConflito(const clsAfericao &registro, Condicao &&conflita)
 {
     return registro.Sensor()->ListaAfericoes()->Primeira(
-        [&](const clsAfericao &outra) { return conflita(outra) && outra.Chave() != registro.Chave(); });
+        [&](const clsAfericao &outra) { return conflita(outra) && outra.NumeroChave() != registro.NumeroChave(); });
 }
 
 } // namespace

@@ -577,7 +577,7 @@ TEST_F(HistoriasEdicao, Records_HistoriesThatRunOutOfMemory_LeaveNothingBehind)
     host->LimpaRegistro();
     const std::int64_t antes = BlocosOcupados();
     int recusas = 0;
-    for (unsigned semente = 1; semente <= 2'000; ++semente) {
+    for (unsigned semente = 1; semente <= 2'500; ++semente) {
         {
             Historia historia(semente);
             ASSERT_TRUE(historia.Vive()) << "seed " << semente;

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <optional>
 #include <random>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -61,6 +62,73 @@ TEST(Colecao, Primeiro_ByCondition_FirstInTheOrderOfAddingOrNull)
     ASSERT_NE(achado, nullptr);
     EXPECT_EQ(*achado, "dois");
     EXPECT_EQ(colecao.Primeiro([](const std::string &) { return false; }), nullptr);
+}
+
+TEST(Colecao, AddCriado_GivesTheItemWhereItIs)
+{
+    Colecao<std::string> colecao;
+    colecao.Add("a", "z");
+    const std::string &criado = colecao.AddCriado([] { return std::string("b"); });
+    EXPECT_EQ(criado, "b");
+    EXPECT_EQ(&criado, &colecao.Item(2));
+    EXPECT_EQ(Itens(colecao), (Textos{"a", "b"}));
+}
+
+TEST(Colecao, AddCriado_OfWhatCannotBeCreated_AddsNothing)
+{
+    Colecao<std::string> colecao;
+    colecao.Add("a", "z");
+    const auto cria = []() -> std::string { throw Falha(NumeroFalha::Estouro); };
+    EXPECT_EQ(FalhaLancada([&] { colecao.AddCriado(cria); }).Numero, 6);
+    colecao.Add("b", "y");
+    EXPECT_EQ(Itens(colecao), (Textos{"a", "b"}));
+    EXPECT_EQ(colecao.Item("y"), "b");
+}
+
+TEST(Colecao, Reserva_OfRoom_LeavesTheItemsAndWhatIsAddedBesides)
+{
+    Colecao<std::string> colecao;
+    colecao.Reserva(2);
+    for (const char *item : {"a", "b", "c", "d"}) {
+        colecao.Add(item, item);
+    }
+    colecao.Remove(1);
+    colecao.Remove("b");
+    colecao.Reserva(100);
+    colecao.Add("e", "e");
+    EXPECT_EQ(Itens(colecao), (Textos{"c", "d", "e"}));
+    EXPECT_EQ(colecao.Item("d"), "d");
+    EXPECT_EQ(FalhaLancada([&] { colecao.Item("a"); }).Numero, 5);
+}
+
+TEST(Colecao, Reserva_BeforeEveryItem_MovesThemNoMoreThanAddingAlone)
+{
+    Colecao<std::string> colecao;
+    int mudancas = 0;
+    const std::string *primeiro = nullptr;
+    for (int vez = 1; vez <= 1024; ++vez) {
+        colecao.Reserva(1);
+        colecao.Add("a");
+        mudancas += primeiro != &colecao.Item(1) ? 1 : 0;
+        primeiro = &colecao.Item(1);
+    }
+    EXPECT_LE(mudancas, 11);
+}
+
+TEST(Colecao, Add_WhileTheFirstIsTakenEachTime_StaysInItsPlace)
+{
+    Colecao<std::string> colecao;
+    for (int vez = 1; vez <= 8; ++vez) {
+        colecao.Add("a");
+    }
+    std::set<const std::string *> lugares;
+    for (int vez = 1; vez <= 10000; ++vez) {
+        colecao.Add("b");
+        colecao.Remove(1);
+        lugares.insert(&colecao.Item(1));
+    }
+    EXPECT_EQ(colecao.Count(), 8);
+    EXPECT_LE(lugares.size(), 64U);
 }
 
 TEST(Colecao, Item_ByAKeyOfDigits_IsNoPosition)

@@ -153,14 +153,13 @@ TEST(clsAfericao, Sensor_Ended_ReadsNothingAndIsNotKeptAlive)
 TEST(clsAfericao, Finaliza_Twice_DropsSensorAndKeepsTheRest)
 {
     auto sensor = Novo<clsSensor>();
-    auto afericao = AfericaoCompleta();
-    afericao->DefineSensor(sensor);
-    afericao->DefineChave("A7");
+    auto afericao = Novo<clsAfericao>(sensor, std::int16_t{7}, *AfericaoCompleta());
     afericao->Alterado = true;
     afericao->Finaliza();
     afericao->Finaliza();
     EXPECT_TRUE(afericao->Sensor().Nada());
     EXPECT_EQ(afericao->Chave(), "A7");
+    EXPECT_EQ(afericao->NumeroChave(), 7);
     EXPECT_TRUE(afericao->Alterado);
     EXPECT_EQ(afericao->Numero, "12345678");
 }

@@ -175,6 +175,86 @@ TEST(clsListaAfericoes, Item_UnknownOrStaleKey_RaisesFault5)
     }
 }
 
+TEST(clsListaAfericoes, Item_ByKeyAfterRemovals_EveryKeyIsThatOfItsCalibrationAndNoOtherIsFound)
+{
+    auto lista = Novo<clsListaAfericoes>();
+    for (int numero = 1; numero <= 60; ++numero) {
+        Acrescenta(lista, std::to_string(numero));
+    }
+    for (int numero = 1; numero <= 60; ++numero) {
+        if (numero < 4 || (numero > 20 && numero < 33) || numero % 7 == 0) {
+            lista->Remove("A" + std::to_string(numero));
+        }
+    }
+    for (int numero = -1; numero <= 62; ++numero) {
+        const std::string chave = "A" + std::to_string(numero);
+        if (numero < 4 || numero > 60 || (numero > 20 && numero < 33) || numero % 7 == 0) {
+            EXPECT_EQ(FalhaLancada([&] { lista->Item(chave); }).Numero, 5) << chave;
+        } else {
+            EXPECT_EQ(lista->Item(chave)->Numero, std::to_string(numero));
+        }
+    }
+}
+
+TEST(clsListaAfericoes, Item_ByWhatIsNearlyAKey_RaisesFault5)
+{
+    auto lista = ListaDeTres();
+    for (const char *chave : {"A", "1", "A1 ", "A+1", "A-1", "A1x", "AA1", "B1", "A65537", "A99999999999"}) {
+        EXPECT_EQ(FalhaLancada([&] { lista->Item(chave); }).Numero, 5) << chave;
+        EXPECT_EQ(FalhaLancada([&] { lista->Remove(chave); }).Numero, 5) << chave;
+    }
+    EXPECT_EQ(FalhaLancada([] { Novo<clsListaAfericoes>()->Item("A1"); }).Numero, 5);
+    EXPECT_EQ(lista->Count(), 3);
+}
+
+TEST(clsListaAfericoes, Add_TextThatFindsNoMemory_AddsNothing)
+{
+    auto lista = ListaDeTres();
+    const std::string longo(100, 'x');
+    bool recusou = true;
+    for (std::int64_t n = 1; recusou; ++n) {
+        ASSERT_LT(n, 100);
+        const std::int32_t antes = lista->Count();
+        MemoriaEscassa escassa(n);
+        try {
+            lista->Add(longo, longo, Data{}, Data{}, 0);
+        } catch (const Falha &falha) {
+            EXPECT_EQ(falha.Numero, 7);
+            EXPECT_TRUE(falha.Fonte.ends_with(" < clsListaAfericoes.Add")) << falha.Fonte;
+        }
+        recusou = escassa.Recusou();
+        EXPECT_EQ(lista->Count(), recusou ? antes : antes + 1);
+    }
+}
+
+TEST(clsListaAfericoes, AddAllED_AddsEachInOrder)
+{
+    auto lista = ListaDeTres();
+    Colecao<Ref<AfericaoED>> afericoes;
+    afericoes.Add(Novo<AfericaoED>());
+    afericoes.Add(RegistroCompleto());
+    lista->AddAllED(afericoes);
+    EXPECT_EQ(Numeros(*lista), (Textos{"um", "dois", "tres", "", "12345678"}));
+    EXPECT_EQ(Chaves(*lista), (Textos{"A1", "A2", "A3", "A4", "A5"}));
+    EXPECT_FALSE(lista->Item(5)->Ativo);
+}
+
+TEST(clsListaAfericoes, AddAllED_OneIsNothingOrTheListHasEnded_RaisesTheFaultOfThatOne)
+{
+    auto lista = ListaDeTres();
+    Colecao<Ref<AfericaoED>> afericoes;
+    afericoes.Add(RegistroCompleto());
+    afericoes.Add(nullptr);
+    const Falha nada = FalhaLancada([&] { lista->AddAllED(afericoes); });
+    EXPECT_EQ(nada.Numero, 91);
+    EXPECT_EQ(nada.Fonte, "ZTAVOREQUIP < clsListaAfericoes.AddAfericaoED");
+    EXPECT_EQ(lista->Count(), 4);
+    lista->Finaliza();
+    const Falha encerrada = FalhaLancada([&] { lista->AddAllED(afericoes); });
+    EXPECT_EQ(encerrada.Numero, 91);
+    EXPECT_EQ(encerrada.Fonte, "ZTAVOREQUIP < clsListaAfericoes.Add < clsListaAfericoes.AddAfericaoED");
+}
+
 TEST(clsListaAfericoes, Item_Inactive_IsFoundAndCounted)
 {
     auto lista = ListaDeTres();
@@ -449,6 +529,9 @@ TEST(clsListaAfericoes, AddAll_MemoryRefusedAnywhere_LeavesAWholeListAndNoLeak)
         auto lista = sensor->ListaAfericoes();
         auto fonte = ListaDeTres();
         fonte->AddAfericaoED(RegistroCompleto());
+        for (int vez = 1; vez <= 100; ++vez) { // their copies do not fit where the others have left room
+            Acrescenta(fonte, "outra");
+        }
         {
             MemoriaEscassa escassa(n);
             try {
@@ -459,7 +542,7 @@ TEST(clsListaAfericoes, AddAll_MemoryRefusedAnywhere_LeavesAWholeListAndNoLeak)
             }
             recusou = escassa.Recusou();
         }
-        EXPECT_EQ(lista->Count(), recusou ? lista->Count() : 4);
+        EXPECT_EQ(lista->Count() == 104, !recusou);
         for (std::int32_t posicao = 1; posicao <= lista->Count(); ++posicao) {
             auto afericao = lista->Item(posicao);
             EXPECT_TRUE(lista->Item(afericao->Chave()) == afericao);
@@ -467,7 +550,8 @@ TEST(clsListaAfericoes, AddAll_MemoryRefusedAnywhere_LeavesAWholeListAndNoLeak)
         }
         lista->Clear();
         lista->AddAll(fonte);
-        EXPECT_EQ(Numeros(*lista), (Textos{"um", "dois", "tres", "12345678"}));
+        EXPECT_EQ(lista->Count(), 104);
+        EXPECT_EQ(lista->Item(4)->Numero, "12345678");
     }
     EXPECT_EQ(BlocosOcupados(), antes);
 }

@@ -441,7 +441,7 @@ template <class Operacao> void ComCadaRecusa(const std::string &cauda, Operacao 
         ASSERT_LT(++n, 1000);
         auto sensor = SensorCompleto();
         Acrescenta(sensor, "um")->Alterado = true;
-        Acrescenta(sensor, "dois")->Alterado = true;
+        Acrescenta(sensor, "dois, too long for a text without memory of its own")->Alterado = true;
         auto clone = sensor->getClone();
         {
             MemoriaEscassa escassa(n);
