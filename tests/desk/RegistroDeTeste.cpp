@@ -120,7 +120,7 @@ Ref<EquiptoED> EquipamentoDe(const std::string &codigo)
     e->Descricao = "Av. Ipiranga, sentido centro";
     e->TipoAgente = std::uint8_t{1};
     e->TipoEquip = "P";
-    e->Modelo = "Perkons 300";
+    e->Modelo = "Fictício 300";
     e->CodMunic = 4314902;
     e->ArquivoLayout = "NENHUM";
     e->TipoVia = "U";

@@ -160,6 +160,13 @@ TEST_F(TecladoTeste, Search_ByCriteriaAndMoving_ByKeys)
                   t.EsperaLinha("ztlLista", 1, "A1");
                   t.Tecla(Qt::Key_PageDown);
                   t.EsperaLinha("ztlLista", 3, "A3");
+                  // "Código" takes the keyboard away at once; the open list leads past it.
+                  t.TabAte("cboCriterio");
+                  t.Tecla(Qt::Key_Down, Qt::AltModifier);
+                  t.Tecla(Qt::Key_End);
+                  t.Tecla(Qt::Key_Return);
+                  t.EsperaTexto("cboCriterio", "Subcódigo");
+                  t.EsperaLinhas("ztlLista", 0);
                   t.TabAte("chkInativos");
                   t.Tecla(Qt::Key_Space);
                   t.EsperaTexto("chkInativos", "marcado");

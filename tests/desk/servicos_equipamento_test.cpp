@@ -244,7 +244,7 @@ TEST_F(ServicosEquipamento, altera_MembersLeftUnset_KeepWhatWasStored)
     EXPECT_EQ(e->SetorInc.Valor(), "Metrologia");
     EXPECT_EQ(e->NroIntRejLimDif.Valor(), 3);
     EXPECT_EQ(e->VelocPermitida.Valor(), 60);
-    EXPECT_EQ(e->Modelo.Valor(), "Perkons 300");
+    EXPECT_EQ(e->Modelo.Valor(), "Fictício 300");
     EXPECT_EQ(e->Ativo.Valor(), 1);
     EXPECT_EQ(e->HoraTrans.Valor(), 100130);
 }

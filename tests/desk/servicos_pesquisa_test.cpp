@@ -78,7 +78,7 @@ TEST_F(ServicosPesquisa, Rows_CarryWhatTheListShows)
     EXPECT_EQ(e.Descricao.Valor(), "Av. Ipiranga, sentido centro");
     EXPECT_EQ(e.CodMunic.Valor(), 4314902);
     EXPECT_EQ(e.TipoEquip.Valor(), "P");
-    EXPECT_EQ(e.Modelo.Valor(), "Perkons 300");
+    EXPECT_EQ(e.Modelo.Valor(), "Fictício 300");
     EXPECT_EQ(e.TemLimiteDif.Valor(), 1);
     EXPECT_EQ(e.VelocPermitida.Valor(), 60);
     EXPECT_FALSE(e.Sensores.Escrito());
