@@ -97,7 +97,7 @@ int main()
     };
     abre(cheio, [&](const Pessoa &medida) {
         abre(vazio, [&](const Pessoa &referencia) {
-            tabela.MedeTempo({"conflict of dates, OK pressed / the same by pairs of dates", 1000,
+            tabela.MedeTempo({"conflict of dates, OK / loop over pairs of dates", 1000,
                               [&](std::size_t quantas) { return PeloForm(cheio, medida, quantas); },
                               [&](std::size_t quantas) { return PorPares(referencia, quantas); }, 2.7, 13});
         });
