@@ -1,10 +1,9 @@
 #include "controls/ztList.h"
-#include "host/AfericaoED.h"
-#include "host/SensorED.h"
 #include "search/CVorEquip.h"
 #include "shell/Especifica.h"
 #include "tests/support/HostTeste.h"
 #include "tests/support/RegistroEmMemoria.h"
+#include "tests/support/VarreduraRegistro.h"
 
 #include <memory>
 
@@ -23,36 +22,9 @@ class EstradasTeste : public HostTeste {
         LogaGeral();
     }
 
-    // An equipment with one sensor, calibrated for the year 2026.
     void Poe(const std::string &tipo, std::uint8_t medidor, const std::string &codigo)
     {
-        auto afericao = Novo<AfericaoED>();
-        afericao->Numero = "123";
-        afericao->Marca = "456";
-        afericao->DataVerificacao = DataDe(1, 1, 2026);
-        afericao->DataVencimento = DataDe(31, 12, 2026);
-        afericao->NroIntImgCertif = 9.0;
-        afericao->TipoAfer = 1;
-        auto sensor = Novo<SensorED>();
-        sensor->NroSensor = 1;
-        sensor->LocalInfr = "Rua A";
-        sensor->Afericoes = Novo<Colecao<Ref<AfericaoED>>>();
-        sensor->Afericoes.Valor()->Add(afericao);
-        auto equipto = Novo<EquiptoED>();
-        equipto->ClienteInc = "DAER";
-        equipto->SetorInc = "Norte";
-        equipto->Codigo = codigo;
-        equipto->Descricao = "Radar da entrada";
-        equipto->CodMunic = 120;
-        equipto->TipoAgente = medidor;
-        equipto->TipoEquip = tipo;
-        equipto->TipoVia = "R";
-        equipto->VelocPermitida = 60;
-        equipto->Modelo = "RF-3";
-        equipto->ArquivoLayout = "NENHUM";
-        equipto->Sensores = Novo<Colecao<Ref<SensorED>>>();
-        equipto->Sensores.Valor()->Add(sensor);
-        registro->Poe(equipto);
+        registro->Poe(EquiptoCalibrado(tipo, medidor, codigo));
     }
 
     Ref<IForm> Janela() { return host->Tela->FormAberto(0); }
