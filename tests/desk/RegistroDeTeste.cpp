@@ -187,6 +187,21 @@ std::int32_t Inclui(const Ref<SessaoServico> &sessao, const Ref<EquiptoED> &equi
     return retorno.Como<EquiptoED>()->NroIntEquip;
 }
 
+std::int32_t IncluiComSensores(const Ref<SessaoServico> &sessao,
+                               const std::vector<std::vector<Ref<AfericaoED>>> &sensores)
+{
+    auto equipto = EquipamentoDe("R-001");
+    std::int16_t numero = 0;
+    for (const auto &afericoes : sensores) {
+        auto sensor = SensorDe(++numero);
+        for (const auto &afericao : afericoes) {
+            Poe(sensor, afericao);
+        }
+        Poe(equipto, sensor);
+    }
+    return Inclui(sessao, equipto);
+}
+
 Ref<EquiptoED> Abre(const Ref<SessaoServico> &sessao, std::int32_t nroIntEquip)
 {
     const Retorno retorno = Pede(sessao, "consulta", SoNumero(nroIntEquip));

@@ -9,6 +9,7 @@
 
 #include <map>
 #include <string>
+#include <vector>
 
 // What came of an operation.
 struct Retorno {
@@ -67,6 +68,9 @@ void Poe(const Ref<SensorED> &sensor, const Ref<AfericaoED> &afericao);
 
 // Sends it with "inclui"; its number. Any refusal fails the test.
 std::int32_t Inclui(const Ref<SessaoServico> &sessao, const Ref<EquiptoED> &equipto);
+// The same of the equipment R-001, with one sensor for each list of calibrations.
+std::int32_t IncluiComSensores(const Ref<SessaoServico> &sessao,
+                               const std::vector<std::vector<Ref<AfericaoED>>> &sensores);
 Ref<EquiptoED> Abre(const Ref<SessaoServico> &sessao, std::int32_t nroIntEquip);
 
 // A small document that passes for PDF; `marca` makes it one of its own.

@@ -19,16 +19,7 @@ class ServicosSensores : public testing::Test {
     // The equipment's number, with one sensor for each list of calibrations.
     std::int32_t Com(const std::vector<std::vector<Ref<AfericaoED>>> &sensores)
     {
-        auto e = EquipamentoDe("R-001");
-        std::int16_t numero = 0;
-        for (const auto &afericoes : sensores) {
-            auto s = SensorDe(++numero);
-            for (const auto &a : afericoes) {
-                Poe(s, a);
-            }
-            Poe(e, s);
-        }
-        return Inclui(m_Ana, e);
+        return IncluiComSensores(m_Ana, sensores);
     }
     // An "altera" of the one sensor with these calibrations.
     Retorno Altera(std::int32_t equipamento, std::int32_t sensor, const std::vector<Ref<AfericaoED>> &afericoes)

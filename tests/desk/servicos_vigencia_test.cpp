@@ -21,16 +21,7 @@ class ServicosVigencia : public testing::Test {
   protected:
     std::int32_t Com(const std::vector<std::vector<Ref<AfericaoED>>> &sensores)
     {
-        auto e = EquipamentoDe("R-001");
-        std::int16_t numero = 0;
-        for (const auto &afericoes : sensores) {
-            auto s = SensorDe(++numero);
-            for (const auto &a : afericoes) {
-                Poe(s, a);
-            }
-            Poe(e, s);
-        }
-        return Inclui(m_Ana, e);
+        return IncluiComSensores(m_Ana, sensores);
     }
     Ref<AfericaoED> Vigente(std::int32_t equipamento, Data dia)
     {
