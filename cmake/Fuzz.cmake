@@ -1,6 +1,6 @@
 # The fuzz targets. Every tests/fuzz/<target>_fuzz.cpp is a program fuzz_<target>. An ordinary build gives it a main that
-# runs the kept inputs of tests/fuzz/corpus/<target>, known to ctest as fuzz.<target>; the preset fuzz, which tests/fuzz/run
-# builds, gives it the fuzzer instead. `fuzz` builds them all.
+# runs the kept inputs of tests/fuzz/corpus/<target>.hex, known to ctest as fuzz.<target>; the preset fuzz, which
+# tests/fuzz/run builds, gives it the fuzzer instead. `fuzz` builds them all.
 
 option(COM_LIBFUZZER "Link the fuzzer into the fuzz targets, instead of a main that runs the kept inputs" OFF)
 
@@ -25,6 +25,7 @@ foreach(fonte IN LISTS alvos_fuzz)
         target_link_options(fuzz_${alvo} PRIVATE -fsanitize=fuzzer)
     else()
         target_sources(fuzz_${alvo} PRIVATE ${PROJECT_SOURCE_DIR}/tests/fuzz/Principal.cpp)
-        add_test(NAME fuzz.${alvo} COMMAND fuzz_${alvo} tests/fuzz/corpus/${alvo} WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
+        add_test(NAME fuzz.${alvo} COMMAND fuzz_${alvo} tests/fuzz/corpus/${alvo}.hex
+                 WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
     endif()
 endforeach()

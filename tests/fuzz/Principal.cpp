@@ -1,54 +1,42 @@
 #include "tests/fuzz/Alvo.h"
 
-#include <algorithm>
 #include <exception>
-#include <filesystem>
 #include <fstream>
 #include <iostream>
-#include <iterator>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
-// Stands in for the fuzzer where the compiler has none: runs the files named, and those of the folders named, through
-// the target. The name comes before the run, so that the last one printed is the file to look at.
+// Stands in for the fuzzer where the compiler has none: runs the inputs of a file, one a line in hexadecimal, through
+// the target. The line's number comes before the run, so that the last one printed is the input to look at.
 
 namespace {
 
-std::vector<std::filesystem::path> Arquivos(const std::filesystem::path &nome)
+std::vector<std::uint8_t> Octetos(const std::string &linha)
 {
-    if (!std::filesystem::is_directory(nome)) {
-        return {nome};
+    if (linha.size() % 2 != 0 || linha.find_first_not_of("0123456789ABCDEF") != std::string::npos) {
+        throw std::runtime_error("not an input: " + linha);
     }
-    std::vector<std::filesystem::path> arquivos;
-    for (const auto &entrada : std::filesystem::directory_iterator(nome)) {
-        arquivos.push_back(entrada.path());
+    std::vector<std::uint8_t> octetos;
+    for (std::size_t i = 0; i < linha.size(); i += 2) {
+        octetos.push_back(static_cast<std::uint8_t>(std::stoi(linha.substr(i, 2), nullptr, 16)));
     }
-    std::ranges::sort(arquivos);
-    return arquivos;
-}
-
-std::vector<std::uint8_t> Conteudo(const std::filesystem::path &nome)
-{
-    std::ifstream arquivo(nome, std::ios::binary);
-    if (!arquivo) {
-        throw std::runtime_error("cannot be read: " + nome.string());
-    }
-    return {std::istreambuf_iterator<char>(arquivo), std::istreambuf_iterator<char>()};
+    return octetos;
 }
 
 } // namespace
 
 int main(int quantos, char **argumentos)
 try {
+    if (quantos != 2) {
+        throw std::runtime_error("one file of inputs is expected");
+    }
+    std::ifstream arquivo(argumentos[1]);
     int entradas = 0;
-    for (int argumento = 1; argumento < quantos; ++argumento) {
-        for (const std::filesystem::path &nome : Arquivos(argumentos[argumento])) {
-            std::cout << nome.string() << std::endl;
-            const std::vector<std::uint8_t> dados = Conteudo(nome);
-            LLVMFuzzerTestOneInput(dados.data(), dados.size());
-            ++entradas;
-        }
+    for (std::string linha; std::getline(arquivo, linha);) {
+        std::cout << argumentos[1] << ':' << ++entradas << std::endl;
+        const std::vector<std::uint8_t> dados = Octetos(linha);
+        LLVMFuzzerTestOneInput(dados.data(), dados.size());
     }
     std::cout << entradas << " inputs ran" << std::endl;
     return entradas > 0 ? 0 : 1;
