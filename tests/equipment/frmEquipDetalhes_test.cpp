@@ -23,67 +23,10 @@ class frmEquipDetalhesTeste : public EquipDetalhesTeste {};
 
 // Screen.
 
-TEST_F(frmEquipDetalhesTeste, Controles_OfAFormJustLoaded_HaveTheirStoredSettings)
+TEST_F(frmEquipDetalhesTeste, Controles_OfAFormJustLoaded_AreAsInItsPortrait)
 {
-    class Carregada : public frmEquipDetalhes {
-      public:
-        using Formulario::Carregar;
-    };
-    auto carregada = Novo<Carregada>();
-    carregada->Carregar();
-    const Linhas esperado{
-        "Label lblClienteInc, rotulo \"Cliente:\"",
-        "Label lblSetorInc, rotulo \"Setor:\"",
-        "SSTab sstDados [\"Equipamento\", \"Dados\", \"Sensores\", \"Aferições\", \"Opções\"]",
-        "ztFrame fraDados(0) em sstDados pagina 0",
-        "ztFrame fraDados(1) em sstDados pagina 1, desabilitado",
-        "ztFrame fraDados(2) em sstDados pagina 2, desabilitado",
-        "ztFrame fraDados(3) em sstDados pagina 3, desabilitado",
-        "ztFrame fraDados(4) em sstDados pagina 4, desabilitado",
-        "ztMask txtCodEquip em fraDados(0), rotulo \"Código:\", max 20, tipo 7, aceita \"._\", tabela 1",
-        "ztMask txtSubCodEquip em fraDados(0), rotulo \"Subcódigo (opcional):\", max 20, tipo 7, aceita \"._\", "
-        "tabela 1",
-        "TextBox txtDescricao em fraDados(0), rotulo \"Descrição:\", max 50",
-        "ztCombo cboTipoMedidor em fraDados(0), rotulo \"Tipo de Medidor:\"",
-        "ztCombo cboTipoEquip em fraDados(0), rotulo \"Tipo Equip.:\"",
-        "TextBox txtModelo em fraDados(0), rotulo \"Marca/Modelo:\", max 30",
-        "ztFrame frUltAtu em fraDados(0) \"Última alteração: \"",
-        "Label lblCliente em frUltAtu, rotulo \"Cliente:\"",
-        "Label lblOperador em frUltAtu, rotulo \"Operador:\"",
-        "Label lblData em frUltAtu, rotulo \"Data:\"",
-        "Label lblHora em frUltAtu, rotulo \"Hora:\"",
-        "ztCombo cboMunic em fraDados(1), rotulo \"Município:\"",
-        "ztFrame fraLayout em fraDados(1)",
-        "ztCombo cboArqLayout em fraLayout, rotulo \"Layout arquivos:\"",
-        "ztFrame fraLimiteVel em fraDados(1) \"Limites de Velocidade: \"",
-        "ztMask txtVelocPerm em fraLimiteVel, rotulo \"Veloc. Permitida:\", max 3, tipo 1",
-        "Label lblUnidade em fraLimiteVel \"Km/h\"",
-        "Label lblTolerancia em fraLimiteVel, rotulo \"Tolerância:\"",
-        "ztFrame fraTipoVia em fraDados(1) \"Tipo &Via:\"",
-        "OptionButton optRodovia em fraTipoVia \"Rodovia ou Via de Trânsito Rápido ou Via Arterial\"",
-        "OptionButton optUrbana em fraTipoVia \"Via urbana\"",
-        "OptionButton optInfGeraBanco em fraTipoVia \"Informado na geração do Banco de Fotos\", oculto",
-        "ztList ztListaSensor em fraDados(2), tipomenu 2, botoes laterais",
-        "ztList ztListaAfericao em fraDados(3), tipomenu 2, botoes laterais",
-        "CheckBox chkEntrelacada em fraDados(4) \"Imagem entrelaçada\"",
-        "CheckBox chkPerfilMagnetico em fraDados(4) \"Perfil Magnético\"",
-        "ztFrame fraLimiteDif em fraDados(4)",
-        "OptionButton optTrabDiasDif(1) em fraLimiteDif \"Sim\", rotulo \"Trabalha com Limites Diferenciados?\"",
-        "OptionButton optTrabDiasDif(0) em fraLimiteDif \"Não\"",
-        "CheckBox chkRejeicaoAuto em fraLimiteDif, desabilitado",
-        "Label lblTextoRejLimDif em fraLimiteDif \"Realizar a rejeição das fotos das autuações efetivadas no horário "
-        "diferenciado (que ultrapassem o limite normal, mas não o limite do horário diferenciado) de forma automática, "
-        "na abertura do banco de fotos.\", desabilitado",
-        "Label lblRejeicao em fraLimiteDif \"Utilizar a rejeição:\", desabilitado",
-        "ztCombo cboRejeicao em fraLimiteDif, desabilitado",
-        "ztFrame fraObsNotif em fraDados(4)",
-        "CheckBox chkIncObsNotif em fraObsNotif \"Incluir observação na Notificação:\"",
-        "ztVeiObservacao txtObsNotif em fraObsNotif, max 70",
-        "ztCommand ztCmdOK \"&OK\", desabilitado",
-        "CommandButton cmdCancelar \"&Cancelar\"",
-        "ztCommand ztCmdAplicar \"A&plicar\", desabilitado",
-    };
-    EXPECT_TRUE(RegistroIgual(Retrato(carregada), esperado));
+    const auto carregada = SoCarregada<frmEquipDetalhes>();
+    EXPECT_TRUE(RetratoIgual(carregada, "tests/equipment/dados"));
     Pessoa p(carregada);
     for (const char *combo : {"cboTipoMedidor", "cboTipoEquip", "cboMunic", "cboArqLayout", "cboRejeicao"}) {
         EXPECT_EQ(p.Acha<IztCombo>(combo)->IndiceAtual(), -1) << combo;

@@ -139,57 +139,10 @@ class frmLimitesDifDetalhesTeste : public HostTeste {
 
 // Screen.
 
-TEST_F(frmLimitesDifDetalhesTeste, Controles_OfAFormJustLoaded_HaveTheirStoredSettings)
+TEST_F(frmLimitesDifDetalhesTeste, Controles_OfAFormJustLoaded_AreAsInItsPortrait)
 {
-    class Carregada : public frmLimitesDifDetalhes {
-      public:
-        using Formulario::Carregar;
-    };
-    auto carregada = Novo<Carregada>();
-    carregada->Carregar();
-    EXPECT_EQ(carregada->Caption(), "Limite Diferenciado");
-    EXPECT_EQ(
-        Retrato(carregada),
-        (Linhas{
-            "ztFrame ztFrame1",
-            "Label Label7 em ztFrame1 \"Código Eqpto:\"",
-            "Label lblCodEquip em ztFrame1",
-            "SSTab sstDados [\"Geral\", \"Opções\"]",
-            "ztFrame fraDados(0) em sstDados pagina 0",
-            "ztFrame fraDados(1) em sstDados pagina 1, desabilitado",
-            "ztFrame fraDiasSemana em fraDados(0)",
-            "CheckBox chkDia(1) em fraDiasSemana \"Domingo\"",
-            "CheckBox chkDia(2) em fraDiasSemana \"Segunda\"",
-            "CheckBox chkDia(3) em fraDiasSemana \"Terça\"",
-            "CheckBox chkDia(4) em fraDiasSemana \"Quarta\"",
-            "CheckBox chkDia(5) em fraDiasSemana \"Quinta\"",
-            "CheckBox chkDia(6) em fraDiasSemana \"Sexta\"",
-            "CheckBox chkDia(7) em fraDiasSemana \"Sábado\"",
-            "CheckBox chkDia(8) em fraDiasSemana \"Feriados\"",
-            "ztFrame fraData em fraDados(0)",
-            "Label Label9 em fraData \"Data:\"",
-            "ztData ztdData em fraData",
-            "ztFrame Frame1 em fraDados(0) \"Horário:\"",
-            "Label Label2 em Frame1 \"Inicial:\"",
-            "ztMask ztmHInicial em Frame1, max 5, tipo 12, mascara \"00:00\"",
-            "Label Label4 em Frame1 \"Final:\"",
-            "ztMask ztmHFinal em Frame1, max 5, tipo 12, mascara \"00:00\"",
-            "ztFrame fraVelocPerm em fraDados(0)",
-            "Label Label3 em fraVelocPerm \"Veloc. Permitida:\"",
-            "ztMask txtVelocPerm em fraVelocPerm, max 3, tipo 1",
-            "Label Label5 em fraVelocPerm \"Km/h\"",
-            "CheckBox chkVelocMin em fraDados(1) \"Não permitir a inclusão de AIT's p/ velocidades inferiores a: \"",
-            "ztFrame Frame3 em fraDados(1)",
-            "Label Label1 em Frame3 \"Veloc. Mínima: \"",
-            "ztMask txtVelocMin em Frame3, max 3, tipo 1, somente leitura",
-            "Label Label6 em Frame3 \"Km/h\"",
-            "Image Image1 em fraDados(1)",
-            "Label Label8 em fraDados(1) \"Se essa opção estiver selecionada, o sistema somente permitirá a inclusão "
-            "de AIT, se a velocidade medida, no horário estabelecido, for maior que a velocidade mínima.\"",
-            "ztCommand ztCmdOK \"&OK\"",
-            "CommandButton cmdAjuda \"&Ajuda\"",
-            "CommandButton cmdCancelar \"&Cancelar\"",
-        }));
+    const auto carregada = SoCarregada<frmLimitesDifDetalhes>();
+    EXPECT_TRUE(RetratoIgual(carregada, "tests/limits/dados"));
     Pessoa p(carregada);
     EXPECT_EQ(p.Acha<IztData>("ztdData")->Text(), "  /  /    ");
     for (const char *vazio : {"txtVelocPerm", "txtVelocMin"}) {

@@ -86,16 +86,10 @@ class frmLimitesDifTeste : public HostTeste {
     Ref<frmLimitesDif> form;
 };
 
-TEST_F(frmLimitesDifTeste, Controles_OfAFormJustLoaded_HaveTheirStoredSettings)
+TEST_F(frmLimitesDifTeste, Controles_OfAFormJustLoaded_AreAsInItsPortrait)
 {
-    class Carregada : public frmLimitesDif {
-      public:
-        using Formulario::Carregar;
-    };
-    auto carregada = Novo<Carregada>();
-    carregada->Carregar();
-    EXPECT_EQ(carregada->Caption(), "Limites Diferenciados");
-    EXPECT_EQ(Retrato(carregada), (Linhas{"ztList ztLista, tipomenu 2, ancorada, botoes laterais"}));
+    const auto carregada = SoCarregada<frmLimitesDif>();
+    EXPECT_TRUE(RetratoIgual(carregada, "tests/limits/dados"));
     EXPECT_EQ(Pessoa(carregada).Acha<ztList>("ztLista")->Colunas().size(), 1U);
 }
 

@@ -6,6 +6,7 @@
 #include "controls/ztMask.h"
 #include "tests/search/JanelaTeste.h"
 #include "tests/support/FalhaLancada.h"
+#include "tests/support/RetratoForm.h"
 
 #include <map>
 
@@ -230,46 +231,14 @@ TEST_F(frmListaTeste, CarregaForm_ToSelect_ShowsTheWindowModallyWithItsOwnButton
     EXPECT_FALSE(host->Tela->EstaAberto(form));
 }
 
-TEST_F(frmListaTeste, CarregaForm_OfEachMode_LoadsTheControlsWithTheirStoredSettings)
+TEST_F(frmListaTeste, Controles_OfAFormJustLoaded_AreAsInItsPortrait)
 {
-    struct Esperado {
-        const char *Nome;
-        EspecieControle Especie;
-        const char *Caption;
-    };
-    const std::vector<Esperado> esperados{
-        {"ztlLista", EspecieControle::ztList, ""},
-        {"fraDados", EspecieControle::ztFrame, ""},
-        {"ztCliente", EspecieControle::ztClienteSetor, ""},
-        {"lblTipoAgente", EspecieControle::Label, "Tipo Agente:"},
-        {"cboTipoAgente", EspecieControle::ztCombo, ""},
-        {"lblTipoEquip", EspecieControle::Label, "Equipto:"},
-        {"cboTipoEquipto", EspecieControle::ztCombo, ""},
-        {"Label1", EspecieControle::Label, "Critério:"},
-        {"cboCriterio", EspecieControle::ztCombo, ""},
-        {"txtCodEquip", EspecieControle::ztMask, "Código:"},
-        {"chkInativos", EspecieControle::CheckBox, "Listar apenas inativos"},
-        {"cmdOK", EspecieControle::CommandButton, "&OK"},
-        {"cmdCancelar", EspecieControle::CommandButton, "&Cancelar"},
-    };
-    Pessoa pessoa = AbreDoMenu();
-    ASSERT_EQ(form->Controles().size(), esperados.size());
-    for (std::size_t i = 0; i < esperados.size(); ++i) {
-        EXPECT_EQ(form->Controles()[i]->Nome(), esperados[i].Nome);
-        EXPECT_EQ(form->Controles()[i]->Especie(), esperados[i].Especie) << esperados[i].Nome;
-        EXPECT_EQ(form->Controles()[i]->Caption(), esperados[i].Caption) << esperados[i].Nome;
-    }
-    const AjustesZtList &lista = ListaDe(pessoa)->Ajustes();
-    EXPECT_EQ(lista.TipoMenu, 3);
-    EXPECT_EQ(lista.TipoMenuComPersonalizado, 2);
-    EXPECT_TRUE(lista.AncorarAoForm);
-    EXPECT_TRUE(lista.BarraCriteriosAtiva);
-    EXPECT_FALSE(lista.BarraCriteriosAutoOcultar);
-    EXPECT_EQ(pessoa.Acha("fraDados", 0)->Container(), pessoa.Acha("ztlLista"));
-    EXPECT_EQ(pessoa.Acha("chkInativos")->Container(), pessoa.Acha("fraDados", 0));
-    const AjustesZtMask &codigo = pessoa.Acha<ztMask>("txtCodEquip")->Ajustes();
-    EXPECT_EQ(codigo.CaracteresAceitos, "._");
-    EXPECT_EQ(codigo.TabelaCaracteres, 1);
+    EXPECT_TRUE(RetratoIgual(SoCarregada<frmLista>(), "tests/search/dados"));
+}
+
+TEST_F(frmListaTeste, CarregaForm_FromTheMenu_OffersTheThreeCriteria)
+{
+    const Pessoa pessoa = AbreDoMenu();
     Textos criterios;
     for (const ztCombo::Item &item : pessoa.Acha<ztCombo>("cboCriterio")->Itens()) {
         criterios.push_back(item.Texto + "=" + item.Valor);

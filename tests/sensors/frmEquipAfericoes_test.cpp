@@ -1,15 +1,11 @@
 #include "sensors/frmEquipAfericoes.h"
 
-#include "controls/CommonDialog.h"
-#include "controls/SSTab.h"
-#include "controls/TextBox.h"
 #include "controls/ztCombo.h"
-#include "controls/ztMask.h"
 #include "tests/sensors/CenarioSensores.h"
 #include "tests/support/FalhaLancada.h"
 #include "tests/support/MemoriaEscassa.h"
+#include "tests/support/RetratoForm.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace {
@@ -80,89 +76,9 @@ class frmEquipAfericoes_test : public CenarioSensores {
 
 using Par = std::pair<std::string, std::string>;
 
-TEST_F(frmEquipAfericoes_test, CriaControles_AllOfThem_NameKindCaptionAndPlace)
+TEST_F(frmEquipAfericoes_test, CriaControles_OfAFormJustLoaded_AreAsInItsPortrait)
 {
-    struct Esperado {
-        std::string Nome;
-        EspecieControle Especie;
-        std::string Caption;
-        std::string Container;
-        std::int16_t Pagina = -1;
-    };
-    const std::vector<Esperado> esperados{
-        {"Label1", EspecieControle::Label, "Código Eqpto:", ""},
-        {"lblCodEquip", EspecieControle::Label, "EQ-10", ""},
-        {"Label4", EspecieControle::Label, "Nro Sensor:", ""},
-        {"lblNroSensor", EspecieControle::Label, "3", ""},
-        {"SSTab1", EspecieControle::SSTab, "", ""},
-        {"Frame1", EspecieControle::ztFrame, "", "SSTab1", 0},
-        {"Label8", EspecieControle::Label, "Tipo:", "SSTab1", 0},
-        {"cboTipo", EspecieControle::ztCombo, "", "SSTab1", 0},
-        {"lblNroINMETRO", EspecieControle::Label, "Número:", "SSTab1", 0},
-        {"txtNroINMETRO", EspecieControle::TextBox, "", "SSTab1", 0},
-        {"lblMarcaINMETRO", EspecieControle::Label, "Certificado:", "SSTab1", 0},
-        {"txtMarcaINMETRO", EspecieControle::ztMask, "", "SSTab1", 0},
-        {"Label20", EspecieControle::Label, "Dt. de Verif.:", "SSTab1", 0},
-        {"txtDtVerifINMETRO", EspecieControle::ztData, "", "SSTab1", 0},
-        {"Label3", EspecieControle::Label, "Dt. de Venc.:", "SSTab1", 0},
-        {"txtDtVencINMETRO", EspecieControle::ztData, "", "SSTab1", 0},
-        {"fraPortariaDIMEL", EspecieControle::ztFrame, "Portaria DIMEL: ", "SSTab1", 0},
-        {"Label5", EspecieControle::Label, "Número:", "fraPortariaDIMEL"},
-        {"txtNroPortDIMEL", EspecieControle::ztMask, "", "fraPortariaDIMEL"},
-        {"Label6", EspecieControle::Label, "Ano:", "fraPortariaDIMEL"},
-        {"txtAnoPortDIMEL", EspecieControle::ztMask, "", "fraPortariaDIMEL"},
-        {"fraDocumento", EspecieControle::ztFrame, "Documento do Certificado:", "SSTab1", 0},
-        {"cmdProcurar", EspecieControle::CommandButton, "&Procurar...", "fraDocumento"},
-        {"cmdVisualizar", EspecieControle::CommandButton, "&Visualizar", "fraDocumento"},
-        {"cmdUpload", EspecieControle::CommandButton, "&Upload", "fraDocumento"},
-        {"lblMsgCert", EspecieControle::Label, "", "fraDocumento"},
-        {"cmdOK", EspecieControle::CommandButton, "&OK", ""},
-        {"cmdAjuda", EspecieControle::CommandButton, "&Ajuda", ""},
-        {"cmdCancelar", EspecieControle::CommandButton, "&Cancelar", ""},
-        {"cdAbreArquivos", EspecieControle::CommonDialog, "", ""},
-    };
-    Inclui(AfericaoNova(), [&](Pessoa &p) {
-        const auto &controles = Aberta(Janela)->Controles();
-        EXPECT_EQ(controles.size(), esperados.size());
-        for (std::size_t i = 0; i < std::min(controles.size(), esperados.size()); ++i) {
-            const auto &controle = controles[i];
-            const Esperado &esperado = esperados[i];
-            EXPECT_EQ(controle->Nome(), esperado.Nome);
-            EXPECT_EQ(controle->Especie(), esperado.Especie) << esperado.Nome;
-            EXPECT_EQ(controle->Caption(), esperado.Caption) << esperado.Nome;
-            EXPECT_EQ(controle->Container() ? controle->Container()->Nome() : "", esperado.Container) << esperado.Nome;
-            EXPECT_EQ(controle->Pagina(), esperado.Pagina) << esperado.Nome;
-            EXPECT_EQ(controle->Indice(), -1) << esperado.Nome;
-            EXPECT_EQ(controle->TabIndex(), static_cast<std::int16_t>(i)) << esperado.Nome;
-        }
-        EXPECT_FALSE(Visivel(p, "cdAbreArquivos"));
-        FAZ(p, Clica("cmdCancelar"));
-    });
-}
-
-TEST_F(frmEquipAfericoes_test, CriaControles_StoredSettings_AsDesigned)
-{
-    Inclui(AfericaoNova(), [&](Pessoa &p) {
-        EXPECT_EQ(p.Acha<SSTab>("SSTab1")->Tabs(), 1);
-        EXPECT_EQ(p.Acha<SSTab>("SSTab1")->TabCaption(0), "Geral");
-        EXPECT_EQ(p.Acha<ztCombo>("cboTipo")->Estilo(), 1);
-        EXPECT_EQ(p.Acha<TextBox>("txtNroINMETRO")->MaxLength(), 10);
-        const auto mascara = [&](const std::string &nome) { return p.Acha<ztMask>(nome)->Ajustes(); };
-        EXPECT_EQ(mascara("txtMarcaINMETRO").MaxLength, 14);
-        EXPECT_EQ(mascara("txtMarcaINMETRO").Tipo, 1);
-        EXPECT_EQ(mascara("txtNroPortDIMEL").MaxLength, 6);
-        EXPECT_EQ(mascara("txtNroPortDIMEL").Tipo, 1);
-        EXPECT_FALSE(mascara("txtNroPortDIMEL").SomenteMaiusculas);
-        EXPECT_EQ(mascara("txtAnoPortDIMEL").MaxLength, 2);
-        EXPECT_EQ(mascara("txtAnoPortDIMEL").Tipo, 0);
-        EXPECT_FALSE(mascara("txtAnoPortDIMEL").SomenteMaiusculas);
-        for (const std::string botao :
-             {"cmdOK", "cmdAjuda", "cmdCancelar", "cmdProcurar", "cmdVisualizar", "cmdUpload"}) {
-            EXPECT_EQ(p.Acha<ICommandButton>(botao)->Default(), botao == "cmdOK") << botao;
-            EXPECT_EQ(p.Acha<ICommandButton>(botao)->Cancel(), botao == "cmdVisualizar") << botao;
-        }
-        FAZ(p, Clica("cmdCancelar"));
-    });
+    EXPECT_TRUE(RetratoIgual(SoCarregada<frmEquipAfericoes>(), "tests/sensors/dados"));
 }
 
 TEST_F(frmEquipAfericoes_test, Keys_EnterAndEsc_PressOKAndVisualizar)

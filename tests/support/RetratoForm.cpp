@@ -1,13 +1,19 @@
 #include "tests/support/RetratoForm.h"
 
 #include "controls/Acionavel.h"
+#include "controls/ztCombo.h"
+#include "controls/ztEndereco.h"
 #include "controls/ztList.h"
 #include "controls/ztMask.h"
 #include "controls/ztVeiObservacao.h"
 #include "host/IControlesPadrao.h"
+#include "tests/support/RegistroIgual.h"
 #include "tests/support/TextoLog.h"
 
 #include <cstdint>
+#include <cstdlib>
+#include <fstream>
+#include <vector>
 
 namespace {
 
@@ -21,6 +27,11 @@ std::string Trava(bool travado)
     return travado ? ", somente leitura" : "";
 }
 
+std::string Se(bool vale, const char *texto)
+{
+    return vale ? std::string(", ") + texto : "";
+}
+
 std::string Ajustes(const ztMask &campo)
 {
     const AjustesZtMask &ajustes = campo.Ajustes();
@@ -28,15 +39,34 @@ std::string Ajustes(const ztMask &campo)
            (ajustes.Mascara.empty() ? "" : ", mascara " + TextoLog(ajustes.Mascara)) +
            (ajustes.CaracteresAceitos.empty() ? "" : ", aceita " + TextoLog(ajustes.CaracteresAceitos)) +
            (ajustes.TabelaCaracteres == 0 ? "" : ", tabela " + std::to_string(ajustes.TabelaCaracteres)) +
-           Trava(campo.ReadOnly());
+           Se(!ajustes.SomenteMaiusculas, "minusculas") + Trava(campo.ReadOnly());
 }
 
 std::string Ajustes(const ztList &lista)
 {
     const AjustesZtList &ajustes = lista.Ajustes();
-    return ", tipomenu " + std::to_string(ajustes.TipoMenu) + (ajustes.AncorarAoForm ? ", ancorada" : "") +
-           (ajustes.BotoesLaterais ? ", botoes laterais" : "") + (ajustes.BotaoEliminar ? ", botao eliminar" : "") +
-           (ajustes.BotaoVisivel ? ", botao visivel" : "") + (ajustes.BotaoEnabled ? ", botao enabled" : "");
+    return ", tipomenu " + std::to_string(ajustes.TipoMenu) +
+           (ajustes.TipoMenuComPersonalizado == 0
+                ? ""
+                : ", com personalizado " + std::to_string(ajustes.TipoMenuComPersonalizado)) +
+           Se(ajustes.AncorarAoForm, "ancorada") + Se(ajustes.BotoesLaterais, "botoes laterais") +
+           Se(ajustes.BotaoEliminar, "botao eliminar") + Se(ajustes.BotaoVisivel, "botao visivel") +
+           Se(ajustes.BotaoEnabled, "botao enabled") + Se(ajustes.BotoesFecharAjuda, "fechar e ajuda") +
+           Se(ajustes.BarraCriteriosAtiva, "barra de criterios") +
+           Se(ajustes.BarraCriteriosAutoOcultar, "que se oculta") +
+           (ajustes.BarraCriteriosAltura == 0 ? "" : ", de altura " + std::to_string(ajustes.BarraCriteriosAltura));
+}
+
+std::string Ajustes(const ztEndereco &endereco)
+{
+    const AjustesZtEndereco &ajustes = endereco.Ajustes();
+    return ", captura " + std::to_string(ajustes.TipoCapturaEndereco) + ", edicao " +
+           std::to_string(ajustes.EstiloEdicao) + ", borda " + std::to_string(ajustes.TipoBorda) +
+           Se(ajustes.ReadOnlyMunicipio, "municipio somente leitura") +
+           Se(ajustes.LogradouroObrigatorio, "logradouro obrigatorio") +
+           Se(ajustes.MostrarSomenteComBairro, "somente com bairro") +
+           Se(ajustes.ObrigarCodigoLogradouro, "codigo obrigatorio") +
+           Se(ajustes.MostrarEnderecosIncompletos, "incompletos") + Se(ajustes.MostraCepEPesquisaCep, "cep e pesquisa");
 }
 
 std::string Paginas(const ISSTab &abas)
@@ -63,8 +93,9 @@ std::string Proprio(const IControle &controle)
     if (const auto *data = dynamic_cast<const IztData *>(&controle)) {
         return Trava(data->ReadOnly());
     }
-    if (const auto *combo = dynamic_cast<const IztCombo *>(&controle)) {
-        return Trava(combo->ComboSomenteLeitura());
+    if (const auto *combo = dynamic_cast<const ztCombo *>(&controle)) {
+        return (combo->Estilo() == 0 ? "" : ", estilo " + std::to_string(combo->Estilo())) +
+               Trava(combo->ComboSomenteLeitura());
     }
     if (const auto *caixa = dynamic_cast<const ICheckBox *>(&controle)) {
         return caixa->Value() == 1 ? ", marcada" : "";
@@ -73,13 +104,16 @@ std::string Proprio(const IControle &controle)
         return opcao->Value() ? ", ligada" : "";
     }
     if (const auto *botao = dynamic_cast<const Acionavel *>(&controle)) {
-        return std::string(botao->Padrao() ? ", padrao" : "") + (botao->Cancelador() ? ", cancela" : "");
+        return Se(botao->Padrao(), "padrao") + Se(botao->Cancelador(), "cancela");
     }
     if (const auto *abas = dynamic_cast<const ISSTab *>(&controle)) {
         return Paginas(*abas);
     }
     if (const auto *lista = dynamic_cast<const ztList *>(&controle)) {
         return Ajustes(*lista);
+    }
+    if (const auto *endereco = dynamic_cast<const ztEndereco *>(&controle)) {
+        return Ajustes(*endereco);
     }
     return {};
 }
@@ -105,11 +139,26 @@ std::string RetratoControle(const Ref<IControle> &controle)
     return linha + (controle->Enabled() ? "" : ", desabilitado") + (controle->Visible() ? "" : ", oculto");
 }
 
-std::vector<std::string> Retrato(const Ref<IForm> &form)
+testing::AssertionResult RetratoIgual(const Ref<IForm> &form, const std::string &pasta)
 {
-    std::vector<std::string> linhas;
+    std::vector<std::string> obtido{std::string(form->NomeTipo()) + " " + TextoLog(form->Caption())};
     for (const Ref<IControle> &controle : form->Controles()) {
-        linhas.push_back(RetratoControle(controle));
+        const auto ordem = static_cast<std::int16_t>(obtido.size() - 1);
+        const std::int16_t tab = controle->TabIndex();
+        obtido.push_back(RetratoControle(controle) + (tab == ordem ? "" : ", tab " + std::to_string(tab)));
     }
-    return linhas;
+    const std::string nome = pasta + "/" + std::string(form->NomeTipo()) + ".txt";
+    if (std::getenv("RENOVA_RETRATOS") != nullptr) {
+        std::ofstream arquivo(nome);
+        for (const std::string &linha : obtido) {
+            arquivo << linha << '\n';
+        }
+        return testing::AssertionFailure() << nome << " was written anew";
+    }
+    std::vector<std::string> esperado;
+    std::ifstream arquivo(nome);
+    for (std::string linha; std::getline(arquivo, linha);) {
+        esperado.push_back(linha);
+    }
+    return RegistroIgual(obtido, esperado) << " (" << nome << ")";
 }

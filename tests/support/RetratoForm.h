@@ -1,16 +1,35 @@
 #pragma once
 
-#include "host/IForm.h"
+#include "shell/Formulario.h"
+
+#include <gtest/gtest.h>
 
 #include <string>
-#include <vector>
 
 // A form's controls as text, one line each in the order of creation: kind, name, container and page, caption, label
 // beside it, then what differs from a plain control of that kind. For example
 //   ztMask txtVelocPerm em fraVelocPerm, rotulo "Veloc. Permitida:", max 3, tipo 1
 //   SSTab sstDados ["Geral", "Opções" oculta]
 // What was typed, chosen or filled in is left out, except that a box is checked or an option is on.
-std::vector<std::string> Retrato(const Ref<IForm> &form);
 
 // The line of one control.
 std::string RetratoControle(const Ref<IControle> &controle);
+
+// Compares a form with its portrait, the file <class of the form>.txt in `pasta`: class and caption, then the controls,
+// with their place in the order of Tab where it is not that of creation. What differs is shown as by RegistroIgual. A
+// change that is meant is taken over with RENOVA_RETRATOS in the environment, which writes the file anew and fails all
+// the same, so that nobody forgets to look at what has changed:
+//   RENOVA_RETRATOS=1 build/debug/teste_limits --gtest_filter='*Portrait'; git diff
+testing::AssertionResult RetratoIgual(const Ref<IForm> &form, const std::string &pasta);
+
+// A form of the module that is loaded and has been told nothing yet.
+template <class Form> Ref<Form> SoCarregada()
+{
+    class Carregada : public Form {
+      public:
+        using Formulario::Carregar;
+    };
+    auto form = Novo<Carregada>();
+    form->Carregar();
+    return form;
+}
