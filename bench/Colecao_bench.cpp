@@ -51,19 +51,8 @@ template <class L> std::shared_ptr<L> Cheia(const std::vector<std::string> &chav
     for (const std::string &chave : chaves) {
         lista->Add(1, chave);
     }
+    Usa(lista->Item(chaves.front())); // from a look-up on the collection keeps its table
     return lista;
-}
-
-// As many lists of these keys as make up the items of the large size: ten small ones, or the large one alone. Both
-// sizes then go over the same memory, and growth is that of the work, not that of the caches.
-template <class L> std::vector<std::shared_ptr<L>> Cheias(const std::vector<std::string> &chaves)
-{
-    std::vector<std::shared_ptr<L>> listas;
-    for (std::size_t itens = 0; itens < 10 * Trabalho; itens += chaves.size()) {
-        listas.push_back(Cheia<L>(chaves));
-        Usa(listas.back()->Item(chaves.front())); // from a look-up on the collection keeps its table
-    }
-    return listas;
 }
 
 template <class L> std::function<void()> Enche(std::size_t quantos)
@@ -78,27 +67,27 @@ template <class L> std::function<void()> Enche(std::size_t quantos)
 template <class L> std::function<void()> LePorChave(std::size_t quantos)
 {
     const auto chaves = Chaves(quantos);
-    return [chaves, listas = Cheias<L>(chaves)] {
-        for (std::size_t i = 0; i < chaves.size(); ++i) {
-            Usa(listas[i % listas.size()]->Item(chaves[i]));
+    return [chaves, lista = Cheia<L>(chaves)] {
+        for (const std::string &chave : chaves) {
+            Usa(lista->Item(chave));
         }
     };
 }
 
 std::function<void()> Esvazia(std::size_t quantos)
 {
-    return [listas = Cheias<Lista>(Chaves(quantos))] {
-        while (listas.front()->Count() > 0) {
-            listas.front()->Remove(1);
+    return [lista = Cheia<Lista>(Chaves(quantos))] {
+        while (lista->Count() > 0) {
+            lista->Remove(1);
         }
     };
 }
 
 std::function<void()> EsvaziaPura(std::size_t quantos)
 {
-    return [listas = Cheias<ListaPura>(Chaves(quantos))] {
-        while (!listas.front()->Itens.empty()) {
-            listas.front()->RemovePrimeiro();
+    return [lista = Cheia<ListaPura>(Chaves(quantos))] {
+        while (!lista->Itens.empty()) {
+            lista->RemovePrimeiro();
         }
     };
 }
@@ -108,9 +97,9 @@ std::function<void()> EsvaziaPura(std::size_t quantos)
 int main()
 {
     Tabela tabela;
-    tabela.MedeTempo({"Colecao, filling / deque and hash table", Trabalho, Enche<Lista>, Enche<ListaPura>, 4, 12});
+    tabela.MedeTempo({"Colecao, filling / deque and hash table", Trabalho, Enche<Lista>, Enche<ListaPura>, 1, 1.5});
     tabela.MedeTempo(
-        {"Colecao, reading by key / hash table", Trabalho, LePorChave<Lista>, LePorChave<ListaPura>, 4, 12});
-    tabela.MedeTempo({"Colecao, taking the first / deque and hash table", Trabalho, Esvazia, EsvaziaPura, 4, 12});
+        {"Colecao, reading by key / hash table", Trabalho, LePorChave<Lista>, LePorChave<ListaPura>, 2, 1.5});
+    tabela.MedeTempo({"Colecao, taking the first / deque and hash table", Trabalho, Esvazia, EsvaziaPura, 1, 1.5});
     return tabela.Saida();
 }

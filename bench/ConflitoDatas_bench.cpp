@@ -99,7 +99,7 @@ int main()
         abre(vazio, [&](const Pessoa &referencia) {
             tabela.MedeTempo({"conflict of dates, OK / loop over pairs of dates", 1000,
                               [&](std::size_t quantas) { return PeloForm(cheio, medida, quantas); },
-                              [&](std::size_t quantas) { return PorPares(referencia, quantas); }, 2.7, 13});
+                              [&](std::size_t quantas) { return PorPares(referencia, quantas); }, 2.7, 2});
         });
     });
     geral = nullptr;

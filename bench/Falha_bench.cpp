@@ -46,6 +46,6 @@ int main()
 {
     Tabela tabela;
     tabela.MedeTempo(
-        {"fault through two tails / exception rethrown once", 1000, Repete<Meio>, Repete<MeioSimples>, 4, 13});
+        {"fault through two tails / exception rethrown once", 1000, Repete<Meio>, Repete<MeioSimples>, 4, 1.5});
     return tabela.Saida();
 }

@@ -177,8 +177,8 @@ int main(int argc, char **argv)
                       .Trabalho = linhas,
                       .Medido = EncheDe,
                       .Referencia = CopiaDe,
-                      .LimiteRazao = 12,
-                      .LimiteCrescimento = 12});
+                      .LimiteRazao = 5,
+                      .LimiteCrescimento = 1.5});
     tabela.MedeTempo({.Nome = "list on the screen: pages, to 300 rows",
                       .Trabalho = linhas,
                       .Medido = PaginasDe,
@@ -195,13 +195,13 @@ int main(int argc, char **argv)
                       .Trabalho = linhas,
                       .Medido = OrdenaPor(2),
                       .Referencia = OrdenaTextos,
-                      .LimiteRazao = 12,
-                      .LimiteCrescimento = 15});
+                      .LimiteRazao = 6,
+                      .LimiteCrescimento = 1.5});
     tabela.MedeTempo({.Nome = "list on the screen: sorting dates, to plain texts",
                       .Trabalho = linhas,
                       .Medido = OrdenaPor(3),
                       .Referencia = OrdenaTextos,
-                      .LimiteRazao = 50,
-                      .LimiteCrescimento = 15});
+                      .LimiteRazao = 20,
+                      .LimiteCrescimento = 1.5});
     return tabela.Saida();
 }

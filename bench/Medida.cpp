@@ -65,29 +65,30 @@ double Tabela::Segundos(const std::function<void()> &procedimento) const
 
 void Tabela::MedeTempo(const Figura &figura)
 {
-    std::vector<double> pequenos;
-    std::vector<double> grandes;
-    std::vector<double> referencias;
+    std::vector<double> tempos; // the shortest of each repetition
+    std::vector<double> razoesPequenas;
     std::vector<double> razoes;
     for (int repeticao = 0; repeticao < Repeticoes; ++repeticao) {
-        pequenos.push_back(Segundos(figura.Medido(figura.Trabalho)));
+        const double pequeno = Segundos(figura.Medido(figura.Trabalho));
+        const double referenciaPequena = Segundos(figura.Referencia(figura.Trabalho));
         const double grande = Segundos(figura.Medido(figura.Trabalho * 10));
         const double referencia = Segundos(figura.Referencia(figura.Trabalho * 10));
-        grandes.push_back(grande);
-        referencias.push_back(referencia);
+        tempos.push_back(std::min({pequeno, referenciaPequena, grande, referencia}));
+        razoesPequenas.push_back(pequeno / referenciaPequena);
         razoes.push_back(grande / referencia);
     }
-    const double pequeno = Mediana(pequenos);
-    const bool confiavel = pequeno >= MenorTempo && Mediana(referencias) >= MenorTempo;
-    Imprime(figura, "time", Mediana(razoes), Mediana(grandes) / pequeno, confiavel);
+    const double razao = Mediana(razoes);
+    Imprime(figura, "time", razao, razao / Mediana(razoesPequenas), Mediana(tempos) >= MenorTempo);
 }
 
 void Tabela::MedeMemoria(const Figura &figura)
 {
     const double pequeno = PicoDe(figura.Medido, figura.Trabalho);
+    const double referenciaPequena = PicoDe(figura.Referencia, figura.Trabalho);
     const double grande = PicoDe(figura.Medido, figura.Trabalho * 10);
     const double referencia = PicoDe(figura.Referencia, figura.Trabalho * 10);
-    Imprime(figura, "memory", grande / referencia, grande / pequeno, pequeno > 0 && referencia > 0);
+    const double razao = grande / referencia;
+    Imprime(figura, "memory", razao, razao / (pequeno / referenciaPequena), pequeno > 0 && referenciaPequena > 0);
 }
 
 void Tabela::Imprime(const Figura &figura, const std::string &grandeza, double razao, double crescimento,

@@ -17,7 +17,7 @@ struct Figura {
     Preparo Medido;
     Preparo Referencia;
     double LimiteRazao = 0;       // subject over baseline, at the large size
-    double LimiteCrescimento = 0; // subject at the large size over subject at the small one
+    double LimiteCrescimento = 0; // the ratio at the large size over that at the small one
 };
 
 // Measures figures, printing the line of each, and says in the end whether all were within their limits.
@@ -30,8 +30,8 @@ class Tabela {
     Tabela();
     Tabela(std::ostream &saida, Relogio relogio);
 
-    // Median time of the repetitions. Those of subject and baseline alternate, so that a drift of the machine is the
-    // same for both.
+    // Median over repetitions, in each of which subject and baseline are timed side by side at both sizes, so that a
+    // drift of the machine is the same for all.
     void MedeTempo(const Figura &figura);
 
     // Largest amount of memory that the work held at once, preparation excluded.

@@ -223,13 +223,13 @@ int main()
     goMensagem();
 
     Tabela tabela;
-    tabela.MedeTempo({"CarregaED, 100 calibrations a sensor / copy", 10, Aquecido(CarregaED(100)),
-                      Aquecido(CopiaEquipto(100)), 4, 12});
-    tabela.MedeTempo({"getClone and Atualiza of a sensor / two copies", 1000, Aquecido(EditaSensor),
-                      Aquecido(EditaSensorPuro), 4, 12});
+    tabela.MedeTempo({"CarregaED, 100 calibrations a sensor / copy", 30, Aquecido(CarregaED(100)),
+                      Aquecido(CopiaEquipto(100)), 3.2, 1.5});
+    tabela.MedeTempo({"getClone and Atualiza of a sensor / two copies", 3000, Aquecido(EditaSensor),
+                      Aquecido(EditaSensorPuro), 3, 1.5});
     tabela.MedeMemoria(
-        {"records, 100 calibrations a sensor / structs", 100, CarregaED(100), CopiaEquipto(100), 2.5, 12});
+        {"records, 100 calibrations a sensor / structs", 100, CarregaED(100), CopiaEquipto(100), 2, 1.2});
     tabela.MedeMemoria(
-        {"records, 10000 calibrations a sensor / structs", 1, CarregaED(10'000), CopiaEquipto(10'000), 2.5, 12});
+        {"records, 10000 calibrations a sensor / structs", 1, CarregaED(10'000), CopiaEquipto(10'000), 2, 1.2});
     return tabela.Saida();
 }

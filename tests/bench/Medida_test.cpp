@@ -47,21 +47,21 @@ TEST(Mediana, ask_EvenCount_IsTheMeanOfTheMiddleTwo)
 
 TEST_F(TabelaComRelogio, time_WithinLimits_IsOk)
 {
-    m_Tabela.MedeTempo({"listas", 5, Gasta(3), Gasta(2), 1.5, 10});
+    m_Tabela.MedeTempo({"listas", 5, Gasta(3), Gasta(2), 1.5, 1});
 
     EXPECT_EQ(m_Texto.str(), Titulo +
-                                 "listas                                            time     1.50   1.50    10.00  "
-                                 "10.00  ok\n");
+                                 "listas                                            time     1.50   1.50     1.00  "
+                                 " 1.00  ok\n");
     EXPECT_EQ(m_Tabela.Saida(), 0);
 }
 
 TEST_F(TabelaComRelogio, time_RatioBeyondLimit_Fails)
 {
-    m_Tabela.MedeTempo({"listas", 5, Gasta(3), Gasta(2), 1.49, 10});
+    m_Tabela.MedeTempo({"listas", 5, Gasta(3), Gasta(2), 1.49, 1});
 
     EXPECT_EQ(m_Texto.str(), Titulo +
-                                 "listas                                            time     1.50   1.49    10.00  "
-                                 "10.00  FAILED\n");
+                                 "listas                                            time     1.50   1.49     1.00  "
+                                 " 1.00  FAILED\n");
     EXPECT_EQ(m_Tabela.Saida(), 1);
 }
 
@@ -70,17 +70,38 @@ TEST_F(TabelaComRelogio, time_QuadraticWork_FailsByItsGrowth)
     const Preparo quadrado = [this](std::size_t trabalho) {
         return [this, trabalho] { m_Agora += static_cast<double>(trabalho * trabalho); };
     };
-    m_Tabela.MedeTempo({"listas", 5, quadrado, Gasta(100), 1, 12});
+    m_Tabela.MedeTempo({"listas", 5, quadrado, Gasta(100), 1, 1.5});
 
     EXPECT_EQ(m_Texto.str(), Titulo +
-                                 "listas                                            time     0.50   1.00   100.00  "
-                                 "12.00  FAILED\n");
+                                 "listas                                            time     0.50   1.00    10.00  "
+                                 " 1.50  FAILED\n");
     EXPECT_EQ(m_Tabela.Saida(), 1);
+}
+
+TEST_F(TabelaComRelogio, time_LargeWorkSlowsBothAlike_HasNotGrown)
+{
+    const auto lentoQuandoGrande = [this](double segundos) {
+        return Preparo([this, segundos](std::size_t trabalho) {
+            return [this, segundos, trabalho] {
+                m_Agora += static_cast<double>(trabalho) * segundos * (trabalho > 5 ? 1.5 : 1);
+            };
+        });
+    };
+    m_Tabela.MedeTempo({"listas", 5, lentoQuandoGrande(3), lentoQuandoGrande(2), 1.5, 1});
+
+    EXPECT_EQ(m_Tabela.Saida(), 0) << m_Texto.str();
 }
 
 TEST_F(TabelaComRelogio, time_TooShortForTheClock_FailsAndSaysSo)
 {
-    m_Tabela.MedeTempo({"listas", 1, Gasta(19e-6), Gasta(1), 1, 10.5});
+    m_Tabela.MedeTempo({"listas", 1, Gasta(19e-6), Gasta(1), 1, 2});
+    EXPECT_NE(m_Texto.str().find("FAILED: too little work to measure"), std::string::npos);
+    EXPECT_EQ(m_Tabela.Saida(), 1);
+}
+
+TEST_F(TabelaComRelogio, time_BaselineTooShortForTheClock_FailsAndSaysSo)
+{
+    m_Tabela.MedeTempo({"listas", 1, Gasta(21e-6), Gasta(19e-6), 2, 2});
     EXPECT_NE(m_Texto.str().find("FAILED: too little work to measure"), std::string::npos);
     EXPECT_EQ(m_Tabela.Saida(), 1);
 }
@@ -94,28 +115,27 @@ TEST_F(TabelaComRelogio, time_NothingTakesTime_IsNeverOk)
 
 TEST_F(TabelaComRelogio, time_SubjectAndBaseline_Alternate)
 {
-    m_Tabela.MedeTempo({"listas", 5, Gasta(3), Gasta(2), 2, 10});
+    m_Tabela.MedeTempo({"listas", 5, Gasta(3), Gasta(2), 2, 1});
 
-    ASSERT_EQ(m_Ordem.size(), 33U);
-    for (std::size_t vez = 0; vez < 33; vez += 3) {
-        EXPECT_EQ(m_Ordem[vez], 5U);
-        EXPECT_EQ(m_Ordem[vez + 1], 50U);
-        EXPECT_EQ(m_Ordem[vez + 2], 50U);
+    ASSERT_EQ(m_Ordem.size(), 44U);
+    for (std::size_t vez = 0; vez < 44; vez += 4) {
+        EXPECT_EQ(std::vector(m_Ordem.begin() + vez, m_Ordem.begin() + vez + 4),
+                  (std::vector<std::size_t>{5, 5, 50, 50}));
     }
 }
 
 TEST_F(TabelaComRelogio, time_MachineGettingFaster_LeavesTheRatio)
 {
-    // Twice as fast in the end: all runs of the subject before all of the baseline would make a ratio of 1.29.
-    m_Tabela.MedeTempo({"listas", 5, Gasta(65, -1), Gasta(65, -1), 1.03, 12});
+    // Twice as fast in the end: all runs of the subject before all of the baseline would make a ratio of 1.40.
+    m_Tabela.MedeTempo({"listas", 5, Gasta(88, -1), Gasta(88, -1), 1.03, 1.03});
 
     EXPECT_EQ(m_Tabela.Saida(), 0) << m_Texto.str();
 }
 
 TEST_F(TabelaComRelogio, exit_OneOfSeveralFails_IsFailure)
 {
-    m_Tabela.MedeTempo({"a", 5, Gasta(3), Gasta(2), 1, 10});
-    m_Tabela.MedeTempo({"b", 5, Gasta(2), Gasta(2), 1, 10});
+    m_Tabela.MedeTempo({"a", 5, Gasta(3), Gasta(2), 1, 1});
+    m_Tabela.MedeTempo({"b", 5, Gasta(2), Gasta(2), 1, 1});
 
     EXPECT_EQ(m_Tabela.Saida(), 1);
     EXPECT_EQ(m_Texto.str().find(Titulo), 0U);
@@ -134,11 +154,11 @@ TEST_F(TabelaComRelogio, memory_TwiceTheBaseline_RatioIsTwo)
         return Preparo(
             [bytes](std::size_t trabalho) { return [bytes, trabalho] { Usa(std::vector<char>(bytes * trabalho)); }; });
     };
-    m_Tabela.MedeMemoria({"listas", 10, ocupa(200), ocupa(100), 2, 10});
+    m_Tabela.MedeMemoria({"listas", 10, ocupa(200), ocupa(100), 2, 1});
 
     EXPECT_EQ(m_Texto.str(), Titulo +
-                                 "listas                                            memory   2.00   2.00    10.00  "
-                                 "10.00  ok\n");
+                                 "listas                                            memory   2.00   2.00     1.00  "
+                                 " 1.00  ok\n");
     EXPECT_EQ(m_Tabela.Saida(), 0);
 }
 
@@ -150,7 +170,7 @@ TEST_F(TabelaComRelogio, memory_HeldByThePreparation_DoesNotCount)
             Usa(std::vector<char>(100 * trabalho));
         };
     };
-    m_Tabela.MedeMemoria({"listas", 10, preparado, preparado, 1, 10});
+    m_Tabela.MedeMemoria({"listas", 10, preparado, preparado, 1, 1});
 
     EXPECT_EQ(m_Tabela.Saida(), 0) << m_Texto.str();
 }
