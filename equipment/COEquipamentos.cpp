@@ -127,9 +127,10 @@ void AvisaTabelaAlterada()
 
 void COEquipamentos::CriaJanela()
 {
+    Desliga();
     m_frmLista = ::Novo<frmLista>();
-    m_EventosForm = {Liga(m_frmLista->FormAtivado, &COEquipamentos::m_frmLista_FormAtivado),
-                     Liga(m_frmLista->FormCarregado, &COEquipamentos::m_frmLista_FormCarregado)};
+    Liga(m_frmLista->FormAtivado, &COEquipamentos::m_frmLista_FormAtivado);
+    Liga(m_frmLista->FormCarregado, &COEquipamentos::m_frmLista_FormCarregado, "m_frmLista_FormCarregado");
 }
 
 void COEquipamentos::CarregaJanela(const Ref<clsListaParametros> &parametros)
@@ -436,21 +437,17 @@ void COEquipamentos::m_frmLista_FormAtivado()
 }
 
 void COEquipamentos::m_frmLista_FormCarregado(const Ref<IztList> &lista)
-try {
+{
     m_ZtList = lista;
-    m_EventosLista = {Liga(m_ZtList->BotaoClick(), &COEquipamentos::m_ZtList_BotaoClick),
-                      Liga(m_ZtList->ItemMenuClicado(), &COEquipamentos::m_ZtList_ItemMenuClicado),
-                      Liga(m_ZtList->HabilitaItensMenuLista(), &COEquipamentos::m_ZtList_HabilitaItensMenuLista)};
+    Liga(m_ZtList->BotaoClick(), &COEquipamentos::m_ZtList_BotaoClick, "m_ZtList_BotaoClick");
+    Liga(m_ZtList->ItemMenuClicado(), &COEquipamentos::m_ZtList_ItemMenuClicado);
+    Liga(m_ZtList->HabilitaItensMenuLista(), &COEquipamentos::HabilitaMenu, "m_ZtList_HabilitaItensMenuLista");
     MenuInicial();
-} catch (...) {
-    gSubMostraErro("COEquipamentos.m_frmLista_FormCarregado");
 }
 
 void COEquipamentos::m_ZtList_BotaoClick()
-try {
+{
     LocalizarEquipamentos(true);
-} catch (...) {
-    gSubMostraErro("COEquipamentos.m_ZtList_BotaoClick");
 }
 
 void COEquipamentos::m_ZtList_ItemMenuClicado(const std::string &chave)
@@ -474,11 +471,4 @@ try {
     }
 } catch (...) {
     gSubMostraErro("COEquipamentos.m_ZtList_ItemMenuClicado(" + chave + ")");
-}
-
-void COEquipamentos::m_ZtList_HabilitaItensMenuLista()
-try {
-    HabilitaMenu();
-} catch (...) {
-    gSubMostraErro("COEquipamentos.m_ZtList_HabilitaItensMenuLista");
 }

@@ -2,18 +2,18 @@
 
 #include "host/HostServices.h"
 #include "search/IModulo.h"
+#include "shell/Assinante.h"
 #include "shell/clsListaParametros.h"
 
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <vector>
 
 class frmLista;
 
 // The equipment list: what the search window works with. It searches, pages and fills the window's list, carries out
 // the commands of the list's menu, and answers a selection for another module. It lives as long as its window.
-class COEquipamentos : public IModulo {
+class COEquipamentos : public IModulo, public Assinante {
   public:
     std::string_view NomeTipo() const override { return "COEquipamentos"; }
 
@@ -49,16 +49,6 @@ class COEquipamentos : public IModulo {
     Ref<AfericaoED> m_pAfericaoED;
     Ref<frmLista> m_frmLista;
     Ref<IztList> m_ZtList;
-    std::vector<Conexao> m_EventosForm;
-    std::vector<Conexao> m_EventosLista;
-
-    // Connects an event to a procedure. The controller stays alive while the procedure runs, even if the window closes.
-    template <class Procedimento, class... Args> Conexao Liga(Evento<Args...> &evento, Procedimento procedimento)
-    {
-        return evento.liga([fraca = RefFraca<COEquipamentos>(Eu(*this)), procedimento](Args... args) {
-            ((*fraca.Alvo()).*procedimento)(args...);
-        });
-    }
 
     void CriaJanela();
     void MontaTitulo();
@@ -80,5 +70,4 @@ class COEquipamentos : public IModulo {
     void m_frmLista_FormCarregado(const Ref<IztList> &lista);
     void m_ZtList_BotaoClick();
     void m_ZtList_ItemMenuClicado(const std::string &chave);
-    void m_ZtList_HabilitaItensMenuLista();
 };

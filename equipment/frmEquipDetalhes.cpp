@@ -291,31 +291,31 @@ void frmEquipDetalhes::CriaBotoes()
 
 void frmEquipDetalhes::LigaEventos()
 {
-    Liga(sstDados->Click(), &frmEquipDetalhes::sstDados_Click);
-    Liga(txtCodEquip->Change(), &frmEquipDetalhes::txtCodEquip_Change);
-    Liga(txtSubCodEquip->Change(), &frmEquipDetalhes::txtSubCodEquip_Change);
-    Liga(txtDescricao->Change(), &frmEquipDetalhes::txtDescricao_Change);
-    Liga(cboTipoMedidor->Change(), &frmEquipDetalhes::cboTipoMedidor_Change);
-    Liga(cboTipoEquip->Change(), &frmEquipDetalhes::cboTipoEquip_Change);
-    Liga(txtModelo->Change(), &frmEquipDetalhes::txtModelo_Change);
-    Liga(cboMunic->Change(), &frmEquipDetalhes::cboMunic_Change);
-    Liga(cboArqLayout->Change(), &frmEquipDetalhes::cboArqLayout_Change);
-    Liga(txtVelocPerm->Change(), &frmEquipDetalhes::txtVelocPerm_Change);
-    Liga(optRodovia->Click(), &frmEquipDetalhes::optRodovia_Click);
-    Liga(optUrbana->Click(), &frmEquipDetalhes::optUrbana_Click);
-    Liga(optInfGeraBanco->Click(), &frmEquipDetalhes::optInfGeraBanco_Click);
-    Liga(chkEntrelacada->Click(), &frmEquipDetalhes::chkEntrelacada_Click);
-    Liga(chkPerfilMagnetico->Click(), &frmEquipDetalhes::chkPerfilMagnetico_Click);
-    Liga(optTrabDiasDif[0]->Click(), &frmEquipDetalhes::optTrabDiasDif_Click);
-    Liga(optTrabDiasDif[1]->Click(), &frmEquipDetalhes::optTrabDiasDif_Click);
-    Liga(chkRejeicaoAuto->Click(), &frmEquipDetalhes::chkRejeicaoAuto_Click);
-    Liga(chkIncObsNotif->Click(), &frmEquipDetalhes::chkIncObsNotif_Click);
-    Liga(txtObsNotif->Change(), &frmEquipDetalhes::txtObsNotif_Change);
-    Liga(ztCmdOK->ValidaClick(), &frmEquipDetalhes::ztCmdOK_ValidaClick);
-    Liga(ztCmdOK->Click(), &frmEquipDetalhes::ztCmdOK_Click);
-    Liga(ztCmdAplicar->ValidaClick(), &frmEquipDetalhes::ztCmdAplicar_ValidaClick);
-    Liga(ztCmdAplicar->Click(), &frmEquipDetalhes::ztCmdAplicar_Click);
-    Liga(cmdCancelar->Click(), &frmEquipDetalhes::cmdCancelar_Click);
+    Liga(sstDados->Click(), &frmEquipDetalhes::sstDados_Click, "sstDados_Click");
+    Liga(txtCodEquip->Change(), &frmEquipDetalhes::Change, "txtCodEquip_Change");
+    Liga(txtSubCodEquip->Change(), &frmEquipDetalhes::Change, "txtSubCodEquip_Change");
+    Liga(txtDescricao->Change(), &frmEquipDetalhes::Change, "txtDescricao_Change");
+    Liga(cboTipoMedidor->Change(), &frmEquipDetalhes::cboTipoMedidor_Change, "cboTipoMedidor_Change");
+    Liga(cboTipoEquip->Change(), &frmEquipDetalhes::cboTipoEquip_Change, "cboTipoEquip_Change");
+    Liga(txtModelo->Change(), &frmEquipDetalhes::Change, "txtModelo_Change");
+    Liga(cboMunic->Change(), &frmEquipDetalhes::Change);
+    Liga(cboArqLayout->Change(), &frmEquipDetalhes::Change);
+    Liga(txtVelocPerm->Change(), &frmEquipDetalhes::txtVelocPerm_Change, "txtVelocPerm_Change");
+    Liga(optRodovia->Click(), &frmEquipDetalhes::Change, "optRodovia_Click");
+    Liga(optUrbana->Click(), &frmEquipDetalhes::Change, "optUrbana_Click");
+    Liga(optInfGeraBanco->Click(), &frmEquipDetalhes::Change, "optInfGeraBanco_Click");
+    Liga(chkEntrelacada->Click(), &frmEquipDetalhes::Change, "chkEntrelacada_Click");
+    Liga(chkPerfilMagnetico->Click(), &frmEquipDetalhes::Change, "chkPerfilMagnetico_Click");
+    Liga(optTrabDiasDif[0]->Click(), &frmEquipDetalhes::optTrabDiasDif_Click, "optTrabDiasDif_Click");
+    Liga(optTrabDiasDif[1]->Click(), &frmEquipDetalhes::optTrabDiasDif_Click, "optTrabDiasDif_Click");
+    Liga(chkRejeicaoAuto->Click(), &frmEquipDetalhes::chkRejeicaoAuto_Click, "chkRejeicaoAuto_Click");
+    Liga(chkIncObsNotif->Click(), &frmEquipDetalhes::chkIncObsNotif_Click, "chkIncObsNotif_Click");
+    Liga(txtObsNotif->Change(), &frmEquipDetalhes::Change, "txtObsNotif_Change");
+    Liga(ztCmdOK->ValidaClick(), &frmEquipDetalhes::ztCmdOK_ValidaClick, "ztCmdOk_ValidaClick");
+    Liga(ztCmdOK->Click(), &frmEquipDetalhes::ztCmdOK_Click, "ztCmdOk_Click");
+    Liga(ztCmdAplicar->ValidaClick(), &frmEquipDetalhes::ztCmdAplicar_ValidaClick, "ztCmdAplicar_ValidaClick");
+    Liga(ztCmdAplicar->Click(), &frmEquipDetalhes::ztCmdAplicar_Click, "ztCmdAplicar_Click");
+    Liga(cmdCancelar->Click(), &frmEquipDetalhes::cmdCancelar_Click, "cmdCancelar_Click");
 }
 
 bool frmEquipDetalhes::CarregaInclusao(bool trabFoto)
@@ -410,10 +410,8 @@ void frmEquipDetalhes::Solta()
         m_Equipto->Finaliza();
         m_Equipto = nullptr;
     }
-    m_COSensoresLigado.desliga();
     m_COSensores = nullptr;
     m_SensoresCarregados = false;
-    m_COAfericoesLigado.desliga();
     m_COAfericoes = nullptr;
     m_AfericoesCarregadas = false;
 }
@@ -622,37 +620,14 @@ try {
     PassaFalha(" < frmEquipDetalhes.Change");
 }
 
-void frmEquipDetalhes::txtCodEquip_Change()
-try {
-    Change();
-} catch (...) {
-    gSubMostraErro("frmEquipDetalhes.txtCodEquip_Change");
-}
-
-void frmEquipDetalhes::txtSubCodEquip_Change()
-try {
-    Change();
-} catch (...) {
-    gSubMostraErro("frmEquipDetalhes.txtSubCodEquip_Change");
-}
-
-void frmEquipDetalhes::txtDescricao_Change()
-try {
-    Change();
-} catch (...) {
-    gSubMostraErro("frmEquipDetalhes.txtDescricao_Change");
-}
-
 void frmEquipDetalhes::cboTipoMedidor_Change()
-try {
+{
     goDadosVor()->PreencheTipoEquip(cboTipoEquip, CInt(Val(cboTipoMedidor->Valor())), m_TrabFoto, false, false);
     Change();
-} catch (...) {
-    gSubMostraErro("frmEquipDetalhes.cboTipoMedidor_Change");
 }
 
 void frmEquipDetalhes::cboTipoEquip_Change()
-try {
+{
     const std::string tipo = cboTipoEquip->Valor();
     const RegraDeMolduras &regra = RegraDoTipo(MoldurasPorTipo, tipo);
     const bool informadoNoBanco = tipo == "M";
@@ -671,29 +646,10 @@ try {
     }
     sstDados->DefineTabEnabled(PaginaDados, true);
     Change();
-} catch (...) {
-    gSubMostraErro("frmEquipDetalhes.cboTipoEquip_Change");
-}
-
-void frmEquipDetalhes::txtModelo_Change()
-try {
-    Change();
-} catch (...) {
-    gSubMostraErro("frmEquipDetalhes.txtModelo_Change");
-}
-
-void frmEquipDetalhes::cboMunic_Change()
-{
-    Change();
-}
-
-void frmEquipDetalhes::cboArqLayout_Change()
-{
-    Change();
 }
 
 void frmEquipDetalhes::txtVelocPerm_Change()
-try {
+{
     const std::string texto = Trim(txtVelocPerm->Text());
     if (texto.empty()) {
         lblTolerancia->DefineCaption("");
@@ -701,47 +657,10 @@ try {
         lblTolerancia->DefineCaption(Val(texto) < LimiteDaTolerancia ? "7 Km/h" : "7% sobre velocidade medida.");
     }
     Change();
-} catch (...) {
-    gSubMostraErro("frmEquipDetalhes.txtVelocPerm_Change");
-}
-
-void frmEquipDetalhes::optRodovia_Click()
-try {
-    Change();
-} catch (...) {
-    gSubMostraErro("frmEquipDetalhes.optRodovia_Click");
-}
-
-void frmEquipDetalhes::optUrbana_Click()
-try {
-    Change();
-} catch (...) {
-    gSubMostraErro("frmEquipDetalhes.optUrbana_Click");
-}
-
-void frmEquipDetalhes::optInfGeraBanco_Click()
-try {
-    Change();
-} catch (...) {
-    gSubMostraErro("frmEquipDetalhes.optInfGeraBanco_Click");
-}
-
-void frmEquipDetalhes::chkEntrelacada_Click()
-try {
-    Change();
-} catch (...) {
-    gSubMostraErro("frmEquipDetalhes.chkEntrelacada_Click");
-}
-
-void frmEquipDetalhes::chkPerfilMagnetico_Click()
-try {
-    Change();
-} catch (...) {
-    gSubMostraErro("frmEquipDetalhes.chkPerfilMagnetico_Click");
 }
 
 void frmEquipDetalhes::optTrabDiasDif_Click()
-try {
+{
     if (optTrabDiasDif[1]->Value()) {
         chkRejeicaoAuto->DefineEnabled(true);
         lblTextoRejLimDif->DefineEnabled(true);
@@ -751,12 +670,10 @@ try {
         lblTextoRejLimDif->DefineEnabled(false);
     }
     Change();
-} catch (...) {
-    gSubMostraErro("frmEquipDetalhes.optTrabDiasDif_Click");
 }
 
 void frmEquipDetalhes::chkRejeicaoAuto_Click()
-try {
+{
     if (chkRejeicaoAuto->Value() == 1) {
         goDadosVor()->PreencheRejeicoes(cboRejeicao, 0, 0);
         cboRejeicao->DefineEnabled(true);
@@ -767,12 +684,10 @@ try {
         lblRejeicao->DefineEnabled(false);
     }
     Change();
-} catch (...) {
-    gSubMostraErro("frmEquipDetalhes.chkRejeicaoAuto_Click");
 }
 
 void frmEquipDetalhes::chkIncObsNotif_Click()
-try {
+{
     if (chkIncObsNotif->Value() == 1) {
         txtObsNotif->DefineLocked(false);
     } else {
@@ -780,19 +695,10 @@ try {
         txtObsNotif->DefineText("");
     }
     Change();
-} catch (...) {
-    gSubMostraErro("frmEquipDetalhes.chkIncObsNotif_Click");
-}
-
-void frmEquipDetalhes::txtObsNotif_Change()
-try {
-    Change();
-} catch (...) {
-    gSubMostraErro("frmEquipDetalhes.txtObsNotif_Change");
 }
 
 void frmEquipDetalhes::sstDados_Click(std::int16_t abaAnterior)
-try {
+{
     const std::int16_t atual = sstDados->Tab();
     fraDados.at(static_cast<std::size_t>(abaAnterior))->DefineEnabled(false);
     fraDados.at(static_cast<std::size_t>(atual))->DefineEnabled(true);
@@ -801,8 +707,6 @@ try {
     } else if (atual == PaginaAfericoes && !m_AfericoesCarregadas) {
         CarregaPaginaAfericoes();
     }
-} catch (...) {
-    gSubMostraErro("frmEquipDetalhes.sstDados_Click");
 }
 
 // A page that failed is tried again on the next visit, by the same controller: it has given the list its columns.
@@ -810,7 +714,7 @@ void frmEquipDetalhes::CarregaPaginaSensores()
 {
     if (m_COSensores.Nada()) {
         m_COSensores = Novo<COSensores>();
-        m_COSensoresLigado = m_COSensores->Alterado().liga([this] { m_COSensores_Alterado(); });
+        Liga(m_COSensores->Alterado(), &frmEquipDetalhes::Change, "m_COSensores_Alterado");
     }
     m_SensoresCarregados = m_COSensores->Carrega(m_Equipto, ztListaSensor, m_Detalhes);
     if (!m_SensoresCarregados) {
@@ -825,7 +729,7 @@ void frmEquipDetalhes::CarregaPaginaAfericoes()
     }
     if (m_COAfericoes.Nada()) {
         m_COAfericoes = Novo<COAfericoes>();
-        m_COAfericoesLigado = m_COAfericoes->Alterado().liga([this] { m_COAfericoes_Alterado(); });
+        Liga(m_COAfericoes->Alterado(), &frmEquipDetalhes::Change, "m_COAfericoes_Alterado");
     }
     m_AfericoesCarregadas = m_COAfericoes->Carrega(m_Equipto->ListaSensores()->Item(1), ztListaAfericao, m_Detalhes);
     if (!m_AfericoesCarregadas) {
@@ -833,62 +737,38 @@ void frmEquipDetalhes::CarregaPaginaAfericoes()
     }
 }
 
-void frmEquipDetalhes::m_COSensores_Alterado()
-try {
-    Change();
-} catch (...) {
-    gSubMostraErro("frmEquipDetalhes.m_COSensores_Alterado");
-}
-
-void frmEquipDetalhes::m_COAfericoes_Alterado()
-try {
-    Change();
-} catch (...) {
-    gSubMostraErro("frmEquipDetalhes.m_COAfericoes_Alterado");
-}
-
 void frmEquipDetalhes::ztCmdOK_ValidaClick(bool &cancela)
-try {
+{
     cancela = !ValidouOk();
-} catch (...) {
-    gSubMostraErro("frmEquipDetalhes.ztCmdOk_ValidaClick");
 }
 
 void frmEquipDetalhes::ztCmdOK_Click()
-try {
+{
     if (Aplicar()) {
         Descarregar();
     }
-} catch (...) {
-    gSubMostraErro("frmEquipDetalhes.ztCmdOk_Click");
 }
 
 void frmEquipDetalhes::ztCmdAplicar_ValidaClick(bool &cancela)
-try {
+{
     cancela = !ValidouOk();
-} catch (...) {
-    gSubMostraErro("frmEquipDetalhes.ztCmdAplicar_ValidaClick");
 }
 
 void frmEquipDetalhes::ztCmdAplicar_Click()
-try {
+{
     if (Aplicar() && m_Equipto->ReCarrega()) {
         MostraDados();
     }
-} catch (...) {
-    gSubMostraErro("frmEquipDetalhes.ztCmdAplicar_Click");
 }
 
 void frmEquipDetalhes::cmdCancelar_Click()
-try {
+{
     if (m_Equipto->Alterado &&
         !Plataforma()->PerguntaSimNao("Foram feitas alterações neste equipamento. Deseja descartá-las?",
                                       std::string(TituloAtencao), false)) {
         return;
     }
     Descarregar();
-} catch (...) {
-    gSubMostraErro("frmEquipDetalhes.cmdCancelar_Click");
 }
 
 void frmEquipDetalhes::Form_Unload(bool &)

@@ -83,10 +83,8 @@ class frmEquipDetalhes : public Formulario {
     bool m_Carregando = false;
     bool m_TrabFoto = false;
     Ref<COSensores> m_COSensores;
-    Conexao m_COSensoresLigado;
     bool m_SensoresCarregados = false;
     Ref<COAfericoes> m_COAfericoes;
-    Conexao m_COAfericoesLigado;
     bool m_AfericoesCarregadas = false;
 
     void CriaPaginaEquipamento();
@@ -111,27 +109,13 @@ class frmEquipDetalhes : public Formulario {
     void EscreveRegistro();
     void Change();
 
-    void txtCodEquip_Change();
-    void txtSubCodEquip_Change();
-    void txtDescricao_Change();
     void cboTipoMedidor_Change();
     void cboTipoEquip_Change();
-    void txtModelo_Change();
-    void cboMunic_Change();
-    void cboArqLayout_Change();
     void txtVelocPerm_Change();
-    void optRodovia_Click();
-    void optUrbana_Click();
-    void optInfGeraBanco_Click();
-    void chkEntrelacada_Click();
-    void chkPerfilMagnetico_Click();
     void optTrabDiasDif_Click();
     void chkRejeicaoAuto_Click();
     void chkIncObsNotif_Click();
-    void txtObsNotif_Change();
     void sstDados_Click(std::int16_t abaAnterior);
-    void m_COSensores_Alterado();
-    void m_COAfericoes_Alterado();
     void ztCmdOK_ValidaClick(bool &cancela);
     void ztCmdOK_Click();
     void ztCmdAplicar_ValidaClick(bool &cancela);

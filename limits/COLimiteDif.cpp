@@ -73,21 +73,15 @@ try {
     PassaFalha(" < COSensores.Carrega");
 }
 
-// The controller stays alive while one of its handlers runs, even if its window drops it meanwhile.
 void COLimiteDif::LigaEventos()
 {
-    m_Conexoes.clear();
-    RefFraca<COLimiteDif> fraca = Eu(*this);
-    auto liga = [&]<class... Args>(Evento<Args...> &evento, auto procedimento) {
-        m_Conexoes.push_back(
-            evento.liga([fraca, procedimento](Args... args) { ((*fraca.Alvo()).*procedimento)(args...); }));
-    };
+    Desliga();
     if (Ref<IztList> lista = m_ZtList.Alvo()) { // Nothing has no events; configuring it raises the fault
-        liga(lista->GotFocus(), &COLimiteDif::m_ZtList_GotFocus);
-        liga(lista->ItemClick(), &COLimiteDif::m_ZtList_ItemClick);
-        liga(lista->AntesDeRemoverItem(), &COLimiteDif::m_ZtList_AntesDeRemoverItem);
-        liga(lista->DepoisDeRemoverItem(), &COLimiteDif::m_ZtList_DepoisDeRemoverItem);
-        liga(lista->ItemMenuClicado(), &COLimiteDif::m_ZtList_ItemMenuClicado);
+        Liga(lista->GotFocus(), &COLimiteDif::HabilitaMenu, "m_ZtList_GotFocus");
+        Liga(lista->ItemClick(), &COLimiteDif::HabilitaMenu, "m_ZtList_ItemClick");
+        Liga(lista->AntesDeRemoverItem(), &COLimiteDif::m_ZtList_AntesDeRemoverItem, "m_ZtList_AntesDeRemoverItem");
+        Liga(lista->DepoisDeRemoverItem(), &COLimiteDif::m_ZtList_DepoisDeRemoverItem);
+        Liga(lista->ItemMenuClicado(), &COLimiteDif::m_ZtList_ItemMenuClicado, "m_ZtList_ItemMenuClicado");
     }
 }
 
@@ -184,27 +178,11 @@ try {
     PassaFalha(" < COLimiteDif.LocalizarDiasEspecificos");
 }
 
-void COLimiteDif::m_ZtList_GotFocus()
-try {
-    HabilitaMenu();
-} catch (...) {
-    gSubMostraErro("COLimiteDif.m_ZtList_GotFocus");
-}
-
-void COLimiteDif::m_ZtList_ItemClick()
-try {
-    HabilitaMenu();
-} catch (...) {
-    gSubMostraErro("COLimiteDif.m_ZtList_ItemClick");
-}
-
 void COLimiteDif::m_ZtList_AntesDeRemoverItem(std::int32_t &linha)
-try {
+{
     if (!Excluir(linha)) {
         linha = 0;
     }
-} catch (...) {
-    gSubMostraErro("COLimiteDif.m_ZtList_AntesDeRemoverItem");
 }
 
 void COLimiteDif::m_ZtList_DepoisDeRemoverItem()
@@ -215,7 +193,7 @@ try {
 }
 
 void COLimiteDif::m_ZtList_ItemMenuClicado(std::string chave)
-try {
+{
     if (chave == "mnuZTLObjNovo") {
         Novo();
     } else if (chave == "mnuZTLObjEditar") {
@@ -223,8 +201,6 @@ try {
     } else if (chave == "mnuZTLObjDetalhes") {
         Detalhes();
     }
-} catch (...) {
-    gSubMostraErro("COLimiteDif.m_ZtList_ItemMenuClicado");
 }
 
 void COLimiteDif::MenuInicial()

@@ -1,14 +1,14 @@
 #pragma once
 
 #include "host/HostServices.h"
+#include "shell/Assinante.h"
 #include "shell/Coluna.h"
 
 #include <cstdint>
 #include <string>
-#include <vector>
 
 // Controller of the list of differentiated limits (Tipo 1), specific days (2) or prohibited hours (3) of an equipment.
-class COLimiteDif : public Objeto {
+class COLimiteDif : public Objeto, public Assinante {
   public:
     std::string_view NomeTipo() const override { return "COLimiteDif"; }
 
@@ -25,7 +25,6 @@ class COLimiteDif : public Objeto {
     std::string m_CodEquip;
     std::int32_t m_NroIntEquip = 0;
     RefFraca<IztList> m_ZtList; // the window's
-    std::vector<Conexao> m_Conexoes;
 
     void LigaEventos();
     TabelaColunas Colunas() const;
@@ -33,8 +32,6 @@ class COLimiteDif : public Objeto {
     bool LocalizarLimitesDif();
     bool LocalizarDiasEspecificos();
 
-    void m_ZtList_GotFocus();
-    void m_ZtList_ItemClick();
     void m_ZtList_AntesDeRemoverItem(std::int32_t &linha);
     void m_ZtList_DepoisDeRemoverItem();
     void m_ZtList_ItemMenuClicado(std::string chave);

@@ -101,7 +101,7 @@ void frmLimitesDifDetalhes::CriaControles()
     cmdCancelar = Guarda(fabrica->CriaCommandButton(eu, cancelar));
 
     Liga(sstDados->Click(), &frmLimitesDifDetalhes::sstDados_Click);
-    Liga(chkVelocMin->Click(), &frmLimitesDifDetalhes::chkVelocMin_Click);
+    Liga(chkVelocMin->Click(), &frmLimitesDifDetalhes::chkVelocMin_Click, "chkVelocMin_Click");
     Liga(ztCmdOK->ValidaClick(), &frmLimitesDifDetalhes::ztCmdOK_ValidaClick);
     Liga(ztCmdOK->Click(), &frmLimitesDifDetalhes::ztCmdOK_Click);
     Liga(cmdCancelar->Click(), &frmLimitesDifDetalhes::cmdCancelar_Click);
@@ -422,15 +422,13 @@ try {
 }
 
 void frmLimitesDifDetalhes::chkVelocMin_Click()
-try {
+{
     if (chkVelocMin->Value() == 0) {
         txtVelocMin->DefineText("");
         txtVelocMin->DefineReadOnly(true);
     } else {
         txtVelocMin->DefineReadOnly(false);
     }
-} catch (...) {
-    gSubMostraErro("frmLimitesDifDetalhes.chkVelocMin_Click");
 }
 
 void frmLimitesDifDetalhes::sstDados_Click(std::int16_t abaAnterior)

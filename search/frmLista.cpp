@@ -108,14 +108,14 @@ void frmLista::CriaControles()
 
     Liga(ztlLista->BotaoLocalizarValida(), &frmLista::ztlLista_BotaoLocalizarValida);
     Liga(ztlLista->BotaoLocalizarEnvia(), &frmLista::ztlLista_BotaoLocalizarEnvia);
-    Liga(ztCliente->Change(), &frmLista::ztCliente_Change);
-    Liga(cboTipoAgente->Click(), &frmLista::cboTipoAgente_Click);
-    Liga(cboTipoEquipto->Click(), &frmLista::cboTipoEquipto_Click);
-    Liga(cboCriterio->Click(), &frmLista::cboCriterio_Click);
-    Liga(txtCodEquip->Change(), &frmLista::txtCodEquip_Change);
-    Liga(chkInativos->Click(), &frmLista::chkInativos_Click);
+    Liga(ztCliente->Change(), &frmLista::LimpaPesquisa, "ztCliente_Change");
+    Liga(cboTipoAgente->Click(), &frmLista::cboTipoAgente_Click, "cboTipoAgente_Click");
+    Liga(cboTipoEquipto->Click(), &frmLista::LimpaPesquisa, "cboTipoEquipto_Click");
+    Liga(cboCriterio->Click(), &frmLista::cboCriterio_Click, "cboCriterio_Click");
+    Liga(txtCodEquip->Change(), &frmLista::LimpaPesquisa, "txtCodEquip_Change");
+    Liga(chkInativos->Click(), &frmLista::LimpaPesquisa, "chkInativos_Click");
     Liga(cmdOK->Click(), &frmLista::cmdOK_Click);
-    Liga(cmdCancelar->Click(), &frmLista::cmdCancelar_Click);
+    Liga(cmdCancelar->Click(), &frmLista::cmdCancelar_Click, "cmdCancelar_Click");
 }
 
 void frmLista::SetaTitulo(const std::string &sTitulo)
@@ -253,8 +253,13 @@ try {
     PassaFalha(" < frmLista.LocalizacaoAutomatica");
 }
 
+void frmLista::LimpaPesquisa()
+{
+    ModuloVivo()->LimpaPesquisa();
+}
+
 void frmLista::cboCriterio_Click()
-try {
+{
     const std::string criterio = cboCriterio->Valor();
     if (criterio == CriterioCodigo || criterio == CriterioSubcodigo) {
         txtCodEquip->DefineCaption(criterio == CriterioCodigo ? "Código" : "Subcódigo");
@@ -263,45 +268,13 @@ try {
     } else if (criterio == CriterioTodos) {
         txtCodEquip->DefineVisible(false);
     }
-    ModuloVivo()->LimpaPesquisa();
-} catch (...) {
-    gSubMostraErro("frmLista.cboCriterio_Click");
+    LimpaPesquisa();
 }
 
 void frmLista::cboTipoAgente_Click()
-try {
+{
     goDadosVor()->PreencheTipoEquip(cboTipoEquipto, CInt(cboTipoAgente->Valor()), m_TrabFoto, true, true);
-    ModuloVivo()->LimpaPesquisa();
-} catch (...) {
-    gSubMostraErro("frmLista.cboTipoAgente_Click");
-}
-
-void frmLista::cboTipoEquipto_Click()
-try {
-    ModuloVivo()->LimpaPesquisa();
-} catch (...) {
-    gSubMostraErro("frmLista.cboTipoEquipto_Click");
-}
-
-void frmLista::chkInativos_Click()
-try {
-    ModuloVivo()->LimpaPesquisa();
-} catch (...) {
-    gSubMostraErro("frmLista.chkInativos_Click");
-}
-
-void frmLista::txtCodEquip_Change()
-try {
-    ModuloVivo()->LimpaPesquisa();
-} catch (...) {
-    gSubMostraErro("frmLista.txtCodEquip_Change");
-}
-
-void frmLista::ztCliente_Change()
-try {
-    ModuloVivo()->LimpaPesquisa();
-} catch (...) {
-    gSubMostraErro("frmLista.ztCliente_Change");
+    LimpaPesquisa();
 }
 
 void frmLista::ztlLista_BotaoLocalizarValida(bool &cancela)
@@ -389,10 +362,8 @@ try {
 }
 
 void frmLista::cmdCancelar_Click()
-try {
+{
     Descarregar();
-} catch (...) {
-    gSubMostraErro("frmLista.cmdCancelar_Click");
 }
 
 void frmLista::Form_Activate()

@@ -75,12 +75,9 @@ class frmLista : public Formulario {
     void LimpaResultado();
     void LocalizacaoAutomatica(const Ref<clsListaParametros> &parametros);
 
+    void LimpaPesquisa();
     void cboCriterio_Click();
     void cboTipoAgente_Click();
-    void cboTipoEquipto_Click();
-    void chkInativos_Click();
-    void txtCodEquip_Change();
-    void ztCliente_Change();
     void ztlLista_BotaoLocalizarValida(bool &cancela);
     void ztlLista_BotaoLocalizarEnvia();
     void cmdOK_Click();

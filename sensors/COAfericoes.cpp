@@ -39,25 +39,19 @@ try {
     MenuInicial();
     return CarregaAfericoes();
 } catch (...) {
-    m_Conexoes.clear();
+    Desliga();
     PassaFalha(" < COAfericoes.Carrega");
 }
 
-// The controller stays alive while one of its handlers runs, even if its form drops it meanwhile.
 void COAfericoes::LigaEventos()
 {
-    m_Conexoes.clear();
-    RefFraca<COAfericoes> fraca = Eu(*this);
-    auto liga = [&]<class... Args>(Evento<Args...> &evento, auto procedimento) {
-        m_Conexoes.push_back(
-            evento.liga([fraca, procedimento](Args... args) { ((*fraca.Alvo()).*procedimento)(args...); }));
-    };
+    Desliga();
     if (Ref<IztList> lista = m_ZtList.Alvo()) { // Nothing has no events; configuring it raises the fault
-        liga(lista->GotFocus(), &COAfericoes::m_ZtList_GotFocus);
-        liga(lista->ItemClick(), &COAfericoes::m_ZtList_ItemClick);
-        liga(lista->AntesDeRemoverItem(), &COAfericoes::m_ZtList_AntesDeRemoverItem);
-        liga(lista->DepoisDeRemoverItem(), &COAfericoes::m_ZtList_DepoisDeRemoverItem);
-        liga(lista->ItemMenuClicado(), &COAfericoes::ItemMenuClicado);
+        Liga(lista->GotFocus(), &COAfericoes::HabilitaMenu, "m_ZtList_GotFocus");
+        Liga(lista->ItemClick(), &COAfericoes::HabilitaMenu, "m_ZtList_ItemClick");
+        Liga(lista->AntesDeRemoverItem(), &COAfericoes::m_ZtList_AntesDeRemoverItem, "m_ZtList_AntesDeRemoverItem");
+        Liga(lista->DepoisDeRemoverItem(), &COAfericoes::m_ZtList_DepoisDeRemoverItem);
+        Liga(lista->ItemMenuClicado(), &COAfericoes::ItemMenuClicado, "ItemMenuClicado");
     }
 }
 
@@ -166,27 +160,11 @@ Ref<clsAfericao> COAfericoes::AfericaoDaLinha(std::int32_t lLinha)
     return m_Sensor->ListaAfericoes()->Item(m_ZtList->Celula(lLinha, "Chave"));
 }
 
-void COAfericoes::m_ZtList_GotFocus()
-try {
-    HabilitaMenu();
-} catch (...) {
-    gSubMostraErro("COAfericoes.m_ZtList_GotFocus");
-}
-
-void COAfericoes::m_ZtList_ItemClick()
-try {
-    HabilitaMenu();
-} catch (...) {
-    gSubMostraErro("COAfericoes.m_ZtList_ItemClick");
-}
-
 void COAfericoes::m_ZtList_AntesDeRemoverItem(std::int32_t &lLinha)
-try {
+{
     if (!Excluir(lLinha)) {
         lLinha = 0;
     }
-} catch (...) {
-    gSubMostraErro("COAfericoes.m_ZtList_AntesDeRemoverItem");
 }
 
 void COAfericoes::m_ZtList_DepoisDeRemoverItem()
@@ -197,7 +175,7 @@ try {
 }
 
 void COAfericoes::ItemMenuClicado(std::string sChave)
-try {
+{
     if (sChave == "mnuZTLObjNovo") {
         Novo();
     } else if (sChave == "mnuZTLObjEditar") {
@@ -205,6 +183,4 @@ try {
     } else if (sChave == "mnuZTLObjDetalhes") {
         Detalhes();
     }
-} catch (...) {
-    gSubMostraErro("COAfericoes.ItemMenuClicado");
 }

@@ -1,20 +1,19 @@
 #pragma once
 
-#include "host/Evento.h"
 #include "host/IztList.h"
+#include "shell/Assinante.h"
 #include "shell/Coluna.h"
 
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <vector>
 
 class clsAfericao;
 class clsSensor;
 
 // Drives a list of one sensor's calibrations: fills it, keeps its menu in step and opens the calibration's form. The
 // sensor may be a listed one, a clone or one that is in no list yet; the work is the same.
-class COAfericoes : public Objeto {
+class COAfericoes : public Objeto, public Assinante {
   public:
     std::string_view NomeTipo() const override { return "COAfericoes"; }
 
@@ -37,8 +36,6 @@ class COAfericoes : public Objeto {
     bool Excluir(std::int32_t lLinha);
     Ref<clsAfericao> AfericaoDaLinha(std::int32_t lLinha);
 
-    void m_ZtList_GotFocus();
-    void m_ZtList_ItemClick();
     void m_ZtList_AntesDeRemoverItem(std::int32_t &lLinha);
     void m_ZtList_DepoisDeRemoverItem();
     void ItemMenuClicado(std::string sChave);
@@ -48,5 +45,4 @@ class COAfericoes : public Objeto {
     bool m_SomenteLeitura = false;
     bool m_Configurou = false; // the list has its columns
     Evento<> m_Alterado;
-    std::vector<Conexao> m_Conexoes;
 };

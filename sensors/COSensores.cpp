@@ -33,25 +33,19 @@ try {
     MenuInicial();
     return CarregaSensores();
 } catch (...) {
-    m_Conexoes.clear();
+    Desliga();
     PassaFalha(" < COSensores.Carrega");
 }
 
-// The controller stays alive while one of its handlers runs, even if its form drops it meanwhile.
 void COSensores::LigaEventos()
 {
-    m_Conexoes.clear();
-    RefFraca<COSensores> fraca = Eu(*this);
-    auto liga = [&]<class... Args>(Evento<Args...> &evento, auto procedimento) {
-        m_Conexoes.push_back(
-            evento.liga([fraca, procedimento](Args... args) { ((*fraca.Alvo()).*procedimento)(args...); }));
-    };
+    Desliga();
     if (Ref<IztList> lista = m_ZtList.Alvo()) { // Nothing has no events; configuring it raises the fault
-        liga(lista->GotFocus(), &COSensores::m_ZtList_GotFocus);
-        liga(lista->ItemClick(), &COSensores::m_ZtList_ItemClick);
-        liga(lista->AntesDeRemoverItem(), &COSensores::m_ZtList_AntesDeRemoverItem);
-        liga(lista->DepoisDeRemoverItem(), &COSensores::m_ZtList_DepoisDeRemoverItem);
-        liga(lista->ItemMenuClicado(), &COSensores::ItemMenuClicado);
+        Liga(lista->GotFocus(), &COSensores::HabilitaMenu, "m_ZtList_GotFocus");
+        Liga(lista->ItemClick(), &COSensores::HabilitaMenu, "m_ZtList_ItemClick");
+        Liga(lista->AntesDeRemoverItem(), &COSensores::m_ZtList_AntesDeRemoverItem, "m_ZtList_AntesDeRemoverItem");
+        Liga(lista->DepoisDeRemoverItem(), &COSensores::m_ZtList_DepoisDeRemoverItem);
+        Liga(lista->ItemMenuClicado(), &COSensores::ItemMenuClicado, "ItemMenuClicado");
     }
 }
 
@@ -160,27 +154,11 @@ Ref<clsSensor> COSensores::SensorDaLinha(std::int32_t lLinha)
     return m_Equipto->ListaSensores()->Item(m_ZtList->Celula(lLinha, "Chave"));
 }
 
-void COSensores::m_ZtList_GotFocus()
-try {
-    HabilitaMenu();
-} catch (...) {
-    gSubMostraErro("COSensores.m_ZtList_GotFocus");
-}
-
-void COSensores::m_ZtList_ItemClick()
-try {
-    HabilitaMenu();
-} catch (...) {
-    gSubMostraErro("COSensores.m_ZtList_ItemClick");
-}
-
 void COSensores::m_ZtList_AntesDeRemoverItem(std::int32_t &lLinha)
-try {
+{
     if (!Excluir(lLinha)) {
         lLinha = 0;
     }
-} catch (...) {
-    gSubMostraErro("COSensores.m_ZtList_AntesDeRemoverItem");
 }
 
 void COSensores::m_ZtList_DepoisDeRemoverItem()
@@ -191,7 +169,7 @@ try {
 }
 
 void COSensores::ItemMenuClicado(std::string sChave)
-try {
+{
     if (sChave == "mnuZTLObjNovo") {
         Novo();
     } else if (sChave == "mnuZTLObjEditar") {
@@ -199,6 +177,4 @@ try {
     } else if (sChave == "mnuZTLObjDetalhes") {
         Detalhes();
     }
-} catch (...) {
-    gSubMostraErro("COSensores.ItemMenuClicado");
 }

@@ -1,20 +1,19 @@
 #pragma once
 
-#include "host/Evento.h"
 #include "host/IztList.h"
+#include "shell/Assinante.h"
 #include "shell/Coluna.h"
 
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <vector>
 
 class clsEquipto;
 class clsSensor;
 
 // Drives the list of an equipment's sensors: fills it, keeps its menu in step and opens the sensor's form. A listed
 // sensor is never edited itself: the form gets a new sensor or a clone, and only a confirmed one is taken over.
-class COSensores : public Objeto {
+class COSensores : public Objeto, public Assinante {
   public:
     std::string_view NomeTipo() const override { return "COSensores"; }
 
@@ -37,8 +36,6 @@ class COSensores : public Objeto {
     bool Excluir(std::int32_t lLinha);
     Ref<clsSensor> SensorDaLinha(std::int32_t lLinha);
 
-    void m_ZtList_GotFocus();
-    void m_ZtList_ItemClick();
     void m_ZtList_AntesDeRemoverItem(std::int32_t &lLinha);
     void m_ZtList_DepoisDeRemoverItem();
     void ItemMenuClicado(std::string sChave);
@@ -48,5 +45,4 @@ class COSensores : public Objeto {
     bool m_SomenteLeitura = false;
     bool m_Configurou = false; // the list has its columns
     Evento<> m_Alterado;
-    std::vector<Conexao> m_Conexoes;
 };

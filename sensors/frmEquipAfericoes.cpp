@@ -99,12 +99,12 @@ void frmEquipAfericoes::CriaControles()
     dialogo.Visible = false;
     cdAbreArquivos = Guarda(fabrica->CriaCommonDialog(form, dialogo));
 
-    Liga(cboTipo->Click(), &frmEquipAfericoes::cboTipo_Click);
-    Liga(cmdProcurar->Click(), &frmEquipAfericoes::cmdProcurar_Click);
-    Liga(cmdVisualizar->Click(), &frmEquipAfericoes::cmdVisualizar_Click);
-    Liga(cmdUpload->Click(), &frmEquipAfericoes::cmdUpload_Click);
-    Liga(cmdOK->Click(), &frmEquipAfericoes::cmdOK_Click);
-    Liga(cmdCancelar->Click(), &frmEquipAfericoes::cmdCancelar_Click);
+    Liga(cboTipo->Click(), &frmEquipAfericoes::cboTipo_Click, "cboTipo_Click");
+    Liga(cmdProcurar->Click(), &frmEquipAfericoes::cmdProcurar_Click, "cmdProcurar_Click");
+    Liga(cmdVisualizar->Click(), &frmEquipAfericoes::cmdVisualizar_Click, "cmdVisualizar_Click");
+    Liga(cmdUpload->Click(), &frmEquipAfericoes::cmdUpload_Click, "cmdUpload_Click");
+    Liga(cmdOK->Click(), &frmEquipAfericoes::cmdOK_Click, "cmdOK_Click");
+    Liga(cmdCancelar->Click(), &frmEquipAfericoes::cmdCancelar_Click, "cmdCancelar_Click");
 }
 
 bool frmEquipAfericoes::CarregaInclusao(const Ref<clsAfericao> &cAfericao)
@@ -359,25 +359,21 @@ try {
 }
 
 void frmEquipAfericoes::cboTipo_Click()
-try {
+{
     SetaTipoAfer(CByte(cboTipo->Valor()));
-} catch (...) {
-    gSubMostraErro("frmEquipAfericoes.cboTipo_Click");
 }
 
 void frmEquipAfericoes::cmdProcurar_Click()
-try {
+{
     lblMsgCert->DefineCaption("Aguardando...");
     if (ProcurarPDF()) {
         cmdUpload->DefineEnabled(true);
     }
-} catch (...) {
-    gSubMostraErro("frmEquipAfericoes.cmdProcurar_Click");
 }
 
 // Shows the document of the record, not the one that was just sent.
 void frmEquipAfericoes::cmdVisualizar_Click()
-try {
+{
     if (m_Afericao->NroIntImgCertif == 0) {
         lblMsgCert->DefineCaption("Selecione o arquivo PDF!");
         cmdProcurar->DefineCaption("Procurar");
@@ -399,12 +395,10 @@ try {
     if (VisualizaPDF(caminho)) {
         lblMsgCert->DefineCaption("Operação Concluida com Sucesso!");
     }
-} catch (...) {
-    gSubMostraErro("frmEquipAfericoes.cmdVisualizar_Click");
 }
 
 void frmEquipAfericoes::cmdUpload_Click()
-try {
+{
     m_Arquivo.clear();
     m_FezUpload = false;
     m_Arquivo = cdAbreArquivos->FileName();
@@ -424,12 +418,10 @@ try {
         lblMsgCert->DefineCaption("Não foi possivel realizar o Upload!");
     }
     lblMsgCert->DefineCaption("Upload Concluido!"); // after a failure too: the box has told of it
-} catch (...) {
-    gSubMostraErro("frmEquipAfericoes.cmdUpload_Click");
 }
 
 void frmEquipAfericoes::cmdOK_Click()
-try {
+{
     if (!ValidouOk()) {
         return;
     }
@@ -445,15 +437,11 @@ try {
     m_Afericao->Alterado = true;
     m_OK = true;
     Descarregar();
-} catch (...) {
-    gSubMostraErro("frmEquipAfericoes.cmdOK_Click");
 }
 
 void frmEquipAfericoes::cmdCancelar_Click()
-try {
+{
     Descarregar();
-} catch (...) {
-    gSubMostraErro("frmEquipAfericoes.cmdCancelar_Click");
 }
 
 void frmEquipAfericoes::Form_Unload(bool &)

@@ -72,11 +72,11 @@ void frmEquipSensores::CriaControles()
     cancelar.Cancel = true;
     cmdCancelar = Guarda(fabrica->CriaCommandButton(form, cancelar));
 
-    Liga(sstDados->Click(), &frmEquipSensores::sstDados_Click);
-    Liga(ztEndereco1->EntradaOK(), &frmEquipSensores::ztEndereco1_EntradaOK);
-    Liga(txtLocalInfr->Change(), &frmEquipSensores::txtLocalInfr_Change);
-    Liga(cmdOK->Click(), &frmEquipSensores::cmdOK_Click);
-    Liga(cmdCancelar->Click(), &frmEquipSensores::cmdCancelar_Click);
+    Liga(sstDados->Click(), &frmEquipSensores::sstDados_Click, "sstDados_Click");
+    Liga(ztEndereco1->EntradaOK(), &frmEquipSensores::ztEndereco1_EntradaOK, "ztEndereco1_EntradaOK");
+    Liga(txtLocalInfr->Change(), &frmEquipSensores::Change, "txtLocalInfr_Change");
+    Liga(cmdOK->Click(), &frmEquipSensores::cmdOK_Click, "cmdOK_Click");
+    Liga(cmdCancelar->Click(), &frmEquipSensores::cmdCancelar_Click, "cmdCancelar_Click");
 }
 
 bool frmEquipSensores::CarregaInclusao(const Ref<clsSensor> &cSensor)
@@ -183,51 +183,33 @@ try {
 }
 
 void frmEquipSensores::sstDados_Click(std::int16_t anterior)
-try {
+{
     const std::int16_t atual = sstDados->Tab();
     fraDados.at(static_cast<std::size_t>(anterior))->DefineEnabled(false);
     fraDados.at(static_cast<std::size_t>(atual))->DefineEnabled(true);
     if (atual == AbaAfericoes && !m_AfericoesCarregadas) {
         if (m_COAfericoes.Nada()) { // the one whose load failed has given the list its columns
             m_COAfericoes = Novo<COAfericoes>();
-            Liga(m_COAfericoes->Alterado(), &frmEquipSensores::m_COAfericoes_Alterado);
+            Liga(m_COAfericoes->Alterado(), &frmEquipSensores::Change, "m_COAfericoes_Alterado");
         }
         m_AfericoesCarregadas = m_COAfericoes->Carrega(m_Sensor, ztListaAfericao, m_Detalhes);
         if (!m_AfericoesCarregadas) {
             m_COAfericoes = nullptr;
         }
     }
-} catch (...) {
-    gSubMostraErro("frmEquipSensores.sstDados_Click");
 }
 
 void frmEquipSensores::ztEndereco1_EntradaOK()
-try {
+{
     const std::string descricao = ztEndereco1->Endereco()->DescricaoEndereco();
     if (!descricao.empty()) {
         txtLocalInfr->DefineText(descricao);
     }
     Change();
-} catch (...) {
-    gSubMostraErro("frmEquipSensores.ztEndereco1_EntradaOK");
-}
-
-void frmEquipSensores::txtLocalInfr_Change()
-try {
-    Change();
-} catch (...) {
-    gSubMostraErro("frmEquipSensores.txtLocalInfr_Change");
-}
-
-void frmEquipSensores::m_COAfericoes_Alterado()
-try {
-    Change();
-} catch (...) {
-    gSubMostraErro("frmEquipSensores.m_COAfericoes_Alterado");
 }
 
 void frmEquipSensores::cmdOK_Click()
-try {
+{
     if (!validouOk()) {
         return;
     }
@@ -240,19 +222,15 @@ try {
     m_Sensor->Alterado = true;
     m_OK = true;
     Descarregar();
-} catch (...) {
-    gSubMostraErro("frmEquipSensores.cmdOK_Click");
 }
 
 void frmEquipSensores::cmdCancelar_Click()
-try {
+{
     if (m_Sensor->Alterado &&
         !Plataforma()->PerguntaSimNao("Foram feitas alterações neste sensor. Deseja descartá-las?", "Atenção", false)) {
         return;
     }
     Descarregar();
-} catch (...) {
-    gSubMostraErro("frmEquipSensores.cmdCancelar_Click");
 }
 
 void frmEquipSensores::Form_Unload(bool &)

@@ -55,8 +55,6 @@ class frmEquipSensores : public Formulario {
 
     void sstDados_Click(std::int16_t anterior);
     void ztEndereco1_EntradaOK();
-    void txtLocalInfr_Change();
-    void m_COAfericoes_Alterado();
     void cmdOK_Click();
     void cmdCancelar_Click();
 };

@@ -105,7 +105,7 @@ void Formulario::Carregar()
         Plataforma()->Carrega(EsteForm());
     } catch (...) { // not loaded: the next attempt starts afresh
         m_hwnd = 0;
-        m_Conexoes.clear();
+        Desliga();
         throw;
     }
     m_Carregado = true;
@@ -136,7 +136,7 @@ void Formulario::Unload(bool &cancela)
     m_Carregado = false;
     m_Visible = false;
     m_hwnd = 0;
-    m_Conexoes.clear();
+    Desliga();
     m_ControleAtivo = nullptr;
     m_frmParent = nullptr;
 }

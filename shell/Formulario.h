@@ -1,16 +1,16 @@
 #pragma once
 
 #include "host/HostServices.h"
+#include "shell/Assinante.h"
 
 #include <cstdint>
 #include <string>
-#include <utility>
 #include <vector>
 
 // Base of the module's forms: the window's state, its controls and the life between load and unload. A form is loaded
 // with all its controls at their stored settings, and can be loaded again after it was unloaded; its own fields keep
-// their values meanwhile.
-class Formulario : public IForm {
+// their values meanwhile. Its subscriptions end when it is unloaded.
+class Formulario : public IForm, public Assinante {
   public:
     bool Enabled() const override { return m_Enabled; }
     void DefineEnabled(bool valor) override;
@@ -82,15 +82,6 @@ class Formulario : public IForm {
         return controle;
     }
 
-    // Connects an event to a procedure of the form until the form is unloaded. The form stays alive while the procedure
-    // runs, even if that unloads it.
-    template <class Form, class... Args> void Liga(Evento<Args...> &evento, void (Form::*procedimento)(Args...))
-    {
-        RefFraca<Form> fraca = Eu(static_cast<Form &>(*this));
-        m_Conexoes.push_back(
-            evento.liga([fraca, procedimento](Args... args) { ((*fraca.Alvo()).*procedimento)(args...); }));
-    }
-
     // A reference to this form, for handing it on.
     Ref<IForm> EsteForm() { return Eu(static_cast<IForm &>(*this)); }
 
@@ -109,7 +100,6 @@ class Formulario : public IForm {
     Ref<IForm> m_frmParent;
     std::vector<Ref<IControle>> m_Controles;
     RefFraca<IControle> m_ControleAtivo;
-    std::vector<Conexao> m_Conexoes;
     Evento<> m_Mudou;
     Evento<> m_PediuFoco;
     Evento<std::int16_t> m_PediuOrdem;
