@@ -411,9 +411,7 @@ void frmEquipDetalhes::Solta()
         m_Equipto = nullptr;
     }
     m_COSensores = nullptr;
-    m_SensoresCarregados = false;
     m_COAfericoes = nullptr;
-    m_AfericoesCarregadas = false;
 }
 
 bool frmEquipDetalhes::MontaTela(std::int32_t nroIntEquip)
@@ -702,22 +700,19 @@ void frmEquipDetalhes::sstDados_Click(std::int16_t abaAnterior)
     const std::int16_t atual = sstDados->Tab();
     fraDados.at(static_cast<std::size_t>(abaAnterior))->DefineEnabled(false);
     fraDados.at(static_cast<std::size_t>(atual))->DefineEnabled(true);
-    if (atual == PaginaSensores && !m_SensoresCarregados) {
+    if (atual == PaginaSensores && m_COSensores.Nada()) {
         CarregaPaginaSensores();
-    } else if (atual == PaginaAfericoes && !m_AfericoesCarregadas) {
+    } else if (atual == PaginaAfericoes && m_COAfericoes.Nada()) {
         CarregaPaginaAfericoes();
     }
 }
 
-// A page that failed is tried again on the next visit, by the same controller: it has given the list its columns.
+// A controller that exists is not loaded again, however its load ended.
 void frmEquipDetalhes::CarregaPaginaSensores()
 {
-    if (m_COSensores.Nada()) {
-        m_COSensores = Novo<COSensores>();
-        Liga(m_COSensores->Alterado(), &frmEquipDetalhes::Change, "m_COSensores_Alterado");
-    }
-    m_SensoresCarregados = m_COSensores->Carrega(m_Equipto, ztListaSensor, m_Detalhes);
-    if (!m_SensoresCarregados) {
+    m_COSensores = Novo<COSensores>();
+    Liga(m_COSensores->Alterado(), &frmEquipDetalhes::Change, "m_COSensores_Alterado");
+    if (!m_COSensores->Carrega(m_Equipto, ztListaSensor, m_Detalhes)) {
         m_COSensores = nullptr;
     }
 }
@@ -727,12 +722,9 @@ void frmEquipDetalhes::CarregaPaginaAfericoes()
     if (m_Equipto->ListaSensores()->Count() == 0) {
         m_Equipto->ListaSensores()->Add(1, "");
     }
-    if (m_COAfericoes.Nada()) {
-        m_COAfericoes = Novo<COAfericoes>();
-        Liga(m_COAfericoes->Alterado(), &frmEquipDetalhes::Change, "m_COAfericoes_Alterado");
-    }
-    m_AfericoesCarregadas = m_COAfericoes->Carrega(m_Equipto->ListaSensores()->Item(1), ztListaAfericao, m_Detalhes);
-    if (!m_AfericoesCarregadas) {
+    m_COAfericoes = Novo<COAfericoes>();
+    Liga(m_COAfericoes->Alterado(), &frmEquipDetalhes::Change, "m_COAfericoes_Alterado");
+    if (!m_COAfericoes->Carrega(m_Equipto->ListaSensores()->Item(1), ztListaAfericao, m_Detalhes)) {
         m_COAfericoes = nullptr;
     }
 }

@@ -83,9 +83,7 @@ class frmEquipDetalhes : public Formulario {
     bool m_Carregando = false;
     bool m_TrabFoto = false;
     Ref<COSensores> m_COSensores;
-    bool m_SensoresCarregados = false;
     Ref<COAfericoes> m_COAfericoes;
-    bool m_AfericoesCarregadas = false;
 
     void CriaPaginaEquipamento();
     void CriaPaginaDados();

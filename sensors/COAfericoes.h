@@ -18,7 +18,7 @@ class COAfericoes : public Objeto, public Assinante {
     std::string_view NomeTipo() const override { return "COAfericoes"; }
 
     // Binds the controller to a sensor and a list control, and fills the list. Neither is kept alive.
-    // After a fault the list does nothing until a further call, with the same list, has filled it.
+    // A fault changes nothing of the binding.
     bool Carrega(const Ref<clsSensor> &cSensor, const Ref<IztList> &oLista, bool bReadOnly);
 
     // Something in the calibrations changed.
@@ -43,6 +43,5 @@ class COAfericoes : public Objeto, public Assinante {
     RefFraca<IztList> m_ZtList;
     RefFraca<clsSensor> m_Sensor;
     bool m_SomenteLeitura = false;
-    bool m_Configurou = false; // the list has its columns
     Evento<> m_Alterado;
 };

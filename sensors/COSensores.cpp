@@ -26,14 +26,10 @@ try {
     m_ZtList = oLista;
     m_SomenteLeitura = bReadOnly;
     LigaEventos();
-    if (!m_Configurou) {
-        gsubConfigLista(Colunas(), oLista);
-        m_Configurou = true;
-    }
+    gsubConfigLista(Colunas(), oLista);
     MenuInicial();
     return CarregaSensores();
 } catch (...) {
-    Desliga();
     PassaFalha(" < COSensores.Carrega");
 }
 

@@ -18,7 +18,7 @@ class COSensores : public Objeto, public Assinante {
     std::string_view NomeTipo() const override { return "COSensores"; }
 
     // Binds the controller to an equipment and a list control, and fills the list. Neither is kept alive.
-    // After a fault the list does nothing until a further call, with the same list, has filled it.
+    // A fault changes nothing of the binding.
     bool Carrega(const Ref<clsEquipto> &cEquipto, const Ref<IztList> &oLista, bool bReadOnly);
 
     // Something in the sensors changed.
@@ -43,6 +43,5 @@ class COSensores : public Objeto, public Assinante {
     RefFraca<IztList> m_ZtList;
     RefFraca<clsEquipto> m_Equipto;
     bool m_SomenteLeitura = false;
-    bool m_Configurou = false; // the list has its columns
     Evento<> m_Alterado;
 };

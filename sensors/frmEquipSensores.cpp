@@ -143,7 +143,6 @@ void frmEquipSensores::Solta() noexcept
 {
     m_Sensor = nullptr;
     m_COAfericoes = nullptr;
-    m_AfericoesCarregadas = false;
 }
 
 void frmEquipSensores::MontaTela()
@@ -187,13 +186,10 @@ void frmEquipSensores::sstDados_Click(std::int16_t anterior)
     const std::int16_t atual = sstDados->Tab();
     fraDados.at(static_cast<std::size_t>(anterior))->DefineEnabled(false);
     fraDados.at(static_cast<std::size_t>(atual))->DefineEnabled(true);
-    if (atual == AbaAfericoes && !m_AfericoesCarregadas) {
-        if (m_COAfericoes.Nada()) { // the one whose load failed has given the list its columns
-            m_COAfericoes = Novo<COAfericoes>();
-            Liga(m_COAfericoes->Alterado(), &frmEquipSensores::Change, "m_COAfericoes_Alterado");
-        }
-        m_AfericoesCarregadas = m_COAfericoes->Carrega(m_Sensor, ztListaAfericao, m_Detalhes);
-        if (!m_AfericoesCarregadas) {
+    if (atual == AbaAfericoes && m_COAfericoes.Nada()) { // one that exists is not loaded again, however its load ended
+        m_COAfericoes = Novo<COAfericoes>();
+        Liga(m_COAfericoes->Alterado(), &frmEquipSensores::Change, "m_COAfericoes_Alterado");
+        if (!m_COAfericoes->Carrega(m_Sensor, ztListaAfericao, m_Detalhes)) {
             m_COAfericoes = nullptr;
         }
     }

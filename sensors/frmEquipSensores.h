@@ -44,7 +44,6 @@ class frmEquipSensores : public Formulario {
     bool m_Carregando = false; // the form is being filled: the controls' events are no changes
     Ref<clsSensor> m_Sensor;
     Ref<COAfericoes> m_COAfericoes; // from the first visit to its tab
-    bool m_AfericoesCarregadas = false;
 
     void Inicia(const Ref<clsSensor> &cSensor, bool bDetalhes);
     void DesfazCarga() noexcept;

@@ -422,25 +422,59 @@ TEST_F(frmEquipSensores_test, sstDados_Pages_FrameOfTheCurrentOneEnabled)
     }));
 }
 
-TEST_F(frmEquipSensores_test, sstDados_AfterALoadThatFailed_LoadsTheTabOnTheNextVisitWithItsColumnsOnce)
+// The rows came before the fault; the list is the controller's from then on.
+TEST_F(frmEquipSensores_test, sstDados_AfterALoadThatFailed_TheTabIsNotLoadedAgainAndWorks)
 {
     PoeAfericao(sensor, 7, "01/01/2026", "31/12/2026");
-    EXPECT_FALSE(Edita(sensor->getClone(), [&](Pessoa &p) {
+    const auto clone = sensor->getClone();
+    EXPECT_FALSE(Edita(clone, [&](Pessoa &p) {
         auto lista = p.Acha<ztList>("ztListaAfericao");
-        host->FalhaEm("Plataforma.Ponteiro");
+        host->FalhaEm("Plataforma.Ponteiro", 2);
         FAZ(p, Abre("sstDados", 1));
         EXPECT_EQ(host->Erros().size(), 1U);
-        EXPECT_EQ(lista->NroItens(), 0);
-        EXPECT_TRUE(p.EscolheMenu("ztListaAfericao", "mnuZTLObjNovo")); // nobody listens: no form opens
+        EXPECT_EQ(lista->NroItens(), 1);
         FAZ(p, Abre("sstDados", 0));
+        host->LimpaRegistro();
         FAZ(p, Abre("sstDados", 1));
+        EXPECT_EQ(host->Registro(), Textos{});
         EXPECT_EQ(lista->NroItens(), 1);
         EXPECT_EQ(lista->Colunas().size(), 6U);
         EXPECT_FALSE(p.Acha("cmdOK")->Enabled());
-        host->Responde("Confirma a exclusão desta aferição?", true);
         FAZ(p, ClicaLinha("ztListaAfericao", 1));
+        host->Responde("Confirma a exclusão desta aferição?", false);
         FAZ(p, EscolheMenu("ztListaAfericao", "mnuZTLObjExcluir"));
+        EXPECT_EQ(lista->NroItens(), 1);
+        host->Responde("Confirma a exclusão desta aferição?", true);
+        FAZ(p, EscolheMenu("ztListaAfericao", "mnuZTLObjExcluir"));
+        EXPECT_EQ(lista->NroItens(), 0);
+        EXPECT_FALSE(clone->ListaAfericoes()->Item(1)->Ativo);
         EXPECT_TRUE(p.Acha("cmdOK")->Enabled());
+        host->Responde(Descarte, true);
+        FAZ(p, Clica("cmdCancelar"));
+    }));
+    EXPECT_EQ(host->Erros().size(), 1U);
+}
+
+// Without its rows the list still opens the form, and is filled by what is confirmed there.
+TEST_F(frmEquipSensores_test, sstDados_AfterALoadThatBroughtNoRows_ANewCalibrationBringsThem)
+{
+    PoeAfericao(sensor, 7, "01/01/2026", "31/12/2026");
+    EXPECT_FALSE(Edita(sensor->getClone(), [&](Pessoa &p) {
+        host->FalhaEm("Plataforma.Ponteiro");
+        FAZ(p, Abre("sstDados", 1));
+        EXPECT_EQ(p.Acha<IztList>("ztListaAfericao")->NroItens(), 0);
+        host->Tela->Arquivos.Poe("C:\\c.pdf", {'%', 'P', 'D', 'F'});
+        host->EscolheArquivo("C:\\c.pdf");
+        NaJanela("frmEquipAfericoes", [&](Pessoa &nova) {
+            FAZ(nova, Preenche("txtNroINMETRO", "42"));
+            FAZ(nova, Preenche("txtDtVerifINMETRO", "01/01/2027"));
+            FAZ(nova, Preenche("txtDtVencINMETRO", "31/12/2027"));
+            FAZ(nova, Clica("cmdProcurar"));
+            FAZ(nova, Clica("cmdUpload"));
+            FAZ(nova, Clica("cmdOK"));
+        });
+        FAZ(p, EscolheMenu("ztListaAfericao", "mnuZTLObjNovo"));
+        EXPECT_EQ(p.Acha<IztList>("ztListaAfericao")->NroItens(), 2);
         host->Responde(Descarte, true);
         FAZ(p, Clica("cmdCancelar"));
     }));
