@@ -1101,23 +1101,59 @@ TEST_F(GravacaoEquipDetalhesTeste, ztCmdOK_AfterASensorWasRemoved_SendsItInactiv
     EXPECT_NE(enviado.find("Ativo=2, LocalInfr=\"Pista norte\"}]"), std::string::npos) << enviado;
 }
 
-TEST_F(GravacaoEquipDetalhesTeste, ztCmdAplicar_AfterwardsOnPageAfericoes_WorksOnASensorThatIsNotSent)
+// The page keeps the sensor that it was given, and that one has ended with the list that was read again.
+TEST_F(GravacaoEquipDetalhesTeste, ztCmdAplicar_AfterwardsOnPageAfericoes_EveryCommandIsFault91AndNothingIsSent)
 {
     AceitaSalvar();
     Responde(ComSensor("A"));
     EXPECT_TRUE(Edita([&](Pessoa &p) {
+        const auto lista = p.Acha<ztList>("ztListaAfericao");
         EXPECT_TRUE(p.Abre("sstDados", 3));
         EXPECT_TRUE(p.Abre("sstDados", 0));
         EXPECT_TRUE(p.Preenche("txtDescricao", "nova"));
-        const auto arranjo = p.Acha<ztList>("ztListaAfericao")->Arranjo();
+        const auto arranjo = lista->Arranjo();
+        auto gravado = ComSensor("A");
+        gravado->Descricao = "nova";
+        Responde(gravado);
         Aplica(p, false);
         EXPECT_TRUE(p.Abre("sstDados", 3));
-        EXPECT_EQ(p.Acha<ztList>("ztListaAfericao")->Arranjo(), arranjo) << "the rows are not built anew";
-        ExcluiAfericao(p);
-        EXPECT_EQ(host->Erros().size(), 1U) << "the sensor of the rows has ended with the old list";
+        EXPECT_EQ(lista->Arranjo(), arranjo) << "the rows are not built anew";
+        EXPECT_TRUE(p.ClicaLinha("ztListaAfericao", 1));
+        const std::int32_t janelas = host->Tela->NroForms();
         host->LimpaRegistro();
+
+        std::size_t erros = 0;
+        const auto mostrou = [&](const std::string &contexto, const std::string &fonte) {
+            ASSERT_EQ(host->Erros().size(), ++erros);
+            EXPECT_EQ(host->Erros().back().Numero, 91);
+            EXPECT_EQ(host->Erros().back().Contexto, contexto);
+            EXPECT_EQ(host->Erros().back().Fonte, fonte);
+            EXPECT_EQ(host->Tela->NroForms(), janelas) << "no window stays";
+            EXPECT_EQ(Botoes(p), BotoesDesligados) << "no change";
+        };
+        EXPECT_TRUE(p.EscolheMenu("ztListaAfericao", "mnuZTLObjNovo"));
+        mostrou("frmEquipAfericoes.CarregaInclusao", "ZTAVOREQUIP");
+        EXPECT_TRUE(p.EscolheMenu("ztListaAfericao", "mnuZTLObjEditar"));
+        mostrou("COAfericoes.ItemMenuClicado", "ZTAVOREQUIP < COAfericoes.Editar");
+        EXPECT_TRUE(p.EscolheMenu("ztListaAfericao", "mnuZTLObjDetalhes"));
+        mostrou("COAfericoes.ItemMenuClicado", "ZTAVOREQUIP < COAfericoes.Detalhes");
+        EXPECT_EQ(host->Conta("ObjInterface.MostraJanela"), 0);
+
+        host->Responde("Confirma a exclusão desta aferição?", false);
+        EXPECT_TRUE(p.EscolheMenu("ztListaAfericao", "mnuZTLObjExcluir"));
+        EXPECT_EQ(host->Erros().size(), erros) << "a refused question looks nothing up";
+        ASSERT_EQ(lista->NroItens(), 1);
+        EXPECT_EQ(lista->Celula(1, "Número"), "N1");
+        ExcluiAfericao(p);
+        mostrou("COAfericoes.m_ZtList_AntesDeRemoverItem", "ZTAVOREQUIP < COAfericoes.Excluir");
+        EXPECT_EQ(lista->NroItens(), 0) << "the fault does not cancel the removal of the row";
+
+        EXPECT_EQ(host->Conta("EquiptoRN."), 0);
+        EXPECT_TRUE(p.Abre("sstDados", 0));
+        EXPECT_TRUE(p.Preenche("txtDescricao", "outra"));
         Aplica(p, false, true, "ztCmdOK");
     }));
+    EXPECT_EQ(MembroEnviado("altera", "Descricao"), "\"outra\"");
     EXPECT_EQ(MembroEnviado("altera", "Sensores"), "");
 }
 
