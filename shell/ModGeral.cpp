@@ -111,9 +111,23 @@ void gSubMostraErro(std::string_view sContexto, std::int32_t lNumero, const std:
                     const std::string &sFonte) noexcept
 {
     IgnoraErro([] { Plataforma()->DefinePonteiro(PonteiroNormal); });
-    std::string titulo; // a fault is shown even when its title cannot be had
+    // The fault is shown even when its title, or the message service that gets the same title, cannot be had.
+    std::string titulo;
     IgnoraErro([&] { titulo = goGeral->oAppEXE()->ProductName(); });
-    IgnoraErro([&] { goMensagem()->ExibeErro(std::string(sContexto), lNumero, sDescricao, sFonte, titulo); });
+    Ref<IMensagem> mensagem;
+    IgnoraErro([&] { mensagem = goMensagem(); });
+    IgnoraErro([&] {
+        if (mensagem.Nada()) {
+            mensagem = Host().CriaMensagem();
+        }
+    });
+    IgnoraErro([&] {
+        if (mensagem.Nada()) {
+            Plataforma()->CaixaInformacao(sDescricao, titulo);
+        } else {
+            mensagem->ExibeErro(std::string(sContexto), lNumero, sDescricao, sFonte, titulo);
+        }
+    });
 }
 
 std::string gFunDescrEquipto(const std::string &sTipo)

@@ -263,12 +263,49 @@ TEST_F(ModGeralTeste, gSubMostraErro_AnythingInItFails_RaisesNothing)
     EXPECT_EQ(host->Erros()[1].Titulo, "");
 }
 
-TEST_F(ModGeralTeste, gSubMostraErro_WithoutShell_RaisesNothing)
+TEST_F(ModGeralTeste, gSubMostraErro_TitleCannotBeHad_ShowsTheFaultAndTheServiceIsBuiltAtTheNextUse)
+{
+    LogaGeral();
+    LiberaServicos();
+    host->LimpaRegistro();
+    host->FalhaEm("oAppEXE.ProductName");    // the title of the box
+    host->FalhaEm("oAppEXE.ProductName", 2); // and that of the service, which is not there yet
+    gSubMostraErro("frmLista.cmdOK_Click", 5, "Descrição", "Fonte");
+    ASSERT_EQ(host->Erros().size(), 1U);
+    EXPECT_EQ(host->Erros()[0].Contexto, "frmLista.cmdOK_Click");
+    EXPECT_EQ(host->Erros()[0].Numero, 5);
+    EXPECT_EQ(host->Erros()[0].Descricao, "Descrição");
+    EXPECT_EQ(host->Erros()[0].Fonte, "Fonte");
+    EXPECT_EQ(host->Erros()[0].Titulo, "");
+    EXPECT_EQ(host->Conta("goMensagem.Titulo"), 0);
+
+    gSubMostraErro("frmLista.cmdOK_Click", 5, "Descrição", "Fonte");
+    ASSERT_EQ(host->Erros().size(), 2U);
+    EXPECT_EQ(host->Erros()[1].Titulo, "Sistema de Autuações");
+    EXPECT_EQ(host->Conta("goMensagem.Titulo := \"Sistema de Autuações\""), 1);
+}
+
+TEST_F(ModGeralTeste, gSubMostraErro_NoMessageService_ShowsTheDescriptionInABoxOfThePlatform)
+{
+    LogaGeral();
+    LiberaServicos();
+    host->FalhaEm("Host.CriaMensagem");
+    host->FalhaEm("Host.CriaMensagem", 2);
+    gSubMostraErro("frmLista.cmdOK_Click", 5, "Descrição", "Fonte");
+    EXPECT_TRUE(host->Erros().empty());
+    ASSERT_EQ(host->Tela->Caixas().size(), 1U);
+    EXPECT_EQ(host->Tela->Caixas()[0].Texto, "Descrição");
+    EXPECT_EQ(host->Tela->Caixas()[0].Titulo, "Sistema de Autuações");
+}
+
+TEST_F(ModGeralTeste, gSubMostraErro_WithoutShell_ShowsTheFaultWithoutATitle)
 {
     Plataforma()->DefinePonteiro(PonteiroAmpulheta);
     gSubMostraErro("ctx", 5, "Descrição", "Fonte");
     EXPECT_EQ(Plataforma()->Ponteiro(), 0);
-    EXPECT_TRUE(host->Erros().empty());
+    ASSERT_EQ(host->Erros().size(), 1U);
+    EXPECT_EQ(host->Erros()[0].Descricao, "Descrição");
+    EXPECT_EQ(host->Erros()[0].Titulo, "");
 }
 
 TEST_F(ModGeralTeste, gSubMostraErro_WithoutHost_RaisesNothing)
