@@ -2,7 +2,7 @@
 #include "controls/ztList.h"
 #include "desk/windows/RenderLista.h"
 #include "host/Conversoes.h"
-#include "tests/controls/FormFalso.h"
+#include "tests/support/FormFalso.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -86,7 +86,7 @@ class Tela {
   private:
     static void Desenha() { QApplication::processEvents(); }
 
-    Ref<FormFalso> m_Form = Novo<FormFalso>();
+    Ref<FormFalso> m_Form = FormNaTela();
     Ref<ztList> m_Lista;
     QWidget m_Janela;
     RenderLista *m_Render = nullptr;

@@ -9,7 +9,7 @@ add_library(entradas_fuzz OBJECT
     ${PROJECT_SOURCE_DIR}/tests/fuzz/Octetos.cpp
     ${PROJECT_SOURCE_DIR}/tests/fuzz/Propriedade.cpp
     ${PROJECT_SOURCE_DIR}/tests/fuzz/SessaoFuzz.cpp
-    ${PROJECT_SOURCE_DIR}/tests/controls/FormFalso.cpp)
+   )
 target_link_libraries(entradas_fuzz PUBLIC suporte)
 
 add_custom_target(fuzz)

@@ -554,7 +554,7 @@ TEST_F(PessoaTest, Fecha_UnloadsTheForm)
 TEST_F(PessoaTest, Fecha_WhenTheFormRefuses_SaysSo)
 {
     Pessoa pessoa(m_Tela.Form, Novo<PlataformaFalsa>());
-    m_Tela.Form->RecusaFechar();
+    m_Tela.Form->CancelaUnload = true;
     EXPECT_FALSE(pessoa.Fecha());
     EXPECT_EQ(pessoa.Motivo(), "a janela não aceitou fechar");
     EXPECT_TRUE(m_Tela.Form->Visible());

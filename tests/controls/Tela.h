@@ -2,7 +2,7 @@
 
 #include "controls/ztFrame.h"
 #include "host/Falha.h"
-#include "tests/controls/FormFalso.h"
+#include "tests/support/FormFalso.h"
 
 #include <gtest/gtest.h>
 
@@ -14,7 +14,7 @@
 // A form with controls, and what they raised.
 class Tela {
   public:
-    Ref<FormFalso> Form = Novo<FormFalso>();
+    Ref<FormFalso> Form = FormNaTela();
     std::vector<std::string> Eventos;
 
     // Puts a control on the form.

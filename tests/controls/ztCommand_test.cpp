@@ -31,7 +31,7 @@ TEST_F(ztCommandTest, Clica_WhenNotCancelled_RaisesValidaClickAndThenClick)
     const Ref<ztCommand> botao = Botao(false);
     EXPECT_TRUE(botao->Clica());
     EXPECT_EQ(m_Tela.Vistos(), (Textos{"ValidaClick", "Click"}));
-    EXPECT_TRUE(m_Tela.Form->EnabledEscritos().empty());
+    EXPECT_TRUE(m_Tela.Form->EnabledEscritos.empty());
 }
 
 TEST_F(ztCommandTest, Clica_WhenCancelled_RaisesNoClick)
@@ -47,7 +47,7 @@ TEST_F(ztCommandTest, Clica_WithLock_HasTheFormDisabledInBothEventsAndEnabledBeh
     const Ref<ztCommand> botao = Botao(true);
     EXPECT_TRUE(botao->Clica());
     EXPECT_EQ(m_Tela.Vistos(), (Textos{"ValidaClick bloqueado", "Click bloqueado"}));
-    EXPECT_EQ(m_Tela.Form->EnabledEscritos(), (std::vector<bool>{false, true}));
+    EXPECT_EQ(m_Tela.Form->EnabledEscritos, (std::vector<bool>{false, true}));
 }
 
 TEST_F(ztCommandTest, Clica_WithLockWhenCancelled_EnablesTheForm)
@@ -74,7 +74,7 @@ TEST_F(ztCommandTest, Clica_WithLockWhenClickFaults_PassesTheFaultAndEnablesTheF
     EXPECT_EQ(NumeroDaFalha([&] { botao->Clica(); }), 91);
     EXPECT_TRUE(m_Tela.Form->Enabled());
     EXPECT_TRUE(botao->Foco());
-    EXPECT_EQ(m_Tela.Form->EnabledEscritos(), (std::vector<bool>{false, true}));
+    EXPECT_EQ(m_Tela.Form->EnabledEscritos, (std::vector<bool>{false, true}));
 }
 
 TEST_F(ztCommandTest, Clica_AgainWhileTheFormIsLocked_IsRefused)

@@ -1,5 +1,5 @@
 #include "tests/desk/HospedeiroDeTeste.h"
-#include "tests/host_contract/FormContrato.h"
+#include "tests/support/FormFalso.h"
 
 #include "host/Falha.h"
 
@@ -62,7 +62,7 @@ TEST_F(PlataformaMesaTeste, GravaArquivo_WithAccentsInTheName_IsFoundByThem)
 
 TEST_F(PlataformaMesaTeste, Descarrega_WhoseUnloadRaises_CanBeTriedAgain)
 {
-    auto form = Novo<FormContrato>();
+    auto form = Novo<FormFalso>();
     form->Carrega();
     form->NoUnload = [] { throw Falha(5); };
     EXPECT_EQ(FalhaDe([&] { form->Fecha(); }), 5);
@@ -75,8 +75,8 @@ TEST_F(PlataformaMesaTeste, Descarrega_WhoseUnloadRaises_CanBeTriedAgain)
 
 TEST_F(PlataformaMesaTeste, Descarrega_OfAnotherFormInsideAnUnload_TakesBoth)
 {
-    auto um = Novo<FormContrato>();
-    auto dois = Novo<FormContrato>();
+    auto um = Novo<FormFalso>();
+    auto dois = Novo<FormFalso>();
     um->Carrega();
     dois->Carrega();
     um->NoUnload = [&] { dois->Fecha(); };

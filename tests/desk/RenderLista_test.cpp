@@ -1,6 +1,6 @@
 #include "controls/ztList.h"
 #include "desk/windows/RenderLista.h"
-#include "tests/controls/FormFalso.h"
+#include "tests/support/FormFalso.h"
 
 #include <QHeaderView>
 #include <QTableView>
@@ -60,7 +60,7 @@ class RenderListaTeste : public testing::Test {
         return textos;
     }
 
-    Ref<FormFalso> form = Novo<FormFalso>();
+    Ref<FormFalso> form = FormNaTela();
     Ref<ztList> lista = Novo<ztList>(form, AjustesZtList());
     QWidget janela;
     RenderLista *render = nullptr;

@@ -1,5 +1,5 @@
 #include "tests/desk/HospedeiroDeTeste.h"
-#include "tests/host_contract/FormContrato.h"
+#include "tests/support/FormFalso.h"
 
 #include "desk/host/Logradouros.h"
 #include "desk/services/Referencias.h"
@@ -46,7 +46,7 @@ class ServicosMesaTeste : public testing::Test {
     }
 
     HospedeiroDeTeste mesa;
-    Ref<FormContrato> form = Novo<FormContrato>();
+    Ref<FormFalso> form = Novo<FormFalso>();
     Ref<IDadosVor> dados;
     Ref<IztCombo> combo;
 };

@@ -4,9 +4,9 @@
 #include "controls/ztData.h"
 #include "controls/ztMask.h"
 #include "host/Conversoes.h"
-#include "tests/controls/FormFalso.h"
 #include "tests/fuzz/Octetos.h"
 #include "tests/fuzz/Propriedade.h"
+#include "tests/support/FormFalso.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -277,7 +277,7 @@ template <class Campo> class Ensaio {
         }
     }
 
-    Ref<FormFalso> m_Form = Novo<FormFalso>();
+    Ref<FormFalso> m_Form = FormNaTela();
     Ref<Campo> m_Campo;
     Ref<TextBox> m_Outro;
     Conexao m_AoMudar;
@@ -494,7 +494,7 @@ void CampoData(Octetos &octetos)
 // A year of two digits is made whole when the person leaves the field, and nothing else is.
 void SaiDaData(Octetos &octetos)
 {
-    Ref<FormFalso> form = Novo<FormFalso>();
+    Ref<FormFalso> form = FormNaTela();
     AjustesControle ajustes;
     Ref<ztData> campo = Novo<ztData>(form, ajustes);
     Ref<TextBox> outro = Novo<TextBox>(form, AjustesTextBox{});

@@ -3,9 +3,9 @@
 #include "controls/TextBox.h"
 #include "controls/ztCombo.h"
 #include "host/Texto.h"
-#include "tests/controls/FormFalso.h"
 #include "tests/fuzz/Octetos.h"
 #include "tests/fuzz/Propriedade.h"
+#include "tests/support/FormFalso.h"
 
 #include <cstdint>
 #include <optional>
@@ -322,7 +322,7 @@ class Ensaio {
               "value and text of the choice");
     }
 
-    Ref<FormFalso> m_Form = Novo<FormFalso>();
+    Ref<FormFalso> m_Form = FormNaTela();
     Ref<ztCombo> m_Combo;
     Ref<TextBox> m_Outro;
     Conexao m_AoMudar;

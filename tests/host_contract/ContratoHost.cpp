@@ -27,16 +27,16 @@ std::int32_t ContratoHost::NumeroDaFalha(const std::function<void()> &comando)
     return 0;
 }
 
-void ContratoHost::Mostra(const Ref<FormContrato> &form)
+void ContratoHost::Mostra(const Ref<FormFalso> &form)
 {
     Ref<Objeto> formClick;
     form->Mostra(adaptador->ObjInterface(), false, formClick);
     adaptador->DeixaPassar();
 }
 
-Ref<FormContrato> ContratoHost::FormMostrado()
+Ref<FormFalso> ContratoHost::FormMostrado()
 {
-    auto form = Novo<FormContrato>();
+    auto form = Novo<FormFalso>();
     Mostra(form);
     return form;
 }

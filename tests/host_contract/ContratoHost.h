@@ -2,7 +2,7 @@
 
 #include "host/HostServices.h"
 #include "tests/host_contract/AdaptadorHost.h"
-#include "tests/host_contract/FormContrato.h"
+#include "tests/support/FormFalso.h"
 
 #include <gtest/gtest.h>
 
@@ -22,9 +22,9 @@ class ContratoHost : public testing::TestWithParam<FabricaAdaptador> {
     static std::int32_t NumeroDaFalha(const std::function<void()> &comando);
 
     // Shows a form, not modal, with the controls that it has by now.
-    void Mostra(const Ref<FormContrato> &form);
+    void Mostra(const Ref<FormFalso> &form);
     // A new form, shown so.
-    Ref<FormContrato> FormMostrado();
+    Ref<FormFalso> FormMostrado();
 
     // Settings for a control with that name.
     template <class Ajustes = AjustesControle> static Ajustes Com(const std::string &nome)

@@ -50,7 +50,7 @@ void ConfereAjustes(const Ref<IControle> &controle, EspecieControle especie, con
 
 TEST_P(ContratoHost, Controles_OfEveryKind_KeepTheirStoredSettings)
 {
-    auto form = Novo<FormContrato>();
+    auto form = Novo<FormFalso>();
     auto f = Host().Controles();
     Ref<IControle> quadro = f->CriaZtFrame(form, Com("fra"));
     const auto comuns = Completos(AjustesControle(), "ctl", quadro);
@@ -79,8 +79,8 @@ TEST_P(ContratoHost, Controles_OfEveryKind_KeepTheirStoredSettings)
 
 TEST_P(ContratoHost, Controles_OfAForm_DoNotKeepItAlive)
 {
-    auto form = Novo<FormContrato>();
-    RefFraca<FormContrato> vigia = form;
+    auto form = Novo<FormFalso>();
+    RefFraca<FormFalso> vigia = form;
     auto texto = Host().Controles()->CriaTextBox(form, Com<AjustesTextBox>("txt"));
     form = nullptr;
     EXPECT_TRUE(vigia.Nada());
@@ -90,7 +90,7 @@ TEST_P(ContratoHost, Controles_OfAForm_DoNotKeepItAlive)
 
 TEST_P(ContratoHost, TextBox_Written_IsCutAndRaisesChangeWhenItBecomesAnother)
 {
-    auto form = Novo<FormContrato>();
+    auto form = Novo<FormFalso>();
     auto ajustes = Com<AjustesTextBox>("txt");
     ajustes.MaxLength = 5;
     ajustes.Text = "início";
@@ -110,7 +110,7 @@ TEST_P(ContratoHost, TextBox_Written_IsCutAndRaisesChangeWhenItBecomesAnother)
 
 TEST_P(ContratoHost, TextBox_TypedInto_ObeysLimitLockAndEnabled)
 {
-    auto form = Novo<FormContrato>();
+    auto form = Novo<FormFalso>();
     auto ajustes = Com<AjustesTextBox>("txt");
     ajustes.MaxLength = 3;
     auto texto = form->Guarda(Host().Controles()->CriaTextBox(form, ajustes));
@@ -137,7 +137,7 @@ TEST_P(ContratoHost, TextBox_TypedInto_ObeysLimitLockAndEnabled)
 
 TEST_P(ContratoHost, CheckBox_WrittenAndClicked_RaisesClickWhenItBecomesAnother)
 {
-    auto form = Novo<FormContrato>();
+    auto form = Novo<FormFalso>();
     auto marca = form->Guarda(Host().Controles()->CriaCheckBox(form, Com("chk")));
     int cliques = 0;
     Conexao conexao = marca->Click().liga([&] { ++cliques; });
@@ -157,7 +157,7 @@ TEST_P(ContratoHost, CheckBox_WrittenAndClicked_RaisesClickWhenItBecomesAnother)
 
 TEST_P(ContratoHost, OptionButton_OfOneContainer_ExcludeEachOtherWithoutTheirEvent)
 {
-    auto form = Novo<FormContrato>();
+    auto form = Novo<FormFalso>();
     auto f = Host().Controles();
     Ref<IControle> quadro = form->Guarda(f->CriaZtFrame(form, Com("fra")));
     auto dentro = Com("optA");
@@ -182,7 +182,7 @@ TEST_P(ContratoHost, OptionButton_OfOneContainer_ExcludeEachOtherWithoutTheirEve
 
 TEST_P(ContratoHost, CommandButton_AsDefault_IsTheOnlyOne)
 {
-    auto form = Novo<FormContrato>();
+    auto form = Novo<FormFalso>();
     auto f = Host().Controles();
     auto ajustes = Com<AjustesCommandButton>("cmdOK");
     ajustes.Default = true;
@@ -199,7 +199,7 @@ TEST_P(ContratoHost, CommandButton_AsDefault_IsTheOnlyOne)
 
 TEST_P(ContratoHost, ZtCommand_Clicked_ValidatesAndLocksTheFormMeanwhile)
 {
-    auto form = Novo<FormContrato>();
+    auto form = Novo<FormFalso>();
     auto ajustes = Com<AjustesZtCommand>("ztCmdOK");
     ajustes.LockFormOnClick = true;
     auto botao = form->Guarda(Host().Controles()->CriaZtCommand(form, ajustes));
@@ -225,7 +225,7 @@ TEST_P(ContratoHost, ZtCommand_Clicked_ValidatesAndLocksTheFormMeanwhile)
 
 TEST_P(ContratoHost, SSTab_OpeningAPage_RaisesClickWithTheOneLeft)
 {
-    auto form = Novo<FormContrato>();
+    auto form = Novo<FormFalso>();
     auto ajustes = Com<AjustesSSTab>("sst");
     ajustes.Paginas = {"Dados", "Opções", "Outros"};
     auto tab = form->Guarda(Host().Controles()->CriaSSTab(form, ajustes));
@@ -255,7 +255,7 @@ TEST_P(ContratoHost, SSTab_OpeningAPage_RaisesClickWithTheOneLeft)
 
 TEST_P(ContratoHost, ZtCombo_OfItems_HasTextsAndValues)
 {
-    auto form = Novo<FormContrato>();
+    auto form = Novo<FormFalso>();
     auto ajustes = Com<AjustesZtCombo>("cbo");
     ajustes.Conteudo = "Todos|0??Código|1??Subcódigo|2??";
     auto combo = Host().Controles()->CriaZtCombo(form, ajustes);
@@ -292,7 +292,7 @@ TEST_P(ContratoHost, ZtCombo_OfItems_HasTextsAndValues)
 
 TEST_P(ContratoHost, ZtCombo_WithoutAValueColumn_HasTheTextAsItsValue)
 {
-    auto form = Novo<FormContrato>();
+    auto form = Novo<FormFalso>();
     auto ajustes = Com<AjustesZtCombo>("cbo");
     ajustes.ColunaValor = -1;
     auto combo = Host().Controles()->CriaZtCombo(form, ajustes);
@@ -305,7 +305,7 @@ TEST_P(ContratoHost, ZtCombo_WithoutAValueColumn_HasTheTextAsItsValue)
 
 TEST_P(ContratoHost, ZtCombo_ChosenByThePerson_RaisesAndObeysTheLock)
 {
-    auto form = Novo<FormContrato>();
+    auto form = Novo<FormFalso>();
     auto combo = form->Guarda(Host().Controles()->CriaZtCombo(form, Com<AjustesZtCombo>("cbo")));
     combo->AdicionaItem("Um|1");
     combo->AdicionaItem("Dois|2");
@@ -326,7 +326,7 @@ TEST_P(ContratoHost, ZtCombo_ChosenByThePerson_RaisesAndObeysTheLock)
 
 TEST_P(ContratoHost, ZtMask_OfDigits_TakesNothingElse)
 {
-    auto form = Novo<FormContrato>();
+    auto form = Novo<FormFalso>();
     auto ajustes = Com<AjustesZtMask>("msk");
     ajustes.Tipo = 1;
     ajustes.MaxLength = 3;
@@ -345,7 +345,7 @@ TEST_P(ContratoHost, ZtMask_OfDigits_TakesNothingElse)
 
 TEST_P(ContratoHost, ZtMask_OfACode_IsTypedInUpperCaseWithItsOwnCharacters)
 {
-    auto form = Novo<FormContrato>();
+    auto form = Novo<FormFalso>();
     auto ajustes = Com<AjustesZtMask>("msk");
     ajustes.Tipo = 7;
     ajustes.MaxLength = 20;
@@ -360,7 +360,7 @@ TEST_P(ContratoHost, ZtMask_OfACode_IsTypedInUpperCaseWithItsOwnCharacters)
 
 TEST_P(ContratoHost, ZtMask_OfAnHour_ShowsItsMaskAndHasItsDigits)
 {
-    auto form = Novo<FormContrato>();
+    auto form = Novo<FormFalso>();
     auto ajustes = Com<AjustesZtMask>("msk");
     ajustes.Tipo = 12;
     ajustes.MaxLength = 5;
@@ -380,7 +380,7 @@ TEST_P(ContratoHost, ZtMask_OfAnHour_ShowsItsMaskAndHasItsDigits)
 
 TEST_P(ContratoHost, ZtData_OfADate_KnowsWhetherItIsOne)
 {
-    auto form = Novo<FormContrato>();
+    auto form = Novo<FormFalso>();
     auto campo = Host().Controles()->CriaZtData(form, Com("dat"));
     EXPECT_EQ(campo->Text(), "  /  /    ");
     EXPECT_EQ(campo->Valor(), "");
@@ -401,7 +401,7 @@ TEST_P(ContratoHost, ZtData_OfADate_KnowsWhetherItIsOne)
 
 TEST_P(ContratoHost, ZtVeiObservacao_Written_IsCut)
 {
-    auto form = Novo<FormContrato>();
+    auto form = Novo<FormFalso>();
     auto ajustes = Com<AjustesTextBox>("obs");
     ajustes.MaxLength = 4;
     auto campo = Host().Controles()->CriaZtVeiObservacao(form, ajustes);
@@ -417,7 +417,7 @@ TEST_P(ContratoHost, ZtVeiObservacao_Written_IsCut)
 
 TEST_P(ContratoHost, ZtEndereco_Preset_HoldsTheAddressAndRaisesNothing)
 {
-    auto form = Novo<FormContrato>();
+    auto form = Novo<FormFalso>();
     auto campo = Host().Controles()->CriaZtEndereco(form, Com<AjustesZtEndereco>("end"));
     int entradas = 0;
     Conexao conexao = campo->EntradaOK().liga([&] { ++entradas; });
@@ -433,7 +433,7 @@ TEST_P(ContratoHost, ZtEndereco_Preset_HoldsTheAddressAndRaisesNothing)
 
 TEST_P(ContratoHost, ZtClienteSetor_WithTheNumberOfTheSession_IsComplete)
 {
-    auto form = Novo<FormContrato>();
+    auto form = Novo<FormFalso>();
     auto seletor = Host().Controles()->CriaZtClienteSetor(form, Com("cli"));
     int mudancas = 0;
     Conexao conexao = seletor->Change().liga([&] { ++mudancas; });
@@ -445,7 +445,7 @@ TEST_P(ContratoHost, ZtClienteSetor_WithTheNumberOfTheSession_IsComplete)
 
 TEST_P(ContratoHost, CommonDialog_FileName_KeepsWhatIsWritten)
 {
-    auto form = Novo<FormContrato>();
+    auto form = Novo<FormFalso>();
     auto dialogo = Host().Controles()->CriaCommonDialog(form, Com("cd"));
     EXPECT_EQ(dialogo->FileName(), "");
     dialogo->DefineFilter("PDF (*.pdf)|*.pdf");
@@ -456,7 +456,7 @@ TEST_P(ContratoHost, CommonDialog_FileName_KeepsWhatIsWritten)
 }
 
 // A list with the columns Nome and Chave (hidden) and three rows.
-Ref<IztList> ListaDeTres(const Ref<FormContrato> &form)
+Ref<IztList> ListaDeTres(const Ref<FormFalso> &form)
 {
     AjustesZtList ajustes;
     ajustes.Nome = "lst";
@@ -475,7 +475,7 @@ Ref<IztList> ListaDeTres(const Ref<FormContrato> &form)
 
 TEST_P(ContratoHost, ZtList_OfRows_IsReadByRowAndColumn)
 {
-    auto form = Novo<FormContrato>();
+    auto form = Novo<FormFalso>();
     auto lista = ListaDeTres(form);
     EXPECT_EQ(lista->NroItens(), 3);
     EXPECT_EQ(lista->ItemAtual(), -1);
@@ -502,7 +502,7 @@ TEST_P(ContratoHost, ZtList_OfRows_IsReadByRowAndColumn)
 
 TEST_P(ContratoHost, ZtList_Cleared_LosesItsRowsAndKeepsItsTitleOnlyWhenTold)
 {
-    auto form = Novo<FormContrato>();
+    auto form = Novo<FormFalso>();
     auto lista = ListaDeTres(form);
     lista->DefineTitulo("Título");
     lista->DefineItemAtual(1);
@@ -519,7 +519,7 @@ TEST_P(ContratoHost, ZtList_Cleared_LosesItsRowsAndKeepsItsTitleOnlyWhenTold)
 
 TEST_P(ContratoHost, ZtList_AnotherRowCurrent_RaisesItemClickOnce)
 {
-    auto form = Novo<FormContrato>();
+    auto form = Novo<FormFalso>();
     auto lista = ListaDeTres(form);
     int cliques = 0;
     int habilita = 0;
@@ -539,7 +539,7 @@ TEST_P(ContratoHost, ZtList_AnotherRowCurrent_RaisesItemClickOnce)
 
 TEST_P(ContratoHost, ZtList_MenuItem_IsChosenOnlyWhenVisibleEnabledAndNotBarred)
 {
-    auto form = Novo<FormContrato>();
+    auto form = Novo<FormFalso>();
     auto lista = ListaDeTres(form);
     lista->IncluiItensMenu({{"mnuMeu", "Meu", "", "", true}});
     Textos escolhidos;
@@ -571,7 +571,7 @@ TEST_P(ContratoHost, ZtList_MenuItem_IsChosenOnlyWhenVisibleEnabledAndNotBarred)
 
 TEST_P(ContratoHost, ZtList_RowRemoved_AsksBeforeAndTellsAfter)
 {
-    auto form = Novo<FormContrato>();
+    auto form = Novo<FormFalso>();
     auto lista = ListaDeTres(form);
     Textos ordem;
     bool recusa = true;
@@ -600,7 +600,7 @@ TEST_P(ContratoHost, ZtList_RowRemoved_AsksBeforeAndTellsAfter)
 
 TEST_P(ContratoHost, SetFocus_OfAControl_BringsItOrIsFault5)
 {
-    auto form = Novo<FormContrato>();
+    auto form = Novo<FormFalso>();
     auto f = Host().Controles();
     auto um = form->Guarda(f->CriaTextBox(form, Com<AjustesTextBox>("txtUm")));
     auto dois = form->Guarda(f->CriaTextBox(form, Com<AjustesTextBox>("txtDois")));

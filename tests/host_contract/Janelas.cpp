@@ -7,8 +7,8 @@ namespace {
 TEST_P(ContratoHost, Forms_Loaded_AreOpenInTheirOrderShownOrNot)
 {
     EXPECT_EQ(Plataforma()->NroForms(), 0);
-    auto um = Novo<FormContrato>();
-    auto dois = Novo<FormContrato>();
+    auto um = Novo<FormFalso>();
+    auto dois = Novo<FormFalso>();
     um->Carrega();
     dois->Carrega();
     um->Carrega(); // already open
@@ -27,7 +27,7 @@ TEST_P(ContratoHost, Forms_Loaded_AreOpenInTheirOrderShownOrNot)
 
 TEST_P(ContratoHost, Descarrega_OfAnOpenForm_AsksItWhileItIsStillOpen)
 {
-    auto form = Novo<FormContrato>();
+    auto form = Novo<FormFalso>();
     form->Carrega();
     std::int32_t abertos = 0;
     form->NoUnload = [&] { abertos = Plataforma()->NroForms(); };
@@ -52,7 +52,7 @@ TEST_P(ContratoHost, Descarrega_OfAFormThatCancels_LeavesItAsItWas)
 
 TEST_P(ContratoHost, Descarrega_OfAFormThatIsNotOpen_DoesNotAskIt)
 {
-    auto form = Novo<FormContrato>();
+    auto form = Novo<FormFalso>();
     form->Fecha();
     form->Carrega();
     form->Fecha();
@@ -62,7 +62,7 @@ TEST_P(ContratoHost, Descarrega_OfAFormThatIsNotOpen_DoesNotAskIt)
 
 TEST_P(ContratoHost, Descarrega_InsideTheUnloadOfTheSameForm_DoesNotAskAgain)
 {
-    auto form = Novo<FormContrato>();
+    auto form = Novo<FormFalso>();
     form->Carrega();
     form->NoUnload = [&] { form->Fecha(); };
     form->Fecha();
@@ -74,7 +74,7 @@ TEST_P(ContratoHost, Descarrega_InsideTheUnloadOfTheSameForm_DoesNotAskAgain)
 TEST_P(ContratoHost, Descarrega_OfAForm_LetsItGo)
 {
     auto form = FormMostrado();
-    RefFraca<FormContrato> vigia = form;
+    RefFraca<FormFalso> vigia = form;
     form->Fecha();
     adaptador->DeixaPassar();
     form = nullptr;
@@ -94,7 +94,7 @@ TEST_P(ContratoHost, Forms_Unloaded_CanBeLoadedAgain)
 
 TEST_P(ContratoHost, MostraJanela_NotModal_ReturnsWithTheFormShown)
 {
-    auto form = Novo<FormContrato>();
+    auto form = Novo<FormFalso>();
     Ref<Objeto> formClick;
     form->Mostra(adaptador->ObjInterface(), false, formClick);
     EXPECT_TRUE(form->Visible());
@@ -124,10 +124,10 @@ TEST_P(ContratoHost, MostraJanela_OfAFormWithoutParentMember_ShowsItAllTheSame)
 
 TEST_P(ContratoHost, MostraJanela_Modal_ReturnsAfterTheUnload)
 {
-    auto form = Novo<FormContrato>();
+    auto form = Novo<FormFalso>();
     std::vector<std::string> ordem;
     form->NoUnload = [&] { ordem.push_back("unload"); };
-    adaptador->NaProximaModal("frmContrato", [&](const Ref<IForm> &mostrado) {
+    adaptador->NaProximaModal("FormFalso", [&](const Ref<IForm> &mostrado) {
         EXPECT_TRUE(mostrado == form);
         EXPECT_TRUE(form->Visible());
         ordem.push_back("shown");
@@ -144,8 +144,8 @@ TEST_P(ContratoHost, MostraJanela_Modal_ReturnsAfterTheUnload)
 
 TEST_P(ContratoHost, MostraJanela_ModalThatCancelsItsUnload_WaitsOn)
 {
-    auto form = Novo<FormContrato>();
-    adaptador->NaProximaModal("frmContrato", [&](const Ref<IForm> &) {
+    auto form = Novo<FormFalso>();
+    adaptador->NaProximaModal("FormFalso", [&](const Ref<IForm> &) {
         form->CancelaUnload = true;
         form->Fecha();
         EXPECT_EQ(Plataforma()->NroForms(), 1);
@@ -159,11 +159,11 @@ TEST_P(ContratoHost, MostraJanela_ModalThatCancelsItsUnload_WaitsOn)
 
 TEST_P(ContratoHost, MostraJanela_ModalInsideModal_ReturnsTheInnerFirst)
 {
-    auto fora = Novo<FormContrato>();
-    auto dentro = Novo<FormContrato>();
+    auto fora = Novo<FormFalso>();
+    auto dentro = Novo<FormFalso>();
     std::vector<std::string> ordem;
-    adaptador->NaProximaModal("frmContrato", [&](const Ref<IForm> &) {
-        adaptador->NaProximaModal("frmContrato", [&](const Ref<IForm> &mostrado) {
+    adaptador->NaProximaModal("FormFalso", [&](const Ref<IForm> &) {
+        adaptador->NaProximaModal("FormFalso", [&](const Ref<IForm> &mostrado) {
             EXPECT_TRUE(mostrado == dentro);
             EXPECT_EQ(Plataforma()->NroForms(), 2);
             dentro->Fecha();
@@ -185,7 +185,7 @@ TEST_P(ContratoHost, DefineTextoJanela_OfAWindow_DoesNotTouchTheCaption)
     auto form = FormMostrado();
     Plataforma()->DefineTextoJanela(form->hwnd(), "Título escrito");
     EXPECT_EQ(adaptador->TextoJanela(form), "Título escrito");
-    EXPECT_EQ(form->Caption(), "Contrato");
+    EXPECT_EQ(form->Caption(), "Falso");
     form->Fecha();
 }
 

@@ -29,7 +29,7 @@ std::set<std::string> ValoresDe(const Ref<IztCombo> &combo)
     return valores;
 }
 
-Ref<IztCombo> Combo(const Ref<FormContrato> &form)
+Ref<IztCombo> Combo(const Ref<FormFalso> &form)
 {
     AjustesZtCombo ajustes;
     ajustes.Nome = "cbo";
@@ -38,7 +38,7 @@ Ref<IztCombo> Combo(const Ref<FormContrato> &form)
 
 TEST_P(ContratoHost, PreencheTipoAgente_InBothModes_OffersNumberedTypes)
 {
-    auto form = Novo<FormContrato>();
+    auto form = Novo<FormFalso>();
     auto combo = Combo(form);
     for (bool trabFoto : {true, false}) {
         Dados()->PreencheTipoAgente(combo, trabFoto, false, false);
@@ -55,7 +55,7 @@ TEST_P(ContratoHost, PreencheTipoAgente_InBothModes_OffersNumberedTypes)
 
 TEST_P(ContratoHost, PreencheTipoAgente_WithAllAndFirst_PutsAllInFrontAndChoosesIt)
 {
-    auto form = Novo<FormContrato>();
+    auto form = Novo<FormFalso>();
     auto combo = Combo(form);
     combo->AdicionaItem("from before|9");
     Dados()->PreencheTipoAgente(combo, true, true, true);
@@ -73,7 +73,7 @@ TEST_P(ContratoHost, PreencheTipoAgente_WithAllAndFirst_PutsAllInFrontAndChooses
 
 TEST_P(ContratoHost, PreencheTipoEquip_OfEachMeterType_OffersLettersThatAllOffersToo)
 {
-    auto form = Novo<FormContrato>();
+    auto form = Novo<FormFalso>();
     auto medidores = Combo(form);
     auto combo = Combo(form);
     for (bool trabFoto : {true, false}) {
@@ -95,7 +95,7 @@ TEST_P(ContratoHost, PreencheTipoEquip_OfEachMeterType_OffersLettersThatAllOffer
 
 TEST_P(ContratoHost, PreencheTipoEquip_WithAllAndFirst_PutsAllInFrontAndChoosesIt)
 {
-    auto form = Novo<FormContrato>();
+    auto form = Novo<FormFalso>();
     auto combo = Combo(form);
     combo->AdicionaItem("from before|9");
     Dados()->PreencheTipoEquip(combo, 0, false, true, true);
@@ -107,7 +107,7 @@ TEST_P(ContratoHost, PreencheTipoEquip_WithAllAndFirst_PutsAllInFrontAndChoosesI
 
 TEST_P(ContratoHost, PreencheRejeicoes_OfACombo_OffersNumbers)
 {
-    auto form = Novo<FormContrato>();
+    auto form = Novo<FormFalso>();
     auto combo = Combo(form);
     combo->AdicionaItem("from before|x");
     Dados()->PreencheRejeicoes(combo, 0, 0);
@@ -236,7 +236,7 @@ TEST_P(ContratoHost, TextoParaBytes_OfADocumentAsText_IsItsBytes)
 
 TEST_P(ContratoHost, ExibeMensagem_WithAControl_LeadsTheFocusToIt)
 {
-    auto form = Novo<FormContrato>();
+    auto form = Novo<FormFalso>();
     auto um = form->Guarda(Host().Controles()->CriaTextBox(form, Com<AjustesTextBox>("txtUm")));
     auto dois = form->Guarda(Host().Controles()->CriaTextBox(form, Com<AjustesTextBox>("txtDois")));
     Mostra(form);
@@ -263,7 +263,7 @@ TEST_P(ContratoHost, ExibeErro_ReturnsWhenItIsClosed)
 
 TEST_P(ContratoHost, PreparaDetalhes_OfAForm_LetsThePersonChangeNothing)
 {
-    auto form = Novo<FormContrato>();
+    auto form = Novo<FormFalso>();
     auto fabrica = Host().Controles();
     auto texto = form->Guarda(fabrica->CriaTextBox(form, Com<AjustesTextBox>("txt")));
     auto mascara = form->Guarda(fabrica->CriaZtMask(form, Com<AjustesZtMask>("msk")));
