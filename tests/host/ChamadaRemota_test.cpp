@@ -162,6 +162,69 @@ TEST_F(ChamadaRemota, Request_AfterAnyCall_IsLetGoWithTheProxy)
     EXPECT_TRUE(vigia.Nada());
 } // the host reports a proxy that still lives
 
+// Keeps an eye on what it was given.
+class ProxyAtento : public IProxyRN {
+  public:
+    explicit ProxyAtento(bool resposta) : m_Resposta(resposta) {}
+    std::string_view NomeTipo() const override { return "EquiptoRN"; }
+    bool ExecutaMetodo(Ref<Objeto> &oContexto, std::string &, std::vector<Valor> &aParam) override
+    {
+        Ref<Objeto> contexto = Novo<EquiptoED>();
+        Contexto = contexto;
+        oContexto = contexto;
+        m_Parametros = &aParam;
+        return m_Resposta;
+    }
+    Valor ObtemRetorno() override
+    {
+        Confere();
+        return Ref<Objeto>(Novo<EquiptoED>());
+    }
+    void MostraErro() override { Confere(); }
+
+    RefFraca<Objeto> Contexto;
+    RefFraca<EquiptoED> Enviado;
+    bool Conferiu = false;
+
+  private:
+    void Confere()
+    {
+        Conferiu = true;
+        EXPECT_TRUE(m_Parametros->empty());
+        EXPECT_TRUE(Contexto.Nada());
+        EXPECT_FALSE(Enviado.Nada());
+    }
+
+    bool m_Resposta;
+    std::vector<Valor> *m_Parametros = nullptr;
+};
+
+TEST_F(ChamadaRemota, Parameters_AfterTheCall_AreReleasedBeforeTheAnswerAndTheRecordAfterIt)
+{
+    class GatewayAtento : public IGateway {
+      public:
+        std::string_view NomeTipo() const override { return "Gateway"; }
+        Ref<IProxyRN> CriaObjetoRN(const std::string &, const std::string &, const std::string &,
+                                   const std::string &) override
+        {
+            return Proxy;
+        }
+        Ref<ProxyAtento> Proxy;
+    };
+    for (const bool resposta : {true, false}) {
+        auto gateway = Novo<GatewayAtento>();
+        gateway->Proxy = Novo<ProxyAtento>(resposta);
+        ConsultaRemota<EquiptoED>([&]() -> Ref<IGateway> { return gateway; }, "EquiptoRN", "consulta",
+                                  [&] {
+                                      auto pedido = Pedido();
+                                      gateway->Proxy->Enviado = pedido;
+                                      return pedido;
+                                  });
+        EXPECT_TRUE(gateway->Proxy->Conferiu);
+        EXPECT_TRUE(gateway->Proxy->Enviado.Nada());
+    }
+}
+
 TEST_F(ChamadaRemota, Gateway_OrProxyThatIsNothing_IsFault91)
 {
     class GatewayVazio : public IGateway {

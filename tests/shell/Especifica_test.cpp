@@ -256,6 +256,25 @@ TEST_F(EspecificaTeste, Finaliza_Called_DoesNothing)
     EXPECT_TRUE(host->Registro().empty());
 }
 
+TEST_F(EspecificaTeste, ClickMenu_AfterLogoffAndAnotherLogon_OpensAWindowThatSearches)
+{
+    geral->ClickMenu("mnuModVOREquiptos");
+    geral->Logoff();
+    geral->Logon(host->objMTM, host->objSCA, "");
+    EXPECT_TRUE(geral->ClickMenu("mnuModVOREquiptos"));
+    ASSERT_EQ(Listas().size(), 1U);
+    host->Servico("EquiptoRN", "lista2", [](const Ref<Registro> &) -> Resposta {
+        auto pagina = Novo<ListaEquiptoED>();
+        pagina->Equipamentos = Novo<Colecao<Ref<EquiptoED>>>();
+        pagina->Equipamentos.Valor()->Add(Novo<EquiptoED>());
+        return pagina;
+    });
+    Pessoa pessoa(Listas()[0], host->Tela);
+    EXPECT_TRUE(pessoa.Localiza("ztlLista")) << pessoa.Motivo();
+    EXPECT_EQ(pessoa.Acha<IztList>("ztlLista")->NroItens(), 1);
+    EXPECT_TRUE(host->Erros().empty());
+}
+
 // For other modules.
 
 TEST_F(EspecificaTeste, CreateCVorEquip_Twice_GivesTwoInstances)

@@ -67,6 +67,31 @@ TEST_F(FormularioTeste, Carregar_Fresh_CreatesTheControlsAndJoinsTheOpenForms)
     EXPECT_TRUE(RegistroIgual(host->Registro(), {"Plataforma.Carrega(frmTeste)"}));
 }
 
+TEST_F(FormularioTeste, Mudou_PropertyWritten_TheNewValueIsThere)
+{
+    form->Carregar();
+    std::string lido;
+    const Conexao conexao = form->Mudou().liga([&] {
+        lido = std::to_string(form->Enabled()) + std::to_string(form->Visible()) + form->Caption() +
+               std::to_string(form->Left()) + std::to_string(form->Top()) + std::to_string(form->Width()) +
+               std::to_string(form->Height()) + std::to_string(form->WindowState()) + form->Icone();
+    });
+    const auto depois = [&](const auto &escreve) {
+        lido.clear();
+        escreve();
+        return lido;
+    };
+    EXPECT_EQ(depois([&] { form->DefineEnabled(false); }), "00Teste00600030010");
+    EXPECT_EQ(depois([&] { form->DefineVisible(true); }), "01Teste00600030010");
+    EXPECT_EQ(depois([&] { form->DefineCaption("T"); }), "01T00600030010");
+    EXPECT_EQ(depois([&] { form->DefineLeft(1); }), "01T10600030010");
+    EXPECT_EQ(depois([&] { form->DefineTop(2); }), "01T12600030010");
+    EXPECT_EQ(depois([&] { form->DefineWidth(3); }), "01T12330010");
+    EXPECT_EQ(depois([&] { form->DefineHeight(4); }), "01T12340");
+    EXPECT_EQ(depois([&] { form->DefineWindowState(JanelaMinimizada); }), "01T12341");
+    EXPECT_EQ(depois([&] { form->DefineIcone("i"); }), "01T12341i");
+}
+
 TEST_F(FormularioTeste, Carregar_Loaded_KeepsEverything)
 {
     form->Carregar();

@@ -502,6 +502,27 @@ TEST_F(GeralTeste, Logoff_ThenLogon_BuildsTheServicesAgain)
     EXPECT_EQ(host->Conta("ObjGlobalVor.InicializaSessao"), 1);
 }
 
+TEST_F(GeralTeste, Logoff_AfterLogon_LeavesWhatTheHostGaveAndTheGeneralFunctions)
+{
+    Loga();
+    auto form = FormMostrado();
+    const Ref<ICFunGen> funGen = geral->ObtemCFunGen();
+    goGeral->FormAtivado(form);
+    geral->Logoff();
+    EXPECT_TRUE(geral->CEspecifica() == Particular());
+    EXPECT_TRUE(geral->oAppEXE() == host->oAppEXE);
+    EXPECT_TRUE(geral->FormMDI() == host->FormMDI);
+    EXPECT_FALSE(geral->objZTP().Nada());
+    EXPECT_TRUE(geral->Relatorios() == host->Relatorios);
+    EXPECT_TRUE(geral->Ajuda() == host->Ajuda);
+    EXPECT_TRUE(geral->ActBar == host->ActBar);
+    EXPECT_TRUE(geral->cGlobal == host->cGlobal);
+    EXPECT_TRUE(geral->ObjInterface == host->ObjInterface);
+    EXPECT_TRUE(geral->FormAtivo() == form);
+    EXPECT_TRUE(geral->ObtemCFunGen() == funGen);
+    EXPECT_TRUE(goGeral.Alvo() == geral);
+}
+
 // Closing the windows.
 
 TEST_F(GeralTeste, FecharJanelasAtivas_SeveralForms_AllCloseWithoutQuestion)
@@ -857,6 +878,31 @@ TEST_F(GeralTeste, HostFactories_Twice_AreAskedOnce)
 
 // Windows.
 
+// Interface services that keep what they were given.
+class InterfaceAnotada : public IObjInterface {
+  public:
+    std::string_view NomeTipo() const override { return "ObjInterface"; }
+    std::int16_t Modal = 7;
+    std::int16_t Depurar = 7;
+    Ref<IForm> Dono;
+    Ref<Objeto> FormClickNaEntrada;
+    bool Falhando = false;
+
+    void MostraJanela(const Ref<IForm> &form, std::int16_t modal, Ref<IForm> &dono, std::int16_t depurar,
+                      Ref<Objeto> &formClick) override
+    {
+        Modal = modal;
+        Depurar = depurar;
+        Dono = dono;
+        FormClickNaEntrada = formClick;
+        formClick = form;
+        if (Falhando) {
+            throw Falha(51);
+        }
+    }
+    Ref<ITrataBD> pTrataBD() override { return nullptr; }
+};
+
 TEST_F(GeralTeste, ShowForm_NotModal_ShowsAndForgetsInstancing)
 {
     Loga();
@@ -891,6 +937,19 @@ TEST_F(GeralTeste, ShowForm_Fails_GoesOnWithItsTailAndKeepsInstancing)
     EXPECT_TRUE(geral->InstanciarFormsClickMenu);
 }
 
+TEST_F(GeralTeste, ShowForm_HostFailsAfterFillingTheClickedForm_ItStays)
+{
+    Loga();
+    auto objInterface = Novo<InterfaceAnotada>();
+    geral->ObjInterface = objInterface;
+    auto form = FormCarregado();
+    objInterface->Falhando = true;
+    EXPECT_EQ(FalhaLancada([&] { geral->ShowForm(form, false); }).Numero, 51);
+    objInterface->Falhando = false;
+    geral->FormShow(form, false, nullptr);
+    EXPECT_TRUE(objInterface->FormClickNaEntrada == form);
+}
+
 TEST_F(GeralTeste, ShowForm_WithoutInterfaceServices_RaisesNinetyOneWithItsTail)
 {
     Loga();
@@ -899,31 +958,6 @@ TEST_F(GeralTeste, ShowForm_WithoutInterfaceServices_RaisesNinetyOneWithItsTail)
     EXPECT_EQ(falha.Numero, 91);
     EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP < Geral.ShowForm");
 }
-
-// Interface services that keep what they were given.
-class InterfaceAnotada : public IObjInterface {
-  public:
-    std::string_view NomeTipo() const override { return "ObjInterface"; }
-    std::int16_t Modal = 7;
-    std::int16_t Depurar = 7;
-    Ref<IForm> Dono;
-    Ref<Objeto> FormClickNaEntrada;
-    bool Falhando = false;
-
-    void MostraJanela(const Ref<IForm> &form, std::int16_t modal, Ref<IForm> &dono, std::int16_t depurar,
-                      Ref<Objeto> &formClick) override
-    {
-        Modal = modal;
-        Depurar = depurar;
-        Dono = dono;
-        FormClickNaEntrada = formClick;
-        formClick = form;
-        if (Falhando) {
-            throw Falha(51);
-        }
-    }
-    Ref<ITrataBD> pTrataBD() override { return nullptr; }
-};
 
 TEST_F(GeralTeste, ShowForm_Flags_TravelAsZeroAndMinusOne)
 {
@@ -1004,7 +1038,9 @@ TEST_F(GeralTeste, ShowFormNoInstance_VisibleWrappedOneInAnotherCase_IsBroughtTo
     host->Tela->EmbrulhaForms = true;
     auto visivel = FormMostrado("FRMTeste");
     auto form = Novo<FormDeTeste>();
+    geral->InstanciarFormsClickMenu = true;
     geral->ShowFormNoInstance(form);
+    EXPECT_TRUE(geral->InstanciarFormsClickMenu); // nothing was shown
     EXPECT_TRUE(RegistroIgual(host->Registro(), {"frmHospedeiro.ZOrder(0)", "FRMTeste.SetFocus()"}));
     EXPECT_FALSE(form->Visible());
 }
@@ -1632,6 +1668,8 @@ TEST_F(GeralTeste, Encerra_Configured_ClosesFinishesAndReleasesEverything)
     Loga();
     geral->MDB();
     geral->ObtemCFunGen();
+    const Ref<IMensagem> mensagem = goMensagem();
+    glCodMunicLogon = 7;
     auto form = FormMostrado();
     Particular()->AoFinalizar = [&] {
         EXPECT_FALSE(form->Carregado()); // the windows are closed by then
@@ -1655,7 +1693,9 @@ TEST_F(GeralTeste, Encerra_Configured_ClosesFinishesAndReleasesEverything)
     EXPECT_TRUE(geral->Menus.aMenu.empty());
     EXPECT_TRUE(geral->Menus.aMenuAux.empty());
     EXPECT_EQ(FalhaLancada([&] { geral->MDB(); }).Numero, 91);
-    EXPECT_FALSE(goGeral.Nada()); // never cleared
+    EXPECT_FALSE(goGeral.Nada());          // never cleared
+    EXPECT_TRUE(goMensagem() == mensagem); // the services go at Logoff
+    EXPECT_EQ(glCodMunicLogon, 7);
 }
 
 TEST_F(GeralTeste, Encerra_WithEverythingCached_LetsGoOfIt)

@@ -38,6 +38,30 @@ class MenusGeralTeste : public HostTeste {
 
 // Merging.
 
+// A host whose menu editor puts another holder in the place of the one that it was given.
+class HostQueTroca : public HostRoteirizado {
+  public:
+    class Editor : public IAMEditMenu {
+      public:
+        std::string_view NomeTipo() const override { return "AMEditMenu"; }
+        void IncorporaMenu(Ref<IActBar> &actBar, ItensMenu &, bool) override { actBar = nullptr; }
+        void RemoveMenu(Ref<IActBar> &actBar, ItensMenu &) override { actBar = nullptr; }
+    };
+    Ref<IAMEditMenu> CriaAMEditMenu() override { return Novo<Editor>(); }
+};
+
+TEST_F(MenusGeralTeste, MenuHolder_ReplacedByTheHost_IsTheOneFromThenOn)
+{
+    const auto outro = Novo<HostQueTroca>();
+    InstalaHost(outro);
+    Menus().AdicionaMenu(Menus().aMenu);
+    EXPECT_TRUE(geral->ActBar.Nada());
+    geral->ActBar = host->ActBar;
+    Menus().RemoveMenu(Menus().aMenu);
+    EXPECT_TRUE(geral->ActBar.Nada());
+    InstalaHost(host);
+}
+
 TEST_F(MenusGeralTeste, IncorporaMenuPrincipal_FirstTime_MergesTheMainItems)
 {
     Menus().IncorporaMenuPrincipal();

@@ -181,6 +181,37 @@ TEST_F(ModGeralTeste, LiberaServicos_WithEveryService_FinalisesTheDomainDataAndF
     }
 }
 
+TEST_F(ModGeralTeste, LiberaServicos_WhileTheDomainDataEnds_ItAndTheOthersAreStillThere)
+{
+    LogaGeral();
+    const Ref<IDadosVor> dados = goDadosVor();
+    const Ref<IMensagem> mensagem = goMensagem();
+    const Ref<IDiretorios> diretorios = goDiretorios();
+    const Ref<IGateway> gateway = goGateway();
+    std::int32_t vezes = 0;
+    host->ObservaChamadas([&] {
+        ++vezes;
+        EXPECT_TRUE(goDadosVor() == dados);
+        EXPECT_TRUE(goMensagem() == mensagem);
+        EXPECT_TRUE(goDiretorios() == diretorios);
+        EXPECT_TRUE(goGateway() == gateway);
+    });
+    LiberaServicos();
+    host->ObservaChamadas(nullptr);
+    EXPECT_EQ(vezes, 1); // its end alone
+}
+
+TEST_F(ModGeralTeste, LiberaServicos_AfterALogon_LeavesTheShellAndTheCredential)
+{
+    LogaGeral();
+    glCredencial = 11;
+    glCodMunicLogon = 7;
+    LiberaServicos();
+    EXPECT_TRUE(goGeral.Alvo() == geral);
+    EXPECT_EQ(glCredencial, 11);
+    EXPECT_EQ(glCodMunicLogon, 7);
+}
+
 TEST_F(ModGeralTeste, LiberaServicos_WithoutServices_CreatesAndCallsNothing)
 {
     LogaGeral();
@@ -436,17 +467,18 @@ TEST_F(ModGeralTeste, gSubCarregaMunicipios_NoCombo_ShowsNinetyOne)
 TEST_F(ModGeralTeste, gSubCarregaArqLayout_WithFiles_ListsTheirNamesBehindNone)
 {
     LogaGeral();
+    host->Tela->Arquivos.Poe("C:\\HOST\\LAYOUTS\\X.LAY", {}); // in the order of the file system
     host->Tela->Arquivos.Poe("C:\\HOST\\LAYOUTS\\RADAR01.LAY", {});
-    host->Tela->Arquivos.Poe("C:\\HOST\\LAYOUTS\\X.LAY", {});
     host->Tela->Arquivos.Poe("C:\\HOST\\LAYOUTS\\leia.txt", {});
     Ref<IztCombo> cbo = Combo();
     cbo->AdicionaItem("velho|1");
     gSubCarregaArqLayout(cbo);
-    EXPECT_EQ(Itens(cbo), (Linhas{"NENHUM|NENHUM", "RADAR01|RADAR01", "X|X"}));
-    EXPECT_TRUE(RegistroIgual(host->RegistroDe({"goDadosVor.DirLayouts", "Plataforma.P"}),
-                              {"goDadosVor.DirLayouts() -> \"C:\\HOST\\LAYOUTS\\\"",
-                               "Plataforma.PrimeiroArquivo(\"C:\\HOST\\LAYOUTS\\*.LAY\") -> \"RADAR01.LAY\"",
-                               "Plataforma.ProximoArquivo() -> \"X.LAY\"", "Plataforma.ProximoArquivo() -> \"\""}));
+    EXPECT_EQ(Itens(cbo), (Linhas{"NENHUM|NENHUM", "X|X", "RADAR01|RADAR01"}));
+    EXPECT_TRUE(
+        RegistroIgual(host->RegistroDe({"goDadosVor.DirLayouts", "Plataforma.P"}),
+                      {"goDadosVor.DirLayouts() -> \"C:\\HOST\\LAYOUTS\\\"",
+                       "Plataforma.PrimeiroArquivo(\"C:\\HOST\\LAYOUTS\\*.LAY\") -> \"X.LAY\"",
+                       "Plataforma.ProximoArquivo() -> \"RADAR01.LAY\"", "Plataforma.ProximoArquivo() -> \"\""}));
 }
 
 TEST_F(ModGeralTeste, gSubCarregaArqLayout_NoFile_OffersOnlyNone)
