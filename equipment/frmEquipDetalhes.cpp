@@ -593,7 +593,7 @@ void frmEquipDetalhes::EscreveRegistro()
     if (fraLayout->Visible()) {
         m_Equipto->ArquivoLayout = cboArqLayout->Valor();
     }
-    if (txtVelocPerm->ValorNumerico() > 0) {
+    if (fraLimiteVel->Visible() && txtVelocPerm->ValorNumerico() > 0) {
         m_Equipto->VelocPermitida = CInt(txtVelocPerm->ValorNumerico());
     }
     m_Equipto->TipoVia = obtemTipoVia();

@@ -714,14 +714,15 @@ TEST_F(GravacaoEquipDetalhesTeste, Aplicar_OfTheLayout_WritesItOnlyWhileItsFrame
     }
 }
 
-TEST_F(GravacaoEquipDetalhesTeste, Aplicar_OfTheSpeed_WritesItOnlyAboveZero)
+TEST_F(GravacaoEquipDetalhesTeste, Aplicar_OfTheSpeed_WritesItOnlyAboveZeroAndWhileItsFrameShows)
 {
     AceitaSalvar();
     struct {
         const char *Tipo;
         const char *Texto;
         const char *Enviada;
-    } const casos[] = {{"E", "", "80"}, {"E", "0", "80"}, {"E", "70", "70"}, {"M", "", "80"}, {"A", "110", "110"}};
+    } const casos[] = {{"C", "70", "70"}, {"A", "110", "110"}, {"E", "", "80"},  {"E", "0", "80"},
+                       {"E", "70", "80"}, {"M", "", "80"},     {"M", "70", "80"}};
     for (const auto &caso : casos) {
         SCOPED_TRACE(std::string(caso.Tipo) + " " + caso.Texto);
         host->LimpaRegistro();
@@ -735,10 +736,10 @@ TEST_F(GravacaoEquipDetalhesTeste, Aplicar_OfTheSpeed_WritesItOnlyAboveZero)
     }
 }
 
-TEST_F(GravacaoEquipDetalhesTeste, Aplicar_OfASpeedTypedBeforeItsFrameHid_SendsItUnlessTheTypeIsM)
+TEST_F(GravacaoEquipDetalhesTeste, Aplicar_OfASpeedTypedBeforeItsFrameHid_SendsNone)
 {
     AceitaSalvar();
-    for (const auto &[tipo, veloc] : {std::pair{"E", "60"}, std::pair{"M", "0"}}) {
+    for (const char *tipo : {"E", "M"}) {
         SCOPED_TRACE(tipo);
         host->LimpaRegistro();
         EXPECT_TRUE(Inclui([&](Pessoa &p) {
@@ -748,7 +749,7 @@ TEST_F(GravacaoEquipDetalhesTeste, Aplicar_OfASpeedTypedBeforeItsFrameHid_SendsI
             Aplica(p, true);
             Fecha(p);
         }));
-        EXPECT_EQ(MembroEnviado("inclui", "VelocPermitida"), veloc);
+        EXPECT_EQ(MembroEnviado("inclui", "VelocPermitida"), "0");
     }
 }
 
