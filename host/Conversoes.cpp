@@ -608,11 +608,12 @@ std::string Format(Data data, std::string_view figura)
     return resultado;
 }
 
-std::int32_t DiferencaMinutos(Data de, Data ate)
+std::int32_t MinutosDecorridos(Data de, Data ate)
 {
-    const auto minutos = [](Data data) {
+    const auto segundos = [](Data data) {
         const PartesData p = data.Partes();
-        return static_cast<std::int64_t>(DataDe(p.Dia, p.Mes, p.Ano).Valor) * 24 * 60 + p.Hora * 60 + p.Minuto;
+        return ((static_cast<std::int64_t>(DataDe(p.Dia, p.Mes, p.Ano).Valor) * 24 + p.Hora) * 60 + p.Minuto) * 60 +
+               p.Segundo;
     };
-    return CLng(minutos(ate) - minutos(de));
+    return CLng((segundos(ate) - segundos(de)) / 60);
 }

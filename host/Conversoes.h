@@ -113,6 +113,6 @@ std::string Format(double valor, std::string_view figura);
 // An empty picture is CStr.
 std::string Format(Data data, std::string_view figura);
 
-// Minute boundaries crossed from one moment to the other; negative when the second comes first. Fault 6 when they are
-// more than 32 bits hold.
-std::int32_t DiferencaMinutos(Data de, Data ate);
+// Whole minutes from one moment to the other, each taken to its second; negative when the second comes first. Fault 6
+// when they are more than 32 bits hold.
+std::int32_t MinutosDecorridos(Data de, Data ate);

@@ -51,7 +51,7 @@ try {
     }
     const std::string resposta = soap->Resultado().CStr();
     sDadosAte = "Dados considerados até " + resposta;
-    if (DiferencaMinutos(CDate(resposta), Plataforma()->Agora()) > MinutosDeReplicaAtual) {
+    if (MinutosDecorridos(CDate(resposta), Plataforma()->Agora()) > MinutosDeReplicaAtual) {
         sForcar = ForcarConsulta;
         bForcar = true;
     } else {

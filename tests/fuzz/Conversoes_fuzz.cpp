@@ -258,7 +258,7 @@ void DataDeNumero(Octetos &octetos)
     Exige(Format(data, "hh:mm") == Format(data, "hh:nn"), "minutes after hours", texto);
     Exige(Format(data, "") == texto, "Format without a picture", texto);
     ExigeFalha(NumeroDaFalha([&] { Format(data, figura); }), {5}, "Format", figura);
-    Exige(DiferencaMinutos(data, data) == 0, "DiferencaMinutos to itself", texto);
+    Exige(MinutosDecorridos(data, data) == 0, "MinutosDecorridos to itself", texto);
     ExigeDiaSeguinte(DataDe(p.Dia, p.Mes, p.Ano), {p.Dia, p.Mes, p.Ano});
 }
 

@@ -151,12 +151,14 @@ TEST_F(RelatoriosGeralTeste, PesquisaDataUltimaClonagem_FreshReplica_AsksTheServ
     EXPECT_TRUE(bForcar); // left as it came
 }
 
-TEST_F(RelatoriosGeralTeste, PesquisaDataUltimaClonagem_FiveMinutesOld_OffersNoAction)
+TEST_F(RelatoriosGeralTeste, PesquisaDataUltimaClonagem_UpToFiveWholeMinutesOld_OffersNoAction)
 {
-    host->objMTM->WebResultado = "20/11/2026 09:55:00";
-    geral->Impressao.PesquisaDataUltimaClonagem(sDadosAte, sForcar, bForcar);
-    EXPECT_EQ(sForcar, "");
-    EXPECT_FALSE(bForcar);
+    for (const char *momento : {"20/11/2026 09:55:00", "20/11/2026 09:54:59", "20/11/2026 09:54:01"}) {
+        host->objMTM->WebResultado = momento;
+        geral->Impressao.PesquisaDataUltimaClonagem(sDadosAte, sForcar, bForcar);
+        EXPECT_EQ(sForcar, "") << momento;
+        EXPECT_FALSE(bForcar) << momento;
+    }
 }
 
 TEST_F(RelatoriosGeralTeste, PesquisaDataUltimaClonagem_SixMinutesOld_OffersTheAction)

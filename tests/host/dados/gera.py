@@ -85,7 +85,6 @@ def basic(argumento):
 EXPRESSOES = {
     "DataDe": "DateSerial({2},{1},{0})",
     "MaisDias": 'DateAdd("d",{1},{0})',
-    "DiferencaMinutos": 'DateDiff("n",{0},{1})',
     "Substitui": "Replace({0},{1},{2})",
     "Divide": 'Join(Split({0},{1}),"¦")',
     "Partes": 'Format({0},"yyyy-mm-dd hh:mm:ss")',
