@@ -71,21 +71,24 @@ void MenusGeral::RemoveMenuAuxiliar() noexcept
     RemoveMenu(aMenuAux);
 }
 
-Ref<ItemMenuModulo> MenusGeral::Procura(const ItensMenu &aItens, const Valor &vChave)
+Ref<ItemMenuModulo> MenusGeral::Procura(const ItensMenu &aItens, const Valor &vChave) noexcept
 {
-    if (EhNumerico(vChave)) {
-        return NaPosicao(aItens, vChave);
-    }
-    if (vChave.EhNulo()) { // equals no name
-        return {};
-    }
-    const std::string nome = vChave.CStr();
-    for (std::size_t posicao = 1; posicao < aItens.size(); ++posicao) {
-        if (aItens[posicao]->Name == nome) {
-            return aItens[posicao];
+    Ref<ItemMenuModulo> achado;
+    IgnoraErro([&] {
+        if (EhNumerico(vChave)) {
+            achado = NaPosicao(aItens, vChave);
+            return;
         }
-    }
-    return {};
+        const std::string nome = vChave.CStr(); // a fault for a null or an object, which equal no name
+        for (std::size_t posicao = 1; posicao < aItens.size() && achado.Nada(); ++posicao) {
+            IgnoraErro([&] {
+                if (aItens[posicao]->Name == nome) {
+                    achado = aItens[posicao];
+                }
+            });
+        }
+    });
+    return achado;
 }
 
 Ref<ITool> MenusGeral::Ferramenta(const ItemMenuModulo &item) const
@@ -130,10 +133,10 @@ try {
     PassaFalha(" < Geral.HabilitarBand");
 }
 
-void MenusGeral::MostraPopup(const std::string &sBand, std::int32_t x, std::int32_t y) const
+void MenusGeral::MostraPopup(const std::string &sBand, std::int32_t x, std::int32_t y) const noexcept
 {
-    Plataforma()->ProcessaMensagens();
-    m_Geral.ActBar->Bands()->ItemNome(sBand)->TrackPopup(x, y);
+    IgnoraErro([] { Plataforma()->ProcessaMensagens(); });
+    IgnoraErro([&] { m_Geral.ActBar->Bands()->ItemNome(sBand)->TrackPopup(x, y); });
 }
 
 void MenusGeral::PopupBand(double x, double y, const std::string &sBand) noexcept
@@ -143,7 +146,7 @@ void MenusGeral::PopupBand(double x, double y, const std::string &sBand) noexcep
 
 void MenusGeral::PopupBand16(const std::string &sBand, std::int16_t x, std::int16_t y) noexcept
 {
-    IgnoraErro([&] { MostraPopup(sBand, x, y); });
+    MostraPopup(sBand, x, y);
 }
 
 void MenusGeral::PopupAuxiliar(std::int32_t x, std::int32_t y, const std::optional<Valor> &item) noexcept
@@ -156,14 +159,17 @@ void MenusGeral::PopupAuxiliar(std::int32_t x, std::int32_t y, const std::option
     });
 }
 
-std::int32_t MenusGeral::PrimeiraSubBand() const
+std::int32_t MenusGeral::PrimeiraSubBand() const noexcept
 {
-    for (std::size_t posicao = 1; posicao < aMenuAux.size(); ++posicao) {
-        if (!aMenuAux[posicao]->SubBand.empty()) {
-            return static_cast<std::int32_t>(posicao);
-        }
+    std::int32_t primeira = 0;
+    for (std::size_t posicao = 1; posicao < aMenuAux.size() && primeira == 0; ++posicao) {
+        IgnoraErro([&] {
+            if (!aMenuAux[posicao]->SubBand.empty()) {
+                primeira = static_cast<std::int32_t>(posicao);
+            }
+        });
     }
-    return 0;
+    return primeira;
 }
 
 std::string MenusGeral::BandAuxiliar(const Valor &item) const
@@ -175,11 +181,14 @@ std::string MenusGeral::BandAuxiliar(const Valor &item) const
     const std::string procurada = UCase(item.CStr());
     const Ref<IBands> bands = m_Geral.ActBar->Bands();
     const std::int32_t quantas = bands->Count();
-    for (std::int32_t posicao = 0; posicao < quantas; ++posicao) {
-        std::string nome = bands->ItemPosicao(posicao)->Name();
-        if (UCase(nome) == procurada) {
-            return nome;
-        }
+    std::string achada;
+    for (std::int32_t posicao = 0; posicao < quantas && achada.empty(); ++posicao) {
+        IgnoraErro([&] {
+            const std::string nome = bands->ItemPosicao(posicao)->Name();
+            if (UCase(nome) == procurada) {
+                achada = nome;
+            }
+        });
     }
-    return {};
+    return achada;
 }

@@ -28,9 +28,10 @@ class MenusGeral {
     void AdicionaMenuAuxiliar() noexcept;
     void RemoveMenuAuxiliar() noexcept;
 
-    // An item by position from 1 or by its Name; Nothing when there is none. What reads as a number is a position.
-    Ref<ItemMenuModulo> Item(const Valor &vChave) const { return Procura(aMenu, vChave); }
-    Ref<ItemMenuModulo> ItemAuxiliar(const Valor &vChave) const { return Procura(aMenuAux, vChave); }
+    // An item by position from 1 or by its Name; Nothing when there is none, or for a key that is neither. What reads
+    // as a number is a position.
+    Ref<ItemMenuModulo> Item(const Valor &vChave) const noexcept { return Procura(aMenu, vChave); }
+    Ref<ItemMenuModulo> ItemAuxiliar(const Valor &vChave) const noexcept { return Procura(aMenuAux, vChave); }
 
     // Brings the main items' tools to the disabled state.
     void DesabilitarMenu() noexcept;
@@ -46,13 +47,13 @@ class MenusGeral {
     void PopupAuxiliar(std::int32_t x, std::int32_t y, const std::optional<Valor> &item = std::nullopt) noexcept;
 
   private:
-    static Ref<ItemMenuModulo> Procura(const ItensMenu &aItens, const Valor &vChave);
+    static Ref<ItemMenuModulo> Procura(const ItensMenu &aItens, const Valor &vChave) noexcept;
     Ref<ITool> Ferramenta(const ItemMenuModulo &item) const;
     void DefineEstado(const ItemMenuModulo &item, bool bVisivel, bool bHabilitado) const noexcept;
     // Name of the band that PopupAuxiliar shows; empty when there is none.
     std::string BandAuxiliar(const Valor &item) const;
-    std::int32_t PrimeiraSubBand() const;
-    void MostraPopup(const std::string &sBand, std::int32_t x, std::int32_t y) const;
+    std::int32_t PrimeiraSubBand() const noexcept;
+    void MostraPopup(const std::string &sBand, std::int32_t x, std::int32_t y) const noexcept;
 
     Geral &m_Geral;
     bool m_bMenuIncorporado = false;

@@ -219,7 +219,17 @@ TEST_F(MenusGeralTeste, Item_ByADateANullOrAnObject_IsByNoPosition)
     Menus().aMenu.push_back(ItemDeMenu("01/01/1900", "bndArquivo"));
     EXPECT_EQ(Menus().Item(DataDe(1, 1, 1900))->Band, "bndArquivo"); // day 2, but a date is a name
     EXPECT_TRUE(Menus().Item(Valor(Valor::Nulo{})).Nada());
-    EXPECT_EQ(FalhaLancada([&] { Menus().Item(Valor(host->ActBar)); }).Numero, 438);
+    EXPECT_TRUE(Menus().Item(Valor(host->ActBar)).Nada());
+    EXPECT_TRUE(Menus().ItemAuxiliar(Valor(host->ActBar)).Nada());
+    EXPECT_TRUE(Menus().Item(Valor(Ref<Objeto>())).Nada());
+}
+
+TEST_F(MenusGeralTeste, Item_BehindAPlaceThatHoldsNone_IsFound)
+{
+    Menus().aMenu = {nullptr, nullptr, ItemDeMenu("mnuNovo", "bndArquivo")};
+    EXPECT_EQ(Menus().Item("mnuNovo")->Band, "bndArquivo");
+    EXPECT_TRUE(Menus().Item("mnuAbrir").Nada());
+    EXPECT_TRUE(Menus().Item(std::int32_t{1}).Nada());
 }
 
 TEST_F(MenusGeralTeste, Item_AfterTheShellEnded_IsNothing)
@@ -407,6 +417,20 @@ TEST_F(MenusGeralTeste, PopupAuxiliar_ByBandNameInAnyCase_ShowsTheFirst)
     Menus().PopupAuxiliar(11, 21, Valor("bndajuda"));
     EXPECT_TRUE(RegistroIgual(host->RegistroDe({"Band("}),
                               {"Band(popEquip).TrackPopup(10, 20)", "Band(bndAjuda).TrackPopup(11, 21)"}));
+}
+
+TEST_F(MenusGeralTeste, PopupBand_QueueThatFails_ShowsThePopupAllTheSame)
+{
+    host->FalhaEm("Plataforma.ProcessaMensagens");
+    Menus().PopupBand16("popEquip", 1, 2);
+    EXPECT_EQ(host->Conta("Band(popEquip).TrackPopup(1, 2)"), 1);
+}
+
+TEST_F(MenusGeralTeste, PopupAuxiliar_BehindAPlaceThatHoldsNone_IsShown)
+{
+    Menus().aMenuAux = {nullptr, nullptr, ItemDeMenu("popEquip", "bndArquivo", false, false, "sub")};
+    Menus().PopupAuxiliar(10, 20);
+    EXPECT_EQ(host->Conta("Band(popEquip).TrackPopup(10, 20)"), 1);
 }
 
 TEST_F(MenusGeralTeste, PopupAuxiliar_UnknownName_DoesNothing)
