@@ -7,7 +7,8 @@
 
 namespace {
 
-// Makes a call on the session with the form disabled. A failure is kept until the form is enabled again.
+// Makes a call on the session with the form disabled. A failure is kept until the form is enabled again; one whose
+// number is 0 counts as none.
 template <class Chamada>
 auto Envia(const Ref<IForm> &frm, std::string_view cauda, Chamada &&chamada) -> std::invoke_result_t<Chamada>
 {
@@ -21,7 +22,7 @@ auto Envia(const Ref<IForm> &frm, std::string_view cauda, Chamada &&chamada) -> 
         falha->Fonte += cauda;
     }
     IgnoraErro([&] { frm->DefineEnabled(true); });
-    if (falha) {
+    if (falha && falha->Numero != 0) {
         throw *falha;
     }
     return resultado;

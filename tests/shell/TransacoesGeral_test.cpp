@@ -124,6 +124,16 @@ TEST_F(TransacoesGeralTeste, Send_EachOperationThatFails_EnablesTheFormAndRaises
     }
 }
 
+TEST_F(TransacoesGeralTeste, Send_EachOperationThatFailsWithNumberZero_RaisesNothing)
+{
+    for (const auto &[nome, envia] : Todas()) {
+        host->FalhaEm(ChamadaDaSessao(nome), 1, 0, "Nada");
+        EXPECT_NO_THROW(envia()) << nome;
+        EXPECT_EQ(host->Conta(ChamadaDaSessao(nome) + "("), 1) << nome;
+        EXPECT_TRUE(form->Enabled()) << nome;
+    }
+}
+
 TEST_F(TransacoesGeralTeste, Send_WithoutSession_RaisesNinetyOneWithTheFormEnabled)
 {
     geral->Logon(nullptr, nullptr, "");
