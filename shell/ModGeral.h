@@ -51,7 +51,8 @@ void gSubCarregaArqLayout(const Ref<IztCombo> &cbo);
 void gsubConfigLista(const TabelaColunas &aColunas, const Ref<IztList> &lista);
 // The calibration in force for an equipment on a day; Nothing when the service refused. An answer whose NroIntAfericao
 // is 0 means that none was in force.
-Ref<AfericaoED> gFunConsultaAfericaoVigente(std::int32_t lNroIntEquip, Data dtInfracao, const Valor &vTipoConsulta);
+Ref<AfericaoED> gFunConsultaAfericaoVigente(std::int32_t lNroIntEquip, Data dtInfracao,
+                                            const Valor &vTipoConsulta = {});
 // Gives a control or form the focus when it is enabled and visible; a minimised form is restored. Errors ignored.
 void gSubDefineFoco(const Ref<IFocavel> &ctl) noexcept;
 

@@ -703,7 +703,7 @@ TEST_F(ModGeralTeste, gFunConsultaAfericaoVigente_OptionalValueLeftOut_IsSentAsZ
                                          EXPECT_EQ(pedido->TipoConsulta.Valor(), 0);
                                          return Novo<AfericaoED>();
                                      });
-    EXPECT_FALSE(gFunConsultaAfericaoVigente(12, DataDe(20, 11, 2026), Valor()).Nada());
+    EXPECT_FALSE(gFunConsultaAfericaoVigente(12, DataDe(20, 11, 2026)).Nada());
 }
 
 TEST_F(ModGeralTeste, gFunConsultaAfericaoVigente_Refused_ShowsTheProxysErrorAndGivesNothing)
