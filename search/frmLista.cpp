@@ -357,7 +357,6 @@ try {
     m_Selecionou = true;
     Descarregar();
 } catch (...) {
-    m_Selecionou = false; // the window is still there for another choice, or for none
     gSubMostraErro("frmLista.cmdOK_Click");
 }
 

@@ -882,16 +882,17 @@ TEST_F(frmListaTeste, cmdOK_WithRowsOrDatesThatCannotBeRead_ReportsTheConversion
     EXPECT_EQ(form->Parametros()->Count(), 0);
 }
 
-TEST_F(frmListaTeste, cmdOK_ThatCannotCloseTheWindow_IsNotASelection)
+TEST_F(frmListaTeste, cmdOK_ThatCannotCloseTheWindow_IsASelectionAllTheSame)
 {
     modulo->Achados = {{"RAD-01", "M1", "101", "60"}};
     host->FalhaEm("Plataforma.Descarrega");
-    EXPECT_FALSE(Seleciona([&](Pessoa &pessoa) {
+    EXPECT_TRUE(Seleciona([&](Pessoa &pessoa) {
         pessoa.Clica("cmdOK");
         EXPECT_EQ(Erros(), Textos{"frmLista.cmdOK_Click: 51 (Plataforma.Descarrega)"});
         EXPECT_TRUE(form->Visible());
         pessoa.Clica("cmdCancelar");
     }));
+    EXPECT_EQ(Texto(form->Parametros()), "NroIntEquip=101; CodEquip=RAD-01; Modelo=M1; VelocPerm=60");
 }
 
 TEST_F(frmListaTeste, cmdCancelar_ThatCannotCloseTheWindow_Reports)
