@@ -150,6 +150,7 @@ bool CVorEquip::ImpCertificadoAfericaoEquipto(std::int32_t lCodOat, const std::s
 
 void CVorEquip::GravaNoArquivo(const std::string &sConteudo, const std::string &sArquivo)
 try {
+    Plataforma()->GravaArquivo(sArquivo, {}); // a file that cannot be opened ends it before anything is converted
     Plataforma()->GravaArquivo(sArquivo, goMensagem()->TextoParaBytes(sConteudo));
 } catch (...) {
     PassaFalha(" < CVorEquip.GravaNoArquivo");

@@ -139,6 +139,7 @@ pessoa
   - Host.CriaDiretorios
   - goDiretorios.ObtemDiretorio(99, "")
   CVorEquip.GravaNoArquivo
+    - Plataforma.GravaArquivo("C:\HOST\TEMP\~VORAFER12-A1.pdf"
     - goMensagem.TextoParaBytes
     - Plataforma.GravaArquivo("C:\HOST\TEMP\~VORAFER12-A1.pdf"
   - Host.CriaDocumentoPDF

@@ -342,7 +342,9 @@ TEST_F(CVorEquipTeste, ImpCertificadoAfericaoEquipto_OfACalibration_WritesTheFil
          "RelatorioRN.ExecutaMetodo(\"consultaRelatorioRVOR011\", RelatorioAfericaoED{CodOat=12, Serie=\"A1\", "
          "TxtIdent=\"AIT 7\"}) -> True",
          "RelatorioRN.ObtemRetorno()*", "Host.CriaDiretorios()",
-         "goDiretorios.ObtemDiretorio(99, \"\") -> \"C:\\HOST\\TEMP\\\"", "goMensagem.TextoParaBytes(16 bytes)",
+         "goDiretorios.ObtemDiretorio(99, \"\") -> \"C:\\HOST\\TEMP\\\"",
+         "Plataforma.GravaArquivo(\"C:\\HOST\\TEMP\\~VORAFER12-A1.pdf\", 0 bytes)",
+         "goMensagem.TextoParaBytes(16 bytes)",
          "Plataforma.GravaArquivo(\"C:\\HOST\\TEMP\\~VORAFER12-A1.pdf\", 16 bytes)", "Host.CriaDocumentoPDF()",
          "DocumentoPDF.ArquivoPDF := \"C:\\HOST\\TEMP\\~VORAFER12-A1.pdf\"", "DocumentoPDF.Mostra(False) -> True"}));
     ASSERT_EQ(host->Visor->Vistos.size(), 1U);
@@ -408,6 +410,28 @@ TEST_F(CVorEquipTeste, ImpCertificadoAfericaoEquipto_ThatFails_FaultsToTheCaller
     EXPECT_EQ(falha.Numero, 91);
     EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP");
     EXPECT_EQ(Erros(), Textos{});
+}
+
+TEST_F(CVorEquipTeste, ImpCertificadoAfericaoEquipto_OfAFileThatCannotBeOpened_ConvertsNothing)
+{
+    auto vor = Novo<CVorEquip>();
+    host->FalhaEm("Plataforma.GravaArquivo");
+    EXPECT_EQ(FalhaLancada([&] { vor->ImpCertificadoAfericaoEquipto(12, "A1", ""); }).Fonte,
+              "Plataforma.GravaArquivo < CVorEquip.GravaNoArquivo");
+    EXPECT_EQ(host->Conta("goMensagem.TextoParaBytes"), 0);
+}
+
+TEST_F(CVorEquipTeste, ImpCertificadoAfericaoEquipto_OfADocumentThatCannotBeConverted_LeavesTheFileOpenedAndAsItWas)
+{
+    auto vor = Novo<CVorEquip>();
+    for (const char *antes : {"", "%PDF certificado"}) { // created empty, then as the printing between left it
+        host->FalhaEm("goMensagem.TextoParaBytes");
+        EXPECT_EQ(FalhaLancada([&] { vor->ImpCertificadoAfericaoEquipto(12, "A1", ""); }).Fonte,
+                  "goMensagem.TextoParaBytes < CVorEquip.GravaNoArquivo");
+        ASSERT_TRUE(host->Tela->Arquivos.Existe("C:\\HOST\\TEMP\\~VORAFER12-A1.pdf"));
+        EXPECT_EQ(Texto(host->Tela->Arquivos.Conteudo("C:\\HOST\\TEMP\\~VORAFER12-A1.pdf")), antes);
+        EXPECT_TRUE(vor->ImpCertificadoAfericaoEquipto(12, "A1", ""));
+    }
 }
 
 TEST_F(CVorEquipTeste, LimpaArqTemp_OfSeveralCertificates_DeletesThemAndNothingElse)
