@@ -3,6 +3,7 @@
 #include "desk/windows/RenderLista.h"
 #include "host/Conversoes.h"
 #include "tests/support/FormFalso.h"
+#include "tests/support/UmControle.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -51,7 +52,7 @@ TabelaTexto Linhas(std::size_t quantas)
 
 class Tela {
   public:
-    Tela() : m_Lista(Novo<ztList>(m_Form, AjustesZtList()))
+    Tela() : m_Lista(Feito<ztList>(m_Form, Chamado<AjustesZtList>("")))
     {
         m_Form->Guarda(m_Lista);
         m_Lista->AlteraPrimeiraColuna(1, std::nullopt, "Código", Larga, 0, "", true);

@@ -36,13 +36,13 @@ template <class Contrato> class Botao : public Controle<Contrato>, public Aciona
     void PerdePadrao() override { this->Redefine(m_Default, false); }
 
   protected:
-    Botao(const Ref<IForm> &form, const AjustesCommandButton &ajustes, EspecieControle especie)
-        : Controle<Contrato>(form, ajustes, especie),
-          m_Default(ajustes.Default),
-          m_Cancel(ajustes.Cancel)
+    Botao(const Origem &origem, bool padrao, bool cancela)
+        : Controle<Contrato>(origem),
+          m_Default(padrao),
+          m_Cancel(cancela)
     {
         if (m_Default) {
-            TiraPadraoDosOutros(form, *this);
+            TiraPadraoDosOutros(origem.Form, *this);
         }
     }
 

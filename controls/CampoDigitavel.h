@@ -51,9 +51,8 @@ template <class Contrato> class CampoDigitavel : public Controle<Contrato>, publ
     }
 
   protected:
-    CampoDigitavel(const Ref<IForm> &form, const AjustesControle &ajustes, EspecieControle especie,
-                   std::unique_ptr<TextoCampo> texto)
-        : Controle<Contrato>(form, ajustes, especie),
+    CampoDigitavel(const Origem &origem, std::unique_ptr<TextoCampo> texto)
+        : Controle<Contrato>(origem),
           m_Texto(std::move(texto))
     {
     }

@@ -1,10 +1,5 @@
 #include "controls/CheckBox.h"
 
-CheckBox::CheckBox(const Ref<IForm> &form, const AjustesControle &ajustes)
-    : Controle(form, ajustes, EspecieControle::CheckBox)
-{
-}
-
 void CheckBox::DefineValue(std::int16_t valor)
 {
     if (valor != 0 && valor != 1) {

@@ -6,7 +6,7 @@
 
 class CheckBox : public Controle<ICheckBox>, public Clicavel {
   public:
-    CheckBox(const Ref<IForm> &form, const AjustesControle &ajustes);
+    using Controle::Controle;
 
     std::int16_t Value() const override { return m_Value; }
     void DefineValue(std::int16_t valor) override;

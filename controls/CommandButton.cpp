@@ -1,7 +1,7 @@
 #include "controls/CommandButton.h"
 
-CommandButton::CommandButton(const Ref<IForm> &form, const AjustesCommandButton &ajustes)
-    : Botao(form, ajustes, EspecieControle::CommandButton)
+CommandButton::CommandButton(const Origem &origem)
+    : Botao(origem, origem.Ajustes<AjustesCommandButton>().Default, origem.Ajustes<AjustesCommandButton>().Cancel)
 {
 }
 

@@ -4,7 +4,7 @@
 
 class CommandButton : public Botao<ICommandButton> {
   public:
-    CommandButton(const Ref<IForm> &form, const AjustesCommandButton &ajustes);
+    explicit CommandButton(const Origem &origem);
 
     bool Cancel() const override { return Cancelador(); }
     Evento<> &Click() override { return m_Click; }

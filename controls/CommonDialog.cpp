@@ -1,10 +1,5 @@
 #include "controls/CommonDialog.h"
 
-CommonDialog::CommonDialog(const Ref<IForm> &form, const AjustesControle &ajustes)
-    : Controle(form, ajustes, EspecieControle::CommonDialog)
-{
-}
-
 void CommonDialog::ShowOpen()
 {
     Ref<IControle> vivo = Vivo();

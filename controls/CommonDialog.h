@@ -5,7 +5,7 @@
 
 class CommonDialog : public Controle<ICommonDialog> {
   public:
-    CommonDialog(const Ref<IForm> &form, const AjustesControle &ajustes);
+    using Controle::Controle;
 
     const std::string &Filter() const { return m_Filter; }
     void DefineFilter(const std::string &valor) override { m_Filter = valor; }

@@ -3,14 +3,24 @@
 #include "host/IControlesPadrao.h"
 
 #include <algorithm>
-#include <utility>
 #include <vector>
 
-ControleBase::ControleBase(const Ref<IForm> &form, AjustesControle ajustes, EspecieControle especie)
-    : m_Ajustes(std::move(ajustes)),
-      m_Especie(especie),
-      m_TabIndex(static_cast<std::int16_t>(form->Controles().size())),
-      m_Form(form)
+ControleBase::ControleBase(const Origem &origem)
+    : m_Especie(origem.Descricao.Especie().value()),
+      m_Nome(origem.Descricao.Nome),
+      m_Indice(origem.Descricao.Indice),
+      m_Caption(origem.Descricao.Caption),
+      m_Rotulo(origem.Descricao.Rotulo),
+      m_Container(origem.Container),
+      m_Pagina(origem.Pagina),
+      m_Enabled(origem.Descricao.Enabled),
+      m_Visible(origem.Descricao.Visible),
+      m_Left(origem.Descricao.Left),
+      m_Top(origem.Descricao.Top),
+      m_Width(origem.Descricao.Width),
+      m_Height(origem.Descricao.Height),
+      m_TabIndex(static_cast<std::int16_t>(origem.Form->Controles().size())),
+      m_Form(origem.Form)
 {
 }
 
@@ -29,11 +39,11 @@ bool ControleBase::AceitaFoco() const
 
 bool ControleBase::HabilitadoComContainers() const
 {
-    if (!m_Ajustes.Enabled) {
+    if (!m_Enabled) {
         return false;
     }
-    std::int16_t pagina = m_Ajustes.Pagina;
-    for (Ref<IControle> dono = m_Ajustes.Container; dono; dono = dono->Container()) {
+    std::int16_t pagina = m_Pagina;
+    for (Ref<IControle> dono = m_Container; dono; dono = dono->Container()) {
         const auto *abas = dynamic_cast<const ISSTab *>(dono.Ponteiro());
         if (!dono->Enabled() || (abas != nullptr && pagina >= 0 && !abas->TabEnabled(pagina))) {
             return false;
@@ -52,11 +62,11 @@ bool ControleBase::HabilitadoDeFato() const
 bool ControleBase::VisivelDeFato() const
 {
     Ref<IForm> form = Form();
-    if (!form || !form->Visible() || !m_Ajustes.Visible || m_Especie == EspecieControle::CommonDialog) {
+    if (!form || !form->Visible() || !m_Visible || m_Especie == EspecieControle::CommonDialog) {
         return false;
     }
-    std::int16_t pagina = m_Ajustes.Pagina;
-    for (Ref<IControle> dono = m_Ajustes.Container; dono; dono = dono->Container()) {
+    std::int16_t pagina = m_Pagina;
+    for (Ref<IControle> dono = m_Container; dono; dono = dono->Container()) {
         const auto *abas = dynamic_cast<const ISSTab *>(dono.Ponteiro());
         if (!dono->Visible() ||
             (abas != nullptr && pagina >= 0 && (abas->Tab() != pagina || !abas->TabVisible(pagina)))) {
@@ -82,13 +92,13 @@ std::string ControleBase::Impedimento() const
     if (!form->Enabled()) {
         return "a janela está bloqueada";
     }
-    if (!m_Ajustes.Visible) {
+    if (!m_Visible) {
         return "está oculto";
     }
     if (!VisivelDeFato()) {
         return "o que o contém está oculto";
     }
-    if (!m_Ajustes.Enabled) {
+    if (!m_Enabled) {
         return "está desabilitado";
     }
     if (!HabilitadoComContainers()) {

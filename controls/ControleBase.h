@@ -5,6 +5,17 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <variant>
+
+// What a control is made from: its form, its piece of the form's description, and what holds it.
+struct Origem {
+    const Ref<IForm> &Form;
+    const Peca &Descricao;
+    const Ref<IControle> &Container;
+    std::int16_t Pagina;
+
+    template <class Proprios> const Proprios &Ajustes() const { return std::get<Proprios>(Descricao.Ajustes); }
+};
 
 // What every control is made of, whatever its kind: the settings, the place on the form, the focus, and the notices
 // that a screen layer follows. Reached from an IControle by ComoBase.
@@ -38,7 +49,7 @@ class ControleBase {
     virtual void Conclui() {}
 
   protected:
-    ControleBase(const Ref<IForm> &form, AjustesControle ajustes, EspecieControle especie);
+    explicit ControleBase(const Origem &origem);
 
     virtual IControle &EsteControle() = 0;
     // The focus is here; chegou: it was elsewhere before.
@@ -60,9 +71,20 @@ class ControleBase {
         }
     }
 
-    AjustesControle m_Ajustes;
     EspecieControle m_Especie;
-    std::int16_t m_TabIndex = 0;
+    std::string m_Nome;
+    std::int16_t m_Indice;
+    std::string m_Caption;
+    std::string m_Rotulo;
+    Ref<IControle> m_Container;
+    std::int16_t m_Pagina;
+    bool m_Enabled;
+    bool m_Visible;
+    std::int32_t m_Left;
+    std::int32_t m_Top;
+    std::int32_t m_Width;
+    std::int32_t m_Height;
+    std::int16_t m_TabIndex;
 
   private:
     bool HabilitadoComContainers() const;

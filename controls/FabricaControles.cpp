@@ -18,94 +18,59 @@
 #include "controls/ztMask.h"
 #include "controls/ztVeiObservacao.h"
 
-template <class C, class Ajustes> Ref<C> FabricaControles::Cria(const Ref<IForm> &form, const Ajustes &ajustes)
+namespace {
+
+Ref<IControle> Faz(const Origem &origem)
 {
-    Ref<C> controle = Novo<C>(form, ajustes);
+    const auto especie = origem.Descricao.Especie();
+    if (!especie) {
+        throw Falha(NumeroFalha::ArgumentoInvalido);
+    }
+    switch (*especie) {
+    case EspecieControle::Label:
+        return Novo<Label>(origem);
+    case EspecieControle::TextBox:
+        return Novo<TextBox>(origem);
+    case EspecieControle::CheckBox:
+        return Novo<CheckBox>(origem);
+    case EspecieControle::OptionButton:
+        return Novo<OptionButton>(origem);
+    case EspecieControle::CommandButton:
+        return Novo<CommandButton>(origem);
+    case EspecieControle::SSTab:
+        return Novo<SSTab>(origem);
+    case EspecieControle::Image:
+        return Novo<Image>(origem);
+    case EspecieControle::CommonDialog:
+        return Novo<CommonDialog>(origem);
+    case EspecieControle::ztList:
+        return Novo<ztList>(origem);
+    case EspecieControle::ztCombo:
+        return Novo<ztCombo>(origem);
+    case EspecieControle::ztMask:
+        return Novo<ztMask>(origem);
+    case EspecieControle::ztData:
+        return Novo<ztData>(origem);
+    case EspecieControle::ztCommand:
+        return Novo<ztCommand>(origem);
+    case EspecieControle::ztFrame:
+        return Novo<ztFrame>(origem);
+    case EspecieControle::ztVeiObservacao:
+        return Novo<ztVeiObservacao>(origem);
+    case EspecieControle::ztEndereco:
+        return Novo<ztEndereco>(origem);
+    case EspecieControle::ztClienteSetor:
+        return Novo<ztClienteSetor>(origem);
+    }
+    return {};
+}
+
+} // namespace
+
+Ref<IControle> FabricaControles::Cria(const Ref<IForm> &form, const Peca &peca, const Ref<IControle> &container,
+                                      std::int16_t pagina)
+{
+    Ref<IControle> controle = Faz({form, peca, container, pagina});
     m_CriouControle.dispara(controle);
     return controle;
-}
-
-Ref<ILabel> FabricaControles::CriaLabel(const Ref<IForm> &form, const AjustesControle &ajustes)
-{
-    return Cria<Label>(form, ajustes);
-}
-
-Ref<IImage> FabricaControles::CriaImage(const Ref<IForm> &form, const AjustesControle &ajustes)
-{
-    return Cria<Image>(form, ajustes);
-}
-
-Ref<IztFrame> FabricaControles::CriaZtFrame(const Ref<IForm> &form, const AjustesControle &ajustes)
-{
-    return Cria<ztFrame>(form, ajustes);
-}
-
-Ref<ITextBox> FabricaControles::CriaTextBox(const Ref<IForm> &form, const AjustesTextBox &ajustes)
-{
-    return Cria<TextBox>(form, ajustes);
-}
-
-Ref<ICheckBox> FabricaControles::CriaCheckBox(const Ref<IForm> &form, const AjustesControle &ajustes)
-{
-    return Cria<CheckBox>(form, ajustes);
-}
-
-Ref<IOptionButton> FabricaControles::CriaOptionButton(const Ref<IForm> &form, const AjustesControle &ajustes)
-{
-    return Cria<OptionButton>(form, ajustes);
-}
-
-Ref<ICommandButton> FabricaControles::CriaCommandButton(const Ref<IForm> &form, const AjustesCommandButton &ajustes)
-{
-    return Cria<CommandButton>(form, ajustes);
-}
-
-Ref<ISSTab> FabricaControles::CriaSSTab(const Ref<IForm> &form, const AjustesSSTab &ajustes)
-{
-    return Cria<SSTab>(form, ajustes);
-}
-
-Ref<ICommonDialog> FabricaControles::CriaCommonDialog(const Ref<IForm> &form, const AjustesControle &ajustes)
-{
-    return Cria<CommonDialog>(form, ajustes);
-}
-
-Ref<IztList> FabricaControles::CriaZtList(const Ref<IForm> &form, const AjustesZtList &ajustes)
-{
-    return Cria<ztList>(form, ajustes);
-}
-
-Ref<IztCombo> FabricaControles::CriaZtCombo(const Ref<IForm> &form, const AjustesZtCombo &ajustes)
-{
-    return Cria<ztCombo>(form, ajustes);
-}
-
-Ref<IztMask> FabricaControles::CriaZtMask(const Ref<IForm> &form, const AjustesZtMask &ajustes)
-{
-    return Cria<ztMask>(form, ajustes);
-}
-
-Ref<IztData> FabricaControles::CriaZtData(const Ref<IForm> &form, const AjustesControle &ajustes)
-{
-    return Cria<ztData>(form, ajustes);
-}
-
-Ref<IztCommand> FabricaControles::CriaZtCommand(const Ref<IForm> &form, const AjustesZtCommand &ajustes)
-{
-    return Cria<ztCommand>(form, ajustes);
-}
-
-Ref<IztVeiObservacao> FabricaControles::CriaZtVeiObservacao(const Ref<IForm> &form, const AjustesTextBox &ajustes)
-{
-    return Cria<ztVeiObservacao>(form, ajustes);
-}
-
-Ref<IztEndereco> FabricaControles::CriaZtEndereco(const Ref<IForm> &form, const AjustesZtEndereco &ajustes)
-{
-    return Cria<ztEndereco>(form, ajustes);
-}
-
-Ref<IztClienteSetor> FabricaControles::CriaZtClienteSetor(const Ref<IForm> &form, const AjustesControle &ajustes)
-{
-    return Cria<ztClienteSetor>(form, ajustes);
 }

@@ -5,5 +5,5 @@
 
 class Image : public Controle<IImage> {
   public:
-    Image(const Ref<IForm> &form, const AjustesControle &ajustes);
+    using Controle::Controle;
 };

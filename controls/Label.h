@@ -5,5 +5,5 @@
 
 class Label : public Controle<ILabel> {
   public:
-    Label(const Ref<IForm> &form, const AjustesControle &ajustes);
+    using Controle::Controle;
 };

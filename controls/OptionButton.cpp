@@ -2,11 +2,6 @@
 
 #include <vector>
 
-OptionButton::OptionButton(const Ref<IForm> &form, const AjustesControle &ajustes)
-    : Controle(form, ajustes, EspecieControle::OptionButton)
-{
-}
-
 void OptionButton::DefineValue(bool valor)
 {
     if (m_Value == valor) {

@@ -6,7 +6,7 @@
 
 class OptionButton : public Controle<IOptionButton>, public Clicavel {
   public:
-    OptionButton(const Ref<IForm> &form, const AjustesControle &ajustes);
+    using Controle::Controle;
 
     bool Value() const override { return m_Value; }
     void DefineValue(bool valor) override;

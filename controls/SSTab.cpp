@@ -1,8 +1,8 @@
 #include "controls/SSTab.h"
 
-SSTab::SSTab(const Ref<IForm> &form, const AjustesSSTab &ajustes) : Controle(form, ajustes, EspecieControle::SSTab)
+SSTab::SSTab(const Origem &origem) : Controle(origem)
 {
-    for (const std::string &caption : ajustes.Paginas) {
+    for (const std::string &caption : origem.Ajustes<AjustesSSTab>().Paginas) {
         m_Paginas.push_back({caption});
     }
 }

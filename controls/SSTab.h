@@ -7,7 +7,7 @@
 
 class SSTab : public Controle<ISSTab> {
   public:
-    SSTab(const Ref<IForm> &form, const AjustesSSTab &ajustes);
+    explicit SSTab(const Origem &origem);
 
     std::int16_t Tabs() const override { return static_cast<std::int16_t>(m_Paginas.size()); }
     std::int16_t Tab() const override { return m_Tab; }

@@ -2,10 +2,14 @@
 
 #include "controls/TextoLimitado.h"
 
-TextBox::TextBox(const Ref<IForm> &form, const AjustesTextBox &ajustes)
-    : CampoDigitavel(form, ajustes, EspecieControle::TextBox,
-                     std::make_unique<TextoLimitado>(static_cast<std::size_t>(ajustes.MaxLength), nullptr, false)),
-      m_MaxLength(ajustes.MaxLength)
+TextBox::TextBox(const Origem &origem)
+    : CampoDigitavel(origem, std::make_unique<TextoLimitado>(
+                                 static_cast<std::size_t>(origem.Ajustes<AjustesTextBox>().MaxLength), nullptr, false)),
+      m_MaxLength(origem.Ajustes<AjustesTextBox>().MaxLength)
 {
-    m_Texto->Escreve(ajustes.Text);
+}
+
+void TextBox::DefineText(const std::string &valor)
+{
+    CampoDigitavel::DefineText(m_MaxLength > 0 ? ::Left(valor, static_cast<std::size_t>(m_MaxLength)) : valor);
 }

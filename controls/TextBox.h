@@ -5,8 +5,9 @@
 
 class TextBox : public CampoDigitavel<ITextBox> {
   public:
-    TextBox(const Ref<IForm> &form, const AjustesTextBox &ajustes);
+    explicit TextBox(const Origem &origem);
 
+    void DefineText(const std::string &valor) override;
     bool Locked() const override { return SomenteLeitura(); }
     void DefineLocked(bool valor) override { DefineSomenteLeitura(valor); }
     std::int32_t MaxLength() const override { return m_MaxLength; }

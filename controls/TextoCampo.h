@@ -12,7 +12,7 @@ class TextoCampo {
     const std::string &Texto() const { return m_Texto; }
     // Position behind what was typed.
     virtual std::size_t Fim() const = 0;
-    // The module's text in the place of the present one, as far as the field takes it.
+    // The module's text in the place of the present one.
     virtual void Escreve(std::string_view texto) = 0;
     // Takes n characters out.
     virtual void Retira(std::size_t posicao, std::size_t n) = 0;

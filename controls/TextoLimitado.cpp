@@ -29,19 +29,7 @@ std::size_t TextoLimitado::Fim() const
 
 void TextoLimitado::Escreve(std::string_view texto)
 {
-    std::string aceito;
-    if (!m_Regra) {
-        aceito = texto;
-    } else {
-        while (!texto.empty()) {
-            const std::string carater = Left(texto, 1);
-            if (Aceita(carater)) {
-                aceito += carater;
-            }
-            texto.remove_prefix(carater.size());
-        }
-    }
-    m_Texto = m_Limite > 0 ? Left(aceito, m_Limite) : aceito;
+    m_Texto = texto;
 }
 
 void TextoLimitado::Retira(std::size_t posicao, std::size_t n)

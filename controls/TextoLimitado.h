@@ -4,7 +4,8 @@
 
 #include <functional>
 
-// Text of limited length, of the characters that a rule takes.
+// Text to which keys add up to a limit, and only what a rule takes. What the module writes stands whole: neither the
+// limit nor the rule is for texts that are already stored.
 class TextoLimitado : public TextoCampo {
   public:
     using Regra = std::function<bool(std::string_view carater)>;

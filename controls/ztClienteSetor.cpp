@@ -1,10 +1,5 @@
 #include "controls/ztClienteSetor.h"
 
-ztClienteSetor::ztClienteSetor(const Ref<IForm> &form, const AjustesControle &ajustes)
-    : Controle(form, ajustes, EspecieControle::ztClienteSetor)
-{
-}
-
 void ztClienteSetor::DefineCodCliente(std::int32_t valor)
 {
     Ref<IControle> vivo = Vivo();

@@ -5,7 +5,7 @@
 
 class ztClienteSetor : public Controle<IztClienteSetor> {
   public:
-    ztClienteSetor(const Ref<IForm> &form, const AjustesControle &ajustes);
+    using Controle::Controle;
 
     std::string Cliente() const override { return m_Cliente; }
     std::string Setor() const override { return m_Setor; }

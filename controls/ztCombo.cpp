@@ -11,14 +11,9 @@ constexpr std::string_view FimDeItem = "??";
 
 } // namespace
 
-ztCombo::ztCombo(const Ref<IForm> &form, const AjustesZtCombo &ajustes)
-    : Controle(form, ajustes, EspecieControle::ztCombo),
-      m_ColunaValor(ajustes.ColunaValor),
-      m_Delimitador(ajustes.DelimitadorColuna),
-      m_Estilo(ajustes.Estilo),
-      m_PesquisaAoDigitar(ajustes.PesquisaAoDigitar)
+ztCombo::ztCombo(const Origem &origem) : Controle(origem), m_AjustesCombo(origem.Ajustes<AjustesZtCombo>())
 {
-    std::vector<std::string> itens = Divide(ajustes.Conteudo, FimDeItem);
+    std::vector<std::string> itens = Divide(m_AjustesCombo.Conteudo, FimDeItem);
     if (!itens.empty() && itens.back().empty()) { // behind the last end
         itens.pop_back();
     }
@@ -45,9 +40,9 @@ void ztCombo::AdicionaItem(const std::string &item)
 
 void ztCombo::Acrescenta(const std::string &item)
 {
-    const std::vector<std::string> colunas = Divide(item, m_Delimitador);
-    const auto coluna = static_cast<std::size_t>(m_ColunaValor);
-    if (m_ColunaValor < 0) {
+    const std::vector<std::string> colunas = Divide(item, m_AjustesCombo.DelimitadorColuna);
+    const auto coluna = static_cast<std::size_t>(m_AjustesCombo.ColunaValor);
+    if (m_AjustesCombo.ColunaValor < 0) {
         m_Itens.push_back({item, item});
     } else if (colunas.empty()) {
         m_Itens.push_back({});
@@ -135,14 +130,14 @@ bool ztCombo::Digita(const std::string &texto)
 
 bool ztCombo::Tecla(const std::string &carater)
 {
-    const std::string procurado = m_PesquisaAoDigitar ? m_Procurado + carater : carater;
+    const std::string procurado = m_AjustesCombo.PesquisaAoDigitar ? m_Procurado + carater : carater;
     const std::string chave = SemAcentoNemCaixa(procurado);
     const std::int32_t total = NroItens();
-    const std::int32_t inicio = m_PesquisaAoDigitar ? 0 : m_IndiceAtual + 1;
+    const std::int32_t inicio = m_AjustesCombo.PesquisaAoDigitar ? 0 : m_IndiceAtual + 1;
     for (std::int32_t passo = 0; passo < total; ++passo) {
         const std::int32_t indice = (inicio + passo) % total;
         if (SemAcentoNemCaixa(m_Itens[static_cast<std::size_t>(indice)].Texto).starts_with(chave)) {
-            if (m_PesquisaAoDigitar) {
+            if (m_AjustesCombo.PesquisaAoDigitar) {
                 m_Procurado = procurado;
             }
             Muda(indice);

@@ -13,7 +13,7 @@ class ztCombo : public Controle<IztCombo>, public Digitavel {
         std::string Valor;
     };
 
-    ztCombo(const Ref<IForm> &form, const AjustesZtCombo &ajustes);
+    explicit ztCombo(const Origem &origem);
 
     void Limpa() override;
     void AdicionaItem(const std::string &item) override;
@@ -29,7 +29,7 @@ class ztCombo : public Controle<IztCombo>, public Digitavel {
     Evento<> &Change() override { return m_Change; }
 
     const std::vector<Item> &Itens() const { return m_Itens; }
-    std::int16_t Estilo() const { return m_Estilo; }
+    std::int16_t Estilo() const { return m_AjustesCombo.Estilo; }
     // What was typed so far of the item sought; only a combo that searches as the person types has it.
     const std::string &Procurado() const { return m_Procurado; }
 
@@ -52,10 +52,7 @@ class ztCombo : public Controle<IztCombo>, public Digitavel {
     bool VaiEscolher();
     bool Tecla(const std::string &carater);
 
-    std::int16_t m_ColunaValor;
-    std::string m_Delimitador;
-    std::int16_t m_Estilo;
-    bool m_PesquisaAoDigitar;
+    AjustesZtCombo m_AjustesCombo;
     bool m_SomenteLeitura = false;
     std::vector<Item> m_Itens;
     std::int16_t m_IndiceAtual = -1;

@@ -30,9 +30,9 @@ class FormBloqueado {
 
 } // namespace
 
-ztCommand::ztCommand(const Ref<IForm> &form, const AjustesZtCommand &ajustes)
-    : Botao(form, ajustes, EspecieControle::ztCommand),
-      m_LockFormOnClick(ajustes.LockFormOnClick)
+ztCommand::ztCommand(const Origem &origem)
+    : Botao(origem, origem.Ajustes<AjustesZtCommand>().Default, false),
+      m_LockFormOnClick(origem.Ajustes<AjustesZtCommand>().LockFormOnClick)
 {
 }
 

@@ -5,7 +5,7 @@
 
 class ztCommand : public Botao<IztCommand> {
   public:
-    ztCommand(const Ref<IForm> &form, const AjustesZtCommand &ajustes);
+    explicit ztCommand(const Origem &origem);
 
     Evento<bool &> &ValidaClick() override { return m_ValidaClick; }
     Evento<> &Click() override { return m_Click; }

@@ -34,9 +34,8 @@ std::string ComoData(const std::string &texto)
 
 } // namespace
 
-ztData::ztData(const Ref<IForm> &form, const AjustesControle &ajustes)
-    : CampoDigitavel(form, ajustes, EspecieControle::ztData,
-                     std::make_unique<TextoGabarito>(std::string(Gabarito), ' '))
+ztData::ztData(const Origem &origem)
+    : CampoDigitavel(origem, std::make_unique<TextoGabarito>(std::string(Gabarito), ' '))
 {
 }
 

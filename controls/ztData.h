@@ -5,7 +5,7 @@
 
 class ztData : public CampoDigitavel<IztData> {
   public:
-    ztData(const Ref<IForm> &form, const AjustesControle &ajustes);
+    explicit ztData(const Origem &origem);
 
     std::string Valor() const override;
     void DefineText(const std::string &valor) override;

@@ -1,8 +1,8 @@
 #include "controls/ztEndereco.h"
 
-ztEndereco::ztEndereco(const Ref<IForm> &form, const AjustesZtEndereco &ajustes)
-    : Controle(form, ajustes, EspecieControle::ztEndereco),
-      m_AjustesEndereco(ajustes),
+ztEndereco::ztEndereco(const Origem &origem)
+    : Controle(origem),
+      m_AjustesEndereco(origem.Ajustes<AjustesZtEndereco>()),
       m_MudouEndereco(m_Endereco->Mudou().liga([this] { Mudou().dispara(); }))
 {
 }

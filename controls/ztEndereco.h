@@ -5,7 +5,7 @@
 
 class ztEndereco : public Controle<IztEndereco> {
   public:
-    ztEndereco(const Ref<IForm> &form, const AjustesZtEndereco &ajustes);
+    explicit ztEndereco(const Origem &origem);
 
     Ref<IEndereco> Endereco() override { return m_Endereco; }
     bool ReadOnly() const override { return m_ReadOnly; }

@@ -57,12 +57,10 @@ class Emprestado {
 
 } // namespace
 
-ztList::ztList(const Ref<IForm> &form, const AjustesZtList &ajustes)
-    : Controle(form, ajustes, EspecieControle::ztList),
-      m_AjustesList(ajustes)
+ztList::ztList(const Origem &origem) : Controle(origem), m_AjustesList(origem.Ajustes<AjustesZtList>())
 {
     for (const ItemPadrao &padrao : ItensPadrao) {
-        IncluiItem({padrao.Chave, padrao.Texto, {}, padrao.Texto, false}, ajustes.TipoMenu >= padrao.TipoMenu);
+        IncluiItem({padrao.Chave, padrao.Texto, {}, padrao.Texto, false}, m_AjustesList.TipoMenu >= padrao.TipoMenu);
     }
 }
 

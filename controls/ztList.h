@@ -19,7 +19,7 @@ class ztList : public Controle<IztList> {
         bool Visivel = true;
     };
 
-    ztList(const Ref<IForm> &form, const AjustesZtList &ajustes);
+    explicit ztList(const Origem &origem);
 
     void Limpa(std::optional<bool> limpaTitulo) override;
     void AdicionaColuna(std::int16_t numero, std::optional<std::string> chave, const std::string &titulo,

@@ -6,9 +6,6 @@
 
 namespace {
 
-constexpr std::int16_t SomenteDigitos = 1;
-constexpr std::int16_t TextoCodigo = 7;
-constexpr std::int16_t MascaraHora = 12;
 constexpr std::int16_t SemAcentos = 1;
 
 bool Digito(std::string_view carater)
@@ -31,9 +28,9 @@ std::unique_ptr<TextoCampo> TextoDe(const AjustesZtMask &ajustes)
 {
     const auto limite = static_cast<std::size_t>(ajustes.MaxLength);
     switch (ajustes.Tipo) {
-    case SomenteDigitos:
+    case TipoMascara::Digitos:
         return std::make_unique<TextoLimitado>(limite, Digito, false);
-    case TextoCodigo: {
+    case TipoMascara::Codigo: {
         const bool comAcentos = ajustes.TabelaCaracteres != SemAcentos;
         auto aceita = [comAcentos, aceitos = ajustes.CaracteresAceitos](std::string_view carater) {
             return Digito(carater) || (comAcentos ? Letra(carater) : LetraSimples(carater)) ||
@@ -41,20 +38,21 @@ std::unique_ptr<TextoCampo> TextoDe(const AjustesZtMask &ajustes)
         };
         return std::make_unique<TextoLimitado>(limite, aceita, ajustes.SomenteMaiusculas);
     }
-    case MascaraHora:
+    case TipoMascara::Hora:
         return std::make_unique<TextoGabarito>(ajustes.Mascara.empty() ? "00:00" : ajustes.Mascara, '_');
-    default:
-        return std::make_unique<TextoLimitado>(limite, nullptr, false);
+    case TipoMascara::Livre:
+        break;
     }
+    return std::make_unique<TextoLimitado>(limite, nullptr, false);
 }
 
 } // namespace
 
-ztMask::ztMask(const Ref<IForm> &form, const AjustesZtMask &ajustes)
-    : CampoDigitavel(form, ajustes, EspecieControle::ztMask, TextoDe(ajustes)),
-      m_AjustesMask(ajustes)
+ztMask::ztMask(const Origem &origem)
+    : CampoDigitavel(origem, TextoDe(origem.Ajustes<AjustesZtMask>())),
+      m_AjustesMask(origem.Ajustes<AjustesZtMask>())
 {
-    DefineSomenteLeitura(ajustes.ReadOnly);
+    DefineSomenteLeitura(m_AjustesMask.ReadOnly);
 }
 
 std::string ztMask::Valor() const

@@ -5,7 +5,7 @@
 
 class ztMask : public CampoDigitavel<IztMask> {
   public:
-    ztMask(const Ref<IForm> &form, const AjustesZtMask &ajustes);
+    explicit ztMask(const Origem &origem);
 
     std::string Valor() const override;
     double ValorNumerico() const override;

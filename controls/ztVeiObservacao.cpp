@@ -2,10 +2,15 @@
 
 #include "controls/TextoLimitado.h"
 
-ztVeiObservacao::ztVeiObservacao(const Ref<IForm> &form, const AjustesTextBox &ajustes)
-    : CampoDigitavel(form, ajustes, EspecieControle::ztVeiObservacao,
-                     std::make_unique<TextoLimitado>(static_cast<std::size_t>(ajustes.MaxLength), nullptr, false)),
-      m_MaxLength(ajustes.MaxLength)
+ztVeiObservacao::ztVeiObservacao(const Origem &origem)
+    : CampoDigitavel(origem,
+                     std::make_unique<TextoLimitado>(
+                         static_cast<std::size_t>(origem.Ajustes<AjustesZtVeiObservacao>().MaxLength), nullptr, false)),
+      m_MaxLength(origem.Ajustes<AjustesZtVeiObservacao>().MaxLength)
 {
-    m_Texto->Escreve(ajustes.Text);
+}
+
+void ztVeiObservacao::DefineText(const std::string &valor)
+{
+    CampoDigitavel::DefineText(m_MaxLength > 0 ? ::Left(valor, static_cast<std::size_t>(m_MaxLength)) : valor);
 }

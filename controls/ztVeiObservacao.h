@@ -5,8 +5,9 @@
 
 class ztVeiObservacao : public CampoDigitavel<IztVeiObservacao> {
   public:
-    ztVeiObservacao(const Ref<IForm> &form, const AjustesTextBox &ajustes);
+    explicit ztVeiObservacao(const Origem &origem);
 
+    void DefineText(const std::string &valor) override;
     bool Locked() const override { return SomenteLeitura(); }
     void DefineLocked(bool valor) override { DefineSomenteLeitura(valor); }
     // Characters; 0 for no limit.

@@ -58,9 +58,11 @@ const std::vector<ItemMenuLista> &MenuProprio()
 {
     static const std::vector<ItemMenuLista> itens{
         {MenuReativar, "Reativar", "", "Reativar/Desativar Equipamento", true},
-        {MenuLimitesDif, "Limites Diferenciados", "Limites\n Diferenciados", "Limites Diferenciados", true},
-        {MenuDiasEspec, "Dias Específicos", "Dias\n Específicos", "Dias Específicos", false},
-        {MenuHorarioProib, "Horários Proibidos", "Horários\n Proibidos", "Horários Proibidos", false},
+        {MenuLimitesDif, "Limites Diferenciados", "Limites" + QuebraDeLinha + " Diferenciados", "Limites Diferenciados",
+         true},
+        {MenuDiasEspec, "Dias Específicos", "Dias" + QuebraDeLinha + " Específicos", "Dias Específicos", false},
+        {MenuHorarioProib, "Horários Proibidos", "Horários" + QuebraDeLinha + " Proibidos", "Horários Proibidos",
+         false},
     };
     return itens;
 }

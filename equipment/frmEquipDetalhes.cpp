@@ -68,229 +68,246 @@ template <class Regra, std::size_t N> const Regra &RegraDoTipo(const Regra (&reg
     return *achada; // the last one is for any other type
 }
 
-AjustesControle Ajuste(std::string nome, const Ref<IControle> &container, std::string caption = {})
+// The text of chkRejeicaoAuto stands beside it, in a label of its own.
+constexpr const char *TextoRejeicaoAuto =
+    "Realizar a rejeição das fotos das autuações efetivadas no horário diferenciado (que ultrapassem o limite normal, "
+    "mas não o limite do horário diferenciado) de forma automática, na abertura do banco de fotos.";
+
+Peca ValorRotulado(std::string nome, std::string rotulo)
 {
-    AjustesControle ajustes;
-    ajustes.Nome = std::move(nome);
-    ajustes.Container = container;
-    ajustes.Caption = std::move(caption);
-    return ajustes;
+    return {.Ajustes = AjustesLabel{.Papel = PapelLabel::Valor},
+            .Nome = std::move(nome),
+            .Rotulo = std::move(rotulo),
+            .Elastica = true};
 }
 
-AjustesZtMask AjusteDeCodigo(std::string nome, const Ref<IControle> &container, std::string rotulo)
+Peca Codigo(std::string nome, std::string rotulo)
 {
-    AjustesZtMask ajustes;
-    ajustes.Nome = std::move(nome);
-    ajustes.Container = container;
-    ajustes.Rotulo = std::move(rotulo);
-    ajustes.MaxLength = 20;
-    ajustes.Tipo = 7;
-    ajustes.CaracteresAceitos = "._";
-    ajustes.TabelaCaracteres = 1;
-    return ajustes;
+    return {.Ajustes =
+                AjustesZtMask{
+                    .MaxLength = 20, .Tipo = TipoMascara::Codigo, .CaracteresAceitos = "._", .TabelaCaracteres = 1},
+            .Nome = std::move(nome),
+            .Rotulo = std::move(rotulo)};
 }
 
-AjustesTextBox AjusteDeTexto(std::string nome, const Ref<IControle> &container, std::string rotulo,
-                             std::int32_t maxLength)
+Peca Opcao(std::string nome, std::string caption)
 {
-    AjustesTextBox ajustes;
-    ajustes.Nome = std::move(nome);
-    ajustes.Container = container;
-    ajustes.Rotulo = std::move(rotulo);
-    ajustes.MaxLength = maxLength;
-    return ajustes;
+    return {.Ajustes = AjustesOptionButton{}, .Nome = std::move(nome), .Caption = std::move(caption)};
 }
 
-AjustesZtCombo AjusteDeCombo(std::string nome, const Ref<IControle> &container, std::string rotulo)
+Peca Caixa(std::string nome, std::string caption)
 {
-    AjustesZtCombo ajustes;
-    ajustes.Nome = std::move(nome);
-    ajustes.Container = container;
-    ajustes.Rotulo = std::move(rotulo);
-    return ajustes;
+    return {.Ajustes = AjustesCheckBox{}, .Nome = std::move(nome), .Caption = std::move(caption)};
 }
 
-AjustesZtList AjusteDeLista(std::string nome, const Ref<IControle> &container)
+// The frame of a page; that of the first one alone is enabled at first.
+Peca Pagina(std::int16_t pagina, std::vector<Peca> pecas)
 {
-    AjustesZtList ajustes;
-    ajustes.Nome = std::move(nome);
-    ajustes.Container = container;
-    ajustes.BotoesLaterais = true;
-    ajustes.BotaoEliminar = false;
-    ajustes.BotaoVisivel = false;
-    ajustes.BotaoEnabled = false;
-    ajustes.BotoesFecharAjuda = false;
-    return ajustes;
+    return {.Ajustes = AjustesZtFrame{},
+            .Nome = "fraDados",
+            .Indice = pagina,
+            .Enabled = pagina == PaginaEquipamento,
+            .Pecas = std::move(pecas)};
+}
+
+Peca DesenhaEquipamento()
+{
+    const Peca campos = EmGrade({
+        EmLinha({Codigo("txtCodEquip", "Código:"), Codigo("txtSubCodEquip", "Subcódigo (opcional):")}),
+        EmLinha(
+            {{.Ajustes = AjustesTextBox{.MaxLength = 50}, .Nome = "txtDescricao", .Rotulo = "Descrição:", .Vao = 3}}),
+        EmLinha({{.Ajustes = AjustesZtCombo{}, .Nome = "cboTipoMedidor", .Rotulo = "Tipo de Medidor:"},
+                 {.Ajustes = AjustesZtCombo{}, .Nome = "cboTipoEquip", .Rotulo = "Tipo Equip.:"}}),
+        EmLinha(
+            {{.Ajustes = AjustesTextBox{.MaxLength = 30}, .Nome = "txtModelo", .Rotulo = "Marca/Modelo:", .Vao = 3}}),
+    });
+    const Peca alteracao = {
+        .Ajustes = AjustesZtFrame{.Contorno = true},
+        .Nome = "frUltAtu",
+        .Caption = "Última alteração: ",
+        .Disposicao = Arranjo::Grade,
+        .Pecas = {EmLinha({ValorRotulado("lblCliente", "Cliente:"), ValorRotulado("lblOperador", "Operador:")}),
+                  EmLinha({ValorRotulado("lblData", "Data:"), ValorRotulado("lblHora", "Hora:")})},
+    };
+    return Pagina(PaginaEquipamento, {campos, alteracao, Mola()});
+}
+
+Peca DesenhaDados()
+{
+    const Peca municipio = EmLinha({
+        {.Ajustes = AjustesZtCombo{.PesquisaAoDigitar = true}, .Nome = "cboMunic", .Rotulo = "Município:"},
+        Mola(),
+    });
+    const Peca layout = {
+        .Ajustes = AjustesZtFrame{},
+        .Nome = "fraLayout",
+        .Disposicao = Arranjo::Linha,
+        .Pecas = {{.Ajustes = AjustesZtCombo{.ColunaValor = -1, .PesquisaAoDigitar = true},
+                   .Nome = "cboArqLayout",
+                   .Rotulo = "Layout arquivos:"},
+                  Mola()},
+    };
+    const Peca velocidade = {
+        .Ajustes = AjustesZtFrame{.Contorno = true},
+        .Nome = "fraLimiteVel",
+        .Caption = "Limites de Velocidade: ",
+        .Left = EsquerdaSemVelocidade,
+        .Disposicao = Arranjo::Grade,
+        .Pecas = {EmLinha({{.Ajustes = AjustesZtMask{.MaxLength = 3, .Tipo = TipoMascara::Digitos},
+                            .Nome = "txtVelocPerm",
+                            .Rotulo = "Veloc. Permitida:"},
+                           {.Ajustes = AjustesLabel{.Papel = PapelLabel::Texto},
+                            .Nome = "lblUnidade",
+                            .Caption = "Km/h",
+                            .Elastica = true}}),
+                  EmLinha({{.Ajustes = AjustesLabel{.Papel = PapelLabel::Texto},
+                            .Nome = "lblTolerancia",
+                            .Rotulo = "Tolerância:",
+                            .Caracteres = 28,
+                            .Vao = 2}})},
+    };
+    Peca banco = Opcao("optInfGeraBanco", "Informado na geração do Banco de Fotos");
+    banco.Visible = false;
+    const Peca via = {
+        .Ajustes = AjustesZtFrame{.Contorno = true},
+        .Nome = "fraTipoVia",
+        .Caption = "Tipo &Via:",
+        .Left = EsquerdaAoLadoDaVelocidade,
+        .Pecas = {Opcao("optRodovia", "Rodovia ou Via de Trânsito Rápido ou Via Arterial"),
+                  Opcao("optUrbana", "Via urbana"), banco},
+    };
+    return Pagina(PaginaDados, {municipio, layout, EmLinha({velocidade, via, Mola()}), Mola()});
+}
+
+Peca DesenhaLista(std::int16_t pagina, std::string nome)
+{
+    return Pagina(pagina, {{.Ajustes = AjustesZtList{.BotoesLaterais = true,
+                                                     .BotaoEliminar = false,
+                                                     .BotaoVisivel = false,
+                                                     .BotaoEnabled = false,
+                                                     .BotoesFecharAjuda = false},
+                            .Nome = std::move(nome),
+                            .Elastica = true}});
+}
+
+Peca DesenhaOpcoes()
+{
+    const Peca imagem = EmLinha(
+        {Caixa("chkEntrelacada", "Imagem entrelaçada"), Caixa("chkPerfilMagnetico", "Perfil Magnético"), Mola()});
+    const Peca limiteDif = {
+        .Ajustes = AjustesZtFrame{.Contorno = true},
+        .Nome = "fraLimiteDif",
+        .Pecas = {EmLinha({{.Ajustes = AjustesOptionButton{},
+                            .Nome = "optTrabDiasDif",
+                            .Indice = 1,
+                            .Caption = "Sim",
+                            .Rotulo = "Trabalha com Limites Diferenciados?"},
+                           {.Ajustes = AjustesOptionButton{}, .Nome = "optTrabDiasDif", .Indice = 0, .Caption = "Não"},
+                           Mola()}),
+                  EmLinha({{.Ajustes = AjustesCheckBox{},
+                            .Nome = "chkRejeicaoAuto",
+                            .NomeAcessivel = TextoRejeicaoAuto,
+                            .Enabled = false},
+                           {.Ajustes = AjustesLabel{.Papel = PapelLabel::Paragrafo},
+                            .Nome = "lblTextoRejLimDif",
+                            .Caption = TextoRejeicaoAuto,
+                            .Enabled = false,
+                            .Elastica = true}}),
+                  EmLinha({{.Ajustes = AjustesLabel{},
+                            .Nome = "lblRejeicao",
+                            .Caption = "Utilizar a rejeição:",
+                            .Enabled = false},
+                           {.Ajustes = AjustesZtCombo{}, .Nome = "cboRejeicao", .Enabled = false},
+                           Mola()})},
+    };
+    const Peca observacao = {
+        .Ajustes = AjustesZtFrame{.Contorno = true},
+        .Nome = "fraObsNotif",
+        .Pecas = {Caixa("chkIncObsNotif", "Incluir observação na Notificação:"),
+                  {.Ajustes = AjustesZtVeiObservacao{.MaxLength = 70},
+                   .Nome = "txtObsNotif",
+                   .NomeAcessivel = "Observação na Notificação"}},
+    };
+    return Pagina(PaginaOpcoes, {imagem, limiteDif, observacao, Mola()});
 }
 
 } // namespace
 
-void frmEquipDetalhes::CriaControles()
+Desenho frmEquipDetalhes::Desenho() const
 {
-    DefineTamanho(9900, 7200);
-    const auto fabrica = Host().Controles();
-    const Ref<IForm> eu = EsteForm();
-
-    auto rotulado = [&](std::string nome, const Ref<IControle> &container, std::string rotulo) {
-        AjustesControle ajustes = Ajuste(std::move(nome), container);
-        ajustes.Rotulo = std::move(rotulo);
-        return Guarda(fabrica->CriaLabel(eu, ajustes));
+    const Peca cabecalho =
+        EmLinha({ValorRotulado("lblClienteInc", "Cliente:"), ValorRotulado("lblSetorInc", "Setor:")});
+    const Peca abas = {
+        .Ajustes = AjustesSSTab{.Paginas = {"Equipamento", "Dados", "Sensores", "Aferições", "Opções"}},
+        .Nome = "sstDados",
+        .Elastica = true,
+        .Pecas = {DesenhaEquipamento(), DesenhaDados(), DesenhaLista(PaginaSensores, "ztListaSensor"),
+                  DesenhaLista(PaginaAfericoes, "ztListaAfericao"), DesenhaOpcoes()},
     };
-    lblClienteInc = rotulado("lblClienteInc", nullptr, "Cliente:");
-    lblSetorInc = rotulado("lblSetorInc", nullptr, "Setor:");
-
-    AjustesSSTab abas;
-    abas.Nome = "sstDados";
-    abas.Paginas = {"Equipamento", "Dados", "Sensores", "Aferições", "Opções"};
-    sstDados = Guarda(fabrica->CriaSSTab(eu, abas));
-    for (std::int16_t pagina = 0; pagina < NroPaginas; ++pagina) {
-        AjustesControle moldura = Ajuste("fraDados", sstDados);
-        moldura.Indice = pagina;
-        moldura.Pagina = pagina;
-        moldura.Enabled = pagina == PaginaEquipamento;
-        fraDados[static_cast<std::size_t>(pagina)] = Guarda(fabrica->CriaZtFrame(eu, moldura));
-    }
-
-    CriaPaginaEquipamento();
-    lblCliente = rotulado("lblCliente", frUltAtu, "Cliente:");
-    lblOperador = rotulado("lblOperador", frUltAtu, "Operador:");
-    lblData = rotulado("lblData", frUltAtu, "Data:");
-    lblHora = rotulado("lblHora", frUltAtu, "Hora:");
-    CriaPaginaDados();
-    ztListaSensor = Guarda(fabrica->CriaZtList(eu, AjusteDeLista("ztListaSensor", fraDados[PaginaSensores])));
-    ztListaAfericao = Guarda(fabrica->CriaZtList(eu, AjusteDeLista("ztListaAfericao", fraDados[PaginaAfericoes])));
-    CriaPaginaOpcoes();
-    CriaBotoes();
-    LigaEventos();
+    const Peca botoes = EmLinha({
+        Mola(),
+        {.Ajustes = AjustesZtCommand{.LockFormOnClick = true},
+         .Nome = "ztCmdOK",
+         .Caption = "&OK",
+         .Enabled = false,
+         .Left = 5700},
+        {.Ajustes = AjustesCommandButton{}, .Nome = "cmdCancelar", .Caption = "&Cancelar", .Left = 7080},
+        {.Ajustes = AjustesZtCommand{.LockFormOnClick = true},
+         .Nome = "ztCmdAplicar",
+         .Caption = "A&plicar",
+         .Enabled = false,
+         .Left = 8460},
+    });
+    return {.Caption = "Detalhes do Equipamento",
+            .Largura = 9900,
+            .Altura = 7200,
+            .Raiz = EmColuna({cabecalho, abas, botoes})};
 }
 
-void frmEquipDetalhes::CriaPaginaEquipamento()
+void frmEquipDetalhes::LigaControles()
 {
-    const auto fabrica = Host().Controles();
-    const Ref<IForm> eu = EsteForm();
-    const Ref<IControle> pagina = fraDados[PaginaEquipamento];
+    Toma(lblClienteInc, "lblClienteInc");
+    Toma(lblSetorInc, "lblSetorInc");
+    Toma(sstDados, "sstDados");
+    Toma(fraDados, "fraDados");
+    Toma(txtCodEquip, "txtCodEquip");
+    Toma(txtSubCodEquip, "txtSubCodEquip");
+    Toma(txtDescricao, "txtDescricao");
+    Toma(cboTipoMedidor, "cboTipoMedidor");
+    Toma(cboTipoEquip, "cboTipoEquip");
+    Toma(txtModelo, "txtModelo");
+    Toma(frUltAtu, "frUltAtu");
+    Toma(lblCliente, "lblCliente");
+    Toma(lblOperador, "lblOperador");
+    Toma(lblData, "lblData");
+    Toma(lblHora, "lblHora");
+    Toma(cboMunic, "cboMunic");
+    Toma(fraLayout, "fraLayout");
+    Toma(cboArqLayout, "cboArqLayout");
+    Toma(fraLimiteVel, "fraLimiteVel");
+    Toma(txtVelocPerm, "txtVelocPerm");
+    Toma(lblTolerancia, "lblTolerancia");
+    Toma(fraTipoVia, "fraTipoVia");
+    Toma(optRodovia, "optRodovia");
+    Toma(optUrbana, "optUrbana");
+    Toma(optInfGeraBanco, "optInfGeraBanco");
+    Toma(ztListaSensor, "ztListaSensor");
+    Toma(ztListaAfericao, "ztListaAfericao");
+    Toma(chkEntrelacada, "chkEntrelacada");
+    Toma(chkPerfilMagnetico, "chkPerfilMagnetico");
+    Toma(fraLimiteDif, "fraLimiteDif");
+    Toma(optTrabDiasDif, "optTrabDiasDif");
+    Toma(chkRejeicaoAuto, "chkRejeicaoAuto");
+    Toma(lblTextoRejLimDif, "lblTextoRejLimDif");
+    Toma(lblRejeicao, "lblRejeicao");
+    Toma(cboRejeicao, "cboRejeicao");
+    Toma(fraObsNotif, "fraObsNotif");
+    Toma(chkIncObsNotif, "chkIncObsNotif");
+    Toma(txtObsNotif, "txtObsNotif");
+    Toma(ztCmdOK, "ztCmdOK");
+    Toma(cmdCancelar, "cmdCancelar");
+    Toma(ztCmdAplicar, "ztCmdAplicar");
 
-    txtCodEquip = Guarda(fabrica->CriaZtMask(eu, AjusteDeCodigo("txtCodEquip", pagina, "Código:")));
-    txtSubCodEquip = Guarda(fabrica->CriaZtMask(eu, AjusteDeCodigo("txtSubCodEquip", pagina, "Subcódigo (opcional):")));
-    txtDescricao = Guarda(fabrica->CriaTextBox(eu, AjusteDeTexto("txtDescricao", pagina, "Descrição:", 50)));
-    cboTipoMedidor = Guarda(fabrica->CriaZtCombo(eu, AjusteDeCombo("cboTipoMedidor", pagina, "Tipo de Medidor:")));
-    cboTipoEquip = Guarda(fabrica->CriaZtCombo(eu, AjusteDeCombo("cboTipoEquip", pagina, "Tipo Equip.:")));
-    txtModelo = Guarda(fabrica->CriaTextBox(eu, AjusteDeTexto("txtModelo", pagina, "Marca/Modelo:", 30)));
-    frUltAtu = Guarda(fabrica->CriaZtFrame(eu, Ajuste("frUltAtu", pagina, "Última alteração: ")));
-}
-
-void frmEquipDetalhes::CriaPaginaDados()
-{
-    const auto fabrica = Host().Controles();
-    const Ref<IForm> eu = EsteForm();
-    const Ref<IControle> pagina = fraDados[PaginaDados];
-
-    AjustesZtCombo munic = AjusteDeCombo("cboMunic", pagina, "Município:");
-    munic.PesquisaAoDigitar = true;
-    cboMunic = Guarda(fabrica->CriaZtCombo(eu, munic));
-
-    fraLayout = Guarda(fabrica->CriaZtFrame(eu, Ajuste("fraLayout", pagina)));
-    AjustesZtCombo layout = AjusteDeCombo("cboArqLayout", fraLayout, "Layout arquivos:");
-    layout.ColunaValor = -1;
-    layout.PesquisaAoDigitar = true;
-    cboArqLayout = Guarda(fabrica->CriaZtCombo(eu, layout));
-
-    AjustesControle limite = Ajuste("fraLimiteVel", pagina, "Limites de Velocidade: ");
-    limite.Left = EsquerdaSemVelocidade;
-    fraLimiteVel = Guarda(fabrica->CriaZtFrame(eu, limite));
-    AjustesZtMask veloc;
-    veloc.Nome = "txtVelocPerm";
-    veloc.Container = fraLimiteVel;
-    veloc.Rotulo = "Veloc. Permitida:";
-    veloc.MaxLength = 3;
-    veloc.Tipo = 1;
-    txtVelocPerm = Guarda(fabrica->CriaZtMask(eu, veloc));
-    Guarda(fabrica->CriaLabel(eu, Ajuste("lblUnidade", fraLimiteVel, "Km/h")));
-    AjustesControle tolerancia = Ajuste("lblTolerancia", fraLimiteVel);
-    tolerancia.Rotulo = "Tolerância:";
-    lblTolerancia = Guarda(fabrica->CriaLabel(eu, tolerancia));
-
-    AjustesControle via = Ajuste("fraTipoVia", pagina, "Tipo &Via:");
-    via.Left = EsquerdaAoLadoDaVelocidade;
-    fraTipoVia = Guarda(fabrica->CriaZtFrame(eu, via));
-    optRodovia = Guarda(fabrica->CriaOptionButton(
-        eu, Ajuste("optRodovia", fraTipoVia, "Rodovia ou Via de Trânsito Rápido ou Via Arterial")));
-    optUrbana = Guarda(fabrica->CriaOptionButton(eu, Ajuste("optUrbana", fraTipoVia, "Via urbana")));
-    AjustesControle banco = Ajuste("optInfGeraBanco", fraTipoVia, "Informado na geração do Banco de Fotos");
-    banco.Visible = false;
-    optInfGeraBanco = Guarda(fabrica->CriaOptionButton(eu, banco));
-}
-
-void frmEquipDetalhes::CriaPaginaOpcoes()
-{
-    const auto fabrica = Host().Controles();
-    const Ref<IForm> eu = EsteForm();
-    const Ref<IControle> pagina = fraDados[PaginaOpcoes];
-
-    chkEntrelacada = Guarda(fabrica->CriaCheckBox(eu, Ajuste("chkEntrelacada", pagina, "Imagem entrelaçada")));
-    chkPerfilMagnetico = Guarda(fabrica->CriaCheckBox(eu, Ajuste("chkPerfilMagnetico", pagina, "Perfil Magnético")));
-
-    fraLimiteDif = Guarda(fabrica->CriaZtFrame(eu, Ajuste("fraLimiteDif", pagina)));
-    AjustesControle sim = Ajuste("optTrabDiasDif", fraLimiteDif, "Sim");
-    sim.Indice = 1;
-    sim.Rotulo = "Trabalha com Limites Diferenciados?";
-    optTrabDiasDif[1] = Guarda(fabrica->CriaOptionButton(eu, sim));
-    AjustesControle nao = Ajuste("optTrabDiasDif", fraLimiteDif, "Não");
-    nao.Indice = 0;
-    optTrabDiasDif[0] = Guarda(fabrica->CriaOptionButton(eu, nao));
-    AjustesControle rejeicaoAuto = Ajuste("chkRejeicaoAuto", fraLimiteDif);
-    rejeicaoAuto.Enabled = false;
-    chkRejeicaoAuto = Guarda(fabrica->CriaCheckBox(eu, rejeicaoAuto));
-    AjustesControle texto =
-        Ajuste("lblTextoRejLimDif", fraLimiteDif,
-               "Realizar a rejeição das fotos das autuações efetivadas no horário diferenciado (que ultrapassem o "
-               "limite normal, mas não o limite do horário diferenciado) de forma automática, na abertura do banco de "
-               "fotos.");
-    texto.Enabled = false;
-    lblTextoRejLimDif = Guarda(fabrica->CriaLabel(eu, texto));
-    AjustesControle rejeicao = Ajuste("lblRejeicao", fraLimiteDif, "Utilizar a rejeição:");
-    rejeicao.Enabled = false;
-    lblRejeicao = Guarda(fabrica->CriaLabel(eu, rejeicao));
-    AjustesZtCombo comboRejeicao = AjusteDeCombo("cboRejeicao", fraLimiteDif, {});
-    comboRejeicao.Enabled = false;
-    cboRejeicao = Guarda(fabrica->CriaZtCombo(eu, comboRejeicao));
-
-    fraObsNotif = Guarda(fabrica->CriaZtFrame(eu, Ajuste("fraObsNotif", pagina)));
-    chkIncObsNotif =
-        Guarda(fabrica->CriaCheckBox(eu, Ajuste("chkIncObsNotif", fraObsNotif, "Incluir observação na Notificação:")));
-    txtObsNotif = Guarda(fabrica->CriaZtVeiObservacao(eu, AjusteDeTexto("txtObsNotif", fraObsNotif, {}, 70)));
-}
-
-void frmEquipDetalhes::CriaBotoes()
-{
-    const auto fabrica = Host().Controles();
-    const Ref<IForm> eu = EsteForm();
-
-    AjustesZtCommand ok;
-    ok.Nome = "ztCmdOK";
-    ok.Caption = "&OK";
-    ok.Enabled = false;
-    ok.LockFormOnClick = true;
-    ok.Left = 5700;
-    ztCmdOK = Guarda(fabrica->CriaZtCommand(eu, ok));
-
-    AjustesCommandButton cancelar;
-    cancelar.Nome = "cmdCancelar";
-    cancelar.Caption = "&Cancelar";
-    cancelar.Left = 7080;
-    cmdCancelar = Guarda(fabrica->CriaCommandButton(eu, cancelar));
-
-    AjustesZtCommand aplicar;
-    aplicar.Nome = "ztCmdAplicar";
-    aplicar.Caption = "A&plicar";
-    aplicar.Enabled = false;
-    aplicar.LockFormOnClick = true;
-    aplicar.Left = 8460;
-    ztCmdAplicar = Guarda(fabrica->CriaZtCommand(eu, aplicar));
-}
-
-void frmEquipDetalhes::LigaEventos()
-{
     Liga(sstDados->Click(), &frmEquipDetalhes::sstDados_Click, "sstDados_Click");
     Liga(txtCodEquip->Change(), &frmEquipDetalhes::Change, "txtCodEquip_Change");
     Liga(txtSubCodEquip->Change(), &frmEquipDetalhes::Change, "txtSubCodEquip_Change");

@@ -13,6 +13,7 @@
 class frmEquipDetalhes : public Formulario {
   public:
     std::string_view NomeTipo() const override { return "frmEquipDetalhes"; }
+    ::Desenho Desenho() const override;
 
     // Opens the form modally for a new equipment. trabFoto: photo-work mode. True when something was saved.
     bool CarregaInclusao(bool trabFoto);
@@ -22,8 +23,7 @@ class frmEquipDetalhes : public Formulario {
     void CarregaDetalhes(std::int32_t nroIntEquip, bool trabFoto);
 
   protected:
-    void CriaControles() override;
-    std::string CaptionDeProjeto() const override { return "Detalhes do Equipamento"; }
+    void LigaControles() override;
     void Form_Unload(bool &cancela) override;
 
   private:
@@ -84,12 +84,6 @@ class frmEquipDetalhes : public Formulario {
     bool m_TrabFoto = false;
     Ref<COSensores> m_COSensores;
     Ref<COAfericoes> m_COAfericoes;
-
-    void CriaPaginaEquipamento();
-    void CriaPaginaDados();
-    void CriaPaginaOpcoes();
-    void CriaBotoes();
-    void LigaEventos();
 
     // An entry point gave up: nothing of the attempt stays.
     void DesfazCarga() noexcept;

@@ -37,8 +37,9 @@ class IControle : public IFocavel {
     // Text that the control itself shows (label, frame, button, box); "&" marks the mnemonic.
     virtual std::string Caption() const = 0;
     virtual void DefineCaption(const std::string &valor) = 0;
-    // Fixed text beside the control that has no label control of its own; empty when there is none.
-    virtual const std::string &Rotulo() const = 0;
+    // Text beside the control that has no label control of its own; empty when there is none.
+    virtual std::string Rotulo() const = 0;
+    virtual void DefineRotulo(const std::string &valor) = 0;
     // Frame or tab strip that holds the control; Nothing when the form itself does.
     virtual Ref<IControle> Container() const = 0;
     // Page of the tab strip in Container, from 0; -1 when the container is no tab strip.
@@ -51,24 +52,8 @@ class IControle : public IFocavel {
     virtual void DefineWidth(std::int32_t valor) = 0;
     virtual std::int32_t Height() const = 0;
     virtual void DefineHeight(std::int32_t valor) = 0;
-    // Place in the tab order, from 0; at first the order of creation. Writing it moves the control to that place and the
-    // others of the form close up around it.
+    // Place in the tab order, from 0; at first the order of creation. Writing it moves the control to that place and
+    // the others of the form close up around it.
     virtual std::int16_t TabIndex() const = 0;
     virtual void DefineTabIndex(std::int16_t valor) = 0;
-};
-
-// Stored settings that every control has.
-struct AjustesControle {
-    std::string Nome;
-    std::int16_t Indice = -1;
-    std::string Caption;
-    std::string Rotulo;
-    Ref<IControle> Container;
-    std::int16_t Pagina = -1;
-    bool Enabled = true;
-    bool Visible = true;
-    std::int32_t Left = 0;
-    std::int32_t Top = 0;
-    std::int32_t Width = 0;
-    std::int32_t Height = 0;
 };

@@ -12,7 +12,11 @@ class ILabel : public IControle {};
 
 class IImage : public IControle {};
 
-class IztFrame : public IControle {};
+class IztFrame : public IControle {
+  public:
+    // Gives its ground the system's button-face colour.
+    virtual void PintaComoBotao() = 0;
+};
 
 class ITextBox : public IControle {
   public:
@@ -24,11 +28,6 @@ class ITextBox : public IControle {
     // Characters; 0 for no limit.
     virtual std::int32_t MaxLength() const = 0;
     virtual Evento<> &Change() = 0;
-};
-
-struct AjustesTextBox : AjustesControle {
-    std::int32_t MaxLength = 0;
-    std::string Text;
 };
 
 class ICheckBox : public IControle {
@@ -59,11 +58,6 @@ class ICommandButton : public IControle {
     virtual Evento<> &Click() = 0;
 };
 
-struct AjustesCommandButton : AjustesControle {
-    bool Default = false;
-    bool Cancel = false;
-};
-
 // Tab strip; pages are numbered from 0.
 class ISSTab : public IControle {
   public:
@@ -81,10 +75,6 @@ class ISSTab : public IControle {
     virtual void DefineTabVisible(std::int16_t pagina, bool valor) = 0;
     // Argument: the page that was current before.
     virtual Evento<std::int16_t> &Click() = 0;
-};
-
-struct AjustesSSTab : AjustesControle {
-    std::vector<std::string> Paginas; // captions
 };
 
 // The platform's file dialog. FileName keeps its value between two uses; cancelling leaves it and raises nothing.

@@ -8,25 +8,12 @@
 #include "host/IztMask.h"
 #include "host/IztOutros.h"
 
-// Creates the controls of a form, each with its stored settings. The form keeps them; a control knows its form
-// without owning it.
 class IFabricaControles : public Objeto {
   public:
-    virtual Ref<ILabel> CriaLabel(const Ref<IForm> &form, const AjustesControle &ajustes) = 0;
-    virtual Ref<IImage> CriaImage(const Ref<IForm> &form, const AjustesControle &ajustes) = 0;
-    virtual Ref<IztFrame> CriaZtFrame(const Ref<IForm> &form, const AjustesControle &ajustes) = 0;
-    virtual Ref<ITextBox> CriaTextBox(const Ref<IForm> &form, const AjustesTextBox &ajustes) = 0;
-    virtual Ref<ICheckBox> CriaCheckBox(const Ref<IForm> &form, const AjustesControle &ajustes) = 0;
-    virtual Ref<IOptionButton> CriaOptionButton(const Ref<IForm> &form, const AjustesControle &ajustes) = 0;
-    virtual Ref<ICommandButton> CriaCommandButton(const Ref<IForm> &form, const AjustesCommandButton &ajustes) = 0;
-    virtual Ref<ISSTab> CriaSSTab(const Ref<IForm> &form, const AjustesSSTab &ajustes) = 0;
-    virtual Ref<ICommonDialog> CriaCommonDialog(const Ref<IForm> &form, const AjustesControle &ajustes) = 0;
-    virtual Ref<IztList> CriaZtList(const Ref<IForm> &form, const AjustesZtList &ajustes) = 0;
-    virtual Ref<IztCombo> CriaZtCombo(const Ref<IForm> &form, const AjustesZtCombo &ajustes) = 0;
-    virtual Ref<IztMask> CriaZtMask(const Ref<IForm> &form, const AjustesZtMask &ajustes) = 0;
-    virtual Ref<IztData> CriaZtData(const Ref<IForm> &form, const AjustesControle &ajustes) = 0;
-    virtual Ref<IztCommand> CriaZtCommand(const Ref<IForm> &form, const AjustesZtCommand &ajustes) = 0;
-    virtual Ref<IztVeiObservacao> CriaZtVeiObservacao(const Ref<IForm> &form, const AjustesTextBox &ajustes) = 0;
-    virtual Ref<IztEndereco> CriaZtEndereco(const Ref<IForm> &form, const AjustesZtEndereco &ajustes) = 0;
-    virtual Ref<IztClienteSetor> CriaZtClienteSetor(const Ref<IForm> &form, const AjustesControle &ajustes) = 0;
+    // Creates the control that a piece of the form's description tells, with its stored settings. The form keeps it; a
+    // control knows its form without owning it. container: frame or tab strip that holds it; Nothing when the form
+    // itself does. pagina: page of that tab strip, from 0; -1 when the container is none. Fault 5 for a mere
+    // arrangement.
+    virtual Ref<IControle> Cria(const Ref<IForm> &form, const Peca &peca, const Ref<IControle> &container,
+                                std::int16_t pagina) = 0;
 };

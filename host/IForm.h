@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Desenho.h"
 #include "host/Evento.h"
 #include "host/IControle.h"
 #include "host/IFocavel.h"
@@ -40,7 +41,9 @@ class IForm : public IFocavel {
     virtual Ref<IForm> frmParent() const { throw Falha(NumeroFalha::MembroInexistente); }
     virtual void DefinefrmParent(const Ref<IForm> &) { throw Falha(NumeroFalha::MembroInexistente); }
 
-    // Controls in the order of creation; all that a screen layer needs to show the form.
+    // How its controls stand, for the screen layer; empty for a form that was never described.
+    virtual ::Desenho Desenho() const { return {}; }
+    // Controls in the order of creation.
     virtual const std::vector<Ref<IControle>> &Controles() const = 0;
     // The control that has the focus, or Nothing. Written by the controls.
     virtual Ref<IControle> ControleAtivo() const = 0;

@@ -30,11 +30,3 @@ class IztCombo : public IControle {
     virtual Evento<> &Click() = 0;
     virtual Evento<> &Change() = 0;
 };
-
-struct AjustesZtCombo : AjustesControle {
-    std::int16_t ColunaValor = 1; // column of the value, from 0; -1: no value column
-    std::string DelimitadorColuna = "|";
-    std::string Conteudo; // items from the start, each ended by "??"
-    std::int16_t Estilo = 0;
-    bool PesquisaAoDigitar = false; // searches as the person types
-};

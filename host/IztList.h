@@ -105,18 +105,3 @@ class IztList : public IControle {
     virtual Evento<bool &> &BotaoLocalizarValida() = 0;
     virtual Evento<> &BotaoLocalizarEnvia() = 0;
 };
-
-struct AjustesZtList : AjustesControle {
-    // 2: the standard items Novo, Editar, Detalhes, Excluir show from the start; 3: also Localizar and Atualizar.
-    std::int16_t TipoMenu = 2;
-    std::int16_t TipoMenuComPersonalizado = 0;
-    bool AncorarAoForm = false;
-    bool BotoesLaterais = false;
-    bool BotaoEliminar = true;
-    bool BotaoVisivel = true;
-    bool BotaoEnabled = true;
-    bool BotoesFecharAjuda = true;
-    bool BarraCriteriosAtiva = false;
-    bool BarraCriteriosAutoOcultar = false;
-    std::int32_t BarraCriteriosAltura = 0;
-};

@@ -16,10 +16,6 @@ class IztCommand : public IControle {
     virtual Evento<> &Click() = 0;
 };
 
-struct AjustesZtCommand : AjustesCommandButton {
-    bool LockFormOnClick = false; // the form is disabled while both events run
-};
-
 class IztVeiObservacao : public IControle {
   public:
     virtual std::string Text() const = 0;
@@ -52,18 +48,6 @@ class IztEndereco : public IControle {
     virtual void DefineReadOnly(bool valor) = 0;
     // The person has finished an address entry.
     virtual Evento<> &EntradaOK() = 0;
-};
-
-struct AjustesZtEndereco : AjustesControle {
-    std::int16_t TipoCapturaEndereco = 0;
-    bool ReadOnlyMunicipio = false;
-    bool LogradouroObrigatorio = true;
-    bool MostrarSomenteComBairro = false;
-    bool ObrigarCodigoLogradouro = true;
-    bool MostrarEnderecosIncompletos = true;
-    std::int16_t EstiloEdicao = 0;
-    std::int16_t TipoBorda = 0;
-    bool MostraCepEPesquisaCep = true;
 };
 
 // The picker of a client and one of its sectors.

@@ -8,6 +8,9 @@
 // Text is UTF-8. Every length and position counts characters (code points), and a byte that is not part of a
 // well-formed sequence counts as one character and is copied unchanged.
 
+// Line break in a text for the screen.
+inline const std::string QuebraDeLinha = "\r\n";
+
 // Number of characters.
 std::size_t Len(std::string_view texto) noexcept;
 

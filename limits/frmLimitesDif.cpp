@@ -3,18 +3,24 @@
 #include "shell/Geral.h"
 #include "shell/ModGeral.h"
 
-void frmLimitesDif::CriaControles()
+Desenho frmLimitesDif::Desenho() const
 {
-    DefineTamanho(7200, 4800);
-    AjustesZtList lista;
-    lista.Nome = "ztLista";
-    lista.TipoMenu = 2;
-    lista.AncorarAoForm = true;
-    lista.BotoesLaterais = true;
-    lista.BotaoEliminar = false;
-    lista.BotaoVisivel = false;
-    lista.BotaoEnabled = false;
-    ztLista = Guarda(Host().Controles()->CriaZtList(EsteForm(), lista));
+    const Peca lista = {
+        .Ajustes = AjustesZtList{.TipoMenu = 2,
+                                 .AncorarAoForm = true,
+                                 .BotoesLaterais = true,
+                                 .BotaoEliminar = false,
+                                 .BotaoVisivel = false,
+                                 .BotaoEnabled = false},
+        .Nome = "ztLista",
+        .Elastica = true,
+    };
+    return {.Caption = "Limites Diferenciados", .Largura = 7200, .Altura = 4800, .Raiz = EmColuna({lista})};
+}
+
+void frmLimitesDif::LigaControles()
+{
+    Toma(ztLista, "ztLista");
 }
 
 void frmLimitesDif::CarregaForm(const std::string &CodEquip, std::int32_t NroIntEquip, std::int16_t Tipo)

@@ -10,14 +10,14 @@
 class frmLimitesDif : public Formulario {
   public:
     std::string_view NomeTipo() const override { return "frmLimitesDif"; }
+    ::Desenho Desenho() const override;
 
     // Opens the window modally; when the first search is refused it does not appear.
     // Tipo: 1 differentiated limits, 2 specific days, 3 prohibited hours.
     void CarregaForm(const std::string &CodEquip, std::int32_t NroIntEquip, std::int16_t Tipo);
 
   protected:
-    void CriaControles() override;
-    std::string CaptionDeProjeto() const override { return "Limites Diferenciados"; }
+    void LigaControles() override;
     void Form_Unload(bool &cancela) override;
 
   private:

@@ -16,34 +16,96 @@ constexpr std::int16_t TipoHorarioProibido = 3;
 constexpr std::int16_t PaginaGeral = 0;
 constexpr std::int16_t PaginaOpcoes = 1;
 
-AjustesControle Ajuste(std::string nome, const Ref<IControle> &container, std::string caption = {})
+Peca Hora(std::string nome)
 {
-    AjustesControle ajustes;
-    ajustes.Nome = std::move(nome);
-    ajustes.Container = container;
-    ajustes.Caption = std::move(caption);
-    return ajustes;
+    return {.Ajustes = AjustesZtMask{.MaxLength = 5, .Tipo = TipoMascara::Hora, .Mascara = "00:00"},
+            .Nome = std::move(nome)};
 }
 
-AjustesZtMask AjusteDeHora(std::string nome, const Ref<IControle> &container)
+Peca DesenhaGeral()
 {
-    AjustesZtMask ajustes;
-    ajustes.Nome = std::move(nome);
-    ajustes.Container = container;
-    ajustes.Mascara = "00:00";
-    ajustes.MaxLength = 5;
-    ajustes.Tipo = 12;
-    return ajustes;
+    static constexpr const char *Dias[] = {"Domingo", "Segunda", "Terça",  "Quarta",
+                                           "Quinta",  "Sexta",   "Sábado", "Feriados"};
+    std::vector<Peca> dias;
+    for (const char *dia : Dias) {
+        dias.push_back({.Ajustes = AjustesCheckBox{},
+                        .Nome = "chkDia",
+                        .Indice = static_cast<std::int16_t>(dias.size() + 1),
+                        .Caption = dia});
+    }
+    const auto meio = dias.begin() + 4;
+    const Peca diasSemana = {
+        .Ajustes = AjustesZtFrame{.Contorno = true},
+        .Nome = "fraDiasSemana",
+        .Disposicao = Arranjo::Grade,
+        .Pecas = {EmLinha({dias.begin(), meio}), EmLinha({meio, dias.end()})},
+    };
+    const Peca data = {
+        .Ajustes = AjustesZtFrame{},
+        .Nome = "fraData",
+        .Disposicao = Arranjo::Linha,
+        .Pecas = {{.Ajustes = AjustesLabel{}, .Nome = "Label9", .Caption = "Data:"},
+                  {.Ajustes = AjustesZtData{}, .Nome = "ztdData"},
+                  Mola()},
+    };
+    const Peca horario = {
+        .Ajustes = AjustesZtFrame{.Contorno = true},
+        .Nome = "Frame1",
+        .Caption = "Horário:",
+        .Disposicao = Arranjo::Linha,
+        .Pecas = {{.Ajustes = AjustesLabel{}, .Nome = "Label2", .Caption = "Inicial:"},
+                  Hora("ztmHInicial"),
+                  {.Ajustes = AjustesLabel{}, .Nome = "Label4", .Caption = "Final:"},
+                  Hora("ztmHFinal"),
+                  Mola()},
+    };
+    const Peca veloc = {
+        .Ajustes = AjustesZtFrame{},
+        .Nome = "fraVelocPerm",
+        .Disposicao = Arranjo::Linha,
+        .Pecas = {{.Ajustes = AjustesLabel{}, .Nome = "Label3", .Caption = "Veloc. Permitida:"},
+                  {.Ajustes = AjustesZtMask{.MaxLength = 3, .Tipo = TipoMascara::Digitos}, .Nome = "txtVelocPerm"},
+                  {.Ajustes = AjustesLabel{.Papel = PapelLabel::Texto}, .Nome = "Label5", .Caption = "Km/h"},
+                  Mola()},
+    };
+    return {.Ajustes = AjustesZtFrame{},
+            .Nome = "fraDados",
+            .Indice = PaginaGeral,
+            .Pecas = {diasSemana, data, horario, veloc, Mola()}};
 }
 
-AjustesZtMask AjusteDeVelocidade(std::string nome, const Ref<IControle> &container)
+Peca DesenhaOpcoes()
 {
-    AjustesZtMask ajustes;
-    ajustes.Nome = std::move(nome);
-    ajustes.Container = container;
-    ajustes.MaxLength = 3;
-    ajustes.Tipo = 1;
-    return ajustes;
+    const Peca veloc = {
+        .Ajustes = AjustesZtFrame{},
+        .Nome = "Frame3",
+        .Disposicao = Arranjo::Linha,
+        .Pecas = {{.Ajustes = AjustesLabel{}, .Nome = "Label1", .Caption = "Veloc. Mínima: "},
+                  {.Ajustes = AjustesZtMask{.MaxLength = 3, .Tipo = TipoMascara::Digitos, .ReadOnly = true},
+                   .Nome = "txtVelocMin"},
+                  {.Ajustes = AjustesLabel{.Papel = PapelLabel::Texto}, .Nome = "Label6", .Caption = "Km/h"},
+                  Mola()},
+    };
+    const Peca explicacao = EmLinha({
+        {.Ajustes = AjustesImage{.Icone = "informacao"}, .Nome = "Image1"},
+        {.Ajustes = AjustesLabel{.Papel = PapelLabel::Paragrafo},
+         .Nome = "Label8",
+         .Caption = "Se essa opção estiver selecionada, o sistema somente permitirá a inclusão de AIT, se a velocidade "
+                    "medida, no horário estabelecido, for maior que a velocidade mínima.",
+         .Elastica = true},
+    });
+    return {
+        .Ajustes = AjustesZtFrame{},
+        .Nome = "fraDados",
+        .Indice = PaginaOpcoes,
+        .Enabled = false,
+        .Pecas = {{.Ajustes = AjustesCheckBox{},
+                   .Nome = "chkVelocMin",
+                   .Caption = "Não permitir a inclusão de AIT's p/ velocidades inferiores a: "},
+                  veloc,
+                  explicacao,
+                  Mola()},
+    };
 }
 
 std::string FimDaCaption(std::int16_t tipo)
@@ -62,101 +124,54 @@ std::string FimDaCaption(std::int16_t tipo)
 
 } // namespace
 
-void frmLimitesDifDetalhes::CriaControles()
+Desenho frmLimitesDifDetalhes::Desenho() const
 {
-    DefineTamanho(6300, 5400);
-    const auto fabrica = Host().Controles();
-    const Ref<IForm> eu = EsteForm();
+    const Peca cabecalho = {
+        .Ajustes = AjustesZtFrame{},
+        .Nome = "ztFrame1",
+        .Disposicao = Arranjo::Linha,
+        .Pecas = {{.Ajustes = AjustesLabel{}, .Nome = "Label7", .Caption = "Código Eqpto:"},
+                  {.Ajustes = AjustesLabel{.Papel = PapelLabel::Valor}, .Nome = "lblCodEquip", .Elastica = true}},
+    };
+    const Peca abas = {
+        .Ajustes = AjustesSSTab{.Paginas = {"Geral", "Opções"}},
+        .Nome = "sstDados",
+        .Elastica = true,
+        .Pecas = {DesenhaGeral(), DesenhaOpcoes()},
+    };
+    const Peca botoes = EmLinha({
+        Mola(),
+        {.Ajustes = AjustesZtCommand{.LockFormOnClick = true}, .Nome = "ztCmdOK", .Caption = "&OK"},
+        {.Ajustes = AjustesCommandButton{}, .Nome = "cmdAjuda", .Caption = "&Ajuda"},
+        {.Ajustes = AjustesCommandButton{}, .Nome = "cmdCancelar", .Caption = "&Cancelar"},
+    });
+    return {
+        .Caption = "Limite Diferenciado", .Largura = 6300, .Altura = 5400, .Raiz = EmColuna({cabecalho, abas, botoes})};
+}
 
-    const auto ztFrame1 = Guarda(fabrica->CriaZtFrame(eu, Ajuste("ztFrame1", nullptr)));
-    Guarda(fabrica->CriaLabel(eu, Ajuste("Label7", ztFrame1, "Código Eqpto:")));
-    lblCodEquip = Guarda(fabrica->CriaLabel(eu, Ajuste("lblCodEquip", ztFrame1)));
-
-    AjustesSSTab abas;
-    abas.Nome = "sstDados";
-    abas.Paginas = {"Geral", "Opções"};
-    sstDados = Guarda(fabrica->CriaSSTab(eu, abas));
-    for (std::size_t pagina = 0; pagina < fraDados.size(); ++pagina) {
-        AjustesControle moldura = Ajuste("fraDados", sstDados);
-        moldura.Indice = static_cast<std::int16_t>(pagina);
-        moldura.Pagina = moldura.Indice;
-        moldura.Enabled = pagina == 0;
-        fraDados[pagina] = Guarda(fabrica->CriaZtFrame(eu, moldura));
-    }
-    CriaPaginaGeral();
-    CriaPaginaOpcoes();
-
-    AjustesZtCommand ok;
-    ok.Nome = "ztCmdOK";
-    ok.Caption = "&OK";
-    ok.LockFormOnClick = true;
-    ztCmdOK = Guarda(fabrica->CriaZtCommand(eu, ok));
-    AjustesCommandButton ajuda;
-    ajuda.Nome = "cmdAjuda";
-    ajuda.Caption = "&Ajuda";
-    cmdAjuda = Guarda(fabrica->CriaCommandButton(eu, ajuda));
-    AjustesCommandButton cancelar;
-    cancelar.Nome = "cmdCancelar";
-    cancelar.Caption = "&Cancelar";
-    cmdCancelar = Guarda(fabrica->CriaCommandButton(eu, cancelar));
+void frmLimitesDifDetalhes::LigaControles()
+{
+    Toma(lblCodEquip, "lblCodEquip");
+    Toma(sstDados, "sstDados");
+    Toma(fraDados, "fraDados");
+    Toma(fraDiasSemana, "fraDiasSemana");
+    Toma(chkDia, "chkDia", 1);
+    Toma(fraData, "fraData");
+    Toma(ztdData, "ztdData");
+    Toma(ztmHInicial, "ztmHInicial");
+    Toma(ztmHFinal, "ztmHFinal");
+    Toma(fraVelocPerm, "fraVelocPerm");
+    Toma(txtVelocPerm, "txtVelocPerm");
+    Toma(chkVelocMin, "chkVelocMin");
+    Toma(txtVelocMin, "txtVelocMin");
+    Toma(ztCmdOK, "ztCmdOK");
+    Toma(cmdCancelar, "cmdCancelar");
 
     Liga(sstDados->Click(), &frmLimitesDifDetalhes::sstDados_Click);
     Liga(chkVelocMin->Click(), &frmLimitesDifDetalhes::chkVelocMin_Click, "chkVelocMin_Click");
     Liga(ztCmdOK->ValidaClick(), &frmLimitesDifDetalhes::ztCmdOK_ValidaClick);
     Liga(ztCmdOK->Click(), &frmLimitesDifDetalhes::ztCmdOK_Click);
     Liga(cmdCancelar->Click(), &frmLimitesDifDetalhes::cmdCancelar_Click);
-}
-
-void frmLimitesDifDetalhes::CriaPaginaGeral()
-{
-    static constexpr const char *Dias[NroDias] = {"Domingo", "Segunda", "Terça",  "Quarta",
-                                                  "Quinta",  "Sexta",   "Sábado", "Feriados"};
-    const auto fabrica = Host().Controles();
-    const Ref<IForm> eu = EsteForm();
-    const Ref<IControle> pagina = fraDados[0];
-
-    fraDiasSemana = Guarda(fabrica->CriaZtFrame(eu, Ajuste("fraDiasSemana", pagina)));
-    for (std::size_t dia = 1; dia <= NroDias; ++dia) {
-        AjustesControle ajustes = Ajuste("chkDia", fraDiasSemana, Dias[dia - 1]);
-        ajustes.Indice = static_cast<std::int16_t>(dia);
-        chkDia[dia - 1] = Guarda(fabrica->CriaCheckBox(eu, ajustes));
-    }
-
-    fraData = Guarda(fabrica->CriaZtFrame(eu, Ajuste("fraData", pagina)));
-    Guarda(fabrica->CriaLabel(eu, Ajuste("Label9", fraData, "Data:")));
-    ztdData = Guarda(fabrica->CriaZtData(eu, Ajuste("ztdData", fraData)));
-
-    const auto Frame1 = Guarda(fabrica->CriaZtFrame(eu, Ajuste("Frame1", pagina, "Horário:")));
-    Guarda(fabrica->CriaLabel(eu, Ajuste("Label2", Frame1, "Inicial:")));
-    ztmHInicial = Guarda(fabrica->CriaZtMask(eu, AjusteDeHora("ztmHInicial", Frame1)));
-    Guarda(fabrica->CriaLabel(eu, Ajuste("Label4", Frame1, "Final:")));
-    ztmHFinal = Guarda(fabrica->CriaZtMask(eu, AjusteDeHora("ztmHFinal", Frame1)));
-
-    fraVelocPerm = Guarda(fabrica->CriaZtFrame(eu, Ajuste("fraVelocPerm", pagina)));
-    Guarda(fabrica->CriaLabel(eu, Ajuste("Label3", fraVelocPerm, "Veloc. Permitida:")));
-    txtVelocPerm = Guarda(fabrica->CriaZtMask(eu, AjusteDeVelocidade("txtVelocPerm", fraVelocPerm)));
-    Guarda(fabrica->CriaLabel(eu, Ajuste("Label5", fraVelocPerm, "Km/h")));
-}
-
-void frmLimitesDifDetalhes::CriaPaginaOpcoes()
-{
-    const auto fabrica = Host().Controles();
-    const Ref<IForm> eu = EsteForm();
-    const Ref<IControle> pagina = fraDados[1];
-
-    chkVelocMin = Guarda(fabrica->CriaCheckBox(
-        eu, Ajuste("chkVelocMin", pagina, "Não permitir a inclusão de AIT's p/ velocidades inferiores a: ")));
-    const auto Frame3 = Guarda(fabrica->CriaZtFrame(eu, Ajuste("Frame3", pagina)));
-    Guarda(fabrica->CriaLabel(eu, Ajuste("Label1", Frame3, "Veloc. Mínima: ")));
-    AjustesZtMask velocMin = AjusteDeVelocidade("txtVelocMin", Frame3);
-    velocMin.ReadOnly = true;
-    txtVelocMin = Guarda(fabrica->CriaZtMask(eu, velocMin));
-    Guarda(fabrica->CriaLabel(eu, Ajuste("Label6", Frame3, "Km/h")));
-    Guarda(fabrica->CriaImage(eu, Ajuste("Image1", pagina)));
-    Guarda(fabrica->CriaLabel(
-        eu, Ajuste("Label8", pagina,
-                   "Se essa opção estiver selecionada, o sistema somente permitirá a inclusão de AIT, se a velocidade "
-                   "medida, no horário estabelecido, for maior que a velocidade mínima.")));
 }
 
 bool frmLimitesDifDetalhes::CarregaInclusao(std::int16_t Tipo, std::int32_t NroIntEquip, const std::string &codEquip)

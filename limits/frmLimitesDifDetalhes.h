@@ -11,6 +11,7 @@
 class frmLimitesDifDetalhes : public Formulario {
   public:
     std::string_view NomeTipo() const override { return "frmLimitesDifDetalhes"; }
+    ::Desenho Desenho() const override;
 
     // Opens the form modally for new rows of an equipment. True when rows were saved.
     bool CarregaInclusao(std::int16_t Tipo, std::int32_t NroIntEquip, const std::string &codEquip);
@@ -20,8 +21,7 @@ class frmLimitesDifDetalhes : public Formulario {
     void CarregaDetalhes(std::int16_t Tipo, const std::string &codEquip, std::int32_t NroInt);
 
   protected:
-    void CriaControles() override;
-    std::string CaptionDeProjeto() const override { return "Limite Diferenciado"; }
+    void LigaControles() override;
 
   private:
     static constexpr std::size_t NroDias = 8;
@@ -40,7 +40,6 @@ class frmLimitesDifDetalhes : public Formulario {
     Ref<ICheckBox> chkVelocMin;
     Ref<IztMask> txtVelocMin;
     Ref<IztCommand> ztCmdOK;
-    Ref<ICommandButton> cmdAjuda;
     Ref<ICommandButton> cmdCancelar;
 
     bool m_Salvou = false;
@@ -49,9 +48,6 @@ class frmLimitesDifDetalhes : public Formulario {
     std::int16_t m_Tipo = 0;
     std::int32_t m_NroIntEquip = 0;
     std::int32_t m_NroInt = 0;
-
-    void CriaPaginaGeral();
-    void CriaPaginaOpcoes();
 
     bool MontaTela(const std::string &codEquip);
     void BuscaLimitesDif();

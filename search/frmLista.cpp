@@ -13,7 +13,7 @@ namespace {
 
 // The module whose criteria the window knows, and the index of the frame that shows them.
 constexpr std::string_view Equipamentos = "Equipamentos";
-constexpr std::size_t FrameEquipamentos = 0;
+constexpr std::int16_t FrameEquipamentos = 0;
 
 constexpr std::string_view CriterioTodos = "0";
 constexpr std::string_view CriterioCodigo = "1";
@@ -25,86 +25,80 @@ constexpr std::int16_t TipoConsultaVigente = 1;
 constexpr std::int32_t FolgaBarraCriterios = 90;
 constexpr std::int32_t EsquerdaFrame = 45;
 constexpr std::int32_t EntreBotoes = 30;
-
-struct Lugar {
-    std::int32_t Left;
-    std::int32_t Top;
-    std::int32_t Width;
-    std::int32_t Height;
-};
-
-template <class Ajustes>
-Ajustes AjustesDe(const std::string &nome, const std::string &caption, const Ref<IControle> &container, Lugar lugar)
-{
-    Ajustes ajustes;
-    ajustes.Nome = nome;
-    ajustes.Caption = caption;
-    ajustes.Container = container;
-    ajustes.Left = lugar.Left;
-    ajustes.Top = lugar.Top;
-    ajustes.Width = lugar.Width;
-    ajustes.Height = lugar.Height;
-    return ajustes;
-}
-
-AjustesZtCombo AjustesCombo(const std::string &nome, const Ref<IControle> &container, Lugar lugar)
-{
-    auto ajustes = AjustesDe<AjustesZtCombo>(nome, "", container, lugar);
-    ajustes.ColunaValor = 1;
-    ajustes.DelimitadorColuna = "|";
-    return ajustes;
-}
+constexpr std::int32_t LarguraBotao = 1215;
+constexpr std::int32_t AlturaBotao = 375;
 
 } // namespace
 
-void frmLista::CriaControles()
+Desenho frmLista::Desenho() const
 {
-    Ref<IFabricaControles> fabrica = Host().Controles();
-    Ref<IForm> form = EsteForm();
-    DefineTamanho(11520, 7200);
+    const Peca criterios = {
+        .Ajustes = AjustesZtFrame{.Contorno = true},
+        .Nome = "fraDados",
+        .Indice = FrameEquipamentos,
+        .Left = EsquerdaFrame,
+        .Height = 1410,
+        .Disposicao = Arranjo::Grade,
+        .Pecas = {EmLinha({{.Ajustes = AjustesZtClienteSetor{}, .Nome = "ztCliente", .Vao = 4}}),
+                  EmLinha({{.Ajustes = AjustesLabel{}, .Nome = "lblTipoAgente", .Caption = "Tipo Agente:"},
+                           {.Ajustes = AjustesZtCombo{}, .Nome = "cboTipoAgente"},
+                           {.Ajustes = AjustesLabel{}, .Nome = "lblTipoEquip", .Caption = "Equipto:"},
+                           {.Ajustes = AjustesZtCombo{}, .Nome = "cboTipoEquipto"}}),
+                  EmLinha({{.Ajustes = AjustesLabel{}, .Nome = "Label1", .Caption = "Critério:"},
+                           {.Ajustes = AjustesZtCombo{.Conteudo = "Todos|0??Código|1??Subcódigo|2??"},
+                            .Nome = "cboCriterio"},
+                           {.Ajustes = AjustesZtMask{.CaracteresAceitos = "._", .TabelaCaracteres = 1},
+                            .Nome = "txtCodEquip",
+                            .Rotulo = "Código:",
+                            .Caracteres = 20}}),
+                  EmLinha({{.Ajustes = AjustesCheckBox{},
+                            .Nome = "chkInativos",
+                            .Caption = "Listar apenas inativos",
+                            .Vao = 4}})},
+    };
+    const Peca lista = {
+        .Ajustes = AjustesZtList{.TipoMenu = 3,
+                                 .TipoMenuComPersonalizado = 2,
+                                 .AncorarAoForm = true,
+                                 .BotoesFecharAjuda = false,
+                                 .BarraCriteriosAtiva = true,
+                                 .BarraCriteriosAutoOcultar = false,
+                                 .BarraCriteriosAltura = 1500},
+        .Nome = "ztlLista",
+        .Height = 6720,
+        .Elastica = true,
+        .Pecas = {criterios},
+    };
+    const Peca botoes = EmLinha({
+        {.Ajustes = AjustesCommandButton{},
+         .Nome = "cmdOK",
+         .Caption = "&OK",
+         .Enabled = false, // until a search brings rows
+         .Width = LarguraBotao,
+         .Height = AlturaBotao},
+        {.Ajustes = AjustesCommandButton{},
+         .Nome = "cmdCancelar",
+         .Caption = "&Cancelar",
+         .Left = LarguraBotao + EntreBotoes,
+         .Width = LarguraBotao,
+         .Height = AlturaBotao},
+        Mola(),
+    });
+    return {.Caption = "Lista", .Largura = 11520, .Altura = 7200, .Raiz = EmColuna({lista, botoes})};
+}
 
-    auto lista = AjustesDe<AjustesZtList>("ztlLista", "", nullptr, {0, 0, 11400, 6720});
-    lista.TipoMenu = 3;
-    lista.TipoMenuComPersonalizado = 2;
-    lista.AncorarAoForm = true;
-    lista.BarraCriteriosAtiva = true;
-    lista.BarraCriteriosAutoOcultar = false;
-    lista.BarraCriteriosAltura = 1500;
-    lista.BotoesFecharAjuda = false;
-    ztlLista = Guarda(fabrica->CriaZtList(form, lista));
-
-    auto frame = AjustesDe<AjustesControle>("fraDados", "", ztlLista, {EsquerdaFrame, 45, 11250, 1410});
-    frame.Indice = FrameEquipamentos;
-    fraDados = {Guarda(fabrica->CriaZtFrame(form, frame))};
-    Ref<IControle> criterios = fraDados[FrameEquipamentos];
-
-    ztCliente = Guarda(fabrica->CriaZtClienteSetor(
-        form, AjustesDe<AjustesControle>("ztCliente", "", criterios, {60, 60, 11130, 420})));
-    lblTipoAgente = Guarda(fabrica->CriaLabel(
-        form, AjustesDe<AjustesControle>("lblTipoAgente", "Tipo Agente:", criterios, {60, 600, 1020, 240})));
-    cboTipoAgente =
-        Guarda(fabrica->CriaZtCombo(form, AjustesCombo("cboTipoAgente", criterios, {1110, 540, 2400, 330})));
-    lblTipoEquip = Guarda(fabrica->CriaLabel(
-        form, AjustesDe<AjustesControle>("lblTipoEquip", "Equipto:", criterios, {3720, 600, 780, 240})));
-    cboTipoEquipto =
-        Guarda(fabrica->CriaZtCombo(form, AjustesCombo("cboTipoEquipto", criterios, {4530, 540, 3000, 330})));
-    Label1 = Guarda(
-        fabrica->CriaLabel(form, AjustesDe<AjustesControle>("Label1", "Critério:", criterios, {60, 1020, 1020, 240})));
-    auto criterio = AjustesCombo("cboCriterio", criterios, {1110, 960, 2400, 330});
-    criterio.Conteudo = "Todos|0??Código|1??Subcódigo|2??";
-    cboCriterio = Guarda(fabrica->CriaZtCombo(form, criterio));
-    auto codigo = AjustesDe<AjustesZtMask>("txtCodEquip", "Código:", criterios, {3720, 960, 3810, 330});
-    codigo.CaracteresAceitos = "._";
-    codigo.TabelaCaracteres = 1;
-    txtCodEquip = Guarda(fabrica->CriaZtMask(form, codigo));
-    chkInativos = Guarda(fabrica->CriaCheckBox(
-        form, AjustesDe<AjustesControle>("chkInativos", "Listar apenas inativos", criterios, {7740, 990, 2400, 270})));
-
-    auto ok = AjustesDe<AjustesCommandButton>("cmdOK", "&OK", nullptr, {0, 6345, 1215, 375});
-    ok.Enabled = false; // until a search brings rows
-    cmdOK = Guarda(fabrica->CriaCommandButton(form, ok));
-    cmdCancelar = Guarda(fabrica->CriaCommandButton(
-        form, AjustesDe<AjustesCommandButton>("cmdCancelar", "&Cancelar", nullptr, {1245, 6345, 1215, 375})));
+void frmLista::LigaControles()
+{
+    Toma(ztlLista, "ztlLista");
+    Toma(fraDados, "fraDados");
+    Toma(ztCliente, "ztCliente");
+    Toma(cboTipoAgente, "cboTipoAgente");
+    Toma(cboTipoEquipto, "cboTipoEquipto");
+    Toma(cboCriterio, "cboCriterio");
+    Toma(txtCodEquip, "txtCodEquip");
+    Toma(chkInativos, "chkInativos");
+    Toma(cmdOK, "cmdOK");
+    Toma(cmdCancelar, "cmdCancelar");
 
     Liga(ztlLista->BotaoLocalizarValida(), &frmLista::ztlLista_BotaoLocalizarValida);
     Liga(ztlLista->BotaoLocalizarEnvia(), &frmLista::ztlLista_BotaoLocalizarEnvia);
@@ -191,6 +185,7 @@ void frmLista::AtivaFrame()
 try {
     for (const Ref<IztFrame> &frame : fraDados) {
         frame->DefineVisible(false);
+        frame->PintaComoBotao();
     }
     if (EhEquipamentos()) {
         Ref<IztFrame> frame = fraDados[FrameEquipamentos];
@@ -262,7 +257,7 @@ void frmLista::cboCriterio_Click()
 {
     const std::string criterio = cboCriterio->Valor();
     if (criterio == CriterioCodigo || criterio == CriterioSubcodigo) {
-        txtCodEquip->DefineCaption(criterio == CriterioCodigo ? "Código" : "Subcódigo");
+        txtCodEquip->DefineRotulo(criterio == CriterioCodigo ? "Código" : "Subcódigo");
         txtCodEquip->DefineVisible(true);
         gSubDefineFoco(txtCodEquip);
     } else if (criterio == CriterioTodos) {

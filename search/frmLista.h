@@ -5,15 +5,16 @@
 #include "shell/Formulario.h"
 #include "shell/clsListaParametros.h"
 
+#include <array>
 #include <string>
 #include <string_view>
-#include <vector>
 
 // The window in which a searchable module shows its criteria and its result list: not modal from the menu, modal when
 // another module wants an item selected.
 class frmLista : public Formulario {
   public:
     std::string_view NomeTipo() const override { return "frmLista"; }
+    ::Desenho Desenho() const override;
 
     // The selection's values; Nothing before a selection.
     Ref<clsListaParametros> Parametros() const { return m_Parametros; }
@@ -36,8 +37,7 @@ class frmLista : public Formulario {
     Evento<> FormDesativado;
 
   protected:
-    void CriaControles() override;
-    std::string CaptionDeProjeto() const override { return "Lista"; }
+    void LigaControles() override;
     void Form_Unload(bool &cancela) override;
     void Form_Activate() override;
     void Form_Deactivate() override;
@@ -45,13 +45,10 @@ class frmLista : public Formulario {
 
   private:
     Ref<IztList> ztlLista;
-    std::vector<Ref<IztFrame>> fraDados;
+    std::array<Ref<IztFrame>, 1> fraDados;
     Ref<IztClienteSetor> ztCliente;
-    Ref<ILabel> lblTipoAgente;
     Ref<IztCombo> cboTipoAgente;
-    Ref<ILabel> lblTipoEquip;
     Ref<IztCombo> cboTipoEquipto;
-    Ref<ILabel> Label1;
     Ref<IztCombo> cboCriterio;
     Ref<IztMask> txtCodEquip;
     Ref<ICheckBox> chkInativos;

@@ -2,7 +2,6 @@
 
 #include "equipment/clsEquipto.h"
 #include "host/HostServices.h"
-#include "sensors/Ajusta.h"
 #include "sensors/clsListaAfericoes.h"
 #include "sensors/clsSensor.h"
 #include "shell/Geral.h"
@@ -26,78 +25,109 @@ template <class Condicao> Ref<clsAfericao> PrimeiraEmConflito(const clsAfericao 
 
 } // namespace
 
-void frmEquipAfericoes::CriaControles()
+Desenho frmEquipAfericoes::Desenho() const
 {
-    Ref<IFabricaControles> fabrica = Host().Controles();
-    Ref<IForm> form = EsteForm();
-    DefineTamanho(7200, 6300);
+    const AjustesLabel valor{.Papel = PapelLabel::Valor};
 
-    Guarda(fabrica->CriaLabel(form, Ajusta("Label1", "Código Eqpto:", nullptr)));
-    lblCodEquip = Guarda(fabrica->CriaLabel(form, Ajusta("lblCodEquip", "", nullptr)));
-    Guarda(fabrica->CriaLabel(form, Ajusta("Label4", "Nro Sensor:", nullptr)));
-    lblNroSensor = Guarda(fabrica->CriaLabel(form, Ajusta("lblNroSensor", "", nullptr)));
+    const Peca cabecalho = EmLinha({
+        {.Ajustes = AjustesLabel{}, .Nome = "Label1", .Caption = "Código Eqpto:"},
+        {.Ajustes = valor, .Nome = "lblCodEquip", .Caracteres = 20, .Elastica = true},
+        {.Ajustes = AjustesLabel{}, .Nome = "Label4", .Caption = "Nro Sensor:"},
+        {.Ajustes = valor, .Nome = "lblNroSensor", .Caracteres = 3},
+    });
 
-    auto aba = Ajusta<AjustesSSTab>("SSTab1", "", nullptr);
-    aba.Paginas = {"Geral"};
-    SSTab1 = Guarda(fabrica->CriaSSTab(form, aba));
-    Guarda(fabrica->CriaZtFrame(form, Ajusta("Frame1", "", SSTab1, 0)));
+    const Peca campos = EmGrade({
+        EmLinha({
+            {.Ajustes = AjustesLabel{}, .Nome = "Label8", .Caption = "Tipo:"},
+            {.Ajustes = AjustesZtCombo{.Estilo = 1}, .Nome = "cboTipo", .Vao = 3},
+        }),
+        EmLinha({
+            {.Ajustes = AjustesLabel{}, .Nome = "lblNroINMETRO", .Caption = "Número:"},
+            {.Ajustes = AjustesTextBox{.MaxLength = 10}, .Nome = "txtNroINMETRO"},
+            {.Ajustes = AjustesLabel{}, .Nome = "lblMarcaINMETRO"},
+            {.Ajustes = AjustesZtMask{.MaxLength = 14, .Tipo = TipoMascara::Digitos},
+             .Nome = "txtMarcaINMETRO",
+             .NomeAcessivel = "Certificado ou declaração"},
+        }),
+        EmLinha({
+            {.Ajustes = AjustesLabel{}, .Nome = "Label20", .Caption = "Dt. de Verif.:"},
+            {.Ajustes = AjustesZtData{}, .Nome = "txtDtVerifINMETRO"},
+            {.Ajustes = AjustesLabel{}, .Nome = "Label3", .Caption = "Dt. de Venc.:"},
+            {.Ajustes = AjustesZtData{}, .Nome = "txtDtVencINMETRO"},
+        }),
+    });
+    const Peca portaria = {
+        .Ajustes = AjustesZtFrame{.Contorno = true},
+        .Nome = "fraPortariaDIMEL",
+        .Caption = "Portaria DIMEL: ",
+        .Disposicao = Arranjo::Linha,
+        .Pecas = {{.Ajustes = AjustesLabel{}, .Nome = "Label5", .Caption = "Número:"},
+                  {.Ajustes = AjustesZtMask{.MaxLength = 6, .Tipo = TipoMascara::Digitos, .SomenteMaiusculas = false},
+                   .Nome = "txtNroPortDIMEL"},
+                  {.Ajustes = AjustesLabel{}, .Nome = "Label6", .Caption = "Ano:"},
+                  {.Ajustes = AjustesZtMask{.MaxLength = 2, .SomenteMaiusculas = false}, .Nome = "txtAnoPortDIMEL"},
+                  Mola()},
+    };
+    const Peca documento = {
+        .Ajustes = AjustesZtFrame{.Contorno = true},
+        .Nome = "fraDocumento",
+        .Caption = "Certificado",
+        .Pecas =
+            {EmLinha({
+                 {.Ajustes = AjustesCommandButton{}, .Nome = "cmdProcurar", .Caption = "&Procurar..."},
+                 {.Ajustes = AjustesCommandButton{.Cancel = true}, .Nome = "cmdVisualizar", .Caption = "&Visualizar"},
+                 {.Ajustes = AjustesCommandButton{}, .Nome = "cmdUpload", .Caption = "&Upload", .Enabled = false},
+                 Mola(),
+             }),
+             {.Ajustes = AjustesLabel{.Papel = PapelLabel::Paragrafo}, .Nome = "lblMsgCert"}},
+    };
+    const Peca abas = {
+        .Ajustes = AjustesSSTab{.Paginas = {"Geral"}},
+        .Nome = "SSTab1",
+        .Elastica = true,
+        .Pecas = {EmColuna({
+            {.Ajustes = AjustesZtFrame{}, .Nome = "Frame1"}, // stands behind the fields and holds none of them
+            campos,
+            portaria,
+            documento,
+            Mola(),
+        })},
+    };
 
-    Guarda(fabrica->CriaLabel(form, Ajusta("Label8", "Tipo:", SSTab1, 0)));
-    auto tipo = Ajusta<AjustesZtCombo>("cboTipo", "", SSTab1, 0);
-    tipo.Estilo = 1;
-    tipo.ColunaValor = 1;
-    tipo.DelimitadorColuna = "|";
-    cboTipo = Guarda(fabrica->CriaZtCombo(form, tipo));
+    const Peca botoes = EmLinha({
+        Mola(),
+        {.Ajustes = AjustesCommandButton{.Default = true}, .Nome = "cmdOK", .Caption = "&OK"},
+        {.Ajustes = AjustesCommandButton{}, .Nome = "cmdAjuda", .Caption = "&Ajuda"},
+        {.Ajustes = AjustesCommandButton{}, .Nome = "cmdCancelar", .Caption = "&Cancelar"},
+    });
+    const Peca dialogo = {.Ajustes = AjustesCommonDialog{}, .Nome = "cdAbreArquivos", .Visible = false};
+    return {.Caption = "Detalhes da Aferição",
+            .Largura = 7200,
+            .Altura = 6300,
+            .Raiz = EmColuna({cabecalho, abas, botoes, dialogo})};
+}
 
-    Guarda(fabrica->CriaLabel(form, Ajusta("lblNroINMETRO", "Número:", SSTab1, 0)));
-    auto numero = Ajusta<AjustesTextBox>("txtNroINMETRO", "", SSTab1, 0);
-    numero.MaxLength = 10;
-    txtNroINMETRO = Guarda(fabrica->CriaTextBox(form, numero));
-
-    lblMarcaINMETRO = Guarda(fabrica->CriaLabel(form, Ajusta("lblMarcaINMETRO", "", SSTab1, 0)));
-    auto marca = Ajusta<AjustesZtMask>("txtMarcaINMETRO", "", SSTab1, 0);
-    marca.MaxLength = 14;
-    marca.Tipo = 1;
-    txtMarcaINMETRO = Guarda(fabrica->CriaZtMask(form, marca));
-
-    Guarda(fabrica->CriaLabel(form, Ajusta("Label20", "Dt. de Verif.:", SSTab1, 0)));
-    txtDtVerifINMETRO = Guarda(fabrica->CriaZtData(form, Ajusta("txtDtVerifINMETRO", "", SSTab1, 0)));
-    Guarda(fabrica->CriaLabel(form, Ajusta("Label3", "Dt. de Venc.:", SSTab1, 0)));
-    txtDtVencINMETRO = Guarda(fabrica->CriaZtData(form, Ajusta("txtDtVencINMETRO", "", SSTab1, 0)));
-
-    fraPortariaDIMEL = Guarda(fabrica->CriaZtFrame(form, Ajusta("fraPortariaDIMEL", "Portaria DIMEL: ", SSTab1, 0)));
-    Guarda(fabrica->CriaLabel(form, Ajusta("Label5", "Número:", fraPortariaDIMEL)));
-    auto nroPortaria = Ajusta<AjustesZtMask>("txtNroPortDIMEL", "", fraPortariaDIMEL);
-    nroPortaria.MaxLength = 6;
-    nroPortaria.Tipo = 1;
-    nroPortaria.SomenteMaiusculas = false;
-    txtNroPortDIMEL = Guarda(fabrica->CriaZtMask(form, nroPortaria));
-    Guarda(fabrica->CriaLabel(form, Ajusta("Label6", "Ano:", fraPortariaDIMEL)));
-    auto anoPortaria = Ajusta<AjustesZtMask>("txtAnoPortDIMEL", "", fraPortariaDIMEL);
-    anoPortaria.MaxLength = 2;
-    anoPortaria.SomenteMaiusculas = false;
-    txtAnoPortDIMEL = Guarda(fabrica->CriaZtMask(form, anoPortaria));
-
-    fraDocumento = Guarda(fabrica->CriaZtFrame(form, Ajusta("fraDocumento", "Certificado", SSTab1, 0)));
-    auto procurar = Ajusta<AjustesCommandButton>("cmdProcurar", "&Procurar...", fraDocumento);
-    cmdProcurar = Guarda(fabrica->CriaCommandButton(form, procurar));
-    auto visualizar = Ajusta<AjustesCommandButton>("cmdVisualizar", "&Visualizar", fraDocumento);
-    visualizar.Cancel = true;
-    cmdVisualizar = Guarda(fabrica->CriaCommandButton(form, visualizar));
-    auto upload = Ajusta<AjustesCommandButton>("cmdUpload", "&Upload", fraDocumento);
-    upload.Enabled = false;
-    cmdUpload = Guarda(fabrica->CriaCommandButton(form, upload));
-    lblMsgCert = Guarda(fabrica->CriaLabel(form, Ajusta("lblMsgCert", "", fraDocumento)));
-
-    auto ok = Ajusta<AjustesCommandButton>("cmdOK", "&OK", nullptr);
-    ok.Default = true;
-    cmdOK = Guarda(fabrica->CriaCommandButton(form, ok));
-    cmdAjuda = Guarda(fabrica->CriaCommandButton(form, Ajusta<AjustesCommandButton>("cmdAjuda", "&Ajuda", nullptr)));
-    cmdCancelar =
-        Guarda(fabrica->CriaCommandButton(form, Ajusta<AjustesCommandButton>("cmdCancelar", "&Cancelar", nullptr)));
-    auto dialogo = Ajusta("cdAbreArquivos", "", nullptr);
-    dialogo.Visible = false;
-    cdAbreArquivos = Guarda(fabrica->CriaCommonDialog(form, dialogo));
+void frmEquipAfericoes::LigaControles()
+{
+    Toma(lblCodEquip, "lblCodEquip");
+    Toma(lblNroSensor, "lblNroSensor");
+    Toma(cboTipo, "cboTipo");
+    Toma(txtNroINMETRO, "txtNroINMETRO");
+    Toma(lblMarcaINMETRO, "lblMarcaINMETRO");
+    Toma(txtMarcaINMETRO, "txtMarcaINMETRO");
+    Toma(txtDtVerifINMETRO, "txtDtVerifINMETRO");
+    Toma(txtDtVencINMETRO, "txtDtVencINMETRO");
+    Toma(fraPortariaDIMEL, "fraPortariaDIMEL");
+    Toma(txtNroPortDIMEL, "txtNroPortDIMEL");
+    Toma(txtAnoPortDIMEL, "txtAnoPortDIMEL");
+    Toma(fraDocumento, "fraDocumento");
+    Toma(cmdProcurar, "cmdProcurar");
+    Toma(cmdVisualizar, "cmdVisualizar");
+    Toma(cmdUpload, "cmdUpload");
+    Toma(lblMsgCert, "lblMsgCert");
+    Toma(cmdOK, "cmdOK");
+    Toma(cmdCancelar, "cmdCancelar");
+    Toma(cdAbreArquivos, "cdAbreArquivos");
 
     Liga(cboTipo->Click(), &frmEquipAfericoes::cboTipo_Click, "cboTipo_Click");
     Liga(cmdProcurar->Click(), &frmEquipAfericoes::cmdProcurar_Click, "cmdProcurar_Click");
@@ -305,15 +335,16 @@ try {
     if (outra.Nada()) {
         return true;
     }
-    std::string texto = "Data de verificação do INMETRO (" + Plataforma()->DataCurta(dtVerif) +
-                        ") em conflito com a \r\naferição dos dias " + Format(outra->DataVerificacao, "dd/mm/yyyy") +
-                        " e " + Format(outra->DataVencimento, "dd/mm/yyyy") + ".";
+    std::string texto = "Data de verificação do INMETRO (" + Plataforma()->DataCurta(dtVerif) + ") em conflito com a " +
+                        QuebraDeLinha + "aferição dos dias " + Format(outra->DataVerificacao, "dd/mm/yyyy") + " e " +
+                        Format(outra->DataVencimento, "dd/mm/yyyy") + ".";
     if (!m_Inclusao) {
         Plataforma()->CaixaInformacao(texto, "Atenção");
         return false;
     }
-    texto += "\r\n\r\nDeseja continuar ?\r\n\r\n"
-             "OBS: Caso continue, a data de vencimento da aferição em conflito será\r\n"
+    const std::string linhaVazia = QuebraDeLinha + QuebraDeLinha;
+    texto += linhaVazia + "Deseja continuar ?" + linhaVazia +
+             "OBS: Caso continue, a data de vencimento da aferição em conflito será" + QuebraDeLinha +
              "recalculada automaticamente (um dia antes da nova data de verificação).";
     if (!Plataforma()->PerguntaSimNao(texto, "Atenção", false)) {
         return false;

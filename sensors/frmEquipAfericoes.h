@@ -13,6 +13,7 @@
 class frmEquipAfericoes : public Formulario {
   public:
     std::string_view NomeTipo() const override { return "frmEquipAfericoes"; }
+    ::Desenho Desenho() const override;
 
     // Opens a new record, modally; true when it was confirmed.
     bool CarregaInclusao(const Ref<clsAfericao> &cAfericao);
@@ -22,14 +23,12 @@ class frmEquipAfericoes : public Formulario {
     void CarregaDetalhes(const Ref<clsAfericao> &cAfericao);
 
   protected:
-    void CriaControles() override;
-    std::string CaptionDeProjeto() const override { return "Detalhes da Aferição"; }
+    void LigaControles() override;
     void Form_Unload(bool &cancela) override;
 
   private:
     Ref<ILabel> lblCodEquip;
     Ref<ILabel> lblNroSensor;
-    Ref<ISSTab> SSTab1;
     Ref<IztCombo> cboTipo;
     Ref<ITextBox> txtNroINMETRO;
     Ref<ILabel> lblMarcaINMETRO;
@@ -45,7 +44,6 @@ class frmEquipAfericoes : public Formulario {
     Ref<ICommandButton> cmdUpload;
     Ref<ILabel> lblMsgCert;
     Ref<ICommandButton> cmdOK;
-    Ref<ICommandButton> cmdAjuda;
     Ref<ICommandButton> cmdCancelar;
     Ref<ICommonDialog> cdAbreArquivos;
 

@@ -2,7 +2,6 @@
 
 #include "equipment/clsEquipto.h"
 #include "host/HostServices.h"
-#include "sensors/Ajusta.h"
 #include "shell/Geral.h"
 #include "shell/ModGeral.h"
 
@@ -12,65 +11,77 @@ constexpr std::int16_t AbaAfericoes = 1;
 
 } // namespace
 
-void frmEquipSensores::CriaControles()
+Desenho frmEquipSensores::Desenho() const
 {
-    Ref<IFabricaControles> fabrica = Host().Controles();
-    Ref<IForm> form = EsteForm();
-    DefineTamanho(8100, 6000);
+    const Peca cabecalho = EmLinha({
+        {.Ajustes = AjustesLabel{}, .Nome = "Label1", .Caption = "Código Eqpto:"},
+        {.Ajustes = AjustesLabel{.Papel = PapelLabel::Valor}, .Nome = "lblCodEquip", .Elastica = true},
+    });
 
-    Guarda(fabrica->CriaLabel(form, Ajusta("Label1", "Código Eqpto:", nullptr)));
-    lblCodEquip = Guarda(fabrica->CriaLabel(form, Ajusta("lblCodEquip", "", nullptr)));
+    const Peca numero = {
+        .Ajustes = AjustesZtFrame{},
+        .Nome = "Frame3",
+        .Disposicao = Arranjo::Linha,
+        .Pecas = {{.Ajustes = AjustesLabel{}, .Nome = "Label7", .Caption = "Número:"},
+                  {.Ajustes = AjustesZtMask{.MaxLength = 2, .Tipo = TipoMascara::Digitos, .ReadOnly = true},
+                   .Nome = "txtNroSensor"},
+                  Mola()},
+    };
+    const Peca endereco = {
+        .Ajustes = AjustesZtFrame{.Contorno = true},
+        .Nome = "Frame2",
+        .Caption = "Endereço:",
+        .Pecas = {{.Ajustes = AjustesZtEndereco{}, .Nome = "ztEndereco1"}},
+    };
+    const Peca local = EmLinha({
+        {.Ajustes = AjustesLabel{}, .Nome = "Label3", .Caption = "Endereço na Notificação:"},
+        {.Ajustes = AjustesTextBox{.MaxLength = 80}, .Nome = "txtLocalInfr", .Elastica = true},
+    });
+    const Peca dados = {
+        .Ajustes = AjustesZtFrame{}, .Nome = "fraDados", .Indice = 0, .Pecas = {numero, endereco, local, Mola()}};
 
-    auto abas = Ajusta<AjustesSSTab>("sstDados", "", nullptr);
-    abas.Paginas = {"Dados", "Aferições"};
-    sstDados = Guarda(fabrica->CriaSSTab(form, abas));
-    for (std::int16_t aba = 0; aba <= AbaAfericoes; ++aba) {
-        auto quadro = Ajusta("fraDados", "", sstDados, aba);
-        quadro.Indice = aba;
-        quadro.Enabled = aba == sstDados->Tab();
-        fraDados.at(static_cast<std::size_t>(aba)) = Guarda(fabrica->CriaZtFrame(form, quadro));
-    }
+    const Peca afericoes = {
+        .Ajustes = AjustesZtFrame{},
+        .Nome = "fraDados",
+        .Indice = AbaAfericoes,
+        .Enabled = false,
+        .Pecas = {{.Ajustes = AjustesZtList{.TipoMenu = 2,
+                                            .BotoesLaterais = true,
+                                            .BotaoEliminar = false,
+                                            .BotaoVisivel = false,
+                                            .BotaoEnabled = false,
+                                            .BotoesFecharAjuda = false},
+                   .Nome = "ztListaAfericao",
+                   .Elastica = true}},
+    };
 
-    Ref<IztFrame> Frame3 = Guarda(fabrica->CriaZtFrame(form, Ajusta("Frame3", "", fraDados[0])));
-    Guarda(fabrica->CriaLabel(form, Ajusta("Label7", "Número:", Frame3)));
-    auto numero = Ajusta<AjustesZtMask>("txtNroSensor", "", Frame3);
-    numero.MaxLength = 2;
-    numero.Tipo = 1;
-    numero.ReadOnly = true;
-    txtNroSensor = Guarda(fabrica->CriaZtMask(form, numero));
+    const Peca abas = {
+        .Ajustes = AjustesSSTab{.Paginas = {"Dados", "Aferições"}},
+        .Nome = "sstDados",
+        .Elastica = true,
+        .Pecas = {dados, afericoes},
+    };
+    const Peca botoes = EmLinha({
+        Mola(),
+        {.Ajustes = AjustesCommandButton{}, .Nome = "cmdOK", .Caption = "&OK"},
+        {.Ajustes = AjustesCommandButton{}, .Nome = "cmdAjuda", .Caption = "&Ajuda"},
+        {.Ajustes = AjustesCommandButton{.Cancel = true}, .Nome = "cmdCancelar", .Caption = "&Cancelar"},
+    });
+    return {
+        .Caption = "Detalhes do Sensor", .Largura = 8100, .Altura = 6000, .Raiz = EmColuna({cabecalho, abas, botoes})};
+}
 
-    Ref<IztFrame> Frame2 = Guarda(fabrica->CriaZtFrame(form, Ajusta("Frame2", "Endereço:", fraDados[0])));
-    auto endereco = Ajusta<AjustesZtEndereco>("ztEndereco1", "", Frame2);
-    endereco.TipoCapturaEndereco = 0;
-    endereco.ReadOnlyMunicipio = false;
-    endereco.LogradouroObrigatorio = true;
-    endereco.MostrarSomenteComBairro = false;
-    endereco.ObrigarCodigoLogradouro = true;
-    endereco.MostrarEnderecosIncompletos = true;
-    endereco.EstiloEdicao = 0;
-    endereco.TipoBorda = 0;
-    endereco.MostraCepEPesquisaCep = true;
-    ztEndereco1 = Guarda(fabrica->CriaZtEndereco(form, endereco));
-
-    Guarda(fabrica->CriaLabel(form, Ajusta("Label3", "Endereço na Notificação:", fraDados[0])));
-    auto local = Ajusta<AjustesTextBox>("txtLocalInfr", "", fraDados[0]);
-    local.MaxLength = 80;
-    txtLocalInfr = Guarda(fabrica->CriaTextBox(form, local));
-
-    auto lista = Ajusta<AjustesZtList>("ztListaAfericao", "", fraDados[1]);
-    lista.TipoMenu = 2;
-    lista.BotoesLaterais = true;
-    lista.BotaoEliminar = false;
-    lista.BotaoVisivel = false;
-    lista.BotaoEnabled = false;
-    lista.BotoesFecharAjuda = false;
-    ztListaAfericao = Guarda(fabrica->CriaZtList(form, lista));
-
-    cmdOK = Guarda(fabrica->CriaCommandButton(form, Ajusta<AjustesCommandButton>("cmdOK", "&OK", nullptr)));
-    cmdAjuda = Guarda(fabrica->CriaCommandButton(form, Ajusta<AjustesCommandButton>("cmdAjuda", "&Ajuda", nullptr)));
-    auto cancelar = Ajusta<AjustesCommandButton>("cmdCancelar", "&Cancelar", nullptr);
-    cancelar.Cancel = true;
-    cmdCancelar = Guarda(fabrica->CriaCommandButton(form, cancelar));
+void frmEquipSensores::LigaControles()
+{
+    Toma(lblCodEquip, "lblCodEquip");
+    Toma(sstDados, "sstDados");
+    Toma(fraDados, "fraDados");
+    Toma(txtNroSensor, "txtNroSensor");
+    Toma(ztEndereco1, "ztEndereco1");
+    Toma(txtLocalInfr, "txtLocalInfr");
+    Toma(ztListaAfericao, "ztListaAfericao");
+    Toma(cmdOK, "cmdOK");
+    Toma(cmdCancelar, "cmdCancelar");
 
     Liga(sstDados->Click(), &frmEquipSensores::sstDados_Click, "sstDados_Click");
     Liga(ztEndereco1->EntradaOK(), &frmEquipSensores::ztEndereco1_EntradaOK, "ztEndereco1_EntradaOK");

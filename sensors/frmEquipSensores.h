@@ -14,6 +14,7 @@
 class frmEquipSensores : public Formulario {
   public:
     std::string_view NomeTipo() const override { return "frmEquipSensores"; }
+    ::Desenho Desenho() const override;
 
     // Opens a new sensor, modally; true when it was confirmed.
     bool CarregaInclusao(const Ref<clsSensor> &cSensor);
@@ -23,8 +24,7 @@ class frmEquipSensores : public Formulario {
     void CarregaDetalhes(const Ref<clsSensor> &cSensor);
 
   protected:
-    void CriaControles() override;
-    std::string CaptionDeProjeto() const override { return "Detalhes do Sensor"; }
+    void LigaControles() override;
     void Form_Unload(bool &cancela) override;
 
   private:
@@ -36,7 +36,6 @@ class frmEquipSensores : public Formulario {
     Ref<ITextBox> txtLocalInfr;
     Ref<IztList> ztListaAfericao;
     Ref<ICommandButton> cmdOK;
-    Ref<ICommandButton> cmdAjuda;
     Ref<ICommandButton> cmdCancelar;
 
     bool m_OK = false; // the user confirmed

@@ -82,10 +82,40 @@ void Formulario::DefineIcone(const std::string &chave)
     m_Mudou.dispara();
 }
 
-void Formulario::DefineTamanho(std::int32_t largura, std::int32_t altura)
+Formulario::Recipiente Formulario::Cria(IFabricaControles &fabrica, const Peca &peca, const Recipiente &recipiente)
 {
-    m_Width = largura;
-    m_Height = altura;
+    if (!peca.Especie()) {
+        return recipiente;
+    }
+    m_Controles.push_back(fabrica.Cria(EsteForm(), peca, recipiente.Controle, recipiente.Pagina));
+    return {m_Controles.back()};
+}
+
+void Formulario::CriaConteudo(IFabricaControles &fabrica, const Peca &peca, const Recipiente &recipiente)
+{
+    if (peca.Especie() != EspecieControle::SSTab) {
+        for (const Peca &contida : peca.Pecas) {
+            CriaConteudo(fabrica, contida, Cria(fabrica, contida, recipiente));
+        }
+        return;
+    }
+    std::vector<Recipiente> paginas;
+    for (const Peca &pagina : peca.Pecas) {
+        paginas.push_back(Cria(fabrica, pagina, {recipiente.Controle, static_cast<std::int16_t>(paginas.size())}));
+    }
+    for (std::size_t i = 0; i < paginas.size(); ++i) {
+        CriaConteudo(fabrica, peca.Pecas[i], paginas[i]);
+    }
+}
+
+Ref<IControle> Formulario::ControleChamado(const std::string &nome, std::int16_t indice) const
+{
+    for (const Ref<IControle> &controle : m_Controles) {
+        if (controle->Nome() == nome && controle->Indice() == indice) {
+            return controle;
+        }
+    }
+    throw Falha(NumeroFalha::ArgumentoInvalido);
 }
 
 void Formulario::Carregar()
@@ -98,10 +128,14 @@ void Formulario::Carregar()
     m_Enabled = true;
     m_Visible = false;
     m_WindowState = JanelaNormal;
-    m_Caption = CaptionDeProjeto();
+    const ::Desenho desenho = Desenho();
+    m_Caption = desenho.Caption;
+    m_Width = desenho.Largura;
+    m_Height = desenho.Altura;
     m_hwnd = ++g_UltimoHwnd;
     try {
-        CriaControles();
+        CriaConteudo(*Host().Controles(), desenho.Raiz, {});
+        LigaControles();
         Plataforma()->Carrega(EsteForm());
     } catch (...) { // not loaded: the next attempt starts afresh
         m_hwnd = 0;

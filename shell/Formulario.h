@@ -3,6 +3,8 @@
 #include "host/HostServices.h"
 #include "shell/Assinante.h"
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -52,10 +54,8 @@ class Formulario : public IForm, public Assinante {
     Evento<std::int16_t> &PediuOrdem() override { return m_PediuOrdem; }
 
   protected:
-    // Creates the controls with their stored settings, in tab order, and connects their events.
-    virtual void CriaControles() = 0;
-    // Design caption, written at each load.
-    virtual std::string CaptionDeProjeto() const = 0;
+    // The controls of the description stand: takes those that the form uses, by name, and connects their events.
+    virtual void LigaControles() {}
     // The form's own events. A fault in one of them reaches the host, so they end their own chain.
     virtual void Form_Unload(bool &cancela);
     virtual void Form_Activate();
@@ -72,20 +72,37 @@ class Formulario : public IForm, public Assinante {
     void AbandonaCarga() noexcept;
 
     void DefineIcone(const std::string &chave);
-    // Size as designed, in twips; called by CriaControles.
-    void DefineTamanho(std::int32_t largura, std::int32_t altura);
 
-    // Keeps a new control among those of the form, and returns it.
-    template <class Controle> Ref<Controle> Guarda(Ref<Controle> controle)
+    // The control of that name; fault 5 when the description tells none.
+    template <class Controle> void Toma(Ref<Controle> &membro, const std::string &nome, std::int16_t indice = -1) const
     {
-        m_Controles.push_back(controle);
-        return controle;
+        membro = ComoTipo<Controle>(ControleChamado(nome, indice));
+    }
+    // The control array of that name, from its first index on.
+    template <class Controle, std::size_t N>
+    void Toma(std::array<Ref<Controle>, N> &membros, const std::string &nome, std::int16_t primeiro = 0) const
+    {
+        for (Ref<Controle> &membro : membros) {
+            Toma(membro, nome, primeiro++);
+        }
     }
 
     // A reference to this form, for handing it on.
     Ref<IForm> EsteForm() { return Eu(static_cast<IForm &>(*this)); }
 
   private:
+    // What holds a control: another control, at one of its pages, or Nothing for the form itself.
+    struct Recipiente {
+        Ref<IControle> Controle;
+        std::int16_t Pagina = -1;
+    };
+
+    // Creates the control of a piece, if it is one. What holds the pieces in it.
+    Recipiente Cria(IFabricaControles &fabrica, const Peca &peca, const Recipiente &recipiente);
+    // Creates what is in a piece. Frames that are the pages of a tab strip come before what is on the pages.
+    void CriaConteudo(IFabricaControles &fabrica, const Peca &peca, const Recipiente &recipiente);
+    Ref<IControle> ControleChamado(const std::string &nome, std::int16_t indice) const;
+
     bool m_Carregado = false;
     bool m_Enabled = true;
     bool m_Visible = false;

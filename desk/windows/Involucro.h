@@ -9,6 +9,4 @@ class Involucro : public Formulario {
     std::string_view NomeTipo() const override { return "frmFilha"; }
 
   protected:
-    void CriaControles() override {}
-    std::string CaptionDeProjeto() const override { return ""; }
 };

@@ -77,7 +77,9 @@ void JanelaForm::LigaControles()
             continue; // a control without a picture, such as a file dialog
         }
         if (auto *rotulo = findChild<QLabel *>("rot_" + NomeDoWidget(*controle))) {
-            rotulo->setText(Q(controle->Rotulo()));
+            const auto mostra = [rotulo, controle] { rotulo->setText(Q(controle->Rotulo())); };
+            mostra();
+            m_Conexoes.push_back(ComoBase(controle)->Mudou().liga(mostra));
         }
         if (widget->accessibleName().isEmpty() && !controle->Rotulo().empty()) {
             widget->setAccessibleName(Q(controle->Rotulo()));

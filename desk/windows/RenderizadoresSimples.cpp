@@ -8,6 +8,7 @@
 #include "controls/ztCombo.h"
 #include "controls/ztCommand.h"
 #include "controls/ztData.h"
+#include "controls/ztFrame.h"
 #include "controls/ztMask.h"
 #include "controls/ztVeiObservacao.h"
 
@@ -69,6 +70,10 @@ void RenderMoldura::Mostra()
 {
     if (auto *grupo = qobject_cast<QGroupBox *>(Widget())) {
         grupo->setTitle(Q(Controle()->Caption()).trimmed());
+    }
+    if (Como<ztFrame>(*this).ComoBotao()) {
+        Widget()->setBackgroundRole(QPalette::Button);
+        Widget()->setAutoFillBackground(true);
     }
 }
 

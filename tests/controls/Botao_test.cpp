@@ -10,7 +10,7 @@ class BotaoTest : public testing::Test {
   protected:
     Tela m_Tela;
     Ref<ztFrame> m_Frame = m_Tela.PoeFrame("fraDocumento");
-    Ref<CommandButton> m_Cancelar = m_Tela.Poe<CommandButton>(Chamado<AjustesCommandButton>("cmdCancelar", m_Frame));
+    Ref<CommandButton> m_Cancelar = m_Tela.Poe<CommandButton>(Chamado<AjustesCommandButton>("cmdCancelar"), m_Frame);
     Ref<ztCommand> m_Ok = m_Tela.Poe<ztCommand>(Chamado<AjustesZtCommand>("ztCmdOK"));
     Ref<ztCommand> m_Aplicar = m_Tela.Poe<ztCommand>(Chamado<AjustesZtCommand>("ztCmdAplicar"));
 };
@@ -42,9 +42,7 @@ TEST_F(BotaoTest, DefineDefault_OnASecondButton_TakesItFromTheFirst)
 TEST_F(BotaoTest, Fresh_SetAsDefault_TakesItFromThoseThatAreThere)
 {
     m_Ok->DefineDefault(true);
-    auto ajustes = Chamado<AjustesCommandButton>("cmdOK");
-    ajustes.Default = true;
-    ajustes.Cancel = true;
+    auto ajustes = Chamado<AjustesCommandButton>("cmdOK", {.Default = true, .Cancel = true});
     const Ref<CommandButton> outro = m_Tela.Poe<CommandButton>(ajustes);
     EXPECT_TRUE(outro->Default());
     EXPECT_TRUE(outro->Cancel());

@@ -14,7 +14,7 @@ class CheckBoxTest : public testing::Test {
 
     Tela m_Tela;
     Ref<ztFrame> m_Frame = m_Tela.PoeFrame("fraDiasSemana");
-    Ref<CheckBox> m_Caixa = m_Tela.Poe<CheckBox>(Chamado<AjustesControle>("chkDia", m_Frame));
+    Ref<CheckBox> m_Caixa = m_Tela.Poe<CheckBox>(Chamado<AjustesCheckBox>("chkDia"), m_Frame);
 };
 
 TEST_F(CheckBoxTest, Fresh_IsUnchecked)

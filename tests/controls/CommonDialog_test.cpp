@@ -7,7 +7,7 @@ namespace {
 class CommonDialogTest : public testing::Test {
   protected:
     Tela m_Tela;
-    Ref<CommonDialog> m_Dialogo = m_Tela.Poe<CommonDialog>(Chamado<AjustesControle>("cdAbreArquivos"));
+    Ref<CommonDialog> m_Dialogo = m_Tela.Poe<CommonDialog>(Chamado<AjustesCommonDialog>("cdAbreArquivos"));
 };
 
 TEST_F(CommonDialogTest, Settings_AreWhatTheScreenReads)

@@ -21,7 +21,8 @@ class ControleAlheio : public IControle {
     EspecieControle Especie() const override { return EspecieControle::Label; }
     std::string Caption() const override { return "&Alheio"; }
     void DefineCaption(const std::string &) override {}
-    const std::string &Rotulo() const override { return m_Rotulo; }
+    std::string Rotulo() const override { return {}; }
+    void DefineRotulo(const std::string &) override {}
     Ref<IControle> Container() const override { return {}; }
     std::int16_t Pagina() const override { return -1; }
     std::int32_t Left() const override { return 0; }
@@ -37,5 +38,4 @@ class ControleAlheio : public IControle {
 
   private:
     std::string m_Nome;
-    std::string m_Rotulo;
 };

@@ -14,21 +14,16 @@ class ControleBaseTest : public testing::Test {
   protected:
     Ref<TextBox> Campo(const std::string &nome, const Ref<IControle> &container = nullptr, std::int16_t pagina = -1)
     {
-        return m_Tela.Poe<TextBox>(Chamado<AjustesTextBox>(nome, container, pagina));
+        return m_Tela.Poe<TextBox>(Chamado<AjustesTextBox>(nome), container, pagina);
     }
-    static AjustesSSTab DuasPaginas()
-    {
-        auto ajustes = Chamado<AjustesSSTab>("sstDados");
-        ajustes.Paginas = {"Dados", "Opções"};
-        return ajustes;
-    }
+    static Peca DuasPaginas() { return Chamado<AjustesSSTab>("sstDados", {.Paginas = {"Dados", "Opções"}}); }
 
     Tela m_Tela;
 };
 
 TEST_F(ControleBaseTest, Fresh_Disabled_IsAsItsSettingsSay)
 {
-    auto ajustes = Chamado<AjustesControle>("lblRejeicao");
+    auto ajustes = Chamado<AjustesLabel>("lblRejeicao");
     ajustes.Caption = "Utilizar a rejeição:";
     ajustes.Enabled = false;
     ajustes.Visible = false;
@@ -44,10 +39,11 @@ TEST_F(ControleBaseTest, Fresh_Disabled_IsAsItsSettingsSay)
 
 TEST_F(ControleBaseTest, Writing_AnotherValue_TellsTheScreenOncePerChange)
 {
-    const Ref<Label> label = m_Tela.Poe<Label>(Chamado<AjustesControle>("lblTolerancia"));
+    const Ref<Label> label = m_Tela.Poe<Label>(Chamado<AjustesLabel>("lblTolerancia"));
     m_Tela.Anota(label->Mudou(), "Mudou");
     const auto escreve = [&] {
         label->DefineCaption("7 Km/h");
+        label->DefineRotulo("Tolerância:");
         label->DefineEnabled(false);
         label->DefineVisible(false);
         label->DefineLeft(1);
@@ -56,10 +52,11 @@ TEST_F(ControleBaseTest, Writing_AnotherValue_TellsTheScreenOncePerChange)
         label->DefineHeight(4);
     };
     escreve();
-    EXPECT_EQ(m_Tela.Vistos().size(), 7U);
+    EXPECT_EQ(m_Tela.Vistos().size(), 8U);
     escreve();
     EXPECT_EQ(m_Tela.Vistos(), Textos{});
     EXPECT_EQ(label->Caption(), "7 Km/h");
+    EXPECT_EQ(label->Rotulo(), "Tolerância:");
     EXPECT_EQ(label->Left(), 1);
     EXPECT_EQ(label->Top(), 2);
     EXPECT_EQ(label->Width(), 3);
@@ -69,8 +66,8 @@ TEST_F(ControleBaseTest, Writing_AnotherValue_TellsTheScreenOncePerChange)
 TEST_F(ControleBaseTest, EffectiveState_FollowsContainersPagesAndForm)
 {
     const Ref<SSTab> abas = m_Tela.Poe<SSTab>(DuasPaginas());
-    const Ref<ztFrame> fora = m_Tela.Poe<ztFrame>(Chamado<AjustesControle>("fraDados", abas, 0));
-    const Ref<ztFrame> dentro = m_Tela.Poe<ztFrame>(Chamado<AjustesControle>("fraTipoVia", fora));
+    const Ref<ztFrame> fora = m_Tela.Poe<ztFrame>(Chamado<AjustesZtFrame>("fraDados"), abas, 0);
+    const Ref<ztFrame> dentro = m_Tela.Poe<ztFrame>(Chamado<AjustesZtFrame>("fraTipoVia"), fora);
     const Ref<TextBox> campo = Campo("txt", dentro);
     EXPECT_TRUE(campo->HabilitadoDeFato());
     EXPECT_TRUE(campo->VisivelDeFato());
@@ -156,8 +153,8 @@ TEST_F(ControleBaseTest, SetFocus_WhereItCannotBe_IsFault5AndLeavesTheFocus)
 
 TEST_F(ControleBaseTest, SetFocus_OnAKindWithoutFocus_IsFault438)
 {
-    const Ref<Label> label = m_Tela.Poe<Label>(Chamado<AjustesControle>("lbl"));
-    const Ref<Image> imagem = m_Tela.Poe<Image>(Chamado<AjustesControle>("Image1"));
+    const Ref<Label> label = m_Tela.Poe<Label>(Chamado<AjustesLabel>("lbl"));
+    const Ref<Image> imagem = m_Tela.Poe<Image>(Chamado<AjustesImage>("Image1"));
     const Ref<ztFrame> frame = m_Tela.PoeFrame("fra");
     EXPECT_EQ(imagem->NomeTipo(), "Image");
     EXPECT_EQ(frame->NomeTipo(), "ztFrame");
@@ -229,7 +226,7 @@ TEST_F(ControleBaseTest, DefineTabIndex_MovesTheControlAndClosesUpTheOthers)
 
 TEST_F(ControleBaseTest, Mudou_WhenItsHandlerReleasesTheForm_EndsInPeace)
 {
-    CheckBox *caixa = m_Tela.Poe<CheckBox>(Chamado<AjustesControle>("chk")).Ponteiro();
+    CheckBox *caixa = m_Tela.Poe<CheckBox>(Chamado<AjustesCheckBox>("chk")).Ponteiro();
     m_Tela.Liga(caixa->Mudou(), [&] { m_Tela.Solta(); });
     caixa->DefineEnabled(false);
     EXPECT_TRUE(m_Tela.Form.Nada());

@@ -1,6 +1,7 @@
 #include "controls/FabricaControles.h"
 
 #include "controls/ControleBase.h"
+#include "controls/SSTab.h"
 #include "tests/controls/Tela.h"
 
 namespace {
@@ -13,31 +14,29 @@ TEST(FabricaControles, Cria_EachKind_MakesItWithItsSettingsAndTellsTheHost)
     std::vector<Ref<IControle>> criados;
     tela.Liga(fabrica->CriouControle(), [&](const Ref<IControle> &controle) { criados.push_back(controle); });
 
-    auto botao = Chamado<AjustesCommandButton>("CommandButton");
-    botao.Cancel = true;
-    auto texto = Chamado<AjustesTextBox>("TextBox");
-    texto.MaxLength = 50;
-    auto abas = Chamado<AjustesSSTab>("SSTab");
-    abas.Paginas = {"Geral"};
-    const std::vector<Ref<IControle>> controles = {
-        fabrica->CriaLabel(form, Chamado<AjustesControle>("Label")),
-        fabrica->CriaTextBox(form, texto),
-        fabrica->CriaCheckBox(form, Chamado<AjustesControle>("CheckBox")),
-        fabrica->CriaOptionButton(form, Chamado<AjustesControle>("OptionButton")),
-        fabrica->CriaCommandButton(form, botao),
-        fabrica->CriaSSTab(form, abas),
-        fabrica->CriaImage(form, Chamado<AjustesControle>("Image")),
-        fabrica->CriaCommonDialog(form, Chamado<AjustesControle>("CommonDialog")),
-        fabrica->CriaZtList(form, Chamado<AjustesZtList>("ztList")),
-        fabrica->CriaZtCombo(form, Chamado<AjustesZtCombo>("ztCombo")),
-        fabrica->CriaZtMask(form, Chamado<AjustesZtMask>("ztMask")),
-        fabrica->CriaZtData(form, Chamado<AjustesControle>("ztData")),
-        fabrica->CriaZtCommand(form, Chamado<AjustesZtCommand>("ztCommand")),
-        fabrica->CriaZtFrame(form, Chamado<AjustesControle>("ztFrame")),
-        fabrica->CriaZtVeiObservacao(form, Chamado<AjustesTextBox>("ztVeiObservacao")),
-        fabrica->CriaZtEndereco(form, Chamado<AjustesZtEndereco>("ztEndereco")),
-        fabrica->CriaZtClienteSetor(form, Chamado<AjustesControle>("ztClienteSetor")),
+    const std::vector<Peca> pecas = {
+        Chamado<AjustesLabel>("Label"),
+        Chamado<AjustesTextBox>("TextBox", {.MaxLength = 50}),
+        Chamado<AjustesCheckBox>("CheckBox"),
+        Chamado<AjustesOptionButton>("OptionButton"),
+        Chamado<AjustesCommandButton>("CommandButton", {.Cancel = true}),
+        Chamado<AjustesSSTab>("SSTab", {.Paginas = {"Geral"}}),
+        Chamado<AjustesImage>("Image"),
+        Chamado<AjustesCommonDialog>("CommonDialog"),
+        Chamado<AjustesZtList>("ztList"),
+        Chamado<AjustesZtCombo>("ztCombo"),
+        Chamado<AjustesZtMask>("ztMask"),
+        Chamado<AjustesZtData>("ztData"),
+        Chamado<AjustesZtCommand>("ztCommand"),
+        Chamado<AjustesZtFrame>("ztFrame"),
+        Chamado<AjustesZtVeiObservacao>("ztVeiObservacao"),
+        Chamado<AjustesZtEndereco>("ztEndereco"),
+        Chamado<AjustesZtClienteSetor>("ztClienteSetor"),
     };
+    std::vector<Ref<IControle>> controles;
+    for (const Peca &peca : pecas) {
+        controles.push_back(fabrica->Cria(form, peca, nullptr, -1));
+    }
     ASSERT_EQ(controles.size(), 17U);
     EXPECT_TRUE(criados == controles);
     for (std::size_t i = 0; i < controles.size(); ++i) {
@@ -55,7 +54,26 @@ TEST(FabricaControles, Cria_EachKind_MakesItWithItsSettingsAndTellsTheHost)
 
 TEST(FabricaControles, Cria_ForNoForm_IsFault91)
 {
-    EXPECT_EQ(NumeroDaFalha([] { Novo<FabricaControles>()->CriaLabel(nullptr, {}); }), 91);
+    EXPECT_EQ(NumeroDaFalha([] { Novo<FabricaControles>()->Cria(nullptr, Chamado<AjustesLabel>("lbl"), nullptr, -1); }),
+              91);
+}
+
+TEST(FabricaControles, Cria_OfAnArrangement_IsFault5AndTellsNobody)
+{
+    Tela tela;
+    const Ref<FabricaControles> fabrica = Novo<FabricaControles>();
+    tela.Anota(fabrica->CriouControle(), "CriouControle");
+    EXPECT_EQ(NumeroDaFalha([&] { fabrica->Cria(tela.Form, EmLinha({}), nullptr, -1); }), 5);
+    EXPECT_EQ(tela.Vistos(), Textos{});
+}
+
+TEST(FabricaControles, Cria_OnAPage_KnowsWhatHoldsIt)
+{
+    Tela tela;
+    const auto abas = tela.Poe<SSTab>(Chamado<AjustesSSTab>("sstDados", {.Paginas = {"Dados", "Opções"}}));
+    const auto quadro = Novo<FabricaControles>()->Cria(tela.Form, Chamado<AjustesZtFrame>("fraDados"), abas, 1);
+    EXPECT_TRUE(quadro->Container() == abas);
+    EXPECT_EQ(quadro->Pagina(), 1);
 }
 
 } // namespace

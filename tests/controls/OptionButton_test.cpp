@@ -8,7 +8,7 @@ class OptionButtonTest : public testing::Test {
   protected:
     Ref<OptionButton> Opcao(const std::string &nome, const Ref<IControle> &container)
     {
-        Ref<OptionButton> opcao = m_Tela.Poe<OptionButton>(Chamado<AjustesControle>(nome, container));
+        Ref<OptionButton> opcao = m_Tela.Poe<OptionButton>(Chamado<AjustesOptionButton>(nome), container);
         m_Tela.Anota(opcao->Click(), nome + ".Click");
         m_Tela.Anota(opcao->Mudou(), nome + ".Mudou");
         return opcao;

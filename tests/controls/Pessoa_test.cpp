@@ -21,7 +21,7 @@ class PessoaTest : public testing::Test {
   protected:
     Ref<TextBox> Campo(const std::string &nome, const Ref<IControle> &container = nullptr, std::int16_t pagina = -1)
     {
-        return m_Tela.Poe<TextBox>(Chamado<AjustesTextBox>(nome, container, pagina));
+        return m_Tela.Poe<TextBox>(Chamado<AjustesTextBox>(nome), container, pagina);
     }
     Ref<CommandButton> Botao(const std::string &nome, const std::string &caption = {})
     {
@@ -33,13 +33,12 @@ class PessoaTest : public testing::Test {
     }
     Ref<SSTab> Abas()
     {
-        auto ajustes = Chamado<AjustesSSTab>("sstDados");
-        ajustes.Paginas = {"&Dados", "&Opções"};
+        auto ajustes = Chamado<AjustesSSTab>("sstDados", {.Paginas = {"&Dados", "&Opções"}});
         return m_Tela.Poe<SSTab>(ajustes);
     }
-    template <class C> Ref<C> Com(const std::string &nome, const std::string &caption)
+    template <class C, class Ajustes> Ref<C> Com(const std::string &nome, const std::string &caption)
     {
-        auto ajustes = Chamado<AjustesControle>(nome);
+        auto ajustes = Chamado<Ajustes>(nome);
         ajustes.Caption = caption;
         return m_Tela.Poe<C>(ajustes);
     }
@@ -55,7 +54,7 @@ class PessoaTest : public testing::Test {
 
 TEST_F(PessoaTest, Acha_ByNameAndIndex_IgnoresTheCaseOfTheName)
 {
-    auto ajustes = Chamado<AjustesControle>("chkDia");
+    auto ajustes = Chamado<AjustesCheckBox>("chkDia");
     ajustes.Indice = 1;
     const Ref<CheckBox> domingo = m_Tela.Poe<CheckBox>(ajustes);
     ajustes.Indice = 2;
@@ -70,8 +69,8 @@ TEST_F(PessoaTest, Acha_ByNameAndIndex_IgnoresTheCaseOfTheName)
 TEST_F(PessoaTest, Clica_OnButtonCheckBoxAndOption_ActsOnThem)
 {
     Botao("cmdOK");
-    const auto caixa = Com<CheckBox>("chkInativos", "");
-    const auto opcao = Com<OptionButton>("optUrbana", "");
+    const auto caixa = Com<CheckBox, AjustesCheckBox>("chkInativos", "");
+    const auto opcao = Com<OptionButton, AjustesOptionButton>("optUrbana", "");
     EXPECT_TRUE(m_Pessoa.Clica("cmdOK"));
     EXPECT_TRUE(m_Pessoa.Clica("chkInativos"));
     EXPECT_TRUE(m_Pessoa.Clica("optUrbana"));
@@ -83,7 +82,7 @@ TEST_F(PessoaTest, Clica_OnButtonCheckBoxAndOption_ActsOnThem)
 
 TEST_F(PessoaTest, Marca_AndDesmarca_ClickOnlyWhenNeeded)
 {
-    auto ajustes = Chamado<AjustesControle>("chkDia");
+    auto ajustes = Chamado<AjustesCheckBox>("chkDia");
     ajustes.Indice = 3;
     const Ref<CheckBox> terca = m_Tela.Poe<CheckBox>(ajustes);
     m_Tela.Anota(terca->Click(), "Click");
@@ -103,7 +102,7 @@ TEST_F(PessoaTest, Marca_AndDesmarca_ClickOnlyWhenNeeded)
 
 TEST_F(PessoaTest, Marca_OnAnOption_SwitchesItOn)
 {
-    const Ref<OptionButton> opcao = Com<OptionButton>("optSim", "Sim");
+    const Ref<OptionButton> opcao = Com<OptionButton, AjustesOptionButton>("optSim", "Sim");
     m_Tela.Anota(opcao->Click(), "Click");
     EXPECT_TRUE(m_Pessoa.Marca("optSim"));
     EXPECT_TRUE(m_Pessoa.Marca("optSim"));
@@ -114,9 +113,8 @@ TEST_F(PessoaTest, Marca_OnAnOption_SwitchesItOn)
 TEST_F(PessoaTest, Digita_OnFieldsAndCombos_TypesIntoThem)
 {
     const auto campo = Campo("txtModelo");
-    auto ajustes = Chamado<AjustesZtCombo>("cboMunic");
-    ajustes.PesquisaAoDigitar = true;
-    ajustes.Conteudo = "Canoas|1??Caxias do Sul|2??";
+    auto ajustes =
+        Chamado<AjustesZtCombo>("cboMunic", {.Conteudo = "Canoas|1??Caxias do Sul|2??", .PesquisaAoDigitar = true});
     const auto combo = m_Tela.Poe<ztCombo>(ajustes);
     EXPECT_TRUE(m_Pessoa.Digita("txtModelo", "AB"));
     EXPECT_TRUE(m_Pessoa.Digita("txtModelo", "C"));
@@ -133,8 +131,7 @@ TEST_F(PessoaTest, Digita_OnFieldsAndCombos_TypesIntoThem)
 
 TEST_F(PessoaTest, Escolhe_InACombo_ChoosesByTextOrPosition)
 {
-    auto ajustes = Chamado<AjustesZtCombo>("cboTipoEquip");
-    ajustes.Conteudo = "Lombada|L??Radar Fotográfico|R??";
+    auto ajustes = Chamado<AjustesZtCombo>("cboTipoEquip", {.Conteudo = "Lombada|L??Radar Fotográfico|R??"});
     const auto combo = m_Tela.Poe<ztCombo>(ajustes);
     EXPECT_TRUE(m_Pessoa.Escolhe("cboTipoEquip", "Radar Fotográfico"));
     EXPECT_EQ(combo->Valor(), "R");
@@ -148,8 +145,7 @@ TEST_F(PessoaTest, Escolhe_InACombo_ChoosesByTextOrPosition)
 
 TEST_F(PessoaTest, List_ByName_IsDriven)
 {
-    auto ajustes = Chamado<AjustesZtList>("ztLista");
-    ajustes.BarraCriteriosAtiva = true;
+    auto ajustes = Chamado<AjustesZtList>("ztLista", {.BarraCriteriosAtiva = true});
     const auto lista = m_Tela.Poe<ztList>(ajustes);
     lista->AlteraPrimeiraColuna(1, std::nullopt, "Nº", 1000, 0, "", true);
     TabelaTexto tabela(1);
@@ -175,7 +171,7 @@ TEST_F(PessoaTest, List_ByName_IsDriven)
 TEST_F(PessoaTest, Pickers_ByName_AreDriven)
 {
     const auto endereco = m_Tela.Poe<ztEndereco>(Chamado<AjustesZtEndereco>("ztEndereco1"));
-    const auto cliente = m_Tela.Poe<ztClienteSetor>(Chamado<AjustesControle>("ztCliente"));
+    const auto cliente = m_Tela.Poe<ztClienteSetor>(Chamado<AjustesZtClienteSetor>("ztCliente"));
     EXPECT_TRUE(m_Pessoa.InformaEndereco("ztEndereco1", 5, 10, "", "", "Rua A, 10"));
     EXPECT_EQ(endereco->Endereco()->CodLogradouro(), 5);
     EXPECT_TRUE(m_Pessoa.LimpaEndereco("ztEndereco1"));
@@ -273,7 +269,7 @@ TEST_F(PessoaTest, ShiftTab_WithoutFocus_GoesToTheLast)
 TEST_F(PessoaTest, Tab_SkipsWhatCannotHaveTheFocus)
 {
     const auto abas = Abas();
-    Com<Label>("lbl", "x");
+    Com<Label, AjustesLabel>("lbl", "x");
     Campo("a", abas, 0);
     Campo("b", abas, 1);
     Campo("c")->DefineEnabled(false);
@@ -304,7 +300,7 @@ TEST_F(PessoaTest, Tab_FromAControlThatWasDisabledSince_GoesOnFromItsPlace)
 
 TEST_F(PessoaTest, Tab_WhenNothingTakesTheFocus_IsRefused)
 {
-    Com<Label>("lbl", "x");
+    Com<Label, AjustesLabel>("lbl", "x");
     EXPECT_FALSE(m_Pessoa.Tab());
     EXPECT_EQ(m_Pessoa.Motivo(), "nenhum controle pode receber o foco");
 }
@@ -348,7 +344,7 @@ TEST_F(PessoaTest, Clica_OnAButtonOfAnotherMaker_IsRefused)
 
 TEST_F(PessoaTest, Tab_OutOfADate_MakesItsYearWhole)
 {
-    const auto data = m_Tela.Poe<ztData>(Chamado<AjustesControle>("ztdData"));
+    const auto data = m_Tela.Poe<ztData>(Chamado<AjustesZtData>("ztdData"));
     Campo("a");
     EXPECT_TRUE(m_Pessoa.Digita("ztdData", "010324"));
     EXPECT_TRUE(m_Pessoa.Tab());
@@ -398,7 +394,7 @@ TEST_F(PessoaTest, Enter_OnAButton_PressesThatOne)
 
 TEST_F(PessoaTest, Enter_InADate_MakesItsYearWholeBeforeTheButton)
 {
-    const auto data = m_Tela.Poe<ztData>(Chamado<AjustesControle>("ztdData"));
+    const auto data = m_Tela.Poe<ztData>(Chamado<AjustesZtData>("ztdData"));
     const auto botao = Botao("cmdOK");
     botao->DefineDefault(true);
     m_Tela.Liga(botao->Click(), [&] { EXPECT_TRUE(data->DataValida()); });
@@ -413,8 +409,7 @@ TEST_F(PessoaTest, Esc_PressesTheCancelButton)
     Botao("cmdOK");
     EXPECT_FALSE(m_Pessoa.Esc());
     EXPECT_EQ(m_Pessoa.Motivo(), "não há botão de cancelar");
-    auto ajustes = Chamado<AjustesCommandButton>("cmdVisualizar");
-    ajustes.Cancel = true;
+    auto ajustes = Chamado<AjustesCommandButton>("cmdVisualizar", {.Cancel = true});
     const auto cancelador = m_Tela.Poe<CommandButton>(ajustes);
     m_Tela.Anota(cancelador->Click(), "cmdVisualizar");
     EXPECT_TRUE(m_Pessoa.Esc());
@@ -457,11 +452,11 @@ TEST_F(PessoaTest, Alt_OnADoubledOrLoneAmpersand_IsNoMnemonic)
 
 TEST_F(PessoaTest, Alt_OnALabelOrFrame_LeadsToTheControlAfterIt)
 {
-    Com<Label>("lblA", "&Código:");
-    Com<Label>("lblB", "Descrição:");
+    Com<Label, AjustesLabel>("lblA", "&Código:");
+    Com<Label, AjustesLabel>("lblB", "Descrição:");
     const auto depois = Campo("txtCodigo");
-    const auto frame = Com<ztFrame>("fraTipoVia", "Tipo &Via:");
-    const auto opcao = m_Tela.Poe<OptionButton>(Chamado<AjustesControle>("optRodovia", frame));
+    const auto frame = Com<ztFrame, AjustesZtFrame>("fraTipoVia", "Tipo &Via:");
+    const auto opcao = m_Tela.Poe<OptionButton>(Chamado<AjustesOptionButton>("optRodovia"), frame);
     EXPECT_TRUE(m_Pessoa.Alt(U'v'));
     EXPECT_EQ(NomeComFoco(), "optRodovia");
     EXPECT_FALSE(opcao->Value());
@@ -484,7 +479,7 @@ TEST_F(PessoaTest, Alt_OnTheTextBesideAField_LeadsToTheField)
 TEST_F(PessoaTest, Alt_OnBoxesAndPages_ActsOnThem)
 {
     const auto abas = Abas();
-    const auto caixa = Com<CheckBox>("chk", "&Inativos");
+    const auto caixa = Com<CheckBox, AjustesCheckBox>("chk", "&Inativos");
     EXPECT_TRUE(m_Pessoa.Alt(U'i'));
     EXPECT_EQ(caixa->Value(), 1);
     EXPECT_TRUE(m_Pessoa.Alt(U'o'));

@@ -8,8 +8,9 @@ namespace {
 
 class PreparaDetalhesTest : public testing::Test {
   protected:
-    template <class I> Ref<I> Guarda(const Ref<I> &controle)
+    template <class I> Ref<I> Cria(AjustesPeca ajustes)
     {
+        Ref<I> controle = ComoTipo<I>(m_Fabrica->Cria(m_Tela.Form, {.Ajustes = std::move(ajustes)}, nullptr, -1));
         m_Tela.Form->Guarda(controle);
         return controle;
     }
@@ -21,15 +22,15 @@ class PreparaDetalhesTest : public testing::Test {
 TEST_F(PreparaDetalhesTest, OnFieldsAndPickers_ClosesThem)
 {
     const Ref<IForm> form = m_Tela.Form;
-    const auto texto = Guarda(m_Fabrica->CriaTextBox(form, {}));
-    const auto observacao = Guarda(m_Fabrica->CriaZtVeiObservacao(form, {}));
-    const auto mascara = Guarda(m_Fabrica->CriaZtMask(form, {}));
-    const auto data = Guarda(m_Fabrica->CriaZtData(form, {}));
-    const auto endereco = Guarda(m_Fabrica->CriaZtEndereco(form, {}));
-    const auto combo = Guarda(m_Fabrica->CriaZtCombo(form, {}));
-    const auto caixa = Guarda(m_Fabrica->CriaCheckBox(form, {}));
-    const auto opcao = Guarda(m_Fabrica->CriaOptionButton(form, {}));
-    const auto cliente = Guarda(m_Fabrica->CriaZtClienteSetor(form, {}));
+    const auto texto = Cria<ITextBox>(AjustesTextBox{});
+    const auto observacao = Cria<IztVeiObservacao>(AjustesZtVeiObservacao{});
+    const auto mascara = Cria<IztMask>(AjustesZtMask{});
+    const auto data = Cria<IztData>(AjustesZtData{});
+    const auto endereco = Cria<IztEndereco>(AjustesZtEndereco{});
+    const auto combo = Cria<IztCombo>(AjustesZtCombo{});
+    const auto caixa = Cria<ICheckBox>(AjustesCheckBox{});
+    const auto opcao = Cria<IOptionButton>(AjustesOptionButton{});
+    const auto cliente = Cria<IztClienteSetor>(AjustesZtClienteSetor{});
 
     PreparaDetalhes(form);
 
@@ -53,10 +54,14 @@ TEST_F(PreparaDetalhesTest, OnTheRest_LeavesItAsItIs)
 {
     const Ref<IForm> form = m_Tela.Form;
     const std::vector<Ref<IControle>> outros = {
-        Guarda(m_Fabrica->CriaLabel(form, {})),        Guarda(m_Fabrica->CriaImage(form, {})),
-        Guarda(m_Fabrica->CriaZtFrame(form, {})),      Guarda(m_Fabrica->CriaCommandButton(form, {})),
-        Guarda(m_Fabrica->CriaZtCommand(form, {})),    Guarda(m_Fabrica->CriaSSTab(form, {})),
-        Guarda(m_Fabrica->CriaCommonDialog(form, {})), Guarda(m_Fabrica->CriaZtList(form, {})),
+        Cria<ILabel>(AjustesLabel{}),
+        Cria<IImage>(AjustesImage{}),
+        Cria<IztFrame>(AjustesZtFrame{}),
+        Cria<ICommandButton>(AjustesCommandButton{}),
+        Cria<IztCommand>(AjustesZtCommand{}),
+        Cria<ISSTab>(AjustesSSTab{}),
+        Cria<ICommonDialog>(AjustesCommonDialog{}),
+        Cria<IztList>(AjustesZtList{}),
     };
     for (const Ref<IControle> &controle : outros) {
         m_Tela.Anota(ComoBase(controle)->Mudou(), "Mudou");
@@ -72,8 +77,8 @@ TEST_F(PreparaDetalhesTest, OnTheRest_LeavesItAsItIs)
 TEST_F(PreparaDetalhesTest, OnValues_LeavesThemAndRaisesNothing)
 {
     const Ref<IForm> form = m_Tela.Form;
-    const auto texto = Guarda(m_Fabrica->CriaTextBox(form, {}));
-    const auto caixa = Guarda(m_Fabrica->CriaCheckBox(form, {}));
+    const auto texto = Cria<ITextBox>(AjustesTextBox{});
+    const auto caixa = Cria<ICheckBox>(AjustesCheckBox{});
     texto->DefineText("Lombada");
     caixa->DefineValue(1);
     m_Tela.Anota(texto->Change(), "Change");

@@ -15,11 +15,9 @@ class SSTabTest : public testing::Test {
         m_Tela.Anota(m_Abas->Mudou(), "Mudou");
     }
 
-    static AjustesSSTab Ajustes()
+    static Peca Ajustes()
     {
-        auto ajustes = Chamado<AjustesSSTab>("sstDados");
-        ajustes.Paginas = {"Equipamento", "Dados", "Sensores"};
-        return ajustes;
+        return Chamado<AjustesSSTab>("sstDados", {.Paginas = {"Equipamento", "Dados", "Sensores"}});
     }
 
     Tela m_Tela;
@@ -142,9 +140,9 @@ TEST_F(SSTabTest, Abre_WhenClickReleasesTheForm_EndsInPeace)
 
 TEST_F(SSTabTest, Controls_OnAPage_AreThePersonsOnlyWhileItIsOpen)
 {
-    const Ref<TextBox> naSegunda = m_Tela.Poe<TextBox>(Chamado<AjustesTextBox>("txtModelo", m_Abas, 1));
-    const auto frame = m_Tela.Poe<ztFrame>(Chamado<AjustesControle>("fraDados", m_Abas, 1));
-    const Ref<TextBox> noFrame = m_Tela.Poe<TextBox>(Chamado<AjustesTextBox>("txtVelocPerm", frame));
+    const Ref<TextBox> naSegunda = m_Tela.Poe<TextBox>(Chamado<AjustesTextBox>("txtModelo"), m_Abas, 1);
+    const auto frame = m_Tela.Poe<ztFrame>(Chamado<AjustesZtFrame>("fraDados"), m_Abas, 1);
+    const Ref<TextBox> noFrame = m_Tela.Poe<TextBox>(Chamado<AjustesTextBox>("txtVelocPerm"), frame);
     for (const Ref<TextBox> &campo : {naSegunda, noFrame}) {
         m_Abas->DefineTab(0);
         EXPECT_FALSE(campo->Digita("x"));

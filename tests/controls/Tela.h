@@ -3,6 +3,7 @@
 #include "controls/ztFrame.h"
 #include "host/Falha.h"
 #include "tests/support/FormFalso.h"
+#include "tests/support/UmControle.h"
 
 #include <gtest/gtest.h>
 
@@ -18,19 +19,14 @@ class Tela {
     std::vector<std::string> Eventos;
 
     // Puts a control on the form.
-    template <class C, class Ajustes> Ref<C> Poe(const Ajustes &ajustes)
+    template <class C> Ref<C> Poe(const Peca &peca, const Ref<IControle> &container = nullptr, std::int16_t pagina = -1)
     {
-        Ref<C> controle = Novo<C>(Form, ajustes);
+        Ref<C> controle = Feito<C>(Form, peca, container, pagina);
         Form->Guarda(controle);
         return controle;
     }
 
-    Ref<ztFrame> PoeFrame(const std::string &nome)
-    {
-        AjustesControle ajustes;
-        ajustes.Nome = nome;
-        return Poe<ztFrame>(ajustes);
-    }
+    Ref<ztFrame> PoeFrame(const std::string &nome) { return Poe<ztFrame>(Chamado<AjustesZtFrame>(nome)); }
 
     // Writes the name down each time that the event is raised.
     template <class... Args> void Anota(Evento<Args...> &evento, std::string nome)
@@ -54,16 +50,6 @@ class Tela {
 };
 
 using Textos = std::vector<std::string>;
-
-template <class Ajustes>
-Ajustes Chamado(const std::string &nome, const Ref<IControle> &container = nullptr, std::int16_t pagina = -1)
-{
-    Ajustes ajustes;
-    ajustes.Nome = nome;
-    ajustes.Container = container;
-    ajustes.Pagina = pagina;
-    return ajustes;
-}
 
 // Number of the fault that the command raises; 0 when it raises none.
 inline std::int32_t NumeroDaFalha(const std::function<void()> &comando)

@@ -8,8 +8,7 @@ class TextBoxTest : public testing::Test {
   protected:
     Ref<TextBox> Caixa(std::int32_t limite)
     {
-        auto ajustes = Chamado<AjustesTextBox>("txtDescricao");
-        ajustes.MaxLength = limite;
+        auto ajustes = Chamado<AjustesTextBox>("txtDescricao", {.MaxLength = limite});
         Ref<TextBox> caixa = m_Tela.Poe<TextBox>(ajustes);
         m_Tela.Anota(caixa->Change(), "Change");
         m_Tela.Anota(caixa->Mudou(), "Mudou");
@@ -21,11 +20,9 @@ class TextBoxTest : public testing::Test {
 
 TEST_F(TextBoxTest, Fresh_HasItsSettings)
 {
-    auto ajustes = Chamado<AjustesTextBox>("txtDescricao");
+    auto ajustes = Chamado<AjustesTextBox>("txtDescricao", {.MaxLength = 50});
     ajustes.Indice = 3;
     ajustes.Rotulo = "Descrição:";
-    ajustes.Text = "Começo";
-    ajustes.MaxLength = 50;
     ajustes.Left = 10;
     ajustes.Top = 20;
     ajustes.Width = 30;
@@ -36,7 +33,7 @@ TEST_F(TextBoxTest, Fresh_HasItsSettings)
     EXPECT_EQ(caixa->Nome(), "txtDescricao");
     EXPECT_EQ(caixa->Indice(), 3);
     EXPECT_EQ(caixa->Rotulo(), "Descrição:");
-    EXPECT_EQ(caixa->Text(), "Começo");
+    EXPECT_EQ(caixa->Text(), "");
     EXPECT_EQ(caixa->MaxLength(), 50);
     EXPECT_EQ(caixa->Left(), 10);
     EXPECT_EQ(caixa->Top(), 20);
@@ -45,14 +42,6 @@ TEST_F(TextBoxTest, Fresh_HasItsSettings)
     EXPECT_FALSE(caixa->Locked());
     EXPECT_TRUE(caixa->Enabled());
     EXPECT_TRUE(caixa->Visible());
-}
-
-TEST_F(TextBoxTest, Fresh_WithATextAboveItsLimit_HasItCut)
-{
-    auto ajustes = Chamado<AjustesTextBox>("txtDescricao");
-    ajustes.Text = "Lombada";
-    ajustes.MaxLength = 4;
-    EXPECT_EQ(m_Tela.Poe<TextBox>(ajustes)->Text(), "Lomb");
 }
 
 TEST_F(TextBoxTest, DefineText_OfAnotherText_TellsTheScreenAndThenRaisesChange)

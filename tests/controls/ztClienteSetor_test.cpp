@@ -14,7 +14,7 @@ class ztClienteSetorTest : public testing::Test {
     }
 
     Tela m_Tela;
-    Ref<ztClienteSetor> m_Cliente = m_Tela.Poe<ztClienteSetor>(Chamado<AjustesControle>("ztCliente"));
+    Ref<ztClienteSetor> m_Cliente = m_Tela.Poe<ztClienteSetor>(Chamado<AjustesZtClienteSetor>("ztCliente"));
 };
 
 TEST_F(ztClienteSetorTest, Fresh_HasNoClient)
@@ -72,7 +72,7 @@ TEST_F(ztClienteSetorTest, DefineCodCliente_AsksForTheClientThatItStartsWith)
 TEST_F(ztClienteSetorTest, Escolhe_WhenChangeReleasesTheForm_EndsInPeace)
 {
     Tela tela;
-    ztClienteSetor *cliente = tela.Poe<ztClienteSetor>(Chamado<AjustesControle>("ztCliente")).Ponteiro();
+    ztClienteSetor *cliente = tela.Poe<ztClienteSetor>(Chamado<AjustesZtClienteSetor>("ztCliente")).Ponteiro();
     tela.Liga(cliente->Mudou(), [&] { tela.Solta(); });
     tela.Anota(cliente->Change(), "Change");
     EXPECT_TRUE(cliente->Escolhe("DAER", ""));

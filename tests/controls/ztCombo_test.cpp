@@ -7,7 +7,7 @@ namespace {
 
 class ztComboTest : public testing::Test {
   protected:
-    Ref<ztCombo> Combo(const AjustesZtCombo &ajustes)
+    Ref<ztCombo> Combo(const Peca &ajustes)
     {
         Ref<ztCombo> combo = m_Tela.Poe<ztCombo>(ajustes);
         m_Tela.Anota(combo->Mudou(), "Mudou");
@@ -26,8 +26,7 @@ class ztComboTest : public testing::Test {
     }
     Ref<ztCombo> Municipios()
     {
-        auto ajustes = Chamado<AjustesZtCombo>("cboMunic");
-        ajustes.PesquisaAoDigitar = true;
+        auto ajustes = Chamado<AjustesZtCombo>("cboMunic", {.PesquisaAoDigitar = true});
         Ref<ztCombo> combo = Combo(ajustes);
         for (const char *item : {"Água Santa|1", "Portão|2", "Porto Alegre|3", "São Leopoldo|4", "Sapiranga|5"}) {
             combo->AdicionaItem(item);
@@ -52,8 +51,7 @@ TEST_F(ztComboTest, Fresh_IsEmptyAndHasNoneChosen)
 
 TEST_F(ztComboTest, Fresh_WithContents_HasThemAsItems)
 {
-    auto ajustes = Chamado<AjustesZtCombo>("cboCriterio");
-    ajustes.Conteudo = "Todos|0??Código|1??Subcódigo|2??";
+    auto ajustes = Chamado<AjustesZtCombo>("cboCriterio", {.Conteudo = "Todos|0??Código|1??Subcódigo|2??"});
     const Ref<ztCombo> combo = Combo(ajustes);
     ASSERT_EQ(combo->NroItens(), 3);
     EXPECT_EQ(combo->Itens()[0].Texto, "Todos");
@@ -86,8 +84,7 @@ TEST_F(ztComboTest, AdicionaItem_SplitsTextAndValue)
 
 TEST_F(ztComboTest, AdicionaItem_WithoutAValueColumn_HasTheWholeTextAsValue)
 {
-    auto ajustes = Chamado<AjustesZtCombo>("cboArqLayout");
-    ajustes.ColunaValor = -1;
+    auto ajustes = Chamado<AjustesZtCombo>("cboArqLayout", {.ColunaValor = -1});
     const Ref<ztCombo> combo = Combo(ajustes);
     combo->AdicionaItem("RADAR|1");
     EXPECT_EQ(combo->Itens()[0].Texto, "RADAR|1");
@@ -96,9 +93,7 @@ TEST_F(ztComboTest, AdicionaItem_WithoutAValueColumn_HasTheWholeTextAsValue)
 
 TEST_F(ztComboTest, AdicionaItem_WithAnotherDelimiterAndColumn_FollowsThem)
 {
-    auto ajustes = Chamado<AjustesZtCombo>("cbo");
-    ajustes.ColunaValor = 2;
-    ajustes.DelimitadorColuna = ";";
+    auto ajustes = Chamado<AjustesZtCombo>("cbo", {.ColunaValor = 2, .DelimitadorColuna = ";"});
     const Ref<ztCombo> combo = Combo(ajustes);
     combo->AdicionaItem("a|b;x;9");
     EXPECT_EQ(combo->Itens()[0].Texto, "a|b");
@@ -322,8 +317,7 @@ TEST_F(ztComboTest, Click_WhenItEmptiesTheCombo_LeavesItEmpty)
 
 TEST_F(ztComboTest, Fresh_WithContentThatDoesNotEndInTheMark_HasItsLastItemToo)
 {
-    auto ajustes = Chamado<AjustesZtCombo>("cbo");
-    ajustes.Conteudo = "Sim|S??Não|N";
+    auto ajustes = Chamado<AjustesZtCombo>("cbo", {.Conteudo = "Sim|S??Não|N"});
     const Ref<ztCombo> combo = Combo(ajustes);
     EXPECT_EQ(combo->NroItens(), 2);
     combo->DefineValor("N");

@@ -9,8 +9,7 @@ class ztCommandTest : public testing::Test {
   protected:
     Ref<ztCommand> Botao(bool bloqueia)
     {
-        auto ajustes = Chamado<AjustesZtCommand>("ztCmdOK");
-        ajustes.LockFormOnClick = bloqueia;
+        auto ajustes = Chamado<AjustesZtCommand>("ztCmdOK", {.LockFormOnClick = bloqueia});
         Ref<ztCommand> botao = m_Tela.Poe<ztCommand>(ajustes);
         m_Tela.Liga(botao->ValidaClick(), [this](bool &cancela) {
             m_Tela.Eventos.emplace_back(m_Tela.Form->Enabled() ? "ValidaClick" : "ValidaClick bloqueado");

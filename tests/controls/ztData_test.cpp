@@ -12,7 +12,7 @@ class ztDataTest : public testing::Test {
     ztDataTest() { m_Tela.Anota(m_Data->Change(), "Change"); }
 
     Tela m_Tela;
-    Ref<ztData> m_Data = m_Tela.Poe<ztData>(Chamado<AjustesControle>("ztdData"));
+    Ref<ztData> m_Data = m_Tela.Poe<ztData>(Chamado<AjustesZtData>("ztdData"));
     Ref<TextBox> m_Outro = m_Tela.Poe<TextBox>(Chamado<AjustesTextBox>("txtOutro"));
 };
 

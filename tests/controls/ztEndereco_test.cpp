@@ -82,8 +82,7 @@ TEST_F(ztEnderecoTest, InformaEndereco_WithoutStreetCode_IsRefusedWhenTheSetting
     EXPECT_FALSE(m_Controle->InformaEndereco(0, 90, "", "", "Sem código"));
     EXPECT_EQ(m_Endereco->DescricaoEndereco(), "");
     EXPECT_EQ(m_Tela.Vistos(), Textos{});
-    auto ajustes = Chamado<AjustesZtEndereco>("ztEndereco2");
-    ajustes.ObrigarCodigoLogradouro = false;
+    auto ajustes = Chamado<AjustesZtEndereco>("ztEndereco2", {.ObrigarCodigoLogradouro = false});
     const Ref<ztEndereco> livre = m_Tela.Poe<ztEndereco>(ajustes);
     EXPECT_TRUE(livre->InformaEndereco(0, 90, "", "", "Sem código"));
     EXPECT_EQ(livre->Endereco()->DescricaoEndereco(), "Sem código");

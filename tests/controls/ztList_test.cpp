@@ -9,7 +9,7 @@ constexpr const char *Excluir = "mnuZTLObjExcluir";
 
 class ztListTest : public testing::Test {
   protected:
-    Ref<ztList> Lista(const AjustesZtList &ajustes)
+    Ref<ztList> Lista(const Peca &ajustes)
     {
         Ref<ztList> lista = m_Tela.Poe<ztList>(ajustes);
         m_Tela.Anota(lista->ItemClick(), "ItemClick");
@@ -264,8 +264,7 @@ TEST_F(ztListTest, Menu_OfKind2_ShowsTheFirstFourItems)
 
 TEST_F(ztListTest, Menu_OfKind3_ShowsAllStandardItems)
 {
-    auto ajustes = Chamado<AjustesZtList>("ztlLista");
-    ajustes.TipoMenu = 3;
+    auto ajustes = Chamado<AjustesZtList>("ztlLista", {.TipoMenu = 3});
     EXPECT_EQ(Visiveis(Lista(ajustes)).size(), 6U);
 }
 
@@ -322,10 +321,8 @@ TEST_F(ztListTest, MenuWrites_OnAnUnknownKey_AreFault5)
 
 TEST_F(ztListTest, Settings_AsWritten_AreWhatTheScreenReads)
 {
-    auto ajustes = Chamado<AjustesZtList>("ztlLista");
-    ajustes.BarraCriteriosAtiva = true;
-    ajustes.BarraCriteriosAltura = 1500;
-    ajustes.BotoesFecharAjuda = false;
+    auto ajustes = Chamado<AjustesZtList>(
+        "ztlLista", {.BotoesFecharAjuda = false, .BarraCriteriosAtiva = true, .BarraCriteriosAltura = 1500});
     const Ref<ztList> lista = Lista(ajustes);
     EXPECT_EQ(lista->BarraCriteriosAltura(), 1500);
     EXPECT_TRUE(lista->Ajustes().BarraCriteriosAtiva);

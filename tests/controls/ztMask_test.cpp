@@ -6,7 +6,7 @@ namespace {
 
 class ztMaskTest : public testing::Test {
   protected:
-    Ref<ztMask> Campo(const AjustesZtMask &ajustes)
+    Ref<ztMask> Campo(const Peca &ajustes)
     {
         Ref<ztMask> campo = m_Tela.Poe<ztMask>(ajustes);
         m_Tela.Anota(campo->Change(), "Change");
@@ -14,26 +14,20 @@ class ztMaskTest : public testing::Test {
     }
     Ref<ztMask> Digitos(std::int32_t limite)
     {
-        auto ajustes = Chamado<AjustesZtMask>("txtVelocPerm");
-        ajustes.Tipo = 1;
-        ajustes.MaxLength = limite;
+        auto ajustes = Chamado<AjustesZtMask>("txtVelocPerm", {.MaxLength = limite, .Tipo = TipoMascara::Digitos});
         return Campo(ajustes);
     }
     Ref<ztMask> Codigo()
     {
-        auto ajustes = Chamado<AjustesZtMask>("txtCodEquip");
-        ajustes.Tipo = 7;
-        ajustes.MaxLength = 20;
-        ajustes.CaracteresAceitos = "._";
-        ajustes.TabelaCaracteres = 1;
+        auto ajustes = Chamado<AjustesZtMask>(
+            "txtCodEquip",
+            {.MaxLength = 20, .Tipo = TipoMascara::Codigo, .CaracteresAceitos = "._", .TabelaCaracteres = 1});
         return Campo(ajustes);
     }
     Ref<ztMask> Hora()
     {
-        auto ajustes = Chamado<AjustesZtMask>("ztmHInicial");
-        ajustes.Tipo = 12;
-        ajustes.MaxLength = 5;
-        ajustes.Mascara = "00:00";
+        auto ajustes =
+            Chamado<AjustesZtMask>("ztmHInicial", {.MaxLength = 5, .Tipo = TipoMascara::Hora, .Mascara = "00:00"});
         return Campo(ajustes);
     }
 
@@ -42,10 +36,8 @@ class ztMaskTest : public testing::Test {
 
 TEST_F(ztMaskTest, Fresh_IsEmptyAndAsSet)
 {
-    auto ajustes = Chamado<AjustesZtMask>("txtNroSensor");
-    ajustes.Tipo = 1;
-    ajustes.MaxLength = 2;
-    ajustes.ReadOnly = true;
+    auto ajustes =
+        Chamado<AjustesZtMask>("txtNroSensor", {.MaxLength = 2, .Tipo = TipoMascara::Digitos, .ReadOnly = true});
     const Ref<ztMask> campo = Campo(ajustes);
     EXPECT_EQ(campo->NomeTipo(), "ztMask");
     EXPECT_EQ(campo->Text(), "");
@@ -78,15 +70,34 @@ TEST_F(ztMaskTest, Digita_AtTheLimitOfADigitsField_LeavesOutWhatIsTooMuch)
     EXPECT_EQ(campo->Text(), "100");
 }
 
-TEST_F(ztMaskTest, DefineText_OfMoreThanADigitsFieldTakes_LeavesItOutAndCuts)
+TEST_F(ztMaskTest, DefineText_OfMoreThanADigitsFieldTakes_StandsWhole)
 {
     const Ref<ztMask> campo = Digitos(3);
     campo->DefineText("R$ 1.2-3x4");
-    EXPECT_EQ(campo->Text(), "123");
+    EXPECT_EQ(campo->Text(), "R$ 1.2-3x4");
+    EXPECT_EQ(campo->Valor(), "R$ 1.2-3x4");
     EXPECT_EQ(m_Tela.Vistos(), Textos{"Change"});
     campo->DefineText("0");
     EXPECT_EQ(campo->Text(), "0");
     EXPECT_EQ(campo->Valor(), "0");
+}
+
+TEST_F(ztMaskTest, Edita_ATextThatNoKeyTypes_TakesOutWhatThePersonTakesAndNothingElse)
+{
+    const Ref<ztMask> campo = Codigo();
+    const std::string gravado = "FSC-0001/99 é da série antiga";
+    campo->DefineText(gravado);
+    EXPECT_EQ(campo->Cursor(), 29U);
+    m_Tela.Vistos();
+    EXPECT_TRUE(campo->Digita("X")); // above the limit
+    EXPECT_EQ(campo->Text(), gravado);
+    EXPECT_EQ(m_Tela.Vistos(), Textos{});
+    EXPECT_TRUE(campo->Edita(3, 1, ""));
+    EXPECT_EQ(campo->Text(), "FSC0001/99 é da série antiga");
+    EXPECT_TRUE(campo->Edita(10, 18, "ab")); // now there is room for keys again
+    EXPECT_EQ(campo->Text(), "FSC0001/99AB");
+    EXPECT_TRUE(campo->Edita(0, 0, "/é"));
+    EXPECT_EQ(campo->Text(), "FSC0001/99AB");
 }
 
 TEST_F(ztMaskTest, DefineText_OfTheSameText_RaisesNothing)
@@ -95,8 +106,9 @@ TEST_F(ztMaskTest, DefineText_OfTheSameText_RaisesNothing)
     campo->DefineText("60");
     m_Tela.Vistos();
     campo->DefineText("60");
-    campo->DefineText(" 6 0 ");
     EXPECT_EQ(m_Tela.Vistos(), Textos{});
+    campo->DefineText(" 60");
+    EXPECT_EQ(m_Tela.Vistos(), Textos{"Change"});
 }
 
 TEST_F(ztMaskTest, Digita_InACodeField_RaisesLettersAndTakesTheSignsNamed)
@@ -115,9 +127,7 @@ TEST_F(ztMaskTest, Digita_BlanksApostrophesAndAccentsInACodeField_LeavesThemOut)
 
 TEST_F(ztMaskTest, Digita_AccentsInACodeFieldOfTheWholeTable_TakesThem)
 {
-    auto ajustes = Chamado<AjustesZtMask>("txtCodigo");
-    ajustes.Tipo = 7;
-    ajustes.SomenteMaiusculas = false;
+    auto ajustes = Chamado<AjustesZtMask>("txtCodigo", {.Tipo = TipoMascara::Codigo, .SomenteMaiusculas = false});
     const Ref<ztMask> campo = Campo(ajustes);
     EXPECT_TRUE(campo->Digita("aÇé 9÷'."));
     EXPECT_EQ(campo->Text(), "aÇé9");
@@ -132,18 +142,16 @@ TEST_F(ztMaskTest, Digita_AtTheLimitOfACodeField_TakesTwentyAndNoMore)
     EXPECT_EQ(campo->Text(), "ABCDEFGHIJ0123456789");
 }
 
-TEST_F(ztMaskTest, DefineText_InACodeField_KeepsTheCase)
+TEST_F(ztMaskTest, DefineText_InACodeField_KeepsEveryCharacter)
 {
     const Ref<ztMask> campo = Codigo();
-    campo->DefineText("fsc 'x'_1");
-    EXPECT_EQ(campo->Text(), "fscx_1");
+    campo->DefineText("fsc 'x'_1-é com mais de vinte");
+    EXPECT_EQ(campo->Text(), "fsc 'x'_1-é com mais de vinte");
 }
 
 TEST_F(ztMaskTest, Digita_InAFieldOfAnyText_TakesEverything)
 {
-    auto ajustes = Chamado<AjustesZtMask>("txtAnoPortDIMEL");
-    ajustes.MaxLength = 2;
-    ajustes.SomenteMaiusculas = false;
+    auto ajustes = Chamado<AjustesZtMask>("txtAnoPortDIMEL", {.MaxLength = 2, .SomenteMaiusculas = false});
     const Ref<ztMask> campo = Campo(ajustes);
     EXPECT_TRUE(campo->Digita("'éx"));
     EXPECT_EQ(campo->Text(), "'é");
@@ -171,8 +179,7 @@ TEST_F(ztMaskTest, Fresh_HourMask_ShowsItsTemplateAndHasNoValue)
 
 TEST_F(ztMaskTest, Digita_InAnHourFieldWithoutAMaskOfItsOwn_FillsHoursAndMinutes)
 {
-    auto ajustes = Chamado<AjustesZtMask>("ztmHInicial");
-    ajustes.Tipo = 12;
+    auto ajustes = Chamado<AjustesZtMask>("ztmHInicial", {.Tipo = TipoMascara::Hora});
     const Ref<ztMask> hora = Campo(ajustes);
     EXPECT_EQ(hora->Text(), "__:__");
     EXPECT_TRUE(hora->Digita("0730"));

@@ -9,8 +9,7 @@ class ztVeiObservacaoTest : public testing::Test {
   protected:
     Ref<ztVeiObservacao> Observacao()
     {
-        auto ajustes = Chamado<AjustesTextBox>("txtObsNotif");
-        ajustes.MaxLength = 70;
+        auto ajustes = Chamado<AjustesZtVeiObservacao>("txtObsNotif", {.MaxLength = 70});
         Ref<ztVeiObservacao> observacao = m_Tela.Poe<ztVeiObservacao>(ajustes);
         m_Tela.Anota(observacao->Change(), "Change");
         return observacao;

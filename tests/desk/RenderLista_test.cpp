@@ -1,6 +1,7 @@
 #include "controls/ztList.h"
 #include "desk/windows/RenderLista.h"
 #include "tests/support/FormFalso.h"
+#include "tests/support/UmControle.h"
 
 #include <QHeaderView>
 #include <QTableView>
@@ -61,7 +62,7 @@ class RenderListaTeste : public testing::Test {
     }
 
     Ref<FormFalso> form = FormNaTela();
-    Ref<ztList> lista = Novo<ztList>(form, AjustesZtList());
+    Ref<ztList> lista = Feito<ztList>(form, Chamado<AjustesZtList>(""));
     QWidget janela;
     RenderLista *render = nullptr;
     QTableView *tabela = nullptr;

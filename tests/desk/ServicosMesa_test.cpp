@@ -4,6 +4,7 @@
 #include "desk/host/Logradouros.h"
 #include "desk/services/Referencias.h"
 #include "host/Falha.h"
+#include "tests/support/UmControle.h"
 
 #include <gtest/gtest.h>
 
@@ -20,9 +21,7 @@ class ServicosMesaTeste : public testing::Test {
         InstalaHost(mesa.Host);
         mesa.Entra("ana");
         dados = mesa.Host->CriaDadosVor();
-        AjustesZtCombo ajustes;
-        ajustes.Nome = "cbo";
-        combo = mesa.Host->Controles()->CriaZtCombo(form, ajustes);
+        combo = CriadoPeloHost<IztCombo>(form, Chamado<AjustesZtCombo>("cbo"));
     }
     void TearDown() override { InstalaHost(nullptr); }
 

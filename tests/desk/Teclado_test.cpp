@@ -145,6 +145,7 @@ TEST_F(TecladoTeste, Search_ByCriteriaAndMoving_ByKeys)
                   t.DesceAte("Pardal");
                   t.TabAte("cboCriterio");
                   t.DesceAte("Código");
+                  t.EsperaTexto("rot_txtCodEquip", "Código");
                   t.TabAte("txtCodEquip");
                   t.Escreve("A");
                   t.Alt('L');
@@ -166,6 +167,7 @@ TEST_F(TecladoTeste, Search_ByCriteriaAndMoving_ByKeys)
                   t.Tecla(Qt::Key_End);
                   t.Tecla(Qt::Key_Return);
                   t.EsperaTexto("cboCriterio", "Subcódigo");
+                  t.EsperaTexto("rot_txtCodEquip", "Subcódigo");
                   t.EsperaLinhas("ztlLista", 0);
                   t.TabAte("chkInativos");
                   t.Tecla(Qt::Key_Space);

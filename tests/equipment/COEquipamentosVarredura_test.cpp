@@ -161,7 +161,7 @@ pessoa
       @tabelaAlterada
 )" + vazia);
     varredura.Segue();
-    EXPECT_GE(varredura.Roda(), 657);
+    EXPECT_GE(varredura.Roda(), 641);
 }
 
 } // namespace

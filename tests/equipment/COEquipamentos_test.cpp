@@ -7,6 +7,7 @@
 #include "shell/ModGeral.h"
 #include "tests/search/JanelaTeste.h"
 #include "tests/support/FalhaLancada.h"
+#include "tests/support/UmControle.h"
 #include "tests/support/Varredura.h"
 
 #include <algorithm>
@@ -170,10 +171,7 @@ class COEquipamentosTeste : public JanelaTeste {
     Ref<ListaQueAnota> TrocaLista()
     {
         Ref<IForm> form = host->Tela->FormsAbertos("frmLista").at(0);
-        AjustesZtList ajustes;
-        ajustes.Nome = "ztlLista";
-        ajustes.TipoMenu = 3;
-        auto lista = Novo<ListaQueAnota>(form, ajustes);
+        auto lista = Feito<ListaQueAnota>(form, Chamado<AjustesZtList>("ztlLista", {.TipoMenu = 3}));
         const auto &colunas = ListaDe(NaJanela())->Colunas();
         for (std::size_t i = 0; i < colunas.size(); ++i) {
             const auto numero = static_cast<std::int16_t>(i + 1);
@@ -852,9 +850,9 @@ TEST_F(COEquipamentosTeste, MenuInicial_OfTheList_AddsItsOwnItems)
     };
     const std::vector<Esperado> esperados{
         {Reativar, "Reativar", "", "Reativar/Desativar Equipamento", true},
-        {LimitesDif, "Limites Diferenciados", "Limites\n Diferenciados", "Limites Diferenciados", true},
-        {DiasEspec, "Dias Específicos", "Dias\n Específicos", "Dias Específicos", false},
-        {HorarioProib, "Horários Proibidos", "Horários\n Proibidos", "Horários Proibidos", false}};
+        {LimitesDif, "Limites Diferenciados", "Limites\r\n Diferenciados", "Limites Diferenciados", true},
+        {DiasEspec, "Dias Específicos", "Dias\r\n Específicos", "Dias Específicos", false},
+        {HorarioProib, "Horários Proibidos", "Horários\r\n Proibidos", "Horários Proibidos", false}};
     const auto &menu = ListaDe(pessoa)->Menu();
     ASSERT_EQ(menu.Count(), 10);
     for (std::size_t i = 0; i < esperados.size(); ++i) {

@@ -6,6 +6,7 @@
 #include "shell/ModGeral.h"
 #include "tests/equipment/CenarioEquipDetalhes.h"
 #include "tests/support/FalhaLancada.h"
+#include "tests/support/UmControle.h"
 
 #include <cstdint>
 #include <functional>
@@ -608,6 +609,24 @@ TEST_F(GravacaoEquipDetalhesTeste, Aplicar_InEdicao_SendsTheOptions)
               "Descricao=\"Saída da cidade\", CodMunic=120, TipoVia=\"R\", TipoEquip=\"C\", VelocPermitida=80, "
               "ArquivoLayout=\"PADRAO\", TemImagemEntrelacada=1, Modelo=\"ACME 3\", TemLimiteDif=1, TemPerfilMag=1, "
               "NroIntRejLimDif=31, Ativo=1, TipoAgente=1, txtObsNotif=\"  obs  \"}");
+}
+
+TEST_F(GravacaoEquipDetalhesTeste, Aplicar_OfCodesThatNoKeyTypes_SendsThemAsTheyWereLoaded)
+{
+    AceitaSalvar();
+    auto ed = NovoED("C");
+    ed->Codigo = "fsc-0001/99 da série antiga";
+    ed->SubCodigo = "Ç 7 - mais de vinte letras";
+    Responde(ed);
+    EXPECT_TRUE(Edita([&](Pessoa &p) {
+        EXPECT_EQ(p.Acha<IztMask>("txtCodEquip")->Text(), "fsc-0001/99 da série antiga");
+        EXPECT_EQ(p.Acha<IztMask>("txtSubCodEquip")->Text(), "Ç 7 - mais de vinte letras");
+        EXPECT_TRUE(p.Digita("txtSubCodEquip", "x")); // nothing comes in, and nothing goes
+        EXPECT_TRUE(p.Preenche("txtDescricao", "outra"));
+        Aplica(p, false, true, "ztCmdOK");
+    }));
+    EXPECT_EQ(MembroEnviado("altera", "Codigo"), "\"fsc-0001/99 da série antiga\"");
+    EXPECT_EQ(MembroEnviado("altera", "SubCodigo"), "\"Ç 7 - mais de vinte letras\"");
 }
 
 TEST_F(GravacaoEquipDetalhesTeste, Aplicar_InEdicaoWithTheOptionsTakenBack_LeavesThemUnset)
@@ -1251,9 +1270,11 @@ class OpcaoQueFalha : public OptionButton {
 
 class FabricaDeOpcoesQueFalham : public FabricaControles {
   public:
-    Ref<IOptionButton> CriaOptionButton(const Ref<IForm> &form, const AjustesControle &ajustes) override
+    Ref<IControle> Cria(const Ref<IForm> &form, const Peca &peca, const Ref<IControle> &container,
+                        std::int16_t pagina) override
     {
-        return Novo<OpcaoQueFalha>(form, ajustes);
+        return peca.Especie() == EspecieControle::OptionButton ? Feito<OpcaoQueFalha>(form, peca, container, pagina)
+                                                               : FabricaControles::Cria(form, peca, container, pagina);
     }
 };
 

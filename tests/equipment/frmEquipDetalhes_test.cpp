@@ -7,6 +7,7 @@
 #include "tests/support/FalhaLancada.h"
 #include "tests/support/FormQueAnota.h"
 #include "tests/support/InterfaceQueFalha.h"
+#include "tests/support/NomesAcessiveis.h"
 #include "tests/support/RetratoForm.h"
 
 #include <algorithm>
@@ -22,6 +23,11 @@ using Linhas = std::vector<std::string>;
 class frmEquipDetalhesTeste : public EquipDetalhesTeste {};
 
 // Screen.
+
+TEST_F(frmEquipDetalhesTeste, Desenho_OfTheForm_NamesEveryFieldForAScreenReader)
+{
+    EXPECT_EQ(SemNomeAcessivel(frmEquipDetalhes().Desenho()), std::vector<std::string>{});
+}
 
 TEST_F(frmEquipDetalhesTeste, Controles_OfAFormJustLoaded_AreAsInItsPortrait)
 {
@@ -1078,9 +1084,9 @@ TEST_F(frmEquipDetalhesTeste, CarregaDetalhes_WhenTheHostFailsBehindAFormOnTheSc
 TEST_F(frmEquipDetalhesTeste, MostraDados_ThatFails_GrowsThePath)
 {
     class Recusada : public frmEquipDetalhes {
-        void CriaControles() override
+        void LigaControles() override
         {
-            frmEquipDetalhes::CriaControles();
+            frmEquipDetalhes::LigaControles();
             const Ref<IControle> label = Pessoa(EsteForm()).Acha("lblClienteInc");
             m_Falha = ComoBase(label)->Mudou().liga([] { throw Falha(70, "Fora", "negado"); });
         }

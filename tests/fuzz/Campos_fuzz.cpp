@@ -7,6 +7,7 @@
 #include "tests/fuzz/Octetos.h"
 #include "tests/fuzz/Propriedade.h"
 #include "tests/support/FormFalso.h"
+#include "tests/support/UmControle.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -81,6 +82,7 @@ struct Regra {
     std::size_t Limite = 0;
     std::function<bool(const std::string &)> Aceita;
     bool Maiusculas = false;
+    bool CortaEscrito = false;
 
     // The text after n characters from a position were deleted and others typed there.
     std::string Depois(std::string_view antes, std::size_t posicao, std::size_t n, std::string_view digitado) const
@@ -100,15 +102,27 @@ struct Regra {
         return Junta(agora);
     }
 
-    // The text that the module's becomes.
+    // The text that the module's becomes: a mask has it whole.
     std::string Escrito(std::string_view texto) const
     {
-        Caracteres aceitos = Separa(texto);
-        std::erase_if(aceitos, [&](const std::string &carater) { return !Aceita(carater); });
-        if (Limite > 0 && aceitos.size() > Limite) {
-            aceitos.resize(Limite);
+        Caracteres todos = Separa(texto);
+        if (CortaEscrito && Limite > 0 && todos.size() > Limite) {
+            todos.resize(Limite);
         }
-        return Junta(aceitos);
+        return Junta(todos);
+    }
+
+    // Keys have made one text of the other: none passed the limit, and none put there what the field does not take.
+    void ConfereTeclas(const std::string &antes, const std::string &depois) const
+    {
+        Exige(Limite == 0 || Len(depois) <= std::max(Limite, Len(antes)), "the limit", depois);
+        const Caracteres havia = Separa(antes);
+        const Caracteres ha = Separa(depois);
+        for (const std::string &carater : ha) {
+            Exige(!BemFormado(depois) || Aceita(carater) ||
+                      std::ranges::count(ha, carater) <= std::ranges::count(havia, carater),
+                  "only what the field takes", depois);
+        }
     }
 };
 
@@ -125,11 +139,9 @@ template <class Campo> class Ensaio {
   public:
     template <class Ajustes> explicit Ensaio(const Ajustes &ajustes)
     {
-        m_Campo = Novo<Campo>(m_Form, ajustes);
+        m_Campo = Feito<Campo>(m_Form, Chamado("campo", ajustes));
         m_Form->Guarda(m_Campo);
-        AjustesTextBox outro;
-        outro.Nome = "outro";
-        m_Outro = Novo<TextBox>(m_Form, outro);
+        m_Outro = Feito<TextBox>(m_Form, Chamado<AjustesTextBox>("outro"));
         m_Form->Guarda(m_Outro);
         m_Visto = m_Campo->Text();
         m_AoMudar = m_Campo->Mudou().liga([this] { ++m_Mudou; });
@@ -145,11 +157,13 @@ template <class Campo> class Ensaio {
         m_Trocas = 0;
         m_Mudou = 0;
         m_Reagiu = false;
+        m_Escreveu = false;
         const bool podia = Pode();
         switch (octetos.Ate(9)) {
         case 0: {
             const std::string texto = Frase(octetos);
             m_Campo->DefineText(texto);
+            m_Escreveu = true;
             ConfereTexto(BemFormado(texto), [&] { return escrito(texto); });
             break;
         }
@@ -200,6 +214,8 @@ template <class Campo> class Ensaio {
         Exige(m_Campo->Text() == agora && m_Trocas == trocas, "writing the text that it has changes nothing", agora);
     }
 
+    // The last act wrote a text of the module's.
+    bool Escreveu() const { return m_Escreveu; }
     // The module has not released the form.
     bool Vivo() const { return !m_Form.Nada(); }
     Campo &operator*() const { return *m_Campo; }
@@ -264,6 +280,7 @@ template <class Campo> class Ensaio {
             break;
         case 2:
             m_Campo->DefineText(m_Escrita);
+            m_Escreveu = true;
             m_Visto = m_Campo->Text();
             break;
         case 3:
@@ -287,6 +304,7 @@ template <class Campo> class Ensaio {
     int m_Mudou = 0;
     int m_Reacao = 0;
     bool m_Reagiu = false;
+    bool m_Escreveu = false;
     std::string m_Escrita;
 };
 
@@ -296,16 +314,17 @@ template <class Campo, class Confere>
 void ComRegra(Octetos &octetos, Ensaio<Campo> &ensaio, const Regra &regra, Confere &&confere)
 {
     for (int passo = 0; passo < MaximoPassos && !octetos.Acabou() && ensaio.Vivo(); ++passo) {
+        const std::string antes = (*ensaio).Text();
         ensaio.Passo(
             octetos, [&](const std::string &texto) { return regra.Escrito(texto); },
             [&](const std::string &antes, std::size_t posicao, std::size_t n, const std::string &texto) {
                 return regra.Depois(antes, posicao, n, texto);
             });
         const std::string texto = (*ensaio).Text();
-        Exige(regra.Limite == 0 || Len(texto) <= regra.Limite, "the limit", texto);
-        if (BemFormado(texto)) {
-            Exige(std::ranges::all_of(Separa(texto), regra.Aceita), "only what the field takes", texto);
+        if (!ensaio.Escreveu()) {
+            regra.ConfereTeclas(antes, texto);
         }
+        Exige(!regra.CortaEscrito || regra.Limite == 0 || Len(texto) <= regra.Limite, "the limit of all", texto);
         confere(*ensaio, texto);
     }
 }
@@ -364,7 +383,7 @@ std::string SoDigitos(std::string_view texto, std::string_view gabarito, char va
 void Hora(Octetos &octetos)
 {
     AjustesZtMask ajustes;
-    ajustes.Tipo = 12;
+    ajustes.Tipo = TipoMascara::Hora;
     ajustes.Mascara = "00:00";
     if (octetos.Sim()) {
         ajustes.Mascara.clear();
@@ -392,7 +411,9 @@ void Hora(Octetos &octetos)
 void Mascarado(Octetos &octetos)
 {
     AjustesZtMask ajustes;
-    ajustes.Tipo = static_cast<std::int16_t>(octetos.Ate(2) * octetos.Ate(2) > 1 ? 7 : octetos.Ate(1));
+    ajustes.Tipo = octetos.Ate(2) * octetos.Ate(2) > 1 ? TipoMascara::Codigo
+                   : octetos.Sim()                     ? TipoMascara::Digitos
+                                                       : TipoMascara::Livre;
     ajustes.MaxLength = octetos.Ate(20);
     ajustes.TabelaCaracteres = octetos.Sim() ? std::int16_t{1} : std::int16_t{0};
     ajustes.SomenteMaiusculas = octetos.Sim();
@@ -402,10 +423,10 @@ void Mascarado(Octetos &octetos)
 
     Regra regra;
     regra.Limite = static_cast<std::size_t>(ajustes.MaxLength);
-    regra.Maiusculas = ajustes.Tipo == 7 && ajustes.SomenteMaiusculas;
-    if (ajustes.Tipo == 0) {
+    regra.Maiusculas = ajustes.Tipo == TipoMascara::Codigo && ajustes.SomenteMaiusculas;
+    if (ajustes.Tipo == TipoMascara::Livre) {
         regra.Aceita = [](const std::string &) { return true; };
-    } else if (ajustes.Tipo == 1) {
+    } else if (ajustes.Tipo == TipoMascara::Digitos) {
         regra.Aceita = [](const std::string &carater) { return EDigito(carater); };
     } else {
         regra.Aceita = [&](const std::string &carater) {
@@ -432,6 +453,7 @@ void Caixa(Octetos &octetos)
     Regra regra;
     regra.Limite = static_cast<std::size_t>(ajustes.MaxLength);
     regra.Aceita = [](const std::string &) { return true; };
+    regra.CortaEscrito = true;
     Ensaio<TextBox> ensaio(ajustes);
     ComRegra(octetos, ensaio, regra, [](const TextBox &, const std::string &) {});
 }
@@ -459,8 +481,7 @@ bool DiaExiste(std::string_view texto)
 void CampoData(Octetos &octetos)
 {
     constexpr std::string_view Gabarito = "00/00/0000";
-    AjustesControle ajustes;
-    Ensaio<ztData> ensaio(ajustes);
+    Ensaio<ztData> ensaio(AjustesZtData{});
     for (int passo = 0; passo < MaximoPassos && !octetos.Acabou() && ensaio.Vivo(); ++passo) {
         ensaio.Passo(
             octetos,
@@ -495,9 +516,8 @@ void CampoData(Octetos &octetos)
 void SaiDaData(Octetos &octetos)
 {
     Ref<FormFalso> form = FormNaTela();
-    AjustesControle ajustes;
-    Ref<ztData> campo = Novo<ztData>(form, ajustes);
-    Ref<TextBox> outro = Novo<TextBox>(form, AjustesTextBox{});
+    Ref<ztData> campo = Feito<ztData>(form, Chamado<AjustesZtData>("campo"));
+    Ref<TextBox> outro = Feito<TextBox>(form, Chamado<AjustesTextBox>("outro"));
     form->Guarda(campo);
     form->Guarda(outro);
     campo->Preenche(Frase(octetos));

@@ -6,6 +6,7 @@
 #include "tests/fuzz/Octetos.h"
 #include "tests/fuzz/Propriedade.h"
 #include "tests/support/FormFalso.h"
+#include "tests/support/UmControle.h"
 
 #include <cstdint>
 #include <optional>
@@ -54,7 +55,6 @@ class Ensaio {
     explicit Ensaio(Octetos &octetos)
     {
         AjustesZtCombo ajustes;
-        ajustes.Nome = "cbo";
         ajustes.ColunaValor = static_cast<std::int16_t>(octetos.Ate(3) - 1);
         ajustes.DelimitadorColuna = octetos.Ate(3) > 0 ? "|" : octetos.Sim() ? ";" : "ab";
         ajustes.PesquisaAoDigitar = octetos.Sim();
@@ -64,11 +64,9 @@ class Ensaio {
         for (int quantos = octetos.Ate(3); quantos > 0; --quantos) {
             ajustes.Conteudo += FraseDe(octetos).Texto + "??";
         }
-        m_Combo = Novo<ztCombo>(m_Form, ajustes);
+        m_Combo = Feito<ztCombo>(m_Form, Chamado("cbo", ajustes));
         m_Form->Guarda(m_Combo);
-        AjustesTextBox outro;
-        outro.Nome = "outro";
-        m_Outro = Novo<TextBox>(m_Form, outro);
+        m_Outro = Feito<TextBox>(m_Form, Chamado<AjustesTextBox>("outro"));
         m_Form->Guarda(m_Outro);
 
         for (std::string_view resto = ajustes.Conteudo; !resto.empty();) {

@@ -10,6 +10,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 // What any host must do for the module, asked of a host that an adapter brings. Written against the contract alone.
@@ -26,14 +27,15 @@ class ContratoHost : public testing::TestWithParam<FabricaAdaptador> {
     // A new form, shown so.
     Ref<FormFalso> FormMostrado();
 
-    // Settings for a control with that name.
-    template <class Ajustes = AjustesControle> static Ajustes Com(const std::string &nome)
+    // Piece of a control with that name.
+    template <class Ajustes> static Peca Com(const std::string &nome, Ajustes ajustes = {})
     {
-        Ajustes ajustes;
-        ajustes.Nome = nome;
-        ajustes.Width = 1000;
-        ajustes.Height = 300;
-        return ajustes;
+        return {.Ajustes = std::move(ajustes), .Nome = nome, .Width = 1000, .Height = 300};
+    }
+    template <class Contrato>
+    static Ref<Contrato> Cria(const Ref<IForm> &form, const Peca &peca, const Ref<IControle> &container = nullptr)
+    {
+        return ComoTipo<Contrato>(Host().Controles()->Cria(form, peca, container, -1));
     }
 
     // The domain-data and message services, created on first use.

@@ -1,26 +1,26 @@
 #include "tests/host_contract/ContratoHost.h"
 
+#include <utility>
 #include <vector>
 
 namespace {
 
 using Textos = std::vector<std::string>;
 
-// Settings that every kind of control keeps.
-template <class Ajustes> Ajustes Completos(Ajustes ajustes, const std::string &nome, const Ref<IControle> &container)
+// A piece with all that every kind of control keeps.
+Peca Completa(AjustesPeca ajustes)
 {
-    ajustes.Nome = nome;
-    ajustes.Indice = 3;
-    ajustes.Caption = "&Legenda";
-    ajustes.Rotulo = "Rótulo:";
-    ajustes.Container = container;
-    ajustes.Enabled = false;
-    ajustes.Visible = false;
-    ajustes.Left = 10;
-    ajustes.Top = 20;
-    ajustes.Width = 30;
-    ajustes.Height = 40;
-    return ajustes;
+    return {.Ajustes = std::move(ajustes),
+            .Nome = "ctl",
+            .Indice = 3,
+            .Caption = "&Legenda",
+            .Rotulo = "Rótulo:",
+            .Enabled = false,
+            .Visible = false,
+            .Left = 10,
+            .Top = 20,
+            .Width = 30,
+            .Height = 40};
 }
 
 void ConfereAjustes(const Ref<IControle> &controle, EspecieControle especie, const Ref<IControle> &container)
@@ -46,42 +46,42 @@ void ConfereAjustes(const Ref<IControle> &controle, EspecieControle especie, con
     EXPECT_TRUE(controle->Visible());
     EXPECT_EQ(controle->Caption(), "Outra");
     EXPECT_EQ(controle->Left(), 4320);
+    controle->DefineRotulo("Outro:");
+    EXPECT_EQ(controle->Rotulo(), "Outro:");
 }
 
 TEST_P(ContratoHost, Controles_OfEveryKind_KeepTheirStoredSettings)
 {
     auto form = Novo<FormFalso>();
-    auto f = Host().Controles();
-    Ref<IControle> quadro = f->CriaZtFrame(form, Com("fra"));
-    const auto comuns = Completos(AjustesControle(), "ctl", quadro);
-    ConfereAjustes(f->CriaLabel(form, comuns), EspecieControle::Label, quadro);
-    ConfereAjustes(f->CriaImage(form, comuns), EspecieControle::Image, quadro);
-    ConfereAjustes(f->CriaZtFrame(form, comuns), EspecieControle::ztFrame, quadro);
-    ConfereAjustes(f->CriaTextBox(form, Completos(AjustesTextBox(), "ctl", quadro)), EspecieControle::TextBox, quadro);
-    ConfereAjustes(f->CriaCheckBox(form, comuns), EspecieControle::CheckBox, quadro);
-    ConfereAjustes(f->CriaOptionButton(form, comuns), EspecieControle::OptionButton, quadro);
-    ConfereAjustes(f->CriaCommandButton(form, Completos(AjustesCommandButton(), "ctl", quadro)),
-                   EspecieControle::CommandButton, quadro);
-    ConfereAjustes(f->CriaSSTab(form, Completos(AjustesSSTab(), "ctl", quadro)), EspecieControle::SSTab, quadro);
-    ConfereAjustes(f->CriaCommonDialog(form, comuns), EspecieControle::CommonDialog, quadro);
-    ConfereAjustes(f->CriaZtList(form, Completos(AjustesZtList(), "ctl", quadro)), EspecieControle::ztList, quadro);
-    ConfereAjustes(f->CriaZtCombo(form, Completos(AjustesZtCombo(), "ctl", quadro)), EspecieControle::ztCombo, quadro);
-    ConfereAjustes(f->CriaZtMask(form, Completos(AjustesZtMask(), "ctl", quadro)), EspecieControle::ztMask, quadro);
-    ConfereAjustes(f->CriaZtData(form, comuns), EspecieControle::ztData, quadro);
-    ConfereAjustes(f->CriaZtCommand(form, Completos(AjustesZtCommand(), "ctl", quadro)), EspecieControle::ztCommand,
-                   quadro);
-    ConfereAjustes(f->CriaZtVeiObservacao(form, Completos(AjustesTextBox(), "ctl", quadro)),
-                   EspecieControle::ztVeiObservacao, quadro);
-    ConfereAjustes(f->CriaZtEndereco(form, Completos(AjustesZtEndereco(), "ctl", quadro)), EspecieControle::ztEndereco,
-                   quadro);
-    ConfereAjustes(f->CriaZtClienteSetor(form, comuns), EspecieControle::ztClienteSetor, quadro);
+    Ref<IControle> quadro = Cria<IztFrame>(form, Com<AjustesZtFrame>("fra"));
+    const auto confere = [&](AjustesPeca ajustes, EspecieControle especie) {
+        ConfereAjustes(Cria<IControle>(form, Completa(std::move(ajustes)), quadro), especie, quadro);
+    };
+    confere(AjustesLabel{}, EspecieControle::Label);
+    confere(AjustesImage{}, EspecieControle::Image);
+    confere(AjustesZtFrame{}, EspecieControle::ztFrame);
+    confere(AjustesTextBox{}, EspecieControle::TextBox);
+    confere(AjustesCheckBox{}, EspecieControle::CheckBox);
+    confere(AjustesOptionButton{}, EspecieControle::OptionButton);
+    confere(AjustesCommandButton{}, EspecieControle::CommandButton);
+    confere(AjustesSSTab{}, EspecieControle::SSTab);
+    confere(AjustesCommonDialog{}, EspecieControle::CommonDialog);
+    confere(AjustesZtList{}, EspecieControle::ztList);
+    confere(AjustesZtCombo{}, EspecieControle::ztCombo);
+    confere(AjustesZtMask{}, EspecieControle::ztMask);
+    confere(AjustesZtData{}, EspecieControle::ztData);
+    confere(AjustesZtCommand{}, EspecieControle::ztCommand);
+    confere(AjustesZtVeiObservacao{}, EspecieControle::ztVeiObservacao);
+    confere(AjustesZtEndereco{}, EspecieControle::ztEndereco);
+    confere(AjustesZtClienteSetor{}, EspecieControle::ztClienteSetor);
+    EXPECT_EQ(NumeroDaFalha([&] { Cria<IControle>(form, EmLinha({})); }), 5);
 }
 
 TEST_P(ContratoHost, Controles_OfAForm_DoNotKeepItAlive)
 {
     auto form = Novo<FormFalso>();
     RefFraca<FormFalso> vigia = form;
-    auto texto = Host().Controles()->CriaTextBox(form, Com<AjustesTextBox>("txt"));
+    auto texto = Cria<ITextBox>(form, Com<AjustesTextBox>("txt"));
     form = nullptr;
     EXPECT_TRUE(vigia.Nada());
     texto->DefineText("still usable");
@@ -91,10 +91,9 @@ TEST_P(ContratoHost, Controles_OfAForm_DoNotKeepItAlive)
 TEST_P(ContratoHost, TextBox_Written_IsCutAndRaisesChangeWhenItBecomesAnother)
 {
     auto form = Novo<FormFalso>();
-    auto ajustes = Com<AjustesTextBox>("txt");
-    ajustes.MaxLength = 5;
-    ajustes.Text = "início";
-    auto texto = Host().Controles()->CriaTextBox(form, ajustes);
+    auto ajustes = Com<AjustesTextBox>("txt", {.MaxLength = 5});
+    auto texto = Cria<ITextBox>(form, ajustes);
+    texto->DefineText("início");
     EXPECT_EQ(texto->Text(), "iníci");
     EXPECT_EQ(texto->MaxLength(), 5);
     int mudancas = 0;
@@ -111,9 +110,8 @@ TEST_P(ContratoHost, TextBox_Written_IsCutAndRaisesChangeWhenItBecomesAnother)
 TEST_P(ContratoHost, TextBox_TypedInto_ObeysLimitLockAndEnabled)
 {
     auto form = Novo<FormFalso>();
-    auto ajustes = Com<AjustesTextBox>("txt");
-    ajustes.MaxLength = 3;
-    auto texto = form->Guarda(Host().Controles()->CriaTextBox(form, ajustes));
+    auto ajustes = Com<AjustesTextBox>("txt", {.MaxLength = 3});
+    auto texto = form->Guarda(Cria<ITextBox>(form, ajustes));
     Mostra(form);
     int mudancas = 0;
     Conexao conexao = texto->Change().liga([&] { ++mudancas; });
@@ -138,7 +136,7 @@ TEST_P(ContratoHost, TextBox_TypedInto_ObeysLimitLockAndEnabled)
 TEST_P(ContratoHost, CheckBox_WrittenAndClicked_RaisesClickWhenItBecomesAnother)
 {
     auto form = Novo<FormFalso>();
-    auto marca = form->Guarda(Host().Controles()->CriaCheckBox(form, Com("chk")));
+    auto marca = form->Guarda(Cria<ICheckBox>(form, Com<AjustesCheckBox>("chk")));
     int cliques = 0;
     Conexao conexao = marca->Click().liga([&] { ++cliques; });
     EXPECT_EQ(marca->Value(), 0);
@@ -158,14 +156,10 @@ TEST_P(ContratoHost, CheckBox_WrittenAndClicked_RaisesClickWhenItBecomesAnother)
 TEST_P(ContratoHost, OptionButton_OfOneContainer_ExcludeEachOtherWithoutTheirEvent)
 {
     auto form = Novo<FormFalso>();
-    auto f = Host().Controles();
-    Ref<IControle> quadro = form->Guarda(f->CriaZtFrame(form, Com("fra")));
-    auto dentro = Com("optA");
-    dentro.Container = quadro;
-    auto a = form->Guarda(f->CriaOptionButton(form, dentro));
-    dentro.Nome = "optB";
-    auto b = form->Guarda(f->CriaOptionButton(form, dentro));
-    auto fora = form->Guarda(f->CriaOptionButton(form, Com("optFora")));
+    Ref<IControle> quadro = form->Guarda(Cria<IztFrame>(form, Com<AjustesZtFrame>("fra")));
+    auto a = form->Guarda(Cria<IOptionButton>(form, Com<AjustesOptionButton>("optA"), quadro));
+    auto b = form->Guarda(Cria<IOptionButton>(form, Com<AjustesOptionButton>("optB"), quadro));
+    auto fora = form->Guarda(Cria<IOptionButton>(form, Com<AjustesOptionButton>("optFora")));
     Textos ordem;
     Conexao ca = a->Click().liga([&] { ordem.push_back("a"); });
     Conexao cb = b->Click().liga([&] { ordem.push_back("b"); });
@@ -183,13 +177,10 @@ TEST_P(ContratoHost, OptionButton_OfOneContainer_ExcludeEachOtherWithoutTheirEve
 TEST_P(ContratoHost, CommandButton_AsDefault_IsTheOnlyOne)
 {
     auto form = Novo<FormFalso>();
-    auto f = Host().Controles();
-    auto ajustes = Com<AjustesCommandButton>("cmdOK");
-    ajustes.Default = true;
-    auto ok = form->Guarda(f->CriaCommandButton(form, ajustes));
-    ajustes = Com<AjustesCommandButton>("cmdCancelar");
-    ajustes.Cancel = true;
-    auto cancelar = form->Guarda(f->CriaCommandButton(form, ajustes));
+    auto ajustes = Com<AjustesCommandButton>("cmdOK", {.Default = true});
+    auto ok = form->Guarda(Cria<ICommandButton>(form, ajustes));
+    ajustes = Com<AjustesCommandButton>("cmdCancelar", {.Cancel = true});
+    auto cancelar = form->Guarda(Cria<ICommandButton>(form, ajustes));
     EXPECT_TRUE(ok->Default());
     EXPECT_TRUE(cancelar->Cancel());
     cancelar->DefineDefault(true);
@@ -200,9 +191,8 @@ TEST_P(ContratoHost, CommandButton_AsDefault_IsTheOnlyOne)
 TEST_P(ContratoHost, ZtCommand_Clicked_ValidatesAndLocksTheFormMeanwhile)
 {
     auto form = Novo<FormFalso>();
-    auto ajustes = Com<AjustesZtCommand>("ztCmdOK");
-    ajustes.LockFormOnClick = true;
-    auto botao = form->Guarda(Host().Controles()->CriaZtCommand(form, ajustes));
+    auto ajustes = Com<AjustesZtCommand>("ztCmdOK", {.LockFormOnClick = true});
+    auto botao = form->Guarda(Cria<IztCommand>(form, ajustes));
     Textos ordem;
     bool recusa = true;
     Conexao valida = botao->ValidaClick().liga([&](bool &cancela) {
@@ -226,9 +216,8 @@ TEST_P(ContratoHost, ZtCommand_Clicked_ValidatesAndLocksTheFormMeanwhile)
 TEST_P(ContratoHost, SSTab_OpeningAPage_RaisesClickWithTheOneLeft)
 {
     auto form = Novo<FormFalso>();
-    auto ajustes = Com<AjustesSSTab>("sst");
-    ajustes.Paginas = {"Dados", "Opções", "Outros"};
-    auto tab = form->Guarda(Host().Controles()->CriaSSTab(form, ajustes));
+    auto ajustes = Com<AjustesSSTab>("sst", {.Paginas = {"Dados", "Opções", "Outros"}});
+    auto tab = form->Guarda(Cria<ISSTab>(form, ajustes));
     EXPECT_EQ(tab->Tabs(), 3);
     EXPECT_EQ(tab->Tab(), 0);
     EXPECT_EQ(tab->TabCaption(1), "Opções");
@@ -256,9 +245,8 @@ TEST_P(ContratoHost, SSTab_OpeningAPage_RaisesClickWithTheOneLeft)
 TEST_P(ContratoHost, ZtCombo_OfItems_HasTextsAndValues)
 {
     auto form = Novo<FormFalso>();
-    auto ajustes = Com<AjustesZtCombo>("cbo");
-    ajustes.Conteudo = "Todos|0??Código|1??Subcódigo|2??";
-    auto combo = Host().Controles()->CriaZtCombo(form, ajustes);
+    auto ajustes = Com<AjustesZtCombo>("cbo", {.Conteudo = "Todos|0??Código|1??Subcódigo|2??"});
+    auto combo = Cria<IztCombo>(form, ajustes);
     EXPECT_EQ(combo->NroItens(), 3);
     EXPECT_EQ(combo->IndiceAtual(), -1);
     EXPECT_EQ(combo->Valor(), "");
@@ -293,9 +281,8 @@ TEST_P(ContratoHost, ZtCombo_OfItems_HasTextsAndValues)
 TEST_P(ContratoHost, ZtCombo_WithoutAValueColumn_HasTheTextAsItsValue)
 {
     auto form = Novo<FormFalso>();
-    auto ajustes = Com<AjustesZtCombo>("cbo");
-    ajustes.ColunaValor = -1;
-    auto combo = Host().Controles()->CriaZtCombo(form, ajustes);
+    auto ajustes = Com<AjustesZtCombo>("cbo", {.ColunaValor = -1});
+    auto combo = Cria<IztCombo>(form, ajustes);
     combo->AdicionaItem("NENHUM");
     combo->AdicionaItem("PADRAO");
     combo->DefineValor("PADRAO");
@@ -306,7 +293,7 @@ TEST_P(ContratoHost, ZtCombo_WithoutAValueColumn_HasTheTextAsItsValue)
 TEST_P(ContratoHost, ZtCombo_ChosenByThePerson_RaisesAndObeysTheLock)
 {
     auto form = Novo<FormFalso>();
-    auto combo = form->Guarda(Host().Controles()->CriaZtCombo(form, Com<AjustesZtCombo>("cbo")));
+    auto combo = form->Guarda(Cria<IztCombo>(form, Com<AjustesZtCombo>("cbo")));
     combo->AdicionaItem("Um|1");
     combo->AdicionaItem("Dois|2");
     int mudancas = 0;
@@ -324,34 +311,46 @@ TEST_P(ContratoHost, ZtCombo_ChosenByThePerson_RaisesAndObeysTheLock)
     form->Fecha();
 }
 
-TEST_P(ContratoHost, ZtMask_OfDigits_TakesNothingElse)
+TEST_P(ContratoHost, ZtMask_OfDigits_TakesNothingElseOfThePerson)
 {
     auto form = Novo<FormFalso>();
-    auto ajustes = Com<AjustesZtMask>("msk");
-    ajustes.Tipo = 1;
-    ajustes.MaxLength = 3;
-    auto campo = Host().Controles()->CriaZtMask(form, ajustes);
+    auto ajustes = Com<AjustesZtMask>("msk", {.MaxLength = 3, .Tipo = TipoMascara::Digitos});
+    auto campo = form->Guarda(Cria<IztMask>(form, ajustes));
     int mudancas = 0;
     Conexao conexao = campo->Change().liga([&] { ++mudancas; });
-    campo->DefineText("1a2b345");
+    Mostra(form);
+    adaptador->Digita(form, "msk", "1a2b345");
     EXPECT_EQ(campo->Text(), "123");
     EXPECT_EQ(campo->Valor(), "123");
     EXPECT_EQ(campo->ValorNumerico(), 123);
+    EXPECT_EQ(mudancas, 3);
     campo->DefineText("123");
-    EXPECT_EQ(mudancas, 1);
+    EXPECT_EQ(mudancas, 3);
     campo->DefineText("");
     EXPECT_EQ(campo->ValorNumerico(), 0);
+    form->Fecha();
+}
+
+TEST_P(ContratoHost, ZtMask_Written_KeepsWhatNoKeyTypes)
+{
+    auto form = Novo<FormFalso>();
+    auto campo = form->Guarda(Cria<IztMask>(
+        form, Com<AjustesZtMask>("msk", {.MaxLength = 5, .Tipo = TipoMascara::Codigo, .TabelaCaracteres = 1})));
+    campo->DefineText("ab-12/é9");
+    EXPECT_EQ(campo->Text(), "ab-12/é9");
+    EXPECT_EQ(campo->Valor(), "ab-12/é9");
+    Mostra(form);
+    adaptador->Digita(form, "msk", "X"); // it is longer than the limit already
+    EXPECT_EQ(campo->Text(), "ab-12/é9");
+    form->Fecha();
 }
 
 TEST_P(ContratoHost, ZtMask_OfACode_IsTypedInUpperCaseWithItsOwnCharacters)
 {
     auto form = Novo<FormFalso>();
-    auto ajustes = Com<AjustesZtMask>("msk");
-    ajustes.Tipo = 7;
-    ajustes.MaxLength = 20;
-    ajustes.CaracteresAceitos = "._";
-    ajustes.TabelaCaracteres = 1;
-    auto campo = form->Guarda(Host().Controles()->CriaZtMask(form, ajustes));
+    auto ajustes = Com<AjustesZtMask>(
+        "msk", {.MaxLength = 20, .Tipo = TipoMascara::Codigo, .CaracteresAceitos = "._", .TabelaCaracteres = 1});
+    auto campo = form->Guarda(Cria<IztMask>(form, ajustes));
     Mostra(form);
     adaptador->Digita(form, "msk", "ab.1_/ç-c");
     EXPECT_EQ(campo->Text(), "AB.1_C");
@@ -361,11 +360,8 @@ TEST_P(ContratoHost, ZtMask_OfACode_IsTypedInUpperCaseWithItsOwnCharacters)
 TEST_P(ContratoHost, ZtMask_OfAnHour_ShowsItsMaskAndHasItsDigits)
 {
     auto form = Novo<FormFalso>();
-    auto ajustes = Com<AjustesZtMask>("msk");
-    ajustes.Tipo = 12;
-    ajustes.MaxLength = 5;
-    ajustes.Mascara = "00:00";
-    auto campo = Host().Controles()->CriaZtMask(form, ajustes);
+    auto ajustes = Com<AjustesZtMask>("msk", {.MaxLength = 5, .Tipo = TipoMascara::Hora, .Mascara = "00:00"});
+    auto campo = Cria<IztMask>(form, ajustes);
     EXPECT_EQ(campo->Valor(), "");
     EXPECT_FALSE(IsDate(campo->Text()));
     campo->DefineText("07:30");
@@ -381,7 +377,7 @@ TEST_P(ContratoHost, ZtMask_OfAnHour_ShowsItsMaskAndHasItsDigits)
 TEST_P(ContratoHost, ZtData_OfADate_KnowsWhetherItIsOne)
 {
     auto form = Novo<FormFalso>();
-    auto campo = Host().Controles()->CriaZtData(form, Com("dat"));
+    auto campo = Cria<IztData>(form, Com<AjustesZtData>("dat"));
     EXPECT_EQ(campo->Text(), "  /  /    ");
     EXPECT_EQ(campo->Valor(), "");
     EXPECT_FALSE(campo->DataValida());
@@ -402,9 +398,8 @@ TEST_P(ContratoHost, ZtData_OfADate_KnowsWhetherItIsOne)
 TEST_P(ContratoHost, ZtVeiObservacao_Written_IsCut)
 {
     auto form = Novo<FormFalso>();
-    auto ajustes = Com<AjustesTextBox>("obs");
-    ajustes.MaxLength = 4;
-    auto campo = Host().Controles()->CriaZtVeiObservacao(form, ajustes);
+    auto ajustes = Com<AjustesZtVeiObservacao>("obs", {.MaxLength = 4});
+    auto campo = Cria<IztVeiObservacao>(form, ajustes);
     int mudancas = 0;
     Conexao conexao = campo->Change().liga([&] { ++mudancas; });
     campo->DefineText("ação demais");
@@ -418,7 +413,7 @@ TEST_P(ContratoHost, ZtVeiObservacao_Written_IsCut)
 TEST_P(ContratoHost, ZtEndereco_Preset_HoldsTheAddressAndRaisesNothing)
 {
     auto form = Novo<FormFalso>();
-    auto campo = Host().Controles()->CriaZtEndereco(form, Com<AjustesZtEndereco>("end"));
+    auto campo = Cria<IztEndereco>(form, Com<AjustesZtEndereco>("end"));
     int entradas = 0;
     Conexao conexao = campo->EntradaOK().liga([&] { ++entradas; });
     EXPECT_EQ(campo->Endereco()->CodLogradouro(), 0);
@@ -434,7 +429,7 @@ TEST_P(ContratoHost, ZtEndereco_Preset_HoldsTheAddressAndRaisesNothing)
 TEST_P(ContratoHost, ZtClienteSetor_WithTheNumberOfTheSession_IsComplete)
 {
     auto form = Novo<FormFalso>();
-    auto seletor = Host().Controles()->CriaZtClienteSetor(form, Com("cli"));
+    auto seletor = Cria<IztClienteSetor>(form, Com<AjustesZtClienteSetor>("cli"));
     int mudancas = 0;
     Conexao conexao = seletor->Change().liga([&] { ++mudancas; });
     seletor->DefineCodCliente(Dados()->ObtemOrgao()->CodCliente());
@@ -446,7 +441,7 @@ TEST_P(ContratoHost, ZtClienteSetor_WithTheNumberOfTheSession_IsComplete)
 TEST_P(ContratoHost, CommonDialog_FileName_KeepsWhatIsWritten)
 {
     auto form = Novo<FormFalso>();
-    auto dialogo = Host().Controles()->CriaCommonDialog(form, Com("cd"));
+    auto dialogo = Cria<ICommonDialog>(form, Com<AjustesCommonDialog>("cd"));
     EXPECT_EQ(dialogo->FileName(), "");
     dialogo->DefineFilter("PDF (*.pdf)|*.pdf");
     dialogo->DefineDefaultExt("*.pdf");
@@ -458,9 +453,8 @@ TEST_P(ContratoHost, CommonDialog_FileName_KeepsWhatIsWritten)
 // A list with the columns Nome and Chave (hidden) and three rows.
 Ref<IztList> ListaDeTres(const Ref<FormFalso> &form)
 {
-    AjustesZtList ajustes;
-    ajustes.Nome = "lst";
-    auto lista = form->Guarda(Host().Controles()->CriaZtList(form, ajustes));
+    const Peca peca = {.Ajustes = AjustesZtList{}, .Nome = "lst"};
+    auto lista = form->Guarda(ComoTipo<IztList>(Host().Controles()->Cria(form, peca, nullptr, -1)));
     lista->AlteraPrimeiraColuna(1, std::nullopt, "Nome", 1000, 0, "", true);
     lista->AdicionaColuna(2, "Chave", "K", 0, 0, "", false);
     TabelaTexto tabela(2);
@@ -601,9 +595,8 @@ TEST_P(ContratoHost, ZtList_RowRemoved_AsksBeforeAndTellsAfter)
 TEST_P(ContratoHost, SetFocus_OfAControl_BringsItOrIsFault5)
 {
     auto form = Novo<FormFalso>();
-    auto f = Host().Controles();
-    auto um = form->Guarda(f->CriaTextBox(form, Com<AjustesTextBox>("txtUm")));
-    auto dois = form->Guarda(f->CriaTextBox(form, Com<AjustesTextBox>("txtDois")));
+    auto um = form->Guarda(Cria<ITextBox>(form, Com<AjustesTextBox>("txtUm")));
+    auto dois = form->Guarda(Cria<ITextBox>(form, Com<AjustesTextBox>("txtDois")));
     Mostra(form);
     dois->SetFocus();
     EXPECT_TRUE(form->ControleAtivo() == dois);

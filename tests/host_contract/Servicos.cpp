@@ -31,9 +31,8 @@ std::set<std::string> ValoresDe(const Ref<IztCombo> &combo)
 
 Ref<IztCombo> Combo(const Ref<FormFalso> &form)
 {
-    AjustesZtCombo ajustes;
-    ajustes.Nome = "cbo";
-    return Host().Controles()->CriaZtCombo(form, ajustes);
+    const Peca peca = {.Ajustes = AjustesZtCombo{}, .Nome = "cbo"};
+    return ComoTipo<IztCombo>(Host().Controles()->Cria(form, peca, nullptr, -1));
 }
 
 TEST_P(ContratoHost, PreencheTipoAgente_InBothModes_OffersNumberedTypes)
@@ -237,8 +236,8 @@ TEST_P(ContratoHost, TextoParaBytes_OfADocumentAsText_IsItsBytes)
 TEST_P(ContratoHost, ExibeMensagem_WithAControl_LeadsTheFocusToIt)
 {
     auto form = Novo<FormFalso>();
-    auto um = form->Guarda(Host().Controles()->CriaTextBox(form, Com<AjustesTextBox>("txtUm")));
-    auto dois = form->Guarda(Host().Controles()->CriaTextBox(form, Com<AjustesTextBox>("txtDois")));
+    auto um = form->Guarda(Cria<ITextBox>(form, Com<AjustesTextBox>("txtUm")));
+    auto dois = form->Guarda(Cria<ITextBox>(form, Com<AjustesTextBox>("txtDois")));
     Mostra(form);
     um->SetFocus();
     EXPECT_TRUE(form->ControleAtivo() == um);
@@ -264,16 +263,15 @@ TEST_P(ContratoHost, ExibeErro_ReturnsWhenItIsClosed)
 TEST_P(ContratoHost, PreparaDetalhes_OfAForm_LetsThePersonChangeNothing)
 {
     auto form = Novo<FormFalso>();
-    auto fabrica = Host().Controles();
-    auto texto = form->Guarda(fabrica->CriaTextBox(form, Com<AjustesTextBox>("txt")));
-    auto mascara = form->Guarda(fabrica->CriaZtMask(form, Com<AjustesZtMask>("msk")));
-    auto data = form->Guarda(fabrica->CriaZtData(form, Com("dat")));
-    auto observacao = form->Guarda(fabrica->CriaZtVeiObservacao(form, Com<AjustesTextBox>("obs")));
-    auto marca = form->Guarda(fabrica->CriaCheckBox(form, Com("chk")));
-    auto opcao = form->Guarda(fabrica->CriaOptionButton(form, Com("opt")));
-    auto combo = form->Guarda(fabrica->CriaZtCombo(form, Com<AjustesZtCombo>("cbo")));
-    auto botao = form->Guarda(fabrica->CriaCommandButton(form, Com<AjustesCommandButton>("cmd")));
-    auto lista = form->Guarda(fabrica->CriaZtList(form, Com<AjustesZtList>("lst")));
+    auto texto = form->Guarda(Cria<ITextBox>(form, Com<AjustesTextBox>("txt")));
+    auto mascara = form->Guarda(Cria<IztMask>(form, Com<AjustesZtMask>("msk")));
+    auto data = form->Guarda(Cria<IztData>(form, Com<AjustesZtData>("dat")));
+    auto observacao = form->Guarda(Cria<IztVeiObservacao>(form, Com<AjustesZtVeiObservacao>("obs")));
+    auto marca = form->Guarda(Cria<ICheckBox>(form, Com<AjustesCheckBox>("chk")));
+    auto opcao = form->Guarda(Cria<IOptionButton>(form, Com<AjustesOptionButton>("opt")));
+    auto combo = form->Guarda(Cria<IztCombo>(form, Com<AjustesZtCombo>("cbo")));
+    auto botao = form->Guarda(Cria<ICommandButton>(form, Com<AjustesCommandButton>("cmd")));
+    auto lista = form->Guarda(Cria<IztList>(form, Com<AjustesZtList>("lst")));
     texto->DefineText("a");
     combo->AdicionaItem("Um|1");
     TabelaTexto tabela(1);

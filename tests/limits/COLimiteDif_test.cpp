@@ -30,7 +30,11 @@ constexpr std::int16_t Tipos[] = {Limite, DiaEspecifico, HorarioProibido};
 class JanelaDeLista : public Formulario {
   public:
     std::string_view NomeTipo() const override { return "JanelaDeLista"; }
-    std::string CaptionDeProjeto() const override { return ""; }
+    ::Desenho Desenho() const override
+    {
+        return {.Raiz = EmColuna({{.Ajustes = AjustesCheckBox{}, .Nome = "outro"},
+                                  {.Ajustes = AjustesZtList{}, .Nome = "ztLista"}})};
+    }
 
     void Abre()
     {
@@ -41,15 +45,7 @@ class JanelaDeLista : public Formulario {
     Ref<IztList> Lista;
 
   protected:
-    void CriaControles() override
-    {
-        AjustesControle outro;
-        outro.Nome = "outro";
-        Guarda(Host().Controles()->CriaCheckBox(EsteForm(), outro));
-        AjustesZtList ajustes;
-        ajustes.Nome = "ztLista";
-        Lista = Guarda(Host().Controles()->CriaZtList(EsteForm(), ajustes));
-    }
+    void LigaControles() override { Toma(Lista, "ztLista"); }
 };
 
 class COLimiteDifTeste : public HostTeste {

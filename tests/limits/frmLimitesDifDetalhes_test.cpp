@@ -6,6 +6,7 @@
 #include "tests/support/FalhaLancada.h"
 #include "tests/support/FormQueAnota.h"
 #include "tests/support/HostTeste.h"
+#include "tests/support/NomesAcessiveis.h"
 #include "tests/support/RetratoForm.h"
 
 #include <cstdint>
@@ -138,6 +139,11 @@ class frmLimitesDifDetalhesTeste : public HostTeste {
 };
 
 // Screen.
+
+TEST_F(frmLimitesDifDetalhesTeste, Desenho_OfTheForm_NamesEveryFieldForAScreenReader)
+{
+    EXPECT_EQ(SemNomeAcessivel(frmLimitesDifDetalhes().Desenho()), std::vector<std::string>{});
+}
 
 TEST_F(frmLimitesDifDetalhesTeste, Controles_OfAFormJustLoaded_AreAsInItsPortrait)
 {

@@ -7,6 +7,7 @@
 #include "tests/support/FalhaLancada.h"
 #include "tests/support/HostTeste.h"
 #include "tests/support/JornadaVarrida.h"
+#include "tests/support/NomesAcessiveis.h"
 #include "tests/support/RegistroEmMemoria.h"
 #include "tests/support/RetratoForm.h"
 
@@ -85,6 +86,11 @@ class frmLimitesDifTeste : public HostTeste {
 
     Ref<frmLimitesDif> form;
 };
+
+TEST_F(frmLimitesDifTeste, Desenho_OfTheForm_NamesEveryFieldForAScreenReader)
+{
+    EXPECT_EQ(SemNomeAcessivel(frmLimitesDif().Desenho()), std::vector<std::string>{});
+}
 
 TEST_F(frmLimitesDifTeste, Controles_OfAFormJustLoaded_AreAsInItsPortrait)
 {

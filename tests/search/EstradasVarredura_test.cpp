@@ -119,7 +119,7 @@ pessoa
       @pagina
 )");
     varredura.Segue();
-    EXPECT_GE(varredura.Roda(), 368);
+    EXPECT_GE(varredura.Roda(), 360);
 }
 
 // A module of the host asks for an equipment, by the window and by its code.

@@ -3,9 +3,11 @@
 #include "controls/CheckBox.h"
 #include "controls/ztClienteSetor.h"
 #include "controls/ztCombo.h"
+#include "controls/ztFrame.h"
 #include "controls/ztMask.h"
 #include "tests/search/JanelaTeste.h"
 #include "tests/support/FalhaLancada.h"
+#include "tests/support/NomesAcessiveis.h"
 #include "tests/support/RetratoForm.h"
 
 #include <map>
@@ -231,6 +233,11 @@ TEST_F(frmListaTeste, CarregaForm_ToSelect_ShowsTheWindowModallyWithItsOwnButton
     EXPECT_FALSE(host->Tela->EstaAberto(form));
 }
 
+TEST_F(frmListaTeste, Desenho_OfTheForm_NamesEveryFieldForAScreenReader)
+{
+    EXPECT_EQ(SemNomeAcessivel(frmLista().Desenho()), std::vector<std::string>{});
+}
+
 TEST_F(frmListaTeste, Controles_OfAFormJustLoaded_AreAsInItsPortrait)
 {
     EXPECT_TRUE(RetratoIgual(SoCarregada<frmLista>(), "tests/search/dados"));
@@ -246,34 +253,25 @@ TEST_F(frmListaTeste, CarregaForm_FromTheMenu_OffersTheThreeCriteria)
     EXPECT_EQ(criterios, (Textos{"Todos=0", "Código=1", "Subcódigo=2"}));
 }
 
-TEST_F(frmListaTeste, CarregaForm_OfEachMode_PlacesTheCriteriaInTheirFrameWithoutOverlap)
+// Each row of the criteria fills the four columns of their grid, labels included, and no piece has a place of its own.
+TEST_F(frmListaTeste, Desenho_OfTheCriteria_FillsEachRowOfTheirGrid)
 {
-    Pessoa pessoa = AbreDoMenu();
-    const Ref<IControle> frame = pessoa.Acha("fraDados", 0);
-    EXPECT_LE(frame->Left() + frame->Width(), pessoa.Acha("ztlLista")->Width());
-    EXPECT_LE(pessoa.Acha("ztlLista")->Width(), form->Width());
-    EXPECT_LE(pessoa.Acha("ztlLista")->Height(), form->Height());
-    std::vector<Ref<IControle>> dentro;
-    for (const Ref<IControle> &controle : form->Controles()) {
-        if (controle->Container() == frame) {
-            dentro.push_back(controle);
+    const Desenho desenho = frmLista().Desenho();
+    const Peca &lista = desenho.Raiz.Pecas.at(0);
+    ASSERT_EQ(lista.Pecas.size(), 1U);
+    const Peca &criterios = lista.Pecas[0];
+    EXPECT_EQ(criterios.Nome, "fraDados");
+    EXPECT_EQ(criterios.Disposicao, Arranjo::Grade);
+    ASSERT_EQ(criterios.Pecas.size(), 4U);
+    for (const Peca &linha : criterios.Pecas) {
+        int colunas = 0;
+        for (const Peca &peca : linha.Pecas) {
+            colunas += peca.Vao + (peca.Rotulo.empty() ? 0 : 1);
+            EXPECT_EQ(peca.Left + peca.Top + peca.Width + peca.Height, 0) << peca.Nome;
         }
+        EXPECT_EQ(colunas, 4) << linha.Pecas[0].Nome;
     }
-    ASSERT_EQ(dentro.size(), 9U);
-    for (const Ref<IControle> &um : dentro) {
-        EXPECT_GE(um->Left(), 0) << um->Nome();
-        EXPECT_GT(um->Width(), 0) << um->Nome();
-        EXPECT_GT(um->Height(), 0) << um->Nome();
-        EXPECT_LE(um->Left() + um->Width(), frame->Width()) << um->Nome();
-        EXPECT_LE(um->Top() + um->Height(), frame->Height()) << um->Nome();
-        for (const Ref<IControle> &outro : dentro) {
-            const bool separados = um == outro || um->Left() + um->Width() <= outro->Left() ||
-                                   outro->Left() + outro->Width() <= um->Left() ||
-                                   um->Top() + um->Height() <= outro->Top() ||
-                                   outro->Top() + outro->Height() <= um->Top();
-            EXPECT_TRUE(separados) << um->Nome() << " and " << outro->Nome();
-        }
-    }
+    EXPECT_GE(desenho.Altura, lista.Height);
 }
 
 TEST_F(frmListaTeste, CarregaForm_BeforeTheFormCarregadoEvent_StoresTheSettingsOfTheListAndItsColumns)
@@ -414,15 +412,23 @@ TEST_F(frmListaTeste, CarregaForm_OfAnotherModule_OpensABareListWithoutCriteria)
     EXPECT_EQ(modulo->Chamadas, Textos{"Localizar()"});
 }
 
+TEST_F(frmListaTeste, CarregaForm_OfAnyModule_PaintsTheFramesOfCriteriaAsButtons)
+{
+    const Pessoa pessoa = AbreDoMenu();
+    EXPECT_TRUE(pessoa.Acha<ztFrame>("fraDados", 0)->ComoBotao());
+    EXPECT_TRUE(pessoa.Acha("fraDados", 0)->Visible());
+}
+
 TEST_F(frmListaTeste, cboCriterio_ChosenAsCode_ShowsTheFieldForItWithTheFocus)
 {
     Pessoa pessoa = AbreDoMenu();
+    EXPECT_EQ(pessoa.Acha("txtCodEquip")->Rotulo(), "Código:");
     EXPECT_TRUE(pessoa.Escolhe("cboCriterio", "Código"));
-    EXPECT_EQ(pessoa.Acha("txtCodEquip")->Caption(), "Código");
+    EXPECT_EQ(pessoa.Acha("txtCodEquip")->Rotulo(), "Código");
     EXPECT_TRUE(pessoa.Acha("txtCodEquip")->Visible());
     EXPECT_EQ(form->ControleAtivo(), pessoa.Acha("txtCodEquip"));
     EXPECT_TRUE(pessoa.Escolhe("cboCriterio", "Subcódigo"));
-    EXPECT_EQ(pessoa.Acha("txtCodEquip")->Caption(), "Subcódigo");
+    EXPECT_EQ(pessoa.Acha("txtCodEquip")->Rotulo(), "Subcódigo");
     EXPECT_TRUE(pessoa.Acha("txtCodEquip")->Visible());
     EXPECT_EQ(form->ControleAtivo(), pessoa.Acha("txtCodEquip"));
     EXPECT_TRUE(pessoa.Escolhe("cboCriterio", "Todos"));
@@ -486,7 +492,7 @@ TEST_F(frmListaTeste, Criteria_OfAModuleThatFails_ReportUnderTheNameOfTheEvent)
     pessoa.Escolhe("cboCriterio", "Código");
     modulo->FalhaEm = "LimpaPesquisa";
     pessoa.Escolhe("cboCriterio", "Subcódigo");
-    EXPECT_EQ(pessoa.Acha("txtCodEquip")->Caption(), "Subcódigo"); // the result goes only after that
+    EXPECT_EQ(pessoa.Acha("txtCodEquip")->Rotulo(), "Subcódigo"); // the result goes only after that
     pessoa.Escolhe("cboTipoEquipto", "Pardal");
     pessoa.Clica("chkInativos");
     pessoa.Digita("txtCodEquip", "R");

@@ -4,6 +4,7 @@
 #include "tests/sensors/CenarioSensores.h"
 #include "tests/support/FalhaLancada.h"
 #include "tests/support/MemoriaEscassa.h"
+#include "tests/support/UmControle.h"
 
 namespace {
 
@@ -693,9 +694,7 @@ TEST_F(COSensores_test, Carrega_ListAndEquipment_NeitherIsKeptAlive)
     RefFraca<clsEquipto> equiptoFraco = equipto;
     equipto = nullptr;
     EXPECT_TRUE(equiptoFraco.Nada());
-    AjustesZtList ajustes;
-    ajustes.Nome = "ztOutra";
-    Ref<IztList> outra = Host().Controles()->CriaZtList(dona, ajustes);
+    Ref<IztList> outra = CriadoPeloHost<IztList>(dona, Chamado<AjustesZtList>("ztOutra"));
     equipto = Novo<clsEquipto>();
     controlador->Carrega(equipto, outra, false);
     RefFraca<IztList> listaFraca = outra;

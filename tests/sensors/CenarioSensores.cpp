@@ -11,14 +11,11 @@ void frmComLista::Abre()
     goGeral->FormShow(EsteForm(), false, nullptr);
 }
 
-void frmComLista::CriaControles()
+Desenho frmComLista::Desenho() const
 {
-    AjustesZtList lista;
-    lista.Nome = "ztLista";
-    ztLista = Guarda(Host().Controles()->CriaZtList(EsteForm(), lista));
-    AjustesCommandButton fora;
-    fora.Nome = "cmdFora";
-    Guarda(Host().Controles()->CriaCommandButton(EsteForm(), fora));
+    return {.Caption = "Lista",
+            .Raiz = EmColuna({{.Ajustes = AjustesZtList{}, .Nome = "ztLista"},
+                              {.Ajustes = AjustesCommandButton{}, .Nome = "cmdFora"}})};
 }
 
 void CenarioSensores::SetUp()

@@ -22,13 +22,13 @@
 class frmComLista : public Formulario {
   public:
     std::string_view NomeTipo() const override { return "frmComLista"; }
+    ::Desenho Desenho() const override;
     void Abre();
 
     Ref<IztList> ztLista;
 
   protected:
-    void CriaControles() override;
-    std::string CaptionDeProjeto() const override { return "Lista"; }
+    void LigaControles() override { Toma(ztLista, "ztLista"); }
 };
 
 // A saved equipment "EQ-10" of municipality 8801, without sensors, in a shell on which the host has logged on.

@@ -4,6 +4,7 @@
 #include "tests/sensors/CenarioSensores.h"
 #include "tests/support/FalhaLancada.h"
 #include "tests/support/MemoriaEscassa.h"
+#include "tests/support/NomesAcessiveis.h"
 #include "tests/support/RetratoForm.h"
 
 #include <utility>
@@ -75,6 +76,11 @@ class frmEquipAfericoes_test : public CenarioSensores {
 };
 
 using Par = std::pair<std::string, std::string>;
+
+TEST_F(frmEquipAfericoes_test, Desenho_OfTheForm_NamesEveryFieldForAScreenReader)
+{
+    EXPECT_EQ(SemNomeAcessivel(frmEquipAfericoes().Desenho()), std::vector<std::string>{});
+}
 
 TEST_F(frmEquipAfericoes_test, CriaControles_OfAFormJustLoaded_AreAsInItsPortrait)
 {

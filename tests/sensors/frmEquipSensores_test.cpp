@@ -4,6 +4,7 @@
 #include "controls/ztEndereco.h"
 #include "tests/sensors/CenarioSensores.h"
 #include "tests/support/InterfaceQueFalha.h"
+#include "tests/support/NomesAcessiveis.h"
 #include "tests/support/RetratoForm.h"
 
 namespace {
@@ -54,6 +55,11 @@ class frmEquipSensores_test : public CenarioSensores {
 
     Ref<clsSensor> sensor;
 };
+
+TEST_F(frmEquipSensores_test, Desenho_OfTheForm_NamesEveryFieldForAScreenReader)
+{
+    EXPECT_EQ(SemNomeAcessivel(frmEquipSensores().Desenho()), std::vector<std::string>{});
+}
 
 TEST_F(frmEquipSensores_test, CriaControles_OfAFormJustLoaded_AreAsInItsPortrait)
 {

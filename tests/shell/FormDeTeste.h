@@ -13,10 +13,18 @@ class FormDeTeste : public Formulario {
     std::string_view NomeTipo() const override { return m_Classe; }
     bool MDIChild() const override { return Filha; }
 
+    ::Desenho Desenho() const override
+    {
+        return {.Caption = "Teste",
+                .Largura = 6000,
+                .Altura = 3001,
+                .Raiz = EmColuna({{.Ajustes = AjustesLabel{}, .Nome = "lblTexto"}})};
+    }
+
     bool Filha = false;
     bool TemParent = true; // without the member frmParent otherwise
     bool CancelaUnload = false;
-    std::function<void()> AoCriarControles;
+    std::function<void()> AoLigarControles;
     std::function<void()> AoDescarregar;
     std::vector<std::string> Eventos;
     Ref<ILabel> lblTexto;
@@ -32,18 +40,14 @@ class FormDeTeste : public Formulario {
     void Sinal_Recebido() { Eventos.push_back("Sinal"); }
 
   protected:
-    void CriaControles() override
+    void LigaControles() override
     {
-        DefineTamanho(6000, 3001);
-        AjustesControle ajustes;
-        ajustes.Nome = "lblTexto";
-        lblTexto = Guarda(Host().Controles()->CriaLabel(EsteForm(), ajustes));
+        Toma(lblTexto, "lblTexto");
         Liga(Sinal, &FormDeTeste::Sinal_Recebido);
-        if (AoCriarControles) {
-            AoCriarControles();
+        if (AoLigarControles) {
+            AoLigarControles();
         }
     }
-    std::string CaptionDeProjeto() const override { return "Teste"; }
     void Form_Unload(bool &cancela) override
     {
         Eventos.push_back("Unload");

@@ -5,7 +5,10 @@
 #include "tests/support/FalhaLancada.h"
 #include "tests/support/HostTeste.h"
 
+#include <array>
+#include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -20,8 +23,47 @@ class FormSimples : public Formulario {
     using Formulario::Descarregar;
 
   protected:
-    void CriaControles() override { DefineTamanho(4000, 2000); }
-    std::string CaptionDeProjeto() const override { return "Simples"; }
+    ::Desenho Desenho() const override { return {.Caption = "Simples", .Largura = 4000, .Altura = 2000}; }
+};
+
+// A form that is described with a grid, and with pages with and without a frame of their own.
+class FormDescrito : public Formulario {
+  public:
+    std::string_view NomeTipo() const override { return "FormDescrito"; }
+    ::Desenho Desenho() const override
+    {
+        const auto texto = [](std::string nome, std::int16_t indice = -1) {
+            return Peca{.Ajustes = AjustesTextBox{}, .Nome = std::move(nome), .Indice = indice};
+        };
+        const Peca abas = {
+            .Ajustes = AjustesSSTab{.Paginas = {"Um", "Dois", "Três"}},
+            .Nome = "abas",
+            .Pecas = {{.Ajustes = AjustesZtFrame{}, .Nome = "fra", .Indice = 0, .Pecas = {texto("a"), Mola()}},
+                      EmColuna({EmLinha({texto("b")}), texto("c")}),
+                      {.Ajustes = AjustesZtFrame{},
+                       .Nome = "fra",
+                       .Indice = 1,
+                       .Pecas = {EmGrade({EmLinha({texto("d")})})}}},
+        };
+        return {.Raiz = EmColuna({EmLinha({texto("campo", 2), texto("campo", 3)}), abas, texto("fim")})};
+    }
+
+    std::array<Ref<ITextBox>, 2> campo;
+    Ref<ITextBox> d;
+    std::function<void(FormDescrito &)> Ligando;
+
+    using Formulario::Carregar;
+    using Formulario::Toma;
+
+  protected:
+    void LigaControles() override
+    {
+        Toma(campo, "campo", 2);
+        Toma(d, "d");
+        if (Ligando) {
+            Ligando(*this);
+        }
+    }
 };
 
 class FormularioTeste : public HostTeste {
@@ -144,18 +186,68 @@ TEST_F(FormularioTeste, Carregar_Fails_LeavesTheFormUnloadedAndCanBeTriedAgain)
     EXPECT_FALSE(form->Carregado());
     EXPECT_EQ(form->hwnd(), 0);
 
-    form->AoCriarControles = [] { throw Falha(429); };
+    form->AoLigarControles = [] { throw Falha(429); };
     EXPECT_EQ(FalhaLancada([&] { form->Carregar(); }).Numero, 429);
     EXPECT_FALSE(form->Carregado());
     form->Sinal.dispara();
     EXPECT_EQ(form->Eventos, Linhas{}); // no connection of the failed loads is left
 
-    form->AoCriarControles = nullptr;
+    form->AoLigarControles = nullptr;
     form->Carregar();
     EXPECT_TRUE(host->Tela->EstaAberto(form));
     EXPECT_EQ(form->Controles().size(), 1U);
     form->Sinal.dispara();
     EXPECT_EQ(form->Eventos, (Linhas{"Sinal"}));
+}
+
+TEST_F(FormularioTeste, Carregar_OfADescription_CreatesItInOrderEachInWhatHoldsIt)
+{
+    auto descrito = Novo<FormDescrito>();
+    descrito->Carregar();
+    Linhas criados;
+    for (const Ref<IControle> &controle : descrito->Controles()) {
+        const Ref<IControle> dono = controle->Container();
+        criados.push_back(controle->Nome() + " em " + (dono ? dono->Nome() + std::to_string(dono->Indice()) : "form") +
+                          " pagina " + std::to_string(controle->Pagina()));
+        EXPECT_EQ(controle->TabIndex(), static_cast<std::int16_t>(criados.size() - 1));
+    }
+    EXPECT_EQ(criados, (Linhas{
+                           "campo em form pagina -1",
+                           "campo em form pagina -1",
+                           "abas em form pagina -1",
+                           "fra em abas-1 pagina 0", // the frames of the pages stand before what is on them
+                           "fra em abas-1 pagina 2",
+                           "a em fra0 pagina -1",
+                           "b em abas-1 pagina 1",
+                           "c em abas-1 pagina 1",
+                           "d em fra1 pagina -1",
+                           "fim em form pagina -1",
+                       }));
+    EXPECT_EQ(descrito->campo[0]->Indice(), 2);
+    EXPECT_EQ(descrito->campo[1]->Indice(), 3);
+    EXPECT_EQ(descrito->d->Nome(), "d");
+}
+
+TEST_F(FormularioTeste, Carregar_WithAControlThatCannotBeCreated_IsUndoneAndTheNextStartsAfresh)
+{
+    auto descrito = Novo<FormDescrito>();
+    host->FalhaEm("Controles.Cria", 4, 7, "Sem memória");
+    EXPECT_EQ(FalhaLancada([&] { descrito->Carregar(); }).Numero, 7);
+    EXPECT_EQ(descrito->hwnd(), 0);
+    EXPECT_FALSE(host->Tela->EstaAberto(descrito));
+    descrito->Carregar();
+    EXPECT_EQ(descrito->Controles().size(), 10U);
+    EXPECT_TRUE(host->Tela->EstaAberto(descrito));
+}
+
+TEST_F(FormularioTeste, Toma_OfWhatTheDescriptionDoesNotTell_IsAFaultOfTheLoad)
+{
+    auto descrito = Novo<FormDescrito>();
+    descrito->Ligando = [](FormDescrito &form) { form.Toma(form.d, "campo"); }; // without its index
+    EXPECT_EQ(FalhaLancada([&] { descrito->Carregar(); }).Numero, 5);
+    descrito->Ligando = [](FormDescrito &form) { form.Toma(form.d, "abas"); }; // another kind
+    EXPECT_EQ(FalhaLancada([&] { descrito->Carregar(); }).Numero, 13);
+    EXPECT_EQ(descrito->hwnd(), 0);
 }
 
 TEST_F(FormularioTeste, Unload_Loaded_RaisesTheEventAndReleases)

@@ -6,6 +6,7 @@
 #include "tests/shell/FormDeTeste.h"
 #include "tests/shell/GeralDeTeste.h"
 #include "tests/support/HostTeste.h"
+#include "tests/support/UmControle.h"
 #include "tests/support/VarreduraRegistro.h"
 
 #include <cstdint>
@@ -500,7 +501,7 @@ class JornadaDasConsultas : public JornadaComRegistro {
         m_Registro.Poe(EquiptoCalibrado("A", 3, "A100"));
         LogaGeral();
         m_Form->Carregar();
-        m_Combo = Host().Controles()->CriaZtCombo(m_Form, {});
+        m_Combo = CriadoPeloHost<IztCombo>(m_Form, Chamado<AjustesZtCombo>("cbo"));
     }
 
     void Percorre() override

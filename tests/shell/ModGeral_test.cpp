@@ -4,6 +4,7 @@
 #include "tests/support/FalhaLancada.h"
 #include "tests/support/HostTeste.h"
 #include "tests/support/MemoriaEscassa.h"
+#include "tests/support/UmControle.h"
 
 #include <string>
 #include <vector>
@@ -20,12 +21,7 @@ class ModGeralTeste : public HostTeste {
         HostTeste::TearDown();
     }
 
-    Ref<IztCombo> Combo()
-    {
-        AjustesZtCombo ajustes;
-        ajustes.Nome = "cbo";
-        return host->Controles()->CriaZtCombo(m_Form, ajustes);
-    }
+    Ref<IztCombo> Combo() { return CriadoPeloHost<IztCombo>(m_Form, Chamado<AjustesZtCombo>("cbo")); }
 
     // Texts and values of a combo's items, "text|value".
     static Linhas Itens(const Ref<IztCombo> &combo)
@@ -550,7 +546,8 @@ class ListaAnotada : public IztList {
     EspecieControle Especie() const override { return EspecieControle::ztList; }
     std::string Caption() const override { return {}; }
     void DefineCaption(const std::string &) override {}
-    const std::string &Rotulo() const override { return m_Vazio; }
+    std::string Rotulo() const override { return {}; }
+    void DefineRotulo(const std::string &) override {}
     Ref<IControle> Container() const override { return nullptr; }
     std::int16_t Pagina() const override { return -1; }
     std::int32_t Left() const override { return 0; }

@@ -12,9 +12,9 @@ template <class Form> class FormQueAnota : public Form {
     std::vector<std::string> Alterados;
 
   protected:
-    void CriaControles() override
+    void LigaControles() override
     {
-        Form::CriaControles();
+        Form::LigaControles();
         for (const Ref<IControle> &controle : this->EsteForm()->Controles()) {
             const std::string indice = controle->Indice() < 0 ? "" : "(" + std::to_string(controle->Indice()) + ")";
             m_Conexoes.push_back(ComoBase(controle)->Mudou().liga([this, nome = controle->Nome() + indice] {

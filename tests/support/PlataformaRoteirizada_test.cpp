@@ -2,6 +2,7 @@
 
 #include "shell/Formulario.h"
 #include "shell/ModGeral.h"
+#include "tests/support/UmControle.h"
 
 #include <cstdint>
 #include <functional>
@@ -16,6 +17,10 @@ using Linhas = std::vector<std::string>;
 class frmProva : public Formulario {
   public:
     std::string_view NomeTipo() const override { return "frmProva"; }
+    ::Desenho Desenho() const override
+    {
+        return {.Caption = "Prova", .Raiz = EmColuna({{.Ajustes = AjustesCommandButton{}, .Nome = "cmdFechar"}})};
+    }
 
     bool AoFechar = false; // answer to the unload: keeps the window
     std::function<void()> AntesDeFechar;
@@ -34,14 +39,11 @@ class frmProva : public Formulario {
     }
 
   protected:
-    void CriaControles() override
+    void LigaControles() override
     {
-        AjustesCommandButton botao;
-        botao.Nome = "cmdFechar";
-        m_cmdFechar = Guarda(Host().Controles()->CriaCommandButton(EsteForm(), botao));
+        Toma(m_cmdFechar, "cmdFechar");
         Liga(m_cmdFechar->Click(), &frmProva::cmdFechar_Click);
     }
-    std::string CaptionDeProjeto() const override { return "Prova"; }
     void Form_Unload(bool &cancela) override
     {
         if (AntesDeFechar) {
@@ -346,9 +348,7 @@ TEST_F(PlataformaRoteirizadaTeste, SetFocusAndZOrder_OfAnOpenForm_AreNoted)
 TEST_F(PlataformaRoteirizadaTeste, Dialogo_WithAChosenFile_GivesItsNameAndOtherwiseKeepsTheOld)
 {
     auto form = Novo<frmProva>();
-    AjustesControle ajustes;
-    ajustes.Nome = "cdAbre";
-    auto dialogo = Host().Controles()->CriaCommonDialog(form, ajustes);
+    auto dialogo = CriadoPeloHost<ICommonDialog>(form, Chamado<AjustesCommonDialog>("cdAbre"));
     dialogo->DefineFilter("PDF|*.pdf");
     host->EscolheArquivo("C:\\DOC\\A.PDF");
     host->CancelaDialogo();
@@ -367,7 +367,7 @@ TEST_F(PlataformaRoteirizadaTeste, Dialogo_WithAChosenFile_GivesItsNameAndOtherw
 TEST_F(PlataformaRoteirizadaTeste, Dialogo_WithoutAChoice_IsCancelledAndAProblem)
 {
     auto form = Novo<frmProva>();
-    auto dialogo = Host().Controles()->CriaCommonDialog(form, AjustesControle());
+    auto dialogo = CriadoPeloHost<ICommonDialog>(form, Chamado<AjustesCommonDialog>(""));
     dialogo->ShowOpen();
     EXPECT_EQ(dialogo->FileName(), "");
     dialogo = nullptr;

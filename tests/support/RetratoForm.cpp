@@ -35,7 +35,7 @@ std::string Se(bool vale, const char *texto)
 std::string Ajustes(const ztMask &campo)
 {
     const AjustesZtMask &ajustes = campo.Ajustes();
-    return Maximo(ajustes.MaxLength) + ", tipo " + std::to_string(ajustes.Tipo) +
+    return Maximo(ajustes.MaxLength) + ", tipo " + std::to_string(static_cast<int>(ajustes.Tipo)) +
            (ajustes.Mascara.empty() ? "" : ", mascara " + TextoLog(ajustes.Mascara)) +
            (ajustes.CaracteresAceitos.empty() ? "" : ", aceita " + TextoLog(ajustes.CaracteresAceitos)) +
            (ajustes.TabelaCaracteres == 0 ? "" : ", tabela " + std::to_string(ajustes.TabelaCaracteres)) +

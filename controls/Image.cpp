@@ -1,5 +1,0 @@
-#include "controls/Image.h"
-
-Image::Image(const Ref<IForm> &form, const AjustesControle &ajustes) : Controle(form, ajustes, EspecieControle::Image)
-{
-}
