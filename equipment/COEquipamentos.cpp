@@ -3,6 +3,7 @@
 #include "equipment/frmEquipDetalhes.h"
 #include "limits/frmLimitesDif.h"
 #include "search/frmLista.h"
+#include "shell/ChamadaRN.h"
 #include "shell/Coluna.h"
 #include "shell/Generico.h"
 #include "shell/Geral.h"
@@ -250,15 +251,11 @@ void COEquipamentos::MontaTitulo()
     }
 }
 
-bool COEquipamentos::LocalizarEquipamentos(bool continua)
-try {
-    Plataforma()->DefinePonteiro(PonteiroAmpulheta);
+Ref<ListaEquiptoED> COEquipamentos::Criterios(bool continua) const
+{
     auto criterios = ::Novo<ListaEquiptoED>();
     if (continua) {
         criterios->ProxNroIntEquip = m_ProxNroIntEquip;
-    } else {
-        m_ZtList->Limpa(false);
-        m_ZtList->DefineTitulo(m_Titulo);
     }
     criterios->ClienteInc = m_Cliente;
     if (m_TrabFoto) {
@@ -281,10 +278,18 @@ try {
         criterios->SubCodigo = m_SubCodEquip;
     }
     criterios->Ativo = m_Ativo;
+    return criterios;
+}
 
+bool COEquipamentos::LocalizarEquipamentos(bool continua)
+try {
+    Plataforma()->DefinePonteiro(PonteiroAmpulheta);
+    if (!continua) {
+        m_ZtList->Limpa(false);
+        m_ZtList->DefineTitulo(m_Titulo);
+    }
     bool achou = false;
-    auto resposta =
-        ConsultaRemota<ListaEquiptoED>([] { return goGateway(); }, "EquiptoRN", "lista2", [&] { return criterios; });
+    const auto resposta = ConsultaRN<ListaEquiptoED>("EquiptoRN", "lista2", [&] { return Criterios(continua); });
     if (resposta) {
         const ListaDe<EquiptoED> pagina = (*resposta)->Equipamentos;
         if (pagina.Nada()) {
@@ -396,9 +401,8 @@ try {
     if (!Plataforma()->PerguntaSimNao(pergunta, Plataforma()->Aplicacao()->Titulo(), false)) {
         return;
     }
-    auto pedido = ::Novo<EquiptoED>();
-    pedido->NroIntEquip = NroIntEquipAtual();
-    if (ComandaRemoto([] { return goGateway(); }, "EquiptoRN", operacao, [&] { return pedido; })) {
+    const std::int32_t nroIntEquip = NroIntEquipAtual();
+    if (ComandaRN("EquiptoRN", operacao, [&] { return SoComNumero(&EquiptoED::NroIntEquip, nroIntEquip); })) {
         AvisaTabelaAlterada();
         Atualizar();
     }

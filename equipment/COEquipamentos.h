@@ -53,6 +53,7 @@ class COEquipamentos : public IModulo, public Assinante {
     void CriaJanela();
     void MontaTitulo();
     bool LocalizarEquipamentos(bool continua);
+    Ref<ListaEquiptoED> Criterios(bool continua) const;
     void Atualizar();
 
     void MenuInicial();

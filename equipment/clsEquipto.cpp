@@ -1,8 +1,7 @@
 #include "equipment/clsEquipto.h"
 
-#include "host/ChamadaRemota.h"
 #include "host/Indicador.h"
-#include "shell/ModGeral.h"
+#include "shell/ChamadaRN.h"
 
 clsEquipto::~clsEquipto()
 {
@@ -80,14 +79,15 @@ try {
 
 bool clsEquipto::Salva()
 try {
-    const bool altera = NroIntEquip != 0;
-    return ExecutaRemoto(
-        goGateway, "EquiptoRN", altera ? "altera" : "inclui", [&] { return ToEquiptoED(); },
-        [&](IProxyRN &proxy) {
-            if (!altera) {
-                CarregaED(proxy.ObtemRetorno().Como<EquiptoED>());
-            }
-        });
+    const auto pedido = [&] { return ToEquiptoED(); };
+    if (NroIntEquip != 0) {
+        return ComandaRN("EquiptoRN", "altera", pedido);
+    }
+    const auto incluido = ConsultaRN<EquiptoED>("EquiptoRN", "inclui", pedido);
+    if (incluido) {
+        CarregaED(*incluido);
+    }
+    return incluido.has_value();
 } catch (...) {
     PassaFalha(" < clsEquipto.Salva");
 }
@@ -140,14 +140,12 @@ try {
 
 bool clsEquipto::Carrega(std::int32_t nroIntEquip)
 try {
-    return ExecutaRemoto(
-        goGateway, "EquiptoRN", "consulta",
-        [&] {
-            auto ED = Novo<EquiptoED>();
-            ED->NroIntEquip = nroIntEquip;
-            return ED;
-        },
-        [&](IProxyRN &proxy) { CarregaED(proxy.ObtemRetorno().Como<EquiptoED>()); });
+    const auto achado = ConsultaRN<EquiptoED>("EquiptoRN", "consulta",
+                                              [&] { return SoComNumero(&EquiptoED::NroIntEquip, nroIntEquip); });
+    if (achado) {
+        CarregaED(*achado);
+    }
+    return achado.has_value();
 } catch (...) {
     PassaFalha(" < clsEquipto.Carrega");
 }

@@ -3,6 +3,7 @@
 #include "host/DiaEspecificoED.h"
 #include "host/LimiteDifED.h"
 #include "limits/frmLimitesDifDetalhes.h"
+#include "shell/ChamadaRN.h"
 #include "shell/Geral.h"
 #include "shell/ModGeral.h"
 
@@ -28,6 +29,14 @@ std::string TextoHora(std::int32_t hhmm)
 std::string TextoVelocidade(std::int16_t veloc)
 {
     return veloc > 0 ? CStr(veloc) + " Km" : " ";
+}
+
+Ref<LimiteDifED> PedidoDosLimites(std::int32_t nroIntEquip, std::int16_t tipo)
+{
+    auto pedido = Novo<LimiteDifED>();
+    pedido->NroIntEquip = nroIntEquip;
+    pedido->TipoLimite = TipoLimiteDoRegistro(tipo);
+    return pedido;
 }
 
 // The columns that limits and days have in common: times, speeds and the number by which the row is found again.
@@ -125,13 +134,8 @@ bool COLimiteDif::LocalizarLimitesDif()
 try {
     Plataforma()->DefinePonteiro(PonteiroAmpulheta);
     m_ZtList->Limpa(std::nullopt);
-    const auto resposta = ConsultaRemota<EquiptoED>([] { return goGateway(); }, "EquiptoRN", "listaLimiteDif",
-                                                    [&] {
-                                                        auto pedido = ::Novo<LimiteDifED>();
-                                                        pedido->NroIntEquip = m_NroIntEquip;
-                                                        pedido->TipoLimite = TipoLimiteDoRegistro(m_Tipo);
-                                                        return pedido;
-                                                    });
+    const auto resposta =
+        ConsultaRN<EquiptoED>("EquiptoRN", "listaLimiteDif", [&] { return PedidoDosLimites(m_NroIntEquip, m_Tipo); });
     if (resposta) {
         const auto &limites = (*resposta)->ListaLimiteDif.Valor();
         if (limites) {
@@ -154,12 +158,8 @@ bool COLimiteDif::LocalizarDiasEspecificos()
 try {
     Plataforma()->DefinePonteiro(PonteiroAmpulheta);
     m_ZtList->Limpa(std::nullopt);
-    const auto resposta = ConsultaRemota<EquiptoED>([] { return goGateway(); }, "EquiptoRN", "listaDiaEspecifico",
-                                                    [&] {
-                                                        auto pedido = ::Novo<DiaEspecificoED>();
-                                                        pedido->NroIntEquip = m_NroIntEquip;
-                                                        return pedido;
-                                                    });
+    const auto resposta = ConsultaRN<EquiptoED>(
+        "EquiptoRN", "listaDiaEspecifico", [&] { return SoComNumero(&DiaEspecificoED::NroIntEquip, m_NroIntEquip); });
     if (resposta) {
         const auto &dias = (*resposta)->ListaDiaEspecifico.Valor();
         if (dias) {
@@ -275,12 +275,7 @@ try {
 
 bool COLimiteDif::ExcluirLimiteDif(std::int32_t nroInt)
 try {
-    if (!ComandaRemoto([] { return goGateway(); }, "EquiptoRN", "desativaLimiteDif",
-                       [&] {
-                           auto pedido = ::Novo<LimiteDifED>();
-                           pedido->NroInt = nroInt;
-                           return pedido;
-                       })) {
+    if (!ComandaRN("EquiptoRN", "desativaLimiteDif", [&] { return SoComNumero(&LimiteDifED::NroInt, nroInt); })) {
         return false;
     }
     goMensagem()->ExibeMensagem("Limite excluído com sucesso!", nullptr);
@@ -291,12 +286,8 @@ try {
 
 bool COLimiteDif::ExcluirDiaEspec(std::int32_t nroInt)
 try {
-    if (!ComandaRemoto([] { return goGateway(); }, "EquiptoRN", "desativaDiaEspecifico",
-                       [&] {
-                           auto pedido = ::Novo<DiaEspecificoED>();
-                           pedido->NroInt = nroInt;
-                           return pedido;
-                       })) {
+    if (!ComandaRN("EquiptoRN", "desativaDiaEspecifico",
+                   [&] { return SoComNumero(&DiaEspecificoED::NroInt, nroInt); })) {
         return false;
     }
     goMensagem()->ExibeMensagem("Dia específico excluído com sucesso!", nullptr);

@@ -2,6 +2,7 @@
 
 #include "host/DiaEspecificoED.h"
 #include "host/LimiteDifED.h"
+#include "shell/ChamadaRN.h"
 #include "shell/Geral.h"
 #include "shell/ModGeral.h"
 
@@ -257,13 +258,8 @@ try {
 void frmLimitesDifDetalhes::BuscaLimitesDif()
 try {
     Plataforma()->DefinePonteiro(PonteiroAmpulheta);
-    const auto resposta =
-        ConsultaRemota<LimiteDifED>([] { return goGateway(); }, "EquiptoRN", "consultaSimplesLimiteDif",
-                                    [&] {
-                                        auto pedido = Novo<LimiteDifED>();
-                                        pedido->NroInt = m_NroInt;
-                                        return pedido;
-                                    });
+    const auto resposta = ConsultaRN<LimiteDifED>("EquiptoRN", "consultaSimplesLimiteDif",
+                                                  [&] { return SoComNumero(&LimiteDifED::NroInt, m_NroInt); });
     if (resposta) {
         const LimiteDifED &limite = **resposta;
         m_NroIntEquip = limite.NroIntEquip;
@@ -286,13 +282,8 @@ try {
 void frmLimitesDifDetalhes::BuscaDiasEspec()
 try {
     Plataforma()->DefinePonteiro(PonteiroAmpulheta);
-    const auto resposta =
-        ConsultaRemota<DiaEspecificoED>([] { return goGateway(); }, "EquiptoRN", "consultaSimplesDiaEspecifico",
-                                        [&] {
-                                            auto pedido = Novo<DiaEspecificoED>();
-                                            pedido->NroInt = m_NroInt;
-                                            return pedido;
-                                        });
+    const auto resposta = ConsultaRN<DiaEspecificoED>("EquiptoRN", "consultaSimplesDiaEspecifico",
+                                                      [&] { return SoComNumero(&DiaEspecificoED::NroInt, m_NroInt); });
     if (resposta) {
         const DiaEspecificoED &dia = **resposta;
         m_NroIntEquip = dia.NroIntEquip;
@@ -371,65 +362,69 @@ std::int16_t frmLimitesDifDetalhes::VelocMinInformada() const
     return chkVelocMin->Value() == 1 ? CInt(txtVelocMin->Valor()) : std::int16_t{0};
 }
 
+Ref<EquiptoED> frmLimitesDifDetalhes::LimitesInformados() const
+{
+    auto equipto = Novo<EquiptoED>();
+    auto limites = Novo<Colecao<Ref<LimiteDifED>>>();
+    equipto->ListaLimiteDif = limites;
+    for (std::size_t dia = 1; dia <= NroDias; ++dia) {
+        if (chkDia[dia - 1]->Value() != 1) {
+            continue;
+        }
+        auto limite = Novo<LimiteDifED>();
+        if (m_NroInt > 0) {
+            limite->NroInt = m_NroInt;
+        }
+        limite->NroIntEquip = m_NroIntEquip;
+        limite->Dia = static_cast<std::uint8_t>(dia);
+        limite->HoraInicio = CLng(ztmHInicial->Valor());
+        limite->HoraFim = CLng(ztmHFinal->Valor());
+        limite->Ativo = 1;
+        if (m_Tipo == TipoLimiteDif) {
+            limite->TipoLimite = 1;
+            limite->VelocPerm = CInt(txtVelocPerm->Valor());
+            limite->VelocMin = VelocMinInformada();
+        } else {
+            limite->TipoLimite = 2;
+            limite->VelocPerm = 0;
+            limite->VelocMin = 0;
+        }
+        limites->Add(limite);
+    }
+    return equipto;
+}
+
 bool frmLimitesDifDetalhes::SalvaLimiteDif()
 try {
     Plataforma()->DefinePonteiro(PonteiroAmpulheta);
-    const bool salvou = ComandaRemoto([] { return goGateway(); }, "EquiptoRN", "alteraListaLimitesDif",
-                                      [&] {
-                                          auto equipto = Novo<EquiptoED>();
-                                          auto limites = Novo<Colecao<Ref<LimiteDifED>>>();
-                                          equipto->ListaLimiteDif = limites;
-                                          for (std::size_t dia = 1; dia <= NroDias; ++dia) {
-                                              if (chkDia[dia - 1]->Value() != 1) {
-                                                  continue;
-                                              }
-                                              auto limite = Novo<LimiteDifED>();
-                                              if (m_NroInt > 0) {
-                                                  limite->NroInt = m_NroInt;
-                                              }
-                                              limite->NroIntEquip = m_NroIntEquip;
-                                              limite->Dia = static_cast<std::uint8_t>(dia);
-                                              limite->HoraInicio = CLng(ztmHInicial->Valor());
-                                              limite->HoraFim = CLng(ztmHFinal->Valor());
-                                              limite->Ativo = 1;
-                                              if (m_Tipo == TipoLimiteDif) {
-                                                  limite->TipoLimite = 1;
-                                                  limite->VelocPerm = CInt(txtVelocPerm->Valor());
-                                                  limite->VelocMin = VelocMinInformada();
-                                              } else {
-                                                  limite->TipoLimite = 2;
-                                                  limite->VelocPerm = 0;
-                                                  limite->VelocMin = 0;
-                                              }
-                                              limites->Add(limite);
-                                          }
-                                          return equipto;
-                                      });
+    const bool salvou = ComandaRN("EquiptoRN", "alteraListaLimitesDif", [&] { return LimitesInformados(); });
     Plataforma()->DefinePonteiro(PonteiroNormal);
     return salvou;
 } catch (...) {
     PassaFalha(" < frmLimitesDifDetalhes.SalvaLimiteDif");
 }
 
+Ref<DiaEspecificoED> frmLimitesDifDetalhes::DiaInformado() const
+{
+    auto dia = Novo<DiaEspecificoED>();
+    if (m_NroInt > 0) {
+        dia->NroInt = m_NroInt;
+    }
+    dia->NroIntEquip = m_NroIntEquip;
+    dia->Data = CDate(ztdData->Text());
+    dia->HoraInicio = CLng(ztmHInicial->Valor());
+    dia->HoraFim = CLng(ztmHFinal->Valor());
+    dia->VelocPerm = CInt(txtVelocPerm->Valor());
+    dia->VelocMin = VelocMinInformada();
+    dia->Ativo = 1;
+    return dia;
+}
+
 bool frmLimitesDifDetalhes::SalvaDiaEspec()
 try {
     const std::string operacao = m_Inclusao ? "adicionaDiaEspecifico" : "alteraDiaEspecifico";
     Plataforma()->DefinePonteiro(PonteiroAmpulheta);
-    const bool salvou = ComandaRemoto([] { return goGateway(); }, "EquiptoRN", operacao,
-                                      [&] {
-                                          auto dia = Novo<DiaEspecificoED>();
-                                          if (m_NroInt > 0) {
-                                              dia->NroInt = m_NroInt;
-                                          }
-                                          dia->NroIntEquip = m_NroIntEquip;
-                                          dia->Data = CDate(ztdData->Text());
-                                          dia->HoraInicio = CLng(ztmHInicial->Valor());
-                                          dia->HoraFim = CLng(ztmHFinal->Valor());
-                                          dia->VelocPerm = CInt(txtVelocPerm->Valor());
-                                          dia->VelocMin = VelocMinInformada();
-                                          dia->Ativo = 1;
-                                          return dia;
-                                      });
+    const bool salvou = ComandaRN("EquiptoRN", operacao, [&] { return DiaInformado(); });
     Plataforma()->DefinePonteiro(PonteiroNormal);
     return salvou;
 } catch (...) {

@@ -57,6 +57,8 @@ class frmLimitesDifDetalhes : public Formulario {
     bool Recusa(std::int16_t pagina, const Ref<IControle> &controle, const std::string &mensagem);
     bool SalvaLimiteDif();
     bool SalvaDiaEspec();
+    Ref<EquiptoED> LimitesInformados() const;
+    Ref<DiaEspecificoED> DiaInformado() const;
     bool TemDiaMarcado() const;
     std::int16_t VelocMinInformada() const;
 

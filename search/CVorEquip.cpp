@@ -2,6 +2,7 @@
 
 #include "equipment/COEquipamentos.h"
 #include "host/HostServices.h"
+#include "shell/ChamadaRN.h"
 #include "shell/Geral.h"
 #include "shell/ModGeral.h"
 #include "shell/clsListaParametros.h"
@@ -41,6 +42,16 @@ std::int32_t NumeroDoCodigo(const std::string &sCodEquip, const std::string &sTi
     }
     cursor->Close();
     return numero;
+}
+
+Ref<RelatorioAfericaoED> PedidoDoCertificado(std::int32_t lCodOat, const std::string &sSerie,
+                                             const std::string &sTxtIdent)
+{
+    auto pedido = Novo<RelatorioAfericaoED>();
+    pedido->CodOat = lCodOat;
+    pedido->Serie = sSerie;
+    pedido->TxtIdent = sTxtIdent;
+    return pedido;
 }
 
 } // namespace
@@ -115,13 +126,9 @@ try {
 
 Ref<EquiptoED> CVorEquip::ConsultaSimplesEquipto(std::int32_t lNroIntEquip)
 try {
-    auto resposta = ConsultaRemota<EquiptoED>([] { return goGateway(); }, "EquiptoRN", "consultaSimples",
-                                              [&] {
-                                                  auto pedido = Novo<EquiptoED>();
-                                                  pedido->NroIntEquip = lNroIntEquip;
-                                                  return pedido;
-                                              });
-    return resposta.value_or(nullptr);
+    return ConsultaRN<EquiptoED>("EquiptoRN", "consultaSimples",
+                                 [&] { return SoComNumero(&EquiptoED::NroIntEquip, lNroIntEquip); })
+        .value_or(nullptr);
 } catch (...) {
     PassaFalha(" < CVorEquip.ConsultaSimplesEquipto");
 }
@@ -129,15 +136,8 @@ try {
 bool CVorEquip::ImpCertificadoAfericaoEquipto(std::int32_t lCodOat, const std::string &sSerie,
                                               const std::string &sTxtIdent, bool)
 {
-    auto resposta =
-        ConsultaRemota<RelatorioAfericaoED>([] { return goGateway(); }, "RelatorioRN", "consultaRelatorioRVOR011",
-                                            [&] {
-                                                auto pedido = Novo<RelatorioAfericaoED>();
-                                                pedido->CodOat = lCodOat;
-                                                pedido->Serie = sSerie;
-                                                pedido->TxtIdent = sTxtIdent;
-                                                return pedido;
-                                            });
+    const auto resposta = ConsultaRN<RelatorioAfericaoED>(
+        "RelatorioRN", "consultaRelatorioRVOR011", [&] { return PedidoDoCertificado(lCodOat, sSerie, sTxtIdent); });
     if (!resposta) {
         return false;
     }

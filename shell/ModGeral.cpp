@@ -1,5 +1,6 @@
 #include "shell/ModGeral.h"
 
+#include "shell/ChamadaRN.h"
 #include "shell/Geral.h"
 
 #include <utility>
@@ -27,6 +28,15 @@ std::string SemExtensao(const std::string &nome)
         throw Falha(NumeroFalha::ArgumentoInvalido);
     }
     return Left(nome, tamanho - 4);
+}
+
+Ref<ConsultaAfericaoED> PedidoDaVigente(std::int32_t lNroIntEquip, Data dtInfracao, const Valor &vTipoConsulta)
+{
+    auto pedido = Novo<ConsultaAfericaoED>();
+    pedido->NroIntEquip = lNroIntEquip;
+    pedido->TipoConsulta = vTipoConsulta.CInt();
+    pedido->DtInfracao = dtInfracao;
+    return pedido;
 }
 
 } // namespace
@@ -229,14 +239,8 @@ try {
 
 Ref<AfericaoED> gFunConsultaAfericaoVigente(std::int32_t lNroIntEquip, Data dtInfracao, const Valor &vTipoConsulta)
 try {
-    return ConsultaRemota<AfericaoED>(goGateway, "EquiptoRN", "consultaSimplesAfericaoVigente",
-                                      [&] {
-                                          auto oED = Novo<ConsultaAfericaoED>();
-                                          oED->NroIntEquip = lNroIntEquip;
-                                          oED->TipoConsulta = vTipoConsulta.CInt();
-                                          oED->DtInfracao = dtInfracao;
-                                          return oED;
-                                      })
+    return ConsultaRN<AfericaoED>("EquiptoRN", "consultaSimplesAfericaoVigente",
+                                  [&] { return PedidoDaVigente(lNroIntEquip, dtInfracao, vTipoConsulta); })
         .value_or(nullptr);
 } catch (...) {
     PassaFalha(" < ModGeral.gFunConsultaAfericaoVigente");
