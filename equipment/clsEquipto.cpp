@@ -1,7 +1,31 @@
 #include "equipment/clsEquipto.h"
 
+#include "host/Correspondencia.h"
 #include "host/Indicador.h"
 #include "shell/ChamadaRN.h"
+
+namespace {
+
+// All but Ativo and VelocPermitida, which have rules of their own, and what only the service writes.
+constexpr std::tuple Campos{Par{&EquiptoED::NroIntEquip, &clsEquipto::NroIntEquip, Escreve::SeHouver},
+                            Par{&EquiptoED::ClienteInc, &clsEquipto::ClienteInc},
+                            Par{&EquiptoED::SetorInc, &clsEquipto::SetorInc, Escreve::SeHouver},
+                            Par{&EquiptoED::Codigo, &clsEquipto::Codigo},
+                            Par{&EquiptoED::SubCodigo, &clsEquipto::SubCodigo},
+                            Par{&EquiptoED::Descricao, &clsEquipto::Descricao},
+                            Par{&EquiptoED::TipoAgente, &clsEquipto::TipoAgente},
+                            Par{&EquiptoED::TipoEquip, &clsEquipto::TipoEquip},
+                            Par{&EquiptoED::Modelo, &clsEquipto::Modelo},
+                            Par{&EquiptoED::CodMunic, &clsEquipto::CodMunic},
+                            Par{&EquiptoED::ArquivoLayout, &clsEquipto::ArquivoLayout},
+                            Par{&EquiptoED::TipoVia, &clsEquipto::TipoVia},
+                            Par{&EquiptoED::TemImagemEntrelacada, &clsEquipto::TemImagemEntrelacada},
+                            Par{&EquiptoED::TemLimiteDif, &clsEquipto::TemLimiteDif},
+                            Par{&EquiptoED::TemPerfilMag, &clsEquipto::TemPerfilMag},
+                            Par{&EquiptoED::NroIntRejLimDif, &clsEquipto::NroIntRejLimDif, Escreve::SeHouver},
+                            Par{&EquiptoED::txtObsNotif, &clsEquipto::txtObsNotif, Escreve::SeHouver}};
+
+} // namespace
 
 clsEquipto::~clsEquipto()
 {
@@ -29,34 +53,10 @@ Ref<EquiptoED> clsEquipto::ToEquiptoED()
 try {
     auto ED = Novo<EquiptoED>();
     EquiptoED &ed = *ED;
-    if (NroIntEquip > 0) {
-        ed.NroIntEquip = NroIntEquip;
-    }
-    ed.ClienteInc = ClienteInc;
-    if (!SetorInc.empty()) {
-        ed.SetorInc = SetorInc;
-    }
-    ed.Codigo = Codigo;
-    ed.SubCodigo = SubCodigo;
-    ed.Descricao = Descricao;
-    ed.TipoAgente = TipoAgente;
-    ed.TipoEquip = TipoEquip;
-    ed.Modelo = Modelo;
-    ed.CodMunic = CodMunic;
-    ed.ArquivoLayout = ArquivoLayout;
-    ed.TipoVia = TipoVia;
+    EscreveCampos(Campos, *this, ed);
     ed.Ativo = Ativo ? Indicador::Sim : Indicador::Nao;
     if (TipoAgente != 2) {
         ed.VelocPermitida = VelocPermitida;
-    }
-    ed.TemImagemEntrelacada = TemImagemEntrelacada ? Indicador::Sim : Indicador::Nao;
-    ed.TemLimiteDif = TemLimiteDif ? Indicador::Sim : Indicador::Nao;
-    ed.TemPerfilMag = TemPerfilMag ? Indicador::Sim : Indicador::Nao;
-    if (NroIntRejLimDif > 0) {
-        ed.NroIntRejLimDif = NroIntRejLimDif;
-    }
-    if (!txtObsNotif.empty()) {
-        ed.txtObsNotif = txtObsNotif;
     }
 
     if (NroIntEquip > 0) {
@@ -94,24 +94,8 @@ try {
 
 void clsEquipto::CarregaED(const Ref<EquiptoED> &ed)
 try {
-    NroIntEquip = ed->NroIntEquip;
-    ClienteInc = ed->ClienteInc;
-    SetorInc = ed->SetorInc;
-    Codigo = ed->Codigo;
-    SubCodigo = ed->SubCodigo;
-    Descricao = ed->Descricao;
-    Modelo = ed->Modelo;
-    CodMunic = ed->CodMunic;
-    ArquivoLayout = ed->ArquivoLayout;
-    TemImagemEntrelacada = ed->TemImagemEntrelacada == Indicador::Sim;
-    TemLimiteDif = ed->TemLimiteDif == Indicador::Sim;
-    TemPerfilMag = ed->TemPerfilMag == Indicador::Sim;
-    NroIntRejLimDif = ed->NroIntRejLimDif;
-    TipoAgente = ed->TipoAgente;
-    TipoEquip = ed->TipoEquip;
-    TipoVia = ed->TipoVia;
+    LeCampos(Campos, *this, *ed);
     VelocPermitida = ed->VelocPermitida;
-    txtObsNotif = ed->txtObsNotif;
     Ativo = ed->Ativo != Indicador::Nao;
     m_ClienteTrans = ed->ClienteTrans;
     m_OperadorTrans = CStr(ed->OperadorTrans);

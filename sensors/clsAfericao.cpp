@@ -1,47 +1,47 @@
 #include "sensors/clsAfericao.h"
 
+#include "host/Correspondencia.h"
 #include "host/Indicador.h"
 #include "sensors/ChaveDeLista.h"
 #include "sensors/clsSensor.h"
 
+namespace {
+
+// All but Ativo, which is read by a rule of its own.
+constexpr std::tuple Campos{Par{&AfericaoED::NroIntAfericao, &clsAfericao::NroIntAfericao, Escreve::SeHouver},
+                            Par{&AfericaoED::Numero, &clsAfericao::Numero},
+                            Par{&AfericaoED::Marca, &clsAfericao::Marca},
+                            Par{&AfericaoED::DataVerificacao, &clsAfericao::DataVerificacao},
+                            Par{&AfericaoED::DataVencimento, &clsAfericao::DataVencimento},
+                            Par{&AfericaoED::NroIntImgCertif, &clsAfericao::NroIntImgCertif},
+                            Par{&AfericaoED::TipoAfer, &clsAfericao::TipoAfer},
+                            Par{&AfericaoED::PortDimel, &clsAfericao::PortDimel}};
+
+} // namespace
+
 clsAfericao::clsAfericao(const RefFraca<clsSensor> &sensor, std::int16_t numeroChave, const std::string &numero,
                          const std::string &marca, Data verificacao, Data vencimento, double nroIntImgCertif)
-    : Numero(numero),
-      Marca(marca),
-      DataVerificacao(verificacao),
-      DataVencimento(vencimento),
-      NroIntImgCertif(nroIntImgCertif),
+    : DadosDaAfericao{.Numero = numero,
+                      .Marca = marca,
+                      .DataVerificacao = verificacao,
+                      .DataVencimento = vencimento,
+                      .NroIntImgCertif = nroIntImgCertif,
+                      .PortDimel = {}},
       m_Sensor(sensor),
       m_NumeroChave(numeroChave)
 {
 }
 
 clsAfericao::clsAfericao(const RefFraca<clsSensor> &sensor, std::int16_t numeroChave, const AfericaoED &ed)
-    : NroIntAfericao(ed.NroIntAfericao),
-      Numero(ed.Numero),
-      Marca(ed.Marca),
-      DataVerificacao(ed.DataVerificacao),
-      DataVencimento(ed.DataVencimento),
-      Ativo(ed.Ativo != Indicador::Nao),
-      NroIntImgCertif(ed.NroIntImgCertif),
-      TipoAfer(ed.TipoAfer),
-      PortDimel(ed.PortDimel),
-      m_Sensor(sensor),
+    : m_Sensor(sensor),
       m_NumeroChave(numeroChave)
 {
+    LeCampos(Campos, *this, ed);
+    Ativo = ed.Ativo != Indicador::Nao;
 }
 
 clsAfericao::clsAfericao(const RefFraca<clsSensor> &sensor, std::int16_t numeroChave, const clsAfericao &origem)
-    : Alterado(origem.Alterado),
-      NroIntAfericao(origem.NroIntAfericao),
-      Numero(origem.Numero),
-      Marca(origem.Marca),
-      DataVerificacao(origem.DataVerificacao),
-      DataVencimento(origem.DataVencimento),
-      Ativo(origem.Ativo),
-      NroIntImgCertif(origem.NroIntImgCertif),
-      TipoAfer(origem.TipoAfer),
-      PortDimel(origem.PortDimel),
+    : DadosDaAfericao(origem),
       m_Sensor(sensor),
       m_NumeroChave(numeroChave)
 {
@@ -65,18 +65,8 @@ std::string clsAfericao::Chave() const
 Ref<AfericaoED> clsAfericao::ToAfericaoED() const
 try {
     auto ED = Novo<AfericaoED>();
-    AfericaoED &ed = *ED;
-    if (NroIntAfericao > 0) {
-        ed.NroIntAfericao = NroIntAfericao;
-    }
-    ed.Numero = Numero;
-    ed.Marca = Marca;
-    ed.DataVerificacao = DataVerificacao;
-    ed.DataVencimento = DataVencimento;
-    ed.Ativo = Ativo ? Indicador::Sim : Indicador::Nao;
-    ed.NroIntImgCertif = NroIntImgCertif;
-    ed.TipoAfer = TipoAfer;
-    ed.PortDimel = PortDimel;
+    EscreveCampos(Campos, *this, *ED);
+    ED->Ativo = Ativo ? Indicador::Sim : Indicador::Nao;
     return ED;
 } catch (...) {
     PassaFalha(" < clsAfericao.ToAfericaoED");

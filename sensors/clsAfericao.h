@@ -11,8 +11,22 @@
 
 class clsSensor;
 
+// The values of a calibration, which a copy takes over whole.
+struct DadosDaAfericao {
+    double NroIntAfericao = 0;  // given by the service; not above 0: never saved
+    std::string Numero;         // of INMETRO
+    std::string Marca;          // number of the certificate or of the declaration
+    Data DataVerificacao;       // first day of the period
+    Data DataVencimento;        // last day of the period
+    bool Ativo = true;          // false once removed while the service knows it
+    double NroIntImgCertif = 0; // number of the stored document, 0 for none
+    std::uint8_t TipoAfer = 0;  // 2: declaration of conformity; anything else: INMETRO calibration
+    std::string PortDimel;      // ordinance, number "/" year
+    bool Alterado = false;      // since it was loaded
+};
+
 // A calibration of a sensor: one validity period, and the document that proves it.
-class clsAfericao final : public Objeto {
+class clsAfericao final : public Objeto, public DadosDaAfericao {
   public:
     clsAfericao() = default;
     // As a list creates it, with a sensor and the number of its key: from the values of Add, from a record that
@@ -32,17 +46,6 @@ class clsAfericao final : public Objeto {
     std::string Chave() const;
     // The number in it; 0 outside a list.
     std::int16_t NumeroChave() const noexcept { return m_NumeroChave; }
-    bool Alterado = false; // since it was loaded
-
-    double NroIntAfericao = 0;  // given by the service; not above 0: never saved
-    std::string Numero;         // of INMETRO
-    std::string Marca;          // number of the certificate or of the declaration
-    Data DataVerificacao;       // first day of the period
-    Data DataVencimento;        // last day of the period
-    bool Ativo = true;          // false once removed while the service knows it
-    double NroIntImgCertif = 0; // number of the stored document, 0 for none
-    std::uint8_t TipoAfer = 0;  // 2: declaration of conformity; anything else: INMETRO calibration
-    std::string PortDimel;      // ordinance, number "/" year
 
     Ref<AfericaoED> ToAfericaoED() const;
 

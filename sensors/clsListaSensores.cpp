@@ -2,7 +2,6 @@
 
 #include "equipment/clsEquipto.h"
 #include "host/Conversoes.h"
-#include "host/Indicador.h"
 #include "sensors/ChaveDeLista.h"
 
 clsListaSensores::~clsListaSensores()
@@ -54,14 +53,7 @@ Ref<clsSensor> clsListaSensores::AddSensorED(const Ref<SensorED> &cSensorED)
 try {
     const SensorED &ed = *cSensorED;
     auto novo = Add(ed.NroSensor, ed.LocalInfr);
-    novo->NroIntSensor = ed.NroIntSensor;
-    novo->CodLograd = ed.CodLograd;
-    novo->EndCep = ed.EndCep;
-    novo->EndNro = ed.EndNro;
-    novo->EndCompl = ed.EndCompl;
-    novo->EndDescr = ed.EndDescr;
-    novo->SentidoVia = ed.SentidoVia;
-    novo->Ativo = ed.Ativo != Indicador::Nao;
+    novo->DefineDados(ed);
     if (const ListaDe<AfericaoED> &afericoes = ed.Afericoes) {
         novo->ListaAfericoes()->AddAllED(*afericoes);
     }
@@ -74,14 +66,7 @@ Ref<clsSensor> clsListaSensores::AddSensor(const Ref<clsSensor> &cSensor)
 try {
     auto copia = Add(cSensor->NroSensor, cSensor->LocalInfr);
     copia->Alterado = cSensor->Alterado;
-    copia->NroIntSensor = cSensor->NroIntSensor;
-    copia->CodLograd = cSensor->CodLograd;
-    copia->EndNro = cSensor->EndNro;
-    copia->EndCompl = cSensor->EndCompl;
-    copia->EndDescr = cSensor->EndDescr;
-    copia->SentidoVia = cSensor->SentidoVia;
-    copia->EndCep = cSensor->EndCep;
-    copia->Ativo = cSensor->Ativo;
+    copia->DefineDados(*cSensor);
     copia->ListaAfericoes()->AddAll(cSensor->ListaAfericoes());
     return copia;
 } catch (...) {

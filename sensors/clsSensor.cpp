@@ -1,7 +1,24 @@
 #include "sensors/clsSensor.h"
 
 #include "equipment/clsEquipto.h"
+#include "host/Correspondencia.h"
 #include "host/Indicador.h"
+
+namespace {
+
+// All but Ativo, which is read by a rule of its own.
+constexpr std::tuple Campos{Par{&SensorED::NroIntSensor, &clsSensor::NroIntSensor, Escreve::SeHouver},
+                            Par{&SensorED::NroSensor, &clsSensor::NroSensor},
+                            Par{&SensorED::LocalInfr, &clsSensor::LocalInfr},
+                            Par{&SensorED::SentidoVia, &clsSensor::SentidoVia, Escreve::SeHouver}};
+
+// The structured address travels whole or not at all.
+constexpr std::tuple CamposDoEndereco{
+    Par{&SensorED::CodLograd, &clsSensor::CodLograd}, Par{&SensorED::EndCep, &clsSensor::EndCep},
+    Par{&SensorED::EndNro, &clsSensor::EndNro}, Par{&SensorED::EndCompl, &clsSensor::EndCompl},
+    Par{&SensorED::EndDescr, &clsSensor::EndDescr}};
+
+} // namespace
 
 clsSensor::~clsSensor()
 {
@@ -31,24 +48,20 @@ Ref<clsListaAfericoes> clsSensor::ListaAfericoes()
     return m_ListaAfericoes;
 }
 
+void clsSensor::DefineDados(const SensorED &ed)
+{
+    LeCampos(Campos, *this, ed);
+    LeCampos(CamposDoEndereco, *this, ed);
+    Ativo = ed.Ativo != Indicador::Nao;
+}
+
 Ref<SensorED> clsSensor::ToSensorED()
 try {
     auto ED = Novo<SensorED>();
     SensorED &ed = *ED;
-    if (NroIntSensor > 0) {
-        ed.NroIntSensor = NroIntSensor;
-    }
-    ed.NroSensor = NroSensor;
-    ed.LocalInfr = LocalInfr;
+    EscreveCampos(Campos, *this, ed);
     if (CodLograd > 0) {
-        ed.CodLograd = CodLograd;
-        ed.EndCep = EndCep;
-        ed.EndNro = EndNro;
-        ed.EndCompl = EndCompl;
-        ed.EndDescr = EndDescr;
-    }
-    if (!SentidoVia.empty()) {
-        ed.SentidoVia = SentidoVia;
+        EscreveCampos(CamposDoEndereco, *this, ed);
     }
     ed.Ativo = Ativo ? Indicador::Sim : Indicador::Nao;
 
@@ -73,16 +86,7 @@ try {
     auto clone = Novo<clsSensor>();
     clone->DefineEquipto(m_Equipto);
     clone->DefineChave(m_Chave);
-    clone->NroIntSensor = NroIntSensor;
-    clone->NroSensor = NroSensor;
-    clone->LocalInfr = LocalInfr;
-    clone->CodLograd = CodLograd;
-    clone->EndCep = EndCep;
-    clone->EndNro = EndNro;
-    clone->EndCompl = EndCompl;
-    clone->EndDescr = EndDescr;
-    clone->SentidoVia = SentidoVia;
-    clone->Ativo = Ativo;
+    clone->DefineDados(*this);
     clone->ListaAfericoes()->AddAll(ListaAfericoes());
     return clone;
 } catch (...) {
@@ -92,13 +96,7 @@ try {
 void clsSensor::Atualiza(const Ref<clsSensor> &cSensor)
 try {
     Alterado = cSensor->Alterado;
-    LocalInfr = cSensor->LocalInfr;
-    CodLograd = cSensor->CodLograd;
-    EndCep = cSensor->EndCep;
-    EndNro = cSensor->EndNro;
-    EndCompl = cSensor->EndCompl;
-    EndDescr = cSensor->EndDescr;
-    SentidoVia = cSensor->SentidoVia;
+    static_cast<LocalDoSensor &>(*this) = *cSensor;
     ListaAfericoes()->Clear();
     ListaAfericoes()->AddAll(cSensor->ListaAfericoes());
 } catch (...) {

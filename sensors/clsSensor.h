@@ -11,8 +11,26 @@
 
 class clsEquipto;
 
+// What an edit can change of a sensor.
+struct LocalDoSensor {
+    std::string LocalInfr;      // address printed on the notification
+    std::int32_t CodLograd = 0; // street; above 0: there is a structured address
+    std::int32_t EndCep = 0;
+    std::int32_t EndNro = 0;
+    std::string EndCompl;
+    std::string EndDescr;
+    std::string SentidoVia;
+};
+
+// The values of a sensor, which a copy takes over whole.
+struct DadosDoSensor : LocalDoSensor {
+    std::int32_t NroIntSensor = 0; // given by the service; below 1: never saved
+    std::int16_t NroSensor = 0;    // inside the equipment, from 1
+    bool Ativo = true;             // false once removed while the service knows it
+};
+
 // A measuring point of an equipment, with its calibrations.
-class clsSensor : public Objeto {
+class clsSensor : public Objeto, public DadosDoSensor {
   public:
     ~clsSensor() override;
     std::string_view NomeTipo() const override { return "clsSensor"; }
@@ -26,17 +44,6 @@ class clsSensor : public Objeto {
     const std::string &Chave() const noexcept { return m_Chave; }
     bool Alterado = false; // it or one of its calibrations, since it was loaded
 
-    std::int32_t NroIntSensor = 0; // given by the service; below 1: never saved
-    std::int16_t NroSensor = 0;    // inside the equipment, from 1
-    std::string LocalInfr;         // address printed on the notification
-    std::int32_t CodLograd = 0;    // street; above 0: there is a structured address
-    std::int32_t EndCep = 0;
-    std::int32_t EndNro = 0;
-    std::string EndCompl;
-    std::string EndDescr;
-    std::string SentidoVia;
-    bool Ativo = true; // false once removed while the service knows it
-
     // Created when first read.
     Ref<clsListaAfericoes> ListaAfericoes();
 
@@ -49,6 +56,8 @@ class clsSensor : public Objeto {
 
     // Written by the module only.
     void DefineEquipto(RefFraca<clsEquipto> equipto) noexcept { m_Equipto = std::move(equipto); }
+    void DefineDados(const DadosDoSensor &dados) { static_cast<DadosDoSensor &>(*this) = dados; }
+    void DefineDados(const SensorED &ed);
     void DefineChave(std::string chave) noexcept { m_Chave = std::move(chave); }
 
   private:
