@@ -57,6 +57,35 @@ void Banco::Comanda(const QString &sql)
     }
 }
 
+Consulta Banco::Insere(std::string_view tabela, const Celulas &celulas)
+{
+    std::string colunas;
+    std::string lugares;
+    QVariantList valores;
+    for (const Celula &celula : celulas) {
+        const char *separador = valores.empty() ? "" : ", ";
+        colunas.append(separador).append(celula.Coluna);
+        lugares.append(separador).append("?");
+        valores.push_back(celula.Valor);
+    }
+    return Consulta(*this, Q("INSERT INTO " + std::string(tabela) + " (" + colunas + ") VALUES (" + lugares + ")"),
+                    valores);
+}
+
+void Banco::Atualiza(std::string_view tabela, const Celulas &celulas, const Celula &chave)
+{
+    std::string colunas;
+    QVariantList valores;
+    for (const Celula &celula : celulas) {
+        colunas.append(valores.empty() ? "" : ", ").append(celula.Coluna).append(" = ?");
+        valores.push_back(celula.Valor);
+    }
+    valores.push_back(chave.Valor);
+    Consulta(*this,
+             Q("UPDATE " + std::string(tabela) + " SET " + colunas + " WHERE " + std::string(chave.Coluna) + " = ?"),
+             valores);
+}
+
 // The version is read again under the right to write, so that of two programs that open an old registry together one
 // migrates it and the other finds it migrated.
 void Banco::Migra()
@@ -80,7 +109,7 @@ void Banco::Migra()
             for (const QString &comando : migracoes[versao]) {
                 Comanda(comando);
             }
-            Consulta(*this, "INSERT INTO ESQUEMA (Versao) VALUES (?)", {qlonglong(versao + 1)});
+            Insere("ESQUEMA", {{"Versao", qlonglong(versao + 1)}});
         }
     });
 }

@@ -10,14 +10,24 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <type_traits>
+#include <vector>
 
+class Consulta;
 class Transacao;
 
 inline QString Q(const std::string &texto)
 {
     return QString::fromStdString(texto);
 }
+
+// A value under the name of its column.
+struct Celula {
+    std::string_view Coluna;
+    QVariant Valor;
+};
+using Celulas = std::vector<Celula>;
 
 // One connection to the registry, with its statements prepared once.
 class Banco {
@@ -32,6 +42,11 @@ class Banco {
     // database busy the whole work is run again from the start, a bounded number of times.
     template <class Trabalho> auto Escreve(Trabalho &&trabalho);
     template <class Trabalho> auto Le(Trabalho &&trabalho);
+
+    // A new row. Ask the statement for the number that the database gave it.
+    Consulta Insere(std::string_view tabela, const Celulas &celulas);
+    // Writes over the row that has the key.
+    void Atualiza(std::string_view tabela, const Celulas &celulas, const Celula &chave);
 
   private:
     friend class Consulta;

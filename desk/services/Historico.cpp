@@ -75,14 +75,17 @@ std::string Frase(const Autoria &autoria)
 void Historico::Registra(std::int64_t quando, std::int32_t operador, const Mudanca &mudanca, const QJsonObject &antes,
                          const QJsonObject &depois)
 {
-    Consulta(
-        m_Banco,
-        "INSERT INTO HISTORICO (Quando, Operador, Raiz, NroRaiz, Versao, Entidade, NroEntidade, Acao, Antes, Depois) "
-        "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
-        {qlonglong(quando), operador == 0 ? QVariant(QMetaType::fromType<qlonglong>()) : QVariant(operador),
-         Q(mudanca.Raiz), qlonglong(mudanca.NroRaiz), qlonglong(mudanca.Versao), Q(mudanca.Entidade),
-         qlonglong(mudanca.NroEntidade), Q(mudanca.Acao),
-         antes.isEmpty() ? QVariant(QMetaType::fromType<QString>()) : QVariant(TextoJson(antes)), TextoJson(depois)});
+    m_Banco.Insere("HISTORICO",
+                   {{"Quando", qlonglong(quando)},
+                    {"Operador", operador == 0 ? QVariant(QMetaType::fromType<qlonglong>()) : QVariant(operador)},
+                    {"Raiz", Q(mudanca.Raiz)},
+                    {"NroRaiz", qlonglong(mudanca.NroRaiz)},
+                    {"Versao", qlonglong(mudanca.Versao)},
+                    {"Entidade", Q(mudanca.Entidade)},
+                    {"NroEntidade", qlonglong(mudanca.NroEntidade)},
+                    {"Acao", Q(mudanca.Acao)},
+                    {"Antes", antes.isEmpty() ? QVariant(QMetaType::fromType<QString>()) : QVariant(TextoJson(antes))},
+                    {"Depois", TextoJson(depois)}});
 }
 
 std::string Historico::Mudancas(Raiz raiz, std::int32_t numero, std::int64_t depoisDaVersao) const

@@ -9,6 +9,7 @@
 #include <QStringList>
 #include <QVariant>
 
+#include <cstdint>
 #include <string_view>
 #include <type_traits>
 
@@ -58,20 +59,41 @@ template <class R> QStringList Colunas()
     return nomes;
 }
 
-// In the order of the columns.
-template <class R> QVariantList Valores(const R &registro)
+// In the order of the columns, which begins with the number of the row.
+template <class R> Celulas CelulasDe(const R &registro)
 {
-    QVariantList valores;
+    Celulas celulas;
     registro.CadaMembro([&]<class T>(std::string_view nome, const Campo<T> &campo) {
         if constexpr (EhColuna<T>) {
             QVariant valor = ParaSql(campo.Valor());
             if (ZeroENulo(nome) && valor.toLongLong() == 0) {
                 valor = QVariant(QMetaType::fromType<qlonglong>());
             }
-            valores.push_back(valor);
+            celulas.push_back({nome, valor});
         }
     });
-    return valores;
+    return celulas;
+}
+
+// A new row for the record, with the columns that the service keeps beside its members. The number is the database's to
+// give, and the result.
+template <class R>
+std::int64_t Insere(Banco &banco, std::string_view tabela, const R &registro, const Celulas &outras = {})
+{
+    Celulas celulas = CelulasDe(registro);
+    celulas.erase(celulas.begin());
+    celulas.insert(celulas.end(), outras.begin(), outras.end());
+    return banco.Insere(tabela, celulas).NumeroNovo();
+}
+
+// Writes the record over its row.
+template <class R> void Atualiza(Banco &banco, std::string_view tabela, const R &registro, const Celulas &outras = {})
+{
+    Celulas celulas = CelulasDe(registro);
+    const Celula numero = celulas.front();
+    celulas.erase(celulas.begin());
+    celulas.insert(celulas.end(), outras.begin(), outras.end());
+    banco.Atualiza(tabela, celulas, numero);
 }
 
 // Fills the record from a row whose first columns are those of the record.

@@ -48,12 +48,14 @@ double ServicoDocumentos::Guarda(const Bytes &bytes)
     ConferePDF(conteudo);
     const QString soma = Sha256(conteudo);
     const Operador &quem = m_Operacao.Quem();
-    const std::int64_t numero =
-        Consulta(m_Operacao.Dados(),
-                 "INSERT INTO DOCUMENTO (ClienteInc, Tamanho, Sha256, Quando, Operador, Conteudo) "
-                 "VALUES (?, ?, ?, ?, ?, ?)",
-                 {Q(quem.Cliente), conteudo.size(), soma, qlonglong(m_Operacao.Quando()), quem.Numero, conteudo})
-            .NumeroNovo();
+    const std::int64_t numero = m_Operacao.Dados()
+                                    .Insere("DOCUMENTO", {{"ClienteInc", Q(quem.Cliente)},
+                                                          {"Tamanho", conteudo.size()},
+                                                          {"Sha256", soma},
+                                                          {"Quando", qlonglong(m_Operacao.Quando())},
+                                                          {"Operador", quem.Numero},
+                                                          {"Conteudo", conteudo}})
+                                    .NumeroNovo();
     Historico(m_Operacao.Dados())
         .Registra(m_Operacao.Quando(), quem.Numero, {"DOCUMENTO", numero, 1, "DOCUMENTO", numero, "inclui"}, {},
                   QJsonObject{{"ClienteInc", Q(quem.Cliente)}, {"Tamanho", conteudo.size()}, {"Sha256", soma}});

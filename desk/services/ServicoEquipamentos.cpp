@@ -26,10 +26,13 @@ const QString &ListaDeColunas()
 }
 
 // Columns that the services keep beside those of the record.
-QVariantList Derivados(const EquiptoED &equipto, std::int64_t versao)
+Celulas Derivados(const EquiptoED &equipto, std::int64_t versao)
 {
-    return {Q(UCase(equipto.Codigo.Valor())), Q(TextoBusca(equipto.Codigo)), Q(TextoBusca(equipto.SubCodigo)),
-            Referencias::Tabelas().TrabFoto(equipto.TipoEquip), qlonglong(versao)};
+    return {{"CodigoChave", Q(UCase(equipto.Codigo.Valor()))},
+            {"CodigoBusca", Q(TextoBusca(equipto.Codigo))},
+            {"SubCodigoBusca", Q(TextoBusca(equipto.SubCodigo))},
+            {"TrabFoto", Referencias::Tabelas().TrabFoto(equipto.TipoEquip)},
+            {"Versao", qlonglong(versao)}};
 }
 
 std::uint8_t SimOuNao(std::uint8_t indicador)
@@ -101,14 +104,8 @@ Ref<EquiptoED> ServicoEquipamentos::Inclui(const EquiptoED &pedido)
     ConfereCodigoLivre(*novo);
     Assina(*novo);
 
-    QStringList colunas = MapaRegistro::Colunas<EquiptoED>();
-    QVariantList valores = MapaRegistro::Valores(*novo) + Derivados(*novo, 1);
-    colunas.removeFirst(); // the number is the database's to give
-    valores.removeFirst();
-    static const QString sql = "INSERT INTO EQUIPAMENTO (" + colunas.join(", ") +
-                               ", CodigoChave, CodigoBusca, SubCodigoBusca, TrabFoto, Versao) VALUES (?" +
-                               QString(", ?").repeated(valores.size() - 1) + ")";
-    novo->NroIntEquip = static_cast<std::int32_t>(::Consulta(m_Operacao.Dados(), sql, valores).NumeroNovo());
+    novo->NroIntEquip =
+        static_cast<std::int32_t>(MapaRegistro::Insere(m_Operacao.Dados(), "EQUIPAMENTO", *novo, Derivados(*novo, 1)));
     Registra("inclui", nullptr, *novo, 1);
     ServicoSensores(m_Operacao, novo->NroIntEquip, 1).Grava(pedido.Sensores);
     return Completo(novo->NroIntEquip);
@@ -276,11 +273,7 @@ void ServicoEquipamentos::Assina(EquiptoED &equipto) const
 
 void ServicoEquipamentos::Atualiza(const EquiptoED &equipto, std::int64_t versao)
 {
-    static const QString sql = "UPDATE EQUIPAMENTO SET " + MapaRegistro::Colunas<EquiptoED>().join(" = ?, ") +
-                               " = ?, CodigoChave = ?, CodigoBusca = ?, SubCodigoBusca = ?, TrabFoto = ?, Versao = ? "
-                               "WHERE NroIntEquip = ?";
-    ::Consulta(m_Operacao.Dados(), sql,
-               MapaRegistro::Valores(equipto) + Derivados(equipto, versao) + QVariantList{equipto.NroIntEquip.Valor()});
+    MapaRegistro::Atualiza(m_Operacao.Dados(), "EQUIPAMENTO", equipto, Derivados(equipto, versao));
 }
 
 void ServicoEquipamentos::Registra(const char *acao, const EquiptoED *antes, const EquiptoED &depois,

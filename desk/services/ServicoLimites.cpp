@@ -76,9 +76,9 @@ template <> struct Especie<DiaEspecificoED> {
     static QString Ordem() { return "Data, HoraInicio, HoraFim, NroInt"; }
 };
 
-template <class R> QString Tabela()
+template <class R> std::string Tabela()
 {
-    return Q(Historico::Nome(Especie<R>::Raiz));
+    return Historico::Nome(Especie<R>::Raiz);
 }
 
 template <class R> QString ColunasDe()
@@ -171,7 +171,7 @@ void ServicoLimites::DesativaDia(const DiaEspecificoED &pedido)
 template <class R> ServicoLimites::Gravado<R> ServicoLimites::Acha(std::int32_t nroInt) const
 {
     static const QString sql = "SELECT l." + MapaRegistro::Colunas<R>().join(", l.") + ", l.Versao FROM " +
-                               Tabela<R>() +
+                               Q(Tabela<R>()) +
                                " l JOIN EQUIPAMENTO e ON e.NroIntEquip = l.NroIntEquip "
                                "WHERE l.NroInt = ? AND e.ClienteInc = ?";
     Consulta linha(m_Operacao.Dados(), sql, {nroInt, Q(m_Operacao.Quem().Cliente)});
@@ -200,7 +200,7 @@ ListaDe<R> ServicoLimites::Ativos(std::int32_t nroIntEquip, const QString &filtr
     m_Operacao.Exige("", "consultar limites");
     ServicoEquipamentos(m_Operacao).Acha(nroIntEquip);
     Consulta linhas(m_Operacao.Dados(),
-                    "SELECT " + ColunasDe<R>() + " FROM " + Tabela<R>() + " WHERE NroIntEquip = ? AND Ativo = 1" +
+                    "SELECT " + ColunasDe<R>() + " FROM " + Q(Tabela<R>()) + " WHERE NroIntEquip = ? AND Ativo = 1" +
                         filtro + " ORDER BY " + Especie<R>::Ordem(),
                     QVariantList{nroIntEquip} + valores);
     ListaDe<R> lista = Novo<Colecao<Ref<R>>>();
@@ -220,13 +220,8 @@ template <class R> Ref<R> ServicoLimites::Inclui(const R &pedido)
     novo->Ativo = Indicador::Sim;
     ConfereRegistro(*novo);
     ConfereEquipamento(*novo);
-    QStringList colunas = MapaRegistro::Colunas<R>();
-    QVariantList valores = MapaRegistro::Valores(*novo);
-    colunas.removeFirst(); // the number is the database's to give
-    valores.removeFirst();
-    static const QString sql = "INSERT INTO " + Tabela<R>() + " (" + colunas.join(", ") + ", Versao) VALUES (" +
-                               QString("?, ").repeated(valores.size()) + "1)";
-    novo->NroInt = static_cast<std::int32_t>(Consulta(m_Operacao.Dados(), sql, valores).NumeroNovo());
+    novo->NroInt =
+        static_cast<std::int32_t>(MapaRegistro::Insere(m_Operacao.Dados(), Tabela<R>(), *novo, {{"Versao", 1}}));
     Registra("inclui", {}, *novo, 1);
     return novo;
 }
@@ -252,10 +247,7 @@ template <class R> Ref<R> ServicoLimites::Altera(const R &pedido)
         return depois;
     }
     const std::int64_t versao = gravado.Versao + 1;
-    static const QString sql = "UPDATE " + Tabela<R>() + " SET " + MapaRegistro::Colunas<R>().join(" = ?, ") +
-                               " = ?, Versao = ? WHERE NroInt = ?";
-    Consulta(m_Operacao.Dados(), sql,
-             MapaRegistro::Valores(*depois) + QVariantList{qlonglong(versao), depois->NroInt.Valor()});
+    MapaRegistro::Atualiza(m_Operacao.Dados(), Tabela<R>(), *depois, {{"Versao", qlonglong(versao)}});
     Registra("altera", MapaRegistro::Json(antes), *depois, versao);
     m_Operacao.Lembra(Especie<R>::Raiz, pedido.NroInt, versao);
     return depois;
@@ -271,8 +263,7 @@ template <class R> void ServicoLimites::Desativa(std::int32_t nroInt)
     MapaRegistro::Sobrepoe(*depois, *gravado.Registro);
     depois->Ativo = Indicador::Nao;
     const std::int64_t versao = gravado.Versao + 1;
-    static const QString sql = "UPDATE " + Tabela<R>() + " SET Ativo = 2, Versao = ? WHERE NroInt = ?";
-    Consulta(m_Operacao.Dados(), sql, {qlonglong(versao), nroInt});
+    MapaRegistro::Atualiza(m_Operacao.Dados(), Tabela<R>(), *depois, {{"Versao", qlonglong(versao)}});
     Registra("desativa", MapaRegistro::Json(*gravado.Registro), *depois, versao);
     m_Operacao.LembraAMinha(Especie<R>::Raiz, nroInt, gravado.Versao);
 }
@@ -281,7 +272,7 @@ template <class R> void ServicoLimites::ConfereAtivo(const R &linha) const
 {
     if (linha.Ativo.Valor() == Indicador::Nao) {
         throw Recusa(Especie<R>::Nome(linha) + " já foi excluído " +
-                     Historico(m_Operacao.Dados()).Ultima(Tabela<R>().toStdString(), linha.NroInt.Valor()) + ".");
+                     Historico(m_Operacao.Dados()).Ultima(Tabela<R>(), linha.NroInt.Valor()) + ".");
     }
 }
 
@@ -295,7 +286,7 @@ template <class R> void ServicoLimites::ConfereEquipamento(const R &linha) const
 
 template <class R> void ServicoLimites::ConfereSobreposicao(const R &linha) const
 {
-    static const QString sql = "SELECT " + ColunasDe<R>() + " FROM " + Tabela<R>() +
+    static const QString sql = "SELECT " + ColunasDe<R>() + " FROM " + Q(Tabela<R>()) +
                                " WHERE NroIntEquip = ? AND Ativo = 1 AND NroInt <> ?" + Especie<R>::MesmoDia() +
                                " AND ((HoraInicio < ? AND HoraFim > ?) OR (HoraInicio = ? AND HoraFim = ?)) "
                                "ORDER BY HoraInicio LIMIT 1";
@@ -308,7 +299,7 @@ template <class R> void ServicoLimites::ConfereSobreposicao(const R &linha) cons
         R outra;
         MapaRegistro::Preenche(outra, linhas);
         throw Recusa(Especie<R>::Nome(outra) + " gravado " +
-                     Historico(m_Operacao.Dados()).Ultima(Tabela<R>().toStdString(), outra.NroInt.Valor()) +
+                     Historico(m_Operacao.Dados()).Ultima(Tabela<R>(), outra.NroInt.Valor()) +
                      ", já cobre parte do período das " + TextoDaHora(inicio) + " às " + TextoDaHora(fim) + ".");
     }
 }
@@ -316,7 +307,7 @@ template <class R> void ServicoLimites::ConfereSobreposicao(const R &linha) cons
 template <class R>
 void ServicoLimites::Registra(const char *acao, const QJsonObject &antes, const R &depois, std::int64_t versao)
 {
-    const std::string tabela = Tabela<R>().toStdString();
+    const std::string tabela = Tabela<R>();
     const std::int32_t numero = depois.NroInt;
     Historico(m_Operacao.Dados())
         .Registra(m_Operacao.Quando(), m_Operacao.Quem().Numero, {tabela, numero, versao, tabela, numero, acao}, antes,

@@ -99,19 +99,13 @@ bool ServicoSensores::GravaSensor(const SensorED &pedido)
     Confere(*depois, antes.Ponteiro());
 
     bool mudou = false;
-    static const QStringList colunas = MapaRegistro::Colunas<SensorED>();
     if (!existe) {
-        depois->NroIntSensor = 0;
-        QVariantList valores = MapaRegistro::Valores(*depois);
-        valores[0] = m_NroIntEquip; // in the place of the number, which is the database's to give
-        static const QString sql = "INSERT INTO SENSOR (NroIntEquip, " + colunas.mid(1).join(", ") + ") VALUES (?" +
-                                   QString(", ?").repeated(valores.size() - 1) + ")";
-        depois->NroIntSensor = static_cast<std::int32_t>(Consulta(m_Operacao.Dados(), sql, valores).NumeroNovo());
+        depois->NroIntSensor = static_cast<std::int32_t>(
+            MapaRegistro::Insere(m_Operacao.Dados(), "SENSOR", *depois, {{"NroIntEquip", m_NroIntEquip}}));
         Registra("SENSOR", depois->NroIntSensor, {}, MapaRegistro::Json(*depois));
         mudou = true;
     } else if (MapaRegistro::Json(*antes) != MapaRegistro::Json(*depois)) {
-        static const QString sql = "UPDATE SENSOR SET " + colunas.join(" = ?, ") + " = ? WHERE NroIntSensor = ?";
-        Consulta(m_Operacao.Dados(), sql, MapaRegistro::Valores(*depois) + QVariantList{depois->NroIntSensor.Valor()});
+        MapaRegistro::Atualiza(m_Operacao.Dados(), "SENSOR", *depois);
         Registra("SENSOR", depois->NroIntSensor, MapaRegistro::Json(*antes), MapaRegistro::Json(*depois));
         mudou = true;
     }
@@ -138,8 +132,8 @@ bool ServicoSensores::GravaAfericoes(const SensorED &sensor, const ListaDe<Aferi
     }
     for (const AfericaoPedida &mudada : mudadas) {
         if (mudada.Antes) {
-            Consulta(m_Operacao.Dados(), "UPDATE AFERICAO SET Ativo = 2 WHERE NroIntAfericao = ?",
-                     {qlonglong(mudada.Antes->NroIntAfericao.Valor())});
+            m_Operacao.Dados().Atualiza("AFERICAO", {{"Ativo", Indicador::Nao}},
+                                        {"NroIntAfericao", qlonglong(mudada.Antes->NroIntAfericao.Valor())});
         }
     }
     for (AfericaoPedida &mudada : mudadas) {
@@ -164,21 +158,15 @@ ServicoSensores::AfericaoPedida ServicoSensores::Funde(const SensorED &sensor, c
 
 void ServicoSensores::Escreve(const SensorED &sensor, AfericaoPedida &pedida)
 try {
-    static const QStringList colunas = MapaRegistro::Colunas<AfericaoED>();
     AfericaoED &depois = *pedida.Depois;
     if (depois.Ativo.Valor() == Indicador::Sim) {
         ConferePeriodoLivre(sensor, depois);
     }
     if (pedida.Antes.Nada()) {
-        QVariantList valores = MapaRegistro::Valores(depois);
-        valores[0] = sensor.NroIntSensor.Valor(); // in the place of the number, which is the database's to give
-        static const QString sql = "INSERT INTO AFERICAO (NroIntSensor, " + colunas.mid(1).join(", ") + ") VALUES (?" +
-                                   QString(", ?").repeated(valores.size() - 1) + ")";
-        depois.NroIntAfericao = static_cast<double>(Consulta(m_Operacao.Dados(), sql, valores).NumeroNovo());
+        depois.NroIntAfericao = static_cast<double>(MapaRegistro::Insere(
+            m_Operacao.Dados(), "AFERICAO", depois, {{"NroIntSensor", sensor.NroIntSensor.Valor()}}));
     } else {
-        static const QString sql = "UPDATE AFERICAO SET " + colunas.join(" = ?, ") + " = ? WHERE NroIntAfericao = ?";
-        Consulta(m_Operacao.Dados(), sql,
-                 MapaRegistro::Valores(depois) + QVariantList{qlonglong(depois.NroIntAfericao.Valor())});
+        MapaRegistro::Atualiza(m_Operacao.Dados(), "AFERICAO", depois);
     }
     m_Gravadas.insert(std::llround(depois.NroIntAfericao.Valor()));
     Registra("AFERICAO", std::llround(depois.NroIntAfericao.Valor()),

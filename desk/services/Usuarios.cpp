@@ -155,7 +155,7 @@ std::int32_t Usuarios::ContaTentativa(const std::string &chave, std::int64_t ago
 
 void Usuarios::Esquece(const std::string &chave)
 {
-    Consulta(m_Banco, "UPDATE ENTRADA_RECUSADA SET Vezes = 0, EsperaAte = 0 WHERE Chave = ?", {Q(chave)});
+    m_Banco.Atualiza("ENTRADA_RECUSADA", {{"Vezes", 0}, {"EsperaAte", 0}}, {"Chave", Q(chave)});
 }
 
 void Usuarios::CadastraUsuario(const Operador &operador, const std::string &senha,
@@ -171,15 +171,21 @@ void Usuarios::CadastraUsuario(const Operador &operador, const std::string &senh
                            ".");
         }
         const qlonglong numero = operador.Numero == 0 ? ProximoNumero() : operador.Numero;
-        Consulta(m_Banco,
-                 "INSERT INTO USUARIO (Numero, Usuario, Chave, Nome, CodCliente, Setor, CodMunic, Senha, Ativo) "
-                 "VALUES (?, ?, ?, ?, ?, ?, ?, ?, 1)",
-                 {numero, Q(operador.Usuario), Q(chave), Q(operador.Nome), operador.CodCliente, Q(operador.Setor),
-                  operador.CodMunic, Q(embaralhada)});
+        m_Banco.Insere("USUARIO", {{"Numero", numero},
+                                   {"Usuario", Q(operador.Usuario)},
+                                   {"Chave", Q(chave)},
+                                   {"Nome", Q(operador.Nome)},
+                                   {"CodCliente", operador.CodCliente},
+                                   {"Setor", Q(operador.Setor)},
+                                   {"CodMunic", operador.CodMunic},
+                                   {"Senha", Q(embaralhada)},
+                                   {"Ativo", 1}});
         QJsonArray permitidas;
         for (const std::string &acao : acoes) {
-            Consulta(m_Banco, "INSERT INTO PERMISSAO (Numero, Sistema, Objeto, Acao) VALUES (?, ?, ?, ?)",
-                     {numero, Q(Permissoes::Sistema), Q(Permissoes::Objeto), Q(acao)});
+            m_Banco.Insere("PERMISSAO", {{"Numero", numero},
+                                         {"Sistema", Q(Permissoes::Sistema)},
+                                         {"Objeto", Q(Permissoes::Objeto)},
+                                         {"Acao", Q(acao)}});
             permitidas.push_back(Q(acao));
         }
         Historico(m_Banco).Registra(quando, 0, {"USUARIO", numero, 1, "USUARIO", numero, "inclui"}, {},
@@ -210,11 +216,10 @@ void Usuarios::CadastraCliente(const ClienteCadastrado &cliente, Data agora)
             throw JaExiste("Já existe o cliente " + cliente.Nome + ", ou outro de código " + CStr(cliente.CodCliente) +
                            ".");
         }
-        Consulta(m_Banco, "INSERT INTO CLIENTE (CodCliente, Nome) VALUES (?, ?)",
-                 {cliente.CodCliente, Q(cliente.Nome)});
+        m_Banco.Insere("CLIENTE", {{"CodCliente", cliente.CodCliente}, {"Nome", Q(cliente.Nome)}});
         QJsonArray setores;
         for (const std::string &setor : cliente.Setores) {
-            Consulta(m_Banco, "INSERT INTO SETOR (CodCliente, Nome) VALUES (?, ?)", {cliente.CodCliente, Q(setor)});
+            m_Banco.Insere("SETOR", {{"CodCliente", cliente.CodCliente}, {"Nome", Q(setor)}});
             setores.push_back(Q(setor));
         }
         Historico(m_Banco).Registra(quando, 0,
