@@ -42,7 +42,7 @@ class HostServices : public Objeto {
     virtual Ref<IDocumentoPDF> CriaDocumentoPDF() = 0;
 };
 
-// The host of this component; fault 91 before one was installed.
+// The host of this component, which keeps it with the rest of its state; fault 91 before one was installed.
 HostServices &Host();
 // Installs the host, before the module's first object is created; Nothing takes it away.
 void InstalaHost(Ref<HostServices> host);

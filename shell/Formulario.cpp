@@ -3,12 +3,6 @@
 #include "shell/Geral.h"
 #include "shell/ModGeral.h"
 
-namespace {
-
-std::int64_t g_UltimoHwnd = 0;
-
-} // namespace
-
 void Formulario::DefineEnabled(bool valor)
 {
     if (m_Enabled != valor) {
@@ -132,7 +126,7 @@ void Formulario::Carregar()
     m_Caption = desenho.Caption;
     m_Width = desenho.Largura;
     m_Height = desenho.Altura;
-    m_hwnd = ++g_UltimoHwnd;
+    m_hwnd = ++EsteComponente().UltimoHwnd;
     try {
         CriaConteudo(*Host().Controles(), desenho.Raiz, {});
         LigaControles();

@@ -4,21 +4,8 @@
 #include "shell/Geral.h"
 
 #include <utility>
-#include <vector>
-
-RefFraca<Geral> goGeral;
-std::int32_t glCredencial = 0;
-std::int32_t glCodMunicLogon = 0;
 
 namespace {
-
-Ref<IMensagem> g_Mensagem;
-Ref<IDadosVor> g_DadosVor;
-Ref<IDiretorios> g_Diretorios;
-Ref<IGateway> g_Gateway;
-Ref<IObjGlobalVor> g_ObjGlobalVor;
-
-std::vector<void (*)()> g_LiberaForms;
 
 // File name without the extension, a point and three letters.
 std::string SemExtensao(const std::string &nome)
@@ -45,70 +32,72 @@ Ref<ConsultaAfericaoED> PedidoDaVigente(std::int32_t lNroIntEquip, Data dtInfrac
 
 Ref<IMensagem> goMensagem()
 {
-    if (g_Mensagem.Nada()) {
+    Ref<IMensagem> &mensagem = EsteComponente().Mensagem;
+    if (mensagem.Nada()) {
         Ref<IMensagem> nova = Host().CriaMensagem();
         nova->DefineTitulo(goGeral->oAppEXE()->ProductName());
-        g_Mensagem = nova;
+        mensagem = nova;
     }
-    return g_Mensagem;
+    return mensagem;
 }
 
 Ref<IDadosVor> goDadosVor()
 {
-    if (g_DadosVor.Nada()) {
+    Ref<IDadosVor> &dadosVor = EsteComponente().DadosVor;
+    if (dadosVor.Nada()) {
         Ref<IDadosVor> novo = Host().CriaDadosVor();
         novo->Inicializa(goGeral->ObjInterface);
-        g_DadosVor = novo;
+        dadosVor = novo;
     }
-    return g_DadosVor;
+    return dadosVor;
 }
 
 Ref<IDiretorios> goDiretorios()
 {
-    if (g_Diretorios.Nada()) {
-        g_Diretorios = Host().CriaDiretorios();
+    Ref<IDiretorios> &diretorios = EsteComponente().Diretorios;
+    if (diretorios.Nada()) {
+        diretorios = Host().CriaDiretorios();
     }
-    return g_Diretorios;
+    return diretorios;
 }
 
 Ref<IGateway> goGateway()
 {
-    if (g_Gateway.Nada()) {
-        g_Gateway = goGeral->TrataBD()->pQMR()->Sessao()->ObtemGateway();
+    Ref<IGateway> &gateway = EsteComponente().Gateway;
+    if (gateway.Nada()) {
+        gateway = goGeral->TrataBD()->pQMR()->Sessao()->ObtemGateway();
     }
-    return g_Gateway;
+    return gateway;
 }
 
 Ref<IObjGlobalVor> ObjGlobalVor()
 {
-    if (g_ObjGlobalVor.Nada()) {
-        g_ObjGlobalVor = Host().CriaObjGlobalVor();
+    Ref<IObjGlobalVor> &objGlobalVor = EsteComponente().ObjGlobalVor;
+    if (objGlobalVor.Nada()) {
+        objGlobalVor = Host().CriaObjGlobalVor();
     }
-    return g_ObjGlobalVor;
+    return objGlobalVor;
 }
 
 void LiberaServicos() noexcept
 {
-    if (!g_DadosVor.Nada()) {
-        IgnoraErro([] { g_DadosVor->Finaliza(); });
-        g_DadosVor = nullptr;
+    Componente &componente = EsteComponente();
+    if (!componente.DadosVor.Nada()) {
+        IgnoraErro([&] { componente.DadosVor->Finaliza(); });
+        componente.DadosVor = nullptr;
     }
-    g_Gateway = nullptr;
-    g_Mensagem = nullptr;
-    g_Diretorios = nullptr;
+    componente.Gateway = nullptr;
+    componente.Mensagem = nullptr;
+    componente.Diretorios = nullptr;
 }
 
 void DescarregaModulo() noexcept
 {
-    LiberaFormsCompartilhados();
-    g_DadosVor = nullptr;
-    g_Gateway = nullptr;
-    g_Mensagem = nullptr;
-    g_Diretorios = nullptr;
-    g_ObjGlobalVor = nullptr;
-    goGeral = nullptr;
-    glCredencial = 0;
-    glCodMunicLogon = 0;
+    Componente &componente = EsteComponente();
+    Componente descarregado;
+    descarregado.Host = componente.Host;
+    descarregado.UltimoHwnd = componente.UltimoHwnd; // a handle is not given twice
+    std::swap(componente, descarregado);
 }
 
 void gSubMostraErro(std::string_view sContexto) noexcept
@@ -261,14 +250,7 @@ void gSubDefineFoco(const Ref<IFocavel> &ctl) noexcept
     });
 }
 
-void RegistraFormCompartilhado(void (*libera)())
-{
-    g_LiberaForms.push_back(libera);
-}
-
 void LiberaFormsCompartilhados() noexcept
 {
-    for (void (*libera)() : std::exchange(g_LiberaForms, {})) {
-        IgnoraErro(libera);
-    }
+    const auto liberados = std::exchange(EsteComponente().Forms, {});
 }

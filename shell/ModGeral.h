@@ -3,21 +3,21 @@
 #include "host/AfericaoED.h"
 #include "host/HostServices.h"
 #include "shell/Coluna.h"
+#include "shell/Componente.h"
 
 #include <cstdint>
 #include <string>
 #include <string_view>
-
-class Geral;
+#include <typeindex>
 
 // State and procedures that all classes of the component share.
 
 // The shell, through which every class reaches the host. Never cleared; it reads as Nothing once the shell has ended,
 // for the host alone owns it.
-extern RefFraca<Geral> goGeral;
+extern RefFraca<Geral> &goGeral;
 // Numbers of the logon's credential. The second is a municipality, 0 for none.
-extern std::int32_t glCredencial;
-extern std::int32_t glCodMunicLogon;
+extern std::int32_t &glCredencial;
+extern std::int32_t &glCodMunicLogon;
 
 // The host's singletons, each created on first use and kept until LiberaServicos.
 Ref<IMensagem> goMensagem();
@@ -28,8 +28,8 @@ Ref<IGateway> goGateway();
 Ref<IObjGlobalVor> ObjGlobalVor();
 // Finalises and clears goDadosVor, and clears the other singletons; errors ignored.
 void LiberaServicos() noexcept;
-// What unloading the component does: every object and value above is dropped, without finalising anything. For the
-// host, once its shell has ended.
+// What unloading the component does: every object and value above is dropped, without finalising anything. The host
+// stays installed. For the host, once its shell has ended.
 void DescarregaModulo() noexcept;
 
 // Reporting tail: the end of every error chain. Sets the pointer back to the default and shows the fault being handled.
@@ -62,15 +62,11 @@ template <class Form> Ref<Form> FormCompartilhado();
 // Drops the shared instances; called when the shell ends.
 void LiberaFormsCompartilhados() noexcept;
 
-// Remembers how to drop a shared instance.
-void RegistraFormCompartilhado(void (*libera)());
-
 template <class Form> Ref<Form> FormCompartilhado()
 {
-    static Ref<Form> instancia;
+    Ref<IForm> &instancia = EsteComponente().Forms[typeid(Form)];
     if (instancia.Nada()) {
         instancia = Novo<Form>();
-        RegistraFormCompartilhado([] { instancia = nullptr; });
     }
-    return instancia;
+    return ComoTipo<Form>(instancia);
 }
