@@ -2,6 +2,7 @@
 
 #include "controls/OrdemPortuguesa.h"
 #include "desk/host/TabelaDeDados.h"
+#include "desk/services/TextoQt.h"
 #include "host/Conversoes.h"
 #include "host/Falha.h"
 #include "host/Texto.h"
@@ -24,11 +25,6 @@ constexpr std::int32_t ErroDeSintaxe = 3075;
 constexpr std::int32_t SemRegistroAtual = 3021;
 constexpr std::int32_t ColunaInexistente = 3265;
 constexpr std::int32_t BancoNaoAbre = 3051;
-
-QString Q(const std::string &texto)
-{
-    return QString::fromStdString(texto);
-}
 
 void Ucase(sqlite3_context *contexto, int, sqlite3_value **argumentos)
 {

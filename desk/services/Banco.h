@@ -1,6 +1,7 @@
 #pragma once
 
 #include "desk/services/Dialeto.h"
+#include "desk/services/TextoQt.h"
 
 #include <QSqlQuery>
 #include <QString>
@@ -16,11 +17,6 @@
 
 class Consulta;
 class Transacao;
-
-inline QString Q(const std::string &texto)
-{
-    return QString::fromStdString(texto);
-}
 
 // A value under the name of its column.
 struct Celula {

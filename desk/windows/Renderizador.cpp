@@ -5,16 +5,6 @@
 #include <QPalette>
 #include <QWidget>
 
-QString Q(const std::string &texto)
-{
-    return QString::fromStdString(texto);
-}
-
-std::string S(const QString &texto)
-{
-    return texto.toStdString();
-}
-
 void DefineSomenteLeitura(QLineEdit &campo, bool valor)
 {
     if (campo.isReadOnly() == valor) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/ControleBase.h"
+#include "desk/services/TextoQt.h"
 #include "host/Evento.h"
 #include "host/IControle.h"
 
@@ -15,9 +16,6 @@
 class Mnemonicas;
 class QLineEdit;
 class QWidget;
-
-QString Q(const std::string &texto);
-std::string S(const QString &texto);
 
 // A field that can be read and copied but not changed looks like the window that it is in.
 void DefineSomenteLeitura(QLineEdit &campo, bool valor);
