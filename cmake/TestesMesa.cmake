@@ -21,8 +21,8 @@ gtest_discover_tests(teste_mesa
 
 # The whole job in the real windows. Pictures and account of the last run stay in the build folder.
 add_test(NAME mesa.roteiro
-    COMMAND sh -c "rm -rf \"$1\" && exec \"$0\" --roteiro \"$1\""
-        $<TARGET_FILE:registro-de-equipamentos> ${PROJECT_BINARY_DIR}/roteiro)
+    COMMAND sh -c "rm -rf \"$1\" && exec \"$0\" \"$1\""
+        $<TARGET_FILE:roteiro> ${PROJECT_BINARY_DIR}/roteiro)
 set_tests_properties(mesa.roteiro PROPERTIES
     ENVIRONMENT_MODIFICATION "${pilha_inteira}"
     ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QT_LOGGING_RULES=qt.qpa.*=false")

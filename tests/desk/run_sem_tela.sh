@@ -10,12 +10,14 @@ cp "$raiz/run" "$pasta/"
 # The packages are another test's affair.
 echo 'instala_pacotes() { :; }' >"$pasta/cmake/pacotes.sh"
 printf '#!/bin/sh\nexit 0\n' >"$pasta/bin/cmake"
-cat >"$pasta/build/release/desk/registro-de-equipamentos" <<'FIM2'
+for programa in registro-de-equipamentos roteiro; do
+    cat >"$pasta/build/release/desk/$programa" <<'FIM2'
 #!/bin/sh
-echo "plataforma=${QT_QPA_PLATFORM:-} argumentos=$*"
+echo "${0##*/} plataforma=${QT_QPA_PLATFORM:-} argumentos=$*"
 exit "${SAIDA:-0}"
 FIM2
-chmod +x "$pasta/bin/cmake" "$pasta/build/release/desk/registro-de-equipamentos"
+done
+chmod +x "$pasta/bin/cmake" "$pasta/build/release/desk/"*
 
 chama() { # variables of the screen, then the arguments of ./run after --
     local tela=()
@@ -35,13 +37,19 @@ espera() { # what, seen, pattern
     fi
 }
 
-espera "a screen" "$(chama DISPLAY=:9 --)" "plataforma= argumentos="
-espera "a Wayland screen" "$(chama WAYLAND_DISPLAY=wayland-0 -- --vazio)" "plataforma= argumentos=--vazio"
+espera "a screen" "$(chama DISPLAY=:9 --)" "registro-de-equipamentos plataforma= argumentos="
+espera "a Wayland screen" "$(chama WAYLAND_DISPLAY=wayland-0 -- --vazio)" "registro-de-equipamentos plataforma= argumentos=--vazio"
+espera "another folder" "$(chama DISPLAY=:9 -- --dados=aqui --nova-amostra)" \
+    "registro-de-equipamentos plataforma= argumentos=--dados=aqui --nova-amostra"
+espera "another folder, apart" "$(chama DISPLAY=:9 -- --dados --vazio)" \
+    "registro-de-equipamentos plataforma= argumentos=--dados --vazio"
+espera "a screen, the tour asked for" "$(chama DISPLAY=:9 -- --vazio --roteiro=aqui)" \
+    "roteiro plataforma= argumentos=aqui"
 espera "no screen" "$(chama --)" \
     "Não há uma tela neste computador: o roteiro percorre o trabalho e deixa as imagens em $pasta/tmp/roteiro-??????.
-plataforma=offscreen argumentos=--roteiro $pasta/tmp/roteiro-??????"
+roteiro plataforma=offscreen argumentos=$pasta/tmp/roteiro-??????"
 espera "no screen, the tour asked for" "$(chama -- --roteiro "$pasta/aqui")" \
-    "plataforma=offscreen argumentos=--roteiro $pasta/aqui"
+    "roteiro plataforma=offscreen argumentos=$pasta/aqui"
 saida=0
 chama SAIDA=1 -- >/dev/null || saida=$?
 espera "exit status of a tour that saw a difference" "$saida" 1

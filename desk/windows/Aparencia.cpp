@@ -1,0 +1,16 @@
+#include "desk/windows/Aparencia.h"
+
+#include <QApplication>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTranslator>
+
+void PreparaAparencia(QApplication &aplicacao)
+{
+    QApplication::setStyle("Fusion");
+    QLocale::setDefault(QLocale(QLocale::Portuguese, QLocale::Brazil));
+    auto *tradutor = new QTranslator(&aplicacao);
+    if (tradutor->load("qtbase_pt_BR", QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+        QCoreApplication::installTranslator(tradutor);
+    }
+}
