@@ -2,6 +2,7 @@
 
 #include "controls/OrdemPortuguesa.h"
 #include "host/Conversoes.h"
+#include "host/MenuLista.h"
 #include "host/Texto.h"
 
 #include <algorithm>
@@ -14,7 +15,6 @@ namespace {
 
 constexpr std::int32_t SemLinha = -1;
 constexpr std::string_view MarcaData = "data";
-constexpr std::string_view ChaveExcluir = "mnuZTLObjExcluir";
 
 struct ItemPadrao {
     const char *Chave;
@@ -23,12 +23,12 @@ struct ItemPadrao {
 };
 
 constexpr std::array<ItemPadrao, 6> ItensPadrao = {{
-    {"mnuZTLObjNovo", "Novo", 2},
-    {"mnuZTLObjEditar", "Editar", 2},
-    {"mnuZTLObjDetalhes", "Detalhes", 2},
-    {"mnuZTLObjExcluir", "Excluir", 2},
-    {"mnuZTLObjLocalizar", "Localizar", 3},
-    {"mnuZTLObjAtualizar", "Atualizar", 3},
+    {MenuLista::Novo, "Novo", 2},
+    {MenuLista::Editar, "Editar", 2},
+    {MenuLista::Detalhes, "Detalhes", 2},
+    {MenuLista::Excluir, "Excluir", 2},
+    {MenuLista::Localizar, "Localizar", 3},
+    {MenuLista::Atualizar, "Atualizar", 3},
 }};
 
 // Permutation that sorts by the keys; equal keys keep their places, in both directions.
@@ -295,7 +295,7 @@ bool ztList::EscolheMenu(const std::string &chave)
     if (!item || !OfereceMenu() || !item->Utilizavel()) {
         return false;
     }
-    if (item->Chave() != ChaveExcluir) {
+    if (item->Chave() != MenuLista::Excluir) {
         m_ItemMenuClicado.dispara(item->Chave());
     } else if (m_ItemAtual != SemLinha) {
         Exclui();

@@ -5,6 +5,7 @@
 #include "search/frmLista.h"
 #include "shell/ChamadaRN.h"
 #include "shell/Coluna.h"
+#include "shell/ControladorLista.h"
 #include "shell/Generico.h"
 #include "shell/Geral.h"
 #include "shell/ModGeral.h"
@@ -43,12 +44,6 @@ const TabelaColunas &ColunasLista()
     return colunas;
 }
 
-constexpr const char *MenuNovo = "mnuZTLObjNovo";
-constexpr const char *MenuEditar = "mnuZTLObjEditar";
-constexpr const char *MenuDetalhes = "mnuZTLObjDetalhes";
-constexpr const char *MenuExcluir = "mnuZTLObjExcluir";
-constexpr const char *MenuLocalizar = "mnuZTLObjLocalizar";
-constexpr const char *MenuAtualizar = "mnuZTLObjAtualizar";
 constexpr const char *MenuReativar = "mnuZTLObjReativar";
 constexpr const char *MenuLimitesDif = "mnuZTLObjLimitesDif";
 constexpr const char *MenuDiasEspec = "mnuZTLObjDiasEspec";
@@ -70,27 +65,27 @@ const std::vector<ItemMenuLista> &MenuProprio()
 
 // Items in use, and those that the list has but this module does not: equipment is never deleted.
 constexpr auto VisibilidadeMenu = std::to_array<std::pair<const char *, bool>>({
-    {MenuNovo, true},
-    {MenuEditar, true},
-    {MenuDetalhes, true},
+    {MenuLista::Novo, true},
+    {MenuLista::Editar, true},
+    {MenuLista::Detalhes, true},
     {MenuReativar, true},
     {MenuLimitesDif, true},
     {MenuDiasEspec, true},
     {MenuHorarioProib, true},
-    {MenuExcluir, false},
-    {MenuLocalizar, false},
+    {MenuLista::Excluir, false},
+    {MenuLista::Localizar, false},
 });
 
 // Items that need a permission, with its action.
 constexpr auto PermissaoMenu = std::to_array<std::pair<const char *, const char *>>({
-    {MenuNovo, "I"},
-    {MenuEditar, "A"},
+    {MenuLista::Novo, "I"},
+    {MenuLista::Editar, "A"},
     {MenuReativar, "E"},
 });
 
 // Items that need a row.
 constexpr auto MenuDeLinha = std::to_array<const char *>(
-    {MenuDetalhes, MenuEditar, MenuReativar, MenuLimitesDif, MenuDiasEspec, MenuHorarioProib});
+    {MenuLista::Detalhes, MenuLista::Editar, MenuReativar, MenuLimitesDif, MenuDiasEspec, MenuHorarioProib});
 
 constexpr std::int16_t TipoLimites = 1;
 constexpr std::int16_t TipoDias = 2;
@@ -327,7 +322,7 @@ try {
         m_ZtList->MenuVisivel(chave, visivel);
     }
     for (const auto &[chave, acao] : PermissaoMenu) {
-        m_ZtList->MenuBloqueado(chave, !goGeral->TemPermissao("NAB", "VOR-EQP-CS", acao, nullptr));
+        BloqueiaSemPermissao(m_ZtList, chave, acao);
     }
     HabilitaMenu();
 } catch (...) {
@@ -336,15 +331,15 @@ try {
 
 void COEquipamentos::HabilitaMenu()
 try {
-    m_ZtList->MenuHabilitado(MenuNovo, true);
+    m_ZtList->MenuHabilitado(MenuLista::Novo, true);
     if (m_ZtList->NroItens() == 0) {
         for (const char *chave : MenuDeLinha) {
             m_ZtList->MenuHabilitado(chave, false);
         }
         return;
     }
-    m_ZtList->MenuHabilitado(MenuDetalhes, true);
-    m_ZtList->MenuHabilitado(MenuEditar, m_Ativo == Ativos);
+    m_ZtList->MenuHabilitado(MenuLista::Detalhes, true);
+    m_ZtList->MenuHabilitado(MenuLista::Editar, m_Ativo == Ativos);
     m_ZtList->MenuHabilitado(MenuReativar, true);
     m_ZtList->MenuTexto(MenuReativar, m_Ativo == Inativos ? "Reativar" : "Desativar");
     const bool temLimites = Val(m_ZtList->ValorAtual("IndLimiteDif")) == 1;
@@ -458,13 +453,13 @@ void COEquipamentos::m_ZtList_BotaoClick()
 
 void COEquipamentos::m_ZtList_ItemMenuClicado(const std::string &chave)
 try {
-    if (chave == MenuNovo) {
+    if (chave == MenuLista::Novo) {
         Novo();
-    } else if (chave == MenuEditar) {
+    } else if (chave == MenuLista::Editar) {
         Editar();
-    } else if (chave == MenuDetalhes) {
+    } else if (chave == MenuLista::Detalhes) {
         Detalhes();
-    } else if (chave == MenuAtualizar) {
+    } else if (chave == MenuLista::Atualizar) {
         Atualizar();
     } else if (chave == MenuReativar) {
         Inativar();

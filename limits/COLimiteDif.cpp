@@ -57,8 +57,6 @@ void PreencheLinha(TabelaTexto &tabela, const std::string &primeiraColuna, const
 bool COLimiteDif::Carrega(const Ref<IztList> &lista, const std::string &CodEquip, std::int32_t NroIntEquip,
                           std::int16_t Tipo)
 try {
-    m_ZtList = lista;
-    LigaEventos();
     m_Tipo = Tipo;
     m_CodEquip = CodEquip;
     m_NroIntEquip = NroIntEquip;
@@ -75,23 +73,10 @@ try {
     default:
         m_DescrModulo.clear();
     }
-    gsubConfigLista(Colunas(), lista);
-    MenuInicial();
+    Prepara(lista, false);
     return Localizar();
 } catch (...) {
     PassaFalha(" < COSensores.Carrega");
-}
-
-void COLimiteDif::LigaEventos()
-{
-    Desliga();
-    if (Ref<IztList> lista = m_ZtList.Alvo()) { // Nothing has no events; configuring it raises the fault
-        Liga(lista->GotFocus(), &COLimiteDif::HabilitaMenu, "m_ZtList_GotFocus");
-        Liga(lista->ItemClick(), &COLimiteDif::HabilitaMenu, "m_ZtList_ItemClick");
-        Liga(lista->AntesDeRemoverItem(), &COLimiteDif::m_ZtList_AntesDeRemoverItem, "m_ZtList_AntesDeRemoverItem");
-        Liga(lista->DepoisDeRemoverItem(), &COLimiteDif::m_ZtList_DepoisDeRemoverItem);
-        Liga(lista->ItemMenuClicado(), &COLimiteDif::m_ZtList_ItemMenuClicado, "m_ZtList_ItemMenuClicado");
-    }
 }
 
 void COLimiteDif::LimpaPesquisa()
@@ -178,53 +163,11 @@ try {
     PassaFalha(" < COLimiteDif.LocalizarDiasEspecificos");
 }
 
-void COLimiteDif::m_ZtList_AntesDeRemoverItem(std::int32_t &linha)
+void COLimiteDif::BloqueiaMenu()
 {
-    if (!Excluir(linha)) {
-        linha = 0;
-    }
-}
-
-void COLimiteDif::m_ZtList_DepoisDeRemoverItem()
-try {
-    HabilitaMenu();
-} catch (...) {
-    PassaFalha(" < COLimiteDif.m_ZtList_DepoisDeRemoverItem");
-}
-
-void COLimiteDif::m_ZtList_ItemMenuClicado(std::string chave)
-{
-    if (chave == "mnuZTLObjNovo") {
-        Novo();
-    } else if (chave == "mnuZTLObjEditar") {
-        Editar();
-    } else if (chave == "mnuZTLObjDetalhes") {
-        Detalhes();
-    }
-}
-
-void COLimiteDif::MenuInicial()
-try {
-    const auto bloqueiaSemPermissao = [&](const std::string &acao, const std::string &chave) {
-        m_ZtList->MenuBloqueado(chave, !goGeral->TemPermissao("NAB", "VOR-EQP-CS", acao, nullptr));
-    };
-    bloqueiaSemPermissao("I", "mnuZTLObjNovo");
-    bloqueiaSemPermissao("A", "mnuZTLObjEditar");
-    bloqueiaSemPermissao("E", "mnuZTLObjExcluir");
-    HabilitaMenu();
-} catch (...) {
-    PassaFalha(" < COLimiteDif.MenuInicial");
-}
-
-void COLimiteDif::HabilitaMenu()
-try {
-    const bool temItens = m_ZtList->NroItens() > 0;
-    m_ZtList->ItemMenu("mnuZTLObjNovo")->DefineEnabled(true);
-    m_ZtList->ItemMenu("mnuZTLObjEditar")->DefineEnabled(temItens);
-    m_ZtList->ItemMenu("mnuZTLObjDetalhes")->DefineEnabled(temItens);
-    m_ZtList->ItemMenu("mnuZTLObjExcluir")->DefineEnabled(temItens);
-} catch (...) {
-    PassaFalha(" < COLimiteDif.HabilitaMenu");
+    BloqueiaSemPermissao(m_ZtList.Alvo(), MenuLista::Novo, "I");
+    BloqueiaSemPermissao(m_ZtList.Alvo(), MenuLista::Editar, "A");
+    BloqueiaSemPermissao(m_ZtList.Alvo(), MenuLista::Excluir, "E");
 }
 
 void COLimiteDif::Atualizar()

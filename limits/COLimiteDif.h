@@ -1,15 +1,14 @@
 #pragma once
 
-#include "host/HostServices.h"
-#include "shell/Assinante.h"
-#include "shell/Coluna.h"
+#include "shell/ControladorLista.h"
 
 #include <cstdint>
 #include <string>
 
 // Controller of the list of differentiated limits (Tipo 1), specific days (2) or prohibited hours (3) of an equipment.
-class COLimiteDif : public Objeto, public Assinante {
+class COLimiteDif : public ControladorLista {
   public:
+    COLimiteDif() : ControladorLista("m_ZtList_ItemMenuClicado") {}
     std::string_view NomeTipo() const override { return "COLimiteDif"; }
 
     // Label of the kind; empty for a Tipo that does not exist.
@@ -24,25 +23,18 @@ class COLimiteDif : public Objeto, public Assinante {
     std::int16_t m_Tipo = 0;
     std::string m_CodEquip;
     std::int32_t m_NroIntEquip = 0;
-    RefFraca<IztList> m_ZtList; // the window's
 
-    void LigaEventos();
-    TabelaColunas Colunas() const;
+    TabelaColunas Colunas() const override;
     bool Localizar();
     bool LocalizarLimitesDif();
     bool LocalizarDiasEspecificos();
 
-    void m_ZtList_AntesDeRemoverItem(std::int32_t &linha);
-    void m_ZtList_DepoisDeRemoverItem();
-    void m_ZtList_ItemMenuClicado(std::string chave);
-
-    void MenuInicial();
-    void HabilitaMenu();
+    void BloqueiaMenu() override;
     void Atualizar();
-    void Novo();
-    void Editar();
-    void Detalhes();
-    bool Excluir(std::int32_t linha);
+    void Novo() override;
+    void Editar() override;
+    void Detalhes() override;
+    bool Excluir(std::int32_t linha) override;
     bool ExcluirLimiteDif(std::int32_t nroInt);
     bool ExcluirDiaEspec(std::int32_t nroInt);
     static std::string fBuscaNomeDia(std::uint8_t dia);

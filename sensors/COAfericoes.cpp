@@ -13,7 +13,7 @@ enum ColunaLista : std::int32_t { ColTipo = 1, ColNumero, ColMarca, ColVerificac
 
 } // namespace
 
-TabelaColunas COAfericoes::Colunas()
+TabelaColunas COAfericoes::Colunas() const
 try {
     return {{},
             {"Tipo", 1200, "", 0},
@@ -29,33 +29,10 @@ try {
 bool COAfericoes::Carrega(const Ref<clsSensor> &cSensor, const Ref<IztList> &oLista, bool bReadOnly)
 try {
     m_Sensor = cSensor;
-    m_ZtList = oLista;
-    m_SomenteLeitura = bReadOnly;
-    LigaEventos();
-    gsubConfigLista(Colunas(), oLista);
-    MenuInicial();
+    Prepara(oLista, bReadOnly);
     return CarregaAfericoes();
 } catch (...) {
     PassaFalha(" < COAfericoes.Carrega");
-}
-
-void COAfericoes::LigaEventos()
-{
-    Desliga();
-    if (Ref<IztList> lista = m_ZtList.Alvo()) { // Nothing has no events; configuring it raises the fault
-        Liga(lista->GotFocus(), &COAfericoes::HabilitaMenu, "m_ZtList_GotFocus");
-        Liga(lista->ItemClick(), &COAfericoes::HabilitaMenu, "m_ZtList_ItemClick");
-        Liga(lista->AntesDeRemoverItem(), &COAfericoes::m_ZtList_AntesDeRemoverItem, "m_ZtList_AntesDeRemoverItem");
-        Liga(lista->DepoisDeRemoverItem(), &COAfericoes::m_ZtList_DepoisDeRemoverItem);
-        Liga(lista->ItemMenuClicado(), &COAfericoes::ItemMenuClicado, "ItemMenuClicado");
-    }
-}
-
-void COAfericoes::MenuInicial()
-try {
-    HabilitaMenu();
-} catch (...) {
-    PassaFalha(" < COAfericoes.MenuInicial");
 }
 
 bool COAfericoes::CarregaAfericoes()
@@ -84,18 +61,6 @@ try {
     return true;
 } catch (...) {
     PassaFalha(" < COAfericoes.CarregaAfericoes");
-}
-
-void COAfericoes::HabilitaMenu()
-try {
-    const bool temItens = m_ZtList->NroItens() > 0;
-    const bool altera = !m_SomenteLeitura;
-    m_ZtList->ItemMenu("mnuZTLObjDetalhes")->DefineEnabled(temItens);
-    m_ZtList->ItemMenu("mnuZTLObjNovo")->DefineEnabled(altera);
-    m_ZtList->ItemMenu("mnuZTLObjEditar")->DefineEnabled(altera && temItens);
-    m_ZtList->ItemMenu("mnuZTLObjExcluir")->DefineEnabled(altera && temItens);
-} catch (...) {
-    PassaFalha(" < COAfericoes.HabilitaMenu");
 }
 
 void COAfericoes::Novo()
@@ -154,29 +119,4 @@ try {
 Ref<clsAfericao> COAfericoes::AfericaoDaLinha(std::int32_t lLinha)
 {
     return m_Sensor->ListaAfericoes()->Item(m_ZtList->Celula(lLinha, "Chave"));
-}
-
-void COAfericoes::m_ZtList_AntesDeRemoverItem(std::int32_t &lLinha)
-{
-    if (!Excluir(lLinha)) {
-        lLinha = 0;
-    }
-}
-
-void COAfericoes::m_ZtList_DepoisDeRemoverItem()
-try {
-    HabilitaMenu();
-} catch (...) {
-    PassaFalha(" < COAfericoes.m_ZtList_DepoisDeRemoverItem");
-}
-
-void COAfericoes::ItemMenuClicado(std::string sChave)
-{
-    if (sChave == "mnuZTLObjNovo") {
-        Novo();
-    } else if (sChave == "mnuZTLObjEditar") {
-        Editar();
-    } else if (sChave == "mnuZTLObjDetalhes") {
-        Detalhes();
-    }
 }

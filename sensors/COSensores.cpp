@@ -13,7 +13,7 @@ enum ColunaLista : std::int32_t { ColNroSensor = 1, ColEndereco, ColChave };
 
 } // namespace
 
-TabelaColunas COSensores::Colunas()
+TabelaColunas COSensores::Colunas() const
 try {
     return {{}, {"Nº Sensor", 1005, "", 0}, {"Endereço", 4905, "", 0}, {"Chave", 0, "", 0}};
 } catch (...) {
@@ -23,33 +23,16 @@ try {
 bool COSensores::Carrega(const Ref<clsEquipto> &cEquipto, const Ref<IztList> &oLista, bool bReadOnly)
 try {
     m_Equipto = cEquipto;
-    m_ZtList = oLista;
-    m_SomenteLeitura = bReadOnly;
-    LigaEventos();
-    gsubConfigLista(Colunas(), oLista);
-    MenuInicial();
+    Prepara(oLista, bReadOnly);
     return CarregaSensores();
 } catch (...) {
     PassaFalha(" < COSensores.Carrega");
 }
 
-void COSensores::LigaEventos()
+// Only the last sensor may go, so that the numbers stay a run without gaps.
+bool COSensores::PodeExcluir(std::int32_t itens) const
 {
-    Desliga();
-    if (Ref<IztList> lista = m_ZtList.Alvo()) { // Nothing has no events; configuring it raises the fault
-        Liga(lista->GotFocus(), &COSensores::HabilitaMenu, "m_ZtList_GotFocus");
-        Liga(lista->ItemClick(), &COSensores::HabilitaMenu, "m_ZtList_ItemClick");
-        Liga(lista->AntesDeRemoverItem(), &COSensores::m_ZtList_AntesDeRemoverItem, "m_ZtList_AntesDeRemoverItem");
-        Liga(lista->DepoisDeRemoverItem(), &COSensores::m_ZtList_DepoisDeRemoverItem);
-        Liga(lista->ItemMenuClicado(), &COSensores::ItemMenuClicado, "ItemMenuClicado");
-    }
-}
-
-void COSensores::MenuInicial()
-try {
-    HabilitaMenu();
-} catch (...) {
-    PassaFalha(" < COSensores.MenuInicial");
+    return Val(m_ZtList->ColunaAtual(ColNroSensor)) == itens;
 }
 
 bool COSensores::CarregaSensores()
@@ -75,21 +58,6 @@ try {
     return true;
 } catch (...) {
     PassaFalha(" < COSensores.CarregaSensores");
-}
-
-void COSensores::HabilitaMenu()
-try {
-    const std::int32_t itens = m_ZtList->NroItens();
-    const bool temItens = itens > 0;
-    // Only the last sensor may go, so that the numbers stay a run without gaps.
-    const bool ehUltimo = Val(m_ZtList->ColunaAtual(ColNroSensor)) == itens;
-    const bool altera = !m_SomenteLeitura;
-    m_ZtList->ItemMenu("mnuZTLObjDetalhes")->DefineEnabled(temItens);
-    m_ZtList->ItemMenu("mnuZTLObjNovo")->DefineEnabled(altera);
-    m_ZtList->ItemMenu("mnuZTLObjEditar")->DefineEnabled(altera && temItens);
-    m_ZtList->ItemMenu("mnuZTLObjExcluir")->DefineEnabled(altera && ehUltimo && temItens);
-} catch (...) {
-    PassaFalha(" < COSensores.HabilitaMenu");
 }
 
 void COSensores::Novo()
@@ -148,29 +116,4 @@ try {
 Ref<clsSensor> COSensores::SensorDaLinha(std::int32_t lLinha)
 {
     return m_Equipto->ListaSensores()->Item(m_ZtList->Celula(lLinha, "Chave"));
-}
-
-void COSensores::m_ZtList_AntesDeRemoverItem(std::int32_t &lLinha)
-{
-    if (!Excluir(lLinha)) {
-        lLinha = 0;
-    }
-}
-
-void COSensores::m_ZtList_DepoisDeRemoverItem()
-try {
-    HabilitaMenu();
-} catch (...) {
-    PassaFalha(" < COSensores.m_ZtList_DepoisDeRemoverItem");
-}
-
-void COSensores::ItemMenuClicado(std::string sChave)
-{
-    if (sChave == "mnuZTLObjNovo") {
-        Novo();
-    } else if (sChave == "mnuZTLObjEditar") {
-        Editar();
-    } else if (sChave == "mnuZTLObjDetalhes") {
-        Detalhes();
-    }
 }

@@ -825,6 +825,7 @@ TEST_F(COLimiteDifTeste, Carrega_WhenTheListFails_RaisesWithThePathOfItsStep)
 TEST_F(COLimiteDifTeste, Carrega_WhenMemoryIsRefusedAnywhere_GrowsThePathFromTheColumnsOn)
 {
     Lista(ComLimites({NovoLimite(101, 2, 700, 900, 60, 0)}));
+    Carrega(Limite); // the handlers have their room from now on, so that all attempts ask for the same memory
     std::set<std::string> fontes;
     bool recusou = true;
     for (std::int64_t n = 1; recusou; ++n) {
