@@ -1,6 +1,7 @@
 #include "equipment/COEquipamentos.h"
 
 #include "equipment/frmEquipDetalhes.h"
+#include "limits/TipoDeLimite.h"
 #include "limits/frmLimitesDif.h"
 #include "search/frmLista.h"
 #include "shell/ChamadaRN.h"
@@ -86,10 +87,6 @@ constexpr auto PermissaoMenu = std::to_array<std::pair<const char *, const char 
 // Items that need a row.
 constexpr auto MenuDeLinha = std::to_array<const char *>(
     {MenuLista::Detalhes, MenuLista::Editar, MenuReativar, MenuLimitesDif, MenuDiasEspec, MenuHorarioProib});
-
-constexpr std::int16_t TipoLimites = 1;
-constexpr std::int16_t TipoDias = 2;
-constexpr std::int16_t TipoHorarios = 3;
 
 // Type of the only equipment that has prohibited hours.
 constexpr std::string_view AgenteEletronico = "F";
@@ -414,7 +411,7 @@ try {
 
 void COEquipamentos::DiasEspecificos()
 try {
-    AbreLimites(TipoDias);
+    AbreLimites(TipoDiaEspecifico);
 } catch (...) {
     gSubMostraErro("COEquipamentos.DiasEspecificos");
 }
@@ -464,11 +461,11 @@ try {
     } else if (chave == MenuReativar) {
         Inativar();
     } else if (chave == MenuLimitesDif) {
-        LimitesDiferenciados(TipoLimites);
+        LimitesDiferenciados(TipoLimiteDif);
     } else if (chave == MenuDiasEspec) {
         DiasEspecificos();
     } else if (chave == MenuHorarioProib) {
-        LimitesDiferenciados(TipoHorarios);
+        LimitesDiferenciados(TipoHorarioProibido);
     }
 } catch (...) {
     gSubMostraErro("COEquipamentos.m_ZtList_ItemMenuClicado(" + chave + ")");

@@ -9,17 +9,7 @@
 
 namespace {
 
-constexpr std::int16_t TipoLimiteDif = 1;
-constexpr std::int16_t TipoDiaEspecifico = 2;
-constexpr std::int16_t TipoHorarioProibido = 3;
-
 constexpr std::int32_t NroColunas = 6;
-
-// What a record's TipoLimite says, which is not the window's numbering.
-std::uint8_t TipoLimiteDoRegistro(std::int16_t tipo)
-{
-    return tipo == TipoLimiteDif ? 1 : 2;
-}
 
 std::string TextoHora(std::int32_t hhmm)
 {
@@ -31,11 +21,11 @@ std::string TextoVelocidade(std::int16_t veloc)
     return veloc > 0 ? CStr(veloc) + " Km" : " ";
 }
 
-Ref<LimiteDifED> PedidoDosLimites(std::int32_t nroIntEquip, std::int16_t tipo)
+Ref<LimiteDifED> PedidoDosLimites(std::int32_t nroIntEquip, const TipoDeLimite &tipo)
 {
     auto pedido = Novo<LimiteDifED>();
     pedido->NroIntEquip = nroIntEquip;
-    pedido->TipoLimite = TipoLimiteDoRegistro(tipo);
+    pedido->TipoLimite = tipo.TipoLimite;
     return pedido;
 }
 
@@ -57,22 +47,9 @@ void PreencheLinha(TabelaTexto &tabela, const std::string &primeiraColuna, const
 bool COLimiteDif::Carrega(const Ref<IztList> &lista, const std::string &CodEquip, std::int32_t NroIntEquip,
                           std::int16_t Tipo)
 try {
-    m_Tipo = Tipo;
+    m_Tipo = TipoDeLimiteDe(Tipo);
     m_CodEquip = CodEquip;
     m_NroIntEquip = NroIntEquip;
-    switch (Tipo) {
-    case TipoLimiteDif:
-        m_DescrModulo = "Limite Diferenciado";
-        break;
-    case TipoDiaEspecifico:
-        m_DescrModulo = "Dia Específico";
-        break;
-    case TipoHorarioProibido:
-        m_DescrModulo = "Horário Proibido";
-        break;
-    default:
-        m_DescrModulo.clear();
-    }
     Prepara(lista, false);
     return Localizar();
 } catch (...) {
@@ -89,13 +66,12 @@ void COLimiteDif::LimpaPesquisa()
 
 TabelaColunas COLimiteDif::Colunas() const
 try {
-    const bool comVelocidade = m_Tipo != TipoHorarioProibido;
     TabelaColunas colunas(NroColunas + 1);
     colunas[1] = {"Dia", 1140};
     colunas[2] = {"Hora Início", 1094};
     colunas[3] = {"Hora Fim", 1019};
-    colunas[4] = {"Veloc. Perm.", static_cast<std::int16_t>(comVelocidade ? 1140 : 0)};
-    colunas[5] = {"Veloc. Mín.", static_cast<std::int16_t>(comVelocidade ? 1094 : 0)};
+    colunas[4] = {"Veloc. Perm.", static_cast<std::int16_t>(m_Tipo.ComVelocidade ? 1140 : 0)};
+    colunas[5] = {"Veloc. Mín.", static_cast<std::int16_t>(m_Tipo.ComVelocidade ? 1094 : 0)};
     colunas[6] = {"NroInt", 0};
     return colunas;
 } catch (...) {
@@ -104,15 +80,10 @@ try {
 
 bool COLimiteDif::Localizar()
 {
-    switch (m_Tipo) {
-    case TipoLimiteDif:
-    case TipoHorarioProibido:
-        return LocalizarLimitesDif();
-    case TipoDiaEspecifico:
-        return LocalizarDiasEspecificos();
-    default:
+    if (DescrModulo().empty()) {
         return false;
     }
+    return m_Tipo.DaSemana() ? LocalizarLimitesDif() : LocalizarDiasEspecificos();
 }
 
 bool COLimiteDif::LocalizarLimitesDif()
@@ -120,7 +91,7 @@ try {
     Plataforma()->DefinePonteiro(PonteiroAmpulheta);
     m_ZtList->Limpa(std::nullopt);
     const auto resposta =
-        ConsultaRN<EquiptoED>("EquiptoRN", "listaLimiteDif", [&] { return PedidoDosLimites(m_NroIntEquip, m_Tipo); });
+        ConsultaRN<EquiptoED>("EquiptoRN", m_Tipo.Lista, [&] { return PedidoDosLimites(m_NroIntEquip, m_Tipo); });
     if (resposta) {
         const auto &limites = (*resposta)->ListaLimiteDif.Valor();
         if (limites) {
@@ -144,7 +115,7 @@ try {
     Plataforma()->DefinePonteiro(PonteiroAmpulheta);
     m_ZtList->Limpa(std::nullopt);
     const auto resposta = ConsultaRN<EquiptoED>(
-        "EquiptoRN", "listaDiaEspecifico", [&] { return SoComNumero(&DiaEspecificoED::NroIntEquip, m_NroIntEquip); });
+        "EquiptoRN", m_Tipo.Lista, [&] { return SoComNumero(&DiaEspecificoED::NroIntEquip, m_NroIntEquip); });
     if (resposta) {
         const auto &dias = (*resposta)->ListaDiaEspecifico.Valor();
         if (dias) {
@@ -180,7 +151,7 @@ try {
 
 void COLimiteDif::Novo()
 try {
-    if (FormCompartilhado<frmLimitesDifDetalhes>()->CarregaInclusao(m_Tipo, m_NroIntEquip, m_CodEquip)) {
+    if (FormCompartilhado<frmLimitesDifDetalhes>()->CarregaInclusao(m_Tipo.Tipo, m_NroIntEquip, m_CodEquip)) {
         Atualizar();
     }
 } catch (...) {
@@ -190,7 +161,7 @@ try {
 void COLimiteDif::Editar()
 try {
     const std::int32_t nroInt = CLng(m_ZtList->Celula(m_ZtList->ItemAtual(), "NroInt"));
-    if (FormCompartilhado<frmLimitesDifDetalhes>()->CarregaEdicao(m_Tipo, m_CodEquip, nroInt)) {
+    if (FormCompartilhado<frmLimitesDifDetalhes>()->CarregaEdicao(m_Tipo.Tipo, m_CodEquip, nroInt)) {
         Atualizar();
     }
 } catch (...) {
@@ -200,25 +171,25 @@ try {
 void COLimiteDif::Detalhes()
 try {
     const std::int32_t nroInt = CLng(m_ZtList->Celula(m_ZtList->ItemAtual(), "NroInt"));
-    ::Novo<frmLimitesDifDetalhes>()->CarregaDetalhes(m_Tipo, m_CodEquip, nroInt);
+    ::Novo<frmLimitesDifDetalhes>()->CarregaDetalhes(m_Tipo.Tipo, m_CodEquip, nroInt);
 } catch (...) {
     PassaFalha(" < COLimiteDif.Editar");
 }
 
 bool COLimiteDif::Excluir(std::int32_t linha)
 try {
-    if (!Plataforma()->PerguntaSimNao("Confirma a exclusão deste " + m_DescrModulo + "?", "Atenção", false)) {
+    if (!Plataforma()->PerguntaSimNao("Confirma a exclusão deste " + DescrModulo() + "?", "Atenção", false)) {
         return false;
     }
     const std::int32_t nroInt = CLng(m_ZtList->Celula(linha, "NroInt"));
-    return m_Tipo == TipoDiaEspecifico ? ExcluirDiaEspec(nroInt) : ExcluirLimiteDif(nroInt);
+    return m_Tipo.DaSemana() ? ExcluirLimiteDif(nroInt) : ExcluirDiaEspec(nroInt);
 } catch (...) {
     PassaFalha(" < COLimiteDif.Excluir");
 }
 
 bool COLimiteDif::ExcluirLimiteDif(std::int32_t nroInt)
 try {
-    if (!ComandaRN("EquiptoRN", "desativaLimiteDif", [&] { return SoComNumero(&LimiteDifED::NroInt, nroInt); })) {
+    if (!ComandaRN("EquiptoRN", m_Tipo.Desativa, [&] { return SoComNumero(&LimiteDifED::NroInt, nroInt); })) {
         return false;
     }
     goMensagem()->ExibeMensagem("Limite excluído com sucesso!", nullptr);
@@ -229,8 +200,7 @@ try {
 
 bool COLimiteDif::ExcluirDiaEspec(std::int32_t nroInt)
 try {
-    if (!ComandaRN("EquiptoRN", "desativaDiaEspecifico",
-                   [&] { return SoComNumero(&DiaEspecificoED::NroInt, nroInt); })) {
+    if (!ComandaRN("EquiptoRN", m_Tipo.Desativa, [&] { return SoComNumero(&DiaEspecificoED::NroInt, nroInt); })) {
         return false;
     }
     goMensagem()->ExibeMensagem("Dia específico excluído com sucesso!", nullptr);

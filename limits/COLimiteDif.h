@@ -1,5 +1,6 @@
 #pragma once
 
+#include "limits/TipoDeLimite.h"
 #include "shell/ControladorLista.h"
 
 #include <cstdint>
@@ -12,15 +13,14 @@ class COLimiteDif : public ControladorLista {
     std::string_view NomeTipo() const override { return "COLimiteDif"; }
 
     // Label of the kind; empty for a Tipo that does not exist.
-    const std::string &DescrModulo() const { return m_DescrModulo; }
+    std::string DescrModulo() const { return m_Tipo.Descr; }
     // Binds the controller to the list and fills it. True when the first search succeeded.
     bool Carrega(const Ref<IztList> &lista, const std::string &CodEquip, std::int32_t NroIntEquip, std::int16_t Tipo);
     // Empties the list, if there is one.
     void LimpaPesquisa();
 
   private:
-    std::string m_DescrModulo;
-    std::int16_t m_Tipo = 0;
+    TipoDeLimite m_Tipo;
     std::string m_CodEquip;
     std::int32_t m_NroIntEquip = 0;
 

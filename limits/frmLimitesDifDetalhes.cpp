@@ -10,10 +10,6 @@
 
 namespace {
 
-constexpr std::int16_t TipoLimiteDif = 1;
-constexpr std::int16_t TipoDiaEspecifico = 2;
-constexpr std::int16_t TipoHorarioProibido = 3;
-
 constexpr std::int16_t PaginaGeral = 0;
 constexpr std::int16_t PaginaOpcoes = 1;
 
@@ -109,20 +105,6 @@ Peca DesenhaOpcoes()
     };
 }
 
-std::string FimDaCaption(std::int16_t tipo)
-{
-    switch (tipo) {
-    case TipoLimiteDif:
-        return " Limite Diferenciado";
-    case TipoDiaEspecifico:
-        return " Dia Específico";
-    case TipoHorarioProibido:
-        return " Horário Proibido";
-    default:
-        return "";
-    }
-}
-
 } // namespace
 
 Desenho frmLimitesDifDetalhes::Desenho() const
@@ -181,7 +163,7 @@ try {
     m_Inclusao = true;
     m_Detalhes = false;
     m_NroInt = 0;
-    m_Tipo = Tipo;
+    m_Tipo = TipoDeLimiteDe(Tipo);
     m_NroIntEquip = NroIntEquip;
     Carregar();
     if (MontaTela(codEquip)) {
@@ -199,7 +181,7 @@ try {
     m_Salvou = false;
     m_Inclusao = false;
     m_Detalhes = false;
-    m_Tipo = Tipo;
+    m_Tipo = TipoDeLimiteDe(Tipo);
     m_NroIntEquip = 0; // that of an earlier opening must not travel if the row cannot be read
     m_NroInt = NroInt;
     Carregar();
@@ -219,7 +201,7 @@ try {
     m_Salvou = false;
     m_Inclusao = false;
     m_Detalhes = true;
-    m_Tipo = Tipo;
+    m_Tipo = TipoDeLimiteDe(Tipo);
     m_NroInt = NroInt;
     Carregar();
     lblCodEquip->DefineCaption(codEquip);
@@ -237,14 +219,14 @@ try {
 bool frmLimitesDifDetalhes::MontaTela(const std::string &codEquip)
 try {
     const std::string inicio = m_Inclusao ? "Novo" : m_Detalhes ? "Detalhes do" : "Editar";
-    DefineCaption(inicio + FimDaCaption(m_Tipo));
-    fraDiasSemana->DefineVisible(m_Tipo != TipoDiaEspecifico);
-    fraData->DefineVisible(m_Tipo == TipoDiaEspecifico);
-    fraVelocPerm->DefineVisible(m_Tipo != TipoHorarioProibido);
-    sstDados->DefineTabVisible(PaginaOpcoes, m_Tipo != TipoHorarioProibido);
+    DefineCaption(inicio + " " + m_Tipo.Descr);
+    fraDiasSemana->DefineVisible(m_Tipo.DaSemana());
+    fraData->DefineVisible(!m_Tipo.DaSemana());
+    fraVelocPerm->DefineVisible(m_Tipo.ComVelocidade);
+    sstDados->DefineTabVisible(PaginaOpcoes, m_Tipo.ComVelocidade);
     lblCodEquip->DefineCaption(codEquip);
     if (!m_Inclusao) {
-        if (m_Tipo == TipoLimiteDif || m_Tipo == TipoHorarioProibido) {
+        if (m_Tipo.DaSemana()) {
             BuscaLimitesDif();
         } else {
             BuscaDiasEspec();
@@ -258,7 +240,7 @@ try {
 void frmLimitesDifDetalhes::BuscaLimitesDif()
 try {
     Plataforma()->DefinePonteiro(PonteiroAmpulheta);
-    const auto resposta = ConsultaRN<LimiteDifED>("EquiptoRN", "consultaSimplesLimiteDif",
+    const auto resposta = ConsultaRN<LimiteDifED>("EquiptoRN", m_Tipo.Consulta,
                                                   [&] { return SoComNumero(&LimiteDifED::NroInt, m_NroInt); });
     if (resposta) {
         const LimiteDifED &limite = **resposta;
@@ -266,7 +248,7 @@ try {
         chkDia.at(static_cast<std::size_t>(limite.Dia) - 1)->DefineValue(1);
         ztmHInicial->DefineText(Format(CDbl(limite.HoraInicio.Valor()), "00:00"));
         ztmHFinal->DefineText(Format(CDbl(limite.HoraFim.Valor()), "00:00"));
-        if (m_Tipo == TipoLimiteDif) {
+        if (m_Tipo.ComVelocidade) {
             txtVelocPerm->DefineText(CStr(limite.VelocPerm.Valor()));
             MostraVelocMin(limite.VelocMin);
         }
@@ -282,7 +264,7 @@ try {
 void frmLimitesDifDetalhes::BuscaDiasEspec()
 try {
     Plataforma()->DefinePonteiro(PonteiroAmpulheta);
-    const auto resposta = ConsultaRN<DiaEspecificoED>("EquiptoRN", "consultaSimplesDiaEspecifico",
+    const auto resposta = ConsultaRN<DiaEspecificoED>("EquiptoRN", m_Tipo.Consulta,
                                                       [&] { return SoComNumero(&DiaEspecificoED::NroInt, m_NroInt); });
     if (resposta) {
         const DiaEspecificoED &dia = **resposta;
@@ -324,14 +306,13 @@ bool frmLimitesDifDetalhes::TemDiaMarcado() const
 
 bool frmLimitesDifDetalhes::ValidouOk()
 try {
-    const bool comVelocidade = m_Tipo != TipoHorarioProibido;
-    if (m_Tipo == TipoDiaEspecifico && !ztdData->DataValida()) {
+    if (!m_Tipo.DaSemana() && !ztdData->DataValida()) {
         return Recusa(PaginaGeral, ztdData, "Informe uma data válida.");
     }
-    if (m_Tipo != TipoDiaEspecifico && m_Inclusao && !TemDiaMarcado()) {
+    if (m_Tipo.DaSemana() && m_Inclusao && !TemDiaMarcado()) {
         return Recusa(PaginaGeral, nullptr, "Você deve selecionar no mínimo 1 (um) dia!");
     }
-    if (comVelocidade && Trim(txtVelocPerm->Text()).empty()) {
+    if (m_Tipo.ComVelocidade && Trim(txtVelocPerm->Text()).empty()) {
         return Recusa(PaginaGeral, txtVelocPerm, "Informe a velocidade permitida.");
     }
     if (ztmHInicial->Valor().empty()) {
@@ -349,7 +330,7 @@ try {
     if (ztmHInicial->Text() > ztmHFinal->Text()) {
         return Recusa(PaginaGeral, ztmHInicial, "Horário final deve ser maior que o horário inicial!");
     }
-    if (comVelocidade && chkVelocMin->Value() == 1 && Trim(txtVelocMin->Text()).empty()) {
+    if (m_Tipo.ComVelocidade && chkVelocMin->Value() == 1 && Trim(txtVelocMin->Text()).empty()) {
         return Recusa(PaginaOpcoes, txtVelocMin, "Informe a velocidade mínima.");
     }
     return true;
@@ -380,15 +361,9 @@ Ref<EquiptoED> frmLimitesDifDetalhes::LimitesInformados() const
         limite->HoraInicio = CLng(ztmHInicial->Valor());
         limite->HoraFim = CLng(ztmHFinal->Valor());
         limite->Ativo = 1;
-        if (m_Tipo == TipoLimiteDif) {
-            limite->TipoLimite = 1;
-            limite->VelocPerm = CInt(txtVelocPerm->Valor());
-            limite->VelocMin = VelocMinInformada();
-        } else {
-            limite->TipoLimite = 2;
-            limite->VelocPerm = 0;
-            limite->VelocMin = 0;
-        }
+        limite->TipoLimite = m_Tipo.TipoLimite;
+        limite->VelocPerm = m_Tipo.ComVelocidade ? CInt(txtVelocPerm->Valor()) : std::int16_t{0};
+        limite->VelocMin = m_Tipo.ComVelocidade ? VelocMinInformada() : std::int16_t{0};
         limites->Add(limite);
     }
     return equipto;
@@ -397,7 +372,8 @@ Ref<EquiptoED> frmLimitesDifDetalhes::LimitesInformados() const
 bool frmLimitesDifDetalhes::SalvaLimiteDif()
 try {
     Plataforma()->DefinePonteiro(PonteiroAmpulheta);
-    const bool salvou = ComandaRN("EquiptoRN", "alteraListaLimitesDif", [&] { return LimitesInformados(); });
+    const std::string operacao = m_Inclusao ? m_Tipo.Inclui : m_Tipo.Altera;
+    const bool salvou = ComandaRN("EquiptoRN", operacao, [&] { return LimitesInformados(); });
     Plataforma()->DefinePonteiro(PonteiroNormal);
     return salvou;
 } catch (...) {
@@ -422,7 +398,7 @@ Ref<DiaEspecificoED> frmLimitesDifDetalhes::DiaInformado() const
 
 bool frmLimitesDifDetalhes::SalvaDiaEspec()
 try {
-    const std::string operacao = m_Inclusao ? "adicionaDiaEspecifico" : "alteraDiaEspecifico";
+    const std::string operacao = m_Inclusao ? m_Tipo.Inclui : m_Tipo.Altera;
     Plataforma()->DefinePonteiro(PonteiroAmpulheta);
     const bool salvou = ComandaRN("EquiptoRN", operacao, [&] { return DiaInformado(); });
     Plataforma()->DefinePonteiro(PonteiroNormal);
@@ -458,8 +434,7 @@ try {
 
 void frmLimitesDifDetalhes::ztCmdOK_Click()
 try {
-    const bool ehLimite = m_Tipo == TipoLimiteDif || m_Tipo == TipoHorarioProibido;
-    if (ehLimite ? SalvaLimiteDif() : SalvaDiaEspec()) {
+    if (m_Tipo.DaSemana() ? SalvaLimiteDif() : SalvaDiaEspec()) {
         m_Salvou = true;
         Descarregar();
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "limits/TipoDeLimite.h"
 #include "shell/Formulario.h"
 
 #include <array>
@@ -45,7 +46,7 @@ class frmLimitesDifDetalhes : public Formulario {
     bool m_Salvou = false;
     bool m_Inclusao = false;
     bool m_Detalhes = false;
-    std::int16_t m_Tipo = 0;
+    TipoDeLimite m_Tipo;
     std::int32_t m_NroIntEquip = 0;
     std::int32_t m_NroInt = 0;
 
