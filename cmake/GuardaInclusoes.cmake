@@ -8,10 +8,11 @@
 
 cmake_minimum_required(VERSION 3.25)
 
-set(SALAS host controls shell sensors equipment limits search)
+set(SALAS host controls tela shell sensors equipment limits search)
 set(modulo shell sensors equipment limits search)
 set(CONHECE_host host)
 set(CONHECE_controls host controls)
+set(CONHECE_tela host controls tela)
 foreach(sala IN LISTS modulo)
     set(CONHECE_${sala} host ${modulo})
 endforeach()

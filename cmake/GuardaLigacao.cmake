@@ -1,4 +1,4 @@
-# Refuses at configuration what the contract, the module and the controls must not link: anything but the libraries
+# Refuses at configuration what the contract, the module, the controls and the screen room must not link: anything but the libraries
 # named here. Targets that are not there are not asked.
 
 function(confere_ligacao alvo)
@@ -21,4 +21,5 @@ function(guarda_ligacao)
     confere_ligacao(host)
     confere_ligacao(modulo host)
     confere_ligacao(controls host)
+    confere_ligacao(tela controls host)
 endfunction()

@@ -8,7 +8,7 @@ include(GoogleTest)
 # adiciona_teste(<room> <source>...): the program teste_<room>, its tests known to ctest as <room>.<suite>.<test>.
 function(adiciona_teste sala)
     add_executable(teste_${sala} ${ARGN})
-    target_link_libraries(teste_${sala} PRIVATE suporte modulo controls host GTest::gtest_main)
+    target_link_libraries(teste_${sala} PRIVATE suporte modulo tela controls host GTest::gtest_main)
     gtest_discover_tests(teste_${sala}
         DISCOVERY_MODE PRE_TEST
         DISCOVERY_TIMEOUT 60
@@ -21,10 +21,10 @@ file(GLOB fontes_suporte CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/support/*
 list(FILTER fontes_suporte EXCLUDE REGEX "_test\\.cpp$")
 if(fontes_suporte)
     add_library(suporte STATIC ${fontes_suporte})
-    target_link_libraries(suporte PUBLIC modulo controls host GTest::gtest)
+    target_link_libraries(suporte PUBLIC modulo tela controls host GTest::gtest)
 else()
     add_library(suporte INTERFACE)
-    target_link_libraries(suporte INTERFACE modulo controls host GTest::gtest)
+    target_link_libraries(suporte INTERFACE modulo tela controls host GTest::gtest)
 endif()
 
 file(GLOB fontes_contrato CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/host_contract/*.cpp)
@@ -57,20 +57,23 @@ if(TARGET teste_bench)
     target_link_libraries(teste_bench PRIVATE medida)
 endif()
 
-# The module, and the controls, need nothing beyond the contract and the standard library: with every object of theirs
-# in it, a program that links nothing else is whole.
+# The module, the controls and the screen room need nothing beyond what they know and the standard library:
+# with every object of theirs in it, a program that links nothing else is whole.
+# adiciona_fecho(<target> <known>...)
 function(adiciona_fecho alvo)
     get_target_property(tipo ${alvo} TYPE)
     if(tipo STREQUAL "INTERFACE_LIBRARY") # headers alone, or nothing yet
         return()
     endif()
     add_executable(fecho_${alvo} EXCLUDE_FROM_ALL ${PROJECT_SOURCE_DIR}/tests/guarda/fecho/Principal.cpp)
-    target_link_libraries(fecho_${alvo} PRIVATE ${alvo} host)
-    set_property(TARGET fecho_${alvo} PROPERTY LINK_LIBRARY_OVERRIDE WHOLE_ARCHIVE,${alvo},host)
+    target_link_libraries(fecho_${alvo} PRIVATE ${alvo} ${ARGN})
+    list(JOIN ARGN "," conhecidos)
+    set_property(TARGET fecho_${alvo} PROPERTY LINK_LIBRARY_OVERRIDE WHOLE_ARCHIVE,${alvo},${conhecidos})
     add_test(NAME guarda.fecho_${alvo}
         COMMAND ${CMAKE_COMMAND} --build ${PROJECT_BINARY_DIR} --target fecho_${alvo})
     # One build at a time in the one folder.
     set_property(TEST guarda.fecho_${alvo} PROPERTY RESOURCE_LOCK ninja)
 endfunction()
-adiciona_fecho(modulo)
-adiciona_fecho(controls)
+adiciona_fecho(modulo host)
+adiciona_fecho(controls host)
+adiciona_fecho(tela controls host)

@@ -1,11 +1,12 @@
 #include "desk/windows/JanelaForm.h"
 
 #include "desk/services/SessaoServico.h"
-#include "desk/windows/Mnemonicas.h"
 #include "desk/windows/RenderLista.h"
 #include "desk/windows/RenderizadoresEscolha.h"
 #include "desk/windows/RenderizadoresSimples.h"
+#include "tela/OrdemDeTab.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QFile>
 #include <QIcon>
@@ -65,12 +66,6 @@ void JanelaForm::CarregaLeiaute()
 
 void JanelaForm::LigaControles()
 {
-    std::vector<QWidget *> doLeiaute;
-    for (QWidget *widget = nextInFocusChain(); widget != this; widget = widget->nextInFocusChain()) {
-        if (isAncestorOf(widget)) {
-            doLeiaute.push_back(widget);
-        }
-    }
     for (const Ref<IControle> &controle : m_Form->Controles()) {
         auto *widget = findChild<QWidget *>(NomeDoWidget(*controle));
         if (widget == nullptr) {
@@ -89,31 +84,20 @@ void JanelaForm::LigaControles()
     for (Renderizador *renderizador : m_Renderizadores) {
         renderizador->Atualiza();
     }
-    OrdenaTab(doLeiaute);
-    Mnemonicas livres;
-    livres.Toma(*this);
-    for (Renderizador *renderizador : m_Renderizadores) {
-        renderizador->RecebeMnemonicas(livres);
-    }
+    OrdenaTab();
 }
 
-// doLeiaute: the order before any control made parts for itself, which stand where the control stands.
-void JanelaForm::OrdenaTab(const std::vector<QWidget *> &doLeiaute)
+void JanelaForm::OrdenaTab()
 {
     std::vector<QWidget *> ordem;
-    const auto inclui = [&](QWidget *widget) {
-        if (widget->focusPolicy() & Qt::TabFocus) {
-            ordem.push_back(widget);
-        }
-    };
-    for (QWidget *widget : doLeiaute) {
+    for (const Ref<IControle> &controle : EmOrdemDeTab(*m_Form)) {
         for (const Renderizador *renderizador : m_Renderizadores) {
-            if (renderizador->Widget() == widget) {
+            if (renderizador->Controle() == controle) {
                 const std::vector<QWidget *> partes = renderizador->Partes();
-                std::for_each(partes.begin(), partes.end(), inclui);
+                std::copy_if(partes.begin(), partes.end(), std::back_inserter(ordem),
+                             [](const QWidget *parte) { return (parte->focusPolicy() & Qt::TabFocus) != 0; });
             }
         }
-        inclui(widget);
     }
     for (std::size_t n = 1; n < ordem.size(); ++n) {
         setTabOrder(ordem[n - 1], ordem[n]);
@@ -212,11 +196,10 @@ void JanelaForm::keyPressEvent(QKeyEvent *evento)
     switch (evento->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        if (QPushButton *botao = BotaoInterno(); botao != nullptr) {
-            botao->click();
-            break;
-        }
-        m_AoRedor.NaBorda([this] { m_Pessoa.Enter(); });
+        m_AoRedor.NaBorda([this] {
+            QPushButton *botao = BotaoInterno();
+            m_Pessoa.Enter(botao == nullptr ? std::function<void()>() : [botao] { botao->click(); });
+        });
         break;
     case Qt::Key_Escape:
         m_AoRedor.NaBorda([this] { m_Pessoa.Esc(); });
@@ -224,9 +207,44 @@ void JanelaForm::keyPressEvent(QKeyEvent *evento)
     case Qt::Key_F1:
         m_AoRedor.NaBorda([this] { m_AoRedor.Ajuda(S(objectName())); });
         break;
+    case Qt::Key_PageDown:
+    case Qt::Key_PageUp:
+        if (evento->modifiers() == Qt::ControlModifier) {
+            m_AoRedor.NaBorda([&] { m_Pessoa.AndaPaginas(evento->key() == Qt::Key_PageDown ? 1 : -1); });
+            break;
+        }
+        QWidget::keyPressEvent(evento);
+        break;
     default:
         QWidget::keyPressEvent(evento);
     }
+}
+
+// A letter with Alt to which the form answers is the form's, before the toolkit looks for the caption that marks it.
+bool JanelaForm::event(QEvent *evento)
+{
+    if (evento->type() == QEvent::ShortcutOverride) {
+        auto *tecla = static_cast<QKeyEvent *>(evento);
+        const auto letra = static_cast<char32_t>(tecla->key());
+        if (tecla->modifiers() == Qt::AltModifier && m_Pessoa.RespondeAlt(letra)) {
+            evento->accept();
+            m_Alt = letra;
+            qApp->installEventFilter(this);
+            return true;
+        }
+    }
+    return QWidget::event(evento);
+}
+
+// The key itself comes next, to the widget that has the keyboard.
+bool JanelaForm::eventFilter(QObject *objeto, QEvent *evento)
+{
+    if (evento->type() != QEvent::KeyPress) {
+        return QWidget::eventFilter(objeto, evento);
+    }
+    qApp->removeEventFilter(this);
+    m_AoRedor.NaBorda([this] { m_Pessoa.Alt(m_Alt); });
+    return true;
 }
 
 void JanelaForm::resizeEvent(QResizeEvent *evento)

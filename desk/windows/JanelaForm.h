@@ -1,8 +1,8 @@
 #pragma once
 
-#include "controls/Pessoa.h"
 #include "desk/windows/Renderizador.h"
 #include "host/IForm.h"
+#include "tela/Pessoa.h"
 
 #include <QPointer>
 #include <QWidget>
@@ -36,13 +36,15 @@ class JanelaForm : public QWidget {
 
   protected:
     void closeEvent(QCloseEvent *evento) override;
+    bool event(QEvent *evento) override;
+    bool eventFilter(QObject *objeto, QEvent *evento) override;
     void keyPressEvent(QKeyEvent *evento) override;
     void resizeEvent(QResizeEvent *evento) override;
 
   private:
     void CarregaLeiaute();
     void LigaControles();
-    void OrdenaTab(const std::vector<QWidget *> &doLeiaute);
+    void OrdenaTab();
     Renderizador *FazRenderizador(const Ref<IControle> &controle, QWidget *widget);
     void MostraForm();
     QPushButton *BotaoInterno() const;
@@ -53,5 +55,6 @@ class JanelaForm : public QWidget {
     std::vector<Renderizador *> m_Renderizadores;
     std::vector<Conexao> m_Conexoes;
     QString m_Texto;
+    char32_t m_Alt = 0; // the key of Alt that is on its way
     bool m_Encerrando = false;
 };

@@ -3,6 +3,8 @@
 #include "controls/ItemMenu.h"
 #include "controls/ztList.h"
 #include "desk/windows/ModeloLista.h"
+#include "tela/ComandosDeLista.h"
+#include "tela/Partes.h"
 
 #include <QFile>
 #include <QHBoxLayout>
@@ -19,7 +21,6 @@
 namespace {
 
 constexpr int TwipsPorPixel = 15;
-constexpr const char *TextoOrdenar = "Ordenar por";
 
 // Menu keys that have a picture of their own; a key without one shows the general one.
 QIcon Icone(const std::string &chave)
@@ -28,16 +29,6 @@ QIcon Icone(const std::string &chave)
     const QString nome = Q(chave).mid(static_cast<int>(std::string_view(Prefixo).size())).toLower();
     const QString arquivo = ":/icones/" + nome + ".svg";
     return QIcon(QFile::exists(arquivo) ? arquivo : ":/icones/comando.svg");
-}
-
-// Lines of a caption without the blanks around each.
-QString Apara(const QString &texto)
-{
-    QStringList linhas = texto.split('\n');
-    for (QString &linha : linhas) {
-        linha = linha.trimmed();
-    }
-    return linhas.join('\n');
 }
 
 QToolButton *FazBotao(QWidget *dono)
@@ -60,7 +51,8 @@ RenderLista::RenderLista(Ref<IControle> controle, QWidget *widget, Borda borda, 
       m_Modelo(new ModeloLista(Como<ztList>(*this), this)),
       m_Barra(new QWidget(widget)),
       m_Comandos(new QVBoxLayout),
-      m_Mais(new QPushButton("&Mais registros", widget)),
+      m_Localizar(widget->window()->findChild<QPushButton *>(widget->objectName() + "_localizar")),
+      m_Mais(new QPushButton(Q(std::string(Partes::MaisRegistros)), widget)),
       m_Fechar(FazBotao(m_Barra)),
       m_Ajuda(FazBotao(m_Barra))
 {
@@ -98,9 +90,7 @@ RenderLista::RenderLista(Ref<IControle> controle, QWidget *widget, Borda borda, 
     tudo->addLayout(centro, 1);
     tudo->addWidget(m_Barra);
 
-    m_Fechar->setText("Fechar");
     m_Fechar->setIcon(QIcon(":/icones/fechar.svg"));
-    m_Ajuda->setText("Ajuda");
     m_Ajuda->setIcon(QIcon(":/icones/ajuda.svg"));
     connect(m_Fechar, &QToolButton::clicked, this, [this, fecha] { Age(fecha); });
     connect(m_Ajuda, &QToolButton::clicked, this, [this, ajuda] { Age(ajuda); });
@@ -114,16 +104,21 @@ RenderLista::RenderLista(Ref<IControle> controle, QWidget *widget, Borda borda, 
                     Age([this, &linha] { Como<ztList>(*this).ClicaLinha(linha.row() + 1); });
                 }
             });
-    if (auto *localizar = widget->window()->findChild<QPushButton *>(widget->objectName() + "_localizar")) {
-        localizar->setIcon(QIcon(":/icones/localizar.svg"));
-        connect(localizar, &QPushButton::clicked, this, [this] { Age([this] { Como<ztList>(*this).Localiza(); }); });
+    if (m_Localizar != nullptr) {
+        m_Localizar->setText(Q(std::string(Partes::Localizar)));
+        m_Localizar->setIcon(QIcon(":/icones/localizar.svg"));
+        connect(m_Localizar, &QPushButton::clicked, this, [this] { Age([this] { Como<ztList>(*this).Localiza(); }); });
     }
     SegueFoco(m_Tabela);
 }
 
 std::vector<QWidget *> RenderLista::Partes() const
 {
-    return {m_Tabela, m_Mais};
+    std::vector<QWidget *> partes = {m_Tabela, m_Mais};
+    if (m_Localizar != nullptr) {
+        partes.insert(partes.begin(), m_Localizar);
+    }
+    return partes;
 }
 
 QWidget *RenderLista::AlvoDoFoco()
@@ -153,84 +148,48 @@ void RenderLista::Mostra()
     m_Tabela->horizontalHeader()->setSortIndicator(lista.ColunaOrdem() - 1,
                                                    lista.OrdemDecrescente() ? Qt::DescendingOrder : Qt::AscendingOrder);
     m_Mais->setVisible(lista.TemMais());
-    m_Fechar->setVisible(lista.Ajustes().BotoesFecharAjuda);
-    m_Ajuda->setVisible(lista.Ajustes().BotoesFecharAjuda);
     MostraMenu();
 }
 
 void RenderLista::MostraColunas()
 {
-    const auto &colunas = Como<ztList>(*this).Colunas();
-    int ultimaVisivel = -1;
-    m_PrimeiraVisivel = 0;
+    const auto &lista = Como<ztList>(*this);
+    const auto &colunas = lista.Colunas();
+    const ColunasVistas vistas = VistasDaLista(lista);
+    m_PrimeiraVisivel = std::max(vistas.Primeira - 1, 0);
     for (int coluna = 0; coluna < static_cast<int>(colunas.size()); ++coluna) {
         const auto &descricao = colunas[static_cast<std::size_t>(coluna)];
         m_Tabela->setColumnHidden(coluna, !descricao.Visivel);
         if (descricao.Visivel) {
             m_Tabela->setColumnWidth(coluna, descricao.Largura / TwipsPorPixel + 12);
-            m_PrimeiraVisivel = ultimaVisivel < 0 ? coluna : m_PrimeiraVisivel;
-            ultimaVisivel = coluna;
         }
-    }
-    for (int coluna = 0; coluna < static_cast<int>(colunas.size()); ++coluna) {
-        m_Tabela->horizontalHeader()->setSectionResizeMode(coluna, coluna == ultimaVisivel ? QHeaderView::Stretch
-                                                                                           : QHeaderView::Interactive);
-    }
-}
-
-void RenderLista::RecebeMnemonicas(const Mnemonicas &livres)
-{
-    m_Livres = livres;
-    EscolheLetras();
-    MostraMenu();
-}
-
-// The list's own two buttons come first, so that their letters are the same whatever the commands are.
-void RenderLista::EscolheLetras()
-{
-    Mnemonicas livres = m_Livres;
-    for (QToolButton *botao : {m_Fechar, m_Ajuda}) {
-        const QString texto = botao->text().remove('&');
-        botao->setText(Mnemonicas::Marca(texto, livres.Acha(texto)));
-    }
-    m_Letras.clear();
-    const auto &menu = Como<ztList>(*this).Menu();
-    for (std::int32_t posicao = 1; posicao <= menu.Count(); ++posicao) {
-        if (const Ref<ItemMenu> &item = menu.Item(posicao); item->Visivel()) {
-            m_Letras[item->Chave()] = livres.Acha(Q(item->Texto()));
-        }
+        m_Tabela->horizontalHeader()->setSectionResizeMode(
+            coluna, coluna + 1 == vistas.Ultima ? QHeaderView::Stretch : QHeaderView::Interactive);
     }
 }
 
 void RenderLista::MostraMenu()
 {
-    const auto &menu = Como<ztList>(*this).Menu();
-    QStringList textos;
-    for (std::int32_t posicao = 1; posicao <= menu.Count(); ++posicao) {
-        textos << (menu.Item(posicao)->Visivel() ? Q(menu.Item(posicao)->Texto()) : QString());
-    }
-    if (textos != m_Textos) {
-        m_Textos = textos;
-        EscolheLetras();
-    }
-    for (std::int32_t posicao = 1; posicao <= menu.Count(); ++posicao) {
-        const Ref<ItemMenu> &item = menu.Item(posicao);
-        QToolButton *&botao = m_Botoes[item->Chave()];
+    const BarraDeLista barra = BarraDaLista(Como<ztList>(*this));
+    m_Fechar->setText(Q(barra.Fechar));
+    m_Fechar->setVisible(barra.ComBotoesProprios);
+    m_Ajuda->setText(Q(barra.Ajuda));
+    m_Ajuda->setVisible(barra.ComBotoesProprios);
+    for (const ComandoDeLista &comando : barra.Comandos) {
+        QToolButton *&botao = m_Botoes[comando.Chave];
         if (botao == nullptr) {
             botao = FazBotao(m_Barra);
-            botao->setObjectName(Q(item->Chave()));
-            botao->setIcon(Icone(item->Chave()));
-            const std::string chave = item->Chave();
-            connect(botao, &QToolButton::clicked, this, [this, chave] { Escolhe(chave); });
+            botao->setObjectName(Q(comando.Chave));
+            botao->setIcon(Icone(comando.Chave));
+            connect(botao, &QToolButton::clicked, this, [this, chave = comando.Chave] { Escolhe(chave); });
             m_Comandos->addWidget(botao);
         }
-        const std::string &texto = item->TextoBotao().empty() ? item->Texto() : item->TextoBotao();
-        botao->setText(Mnemonicas::Marca(Apara(Q(texto)), m_Letras[item->Chave()]));
-        botao->setToolTip(Q(item->Dica()));
-        botao->setVisible(item->Visivel());
-        botao->setEnabled(item->Utilizavel());
+        botao->setText(Q(comando.NoBotao));
+        botao->setToolTip(Q(comando.Dica));
+        botao->setVisible(comando.Visivel);
+        botao->setEnabled(comando.Utilizavel);
     }
-    m_Barra->setVisible(menu.Count() > 0);
+    m_Barra->setVisible(barra.Visivel);
 }
 
 void RenderLista::AbreMenu(const QPoint &onde)
@@ -238,19 +197,16 @@ void RenderLista::AbreMenu(const QPoint &onde)
     Age([this] { Como<ztList>(*this).OfereceMenu(); });
     QMenu menu(m_Tabela);
     menu.setObjectName("menuDaLista");
-    const auto &itens = Como<ztList>(*this).Menu();
-    for (std::int32_t posicao = 1; posicao <= itens.Count(); ++posicao) {
-        const Ref<ItemMenu> item = itens.Item(posicao);
-        if (!item->Visivel()) {
+    for (const ComandoDeLista &comando : BarraDaLista(Como<ztList>(*this)).Comandos) {
+        if (!comando.Visivel) {
             continue;
         }
-        if (item->IniciaGrupo()) {
+        if (comando.IniciaGrupo) {
             menu.addSeparator();
         }
-        QAction *acao =
-            menu.addAction(Icone(item->Chave()), Mnemonicas::Marca(Q(item->Texto()), m_Letras[item->Chave()]));
-        acao->setEnabled(item->Utilizavel());
-        acao->setData(Q(item->Chave()));
+        QAction *acao = menu.addAction(Icone(comando.Chave), Q(comando.NoMenu));
+        acao->setEnabled(comando.Utilizavel);
+        acao->setData(Q(comando.Chave));
     }
     AdicionaOrdens(menu);
     const QPointer<RenderLista> vivo = this;
@@ -265,27 +221,18 @@ void RenderLista::AbreMenu(const QPoint &onde)
     }
 }
 
-// The columns as the heading shows them, each under a digit.
 void RenderLista::AdicionaOrdens(QMenu &menu)
 {
-    const auto &lista = Como<ztList>(*this);
+    const OrdensDeLista ordens = OrdensDaLista(Como<ztList>(*this));
     menu.addSeparator();
-    Mnemonicas livres;
-    for (const auto &[chave, letra] : m_Letras) {
-        livres.Toma(letra);
+    QMenu *colunas = menu.addMenu(Q(ordens.Caption));
+    for (const OrdensDeLista::Coluna &coluna : ordens.Colunas) {
+        QAction *acao = colunas->addAction(Q(coluna.Caption));
+        acao->setData(coluna.Numero);
+        acao->setCheckable(true);
+        acao->setChecked(coluna.Atual);
     }
-    QMenu *ordens = menu.addMenu(Mnemonicas::Marca(TextoOrdenar, livres.Acha(TextoOrdenar)));
-    int numero = 0;
-    for (std::size_t coluna = 0; coluna < lista.Colunas().size(); ++coluna) {
-        const auto &descricao = lista.Colunas()[coluna];
-        if (descricao.Visivel && descricao.Largura > 0) {
-            QAction *acao = ordens->addAction(QString("&%1 %2").arg(++numero).arg(Q(descricao.Titulo)));
-            acao->setData(static_cast<int>(coluna) + 1);
-            acao->setCheckable(true);
-            acao->setChecked(lista.ColunaOrdem() == static_cast<int>(coluna) + 1);
-        }
-    }
-    ordens->setEnabled(numero > 0 && lista.NroItens() > 0);
+    colunas->setEnabled(ordens.Utilizavel);
 }
 
 bool RenderLista::eventFilter(QObject *objeto, QEvent *evento)
@@ -307,8 +254,9 @@ bool RenderLista::Tecla(const QKeyEvent &tecla)
         return true;
     }
     if (tecla.modifiers() == Qt::NoModifier && (tecla.key() == Qt::Key_Home || tecla.key() == Qt::Key_End)) {
-        const int linha = tecla.key() == Qt::Key_Home ? 0 : m_Modelo->rowCount() - 1;
-        m_Tabela->setCurrentIndex(m_Modelo->index(linha, m_PrimeiraVisivel));
+        const auto linha =
+            LinhaDaTecla(Como<ztList>(*this), tecla.key() == Qt::Key_Home ? TeclaDeLista::Home : TeclaDeLista::End);
+        m_Tabela->setCurrentIndex(m_Modelo->index(linha.value_or(0) - 1, m_PrimeiraVisivel));
         return true;
     }
     return false;

@@ -1,9 +1,6 @@
 #pragma once
 
-#include "desk/windows/Mnemonicas.h"
 #include "desk/windows/Renderizador.h"
-
-#include <QStringList>
 
 #include <map>
 
@@ -26,7 +23,6 @@ class RenderLista : public Renderizador {
                 std::function<void()> ajuda);
 
     std::vector<QWidget *> Partes() const override;
-    void RecebeMnemonicas(const Mnemonicas &livres) override;
 
   protected:
     void Mostra() override;
@@ -36,7 +32,6 @@ class RenderLista : public Renderizador {
   private:
     void MostraColunas();
     void MostraMenu();
-    void EscolheLetras();
     bool Tecla(const QKeyEvent &tecla);
     void AdicionaOrdens(QMenu &menu);
     void AbreMenu(const QPoint &onde);
@@ -48,12 +43,10 @@ class RenderLista : public Renderizador {
     QWidget *m_Barra;
     QBoxLayout *m_Comandos;
     std::map<std::string, QToolButton *> m_Botoes;
+    QPushButton *m_Localizar;
     QPushButton *m_Mais;
     QToolButton *m_Fechar;
     QToolButton *m_Ajuda;
     std::int64_t m_Arranjo = -1;
     int m_PrimeiraVisivel = 0;
-    Mnemonicas m_Livres;
-    QStringList m_Textos; // of the commands that are seen, as the letters were chosen for them
-    std::map<std::string, QChar> m_Letras;
 };

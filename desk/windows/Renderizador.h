@@ -13,7 +13,6 @@
 #include <string>
 #include <vector>
 
-class Mnemonicas;
 class QLineEdit;
 class QWidget;
 
@@ -33,10 +32,8 @@ class Renderizador : public QObject {
     QWidget *Widget() const { return m_Widget; }
     // Brings the widget to what the control is now.
     void Atualiza();
-    // What the control made in its widget, in the order of the Tab key; empty: the widget itself.
-    virtual std::vector<QWidget *> Partes() const { return {}; }
-    // The letters that the window's captions leave free, for captions that choose theirs.
-    virtual void RecebeMnemonicas(const Mnemonicas &) {}
+    // What of the widget takes the keyboard, in the order of the Tab key.
+    virtual std::vector<QWidget *> Partes() const { return {m_Widget}; }
 
   protected:
     // What is particular to the kind of control; enabled and visible are done before.

@@ -4,6 +4,7 @@
 #include "controls/ztEndereco.h"
 #include "desk/host/BancoLocalMesa.h"
 #include "host/Conversoes.h"
+#include "tela/Partes.h"
 
 #include <QAbstractItemView>
 #include <QComboBox>
@@ -55,8 +56,8 @@ RenderEndereco::RenderEndereco(Ref<IControle> controle, QWidget *widget, Borda b
       m_Via(new QLineEdit(widget)),
       m_Numero(new QLineEdit(widget)),
       m_Complemento(new QLineEdit(widget)),
-      m_Usar(new QPushButton("&Usar endereço", widget)),
-      m_Limpar(new QPushButton("&Limpar", widget)),
+      m_Usar(new QPushButton(Q(std::string(Partes::UsarEndereco)), widget)),
+      m_Limpar(new QPushButton(Q(std::string(Partes::LimparEndereco)), widget)),
       m_Atual(new QLabel(widget)),
       m_Sugestoes(new QStringListModel(this)),
       m_Completador(new QCompleter(m_Sugestoes, this))

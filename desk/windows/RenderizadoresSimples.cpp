@@ -11,6 +11,8 @@
 #include "controls/ztFrame.h"
 #include "controls/ztMask.h"
 #include "controls/ztVeiObservacao.h"
+#include "tela/EdicaoDeTexto.h"
+#include "tela/TeclasDeCombo.h"
 
 #include <QAbstractItemView>
 #include <QCheckBox>
@@ -23,7 +25,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QShortcut>
 #include <QTabBar>
 #include <QTabWidget>
 
@@ -132,19 +133,6 @@ RenderAbas::RenderAbas(Ref<IControle> controle, QWidget *widget, Borda borda)
         Age([this, pagina] { Como<SSTab>(*this).Abre(static_cast<std::int16_t>(pagina)); });
     });
     SegueFoco(abas->tabBar());
-    new QShortcut(QKeySequence("Ctrl+PgDown"), abas, [this] { Anda(1); });
-    new QShortcut(QKeySequence("Ctrl+PgUp"), abas, [this] { Anda(-1); });
-}
-
-void RenderAbas::Anda(int passo)
-{
-    auto *abas = qobject_cast<QTabWidget *>(Widget());
-    for (int pagina = abas->currentIndex() + passo; pagina >= 0 && pagina < abas->count(); pagina += passo) {
-        if (abas->isTabEnabled(pagina) && abas->isTabVisible(pagina)) {
-            abas->setCurrentIndex(pagina);
-            return;
-        }
-    }
 }
 
 void RenderAbas::Mostra()
@@ -194,33 +182,12 @@ RenderCampo::RenderCampo(Ref<IControle> controle, QWidget *widget, Borda borda)
     connect(m_Linha, &QLineEdit::textEdited, this, [this](const QString &novo) { TextoEditado(novo); });
 }
 
-// The line says only what it has become; what the person did is the stretch in which it differs from what was there.
+// The line says only what it has become.
 void RenderCampo::TextoEditado(const QString &novo)
 {
-    const QList<uint> antes = Q(m_Campo.Texto()).toUcs4();
-    const QList<uint> depois = novo.toUcs4();
-    const qsizetype menor = std::min(antes.size(), depois.size());
-    qsizetype inicio = 0;
-    while (inicio < menor && antes[inicio] == depois[inicio]) {
-        ++inicio;
-    }
-    qsizetype fim = 0;
-    while (fim < menor - inicio && antes[antes.size() - 1 - fim] == depois[depois.size() - 1 - fim]) {
-        ++fim;
-    }
-    // The same letters before and after the cursor leave the place open: the cursor then tells it.
-    const auto cursor = novo.left(m_Linha->cursorPosition()).toUcs4().size();
-    const qsizetype crescimento = depois.size() - antes.size();
-    if (crescimento > 0 && cursor - crescimento >= 0 && cursor - crescimento < inicio) {
-        inicio = cursor - crescimento;
-        fim = antes.size() - inicio;
-    }
-    const qsizetype inseridos = depois.size() - inicio - fim;
-    const std::string texto =
-        S(QString::fromUcs4(reinterpret_cast<const char32_t *>(depois.constData()) + inicio, inseridos));
-    Age([&] {
-        m_Campo.Edita(static_cast<std::size_t>(inicio), static_cast<std::size_t>(antes.size() - inicio - fim), texto);
-    });
+    const auto cursor = novo.left(m_Linha->cursorPosition()).toUcs4().size(); // the line counts units of UTF-16
+    const EdicaoDeTexto edicao = AchaEdicao(m_Campo.Texto(), S(novo), static_cast<std::size_t>(cursor));
+    Age([&] { m_Campo.Edita(edicao.Posicao, edicao.Retirados, edicao.Inserido); });
 }
 
 void RenderCampo::Mostra()
@@ -235,6 +202,19 @@ void RenderCampo::Mostra()
     }
     DefineSomenteLeitura(*m_Linha, m_Campo.SomenteLeitura());
 }
+
+namespace {
+
+bool Abre(const QEvent &evento)
+{
+    if (evento.type() == QEvent::KeyPress) {
+        const int tecla = static_cast<const QKeyEvent &>(evento).key();
+        return tecla == Qt::Key_F4 || tecla == Qt::Key_Space || tecla == Qt::Key_Down || tecla == Qt::Key_Up;
+    }
+    return evento.type() == QEvent::MouseButtonPress || evento.type() == QEvent::Wheel;
+}
+
+} // namespace
 
 RenderCombo::RenderCombo(Ref<IControle> controle, QWidget *widget, Borda borda)
     : Renderizador(std::move(controle), widget, std::move(borda)),
@@ -261,16 +241,27 @@ void RenderCombo::Mostra()
         }
     }
     m_Combo->setCurrentIndex(controle.IndiceAtual());
-    m_Combo->setEnabled(controle.Enabled() && !controle.ComboSomenteLeitura());
+    // One that is locked can be gone to, and says by its colour that nothing can be chosen.
+    QPalette cores;
+    if (controle.ComboSomenteLeitura()) {
+        for (const auto papel : {QPalette::ButtonText, QPalette::Text}) {
+            cores.setColor(papel, cores.color(QPalette::Disabled, papel));
+        }
+    }
+    m_Combo->setPalette(cores);
 }
 
-// Letters go to the control, which finds the item; everything else is the widget's own.
+// Letters go to the control, which finds the item; everything else is the widget's own, but for what would open the
+// items of a locked one.
 bool RenderCombo::eventFilter(QObject *objeto, QEvent *evento)
 {
+    if (Como<ztCombo>(*this).ComboSomenteLeitura() && Abre(*evento)) {
+        return true;
+    }
     if (evento->type() == QEvent::KeyPress) {
         const auto *tecla = static_cast<QKeyEvent *>(evento);
         const bool comum = (tecla->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) == 0;
-        if (comum && !tecla->text().isEmpty() && tecla->text().at(0).isPrint()) {
+        if (comum && EhLetraDeCombo(S(tecla->text()))) {
             Age([&] { Como<ztCombo>(*this).Digita(S(tecla->text())); });
             return true;
         }

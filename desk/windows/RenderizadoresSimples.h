@@ -58,16 +58,12 @@ class RenderBotao : public Renderizador {
     void Mostra() override;
 };
 
-// The pages: Ctrl+PgDn opens the next one that can be opened, Ctrl+PgUp the one before.
 class RenderAbas : public Renderizador {
   public:
     RenderAbas(Ref<IControle> controle, QWidget *widget, Borda borda);
 
   protected:
     void Mostra() override;
-
-  private:
-    void Anda(int passo);
 };
 
 // What all fields of typed text answer to a screen.

@@ -10,7 +10,7 @@ from collections import defaultdict
 from pathlib import Path
 from typing import NamedTuple
 
-SALAS = ["host", "shell", "sensors", "equipment", "limits", "search", "controls"]
+SALAS = ["host", "shell", "sensors", "equipment", "limits", "search", "controls", "tela"]
 MINIMO_LINHAS = 98.0
 MINIMO_DESVIOS = 95.0
 NADA_FAZ = re.compile(r"[{}]?|//.*")

@@ -1,4 +1,4 @@
-#include "controls/Pessoa.h"
+#include "tela/Pessoa.h"
 #include "desk/sample/Amostra.h"
 #include "desk/sample/RegistroDoUsuario.h"
 #include "equipment/clsEquipto.h"

@@ -1,7 +1,6 @@
 #include "controls/ztList.h"
 #include "desk/windows/Entrada.h"
 #include "desk/windows/Mesa.h"
-#include "desk/windows/Mnemonicas.h"
 #include "desk/windows/VisorPDF.h"
 #include "equipment/frmEquipDetalhes.h"
 #include "limits/frmLimitesDif.h"
@@ -9,6 +8,7 @@
 #include "search/frmLista.h"
 #include "sensors/frmEquipAfericoes.h"
 #include "sensors/frmEquipSensores.h"
+#include "tela/Mnemonicas.h"
 #include "tests/desk/RegistroDeTeste.h"
 
 #include <QAbstractButton>
@@ -124,9 +124,9 @@ bool TemRotulo(const QWidget &janela, const QWidget &campo)
 // Letters that Alt leads to from more than one place that is seen, with the captions.
 QStringList MnemonicasRepetidas(const QWidget &janela, const QStringList &outras = {})
 {
-    QMap<QChar, QStringList> lugares;
+    QMap<QString, QStringList> lugares;
     const auto anota = [&](const QString &texto) {
-        if (const QChar letra = Mnemonicas::De(texto); !letra.isNull()) {
+        if (const QString letra = Q(Mnemonica(S(texto))); !letra.isEmpty()) {
             lugares[letra] << texto;
         }
     };
@@ -197,7 +197,7 @@ TEST_F(JanelasTeste, Mnemonics_OfTheMainWindow_LeadToOnePlace)
     for (const char *botao :
          {"mnuZTLObjNovo", "mnuZTLObjEditar", "mnuZTLObjDetalhes", "mnuZTLObjAtualizar", "mnuZTLObjReativar",
           "mnuZTLObjLimitesDif", "mnuZTLObjDiasEspec", "mnuZTLObjHorarioProib"}) {
-        EXPECT_FALSE(Mnemonicas::De(lista->findChild<QAbstractButton *>(botao)->text()).isNull()) << botao;
+        EXPECT_NE(Mnemonica(S(lista->findChild<QAbstractButton *>(botao)->text())), "") << botao;
     }
     mesa.findChild<QAction *>("consultaAutuacao")->trigger();
     const auto *consulta = mesa.findChild<QWidget *>("ConsultaAutuacao");

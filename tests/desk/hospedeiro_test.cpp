@@ -1,4 +1,4 @@
-#include "controls/Pessoa.h"
+#include "tela/Pessoa.h"
 #include "desk/host/Caminhos.h"
 #include "tests/desk/HospedeiroDeTeste.h"
 #include "tests/host_contract/ContratoHost.h"

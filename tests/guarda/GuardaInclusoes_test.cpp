@@ -64,6 +64,7 @@ TEST_F(GuardaInclusoes, look_CleanTree_Passes)
     m_Arvore.Escreve("host/Falha.cpp", "#include \"host/Falha.h\"\n#include <cstdio>\n#include <mutex>\n");
     m_Arvore.Escreve("controls/Combo.cpp", "#include \"controls/Combo.h\"\n#include \"host/Falha.h\"\n");
     m_Arvore.Escreve("controls/Combo.h", "#include <vector>\n");
+    m_Arvore.Escreve("tela/Pessoa.cpp", "#include \"controls/Combo.h\"\n#include \"host/Falha.h\"\n#include <span>\n");
     for (const std::string &sala : SalasDoModulo) {
         std::string conteudo = "#include \"host/Falha.h\"\n#include <vector>\n";
         for (const std::string &outra : SalasDoModulo) {
@@ -87,7 +88,7 @@ TEST_F(GuardaInclusoes, look_OtherRooms_AreNotItsAffair)
 TEST_F(GuardaInclusoes, look_ToolkitInEachRoom_IsRefused)
 {
     std::vector<std::string> recusas;
-    for (const std::string sala : {"host", "controls", "shell", "sensors", "equipment", "limits", "search"}) {
+    for (const std::string sala : {"host", "controls", "tela", "shell", "sensors", "equipment", "limits", "search"}) {
         m_Arvore.Escreve(sala + "/clsUm.h", "#pragma once\n\n#include <QString>\n");
         std::string recusa = sala;
         recusa += "/clsUm.h:3: <QString> is not a header that ";
@@ -135,7 +136,8 @@ TEST_F(GuardaInclusoes, look_FilesInTheContract_AreRefused)
 
 TEST_F(GuardaInclusoes, look_ContractKnowingAnotherRoom_IsRefused)
 {
-    for (const std::string sala : {"shell", "sensors", "equipment", "limits", "search", "controls", "desk", "tests"}) {
+    for (const std::string sala :
+         {"shell", "sensors", "equipment", "limits", "search", "controls", "tela", "desk", "tests"}) {
         EsperaRecusa("host/Falha.h", "#include \"" + sala + "/clsUm.h\"\n",
                      "host/Falha.h:1: host/ may not know \"" + sala + "/clsUm.h\"");
     }
@@ -143,15 +145,25 @@ TEST_F(GuardaInclusoes, look_ContractKnowingAnotherRoom_IsRefused)
 
 TEST_F(GuardaInclusoes, look_ControlsKnowingAnotherRoom_IsRefused)
 {
-    for (const std::string sala : {"shell", "sensors", "equipment", "limits", "search", "desk", "tests"}) {
+    for (const std::string sala : {"tela", "shell", "sensors", "equipment", "limits", "search", "desk", "tests"}) {
         EsperaRecusa("controls/ztCombo.h", "#include \"" + sala + "/clsUm.h\"\n",
                      "controls/ztCombo.h:1: controls/ may not know \"" + sala + "/clsUm.h\"");
     }
 }
 
+TEST_F(GuardaInclusoes, look_ScreenRoomKnowingTheModuleOrTheDesk_IsRefused)
+{
+    for (const std::string sala : {"shell", "sensors", "equipment", "limits", "search", "desk", "tests"}) {
+        EsperaRecusa("tela/Pessoa.h", "#include \"" + sala + "/clsUm.h\"\n",
+                     "tela/Pessoa.h:1: tela/ may not know \"" + sala + "/clsUm.h\"");
+    }
+    EsperaRecusa("tela/Pessoa.h", "#include <QWidget>\n",
+                 "tela/Pessoa.h:1: <QWidget> is not a header that tela/ may include");
+}
+
 TEST_F(GuardaInclusoes, look_ModuleKnowingControlsDeskOrTests_IsRefused)
 {
-    for (const std::string sala : {"controls", "desk", "tests", "bench"}) {
+    for (const std::string sala : {"controls", "tela", "desk", "tests", "bench"}) {
         EsperaRecusa("search/frmLista.cpp", "#include \"" + sala + "/clsUm.h\"\n",
                      "search/frmLista.cpp:1: search/ may not know \"" + sala + "/clsUm.h\"");
     }

@@ -9,7 +9,7 @@ namespace {
 
 class GuardaLigacao : public testing::Test {
   protected:
-    // Configures a project of the three libraries and one foreign one, with `ligacoes` among them.
+    // Configures a project of the four libraries and one foreign one, with `ligacoes` among them.
     Execucao Configura(const std::string &ligacoes) const
     {
         m_Projeto.Escreve("CMakeLists.txt", "cmake_minimum_required(VERSION 3.25)\n"
@@ -17,7 +17,7 @@ class GuardaLigacao : public testing::Test {
                                             "include(\"" +
                                                 std::filesystem::absolute("cmake/GuardaLigacao.cmake").string() +
                                                 "\")\n"
-                                                "foreach(alvo host modulo controls alheia)\n"
+                                                "foreach(alvo host modulo controls tela alheia)\n"
                                                 "    add_library(${alvo} INTERFACE)\n"
                                                 "endforeach()\n" +
                                                 ligacoes + "\nguarda_ligacao()\n");
@@ -40,13 +40,14 @@ class GuardaLigacao : public testing::Test {
 TEST_F(GuardaLigacao, configure_ModuleAndControlsLinkTheContract_Passes)
 {
     const Execucao execucao =
-        Configura("target_link_libraries(modulo INTERFACE host)\ntarget_link_libraries(controls INTERFACE host)");
+        Configura("target_link_libraries(modulo INTERFACE host)\ntarget_link_libraries(controls INTERFACE host)\n"
+                  "target_link_libraries(tela INTERFACE controls host)");
     EXPECT_TRUE(execucao.Passou) << execucao.Saida;
 }
 
 TEST_F(GuardaLigacao, configure_AnythingForeign_IsRefused)
 {
-    for (const std::string alvo : {"host", "modulo", "controls"}) {
+    for (const std::string alvo : {"host", "modulo", "controls", "tela"}) {
         EsperaRecusa("target_link_libraries(" + alvo + " INTERFACE alheia)", alvo + " may not link alheia.");
         EsperaRecusa("target_link_libraries(" + alvo + " INTERFACE pthread)", alvo + " may not link pthread.");
         EsperaRecusa("target_link_options(" + alvo + " INTERFACE -ldl)", alvo + " may not link -ldl.");
@@ -62,5 +63,8 @@ TEST_F(GuardaLigacao, configure_RoomsThatMayNotKnowEachOther_AreRefused)
 {
     EsperaRecusa("target_link_libraries(controls INTERFACE modulo)", "controls may not link modulo.");
     EsperaRecusa("target_link_libraries(modulo INTERFACE controls)", "modulo may not link controls.");
+    EsperaRecusa("target_link_libraries(tela INTERFACE modulo)", "tela may not link modulo.");
+    EsperaRecusa("target_link_libraries(controls INTERFACE tela)", "controls may not link tela.");
+    EsperaRecusa("target_link_libraries(modulo INTERFACE tela)", "modulo may not link tela.");
     EsperaRecusa("target_link_libraries(host INTERFACE modulo)", "host may not link modulo.");
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controls/Pessoa.h"
+#include "tela/Pessoa.h"
 #include "controls/ztList.h"
 #include "equipment/clsEquipto.h"
 #include "sensors/clsAfericao.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "controls/FabricaControles.h"
-#include "controls/Pessoa.h"
+#include "tela/Pessoa.h"
 #include "tests/support/AplicacaoRoteirizada.h"
 #include "tests/support/BancoLocal.h"
 #include "tests/support/DominioRoteirizado.h"

@@ -1,4 +1,4 @@
-#include "controls/Pessoa.h"
+#include "tela/Pessoa.h"
 
 #include "controls/CheckBox.h"
 #include "controls/CommandButton.h"
@@ -498,6 +498,83 @@ TEST_F(PessoaTest, Alt_OfALetterTwice_GoesToTheNextBehindTheFocus)
     EXPECT_TRUE(m_Pessoa.Alt(U'p'));
     EXPECT_TRUE(m_Pessoa.Alt(U'p'));
     EXPECT_EQ(m_Tela.Vistos(), (Textos{"cmdProcurar", "cmdAplicar", "cmdProcurar"}));
+}
+
+TEST_F(PessoaTest, Alt_OnTheCommandsOfAList_ChoosesThem)
+{
+    const Ref<ztList> lista = m_Tela.Poe<ztList>(Chamado<AjustesZtList>("ztLista"));
+    m_Tela.Liga(lista->ItemMenuClicado(), [this](const std::string &chave) { m_Tela.Eventos.push_back(chave); });
+    EXPECT_TRUE(m_Pessoa.Alt(U'n'));
+    EXPECT_TRUE(m_Pessoa.Alt(U'D'));
+    EXPECT_EQ(m_Tela.Vistos(), (Textos{"mnuZTLObjNovo", "mnuZTLObjEditar"}));
+    EXPECT_EQ(NomeComFoco(), "ztLista");
+    lista->MenuHabilitado("mnuZTLObjNovo", false);
+    EXPECT_FALSE(m_Pessoa.RespondeAlt(U'n'));
+    EXPECT_FALSE(m_Pessoa.Alt(U'n'));
+    lista->MenuVisivel("mnuZTLObjEditar", false);
+    EXPECT_TRUE(m_Pessoa.Alt(U'd')); // "Detalhes" has it now
+    EXPECT_EQ(m_Tela.Vistos(), Textos{"mnuZTLObjDetalhes"});
+}
+
+TEST_F(PessoaTest, Alt_OnTheOwnButtonsOfAList_SearchesAndAsksForMore)
+{
+    auto ajustes = Chamado<AjustesZtList>("ztLista");
+    ajustes.BarraCriteriosAtiva = true;
+    const Ref<ztList> lista = m_Tela.Poe<ztList>(ajustes);
+    m_Tela.Anota(lista->BotaoClick(), "mais");
+    m_Tela.Anota(lista->BotaoLocalizarEnvia(), "localiza");
+    EXPECT_TRUE(m_Pessoa.Alt(U'l'));
+    EXPECT_FALSE(m_Pessoa.Alt(U'm'));
+    lista->DefineTemMais(true);
+    EXPECT_TRUE(m_Pessoa.Alt(U'm'));
+    lista->BarraCriteriosAtiva(false);
+    EXPECT_FALSE(m_Pessoa.Alt(U'l'));
+    EXPECT_EQ(m_Tela.Vistos(), (Textos{"localiza", "mais"}));
+}
+
+TEST_F(PessoaTest, RespondeAlt_OnlyWhileSomethingWouldAnswer_AndDoesNothing)
+{
+    const auto ok = Botao("cmdOK", "&OK");
+    const auto abas = Abas();
+    EXPECT_TRUE(m_Pessoa.RespondeAlt(U'o'));
+    EXPECT_TRUE(m_Pessoa.RespondeAlt(U'D'));
+    EXPECT_FALSE(m_Pessoa.RespondeAlt(U'x'));
+    EXPECT_FALSE(m_Pessoa.RespondeAlt(U'€'));
+    EXPECT_EQ(m_Tela.Vistos(), Textos{});
+    EXPECT_EQ(NomeComFoco(), "");
+    abas->DefineTabEnabled(0, false);
+    EXPECT_FALSE(m_Pessoa.RespondeAlt(U'd'));
+    abas->DefineTabEnabled(1, false);
+    ok->DefineEnabled(false);
+    EXPECT_FALSE(m_Pessoa.RespondeAlt(U'o'));
+}
+
+TEST_F(PessoaTest, AndaPaginas_OpensTheNextThatCanBeOpened)
+{
+    EXPECT_FALSE(m_Pessoa.AndaPaginas(1));
+    EXPECT_EQ(m_Pessoa.Motivo(), "não há outra página que se possa abrir");
+    Campo("txtModelo");
+    const auto abas = Abas();
+    EXPECT_TRUE(m_Pessoa.AndaPaginas(1));
+    EXPECT_EQ(abas->Tab(), 1);
+    EXPECT_EQ(m_Pessoa.Motivo(), "");
+    EXPECT_FALSE(m_Pessoa.AndaPaginas(1));
+    EXPECT_EQ(abas->Tab(), 1);
+    EXPECT_TRUE(m_Pessoa.AndaPaginas(-1));
+    EXPECT_EQ(abas->Tab(), 0);
+    abas->DefineEnabled(false);
+    EXPECT_FALSE(m_Pessoa.AndaPaginas(1));
+    EXPECT_EQ(abas->Tab(), 0);
+}
+
+TEST_F(PessoaTest, Enter_OnAButtonInsideAControl_PressesThatOneAlone)
+{
+    const auto ok = Botao("cmdOK");
+    ok->DefineDefault(true);
+    EXPECT_TRUE(m_Pessoa.Enter([this] { m_Tela.Eventos.emplace_back("usar"); }));
+    EXPECT_EQ(m_Tela.Vistos(), Textos{"usar"});
+    EXPECT_TRUE(m_Pessoa.Enter());
+    EXPECT_EQ(m_Tela.Vistos(), Textos{"cmdOK"});
 }
 
 // A platform that can do nothing but unload forms, as the contract tells it.

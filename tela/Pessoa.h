@@ -4,6 +4,7 @@
 #include "host/IPlataforma.h"
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -48,13 +49,18 @@ class Pessoa {
     // To the next control, or the one before, in the order of TabIndex, that can have the focus.
     bool Tab();
     bool ShiftTab();
-    // Presses the button that has the focus, otherwise the default button.
-    bool Enter();
+    // Presses the button that has the focus, otherwise the default button. botaoInterno: presses the button that has
+    // the keyboard inside a control, such as the address picker's, of which the form knows nothing; it comes first.
+    bool Enter(const std::function<void()> &botaoInterno = {});
     // Presses the cancel button.
     bool Esc();
-    // The letter or digit behind "&" in a caption: presses the button, clicks the box, opens the page, or leads from a
-    // label or frame to the control after it. Of several the first behind the focus.
+    // The letter or digit behind "&" in a caption: presses the button, clicks the box, opens the page, runs the list's
+    // command, or leads from a label or frame to the control after it. Of several the first behind the focus.
     bool Alt(char32_t tecla);
+    // Whether something would answer to Alt with that key now.
+    bool RespondeAlt(char32_t tecla);
+    // Ctrl+PgDn and Ctrl+PgUp: opens the next page that can be opened, 1, or the one before, -1.
+    bool AndaPaginas(int passo);
     // The window's own close button.
     bool Fecha();
 
@@ -73,7 +79,10 @@ class Pessoa {
     bool Com(const std::string &nome, std::int16_t indice, const char *recusado, Acao &&acao);
     std::vector<Ref<IControle>> EmOrdem() const;
     bool Anda(int passo);
-    bool Mnemonica(const Ref<IControle> &controle, const std::string &tecla);
+    using Resposta = std::function<bool()>;
+    // What Alt with the key may do, the first behind the focus first.
+    std::vector<Resposta> Respostas(char32_t tecla);
+    void JuntaRespostas(const Ref<IControle> &controle, const std::string &letra, std::vector<Resposta> &respostas);
     bool FocoDepoisDe(const Ref<IControle> &controle);
 
     RefFraca<IForm> m_Form;

@@ -1,4 +1,4 @@
-#include "controls/Pessoa.h"
+#include "tela/Pessoa.h"
 
 #include "controls/Acionavel.h"
 #include "controls/CheckBox.h"
@@ -10,6 +10,11 @@
 #include "controls/ztEndereco.h"
 #include "controls/ztList.h"
 #include "host/Texto.h"
+#include "tela/ComandosDeLista.h"
+#include "tela/Mnemonicas.h"
+#include "tela/OrdemDeTab.h"
+#include "tela/PaginasDeAbas.h"
+#include "tela/Partes.h"
 
 #include <algorithm>
 
@@ -18,19 +23,6 @@ namespace {
 constexpr const char *NaoAceita = "não aceita isso agora";
 constexpr const char *NaoDigita = "não aceita o que se digita";
 constexpr const char *NaoOferece = "não oferece isso";
-
-// The character behind the first "&" that is not doubled, in lower case; empty when there is none.
-std::string TeclaDe(std::string_view caption)
-{
-    for (std::size_t i = caption.find('&'); i != std::string_view::npos; i = caption.find('&', i)) {
-        const std::string tecla = Left(caption.substr(i + 1), 1);
-        if (tecla != "&") {
-            return LCase(tecla);
-        }
-        i += 2;
-    }
-    return {};
-}
 
 std::string Utf8(char32_t codigo)
 {
@@ -204,9 +196,8 @@ std::vector<Ref<IControle>> Pessoa::EmOrdem() const
 {
     std::vector<Ref<IControle>> ordem;
     if (Ref<IForm> form = m_Form.Alvo()) {
-        ordem = form->Controles();
+        ordem = EmOrdemDeTab(*form);
     }
-    std::ranges::stable_sort(ordem, {}, [](const Ref<IControle> &controle) { return controle->TabIndex(); });
     // The control behind the one that has the focus comes first, that one itself last.
     const auto ativo = std::ranges::find_if(ordem, TemFoco);
     if (ativo != ordem.end()) {
@@ -238,12 +229,16 @@ bool Pessoa::ShiftTab()
     return Anda(-1);
 }
 
-bool Pessoa::Enter()
+bool Pessoa::Enter(const std::function<void()> &botaoInterno)
 {
     m_Motivo.clear();
     Ref<IForm> form = m_Form.Alvo();
     if (!form) {
         return Recusa("a janela não está aberta");
+    }
+    if (botaoInterno) {
+        botaoInterno();
+        return true;
     }
     Ref<IControle> ativo = form->ControleAtivo();
     if (ControleBase *base = ComoBase(ativo); base != nullptr) {
@@ -276,39 +271,75 @@ bool Pessoa::Esc()
 bool Pessoa::Alt(char32_t tecla)
 {
     m_Motivo.clear();
-    const std::string procurada = LCase(Utf8(tecla));
-    if (procurada.empty()) {
-        return Recusa("não é tecla de atalho");
-    }
-    for (const Ref<IControle> &controle : EmOrdem()) {
-        const ControleBase *base = ComoBase(controle);
-        if (base != nullptr && base->Impedimento().empty() && Mnemonica(controle, procurada)) {
+    for (const Resposta &resposta : Respostas(tecla)) {
+        if (resposta()) {
             return true;
         }
     }
     return Recusa("nenhum controle responde a essa tecla");
 }
 
-bool Pessoa::Mnemonica(const Ref<IControle> &controle, const std::string &tecla)
+bool Pessoa::RespondeAlt(char32_t tecla)
+{
+    return !Respostas(tecla).empty();
+}
+
+std::vector<Pessoa::Resposta> Pessoa::Respostas(char32_t tecla)
+{
+    std::vector<Resposta> respostas;
+    if (const std::string letra = LCase(Utf8(tecla)); !letra.empty()) {
+        for (const Ref<IControle> &controle : EmOrdem()) {
+            const ControleBase *base = ComoBase(controle);
+            if (base != nullptr && base->Impedimento().empty()) {
+                JuntaRespostas(controle, letra, respostas);
+            }
+        }
+    }
+    return respostas;
+}
+
+void Pessoa::JuntaRespostas(const Ref<IControle> &controle, const std::string &letra, std::vector<Resposta> &respostas)
 {
     if (auto *abas = dynamic_cast<SSTab *>(controle.Ponteiro())) {
         for (std::int16_t pagina = 0; pagina < abas->Tabs(); ++pagina) {
-            if (TeclaDe(abas->TabCaption(pagina)) == tecla && abas->Abre(pagina)) {
+            if (Mnemonica(abas->TabCaption(pagina)) == letra && PodeAbrir(*abas, pagina)) {
+                respostas.push_back([controle, abas, pagina] { return abas->Abre(pagina); });
+            }
+        }
+    } else if (auto *lista = dynamic_cast<ztList *>(controle.Ponteiro())) {
+        if (Mnemonica(Partes::Localizar) == letra && lista->Ajustes().BarraCriteriosAtiva) {
+            respostas.push_back([controle, lista] { return lista->Localiza(); });
+        }
+        if (Mnemonica(Partes::MaisRegistros) == letra && lista->TemMais()) {
+            respostas.push_back([controle, lista] { return lista->PedeMais(); });
+        }
+        for (const ComandoDeLista &comando : BarraDaLista(*lista).Comandos) {
+            if (comando.Letra == letra && comando.Visivel && comando.Utilizavel) {
+                respostas.push_back([controle, lista, chave = comando.Chave] { return lista->EscolheMenu(chave); });
+            }
+        }
+    } else if (Mnemonica(controle->Rotulo()) == letra) {
+        respostas.push_back([controle] { return ComoBase(controle)->Foco(); });
+    } else if (Mnemonica(controle->Caption()) == letra) {
+        if (auto *clicavel = dynamic_cast<Clicavel *>(controle.Ponteiro())) {
+            respostas.push_back([controle, clicavel] { return clicavel->Clica(); });
+        } else {
+            respostas.push_back([this, controle] { return FocoDepoisDe(controle); });
+        }
+    }
+}
+
+bool Pessoa::AndaPaginas(int passo)
+{
+    m_Motivo.clear();
+    for (const Ref<IControle> &controle : EmOrdem()) {
+        if (auto *abas = dynamic_cast<SSTab *>(controle.Ponteiro())) {
+            if (const auto pagina = PaginaVizinha(*abas, passo); pagina && abas->Abre(*pagina)) {
                 return true;
             }
         }
-        return false;
     }
-    if (TeclaDe(controle->Rotulo()) == tecla) {
-        return ComoBase(controle)->Foco();
-    }
-    if (TeclaDe(controle->Caption()) != tecla) {
-        return false;
-    }
-    if (auto *clicavel = dynamic_cast<Clicavel *>(controle.Ponteiro())) {
-        return clicavel->Clica();
-    }
-    return FocoDepoisDe(controle);
+    return Recusa("não há outra página que se possa abrir");
 }
 
 bool Pessoa::FocoDepoisDe(const Ref<IControle> &controle)

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "controls/ztList.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+// What a screen shows of a list besides its rows.
+
+// A command of the list, as its button and as its entry in the context menu.
+struct ComandoDeLista {
+    std::string Chave;
+    std::string Letra; // that Alt answers to; empty when all of its letters were taken
+    std::string NoBotao;
+    std::string NoMenu;
+    std::string Dica;
+    bool IniciaGrupo = false;
+    bool Visivel = false;
+    bool Utilizavel = false;
+};
+
+// The side bar. The list's own two buttons have their letters first, so that these are the same whatever the commands
+// are.
+struct BarraDeLista {
+    std::string Fechar;
+    std::string Ajuda;
+    std::vector<ComandoDeLista> Comandos; // in the order of the menu, those not seen included
+    bool ComBotoesProprios = false;
+    bool Visivel = false;
+};
+
+BarraDeLista BarraDaLista(const ztList &lista);
+
+// The part of the context menu that sorts: the columns as the heading shows them, each under a digit.
+struct OrdensDeLista {
+    struct Coluna {
+        std::string Caption;
+        std::int32_t Numero = 0; // from 1, as ztList::OrdenaPor takes it
+        bool Atual = false;
+    };
+
+    std::string Caption;
+    std::vector<Coluna> Colunas;
+    bool Utilizavel = false;
+};
+
+OrdensDeLista OrdensDaLista(const ztList &lista);
+
+// The columns that are seen: the last one takes what room is left. From 1; 0 when none is seen.
+struct ColunasVistas {
+    std::int32_t Primeira = 0;
+    std::int32_t Ultima = 0;
+};
+
+ColunasVistas VistasDaLista(const ztList &lista);
+
+// What keys do in the rows, besides the arrows. The letters of commands come with Alt.
+enum class TeclaDeLista { Home, End };
+
+// The row to which the key leads, from 1; none without rows.
+std::optional<std::int32_t> LinhaDaTecla(const ztList &lista, TeclaDeLista tecla);

@@ -1,0 +1,16 @@
+#include "tela/Partes.h"
+
+#include <array>
+
+std::span<const std::string_view> CaptionsDasPartes(EspecieControle especie)
+{
+    static constexpr std::array DoEndereco = {Partes::UsarEndereco, Partes::LimparEndereco};
+    static constexpr std::array DaLista = {Partes::MaisRegistros, Partes::Localizar};
+    if (especie == EspecieControle::ztEndereco) {
+        return DoEndereco;
+    }
+    if (especie == EspecieControle::ztList) {
+        return DaLista;
+    }
+    return {};
+}
