@@ -60,6 +60,7 @@ RenderLista::RenderLista(Ref<IControle> controle, QWidget *widget, Borda borda, 
     m_Titulo->setWordWrap(true);
     m_Titulo->setTextFormat(Qt::PlainText);
     m_Tabela->setObjectName("linhas");
+    m_Mais->setObjectName("mais");
     m_Tabela->setModel(m_Modelo);
     m_Tabela->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_Tabela->setSelectionMode(QAbstractItemView::SingleSelection);

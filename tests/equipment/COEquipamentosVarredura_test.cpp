@@ -1,6 +1,5 @@
 #include "equipment/COEquipamentos.h"
 
-#include "controls/ztList.h"
 #include "tests/support/VarreduraRegistro.h"
 
 #include <string>
@@ -21,7 +20,7 @@ class JornadaDosComandos : public JornadaComRegistro {
                                      "Deseja reativar o equipamento F100 ?"}) {
             Responde(pergunta, true);
         }
-        NoModal("frmEquipDetalhes", [this](PessoaVarrida &p) {
+        NoModal("frmEquipDetalhes", [this](Operador &p) {
             if (m_Edita) {
                 p.Preenche("txtDescricao", "Radar da saída");
                 p.Clica("ztCmdOK");
@@ -29,7 +28,7 @@ class JornadaDosComandos : public JornadaComRegistro {
                 p.Clica("cmdCancelar");
             }
         });
-        NoModal("frmLimitesDif", [this](PessoaVarrida &p) {
+        NoModal("frmLimitesDif", [this](Operador &p) {
             ++m_Limites;
             p.Fecha();
         });
@@ -43,7 +42,7 @@ class JornadaDosComandos : public JornadaComRegistro {
         m_Limites = 0;
         m_Linhas = "";
         Passo([&] { EXPECT_TRUE(m_Geral->ClickMenu("mnuModNABEquiptos") || Parou()); });
-        NaJanela("frmLista", [&](PessoaVarrida &p) {
+        NaJanela("frmLista", [&](Operador &p) {
             p.Localiza("ztlLista");
             m_Edita = false;
             p.EscolheMenu("ztlLista", "mnuZTLObjDetalhes");
@@ -74,7 +73,7 @@ class JornadaDosComandos : public JornadaComRegistro {
     }
 
   private:
-    void Anota(PessoaVarrida &p) { m_Linhas += std::to_string(p.Acha<ztList>("ztlLista")->NroItens()); }
+    void Anota(Operador &p) { m_Linhas += std::to_string(p.Linhas("ztlLista")); }
 
     std::int32_t m_NroIntEquip;
     std::int32_t m_Limites = 0;

@@ -4,7 +4,6 @@
 #include "host/SensorED.h"
 #include "shell/ModGeral.h"
 #include "tests/equipment/CenarioEquipDetalhes.h"
-#include "tests/support/JornadaVarrida.h"
 #include "tests/support/RegistroEmMemoria.h"
 
 #include <cstdint>
@@ -17,44 +16,6 @@ using Linhas = std::vector<std::string>;
 
 constexpr const char *Layout = "C:\\HOST\\LAYOUTS\\PADRAO.LAY";
 constexpr const char *Certificado = "C:\\CERT.PDF";
-
-Ref<AfericaoED> NovaAfericao(const std::string &numero, int ano)
-{
-    auto afericao = Novo<AfericaoED>();
-    afericao->Numero = numero;
-    afericao->DataVerificacao = DataDe(1, 2, ano);
-    afericao->DataVencimento = DataDe(31, 1, ano + 1);
-    afericao->NroIntImgCertif = 900;
-    afericao->TipoAfer = 1;
-    afericao->Ativo = 1;
-    return afericao;
-}
-
-// An equipment operated by an agent, with its one sensor and some calibrations.
-Ref<EquiptoED> EquiptoComAfericoes(int quantas)
-{
-    auto afericoes = Novo<Colecao<Ref<AfericaoED>>>();
-    for (int i = 0; i < quantas; ++i) {
-        afericoes->Add(NovaAfericao("N" + std::to_string(i + 1), 2010 + i));
-    }
-    auto sensor = Novo<SensorED>();
-    sensor->NroSensor = 1;
-    sensor->Ativo = 1;
-    sensor->Afericoes = afericoes;
-    auto sensores = Novo<Colecao<Ref<SensorED>>>();
-    sensores->Add(sensor);
-    auto equipto = Novo<EquiptoED>();
-    equipto->ClienteInc = "DAER";
-    equipto->Codigo = "AG_1";
-    equipto->Descricao = "Antiga";
-    equipto->Modelo = "ACME";
-    equipto->CodMunic = 7;
-    equipto->TipoAgente = 3;
-    equipto->TipoEquip = "A";
-    equipto->VelocPermitida = 60;
-    equipto->Sensores = sensores;
-    return equipto;
-}
 
 void Incluir(Pessoa &p, const std::string &medidor, const std::string &tipo)
 {
@@ -95,8 +56,6 @@ std::int32_t AfericoesAtivas(const EquiptoED &equipto)
     }
     return ativas;
 }
-
-// Journeys.
 
 class PercursoEquipDetalhesTeste : public HostTeste {
   protected:
@@ -221,142 +180,6 @@ TEST_F(PercursoEquipDetalhesTeste, Equipment_GoneMeanwhile_CannotBeOpened)
     form->CarregaDetalhes(5, false);
     EXPECT_EQ(host->Conta("EquiptoRN.MostraErro() -> \"Equipamento não encontrado.\""), 2);
     EXPECT_EQ(host->Tela->NroForms(), 0);
-}
-
-// Sweeps.
-
-// A new equipment, saved alone, then altered with a sensor.
-class JornadaInclusao : public JornadaVarrida {
-  public:
-    explicit JornadaInclusao(HostRoteirizado &host) : JornadaVarrida(host), m_Registro(host)
-    {
-        host.Tela->Arquivos.Poe(Layout, {});
-        host.RespondeSempre("Confirma a inclusão?", true);
-        host.RespondeSempre("Confirma a alteração?", true);
-        NoModal("frmEquipDetalhes", [this](Pessoa &p) { Trabalha(p); });
-        NoModal("frmEquipSensores", InformaSensor);
-    }
-
-    void Percorre() override
-    {
-        m_Antes = m_Registro.Equipamentos().size();
-        m_Salvou = FormCompartilhado<frmEquipDetalhes>()->CarregaInclusao(false);
-        EXPECT_EQ(m_Host.Tela->NroForms(), 0);
-    }
-    void ConfereSucesso() override
-    {
-        EXPECT_TRUE(m_Salvou);
-        ASSERT_EQ(m_Registro.Equipamentos().size(), m_Antes + 1);
-        const EquiptoED &guardado = *m_Registro.Equipamentos().rbegin()->second;
-        EXPECT_EQ(guardado.TemImagemEntrelacada.Valor(), 1);
-        ASSERT_FALSE(guardado.Sensores.Valor().Nada());
-        EXPECT_EQ(guardado.Sensores.Valor()->Item(1)->LocalInfr.Valor(), "Pista norte");
-    }
-
-  private:
-    void Trabalha(Pessoa &p)
-    {
-        Tenta([&] { Incluir(p, "Fixo", "Lombada"); });
-        Tenta([&] { p.Clica("ztCmdAplicar"); });
-        Tenta([&] { p.Abre("sstDados", 4); });
-        Tenta([&] { p.Clica("chkEntrelacada"); });
-        Tenta([&] { p.Abre("sstDados", 2); });
-        Tenta([&] { p.EscolheMenu("ztListaSensor", "mnuZTLObjNovo"); });
-        Tenta([&] { p.Clica("ztCmdOK"); });
-    }
-
-    RegistroEmMemoria m_Registro;
-    std::size_t m_Antes = 0;
-    bool m_Salvou = false;
-};
-
-// A calibration less, and then another description.
-class JornadaEdicao : public JornadaVarrida {
-  public:
-    explicit JornadaEdicao(HostRoteirizado &host)
-        : JornadaVarrida(host),
-          m_Registro(host),
-          m_NroIntEquip(m_Registro.Poe(EquiptoComAfericoes(4)))
-    {
-        host.RespondeSempre("Confirma a alteração?", true);
-        host.RespondeSempre("Confirma a exclusão desta aferição?", true);
-        NoModal("frmEquipDetalhes", [this](Pessoa &p) { Trabalha(p); });
-    }
-
-    void Percorre() override
-    {
-        m_Antes = AfericoesAtivas(*m_Registro.Equipamento(m_NroIntEquip));
-        m_Registro.Equipamento(m_NroIntEquip)->Descricao = "Antiga";
-        m_Salvou = FormCompartilhado<frmEquipDetalhes>()->CarregaEdicao(m_NroIntEquip, false);
-        EXPECT_EQ(m_Host.Tela->NroForms(), 0);
-    }
-    void ConfereSucesso() override
-    {
-        EXPECT_TRUE(m_Salvou);
-        EXPECT_EQ(m_Registro.Equipamento(m_NroIntEquip)->Descricao.Valor(), "Outra");
-        EXPECT_EQ(AfericoesAtivas(*m_Registro.Equipamento(m_NroIntEquip)), m_Antes - 1);
-    }
-
-  private:
-    void Trabalha(Pessoa &p)
-    {
-        Tenta([&] { p.Abre("sstDados", 3); });
-        if (p.ClicaLinha("ztListaAfericao", 1)) {
-            Tenta([&] { p.EscolheMenu("ztListaAfericao", "mnuZTLObjExcluir"); });
-        }
-        Tenta([&] { p.Clica("ztCmdAplicar"); });
-        Tenta([&] { p.Abre("sstDados", 0); });
-        Tenta([&] { p.Preenche("txtDescricao", "Outra"); });
-        Tenta([&] { p.Clica("ztCmdOK"); });
-    }
-
-    RegistroEmMemoria m_Registro;
-    std::int32_t m_NroIntEquip;
-    std::int32_t m_Antes = 0;
-    bool m_Salvou = false;
-};
-
-class JornadaDetalhes : public JornadaVarrida {
-  public:
-    explicit JornadaDetalhes(HostRoteirizado &host)
-        : JornadaVarrida(host),
-          m_Registro(host),
-          m_NroIntEquip(m_Registro.Poe(EquiptoComAfericoes(1)))
-    {
-        NoModal("frmEquipDetalhes", [this](Pessoa &p) {
-            Tenta([&] { p.Abre("sstDados", 3); });
-            m_Linhas = p.Acha<IztList>("ztListaAfericao")->NroItens();
-            Tenta([&] { p.Clica("cmdCancelar"); });
-        });
-    }
-
-    void Percorre() override
-    {
-        m_Linhas = 0;
-        Novo<frmEquipDetalhes>()->CarregaDetalhes(m_NroIntEquip, false);
-        EXPECT_EQ(m_Host.Tela->NroForms(), 0);
-    }
-    void ConfereSucesso() override { EXPECT_EQ(m_Linhas, 1); }
-
-  private:
-    RegistroEmMemoria m_Registro;
-    std::int32_t m_NroIntEquip;
-    std::int32_t m_Linhas = 0;
-};
-
-template <class T> class VarreduraEquipDetalhes : public testing::Test {
-};
-using JornadasDeEquipamento = testing::Types<JornadaInclusao, JornadaEdicao, JornadaDetalhes>;
-TYPED_TEST_SUITE(VarreduraEquipDetalhes, JornadasDeEquipamento);
-
-TYPED_TEST(VarreduraEquipDetalhes, Form_WithEachHostCallFailing_TellsOnceAndWorksOnTheNextTry)
-{
-    EXPECT_GE(VarreJornada<TypeParam>(), 20);
-}
-
-TYPED_TEST(VarreduraEquipDetalhes, Form_WithEachControlFailing_TellsOnceAndWorksOnTheNextTry)
-{
-    EXPECT_GE(VarreJornada<TypeParam>("Controles.Cria"), 40);
 }
 
 } // namespace

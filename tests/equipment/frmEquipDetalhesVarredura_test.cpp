@@ -1,6 +1,5 @@
 #include "equipment/frmEquipDetalhes.h"
 
-#include "controls/ztList.h"
 #include "host/AfericaoED.h"
 #include "host/SensorED.h"
 #include "tests/support/VarreduraRegistro.h"
@@ -11,6 +10,7 @@
 namespace {
 
 constexpr const char *Certificado = "C:\\CERT.PDF";
+constexpr const char *Temporario = "C:\\HOST\\MODULOS\\VORTemp.pdf";
 // The question whether a calibration that starts on 01/06/2026 shortens another one.
 std::string Conflito(const std::string &de, const std::string &ate)
 {
@@ -35,9 +35,9 @@ class JornadaDeFormularios : public JornadaComRegistro {
               "Foram feitas alterações neste equipamento. Deseja descartá-las?"}) {
             Responde(pergunta, true);
         }
-        NoModal("frmEquipDetalhes", [this](PessoaVarrida &p) { NoEquipamento(p); });
-        NoModal("frmEquipSensores", [this](PessoaVarrida &p) { NoSensor(p); });
-        NoModal("frmEquipAfericoes", [this](PessoaVarrida &p) { NaAfericao(p); });
+        NoModal("frmEquipDetalhes", [this](Operador &p) { NoEquipamento(p); });
+        NoModal("frmEquipSensores", [this](Operador &p) { NoSensor(p); });
+        NoModal("frmEquipAfericoes", [this](Operador &p) { NaAfericao(p); });
         LogaComServicos();
     }
 
@@ -47,10 +47,10 @@ class JornadaDeFormularios : public JornadaComRegistro {
         m_Sensores = 0;
         m_Afericoes = 0;
         Passo([&] { EXPECT_TRUE(m_Geral->ClickMenu("mnuModNABEquiptos") || Parou()); });
-        NaJanela("frmLista", [&](PessoaVarrida &p) {
+        NaJanela("frmLista", [&](Operador &p) {
             if (comando != "mnuZTLObjNovo") {
                 p.Localiza("ztlLista");
-                p.ClicaLinha("ztlLista", p.Acha<ztList>("ztlLista")->NroItens());
+                p.ClicaLinha("ztlLista", p.Linhas("ztlLista"));
             }
             p.EscolheMenu("ztlLista", comando);
             p.Fecha();
@@ -58,16 +58,16 @@ class JornadaDeFormularios : public JornadaComRegistro {
     }
 
   protected:
-    virtual void NoEquipamento(PessoaVarrida &p) = 0;
-    virtual void NoSensor(PessoaVarrida &) {}
-    virtual void NaAfericao(PessoaVarrida &) {}
+    virtual void NoEquipamento(Operador &p) = 0;
+    virtual void NoSensor(Operador &) {}
+    virtual void NaAfericao(Operador &) {}
 
-    static void Periodo(PessoaVarrida &p, const std::string &verificacao, const std::string &vencimento)
+    static void Periodo(Operador &p, const std::string &verificacao, const std::string &vencimento)
     {
         p.Preenche("txtDtVerifINMETRO", verificacao);
         p.Preenche("txtDtVencINMETRO", vencimento);
     }
-    static void Documento(PessoaVarrida &p)
+    static void Documento(Operador &p)
     {
         p.Clica("cmdProcurar");
         p.Clica("cmdUpload");
@@ -109,7 +109,7 @@ class JornadaNova : public JornadaDeFormularios {
     }
 
   protected:
-    void NoEquipamento(PessoaVarrida &p) override
+    void NoEquipamento(Operador &p) override
     {
         p.Preenche("txtCodEquip", "EQ_9");
         p.Preenche("txtModelo", "ACME");
@@ -131,7 +131,7 @@ class JornadaNova : public JornadaDeFormularios {
         p.EscolheMenu("ztListaSensor", "mnuZTLObjNovo");
         p.Clica("ztCmdOK");
     }
-    void NoSensor(PessoaVarrida &p) override
+    void NoSensor(Operador &p) override
     {
         p.InformaEndereco("ztEndereco1", 77, 12, "", "90000000", "Rua das Flores, 12");
         p.Abre("sstDados", 1);
@@ -139,7 +139,7 @@ class JornadaNova : public JornadaDeFormularios {
         p.EscolheMenu("ztListaAfericao", "mnuZTLObjNovo");
         p.Clica("cmdOK");
     }
-    void NaAfericao(PessoaVarrida &p) override
+    void NaAfericao(Operador &p) override
     {
         if (++m_Afericoes == 1) {
             p.Preenche("txtNroINMETRO", "123");
@@ -276,13 +276,13 @@ class JornadaDasAfericoes : public JornadaDeFormularios {
     }
 
   protected:
-    void NoEquipamento(PessoaVarrida &p) override
+    void NoEquipamento(Operador &p) override
     {
         p.Abre("sstDados", 3);
         p.ClicaLinha("ztListaAfericao", 1);
         p.EscolheMenu("ztListaAfericao", "mnuZTLObjDetalhes");
         if (!Parou()) {
-            NaJanela("frmEquipAfericoes", [](PessoaVarrida &detalhes) {
+            NaJanela("frmEquipAfericoes", [](Operador &detalhes) {
                 detalhes.Clica("cmdVisualizar");
                 detalhes.Clica("cmdVisualizar");
                 detalhes.Clica("cmdCancelar");
@@ -295,7 +295,7 @@ class JornadaDasAfericoes : public JornadaDeFormularios {
         p.EscolheMenu("ztListaAfericao", "mnuZTLObjExcluir");
         p.Clica("ztCmdOK");
     }
-    void NaAfericao(PessoaVarrida &p) override
+    void NaAfericao(Operador &p) override
     {
         if (++m_Afericoes == 1) {
             p.Clica("cmdOK"); // without a number
@@ -421,15 +421,115 @@ pessoa
     EXPECT_GE(varredura.Roda(), 587);
 }
 
-// Looks into a sensor, changes it, removes it, and at each level throws the changes away.
+// Of an equipment that is operated by an agent: a calibration less, applied; then another description; then looked at.
+class JornadaAplicada : public JornadaDeFormularios {
+  public:
+    explicit JornadaAplicada(HostRoteirizado &host) : JornadaDeFormularios(host) {}
+
+    void Percorre() override
+    {
+        m_NroIntEquip = m_Registro.Poe(EquiptoCalibrado("A", 3, "A100"));
+        m_Linhas = -1;
+        m_Edita = true;
+        Comanda("mnuZTLObjEditar");
+        m_Edita = false;
+        Comanda("mnuZTLObjDetalhes");
+    }
+
+    void ConfereSucesso() override
+    {
+        const EquiptoED &guardado = *m_Registro.Equipamento(m_NroIntEquip);
+        EXPECT_EQ(guardado.Descricao.Valor(), "Outra");
+        EXPECT_EQ(guardado.Sensores.Valor()->Item(1)->Afericoes.Valor()->Item(1)->Ativo.Valor(), 2);
+        EXPECT_EQ(m_Linhas, 0);
+    }
+
+  protected:
+    void NoEquipamento(Operador &p) override
+    {
+        p.Abre("sstDados", 3);
+        if (!m_Edita) {
+            m_Linhas = p.Linhas("ztListaAfericao");
+            p.Clica("cmdCancelar");
+            return;
+        }
+        p.ClicaLinha("ztListaAfericao", 1);
+        p.EscolheMenu("ztListaAfericao", "mnuZTLObjExcluir");
+        p.Clica("ztCmdAplicar");
+        p.Abre("sstDados", 0);
+        p.Preenche("txtDescricao", "Outra");
+        p.Clica("ztCmdOK");
+    }
+
+  private:
+    std::int32_t m_NroIntEquip = 0;
+    std::int32_t m_Linhas = -1;
+    bool m_Edita = false;
+};
+
+TEST(frmEquipDetalhesVarredura, Equipment_AppliedAlteredAndShown_SurvivesEveryFault)
+{
+    auto varredura = VarreduraDe<JornadaAplicada>(R"(
+pessoa
+  @abreLista
+pessoa
+  @localiza
+pessoa
+  COEquipamentos.m_ZtList_ItemMenuClicado(mnuZTLObjEditar)
+    COEquipamentos.Editar
+      frmEquipDetalhes.CarregaEdicao
+        @montaEquipto
+        @FormShowModal frmEquipDetalhes
+        @paginaAfericoes
+        pessoa
+          COAfericoes.m_ZtList_AntesDeRemoverItem
+            COAfericoes.Excluir
+              - Plataforma.PerguntaSimNao("Confirma a exclusão desta aferição?", "Atenção", padrao=Não)
+        pessoa
+          frmEquipDetalhes.ztCmdAplicar_Click
+            @aplica altera
+            clsEquipto.ReCarrega
+              @carregaEquipto
+        @okDoEquipto
+      @tabelaAlterada
+      @pagina
+pessoa
+  @abreLista
+pessoa
+  @localiza
+pessoa
+  COEquipamentos.m_ZtList_ItemMenuClicado(mnuZTLObjDetalhes)
+    COEquipamentos.Detalhes
+      frmEquipDetalhes.CarregaDetalhes
+        @montaEquipto
+        - goMensagem.PreparaDetalhes(frmEquipDetalhes)
+        @FormShowModal frmEquipDetalhes
+        @paginaAfericoes
+        pessoa
+          frmEquipDetalhes.cmdCancelar_Click
+            - Plataforma.Descarrega(frmEquipDetalhes)
+          @ativa
+)");
+    varredura.Segue();
+    EXPECT_GE(varredura.Roda(), 1);
+}
+
+// Looks into a sensor and its calibration, changes it, removes it, and at each level throws the changes away.
 class JornadaDesfeita : public JornadaDeFormularios {
   public:
     explicit JornadaDesfeita(HostRoteirizado &host) : JornadaDeFormularios(host)
     {
         m_Registro.Poe(EquiptoCalibrado("R", 1, "R100"));
+        host.Dominio->Documentos[9] = Bytes{'%', 'P', 'D', 'F'};
     }
 
-    void Percorre() override { Comanda("mnuZTLObjEditar"); }
+    void Percorre() override
+    {
+        if (m_Host.Tela->Arquivos.Existe(Temporario)) {
+            m_Host.Tela->Arquivos.Apaga(Temporario);
+        }
+        Comanda("mnuZTLObjEditar");
+    }
 
     void ConfereSucesso() override
     {
@@ -441,15 +541,23 @@ class JornadaDesfeita : public JornadaDeFormularios {
     }
 
   protected:
-    void NoEquipamento(PessoaVarrida &p) override
+    void NoEquipamento(Operador &p) override
     {
         p.Abre("sstDados", 2);
         p.ClicaLinha("ztListaSensor", 1);
         p.EscolheMenu("ztListaSensor", "mnuZTLObjDetalhes");
         if (!Parou()) {
-            NaJanela("frmEquipSensores", [this](PessoaVarrida &detalhes) {
+            NaJanela("frmEquipSensores", [this](Operador &detalhes) {
                 detalhes.Abre("sstDados", 1);
-                m_LinhasDosDetalhes = detalhes.Acha<ztList>("ztListaAfericao")->NroItens();
+                m_LinhasDosDetalhes = detalhes.Linhas("ztListaAfericao");
+                detalhes.ClicaLinha("ztListaAfericao", 1);
+                detalhes.EscolheMenu("ztListaAfericao", "mnuZTLObjDetalhes");
+                if (!Parou()) {
+                    NaJanela("frmEquipAfericoes", [](Operador &afericao) {
+                        afericao.Clica("cmdVisualizar");
+                        afericao.Clica("cmdCancelar");
+                    });
+                }
                 detalhes.Clica("cmdCancelar");
             });
         }
@@ -457,7 +565,7 @@ class JornadaDesfeita : public JornadaDeFormularios {
         p.EscolheMenu("ztListaSensor", "mnuZTLObjExcluir");
         p.Clica("cmdCancelar");
     }
-    void NoSensor(PessoaVarrida &p) override
+    void NoSensor(Operador &p) override
     {
         ++m_Sensores;
         p.Preenche("txtLocalInfr", "");
@@ -494,6 +602,23 @@ pessoa
                 - goMensagem.PreparaDetalhes(frmEquipSensores)
                 @FormShow frmEquipSensores
         @abaAfericoes
+        pessoa
+          COAfericoes.ItemMenuClicado
+            COAfericoes.Detalhes
+              frmEquipAfericoes.CarregaDetalhes
+                @controles frmEquipAfericoes
+                - goMensagem.PreparaDetalhes(frmEquipAfericoes)
+                @FormShow frmEquipAfericoes
+        pessoa
+          frmEquipAfericoes.cmdVisualizar_Click
+            - goDadosVor.RecebeDocumento(9, True)
+            - Plataforma.CaminhoModulo
+            - Plataforma.ExisteArquivo("C:\HOST\MODULOS\VORTemp.pdf") -> False
+            - Plataforma.GravaArquivo("C:\HOST\MODULOS\VORTemp.pdf"
+            @visualizaPDF
+        pessoa
+          frmEquipAfericoes.cmdCancelar_Click
+            - Plataforma.Descarrega(frmEquipAfericoes)
         pessoa
           frmEquipSensores.cmdCancelar_Click
             - Plataforma.Descarrega(frmEquipSensores)

@@ -6,7 +6,6 @@
 #include "shell/ModGeral.h"
 #include "tests/support/FalhaLancada.h"
 #include "tests/support/HostTeste.h"
-#include "tests/support/JornadaVarrida.h"
 #include "tests/support/NomesAcessiveis.h"
 #include "tests/support/RegistroEmMemoria.h"
 #include "tests/support/RetratoForm.h"
@@ -358,106 +357,6 @@ TEST_F(JornadaLimitesTeste, AnyKind_WhenTheServiceRefusesEachStep_CanBeTriedAgai
         });
     }
     EXPECT_EQ(host->Conta("EquiptoRN.MostraErro"), 9);
-}
-
-// The whole way of one kind through its window, as the equipment list opens it: two rows more, one edited, one less.
-template <std::int16_t Tipo> class JornadaDoTipo : public JornadaVarrida {
-  public:
-    explicit JornadaDoTipo(HostRoteirizado &host) : JornadaVarrida(host), m_Registro(host)
-    {
-        host.RespondeSempre("Confirma a exclusão deste " + DescrPorTipo[Tipo] + "?", true);
-        NoModal("frmLimitesDif", [this](Pessoa &p) { Trabalha(p); });
-        NoModal("frmLimitesDifDetalhes", [this](Pessoa &p) { m_Edita ? AlteraHoraFinal(p) : PreencheNovo(p, Tipo); });
-    }
-
-    void Percorre() override
-    {
-        m_Antes = Ativos().size();
-        try {
-            FormCompartilhado<frmLimitesDif>()->CarregaForm("RAD-01", 12, Tipo);
-        } catch (...) {
-            gSubMostraErro("COEquipamentos.LimitesDiferenciados");
-        }
-        EXPECT_EQ(m_Host.Tela->NroForms(), 0);
-    }
-    void ConfereSucesso() override
-    {
-        const auto ativos = Ativos();
-        ASSERT_EQ(ativos.size(), m_Antes + 1);
-        EXPECT_EQ(ativos.back(), 2100);
-    }
-
-  protected:
-    // A failed save of the detail form reaches the person as it is.
-    bool DeixaAmpulheta(const Falha &falha) const override
-    {
-        return falha.Fonte.find(" < frmLimitesDifDetalhes.Salva") != std::string::npos;
-    }
-
-  private:
-    // The end times of the active rows.
-    std::vector<std::int32_t> Ativos() const
-    {
-        std::vector<std::int32_t> horas;
-        const auto junta = [&](const auto &registros) {
-            for (const auto &[numero, registro] : registros) {
-                if (registro->Ativo.Valor() == 1) {
-                    horas.push_back(registro->HoraFim.Valor());
-                }
-            }
-        };
-        junta(m_Registro.Limites());
-        junta(m_Registro.Dias());
-        return horas;
-    }
-    // False when there is no such row.
-    static bool ClicaUltima(Pessoa &p, std::int32_t antes)
-    {
-        return p.ClicaLinha("ztLista", p.Acha<ztList>("ztLista")->NroItens() - antes);
-    }
-    void Trabalha(Pessoa &p)
-    {
-        m_Edita = false;
-        for (int vez = 0; vez < (Tipo == DiaEspecifico ? 2 : 1); ++vez) {
-            Tenta([&] { p.EscolheMenu("ztLista", "mnuZTLObjNovo"); });
-        }
-        m_Edita = true;
-        if (ClicaUltima(p, 0)) {
-            Tenta([&] { p.EscolheMenu("ztLista", "mnuZTLObjEditar"); });
-        }
-        if (ClicaUltima(p, 0)) {
-            Tenta([&] { p.EscolheMenu("ztLista", "mnuZTLObjDetalhes"); });
-            for (const auto &detalhes : m_Host.Tela->FormsAbertos("frmLimitesDifDetalhes")) {
-                Tenta([&] { Pessoa(detalhes).Clica("cmdCancelar"); });
-                if (detalhes->Visible()) {
-                    Tenta([&] { Pessoa(detalhes, m_Host.Tela).Fecha(); });
-                }
-            }
-        }
-        if (ClicaUltima(p, 1)) {
-            Tenta([&] { p.EscolheMenu("ztLista", "mnuZTLObjExcluir"); });
-        }
-    }
-
-    RegistroEmMemoria m_Registro;
-    std::size_t m_Antes = 0;
-    bool m_Edita = false;
-};
-
-template <class T> class VarreduraLimites : public testing::Test {
-};
-using JornadasDeLimites =
-    testing::Types<JornadaDoTipo<Limite>, JornadaDoTipo<DiaEspecifico>, JornadaDoTipo<HorarioProibido>>;
-TYPED_TEST_SUITE(VarreduraLimites, JornadasDeLimites);
-
-TYPED_TEST(VarreduraLimites, Window_WithEachHostCallFailing_TellsOnceAndWorksOnTheNextTry)
-{
-    EXPECT_GE(VarreJornada<TypeParam>(), 50);
-}
-
-TYPED_TEST(VarreduraLimites, Window_WithEachControlFailing_TellsOnceAndWorksOnTheNextTry)
-{
-    EXPECT_GE(VarreJornada<TypeParam>("Controles.Cria"), 50);
 }
 
 } // namespace

@@ -2,9 +2,10 @@
 #include "host/SensorED.h"
 #include "search/CVorEquip.h"
 #include "shell/Especifica.h"
+#include "tests/support/Estradas.h"
 #include "tests/support/HostTeste.h"
 #include "tests/support/RegistroEmMemoria.h"
-#include "tests/support/VarreduraCompleta.h"
+#include "tests/support/Varredura.h"
 #include "tests/support/VarreduraRegistro.h"
 
 // The two ways through the whole module, with everything on the way failing once.
@@ -25,19 +26,7 @@ class EstradaDoEquipamento : public JornadaEstrada {
     explicit EstradaDoEquipamento(HostRoteirizado &host) : JornadaEstrada(host)
     {
         m_NroIntEquip = m_Registro.Poe(EquiptoCalibrado("R", 2, "R100"));
-        Responde("Confirma a alteração?", true);
-        NoModal("frmEquipDetalhes", [](PessoaVarrida &p) {
-            p.Abre("sstDados", 2);
-            p.ClicaLinha("ztListaSensor", 1);
-            p.EscolheMenu("ztListaSensor", "mnuZTLObjEditar");
-            p.Abre("sstDados", 0);
-            p.Preenche("txtDescricao", "Radar da saída");
-            p.Clica("ztCmdOK");
-        });
-        NoModal("frmEquipSensores", [](PessoaVarrida &p) {
-            p.Preenche("txtLocalInfr", "Rua B");
-            p.Clica("cmdOK");
-        });
+        Aceita(m_Percurso, "frmLista");
         LogaGeral();
     }
 
@@ -47,16 +36,13 @@ class EstradaDoEquipamento : public JornadaEstrada {
         guardado->Descricao = "Radar da entrada";
         guardado->Sensores.Valor()->Item(1)->LocalInfr = "Rua A";
         Passo([&] { EXPECT_TRUE(m_Geral->ClickMenu("mnuModVOREquiptos") || Parou()); });
-        NaJanela("frmLista", [](PessoaVarrida &p) {
-            p.Localiza("ztlLista");
-            p.EscolheMenu("ztlLista", "mnuZTLObjEditar");
-            p.Fecha();
-        });
+        NaJanela("frmLista", m_Percurso.Janelas.at("frmLista"));
     }
 
     void ConfereSucesso() override
     {
         const Ref<EquiptoED> guardado = m_Registro.Equipamento(m_NroIntEquip);
+        EXPECT_EQ(m_NaLista, "Radar da saída");
         EXPECT_EQ(guardado->Descricao.Valor(), "Radar da saída");
         EXPECT_EQ(guardado->Sensores.Valor()->Item(1)->LocalInfr.Valor(), "Rua B");
         EXPECT_EQ(m_Host.Tela->FormsAbertos("frmLista").size(), 0U);
@@ -64,6 +50,8 @@ class EstradaDoEquipamento : public JornadaEstrada {
 
   private:
     std::int32_t m_NroIntEquip;
+    std::string m_NaLista;
+    const Percurso m_Percurso = EstradaDeUmEquipamento(m_NaLista);
 };
 
 TEST(EstradasVarredura, Equipment_FromTheMenuToTheSave_SurvivesEveryFault)
@@ -119,7 +107,8 @@ pessoa
       @pagina
 )");
     varredura.Segue();
-    EXPECT_GE(varredura.Roda(), 360);
+    varredura.Registra("tests/search/dados/estrada_equipamento.txt");
+    EXPECT_GE(varredura.Roda(), 368);
 }
 
 // A module of the host asks for an equipment, by the window and by its code.
@@ -128,7 +117,7 @@ class EstradaDaConsulta : public JornadaEstrada {
     explicit EstradaDaConsulta(HostRoteirizado &host) : JornadaEstrada(host)
     {
         m_Registro.Poe(EquiptoCalibrado("A", 3, "A200"));
-        NoModal("frmLista", [](PessoaVarrida &p) {
+        NoModal("frmLista", [](Operador &p) {
             p.ClicaLinha("ztlLista", 1);
             p.Clica("cmdOK");
         });
@@ -206,6 +195,7 @@ pessoa
     varredura.RecusaEmFalha(3, "ZTAVOREQUIP < CVorEquip.SetaDadosEquipto < CVorEquip.BuscaEquipamento", "");
     varredura.RecusaEmFalha(4, "ZTAVOREQUIP < CVorEquip.BuscaEquipamento", "");
     varredura.Segue();
+    varredura.Registra("tests/search/dados/estrada_consulta.txt");
     EXPECT_GE(varredura.Roda(), 124);
 }
 

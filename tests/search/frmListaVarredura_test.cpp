@@ -1,6 +1,5 @@
 #include "search/frmLista.h"
 
-#include "controls/ztList.h"
 #include "host/AfericaoED.h"
 #include "host/SensorED.h"
 #include "search/CVorEquip.h"
@@ -33,7 +32,7 @@ class JornadaDaPesquisa : public JornadaComRegistro {
     {
         m_Codigos.clear();
         Passo([&] { EXPECT_TRUE(m_Geral->ClickMenu("mnuModNABEquiptos") || Parou()); });
-        NaJanela("frmLista", [&](PessoaVarrida &p) {
+        NaJanela("frmLista", [&](Operador &p) {
             p.Localiza("ztlLista"); // without a client
             p.EscolheCliente("ztCliente", "DAER", "");
             p.Escolhe("cboCriterio", "Código");
@@ -65,17 +64,16 @@ class JornadaDaPesquisa : public JornadaComRegistro {
     }
 
   private:
-    void Procura(PessoaVarrida &p)
+    void Procura(Operador &p)
     {
         p.Localiza("ztlLista");
         Anota(p);
     }
-    void Anota(PessoaVarrida &p)
+    void Anota(Operador &p)
     {
-        const Ref<ztList> lista = p.Acha<ztList>("ztlLista");
         std::string codigos;
-        for (std::int32_t linha = 1; linha <= lista->NroItens(); ++linha) {
-            codigos += (linha > 1 ? " " : "") + lista->TextoCelula(linha, 1);
+        for (std::int32_t linha = 1; linha <= p.Linhas("ztlLista"); ++linha) {
+            codigos += (linha > 1 ? " " : "") + p.Celula("ztlLista", linha, "Código");
         }
         m_Codigos.push_back(codigos);
     }
@@ -132,7 +130,7 @@ class JornadaDaSelecao : public JornadaComRegistro {
         const Ref<EquiptoED> sem = EquiptoCalibrado("A", 3, "A200");
         sem->Sensores.Valor()->Item(1)->Afericoes = ListaDe<AfericaoED>();
         m_Registro.Poe(sem);
-        NoModal("frmLista", [this](PessoaVarrida &p) {
+        NoModal("frmLista", [this](Operador &p) {
             if (m_Cancela) {
                 p.Clica("cmdCancelar");
                 return;

@@ -16,9 +16,9 @@
 namespace {
 
 // The whole life of a shell, with a window open at the logoff.
-class JornadaDaVida : public JornadaCompleta {
+class JornadaDaVida : public Jornada {
   public:
-    explicit JornadaDaVida(HostRoteirizado &host) : JornadaCompleta(host) {}
+    explicit JornadaDaVida(HostRoteirizado &host) : Jornada(host) {}
 
     void Percorre() override
     {
@@ -161,7 +161,7 @@ class JornadaDasJanelas : public JornadaComRegistro {
     explicit JornadaDasJanelas(HostRoteirizado &host) : JornadaComRegistro(host)
     {
         host.Tela->EmbrulhaForms = true;
-        NoModal("frmModal", [this](PessoaVarrida &) { Passo([&] { m_Modal->Descarregar(); }); });
+        NoModal("frmModal", [this](Operador &) { Passo([&] { m_Modal->Descarregar(); }); });
         LogaGeral();
     }
 
@@ -253,9 +253,9 @@ pessoa
 }
 
 // The menus of a module that has items of its own.
-class JornadaDosMenus : public JornadaCompleta {
+class JornadaDosMenus : public Jornada {
   public:
-    explicit JornadaDosMenus(HostRoteirizado &host) : JornadaCompleta(host)
+    explicit JornadaDosMenus(HostRoteirizado &host) : Jornada(host)
     {
         host.ActBar->PoeFerramenta("bndArquivo", "mnuNovo");
         host.ActBar->PoeFerramenta("popEquip", "mnuLimites");

@@ -1,30 +1,68 @@
 #pragma once
 
-#include "tests/support/HostRoteirizado.h"
+#include "tests/support/Jornada.h"
 
 #include <cstdint>
 #include <functional>
-#include <optional>
+#include <map>
+#include <memory>
 #include <string>
+#include <utility>
 
-// The sweep: runs a journey again and again, each time on a new host on which a shell has logged on, and makes the
-// first host call of the journey fail, then the second, until it runs to its end undisturbed. After each failure the
-// journey runs once more on the same host and must then raise nothing and show no error box; the host's own problems
-// (objects not released, modal windows and questions without a script) fail the test as always.
-struct Varredura {
-    // Scripts, services and records. What happens in every run needs the scripts that stay: RespondeSempre,
-    // AoMostrarModalSempre, EscolheArquivoSempre, Servico.
-    std::function<void(HostRoteirizado &)> Prepara;
-    std::function<void(HostRoteirizado &)> Jornada;
-    // After a failure, before the second run: what must hold then. The fault, when one came out of the journey.
-    // ChamadaQueFalhou of the host names the call.
-    std::function<void(HostRoteirizado &, const std::optional<Falha> &)> Confere;
-    // Only the calls of that name, which then need not be logged ones; empty: every logged call.
-    std::string Chamada;
+// The sweep of a journey. First the journey runs undisturbed, and its calls are held against the tree that the test has
+// written (VarreduraCaminho). Then it runs once for each call of the host, logged or not, with that call failing, and
+// once for each remote call with that call refused, each time on a new host. After each: exactly one error box with the
+// number, the context, the full path and the title, or the fault itself with its full path at the caller, or neither
+// and a successful way, as the tree says; the pointer as it must be; the stored records as they were when the call
+// began; and the same journey succeeds on the next try, on the same host. At its end each host tells its problems
+// (objects that still live, unexpected boxes and windows), and no memory is held.
+class Varredura {
+  public:
+    using Fabrica = std::function<std::unique_ptr<Jornada>(HostRoteirizado &)>;
 
-    // How many failures the journey went through.
-    std::int32_t Roda() const;
+    Varredura(Fabrica fabrica, const std::string &arvore);
+
+    // The refusal of the n-th remote call ends in fault 91: the path of the fault, and the context of its box, empty
+    // when it reaches the caller. Every other refusal is told by the proxy alone.
+    void RecusaEmFalha(std::int32_t n, const std::string &fonte, const std::string &contexto);
+
+    // After each failure the person also goes on, instead of giving up: no further failure may follow from the first.
+    void Segue() { m_Segue = true; }
+
+    // The log of the journey undisturbed, whole, stands in that file (tests/support/RegistroIgual.h).
+    void Registra(const std::string &arquivo) { m_Registro = arquivo; }
+
+    // Prints the line "faults survived: N", by which the sweeps of all tests are added up, and returns N, failures and
+    // refusals together.
+    std::int32_t Roda();
+    std::int32_t Falhas() const noexcept { return m_Falhas; }
+    std::int32_t Recusas() const noexcept { return m_Recusas; }
+
+  private:
+    struct Base;
+    struct Ensaio;
+    struct Esperado;
+    struct Caso;
+
+    bool RodaBase(Base &base) const;
+    void RodaFalha(const Base &base, std::size_t passo, bool segue);
+    void RodaRecusa(const Base &base, std::size_t passo, std::int32_t execucao);
+    void RodaNegativa(const Base &base, std::size_t passo, const std::string &operacao);
+    void RodaCaso(const Caso &caso) const;
+    static void Confere(Ensaio &ensaio, const Esperado &esperado);
+    static void TentaDeNovo(Ensaio &ensaio);
+
+    Fabrica m_Fabrica;
+    std::string m_Arvore;
+    std::string m_Registro;
+    std::map<std::int32_t, std::pair<std::string, std::string>> m_RecusasEmFalha;
+    bool m_Segue = false;
+    std::int32_t m_Falhas = 0;
+    std::int32_t m_Recusas = 0;
 };
 
-// Prints the line "faults survived: N", by which the sweeps of all tests are added up, and returns N.
-std::int32_t RelataSobrevividas(std::int32_t quantas);
+// The sweep of a journey of a class that is made from the host alone.
+template <class T> Varredura VarreduraDe(const std::string &arvore)
+{
+    return Varredura([](HostRoteirizado &host) { return std::make_unique<T>(host); }, arvore);
+}

@@ -2,15 +2,15 @@
 
 #include "tests/support/HostTeste.h"
 #include "tests/support/RegistroEmMemoria.h"
-#include "tests/support/VarreduraCompleta.h"
+#include "tests/support/Varredura.h"
 
 #include <cstdint>
 #include <string>
 
 // A journey over the registry in memory, whose records are what a failure must not change half.
-class JornadaComRegistro : public JornadaCompleta {
+class JornadaComRegistro : public Jornada {
   public:
-    explicit JornadaComRegistro(HostRoteirizado &host) : JornadaCompleta(host), m_Registro(host) {}
+    explicit JornadaComRegistro(HostRoteirizado &host) : Jornada(host), m_Registro(host) {}
 
     std::string Estado() const override;
 

@@ -1,0 +1,72 @@
+#include "tests/support/Estradas.h"
+
+#include "desk/windows/Mesa.h"
+#include "tests/desk/OperadorDeJanelas.h"
+#include "tests/desk/RegistroDeTeste.h"
+#include "tests/desk/Teclado.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+// What is told once for every kind of window, in the real windows, over a registry with one equipment.
+class EstradasTeste : public testing::Test {
+  protected:
+    EstradasTeste()
+        : mesa(Servicos::Abre(registro.Caminho(), [this] { return registro.Relogio; }), pasta.path().toStdString(),
+               [this] { return registro.Relogio; })
+    {
+        const auto equipto = EquipamentoDe("R100");
+        Poe(equipto, SensorDe(1));
+        Inclui(registro.Sessao("ana"), equipto);
+        mesa.show();
+        mesa.Entra(registro.Sessao("ana"));
+    }
+
+    // From the search window on. Empty when all was as expected.
+    std::string Percorre(const Percurso &percurso)
+    {
+        return Teclado::Percorre([&](Teclado &teclado) {
+            teclado.Tecla(Qt::Key_1, Qt::ControlModifier);
+            Condutor condutor(pasta.filePath("imagens"));
+            OperadorDeJanelas::Percorre(condutor, percurso, "frmLista");
+        });
+    }
+
+    QTemporaryDir pasta;
+    RegistroDeTeste registro;
+    Mesa mesa;
+};
+
+TEST_F(EstradasTeste, Equipment_InRealWindows_IsFoundEditedAndSaved)
+{
+    std::string naLista;
+    EXPECT_EQ(Percorre(EstradaDeUmEquipamento(naLista)), "");
+    EXPECT_EQ(naLista, "Radar da saída");
+    EXPECT_EQ(registro.Sql("SELECT Descricao FROM EQUIPAMENTO"), "Radar da saída");
+    EXPECT_EQ(registro.Sql("SELECT LocalInfr FROM SENSOR"), "Rua B");
+    EXPECT_EQ(mesa.Hospedeiro()->Plataforma()->NroForms(), 0);
+}
+
+TEST_F(EstradasTeste, Search_InRealWindows_BySomeCriteriaAndOrders)
+{
+    const auto outro = EquipamentoDe("R200");
+    outro->Descricao = "Antes de todos";
+    Inclui(registro.Sessao("ana"), outro);
+    std::string descricoes;
+    Percurso percurso;
+    percurso.Janelas["frmLista"] = [&](Operador &p) {
+        p.EscolheCliente("ztCliente", "DETRAN/RS", "");
+        p.Localiza("ztlLista");
+        p.OrdenaPor("ztlLista", 2);
+        for (std::int32_t linha = 1; linha <= p.Linhas("ztlLista"); ++linha) {
+            descricoes += p.Celula("ztlLista", linha, "Descrição") + ";";
+        }
+        p.Marca("chkInativos");
+        p.Fecha();
+    };
+    EXPECT_EQ(Percorre(percurso), "");
+    EXPECT_EQ(descricoes, "Antes de todos;Av. Ipiranga, sentido centro;");
+}
+
+} // namespace

@@ -1,0 +1,166 @@
+#include "tests/desk/OperadorDeJanelas.h"
+
+#include "desk/windows/Renderizador.h"
+#include "tests/desk/Teclado.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QHeaderView>
+#include <QMessageBox>
+#include <QTableView>
+#include <QTest>
+
+namespace {
+
+QString NomeDe(const std::string &nome, std::int16_t indice)
+{
+    return indice < 0 ? Q(nome) : Q(nome) + "_" + QString::number(indice);
+}
+
+QTableView *Tabela(const std::string &nome)
+{
+    return qobject_cast<QTableView *>(Teclado::Acha(Q(nome) + "/linhas"));
+}
+
+} // namespace
+
+OperadorDeJanelas::OperadorDeJanelas(Condutor &condutor, const Percurso &percurso, const std::string &janela)
+    : m_Condutor(condutor),
+      m_Percurso(percurso),
+      m_Janela(janela)
+{
+}
+
+void OperadorDeJanelas::Percorre(Condutor &condutor, const Percurso &percurso, const std::string &comeco)
+{
+    condutor.EsperaJanela(Q(comeco));
+    OperadorDeJanelas operador(condutor, percurso, comeco);
+    percurso.Janelas.at(comeco)(operador);
+}
+
+// The windows' thread answers once the action has come to its end, or to a window or question that waits for the
+// person.
+void OperadorDeJanelas::AtendeJanelas()
+{
+    for (;;) {
+        QString pergunta;
+        const std::string frente = S(m_Condutor.NaTela<QString>([&] {
+            if (const auto *caixa = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
+                pergunta = caixa->text();
+            }
+            return Teclado::Frente() == nullptr ? QString() : Teclado::Frente()->objectName();
+        }));
+        if (const auto resposta = m_Percurso.Respostas.find(S(pergunta)); resposta != m_Percurso.Respostas.end()) {
+            m_Condutor.Responde(pergunta, resposta->second ? "Sim" : "Não");
+        } else if (frente != m_Janela && m_Percurso.Janelas.contains(frente)) {
+            Percorre(m_Condutor, m_Percurso, frente);
+            m_Condutor.EsperaSemJanela(Q(frente));
+        } else {
+            return;
+        }
+    }
+}
+
+void OperadorDeJanelas::Clica(const std::string &nome, std::int16_t indice)
+{
+    m_Condutor.Clica(NomeDe(nome, indice));
+    AtendeJanelas();
+}
+
+void OperadorDeJanelas::Marca(const std::string &nome, std::int16_t indice)
+{
+    const QString widget = NomeDe(nome, indice);
+    const bool marcado = m_Condutor.NaTela<bool>([&] {
+        const auto *botao = qobject_cast<QAbstractButton *>(Teclado::Acha(widget));
+        return botao != nullptr && botao->isChecked();
+    });
+    if (!marcado) {
+        Clica(nome, indice);
+    }
+    m_Condutor.ConfereTexto(widget, "marcado");
+}
+
+void OperadorDeJanelas::Preenche(const std::string &nome, const std::string &texto)
+{
+    m_Condutor.Digita(Q(nome), Q(texto));
+}
+
+void OperadorDeJanelas::Escolhe(const std::string &nome, const std::string &texto)
+{
+    m_Condutor.Escolhe(Q(nome), Q(texto));
+    AtendeJanelas();
+}
+
+void OperadorDeJanelas::Abre(const std::string &nome, std::int16_t pagina)
+{
+    m_Condutor.AbreAba(Q(nome), pagina);
+}
+
+void OperadorDeJanelas::ClicaLinha(const std::string &nome, std::int32_t linha)
+{
+    m_Condutor.ClicaLinha(Q(nome), linha);
+}
+
+void OperadorDeJanelas::EscolheMenu(const std::string &nome, const std::string &chave)
+{
+    Clica(nome + "/" + chave, -1);
+}
+
+void OperadorDeJanelas::PedeMais(const std::string &nome)
+{
+    Clica(nome + "/mais", -1);
+}
+
+void OperadorDeJanelas::Localiza(const std::string &nome)
+{
+    Clica(nome + "_localizar", -1);
+}
+
+void OperadorDeJanelas::OrdenaPor(const std::string &nome, std::int32_t coluna)
+{
+    m_Condutor.NaTela<bool>([&] {
+        const QHeaderView *titulos = Tabela(nome)->horizontalHeader();
+        QTest::mouseClick(titulos->viewport(), Qt::LeftButton, {},
+                          {titulos->sectionViewportPosition(coluna - 1) + titulos->sectionSize(coluna - 1) / 2,
+                           titulos->height() / 2});
+        return true;
+    });
+}
+
+void OperadorDeJanelas::InformaEndereco(const std::string &nome, std::int32_t, std::int32_t numero,
+                                        const std::string &complemento, const std::string &cep, const std::string &)
+{
+    Preenche(nome + "/via", cep);
+    Preenche(nome + "/numero", std::to_string(numero));
+    Preenche(nome + "/complemento", complemento);
+    Clica(nome + "/usar", -1);
+}
+
+void OperadorDeJanelas::EscolheCliente(const std::string &nome, const std::string &cliente, const std::string &setor)
+{
+    Escolhe(nome + "/cliente", cliente);
+    Escolhe(nome + "/setor", setor.empty() ? "Todos os setores" : setor);
+}
+
+void OperadorDeJanelas::Fecha()
+{
+    m_Condutor.FechaJanela(Q(m_Janela));
+}
+
+std::int32_t OperadorDeJanelas::Linhas(const std::string &nome)
+{
+    return m_Condutor.NaTela<QString>([&] { return QString::number(Tabela(nome)->model()->rowCount()); }).toInt();
+}
+
+std::string OperadorDeJanelas::Celula(const std::string &nome, std::int32_t linha, const std::string &coluna)
+{
+    return S(m_Condutor.NaTela<QString>([&] {
+        const QAbstractItemModel &modelo = *Tabela(nome)->model();
+        for (int n = 0; n < modelo.columnCount(); ++n) {
+            if (modelo.headerData(n, Qt::Horizontal).toString() == Q(coluna)) {
+                return modelo.index(linha - 1, n).data().toString();
+            }
+        }
+        throw Diferenca("não há coluna " + Q(coluna));
+    }));
+}
