@@ -27,6 +27,7 @@ class ModuloFalso : public IModulo {
     std::int32_t FalhaNoNome = 0; // which question for the name raises
     std::string FalhaEm;          // the operation that raises
     bool Localizou = false;
+    std::function<void()> AoLocalizar;
     Ref<IztList> Lista;
 
     std::string Modulo() override
@@ -43,6 +44,9 @@ class ModuloFalso : public IModulo {
             texto += (i > 1 ? "; " : "") + parametros->Item(i)->Nome + "=" + parametros->Item(i)->Valor;
         }
         Anota("Localizar", texto);
+        if (AoLocalizar) {
+            AoLocalizar();
+        }
         Lista->Limpa(false);
         TabelaTexto linhas(4);
         for (const auto &achado : Achados) {
@@ -368,6 +372,47 @@ TEST_F(frmListaTeste, AtivaFrame_OfEquipamentos_FitsTheCriteriaBarToItsFrame)
     EXPECT_EQ(pessoa.Acha("cboCriterio")->TabIndex(), 3);
     EXPECT_EQ(pessoa.Acha("txtCodEquip")->TabIndex(), 4);
     EXPECT_EQ(pessoa.Acha("chkInativos")->TabIndex(), 5);
+}
+
+TEST_F(frmListaTeste, AtivaFrame_FrameThatStandsElsewhere_IsPutInItsPlaceInABarMadeForIt)
+{
+    CriaForm();
+    carregado = form->FormCarregado.liga([this](Ref<IztList> lista) {
+        modulo->Lista = lista;
+        const Ref<IControle> frame = NaJanela().Acha("fraDados", 0);
+        frame->DefineLeft(7);
+        frame->DefineTop(7);
+        frame->DefineHeight(2000);
+    });
+    Carrega(nullptr, false);
+    const Ref<IControle> frame = NaJanela().Acha("fraDados", 0);
+    EXPECT_EQ(modulo->Lista->BarraCriteriosAltura(), 2090);
+    EXPECT_EQ(frame->Left(), 45);
+    EXPECT_EQ(frame->Top(), 45);
+}
+
+TEST_F(frmListaTeste, CarregaForm_WithParameters_SetsTheCaptionThenTheFrameThenSearchesThenTheButtons)
+{
+    CriaForm();
+    bool enchendo = false;
+    host->ObservaChamadas([&] {
+        if (!enchendo && modulo->Lista) { // the first thing that the criteria ask of the host
+            enchendo = true;
+            EXPECT_EQ(form->Caption(), "Equipamentos");
+            EXPECT_TRUE(NaJanela().Acha("fraDados", 0)->Visible());
+            EXPECT_FALSE(modulo->Localizou);
+        }
+    });
+    modulo->AoLocalizar = [&] {
+        EXPECT_TRUE(enchendo);
+        EXPECT_EQ(NaJanela().Acha<ztCombo>("cboTipoEquipto")->Valor(), "T");
+        EXPECT_TRUE(NaJanela().Acha("cmdOK")->Visible());
+        EXPECT_FALSE(ListaDe(NaJanela())->Ajustes().BotoesFecharAjuda);
+    };
+    Carrega(Parametros({}), false);
+    host->ObservaChamadas(nullptr);
+    EXPECT_TRUE(modulo->Localizou);
+    EXPECT_FALSE(NaJanela().Acha("cmdOK")->Visible());
 }
 
 // Rows in the list before the criteria are set up can only be there when the form is opened once more.
@@ -885,6 +930,7 @@ TEST_F(frmListaTeste, cmdOK_WithRowsOrDatesThatCannotBeRead_ReportsTheConversion
     EXPECT_EQ(Erros(), (Textos{"frmLista.cmdOK_Click: 6 (ZTAVOREQUIP)", "frmLista.cmdOK_Click: 13 (ZTAVOREQUIP)",
                                "frmLista.cmdOK_Click: 13 (ZTAVOREQUIP)"}));
     EXPECT_EQ(host->Conta("EquiptoRN."), 0);
+    EXPECT_EQ(modulo->Conta("GetValorCampo(DtInfracao)"), 1); // only after the number was read
     EXPECT_EQ(form->Parametros()->Count(), 0);
 }
 
