@@ -10,7 +10,7 @@ set(pilha_inteira "ASAN_OPTIONS=string_append::fast_unwind_on_malloc=0:malloc_co
 file(GLOB fontes_mesa CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/desk/*.cpp)
 list(FILTER fontes_mesa EXCLUDE REGEX "/(servicos_[^/]*|RegistroDeTeste|DiscoDeTeste|ServicosPrincipal)\\.cpp$")
 add_executable(teste_mesa ${fontes_mesa})
-target_link_libraries(teste_mesa PRIVATE suporte contrato_host registro_de_teste janelas amostra roteiro GTest::gtest)
+target_link_libraries(teste_mesa PRIVATE suporte contrato_host registro_de_teste janelas amostra condutor GTest::gtest)
 gtest_discover_tests(teste_mesa
     DISCOVERY_MODE PRE_TEST
     DISCOVERY_TIMEOUT 60

@@ -219,7 +219,7 @@ try {
 bool frmLimitesDifDetalhes::MontaTela(const std::string &codEquip)
 try {
     const std::string inicio = m_Inclusao ? "Novo" : m_Detalhes ? "Detalhes do" : "Editar";
-    DefineCaption(inicio + " " + m_Tipo.Descr);
+    DefineCaption(*m_Tipo.Descr != 0 ? inicio + " " + m_Tipo.Descr : inicio);
     fraDiasSemana->DefineVisible(m_Tipo.DaSemana());
     fraData->DefineVisible(!m_Tipo.DaSemana());
     fraVelocPerm->DefineVisible(m_Tipo.ComVelocidade);

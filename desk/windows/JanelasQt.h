@@ -4,13 +4,13 @@
 #include "desk/services/SessaoServico.h"
 #include "desk/windows/JanelaForm.h"
 
+#include <QMdiArea>
 #include <QPointer>
 
 #include <functional>
 #include <vector>
 
 class QEventLoop;
-class QMdiArea;
 class QMdiSubWindow;
 class Involucro;
 

@@ -55,7 +55,7 @@ TEST_F(EstradasTeste, Search_InRealWindows_BySomeCriteriaAndOrders)
     Inclui(registro.Sessao("ana"), outro);
     std::string descricoes;
     Percurso percurso;
-    percurso.Janelas["frmLista"] = [&](Operador &p) {
+    percurso.Janelas["frmLista"] = [&](PessoaNaTela &p) {
         p.EscolheCliente("ztCliente", "DETRAN/RS", "");
         p.Localiza("ztlLista");
         p.OrdenaPor("ztlLista", 2);

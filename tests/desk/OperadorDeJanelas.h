@@ -1,11 +1,11 @@
 #pragma once
 
 #include "desk/tour/Condutor.h"
-#include "tests/support/Operador.h"
+#include "tests/support/PessoaNaTela.h"
 
 // The person in front of the real windows, with mouse and keyboard, from a thread of its own. An action ends when the
 // windows that it has opened are gone: what is done in them, and what is answered, stands in the way.
-class OperadorDeJanelas : public Operador {
+class OperadorDeJanelas : public PessoaNaTela {
   public:
     OperadorDeJanelas(Condutor &condutor, const Percurso &percurso, const std::string &janela);
 

@@ -20,7 +20,7 @@ class JornadaDosComandos : public JornadaComRegistro {
                                      "Deseja reativar o equipamento F100 ?"}) {
             Responde(pergunta, true);
         }
-        NoModal("frmEquipDetalhes", [this](Operador &p) {
+        NoModal("frmEquipDetalhes", [this](PessoaNaTela &p) {
             if (m_Edita) {
                 p.Preenche("txtDescricao", "Radar da saída");
                 p.Clica("ztCmdOK");
@@ -28,7 +28,7 @@ class JornadaDosComandos : public JornadaComRegistro {
                 p.Clica("cmdCancelar");
             }
         });
-        NoModal("frmLimitesDif", [this](Operador &p) {
+        NoModal("frmLimitesDif", [this](PessoaNaTela &p) {
             ++m_Limites;
             p.Fecha();
         });
@@ -42,7 +42,7 @@ class JornadaDosComandos : public JornadaComRegistro {
         m_Limites = 0;
         m_Linhas = "";
         Passo([&] { EXPECT_TRUE(m_Geral->ClickMenu("mnuModNABEquiptos") || Parou()); });
-        NaJanela("frmLista", [&](Operador &p) {
+        NaJanela("frmLista", [&](PessoaNaTela &p) {
             p.Localiza("ztlLista");
             m_Edita = false;
             p.EscolheMenu("ztlLista", "mnuZTLObjDetalhes");
@@ -73,7 +73,7 @@ class JornadaDosComandos : public JornadaComRegistro {
     }
 
   private:
-    void Anota(Operador &p) { m_Linhas += std::to_string(p.Linhas("ztlLista")); }
+    void Anota(PessoaNaTela &p) { m_Linhas += std::to_string(p.Linhas("ztlLista")); }
 
     std::int32_t m_NroIntEquip;
     std::int32_t m_Limites = 0;

@@ -35,9 +35,9 @@ class JornadaDeFormularios : public JornadaComRegistro {
               "Foram feitas alterações neste equipamento. Deseja descartá-las?"}) {
             Responde(pergunta, true);
         }
-        NoModal("frmEquipDetalhes", [this](Operador &p) { NoEquipamento(p); });
-        NoModal("frmEquipSensores", [this](Operador &p) { NoSensor(p); });
-        NoModal("frmEquipAfericoes", [this](Operador &p) { NaAfericao(p); });
+        NoModal("frmEquipDetalhes", [this](PessoaNaTela &p) { NoEquipamento(p); });
+        NoModal("frmEquipSensores", [this](PessoaNaTela &p) { NoSensor(p); });
+        NoModal("frmEquipAfericoes", [this](PessoaNaTela &p) { NaAfericao(p); });
         LogaComServicos();
     }
 
@@ -47,7 +47,7 @@ class JornadaDeFormularios : public JornadaComRegistro {
         m_Sensores = 0;
         m_Afericoes = 0;
         Passo([&] { EXPECT_TRUE(m_Geral->ClickMenu("mnuModNABEquiptos") || Parou()); });
-        NaJanela("frmLista", [&](Operador &p) {
+        NaJanela("frmLista", [&](PessoaNaTela &p) {
             if (comando != "mnuZTLObjNovo") {
                 p.Localiza("ztlLista");
                 p.ClicaLinha("ztlLista", p.Linhas("ztlLista"));
@@ -58,16 +58,16 @@ class JornadaDeFormularios : public JornadaComRegistro {
     }
 
   protected:
-    virtual void NoEquipamento(Operador &p) = 0;
-    virtual void NoSensor(Operador &) {}
-    virtual void NaAfericao(Operador &) {}
+    virtual void NoEquipamento(PessoaNaTela &p) = 0;
+    virtual void NoSensor(PessoaNaTela &) {}
+    virtual void NaAfericao(PessoaNaTela &) {}
 
-    static void Periodo(Operador &p, const std::string &verificacao, const std::string &vencimento)
+    static void Periodo(PessoaNaTela &p, const std::string &verificacao, const std::string &vencimento)
     {
         p.Preenche("txtDtVerifINMETRO", verificacao);
         p.Preenche("txtDtVencINMETRO", vencimento);
     }
-    static void Documento(Operador &p)
+    static void Documento(PessoaNaTela &p)
     {
         p.Clica("cmdProcurar");
         p.Clica("cmdUpload");
@@ -109,7 +109,7 @@ class JornadaNova : public JornadaDeFormularios {
     }
 
   protected:
-    void NoEquipamento(Operador &p) override
+    void NoEquipamento(PessoaNaTela &p) override
     {
         p.Preenche("txtCodEquip", "EQ_9");
         p.Preenche("txtModelo", "ACME");
@@ -131,7 +131,7 @@ class JornadaNova : public JornadaDeFormularios {
         p.EscolheMenu("ztListaSensor", "mnuZTLObjNovo");
         p.Clica("ztCmdOK");
     }
-    void NoSensor(Operador &p) override
+    void NoSensor(PessoaNaTela &p) override
     {
         p.InformaEndereco("ztEndereco1", 77, 12, "", "90000000", "Rua das Flores, 12");
         p.Abre("sstDados", 1);
@@ -139,7 +139,7 @@ class JornadaNova : public JornadaDeFormularios {
         p.EscolheMenu("ztListaAfericao", "mnuZTLObjNovo");
         p.Clica("cmdOK");
     }
-    void NaAfericao(Operador &p) override
+    void NaAfericao(PessoaNaTela &p) override
     {
         if (++m_Afericoes == 1) {
             p.Preenche("txtNroINMETRO", "123");
@@ -276,13 +276,13 @@ class JornadaDasAfericoes : public JornadaDeFormularios {
     }
 
   protected:
-    void NoEquipamento(Operador &p) override
+    void NoEquipamento(PessoaNaTela &p) override
     {
         p.Abre("sstDados", 3);
         p.ClicaLinha("ztListaAfericao", 1);
         p.EscolheMenu("ztListaAfericao", "mnuZTLObjDetalhes");
         if (!Parou()) {
-            NaJanela("frmEquipAfericoes", [](Operador &detalhes) {
+            NaJanela("frmEquipAfericoes", [](PessoaNaTela &detalhes) {
                 detalhes.Clica("cmdVisualizar");
                 detalhes.Clica("cmdVisualizar");
                 detalhes.Clica("cmdCancelar");
@@ -295,7 +295,7 @@ class JornadaDasAfericoes : public JornadaDeFormularios {
         p.EscolheMenu("ztListaAfericao", "mnuZTLObjExcluir");
         p.Clica("ztCmdOK");
     }
-    void NaAfericao(Operador &p) override
+    void NaAfericao(PessoaNaTela &p) override
     {
         if (++m_Afericoes == 1) {
             p.Clica("cmdOK"); // without a number
@@ -445,7 +445,7 @@ class JornadaAplicada : public JornadaDeFormularios {
     }
 
   protected:
-    void NoEquipamento(Operador &p) override
+    void NoEquipamento(PessoaNaTela &p) override
     {
         p.Abre("sstDados", 3);
         if (!m_Edita) {
@@ -541,19 +541,19 @@ class JornadaDesfeita : public JornadaDeFormularios {
     }
 
   protected:
-    void NoEquipamento(Operador &p) override
+    void NoEquipamento(PessoaNaTela &p) override
     {
         p.Abre("sstDados", 2);
         p.ClicaLinha("ztListaSensor", 1);
         p.EscolheMenu("ztListaSensor", "mnuZTLObjDetalhes");
         if (!Parou()) {
-            NaJanela("frmEquipSensores", [this](Operador &detalhes) {
+            NaJanela("frmEquipSensores", [this](PessoaNaTela &detalhes) {
                 detalhes.Abre("sstDados", 1);
                 m_LinhasDosDetalhes = detalhes.Linhas("ztListaAfericao");
                 detalhes.ClicaLinha("ztListaAfericao", 1);
                 detalhes.EscolheMenu("ztListaAfericao", "mnuZTLObjDetalhes");
                 if (!Parou()) {
-                    NaJanela("frmEquipAfericoes", [](Operador &afericao) {
+                    NaJanela("frmEquipAfericoes", [](PessoaNaTela &afericao) {
                         afericao.Clica("cmdVisualizar");
                         afericao.Clica("cmdCancelar");
                     });
@@ -565,7 +565,7 @@ class JornadaDesfeita : public JornadaDeFormularios {
         p.EscolheMenu("ztListaSensor", "mnuZTLObjExcluir");
         p.Clica("cmdCancelar");
     }
-    void NoSensor(Operador &p) override
+    void NoSensor(PessoaNaTela &p) override
     {
         ++m_Sensores;
         p.Preenche("txtLocalInfr", "");

@@ -22,8 +22,8 @@ template <std::int16_t Tipo> class JornadaDoTipo : public JornadaComRegistro {
     {
         const std::string descr[] = {"", "Limite Diferenciado", "Dia Específico", "Horário Proibido"};
         Responde("Confirma a exclusão deste " + descr[Tipo] + "?", true);
-        NoModal("frmLimitesDif", [this](Operador &p) { Trabalha(p); });
-        NoModal("frmLimitesDifDetalhes", [this](Operador &p) {
+        NoModal("frmLimitesDif", [this](PessoaNaTela &p) { Trabalha(p); });
+        NoModal("frmLimitesDifDetalhes", [this](PessoaNaTela &p) {
             if (!m_Edita) {
                 Inclui(p);
                 return;
@@ -49,7 +49,7 @@ template <std::int16_t Tipo> class JornadaDoTipo : public JornadaComRegistro {
     }
 
   private:
-    void Trabalha(Operador &p)
+    void Trabalha(PessoaNaTela &p)
     {
         const auto linhas = [&] { return p.Linhas("ztLista"); };
         const std::int32_t antes = linhas();
@@ -64,14 +64,14 @@ template <std::int16_t Tipo> class JornadaDoTipo : public JornadaComRegistro {
         p.ClicaLinha("ztLista", linhas());
         p.EscolheMenu("ztLista", "mnuZTLObjDetalhes");
         if (!Parou()) {
-            NaJanela("frmLimitesDifDetalhes", [](Operador &detalhes) { detalhes.Clica("cmdCancelar"); });
+            NaJanela("frmLimitesDifDetalhes", [](PessoaNaTela &detalhes) { detalhes.Clica("cmdCancelar"); });
         }
         p.EscolheMenu("ztLista", "mnuZTLObjExcluir");
         anota();
         p.Fecha();
     }
 
-    static void Inclui(Operador &p)
+    static void Inclui(PessoaNaTela &p)
     {
         if (Tipo == DiaEspecifico) {
             p.Preenche("ztdData", "25122026");

@@ -117,7 +117,7 @@ class EstradaDaConsulta : public JornadaEstrada {
     explicit EstradaDaConsulta(HostRoteirizado &host) : JornadaEstrada(host)
     {
         m_Registro.Poe(EquiptoCalibrado("A", 3, "A200"));
-        NoModal("frmLista", [](Operador &p) {
+        NoModal("frmLista", [](PessoaNaTela &p) {
             p.ClicaLinha("ztlLista", 1);
             p.Clica("cmdOK");
         });

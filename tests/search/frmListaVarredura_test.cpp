@@ -32,7 +32,7 @@ class JornadaDaPesquisa : public JornadaComRegistro {
     {
         m_Codigos.clear();
         Passo([&] { EXPECT_TRUE(m_Geral->ClickMenu("mnuModNABEquiptos") || Parou()); });
-        NaJanela("frmLista", [&](Operador &p) {
+        NaJanela("frmLista", [&](PessoaNaTela &p) {
             p.Localiza("ztlLista"); // without a client
             p.EscolheCliente("ztCliente", "DAER", "");
             p.Escolhe("cboCriterio", "Código");
@@ -64,12 +64,12 @@ class JornadaDaPesquisa : public JornadaComRegistro {
     }
 
   private:
-    void Procura(Operador &p)
+    void Procura(PessoaNaTela &p)
     {
         p.Localiza("ztlLista");
         Anota(p);
     }
-    void Anota(Operador &p)
+    void Anota(PessoaNaTela &p)
     {
         std::string codigos;
         for (std::int32_t linha = 1; linha <= p.Linhas("ztlLista"); ++linha) {
@@ -130,7 +130,7 @@ class JornadaDaSelecao : public JornadaComRegistro {
         const Ref<EquiptoED> sem = EquiptoCalibrado("A", 3, "A200");
         sem->Sensores.Valor()->Item(1)->Afericoes = ListaDe<AfericaoED>();
         m_Registro.Poe(sem);
-        NoModal("frmLista", [this](Operador &p) {
+        NoModal("frmLista", [this](PessoaNaTela &p) {
             if (m_Cancela) {
                 p.Clica("cmdCancelar");
                 return;

@@ -161,7 +161,7 @@ class JornadaDasJanelas : public JornadaComRegistro {
     explicit JornadaDasJanelas(HostRoteirizado &host) : JornadaComRegistro(host)
     {
         host.Tela->EmbrulhaForms = true;
-        NoModal("frmModal", [this](Operador &) { Passo([&] { m_Modal->Descarregar(); }); });
+        NoModal("frmModal", [this](PessoaNaTela &) { Passo([&] { m_Modal->Descarregar(); }); });
         LogaGeral();
     }
 

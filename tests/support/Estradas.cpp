@@ -4,13 +4,13 @@ Percurso EstradaDeUmEquipamento(std::string &naLista)
 {
     Percurso percurso;
     percurso.Respostas["Confirma a alteração?"] = true;
-    percurso.Janelas["frmLista"] = [&naLista](Operador &p) {
+    percurso.Janelas["frmLista"] = [&naLista](PessoaNaTela &p) {
         p.Localiza("ztlLista");
         p.EscolheMenu("ztlLista", "mnuZTLObjEditar");
         naLista = p.Celula("ztlLista", 1, "Descrição");
         p.Fecha();
     };
-    percurso.Janelas["frmEquipDetalhes"] = [](Operador &p) {
+    percurso.Janelas["frmEquipDetalhes"] = [](PessoaNaTela &p) {
         p.Abre("sstDados", 2);
         p.ClicaLinha("ztListaSensor", 1);
         p.EscolheMenu("ztListaSensor", "mnuZTLObjEditar");
@@ -18,7 +18,7 @@ Percurso EstradaDeUmEquipamento(std::string &naLista)
         p.Preenche("txtDescricao", "Radar da saída");
         p.Clica("ztCmdOK");
     };
-    percurso.Janelas["frmEquipSensores"] = [](Operador &p) {
+    percurso.Janelas["frmEquipSensores"] = [](PessoaNaTela &p) {
         p.Preenche("txtLocalInfr", "Rua B");
         p.Clica("cmdOK");
     };

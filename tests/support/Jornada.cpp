@@ -146,7 +146,7 @@ void Jornada::Desiste()
     }
 }
 
-void Jornada::NoModal(const std::string &classe, const std::function<void(Operador &)> &roteiro)
+void Jornada::NoModal(const std::string &classe, const std::function<void(PessoaNaTela &)> &roteiro)
 {
     m_Host.AoMostrarModalSempre(classe, [this, classe, roteiro](const Ref<IForm> &form) {
         PessoaVarrida pessoa(*this, form);
@@ -158,7 +158,7 @@ void Jornada::NoModal(const std::string &classe, const std::function<void(Operad
     });
 }
 
-void Jornada::NaJanela(const std::string &classe, const std::function<void(Operador &)> &roteiro)
+void Jornada::NaJanela(const std::string &classe, const std::function<void(PessoaNaTela &)> &roteiro)
 {
     const auto janelas = m_Host.Tela->FormsAbertos(classe);
     EXPECT_TRUE(Parou() || !janelas.empty()) << "não abriu: " << classe;

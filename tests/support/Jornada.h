@@ -1,7 +1,7 @@
 #pragma once
 
 #include "tests/support/HostRoteirizado.h"
-#include "tests/support/Operador.h"
+#include "tests/support/PessoaNaTela.h"
 
 #include "shell/Geral.h"
 
@@ -17,7 +17,7 @@ class Jornada;
 
 // The person of a journey in front of a form. Does nothing any more after the failure of which the person was told;
 // until then every action has to succeed, and the form has to be enabled after each of them.
-class PessoaVarrida : public Operador {
+class PessoaVarrida : public PessoaNaTela {
   public:
     PessoaVarrida(Jornada &jornada, const Ref<IForm> &form);
 
@@ -90,9 +90,9 @@ class Jornada {
     // What the person answers to a question until giving up.
     void Responde(const std::string &pergunta, bool sim);
     // What the person does in every modal window of a class. After giving up the person closes the window.
-    void NoModal(const std::string &classe, const std::function<void(Operador &)> &roteiro);
+    void NoModal(const std::string &classe, const std::function<void(PessoaNaTela &)> &roteiro);
     // The same in the window of that class that was opened last and is not modal, if there is one.
-    void NaJanela(const std::string &classe, const std::function<void(Operador &)> &roteiro);
+    void NaJanela(const std::string &classe, const std::function<void(PessoaNaTela &)> &roteiro);
 
     HostRoteirizado &m_Host;
 

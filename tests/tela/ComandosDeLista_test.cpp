@@ -10,9 +10,7 @@ class ComandosDeListaTest : public testing::Test {
   protected:
     Ref<ztList> Lista(std::int16_t tipoMenu = 2)
     {
-        auto ajustes = Chamado<AjustesZtList>("ztLista");
-        ajustes.TipoMenu = tipoMenu;
-        return m_Tela.Poe<ztList>(ajustes);
+        return m_Tela.Poe<ztList>(Chamado<AjustesZtList>("ztLista", {.TipoMenu = tipoMenu}));
     }
     void Botao(const std::string &caption)
     {

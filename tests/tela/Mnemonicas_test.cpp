@@ -80,16 +80,14 @@ TEST(Mnemonicas, OfAForm_AllItsCaptionsAndItsPickersOwn_AreTaken)
     auto campo = Chamado<AjustesTextBox>("txtA");
     campo.Rotulo = "&Agente:";
     tela.Poe<TextBox>(campo);
-    auto rotulo = Chamado<AjustesControle>("lblB");
+    auto rotulo = Chamado<AjustesLabel>("lblB");
     rotulo.Caption = "&Bairro:";
     tela.Poe<Label>(rotulo);
     auto botao = Chamado<AjustesCommandButton>("cmdC");
     botao.Caption = "&Cancelar";
     botao.Visible = false; // it may be shown later
     tela.Poe<CommandButton>(botao);
-    auto abas = Chamado<AjustesSSTab>("sst");
-    abas.Paginas = {"&Dados", "&Foto"};
-    tela.Poe<SSTab>(abas);
+    tela.Poe<SSTab>(Chamado<AjustesSSTab>("sst", {.Paginas = {"&Dados", "&Foto"}}));
     tela.Poe<ztEndereco>(Chamado<AjustesZtEndereco>("end"));
     tela.Poe<ztList>(Chamado<AjustesZtList>("lista"));
     for (const char *tomada : {"a", "b", "c", "d", "f", "u", "l", "m", "e", "j"}) {

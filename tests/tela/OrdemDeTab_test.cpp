@@ -19,7 +19,7 @@ TEST(OrdemDeTab, EmOrdemDeTab_AtFirst_IsTheOrderOfCreation)
 {
     Tela tela;
     tela.Poe<TextBox>(Chamado<AjustesTextBox>("c"));
-    tela.Poe<Label>(Chamado<AjustesControle>("b"));
+    tela.Poe<Label>(Chamado<AjustesLabel>("b"));
     tela.Poe<TextBox>(Chamado<AjustesTextBox>("a"));
     EXPECT_EQ(Nomes(tela.Form), (Textos{"c", "b", "a"}));
 }

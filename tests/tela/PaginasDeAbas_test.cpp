@@ -7,12 +7,7 @@ namespace {
 
 class PaginasDeAbasTest : public testing::Test {
   protected:
-    static AjustesSSTab CincoPaginas()
-    {
-        auto ajustes = Chamado<AjustesSSTab>("sstDados");
-        ajustes.Paginas = {"A", "B", "C", "D", "E"};
-        return ajustes;
-    }
+    static Peca CincoPaginas() { return Chamado<AjustesSSTab>("sstDados", {.Paginas = {"A", "B", "C", "D", "E"}}); }
 
     Tela m_Tela;
     Ref<SSTab> m_Abas = m_Tela.Poe<SSTab>(CincoPaginas());

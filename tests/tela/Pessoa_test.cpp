@@ -518,9 +518,7 @@ TEST_F(PessoaTest, Alt_OnTheCommandsOfAList_ChoosesThem)
 
 TEST_F(PessoaTest, Alt_OnTheOwnButtonsOfAList_SearchesAndAsksForMore)
 {
-    auto ajustes = Chamado<AjustesZtList>("ztLista");
-    ajustes.BarraCriteriosAtiva = true;
-    const Ref<ztList> lista = m_Tela.Poe<ztList>(ajustes);
+    const Ref<ztList> lista = m_Tela.Poe<ztList>(Chamado<AjustesZtList>("ztLista", {.BarraCriteriosAtiva = true}));
     m_Tela.Anota(lista->BotaoClick(), "mais");
     m_Tela.Anota(lista->BotaoLocalizarEnvia(), "localiza");
     EXPECT_TRUE(m_Pessoa.Alt(U'l'));

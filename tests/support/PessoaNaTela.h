@@ -8,12 +8,12 @@
 // A person in front of one window, whatever shows it: the scripted host, alone or under the sweep, or real windows.
 // What is told for this interface runs on all of them. Names are those of the controls; an action that cannot be done
 // fails the test.
-class Operador {
+class PessoaNaTela {
   public:
-    Operador() = default;
-    Operador(const Operador &) = delete;
-    Operador &operator=(const Operador &) = delete;
-    virtual ~Operador() = default;
+    PessoaNaTela() = default;
+    PessoaNaTela(const PessoaNaTela &) = delete;
+    PessoaNaTela &operator=(const PessoaNaTela &) = delete;
+    virtual ~PessoaNaTela() = default;
 
     virtual void Clica(const std::string &nome, std::int16_t indice = -1) = 0;
     virtual void Marca(const std::string &nome, std::int16_t indice = -1) = 0;
@@ -40,6 +40,6 @@ class Operador {
 // What a person does: in each window, by its class, beginning in the one that is open already; and what the person
 // answers to questions.
 struct Percurso {
-    std::map<std::string, std::function<void(Operador &)>> Janelas;
+    std::map<std::string, std::function<void(PessoaNaTela &)>> Janelas;
     std::map<std::string, bool> Respostas;
 };
