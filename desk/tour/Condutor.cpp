@@ -517,6 +517,23 @@ void Condutor::ConfereHabilitado(const QString &nome, bool esperado)
            [=] { return Visivel(nome) != nullptr && Visivel(nome)->isEnabled() == esperado; });
 }
 
+void Condutor::ConfereTravado(const QString &nome)
+{
+    const auto combo = [=] { return qobject_cast<QComboBox *>(Visivel(nome)); };
+    Espera(nome + " está na tela", [=] { return combo() != nullptr; });
+    const QString antes = NaTela<QString>([=] { return combo()->currentText(); });
+    Posta([=] {
+        combo()->setFocus();
+        for (const auto tecla : {Qt::Key_Up, Qt::Key_Home, Qt::Key_Down}) {
+            QTest::keyClick(combo(), tecla);
+        }
+    });
+    const QString depois = NaTela<QString>([=] { return combo()->currentText(); });
+    if (depois != antes) {
+        throw Diferenca(nome + " devia continuar com \"" + antes + "\" e tem \"" + depois + "\"");
+    }
+}
+
 void Condutor::ConfereFerramenta(const QString &nome, bool habilitada)
 {
     Espera(nome + (habilitada ? " está habilitada" : " está desabilitada"), [=] {

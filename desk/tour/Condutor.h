@@ -55,6 +55,8 @@ class Condutor {
     void ConfereLinhas(const QString &lista, int quantas);
     void ConfereCelula(const QString &lista, int linha, const QString &coluna, const QString &esperado);
     void ConfereHabilitado(const QString &nome, bool esperado);
+    // A combo in which nothing else can be chosen.
+    void ConfereTravado(const QString &nome);
     // A tool of the menus, by its name.
     void ConfereFerramenta(const QString &nome, bool habilitada);
     void Confere(const QString &oQue, const QString &visto, const QString &esperado);

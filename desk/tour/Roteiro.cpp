@@ -181,7 +181,7 @@ void Roteiro::IncluiEquipamento()
                            NoBanco("SELECT VelocPermitida FROM EQUIPAMENTO WHERE Codigo = 'ROTEIRO1'"), "60");
         m_Condutor.AbreAba("sstDados", 0);
         m_Condutor.ConfereTexto("lblOperador", "101");
-        m_Condutor.ConfereHabilitado("cboTipoEquip", false);
+        m_Condutor.ConfereTravado("cboTipoEquip");
     });
 }
 

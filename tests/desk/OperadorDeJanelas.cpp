@@ -24,18 +24,31 @@ QTableView *Tabela(const std::string &nome)
 
 } // namespace
 
-OperadorDeJanelas::OperadorDeJanelas(Condutor &condutor, const Percurso &percurso, const std::string &janela)
+OperadorDeJanelas::OperadorDeJanelas(Condutor &condutor, const Percurso &percurso, const std::string &janela,
+                                     const OperadorDeJanelas *atras)
     : m_Condutor(condutor),
       m_Percurso(percurso),
-      m_Janela(janela)
+      m_Janela(janela),
+      m_Atras(atras)
 {
 }
 
 void OperadorDeJanelas::Percorre(Condutor &condutor, const Percurso &percurso, const std::string &comeco)
 {
-    condutor.EsperaJanela(Q(comeco));
-    OperadorDeJanelas operador(condutor, percurso, comeco);
-    percurso.Janelas.at(comeco)(operador);
+    Percorre(condutor, percurso, comeco, nullptr);
+}
+
+void OperadorDeJanelas::Percorre(Condutor &condutor, const Percurso &percurso, const std::string &janela,
+                                 const OperadorDeJanelas *atras)
+{
+    condutor.EsperaJanela(Q(janela));
+    OperadorDeJanelas operador(condutor, percurso, janela, atras);
+    percurso.Janelas.at(janela)(operador);
+}
+
+bool OperadorDeJanelas::Atende(const std::string &janela) const
+{
+    return janela == m_Janela || (m_Atras != nullptr && m_Atras->Atende(janela));
 }
 
 // The windows' thread answers once the action has come to its end, or to a window or question that waits for the
@@ -52,8 +65,8 @@ void OperadorDeJanelas::AtendeJanelas()
         }));
         if (const auto resposta = m_Percurso.Respostas.find(S(pergunta)); resposta != m_Percurso.Respostas.end()) {
             m_Condutor.Responde(pergunta, resposta->second ? "Sim" : "Não");
-        } else if (frente != m_Janela && m_Percurso.Janelas.contains(frente)) {
-            Percorre(m_Condutor, m_Percurso, frente);
+        } else if (!Atende(frente) && m_Percurso.Janelas.contains(frente)) {
+            Percorre(m_Condutor, m_Percurso, frente, this);
             m_Condutor.EsperaSemJanela(Q(frente));
         } else {
             return;

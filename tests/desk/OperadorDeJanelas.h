@@ -7,8 +7,6 @@
 // windows that it has opened are gone: what is done in them, and what is answered, stands in the way.
 class OperadorDeJanelas : public PessoaNaTela {
   public:
-    OperadorDeJanelas(Condutor &condutor, const Percurso &percurso, const std::string &janela);
-
     // The whole way, from the window of that class on, which is waited for.
     static void Percorre(Condutor &condutor, const Percurso &percurso, const std::string &comeco);
 
@@ -31,9 +29,17 @@ class OperadorDeJanelas : public PessoaNaTela {
     std::string Celula(const std::string &nome, std::int32_t linha, const std::string &coluna) override;
 
   private:
+    // atras: the person in the window behind, from which this one was opened; null for the first.
+    OperadorDeJanelas(Condutor &condutor, const Percurso &percurso, const std::string &janela,
+                      const OperadorDeJanelas *atras);
+    static void Percorre(Condutor &condutor, const Percurso &percurso, const std::string &janela,
+                         const OperadorDeJanelas *atras);
     void AtendeJanelas();
+    // The window is this person's, or one behind it.
+    bool Atende(const std::string &janela) const;
 
     Condutor &m_Condutor;
     const Percurso &m_Percurso;
     std::string m_Janela;
+    const OperadorDeJanelas *m_Atras;
 };
