@@ -13,7 +13,7 @@ constexpr std::string_view TextoOrdenar = "Ordenar por";
 std::string Apara(const std::string &texto)
 {
     std::string aparado;
-    for (const std::string &linha : Divide(texto, "\n")) {
+    for (const std::string &linha : Divide(texto, QuebraDeLinha)) {
         aparado += (aparado.empty() ? "" : "\n") + Trim(linha);
     }
     return aparado;

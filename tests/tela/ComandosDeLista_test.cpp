@@ -86,7 +86,7 @@ TEST_F(ComandosDeListaTest, Barra_HiddenCommands_TakeNoLetterAndKeepTheirPlace)
 TEST_F(ComandosDeListaTest, Barra_ButtonWithACaptionOfItsOwn_HasTheSameLetterOnTrimmedLines)
 {
     const Ref<ztList> lista = Lista();
-    lista->IncluiItensMenu({{"mnuLimites", "Limites Diferenciados", " Limites \n  Diferenc. ", "Dica", true}});
+    lista->IncluiItensMenu({{"mnuLimites", "Limites Diferenciados", " Limites \r\n  Diferenc. ", "Dica", true}});
     const ComandoDeLista comando = BarraDaLista(*lista).Comandos.back();
     EXPECT_EQ(comando.NoMenu, "L&imites Diferenciados");
     EXPECT_EQ(comando.Letra, "i"); // "l" searches, "d" edits
