@@ -11,6 +11,7 @@ file(GLOB fontes_mesa CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/desk/*.cpp)
 list(FILTER fontes_mesa EXCLUDE REGEX "/(servicos_[^/]*|RegistroDeTeste|DiscoDeTeste|ServicosPrincipal)\\.cpp$")
 add_executable(teste_mesa ${fontes_mesa})
 target_link_libraries(teste_mesa PRIVATE suporte contrato_host registro_de_teste janelas amostra condutor GTest::gtest)
+target_compile_definitions(teste_mesa PRIVATE PASTA_DOS_RETRATOS="${PROJECT_BINARY_DIR}/retratos")
 gtest_discover_tests(teste_mesa
     DISCOVERY_MODE PRE_TEST
     DISCOVERY_TIMEOUT 60

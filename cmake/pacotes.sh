@@ -11,8 +11,6 @@ libgtest-dev   the framework that the tests are written in
 pkg-config     finds the libraries of the desk
 qt6-base-dev   windows and databases of the desk
 qt6-pdf-dev    the desk's viewer of certificates
-qt6-tools-dev  loads the layouts of the desk's windows
-libqt6opengl6-dev what the former asks for
 qt6-svg-dev    draws the desk's icons
 libqt6sql6-sqlite the embedded database under the desk
 libsqlite3-dev functions of the desk's own in that database

@@ -1,32 +1,21 @@
 #include "desk/windows/JanelaForm.h"
 
 #include "desk/services/SessaoServico.h"
+#include "desk/windows/Quadro.h"
 #include "desk/windows/RenderLista.h"
 #include "desk/windows/RenderizadoresEscolha.h"
 #include "desk/windows/RenderizadoresSimples.h"
+#include "desk/windows/Twips.h"
 #include "tela/OrdemDeTab.h"
 
 #include <QApplication>
 #include <QCloseEvent>
-#include <QFile>
 #include <QIcon>
 #include <QKeyEvent>
-#include <QLabel>
+#include <QLayout>
 #include <QPushButton>
-#include <QUiLoader>
-#include <QVBoxLayout>
 
 #include <algorithm>
-
-namespace {
-
-QString NomeDoWidget(const IControle &controle)
-{
-    const QString nome = Q(controle.Nome());
-    return controle.Indice() < 0 ? nome : nome + "_" + QString::number(controle.Indice());
-}
-
-} // namespace
 
 JanelaForm::JanelaForm(Ref<IForm> form, AoRedorDoForm aoRedor, QWidget *dono)
     : QWidget(dono),
@@ -35,8 +24,9 @@ JanelaForm::JanelaForm(Ref<IForm> form, AoRedorDoForm aoRedor, QWidget *dono)
       m_Pessoa(m_Form)
 {
     setObjectName(QString::fromUtf8(m_Form->NomeTipo().data(), static_cast<qsizetype>(m_Form->NomeTipo().size())));
-    CarregaLeiaute();
+    m_Quadro = new Quadro(*m_Form, this);
     LigaControles();
+    m_Quadro->Segue();
     m_Conexoes.push_back(m_Form->Mudou().liga([this] { MostraForm(); }));
     m_Conexoes.push_back(m_Form->PediuFoco().liga([this] {
         activateWindow();
@@ -44,40 +34,29 @@ JanelaForm::JanelaForm(Ref<IForm> form, AoRedorDoForm aoRedor, QWidget *dono)
     }));
     m_Conexoes.push_back(m_Form->PediuOrdem().liga([this](std::int16_t) { raise(); }));
     MostraForm();
+    Dimensiona();
 }
 
-void JanelaForm::CarregaLeiaute()
+// As large as what is in it needs, and not smaller than the form was made.
+void JanelaForm::Dimensiona()
 {
-    QFile arquivo(":/forms/" + objectName() + ".ui");
-    if (!arquivo.open(QIODevice::ReadOnly)) {
-        throw Falha(NumeroFalha::ArquivoNaoEncontrado);
+    // The layouts of a window not yet seen know nothing of what has become of the widgets: from the inside out.
+    const QList<QWidget *> widgets = findChildren<QWidget *>();
+    for (auto widget = widgets.crbegin(); widget != widgets.crend(); ++widget) {
+        if (QLayout *leiaute = (*widget)->layout()) {
+            leiaute->invalidate();
+            leiaute->activate();
+        }
     }
-    QUiLoader leitor;
-    QWidget *corpo = leitor.load(&arquivo, this);
-    if (corpo == nullptr) {
-        throw Falha(NumeroFalha::ErroInterno, "JanelaForm", S(leitor.errorString()));
-    }
-    auto *leiaute = new QVBoxLayout(this);
-    leiaute->setContentsMargins(0, 0, 0, 0);
-    leiaute->addWidget(corpo);
-    resize(corpo->size());
-    setMinimumSize(corpo->minimumSizeHint());
+    resize(sizeHint().expandedTo({Pixels(m_Form->Width()), Pixels(m_Form->Height())}));
 }
 
 void JanelaForm::LigaControles()
 {
     for (const Ref<IControle> &controle : m_Form->Controles()) {
-        auto *widget = findChild<QWidget *>(NomeDoWidget(*controle));
+        auto *widget = findChild<QWidget *>(NomeDoWidget(controle->Nome(), controle->Indice()));
         if (widget == nullptr) {
             continue; // a control without a picture, such as a file dialog
-        }
-        if (auto *rotulo = findChild<QLabel *>("rot_" + NomeDoWidget(*controle))) {
-            const auto mostra = [rotulo, controle] { rotulo->setText(Q(controle->Rotulo())); };
-            mostra();
-            m_Conexoes.push_back(ComoBase(controle)->Mudou().liga(mostra));
-        }
-        if (widget->accessibleName().isEmpty() && !controle->Rotulo().empty()) {
-            widget->setAccessibleName(Q(controle->Rotulo()));
         }
         m_Renderizadores.push_back(FazRenderizador(controle, widget));
     }
@@ -245,6 +224,14 @@ bool JanelaForm::eventFilter(QObject *objeto, QEvent *evento)
     qApp->removeEventFilter(this);
     m_AoRedor.NaBorda([this] { m_Pessoa.Alt(m_Alt); });
     return true;
+}
+
+void JanelaForm::changeEvent(QEvent *evento)
+{
+    QWidget::changeEvent(evento);
+    if (evento->type() == QEvent::FontChange || evento->type() == QEvent::StyleChange) {
+        m_Quadro->AlinhaRotulos();
+    }
 }
 
 void JanelaForm::resizeEvent(QResizeEvent *evento)

@@ -10,6 +10,7 @@
 #include <functional>
 #include <vector>
 
+class Quadro;
 class QPushButton;
 
 // What the window of a form needs of the desk around it.
@@ -20,8 +21,7 @@ struct AoRedorDoForm {
     std::function<std::vector<struct ClienteCadastrado>()> Clientes;
 };
 
-// The window of one form of the module: the layout of the form's class, its widgets bound by name to the form's
-// controls. An indexed control's widget has the name, "_" and the index.
+// The window of one form of the module: drawn from its description, its widgets bound by name to the form's controls.
 class JanelaForm : public QWidget {
   public:
     JanelaForm(Ref<IForm> form, AoRedorDoForm aoRedor, QWidget *dono);
@@ -35,6 +35,7 @@ class JanelaForm : public QWidget {
     std::function<void()> AoEncerrar;
 
   protected:
+    void changeEvent(QEvent *evento) override;
     void closeEvent(QCloseEvent *evento) override;
     bool event(QEvent *evento) override;
     bool eventFilter(QObject *objeto, QEvent *evento) override;
@@ -42,16 +43,17 @@ class JanelaForm : public QWidget {
     void resizeEvent(QResizeEvent *evento) override;
 
   private:
-    void CarregaLeiaute();
     void LigaControles();
     void OrdenaTab();
     Renderizador *FazRenderizador(const Ref<IControle> &controle, QWidget *widget);
     void MostraForm();
+    void Dimensiona();
     QPushButton *BotaoInterno() const;
 
     Ref<IForm> m_Form;
     AoRedorDoForm m_AoRedor;
     Pessoa m_Pessoa;
+    Quadro *m_Quadro;
     std::vector<Renderizador *> m_Renderizadores;
     std::vector<Conexao> m_Conexoes;
     QString m_Texto;

@@ -138,7 +138,7 @@ void JanelasQt::MostraFilha(const Ref<IForm> &form)
     m_Abertas.push_back({form, janela, filha, nullptr, envolve, std::move(pediuFoco), std::move(pediuOrdem)});
     IgnoraErro([&] { form->DefinefrmParent(envolve); }); // a form need not have the member
     form->DefineVisible(true);
-    filha->resize(janela->size() + QSize(16, 40));
+    filha->resize((janela->size() + QSize(16, 40)).boundedTo(m_Area->viewport()->size()));
     filha->show();
 }
 

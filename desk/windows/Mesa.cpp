@@ -2,6 +2,7 @@
 
 #include "desk/windows/ConsultaAutuacao.h"
 #include "desk/windows/Entrada.h"
+#include "desk/windows/Twips.h"
 #include "shell/Especifica.h"
 #include "shell/ModGeral.h"
 
@@ -26,7 +27,6 @@
 
 namespace {
 
-constexpr int TwipsPorPixel = 15;
 constexpr int MinutoEmMilissegundos = 60000;
 constexpr const char *FerramentaFotografica = "mnuModVOREquiptos";
 constexpr const char *FerramentaDemais = "mnuModNABEquiptos";

@@ -3,6 +3,7 @@
 #include "controls/ItemMenu.h"
 #include "controls/ztList.h"
 #include "desk/windows/ModeloLista.h"
+#include "desk/windows/Twips.h"
 #include "tela/ComandosDeLista.h"
 #include "tela/Partes.h"
 
@@ -18,9 +19,9 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
-namespace {
+#include <algorithm>
 
-constexpr int TwipsPorPixel = 15;
+namespace {
 
 // Menu keys that have a picture of their own; a key without one shows the general one.
 QIcon Icone(const std::string &chave)
@@ -43,11 +44,26 @@ QToolButton *FazBotao(QWidget *dono)
 
 } // namespace
 
+// The rows, naturally as wide as the columns are told to be.
+class RenderLista::Tabela : public QTableView {
+  public:
+    using QTableView::QTableView;
+
+    int LarguraDasColunas = 0;
+
+    QSize sizeHint() const override
+    {
+        const int barra = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this);
+        return {LarguraDasColunas + barra + 2 * frameWidth(), QTableView::sizeHint().height()};
+    }
+};
+
 RenderLista::RenderLista(Ref<IControle> controle, QWidget *widget, Borda borda, std::function<void()> fecha,
                          std::function<void()> ajuda)
     : Renderizador(std::move(controle), widget, std::move(borda)),
+      m_Criterios(widget->findChild<QWidget *>(widget->objectName() + "_criterios")),
       m_Titulo(new QLabel(widget)),
-      m_Tabela(new QTableView(widget)),
+      m_Tabela(new Tabela(widget)),
       m_Modelo(new ModeloLista(Como<ztList>(*this), this)),
       m_Barra(new QWidget(widget)),
       m_Comandos(new QVBoxLayout),
@@ -86,10 +102,15 @@ RenderLista::RenderLista(Ref<IControle> controle, QWidget *widget, Borda borda, 
     lado->addStretch(1);
     lado->addWidget(m_Ajuda);
     lado->addWidget(m_Fechar);
-    auto *tudo = new QHBoxLayout(widget);
+    auto *baixo = new QHBoxLayout;
+    baixo->addLayout(centro, 1);
+    baixo->addWidget(m_Barra);
+    auto *tudo = new QVBoxLayout(widget);
     tudo->setContentsMargins(0, 0, 0, 0);
-    tudo->addLayout(centro, 1);
-    tudo->addWidget(m_Barra);
+    if (m_Criterios != nullptr) {
+        tudo->addWidget(m_Criterios);
+    }
+    tudo->addLayout(baixo, 1);
 
     m_Fechar->setIcon(QIcon(":/icones/fechar.svg"));
     m_Ajuda->setIcon(QIcon(":/icones/ajuda.svg"));
@@ -149,6 +170,9 @@ void RenderLista::Mostra()
     m_Tabela->horizontalHeader()->setSortIndicator(lista.ColunaOrdem() - 1,
                                                    lista.OrdemDecrescente() ? Qt::DescendingOrder : Qt::AscendingOrder);
     m_Mais->setVisible(lista.TemMais());
+    if (m_Criterios != nullptr) {
+        m_Criterios->setVisible(lista.Ajustes().BarraCriteriosAtiva);
+    }
     MostraMenu();
 }
 
@@ -158,15 +182,22 @@ void RenderLista::MostraColunas()
     const auto &colunas = lista.Colunas();
     const ColunasVistas vistas = VistasDaLista(lista);
     m_PrimeiraVisivel = std::max(vistas.Primeira - 1, 0);
+    int menor = 0;
+    m_Tabela->LarguraDasColunas = 0;
     for (int coluna = 0; coluna < static_cast<int>(colunas.size()); ++coluna) {
         const auto &descricao = colunas[static_cast<std::size_t>(coluna)];
         m_Tabela->setColumnHidden(coluna, !descricao.Visivel);
         if (descricao.Visivel) {
-            m_Tabela->setColumnWidth(coluna, descricao.Largura / TwipsPorPixel + 12);
+            const int largura = Pixels(descricao.Largura) + 12;
+            m_Tabela->setColumnWidth(coluna, largura);
+            m_Tabela->LarguraDasColunas += largura;
+            menor = menor == 0 ? largura : std::min(menor, largura);
         }
         m_Tabela->horizontalHeader()->setSectionResizeMode(
             coluna, coluna + 1 == vistas.Ultima ? QHeaderView::Stretch : QHeaderView::Interactive);
     }
+    m_Tabela->horizontalHeader()->setMinimumSectionSize(menor); // of the last one, when the table is narrow
+    m_Tabela->updateGeometry();
 }
 
 void RenderLista::MostraMenu()

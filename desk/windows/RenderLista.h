@@ -10,11 +10,10 @@ class QKeyEvent;
 class QLabel;
 class QMenu;
 class QPushButton;
-class QTableView;
 class QToolButton;
 
 // The list: its title, rows, the side bar of commands that is also its context menu, the button for more rows, and the
-// search button of the criteria bar, which the form's layout holds under the list's name and "_localizar". The context
+// search button of the criteria bar. The context
 // menu comes by the mouse, the menu key and Shift+F10, and sorts by a column too.
 class RenderLista : public Renderizador {
   public:
@@ -30,6 +29,8 @@ class RenderLista : public Renderizador {
     bool eventFilter(QObject *objeto, QEvent *evento) override;
 
   private:
+    class Tabela;
+
     void MostraColunas();
     void MostraMenu();
     bool Tecla(const QKeyEvent &tecla);
@@ -37,8 +38,9 @@ class RenderLista : public Renderizador {
     void AbreMenu(const QPoint &onde);
     void Escolhe(const std::string &chave);
 
+    QWidget *m_Criterios; // null in a list without criteria
     QLabel *m_Titulo;
-    QTableView *m_Tabela;
+    Tabela *m_Tabela;
     ModeloLista *m_Modelo;
     QWidget *m_Barra;
     QBoxLayout *m_Comandos;

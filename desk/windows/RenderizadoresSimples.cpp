@@ -18,10 +18,8 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGroupBox>
-#include <QIcon>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QLayout>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -46,24 +44,6 @@ void RenderTextoFixo::Mostra()
 {
     if (auto *rotulo = qobject_cast<QLabel *>(Widget())) {
         rotulo->setText(Q(Controle()->Caption()));
-    }
-}
-
-RenderImagem::RenderImagem(Ref<IControle> controle, QWidget *widget, Borda borda)
-    : Renderizador(std::move(controle), widget, std::move(borda))
-{
-    if (auto *rotulo = qobject_cast<QLabel *>(widget)) {
-        rotulo->setPixmap(QIcon(":/icones/informacao.svg").pixmap(32, 32));
-    }
-}
-
-RenderMoldura::RenderMoldura(Ref<IControle> controle, QWidget *widget, Borda borda)
-    : Renderizador(std::move(controle), widget, std::move(borda))
-{
-    // One that cannot be seen leaves what is in it in line with what is around it.
-    const auto *quadro = qobject_cast<QFrame *>(widget);
-    if (quadro != nullptr && quadro->frameShape() == QFrame::NoFrame && quadro->layout() != nullptr) {
-        quadro->layout()->setContentsMargins(0, 0, 0, 0);
     }
 }
 

@@ -20,7 +20,7 @@ class RenderTextoFixo : public Renderizador {
 
 class RenderImagem : public Renderizador {
   public:
-    RenderImagem(Ref<IControle> controle, QWidget *widget, Borda borda);
+    using Renderizador::Renderizador;
 
   protected:
     void Mostra() override {}
@@ -28,7 +28,7 @@ class RenderImagem : public Renderizador {
 
 class RenderMoldura : public Renderizador {
   public:
-    RenderMoldura(Ref<IControle> controle, QWidget *widget, Borda borda);
+    using Renderizador::Renderizador;
 
   protected:
     void Mostra() override;
