@@ -378,6 +378,17 @@ TEST_F(COEquipamentosTeste, CarregaJanela_OfTheHostsTwoTools_OpensEachInItsMode)
                                           "ListaEquiptoED{ClienteInc=\"PREFEITURA\", Ativo=1, IndTrabFoto=2}"}));
 }
 
+TEST_F(COEquipamentosTeste, CarregaJanela_TwiceOfOneController_OpensTwoWindows)
+{
+    auto lista = Novo<COEquipamentos>();
+    lista->CarregaJanela(nullptr);
+    lista->CarregaJanela(nullptr);
+    const auto janelas = host->Tela->FormsAbertos("frmLista");
+    ASSERT_EQ(janelas.size(), 2U);
+    EXPECT_FALSE(janelas[0] == janelas[1]);
+    EXPECT_TRUE(janelas[0]->Visible() && janelas[1]->Visible());
+}
+
 TEST_F(COEquipamentosTeste, CarregaJanela_WithParameters_SearchesAtOnce)
 {
     auto lista = Novo<COEquipamentos>();
@@ -769,6 +780,7 @@ TEST_F(COEquipamentosTeste, CarregaSelecao_OfARow_GivesItsEquipmentAndCalibratio
     host->AoMostrarModal("frmLista", [&](Pessoa &pessoa) {
         EXPECT_EQ(lista->GetValorCampo("DtInfracao"), "01/02/2026");
         EXPECT_EQ(lista->GetValorCampo("TrabFoto"), "2");
+        EXPECT_EQ(host->Tela->FormsAbertos("frmLista").at(0)->Caption(), "Equipamentos");
         pessoa.ClicaLinha("ztlLista", 2);
         EXPECT_TRUE(pessoa.Clica("cmdOK"));
     });
@@ -1051,12 +1063,19 @@ TEST_F(COEquipamentosTeste, Editar_OfASavedRecord_TellsTheHostAndSearchesAgain)
     EXPECT_EQ(ListaDe(pessoa)->ItemAtual(), 2);
 }
 
-TEST_F(COEquipamentosTeste, Editar_InPhotoWorkMode_OpensTheFormInIt)
+TEST_F(COEquipamentosTeste, Forms_OpenedInEachMode_AreInIt)
 {
-    Pessoa pessoa = AbreComLinhas("1");
-    FechaNoForm("frmEquipDetalhes");
-    Escolhe(pessoa, Editar);
-    EXPECT_TRUE(host->Contem("goDadosVor.PreencheTipoAgente(cboTipoMedidor, True, False, False)"));
+    for (const auto &[modo, dito] : {std::pair{"1", "True"}, std::pair{"2", "False"}}) {
+        for (const char *chave : {Novo_, Editar, Detalhes}) {
+            SCOPED_TRACE(std::string(chave) + dito);
+            NovoHost();
+            Pessoa pessoa = AbreComLinhas(modo);
+            FechaNoForm("frmEquipDetalhes");
+            Escolhe(pessoa, chave);
+            EXPECT_TRUE(
+                host->Contem("goDadosVor.PreencheTipoAgente(cboTipoMedidor, " + std::string(dito) + ", False, False)"));
+        }
+    }
 }
 
 TEST_F(COEquipamentosTeste, Editar_Cancelled_ChangesNothing)

@@ -323,6 +323,16 @@ TEST(clsEquipto, Finaliza_Twice_EndsTheWholeTreeAndKeepsTheFields)
     EXPECT_TRUE(equipto->ListaSensores()->Add(1, "")->Equipto() == equipto);
 }
 
+TEST(clsEquipto, Release_OfTheRecord_EndsTheWholeTree)
+{
+    auto equipto = Novo<clsEquipto>();
+    const Ref<clsListaSensores> lista = equipto->ListaSensores(); // held elsewhere
+    RefFraca<clsSensor> sensor = lista->Add(1, "");
+    equipto = nullptr;
+    EXPECT_EQ(FalhaLancada([&] { lista->Count(); }).Numero, 91);
+    EXPECT_TRUE(sensor.Nada());
+}
+
 TEST(clsEquipto, Finaliza_WithoutList_DoesNothing)
 {
     auto equipto = EquiptoCompleto();

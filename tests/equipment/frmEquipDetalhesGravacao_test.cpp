@@ -1027,6 +1027,76 @@ TEST_F(GravacaoEquipDetalhesTeste, Caller_AfterOneSave_LearnsOfItHoweverTheFormW
     }
 }
 
+TEST_F(GravacaoEquipDetalhesTeste, Caller_OfACancelledInclusionAfterASavedEdition_LearnsOfNoSave)
+{
+    AceitaSalvar();
+    Responde(NovoED("C"));
+    EXPECT_TRUE(Edita([&](Pessoa &p) {
+        EXPECT_TRUE(p.Preenche("txtDescricao", "nova"));
+        Aplica(p, false, true, "ztCmdOK");
+    }));
+    EXPECT_FALSE(Inclui(Cancela));
+}
+
+TEST_F(GravacaoEquipDetalhesTeste, ztCmdAplicar_WhenTheServiceAnswersWithoutOptions_TakesThemBack)
+{
+    AceitaSalvar();
+    auto antes = NovoED("C");
+    antes->TemPerfilMag = 1;
+    Responde(antes);
+    EXPECT_TRUE(Edita([&](Pessoa &p) {
+        EXPECT_TRUE(p.Preenche("txtDescricao", "nova"));
+        EXPECT_TRUE(Marcada(p, "chkEntrelacada") && Marcada(p, "chkPerfilMagnetico"));
+        EXPECT_TRUE(Marcada(p, "chkRejeicaoAuto") && Marcada(p, "chkIncObsNotif"));
+        auto depois = NovoED("C");
+        depois->TemImagemEntrelacada = 2;
+        depois->TemPerfilMag = 2;
+        depois->TemLimiteDif = 1; // alone it does not take the rejection back
+        depois->NroIntRejLimDif = 0;
+        depois->txtObsNotif = "";
+        Responde(depois);
+        Aplica(p, false);
+        EXPECT_FALSE(Marcada(p, "chkEntrelacada"));
+        EXPECT_FALSE(Marcada(p, "chkPerfilMagnetico"));
+        EXPECT_FALSE(Marcada(p, "chkRejeicaoAuto"));
+        EXPECT_EQ(p.Acha<IztCombo>("cboRejeicao")->NroItens(), 0);
+        EXPECT_FALSE(Marcada(p, "chkIncObsNotif"));
+        EXPECT_EQ(Texto(p, "txtObsNotif"), "");
+        EXPECT_TRUE(Ligada(p, "optTrabDiasDif", 1));
+        depois->TemLimiteDif = 2;
+        EXPECT_TRUE(p.Preenche("txtDescricao", "outra"));
+        Aplica(p, false);
+        EXPECT_TRUE(Ligada(p, "optTrabDiasDif", 0));
+        Fecha(p);
+    }));
+}
+
+TEST_F(GravacaoEquipDetalhesTeste, Aplicar_Saved_TakesTheDefaultAndTheButtonsBackBeforeTheReading)
+{
+    AceitaSalvar();
+    EXPECT_TRUE(Inclui([&](Pessoa &p) {
+        PreencheNovo(p, "C");
+        const auto aplicar = p.Acha<IztCommand>("ztCmdAplicar");
+        EXPECT_TRUE(aplicar->Default());
+        std::int32_t vezes = 0;
+        host->Atende<EquiptoED>("EquiptoRN", "consulta", [&](const Ref<EquiptoED> &) {
+            ++vezes;
+            EXPECT_EQ(host->Tela->Ponteiro(), 0);
+            EXPECT_FALSE(aplicar->Default());
+            EXPECT_EQ(Botoes(p), BotoesDesligados);
+            return Resposta(NovoED("C"));
+        });
+        host->Atende<EquiptoED>("EquiptoRN", "inclui", [&](const Ref<EquiptoED> &) {
+            EXPECT_EQ(host->Tela->Ponteiro(), 11);
+            return Resposta(NovoED("C"));
+        });
+        Aplica(p, true);
+        EXPECT_EQ(vezes, 1);
+        EXPECT_FALSE(aplicar->Default());
+        Fecha(p);
+    }));
+}
+
 TEST_F(GravacaoEquipDetalhesTeste, cmdCancelar_OfAnAlteredForm_AsksWithNoAsTheDefault)
 {
     Responde(NovoED("C"));

@@ -355,6 +355,12 @@ TEST_F(frmEquipDetalhesTeste, CarregaEdicao_OfCodesThatAreNotOffered_LeavesTheCo
         EXPECT_EQ(Paginas(p), (std::vector<bool>{true, true, true, false, true})) << "as of any other type";
         Cancela(p);
     });
+    ed->TipoEquip = "M"; // not offered for this meter type: the pages are those of what the combo has
+    Edita([](Pessoa &p) {
+        EXPECT_EQ(p.Acha<IztCombo>("cboTipoEquip")->IndiceAtual(), -1);
+        EXPECT_EQ(Paginas(p), (std::vector<bool>{true, true, true, false, true}));
+        Cancela(p);
+    });
 }
 
 TEST_F(frmEquipDetalhesTeste, CarregaEdicao_WhenTheServiceRefuses_IsFalseWithoutAWindow)

@@ -188,6 +188,20 @@ TEST_F(frmLimitesDifTeste, CarregaForm_WhenTheShowFails_RaisesAndUnloads)
     EXPECT_FALSE(host->Tela->EstaAberto(form));
 }
 
+TEST_F(frmLimitesDifTeste, Window_Closed_LeavesAListThatNobodyAnswers)
+{
+    RespondeListas();
+    Ref<ztList> lista;
+    host->AoMostrarModal("frmLimitesDif", [&](Pessoa &p) {
+        lista = p.Acha<ztList>("ztLista");
+        Fecha(p);
+    });
+    form->CarregaForm("1234", 12, Limite);
+    host->LimpaRegistro();
+    lista->ItemMenuClicado().dispara("mnuZTLObjNovo");
+    EXPECT_TRUE(host->Registro().empty());
+}
+
 TEST_F(frmLimitesDifTeste, Window_ClosedWhileItsQuestionIsAnswered_HarmsNothing)
 {
     RegistroEmMemoria registro(*host);

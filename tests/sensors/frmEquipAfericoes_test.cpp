@@ -3,6 +3,7 @@
 #include "controls/ztCombo.h"
 #include "tests/sensors/CenarioSensores.h"
 #include "tests/support/FalhaLancada.h"
+#include "tests/support/FormQueAnota.h"
 #include "tests/support/MemoriaEscassa.h"
 #include "tests/support/NomesAcessiveis.h"
 #include "tests/support/RetratoForm.h"
@@ -224,6 +225,52 @@ TEST_F(frmEquipAfericoes_test, CarregaEdicao_SecondKindWithoutDocument_Ordinance
         EXPECT_EQ(Caption(p, "lblMsgCert"), "Sem Imagem Digitalizada!");
         FAZ(p, Clica("cmdCancelar"));
     }));
+}
+
+TEST_F(frmEquipAfericoes_test, MontaTela_OfEachKindAndDocument_FillsTheControlsInThisOrder)
+{
+    const auto declaracao = PoeDeclaracao();
+    declaracao->Numero = "77";
+    declaracao->Marca = "88";
+    for (const std::uint8_t tipo : {std::uint8_t{1}, std::uint8_t{2}}) {
+        for (const double documento : {0.0, 5.0}) {
+            SCOPED_TRACE(std::to_string(tipo) + " " + std::to_string(documento));
+            declaracao->TipoAfer = tipo;
+            declaracao->NroIntImgCertif = documento;
+            auto anotada = Novo<FormQueAnota<frmEquipAfericoes>>();
+            std::string titulo;
+            anotada->AoPrimeiro = [&] { // so that everything that is written is a change
+                titulo = anotada->Caption();
+                const Pessoa p(anotada);
+                p.Acha("fraPortariaDIMEL")->DefineVisible(tipo == 1);
+                p.Acha("fraDocumento")->DefineCaption("");
+                p.Acha("lblMarcaINMETRO")->DefineCaption("");
+                p.Acha("cmdProcurar")->DefineEnabled(false);
+                p.Acha("cmdVisualizar")->DefineEnabled(documento == 0);
+                p.Acha("cmdUpload")->DefineEnabled(true);
+            };
+            Textos ordem;
+            NaJanela(Janela, [&](Pessoa &p) {
+                ordem = anotada->Alterados;
+                EXPECT_EQ(Habilitado(p, "cmdUpload"), documento == 0); // left as it is without a document
+                FAZ(p, Clica("cmdCancelar"));
+            });
+            anotada->CarregaEdicao(declaracao);
+            EXPECT_EQ(titulo, "Editar Aferição");
+            Textos esperada{"lblCodEquip",     "lblNroSensor",      "cboTipo",          "txtNroINMETRO",
+                            "txtMarcaINMETRO", "txtDtVerifINMETRO", "txtDtVencINMETRO", "fraPortariaDIMEL",
+                            "lblMarcaINMETRO", "fraDocumento",      "cboTipo"};
+            if (tipo == 2) {
+                esperada.insert(esperada.end(), {"txtNroPortDIMEL", "txtAnoPortDIMEL", "cboTipo"});
+            }
+            esperada.insert(esperada.end(), {"cmdProcurar", "cmdVisualizar"});
+            if (documento != 0) {
+                esperada.emplace_back("cmdUpload");
+            }
+            esperada.emplace_back("lblMsgCert");
+            EXPECT_EQ(ordem, esperada);
+        }
+    }
 }
 
 TEST_F(frmEquipAfericoes_test, CarregaEdicao_OrdinanceWithMoreThanOneSlash_TheTwoFirstPieces)

@@ -3,6 +3,7 @@
 #include "controls/SSTab.h"
 #include "controls/ztEndereco.h"
 #include "tests/sensors/CenarioSensores.h"
+#include "tests/support/FormQueAnota.h"
 #include "tests/support/InterfaceQueFalha.h"
 #include "tests/support/NomesAcessiveis.h"
 #include "tests/support/RetratoForm.h"
@@ -231,6 +232,84 @@ TEST_F(frmEquipSensores_test, CarregaEdicao_WithAddress_ScreenFilledAndOKDisable
     }));
     EXPECT_TRUE(host->Tela->Perguntas().empty());
     EXPECT_FALSE(clone->Alterado);
+}
+
+TEST_F(frmEquipSensores_test, MontaTela_OfASensor_FillsTheControlsInThisOrder)
+{
+    PoeEndereco();
+    for (const bool detalhes : {false, true}) {
+        SCOPED_TRACE(detalhes);
+        auto anotada = Novo<FormQueAnota<frmEquipSensores>>();
+        std::string titulo;
+        anotada->AoPrimeiro = [&] {
+            titulo = anotada->Caption();
+            // So that a change that counts as the person's is seen.
+            Pessoa(anotada).Acha("cmdOK")->DefineEnabled(false);
+        };
+        Textos ordem;
+        if (detalhes) {
+            anotada->CarregaDetalhes(sensor);
+            ordem = anotada->Alterados;
+            ordem.resize(6); // without what making it read-only changed
+            FAZ(Pessoa(anotada, host->Tela), Fecha());
+        } else {
+            NaJanela(Janela, [&](Pessoa &p) {
+                ordem = anotada->Alterados;
+                FAZ(p, Clica("cmdCancelar"));
+            });
+            anotada->CarregaEdicao(sensor);
+        }
+        EXPECT_EQ(titulo, detalhes ? "Editar Sensor" : "Detalhes do Sensor");
+        Textos esperada{"lblCodEquip", "txtNroSensor", "ztEndereco1", "txtLocalInfr"};
+        if (detalhes) {
+            esperada.insert(esperada.end(), {"cmdOK", "cmdCancelar"});
+        }
+        EXPECT_EQ(ordem, esperada);
+    }
+}
+
+TEST_F(frmEquipSensores_test, Change_InEachMode_EnablesOKUnlessItIsInDetails)
+{
+    const auto escreve = [](const Pessoa &p) {
+        p.Acha("cmdOK")->DefineEnabled(false);
+        p.Acha<ITextBox>("txtLocalInfr")->DefineText("Rua Nova");
+        return p.Acha("cmdOK")->Enabled();
+    };
+    Inclui(SensorNovo(), [&](Pessoa &p) {
+        EXPECT_TRUE(escreve(p));
+        FAZ(p, Fecha());
+    });
+    Edita(sensor->getClone(), [&](Pessoa &p) {
+        EXPECT_TRUE(escreve(p));
+        FAZ(p, Fecha());
+    });
+    Novo<frmEquipSensores>()->CarregaDetalhes(sensor);
+    EXPECT_FALSE(escreve(Pessoa(Aberta(Janela), host->Tela)));
+}
+
+TEST_F(frmEquipSensores_test, sstDados_FirstVisit_TurnsTheFramesBeforeItFillsTheList)
+{
+    auto anotada = Novo<FormQueAnota<frmEquipSensores>>();
+    NaJanela(Janela, [&](Pessoa &p) {
+        anotada->Alterados.clear();
+        FAZ(p, Abre("sstDados", 1));
+        EXPECT_EQ(anotada->Alterados, (Textos{"sstDados", "fraDados(0)", "fraDados(1)", "ztListaAfericao"}));
+        FAZ(p, Clica("cmdCancelar"));
+    });
+    anotada->CarregaEdicao(sensor);
+}
+
+TEST_F(frmEquipSensores_test, Window_Closed_LeavesAListThatNobodyAnswers)
+{
+    Ref<ztList> lista;
+    Edita(sensor->getClone(), [&](Pessoa &p) {
+        FAZ(p, Abre("sstDados", 1));
+        lista = p.Acha<ztList>("ztListaAfericao");
+        FAZ(p, Clica("cmdCancelar"));
+    });
+    host->LimpaRegistro();
+    lista->ItemMenuClicado().dispara("mnuZTLObjNovo");
+    EXPECT_TRUE(host->Registro().empty());
 }
 
 TEST_F(frmEquipSensores_test, CarregaEdicao_Confirmed_AlwaysMarksTheClone)

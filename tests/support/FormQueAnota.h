@@ -2,6 +2,7 @@
 
 #include "controls/ControleBase.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -10,6 +11,7 @@
 template <class Form> class FormQueAnota : public Form {
   public:
     std::vector<std::string> Alterados;
+    std::function<void()> AoPrimeiro; // runs when the first of them changes, and may change others unnoticed
 
   protected:
     void LigaControles() override
@@ -18,8 +20,14 @@ template <class Form> class FormQueAnota : public Form {
         for (const Ref<IControle> &controle : this->EsteForm()->Controles()) {
             const std::string indice = controle->Indice() < 0 ? "" : "(" + std::to_string(controle->Indice()) + ")";
             m_Conexoes.push_back(ComoBase(controle)->Mudou().liga([this, nome = controle->Nome() + indice] {
-                if (Alterados.empty() || Alterados.back() != nome) {
-                    Alterados.push_back(nome);
+                if (!Alterados.empty() && Alterados.back() == nome) {
+                    return;
+                }
+                const bool primeiro = Alterados.empty();
+                Alterados.push_back(nome);
+                if (primeiro && AoPrimeiro) {
+                    AoPrimeiro();
+                    Alterados.resize(1);
                 }
             }));
         }
