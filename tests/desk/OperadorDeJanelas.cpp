@@ -46,26 +46,31 @@ void OperadorDeJanelas::Percorre(Condutor &condutor, const Percurso &percurso, c
     percurso.Janelas.at(janela)(operador);
 }
 
+bool OperadorDeJanelas::TemOQueFazer(const std::string &janela) const
+{
+    return !Atende(janela) && m_Percurso.Janelas.contains(janela);
+}
+
 bool OperadorDeJanelas::Atende(const std::string &janela) const
 {
     return janela == m_Janela || (m_Atras != nullptr && m_Atras->Atende(janela));
 }
 
-// The windows' thread answers once the action has come to its end, or to a window or question that waits for the
-// person.
 void OperadorDeJanelas::AtendeJanelas()
 {
+    const auto fim = m_Condutor.FimDaAcao();
     for (;;) {
         QString pergunta;
-        const std::string frente = S(m_Condutor.NaTela<QString>([&] {
-            if (const auto *caixa = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
-                pergunta = caixa->text();
-            }
-            return Teclado::Frente() == nullptr ? QString() : Teclado::Frente()->objectName();
-        }));
+        std::string frente;
+        m_Condutor.Espera("a ação termina, ou espera pela pessoa", [&] {
+            const auto *caixa = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+            pergunta = caixa == nullptr ? QString() : caixa->text();
+            frente = Teclado::Frente() == nullptr ? std::string() : S(Teclado::Frente()->objectName());
+            return fim->load() || caixa != nullptr || TemOQueFazer(frente);
+        });
         if (const auto resposta = m_Percurso.Respostas.find(S(pergunta)); resposta != m_Percurso.Respostas.end()) {
             m_Condutor.Responde(pergunta, resposta->second ? "Sim" : "Não");
-        } else if (!Atende(frente) && m_Percurso.Janelas.contains(frente)) {
+        } else if (TemOQueFazer(frente)) {
             Percorre(m_Condutor, m_Percurso, frente, this);
             m_Condutor.EsperaSemJanela(Q(frente));
         } else {

@@ -35,6 +35,8 @@ class OperadorDeJanelas : public PessoaNaTela {
     static void Percorre(Condutor &condutor, const Percurso &percurso, const std::string &janela,
                          const OperadorDeJanelas *atras);
     void AtendeJanelas();
+    // A window of the way that has just been opened.
+    bool TemOQueFazer(const std::string &janela) const;
     // The window is this person's, or one behind it.
     bool Atende(const std::string &janela) const;
 
