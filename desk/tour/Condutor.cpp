@@ -161,13 +161,7 @@ Condutor::Condutor(const QString &pasta) : m_Pasta(pasta)
 
 void Condutor::Posta(const std::function<void()> &acao)
 {
-    const auto fim = std::make_shared<std::atomic<bool>>(false);
-    m_Fim = fim;
-    const auto ateOFim = [acao, fim] {
-        acao();
-        *fim = true;
-    };
-    QMetaObject::invokeMethod(qApp, ateOFim, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(qApp, acao, Qt::QueuedConnection);
 }
 
 void Condutor::Relata(const QString &linha)

@@ -4,9 +4,7 @@
 #include <QStringList>
 #include <Qt>
 
-#include <atomic>
 #include <functional>
-#include <memory>
 #include <stdexcept>
 #include <string>
 
@@ -65,9 +63,6 @@ class Condutor {
     // Waits until it holds; `oQue` says what in the account.
     void Espera(const QString &oQue, const std::function<bool()> &condicao);
 
-    // Whether the action last posted has come to its end; one that opened a modal window has not while that is open.
-    std::shared_ptr<const std::atomic<bool>> FimDaAcao() const { return m_Fim; }
-
     // Runs in the windows' thread and comes back with the answer.
     template <class T> T NaTela(const std::function<T()> &pergunta);
     void Relata(const QString &linha);
@@ -79,7 +74,6 @@ class Condutor {
     void Retrato(const QString &titulo);
 
     QString m_Pasta;
-    std::shared_ptr<const std::atomic<bool>> m_Fim;
     QStringList m_Relato;
     int m_Passos = 0;
     int m_Conferencias = 0;

@@ -9,6 +9,7 @@
 #include <QMessageBox>
 #include <QTableView>
 #include <QTest>
+#include <QThread>
 
 namespace {
 
@@ -33,11 +34,6 @@ OperadorDeJanelas::OperadorDeJanelas(Condutor &condutor, const Percurso &percurs
 {
 }
 
-void OperadorDeJanelas::Percorre(Condutor &condutor, const Percurso &percurso, const std::string &comeco)
-{
-    Percorre(condutor, percurso, comeco, nullptr);
-}
-
 void OperadorDeJanelas::Percorre(Condutor &condutor, const Percurso &percurso, const std::string &janela,
                                  const OperadorDeJanelas *atras)
 {
@@ -46,31 +42,39 @@ void OperadorDeJanelas::Percorre(Condutor &condutor, const Percurso &percurso, c
     percurso.Janelas.at(janela)(operador);
 }
 
-bool OperadorDeJanelas::TemOQueFazer(const std::string &janela) const
+// Whether the way goes through a window in which nobody is yet.
+bool OperadorDeJanelas::Entra(const std::string &janela) const
 {
-    return !Atende(janela) && m_Percurso.Janelas.contains(janela);
+    for (const OperadorDeJanelas *outro = this; outro != nullptr; outro = outro->m_Atras) {
+        if (outro->m_Janela == janela) {
+            return false;
+        }
+    }
+    return m_Percurso.Janelas.contains(janela);
 }
 
-bool OperadorDeJanelas::Atende(const std::string &janela) const
+// An action is over when the windows' thread is back in the loop in which it began, or further out.
+void OperadorDeJanelas::Faz(const std::function<void()> &acao)
 {
-    return janela == m_Janela || (m_Atras != nullptr && m_Atras->Atende(janela));
-}
-
-void OperadorDeJanelas::AtendeJanelas()
-{
-    const auto fim = m_Condutor.FimDaAcao();
+    int comeco = 0;
+    m_Condutor.NaTela<bool>([&] {
+        comeco = QThread::currentThread()->loopLevel();
+        return true;
+    });
+    acao();
     for (;;) {
         QString pergunta;
         std::string frente;
-        m_Condutor.Espera("a ação termina, ou espera pela pessoa", [&] {
+        m_Condutor.Espera("a ação terminou, ou espera pela pessoa", [&] {
             const auto *caixa = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
             pergunta = caixa == nullptr ? QString() : caixa->text();
-            frente = Teclado::Frente() == nullptr ? std::string() : S(Teclado::Frente()->objectName());
-            return fim->load() || caixa != nullptr || TemOQueFazer(frente);
+            frente = Teclado::Frente() == nullptr ? "" : S(Teclado::Frente()->objectName());
+            return m_Percurso.Respostas.contains(S(pergunta)) || Entra(frente) ||
+                   QThread::currentThread()->loopLevel() <= comeco;
         });
         if (const auto resposta = m_Percurso.Respostas.find(S(pergunta)); resposta != m_Percurso.Respostas.end()) {
             m_Condutor.Responde(pergunta, resposta->second ? "Sim" : "Não");
-        } else if (TemOQueFazer(frente)) {
+        } else if (Entra(frente)) {
             Percorre(m_Condutor, m_Percurso, frente, this);
             m_Condutor.EsperaSemJanela(Q(frente));
         } else {
@@ -81,8 +85,7 @@ void OperadorDeJanelas::AtendeJanelas()
 
 void OperadorDeJanelas::Clica(const std::string &nome, std::int16_t indice)
 {
-    m_Condutor.Clica(NomeDe(nome, indice));
-    AtendeJanelas();
+    Faz([&] { m_Condutor.Clica(NomeDe(nome, indice)); });
 }
 
 void OperadorDeJanelas::Marca(const std::string &nome, std::int16_t indice)
@@ -105,8 +108,7 @@ void OperadorDeJanelas::Preenche(const std::string &nome, const std::string &tex
 
 void OperadorDeJanelas::Escolhe(const std::string &nome, const std::string &texto)
 {
-    m_Condutor.Escolhe(Q(nome), Q(texto));
-    AtendeJanelas();
+    Faz([&] { m_Condutor.Escolhe(Q(nome), Q(texto)); });
 }
 
 void OperadorDeJanelas::Abre(const std::string &nome, std::int16_t pagina)

@@ -7,8 +7,10 @@
 // windows that it has opened are gone: what is done in them, and what is answered, stands in the way.
 class OperadorDeJanelas : public PessoaNaTela {
   public:
-    // The whole way, from the window of that class on, which is waited for.
-    static void Percorre(Condutor &condutor, const Percurso &percurso, const std::string &comeco);
+    // What is told for the window of that class, which is waited for, and for those that it opens. `atras`: the person
+    // in the window behind it.
+    static void Percorre(Condutor &condutor, const Percurso &percurso, const std::string &janela,
+                         const OperadorDeJanelas *atras = nullptr);
 
     void Clica(const std::string &nome, std::int16_t indice) override;
     void Marca(const std::string &nome, std::int16_t indice) override;
@@ -29,16 +31,11 @@ class OperadorDeJanelas : public PessoaNaTela {
     std::string Celula(const std::string &nome, std::int32_t linha, const std::string &coluna) override;
 
   private:
-    // atras: the person in the window behind, from which this one was opened; null for the first.
     OperadorDeJanelas(Condutor &condutor, const Percurso &percurso, const std::string &janela,
                       const OperadorDeJanelas *atras);
-    static void Percorre(Condutor &condutor, const Percurso &percurso, const std::string &janela,
-                         const OperadorDeJanelas *atras);
-    void AtendeJanelas();
-    // A window of the way that has just been opened.
-    bool TemOQueFazer(const std::string &janela) const;
-    // The window is this person's, or one behind it.
-    bool Atende(const std::string &janela) const;
+
+    bool Entra(const std::string &janela) const;
+    void Faz(const std::function<void()> &acao);
 
     Condutor &m_Condutor;
     const Percurso &m_Percurso;

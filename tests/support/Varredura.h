@@ -29,9 +29,6 @@ class Varredura {
     // After each failure the person also goes on, instead of giving up: no further failure may follow from the first.
     void Segue() { m_Segue = true; }
 
-    // The log of the journey undisturbed, whole, stands in that file (tests/support/RegistroIgual.h).
-    void Registra(const std::string &arquivo) { m_Registro = arquivo; }
-
     // Prints the line "faults survived: N", by which the sweeps of all tests are added up, and returns N, failures and
     // refusals together.
     std::int32_t Roda();
@@ -49,12 +46,12 @@ class Varredura {
     void RodaRecusa(const Base &base, std::size_t passo, std::int32_t execucao);
     void RodaNegativa(const Base &base, std::size_t passo, const std::string &operacao);
     void RodaCaso(const Caso &caso) const;
+    void Ensaia(const Caso &caso) const;
     static void Confere(Ensaio &ensaio, const Esperado &esperado);
     static void TentaDeNovo(Ensaio &ensaio);
 
     Fabrica m_Fabrica;
     std::string m_Arvore;
-    std::string m_Registro;
     std::map<std::int32_t, std::pair<std::string, std::string>> m_RecusasEmFalha;
     bool m_Segue = false;
     std::int32_t m_Falhas = 0;

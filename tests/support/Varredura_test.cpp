@@ -108,7 +108,7 @@ class JornadaDeUmaChamada : public Jornada {
                     m_Host.Tela->DefinePonteiro(PonteiroAmpulheta);
                 }
                 if (EsqueceMemoria) {
-                    Esquecida = std::make_unique<std::string>();
+                    Esquecidas.push_back(std::make_unique<std::string>());
                 }
                 if (GuardaObjeto) {
                     Guardado = m_Host.CriaMensagem();
@@ -130,7 +130,7 @@ class JornadaDeUmaChamada : public Jornada {
     static inline bool EsqueceAmpulheta = false;
     static inline bool EsqueceMemoria = false;
     static inline bool GuardaObjeto = false;
-    static inline std::unique_ptr<std::string> Esquecida;
+    static inline std::vector<std::unique_ptr<std::string>> Esquecidas;
     static inline Ref<IMensagem> Guardado;
 
   private:
@@ -195,7 +195,7 @@ class VarreduraQueFalha : public testing::Test {
         JornadaDeUmaChamada::MostraDeNovo = false;
         JornadaDeUmaChamada::EsqueceAmpulheta = false;
         JornadaDeUmaChamada::EsqueceMemoria = false;
-        JornadaDeUmaChamada::Esquecida = nullptr;
+        JornadaDeUmaChamada::Esquecidas.clear();
         JornadaDeUmaChamada::GuardaObjeto = false;
         JornadaDeUmaChamada::Guardado = nullptr;
     }
