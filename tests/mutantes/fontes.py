@@ -315,6 +315,8 @@ class Fonte:
                 break
             i += 1
         else:
+            if self.t(i) == "::":
+                i += 1
             if self.pecas[i].tipo != "nome":
                 return []
             i += 1

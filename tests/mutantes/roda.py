@@ -1,8 +1,9 @@
 """Runs the tests of rooms against every mutant of the rooms' sources, and lists those that no test notices.
 
-usage: roda.py <build folder> <list of reasons> <seconds, 0 for no limit> <room>...
+usage: roda.py <build folder> <list of reasons> <seconds, 0 for no limit> <room>[:<other room>...]...
 
-The build folder is ninja's, with a program teste_<room> that is up to date. All mutants of a source are compiled at once
+The build folder is ninja's, with programs teste_<room> that are up to date. What the room's own tests do not notice is
+tried with those of the other rooms. All mutants of a source are compiled at once
 (see fontes.py) and linked in front of the libraries. A first run tells which tests come to which mutant; those alone are
 run against it, the quick ones first, and the first that fails ends it.
 """
@@ -67,8 +68,9 @@ class Construcao:
 class Sala:
     """A room: its sources, compiled with all their mutants, and its tests."""
 
-    def __init__(self, construcao, nome):
+    def __init__(self, construcao, nome, outras):
         self.construcao, self.nome = construcao, nome
+        self.programas = [f"teste_{sala}" for sala in (nome, *outras)]
         self.pasta = construcao.pasta / "mutantes" / nome
         self.pasta.mkdir(parents=True, exist_ok=True)
         self.fontes = {str(c): fontes.le(str(c)) for c in sorted(Path(nome).glob("*.cpp"))}
@@ -78,8 +80,8 @@ class Sala:
         self.recusados = []  # the compiler does not take them
         self.sozinhos = []
         self.objetos = {}
-        self.de_cada = {}  # mutant: names of the tests that come to it
-        self.tempos = {}
+        self.de_cada = defaultdict(dict)  # program: {mutant: names of the tests that come to it}
+        self.tempos = defaultdict(dict)  # program: {test: seconds}
 
     def constroi(self):
         apoio = self.pasta / "Mutante.o"
@@ -89,7 +91,8 @@ class Sala:
         if erro.result():
             desiste(erro.result())
         self.objetos["apoio"] = apoio
-        self.construcao.liga(f"teste_{self.nome}", self.pasta / "teste", self.objetos.values())
+        for programa in self.programas:
+            self.construcao.liga(programa, self.pasta / programa, self.objetos.values())
 
     def _compila(self, fonte):
         """With as many mutants as the compiler takes together; the others are on their own."""
@@ -125,13 +128,14 @@ class Sala:
             vizinhos |= {mutante for de, _, mutante in onde if linhas[linha - 1] <= de < linhas[linha]}
         return culpados or vizinhos
 
-    def mede(self):
+    def mede(self, programa):
         """Runs all tests with no mutant on, and learns which of them come to which mutant."""
         registro = self.pasta / "alcance.tsv"
         ambiente = os.environ | {"MUTANTES_REGISTRO": str(registro)}
-        execucao = subprocess.run([self.pasta / "teste"], env=ambiente, capture_output=True, text=True)
+        execucao = subprocess.run([self.pasta / programa], env=ambiente, capture_output=True, text=True)
         if execucao.returncode != 0:
-            desiste(f"The tests of {self.nome} do not pass:\n{execucao.stdout[-2000:]}")
+            desiste(f"{programa} does not pass:\n{execucao.stdout[-2000:]}")
+        tempos = self.tempos[programa]
         testes = defaultdict(set)
         de_todos = set()
         for linha in registro.read_text().splitlines():
@@ -139,30 +143,35 @@ class Sala:
             if teste == "*":
                 de_todos |= set(numeros.split())
                 continue
-            self.tempos[teste] = int(tempo) / 1000
+            tempos[teste] = int(tempo) / 1000
             for numero in numeros.split():
                 testes[int(numero)].add(teste)
         for mutante in self.mutantes:
-            if str(mutante.numero) in de_todos or mutante in self.sozinhos:
-                self.de_cada[mutante] = set(self.tempos)
-            else:
-                self.de_cada[mutante] = testes[mutante.numero]
+            em_todos = str(mutante.numero) in de_todos or mutante in self.sozinhos
+            self.de_cada[programa][mutante] = set(tempos) if em_todos else testes[mutante.numero]
 
     def mata(self, mutante):
         """Whether a test notices it; None when the compiler does not take it."""
-        programa = self.pasta / "teste"
-        if mutante in self.sozinhos:
-            programa = self._so_com(mutante)
-            if programa is None:
-                return None
-        testes = sorted(self.de_cada[mutante], key=lambda teste: self.tempos[teste])
+        objeto = self._so_com(mutante) if mutante in self.sozinhos else None
+        if mutante in self.sozinhos and objeto is None:
+            return None
+        return any(self._mata(programa, mutante, objeto) for programa in self.programas)
+
+    def _mata(self, programa, mutante, objeto):
+        caminho = self.pasta / programa
+        if objeto is not None:
+            caminho = objeto.with_suffix("." + programa)
+            self.construcao.liga(programa, caminho, (self.objetos | {mutante.arquivo: objeto}).values())
+        tempos = self.tempos[programa]
+        testes = sorted(self.de_cada[programa][mutante], key=lambda teste: tempos[teste])
         rapidos, soma = 0, 0.0
-        while rapidos < len(testes) and soma + self.tempos[testes[rapidos]] <= RAPIDOS:
-            soma += self.tempos[testes[rapidos]]
+        while rapidos < len(testes) and soma + tempos[testes[rapidos]] <= RAPIDOS:
+            soma += tempos[testes[rapidos]]
             rapidos += 1
-        return any(
-            self._falha(programa, mutante, parte) for parte in (testes[:rapidos], testes[rapidos:]) if parte
-        )
+        for parte in (testes[:rapidos], testes[rapidos:]):
+            if parte and self._falha(caminho, mutante, parte, 5 + round(3 * sum(tempos[t] for t in parte))):
+                return True
+        return False
 
     def _so_com(self, mutante):
         base = self.pasta / f"so_{mutante.numero}"
@@ -170,15 +179,11 @@ class Sala:
         base.with_suffix(".cpp").write_text(fonte.so_com(mutante))
         if self.construcao.compila(mutante.arquivo, base.with_suffix(".cpp"), base.with_suffix(".o")):
             return None
-        self.construcao.liga(
-            f"teste_{self.nome}", base, (self.objetos | {mutante.arquivo: base.with_suffix(".o")}).values()
-        )
-        return base
+        return base.with_suffix(".o")
 
-    def _falha(self, programa, mutante, testes):
+    def _falha(self, programa, mutante, testes, segundos):
         opcoes = self.pasta / f"opcoes_{threading.get_ident()}"
         opcoes.write_text("--gtest_filter=" + ":".join(testes) + "\n--gtest_fail_fast\n")
-        segundos = 5 + round(3 * sum(self.tempos[teste] for teste in testes))
         ambiente = os.environ | {"MUTANTE": str(mutante.numero), "MUTANTE_SEGUNDOS": str(segundos)}
         try:
             execucao = subprocess.run(
@@ -195,7 +200,7 @@ class Sala:
 
 
 def le_motivos(arquivo, salas):
-    """{key of the mutant: reason}, of these rooms."""
+    """{key of the mutant: reason}, of these rooms. A statement "*" stands for all of the procedure."""
     motivos = {}
     for linha in Path(arquivo).read_text().splitlines():
         if linha and linha[0] != "#":
@@ -205,10 +210,18 @@ def le_motivos(arquivo, salas):
     return motivos
 
 
+def motivo_de(chave, motivos):
+    """The entry that speaks of a mutant: its own, or the one for all changes of its kind in its procedure."""
+    arquivo, procedimento, mudanca, _ = chave
+    todas = (arquivo, procedimento, mudanca.split()[0].rstrip(":"), "*")
+    return next((entrada for entrada in (chave, todas) if entrada in motivos), None)
+
+
 def roda_sala(sala, ate):
     """{mutant: whether a test noticed it}, of those that there was time for."""
     sala.constroi()
-    sala.mede()
+    for programa in sala.programas:
+        sala.mede(programa)
     ordem = list(sala.mutantes)
     if ate is not None:
         random.shuffle(ordem)
@@ -234,24 +247,26 @@ def main():
     pasta, arquivo, segundos, *salas = sys.argv[1:]
     ate = time.monotonic() + int(segundos) if int(segundos) > 0 else None
     construcao = Construcao(pasta)
-    motivos = le_motivos(arquivo, salas)
-    sem_motivo, errados, existentes = [], [], set()
+    nomes = [sala.split(":")[0] for sala in salas]
+    motivos = le_motivos(arquivo, nomes)
+    sem_motivo, precisos, faltou = [], set(), set()
     print(f"{'room':12}{'mutants':>9}{'tried':>8}{'killed':>8}{'%':>8}{'reason':>8}{'survived':>10}", flush=True)
-    for nome in salas:
-        sala = Sala(construcao, nome)
+    for pedida in salas:
+        nome, *outras = pedida.split(":")
+        sala = Sala(construcao, nome, outras)
         tentados = roda_sala(sala, ate)
         refugo = sum(morto is None for morto in tentados.values())
         mortos = sum(morto is True for morto in tentados.values())
         com_motivo = 0
         for mutante in sala.mutantes:
-            chave = mutante.chave()
-            existentes.add(chave)
-            if tentados.get(mutante) is False:
-                com_motivo += chave in motivos
-                if chave not in motivos:
-                    sem_motivo.append(f"line {mutante.linha}: " + "\t".join(chave))
-            elif mutante in tentados and chave in motivos:
-                errados.append("\t".join(chave) + ": a test notices it")
+            entrada = motivo_de(mutante.chave(), motivos)
+            if mutante not in tentados:
+                faltou.add(entrada)
+            elif tentados[mutante] is False:
+                com_motivo += entrada is not None
+                precisos.add(entrada)
+                if entrada is None:
+                    sem_motivo.append(f"line {mutante.linha}: " + "\t".join(mutante.chave()))
         validos = len(tentados) - refugo
         vivos = validos - mortos
         print(
@@ -259,9 +274,9 @@ def main():
             f"{com_motivo:8}{vivos - com_motivo:10}",
             flush=True,
         )
-    errados += ["\t".join(chave) + ": no such change" for chave in motivos if chave not in existentes]
+    errados = ["\t".join(entrada) for entrada in motivos if entrada not in precisos | faltou]
     imprime_lista("No test notices", sem_motivo)
-    imprime_lista("Reasons that do not fit", errados)
+    imprime_lista("Reasons of no change, or of one that a test notices", errados)
     sys.exit(1 if sem_motivo or errados else 0)
 
 

@@ -134,6 +134,17 @@ TEST_F(FormularioTeste, Mudou_PropertyWritten_TheNewValueIsThere)
     EXPECT_EQ(depois([&] { form->DefineIcone("i"); }), "01T12341i");
 }
 
+TEST_F(FormularioTeste, Carregar_WrittenBeforeTheLoad_IsAsDesigned)
+{
+    auto outro = Novo<FormDeTeste>();
+    outro->Carregar();
+    form->DefineVisible(true);
+    form->DefineControleAtivo(outro->lblTexto);
+    form->Carregar();
+    EXPECT_FALSE(form->Visible());
+    EXPECT_TRUE(form->ControleAtivo().Nada());
+}
+
 TEST_F(FormularioTeste, Carregar_Loaded_KeepsEverything)
 {
     form->Carregar();

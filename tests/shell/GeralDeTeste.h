@@ -95,11 +95,15 @@ class GeralDeTeste : public Geral {
   public:
     Ref<EspecificaDeTeste> Particular = Novo<EspecificaDeTeste>();
     std::int32_t EspecificasCriadas = 0;
+    std::function<void()> AoCriarEspecifica;
 
   protected:
     Ref<Especifica> CriaEspecifica() override
     {
         ++EspecificasCriadas;
+        if (AoCriarEspecifica) {
+            AoCriarEspecifica();
+        }
         return Particular;
     }
 };

@@ -179,6 +179,10 @@ TEST_F(GeralTeste, Parametros_StepByStep_HappenInTheirOrder)
     geral->ObjInterface = host->ObjInterface;
     Particular()->Itens = {ItemDeMenu("mnuX", "bndA")};
     host->ActBar->PoeFerramenta("bndA", "mnuX");
+    shell->AoCriarEspecifica = [&] {
+        EXPECT_TRUE(geral->ObjInterface.Nada());
+        EXPECT_TRUE(geral->oAppEXE().Nada());
+    };
     Particular()->AoPedirMenu = [&] {
         EXPECT_TRUE(geral->ObjInterface.Nada());
         EXPECT_TRUE(geral->CEspecifica() == Particular());
@@ -1157,7 +1161,10 @@ TEST_F(GeralTeste, CentralizaForm_OnScreen_UsesTheScreensSize)
 {
     Loga();
     auto form = FormCarregado(); // 6000 by 3001
+    std::vector<std::pair<std::int32_t, std::int32_t>> passos;
+    const Conexao mudou = form->Mudou().liga([&] { passos.emplace_back(form->Left(), form->Top()); });
     geral->CentralizaForm(form, true);
+    EXPECT_EQ(passos, (std::vector<std::pair<std::int32_t, std::int32_t>>{{4680, 0}, {4680, 4260}}));
     EXPECT_EQ(form->Left(), 4680); // (15360 - 6000) / 2
     EXPECT_EQ(form->Top(), 4260);  // (11520 - 3001) / 2 = 4259.5, to even
     EXPECT_EQ(host->Conta("FormMDI."), 0);

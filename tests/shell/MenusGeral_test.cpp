@@ -415,8 +415,10 @@ TEST_F(MenusGeralTeste, PopupAuxiliar_ByBandNameInAnyCase_ShowsTheFirst)
 {
     Menus().PopupAuxiliar(10, 20, Valor("POPequip"));
     Menus().PopupAuxiliar(11, 21, Valor("bndajuda"));
+    Menus().PopupAuxiliar(12, 22, Valor("bndARQUIVO")); // at position 0
     EXPECT_TRUE(RegistroIgual(host->RegistroDe({"Band("}),
-                              {"Band(popEquip).TrackPopup(10, 20)", "Band(bndAjuda).TrackPopup(11, 21)"}));
+                              {"Band(popEquip).TrackPopup(10, 20)", "Band(bndAjuda).TrackPopup(11, 21)",
+                               "Band(bndArquivo).TrackPopup(12, 22)"}));
 }
 
 TEST_F(MenusGeralTeste, PopupBand_QueueThatFails_ShowsThePopupAllTheSame)

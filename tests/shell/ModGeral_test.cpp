@@ -635,6 +635,14 @@ TEST_F(ModGeralTeste, gsubConfigLista_Columns_ChangesTheFirstAndAddsTheOthers)
                                        "AdicionaColuna(3, \"ausente\", \"Verificação\", 1000, 2, \"data\", True)"}));
 }
 
+TEST_F(ModGeralTeste, gsubConfigLista_WidthOne_ShowsTheColumn)
+{
+    auto lista = Novo<ListaAnotada>();
+    gsubConfigLista({{}, {"X", 1, "", 0}, {"Y", 1, "", 0}}, lista);
+    EXPECT_EQ(lista->Chamadas, (Linhas{"AlteraPrimeiraColuna(1, \"ausente\", \"X\", 1, 0, \"\", True)",
+                                       "AdicionaColuna(2, \"ausente\", \"Y\", 1, 0, \"\", True)"}));
+}
+
 TEST_F(ModGeralTeste, gsubConfigLista_NegativeWidth_HidesTheColumn)
 {
     auto lista = Novo<ListaAnotada>();
