@@ -4,12 +4,15 @@
 #include "tests/desk/Teclado.h"
 
 #include <QAbstractButton>
+#include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QHeaderView>
 #include <QMessageBox>
 #include <QTableView>
 #include <QTest>
 #include <QThread>
+
+#include <memory>
 
 namespace {
 
@@ -38,8 +41,8 @@ void OperadorDeJanelas::Percorre(Condutor &condutor, const Percurso &percurso, c
                                  const OperadorDeJanelas *atras)
 {
     condutor.EsperaJanela(Q(janela));
-    OperadorDeJanelas operador(condutor, percurso, janela, atras);
-    percurso.Janelas.at(janela)(operador);
+    OperadorDeJanelas pessoa(condutor, percurso, janela, atras);
+    percurso.Janelas.at(janela)(pessoa);
 }
 
 // Whether the way goes through a window in which nobody is yet.
@@ -53,15 +56,26 @@ bool OperadorDeJanelas::Entra(const std::string &janela) const
     return m_Percurso.Janelas.contains(janela);
 }
 
-// An action is over when the windows' thread is back in the loop in which it began, or further out.
+// An action is over when the loop in which it began, or one further out, turns again.
 void OperadorDeJanelas::Faz(const std::function<void()> &acao)
 {
     int comeco = 0;
+    bool parado = false; // both belong to the windows' thread
     m_Condutor.NaTela<bool>([&] {
         comeco = QThread::currentThread()->loopLevel();
         return true;
     });
     acao();
+    std::unique_ptr<QObject, void (*)(QObject *)> vigia(nullptr, [](QObject *objeto) {
+        QMetaObject::invokeMethod(
+            qApp, [objeto] { delete objeto; }, Qt::BlockingQueuedConnection);
+    });
+    m_Condutor.NaTela<bool>([&] { // the action has begun by now
+        vigia.reset(new QObject);
+        QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, vigia.get(),
+                         [&] { parado = parado || QThread::currentThread()->loopLevel() <= comeco; });
+        return true;
+    });
     for (;;) {
         QString pergunta;
         std::string frente;
@@ -69,8 +83,7 @@ void OperadorDeJanelas::Faz(const std::function<void()> &acao)
             const auto *caixa = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
             pergunta = caixa == nullptr ? QString() : caixa->text();
             frente = Teclado::Frente() == nullptr ? "" : S(Teclado::Frente()->objectName());
-            return m_Percurso.Respostas.contains(S(pergunta)) || Entra(frente) ||
-                   QThread::currentThread()->loopLevel() <= comeco;
+            return m_Percurso.Respostas.contains(S(pergunta)) || Entra(frente) || parado;
         });
         if (const auto resposta = m_Percurso.Respostas.find(S(pergunta)); resposta != m_Percurso.Respostas.end()) {
             m_Condutor.Responde(pergunta, resposta->second ? "Sim" : "Não");

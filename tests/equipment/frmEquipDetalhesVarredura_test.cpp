@@ -511,7 +511,7 @@ pessoa
           @ativa
 )");
     varredura.Segue();
-    EXPECT_GE(varredura.Roda(), 1);
+    EXPECT_GE(varredura.Roda(), 564);
 }
 
 // Looks into a sensor and its calibration, changes it, removes it, and at each level throws the changes away.
@@ -608,7 +608,7 @@ pessoa
               frmEquipAfericoes.CarregaDetalhes
                 @controles frmEquipAfericoes
                 - goMensagem.PreparaDetalhes(frmEquipAfericoes)
-                @FormShow frmEquipAfericoes
+                @FormShowDepois frmEquipAfericoes
         pessoa
           frmEquipAfericoes.cmdVisualizar_Click
             - goDadosVor.RecebeDocumento(9, True)
@@ -627,7 +627,8 @@ pessoa
             COSensores.Editar
               frmEquipSensores.CarregaEdicao
                 @controles frmEquipSensores
-                @FormShowModal frmEquipSensores
+                @FormShowDepois frmEquipSensores
+                @ativa
                 pessoa
                   frmEquipSensores.cmdOK_Click
                     frmEquipSensores.validouOk
@@ -653,7 +654,7 @@ pessoa
         @ativa
 )");
     varredura.Segue();
-    EXPECT_GE(varredura.Roda(), 363);
+    EXPECT_GE(varredura.Roda(), 458);
 }
 
 } // namespace

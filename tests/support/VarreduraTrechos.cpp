@@ -52,6 +52,16 @@ Geral.FormAtivado
   - Plataforma.Aplicacao
   - cGlobal.gsubSetaAutoModuloAtivo
 )"},
+    // Where another window, which is not modal, has become the active one before.
+    {"FormShowDepois", R"(
+Geral.FormShow
+  Geral.FechaEnviaRecebe
+    - FormMDI.FecharEnviaRecebe(True)
+  - Plataforma.Ponteiro := 0
+  - Plataforma.ProcessaMensagens
+  @ativa
+  - ObjInterface.MostraJanela($1
+)"},
     {"FormShowModal", R"(
 @FormShow $1
 @ativa
