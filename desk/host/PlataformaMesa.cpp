@@ -201,7 +201,7 @@ std::string PlataformaMesa::PrimeiroArquivo(const std::string &padrao)
             m_Nomes.push_back(std::move(nome));
         }
     }
-    std::sort(m_Nomes.rbegin(), m_Nomes.rend());
+    std::reverse(m_Nomes.begin(), m_Nomes.end()); // they are given from the back
     return ProximoArquivo();
 }
 

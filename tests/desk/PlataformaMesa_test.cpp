@@ -60,6 +60,25 @@ TEST_F(PlataformaMesaTeste, GravaArquivo_WithAccentsInTheName_IsFoundByThem)
     EXPECT_EQ(Plataforma()->PrimeiroArquivo(mesa.NoModulo("AFERIÇÃO*.PDF")), "Aferição é.pdf");
 }
 
+TEST_F(PlataformaMesaTeste, PrimeiroArquivo_AndTheNextOnes_ComeInTheFileSystemsOrder)
+{
+    const std::filesystem::path pasta = mesa.Diretorio() / "leiautes";
+    std::filesystem::create_directory(pasta);
+    for (const char *nome : {"M", "C", "T", "A", "Z", "F", "B", "S", "D", "X", "E", "R"}) {
+        Plataforma()->GravaArquivo(mesa.NoModulo("leiautes\\" + std::string(nome) + ".LAY"), {1});
+    }
+    std::vector<std::string> doSistema;
+    for (const auto &entrada : std::filesystem::directory_iterator(pasta)) {
+        doSistema.push_back(entrada.path().filename().string());
+    }
+    std::vector<std::string> lidos;
+    for (std::string nome = Plataforma()->PrimeiroArquivo(mesa.NoModulo("leiautes\\*.LAY")); !nome.empty();
+         nome = Plataforma()->ProximoArquivo()) {
+        lidos.push_back(nome);
+    }
+    EXPECT_EQ(lidos, doSistema);
+}
+
 TEST_F(PlataformaMesaTeste, Descarrega_WhoseUnloadRaises_CanBeTriedAgain)
 {
     auto form = Novo<FormFalso>();

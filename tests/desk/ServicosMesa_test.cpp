@@ -8,6 +8,9 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+#include <string>
+
 namespace {
 
 using Textos = std::vector<std::string>;
@@ -114,7 +117,13 @@ TEST_F(ServicosMesaTeste, EnviaDocumento_OfWhatIsNoPDF_IsRefusedWithWords)
 
 TEST_F(ServicosMesaTeste, Layouts_OfTheDesk_AreInstalledAndAUsersOwnIsKept)
 {
-    EXPECT_EQ(mesa.Host->Plataforma()->PrimeiroArquivo(dados->DirLayouts() + "*.LAY"), "AGENTE.LAY");
+    const Ref<IPlataforma> plataforma = mesa.Host->Plataforma();
+    std::set<std::string> nomes;
+    for (std::string nome = plataforma->PrimeiroArquivo(dados->DirLayouts() + "*.LAY"); !nome.empty();
+         nome = plataforma->ProximoArquivo()) {
+        EXPECT_TRUE(nomes.insert(nome).second) << nome;
+    }
+    EXPECT_EQ(nomes, (std::set<std::string>{"AGENTE.LAY", "ESTATICO.LAY", "LOMBADA.LAY", "PADRAO.LAY", "PARDAL.LAY"}));
     mesa.Host->Plataforma()->GravaArquivo(dados->DirLayouts() + "AGENTE.LAY", Bytes(5000, 'm'));
     HostMesa(mesa.Janelas, mesa.Diretorio() / "dados", [] { return DataDe(1, 1, 2026); });
     EXPECT_EQ(mesa.Host->Plataforma()->TamanhoArquivo(dados->DirLayouts() + "AGENTE.LAY"), 5000);
