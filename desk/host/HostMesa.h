@@ -3,10 +3,10 @@
 #include "controls/FabricaControles.h"
 #include "desk/host/AplicacaoMesa.h"
 #include "desk/host/BancoLocalMesa.h"
-#include "desk/host/IJanelas.h"
 #include "desk/host/PlataformaMesa.h"
 #include "desk/host/SessaoMesa.h"
 #include "host/HostServices.h"
+#include "tela/IJanelas.h"
 
 #include <filesystem>
 #include <functional>

@@ -65,18 +65,6 @@ bool TemPalavras(const std::string &nome, const std::string &procurado)
 
 } // namespace
 
-std::string Logradouro::Descricao(std::int32_t numero, const std::string &complemento) const
-{
-    std::string texto = Nome;
-    if (numero > 0) {
-        texto += ", " + CStr(numero);
-    }
-    if (!complemento.empty()) {
-        texto += " - " + complemento;
-    }
-    return texto + " - " + Bairro;
-}
-
 std::vector<Logradouro> ProcuraLogradouros(std::int32_t codMunic, const std::string &procurado, std::size_t maximo)
 {
     const auto municipio = PosicaoDoMunicipio(codMunic);
@@ -109,4 +97,13 @@ std::optional<Logradouro> LogradouroPorCodigo(std::int32_t codigo)
         return std::nullopt;
     }
     return FazLogradouro(municipio, via);
+}
+
+std::vector<MunicipioDeEndereco> LogradourosMesa::Municipios() const
+{
+    std::vector<MunicipioDeEndereco> oferecidos;
+    for (const Municipio &municipio : ::Municipios()) {
+        oferecidos.push_back({municipio.Codigo, municipio.Nome});
+    }
+    return oferecidos;
 }

@@ -1,23 +1,22 @@
 #pragma once
 
-#include <cstdint>
-#include <optional>
-#include <string>
-#include <vector>
-
-// A street of a municipality.
-struct Logradouro {
-    std::int32_t Codigo = 0; // unique in the state
-    std::int32_t CodMunic = 0;
-    std::string Nome; // with its kind: "Rua Bento Gonçalves"
-    std::string Bairro;
-    std::string Cep; // eight digits
-
-    // As it goes on a notification, with the house number and the complement when there are any.
-    std::string Descricao(std::int32_t numero, const std::string &complemento) const;
-};
+#include "tela/ILogradouros.h"
 
 // Streets of a municipality whose name has the words sought, accents and case ignored, or whose postal code begins with
 // the digits sought; in order of name, at most `maximo`.
 std::vector<Logradouro> ProcuraLogradouros(std::int32_t codMunic, const std::string &procurado, std::size_t maximo);
 std::optional<Logradouro> LogradouroPorCodigo(std::int32_t codigo);
+
+// These streets, for the address pickers.
+class LogradourosMesa : public ILogradouros {
+  public:
+    std::string_view NomeTipo() const override { return "LogradourosMesa"; }
+
+    std::vector<MunicipioDeEndereco> Municipios() const override;
+    std::vector<Logradouro> Procura(std::int32_t codMunic, const std::string &procurado,
+                                    std::size_t maximo) const override
+    {
+        return ProcuraLogradouros(codMunic, procurado, maximo);
+    }
+    std::optional<Logradouro> PorCodigo(std::int32_t codigo) const override { return LogradouroPorCodigo(codigo); }
+};

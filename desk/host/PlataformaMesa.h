@@ -1,7 +1,7 @@
 #pragma once
 
-#include "desk/host/IJanelas.h"
 #include "host/IPlataforma.h"
+#include "tela/IJanelas.h"
 
 #include <filesystem>
 #include <functional>

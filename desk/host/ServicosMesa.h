@@ -1,8 +1,8 @@
 #pragma once
 
-#include "desk/host/IJanelas.h"
 #include "desk/services/SessaoServico.h"
 #include "host/IServicos.h"
+#include "tela/IJanelas.h"
 
 #include <filesystem>
 #include <functional>

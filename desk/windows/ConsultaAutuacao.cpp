@@ -133,8 +133,12 @@ void ConsultaAutuacao::Imprime()
         m_CodOat->setFocus();
         return;
     }
+    m_Equipamentos->LimpaArqTemp(); // a file that is there already would keep what it has behind the new one
     const bool mostrou = m_Equipamentos->ImpCertificadoAfericaoEquipto(
         CLng(S(m_CodOat->text())), m_Equipamentos->Codigo(), "Consulta para autuação");
+    if (!mostrou) {
+        m_Equipamentos->LimpaArqTemp();
+    }
     m_Resultado->setText(mostrou ? "Certificado aberto." : "O certificado não foi aberto.");
 }
 

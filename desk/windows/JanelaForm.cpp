@@ -1,6 +1,5 @@
 #include "desk/windows/JanelaForm.h"
 
-#include "desk/services/SessaoServico.h"
 #include "desk/windows/Quadro.h"
 #include "desk/windows/RenderLista.h"
 #include "desk/windows/RenderizadoresEscolha.h"
@@ -12,6 +11,7 @@
 #include <QCloseEvent>
 #include <QIcon>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QLayout>
 #include <QPushButton>
 
@@ -28,11 +28,6 @@ JanelaForm::JanelaForm(Ref<IForm> form, AoRedorDoForm aoRedor, QWidget *dono)
     LigaControles();
     m_Quadro->Segue();
     m_Conexoes.push_back(m_Form->Mudou().liga([this] { MostraForm(); }));
-    m_Conexoes.push_back(m_Form->PediuFoco().liga([this] {
-        activateWindow();
-        raise();
-    }));
-    m_Conexoes.push_back(m_Form->PediuOrdem().liga([this](std::int16_t) { raise(); }));
     MostraForm();
     Dimensiona();
 }
@@ -63,6 +58,9 @@ void JanelaForm::LigaControles()
     for (Renderizador *renderizador : m_Renderizadores) {
         renderizador->Atualiza();
     }
+    for (QLabel *rotulo : findChildren<QLabel *>()) {
+        rotulo->setTextFormat(Qt::PlainText); // a text may be anything, such as the name of a file
+    }
     OrdenaTab();
 }
 
@@ -85,7 +83,7 @@ void JanelaForm::OrdenaTab()
 
 Renderizador *JanelaForm::FazRenderizador(const Ref<IControle> &controle, QWidget *widget)
 {
-    const Borda &borda = m_AoRedor.NaBorda;
+    const Borda &borda = m_AoRedor.Pedidos.NaBorda;
     switch (controle->Especie()) {
     case EspecieControle::Label:
         return new RenderTextoFixo(controle, widget, borda);
@@ -106,11 +104,9 @@ Renderizador *JanelaForm::FazRenderizador(const Ref<IControle> &controle, QWidge
     case EspecieControle::ztCombo:
         return new RenderCombo(controle, widget, borda);
     case EspecieControle::ztList:
-        return new RenderLista(
-            controle, widget, borda, [this] { m_AoRedor.Descarrega(m_Form); },
-            [this] { m_AoRedor.Ajuda(S(objectName())); });
+        return new RenderLista(controle, widget, borda, m_AoRedor.Pedidos.Fecha, m_AoRedor.Pedidos.Ajuda);
     case EspecieControle::ztEndereco:
-        return new RenderEndereco(controle, widget, borda);
+        return new RenderEndereco(controle, widget, borda, m_AoRedor.Logradouros);
     case EspecieControle::ztClienteSetor:
         return new RenderClienteSetor(controle, widget, borda, m_AoRedor.Clientes());
     case EspecieControle::Image:
@@ -145,9 +141,6 @@ void JanelaForm::Encerra()
     m_Encerrando = true;
     m_Conexoes.clear();
     hide();
-    if (AoEncerrar) {
-        AoEncerrar();
-    }
     deleteLater();
 }
 
@@ -165,8 +158,8 @@ QPushButton *JanelaForm::BotaoInterno() const
 void JanelaForm::closeEvent(QCloseEvent *evento)
 {
     evento->ignore();
-    if (!m_Encerrando && m_Form->Enabled()) {
-        m_AoRedor.NaBorda([this] { m_AoRedor.Descarrega(m_Form); });
+    if (!m_Encerrando) {
+        m_AoRedor.Pedidos.Fecha();
     }
 }
 
@@ -175,40 +168,44 @@ void JanelaForm::keyPressEvent(QKeyEvent *evento)
     switch (evento->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        m_AoRedor.NaBorda([this] {
+        m_AoRedor.Pedidos.NaBorda([this] {
             QPushButton *botao = BotaoInterno();
             m_Pessoa.Enter(botao == nullptr ? std::function<void()>() : [botao] { botao->click(); });
         });
         break;
     case Qt::Key_Escape:
-        m_AoRedor.NaBorda([this] { m_Pessoa.Esc(); });
+        m_AoRedor.Pedidos.NaBorda([this] { m_Pessoa.Esc(); });
         break;
     case Qt::Key_F1:
-        m_AoRedor.NaBorda([this] { m_AoRedor.Ajuda(S(objectName())); });
-        break;
-    case Qt::Key_PageDown:
-    case Qt::Key_PageUp:
-        if (evento->modifiers() == Qt::ControlModifier) {
-            m_AoRedor.NaBorda([&] { m_Pessoa.AndaPaginas(evento->key() == Qt::Key_PageDown ? 1 : -1); });
-            break;
-        }
-        QWidget::keyPressEvent(evento);
+        m_AoRedor.Pedidos.Ajuda();
         break;
     default:
         QWidget::keyPressEvent(evento);
     }
 }
 
-// A letter with Alt to which the form answers is the form's, before the toolkit looks for the caption that marks it.
+// A key that is the form's whatever has the keyboard: a letter with Alt to which it answers, before the toolkit looks
+// for the caption that marks it, and the way through the pages.
+std::function<void()> JanelaForm::AtoDaTecla(const QKeyEvent &tecla)
+{
+    const auto letra = static_cast<char32_t>(tecla.key());
+    if (tecla.modifiers() == Qt::AltModifier && m_Pessoa.RespondeAlt(letra)) {
+        return [this, letra] { m_Pessoa.Alt(letra); };
+    }
+    if (tecla.modifiers() == Qt::ControlModifier && (letra == Qt::Key_PageDown || letra == Qt::Key_PageUp)) {
+        return [this, passo = letra == Qt::Key_PageDown ? 1 : -1] { m_Pessoa.AndaPaginas(passo); };
+    }
+    return {};
+}
+
 bool JanelaForm::event(QEvent *evento)
 {
     if (evento->type() == QEvent::ShortcutOverride) {
-        auto *tecla = static_cast<QKeyEvent *>(evento);
-        const auto letra = static_cast<char32_t>(tecla->key());
-        if (tecla->modifiers() == Qt::AltModifier && m_Pessoa.RespondeAlt(letra)) {
-            evento->accept();
-            m_Alt = letra;
+        const auto &tecla = *static_cast<QKeyEvent *>(evento);
+        if (AtoDaTecla(tecla)) {
+            m_Tecla = tecla.key();
             qApp->installEventFilter(this);
+            evento->accept();
             return true;
         }
     }
@@ -218,12 +215,15 @@ bool JanelaForm::event(QEvent *evento)
 // The key itself comes next, to the widget that has the keyboard.
 bool JanelaForm::eventFilter(QObject *objeto, QEvent *evento)
 {
-    if (evento->type() != QEvent::KeyPress) {
-        return QWidget::eventFilter(objeto, evento);
+    if (evento->type() == QEvent::KeyPress) {
+        qApp->removeEventFilter(this);
+        const auto &tecla = *static_cast<QKeyEvent *>(evento);
+        if (const auto ato = AtoDaTecla(tecla); ato && tecla.key() == m_Tecla) {
+            m_AoRedor.Pedidos.NaBorda(ato);
+            return true;
+        }
     }
-    qApp->removeEventFilter(this);
-    m_AoRedor.NaBorda([this] { m_Pessoa.Alt(m_Alt); });
-    return true;
+    return QWidget::eventFilter(objeto, evento);
 }
 
 void JanelaForm::changeEvent(QEvent *evento)
@@ -238,6 +238,6 @@ void JanelaForm::resizeEvent(QResizeEvent *evento)
 {
     QWidget::resizeEvent(evento);
     if (!m_Encerrando) {
-        m_AoRedor.NaBorda([this] { m_Form->Redimensionada(); });
+        m_AoRedor.Pedidos.Redimensionou();
     }
 }

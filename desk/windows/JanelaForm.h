@@ -1,7 +1,9 @@
 #pragma once
 
 #include "desk/windows/Renderizador.h"
-#include "host/IForm.h"
+#include "tela/EscolhaDeCliente.h"
+#include "tela/ICamada.h"
+#include "tela/ILogradouros.h"
 #include "tela/Pessoa.h"
 
 #include <QPointer>
@@ -15,10 +17,9 @@ class QPushButton;
 
 // What the window of a form needs of the desk around it.
 struct AoRedorDoForm {
-    Borda NaBorda;
-    std::function<void(const Ref<IForm> &)> Descarrega; // the platform's unload
-    std::function<void(const std::string &)> Ajuda;
-    std::function<std::vector<struct ClienteCadastrado>()> Clientes;
+    PedidosDaJanela Pedidos;
+    std::function<std::vector<ClienteOferecido>()> Clientes;
+    Ref<ILogradouros> Logradouros;
 };
 
 // The window of one form of the module: drawn from its description, its widgets bound by name to the form's controls.
@@ -31,8 +32,6 @@ class JanelaForm : public QWidget {
     void Encerra();
     // Text that was written past the form's caption; empty: the caption counts.
     void DefineTexto(const QString &texto);
-    // Called when the window has gone.
-    std::function<void()> AoEncerrar;
 
   protected:
     void changeEvent(QEvent *evento) override;
@@ -49,6 +48,7 @@ class JanelaForm : public QWidget {
     void MostraForm();
     void Dimensiona();
     QPushButton *BotaoInterno() const;
+    std::function<void()> AtoDaTecla(const QKeyEvent &tecla);
 
     Ref<IForm> m_Form;
     AoRedorDoForm m_AoRedor;
@@ -57,6 +57,6 @@ class JanelaForm : public QWidget {
     std::vector<Renderizador *> m_Renderizadores;
     std::vector<Conexao> m_Conexoes;
     QString m_Texto;
-    char32_t m_Alt = 0; // the key of Alt that is on its way
+    int m_Tecla = 0; // a key of the form that is on its way
     bool m_Encerrando = false;
 };

@@ -1,7 +1,9 @@
 #include "desk/windows/Mesa.h"
 
+#include "desk/host/Logradouros.h"
 #include "desk/windows/ConsultaAutuacao.h"
 #include "desk/windows/Entrada.h"
+#include "desk/windows/Involucro.h"
 #include "desk/windows/Twips.h"
 #include "shell/Especifica.h"
 #include "shell/ModGeral.h"
@@ -36,7 +38,8 @@ constexpr const char *FerramentaDemais = "mnuModNABEquiptos";
 Mesa::Mesa(Ref<Servicos> servicos, std::filesystem::path diretorio, std::function<Data()> agora)
     : m_Servicos(std::move(servicos)),
       m_Area(new QMdiArea(this)),
-      m_Janelas(Novo<JanelasQt>(m_Area)),
+      m_Camada(Novo<CamadaQt>(m_Area)),
+      m_Janelas(Novo<Janelas>(m_Camada)),
       m_Host(Novo<HostMesa>(m_Janelas, std::move(diretorio), std::move(agora)))
 {
     setObjectName("Mesa");
@@ -47,8 +50,18 @@ Mesa::Mesa(Ref<Servicos> servicos, std::filesystem::path diretorio, std::functio
     setCentralWidget(m_Area);
 
     m_Janelas->Descarrega = [this](const Ref<IForm> &form) { m_Host->Plataforma()->Descarrega(form); };
-    m_Janelas->Clientes = [this] { return m_Host->Servico()->Clientes(); };
-    m_Janelas->Ajuda = [this](const std::string &topico) { MostraAjuda(topico); };
+    m_Janelas->FazInvolucro = [] { return Novo<Involucro>(); };
+    m_Janelas->MostraFalha = [] { gSubMostraErro("Mesa"); };
+    m_Janelas->FechouVisor = [this] { LimpaCertificados(); };
+    m_Camada->Logradouros = Novo<LogradourosMesa>();
+    m_Camada->Clientes = [this] {
+        std::vector<ClienteOferecido> oferecidos;
+        for (ClienteCadastrado &cliente : m_Host->Servico()->Clientes()) {
+            oferecidos.push_back({std::move(cliente.Nome), std::move(cliente.Setores)});
+        }
+        return oferecidos;
+    };
+    m_Camada->Ajuda = [this](const std::string &, QWidget *dono) { MostraAjuda(dono); };
 
     InstalaHost(m_Host);
     m_Geral = Novo<Geral>();
@@ -61,6 +74,7 @@ Mesa::Mesa(Ref<Servicos> servicos, std::filesystem::path diretorio, std::functio
     MontaMenus();
     MontaEstado();
     HabilitaFerramentas();
+    LimpaCertificados();
 }
 
 Mesa::~Mesa()
@@ -118,7 +132,7 @@ void Mesa::MontaMenus()
     QMenu *ajuda = menuBar()->addMenu("Aj&uda");
     QAction *manual = ajuda->addAction(QIcon(":/icones/ajuda.svg"), "&Manual do operador");
     manual->setShortcut(QKeySequence("F1"));
-    connect(manual, &QAction::triggered, this, [this] { MostraAjuda(""); });
+    connect(manual, &QAction::triggered, this, [this] { m_Janelas->MostraAjuda(""); });
     connect(ajuda->addAction("&Sobre..."), &QAction::triggered, this, [this] { MostraSobre(); });
 
     auto *barra = addToolBar("Ferramentas");
@@ -194,6 +208,7 @@ void Mesa::Entra(const Ref<SessaoServico> &sessao)
 {
     m_Host->Entra(sessao);
     m_Geral->Logon(m_Host->objMTM(), m_Host->objSCA(), "");
+    LimpaCertificados();
     HabilitaFerramentas();
     const Operador &operador = sessao->Operador();
     m_Usuario->setText("Usuário: " + Q(operador.Nome));
@@ -211,6 +226,7 @@ void Mesa::Sai()
             filha->close();
         }
     }
+    LimpaCertificados();
     NaBorda([this] { m_Geral->Logoff(); });
     m_Host->Sai();
     HabilitaFerramentas();
@@ -219,6 +235,11 @@ void Mesa::Sai()
     m_Replica->clear();
     m_Forcar->hide();
     m_Renovar->setVisible(false);
+}
+
+void Mesa::LimpaCertificados()
+{
+    NaBorda([this] { m_Geral->CEspecifica()->CreateCVorEquip()->LimpaArqTemp(); });
 }
 
 void Mesa::HabilitaFerramentas()
@@ -262,11 +283,9 @@ void Mesa::AbreConsulta()
     filha->show();
 }
 
-void Mesa::MostraAjuda(const std::string &)
+void Mesa::MostraAjuda(QWidget *dono)
 {
-    // A modal window lets only those be used that stand in front of it.
-    QWidget *modal = QApplication::activeModalWidget();
-    auto *janela = new QDialog(modal != nullptr ? modal : this);
+    auto *janela = new QDialog(dono);
     janela->setObjectName("Ajuda");
     janela->setAttribute(Qt::WA_DeleteOnClose);
     janela->setWindowTitle("Manual do operador");

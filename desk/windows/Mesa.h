@@ -2,8 +2,9 @@
 
 #include "desk/host/HostMesa.h"
 #include "desk/services/Servicos.h"
-#include "desk/windows/JanelasQt.h"
+#include "desk/windows/CamadaQt.h"
 #include "shell/Geral.h"
+#include "tela/Janelas.h"
 
 #include <QMainWindow>
 
@@ -50,14 +51,17 @@ class Mesa : public QMainWindow {
     void MostraReplica();
     void AtualizaReplica();
     void AbreConsulta();
-    void MostraAjuda(const std::string &topico);
+    void MostraAjuda(QWidget *dono);
+    // Takes away the certificates that were printed, of which the module leaves a copy behind for the viewer.
+    void LimpaCertificados();
     void MostraSobre();
     void GuardaLugar();
     void NaBorda(const std::function<void()> &acao) { m_Janelas->NaBorda(acao); }
 
     Ref<Servicos> m_Servicos;
     QMdiArea *m_Area;
-    Ref<JanelasQt> m_Janelas;
+    Ref<CamadaQt> m_Camada;
+    Ref<Janelas> m_Janelas;
     Ref<HostMesa> m_Host;
     Ref<Geral> m_Geral;
     std::map<std::string, QAction *> m_Ferramentas;

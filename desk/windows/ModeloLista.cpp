@@ -1,5 +1,7 @@
 #include "desk/windows/ModeloLista.h"
 
+#include "desk/windows/Renderizador.h"
+
 #include <QString>
 
 void ModeloLista::Rearranja()
@@ -24,7 +26,8 @@ QVariant ModeloLista::data(const QModelIndex &indice, int papel) const
         return {};
     }
     if (papel == Qt::DisplayRole || papel == Qt::ToolTipRole) {
-        return QString::fromStdString(m_Lista.TextoCelula(indice.row() + 1, indice.column() + 1));
+        const QString texto = Q(m_Lista.TextoCelula(indice.row() + 1, indice.column() + 1));
+        return papel == Qt::DisplayRole ? texto : TextoDeDica(texto);
     }
     return {};
 }

@@ -217,7 +217,7 @@ void RenderLista::MostraMenu()
             m_Comandos->addWidget(botao);
         }
         botao->setText(Q(comando.NoBotao));
-        botao->setToolTip(Q(comando.Dica));
+        botao->setToolTip(TextoDeDica(Q(comando.Dica)));
         botao->setVisible(comando.Visivel);
         botao->setEnabled(comando.Utilizavel);
     }

@@ -3,7 +3,15 @@
 #include <QEvent>
 #include <QLineEdit>
 #include <QPalette>
+#include <QTextDocument>
 #include <QWidget>
+
+#include <algorithm>
+
+QString TextoDeDica(const QString &texto)
+{
+    return Qt::mightBeRichText(texto) ? Qt::convertFromPlainText(texto) : texto;
+}
 
 void DefineSomenteLeitura(QLineEdit &campo, bool valor)
 {
@@ -27,12 +35,29 @@ Renderizador::Renderizador(Ref<IControle> controle, QWidget *widget, Borda borda
     ControleBase *base = ComoBase(m_Controle);
     m_Conexoes.push_back(base->Mudou().liga([this] { Atualiza(); }));
     m_Conexoes.push_back(base->RecebeuFoco().liga([this] {
-        QWidget *alvo = AlvoDoFoco();
-        if (alvo != nullptr && !alvo->hasFocus()) {
+        const std::vector<QWidget *> partes = Partes();
+        const bool aqui =
+            std::any_of(partes.begin(), partes.end(), [](const QWidget *parte) { return parte->hasFocus(); });
+        if (QWidget *alvo = AlvoDoFoco(); alvo != nullptr && !aqui) {
             alvo->setFocus(Qt::OtherFocusReason);
         }
     }));
     SegueFoco(widget);
+}
+
+QWidget *Renderizador::Widget() const
+{
+    return m_Widget;
+}
+
+std::vector<QWidget *> Renderizador::Partes() const
+{
+    return {m_Widget};
+}
+
+QWidget *Renderizador::AlvoDoFoco()
+{
+    return m_Widget;
 }
 
 void Renderizador::SegueFoco(QWidget *widget)

@@ -16,6 +16,9 @@
 class QLineEdit;
 class QWidget;
 
+// The text for a tip, which the toolkit would otherwise read for tags.
+QString TextoDeDica(const QString &texto);
+
 // A field that can be read and copied but not changed looks like the window that it is in.
 void DefineSomenteLeitura(QLineEdit &campo, bool valor);
 
@@ -29,17 +32,17 @@ class Renderizador : public QObject {
     Renderizador(Ref<IControle> controle, QWidget *widget, Borda borda);
 
     const Ref<IControle> &Controle() const { return m_Controle; }
-    QWidget *Widget() const { return m_Widget; }
+    QWidget *Widget() const;
     // Brings the widget to what the control is now.
     void Atualiza();
     // What of the widget takes the keyboard, in the order of the Tab key.
-    virtual std::vector<QWidget *> Partes() const { return {m_Widget}; }
+    virtual std::vector<QWidget *> Partes() const;
 
   protected:
     // What is particular to the kind of control; enabled and visible are done before.
     virtual void Mostra() = 0;
     // Where the keyboard goes.
-    virtual QWidget *AlvoDoFoco() { return m_Widget; }
+    virtual QWidget *AlvoDoFoco();
 
     bool eventFilter(QObject *objeto, QEvent *evento) override;
     // Follows the keyboard's way to another widget of this control.

@@ -1,12 +1,7 @@
 #include "desk/windows/RenderizadoresEscolha.h"
 
-#include "controls/OrdemPortuguesa.h"
-#include "controls/ztEndereco.h"
-#include "desk/host/BancoLocalMesa.h"
-#include "host/Conversoes.h"
 #include "tela/Partes.h"
 
-#include <QAbstractItemView>
 #include <QComboBox>
 #include <QCompleter>
 #include <QGridLayout>
@@ -17,41 +12,29 @@
 #include <QPushButton>
 #include <QStringListModel>
 
-#include <algorithm>
-
 namespace {
 
-constexpr std::size_t MaximoDeSugestoes = 20;
-constexpr const char *TodosOsSetores = "Todos os setores";
-
-// Municipality of the address last entered, with which the next one begins; 0 before the first.
-std::int32_t g_UltimoMunicipio = 0;
-
-void PreencheMunicipios(QComboBox &combo)
+QStringList Lista(const std::vector<std::string> &textos)
 {
-    std::vector<Municipio> municipios = Municipios();
-    std::sort(municipios.begin(), municipios.end(),
-              [](const Municipio &a, const Municipio &b) { return ChaveOrdem(a.Nome) < ChaveOrdem(b.Nome); });
-    for (const Municipio &municipio : municipios) {
-        combo.addItem(Q(municipio.Nome), municipio.Codigo);
+    QStringList lista;
+    for (const std::string &texto : textos) {
+        lista << Q(texto);
     }
-    combo.setCurrentIndex(-1);
+    return lista;
 }
 
-QString CepComTraco(const std::string &cep)
+void MostraTexto(QLineEdit &campo, const std::string &texto)
 {
-    return Q(cep.substr(0, 5) + "-" + cep.substr(5));
-}
-
-QString TextoDaSugestao(const Logradouro &logradouro)
-{
-    return Q(logradouro.Nome + " - " + logradouro.Bairro) + " - " + CepComTraco(logradouro.Cep);
+    if (campo.text() != Q(texto)) { // the cursor stays with what is being typed
+        campo.setText(Q(texto));
+    }
 }
 
 } // namespace
 
-RenderEndereco::RenderEndereco(Ref<IControle> controle, QWidget *widget, Borda borda)
-    : Renderizador(std::move(controle), widget, std::move(borda)),
+RenderEndereco::RenderEndereco(Ref<IControle> controle, QWidget *widget, Borda borda, Ref<ILogradouros> logradouros)
+    : Renderizador(controle, widget, std::move(borda)),
+      m_Escolha(ComoTipo<ztEndereco>(controle), std::move(logradouros)),
       m_Municipio(new QComboBox(widget)),
       m_Via(new QLineEdit(widget)),
       m_Numero(new QLineEdit(widget)),
@@ -59,12 +42,13 @@ RenderEndereco::RenderEndereco(Ref<IControle> controle, QWidget *widget, Borda b
       m_Usar(new QPushButton(Q(std::string(Partes::UsarEndereco)), widget)),
       m_Limpar(new QPushButton(Q(std::string(Partes::LimparEndereco)), widget)),
       m_Atual(new QLabel(widget)),
-      m_Sugestoes(new QStringListModel(this)),
-      m_Completador(new QCompleter(m_Sugestoes, this))
+      m_Sugestoes(new QStringListModel(this))
 {
     m_Municipio->setObjectName("municipio");
     m_Municipio->setAccessibleName("Município");
-    PreencheMunicipios(*m_Municipio);
+    for (const MunicipioDeEndereco &municipio : m_Escolha.Municipios()) {
+        m_Municipio->addItem(Q(municipio.Nome), municipio.Codigo);
+    }
     m_Via->setObjectName("via");
     m_Numero->setObjectName("numero");
     m_Complemento->setObjectName("complemento");
@@ -72,16 +56,17 @@ RenderEndereco::RenderEndereco(Ref<IControle> controle, QWidget *widget, Borda b
     m_Via->setPlaceholderText("Nome da rua ou CEP");
     m_Via->setAccessibleName("Logradouro ou CEP");
     m_Numero->setAccessibleName("Número");
-    m_Numero->setValidator(new QIntValidator(0, 999999, m_Numero));
+    m_Numero->setValidator(new QIntValidator(0, EscolhaDeEndereco::MaiorNumero, m_Numero));
     m_Numero->setMaximumWidth(90);
     m_Complemento->setAccessibleName("Complemento");
-    m_Complemento->setMaxLength(30);
+    m_Complemento->setMaxLength(static_cast<int>(EscolhaDeEndereco::TamanhoDoComplemento));
     m_Atual->setWordWrap(true);
     m_Usar->setAutoDefault(false);
     m_Limpar->setAutoDefault(false);
-    m_Completador->setCompletionMode(QCompleter::UnfilteredPopupCompletion);
-    m_Completador->setMaxVisibleItems(12);
-    m_Via->setCompleter(m_Completador);
+    auto *completador = new QCompleter(m_Sugestoes, this);
+    completador->setCompletionMode(QCompleter::UnfilteredPopupCompletion);
+    completador->setMaxVisibleItems(12);
+    m_Via->setCompleter(completador);
 
     auto *grade = new QGridLayout(widget);
     grade->setContentsMargins(0, 0, 0, 0);
@@ -100,23 +85,22 @@ RenderEndereco::RenderEndereco(Ref<IControle> controle, QWidget *widget, Borda b
     grade->addLayout(botoes, 3, 0, 1, 4);
     grade->setColumnStretch(3, 1);
 
-    connect(m_Municipio, &QComboBox::activated, this, [this] {
-        g_UltimoMunicipio = CodMunic();
-        Procura(m_Via->text());
+    connect(m_Municipio, &QComboBox::activated, this,
+            [this] { Age([this] { m_Escolha.EscolheMunicipio(m_Municipio->currentData().toInt()); }); });
+    connect(m_Via, &QLineEdit::textEdited, this,
+            [this](const QString &texto) { Age([&] { m_Escolha.DigitaVia(S(texto)); }); });
+    connect(m_Numero, &QLineEdit::textEdited, this, [this](const QString &texto) { m_Escolha.DigitaNumero(S(texto)); });
+    connect(m_Complemento, &QLineEdit::textEdited, this,
+            [this](const QString &texto) { m_Escolha.DigitaComplemento(S(texto)); });
+    connect(completador, qOverload<const QString &>(&QCompleter::activated), this, [this](const QString &item) {
+        Age([&] { m_Escolha.EscolheSugestao(S(item)); });
+        m_Numero->setFocus();
     });
-    connect(m_Via, &QLineEdit::textEdited, this, [this](const QString &texto) { Procura(texto); });
-    connect(m_Completador, qOverload<const QString &>(&QCompleter::activated), this,
-            [this](const QString &item) { Escolhe(item); });
-    connect(m_Usar, &QPushButton::clicked, this, [this] { Usa(); });
-    connect(m_Limpar, &QPushButton::clicked, this, [this] {
-        m_Escolhido = {};
-        Age([this] { Como<ztEndereco>(*this).LimpaEndereco(); });
-        m_Via->clear();
-        m_Numero->clear();
-        m_Complemento->clear();
-    });
-    m_MudouEndereco = Como<ztEndereco>(*this).EnderecoProprio()->Mudou().liga([this] { Atualiza(); });
-    SegueFoco(m_Via);
+    connect(m_Usar, &QPushButton::clicked, this, [this] { Age([this] { m_Escolha.Usa(); }); });
+    connect(m_Limpar, &QPushButton::clicked, this, [this] { Age([this] { m_Escolha.Limpa(); }); });
+    for (QWidget *parte : RenderEndereco::Partes()) {
+        SegueFoco(parte);
+    }
 }
 
 std::vector<QWidget *> RenderEndereco::Partes() const
@@ -129,81 +113,31 @@ QWidget *RenderEndereco::AlvoDoFoco()
     return m_Via;
 }
 
-std::int32_t RenderEndereco::CodMunic() const
-{
-    return m_Municipio->currentData().toInt();
-}
-
-void RenderEndereco::Procura(const QString &texto)
-{
-    m_Escolhido = {};
-    m_Achados.clear();
-    QStringList itens;
-    if (!texto.trimmed().isEmpty()) {
-        m_Achados = ProcuraLogradouros(CodMunic(), S(texto.trimmed()), MaximoDeSugestoes);
-    }
-    for (const Logradouro &logradouro : m_Achados) {
-        itens << TextoDaSugestao(logradouro);
-    }
-    m_Sugestoes->setStringList(itens);
-    if (itens.size() == 1) {
-        m_Escolhido = m_Achados.front();
-    }
-    m_Usar->setEnabled(m_Escolhido.Codigo > 0);
-}
-
-void RenderEndereco::Escolhe(const QString &item)
-{
-    for (const Logradouro &logradouro : m_Achados) {
-        if (TextoDaSugestao(logradouro) == item) {
-            m_Escolhido = logradouro;
-        }
-    }
-    m_Usar->setEnabled(m_Escolhido.Codigo > 0);
-    m_Numero->setFocus();
-}
-
-void RenderEndereco::Usa()
-{
-    const std::int32_t numero = CLng(Val(S(m_Numero->text())));
-    const std::string complemento = S(m_Complemento->text().trimmed());
-    Age([&] {
-        Como<ztEndereco>(*this).InformaEndereco(m_Escolhido.Codigo, numero, complemento, m_Escolhido.Cep,
-                                                m_Escolhido.Descricao(numero, complemento));
-    });
-}
-
 void RenderEndereco::Mostra()
 {
-    const auto &controle = Como<ztEndereco>(*this);
-    const Ref<Endereco> &endereco = controle.EnderecoProprio();
-    if (endereco->CodLogradouro() > 0 && m_Escolhido.Codigo != endereco->CodLogradouro()) {
-        if (const auto logradouro = LogradouroPorCodigo(endereco->CodLogradouro())) {
-            m_Escolhido = *logradouro;
-            m_Via->setText(TextoDaSugestao(*logradouro));
-            m_Numero->setText(endereco->Numero() > 0 ? QString::number(endereco->Numero()) : QString());
-            m_Complemento->setText(Q(endereco->Complemento()));
-        }
+    m_Escolha.Acompanha();
+    m_Municipio->setCurrentIndex(m_Municipio->findData(m_Escolha.CodMunic()));
+    m_Municipio->setEnabled(m_Escolha.MunicipioEditavel());
+    if (const QStringList sugestoes = Lista(m_Escolha.Sugestoes()); m_Sugestoes->stringList() != sugestoes) {
+        m_Sugestoes->setStringList(sugestoes);
     }
-    if (m_Municipio->currentIndex() < 0 || m_Escolhido.CodMunic > 0) {
-        m_Municipio->setCurrentIndex(
-            m_Municipio->findData(m_Escolhido.CodMunic > 0 ? m_Escolhido.CodMunic : g_UltimoMunicipio));
-    }
-    m_Municipio->setEnabled(!controle.ReadOnly() && !controle.Ajustes().ReadOnlyMunicipio);
-    const std::string descricao = endereco->DescricaoEndereco();
-    m_Atual->setText(descricao.empty() ? QString("Nenhum endereço escolhido.") : Q(descricao));
+    MostraTexto(*m_Via, m_Escolha.Via());
+    MostraTexto(*m_Numero, m_Escolha.Numero());
+    MostraTexto(*m_Complemento, m_Escolha.Complemento());
+    m_Atual->setText(Q(m_Escolha.Atual()));
+    const bool fixo = m_Escolha.SomenteLeitura();
     for (QLineEdit *campo : {m_Via, m_Numero, m_Complemento}) {
-        DefineSomenteLeitura(*campo, controle.ReadOnly());
+        DefineSomenteLeitura(*campo, fixo);
     }
-    m_Usar->setVisible(!controle.ReadOnly());
-    m_Limpar->setVisible(!controle.ReadOnly());
-    m_Usar->setEnabled(m_Escolhido.Codigo > 0);
+    m_Usar->setVisible(!fixo);
+    m_Limpar->setVisible(!fixo);
+    m_Usar->setEnabled(m_Escolha.PodeUsar());
 }
 
 RenderClienteSetor::RenderClienteSetor(Ref<IControle> controle, QWidget *widget, Borda borda,
-                                       std::vector<ClienteCadastrado> clientes)
-    : Renderizador(std::move(controle), widget, std::move(borda)),
-      m_Clientes(std::move(clientes)),
+                                       std::vector<ClienteOferecido> clientes)
+    : Renderizador(controle, widget, std::move(borda)),
+      m_Escolha(ComoTipo<ztClienteSetor>(controle), std::move(clientes)),
       m_Cliente(new QComboBox(widget)),
       m_Setor(new QComboBox(widget))
 {
@@ -211,7 +145,7 @@ RenderClienteSetor::RenderClienteSetor(Ref<IControle> controle, QWidget *widget,
     m_Setor->setObjectName("setor");
     m_Cliente->setAccessibleName("Cliente");
     m_Setor->setAccessibleName("Setor");
-    for (const ClienteCadastrado &cliente : m_Clientes) {
+    for (const ClienteOferecido &cliente : m_Escolha.Clientes()) {
         m_Cliente->addItem(Q(cliente.Nome));
     }
     m_Setor->setSizeAdjustPolicy(QComboBox::AdjustToContents);
@@ -222,11 +156,10 @@ RenderClienteSetor::RenderClienteSetor(Ref<IControle> controle, QWidget *widget,
     linha->addWidget(m_Cliente, 1);
     linha->addWidget(new QLabel("Setor:", widget));
     linha->addWidget(m_Setor, 1);
-    connect(m_Cliente, &QComboBox::activated, this, [this] {
-        MostraSetores(S(m_Cliente->currentText()));
-        Escolhe();
-    });
-    connect(m_Setor, &QComboBox::activated, this, [this] { Escolhe(); });
+    connect(m_Cliente, &QComboBox::activated, this,
+            [this](int posicao) { Age([&] { m_Escolha.EscolheCliente(posicao); }); });
+    connect(m_Setor, &QComboBox::activated, this,
+            [this](int posicao) { Age([&] { m_Escolha.EscolheSetor(posicao); }); });
     SegueFoco(m_Cliente);
     SegueFoco(m_Setor);
 }
@@ -241,29 +174,10 @@ QWidget *RenderClienteSetor::AlvoDoFoco()
     return m_Cliente;
 }
 
-void RenderClienteSetor::Escolhe()
-{
-    const std::string setor = m_Setor->currentIndex() <= 0 ? "" : S(m_Setor->currentText());
-    Age([&] { Como<ztClienteSetor>(*this).Escolhe(S(m_Cliente->currentText()), setor); });
-}
-
-void RenderClienteSetor::MostraSetores(const std::string &cliente)
-{
-    m_Setor->clear();
-    m_Setor->addItem(TodosOsSetores);
-    const auto achado = std::find_if(m_Clientes.begin(), m_Clientes.end(),
-                                     [&](const auto &cadastrado) { return cadastrado.Nome == cliente; });
-    if (achado != m_Clientes.end()) {
-        for (const std::string &setor : achado->Setores) {
-            m_Setor->addItem(Q(setor));
-        }
-    }
-}
-
 void RenderClienteSetor::Mostra()
 {
-    const auto &controle = Como<ztClienteSetor>(*this);
-    m_Cliente->setCurrentIndex(m_Cliente->findText(Q(controle.Cliente())));
-    MostraSetores(controle.Cliente());
-    m_Setor->setCurrentIndex(controle.Setor().empty() ? 0 : m_Setor->findText(Q(controle.Setor())));
+    m_Cliente->setCurrentIndex(m_Escolha.Cliente());
+    m_Setor->clear();
+    m_Setor->addItems(Lista(m_Escolha.Setores()));
+    m_Setor->setCurrentIndex(m_Escolha.Setor());
 }

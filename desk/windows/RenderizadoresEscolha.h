@@ -1,9 +1,8 @@
 #pragma once
 
-#include "controls/ztClienteSetor.h"
-#include "desk/host/Logradouros.h"
-#include "desk/services/SessaoServico.h"
 #include "desk/windows/Renderizador.h"
+#include "tela/EscolhaDeCliente.h"
+#include "tela/EscolhaDeEndereco.h"
 
 #include <vector>
 
@@ -14,10 +13,10 @@ class QLineEdit;
 class QPushButton;
 class QStringListModel;
 
-// Address picker: finds the street by name or postal code while the person types.
+// Address picker: the streets found are offered while the person types.
 class RenderEndereco : public Renderizador {
   public:
-    RenderEndereco(Ref<IControle> controle, QWidget *widget, Borda borda);
+    RenderEndereco(Ref<IControle> controle, QWidget *widget, Borda borda, Ref<ILogradouros> logradouros);
 
     std::vector<QWidget *> Partes() const override;
 
@@ -26,11 +25,7 @@ class RenderEndereco : public Renderizador {
     QWidget *AlvoDoFoco() override;
 
   private:
-    std::int32_t CodMunic() const;
-    void Procura(const QString &texto);
-    void Escolhe(const QString &item);
-    void Usa();
-
+    EscolhaDeEndereco m_Escolha;
     QComboBox *m_Municipio;
     QLineEdit *m_Via;
     QLineEdit *m_Numero;
@@ -39,16 +34,12 @@ class RenderEndereco : public Renderizador {
     QPushButton *m_Limpar;
     QLabel *m_Atual;
     QStringListModel *m_Sugestoes;
-    QCompleter *m_Completador;
-    std::vector<Logradouro> m_Achados;
-    Logradouro m_Escolhido;
-    Conexao m_MudouEndereco;
 };
 
 // Picker of a client and one of its sectors.
 class RenderClienteSetor : public Renderizador {
   public:
-    RenderClienteSetor(Ref<IControle> controle, QWidget *widget, Borda borda, std::vector<ClienteCadastrado> clientes);
+    RenderClienteSetor(Ref<IControle> controle, QWidget *widget, Borda borda, std::vector<ClienteOferecido> clientes);
 
     std::vector<QWidget *> Partes() const override;
 
@@ -57,10 +48,7 @@ class RenderClienteSetor : public Renderizador {
     QWidget *AlvoDoFoco() override;
 
   private:
-    void Escolhe();
-    void MostraSetores(const std::string &cliente);
-
-    std::vector<ClienteCadastrado> m_Clientes;
+    EscolhaDeCliente m_Escolha;
     QComboBox *m_Cliente;
     QComboBox *m_Setor;
 };

@@ -16,6 +16,7 @@
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPushButton>
+#include <QSaveFile>
 #include <QScreen>
 #include <QShortcut>
 #include <QVBoxLayout>
@@ -99,15 +100,20 @@ VisorPDF::~VisorPDF()
 bool VisorPDF::Abre(const QString &caminho)
 {
     QFile arquivo(caminho);
-    if (!arquivo.open(QIODevice::ReadOnly) || !arquivo.read(1024).contains("%PDF-")) {
+    if (!arquivo.open(QIODevice::ReadOnly)) {
         return false;
     }
-    arquivo.close();
-    if (m_Documento->load(caminho) != QPdfDocument::Error::None) {
+    m_Bytes.setData(arquivo.readAll()); // the file may go while the viewer is open
+    m_Bytes.open(QIODevice::ReadOnly);
+    if (!m_Bytes.data().left(1024).contains("%PDF-")) {
         return false;
     }
-    m_Caminho = caminho;
-    setWindowTitle("Documento - " + QFileInfo(caminho).fileName());
+    m_Documento->load(&m_Bytes);
+    if (m_Documento->error() != QPdfDocument::Error::None) {
+        return false;
+    }
+    m_Nome = QFileInfo(caminho).fileName();
+    setWindowTitle("Documento - " + m_Nome);
     return true;
 }
 
@@ -158,13 +164,14 @@ void VisorPDF::Imprime()
 
 void VisorPDF::SalvaComo()
 {
-    const QString destino =
-        QFileDialog::getSaveFileName(this, "Salvar documento", QFileInfo(m_Caminho).fileName(), "PDF (*.pdf)");
-    if (destino.isEmpty() || QFileInfo(destino) == QFileInfo(m_Caminho)) {
+    const QString destino = QFileDialog::getSaveFileName(this, "Salvar documento", m_Nome, "PDF (*.pdf)");
+    if (destino.isEmpty()) {
         return;
     }
-    QFile::remove(destino); // the dialog has asked before
-    if (!QFile::copy(m_Caminho, destino)) {
+    QSaveFile arquivo(destino); // the dialog has asked about one that is there
+    arquivo.open(QIODevice::WriteOnly);
+    arquivo.write(m_Bytes.data());
+    if (!arquivo.commit()) {
         QMessageBox::warning(this, "Salvar documento", "Não foi possível salvar o documento em " + destino + ".");
     }
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QBuffer>
 #include <QDialog>
 #include <QString>
 
@@ -24,7 +25,8 @@ class VisorPDF : public QDialog {
     void Imprime();
     void SalvaComo();
 
-    QString m_Caminho;
+    QString m_Nome; // of the file
+    QBuffer m_Bytes;
     QPdfDocument *m_Documento;
     QPdfView *m_Visao;
     QPdfSearchModel *m_Busca;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "desk/host/IJanelas.h"
+#include "tela/IJanelas.h"
 
 #include <deque>
 #include <functional>

@@ -1,4 +1,6 @@
 #include "controls/ztList.h"
+#include "desk/host/Logradouros.h"
+#include "desk/sample/CertificadoPDF.h"
 #include "desk/windows/Entrada.h"
 #include "desk/windows/Mesa.h"
 #include "desk/windows/VisorPDF.h"
@@ -9,7 +11,9 @@
 #include "sensors/frmEquipAfericoes.h"
 #include "sensors/frmEquipSensores.h"
 #include "tela/Mnemonicas.h"
+#include "tela/Pessoa.h"
 #include "tests/desk/RegistroDeTeste.h"
+#include "tests/desk/VoltaDeTab.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
@@ -17,6 +21,8 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QDir>
+#include <QFile>
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QLabel>
@@ -27,8 +33,10 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QPdfDocument>
 #include <QPlainTextEdit>
 #include <QRegularExpression>
+#include <QScreen>
 #include <QTabWidget>
 #include <QTest>
 #include <QTextEdit>
@@ -65,9 +73,10 @@ class JanelasTeste : public testing::Test {
 
     JanelaForm *Janela(const Ref<IForm> &form)
     {
-        return new JanelaForm(form,
-                              {[](const std::function<void()> &acao) { acao(); }, [](const Ref<IForm> &) {},
-                               [](const std::string &) {}, [] { return std::vector<ClienteCadastrado>{}; }},
+        PedidosDaJanela pedidos;
+        pedidos.NaBorda = [](const std::function<void()> &acao) { acao(); };
+        pedidos.Fecha = pedidos.Ajuda = pedidos.Redimensionou = [] {};
+        return new JanelaForm(form, {pedidos, [] { return std::vector<ClienteOferecido>{}; }, Novo<LogradourosMesa>()},
                               &mesa);
     }
     template <class F> void CadaForm(F &&confere)
@@ -346,6 +355,162 @@ TEST_F(JanelasTeste, Forms_TabKey_ReachesEverythingThatCanBeUsed)
             }
         }
     });
+}
+
+TEST_F(JanelasTeste, Forms_TabKey_LeadsWhereItLeadsAPersonWithoutAScreen)
+{
+    std::size_t lugares = 0;
+    CadaForm([&](IForm &form, JanelaForm &janela) {
+        janela.setWindowFlags(Qt::Dialog);
+        form.DefineVisible(true);
+        janela.show();
+        janela.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&janela));
+        ASSERT_TRUE(Pessoa(janela.Form()).Tab());
+        const auto semTela = VoltaSemTela(janela);
+        EXPECT_EQ(VoltaNaTela(janela), semTela);
+        lugares += semTela.size();
+    });
+    EXPECT_GE(lugares, 30U);
+}
+
+TEST_F(JanelasTeste, Forms_TextsOfAllLabels_AreShownAsTheyAre)
+{
+    CadaForm([](IForm &form, JanelaForm &janela) {
+        for (const Ref<IControle> &controle : form.Controles()) {
+            if (controle->Especie() == EspecieControle::Label) {
+                controle->DefineCaption("Arquivo C:\\<b>a</b>&b.pdf");
+                if (const auto *rotulo = janela.findChild<QLabel *>(Q(controle->Nome()))) {
+                    EXPECT_EQ(S(rotulo->text()), "Arquivo C:\\<b>a</b>&b.pdf");
+                }
+            }
+        }
+        for (const QLabel *rotulo : janela.findChildren<QLabel *>()) {
+            if (!rotulo->text().isEmpty() && !rotulo->inherits("QTipLabel")) {
+                EXPECT_EQ(rotulo->textFormat(), Qt::PlainText) << NomeDe(*rotulo) << ": " << S(rotulo->text());
+            }
+        }
+    });
+}
+
+TEST_F(JanelasTeste, Box_OfAnError_ShowsTagsInItsTextsAsTheyAre)
+{
+    std::vector<Qt::TextFormat> formatos;
+    QTimer olho;
+    olho.setInterval(1);
+    QObject::connect(&olho, &QTimer::timeout, &mesa, [&] {
+        if (auto *caixa = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
+            for (const QLabel *rotulo : caixa->findChildren<QLabel *>()) {
+                if (rotulo->text().contains("<b>")) {
+                    formatos.push_back(rotulo->textFormat());
+                }
+            }
+            caixa->buttons().first()->click();
+        }
+    });
+    olho.start();
+    mesa.Hospedeiro()->CriaMensagem()->ExibeErro("frmA", 5, "Falhou <b>", "Raiz < <b>", "Título");
+    EXPECT_EQ(formatos, (std::vector<Qt::TextFormat>{Qt::PlainText, Qt::PlainText}));
+}
+
+TEST_F(JanelasTeste, Screen_IsTheWholeOne)
+{
+    const QSize tela = QGuiApplication::primaryScreen()->size();
+    EXPECT_EQ(mesa.Hospedeiro()->Plataforma()->LarguraTela(), tela.width() * 15);
+    EXPECT_EQ(mesa.Hospedeiro()->Plataforma()->AlturaTela(), tela.height() * 15);
+}
+
+// The certificates of printed calibrations in the directory of temporary documents.
+class CertificadosTeste : public JanelasTeste {
+  protected:
+    CertificadosTeste()
+    {
+        const Ref<SessaoServico> ana = registro.Sessao("ana");
+        const auto a1 = EquipamentoDe("A1");
+        const auto sensor = SensorDe(1);
+        double numero = 0;
+        std::string recusa;
+        EXPECT_TRUE(ana->GuardaDocumento(documento, numero, recusa)) << recusa;
+        Poe(sensor, AfericaoDe("111", DataDe(10, 1, 2026), DataDe(10, 1, 2027), numero));
+        Poe(a1, sensor);
+        Inclui(ana, a1);
+        mesa.Hospedeiro()->BancoLocal->AtualizaReplica(*ana);
+        arquivo = temporarios.filePath("~VORAFER" + Q(registro.Sql("SELECT NroIntAfericao FROM AFERICAO")) + "-A1.pdf");
+    }
+
+    void Grava(const QString &caminho, const QByteArray &bytes)
+    {
+        QFile destino(caminho);
+        ASSERT_TRUE(destino.open(QIODevice::WriteOnly));
+        destino.write(bytes);
+    }
+    QStringList Certificados() const { return QDir(temporarios).entryList({"~VORAFER*"}, QDir::Files); }
+    QDialog *Imprime()
+    {
+        mesa.findChild<QAction *>("consultaAutuacao")->trigger();
+        auto *consulta = mesa.findChild<QWidget *>("ConsultaAutuacao");
+        consulta->findChild<QLineEdit *>("codigo")->setText("A1");
+        consulta->findChild<QAbstractButton *>("comData")->setChecked(false);
+        consulta->findChild<QAbstractButton *>("buscar")->click();
+        consulta->findChild<QLineEdit *>("codOat")->setText(Q(registro.Sql("SELECT NroIntAfericao FROM AFERICAO")));
+        consulta->findChild<QAbstractButton *>("imprimir")->click();
+        return mesa.findChild<QDialog *>("VisorPDF");
+    }
+
+    const Bytes documento = FazCertificadoPDF("Certificado", {"Equipamento: A1"});
+    QDir temporarios{pasta.filePath("temporarios")};
+    QString arquivo;
+};
+
+TEST_F(CertificadosTeste, Printed_OverALongerFile_IsTheDocumentAlone)
+{
+    Grava(arquivo, QByteArray(static_cast<qsizetype>(documento.size()) + 1000, 'x'));
+    ASSERT_NE(Imprime(), nullptr);
+    QFile impresso(arquivo);
+    ASSERT_TRUE(impresso.open(QIODevice::ReadOnly));
+    EXPECT_EQ(impresso.readAll(),
+              QByteArray(reinterpret_cast<const char *>(documento.data()), static_cast<qsizetype>(documento.size())));
+}
+
+TEST_F(CertificadosTeste, Printed_WhenTheViewerIsDone_IsGone)
+{
+    QDialog *visor = Imprime();
+    ASSERT_NE(visor, nullptr);
+    EXPECT_EQ(Certificados().size(), 1);
+    Grava(temporarios.filePath("outro.pdf"), "x");
+    visor->close();
+    EXPECT_EQ(Certificados(), QStringList());
+    EXPECT_TRUE(QFile::exists(temporarios.filePath("outro.pdf")));
+}
+
+TEST_F(CertificadosTeste, Printed_WhileTheViewerIsOpen_CanBeSavedThoughTheFileIsGone)
+{
+    ASSERT_NE(Imprime(), nullptr);
+    QFile::remove(arquivo);
+    EXPECT_EQ(mesa.findChild<QPdfDocument *>()->pageCount(), 1);
+    EXPECT_FALSE(mesa.findChild<QPdfDocument *>()->render(0, {100, 140}).isNull());
+}
+
+TEST_F(CertificadosTeste, LeftBehind_AtSignInAndSignOut_AreGone)
+{
+    Grava(arquivo, "x");
+    mesa.Sai();
+    EXPECT_EQ(Certificados(), QStringList());
+    Grava(arquivo, "x");
+    mesa.Entra(registro.Sessao("ana"));
+    EXPECT_EQ(Certificados(), QStringList());
+}
+
+TEST(CertificadosDeAntes, AtTheStart_AreGone)
+{
+    const QTemporaryDir pasta;
+    const QDir temporarios(pasta.filePath("temporarios"));
+    ASSERT_TRUE(temporarios.mkpath("."));
+    QFile deixado(temporarios.filePath("~VORAFER1-A.pdf"));
+    ASSERT_TRUE(deixado.open(QIODevice::WriteOnly));
+    deixado.close();
+    const Mesa mesa(Ref<Servicos>(), pasta.path().toStdString(), [] { return Data(); });
+    EXPECT_EQ(temporarios.entryList({"~VORAFER*"}, QDir::Files), QStringList());
 }
 
 TEST_F(JanelasTeste, Event_ThatRaises_ShowsTheErrorAndLeavesTheWindow)

@@ -4,6 +4,7 @@
 #include "desk/sample/CertificadoPDF.h"
 #include "desk/windows/Mesa.h"
 #include "tests/desk/RegistroDeTeste.h"
+#include "tests/desk/VoltaDeTab.h"
 
 #include <QAction>
 #include <QApplication>
@@ -391,6 +392,41 @@ TEST_F(TecladoTeste, EveryPage_OfAnEquipment_ByKeys)
               "");
 }
 
+TEST_F(TecladoTeste, TabKey_OnEveryPageOfAnEquipment_LeadsWhereItLeadsAPersonWithoutAScreen)
+{
+    Entra();
+    EXPECT_EQ(Teclado::Percorre([](Teclado &t) {
+                  const auto confere = [&] {
+                      t.Espera("the Tab key agrees", [] {
+                          const auto *janela = dynamic_cast<JanelaForm *>(Teclado::Frente());
+                          const auto semTela = VoltaSemTela(*janela);
+                          EXPECT_EQ(VoltaNaTela(*janela), semTela);
+                          EXPECT_GE(semTela.size(), 3U);
+                          return true;
+                      });
+                  };
+                  for (const char comando : {'D', 'T'}) { // what is locked can be gone to as well
+                      if (comando == 'D') {
+                          AbreEquipamento(t, comando);
+                      } else {
+                          t.Alt('C');
+                          t.EsperaJanela("frmLista");
+                          t.Alt(comando);
+                          t.EsperaJanela("frmEquipDetalhes");
+                      }
+                      confere();
+                      for (const int pagina : {1, 2, 4}) {
+                          t.Tecla(Qt::Key_PageDown, Qt::ControlModifier);
+                          EsperaPagina(t, pagina);
+                          confere();
+                      }
+                  }
+                  t.Alt('F');
+                  t.EsperaJanela("frmLista");
+              }),
+              "");
+}
+
 TEST_F(TecladoTeste, Limits_AreIncludedAndExcluded_ByKeys)
 {
     Entra();
@@ -494,7 +530,7 @@ TEST_F(TecladoTeste, Viewer_OfACertificate_ByKeys)
     const QString certificado = Certificado();
     const QString copia = pasta.filePath("copia.pdf");
     Entra();
-    const auto janelas = Novo<JanelasQt>(mesa.findChild<QMdiArea *>());
+    const auto janelas = Novo<Janelas>(Novo<CamadaQt>(mesa.findChild<QMdiArea *>()));
     QMetaObject::invokeMethod(
         &mesa, [&] { janelas->MostraPDF(certificado.toStdString(), true); }, Qt::QueuedConnection);
     EXPECT_EQ(Teclado::Percorre([&](Teclado &t) {

@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-// What the desk's host objects need of windows. The Qt layer offers it; tests offer it without a screen.
+// What a host's objects need of windows. The window manager offers it over a screen; tests offer it without one.
 class IJanelas : public Objeto {
   public:
     // Shows a loaded form in a window of its own, wrapped when it is not modal. A modal one blocks its owner and

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "desk/windows/JanelaForm.h"
+#include "tela/ICamada.h"
+
+#include <QMdiArea>
+#include <QPointer>
+
+#include <functional>
+#include <vector>
+
+// The desk's screen in Qt: forms in child windows of the main window or in dialogs, boxes, viewer and help.
+class CamadaQt : public ICamada {
+  public:
+    // area: where the child windows go.
+    explicit CamadaQt(QMdiArea *area) : m_Area(area) {}
+    std::string_view NomeTipo() const override { return "CamadaQt"; }
+
+    // What the windows need of the desk. Given before the first form is shown.
+    std::function<std::vector<ClienteOferecido>()> Clientes;
+    Ref<ILogradouros> Logradouros;
+    std::function<void(const std::string &topico, QWidget *dono)> Ajuda;
+
+    Ref<IJanela> FazJanela(const Ref<IForm> &form, TipoDeJanela tipo, const Ref<IJanela> &dono,
+                           const PedidosDaJanela &pedidos) override;
+    void MostraEspera(bool espera) override;
+    void ProcessaMensagens() override;
+    std::int32_t LarguraTela() const override;
+    std::int32_t AlturaTela() const override;
+    bool PerguntaSimNao(const std::string &texto, const std::string &titulo, bool padraoSim,
+                        const Ref<IJanela> &dono) override;
+    void MostraCaixa(TipoDeCaixa tipo, const std::string &texto, const std::string &titulo, const std::string &detalhes,
+                     const Ref<IJanela> &dono) override;
+    std::optional<std::string> EscolheArquivo(const std::vector<FiltroDeArquivo> &filtros, const std::string &titulo,
+                                              const Ref<IJanela> &dono) override;
+    bool MostraPDF(const std::string &caminho, bool modal, const Ref<IJanela> &dono,
+                   const std::function<void()> &fechou) override;
+    void MostraAjuda(const std::string &topico, const Ref<IJanela> &dono) override;
+
+  private:
+    QWidget *WidgetDe(const Ref<IJanela> &janela) const;
+
+    QPointer<QMdiArea> m_Area;
+};

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "controls/ztClienteSetor.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+// A client that a picker offers, with its sectors.
+struct ClienteOferecido {
+    std::string Nome;
+    std::vector<std::string> Setores;
+};
+
+// What the person does in a picker of a client and one of its sectors. Positions count from 0; -1 is none.
+class EscolhaDeCliente {
+  public:
+    EscolhaDeCliente(Ref<ztClienteSetor> controle, std::vector<ClienteOferecido> clientes);
+
+    const std::vector<ClienteOferecido> &Clientes() const { return m_Clientes; }
+    std::int32_t Cliente() const;
+    // Of the client chosen; the first stands for all.
+    std::vector<std::string> Setores() const;
+    std::int32_t Setor() const;
+
+    // Another client begins with all its sectors.
+    bool EscolheCliente(std::int32_t posicao);
+    bool EscolheSetor(std::int32_t posicao);
+
+  private:
+    Ref<ztClienteSetor> m_Controle;
+    std::vector<ClienteOferecido> m_Clientes;
+};

@@ -1,0 +1,140 @@
+#include "tela/EscolhaDeEndereco.h"
+
+#include "controls/OrdemPortuguesa.h"
+#include "host/Conversoes.h"
+#include "host/Texto.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+std::string LinhaDe(const Logradouro &logradouro)
+{
+    return logradouro.Nome + " - " + logradouro.Bairro + " - " + logradouro.Cep.substr(0, 5) + "-" +
+           logradouro.Cep.substr(5);
+}
+
+} // namespace
+
+EscolhaDeEndereco::EscolhaDeEndereco(Ref<ztEndereco> controle, Ref<ILogradouros> logradouros)
+    : m_Controle(std::move(controle)),
+      m_Logradouros(std::move(logradouros)),
+      m_Municipios(m_Logradouros->Municipios()),
+      m_CodMunic(m_Logradouros->UltimoMunicipio)
+{
+    std::ranges::sort(m_Municipios, {}, [](const auto &municipio) { return ChaveOrdem(municipio.Nome); });
+    Acompanha();
+}
+
+std::string EscolhaDeEndereco::Atual() const
+{
+    const std::string descricao = m_Controle->EnderecoProprio()->DescricaoEndereco();
+    return descricao.empty() ? "Nenhum endereço escolhido." : descricao;
+}
+
+bool EscolhaDeEndereco::MunicipioEditavel() const
+{
+    return !m_Controle->ReadOnly() && !m_Controle->Ajustes().ReadOnlyMunicipio;
+}
+
+bool EscolhaDeEndereco::Conhecido() const
+{
+    const Endereco &endereco = *m_Controle->EnderecoProprio();
+    return endereco.CodLogradouro() == m_Conhecido.CodLogradouro && endereco.Numero() == m_Conhecido.Numero &&
+           endereco.Complemento() == m_Conhecido.Complemento;
+}
+
+void EscolhaDeEndereco::Conhece()
+{
+    const Endereco &endereco = *m_Controle->EnderecoProprio();
+    m_Conhecido.CodLogradouro = endereco.CodLogradouro();
+    m_Conhecido.Numero = endereco.Numero();
+    m_Conhecido.Complemento = endereco.Complemento();
+}
+
+void EscolhaDeEndereco::Acompanha()
+{
+    if (Conhecido()) {
+        return;
+    }
+    Conhece();
+    if (const auto logradouro = m_Logradouros->PorCodigo(m_Conhecido.CodLogradouro)) {
+        Toma(*logradouro);
+        m_Via = LinhaDe(*logradouro);
+        m_Numero = m_Conhecido.Numero > 0 ? CStr(m_Conhecido.Numero) : std::string();
+        m_Complemento = m_Conhecido.Complemento;
+    }
+}
+
+void EscolhaDeEndereco::Toma(const Logradouro &logradouro)
+{
+    m_Escolhido = logradouro;
+    m_CodMunic = logradouro.CodMunic;
+}
+
+void EscolhaDeEndereco::EscolheMunicipio(std::int32_t codMunic)
+{
+    m_CodMunic = codMunic;
+    m_Logradouros->UltimoMunicipio = codMunic;
+    Procura();
+}
+
+void EscolhaDeEndereco::DigitaVia(const std::string &texto)
+{
+    m_Via = texto;
+    Procura();
+}
+
+// The only street found need not be chosen.
+void EscolhaDeEndereco::Procura()
+{
+    m_Escolhido = {};
+    m_Achados.clear();
+    m_Sugestoes.clear();
+    if (const std::string procurado = Trim(m_Via); !procurado.empty()) {
+        m_Achados = m_Logradouros->Procura(m_CodMunic, procurado, MaximoDeSugestoes);
+    }
+    for (const Logradouro &logradouro : m_Achados) {
+        m_Sugestoes.push_back(LinhaDe(logradouro));
+    }
+    if (m_Achados.size() == 1) {
+        m_Escolhido = m_Achados.front();
+    }
+}
+
+void EscolhaDeEndereco::EscolheSugestao(const std::string &sugestao)
+{
+    const auto achada = std::ranges::find(m_Sugestoes, sugestao);
+    if (achada != m_Sugestoes.end()) {
+        m_Via = sugestao;
+        Toma(m_Achados[static_cast<std::size_t>(achada - m_Sugestoes.begin())]);
+    }
+}
+
+bool EscolhaDeEndereco::Usa()
+{
+    const std::int32_t numero = CLng(Val(m_Numero));
+    const std::string complemento = Trim(m_Complemento);
+    if (!PodeUsar() || !m_Controle->InformaEndereco(m_Escolhido.Codigo, numero, complemento, m_Escolhido.Cep,
+                                                    m_Escolhido.Descricao(numero, complemento))) {
+        return false;
+    }
+    Conhece();
+    return true;
+}
+
+bool EscolhaDeEndereco::Limpa()
+{
+    if (!m_Controle->LimpaEndereco()) {
+        return false;
+    }
+    Conhece();
+    m_Escolhido = {};
+    m_Achados.clear();
+    m_Sugestoes.clear();
+    m_Via.clear();
+    m_Numero.clear();
+    m_Complemento.clear();
+    return true;
+}

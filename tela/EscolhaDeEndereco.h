@@ -1,0 +1,69 @@
+#pragma once
+
+#include "controls/ztEndereco.h"
+#include "tela/ILogradouros.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+// What the person does in an address picker until the address is entered: chooses the municipality, types the street or
+// its postal code, takes one of those found, adds the house number and the complement, and uses the address.
+class EscolhaDeEndereco {
+  public:
+    static constexpr std::size_t MaximoDeSugestoes = 20;
+    static constexpr std::int32_t MaiorNumero = 999999;
+    static constexpr std::size_t TamanhoDoComplemento = 30;
+
+    EscolhaDeEndereco(Ref<ztEndereco> controle, Ref<ILogradouros> logradouros);
+
+    // What is shown.
+
+    // In order of name.
+    const std::vector<MunicipioDeEndereco> &Municipios() const { return m_Municipios; }
+    std::int32_t CodMunic() const { return m_CodMunic; } // 0: none chosen
+    const std::string &Via() const { return m_Via; }
+    const std::string &Numero() const { return m_Numero; }
+    const std::string &Complemento() const { return m_Complemento; }
+    // The streets found, as lines to choose from.
+    const std::vector<std::string> &Sugestoes() const { return m_Sugestoes; }
+    // The address that the control holds, in words.
+    std::string Atual() const;
+    bool MunicipioEditavel() const;
+    // Nothing can be typed, and the two buttons are not seen.
+    bool SomenteLeitura() const { return m_Controle->ReadOnly(); }
+    bool PodeUsar() const { return m_Escolhido.Codigo > 0; }
+
+    // Takes over an address that the form has given the control since.
+    void Acompanha();
+
+    // What the person does.
+
+    void EscolheMunicipio(std::int32_t codMunic);
+    void DigitaVia(const std::string &texto);
+    void EscolheSugestao(const std::string &sugestao);
+    void DigitaNumero(const std::string &texto) { m_Numero = texto; }
+    void DigitaComplemento(const std::string &texto) { m_Complemento = texto; }
+    // Enters the address in the control. False when there is none to use, or the control does not take it.
+    bool Usa();
+    bool Limpa();
+
+  private:
+    void Procura();
+    void Toma(const Logradouro &logradouro);
+    // What of the control's address was taken over already.
+    bool Conhecido() const;
+    void Conhece();
+
+    Ref<ztEndereco> m_Controle;
+    Ref<ILogradouros> m_Logradouros;
+    std::vector<MunicipioDeEndereco> m_Municipios;
+    std::int32_t m_CodMunic;
+    std::string m_Via;
+    std::string m_Numero;
+    std::string m_Complemento;
+    std::vector<Logradouro> m_Achados;
+    std::vector<std::string> m_Sugestoes;
+    Logradouro m_Escolhido;
+    Endereco::Dados m_Conhecido;
+};

@@ -1,0 +1,77 @@
+#pragma once
+
+#include "host/IForm.h"
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+// The window of one form on a screen.
+class IJanela : public Objeto {
+  public:
+    virtual void Mostra() = 0;
+    // Shows it and comes back when Retira was called. Meanwhile nothing can be used but this window and what stands in
+    // front of it.
+    virtual void MostraEEspera() = 0;
+    virtual void ParaFrente() = 0;
+    // Text in the place of the form's caption.
+    virtual void DefineTexto(const std::string &texto) = 0;
+    // The form has been unloaded: the window goes without asking, and the wait for it ends.
+    virtual void Retira() = 0;
+};
+
+enum class TipoDeJanela {
+    Filha, // one of the main window's
+    Solta, // in front of its owner, which cannot be used otherwise
+    Modal,
+};
+
+// What the person and the screen do to a window of a form. Every one of them may be called at any time, and no fault
+// comes out of it.
+struct PedidosDaJanela {
+    std::function<void(const std::function<void()> &)> NaBorda; // runs anything else that came from the person
+    std::function<void()> Fecha;                                // the window's own close button
+    std::function<void()> Ajuda;                                // F1
+    std::function<void()> Redimensionou;
+    std::function<void()> Ativou;
+    std::function<void()> Desativou;
+};
+
+enum class TipoDeCaixa { Informacao, Aviso, Erro };
+
+// A kind of file that a dialog offers.
+struct FiltroDeArquivo {
+    std::string Texto;
+    std::string Padrao;
+};
+
+// A screen, as far as the window manager needs one: what it takes to put windows on it and to ask the person. Which
+// window is modal, whose owner it is and which goes with which is the manager's. An owner that is Nothing is the main
+// window.
+class ICamada : public Objeto {
+  public:
+    // Makes the window of a form, not yet shown.
+    virtual Ref<IJanela> FazJanela(const Ref<IForm> &form, TipoDeJanela tipo, const Ref<IJanela> &dono,
+                                   const PedidosDaJanela &pedidos) = 0;
+
+    // Wait pointer over all windows, on and off in turn.
+    virtual void MostraEspera(bool espera) = 0;
+    virtual void ProcessaMensagens() = 0;
+    // Of the whole screen, in pixels of 15 twips.
+    virtual std::int32_t LarguraTela() const = 0;
+    virtual std::int32_t AlturaTela() const = 0;
+
+    // All texts are shown as they are, whatever a toolkit might read in them. Closing the question is no.
+    virtual bool PerguntaSimNao(const std::string &texto, const std::string &titulo, bool padraoSim,
+                                const Ref<IJanela> &dono) = 0;
+    virtual void MostraCaixa(TipoDeCaixa tipo, const std::string &texto, const std::string &titulo,
+                             const std::string &detalhes, const Ref<IJanela> &dono) = 0;
+    virtual std::optional<std::string> EscolheArquivo(const std::vector<FiltroDeArquivo> &filtros,
+                                                      const std::string &titulo, const Ref<IJanela> &dono) = 0;
+    // Shows the document in a viewer. False, and no viewer, when the file is none. fechou: the viewer is done.
+    virtual bool MostraPDF(const std::string &caminho, bool modal, const Ref<IJanela> &dono,
+                           const std::function<void()> &fechou) = 0;
+    virtual void MostraAjuda(const std::string &topico, const Ref<IJanela> &dono) = 0;
+};

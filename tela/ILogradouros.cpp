@@ -1,0 +1,13 @@
+#include "tela/ILogradouros.h"
+
+std::string Logradouro::Descricao(std::int32_t numero, const std::string &complemento) const
+{
+    std::string texto = Nome;
+    if (numero > 0) {
+        texto += ", " + std::to_string(numero);
+    }
+    if (!complemento.empty()) {
+        texto += " - " + complemento;
+    }
+    return texto + " - " + Bairro;
+}

@@ -1,0 +1,193 @@
+#include "tela/Janelas.h"
+
+#include "host/Texto.h"
+
+#include <algorithm>
+#include <utility>
+
+void Janelas::NaBorda(const std::function<void()> &acao) const
+{
+    try {
+        acao();
+    } catch (...) {
+        MostraFalha();
+    }
+}
+
+Janelas::Aberta *Janelas::Acha(const Ref<IForm> &form)
+{
+    const auto achada = std::ranges::find(m_Abertas, form, &Aberta::Form);
+    return achada == m_Abertas.end() ? nullptr : &*achada;
+}
+
+Ref<IJanela> Janelas::Frente() const
+{
+    const auto modal = std::find_if(m_Abertas.rbegin(), m_Abertas.rend(),
+                                    [](const Aberta &aberta) { return aberta.Tipo == TipoDeJanela::Modal; });
+    return modal == m_Abertas.rend() ? nullptr : modal->Janela;
+}
+
+std::function<void()> Janelas::Pedido(const Ref<IForm> &form, std::function<void(const Ref<IForm> &)> acao)
+{
+    return [this, fraco = RefFraca<IForm>(form), acao = std::move(acao)] {
+        const Ref<IForm> vivo = fraco.Alvo();
+        if (vivo && Acha(vivo) != nullptr) {
+            NaBorda([&] { acao(vivo); });
+        }
+    };
+}
+
+PedidosDaJanela Janelas::Pedidos(const Ref<IForm> &form)
+{
+    using Quem = const Ref<IForm> &;
+    PedidosDaJanela pedidos;
+    pedidos.NaBorda = [this](const std::function<void()> &acao) { NaBorda(acao); };
+    pedidos.Fecha = Pedido(form, [this](Quem aberto) {
+        if (aberto->Enabled()) {
+            Descarrega(aberto);
+        }
+    });
+    pedidos.Ajuda = Pedido(form, [this](Quem aberto) { MostraAjuda(std::string(aberto->NomeTipo())); });
+    pedidos.Redimensionou = Pedido(form, [](Quem aberto) { aberto->Redimensionada(); });
+    pedidos.Ativou = Pedido(form, [](Quem aberto) { aberto->Ativada(); });
+    pedidos.Desativou = Pedido(form, [](Quem aberto) { aberto->Desativada(); });
+    return pedidos;
+}
+
+void Janelas::SegueOrdem(IForm &quem, Aberta &aberta)
+{
+    const auto paraFrente = [fraca = RefFraca<IJanela>(aberta.Janela)] {
+        if (const Ref<IJanela> janela = fraca.Alvo()) {
+            janela->ParaFrente();
+        }
+    };
+    aberta.Conexoes.push_back(quem.PediuFoco().liga(paraFrente));
+    aberta.Conexoes.push_back(quem.PediuOrdem().liga([paraFrente](std::int16_t) { paraFrente(); }));
+}
+
+void Janelas::MostraForm(const Ref<IForm> &form, bool modal, const Ref<IForm> &)
+{
+    if (const Aberta *aberta = Acha(form)) {
+        aberta->Janela->ParaFrente();
+        return;
+    }
+    // What is not modal goes in front of a modal window: as a child of the main window it would be blocked with it.
+    Aberta nova;
+    nova.Form = form;
+    nova.Dono = Frente();
+    nova.Tipo = modal ? TipoDeJanela::Modal : nova.Dono ? TipoDeJanela::Solta : TipoDeJanela::Filha;
+    nova.Janela = m_Camada->FazJanela(form, nova.Tipo, nova.Dono, Pedidos(form));
+    SegueOrdem(*form, nova);
+    if (nova.Tipo == TipoDeJanela::Filha) {
+        nova.Involucro = FazInvolucro();
+        SegueOrdem(*nova.Involucro, nova);
+    }
+    const Ref<IJanela> janela = nova.Janela;
+    const Ref<IForm> involucro = nova.Involucro;
+    m_Abertas.push_back(std::move(nova));
+    if (involucro) {
+        IgnoraErro([&] { form->DefinefrmParent(involucro); }); // a form need not have the member
+    }
+    form->DefineVisible(true);
+    if (modal) {
+        janela->MostraEEspera();
+    } else {
+        janela->Mostra();
+    }
+}
+
+void Janelas::FechaForm(const Ref<IForm> &form)
+{
+    Aberta *aberta = Acha(form);
+    if (aberta == nullptr) {
+        return;
+    }
+    const Aberta fechada = std::move(*aberta);
+    m_Abertas.erase(m_Abertas.begin() + (aberta - m_Abertas.data()));
+
+    // Windows that were opened in front of this one go with it.
+    std::vector<Ref<IForm>> soltas;
+    for (const Aberta &outra : m_Abertas) {
+        if (outra.Tipo == TipoDeJanela::Solta && outra.Dono == fechada.Janela) {
+            soltas.push_back(outra.Form);
+        }
+    }
+    for (const Ref<IForm> &solta : soltas) {
+        Descarrega(solta);
+    }
+    fechada.Janela->Retira();
+}
+
+void Janelas::TiraTodas()
+{
+    for (const Aberta &aberta : std::exchange(m_Abertas, {})) {
+        aberta.Janela->Retira();
+    }
+}
+
+void Janelas::DefineTextoJanela(const Ref<IForm> &form, const std::string &texto)
+{
+    if (const Aberta *aberta = Acha(form)) {
+        aberta->Janela->DefineTexto(texto);
+    }
+}
+
+void Janelas::DefineEspera(bool espera)
+{
+    if (std::exchange(m_Esperando, espera) != espera) {
+        m_Camada->MostraEspera(espera);
+    }
+}
+
+bool Janelas::PerguntaSimNao(const std::string &texto, const std::string &titulo, bool padraoSim)
+{
+    return m_Camada->PerguntaSimNao(texto, titulo, padraoSim, Frente());
+}
+
+void Janelas::Informa(const std::string &texto, const std::string &titulo)
+{
+    m_Camada->MostraCaixa(TipoDeCaixa::Informacao, texto, titulo, {}, Frente());
+}
+
+void Janelas::Avisa(const std::string &texto, const std::string &titulo)
+{
+    m_Camada->MostraCaixa(TipoDeCaixa::Aviso, texto, titulo, {}, Frente());
+}
+
+void Janelas::MostraErro(const std::string &contexto, std::int32_t numero, const std::string &descricao,
+                         const std::string &fonte, const std::string &titulo)
+{
+    DefineEspera(false);
+    m_Camada->MostraCaixa(TipoDeCaixa::Erro, descricao, titulo,
+                          "Erro " + std::to_string(numero) + " em " + contexto + "\nCaminho: " + fonte, Frente());
+}
+
+std::optional<std::string> Janelas::EscolheArquivo(const std::string &filtro, const std::string &titulo)
+{
+    const std::vector<std::string> partes = Divide(filtro, "|");
+    std::vector<FiltroDeArquivo> filtros;
+    for (std::size_t par = 0; par + 1 < partes.size(); par += 2) {
+        filtros.push_back({partes[par], partes[par + 1]});
+    }
+    return m_Camada->EscolheArquivo(filtros, titulo, Frente());
+}
+
+bool Janelas::MostraPDF(const std::string &caminho, bool modal)
+{
+    DefineEspera(false);
+    const auto fechou = [this] {
+        if (FechouVisor) {
+            NaBorda(FechouVisor);
+        }
+    };
+    if (m_Camada->MostraPDF(caminho, modal, Frente(), fechou)) {
+        return true;
+    }
+    Avisa("O arquivo '" + caminho + "' não é um documento PDF que possa ser aberto.", "Documento");
+    return false;
+}
+
+void Janelas::MostraAjuda(const std::string &topico)
+{
+    m_Camada->MostraAjuda(topico, Frente());
+}

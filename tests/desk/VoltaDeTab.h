@@ -1,0 +1,40 @@
+#pragma once
+
+#include "desk/windows/JanelaForm.h"
+
+#include <QApplication>
+#include <QTest>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+// The controls through which a key leads, by name and index, from one on until it comes back there.
+inline std::vector<std::string> VoltaDeTab(const IForm &form, const std::function<void()> &tecla)
+{
+    constexpr int MuitasTeclas = 200;
+    const auto ativo = [&] {
+        const Ref<IControle> controle = form.ControleAtivo();
+        return controle.Nada() ? std::string() : controle->Nome() + "/" + std::to_string(controle->Indice());
+    };
+    std::vector<std::string> nomes = {ativo()};
+    for (int vez = 0; vez < MuitasTeclas && (nomes.size() < 3 || nomes.back() != nomes.front()); ++vez) {
+        tecla();
+        if (ativo() != nomes.back()) { // a picker has several places
+            nomes.push_back(ativo());
+        }
+    }
+    return nomes;
+}
+
+// In the window, which is active.
+inline std::vector<std::string> VoltaNaTela(const JanelaForm &janela)
+{
+    return VoltaDeTab(*janela.Form(), [] { QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab); });
+}
+
+inline std::vector<std::string> VoltaSemTela(const JanelaForm &janela)
+{
+    Pessoa pessoa(janela.Form());
+    return VoltaDeTab(*janela.Form(), [&] { pessoa.Tab(); });
+}

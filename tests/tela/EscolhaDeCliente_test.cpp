@@ -1,0 +1,77 @@
+#include "tela/EscolhaDeCliente.h"
+
+#include "tests/controls/Tela.h"
+
+namespace {
+
+class EscolhaDeClienteTest : public testing::Test {
+  protected:
+    EscolhaDeClienteTest() { m_Tela.Anota(m_Controle->Change(), "Change"); }
+
+    Tela m_Tela;
+    Ref<ztClienteSetor> m_Controle = m_Tela.Poe<ztClienteSetor>(Chamado<AjustesZtClienteSetor>("ztCliente"));
+    EscolhaDeCliente m_Escolha{
+        m_Controle, {{"DETRAN/RS", {"Metrologia", "Fiscalização"}}, {"EPTC", {"Fiscalização"}}, {"PRF", {}}}};
+};
+
+TEST_F(EscolhaDeClienteTest, AtFirst_NoClientAndAllSectors)
+{
+    EXPECT_EQ(m_Escolha.Cliente(), -1);
+    EXPECT_EQ(m_Escolha.Setores(), Textos{"Todos os setores"});
+    EXPECT_EQ(m_Escolha.Setor(), 0);
+    EXPECT_EQ(m_Escolha.Clientes().size(), 3U);
+}
+
+TEST_F(EscolhaDeClienteTest, EscolheCliente_OffersItsSectorsAndBeginsWithAll)
+{
+    EXPECT_TRUE(m_Escolha.EscolheCliente(0));
+    EXPECT_EQ(m_Controle->Cliente(), "DETRAN/RS");
+    EXPECT_EQ(m_Escolha.Setores(), (Textos{"Todos os setores", "Metrologia", "Fiscalização"}));
+    EXPECT_TRUE(m_Escolha.EscolheSetor(2));
+    EXPECT_EQ(m_Controle->Setor(), "Fiscalização");
+    EXPECT_EQ(m_Escolha.Setor(), 2);
+    EXPECT_TRUE(m_Escolha.EscolheCliente(1));
+    EXPECT_EQ(m_Controle->Setor(), "");
+    EXPECT_EQ(m_Escolha.Setor(), 0);
+    EXPECT_EQ(m_Escolha.Setores(), (Textos{"Todos os setores", "Fiscalização"}));
+    EXPECT_EQ(m_Tela.Vistos(), Textos(3, "Change"));
+}
+
+TEST_F(EscolhaDeClienteTest, EscolheSetor_OfTheFirst_StandsForAll)
+{
+    m_Escolha.EscolheCliente(0);
+    m_Escolha.EscolheSetor(1);
+    EXPECT_EQ(m_Controle->Setor(), "Metrologia");
+    EXPECT_TRUE(m_Escolha.EscolheSetor(0));
+    EXPECT_EQ(m_Controle->Setor(), "");
+    EXPECT_EQ(m_Controle->Cliente(), "DETRAN/RS");
+}
+
+TEST_F(EscolhaDeClienteTest, Preset_IsShown_AndAClientOrSectorThatIsNotOfferedIsNone)
+{
+    m_Controle->PresetaCliente("EPTC", "Fiscalização");
+    EXPECT_EQ(m_Escolha.Cliente(), 1);
+    EXPECT_EQ(m_Escolha.Setor(), 1);
+    m_Controle->PresetaCliente("EPTC", "Metrologia");
+    EXPECT_EQ(m_Escolha.Setor(), -1);
+    m_Controle->PresetaCliente("DAER", "Metrologia");
+    EXPECT_EQ(m_Escolha.Cliente(), -1);
+    EXPECT_EQ(m_Escolha.Setor(), -1);
+    m_Controle->PresetaCliente("EPTC", "Todos os setores"); // a sector of that name would be one
+    EXPECT_EQ(m_Escolha.Setor(), -1);
+}
+
+TEST_F(EscolhaDeClienteTest, Choices_OutsideOrRefused_ChangeNothing)
+{
+    EXPECT_FALSE(m_Escolha.EscolheCliente(-1));
+    EXPECT_FALSE(m_Escolha.EscolheCliente(3));
+    EXPECT_FALSE(m_Escolha.EscolheSetor(-1));
+    EXPECT_FALSE(m_Escolha.EscolheSetor(1));
+    m_Controle->DefineEnabled(false);
+    EXPECT_FALSE(m_Escolha.EscolheCliente(0));
+    EXPECT_FALSE(m_Escolha.EscolheSetor(0));
+    EXPECT_EQ(m_Controle->Cliente(), "");
+    EXPECT_EQ(m_Tela.Vistos(), Textos{});
+}
+
+} // namespace

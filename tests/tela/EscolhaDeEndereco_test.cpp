@@ -1,0 +1,274 @@
+#include "tela/EscolhaDeEndereco.h"
+
+#include "host/Texto.h"
+#include "tests/controls/Tela.h"
+
+namespace {
+
+constexpr std::int32_t Canoas = 100;
+constexpr std::int32_t Alegrete = 200;
+constexpr std::int32_t Erebango = 300;
+
+// Three streets of one municipality, one of another.
+class RuasDeTeste : public ILogradouros {
+  public:
+    std::string_view NomeTipo() const override { return "RuasDeTeste"; }
+
+    std::vector<MunicipioDeEndereco> Municipios() const override
+    {
+        return {{Erebango, "Erebango"}, {Canoas, "Canoas"}, {Alegrete, "Água Santa"}};
+    }
+    std::vector<Logradouro> Procura(std::int32_t codMunic, const std::string &procurado,
+                                    std::size_t maximo) const override
+    {
+        Procurados.push_back(std::to_string(codMunic) + " " + procurado + " " + std::to_string(maximo));
+        std::vector<Logradouro> achados;
+        for (const Logradouro &rua : Ruas) {
+            if (rua.CodMunic == codMunic && LCase(rua.Nome).find(LCase(procurado)) != std::string::npos) {
+                achados.push_back(rua);
+            }
+        }
+        return achados;
+    }
+    std::optional<Logradouro> PorCodigo(std::int32_t codigo) const override
+    {
+        for (const Logradouro &rua : Ruas) {
+            if (rua.Codigo == codigo) {
+                return rua;
+            }
+        }
+        return std::nullopt;
+    }
+
+    std::vector<Logradouro> Ruas = {{1, Canoas, "Rua Bento", "Centro", "92000010"},
+                                    {2, Canoas, "Rua Benta", "Norte", "92000020"},
+                                    {3, Canoas, "Av. Brasil", "Sul", "92000030"},
+                                    {4, Alegrete, "Rua Bento", "Centro", "97000010"}};
+    mutable Textos Procurados;
+};
+
+class EscolhaDeEnderecoTest : public testing::Test {
+  protected:
+    EscolhaDeEnderecoTest() { m_Tela.Anota(m_Controle->EntradaOK(), "EntradaOK"); }
+
+    EscolhaDeEndereco Escolha() { return {m_Controle, m_Ruas}; }
+    EscolhaDeEndereco EmCanoas()
+    {
+        EscolhaDeEndereco escolha = Escolha();
+        escolha.EscolheMunicipio(Canoas);
+        return escolha;
+    }
+    void Preseta(std::int32_t codigo, std::int32_t numero, const std::string &complemento)
+    {
+        m_Controle->Endereco()->SetaEndereco(Canoas, codigo, numero, complemento, "", "", 0);
+    }
+
+    Tela m_Tela;
+    Ref<ztEndereco> m_Controle = m_Tela.Poe<ztEndereco>(Chamado<AjustesZtEndereco>("ztEndereco1"));
+    Ref<RuasDeTeste> m_Ruas = Novo<RuasDeTeste>();
+};
+
+TEST_F(EscolhaDeEnderecoTest, AtFirst_NothingIsChosen)
+{
+    const EscolhaDeEndereco escolha = Escolha();
+    EXPECT_EQ(escolha.CodMunic(), 0);
+    EXPECT_EQ(escolha.Via() + escolha.Numero() + escolha.Complemento(), "");
+    EXPECT_EQ(escolha.Sugestoes(), Textos{});
+    EXPECT_EQ(escolha.Atual(), "Nenhum endereço escolhido.");
+    EXPECT_FALSE(escolha.PodeUsar());
+    EXPECT_TRUE(escolha.MunicipioEditavel());
+    EXPECT_FALSE(escolha.SomenteLeitura());
+}
+
+TEST_F(EscolhaDeEnderecoTest, Municipios_StandInOrderOfName)
+{
+    const EscolhaDeEndereco escolha = Escolha();
+    Textos nomes;
+    for (const MunicipioDeEndereco &municipio : escolha.Municipios()) {
+        nomes.push_back(municipio.Nome);
+    }
+    EXPECT_EQ(nomes, (Textos{"Água Santa", "Canoas", "Erebango"}));
+}
+
+TEST_F(EscolhaDeEnderecoTest, DigitaVia_FindsStreetsOfTheMunicipality)
+{
+    EscolhaDeEndereco escolha = EmCanoas();
+    escolha.DigitaVia(" bent ");
+    EXPECT_EQ(m_Ruas->Procurados, Textos{"100 bent 20"});
+    EXPECT_EQ(escolha.Sugestoes(), (Textos{"Rua Bento - Centro - 92000-010", "Rua Benta - Norte - 92000-020"}));
+    EXPECT_FALSE(escolha.PodeUsar());
+    EXPECT_EQ(escolha.Via(), " bent ");
+    escolha.DigitaVia("nada disso");
+    EXPECT_EQ(escolha.Sugestoes(), Textos{});
+    EXPECT_FALSE(escolha.PodeUsar());
+}
+
+TEST_F(EscolhaDeEnderecoTest, DigitaVia_OfTheOnlyStreet_IsChosenWithoutMore)
+{
+    EscolhaDeEndereco escolha = EmCanoas();
+    escolha.DigitaVia("bras");
+    EXPECT_TRUE(escolha.PodeUsar());
+    EXPECT_EQ(escolha.Via(), "bras"); // the person is still typing
+    escolha.DigitaVia("b");
+    EXPECT_FALSE(escolha.PodeUsar());
+}
+
+TEST_F(EscolhaDeEnderecoTest, DigitaVia_OfBlanks_IsNoSearch)
+{
+    EscolhaDeEndereco escolha = EmCanoas();
+    escolha.DigitaVia("bras");
+    m_Ruas->Procurados.clear();
+    escolha.DigitaVia("  ");
+    EXPECT_EQ(m_Ruas->Procurados, Textos{});
+    EXPECT_FALSE(escolha.PodeUsar());
+    EXPECT_EQ(escolha.Sugestoes(), Textos{});
+}
+
+TEST_F(EscolhaDeEnderecoTest, EscolheMunicipio_SearchesAgainThere)
+{
+    EscolhaDeEndereco escolha = EmCanoas();
+    escolha.DigitaVia("bento");
+    escolha.EscolheMunicipio(Alegrete);
+    EXPECT_EQ(escolha.Sugestoes(), Textos{"Rua Bento - Centro - 97000-010"});
+    EXPECT_TRUE(escolha.PodeUsar());
+    escolha.EscolheMunicipio(Erebango);
+    EXPECT_FALSE(escolha.PodeUsar());
+}
+
+TEST_F(EscolhaDeEnderecoTest, EscolheMunicipio_IsWhereTheNextAddressBegins)
+{
+    EmCanoas();
+    EXPECT_EQ(m_Ruas->UltimoMunicipio, Canoas);
+    EXPECT_EQ(Escolha().CodMunic(), Canoas);
+}
+
+TEST_F(EscolhaDeEnderecoTest, EscolheSugestao_ChoosesTheStreetOfThatLine)
+{
+    EscolhaDeEndereco escolha = EmCanoas();
+    escolha.DigitaVia("bent");
+    escolha.EscolheSugestao("Rua Benta - Norte - 92000-020");
+    EXPECT_TRUE(escolha.PodeUsar());
+    EXPECT_EQ(escolha.Via(), "Rua Benta - Norte - 92000-020");
+    EXPECT_TRUE(escolha.Usa());
+    EXPECT_EQ(m_Controle->Endereco()->CodLogradouro(), 2);
+}
+
+TEST_F(EscolhaDeEnderecoTest, EscolheSugestao_OfALineThatIsNotThere_ChoosesNothing)
+{
+    EscolhaDeEndereco escolha = EmCanoas();
+    escolha.DigitaVia("bent");
+    escolha.EscolheSugestao("Av. Brasil - Sul - 92000-030");
+    EXPECT_FALSE(escolha.PodeUsar());
+    EXPECT_EQ(escolha.Via(), "bent");
+}
+
+TEST_F(EscolhaDeEnderecoTest, Usa_EntersTheAddressWithNumberAndComplement)
+{
+    EscolhaDeEndereco escolha = EmCanoas();
+    EXPECT_FALSE(escolha.Usa());
+    escolha.DigitaVia("brasil");
+    escolha.DigitaNumero("1500");
+    escolha.DigitaComplemento("  fundos ");
+    EXPECT_TRUE(escolha.Usa());
+    const Ref<Endereco> endereco = m_Controle->EnderecoProprio();
+    EXPECT_EQ(endereco->CodLogradouro(), 3);
+    EXPECT_EQ(endereco->Numero(), 1500);
+    EXPECT_EQ(endereco->Complemento(), "fundos");
+    EXPECT_EQ(endereco->Cep(), "92000030");
+    EXPECT_EQ(endereco->DescricaoEndereco(), "Av. Brasil, 1500 - fundos - Sul");
+    EXPECT_EQ(escolha.Atual(), "Av. Brasil, 1500 - fundos - Sul");
+    EXPECT_EQ(m_Tela.Vistos(), Textos{"EntradaOK"});
+}
+
+TEST_F(EscolhaDeEnderecoTest, Usa_WithoutANumber_IsAnAddressWithoutOne)
+{
+    EscolhaDeEndereco escolha = EmCanoas();
+    escolha.DigitaVia("brasil");
+    EXPECT_TRUE(escolha.Usa());
+    EXPECT_EQ(escolha.Atual(), "Av. Brasil - Sul");
+    EXPECT_EQ(m_Controle->Endereco()->Numero(), 0);
+}
+
+TEST_F(EscolhaDeEnderecoTest, Usa_OfALockedControl_IsRefusedAndKeepsWhatWasTyped)
+{
+    EscolhaDeEndereco escolha = EmCanoas();
+    escolha.DigitaVia("brasil");
+    m_Controle->DefineEnabled(false);
+    EXPECT_FALSE(escolha.Usa());
+    EXPECT_EQ(escolha.Via(), "brasil");
+    EXPECT_EQ(m_Tela.Vistos(), Textos{});
+}
+
+TEST_F(EscolhaDeEnderecoTest, Limpa_EmptiesTheAddressAndAllFields)
+{
+    EscolhaDeEndereco escolha = EmCanoas();
+    escolha.DigitaVia("brasil");
+    escolha.DigitaNumero("15");
+    escolha.DigitaComplemento("a");
+    escolha.Usa();
+    m_Tela.Vistos();
+    EXPECT_TRUE(escolha.Limpa());
+    EXPECT_EQ(m_Tela.Vistos(), Textos{"EntradaOK"});
+    EXPECT_EQ(m_Controle->Endereco()->CodLogradouro(), 0);
+    EXPECT_EQ(escolha.Via() + escolha.Numero() + escolha.Complemento(), "");
+    EXPECT_EQ(escolha.Sugestoes(), Textos{});
+    EXPECT_FALSE(escolha.PodeUsar());
+    EXPECT_EQ(escolha.CodMunic(), Canoas);
+    m_Controle->DefineReadOnly(true);
+    EXPECT_FALSE(escolha.Limpa());
+}
+
+TEST_F(EscolhaDeEnderecoTest, Acompanha_OfAPresetAddress_ShowsIt)
+{
+    Preseta(2, 77, "casa 3");
+    EscolhaDeEndereco escolha = Escolha();
+    EXPECT_EQ(escolha.CodMunic(), Canoas);
+    EXPECT_EQ(escolha.Via(), "Rua Benta - Norte - 92000-020");
+    EXPECT_EQ(escolha.Numero(), "77");
+    EXPECT_EQ(escolha.Complemento(), "casa 3");
+    EXPECT_TRUE(escolha.PodeUsar());
+    EXPECT_EQ(m_Ruas->UltimoMunicipio, 0); // nobody entered it
+    Preseta(4, 0, "");
+    escolha.Acompanha();
+    EXPECT_EQ(escolha.CodMunic(), Alegrete);
+    EXPECT_EQ(escolha.Numero() + escolha.Complemento(), "");
+}
+
+TEST_F(EscolhaDeEnderecoTest, Acompanha_OfAnAddressAlreadyShown_LeavesWhatIsBeingTyped)
+{
+    Preseta(2, 77, "");
+    EscolhaDeEndereco escolha = Escolha();
+    escolha.DigitaVia("br");
+    escolha.DigitaNumero("8");
+    escolha.Acompanha();
+    EXPECT_EQ(escolha.Via(), "br");
+    EXPECT_EQ(escolha.Numero(), "8");
+    Preseta(2, 78, "");
+    escolha.Acompanha();
+    EXPECT_EQ(escolha.Via(), "Rua Benta - Norte - 92000-020");
+    EXPECT_EQ(escolha.Numero(), "78");
+}
+
+TEST_F(EscolhaDeEnderecoTest, Acompanha_OfAStreetThatNobodyKnows_ShowsTheAddressInWordsAlone)
+{
+    Preseta(999, 77, "casa");
+    m_Controle->EnderecoProprio()->DefineDescricao("Rua antiga, 77");
+    EscolhaDeEndereco escolha = Escolha();
+    EXPECT_EQ(escolha.Via(), "");
+    EXPECT_FALSE(escolha.PodeUsar());
+    EXPECT_EQ(escolha.Atual(), "Rua antiga, 77");
+}
+
+TEST_F(EscolhaDeEnderecoTest, Locked_TheMunicipalityIsLockedToo)
+{
+    const EscolhaDeEndereco escolha = Escolha();
+    m_Controle->DefineReadOnly(true);
+    EXPECT_FALSE(escolha.MunicipioEditavel());
+    EXPECT_TRUE(escolha.SomenteLeitura());
+    const EscolhaDeEndereco outra(
+        m_Tela.Poe<ztEndereco>(Chamado<AjustesZtEndereco>("ztEndereco2", {.ReadOnlyMunicipio = true})), m_Ruas);
+    EXPECT_FALSE(outra.MunicipioEditavel());
+    EXPECT_FALSE(outra.SomenteLeitura());
+}
+
+} // namespace

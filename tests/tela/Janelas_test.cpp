@@ -1,0 +1,448 @@
+#include "tela/Janelas.h"
+
+#include "tests/controls/Tela.h"
+
+#include <deque>
+#include <map>
+
+namespace {
+
+// A form that writes down what a window tells it.
+class FormDeJanela : public FormFalso {
+  public:
+    explicit FormDeJanela(std::string nome, Textos &anotados) : m_Nome(std::move(nome)), m_Anotados(anotados) {}
+    std::string_view NomeTipo() const override { return m_Nome; }
+    void Ativada() override { m_Anotados.push_back(m_Nome + " ativada"); }
+    void Desativada() override { m_Anotados.push_back(m_Nome + " desativada"); }
+    void Redimensionada() override { m_Anotados.push_back(m_Nome + " redimensionada"); }
+
+  private:
+    std::string m_Nome;
+    Textos &m_Anotados;
+};
+
+class CamadaFalsa;
+
+class JanelaFalsa : public IJanela {
+  public:
+    JanelaFalsa(CamadaFalsa &camada, std::string nome) : m_Camada(camada), m_Nome(std::move(nome)) {}
+    std::string_view NomeTipo() const override { return m_Nome; }
+    void Mostra() override { Anota("mostra"); }
+    void MostraEEspera() override;
+    void ParaFrente() override { Anota("para a frente"); }
+    void DefineTexto(const std::string &texto) override { Anota("texto " + texto); }
+    void Retira() override
+    {
+        Anota("retira");
+        m_Retirada = true;
+    }
+
+  private:
+    void Anota(const std::string &oQue);
+
+    CamadaFalsa &m_Camada;
+    std::string m_Nome;
+    bool m_Retirada = false;
+};
+
+// A screen that is a list of what was done to it. The person in front of a modal window does what was arranged for it.
+class CamadaFalsa : public ICamada {
+  public:
+    std::string_view NomeTipo() const override { return "CamadaFalsa"; }
+
+    Textos Anotados;
+    std::map<std::string, PedidosDaJanela> Pedidos;
+    std::map<std::string, std::function<void()>> NaModal;
+    bool Responde = false;
+    bool AbrePDF = true;
+    std::function<void()> Fechou;
+
+    Ref<IJanela> FazJanela(const Ref<IForm> &form, TipoDeJanela tipo, const Ref<IJanela> &dono,
+                           const PedidosDaJanela &pedidos) override
+    {
+        const std::string nome(form->NomeTipo());
+        const char *tipos[] = {"filha", "solta", "modal"};
+        Anotados.push_back("faz " + nome + " " + tipos[static_cast<int>(tipo)] + Sobre(dono) +
+                           (form->Visible() ? "" : " ainda oculto"));
+        Pedidos[nome] = pedidos;
+        return Novo<JanelaFalsa>(*this, nome);
+    }
+    void MostraEspera(bool espera) override { Anotados.emplace_back(espera ? "espera" : "não espera"); }
+    void ProcessaMensagens() override { Anotados.emplace_back("mensagens"); }
+    std::int32_t LarguraTela() const override { return 1920; }
+    std::int32_t AlturaTela() const override { return 1080; }
+    bool PerguntaSimNao(const std::string &texto, const std::string &titulo, bool padraoSim,
+                        const Ref<IJanela> &dono) override
+    {
+        Anotados.push_back("pergunta " + titulo + ": " + texto + (padraoSim ? " [sim]" : " [não]") + Sobre(dono));
+        return Responde;
+    }
+    void MostraCaixa(TipoDeCaixa tipo, const std::string &texto, const std::string &titulo, const std::string &detalhes,
+                     const Ref<IJanela> &dono) override
+    {
+        const char *tipos[] = {"informa", "avisa", "erro"};
+        Anotados.push_back(std::string(tipos[static_cast<int>(tipo)]) + " " + titulo + ": " + texto +
+                           (detalhes.empty() ? "" : " (" + detalhes + ")") + Sobre(dono));
+    }
+    std::optional<std::string> EscolheArquivo(const std::vector<FiltroDeArquivo> &filtros, const std::string &titulo,
+                                              const Ref<IJanela> &dono) override
+    {
+        std::string pares;
+        for (const FiltroDeArquivo &filtro : filtros) {
+            pares += " <" + filtro.Texto + "=" + filtro.Padrao + ">";
+        }
+        Anotados.push_back("arquivo " + titulo + pares + Sobre(dono));
+        return "C:\\a.pdf";
+    }
+    bool MostraPDF(const std::string &caminho, bool modal, const Ref<IJanela> &dono,
+                   const std::function<void()> &fechou) override
+    {
+        Anotados.push_back("pdf " + caminho + (modal ? " modal" : "") + Sobre(dono));
+        Fechou = fechou;
+        return AbrePDF;
+    }
+    void MostraAjuda(const std::string &topico, const Ref<IJanela> &dono) override
+    {
+        Anotados.push_back("ajuda " + topico + Sobre(dono));
+    }
+
+  private:
+    static std::string Sobre(const Ref<IJanela> &dono)
+    {
+        return dono ? " sobre " + std::string(dono->NomeTipo()) : std::string();
+    }
+};
+
+void JanelaFalsa::Anota(const std::string &oQue)
+{
+    m_Camada.Anotados.push_back(oQue + " " + m_Nome);
+}
+
+void JanelaFalsa::MostraEEspera()
+{
+    Anota("espera em");
+    if (const auto acao = m_Camada.NaModal.find(m_Nome); acao != m_Camada.NaModal.end()) {
+        acao->second();
+    }
+    EXPECT_TRUE(m_Retirada) << m_Nome << " was left open";
+    Anota("volta de");
+}
+
+class JanelasTest : public testing::Test {
+  protected:
+    JanelasTest()
+    {
+        m_Janelas->Descarrega = [this](const Ref<IForm> &form) {
+            bool cancela = false;
+            form->Unload(cancela);
+            if (!cancela) {
+                m_Camada->Anotados.push_back("descarrega " + std::string(form->NomeTipo()));
+                m_Janelas->FechaForm(form);
+            }
+        };
+        m_Janelas->FazInvolucro = [this] {
+            m_Involucro = Novo<FormDeJanela>("frmFilha", m_Camada->Anotados);
+            return m_Involucro;
+        };
+        m_Janelas->MostraFalha = [this] { m_Camada->Anotados.emplace_back("falha mostrada"); };
+    }
+
+    Ref<FormDeJanela> Form(const std::string &nome) { return Novo<FormDeJanela>(nome, m_Camada->Anotados); }
+    void Mostra(const Ref<IForm> &form, bool modal = false) { m_Janelas->MostraForm(form, modal, nullptr); }
+    // Shows a modal form and lets the person do something in it before it closes.
+    void NaModal(const Ref<IForm> &form, const std::function<void()> &acao)
+    {
+        m_Camada->NaModal[std::string(form->NomeTipo())] = [this, form, acao] {
+            m_Vistos.clear();
+            m_Camada->Anotados.clear();
+            acao();
+            m_Vistos = m_Camada->Anotados;
+            m_Janelas->Descarrega(form);
+        };
+        Mostra(form, true);
+    }
+    Textos Vistos() { return std::exchange(m_Camada->Anotados, {}); }
+
+    Ref<CamadaFalsa> m_Camada = Novo<CamadaFalsa>();
+    Ref<Janelas> m_Janelas = Novo<Janelas>(m_Camada);
+    Ref<IForm> m_Involucro;
+    Textos m_Vistos; // what came of the act inside the modal window
+};
+
+TEST_F(JanelasTest, MostraForm_NotModal_IsAWrappedChildOfTheMainWindow)
+{
+    const Ref<FormDeJanela> lista = Form("lista");
+    Mostra(lista);
+    EXPECT_EQ(Vistos(), (Textos{"faz lista filha ainda oculto", "mostra lista"}));
+    EXPECT_TRUE(lista->Visible());
+    EXPECT_TRUE(lista->frmParent() == m_Involucro);
+    EXPECT_FALSE(m_Involucro.Nada());
+}
+
+TEST_F(JanelasTest, MostraForm_OfAFormWithoutFrmParent_IsShownAllTheSame)
+{
+    const auto simples = Novo<FormSemParent>();
+    Mostra(simples);
+    EXPECT_EQ(Vistos(), (Textos{"faz FormFalso filha ainda oculto", "mostra FormFalso"}));
+}
+
+TEST_F(JanelasTest, MostraForm_Again_BringsItsWindowToTheFront)
+{
+    const Ref<FormDeJanela> lista = Form("lista");
+    Mostra(lista);
+    Vistos();
+    Mostra(lista);
+    Mostra(lista, true);
+    EXPECT_EQ(Vistos(), (Textos{"para a frente lista", "para a frente lista"}));
+}
+
+TEST_F(JanelasTest, MostraForm_Modal_ComesBackWhenItWasClosed)
+{
+    const Ref<FormDeJanela> detalhes = Form("detalhes");
+    m_Camada->NaModal["detalhes"] = [&] { m_Janelas->Descarrega(detalhes); };
+    Mostra(detalhes, true);
+    EXPECT_EQ(Vistos(), (Textos{"faz detalhes modal ainda oculto", "espera em detalhes", "descarrega detalhes",
+                                "retira detalhes", "volta de detalhes"}));
+    EXPECT_TRUE(detalhes->frmParent().Nada());
+    Mostra(Form("outra"));
+    EXPECT_EQ(Vistos().front(), "faz outra filha ainda oculto");
+}
+
+TEST_F(JanelasTest, MostraForm_InFrontOfAModalOne_StandsLooseBeforeIt)
+{
+    const Ref<FormDeJanela> detalhes = Form("detalhes");
+    const Ref<FormDeJanela> sensor = Form("sensor");
+    NaModal(detalhes, [&] { Mostra(sensor); });
+    EXPECT_EQ(m_Vistos, (Textos{"faz sensor solta sobre detalhes ainda oculto", "mostra sensor"}));
+    EXPECT_TRUE(sensor->frmParent().Nada());
+}
+
+TEST_F(JanelasTest, MostraForm_ModalsOnModals_StandEachBeforeTheOneInFront)
+{
+    const Ref<FormDeJanela> detalhes = Form("detalhes");
+    const Ref<FormDeJanela> sensor = Form("sensor");
+    const Ref<FormDeJanela> afericao = Form("afericao");
+    const Ref<FormDeJanela> solta = Form("solta");
+    m_Camada->NaModal["afericao"] = [&] {
+        Mostra(solta);
+        m_Janelas->Descarrega(afericao);
+    };
+    m_Camada->NaModal["sensor"] = [&] {
+        Mostra(afericao, true);
+        m_Janelas->Avisa("a", "b");
+        m_Janelas->Descarrega(sensor);
+    };
+    NaModal(detalhes, [&] {
+        Mostra(sensor, true);
+        m_Janelas->Avisa("c", "d");
+    });
+    EXPECT_EQ(m_Vistos, (Textos{"faz sensor modal sobre detalhes ainda oculto", "espera em sensor",
+                                "faz afericao modal sobre sensor ainda oculto", "espera em afericao",
+                                "faz solta solta sobre afericao ainda oculto", "mostra solta", "descarrega afericao",
+                                "descarrega solta", "retira solta", "retira afericao", "volta de afericao",
+                                "avisa b: a sobre sensor", "descarrega sensor", "retira sensor", "volta de sensor",
+                                "avisa d: c sobre detalhes"}));
+    Vistos();
+    m_Janelas->Avisa("e", "f");
+    EXPECT_EQ(Vistos(), Textos{"avisa f: e"});
+}
+
+TEST_F(JanelasTest, FechaForm_OfAModalOne_TakesOnlyWhatStandsInFrontOfIt)
+{
+    const Ref<FormDeJanela> lista = Form("lista");
+    const Ref<FormDeJanela> detalhes = Form("detalhes");
+    const Ref<FormDeJanela> solta = Form("solta");
+    Mostra(lista);
+    Vistos();
+    NaModal(detalhes, [&] { Mostra(solta); });
+    EXPECT_EQ(Vistos(), (Textos{"faz solta solta sobre detalhes ainda oculto", "mostra solta", "descarrega detalhes",
+                                "descarrega solta", "retira solta", "retira detalhes", "volta de detalhes"}));
+    m_Janelas->FechaForm(solta); // it is gone already
+    EXPECT_EQ(Vistos(), Textos{});
+    Mostra(lista);
+    EXPECT_EQ(Vistos(), Textos{"para a frente lista"});
+}
+
+TEST_F(JanelasTest, FechaForm_OfAWindow_LeavesTheOthers)
+{
+    const Ref<FormDeJanela> a = Form("a");
+    const Ref<FormDeJanela> b = Form("b");
+    Mostra(a);
+    Mostra(b);
+    Vistos();
+    m_Janelas->FechaForm(a);
+    m_Janelas->FechaForm(a);
+    EXPECT_EQ(Vistos(), Textos{"retira a"});
+    Mostra(a);
+    EXPECT_EQ(Vistos(), (Textos{"faz a filha", "mostra a"}));
+}
+
+TEST_F(JanelasTest, TiraTodas_TakesTheWindowsAwayWithoutAskingAnyone)
+{
+    const Ref<FormDeJanela> a = Form("a");
+    a->CancelaUnload = true;
+    Mostra(a);
+    Mostra(Form("b"));
+    const PedidosDaJanela pedidos = m_Camada->Pedidos["a"];
+    Vistos();
+    m_Janelas->TiraTodas();
+    EXPECT_EQ(Vistos(), (Textos{"retira a", "retira b"}));
+    pedidos.Ativou(); // the screen activates another one while they go
+    pedidos.Fecha();
+    EXPECT_EQ(Vistos(), Textos{});
+    m_Janelas->TiraTodas();
+    EXPECT_EQ(Vistos(), Textos{});
+}
+
+TEST_F(JanelasTest, Order_AskedByTheFormOrItsWrapping_BringsTheWindowToTheFront)
+{
+    const Ref<FormDeJanela> lista = Form("lista");
+    Mostra(lista);
+    Vistos();
+    lista->SetFocus();
+    lista->ZOrder(0);
+    m_Involucro->ZOrder(0);
+    m_Involucro->SetFocus();
+    EXPECT_EQ(Vistos(), Textos(4, "para a frente lista"));
+    m_Janelas->FechaForm(lista);
+    Vistos();
+    lista->SetFocus();
+    m_Involucro->ZOrder(0);
+    EXPECT_EQ(Vistos(), Textos{});
+}
+
+TEST_F(JanelasTest, Pedidos_OfAnOpenWindow_ReachItsForm)
+{
+    const Ref<FormDeJanela> lista = Form("lista");
+    Mostra(lista);
+    Vistos();
+    const PedidosDaJanela pedidos = m_Camada->Pedidos["lista"];
+    pedidos.Ativou();
+    pedidos.Desativou();
+    pedidos.Redimensionou();
+    pedidos.Ajuda();
+    pedidos.NaBorda([this] { m_Camada->Anotados.emplace_back("ato"); });
+    EXPECT_EQ(Vistos(), (Textos{"lista ativada", "lista desativada", "lista redimensionada", "ajuda lista", "ato"}));
+    lista->DefineEnabled(false);
+    pedidos.Fecha();
+    EXPECT_EQ(Vistos(), Textos{});
+    lista->DefineEnabled(true);
+    pedidos.Fecha();
+    EXPECT_EQ(Vistos(), (Textos{"descarrega lista", "retira lista"}));
+    pedidos.Fecha();
+    pedidos.Ativou();
+    pedidos.Ajuda();
+    EXPECT_EQ(Vistos(), Textos{});
+}
+
+TEST_F(JanelasTest, Pedidos_Fecha_OfAFormThatRefuses_LeavesIt)
+{
+    const Ref<FormDeJanela> lista = Form("lista");
+    lista->CancelaUnload = true;
+    Mostra(lista);
+    Vistos();
+    m_Camada->Pedidos["lista"].Fecha();
+    EXPECT_EQ(Vistos(), Textos{});
+}
+
+TEST_F(JanelasTest, NaBorda_OfWhatRaises_ShowsTheFaultAndGoesOn)
+{
+    m_Janelas->NaBorda([] { throw Falha(13); });
+    m_Janelas->NaBorda([] {});
+    EXPECT_EQ(Vistos(), Textos{"falha mostrada"});
+}
+
+TEST_F(JanelasTest, DefineTextoJanela_ReachesTheWindowOfThatForm)
+{
+    const Ref<FormDeJanela> lista = Form("lista");
+    Mostra(lista);
+    Mostra(Form("outra"));
+    Vistos();
+    m_Janelas->DefineTextoJanela(lista, "Equipamentos");
+    m_Janelas->DefineTextoJanela(Form("fechada"), "x");
+    EXPECT_EQ(Vistos(), Textos{"texto Equipamentos lista"});
+}
+
+TEST_F(JanelasTest, DefineEspera_IsToldToTheScreenWhenItChanges)
+{
+    m_Janelas->DefineEspera(false);
+    m_Janelas->DefineEspera(true);
+    m_Janelas->DefineEspera(true);
+    m_Janelas->DefineEspera(false);
+    m_Janelas->DefineEspera(false);
+    EXPECT_EQ(Vistos(), (Textos{"espera", "não espera"}));
+}
+
+TEST_F(JanelasTest, Boxes_HaveTheirKindTextAndOwner)
+{
+    m_Camada->Responde = true;
+    EXPECT_TRUE(m_Janelas->PerguntaSimNao("Confirma?", "Atenção", true));
+    m_Camada->Responde = false;
+    EXPECT_FALSE(m_Janelas->PerguntaSimNao("Confirma?", "Atenção", false));
+    m_Janelas->Informa("a", "b");
+    m_Janelas->Avisa("c", "d");
+    EXPECT_EQ(Vistos(), (Textos{"pergunta Atenção: Confirma? [sim]", "pergunta Atenção: Confirma? [não]",
+                                "informa b: a", "avisa d: c"}));
+    NaModal(Form("detalhes"), [this] {
+        m_Janelas->PerguntaSimNao("p", "t", true);
+        m_Janelas->Informa("i", "t");
+        m_Janelas->EscolheArquivo("", "t");
+        m_Janelas->MostraPDF("x.pdf", true);
+        m_Janelas->MostraAjuda("detalhes");
+    });
+    EXPECT_EQ(m_Vistos,
+              (Textos{"pergunta t: p [sim] sobre detalhes", "informa t: i sobre detalhes", "arquivo t sobre detalhes",
+                      "pdf x.pdf modal sobre detalhes", "ajuda detalhes sobre detalhes"}));
+}
+
+TEST_F(JanelasTest, MostraErro_EndsTheWaitAndTellsWhereItCameFrom)
+{
+    m_Janelas->DefineEspera(true);
+    m_Janelas->MostraErro("frmLista.cmdOK_Click", 91, "Descrição", "Raiz < A.B", "Título");
+    EXPECT_EQ(Vistos(), (Textos{"espera", "não espera",
+                                "erro Título: Descrição (Erro 91 em frmLista.cmdOK_Click\nCaminho: Raiz < A.B)"}));
+}
+
+TEST_F(JanelasTest, EscolheArquivo_TakesTheFilterApart)
+{
+    EXPECT_EQ(m_Janelas->EscolheArquivo("PDF (*.pdf)|*.pdf|Todos|*.*", "Selecione"), "C:\\a.pdf");
+    m_Janelas->EscolheArquivo("PDF (*.pdf)|*.pdf|sem par", "Selecione");
+    EXPECT_EQ(Vistos(),
+              (Textos{"arquivo Selecione <PDF (*.pdf)=*.pdf> <Todos=*.*>", "arquivo Selecione <PDF (*.pdf)=*.pdf>"}));
+}
+
+TEST_F(JanelasTest, MostraPDF_OfWhatIsNone_TellsThePerson)
+{
+    m_Camada->AbrePDF = false;
+    m_Janelas->DefineEspera(true);
+    EXPECT_FALSE(m_Janelas->MostraPDF("C:\\a.txt", false));
+    EXPECT_EQ(Vistos(),
+              (Textos{"espera", "não espera", "pdf C:\\a.txt",
+                      "avisa Documento: O arquivo 'C:\\a.txt' não é um documento PDF que possa ser aberto."}));
+}
+
+TEST_F(JanelasTest, MostraPDF_WhenTheViewerIsDone_TellsTheHost)
+{
+    int fechados = 0;
+    EXPECT_TRUE(m_Janelas->MostraPDF("a.pdf", false));
+    m_Camada->Fechou(); // nobody asked to be told
+    m_Janelas->FechouVisor = [&] {
+        ++fechados;
+        throw Falha(70);
+    };
+    EXPECT_EQ(fechados, 0);
+    Vistos();
+    m_Camada->Fechou();
+    EXPECT_EQ(fechados, 1);
+    EXPECT_EQ(Vistos(), Textos{"falha mostrada"});
+}
+
+TEST_F(JanelasTest, Screen_IsTheLayers)
+{
+    EXPECT_EQ(m_Janelas->LarguraTela(), 1920);
+    EXPECT_EQ(m_Janelas->AlturaTela(), 1080);
+    m_Janelas->ProcessaMensagens();
+    EXPECT_EQ(Vistos(), Textos{"mensagens"});
+}
+
+} // namespace
