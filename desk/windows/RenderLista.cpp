@@ -44,17 +44,25 @@ QToolButton *FazBotao(QWidget *dono)
 
 } // namespace
 
-// The rows, naturally as wide as the columns are told to be.
+// The rows, naturally as wide as the columns are told to be. A table of few columns keeps that width, a wider one
+// scrolls.
 class RenderLista::Tabela : public QTableView {
   public:
     using QTableView::QTableView;
 
     int LarguraDasColunas = 0;
 
-    QSize sizeHint() const override
+    QSize sizeHint() const override { return {Largura(LarguraDasColunas), QTableView::sizeHint().height()}; }
+    QSize minimumSizeHint() const override
     {
-        const int barra = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this);
-        return {LarguraDasColunas + barra + 2 * frameWidth(), QTableView::sizeHint().height()};
+        constexpr int LarguraQueBasta = 640;
+        return {Largura(std::min(LarguraDasColunas, LarguraQueBasta)), QTableView::minimumSizeHint().height()};
+    }
+
+  private:
+    int Largura(int colunas) const
+    {
+        return colunas + style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this) + 2 * frameWidth();
     }
 };
 

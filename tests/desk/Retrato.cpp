@@ -262,8 +262,10 @@ QStringList Defeitos(const JanelaForm &janela)
 
 void Fotografa(JanelaForm &janela, const QString &nome)
 {
-    QApplication::processEvents();
-    QApplication::processEvents();
+    constexpr int Niveis = 12; // of widgets in one another: each round takes what a layout asks for to the next one
+    for (int nivel = 0; nivel < Niveis; ++nivel) {
+        QApplication::processEvents();
+    }
     QDir().mkpath(PASTA_DOS_RETRATOS);
     janela.grab().save(QString(PASTA_DOS_RETRATOS "/%1.png").arg(nome));
 }

@@ -12,6 +12,7 @@
 #include <QApplication>
 #include <QLabel>
 #include <QMdiArea>
+#include <QScrollBar>
 #include <QTabWidget>
 #include <QTableView>
 #include <QTimer>
@@ -65,10 +66,15 @@ class RetratosTeste : public testing::Test {
         mesa.Entra(ana);
     }
 
-    static void Retrata(JanelaForm &janela, const QString &nome)
+    // A window that nobody has made smaller shows its lists whole.
+    static void Retrata(JanelaForm &janela, const QString &nome, bool menor = false)
     {
         Fotografa(janela, nome);
         EXPECT_EQ(Defeitos(janela).join("\n").toStdString(), "") << nome.toStdString();
+        for (const QTableView *tabela : janela.findChildren<QTableView *>()) {
+            EXPECT_TRUE(menor || !tabela->isVisible() || tabela->horizontalScrollBar()->maximum() == 0)
+                << nome.toStdString() << ": " << tabela->parent()->objectName().toStdString();
+        }
     }
     // Each page that can be opened; the first one stays in front.
     template <class F> static void CadaPagina(JanelaForm &janela, F &&faz)
@@ -329,7 +335,7 @@ TEST_F(RetratosTeste, SearchWindow_ByTheMenu)
     EscolheValor(lista, "cboCriterio", "2");
     Retrata(lista, "lista-subcodigo");
     lista.parentWidget()->resize(700, 400);
-    Retrata(lista, "lista-pequena");
+    Retrata(lista, "lista-pequena", true);
 }
 
 TEST_F(RetratosTeste, SearchWindow_ToSelect)
@@ -339,7 +345,7 @@ TEST_F(RetratosTeste, SearchWindow_ToSelect)
         [&](JanelaForm &lista) {
             Retrata(lista, "selecao");
             lista.resize(lista.minimumSize());
-            Retrata(lista, "selecao-pequena");
+            Retrata(lista, "selecao-pequena", true);
         });
 }
 
