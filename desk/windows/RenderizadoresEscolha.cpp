@@ -148,14 +148,17 @@ RenderClienteSetor::RenderClienteSetor(Ref<IControle> controle, QWidget *widget,
     for (const ClienteOferecido &cliente : m_Escolha.Clientes()) {
         m_Cliente->addItem(Q(cliente.Nome));
     }
-    m_Setor->setSizeAdjustPolicy(QComboBox::AdjustToContents);
-    m_Setor->setMinimumContentsLength(16);
+    for (QComboBox *combo : {m_Cliente, m_Setor}) {
+        combo->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+        combo->setMinimumContentsLength(18);
+    }
     auto *linha = new QHBoxLayout(widget);
     linha->setContentsMargins(0, 0, 0, 0);
     linha->addWidget(new QLabel("Cliente:", widget));
-    linha->addWidget(m_Cliente, 1);
+    linha->addWidget(m_Cliente);
     linha->addWidget(new QLabel("Setor:", widget));
-    linha->addWidget(m_Setor, 1);
+    linha->addWidget(m_Setor);
+    linha->addStretch();
     connect(m_Cliente, &QComboBox::activated, this,
             [this](int posicao) { Age([&] { m_Escolha.EscolheCliente(posicao); }); });
     connect(m_Setor, &QComboBox::activated, this,
