@@ -383,9 +383,11 @@ TEST_F(frmListaTeste, AtivaFrame_FrameThatStandsElsewhere_IsPutInItsPlaceInABarM
         frame->DefineLeft(7);
         frame->DefineTop(7);
         frame->DefineHeight(2000);
+        lista->BarraCriteriosAtiva(false);
     });
     Carrega(nullptr, false);
     const Ref<IControle> frame = NaJanela().Acha("fraDados", 0);
+    EXPECT_TRUE(ListaDe(NaJanela())->Ajustes().BarraCriteriosAtiva);
     EXPECT_EQ(modulo->Lista->BarraCriteriosAltura(), 2090);
     EXPECT_EQ(frame->Left(), 45);
     EXPECT_EQ(frame->Top(), 45);
@@ -947,6 +949,14 @@ TEST_F(frmListaTeste, cmdOK_ThatCannotCloseTheWindow_IsASelectionAllTheSame)
     EXPECT_EQ(Texto(form->Parametros()), "NroIntEquip=101; CodEquip=RAD-01; Modelo=M1; VelocPerm=60");
 }
 
+TEST_F(frmListaTeste, CarregaForm_CancelledAfterASelectionInTheSameForm_AnswersNothing)
+{
+    modulo->Achados = {{"RAD-01", "M1", "101", "60"}};
+    EXPECT_TRUE(Seleciona([](Pessoa &pessoa) { pessoa.Clica("cmdOK"); }));
+    host->AoMostrarModal("frmLista", [](Pessoa &pessoa) { pessoa.Clica("cmdCancelar"); });
+    EXPECT_FALSE(Carrega(Parametros({}), true));
+}
+
 TEST_F(frmListaTeste, cmdCancelar_ThatCannotCloseTheWindow_Reports)
 {
     host->FalhaEm("Plataforma.Descarrega");
@@ -974,11 +984,11 @@ TEST_F(frmListaTeste, Form_Resize_OfAWindowThatSelects_PutsTheButtonsAtTheFootOf
         lista->DefineTop(20);
         lista->DefineHeight(4000);
         ok->DefineHeight(400);
-        ok->DefineWidth(1200);
+        ok->DefineWidth(1300);
         form->Redimensionada();
         EXPECT_EQ(ok->Left(), 15);
         EXPECT_EQ(ok->Top(), 3620);
-        EXPECT_EQ(cancelar->Left(), 1245);
+        EXPECT_EQ(cancelar->Left(), 1345);
         EXPECT_EQ(cancelar->Top(), 3620);
         pessoa.Clica("cmdCancelar");
     });

@@ -542,6 +542,19 @@ TEST_F(frmEquipAfericoes_test, cmdOK_EditOfTheFirstKind_OrdinanceUntouchedAndMar
     EXPECT_FALSE(sensor->Alterado); // the controller's business
 }
 
+TEST_F(frmEquipAfericoes_test, cmdOK_Refused_TheKindOfTheRecordIsUntouched)
+{
+    equipto->TipoEquip = "M";
+    auto nova = AfericaoNova();
+    EXPECT_FALSE(Inclui(nova, [&](Pessoa &p) {
+        FAZ(p, Escolhe("cboTipo", ItemDeclaracao));
+        FAZ(p, Clica("cmdOK"));
+        EXPECT_EQ(Aviso().first, "Informe o Número da Portaria DIMEL!");
+        FAZ(p, Clica("cmdCancelar"));
+    }));
+    EXPECT_EQ(nova->TipoAfer, 0);
+}
+
 TEST_F(frmEquipAfericoes_test, cmdOK_EditOfTheSecondKind_OrdinanceWritten)
 {
     Ref<clsAfericao> afericao = PoeDeclaracao();
