@@ -59,6 +59,7 @@ class Mutante:
         self.trocas = trocas  # [(begin, end, text)]: the source as the mutant has it
         self.enxertos = []  # [(begin, end, before, after)]: the same, behind Mutante(number)
         self.numero = 0
+        self.uma_vez = False  # a test that comes there after another one does not pass it again
 
     def chave(self):
         return (self.arquivo, self.procedimento, self.mudanca, self.comando)
@@ -80,7 +81,7 @@ class Fonte:
         self.inverso = {fecha: abre for abre, fecha in self.par.items()}
         self.mutantes = []
         self.negados = set()
-        self.constexpr = []  # where the word stands that a constant with a mutant must not have
+        self.constexpr = []  # where the word stands that what has a mutant in it must not have, and what then does
         self.procedimento = ""
         self.logico = False  # the procedure answers yes or no
         self.comando = None  # the innermost statement
@@ -189,12 +190,13 @@ class Fonte:
     def _variavel(self, inicio, fim):
         quantos = len(self.mutantes)
         self._expressao(self._ate(inicio, fim, "=", "{"), fim)
-        self._sem_constexpr(inicio, fim, len(self.mutantes) > quantos)
+        self._sem_constexpr(inicio, fim, quantos, "const")
 
-    def _sem_constexpr(self, inicio, fim, mudou):
-        for i in range(inicio, fim if mudou else inicio):
+    def _sem_constexpr(self, inicio, fim, quantos, outra):
+        for i in range(inicio, fim):
             if self.t(i) == "constexpr" and self.t(i - 1) != "if":
-                self.constexpr.append((self.pecas[i], "const" if self.t(i + 1) != "const" else ""))
+                palavra = "" if self.t(i + 1) == "const" else outra
+                self.constexpr.append((self.pecas[i], palavra, set(self.mutantes[quantos:])))
 
     def _procedimento(self, inicio, parametros, lista, abre, tentativa, classe):
         nome = parametros
@@ -220,9 +222,7 @@ class Fonte:
         fim = []
         cabeca = Comando("procedimento", inicio, abre, abre)
         self._em(f"{classe}::{titulo}" if classe else titulo, cabeca, lambda: fim.append(corpo()))
-        for i in range(inicio, parametros if len(self.mutantes) > quantos else inicio):
-            if self.t(i) == "constexpr":
-                self.constexpr.append((self.pecas[i], "inline"))
+        self._sem_constexpr(inicio, parametros, quantos, "inline")
         return fim[0]
 
     # Statements
@@ -336,7 +336,9 @@ class Fonte:
         if comando.tipo == "declaracao":
             quantos = len(self.mutantes)
             self._expressao(self._ate(inicio, fim, "=", "{", "("), fim)
-            self._sem_constexpr(inicio, fim, len(self.mutantes) > quantos)
+            self._sem_constexpr(inicio, fim, quantos, "const")
+            for mutante in self.mutantes[quantos:]:
+                mutante.uma_vez = "static" in [self.t(i) for i in range(inicio, fim)]
             return
         if comando.tipo in ("expressao", "throw", "break", "continue") or (comando.tipo == "return" and fim == inicio + 1):
             de, ate = self.pecas[inicio].inicio, self.pecas[fim].fim
@@ -558,7 +560,8 @@ class Fonte:
                     fecha.append((ate, 0, largura, -ordem, depois, mutante, len(fecha)))
         partes, onde, lugar, tamanho, pilha = [], [], 0, 0, {}
         eventos = sorted(abre + fecha, key=lambda e: e[:4])
-        trocas = sorted(((peca.inicio, peca.fim, novo) for peca, novo in self.constexpr), reverse=True)
+        trocas = [(peca.inicio, peca.fim, novo) for peca, novo, seus in self.constexpr if seus & set(mutantes)]
+        trocas.sort(reverse=True)
 
         def poe(texto):
             nonlocal tamanho

@@ -119,7 +119,7 @@ class Sala:
         for linha in texto.encode().split(b"\n"):
             linhas.append(linhas[-1] + len(linha) + 1)
         culpados, vizinhos = set(), set()
-        for achado in re.finditer(rf"^{re.escape(str(caminho))}:(\d+):(\d+): ", erro, re.MULTILINE):
+        for achado in re.finditer(rf"^\S*/{re.escape(caminho.name)}:(\d+):(\d+): ", erro, re.MULTILINE):
             linha, coluna = int(achado[1]), int(achado[2])
             lugar = linhas[linha - 1] + coluna - 1
             dentro = [(ate - de, mutante) for de, ate, mutante in onde if de <= lugar < ate]
@@ -147,7 +147,7 @@ class Sala:
             for numero in numeros.split():
                 testes[int(numero)].add(teste)
         for mutante in self.mutantes:
-            em_todos = str(mutante.numero) in de_todos or mutante in self.sozinhos
+            em_todos = mutante.uma_vez or str(mutante.numero) in de_todos or mutante in self.sozinhos
             self.de_cada[programa][mutante] = set(tempos) if em_todos else testes[mutante.numero]
 
     def mata(self, mutante):
