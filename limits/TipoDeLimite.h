@@ -20,11 +20,12 @@ struct TipoDeLimite {
     const char *Altera = "";
     const char *Desativa = "";
 
-    // A row of a day of the week, a LimiteDifED; otherwise of a date, a DiaEspecificoED.
+    // A row of a day of the week, a LimiteDifED; otherwise a DiaEspecificoED.
     bool DaSemana() const { return TipoLimite > 0; }
+    bool DeUmaData() const { return Tipo == TipoDiaEspecifico; }
 };
 
-// The kind of that number; one without a label and without operations when there is none.
+// The kind of that number; one without a label when there is none.
 inline TipoDeLimite TipoDeLimiteDe(std::int16_t tipo)
 {
     switch (tipo) {
@@ -53,7 +54,11 @@ inline TipoDeLimite TipoDeLimiteDe(std::int16_t tipo)
         proibido.ComVelocidade = false;
         return proibido;
     }
-    default:
-        return {.Tipo = tipo};
+    default: { // a specific day in all but the name and the date
+        TipoDeLimite nenhum = TipoDeLimiteDe(TipoDiaEspecifico);
+        nenhum.Tipo = tipo;
+        nenhum.Descr = "";
+        return nenhum;
+    }
     }
 }

@@ -220,8 +220,8 @@ bool frmLimitesDifDetalhes::MontaTela(const std::string &codEquip)
 try {
     const std::string inicio = m_Inclusao ? "Novo" : m_Detalhes ? "Detalhes do" : "Editar";
     DefineCaption(*m_Tipo.Descr != 0 ? inicio + " " + m_Tipo.Descr : inicio);
-    fraDiasSemana->DefineVisible(m_Tipo.DaSemana());
-    fraData->DefineVisible(!m_Tipo.DaSemana());
+    fraDiasSemana->DefineVisible(!m_Tipo.DeUmaData());
+    fraData->DefineVisible(m_Tipo.DeUmaData());
     fraVelocPerm->DefineVisible(m_Tipo.ComVelocidade);
     sstDados->DefineTabVisible(PaginaOpcoes, m_Tipo.ComVelocidade);
     lblCodEquip->DefineCaption(codEquip);
@@ -306,7 +306,7 @@ bool frmLimitesDifDetalhes::TemDiaMarcado() const
 
 bool frmLimitesDifDetalhes::ValidouOk()
 try {
-    if (!m_Tipo.DaSemana() && !ztdData->DataValida()) {
+    if (m_Tipo.DeUmaData() && !ztdData->DataValida()) {
         return Recusa(PaginaGeral, ztdData, "Informe uma data válida.");
     }
     if (m_Tipo.DaSemana() && m_Inclusao && !TemDiaMarcado()) {

@@ -59,6 +59,10 @@ void EscolhaDeEndereco::Acompanha()
         return;
     }
     Conhece();
+    m_Escolhido = {};
+    m_Via.clear();
+    m_Numero.clear();
+    m_Complemento.clear();
     if (const auto logradouro = m_Logradouros->PorCodigo(m_Conhecido.CodLogradouro)) {
         Toma(*logradouro);
         m_Via = LinhaDe(*logradouro);

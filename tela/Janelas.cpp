@@ -113,7 +113,7 @@ void Janelas::FechaForm(const Ref<IForm> &form)
         }
     }
     for (const Ref<IForm> &solta : soltas) {
-        Descarrega(solta);
+        NaBorda([&] { Descarrega(solta); }); // whatever becomes of it, the window behind it goes
     }
     fechada.Janela->Retira();
 }

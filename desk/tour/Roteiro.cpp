@@ -107,6 +107,7 @@ void Roteiro::Percorre()
     ConsultaParaAutuacao();
     TrocaDeUsuario();
     m_Condutor.Relata("\n" + Resumo());
+    m_Condutor.GravaRelato();
 }
 
 void Roteiro::Entra(const QString &usuario)

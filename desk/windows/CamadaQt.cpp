@@ -79,9 +79,18 @@ class JanelaQt : public IJanela {
         m_Janela->raise();
         m_Janela->activateWindow();
     }
-    void DefineTexto(const std::string &texto) override { m_Janela->DefineTexto(Q(texto)); }
+    void DefineTexto(const std::string &texto) override
+    {
+        if (!m_Janela.isNull()) {
+            m_Janela->DefineTexto(Q(texto));
+        }
+    }
     void Retira() override
     {
+        if (!m_Filha.isNull() && !m_Janela.isNull()) {
+            QObject::disconnect(m_Filha, nullptr, m_Janela, nullptr); // it tells of itself until its own end, when
+                                                                      // nobody may be there to hear
+        }
         if (!m_Janela.isNull()) {
             m_Janela->Encerra();
         }

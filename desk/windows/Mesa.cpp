@@ -176,6 +176,9 @@ void Mesa::MontaEstado()
     m_Usuario = new QLabel(this);
     m_Cliente = new QLabel(this);
     m_Replica = new QLabel(this);
+    for (QLabel *rotulo : {m_Usuario, m_Cliente, m_Replica}) {
+        rotulo->setTextFormat(Qt::PlainText);
+    }
     m_Forcar = new QPushButton(this);
     m_Usuario->setObjectName("estadoUsuario");
     m_Cliente->setObjectName("estadoCliente");

@@ -191,7 +191,8 @@ bool Abre(const QEvent &evento)
         const int tecla = static_cast<const QKeyEvent &>(evento).key();
         return tecla == Qt::Key_F4 || tecla == Qt::Key_Space || tecla == Qt::Key_Down || tecla == Qt::Key_Up;
     }
-    return evento.type() == QEvent::MouseButtonPress || evento.type() == QEvent::Wheel;
+    return evento.type() == QEvent::MouseButtonPress || evento.type() == QEvent::MouseButtonDblClick ||
+           evento.type() == QEvent::Wheel;
 }
 
 } // namespace

@@ -1,4 +1,3 @@
-#include "tela/Pessoa.h"
 #include "desk/sample/Amostra.h"
 #include "desk/sample/RegistroDoUsuario.h"
 #include "equipment/clsEquipto.h"
@@ -13,6 +12,7 @@
 #include "sensors/frmEquipAfericoes.h"
 #include "shell/Geral.h"
 #include "shell/ModGeral.h"
+#include "tela/Pessoa.h"
 #include "tests/desk/DiscoDeTeste.h"
 #include "tests/desk/HospedeiroDeTeste.h"
 #include "tests/desk/SemPrivilegio.h"

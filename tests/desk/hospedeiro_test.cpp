@@ -1,5 +1,5 @@
-#include "tela/Pessoa.h"
 #include "desk/host/Caminhos.h"
+#include "tela/Pessoa.h"
 #include "tests/desk/HospedeiroDeTeste.h"
 #include "tests/host_contract/ContratoHost.h"
 

@@ -1274,4 +1274,17 @@ TEST_F(frmLimitesDifDetalhesTeste, MontaTela_OfAKindThatIsNone_AddsNoEndingToThe
     }));
 }
 
+TEST_F(frmLimitesDifDetalhesTeste, Editing_OfAKindThatIsNone_ReadsAndSavesADayWithoutAskingForItsDate)
+{
+    AceitaTudo();
+    EXPECT_TRUE(Edita(4, [this](Pessoa &p) {
+        EXPECT_TRUE(p.Acha("fraDiasSemana")->Visible());
+        EXPECT_FALSE(p.Acha("fraData")->Visible());
+        PreencheTexto(p, "txtVelocPerm", "70");
+        EXPECT_TRUE(p.Clica("ztCmdOK"));
+    }));
+    EXPECT_EQ(Enviado("consultaSimplesDiaEspecifico"), "DiaEspecificoED{NroInt=7}");
+    EXPECT_NE(Enviado("alteraDiaEspecifico").find("VelocPerm=70"), std::string::npos);
+}
+
 } // namespace

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "tela/Pessoa.h"
 #include "controls/ztList.h"
 #include "equipment/clsEquipto.h"
 #include "sensors/clsAfericao.h"
@@ -9,6 +8,7 @@
 #include "sensors/clsSensor.h"
 #include "shell/Formulario.h"
 #include "shell/ModGeral.h"
+#include "tela/Pessoa.h"
 #include "tests/support/HostTeste.h"
 
 #include <cstdint>

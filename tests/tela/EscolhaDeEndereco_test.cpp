@@ -234,6 +234,17 @@ TEST_F(EscolhaDeEnderecoTest, Acompanha_OfAPresetAddress_ShowsIt)
     EXPECT_EQ(escolha.Numero() + escolha.Complemento(), "");
 }
 
+TEST_F(EscolhaDeEnderecoTest, Acompanha_OfAnAddressThatTheFormTookAway_ShowsNone)
+{
+    Preseta(2, 77, "casa 3");
+    EscolhaDeEndereco escolha = Escolha();
+    Preseta(0, 0, "");
+    escolha.Acompanha();
+    EXPECT_EQ(escolha.Via() + escolha.Numero() + escolha.Complemento(), "");
+    EXPECT_FALSE(escolha.PodeUsar());
+    EXPECT_EQ(escolha.CodMunic(), Canoas);
+}
+
 TEST_F(EscolhaDeEnderecoTest, Acompanha_OfAnAddressAlreadyShown_LeavesWhatIsBeingTyped)
 {
     Preseta(2, 77, "");

@@ -263,6 +263,20 @@ TEST_F(JanelasTest, FechaForm_OfAModalOne_TakesOnlyWhatStandsInFrontOfIt)
     EXPECT_EQ(Vistos(), Textos{"para a frente lista"});
 }
 
+TEST_F(JanelasTest, FechaForm_WhenAWindowInFrontOfItFailsToUnload_GoesAllTheSame)
+{
+    const auto descarrega = m_Janelas->Descarrega;
+    m_Janelas->Descarrega = [&](const Ref<IForm> &form) {
+        if (form->NomeTipo() == "solta") {
+            throw Falha(51);
+        }
+        descarrega(form);
+    };
+    NaModal(Form("detalhes"), [&] { Mostra(Form("solta")); });
+    EXPECT_EQ(Vistos(), (Textos{"faz solta solta sobre detalhes ainda oculto", "mostra solta", "descarrega detalhes",
+                                "falha mostrada", "retira detalhes", "volta de detalhes"}));
+}
+
 TEST_F(JanelasTest, FechaForm_OfAWindow_LeavesTheOthers)
 {
     const Ref<FormDeJanela> a = Form("a");
