@@ -4,12 +4,11 @@
 
 option(COM_LIBFUZZER "Link the fuzzer into the fuzz targets, instead of a main that runs the kept inputs" OFF)
 
-# What the targets share, with the form that the tests of the controls put theirs on.
+# What the targets share.
 add_library(entradas_fuzz OBJECT
     ${PROJECT_SOURCE_DIR}/tests/fuzz/Octetos.cpp
     ${PROJECT_SOURCE_DIR}/tests/fuzz/Propriedade.cpp
-    ${PROJECT_SOURCE_DIR}/tests/fuzz/SessaoFuzz.cpp
-   )
+    ${PROJECT_SOURCE_DIR}/tests/fuzz/SessaoFuzz.cpp)
 target_link_libraries(entradas_fuzz PUBLIC suporte)
 
 add_custom_target(fuzz)

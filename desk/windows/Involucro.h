@@ -7,6 +7,4 @@
 class Involucro : public Formulario {
   public:
     std::string_view NomeTipo() const override { return "frmFilha"; }
-
-  protected:
 };

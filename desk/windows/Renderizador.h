@@ -50,7 +50,6 @@ class Renderizador : public QObject {
 
     // Something that the person did. Afterwards the widget shows what came of it.
     void Age(const std::function<void()> &acao);
-    bool Mostrando() const { return m_Mostrando; }
 
     std::vector<Conexao> m_Conexoes;
 
