@@ -29,10 +29,11 @@ Ref<IJanela> Janelas::Frente() const
 
 std::function<void()> Janelas::Pedido(const Ref<IForm> &form, std::function<void(const Ref<IForm> &)> acao)
 {
-    return [this, fraco = RefFraca<IForm>(form), acao = std::move(acao)] {
+    return [fracas = RefFraca<Janelas>(Eu(*this)), fraco = RefFraca<IForm>(form), acao = std::move(acao)] {
+        const Ref<Janelas> janelas = fracas.Alvo();
         const Ref<IForm> vivo = fraco.Alvo();
-        if (vivo && Acha(vivo) != nullptr) {
-            NaBorda([&] { acao(vivo); });
+        if (janelas && vivo && janelas->Acha(vivo) != nullptr) {
+            janelas->NaBorda([&] { acao(vivo); });
         }
     };
 }
@@ -41,7 +42,12 @@ PedidosDaJanela Janelas::Pedidos(const Ref<IForm> &form)
 {
     using Quem = const Ref<IForm> &;
     PedidosDaJanela pedidos;
-    pedidos.NaBorda = [this](const std::function<void()> &acao) { NaBorda(acao); };
+    // What a layer makes of a window may outlive the window, and these too.
+    pedidos.NaBorda = [fracas = RefFraca<Janelas>(Eu(*this))](const std::function<void()> &acao) {
+        if (const Ref<Janelas> janelas = fracas.Alvo()) {
+            janelas->NaBorda(acao);
+        }
+    };
     pedidos.Fecha = Pedido(form, [this](Quem aberto) {
         if (aberto->Enabled()) {
             Descarrega(aberto);

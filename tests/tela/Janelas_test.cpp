@@ -349,6 +349,19 @@ TEST_F(JanelasTest, Pedidos_OfAnOpenWindow_ReachItsForm)
     EXPECT_EQ(Vistos(), Textos{});
 }
 
+TEST_F(JanelasTest, Pedidos_AfterTheEndOfAllWindows_DoNothing)
+{
+    const Ref<FormDeJanela> a = Form("a");
+    Mostra(a);
+    const PedidosDaJanela pedidos = m_Camada->Pedidos["a"];
+    m_Janelas = nullptr;
+    Vistos();
+    pedidos.NaBorda([&] { ADD_FAILURE(); });
+    pedidos.Ativou();
+    pedidos.Redimensionou();
+    EXPECT_EQ(Vistos(), Textos{});
+}
+
 TEST_F(JanelasTest, Pedidos_Fecha_OfAFormThatRefuses_LeavesIt)
 {
     const Ref<FormDeJanela> lista = Form("lista");
