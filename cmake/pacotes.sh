@@ -9,6 +9,7 @@ ninja-build    runs the build
 ccache         compiles again only what has changed
 libgtest-dev   the framework that the tests are written in
 pkg-config     finds the libraries of the desk
+python3        tries the command that changes the sources for what no test notices
 qt6-base-dev   windows and databases of the desk
 qt6-pdf-dev    the desk's viewer of certificates
 qt6-svg-dev    draws the desk's icons
