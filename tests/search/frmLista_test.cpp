@@ -530,7 +530,7 @@ TEST_F(frmListaTeste, cboTipoAgente_Chosen_FillsTheEquipmentTypesOfIt)
         tipos.push_back(item.Valor);
     }
     EXPECT_EQ(tipos, (Textos{"T", "M", "R"}));
-    EXPECT_GE(modulo->Conta("LimpaPesquisa()"), 1);
+    EXPECT_EQ(modulo->Conta("LimpaPesquisa()"), 2); // of the types that are chosen anew, and of the choice itself
 }
 
 TEST_F(frmListaTeste, Criteria_OfAModuleThatFails_ReportUnderTheNameOfTheEvent)
