@@ -9,8 +9,8 @@
 // What a host's objects need of windows. The window manager offers it over a screen; tests offer it without one.
 class IJanelas : public Objeto {
   public:
-    // Shows a loaded form in a window of its own, wrapped when it is not modal. A modal one blocks its owner and
-    // returns when FechaForm was called for it.
+    // Shows a loaded form in a window of its own, wrapped when it is not modal. A modal one blocks what is open and
+    // returns when FechaForm was called for it. dono: what the module told; a window stands in front of what is open.
     virtual void MostraForm(const Ref<IForm> &form, bool modal, const Ref<IForm> &dono) = 0;
     // The form has been unloaded: its window goes, and the modal show that waits for it ends.
     virtual void FechaForm(const Ref<IForm> &form) = 0;

@@ -1,6 +1,7 @@
 #include "desk/host/PlataformaMesa.h"
 
 #include "desk/host/Caminhos.h"
+#include "desk/host/Twips.h"
 #include "host/Conversoes.h"
 #include "host/Falha.h"
 #include "host/Texto.h"
@@ -11,8 +12,6 @@
 #include <memory>
 
 namespace {
-
-constexpr std::int32_t TwipsPorPixel = 15;
 
 class AplicacaoDoModulo : public IAplicacao {
   public:

@@ -1,10 +1,10 @@
 #include "desk/windows/JanelaForm.h"
 
+#include "desk/host/Twips.h"
 #include "desk/windows/Quadro.h"
 #include "desk/windows/RenderLista.h"
 #include "desk/windows/RenderizadoresEscolha.h"
 #include "desk/windows/RenderizadoresSimples.h"
-#include "desk/windows/Twips.h"
 #include "tela/OrdemDeTab.h"
 
 #include <QApplication>

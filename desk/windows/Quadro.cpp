@@ -1,8 +1,8 @@
 #include "desk/windows/Quadro.h"
 
 #include "controls/ControleBase.h"
+#include "desk/host/Twips.h"
 #include "desk/services/TextoQt.h"
-#include "desk/windows/Twips.h"
 #include "host/IztList.h"
 
 #include <QCheckBox>

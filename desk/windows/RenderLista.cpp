@@ -2,8 +2,8 @@
 
 #include "controls/ItemMenu.h"
 #include "controls/ztList.h"
+#include "desk/host/Twips.h"
 #include "desk/windows/ModeloLista.h"
-#include "desk/windows/Twips.h"
 #include "tela/ComandosDeLista.h"
 #include "tela/Partes.h"
 

@@ -1,5 +1,6 @@
 #include "host/IAplicacaoHost.h"
 
+#include "tests/support/AplicacaoRoteirizada.h"
 #include "tests/support/FalhaLancada.h"
 
 #include <gtest/gtest.h>
@@ -9,11 +10,6 @@
 #include <vector>
 
 namespace {
-
-class FormQualquer : public IFormMDI {
-  public:
-    std::string_view NomeTipo() const override { return "frmQualquer"; }
-};
 
 class GlobalSemMembros : public IcGlobal {
   public:
