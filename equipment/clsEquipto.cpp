@@ -1,15 +1,15 @@
 #include "equipment/clsEquipto.h"
 
 #include "host/Correspondencia.h"
-#include "host/Indicador.h"
 #include "shell/ChamadaRN.h"
 
 namespace {
 
-// All but Ativo and VelocPermitida, which have rules of their own, and what only the service writes.
-constexpr std::tuple Campos{Par{&EquiptoED::NroIntEquip, &clsEquipto::NroIntEquip, Escreve::SeHouver},
+// In the order in which they are written, before and behind VelocPermitida, which has a rule of its own. What only the
+// service writes is in neither.
+constexpr std::tuple Campos{Par{&EquiptoED::NroIntEquip, &clsEquipto::NroIntEquip, Regra::SeHouver},
                             Par{&EquiptoED::ClienteInc, &clsEquipto::ClienteInc},
-                            Par{&EquiptoED::SetorInc, &clsEquipto::SetorInc, Escreve::SeHouver},
+                            Par{&EquiptoED::SetorInc, &clsEquipto::SetorInc, Regra::SeHouver},
                             Par{&EquiptoED::Codigo, &clsEquipto::Codigo},
                             Par{&EquiptoED::SubCodigo, &clsEquipto::SubCodigo},
                             Par{&EquiptoED::Descricao, &clsEquipto::Descricao},
@@ -19,11 +19,12 @@ constexpr std::tuple Campos{Par{&EquiptoED::NroIntEquip, &clsEquipto::NroIntEqui
                             Par{&EquiptoED::CodMunic, &clsEquipto::CodMunic},
                             Par{&EquiptoED::ArquivoLayout, &clsEquipto::ArquivoLayout},
                             Par{&EquiptoED::TipoVia, &clsEquipto::TipoVia},
-                            Par{&EquiptoED::TemImagemEntrelacada, &clsEquipto::TemImagemEntrelacada},
-                            Par{&EquiptoED::TemLimiteDif, &clsEquipto::TemLimiteDif},
-                            Par{&EquiptoED::TemPerfilMag, &clsEquipto::TemPerfilMag},
-                            Par{&EquiptoED::NroIntRejLimDif, &clsEquipto::NroIntRejLimDif, Escreve::SeHouver},
-                            Par{&EquiptoED::txtObsNotif, &clsEquipto::txtObsNotif, Escreve::SeHouver}};
+                            Par{&EquiptoED::Ativo, &clsEquipto::Ativo, Regra::SimSalvoNao}};
+constexpr std::tuple UltimosCampos{Par{&EquiptoED::TemImagemEntrelacada, &clsEquipto::TemImagemEntrelacada},
+                                   Par{&EquiptoED::TemLimiteDif, &clsEquipto::TemLimiteDif},
+                                   Par{&EquiptoED::TemPerfilMag, &clsEquipto::TemPerfilMag},
+                                   Par{&EquiptoED::NroIntRejLimDif, &clsEquipto::NroIntRejLimDif, Regra::SeHouver},
+                                   Par{&EquiptoED::txtObsNotif, &clsEquipto::txtObsNotif, Regra::SeHouver}};
 
 } // namespace
 
@@ -54,10 +55,10 @@ try {
     auto ED = Novo<EquiptoED>();
     EquiptoED &ed = *ED;
     EscreveCampos<Campos>(*this, ed);
-    ed.Ativo = Ativo ? Indicador::Sim : Indicador::Nao;
     if (TipoAgente != 2) {
         ed.VelocPermitida = VelocPermitida;
     }
+    EscreveCampos<UltimosCampos>(*this, ed);
 
     if (NroIntEquip > 0) {
         const Ref<clsListaSensores> lista = ListaSensores();
@@ -95,8 +96,8 @@ try {
 void clsEquipto::CarregaED(const Ref<EquiptoED> &ed)
 try {
     LeCampos<Campos>(*this, *ed);
+    LeCampos<UltimosCampos>(*this, *ed);
     VelocPermitida = ed->VelocPermitida;
-    Ativo = ed->Ativo != Indicador::Nao;
     m_ClienteTrans = ed->ClienteTrans;
     m_OperadorTrans = CStr(ed->OperadorTrans);
     m_DataTrans = goMensagem()->FormataData(ed->DataTrans, 0);

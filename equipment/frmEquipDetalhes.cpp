@@ -366,7 +366,7 @@ try {
     return m_Salvou;
 } catch (...) {
     gSubMostraErro("frmEquipDetalhes.CarregaInclusao");
-    DesfazCarga();
+    AbandonaCarga();
     return false;
 }
 
@@ -387,7 +387,7 @@ try {
     return m_Salvou;
 } catch (...) {
     gSubMostraErro("frmEquipDetalhes.CarregaEdicao");
-    DesfazCarga();
+    AbandonaCarga();
     return false;
 }
 
@@ -410,15 +410,7 @@ try {
     goGeral->FormShow(EsteForm(), true, nullptr);
 } catch (...) {
     gSubMostraErro("frmEquipDetalhes.CarregaDetalhes");
-    DesfazCarga();
-}
-
-void frmEquipDetalhes::DesfazCarga() noexcept
-{
     AbandonaCarga();
-    if (!Carregado()) { // loading itself may have failed, and nothing is unloaded then
-        IgnoraErro([&] { Solta(); });
-    }
 }
 
 void frmEquipDetalhes::Solta()

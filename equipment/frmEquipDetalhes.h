@@ -85,10 +85,8 @@ class frmEquipDetalhes : public Formulario {
     Ref<COSensores> m_COSensores;
     Ref<COAfericoes> m_COAfericoes;
 
-    // An entry point gave up: nothing of the attempt stays.
-    void DesfazCarga() noexcept;
     // Ends the record and drops the controllers.
-    void Solta();
+    void Solta() override;
     bool MontaTela(std::int32_t nroIntEquip);
     void MostraDados();
     void MostraPaginasDoTipo(const std::string &tipoEquip);

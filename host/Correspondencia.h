@@ -9,18 +9,19 @@
 // Which member of a remote record carries which member of a record in memory. A table of such pairs, a constant tuple
 // of Par, is read in both directions.
 
-enum class Escreve {
+enum class Regra {
     Sempre,
-    SeHouver // a number above 0, anything else that is not empty; otherwise the member is left unset
+    SeHouver,    // writes a number above 0, anything else that is not empty; otherwise the member is left unset
+    SimSalvoNao, // of a flag that is read as yes unless it says no
 };
 
 template <class ED, class T, class R, class V> struct Par {
     Campo<T> ED::*NaViagem;
     V R::*NaMemoria;
-    Escreve Regra = Escreve::Sempre;
+    Regra Condicao = Regra::Sempre;
 };
 template <class ED, class T, class R, class V> Par(Campo<T> ED::*, V R::*) -> Par<ED, T, R, V>;
-template <class ED, class T, class R, class V> Par(Campo<T> ED::*, V R::*, Escreve) -> Par<ED, T, R, V>;
+template <class ED, class T, class R, class V> Par(Campo<T> ED::*, V R::*, Regra) -> Par<ED, T, R, V>;
 
 namespace DetalheCorrespondencia {
 
@@ -35,12 +36,14 @@ template <class V> bool Houve(const V &valor)
 
 } // namespace DetalheCorrespondencia
 
-// Takes over what travelled. A flag is yes for 1 alone.
+// Takes over what travelled. A flag is yes for 1 alone, unless its rule says otherwise.
 template <const auto &Tabela, class R, class ED> void LeCampos(R &registro, const ED &ed)
 {
     const auto le = [&]<class E, class T, class B, class V>(const Par<E, T, B, V> &par) {
         if constexpr (std::is_same_v<V, bool>) {
-            registro.*par.NaMemoria = (ed.*par.NaViagem).Valor() == Indicador::Sim;
+            const T &indicador = (ed.*par.NaViagem).Valor();
+            registro.*par.NaMemoria =
+                par.Condicao == Regra::SimSalvoNao ? indicador != Indicador::Nao : indicador == Indicador::Sim;
         } else {
             registro.*par.NaMemoria = (ed.*par.NaViagem).Valor();
         }
@@ -55,7 +58,7 @@ template <const auto &Tabela, class R, class ED> void EscreveCampos(const R &reg
         const V &valor = registro.*par.NaMemoria;
         if constexpr (std::is_same_v<V, bool>) {
             ed.*par.NaViagem = valor ? Indicador::Sim : Indicador::Nao;
-        } else if (par.Regra == Escreve::Sempre || DetalheCorrespondencia::Houve(valor)) {
+        } else if (par.Condicao != Regra::SeHouver || DetalheCorrespondencia::Houve(valor)) {
             ed.*par.NaViagem = valor;
         }
     };

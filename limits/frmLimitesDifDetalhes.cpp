@@ -1,6 +1,7 @@
 #include "limits/frmLimitesDifDetalhes.h"
 
 #include "host/DiaEspecificoED.h"
+#include "host/Indicador.h"
 #include "host/LimiteDifED.h"
 #include "shell/ChamadaRN.h"
 #include "shell/Geral.h"
@@ -360,7 +361,7 @@ Ref<EquiptoED> frmLimitesDifDetalhes::LimitesInformados() const
         limite->Dia = static_cast<std::uint8_t>(dia);
         limite->HoraInicio = CLng(ztmHInicial->Valor());
         limite->HoraFim = CLng(ztmHFinal->Valor());
-        limite->Ativo = 1;
+        limite->Ativo = Indicador::Sim;
         limite->TipoLimite = m_Tipo.TipoLimite;
         limite->VelocPerm = m_Tipo.ComVelocidade ? CInt(txtVelocPerm->Valor()) : std::int16_t{0};
         limite->VelocMin = m_Tipo.ComVelocidade ? VelocMinInformada() : std::int16_t{0};
@@ -392,7 +393,7 @@ Ref<DiaEspecificoED> frmLimitesDifDetalhes::DiaInformado() const
     dia->HoraFim = CLng(ztmHFinal->Valor());
     dia->VelocPerm = CInt(txtVelocPerm->Valor());
     dia->VelocMin = VelocMinInformada();
-    dia->Ativo = 1;
+    dia->Ativo = Indicador::Sim;
     return dia;
 }
 

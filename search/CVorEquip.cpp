@@ -7,8 +7,6 @@
 #include "shell/ModGeral.h"
 #include "shell/clsListaParametros.h"
 
-#include <optional>
-
 namespace {
 
 constexpr std::int16_t TipoConsultaVigente = 1;

@@ -108,7 +108,7 @@ void frmLista::LigaControles()
     Liga(cboCriterio->Click(), &frmLista::cboCriterio_Click, "cboCriterio_Click");
     Liga(txtCodEquip->Change(), &frmLista::LimpaPesquisa, "txtCodEquip_Change");
     Liga(chkInativos->Click(), &frmLista::LimpaPesquisa, "chkInativos_Click");
-    Liga(cmdOK->Click(), &frmLista::cmdOK_Click);
+    Liga(cmdOK->Click(), &frmLista::cmdOK_Click, "cmdOK_Click");
     Liga(cmdCancelar->Click(), &frmLista::cmdCancelar_Click, "cmdCancelar_Click");
 }
 
@@ -155,9 +155,6 @@ try {
     return false;
 } catch (...) {
     AbandonaCarga();
-    if (!Carregado()) { // loading itself may have failed, and nothing is unloaded then
-        m_Modulo = nullptr;
-    }
     PassaFalha(" < frmLista.CarregaForm");
 }
 
@@ -320,7 +317,7 @@ try {
 }
 
 void frmLista::cmdOK_Click()
-try {
+{
     if (ztlLista->ItemAtual() == -1) {
         goMensagem()->ExibeMensagem("Nenhum item selecionado!", nullptr);
         return;
@@ -351,8 +348,6 @@ try {
     }
     m_Selecionou = true;
     Descarregar();
-} catch (...) {
-    gSubMostraErro("frmLista.cmdOK_Click");
 }
 
 void frmLista::cmdCancelar_Click()
@@ -394,6 +389,11 @@ void frmLista::Form_Unload(bool &cancela)
         IgnoraErro([&] { AntesFechar.dispara(cancela); });
     }
     if (!cancela) {
-        m_Modulo = nullptr;
+        Solta();
     }
+}
+
+void frmLista::Solta()
+{
+    m_Modulo = nullptr;
 }

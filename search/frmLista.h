@@ -38,6 +38,7 @@ class frmLista : public Formulario {
 
   protected:
     void LigaControles() override;
+    void Solta() override;
     void Form_Unload(bool &cancela) override;
     void Form_Activate() override;
     void Form_Deactivate() override;

@@ -1,18 +1,17 @@
 #include "sensors/clsAfericao.h"
 
 #include "host/Correspondencia.h"
-#include "host/Indicador.h"
 #include "sensors/ChaveDeLista.h"
 #include "sensors/clsSensor.h"
 
 namespace {
 
-// All but Ativo, which is read by a rule of its own.
-constexpr std::tuple Campos{Par{&AfericaoED::NroIntAfericao, &clsAfericao::NroIntAfericao, Escreve::SeHouver},
+constexpr std::tuple Campos{Par{&AfericaoED::NroIntAfericao, &clsAfericao::NroIntAfericao, Regra::SeHouver},
                             Par{&AfericaoED::Numero, &clsAfericao::Numero},
                             Par{&AfericaoED::Marca, &clsAfericao::Marca},
                             Par{&AfericaoED::DataVerificacao, &clsAfericao::DataVerificacao},
                             Par{&AfericaoED::DataVencimento, &clsAfericao::DataVencimento},
+                            Par{&AfericaoED::Ativo, &clsAfericao::Ativo, Regra::SimSalvoNao},
                             Par{&AfericaoED::NroIntImgCertif, &clsAfericao::NroIntImgCertif},
                             Par{&AfericaoED::TipoAfer, &clsAfericao::TipoAfer},
                             Par{&AfericaoED::PortDimel, &clsAfericao::PortDimel}};
@@ -37,7 +36,6 @@ clsAfericao::clsAfericao(const RefFraca<clsSensor> &sensor, std::int16_t numeroC
       m_NumeroChave(numeroChave)
 {
     LeCampos<Campos>(*this, ed);
-    Ativo = ed.Ativo != Indicador::Nao;
 }
 
 clsAfericao::clsAfericao(const RefFraca<clsSensor> &sensor, std::int16_t numeroChave, const clsAfericao &origem)
@@ -66,7 +64,6 @@ Ref<AfericaoED> clsAfericao::ToAfericaoED() const
 try {
     auto ED = Novo<AfericaoED>();
     EscreveCampos<Campos>(*this, *ED);
-    ED->Ativo = Ativo ? Indicador::Sim : Indicador::Nao;
     return ED;
 } catch (...) {
     PassaFalha(" < clsAfericao.ToAfericaoED");

@@ -2,7 +2,6 @@
 
 #include "host/Conversoes.h"
 #include "host/Deposito.h"
-#include "host/Indicador.h"
 #include "sensors/ChaveDeLista.h"
 #include "sensors/clsSensor.h"
 

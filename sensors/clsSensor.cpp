@@ -2,21 +2,22 @@
 
 #include "equipment/clsEquipto.h"
 #include "host/Correspondencia.h"
-#include "host/Indicador.h"
 
 namespace {
 
-// All but Ativo, which is read by a rule of its own.
-constexpr std::tuple Campos{Par{&SensorED::NroIntSensor, &clsSensor::NroIntSensor, Escreve::SeHouver},
+// In the order in which they are written.
+constexpr std::tuple Campos{Par{&SensorED::NroIntSensor, &clsSensor::NroIntSensor, Regra::SeHouver},
                             Par{&SensorED::NroSensor, &clsSensor::NroSensor},
-                            Par{&SensorED::LocalInfr, &clsSensor::LocalInfr},
-                            Par{&SensorED::SentidoVia, &clsSensor::SentidoVia, Escreve::SeHouver}};
+                            Par{&SensorED::LocalInfr, &clsSensor::LocalInfr}};
 
 // The structured address travels whole or not at all.
 constexpr std::tuple CamposDoEndereco{
     Par{&SensorED::CodLograd, &clsSensor::CodLograd}, Par{&SensorED::EndCep, &clsSensor::EndCep},
     Par{&SensorED::EndNro, &clsSensor::EndNro}, Par{&SensorED::EndCompl, &clsSensor::EndCompl},
     Par{&SensorED::EndDescr, &clsSensor::EndDescr}};
+
+constexpr std::tuple UltimosCampos{Par{&SensorED::SentidoVia, &clsSensor::SentidoVia, Regra::SeHouver},
+                                   Par{&SensorED::Ativo, &clsSensor::Ativo, Regra::SimSalvoNao}};
 
 } // namespace
 
@@ -52,7 +53,7 @@ void clsSensor::DefineDados(const SensorED &ed)
 {
     LeCampos<Campos>(*this, ed);
     LeCampos<CamposDoEndereco>(*this, ed);
-    Ativo = ed.Ativo != Indicador::Nao;
+    LeCampos<UltimosCampos>(*this, ed);
 }
 
 Ref<SensorED> clsSensor::ToSensorED()
@@ -63,7 +64,7 @@ try {
     if (CodLograd > 0) {
         EscreveCampos<CamposDoEndereco>(*this, ed);
     }
-    ed.Ativo = Ativo ? Indicador::Sim : Indicador::Nao;
+    EscreveCampos<UltimosCampos>(*this, ed);
 
     const Ref<clsListaAfericoes> lista = ListaAfericoes();
     const std::int32_t quantas = lista->Count();

@@ -152,7 +152,7 @@ try {
     return m_OK;
 } catch (...) {
     gSubMostraErro("frmEquipAfericoes.CarregaInclusao");
-    DesfazCarga();
+    AbandonaCarga();
     return false;
 }
 
@@ -164,7 +164,7 @@ try {
     return m_OK;
 } catch (...) {
     gSubMostraErro("frmEquipAfericoes.CarregaEdicao");
-    DesfazCarga();
+    AbandonaCarga();
     return false;
 }
 
@@ -178,7 +178,7 @@ try {
     goGeral->FormShow(EsteForm(), false, nullptr);
 } catch (...) {
     gSubMostraErro("frmEquipAfericoes.CarregaDetalhes");
-    DesfazCarga();
+    AbandonaCarga();
 }
 
 void frmEquipAfericoes::Inicia(const Ref<clsAfericao> &cAfericao, bool bInclusao, bool bDetalhes)
@@ -190,12 +190,9 @@ void frmEquipAfericoes::Inicia(const Ref<clsAfericao> &cAfericao, bool bInclusao
     Carregar();
 }
 
-void frmEquipAfericoes::DesfazCarga() noexcept
+void frmEquipAfericoes::Solta()
 {
-    AbandonaCarga();
-    if (!Carregado()) { // loading itself may have failed, and nothing is unloaded then
-        m_Afericao = nullptr;
-    }
+    m_Afericao = nullptr;
 }
 
 void frmEquipAfericoes::MontaCabecalho()
@@ -477,5 +474,5 @@ void frmEquipAfericoes::cmdCancelar_Click()
 
 void frmEquipAfericoes::Form_Unload(bool &)
 {
-    m_Afericao = nullptr;
+    Solta();
 }

@@ -56,7 +56,7 @@ class frmEquipAfericoes : public Formulario {
     bool m_FezUpload = false;     // the last upload was a good one
 
     void Inicia(const Ref<clsAfericao> &cAfericao, bool bInclusao, bool bDetalhes);
-    void DesfazCarga() noexcept;
+    void Solta() override;
     void MontaCabecalho();
     void MontaTela();
     void MontaComboTipo();

@@ -101,7 +101,7 @@ try {
     return m_OK;
 } catch (...) {
     gSubMostraErro("frmEquipSensores.CarregaInclusao");
-    DesfazCarga();
+    AbandonaCarga();
     return false;
 }
 
@@ -115,7 +115,7 @@ try {
     return m_OK;
 } catch (...) {
     gSubMostraErro("frmEquipSensores.CarregaEdicao");
-    DesfazCarga();
+    AbandonaCarga();
     return false;
 }
 
@@ -130,7 +130,7 @@ try {
     goGeral->FormShow(EsteForm(), false, nullptr);
 } catch (...) {
     gSubMostraErro("frmEquipSensores.CarregaDetalhes");
-    DesfazCarga();
+    AbandonaCarga();
 }
 
 void frmEquipSensores::Inicia(const Ref<clsSensor> &cSensor, bool bDetalhes)
@@ -142,15 +142,7 @@ void frmEquipSensores::Inicia(const Ref<clsSensor> &cSensor, bool bDetalhes)
     Carregar();
 }
 
-void frmEquipSensores::DesfazCarga() noexcept
-{
-    AbandonaCarga();
-    if (!Carregado()) { // loading itself may have failed, and nothing is unloaded then
-        Solta();
-    }
-}
-
-void frmEquipSensores::Solta() noexcept
+void frmEquipSensores::Solta()
 {
     m_Sensor = nullptr;
     m_COAfericoes = nullptr;

@@ -45,8 +45,7 @@ class frmEquipSensores : public Formulario {
     Ref<COAfericoes> m_COAfericoes; // from the first visit to its tab
 
     void Inicia(const Ref<clsSensor> &cSensor, bool bDetalhes);
-    void DesfazCarga() noexcept;
-    void Solta() noexcept;
+    void Solta() override;
     void MontaTela();
     bool validouOk();
     void Change();

@@ -5,7 +5,7 @@
 
 void BloqueiaSemPermissao(const Ref<IztList> &lista, const std::string &chave, const std::string &acao)
 {
-    lista->MenuBloqueado(chave, !goGeral->TemPermissao("NAB", "VOR-EQP-CS", acao, nullptr));
+    lista->MenuBloqueado(chave, !TemPermissao(acao));
 }
 
 void ControladorLista::Passa(std::string_view procedimento) const

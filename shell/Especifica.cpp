@@ -43,7 +43,7 @@ try {
 bool Especifica::HabilitarItem(const std::string &sTool)
 {
     if (sTool == FerramentaTrabFoto || sTool == FerramentaSemTrabFoto) {
-        return goGeral->TemPermissao("NAB", "VOR-EQP-CS", "", nullptr);
+        return TemPermissao("");
     }
     return false;
 }

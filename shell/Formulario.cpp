@@ -149,6 +149,9 @@ void Formulario::AbandonaCarga() noexcept
     if (m_Carregado && !m_Visible) {
         IgnoraErro([&] { Descarregar(); });
     }
+    if (!m_Carregado) {
+        IgnoraErro([&] { Solta(); });
+    }
 }
 
 void Formulario::Unload(bool &cancela)

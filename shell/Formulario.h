@@ -67,9 +67,11 @@ class Formulario : public IForm, public Assinante {
     bool Carregado() const { return m_Carregado; }
     // The platform's unload of this form.
     void Descarregar();
-    // Unloads the form if it is loaded but not shown: an entry point gave up, and the next opening starts from the
-    // design.
+    // Unloads the form if it is loaded but not shown: an entry point gave up, nothing of the attempt stays, and the
+    // next opening starts from the design.
     void AbandonaCarga() noexcept;
+    // Lets go of what the entry point took; for a form that could not be loaded, which is never unloaded either.
+    virtual void Solta() {}
 
     void DefineIcone(const std::string &chave);
 

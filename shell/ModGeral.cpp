@@ -166,6 +166,11 @@ try {
     PassaFalha(" < ModGeral.gFunDescrEquipto");
 }
 
+bool TemPermissao(const std::string &acao)
+{
+    return goGeral->TemPermissao("NAB", "VOR-EQP-CS", acao, nullptr);
+}
+
 std::string gFunDescrTipoAgente(std::int16_t iTipo)
 try {
     switch (iTipo) {

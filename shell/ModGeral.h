@@ -39,6 +39,10 @@ void gSubMostraErro(std::string_view sContexto) noexcept;
 void gSubMostraErro(std::string_view sContexto, std::int32_t lNumero, const std::string &sDescricao,
                     const std::string &sFonte) noexcept;
 
+// Whether the person who is logged on may do it with the module's records: "" looks, "I" includes, "A" changes, "E"
+// excludes.
+bool TemPermissao(const std::string &acao);
+
 // Description of an equipment type code, and of a meter type code; "Indefinido" for any other.
 std::string gFunDescrEquipto(const std::string &sTipo);
 std::string gFunDescrTipoAgente(std::int16_t iTipo);

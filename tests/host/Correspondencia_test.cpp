@@ -24,8 +24,8 @@ struct Guardado {
     bool Indicado = false;
 };
 
-constexpr std::tuple Campos{Par{&Viajante::Numero, &Guardado::Numero, Escreve::SeHouver},
-                            Par{&Viajante::Nome, &Guardado::Nome, Escreve::SeHouver},
+constexpr std::tuple Campos{Par{&Viajante::Numero, &Guardado::Numero, Regra::SeHouver},
+                            Par{&Viajante::Nome, &Guardado::Nome, Regra::SeHouver},
                             Par{&Viajante::Marca, &Guardado::Marca}, Par{&Viajante::Veloc, &Guardado::Veloc},
                             Par{&Viajante::Indicado, &Guardado::Indicado}};
 
@@ -74,14 +74,20 @@ TEST(Correspondencia, LeCampos_OfWhatTravelled_TakesOverEveryMemberSetOrNot)
     EXPECT_TRUE(guardado.Indicado);
 }
 
-TEST(Correspondencia, LeCampos_OfAFlag_IsYesForOneAlone)
+constexpr std::tuple SalvoNao{Par{&Viajante::Indicado, &Guardado::Indicado, Regra::SimSalvoNao}};
+
+TEST(Correspondencia, LeCampos_OfAFlag_IsYesForOneAloneOrUnlessItSaysNo)
 {
-    for (const int octeto : {0, 2, 3, 255}) {
+    for (const int octeto : {0, 1, 2, 3, 255}) {
         Viajante ed;
         ed.Indicado = static_cast<std::uint8_t>(octeto);
-        Guardado guardado{0, "", "", 0, true};
+        Guardado guardado;
         LeCampos<Campos>(guardado, ed);
-        EXPECT_FALSE(guardado.Indicado) << octeto;
+        EXPECT_EQ(guardado.Indicado, octeto == 1) << octeto;
+        LeCampos<SalvoNao>(guardado, ed);
+        EXPECT_EQ(guardado.Indicado, octeto != 2) << octeto;
+        EscreveCampos<SalvoNao>(guardado, ed);
+        EXPECT_EQ(ed.Indicado.Valor(), octeto == 2 ? 2 : 1) << octeto;
     }
 }
 
