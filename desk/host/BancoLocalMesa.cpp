@@ -1,7 +1,7 @@
 #include "desk/host/BancoLocalMesa.h"
 
 #include "controls/OrdemPortuguesa.h"
-#include "desk/host/TabelaDeDados.h"
+#include "desk/services/TabelaDeDados.h"
 #include "desk/services/TextoQt.h"
 #include "host/Conversoes.h"
 #include "host/Falha.h"

@@ -2,8 +2,8 @@
 
 #include "controls/OrdemPortuguesa.h"
 #include "desk/host/BancoLocalMesa.h"
-#include "desk/host/TabelaDeDados.h"
 #include "desk/services/Referencias.h"
+#include "desk/services/TabelaDeDados.h"
 #include "host/Conversoes.h"
 #include "host/Texto.h"
 

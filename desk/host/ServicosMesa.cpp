@@ -2,7 +2,8 @@
 
 #include "controls/PreparaDetalhes.h"
 #include "desk/host/Caminhos.h"
-#include "desk/host/TabelaDeDados.h"
+#include "desk/services/Referencias.h"
+#include "desk/services/ServicoDocumentos.h"
 #include "host/Conversoes.h"
 #include "shell/ModGeral.h"
 
@@ -19,31 +20,11 @@ namespace {
 constexpr std::int16_t CodigoTemporarios = 99;
 constexpr std::int16_t MedidorTodos = 0;
 constexpr std::int16_t UltimoMedidor = 3;
-constexpr std::int64_t MaiorLeitura =
-    5242881; // one byte more than a document may have, so that the services see the excess
-
-struct TipoOferecido {
-    std::string Codigo;
-    bool TrabFoto;
-    std::string Medidores; // one digit each
-};
-
-const std::vector<TipoOferecido> &Tipos()
-{
-    static const std::vector<TipoOferecido> tipos = [] {
-        std::vector<TipoOferecido> lidos;
-        for (const LinhaDeDados &linha : LeTabelaDeDados("tipos.tsv")) {
-            lidos.push_back({linha.at(0), linha.at(1) == "1", linha.at(2)});
-        }
-        return lidos;
-    }();
-    return tipos;
-}
+constexpr std::size_t MaiorLeitura = ServicoDocumentos::MaiorTamanho + 1; // so that the services see the excess
 
 bool Oferece(const TipoOferecido &tipo, std::int16_t medidor, bool trabFoto)
 {
-    return tipo.TrabFoto == trabFoto &&
-           (medidor == MedidorTodos || tipo.Medidores.find(CStr(medidor)) != std::string::npos);
+    return tipo.TrabFoto == trabFoto && (medidor == MedidorTodos || tipo.Em(medidor));
 }
 
 std::string DoisDigitos(std::int32_t numero)
@@ -138,8 +119,8 @@ Ref<IOrgao> DadosVorMesa::ObtemOrgao()
 void DadosVorMesa::PreencheRejeicoes(const Ref<IztCombo> &combo, std::int32_t, std::int32_t)
 {
     combo->Limpa();
-    for (const LinhaDeDados &linha : LeTabelaDeDados("rejeicoes.tsv")) {
-        combo->AdicionaItem(linha.at(1) + "|" + linha.at(0));
+    for (const Rejeicao &rejeicao : Referencias::Tabelas().Rejeicoes()) {
+        combo->AdicionaItem(rejeicao.Nome + "|" + CStr(rejeicao.Numero));
     }
 }
 
@@ -155,7 +136,7 @@ void DadosVorMesa::PreencheTipoAgente(const Ref<IztCombo> &combo, bool trabFoto,
         combo->AdicionaItem("Todos|0");
     }
     for (std::int16_t medidor = 1; medidor <= UltimoMedidor; ++medidor) {
-        for (const TipoOferecido &tipo : Tipos()) {
+        for (const TipoOferecido &tipo : Referencias::Tabelas().Tipos()) {
             if (Oferece(tipo, medidor, trabFoto)) {
                 combo->AdicionaItem(gFunDescrTipoAgente(medidor) + "|" + CStr(medidor));
                 break;
@@ -174,7 +155,7 @@ void DadosVorMesa::PreencheTipoEquip(const Ref<IztCombo> &combo, std::int16_t ti
     if (comTodos) {
         combo->AdicionaItem("Todos|T");
     }
-    for (const TipoOferecido &tipo : Tipos()) {
+    for (const TipoOferecido &tipo : Referencias::Tabelas().Tipos()) {
         if (Oferece(tipo, tipoAgente, trabFoto)) {
             combo->AdicionaItem(gFunDescrEquipto(tipo.Codigo) + "|" + tipo.Codigo);
         }
@@ -191,8 +172,8 @@ bool DadosVorMesa::EnviaDocumento(const std::string &caminho, double &nroDocumen
         m_MostraRecusa("O arquivo '" + caminho + "' não pôde ser aberto.");
         return false;
     }
-    Bytes bytes(static_cast<std::size_t>(MaiorLeitura));
-    arquivo.read(reinterpret_cast<char *>(bytes.data()), MaiorLeitura);
+    Bytes bytes(MaiorLeitura);
+    arquivo.read(reinterpret_cast<char *>(bytes.data()), static_cast<std::streamsize>(MaiorLeitura));
     if (arquivo.bad()) {
         throw Falha(NumeroFalha::ErroDeAcesso);
     }

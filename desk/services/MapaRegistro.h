@@ -61,6 +61,13 @@ template <class R> QStringList Colunas()
     return nomes;
 }
 
+// The columns as a SELECT names them, of the table of that name where it is given.
+template <class R> QString Lista(const QString &tabela = {})
+{
+    const QString prefixo = tabela.isEmpty() ? QString() : tabela + ".";
+    return prefixo + Colunas<R>().join(", " + prefixo);
+}
+
 // In the order of the columns, which begins with the number of the row.
 template <class R> Celulas CelulasDe(const R &registro)
 {

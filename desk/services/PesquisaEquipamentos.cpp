@@ -73,7 +73,7 @@ Ref<ListaEquiptoED> PesquisaEquipamentos::Lista(const ListaEquiptoED &pedido)
     FiltraCodigo("CodigoBusca", pedido.Codigo);
     FiltraCodigo("SubCodigoBusca", pedido.SubCodigo);
 
-    const QString sql = "SELECT " + MapaRegistro::Colunas<EquiptoED>().join(", ") +
+    const QString sql = "SELECT " + MapaRegistro::Lista<EquiptoED>() +
                         " FROM EQUIPAMENTO WHERE ClienteInc = ? AND NroIntEquip >= ?" + m_Condicoes +
                         QString(" ORDER BY NroIntEquip LIMIT %1").arg(TamanhoPagina + 1);
     auto lista = Novo<ListaEquiptoED>();

@@ -1,48 +1,40 @@
 #include "desk/services/Referencias.h"
 
+#include "desk/services/TabelaDeDados.h"
 #include "host/Conversoes.h"
-#include "host/Falha.h"
-#include "host/Texto.h"
 
-#include <QFile>
-
-#include <vector>
+#include <algorithm>
 
 namespace mesa {
 
-namespace {
-
-// Rows of a table; lines that begin with "#" are comments.
-std::vector<std::vector<std::string>> LeTabela(const QString &nome)
-{
-    QFile arquivo(nome);
-    if (!arquivo.open(QIODevice::ReadOnly)) {
-        throw Falha(NumeroFalha::ArquivoNaoEncontrado, "Servicos",
-                    "Falta a tabela " + nome.toStdString() + " no programa.");
-    }
-    std::vector<std::vector<std::string>> linhas;
-    for (const std::string &linha : Divide(arquivo.readAll().toStdString(), "\n")) {
-        if (!linha.empty() && linha.front() != '#') {
-            linhas.push_back(Divide(linha, "\t"));
-        }
-    }
-    return linhas;
-}
-
-} // namespace
-
 Referencias::Referencias()
 {
-    for (const auto &linha : LeTabela(":/data/municipios.tsv")) {
+    for (const LinhaDeDados &linha : LeTabelaDeDados("municipios.tsv")) {
         m_Municipios.insert(CLng(linha.at(0)));
     }
-    for (const auto &linha : LeTabela(":/data/rejeicoes.tsv")) {
-        m_Rejeicoes.insert(CLng(linha.at(0)));
+    for (const LinhaDeDados &linha : LeTabelaDeDados("rejeicoes.tsv")) {
+        m_Rejeicoes.push_back({CLng(linha.at(0)), linha.at(1)});
     }
-    for (const auto &linha : LeTabela(":/data/tipos.tsv")) {
-        m_Tipos[linha.at(0)] = {CLng(linha.at(1)), linha.at(2)};
+    for (const LinhaDeDados &linha : LeTabelaDeDados("tipos.tsv")) {
+        m_Tipos.push_back({linha.at(0), linha.at(1) == "1", linha.at(2)});
     }
-    m_Vias = static_cast<std::int32_t>(LeTabela(":/data/vias.tsv").size());
+    m_Vias = static_cast<std::int32_t>(LeTabelaDeDados("vias.tsv").size());
+}
+
+bool TipoOferecido::Em(std::int32_t tipoAgente) const
+{
+    return Medidores.find(CStr(tipoAgente)) != std::string::npos;
+}
+
+bool Referencias::TemRejeicao(std::int32_t numero) const
+{
+    return std::ranges::find(m_Rejeicoes, numero, &Rejeicao::Numero) != m_Rejeicoes.end();
+}
+
+const TipoOferecido *Referencias::Tipo(const std::string &codigo) const
+{
+    const auto achado = std::ranges::find(m_Tipos, codigo, &TipoOferecido::Codigo);
+    return achado == m_Tipos.end() ? nullptr : &*achado;
 }
 
 bool Referencias::TemLogradouro(std::int32_t codLograd) const
@@ -50,11 +42,6 @@ bool Referencias::TemLogradouro(std::int32_t codLograd) const
     const std::int32_t municipio = codLograd / ViasPorMunicipio;
     const std::int32_t via = codLograd % ViasPorMunicipio;
     return municipio >= 1 && municipio <= static_cast<std::int32_t>(m_Municipios.size()) && via >= 1 && via <= m_Vias;
-}
-
-bool Referencias::Oferece(std::int32_t tipoAgente, const std::string &tipoEquip) const
-{
-    return m_Tipos.at(tipoEquip).Medidores.find(CStr(tipoAgente)) != std::string::npos;
 }
 
 const Referencias &Referencias::Tabelas()

@@ -21,7 +21,7 @@ Ref<AfericaoED> ServicoAfericoes::Vigente(const ConsultaAfericaoED &pedido)
         return nenhuma;
     }
     static const QString sql =
-        "SELECT a." + MapaRegistro::Colunas<AfericaoED>().join(", a.") +
+        "SELECT " + MapaRegistro::Lista<AfericaoED>("a") +
         " FROM EQUIPAMENTO e JOIN SENSOR s ON s.NroIntEquip = e.NroIntEquip AND s.Ativo = 1 "
         "JOIN AFERICAO a ON a.NroIntSensor = s.NroIntSensor AND a.Ativo = 1 "
         "WHERE e.NroIntEquip = ? AND e.Ativo = 1 AND a.DataVerificacao <= ? AND a.DataVencimento >= ? "

@@ -19,19 +19,13 @@ namespace {
 
 const std::string_view TiposDeVia[] = {"", "R", "U", "I"};
 
-const QString &ListaDeColunas()
-{
-    static const QString colunas = MapaRegistro::Colunas<EquiptoED>().join(", ");
-    return colunas;
-}
-
 // Columns that the services keep beside those of the record.
 Celulas Derivados(const EquiptoED &equipto, std::int64_t versao)
 {
     return {{"CodigoChave", Q(UCase(equipto.Codigo.Valor()))},
             {"CodigoBusca", Q(TextoBusca(equipto.Codigo))},
             {"SubCodigoBusca", Q(TextoBusca(equipto.SubCodigo))},
-            {"TrabFoto", Referencias::Tabelas().TrabFoto(equipto.TipoEquip)},
+            {"TrabFoto", Referencias::Tabelas().Tipo(equipto.TipoEquip)->TrabFoto ? Indicador::Sim : Indicador::Nao},
             {"Versao", qlonglong(versao)}};
 }
 
@@ -61,8 +55,8 @@ std::string EquipamentoGravado::Nome() const
 
 EquipamentoGravado ServicoEquipamentos::Acha(std::int32_t nroIntEquip) const
 {
-    static const QString sql =
-        "SELECT " + ListaDeColunas() + ", Versao FROM EQUIPAMENTO WHERE NroIntEquip = ? AND ClienteInc = ?";
+    static const QString sql = "SELECT " + MapaRegistro::Lista<EquiptoED>() +
+                               ", Versao FROM EQUIPAMENTO WHERE NroIntEquip = ? AND ClienteInc = ?";
     mesa::Consulta linha(m_Operacao.Dados(), sql, {nroIntEquip, Q(m_Operacao.Quem().Cliente)});
     if (!linha.Proxima()) {
         throw Recusa("O cliente " + m_Operacao.Quem().Cliente + " não tem equipamento de número interno " +
@@ -97,7 +91,7 @@ Ref<EquiptoED> ServicoEquipamentos::Inclui(const EquiptoED &pedido)
     novo->Ativo = Indicador::Sim;
     FirmaIndicadores(*novo);
     ConfereRegistro(*novo);
-    if (!Referencias::Tabelas().Oferece(novo->TipoAgente, novo->TipoEquip)) {
+    if (!Referencias::Tabelas().Tipo(novo->TipoEquip)->Em(novo->TipoAgente)) {
         throw Recusa("O tipo de medidor " + CStr(novo->TipoAgente.Valor()) + " não tem o tipo de equipamento \"" +
                      novo->TipoEquip.Valor() + "\".");
     }
@@ -212,7 +206,7 @@ void ServicoEquipamentos::ConfereRegistro(const EquiptoED &e) const
     Conferencia::Faixa("VelocPermitida", e.VelocPermitida, 0, 999);
 
     const Referencias &tabelas = Referencias::Tabelas();
-    if (!tabelas.TemTipo(e.TipoEquip)) {
+    if (tabelas.Tipo(e.TipoEquip) == nullptr) {
         throw Recusa("Não existe o tipo de equipamento \"" + e.TipoEquip.Valor() + "\".");
     }
     Conferencia::Faixa("TipoAgente", e.TipoAgente, 1, 3);

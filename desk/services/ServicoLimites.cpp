@@ -83,11 +83,6 @@ template <class R> std::string Tabela()
     return Historico::Nome(Especie<R>::Raiz);
 }
 
-template <class R> QString ColunasDe()
-{
-    return MapaRegistro::Colunas<R>().join(", ");
-}
-
 template <class R> void ConfereRegistro(const R &linha)
 {
     Conferencia::Horario(linha.HoraInicio, linha.HoraFim);
@@ -172,8 +167,7 @@ void ServicoLimites::DesativaDia(const DiaEspecificoED &pedido)
 
 template <class R> ServicoLimites::Gravado<R> ServicoLimites::Acha(std::int32_t nroInt) const
 {
-    static const QString sql = "SELECT l." + MapaRegistro::Colunas<R>().join(", l.") + ", l.Versao FROM " +
-                               Q(Tabela<R>()) +
+    static const QString sql = "SELECT " + MapaRegistro::Lista<R>("l") + ", l.Versao FROM " + Q(Tabela<R>()) +
                                " l JOIN EQUIPAMENTO e ON e.NroIntEquip = l.NroIntEquip "
                                "WHERE l.NroInt = ? AND e.ClienteInc = ?";
     Consulta linha(m_Operacao.Dados(), sql, {nroInt, Q(m_Operacao.Quem().Cliente)});
@@ -202,8 +196,8 @@ ListaDe<R> ServicoLimites::Ativos(std::int32_t nroIntEquip, const QString &filtr
     m_Operacao.Exige("", "consultar limites");
     ServicoEquipamentos(m_Operacao).Acha(nroIntEquip);
     Consulta linhas(m_Operacao.Dados(),
-                    "SELECT " + ColunasDe<R>() + " FROM " + Q(Tabela<R>()) + " WHERE NroIntEquip = ? AND Ativo = 1" +
-                        filtro + " ORDER BY " + Especie<R>::Ordem(),
+                    "SELECT " + MapaRegistro::Lista<R>() + " FROM " + Q(Tabela<R>()) +
+                        " WHERE NroIntEquip = ? AND Ativo = 1" + filtro + " ORDER BY " + Especie<R>::Ordem(),
                     QVariantList{nroIntEquip} + valores);
     ListaDe<R> lista = Novo<Colecao<Ref<R>>>();
     while (linhas.Proxima()) {
@@ -288,7 +282,7 @@ template <class R> void ServicoLimites::ConfereEquipamento(const R &linha) const
 
 template <class R> void ServicoLimites::ConfereSobreposicao(const R &linha) const
 {
-    static const QString sql = "SELECT " + ColunasDe<R>() + " FROM " + Q(Tabela<R>()) +
+    static const QString sql = "SELECT " + MapaRegistro::Lista<R>() + " FROM " + Q(Tabela<R>()) +
                                " WHERE NroIntEquip = ? AND Ativo = 1 AND NroInt <> ?" + Especie<R>::MesmoDia() +
                                " AND ((HoraInicio < ? AND HoraFim > ?) OR (HoraInicio = ? AND HoraFim = ?)) "
                                "ORDER BY HoraInicio LIMIT 1";

@@ -53,11 +53,6 @@ void RecusaSobreposta()
     throw Recusa("As aferições ativas de um sensor não podem ter dias em comum.");
 }
 
-QString ColunasDe(const QString &tabela, const QStringList &colunas)
-{
-    return tabela + "." + colunas.join(", " + tabela + ".");
-}
-
 // The item of a list from outside; Nothing among the items is refused.
 template <class R> const R &ItemDe(const ListaDe<R> &lista, std::int32_t posicao)
 {
@@ -182,9 +177,8 @@ try {
 
 ListaDe<SensorED> ServicoSensores::Ativos() const
 {
-    static const QStringList colunasSensor = MapaRegistro::Colunas<SensorED>();
-    static const QString sqlSensores =
-        "SELECT " + colunasSensor.join(", ") + " FROM SENSOR WHERE NroIntEquip = ? AND Ativo = 1 ORDER BY NroIntSensor";
+    static const QString sqlSensores = "SELECT " + MapaRegistro::Lista<SensorED>() +
+                                       " FROM SENSOR WHERE NroIntEquip = ? AND Ativo = 1 ORDER BY NroIntSensor";
     ListaDe<SensorED> lista = Novo<Colecao<Ref<SensorED>>>();
     std::map<std::int64_t, Ref<SensorED>> porNumero;
     {
@@ -196,16 +190,16 @@ ListaDe<SensorED> ServicoSensores::Ativos() const
             lista->Add(sensor);
         }
     }
-    static const QStringList colunasAfericao = MapaRegistro::Colunas<AfericaoED>();
+    static const auto colunasAfericao = static_cast<int>(MapaRegistro::Colunas<AfericaoED>().size());
     static const QString sqlAfericoes =
-        "SELECT " + ColunasDe("a", colunasAfericao) +
+        "SELECT " + MapaRegistro::Lista<AfericaoED>("a") +
         ", a.NroIntSensor FROM SENSOR s JOIN AFERICAO a ON a.NroIntSensor = s.NroIntSensor AND a.Ativo = 1 "
         "WHERE s.NroIntEquip = ? AND s.Ativo = 1 ORDER BY a.NroIntAfericao";
     Consulta afericoes(m_Operacao.Dados(), sqlAfericoes, {m_NroIntEquip});
     while (afericoes.Proxima()) {
         auto afericao = Novo<AfericaoED>();
         MapaRegistro::Preenche(*afericao, afericoes);
-        SensorED &sensor = *porNumero.at(afericoes.Inteiro(static_cast<int>(colunasAfericao.size())));
+        SensorED &sensor = *porNumero.at(afericoes.Inteiro(colunasAfericao));
         if (sensor.Afericoes.Valor().Nada()) {
             sensor.Afericoes = Novo<Colecao<Ref<AfericaoED>>>();
         }
@@ -216,8 +210,8 @@ ListaDe<SensorED> ServicoSensores::Ativos() const
 
 Ref<SensorED> ServicoSensores::AchaSensor(std::int32_t numero) const
 {
-    static const QString sql = "SELECT " + MapaRegistro::Colunas<SensorED>().join(", ") +
-                               " FROM SENSOR WHERE NroIntSensor = ? AND NroIntEquip = ?";
+    static const QString sql =
+        "SELECT " + MapaRegistro::Lista<SensorED>() + " FROM SENSOR WHERE NroIntSensor = ? AND NroIntEquip = ?";
     Consulta linha(m_Operacao.Dados(), sql, {numero, m_NroIntEquip});
     if (!linha.Proxima()) {
         throw Recusa("O sensor de número interno " + CStr(numero) + " não é deste equipamento.");
@@ -229,8 +223,8 @@ Ref<SensorED> ServicoSensores::AchaSensor(std::int32_t numero) const
 
 Ref<AfericaoED> ServicoSensores::AchaAfericao(const SensorED &sensor, double numero) const
 {
-    static const QString sql = "SELECT " + MapaRegistro::Colunas<AfericaoED>().join(", ") +
-                               " FROM AFERICAO WHERE NroIntAfericao = ? AND NroIntSensor = ?";
+    static const QString sql =
+        "SELECT " + MapaRegistro::Lista<AfericaoED>() + " FROM AFERICAO WHERE NroIntAfericao = ? AND NroIntSensor = ?";
     auto afericao = Novo<AfericaoED>();
     if (EhNumero(numero)) {
         Consulta linha(m_Operacao.Dados(), sql, {qlonglong(numero), sensor.NroIntSensor.Valor()});
@@ -285,7 +279,7 @@ void ServicoSensores::Confere(const AfericaoED &afericao, const AfericaoED *ante
 // The triggers guarantee it; this puts it into words.
 void ServicoSensores::ConferePeriodoLivre(const SensorED &sensor, const AfericaoED &afericao) const
 {
-    static const QString sql = "SELECT " + MapaRegistro::Colunas<AfericaoED>().join(", ") +
+    static const QString sql = "SELECT " + MapaRegistro::Lista<AfericaoED>() +
                                " FROM AFERICAO WHERE NroIntSensor = ? AND Ativo = 1 AND DataVerificacao <= ? "
                                "AND DataVencimento >= ? AND NroIntAfericao <> ? ORDER BY DataVerificacao LIMIT 1";
     Consulta linha(m_Operacao.Dados(), sql,

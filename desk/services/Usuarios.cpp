@@ -136,9 +136,11 @@ std::optional<Operador> Usuarios::Entra(const std::string &usuario, const std::s
 std::int32_t Usuarios::ContaTentativa(const std::string &chave, std::int64_t agora)
 {
     std::int64_t vezes = 0;
+    bool conhecida = false;
     {
         Consulta linha(m_Banco, "SELECT Vezes, EsperaAte FROM ENTRADA_RECUSADA WHERE Chave = ?", {Q(chave)});
-        if (linha.Proxima()) {
+        conhecida = linha.Proxima();
+        if (conhecida) {
             vezes = linha.Inteiro(0);
             // A clock that was set back does not lengthen the wait.
             const std::int64_t falta = std::min<std::int64_t>(linha.Inteiro(1) - agora, EsperaDepoisDe(vezes));
@@ -148,10 +150,14 @@ std::int32_t Usuarios::ContaTentativa(const std::string &chave, std::int64_t ago
         }
     }
     ++vezes;
-    Consulta(m_Banco,
-             "INSERT INTO ENTRADA_RECUSADA (Chave, Vezes, EsperaAte) VALUES (?, ?, ?) "
-             "ON CONFLICT (Chave) DO UPDATE SET Vezes = excluded.Vezes, EsperaAte = excluded.EsperaAte",
-             {Q(chave), qlonglong(vezes), qlonglong(agora + EsperaDepoisDe(vezes))});
+    Celulas contadas = {{"Vezes", qlonglong(vezes)}, {"EsperaAte", qlonglong(agora + EsperaDepoisDe(vezes))}};
+    const Celula qual = {"Chave", Q(chave)};
+    if (conhecida) {
+        m_Banco.Atualiza("ENTRADA_RECUSADA", contadas, qual);
+    } else {
+        contadas.push_back(qual);
+        m_Banco.Insere("ENTRADA_RECUSADA", contadas);
+    }
     return 0;
 }
 

@@ -1,6 +1,7 @@
 #include "desk/services/Banco.h"
 #include "desk/services/DialetoSQLite.h"
 #include "host/RelatorioAfericaoED.h"
+#include "tests/desk/DiscoApertado.h"
 #include "tests/desk/RegistroDeTeste.h"
 #include "tests/desk/SemPrivilegio.h"
 #include "tests/support/FalhaLancada.h"
@@ -10,10 +11,8 @@
 
 #include <gtest/gtest.h>
 
-#include <sys/resource.h>
 #include <sys/stat.h>
 
-#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -42,24 +41,6 @@ class DialetoFuturo : public DialetoSQLite {
 
   private:
     Migracao m_Proxima;
-};
-
-// No file grows beyond this size, for its scope: a write that the system refuses.
-class DiscoApertado {
-  public:
-    explicit DiscoApertado(rlim_t bytes)
-    {
-        std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &m_Era);
-        const rlimit agora{bytes, m_Era.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &agora);
-    }
-    DiscoApertado(const DiscoApertado &) = delete;
-    DiscoApertado &operator=(const DiscoApertado &) = delete;
-    ~DiscoApertado() { setrlimit(RLIMIT_FSIZE, &m_Era); }
-
-  private:
-    rlimit m_Era{};
 };
 
 TEST(ServicosBanco, Open_ANewFile_IsDurableAndObeysForeignKeys)

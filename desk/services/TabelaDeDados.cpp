@@ -1,4 +1,4 @@
-#include "desk/host/TabelaDeDados.h"
+#include "desk/services/TabelaDeDados.h"
 
 #include "host/Falha.h"
 #include "host/Texto.h"
@@ -11,7 +11,7 @@ std::vector<LinhaDeDados> LeTabelaDeDados(const std::string &nome)
 {
     QFile dados(":/data/" + QString::fromStdString(nome));
     if (!dados.open(QIODevice::ReadOnly)) {
-        throw Falha(NumeroFalha::ArquivoNaoEncontrado);
+        throw Falha(NumeroFalha::ArquivoNaoEncontrado, "Servicos", "Falta a tabela " + nome + " no programa.");
     }
     std::vector<LinhaDeDados> linhas;
     for (const std::string &linha : Divide(dados.readAll().toStdString(), "\n")) {
