@@ -15,6 +15,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QVBoxLayout>
 
 namespace mesa {
@@ -136,11 +137,14 @@ void ConsultaAutuacao::Imprime()
         return;
     }
     m_Equipamentos->LimpaArqTemp(); // a file that is there already would keep what it has behind the new one
-    const bool mostrou = m_Equipamentos->ImpCertificadoAfericaoEquipto(
-        CLng(S(m_CodOat->text())), m_Equipamentos->Codigo(), "Consulta para autuação");
-    if (!mostrou) {
-        m_Equipamentos->LimpaArqTemp();
-    }
+    bool mostrou = false;
+    const auto limpa = qScopeGuard([&] {
+        if (!mostrou) {
+            IgnoraErro([&] { m_Equipamentos->LimpaArqTemp(); });
+        }
+    });
+    mostrou = m_Equipamentos->ImpCertificadoAfericaoEquipto(CLng(S(m_CodOat->text())), m_Equipamentos->Codigo(),
+                                                            "Consulta para autuação");
     m_Resultado->setText(mostrou ? "Certificado aberto." : "O certificado não foi aberto.");
 }
 

@@ -31,6 +31,7 @@ Entrada::Entrada(Ref<Servicos> servicos, QWidget *dono)
     m_Entrar->setObjectName("entrar");
     m_Senha->setEchoMode(QLineEdit::Password);
     m_Aviso->setWordWrap(true);
+    m_Aviso->setTextFormat(Qt::PlainText);
     m_Aviso->setObjectName("aviso");
     m_Aviso->setStyleSheet("color: #a4161a");
 

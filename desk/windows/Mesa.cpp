@@ -231,6 +231,9 @@ void Mesa::Sai()
             filha->close();
         }
     }
+    for (QDialog *visor : findChildren<QDialog *>("VisorPDF")) { // of what only who leaves may see
+        visor->close();
+    }
     LimpaCertificados();
     NaBorda([this] { m_Geral->Logoff(); });
     m_Host->Sai();

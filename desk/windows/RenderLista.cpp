@@ -16,6 +16,7 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QTableView>
+#include <QTimer>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -281,6 +282,17 @@ bool RenderLista::eventFilter(QObject *objeto, QEvent *evento)
 {
     if (objeto == m_Tabela && evento->type() == QEvent::KeyPress && Tecla(*static_cast<QKeyEvent *>(evento))) {
         return true;
+    }
+    // The toolkit moves the keyboard before it tells where was clicked. A row that is clicked brings the focus with it,
+    // and none may become current before it and scroll it away.
+    if (objeto == m_Tabela && evento->type() == QEvent::FocusIn &&
+        static_cast<QFocusEvent *>(evento)->reason() == Qt::MouseFocusReason) {
+        QTimer::singleShot(0, this, [this] {
+            if (m_Tabela->hasFocus() && !Como<ztList>(*this).TemFoco()) {
+                Age([this] { Como<ztList>(*this).Foco(); });
+            }
+        });
+        return false;
     }
     return Renderizador::eventFilter(objeto, evento);
 }

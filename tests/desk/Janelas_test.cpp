@@ -12,6 +12,7 @@
 #include "sensors/frmEquipSensores.h"
 #include "tela/Mnemonicas.h"
 #include "tela/Pessoa.h"
+#include "tests/desk/DiscoApertado.h"
 #include "tests/desk/RegistroDeTeste.h"
 #include "tests/desk/VoltaDeTab.h"
 
@@ -35,6 +36,7 @@
 #include <QMessageBox>
 #include <QPdfDocument>
 #include <QPlainTextEdit>
+#include <QPointer>
 #include <QRegularExpression>
 #include <QScreen>
 #include <QTabWidget>
@@ -447,7 +449,8 @@ class CertificadosTeste : public JanelasTeste {
         destino.write(bytes);
     }
     QStringList Certificados() const { return QDir(temporarios).entryList({"~VORAFER*"}, QDir::Files); }
-    QDialog *Imprime()
+    // The query window, with the calibration whose certificate it may print.
+    QWidget *Consultada()
     {
         mesa.findChild<QAction *>("consultaAutuacao")->trigger();
         auto *consulta = mesa.findChild<QWidget *>("ConsultaAutuacao");
@@ -455,7 +458,11 @@ class CertificadosTeste : public JanelasTeste {
         consulta->findChild<QAbstractButton *>("comData")->setChecked(false);
         consulta->findChild<QAbstractButton *>("buscar")->click();
         consulta->findChild<QLineEdit *>("codOat")->setText(Q(registro.Sql("SELECT NroIntAfericao FROM AFERICAO")));
-        consulta->findChild<QAbstractButton *>("imprimir")->click();
+        return consulta;
+    }
+    QDialog *Imprime()
+    {
+        Consultada()->findChild<QAbstractButton *>("imprimir")->click();
         return mesa.findChild<QDialog *>("VisorPDF");
     }
 
@@ -493,6 +500,37 @@ TEST_F(CertificadosTeste, Printed_WhileTheViewerIsOpen_CanBeSavedThoughTheFileIs
     EXPECT_FALSE(mesa.findChild<QPdfDocument *>()->render(0, {100, 140}).isNull());
 }
 
+TEST_F(CertificadosTeste, Printed_OfWhoSignsOut_IsNoLongerSeen)
+{
+    const QPointer<QDialog> visor = Imprime();
+    ASSERT_FALSE(visor.isNull());
+    mesa.Sai();
+    EXPECT_TRUE(visor.isNull() || !visor->isVisible());
+    EXPECT_EQ(Certificados(), QStringList());
+}
+
+TEST_F(CertificadosTeste, Printed_OnADiskThatTakesNoMore_LeavesNoPart)
+{
+    int erros = 0;
+    QTimer olho;
+    olho.setInterval(1);
+    QObject::connect(&olho, &QTimer::timeout, &mesa, [&] {
+        if (auto *caixa = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
+            ++erros;
+            caixa->buttons().first()->click();
+        }
+    });
+    olho.start();
+    auto *imprimir = Consultada()->findChild<QAbstractButton *>("imprimir");
+    {
+        const DiscoApertado apertado(100);
+        imprimir->click();
+    }
+    EXPECT_EQ(erros, 1);
+    EXPECT_EQ(mesa.findChild<QDialog *>("VisorPDF"), nullptr);
+    EXPECT_EQ(Certificados(), QStringList());
+}
+
 TEST_F(CertificadosTeste, LeftBehind_AtSignInAndSignOut_AreGone)
 {
     Grava(arquivo, "x");
@@ -513,6 +551,15 @@ TEST(CertificadosDeAntes, AtTheStart_AreGone)
     deixado.close();
     const Mesa mesa(Ref<Servicos>(), pasta.path().toStdString(), [] { return Data(); });
     EXPECT_EQ(temporarios.entryList({"~VORAFER*"}, QDir::Files), QStringList());
+}
+
+TEST_F(JanelasTeste, FrameOfTheCriteria_HasTheColourOfButtons)
+{
+    ASSERT_TRUE(mesa.Modulo()->ClickMenu("mnuModVOREquiptos"));
+    const auto *quadro = mesa.findChild<QGroupBox *>("fraDados_0");
+    ASSERT_NE(quadro, nullptr);
+    EXPECT_EQ(quadro->backgroundRole(), QPalette::Button);
+    EXPECT_TRUE(quadro->autoFillBackground());
 }
 
 TEST_F(JanelasTeste, Event_ThatRaises_ShowsTheErrorAndLeavesTheWindow)

@@ -3,7 +3,9 @@
 #include "tests/support/FormFalso.h"
 #include "tests/support/UmControle.h"
 
+#include <QCoreApplication>
 #include <QHeaderView>
+#include <QLineEdit>
 #include <QTableView>
 #include <QTest>
 #include <QWidget>
@@ -84,6 +86,42 @@ TEST_F(RenderListaTeste, Heading_OfAColumnMarkedData_SortsByDateWithEmptyOnesFir
     ClicaTitulo(2);
     EXPECT_EQ(Coluna(2), (Textos{"31/01/2027", "15/06/2026", "02/01/2026", "01/12/2025", ""}));
     EXPECT_EQ(tabela->horizontalHeader()->sortIndicatorOrder(), Qt::DescendingOrder);
+}
+
+// The keyboard comes to the list before the click does.
+TEST_F(RenderListaTeste, Click_OnARowOfAListWithoutTheFocusThatWasScrolled_MakesThatRowCurrentAndNoOther)
+{
+    std::vector<Textos> linhas;
+    for (int linha = 1; linha <= 60; ++linha) {
+        linhas.push_back({"nome " + std::to_string(linha), std::to_string(linha), "", ""});
+    }
+    Carrega(linhas);
+    QLineEdit outro(&janela);
+    outro.show();
+    outro.setFocus();
+    janela.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&janela));
+    std::vector<std::int32_t> atuais;
+    const Conexao espia = lista->ItemClick().liga([&] { atuais.push_back(lista->ItemAtual()); });
+    tabela->scrollToBottom();
+    const QModelIndex linha50 = tabela->model()->index(49, 0);
+    QTest::mouseClick(tabela->viewport(), Qt::LeftButton, {}, tabela->visualRect(linha50).center());
+    QCoreApplication::processEvents();
+    EXPECT_EQ(lista->ItemAtual(), 50);
+    EXPECT_EQ(atuais, std::vector<std::int32_t>{50});
+    EXPECT_TRUE(lista->TemFoco());
+}
+
+TEST_F(RenderListaTeste, Click_BelowTheRowsOfAListWithoutTheFocus_BringsItWithTheFirstRow)
+{
+    Carrega({{"a", "1", "", ""}, {"b", "2", "", ""}});
+    janela.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&janela));
+    tabela->clearFocus();
+    QTest::mouseClick(tabela->viewport(), Qt::LeftButton, {}, {20, tabela->viewport()->height() - 3});
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(lista->TemFoco());
+    EXPECT_EQ(lista->ItemAtual(), 1);
 }
 
 TEST_F(RenderListaTeste, Heading_OfAColumnWithoutTheMark_SortsDatesAsTexts)
