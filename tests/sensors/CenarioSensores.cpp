@@ -1,22 +1,8 @@
 #include "tests/sensors/CenarioSensores.h"
 
 #include "host/Conversoes.h"
-#include "tests/support/MemoriaEscassa.h"
 
 #include <utility>
-
-void frmComLista::Abre()
-{
-    Carregar();
-    goGeral->FormShow(EsteForm(), false, nullptr);
-}
-
-Desenho frmComLista::Desenho() const
-{
-    return {.Caption = "Lista",
-            .Raiz = EmColuna({{.Ajustes = AjustesZtList{}, .Nome = "ztLista"},
-                              {.Ajustes = AjustesCommandButton{}, .Nome = "cmdFora"}})};
-}
 
 void CenarioSensores::SetUp()
 {
@@ -125,69 +111,4 @@ bool Habilitado(const Pessoa &pessoa, const std::string &nome)
 bool Visivel(const Pessoa &pessoa, const std::string &nome)
 {
     return Exige(pessoa, nome)->Visible();
-}
-
-Textos MenuHabilitado(const Ref<IztList> &lista)
-{
-    Textos habilitados;
-    for (const std::string item : {"Novo", "Editar", "Detalhes", "Excluir"}) {
-        if (lista->ItemMenu("mnuZTLObj" + item)->Enabled()) {
-            habilitados.push_back(item);
-        }
-    }
-    return habilitados;
-}
-
-Textos Linha(const Ref<IztList> &lista, std::int32_t linha)
-{
-    auto controle = ComoTipo<ztList>(lista);
-    Textos celulas;
-    for (std::int32_t coluna = 1; coluna <= static_cast<std::int32_t>(controle->Colunas().size()); ++coluna) {
-        celulas.push_back(controle->TextoCelula(linha, coluna));
-    }
-    return celulas;
-}
-
-Textos Coluna(const Ref<IztList> &lista, std::int32_t coluna)
-{
-    auto controle = ComoTipo<ztList>(lista);
-    Textos celulas;
-    for (std::int32_t linha = 1; linha <= controle->NroItens(); ++linha) {
-        celulas.push_back(controle->TextoCelula(linha, coluna));
-    }
-    return celulas;
-}
-
-Textos RetratosDaLista(const Ref<IztList> &lista, const std::function<void()> &acao)
-{
-    Textos retratos;
-    auto controle = ComoTipo<ztList>(lista);
-    const auto mudou = controle->Mudou().liga([&] {
-        const std::string retrato = std::to_string(controle->Colunas().size()) + "/" +
-                                    std::to_string(controle->NroItens()) + "/" +
-                                    std::to_string(MenuHabilitado(lista).size());
-        if (retratos.empty() || retratos.back() != retrato) {
-            retratos.push_back(retrato);
-        }
-    });
-    acao();
-    return retratos;
-}
-
-std::set<std::string> FontesSemMemoria(const std::function<void()> &comando)
-{
-    std::set<std::string> fontes;
-    for (std::int64_t n = 1;; ++n) {
-        MemoriaEscassa escassa(n);
-        try {
-            comando();
-        } catch (...) {
-            const Falha falha = FalhaCorrente();
-            EXPECT_EQ(falha.Numero, NumeroFalha::SemMemoria);
-            fontes.insert(falha.Fonte);
-        }
-        if (!escassa.Recusou()) {
-            return fontes;
-        }
-    }
 }
