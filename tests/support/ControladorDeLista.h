@@ -127,6 +127,9 @@ TYPED_TEST_P(ControladorDeLista, Carrega_OutOfMemoryAnywhere_PathOfEveryProcedur
           this->Nome + ".HabilitaMenu < " + this->Nome + ".MenuInicial < ", this->Enche + " < "}) {
         EXPECT_TRUE(fontes.contains("ZTAVOREQUIP < " + procedimento + this->Carregamento)) << procedimento;
     }
+    for (const std::string &fonte : fontes) {
+        EXPECT_TRUE(fonte.ends_with(" < " + this->Carregamento)) << fonte;
+    }
     EXPECT_TRUE(this->Carrega(this->lista));
     EXPECT_EQ(this->lista->NroItens(), 2);
 }
