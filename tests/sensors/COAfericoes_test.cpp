@@ -14,7 +14,6 @@ class COAfericoes_test : public ComLista<CenarioSensores, COAfericoes> {
         ComLista::SetUp();
         sensor = PoeSensor(101, 1, "Rua 1");
         alterado = controlador->Alterado().liga([this] { ++alteracoes; });
-        host->Tela->Arquivos.Poe("C:\\DOC\\c.pdf", {'%', 'P', 'D', 'F'});
     }
     void TearDown() override
     {
@@ -50,18 +49,10 @@ class COAfericoes_test : public ComLista<CenarioSensores, COAfericoes> {
         return controlador->Carrega(sensor, onde, somenteLeitura);
     }
     void CarregaNada() { controlador->Carrega(nullptr, lista, false); }
-    void Preenche(Pessoa &p, const std::string &verificacao, const std::string &vencimento)
-    {
-        FAZ(p, Preenche("txtNroINMETRO", "nova"));
-        FAZ(p, Preenche("txtDtVerifINMETRO", verificacao));
-        FAZ(p, Preenche("txtDtVencINMETRO", vencimento));
-    }
     void Inclui(Pessoa &p)
     {
-        Preenche(p, "01/01/2026", "31/12/2026");
-        host->EscolheArquivo("C:\\DOC\\c.pdf");
-        FAZ(p, Clica("cmdProcurar"));
-        FAZ(p, Clica("cmdUpload"));
+        PreencheAfericao(p, "nova", "01/01/2026", "31/12/2026");
+        EnviaDocumento(p);
         FAZ(p, Clica("cmdOK"));
     }
     void ConfereNovo(const clsAfericao &nova)
@@ -153,7 +144,7 @@ TEST_F(COAfericoes_test, Novo_CancelledAfterARecalculation_TheShortenedPeriodSta
     Carrega(lista);
     host->AoMostrarModal(Janela, [&](Pessoa &p) {
         EXPECT_EQ(Caption(p, "lblNroSensor"), "1");
-        Preenche(p, "01/06/2026", "01/06/2027");
+        PreencheAfericao(p, "777", "01/06/2026", "01/06/2027");
         host->Responde(
             "Data de verificação do INMETRO (01/06/2026) em conflito com a \r\naferição dos dias 01/01/2026 e "
             "31/12/2026.\r\n\r\nDeseja continuar ?\r\n\r\nOBS: Caso continue, a data de vencimento da "
@@ -183,7 +174,7 @@ TEST_F(COAfericoes_test, Excluir_SavedCalibration_StillRefusesANewPeriod)
     host->Responde(Pergunta, true);
     Comanda("Excluir", 1);
     host->AoMostrarModal(Janela, [&](Pessoa &p) {
-        Preenche(p, "01/01/2026", "01/04/2026");
+        PreencheAfericao(p, "777", "01/01/2026", "01/04/2026");
         FAZ(p, Clica("cmdOK"));
         FAZ(p, Clica("cmdCancelar"));
     });

@@ -43,7 +43,27 @@ void CenarioSensores::NaJanela(const std::string &classe, std::function<void(Pes
     host->AoMostrarModal(classe, [tela, gestos = std::move(gestos)](const Ref<IForm> &form) {
         Pessoa pessoa(form, tela);
         gestos(pessoa);
+        if (form->Visible()) {
+            FAZ(pessoa, Clica("cmdCancelar"));
+        }
     });
+}
+
+void CenarioSensores::PreencheAfericao(Pessoa &p, const std::string &numero, const std::string &verificacao,
+                                       const std::string &vencimento)
+{
+    FAZ(p, Preenche("txtNroINMETRO", numero));
+    FAZ(p, Preenche("txtDtVerifINMETRO", verificacao));
+    FAZ(p, Preenche("txtDtVencINMETRO", vencimento));
+}
+
+void CenarioSensores::EnviaDocumento(Pessoa &p)
+{
+    const std::string arquivo = "C:\\DOC\\enviado.pdf";
+    host->Tela->Arquivos.Poe(arquivo, {'%', 'P', 'D', 'F'});
+    host->EscolheArquivo(arquivo);
+    FAZ(p, Clica("cmdProcurar"));
+    FAZ(p, Clica("cmdUpload"));
 }
 
 Ref<IForm> CenarioSensores::Aberta(const std::string &classe)
@@ -99,8 +119,21 @@ std::string Texto(const Pessoa &pessoa, const std::string &nome)
     if (auto campo = pessoa.Acha<IztData>(nome)) {
         return campo->Text();
     }
+    if (auto combo = pessoa.Acha<IztCombo>(nome)) {
+        return combo->Valor();
+    }
     ADD_FAILURE() << nome << " has no text";
     return {};
+}
+
+Textos Mostrado(const Pessoa &pessoa, const Textos &nomes)
+{
+    Textos mostrado;
+    for (const std::string &nome : nomes) {
+        const bool campo = nome.starts_with("txt") || nome.starts_with("cbo");
+        mostrado.push_back(campo ? Texto(pessoa, nome) : Caption(pessoa, nome));
+    }
+    return mostrado;
 }
 
 bool Habilitado(const Pessoa &pessoa, const std::string &nome)
@@ -111,4 +144,29 @@ bool Habilitado(const Pessoa &pessoa, const std::string &nome)
 bool Visivel(const Pessoa &pessoa, const std::string &nome)
 {
     return Exige(pessoa, nome)->Visible();
+}
+
+namespace {
+
+Textos Aqueles(const Pessoa &pessoa, const Textos &nomes, bool (*como)(const Pessoa &, const std::string &))
+{
+    Textos aqueles;
+    for (const std::string &nome : nomes) {
+        if (como(pessoa, nome)) {
+            aqueles.push_back(nome);
+        }
+    }
+    return aqueles;
+}
+
+} // namespace
+
+Textos Habilitados(const Pessoa &pessoa, const Textos &nomes)
+{
+    return Aqueles(pessoa, nomes, Habilitado);
+}
+
+Textos Visiveis(const Pessoa &pessoa, const Textos &nomes)
+{
+    return Aqueles(pessoa, nomes, Visivel);
 }

@@ -24,8 +24,12 @@ class CenarioSensores : public HostTeste {
     Ref<clsSensor> PoeSensor(std::int32_t nroInt, std::int16_t numero, const std::string &local);
     static Ref<clsAfericao> PoeAfericao(const Ref<clsSensor> &sensor, double nroInt, const std::string &verificacao,
                                         const std::string &vencimento);
-    // What the person does in the next modal window of the class.
+    // What the person does in the next modal window of the class, before it is cancelled if it is still open.
     void NaJanela(const std::string &classe, std::function<void(Pessoa &)> gestos);
+    // Fills a calibration in, and sends it a document.
+    void PreencheAfericao(Pessoa &p, const std::string &numero, const std::string &verificacao,
+                          const std::string &vencimento);
+    void EnviaDocumento(Pessoa &p);
     // The one open window of the class.
     Ref<IForm> Aberta(const std::string &classe);
     // The buttons at the foot of the class's windows as they are at each call of the host while something is done:
@@ -38,8 +42,12 @@ class CenarioSensores : public HostTeste {
 // A day as it is typed.
 Data Dia(const std::string &texto);
 
-// What a control shows of itself; the test fails when there is no such control.
+// What a control shows of itself, or several do; the test fails when there is no such control.
 std::string Caption(const Pessoa &pessoa, const std::string &nome);
 std::string Texto(const Pessoa &pessoa, const std::string &nome);
+Textos Mostrado(const Pessoa &pessoa, const Textos &nomes);
 bool Habilitado(const Pessoa &pessoa, const std::string &nome);
 bool Visivel(const Pessoa &pessoa, const std::string &nome);
+// Those of the controls that are enabled, or visible.
+Textos Habilitados(const Pessoa &pessoa, const Textos &nomes);
+Textos Visiveis(const Pessoa &pessoa, const Textos &nomes);
