@@ -13,6 +13,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 // A saved equipment "EQ-10" of municipality 8801, without sensors, in a shell on which the host has logged on.
@@ -37,6 +38,52 @@ class CenarioSensores : public HostTeste {
     std::set<std::string> RodapesAoChamar(const std::string &classe, const std::function<void()> &acao);
 
     Ref<clsEquipto> equipto;
+};
+
+// The same with sensor 3, for the forms.
+template <class Form, class Registro> class ComForm : public CenarioSensores {
+  protected:
+    void SetUp() override
+    {
+        CenarioSensores::SetUp();
+        sensor = PoeSensor(103, 3, "Rua Três, 33");
+    }
+    void TearDown() override
+    {
+        sensor = nullptr;
+        CenarioSensores::TearDown();
+    }
+
+    static Ref<Form> Compartilhado() { return FormCompartilhado<Form>(); }
+    // What the person does with a record in the form; whether it was confirmed.
+    bool Inclui(const Ref<Registro> &novo, std::function<void(Pessoa &)> gestos)
+    {
+        NaJanela(Janela, std::move(gestos));
+        return Compartilhado()->CarregaInclusao(novo);
+    }
+    bool Edita(const Ref<Registro> &registro, std::function<void(Pessoa &)> gestos)
+    {
+        NaJanela(Janela, std::move(gestos));
+        return Compartilhado()->CarregaEdicao(registro);
+    }
+    // That a form which cannot be loaded tells so and keeps no record, in any mode.
+    void ConfereSemCarga(const std::function<Ref<Registro>()> &faz)
+    {
+        const auto confere = [&](std::size_t quantos, const std::string &modo, auto carrega) {
+            Ref<Registro> registro = faz();
+            const RefFraca<Registro> fraca = registro;
+            host->FalhaEm("Plataforma.Carrega");
+            carrega(std::exchange(registro, nullptr));
+            EXPECT_TRUE(MostrouErro(quantos, Janela + "." + modo, 51, "Plataforma.Carrega"));
+            EXPECT_TRUE(fraca.Nada()) << modo;
+        };
+        confere(1, "CarregaInclusao", [](auto r) { EXPECT_FALSE(Compartilhado()->CarregaInclusao(r)); });
+        confere(2, "CarregaEdicao", [](auto r) { EXPECT_FALSE(Compartilhado()->CarregaEdicao(r)); });
+        confere(3, "CarregaDetalhes", [](auto r) { Compartilhado()->CarregaDetalhes(r); });
+    }
+
+    const std::string Janela = std::string(Form().NomeTipo());
+    Ref<clsSensor> sensor;
 };
 
 // A day as it is typed.

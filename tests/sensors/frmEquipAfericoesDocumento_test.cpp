@@ -10,7 +10,6 @@
 
 namespace {
 
-const std::string Janela = "frmEquipAfericoes";
 const std::string Arquivo = "C:\\DOC\\certificado.pdf";
 const std::string Temporario = "C:\\HOST\\MODULOS\\VORTemp.pdf";
 const Bytes ConteudoNovo{'n', 'o', 'v', 'o'};
@@ -18,12 +17,11 @@ const Bytes ConteudoAntigo{'a', 'n', 't', 'i', 'g', 'o', 0, 255, '\r', '\n'};
 const std::string SemDocumento = "É obrigatório fazer Upload do Documento em PDF!";
 const std::string Dialogo = "cdAbreArquivos.ShowOpen(\"PDF (*.pdf)|*.pdf\", \"*.pdf\", \"Selecione o arquivo\")";
 
-class frmEquipAfericoesDocumento_test : public CenarioSensores {
+class frmEquipAfericoesDocumento_test : public ComForm<frmEquipAfericoes, clsAfericao> {
   protected:
     void SetUp() override
     {
-        CenarioSensores::SetUp();
-        sensor = PoeSensor(103, 3, "Rua Três, 33");
+        ComForm::SetUp();
         afericao = PoeAfericao(sensor, 7, "01/01/2026", "31/12/2026"); // with document 500
         host->Dominio->Documentos[500] = ConteudoAntigo;
         host->Dominio->UltimoDocumento = 900;
@@ -32,28 +30,25 @@ class frmEquipAfericoesDocumento_test : public CenarioSensores {
     void TearDown() override
     {
         afericao = nullptr;
-        sensor = nullptr;
-        CenarioSensores::TearDown();
+        ComForm::TearDown();
     }
 
-    bool Inclui(std::function<void(Pessoa &)> gestos)
+    bool Inclui(const std::function<void(Pessoa &)> &gestos)
     {
         nova = Novo<clsAfericao>();
         nova->DefineSensor(sensor);
-        NaJanela(Janela, [this, gestos = std::move(gestos)](Pessoa &p) {
+        return ComForm::Inclui(nova, [&](Pessoa &p) {
             PreencheAfericao(p, "1", "01/01/2027", "31/12/2027");
             host->LimpaRegistro();
             gestos(p);
         });
-        return FormCompartilhado<frmEquipAfericoes>()->CarregaInclusao(nova);
     }
-    bool Edita(std::function<void(Pessoa &)> gestos)
+    bool Edita(const std::function<void(Pessoa &)> &gestos)
     {
-        NaJanela(Janela, [this, gestos = std::move(gestos)](Pessoa &p) {
+        return ComForm::Edita(afericao, [&](Pessoa &p) {
             host->LimpaRegistro();
             gestos(p);
         });
-        return FormCompartilhado<frmEquipAfericoes>()->CarregaEdicao(afericao);
     }
     void Procura(Pessoa &p, const std::string &arquivo)
     {
@@ -101,7 +96,6 @@ class frmEquipAfericoesDocumento_test : public CenarioSensores {
     }
     const std::vector<DocumentosVistos::Visto> &Vistos() const { return host->Visor->Vistos; }
 
-    Ref<clsSensor> sensor;
     Ref<clsAfericao> afericao;
     Ref<clsAfericao> nova;
 };

@@ -13,39 +13,16 @@
 
 namespace {
 
-const std::string Janela = "frmEquipSensores";
 const std::string Descarte = "Foram feitas alterações neste sensor. Deseja descartá-las?";
 
-class frmEquipSensores_test : public CenarioSensores {
+class frmEquipSensores_test : public ComForm<frmEquipSensores, clsSensor> {
   protected:
-    void SetUp() override
-    {
-        CenarioSensores::SetUp();
-        sensor = PoeSensor(103, 3, "Rua Três, 33");
-    }
-    void TearDown() override
-    {
-        sensor = nullptr;
-        CenarioSensores::TearDown();
-    }
-
-    static Ref<frmEquipSensores> Compartilhado() { return FormCompartilhado<frmEquipSensores>(); }
     Ref<clsSensor> SensorNovo()
     {
         auto novo = Novo<clsSensor>();
         novo->DefineEquipto(equipto);
         novo->NroSensor = 4;
         return novo;
-    }
-    bool Inclui(const Ref<clsSensor> &novo, std::function<void(Pessoa &)> gestos)
-    {
-        NaJanela(Janela, std::move(gestos));
-        return Compartilhado()->CarregaInclusao(novo);
-    }
-    bool Edita(const Ref<clsSensor> &clone, std::function<void(Pessoa &)> gestos)
-    {
-        NaJanela(Janela, std::move(gestos));
-        return Compartilhado()->CarregaEdicao(clone);
     }
     // A calibration in the window that the list of them opens.
     void IncluiAfericao(Pessoa &p)
@@ -72,8 +49,6 @@ class frmEquipSensores_test : public CenarioSensores {
         sensor->EndDescr = "descrição antiga";
         sensor->SentidoVia = "N-S";
     }
-
-    Ref<clsSensor> sensor;
 };
 
 TEST_F(frmEquipSensores_test, Desenho_OfTheForm_IsAsInItsPortraitAndNamesEveryField)
@@ -676,21 +651,7 @@ TEST_F(frmEquipSensores_test, CarregaX_EquipmentEnded_ErrorBoxPerModeAndNoWindow
 
 TEST_F(frmEquipSensores_test, CarregaX_LoadingItselfFails_LetsGoOfTheRecord)
 {
-    std::size_t erros = 0;
-    for (const std::string modo : {"CarregaInclusao", "CarregaEdicao", "CarregaDetalhes"}) {
-        auto clone = sensor->getClone();
-        const RefFraca<clsSensor> fraca = clone;
-        host->FalhaEm("Plataforma.Carrega");
-        if (modo == "CarregaDetalhes") {
-            Compartilhado()->CarregaDetalhes(std::exchange(clone, nullptr));
-        } else if (modo == "CarregaEdicao") {
-            EXPECT_FALSE(Compartilhado()->CarregaEdicao(std::exchange(clone, nullptr)));
-        } else {
-            EXPECT_FALSE(Compartilhado()->CarregaInclusao(std::exchange(clone, nullptr)));
-        }
-        EXPECT_TRUE(MostrouErro(++erros, "frmEquipSensores." + modo, 51, "Plataforma.Carrega"));
-        EXPECT_TRUE(fraca.Nada()) << modo;
-    }
+    ConfereSemCarga([&] { return sensor->getClone(); });
 }
 
 TEST_F(frmEquipSensores_test, Events_HostFails_ReportedWithTheirContext)
