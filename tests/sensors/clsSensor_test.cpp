@@ -74,36 +74,16 @@ TEST(clsSensor, ToSensorED_OfEachKind_WritesTheseMembersAndNoOther)
                                            "EndDescr=\"\", Ativo=1, LocalInfr=\"\"}");
 }
 
-TEST(clsSensor, ToSensorED_NoCalibrationAltered_LeavesAfericoesAbsent)
+TEST(clsSensor, ToSensorED_Calibrations_SendsTheAlteredOnesInOrderWithoutAKeyInactiveIncluded)
 {
     auto sensor = SensorCompleto();
     sensor->Alterado = true;
-    Acrescenta(sensor->ListaAfericoes(), "um");
-    auto ED = sensor->ToSensorED();
-    EXPECT_FALSE(ED->Afericoes.Escrito());
-    EXPECT_TRUE(ED->Afericoes.Valor().Nada());
-    EXPECT_TRUE(sensor->Alterado);
-}
-
-TEST(clsSensor, ToSensorED_OnlyTheThirdOfThreeAltered_SendsThatOneWithoutAKey)
-{
-    auto sensor = SensorCompleto();
-    Acrescenta(sensor->ListaAfericoes(), "um");
-    Acrescenta(sensor->ListaAfericoes(), "dois");
-    Acrescenta(sensor->ListaAfericoes(), "tres")->Alterado = true;
-    auto ED = sensor->ToSensorED();
-    ASSERT_EQ(ED->Afericoes.Valor()->Count(), 1);
-    EXPECT_EQ(ED->Afericoes.Valor()->Item(1)->Numero.Valor(), "tres");
-    EXPECT_EQ(FalhaLancada([&] { ED->Afericoes.Valor()->Item("A3"); }).Numero, 5);
-    EXPECT_TRUE(sensor->ListaAfericoes()->Item(3)->Alterado);
-}
-
-TEST(clsSensor, ToSensorED_SeveralAltered_SendsThemInOrderInactiveIncluded)
-{
-    auto sensor = SensorCompleto();
-    Acrescenta(sensor->ListaAfericoes(), "um")->Alterado = true;
-    Acrescenta(sensor->ListaAfericoes(), "dois");
-    Acrescenta(sensor->ListaAfericoes(), "tres")->Alterado = true;
+    for (const std::string numero : {"um", "dois", "tres"}) {
+        Acrescenta(sensor->ListaAfericoes(), numero);
+    }
+    EXPECT_FALSE(sensor->ToSensorED()->Afericoes.Escrito()); // none is
+    sensor->ListaAfericoes()->Item(1)->Alterado = true;
+    sensor->ListaAfericoes()->Item(3)->Alterado = true;
     sensor->ListaAfericoes()->Item(3)->Ativo = false;
     auto afericoes = sensor->ToSensorED()->Afericoes.Valor();
     ASSERT_EQ(afericoes->Count(), 2);
@@ -111,26 +91,23 @@ TEST(clsSensor, ToSensorED_SeveralAltered_SendsThemInOrderInactiveIncluded)
     EXPECT_EQ(afericoes->Item(1)->Ativo.Valor(), 1);
     EXPECT_EQ(afericoes->Item(2)->Numero.Valor(), "tres");
     EXPECT_EQ(afericoes->Item(2)->Ativo.Valor(), 2);
+    EXPECT_EQ(FalhaLancada([&] { afericoes->Item("A3"); }).Numero, 5);
+    EXPECT_TRUE(sensor->ListaAfericoes()->Item(3)->Alterado);
+    EXPECT_TRUE(sensor->Alterado);
 }
 
-TEST(clsSensor, getClone_CopiesEveryFieldKeyAndEquipment)
+TEST(clsSensor, getClone_OfAlteredSensor_CopiesEveryFieldKeyAndEquipmentUnaltered)
 {
     auto equipto = Novo<clsEquipto>();
     auto sensor = SensorCompleto();
     sensor->DefineEquipto(equipto);
     sensor->DefineChave("S9");
     sensor->Ativo = false;
+    sensor->Alterado = true;
     auto clone = sensor->getClone();
     EXPECT_FALSE(clone == sensor);
     EXPECT_TRUE(clone->Equipto() == equipto);
     EXPECT_EQ(Retrato(*clone), "S9" + CamposDoSensor + " inativo");
-}
-
-TEST(clsSensor, getClone_OfAlteredSensor_CloneReadsUnaltered)
-{
-    auto sensor = SensorCompleto();
-    sensor->Alterado = true;
-    EXPECT_FALSE(sensor->getClone()->Alterado);
     EXPECT_TRUE(sensor->Alterado);
 }
 
@@ -190,21 +167,14 @@ TEST(clsSensor, Atualiza_TakesOverTheEditedFieldsAndNoOther)
     EXPECT_TRUE(sensor->Equipto() == equipto);
 }
 
-TEST(clsSensor, Atualiza_FromUntouchedCloneOfAlteredSensor_ReadsUnaltered)
+TEST(clsSensor, Atualiza_FromUntouchedClone_ReadsUnalteredAndAsActiveAsItWas)
 {
     auto sensor = SensorCompleto();
     sensor->Alterado = true;
-    sensor->Atualiza(sensor->getClone());
-    EXPECT_FALSE(sensor->Alterado);
-}
-
-TEST(clsSensor, Atualiza_InactiveSensor_StaysInactive)
-{
-    auto sensor = SensorCompleto();
+    auto clone = sensor->getClone();
     sensor->Ativo = false;
-    auto copia = SensorCompleto();
-    sensor->Atualiza(copia);
-    EXPECT_FALSE(sensor->Ativo);
+    sensor->Atualiza(clone);
+    EXPECT_EQ(Retrato(*sensor), CamposDoSensor + " inativo");
 }
 
 TEST(clsSensor, Atualiza_Calibrations_AreNewObjectsWithKeysFromA1AndOldKeysAreStale)

@@ -130,17 +130,6 @@ TEST_F(frmEquipAfericoesDocumento_test, cmdProcurar_CancelledOnFirstUse_NoFile)
     EXPECT_TRUE(Vistos().empty());
 }
 
-TEST_F(frmEquipAfericoesDocumento_test, cmdProcurar_CancelledAfterAChoice_EarlierFileAgain)
-{
-    EXPECT_FALSE(Inclui([&](Pessoa &p) {
-        Procura(p, Arquivo);
-        ProcuraECancela(p);
-        Espera(p, "Arquivo " + Arquivo, true);
-        ASSERT_EQ(Vistos().size(), 2U);
-        EXPECT_EQ(Vistos()[1].Caminho, Arquivo);
-    }));
-}
-
 TEST_F(frmEquipAfericoesDocumento_test, cmdProcurar_LargestAllowedAndOneByteMore_PassesAndIsRefused)
 {
     const std::string justo = "C:\\DOC\\justo.pdf";
@@ -180,7 +169,7 @@ TEST_F(frmEquipAfericoesDocumento_test, cmdProcurar_EmptyFile_PassesTheLimitAndI
     EXPECT_EQ(nova->NroIntImgCertif, 901);
 }
 
-TEST_F(frmEquipAfericoesDocumento_test, cmdProcurar_ViewerCannotOpen_WaitingAndUploadAsItWas)
+TEST_F(frmEquipAfericoesDocumento_test, cmdProcurar_ViewerCannotOpenOrChoiceIsCancelled_EarlierFileAgain)
 {
     EXPECT_FALSE(Inclui([&](Pessoa &p) {
         host->Visor->Abre = false;
@@ -189,6 +178,7 @@ TEST_F(frmEquipAfericoesDocumento_test, cmdProcurar_ViewerCannotOpen_WaitingAndU
         host->Visor->Abre = true;
         ProcuraECancela(p);
         Espera(p, "Arquivo " + Arquivo, true);
+        EXPECT_EQ(Vistos().back().Caminho, Arquivo);
         host->Visor->Abre = false;
         ProcuraECancela(p);
         Espera(p, "Aguardando...", true);
@@ -261,7 +251,8 @@ TEST_F(frmEquipAfericoesDocumento_test, cmdUpload_Refused_BoxTellsAndTheLabelDoe
     EXPECT_FALSE(Inclui([&](Pessoa &p) {
         Procura(p, Arquivo);
         host->Dominio->AceitaEnvio = false;
-        FAZ(p, Clica("cmdUpload"));
+        EXPECT_EQ(Rotulos(p, [&] { FAZ(p, Clica("cmdUpload")); }),
+                  (Textos{"Fazendo Upload, Aguarde!", "Não foi possivel realizar o Upload!", "Upload Concluido!"}));
         ASSERT_EQ(host->Tela->Caixas().size(), 1U);
         EXPECT_EQ(host->Tela->Caixas()[0].Texto, "Não foi possivel realizar o Upload!");
         EXPECT_EQ(host->Tela->Caixas()[0].Titulo, "Atenção");
@@ -275,17 +266,6 @@ TEST_F(frmEquipAfericoesDocumento_test, cmdUpload_Refused_BoxTellsAndTheLabelDoe
         Espera(p, "Upload Concluido!", false);
         EXPECT_EQ(host->Tela->Caixas().size(), 1U);
     }));
-}
-
-TEST_F(frmEquipAfericoesDocumento_test, cmdUpload_Sending_LabelsInTheirOrder)
-{
-    host->Dominio->AceitaEnvio = false;
-    EXPECT_FALSE(Inclui([&](Pessoa &p) {
-        Procura(p, Arquivo);
-        EXPECT_EQ(Rotulos(p, [&] { FAZ(p, Clica("cmdUpload")); }),
-                  (Textos{"Fazendo Upload, Aguarde!", "Não foi possivel realizar o Upload!", "Upload Concluido!"}));
-    }));
-    EXPECT_EQ(host->Tela->Caixas().size(), 1U);
 }
 
 TEST_F(frmEquipAfericoesDocumento_test, cmdUpload_NoFileChosen_NothingIsSent)
