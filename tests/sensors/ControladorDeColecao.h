@@ -8,14 +8,14 @@
 
 // What the two controllers do that list the records of a collection in memory, whose edits stay there until the
 // equipment is sent. A case is one of ControladorDeLista and has besides
-//   Form, Colecao, Letra, Campo  the shared form, the collection's class, the letter of its keys; the form's field
-//                 whose text, Descricao(record), is the list's second column
+//   Form, Colecao, Letra   the shared form, the collection's class and the letter of its keys
+//   Campo, Descricao(record)   a field of the form, and what it writes, which is the list's second column
 //   ColunaChave   the column of the keys
 //   MenorSalvo    the least number of a record that the service knows; 0 and less are new
-//   PoeRegistro(number, text), Item(key), Quantos(), Limpa()  of the collection
-//   CarregaNada()  loads without an owner, and EncerraDono() ends it
-//   MarcaDono, DonoMarcado()  whether a change of a record marks the owner, and whether it is marked
-//   ConfereNovo(record)  what else a record has that Inclui has filled in
+//   PoeRegistro(number, text), Item(key), Quantos(), Limpa()   of the collection, and Numera(record, number)
+//   CarregaNada(), EncerraDono()   loads without an owner; ends the owner
+//   MarcaDono   whether a change of a record marks the owner; DonoMarcado(), DesmarcaDono()
+//   ConfereNovo(record)   what else a record has that Inclui has filled in
 // and counts the controller's events in `alteracoes`.
 template <class Caso> class ControladorDeColecao : public Caso {
   protected:
