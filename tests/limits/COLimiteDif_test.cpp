@@ -1,24 +1,17 @@
 #include "limits/COLimiteDif.h"
 
 #include "controls/ItemMenu.h"
-#include "controls/ztList.h"
 #include "host/DiaEspecificoED.h"
 #include "host/LimiteDifED.h"
-#include "shell/Formulario.h"
 #include "shell/ModGeral.h"
-#include "tests/support/FalhaLancada.h"
-#include "tests/support/HostTeste.h"
-#include "tests/support/MemoriaEscassa.h"
+#include "tests/support/ControladorDeLista.h"
 
 #include <cstdint>
-#include <functional>
 #include <set>
 #include <string>
 #include <vector>
 
 namespace {
-
-using Linhas = std::vector<std::string>;
 
 constexpr std::int16_t Limite = 1;
 constexpr std::int16_t DiaEspecifico = 2;
@@ -26,108 +19,115 @@ constexpr std::int16_t HorarioProibido = 3;
 
 constexpr std::int16_t Tipos[] = {Limite, DiaEspecifico, HorarioProibido};
 
-// A window with nothing but a list.
-class JanelaDeLista : public Formulario {
-  public:
-    std::string_view NomeTipo() const override { return "JanelaDeLista"; }
-    ::Desenho Desenho() const override
-    {
-        return {.Raiz = EmColuna({{.Ajustes = AjustesCheckBox{}, .Nome = "outro"},
-                                  {.Ajustes = AjustesZtList{}, .Nome = "ztLista"}})};
-    }
+// What the kinds are called, and what they ask of the service.
+struct Feitio {
+    std::string Descr;
+    std::string Registro;
+    std::string Localiza; // procedures
+    std::string Exclui;
+    std::string Lista; // operations
+    std::string Consulta;
+    std::string Inclui;
+    std::string Altera;
+    std::string Desativa;
+    std::string AvisoDaExclusao;
 
-    void Abre()
-    {
-        Carregar();
-        DefineVisible(true);
-    }
-
-    Ref<IztList> Lista;
-
-  protected:
-    void LigaControles() override { Toma(Lista, "ztLista"); }
+    std::string Pergunta() const { return "Confirma a exclusão deste " + Descr + "?"; }
 };
 
-class COLimiteDifTeste : public HostTeste {
+Feitio DaSemana(const std::string &descr)
+{
+    return {descr,
+            "LimiteDifED",
+            "LocalizarLimitesDif",
+            "ExcluirLimiteDif",
+            "listaLimiteDif",
+            "consultaSimplesLimiteDif",
+            "alteraListaLimitesDif",
+            "alteraListaLimitesDif",
+            "desativaLimiteDif",
+            "Limite excluído com sucesso!"};
+}
+
+const Feitio Feitios[] = {{},
+                          DaSemana("Limite Diferenciado"),
+                          {"Dia Específico", "DiaEspecificoED", "LocalizarDiasEspecificos", "ExcluirDiaEspec",
+                           "listaDiaEspecifico", "consultaSimplesDiaEspecifico", "adicionaDiaEspecifico",
+                           "alteraDiaEspecifico", "desativaDiaEspecifico", "Dia específico excluído com sucesso!"},
+                          DaSemana("Horário Proibido")};
+
+class CenarioLimites : public HostTeste {
   protected:
     void SetUp() override
     {
         HostTeste::SetUp();
         LogaGeral();
         goGateway();
-        janela = Novo<JanelaDeLista>();
-        janela->Abre();
-        controlador = Novo<COLimiteDif>();
-        host->LimpaRegistro();
     }
-    void TearDown() override
+};
+
+class COLimiteDifTeste : public ComLista<CenarioLimites, COLimiteDif> {
+  protected:
+    bool Carrega(std::int16_t tipo) { return controlador->Carrega(lista, "RAD-01", 12, tipo); }
+
+    template <class ED>
+    static Ref<ED> Base(std::int32_t nroInt, std::int32_t inicio, std::int32_t fim, std::int16_t veloc,
+                        std::int16_t minima)
     {
-        controlador = nullptr;
-        janela = nullptr;
-        HostTeste::TearDown();
+        auto ed = Novo<ED>();
+        ed->NroInt = nroInt;
+        ed->HoraInicio = inicio;
+        ed->HoraFim = fim;
+        ed->VelocPerm = veloc;
+        ed->VelocMin = minima;
+        return ed;
     }
-
-    bool Carrega(std::int16_t tipo) { return controlador->Carrega(janela->Lista, "RAD-01", 12, tipo); }
-
     static Ref<LimiteDifED> NovoLimite(std::int32_t nroInt, std::uint8_t dia, std::int32_t inicio, std::int32_t fim,
                                        std::int16_t veloc, std::int16_t minima)
     {
-        auto limite = Novo<LimiteDifED>();
-        limite->NroInt = nroInt;
+        auto limite = Base<LimiteDifED>(nroInt, inicio, fim, veloc, minima);
         limite->Dia = dia;
-        limite->HoraInicio = inicio;
-        limite->HoraFim = fim;
-        limite->VelocPerm = veloc;
-        limite->VelocMin = minima;
         return limite;
-    }
-    static Ref<EquiptoED> ComLimites(const std::vector<Ref<LimiteDifED>> &limites)
-    {
-        auto equipto = Novo<EquiptoED>();
-        auto lista = Novo<Colecao<Ref<LimiteDifED>>>();
-        for (const auto &limite : limites) {
-            lista->Add(limite);
-        }
-        equipto->ListaLimiteDif = lista;
-        return equipto;
     }
     static Ref<DiaEspecificoED> NovoDia(std::int32_t nroInt, Data data, std::int32_t inicio, std::int32_t fim,
                                         std::int16_t veloc, std::int16_t minima)
     {
-        auto dia = Novo<DiaEspecificoED>();
-        dia->NroInt = nroInt;
+        auto dia = Base<DiaEspecificoED>(nroInt, inicio, fim, veloc, minima);
         dia->Data = data;
-        dia->HoraInicio = inicio;
-        dia->HoraFim = fim;
-        dia->VelocPerm = veloc;
-        dia->VelocMin = minima;
         return dia;
     }
-    static Ref<EquiptoED> ComDias(const std::vector<Ref<DiaEspecificoED>> &dias)
+    template <class ED> static ListaDe<ED> Juntos(const std::vector<Ref<ED>> &registros)
     {
-        auto equipto = Novo<EquiptoED>();
-        auto lista = Novo<Colecao<Ref<DiaEspecificoED>>>();
-        for (const auto &dia : dias) {
-            lista->Add(dia);
+        auto lista = Novo<Colecao<Ref<ED>>>();
+        for (const auto &registro : registros) {
+            lista->Add(registro);
         }
-        equipto->ListaDiaEspecifico = lista;
-        return equipto;
+        return lista;
     }
     // What both searches answer from now on.
     void Lista(const Ref<EquiptoED> &resposta)
     {
-        host->Atende<LimiteDifED>("EquiptoRN", "listaLimiteDif",
-                                  [resposta](const Ref<LimiteDifED> &) { return Resposta(resposta); });
-        host->Atende<DiaEspecificoED>("EquiptoRN", "listaDiaEspecifico",
-                                      [resposta](const Ref<DiaEspecificoED> &) { return Resposta(resposta); });
+        for (const char *metodo : {"listaLimiteDif", "listaDiaEspecifico"}) {
+            host->Servico("EquiptoRN", metodo, [resposta](const auto &) { return Resposta(resposta); });
+        }
     }
-    // Two rows of the kind, with the numbers 101 and 102, and services for them.
-    void ListaDuas(std::int16_t tipo)
+    void Lista(const std::vector<Ref<LimiteDifED>> &limites, const std::vector<Ref<DiaEspecificoED>> &dias)
     {
-        Lista(tipo == DiaEspecifico
-                  ? ComDias({NovoDia(101, DataDe(1, 5, 2027), 700, 900, 60, 0),
-                             NovoDia(102, DataDe(2, 5, 2027), 700, 900, 60, 0)})
-                  : ComLimites({NovoLimite(101, 2, 700, 900, 60, 0), NovoLimite(102, 3, 700, 900, 60, 0)}));
+        auto equipto = Novo<EquiptoED>();
+        equipto->ListaLimiteDif = Juntos(limites);
+        equipto->ListaDiaEspecifico = Juntos(dias);
+        Lista(equipto);
+    }
+    // Rows of each kind, with the numbers from 101, and services for them.
+    void ListaVarias(int quantas)
+    {
+        std::vector<Ref<LimiteDifED>> limites;
+        std::vector<Ref<DiaEspecificoED>> dias;
+        for (int i = 1; i <= quantas; ++i) {
+            limites.push_back(NovoLimite(100 + i, static_cast<std::uint8_t>(i + 1), 700, 900, 60, 0));
+            dias.push_back(NovoDia(100 + i, DataDe(i, 5, 2027), 700, 900, 60, 0));
+        }
+        Lista(limites, dias);
         host->Atende<LimiteDifED>("EquiptoRN", "consultaSimplesLimiteDif", [](const Ref<LimiteDifED> &pedido) {
             return Resposta(NovoLimite(pedido->NroInt, 3, 700, 900, 60, 0));
         });
@@ -140,65 +140,112 @@ class COLimiteDifTeste : public HostTeste {
             host->Servico("EquiptoRN", metodo, [](const auto &) { return Resposta(); });
         }
     }
-
-    Ref<ztList> Grade() const { return ComoTipo<ztList>(janela->Lista); }
-    Linhas Linha(std::int32_t linha) const
+    void CarregaDuas(std::int16_t tipo)
     {
-        Linhas celulas;
-        for (std::int32_t coluna = 1; coluna <= 6; ++coluna) {
-            celulas.push_back(Grade()->TextoCelula(linha, coluna));
-        }
+        ListaVarias(2);
+        EXPECT_TRUE(Carrega(tipo));
+        host->LimpaRegistro();
+    }
+
+    Ref<ztList> Grade() const { return ComoTipo<ztList>(lista); }
+    // The cells of a row; each loading adds columns to the first six.
+    Textos Celulas(std::int32_t linha) const
+    {
+        Textos celulas = Linha(lista, linha);
+        celulas.resize(6);
         return celulas;
     }
-    bool Habilitado(const std::string &item) const { return janela->Lista->ItemMenu("mnuZTLObj" + item)->Enabled(); }
     bool Utilizavel(const std::string &item) const
     {
-        return ComoTipo<ItemMenu>(janela->Lista->ItemMenu("mnuZTLObj" + item))->Utilizavel();
-    }
-    // Novo, Editar, Detalhes, Excluir.
-    std::vector<bool> Menu() const
-    {
-        return {Habilitado("Novo"), Habilitado("Editar"), Habilitado("Detalhes"), Habilitado("Excluir")};
-    }
-    void EstragaMenu() const
-    {
-        for (const char *item : {"Novo", "Editar", "Detalhes", "Excluir"}) {
-            janela->Lista->ItemMenu(std::string("mnuZTLObj") + item)->DefineEnabled(item[0] == 'E');
-        }
-    }
-    Conexao FalhaAoMudarALista() const
-    {
-        return Grade()->Mudou().liga([] { throw Falha(70, "Fora", "negado"); });
+        return ComoTipo<ItemMenu>(lista->ItemMenu("mnuZTLObj" + item))->Utilizavel();
     }
     // Operations of the service so far, without their records.
-    Linhas Operacoes()
+    Textos Operacoes()
     {
-        Linhas nomes;
+        Textos nomes;
         for (const std::string &linha : host->RegistroDe({"EquiptoRN.ExecutaMetodo("})) {
             const std::size_t inicio = linha.find('"') + 1;
             nomes.push_back(linha.substr(inicio, linha.find('"', inicio) - inicio));
         }
         return nomes;
     }
-    static void Cancela(Pessoa &p) { EXPECT_TRUE(p.Clica("cmdCancelar")); }
-    static void Confirma(Pessoa &p) { EXPECT_TRUE(p.Clica("ztCmdOK")); }
-
-    Ref<JanelaDeLista> janela;
-    Ref<COLimiteDif> controlador;
+    // What the person does in the window that the next command opens.
+    void NoDetalhe(const std::function<void(Pessoa &)> &gestos)
+    {
+        host->AoMostrarModal("frmLimitesDifDetalhes", gestos);
+    }
+    static void Cancela(Pessoa &p) { FAZ(p, Clica("cmdCancelar")); }
+    static void Confirma(Pessoa &p) { FAZ(p, Clica("ztCmdOK")); }
+    static void Preenche(Pessoa &p, std::int16_t tipo)
+    {
+        if (tipo == DiaEspecifico) {
+            FAZ(p, Preenche("ztdData", "25122026"));
+        } else {
+            FAZ(p, Marca("chkDia", 6));
+        }
+        FAZ(p, Preenche("ztmHInicial", "0700"));
+        FAZ(p, Preenche("ztmHFinal", "0900"));
+        if (tipo != HorarioProibido) {
+            FAZ(p, Preenche("txtVelocPerm", "60"));
+        }
+    }
+    // The controller's search, as a path ends with it.
+    static std::string FimDaBusca(std::int16_t tipo) { return " < COLimiteDif." + Feitios[tipo].Localiza; }
 };
 
-const std::vector<bool> MenuVazio{true, false, false, false};
-const std::vector<bool> MenuCheio{true, true, true, true};
-const std::string ListaPorTipo[] = {"", "listaLimiteDif", "listaDiaEspecifico", "listaLimiteDif"};
-const std::string PerguntaPorTipo[] = {"", "Confirma a exclusão deste Limite Diferenciado?",
-                                       "Confirma a exclusão deste Dia Específico?",
-                                       "Confirma a exclusão deste Horário Proibido?"};
+template <std::int16_t Tipo> class ComTipo : public COLimiteDifTeste {
+  protected:
+    std::vector<ColunaEsperada> Colunas()
+    {
+        const bool comVeloc = Tipo != HorarioProibido;
+        return {{"Dia", 1140},
+                {"Hora Início", 1094},
+                {"Hora Fim", 1019},
+                {"Veloc. Perm.", comVeloc ? 1140 : 0},
+                {"Veloc. Mín.", comVeloc ? 1094 : 0},
+                {"NroInt", 0}};
+    }
+    void SetUp() override
+    {
+        COLimiteDifTeste::SetUp();
+        PoeLinhas(0);
+    }
+    void PoeLinhas(int n) { ListaVarias(n); }
+    bool Carrega(const Ref<IztList> &onde) { return controlador->Carrega(onde, "RAD-01", 12, Tipo); }
+    void Inclui(Pessoa &p)
+    {
+        Preenche(p, Tipo);
+        PoeLinhas(2);
+        Confirma(p);
+    }
+    Textos DetalhesVistos()
+    {
+        Textos vistos;
+        for (const std::string &lido : host->RegistroDe({"EquiptoRN.ExecutaMetodo(\"" + Feitios[Tipo].Consulta})) {
+            vistos.push_back(lido.substr(lido.find("{NroInt=10") + 10, 1));
+        }
+        EXPECT_EQ(Operacoes().size(), vistos.size());
+        return vistos;
+    }
+    static Textos MenuAoCarregar() { return MenuCheio; }
+    static Textos MenuDaLinha(std::int32_t, std::int32_t) { return MenuCheio; }
+
+    const std::string Nome = "COLimiteDif";
+    const std::string Carregamento = "COSensores.Carrega";
+    const std::string Enche = "COLimiteDif." + Feitios[Tipo].Localiza;
+    const std::string ItemMenu = "COLimiteDif.m_ZtList_ItemMenuClicado";
+    const std::string Detalhe = "COLimiteDif.Editar";
+    const std::string Janela = "frmLimitesDifDetalhes";
+    const std::string Pergunta = Feitios[Tipo].Pergunta();
+};
+
+using CadaTipo = testing::Types<ComTipo<Limite>, ComTipo<DiaEspecifico>, ComTipo<HorarioProibido>>;
+INSTANTIATE_TYPED_TEST_SUITE_P(COLimiteDif, ControladorDeLista, CadaTipo);
 
 // Loading.
 
 TEST_F(COLimiteDifTeste, DescrModulo_OfEachTipo_IsTheLabelOfTheKind)
 {
-    EXPECT_EQ(controlador->NomeTipo(), "COLimiteDif");
     EXPECT_EQ(controlador->DescrModulo(), "");
     Lista(Novo<EquiptoED>());
     struct {
@@ -210,25 +257,27 @@ TEST_F(COLimiteDifTeste, DescrModulo_OfEachTipo_IsTheLabelOfTheKind)
         Carrega(caso.Tipo);
         EXPECT_EQ(controlador->DescrModulo(), caso.Descr) << caso.Tipo;
     }
+    FalhaLancada([&] { controlador->Carrega(nullptr, "RAD-01", 12, DiaEspecifico); });
+    EXPECT_EQ(controlador->DescrModulo(), "Dia Específico") << "kept before the list is configured";
 }
 
 TEST_F(COLimiteDifTeste, Carrega_OfEachKind_AsksPermissionsAndThenTheService)
 {
     Lista(Novo<EquiptoED>());
-    const std::string pedidos[] = {"", "\"listaLimiteDif\", LimiteDifED{NroIntEquip=12, TipoLimite=1}",
-                                   "\"listaDiaEspecifico\", DiaEspecificoED{NroIntEquip=12}",
-                                   "\"listaLimiteDif\", LimiteDifED{NroIntEquip=12, TipoLimite=2}"};
+    const std::string pedidos[] = {"", "{NroIntEquip=12, TipoLimite=1}", "{NroIntEquip=12}",
+                                   "{NroIntEquip=12, TipoLimite=2}"};
     for (std::int16_t tipo : Tipos) {
         SCOPED_TRACE(tipo);
         host->LimpaRegistro();
         EXPECT_TRUE(Carrega(tipo));
-        const Linhas esperado{
+        const Textos esperado{
             "objSCA.PossuiPerm2(\"NAB\", \"VOR-EQP-CS\", \"I\") -> True",
             "objSCA.PossuiPerm2(\"NAB\", \"VOR-EQP-CS\", \"A\") -> True",
             "objSCA.PossuiPerm2(\"NAB\", \"VOR-EQP-CS\", \"E\") -> True",
             "Plataforma.Ponteiro := 11",
             "Gateway.CriaObjetoRN(\"VOR\", \"EquiptoRN\", \"ZTVORLIB\", \"4\")",
-            "EquiptoRN.ExecutaMetodo(" + pedidos[tipo] + ") -> True",
+            "EquiptoRN.ExecutaMetodo(\"" + Feitios[tipo].Lista + "\", " + Feitios[tipo].Registro + pedidos[tipo] +
+                ") -> True",
             "EquiptoRN.ObtemRetorno() -> EquiptoED{}",
             "Plataforma.Ponteiro := 0",
         };
@@ -242,90 +291,47 @@ TEST_F(COLimiteDifTeste, Carrega_OfAnUnknownTipo_ConfiguresTheListAndSearchesNot
         host->LimpaRegistro();
         EXPECT_FALSE(Carrega(tipo));
         EXPECT_EQ(Grade()->Colunas().front().Titulo, "Dia");
-        EXPECT_EQ(Menu(), MenuVazio);
+        EXPECT_EQ(MenuHabilitado(lista), SoNovo);
         EXPECT_EQ(host->Registro().size(), 3U) << "only the permissions";
-    }
-}
-
-TEST_F(COLimiteDifTeste, Carrega_OfEachKind_GivesTheListItsColumns)
-{
-    Lista(Novo<EquiptoED>());
-    for (std::int16_t tipo : Tipos) {
-        SCOPED_TRACE(tipo);
-        janela = Novo<JanelaDeLista>();
-        janela->Abre();
-        Carrega(tipo);
-        const bool comVeloc = tipo != HorarioProibido;
-        struct {
-            const char *Titulo;
-            int Largura;
-        } const esperadas[] = {
-            {"Dia", 1140},
-            {"Hora Início", 1094},
-            {"Hora Fim", 1019},
-            {"Veloc. Perm.", comVeloc ? 1140 : 0},
-            {"Veloc. Mín.", comVeloc ? 1094 : 0},
-            {"NroInt", 0},
-        };
-        const auto &colunas = Grade()->Colunas();
-        ASSERT_EQ(colunas.size(), std::size(esperadas));
-        for (std::size_t i = 0; i < colunas.size(); ++i) {
-            EXPECT_EQ(colunas[i].Titulo, esperadas[i].Titulo);
-            EXPECT_EQ(colunas[i].Chave, esperadas[i].Titulo);
-            EXPECT_EQ(colunas[i].Largura, esperadas[i].Largura) << esperadas[i].Titulo;
-            EXPECT_EQ(colunas[i].Visivel, esperadas[i].Largura > 0) << esperadas[i].Titulo;
-            EXPECT_EQ(colunas[i].Marca, "");
-            EXPECT_EQ(colunas[i].Alinhamento, 0);
-        }
     }
 }
 
 TEST_F(COLimiteDifTeste, Carrega_OfLimits_ShowsARowForEachInTheOrderOfTheService)
 {
-    Lista(ComLimites({
-        NovoLimite(9, 2, 730, 1805, 60, 40),
-        NovoLimite(-3, 1, 0, 5, 0, 0),
-        NovoLimite(2147483647, 8, 5, 2359, 1, 32767),
-        NovoLimite(0, 4, 1000, 1000, -1, -5),
-    }));
+    Lista({NovoLimite(9, 2, 730, 1805, 60, 40), NovoLimite(-3, 1, 0, 5, 0, 0),
+           NovoLimite(2147483647, 8, 5, 2359, 1, 32767), NovoLimite(0, 4, 1000, 1000, -1, -5)},
+          {});
     for (std::int16_t tipo : {Limite, HorarioProibido}) {
         EXPECT_TRUE(Carrega(tipo));
-        ASSERT_EQ(janela->Lista->NroItens(), 4);
-        EXPECT_EQ(Linha(1), (Linhas{"Segunda", "07:30", "18:05", "60 Km", "40 Km", "9"}));
-        EXPECT_EQ(Linha(2), (Linhas{"Domingo", "00:00", "00:05", " ", " ", "-3"}));
-        EXPECT_EQ(Linha(3), (Linhas{"Feriado", "00:05", "23:59", "1 Km", "32767 Km", "2147483647"}));
-        EXPECT_EQ(Linha(4), (Linhas{"Quarta", "10:00", "10:00", " ", " ", "0"}));
-        EXPECT_EQ(Menu(), MenuCheio);
+        ASSERT_EQ(lista->NroItens(), 4);
+        EXPECT_EQ(Celulas(1), (Textos{"Segunda", "07:30", "18:05", "60 Km", "40 Km", "9"}));
+        EXPECT_EQ(Celulas(2), (Textos{"Domingo", "00:00", "00:05", " ", " ", "-3"}));
+        EXPECT_EQ(Celulas(3), (Textos{"Feriado", "00:05", "23:59", "1 Km", "32767 Km", "2147483647"}));
+        EXPECT_EQ(Celulas(4), (Textos{"Quarta", "10:00", "10:00", " ", " ", "0"}));
     }
 }
 
 TEST_F(COLimiteDifTeste, Carrega_OfEachDayCode_ShowsItsName)
 {
-    const Linhas nomes{"", "Domingo", "Segunda", "Terça", "Quarta", "Quinta", "Sexta", "Sábado", "Feriado", "", ""};
     std::vector<Ref<LimiteDifED>> limites;
     for (int dia : {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 255}) {
         limites.push_back(NovoLimite(dia, static_cast<std::uint8_t>(dia), 0, 0, 0, 0));
     }
-    Lista(ComLimites(limites));
+    Lista(limites, {});
     EXPECT_TRUE(Carrega(Limite));
-    ASSERT_EQ(janela->Lista->NroItens(), 11);
-    for (std::int32_t linha = 1; linha <= 11; ++linha) {
-        EXPECT_EQ(janela->Lista->Celula(linha, "Dia"), nomes[static_cast<std::size_t>(linha - 1)]) << linha;
-    }
+    EXPECT_EQ(Coluna(lista, 1),
+              (Textos{"", "Domingo", "Segunda", "Terça", "Quarta", "Quinta", "Sexta", "Sábado", "Feriado", "", ""}));
 }
 
 TEST_F(COLimiteDifTeste, Carrega_OfSpecificDays_ShowsTheirDates)
 {
-    Lista(ComDias({
-        NovoDia(9, DataDe(5, 3, 2027), 730, 1805, 60, 40),
-        NovoDia(8, DataDe(25, 12, 2026), 0, 2359, 0, 0),
-        NovoDia(7, Data{}, 5, 5, 80, 0),
-    }));
+    Lista({}, {NovoDia(9, DataDe(5, 3, 2027), 730, 1805, 60, 40), NovoDia(8, DataDe(25, 12, 2026), 0, 2359, 0, 0),
+               NovoDia(7, Data{}, 5, 5, 80, 0)});
     EXPECT_TRUE(Carrega(DiaEspecifico));
-    ASSERT_EQ(janela->Lista->NroItens(), 3);
-    EXPECT_EQ(Linha(1), (Linhas{"05/03/2027", "07:30", "18:05", "60 Km", "40 Km", "9"}));
-    EXPECT_EQ(Linha(2), (Linhas{"25/12/2026", "00:00", "23:59", " ", " ", "8"}));
-    EXPECT_EQ(Linha(3), (Linhas{"30/12/1899", "00:05", "00:05", "80 Km", " ", "7"}));
+    ASSERT_EQ(lista->NroItens(), 3);
+    EXPECT_EQ(Celulas(1), (Textos{"05/03/2027", "07:30", "18:05", "60 Km", "40 Km", "9"}));
+    EXPECT_EQ(Celulas(2), (Textos{"25/12/2026", "00:00", "23:59", " ", " ", "8"}));
+    EXPECT_EQ(Celulas(3), (Textos{"30/12/1899", "00:05", "00:05", "80 Km", " ", "7"}));
 }
 
 TEST_F(COLimiteDifTeste, Carrega_WithoutRows_IsTrueWithNovoAlone)
@@ -334,13 +340,13 @@ TEST_F(COLimiteDifTeste, Carrega_WithoutRows_IsTrueWithNovoAlone)
         SCOPED_TRACE(tipo);
         Lista(Novo<EquiptoED>()); // the collection is absent
         EXPECT_TRUE(Carrega(tipo));
-        EXPECT_EQ(janela->Lista->NroItens(), 0);
-        EXPECT_EQ(Menu(), MenuVazio);
+        EXPECT_EQ(lista->NroItens(), 0);
+        EXPECT_EQ(MenuHabilitado(lista), SoNovo);
         const auto antes = Grade()->Arranjo();
-        EstragaMenu();
-        Lista(tipo == DiaEspecifico ? ComDias({}) : ComLimites({}));
+        EstragaMenu(lista);
+        Lista({}, {});
         EXPECT_TRUE(Carrega(tipo));
-        EXPECT_EQ(Menu(), MenuVazio);
+        EXPECT_EQ(MenuHabilitado(lista), SoNovo);
         EXPECT_EQ(Grade()->Arranjo() - antes, 8) << "six columns, emptied, and the empty table handed over";
     }
 }
@@ -349,34 +355,28 @@ TEST_F(COLimiteDifTeste, Carrega_WhenTheSearchIsRefused_IsFalseWithTheListEmptie
 {
     for (std::int16_t tipo : Tipos) {
         SCOPED_TRACE(tipo);
-        ListaDuas(tipo);
-        EXPECT_TRUE(Carrega(tipo));
-        EXPECT_EQ(janela->Lista->NroItens(), 2);
-        host->LimpaRegistro();
-        host->RecusaOperacao(ListaPorTipo[tipo], "fora do ar");
+        CarregaDuas(tipo);
+        EXPECT_EQ(lista->NroItens(), 2);
+        host->RecusaOperacao(Feitios[tipo].Lista, "fora do ar");
         EXPECT_FALSE(Carrega(tipo));
-        EXPECT_EQ(janela->Lista->NroItens(), 0);
-        EXPECT_EQ(Menu(), MenuCheio) << "as it was set before the search";
+        EXPECT_EQ(lista->NroItens(), 0);
+        EXPECT_EQ(MenuHabilitado(lista), MenuCheio) << "as it was set before the search";
         EXPECT_TRUE(RegistroIgual(host->RegistroDe({"Plataforma.", "EquiptoRN."}),
-                                  Linhas{"Plataforma.Ponteiro := 11", "EquiptoRN.ExecutaMetodo(*",
+                                  Textos{"Plataforma.Ponteiro := 11", "EquiptoRN.ExecutaMetodo(*",
                                          "EquiptoRN.MostraErro() -> \"fora do ar\"", "Plataforma.Ponteiro := 0"}));
     }
 }
 
 TEST_F(COLimiteDifTeste, LimpaPesquisa_WithAndWithoutAList_EmptiesItAndSetsTheMenu)
 {
-    ListaDuas(Limite);
-    Carrega(Limite);
-    janela->Lista->DefineTitulo("título");
-    EstragaMenu();
+    CarregaDuas(Limite);
+    lista->DefineTitulo("título");
+    EstragaMenu(lista);
     controlador->LimpaPesquisa();
-    EXPECT_EQ(janela->Lista->NroItens(), 0);
-    EXPECT_EQ(janela->Lista->Titulo(), "");
-    EXPECT_EQ(Menu(), MenuVazio);
-
-    const Falha falha = FalhaLancada([] { Novo<COLimiteDif>()->LimpaPesquisa(); });
-    EXPECT_EQ(falha.Numero, 91);
-    EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP < COLimiteDif.HabilitaMenu");
+    EXPECT_EQ(lista->NroItens(), 0);
+    EXPECT_EQ(lista->Titulo(), "");
+    EXPECT_EQ(MenuHabilitado(lista), SoNovo);
+    EXPECT_TRUE(Lanca(91, "ZTAVOREQUIP < COLimiteDif.HabilitaMenu", [] { Novo<COLimiteDif>()->LimpaPesquisa(); }));
 }
 
 // Menu.
@@ -385,131 +385,68 @@ TEST_F(COLimiteDifTeste, MenuInicial_OfDeniedActions_BarsTheirItemsAlone)
 {
     struct {
         const char *Acao;
-        const char *Item;
+        std::string Item;
     } const casos[] = {{"I", "Novo"}, {"E", "Excluir"}, {"A", "Editar"}};
-    ListaDuas(Limite);
+    ListaVarias(2);
     std::set<std::string> barrados;
     for (const auto &caso : casos) { // one denial more at a time
         SCOPED_TRACE(caso.Acao);
         host->objSCA->Nega("VOR-EQP-CS", caso.Acao);
         barrados.insert(caso.Item);
         Carrega(Limite);
-        Pessoa p(janela);
-        EXPECT_TRUE(p.ClicaLinha("ztLista", 1));
-        EXPECT_EQ(Menu(), MenuCheio);
-        for (const char *item : {"Novo", "Editar", "Detalhes", "Excluir"}) {
+        auto operador = Operador();
+        FAZ(operador, ClicaLinha("ztLista", 1));
+        EXPECT_EQ(MenuHabilitado(lista), MenuCheio);
+        for (const std::string &item : MenuCheio) {
             EXPECT_EQ(Utilizavel(item), !barrados.contains(item)) << item;
         }
-        EXPECT_FALSE(p.EscolheMenu("ztLista", std::string("mnuZTLObj") + caso.Item));
+        NAO_FAZ(operador, EscolheMenu("ztLista", "mnuZTLObj" + caso.Item));
     }
 }
 
 TEST_F(COLimiteDifTeste, MenuInicial_AfterADenial_OpensTheItemAgain)
 {
-    ListaDuas(Limite);
-    janela->Lista->MenuBloqueado("mnuZTLObjNovo", true);
-    janela->Lista->MenuBloqueado("mnuZTLObjExcluir", true);
-    Carrega(Limite);
+    lista->MenuBloqueado("mnuZTLObjNovo", true);
+    lista->MenuBloqueado("mnuZTLObjExcluir", true);
+    CarregaDuas(Limite);
     EXPECT_TRUE(Utilizavel("Novo"));
     EXPECT_TRUE(Utilizavel("Excluir"));
-}
-
-TEST_F(COLimiteDifTeste, HabilitaMenu_OnEachEvent_FollowsTheNumberOfRows)
-{
-    for (std::int16_t tipo : Tipos) {
-        SCOPED_TRACE(tipo);
-        ListaDuas(tipo);
-        Carrega(tipo);
-        Pessoa p(janela);
-        EXPECT_TRUE(p.Foco("outro"));
-        EstragaMenu();
-        EXPECT_TRUE(p.Foco("ztLista")); // GotFocus, after row 1 became current
-        EXPECT_EQ(Menu(), MenuCheio);
-        EstragaMenu();
-        EXPECT_TRUE(p.ClicaLinha("ztLista", 2)); // ItemClick
-        EXPECT_EQ(Menu(), MenuCheio);
-        EstragaMenu();
-        janela->Lista->GotFocus().dispara();
-        EXPECT_EQ(Menu(), MenuCheio);
-        EstragaMenu();
-        janela->Lista->ItemClick().dispara();
-        EXPECT_EQ(Menu(), MenuCheio);
-        EstragaMenu();
-        janela->Lista->DepoisDeRemoverItem().dispara();
-        EXPECT_EQ(Menu(), MenuCheio);
-        janela->Lista->Limpa(std::nullopt);
-        janela->Lista->GotFocus().dispara();
-        EXPECT_EQ(Menu(), MenuVazio);
-    }
-}
-
-TEST_F(COLimiteDifTeste, ItemMenuClicado_OfOtherKeys_DoesNothing)
-{
-    ListaDuas(Limite);
-    Carrega(Limite);
-    host->LimpaRegistro();
-    for (const char *chave : {"mnuZTLObjExcluir", "mnuZTLObjLocalizar", "mnuZTLObjAtualizar", "mnuZTLObjnovo", ""}) {
-        janela->Lista->ItemMenuClicado().dispara(chave);
-    }
-    EXPECT_TRUE(host->Registro().empty());
-    EXPECT_EQ(janela->Lista->NroItens(), 2);
 }
 
 // New, edit, details.
 
 TEST_F(COLimiteDifTeste, Novo_ThatSaves_SearchesAgainAndGivesTheListTheFocus)
 {
-    const std::string salvo[] = {"", "alteraListaLimitesDif", "adicionaDiaEspecifico", "alteraListaLimitesDif"};
     for (std::int16_t tipo : Tipos) {
         SCOPED_TRACE(tipo);
-        ListaDuas(tipo);
-        Carrega(tipo);
-        host->AoMostrarModal("frmLimitesDifDetalhes", [&](Pessoa &p) {
+        CarregaDuas(tipo);
+        NoDetalhe([&](Pessoa &p) {
             EXPECT_EQ(p.Acha("lblCodEquip")->Caption(), "RAD-01");
-            if (tipo == DiaEspecifico) {
-                EXPECT_TRUE(p.Preenche("ztdData", "25122026"));
-            } else {
-                EXPECT_TRUE(p.Marca("chkDia", 6));
-            }
-            EXPECT_TRUE(p.Preenche("ztmHInicial", "0700"));
-            EXPECT_TRUE(p.Preenche("ztmHFinal", "0900"));
-            if (tipo != HorarioProibido) {
-                EXPECT_TRUE(p.Preenche("txtVelocPerm", "60"));
-            }
-            EXPECT_TRUE(Pessoa(janela).Foco("outro"));
+            Preenche(p, tipo);
+            EXPECT_TRUE(Operador().Foco("cmdFora"));
             Confirma(p);
         });
-        Pessoa p(janela);
-        host->LimpaRegistro();
-        EXPECT_TRUE(p.EscolheMenu("ztLista", "mnuZTLObjNovo"));
-        EXPECT_EQ(Operacoes(), (Linhas{salvo[tipo], ListaPorTipo[tipo]}));
+        Comanda("Novo");
+        EXPECT_EQ(Operacoes(), (Textos{Feitios[tipo].Inclui, Feitios[tipo].Lista}));
         EXPECT_NE(host->RegistroDe({"EquiptoRN.ExecutaMetodo"})[0].find("NroIntEquip=12"), std::string::npos);
-        EXPECT_EQ(janela->Lista->NroItens(), 2);
-        EXPECT_EQ(janela->ControleAtivo(), janela->Lista);
+        EXPECT_EQ(lista->NroItens(), 2);
+        EXPECT_EQ(dona->ControleAtivo(), lista);
     }
 }
 
 TEST_F(COLimiteDifTeste, Editar_ThatSaves_SendsTheCurrentRowAndSearchesAgain)
 {
-    const Linhas operacoes[] = {{},
-                                {"consultaSimplesLimiteDif", "alteraListaLimitesDif", "listaLimiteDif"},
-                                {"consultaSimplesDiaEspecifico", "alteraDiaEspecifico", "listaDiaEspecifico"},
-                                {"consultaSimplesLimiteDif", "alteraListaLimitesDif", "listaLimiteDif"}};
     for (std::int16_t tipo : Tipos) {
         SCOPED_TRACE(tipo);
-        ListaDuas(tipo);
-        Carrega(tipo);
-        Pessoa p(janela);
-        EXPECT_TRUE(p.ClicaLinha("ztLista", 2));
-        host->AoMostrarModal("frmLimitesDifDetalhes", [](Pessoa &detalhe) {
-            EXPECT_EQ(detalhe.Acha("lblCodEquip")->Caption(), "RAD-01");
-            Confirma(detalhe);
+        CarregaDuas(tipo);
+        NoDetalhe([](Pessoa &p) {
+            EXPECT_EQ(p.Acha("lblCodEquip")->Caption(), "RAD-01");
+            Confirma(p);
         });
-        host->LimpaRegistro();
-        EXPECT_TRUE(p.EscolheMenu("ztLista", "mnuZTLObjEditar"));
-        EXPECT_EQ(Operacoes(), operacoes[tipo]);
+        Comanda("Editar", 2);
+        EXPECT_EQ(Operacoes(), (Textos{Feitios[tipo].Consulta, Feitios[tipo].Altera, Feitios[tipo].Lista}));
         EXPECT_TRUE(host->RegistroDe({"EquiptoRN.ExecutaMetodo"})[0].ends_with("ED{NroInt=102}) -> True"));
-        EXPECT_EQ(janela->ControleAtivo(), janela->Lista);
+        EXPECT_EQ(dona->ControleAtivo(), lista);
     }
 }
 
@@ -517,214 +454,114 @@ TEST_F(COLimiteDifTeste, NovoAndEditar_ThatAreCancelled_SearchNothing)
 {
     for (std::int16_t tipo : Tipos) {
         SCOPED_TRACE(tipo);
-        ListaDuas(tipo);
-        Carrega(tipo);
-        Pessoa p(janela);
-        host->AoMostrarModal("frmLimitesDifDetalhes", Cancela);
-        host->LimpaRegistro();
-        EXPECT_TRUE(p.EscolheMenu("ztLista", "mnuZTLObjNovo"));
-        EXPECT_EQ(Operacoes(), Linhas{});
-        host->AoMostrarModal("frmLimitesDifDetalhes", Cancela);
-        EXPECT_TRUE(p.EscolheMenu("ztLista", "mnuZTLObjEditar"));
-        EXPECT_EQ(Operacoes().size(), 1U);
-        EXPECT_EQ(janela->Lista->NroItens(), 2);
+        CarregaDuas(tipo);
+        NoDetalhe(Cancela);
+        Comanda("Novo");
+        EXPECT_EQ(Operacoes(), Textos{});
+        NoDetalhe(Cancela);
+        Comanda("Editar");
+        EXPECT_EQ(Operacoes(), Textos{Feitios[tipo].Consulta});
+        EXPECT_EQ(lista->NroItens(), 2);
     }
 }
 
 TEST_F(COLimiteDifTeste, Atualizar_WhenTheSearchIsRefused_LeavesTheListEmptyWithTheFocus)
 {
-    ListaDuas(Limite);
-    Carrega(Limite);
-    Pessoa p(janela);
-    host->AoMostrarModal("frmLimitesDifDetalhes", [&](Pessoa &detalhe) {
+    CarregaDuas(Limite);
+    NoDetalhe([&](Pessoa &p) {
         host->RecusaOperacao("listaLimiteDif", "fora do ar");
-        EXPECT_TRUE(Pessoa(janela).Foco("outro"));
-        Confirma(detalhe);
+        EXPECT_TRUE(Operador().Foco("cmdFora"));
+        Confirma(p);
     });
-    EXPECT_TRUE(p.ClicaLinha("ztLista", 1));
-    EXPECT_TRUE(p.EscolheMenu("ztLista", "mnuZTLObjEditar"));
-    EXPECT_EQ(janela->Lista->NroItens(), 0);
-    EXPECT_EQ(janela->ControleAtivo(), janela->Lista);
-    EXPECT_EQ(Menu(), MenuVazio);
+    Comanda("Editar", 1);
+    EXPECT_EQ(lista->NroItens(), 0);
+    EXPECT_EQ(dona->ControleAtivo(), lista);
+    EXPECT_EQ(MenuHabilitado(lista), SoNovo);
     EXPECT_EQ(host->Tela->Ponteiro(), 0);
-}
-
-TEST_F(COLimiteDifTeste, Detalhes_OfSeveralRows_OpensAWindowForEachAndRefreshesNothing)
-{
-    for (std::int16_t tipo : Tipos) {
-        SCOPED_TRACE(tipo);
-        ListaDuas(tipo);
-        Carrega(tipo);
-        Pessoa p(janela);
-        host->LimpaRegistro();
-        for (std::int32_t linha : {1, 2, 2}) {
-            EXPECT_TRUE(p.ClicaLinha("ztLista", linha));
-            EXPECT_TRUE(p.EscolheMenu("ztLista", "mnuZTLObjDetalhes"));
-        }
-        EXPECT_EQ(host->Conta("ObjInterface.MostraJanela(frmLimitesDifDetalhes, modal=False)"), 3);
-        const Linhas lidos = host->RegistroDe({"EquiptoRN.ExecutaMetodo"});
-        ASSERT_EQ(lidos.size(), 3U);
-        EXPECT_NE(lidos[0].find("NroInt=101}"), std::string::npos);
-        EXPECT_NE(lidos[1].find("NroInt=102}"), std::string::npos);
-        auto abertos = host->Tela->FormsAbertos("frmLimitesDifDetalhes");
-        ASSERT_EQ(abertos.size(), 3U);
-        host->LimpaRegistro();
-        for (const auto &aberto : abertos) {
-            EXPECT_TRUE(Pessoa(aberto).Clica("cmdCancelar"));
-        }
-        EXPECT_FALSE(host->Contem("EquiptoRN."));
-    }
-}
-
-TEST_F(COLimiteDifTeste, EditarAndDetalhes_WithoutACurrentRow_ReportUnderOneTail)
-{
-    ListaDuas(Limite);
-    Carrega(Limite);
-    for (const char *chave : {"mnuZTLObjEditar", "mnuZTLObjDetalhes"}) {
-        janela->Lista->ItemMenuClicado().dispara(chave);
-        const auto &erro = host->Erros().back();
-        EXPECT_EQ(erro.Contexto, "COLimiteDif.m_ZtList_ItemMenuClicado");
-        EXPECT_EQ(erro.Numero, 9);
-        EXPECT_TRUE(erro.Fonte.ends_with(" < COLimiteDif.Editar")) << erro.Fonte;
-    }
-    EXPECT_EQ(host->Erros().size(), 2U);
 }
 
 // Deactivation.
 
-TEST_F(COLimiteDifTeste, Excluir_AnsweredNo_KeepsTheRowAndAsksTheServiceNothing)
-{
-    for (std::int16_t tipo : Tipos) {
-        SCOPED_TRACE(tipo);
-        ListaDuas(tipo);
-        Carrega(tipo);
-        Pessoa p(janela);
-        EXPECT_TRUE(p.ClicaLinha("ztLista", 1));
-        std::int32_t recebida = -7;
-        Conexao espia = janela->Lista->AntesDeRemoverItem().liga([&](const std::int32_t &linha) { recebida = linha; });
-        host->LimpaRegistro();
-        host->Responde(PerguntaPorTipo[tipo], false);
-        EXPECT_TRUE(p.EscolheMenu("ztLista", "mnuZTLObjExcluir"));
-        EXPECT_EQ(recebida, 0);
-        EXPECT_EQ(janela->Lista->NroItens(), 2);
-        EXPECT_EQ(host->Registro(), (Linhas{"Plataforma.PerguntaSimNao(\"" + PerguntaPorTipo[tipo] +
-                                            "\", \"Atenção\", padrao=Não) -> Não"}));
-    }
-}
-
 TEST_F(COLimiteDifTeste, Excluir_AnsweredYes_DeactivatesThatRowAndSearchesNothing)
 {
-    const std::string pedidos[] = {"", "\"desativaLimiteDif\", LimiteDifED{NroInt=102}",
-                                   "\"desativaDiaEspecifico\", DiaEspecificoED{NroInt=102}",
-                                   "\"desativaLimiteDif\", LimiteDifED{NroInt=102}"};
-    const std::string avisos[] = {"", "Limite excluído com sucesso!", "Dia específico excluído com sucesso!",
-                                  "Limite excluído com sucesso!"};
     goMensagem();
     for (std::int16_t tipo : Tipos) {
         SCOPED_TRACE(tipo);
-        ListaDuas(tipo);
-        Carrega(tipo);
-        Pessoa p(janela);
-        EXPECT_TRUE(p.ClicaLinha("ztLista", 2));
-        EstragaMenu();
-        host->LimpaRegistro();
-        host->Responde(PerguntaPorTipo[tipo], true);
-        EXPECT_TRUE(p.EscolheMenu("ztLista", "mnuZTLObjExcluir"));
-        const Linhas esperado{
-            "Plataforma.PerguntaSimNao(\"" + PerguntaPorTipo[tipo] + "\", \"Atenção\", padrao=Não) -> Sim",
+        const Feitio &feitio = Feitios[tipo];
+        CarregaDuas(tipo);
+        auto operador = Operador();
+        FAZ(operador, ClicaLinha("ztLista", 2));
+        EstragaMenu(lista);
+        host->Responde(feitio.Pergunta(), true);
+        Comanda("Excluir");
+        const Textos esperado{
+            "Plataforma.PerguntaSimNao(\"" + feitio.Pergunta() + "\", \"Atenção\", padrao=Não) -> Sim",
             "Gateway.CriaObjetoRN(\"VOR\", \"EquiptoRN\", \"ZTVORLIB\", \"4\")",
-            "EquiptoRN.ExecutaMetodo(" + pedidos[tipo] + ") -> True",
-            "goMensagem.ExibeMensagem(\"" + avisos[tipo] + "\", Nothing)",
+            "EquiptoRN.ExecutaMetodo(\"" + feitio.Desativa + "\", " + feitio.Registro + "{NroInt=102}) -> True",
+            "goMensagem.ExibeMensagem(\"" + feitio.AvisoDaExclusao + "\", Nothing)",
         };
         EXPECT_TRUE(RegistroIgual(host->Registro(), esperado));
-        ASSERT_EQ(janela->Lista->NroItens(), 1);
-        EXPECT_EQ(janela->Lista->Celula(1, "NroInt"), "101");
-        EXPECT_EQ(Menu(), MenuCheio);
+        EXPECT_EQ(Coluna(lista, 6), Textos{"101"});
+        EXPECT_EQ(MenuHabilitado(lista), MenuCheio);
 
-        host->Responde(PerguntaPorTipo[tipo], true);
-        EXPECT_TRUE(p.EscolheMenu("ztLista", "mnuZTLObjExcluir"));
-        EXPECT_EQ(janela->Lista->NroItens(), 0);
-        EXPECT_EQ(Menu(), MenuVazio);
+        host->Responde(feitio.Pergunta(), true);
+        Comanda("Excluir");
+        EXPECT_EQ(lista->NroItens(), 0);
+        EXPECT_EQ(MenuHabilitado(lista), SoNovo);
     }
 }
 
 TEST_F(COLimiteDifTeste, Excluir_ThatIsRefused_KeepsTheRow)
 {
-    const std::string metodos[] = {"", "desativaLimiteDif", "desativaDiaEspecifico", "desativaLimiteDif"};
     for (std::int16_t tipo : Tipos) {
         SCOPED_TRACE(tipo);
-        ListaDuas(tipo);
-        Carrega(tipo);
-        Pessoa p(janela);
-        EXPECT_TRUE(p.ClicaLinha("ztLista", 2));
-        host->LimpaRegistro();
-        host->Responde(PerguntaPorTipo[tipo], true);
-        host->RecusaOperacao(metodos[tipo], "em uso");
-        EXPECT_TRUE(p.EscolheMenu("ztLista", "mnuZTLObjExcluir"));
-        EXPECT_EQ(janela->Lista->NroItens(), 2);
+        CarregaDuas(tipo);
+        host->Responde(Feitios[tipo].Pergunta(), true);
+        host->RecusaOperacao(Feitios[tipo].Desativa, "em uso");
+        Comanda("Excluir", 2);
+        EXPECT_EQ(lista->NroItens(), 2);
         EXPECT_TRUE(RegistroIgual(host->RegistroDe({"EquiptoRN.", "goMensagem."}),
-                                  Linhas{"EquiptoRN.ExecutaMetodo(*", "EquiptoRN.MostraErro() -> \"em uso\""}));
+                                  Textos{"EquiptoRN.ExecutaMetodo(*", "EquiptoRN.MostraErro() -> \"em uso\""}));
         EXPECT_TRUE(host->Avisos().empty());
     }
 }
 
 TEST_F(COLimiteDifTeste, Excluir_OfARowThatWasSorted_FollowsTheRowAndNotItsOldPlace)
 {
-    ListaDuas(DiaEspecifico);
-    Carrega(DiaEspecifico);
-    Pessoa p(janela);
-    EXPECT_TRUE(p.OrdenaPor("ztLista", 1));
-    EXPECT_TRUE(p.OrdenaPor("ztLista", 1)); // 02/05 first
-    EXPECT_TRUE(p.ClicaLinha("ztLista", 1));
-    host->Responde(PerguntaPorTipo[DiaEspecifico], true);
-    EXPECT_TRUE(p.EscolheMenu("ztLista", "mnuZTLObjExcluir"));
-    EXPECT_EQ(janela->Lista->Celula(1, "NroInt"), "101");
+    CarregaDuas(DiaEspecifico);
+    auto operador = Operador();
+    FAZ(operador, OrdenaPor("ztLista", 1));
+    FAZ(operador, OrdenaPor("ztLista", 1)); // 02/05 first
+    host->Responde(Feitios[DiaEspecifico].Pergunta(), true);
+    Comanda("Excluir", 1);
+    EXPECT_EQ(Coluna(lista, 6), Textos{"101"});
     EXPECT_EQ(host->Conta("EquiptoRN.ExecutaMetodo(\"desativaDiaEspecifico\", DiaEspecificoED{NroInt=102})"), 1);
 }
 
 // Life.
 
-TEST_F(COLimiteDifTeste, Controller_ThatHasEnded_LetsGoOfTheList)
+TEST_F(COLimiteDifTeste, Controller_DroppedWhileItDeactivates_FinishesItsCommand)
 {
-    ListaDuas(Limite);
-    Carrega(Limite);
-    controlador = nullptr;
-    EstragaMenu();
-    janela->Lista->GotFocus().dispara();
-    janela->Lista->ItemMenuClicado().dispara("mnuZTLObjNovo");
-    EXPECT_FALSE(Habilitado("Novo"));
-    EXPECT_TRUE(host->Erros().empty());
-}
-
-TEST_F(COLimiteDifTeste, Controller_DroppedWhileItRuns_FinishesItsCommand)
-{
-    ListaDuas(Limite);
-    Carrega(Limite);
-    Pessoa p(janela);
-    EXPECT_TRUE(p.ClicaLinha("ztLista", 1));
+    CarregaDuas(Limite);
     host->Servico("EquiptoRN", "desativaLimiteDif", [this](const auto &) {
         controlador = nullptr;
         return Resposta();
     });
-    host->Responde(PerguntaPorTipo[Limite], true);
-    EXPECT_TRUE(p.EscolheMenu("ztLista", "mnuZTLObjExcluir"));
-    EXPECT_EQ(janela->Lista->NroItens(), 1);
+    host->Responde(Feitios[Limite].Pergunta(), true);
+    Comanda("Excluir", 1);
+    EXPECT_EQ(lista->NroItens(), 1);
     ASSERT_EQ(host->Avisos().size(), 1U);
     EXPECT_EQ(host->Avisos()[0].Texto, "Limite excluído com sucesso!");
 }
 
 TEST_F(COLimiteDifTeste, SharedForm_ReleasedWhileItIsShown_StillAnswers)
 {
-    ListaDuas(Limite);
-    Carrega(Limite);
-    Pessoa p(janela);
-    EXPECT_TRUE(p.ClicaLinha("ztLista", 1));
-    host->AoMostrarModal("frmLimitesDifDetalhes", [](Pessoa &detalhe) {
+    CarregaDuas(Limite);
+    NoDetalhe([](Pessoa &p) {
         LiberaFormsCompartilhados();
-        Confirma(detalhe);
+        Confirma(p);
     });
-    host->LimpaRegistro();
-    EXPECT_TRUE(p.EscolheMenu("ztLista", "mnuZTLObjEditar"));
+    Comanda("Editar", 1);
     EXPECT_EQ(Operacoes().back(), "listaLimiteDif");
 }
 
@@ -732,58 +569,44 @@ TEST_F(COLimiteDifTeste, SharedForm_ReleasedWhileItIsShown_StillAnswers)
 
 TEST_F(COLimiteDifTeste, Carrega_WhenASearchFails_RaisesUnderTheHourglass)
 {
-    const std::string nomes[] = {"", "LocalizarLimitesDif", "LocalizarDiasEspecificos", "LocalizarLimitesDif"};
     for (std::int16_t tipo : Tipos) {
         SCOPED_TRACE(tipo);
-        host->FalhaEm("EquiptoRN.ExecutaMetodo", 1, 70, "negado");
-        const Falha falha = FalhaLancada([&] { Carrega(tipo); });
-        EXPECT_EQ(falha.Numero, 70);
-        EXPECT_EQ(falha.Descricao, "negado");
-        EXPECT_EQ(falha.Fonte, "EquiptoRN.ExecutaMetodo < COLimiteDif." + nomes[tipo] + " < COSensores.Carrega");
-        EXPECT_EQ(host->Tela->Ponteiro(), 11);
-        Plataforma()->DefinePonteiro(PonteiroNormal);
-    }
-}
-
-TEST_F(COLimiteDifTeste, Carrega_WhenTheGatewayFails_HasEmptiedTheListUnderTheHourglass)
-{
-    const std::string nomes[] = {"", "LocalizarLimitesDif", "LocalizarDiasEspecificos", "LocalizarLimitesDif"};
-    for (std::int16_t tipo : Tipos) {
-        SCOPED_TRACE(tipo);
-        ListaDuas(tipo);
-        EXPECT_TRUE(Carrega(tipo));
+        CarregaDuas(tipo);
+        const auto falha = [&](const std::string &chamada) {
+            Plataforma()->DefinePonteiro(PonteiroNormal);
+            host->FalhaEm(chamada, 1, 70, "negado");
+            return Lanca(70, chamada + FimDaBusca(tipo) + " < COSensores.Carrega", "negado", [&] { Carrega(tipo); });
+        };
         std::vector<std::int16_t> ponteiros; // at each change of the emptied list
-        Conexao espia = Grade()->Mudou().liga([&] {
-            if (Grade()->NroItens() == 0) {
+        const Conexao espia = Grade()->Mudou().liga([&] {
+            if (lista->NroItens() == 0) {
                 ponteiros.push_back(host->Tela->Ponteiro());
             }
         });
-        host->FalhaEm("Gateway.CriaObjetoRN", 1, 70, "negado");
-        EXPECT_EQ(FalhaLancada([&] { Carrega(tipo); }).Fonte,
-                  "Gateway.CriaObjetoRN < COLimiteDif." + nomes[tipo] + " < COSensores.Carrega");
-        EXPECT_EQ(Grade()->NroItens(), 0);
+        EXPECT_TRUE(falha("Gateway.CriaObjetoRN"));
+        EXPECT_EQ(lista->NroItens(), 0);
         ASSERT_FALSE(ponteiros.empty());
         EXPECT_EQ(ponteiros.front(), 11);
-        Plataforma()->DefinePonteiro(PonteiroNormal);
+        EXPECT_EQ(host->Tela->Ponteiro(), 11);
+        EXPECT_TRUE(falha("EquiptoRN.ExecutaMetodo"));
+        EXPECT_EQ(host->Tela->Ponteiro(), 11);
     }
 }
 
 TEST_F(COLimiteDifTeste, Carrega_WhenTheMenuFailsBehindTheRows_RaisesUnderTheHourglass)
 {
-    const std::string nomes[] = {"", "LocalizarLimitesDif", "LocalizarDiasEspecificos", "LocalizarLimitesDif"};
+    ListaVarias(2);
     for (std::int16_t tipo : Tipos) {
         SCOPED_TRACE(tipo);
-        janela = Novo<JanelaDeLista>();
-        janela->Abre();
-        ListaDuas(tipo);
-        Conexao falha = Grade()->Mudou().liga([&] {
-            if (Grade()->NroItens() > 0 && Habilitado("Editar")) {
+        lista->Limpa(std::nullopt);
+        const Conexao falha = Grade()->Mudou().liga([&] {
+            if (lista->NroItens() > 0 && lista->ItemMenu(MenuLista::Editar)->Enabled()) {
                 throw Falha(70, "Fora", "negado");
             }
         });
-        EXPECT_EQ(FalhaLancada([&] { Carrega(tipo); }).Fonte,
-                  "Fora < COLimiteDif.HabilitaMenu < COLimiteDif." + nomes[tipo] + " < COSensores.Carrega");
-        EXPECT_EQ(Grade()->NroItens(), 2);
+        EXPECT_TRUE(Lanca(70, "Fora < COLimiteDif.HabilitaMenu" + FimDaBusca(tipo) + " < COSensores.Carrega",
+                          [&] { Carrega(tipo); }));
+        EXPECT_EQ(lista->NroItens(), 2);
         EXPECT_EQ(host->Tela->Ponteiro(), 11);
         Plataforma()->DefinePonteiro(PonteiroNormal);
     }
@@ -791,167 +614,65 @@ TEST_F(COLimiteDifTeste, Carrega_WhenTheMenuFailsBehindTheRows_RaisesUnderTheHou
 
 TEST_F(COLimiteDifTeste, Carrega_WhenTheServiceAnswersNothing_RaisesFault91)
 {
+    Lista(nullptr);
     for (std::int16_t tipo : Tipos) {
-        Lista(nullptr);
         EXPECT_EQ(FalhaLancada([&] { Carrega(tipo); }).Numero, 91) << tipo;
     }
 }
 
-TEST_F(COLimiteDifTeste, Carrega_WithoutAList_RaisesFault91WhileConfiguringItWithTheKindAlreadyKept)
+TEST_F(COLimiteDifTeste, Carrega_WhenAPermissionFails_RaisesBeforeTheItemsChange)
 {
-    const Falha falha = FalhaLancada([&] { controlador->Carrega(nullptr, "RAD-01", 12, DiaEspecifico); });
-    EXPECT_EQ(falha.Numero, 91);
-    EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP < gsubConfigLista < COSensores.Carrega");
-    EXPECT_EQ(controlador->DescrModulo(), "Dia Específico");
-}
-
-TEST_F(COLimiteDifTeste, Carrega_WhenTheListFails_RaisesWithThePathOfItsStep)
-{
-    Lista(ComLimites({}));
-    {
-        Conexao falha = FalhaAoMudarALista();
-        EXPECT_EQ(FalhaLancada([&] { Carrega(Limite); }).Fonte, "Fora < gsubConfigLista < COSensores.Carrega");
-    }
-    EstragaMenu();
+    Lista({}, {});
+    EstragaMenu(lista);
     host->FalhaEm("objSCA.PossuiPerm2", 3);
-    EXPECT_EQ(FalhaLancada([&] { Carrega(Limite); }).Fonte,
-              "objSCA.PossuiPerm2 < COLimiteDif.MenuInicial < COSensores.Carrega");
-    EXPECT_EQ(Menu(), (std::vector<bool>{false, true, false, true})) << "the items come behind the permissions";
+    EXPECT_TRUE(
+        Lanca(51, "objSCA.PossuiPerm2 < COLimiteDif.MenuInicial < COSensores.Carrega", [&] { Carrega(Limite); }));
+    EXPECT_EQ(MenuHabilitado(lista), MenuEstragado) << "the items come behind the permissions";
     EXPECT_TRUE(Carrega(Limite));
-    EXPECT_EQ(Menu(), MenuVazio);
-}
-
-// The columns are made of memory alone: nothing else can fail there.
-TEST_F(COLimiteDifTeste, Carrega_WhenMemoryIsRefusedAnywhere_GrowsThePathFromTheColumnsOn)
-{
-    Lista(ComLimites({NovoLimite(101, 2, 700, 900, 60, 0)}));
-    Carrega(Limite); // the handlers have their room from now on, so that all attempts ask for the same memory
-    std::set<std::string> fontes;
-    bool recusou = true;
-    for (std::int64_t n = 1; recusou; ++n) {
-        ASSERT_LT(n, 10000);
-        MemoriaEscassa escassa(n);
-        try {
-            Carrega(Limite);
-        } catch (const Falha &falha) {
-            EXPECT_EQ(falha.Numero, 7);
-            EXPECT_TRUE(falha.Fonte.ends_with(" < COSensores.Carrega")) << falha.Fonte;
-            fontes.insert(falha.Fonte);
-        }
-        recusou = escassa.Recusou();
-    }
-    EXPECT_EQ(fontes.count("ZTAVOREQUIP < COLimiteDif.Colunas (Property Get) < COSensores.Carrega"), 1U);
-    EXPECT_TRUE(Carrega(Limite));
-    EXPECT_EQ(Grade()->NroItens(), 1);
-    EXPECT_EQ(Menu(), MenuCheio);
-}
-
-TEST_F(COLimiteDifTeste, Events_WhenHabilitaMenuFails_ReportOrRaiseAsEachIsTold)
-{
-    ListaDuas(Limite);
-    Carrega(Limite);
-    EstragaMenu();
-    Conexao falha = FalhaAoMudarALista();
-    janela->Lista->GotFocus().dispara();
-    janela->Lista->ItemClick().dispara();
-    ASSERT_EQ(host->Erros().size(), 2U);
-    EXPECT_EQ(host->Erros()[0].Contexto, "COLimiteDif.m_ZtList_GotFocus");
-    EXPECT_EQ(host->Erros()[1].Contexto, "COLimiteDif.m_ZtList_ItemClick");
-    for (const auto &erro : host->Erros()) {
-        EXPECT_EQ(erro.Numero, 70);
-        EXPECT_EQ(erro.Fonte, "Fora < COLimiteDif.HabilitaMenu");
-    }
-}
-
-TEST_F(COLimiteDifTeste, DepoisDeRemoverItem_WhenHabilitaMenuFails_RaisesItToTheList)
-{
-    ListaDuas(Limite);
-    Carrega(Limite);
-    EstragaMenu();
-    Conexao falha = FalhaAoMudarALista();
-    EXPECT_EQ(FalhaLancada([&] { janela->Lista->DepoisDeRemoverItem().dispara(); }).Fonte,
-              "Fora < COLimiteDif.HabilitaMenu < COLimiteDif.m_ZtList_DepoisDeRemoverItem");
-    EXPECT_TRUE(host->Erros().empty());
+    EXPECT_EQ(MenuHabilitado(lista), SoNovo);
 }
 
 TEST_F(COLimiteDifTeste, AntesDeRemoverItem_WhenItFails_ReportsOnceAndLeavesTheRowNumber)
 {
-    const std::string nomes[] = {"", "ExcluirLimiteDif", "ExcluirDiaEspec", "ExcluirLimiteDif"};
     for (std::int16_t tipo : Tipos) {
         SCOPED_TRACE(tipo);
-        ListaDuas(tipo);
-        Carrega(tipo);
+        CarregaDuas(tipo);
         Plataforma()->DefinePonteiro(PonteiroAmpulheta);
-        host->Responde(PerguntaPorTipo[tipo], true);
+        host->Responde(Feitios[tipo].Pergunta(), true);
         host->FalhaEm("EquiptoRN.ExecutaMetodo", 1, 70, "negado");
         std::int32_t linha = 2;
-        janela->Lista->AntesDeRemoverItem().dispara(linha);
+        lista->AntesDeRemoverItem().dispara(linha);
         EXPECT_EQ(linha, 2);
-        const auto &erro = host->Erros().back();
-        EXPECT_EQ(erro.Contexto, "COLimiteDif.m_ZtList_AntesDeRemoverItem");
-        EXPECT_EQ(erro.Numero, 70);
-        EXPECT_EQ(erro.Descricao, "negado");
-        EXPECT_EQ(erro.Fonte, "EquiptoRN.ExecutaMetodo < COLimiteDif." + nomes[tipo] + " < COLimiteDif.Excluir");
+        EXPECT_TRUE(
+            MostrouErro(static_cast<std::size_t>(tipo), "COLimiteDif.m_ZtList_AntesDeRemoverItem", 70,
+                        "EquiptoRN.ExecutaMetodo < COLimiteDif." + Feitios[tipo].Exclui + " < COLimiteDif.Excluir"));
+        EXPECT_EQ(host->Erros().back().Descricao, "negado");
         EXPECT_EQ(host->Tela->Ponteiro(), 0);
     }
-    EXPECT_EQ(host->Erros().size(), 3U);
-}
-
-TEST_F(COLimiteDifTeste, AntesDeRemoverItem_OfARowThatIsNotThere_ReportsFault9)
-{
-    ListaDuas(Limite);
-    Carrega(Limite);
-    host->Responde(PerguntaPorTipo[Limite], true);
-    std::int32_t linha = 3;
-    janela->Lista->AntesDeRemoverItem().dispara(linha);
-    ASSERT_EQ(host->Erros().size(), 1U);
-    EXPECT_EQ(host->Erros()[0].Numero, 9);
-    EXPECT_EQ(host->Erros()[0].Fonte, "ZTAVOREQUIP < COLimiteDif.Excluir");
-    EXPECT_FALSE(host->Contem("EquiptoRN.ExecutaMetodo(\"desativa"));
 }
 
 TEST_F(COLimiteDifTeste, NovoAndEditar_WhenTheNewSearchFails_ReportTheWholePathAndResetThePointer)
 {
-    struct {
-        std::int16_t Tipo;
-        const char *Fonte;
-    } const casos[] = {
-        {Limite, "EquiptoRN.ExecutaMetodo < COLimiteDif.LocalizarLimitesDif < COLimiteDif.Atualizar < "},
-        {DiaEspecifico, "EquiptoRN.ExecutaMetodo < COLimiteDif.LocalizarDiasEspecificos < COLimiteDif.Atualizar < "},
-        {HorarioProibido, "EquiptoRN.ExecutaMetodo < COLimiteDif.LocalizarLimitesDif < COLimiteDif.Atualizar < "},
-    };
-    for (const auto &caso : casos) {
-        for (bool edita : {false, true}) {
-            SCOPED_TRACE(std::to_string(caso.Tipo) + (edita ? " editar" : " novo"));
-            ListaDuas(caso.Tipo);
-            Carrega(caso.Tipo);
-            Pessoa p(janela);
-            EXPECT_TRUE(p.ClicaLinha("ztLista", 1));
-            host->AoMostrarModal("frmLimitesDifDetalhes", [&](Pessoa &detalhe) {
-                if (!edita) {
-                    if (caso.Tipo == DiaEspecifico) {
-                        EXPECT_TRUE(detalhe.Preenche("ztdData", "25122026"));
-                    } else {
-                        EXPECT_TRUE(detalhe.Marca("chkDia", 6));
-                    }
-                    EXPECT_TRUE(detalhe.Preenche("ztmHInicial", "0700"));
-                    EXPECT_TRUE(detalhe.Preenche("ztmHFinal", "0900"));
-                    if (caso.Tipo != HorarioProibido) {
-                        EXPECT_TRUE(detalhe.Preenche("txtVelocPerm", "60"));
-                    }
+    std::size_t erros = 0;
+    for (std::int16_t tipo : Tipos) {
+        for (const std::string comando : {"Novo", "Editar"}) {
+            SCOPED_TRACE(std::to_string(tipo) + comando);
+            CarregaDuas(tipo);
+            NoDetalhe([&](Pessoa &p) {
+                if (comando == "Novo") {
+                    Preenche(p, tipo);
                 }
                 host->FalhaEm("EquiptoRN.ExecutaMetodo", 2, 70, "negado");
-                Confirma(detalhe);
+                Confirma(p);
             });
-            EXPECT_TRUE(p.EscolheMenu("ztLista", edita ? "mnuZTLObjEditar" : "mnuZTLObjNovo"));
-            const auto &erro = host->Erros().back();
-            EXPECT_EQ(erro.Contexto, "COLimiteDif.m_ZtList_ItemMenuClicado");
-            EXPECT_EQ(erro.Fonte, std::string(caso.Fonte) + (edita ? "COLimiteDif.Editar" : "COLimiteDif.Novo"));
+            Comanda(comando, 1);
+            EXPECT_TRUE(MostrouErro(++erros, "COLimiteDif.m_ZtList_ItemMenuClicado", 70,
+                                    "EquiptoRN.ExecutaMetodo" + FimDaBusca(tipo) +
+                                        " < COLimiteDif.Atualizar < COLimiteDif." + comando));
             EXPECT_EQ(host->Tela->Ponteiro(), 0);
-            EXPECT_EQ(janela->Lista->NroItens(), 0);
+            EXPECT_EQ(lista->NroItens(), 0);
         }
     }
-    EXPECT_EQ(host->Erros().size(), 6U);
 }
 
 } // namespace

@@ -1,22 +1,8 @@
 #include "tests/sensors/CenarioSensores.h"
 
 #include "host/Conversoes.h"
-#include "tests/support/MemoriaEscassa.h"
 
 #include <utility>
-
-void frmComLista::Abre()
-{
-    Carregar();
-    goGeral->FormShow(EsteForm(), false, nullptr);
-}
-
-Desenho frmComLista::Desenho() const
-{
-    return {.Caption = "Lista",
-            .Raiz = EmColuna({{.Ajustes = AjustesZtList{}, .Nome = "ztLista"},
-                              {.Ajustes = AjustesCommandButton{}, .Nome = "cmdFora"}})};
-}
 
 void CenarioSensores::SetUp()
 {
@@ -57,7 +43,27 @@ void CenarioSensores::NaJanela(const std::string &classe, std::function<void(Pes
     host->AoMostrarModal(classe, [tela, gestos = std::move(gestos)](const Ref<IForm> &form) {
         Pessoa pessoa(form, tela);
         gestos(pessoa);
+        if (form->Visible()) {
+            FAZ(pessoa, Clica("cmdCancelar"));
+        }
     });
+}
+
+void CenarioSensores::PreencheAfericao(Pessoa &p, const std::string &numero, const std::string &verificacao,
+                                       const std::string &vencimento)
+{
+    FAZ(p, Preenche("txtNroINMETRO", numero));
+    FAZ(p, Preenche("txtDtVerifINMETRO", verificacao));
+    FAZ(p, Preenche("txtDtVencINMETRO", vencimento));
+}
+
+void CenarioSensores::EnviaDocumento(Pessoa &p)
+{
+    const std::string arquivo = "C:\\DOC\\enviado.pdf";
+    host->Tela->Arquivos.Poe(arquivo, {'%', 'P', 'D', 'F'});
+    host->EscolheArquivo(arquivo);
+    FAZ(p, Clica("cmdProcurar"));
+    FAZ(p, Clica("cmdUpload"));
 }
 
 Ref<IForm> CenarioSensores::Aberta(const std::string &classe)
@@ -113,8 +119,21 @@ std::string Texto(const Pessoa &pessoa, const std::string &nome)
     if (auto campo = pessoa.Acha<IztData>(nome)) {
         return campo->Text();
     }
+    if (auto combo = pessoa.Acha<IztCombo>(nome)) {
+        return combo->Valor();
+    }
     ADD_FAILURE() << nome << " has no text";
     return {};
+}
+
+Textos Mostrado(const Pessoa &pessoa, const Textos &nomes)
+{
+    Textos mostrado;
+    for (const std::string &nome : nomes) {
+        const bool campo = nome.starts_with("txt") || nome.starts_with("cbo");
+        mostrado.push_back(campo ? Texto(pessoa, nome) : Caption(pessoa, nome));
+    }
+    return mostrado;
 }
 
 bool Habilitado(const Pessoa &pessoa, const std::string &nome)
@@ -127,67 +146,27 @@ bool Visivel(const Pessoa &pessoa, const std::string &nome)
     return Exige(pessoa, nome)->Visible();
 }
 
-Textos MenuHabilitado(const Ref<IztList> &lista)
+namespace {
+
+Textos Aqueles(const Pessoa &pessoa, const Textos &nomes, bool (*como)(const Pessoa &, const std::string &))
 {
-    Textos habilitados;
-    for (const std::string item : {"Novo", "Editar", "Detalhes", "Excluir"}) {
-        if (lista->ItemMenu("mnuZTLObj" + item)->Enabled()) {
-            habilitados.push_back(item);
+    Textos aqueles;
+    for (const std::string &nome : nomes) {
+        if (como(pessoa, nome)) {
+            aqueles.push_back(nome);
         }
     }
-    return habilitados;
+    return aqueles;
 }
 
-Textos Linha(const Ref<IztList> &lista, std::int32_t linha)
+} // namespace
+
+Textos Habilitados(const Pessoa &pessoa, const Textos &nomes)
 {
-    auto controle = ComoTipo<ztList>(lista);
-    Textos celulas;
-    for (std::int32_t coluna = 1; coluna <= static_cast<std::int32_t>(controle->Colunas().size()); ++coluna) {
-        celulas.push_back(controle->TextoCelula(linha, coluna));
-    }
-    return celulas;
+    return Aqueles(pessoa, nomes, Habilitado);
 }
 
-Textos Coluna(const Ref<IztList> &lista, std::int32_t coluna)
+Textos Visiveis(const Pessoa &pessoa, const Textos &nomes)
 {
-    auto controle = ComoTipo<ztList>(lista);
-    Textos celulas;
-    for (std::int32_t linha = 1; linha <= controle->NroItens(); ++linha) {
-        celulas.push_back(controle->TextoCelula(linha, coluna));
-    }
-    return celulas;
-}
-
-Textos RetratosDaLista(const Ref<IztList> &lista, const std::function<void()> &acao)
-{
-    Textos retratos;
-    auto controle = ComoTipo<ztList>(lista);
-    const auto mudou = controle->Mudou().liga([&] {
-        const std::string retrato = std::to_string(controle->Colunas().size()) + "/" +
-                                    std::to_string(controle->NroItens()) + "/" +
-                                    std::to_string(MenuHabilitado(lista).size());
-        if (retratos.empty() || retratos.back() != retrato) {
-            retratos.push_back(retrato);
-        }
-    });
-    acao();
-    return retratos;
-}
-
-std::set<std::string> FontesSemMemoria(const std::function<void()> &comando)
-{
-    std::set<std::string> fontes;
-    for (std::int64_t n = 1;; ++n) {
-        MemoriaEscassa escassa(n);
-        try {
-            comando();
-        } catch (...) {
-            const Falha falha = FalhaCorrente();
-            EXPECT_EQ(falha.Numero, NumeroFalha::SemMemoria);
-            fontes.insert(falha.Fonte);
-        }
-        if (!escassa.Recusou()) {
-            return fontes;
-        }
-    }
+    return Aqueles(pessoa, nomes, Visivel);
 }

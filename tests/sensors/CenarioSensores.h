@@ -1,35 +1,20 @@
 #pragma once
 
-#include "controls/ztList.h"
 #include "equipment/clsEquipto.h"
 #include "sensors/clsAfericao.h"
 #include "sensors/clsListaAfericoes.h"
 #include "sensors/clsListaSensores.h"
 #include "sensors/clsSensor.h"
-#include "shell/Formulario.h"
 #include "shell/ModGeral.h"
-#include "tela/Pessoa.h"
-#include "tests/support/HostTeste.h"
+#include "tests/support/CenarioDeLista.h"
 
 #include <cstdint>
 #include <functional>
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
-
-// A window with one list and a button, in which a list's controller works as on a page of the equipment's form.
-class frmComLista : public Formulario {
-  public:
-    std::string_view NomeTipo() const override { return "frmComLista"; }
-    ::Desenho Desenho() const override;
-    void Abre();
-
-    Ref<IztList> ztLista;
-
-  protected:
-    void LigaControles() override { Toma(ztLista, "ztLista"); }
-};
 
 // A saved equipment "EQ-10" of municipality 8801, without sensors, in a shell on which the host has logged on.
 class CenarioSensores : public HostTeste {
@@ -40,8 +25,12 @@ class CenarioSensores : public HostTeste {
     Ref<clsSensor> PoeSensor(std::int32_t nroInt, std::int16_t numero, const std::string &local);
     static Ref<clsAfericao> PoeAfericao(const Ref<clsSensor> &sensor, double nroInt, const std::string &verificacao,
                                         const std::string &vencimento);
-    // What the person does in the next modal window of the class.
+    // What the person does in the next modal window of the class, before it is cancelled if it is still open.
     void NaJanela(const std::string &classe, std::function<void(Pessoa &)> gestos);
+    // Fills a calibration in, and sends it a document.
+    void PreencheAfericao(Pessoa &p, const std::string &numero, const std::string &verificacao,
+                          const std::string &vencimento);
+    void EnviaDocumento(Pessoa &p);
     // The one open window of the class.
     Ref<IForm> Aberta(const std::string &classe);
     // The buttons at the foot of the class's windows as they are at each call of the host while something is done:
@@ -51,31 +40,61 @@ class CenarioSensores : public HostTeste {
     Ref<clsEquipto> equipto;
 };
 
-using Textos = std::vector<std::string>;
+// The same with sensor 3, for the forms.
+template <class Form, class Registro> class ComForm : public CenarioSensores {
+  protected:
+    void SetUp() override
+    {
+        CenarioSensores::SetUp();
+        sensor = PoeSensor(103, 3, "Rua Três, 33");
+    }
+    void TearDown() override
+    {
+        sensor = nullptr;
+        CenarioSensores::TearDown();
+    }
+
+    static Ref<Form> Compartilhado() { return FormCompartilhado<Form>(); }
+    // What the person does with a record in the form; whether it was confirmed.
+    bool Inclui(const Ref<Registro> &novo, std::function<void(Pessoa &)> gestos)
+    {
+        NaJanela(Janela, std::move(gestos));
+        return Compartilhado()->CarregaInclusao(novo);
+    }
+    bool Edita(const Ref<Registro> &registro, std::function<void(Pessoa &)> gestos)
+    {
+        NaJanela(Janela, std::move(gestos));
+        return Compartilhado()->CarregaEdicao(registro);
+    }
+    // That a form which cannot be loaded tells so and keeps no record, in any mode.
+    void ConfereSemCarga(const std::function<Ref<Registro>()> &faz)
+    {
+        const auto confere = [&](std::size_t quantos, const std::string &modo, auto carrega) {
+            Ref<Registro> registro = faz();
+            const RefFraca<Registro> fraca = registro;
+            host->FalhaEm("Plataforma.Carrega");
+            carrega(std::exchange(registro, nullptr));
+            EXPECT_TRUE(MostrouErro(quantos, Janela + "." + modo, 51, "Plataforma.Carrega"));
+            EXPECT_TRUE(fraca.Nada()) << modo;
+        };
+        confere(1, "CarregaInclusao", [](auto r) { EXPECT_FALSE(Compartilhado()->CarregaInclusao(r)); });
+        confere(2, "CarregaEdicao", [](auto r) { EXPECT_FALSE(Compartilhado()->CarregaEdicao(r)); });
+        confere(3, "CarregaDetalhes", [](auto r) { Compartilhado()->CarregaDetalhes(r); });
+    }
+
+    const std::string Janela = std::string(Form().NomeTipo());
+    Ref<clsSensor> sensor;
+};
 
 // A day as it is typed.
 Data Dia(const std::string &texto);
 
-// What a control shows of itself; the test fails when there is no such control.
+// What a control shows of itself, or several do; the test fails when there is no such control.
 std::string Caption(const Pessoa &pessoa, const std::string &nome);
 std::string Texto(const Pessoa &pessoa, const std::string &nome);
+Textos Mostrado(const Pessoa &pessoa, const Textos &nomes);
 bool Habilitado(const Pessoa &pessoa, const std::string &nome);
 bool Visivel(const Pessoa &pessoa, const std::string &nome);
-
-// The keys of the standard items that are enabled, without their common beginning.
-Textos MenuHabilitado(const Ref<IztList> &lista);
-// The cells of a row, or of a column.
-Textos Linha(const Ref<IztList> &lista, std::int32_t linha);
-Textos Coluna(const Ref<IztList> &lista, std::int32_t coluna);
-
-// What the list consists of at each of its notices while something is done, the same only once in a row: its columns,
-// its rows and how many standard items are enabled, "3/0/4".
-Textos RetratosDaLista(const Ref<IztList> &lista, const std::function<void()> &acao);
-
-// The sources of the faults that a command raises when its first request for memory is refused, then its second, and so
-// on up to the first attempt that asks for less. Every fault must be the platform's for lack of memory.
-std::set<std::string> FontesSemMemoria(const std::function<void()> &comando);
-
-// A person's action that must work.
-#define FAZ(pessoa, gesto) EXPECT_TRUE((pessoa).gesto) << (pessoa).Motivo()
-#define NAO_FAZ(pessoa, gesto) EXPECT_FALSE((pessoa).gesto)
+// Those of the controls that are enabled, or visible.
+Textos Habilitados(const Pessoa &pessoa, const Textos &nomes);
+Textos Visiveis(const Pessoa &pessoa, const Textos &nomes);

@@ -1,8 +1,6 @@
 #include "sensors/clsAfericao.h"
 
-#include "sensors/clsSensor.h"
-#include "tests/support/FalhaLancada.h"
-#include "tests/support/MemoriaEscassa.h"
+#include "tests/sensors/RegistrosCompletos.h"
 
 #include <gtest/gtest.h>
 
@@ -27,81 +25,31 @@ TEST(clsAfericao, New_HasDefaults)
     auto afericao = Novo<clsAfericao>();
     EXPECT_EQ(afericao->NomeTipo(), "clsAfericao");
     EXPECT_TRUE(afericao->Sensor().Nada());
-    EXPECT_EQ(afericao->Chave(), "");
-    EXPECT_FALSE(afericao->Alterado);
-    EXPECT_EQ(afericao->NroIntAfericao, 0);
-    EXPECT_EQ(afericao->Numero, "");
-    EXPECT_EQ(afericao->Marca, "");
-    EXPECT_TRUE(afericao->DataVerificacao.Vazia());
-    EXPECT_TRUE(afericao->DataVencimento.Vazia());
-    EXPECT_TRUE(afericao->Ativo);
-    EXPECT_EQ(afericao->NroIntImgCertif, 0);
-    EXPECT_EQ(afericao->TipoAfer, 0);
-    EXPECT_EQ(afericao->PortDimel, "");
+    EXPECT_EQ(Retrato(*afericao), "{0, , , 00:00:00, 00:00:00, 0, 0, }");
 }
 
-TEST(clsAfericao, ToAfericaoED_Saved_WritesEveryMember)
+TEST(clsAfericao, ToAfericaoED_OfEachKind_WritesAllButTheNumberOfANewOne)
 {
-    auto ED = AfericaoCompleta()->ToAfericaoED();
-    EXPECT_EQ(ED->NroIntAfericao.Valor(), 9007199254740991);
-    EXPECT_EQ(ED->Numero.Valor(), "12345678");
-    EXPECT_EQ(ED->Marca.Valor(), "00012345678901");
-    EXPECT_EQ(ED->DataVerificacao.Valor(), DataDe(1, 3, 2025));
-    EXPECT_EQ(ED->DataVencimento.Valor(), DataDe(28, 2, 2026));
-    EXPECT_EQ(ED->Ativo.Valor(), 1);
-    EXPECT_EQ(ED->NroIntImgCertif.Valor(), 4294967296);
-    EXPECT_EQ(ED->TipoAfer.Valor(), 2);
-    EXPECT_EQ(ED->PortDimel.Valor(), "123/15");
-    ED->CadaMembro([](std::string_view nome, const auto &campo) { EXPECT_TRUE(campo.Escrito()) << nome; });
-}
-
-TEST(clsAfericao, ToAfericaoED_NotAboveZero_LeavesNroIntAfericaoUnset)
-{
-    for (double numero : {0.0, -1.0, -0.5}) {
-        auto afericao = AfericaoCompleta();
-        afericao->NroIntAfericao = numero;
-        auto ED = afericao->ToAfericaoED();
-        EXPECT_FALSE(ED->NroIntAfericao.Escrito()) << numero;
-        EXPECT_EQ(ED->NroIntAfericao.Valor(), 0);
-    }
-}
-
-TEST(clsAfericao, ToAfericaoED_NumberBetweenZeroAndOne_WritesIt)
-{
+    const std::string resto = "Numero=\"12345678\", Marca=\"00012345678901\", DataVerificacao=01/03/2025, "
+                              "DataVencimento=28/02/2026, Ativo=";
     auto afericao = AfericaoCompleta();
-    afericao->NroIntAfericao = 0.5;
-    EXPECT_TRUE(afericao->ToAfericaoED()->NroIntAfericao.Escrito());
-}
-
-TEST(clsAfericao, ToAfericaoED_New_WritesAllButTheNumberEmptyValuesIncluded)
-{
-    auto ED = Novo<clsAfericao>()->ToAfericaoED();
-    ED->CadaMembro(
-        [](std::string_view nome, const auto &campo) { EXPECT_EQ(campo.Escrito(), nome != "NroIntAfericao") << nome; });
-    EXPECT_EQ(ED->Numero.Valor(), "");
-    EXPECT_EQ(ED->Marca.Valor(), "");
-    EXPECT_TRUE(ED->DataVerificacao.Valor().Vazia());
-    EXPECT_TRUE(ED->DataVencimento.Valor().Vazia());
-    EXPECT_EQ(ED->Ativo.Valor(), 1);
-    EXPECT_EQ(ED->NroIntImgCertif.Valor(), 0);
-    EXPECT_EQ(ED->TipoAfer.Valor(), 0);
-    EXPECT_EQ(ED->PortDimel.Valor(), "");
-}
-
-TEST(clsAfericao, ToAfericaoED_Inactive_SendsTwo)
-{
-    auto afericao = AfericaoCompleta();
-    afericao->Ativo = false;
-    EXPECT_EQ(afericao->ToAfericaoED()->Ativo.Valor(), 2);
-}
-
-TEST(clsAfericao, ToAfericaoED_Kind1_SendsThePortDimelThatItHolds)
-{
-    auto afericao = AfericaoCompleta();
-    afericao->TipoAfer = 1;
     auto ED = afericao->ToAfericaoED();
-    EXPECT_EQ(ED->TipoAfer.Valor(), 1);
-    EXPECT_EQ(ED->PortDimel.Valor(), "123/15");
+    EXPECT_EQ(ED->NroIntAfericao.Valor(), 9007199254740991); // more digits than its text has
+    EXPECT_EQ(ED->NroIntImgCertif.Valor(), 4294967296);
+    afericao->NroIntAfericao = 0.5;
+    EXPECT_EQ(afericao->ToAfericaoED()->Texto(), "AfericaoED{NroIntAfericao=0,5, " + resto +
+                                                     "1, NroIntImgCertif=4294967296, TipoAfer=2, "
+                                                     "PortDimel=\"123/15\"}");
+    afericao->TipoAfer = 1; // which sends the PortDimel that it holds
+    afericao->Ativo = false;
+    for (const double numero : {0.0, -1.0, -0.5}) {
+        afericao->NroIntAfericao = numero;
+        EXPECT_EQ(afericao->ToAfericaoED()->Texto(),
+                  "AfericaoED{" + resto + "2, NroIntImgCertif=4294967296, TipoAfer=1, PortDimel=\"123/15\"}");
+    }
+    EXPECT_EQ(Novo<clsAfericao>()->ToAfericaoED()->Texto(),
+              "AfericaoED{Numero=\"\", Marca=\"\", DataVerificacao=00:00:00, DataVencimento=00:00:00, Ativo=1, "
+              "NroIntImgCertif=0, TipoAfer=0, PortDimel=\"\"}");
 }
 
 TEST(clsAfericao, ToAfericaoED_Altered_LeavesAlteredAndNewRecordEachTime)
@@ -117,13 +65,10 @@ TEST(clsAfericao, ToAfericaoED_Altered_LeavesAlteredAndNewRecordEachTime)
 TEST(clsAfericao, ToAfericaoED_Fault_PassesWithItsTail)
 {
     auto afericao = AfericaoCompleta();
-    const Falha falha = FalhaLancada([&] {
+    EXPECT_TRUE(Lanca(7, "ZTAVOREQUIP < clsAfericao.ToAfericaoED", "Memória insuficiente", [&] {
         MemoriaEscassa escassa(1);
         afericao->ToAfericaoED();
-    });
-    EXPECT_EQ(falha.Numero, 7);
-    EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP < clsAfericao.ToAfericaoED");
-    EXPECT_EQ(falha.Descricao, "Memória insuficiente");
+    }));
 }
 
 TEST(clsAfericao, Sensor_GivenOutsideAList_ReadsItAndNoKey)
@@ -145,9 +90,7 @@ TEST(clsAfericao, Sensor_Ended_ReadsNothingAndIsNotKeptAlive)
     sensor = nullptr;
     EXPECT_TRUE(vigia.Nada());
     EXPECT_TRUE(afericao->Sensor().Nada());
-    const Falha falha = FalhaLancada([&] { afericao->Sensor()->NroSensor = 1; });
-    EXPECT_EQ(falha.Numero, 91);
-    EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP");
+    EXPECT_TRUE(Lanca(91, "ZTAVOREQUIP", [&] { afericao->Sensor()->NroSensor = 1; }));
 }
 
 TEST(clsAfericao, Finaliza_Twice_DropsSensorAndKeepsTheRest)

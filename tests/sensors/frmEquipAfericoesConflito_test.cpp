@@ -11,7 +11,6 @@
 
 namespace {
 
-const std::string Janela = "frmEquipAfericoes";
 constexpr int Dias = 8;
 
 Data DiaDoMes(int dia)
@@ -80,18 +79,12 @@ Desfecho Esperado(Periodo novo, const std::vector<Periodo> &outros, bool inclusa
     return desfecho;
 }
 
-class frmEquipAfericoesConflito_test : public CenarioSensores {
+class frmEquipAfericoesConflito_test : public ComForm<frmEquipAfericoes, clsAfericao> {
   protected:
-    void SetUp() override
-    {
-        CenarioSensores::SetUp();
-        sensor = PoeSensor(103, 3, "Rua Três, 33");
-    }
     void TearDown() override
     {
         outras.clear();
-        sensor = nullptr;
-        CenarioSensores::TearDown();
+        ComForm::TearDown();
     }
 
     // Runs the checks in one inclusion, or in the edition of a listed record, in which only the dates are typed anew.
@@ -105,13 +98,11 @@ class frmEquipAfericoesConflito_test : public CenarioSensores {
             registro = PoeAfericao(sensor, 50, "01/03/2026", "08/03/2026");
             registro->NroIntImgCertif = 0;
         }
-        NaJanela(Janela, [&](Pessoa &p) {
+        const auto gestos = [&](Pessoa &p) {
             FAZ(p, Preenche("txtNroINMETRO", "1"));
             casos(p);
-            FAZ(p, Clica("cmdCancelar"));
-        });
-        auto form = FormCompartilhado<frmEquipAfericoes>();
-        EXPECT_FALSE(inclusao ? form->CarregaInclusao(registro) : form->CarregaEdicao(registro));
+        };
+        EXPECT_FALSE(inclusao ? Inclui(registro, gestos) : Edita(registro, gestos));
         EXPECT_FALSE(registro->Alterado);
     }
 
@@ -227,7 +218,6 @@ class frmEquipAfericoesConflito_test : public CenarioSensores {
         FAZ(p, Preenche("txtDtVencINMETRO", TextoDoDia(novo.Ultimo)));
     }
 
-    Ref<clsSensor> sensor;
     std::vector<Ref<clsAfericao>> outras;
     int conferidos = 0;
 };

@@ -1,6 +1,7 @@
 #include "tests/support/HostTeste.h"
 
 #include "shell/ModGeral.h"
+#include "tests/support/FalhaLancada.h"
 
 void HostTeste::SetUp()
 {
@@ -21,6 +22,20 @@ void HostTeste::TearDown()
 void HostTeste::LogaGeral()
 {
     geral = ::LogaGeral(*host);
+}
+
+testing::AssertionResult HostTeste::MostrouErro(std::size_t quantos, const std::string &contexto, std::int32_t numero,
+                                                const std::string &fonte)
+{
+    const auto &erros = host->Erros();
+    if (erros.empty() || erros.size() != quantos) {
+        return testing::AssertionFailure() << erros.size() << " error boxes";
+    }
+    const auto &erro = erros.back();
+    if (erro.Contexto != contexto) {
+        return testing::AssertionFailure() << "the context is " << erro.Contexto;
+    }
+    return FalhaIgual(Falha(erro.Numero, erro.Fonte, erro.Descricao), numero, fonte);
 }
 
 Ref<Geral> LogaGeral(HostRoteirizado &host)

@@ -7,6 +7,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
 // Fixture with a scripted host, installed while the test runs. At its end the module is taken away and every problem
 // that the host has seen fails the test. A fixture with members that hold objects of the module or of the host lets
 // them go in a TearDown of its own, before it calls this one.
@@ -17,6 +21,9 @@ class HostTeste : public testing::Test {
 
     // A shell on which the host has logged on, kept in `geral` until the end; the log starts after it.
     void LogaGeral();
+    // That so many error boxes have been shown, the last of them with this context and fault, as FalhaIgual tells it.
+    testing::AssertionResult MostrouErro(std::size_t quantos, const std::string &contexto, std::int32_t numero,
+                                         const std::string &fonte);
 
     Ref<HostRoteirizado> host = Novo<HostRoteirizado>();
     Ref<Geral> geral;
