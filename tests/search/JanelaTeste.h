@@ -91,28 +91,6 @@ class JanelaTeste : public HostTeste {
         return linhas;
     }
 
-    // The notices shown since the last question, without their controls.
-    Textos Avisos()
-    {
-        Textos textos;
-        for (; m_AvisosVistos < host->Avisos().size(); ++m_AvisosVistos) {
-            textos.push_back(host->Avisos()[m_AvisosVistos].Texto);
-        }
-        return textos;
-    }
-
-    // The error boxes shown since the last question: "context: number (source)".
-    Textos Erros()
-    {
-        Textos textos;
-        const auto &erros = host->Erros();
-        for (; m_ErrosVistos < erros.size(); ++m_ErrosVistos) {
-            const auto &erro = erros[m_ErrosVistos];
-            textos.push_back(erro.Contexto + ": " + std::to_string(erro.Numero) + " (" + erro.Fonte + ")");
-        }
-        return textos;
-    }
-
     // The records sent to a remote operation so far, as text.
     Textos Enviados(const std::string &metodo, const std::string &classe = "EquiptoRN")
     {
@@ -130,12 +108,6 @@ class JanelaTeste : public HostTeste {
     {
         TearDown();
         host = Novo<HostRoteirizado>();
-        m_AvisosVistos = 0;
-        m_ErrosVistos = 0;
         SetUp();
     }
-
-  private:
-    std::size_t m_AvisosVistos = 0;
-    std::size_t m_ErrosVistos = 0;
 };
