@@ -29,7 +29,8 @@ class JanelaTeste : public HostTeste {
     };
     std::vector<Ref<EquiptoED>> Cadastro{Equipto(101, "RAD-01", "R", 1), Equipto(102, "PAR-02", "F", 2)};
     // The calibration in force, whatever the day.
-    Ref<AfericaoED> Vigente = Afericao(9001, "INM-77", "ACME", DataDe(5, 3, 2026));
+    const Ref<AfericaoED> EmVigor = Afericao(9001, "INM-77", "ACME", DataDe(5, 3, 2026));
+    Ref<AfericaoED> Vigente = EmVigor;
 
     static Ref<EquiptoED> Equipto(std::int32_t nroIntEquip, const std::string &codigo, const std::string &tipo,
                                   std::uint8_t temLimiteDif)
