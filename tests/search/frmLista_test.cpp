@@ -318,27 +318,6 @@ TEST_F(frmListaTeste, Controles_OfAFormJustLoaded_AreAsInItsPortrait)
     EXPECT_TRUE(RetratoIgual(SoCarregada<frmLista>(), "tests/search/dados"));
 }
 
-// Each row of the criteria fills the four columns of their grid, labels included, and no piece has a place of its own.
-TEST_F(frmListaTeste, Desenho_OfTheCriteria_FillsEachRowOfTheirGrid)
-{
-    const Desenho desenho = frmLista().Desenho();
-    const Peca &lista = desenho.Raiz.Pecas.at(0);
-    ASSERT_EQ(lista.Pecas.size(), 1U);
-    const Peca &criterios = lista.Pecas[0];
-    EXPECT_EQ(criterios.Nome, "fraDados");
-    EXPECT_EQ(criterios.Disposicao, Arranjo::Grade);
-    ASSERT_EQ(criterios.Pecas.size(), 4U);
-    for (const Peca &linha : criterios.Pecas) {
-        int colunas = 0;
-        for (const Peca &peca : linha.Pecas) {
-            colunas += peca.Vao + (peca.Rotulo.empty() ? 0 : 1);
-            EXPECT_EQ(peca.Left + peca.Top + peca.Width + peca.Height, 0) << peca.Nome;
-        }
-        EXPECT_EQ(colunas, 4) << linha.Pecas[0].Nome;
-    }
-    EXPECT_GE(desenho.Altura, lista.Height);
-}
-
 TEST_F(frmListaTeste, CarregaForm_BeforeTheFormCarregadoEvent_GivesTheListItsColumns)
 {
     CriaForm();
