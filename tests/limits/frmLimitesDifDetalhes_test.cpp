@@ -7,7 +7,7 @@
 #include "tests/support/ArquivoIgual.h"
 #include "tests/support/FalhaLancada.h"
 #include "tests/support/FormQueAnota.h"
-#include "tests/support/HostTeste.h"
+#include "tests/support/HostQueConta.h"
 #include "tests/support/NomesAcessiveis.h"
 #include "tests/support/RetratoDesenho.h"
 #include "tests/support/RetratoForm.h"
@@ -24,11 +24,11 @@ using Linhas = std::vector<std::string>;
 using Roteiro = std::function<void(Pessoa &)>;
 using Valores = std::vector<std::pair<std::string, std::string>>; // what goes into which control
 
-class frmLimitesDifDetalhesTeste : public HostTeste {
+class frmLimitesDifDetalhesTeste : public HostQueConta {
   protected:
     void SetUp() override
     {
-        HostTeste::SetUp();
+        HostQueConta::SetUp();
         LogaGeral();
         goGateway();
         goMensagem();
@@ -64,7 +64,7 @@ class frmLimitesDifDetalhesTeste : public HostTeste {
     void TearDown() override
     {
         form = nullptr;
-        HostTeste::TearDown();
+        HostQueConta::TearDown();
     }
 
     // Opens the form for new rows of equipment 12, or for row 7; the person does what the script says.

@@ -4,8 +4,6 @@
 
 void HostTeste::SetUp()
 {
-    m_AvisosVistos = 0;
-    m_ErrosVistos = 0;
     InstalaHost(host);
 }
 
@@ -23,26 +21,6 @@ void HostTeste::TearDown()
 void HostTeste::LogaGeral()
 {
     geral = ::LogaGeral(*host);
-}
-
-std::vector<std::string> HostTeste::Avisos()
-{
-    std::vector<std::string> textos;
-    for (; m_AvisosVistos < host->Avisos().size(); ++m_AvisosVistos) {
-        textos.push_back(host->Avisos()[m_AvisosVistos].Texto);
-    }
-    return textos;
-}
-
-std::vector<std::string> HostTeste::Erros()
-{
-    std::vector<std::string> textos;
-    const auto &erros = host->Erros();
-    for (; m_ErrosVistos < erros.size(); ++m_ErrosVistos) {
-        const auto &erro = erros[m_ErrosVistos];
-        textos.push_back(erro.Contexto + ": " + std::to_string(erro.Numero) + " (" + erro.Fonte + ")");
-    }
-    return textos;
 }
 
 Ref<Geral> LogaGeral(HostRoteirizado &host)

@@ -7,10 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstddef>
-#include <string>
-#include <vector>
-
 // Fixture with a scripted host, installed while the test runs. At its end the module is taken away and every problem
 // that the host has seen fails the test. A fixture with members that hold objects of the module or of the host lets
 // them go in a TearDown of its own, before it calls this one.
@@ -22,17 +18,8 @@ class HostTeste : public testing::Test {
     // A shell on which the host has logged on, kept in `geral` until the end; the log starts after it.
     void LogaGeral();
 
-    // The notices shown since the last question, without their controls.
-    std::vector<std::string> Avisos();
-    // The error boxes shown since the last question: "context: number (source)".
-    std::vector<std::string> Erros();
-
     Ref<HostRoteirizado> host = Novo<HostRoteirizado>();
     Ref<Geral> geral;
-
-  private:
-    std::size_t m_AvisosVistos = 0;
-    std::size_t m_ErrosVistos = 0;
 };
 
 // What a host does from the creation of the shell to the logon. The log of the host is forgotten then.
