@@ -314,6 +314,7 @@ TEST_F(frmLimitesDifDetalhesTeste, OpeningAndSaving_OfEachKindInEachMode_GoInThi
         host->RecusaOperacao(especie.Consulta, "não encontrado");
         EXPECT_FALSE(Abre(true, especie, Cancela));
         anota("Edita sem ler");
+        AoConsultar = [] {}; // the box is checked then, which opens the field
         form->CarregaDetalhes(especie.Tipo, "RAD-01", 7);
         anota("Detalha");
         Plataforma()->Descarrega(form);
