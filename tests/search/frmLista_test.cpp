@@ -267,13 +267,13 @@ TEST_F(frmListaTeste, Window_OpenedSearchedAndClosed_GoesInThisOrder)
     titulo("Fecha");
     EXPECT_TRUE(NaJanela().Fecha());
 
-    titulo("De novo, com linhas");
+    titulo("De novo, com linhas e uma busca");
     abre(true, [](const Pessoa &p) {
         TabelaTexto linhas(4);
         linhas.AdicionaLinha();
         ListaDe(p)->CarregaItens(linhas);
     });
-    EXPECT_FALSE(Carrega(nullptr, false));
+    EXPECT_FALSE(Carrega(Parametros({}), false));
     EXPECT_TRUE(NaJanela().Fecha());
 
     titulo("De outro modulo");
