@@ -3,25 +3,22 @@
 #include "host/DiaEspecificoED.h"
 #include "host/LimiteDifED.h"
 #include "shell/ModGeral.h"
+#include "tests/limits/Especies.h"
 #include "tests/support/VarreduraRegistro.h"
 
 #include <cstdint>
+#include <memory>
 #include <string>
 
 namespace {
 
-constexpr std::int16_t Limite = 1;
-constexpr std::int16_t DiaEspecifico = 2;
-constexpr std::int16_t HorarioProibido = 3;
-
 // One kind in its window: a row more, which is at first incomplete, or two of a kind that has days; the last one
 // edited, shown, deactivated.
-template <std::int16_t Tipo> class JornadaDoTipo : public JornadaComRegistro {
+class JornadaDaEspecie : public JornadaComRegistro {
   public:
-    explicit JornadaDoTipo(HostRoteirizado &host) : JornadaComRegistro(host)
+    JornadaDaEspecie(HostRoteirizado &host, const Especie &especie) : JornadaComRegistro(host), m_Especie(especie)
     {
-        const std::string descr[] = {"", "Limite Diferenciado", "Dia Específico", "Horário Proibido"};
-        Responde("Confirma a exclusão deste " + descr[Tipo] + "?", true);
+        Responde("Confirma a exclusão deste " + m_Especie.Descr + "?", true);
         NoModal("frmLimitesDif", [this](PessoaNaTela &p) { Trabalha(p); });
         NoModal("frmLimitesDifDetalhes", [this](PessoaNaTela &p) {
             if (!m_Edita) {
@@ -38,12 +35,12 @@ template <std::int16_t Tipo> class JornadaDoTipo : public JornadaComRegistro {
     {
         m_Visto = "";
         m_Edita = false;
-        Passo([] { FormCompartilhado<frmLimitesDif>()->CarregaForm("RAD-01", 12, Tipo); });
+        Passo([&] { FormCompartilhado<frmLimitesDif>()->CarregaForm("RAD-01", 12, m_Especie.Tipo); });
     }
 
     void ConfereSucesso() override
     {
-        EXPECT_EQ(m_Visto, Tipo == DiaEspecifico ? "0110" : "0221");
+        EXPECT_EQ(m_Visto, m_Especie.DeUmaData() ? "0110" : "0221");
         EXPECT_EQ(Ultimo(), "2100 2");
         EXPECT_EQ(m_Host.Tela->NroForms(), 0);
     }
@@ -75,19 +72,11 @@ template <std::int16_t Tipo> class JornadaDoTipo : public JornadaComRegistro {
         p.Fecha();
     }
 
-    static void Inclui(PessoaNaTela &p)
+    void Inclui(PessoaNaTela &p) const
     {
-        if (Tipo == DiaEspecifico) {
-            p.Preenche("ztdData", "25122026");
-        } else {
-            p.Marca("chkDia", 2);
-            p.Marca("chkDia", 8);
-        }
-        if (Tipo != HorarioProibido) {
-            p.Preenche("txtVelocPerm", "60");
-        }
-        p.Preenche("ztmHInicial", "0700");
-        p.Clica("ztCmdOK"); // without an end
+        PreencheDois(p, m_Especie);
+        p.Preenche("ztmHFinal", "");
+        p.Clica("ztCmdOK");
         p.Preenche("ztmHFinal", "0900");
         p.Clica("ztCmdOK");
     }
@@ -99,25 +88,23 @@ template <std::int16_t Tipo> class JornadaDoTipo : public JornadaComRegistro {
             const auto &ultimo = *registros.rbegin()->second;
             return std::to_string(ultimo.HoraFim.Valor()) + " " + std::to_string(ultimo.Ativo.Valor());
         };
-        return Tipo == DiaEspecifico ? texto(m_Registro.Dias()) : texto(m_Registro.Limites());
+        return m_Especie.DeUmaData() ? texto(m_Registro.Dias()) : texto(m_Registro.Limites());
     }
 
+    const Especie &m_Especie;
     std::string m_Visto;
     bool m_Edita = false;
 };
 
-// The tree of a kind: its list, the way to read a row, to save it, with the operations for a new and a changed one, and
-// to deactivate it.
-std::string Arvore(const std::string &lista, const std::string &busca, const std::string &consulta,
-                   const std::string &salva, const std::string &inclui, const std::string &altera,
-                   const std::string &exclui, const std::string &desativa)
+std::string Arvore(const Especie &especie)
 {
+    const std::string lista = especie.DeUmaData() ? "listaDias" : "listaLimites";
     const auto grava = [&](const std::string &operacao) {
         return R"(
           pessoa
             frmLimitesDifDetalhes.ztCmdOk_Click
               frmLimitesDifDetalhes.)" +
-               salva + R"(
+               especie.Salva + R"(
                 - Plataforma.Ponteiro := 11
                 @comando )" +
                operacao + R"(
@@ -131,12 +118,21 @@ std::string Arvore(const std::string &lista, const std::string &busca, const std
           @controles frmLimitesDifDetalhes
           frmLimitesDifDetalhes.MontaTela
             frmLimitesDifDetalhes.)" +
-                           busca + R"(
+                           especie.Busca + R"(
               - Plataforma.Ponteiro := 11
-              @remota )" + consulta +
+              @remota )" + especie.Consulta +
                            R"(
               - Plataforma.Ponteiro := 0
 )";
+    const auto comando = [](const std::string &procedimento, const std::string &entrada) {
+        return R"(
+  pessoa
+    COLimiteDif.m_ZtList_ItemMenuClicado
+      COLimiteDif.)" +
+               procedimento + R"(
+        frmLimitesDifDetalhes.)" +
+               entrada;
+    };
     return R"(
 pessoa
   @controles frmLimitesDif
@@ -145,31 +141,19 @@ pessoa
     @)" + lista +
            R"(
   @FormShowModal frmLimitesDif
-  pessoa
-    COLimiteDif.m_ZtList_ItemMenuClicado
-      COLimiteDif.Novo
-        frmLimitesDifDetalhes.CarregaInclusao
+)" + comando("Novo", "CarregaInclusao") +
+           R"(
           @controles frmLimitesDifDetalhes
           @FormShowModal frmLimitesDifDetalhes
           pessoa
             frmLimitesDifDetalhes.ztCmdOk_ValidaClick
               frmLimitesDifDetalhes.ValidouOk
                 - goMensagem.ExibeMensagem("Informe a hora final.", ztmHFinal)
-)" + grava(inclui) +
-           R"(
-  pessoa
-    COLimiteDif.m_ZtList_ItemMenuClicado
-      COLimiteDif.Editar
-        frmLimitesDifDetalhes.CarregaEdicao
-)" + le + R"(
+)" + grava(especie.Inclui) +
+           comando("Editar", "CarregaEdicao") + le + R"(
           @FormShowModal frmLimitesDifDetalhes
-)" + grava(altera) +
-           R"(
-  pessoa
-    COLimiteDif.m_ZtList_ItemMenuClicado
-      COLimiteDif.Detalhes
-        frmLimitesDifDetalhes.CarregaDetalhes
-)" + le + R"(
+)" + grava(especie.Altera) +
+           comando("Detalhes", "CarregaDetalhes") + le + R"(
           - goMensagem.PreparaDetalhes(frmLimitesDifDetalhes)
           @FormShow frmLimitesDifDetalhes
   pessoa
@@ -179,38 +163,34 @@ pessoa
       COLimiteDif.Excluir
         - Plataforma.PerguntaSimNao("Confirma a exclusão deste
         COLimiteDif.)" +
-           exclui + R"(
+           especie.Exclui + R"(
           @comando )" +
-           desativa + R"(
+           especie.Desativa + R"(
           - goMensagem.ExibeMensagem(
 )";
 }
 
-TEST(COLimiteDifVarredura, Limits_NewEditedShownAndDeactivated_SurviveEveryFault)
+void Varre(const Especie &especie)
 {
-    auto varredura = VarreduraDe<JornadaDoTipo<Limite>>(
-        Arvore("listaLimites", "BuscaLimitesDif", "consultaSimplesLimiteDif", "SalvaLimiteDif", "alteraListaLimitesDif",
-               "alteraListaLimitesDif", "ExcluirLimiteDif", "desativaLimiteDif"));
+    Varredura varredura([&](HostRoteirizado &host) { return std::make_unique<JornadaDaEspecie>(host, especie); },
+                        Arvore(especie));
     varredura.Segue();
     EXPECT_GE(varredura.Roda(), 376);
+}
+
+TEST(COLimiteDifVarredura, Limits_NewEditedShownAndDeactivated_SurviveEveryFault)
+{
+    Varre(Limite);
 }
 
 TEST(COLimiteDifVarredura, SpecificDays_NewEditedShownAndDeactivated_SurviveEveryFault)
 {
-    auto varredura = VarreduraDe<JornadaDoTipo<DiaEspecifico>>(
-        Arvore("listaDias", "BuscaDiasEspec", "consultaSimplesDiaEspecifico", "SalvaDiaEspec", "adicionaDiaEspecifico",
-               "alteraDiaEspecifico", "ExcluirDiaEspec", "desativaDiaEspecifico"));
-    varredura.Segue();
-    EXPECT_GE(varredura.Roda(), 376);
+    Varre(DiaEspecifico);
 }
 
 TEST(COLimiteDifVarredura, ProhibitedHours_NewEditedShownAndDeactivated_SurviveEveryFault)
 {
-    auto varredura = VarreduraDe<JornadaDoTipo<HorarioProibido>>(
-        Arvore("listaLimites", "BuscaLimitesDif", "consultaSimplesLimiteDif", "SalvaLimiteDif", "alteraListaLimitesDif",
-               "alteraListaLimitesDif", "ExcluirLimiteDif", "desativaLimiteDif"));
-    varredura.Segue();
-    EXPECT_GE(varredura.Roda(), 376);
+    Varre(HorarioProibido);
 }
 
 } // namespace

@@ -3,9 +3,11 @@
 #include "host/DiaEspecificoED.h"
 #include "host/LimiteDifED.h"
 #include "shell/ModGeral.h"
+#include "tests/limits/Especies.h"
+#include "tests/support/ArquivoIgual.h"
 #include "tests/support/FalhaLancada.h"
 #include "tests/support/FormQueAnota.h"
-#include "tests/support/HostTeste.h"
+#include "tests/support/HostQueConta.h"
 #include "tests/support/NomesAcessiveis.h"
 #include "tests/support/RetratoDesenho.h"
 #include "tests/support/RetratoForm.h"
@@ -13,129 +15,134 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
 
 using Linhas = std::vector<std::string>;
+using Roteiro = std::function<void(Pessoa &)>;
+using Valores = std::vector<std::pair<std::string, std::string>>; // what goes into which control
 
-constexpr std::int16_t Limite = 1;
-constexpr std::int16_t DiaEspecifico = 2;
-constexpr std::int16_t HorarioProibido = 3;
-
-constexpr std::int16_t TiposComLimite[] = {Limite, HorarioProibido};
-constexpr std::int16_t Tipos[] = {Limite, DiaEspecifico, HorarioProibido};
-
-class frmLimitesDifDetalhesTeste : public HostTeste {
+class frmLimitesDifDetalhesTeste : public HostQueConta {
   protected:
     void SetUp() override
     {
-        HostTeste::SetUp();
+        HostQueConta::SetUp();
         LogaGeral();
         goGateway();
-        host->LimpaRegistro();
-        form = Novo<frmLimitesDifDetalhes>();
-    }
-    void TearDown() override
-    {
-        form = nullptr;
-        HostTeste::TearDown();
-    }
-
-    // Opens the form for new rows of equipment 12; the person does what the script says.
-    bool Inclui(std::int16_t tipo, const std::function<void(Pessoa &)> &roteiro)
-    {
-        host->AoMostrarModal("frmLimitesDifDetalhes", roteiro);
-        return form->CarregaInclusao(tipo, 12, "RAD-01");
-    }
-    // Opens it for row 7.
-    bool Edita(std::int16_t tipo, const std::function<void(Pessoa &)> &roteiro)
-    {
-        host->AoMostrarModal("frmLimitesDifDetalhes", roteiro);
-        return form->CarregaEdicao(tipo, "RAD-01", 7);
-    }
-
-    static Ref<LimiteDifED> NovoLimite(std::uint8_t dia = 3, std::int16_t velocMin = 40)
-    {
-        auto limite = Novo<LimiteDifED>();
+        goMensagem();
         limite->NroInt = 7;
         limite->NroIntEquip = 34;
-        limite->Dia = dia;
+        limite->Dia = 3;
         limite->HoraInicio = 730;
         limite->HoraFim = 1805;
         limite->VelocPerm = 60;
-        limite->VelocMin = velocMin;
-        limite->Ativo = 1;
+        limite->VelocMin = 40;
         limite->TipoLimite = 1;
-        return limite;
-    }
-    static Ref<DiaEspecificoED> NovoDia(std::int16_t velocMin = 40)
-    {
-        auto dia = Novo<DiaEspecificoED>();
         dia->NroInt = 7;
         dia->NroIntEquip = 34;
         dia->Data = DataDe(5, 3, 2027);
         dia->HoraInicio = 5;
         dia->HoraFim = 2359;
         dia->VelocPerm = 80;
-        dia->VelocMin = velocMin;
-        return dia;
+        dia->VelocMin = 40;
+        host->Servico("EquiptoRN", "consultaSimplesLimiteDif", [this](const auto &) {
+            AoConsultar();
+            return Resposta(limite);
+        });
+        host->Servico("EquiptoRN", "consultaSimplesDiaEspecifico", [this](const auto &) {
+            AoConsultar();
+            return Resposta(dia);
+        });
+        for (const char *metodo : {"alteraListaLimitesDif", "adicionaDiaEspecifico", "alteraDiaEspecifico"}) {
+            host->Servico("EquiptoRN", metodo, [](const auto &) { return Resposta(); });
+        }
+        host->LimpaRegistro();
+        form = Novo<frmLimitesDifDetalhes>();
     }
-    void RespondeLimite(const Ref<LimiteDifED> &limite)
+    void TearDown() override
     {
-        host->Atende<LimiteDifED>("EquiptoRN", "consultaSimplesLimiteDif",
-                                  [limite](const Ref<LimiteDifED> &) { return Resposta(limite); });
-    }
-    void RespondeDia(const Ref<DiaEspecificoED> &dia)
-    {
-        host->Atende<DiaEspecificoED>("EquiptoRN", "consultaSimplesDiaEspecifico",
-                                      [dia](const Ref<DiaEspecificoED> &) { return Resposta(dia); });
-    }
-    // The service answers every read with a row and accepts every save.
-    void AceitaTudo()
-    {
-        RespondeLimite(NovoLimite());
-        RespondeDia(NovoDia());
-        host->Servico("EquiptoRN", "alteraListaLimitesDif", [](const auto &) { return Resposta(); });
-        host->Servico("EquiptoRN", "adicionaDiaEspecifico", [](const auto &) { return Resposta(); });
-        host->Servico("EquiptoRN", "alteraDiaEspecifico", [](const auto &) { return Resposta(); });
+        form = nullptr;
+        HostQueConta::TearDown();
     }
 
-    // Fills a new row of the kind so that it can be saved.
-    static void Preenche(Pessoa &p, std::int16_t tipo)
+    // Opens the form for new rows of equipment 12, or for row 7; the person does what the script says.
+    bool Abre(bool edita, const Especie &especie, const Roteiro &roteiro)
     {
-        if (tipo == DiaEspecifico) {
-            EXPECT_TRUE(p.Preenche("ztdData", "25/12/2026"));
-        } else {
-            EXPECT_TRUE(p.Marca("chkDia", 2));
-        }
-        EXPECT_TRUE(p.Preenche("ztmHInicial", "0730"));
-        EXPECT_TRUE(p.Preenche("ztmHFinal", "1800"));
-        if (tipo != HorarioProibido) {
-            EXPECT_TRUE(p.Preenche("txtVelocPerm", "60"));
-        }
+        host->AoMostrarModal("frmLimitesDifDetalhes", roteiro);
+        return edita ? form->CarregaEdicao(especie.Tipo, "RAD-01", 7)
+                     : form->CarregaInclusao(especie.Tipo, 12, "RAD-01");
     }
+    bool Inclui(const Especie &especie, const Roteiro &roteiro) { return Abre(false, especie, roteiro); }
+    bool Edita(const Especie &especie, const Roteiro &roteiro) { return Abre(true, especie, roteiro); }
+
     static void Cancela(Pessoa &p) { EXPECT_TRUE(p.Clica("cmdCancelar")); }
-
-    static std::int16_t Pagina(const Pessoa &p) { return p.Acha<ISSTab>("sstDados")->Tab(); }
-    static std::int16_t Marcada(const Pessoa &p, const std::string &nome, std::int16_t indice = -1)
+    static void Confirma(Pessoa &p) { EXPECT_TRUE(p.Clica("ztCmdOK")); }
+    // Puts values into controls, each on its page; a box is unchecked by none. Of the days it is Monday's.
+    static void Poe(Pessoa &p, const Valores &valores)
     {
-        return p.Acha<ICheckBox>(nome, indice)->Value();
+        for (const auto &[nome, texto] : valores) {
+            EXPECT_TRUE(p.Abre("sstDados", nome.ends_with("VelocMin") ? 1 : 0)) << nome;
+            const std::int16_t indice = nome == "chkDia" ? 2 : -1;
+            if (nome.starts_with("chk")) {
+                EXPECT_TRUE(texto.empty() ? p.Desmarca(nome, indice) : p.Marca(nome, indice)) << nome;
+            } else {
+                EXPECT_TRUE(p.Preenche(nome, texto)) << nome;
+            }
+        }
     }
-    static std::string Texto(const Pessoa &p, const std::string &nome) { return p.Acha<IztMask>(nome)->Text(); }
-    static bool Visivel(const Pessoa &p, const std::string &nome) { return p.Acha(nome)->Visible(); }
 
-    // The record with which an operation was called, as the log has it.
+    static std::string Texto(const Pessoa &p, const std::string &nome) { return p.Acha<IztMask>(nome)->Text(); }
+    static bool Marcada(const Pessoa &p, const std::string &nome, std::int16_t indice = -1)
+    {
+        return p.Acha<ICheckBox>(nome, indice)->Value() == 1;
+    }
+    static std::string VelocMin(const Pessoa &p)
+    {
+        return (Marcada(p, "chkVelocMin") ? "x" : "-") + Texto(p, "txtVelocMin") +
+               (p.Acha<IztMask>("txtVelocMin")->ReadOnly() ? "!" : "");
+    }
+    // What the window shows: caption, code, current page, days, date, hours, speed, minimum speed, buttons. What is
+    // hidden stands in parentheses, and what is closed to the person ends in "!".
+    std::string Quadro(const Pessoa &p) const
+    {
+        const auto se = [](bool visivel, const std::string &texto) { return visivel ? texto : "(" + texto + ")"; };
+        std::string dias;
+        std::string fechados;
+        for (std::int16_t dia = 1; dia <= 8; ++dia) {
+            dias += Marcada(p, "chkDia", dia) ? std::to_string(dia) : ".";
+            fechados += p.Acha("chkDia", dia)->Enabled() ? "" : "!";
+        }
+        const auto abas = p.Acha<ISSTab>("sstDados");
+        return form->Caption() + "|" + p.Acha("lblCodEquip")->Caption() + "|" +
+               se(abas->TabVisible(0), std::to_string(abas->Tab())) + "|" +
+               se(p.Acha("fraDiasSemana")->Visible(), dias + (fechados == "!!!!!!!!" ? "!" : fechados)) + "|" +
+               se(p.Acha("fraData")->Visible(), p.Acha<IztData>("ztdData")->Text()) + "|" + Texto(p, "ztmHInicial") +
+               " a " + Texto(p, "ztmHFinal") + "|" + se(p.Acha("fraVelocPerm")->Visible(), Texto(p, "txtVelocPerm")) +
+               "|" + se(abas->TabVisible(1), VelocMin(p)) + "|" + se(p.Acha("ztCmdOK")->Visible(), "OK") + " " +
+               p.Acha("cmdCancelar")->Caption();
+    }
+
+    static std::string SemTravas(std::string quadro)
+    {
+        std::erase(quadro, '!');
+        return quadro;
+    }
+
+    // The one record with which an operation was called, as the log has it.
     std::string Enviado(const std::string &metodo)
     {
         const std::string inicio = "EquiptoRN.ExecutaMetodo(\"" + metodo + "\", ";
         const Linhas linhas = host->RegistroDe({inicio});
-        if (linhas.size() != 1) {
-            return "chamada " + std::to_string(linhas.size()) + " vezes";
-        }
-        return linhas.front().substr(inicio.size(), linhas.front().rfind(')') - inicio.size());
+        return linhas.size() == 1 ? linhas[0].substr(inicio.size(), linhas[0].rfind(')') - inicio.size())
+                                  : "chamada " + std::to_string(linhas.size()) + " vezes";
     }
 
+    // The row that the service reads, and what happens when it does.
+    Ref<LimiteDifED> limite = Novo<LimiteDifED>();
+    Ref<DiaEspecificoED> dia = Novo<DiaEspecificoED>();
+    std::function<void()> AoConsultar = [] {};
     Ref<frmLimitesDifDetalhes> form;
 };
 
@@ -144,93 +151,24 @@ class frmLimitesDifDetalhesTeste : public HostTeste {
 TEST_F(frmLimitesDifDetalhesTeste, Desenho_OfTheForm_IsAsInItsPortraitAndNamesEveryField)
 {
     EXPECT_EQ(SemNomeAcessivel(frmLimitesDifDetalhes().Desenho()), std::vector<std::string>{});
-    EXPECT_TRUE(DesenhoIgual(frmLimitesDifDetalhes().Desenho(), "tests/limits/dados/frmLimitesDifDetalhes.desenho.txt"));
+    EXPECT_TRUE(
+        DesenhoIgual(frmLimitesDifDetalhes().Desenho(), "tests/limits/dados/frmLimitesDifDetalhes.desenho.txt"));
 }
 
 TEST_F(frmLimitesDifDetalhesTeste, Controles_OfAFormJustLoaded_AreAsInItsPortrait)
 {
-    const auto carregada = SoCarregada<frmLimitesDifDetalhes>();
-    EXPECT_TRUE(RetratoIgual(carregada, "tests/limits/dados"));
-    Pessoa p(carregada);
-    EXPECT_EQ(p.Acha<IztData>("ztdData")->Text(), "  /  /    ");
-    for (const char *vazio : {"txtVelocPerm", "txtVelocMin"}) {
-        EXPECT_EQ(Texto(p, vazio), "") << vazio;
-    }
-    for (const char *hora : {"ztmHInicial", "ztmHFinal"}) {
-        EXPECT_EQ(p.Acha<IztMask>(hora)->Valor(), "") << hora;
-    }
-}
-
-TEST_F(frmLimitesDifDetalhesTeste, Carrega_OfEachKindInEachMode_ShowsCaptionAndFramesOfTheKind)
-{
-    struct {
-        std::int16_t Tipo;
-        const char *Fim;
-        bool Dias;
-        bool Data;
-        bool Veloc;
-        bool Opcoes;
-    } const casos[] = {
-        {Limite, " Limite Diferenciado", true, false, true, true},
-        {DiaEspecifico, " Dia Específico", false, true, true, true},
-        {HorarioProibido, " Horário Proibido", true, false, false, false},
-    };
-    AceitaTudo();
-    for (const auto &caso : casos) {
-        SCOPED_TRACE(caso.Fim);
-        const auto confere = [&](Pessoa &p, const Ref<IForm> &janela, const std::string &inicio) {
-            EXPECT_EQ(janela->Caption(), inicio + caso.Fim);
-            EXPECT_EQ(p.Acha("lblCodEquip")->Caption(), "RAD-01");
-            EXPECT_EQ(Visivel(p, "fraDiasSemana"), caso.Dias);
-            EXPECT_EQ(Visivel(p, "fraData"), caso.Data);
-            EXPECT_EQ(Visivel(p, "fraVelocPerm"), caso.Veloc);
-            EXPECT_TRUE(p.Acha<ISSTab>("sstDados")->TabVisible(0));
-            EXPECT_EQ(p.Acha<ISSTab>("sstDados")->TabVisible(1), caso.Opcoes);
-            EXPECT_EQ(p.Abre("sstDados", 1), caso.Opcoes);
-            Cancela(p);
-        };
-        EXPECT_FALSE(Inclui(caso.Tipo, [&](Pessoa &p) { confere(p, form, "Novo"); }));
-        EXPECT_FALSE(Edita(caso.Tipo, [&](Pessoa &p) { confere(p, form, "Editar"); }));
-        auto detalhes = Novo<frmLimitesDifDetalhes>();
-        detalhes->CarregaDetalhes(caso.Tipo, "RAD-01", 7);
-        Pessoa p(detalhes);
-        confere(p, detalhes, "Detalhes do");
-    }
-}
-
-TEST_F(frmLimitesDifDetalhesTeste, SharedForm_OfAKindAfterAnother_ShowsNothingOfTheEarlierOpening)
-{
-    AceitaTudo();
-    Edita(Limite, [](Pessoa &p) {
-        EXPECT_EQ(Marcada(p, "chkVelocMin"), 1);
-        EXPECT_TRUE(p.Abre("sstDados", 1));
-        Cancela(p);
-    });
-    Inclui(HorarioProibido, [&](Pessoa &p) {
-        EXPECT_EQ(form->Caption(), "Novo Horário Proibido");
-        EXPECT_EQ(Pagina(p), 0);
-        for (std::int16_t dia = 1; dia <= 8; ++dia) {
-            EXPECT_EQ(Marcada(p, "chkDia", dia), 0) << dia;
-            EXPECT_TRUE(p.Acha("chkDia", dia)->Enabled()) << dia;
-        }
-        EXPECT_EQ(p.Acha<IztMask>("ztmHInicial")->Valor(), "");
-        EXPECT_EQ(Marcada(p, "chkVelocMin"), 0);
-        EXPECT_EQ(Texto(p, "txtVelocMin"), "");
-        Cancela(p);
-    });
+    EXPECT_TRUE(RetratoIgual(SoCarregada<frmLimitesDifDetalhes>(), "tests/limits/dados"));
 }
 
 TEST_F(frmLimitesDifDetalhesTeste, sstDados_OfAnotherTab_EnablesTheFrameOfTheTabAlone)
 {
     Inclui(Limite, [](Pessoa &p) {
-        EXPECT_TRUE(p.Abre("sstDados", 1));
-        EXPECT_FALSE(p.Acha("fraDados", 0)->Enabled());
-        EXPECT_TRUE(p.Acha("fraDados", 1)->Enabled());
-        EXPECT_TRUE(p.Marca("chkVelocMin"));
-        EXPECT_TRUE(p.Abre("sstDados", 0));
-        EXPECT_TRUE(p.Acha("fraDados", 0)->Enabled());
-        EXPECT_FALSE(p.Acha("fraDados", 1)->Enabled());
-        EXPECT_TRUE(p.Preenche("txtVelocPerm", "60"));
+        for (std::int16_t pagina : {std::int16_t{1}, std::int16_t{0}}) {
+            EXPECT_TRUE(p.Abre("sstDados", pagina));
+            EXPECT_EQ(p.Acha("fraDados", 0)->Enabled(), pagina == 0);
+            EXPECT_EQ(p.Acha("fraDados", 1)->Enabled(), pagina == 1);
+            EXPECT_TRUE(pagina == 1 ? p.Marca("chkVelocMin") : p.Preenche("txtVelocPerm", "60"));
+        }
         Cancela(p);
     });
 }
@@ -262,309 +200,172 @@ TEST_F(frmLimitesDifDetalhesTeste, cmdAjuda_WhenClicked_DoesNothing)
 
 // Opening.
 
-TEST_F(frmLimitesDifDetalhesTeste, CarregaInclusao_WithoutAService_OpensEmptyAndModal)
-{
-    for (std::int16_t tipo : Tipos) {
-        SCOPED_TRACE(tipo);
-        host->LimpaRegistro();
-        EXPECT_FALSE(Inclui(tipo, [&](Pessoa &p) {
-            EXPECT_EQ(p.Acha<IztMask>("ztmHInicial")->Valor(), "");
-            EXPECT_EQ(p.Acha<IztMask>("ztmHFinal")->Valor(), "");
-            EXPECT_EQ(Texto(p, "txtVelocPerm"), "");
-            EXPECT_EQ(Marcada(p, "chkVelocMin"), 0);
-            EXPECT_TRUE(p.Acha("ztCmdOK")->Visible());
-            EXPECT_TRUE(p.Acha("ztCmdOK")->Enabled());
-            EXPECT_EQ(p.Acha("cmdCancelar")->Caption(), "&Cancelar");
-            Cancela(p);
-        }));
-        EXPECT_TRUE(RegistroIgual(host->Registro(), Linhas{
-                                                        "Plataforma.Carrega(frmLimitesDifDetalhes)",
-                                                        "FormMDI.FecharEnviaRecebe(True)",
-                                                        "Plataforma.Ponteiro := 0",
-                                                        "Plataforma.ProcessaMensagens()",
-                                                        "ObjInterface.MostraJanela(frmLimitesDifDetalhes, modal=True)",
-                                                        "cGlobal.gsubSetaAutoModuloAtivo(\"ZTAVOREQUIP\")",
-                                                        "Plataforma.Descarrega(frmLimitesDifDetalhes)",
-                                                    }));
-        EXPECT_FALSE(form->Visible());
-    }
-}
-
-TEST_F(frmLimitesDifDetalhesTeste, CarregaEdicao_OfALimit_ReadsTheRowAndFixesItsDay)
-{
-    for (std::uint8_t dia = 1; dia <= 8; ++dia) {
-        SCOPED_TRACE(int{dia});
-        RespondeLimite(NovoLimite(dia));
-        host->LimpaRegistro();
-        EXPECT_FALSE(Edita(Limite, [&](Pessoa &p) {
-            for (std::int16_t codigo = 1; codigo <= 8; ++codigo) {
-                EXPECT_EQ(Marcada(p, "chkDia", codigo), codigo == dia ? 1 : 0) << codigo;
-                EXPECT_FALSE(p.Clica("chkDia", codigo)) << codigo;
-            }
-            EXPECT_EQ(Texto(p, "ztmHInicial"), "07:30");
-            EXPECT_EQ(Texto(p, "ztmHFinal"), "18:05");
-            EXPECT_EQ(Texto(p, "txtVelocPerm"), "60");
-            EXPECT_EQ(Marcada(p, "chkVelocMin"), 1);
-            EXPECT_EQ(Texto(p, "txtVelocMin"), "40");
-            EXPECT_FALSE(p.Acha<IztMask>("txtVelocMin")->ReadOnly());
-            Cancela(p);
-        }));
-        EXPECT_TRUE(
-            RegistroIgual(host->RegistroDe({"Plataforma.Ponteiro", "Gateway.", "EquiptoRN.", "ObjInterface."}),
-                          Linhas{
-                              "Plataforma.Ponteiro := 11",
-                              "Gateway.CriaObjetoRN(\"VOR\", \"EquiptoRN\", \"ZTVORLIB\", \"4\")",
-                              "EquiptoRN.ExecutaMetodo(\"consultaSimplesLimiteDif\", LimiteDifED{NroInt=7}) -> True",
-                              "EquiptoRN.ObtemRetorno()*",
-                              "Plataforma.Ponteiro := 0",
-                              "Plataforma.Ponteiro := 0",
-                              "ObjInterface.MostraJanela(frmLimitesDifDetalhes, modal=True)",
-                          }));
-    }
-}
-
-TEST_F(frmLimitesDifDetalhesTeste, CarregaEdicao_OfAProhibitedHour_LeavesTheSpeedsAlone)
-{
-    RespondeLimite(NovoLimite());
-    Edita(HorarioProibido, [](Pessoa &p) {
-        EXPECT_EQ(Marcada(p, "chkDia", 3), 1);
-        EXPECT_FALSE(p.Acha("chkDia", 4)->Enabled());
-        EXPECT_EQ(Texto(p, "ztmHInicial"), "07:30");
-        EXPECT_EQ(Texto(p, "ztmHFinal"), "18:05");
-        EXPECT_EQ(Texto(p, "txtVelocPerm"), "");
-        EXPECT_EQ(Marcada(p, "chkVelocMin"), 0);
-        EXPECT_EQ(Texto(p, "txtVelocMin"), "");
-        Cancela(p);
-    });
-    EXPECT_EQ(Enviado("consultaSimplesLimiteDif"), "LimiteDifED{NroInt=7}");
-}
-
-TEST_F(frmLimitesDifDetalhesTeste, CarregaEdicao_OfASpecificDay_ReadsTheRowAndLeavesItsDateOpen)
-{
-    RespondeDia(NovoDia());
-    Edita(DiaEspecifico, [](Pessoa &p) {
-        EXPECT_EQ(p.Acha<IztData>("ztdData")->Text(), "05/03/2027");
-        EXPECT_EQ(Texto(p, "ztmHInicial"), "00:05");
-        EXPECT_EQ(Texto(p, "ztmHFinal"), "23:59");
-        EXPECT_EQ(Texto(p, "txtVelocPerm"), "80");
-        EXPECT_EQ(Marcada(p, "chkVelocMin"), 1);
-        EXPECT_EQ(Texto(p, "txtVelocMin"), "40");
-        EXPECT_TRUE(p.Preenche("ztdData", "06032027"));
-        EXPECT_EQ(p.Acha<IztData>("ztdData")->Text(), "06/03/2027");
-        Cancela(p);
-    });
-    EXPECT_TRUE(RegistroIgual(
-        host->RegistroDe({"Plataforma.Ponteiro", "Gateway.", "EquiptoRN."}),
-        Linhas{
-            "Plataforma.Ponteiro := 11",
-            "Gateway.CriaObjetoRN(\"VOR\", \"EquiptoRN\", \"ZTVORLIB\", \"4\")",
-            "EquiptoRN.ExecutaMetodo(\"consultaSimplesDiaEspecifico\", DiaEspecificoED{NroInt=7}) -> True",
-            "EquiptoRN.ObtemRetorno()*",
-            "Plataforma.Ponteiro := 0",
-            "Plataforma.Ponteiro := 0",
-        }));
-}
-
-TEST_F(frmLimitesDifDetalhesTeste, CarregaEdicao_OfARowWithoutMinimumSpeed_LeavesTheBoxUncheckedAndSavesZero)
-{
-    AceitaTudo();
-    RespondeLimite(NovoLimite(3, 0));
-    RespondeDia(NovoDia(0));
-    for (std::int16_t tipo : {Limite, DiaEspecifico}) {
-        SCOPED_TRACE(tipo);
-        EXPECT_TRUE(Edita(tipo, [](Pessoa &p) {
-            EXPECT_EQ(Marcada(p, "chkVelocMin"), 0);
-            EXPECT_EQ(Texto(p, "txtVelocMin"), "");
-            EXPECT_TRUE(p.Acha<IztMask>("txtVelocMin")->ReadOnly());
-            EXPECT_TRUE(p.Clica("ztCmdOK"));
-        }));
-    }
-    EXPECT_EQ(Enviado("alteraListaLimitesDif"),
-              "EquiptoED{ListaLimiteDif=[LimiteDifED{NroInt=7, NroIntEquip=34, Dia=3, HoraInicio=730, HoraFim=1805, "
-              "VelocPerm=60, VelocMin=0, Ativo=1, TipoLimite=1}]}");
-    EXPECT_EQ(Enviado("alteraDiaEspecifico"), "DiaEspecificoED{NroInt=7, NroIntEquip=34, Data=05/03/2027, "
-                                              "HoraInicio=5, HoraFim=2359, VelocPerm=80, VelocMin=0, Ativo=1}");
-}
-
-TEST_F(frmLimitesDifDetalhesTeste, CarregaEdicao_OfARowWithADayThatDoesNotExist_ReportsAndDoesNotOpen)
-{
-    for (std::uint8_t dia : {std::uint8_t{0}, std::uint8_t{9}}) {
-        SCOPED_TRACE(int{dia});
-        RespondeLimite(NovoLimite(dia));
-        EXPECT_FALSE(form->CarregaEdicao(Limite, "RAD-01", 7));
-        const auto &erro = host->Erros().back();
-        EXPECT_EQ(erro.Numero, 9);
-        EXPECT_EQ(erro.Contexto, "frmLimitesDifDetalhes.CarregaEdicao");
-        EXPECT_EQ(erro.Fonte, "ZTAVOREQUIP < frmLimitesDifDetalhes.BuscaLimitesDif < frmLimitesDifDetalhes.MontaTela");
-        EXPECT_EQ(host->Tela->Ponteiro(), 0);
-        EXPECT_FALSE(host->Tela->EstaAberto(form));
-    }
-    EXPECT_EQ(host->Erros().size(), 2U);
-}
-
-TEST_F(frmLimitesDifDetalhesTeste, CarregaEdicao_WhenTheReadIsRefused_OpensEmptyWithTheDaysOpen)
-{
-    host->RecusaOperacao("consultaSimplesLimiteDif", "Limite não encontrado");
-    Edita(Limite, [](Pessoa &p) {
-        EXPECT_EQ(p.Acha("lblCodEquip")->Caption(), "RAD-01");
-        for (std::int16_t dia = 1; dia <= 8; ++dia) {
-            EXPECT_EQ(Marcada(p, "chkDia", dia), 0) << dia;
-            EXPECT_TRUE(p.Acha("chkDia", dia)->Enabled()) << dia;
-        }
-        EXPECT_EQ(p.Acha<IztMask>("ztmHInicial")->Valor(), "");
-        EXPECT_EQ(Texto(p, "txtVelocPerm"), "");
-        EXPECT_EQ(Marcada(p, "chkVelocMin"), 0);
-        Cancela(p);
-    });
-    EXPECT_TRUE(RegistroIgual(host->RegistroDe({"Plataforma.Ponteiro", "EquiptoRN.", "ObjInterface."}),
-                              Linhas{
-                                  "Plataforma.Ponteiro := 11",
-                                  "EquiptoRN.ExecutaMetodo(\"consultaSimplesLimiteDif\", *",
-                                  "EquiptoRN.MostraErro() -> \"Limite não encontrado\"",
-                                  "Plataforma.Ponteiro := 0",
-                                  "Plataforma.Ponteiro := 0",
-                                  "ObjInterface.MostraJanela(frmLimitesDifDetalhes, modal=True)",
-                              }));
-}
-
-TEST_F(frmLimitesDifDetalhesTeste, CarregaEdicao_WhenTheReadOfADayIsRefused_OpensEmpty)
-{
-    host->RecusaOperacao("consultaSimplesDiaEspecifico", "Dia não encontrado");
-    Edita(DiaEspecifico, [](Pessoa &p) {
-        EXPECT_EQ(p.Acha<IztData>("ztdData")->Text(), "  /  /    ");
-        EXPECT_EQ(p.Acha<IztMask>("ztmHFinal")->Valor(), "");
-        EXPECT_EQ(Texto(p, "txtVelocPerm"), "");
-        Cancela(p);
-    });
-    EXPECT_EQ(host->Conta("EquiptoRN.MostraErro() -> \"Dia não encontrado\""), 1);
-    EXPECT_EQ(host->Tela->Ponteiro(), 0);
-}
-
-TEST_F(frmLimitesDifDetalhesTeste, CarregaEdicao_WhenTheServiceAnswersNothing_ReportsAndDoesNotOpen)
-{
-    RespondeLimite(nullptr);
-    RespondeDia(nullptr);
-    for (const auto &[tipo, busca] : {std::pair{Limite, "BuscaLimitesDif"}, std::pair{DiaEspecifico, "BuscaDiasEspec"},
-                                      std::pair{HorarioProibido, "BuscaLimitesDif"}}) {
-        SCOPED_TRACE(tipo);
-        EXPECT_FALSE(form->CarregaEdicao(tipo, "RAD-01", 7));
-        EXPECT_EQ(host->Erros().back().Numero, 91);
-        EXPECT_EQ(host->Erros().back().Fonte,
-                  std::string("ZTAVOREQUIP < frmLimitesDifDetalhes.") + busca + " < frmLimitesDifDetalhes.MontaTela");
-    }
-    EXPECT_EQ(host->Erros().size(), 3U);
-    EXPECT_FALSE(host->Contem("ObjInterface.MostraJanela"));
-}
-
-TEST_F(frmLimitesDifDetalhesTeste, MontaTela_OfEachKind_FillsTheControlsInThisOrder)
+// One form in all kinds and modes after each other: nothing of an earlier opening stays.
+TEST_F(frmLimitesDifDetalhesTeste, Opening_OfEachKindInEachMode_ShowsTheRowThatWasReadOrNone)
 {
     struct {
-        std::int16_t Tipo;
-        Linhas Molduras;
-        Linhas Linha;
-        bool ComDias;
-        const char *Caption;
+        const Especie &Qual;
+        std::string Vazia;
+        std::string Lida;
     } const casos[] = {
-        {Limite,
-         {"fraData"},
-         {"chkDia(3)", "ztmHInicial", "ztmHFinal", "txtVelocPerm", "chkVelocMin", "txtVelocMin"},
-         true,
-         "Editar Limite Diferenciado"},
-        {DiaEspecifico,
-         {"fraDiasSemana"},
-         {"ztdData", "ztmHInicial", "ztmHFinal", "txtVelocPerm", "chkVelocMin", "txtVelocMin"},
-         false,
-         "Editar Dia Específico"},
-        {HorarioProibido,
-         {"fraData", "fraVelocPerm", "sstDados"},
-         {"chkDia(3)", "ztmHInicial", "ztmHFinal"},
-         true,
-         "Editar Horário Proibido"},
+        {Limite, "........|(  /  /    )|__:__ a __:__||-!", "..3.....!|(  /  /    )|07:30 a 18:05|60|x40"},
+        {DiaEspecifico, "(........)|  /  /    |__:__ a __:__||-!", "(........)|05/03/2027|00:05 a 23:59|80|x40"},
+        {HorarioProibido, "........|(  /  /    )|__:__ a __:__|()|(-!)",
+         "..3.....!|(  /  /    )|07:30 a 18:05|()|(-!)"},
     };
-    auto anotada = Novo<FormQueAnota<frmLimitesDifDetalhes>>();
-    form = anotada;
-    std::string captionNaBusca;
-    const auto espia = [&](const auto &registro) {
-        return [&captionNaBusca, this, registro](const auto &) {
-            captionNaBusca = form->Caption();
-            return Resposta(registro);
-        };
-    };
-    host->Atende<LimiteDifED>("EquiptoRN", "consultaSimplesLimiteDif", espia(NovoLimite()));
-    host->Atende<DiaEspecificoED>("EquiptoRN", "consultaSimplesDiaEspecifico", espia(NovoDia()));
     for (const auto &caso : casos) {
-        SCOPED_TRACE(caso.Tipo);
-        anotada->Alterados.clear();
-        Inclui(caso.Tipo, [&](Pessoa &p) {
-            Linhas esperado = caso.Molduras;
-            esperado.emplace_back("lblCodEquip");
-            EXPECT_EQ(anotada->Alterados, esperado);
+        SCOPED_TRACE(caso.Qual.Descr);
+        EXPECT_FALSE(Inclui(caso.Qual, [&](Pessoa &p) {
+            EXPECT_EQ(Quadro(p), "Novo " + caso.Qual.Descr + "|RAD-01|0|" + caso.Vazia + "|OK &Cancelar");
             Cancela(p);
-        });
+        }));
+        EXPECT_FALSE(host->Contem("EquiptoRN.")) << "a new row is not read";
+        for (bool recusada : {false, true}) {
+            const auto recusa = [&] {
+                if (recusada) {
+                    host->RecusaOperacao(caso.Qual.Consulta, "não encontrado");
+                }
+            };
+            const std::string linha = caso.Qual.Descr + "|RAD-01|0|" + (recusada ? caso.Vazia : caso.Lida);
+            recusa();
+            form->CarregaDetalhes(caso.Qual.Tipo, "RAD-01", 7);
+            EXPECT_TRUE(form->Visible());
+            Pessoa detalhes(form);
+            EXPECT_EQ(SemTravas(Quadro(detalhes)), SemTravas("Detalhes do " + linha + "|(OK) &Fechar"));
+            for (const char *campo : {"ztmHInicial", "ztmHFinal", "txtVelocPerm", "ztdData"}) {
+                EXPECT_FALSE(detalhes.Preenche(campo, "0900")) << campo;
+            }
+            EXPECT_FALSE(detalhes.Clica("chkDia", 3));
+            EXPECT_EQ(detalhes.Abre("sstDados", 1), caso.Qual.ComVelocidade());
+            EXPECT_FALSE(detalhes.Clica("chkVelocMin"));
+            EXPECT_FALSE(detalhes.Preenche("txtVelocMin", "90"));
+            EXPECT_TRUE(detalhes.Clica("cmdCancelar"));
+            EXPECT_FALSE(host->Tela->EstaAberto(form));
 
-        Linhas esperado{"lblCodEquip"}; // by the entry point already
-        esperado.insert(esperado.end(), caso.Molduras.begin(), caso.Molduras.end());
-        esperado.insert(esperado.end(), caso.Linha.begin(), caso.Linha.end());
-        for (int dia = 1; caso.ComDias && dia <= 8; ++dia) {
-            esperado.push_back("chkDia(" + std::to_string(dia) + ")"); // disabled
+            recusa();
+            EXPECT_FALSE(Edita(caso.Qual, [&](Pessoa &p) {
+                EXPECT_EQ(Quadro(p), "Editar " + linha + "|OK &Cancelar");
+                EXPECT_TRUE(p.Preenche("ztmHFinal", "2000"));
+                EXPECT_EQ(p.Preenche("ztdData", "06032027"), caso.Qual.DeUmaData());
+                EXPECT_EQ(p.Abre("sstDados", 1), caso.Qual.ComVelocidade());
+                Cancela(p);
+            }));
         }
-        anotada->Alterados.clear();
-        Edita(caso.Tipo, [&](Pessoa &p) {
-            EXPECT_EQ(anotada->Alterados, esperado);
-            Cancela(p);
-        });
-        EXPECT_EQ(captionNaBusca, caso.Caption);
-
-        anotada->Alterados.clear();
-        anotada->CarregaDetalhes(caso.Tipo, "RAD-01", 7);
-        esperado.insert(esperado.end(), {"ztCmdOK", "cmdCancelar"});
-        ASSERT_GT(anotada->Alterados.size(), esperado.size());
-        anotada->Alterados.resize(esperado.size()); // without what making it read-only changed
-        EXPECT_EQ(anotada->Alterados, esperado);
-        EXPECT_TRUE(Pessoa(anotada).Clica("cmdCancelar"));
+        EXPECT_EQ(host->Conta("EquiptoRN.MostraErro() -> \"não encontrado\""), 2);
+        host->LimpaRegistro();
     }
 }
 
-// Details.
-
-TEST_F(frmLimitesDifDetalhesTeste, CarregaDetalhes_OfEachKind_ShowsTheRowReadOnlyWithoutModality)
+// The calls of each opening and of the save after it, and in between what changed on the form: everything that the
+// opening decides is turned into its contrary before.
+TEST_F(frmLimitesDifDetalhesTeste, OpeningAndSaving_OfEachKindInEachMode_GoInThisOrder)
 {
-    AceitaTudo();
-    for (std::int16_t tipo : Tipos) {
-        SCOPED_TRACE(tipo);
-        host->LimpaRegistro();
-        auto detalhes = Novo<frmLimitesDifDetalhes>();
-        detalhes->CarregaDetalhes(tipo, "RAD-01", 7);
-        EXPECT_TRUE(RegistroIgual(host->RegistroDe({"goMensagem.PreparaDetalhes", "ObjInterface."}),
-                                  Linhas{"goMensagem.PreparaDetalhes(frmLimitesDifDetalhes)",
-                                         "ObjInterface.MostraJanela(frmLimitesDifDetalhes, modal=False)"}));
-        Pessoa p(detalhes);
-        EXPECT_TRUE(detalhes->Visible());
-        EXPECT_FALSE(Visivel(p, "ztCmdOK"));
-        EXPECT_EQ(p.Acha("cmdCancelar")->Caption(), "&Fechar");
-        EXPECT_FALSE(p.Preenche("ztmHInicial", "0900"));
-        EXPECT_FALSE(p.Preenche("ztmHFinal", "0900"));
-        EXPECT_FALSE(p.Preenche("txtVelocPerm", "90"));
-        EXPECT_FALSE(p.Preenche("ztdData", "01012027"));
-        EXPECT_FALSE(p.Clica("chkDia", 3));
-        if (tipo != HorarioProibido) {
-            EXPECT_TRUE(p.Abre("sstDados", 1));
-            EXPECT_FALSE(p.Clica("chkVelocMin"));
-            EXPECT_FALSE(p.Preenche("txtVelocMin", "90"));
-            EXPECT_EQ(Texto(p, "txtVelocMin"), "40");
+    auto anotada = Novo<FormQueAnota<frmLimitesDifDetalhes>>();
+    form = anotada;
+    dia->VelocMin = 0;
+    bool estraga = false;
+    anotada->AoAlterar = [&](const Ref<IControle> &controle) {
+        if (!estraga && !host->Contem("goMensagem.PreparaDetalhes")) {
+            host->Nota("  " + RetratoControle(controle));
         }
-        EXPECT_TRUE(p.Clica("cmdCancelar"));
-        EXPECT_FALSE(host->Tela->EstaAberto(detalhes));
+    };
+    Linhas diario;
+    for (const Especie &especie : Especies) {
+        const auto contraria = [&](const std::function<void(Pessoa &)> &poe) {
+            Pessoa p(form);
+            estraga = true;
+            poe(p);
+            estraga = false;
+        };
+        const Conexao mudou = form->Mudou().liga([&] {
+            host->Nota("  " + form->Caption() + (form->Visible() ? "" : ", oculto"));
+            if (form->Visible()) {
+                return;
+            }
+            contraria([&](Pessoa &p) {
+                p.Acha("fraDiasSemana")->DefineVisible(especie.DeUmaData());
+                p.Acha("fraData")->DefineVisible(!especie.DeUmaData());
+                p.Acha("fraVelocPerm")->DefineVisible(!especie.ComVelocidade());
+                p.Acha<ISSTab>("sstDados")->DefineTabVisible(1, !especie.ComVelocidade());
+                p.Acha("lblCodEquip")->DefineCaption("?");
+            });
+        });
+        AoConsultar = [&] {
+            contraria([&](Pessoa &p) {
+                p.Acha<ICheckBox>("chkVelocMin")->DefineValue(1);
+                p.Acha<IztMask>("txtVelocMin")->DefineReadOnly(!especie.DeUmaData());
+            });
+        };
+        const auto anota = [&](const std::string &titulo) {
+            diario.push_back(titulo + " " + especie.Descr);
+            const Linhas linhas = host->Registro();
+            diario.insert(diario.end(), linhas.begin(), linhas.end());
+            host->LimpaRegistro();
+        };
+        for (bool edita : {false, true}) {
+            EXPECT_TRUE(Abre(edita, especie, [&](Pessoa &p) {
+                anota(edita ? "Edita" : "Inclui");
+                Preenche(p, especie);
+                host->LimpaRegistro();
+                Confirma(p);
+            }));
+            anota("Salva");
+        }
+        host->RecusaOperacao(especie.Consulta, "não encontrado");
+        EXPECT_FALSE(Abre(true, especie, Cancela));
+        anota("Edita sem ler");
+        AoConsultar = [] {}; // the box is checked then, which opens the field
+        form->CarregaDetalhes(especie.Tipo, "RAD-01", 7);
+        anota("Detalha");
+        Plataforma()->Descarrega(form);
+        host->LimpaRegistro();
+    }
+    EXPECT_TRUE(ArquivoIgual(diario, "tests/limits/dados/frmLimitesDifDetalhes.ordem.txt"));
+}
+
+TEST_F(frmLimitesDifDetalhesTeste, CarregaEdicao_OfEachDay_ChecksItsBoxAlone)
+{
+    for (std::uint8_t numero = 1; numero <= 8; ++numero) {
+        limite->Dia = numero;
+        Edita(Limite, [&](Pessoa &p) {
+            for (std::int16_t codigo = 1; codigo <= 8; ++codigo) {
+                EXPECT_EQ(Marcada(p, "chkDia", codigo), codigo == numero) << codigo;
+                EXPECT_FALSE(p.Clica("chkDia", codigo)) << codigo;
+            }
+            Cancela(p);
+        });
+    }
+}
+
+// Whatever stood in the box and the field before, which no opening of today leaves behind.
+TEST_F(frmLimitesDifDetalhesTeste, MostraVelocMin_OfEachSpeed_SetsTheBoxAndTheField)
+{
+    for (const auto &[veloc, mostrada] : {std::pair{0, "-!"}, std::pair{1, "x1"}, std::pair{40, "x40"}}) {
+        for (bool marcada : {false, true}) {
+            for (bool fechado : {false, true}) {
+                AoConsultar = [&] {
+                    Pessoa p(form);
+                    p.Acha<ICheckBox>("chkVelocMin")->DefineValue(marcada ? 1 : 0);
+                    p.Acha<IztMask>("txtVelocMin")->DefineReadOnly(fechado);
+                };
+                limite->VelocMin = static_cast<std::int16_t>(veloc);
+                dia->VelocMin = static_cast<std::int16_t>(veloc);
+                for (const Especie &especie : {Limite, DiaEspecifico}) {
+                    Edita(especie, [&](Pessoa &p) {
+                        EXPECT_EQ(VelocMin(p), mostrada) << especie.Descr << marcada << fechado;
+                        Cancela(p);
+                    });
+                }
+            }
+        }
     }
 }
 
 TEST_F(frmLimitesDifDetalhesTeste, CarregaDetalhes_OfSeveralRows_KeepsAWindowForEach)
 {
     for (int minuto : {1, 2, 3}) {
-        auto limite = NovoLimite();
         limite->HoraInicio = minuto;
-        RespondeLimite(limite);
-        Novo<frmLimitesDifDetalhes>()->CarregaDetalhes(Limite, "RAD-0" + std::to_string(minuto), minuto);
+        Novo<frmLimitesDifDetalhes>()->CarregaDetalhes(Limite.Tipo, "RAD-0" + std::to_string(minuto), minuto);
     }
     auto abertos = host->Tela->FormsAbertos("frmLimitesDifDetalhes");
     ASSERT_EQ(abertos.size(), 3U);
@@ -575,202 +376,118 @@ TEST_F(frmLimitesDifDetalhesTeste, CarregaDetalhes_OfSeveralRows_KeepsAWindowFor
     EXPECT_EQ(host->Tela->FormsAbertos("frmLimitesDifDetalhes"), (std::vector{abertos[0], abertos[2]}));
 }
 
-TEST_F(frmLimitesDifDetalhesTeste, CarregaDetalhes_WhenTheReadIsRefused_OpensEmptyAndReadOnly)
-{
-    host->RecusaOperacao("consultaSimplesLimiteDif", "Limite não encontrado");
-    form->CarregaDetalhes(Limite, "RAD-01", 7);
-    Pessoa p(form);
-    EXPECT_TRUE(form->Visible());
-    EXPECT_FALSE(p.Clica("chkDia", 1));
-    EXPECT_FALSE(p.Preenche("txtVelocPerm", "90"));
-}
-
-TEST_F(frmLimitesDifDetalhesTeste, OpenedAfterDetails_InEditMode_HasItsButtonsBack)
-{
-    AceitaTudo();
-    form->CarregaDetalhes(Limite, "RAD-01", 7);
-    EXPECT_TRUE(Pessoa(form).Clica("cmdCancelar"));
-    EXPECT_TRUE(Edita(Limite, [&](Pessoa &p) {
-        EXPECT_EQ(form->Caption(), "Editar Limite Diferenciado");
-        EXPECT_TRUE(Visivel(p, "ztCmdOK"));
-        EXPECT_EQ(p.Acha("cmdCancelar")->Caption(), "&Cancelar");
-        EXPECT_TRUE(p.Preenche("txtVelocPerm", "90"));
-        EXPECT_TRUE(p.Clica("ztCmdOK"));
-    }));
-}
-
-// Minimum speed.
-
 TEST_F(frmLimitesDifDetalhesTeste, chkVelocMin_CheckedAndUnchecked_OpensAndEmptiesTheField)
 {
-    AceitaTudo();
-    for (std::int16_t tipo : {Limite, DiaEspecifico}) {
-        SCOPED_TRACE(tipo);
-        EXPECT_TRUE(Inclui(tipo, [&](Pessoa &p) {
-            Preenche(p, tipo);
-            EXPECT_TRUE(p.Abre("sstDados", 1));
-            EXPECT_TRUE(p.Clica("chkVelocMin"));
-            EXPECT_FALSE(p.Acha<IztMask>("txtVelocMin")->ReadOnly());
-            EXPECT_TRUE(p.Preenche("txtVelocMin", "45"));
-            EXPECT_TRUE(p.Clica("chkVelocMin"));
-            EXPECT_EQ(Texto(p, "txtVelocMin"), "");
-            EXPECT_TRUE(p.Acha<IztMask>("txtVelocMin")->ReadOnly());
-            EXPECT_TRUE(p.Clica("ztCmdOK"));
-        }));
-    }
-    EXPECT_EQ(Enviado("alteraListaLimitesDif"),
-              "EquiptoED{ListaLimiteDif=[LimiteDifED{NroIntEquip=12, Dia=2, HoraInicio=730, HoraFim=1800, "
-              "VelocPerm=60, VelocMin=0, Ativo=1, TipoLimite=1}]}");
-    EXPECT_EQ(Enviado("adicionaDiaEspecifico"), "DiaEspecificoED{NroIntEquip=12, Data=25/12/2026, HoraInicio=730, "
-                                                "HoraFim=1800, VelocPerm=60, VelocMin=0, Ativo=1}");
+    Inclui(Limite, [](Pessoa &p) {
+        Poe(p, {{"chkVelocMin", "x"}});
+        EXPECT_EQ(VelocMin(p), "x");
+        Poe(p, {{"txtVelocMin", "45"}, {"chkVelocMin", ""}});
+        EXPECT_EQ(VelocMin(p), "-!");
+        Cancela(p);
+    });
 }
 
 TEST_F(frmLimitesDifDetalhesTeste, chkVelocMin_Click_ThatFails_IsReportedAndLeavesTheFormOpen)
 {
     Inclui(Limite, [&](Pessoa &p) {
-        EXPECT_TRUE(p.Abre("sstDados", 1));
-        EXPECT_TRUE(p.Marca("chkVelocMin"));
-        EXPECT_TRUE(p.Preenche("txtVelocMin", "45"));
+        Poe(p, {{"chkVelocMin", "x"}, {"txtVelocMin", "45"}});
         Conexao falha = p.Acha<IztMask>("txtVelocMin")->Change().liga([] { throw Falha(70, "Fora", "negado"); });
         EXPECT_TRUE(p.Desmarca("chkVelocMin"));
-        EXPECT_FALSE(p.Acha<IztMask>("txtVelocMin")->ReadOnly()) << "it is emptied before it is closed";
+        EXPECT_EQ(VelocMin(p), "-") << "it is emptied before it is closed";
         EXPECT_TRUE(form->Visible());
         falha.desliga();
         Cancela(p);
     });
-    ASSERT_EQ(host->Erros().size(), 1U);
-    EXPECT_EQ(host->Erros()[0].Contexto, "frmLimitesDifDetalhes.chkVelocMin_Click");
-    EXPECT_EQ(host->Erros()[0].Numero, 70);
-    EXPECT_EQ(host->Erros()[0].Fonte, "Fora");
+    EXPECT_EQ(Erros(), Linhas{"frmLimitesDifDetalhes.chkVelocMin_Click: 70 (Fora)"});
 }
 
 // Validation.
 
-// One check of the form: how a form that is otherwise right fails it.
-struct Reprovacao {
-    const char *Nome;
-    std::vector<std::int16_t> Tipos;
-    bool Edicao; // also outside inclusion
-    std::function<void(Pessoa &)> Estraga;
+// A check of the form, in the order of the checks.
+struct Regra {
     std::string Mensagem;
-    std::int16_t Pagina;
-    std::string Foco; // empty: none
+    std::string Foco;  // empty: none
+    std::string Tipos; // the kinds that it is for
+    bool Edicao;       // also outside inclusion
+    std::vector<Valores> Faltas;
+    std::pair<std::string, std::string> Remendo; // what the check asks for, though the next one may not take it
+
+    bool Vale(const Especie &especie) const { return Tipos.find(std::to_string(especie.Tipo)) != std::string::npos; }
 };
 
-void ApagaTexto(Pessoa &p, const std::string &nome)
-{
-    EXPECT_TRUE(p.Apaga(nome));
-}
-
-void PreencheTexto(Pessoa &p, const std::string &nome, const std::string &texto)
-{
-    EXPECT_TRUE(p.Preenche(nome, texto));
-}
-
-std::vector<Reprovacao> Reprovacoes()
-{
-    const std::vector<std::int16_t> todos{Limite, DiaEspecifico, HorarioProibido};
-    const std::string inicialInvalida = "Informe uma hora inicial válida.";
-    const std::string finalInvalida = "Informe uma hora final válida.";
-    const std::string ordem = "Horário final deve ser maior que o horário inicial!";
-    const auto inicial = [](const char *hora) { return [hora](Pessoa &p) { PreencheTexto(p, "ztmHInicial", hora); }; };
-    const auto final = [](const char *hora) { return [hora](Pessoa &p) { PreencheTexto(p, "ztmHFinal", hora); }; };
-    const auto data = [](const char *texto) { return [texto](Pessoa &p) { PreencheTexto(p, "ztdData", texto); }; };
-    return {
-        {"no date",
-         {DiaEspecifico},
-         true,
-         [](Pessoa &p) { ApagaTexto(p, "ztdData"); },
-         "Informe uma data válida.",
-         0,
-         "ztdData"},
-        {"part of a date", {DiaEspecifico}, true, data("2512"), "Informe uma data válida.", 0, "ztdData"},
-        {"no date of the calendar", {DiaEspecifico}, true, data("31022027"), "Informe uma data válida.", 0, "ztdData"},
-        {"no day",
-         {Limite, HorarioProibido},
-         false,
-         [](Pessoa &p) { EXPECT_TRUE(p.Desmarca("chkDia", 2)); },
-         "Você deve selecionar no mínimo 1 (um) dia!",
-         0,
-         ""},
-        {"no speed",
-         {Limite, DiaEspecifico},
-         true,
-         [](Pessoa &p) { ApagaTexto(p, "txtVelocPerm"); },
-         "Informe a velocidade permitida.",
-         0,
-         "txtVelocPerm"},
-        {"no start", todos, true, [](Pessoa &p) { ApagaTexto(p, "ztmHInicial"); }, "Informe a hora inicial.", 0,
-         "ztmHInicial"},
-        {"start 24:00", todos, true, inicial("2400"), inicialInvalida, 0, "ztmHInicial"},
-        {"start 12:60", todos, true, inicial("1260"), inicialInvalida, 0, "ztmHInicial"},
-        {"start of three digits", todos, true, inicial("073"), inicialInvalida, 0, "ztmHInicial"},
-        {"start of one digit", todos, true, inicial("7"), inicialInvalida, 0, "ztmHInicial"},
-        {"no end", todos, true, [](Pessoa &p) { ApagaTexto(p, "ztmHFinal"); }, "Informe a hora final.", 0, "ztmHFinal"},
-        {"end 24:00", todos, true, final("2400"), finalInvalida, 0, "ztmHFinal"},
-        {"end 12:60", todos, true, final("1260"), finalInvalida, 0, "ztmHFinal"},
-        {"end of two digits", todos, true, final("18"), finalInvalida, 0, "ztmHFinal"},
-        {"end before start", todos, true,
-         [](Pessoa &p) {
-             PreencheTexto(p, "ztmHInicial", "0800");
-             PreencheTexto(p, "ztmHFinal", "0759");
-         },
-         ordem, 0, "ztmHInicial"},
-        {"over midnight", todos, true,
-         [](Pessoa &p) {
-             PreencheTexto(p, "ztmHInicial", "2200");
-             PreencheTexto(p, "ztmHFinal", "0600");
-         },
-         ordem, 0, "ztmHInicial"},
-        {"no minimum speed",
-         {Limite, DiaEspecifico},
-         true,
-         [](Pessoa &p) {
-             EXPECT_TRUE(p.Abre("sstDados", 1));
-             EXPECT_TRUE(p.Marca("chkVelocMin"));
-             EXPECT_TRUE(p.Apaga("txtVelocMin"));
-             EXPECT_TRUE(p.Abre("sstDados", 0));
-         },
-         "Informe a velocidade mínima.",
-         1,
-         "txtVelocMin"},
-    };
-}
+const Regra Regras[] = {
+    {"Informe uma data válida.",
+     "ztdData",
+     "2",
+     true,
+     {{{"ztdData", ""}}, {{"ztdData", "2512"}}, {{"ztdData", "31022027"}}},
+     {"ztdData", "25122026"}},
+    {"Você deve selecionar no mínimo 1 (um) dia!", "", "13", false, {{{"chkDia", ""}}}, {"chkDia", "x"}},
+    {"Informe a velocidade permitida.", "txtVelocPerm", "12", true, {{{"txtVelocPerm", ""}}}, {"txtVelocPerm", "0"}},
+    {"Informe a hora inicial.", "ztmHInicial", "123", true, {{{"ztmHInicial", ""}}}, {"ztmHInicial", "2400"}},
+    {"Informe uma hora inicial válida.",
+     "ztmHInicial",
+     "123",
+     true,
+     {{{"ztmHInicial", "2400"}}, {{"ztmHInicial", "1260"}}, {{"ztmHInicial", "073"}}, {{"ztmHInicial", "7"}}},
+     {"ztmHInicial", "1000"}},
+    {"Informe a hora final.", "ztmHFinal", "123", true, {{{"ztmHFinal", ""}}}, {"ztmHFinal", "0960"}},
+    {"Informe uma hora final válida.",
+     "ztmHFinal",
+     "123",
+     true,
+     {{{"ztmHFinal", "2400"}}, {{"ztmHFinal", "1260"}}, {{"ztmHFinal", "18"}}},
+     {"ztmHFinal", "0959"}},
+    {"Horário final deve ser maior que o horário inicial!",
+     "ztmHInicial",
+     "123",
+     true,
+     {{{"ztmHInicial", "0800"}, {"ztmHFinal", "0759"}}, {{"ztmHInicial", "2200"}, {"ztmHFinal", "0600"}}},
+     {"ztmHFinal", "1000"}},
+    {"Informe a velocidade mínima.",
+     "txtVelocMin",
+     "12",
+     true,
+     {{{"chkVelocMin", "x"}, {"txtVelocMin", ""}}},
+     {"txtVelocMin", "0"}},
+};
 
 TEST_F(frmLimitesDifDetalhesTeste, ValidouOk_OfEachFailure_ShowsItsMessageOnItsTabWithItsFocus)
 {
-    AceitaTudo();
-    RespondeLimite(NovoLimite(3, 0));
-    RespondeDia(NovoDia(0));
-    for (const Reprovacao &caso : Reprovacoes()) {
-        for (std::int16_t tipo : caso.Tipos) {
-            for (bool edicao : {false, true}) {
-                if (edicao && !caso.Edicao) {
-                    continue;
+    limite->VelocMin = 0;
+    dia->VelocMin = 0;
+    const auto reprova = [&](const Regra &regra, const Valores &falta, const Especie &especie, bool edita) {
+        SCOPED_TRACE(regra.Mensagem + " " + falta.back().second + ", " + especie.Descr + (edita ? ", edicao" : ""));
+        const std::int16_t pagina = regra.Foco == "txtVelocMin" ? 1 : 0;
+        EXPECT_FALSE(Abre(edita, especie, [&](Pessoa &p) {
+            if (!edita) {
+                Preenche(p, especie);
+            }
+            Poe(p, falta);
+            if (especie.ComVelocidade()) { // from the other tab
+                EXPECT_TRUE(p.Abre("sstDados", static_cast<std::int16_t>(1 - pagina)));
+            }
+            host->LimpaRegistro();
+            Confirma(p);
+            EXPECT_EQ(Avisos(), Linhas{regra.Mensagem});
+            EXPECT_EQ(host->Avisos().back().Controle, regra.Foco);
+            EXPECT_EQ(p.Acha<ISSTab>("sstDados")->Tab(), pagina);
+            EXPECT_EQ(form->ControleAtivo()->Nome(), regra.Foco.empty() ? "ztCmdOK" : regra.Foco);
+            EXPECT_FALSE(host->Contem("EquiptoRN."));
+            EXPECT_TRUE(form->Enabled());
+            EXPECT_TRUE(form->Visible());
+            Cancela(p);
+        }));
+    };
+    for (const Regra &regra : Regras) {
+        for (const Valores &falta : regra.Faltas) {
+            for (const Especie &especie : Especies) {
+                if (regra.Vale(especie)) {
+                    reprova(regra, falta, especie, false);
+                    if (regra.Edicao) {
+                        reprova(regra, falta, especie, true);
+                    }
                 }
-                SCOPED_TRACE(std::string(caso.Nome) + ", tipo " + std::to_string(tipo) + (edicao ? ", edicao" : ""));
-                const auto roteiro = [&](Pessoa &p) {
-                    if (!edicao) {
-                        Preenche(p, tipo);
-                    }
-                    caso.Estraga(p);
-                    if (tipo != HorarioProibido) { // from the other tab
-                        EXPECT_TRUE(p.Abre("sstDados", static_cast<std::int16_t>(1 - caso.Pagina)));
-                    }
-                    host->LimpaRegistro();
-                    const std::size_t antes = host->Avisos().size();
-                    EXPECT_TRUE(p.Clica("ztCmdOK"));
-                    ASSERT_EQ(host->Avisos().size(), antes + 1);
-                    EXPECT_EQ(host->Avisos().back().Texto, caso.Mensagem);
-                    EXPECT_EQ(host->Avisos().back().Controle, caso.Foco);
-                    EXPECT_EQ(Pagina(p), caso.Pagina);
-                    EXPECT_EQ(form->ControleAtivo()->Nome(), caso.Foco.empty() ? "ztCmdOK" : caso.Foco);
-                    EXPECT_FALSE(host->Contem("EquiptoRN."));
-                    EXPECT_TRUE(form->Enabled());
-                    EXPECT_TRUE(form->Visible());
-                    Cancela(p);
-                };
-                EXPECT_FALSE(edicao ? Edita(tipo, roteiro) : Inclui(tipo, roteiro));
             }
         }
     }
@@ -778,278 +495,194 @@ TEST_F(frmLimitesDifDetalhesTeste, ValidouOk_OfEachFailure_ShowsItsMessageOnItsT
 
 TEST_F(frmLimitesDifDetalhesTeste, ValidouOk_OfAnEmptyForm_TellsTheFailuresInTheirOrder)
 {
-    struct Remendo {
-        std::string Mensagem; // what an OK says before the mend
-        std::function<void(Pessoa &)> Mende;
-    };
-    const Remendo data{"Informe uma data válida.", [](Pessoa &p) { PreencheTexto(p, "ztdData", "25122026"); }};
-    const Remendo dia{"Você deve selecionar no mínimo 1 (um) dia!",
-                      [](Pessoa &p) { EXPECT_TRUE(p.Marca("chkDia", 8)); }};
-    const Remendo veloc{"Informe a velocidade permitida.", [](Pessoa &p) { PreencheTexto(p, "txtVelocPerm", "0"); }};
-    const Remendo horas[] = {
-        {"Informe a hora inicial.", [](Pessoa &p) { PreencheTexto(p, "ztmHInicial", "2400"); }},
-        {"Informe uma hora inicial válida.", [](Pessoa &p) { PreencheTexto(p, "ztmHInicial", "1000"); }},
-        {"Informe a hora final.", [](Pessoa &p) { PreencheTexto(p, "ztmHFinal", "0960"); }},
-        {"Informe uma hora final válida.", [](Pessoa &p) { PreencheTexto(p, "ztmHFinal", "0959"); }},
-        {"Horário final deve ser maior que o horário inicial!",
-         [](Pessoa &p) { PreencheTexto(p, "ztmHFinal", "1000"); }},
-    };
-    const Remendo minima{"Informe a velocidade mínima.", [](Pessoa &p) { PreencheTexto(p, "txtVelocMin", "0"); }};
-
-    AceitaTudo();
-    for (std::int16_t tipo : Tipos) {
-        SCOPED_TRACE(tipo);
-        std::vector<Remendo> remendos{tipo == DiaEspecifico ? data : dia};
-        if (tipo != HorarioProibido) {
-            remendos.push_back(veloc);
-        }
-        remendos.insert(remendos.end(), std::begin(horas), std::end(horas));
-        if (tipo != HorarioProibido) {
-            remendos.push_back(minima);
-        }
-        EXPECT_TRUE(Inclui(tipo, [&](Pessoa &p) {
-            if (tipo != HorarioProibido) {
-                EXPECT_TRUE(p.Abre("sstDados", 1));
-                EXPECT_TRUE(p.Marca("chkVelocMin"));
+    for (const Especie &especie : Especies) {
+        SCOPED_TRACE(especie.Descr);
+        EXPECT_TRUE(Inclui(especie, [&](Pessoa &p) {
+            if (especie.ComVelocidade()) {
+                Poe(p, {{"chkVelocMin", "x"}});
             }
-            for (const Remendo &remendo : remendos) {
-                EXPECT_TRUE(p.Clica("ztCmdOK"));
-                EXPECT_EQ(host->Avisos().back().Texto, remendo.Mensagem);
-                remendo.Mende(p);
+            for (const Regra &regra : Regras) {
+                if (regra.Vale(especie)) {
+                    Confirma(p);
+                    EXPECT_EQ(Avisos(), Linhas{regra.Mensagem});
+                    Poe(p, {regra.Remendo});
+                }
             }
-            const std::size_t avisos = host->Avisos().size();
-            EXPECT_TRUE(p.Clica("ztCmdOK"));
-            EXPECT_EQ(host->Avisos().size(), avisos);
+            Confirma(p);
         }));
+        EXPECT_EQ(Avisos(), Linhas{});
     }
-    EXPECT_EQ(host->Avisos().size(), 8U + 8U + 6U);
 }
 
 TEST_F(frmLimitesDifDetalhesTeste, ValidouOk_OfAcceptablePeriods_AsksNothingMore)
 {
-    AceitaTudo();
-    struct {
-        const char *Inicial;
-        const char *Final;
-    } const periodos[] = {{"0800", "0800"}, {"0000", "2359"}, {"0000", "0000"}, {"2359", "2359"}, {"0959", "1000"}};
-    for (const auto &periodo : periodos) {
-        for (std::int16_t tipo : Tipos) {
-            SCOPED_TRACE(std::string(periodo.Inicial) + " a " + periodo.Final + ", tipo " + std::to_string(tipo));
-            EXPECT_TRUE(Inclui(tipo, [&](Pessoa &p) {
-                Preenche(p, tipo);
-                PreencheTexto(p, "ztmHInicial", periodo.Inicial);
-                PreencheTexto(p, "ztmHFinal", periodo.Final);
-                EXPECT_TRUE(p.Clica("ztCmdOK"));
-            }));
+    for (const auto &[inicial, final] :
+         {std::pair{"0800", "0800"}, std::pair{"0000", "2359"}, std::pair{"0000", "0000"}, std::pair{"2359", "2359"},
+          std::pair{"0959", "1000"}}) {
+        for (const Especie &especie : Especies) {
+            EXPECT_TRUE(Inclui(especie,
+                               [&](Pessoa &p) {
+                                   Preenche(p, especie);
+                                   Poe(p, {{"ztmHInicial", inicial}, {"ztmHFinal", final}});
+                                   Confirma(p);
+                               }))
+                << especie.Descr << inicial << final;
         }
     }
-    EXPECT_TRUE(host->Avisos().empty());
-}
-
-TEST_F(frmLimitesDifDetalhesTeste, ValidouOk_OfADateInThePastAndSpeedsInAnyRelation_IsTrue)
-{
-    AceitaTudo();
-    EXPECT_TRUE(Inclui(DiaEspecifico, [](Pessoa &p) {
-        Preenche(p, DiaEspecifico);
-        PreencheTexto(p, "ztdData", "01011990");
-        PreencheTexto(p, "txtVelocPerm", "0");
-        EXPECT_TRUE(p.Abre("sstDados", 1));
-        EXPECT_TRUE(p.Marca("chkVelocMin"));
-        PreencheTexto(p, "txtVelocMin", "999");
-        EXPECT_TRUE(p.Clica("ztCmdOK"));
-    }));
-    EXPECT_EQ(Enviado("adicionaDiaEspecifico"), "DiaEspecificoED{NroIntEquip=12, Data=01/01/1990, HoraInicio=730, "
-                                                "HoraFim=1800, VelocPerm=0, VelocMin=999, Ativo=1}");
-    EXPECT_TRUE(host->Avisos().empty());
-}
-
-TEST_F(frmLimitesDifDetalhesTeste, ValidouOk_OfADateWithATwoDigitYear_TakesTheWholeYear)
-{
-    AceitaTudo();
-    EXPECT_TRUE(Inclui(DiaEspecifico, [](Pessoa &p) {
-        Preenche(p, DiaEspecifico);
-        PreencheTexto(p, "ztdData", "250127");
-        EXPECT_TRUE(p.Clica("ztCmdOK"));
-    }));
-    EXPECT_NE(Enviado("adicionaDiaEspecifico").find("Data=25/01/2027"), std::string::npos);
+    EXPECT_EQ(Avisos(), Linhas{});
 }
 
 // Saving.
 
-TEST_F(frmLimitesDifDetalhesTeste, ztCmdOK_OfANewLimitWithAllDays_SendsEightRowsInOneCall)
+// One form for all: a new row after an edited one carries no number.
+TEST_F(frmLimitesDifDetalhesTeste, ztCmdOK_OfARow_SendsItInOneCall)
 {
-    AceitaTudo();
-    for (std::int16_t tipo : TiposComLimite) {
-        SCOPED_TRACE(tipo);
-        host->LimpaRegistro();
-        EXPECT_TRUE(Inclui(tipo, [&](Pessoa &p) {
-            Preenche(p, tipo);
-            for (std::int16_t dia = 1; dia <= 8; ++dia) {
-                EXPECT_TRUE(p.Marca("chkDia", dia));
+    const Valores comMinima{{"chkVelocMin", "x"}, {"txtVelocMin", "45"}};
+    struct {
+        bool Edita;
+        const Especie &Qual;
+        Valores Muda; // in a row that is otherwise read, or filled in
+        std::string Linha;
+    } const casos[] = {
+        {true,
+         Limite,
+         {{"ztmHFinal", "2000"}, {"txtVelocPerm", "110"}},
+         "NroInt=7, NroIntEquip=34, Dia=3, HoraInicio=730, HoraFim=2000, VelocPerm=110, VelocMin=40, Ativo=1, "
+         "TipoLimite=1"},
+        {true,
+         Limite,
+         {{"chkVelocMin", ""}},
+         "NroInt=7, NroIntEquip=34, Dia=3, HoraInicio=730, HoraFim=1805, VelocPerm=60, VelocMin=0, Ativo=1, "
+         "TipoLimite=1"},
+        {false,
+         Limite,
+         {},
+         "NroIntEquip=12, Dia=2, HoraInicio=730, HoraFim=1800, VelocPerm=60, VelocMin=0, Ativo=1, TipoLimite=1"},
+        {false, Limite, comMinima,
+         "NroIntEquip=12, Dia=2, HoraInicio=730, HoraFim=1800, VelocPerm=60, VelocMin=45, Ativo=1, TipoLimite=1"},
+        {true,
+         HorarioProibido,
+         {{"ztmHInicial", "0000"}},
+         "NroInt=7, NroIntEquip=34, Dia=3, HoraInicio=0, HoraFim=1805, VelocPerm=0, VelocMin=0, Ativo=1, "
+         "TipoLimite=2"},
+        {false,
+         HorarioProibido,
+         {},
+         "NroIntEquip=12, Dia=2, HoraInicio=730, HoraFim=1800, VelocPerm=0, VelocMin=0, Ativo=1, TipoLimite=2"},
+        {true,
+         DiaEspecifico,
+         {{"ztdData", "06/03/2027"}},
+         "NroInt=7, NroIntEquip=34, Data=06/03/2027, HoraInicio=5, HoraFim=2359, VelocPerm=80, VelocMin=40, Ativo=1"},
+        {true,
+         DiaEspecifico,
+         {{"chkVelocMin", ""}},
+         "NroInt=7, NroIntEquip=34, Data=05/03/2027, HoraInicio=5, HoraFim=2359, VelocPerm=80, VelocMin=0, Ativo=1"},
+        {false,
+         DiaEspecifico,
+         {},
+         "NroIntEquip=12, Data=25/12/2026, HoraInicio=730, HoraFim=1800, VelocPerm=60, VelocMin=0, Ativo=1"},
+        {false, // in the past, and speeds in any relation
+         DiaEspecifico,
+         {{"ztdData", "01011990"}, {"txtVelocPerm", "0"}, {"chkVelocMin", "x"}, {"txtVelocMin", "999"}},
+         "NroIntEquip=12, Data=01/01/1990, HoraInicio=730, HoraFim=1800, VelocPerm=0, VelocMin=999, Ativo=1"},
+        {false, // a year of two digits
+         DiaEspecifico,
+         {{"ztdData", "250127"}},
+         "NroIntEquip=12, Data=25/01/2027, HoraInicio=730, HoraFim=1800, VelocPerm=60, VelocMin=0, Ativo=1"},
+    };
+    for (const auto &caso : casos) {
+        SCOPED_TRACE(caso.Linha);
+        EXPECT_TRUE(Abre(caso.Edita, caso.Qual, [&](Pessoa &p) {
+            if (!caso.Edita) {
+                Preenche(p, caso.Qual);
             }
-            if (tipo == Limite) {
-                EXPECT_TRUE(p.Abre("sstDados", 1));
-                EXPECT_TRUE(p.Marca("chkVelocMin"));
-                PreencheTexto(p, "txtVelocMin", "45");
-            }
+            Poe(p, caso.Muda);
             host->LimpaRegistro();
-            EXPECT_TRUE(p.Clica("ztCmdOK"));
+            Confirma(p);
         }));
-        std::string linhas;
-        for (int dia = 1; dia <= 8; ++dia) {
-            linhas += (linhas.empty() ? "" : ", ") + std::string("LimiteDifED{NroIntEquip=12, Dia=") +
-                      std::to_string(dia) + ", HoraInicio=730, HoraFim=1800, " +
-                      (tipo == Limite ? "VelocPerm=60, VelocMin=45, Ativo=1, TipoLimite=1}"
-                                      : "VelocPerm=0, VelocMin=0, Ativo=1, TipoLimite=2}");
-        }
-        EXPECT_TRUE(RegistroIgual(host->Registro(),
-                                  Linhas{
-                                      "Plataforma.Ponteiro := 11",
-                                      "Gateway.CriaObjetoRN(\"VOR\", \"EquiptoRN\", \"ZTVORLIB\", \"4\")",
-                                      "EquiptoRN.ExecutaMetodo(\"alteraListaLimitesDif\", EquiptoED{ListaLimiteDif=[" +
-                                          linhas + "]}) -> True",
-                                      "Plataforma.Ponteiro := 0",
-                                      "Plataforma.Descarrega(frmLimitesDifDetalhes)",
-                                  }));
+        EXPECT_EQ(Enviado(caso.Edita ? caso.Qual.Altera : caso.Qual.Inclui),
+                  caso.Qual.DeUmaData() ? "DiaEspecificoED{" + caso.Linha + "}"
+                                        : "EquiptoED{ListaLimiteDif=[LimiteDifED{" + caso.Linha + "}]}");
+        EXPECT_EQ(host->Conta("EquiptoRN."), 1);
     }
+    EXPECT_EQ(Avisos(), Linhas{});
 }
 
-TEST_F(frmLimitesDifDetalhesTeste, ztCmdOK_OfANewLimit_SendsTheCheckedDaysWithoutAKey)
+TEST_F(frmLimitesDifDetalhesTeste, ztCmdOK_OfSeveralDays_SendsARowForEachInTheirOrderWithoutAKey)
 {
-    std::int32_t linhas = 0;
-    host->Atende<EquiptoED>("EquiptoRN", "alteraListaLimitesDif", [&](const Ref<EquiptoED> &pedido) {
-        const auto &limites = pedido->ListaLimiteDif.Valor();
-        linhas = limites->Count();
-        EXPECT_EQ(limites->Item(1)->Dia.Valor(), 1);
-        EXPECT_EQ(limites->Item(2)->Dia.Valor(), 8);
-        for (const char *chave : {"1", "8", "0", ""}) {
-            EXPECT_THROW(limites->Item(std::string(chave)), Falha) << chave;
-        }
-        return Resposta();
-    });
-    EXPECT_TRUE(Inclui(Limite, [](Pessoa &p) {
-        Preenche(p, Limite);
-        EXPECT_TRUE(p.Desmarca("chkDia", 2));
-        EXPECT_TRUE(p.Marca("chkDia", 8));
-        EXPECT_TRUE(p.Marca("chkDia", 1));
-        EXPECT_TRUE(p.Clica("ztCmdOK"));
-    }));
-    EXPECT_EQ(linhas, 2);
-}
-
-TEST_F(frmLimitesDifDetalhesTeste, ztCmdOK_OfAnEditedRow_SendsItWithItsNumbers)
-{
-    AceitaTudo();
-    EXPECT_TRUE(Edita(Limite, [](Pessoa &p) {
-        PreencheTexto(p, "ztmHFinal", "2000");
-        PreencheTexto(p, "txtVelocPerm", "110");
-        EXPECT_TRUE(p.Clica("ztCmdOK"));
-    }));
-    EXPECT_EQ(Enviado("alteraListaLimitesDif"),
-              "EquiptoED{ListaLimiteDif=[LimiteDifED{NroInt=7, NroIntEquip=34, Dia=3, HoraInicio=730, HoraFim=2000, "
-              "VelocPerm=110, VelocMin=40, Ativo=1, TipoLimite=1}]}");
-    host->LimpaRegistro();
-    EXPECT_TRUE(Edita(HorarioProibido, [](Pessoa &p) {
-        PreencheTexto(p, "ztmHInicial", "0000");
-        EXPECT_TRUE(p.Clica("ztCmdOK"));
-    }));
-    EXPECT_EQ(Enviado("alteraListaLimitesDif"),
-              "EquiptoED{ListaLimiteDif=[LimiteDifED{NroInt=7, NroIntEquip=34, Dia=3, HoraInicio=0, HoraFim=1805, "
-              "VelocPerm=0, VelocMin=0, Ativo=1, TipoLimite=2}]}");
-    EXPECT_TRUE(Edita(DiaEspecifico, [](Pessoa &p) {
-        PreencheTexto(p, "ztdData", "06/03/2027");
-        EXPECT_TRUE(p.Clica("ztCmdOK"));
-    }));
-    EXPECT_EQ(Enviado("alteraDiaEspecifico"), "DiaEspecificoED{NroInt=7, NroIntEquip=34, Data=06/03/2027, "
-                                              "HoraInicio=5, HoraFim=2359, VelocPerm=80, VelocMin=40, Ativo=1}");
-    EXPECT_FALSE(host->Contem("EquiptoRN.ExecutaMetodo(\"adicionaDiaEspecifico\""));
-}
-
-TEST_F(frmLimitesDifDetalhesTeste, ztCmdOK_OfANewDay_SendsItInOneCallAndFetchesNothing)
-{
-    AceitaTudo();
-    EXPECT_TRUE(Inclui(DiaEspecifico, [&](Pessoa &p) {
-        Preenche(p, DiaEspecifico);
-        host->LimpaRegistro();
-        EXPECT_TRUE(p.Clica("ztCmdOK"));
-    }));
-    EXPECT_TRUE(RegistroIgual(
-        host->Registro(),
-        Linhas{
-            "Plataforma.Ponteiro := 11",
-            "Gateway.CriaObjetoRN(\"VOR\", \"EquiptoRN\", \"ZTVORLIB\", \"4\")",
-            "EquiptoRN.ExecutaMetodo(\"adicionaDiaEspecifico\", DiaEspecificoED{NroIntEquip=12, Data=25/12/2026, "
-            "HoraInicio=730, HoraFim=1800, VelocPerm=60, VelocMin=0, Ativo=1}) -> True",
-            "Plataforma.Ponteiro := 0",
-            "Plataforma.Descarrega(frmLimitesDifDetalhes)",
+    const auto confere = [&](const Especie &especie, const std::string &dias, const std::string &fim) {
+        Linhas enviadas;
+        host->Atende<EquiptoED>("EquiptoRN", especie.Inclui, [&](const Ref<EquiptoED> &pedido) {
+            const auto &limites = pedido->ListaLimiteDif.Valor();
+            for (std::int32_t i = 1; i <= limites->Count(); ++i) {
+                enviadas.push_back(limites->Item(i)->Texto());
+            }
+            for (const char *chave : {"1", "8", "0", ""}) {
+                EXPECT_THROW(limites->Item(std::string(chave)), Falha) << chave;
+            }
+            return Resposta();
+        });
+        EXPECT_TRUE(Inclui(especie, [&](Pessoa &p) {
+            Preenche(p, especie);
+            EXPECT_TRUE(p.Desmarca("chkDia", 2));
+            for (auto codigo = dias.rbegin(); codigo != dias.rend(); ++codigo) {
+                EXPECT_TRUE(p.Marca("chkDia", static_cast<std::int16_t>(*codigo - '0')));
+            }
+            Confirma(p);
         }));
-}
-
-TEST_F(frmLimitesDifDetalhesTeste, ztCmdOK_AfterAnEdit_OfANewRowCarriesNoNumber)
-{
-    AceitaTudo();
-    Edita(Limite, Cancela);
-    EXPECT_TRUE(Inclui(Limite, [](Pessoa &p) {
-        Preenche(p, Limite);
-        EXPECT_TRUE(p.Clica("ztCmdOK"));
-    }));
-    EXPECT_EQ(Enviado("alteraListaLimitesDif"),
-              "EquiptoED{ListaLimiteDif=[LimiteDifED{NroIntEquip=12, Dia=2, HoraInicio=730, HoraFim=1800, "
-              "VelocPerm=60, VelocMin=0, Ativo=1, TipoLimite=1}]}");
+        Linhas esperadas;
+        for (char codigo : dias) {
+            esperadas.push_back(std::string("LimiteDifED{NroIntEquip=12, Dia=") + codigo +
+                                ", HoraInicio=730, HoraFim=1800, " + fim);
+        }
+        EXPECT_EQ(enviadas, esperadas);
+    };
+    confere(Limite, "12345678", "VelocPerm=60, VelocMin=0, Ativo=1, TipoLimite=1}");
+    confere(Limite, "18", "VelocPerm=60, VelocMin=0, Ativo=1, TipoLimite=1}");
+    confere(HorarioProibido, "12345678", "VelocPerm=0, VelocMin=0, Ativo=1, TipoLimite=2}");
 }
 
 TEST_F(frmLimitesDifDetalhesTeste, ztCmdOK_WhenTheSaveIsRefused_KeepsTheFormOpenAndCanBeTriedAgain)
 {
-    AceitaTudo();
-    const std::string metodos[] = {"alteraListaLimitesDif", "adicionaDiaEspecifico", "alteraListaLimitesDif"};
-    for (std::int16_t tipo : Tipos) {
-        SCOPED_TRACE(tipo);
-        const std::string &metodo = metodos[tipo - 1];
-        EXPECT_TRUE(Inclui(tipo, [&](Pessoa &p) {
-            Preenche(p, tipo);
-            host->RecusaOperacao(metodo, "Horário em conflito");
-            host->LimpaRegistro();
-            EXPECT_TRUE(p.Clica("ztCmdOK"));
-            EXPECT_TRUE(RegistroIgual(host->Registro(), Linhas{
-                                                            "Plataforma.Ponteiro := 11",
-                                                            "Gateway.CriaObjetoRN(*",
-                                                            "EquiptoRN.ExecutaMetodo(\"" + metodo + "\", *",
-                                                            "EquiptoRN.MostraErro() -> \"Horário em conflito\"",
-                                                            "Plataforma.Ponteiro := 0",
-                                                        }));
-            EXPECT_TRUE(form->Visible());
-            EXPECT_TRUE(form->Enabled());
-            EXPECT_EQ(Texto(p, "ztmHInicial"), "07:30");
-            EXPECT_TRUE(p.Clica("ztCmdOK"));
-        }));
+    for (const Especie &especie : Especies) {
+        for (bool edita : {false, true}) {
+            SCOPED_TRACE(especie.Descr + (edita ? ", edicao" : ""));
+            const std::string &metodo = edita ? especie.Altera : especie.Inclui;
+            EXPECT_TRUE(Abre(edita, especie, [&](Pessoa &p) {
+                Preenche(p, especie);
+                host->RecusaOperacao(metodo, "Horário em conflito");
+                host->LimpaRegistro();
+                Confirma(p);
+                EXPECT_TRUE(RegistroIgual(host->Registro(), {"Plataforma.Ponteiro := 11", "Gateway.CriaObjetoRN(*",
+                                                             "EquiptoRN.ExecutaMetodo(\"" + metodo + "\", *",
+                                                             "EquiptoRN.MostraErro() -> \"Horário em conflito\"",
+                                                             "Plataforma.Ponteiro := 0"}));
+                EXPECT_TRUE(form->Visible());
+                EXPECT_TRUE(form->Enabled());
+                EXPECT_EQ(Texto(p, "ztmHInicial"), "07:30");
+                Confirma(p);
+            }));
+        }
     }
 }
 
-TEST_F(frmLimitesDifDetalhesTeste, CarregaInclusao_CancelledAfterARefusedSave_IsFalseAndAsksNothing)
+// Neither after a refused save nor after an opening that saved, and nothing is asked, whatever was typed.
+TEST_F(frmLimitesDifDetalhesTeste, Opening_CancelledOrClosed_IsFalseAndAsksNothing)
 {
     EXPECT_FALSE(Inclui(Limite, [&](Pessoa &p) {
         Preenche(p, Limite);
         host->RecusaOperacao("alteraListaLimitesDif", "não");
-        EXPECT_TRUE(p.Clica("ztCmdOK"));
+        Confirma(p);
         Cancela(p);
     }));
-    EXPECT_TRUE(host->Tela->Perguntas().empty());
-}
-
-TEST_F(frmLimitesDifDetalhesTeste, CarregaInclusao_AfterASavedOne_IsFalseWhenCancelled)
-{
-    AceitaTudo();
-    EXPECT_TRUE(Inclui(Limite, [](Pessoa &p) {
-        Preenche(p, Limite);
-        EXPECT_TRUE(p.Clica("ztCmdOK"));
-    }));
-    EXPECT_FALSE(Inclui(Limite, Cancela));
-    EXPECT_TRUE(Edita(Limite, [](Pessoa &p) { EXPECT_TRUE(p.Clica("ztCmdOK")); }));
-    EXPECT_FALSE(Edita(Limite, Cancela));
-}
-
-TEST_F(frmLimitesDifDetalhesTeste, Window_ClosedByItsOwnButtonOrCancelled_AsksNothingWhateverWasTyped)
-{
+    for (bool edita : {false, true}) {
+        EXPECT_TRUE(Abre(edita, Limite, [](Pessoa &p) {
+            Preenche(p, Limite);
+            Confirma(p);
+        }));
+        EXPECT_FALSE(Abre(edita, Limite, Cancela));
+    }
+    host->LimpaRegistro();
     for (bool fecha : {false, true}) {
         EXPECT_FALSE(Inclui(Limite, [&](Pessoa &p) {
             Preenche(p, Limite);
@@ -1067,89 +700,86 @@ TEST_F(frmLimitesDifDetalhesTeste, ztCmdOK_WhileItRuns_LocksTheForm)
         travada = !form->Enabled();
         return Resposta();
     });
-    EXPECT_TRUE(Inclui(Limite, [](Pessoa &p) {
-        Preenche(p, Limite);
-        EXPECT_TRUE(p.Clica("ztCmdOK"));
-    }));
+    EXPECT_TRUE(Edita(Limite, Confirma));
     EXPECT_TRUE(travada);
 }
 
 TEST_F(frmLimitesDifDetalhesTeste, ztCmdOK_OfALimitThatCouldNotBeRead_SendsWhatIsChecked)
 {
-    AceitaTudo();
     EXPECT_FALSE(Inclui(Limite, Cancela)); // its equipment must not travel with another one's row
     for (bool comDia : {false, true}) {
         host->LimpaRegistro();
         host->RecusaOperacao("consultaSimplesLimiteDif", "fora do ar");
         EXPECT_TRUE(Edita(Limite, [&](Pessoa &p) {
-            PreencheTexto(p, "ztmHInicial", "0730");
-            PreencheTexto(p, "ztmHFinal", "1800");
-            PreencheTexto(p, "txtVelocPerm", "60");
-            if (comDia) {
-                EXPECT_TRUE(p.Marca("chkDia", 5));
-            }
-            EXPECT_TRUE(p.Clica("ztCmdOK"));
+            Preenche(p, Limite);
+            Poe(p, {{"chkDia", comDia ? "x" : ""}});
+            Confirma(p);
         }));
         EXPECT_EQ(Enviado("alteraListaLimitesDif"),
-                  comDia ? "EquiptoED{ListaLimiteDif=[LimiteDifED{NroInt=7, NroIntEquip=0, Dia=5, HoraInicio=730, "
+                  comDia ? "EquiptoED{ListaLimiteDif=[LimiteDifED{NroInt=7, NroIntEquip=0, Dia=2, HoraInicio=730, "
                            "HoraFim=1800, VelocPerm=60, VelocMin=0, Ativo=1, TipoLimite=1}]}"
                          : "EquiptoED{ListaLimiteDif=[]}");
     }
-    EXPECT_TRUE(host->Avisos().empty());
+    EXPECT_EQ(Avisos(), Linhas{});
 }
 
 // Faults.
 
-TEST_F(frmLimitesDifDetalhesTeste, EntryPoints_WhenTheReadFails_ReportOnceAndOpenNothing)
+TEST_F(frmLimitesDifDetalhesTeste, EntryPoints_WhenTheRowCannotBeRead_ReportAndThenUnload)
 {
-    for (std::int16_t tipo : Tipos) {
+    const auto confere = [&](const Especie &especie, std::int32_t numero, const std::string &comeco,
+                             const std::function<void()> &estraga) {
         for (bool detalhes : {false, true}) {
-            SCOPED_TRACE(std::to_string(tipo) + (detalhes ? " detalhes" : " edicao"));
+            SCOPED_TRACE(especie.Descr + " " + std::to_string(numero) + (detalhes ? " detalhes" : ""));
             host->LimpaRegistro();
-            host->FalhaEm("EquiptoRN.ExecutaMetodo", 1, 70, "negado");
+            estraga();
             if (detalhes) {
-                form->CarregaDetalhes(tipo, "RAD-01", 7);
+                form->CarregaDetalhes(especie.Tipo, "RAD-01", 7);
             } else {
-                EXPECT_FALSE(form->CarregaEdicao(tipo, "RAD-01", 7));
+                EXPECT_FALSE(form->CarregaEdicao(especie.Tipo, "RAD-01", 7));
             }
-            const auto &erro = host->Erros().back();
-            EXPECT_EQ(erro.Contexto, "frmLimitesDifDetalhes.CarregaEdicao");
-            EXPECT_EQ(erro.Numero, 70);
-            EXPECT_EQ(erro.Descricao, "negado");
-            EXPECT_EQ(erro.Fonte, std::string("EquiptoRN.ExecutaMetodo < frmLimitesDifDetalhes.") +
-                                      (tipo == DiaEspecifico ? "BuscaDiasEspec" : "BuscaLimitesDif") +
-                                      " < frmLimitesDifDetalhes.MontaTela");
-            EXPECT_EQ(host->Conta("goMensagem.ExibeErro"), 1);
+            EXPECT_EQ(Erros(),
+                      Linhas{"frmLimitesDifDetalhes.CarregaEdicao: " + std::to_string(numero) + " (" + comeco +
+                             " < frmLimitesDifDetalhes." + especie.Busca + " < frmLimitesDifDetalhes.MontaTela)"});
+            EXPECT_TRUE(RegistroIgual(host->RegistroDe({"ObjInterface.", "goMensagem.", "Plataforma.Descarrega"}),
+                                      {"goMensagem.ExibeErro(*", "Plataforma.Descarrega(frmLimitesDifDetalhes)"}));
             EXPECT_EQ(host->Tela->Ponteiro(), 0);
-            EXPECT_FALSE(host->Contem("ObjInterface.MostraJanela"));
-            EXPECT_TRUE(host->Tela->FormsAbertos("frmLimitesDifDetalhes").empty());
+            EXPECT_FALSE(host->Tela->EstaAberto(form));
         }
+    };
+    for (const Especie &especie : Especies) {
+        confere(especie, 70, "EquiptoRN.ExecutaMetodo",
+                [&] { host->FalhaEm("EquiptoRN.ExecutaMetodo", 1, 70, "negado"); });
     }
-    EXPECT_EQ(host->Erros().size(), 6U);
+    EXPECT_EQ(host->Erros().back().Descricao, "negado");
+    for (std::uint8_t inexistente : {std::uint8_t{0}, std::uint8_t{9}}) {
+        confere(Limite, 9, "ZTAVOREQUIP", [&] { limite->Dia = inexistente; });
+    }
+    limite = nullptr;
+    dia = nullptr;
+    for (const Especie &especie : Especies) {
+        confere(especie, 91, "ZTAVOREQUIP", [] {});
+    }
 }
 
-TEST_F(frmLimitesDifDetalhesTeste, EntryPoints_WhenTheShowFails_ReportUnderTheirNames)
+TEST_F(frmLimitesDifDetalhesTeste, EntryPoints_WhenTheShowFails_ReportUnderTheirNamesAndThenUnload)
 {
-    AceitaTudo();
-    const auto falha = [&] { host->FalhaEm("ObjInterface.MostraJanela", 1, 5, "não mostra"); };
-    falha();
-    EXPECT_FALSE(form->CarregaInclusao(Limite, 12, "RAD-01"));
-    falha();
-    EXPECT_FALSE(form->CarregaEdicao(Limite, "RAD-01", 7));
-    falha();
-    form->CarregaDetalhes(Limite, "RAD-01", 7);
-    ASSERT_EQ(host->Erros().size(), 3U);
-    EXPECT_EQ(host->Erros()[0].Contexto, "frmLimitesDifDetalhes.CarregaInclusao");
-    EXPECT_EQ(host->Erros()[1].Contexto, "frmLimitesDifDetalhes.CarregaEdicao");
-    EXPECT_EQ(host->Erros()[2].Contexto, "frmLimitesDifDetalhes.CarregaEdicao");
-    for (const auto &erro : host->Erros()) {
-        EXPECT_EQ(erro.Fonte, "ObjInterface.MostraJanela < Geral.FormShow");
+    const std::pair<std::string, std::function<void()>> entradas[] = {
+        {"CarregaInclusao", [&] { EXPECT_FALSE(form->CarregaInclusao(1, 12, "RAD-01")); }},
+        {"CarregaEdicao", [&] { EXPECT_FALSE(form->CarregaEdicao(1, "RAD-01", 7)); }},
+        {"CarregaEdicao", [&] { form->CarregaDetalhes(1, "RAD-01", 7); }},
+    };
+    for (const auto &[nome, entra] : entradas) {
+        host->LimpaRegistro();
+        host->FalhaEm("ObjInterface.MostraJanela");
+        entra();
+        EXPECT_EQ(Erros(),
+                  Linhas{"frmLimitesDifDetalhes." + nome + ": 51 (ObjInterface.MostraJanela < Geral.FormShow)"});
+        EXPECT_TRUE(RegistroIgual(host->RegistroDe({"goMensagem.ExibeErro", "Plataforma.Descarrega"}),
+                                  {"goMensagem.ExibeErro(*", "Plataforma.Descarrega(frmLimitesDifDetalhes)"}));
+        EXPECT_FALSE(host->Tela->EstaAberto(form));
     }
-    EXPECT_TRUE(host->Tela->FormsAbertos("frmLimitesDifDetalhes").empty());
-    EXPECT_TRUE(Inclui(Limite, [](Pessoa &p) {
-        Preenche(p, Limite);
-        EXPECT_TRUE(p.Clica("ztCmdOK"));
-    }));
+    EXPECT_TRUE(Edita(Limite, Confirma));
 }
 
 TEST_F(frmLimitesDifDetalhesTeste, CarregaInclusao_WhenMontaTelaFails_GrowsItsPath)
@@ -1163,50 +793,41 @@ TEST_F(frmLimitesDifDetalhesTeste, CarregaInclusao_WhenMontaTelaFails_GrowsItsPa
             frmLimitesDifDetalhes::DefineCaption(valor);
         }
     };
-    EXPECT_FALSE(Novo<Recusada>()->CarregaInclusao(Limite, 12, "RAD-01"));
-    ASSERT_EQ(host->Erros().size(), 1U);
-    EXPECT_EQ(host->Erros()[0].Contexto, "frmLimitesDifDetalhes.CarregaInclusao");
-    EXPECT_EQ(host->Erros()[0].Fonte, "Janela < frmLimitesDifDetalhes.MontaTela");
+    EXPECT_FALSE(Novo<Recusada>()->CarregaInclusao(1, 12, "RAD-01"));
+    EXPECT_EQ(Erros(), Linhas{"frmLimitesDifDetalhes.CarregaInclusao: 5 (Janela < frmLimitesDifDetalhes.MontaTela)"});
 }
 
 TEST_F(frmLimitesDifDetalhesTeste, ztCmdOK_WhenTheSaveFails_RaisesAndStaysOpenUnderTheHourglass)
 {
-    AceitaTudo();
-    for (std::int16_t tipo : Tipos) {
-        SCOPED_TRACE(tipo);
-        EXPECT_TRUE(Inclui(tipo, [&](Pessoa &p) {
-            Preenche(p, tipo);
+    for (const Especie &especie : Especies) {
+        SCOPED_TRACE(especie.Descr);
+        EXPECT_TRUE(Edita(especie, [&](Pessoa &p) {
             host->FalhaEm("EquiptoRN.ExecutaMetodo", 1, 70, "negado");
-            const Falha falha = FalhaLancada([&] { p.Clica("ztCmdOK"); });
-            EXPECT_EQ(falha.Numero, 70);
-            EXPECT_EQ(falha.Fonte, std::string("EquiptoRN.ExecutaMetodo < frmLimitesDifDetalhes.") +
-                                       (tipo == DiaEspecifico ? "SalvaDiaEspec" : "SalvaLimiteDif") +
-                                       " < frmLimitesDifDetalhes.ztCmdOk_Click");
+            EXPECT_TRUE(Lanca(70,
+                              "EquiptoRN.ExecutaMetodo < frmLimitesDifDetalhes." + especie.Salva +
+                                  " < frmLimitesDifDetalhes.ztCmdOk_Click",
+                              [&] { p.Clica("ztCmdOK"); }));
             EXPECT_EQ(host->Tela->Ponteiro(), 11);
             EXPECT_TRUE(form->Visible());
             EXPECT_TRUE(form->Enabled());
-            EXPECT_TRUE(p.Clica("ztCmdOK"));
+            Confirma(p);
         }));
         EXPECT_EQ(host->Tela->Ponteiro(), 0);
     }
-    EXPECT_TRUE(host->Erros().empty());
+    EXPECT_EQ(Erros(), Linhas{});
 }
 
 TEST_F(frmLimitesDifDetalhesTeste, ztCmdOK_OfAFormThatWasNotFilled_AsksForTheServiceAndSendsNothing)
 {
-    for (std::int16_t tipo : Tipos) {
-        SCOPED_TRACE(tipo);
-        Inclui(tipo, [&](Pessoa &p) {
-            if (tipo != DiaEspecifico) {
-                EXPECT_TRUE(p.Marca("chkDia", 2));
-            }
+    for (const Especie &especie : Especies) {
+        SCOPED_TRACE(especie.Descr);
+        Inclui(especie, [&](Pessoa &p) {
+            p.Marca("chkDia", 2);
             host->LimpaRegistro();
-            const Falha falha = FalhaLancada([&] { p.Acha<IztCommand>("ztCmdOK")->Click().dispara(); });
-            EXPECT_EQ(falha.Numero, 13);
-            EXPECT_EQ(falha.Fonte, std::string("ZTAVOREQUIP < frmLimitesDifDetalhes.") +
-                                       (tipo == DiaEspecifico ? "SalvaDiaEspec" : "SalvaLimiteDif") +
-                                       " < frmLimitesDifDetalhes.ztCmdOk_Click");
-            EXPECT_TRUE(RegistroIgual(host->Registro(), Linhas{"Plataforma.Ponteiro := 11", "Gateway.CriaObjetoRN(*"}));
+            EXPECT_TRUE(Lanca(
+                13, "ZTAVOREQUIP < frmLimitesDifDetalhes." + especie.Salva + " < frmLimitesDifDetalhes.ztCmdOk_Click",
+                [&] { p.Acha<IztCommand>("ztCmdOK")->Click().dispara(); }));
+            EXPECT_TRUE(RegistroIgual(host->Registro(), {"Plataforma.Ponteiro := 11", "Gateway.CriaObjetoRN(*"}));
             Plataforma()->DefinePonteiro(PonteiroNormal);
             Cancela(p);
         });
@@ -1215,75 +836,62 @@ TEST_F(frmLimitesDifDetalhesTeste, ztCmdOK_OfAFormThatWasNotFilled_AsksForTheSer
 
 TEST_F(frmLimitesDifDetalhesTeste, ztCmdOK_WhoseFormCannotBeUnloaded_HasSaved)
 {
-    AceitaTudo();
-    for (std::int16_t tipo : Tipos) {
-        SCOPED_TRACE(tipo);
-        EXPECT_TRUE(Inclui(tipo, [&](Pessoa &p) {
-            Preenche(p, tipo);
-            host->FalhaEm("Plataforma.Descarrega", 1, 70, "negado");
-            EXPECT_EQ(FalhaLancada([&] { p.Clica("ztCmdOK"); }).Fonte,
-                      "Plataforma.Descarrega < frmLimitesDifDetalhes.ztCmdOk_Click");
+    for (const Especie &especie : Especies) {
+        EXPECT_TRUE(Edita(especie, [&](Pessoa &p) {
+            host->FalhaEm("Plataforma.Descarrega");
+            EXPECT_TRUE(
+                Lanca(51, "Plataforma.Descarrega < frmLimitesDifDetalhes.ztCmdOk_Click", [&] { p.Clica("ztCmdOK"); }));
             EXPECT_TRUE(form->Visible());
             Cancela(p);
-        }));
+        })) << especie.Descr;
     }
 }
 
 TEST_F(frmLimitesDifDetalhesTeste, ztCmdOK_WhenTheMessageFails_RaisesAndDoesNotClick)
 {
     Inclui(Limite, [&](Pessoa &p) {
-        host->FalhaEm("goMensagem.ExibeMensagem", 1, 70, "negado");
-        const Falha falha = FalhaLancada([&] { p.Clica("ztCmdOK"); });
-        EXPECT_EQ(falha.Fonte, "goMensagem.ExibeMensagem < frmLimitesDifDetalhes.ValidouOk < "
-                               "frmLimitesDifDetalhes.ztCmdOk_ValidaClick");
+        host->FalhaEm("goMensagem.ExibeMensagem");
+        EXPECT_TRUE(Lanca(51,
+                          "goMensagem.ExibeMensagem < frmLimitesDifDetalhes.ValidouOk < "
+                          "frmLimitesDifDetalhes.ztCmdOk_ValidaClick",
+                          [&] { p.Clica("ztCmdOK"); }));
         EXPECT_FALSE(host->Contem("EquiptoRN."));
         EXPECT_TRUE(form->Enabled());
-        Cancela(p);
-    });
-    EXPECT_TRUE(host->Erros().empty());
-}
-
-TEST_F(frmLimitesDifDetalhesTeste, ValidaClick_WhenItFails_LeavesTheFlagAsItWas)
-{
-    Inclui(Limite, [&](Pessoa &p) {
         for (bool antes : {false, true}) {
             bool cancela = antes;
             host->FalhaEm("goMensagem.ExibeMensagem");
-            EXPECT_EQ(FalhaLancada([&] { p.Acha<IztCommand>("ztCmdOK")->ValidaClick().dispara(cancela); }).Numero, 51);
-            EXPECT_EQ(cancela, antes);
+            EXPECT_TRUE(Lanca(51, "*", [&] { p.Acha<IztCommand>("ztCmdOK")->ValidaClick().dispara(cancela); }));
+            EXPECT_EQ(cancela, antes) << "the flag stays as it was";
         }
         Cancela(p);
     });
+    EXPECT_EQ(Erros(), Linhas{});
 }
 
 TEST_F(frmLimitesDifDetalhesTeste, sstDados_Click_ThatFails_RaisesWithItsShortTail)
 {
     Inclui(Limite, [&](Pessoa &p) {
         Conexao falha = ComoBase(p.Acha("fraDados", 1))->Mudou().liga([] { throw Falha(70, "Fora", "negado"); });
-        EXPECT_EQ(FalhaLancada([&] { p.Abre("sstDados", 1); }).Fonte, "Fora < sstDados_Click");
+        EXPECT_TRUE(Lanca(70, "Fora < sstDados_Click", [&] { p.Abre("sstDados", 1); }));
         EXPECT_TRUE(p.Acha("fraDados", 0)->Enabled()) << "the frame left is disabled last";
         falha.desliga();
         Cancela(p);
     });
-    EXPECT_TRUE(host->Erros().empty());
+    EXPECT_EQ(Erros(), Linhas{});
 }
 
-TEST_F(frmLimitesDifDetalhesTeste, MontaTela_OfAKindThatIsNone_AddsNoEndingToTheCaption)
+TEST_F(frmLimitesDifDetalhesTeste, Opening_OfAKindThatIsNone_IsADayInAllButTheNameAndTheDate)
 {
-    EXPECT_FALSE(Inclui(4, [this](Pessoa &p) {
-        EXPECT_EQ(form->Caption(), "Novo");
-        EXPECT_TRUE(p.Clica("cmdCancelar"));
+    Especie nenhuma = DiaEspecifico;
+    nenhuma.Tipo = 4;
+    EXPECT_FALSE(Inclui(nenhuma, [&](Pessoa &p) {
+        EXPECT_EQ(Quadro(p), "Novo|RAD-01|0|........|(  /  /    )|__:__ a __:__||-!|OK &Cancelar");
+        Cancela(p);
     }));
-}
-
-TEST_F(frmLimitesDifDetalhesTeste, Editing_OfAKindThatIsNone_ReadsAndSavesADayWithoutAskingForItsDate)
-{
-    AceitaTudo();
-    EXPECT_TRUE(Edita(4, [this](Pessoa &p) {
-        EXPECT_TRUE(p.Acha("fraDiasSemana")->Visible());
-        EXPECT_FALSE(p.Acha("fraData")->Visible());
-        PreencheTexto(p, "txtVelocPerm", "70");
-        EXPECT_TRUE(p.Clica("ztCmdOK"));
+    EXPECT_TRUE(Edita(nenhuma, [&](Pessoa &p) {
+        EXPECT_EQ(Quadro(p), "Editar|RAD-01|0|........|(05/03/2027)|00:05 a 23:59|80|x40|OK &Cancelar");
+        Poe(p, {{"txtVelocPerm", "70"}});
+        Confirma(p);
     }));
     EXPECT_EQ(Enviado("consultaSimplesDiaEspecifico"), "DiaEspecificoED{NroInt=7}");
     EXPECT_NE(Enviado("alteraDiaEspecifico").find("VelocPerm=70"), std::string::npos);

@@ -4,6 +4,7 @@
 #include "host/DiaEspecificoED.h"
 #include "host/LimiteDifED.h"
 #include "shell/ModGeral.h"
+#include "tests/limits/Especies.h"
 #include "tests/support/FalhaLancada.h"
 #include "tests/support/HostTeste.h"
 #include "tests/support/NomesAcessiveis.h"
@@ -20,14 +21,6 @@ namespace {
 
 using Linhas = std::vector<std::string>;
 
-constexpr std::int16_t Limite = 1;
-constexpr std::int16_t DiaEspecifico = 2;
-constexpr std::int16_t HorarioProibido = 3;
-
-constexpr std::int16_t Tipos[] = {Limite, DiaEspecifico, HorarioProibido};
-const std::string ListaPorTipo[] = {"", "listaLimiteDif", "listaDiaEspecifico", "listaLimiteDif"};
-const std::string DescrPorTipo[] = {"", "Limite Diferenciado", "Dia Específico", "Horário Proibido"};
-
 void Cancela(Pessoa &p)
 {
     p.Clica("cmdCancelar");
@@ -38,27 +31,19 @@ void Fecha(Pessoa &p)
     p.Fecha();
 }
 
-// Fills a new row of a kind and saves it; of a limit or a prohibited hour, two days at once.
-void PreencheNovo(Pessoa &p, std::int16_t tipo)
+// The rows of the list, their cells separated by "|".
+Linhas NaLista(const Pessoa &p)
 {
-    if (tipo == DiaEspecifico) {
-        p.Preenche("ztdData", "25122026");
-    } else {
-        p.Marca("chkDia", 2);
-        p.Marca("chkDia", 8);
+    const auto lista = p.Acha<ztList>("ztLista");
+    Linhas linhas;
+    for (std::int32_t linha = 1; linha <= lista->NroItens(); ++linha) {
+        std::string texto = lista->TextoCelula(linha, 1);
+        for (std::int32_t coluna = 2; coluna <= 6; ++coluna) {
+            texto += "|" + lista->TextoCelula(linha, coluna);
+        }
+        linhas.push_back(texto);
     }
-    p.Preenche("ztmHInicial", "0700");
-    p.Preenche("ztmHFinal", "0900");
-    if (tipo != HorarioProibido) {
-        p.Preenche("txtVelocPerm", "60");
-    }
-    p.Clica("ztCmdOK");
-}
-
-void AlteraHoraFinal(Pessoa &p)
-{
-    p.Preenche("ztmHFinal", "2100");
-    p.Clica("ztCmdOK");
+    return linhas;
 }
 
 class frmLimitesDifTeste : public HostTeste {
@@ -103,11 +88,11 @@ TEST_F(frmLimitesDifTeste, Controles_OfAFormJustLoaded_AreAsInItsPortrait)
 TEST_F(frmLimitesDifTeste, CarregaForm_OfEachKind_SearchesAndThenShowsTheWindowModally)
 {
     RespondeListas();
-    for (std::int16_t tipo : Tipos) {
-        SCOPED_TRACE(tipo);
+    for (const Especie &especie : Especies) {
+        SCOPED_TRACE(especie.Descr);
         host->LimpaRegistro();
         host->AoMostrarModal("frmLimitesDif", [&](Pessoa &p) {
-            EXPECT_EQ(form->Caption(), DescrPorTipo[tipo] + " [1234]");
+            EXPECT_EQ(form->Caption(), especie.Descr + " [1234]");
             EXPECT_EQ(p.Acha<ztList>("ztLista")->Colunas().size(), 6U);
             EXPECT_FALSE(p.EscolheMenu("ztLista", "mnuZTLObjEditar"));
             EXPECT_FALSE(p.EscolheMenu("ztLista", "mnuZTLObjDetalhes"));
@@ -119,10 +104,10 @@ TEST_F(frmLimitesDifTeste, CarregaForm_OfEachKind_SearchesAndThenShowsTheWindowM
             EXPECT_TRUE(p.EscolheMenu("ztLista", "mnuZTLObjNovo"));
             Fecha(p);
         });
-        form->CarregaForm("1234", 12, tipo);
+        form->CarregaForm("1234", 12, especie.Tipo);
         const Linhas esperado{
             "Plataforma.Carrega(frmLimitesDif)",
-            "EquiptoRN.ExecutaMetodo(\"" + ListaPorTipo[tipo] + "\", *",
+            "EquiptoRN.ExecutaMetodo(\"" + especie.Lista + "\", *",
             "ObjInterface.MostraJanela(frmLimitesDif, modal=True)",
             "Plataforma.Carrega(frmLimitesDifDetalhes)",
             "ObjInterface.MostraJanela(frmLimitesDifDetalhes, modal=True)",
@@ -136,11 +121,11 @@ TEST_F(frmLimitesDifTeste, CarregaForm_OfEachKind_SearchesAndThenShowsTheWindowM
 TEST_F(frmLimitesDifTeste, CarregaForm_WhenTheFirstSearchIsRefused_ShowsNoWindow)
 {
     RespondeListas();
-    for (std::int16_t tipo : Tipos) {
-        SCOPED_TRACE(tipo);
+    for (const Especie &especie : Especies) {
+        SCOPED_TRACE(especie.Descr);
         host->LimpaRegistro();
-        host->RecusaOperacao(ListaPorTipo[tipo], "fora do ar");
-        form->CarregaForm("1234", 12, tipo);
+        host->RecusaOperacao(especie.Lista, "fora do ar");
+        form->CarregaForm("1234", 12, especie.Tipo);
         EXPECT_EQ(host->Conta("EquiptoRN.MostraErro() -> \"fora do ar\""), 1);
         EXPECT_FALSE(host->Contem("ObjInterface."));
         EXPECT_FALSE(host->Tela->EstaAberto(form));
@@ -149,7 +134,7 @@ TEST_F(frmLimitesDifTeste, CarregaForm_WhenTheFirstSearchIsRefused_ShowsNoWindow
             EXPECT_EQ(p.Acha<ztList>("ztLista")->Colunas().size(), 6U) << "as from the design";
             Fecha(p);
         });
-        form->CarregaForm("1234", 12, tipo);
+        form->CarregaForm("1234", 12, especie.Tipo);
     }
 }
 
@@ -165,28 +150,22 @@ TEST_F(frmLimitesDifTeste, CarregaForm_WhenTheSearchFails_RaisesUnderTheHourglas
 {
     RespondeListas();
     host->FalhaEm("EquiptoRN.ExecutaMetodo", 1, 70, "negado");
-    const Falha falha = FalhaLancada([&] { form->CarregaForm("1234", 12, Limite); });
-    EXPECT_EQ(falha.Fonte, "EquiptoRN.ExecutaMetodo < COLimiteDif.LocalizarLimitesDif < COSensores.Carrega");
-    EXPECT_EQ(host->Tela->Ponteiro(), 11);
+    EXPECT_TRUE(Lanca(70, "EquiptoRN.ExecutaMetodo < COLimiteDif.LocalizarLimitesDif < COSensores.Carrega",
+                      [&] { form->CarregaForm("1234", 12, Limite.Tipo); }));
+    EXPECT_EQ(host->Tela->Ponteiro(), 11); // whoever reports it sets it back
     EXPECT_FALSE(host->Tela->EstaAberto(form));
     EXPECT_FALSE(host->Contem("ObjInterface."));
-    try {
-        throw falha;
-    } catch (...) { // as the caller reports it
-        gSubMostraErro("COEquipamentos.LimitesDiferenciados");
-    }
-    EXPECT_EQ(host->Tela->Ponteiro(), 0);
-    EXPECT_EQ(host->Erros().size(), 1U);
+    Plataforma()->DefinePonteiro(PonteiroNormal);
     host->AoMostrarModal("frmLimitesDif", Fecha);
-    form->CarregaForm("1234", 12, Limite);
+    form->CarregaForm("1234", 12, Limite.Tipo);
 }
 
 TEST_F(frmLimitesDifTeste, CarregaForm_WhenTheShowFails_RaisesAndUnloads)
 {
     RespondeListas();
-    host->FalhaEm("ObjInterface.MostraJanela", 1, 70, "negado");
-    EXPECT_EQ(FalhaLancada([&] { form->CarregaForm("1234", 12, Limite); }).Fonte,
-              "ObjInterface.MostraJanela < Geral.FormShow");
+    host->FalhaEm("ObjInterface.MostraJanela");
+    EXPECT_TRUE(
+        Lanca(51, "ObjInterface.MostraJanela < Geral.FormShow", [&] { form->CarregaForm("1234", 12, Limite.Tipo); }));
     EXPECT_FALSE(host->Tela->EstaAberto(form));
 }
 
@@ -198,7 +177,7 @@ TEST_F(frmLimitesDifTeste, Window_Closed_LeavesAListThatNobodyAnswers)
         lista = p.Acha<ztList>("ztLista");
         Fecha(p);
     });
-    form->CarregaForm("1234", 12, Limite);
+    form->CarregaForm("1234", 12, Limite.Tipo);
     host->LimpaRegistro();
     lista->ItemMenuClicado().dispara("mnuZTLObjNovo");
     EXPECT_TRUE(host->Registro().empty());
@@ -221,158 +200,87 @@ TEST_F(frmLimitesDifTeste, Window_ClosedWhileItsQuestionIsAnswered_HarmsNothing)
         host->Responde("Confirma a exclusão deste Limite Diferenciado?", true);
         p.EscolheMenu("ztLista", "mnuZTLObjExcluir");
     });
-    form->CarregaForm("1234", 12, Limite);
+    form->CarregaForm("1234", 12, Limite.Tipo);
     EXPECT_TRUE(host->Erros().empty());
 }
 
-// Journeys.
+// Three windows in one registry: what one kind stores, the other two do not show.
+TEST_F(frmLimitesDifTeste, Window_OfEachKind_ShowsEachStepFromNewToDeactivated)
+{
+    struct {
+        const Especie &Qual;
+        Linhas Novas;
+        Linhas Alteradas; // end and minimum speed of the first
+        Linhas Restam;
+    } const casos[] = {
+        {Limite,
+         {"Segunda|07:30|18:00|60 Km| |1", "Feriado|07:30|18:00|60 Km| |2"},
+         {"Segunda|07:30|21:00|60 Km|50 Km|1", "Feriado|07:30|18:00|60 Km| |2"},
+         {"Feriado|07:30|18:00|60 Km| |2"}},
+        {DiaEspecifico, {"25/12/2026|07:30|18:00|60 Km| |1"}, {"24/12/2026|07:30|21:00|60 Km|50 Km|1"}, {}},
+        {HorarioProibido,
+         {"Segunda|07:30|18:00| | |3", "Feriado|07:30|18:00| | |4"},
+         {"Segunda|07:30|21:00| | |3", "Feriado|07:30|18:00| | |4"},
+         {"Feriado|07:30|18:00| | |4"}},
+    };
+    RegistroEmMemoria registro(*host);
+    auto equipto = Novo<EquiptoED>();
+    equipto->Codigo = "RAD-01";
+    const std::int32_t nroIntEquip = registro.Poe(equipto);
+    const auto naJanela = [&](const Especie &especie, const std::function<void(Pessoa &)> &roteiro) {
+        SCOPED_TRACE(especie.Descr);
+        host->AoMostrarModal("frmLimitesDif", roteiro);
+        form->CarregaForm("RAD-01", nroIntEquip, especie.Tipo);
+    };
+    for (const auto &caso : casos) {
+        naJanela(caso.Qual, [&](Pessoa &p) {
+            EXPECT_EQ(NaLista(p), Linhas{});
+            host->AoMostrarModal("frmLimitesDifDetalhes", [&](Pessoa &detalhe) {
+                PreencheDois(detalhe, caso.Qual);
+                EXPECT_TRUE(detalhe.Clica("ztCmdOK"));
+            });
+            EXPECT_TRUE(p.EscolheMenu("ztLista", "mnuZTLObjNovo"));
+            EXPECT_EQ(NaLista(p), caso.Novas);
 
-class JornadaLimitesTeste : public frmLimitesDifTeste {
-  protected:
-    void SetUp() override
-    {
-        frmLimitesDifTeste::SetUp();
-        auto equipto = Novo<EquiptoED>();
-        equipto->Codigo = "RAD-01";
-        nroIntEquip = registro.Poe(equipto);
-    }
+            EXPECT_TRUE(p.ClicaLinha("ztLista", 1));
+            host->AoMostrarModal("frmLimitesDifDetalhes", [&](Pessoa &detalhe) {
+                EXPECT_TRUE(detalhe.Preenche("ztmHFinal", "2100"));
+                EXPECT_EQ(detalhe.Preenche("ztdData", "24122026"), caso.Qual.DeUmaData());
+                if (caso.Qual.ComVelocidade()) {
+                    EXPECT_TRUE(detalhe.Abre("sstDados", 1));
+                    EXPECT_TRUE(detalhe.Marca("chkVelocMin"));
+                    EXPECT_TRUE(detalhe.Preenche("txtVelocMin", "50"));
+                }
+                EXPECT_TRUE(detalhe.Clica("ztCmdOK"));
+            });
+            EXPECT_TRUE(p.EscolheMenu("ztLista", "mnuZTLObjEditar"));
+            EXPECT_EQ(NaLista(p), caso.Alteradas);
 
-    void NaJanela(std::int16_t tipo, const std::function<void(Pessoa &)> &roteiro)
-    {
-        host->AoMostrarModal("frmLimitesDif", [&](Pessoa &p) {
-            roteiro(p);
+            EXPECT_TRUE(p.ClicaLinha("ztLista", 1));
+            EXPECT_TRUE(p.EscolheMenu("ztLista", "mnuZTLObjDetalhes"));
+            auto detalhes = host->Tela->FormsAbertos("frmLimitesDifDetalhes");
+            ASSERT_EQ(detalhes.size(), 1U);
+            EXPECT_EQ(detalhes[0]->Caption(), "Detalhes do " + caso.Qual.Descr);
+            EXPECT_TRUE(Pessoa(detalhes[0]).Clica("cmdCancelar"));
+
+            host->Responde("Confirma a exclusão deste " + caso.Qual.Descr + "?", true);
+            EXPECT_TRUE(p.EscolheMenu("ztLista", "mnuZTLObjExcluir"));
+            EXPECT_EQ(NaLista(p), caso.Restam);
             EXPECT_TRUE(p.Fecha());
         });
-        form->CarregaForm("RAD-01", nroIntEquip, tipo);
     }
-    void Escolhe(Pessoa &p, const std::string &item, const std::function<void(Pessoa &)> &roteiro)
-    {
-        host->AoMostrarModal("frmLimitesDifDetalhes", roteiro);
-        EXPECT_TRUE(p.EscolheMenu("ztLista", "mnuZTLObj" + item));
-    }
-    static Linhas Coluna(const Pessoa &p, const std::string &coluna)
-    {
-        auto lista = p.Acha<ztList>("ztLista");
-        Linhas celulas;
-        for (std::int32_t linha = 1; linha <= lista->NroItens(); ++linha) {
-            celulas.push_back(lista->Celula(linha, coluna));
-        }
-        return celulas;
-    }
-
-    RegistroEmMemoria registro{*host};
-    std::int32_t nroIntEquip = 0;
-};
-
-TEST_F(JornadaLimitesTeste, Limits_FromNewToDeactivated_EachStepShowsInTheList)
-{
-    NaJanela(Limite, [&](Pessoa &p) {
-        EXPECT_TRUE(Coluna(p, "Dia").empty());
-        Escolhe(p, "Novo", [](Pessoa &detalhe) { PreencheNovo(detalhe, Limite); });
-        EXPECT_EQ(Coluna(p, "Dia"), (Linhas{"Segunda", "Feriado"}));
-        EXPECT_EQ(Coluna(p, "Veloc. Perm."), (Linhas{"60 Km", "60 Km"}));
-        EXPECT_EQ(Coluna(p, "Veloc. Mín."), (Linhas{" ", " "}));
-
-        EXPECT_TRUE(p.ClicaLinha("ztLista", 2));
-        Escolhe(p, "Editar", [](Pessoa &detalhe) {
-            EXPECT_TRUE(detalhe.Preenche("txtVelocPerm", "80"));
-            EXPECT_TRUE(detalhe.Abre("sstDados", 1));
-            EXPECT_TRUE(detalhe.Marca("chkVelocMin"));
-            EXPECT_TRUE(detalhe.Preenche("txtVelocMin", "50"));
-            EXPECT_TRUE(detalhe.Clica("ztCmdOK"));
+    for (const auto &caso : casos) {
+        naJanela(caso.Qual, [&](Pessoa &p) {
+            EXPECT_EQ(NaLista(p), caso.Restam);
+            EXPECT_TRUE(p.Fecha());
         });
-        EXPECT_EQ(Coluna(p, "Veloc. Perm."), (Linhas{"60 Km", "80 Km"}));
-        EXPECT_EQ(Coluna(p, "Veloc. Mín."), (Linhas{" ", "50 Km"}));
-
-        EXPECT_TRUE(p.ClicaLinha("ztLista", 1));
-        EXPECT_TRUE(p.EscolheMenu("ztLista", "mnuZTLObjDetalhes"));
-        auto detalhes = host->Tela->FormsAbertos("frmLimitesDifDetalhes");
-        ASSERT_EQ(detalhes.size(), 1U);
-        EXPECT_EQ(detalhes[0]->Caption(), "Detalhes do Limite Diferenciado");
-        EXPECT_TRUE(Pessoa(detalhes[0]).Clica("cmdCancelar"));
-
-        host->Responde("Confirma a exclusão deste Limite Diferenciado?", true);
-        EXPECT_TRUE(p.EscolheMenu("ztLista", "mnuZTLObjExcluir"));
-        EXPECT_EQ(Coluna(p, "Dia"), (Linhas{"Feriado"}));
-    });
-    EXPECT_EQ(registro.Limite(1)->Texto(), "LimiteDifED{NroInt=1, NroIntEquip=1, Dia=2, HoraInicio=700, HoraFim=900, "
-                                           "VelocPerm=60, VelocMin=0, Ativo=2, TipoLimite=1}");
-    EXPECT_EQ(registro.Limite(2)->Texto(), "LimiteDifED{NroInt=2, NroIntEquip=1, Dia=8, HoraInicio=700, HoraFim=900, "
-                                           "VelocPerm=80, VelocMin=50, Ativo=1, TipoLimite=1}");
-}
-
-TEST_F(JornadaLimitesTeste, SpecificDays_FromNewToDeactivated_EachStepShowsInTheList)
-{
-    NaJanela(DiaEspecifico, [&](Pessoa &p) {
-        Escolhe(p, "Novo", [](Pessoa &detalhe) { PreencheNovo(detalhe, DiaEspecifico); });
-        EXPECT_EQ(Coluna(p, "Dia"), (Linhas{"25/12/2026"}));
-        EXPECT_TRUE(p.ClicaLinha("ztLista", 1));
-        Escolhe(p, "Editar", [](Pessoa &detalhe) {
-            EXPECT_TRUE(detalhe.Preenche("ztdData", "24122026"));
-            AlteraHoraFinal(detalhe);
-        });
-        EXPECT_EQ(Coluna(p, "Dia"), (Linhas{"24/12/2026"}));
-        EXPECT_EQ(Coluna(p, "Hora Fim"), (Linhas{"21:00"}));
-        EXPECT_TRUE(p.ClicaLinha("ztLista", 1));
-        host->Responde("Confirma a exclusão deste Dia Específico?", true);
-        EXPECT_TRUE(p.EscolheMenu("ztLista", "mnuZTLObjExcluir"));
-        EXPECT_TRUE(Coluna(p, "Dia").empty());
-    });
-    EXPECT_EQ(registro.Dia(1)->Texto(), "DiaEspecificoED{NroInt=1, NroIntEquip=1, Data=24/12/2026, HoraInicio=700, "
-                                        "HoraFim=2100, VelocPerm=60, VelocMin=0, Ativo=2}");
-}
-
-TEST_F(JornadaLimitesTeste, ProhibitedHours_FromNewToDeactivated_StayApartFromTheLimits)
-{
-    NaJanela(HorarioProibido, [&](Pessoa &p) {
-        Escolhe(p, "Novo", [](Pessoa &detalhe) { PreencheNovo(detalhe, HorarioProibido); });
-        EXPECT_EQ(Coluna(p, "Dia"), (Linhas{"Segunda", "Feriado"}));
-        EXPECT_EQ(Coluna(p, "Veloc. Perm."), (Linhas{" ", " "}));
-        EXPECT_TRUE(p.ClicaLinha("ztLista", 1));
-        Escolhe(p, "Editar", AlteraHoraFinal);
-        EXPECT_EQ(Coluna(p, "Hora Fim"), (Linhas{"21:00", "09:00"}));
-        EXPECT_TRUE(p.ClicaLinha("ztLista", 2));
-        host->Responde("Confirma a exclusão deste Horário Proibido?", true);
-        EXPECT_TRUE(p.EscolheMenu("ztLista", "mnuZTLObjExcluir"));
-    });
-    EXPECT_EQ(registro.Limite(1)->Texto(), "LimiteDifED{NroInt=1, NroIntEquip=1, Dia=2, HoraInicio=700, HoraFim=2100, "
+    }
+    EXPECT_EQ(registro.Limite(1)->Texto(), "LimiteDifED{NroInt=1, NroIntEquip=1, Dia=2, HoraInicio=730, HoraFim=2100, "
+                                           "VelocPerm=60, VelocMin=50, Ativo=2, TipoLimite=1}");
+    EXPECT_EQ(registro.Dia(1)->Texto(), "DiaEspecificoED{NroInt=1, NroIntEquip=1, Data=24/12/2026, HoraInicio=730, "
+                                        "HoraFim=2100, VelocPerm=60, VelocMin=50, Ativo=2}");
+    EXPECT_EQ(registro.Limite(4)->Texto(), "LimiteDifED{NroInt=4, NroIntEquip=1, Dia=8, HoraInicio=730, HoraFim=1800, "
                                            "VelocPerm=0, VelocMin=0, Ativo=1, TipoLimite=2}");
-    NaJanela(Limite, [](Pessoa &p) { EXPECT_TRUE(Coluna(p, "Dia").empty()); });
-    NaJanela(HorarioProibido, [](Pessoa &p) { EXPECT_EQ(Coluna(p, "Dia"), (Linhas{"Segunda"})); });
-}
-
-TEST_F(JornadaLimitesTeste, AnyKind_WhenTheServiceRefusesEachStep_CanBeTriedAgain)
-{
-    const std::string inclui[] = {"", "alteraListaLimitesDif", "adicionaDiaEspecifico", "alteraListaLimitesDif"};
-    const std::string altera[] = {"", "alteraListaLimitesDif", "alteraDiaEspecifico", "alteraListaLimitesDif"};
-    const std::string desativa[] = {"", "desativaLimiteDif", "desativaDiaEspecifico", "desativaLimiteDif"};
-    for (std::int16_t tipo : Tipos) {
-        SCOPED_TRACE(tipo);
-        NaJanela(tipo, [&](Pessoa &p) {
-            Escolhe(p, "Novo", [&](Pessoa &detalhe) {
-                host->RecusaOperacao(inclui[tipo], "não");
-                PreencheNovo(detalhe, tipo);
-                EXPECT_TRUE(detalhe.Clica("ztCmdOK"));
-            });
-            const std::size_t linhas = tipo == DiaEspecifico ? 1 : 2;
-            EXPECT_EQ(Coluna(p, "Dia").size(), linhas);
-            EXPECT_TRUE(p.ClicaLinha("ztLista", 1));
-            Escolhe(p, "Editar", [&](Pessoa &detalhe) {
-                host->RecusaOperacao(altera[tipo], "não");
-                AlteraHoraFinal(detalhe);
-                EXPECT_TRUE(detalhe.Clica("ztCmdOK"));
-            });
-            EXPECT_EQ(Coluna(p, "Hora Fim").front(), "21:00");
-            EXPECT_TRUE(p.ClicaLinha("ztLista", 1));
-            host->RecusaOperacao(desativa[tipo], "não");
-            for (bool recusada : {true, false}) {
-                host->Responde("Confirma a exclusão deste " + DescrPorTipo[tipo] + "?", true);
-                EXPECT_TRUE(p.EscolheMenu("ztLista", "mnuZTLObjExcluir"));
-                EXPECT_EQ(Coluna(p, "Dia").size(), recusada ? linhas : linhas - 1);
-            }
-        });
-    }
-    EXPECT_EQ(host->Conta("EquiptoRN.MostraErro"), 9);
 }
 
 } // namespace

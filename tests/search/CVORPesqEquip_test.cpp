@@ -1,78 +1,47 @@
 #include "search/CVORPesqEquip.h"
 
-#include <gtest/gtest.h>
+#include "tests/support/FalhaLancada.h"
 
 #include <functional>
+#include <string>
+#include <utility>
 
 namespace {
 
-struct CVORPesqEquipTeste : testing::Test {
-    CVORPesqEquip Pesquisa;
-    std::int32_t lNroEquip = 12;
-    std::string sCodEquip = "R-1";
-    std::string sModelo = "RF-2000";
-    std::int16_t iVelPerm = 60;
-    std::string sNroInmetro = "123";
-    std::string sMarcaInmetro = "ABC";
-    Data dDtInmetro = DataDe(1, 2, 2020);
-
-    // The method refuses by its name and leaves every argument alone.
-    void ConfereRecusa(const std::string &metodo, const std::function<void()> &chamada)
-    {
-        try {
-            chamada();
-            ADD_FAILURE() << metodo << " raised nothing";
-        } catch (const Falha &falha) {
-            EXPECT_EQ(falha.Numero, -1);
-            EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP.CVORPesqEquip");
-            EXPECT_EQ(falha.Descricao, "AVISO: Método " + metodo + " depreciado");
-        }
-        EXPECT_EQ(lNroEquip, 12);
-        EXPECT_EQ(sCodEquip, "R-1");
-        EXPECT_EQ(sModelo, "RF-2000");
-        EXPECT_EQ(iVelPerm, 60);
-        EXPECT_EQ(sNroInmetro, "123");
-        EXPECT_EQ(sMarcaInmetro, "ABC");
-        EXPECT_EQ(dDtInmetro, DataDe(1, 2, 2020));
+TEST(CVORPesqEquipTeste, EachMethod_WithAndWithoutOptionalArguments_RefusesAndLeavesEveryArgumentAlone)
+{
+    CVORPesqEquip pesquisa;
+    std::int32_t nro = 12;
+    std::string codigo = "R-1";
+    std::string modelo = "RF-2000";
+    std::int16_t veloc = 60;
+    std::string inmetro = "123";
+    std::string marca = "ABC";
+    Data data = DataDe(1, 2, 2020);
+    const std::pair<std::string, std::function<void()>> chamadas[] = {
+        {"CarregaPesqEquip", [&] { pesquisa.CarregaPesqEquip(nro, codigo, modelo); }},
+        {"CarregaPesqEquip2", [&] { pesquisa.CarregaPesqEquip2(nro, codigo, modelo); }},
+        {"CarregaPesqEquip2", [&] { pesquisa.CarregaPesqEquip2(nro, codigo, modelo, &veloc); }},
+        {"CarregaPesqEquip2", [&] { pesquisa.CarregaPesqEquip2(nro, codigo, modelo, &veloc, "R"); }},
+        {"CarregaPesqEquip3", [&] { pesquisa.CarregaPesqEquip3(nro, codigo, modelo); }},
+        {"CarregaPesqEquip3", [&] { pesquisa.CarregaPesqEquip3(nro, codigo, modelo, &veloc, "R", true); }},
+        {"BuscaEquipto", [&] { pesquisa.BuscaEquipto(nro, codigo, modelo); }},
+        {"BuscaEquipto", [&] { pesquisa.BuscaEquipto(nro, codigo, modelo, &veloc, "R", false); }},
+        {"ConsultaAfericaoVigente",
+         [&] { pesquisa.ConsultaAfericaoVigente(12, inmetro, marca, data, DataDe(3, 4, 2020)); }},
+    };
+    for (const auto &[metodo, chama] : chamadas) {
+        EXPECT_TRUE(Lanca(-1, "ZTAVOREQUIP.CVORPesqEquip", "AVISO: Método " + metodo + " depreciado", chama));
     }
-};
-
-TEST_F(CVORPesqEquipTeste, CarregaPesqEquip_Called_Refuses)
-{
-    ConfereRecusa("CarregaPesqEquip", [&] { Pesquisa.CarregaPesqEquip(lNroEquip, sCodEquip, sModelo); });
+    EXPECT_EQ(nro, 12);
+    EXPECT_EQ(codigo + "|" + modelo + "|" + inmetro + "|" + marca, "R-1|RF-2000|123|ABC");
+    EXPECT_EQ(veloc, 60);
+    EXPECT_EQ(data, DataDe(1, 2, 2020));
 }
 
-TEST_F(CVORPesqEquipTeste, CarregaPesqEquip2_WithAndWithoutOptionalArguments_Refuses)
+TEST(CVORPesqEquipTeste, NomeTipo_IsTheClassThatOtherModulesKnow)
 {
-    ConfereRecusa("CarregaPesqEquip2", [&] { Pesquisa.CarregaPesqEquip2(lNroEquip, sCodEquip, sModelo); });
-    ConfereRecusa("CarregaPesqEquip2", [&] { Pesquisa.CarregaPesqEquip2(lNroEquip, sCodEquip, sModelo, &iVelPerm); });
-    ConfereRecusa("CarregaPesqEquip2",
-                  [&] { Pesquisa.CarregaPesqEquip2(lNroEquip, sCodEquip, sModelo, &iVelPerm, "R"); });
-}
-
-TEST_F(CVORPesqEquipTeste, CarregaPesqEquip3_WithAndWithoutOptionalArguments_Refuses)
-{
-    ConfereRecusa("CarregaPesqEquip3", [&] { Pesquisa.CarregaPesqEquip3(lNroEquip, sCodEquip, sModelo); });
-    ConfereRecusa("CarregaPesqEquip3",
-                  [&] { Pesquisa.CarregaPesqEquip3(lNroEquip, sCodEquip, sModelo, &iVelPerm, "R", true); });
-}
-
-TEST_F(CVORPesqEquipTeste, BuscaEquipto_WithAndWithoutOptionalArguments_Refuses)
-{
-    ConfereRecusa("BuscaEquipto", [&] { Pesquisa.BuscaEquipto(lNroEquip, sCodEquip, sModelo); });
-    ConfereRecusa("BuscaEquipto", [&] { Pesquisa.BuscaEquipto(lNroEquip, sCodEquip, sModelo, &iVelPerm, "R", false); });
-}
-
-TEST_F(CVORPesqEquipTeste, ConsultaAfericaoVigente_Called_Refuses)
-{
-    ConfereRecusa("ConsultaAfericaoVigente", [&] {
-        Pesquisa.ConsultaAfericaoVigente(12, sNroInmetro, sMarcaInmetro, dDtInmetro, DataDe(3, 4, 2020));
-    });
-}
-
-TEST_F(CVORPesqEquipTeste, NomeTipo_IsTheClassThatOtherModulesKnow)
-{
-    EXPECT_EQ(Pesquisa.NomeTipo(), "CVORPesqEquip");
+    EXPECT_EQ(CVORPesqEquip().NomeTipo(), "CVORPesqEquip");
 }
 
 } // namespace

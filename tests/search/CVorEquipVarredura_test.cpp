@@ -2,12 +2,9 @@
 
 #include "host/AfericaoED.h"
 #include "host/SensorED.h"
-#include "search/CVORPesqEquip.h"
 #include "shell/Especifica.h"
-#include "tests/support/FalhaLancada.h"
 #include "tests/support/VarreduraRegistro.h"
 
-#include <functional>
 #include <string>
 
 namespace {
@@ -72,7 +69,7 @@ pessoa
     EXPECT_GE(varredura.Roda(), 27);
 }
 
-// A certificate, printed and thrown away, and the former services, which refuse whatever happens.
+// A certificate, printed and thrown away.
 class JornadaDoCertificado : public JornadaComRegistro {
   public:
     explicit JornadaDoCertificado(HostRoteirizado &host) : JornadaComRegistro(host)
@@ -87,7 +84,6 @@ class JornadaDoCertificado : public JornadaComRegistro {
         m_Imprimiu = false;
         Passo([&] { m_Imprimiu = consulta->ImpCertificadoAfericaoEquipto(12, "A1", "Certificado", true); });
         Passo([&] { consulta->LimpaArqTemp(); });
-        Recusas();
     }
 
     void ConfereSucesso() override
@@ -99,33 +95,6 @@ class JornadaDoCertificado : public JornadaComRegistro {
     }
 
   private:
-    void Recusas() const
-    {
-        const Ref<Especifica> especifica = m_Geral->CEspecifica();
-        const Ref<CVORPesqEquip> antiga = especifica->CreateCVORPesqEquip();
-        std::int32_t nro = 0;
-        std::string codigo;
-        std::string modelo;
-        Data data;
-        const auto recusa = [](const std::function<void()> &chamada, const std::string &fonte,
-                               const std::string &metodo) {
-            const Falha falha = FalhaLancada(chamada);
-            EXPECT_EQ(falha.Numero, -1);
-            EXPECT_EQ(falha.Fonte, fonte);
-            EXPECT_EQ(falha.Descricao, "AVISO: Método " + metodo + " depreciado");
-        };
-        const std::string classe = "ZTAVOREQUIP.CVORPesqEquip";
-        recusa([&] { antiga->CarregaPesqEquip(nro, codigo, modelo); }, classe, "CarregaPesqEquip");
-        recusa([&] { antiga->CarregaPesqEquip2(nro, codigo, modelo); }, classe, "CarregaPesqEquip2");
-        recusa([&] { antiga->CarregaPesqEquip3(nro, codigo, modelo); }, classe, "CarregaPesqEquip3");
-        recusa([&] { antiga->BuscaEquipto(nro, codigo, modelo); }, classe, "BuscaEquipto");
-        recusa([&] { antiga->ConsultaAfericaoVigente(1, codigo, modelo, data, {}); }, classe,
-               "ConsultaAfericaoVigente");
-        recusa([&] { especifica->ImprimeAfericaoVigenteEquipto(1); }, "ZTAVOREQUIP.Especifica",
-               "ImprimeAfericaoVigenteEquipto");
-        EXPECT_EQ(m_Host.Tela->Ponteiro(), PonteiroNormal);
-    }
-
     bool m_Imprimiu = false;
 };
 

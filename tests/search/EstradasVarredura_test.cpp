@@ -2,13 +2,15 @@
 #include "host/SensorED.h"
 #include "search/CVorEquip.h"
 #include "shell/Especifica.h"
+#include "tests/support/ArquivoIgual.h"
 #include "tests/support/Estradas.h"
 #include "tests/support/HostTeste.h"
 #include "tests/support/RegistroEmMemoria.h"
 #include "tests/support/Varredura.h"
 #include "tests/support/VarreduraRegistro.h"
 
-// The two ways through the whole module, with everything on the way failing once.
+// The two ways through the whole module, by the person's face of the controls alone: undisturbed, with every call that
+// the host gets, and with everything on the way failing once.
 
 namespace {
 
@@ -18,6 +20,20 @@ class JornadaEstrada : public JornadaComRegistro {
     {
         host.Clientes = {{1, "DAER"}, {2, "DAER"}};
         host.Tela->Arquivos.Poe("C:\\HOST\\LAYOUTS\\PADRAO.LAY", {});
+    }
+};
+
+class EstradasTeste : public HostTeste {
+  protected:
+    template <class Estrada> void Percorre(const std::string &registro)
+    {
+        Estrada estrada(*host);
+        host->LimpaRegistro();
+        estrada.Comeca({});
+        estrada.Percorre();
+        EXPECT_TRUE(estrada.Escapadas().empty());
+        estrada.ConfereSucesso();
+        EXPECT_TRUE(ArquivoIgual(host->Registro(), registro));
     }
 };
 
@@ -53,6 +69,11 @@ class EstradaDoEquipamento : public JornadaEstrada {
     std::string m_NaLista;
     const Percurso m_Percurso = EstradaDeUmEquipamento(m_NaLista);
 };
+
+TEST_F(EstradasTeste, Equipment_FromTheMenuToTheSave_MakesTheseCalls)
+{
+    Percorre<EstradaDoEquipamento>("tests/search/dados/EstradaDoEquipamento.txt");
+}
 
 TEST(EstradasVarredura, Equipment_FromTheMenuToTheSave_SurvivesEveryFault)
 {
@@ -148,6 +169,11 @@ class EstradaDaConsulta : public JornadaEstrada {
     bool m_Selecionou = false;
     bool m_Buscou = false;
 };
+
+TEST_F(EstradasTeste, Query_FromAnotherModule_MakesTheseCalls)
+{
+    Percorre<EstradaDaConsulta>("tests/search/dados/EstradaDaConsulta.txt");
+}
 
 TEST(EstradasVarredura, Query_FromAnotherModule_SurvivesEveryFault)
 {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "controls/ztList.h"
-#include "tests/support/HostTeste.h"
+#include "tests/support/HostQueConta.h"
 
 #include <cstdint>
 #include <functional>
@@ -9,13 +9,13 @@
 #include <vector>
 
 // A logged-on shell, a service that holds some equipment, and a person in front of the search window.
-class JanelaTeste : public HostTeste {
+class JanelaTeste : public HostQueConta {
   protected:
     using Textos = std::vector<std::string>;
 
     void SetUp() override
     {
-        HostTeste::SetUp();
+        HostQueConta::SetUp();
         LogaGeral();
         host->Atende<ListaEquiptoED>("EquiptoRN", "lista2",
                                      [this](const Ref<ListaEquiptoED> &pedido) { return Lista2(pedido); });
@@ -29,7 +29,8 @@ class JanelaTeste : public HostTeste {
     };
     std::vector<Ref<EquiptoED>> Cadastro{Equipto(101, "RAD-01", "R", 1), Equipto(102, "PAR-02", "F", 2)};
     // The calibration in force, whatever the day.
-    Ref<AfericaoED> Vigente = Afericao(9001, "INM-77", "ACME", DataDe(5, 3, 2026));
+    const Ref<AfericaoED> EmVigor = Afericao(9001, "INM-77", "ACME", DataDe(5, 3, 2026));
+    Ref<AfericaoED> Vigente = EmVigor;
 
     static Ref<EquiptoED> Equipto(std::int32_t nroIntEquip, const std::string &codigo, const std::string &tipo,
                                   std::uint8_t temLimiteDif)
@@ -91,28 +92,6 @@ class JanelaTeste : public HostTeste {
         return linhas;
     }
 
-    // The notices shown since the last question, without their controls.
-    Textos Avisos()
-    {
-        Textos textos;
-        for (; m_AvisosVistos < host->Avisos().size(); ++m_AvisosVistos) {
-            textos.push_back(host->Avisos()[m_AvisosVistos].Texto);
-        }
-        return textos;
-    }
-
-    // The error boxes shown since the last question: "context: number (source)".
-    Textos Erros()
-    {
-        Textos textos;
-        const auto &erros = host->Erros();
-        for (; m_ErrosVistos < erros.size(); ++m_ErrosVistos) {
-            const auto &erro = erros[m_ErrosVistos];
-            textos.push_back(erro.Contexto + ": " + std::to_string(erro.Numero) + " (" + erro.Fonte + ")");
-        }
-        return textos;
-    }
-
     // The records sent to a remote operation so far, as text.
     Textos Enviados(const std::string &metodo, const std::string &classe = "EquiptoRN")
     {
@@ -130,12 +109,6 @@ class JanelaTeste : public HostTeste {
     {
         TearDown();
         host = Novo<HostRoteirizado>();
-        m_AvisosVistos = 0;
-        m_ErrosVistos = 0;
         SetUp();
     }
-
-  private:
-    std::size_t m_AvisosVistos = 0;
-    std::size_t m_ErrosVistos = 0;
 };

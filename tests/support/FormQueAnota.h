@@ -12,6 +12,7 @@ template <class Form> class FormQueAnota : public Form {
   public:
     std::vector<std::string> Alterados;
     std::function<void()> AoPrimeiro; // runs when the first of them changes, and may change others unnoticed
+    std::function<void(const Ref<IControle> &)> AoAlterar; // runs at each change of any of them
 
   protected:
     void LigaControles() override
@@ -19,7 +20,11 @@ template <class Form> class FormQueAnota : public Form {
         Form::LigaControles();
         for (const Ref<IControle> &controle : this->EsteForm()->Controles()) {
             const std::string indice = controle->Indice() < 0 ? "" : "(" + std::to_string(controle->Indice()) + ")";
-            m_Conexoes.push_back(ComoBase(controle)->Mudou().liga([this, nome = controle->Nome() + indice] {
+            const RefFraca<IControle> fraca = controle;
+            m_Conexoes.push_back(ComoBase(controle)->Mudou().liga([this, nome = controle->Nome() + indice, fraca] {
+                if (AoAlterar) {
+                    AoAlterar(fraca.Alvo());
+                }
                 if (!Alterados.empty() && Alterados.back() == nome) {
                     return;
                 }

@@ -86,6 +86,8 @@ class HostRoteirizado : public HostServices {
     std::vector<std::string> Trilha() const { return m_Registro->Trilha(); }
     // Runs before each call of the module, logged or not.
     void ObservaChamadas(std::function<void()> observa) { m_Registro->AntesDaChamada = std::move(observa); }
+    // A line of the test's own in it.
+    void Nota(const std::string &linha) { m_Registro->Nota(linha); }
     void LimpaRegistro();
     bool Contem(const std::string &prefixo) { return Conta(prefixo) > 0; }
     // Lines that begin so.
