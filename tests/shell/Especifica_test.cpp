@@ -309,9 +309,7 @@ TEST_F(EspecificaTeste, ImprimeAfericaoVigenteEquipto_WhateverTheArguments_Refus
 
 TEST_F(EspecificaTeste, ObtemTransacao_OfThisModule_IsAMemberThatIsNotThere)
 {
-    const Falha falha = FalhaLancada([&] { geral->CEspecifica()->ObtemTransacao("CABC"); });
-    EXPECT_EQ(falha.Numero, 438);
-    EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP");
+    EXPECT_TRUE(Lanca(438, "ZTAVOREQUIP", [&] { geral->CEspecifica()->ObtemTransacao("CABC"); }));
 }
 
 } // namespace

@@ -49,10 +49,8 @@ TEST_F(GenericoTeste, gFunBuscaDescrMunic_Fails_GoesOnWithItsTail)
     for (const char *passo : {"TrataBD.AbreZTBanco", "MDB.OpenRecordset", "Cursor.Close"}) {
         SCOPED_TRACE(passo);
         host->FalhaEm(passo, 1, 3075, "Falha do banco");
-        const Falha falha = FalhaLancada([] { gFunBuscaDescrMunic(8801); });
-        EXPECT_EQ(falha.Numero, 3075);
-        EXPECT_EQ(falha.Descricao, "Falha do banco");
-        EXPECT_EQ(falha.Fonte, std::string(passo) + " < Generico.gFunBuscaDescrMunic");
+        EXPECT_TRUE(Lanca(3075, std::string(passo) + " < Generico.gFunBuscaDescrMunic", "Falha do banco",
+                          [] { gFunBuscaDescrMunic(8801); }));
     }
 }
 
@@ -64,9 +62,7 @@ TEST_F(GenericoTeste, gFunBuscaDescrMunic_NameThatIsNull_RaisesNinetyFour)
             celula = Valor::Nulo();
         }
     }
-    const Falha falha = FalhaLancada([] { gFunBuscaDescrMunic(8801); });
-    EXPECT_EQ(falha.Numero, 94);
-    EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP < Generico.gFunBuscaDescrMunic");
+    EXPECT_TRUE(Lanca(94, "ZTAVOREQUIP < Generico.gFunBuscaDescrMunic", [] { gFunBuscaDescrMunic(8801); }));
 }
 
 } // namespace

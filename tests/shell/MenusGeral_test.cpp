@@ -99,10 +99,8 @@ TEST_F(MenusGeralTeste, AdicionaMenu_Fails_GoesOnWithItsTailAndDoesNotCountAsMer
 {
     for (const char *passo : {"Host.CriaAMEditMenu", "AMEditMenu.IncorporaMenu"}) {
         host->FalhaEm(passo, 1, 429, "Não há");
-        const Falha falha = FalhaLancada([&] { Menus().AdicionaMenu(Menus().aMenu); });
-        EXPECT_EQ(falha.Numero, 429);
-        EXPECT_EQ(falha.Descricao, "Não há");
-        EXPECT_EQ(falha.Fonte, std::string(passo) + " < Geral.AdicionaMenu");
+        EXPECT_TRUE(Lanca(429, std::string(passo) + " < Geral.AdicionaMenu", "Não há",
+                          [&] { Menus().AdicionaMenu(Menus().aMenu); }));
     }
     host->LimpaRegistro();
     Menus().RemoveMenu(Menus().aMenu);
@@ -326,18 +324,14 @@ TEST_F(MenusGeralTeste, HabilitarBand_LastToolAlone_IsEnough)
 
 TEST_F(MenusGeralTeste, HabilitarBand_UnknownBand_RaisesTheHostsErrorWithItsTail)
 {
-    const Falha falha = FalhaLancada([&] { Menus().HabilitarBand("bndQueNaoHa"); });
-    EXPECT_EQ(falha.Numero, 9);
-    EXPECT_EQ(falha.Fonte, "ActBar < Geral.HabilitarBand");
-    EXPECT_EQ(falha.Descricao, "A band bndQueNaoHa não existe");
+    EXPECT_TRUE(Lanca(9, "ActBar < Geral.HabilitarBand", "A band bndQueNaoHa não existe",
+                      [&] { Menus().HabilitarBand("bndQueNaoHa"); }));
 }
 
 TEST_F(MenusGeralTeste, HabilitarBand_WithoutMenuHolder_RaisesNinetyOneWithItsTail)
 {
     geral->ActBar = nullptr;
-    const Falha falha = FalhaLancada([&] { Menus().HabilitarBand("bndAjuda"); });
-    EXPECT_EQ(falha.Numero, 91);
-    EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP < Geral.HabilitarBand");
+    EXPECT_TRUE(Lanca(91, "ZTAVOREQUIP < Geral.HabilitarBand", [&] { Menus().HabilitarBand("bndAjuda"); }));
 }
 
 // Popups.

@@ -56,9 +56,7 @@ TEST_F(ModGeralTeste, goMensagem_TitleThatCannotBeRead_PassesTheFaultAndIsTriedA
     LogaGeral();
     LiberaServicos();
     host->FalhaEm("oAppEXE.ProductName", 1, 1001, "Sem nome");
-    const Falha falha = FalhaLancada([] { goMensagem(); });
-    EXPECT_EQ(falha.Numero, 1001);
-    EXPECT_EQ(falha.Fonte, "oAppEXE.ProductName");
+    EXPECT_TRUE(Lanca(1001, "oAppEXE.ProductName", [] { goMensagem(); }));
     host->LimpaRegistro();
     goMensagem();
     EXPECT_EQ(host->Conta("goMensagem.Titulo := \"Sistema de Autuações\""), 1);
@@ -143,10 +141,7 @@ TEST_F(ModGeralTeste, goGateway_AnyStepThatFails_PassesTheFaultUnchangedAndIsTri
                               "TrataBD.pQMR", "QMR.Sessao", "objMTM.ObtemGateway"}) {
         SCOPED_TRACE(passo);
         host->FalhaEm(passo, 1, 1002, "Sem rede");
-        const Falha falha = FalhaLancada([] { goGateway(); });
-        EXPECT_EQ(falha.Numero, 1002);
-        EXPECT_EQ(falha.Fonte, passo);
-        EXPECT_EQ(falha.Descricao, "Sem rede");
+        EXPECT_TRUE(Lanca(1002, passo, "Sem rede", [] { goGateway(); }));
     }
     EXPECT_FALSE(goGateway().Nada());
 }
@@ -369,12 +364,10 @@ TEST_F(ModGeralTeste, gFunDescrEquipto_AnyOtherText_IsUndefined)
 TEST_F(ModGeralTeste, gFunDescrEquipto_OutOfMemory_GoesOnWithItsTail)
 {
     const std::string codigo = "R";
-    const Falha falha = FalhaLancada([&] {
+    EXPECT_TRUE(Lanca(7, "ZTAVOREQUIP < ModGeral.gFunDescrEquipto", [&] {
         MemoriaEscassa escassa(1);
         gFunDescrEquipto(codigo);
-    });
-    EXPECT_EQ(falha.Numero, 7);
-    EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP < ModGeral.gFunDescrEquipto");
+    }));
 }
 
 TEST_F(ModGeralTeste, gFunDescrTipoAgente_EachCode_GivesItsDescription)
@@ -663,18 +656,14 @@ TEST_F(ModGeralTeste, gsubConfigLista_Fails_GoesOnWithATailWithoutModule)
 {
     auto lista = Novo<ListaAnotada>();
     lista->FalhaNa = 2;
-    const Falha falha = FalhaLancada([&] { gsubConfigLista(TresColunas(), lista); });
-    EXPECT_EQ(falha.Numero, 5);
-    EXPECT_EQ(falha.Fonte, "ztList.AdicionaColuna < gsubConfigLista");
-    EXPECT_EQ(falha.Descricao, "Coluna recusada");
+    EXPECT_TRUE(Lanca(5, "ztList.AdicionaColuna < gsubConfigLista", "Coluna recusada",
+                      [&] { gsubConfigLista(TresColunas(), lista); }));
     EXPECT_EQ(lista->Chamadas.size(), 2U);
 }
 
 TEST_F(ModGeralTeste, gsubConfigLista_NoList_RaisesNinetyOneWithItsTail)
 {
-    const Falha falha = FalhaLancada([] { gsubConfigLista(TresColunas(), nullptr); });
-    EXPECT_EQ(falha.Numero, 91);
-    EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP < gsubConfigLista");
+    EXPECT_TRUE(Lanca(91, "ZTAVOREQUIP < gsubConfigLista", [] { gsubConfigLista(TresColunas(), nullptr); }));
 }
 
 // The calibration in force.
@@ -729,11 +718,8 @@ TEST_F(ModGeralTeste, gFunConsultaAfericaoVigente_MachineryFails_GoesOnWithItsTa
                               "EquiptoRN.ExecutaMetodo", "EquiptoRN.ObtemRetorno"}) {
         SCOPED_TRACE(passo);
         host->FalhaEm(passo, 1, 1003, "Sem rede");
-        const Falha falha =
-            FalhaLancada([] { gFunConsultaAfericaoVigente(12, DataDe(20, 11, 2026), std::int16_t{1}); });
-        EXPECT_EQ(falha.Numero, 1003);
-        EXPECT_EQ(falha.Descricao, "Sem rede");
-        EXPECT_EQ(falha.Fonte, std::string(passo) + " < ModGeral.gFunConsultaAfericaoVigente");
+        EXPECT_TRUE(Lanca(1003, std::string(passo) + " < ModGeral.gFunConsultaAfericaoVigente", "Sem rede",
+                          [] { gFunConsultaAfericaoVigente(12, DataDe(20, 11, 2026), std::int16_t{1}); }));
     }
     EXPECT_FALSE(gFunConsultaAfericaoVigente(12, DataDe(20, 11, 2026), std::int16_t{1}).Nada());
 }
@@ -743,9 +729,8 @@ TEST_F(ModGeralTeste, gFunConsultaAfericaoVigente_AnswerOfAnotherClass_RaisesThi
     LogaGeral();
     host->Servico("EquiptoRN", "consultaSimplesAfericaoVigente",
                   [](const Ref<Registro> &) -> Resposta { return Novo<EquiptoED>(); });
-    const Falha falha = FalhaLancada([] { gFunConsultaAfericaoVigente(12, Data(), std::int16_t{1}); });
-    EXPECT_EQ(falha.Numero, 13);
-    EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP < ModGeral.gFunConsultaAfericaoVigente");
+    EXPECT_TRUE(Lanca(13, "ZTAVOREQUIP < ModGeral.gFunConsultaAfericaoVigente",
+                      [] { gFunConsultaAfericaoVigente(12, Data(), std::int16_t{1}); }));
 }
 
 TEST_F(ModGeralTeste, gFunConsultaAfericaoVigente_AnswerThatIsNoObject_RaisesFourHundredTwentyFour)
@@ -771,9 +756,8 @@ TEST_F(ModGeralTeste, gFunConsultaAfericaoVigente_RequestReplacedByARecordOfAnot
     host->Servico("EquiptoRN", "consultaSimplesAfericaoVigente", [](const Ref<Registro> &) -> Resposta {
         return Resposta(Novo<AfericaoED>()).Troca(Novo<EquiptoED>());
     });
-    const Falha falha = FalhaLancada([] { gFunConsultaAfericaoVigente(12, Data(), std::int16_t{1}); });
-    EXPECT_EQ(falha.Numero, 13);
-    EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP < ModGeral.gFunConsultaAfericaoVigente");
+    EXPECT_TRUE(Lanca(13, "ZTAVOREQUIP < ModGeral.gFunConsultaAfericaoVigente",
+                      [] { gFunConsultaAfericaoVigente(12, Data(), std::int16_t{1}); }));
     EXPECT_EQ(host->Conta("EquiptoRN.ObtemRetorno"), 0);
 }
 

@@ -105,10 +105,8 @@ TEST_F(RelatoriosGeralTeste, ImprimirRelatorio_BeforeParametros_RaisesWithNothin
 {
     geral = Novo<Geral>();
     host->LimpaRegistro();
-    const Falha falha = FalhaLancada([&] { Imprime("X", nullptr); });
-    EXPECT_EQ(falha.Numero, 1033);
-    EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP.Geral.ImprimirRelatorio");
-    EXPECT_EQ(falha.Descricao, "Objeto de Relatorios nao Definido");
+    EXPECT_TRUE(Lanca(1033, "ZTAVOREQUIP.Geral.ImprimirRelatorio", "Objeto de Relatorios nao Definido",
+                      [&] { Imprime("X", nullptr); }));
     EXPECT_TRUE(host->Registro().empty());
 }
 
@@ -118,10 +116,8 @@ TEST_F(RelatoriosGeralTeste, ImprimirRelatorio_AnyStepThatFails_GoesOnWithItsTai
         SCOPED_TRACE(passo);
         host->LimpaRegistro();
         host->FalhaEm(passo, 1, 1007, "Sem impressora");
-        const Falha falha = FalhaLancada([&] { Imprime("X", nullptr); });
-        EXPECT_EQ(falha.Numero, 1007);
-        EXPECT_EQ(falha.Descricao, "Sem impressora");
-        EXPECT_EQ(falha.Fonte, std::string(passo) + " < Geral.ImprimirRelatorio");
+        EXPECT_TRUE(Lanca(1007, std::string(passo) + " < Geral.ImprimirRelatorio", "Sem impressora",
+                          [&] { Imprime("X", nullptr); }));
         EXPECT_EQ(host->Conta("Relatorios.CurrentRecordSet"), 1); // given, and not taken away
     }
     host->FalhaEm("Relatorios.CurrentRecordSet");
@@ -131,9 +127,7 @@ TEST_F(RelatoriosGeralTeste, ImprimirRelatorio_AnyStepThatFails_GoesOnWithItsTai
 
 TEST_F(RelatoriosGeralTeste, ImprimirRelatorio_ReportThatIsNull_RaisesNinetyFour)
 {
-    const Falha falha = FalhaLancada([&] { Imprime(Valor::Nulo(), nullptr); });
-    EXPECT_EQ(falha.Numero, 94);
-    EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP < Geral.ImprimirRelatorio");
+    EXPECT_TRUE(Lanca(94, "ZTAVOREQUIP < Geral.ImprimirRelatorio", [&] { Imprime(Valor::Nulo(), nullptr); }));
 }
 
 // Age of the replica. The clock stands at 20/11/2026 10:00:00.
@@ -199,9 +193,8 @@ TEST_F(RelatoriosGeralTeste, PesquisaDataUltimaClonagem_ServiceThatRefuses_Count
 TEST_F(RelatoriosGeralTeste, PesquisaDataUltimaClonagem_AnswerThatIsNoDate_RaisesAfterTheTextWasWritten)
 {
     host->objMTM->WebResultado = "ontem";
-    const Falha falha = FalhaLancada([&] { geral->Impressao.PesquisaDataUltimaClonagem(sDadosAte, sForcar, bForcar); });
-    EXPECT_EQ(falha.Numero, 13);
-    EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP < Geral.PesquisaDataUltimaClonagem");
+    EXPECT_TRUE(Lanca(13, "ZTAVOREQUIP < Geral.PesquisaDataUltimaClonagem",
+                      [&] { geral->Impressao.PesquisaDataUltimaClonagem(sDadosAte, sForcar, bForcar); }));
     EXPECT_EQ(sDadosAte, "Dados considerados até ontem");
     EXPECT_EQ(sForcar, "antes");
     EXPECT_FALSE(bForcar);
@@ -211,10 +204,8 @@ TEST_F(RelatoriosGeralTeste, PesquisaDataUltimaClonagem_AnyStepThatFails_GoesOnW
 {
     for (const char *passo : {"objMTM.CWebComm", "WebComm.CriaObjetoSoap", "Soap.Metodo", "Soap.Resultado"}) {
         host->FalhaEm(passo, 1, 1008, "Sem rede");
-        const Falha falha =
-            FalhaLancada([&] { geral->Impressao.PesquisaDataUltimaClonagem(sDadosAte, sForcar, bForcar); });
-        EXPECT_EQ(falha.Numero, 1008);
-        EXPECT_EQ(falha.Fonte, std::string(passo) + " < Geral.PesquisaDataUltimaClonagem");
+        EXPECT_TRUE(Lanca(1008, std::string(passo) + " < Geral.PesquisaDataUltimaClonagem",
+                          [&] { geral->Impressao.PesquisaDataUltimaClonagem(sDadosAte, sForcar, bForcar); }));
     }
     EXPECT_EQ(sDadosAte, "antes");
     EXPECT_EQ(sForcar, "antes");
@@ -223,9 +214,8 @@ TEST_F(RelatoriosGeralTeste, PesquisaDataUltimaClonagem_AnyStepThatFails_GoesOnW
 TEST_F(RelatoriosGeralTeste, PesquisaDataUltimaClonagem_BeforeLogon_RaisesNinetyOneWithItsTail)
 {
     geral = Novo<Geral>();
-    const Falha falha = FalhaLancada([&] { geral->Impressao.PesquisaDataUltimaClonagem(sDadosAte, sForcar, bForcar); });
-    EXPECT_EQ(falha.Numero, 91);
-    EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP < Geral.PesquisaDataUltimaClonagem");
+    EXPECT_TRUE(Lanca(91, "ZTAVOREQUIP < Geral.PesquisaDataUltimaClonagem",
+                      [&] { geral->Impressao.PesquisaDataUltimaClonagem(sDadosAte, sForcar, bForcar); }));
 }
 
 } // namespace

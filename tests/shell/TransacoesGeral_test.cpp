@@ -116,10 +116,7 @@ TEST_F(TransacoesGeralTeste, Send_EachOperationThatFails_EnablesTheFormAndRaises
 {
     for (const auto &[nome, envia] : Todas()) {
         host->FalhaEm(ChamadaDaSessao(nome), 1, 1006, "Linha caiu");
-        const Falha falha = FalhaLancada(envia);
-        EXPECT_EQ(falha.Numero, 1006);
-        EXPECT_EQ(falha.Descricao, "Linha caiu");
-        EXPECT_EQ(falha.Fonte, ChamadaDaSessao(nome) + " < Geral." + nome);
+        EXPECT_TRUE(Lanca(1006, ChamadaDaSessao(nome) + " < Geral." + nome, "Linha caiu", envia));
         EXPECT_TRUE(form->Enabled()) << nome;
     }
 }
@@ -137,9 +134,8 @@ TEST_F(TransacoesGeralTeste, Send_EachOperationThatFailsWithNumberZero_RaisesNot
 TEST_F(TransacoesGeralTeste, Send_WithoutSession_RaisesNinetyOneWithTheFormEnabled)
 {
     geral->Logon(nullptr, nullptr, "");
-    const Falha falha = FalhaLancada([&] { Transacoes().EnviaRajada(form, oTrans, false, false); });
-    EXPECT_EQ(falha.Numero, 91);
-    EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP < Geral.EnviaRajada");
+    EXPECT_TRUE(
+        Lanca(91, "ZTAVOREQUIP < Geral.EnviaRajada", [&] { Transacoes().EnviaRajada(form, oTrans, false, false); }));
     EXPECT_TRUE(form->Enabled());
 }
 
@@ -227,9 +223,7 @@ TEST_F(RajadaTeste, RajadaTerminou_ValueThatIsNoNumber_RaisesThirteen)
 
 TEST_F(RajadaTeste, RajadaTerminou_FieldThatIsNotThere_RaisesFive)
 {
-    const Falha falha = FalhaLancada([&] { Transacoes().RajadaTerminou(Com("5", "HDR-FIM")); });
-    EXPECT_EQ(falha.Numero, 5);
-    EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP");
+    EXPECT_TRUE(Lanca(5, "ZTAVOREQUIP", [&] { Transacoes().RajadaTerminou(Com("5", "HDR-FIM")); }));
 }
 
 TEST_F(RajadaTeste, RajadaTerminou_WithoutFieldsOrTransaction_RaisesNinetyOne)

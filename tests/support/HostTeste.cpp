@@ -1,6 +1,7 @@
 #include "tests/support/HostTeste.h"
 
 #include "shell/ModGeral.h"
+#include "tests/support/FalhaLancada.h"
 
 void HostTeste::SetUp()
 {
@@ -21,6 +22,16 @@ void HostTeste::TearDown()
 void HostTeste::LogaGeral()
 {
     geral = ::LogaGeral(*host);
+}
+
+void HostTeste::FalhaEmCada(const std::vector<std::string> &passos, const std::string &cauda,
+                            const std::function<void()> &comando)
+{
+    for (const std::string &passo : passos) {
+        SCOPED_TRACE(passo);
+        host->FalhaEm(passo, 1, 1004, "Sem rede");
+        EXPECT_TRUE(Lanca(1004, passo + cauda, "Sem rede", comando));
+    }
 }
 
 Ref<Geral> LogaGeral(HostRoteirizado &host)

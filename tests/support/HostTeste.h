@@ -7,6 +7,10 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <string>
+#include <vector>
+
 // Fixture with a scripted host, installed while the test runs. At its end the module is taken away and every problem
 // that the host has seen fails the test. A fixture with members that hold objects of the module or of the host lets
 // them go in a TearDown of its own, before it calls this one.
@@ -17,6 +21,10 @@ class HostTeste : public testing::Test {
 
     // A shell on which the host has logged on, kept in `geral` until the end; the log starts after it.
     void LogaGeral();
+
+    // Each of these calls of the host fails once: the command raises that fault, with the tail behind the call's name.
+    void FalhaEmCada(const std::vector<std::string> &passos, const std::string &cauda,
+                     const std::function<void()> &comando);
 
     Ref<HostRoteirizado> host = Novo<HostRoteirizado>();
     Ref<Geral> geral;
