@@ -34,6 +34,16 @@ void HostTeste::FalhaEmCada(const std::vector<std::string> &passos, const std::s
     }
 }
 
+std::vector<std::string> HostTeste::Erros() const
+{
+    std::vector<std::string> erros;
+    for (const DominioRoteirizado::CaixaErro &erro : host->Erros()) {
+        erros.push_back(erro.Contexto + "|" + std::to_string(erro.Numero) + "|" + erro.Descricao + "|" + erro.Fonte +
+                        "|" + erro.Titulo);
+    }
+    return erros;
+}
+
 Ref<Geral> LogaGeral(HostRoteirizado &host)
 {
     auto geral = Novo<Geral>();

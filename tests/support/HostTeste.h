@@ -26,6 +26,9 @@ class HostTeste : public testing::Test {
     void FalhaEmCada(const std::vector<std::string> &passos, const std::string &cauda,
                      const std::function<void()> &comando);
 
+    // The error boxes that the person was shown, each "context|number|description|source|title".
+    std::vector<std::string> Erros() const;
+
     Ref<HostRoteirizado> host = Novo<HostRoteirizado>();
     Ref<Geral> geral;
 };
