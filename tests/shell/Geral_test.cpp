@@ -267,6 +267,24 @@ TEST_F(GeralTeste, Parametros_StepByStep_HappenInTheirOrderAndTheInterfaceSetBef
     EXPECT_TRUE(geral->cGlobal == host->cGlobal);
 }
 
+TEST_F(GeralTeste, Parametros_Again_ReplacesEachObjectInItsTurn)
+{
+    Parametros(host->MDB);
+    // The report and help services and the database that the shell has at each call of the host.
+    Linhas passos;
+    host->ObservaChamadas([&] {
+        bool banco = false;
+        IgnoraErro([&] { banco = !geral->MDB().Nada(); }); // there is no session to open it with
+        passos.push_back(std::string(geral->Relatorios().Nada() ? "" : "R") + (geral->Ajuda().Nada() ? "" : "A") +
+                         (banco ? "B" : ""));
+    });
+    ParametrosSemServicos();
+    host->ObservaChamadas(nullptr);
+    EXPECT_EQ(passos, (Linhas{"RAB", "RAB", "RAB", // the main form's members
+                              "AB", "RAB", "RAB",  // the report service and its path
+                              "RAB"}));            // the help service
+}
+
 TEST_F(GeralTeste, Parametros_NoMainFormOrWhatIsNone_LeavesNothingWithoutErrorAndForgetsTheFirst)
 {
     for (const Ref<IFormMDI> &mdi : {Ref<IFormMDI>(Novo<FormQualquer>()), Ref<IFormMDI>()}) {
@@ -417,6 +435,13 @@ TEST_F(GeralTeste, Logoff_WhileAWindowCloses_TheDatabaseIsGoneAndItsHelperAndThe
     PedeDoBanco();
     const Ref<ITrataBD> trataBD = geral->TrataBD();
     const Ref<IMensagem> mensagem = goMensagem();
+    const Ref<ICFisJur> fisJur = geral->ObtemCFisJur();
+    bool perguntou = false;
+    Particular()->AoPedirAuxiliar = [&] {
+        if (!std::exchange(perguntou, true)) {
+            EXPECT_TRUE(geral->ObtemCFisJur() == fisJur); // nothing is gone when the database is decided about
+        }
+    };
     auto form = FormCarregado();
     bool fechou = false;
     form->AoDescarregar = [&] {
@@ -918,6 +943,24 @@ TEST_F(GeralTeste, ShowFormNoInstance_VisibleWrappedOneInAnotherCase_IsBroughtTo
     EXPECT_FALSE(form->Visible());
 }
 
+// A form that refuses the focus.
+class FormSemFoco : public FormDeTeste {
+  public:
+    void SetFocus() override { throw Falha(5); }
+};
+
+TEST_F(GeralTeste, ShowFormNoInstance_MatchThatRefusesTheFocus_KeepsTheClickedForm)
+{
+    const auto objInterface = LogaAnotando();
+    auto form = Novo<FormSemFoco>();
+    form->Carregar();
+    form->DefineVisible(true);
+    geral->FormShow(form, false, nullptr);
+    EXPECT_TRUE(Lanca(5, "ZTAVOREQUIP < Geral.ShowFormNoInstance", [&] { geral->ShowFormNoInstance(form); }));
+    geral->FormShow(form, false, nullptr);
+    EXPECT_TRUE(objInterface->FormClickNaEntrada == form);
+}
+
 TEST_F(GeralTeste, ShowFormNoInstance_SeveralMatches_TakesTheFirst)
 {
     Loga();
@@ -1039,7 +1082,10 @@ TEST_F(GeralTeste, DefineTitulo_FormWithoutParentOrTheMember_WritesItsWindowOnly
 {
     Loga();
     auto form = FormMostrado();
+    const std::int32_t antes = form->PedidosParent;
+    host->ObservaChamadas([&] { EXPECT_GT(form->PedidosParent, antes); }); // the wrapping form is asked for first
     geral->DefineTitulo(form, "Equipamentos - Ativos");
+    host->ObservaChamadas(nullptr);
     form->TemParent = false;
     geral->DefineTitulo(form, "Título");
     EXPECT_TRUE(RegistroIgual(host->Registro(), {"Plataforma.DefineTextoJanela(frmTeste, \"Equipamentos - Ativos\")",
@@ -1389,13 +1435,16 @@ TEST_F(CopiaTeste, ObtemTransacao3_ObjectOrFieldsThatLackSomething_RaiseOnlyWhen
 
 TEST_F(CopiaTeste, ObtemTransacao3_FieldNameTwice_RaisesFourHundredFiftySeven)
 {
-    auto transacao = Novo<TransacaoPobre>();
-    transacao->Entrada = Campos({{"PLACA", "1"}, {"UF", "RS"}});
-    transacao->Entrada->Item(2)->Nome = "placa";
-    Particular()->Transacoes["CABC"] = transacao;
-    auto destino = Novo<TransacaoRoteirizada>();
-    EXPECT_TRUE(Lanca(457, "ZTAVOREQUIP", [&] { Copia(destino); }));
-    EXPECT_EQ(destino->Entrada->Count(), 1);
+    for (const auto campos : {&TransacaoRoteirizada::Entrada, &TransacaoRoteirizada::Saida}) {
+        auto transacao = Novo<TransacaoRoteirizada>();
+        (*transacao).*campos = Campos({{"PLACA", "1"}, {"UF", "RS"}});
+        ((*transacao).*campos)->Item(2)->Nome = "placa";
+        Particular()->Transacoes["CABC"] = transacao;
+        auto destino = Novo<TransacaoRoteirizada>();
+        EXPECT_TRUE(Lanca(457, "ZTAVOREQUIP", [&] { Copia(destino); }));
+        ASSERT_FALSE(((*destino).*campos).Nada());
+        EXPECT_EQ(((*destino).*campos)->Count(), 1);
+    }
 }
 
 // End.

@@ -4,6 +4,7 @@
 #include "tests/support/FalhaLancada.h"
 #include "tests/support/HostTeste.h"
 
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -49,27 +50,52 @@ class MenusGeralTeste : public HostTeste {
 
 // Merging.
 
-// A host whose menu editor puts another holder in the place of the one that it was given.
-class HostQueTroca : public HostRoteirizado {
+// A host whose menu editor does what the test says with the holder that it is given.
+class HostQueEdita : public HostRoteirizado {
   public:
     class Editor : public IAMEditMenu {
       public:
+        explicit Editor(const std::function<void(Ref<IActBar> &)> &edita) : m_Edita(edita) {}
         std::string_view NomeTipo() const override { return "AMEditMenu"; }
-        void IncorporaMenu(Ref<IActBar> &actBar, ItensMenu &, bool) override { actBar = nullptr; }
-        void RemoveMenu(Ref<IActBar> &actBar, ItensMenu &) override { actBar = nullptr; }
+        void IncorporaMenu(Ref<IActBar> &actBar, ItensMenu &, bool) override { m_Edita(actBar); }
+        void RemoveMenu(Ref<IActBar> &actBar, ItensMenu &) override { m_Edita(actBar); }
+
+      private:
+        std::function<void(Ref<IActBar> &)> m_Edita;
     };
-    Ref<IAMEditMenu> CriaAMEditMenu() override { return Novo<Editor>(); }
+    std::function<void(Ref<IActBar> &)> Edita;
+    Ref<IAMEditMenu> CriaAMEditMenu() override { return Novo<Editor>(Edita); }
 };
 
 TEST_F(MenusGeralTeste, MenuHolder_ReplacedByTheHost_IsTheOneFromThenOn)
 {
-    const auto outro = Novo<HostQueTroca>();
+    const auto outro = Novo<HostQueEdita>();
+    outro->Edita = [](Ref<IActBar> &actBar) { actBar = nullptr; };
     InstalaHost(outro);
     Menus().AdicionaMenu(Menus().aMenu);
     EXPECT_TRUE(geral->ActBar.Nada());
     geral->ActBar = host->ActBar;
     Menus().RemoveMenu(Menus().aMenu);
     EXPECT_TRUE(geral->ActBar.Nada());
+    InstalaHost(host);
+}
+
+TEST_F(MenusGeralTeste, Items_WhileTheHostMergesOrRemovesThem_CountAsBefore)
+{
+    const auto outro = Novo<HostQueEdita>();
+    int vezes = 0;
+    outro->Edita = [&](Ref<IActBar> &) {
+        if (++vezes == 1) {
+            Menus().RemoveMenu(Menus().aMenu); // not merged yet
+        } else if (vezes == 2) {
+            Menus().IncorporaMenuPrincipal(); // merged still
+        }
+    };
+    InstalaHost(outro);
+    Menus().IncorporaMenuPrincipal();
+    EXPECT_EQ(vezes, 1);
+    Menus().RemoveMenu(Menus().aMenu);
+    EXPECT_EQ(vezes, 2);
     InstalaHost(host);
 }
 
