@@ -59,8 +59,8 @@ class FormDeTeste : public Formulario {
     {
         Eventos.push_back("Unload");
         cancela = CancelaUnload;
-        if (AoDescarregar) {
-            AoDescarregar();
+        if (const std::function<void()> aoDescarregar = AoDescarregar) { // which may let go of the form
+            aoDescarregar();
         }
     }
     void Form_Activate() override

@@ -326,6 +326,22 @@ TEST_F(FormularioTeste, Unload_NotLoaded_RaisesNoEvent)
     EXPECT_TRUE(form->Eventos.empty());
 }
 
+TEST_F(FormularioTeste, Unload_FormLetGoInItsOwnEvent_LivesUntilItReturns)
+{
+    form->Carregar();
+    FormDeTeste *const solto = form.Ponteiro();
+    const RefFraca<FormDeTeste> vigia = form;
+    form->AoDescarregar = [&] {
+        solto->AoDescarregar = nullptr;
+        solto->Descarregar(); // the host lets go of it
+        form = nullptr;
+        EXPECT_FALSE(vigia.Nada());
+    };
+    bool cancela = false;
+    solto->Unload(cancela);
+    EXPECT_TRUE(vigia.Nada());
+}
+
 TEST_F(FormularioTeste, Unload_InsideAnEventOfItsOwn_IsNoCrash)
 {
     form->Carregar();
