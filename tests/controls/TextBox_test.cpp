@@ -44,21 +44,23 @@ TEST_F(TextBoxTest, Fresh_HasItsSettings)
     EXPECT_TRUE(caixa->Visible());
 }
 
-TEST_F(TextBoxTest, DefineText_OfAnotherText_TellsTheScreenAndThenRaisesChange)
+TEST_F(TextBoxTest, DefineText_OfAnotherText_TellsTheScreenAndThenRaisesChangeWhateverThePersonMay)
 {
     const Ref<TextBox> caixa = Caixa(0);
-    caixa->DefineText("Radar");
-    EXPECT_EQ(caixa->Text(), "Radar");
-    EXPECT_EQ(m_Tela.Vistos(), (Textos{"Mudou", "Change"}));
-}
-
-TEST_F(TextBoxTest, DefineText_OfTheSameText_RaisesNothing)
-{
-    const Ref<TextBox> caixa = Caixa(0);
-    caixa->DefineText("Radar");
-    m_Tela.Vistos();
-    caixa->DefineText("Radar");
-    EXPECT_EQ(m_Tela.Vistos(), Textos{});
+    const auto confere = [&](const std::string &texto) {
+        m_Tela.Vistos();
+        caixa->DefineText(texto);
+        EXPECT_EQ(caixa->Text(), texto);
+        EXPECT_EQ(m_Tela.Vistos(), (Textos{"Mudou", "Change"}));
+        caixa->DefineText(texto);
+        EXPECT_EQ(m_Tela.Vistos(), Textos{});
+    };
+    confere("Radar");
+    confere("a\r\nb\xC3"); // lines and malformed bytes are kept
+    caixa->DefineEnabled(false);
+    caixa->DefineVisible(false);
+    caixa->DefineLocked(true);
+    confere("x");
 }
 
 TEST_F(TextBoxTest, DefineText_AroundTheLimit_CutsByCharacters)
@@ -73,40 +75,15 @@ TEST_F(TextBoxTest, DefineText_AroundTheLimit_CutsByCharacters)
     EXPECT_EQ(m_Tela.Vistos(), Textos{});
 }
 
-TEST_F(TextBoxTest, DefineText_OfLinesAndMalformedBytes_KeepsThem)
-{
-    const Ref<TextBox> caixa = Caixa(0);
-    caixa->DefineText("a\r\nb\xC3");
-    EXPECT_EQ(caixa->Text(), "a\r\nb\xC3");
-}
-
-TEST_F(TextBoxTest, DefineText_WhileDisabledHiddenAndLocked_IsStillTheModules)
-{
-    const Ref<TextBox> caixa = Caixa(0);
-    caixa->DefineEnabled(false);
-    caixa->DefineVisible(false);
-    caixa->DefineLocked(true);
-    m_Tela.Vistos();
-    caixa->DefineText("x");
-    EXPECT_EQ(caixa->Text(), "x");
-    EXPECT_EQ(m_Tela.Vistos(), (Textos{"Mudou", "Change"}));
-}
-
-TEST_F(TextBoxTest, Digita_ThreeKeys_RaisesChangeThreeTimesAndTakesTheFocus)
-{
-    const Ref<TextBox> caixa = Caixa(0);
-    EXPECT_TRUE(caixa->Digita("pé!"));
-    EXPECT_EQ(caixa->Text(), "pé!");
-    EXPECT_TRUE(caixa->TemFoco());
-    EXPECT_EQ(m_Tela.Vistos(), (Textos{"Mudou", "Change", "Mudou", "Change", "Mudou", "Change"}));
-}
-
-TEST_F(TextBoxTest, Digita_IntoAText_GoesBehindIt)
+TEST_F(TextBoxTest, Digita_ThreeKeys_RaisesChangeThreeTimesBehindTheTextAndTakesTheFocus)
 {
     const Ref<TextBox> caixa = Caixa(0);
     caixa->DefineText("ção");
-    EXPECT_TRUE(caixa->Digita("és"));
-    EXPECT_EQ(caixa->Text(), "çãoés");
+    m_Tela.Vistos();
+    EXPECT_TRUE(caixa->Digita("pé!"));
+    EXPECT_EQ(caixa->Text(), "çãopé!");
+    EXPECT_TRUE(caixa->TemFoco());
+    EXPECT_EQ(m_Tela.Vistos(), (Textos{"Mudou", "Change", "Mudou", "Change", "Mudou", "Change"}));
 }
 
 TEST_F(TextBoxTest, Digita_AtTheLimit_LeavesOutWhatIsTooMuch)
@@ -120,64 +97,48 @@ TEST_F(TextBoxTest, Digita_AtTheLimit_LeavesOutWhatIsTooMuch)
     EXPECT_EQ(m_Tela.Vistos(), Textos{});
 }
 
-TEST_F(TextBoxTest, Digita_OfWhatNoKeyTypes_LeavesItOut)
+TEST_F(TextBoxTest, Digita_OfWhatNoKeyTypes_LeavesItOutAndCountsEachCodeAsOne)
 {
-    const Ref<TextBox> caixa = Caixa(0);
-    EXPECT_TRUE(caixa->Digita("a\tb\r\nc\x7F"
+    const Ref<TextBox> livre = Caixa(0);
+    EXPECT_TRUE(livre->Digita("a\tb\r\nc\x7F"
                               "d\xC3"
                               "e\xFF"));
-    EXPECT_EQ(caixa->Text(), "abcde");
+    EXPECT_EQ(livre->Text(), "abcde");
+    const Ref<TextBox> deTres = Caixa(3);
+    EXPECT_TRUE(deTres->Digita("e\u0301\U0001F697x")); // a combining mark, and beyond the basic plane
+    EXPECT_EQ(deTres->Text(), "e\u0301\U0001F697");
 }
 
-TEST_F(TextBoxTest, Digita_OfCombiningMarkAndBeyondTheBasicPlane_CountsEachCodeAsOne)
+TEST_F(TextBoxTest, Apaga_WithText_RaisesChangeOnceAndPreencheReplacesIt)
 {
-    const Ref<TextBox> caixa = Caixa(3);
-    EXPECT_TRUE(caixa->Digita("e\u0301\U0001F697x"));
-    EXPECT_EQ(caixa->Text(), "e\u0301\U0001F697");
-}
-
-TEST_F(TextBoxTest, Apaga_WithText_RaisesChangeOnce)
-{
-    const Ref<TextBox> caixa = Caixa(0);
-    caixa->DefineText("Radar");
+    const Ref<TextBox> caixa = Caixa(2);
+    caixa->DefineText("AB");
     m_Tela.Vistos();
     EXPECT_TRUE(caixa->Apaga());
     EXPECT_EQ(caixa->Text(), "");
     EXPECT_EQ(m_Tela.Vistos(), (Textos{"Mudou", "Change"}));
     EXPECT_TRUE(caixa->Apaga());
     EXPECT_EQ(m_Tela.Vistos(), Textos{});
-}
-
-TEST_F(TextBoxTest, Preenche_OverAText_ReplacesIt)
-{
-    const Ref<TextBox> caixa = Caixa(2);
     caixa->DefineText("AB");
     EXPECT_TRUE(caixa->Preenche("çé"));
     EXPECT_EQ(caixa->Text(), "çé");
 }
 
-TEST_F(TextBoxTest, Edita_InTheMiddle_ReplacesAndLeavesTheCursorBehind)
+TEST_F(TextBoxTest, Edita_InTheMiddleOrBeyond_ReplacesAndLeavesTheCursorBehind)
 {
     const Ref<TextBox> caixa = Caixa(6);
     caixa->DefineText("aéçõz");
     EXPECT_EQ(caixa->Cursor(), 5U);
-    EXPECT_TRUE(caixa->Edita(1, 3, "íú"));
-    EXPECT_EQ(caixa->Text(), "aíúz");
-    EXPECT_EQ(caixa->Cursor(), 3U);
-    EXPECT_TRUE(caixa->Edita(0, 0, "ABCD")); // room for two
-    EXPECT_EQ(caixa->Text(), "ABaíúz");
-    EXPECT_EQ(caixa->Cursor(), 2U);
-}
-
-TEST_F(TextBoxTest, Edita_BeyondTheText_WorksAtItsEnd)
-{
-    const Ref<TextBox> caixa = Caixa(0);
-    caixa->DefineText("ab");
-    EXPECT_TRUE(caixa->Edita(9, 9, "c"));
-    EXPECT_EQ(caixa->Text(), "abc");
-    EXPECT_EQ(caixa->Cursor(), 3U);
-    EXPECT_TRUE(caixa->Edita(1, 900, ""));
-    EXPECT_EQ(caixa->Text(), "a");
+    const auto confere = [&](std::size_t inicio, std::size_t quantos, const std::string &novo, const std::string &texto,
+                             std::size_t cursor) {
+        EXPECT_TRUE(caixa->Edita(inicio, quantos, novo));
+        EXPECT_EQ(caixa->Text(), texto);
+        EXPECT_EQ(caixa->Cursor(), cursor);
+    };
+    confere(1, 3, "íú", "aíúz", 3);
+    confere(0, 0, "ABCD", "ABaíúz", 2); // room for two
+    confere(1, 900, "", "A", 1);
+    confere(9, 9, "c", "Ac", 2); // beyond the text, it works at its end
 }
 
 TEST_F(TextBoxTest, Digita_WhileItCannot_IsRefusedAndChangesNothing)
@@ -196,6 +157,8 @@ TEST_F(TextBoxTest, Digita_WhileItCannot_IsRefusedAndChangesNothing)
     };
     caixa->DefineLocked(true);
     confere();
+    EXPECT_TRUE(caixa->Foco()); // which a locked field gets all the same
+    m_Tela.Form->DefineControleAtivo(nullptr);
     caixa->DefineLocked(false);
     caixa->DefineEnabled(false);
     confere();
@@ -210,14 +173,6 @@ TEST_F(TextBoxTest, Digita_WhileItCannot_IsRefusedAndChangesNothing)
     confere();
     m_Tela.Form->DefineVisible(true);
     EXPECT_TRUE(caixa->Digita("y"));
-}
-
-TEST_F(TextBoxTest, Foco_WhileLocked_IsGiven)
-{
-    const Ref<TextBox> caixa = Caixa(0);
-    caixa->DefineLocked(true);
-    EXPECT_TRUE(caixa->Foco());
-    EXPECT_TRUE(caixa->TemFoco());
 }
 
 TEST_F(TextBoxTest, Digita_WhenTheFirstKeyLocksTheField_StopsBehindIt)
@@ -262,7 +217,7 @@ TEST_F(TextBoxTest, Digita_WhenAKeyReleasesTheForm_EndsInPeace)
     EXPECT_EQ(m_Tela.Vistos(), (Textos{"Mudou", "Change"}));
 }
 
-TEST_F(TextBoxTest, DefineText_WhenChangeReleasesTheForm_EndsInPeace)
+TEST_F(TextBoxTest, DefineText_WhenItsNoticeReleasesTheForm_EndsInPeace)
 {
     TextBox *caixa = Caixa(0).Ponteiro();
     m_Tela.Liga(caixa->Mudou(), [&] { m_Tela.Solta(); });

@@ -35,7 +35,28 @@ class ztComboTest : public testing::Test {
         return combo;
     }
 
+    // Texts and values, "text|value".
+    static Textos Itens(const Ref<ztCombo> &combo)
+    {
+        Textos itens;
+        for (const auto &item : combo->Itens()) {
+            itens.push_back(item.Texto + "|" + item.Valor);
+        }
+        return itens;
+    }
+
     Tela m_Tela;
+};
+
+// A combo of types, and one of municipalities in which the person searches.
+class TiposTest : public ztComboTest {
+  protected:
+    Ref<ztCombo> combo = Tipos();
+};
+
+class MunicipiosTest : public ztComboTest {
+  protected:
+    Ref<ztCombo> combo = Municipios();
 };
 
 TEST_F(ztComboTest, Fresh_IsEmptyAndHasNoneChosen)
@@ -61,48 +82,26 @@ TEST_F(ztComboTest, Fresh_WithContents_HasThemAsItems)
     EXPECT_EQ(combo->IndiceAtual(), -1);
 }
 
-TEST_F(ztComboTest, AdicionaItem_SplitsTextAndValue)
+TEST_F(ztComboTest, AdicionaItem_SplitsTextAndValueByItsDelimiterAndColumn)
 {
     const Ref<ztCombo> combo = Combo(Chamado<AjustesZtCombo>("cbo"));
-    combo->AdicionaItem("Aferição do INMETRO|1");
-    combo->AdicionaItem("NENHUM");
-    combo->AdicionaItem("vazio|");
-    combo->AdicionaItem("a|b|c");
-    combo->AdicionaItem("");
-    ASSERT_EQ(combo->NroItens(), 5);
-    EXPECT_EQ(combo->Itens()[0].Texto, "Aferição do INMETRO");
-    EXPECT_EQ(combo->Itens()[0].Valor, "1");
-    EXPECT_EQ(combo->Itens()[1].Texto, "NENHUM");
-    EXPECT_EQ(combo->Itens()[1].Valor, "NENHUM");
-    EXPECT_EQ(combo->Itens()[2].Texto, "vazio");
-    EXPECT_EQ(combo->Itens()[2].Valor, "");
-    EXPECT_EQ(combo->Itens()[3].Texto, "a");
-    EXPECT_EQ(combo->Itens()[3].Valor, "b");
-    EXPECT_EQ(combo->Itens()[4].Texto, "");
+    for (const char *item : {"Aferição do INMETRO|1", "NENHUM", "vazio|", "a|b|c", ""}) {
+        combo->AdicionaItem(item);
+    }
+    EXPECT_EQ(Itens(combo), (Textos{"Aferição do INMETRO|1", "NENHUM|NENHUM", "vazio|", "a|b", "|"}));
     EXPECT_EQ(m_Tela.Vistos(), (Textos{"Mudou", "Mudou", "Mudou", "Mudou", "Mudou"}));
+    const Ref<ztCombo> semValor = Combo(Chamado<AjustesZtCombo>("cboArqLayout", {.ColunaValor = -1}));
+    semValor->AdicionaItem("RADAR|1");
+    EXPECT_EQ(Itens(semValor), Textos{"RADAR|1|RADAR|1"});
+    const Ref<ztCombo> outro = Combo(Chamado<AjustesZtCombo>("cbo", {.ColunaValor = 2, .DelimitadorColuna = ";"}));
+    outro->AdicionaItem("a|b;x;9");
+    EXPECT_EQ(Itens(outro), Textos{"a|b|9"});
 }
 
-TEST_F(ztComboTest, AdicionaItem_WithoutAValueColumn_HasTheWholeTextAsValue)
+TEST_F(TiposTest, DefineValor_OfAnItem_ChoosesItAndRaisesClickThenChange)
 {
-    auto ajustes = Chamado<AjustesZtCombo>("cboArqLayout", {.ColunaValor = -1});
-    const Ref<ztCombo> combo = Combo(ajustes);
-    combo->AdicionaItem("RADAR|1");
-    EXPECT_EQ(combo->Itens()[0].Texto, "RADAR|1");
-    EXPECT_EQ(combo->Itens()[0].Valor, "RADAR|1");
-}
-
-TEST_F(ztComboTest, AdicionaItem_WithAnotherDelimiterAndColumn_FollowsThem)
-{
-    auto ajustes = Chamado<AjustesZtCombo>("cbo", {.ColunaValor = 2, .DelimitadorColuna = ";"});
-    const Ref<ztCombo> combo = Combo(ajustes);
-    combo->AdicionaItem("a|b;x;9");
-    EXPECT_EQ(combo->Itens()[0].Texto, "a|b");
-    EXPECT_EQ(combo->Itens()[0].Valor, "9");
-}
-
-TEST_F(ztComboTest, DefineValor_OfAnItem_ChoosesItAndRaisesClickThenChange)
-{
-    const Ref<ztCombo> combo = Tipos();
+    combo->AdicionaItem("Outro|P"); // the first of two is chosen
+    m_Tela.Vistos();
     combo->DefineValor("P");
     EXPECT_EQ(combo->IndiceAtual(), 1);
     EXPECT_EQ(combo->Valor(), "P");
@@ -112,9 +111,8 @@ TEST_F(ztComboTest, DefineValor_OfAnItem_ChoosesItAndRaisesClickThenChange)
     EXPECT_EQ(m_Tela.Vistos(), Textos{});
 }
 
-TEST_F(ztComboTest, DefineValor_OfNoItem_ChoosesNone)
+TEST_F(TiposTest, DefineValor_OfNoItem_ChoosesNone)
 {
-    const Ref<ztCombo> combo = Tipos();
     combo->DefineValor("p"); // the case counts
     EXPECT_EQ(combo->IndiceAtual(), -1);
     EXPECT_EQ(m_Tela.Vistos(), Textos{});
@@ -126,36 +124,21 @@ TEST_F(ztComboTest, DefineValor_OfNoItem_ChoosesNone)
     EXPECT_EQ(m_Tela.Vistos(), (Textos{"Mudou", "Click", "Change"}));
 }
 
-TEST_F(ztComboTest, DefineValor_WhenTwoItemsHaveIt_ChoosesTheFirst)
+TEST_F(TiposTest, DefineIndiceAtual_ChoosesByPositionAndOutsideTheItemsIsFault5)
 {
-    const Ref<ztCombo> combo = Tipos();
-    combo->AdicionaItem("Outro|P");
-    combo->DefineValor("P");
-    EXPECT_EQ(combo->IndiceAtual(), 1);
-}
-
-TEST_F(ztComboTest, DefineIndiceAtual_ChoosesByPosition)
-{
-    const Ref<ztCombo> combo = Tipos();
     combo->DefineIndiceAtual(2);
     EXPECT_EQ(combo->Valor(), "M");
     combo->DefineIndiceAtual(2);
     combo->DefineIndiceAtual(-1);
     EXPECT_EQ(combo->Valor(), "");
     EXPECT_EQ(m_Tela.Vistos(), (Textos{"Mudou", "Click", "Change", "Mudou", "Click", "Change"}));
-}
-
-TEST_F(ztComboTest, DefineIndiceAtual_OutsideTheItems_IsFault5)
-{
-    const Ref<ztCombo> combo = Tipos();
     EXPECT_EQ(NumeroDaFalha([&] { combo->DefineIndiceAtual(3); }), 5);
     EXPECT_EQ(NumeroDaFalha([&] { combo->DefineIndiceAtual(-2); }), 5);
     EXPECT_EQ(combo->IndiceAtual(), -1);
 }
 
-TEST_F(ztComboTest, Limpa_WithAChoice_EmptiesAndRaisesNothing)
+TEST_F(TiposTest, Limpa_WithAChoice_EmptiesAndRaisesNothing)
 {
-    const Ref<ztCombo> combo = Tipos();
     combo->DefineValor("P");
     m_Tela.Vistos();
     combo->Limpa();
@@ -165,9 +148,11 @@ TEST_F(ztComboTest, Limpa_WithAChoice_EmptiesAndRaisesNothing)
     EXPECT_EQ(m_Tela.Vistos(), Textos{"Mudou"});
 }
 
-TEST_F(ztComboTest, Escolhe_ByThePerson_RaisesTheSame)
+TEST_F(TiposTest, Escolhe_ByThePerson_RaisesTheSame)
 {
-    const Ref<ztCombo> combo = Tipos();
+    EXPECT_FALSE(combo->Escolhe(-1) || combo->Escolhe(3) || combo->EscolheTexto("Radar")); // not there
+    EXPECT_EQ(combo->IndiceAtual(), -1);
+    EXPECT_EQ(m_Tela.Vistos(), Textos{});
     EXPECT_TRUE(combo->Escolhe(0));
     EXPECT_EQ(combo->Valor(), "L");
     EXPECT_TRUE(combo->TemFoco());
@@ -178,19 +163,8 @@ TEST_F(ztComboTest, Escolhe_ByThePerson_RaisesTheSame)
     EXPECT_EQ(combo->Valor(), "M");
 }
 
-TEST_F(ztComboTest, Escolhe_OfWhatIsNotThere_IsRefused)
+TEST_F(TiposTest, Escolhe_WhileReadOnlyOrDisabled_IsRefused)
 {
-    const Ref<ztCombo> combo = Tipos();
-    EXPECT_FALSE(combo->Escolhe(-1));
-    EXPECT_FALSE(combo->Escolhe(3));
-    EXPECT_FALSE(combo->EscolheTexto("Radar"));
-    EXPECT_EQ(combo->IndiceAtual(), -1);
-    EXPECT_EQ(m_Tela.Vistos(), Textos{});
-}
-
-TEST_F(ztComboTest, Escolhe_WhileReadOnlyOrDisabled_IsRefused)
-{
-    const Ref<ztCombo> combo = Tipos();
     combo->DefineComboSomenteLeitura(true);
     m_Tela.Vistos();
     EXPECT_FALSE(combo->Escolhe(0));
@@ -207,24 +181,24 @@ TEST_F(ztComboTest, Escolhe_WhileReadOnlyOrDisabled_IsRefused)
     EXPECT_EQ(combo->Valor(), "P");
 }
 
-TEST_F(ztComboTest, Digita_InACombo_GoesToTheNextItemOfTheLetter)
+TEST_F(TiposTest, Digita_InACombo_GoesToTheNextItemOfEachLetter)
 {
-    const Ref<ztCombo> combo = Tipos();
-    EXPECT_TRUE(combo->Digita("p"));
-    EXPECT_EQ(combo->Valor(), "P");
-    EXPECT_TRUE(combo->Digita("p"));
-    EXPECT_EQ(combo->Valor(), "M");
-    EXPECT_TRUE(combo->Digita("p"));
-    EXPECT_EQ(combo->Valor(), "P");
+    for (const char *valor : {"P", "M", "P"}) {
+        EXPECT_TRUE(combo->Digita("p"));
+        EXPECT_EQ(combo->Valor(), valor);
+    }
     m_Tela.Vistos();
     EXPECT_FALSE(combo->Digita("x"));
     EXPECT_EQ(combo->Valor(), "P");
     EXPECT_EQ(m_Tela.Vistos(), Textos{});
+    EXPECT_FALSE(combo->Digita("zl")); // a key that no item has, among others
+    EXPECT_EQ(combo->Valor(), "L");
+    EXPECT_FALSE(combo->Digita("pz"));
+    EXPECT_EQ(combo->Valor(), "P");
 }
 
-TEST_F(ztComboTest, Digita_InAComboThatSearches_ChoosesByAllThatWasTyped)
+TEST_F(MunicipiosTest, Digita_InAComboThatSearches_ChoosesByAllThatWasTyped)
 {
-    const Ref<ztCombo> combo = Municipios();
     EXPECT_TRUE(combo->Digita("po"));
     EXPECT_EQ(combo->Texto(), "Portão");
     EXPECT_EQ(m_Tela.Vistos(), (Textos{"Mudou", "Click", "Change"}));
@@ -236,22 +210,18 @@ TEST_F(ztComboTest, Digita_InAComboThatSearches_ChoosesByAllThatWasTyped)
     EXPECT_EQ(combo->Texto(), "Porto Alegre");
 }
 
-TEST_F(ztComboTest, Digita_InAComboThatSearches_CountsNeitherAccentsNorCase)
+TEST_F(MunicipiosTest, Digita_InAComboThatSearches_CountsNeitherAccentsNorCase)
 {
-    const Ref<ztCombo> combo = Municipios();
-    EXPECT_TRUE(combo->Preenche("AGUA"));
-    EXPECT_EQ(combo->Valor(), "1");
-    EXPECT_TRUE(combo->Preenche("sao"));
-    EXPECT_EQ(combo->Valor(), "4");
-    EXPECT_TRUE(combo->Preenche("sá"));
-    EXPECT_EQ(combo->Valor(), "4");
-    EXPECT_TRUE(combo->Preenche("SÁP"));
-    EXPECT_EQ(combo->Valor(), "5");
+    const std::vector<std::pair<std::string, std::string>> casos = {
+        {"AGUA", "1"}, {"sao", "4"}, {"sá", "4"}, {"SÁP", "5"}};
+    for (const auto &[digitado, valor] : casos) {
+        EXPECT_TRUE(combo->Preenche(digitado));
+        EXPECT_EQ(combo->Valor(), valor);
+    }
 }
 
-TEST_F(ztComboTest, Digita_AfterTheFocusWasElsewhere_StartsTheSearchAgain)
+TEST_F(MunicipiosTest, Digita_AfterTheFocusWasElsewhere_StartsTheSearchAgain)
 {
-    const Ref<ztCombo> combo = Municipios();
     const Ref<TextBox> outro = m_Tela.Poe<TextBox>(Chamado<AjustesTextBox>("txt"));
     EXPECT_TRUE(combo->Digita("por"));
     EXPECT_TRUE(outro->Foco());
@@ -261,9 +231,8 @@ TEST_F(ztComboTest, Digita_AfterTheFocusWasElsewhere_StartsTheSearchAgain)
     EXPECT_EQ(combo->Texto(), "Sapiranga");
 }
 
-TEST_F(ztComboTest, Apaga_StartsTheSearchAgainAndKeepsTheChoice)
+TEST_F(MunicipiosTest, Apaga_StartsTheSearchAgainAndKeepsTheChoice)
 {
-    const Ref<ztCombo> combo = Municipios();
     EXPECT_TRUE(combo->Digita("sap"));
     m_Tela.Vistos();
     EXPECT_TRUE(combo->Apaga());
@@ -272,26 +241,23 @@ TEST_F(ztComboTest, Apaga_StartsTheSearchAgainAndKeepsTheChoice)
     EXPECT_EQ(m_Tela.Vistos(), Textos{});
 }
 
-TEST_F(ztComboTest, Digita_WhenAKeyMakesItReadOnly_StopsBehindIt)
+TEST_F(MunicipiosTest, Digita_WhenAKeyMakesItReadOnly_StopsBehindIt)
 {
-    const Ref<ztCombo> combo = Municipios();
     m_Tela.Liga(combo->Click(), [&] { combo->DefineComboSomenteLeitura(true); });
     EXPECT_FALSE(combo->Digita("sap"));
     EXPECT_EQ(combo->Texto(), "São Leopoldo");
 }
 
-TEST_F(ztComboTest, Click_WhenItChoosesAnother_RaisesClickAndChangeForThatToo)
+TEST_F(TiposTest, Click_WhenItChoosesAnother_RaisesClickAndChangeForThatToo)
 {
-    const Ref<ztCombo> combo = Tipos();
     m_Tela.Liga(combo->Click(), [&] { combo->DefineValor("M"); });
     combo->DefineValor("P");
     EXPECT_EQ(combo->Valor(), "M");
     EXPECT_EQ(m_Tela.Vistos(), (Textos{"Mudou", "Click", "Mudou", "Click", "Change", "Change"}));
 }
 
-TEST_F(ztComboTest, Escolhe_WhenClickFaults_HasChosenAndRaisesNoChange)
+TEST_F(TiposTest, Escolhe_WhenClickFaults_HasChosenAndRaisesNoChange)
 {
-    const Ref<ztCombo> combo = Tipos();
     m_Tela.Liga(combo->Click(), [] { throw Falha(13); });
     EXPECT_EQ(NumeroDaFalha([&] { combo->Escolhe(1); }), 13);
     EXPECT_EQ(combo->Valor(), "P");
@@ -306,27 +272,16 @@ TEST_F(ztComboTest, Escolhe_WhenClickReleasesTheForm_EndsInPeace)
     EXPECT_EQ(m_Tela.Vistos(), (Textos{"Mudou", "Click", "Change"}));
 }
 
-TEST_F(ztComboTest, Click_WhenItEmptiesTheCombo_LeavesItEmpty)
+TEST_F(MunicipiosTest, Click_WhenItEmptiesTheCombo_LeavesItEmpty)
 {
-    const Ref<ztCombo> combo = Municipios();
     m_Tela.Liga(combo->Click(), [&] { combo->Limpa(); });
     EXPECT_FALSE(combo->Digita("sao"));
     EXPECT_EQ(combo->NroItens(), 0);
     EXPECT_EQ(combo->Valor(), "");
 }
 
-TEST_F(ztComboTest, Fresh_WithContentThatDoesNotEndInTheMark_HasItsLastItemToo)
+TEST_F(TiposTest, Escolhe_WhenTheFocusIsLedElsewhereOrClosesTheCombo_IsRefused)
 {
-    auto ajustes = Chamado<AjustesZtCombo>("cbo", {.Conteudo = "Sim|S??Não|N"});
-    const Ref<ztCombo> combo = Combo(ajustes);
-    EXPECT_EQ(combo->NroItens(), 2);
-    combo->DefineValor("N");
-    EXPECT_EQ(combo->Texto(), "Não");
-}
-
-TEST_F(ztComboTest, Escolhe_WhenTheFocusIsLedElsewhereOrClosesTheCombo_IsRefused)
-{
-    const Ref<ztCombo> combo = Tipos();
     const Ref<TextBox> outro = m_Tela.Poe<TextBox>(Chamado<AjustesTextBox>("txt"));
     {
         const Conexao levado = combo->RecebeuFoco().liga([&] { outro->SetFocus(); });
@@ -337,15 +292,6 @@ TEST_F(ztComboTest, Escolhe_WhenTheFocusIsLedElsewhereOrClosesTheCombo_IsRefused
     EXPECT_FALSE(combo->Escolhe(1));
     EXPECT_EQ(combo->IndiceAtual(), -1);
     EXPECT_EQ(m_Tela.Vistos(), Textos{"Mudou"});
-}
-
-TEST_F(ztComboTest, Digita_OfAKeyThatNoItemHasAmongOthers_ChoosesByTheOthersAndSaysSo)
-{
-    const Ref<ztCombo> combo = Tipos();
-    EXPECT_FALSE(combo->Digita("zl"));
-    EXPECT_EQ(combo->Valor(), "L");
-    EXPECT_FALSE(combo->Digita("pz"));
-    EXPECT_EQ(combo->Valor(), "P");
 }
 
 } // namespace

@@ -87,9 +87,23 @@ class ztListTest : public testing::Test {
     Tela m_Tela;
 };
 
-TEST_F(ztListTest, Fresh_HasOneColumnAndNoRow)
+class ListaVazia : public ztListTest {
+  protected:
+    Ref<ztList> lista = Lista();
+};
+
+class ListaComColunas : public ztListTest {
+  protected:
+    Ref<ztList> lista = ComColunas();
+};
+
+class ListaComLinhas : public ztListTest {
+  protected:
+    Ref<ztList> lista = ComTresLinhas();
+};
+
+TEST_F(ListaVazia, Fresh_HasOneColumnAndNoRow)
 {
-    const Ref<ztList> lista = Lista();
     EXPECT_EQ(lista->NomeTipo(), "ztList");
     EXPECT_EQ(lista->Colunas().size(), 1U);
     EXPECT_EQ(lista->NroItens(), 0);
@@ -100,9 +114,8 @@ TEST_F(ztListTest, Fresh_HasOneColumnAndNoRow)
     EXPECT_FALSE(lista->JanelaExibida());
 }
 
-TEST_F(ztListTest, AdicionaColuna_WithoutKey_HasItsTitleAsKey)
+TEST_F(ListaVazia, AdicionaColuna_WithoutKey_HasItsTitleAsKey)
 {
-    const Ref<ztList> lista = Lista();
     lista->AlteraPrimeiraColuna(1, std::nullopt, "Dt.Verificação", 1650, 2, "data", true);
     lista->AdicionaColuna(2, "K", "Chave", 0, 0, "", false);
     ASSERT_EQ(lista->Colunas().size(), 2U);
@@ -118,9 +131,8 @@ TEST_F(ztListTest, AdicionaColuna_WithoutKey_HasItsTitleAsKey)
     EXPECT_FALSE(lista->Colunas()[1].Visivel);
 }
 
-TEST_F(ztListTest, CarregaItens_AppendsAndRaisesNothing)
+TEST_F(ListaComLinhas, CarregaItens_AppendsAndRaisesNothing)
 {
-    const Ref<ztList> lista = ComTresLinhas();
     EXPECT_EQ(lista->NroItens(), 3);
     EXPECT_EQ(lista->ItemAtual(), -1);
     EXPECT_EQ(lista->Celula(1, "Número"), "1");
@@ -135,17 +147,8 @@ TEST_F(ztListTest, CarregaItens_AppendsAndRaisesNothing)
     EXPECT_EQ(m_Tela.Vistos(), Textos{});
 }
 
-TEST_F(ztListTest, CarregaItens_OfATableWithoutRows_ChangesNothing)
+TEST_F(ListaComColunas, CarregaItens_OfANarrowerOrWiderTable_LeavesCellsEmptyOrAside)
 {
-    const Ref<ztList> lista = ComTresLinhas();
-    TabelaTexto vazia(3);
-    lista->CarregaItens(vazia);
-    EXPECT_EQ(lista->NroItens(), 3);
-}
-
-TEST_F(ztListTest, CarregaItens_OfANarrowerOrWiderTable_LeavesCellsEmptyOrAside)
-{
-    const Ref<ztList> lista = ComColunas();
     TabelaTexto estreita(1);
     estreita.Celula(1, estreita.AdicionaLinha()) = "só";
     lista->CarregaItens(estreita);
@@ -158,12 +161,11 @@ TEST_F(ztListTest, CarregaItens_OfANarrowerOrWiderTable_LeavesCellsEmptyOrAside)
     EXPECT_EQ(NumeroDaFalha([&] { lista->TextoCelula(2, 5); }), 9);
 }
 
-TEST_F(ztListTest, Celula_OfAnUnknownRowOrColumn_IsFault9)
+TEST_F(ListaComLinhas, Celula_OfAnUnknownRowOrColumn_IsFault9)
 {
-    const Ref<ztList> lista = ComTresLinhas();
-    EXPECT_EQ(NumeroDaFalha([&] { lista->Celula(0, "Nome"); }), 9);
-    EXPECT_EQ(NumeroDaFalha([&] { lista->Celula(4, "Nome"); }), 9);
-    EXPECT_EQ(NumeroDaFalha([&] { lista->Celula(-1, "Nome"); }), 9);
+    for (std::int32_t linha : {0, 4, -1}) {
+        EXPECT_EQ(NumeroDaFalha([&] { lista->Celula(linha, "Nome"); }), 9);
+    }
     EXPECT_EQ(NumeroDaFalha([&] { lista->Celula(1, "Endereço"); }), 9);
     EXPECT_EQ(NumeroDaFalha([&] { lista->ValorAtual("Endereço"); }), 9);
     lista->DefineItemAtual(1);
@@ -171,81 +173,54 @@ TEST_F(ztListTest, Celula_OfAnUnknownRowOrColumn_IsFault9)
     EXPECT_EQ(NumeroDaFalha([&] { lista->ColunaAtual(4); }), 9);
 }
 
-TEST_F(ztListTest, ValorAtual_FollowsTheCurrentRow)
+TEST_F(ListaComLinhas, DefineItemAtual_OfAnotherRowOrNone_RaisesHabilitaAndItemClickForARow)
 {
-    const Ref<ztList> lista = ComTresLinhas();
     EXPECT_EQ(lista->ValorAtual("Nome"), "");
     EXPECT_EQ(lista->ColunaAtual(1), "");
-    lista->DefineItemAtual(3);
-    EXPECT_EQ(lista->ValorAtual("Nome"), "três");
-    EXPECT_EQ(lista->ColunaAtual(1), "3");
-    EXPECT_EQ(lista->ColunaAtual(3), "K3");
-}
-
-TEST_F(ztListTest, DefineItemAtual_OfAnotherRow_RaisesItemClickAndHabilita)
-{
-    const Ref<ztList> lista = ComTresLinhas();
-    lista->DefineItemAtual(2);
-    EXPECT_EQ(lista->ItemAtual(), 2);
-    EXPECT_EQ(m_Tela.Vistos(), (Textos{"ItemClick", "Habilita"}));
-    lista->DefineItemAtual(2);
-    EXPECT_EQ(m_Tela.Vistos(), Textos{});
-}
-
-TEST_F(ztListTest, DefineItemAtual_OfNone_RaisesHabilitaAlone)
-{
-    const Ref<ztList> lista = ComTresLinhas();
     lista->DefineItemAtual(0);
     EXPECT_EQ(m_Tela.Vistos(), Textos{});
     for (std::int32_t nenhuma : {0, -1}) {
-        lista->DefineItemAtual(1);
-        m_Tela.Vistos();
+        lista->DefineItemAtual(3);
+        EXPECT_EQ(m_Tela.Vistos(), (Textos{"ItemClick", "Habilita"}));
+        EXPECT_EQ(lista->ValorAtual("Nome"), "três");
+        EXPECT_EQ(lista->ColunaAtual(1), "3");
+        EXPECT_EQ(lista->ColunaAtual(3), "K3");
+        lista->DefineItemAtual(3);
+        EXPECT_EQ(m_Tela.Vistos(), Textos{});
         lista->DefineItemAtual(nenhuma);
-        EXPECT_EQ(lista->ItemAtual(), -1);
         EXPECT_EQ(m_Tela.Vistos(), Textos{"Habilita"});
+        EXPECT_EQ(lista->ItemAtual(), -1);
     }
-}
-
-TEST_F(ztListTest, DefineItemAtual_OutsideTheRows_IsFault9)
-{
-    const Ref<ztList> lista = ComTresLinhas();
     EXPECT_EQ(NumeroDaFalha([&] { lista->DefineItemAtual(4); }), 9);
     EXPECT_EQ(NumeroDaFalha([&] { lista->DefineItemAtual(-2); }), 9);
     EXPECT_EQ(lista->ItemAtual(), -1);
 }
 
-TEST_F(ztListTest, Limpa_WithRows_EmptiesThemAndTheOfferOfMore)
+TEST_F(ListaComLinhas, Limpa_WithRows_EmptiesThemAndTheOfferOfMoreAndTheTitleUnlessTold)
 {
-    const Ref<ztList> lista = ComTresLinhas();
     lista->DefineTitulo("Cliente [Setor]");
     lista->DefineTemMais(true);
     lista->DefineItemAtual(2);
     m_Tela.Vistos();
-    lista->Limpa(std::nullopt);
+    lista->Limpa(false);
+    EXPECT_EQ(lista->Titulo(), "Cliente [Setor]");
     EXPECT_EQ(lista->NroItens(), 0);
     EXPECT_EQ(lista->ItemAtual(), -1);
-    EXPECT_EQ(lista->Titulo(), "");
     EXPECT_FALSE(lista->TemMais());
     EXPECT_EQ(lista->Colunas().size(), 3U);
     EXPECT_EQ(m_Tela.Vistos(), Textos{"Habilita"});
-    lista->Limpa(std::nullopt);
-    EXPECT_EQ(m_Tela.Vistos(), Textos{});
+    for (std::optional<bool> argumento : {std::optional<bool>(true), std::optional<bool>()}) {
+        lista->DefineTitulo("T");
+        lista->Limpa(argumento);
+        EXPECT_EQ(lista->Titulo(), "");
+        EXPECT_EQ(m_Tela.Vistos(), Textos{});
+    }
 }
 
-TEST_F(ztListTest, Limpa_TheTitle_GoesUnlessTheArgumentIsFalse)
+TEST_F(ListaVazia, Menu_OfKind2_ShowsTheFirstFourItemsAndOfKind3All)
 {
-    const Ref<ztList> lista = Lista();
-    lista->DefineTitulo("T");
-    lista->Limpa(false);
-    EXPECT_EQ(lista->Titulo(), "T");
-    lista->Limpa(true);
-    EXPECT_EQ(lista->Titulo(), "");
-}
-
-TEST_F(ztListTest, Menu_OfKind2_ShowsTheFirstFourItems)
-{
-    const Ref<ztList> lista = Lista();
     EXPECT_EQ(Visiveis(lista), (Textos{"mnuZTLObjNovo", "mnuZTLObjEditar", "mnuZTLObjDetalhes", "mnuZTLObjExcluir"}));
+    EXPECT_EQ(Visiveis(Lista(Chamado<AjustesZtList>("ztlLista", {.TipoMenu = 3}))).size(), 6U);
     const Textos textos = {"Novo", "Editar", "Detalhes", "Excluir", "Localizar", "Atualizar"};
     ASSERT_EQ(lista->Menu().Count(), 6);
     for (std::int32_t i = 1; i <= 6; ++i) {
@@ -256,44 +231,33 @@ TEST_F(ztListTest, Menu_OfKind2_ShowsTheFirstFourItems)
         EXPECT_EQ(item->Texto(), texto);
         EXPECT_EQ(item->Dica(), texto);
         EXPECT_EQ(item->TextoBotao(), "");
-        EXPECT_FALSE(item->IniciaGrupo());
+        EXPECT_FALSE(item->IniciaGrupo() || item->Bloqueado());
         EXPECT_TRUE(item->Enabled());
-        EXPECT_FALSE(item->Bloqueado());
     }
 }
 
-TEST_F(ztListTest, Menu_OfKind3_ShowsAllStandardItems)
+TEST_F(ListaVazia, IncluiItensMenu_PutsThemBehindTheStandardOnesUnlessTheKeyIsInUse)
 {
-    auto ajustes = Chamado<AjustesZtList>("ztlLista", {.TipoMenu = 3});
-    EXPECT_EQ(Visiveis(Lista(ajustes)).size(), 6U);
-}
-
-TEST_F(ztListTest, IncluiItensMenu_PutsThemBehindTheStandardOnes)
-{
-    const Ref<ztList> lista = Lista();
+    EXPECT_EQ(NumeroDaFalha([&] { lista->IncluiItensMenu({{"mnuZTLObjNovo", "Outro", "", "", false}}); }), 457);
+    EXPECT_EQ(lista->Menu().Count(), 6);
     lista->IncluiItensMenu(
         {{"mnuZTLObjReativar", "Reativar", "", "Reativar/Desativar Equipamento", true},
          {"mnuZTLObjLimitesDif", "Limites Diferenciados", "Limites\r\n Diferenciados", "Limites Diferenciados", true}});
     ASSERT_EQ(lista->Menu().Count(), 8);
-    EXPECT_EQ(lista->Menu().Item(7)->Chave(), "mnuZTLObjReativar");
-    EXPECT_EQ(lista->Menu().Item(7)->Texto(), "Reativar");
-    EXPECT_EQ(lista->Menu().Item(7)->Dica(), "Reativar/Desativar Equipamento");
-    EXPECT_TRUE(lista->Menu().Item(7)->IniciaGrupo());
+    const Ref<ItemMenu> &reativar = lista->Menu().Item(7);
+    EXPECT_EQ(reativar->Chave(), "mnuZTLObjReativar");
+    EXPECT_EQ(reativar->Texto(), "Reativar");
+    EXPECT_EQ(reativar->Dica(), "Reativar/Desativar Equipamento");
+    EXPECT_TRUE(reativar->IniciaGrupo());
     EXPECT_EQ(lista->Menu().Item(8)->TextoBotao(), "Limites\r\n Diferenciados");
     EXPECT_TRUE(lista->Menu().Item(8)->Utilizavel());
 }
 
-TEST_F(ztListTest, IncluiItensMenu_UnderAKeyInUse_IsFault457)
+TEST_F(ListaVazia, MenuWrites_ShowOnTheItemAndTellTheScreen)
 {
-    const Ref<ztList> lista = Lista();
-    EXPECT_EQ(NumeroDaFalha([&] { lista->IncluiItensMenu({{"mnuZTLObjNovo", "Outro", "", "", false}}); }), 457);
-    EXPECT_EQ(lista->Menu().Count(), 6);
-}
-
-TEST_F(ztListTest, MenuWrites_ShowOnTheItemAndTellTheScreen)
-{
-    const Ref<ztList> lista = Lista();
     m_Tela.Anota(lista->Mudou(), "Mudou");
+    lista->AtualizaLista();
+    EXPECT_EQ(m_Tela.Vistos(), Textos{"Mudou"});
     lista->MenuVisivel("mnuZTLObjAtualizar", true);
     lista->MenuBloqueado("mnuZTLObjNovo", true);
     lista->MenuHabilitado("mnuZTLObjNovo", false);
@@ -309,9 +273,8 @@ TEST_F(ztListTest, MenuWrites_ShowOnTheItemAndTellTheScreen)
     EXPECT_EQ(m_Tela.Vistos(), Textos{});
 }
 
-TEST_F(ztListTest, MenuWrites_OnAnUnknownKey_AreFault5)
+TEST_F(ListaVazia, MenuWrites_OnAnUnknownKey_AreFault5)
 {
-    const Ref<ztList> lista = Lista();
     EXPECT_EQ(NumeroDaFalha([&] { lista->ItemMenu("mnuX"); }), 5);
     EXPECT_EQ(NumeroDaFalha([&] { lista->MenuVisivel("mnuX", true); }), 5);
     EXPECT_EQ(NumeroDaFalha([&] { lista->MenuBloqueado("mnuX", true); }), 5);
@@ -342,64 +305,41 @@ TEST_F(ztListTest, Settings_AsWritten_AreWhatTheScreenReads)
     EXPECT_TRUE(mostrada.JanelaExibida());
 }
 
-TEST_F(ztListTest, AtualizaLista_TellsTheScreen)
+TEST_F(ListaComLinhas, Foco_MakesTheFirstRowCurrentUnlessThereIsOneAndRaisesGotFocus)
 {
-    const Ref<ztList> lista = Lista();
-    m_Tela.Anota(lista->Mudou(), "Mudou");
-    lista->AtualizaLista();
-    EXPECT_EQ(m_Tela.Vistos(), Textos{"Mudou"});
-}
-
-TEST_F(ztListTest, Foco_OnAListWithoutCurrentRow_MakesTheFirstCurrentAndThenRaisesGotFocus)
-{
-    const Ref<ztList> lista = ComTresLinhas();
     EXPECT_TRUE(lista->Foco());
     EXPECT_EQ(lista->ItemAtual(), 1);
     EXPECT_EQ(m_Tela.Vistos(), (Textos{"ItemClick", "Habilita", "GotFocus"}));
-}
-
-TEST_F(ztListTest, Foco_OnAListWithACurrentRow_RaisesGotFocusAlone)
-{
-    const Ref<ztList> lista = ComTresLinhas();
     lista->DefineItemAtual(3);
+    m_Tela.Form->DefineControleAtivo(nullptr);
     m_Tela.Vistos();
     lista->SetFocus();
     EXPECT_EQ(lista->ItemAtual(), 3);
     EXPECT_EQ(m_Tela.Vistos(), Textos{"GotFocus"});
 }
 
-TEST_F(ztListTest, Foco_OnAnEmptyList_RaisesGotFocusOnce)
+TEST_F(ListaComColunas, Foco_OnAnEmptyList_RaisesGotFocusOnceAndOnRowsLoadedSinceMakesTheFirstCurrent)
 {
-    const Ref<ztList> lista = Lista();
     EXPECT_TRUE(lista->Foco());
     EXPECT_TRUE(lista->Foco());
     EXPECT_EQ(lista->ItemAtual(), -1);
     EXPECT_EQ(m_Tela.Vistos(), Textos{"GotFocus"});
-}
-
-TEST_F(ztListTest, Foco_AgainOnRowsLoadedSince_MakesTheFirstCurrentWithoutGotFocus)
-{
-    const Ref<ztList> lista = ComColunas();
-    EXPECT_TRUE(lista->Foco());
     Carrega(lista, {{"1", "um", "K1"}});
-    m_Tela.Vistos();
     EXPECT_TRUE(lista->Foco());
     EXPECT_EQ(lista->ItemAtual(), 1);
     EXPECT_EQ(m_Tela.Vistos(), (Textos{"ItemClick", "Habilita"}));
 }
 
-TEST_F(ztListTest, Foco_WhenItemClickLeadsItElsewhere_RaisesNoGotFocus)
+TEST_F(ListaComLinhas, Foco_WhenItemClickLeadsItElsewhere_RaisesNoGotFocus)
 {
-    const Ref<ztList> lista = ComTresLinhas();
     const Ref<TextBox> campo = m_Tela.Poe<TextBox>(Chamado<AjustesTextBox>("txt"));
     m_Tela.Liga(lista->ItemClick(), [&] { campo->SetFocus(); });
     EXPECT_FALSE(lista->Foco());
     EXPECT_EQ(m_Tela.Vistos(), (Textos{"ItemClick", "Habilita"}));
 }
 
-TEST_F(ztListTest, ClicaLinha_OnAListWithoutFocus_MakesThatRowCurrentAndNoOther)
+TEST_F(ListaComLinhas, ClicaLinha_OnAListWithoutFocus_MakesThatRowCurrentAndNoOther)
 {
-    const Ref<ztList> lista = ComTresLinhas();
     EXPECT_TRUE(lista->ClicaLinha(2));
     EXPECT_EQ(lista->ItemAtual(), 2);
     EXPECT_EQ(m_Tela.Vistos(), (Textos{"ItemClick", "Habilita", "GotFocus"}));
@@ -409,9 +349,8 @@ TEST_F(ztListTest, ClicaLinha_OnAListWithoutFocus_MakesThatRowCurrentAndNoOther)
     EXPECT_EQ(m_Tela.Vistos(), Textos{});
 }
 
-TEST_F(ztListTest, ClicaLinha_WhenItemClickFaults_ForgetsTheRowClicked)
+TEST_F(ListaComLinhas, ClicaLinha_WhenItemClickFaults_ForgetsTheRowClicked)
 {
-    const Ref<ztList> lista = ComTresLinhas();
     bool falha = true;
     m_Tela.Liga(lista->ItemClick(), [&] {
         if (falha) {
@@ -426,9 +365,8 @@ TEST_F(ztListTest, ClicaLinha_WhenItemClickFaults_ForgetsTheRowClicked)
     EXPECT_EQ(lista->ItemAtual(), 1);
 }
 
-TEST_F(ztListTest, ClicaLinha_OutsideTheRowsOrDisabled_IsRefused)
+TEST_F(ListaComLinhas, ClicaLinha_OutsideTheRowsOrDisabled_IsRefused)
 {
-    const Ref<ztList> lista = ComTresLinhas();
     EXPECT_FALSE(lista->ClicaLinha(0));
     EXPECT_FALSE(lista->ClicaLinha(4));
     lista->DefineEnabled(false);
@@ -438,9 +376,8 @@ TEST_F(ztListTest, ClicaLinha_OutsideTheRowsOrDisabled_IsRefused)
     EXPECT_EQ(m_Tela.Vistos(), Textos{});
 }
 
-TEST_F(ztListTest, TeclaSetas_MovesAsFarAsThereAreRows)
+TEST_F(ListaComLinhas, TeclaSetas_MovesAsFarAsThereAreRows)
 {
-    const Ref<ztList> lista = ComTresLinhas();
     EXPECT_TRUE(lista->TeclaSetas(1));
     EXPECT_EQ(lista->ItemAtual(), 1);
     EXPECT_TRUE(lista->TeclaSetas(1));
@@ -456,28 +393,19 @@ TEST_F(ztListTest, TeclaSetas_MovesAsFarAsThereAreRows)
     EXPECT_FALSE(lista->TeclaSetas(1));
 }
 
-TEST_F(ztListTest, EscolheMenu_OfAnItem_RaisesHabilitaAndThenTheChoice)
+TEST_F(ListaComLinhas, EscolheMenu_OfAnItem_RaisesHabilitaAndThenTheChoiceOnTheFirstRowAtLeast)
 {
-    const Ref<ztList> lista = ComTresLinhas();
-    EXPECT_TRUE(lista->ClicaLinha(1));
-    m_Tela.Vistos();
+    EXPECT_TRUE(lista->EscolheMenu("mnuZTLObjDetalhes"));
+    EXPECT_EQ(lista->ItemAtual(), 1);
+    EXPECT_EQ(m_Tela.Vistos(), (Textos{"ItemClick", "Habilita", "GotFocus", "Habilita", "mnuZTLObjDetalhes"}));
     EXPECT_TRUE(lista->EscolheMenu("mnuZTLObjEditar"));
     EXPECT_EQ(m_Tela.Vistos(), (Textos{"Habilita", "mnuZTLObjEditar"}));
     EXPECT_TRUE(lista->EscolheMenu("MNUZTLOBJNOVO"));
     EXPECT_EQ(m_Tela.Vistos(), (Textos{"Habilita", "mnuZTLObjNovo"}));
 }
 
-TEST_F(ztListTest, EscolheMenu_WithoutFocusOrCurrentRow_HasTheFirstRowCurrent)
+TEST_F(ListaComLinhas, EscolheMenu_OfAnItemHiddenDisabledBarredOrUnknown_IsRefused)
 {
-    const Ref<ztList> lista = ComTresLinhas();
-    EXPECT_TRUE(lista->EscolheMenu("mnuZTLObjDetalhes"));
-    EXPECT_EQ(lista->ItemAtual(), 1);
-    EXPECT_EQ(m_Tela.Vistos(), (Textos{"ItemClick", "Habilita", "GotFocus", "Habilita", "mnuZTLObjDetalhes"}));
-}
-
-TEST_F(ztListTest, EscolheMenu_OfAnItemHiddenDisabledBarredOrUnknown_IsRefused)
-{
-    const Ref<ztList> lista = ComTresLinhas();
     EXPECT_TRUE(lista->ClicaLinha(1));
     m_Tela.Vistos();
     EXPECT_FALSE(lista->EscolheMenu("mnuZTLObjAtualizar"));
@@ -493,16 +421,14 @@ TEST_F(ztListTest, EscolheMenu_OfAnItemHiddenDisabledBarredOrUnknown_IsRefused)
     EXPECT_EQ(m_Tela.Vistos(), Textos{});
 }
 
-TEST_F(ztListTest, EscolheMenu_OfAnItemThatHabilitaDisables_IsRefused)
+TEST_F(ListaComLinhas, EscolheMenu_OfAnItemThatHabilitaDisables_IsRefused)
 {
-    const Ref<ztList> lista = ComTresLinhas();
     m_Tela.Liga(lista->HabilitaItensMenuLista(), [&] { lista->MenuHabilitado("mnuZTLObjEditar", false); });
     EXPECT_FALSE(lista->EscolheMenu("mnuZTLObjEditar"));
 }
 
-TEST_F(ztListTest, EscolheMenu_OfExcluir_RemovesTheCurrentRow)
+TEST_F(ListaComLinhas, EscolheMenu_OfExcluir_RemovesTheCurrentRow)
 {
-    const Ref<ztList> lista = ComTresLinhas();
     EXPECT_TRUE(lista->ClicaLinha(2));
     m_Tela.Vistos();
     m_Tela.Liga(lista->AntesDeRemoverItem(), [&](std::int32_t &) { EXPECT_EQ(lista->NroItens(), 3); });
@@ -516,9 +442,8 @@ TEST_F(ztListTest, EscolheMenu_OfExcluir_RemovesTheCurrentRow)
     EXPECT_EQ(lista->ItemAtual(), 2);
 }
 
-TEST_F(ztListTest, EscolheMenu_OfExcluirOnTheLastRow_LeavesTheRowBeforeCurrent)
+TEST_F(ListaComLinhas, EscolheMenu_OfExcluirOnTheLastRow_LeavesTheRowBeforeCurrent)
 {
-    const Ref<ztList> lista = ComTresLinhas();
     EXPECT_TRUE(lista->ClicaLinha(3));
     EXPECT_TRUE(lista->EscolheMenu(Excluir));
     EXPECT_EQ(lista->ValorAtual("Chave"), "K2");
@@ -531,29 +456,22 @@ TEST_F(ztListTest, EscolheMenu_OfExcluirOnTheLastRow_LeavesTheRowBeforeCurrent)
     EXPECT_EQ(m_Tela.Vistos(), Textos{"Habilita"});
 }
 
-TEST_F(ztListTest, EscolheMenu_OfExcluirCancelled_KeepsTheRow)
+TEST_F(ListaComLinhas, EscolheMenu_OfExcluirCancelledOrThatFaults_KeepsTheRow)
 {
-    const Ref<ztList> lista = ComTresLinhas();
     EXPECT_TRUE(lista->ClicaLinha(2));
     m_Tela.Vistos();
     m_ManterLinha = true;
     EXPECT_TRUE(lista->EscolheMenu(Excluir));
     EXPECT_EQ(m_Tela.Vistos(), (Textos{"Habilita", "Antes 2"}));
+    m_ManterLinha = false;
+    m_Tela.Liga(lista->AntesDeRemoverItem(), [](std::int32_t &) { throw Falha(91); });
+    EXPECT_EQ(NumeroDaFalha([&] { lista->EscolheMenu(Excluir); }), 91);
     EXPECT_EQ(lista->NroItens(), 3);
     EXPECT_EQ(lista->ItemAtual(), 2);
 }
 
-TEST_F(ztListTest, EscolheMenu_OfExcluirThatFaults_KeepsTheRowAndPassesTheFault)
+TEST_F(ListaComLinhas, EscolheMenu_OfExcluirWhenTheListIsReloadedMeanwhile_RemovesNothing)
 {
-    const Ref<ztList> lista = ComTresLinhas();
-    m_Tela.Liga(lista->AntesDeRemoverItem(), [](std::int32_t &) { throw Falha(91); });
-    EXPECT_EQ(NumeroDaFalha([&] { lista->EscolheMenu(Excluir); }), 91);
-    EXPECT_EQ(lista->NroItens(), 3);
-}
-
-TEST_F(ztListTest, EscolheMenu_OfExcluirWhenTheListIsReloadedMeanwhile_RemovesNothing)
-{
-    const Ref<ztList> lista = ComTresLinhas();
     m_Tela.Liga(lista->AntesDeRemoverItem(), [&](std::int32_t &) {
         lista->Limpa(std::nullopt);
         Carrega(lista, {{"9", "nove", "K9"}});
@@ -562,18 +480,16 @@ TEST_F(ztListTest, EscolheMenu_OfExcluirWhenTheListIsReloadedMeanwhile_RemovesNo
     EXPECT_EQ(Nomes(lista, 3), Textos{"K9"});
 }
 
-TEST_F(ztListTest, EscolheMenu_OfExcluirOfARowThatIsNotThere_RemovesNothing)
+TEST_F(ListaComLinhas, EscolheMenu_OfExcluirOfARowThatIsNotThere_RemovesNothing)
 {
-    const Ref<ztList> lista = ComTresLinhas();
     m_Tela.Liga(lista->AntesDeRemoverItem(), [](std::int32_t &linha) { linha = 4; });
     EXPECT_TRUE(lista->EscolheMenu(Excluir));
     EXPECT_EQ(Nomes(lista, 3), (Textos{"K1", "K2", "K3"}));
     EXPECT_EQ(lista->ItemAtual(), 1);
 }
 
-TEST_F(ztListTest, EscolheMenu_OfExcluirWhenARowBelowBecomesCurrent_KeepsThatRowCurrent)
+TEST_F(ListaComLinhas, EscolheMenu_OfExcluirWhenARowBelowBecomesCurrent_KeepsThatRowCurrent)
 {
-    const Ref<ztList> lista = ComTresLinhas();
     EXPECT_TRUE(lista->ClicaLinha(1));
     m_Tela.Liga(lista->AntesDeRemoverItem(), [&](std::int32_t &) { lista->DefineItemAtual(2); });
     EXPECT_TRUE(lista->EscolheMenu(Excluir));
@@ -581,9 +497,8 @@ TEST_F(ztListTest, EscolheMenu_OfExcluirWhenARowBelowBecomesCurrent_KeepsThatRow
     EXPECT_EQ(lista->ValorAtual("Chave"), "K2");
 }
 
-TEST_F(ztListTest, Person_WhenTheFocusDisablesTheList_IsRefused)
+TEST_F(ListaComLinhas, Person_WhenTheFocusDisablesTheList_IsRefused)
 {
-    const Ref<ztList> lista = ComTresLinhas();
     lista->DefineTemMais(true);
     m_Tela.Liga(lista->RecebeuFoco(), [&] { lista->DefineEnabled(false); });
     const auto recusado = [&](const std::function<bool()> &acao) {
@@ -603,9 +518,8 @@ TEST_F(ztListTest, Person_WhenTheFocusDisablesTheList_IsRefused)
     EXPECT_EQ(lista->ItemAtual(), 2);
 }
 
-TEST_F(ztListTest, ClicaLinha_WhenTheFocusTakesTheRowAway_IsRefused)
+TEST_F(ListaComLinhas, ClicaLinha_WhenTheFocusTakesTheRowAway_IsRefused)
 {
-    const Ref<ztList> lista = ComTresLinhas();
     m_Tela.Liga(lista->RecebeuFoco(), [&] {
         lista->Limpa(std::nullopt);
         Carrega(lista, {{"9", "nove", "K9"}});
@@ -614,18 +528,16 @@ TEST_F(ztListTest, ClicaLinha_WhenTheFocusTakesTheRowAway_IsRefused)
     EXPECT_EQ(lista->ValorAtual("Chave"), "K9"); // as the focus alone makes the first row current
 }
 
-TEST_F(ztListTest, PedeMais_WhenTheFocusEndsTheOffer_IsRefused)
+TEST_F(ListaComLinhas, PedeMais_WhenTheFocusEndsTheOffer_IsRefused)
 {
-    const Ref<ztList> lista = ComTresLinhas();
     lista->DefineTemMais(true);
     m_Tela.Liga(lista->RecebeuFoco(), [&] { lista->DefineTemMais(false); });
     EXPECT_FALSE(lista->PedeMais());
     EXPECT_EQ(m_Tela.Vistos(), (Textos{"ItemClick", "Habilita", "GotFocus"}));
 }
 
-TEST_F(ztListTest, PedeMais_OnlyWhenOffered_RaisesBotaoClick)
+TEST_F(ListaVazia, PedeMais_OnlyWhenOffered_RaisesBotaoClick)
 {
-    const Ref<ztList> lista = Lista();
     EXPECT_FALSE(lista->PedeMais());
     EXPECT_EQ(m_Tela.Vistos(), Textos{});
     lista->DefineTemMais(true);
@@ -636,9 +548,8 @@ TEST_F(ztListTest, PedeMais_OnlyWhenOffered_RaisesBotaoClick)
     EXPECT_EQ(m_Tela.Vistos(), Textos{});
 }
 
-TEST_F(ztListTest, PedeMais_WhoseClickAppends_KeepsTheRowsBefore)
+TEST_F(ListaComLinhas, PedeMais_WhoseClickAppends_KeepsTheRowsBefore)
 {
-    const Ref<ztList> lista = ComTresLinhas();
     lista->DefineTemMais(true);
     m_Tela.Liga(lista->BotaoClick(), [&] {
         Carrega(lista, {{"4", "quatro", "K4"}});
@@ -649,9 +560,8 @@ TEST_F(ztListTest, PedeMais_WhoseClickAppends_KeepsTheRowsBefore)
     EXPECT_EQ(lista->ItemAtual(), 4);
 }
 
-TEST_F(ztListTest, Localiza_WithTheCriteriaBar_ValidatesAndSends)
+TEST_F(ListaVazia, Localiza_WithTheCriteriaBar_ValidatesAndSends)
 {
-    const Ref<ztList> lista = Lista();
     EXPECT_FALSE(lista->Localiza());
     EXPECT_EQ(m_Tela.Vistos(), Textos{});
     lista->BarraCriteriosAtiva(true);
@@ -665,9 +575,8 @@ TEST_F(ztListTest, Localiza_WithTheCriteriaBar_ValidatesAndSends)
     EXPECT_EQ(m_Tela.Vistos(), Textos{});
 }
 
-TEST_F(ztListTest, OrdenaPor_AColumnOfText_SortsInPortugueseOrderBothWays)
+TEST_F(ListaComColunas, OrdenaPor_AColumnOfText_SortsInPortugueseOrderBothWays)
 {
-    const Ref<ztList> lista = ComColunas();
     Carrega(lista,
             {{"1", "Ôlho"}, {"2", "zebra"}, {"3", "Água"}, {"4", "agua"}, {"5", "ovo"}, {"6", "Cão"}, {"7", ""}});
     EXPECT_TRUE(lista->OrdenaPor(2));
@@ -682,34 +591,30 @@ TEST_F(ztListTest, OrdenaPor_AColumnOfText_SortsInPortugueseOrderBothWays)
     EXPECT_FALSE(lista->OrdemDecrescente());
 }
 
-TEST_F(ztListTest, OrdenaPor_AColumnOfNumbers_SortsByValue)
+TEST_F(ListaVazia, OrdenaPor_AColumn_SortsByWhatItHolds)
 {
-    const Ref<ztList> lista = ComColunas();
-    Carrega(lista, {{"10"}, {"9"}, {""}, {"1,5"}, {"-2"}, {"100"}});
-    EXPECT_TRUE(lista->OrdenaPor(1));
-    EXPECT_EQ(Nomes(lista, 1), (Textos{"", "-2", "1,5", "9", "10", "100"}));
+    struct Caso {
+        std::string Marca;
+        Textos Celulas;
+        Textos EmOrdem;
+    };
+    for (const Caso &caso : std::vector<Caso>{
+             {"", {"10", "9", "", "1,5", "-2", "100"}, {"", "-2", "1,5", "9", "10", "100"}},
+             {"", {"10", "9", "A1"}, {"10", "9", "A1"}}, // one text among numbers
+             {"data", {"02/01/2024", "31/12/2023", "x", "01/02/2023"}, {"x", "01/02/2023", "31/12/2023", "02/01/2024"}},
+         }) {
+        lista = Lista();
+        lista->AlteraPrimeiraColuna(1, std::nullopt, "Coluna", 1650, 0, caso.Marca, true);
+        for (const std::string &celula : caso.Celulas) {
+            Carrega(lista, {{celula}});
+        }
+        EXPECT_TRUE(lista->OrdenaPor(1));
+        EXPECT_EQ(Nomes(lista, 1), caso.EmOrdem);
+    }
 }
 
-TEST_F(ztListTest, OrdenaPor_AColumnWithOneTextAmongNumbers_SortsAsText)
+TEST_F(ListaComColunas, OrdenaPor_EqualCells_KeepsTheirOrderBothWays)
 {
-    const Ref<ztList> lista = ComColunas();
-    Carrega(lista, {{"10"}, {"9"}, {"A1"}});
-    EXPECT_TRUE(lista->OrdenaPor(1));
-    EXPECT_EQ(Nomes(lista, 1), (Textos{"10", "9", "A1"}));
-}
-
-TEST_F(ztListTest, OrdenaPor_AColumnMarkedData_SortsByDate)
-{
-    const Ref<ztList> lista = Lista();
-    lista->AlteraPrimeiraColuna(1, std::nullopt, "Dt.Verificação", 1650, 0, "data", true);
-    Carrega(lista, {{"02/01/2024"}, {"31/12/2023"}, {"x"}, {"01/02/2023"}});
-    EXPECT_TRUE(lista->OrdenaPor(1));
-    EXPECT_EQ(Nomes(lista, 1), (Textos{"x", "01/02/2023", "31/12/2023", "02/01/2024"}));
-}
-
-TEST_F(ztListTest, OrdenaPor_EqualCells_KeepsTheirOrderBothWays)
-{
-    const Ref<ztList> lista = ComColunas();
     Carrega(lista, {{"1", "b"}, {"2", "a"}, {"3", "b"}, {"4", "a"}});
     EXPECT_TRUE(lista->OrdenaPor(2));
     EXPECT_EQ(Nomes(lista, 1), (Textos{"2", "4", "1", "3"}));
@@ -717,58 +622,40 @@ TEST_F(ztListTest, OrdenaPor_EqualCells_KeepsTheirOrderBothWays)
     EXPECT_EQ(Nomes(lista, 1), (Textos{"1", "3", "2", "4"}));
 }
 
-TEST_F(ztListTest, OrdenaPor_WithACurrentRow_KeepsThatRowCurrentAndRaisesNothing)
+TEST_F(ListaComLinhas, OrdenaPor_AColumnHiddenUnknownOrWithoutWidth_IsRefused)
 {
-    const Ref<ztList> lista = ComTresLinhas();
-    lista->DefineItemAtual(2);
-    m_Tela.Vistos();
-    EXPECT_TRUE(lista->OrdenaPor(2)); // dois, três, um
-    EXPECT_EQ(lista->ItemAtual(), 1);
-    EXPECT_EQ(lista->ValorAtual("Chave"), "K2");
-    EXPECT_EQ(m_Tela.Vistos(), Textos{});
-}
-
-TEST_F(ztListTest, OrdenaPor_AHiddenOrUnknownColumn_IsRefused)
-{
-    const Ref<ztList> lista = ComTresLinhas();
-    EXPECT_FALSE(lista->OrdenaPor(3));
-    EXPECT_FALSE(lista->OrdenaPor(0));
-    EXPECT_FALSE(lista->OrdenaPor(4));
+    lista->AdicionaColuna(4, std::nullopt, "Ordem", 0, 0, "", true);
+    for (std::int32_t coluna : {3, 0, 4, 5}) {
+        EXPECT_FALSE(lista->OrdenaPor(coluna));
+    }
     lista->DefineEnabled(false);
     EXPECT_FALSE(lista->OrdenaPor(1));
     EXPECT_EQ(lista->ColunaOrdem(), 0);
-}
-
-TEST_F(ztListTest, OrdenaPor_AColumnWithoutWidth_IsRefused)
-{
-    const Ref<ztList> lista = ComTresLinhas();
-    lista->AdicionaColuna(4, std::nullopt, "Ordem", 0, 0, "", true);
-    EXPECT_FALSE(lista->OrdenaPor(4));
     EXPECT_EQ(Nomes(lista, 3), (Textos{"K1", "K2", "K3"}));
 }
 
-TEST_F(ztListTest, OrdenaPor_ThreeTimes_SortsUpwardsAgain)
+TEST_F(ListaComLinhas, OrdenaPor_ThreeTimes_SortsUpwardsAgainAndKeepsTheCurrentRow)
 {
-    const Ref<ztList> lista = ComTresLinhas();
-    EXPECT_TRUE(lista->OrdenaPor(2));
-    EXPECT_EQ(Nomes(lista, 3), (Textos{"K2", "K3", "K1"}));
-    EXPECT_TRUE(lista->OrdenaPor(2));
-    EXPECT_EQ(Nomes(lista, 3), (Textos{"K1", "K3", "K2"}));
-    EXPECT_TRUE(lista->OrdenaPor(2));
-    EXPECT_EQ(Nomes(lista, 3), (Textos{"K2", "K3", "K1"}));
+    lista->DefineItemAtual(2);
+    m_Tela.Vistos();
+    for (const Textos &ordem : {Textos{"K2", "K3", "K1"}, Textos{"K1", "K3", "K2"}, Textos{"K2", "K3", "K1"}}) {
+        EXPECT_TRUE(lista->OrdenaPor(2)); // dois, três, um
+        EXPECT_EQ(Nomes(lista, 3), ordem);
+        EXPECT_EQ(lista->ValorAtual("Chave"), "K2");
+    }
+    EXPECT_EQ(lista->ItemAtual(), 1);
+    EXPECT_EQ(m_Tela.Vistos(), Textos{});
 }
 
-TEST_F(ztListTest, OrdenaPor_AColumnOfBlanks_KeepsTheRowsInTheirOrder)
+TEST_F(ListaComColunas, OrdenaPor_AColumnOfBlanks_KeepsTheRowsInTheirOrder)
 {
-    const Ref<ztList> lista = ComColunas();
     Carrega(lista, {{"2", "", "K1"}, {"1", "", "K2"}});
     EXPECT_TRUE(lista->OrdenaPor(2));
     EXPECT_EQ(Nomes(lista, 3), (Textos{"K1", "K2"}));
 }
 
-TEST_F(ztListTest, CarregaItens_OnASortedList_AppendsAndEndsTheSorting)
+TEST_F(ListaComLinhas, CarregaItens_OnASortedList_AppendsAndEndsTheSorting)
 {
-    const Ref<ztList> lista = ComTresLinhas();
     EXPECT_TRUE(lista->OrdenaPor(1));
     EXPECT_TRUE(lista->OrdenaPor(1));
     Carrega(lista, {{"9", "nove", "K9"}});
@@ -776,9 +663,8 @@ TEST_F(ztListTest, CarregaItens_OnASortedList_AppendsAndEndsTheSorting)
     EXPECT_EQ(lista->ColunaOrdem(), 0);
 }
 
-TEST_F(ztListTest, Arranjo_GrowsOnlyWhenRowsOrColumnsDo)
+TEST_F(ListaComLinhas, Arranjo_GrowsOnlyWhenRowsOrColumnsDo)
 {
-    const Ref<ztList> lista = ComTresLinhas();
     std::int64_t antes = lista->Arranjo();
     lista->DefineItemAtual(2);
     lista->DefineTitulo("T");

@@ -31,6 +31,13 @@ class ztMaskTest : public testing::Test {
         return Campo(ajustes);
     }
 
+    // What a field shows after these keys.
+    static std::string Digitado(const Ref<ztMask> &campo, const std::string &teclas)
+    {
+        EXPECT_TRUE(campo->Digita(teclas));
+        return campo->Text();
+    }
+
     Tela m_Tela;
 };
 
@@ -56,30 +63,43 @@ TEST_F(ztMaskTest, Fresh_IsEmptyAndAsSet)
 TEST_F(ztMaskTest, Digita_LettersInADigitsField_LeavesThemOut)
 {
     const Ref<ztMask> campo = Digitos(3);
-    EXPECT_TRUE(campo->Digita("a1-2,b.é٣"));
-    EXPECT_EQ(campo->Text(), "12");
+    EXPECT_EQ(Digitado(campo, "a1-2,b.é٣"), "12");
     EXPECT_EQ(campo->Valor(), "12");
     EXPECT_EQ(campo->ValorNumerico(), 12.0);
     EXPECT_EQ(m_Tela.Vistos(), (Textos{"Change", "Change"}));
 }
 
-TEST_F(ztMaskTest, Digita_AtTheLimitOfADigitsField_LeavesOutWhatIsTooMuch)
+TEST_F(ztMaskTest, Digita_InEachKindOfField_TakesItsCharactersUpToItsLimit)
 {
-    const Ref<ztMask> campo = Digitos(3);
-    EXPECT_TRUE(campo->Digita("1000"));
-    EXPECT_EQ(campo->Text(), "100");
+    EXPECT_EQ(Digitado(Digitos(3), "1000"), "100");
+    EXPECT_EQ(Digitado(Codigo(), "fsc-1_a.z"), "FSC1_A.Z"); // letters are raised, the signs named are taken
+    EXPECT_EQ(Digitado(Codigo(), "a b'c\"çÉd[`{@/:"), "ABCD");
+    EXPECT_EQ(Digitado(Codigo(), "abcdefghij0123456789"), "ABCDEFGHIJ0123456789");
+    EXPECT_EQ(Digitado(Codigo(), "abcdefghij0123456789x"), "ABCDEFGHIJ0123456789");
+    // A code of the whole table, and any text.
+    const auto tabela = Chamado<AjustesZtMask>("txt", {.Tipo = TipoMascara::Codigo, .SomenteMaiusculas = false});
+    EXPECT_EQ(Digitado(Campo(tabela), "aÇé 9÷'."), "aÇé9");
+    const auto livre = Chamado<AjustesZtMask>("txtAnoPortDIMEL", {.MaxLength = 2, .SomenteMaiusculas = false});
+    EXPECT_EQ(Digitado(Campo(livre), "'éx"), "'é");
+    EXPECT_EQ(Digitado(Hora(), "2400"), "24:00"); // that no clock shows
+    EXPECT_EQ(Digitado(Hora(), "1260"), "12:60");
+    EXPECT_EQ(Digitado(Campo(Chamado<AjustesZtMask>("ztm", {.Tipo = TipoMascara::Hora})), "0730"), "07:30");
 }
 
-TEST_F(ztMaskTest, DefineText_OfMoreThanADigitsFieldTakes_StandsWhole)
+TEST_F(ztMaskTest, DefineText_OfWhatNoKeyTypes_StandsWholeAndRaisesChangeForAnotherTextAlone)
 {
     const Ref<ztMask> campo = Digitos(3);
-    campo->DefineText("R$ 1.2-3x4");
-    EXPECT_EQ(campo->Text(), "R$ 1.2-3x4");
-    EXPECT_EQ(campo->Valor(), "R$ 1.2-3x4");
-    EXPECT_EQ(m_Tela.Vistos(), Textos{"Change"});
-    campo->DefineText("0");
-    EXPECT_EQ(campo->Text(), "0");
-    EXPECT_EQ(campo->Valor(), "0");
+    for (const char *texto : {"R$ 1.2-3x4", "0", " 60", "60"}) {
+        campo->DefineText(texto);
+        EXPECT_EQ(campo->Text(), texto);
+        EXPECT_EQ(campo->Valor(), texto);
+        EXPECT_EQ(m_Tela.Vistos(), Textos{"Change"});
+        campo->DefineText(texto);
+        EXPECT_EQ(m_Tela.Vistos(), Textos{});
+    }
+    const Ref<ztMask> codigo = Codigo();
+    codigo->DefineText("fsc 'x'_1-é com mais de vinte");
+    EXPECT_EQ(codigo->Text(), "fsc 'x'_1-é com mais de vinte");
 }
 
 TEST_F(ztMaskTest, Edita_ATextThatNoKeyTypes_TakesOutWhatThePersonTakesAndNothingElse)
@@ -100,149 +120,51 @@ TEST_F(ztMaskTest, Edita_ATextThatNoKeyTypes_TakesOutWhatThePersonTakesAndNothin
     EXPECT_EQ(campo->Text(), "FSC0001/99AB");
 }
 
-TEST_F(ztMaskTest, DefineText_OfTheSameText_RaisesNothing)
-{
-    const Ref<ztMask> campo = Digitos(3);
-    campo->DefineText("60");
-    m_Tela.Vistos();
-    campo->DefineText("60");
-    EXPECT_EQ(m_Tela.Vistos(), Textos{});
-    campo->DefineText(" 60");
-    EXPECT_EQ(m_Tela.Vistos(), Textos{"Change"});
-}
-
-TEST_F(ztMaskTest, Digita_InACodeField_RaisesLettersAndTakesTheSignsNamed)
-{
-    const Ref<ztMask> campo = Codigo();
-    EXPECT_TRUE(campo->Digita("fsc-1_a.z"));
-    EXPECT_EQ(campo->Text(), "FSC1_A.Z");
-}
-
-TEST_F(ztMaskTest, Digita_BlanksApostrophesAndAccentsInACodeField_LeavesThemOut)
-{
-    const Ref<ztMask> campo = Codigo();
-    EXPECT_TRUE(campo->Digita("a b'c\"çÉd[`{@/:"));
-    EXPECT_EQ(campo->Text(), "ABCD");
-}
-
-TEST_F(ztMaskTest, Digita_AccentsInACodeFieldOfTheWholeTable_TakesThem)
-{
-    auto ajustes = Chamado<AjustesZtMask>("txtCodigo", {.Tipo = TipoMascara::Codigo, .SomenteMaiusculas = false});
-    const Ref<ztMask> campo = Campo(ajustes);
-    EXPECT_TRUE(campo->Digita("aÇé 9÷'."));
-    EXPECT_EQ(campo->Text(), "aÇé9");
-}
-
-TEST_F(ztMaskTest, Digita_AtTheLimitOfACodeField_TakesTwentyAndNoMore)
-{
-    const Ref<ztMask> campo = Codigo();
-    EXPECT_TRUE(campo->Digita("abcdefghij0123456789"));
-    EXPECT_EQ(campo->Text(), "ABCDEFGHIJ0123456789");
-    EXPECT_TRUE(campo->Digita("x"));
-    EXPECT_EQ(campo->Text(), "ABCDEFGHIJ0123456789");
-}
-
-TEST_F(ztMaskTest, DefineText_InACodeField_KeepsEveryCharacter)
-{
-    const Ref<ztMask> campo = Codigo();
-    campo->DefineText("fsc 'x'_1-é com mais de vinte");
-    EXPECT_EQ(campo->Text(), "fsc 'x'_1-é com mais de vinte");
-}
-
-TEST_F(ztMaskTest, Digita_InAFieldOfAnyText_TakesEverything)
-{
-    auto ajustes = Chamado<AjustesZtMask>("txtAnoPortDIMEL", {.MaxLength = 2, .SomenteMaiusculas = false});
-    const Ref<ztMask> campo = Campo(ajustes);
-    EXPECT_TRUE(campo->Digita("'éx"));
-    EXPECT_EQ(campo->Text(), "'é");
-}
-
 TEST_F(ztMaskTest, ValorNumerico_OfText_IsItsLeadingNumber)
 {
     const Ref<ztMask> campo = Campo(Chamado<AjustesZtMask>("txt"));
-    campo->DefineText("05/x");
-    EXPECT_EQ(campo->ValorNumerico(), 5.0);
-    campo->DefineText("x5");
-    EXPECT_EQ(campo->ValorNumerico(), 0.0);
-    campo->DefineText("  ");
-    EXPECT_EQ(campo->ValorNumerico(), 0.0);
-    campo->DefineText("00");
-    EXPECT_EQ(campo->ValorNumerico(), 0.0);
+    const std::vector<std::pair<std::string, double>> casos = {{"05/x", 5}, {"x5", 0}, {"  ", 0}, {"00", 0}};
+    for (const auto &[texto, valor] : casos) {
+        campo->DefineText(texto);
+        EXPECT_EQ(campo->ValorNumerico(), valor) << texto;
+    }
 }
 
-TEST_F(ztMaskTest, Fresh_HourMask_ShowsItsTemplateAndHasNoValue)
+TEST_F(ztMaskTest, DefineText_OfAnHour_ShowsItsDigitsInTheirPlaces)
 {
     const Ref<ztMask> hora = Hora();
     EXPECT_EQ(hora->Text(), "__:__");
     EXPECT_EQ(hora->Valor(), "");
-}
-
-TEST_F(ztMaskTest, Digita_InAnHourFieldWithoutAMaskOfItsOwn_FillsHoursAndMinutes)
-{
-    auto ajustes = Chamado<AjustesZtMask>("ztmHInicial", {.Tipo = TipoMascara::Hora});
-    const Ref<ztMask> hora = Campo(ajustes);
-    EXPECT_EQ(hora->Text(), "__:__");
-    EXPECT_TRUE(hora->Digita("0730"));
-    EXPECT_EQ(hora->Text(), "07:30");
-}
-
-TEST_F(ztMaskTest, DefineText_OfAnHourWithOrWithoutColon_IsTheSame)
-{
-    const Ref<ztMask> hora = Hora();
-    hora->DefineText("07:30");
-    EXPECT_EQ(hora->Text(), "07:30");
-    EXPECT_EQ(hora->Valor(), "0730");
-    EXPECT_EQ(m_Tela.Vistos(), Textos{"Change"});
-    hora->DefineText("0730");
-    EXPECT_EQ(hora->Text(), "07:30");
-    EXPECT_EQ(m_Tela.Vistos(), Textos{});
-}
-
-TEST_F(ztMaskTest, DefineText_OfAnEmptyText_EmptiesTheHour)
-{
-    const Ref<ztMask> hora = Hora();
-    hora->DefineText("0730");
-    hora->DefineText("");
-    EXPECT_EQ(hora->Text(), "__:__");
-    EXPECT_EQ(hora->Valor(), "");
-}
-
-TEST_F(ztMaskTest, DefineText_OfItsOwnIncompleteText_KeepsThePlaces)
-{
-    const Ref<ztMask> hora = Hora();
-    hora->DefineText("_7:3_");
-    EXPECT_EQ(hora->Text(), "_7:3_");
-    EXPECT_EQ(hora->Valor(), "73");
+    EXPECT_EQ(Campo(Chamado<AjustesZtMask>("ztm", {.Tipo = TipoMascara::Hora}))->Text(), "__:__");
+    struct Caso {
+        std::string Escrito;
+        std::string Texto;
+        std::string Valor;
+        Textos Eventos;
+    };
+    for (const Caso &caso : std::vector<Caso>{{"07:30", "07:30", "0730", {"Change"}},
+                                              {"0730", "07:30", "0730", {}},
+                                              {"", "__:__", "", {"Change"}},
+                                              {"_7:3_", "_7:3_", "73", {"Change"}}, // its own incomplete text
+                                              {"12345", "12:34", "1234", {"Change"}},
+                                              {"1x:30", "13:0_", "130", {"Change"}}}) { // its length, not its form
+        hora->DefineText(caso.Escrito);
+        EXPECT_EQ(hora->Text(), caso.Texto);
+        EXPECT_EQ(hora->Valor(), caso.Valor);
+        EXPECT_EQ(m_Tela.Vistos(), caso.Eventos) << caso.Escrito;
+    }
 }
 
 TEST_F(ztMaskTest, Digita_AnHour_FillsThePlacesAndRaisesChangePerDigit)
 {
     const Ref<ztMask> hora = Hora();
-    EXPECT_TRUE(hora->Digita("07"));
-    EXPECT_EQ(hora->Text(), "07:__");
-    EXPECT_EQ(hora->Valor(), "07");
-    EXPECT_TRUE(hora->Digita(":x3"));
-    EXPECT_EQ(hora->Text(), "07:3_");
-    EXPECT_TRUE(hora->Digita("01"));
-    EXPECT_EQ(hora->Text(), "07:30");
-    EXPECT_EQ(m_Tela.Vistos(), (Textos{"Change", "Change", "Change", "Change"}));
-}
-
-TEST_F(ztMaskTest, Digita_ColonsAlone_ChangesNothing)
-{
-    const Ref<ztMask> hora = Hora();
-    EXPECT_TRUE(hora->Digita(":::"));
-    EXPECT_EQ(hora->Text(), "__:__");
+    EXPECT_EQ(Digitado(hora, ":::"), "__:__");
     EXPECT_EQ(m_Tela.Vistos(), Textos{});
-}
-
-TEST_F(ztMaskTest, Digita_AnHourThatNoClockShows_IsTakenAsTyped)
-{
-    const Ref<ztMask> hora = Hora();
-    EXPECT_TRUE(hora->Digita("2400"));
-    EXPECT_EQ(hora->Text(), "24:00");
-    EXPECT_TRUE(hora->Preenche("1260"));
-    EXPECT_EQ(hora->Text(), "12:60");
+    EXPECT_EQ(Digitado(hora, "07"), "07:__");
+    EXPECT_EQ(hora->Valor(), "07");
+    EXPECT_EQ(Digitado(hora, ":x3"), "07:3_");
+    EXPECT_EQ(Digitado(hora, "01"), "07:30");
+    EXPECT_EQ(m_Tela.Vistos(), (Textos{"Change", "Change", "Change", "Change"}));
 }
 
 TEST_F(ztMaskTest, Edita_OneDigitOfAnHour_PutsTheNewOneInItsPlace)
@@ -268,15 +190,6 @@ TEST_F(ztMaskTest, Digita_MalformedBytes_AreLeftOut)
         EXPECT_TRUE(campo->Text() == antes || campo->Text() == "\u0301");
         campo->DefineText("\xC3\xFF\x80");
     }
-}
-
-TEST_F(ztMaskTest, DefineText_OfItsLengthButNotItsForm_TakesTheDigits)
-{
-    const Ref<ztMask> hora = Hora();
-    hora->DefineText("12345");
-    EXPECT_EQ(hora->Text(), "12:34");
-    hora->DefineText("1x:30");
-    EXPECT_EQ(hora->Text(), "13:0_");
 }
 
 } // namespace

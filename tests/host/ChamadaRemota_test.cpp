@@ -111,10 +111,7 @@ TEST_F(ChamadaRemota, EveryStep_ThatFaults_PassesTheFaultUnchangedAndCallsNothin
     for (std::size_t passo = 0; passo < passos.size(); ++passo) {
         host->LimpaRegistro();
         host->FalhaEm(passos[passo], 1, 462, "sem servidor");
-        const Falha falha = FalhaLancada([&] { Consulta(); });
-        EXPECT_EQ(falha.Numero, 462);
-        EXPECT_EQ(falha.Fonte, passos[passo]);
-        EXPECT_EQ(falha.Descricao, "sem servidor");
+        EXPECT_TRUE(Lanca(462, passos[passo], "sem servidor", [&] { Consulta(); }));
         EXPECT_EQ(host->Registro().size(), passo + 1);
     }
 }

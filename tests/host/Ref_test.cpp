@@ -30,9 +30,7 @@ TEST(Ref, Use_OfNothing_IsFault91)
     EXPECT_FALSE(nada);
     EXPECT_TRUE(nada == nullptr);
     EXPECT_EQ(nada.Ponteiro(), nullptr);
-    const Falha falha = FalhaLancada([&] { nada->Valor = 2; });
-    EXPECT_EQ(falha.Numero, 91);
-    EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP");
+    EXPECT_TRUE(Lanca(91, "ZTAVOREQUIP", [&] { nada->Valor = 2; }));
     EXPECT_EQ(FalhaLancada([&] { (*nada).Valor = 2; }).Numero, 91);
 }
 

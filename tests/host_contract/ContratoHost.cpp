@@ -8,6 +8,10 @@ void ContratoHost::SetUp()
 
 void ContratoHost::TearDown()
 {
+    if (!form.Nada()) {
+        form->Fecha();
+    }
+    form = nullptr;
     if (!m_Dados.Nada()) {
         m_Dados->Finaliza();
     }
@@ -27,18 +31,11 @@ std::int32_t ContratoHost::NumeroDaFalha(const std::function<void()> &comando)
     return 0;
 }
 
-void ContratoHost::Mostra(const Ref<FormFalso> &form)
+void ContratoHost::Mostra()
 {
     Ref<Objeto> formClick;
     form->Mostra(adaptador->ObjInterface(), false, formClick);
     adaptador->DeixaPassar();
-}
-
-Ref<FormFalso> ContratoHost::FormMostrado()
-{
-    auto form = Novo<FormFalso>();
-    Mostra(form);
-    return form;
 }
 
 Ref<IDadosVor> ContratoHost::Dados()
@@ -149,6 +146,23 @@ Ref<EquiptoED> ContratoHost::SoNumero(std::int32_t nroIntEquip)
     auto equipto = Novo<EquiptoED>();
     equipto->NroIntEquip = nroIntEquip;
     return equipto;
+}
+
+Ref<EquiptoED> ContratoHost::Alteracao(std::int32_t nroIntEquip)
+{
+    auto alteracao = EquipamentoNovo("CTR_1");
+    alteracao->NroIntEquip = nroIntEquip;
+    alteracao->Ativo = 1;
+    return alteracao;
+}
+
+std::int32_t ContratoHost::ComLimites()
+{
+    const std::int32_t numero = Incluido("CTR_1");
+    auto alteracao = Alteracao(numero);
+    alteracao->TemLimiteDif = 1;
+    EXPECT_TRUE(Comanda("altera", alteracao));
+    return numero;
 }
 
 Bytes ContratoHost::PdfMinimo()

@@ -22,20 +22,18 @@ class ContratoHost : public testing::TestWithParam<FabricaAdaptador> {
     // Number of the fault that the command raises, 0 when it raises none.
     static std::int32_t NumeroDaFalha(const std::function<void()> &comando);
 
-    // Shows a form, not modal, with the controls that it has by now.
-    void Mostra(const Ref<FormFalso> &form);
-    // A new form, shown so.
-    Ref<FormFalso> FormMostrado();
+    // Shows the form, not modal, with the controls that it has by now.
+    void Mostra();
 
     // Piece of a control with that name.
     template <class Ajustes> static Peca Com(const std::string &nome, Ajustes ajustes = {})
     {
         return {.Ajustes = std::move(ajustes), .Nome = nome, .Width = 1000, .Height = 300};
     }
-    template <class Contrato>
-    static Ref<Contrato> Cria(const Ref<IForm> &form, const Peca &peca, const Ref<IControle> &container = nullptr)
+    // A control of the host's, put on the form.
+    template <class Contrato> Ref<Contrato> Poe(const Peca &peca, const Ref<IControle> &container = nullptr)
     {
-        return ComoTipo<Contrato>(Host().Controles()->Cria(form, peca, container, -1));
+        return form->Guarda(ComoTipo<Contrato>(Host().Controles()->Cria(form, peca, container, -1)));
     }
 
     // The domain-data and message services, created on first use.
@@ -63,10 +61,15 @@ class ContratoHost : public testing::TestWithParam<FabricaAdaptador> {
     // The equipment saved; its number.
     std::int32_t Incluido(const std::string &codigo);
     static Ref<EquiptoED> SoNumero(std::int32_t nroIntEquip);
+    // The change of a saved equipment, which is active.
+    Ref<EquiptoED> Alteracao(std::int32_t nroIntEquip);
+    // The equipment "CTR_1" saved, with limits; its number.
+    std::int32_t ComLimites();
     // A document that a store takes and a viewer can open: one empty page.
     static Bytes PdfMinimo();
 
     std::unique_ptr<AdaptadorHost> adaptador;
+    Ref<FormFalso> form = Novo<FormFalso>(); // closed at the end
 
   private:
     Ref<IDadosVor> m_Dados;

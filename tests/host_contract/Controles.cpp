@@ -52,10 +52,9 @@ void ConfereAjustes(const Ref<IControle> &controle, EspecieControle especie, con
 
 TEST_P(ContratoHost, Controles_OfEveryKind_KeepTheirStoredSettings)
 {
-    auto form = Novo<FormFalso>();
-    Ref<IControle> quadro = Cria<IztFrame>(form, Com<AjustesZtFrame>("fra"));
+    Ref<IControle> quadro = Poe<IztFrame>(Com<AjustesZtFrame>("fra"));
     const auto confere = [&](AjustesPeca ajustes, EspecieControle especie) {
-        ConfereAjustes(Cria<IControle>(form, Completa(std::move(ajustes)), quadro), especie, quadro);
+        ConfereAjustes(Poe<IControle>(Completa(std::move(ajustes)), quadro), especie, quadro);
     };
     confere(AjustesLabel{}, EspecieControle::Label);
     confere(AjustesImage{}, EspecieControle::Image);
@@ -74,14 +73,13 @@ TEST_P(ContratoHost, Controles_OfEveryKind_KeepTheirStoredSettings)
     confere(AjustesZtVeiObservacao{}, EspecieControle::ztVeiObservacao);
     confere(AjustesZtEndereco{}, EspecieControle::ztEndereco);
     confere(AjustesZtClienteSetor{}, EspecieControle::ztClienteSetor);
-    EXPECT_EQ(NumeroDaFalha([&] { Cria<IControle>(form, EmLinha({})); }), 5);
+    EXPECT_EQ(NumeroDaFalha([&] { Poe<IControle>(EmLinha({})); }), 5);
 }
 
 TEST_P(ContratoHost, Controles_OfAForm_DoNotKeepItAlive)
 {
-    auto form = Novo<FormFalso>();
     RefFraca<FormFalso> vigia = form;
-    auto texto = Cria<ITextBox>(form, Com<AjustesTextBox>("txt"));
+    auto texto = Poe<ITextBox>(Com<AjustesTextBox>("txt"));
     form = nullptr;
     EXPECT_TRUE(vigia.Nada());
     texto->DefineText("still usable");
@@ -90,9 +88,7 @@ TEST_P(ContratoHost, Controles_OfAForm_DoNotKeepItAlive)
 
 TEST_P(ContratoHost, TextBox_Written_IsCutAndRaisesChangeWhenItBecomesAnother)
 {
-    auto form = Novo<FormFalso>();
-    auto ajustes = Com<AjustesTextBox>("txt", {.MaxLength = 5});
-    auto texto = Cria<ITextBox>(form, ajustes);
+    auto texto = Poe<ITextBox>(Com<AjustesTextBox>("txt", {.MaxLength = 5}));
     texto->DefineText("início");
     EXPECT_EQ(texto->Text(), "iníci");
     EXPECT_EQ(texto->MaxLength(), 5);
@@ -109,10 +105,8 @@ TEST_P(ContratoHost, TextBox_Written_IsCutAndRaisesChangeWhenItBecomesAnother)
 
 TEST_P(ContratoHost, TextBox_TypedInto_ObeysLimitLockAndEnabled)
 {
-    auto form = Novo<FormFalso>();
-    auto ajustes = Com<AjustesTextBox>("txt", {.MaxLength = 3});
-    auto texto = form->Guarda(Cria<ITextBox>(form, ajustes));
-    Mostra(form);
+    auto texto = Poe<ITextBox>(Com<AjustesTextBox>("txt", {.MaxLength = 3}));
+    Mostra();
     int mudancas = 0;
     Conexao conexao = texto->Change().liga([&] { ++mudancas; });
     EXPECT_TRUE(adaptador->Digita(form, "txt", "ab"));
@@ -130,36 +124,32 @@ TEST_P(ContratoHost, TextBox_TypedInto_ObeysLimitLockAndEnabled)
     texto->DefineVisible(false);
     EXPECT_FALSE(adaptador->Digita(form, "txt", "x"));
     EXPECT_EQ(texto->Text(), "");
-    form->Fecha();
 }
 
 TEST_P(ContratoHost, CheckBox_WrittenAndClicked_RaisesClickWhenItBecomesAnother)
 {
-    auto form = Novo<FormFalso>();
-    auto marca = form->Guarda(Cria<ICheckBox>(form, Com<AjustesCheckBox>("chk")));
+    auto marca = Poe<ICheckBox>(Com<AjustesCheckBox>("chk"));
     int cliques = 0;
     Conexao conexao = marca->Click().liga([&] { ++cliques; });
     EXPECT_EQ(marca->Value(), 0);
     marca->DefineValue(1);
     marca->DefineValue(1);
     EXPECT_EQ(cliques, 1);
-    Mostra(form);
+    Mostra();
     EXPECT_TRUE(adaptador->Clica(form, "chk"));
     EXPECT_EQ(marca->Value(), 0);
     EXPECT_EQ(cliques, 2);
     marca->DefineEnabled(false);
     EXPECT_FALSE(adaptador->Clica(form, "chk"));
     EXPECT_EQ(cliques, 2);
-    form->Fecha();
 }
 
 TEST_P(ContratoHost, OptionButton_OfOneContainer_ExcludeEachOtherWithoutTheirEvent)
 {
-    auto form = Novo<FormFalso>();
-    Ref<IControle> quadro = form->Guarda(Cria<IztFrame>(form, Com<AjustesZtFrame>("fra")));
-    auto a = form->Guarda(Cria<IOptionButton>(form, Com<AjustesOptionButton>("optA"), quadro));
-    auto b = form->Guarda(Cria<IOptionButton>(form, Com<AjustesOptionButton>("optB"), quadro));
-    auto fora = form->Guarda(Cria<IOptionButton>(form, Com<AjustesOptionButton>("optFora")));
+    Ref<IControle> quadro = Poe<IztFrame>(Com<AjustesZtFrame>("fra"));
+    auto a = Poe<IOptionButton>(Com<AjustesOptionButton>("optA"), quadro);
+    auto b = Poe<IOptionButton>(Com<AjustesOptionButton>("optB"), quadro);
+    auto fora = Poe<IOptionButton>(Com<AjustesOptionButton>("optFora"));
     Textos ordem;
     Conexao ca = a->Click().liga([&] { ordem.push_back("a"); });
     Conexao cb = b->Click().liga([&] { ordem.push_back("b"); });
@@ -176,11 +166,8 @@ TEST_P(ContratoHost, OptionButton_OfOneContainer_ExcludeEachOtherWithoutTheirEve
 
 TEST_P(ContratoHost, CommandButton_AsDefault_IsTheOnlyOne)
 {
-    auto form = Novo<FormFalso>();
-    auto ajustes = Com<AjustesCommandButton>("cmdOK", {.Default = true});
-    auto ok = form->Guarda(Cria<ICommandButton>(form, ajustes));
-    ajustes = Com<AjustesCommandButton>("cmdCancelar", {.Cancel = true});
-    auto cancelar = form->Guarda(Cria<ICommandButton>(form, ajustes));
+    auto ok = Poe<ICommandButton>(Com<AjustesCommandButton>("cmdOK", {.Default = true}));
+    auto cancelar = Poe<ICommandButton>(Com<AjustesCommandButton>("cmdCancelar", {.Cancel = true}));
     EXPECT_TRUE(ok->Default());
     EXPECT_TRUE(cancelar->Cancel());
     cancelar->DefineDefault(true);
@@ -190,9 +177,7 @@ TEST_P(ContratoHost, CommandButton_AsDefault_IsTheOnlyOne)
 
 TEST_P(ContratoHost, ZtCommand_Clicked_ValidatesAndLocksTheFormMeanwhile)
 {
-    auto form = Novo<FormFalso>();
-    auto ajustes = Com<AjustesZtCommand>("ztCmdOK", {.LockFormOnClick = true});
-    auto botao = form->Guarda(Cria<IztCommand>(form, ajustes));
+    auto botao = Poe<IztCommand>(Com<AjustesZtCommand>("ztCmdOK", {.LockFormOnClick = true}));
     Textos ordem;
     bool recusa = true;
     Conexao valida = botao->ValidaClick().liga([&](bool &cancela) {
@@ -201,7 +186,7 @@ TEST_P(ContratoHost, ZtCommand_Clicked_ValidatesAndLocksTheFormMeanwhile)
     });
     Conexao clique =
         botao->Click().liga([&] { ordem.push_back(form->Enabled() ? "click, unlocked" : "click, locked"); });
-    Mostra(form);
+    Mostra();
     adaptador->Clica(form, "ztCmdOK");
     EXPECT_EQ(ordem, Textos{"validates, locked"});
     EXPECT_TRUE(form->Enabled());
@@ -210,14 +195,11 @@ TEST_P(ContratoHost, ZtCommand_Clicked_ValidatesAndLocksTheFormMeanwhile)
     adaptador->Clica(form, "ztCmdOK");
     EXPECT_EQ(ordem, (Textos{"validates, locked", "click, locked"}));
     EXPECT_TRUE(form->Enabled());
-    form->Fecha();
 }
 
 TEST_P(ContratoHost, SSTab_OpeningAPage_RaisesClickWithTheOneLeft)
 {
-    auto form = Novo<FormFalso>();
-    auto ajustes = Com<AjustesSSTab>("sst", {.Paginas = {"Dados", "Opções", "Outros"}});
-    auto tab = form->Guarda(Cria<ISSTab>(form, ajustes));
+    auto tab = Poe<ISSTab>(Com<AjustesSSTab>("sst", {.Paginas = {"Dados", "Opções", "Outros"}}));
     EXPECT_EQ(tab->Tabs(), 3);
     EXPECT_EQ(tab->Tab(), 0);
     EXPECT_EQ(tab->TabCaption(1), "Opções");
@@ -235,18 +217,15 @@ TEST_P(ContratoHost, SSTab_OpeningAPage_RaisesClickWithTheOneLeft)
     EXPECT_EQ(NumeroDaFalha([&] { tab->DefineTab(-1); }), 5);
     EXPECT_EQ(deixadas, std::vector<std::int16_t>{0});
     tab->DefineTabVisible(0, true);
-    Mostra(form);
+    Mostra();
     EXPECT_FALSE(adaptador->AbrePagina(form, "sst", 1));
     EXPECT_TRUE(adaptador->AbrePagina(form, "sst", 0));
     EXPECT_EQ(deixadas, (std::vector<std::int16_t>{0, 2}));
-    form->Fecha();
 }
 
 TEST_P(ContratoHost, ZtCombo_OfItems_HasTextsAndValues)
 {
-    auto form = Novo<FormFalso>();
-    auto ajustes = Com<AjustesZtCombo>("cbo", {.Conteudo = "Todos|0??Código|1??Subcódigo|2??"});
-    auto combo = Cria<IztCombo>(form, ajustes);
+    auto combo = Poe<IztCombo>(Com<AjustesZtCombo>("cbo", {.Conteudo = "Todos|0??Código|1??Subcódigo|2??"}));
     EXPECT_EQ(combo->NroItens(), 3);
     EXPECT_EQ(combo->IndiceAtual(), -1);
     EXPECT_EQ(combo->Valor(), "");
@@ -280,9 +259,7 @@ TEST_P(ContratoHost, ZtCombo_OfItems_HasTextsAndValues)
 
 TEST_P(ContratoHost, ZtCombo_WithoutAValueColumn_HasTheTextAsItsValue)
 {
-    auto form = Novo<FormFalso>();
-    auto ajustes = Com<AjustesZtCombo>("cbo", {.ColunaValor = -1});
-    auto combo = Cria<IztCombo>(form, ajustes);
+    auto combo = Poe<IztCombo>(Com<AjustesZtCombo>("cbo", {.ColunaValor = -1}));
     combo->AdicionaItem("NENHUM");
     combo->AdicionaItem("PADRAO");
     combo->DefineValor("PADRAO");
@@ -292,13 +269,12 @@ TEST_P(ContratoHost, ZtCombo_WithoutAValueColumn_HasTheTextAsItsValue)
 
 TEST_P(ContratoHost, ZtCombo_ChosenByThePerson_RaisesAndObeysTheLock)
 {
-    auto form = Novo<FormFalso>();
-    auto combo = form->Guarda(Cria<IztCombo>(form, Com<AjustesZtCombo>("cbo")));
+    auto combo = Poe<IztCombo>(Com<AjustesZtCombo>("cbo"));
     combo->AdicionaItem("Um|1");
     combo->AdicionaItem("Dois|2");
     int mudancas = 0;
     Conexao conexao = combo->Change().liga([&] { ++mudancas; });
-    Mostra(form);
+    Mostra();
     EXPECT_TRUE(adaptador->Escolhe(form, "cbo", "Dois"));
     EXPECT_EQ(combo->Valor(), "2");
     EXPECT_EQ(mudancas, 1);
@@ -308,17 +284,14 @@ TEST_P(ContratoHost, ZtCombo_ChosenByThePerson_RaisesAndObeysTheLock)
     EXPECT_EQ(combo->Valor(), "2");
     combo->DefineValor("1"); // the form itself may
     EXPECT_EQ(combo->Texto(), "Um");
-    form->Fecha();
 }
 
 TEST_P(ContratoHost, ZtMask_OfDigits_TakesNothingElseOfThePerson)
 {
-    auto form = Novo<FormFalso>();
-    auto ajustes = Com<AjustesZtMask>("msk", {.MaxLength = 3, .Tipo = TipoMascara::Digitos});
-    auto campo = form->Guarda(Cria<IztMask>(form, ajustes));
+    auto campo = Poe<IztMask>(Com<AjustesZtMask>("msk", {.MaxLength = 3, .Tipo = TipoMascara::Digitos}));
     int mudancas = 0;
     Conexao conexao = campo->Change().liga([&] { ++mudancas; });
-    Mostra(form);
+    Mostra();
     adaptador->Digita(form, "msk", "1a2b345");
     EXPECT_EQ(campo->Text(), "123");
     EXPECT_EQ(campo->Valor(), "123");
@@ -328,40 +301,33 @@ TEST_P(ContratoHost, ZtMask_OfDigits_TakesNothingElseOfThePerson)
     EXPECT_EQ(mudancas, 3);
     campo->DefineText("");
     EXPECT_EQ(campo->ValorNumerico(), 0);
-    form->Fecha();
 }
 
 TEST_P(ContratoHost, ZtMask_Written_KeepsWhatNoKeyTypes)
 {
-    auto form = Novo<FormFalso>();
-    auto campo = form->Guarda(Cria<IztMask>(
-        form, Com<AjustesZtMask>("msk", {.MaxLength = 5, .Tipo = TipoMascara::Codigo, .TabelaCaracteres = 1})));
+    auto campo =
+        Poe<IztMask>(Com<AjustesZtMask>("msk", {.MaxLength = 5, .Tipo = TipoMascara::Codigo, .TabelaCaracteres = 1}));
     campo->DefineText("ab-12/é9");
     EXPECT_EQ(campo->Text(), "ab-12/é9");
     EXPECT_EQ(campo->Valor(), "ab-12/é9");
-    Mostra(form);
+    Mostra();
     adaptador->Digita(form, "msk", "X"); // it is longer than the limit already
     EXPECT_EQ(campo->Text(), "ab-12/é9");
-    form->Fecha();
 }
 
 TEST_P(ContratoHost, ZtMask_OfACode_IsTypedInUpperCaseWithItsOwnCharacters)
 {
-    auto form = Novo<FormFalso>();
-    auto ajustes = Com<AjustesZtMask>(
-        "msk", {.MaxLength = 20, .Tipo = TipoMascara::Codigo, .CaracteresAceitos = "._", .TabelaCaracteres = 1});
-    auto campo = form->Guarda(Cria<IztMask>(form, ajustes));
-    Mostra(form);
+    auto campo = Poe<IztMask>(Com<AjustesZtMask>(
+        "msk", {.MaxLength = 20, .Tipo = TipoMascara::Codigo, .CaracteresAceitos = "._", .TabelaCaracteres = 1}));
+    Mostra();
     adaptador->Digita(form, "msk", "ab.1_/ç-c");
     EXPECT_EQ(campo->Text(), "AB.1_C");
-    form->Fecha();
 }
 
 TEST_P(ContratoHost, ZtMask_OfAnHour_ShowsItsMaskAndHasItsDigits)
 {
-    auto form = Novo<FormFalso>();
-    auto ajustes = Com<AjustesZtMask>("msk", {.MaxLength = 5, .Tipo = TipoMascara::Hora, .Mascara = "00:00"});
-    auto campo = Cria<IztMask>(form, ajustes);
+    auto campo =
+        Poe<IztMask>(Com<AjustesZtMask>("msk", {.MaxLength = 5, .Tipo = TipoMascara::Hora, .Mascara = "00:00"}));
     EXPECT_EQ(campo->Valor(), "");
     EXPECT_FALSE(IsDate(campo->Text()));
     campo->DefineText("07:30");
@@ -376,8 +342,7 @@ TEST_P(ContratoHost, ZtMask_OfAnHour_ShowsItsMaskAndHasItsDigits)
 
 TEST_P(ContratoHost, ZtData_OfADate_KnowsWhetherItIsOne)
 {
-    auto form = Novo<FormFalso>();
-    auto campo = Cria<IztData>(form, Com<AjustesZtData>("dat"));
+    auto campo = Poe<IztData>(Com<AjustesZtData>("dat"));
     EXPECT_EQ(campo->Text(), "  /  /    ");
     EXPECT_EQ(campo->Valor(), "");
     EXPECT_FALSE(campo->DataValida());
@@ -397,9 +362,7 @@ TEST_P(ContratoHost, ZtData_OfADate_KnowsWhetherItIsOne)
 
 TEST_P(ContratoHost, ZtVeiObservacao_Written_IsCut)
 {
-    auto form = Novo<FormFalso>();
-    auto ajustes = Com<AjustesZtVeiObservacao>("obs", {.MaxLength = 4});
-    auto campo = Cria<IztVeiObservacao>(form, ajustes);
+    auto campo = Poe<IztVeiObservacao>(Com<AjustesZtVeiObservacao>("obs", {.MaxLength = 4}));
     int mudancas = 0;
     Conexao conexao = campo->Change().liga([&] { ++mudancas; });
     campo->DefineText("ação demais");
@@ -412,8 +375,7 @@ TEST_P(ContratoHost, ZtVeiObservacao_Written_IsCut)
 
 TEST_P(ContratoHost, ZtEndereco_Preset_HoldsTheAddressAndRaisesNothing)
 {
-    auto form = Novo<FormFalso>();
-    auto campo = Cria<IztEndereco>(form, Com<AjustesZtEndereco>("end"));
+    auto campo = Poe<IztEndereco>(Com<AjustesZtEndereco>("end"));
     int entradas = 0;
     Conexao conexao = campo->EntradaOK().liga([&] { ++entradas; });
     EXPECT_EQ(campo->Endereco()->CodLogradouro(), 0);
@@ -428,8 +390,7 @@ TEST_P(ContratoHost, ZtEndereco_Preset_HoldsTheAddressAndRaisesNothing)
 
 TEST_P(ContratoHost, ZtClienteSetor_WithTheNumberOfTheSession_IsComplete)
 {
-    auto form = Novo<FormFalso>();
-    auto seletor = Cria<IztClienteSetor>(form, Com<AjustesZtClienteSetor>("cli"));
+    auto seletor = Poe<IztClienteSetor>(Com<AjustesZtClienteSetor>("cli"));
     int mudancas = 0;
     Conexao conexao = seletor->Change().liga([&] { ++mudancas; });
     seletor->DefineCodCliente(Dados()->ObtemOrgao()->CodCliente());
@@ -440,8 +401,7 @@ TEST_P(ContratoHost, ZtClienteSetor_WithTheNumberOfTheSession_IsComplete)
 
 TEST_P(ContratoHost, CommonDialog_FileName_KeepsWhatIsWritten)
 {
-    auto form = Novo<FormFalso>();
-    auto dialogo = Cria<ICommonDialog>(form, Com<AjustesCommonDialog>("cd"));
+    auto dialogo = Poe<ICommonDialog>(Com<AjustesCommonDialog>("cd"));
     EXPECT_EQ(dialogo->FileName(), "");
     dialogo->DefineFilter("PDF (*.pdf)|*.pdf");
     dialogo->DefineDefaultExt("*.pdf");
@@ -469,7 +429,6 @@ Ref<IztList> ListaDeTres(const Ref<FormFalso> &form)
 
 TEST_P(ContratoHost, ZtList_OfRows_IsReadByRowAndColumn)
 {
-    auto form = Novo<FormFalso>();
     auto lista = ListaDeTres(form);
     EXPECT_EQ(lista->NroItens(), 3);
     EXPECT_EQ(lista->ItemAtual(), -1);
@@ -496,7 +455,6 @@ TEST_P(ContratoHost, ZtList_OfRows_IsReadByRowAndColumn)
 
 TEST_P(ContratoHost, ZtList_Cleared_LosesItsRowsAndKeepsItsTitleOnlyWhenTold)
 {
-    auto form = Novo<FormFalso>();
     auto lista = ListaDeTres(form);
     lista->DefineTitulo("Título");
     lista->DefineItemAtual(1);
@@ -513,7 +471,6 @@ TEST_P(ContratoHost, ZtList_Cleared_LosesItsRowsAndKeepsItsTitleOnlyWhenTold)
 
 TEST_P(ContratoHost, ZtList_AnotherRowCurrent_RaisesItemClickOnce)
 {
-    auto form = Novo<FormFalso>();
     auto lista = ListaDeTres(form);
     int cliques = 0;
     int habilita = 0;
@@ -523,22 +480,20 @@ TEST_P(ContratoHost, ZtList_AnotherRowCurrent_RaisesItemClickOnce)
     lista->DefineItemAtual(2);
     EXPECT_EQ(cliques, 1);
     EXPECT_EQ(habilita, 1);
-    Mostra(form);
+    Mostra();
     EXPECT_TRUE(adaptador->ClicaLinha(form, "lst", 3));
     EXPECT_EQ(lista->ItemAtual(), 3);
     EXPECT_EQ(cliques, 2);
     EXPECT_FALSE(adaptador->ClicaLinha(form, "lst", 4));
-    form->Fecha();
 }
 
 TEST_P(ContratoHost, ZtList_MenuItem_IsChosenOnlyWhenVisibleEnabledAndNotBarred)
 {
-    auto form = Novo<FormFalso>();
     auto lista = ListaDeTres(form);
     lista->IncluiItensMenu({{"mnuMeu", "Meu", "", "", true}});
     Textos escolhidos;
     Conexao conexao = lista->ItemMenuClicado().liga([&](std::string chave) { escolhidos.push_back(chave); });
-    Mostra(form);
+    Mostra();
     EXPECT_TRUE(adaptador->EscolheMenu(form, "lst", "mnuZTLObjNovo"));
     EXPECT_TRUE(adaptador->EscolheMenu(form, "lst", "mnuMeu"));
     lista->MenuHabilitado("mnuMeu", false);
@@ -560,12 +515,10 @@ TEST_P(ContratoHost, ZtList_MenuItem_IsChosenOnlyWhenVisibleEnabledAndNotBarred)
     }
     EXPECT_EQ(NumeroDaFalha([&] { lista->ItemMenu("mnuNenhum"); }), 5);
     EXPECT_EQ(NumeroDaFalha([&] { lista->MenuTexto("mnuNenhum", ""); }), 5);
-    form->Fecha();
 }
 
 TEST_P(ContratoHost, ZtList_RowRemoved_AsksBeforeAndTellsAfter)
 {
-    auto form = Novo<FormFalso>();
     auto lista = ListaDeTres(form);
     Textos ordem;
     bool recusa = true;
@@ -577,7 +530,7 @@ TEST_P(ContratoHost, ZtList_RowRemoved_AsksBeforeAndTellsAfter)
         }
     });
     Conexao depois = lista->DepoisDeRemoverItem().liga([&] { ordem.push_back("after " + CStr(lista->NroItens())); });
-    Mostra(form);
+    Mostra();
     lista->DefineItemAtual(2);
     adaptador->EscolheMenu(form, "lst", "mnuZTLObjExcluir");
     EXPECT_EQ(lista->NroItens(), 3);
@@ -589,15 +542,13 @@ TEST_P(ContratoHost, ZtList_RowRemoved_AsksBeforeAndTellsAfter)
     EXPECT_EQ(lista->Celula(2, "Chave"), "S3");
     EXPECT_EQ(lista->ItemAtual(), 2);
     EXPECT_EQ(ordem, (Textos{"before S2", "after 2"}));
-    form->Fecha();
 }
 
 TEST_P(ContratoHost, SetFocus_OfAControl_BringsItOrIsFault5)
 {
-    auto form = Novo<FormFalso>();
-    auto um = form->Guarda(Cria<ITextBox>(form, Com<AjustesTextBox>("txtUm")));
-    auto dois = form->Guarda(Cria<ITextBox>(form, Com<AjustesTextBox>("txtDois")));
-    Mostra(form);
+    auto um = Poe<ITextBox>(Com<AjustesTextBox>("txtUm"));
+    auto dois = Poe<ITextBox>(Com<AjustesTextBox>("txtDois"));
+    Mostra();
     dois->SetFocus();
     EXPECT_TRUE(form->ControleAtivo() == dois);
     um->DefineEnabled(false);
@@ -606,7 +557,6 @@ TEST_P(ContratoHost, SetFocus_OfAControl_BringsItOrIsFault5)
     um->DefineVisible(false);
     EXPECT_EQ(NumeroDaFalha([&] { um->SetFocus(); }), 5);
     EXPECT_TRUE(form->ControleAtivo() == dois);
-    form->Fecha();
 }
 
 } // namespace

@@ -78,15 +78,10 @@ TEST_P(ContratoHost, consulta_OfASavedEquipment_GivesWhatWasSent)
 TEST_P(ContratoHost, altera_OfAnEquipment_LeavesTheMembersThatWereNotSent)
 {
     const std::int32_t numero = Incluido("CTR_1");
-    auto pedido = Pede<EquiptoED>("consulta", SoNumero(numero));
-    auto alterado = EquipamentoNovo("CTR_1");
-    alterado->NroIntEquip = numero;
-    alterado->Ativo = pedido->Ativo.Valor();
+    auto alterado = Alteracao(numero);
     alterado->txtObsNotif = "Observação";
     ASSERT_TRUE(Comanda("altera", alterado));
-    auto semObservacao = EquipamentoNovo("CTR_1");
-    semObservacao->NroIntEquip = numero;
-    semObservacao->Ativo = pedido->Ativo.Valor();
+    auto semObservacao = Alteracao(numero);
     semObservacao->Modelo = "Modelo 2";
     ASSERT_TRUE(Comanda("altera", semObservacao));
     auto lido = Pede<EquiptoED>("consulta", SoNumero(numero));
@@ -116,9 +111,7 @@ TEST_P(ContratoHost, altera_WithSensorsAndCalibrations_StoresThemAndFindsTheOneI
     sensor->LocalInfr = "RUA A, 10";
     sensor->Ativo = 1;
     sensor->Afericoes = Lista(afericao);
-    auto pedido = EquipamentoNovo("CTR_1");
-    pedido->NroIntEquip = numero;
-    pedido->Ativo = 1;
+    auto pedido = Alteracao(numero);
     pedido->Sensores = Lista(sensor);
     ASSERT_TRUE(Comanda("altera", pedido));
 
@@ -196,13 +189,7 @@ TEST_P(ContratoHost, lista2_ByCriteria_FindsPageByPage)
 
 TEST_P(ContratoHost, Limites_SavedInOneCall_AreListedReadChangedAndTakenAway)
 {
-    const std::int32_t numero = Incluido("CTR_1");
-    auto alteracao = EquipamentoNovo("CTR_1");
-    alteracao->NroIntEquip = numero;
-    alteracao->Ativo = 1;
-    alteracao->TemLimiteDif = 1;
-    ASSERT_TRUE(Comanda("altera", alteracao));
-
+    const std::int32_t numero = ComLimites();
     auto equipto = Novo<EquiptoED>();
     equipto->ListaLimiteDif = Novo<Colecao<Ref<LimiteDifED>>>();
     for (std::uint8_t dia : {std::uint8_t{2}, std::uint8_t{8}}) {
@@ -253,13 +240,7 @@ TEST_P(ContratoHost, Limites_SavedInOneCall_AreListedReadChangedAndTakenAway)
 
 TEST_P(ContratoHost, Dias_Added_AreListedReadChangedAndTakenAway)
 {
-    const std::int32_t numero = Incluido("CTR_1");
-    auto alteracao = EquipamentoNovo("CTR_1");
-    alteracao->NroIntEquip = numero;
-    alteracao->Ativo = 1;
-    alteracao->TemLimiteDif = 1;
-    ASSERT_TRUE(Comanda("altera", alteracao));
-
+    const std::int32_t numero = ComLimites();
     auto dia = Novo<DiaEspecificoED>();
     dia->NroIntEquip = numero;
     dia->Data = DataDe(25, 12, 2026);

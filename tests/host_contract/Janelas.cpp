@@ -27,7 +27,6 @@ TEST_P(ContratoHost, Forms_Loaded_AreOpenInTheirOrderShownOrNot)
 
 TEST_P(ContratoHost, Descarrega_OfAnOpenForm_AsksItWhileItIsStillOpen)
 {
-    auto form = Novo<FormFalso>();
     form->Carrega();
     std::int32_t abertos = 0;
     form->NoUnload = [&] { abertos = Plataforma()->NroForms(); };
@@ -39,7 +38,7 @@ TEST_P(ContratoHost, Descarrega_OfAnOpenForm_AsksItWhileItIsStillOpen)
 
 TEST_P(ContratoHost, Descarrega_OfAFormThatCancels_LeavesItAsItWas)
 {
-    auto form = FormMostrado();
+    Mostra();
     form->CancelaUnload = true;
     form->Fecha();
     EXPECT_EQ(form->Unloads, 1);
@@ -52,7 +51,6 @@ TEST_P(ContratoHost, Descarrega_OfAFormThatCancels_LeavesItAsItWas)
 
 TEST_P(ContratoHost, Descarrega_OfAFormThatIsNotOpen_DoesNotAskIt)
 {
-    auto form = Novo<FormFalso>();
     form->Fecha();
     form->Carrega();
     form->Fecha();
@@ -62,7 +60,6 @@ TEST_P(ContratoHost, Descarrega_OfAFormThatIsNotOpen_DoesNotAskIt)
 
 TEST_P(ContratoHost, Descarrega_InsideTheUnloadOfTheSameForm_DoesNotAskAgain)
 {
-    auto form = Novo<FormFalso>();
     form->Carrega();
     form->NoUnload = [&] { form->Fecha(); };
     form->Fecha();
@@ -73,7 +70,7 @@ TEST_P(ContratoHost, Descarrega_InsideTheUnloadOfTheSameForm_DoesNotAskAgain)
 
 TEST_P(ContratoHost, Descarrega_OfAForm_LetsItGo)
 {
-    auto form = FormMostrado();
+    Mostra();
     RefFraca<FormFalso> vigia = form;
     form->Fecha();
     adaptador->DeixaPassar();
@@ -83,9 +80,9 @@ TEST_P(ContratoHost, Descarrega_OfAForm_LetsItGo)
 
 TEST_P(ContratoHost, Forms_Unloaded_CanBeLoadedAgain)
 {
-    auto form = FormMostrado();
+    Mostra();
     form->Fecha();
-    Mostra(form);
+    Mostra();
     EXPECT_TRUE(form->Visible());
     EXPECT_EQ(Plataforma()->NroForms(), 1);
     form->Fecha();
@@ -94,7 +91,6 @@ TEST_P(ContratoHost, Forms_Unloaded_CanBeLoadedAgain)
 
 TEST_P(ContratoHost, MostraJanela_NotModal_ReturnsWithTheFormShown)
 {
-    auto form = Novo<FormFalso>();
     Ref<Objeto> formClick;
     form->Mostra(adaptador->ObjInterface(), false, formClick);
     EXPECT_TRUE(form->Visible());
@@ -114,17 +110,16 @@ TEST_P(ContratoHost, MostraJanela_NotModal_ReturnsWithTheFormShown)
 
 TEST_P(ContratoHost, MostraJanela_OfAFormWithoutParentMember_ShowsItAllTheSame)
 {
-    auto form = Novo<FormSemParent>();
+    auto semParent = Novo<FormSemParent>();
     Ref<Objeto> formClick;
-    form->Mostra(adaptador->ObjInterface(), false, formClick);
-    EXPECT_TRUE(form->Visible());
-    form->Fecha();
+    semParent->Mostra(adaptador->ObjInterface(), false, formClick);
+    EXPECT_TRUE(semParent->Visible());
+    semParent->Fecha();
     EXPECT_EQ(Plataforma()->NroForms(), 0);
 }
 
 TEST_P(ContratoHost, MostraJanela_Modal_ReturnsAfterTheUnload)
 {
-    auto form = Novo<FormFalso>();
     std::vector<std::string> ordem;
     form->NoUnload = [&] { ordem.push_back("unload"); };
     adaptador->NaProximaModal("FormFalso", [&](const Ref<IForm> &mostrado) {
@@ -144,7 +139,6 @@ TEST_P(ContratoHost, MostraJanela_Modal_ReturnsAfterTheUnload)
 
 TEST_P(ContratoHost, MostraJanela_ModalThatCancelsItsUnload_WaitsOn)
 {
-    auto form = Novo<FormFalso>();
     adaptador->NaProximaModal("FormFalso", [&](const Ref<IForm> &) {
         form->CancelaUnload = true;
         form->Fecha();
@@ -182,19 +176,17 @@ TEST_P(ContratoHost, MostraJanela_ModalInsideModal_ReturnsTheInnerFirst)
 
 TEST_P(ContratoHost, DefineTextoJanela_OfAWindow_DoesNotTouchTheCaption)
 {
-    auto form = FormMostrado();
+    Mostra();
     Plataforma()->DefineTextoJanela(form->hwnd(), "Título escrito");
     EXPECT_EQ(adaptador->TextoJanela(form), "Título escrito");
     EXPECT_EQ(form->Caption(), "Falso");
-    form->Fecha();
 }
 
 TEST_P(ContratoHost, Caption_OfAShownForm_IsItsWindowsText)
 {
-    auto form = FormMostrado();
+    Mostra();
     form->DefineCaption("Outro título");
     EXPECT_EQ(adaptador->TextoJanela(form), "Outro título");
-    form->Fecha();
 }
 
 } // namespace

@@ -37,7 +37,6 @@ Ref<IztCombo> Combo(const Ref<FormFalso> &form)
 
 TEST_P(ContratoHost, PreencheTipoAgente_InBothModes_OffersNumberedTypes)
 {
-    auto form = Novo<FormFalso>();
     auto combo = Combo(form);
     for (bool trabFoto : {true, false}) {
         Dados()->PreencheTipoAgente(combo, trabFoto, false, false);
@@ -54,7 +53,6 @@ TEST_P(ContratoHost, PreencheTipoAgente_InBothModes_OffersNumberedTypes)
 
 TEST_P(ContratoHost, PreencheTipoAgente_WithAllAndFirst_PutsAllInFrontAndChoosesIt)
 {
-    auto form = Novo<FormFalso>();
     auto combo = Combo(form);
     combo->AdicionaItem("from before|9");
     Dados()->PreencheTipoAgente(combo, true, true, true);
@@ -72,7 +70,6 @@ TEST_P(ContratoHost, PreencheTipoAgente_WithAllAndFirst_PutsAllInFrontAndChooses
 
 TEST_P(ContratoHost, PreencheTipoEquip_OfEachMeterType_OffersLettersThatAllOffersToo)
 {
-    auto form = Novo<FormFalso>();
     auto medidores = Combo(form);
     auto combo = Combo(form);
     for (bool trabFoto : {true, false}) {
@@ -94,7 +91,6 @@ TEST_P(ContratoHost, PreencheTipoEquip_OfEachMeterType_OffersLettersThatAllOffer
 
 TEST_P(ContratoHost, PreencheTipoEquip_WithAllAndFirst_PutsAllInFrontAndChoosesIt)
 {
-    auto form = Novo<FormFalso>();
     auto combo = Combo(form);
     combo->AdicionaItem("from before|9");
     Dados()->PreencheTipoEquip(combo, 0, false, true, true);
@@ -106,7 +102,6 @@ TEST_P(ContratoHost, PreencheTipoEquip_WithAllAndFirst_PutsAllInFrontAndChoosesI
 
 TEST_P(ContratoHost, PreencheRejeicoes_OfACombo_OffersNumbers)
 {
-    auto form = Novo<FormFalso>();
     auto combo = Combo(form);
     combo->AdicionaItem("from before|x");
     Dados()->PreencheRejeicoes(combo, 0, 0);
@@ -235,10 +230,9 @@ TEST_P(ContratoHost, TextoParaBytes_OfADocumentAsText_IsItsBytes)
 
 TEST_P(ContratoHost, ExibeMensagem_WithAControl_LeadsTheFocusToIt)
 {
-    auto form = Novo<FormFalso>();
-    auto um = form->Guarda(Cria<ITextBox>(form, Com<AjustesTextBox>("txtUm")));
-    auto dois = form->Guarda(Cria<ITextBox>(form, Com<AjustesTextBox>("txtDois")));
-    Mostra(form);
+    auto um = Poe<ITextBox>(Com<AjustesTextBox>("txtUm"));
+    auto dois = Poe<ITextBox>(Com<AjustesTextBox>("txtDois"));
+    Mostra();
     um->SetFocus();
     EXPECT_TRUE(form->ControleAtivo() == um);
     adaptador->FechaProximaCaixa();
@@ -251,7 +245,6 @@ TEST_P(ContratoHost, ExibeMensagem_WithAControl_LeadsTheFocusToIt)
     adaptador->FechaProximaCaixa();
     EXPECT_NO_THROW(Mensagem()->ExibeMensagem("Não pode!", um));
     EXPECT_TRUE(form->ControleAtivo() == dois);
-    form->Fecha();
 }
 
 TEST_P(ContratoHost, ExibeErro_ReturnsWhenItIsClosed)
@@ -262,16 +255,15 @@ TEST_P(ContratoHost, ExibeErro_ReturnsWhenItIsClosed)
 
 TEST_P(ContratoHost, PreparaDetalhes_OfAForm_LetsThePersonChangeNothing)
 {
-    auto form = Novo<FormFalso>();
-    auto texto = form->Guarda(Cria<ITextBox>(form, Com<AjustesTextBox>("txt")));
-    auto mascara = form->Guarda(Cria<IztMask>(form, Com<AjustesZtMask>("msk")));
-    auto data = form->Guarda(Cria<IztData>(form, Com<AjustesZtData>("dat")));
-    auto observacao = form->Guarda(Cria<IztVeiObservacao>(form, Com<AjustesZtVeiObservacao>("obs")));
-    auto marca = form->Guarda(Cria<ICheckBox>(form, Com<AjustesCheckBox>("chk")));
-    auto opcao = form->Guarda(Cria<IOptionButton>(form, Com<AjustesOptionButton>("opt")));
-    auto combo = form->Guarda(Cria<IztCombo>(form, Com<AjustesZtCombo>("cbo")));
-    auto botao = form->Guarda(Cria<ICommandButton>(form, Com<AjustesCommandButton>("cmd")));
-    auto lista = form->Guarda(Cria<IztList>(form, Com<AjustesZtList>("lst")));
+    auto texto = Poe<ITextBox>(Com<AjustesTextBox>("txt"));
+    auto mascara = Poe<IztMask>(Com<AjustesZtMask>("msk"));
+    auto data = Poe<IztData>(Com<AjustesZtData>("dat"));
+    auto observacao = Poe<IztVeiObservacao>(Com<AjustesZtVeiObservacao>("obs"));
+    auto marca = Poe<ICheckBox>(Com<AjustesCheckBox>("chk"));
+    auto opcao = Poe<IOptionButton>(Com<AjustesOptionButton>("opt"));
+    auto combo = Poe<IztCombo>(Com<AjustesZtCombo>("cbo"));
+    auto botao = Poe<ICommandButton>(Com<AjustesCommandButton>("cmd"));
+    auto lista = Poe<IztList>(Com<AjustesZtList>("lst"));
     texto->DefineText("a");
     combo->AdicionaItem("Um|1");
     TabelaTexto tabela(1);
@@ -280,7 +272,7 @@ TEST_P(ContratoHost, PreparaDetalhes_OfAForm_LetsThePersonChangeNothing)
     int cliques = 0;
     Conexao conexao = botao->Click().liga([&] { ++cliques; });
     Mensagem()->PreparaDetalhes(form);
-    Mostra(form);
+    Mostra();
 
     for (const char *campo : {"txt", "msk", "dat", "obs"}) {
         EXPECT_FALSE(adaptador->Digita(form, campo, "1")) << campo;
@@ -301,7 +293,6 @@ TEST_P(ContratoHost, PreparaDetalhes_OfAForm_LetsThePersonChangeNothing)
     EXPECT_TRUE(adaptador->Clica(form, "cmd"));
     EXPECT_EQ(cliques, 1);
     EXPECT_TRUE(adaptador->ClicaLinha(form, "lst", 1));
-    form->Fecha();
 }
 
 TEST_P(ContratoHost, ObjGlobalVor_WithTheSession_GivesTheCredential)

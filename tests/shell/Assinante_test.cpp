@@ -80,9 +80,7 @@ TEST_F(AssinanteTeste, Liga_WithName_FaultIsShownUnderClassAndNameAndGoesNoFurth
     fonte.Pergunta.dispara(cancela);
     EXPECT_TRUE(cancela); // written before the fault
     EXPECT_TRUE(seguinte);
-    ASSERT_EQ(host->Erros().size(), 1U);
-    EXPECT_EQ(host->Erros()[0].Contexto, "COOuvinte.fonte_Pergunta");
-    EXPECT_EQ(host->Erros()[0].Numero, 457);
+    EXPECT_TRUE(RegistroIgual(Erros(), {"COOuvinte.fonte_Pergunta|457|*"}));
 }
 
 TEST_F(AssinanteTeste, Liga_WithoutName_FaultGoesOnToWhoeverRaisedTheEvent)
@@ -117,8 +115,7 @@ TEST_F(AssinanteTeste, Liga_ProcedureThatDropsItsObjectAndFails_FaultIsShown)
         throw Falha(91);
     };
     fonte.Sinal.dispara();
-    ASSERT_EQ(host->Erros().size(), 1U);
-    EXPECT_EQ(host->Erros()[0].Contexto, "COOuvinte.fonte_Sinal");
+    EXPECT_TRUE(RegistroIgual(Erros(), {"COOuvinte.fonte_Sinal|91|*"}));
 }
 
 TEST_F(AssinanteTeste, Desliga_Connected_NothingIsHeardAnyMoreUntilConnectedAgain)

@@ -26,16 +26,23 @@ class FormDeTeste : public Formulario {
     bool CancelaUnload = false;
     std::function<void()> AoLigarControles;
     std::function<void()> AoDescarregar;
+    std::function<void()> AoAtivar;
+    mutable std::int32_t PedidosParent = 0;
     std::vector<std::string> Eventos;
     Ref<ILabel> lblTexto;
     Evento<> Sinal; // an event of the form's own, connected at each load
 
+    using Formulario::AbandonaCarga;
     using Formulario::Carregado;
     using Formulario::Carregar;
     using Formulario::DefineIcone;
     using Formulario::Descarregar;
 
-    Ref<IForm> frmParent() const override { return TemParent ? Formulario::frmParent() : IForm::frmParent(); }
+    Ref<IForm> frmParent() const override
+    {
+        ++PedidosParent;
+        return TemParent ? Formulario::frmParent() : IForm::frmParent();
+    }
 
     void Sinal_Recebido() { Eventos.push_back("Sinal"); }
 
@@ -52,11 +59,17 @@ class FormDeTeste : public Formulario {
     {
         Eventos.push_back("Unload");
         cancela = CancelaUnload;
-        if (AoDescarregar) {
-            AoDescarregar();
+        if (const std::function<void()> aoDescarregar = AoDescarregar) { // which may let go of the form
+            aoDescarregar();
         }
     }
-    void Form_Activate() override { Eventos.push_back("Activate"); }
+    void Form_Activate() override
+    {
+        Eventos.push_back("Activate");
+        if (AoAtivar) {
+            AoAtivar();
+        }
+    }
     void Form_Deactivate() override { Eventos.push_back("Deactivate"); }
     void Form_Resize() override { Eventos.push_back("Resize"); }
 

@@ -32,6 +32,7 @@ class FormDescrito : public Formulario {
     std::string_view NomeTipo() const override { return "FormDescrito"; }
     ::Desenho Desenho() const override
     {
+        EstadoNoDesenho = WindowState();
         const auto texto = [](std::string nome, std::int16_t indice = -1) {
             return Peca{.Ajustes = AjustesTextBox{}, .Nome = std::move(nome), .Indice = indice};
         };
@@ -51,6 +52,7 @@ class FormDescrito : public Formulario {
     std::array<Ref<ITextBox>, 2> campo;
     Ref<ITextBox> d;
     std::function<void(FormDescrito &)> Ligando;
+    mutable std::int16_t EstadoNoDesenho = -1;
 
     using Formulario::Carregar;
     using Formulario::Toma;
@@ -94,6 +96,7 @@ class FormularioTeste : public HostTeste {
 TEST_F(FormularioTeste, Carregar_Fresh_CreatesTheControlsAndJoinsTheOpenForms)
 {
     EXPECT_EQ(form->hwnd(), 0);
+    form->AoLigarControles = [&] { EXPECT_NE(form->hwnd(), 0); };
     form->Carregar();
     EXPECT_TRUE(form->Carregado());
     EXPECT_NE(form->hwnd(), 0);
@@ -136,6 +139,10 @@ TEST_F(FormularioTeste, Mudou_PropertyWritten_TheNewValueIsThere)
 
 TEST_F(FormularioTeste, Carregar_WrittenBeforeTheLoad_IsAsDesigned)
 {
+    auto descrito = Novo<FormDescrito>();
+    descrito->DefineWindowState(JanelaMinimizada);
+    descrito->Carregar();
+    EXPECT_EQ(descrito->EstadoNoDesenho, JanelaNormal); // before the form tells what it looks like
     auto outro = Novo<FormDeTeste>();
     outro->Carregar();
     form->DefineVisible(true);
@@ -294,12 +301,45 @@ TEST_F(FormularioTeste, Unload_Cancelled_StaysOpenAsItWas)
     form->CancelaUnload = false;
 }
 
+TEST_F(FormularioTeste, AbandonaCarga_Loaded_UnloadsItUnlessItIsShown)
+{
+    form->AbandonaCarga(); // not loaded
+    form->Carregar();
+    form->DefineVisible(true);
+    form->AbandonaCarga();
+    EXPECT_TRUE(form->Carregado());
+    EXPECT_EQ(host->Conta("Plataforma.Descarrega"), 0);
+    form->DefineVisible(false);
+    host->FalhaEm("Plataforma.Descarrega"); // which is ignored
+    form->AbandonaCarga();
+    EXPECT_TRUE(form->Carregado());
+    form->AbandonaCarga();
+    EXPECT_FALSE(form->Carregado());
+    EXPECT_EQ(host->Conta("Plataforma.Descarrega"), 2);
+}
+
 TEST_F(FormularioTeste, Unload_NotLoaded_RaisesNoEvent)
 {
     bool cancela = false;
     form->Unload(cancela);
     EXPECT_FALSE(cancela);
     EXPECT_TRUE(form->Eventos.empty());
+}
+
+TEST_F(FormularioTeste, Unload_FormLetGoInItsOwnEvent_LivesUntilItReturns)
+{
+    form->Carregar();
+    FormDeTeste *const solto = form.Ponteiro();
+    const RefFraca<FormDeTeste> vigia = form;
+    form->AoDescarregar = [&] {
+        solto->AoDescarregar = nullptr;
+        solto->Descarregar(); // the host lets go of it
+        form = nullptr;
+        EXPECT_FALSE(vigia.Nada());
+    };
+    bool cancela = false;
+    solto->Unload(cancela);
+    EXPECT_TRUE(vigia.Nada());
 }
 
 TEST_F(FormularioTeste, Unload_InsideAnEventOfItsOwn_IsNoCrash)
@@ -374,6 +414,7 @@ TEST_F(FormularioTeste, Ativada_WithShell_TellsItBeforeTheFormsOwnEvent)
     LogaGeral();
     form->Carregar();
     host->LimpaRegistro();
+    form->AoAtivar = [&] { EXPECT_TRUE(geral->FormAtivo() == form); };
     form->Ativada();
     EXPECT_TRUE(geral->FormAtivo() == form);
     EXPECT_TRUE(RegistroIgual(host->Registro(), {"cGlobal.gsubSetaAutoModuloAtivo(\"ZTAVOREQUIP\")"}));

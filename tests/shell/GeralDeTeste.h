@@ -22,6 +22,7 @@ class EspecificaDeTeste : public Especifica {
     std::function<void()> AoPedirMenu;
     std::function<void()> AoPedirMenuAuxiliar;
     std::function<void()> AoInicializar;
+    std::function<void()> AoPedirAuxiliar;
     std::function<void()> AoClicar;
     std::function<bool(const std::string &)> AoHabilitarItem;
     std::function<void()> AoHabilitarMenu;
@@ -67,7 +68,11 @@ class EspecificaDeTeste : public Especifica {
         Chama(AoLiberarServicos);
         Especifica::LiberaServicos();
     }
-    Ref<Objeto> ModuloQMRAuxiliar() const override { return Auxiliar; }
+    Ref<Objeto> ModuloQMRAuxiliar() const override
+    {
+        Chama(AoPedirAuxiliar);
+        return Auxiliar;
+    }
     bool UsandoModuloQMRauxiliar() const override { return UsandoAuxiliar; }
     void Finaliza() override
     {

@@ -4,10 +4,14 @@
 #include "tests/support/FalhaLancada.h"
 #include "tests/support/HostTeste.h"
 
+#include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
+
+using Linhas = std::vector<std::string>;
 
 // A shell whose module has items of its own.
 class MenusGeralTeste : public HostTeste {
@@ -32,27 +36,41 @@ class MenusGeralTeste : public HostTeste {
         host->LimpaRegistro();
     }
 
+    // What was logged since the last look.
+    Linhas Vistos()
+    {
+        Linhas vistos = host->Registro();
+        host->LimpaRegistro();
+        return vistos;
+    }
+
     MenusGeral &Menus() { return geral->Menus; }
     Ref<ITool> Tool(const std::string &band, const std::string &nome) { return host->ActBar->Ferramenta(band, nome); }
 };
 
 // Merging.
 
-// A host whose menu editor puts another holder in the place of the one that it was given.
-class HostQueTroca : public HostRoteirizado {
+// A host whose menu editor does what the test says with the holder that it is given.
+class HostQueEdita : public HostRoteirizado {
   public:
     class Editor : public IAMEditMenu {
       public:
+        explicit Editor(const std::function<void(Ref<IActBar> &)> &edita) : m_Edita(edita) {}
         std::string_view NomeTipo() const override { return "AMEditMenu"; }
-        void IncorporaMenu(Ref<IActBar> &actBar, ItensMenu &, bool) override { actBar = nullptr; }
-        void RemoveMenu(Ref<IActBar> &actBar, ItensMenu &) override { actBar = nullptr; }
+        void IncorporaMenu(Ref<IActBar> &actBar, ItensMenu &, bool) override { m_Edita(actBar); }
+        void RemoveMenu(Ref<IActBar> &actBar, ItensMenu &) override { m_Edita(actBar); }
+
+      private:
+        std::function<void(Ref<IActBar> &)> m_Edita;
     };
-    Ref<IAMEditMenu> CriaAMEditMenu() override { return Novo<Editor>(); }
+    std::function<void(Ref<IActBar> &)> Edita;
+    Ref<IAMEditMenu> CriaAMEditMenu() override { return Novo<Editor>(Edita); }
 };
 
 TEST_F(MenusGeralTeste, MenuHolder_ReplacedByTheHost_IsTheOneFromThenOn)
 {
-    const auto outro = Novo<HostQueTroca>();
+    const auto outro = Novo<HostQueEdita>();
+    outro->Edita = [](Ref<IActBar> &actBar) { actBar = nullptr; };
     InstalaHost(outro);
     Menus().AdicionaMenu(Menus().aMenu);
     EXPECT_TRUE(geral->ActBar.Nada());
@@ -62,29 +80,37 @@ TEST_F(MenusGeralTeste, MenuHolder_ReplacedByTheHost_IsTheOneFromThenOn)
     InstalaHost(host);
 }
 
-TEST_F(MenusGeralTeste, IncorporaMenuPrincipal_FirstTime_MergesTheMainItems)
+TEST_F(MenusGeralTeste, Items_WhileTheHostMergesOrRemovesThem_CountAsBefore)
 {
+    const auto outro = Novo<HostQueEdita>();
+    int vezes = 0;
+    outro->Edita = [&](Ref<IActBar> &) {
+        if (++vezes == 1) {
+            Menus().RemoveMenu(Menus().aMenu); // not merged yet
+        } else if (vezes == 2) {
+            Menus().IncorporaMenuPrincipal(); // merged still
+        }
+    };
+    InstalaHost(outro);
     Menus().IncorporaMenuPrincipal();
-    EXPECT_TRUE(RegistroIgual(
-        host->Registro(),
-        {"Host.CriaAMEditMenu()", "AMEditMenu.IncorporaMenu(ActBar, [Nothing, mnuNovo, mnuAbrir, mnuSobre], False)"}));
+    EXPECT_EQ(vezes, 1);
+    Menus().RemoveMenu(Menus().aMenu);
+    EXPECT_EQ(vezes, 2);
+    InstalaHost(host);
 }
 
-TEST_F(MenusGeralTeste, IncorporaMenuPrincipal_Twice_DoesNothingTheSecondTime)
+TEST_F(MenusGeralTeste, IncorporaMenuPrincipal_FirstTime_MergesTheMainItemsAndCountsAsMergedEvenWhenItFails)
 {
+    const std::string incorpora = "AMEditMenu.IncorporaMenu(ActBar, [Nothing, mnuNovo, mnuAbrir, mnuSobre], False)";
     Menus().IncorporaMenuPrincipal();
-    host->LimpaRegistro();
+    EXPECT_TRUE(RegistroIgual(Vistos(), {"Host.CriaAMEditMenu()", incorpora}));
     Menus().IncorporaMenuPrincipal();
-    EXPECT_TRUE(host->Registro().empty());
-}
-
-TEST_F(MenusGeralTeste, IncorporaMenuPrincipal_Fails_GoesOnAndCountsAsMerged)
-{
+    Menus().RemoveMenu(Menus().aMenu);
+    Vistos();
     host->FalhaEm("AMEditMenu.IncorporaMenu");
     Menus().IncorporaMenuPrincipal();
-    host->LimpaRegistro();
     Menus().IncorporaMenuPrincipal();
-    EXPECT_TRUE(host->Registro().empty());
+    EXPECT_TRUE(RegistroIgual(Vistos(), {"Host.CriaAMEditMenu()", incorpora + " !! 51"}));
 }
 
 TEST_F(MenusGeralTeste, AdicionaMenu_AnyItems_MergesThemEachTime)
@@ -97,23 +123,14 @@ TEST_F(MenusGeralTeste, AdicionaMenu_AnyItems_MergesThemEachTime)
 
 TEST_F(MenusGeralTeste, AdicionaMenu_Fails_GoesOnWithItsTailAndDoesNotCountAsMerged)
 {
-    for (const char *passo : {"Host.CriaAMEditMenu", "AMEditMenu.IncorporaMenu"}) {
-        host->FalhaEm(passo, 1, 429, "Não há");
-        const Falha falha = FalhaLancada([&] { Menus().AdicionaMenu(Menus().aMenu); });
-        EXPECT_EQ(falha.Numero, 429);
-        EXPECT_EQ(falha.Descricao, "Não há");
-        EXPECT_EQ(falha.Fonte, std::string(passo) + " < Geral.AdicionaMenu");
-    }
-    host->LimpaRegistro();
-    Menus().RemoveMenu(Menus().aMenu);
-    EXPECT_TRUE(host->Registro().empty());
-}
-
-TEST_F(MenusGeralTeste, RemoveMenu_NothingMerged_DoesNothing)
-{
+    FalhaEmCada({"Host.CriaAMEditMenu", "AMEditMenu.IncorporaMenu"}, " < Geral.AdicionaMenu",
+                [&] { Menus().AdicionaMenu(Menus().aMenu); });
+    host->FalhaEm("AMEditMenu.IncorporaMenu");
+    Menus().AdicionaMenuAuxiliar(); // which ignores it
+    Vistos();
     Menus().RemoveMenu(Menus().aMenu);
     Menus().RemoveMenuAuxiliar();
-    EXPECT_TRUE(host->Registro().empty());
+    EXPECT_EQ(Vistos(), Linhas{});
 }
 
 TEST_F(MenusGeralTeste, RemoveMenu_Merged_RemovesOnce)
@@ -139,27 +156,13 @@ TEST_F(MenusGeralTeste, RemoveMenu_Fails_IsIgnoredAndCountsAsRemoved)
     }
 }
 
-TEST_F(MenusGeralTeste, AdicionaMenuAuxiliar_Called_MergesTheAuxiliaryItems)
+TEST_F(MenusGeralTeste, AdicionaMenuAuxiliar_BeforeTheMainItems_MergesTheAuxiliaryOnesAndKeepsThoseOut)
 {
     Menus().AdicionaMenuAuxiliar();
-    EXPECT_EQ(host->Conta("AMEditMenu.IncorporaMenu(ActBar, [Nothing, mnuLimites, popEquip, bndAjuda], False)"), 1);
-}
-
-TEST_F(MenusGeralTeste, AdicionaMenuAuxiliar_Fails_IsIgnored)
-{
-    host->FalhaEm("AMEditMenu.IncorporaMenu");
-    Menus().AdicionaMenuAuxiliar();
-    host->LimpaRegistro();
-    Menus().RemoveMenuAuxiliar();
-    EXPECT_TRUE(host->Registro().empty());
-}
-
-TEST_F(MenusGeralTeste, AdicionaMenuAuxiliar_BeforeTheMainItems_KeepsThemOut)
-{
-    Menus().AdicionaMenuAuxiliar();
-    host->LimpaRegistro();
     Menus().IncorporaMenuPrincipal(); // the flag is one for both
-    EXPECT_TRUE(host->Registro().empty());
+    EXPECT_TRUE(RegistroIgual(Vistos(),
+                              {"Host.CriaAMEditMenu()",
+                               "AMEditMenu.IncorporaMenu(ActBar, [Nothing, mnuLimites, popEquip, bndAjuda], False)"}));
 }
 
 TEST_F(MenusGeralTeste, RemoveMenuAuxiliar_BothMerged_ClearsTheFlagOfTheMainItemsToo)
@@ -177,31 +180,24 @@ TEST_F(MenusGeralTeste, RemoveMenuAuxiliar_BothMerged_ClearsTheFlagOfTheMainItem
 
 // Finding items.
 
-TEST_F(MenusGeralTeste, Item_ByPosition_IsFoundFromOneToTheUpperBound)
+TEST_F(MenusGeralTeste, Item_ByPosition_IsFoundFromOneToTheUpperBoundAndRounded)
 {
-    EXPECT_EQ(Menus().Item(std::int32_t{1})->Name, "mnuNovo");
-    EXPECT_EQ(Menus().Item(std::int16_t{3})->Name, "mnuSobre");
-    EXPECT_EQ(Menus().Item("2")->Name, "mnuAbrir"); // what reads as a number is a position
+    const std::vector<std::pair<Valor, std::string>> posicoes = {
+        {std::int32_t{1}, "mnuNovo"},
+        {std::int16_t{3}, "mnuSobre"},
+        {"2", "mnuAbrir"}, // what reads as a number
+        {1.5, "mnuAbrir"},
+        {"2,4", "mnuAbrir"}, // half to even
+    };
+    for (const auto &[posicao, nome] : posicoes) {
+        EXPECT_EQ(Menus().Item(posicao)->Name, nome);
+    }
     EXPECT_EQ(Menus().ItemAuxiliar(std::int32_t{3})->Name, "bndAjuda");
-}
-
-TEST_F(MenusGeralTeste, Item_OutsideThePositions_IsNothing)
-{
-    EXPECT_TRUE(Menus().Item(std::int32_t{0}).Nada());
-    EXPECT_TRUE(Menus().Item(std::int32_t{4}).Nada());
-    EXPECT_TRUE(Menus().Item(std::int32_t{-1}).Nada());
-    EXPECT_TRUE(Menus().Item("0").Nada());
-    EXPECT_TRUE(Menus().Item("99999999999").Nada());
-    EXPECT_TRUE(Menus().Item(Valor()).Nada());
+    for (const Valor &fora : {Valor(std::int32_t{0}), Valor(std::int32_t{4}), Valor(std::int32_t{-1}), Valor("0"),
+                              Valor("99999999999"), Valor(), Valor(3.2), Valor(0.9)}) {
+        EXPECT_TRUE(Menus().Item(fora).Nada());
+    }
     EXPECT_TRUE(Menus().ItemAuxiliar(std::int32_t{4}).Nada());
-}
-
-TEST_F(MenusGeralTeste, Item_PositionWithDecimals_IsRoundedInsideTheBounds)
-{
-    EXPECT_EQ(Menus().Item(1.5)->Name, "mnuAbrir"); // half to even
-    EXPECT_EQ(Menus().Item("2,4")->Name, "mnuAbrir");
-    EXPECT_TRUE(Menus().Item(3.2).Nada());
-    EXPECT_TRUE(Menus().Item(0.9).Nada());
 }
 
 TEST_F(MenusGeralTeste, Item_ByName_IsTheFirstOfExactlyThatName)
@@ -243,17 +239,10 @@ TEST_F(MenusGeralTeste, Item_AfterTheShellEnded_IsNothing)
 
 TEST_F(MenusGeralTeste, DesabilitarMenu_Items_AreDisabledHiddenOrLeftAloneEachByItsFlags)
 {
+    Menus().aMenu.push_back(ItemDeMenu("mnuLimites", "popEquip", true, true)); // never disabled, though it hides
     Menus().DesabilitarMenu();
-    EXPECT_TRUE(
-        RegistroIgual(host->Registro(), {"Tool(mnuNovo).Visible := True", "Tool(mnuNovo).Enabled := False",
+    EXPECT_TRUE(RegistroIgual(Vistos(), {"Tool(mnuNovo).Visible := True", "Tool(mnuNovo).Enabled := False",
                                          "Tool(mnuAbrir).Visible := False", "Tool(mnuAbrir).Enabled := False"}));
-}
-
-TEST_F(MenusGeralTeste, DesabilitarMenu_ItemThatIsNeverDisabledAndHides_IsLeftAlone)
-{
-    Menus().aMenu = {nullptr, ItemDeMenu("mnuSobre", "bndAjuda", true, true)};
-    Menus().DesabilitarMenu();
-    EXPECT_TRUE(host->Registro().empty());
 }
 
 TEST_F(MenusGeralTeste, DesabilitarMenu_WritesThatFail_GoOnWithTheNext)
@@ -265,34 +254,25 @@ TEST_F(MenusGeralTeste, DesabilitarMenu_WritesThatFail_GoOnWithTheNext)
     EXPECT_FALSE(Tool("bndArquivo", "mnuAbrir")->Visible());
 }
 
-TEST_F(MenusGeralTeste, DesabilitarMenu_WithoutMenuHolder_IsIgnored)
+TEST_F(MenusGeralTeste, DesabilitarMenu_WithoutItemsOrMenuHolder_TouchesNothing)
 {
     geral->ActBar = nullptr;
     Menus().DesabilitarMenu();
-    EXPECT_TRUE(host->Registro().empty());
-}
-
-TEST_F(MenusGeralTeste, DesabilitarMenu_ModuleWithoutItems_TouchesNothing)
-{
+    geral->ActBar = host->ActBar;
     Menus().aMenu.assign(1, nullptr);
     Menus().DesabilitarMenu();
-    EXPECT_TRUE(host->Registro().empty());
+    EXPECT_EQ(Vistos(), Linhas{});
 }
 
-TEST_F(MenusGeralTeste, HabilitarFerramenta_PlainItem_StaysVisible)
+TEST_F(MenusGeralTeste, HabilitarFerramenta_AnItem_StaysVisibleUnlessItHidesWhenDisabled)
 {
-    Menus().HabilitarFerramenta(Menus().Item("mnuNovo"), true);
-    Menus().HabilitarFerramenta(Menus().Item("mnuNovo"), false);
-    EXPECT_TRUE(RegistroIgual(host->Registro(), {"Tool(mnuNovo).Visible := True", "Tool(mnuNovo).Enabled := True",
-                                                 "Tool(mnuNovo).Visible := True", "Tool(mnuNovo).Enabled := False"}));
-}
-
-TEST_F(MenusGeralTeste, HabilitarFerramenta_ItemThatHides_IsVisibleOnlyWhenEnabled)
-{
-    Menus().HabilitarFerramenta(Menus().Item("mnuAbrir"), true);
-    Menus().HabilitarFerramenta(Menus().Item("mnuAbrir"), false);
-    EXPECT_TRUE(
-        RegistroIgual(host->Registro(), {"Tool(mnuAbrir).Visible := True", "Tool(mnuAbrir).Enabled := True",
+    for (const char *nome : {"mnuNovo", "mnuAbrir"}) {
+        Menus().HabilitarFerramenta(Menus().Item(nome), true);
+        Menus().HabilitarFerramenta(Menus().Item(nome), false);
+    }
+    EXPECT_TRUE(RegistroIgual(Vistos(), {"Tool(mnuNovo).Visible := True", "Tool(mnuNovo).Enabled := True",
+                                         "Tool(mnuNovo).Visible := True", "Tool(mnuNovo).Enabled := False",
+                                         "Tool(mnuAbrir).Visible := True", "Tool(mnuAbrir).Enabled := True",
                                          "Tool(mnuAbrir).Visible := False", "Tool(mnuAbrir).Enabled := False"}));
 }
 
@@ -307,37 +287,26 @@ TEST_F(MenusGeralTeste, HabilitarFerramenta_AnythingFails_IsIgnored)
 
 TEST_F(MenusGeralTeste, HabilitarBand_ByItsTools_IsTrueWhenOneIsVisibleAndEnabled)
 {
-    EXPECT_TRUE(Menus().HabilitarBand("bndAjuda"));
-    Tool("bndAjuda", "mnuSobre")->DefineEnabled(false);
-    EXPECT_FALSE(Menus().HabilitarBand("bndAjuda"));
-    Tool("bndAjuda", "mnuSobre")->DefineEnabled(true);
-    Tool("bndAjuda", "mnuSobre")->DefineVisible(false);
-    EXPECT_FALSE(Menus().HabilitarBand("bndAjuda"));
     EXPECT_FALSE(Menus().HabilitarBand("bndVazia"));
-}
-
-TEST_F(MenusGeralTeste, HabilitarBand_LastToolAlone_IsEnough)
-{
+    for (int estado = 0; estado < 4; ++estado) {
+        const bool visivel = estado % 2 == 1;
+        const bool habilitada = estado / 2 == 1;
+        Tool("bndAjuda", "mnuSobre")->DefineVisible(visivel);
+        Tool("bndAjuda", "mnuSobre")->DefineEnabled(habilitada);
+        EXPECT_EQ(Menus().HabilitarBand("bndAjuda"), visivel && habilitada) << estado;
+    }
     Tool("bndArquivo", "mnuNovo")->DefineEnabled(false);
-    Tool("bndArquivo", "mnuAbrir")->DefineVisible(true);
+    Tool("bndArquivo", "mnuAbrir")->DefineVisible(true); // the last one alone is enough
     Tool("bndArquivo", "mnuAbrir")->DefineEnabled(true);
     EXPECT_TRUE(Menus().HabilitarBand("bndArquivo"));
 }
 
-TEST_F(MenusGeralTeste, HabilitarBand_UnknownBand_RaisesTheHostsErrorWithItsTail)
+TEST_F(MenusGeralTeste, HabilitarBand_UnknownBandOrNoMenuHolder_RaisesWithItsTail)
 {
-    const Falha falha = FalhaLancada([&] { Menus().HabilitarBand("bndQueNaoHa"); });
-    EXPECT_EQ(falha.Numero, 9);
-    EXPECT_EQ(falha.Fonte, "ActBar < Geral.HabilitarBand");
-    EXPECT_EQ(falha.Descricao, "A band bndQueNaoHa não existe");
-}
-
-TEST_F(MenusGeralTeste, HabilitarBand_WithoutMenuHolder_RaisesNinetyOneWithItsTail)
-{
+    EXPECT_TRUE(Lanca(9, "ActBar < Geral.HabilitarBand", "A band bndQueNaoHa não existe",
+                      [&] { Menus().HabilitarBand("bndQueNaoHa"); }));
     geral->ActBar = nullptr;
-    const Falha falha = FalhaLancada([&] { Menus().HabilitarBand("bndAjuda"); });
-    EXPECT_EQ(falha.Numero, 91);
-    EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP < Geral.HabilitarBand");
+    EXPECT_TRUE(Lanca(91, "ZTAVOREQUIP < Geral.HabilitarBand", [&] { Menus().HabilitarBand("bndAjuda"); }));
 }
 
 // Popups.
@@ -346,16 +315,10 @@ TEST_F(MenusGeralTeste, PopupBand_Coordinates_LoseTheirDecimals)
 {
     Menus().PopupBand(100.9, 20.5, "popEquip");
     Menus().PopupBand(-1.5, 0.2, "popEquip");
-    EXPECT_TRUE(
-        RegistroIgual(host->Registro(), {"Plataforma.ProcessaMensagens()", "Band(popEquip).TrackPopup(100, 20)",
-                                         "Plataforma.ProcessaMensagens()", "Band(popEquip).TrackPopup(-1, 0)"}));
-}
-
-TEST_F(MenusGeralTeste, PopupBand16_Coordinates_GoAsTheyAre)
-{
     Menus().PopupBand16("popEquip", 32767, -5);
-    EXPECT_TRUE(
-        RegistroIgual(host->Registro(), {"Plataforma.ProcessaMensagens()", "Band(popEquip).TrackPopup(32767, -5)"}));
+    EXPECT_TRUE(RegistroIgual(Vistos(), {"Plataforma.ProcessaMensagens()", "Band(popEquip).TrackPopup(100, 20)",
+                                         "Plataforma.ProcessaMensagens()", "Band(popEquip).TrackPopup(-1, 0)",
+                                         "Plataforma.ProcessaMensagens()", "Band(popEquip).TrackPopup(32767, -5)"}));
 }
 
 TEST_F(MenusGeralTeste, PopupBand_AnythingFails_IsIgnored)
@@ -365,7 +328,10 @@ TEST_F(MenusGeralTeste, PopupBand_AnythingFails_IsIgnored)
     Menus().PopupBand16("bndQueNaoHa", 1, 2);
     host->FalhaEm("Band(popEquip).TrackPopup");
     Menus().PopupBand16("popEquip", 1, 2);
-    EXPECT_EQ(host->Conta("Band(popEquip).TrackPopup"), 1);
+    host->FalhaEm("Plataforma.ProcessaMensagens");
+    Menus().PopupBand16("popEquip", 3, 4);
+    EXPECT_TRUE(RegistroIgual(host->RegistroDe({"Band("}),
+                              {"Band(popEquip).TrackPopup(1, 2) !! 51", "Band(popEquip).TrackPopup(3, 4)"}));
 }
 
 TEST_F(MenusGeralTeste, PopupBand_AnotherClickInTheQueue_ArrivesBeforeThePopup)
@@ -381,71 +347,36 @@ TEST_F(MenusGeralTeste, PopupBand_AnotherClickInTheQueue_ArrivesBeforeThePopup)
 
 TEST_F(MenusGeralTeste, PopupAuxiliar_ItemLeftOut_TakesTheFirstWithASubBand)
 {
+    const Linhas popup{"Plataforma.ProcessaMensagens()", "Band(popEquip).TrackPopup(10, 20)"};
     Menus().PopupAuxiliar(10, 20);
-    EXPECT_TRUE(
-        RegistroIgual(host->Registro(), {"Plataforma.ProcessaMensagens()", "Band(popEquip).TrackPopup(10, 20)"}));
-}
-
-TEST_F(MenusGeralTeste, PopupAuxiliar_NoItemWithASubBand_DoesNothing)
-{
-    Menus().aMenuAux.resize(2);
+    EXPECT_TRUE(RegistroIgual(Vistos(), popup));
+    Menus().aMenuAux = {nullptr, nullptr, ItemDeMenu("popEquip", "bndArquivo", false, false, "sub")};
+    Menus().PopupAuxiliar(10, 20); // behind a place that holds none
+    EXPECT_TRUE(RegistroIgual(Vistos(), popup));
+    Menus().aMenuAux = {nullptr, ItemDeMenu("mnuLimites", "popEquip")};
     Menus().PopupAuxiliar(10, 20);
     Menus().aMenuAux.resize(1);
     Menus().PopupAuxiliar(10, 20);
-    EXPECT_TRUE(host->Registro().empty());
+    EXPECT_EQ(Vistos(), Linhas{});
 }
 
-TEST_F(MenusGeralTeste, PopupAuxiliar_ByPosition_ShowsTheBandNamedByThatItem)
+TEST_F(MenusGeralTeste, PopupAuxiliar_ByPositionOrBandNameInAnyCase_ShowsThatBand)
 {
-    Menus().PopupAuxiliar(10, 20, Valor(std::int32_t{3}));
-    Menus().PopupAuxiliar(11, 21, Valor("2"));
+    for (const Valor &item : {Valor(std::int32_t{3}), Valor("2"), Valor("POPequip"), Valor("bndajuda"),
+                              Valor("bndARQUIVO")}) { // the last at position 0
+        Menus().PopupAuxiliar(10, 20, item);
+    }
     EXPECT_TRUE(RegistroIgual(host->RegistroDe({"Band("}),
-                              {"Band(bndAjuda).TrackPopup(10, 20)", "Band(popEquip).TrackPopup(11, 21)"}));
-}
-
-TEST_F(MenusGeralTeste, PopupAuxiliar_PositionOutside_DoesNothing)
-{
-    Menus().PopupAuxiliar(10, 20, Valor(std::int32_t{0}));
-    Menus().PopupAuxiliar(10, 20, Valor(std::int32_t{4}));
-    Menus().PopupAuxiliar(10, 20, Valor(std::int32_t{-1}));
-    EXPECT_TRUE(host->Registro().empty());
-}
-
-TEST_F(MenusGeralTeste, PopupAuxiliar_ByBandNameInAnyCase_ShowsTheFirst)
-{
-    Menus().PopupAuxiliar(10, 20, Valor("POPequip"));
-    Menus().PopupAuxiliar(11, 21, Valor("bndajuda"));
-    Menus().PopupAuxiliar(12, 22, Valor("bndARQUIVO")); // at position 0
-    EXPECT_TRUE(RegistroIgual(host->RegistroDe({"Band("}),
-                              {"Band(popEquip).TrackPopup(10, 20)", "Band(bndAjuda).TrackPopup(11, 21)",
-                               "Band(bndArquivo).TrackPopup(12, 22)"}));
-}
-
-TEST_F(MenusGeralTeste, PopupBand_QueueThatFails_ShowsThePopupAllTheSame)
-{
-    host->FalhaEm("Plataforma.ProcessaMensagens");
-    Menus().PopupBand16("popEquip", 1, 2);
-    EXPECT_EQ(host->Conta("Band(popEquip).TrackPopup(1, 2)"), 1);
-}
-
-TEST_F(MenusGeralTeste, PopupAuxiliar_BehindAPlaceThatHoldsNone_IsShown)
-{
-    Menus().aMenuAux = {nullptr, nullptr, ItemDeMenu("popEquip", "bndArquivo", false, false, "sub")};
-    Menus().PopupAuxiliar(10, 20);
-    EXPECT_EQ(host->Conta("Band(popEquip).TrackPopup(10, 20)"), 1);
-}
-
-TEST_F(MenusGeralTeste, PopupAuxiliar_UnknownName_DoesNothing)
-{
-    Menus().PopupAuxiliar(10, 20, Valor("bndQueNaoHa"));
-    Menus().PopupAuxiliar(10, 20, Valor(""));
-    EXPECT_TRUE(host->Registro().empty());
-}
-
-TEST_F(MenusGeralTeste, PopupAuxiliar_ItemThatNamesNoBand_IsIgnored)
-{
+                              {"Band(bndAjuda).TrackPopup(10, 20)", "Band(popEquip).TrackPopup(10, 20)",
+                               "Band(popEquip).TrackPopup(10, 20)", "Band(bndAjuda).TrackPopup(10, 20)",
+                               "Band(bndArquivo).TrackPopup(10, 20)"}));
+    Vistos();
+    for (const Valor &item :
+         {Valor(std::int32_t{0}), Valor(std::int32_t{4}), Valor(std::int32_t{-1}), Valor("bndQueNaoHa"), Valor("")}) {
+        Menus().PopupAuxiliar(10, 20, item);
+    }
+    EXPECT_EQ(Vistos(), Linhas{});
     Menus().PopupAuxiliar(10, 20, Valor(std::int32_t{1})); // "mnuLimites" is a tool, not a band
-    EXPECT_EQ(host->Conta("Band("), 0);
     geral->ActBar = nullptr;
     Menus().PopupAuxiliar(10, 20, Valor("popEquip"));
     EXPECT_EQ(host->Conta("Band("), 0);

@@ -1,12 +1,17 @@
 #include "shell/ModGeral.h"
 
+#include "controls/ztList.h"
 #include "tests/shell/FormDeTeste.h"
 #include "tests/support/FalhaLancada.h"
+#include "tests/support/FormFalso.h"
 #include "tests/support/HostTeste.h"
 #include "tests/support/MemoriaEscassa.h"
 #include "tests/support/UmControle.h"
 
+#include <algorithm>
+#include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -21,21 +26,51 @@ class ModGeralTeste : public HostTeste {
         HostTeste::TearDown();
     }
 
-    Ref<IztCombo> Combo() { return CriadoPeloHost<IztCombo>(m_Form, Chamado<AjustesZtCombo>("cbo")); }
+    void UsaServicos()
+    {
+        goDadosVor();
+        goMensagem();
+        goDiretorios();
+        goGateway();
+    }
 
-    // Texts and values of a combo's items, "text|value".
-    static Linhas Itens(const Ref<IztCombo> &combo)
+    const Linhas CaminhoDoGateway{
+        "objMTM.CreateQMR()", "QMR.CreateNewTrataBD()", "TrataBD.InicializaInfoSistema(\"VOR\", 1)",
+        "TrataBD.pQMR()",     "QMR.Sessao()",           "objMTM.ObtemGateway()"};
+    Ref<FormDeTeste> m_Form = Novo<FormDeTeste>(); // holds a control's place
+};
+
+// A combo that the module fills.
+class ComboTeste : public ModGeralTeste {
+  protected:
+    void SetUp() override
+    {
+        HostTeste::SetUp();
+        LogaGeral();
+        cbo = CriadoPeloHost<IztCombo>(m_Form, Chamado<AjustesZtCombo>("cbo"));
+        host->MDB->TabelaDe("Municipio").Linhas.clear();
+    }
+
+    void TearDown() override
+    {
+        cbo = nullptr;
+        ModGeralTeste::TearDown();
+    }
+
+    // Texts and values of its items, "text|value".
+    Linhas Itens() const
     {
         Linhas itens;
-        for (std::int16_t indice = 0; indice < combo->NroItens(); ++indice) {
-            combo->DefineIndiceAtual(indice);
-            itens.push_back(combo->Texto() + "|" + combo->Valor());
+        for (std::int16_t indice = 0; indice < cbo->NroItens(); ++indice) {
+            cbo->DefineIndiceAtual(indice);
+            itens.push_back(cbo->Texto() + "|" + cbo->Valor());
         }
         return itens;
     }
 
-  private:
-    Ref<FormDeTeste> m_Form = Novo<FormDeTeste>(); // holds the combos' place
+    void PoeLayout(const std::string &nome) { host->Tela->Arquivos.Poe("C:\\HOST\\LAYOUTS\\" + nome, {}); }
+
+    Ref<IztCombo> cbo;
 };
 
 // The singletons.
@@ -53,20 +88,13 @@ TEST_F(ModGeralTeste, goMensagem_OnFirstUse_IsCreatedWithTheProductNameAsTitle)
 
 TEST_F(ModGeralTeste, goMensagem_TitleThatCannotBeRead_PassesTheFaultAndIsTriedAgain)
 {
+    EXPECT_TRUE(Lanca(91, "ZTAVOREQUIP", [] { goMensagem(); })); // there is no shell
     LogaGeral();
     LiberaServicos();
-    host->FalhaEm("oAppEXE.ProductName", 1, 1001, "Sem nome");
-    const Falha falha = FalhaLancada([] { goMensagem(); });
-    EXPECT_EQ(falha.Numero, 1001);
-    EXPECT_EQ(falha.Fonte, "oAppEXE.ProductName");
+    FalhaEmCada({"oAppEXE.ProductName"}, "", [] { goMensagem(); });
     host->LimpaRegistro();
     goMensagem();
     EXPECT_EQ(host->Conta("goMensagem.Titulo := \"Sistema de Autuações\""), 1);
-}
-
-TEST_F(ModGeralTeste, goMensagem_WithoutShell_RaisesNinetyOne)
-{
-    EXPECT_EQ(FalhaLancada([] { goMensagem(); }).Numero, 91);
 }
 
 TEST_F(ModGeralTeste, goDadosVor_OnFirstUse_IsInitialisedWithTheInterfaceServices)
@@ -77,13 +105,13 @@ TEST_F(ModGeralTeste, goDadosVor_OnFirstUse_IsInitialisedWithTheInterfaceService
     EXPECT_TRUE(RegistroIgual(host->Registro(), {"Host.CriaDadosVor()", "goDadosVor.Inicializa(ObjInterface)"}));
 }
 
-TEST_F(ModGeralTeste, goDadosVor_InitialisationThatFails_IsTriedAgain)
+TEST_F(ModGeralTeste, Singletons_ClassOrInitialisationThatFails_PassTheFaultAndAreTriedAgain)
 {
     LogaGeral();
-    host->FalhaEm("goDadosVor.Inicializa");
-    EXPECT_EQ(FalhaLancada([] { goDadosVor(); }).Fonte, "goDadosVor.Inicializa");
+    FalhaEmCada({"Host.CriaDadosVor", "goDadosVor.Inicializa"}, "", [] { goDadosVor(); });
+    FalhaEmCada({"Host.CriaDiretorios"}, "", [] { goDiretorios(); });
     goDadosVor();
-    EXPECT_EQ(host->Conta("Host.CriaDadosVor()"), 2);
+    EXPECT_EQ(host->Conta("Host.CriaDadosVor()"), 3);
     EXPECT_EQ(host->Conta("goDadosVor.Inicializa(ObjInterface)"), 2);
 }
 
@@ -102,78 +130,48 @@ TEST_F(ModGeralTeste, ObjGlobalVor_Twice_IsCreatedOnceAndOutlivesTheLogoff)
     EXPECT_TRUE(RegistroIgual(host->Registro(), {"Host.CriaObjGlobalVor()"}));
 }
 
-TEST_F(ModGeralTeste, Singletons_ClassThatIsNotThere_PassTheFault)
-{
-    LogaGeral();
-    host->FalhaEm("Host.CriaDiretorios", 1, 429, "Não há");
-    host->FalhaEm("Host.CriaDadosVor", 1, 429, "Não há");
-    EXPECT_EQ(FalhaLancada([] { goDiretorios(); }).Numero, 429);
-    EXPECT_EQ(FalhaLancada([] { goDadosVor(); }).Numero, 429);
-}
-
 // The gateway.
 
-TEST_F(ModGeralTeste, goGateway_OnFirstUse_FollowsTheChainOnce)
+TEST_F(ModGeralTeste, goGateway_OnFirstUseAndAfterLogoff_FollowsTheChainOnce)
 {
     LogaGeral();
-    Ref<IGateway> primeiro = goGateway();
-    EXPECT_TRUE(goGateway() == primeiro);
-    EXPECT_TRUE(RegistroIgual(host->Registro(), {"objMTM.CreateQMR()", "QMR.CreateNewTrataBD()",
-                                                 "TrataBD.InicializaInfoSistema(\"VOR\", 1)", "TrataBD.pQMR()",
-                                                 "QMR.Sessao()", "objMTM.ObtemGateway()"}));
-}
-
-TEST_F(ModGeralTeste, goGateway_AfterLogoff_IsBuiltAgainFromTheDatabaseHelper)
-{
-    LogaGeral();
-    goGateway();
-    geral->Logoff();
-    geral->Logon(host->objMTM, host->objSCA, "");
-    host->LimpaRegistro();
-    goGateway();
-    EXPECT_TRUE(RegistroIgual(host->Registro(), {"objMTM.CreateQMR()", "QMR.CreateNewTrataBD()",
-                                                 "TrataBD.InicializaInfoSistema(\"VOR\", 1)", "TrataBD.pQMR()",
-                                                 "QMR.Sessao()", "objMTM.ObtemGateway()"}));
+    for (int logon = 0; logon < 2; ++logon) {
+        Ref<IGateway> primeiro = goGateway();
+        EXPECT_TRUE(goGateway() == primeiro);
+        EXPECT_TRUE(RegistroIgual(host->Registro(), CaminhoDoGateway));
+        geral->Logoff();
+        geral->Logon(host->objMTM, host->objSCA, "");
+        host->LimpaRegistro();
+    }
 }
 
 TEST_F(ModGeralTeste, goGateway_AnyStepThatFails_PassesTheFaultUnchangedAndIsTriedAgain)
 {
+    EXPECT_TRUE(Lanca(91, "ZTAVOREQUIP", [] { goGateway(); })); // there is no session
     LogaGeral();
-    for (const char *passo : {"objMTM.CreateQMR", "QMR.CreateNewTrataBD", "TrataBD.InicializaInfoSistema",
-                              "TrataBD.pQMR", "QMR.Sessao", "objMTM.ObtemGateway"}) {
-        SCOPED_TRACE(passo);
-        host->FalhaEm(passo, 1, 1002, "Sem rede");
-        const Falha falha = FalhaLancada([] { goGateway(); });
-        EXPECT_EQ(falha.Numero, 1002);
-        EXPECT_EQ(falha.Fonte, passo);
-        EXPECT_EQ(falha.Descricao, "Sem rede");
-    }
+    FalhaEmCada({"objMTM.CreateQMR", "QMR.CreateNewTrataBD", "TrataBD.InicializaInfoSistema", "TrataBD.pQMR",
+                 "QMR.Sessao", "objMTM.ObtemGateway"},
+                "", [] { goGateway(); });
     EXPECT_FALSE(goGateway().Nada());
 }
 
-TEST_F(ModGeralTeste, goGateway_WithoutSession_RaisesNinetyOne)
-{
-    EXPECT_EQ(FalhaLancada([] { goGateway(); }).Numero, 91);
-}
-
-TEST_F(ModGeralTeste, LiberaServicos_WithEveryService_FinalisesTheDomainDataAndForgetsAll)
+TEST_F(ModGeralTeste, LiberaServicos_WithEveryService_FinalisesTheDomainDataAndForgetsAllWhateverHappens)
 {
     LogaGeral();
-    goDadosVor();
-    goMensagem();
-    goDiretorios();
-    goGateway();
-    host->LimpaRegistro();
-    LiberaServicos();
-    EXPECT_TRUE(RegistroIgual(host->Registro(), {"goDadosVor.Finaliza()"}));
-    host->LimpaRegistro();
-    goDadosVor();
-    goMensagem();
-    goDiretorios();
-    goGateway();
-    for (const char *criacao :
-         {"Host.CriaDadosVor()", "Host.CriaMensagem()", "Host.CriaDiretorios()", "objMTM.ObtemGateway()"}) {
-        EXPECT_EQ(host->Conta(criacao), 1) << criacao;
+    for (bool falha : {false, true}) {
+        UsaServicos();
+        host->LimpaRegistro();
+        if (falha) {
+            host->FalhaEm("goDadosVor.Finaliza");
+        }
+        LiberaServicos();
+        EXPECT_TRUE(RegistroIgual(host->Registro(), {"goDadosVor.Finaliza()*"}));
+        host->LimpaRegistro();
+        UsaServicos();
+        for (const char *criacao :
+             {"Host.CriaDadosVor()", "Host.CriaMensagem()", "Host.CriaDiretorios()", "objMTM.ObtemGateway()"}) {
+            EXPECT_EQ(host->Conta(criacao), 1) << criacao;
+        }
     }
 }
 
@@ -217,17 +215,6 @@ TEST_F(ModGeralTeste, LiberaServicos_WithoutServices_CreatesAndCallsNothing)
     EXPECT_TRUE(host->Registro().empty());
 }
 
-TEST_F(ModGeralTeste, LiberaServicos_FinalisationThatFails_ForgetsAllTheSame)
-{
-    LogaGeral();
-    goDadosVor();
-    host->FalhaEm("goDadosVor.Finaliza");
-    LiberaServicos();
-    host->LimpaRegistro();
-    goDadosVor();
-    EXPECT_EQ(host->Conta("Host.CriaDadosVor()"), 1);
-}
-
 TEST_F(ModGeralTeste, DescarregaModulo_AfterALogon_LeavesNothingBehindAndFinalisesNothing)
 {
     host->Dominio->CodMunic = 8801;
@@ -268,12 +255,8 @@ TEST_F(ModGeralTeste, gSubMostraErro_InACatchBlock_ShowsTheFaultBeingHandled)
     } catch (...) {
         gSubMostraErro("COEquipamentos.Inativar");
     }
-    ASSERT_EQ(host->Erros().size(), 1U);
-    EXPECT_EQ(host->Erros()[0].Contexto, "COEquipamentos.Inativar");
-    EXPECT_EQ(host->Erros()[0].Numero, 1033);
-    EXPECT_EQ(host->Erros()[0].Descricao, "Objeto de Relatorios nao Definido");
-    EXPECT_EQ(host->Erros()[0].Fonte, "ZTAVOREQUIP.Geral.ImprimirRelatorio");
-    EXPECT_EQ(host->Erros()[0].Titulo, "Sistema de Autuações");
+    EXPECT_EQ(Erros(), Linhas{"COEquipamentos.Inativar|1033|Objeto de Relatorios nao Definido|"
+                              "ZTAVOREQUIP.Geral.ImprimirRelatorio|Sistema de Autuações"});
 }
 
 TEST_F(ModGeralTeste, gSubMostraErro_AnythingInItFails_RaisesNothing)
@@ -285,9 +268,7 @@ TEST_F(ModGeralTeste, gSubMostraErro_AnythingInItFails_RaisesNothing)
         gSubMostraErro("ctx", 5, "Descrição", "Fonte");
     }
     // A pointer or a title that cannot be had does not keep the fault from being shown.
-    ASSERT_EQ(host->Erros().size(), 2U);
-    EXPECT_EQ(host->Erros()[0].Titulo, "Sistema de Autuações");
-    EXPECT_EQ(host->Erros()[1].Titulo, "");
+    EXPECT_EQ(Erros(), (Linhas{"ctx|5|Descrição|Fonte|Sistema de Autuações", "ctx|5|Descrição|Fonte|"}));
 }
 
 TEST_F(ModGeralTeste, gSubMostraErro_TitleCannotBeHad_ShowsTheFaultAndTheServiceIsBuiltAtTheNextUse)
@@ -297,18 +278,10 @@ TEST_F(ModGeralTeste, gSubMostraErro_TitleCannotBeHad_ShowsTheFaultAndTheService
     host->LimpaRegistro();
     host->FalhaEm("oAppEXE.ProductName");    // the title of the box
     host->FalhaEm("oAppEXE.ProductName", 2); // and that of the service, which is not there yet
-    gSubMostraErro("frmLista.cmdOK_Click", 5, "Descrição", "Fonte");
-    ASSERT_EQ(host->Erros().size(), 1U);
-    EXPECT_EQ(host->Erros()[0].Contexto, "frmLista.cmdOK_Click");
-    EXPECT_EQ(host->Erros()[0].Numero, 5);
-    EXPECT_EQ(host->Erros()[0].Descricao, "Descrição");
-    EXPECT_EQ(host->Erros()[0].Fonte, "Fonte");
-    EXPECT_EQ(host->Erros()[0].Titulo, "");
+    gSubMostraErro("ctx", 5, "Descrição", "Fonte");
     EXPECT_EQ(host->Conta("goMensagem.Titulo"), 0);
-
-    gSubMostraErro("frmLista.cmdOK_Click", 5, "Descrição", "Fonte");
-    ASSERT_EQ(host->Erros().size(), 2U);
-    EXPECT_EQ(host->Erros()[1].Titulo, "Sistema de Autuações");
+    gSubMostraErro("ctx", 5, "Descrição", "Fonte");
+    EXPECT_EQ(Erros(), (Linhas{"ctx|5|Descrição|Fonte|", "ctx|5|Descrição|Fonte|Sistema de Autuações"}));
     EXPECT_EQ(host->Conta("goMensagem.Titulo := \"Sistema de Autuações\""), 1);
 }
 
@@ -325,42 +298,34 @@ TEST_F(ModGeralTeste, gSubMostraErro_NoMessageService_ShowsTheDescriptionInABoxO
     EXPECT_EQ(host->Tela->Caixas()[0].Titulo, "Sistema de Autuações");
 }
 
-TEST_F(ModGeralTeste, gSubMostraErro_WithoutShell_ShowsTheFaultWithoutATitle)
+TEST_F(ModGeralTeste, gSubMostraErro_WithoutShellOrHost_ShowsTheFaultWithoutATitleOrNothing)
 {
     Plataforma()->DefinePonteiro(PonteiroAmpulheta);
     gSubMostraErro("ctx", 5, "Descrição", "Fonte");
     EXPECT_EQ(Plataforma()->Ponteiro(), 0);
-    ASSERT_EQ(host->Erros().size(), 1U);
-    EXPECT_EQ(host->Erros()[0].Descricao, "Descrição");
-    EXPECT_EQ(host->Erros()[0].Titulo, "");
-}
-
-TEST_F(ModGeralTeste, gSubMostraErro_WithoutHost_RaisesNothing)
-{
     InstalaHost(nullptr);
     gSubMostraErro("ctx", 5, "Descrição", "Fonte");
     InstalaHost(host);
-    EXPECT_TRUE(host->Erros().empty());
+    EXPECT_EQ(Erros(), Linhas{"ctx|5|Descrição|Fonte|"});
 }
 
 // The code tables.
 
-TEST_F(ModGeralTeste, gFunDescrEquipto_EachCode_GivesItsDescription)
+TEST_F(ModGeralTeste, gFunDescrEquipto_EachCode_GivesItsDescriptionAndAnyOtherTextIsUndefined)
 {
-    EXPECT_EQ(gFunDescrEquipto("C"), "Caetano");
-    EXPECT_EQ(gFunDescrEquipto("L"), "Lombada");
-    EXPECT_EQ(gFunDescrEquipto("P"), "Pardal");
-    EXPECT_EQ(gFunDescrEquipto("M"), "Pardal Móvel");
-    EXPECT_EQ(gFunDescrEquipto("R"), "Radar Fotográfico");
-    EXPECT_EQ(gFunDescrEquipto("A"), "Operado por Agente");
-    EXPECT_EQ(gFunDescrEquipto("E"), "Etilômetro");
-    EXPECT_EQ(gFunDescrEquipto("F"), "Agente Eletrônico");
-    EXPECT_EQ(gFunDescrEquipto("U"), "Luxímetro");
-    EXPECT_EQ(gFunDescrEquipto("V"), "Verif. Estac. Rotativo");
-}
-
-TEST_F(ModGeralTeste, gFunDescrEquipto_AnyOtherText_IsUndefined)
-{
+    const std::vector<std::pair<std::string, std::string>> tabela = {{"C", "Caetano"},
+                                                                     {"L", "Lombada"},
+                                                                     {"P", "Pardal"},
+                                                                     {"M", "Pardal Móvel"},
+                                                                     {"R", "Radar Fotográfico"},
+                                                                     {"A", "Operado por Agente"},
+                                                                     {"E", "Etilômetro"},
+                                                                     {"F", "Agente Eletrônico"},
+                                                                     {"U", "Luxímetro"},
+                                                                     {"V", "Verif. Estac. Rotativo"}};
+    for (const auto &[codigo, descricao] : tabela) {
+        EXPECT_EQ(gFunDescrEquipto(codigo), descricao);
+    }
     for (const char *codigo : {"", "c", "r", "T", "B", "CC", " C", "C "}) {
         EXPECT_EQ(gFunDescrEquipto(codigo), "Indefinido") << '"' << codigo << '"';
     }
@@ -369,23 +334,17 @@ TEST_F(ModGeralTeste, gFunDescrEquipto_AnyOtherText_IsUndefined)
 TEST_F(ModGeralTeste, gFunDescrEquipto_OutOfMemory_GoesOnWithItsTail)
 {
     const std::string codigo = "R";
-    const Falha falha = FalhaLancada([&] {
+    EXPECT_TRUE(Lanca(7, "ZTAVOREQUIP < ModGeral.gFunDescrEquipto", [&] {
         MemoriaEscassa escassa(1);
         gFunDescrEquipto(codigo);
-    });
-    EXPECT_EQ(falha.Numero, 7);
-    EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP < ModGeral.gFunDescrEquipto");
+    }));
 }
 
-TEST_F(ModGeralTeste, gFunDescrTipoAgente_EachCode_GivesItsDescription)
+TEST_F(ModGeralTeste, gFunDescrTipoAgente_EachCode_GivesItsDescriptionAndAnyOtherIsUndefined)
 {
     EXPECT_EQ(gFunDescrTipoAgente(1), "Fixo");
     EXPECT_EQ(gFunDescrTipoAgente(2), "Estático");
     EXPECT_EQ(gFunDescrTipoAgente(3), "Portátil");
-}
-
-TEST_F(ModGeralTeste, gFunDescrTipoAgente_AnyOtherCode_IsUndefined)
-{
     for (int codigo : {0, 4, -1, 32767, -32768}) {
         EXPECT_EQ(gFunDescrTipoAgente(static_cast<std::int16_t>(codigo)), "Indefinido") << codigo;
     }
@@ -393,141 +352,85 @@ TEST_F(ModGeralTeste, gFunDescrTipoAgente_AnyOtherCode_IsUndefined)
 
 // Combos.
 
-TEST_F(ModGeralTeste, gSubCarregaMunicipios_FreshCombo_GetsNameAndCodeInTheCursorsOrder)
+TEST_F(ComboTeste, gSubCarregaMunicipios_FreshCombo_GetsNameAndCodeInTheCursorsOrderAtEachCall)
 {
-    LogaGeral();
-    auto &municipios = host->MDB->TabelaDe("Municipio");
-    municipios.Linhas.clear();
     host->MDB->PoeMunicipio(8801, "PORTO ALEGRE", "RS", 4314902);
     host->MDB->PoeMunicipio(8501, "AGUDO", "RS", 4300109);
     host->MDB->PoeMunicipio(9999, "DISTRITO SEM CODIGO", "RS", 0);
     host->MDB->PoeMunicipio(8105, "FLORIANOPOLIS", "SC", 4205407);
-    Ref<IztCombo> cbo = Combo();
     gSubCarregaMunicipios(cbo);
-    EXPECT_EQ(Itens(cbo), (Linhas{"AGUDO|8501", "PORTO ALEGRE|8801"}));
     EXPECT_TRUE(RegistroIgual(host->RegistroDe({"MDB", "Cursor"}),
                               {"MDB.OpenRecordset(\"SELECT * FROM Municipio WHERE UF_MUNIC = 'RS' AND "
                                "COD_RENAVAM > 0 ORDER BY NOME_MUNICIPIO\", 4, ausente, ausente)*",
                                "Cursor.Close()"}));
+    gSubCarregaMunicipios(cbo);
+    EXPECT_EQ(Itens(), (Linhas{"AGUDO|8501", "PORTO ALEGRE|8801", "AGUDO|8501", "PORTO ALEGRE|8801"}));
 }
 
-TEST_F(ModGeralTeste, gSubCarregaMunicipios_Twice_AddsEveryMunicipalityTwice)
+TEST_F(ComboTeste, gSubCarregaMunicipios_NullName_JoinsAsNothing)
 {
-    LogaGeral();
-    host->MDB->TabelaDe("Municipio").Linhas.clear();
     host->MDB->PoeMunicipio(8501, "AGUDO", "RS", 4300109);
-    host->MDB->PoeMunicipio(8801, "PORTO ALEGRE", "RS", 4314902);
-    Ref<IztCombo> cbo = Combo();
+    auto &celulas = host->MDB->TabelaDe("Municipio").Linhas[0];
+    std::replace(celulas.begin(), celulas.end(), Valor("AGUDO"), Valor(Valor::Nulo()));
     gSubCarregaMunicipios(cbo);
-    gSubCarregaMunicipios(cbo);
-    EXPECT_EQ(Itens(cbo), (Linhas{"AGUDO|8501", "PORTO ALEGRE|8801", "AGUDO|8501", "PORTO ALEGRE|8801"}));
+    EXPECT_EQ(Itens(), (Linhas{"|8501"}));
 }
 
-TEST_F(ModGeralTeste, gSubCarregaMunicipios_NullName_JoinsAsNothing)
+TEST_F(ComboTeste, gSubCarregaMunicipios_Fails_ShowsTheFaultAndReturns)
 {
-    LogaGeral();
-    auto &municipios = host->MDB->TabelaDe("Municipio");
-    municipios.Linhas.clear();
     host->MDB->PoeMunicipio(8501, "AGUDO", "RS", 4300109);
-    for (Valor &celula : municipios.Linhas[0]) {
-        if (celula == Valor("AGUDO")) {
-            celula = Valor::Nulo();
-        }
-    }
-    Ref<IztCombo> cbo = Combo();
-    gSubCarregaMunicipios(cbo);
-    EXPECT_EQ(Itens(cbo), (Linhas{"|8501"}));
-}
-
-TEST_F(ModGeralTeste, gSubCarregaMunicipios_Fails_ShowsTheFaultAndReturns)
-{
-    LogaGeral();
     host->FalhaEm("MDB.OpenRecordset", 1, 3078, "Sem tabela");
-    Ref<IztCombo> cbo = Combo();
     gSubCarregaMunicipios(cbo);
     EXPECT_EQ(cbo->NroItens(), 0);
-    ASSERT_EQ(host->Erros().size(), 1U);
-    EXPECT_EQ(host->Erros()[0].Contexto, ".gSubCarregaMunicipios");
-    EXPECT_EQ(host->Erros()[0].Numero, 3078);
-    EXPECT_EQ(host->Erros()[0].Fonte, "MDB.OpenRecordset");
-}
-
-TEST_F(ModGeralTeste, gSubCarregaMunicipios_NoCombo_ShowsNinetyOne)
-{
-    LogaGeral();
     gSubCarregaMunicipios(nullptr);
-    ASSERT_EQ(host->Erros().size(), 1U);
-    EXPECT_EQ(host->Erros()[0].Numero, 91);
+    EXPECT_TRUE(RegistroIgual(
+        Erros(), {".gSubCarregaMunicipios|3078|Sem tabela|MDB.OpenRecordset|*", ".gSubCarregaMunicipios|91|*"}));
 }
 
-TEST_F(ModGeralTeste, gSubCarregaArqLayout_WithFiles_ListsTheirNamesBehindNone)
+TEST_F(ComboTeste, gSubCarregaArqLayout_WithFiles_ListsTheirNamesBehindNone)
 {
-    LogaGeral();
-    host->Tela->Arquivos.Poe("C:\\HOST\\LAYOUTS\\X.LAY", {}); // in the order of the file system
-    host->Tela->Arquivos.Poe("C:\\HOST\\LAYOUTS\\RADAR01.LAY", {});
-    host->Tela->Arquivos.Poe("C:\\HOST\\LAYOUTS\\leia.txt", {});
-    Ref<IztCombo> cbo = Combo();
+    for (const char *nome : {"X.LAY", "RADAR01.LAY", "leia.txt", "AÇÃO.LAY"}) { // in the order of the file system
+        PoeLayout(nome);
+    }
     cbo->AdicionaItem("velho|1");
     gSubCarregaArqLayout(cbo);
-    EXPECT_EQ(Itens(cbo), (Linhas{"NENHUM|NENHUM", "X|X", "RADAR01|RADAR01"}));
-    EXPECT_TRUE(
-        RegistroIgual(host->RegistroDe({"goDadosVor.DirLayouts", "Plataforma.P"}),
-                      {"goDadosVor.DirLayouts() -> \"C:\\HOST\\LAYOUTS\\\"",
-                       "Plataforma.PrimeiroArquivo(\"C:\\HOST\\LAYOUTS\\*.LAY\") -> \"X.LAY\"",
-                       "Plataforma.ProximoArquivo() -> \"RADAR01.LAY\"", "Plataforma.ProximoArquivo() -> \"\""}));
+    EXPECT_EQ(Itens(), (Linhas{"NENHUM|NENHUM", "X|X", "RADAR01|RADAR01", "AÇÃO|AÇÃO"}));
+    EXPECT_TRUE(RegistroIgual(host->RegistroDe({"goDadosVor.DirLayouts", "Plataforma.P"}),
+                              {"goDadosVor.DirLayouts() -> \"C:\\HOST\\LAYOUTS\\\"",
+                               "Plataforma.PrimeiroArquivo(\"C:\\HOST\\LAYOUTS\\*.LAY\") -> \"X.LAY\"",
+                               "Plataforma.ProximoArquivo() -> \"RADAR01.LAY\"",
+                               "Plataforma.ProximoArquivo() -> \"AÇÃO.LAY\"", "Plataforma.ProximoArquivo() -> \"\""}));
 }
 
-TEST_F(ModGeralTeste, gSubCarregaArqLayout_NoFile_OffersOnlyNone)
+TEST_F(ComboTeste, gSubCarregaArqLayout_NoFile_OffersOnlyNone)
 {
-    LogaGeral();
-    Ref<IztCombo> cbo = Combo();
     gSubCarregaArqLayout(cbo);
-    EXPECT_EQ(Itens(cbo), (Linhas{"NENHUM|NENHUM"}));
+    EXPECT_EQ(Itens(), (Linhas{"NENHUM|NENHUM"}));
     EXPECT_EQ(host->Conta("Plataforma.ProximoArquivo"), 0);
 }
 
-TEST_F(ModGeralTeste, gSubCarregaArqLayout_AccentedName_LosesTheExtensionOnly)
+TEST_F(ComboTeste, gSubCarregaArqLayout_Fails_ShowsTheFaultAndKeepsWhatWasFound)
 {
-    LogaGeral();
-    host->Tela->Arquivos.Poe("C:\\HOST\\LAYOUTS\\AÇÃO.LAY", {});
-    Ref<IztCombo> cbo = Combo();
-    gSubCarregaArqLayout(cbo);
-    EXPECT_EQ(Itens(cbo), (Linhas{"NENHUM|NENHUM", "AÇÃO|AÇÃO"}));
-}
-
-TEST_F(ModGeralTeste, gSubCarregaArqLayout_Fails_ShowsTheFaultWithNoneAlreadyThere)
-{
-    LogaGeral();
+    PoeLayout("A1.LAY");
     host->FalhaEm("goDadosVor.DirLayouts", 1, 76, "Sem diretório");
-    Ref<IztCombo> cbo = Combo();
     gSubCarregaArqLayout(cbo);
-    EXPECT_EQ(Itens(cbo), (Linhas{"NENHUM|NENHUM"}));
-    ASSERT_EQ(host->Erros().size(), 1U);
-    EXPECT_EQ(host->Erros()[0].Contexto, ".gSubCarregaArqLayout");
-    EXPECT_EQ(host->Erros()[0].Numero, 76);
-    EXPECT_EQ(host->Erros()[0].Fonte, "goDadosVor.DirLayouts");
-}
-
-TEST_F(ModGeralTeste, gSubCarregaArqLayout_ListingThatFailsInTheMiddle_KeepsWhatWasFound)
-{
-    LogaGeral();
-    host->Tela->Arquivos.Poe("C:\\HOST\\LAYOUTS\\A1.LAY", {});
+    EXPECT_EQ(Itens(), (Linhas{"NENHUM|NENHUM"}));
     host->FalhaEm("Plataforma.ProximoArquivo");
-    Ref<IztCombo> cbo = Combo();
     gSubCarregaArqLayout(cbo);
-    EXPECT_EQ(Itens(cbo), (Linhas{"NENHUM|NENHUM", "A1|A1"}));
-    ASSERT_EQ(host->Erros().size(), 1U);
-    EXPECT_EQ(host->Erros()[0].Contexto, ".gSubCarregaArqLayout");
+    EXPECT_EQ(Itens(), (Linhas{"NENHUM|NENHUM", "A1|A1"}));
+    EXPECT_TRUE(RegistroIgual(
+        Erros(), {".gSubCarregaArqLayout|76|Sem diretório|goDadosVor.DirLayouts|*", ".gSubCarregaArqLayout|51|*"}));
 }
 
 // Columns of a list. What the list is told is kept by a list of this test.
 
-class ListaAnotada : public IztList {
+class ListaAnotada : public ztList {
   public:
+    using ztList::ztList;
+
     Linhas Chamadas;
     std::int32_t FalhaNa = 0; // call that fails
 
-    std::string_view NomeTipo() const override { return "ztList"; }
     void AdicionaColuna(std::int16_t numero, std::optional<std::string> chave, const std::string &titulo,
                         std::int16_t largura, std::int16_t alinhamento, const std::string &marca, bool visivel) override
     {
@@ -540,85 +443,28 @@ class ListaAnotada : public IztList {
         Anota("AlteraPrimeiraColuna", numero, chave, titulo, largura, alinhamento, marca, visivel);
     }
 
-    // Nothing else is used.
-    const std::string &Nome() const override { return m_Vazio; }
-    std::int16_t Indice() const override { return -1; }
-    EspecieControle Especie() const override { return EspecieControle::ztList; }
-    std::string Caption() const override { return {}; }
-    void DefineCaption(const std::string &) override {}
-    std::string Rotulo() const override { return {}; }
-    void DefineRotulo(const std::string &) override {}
-    Ref<IControle> Container() const override { return nullptr; }
-    std::int16_t Pagina() const override { return -1; }
-    std::int32_t Left() const override { return 0; }
-    void DefineLeft(std::int32_t) override {}
-    std::int32_t Top() const override { return 0; }
-    void DefineTop(std::int32_t) override {}
-    std::int32_t Width() const override { return 0; }
-    void DefineWidth(std::int32_t) override {}
-    std::int32_t Height() const override { return 0; }
-    void DefineHeight(std::int32_t) override {}
-    std::int16_t TabIndex() const override { return 0; }
-    void DefineTabIndex(std::int16_t) override {}
-    bool Enabled() const override { return true; }
-    void DefineEnabled(bool) override {}
-    bool Visible() const override { return true; }
-    void DefineVisible(bool) override {}
-    void SetFocus() override {}
-    void Limpa(std::optional<bool>) override {}
-    void CarregaItens(TabelaTexto &) override {}
-    void AtualizaLista() override {}
-    std::int32_t NroItens() const override { return 0; }
-    std::int32_t ItemAtual() const override { return -1; }
-    void DefineItemAtual(std::int32_t) override {}
-    std::string Celula(std::int32_t, const std::string &) const override { return {}; }
-    std::string ValorAtual(const std::string &) const override { return {}; }
-    std::string ColunaAtual(std::int16_t) const override { return {}; }
-    std::string Titulo() const override { return {}; }
-    void DefineTitulo(const std::string &) override {}
-    void DefineTemMais(bool) override {}
-    void IncluiItensMenu(const std::vector<ItemMenuLista> &) override {}
-    Ref<IItemMenu> ItemMenu(const std::string &) override { return nullptr; }
-    void MenuVisivel(const std::string &, bool) override {}
-    void MenuBloqueado(const std::string &, bool) override {}
-    void MenuHabilitado(const std::string &, bool) override {}
-    void MenuTexto(const std::string &, const std::string &) override {}
-    void EstiloMenu1(std::int32_t) override {}
-    void EstiloMenu2(std::int32_t) override {}
-    void BarraCriteriosAtiva(bool) override {}
-    std::int32_t BarraCriteriosAltura() const override { return 0; }
-    void DefineBarraCriteriosAltura(std::int32_t) override {}
-    void BotoesFecharAjuda(bool) override {}
-    void DefineJanelaExibida(bool) override {}
-    Evento<> &BotaoClick() override { return m_Evento; }
-    Evento<> &ItemClick() override { return m_Evento; }
-    Evento<std::string> &ItemMenuClicado() override { return m_ItemMenu; }
-    Evento<> &HabilitaItensMenuLista() override { return m_Evento; }
-    Evento<> &GotFocus() override { return m_Evento; }
-    Evento<std::int32_t &> &AntesDeRemoverItem() override { return m_Remocao; }
-    Evento<> &DepoisDeRemoverItem() override { return m_Evento; }
-    Evento<bool &> &BotaoLocalizarValida() override { return m_Valida; }
-    Evento<> &BotaoLocalizarEnvia() override { return m_Evento; }
-
   private:
+    template <class... Outros>
     void Anota(const std::string &operacao, std::int16_t numero, const std::optional<std::string> &chave,
-               const std::string &titulo, std::int16_t largura, std::int16_t alinhamento, const std::string &marca,
-               bool visivel)
+               const Outros &...outros)
     {
-        Chamadas.push_back(
-            operacao + "(" +
-            ArgumentosLog(numero, chave ? TextoLog(*chave) : "ausente", titulo, largura, alinhamento, marca, visivel) +
-            ")");
+        Chamadas.push_back(operacao + "(" + ArgumentosLog(numero, chave ? TextoLog(*chave) : "ausente", outros...) +
+                           ")");
         if (static_cast<std::int32_t>(Chamadas.size()) == FalhaNa) {
             throw Falha(5, "ztList." + operacao, "Coluna recusada");
         }
     }
+};
 
-    std::string m_Vazio;
-    Evento<> m_Evento;
-    Evento<std::string> m_ItemMenu;
-    Evento<std::int32_t &> m_Remocao;
-    Evento<bool &> m_Valida;
+class ListaTeste : public HostTeste {
+  protected:
+    void TearDown() override
+    {
+        lista = nullptr;
+        HostTeste::TearDown();
+    }
+
+    Ref<ListaAnotada> lista = Feito<ListaAnotada>(FormNaTela(), Chamado<AjustesZtList>("ztl"));
 };
 
 TabelaColunas TresColunas()
@@ -626,69 +472,65 @@ TabelaColunas TresColunas()
     return {{}, {"Código", 1200, "", 0}, {"NroIntEquip", 0, "", 0}, {"Verificação", 1000, "data", 2}};
 }
 
-TEST_F(ModGeralTeste, gsubConfigLista_Columns_ChangesTheFirstAndAddsTheOthers)
+TEST_F(ListaTeste, gsubConfigLista_Columns_ChangesTheFirstAndAddsTheOthersShowingThoseWithAWidth)
 {
-    auto lista = Novo<ListaAnotada>();
     gsubConfigLista(TresColunas(), lista);
+    gsubConfigLista({{}, {"X", 1, "", 0}, {"Y", 1, "", 0}}, lista);
+    gsubConfigLista({{}, {"X", -1, "", 0}}, lista);
     EXPECT_EQ(lista->Chamadas, (Linhas{"AlteraPrimeiraColuna(1, \"ausente\", \"Código\", 1200, 0, \"\", True)",
                                        "AdicionaColuna(2, \"ausente\", \"NroIntEquip\", 0, 0, \"\", False)",
-                                       "AdicionaColuna(3, \"ausente\", \"Verificação\", 1000, 2, \"data\", True)"}));
+                                       "AdicionaColuna(3, \"ausente\", \"Verificação\", 1000, 2, \"data\", True)",
+                                       "AlteraPrimeiraColuna(1, \"ausente\", \"X\", 1, 0, \"\", True)",
+                                       "AdicionaColuna(2, \"ausente\", \"Y\", 1, 0, \"\", True)",
+                                       "AlteraPrimeiraColuna(1, \"ausente\", \"X\", -1, 0, \"\", False)"}));
 }
 
-TEST_F(ModGeralTeste, gsubConfigLista_WidthOne_ShowsTheColumn)
+TEST_F(ListaTeste, gsubConfigLista_NothingAboveElementZero_ChangesNothing)
 {
-    auto lista = Novo<ListaAnotada>();
-    gsubConfigLista({{}, {"X", 1, "", 0}, {"Y", 1, "", 0}}, lista);
-    EXPECT_EQ(lista->Chamadas, (Linhas{"AlteraPrimeiraColuna(1, \"ausente\", \"X\", 1, 0, \"\", True)",
-                                       "AdicionaColuna(2, \"ausente\", \"Y\", 1, 0, \"\", True)"}));
-}
-
-TEST_F(ModGeralTeste, gsubConfigLista_NegativeWidth_HidesTheColumn)
-{
-    auto lista = Novo<ListaAnotada>();
-    gsubConfigLista({{}, {"X", -1, "", 0}}, lista);
-    EXPECT_EQ(lista->Chamadas, (Linhas{"AlteraPrimeiraColuna(1, \"ausente\", \"X\", -1, 0, \"\", False)"}));
-}
-
-TEST_F(ModGeralTeste, gsubConfigLista_NothingAboveElementZero_ChangesNothing)
-{
-    auto lista = Novo<ListaAnotada>();
     gsubConfigLista({{}}, lista);
     gsubConfigLista({}, lista);
     gsubConfigLista({{"Título", 100, "", 0}}, lista);
     EXPECT_TRUE(lista->Chamadas.empty());
 }
 
-TEST_F(ModGeralTeste, gsubConfigLista_Fails_GoesOnWithATailWithoutModule)
+TEST_F(ListaTeste, gsubConfigLista_Fails_GoesOnWithATailWithoutModule)
 {
-    auto lista = Novo<ListaAnotada>();
     lista->FalhaNa = 2;
-    const Falha falha = FalhaLancada([&] { gsubConfigLista(TresColunas(), lista); });
-    EXPECT_EQ(falha.Numero, 5);
-    EXPECT_EQ(falha.Fonte, "ztList.AdicionaColuna < gsubConfigLista");
-    EXPECT_EQ(falha.Descricao, "Coluna recusada");
+    EXPECT_TRUE(Lanca(5, "ztList.AdicionaColuna < gsubConfigLista", "Coluna recusada",
+                      [&] { gsubConfigLista(TresColunas(), lista); }));
     EXPECT_EQ(lista->Chamadas.size(), 2U);
+    EXPECT_TRUE(Lanca(91, "ZTAVOREQUIP < gsubConfigLista", [] { gsubConfigLista(TresColunas(), nullptr); }));
 }
 
-TEST_F(ModGeralTeste, gsubConfigLista_NoList_RaisesNinetyOneWithItsTail)
-{
-    const Falha falha = FalhaLancada([] { gsubConfigLista(TresColunas(), nullptr); });
-    EXPECT_EQ(falha.Numero, 91);
-    EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP < gsubConfigLista");
-}
+// The calibration in force for equipment 12 on 20/11/2026.
 
-// The calibration in force.
+class VigenteTeste : public HostTeste {
+  protected:
+    void SetUp() override
+    {
+        HostTeste::SetUp();
+        LogaGeral();
+    }
 
-TEST_F(ModGeralTeste, gFunConsultaAfericaoVigente_InForce_AsksTheServiceStepByStep)
+    void Responde(const std::function<Resposta()> &resposta)
+    {
+        host->Servico("EquiptoRN", "consultaSimplesAfericaoVigente",
+                      [resposta](const Ref<Registro> &) -> Resposta { return resposta(); });
+    }
+
+    static Ref<AfericaoED> Consulta() { return gFunConsultaAfericaoVigente(12, DataDe(20, 11, 2026), std::int16_t{1}); }
+
+    const std::string Cauda = " < ModGeral.gFunConsultaAfericaoVigente";
+};
+
+TEST_F(VigenteTeste, InForce_AsksTheServiceStepByStepAndAnOptionalValueLeftOutIsSentAsZero)
 {
-    LogaGeral();
-    host->Atende<ConsultaAfericaoED>("EquiptoRN", "consultaSimplesAfericaoVigente",
-                                     [](const Ref<ConsultaAfericaoED> &) -> Resposta {
-                                         auto afericao = Novo<AfericaoED>();
-                                         afericao->NroIntAfericao = 77;
-                                         return afericao;
-                                     });
-    Ref<AfericaoED> afericao = gFunConsultaAfericaoVigente(12, DataDe(20, 11, 2026), std::int16_t{1});
+    Responde([] {
+        auto afericao = Novo<AfericaoED>();
+        afericao->NroIntAfericao = 77;
+        return Resposta(afericao);
+    });
+    Ref<AfericaoED> afericao = Consulta();
     ASSERT_FALSE(afericao.Nada());
     EXPECT_EQ(afericao->NroIntAfericao.Valor(), 77);
     EXPECT_TRUE(RegistroIgual(
@@ -697,92 +539,47 @@ TEST_F(ModGeralTeste, gFunConsultaAfericaoVigente_InForce_AsksTheServiceStepBySt
          "EquiptoRN.ExecutaMetodo(\"consultaSimplesAfericaoVigente\", ConsultaAfericaoED{DtInfracao=20/11/2026, "
          "NroIntEquip=12, TipoConsulta=1}) -> True",
          "EquiptoRN.ObtemRetorno()*"}));
-}
-
-TEST_F(ModGeralTeste, gFunConsultaAfericaoVigente_OptionalValueLeftOut_IsSentAsZero)
-{
-    LogaGeral();
-    host->Atende<ConsultaAfericaoED>("EquiptoRN", "consultaSimplesAfericaoVigente",
-                                     [](const Ref<ConsultaAfericaoED> &pedido) -> Resposta {
-                                         EXPECT_TRUE(pedido->TipoConsulta.Escrito());
-                                         EXPECT_EQ(pedido->TipoConsulta.Valor(), 0);
-                                         return Novo<AfericaoED>();
-                                     });
     EXPECT_FALSE(gFunConsultaAfericaoVigente(12, DataDe(20, 11, 2026)).Nada());
+    EXPECT_EQ(host->Conta("EquiptoRN.ExecutaMetodo(\"consultaSimplesAfericaoVigente\", "
+                          "ConsultaAfericaoED{DtInfracao=20/11/2026, NroIntEquip=12, TipoConsulta=0})"),
+              1);
 }
 
-TEST_F(ModGeralTeste, gFunConsultaAfericaoVigente_Refused_ShowsTheProxysErrorAndGivesNothing)
+TEST_F(VigenteTeste, Refused_ShowsTheProxysErrorAndGivesNothing)
 {
-    LogaGeral();
     host->RecusaOperacao("consultaSimplesAfericaoVigente", "Equipamento inexistente");
-    EXPECT_TRUE(gFunConsultaAfericaoVigente(12, DataDe(20, 11, 2026), std::int16_t{1}).Nada());
+    EXPECT_TRUE(Consulta().Nada());
     EXPECT_EQ(host->Conta("EquiptoRN.MostraErro() -> \"Equipamento inexistente\""), 1);
     EXPECT_EQ(host->Conta("EquiptoRN.ObtemRetorno"), 0);
 }
 
-TEST_F(ModGeralTeste, gFunConsultaAfericaoVigente_MachineryFails_GoesOnWithItsTail)
+TEST_F(VigenteTeste, MachineryFails_GoesOnWithItsTail)
 {
-    LogaGeral();
-    host->Atende<ConsultaAfericaoED>("EquiptoRN", "consultaSimplesAfericaoVigente",
-                                     [](const Ref<ConsultaAfericaoED> &) -> Resposta { return Novo<AfericaoED>(); });
-    for (const char *passo : {"objMTM.CreateQMR", "objMTM.ObtemGateway", "Gateway.CriaObjetoRN",
-                              "EquiptoRN.ExecutaMetodo", "EquiptoRN.ObtemRetorno"}) {
-        SCOPED_TRACE(passo);
-        host->FalhaEm(passo, 1, 1003, "Sem rede");
-        const Falha falha =
-            FalhaLancada([] { gFunConsultaAfericaoVigente(12, DataDe(20, 11, 2026), std::int16_t{1}); });
-        EXPECT_EQ(falha.Numero, 1003);
-        EXPECT_EQ(falha.Descricao, "Sem rede");
-        EXPECT_EQ(falha.Fonte, std::string(passo) + " < ModGeral.gFunConsultaAfericaoVigente");
-    }
-    EXPECT_FALSE(gFunConsultaAfericaoVigente(12, DataDe(20, 11, 2026), std::int16_t{1}).Nada());
+    Responde([] { return Resposta(Novo<AfericaoED>()); });
+    FalhaEmCada({"objMTM.CreateQMR", "objMTM.ObtemGateway", "Gateway.CriaObjetoRN", "EquiptoRN.ExecutaMetodo",
+                 "EquiptoRN.ObtemRetorno"},
+                Cauda, [] { Consulta(); });
+    EXPECT_FALSE(Consulta().Nada());
 }
 
-TEST_F(ModGeralTeste, gFunConsultaAfericaoVigente_AnswerOfAnotherClass_RaisesThirteen)
+TEST_F(VigenteTeste, AnswerOfAnotherClassOrNoObject_RaisesWithItsTailAndNothingGivesNothing)
 {
-    LogaGeral();
-    host->Servico("EquiptoRN", "consultaSimplesAfericaoVigente",
-                  [](const Ref<Registro> &) -> Resposta { return Novo<EquiptoED>(); });
-    const Falha falha = FalhaLancada([] { gFunConsultaAfericaoVigente(12, Data(), std::int16_t{1}); });
-    EXPECT_EQ(falha.Numero, 13);
-    EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP < ModGeral.gFunConsultaAfericaoVigente");
+    Responde([] { return Resposta(Novo<EquiptoED>()); });
+    EXPECT_TRUE(Lanca(13, "ZTAVOREQUIP" + Cauda, [] { Consulta(); }));
+    Responde([] { return Resposta(Valor("nenhuma")); });
+    EXPECT_TRUE(Lanca(424, "ZTAVOREQUIP" + Cauda, [] { Consulta(); }));
+    Responde([] { return Resposta(Ref<AfericaoED>()); });
+    EXPECT_TRUE(Consulta().Nada());
 }
 
-TEST_F(ModGeralTeste, gFunConsultaAfericaoVigente_AnswerThatIsNoObject_RaisesFourHundredTwentyFour)
+TEST_F(VigenteTeste, RequestReplaced_IsNoMatterUnlessByARecordOfAnotherType)
 {
-    LogaGeral();
-    host->Servico("EquiptoRN", "consultaSimplesAfericaoVigente",
-                  [](const Ref<Registro> &) -> Resposta { return Valor("nenhuma"); });
-    EXPECT_EQ(FalhaLancada([] { gFunConsultaAfericaoVigente(12, Data(), std::int16_t{1}); }).Numero, 424);
-}
-
-TEST_F(ModGeralTeste, gFunConsultaAfericaoVigente_RequestReplacedByAnotherRecordOfItsType_IsNoMatter)
-{
-    LogaGeral();
-    host->Servico("EquiptoRN", "consultaSimplesAfericaoVigente", [](const Ref<Registro> &) -> Resposta {
-        return Resposta(Novo<AfericaoED>()).Troca(Novo<ConsultaAfericaoED>());
-    });
-    EXPECT_FALSE(gFunConsultaAfericaoVigente(12, Data(), std::int16_t{1}).Nada());
-}
-
-TEST_F(ModGeralTeste, gFunConsultaAfericaoVigente_RequestReplacedByARecordOfAnotherType_RaisesThirteen)
-{
-    LogaGeral();
-    host->Servico("EquiptoRN", "consultaSimplesAfericaoVigente", [](const Ref<Registro> &) -> Resposta {
-        return Resposta(Novo<AfericaoED>()).Troca(Novo<EquiptoED>());
-    });
-    const Falha falha = FalhaLancada([] { gFunConsultaAfericaoVigente(12, Data(), std::int16_t{1}); });
-    EXPECT_EQ(falha.Numero, 13);
-    EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP < ModGeral.gFunConsultaAfericaoVigente");
+    Responde([] { return Resposta(Novo<AfericaoED>()).Troca(Novo<ConsultaAfericaoED>()); });
+    EXPECT_FALSE(Consulta().Nada());
+    host->LimpaRegistro();
+    Responde([] { return Resposta(Novo<AfericaoED>()).Troca(Novo<EquiptoED>()); });
+    EXPECT_TRUE(Lanca(13, "ZTAVOREQUIP" + Cauda, [] { Consulta(); }));
     EXPECT_EQ(host->Conta("EquiptoRN.ObtemRetorno"), 0);
-}
-
-TEST_F(ModGeralTeste, gFunConsultaAfericaoVigente_AnswerNothing_GivesNothing)
-{
-    LogaGeral();
-    host->Servico("EquiptoRN", "consultaSimplesAfericaoVigente",
-                  [](const Ref<Registro> &) -> Resposta { return Ref<AfericaoED>(); });
-    EXPECT_TRUE(gFunConsultaAfericaoVigente(12, Data(), std::int16_t{1}).Nada());
 }
 
 // Focus.
@@ -808,52 +605,36 @@ class FocavelDeTeste : public IFocavel {
     void SetFocus() override { ++Focos; }
 };
 
-TEST_F(ModGeralTeste, gSubDefineFoco_EnabledVisibleControl_GetsTheFocus)
+TEST_F(ModGeralTeste, gSubDefineFoco_AControl_GetsTheFocusUnlessDisabledHiddenOrFailing)
 {
-    auto ctl = Novo<FocavelDeTeste>();
-    gSubDefineFoco(ctl);
-    EXPECT_EQ(ctl->Focos, 1);
-}
-
-TEST_F(ModGeralTeste, gSubDefineFoco_DisabledHiddenOrFailingControl_IsPassedOver)
-{
-    auto desabilitado = Novo<FocavelDeTeste>();
-    desabilitado->Habilitado = false;
-    auto escondido = Novo<FocavelDeTeste>();
-    escondido->Visivel = false;
-    auto falhando = Novo<FocavelDeTeste>();
-    falhando->Falhando = true;
-    for (const Ref<FocavelDeTeste> &ctl : {desabilitado, escondido, falhando}) {
+    for (int caso = 0; caso < 4; ++caso) {
+        auto ctl = Novo<FocavelDeTeste>();
+        ctl->Habilitado = caso != 1;
+        ctl->Visivel = caso != 2;
+        ctl->Falhando = caso == 3;
         gSubDefineFoco(ctl);
-        EXPECT_EQ(ctl->Focos, 0);
+        EXPECT_EQ(ctl->Focos, caso == 0 ? 1 : 0) << caso;
     }
+    gSubDefineFoco(nullptr); // raises nothing
 }
 
-TEST_F(ModGeralTeste, gSubDefineFoco_Nothing_RaisesNothing)
+TEST_F(ModGeralTeste, gSubDefineFoco_AForm_IsRestoredWhenMinimisedAndGetsTheFocusWhenVisible)
 {
-    gSubDefineFoco(nullptr);
-}
-
-TEST_F(ModGeralTeste, gSubDefineFoco_MinimisedForm_GetsTheFocusAndIsRestored)
-{
-    auto form = Novo<FormDeTeste>();
-    form->Carregar();
-    form->DefineVisible(true);
-    form->DefineWindowState(JanelaMinimizada);
-    host->LimpaRegistro();
-    gSubDefineFoco(form);
-    EXPECT_EQ(host->Conta("frmTeste.SetFocus()"), 1);
-    EXPECT_EQ(form->WindowState(), JanelaNormal);
-}
-
-TEST_F(ModGeralTeste, gSubDefineFoco_HiddenMinimisedForm_IsRestoredWithoutFocus)
-{
-    auto form = Novo<FormDeTeste>();
-    form->Carregar();
-    form->DefineWindowState(JanelaMinimizada);
-    gSubDefineFoco(form);
-    EXPECT_EQ(host->Conta("frmTeste.SetFocus()"), 0);
-    EXPECT_EQ(form->WindowState(), JanelaNormal);
+    struct Caso {
+        bool Visivel;
+        std::int16_t Antes;
+        std::int16_t Depois;
+    };
+    for (const Caso &caso : {Caso{true, JanelaMinimizada, JanelaNormal}, Caso{false, JanelaMinimizada, JanelaNormal},
+                             Caso{true, 2, 2}}) { // maximised, it stays so
+        m_Form->Carregar();
+        m_Form->DefineVisible(caso.Visivel);
+        m_Form->DefineWindowState(caso.Antes);
+        host->LimpaRegistro();
+        gSubDefineFoco(m_Form);
+        EXPECT_EQ(host->Conta("frmTeste.SetFocus()") == 1, caso.Visivel);
+        EXPECT_EQ(m_Form->WindowState(), caso.Depois);
+    }
 }
 
 // A form that refuses the focus.
@@ -878,16 +659,6 @@ TEST_F(ModGeralTeste, gSubDefineFoco_MinimisedFormThatRefusesTheFocus_IsRestored
     gSubDefineFoco(form);
     EXPECT_EQ(form->Pedidos, 1);
     EXPECT_EQ(form->WindowState(), JanelaNormal);
-}
-
-TEST_F(ModGeralTeste, gSubDefineFoco_MaximisedForm_StaysSo)
-{
-    auto form = Novo<FormDeTeste>();
-    form->Carregar();
-    form->DefineVisible(true);
-    form->DefineWindowState(2);
-    gSubDefineFoco(form);
-    EXPECT_EQ(form->WindowState(), 2);
 }
 
 // Shared forms.

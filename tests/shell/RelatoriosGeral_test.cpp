@@ -31,6 +31,8 @@ class RelatoriosGeralTeste : public HostTeste {
         return cursor;
     }
 
+    void Pesquisa() { geral->Impressao.PesquisaDataUltimaClonagem(sDadosAte, sForcar, bForcar); }
+
     bool Imprime(const Valor &relatorio, const Ref<ICursor> &dados)
     {
         return geral->Impressao.ImprimirRelatorio(relatorio, aParam, true, 3, false, host->FormMDI->ZTP, "texto",
@@ -57,28 +59,17 @@ TEST_F(RelatoriosGeralTeste, ImprimirRelatorio_ByName_RunsItsStepsInOrder)
                                "Relatorios.CurrentRecordSet := Nothing"}));
 }
 
-TEST_F(RelatoriosGeralTeste, ImprimirRelatorio_Designer_GoesByTheOtherOperation)
-{
-    EXPECT_FALSE(Imprime(Ref<Objeto>(host->FormMDI->ZTP), Dados()));
-    EXPECT_EQ(host->Conta("Relatorios.ImprimirDesigner(objZTP, [\"p1\", \"p2\"], True, 3, False, objZTP, \"texto\", "
-                          "Nothing) -> True"),
-              1);
-    EXPECT_EQ(host->Conta("Relatorios.Imprimir("), 0);
-    EXPECT_EQ(host->Conta("Relatorios.CurrentRecordSet := Nothing"), 1);
-}
-
-TEST_F(RelatoriosGeralTeste, ImprimirRelatorio_NumberAsReport_GoesAsText)
-{
-    Imprime(std::int32_t{11}, Dados());
-    EXPECT_EQ(host->Conta("Relatorios.Imprimir(\"11\", "), 1);
-}
-
-TEST_F(RelatoriosGeralTeste, ImprimirRelatorio_WhateverThePrinterSays_IsFalse)
+TEST_F(RelatoriosGeralTeste, ImprimirRelatorio_DesignerOrNumber_GoesByItsOperationAndIsFalseWhateverThePrinterSays)
 {
     for (bool imprimiu : {true, false}) {
         host->Relatorios->Imprimiu = imprimiu;
-        EXPECT_FALSE(Imprime("X", nullptr));
-        EXPECT_FALSE(Imprime(Ref<Objeto>(host->FormMDI->ZTP), nullptr));
+        EXPECT_FALSE(Imprime(Ref<Objeto>(host->FormMDI->ZTP), Dados()));
+        EXPECT_FALSE(Imprime(std::int32_t{11}, nullptr));
+        EXPECT_TRUE(RegistroIgual(host->RegistroDe({"Relatorios.Imprimir", "Relatorios.CurrentRecordSet := N"}),
+                                  {"Relatorios.ImprimirDesigner(objZTP, [\"p1\", \"p2\"], True, 3, False, objZTP, "
+                                   "\"texto\", Nothing)*",
+                                   "Relatorios.CurrentRecordSet := Nothing", "Relatorios.CurrentRecordSet := Nothing",
+                                   "Relatorios.Imprimir(\"11\", *", "Relatorios.CurrentRecordSet := Nothing"}));
     }
 }
 
@@ -105,35 +96,21 @@ TEST_F(RelatoriosGeralTeste, ImprimirRelatorio_BeforeParametros_RaisesWithNothin
 {
     geral = Novo<Geral>();
     host->LimpaRegistro();
-    const Falha falha = FalhaLancada([&] { Imprime("X", nullptr); });
-    EXPECT_EQ(falha.Numero, 1033);
-    EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP.Geral.ImprimirRelatorio");
-    EXPECT_EQ(falha.Descricao, "Objeto de Relatorios nao Definido");
+    EXPECT_TRUE(Lanca(1033, "ZTAVOREQUIP.Geral.ImprimirRelatorio", "Objeto de Relatorios nao Definido",
+                      [&] { Imprime("X", nullptr); }));
     EXPECT_TRUE(host->Registro().empty());
 }
 
 TEST_F(RelatoriosGeralTeste, ImprimirRelatorio_AnyStepThatFails_GoesOnWithItsTailAndKeepsTheCursor)
 {
-    for (const char *passo : {"TrataBD.AbreZTBanco", "MDB.Name", "Relatorios.PathMDB", "Relatorios.Imprimir"}) {
-        SCOPED_TRACE(passo);
+    const std::string cauda = " < Geral.ImprimirRelatorio";
+    FalhaEmCada({"TrataBD.AbreZTBanco", "MDB.Name", "Relatorios.PathMDB", "Relatorios.Imprimir"}, cauda, [&] {
         host->LimpaRegistro();
-        host->FalhaEm(passo, 1, 1007, "Sem impressora");
-        const Falha falha = FalhaLancada([&] { Imprime("X", nullptr); });
-        EXPECT_EQ(falha.Numero, 1007);
-        EXPECT_EQ(falha.Descricao, "Sem impressora");
-        EXPECT_EQ(falha.Fonte, std::string(passo) + " < Geral.ImprimirRelatorio");
-        EXPECT_EQ(host->Conta("Relatorios.CurrentRecordSet"), 1); // given, and not taken away
-    }
-    host->FalhaEm("Relatorios.CurrentRecordSet");
-    EXPECT_EQ(FalhaLancada([&] { Imprime("X", nullptr); }).Fonte,
-              "Relatorios.CurrentRecordSet < Geral.ImprimirRelatorio");
-}
-
-TEST_F(RelatoriosGeralTeste, ImprimirRelatorio_ReportThatIsNull_RaisesNinetyFour)
-{
-    const Falha falha = FalhaLancada([&] { Imprime(Valor::Nulo(), nullptr); });
-    EXPECT_EQ(falha.Numero, 94);
-    EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP < Geral.ImprimirRelatorio");
+        Imprime("X", nullptr);
+    });
+    EXPECT_EQ(host->Conta("Relatorios.CurrentRecordSet"), 1); // given, and not taken away
+    FalhaEmCada({"Relatorios.CurrentRecordSet"}, cauda, [&] { Imprime("X", nullptr); });
+    EXPECT_TRUE(Lanca(94, "ZTAVOREQUIP" + cauda, [&] { Imprime(Valor::Nulo(), nullptr); }));
 }
 
 // Age of the replica. The clock stands at 20/11/2026 10:00:00.
@@ -141,7 +118,7 @@ TEST_F(RelatoriosGeralTeste, ImprimirRelatorio_ReportThatIsNull_RaisesNinetyFour
 TEST_F(RelatoriosGeralTeste, PesquisaDataUltimaClonagem_FreshReplica_AsksTheServiceInOrder)
 {
     bForcar = true;
-    geral->Impressao.PesquisaDataUltimaClonagem(sDadosAte, sForcar, bForcar);
+    Pesquisa();
     EXPECT_TRUE(
         RegistroIgual(host->Registro(), {"objMTM.CWebComm()", "WebComm.CriaObjetoSoap(\"ConsGen\", \"ZTAVOREQUIP\")",
                                          "Soap.Metodo(Nothing, \"consultaDataUltimaReplica\", \"VOR\") -> True",
@@ -151,45 +128,33 @@ TEST_F(RelatoriosGeralTeste, PesquisaDataUltimaClonagem_FreshReplica_AsksTheServ
     EXPECT_TRUE(bForcar); // left as it came
 }
 
-TEST_F(RelatoriosGeralTeste, PesquisaDataUltimaClonagem_UpToFiveWholeMinutesOld_OffersNoAction)
+TEST_F(RelatoriosGeralTeste, PesquisaDataUltimaClonagem_MoreThanFiveWholeMinutesOld_OffersTheAction)
 {
-    for (const char *momento : {"20/11/2026 09:55:00", "20/11/2026 09:54:59", "20/11/2026 09:54:01"}) {
-        host->objMTM->WebResultado = momento;
-        geral->Impressao.PesquisaDataUltimaClonagem(sDadosAte, sForcar, bForcar);
-        EXPECT_EQ(sForcar, "") << momento;
-        EXPECT_FALSE(bForcar) << momento;
+    struct Caso {
+        Valor Momento;
+        std::string Texto;
+        bool Forca;
+    };
+    for (const Caso &caso : std::vector<Caso>{{"20/11/2026 09:55:00", "20/11/2026 09:55:00", false},
+                                              {"20/11/2026 09:54:59", "20/11/2026 09:54:59", false},
+                                              {"20/11/2026 09:54:01", "20/11/2026 09:54:01", false},
+                                              {"20/11/2026 09:54:00", "20/11/2026 09:54:00", true},
+                                              {"21/11/2026 10:00:00", "21/11/2026 10:00:00", false}, // of tomorrow
+                                              {DataDe(1, 1, 2020), "01/01/2020", true}}) { // a date is read as its text
+        SCOPED_TRACE(caso.Texto);
+        host->objMTM->WebResultado = caso.Momento;
+        bForcar = false;
+        Pesquisa();
+        EXPECT_EQ(sDadosAte, "Dados considerados até " + caso.Texto);
+        EXPECT_EQ(sForcar, caso.Forca ? "Forçar consulta ao Servidor Principal" : "");
+        EXPECT_EQ(bForcar, caso.Forca);
     }
-}
-
-TEST_F(RelatoriosGeralTeste, PesquisaDataUltimaClonagem_SixMinutesOld_OffersTheAction)
-{
-    host->objMTM->WebResultado = "20/11/2026 09:54:00";
-    geral->Impressao.PesquisaDataUltimaClonagem(sDadosAte, sForcar, bForcar);
-    EXPECT_EQ(sDadosAte, "Dados considerados até 20/11/2026 09:54:00");
-    EXPECT_EQ(sForcar, "Forçar consulta ao Servidor Principal");
-    EXPECT_TRUE(bForcar);
-}
-
-TEST_F(RelatoriosGeralTeste, PesquisaDataUltimaClonagem_DataOfTomorrow_IsFresh)
-{
-    host->objMTM->WebResultado = "21/11/2026 10:00:00";
-    geral->Impressao.PesquisaDataUltimaClonagem(sDadosAte, sForcar, bForcar);
-    EXPECT_EQ(sForcar, "");
-    EXPECT_FALSE(bForcar);
-}
-
-TEST_F(RelatoriosGeralTeste, PesquisaDataUltimaClonagem_AnswerAsADate_IsReadAsItsText)
-{
-    host->objMTM->WebResultado = DataDe(1, 1, 2020);
-    geral->Impressao.PesquisaDataUltimaClonagem(sDadosAte, sForcar, bForcar);
-    EXPECT_EQ(sDadosAte, "Dados considerados até 01/01/2020");
-    EXPECT_TRUE(bForcar);
 }
 
 TEST_F(RelatoriosGeralTeste, PesquisaDataUltimaClonagem_ServiceThatRefuses_CountsAsOld)
 {
     host->objMTM->WebResponde = false;
-    geral->Impressao.PesquisaDataUltimaClonagem(sDadosAte, sForcar, bForcar);
+    Pesquisa();
     EXPECT_EQ(sDadosAte, "");
     EXPECT_EQ(sForcar, "Forçar consulta ao Servidor Principal");
     EXPECT_TRUE(bForcar);
@@ -199,9 +164,7 @@ TEST_F(RelatoriosGeralTeste, PesquisaDataUltimaClonagem_ServiceThatRefuses_Count
 TEST_F(RelatoriosGeralTeste, PesquisaDataUltimaClonagem_AnswerThatIsNoDate_RaisesAfterTheTextWasWritten)
 {
     host->objMTM->WebResultado = "ontem";
-    const Falha falha = FalhaLancada([&] { geral->Impressao.PesquisaDataUltimaClonagem(sDadosAte, sForcar, bForcar); });
-    EXPECT_EQ(falha.Numero, 13);
-    EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP < Geral.PesquisaDataUltimaClonagem");
+    EXPECT_TRUE(Lanca(13, "ZTAVOREQUIP < Geral.PesquisaDataUltimaClonagem", [&] { Pesquisa(); }));
     EXPECT_EQ(sDadosAte, "Dados considerados até ontem");
     EXPECT_EQ(sForcar, "antes");
     EXPECT_FALSE(bForcar);
@@ -209,23 +172,13 @@ TEST_F(RelatoriosGeralTeste, PesquisaDataUltimaClonagem_AnswerThatIsNoDate_Raise
 
 TEST_F(RelatoriosGeralTeste, PesquisaDataUltimaClonagem_AnyStepThatFails_GoesOnWithItsTail)
 {
-    for (const char *passo : {"objMTM.CWebComm", "WebComm.CriaObjetoSoap", "Soap.Metodo", "Soap.Resultado"}) {
-        host->FalhaEm(passo, 1, 1008, "Sem rede");
-        const Falha falha =
-            FalhaLancada([&] { geral->Impressao.PesquisaDataUltimaClonagem(sDadosAte, sForcar, bForcar); });
-        EXPECT_EQ(falha.Numero, 1008);
-        EXPECT_EQ(falha.Fonte, std::string(passo) + " < Geral.PesquisaDataUltimaClonagem");
-    }
+    const std::string cauda = " < Geral.PesquisaDataUltimaClonagem";
+    FalhaEmCada({"objMTM.CWebComm", "WebComm.CriaObjetoSoap", "Soap.Metodo", "Soap.Resultado"}, cauda,
+                [&] { Pesquisa(); });
+    geral = Novo<Geral>(); // on which nobody has logged on
+    EXPECT_TRUE(Lanca(91, "ZTAVOREQUIP" + cauda, [&] { Pesquisa(); }));
     EXPECT_EQ(sDadosAte, "antes");
     EXPECT_EQ(sForcar, "antes");
-}
-
-TEST_F(RelatoriosGeralTeste, PesquisaDataUltimaClonagem_BeforeLogon_RaisesNinetyOneWithItsTail)
-{
-    geral = Novo<Geral>();
-    const Falha falha = FalhaLancada([&] { geral->Impressao.PesquisaDataUltimaClonagem(sDadosAte, sForcar, bForcar); });
-    EXPECT_EQ(falha.Numero, 91);
-    EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP < Geral.PesquisaDataUltimaClonagem");
 }
 
 } // namespace

@@ -91,35 +91,28 @@ TEST_F(TransacoesGeralTeste, Send_Result_IsThatOfTheSession)
     }
 }
 
-TEST_F(TransacoesGeralTeste, Send_EachOperation_RunsWithTheFormDisabled)
+TEST_F(TransacoesGeralTeste, Send_EachOperation_RunsWithTheFormDisabledAndEnablesItWhateverItWas)
 {
     for (const auto &[nome, envia] : Todas()) {
-        bool enviou = false;
-        host->objMTM->AoEnviar = [&](EnvioTransacao &) {
-            EXPECT_FALSE(form->Enabled()) << nome;
-            enviou = true;
-        };
-        envia();
-        EXPECT_TRUE(enviou) << nome;
-        EXPECT_TRUE(form->Enabled()) << nome;
+        for (bool antes : {true, false}) {
+            bool enviou = false;
+            host->objMTM->AoEnviar = [&](EnvioTransacao &) {
+                EXPECT_FALSE(form->Enabled()) << nome;
+                enviou = true;
+            };
+            form->DefineEnabled(antes);
+            envia();
+            EXPECT_TRUE(enviou) << nome;
+            EXPECT_TRUE(form->Enabled()) << nome;
+        }
     }
-}
-
-TEST_F(TransacoesGeralTeste, Send_FormThatWasDisabledBefore_IsEnabledAfterwards)
-{
-    form->DefineEnabled(false);
-    Transacoes().EnviaTransacao(form, oTrans, false, false);
-    EXPECT_TRUE(form->Enabled());
 }
 
 TEST_F(TransacoesGeralTeste, Send_EachOperationThatFails_EnablesTheFormAndRaisesWithItsOwnName)
 {
     for (const auto &[nome, envia] : Todas()) {
         host->FalhaEm(ChamadaDaSessao(nome), 1, 1006, "Linha caiu");
-        const Falha falha = FalhaLancada(envia);
-        EXPECT_EQ(falha.Numero, 1006);
-        EXPECT_EQ(falha.Descricao, "Linha caiu");
-        EXPECT_EQ(falha.Fonte, ChamadaDaSessao(nome) + " < Geral." + nome);
+        EXPECT_TRUE(Lanca(1006, ChamadaDaSessao(nome) + " < Geral." + nome, "Linha caiu", envia));
         EXPECT_TRUE(form->Enabled()) << nome;
     }
 }
@@ -137,10 +130,10 @@ TEST_F(TransacoesGeralTeste, Send_EachOperationThatFailsWithNumberZero_RaisesNot
 TEST_F(TransacoesGeralTeste, Send_WithoutSession_RaisesNinetyOneWithTheFormEnabled)
 {
     geral->Logon(nullptr, nullptr, "");
-    const Falha falha = FalhaLancada([&] { Transacoes().EnviaRajada(form, oTrans, false, false); });
-    EXPECT_EQ(falha.Numero, 91);
-    EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP < Geral.EnviaRajada");
-    EXPECT_TRUE(form->Enabled());
+    for (const auto &[nome, envia] : Todas()) {
+        EXPECT_TRUE(Lanca(91, "ZTAVOREQUIP < Geral." + nome, envia));
+        EXPECT_TRUE(form->Enabled());
+    }
 }
 
 TEST_F(TransacoesGeralTeste, Send_WithoutForm_SendsAllTheSame)
@@ -204,38 +197,23 @@ class RajadaTeste : public TransacoesGeralTeste {
     }
 };
 
-TEST_F(RajadaTeste, RajadaTerminou_FieldEqualsFive_IsTrue)
+TEST_F(RajadaTeste, RajadaTerminou_FieldComparedAsANumber_IsTrueForFiveAlone)
 {
-    EXPECT_TRUE(Transacoes().RajadaTerminou(Com("5")));
-    EXPECT_TRUE(Transacoes().RajadaTerminou(Com("05"))); // compared as numbers
-    EXPECT_TRUE(Transacoes().RajadaTerminou(Com(" 5,0 ")));
+    for (const char *valor : {"5", "05", " 5,0 "}) {
+        EXPECT_TRUE(Transacoes().RajadaTerminou(Com(valor))) << valor;
+    }
+    for (const char *valor : {"4", "0", "55", "-5"}) {
+        EXPECT_FALSE(Transacoes().RajadaTerminou(Com(valor))) << valor;
+    }
 }
 
-TEST_F(RajadaTeste, RajadaTerminou_AnyOtherNumber_IsFalse)
+TEST_F(RajadaTeste, RajadaTerminou_ValueFieldOrTransactionThatIsNone_Raises)
 {
-    EXPECT_FALSE(Transacoes().RajadaTerminou(Com("4")));
-    EXPECT_FALSE(Transacoes().RajadaTerminou(Com("0")));
-    EXPECT_FALSE(Transacoes().RajadaTerminou(Com("55")));
-    EXPECT_FALSE(Transacoes().RajadaTerminou(Com("-5")));
-}
-
-TEST_F(RajadaTeste, RajadaTerminou_ValueThatIsNoNumber_RaisesThirteen)
-{
-    EXPECT_EQ(FalhaLancada([&] { Transacoes().RajadaTerminou(Com("")); }).Numero, 13);
-    EXPECT_EQ(FalhaLancada([&] { Transacoes().RajadaTerminou(Com("fim")); }).Numero, 13);
-}
-
-TEST_F(RajadaTeste, RajadaTerminou_FieldThatIsNotThere_RaisesFive)
-{
-    const Falha falha = FalhaLancada([&] { Transacoes().RajadaTerminou(Com("5", "HDR-FIM")); });
-    EXPECT_EQ(falha.Numero, 5);
-    EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP");
-}
-
-TEST_F(RajadaTeste, RajadaTerminou_WithoutFieldsOrTransaction_RaisesNinetyOne)
-{
-    EXPECT_EQ(FalhaLancada([&] { Transacoes().RajadaTerminou(Novo<TransacaoRoteirizada>()); }).Numero, 91);
-    EXPECT_EQ(FalhaLancada([&] { Transacoes().RajadaTerminou(nullptr); }).Numero, 91);
+    const std::vector<std::pair<Ref<ITransacao>, std::int32_t>> casos = {
+        {Com(""), 13}, {Com("fim"), 13}, {Com("5", "HDR-FIM"), 5}, {Novo<TransacaoRoteirizada>(), 91}, {nullptr, 91}};
+    for (const auto &[transacao, numero] : casos) {
+        EXPECT_TRUE(Lanca(numero, "ZTAVOREQUIP", [&, &oTrans = transacao] { Transacoes().RajadaTerminou(oTrans); }));
+    }
 }
 
 } // namespace

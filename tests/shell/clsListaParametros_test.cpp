@@ -1,28 +1,13 @@
 #include "shell/clsListaParametros.h"
 
-#include <gtest/gtest.h>
-
-#include <functional>
+#include "tests/support/FalhaLancada.h"
 
 namespace {
 
-Falha FalhaDe(const std::function<void()> &comando)
-{
-    try {
-        comando();
-    } catch (const Falha &falha) {
-        return falha;
-    }
-    ADD_FAILURE() << "nothing was raised";
-    return Falha(0, "", "");
-}
-
 // The collection's own fault, to which the list adds nothing.
-void ConfereFalha(const std::function<void()> &comando, std::int32_t numero)
+template <class Comando> void ConfereFalha(Comando &&comando, std::int32_t numero)
 {
-    const Falha falha = FalhaDe(comando);
-    EXPECT_EQ(falha.Numero, numero);
-    EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP");
+    EXPECT_TRUE(Lanca(numero, "ZTAVOREQUIP", comando));
 }
 
 Ref<clsListaParametros> ListaDeTres()
@@ -34,18 +19,17 @@ Ref<clsListaParametros> ListaDeTres()
     return lista;
 }
 
-TEST(clsParametro, Fresh_NameAndValueAreEmpty)
+TEST(clsListaParametros, Fresh_ListAndParameter_AreEmpty)
 {
     clsParametro parametro;
     EXPECT_EQ(parametro.Nome, "");
     EXPECT_EQ(parametro.Valor, "");
     EXPECT_EQ(parametro.NomeTipo(), "clsParametro");
-}
-
-TEST(clsListaParametros, Count_OfFreshList_IsZero)
-{
-    EXPECT_EQ(Novo<clsListaParametros>()->Count(), 0);
-    EXPECT_EQ(Novo<clsListaParametros>()->NomeTipo(), "clsListaParametros");
+    const auto lista = Novo<clsListaParametros>();
+    EXPECT_NO_THROW(lista->Clear());
+    EXPECT_EQ(lista->Count(), 0);
+    EXPECT_EQ(lista->NomeTipo(), "clsListaParametros");
+    EXPECT_FALSE(lista->Existe("Ativo"));
 }
 
 TEST(clsListaParametros, Add_NewName_AnswersTheParameterAndKeepsTheOrder)
@@ -70,55 +54,37 @@ TEST(clsListaParametros, Item_ByName_IgnoresCase)
     EXPECT_EQ(lista->Item("ativo")->Valor, "1");
 }
 
-TEST(clsListaParametros, Item_OfMissingName_RaisesFive)
+TEST(clsListaParametros, Item_OfMissingNameOrPosition_RaisesFiveOrNine)
 {
     auto lista = ListaDeTres();
-    ConfereFalha([&] { lista->Item("Modelo"); }, 5);
-    ConfereFalha([&] { lista->Item(""); }, 5);
-    ConfereFalha([&] { lista->Item("1"); }, 5); // a text is a name, never a position
-}
-
-TEST(clsListaParametros, Item_OutsideThePositions_RaisesNine)
-{
-    auto lista = ListaDeTres();
-    ConfereFalha([&] { lista->Item(0); }, 9);
-    ConfereFalha([&] { lista->Item(4); }, 9);
-    ConfereFalha([&] { lista->Item(-1); }, 9);
+    for (const char *nome : {"Modelo", "", "1"}) { // a text is a name, never a position
+        ConfereFalha([&] { lista->Item(nome); }, 5);
+    }
+    for (std::int32_t posicao : {0, 4, -1}) {
+        ConfereFalha([&] { lista->Item(posicao); }, 9);
+    }
     ConfereFalha([] { Novo<clsListaParametros>()->Item(1); }, 9);
 }
 
-TEST(clsListaParametros, Add_NameThatIsThere_RaisesAndTheFirstValueStays)
+TEST(clsListaParametros, Add_NameThatIsThereInAnyCase_RaisesAndTheFirstValueStays)
 {
     auto lista = ListaDeTres();
-    ConfereFalha([&] { lista->Add("Tipo", "M"); }, 457);
-    EXPECT_EQ(lista->Count(), 3);
-    EXPECT_EQ(lista->Item("Tipo")->Valor, "R");
-}
-
-TEST(clsListaParametros, Add_NameThatDiffersInCase_CollidesAllTheSame)
-{
-    auto lista = Novo<clsListaParametros>();
-    lista->Add("X", "1");
-    ConfereFalha([&] { lista->Add("x", "2"); }, 457);
-    EXPECT_EQ(lista->Count(), 1);
-    EXPECT_EQ(lista->Item("x")->Nome, "X");
-    EXPECT_EQ(lista->Item("x")->Valor, "1");
+    for (const char *nome : {"Tipo", "tipo"}) {
+        ConfereFalha([&] { lista->Add(nome, "M"); }, 457);
+        EXPECT_EQ(lista->Count(), 3);
+        EXPECT_EQ(lista->Item(nome)->Nome, "Tipo");
+        EXPECT_EQ(lista->Item(nome)->Valor, "R");
+    }
 }
 
 TEST(clsListaParametros, Existe_ComparesTheNameExactly)
 {
-    auto lista = Novo<clsListaParametros>();
-    lista->Add("x", "1");
-    EXPECT_TRUE(lista->Existe("x"));
-    EXPECT_FALSE(lista->Existe("X"));
-    EXPECT_FALSE(lista->Existe(""));
-    EXPECT_FALSE(lista->Existe("xx"));
-}
-
-TEST(clsListaParametros, Existe_LastOfSeveral_IsFound)
-{
-    EXPECT_TRUE(ListaDeTres()->Existe("Ativo"));
-    EXPECT_FALSE(Novo<clsListaParametros>()->Existe("Ativo"));
+    const auto lista = ListaDeTres();
+    EXPECT_TRUE(lista->Existe("Codigo"));
+    EXPECT_TRUE(lista->Existe("Ativo"));
+    for (const char *outro : {"ATIVO", "", "Ativos"}) {
+        EXPECT_FALSE(lista->Existe(outro)) << outro;
+    }
 }
 
 TEST(clsListaParametros, Remove_ByPositionAndByName_TakesThatOne)
@@ -141,13 +107,6 @@ TEST(clsListaParametros, Remove_WhatIsNotThere_RaisesAndRemovesNothing)
     ConfereFalha([&] { lista->Remove(0); }, 9);
     ConfereFalha([&] { lista->Remove(4); }, 9);
     EXPECT_EQ(lista->Count(), 3);
-}
-
-TEST(clsListaParametros, Clear_EmptyList_HasNoEffect)
-{
-    auto lista = Novo<clsListaParametros>();
-    EXPECT_NO_THROW(lista->Clear());
-    EXPECT_EQ(lista->Count(), 0);
 }
 
 TEST(clsListaParametros, Clear_ListWithParameters_LeavesNoneAndTheNamesAreFree)

@@ -38,6 +38,26 @@ testing::AssertionResult HostTeste::MostrouErro(std::size_t quantos, const std::
     return FalhaIgual(Falha(erro.Numero, erro.Fonte, erro.Descricao), numero, fonte);
 }
 
+void HostTeste::FalhaEmCada(const std::vector<std::string> &passos, const std::string &cauda,
+                            const std::function<void()> &comando)
+{
+    for (const std::string &passo : passos) {
+        SCOPED_TRACE(passo);
+        host->FalhaEm(passo, 1, 1004, "Sem rede");
+        EXPECT_TRUE(Lanca(1004, passo + cauda, "Sem rede", comando));
+    }
+}
+
+std::vector<std::string> HostTeste::Erros() const
+{
+    std::vector<std::string> erros;
+    for (const DominioRoteirizado::CaixaErro &erro : host->Erros()) {
+        erros.push_back(erro.Contexto + "|" + std::to_string(erro.Numero) + "|" + erro.Descricao + "|" + erro.Fonte +
+                        "|" + erro.Titulo);
+    }
+    return erros;
+}
+
 Ref<Geral> LogaGeral(HostRoteirizado &host)
 {
     auto geral = Novo<Geral>();
