@@ -41,8 +41,7 @@ const std::map<std::string, std::string> Trechos{
 )"},
     {"FormShow", R"(
 Geral.FormShow
-  Geral.FechaEnviaRecebe
-    - FormMDI.FecharEnviaRecebe(True)
+  Geral.FechaEnviaRecebe > - FormMDI.FecharEnviaRecebe(True)
   - Plataforma.Ponteiro := 0
   - Plataforma.ProcessaMensagens
   - ObjInterface.MostraJanela($1
@@ -55,8 +54,7 @@ Geral.FormAtivado
     // Where another window, which is not modal, has become the active one before.
     {"FormShowDepois", R"(
 Geral.FormShow
-  Geral.FechaEnviaRecebe
-    - FormMDI.FecharEnviaRecebe(True)
+  Geral.FechaEnviaRecebe > - FormMDI.FecharEnviaRecebe(True)
   - Plataforma.Ponteiro := 0
   - Plataforma.ProcessaMensagens
   @ativa
@@ -73,7 +71,7 @@ Geral.FormShow
 )"},
     {"municipio", R"(
 Generico.gFunBuscaDescrMunic
-  - MDB.OpenRecordset("SELECT * FROM Municipio WHERE COD_MUNIC = 
+  - MDB.OpenRecordset("SELECT * FROM Municipio WHERE COD_MUNIC =
   @linhas
 )"},
     {"municipios", R"(
@@ -94,33 +92,27 @@ ModGeral.gFunConsultaAfericaoVigente
     // The search window: until its criteria stand, and a page of one row.
     {"janelaDaLista", R"(
 @controles frmLista
-frmLista.Icone
-  - Plataforma.TemIcone
-COEquipamentos.m_frmLista_FormCarregado
-  COEquipamentos.MenuInicial
-    - objSCA.PossuiPerm2("NAB", "VOR-EQP-CS", "I")
-    - objSCA.PossuiPerm2("NAB", "VOR-EQP-CS", "A")
-    - objSCA.PossuiPerm2("NAB", "VOR-EQP-CS", "E")
+frmLista.Icone > - Plataforma.TemIcone
+COEquipamentos.m_frmLista_FormCarregado > COEquipamentos.MenuInicial
+  - objSCA.PossuiPerm2("NAB", "VOR-EQP-CS", "I")
+  - objSCA.PossuiPerm2("NAB", "VOR-EQP-CS", "A")
+  - objSCA.PossuiPerm2("NAB", "VOR-EQP-CS", "E")
 )"},
     {"tiposDaLista", R"(
 - goDadosVor.PreencheTipoAgente(cboTipoAgente
-frmLista.cboTipoAgente_Click
-  - goDadosVor.PreencheTipoEquip(cboTipoEquipto, 0
+frmLista.cboTipoAgente_Click > - goDadosVor.PreencheTipoEquip(cboTipoEquipto, 0
 - goDadosVor.PreencheTipoEquip(cboTipoEquipto, 0
 )"},
     // Behind a logon that has its services; $1 is the number that presets the client picker.
     {"abreLista", R"(
-Geral.ClickMenu
-  Especifica.ClickMenu
-    COEquipamentos.CarregaJanela
-      frmLista.CarregaForm
-        @janelaDaLista
-        frmLista.AtualizaFrame
-          - ztCliente.CodCliente := 1
-          @tiposDaLista
-        @FormShow frmLista
-        - Plataforma.ProcessaMensagens
-        @ativa
+Geral.ClickMenu > Especifica.ClickMenu > COEquipamentos.CarregaJanela > frmLista.CarregaForm
+  @janelaDaLista
+  frmLista.AtualizaFrame
+    - ztCliente.CodCliente := 1
+    @tiposDaLista
+  @FormShow frmLista
+  - Plataforma.ProcessaMensagens
+  @ativa
 )"},
     {"pagina", R"(
 COEquipamentos.LocalizarEquipamentos
@@ -158,9 +150,7 @@ frmEquipDetalhes.MontaTela
   @carregaEquipto
   @controles frmEquipDetalhes
   @combosDoEquipto
-  frmEquipDetalhes.MostraDados
-    frmEquipDetalhes.cboTipoMedidor_Change
-      - goDadosVor.PreencheTipoEquip(cboTipoEquip
+  frmEquipDetalhes.MostraDados > frmEquipDetalhes.cboTipoMedidor_Change > - goDadosVor.PreencheTipoEquip(cboTipoEquip
 )"},
     {"aplica", R"(
 frmEquipDetalhes.Aplicar
@@ -168,8 +158,7 @@ frmEquipDetalhes.Aplicar
   - Plataforma.Ponteiro := 11
   - goDadosVor.ObtemOrgao
   - Orgao.CodCliente
-  clsEquipto.Salva
-    @comando $1
+  clsEquipto.Salva > @comando $1
   - Plataforma.Ponteiro := 0
 )"},
     {"okDoEquipto", R"(
@@ -210,40 +199,27 @@ COAfericoes.CarregaAfericoes
   - Plataforma.Ponteiro := 0
 )"},
     {"paginaSensores", R"(
-pessoa
-  frmEquipDetalhes.sstDados_Click
-    COSensores.Carrega
-      @listaSensores
+pessoa > frmEquipDetalhes.sstDados_Click > COSensores.Carrega > @listaSensores
 )"},
     {"paginaAfericoes", R"(
-pessoa
-  frmEquipDetalhes.sstDados_Click
-    COAfericoes.Carrega
-      @listaAfericoes
+pessoa > frmEquipDetalhes.sstDados_Click > COAfericoes.Carrega > @listaAfericoes
 )"},
     // A document is chosen and sent, or one is shown.
     {"visualizaPDF", R"(
 frmEquipAfericoes.VisualizaPDF
   - Host.CriaDocumentoPDF
-  - DocumentoPDF.ArquivoPDF := 
+  - DocumentoPDF.ArquivoPDF :=
   - DocumentoPDF.Mostra(True)
 )"},
     {"documento", R"(
-pessoa
-  frmEquipAfericoes.cmdProcurar_Click
-    frmEquipAfericoes.ProcurarPDF
-      - cdAbreArquivos.ShowOpen
-      - Plataforma.TamanhoArquivo
-      @visualizaPDF
-pessoa
-  frmEquipAfericoes.cmdUpload_Click
-    - goDadosVor.EnviaDocumento
+pessoa > frmEquipAfericoes.cmdProcurar_Click > frmEquipAfericoes.ProcurarPDF
+  - cdAbreArquivos.ShowOpen
+  - Plataforma.TamanhoArquivo
+  @visualizaPDF
+pessoa > frmEquipAfericoes.cmdUpload_Click > - goDadosVor.EnviaDocumento
 )"},
     {"abaAfericoes", R"(
-pessoa
-  frmEquipSensores.sstDados_Click
-    COAfericoes.Carrega
-      @listaAfericoes
+pessoa > frmEquipSensores.sstDados_Click > COAfericoes.Carrega > @listaAfericoes
 )"},
 };
 
