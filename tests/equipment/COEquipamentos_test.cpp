@@ -86,10 +86,11 @@ class ListaQueAnota : public ztList {
     }
 
   private:
-    // Keeps the call, which is then made on the list as it is.
+    // Keeps the call, marked when it comes under the hourglass; it is then made on the list as it is.
     ztList &Anota(const std::string &operacao, const std::string &valor = "")
     {
-        Chamadas.push_back(operacao + (valor.empty() ? "" : " " + valor));
+        const bool ampulheta = Plataforma()->Ponteiro() == PonteiroAmpulheta;
+        Chamadas.push_back((ampulheta ? "~" : "") + operacao + (valor.empty() ? "" : " " + valor));
         return *this;
     }
 };
@@ -332,7 +333,7 @@ TEST_F(COEquipamentosTeste, CarregaJanela_OfTheHostsTwoTools_OpensEachInItsMode)
                                           "ListaEquiptoED{ClienteInc=\"PREFEITURA\", Ativo=1, IndTrabFoto=2}"}));
 }
 
-TEST_F(COEquipamentosTeste, CarregaJanela_TwiceOfOneController_OpensTwoWindows)
+TEST_F(COEquipamentosTeste, CarregaJanela_TwiceOfOneController_OpensTwoWindowsOfWhichTheFirstIsNoLongerHeard)
 {
     auto lista = Novo<COEquipamentos>();
     lista->CarregaJanela(nullptr);
@@ -341,6 +342,11 @@ TEST_F(COEquipamentosTeste, CarregaJanela_TwiceOfOneController_OpensTwoWindows)
     ASSERT_EQ(janelas.size(), 2U);
     EXPECT_FALSE(janelas[0] == janelas[1]);
     EXPECT_TRUE(janelas[0]->Visible() && janelas[1]->Visible());
+    host->LimpaRegistro();
+    ListaDe(NaJanela(0))->ItemMenuClicado().dispara(Atualizar);
+    EXPECT_EQ(Enviados("lista2"), Textos{});
+    ListaDe(NaJanela(1))->ItemMenuClicado().dispara(Atualizar);
+    EXPECT_EQ(Enviados("lista2").size(), 1U);
 }
 
 TEST_F(COEquipamentosTeste, CarregaJanela_WithParameters_SearchesAtOnce)
@@ -383,10 +389,13 @@ TEST_F(COEquipamentosTeste, FormAtivado_OfTheWindow_GivesTheListTheFocus)
 TEST_F(COEquipamentosTeste, FormCarregado_WithPermissionsThatCannotBeRead_ReportsAndTheWindowOpens)
 {
     host->FalhaEm("objSCA.PossuiPerm2");
-    AbreDoMenu();
+    Pessoa pessoa = AbreDoMenu();
     EXPECT_EQ(Erros(), Textos{"COEquipamentos.m_frmLista_FormCarregado: 51 (objSCA.PossuiPerm2 < "
                               "COEquipamentos.MenuInicial)"});
     EXPECT_EQ(host->Tela->NroForms(), 1);
+    EXPECT_TRUE(pessoa.Localiza("ztlLista"));
+    EXPECT_TRUE(pessoa.ClicaLinha("ztlLista", 2)); // the list is heard all the same
+    EXPECT_EQ(Habilitados(pessoa), (Textos{Novo_, Editar, Detalhes, Reativar, HorarioProib}));
 }
 
 // The search.
@@ -925,6 +934,10 @@ TEST_F(COEquipamentosTeste, HabilitaMenu_OfARow_WritesTheStatesInThisOrderAndTho
         }
         EXPECT_EQ(lista->Chamadas, esperado);
     }
+    lista->SemColuna = "Código"; // of a command, the number of the row is read before its code
+    lista->DefineItemAtual(0);
+    lista->ItemMenuClicado().dispara(LimitesDif);
+    EXPECT_EQ(Erros(), Textos{"COEquipamentos.LimitesDiferenciados: 13 (ZTAVOREQUIP)"});
 }
 
 TEST_F(COEquipamentosTeste, MenuInicial_OfTheList_WritesStylesItemsAndStatesInThisOrder)
@@ -958,10 +971,11 @@ TEST_F(COEquipamentosTeste, Localizar_OfEachPage_WritesToTheListInThisOrder)
                       [](const std::string &chamada) { return chamada.find("mnuZTLObj") != std::string::npos; });
         return lista->Chamadas;
     };
-    EXPECT_EQ(linhas([&] { co->Localizar(Criterios("0", "0", "1")); }),
-              (Textos{"Limpa False", "Titulo DAER", "CarregaItens 1", "TemMais 1", "AtualizaLista", "ItemAtual 1"}));
+    EXPECT_EQ(
+        linhas([&] { co->Localizar(Criterios("0", "0", "1")); }),
+        (Textos{"~Limpa False", "~Titulo DAER", "~CarregaItens 1", "~TemMais 1", "~AtualizaLista", "~ItemAtual 1"}));
     EXPECT_EQ(linhas([&] { lista->BotaoClick().dispara(); }),
-              (Textos{"CarregaItens 1", "TemMais 1", "AtualizaLista", "ItemAtual 2"}));
+              (Textos{"~CarregaItens 1", "~TemMais 1", "~AtualizaLista", "~ItemAtual 2"}));
     EXPECT_EQ(linhas([&] { co->LimpaPesquisa(); }), Textos{"Limpa ausente"});
 }
 

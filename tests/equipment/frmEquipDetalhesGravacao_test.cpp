@@ -5,6 +5,7 @@
 #include "shell/ModGeral.h"
 #include "tests/equipment/CenarioEquipDetalhes.h"
 #include "tests/support/FalhaLancada.h"
+#include "tests/support/FormQueAnota.h"
 #include "tests/support/RegistroDoTexto.h"
 #include "tests/support/UmControle.h"
 
@@ -229,8 +230,9 @@ TEST_F(GravacaoEquipDetalhesTeste, Change_ThatFails_IsReportedUnderTheEventOrRai
         const std::string evento = mudanca.Evento;
         SCOPED_TRACE(evento);
         NaSituacao(mudanca, [&](Pessoa &p) {
-            const Conexao falha = Estraga(p, "ztCmdAplicar");
-            if (evento == "cboArqLayout_Change" || evento == "cboMunic_Change") { // no handler of their own
+            Conexao falha =
+                Estraga(p, *mudanca.TipoEquip == '\0' ? "ztCmdAplicar" : "ztCmdOK"); // the first that changes
+            if (evento == "cboArqLayout_Change" || evento == "cboMunic_Change") {    // no handler of their own
                 EXPECT_TRUE(Lanca(70, "Fora < frmEquipDetalhes.Change", [&] { mudanca.Faz(p); }));
                 EXPECT_EQ(Erros(), Linhas{});
             } else {
@@ -241,7 +243,8 @@ TEST_F(GravacaoEquipDetalhesTeste, Change_ThatFails_IsReportedUnderTheEventOrRai
                 EXPECT_EQ(p.Acha<ISSTab>("sstDados")->TabEnabled(1), evento == "cboTipoEquip_Change");
             }
             EXPECT_TRUE(form->Visible());
-            Fecha(p);
+            falha.desliga();
+            Descarta(p); // the record was changed first
         });
     }
 }
@@ -821,12 +824,16 @@ TEST_F(GravacaoEquipDetalhesTeste, ztCmdAplicar_OfANewEquipmentThatCannotBeReadA
 TEST_F(GravacaoEquipDetalhesTeste, ztCmdAplicar_InEdicao_LeavesAnUntouchedForm)
 {
     AceitaSalvar();
+    auto anotada = Novo<FormQueAnota<frmEquipDetalhes>>();
+    form = anotada;
     Responde(NovoED("C"));
     EXPECT_TRUE(Edita([&](Pessoa &p) {
         EXPECT_TRUE(p.Preenche("txtDescricao", "nova"));
         Responde(NovoED("C", R"(Descricao="nova", DataTrans=20261121)"));
         host->LimpaRegistro();
+        anotada->Alterados.clear();
         Aplica(p, false);
+        EXPECT_EQ(anotada->Alterados, (Linhas{"ztCmdAplicar", "ztCmdOK", "lblData"}));
         EXPECT_TRUE(RegistroIgual(host->RegistroDe({"EquiptoRN.ExecutaMetodo", "Plataforma.Ponteiro"}),
                                   Linhas{"Plataforma.Ponteiro := 11", "EquiptoRN.ExecutaMetodo(\"altera\", *",
                                          "Plataforma.Ponteiro := 0", "EquiptoRN.ExecutaMetodo(\"consulta\", *"}));
@@ -913,6 +920,8 @@ TEST_F(GravacaoEquipDetalhesTeste, ztCmdAplicar_WhenTheServiceAnswersWithoutOpti
 TEST_F(GravacaoEquipDetalhesTeste, Aplicar_Saved_TakesTheDefaultAndTheButtonsBackBeforeTheReading)
 {
     AceitaSalvar();
+    auto anotada = Novo<FormQueAnota<frmEquipDetalhes>>();
+    form = anotada;
     EXPECT_TRUE(Inclui([&](Pessoa &p) {
         PreencheNovo(p, "C");
         const auto aplicar = p.Acha<IztCommand>("ztCmdAplicar");
@@ -923,8 +932,10 @@ TEST_F(GravacaoEquipDetalhesTeste, Aplicar_Saved_TakesTheDefaultAndTheButtonsBac
             EXPECT_EQ(host->Tela->Ponteiro(), 0);
             EXPECT_FALSE(aplicar->Default());
             EXPECT_EQ(Botoes(p), BotoesDesligados);
-            return Resposta(NovoED("C"));
+            EXPECT_EQ(anotada->Alterados, Linhas{"ztCmdAplicar"});
+            return Resposta(NovoED("C", R"(NroIntRejLimDif=0, txtObsNotif="")"));
         });
+        anotada->Alterados.clear();
         host->Atende<EquiptoED>("EquiptoRN", "inclui", [&](const Ref<EquiptoED> &) {
             EXPECT_EQ(host->Tela->Ponteiro(), 11);
             return Resposta(NovoED("C"));
@@ -932,6 +943,15 @@ TEST_F(GravacaoEquipDetalhesTeste, Aplicar_Saved_TakesTheDefaultAndTheButtonsBac
         Aplica(p, true);
         EXPECT_EQ(vezes, 1);
         EXPECT_FALSE(aplicar->Default());
+        EXPECT_TRUE(RegistroIgual(anotada->Alterados,
+                                  {"ztCmdAplicar",      "lblClienteInc",  "lblSetorInc",       "txtCodEquip",
+                                   "ztCmdOK", // what the showing writes counts as a change
+                                   "ztCmdAplicar",      "txtSubCodEquip", "txtDescricao",      "txtModelo",
+                                   "cboMunic",          "txtVelocPerm",   "optRodovia",        "frUltAtu",
+                                   "lblCliente",        "lblOperador",    "lblData",           "lblHora",
+                                   "sstDados",          "chkEntrelacada", "optTrabDiasDif(1)", "chkRejeicaoAuto",
+                                   "lblTextoRejLimDif", "txtObsNotif",    "txtCodEquip",       "cboTipoMedidor",
+                                   "cboTipoEquip",      "cboMunic"}));
         Fecha(p);
     }));
 }

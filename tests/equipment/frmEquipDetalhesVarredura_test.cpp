@@ -41,6 +41,19 @@ class JornadaDeFormularios : public JornadaComRegistro {
         LogaComServicos();
     }
 
+    // A person reads a certificate in a window that is not modal, so many times, and closes it.
+    void VeCertificado(int vezes)
+    {
+        if (!Parou()) {
+            NaJanela("frmEquipAfericoes", [vezes](PessoaNaTela &p) {
+                for (int i = 0; i < vezes; ++i) {
+                    p.Clica("cmdVisualizar");
+                }
+                p.Clica("cmdCancelar");
+            });
+        }
+    }
+
     // Opens the list and does one command on its last row.
     void Comanda(const std::string &comando)
     {
@@ -258,13 +271,7 @@ class JornadaDasAfericoes : public JornadaDeFormularios {
         p.Abre("sstDados", 3);
         p.ClicaLinha("ztListaAfericao", 1);
         p.EscolheMenu("ztListaAfericao", "mnuZTLObjDetalhes");
-        if (!Parou()) {
-            NaJanela("frmEquipAfericoes", [](PessoaNaTela &detalhes) {
-                detalhes.Clica("cmdVisualizar");
-                detalhes.Clica("cmdVisualizar");
-                detalhes.Clica("cmdCancelar");
-            });
-        }
+        VeCertificado(2);
         p.EscolheMenu("ztListaAfericao", "mnuZTLObjNovo");
         p.ClicaLinha("ztListaAfericao", 1);
         p.EscolheMenu("ztListaAfericao", "mnuZTLObjEditar");
@@ -484,12 +491,7 @@ class JornadaDesfeita : public JornadaDeFormularios {
                 m_LinhasDosDetalhes = detalhes.Linhas("ztListaAfericao");
                 detalhes.ClicaLinha("ztListaAfericao", 1);
                 detalhes.EscolheMenu("ztListaAfericao", "mnuZTLObjDetalhes");
-                if (!Parou()) {
-                    NaJanela("frmEquipAfericoes", [](PessoaNaTela &afericao) {
-                        afericao.Clica("cmdVisualizar");
-                        afericao.Clica("cmdCancelar");
-                    });
-                }
+                VeCertificado(1);
                 detalhes.Clica("cmdCancelar");
             });
         }
