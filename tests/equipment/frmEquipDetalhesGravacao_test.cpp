@@ -120,8 +120,7 @@ class GravacaoEquipDetalhesTeste : public EquipDetalhesTeste {
             return;
         }
         const std::string evento = mudanca.Evento;
-        // An observation that is emptied tells of itself first; and M has a road type, so that there is something to
-        // click.
+        // An observation that is emptied would tell of itself first.
         Responde(ComSensor(tipo, evento == "optTrabDiasDif_Click"   ? "TemLimiteDif=2"
                                  : evento == "chkIncObsNotif_Click" ? R"(txtObsNotif="")"
                                                                     : ""));
@@ -543,7 +542,7 @@ TEST_F(GravacaoEquipDetalhesTeste, Aplicar_InEdicao_SendsTheOptions)
 TEST_F(GravacaoEquipDetalhesTeste, Aplicar_InEdicao_SendsOfEachFieldWhatItSays)
 {
     AceitaSalvar();
-    for (const char *codigo : {"abc", "12 de Maio", "0", "-5"}) {
+    for (const char *codigo : {"abc", "12 de Maio", "0", "-5", "1"}) {
         host->MDB->TabelaDe("Municipio").Linhas.push_back({codigo, std::string("Vila ") + codigo, "RS", 1});
     }
     const auto munic = [](const char *codigo) {
@@ -600,6 +599,7 @@ TEST_F(GravacaoEquipDetalhesTeste, Aplicar_InEdicao_SendsOfEachFieldWhatItSays)
          },
          {{"TemImagemEntrelacada", "2"}, {"TemLimiteDif", "2"}, {"NroIntRejLimDif", ""}, {"txtObsNotif", ""}}},
         {"a municipality is a number above 0", NovoED("C"), munic("7"), {{"CodMunic", "7"}}},
+        {"1 is one", NovoED("C"), munic("1"), {{"CodMunic", "1"}}},
         {"a text is none", NovoED("C"), munic("abc"), {{"CodMunic", "120"}}},
         {"a number and more is none", NovoED("C"), munic("12 de Maio"), {{"CodMunic", "120"}}},
         {"0 is none", NovoED("C"), munic("0"), {{"CodMunic", "120"}}},
@@ -607,6 +607,7 @@ TEST_F(GravacaoEquipDetalhesTeste, Aplicar_InEdicao_SendsOfEachFieldWhatItSays)
         {"a layout whose frame is hidden stays", NovoED("E"), layout, {{"ArquivoLayout", "\"PADRAO\""}}},
         {"a layout whose frame shows is sent", NovoED("F"), layout, {{"ArquivoLayout", "\"Antigo\""}}},
         {"C 70", NovoED("C"), veloc("70"), {{"VelocPermitida", "70"}}},
+        {"C 1", NovoED("C"), veloc("1"), {{"VelocPermitida", "1"}}},
         {"A 110", NovoED("A"), veloc("110"), {{"VelocPermitida", "110"}}},
         {"E empty", NovoED("E"), veloc(""), {{"VelocPermitida", "80"}}},
         {"E 0", NovoED("E"), veloc("0"), {{"VelocPermitida", "80"}}},

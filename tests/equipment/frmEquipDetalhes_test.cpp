@@ -150,7 +150,8 @@ TEST_F(frmEquipDetalhesTeste, CarregaInclusao_OfALogonTiedToAMunicipality_Choose
         EXPECT_FALSE(p.Escolhe("cboMunic", "Agudo"));
         Descarta(p);
     }));
-    glCodMunicLogon = 0;
+    glCodMunicLogon = 0; // which is none, even if there were one
+    host->MDB->TabelaDe("Municipio").Linhas.push_back({0, "Vila Zero", "RS", 1});
     Inclui([](Pessoa &p) {
         EXPECT_EQ(Valores(p, "cboMunic"), "");
         EXPECT_EQ(Travados(p, "cboMunic"), "");
@@ -223,6 +224,7 @@ TEST_F(frmEquipDetalhesTeste, CarregaEdicao_OfOptions_ShowsThemAsTheyAre)
          "lblTextoRejLimDif cboRejeicao lblRejeicao",
          "não|sim|sim|não|não||", "chkEntrelacada chkPerfilMagnetico optTrabDiasDif chkIncObsNotif txtObsNotif", 0},
         {"NroIntRejLimDif=-1", "chkRejeicaoAuto", "não", "chkRejeicaoAuto", 0},
+        {"NroIntRejLimDif=1", "chkRejeicaoAuto", "sim", "chkRejeicaoAuto", 2},
         {"NroIntRejLimDif=999", "chkRejeicaoAuto cboRejeicao", "sim|", "chkRejeicaoAuto cboRejeicao", 2}, // not offered
         {"TemLimiteDif=2", "optTrabDiasDif(0) chkRejeicaoAuto cboRejeicao", "sim|sim|32", "optTrabDiasDif cboRejeicao",
          2},
@@ -513,10 +515,16 @@ TEST_F(frmEquipDetalhesTeste, cboTipoMedidor_OfEachMeterType_FillsTheTypesItOffe
         p.Acha<IztCombo>("cboTipoMedidor")->DefineIndiceAtual(-1);
         Fecha(p);
     });
+    const auto comTrabFoto = [](Pessoa &p) {
+        EXPECT_TRUE(p.Escolhe("cboTipoMedidor", "Fixo"));
+        Fecha(p);
+    };
+    Inclui(comTrabFoto, true);
     EXPECT_EQ(host->RegistroDe({"goDadosVor.PreencheTipoEquip"}),
               (Linhas{"goDadosVor.PreencheTipoEquip(cboTipoEquip, 1, False, False, False)",
                       "goDadosVor.PreencheTipoEquip(cboTipoEquip, 2, False, False, False)",
-                      "goDadosVor.PreencheTipoEquip(cboTipoEquip, 0, False, False, False)"}));
+                      "goDadosVor.PreencheTipoEquip(cboTipoEquip, 0, False, False, False)",
+                      "goDadosVor.PreencheTipoEquip(cboTipoEquip, 1, True, False, False)"}));
 }
 
 // Small rules.
@@ -841,9 +849,13 @@ TEST_F(frmEquipDetalhesTeste, CarregaInclusao_WhenAStepFails_ReportsAndLeavesNot
                                          {"goDadosVor.PreencheTipoAgente", ""},
                                          {"objMTM.ClienteLogado", ""},
                                          {"ObjInterface.MostraJanela", " < Geral.FormShow"}}) {
+        host->LimpaRegistro();
         host->FalhaEm(chamada, 1, 70);
         EXPECT_FALSE(form->CarregaInclusao(false));
         EXPECT_EQ(Erros(), Linhas{std::string("frmEquipDetalhes.CarregaInclusao: 70 (") + chamada + cauda + ")"});
+        Linhas fim{"goMensagem.ExibeErro(*", "Plataforma.Descarrega(frmEquipDetalhes)"};
+        fim.resize(std::string(chamada) == "Plataforma.Carrega" ? 1 : 2);
+        EXPECT_TRUE(RegistroIgual(host->RegistroDe({"goMensagem.ExibeErro", "Plataforma.Descarrega"}), fim));
         EXPECT_EQ(host->Tela->NroForms(), 0);
         EXPECT_FALSE(Inclui([](Pessoa &p) {
             EXPECT_EQ(NroItens(p, "cboMunic"), 4);
@@ -884,6 +896,7 @@ TEST_F(frmEquipDetalhesTeste, CarregaEdicaoAndCarregaDetalhes_WhenAStepFails_Rep
             if (!detalhes && caso.Cauda.empty()) {
                 continue;
             }
+            host->LimpaRegistro();
             host->FalhaEm(caso.Chamada, 1, 70);
             if (detalhes) {
                 form->CarregaDetalhes(7, false);
@@ -892,6 +905,10 @@ TEST_F(frmEquipDetalhesTeste, CarregaEdicaoAndCarregaDetalhes_WhenAStepFails_Rep
             }
             EXPECT_EQ(Erros(), Linhas{std::string("frmEquipDetalhes.Carrega") + (detalhes ? "Detalhes" : "Edicao") +
                                       ": 70 (" + caso.Chamada + caso.Cauda + ")"});
+            EXPECT_TRUE(host->RegistroDe({"goMensagem.ExibeErro", "Plataforma.Descarrega"})
+                            .front()
+                            .starts_with("goMensagem.ExibeErro("))
+                << "told before it is unloaded";
             EXPECT_EQ(host->Tela->NroForms(), 0);
             EXPECT_EQ(host->Tela->Ponteiro(), 0);
             EXPECT_FALSE(Edita(Cancela));
