@@ -215,9 +215,9 @@ TEST_F(frmEquipDetalhesTeste, CarregaEdicao_OfOptions_ShowsThemAsTheyAre)
     struct {
         const char *Membros;
         const char *Controles;
-        const char *Valores;
-        const char *Habilitados;
-        std::int32_t Rejeicoes;
+        const char *Valores;     // of the first of them
+        const char *Habilitados; // of all; empty: of no interest
+        std::int32_t Rejeicoes;  // that are offered
     } const casos[] = {
         {R"(TemImagemEntrelacada=0, TemPerfilMag=1, TemLimiteDif=2, NroIntRejLimDif=0, txtObsNotif="")",
          "chkEntrelacada chkPerfilMagnetico optTrabDiasDif(0) chkRejeicaoAuto chkIncObsNotif txtObsNotif "
