@@ -111,4 +111,14 @@ TEST_F(BancoLocalTeste, Log_OfAQuery_HasTheStatementTheRowCountAndTheClosing)
                       "Cursor.Close()"}));
 }
 
+TEST_F(BancoLocalTeste, Cursor_BehindItsLastRowOrClosed_Faults)
+{
+    auto cursor = Abre("SELECT NOME_MUNICIPIO FROM Municipio WHERE COD_MUNIC = 7");
+    EXPECT_THROW(cursor->Fields("COD_MUNIC"), Falha); // not asked for
+    cursor->MoveNext();
+    EXPECT_THROW(cursor->MoveNext(), Falha);
+    cursor->Close();
+    EXPECT_THROW(cursor->EOF_(), Falha);
+}
+
 } // namespace

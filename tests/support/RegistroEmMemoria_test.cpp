@@ -71,6 +71,10 @@ TEST_F(RegistroEmMemoriaTeste, altera_OfSomeMembers_KeepsTheOthersAndTheActivity
     }
     EXPECT_TRUE(host->Contem("EquiptoRN.MostraErro() -> \"Equipamento não encontrado.\""));
     EXPECT_EQ(registro.Equipamento(1)->Texto(), guardado);
+    const auto dia = DoTexto<ConsultaAfericaoED>("NroIntEquip=1, DtInfracao=01/02/2026");
+    EXPECT_EQ((*Consulta<AfericaoED>("consultaSimplesAfericaoVigente", dia))->Texto(), "AfericaoED{}") << "inactive";
+    registro.Equipamento(1)->Sensores.Valor()->Item(1)->Ativo = 1;
+    EXPECT_EQ((*Consulta<AfericaoED>("consultaSimplesAfericaoVigente", dia))->NroIntAfericao.Valor(), 1);
 }
 
 TEST_F(RegistroEmMemoriaTeste, lista2_OfMoreThanAPage_TellsWhereTheNextStarts)
