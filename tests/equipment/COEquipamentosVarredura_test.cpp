@@ -47,11 +47,10 @@ class JornadaDosComandos : public JornadaComRegistro {
             m_Edita = false;
             p.EscolheMenu("ztlLista", "mnuZTLObjDetalhes");
             m_Edita = true;
-            p.EscolheMenu("ztlLista", "mnuZTLObjEditar");
-            p.EscolheMenu("ztlLista", "mnuZTLObjAtualizar");
-            p.EscolheMenu("ztlLista", "mnuZTLObjLimitesDif");
-            p.EscolheMenu("ztlLista", "mnuZTLObjDiasEspec");
-            p.EscolheMenu("ztlLista", "mnuZTLObjHorarioProib");
+            for (const char *chave : {"mnuZTLObjEditar", "mnuZTLObjAtualizar", "mnuZTLObjLimitesDif",
+                                      "mnuZTLObjDiasEspec", "mnuZTLObjHorarioProib"}) {
+                p.EscolheMenu("ztlLista", chave);
+            }
             Anota(p);
             p.EscolheMenu("ztlLista", "mnuZTLObjReativar");
             Anota(p);
@@ -83,82 +82,60 @@ class JornadaDosComandos : public JornadaComRegistro {
 
 TEST(ComandosVarredura, Commands_EachOfTheList_SurvivesEveryFault)
 {
-    const auto limites = [](const std::string &comando, const std::string &entrada, const std::string &procura,
-                            const std::string &operacao) {
-        return "pessoa\n  COEquipamentos.m_ZtList_ItemMenuClicado(" + comando + ")\n    COEquipamentos." + entrada +
+    const auto comando = [](const std::string &chave, const std::string &procedimento) {
+        return "pessoa > COEquipamentos.m_ZtList_ItemMenuClicado(" + chave + ") > " + procedimento;
+    };
+    const auto limites = [&](const std::string &chave, const std::string &entrada, const std::string &lista) {
+        return comando(chave, "COEquipamentos." + entrada) + R"(
+  @controles frmLimitesDif
+  COLimiteDif.Carrega
+    @permissoesDosLimites
+    @)" + lista +
                R"(
-      @controles frmLimitesDif
-      COLimiteDif.Carrega
-        @permissoesDosLimites
-        COLimiteDif.)" +
-               procura + R"(
-          - Plataforma.Ponteiro := 11
-          @remota )" +
-               operacao + R"(
-          - Plataforma.Ponteiro := 0
-      @FormShowModal frmLimitesDif
-      @ativa
+  @FormShowModal frmLimitesDif
+  @ativa
 )";
     };
-    const std::string vazia = R"(
-      COEquipamentos.LocalizarEquipamentos
-        - Plataforma.Ponteiro := 11
-        @remota lista2
-        - goMensagem.ExibeMensagem("Não foram encontrados registros para os critérios especificados.", Nothing)
-        - Plataforma.Ponteiro := 0
+    const auto inativa = [&](const std::string &operacao) {
+        return comando("mnuZTLObjReativar", "COEquipamentos.Inativar") + R"(
+  - Plataforma.Aplicacao
+  - Plataforma.PerguntaSimNao("Deseja )" +
+               operacao + R"(r o equipamento F100 ?"
+  @comando )" + operacao +
+               R"(
+  @tabelaAlterada
+  COEquipamentos.LocalizarEquipamentos
+    - Plataforma.Ponteiro := 11
+    @remota lista2
+    - goMensagem.ExibeMensagem("Não foram encontrados registros para os critérios especificados.", Nothing)
+    - Plataforma.Ponteiro := 0
 )";
-    auto varredura =
-        VarreduraDe<JornadaDosComandos>(
-            R"(
-pessoa
-  @abreLista
-pessoa
-  @localiza
-pessoa
-  COEquipamentos.m_ZtList_ItemMenuClicado(mnuZTLObjDetalhes)
-    COEquipamentos.Detalhes
-      frmEquipDetalhes.CarregaDetalhes
-        @montaEquipto
-        - goMensagem.PreparaDetalhes(frmEquipDetalhes)
-        @FormShowModal frmEquipDetalhes
-        pessoa
-          frmEquipDetalhes.cmdCancelar_Click
-            - Plataforma.Descarrega(frmEquipDetalhes)
-          @ativa
-pessoa
-  COEquipamentos.m_ZtList_ItemMenuClicado(mnuZTLObjEditar)
-    COEquipamentos.Editar
-      frmEquipDetalhes.CarregaEdicao
-        @montaEquipto
-        @FormShowModal frmEquipDetalhes
-        @okDoEquipto
-      @tabelaAlterada
-      @pagina
-pessoa
-  COEquipamentos.m_ZtList_ItemMenuClicado(mnuZTLObjAtualizar)
-    @pagina
-)" + limites("mnuZTLObjLimitesDif", "LimitesDiferenciados", "LocalizarLimitesDif", "listaLimiteDif") +
-            limites("mnuZTLObjDiasEspec", "DiasEspecificos", "LocalizarDiasEspecificos", "listaDiaEspecifico") +
-            limites("mnuZTLObjHorarioProib", "LimitesDiferenciados", "LocalizarLimitesDif", "listaLimiteDif") +
-            R"(
-pessoa
-  COEquipamentos.m_ZtList_ItemMenuClicado(mnuZTLObjReativar)
-    COEquipamentos.Inativar
-      - Plataforma.Aplicacao
-      - Plataforma.PerguntaSimNao("Deseja desativar o equipamento F100 ?"
-      @comando desativa
-      @tabelaAlterada
-)" + vazia + R"(
-pessoa
-  @localiza
-pessoa
-  COEquipamentos.m_ZtList_ItemMenuClicado(mnuZTLObjReativar)
-    COEquipamentos.Inativar
-      - Plataforma.Aplicacao
-      - Plataforma.PerguntaSimNao("Deseja reativar o equipamento F100 ?"
-      @comando reativa
-      @tabelaAlterada
-)" + vazia);
+    };
+    auto varredura = VarreduraDe<JornadaDosComandos>(
+        R"(
+pessoa > @abreLista
+pessoa > @localiza
+)" + comando("mnuZTLObjDetalhes", "COEquipamentos.Detalhes > frmEquipDetalhes.CarregaDetalhes") +
+        R"(
+  @montaEquipto
+  - goMensagem.PreparaDetalhes(frmEquipDetalhes)
+  @FormShowModal frmEquipDetalhes
+  pessoa
+    frmEquipDetalhes.cmdCancelar_Click > - Plataforma.Descarrega(frmEquipDetalhes)
+    @ativa
+)" + comando("mnuZTLObjEditar", "COEquipamentos.Editar") +
+        R"(
+  frmEquipDetalhes.CarregaEdicao
+    @montaEquipto
+    @FormShowModal frmEquipDetalhes
+    @okDoEquipto
+  @tabelaAlterada
+  @pagina
+)" + comando("mnuZTLObjAtualizar", "@pagina\n") +
+        limites("mnuZTLObjLimitesDif", "LimitesDiferenciados", "listaLimites") +
+        limites("mnuZTLObjDiasEspec", "DiasEspecificos", "listaDias") +
+        limites("mnuZTLObjHorarioProib", "LimitesDiferenciados", "listaLimites") + inativa("desativa") +
+        "pessoa > @localiza\n" + inativa("reativa"));
     varredura.Segue();
     EXPECT_GE(varredura.Roda(), 641);
 }

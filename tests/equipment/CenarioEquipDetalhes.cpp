@@ -1,8 +1,11 @@
 #include "tests/equipment/CenarioEquipDetalhes.h"
 
+#include "controls/ControleBase.h"
+#include "host/SensorED.h"
 #include "shell/ModGeral.h"
+#include "tests/support/RegistroDoTexto.h"
 
-#include <map>
+#include <sstream>
 #include <utility>
 
 namespace {
@@ -20,6 +23,54 @@ const std::vector<std::pair<std::string, std::string>> TodosOsTipos{{"C", "Caeta
                                                                     {"B", "Bafômetro"},
                                                                     {"X", "Desconhecido"},
                                                                     {"", "Sem código"}};
+
+// The controls of these names, "opt(1)" for one of an array.
+std::vector<Ref<IControle>> Chamados(const Pessoa &p, const std::string &nomes)
+{
+    std::vector<Ref<IControle>> controles;
+    std::istringstream entrada(nomes);
+    for (std::string nome; entrada >> nome;) {
+        const std::size_t parentese = nome.find('(');
+        const int indice = parentese == std::string::npos ? -1 : std::stoi(nome.substr(parentese + 1));
+        controles.push_back(p.Acha(nome.substr(0, parentese), static_cast<std::int16_t>(indice)));
+    }
+    return controles;
+}
+
+std::string Quais(const Pessoa &p, const std::string &nomes, bool (*assim)(const Ref<IControle> &))
+{
+    std::string quais;
+    for (const Ref<IControle> &controle : Chamados(p, nomes)) {
+        if (assim(controle)) {
+            quais += (quais.empty() ? "" : " ") + controle->Nome();
+        }
+    }
+    return quais;
+}
+
+// Texts and values as they are, "sim" of an option or box that is on.
+std::string ValorDe(const IControle *controle)
+{
+    if (const auto *mascara = dynamic_cast<const IztMask *>(controle)) {
+        return mascara->Text();
+    }
+    if (const auto *observacao = dynamic_cast<const IztVeiObservacao *>(controle)) {
+        return observacao->Text();
+    }
+    if (const auto *texto = dynamic_cast<const ITextBox *>(controle)) {
+        return texto->Text();
+    }
+    if (const auto *combo = dynamic_cast<const IztCombo *>(controle)) {
+        return combo->Valor();
+    }
+    if (const auto *opcao = dynamic_cast<const IOptionButton *>(controle)) {
+        return opcao->Value() ? "sim" : "não";
+    }
+    if (const auto *caixa = dynamic_cast<const ICheckBox *>(controle)) {
+        return caixa->Value() == 1 ? "sim" : "não";
+    }
+    return controle->Caption();
+}
 
 } // namespace
 
@@ -67,34 +118,29 @@ void EquipDetalhesTeste::Detalha(const Roteiro &roteiro, bool trabFoto)
     form->CarregaDetalhes(7, trabFoto);
 }
 
-Ref<EquiptoED> EquipDetalhesTeste::NovoED(const std::string &tipoEquip)
+Ref<EquiptoED> EquipDetalhesTeste::NovoED(const std::string &tipoEquip, const std::string &membros)
 {
-    auto equipto = Novo<EquiptoED>();
-    EquiptoED &ed = *equipto;
-    ed.NroIntEquip = 7;
-    ed.ClienteInc = "DETRAN";
-    ed.SetorInc = "NORTE";
-    ed.Codigo = "EQ_1";
-    ed.SubCodigo = "A.1";
-    ed.Descricao = "Saída da cidade";
-    ed.CodMunic = 120;
-    ed.TipoVia = "R";
-    ed.TipoEquip = tipoEquip;
-    ed.VelocPermitida = 80;
-    ed.ArquivoLayout = "PADRAO";
-    ed.TemImagemEntrelacada = 1;
-    ed.Modelo = "ACME 3";
-    ed.TemLimiteDif = 1;
-    ed.TemPerfilMag = 2;
-    ed.NroIntRejLimDif = 32;
-    ed.Ativo = 1;
-    ed.ClienteTrans = "DAER";
-    ed.OperadorTrans = 77;
-    ed.DataTrans = 20261105;
-    ed.HoraTrans = 93015;
-    ed.TipoAgente = 1;
-    ed.txtObsNotif = "Obs. da via";
-    return equipto;
+    return DoTexto<EquiptoED>(
+        R"(NroIntEquip=7, ClienteInc="DETRAN", SetorInc="NORTE", Codigo="EQ_1", SubCodigo="A.1", )"
+        R"(Descricao="Saída da cidade", CodMunic=120, TipoVia="R", VelocPermitida=80, ArquivoLayout="PADRAO", )"
+        R"(TemImagemEntrelacada=1, Modelo="ACME 3", TemLimiteDif=1, TemPerfilMag=2, NroIntRejLimDif=32, Ativo=1, )"
+        R"(ClienteTrans="DAER", OperadorTrans=77, DataTrans=20261105, HoraTrans=93015, TipoAgente=1, )"
+        R"(txtObsNotif="Obs. da via", TipoEquip=")" +
+        tipoEquip + "\", " + membros);
+}
+
+std::string EquipDetalhesTeste::Sensor(std::int32_t nroInt, std::int16_t nro, const std::string &local,
+                                       const std::string &afericoes)
+{
+    return "SensorED{NroIntSensor=" + std::to_string(nroInt) + ", NroSensor=" + std::to_string(nro) +
+           ", Ativo=1, LocalInfr=\"" + local + "\"" + (afericoes.empty() ? "" : ", Afericoes=[" + afericoes + "]") +
+           "}";
+}
+
+std::string EquipDetalhesTeste::Afericao(std::int32_t nroInt, const std::string &numero)
+{
+    return "AfericaoED{NroIntAfericao=" + std::to_string(nroInt) + ", Numero=\"" + numero +
+           "\", DataVerificacao=01/02/2026, DataVencimento=01/02/2027, Ativo=1, TipoAfer=1}";
 }
 
 void EquipDetalhesTeste::Responde(const Ref<EquiptoED> &equipto)
@@ -134,10 +180,10 @@ void EquipDetalhesTeste::PreencheNovo(Pessoa &p, const std::string &tipoEquip)
     EscolheTipo(p, tipoEquip);
     EXPECT_TRUE(p.Abre("sstDados", 1));
     EXPECT_TRUE(p.Escolhe("cboMunic", "Agudo"));
-    if (Visivel(p, "fraLayout")) {
+    if (p.Acha("fraLayout")->Visible()) {
         EXPECT_TRUE(p.Escolhe("cboArqLayout", "PADRAO"));
     }
-    if (Visivel(p, "fraLimiteVel")) {
+    if (p.Acha("fraLimiteVel")->Visible()) {
         EXPECT_TRUE(p.Preenche("txtVelocPerm", "60"));
     }
 }
@@ -154,25 +200,39 @@ void EquipDetalhesTeste::Descarta(Pessoa &p)
     EXPECT_TRUE(p.Clica("cmdCancelar"));
 }
 
-std::string EquipDetalhesTeste::Texto(const Pessoa &p, const std::string &nome)
+std::string EquipDetalhesTeste::Valores(const Pessoa &p, const std::string &nomes)
 {
-    if (const auto mascara = p.Acha<IztMask>(nome)) {
-        return mascara->Text();
+    std::string valores;
+    for (const Ref<IControle> &controle : Chamados(p, nomes)) {
+        valores += "|" + ValorDe(controle.Ponteiro());
     }
-    if (const auto observacao = p.Acha<IztVeiObservacao>(nome)) {
-        return observacao->Text();
-    }
-    return p.Acha<ITextBox>(nome)->Text();
+    return valores.substr(1);
 }
 
-bool EquipDetalhesTeste::Ligada(const Pessoa &p, const std::string &opcao, std::int16_t indice)
+std::string EquipDetalhesTeste::Habilitados(const Pessoa &p, const std::string &nomes)
 {
-    return p.Acha<IOptionButton>(opcao, indice)->Value();
+    return Quais(p, nomes, [](const Ref<IControle> &controle) { return controle->Enabled(); });
 }
 
-bool EquipDetalhesTeste::Marcada(const Pessoa &p, const std::string &caixa)
+std::string EquipDetalhesTeste::Visiveis(const Pessoa &p, const std::string &nomes)
 {
-    return p.Acha<ICheckBox>(caixa)->Value() == 1;
+    return Quais(p, nomes, [](const Ref<IControle> &controle) { return controle->Visible(); });
+}
+
+std::string EquipDetalhesTeste::Travados(const Pessoa &p, const std::string &nomes)
+{
+    return Quais(p, nomes, [](const Ref<IControle> &controle) {
+        const auto *mascara = dynamic_cast<const IztMask *>(controle.Ponteiro());
+        const auto *combo = dynamic_cast<const IztCombo *>(controle.Ponteiro());
+        return mascara != nullptr ? mascara->ReadOnly()
+               : combo != nullptr ? combo->ComboSomenteLeitura()
+                                  : ComoTipo<IztVeiObservacao>(controle)->Locked();
+    });
+}
+
+Conexao EquipDetalhesTeste::Estraga(const Pessoa &p, const std::string &controle, std::int16_t indice)
+{
+    return ComoBase(p.Acha(controle, indice))->Mudou().liga([] { throw Falha(70, "Fora", "negado"); });
 }
 
 std::vector<bool> EquipDetalhesTeste::Paginas(const Pessoa &p)
@@ -187,7 +247,7 @@ std::vector<bool> EquipDetalhesTeste::Paginas(const Pessoa &p)
 
 std::vector<bool> EquipDetalhesTeste::Botoes(const Pessoa &p)
 {
-    return {Habilitado(p, "ztCmdOK"), Habilitado(p, "ztCmdAplicar")};
+    return {p.Acha("ztCmdOK")->Enabled(), p.Acha("ztCmdAplicar")->Enabled()};
 }
 
 std::string EquipDetalhesTeste::Enviado(const std::string &metodo)

@@ -23,8 +23,13 @@ class EquipDetalhesTeste : public HostTeste {
     bool Edita(const Roteiro &roteiro, bool trabFoto = false);
     void Detalha(const Roteiro &roteiro, bool trabFoto = false);
 
-    // An equipment with every member filled, number 7.
-    static Ref<EquiptoED> NovoED(const std::string &tipoEquip = "C");
+    // An equipment with every member filled, number 7; then with these members (DoTexto).
+    static Ref<EquiptoED> NovoED(const std::string &tipoEquip = "C", const std::string &membros = "");
+    // Its member Sensores, of some Sensor; and what stands in it.
+    static std::string Sensores(const std::string &sensores) { return "Sensores=[" + sensores + "]"; }
+    static std::string Sensor(std::int32_t nroInt, std::int16_t nro, const std::string &local,
+                              const std::string &afericoes = "");
+    static std::string Afericao(std::int32_t nroInt, const std::string &numero);
     // "consulta" answers this equipment from now on.
     void Responde(const Ref<EquiptoED> &equipto);
     // "inclui" answers the record sent with the number 7; "altera" is accepted.
@@ -41,18 +46,25 @@ class EquipDetalhesTeste : public HostTeste {
     void Descarta(Pessoa &p);
     static void Fecha(Pessoa &p) { EXPECT_TRUE(p.Fecha()); }
 
-    static bool Visivel(const Pessoa &p, const std::string &nome) { return p.Acha(nome)->Visible(); }
-    static bool Habilitado(const Pessoa &p, const std::string &nome) { return p.Acha(nome)->Enabled(); }
-    static std::string Caption(const Pessoa &p, const std::string &nome) { return p.Acha(nome)->Caption(); }
-    static std::string Texto(const Pessoa &p, const std::string &nome);
-    static std::string Valor(const Pessoa &p, const std::string &combo) { return p.Acha<IztCombo>(combo)->Valor(); }
-    static bool Ligada(const Pessoa &p, const std::string &opcao, std::int16_t indice = -1);
-    static bool Marcada(const Pessoa &p, const std::string &caixa);
+    // Of controls, their names separated by blanks: what each shows, separated by "|", and which of them are so.
+    static std::string Valores(const Pessoa &p, const std::string &nomes);
+    static std::string Habilitados(const Pessoa &p, const std::string &nomes);
+    static std::string Visiveis(const Pessoa &p, const std::string &nomes);
+    static std::string Travados(const Pessoa &p, const std::string &nomes);
+    static std::int32_t NroItens(const Pessoa &p, const std::string &combo)
+    {
+        return p.Acha<IztCombo>(combo)->NroItens();
+    }
     static std::int16_t Pagina(const Pessoa &p) { return p.Acha<ISSTab>("sstDados")->Tab(); }
     // Which pages are available.
     static std::vector<bool> Paginas(const Pessoa &p);
     // Whether ztCmdOK and ztCmdAplicar are enabled.
     static std::vector<bool> Botoes(const Pessoa &p);
+
+    // The control fails as long as this lives, whenever it changes.
+    static Conexao Estraga(const Pessoa &p, const std::string &controle, std::int16_t indice = -1);
+    // The error boxes since the last question.
+    Linhas Erros() { return host->ErrosNovos(); }
 
     // The only call of a remote operation in the log, without its result; otherwise how many there were.
     std::string Enviado(const std::string &metodo);

@@ -24,29 +24,15 @@ TEST(ArquivosEmMemoria, Nomes_OfAPattern_IgnoresCaseAndOtherDirectories)
     EXPECT_EQ(arquivos.Nomes("C:\\OUTRO\\*.*"), Nomes{});
 }
 
-TEST(ArquivosEmMemoria, Grava_OverALongerFile_LeavesItsTail)
+TEST(ArquivosEmMemoria, Operations_OnWhatIsProtected_RaiseFault75)
 {
     ArquivosEmMemoria arquivos;
-    arquivos.CriaDiretorio("C:\\T");
-    arquivos.Grava("C:\\T\\A", {1, 2, 3});
-    arquivos.Grava("c:\\t\\a", {9});
-    EXPECT_EQ(arquivos.Conteudo("C:\\T\\A"), (Bytes{9, 2, 3}));
-    arquivos.Poe("C:\\T\\A", {9});
-    EXPECT_EQ(arquivos.Conteudo("C:\\T\\A"), Bytes{9});
-}
-
-TEST(ArquivosEmMemoria, Operations_OnWhatIsNotThereOrProtected_RaiseTheirFaults)
-{
-    ArquivosEmMemoria arquivos;
-    EXPECT_EQ(FalhaLancada([&] { arquivos.Grava("C:\\T\\A", {}); }).Numero, 76);
     arquivos.CriaDiretorio("C:\\T\\");
     arquivos.Grava("C:\\T\\A", {});
     arquivos.Protege("C:\\T\\A");
     EXPECT_EQ(FalhaLancada([&] { arquivos.Grava("C:\\T\\A", {1}); }).Numero, 75);
     EXPECT_EQ(FalhaLancada([&] { arquivos.Apaga("C:\\T\\A"); }).Numero, 75);
     EXPECT_TRUE(arquivos.Existe("C:\\T\\A"));
-    EXPECT_EQ(FalhaLancada([&] { arquivos.Apaga("C:\\T\\B"); }).Numero, 53);
-    EXPECT_EQ(FalhaLancada([&] { arquivos.Conteudo("C:\\T\\B"); }).Numero, 53);
 }
 
 } // namespace

@@ -53,12 +53,6 @@ TEST_F(BancoLocalTeste, OpenRecordset_OfTheMunicipalitiesOfTheState_FiltersAndSo
               (Textos{"Agudo", "Caxias do Sul", "Não-Me-Toque", "Porto Alegre"}));
 }
 
-TEST_F(BancoLocalTeste, OpenRecordset_OfOneMunicipality_GivesItsRow)
-{
-    EXPECT_EQ(Coluna("nome_municipio", "SELECT * FROM Municipio WHERE COD_MUNIC = 900"), Textos{"Florianópolis"});
-    EXPECT_EQ(Coluna("NOME_MUNICIPIO", "SELECT * FROM Municipio WHERE COD_MUNIC = -1"), Textos{});
-}
-
 TEST_F(BancoLocalTeste, OpenRecordset_ByCode_ComparesInUpperCaseAndTheOtherColumnsAsTheyAre)
 {
     host->MDB->PoeEquipamento(5, "DAER", "ção-1", 1, "R");
@@ -108,21 +102,6 @@ TEST_F(BancoLocalTeste, OpenRecordset_WithNulls_MatchesNoneAndSortsThemFirst)
               (Textos{"1", "7"}));
 }
 
-TEST_F(BancoLocalTeste, Cursor_BeyondItsRowsAndColumns_Faults)
-{
-    auto cursor = Abre("SELECT NOME_MUNICIPIO FROM Municipio WHERE COD_MUNIC = 7");
-    EXPECT_EQ(cursor->RecordCount(), 1);
-    EXPECT_THROW(cursor->Fields("COD_MUNIC"), Falha);
-    EXPECT_EQ(cursor->Fields("NOME_MUNICIPIO")->Value().CStr(), "Agudo");
-    cursor->MoveNext();
-    EXPECT_TRUE(cursor->EOF_());
-    EXPECT_EQ(cursor->RecordCount(), 1);
-    EXPECT_THROW(cursor->MoveNext(), Falha);
-    EXPECT_THROW(cursor->Fields("NOME_MUNICIPIO"), Falha);
-    cursor->Close();
-    EXPECT_THROW(cursor->EOF_(), Falha);
-}
-
 TEST_F(BancoLocalTeste, Log_OfAQuery_HasTheStatementTheRowCountAndTheClosing)
 {
     Coluna("COD_MUNIC", "SELECT * FROM Municipio WHERE COD_MUNIC = 7");
@@ -130,6 +109,16 @@ TEST_F(BancoLocalTeste, Log_OfAQuery_HasTheStatementTheRowCountAndTheClosing)
               (Textos{"MDB.OpenRecordset(\"SELECT * FROM Municipio WHERE COD_MUNIC = 7\", 4, ausente, ausente) -> "
                       "1 linhas",
                       "Cursor.Close()"}));
+}
+
+TEST_F(BancoLocalTeste, Cursor_BehindItsLastRowOrClosed_Faults)
+{
+    auto cursor = Abre("SELECT NOME_MUNICIPIO FROM Municipio WHERE COD_MUNIC = 7");
+    EXPECT_THROW(cursor->Fields("COD_MUNIC"), Falha); // not asked for
+    cursor->MoveNext();
+    EXPECT_THROW(cursor->MoveNext(), Falha);
+    cursor->Close();
+    EXPECT_THROW(cursor->EOF_(), Falha);
 }
 
 } // namespace

@@ -92,6 +92,16 @@ const std::vector<DominioRoteirizado::CaixaErro> &HostRoteirizado::Erros()
     return Dominio->Erros;
 }
 
+std::vector<std::string> HostRoteirizado::ErrosNovos()
+{
+    std::vector<std::string> textos;
+    for (; m_ErrosVistos < Dominio->Erros.size(); ++m_ErrosVistos) {
+        const auto &caixa = Dominio->Erros[m_ErrosVistos];
+        textos.push_back(caixa.Contexto + ": " + std::to_string(caixa.Numero) + " (" + caixa.Fonte + ")");
+    }
+    return textos;
+}
+
 std::vector<std::string> HostRoteirizado::VerificaFim()
 {
     if (m_PerdoaSobras) {

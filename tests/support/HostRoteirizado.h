@@ -146,6 +146,8 @@ class HostRoteirizado : public HostServices {
     // What the person was shown.
     const std::vector<DominioRoteirizado::Aviso> &Avisos() const { return Dominio->Avisos; }
     const std::vector<DominioRoteirizado::CaixaErro> &Erros();
+    // The error boxes that the test has not looked at yet, each as `context: number (source)`.
+    std::vector<std::string> ErrosNovos();
 
     // The problems seen, one text each. The module has ended and the test holds no host object any more.
     std::vector<std::string> VerificaFim();

@@ -9,7 +9,7 @@ PessoaVarrida::PessoaVarrida(Jornada &jornada, const Ref<IForm> &form)
 {
 }
 
-void PessoaVarrida::Faz(const std::function<bool()> &acao)
+void PessoaVarrida::Tenta(const std::function<bool()> &acao)
 {
     bool feita = false;
     m_Jornada.Passo([&] { feita = acao(); });
@@ -17,68 +17,6 @@ void PessoaVarrida::Faz(const std::function<bool()> &acao)
     if (const Ref<IForm> form = m_Form.Alvo(); form && form->Visible()) {
         EXPECT_TRUE(form->Enabled()) << form->NomeTipo();
     }
-}
-
-void PessoaVarrida::Clica(const std::string &nome, std::int16_t indice)
-{
-    Faz([&] { return m_Pessoa.Clica(nome, indice); });
-}
-
-void PessoaVarrida::Marca(const std::string &nome, std::int16_t indice)
-{
-    Faz([&] { return m_Pessoa.Marca(nome, indice); });
-}
-
-void PessoaVarrida::Preenche(const std::string &nome, const std::string &texto)
-{
-    Faz([&] { return m_Pessoa.Preenche(nome, texto); });
-}
-
-void PessoaVarrida::Escolhe(const std::string &nome, const std::string &texto)
-{
-    Faz([&] { return m_Pessoa.Escolhe(nome, texto); });
-}
-
-void PessoaVarrida::Abre(const std::string &nome, std::int16_t pagina)
-{
-    Faz([&] { return m_Pessoa.Abre(nome, pagina); });
-}
-
-void PessoaVarrida::ClicaLinha(const std::string &nome, std::int32_t linha)
-{
-    Faz([&] { return m_Pessoa.ClicaLinha(nome, linha); });
-}
-
-void PessoaVarrida::EscolheMenu(const std::string &nome, const std::string &chave)
-{
-    Faz([&] { return m_Pessoa.EscolheMenu(nome, chave); });
-}
-
-void PessoaVarrida::PedeMais(const std::string &nome)
-{
-    Faz([&] { return m_Pessoa.PedeMais(nome); });
-}
-
-void PessoaVarrida::Localiza(const std::string &nome)
-{
-    Faz([&] { return m_Pessoa.Localiza(nome); });
-}
-
-void PessoaVarrida::OrdenaPor(const std::string &nome, std::int32_t coluna)
-{
-    Faz([&] { return m_Pessoa.OrdenaPor(nome, coluna); });
-}
-
-void PessoaVarrida::InformaEndereco(const std::string &nome, std::int32_t codLogradouro, std::int32_t numero,
-                                    const std::string &complemento, const std::string &cep,
-                                    const std::string &descricao)
-{
-    Faz([&] { return m_Pessoa.InformaEndereco(nome, codLogradouro, numero, complemento, cep, descricao); });
-}
-
-void PessoaVarrida::EscolheCliente(const std::string &nome, const std::string &cliente, const std::string &setor)
-{
-    Faz([&] { return m_Pessoa.EscolheCliente(nome, cliente, setor); });
 }
 
 void PessoaVarrida::Fecha()

@@ -21,19 +21,34 @@ class PessoaVarrida : public PessoaNaTela {
   public:
     PessoaVarrida(Jornada &jornada, const Ref<IForm> &form);
 
-    void Clica(const std::string &nome, std::int16_t indice) override;
-    void Marca(const std::string &nome, std::int16_t indice) override;
-    void Preenche(const std::string &nome, const std::string &texto) override;
-    void Escolhe(const std::string &nome, const std::string &texto) override;
-    void Abre(const std::string &nome, std::int16_t pagina) override;
-    void ClicaLinha(const std::string &nome, std::int32_t linha) override;
-    void EscolheMenu(const std::string &nome, const std::string &chave) override;
-    void PedeMais(const std::string &nome) override;
-    void Localiza(const std::string &nome) override;
-    void OrdenaPor(const std::string &nome, std::int32_t coluna) override;
+    void Clica(const std::string &nome, std::int16_t indice) override { Faz(&Pessoa::Clica, nome, indice); }
+    void Marca(const std::string &nome, std::int16_t indice) override { Faz(&Pessoa::Marca, nome, indice); }
+    void Preenche(const std::string &nome, const std::string &texto) override
+    {
+        Faz(&Pessoa::Preenche, nome, texto, std::int16_t{-1});
+    }
+    void Escolhe(const std::string &nome, const std::string &texto) override
+    {
+        Faz(&Pessoa::Escolhe, nome, texto, std::int16_t{-1});
+    }
+    void Abre(const std::string &nome, std::int16_t pagina) override { Faz(&Pessoa::Abre, nome, pagina); }
+    void ClicaLinha(const std::string &nome, std::int32_t linha) override { Faz(&Pessoa::ClicaLinha, nome, linha); }
+    void EscolheMenu(const std::string &nome, const std::string &item) override
+    {
+        Faz(&Pessoa::EscolheMenu, nome, item);
+    }
+    void PedeMais(const std::string &nome) override { Faz(&Pessoa::PedeMais, nome); }
+    void Localiza(const std::string &nome) override { Faz(&Pessoa::Localiza, nome); }
+    void OrdenaPor(const std::string &nome, std::int32_t coluna) override { Faz(&Pessoa::OrdenaPor, nome, coluna); }
     void InformaEndereco(const std::string &nome, std::int32_t codLogradouro, std::int32_t numero,
-                         const std::string &complemento, const std::string &cep, const std::string &descricao) override;
-    void EscolheCliente(const std::string &nome, const std::string &cliente, const std::string &setor) override;
+                         const std::string &complemento, const std::string &cep, const std::string &descricao) override
+    {
+        Faz(&Pessoa::InformaEndereco, nome, codLogradouro, numero, complemento, cep, descricao);
+    }
+    void EscolheCliente(const std::string &nome, const std::string &cliente, const std::string &setor) override
+    {
+        Faz(&Pessoa::EscolheCliente, nome, cliente, setor);
+    }
     void Fecha() override;
 
     std::int32_t Linhas(const std::string &nome) override;
@@ -41,7 +56,11 @@ class PessoaVarrida : public PessoaNaTela {
     std::string Celula(const std::string &nome, std::int32_t linha, const std::string &coluna) override;
 
   private:
-    void Faz(const std::function<bool()> &acao);
+    template <class Acao, class... Args> void Faz(Acao acao, const Args &...args)
+    {
+        Tenta([&] { return (m_Pessoa.*acao)(args...); });
+    }
+    void Tenta(const std::function<bool()> &acao);
 
     Jornada &m_Jornada;
     RefFraca<IForm> m_Form;

@@ -47,6 +47,34 @@ template <class R, class T> Ref<R> AchaNaLista(const ListaDe<R> &lista, Campo<T>
     return nullptr;
 }
 
+// Merges the records of a list into those stored under their numbers, each new one with the next number; then `dentro`
+// what is in them.
+template <class R, class T, class Numero, class Dentro>
+void FundeLista(Campo<ListaDe<R>> &guardados, const Campo<ListaDe<R>> &pedidos, Campo<T> R::*numero, Numero &ultimo,
+                Dentro &&dentro)
+{
+    if (pedidos.Valor().Nada()) {
+        return;
+    }
+    if (guardados.Valor().Nada()) {
+        guardados = Novo<Colecao<Ref<R>>>();
+    }
+    for (std::int32_t posicao = 1; posicao <= pedidos.Valor()->Count(); ++posicao) {
+        const R &vindo = *pedidos.Valor()->Item(posicao);
+        const T seu = (vindo.*numero).Valor();
+        Ref<R> guardado = seu > 0 ? AchaNaLista(guardados.Valor(), numero, seu) : nullptr;
+        if (guardado.Nada()) {
+            guardado = Novo<R>();
+            (*guardado).*numero = ++ultimo;
+            guardados.Valor()->Add(guardado);
+        }
+        const T dele = ((*guardado).*numero).Valor();
+        Funde(*guardado, vindo);
+        (*guardado).*numero = dele;
+        dentro(*guardado, vindo);
+    }
+}
+
 template <class R> Ref<R> Acha(const std::map<std::int32_t, Ref<R>> &registros, std::int32_t numero)
 {
     const auto achado = registros.find(numero);
@@ -86,6 +114,20 @@ template <class R> Resposta Desativa(std::map<std::int32_t, Ref<R>> &registros, 
     }
     achado->Ativo = Indicador::Nao;
     return {};
+}
+
+// Copies of the active ones of an equipment.
+template <class R, class Criterio>
+ListaDe<R> Ativos(const std::map<std::int32_t, Ref<R>> &registros, const R &pedido, Criterio &&criterio)
+{
+    ListaDe<R> lista = Novo<Colecao<Ref<R>>>();
+    for (const auto &[numero, registro] : registros) {
+        if (registro->NroIntEquip.Valor() == pedido.NroIntEquip.Valor() && criterio(*registro) &&
+            registro->Ativo.Valor() != Indicador::Nao) {
+            lista->Add(CopiaInteira(*registro));
+        }
+    }
+    return lista;
 }
 
 bool Casa(const std::string &procurado, const std::string &guardado)
@@ -302,28 +344,17 @@ Resposta RegistroEmMemoria::AfericaoVigente(const ConsultaAfericaoED &pedido) co
 
 Resposta RegistroEmMemoria::ListaLimites(const LimiteDifED &pedido) const
 {
-    ListaDe<LimiteDifED> lista = Novo<Colecao<Ref<LimiteDifED>>>();
-    for (const auto &[numero, limite] : m_Limites) {
-        if (limite->NroIntEquip.Valor() == pedido.NroIntEquip.Valor() &&
-            limite->TipoLimite.Valor() == pedido.TipoLimite.Valor() && limite->Ativo.Valor() != Indicador::Nao) {
-            lista->Add(CopiaInteira(*limite));
-        }
-    }
     auto equipto = Novo<EquiptoED>();
-    equipto->ListaLimiteDif = lista;
+    equipto->ListaLimiteDif = Ativos(m_Limites, pedido, [&](const LimiteDifED &limite) {
+        return limite.TipoLimite.Valor() == pedido.TipoLimite.Valor();
+    });
     return equipto;
 }
 
 Resposta RegistroEmMemoria::ListaDias(const DiaEspecificoED &pedido) const
 {
-    ListaDe<DiaEspecificoED> lista = Novo<Colecao<Ref<DiaEspecificoED>>>();
-    for (const auto &[numero, dia] : m_Dias) {
-        if (dia->NroIntEquip.Valor() == pedido.NroIntEquip.Valor() && dia->Ativo.Valor() != Indicador::Nao) {
-            lista->Add(CopiaInteira(*dia));
-        }
-    }
     auto equipto = Novo<EquiptoED>();
-    equipto->ListaDiaEspecifico = lista;
+    equipto->ListaDiaEspecifico = Ativos(m_Dias, pedido, [](const DiaEspecificoED &) { return true; });
     return equipto;
 }
 
@@ -360,55 +391,11 @@ Resposta RegistroEmMemoria::Certificado(const RelatorioAfericaoED &pedido) const
 
 void RegistroEmMemoria::FundeSensores(EquiptoED &guardado, const EquiptoED &pedido)
 {
-    if (pedido.Sensores.Valor().Nada()) {
-        return;
-    }
-    if (guardado.Sensores.Valor().Nada()) {
-        guardado.Sensores = Novo<Colecao<Ref<SensorED>>>();
-    }
-    const ListaDe<SensorED> lista = guardado.Sensores;
-    for (std::int32_t posicao = 1; posicao <= pedido.Sensores.Valor()->Count(); ++posicao) {
-        const SensorED &vindo = *pedido.Sensores.Valor()->Item(posicao);
-        Ref<SensorED> sensor;
-        if (vindo.NroIntSensor.Valor() > 0) {
-            sensor = AchaNaLista(lista, &SensorED::NroIntSensor, vindo.NroIntSensor.Valor());
-        }
-        if (sensor.Nada()) {
-            sensor = Novo<SensorED>();
-            sensor->NroIntSensor = ++m_UltimoSensor;
-            lista->Add(sensor);
-        }
-        const std::int32_t numero = sensor->NroIntSensor;
-        Funde(*sensor, vindo);
-        sensor->NroIntSensor = numero;
-        FundeAfericoes(*sensor, vindo);
-    }
-}
-
-void RegistroEmMemoria::FundeAfericoes(SensorED &guardado, const SensorED &pedido)
-{
-    if (pedido.Afericoes.Valor().Nada()) {
-        return;
-    }
-    if (guardado.Afericoes.Valor().Nada()) {
-        guardado.Afericoes = Novo<Colecao<Ref<AfericaoED>>>();
-    }
-    const ListaDe<AfericaoED> lista = guardado.Afericoes;
-    for (std::int32_t posicao = 1; posicao <= pedido.Afericoes.Valor()->Count(); ++posicao) {
-        const AfericaoED &vinda = *pedido.Afericoes.Valor()->Item(posicao);
-        Ref<AfericaoED> afericao;
-        if (vinda.NroIntAfericao.Valor() > 0) {
-            afericao = AchaNaLista(lista, &AfericaoED::NroIntAfericao, vinda.NroIntAfericao.Valor());
-        }
-        if (afericao.Nada()) {
-            afericao = Novo<AfericaoED>();
-            afericao->NroIntAfericao = ++m_UltimaAfericao;
-            lista->Add(afericao);
-        }
-        const double numero = afericao->NroIntAfericao;
-        Funde(*afericao, vinda);
-        afericao->NroIntAfericao = numero;
-    }
+    FundeLista(guardado.Sensores, pedido.Sensores, &SensorED::NroIntSensor, m_UltimoSensor,
+               [this](SensorED &sensor, const SensorED &vindo) {
+                   FundeLista(sensor.Afericoes, vindo.Afericoes, &AfericaoED::NroIntAfericao, m_UltimaAfericao,
+                              [](AfericaoED &, const AfericaoED &) {});
+               });
 }
 
 void RegistroEmMemoria::Assina(EquiptoED &equipto) const

@@ -52,7 +52,6 @@ class RegistroEmMemoria {
     Resposta Certificado(const RelatorioAfericaoED &pedido) const;
 
     void FundeSensores(EquiptoED &guardado, const EquiptoED &pedido);
-    void FundeAfericoes(SensorED &guardado, const SensorED &pedido);
     void Assina(EquiptoED &equipto) const;
     void PublicaTabela();
 

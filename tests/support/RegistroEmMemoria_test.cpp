@@ -2,6 +2,7 @@
 
 #include "host/ChamadaRemota.h"
 #include "tests/support/HostTeste.h"
+#include "tests/support/RegistroDoTexto.h"
 
 #include <cstdint>
 #include <optional>
@@ -24,43 +25,9 @@ class RegistroEmMemoriaTeste : public HostTeste {
                                          [&] { return pedido; });
     }
 
-    static Ref<EquiptoED> Equipto(std::int32_t numero)
+    static Ref<EquiptoED> Codigo(const std::string &codigo)
     {
-        auto equipto = Novo<EquiptoED>();
-        equipto->NroIntEquip = numero;
-        return equipto;
-    }
-
-    static Ref<EquiptoED> Codigo(const std::string &codigo, const std::string &cliente = "DAER")
-    {
-        auto equipto = Novo<EquiptoED>();
-        equipto->Codigo = codigo;
-        equipto->ClienteInc = cliente;
-        return equipto;
-    }
-
-    static Ref<AfericaoED> Afericao(Data de, Data ate)
-    {
-        auto afericao = Novo<AfericaoED>();
-        afericao->DataVerificacao = de;
-        afericao->DataVencimento = ate;
-        afericao->Ativo = 1;
-        return afericao;
-    }
-
-    // An equipment with one sensor and one calibration of 2026.
-    static Ref<EquiptoED> Completo()
-    {
-        auto sensor = Novo<SensorED>();
-        sensor->NroSensor = 1;
-        sensor->LocalInfr = "BR 116";
-        sensor->Ativo = 1;
-        sensor->Afericoes = Novo<Colecao<Ref<AfericaoED>>>();
-        sensor->Afericoes.Valor()->Add(Afericao(DataDe(1, 1, 2026), DataDe(31, 12, 2026)));
-        auto equipto = Codigo("R-01");
-        equipto->Sensores = Novo<Colecao<Ref<SensorED>>>();
-        equipto->Sensores.Valor()->Add(sensor);
-        return equipto;
+        return DoTexto<EquiptoED>("Codigo=\"" + codigo + R"(", ClienteInc="DAER")");
     }
 
     RegistroEmMemoria registro{*host};
@@ -68,9 +35,7 @@ class RegistroEmMemoriaTeste : public HostTeste {
 
 TEST_F(RegistroEmMemoriaTeste, inclui_OfANewEquipment_NumbersSignsAndActivatesIt)
 {
-    auto novo = Codigo("R-01");
-    novo->Ativo = 2;
-    auto resposta = Consulta<EquiptoED>("inclui", novo);
+    auto resposta = Consulta<EquiptoED>("inclui", DoTexto<EquiptoED>(R"(Codigo="R-01", ClienteInc="DAER", Ativo=2)"));
     ASSERT_TRUE(resposta);
     EXPECT_EQ((*resposta)->Texto(),
               "EquiptoED{NroIntEquip=1, ClienteInc=\"DAER\", Codigo=\"R-01\", Ativo=1, ClienteTrans=\"DAER\", "
@@ -81,75 +46,35 @@ TEST_F(RegistroEmMemoriaTeste, inclui_OfANewEquipment_NumbersSignsAndActivatesIt
 
 TEST_F(RegistroEmMemoriaTeste, altera_OfSomeMembers_KeepsTheOthersAndTheActivity)
 {
-    registro.Poe(Codigo("R-01"));
+    const std::string afericao = "DataVerificacao=01/01/2026, DataVencimento=31/12/2026, Ativo=1";
+    registro.Poe(DoTexto<EquiptoED>(R"(Codigo="R-01", Sensores=[SensorED{Afericoes=[AfericaoED{)" + afericao +
+                                    R"(}], NroSensor=1, Ativo=1, LocalInfr="BR 116"}])"));
     host->Tela->Relogio = DataDe(21, 11, 2026, 9, 5, 7);
-    auto pedido = Equipto(1);
-    pedido->Modelo = "X";
-    pedido->Ativo = 2;
-    EXPECT_TRUE(Comanda("altera", pedido));
-    const EquiptoED &guardado = *registro.Equipamento(1);
-    EXPECT_EQ(guardado.Codigo.Valor(), "R-01");
-    EXPECT_EQ(guardado.Modelo.Valor(), "X");
-    EXPECT_EQ(guardado.Ativo.Valor(), 1);
-    EXPECT_EQ(guardado.DataTrans.Valor(), 20261121);
-    EXPECT_EQ(guardado.HoraTrans.Valor(), 90507);
-}
-
-TEST_F(RegistroEmMemoriaTeste, altera_OfAnUnknownEquipment_IsRefused)
-{
-    EXPECT_FALSE(Comanda("altera", Equipto(9)));
-    EXPECT_TRUE(host->Contem("EquiptoRN.MostraErro() -> \"Equipamento não encontrado.\""));
-}
-
-TEST_F(RegistroEmMemoriaTeste, altera_WithSensors_MergesTheNumberedAndAddsTheNew)
-{
-    registro.Poe(Completo());
-    auto pedido = Equipto(1);
-    auto conhecido = Novo<SensorED>();
-    conhecido->NroIntSensor = 1;
-    conhecido->Ativo = 2;
-    conhecido->Afericoes = Novo<Colecao<Ref<AfericaoED>>>();
-    conhecido->Afericoes.Valor()->Add(Afericao(DataDe(1, 1, 2027), DataDe(31, 12, 2027)));
-    auto novo = Novo<SensorED>();
-    novo->NroSensor = 2;
-    pedido->Sensores = Novo<Colecao<Ref<SensorED>>>();
-    pedido->Sensores.Valor()->Add(conhecido);
-    pedido->Sensores.Valor()->Add(novo);
-    EXPECT_TRUE(Comanda("altera", pedido));
-
-    auto lido = *Consulta<EquiptoED>("consulta", Equipto(1));
-    ASSERT_EQ(lido->Sensores.Valor()->Count(), 2);
-    const SensorED &primeiro = *lido->Sensores.Valor()->Item(1);
-    EXPECT_EQ(primeiro.LocalInfr.Valor(), "BR 116");
-    EXPECT_EQ(primeiro.Ativo.Valor(), 2);
-    ASSERT_EQ(primeiro.Afericoes.Valor()->Count(), 2);
-    EXPECT_EQ(primeiro.Afericoes.Valor()->Item(2)->NroIntAfericao.Valor(), 2);
-    EXPECT_EQ(lido->Sensores.Valor()->Item(2)->NroIntSensor.Valor(), 2);
+    // A known sensor with a new calibration, and a new sensor.
+    EXPECT_TRUE(
+        Comanda("altera",
+                DoTexto<EquiptoED>(R"(NroIntEquip=1, Modelo="X", Ativo=2, Sensores=[SensorED{NroIntSensor=1, Ativo=2, )"
+                                   R"(Afericoes=[AfericaoED{Numero="N2"}]}, SensorED{NroSensor=2}])")));
+    const std::string guardado =
+        R"(EquiptoED{NroIntEquip=1, Codigo="R-01", Modelo="X", Ativo=1, ClienteTrans="DAER", OperadorTrans=77, )"
+        R"(DataTrans=20261121, HoraTrans=90507, Sensores=[SensorED{Afericoes=[AfericaoED{NroIntAfericao=1, )" +
+        afericao +
+        R"(}, AfericaoED{NroIntAfericao=2, Numero="N2"}], NroIntSensor=1, NroSensor=1, Ativo=2, LocalInfr="BR 116"}, )"
+        R"(SensorED{NroIntSensor=2, NroSensor=2}]})";
+    auto lido = *Consulta<EquiptoED>("consulta", DoTexto<EquiptoED>("NroIntEquip=1"));
+    EXPECT_EQ(lido->Texto(), guardado);
     lido->Sensores.Valor()->Item(2)->LocalInfr = "of the reader alone";
-    EXPECT_EQ(registro.Equipamento(1)->Sensores.Valor()->Item(2)->LocalInfr.Valor(), "");
-}
-
-TEST_F(RegistroEmMemoriaTeste, altera_WithAnUnknownSensor_IsRefusedAndChangesNothing)
-{
-    registro.Poe(Completo());
-    const std::string antes = registro.Equipamento(1)->Texto();
-    auto pedido = Equipto(1);
-    auto estranho = Novo<SensorED>();
-    estranho->NroIntSensor = 8;
-    pedido->Modelo = "X";
-    pedido->Sensores = Novo<Colecao<Ref<SensorED>>>();
-    pedido->Sensores.Valor()->Add(estranho);
-    EXPECT_FALSE(Comanda("altera", pedido));
-    EXPECT_EQ(registro.Equipamento(1)->Texto(), antes);
-}
-
-TEST_F(RegistroEmMemoriaTeste, consultaSimples_OfAnEquipment_LeavesTheSensorsOut)
-{
-    registro.Poe(Completo());
-    auto simples = *Consulta<EquiptoED>("consultaSimples", Equipto(1));
-    EXPECT_EQ(simples->Codigo.Valor(), "R-01");
-    EXPECT_FALSE(simples->Sensores.Escrito());
-    EXPECT_FALSE(Consulta<EquiptoED>("consultaSimples", Equipto(2)));
+    EXPECT_FALSE((*Consulta<EquiptoED>("consultaSimples", DoTexto<EquiptoED>("NroIntEquip=1")))->Sensores.Escrito());
+    for (const char *estranho :
+         {"NroIntEquip=9", R"(NroIntEquip=1, Modelo="Y", Sensores=[SensorED{NroIntSensor=8}])"}) {
+        EXPECT_FALSE(Comanda("altera", DoTexto<EquiptoED>(estranho)));
+    }
+    EXPECT_TRUE(host->Contem("EquiptoRN.MostraErro() -> \"Equipamento não encontrado.\""));
+    EXPECT_EQ(registro.Equipamento(1)->Texto(), guardado);
+    const auto dia = DoTexto<ConsultaAfericaoED>("NroIntEquip=1, DtInfracao=01/02/2026");
+    EXPECT_EQ((*Consulta<AfericaoED>("consultaSimplesAfericaoVigente", dia))->Texto(), "AfericaoED{}") << "inactive";
+    registro.Equipamento(1)->Sensores.Valor()->Item(1)->Ativo = 1;
+    EXPECT_EQ((*Consulta<AfericaoED>("consultaSimplesAfericaoVigente", dia))->NroIntAfericao.Valor(), 1);
 }
 
 TEST_F(RegistroEmMemoriaTeste, lista2_OfMoreThanAPage_TellsWhereTheNextStarts)
@@ -158,6 +83,7 @@ TEST_F(RegistroEmMemoriaTeste, lista2_OfMoreThanAPage_TellsWhereTheNextStarts)
     for (const char *codigo : {"A", "B", "C"}) {
         registro.Poe(Codigo(codigo));
     }
+    registro.Poe(DoTexto<EquiptoED>(R"(Codigo="D", ClienteInc="OUTRO")"));
     auto pedido = Novo<ListaEquiptoED>();
     pedido->ClienteInc = "DAER";
     auto pagina = *Consulta<ListaEquiptoED>("lista2", pedido);
@@ -170,90 +96,17 @@ TEST_F(RegistroEmMemoriaTeste, lista2_OfMoreThanAPage_TellsWhereTheNextStarts)
     EXPECT_EQ(pagina->ProxNroIntEquip.Valor(), 0);
 }
 
-TEST_F(RegistroEmMemoriaTeste, lista2_ByCriteria_LeavesOutWhatDoesNotMatch)
+TEST_F(RegistroEmMemoriaTeste, LimitesAndDias_ChangedByAnUnknownNumber_AreRefusedAndNothingIsStored)
 {
-    registro.Poe(Codigo("A"));
-    registro.Poe(Codigo("B", "OUTRO"));
-    EXPECT_TRUE(Comanda("desativa", Equipto(1)));
-    auto pedido = Novo<ListaEquiptoED>();
-    pedido->ClienteInc = "DAER";
-    pedido->Ativo = 1;
-    EXPECT_FALSE((*Consulta<ListaEquiptoED>("lista2", pedido))->Equipamentos.Escrito());
-    pedido->Ativo = 2;
-    EXPECT_EQ((*Consulta<ListaEquiptoED>("lista2", pedido))->Equipamentos.Valor()->Count(), 1);
-    pedido->TipoAgente = 1;
-    EXPECT_FALSE((*Consulta<ListaEquiptoED>("lista2", pedido))->Equipamentos.Escrito());
-    EXPECT_TRUE(Comanda("reativa", Equipto(1)));
-    EXPECT_EQ(registro.Equipamento(1)->Ativo.Valor(), 1);
-}
-
-TEST_F(RegistroEmMemoriaTeste, AfericaoVigente_OnADay_IsTheOneWhosePeriodHoldsIt)
-{
-    registro.Poe(Completo());
-    auto pedido = Novo<ConsultaAfericaoED>();
-    pedido->NroIntEquip = 1;
-    const auto numeroEm = [&](Data dia) {
-        pedido->DtInfracao = dia;
-        return (*Consulta<AfericaoED>("consultaSimplesAfericaoVigente", pedido))->NroIntAfericao.Valor();
-    };
-    EXPECT_EQ(numeroEm(DataDe(1, 1, 2026)), 1);
-    EXPECT_EQ(numeroEm(DataDe(31, 12, 2026)), 1);
-    EXPECT_EQ(numeroEm(DataDe(31, 12, 2025)), 0);
-    EXPECT_EQ(numeroEm(Data{}), 0);
-    registro.Equipamento(1)->Sensores.Valor()->Item(1)->Ativo = 2;
-    EXPECT_EQ(numeroEm(DataDe(1, 1, 2026)), 0);
-}
-
-TEST_F(RegistroEmMemoriaTeste, Limites_SavedListedAndDeactivated_FollowTheirNumbers)
-{
-    auto limite = Novo<LimiteDifED>();
-    limite->NroIntEquip = 1;
-    limite->Dia = 2;
-    limite->TipoLimite = 1;
-    limite->Ativo = 1;
-    auto equipto = Novo<EquiptoED>();
-    equipto->ListaLimiteDif = Novo<Colecao<Ref<LimiteDifED>>>();
-    equipto->ListaLimiteDif.Valor()->Add(limite);
-    EXPECT_TRUE(Comanda("alteraListaLimitesDif", equipto));
-    EXPECT_TRUE(Comanda("alteraListaLimitesDif", equipto));
-
-    auto lista = *Consulta<EquiptoED>("listaLimiteDif", limite);
-    ASSERT_EQ(lista->ListaLimiteDif.Valor()->Count(), 2);
-    EXPECT_EQ(lista->ListaLimiteDif.Valor()->Item(2)->NroInt.Valor(), 2);
-
-    limite->NroInt = 2;
-    limite->Dia = 7;
-    EXPECT_TRUE(Comanda("alteraListaLimitesDif", equipto));
-    EXPECT_EQ((*Consulta<LimiteDifED>("consultaSimplesLimiteDif", limite))->Dia.Valor(), 7);
-    EXPECT_EQ(registro.Limite(1)->Dia.Valor(), 2);
-
-    EXPECT_TRUE(Consulta<LimiteDifED>("desativaLimiteDif", limite));
-    EXPECT_EQ((*Consulta<EquiptoED>("listaLimiteDif", limite))->ListaLimiteDif.Valor()->Count(), 1);
-    limite->TipoLimite = 2;
-    EXPECT_EQ((*Consulta<EquiptoED>("listaLimiteDif", limite))->ListaLimiteDif.Valor()->Count(), 0);
-    limite->NroInt = 9;
-    EXPECT_FALSE(Comanda("alteraListaLimitesDif", equipto));
-}
-
-TEST_F(RegistroEmMemoriaTeste, Dias_AddedChangedAndDeactivated_FollowTheirNumbers)
-{
-    auto dia = Novo<DiaEspecificoED>();
-    dia->NroIntEquip = 1;
-    dia->Data = DataDe(25, 12, 2026);
-    EXPECT_TRUE(Consulta<DiaEspecificoED>("adicionaDiaEspecifico", dia));
-    auto alterado = Novo<DiaEspecificoED>();
-    alterado->NroInt = 1;
-    alterado->VelocPerm = 60;
-    EXPECT_TRUE(Consulta<DiaEspecificoED>("alteraDiaEspecifico", alterado));
-    auto lido = *Consulta<DiaEspecificoED>("consultaSimplesDiaEspecifico", alterado);
-    EXPECT_EQ(lido->Data.Valor(), DataDe(25, 12, 2026));
-    EXPECT_EQ(lido->VelocPerm.Valor(), 60);
-    EXPECT_EQ((*Consulta<EquiptoED>("listaDiaEspecifico", dia))->ListaDiaEspecifico.Valor()->Count(), 1);
-    EXPECT_TRUE(Consulta<DiaEspecificoED>("desativaDiaEspecifico", alterado));
-    EXPECT_EQ((*Consulta<EquiptoED>("listaDiaEspecifico", dia))->ListaDiaEspecifico.Valor()->Count(), 0);
-    alterado->NroInt = 2;
-    EXPECT_FALSE(Consulta<DiaEspecificoED>("alteraDiaEspecifico", alterado));
-    EXPECT_FALSE(Consulta<DiaEspecificoED>("desativaDiaEspecifico", alterado));
+    const std::string limites = "ListaLimiteDif=[LimiteDifED{NroIntEquip=1, TipoLimite=1, Ativo=1}, LimiteDifED{";
+    EXPECT_FALSE(Comanda("alteraListaLimitesDif", DoTexto<EquiptoED>(limites + "NroInt=9}]")));
+    EXPECT_TRUE(registro.Limite(1).Nada());
+    EXPECT_TRUE(Comanda("alteraListaLimitesDif", DoTexto<EquiptoED>(limites + "Dia=7}]")));
+    EXPECT_EQ(registro.Limite(2)->Dia.Valor(), 7);
+    const auto estranho = DoTexto<DiaEspecificoED>("NroInt=2");
+    EXPECT_FALSE(Consulta<DiaEspecificoED>("alteraDiaEspecifico", estranho));
+    EXPECT_FALSE(Consulta<DiaEspecificoED>("desativaDiaEspecifico", estranho));
+    EXPECT_TRUE(registro.Dia(1).Nada());
 }
 
 TEST_F(RegistroEmMemoriaTeste, Certificado_OfItsKeys_ComesInTheAnswer)

@@ -35,8 +35,9 @@ VarreduraCaminho::VarreduraCaminho(const std::string &arvore)
     Le(arvore, 0, "");
 }
 
-void VarreduraCaminho::Le(const std::string &arvore, std::size_t recuo, const std::string &parametro)
+void VarreduraCaminho::Le(const std::string &arvore, std::size_t fundo, const std::string &parametro)
 {
+    std::vector<std::size_t> fundos{fundo}; // at each level of the text
     for (std::string linha : Separa(arvore, '\n')) {
         const std::size_t inicio = linha.find_first_not_of(' ');
         if (inicio == std::string::npos) {
@@ -45,43 +46,52 @@ void VarreduraCaminho::Le(const std::string &arvore, std::size_t recuo, const st
         for (std::size_t onde = linha.find("$1"); onde != std::string::npos; onde = linha.find("$1")) {
             linha.replace(onde, 2, parametro);
         }
-        const std::size_t nivel = recuo + inicio / 2;
-        const std::string texto = linha.substr(inicio);
-        if (texto.front() != '@') {
-            Linha(nivel, texto);
+        std::string texto = linha.substr(inicio);
+        if (inicio / 2 >= fundos.size()) {
+            m_Defeitos.push_back("Recuo demais: " + texto);
             continue;
         }
-        const std::size_t branco = texto.find(' ');
-        const auto trecho = TrechoDeCaminho(texto.substr(1, branco - 1));
-        if (trecho) {
-            Le(*trecho, nivel, branco == std::string::npos ? "" : texto.substr(branco + 1));
+        fundos.resize(inicio / 2 + 1);
+        m_Pilha.resize(fundos.back());
+        while (!texto.starts_with("- ") && !texto.starts_with("@")) {
+            const std::size_t seta = texto.find(" > ");
+            Procedimento(texto.substr(0, seta));
+            texto.erase(0, seta == std::string::npos ? seta : seta + 3);
+            if (texto.empty()) {
+                break;
+            }
+        }
+        if (texto.starts_with("- ")) {
+            Chamada(texto.substr(2));
+        } else if (!texto.empty()) {
+            const std::size_t branco = texto.find(' ');
+            if (const auto trecho = TrechoDeCaminho(texto.substr(1, branco - 1))) {
+                Le(*trecho, m_Pilha.size(), branco == std::string::npos ? "" : texto.substr(branco + 1));
+            } else {
+                m_Defeitos.push_back("Trecho desconhecido: " + texto);
+            }
         } else {
-            m_Defeitos.push_back("Trecho desconhecido: " + texto);
+            fundos.push_back(m_Pilha.size());
         }
     }
 }
 
-void VarreduraCaminho::Linha(std::size_t nivel, const std::string &texto)
+void VarreduraCaminho::Procedimento(const std::string &nome)
 {
-    if (nivel > m_Pilha.size()) {
-        m_Defeitos.push_back("Recuo demais: " + texto);
-        return;
+    m_Pilha.push_back(nome);
+    if (nome != "pessoa" && !DesfechoDe(nome)) {
+        m_Defeitos.push_back("Procedimento desconhecido: " + nome);
     }
-    m_Pilha.resize(nivel);
-    if (!texto.starts_with("- ")) {
-        m_Pilha.push_back(texto);
-        if (texto != "pessoa" && !DesfechoDe(texto)) {
-            m_Defeitos.push_back("Procedimento desconhecido: " + texto);
-        }
-        return;
-    }
+}
+
+void VarreduraCaminho::Chamada(std::string texto)
+{
     Folha folha;
-    std::string chamadas = texto.substr(2);
-    if (chamadas.ends_with(" *")) {
+    if (texto.ends_with(" *")) {
         folha.Repete = true;
-        chamadas.resize(chamadas.size() - 2);
+        texto.resize(texto.size() - 2);
     }
-    folha.Inicios = Separa(chamadas, '|');
+    folha.Inicios = Separa(texto, '|');
     folha.Fim = DestinoAtual();
     m_Folhas.push_back(std::move(folha));
 }

@@ -13,6 +13,7 @@
 //       - Plataforma.Carrega(frmLista)          a call: how its line in the trail begins
 //       - Host.Controles|Controles.Cria *       one or more of these
 //       @remota lista2                          the fragment "remota", with lista2 for each $1 in it
+//       frmLista.Icone > - Plataforma.TemIcone  what stands alone below another may stand on its line
 //   pessoa                                      here the person acts, so no fault gets further up
 //
 // Procedures are those of DesfechoDe; one without an end of its own for faults is left out.
@@ -39,8 +40,10 @@ class VarreduraCaminho {
         Destino Fim;
     };
 
-    void Le(const std::string &arvore, std::size_t recuo, const std::string &parametro);
-    void Linha(std::size_t nivel, const std::string &texto);
+    // `fundo`: how many procedures stand above what is read.
+    void Le(const std::string &arvore, std::size_t fundo, const std::string &parametro);
+    void Procedimento(const std::string &nome);
+    void Chamada(std::string texto);
     Destino DestinoAtual();
 
     std::vector<Folha> m_Folhas;

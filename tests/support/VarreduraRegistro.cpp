@@ -5,6 +5,7 @@
 #include "host/LimiteDifED.h"
 #include "host/SensorED.h"
 #include "shell/ModGeral.h"
+#include "tests/support/RegistroDoTexto.h"
 
 std::string JornadaComRegistro::Estado() const
 {
@@ -30,31 +31,10 @@ void JornadaComRegistro::LogaComServicos()
 
 Ref<EquiptoED> EquiptoCalibrado(const std::string &tipo, std::uint8_t medidor, const std::string &codigo)
 {
-    auto afericao = Novo<AfericaoED>();
-    afericao->Numero = "123";
-    afericao->Marca = "456";
-    afericao->DataVerificacao = DataDe(1, 1, 2026);
-    afericao->DataVencimento = DataDe(31, 12, 2026);
-    afericao->NroIntImgCertif = 9.0;
-    afericao->TipoAfer = 1;
-    auto sensor = Novo<SensorED>();
-    sensor->NroSensor = 1;
-    sensor->LocalInfr = "Rua A";
-    sensor->Afericoes = Novo<Colecao<Ref<AfericaoED>>>();
-    sensor->Afericoes.Valor()->Add(afericao);
-    auto equipto = Novo<EquiptoED>();
-    equipto->ClienteInc = "DAER";
-    equipto->SetorInc = "Norte";
-    equipto->Codigo = codigo;
-    equipto->Descricao = "Radar da entrada";
-    equipto->CodMunic = 120;
-    equipto->TipoAgente = medidor;
-    equipto->TipoEquip = tipo;
-    equipto->TipoVia = "R";
-    equipto->VelocPermitida = 60;
-    equipto->Modelo = "RF-3";
-    equipto->ArquivoLayout = "NENHUM";
-    equipto->Sensores = Novo<Colecao<Ref<SensorED>>>();
-    equipto->Sensores.Valor()->Add(sensor);
-    return equipto;
+    return DoTexto<EquiptoED>(
+        R"(ClienteInc="DAER", SetorInc="Norte", Codigo=")" + codigo +
+        R"(", Descricao="Radar da entrada", CodMunic=120, TipoVia="R", TipoEquip=")" + tipo +
+        R"(", VelocPermitida=60, ArquivoLayout="NENHUM", Modelo="RF-3", TipoAgente=)" + std::to_string(medidor) +
+        R"(, Sensores=[SensorED{Afericoes=[AfericaoED{Numero="123", Marca="456", DataVerificacao=01/01/2026, )"
+        R"(DataVencimento=31/12/2026, NroIntImgCertif=9, TipoAfer=1}], NroSensor=1, LocalInfr="Rua A"}])");
 }

@@ -35,11 +35,9 @@ pessoa
     frmEquipDetalhes.MontaTela
       @comando consulta
       - Host.Controles|Controles.Cria *
-    Geral.FormAtivado
-      - cGlobal.x
-pessoa
-  clsEquipto.Salva
-    - b
+    Geral.FormAtivado > - cGlobal.x
+pessoa > clsEquipto.Salva
+  - b
 )");
     EXPECT_EQ(caminho.Defeitos(), Textos{});
     std::string motivo;
@@ -99,37 +97,43 @@ class JornadaDeUmaChamada : public Jornada {
             try {
                 Salva();
             } catch (...) {
-                MeioGrava();
-                gSubMostraErro(Contexto);
-                if (MostraDeNovo) {
-                    gSubMostraErro(Contexto);
+                m_Guardadas += Erra(Defeito::GravaPelaMetade) ? 1 : 0;
+                const std::string contexto = Erra(Defeito::OutroContexto) ? "ztCmdAplicar_Click" : "ztCmdOk_Click";
+                gSubMostraErro("frmEquipDetalhes." + contexto);
+                if (Erra(Defeito::MostraDeNovo)) {
+                    gSubMostraErro("frmEquipDetalhes." + contexto);
                 }
-                if (EsqueceAmpulheta) {
+                if (Erra(Defeito::EsqueceAmpulheta)) {
                     m_Host.Tela->DefinePonteiro(PonteiroAmpulheta);
                 }
-                if (EsqueceMemoria) {
+                if (Erra(Defeito::EsqueceMemoria)) {
                     Esquecidas.push_back(std::make_unique<std::string>());
                 }
-                if (GuardaObjeto) {
+                if (Erra(Defeito::GuardaObjeto)) {
                     Guardado = m_Host.CriaMensagem();
                 }
             }
         });
         m_Salvou = m_Guardadas == antes + 1;
-        if (Teimosa && !Parou() && m_Host.FalhasDisparadas() > 0) {
+        if (Erra(Defeito::Teimosa) && !Parou() && m_Host.FalhasDisparadas() > 0) {
             m_Salvou = false;
         }
     }
     void ConfereSucesso() override { EXPECT_TRUE(m_Salvou) << "não salvou"; }
     std::string Estado() const override { return std::to_string(m_Guardadas); }
 
-    static inline const char *Contexto = "frmEquipDetalhes.ztCmdOk_Click";
-    static inline bool GravaPelaMetade = false;
-    static inline bool Teimosa = false;
-    static inline bool MostraDeNovo = false;
-    static inline bool EsqueceAmpulheta = false;
-    static inline bool EsqueceMemoria = false;
-    static inline bool GuardaObjeto = false;
+    // What it does wrong after a fault.
+    enum class Defeito {
+        Nenhum,
+        OutroContexto,
+        GravaPelaMetade,
+        Teimosa,
+        MostraDeNovo,
+        EsqueceAmpulheta,
+        EsqueceMemoria,
+        GuardaObjeto
+    };
+    static inline Defeito Qual = Defeito::Nenhum;
     static inline std::vector<std::unique_ptr<std::string>> Esquecidas;
     static inline Ref<IMensagem> Guardado;
 
@@ -141,12 +145,7 @@ class JornadaDeUmaChamada : public Jornada {
     } catch (...) {
         PassaFalha(" < clsEquipto.Salva");
     }
-    void MeioGrava()
-    {
-        if (GravaPelaMetade) {
-            ++m_Guardadas;
-        }
-    }
+    static bool Erra(Defeito defeito) { return Qual == defeito; }
 
     Ref<Geral> m_Geral;
     std::int32_t m_Guardadas = 0;
@@ -179,104 +178,58 @@ TEST(Varredura, Roda_WithAPersonWhoGoesOn_RunsEachFailureOnceMore)
     EXPECT_EQ(varredura.Falhas(), 4);
 }
 
-// Each of these would go unnoticed if the sweep looked less closely.
-class VarreduraQueFalha : public testing::Test {
-  protected:
-    void TearDown() override
+// The texts of the failures of a sweep.
+std::string FalhasDe(Varredura varredura)
+{
+    testing::TestPartResultArray resultados;
     {
-        JornadaDeUmaChamada::Contexto = "frmEquipDetalhes.ztCmdOk_Click";
-        JornadaDeUmaChamada::GravaPelaMetade = false;
-        JornadaDeUmaChamada::Teimosa = false;
-        JornadaDeUmaChamada::MostraDeNovo = false;
-        JornadaDeUmaChamada::EsqueceAmpulheta = false;
-        JornadaDeUmaChamada::EsqueceMemoria = false;
+        const testing::ScopedFakeTestPartResultReporter relator(
+            testing::ScopedFakeTestPartResultReporter::INTERCEPT_ONLY_CURRENT_THREAD, &resultados);
+        testing::internal::CaptureStdout(); // a failing sweep survives nothing
+        varredura.Roda();
+        testing::internal::GetCapturedStdout();
+    }
+    std::string textos;
+    for (int i = 0; i < resultados.size(); ++i) {
+        textos += resultados.GetTestPartResult(i).message();
+    }
+    return textos;
+}
+
+// Each of these would go unnoticed if the sweep looked less closely.
+TEST(Varredura, Roda_OfAJourneyThatIsNotAsItShouldBe_TellsIt)
+{
+    using Defeito = JornadaDeUmaChamada::Defeito;
+    struct {
+        const char *Nome;
+        const char *Arvore;
+        Defeito Qual;
+        const char *Texto;
+    } const casos[] = {
+        {"a tail too few", "frmEquipDetalhes.ztCmdOk_Click\n  @comando altera\n", Defeito::Nenhum, "clsEquipto.Salva"},
+        {"another context", ArvoreCerta, Defeito::OutroContexto, "ztCmdAplicar_Click"},
+        {"a call that is not in the tree", "clsEquipto.Salva\n  - Gateway.CriaObjetoRN\n", Defeito::Nenhum,
+         "esperada nenhuma"},
+        {"a record changed in spite of the failure", ArvoreCerta, Defeito::GravaPelaMetade, "Estado()"},
+        {"a next try that fails", ArvoreCerta, Defeito::Teimosa, "não salvou"},
+        {"a second error box", ArvoreCerta, Defeito::MostraDeNovo, "erros.size()"},
+        {"an hourglass that is left", ArvoreCerta, Defeito::EsqueceAmpulheta, "Ponteiro()"},
+        {"an object that is kept", ArvoreCerta, Defeito::GuardaObjeto, "Objeto que não foi liberado: goMensagem"},
+        {"memory that is kept", ArvoreCerta, Defeito::EsqueceMemoria, "memória que ficou"},
+        {"a fault that is expected at the caller but shown", "clsEquipto.Salva\n  @comando altera\n", Defeito::Nenhum,
+         "escapadas.size()"},
+    };
+    for (const auto &caso : casos) {
+        JornadaDeUmaChamada::Qual = caso.Qual;
+        const std::string falhas = FalhasDe(VarreduraDe<JornadaDeUmaChamada>(caso.Arvore));
+        EXPECT_NE(falhas.find(caso.Texto), std::string::npos) << caso.Nome << '\n' << falhas;
+        JornadaDeUmaChamada::Qual = Defeito::Nenhum;
         JornadaDeUmaChamada::Esquecidas.clear();
-        JornadaDeUmaChamada::GuardaObjeto = false;
         JornadaDeUmaChamada::Guardado = nullptr;
     }
-    // The texts of the failures of a sweep.
-    static std::string Falhas(const std::string &arvore) { return Falhas(VarreduraDe<JornadaDeUmaChamada>(arvore)); }
-    static std::string Falhas(Varredura varredura)
-    {
-        testing::TestPartResultArray resultados;
-        {
-            const testing::ScopedFakeTestPartResultReporter relator(
-                testing::ScopedFakeTestPartResultReporter::INTERCEPT_ONLY_CURRENT_THREAD, &resultados);
-            testing::internal::CaptureStdout(); // a failing sweep survives nothing
-            varredura.Roda();
-            testing::internal::GetCapturedStdout();
-        }
-        std::string textos;
-        for (int i = 0; i < resultados.size(); ++i) {
-            textos += resultados.GetTestPartResult(i).message();
-        }
-        return textos;
-    }
-};
-
-TEST_F(VarreduraQueFalha, ATailTooFew_IsTold)
-{
-    EXPECT_NE(Falhas("frmEquipDetalhes.ztCmdOk_Click\n  @comando altera\n").find("clsEquipto.Salva"),
-              std::string::npos);
-}
-
-TEST_F(VarreduraQueFalha, AnotherContext_IsTold)
-{
-    JornadaDeUmaChamada::Contexto = "frmEquipDetalhes.ztCmdAplicar_Click";
-    EXPECT_NE(Falhas(ArvoreCerta).find("ztCmdAplicar_Click"), std::string::npos);
-}
-
-TEST_F(VarreduraQueFalha, ACallThatIsNotInTheTree_IsTold)
-{
-    EXPECT_NE(Falhas("clsEquipto.Salva\n  - Gateway.CriaObjetoRN\n").find("esperada nenhuma"), std::string::npos);
-}
-
-TEST_F(VarreduraQueFalha, ARecordChangedInSpiteOfTheFailure_IsTold)
-{
-    JornadaDeUmaChamada::GravaPelaMetade = true;
-    EXPECT_NE(Falhas(ArvoreCerta).find("Estado()"), std::string::npos);
-}
-
-TEST_F(VarreduraQueFalha, ANextTryThatFails_IsTold)
-{
-    JornadaDeUmaChamada::Teimosa = true;
-    EXPECT_NE(Falhas(ArvoreCerta).find("não salvou"), std::string::npos);
-}
-
-TEST_F(VarreduraQueFalha, ASecondErrorBox_IsTold)
-{
-    JornadaDeUmaChamada::MostraDeNovo = true;
-    EXPECT_NE(Falhas(ArvoreCerta).find("erros.size()"), std::string::npos);
-}
-
-TEST_F(VarreduraQueFalha, AnHourglassThatIsLeft_IsTold)
-{
-    JornadaDeUmaChamada::EsqueceAmpulheta = true;
-    EXPECT_NE(Falhas(ArvoreCerta).find("Ponteiro()"), std::string::npos);
-}
-
-TEST_F(VarreduraQueFalha, AnObjectThatIsKept_IsTold)
-{
-    JornadaDeUmaChamada::GuardaObjeto = true;
-    EXPECT_NE(Falhas(ArvoreCerta).find("Objeto que não foi liberado: goMensagem"), std::string::npos);
-}
-
-TEST_F(VarreduraQueFalha, MemoryThatIsKept_IsTold)
-{
-    JornadaDeUmaChamada::EsqueceMemoria = true;
-    EXPECT_NE(Falhas(ArvoreCerta).find("memória que ficou"), std::string::npos);
-}
-
-TEST_F(VarreduraQueFalha, AFaultThatIsExpectedAtTheCallerButShown_IsTold)
-{
-    EXPECT_NE(Falhas("clsEquipto.Salva\n  @comando altera\n").find("escapadas.size()"), std::string::npos);
-}
-
-TEST_F(VarreduraQueFalha, ARefusalExpectedToEndInAFault_IsTold)
-{
     auto varredura = VarreduraDe<JornadaDeUmaChamada>(ArvoreCerta);
-    varredura.RecusaEmFalha(1, "ZTAVOREQUIP", "x");
-    EXPECT_NE(Falhas(varredura).find("erros.size()"), std::string::npos);
+    varredura.RecusaEmFalha(1, "ZTAVOREQUIP", "x"); // a refusal expected to end in a fault
+    EXPECT_NE(FalhasDe(varredura).find("erros.size()"), std::string::npos);
 }
 
 } // namespace
