@@ -14,3 +14,16 @@ std::span<const std::string_view> CaptionsDasPartes(EspecieControle especie)
     }
     return {};
 }
+
+std::span<const std::string_view> RotulosDasPartes(EspecieControle especie)
+{
+    static constexpr std::array DoEndereco = {Partes::Municipio, Partes::Logradouro, Partes::Numero};
+    static constexpr std::array DoCliente = {Partes::Cliente};
+    if (especie == EspecieControle::ztEndereco) {
+        return DoEndereco;
+    }
+    if (especie == EspecieControle::ztClienteSetor) {
+        return DoCliente;
+    }
+    return {};
+}

@@ -1,11 +1,11 @@
 #include "desk/windows/JanelaForm.h"
 
-#include "desk/host/Twips.h"
 #include "desk/windows/Quadro.h"
 #include "desk/windows/RenderLista.h"
 #include "desk/windows/RenderizadoresEscolha.h"
 #include "desk/windows/RenderizadoresSimples.h"
 #include "tela/OrdemDeTab.h"
+#include "tela/Twips.h"
 
 #include <QApplication>
 #include <QCloseEvent>

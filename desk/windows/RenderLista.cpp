@@ -2,10 +2,10 @@
 
 #include "controls/ItemMenu.h"
 #include "controls/ztList.h"
-#include "desk/host/Twips.h"
 #include "desk/windows/ModeloLista.h"
 #include "tela/ComandosDeLista.h"
 #include "tela/Partes.h"
+#include "tela/Twips.h"
 
 #include <QFile>
 #include <QHBoxLayout>

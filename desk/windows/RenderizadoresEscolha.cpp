@@ -1,6 +1,7 @@
 #include "desk/windows/RenderizadoresEscolha.h"
 
 #include "tela/Partes.h"
+#include "tela/Tracado.h"
 
 #include <QComboBox>
 #include <QCompleter>
@@ -21,6 +22,11 @@ QStringList Lista(const std::vector<std::string> &textos)
         lista << Q(texto);
     }
     return lista;
+}
+
+QLabel *NovoRotulo(std::string_view texto, QWidget *dono)
+{
+    return new QLabel(Q(std::string(texto)), dono);
 }
 
 void MostraTexto(QLineEdit &campo, const std::string &texto)
@@ -70,13 +76,13 @@ RenderEndereco::RenderEndereco(Ref<IControle> controle, QWidget *widget, Borda b
 
     auto *grade = new QGridLayout(widget);
     grade->setContentsMargins(0, 0, 0, 0);
-    grade->addWidget(new QLabel("Município:", widget), 0, 0);
+    grade->addWidget(NovoRotulo(Partes::Municipio, widget), 0, 0);
     grade->addWidget(m_Municipio, 0, 1, 1, 3);
-    grade->addWidget(new QLabel("Logradouro ou CEP:", widget), 1, 0);
+    grade->addWidget(NovoRotulo(Partes::Logradouro, widget), 1, 0);
     grade->addWidget(m_Via, 1, 1, 1, 3);
-    grade->addWidget(new QLabel("Número:", widget), 2, 0);
+    grade->addWidget(NovoRotulo(Partes::Numero, widget), 2, 0);
     grade->addWidget(m_Numero, 2, 1);
-    grade->addWidget(new QLabel("Complemento:", widget), 2, 2);
+    grade->addWidget(NovoRotulo(Partes::Complemento, widget), 2, 2);
     grade->addWidget(m_Complemento, 2, 3);
     auto *botoes = new QHBoxLayout;
     botoes->addWidget(m_Atual, 1);
@@ -150,13 +156,13 @@ RenderClienteSetor::RenderClienteSetor(Ref<IControle> controle, QWidget *widget,
     }
     for (QComboBox *combo : {m_Cliente, m_Setor}) {
         combo->setSizeAdjustPolicy(QComboBox::AdjustToContents);
-        combo->setMinimumContentsLength(18);
+        combo->setMinimumContentsLength(LetrasDoCombo);
     }
     auto *linha = new QHBoxLayout(widget);
     linha->setContentsMargins(0, 0, 0, 0);
-    linha->addWidget(new QLabel("Cliente:", widget));
+    linha->addWidget(NovoRotulo(Partes::Cliente, widget));
     linha->addWidget(m_Cliente);
-    linha->addWidget(new QLabel("Setor:", widget));
+    linha->addWidget(NovoRotulo(Partes::Setor, widget));
     linha->addWidget(m_Setor);
     linha->addStretch();
     connect(m_Cliente, &QComboBox::activated, this,
