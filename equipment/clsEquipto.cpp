@@ -53,7 +53,7 @@ Ref<EquiptoED> clsEquipto::ToEquiptoED()
 try {
     auto ED = Novo<EquiptoED>();
     EquiptoED &ed = *ED;
-    EscreveCampos(Campos, *this, ed);
+    EscreveCampos<Campos>(*this, ed);
     ed.Ativo = Ativo ? Indicador::Sim : Indicador::Nao;
     if (TipoAgente != 2) {
         ed.VelocPermitida = VelocPermitida;
@@ -94,7 +94,7 @@ try {
 
 void clsEquipto::CarregaED(const Ref<EquiptoED> &ed)
 try {
-    LeCampos(Campos, *this, *ed);
+    LeCampos<Campos>(*this, *ed);
     VelocPermitida = ed->VelocPermitida;
     Ativo = ed->Ativo != Indicador::Nao;
     m_ClienteTrans = ed->ClienteTrans;

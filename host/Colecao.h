@@ -83,6 +83,14 @@ template <class T> class Colecao {
     // Takes the item of a key out. Fault 5 if there is none.
     void Remove(std::string_view chave) { RemoveIndice(Indice(chave)); }
 
+    // Takes all items out, which end in their order.
+    void RemoveTodos()
+    {
+        // Only after the collection is whole again: the items' destructors may look at it.
+        const std::vector<No> retirados = std::exchange(m_Itens, {});
+        Esvazia();
+    }
+
   private:
     using ChaveGuardada = std::unique_ptr<const std::string>; // folded; null without one
 
@@ -233,11 +241,16 @@ template <class T> class Colecao {
             m_Itens.erase(onde);
         }
         if (Quantos() == 0) {
-            m_Itens.clear();
-            m_Retirados = 0;
-            m_Tabela.clear();
-            m_Ocupadas = 0;
+            Esvazia();
         }
+    }
+
+    void Esvazia() noexcept
+    {
+        m_Itens.clear();
+        m_Retirados = 0;
+        m_Tabela.clear();
+        m_Ocupadas = 0;
     }
 
     std::vector<No> m_Itens;

@@ -6,8 +6,8 @@
 #include <tuple>
 #include <type_traits>
 
-// Which member of a remote record carries which member of a record in memory. A table of such pairs, a tuple of Par, is
-// read in both directions.
+// Which member of a remote record carries which member of a record in memory. A table of such pairs, a constant tuple
+// of Par, is read in both directions.
 
 enum class Escreve {
     Sempre,
@@ -36,7 +36,7 @@ template <class V> bool Houve(const V &valor)
 } // namespace DetalheCorrespondencia
 
 // Takes over what travelled. A flag is yes for 1 alone.
-template <class Tabela, class R, class ED> void LeCampos(const Tabela &tabela, R &registro, const ED &ed)
+template <const auto &Tabela, class R, class ED> void LeCampos(R &registro, const ED &ed)
 {
     const auto le = [&]<class E, class T, class B, class V>(const Par<E, T, B, V> &par) {
         if constexpr (std::is_same_v<V, bool>) {
@@ -45,11 +45,11 @@ template <class Tabela, class R, class ED> void LeCampos(const Tabela &tabela, R
             registro.*par.NaMemoria = (ed.*par.NaViagem).Valor();
         }
     };
-    std::apply([&](const auto &...par) { (le(par), ...); }, tabela);
+    std::apply([&](const auto &...par) { (le(par), ...); }, Tabela);
 }
 
 // Writes what travels. A flag is 1 or 2.
-template <class Tabela, class R, class ED> void EscreveCampos(const Tabela &tabela, const R &registro, ED &ed)
+template <const auto &Tabela, class R, class ED> void EscreveCampos(const R &registro, ED &ed)
 {
     const auto escreve = [&]<class E, class T, class B, class V>(const Par<E, T, B, V> &par) {
         const V &valor = registro.*par.NaMemoria;
@@ -59,5 +59,5 @@ template <class Tabela, class R, class ED> void EscreveCampos(const Tabela &tabe
             ed.*par.NaViagem = valor;
         }
     };
-    std::apply([&](const auto &...par) { (escreve(par), ...); }, tabela);
+    std::apply([&](const auto &...par) { (escreve(par), ...); }, Tabela);
 }

@@ -36,7 +36,7 @@ clsAfericao::clsAfericao(const RefFraca<clsSensor> &sensor, std::int16_t numeroC
     : m_Sensor(sensor),
       m_NumeroChave(numeroChave)
 {
-    LeCampos(Campos, *this, ed);
+    LeCampos<Campos>(*this, ed);
     Ativo = ed.Ativo != Indicador::Nao;
 }
 
@@ -65,7 +65,7 @@ std::string clsAfericao::Chave() const
 Ref<AfericaoED> clsAfericao::ToAfericaoED() const
 try {
     auto ED = Novo<AfericaoED>();
-    EscreveCampos(Campos, *this, *ED);
+    EscreveCampos<Campos>(*this, *ED);
     ED->Ativo = Ativo ? Indicador::Sim : Indicador::Nao;
     return ED;
 } catch (...) {

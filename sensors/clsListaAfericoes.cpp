@@ -100,10 +100,7 @@ void clsListaAfericoes::Clear()
 try {
     m_Contador = 0;
     if (m_Colecao) {
-        const std::int32_t quantas = m_Colecao->Count();
-        for (std::int32_t vez = 1; vez <= quantas; ++vez) {
-            m_Colecao->Remove(1);
-        }
+        m_Colecao->RemoveTodos();
     }
 } catch (...) {
     PassaFalha(" < clsListaAfericoes.Clear");

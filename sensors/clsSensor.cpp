@@ -50,8 +50,8 @@ Ref<clsListaAfericoes> clsSensor::ListaAfericoes()
 
 void clsSensor::DefineDados(const SensorED &ed)
 {
-    LeCampos(Campos, *this, ed);
-    LeCampos(CamposDoEndereco, *this, ed);
+    LeCampos<Campos>(*this, ed);
+    LeCampos<CamposDoEndereco>(*this, ed);
     Ativo = ed.Ativo != Indicador::Nao;
 }
 
@@ -59,9 +59,9 @@ Ref<SensorED> clsSensor::ToSensorED()
 try {
     auto ED = Novo<SensorED>();
     SensorED &ed = *ED;
-    EscreveCampos(Campos, *this, ed);
+    EscreveCampos<Campos>(*this, ed);
     if (CodLograd > 0) {
-        EscreveCampos(CamposDoEndereco, *this, ed);
+        EscreveCampos<CamposDoEndereco>(*this, ed);
     }
     ed.Ativo = Ativo ? Indicador::Sim : Indicador::Nao;
 

@@ -19,6 +19,8 @@
 
 #include <algorithm>
 
+namespace mesa {
+
 namespace {
 
 // A line of text as wide as what it is to hold.
@@ -471,3 +473,5 @@ void Quadro::AlinhaRotulos() const
         }
     }
 }
+
+} // namespace mesa

@@ -13,6 +13,8 @@
 #include <QPushButton>
 #include <QStringListModel>
 
+namespace mesa {
+
 namespace {
 
 QStringList Lista(const std::vector<std::string> &textos)
@@ -190,3 +192,5 @@ void RenderClienteSetor::Mostra()
     m_Setor->addItems(Lista(m_Escolha.Setores()));
     m_Setor->setCurrentIndex(m_Escolha.Setor());
 }
+
+} // namespace mesa

@@ -179,6 +179,22 @@ TEST(Colecao, Remove_OfAnItem_ClosesTheGapAndFreesItsKey)
     EXPECT_EQ(colecao.Item("S2"), "d");
 }
 
+TEST(Colecao, RemoveTodos_OfSomeItems_LeavesNothingAndFreesTheirKeys)
+{
+    Colecao<std::string> colecao;
+    colecao.Add("a", "S1");
+    colecao.Add("b", "S3");
+    colecao.Add("c", "S2");
+    colecao.Remove(1);
+    colecao.RemoveTodos();
+    EXPECT_EQ(colecao.Count(), 0);
+    EXPECT_EQ(FalhaLancada([&] { colecao.Item("S2"); }).Numero, 5);
+    EXPECT_EQ(FalhaLancada([&] { colecao.Item(1); }).Numero, 9);
+    colecao.Add("d", "S2");
+    EXPECT_EQ(colecao.Item("s2"), "d");
+    EXPECT_EQ(Itens(colecao), Textos{"d"});
+}
+
 TEST(Colecao, Remove_OfAnItemWhoseEndLooksAtTheCollection_FindsItWhole)
 {
     struct Curioso {
@@ -198,6 +214,10 @@ TEST(Colecao, Remove_OfAnItemWhoseEndLooksAtTheCollection_FindsItWhole)
     Colecao<Ref<Objeto>> colecao;
     colecao.Add(Novo<Item>(Curioso{&colecao, &visto}), "a");
     colecao.Remove("a");
+    EXPECT_EQ(visto, 0);
+    visto = -1;
+    colecao.Add(Novo<Item>(Curioso{&colecao, &visto}), "a");
+    colecao.RemoveTodos();
     EXPECT_EQ(visto, 0);
 }
 

@@ -32,7 +32,7 @@ constexpr std::tuple Campos{Par{&Viajante::Numero, &Guardado::Numero, Escreve::S
 TEST(Correspondencia, EscreveCampos_OfAnEmptyRecord_LeavesUnsetWhatTravelsOnlyWhenThere)
 {
     Viajante ed;
-    EscreveCampos(Campos, Guardado{}, ed);
+    EscreveCampos<Campos>(Guardado{}, ed);
     EXPECT_FALSE(ed.Numero.Escrito());
     EXPECT_FALSE(ed.Nome.Escrito());
     EXPECT_TRUE(ed.Marca.Escrito());
@@ -43,7 +43,7 @@ TEST(Correspondencia, EscreveCampos_OfAnEmptyRecord_LeavesUnsetWhatTravelsOnlyWh
 TEST(Correspondencia, EscreveCampos_OfAFullRecord_WritesEachValue)
 {
     Viajante ed;
-    EscreveCampos(Campos, Guardado{7, "sensor", "A", 80, true}, ed);
+    EscreveCampos<Campos>(Guardado{7, "sensor", "A", 80, true}, ed);
     EXPECT_EQ(ed.Numero.Valor(), 7);
     EXPECT_EQ(ed.Nome.Valor(), "sensor");
     EXPECT_EQ(ed.Marca.Valor(), "A");
@@ -54,7 +54,7 @@ TEST(Correspondencia, EscreveCampos_OfAFullRecord_WritesEachValue)
 TEST(Correspondencia, EscreveCampos_OfANegativeNumber_LeavesItUnset)
 {
     Viajante ed;
-    EscreveCampos(Campos, Guardado{-1, "", "", -5, false}, ed);
+    EscreveCampos<Campos>(Guardado{-1, "", "", -5, false}, ed);
     EXPECT_FALSE(ed.Numero.Escrito());
     EXPECT_EQ(ed.Veloc.Valor(), -5); // always travels
 }
@@ -66,7 +66,7 @@ TEST(Correspondencia, LeCampos_OfWhatTravelled_TakesOverEveryMemberSetOrNot)
     ed.Nome = "sensor";
     ed.Indicado = 1;
     Guardado guardado{1, "outro", "B", 40, false};
-    LeCampos(Campos, guardado, ed);
+    LeCampos<Campos>(guardado, ed);
     EXPECT_EQ(guardado.Numero, 7);
     EXPECT_EQ(guardado.Nome, "sensor");
     EXPECT_EQ(guardado.Marca, "");
@@ -80,7 +80,7 @@ TEST(Correspondencia, LeCampos_OfAFlag_IsYesForOneAlone)
         Viajante ed;
         ed.Indicado = static_cast<std::uint8_t>(octeto);
         Guardado guardado{0, "", "", 0, true};
-        LeCampos(Campos, guardado, ed);
+        LeCampos<Campos>(guardado, ed);
         EXPECT_FALSE(guardado.Indicado) << octeto;
     }
 }
