@@ -17,11 +17,13 @@ std::string LinhaDe(const Logradouro &logradouro)
 
 } // namespace
 
-EscolhaDeEndereco::EscolhaDeEndereco(Ref<ztEndereco> controle, Ref<ILogradouros> logradouros)
+EscolhaDeEndereco::EscolhaDeEndereco(Ref<ztEndereco> controle, Ref<ILogradouros> logradouros,
+                                     Ref<MemoriaDeEnderecos> memoria)
     : m_Controle(std::move(controle)),
       m_Logradouros(std::move(logradouros)),
+      m_Memoria(std::move(memoria)),
       m_Municipios(m_Logradouros->Municipios()),
-      m_CodMunic(m_Logradouros->UltimoMunicipio)
+      m_CodMunic(m_Memoria->CodMunic)
 {
     std::ranges::sort(m_Municipios, {}, [](const auto &municipio) { return ChaveOrdem(municipio.Nome); });
     Acompanha();
@@ -80,7 +82,7 @@ void EscolhaDeEndereco::Toma(const Logradouro &logradouro)
 void EscolhaDeEndereco::EscolheMunicipio(std::int32_t codMunic)
 {
     m_CodMunic = codMunic;
-    m_Logradouros->UltimoMunicipio = codMunic;
+    m_Memoria->CodMunic = codMunic;
     Procura();
 }
 

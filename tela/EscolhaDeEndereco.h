@@ -7,6 +7,13 @@
 #include <string>
 #include <vector>
 
+// What the pickers of a screen remember for the next one.
+struct MemoriaDeEnderecos : public Objeto {
+    std::string_view NomeTipo() const override { return "MemoriaDeEnderecos"; }
+
+    std::int32_t CodMunic = 0; // that the person chose last; 0 before the first
+};
+
 // What the person does in an address picker until the address is entered: chooses the municipality, types the street or
 // its postal code, takes one of those found, adds the house number and the complement, and uses the address.
 class EscolhaDeEndereco {
@@ -15,7 +22,7 @@ class EscolhaDeEndereco {
     static constexpr std::int32_t MaiorNumero = 999999;
     static constexpr std::size_t TamanhoDoComplemento = 30;
 
-    EscolhaDeEndereco(Ref<ztEndereco> controle, Ref<ILogradouros> logradouros);
+    EscolhaDeEndereco(Ref<ztEndereco> controle, Ref<ILogradouros> logradouros, Ref<MemoriaDeEnderecos> memoria);
 
     // What is shown.
 
@@ -57,6 +64,7 @@ class EscolhaDeEndereco {
 
     Ref<ztEndereco> m_Controle;
     Ref<ILogradouros> m_Logradouros;
+    Ref<MemoriaDeEnderecos> m_Memoria;
     std::vector<MunicipioDeEndereco> m_Municipios;
     std::int32_t m_CodMunic;
     std::string m_Via;

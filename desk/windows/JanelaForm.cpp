@@ -108,7 +108,7 @@ Renderizador *JanelaForm::FazRenderizador(const Ref<IControle> &controle, QWidge
     case EspecieControle::ztList:
         return new RenderLista(controle, widget, borda, m_AoRedor.Pedidos.Fecha, m_AoRedor.Pedidos.Ajuda);
     case EspecieControle::ztEndereco:
-        return new RenderEndereco(controle, widget, borda, m_AoRedor.Logradouros);
+        return new RenderEndereco(controle, widget, borda, m_AoRedor.Logradouros, m_AoRedor.Memoria);
     case EspecieControle::ztClienteSetor:
         return new RenderClienteSetor(controle, widget, borda, m_AoRedor.Clientes());
     case EspecieControle::Image:

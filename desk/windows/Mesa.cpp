@@ -202,7 +202,8 @@ void Mesa::MontaEstado()
 bool Mesa::PedeEntrada()
 {
     Entrada entrada(m_Servicos, this);
-    if (entrada.exec() != QDialog::Accepted) {
+    m_Janelas->MostraEEspera(Novo<DialogoQt>(&entrada));
+    if (entrada.result() != QDialog::Accepted) {
         return false;
     }
     NaBorda([&] { Entra(entrada.Sessao()); });

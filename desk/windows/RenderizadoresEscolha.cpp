@@ -40,9 +40,10 @@ void MostraTexto(QLineEdit &campo, const std::string &texto)
 
 } // namespace
 
-RenderEndereco::RenderEndereco(Ref<IControle> controle, QWidget *widget, Borda borda, Ref<ILogradouros> logradouros)
+RenderEndereco::RenderEndereco(Ref<IControle> controle, QWidget *widget, Borda borda, Ref<ILogradouros> logradouros,
+                               Ref<MemoriaDeEnderecos> memoria)
     : Renderizador(controle, widget, std::move(borda)),
-      m_Escolha(ComoTipo<ztEndereco>(controle), std::move(logradouros)),
+      m_Escolha(ComoTipo<ztEndereco>(controle), std::move(logradouros), std::move(memoria)),
       m_Municipio(new QComboBox(widget)),
       m_Via(new QLineEdit(widget)),
       m_Numero(new QLineEdit(widget)),

@@ -18,7 +18,8 @@ namespace mesa {
 // Address picker: the streets found are offered while the person types.
 class RenderEndereco : public Renderizador {
   public:
-    RenderEndereco(Ref<IControle> controle, QWidget *widget, Borda borda, Ref<ILogradouros> logradouros);
+    RenderEndereco(Ref<IControle> controle, QWidget *widget, Borda borda, Ref<ILogradouros> logradouros,
+                   Ref<MemoriaDeEnderecos> memoria);
 
     std::vector<QWidget *> Partes() const override;
 

@@ -78,7 +78,9 @@ class JanelasTeste : public testing::Test {
         PedidosDaJanela pedidos;
         pedidos.NaBorda = [](const std::function<void()> &acao) { acao(); };
         pedidos.Fecha = pedidos.Ajuda = pedidos.Redimensionou = [] {};
-        return new JanelaForm(form, {pedidos, [] { return std::vector<ClienteOferecido>{}; }, Novo<LogradourosMesa>()},
+        return new JanelaForm(form,
+                              {pedidos, [] { return std::vector<ClienteOferecido>{}; }, Novo<LogradourosMesa>(),
+                               Novo<MemoriaDeEnderecos>()},
                               &mesa);
     }
     template <class F> void CadaForm(F &&confere)

@@ -51,7 +51,7 @@ class EscolhaDeEnderecoTest : public testing::Test {
   protected:
     EscolhaDeEnderecoTest() { m_Tela.Anota(m_Controle->EntradaOK(), "EntradaOK"); }
 
-    EscolhaDeEndereco Escolha() { return {m_Controle, m_Ruas}; }
+    EscolhaDeEndereco Escolha() { return {m_Controle, m_Ruas, m_Memoria}; }
     EscolhaDeEndereco EmCanoas()
     {
         EscolhaDeEndereco escolha = Escolha();
@@ -66,6 +66,7 @@ class EscolhaDeEnderecoTest : public testing::Test {
     Tela m_Tela;
     Ref<ztEndereco> m_Controle = m_Tela.Poe<ztEndereco>(Chamado<AjustesZtEndereco>("ztEndereco1"));
     Ref<RuasDeTeste> m_Ruas = Novo<RuasDeTeste>();
+    Ref<MemoriaDeEnderecos> m_Memoria = Novo<MemoriaDeEnderecos>();
 };
 
 TEST_F(EscolhaDeEnderecoTest, AtFirst_NothingIsChosen)
@@ -138,7 +139,7 @@ TEST_F(EscolhaDeEnderecoTest, EscolheMunicipio_SearchesAgainThere)
 TEST_F(EscolhaDeEnderecoTest, EscolheMunicipio_IsWhereTheNextAddressBegins)
 {
     EmCanoas();
-    EXPECT_EQ(m_Ruas->UltimoMunicipio, Canoas);
+    EXPECT_EQ(m_Memoria->CodMunic, Canoas);
     EXPECT_EQ(Escolha().CodMunic(), Canoas);
 }
 
@@ -227,7 +228,7 @@ TEST_F(EscolhaDeEnderecoTest, Acompanha_OfAPresetAddress_ShowsIt)
     EXPECT_EQ(escolha.Numero(), "77");
     EXPECT_EQ(escolha.Complemento(), "casa 3");
     EXPECT_TRUE(escolha.PodeUsar());
-    EXPECT_EQ(m_Ruas->UltimoMunicipio, 0); // nobody entered it
+    EXPECT_EQ(m_Memoria->CodMunic, 0); // nobody entered it
     Preseta(4, 0, "");
     escolha.Acompanha();
     EXPECT_EQ(escolha.CodMunic(), Alegrete);
@@ -277,7 +278,8 @@ TEST_F(EscolhaDeEnderecoTest, Locked_TheMunicipalityIsLockedToo)
     EXPECT_FALSE(escolha.MunicipioEditavel());
     EXPECT_TRUE(escolha.SomenteLeitura());
     const EscolhaDeEndereco outra(
-        m_Tela.Poe<ztEndereco>(Chamado<AjustesZtEndereco>("ztEndereco2", {.ReadOnlyMunicipio = true})), m_Ruas);
+        m_Tela.Poe<ztEndereco>(Chamado<AjustesZtEndereco>("ztEndereco2", {.ReadOnlyMunicipio = true})), m_Ruas,
+        m_Memoria);
     EXPECT_FALSE(outra.MunicipioEditavel());
     EXPECT_FALSE(outra.SomenteLeitura());
 }
