@@ -35,11 +35,6 @@ std::string EscolhaDeEndereco::Atual() const
     return descricao.empty() ? "Nenhum endereço escolhido." : descricao;
 }
 
-bool EscolhaDeEndereco::MunicipioEditavel() const
-{
-    return !m_Controle->ReadOnly() && !m_Controle->Ajustes().ReadOnlyMunicipio;
-}
-
 bool EscolhaDeEndereco::Conhecido() const
 {
     const Endereco &endereco = *m_Controle->EnderecoProprio();
@@ -109,13 +104,15 @@ void EscolhaDeEndereco::Procura()
     }
 }
 
-void EscolhaDeEndereco::EscolheSugestao(const std::string &sugestao)
+Parte EscolhaDeEndereco::EscolheSugestao(const std::string &sugestao)
 {
     const auto achada = std::ranges::find(m_Sugestoes, sugestao);
-    if (achada != m_Sugestoes.end()) {
-        m_Via = sugestao;
-        Toma(m_Achados[static_cast<std::size_t>(achada - m_Sugestoes.begin())]);
+    if (achada == m_Sugestoes.end()) {
+        return Parte::Via;
     }
+    m_Via = sugestao;
+    Toma(m_Achados[static_cast<std::size_t>(achada - m_Sugestoes.begin())]);
+    return Parte::Numero;
 }
 
 bool EscolhaDeEndereco::Usa()
@@ -142,5 +139,6 @@ bool EscolhaDeEndereco::Limpa()
     m_Via.clear();
     m_Numero.clear();
     m_Complemento.clear();
+    m_Controle->Mudou().dispara(); // the fields are shown, and the address may have been empty before
     return true;
 }

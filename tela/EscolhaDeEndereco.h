@@ -2,6 +2,7 @@
 
 #include "controls/ztEndereco.h"
 #include "tela/ILogradouros.h"
+#include "tela/Partes.h"
 
 #include <cstdint>
 #include <string>
@@ -36,10 +37,10 @@ class EscolhaDeEndereco {
     const std::vector<std::string> &Sugestoes() const { return m_Sugestoes; }
     // The address that the control holds, in words.
     std::string Atual() const;
-    bool MunicipioEditavel() const;
+    bool MunicipioEditavel() const { return m_Controle->MunicipioEditavel(); }
     // Nothing can be typed, and the two buttons are not seen.
     bool SomenteLeitura() const { return m_Controle->ReadOnly(); }
-    bool PodeUsar() const { return m_Escolhido.Codigo > 0; }
+    bool PodeUsar() const { return !SomenteLeitura() && m_Escolhido.Codigo > 0; }
 
     // Takes over an address that the form has given the control since.
     void Acompanha();
@@ -48,7 +49,8 @@ class EscolhaDeEndereco {
 
     void EscolheMunicipio(std::int32_t codMunic);
     void DigitaVia(const std::string &texto);
-    void EscolheSugestao(const std::string &sugestao);
+    // Where the keyboard goes: on to the number, once a street was taken.
+    Parte EscolheSugestao(const std::string &sugestao);
     void DigitaNumero(const std::string &texto) { m_Numero = texto; }
     void DigitaComplemento(const std::string &texto) { m_Complemento = texto; }
     // Enters the address in the control. False when there is none to use, or the control does not take it.

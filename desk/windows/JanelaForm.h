@@ -58,6 +58,7 @@ class JanelaForm : public QWidget {
     Pessoa m_Pessoa;
     Quadro *m_Quadro;
     std::vector<Renderizador *> m_Renderizadores;
+    std::vector<Ref<IControle>> m_OrdemDeTab;
     std::vector<Conexao> m_Conexoes;
     QString m_Texto;
     int m_Tecla = 0; // a key of the form that is on its way

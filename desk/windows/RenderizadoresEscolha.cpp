@@ -102,24 +102,33 @@ RenderEndereco::RenderEndereco(Ref<IControle> controle, QWidget *widget, Borda b
     connect(m_Complemento, &QLineEdit::textEdited, this,
             [this](const QString &texto) { m_Escolha.DigitaComplemento(S(texto)); });
     connect(completador, qOverload<const QString &>(&QCompleter::activated), this, [this](const QString &item) {
-        Age([&] { m_Escolha.EscolheSugestao(S(item)); });
-        m_Numero->setFocus();
+        Parte proxima = Parte::Via;
+        Age([&] { proxima = m_Escolha.EscolheSugestao(S(item)); });
+        WidgetDe(proxima)->setFocus();
     });
     connect(m_Usar, &QPushButton::clicked, this, [this] { Age([this] { m_Escolha.Usa(); }); });
     connect(m_Limpar, &QPushButton::clicked, this, [this] { Age([this] { m_Escolha.Limpa(); }); });
-    for (QWidget *parte : RenderEndereco::Partes()) {
+    for (QWidget *parte : Partes()) {
         SegueFoco(parte);
     }
 }
 
-std::vector<QWidget *> RenderEndereco::Partes() const
+QWidget *RenderEndereco::WidgetDe(Parte parte) const
 {
-    return {m_Municipio, m_Via, m_Numero, m_Complemento, m_Usar, m_Limpar};
-}
-
-QWidget *RenderEndereco::AlvoDoFoco()
-{
-    return m_Via;
+    switch (parte) {
+    case Parte::Municipio:
+        return m_Municipio;
+    case Parte::Numero:
+        return m_Numero;
+    case Parte::Complemento:
+        return m_Complemento;
+    case Parte::Usar:
+        return m_Usar;
+    case Parte::Limpar:
+        return m_Limpar;
+    default:
+        return m_Via;
+    }
 }
 
 void RenderEndereco::Mostra()
@@ -176,14 +185,9 @@ RenderClienteSetor::RenderClienteSetor(Ref<IControle> controle, QWidget *widget,
     SegueFoco(m_Setor);
 }
 
-std::vector<QWidget *> RenderClienteSetor::Partes() const
+QWidget *RenderClienteSetor::WidgetDe(Parte parte) const
 {
-    return {m_Cliente, m_Setor};
-}
-
-QWidget *RenderClienteSetor::AlvoDoFoco()
-{
-    return m_Cliente;
+    return parte == Parte::Setor ? m_Setor : m_Cliente;
 }
 
 void RenderClienteSetor::Mostra()

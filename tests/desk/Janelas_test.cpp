@@ -11,6 +11,7 @@
 #include "sensors/frmEquipAfericoes.h"
 #include "sensors/frmEquipSensores.h"
 #include "tela/Mnemonicas.h"
+#include "tela/OrdemDeTab.h"
 #include "tela/Pessoa.h"
 #include "tests/desk/RegistroDeTeste.h"
 #include "tests/desk/VoltaDeTab.h"
@@ -370,12 +371,37 @@ TEST_F(JanelasTeste, Forms_TabKey_LeadsWhereItLeadsAPersonWithoutAScreen)
         janela.show();
         janela.activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(&janela));
-        ASSERT_TRUE(Pessoa(janela.Form()).Tab());
+        VaiAoPrimeiro(janela);
         const auto semTela = VoltaSemTela(janela);
         EXPECT_EQ(VoltaNaTela(janela), semTela);
         lugares += semTela.size();
     });
     EXPECT_GE(lugares, 30U);
+}
+
+TEST_F(JanelasTeste, Forms_TabKey_FollowsAnOrderThatChangesWhileTheWindowIsOpen)
+{
+    CadaForm([&](IForm &form, JanelaForm &janela) {
+        janela.setWindowFlags(Qt::Dialog);
+        form.DefineVisible(true);
+        janela.show();
+        janela.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&janela));
+        VaiAoPrimeiro(janela);
+        const auto antes = VoltaSemTela(janela);
+        if (antes.size() > 3) {
+            EmOrdemDeTab(form).front()->DefineTabIndex(static_cast<std::int16_t>(form.Controles().size()));
+            for (const Ref<IControle> &controle : form.Controles()) {
+                if (controle == form.ControleAtivo()) {
+                    controle->DefineTabIndex(static_cast<std::int16_t>(form.Controles().size() / 2));
+                    break;
+                }
+            }
+            const auto depois = VoltaSemTela(janela);
+            EXPECT_NE(depois, antes);
+            EXPECT_EQ(VoltaNaTela(janela), depois);
+        }
+    });
 }
 
 TEST_F(JanelasTeste, Forms_TextsOfAllLabels_AreShownAsTheyAre)

@@ -1,51 +1,9 @@
 #include "tela/EscolhaDeEndereco.h"
 
-#include "host/Texto.h"
 #include "tests/controls/Tela.h"
+#include "tests/tela/RuasDeTeste.h"
 
 namespace {
-
-constexpr std::int32_t Canoas = 100;
-constexpr std::int32_t Alegrete = 200;
-constexpr std::int32_t Erebango = 300;
-
-// Three streets of one municipality, one of another.
-class RuasDeTeste : public ILogradouros {
-  public:
-    std::string_view NomeTipo() const override { return "RuasDeTeste"; }
-
-    std::vector<MunicipioDeEndereco> Municipios() const override
-    {
-        return {{Erebango, "Erebango"}, {Canoas, "Canoas"}, {Alegrete, "Água Santa"}};
-    }
-    std::vector<Logradouro> Procura(std::int32_t codMunic, const std::string &procurado,
-                                    std::size_t maximo) const override
-    {
-        Procurados.push_back(std::to_string(codMunic) + " " + procurado + " " + std::to_string(maximo));
-        std::vector<Logradouro> achados;
-        for (const Logradouro &rua : Ruas) {
-            if (rua.CodMunic == codMunic && LCase(rua.Nome).find(LCase(procurado)) != std::string::npos) {
-                achados.push_back(rua);
-            }
-        }
-        return achados;
-    }
-    std::optional<Logradouro> PorCodigo(std::int32_t codigo) const override
-    {
-        for (const Logradouro &rua : Ruas) {
-            if (rua.Codigo == codigo) {
-                return rua;
-            }
-        }
-        return std::nullopt;
-    }
-
-    std::vector<Logradouro> Ruas = {{1, Canoas, "Rua Bento", "Centro", "92000010"},
-                                    {2, Canoas, "Rua Benta", "Norte", "92000020"},
-                                    {3, Canoas, "Av. Brasil", "Sul", "92000030"},
-                                    {4, Alegrete, "Rua Bento", "Centro", "97000010"}};
-    mutable Textos Procurados;
-};
 
 class EscolhaDeEnderecoTest : public testing::Test {
   protected:
@@ -147,7 +105,7 @@ TEST_F(EscolhaDeEnderecoTest, EscolheSugestao_ChoosesTheStreetOfThatLine)
 {
     EscolhaDeEndereco escolha = EmCanoas();
     escolha.DigitaVia("bent");
-    escolha.EscolheSugestao("Rua Benta - Norte - 92000-020");
+    EXPECT_EQ(escolha.EscolheSugestao("Rua Benta - Norte - 92000-020"), Parte::Numero);
     EXPECT_TRUE(escolha.PodeUsar());
     EXPECT_EQ(escolha.Via(), "Rua Benta - Norte - 92000-020");
     EXPECT_TRUE(escolha.Usa());
@@ -158,7 +116,7 @@ TEST_F(EscolhaDeEnderecoTest, EscolheSugestao_OfALineThatIsNotThere_ChoosesNothi
 {
     EscolhaDeEndereco escolha = EmCanoas();
     escolha.DigitaVia("bent");
-    escolha.EscolheSugestao("Av. Brasil - Sul - 92000-030");
+    EXPECT_EQ(escolha.EscolheSugestao("Av. Brasil - Sul - 92000-030"), Parte::Via);
     EXPECT_FALSE(escolha.PodeUsar());
     EXPECT_EQ(escolha.Via(), "bent");
 }
@@ -217,6 +175,25 @@ TEST_F(EscolhaDeEnderecoTest, Limpa_EmptiesTheAddressAndAllFields)
     EXPECT_EQ(escolha.CodMunic(), Canoas);
     m_Controle->DefineReadOnly(true);
     EXPECT_FALSE(escolha.Limpa());
+}
+
+TEST_F(EscolhaDeEnderecoTest, Limpa_OfAnAddressThatWasEmpty_TellsThatTheFieldsChanged)
+{
+    EscolhaDeEndereco escolha = EmCanoas();
+    escolha.DigitaVia("brasil");
+    std::string via = "ainda";
+    m_Tela.Liga(m_Controle->Mudou(), [&] { via = escolha.Via(); });
+    EXPECT_TRUE(escolha.Limpa());
+    EXPECT_EQ(via, "");
+}
+
+TEST_F(EscolhaDeEnderecoTest, PodeUsar_OfWhatIsOnlyToBeRead_IsFalse)
+{
+    EscolhaDeEndereco escolha = EmCanoas();
+    escolha.DigitaVia("brasil");
+    EXPECT_TRUE(escolha.PodeUsar());
+    m_Controle->DefineReadOnly(true);
+    EXPECT_FALSE(escolha.PodeUsar());
 }
 
 TEST_F(EscolhaDeEnderecoTest, Acompanha_OfAPresetAddress_ShowsIt)
