@@ -16,6 +16,8 @@ class ztEndereco : public Controle<IztEndereco> {
     // The address itself, with what a screen layer needs of it.
     const Ref<::Endereco> &EnderecoProprio() const { return m_Endereco; }
 
+    // Whether the person may choose where the address is.
+    bool MunicipioEditavel() const { return !m_ReadOnly && !m_AjustesEndereco.ReadOnlyMunicipio; }
     // The person finishes an address entry; refused without a street code when the settings ask for one.
     bool InformaEndereco(std::int32_t codLogradouro, std::int32_t numero, const std::string &complemento,
                          const std::string &cep, const std::string &descricao);

@@ -39,7 +39,7 @@ std::unique_ptr<TextoCampo> TextoDe(const AjustesZtMask &ajustes)
         return std::make_unique<TextoLimitado>(limite, aceita, ajustes.SomenteMaiusculas);
     }
     case TipoMascara::Hora:
-        return std::make_unique<TextoGabarito>(ajustes.Mascara.empty() ? "00:00" : ajustes.Mascara, '_');
+        return std::make_unique<TextoGabarito>(GabaritoDe(ajustes), '_');
     case TipoMascara::Livre:
         break;
     }

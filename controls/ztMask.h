@@ -3,6 +3,13 @@
 #include "controls/CampoDigitavel.h"
 #include "host/IztMask.h"
 
+// The template of an hour mask.
+inline const std::string &GabaritoDe(const AjustesZtMask &ajustes)
+{
+    static const std::string HoraEMinutos = "00:00";
+    return ajustes.Mascara.empty() ? HoraEMinutos : ajustes.Mascara;
+}
+
 class ztMask : public CampoDigitavel<IztMask> {
   public:
     explicit ztMask(const Origem &origem);

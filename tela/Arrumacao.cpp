@@ -1,29 +1,41 @@
 #include "tela/Arrumacao.h"
 
 #include "controls/ztCombo.h"
-#include "host/Texto.h"
 #include "tela/Mnemonicas.h"
+#include "tela/Partes.h"
+#include "tela/Tracado.h"
+#include "tela/Twips.h"
 
 #include <algorithm>
 #include <numeric>
-#include <optional>
 
 namespace {
 
-constexpr std::int32_t CaracteresSemLimite = 20;
-constexpr std::int32_t CaracteresDaData = 10;
 constexpr std::int32_t LinhasDoEndereco = 4;
 constexpr std::int32_t CaracteresDoEndereco = 60;
+
+struct Medida {
+    std::int32_t Largura = 0;
+    std::int32_t Estreita = 0; // the width to which it gives way
+    std::int32_t Altura = 0;
+};
+
+Medida Fixa(Tamanho tamanho)
+{
+    return {tamanho.Largura, tamanho.Largura, tamanho.Altura};
+}
 
 // A piece with what it is on the form now.
 struct No {
     const Peca *Quem = nullptr;
     const IControle *Controle = nullptr; // null for a mere arrangement
     bool Vista = false;
-    Tamanho Natural;           // without the text before it
-    Tamanho Rotulo;            // of that text
-    std::int32_t Esquerda = 0; // Left
-    std::vector<No> Filhos;
+    Medida Natural;             // without the text before it
+    Medida Rotulo;              // of that text
+    std::int32_t Entre = 0;     // the pieces inside
+    BarraDeCriterios Barra;     // of a list
+    std::int32_t Alinhados = 0; // the labels that a picker makes by itself
+    std::vector<No> Filhos;     // as they stand
 };
 
 // One cell of a grid.
@@ -38,7 +50,7 @@ using Linha = std::vector<Celula>;
 
 bool TemRotulo(const No &no)
 {
-    return no.Rotulo.Largura > 0;
+    return !no.Quem->Rotulo.empty();
 }
 
 bool EhContainer(const No &no)
@@ -76,37 +88,60 @@ void Reparte(std::int32_t sobra, const std::vector<bool> &quem, std::vector<std:
     }
 }
 
+// Takes away room from those that have more than they must, from each its part. A column of a grid may need more beside
+// a narrow one than beside a wide one: it gets that.
+void Retira(std::int32_t falta, const std::vector<std::int32_t> &menores, std::vector<std::int32_t> &tamanhos)
+{
+    std::int32_t folga =
+        std::accumulate(tamanhos.begin(), tamanhos.end(), 0) - std::accumulate(menores.begin(), menores.end(), 0);
+    falta = std::clamp(falta, 0, folga);
+    for (std::size_t i = 0; i < tamanhos.size() && folga != 0; ++i) {
+        const std::int32_t propria = tamanhos[i] - menores[i];
+        const std::int32_t parte = propria * falta / folga;
+        tamanhos[i] -= parte;
+        falta -= parte;
+        folga -= propria;
+    }
+}
+
 class Arrumador {
   public:
-    Arrumador(const IForm &form, const IMedidor &medidor, const Folgas &folgas)
-        : m_Form(form),
+    Arrumador(const Peca &raiz, const IForm &form, const IMedidor &medidor, const Folgas &folgas)
+        : m_Controles(form),
           m_Medidor(medidor),
           m_Folgas(folgas),
           m_AlturaDoTexto(medidor.Mede("X", 0).Altura)
     {
+        const MedidasDaPagina medidas = {[this](const Peca &peca) { return RecuoDe(peca); },
+                                         [this](const Peca &peca) { return LarguraDoRotulo(peca); }};
+        for (const Peca *pagina : PaginasDe(raiz)) {
+            m_Rotulos.merge(AlinhaRotulos(*pagina, m_Controles, medidas));
+        }
     }
 
     No Olha(const Peca &peca) const
     {
         No no;
         no.Quem = &peca;
-        no.Controle = peca.Especie() ? Acha(peca) : nullptr;
-        no.Esquerda = no.Controle != nullptr ? no.Controle->Left() : peca.Left;
-        for (const Peca &dentro : peca.Pecas) {
-            no.Filhos.push_back(Olha(dentro));
-        }
-        no.Vista = EhVista(no);
-        if (!no.Vista) {
-            return no;
+        no.Controle = peca.Especie() ? &*m_Controles.De(peca) : nullptr;
+        no.Entre = m_Folgas.EntrePecas;
+        if (peca.Especie() == EspecieControle::ztList) {
+            no.Barra = BarraDe(peca, m_Controles);
         }
         if (peca.Disposicao == Arranjo::Linha) {
-            PoeEmOrdem(no.Filhos);
+            const OrdemDaLinha ordem = OrdenaLinha(peca, m_Controles);
+            no.Entre = ordem.Distancia ? Pixels(*ordem.Distancia) : no.Entre;
+            for (const std::size_t contida : ordem.Pecas) {
+                no.Filhos.push_back(Olha(peca.Pecas[contida]));
+            }
+        } else if (peca.Especie() != EspecieControle::ztList || no.Barra.Visivel) {
+            std::ranges::transform(peca.Pecas, std::back_inserter(no.Filhos),
+                                   [this](const Peca &contida) { return Olha(contida); });
         }
-        if (const std::string rotulo = SemMarca(no.Controle != nullptr ? no.Controle->Rotulo() : peca.Rotulo);
-            !rotulo.empty()) {
-            no.Rotulo = m_Medidor.Mede(rotulo, 0);
+        no.Vista = EhVista(no);
+        if (no.Vista) {
+            Mede(no);
         }
-        no.Natural = MedeNatural(no);
         return no;
     }
 
@@ -117,232 +152,241 @@ class Arrumador {
         }
         Retangulo rotulo;
         if (TemRotulo(no)) {
-            rotulo = NoMeio(no.Rotulo, lugar, no.Rotulo.Largura);
+            rotulo = NoMeio(no.Rotulo, lugar);
             lugar.X += no.Rotulo.Largura + m_Folgas.EntrePecas;
             lugar.Largura -= no.Rotulo.Largura + m_Folgas.EntrePecas;
         }
         ColocaPeca(no, rotulo, lugar, pecas);
     }
 
-    Tamanho Inteiro(const No &no) const
+    Medida Inteiro(const No &no) const
     {
         if (!TemRotulo(no)) {
             return no.Natural;
         }
-        return {no.Rotulo.Largura + m_Folgas.EntrePecas + no.Natural.Largura,
-                std::max(no.Rotulo.Altura, no.Natural.Altura)};
+        const std::int32_t antes = no.Rotulo.Largura + m_Folgas.EntrePecas;
+        return {antes + no.Natural.Largura, antes + no.Natural.Estreita, std::max(no.Rotulo.Altura, no.Natural.Altura)};
     }
 
   private:
-    const IControle *Acha(const Peca &peca) const
-    {
-        for (const Ref<IControle> &controle : m_Form.Controles()) {
-            if (controle->Indice() == peca.Indice && controle->Nome() == peca.Nome) {
-                return controle.Ponteiro();
-            }
-        }
-        return nullptr;
-    }
-
     static bool EhVista(const No &no)
     {
-        if (no.Quem->Especie()) {
-            const bool visivel = no.Controle != nullptr ? no.Controle->Visible() : no.Quem->Visible;
-            return visivel && no.Quem->Especie() != EspecieControle::CommonDialog;
+        if (no.Controle != nullptr) {
+            return no.Controle->Visible() && TomaLugar(*no.Quem);
         }
-        return no.Filhos.empty() ? no.Quem->Elastica
-                                 : std::ranges::any_of(no.Filhos, [](const No &filho) { return filho.Vista; });
+        return EhMola(*no.Quem) || std::ranges::any_of(no.Filhos, [](const No &filho) { return filho.Vista; });
     }
 
-    // Those that have a Left change places among themselves.
-    static void PoeEmOrdem(std::vector<No> &filhos)
+    void Mede(No &no) const
     {
-        std::vector<std::size_t> lugares;
-        for (std::size_t i = 0; i < filhos.size(); ++i) {
-            if (filhos[i].Esquerda != 0) {
-                lugares.push_back(i);
+        no.Natural = MedeNatural(no);
+        const auto alinhado = m_Rotulos.find(no.Quem);
+        if (TemRotulo(no)) {
+            no.Rotulo = Fixa(m_Medidor.Mede(SemMarca(no.Controle->Rotulo()), 0));
+            if (alinhado != m_Rotulos.end()) {
+                no.Rotulo.Largura = alinhado->second;
             }
-        }
-        std::vector<No> movidos;
-        for (const std::size_t lugar : lugares) {
-            movidos.push_back(std::move(filhos[lugar]));
-        }
-        std::ranges::stable_sort(movidos, {}, &No::Esquerda);
-        for (std::size_t i = 0; i < lugares.size(); ++i) {
-            filhos[lugares[i]] = std::move(movidos[i]);
+        } else if (alinhado != m_Rotulos.end() && no.Controle->Especie() == EspecieControle::Label) {
+            no.Natural.Largura = alinhado->second;
+            no.Natural.Estreita = alinhado->second;
+        } else if (alinhado != m_Rotulos.end()) {
+            no.Alinhados = alinhado->second;
         }
     }
 
-    std::string CaptionDe(const No &no) const
+    // How far inside it, from the left, what a piece holds begins.
+    std::int32_t RecuoDe(const Peca &peca) const
     {
-        return SemMarca(no.Controle != nullptr ? no.Controle->Caption() : no.Quem->Caption);
+        return peca.Especie() == EspecieControle::ztList ? Pixels(BarraDe(peca, m_Controles).Esquerda) : Bordas(peca).X;
     }
 
-    std::int32_t LarguraDe(std::int32_t caracteres) const
+    // Of the label that a piece has before it, is itself, or makes by itself.
+    std::int32_t LarguraDoRotulo(const Peca &peca) const
     {
-        return m_Medidor.Mede(std::string(static_cast<std::size_t>(caracteres), '0'), 0).Largura;
-    }
-
-    Tamanho Campo(const No &no, std::int32_t caracteres) const
-    {
-        const std::int32_t contados = no.Quem->Caracteres > 0 ? no.Quem->Caracteres
-                                      : caracteres > 0        ? caracteres
-                                                              : CaracteresSemLimite;
-        return {LarguraDe(contados) + m_Folgas.Campo, m_AlturaDoTexto + m_Folgas.Campo};
-    }
-
-    Tamanho Combo(const No &no, const AjustesZtCombo &ajustes) const
-    {
-        Tamanho campo = Campo(no, 1);
-        if (no.Quem->Caracteres == 0) {
-            std::int32_t maior = 0;
-            for (const std::string &item : ItensDe(no, ajustes)) {
-                maior = std::max(maior, m_Medidor.Mede(item, 0).Largura);
-            }
-            campo.Largura = maior + m_Folgas.Campo;
+        const IControle &controle = *m_Controles.De(peca);
+        if (!peca.Rotulo.empty()) {
+            return m_Medidor.Mede(SemMarca(controle.Rotulo()), 0).Largura;
         }
-        campo.Largura += m_Folgas.Seta;
-        return campo;
+        if (controle.Especie() == EspecieControle::Label) {
+            return Label(peca, controle).Largura;
+        }
+        std::int32_t maior = 0;
+        for (const std::string_view proprio : RotulosDasPartes(controle.Especie())) {
+            maior = std::max(maior, m_Medidor.Mede(std::string(proprio), 0).Largura);
+        }
+        return maior;
     }
 
-    static std::vector<std::string> ItensDe(const No &no, const AjustesZtCombo &ajustes)
+    std::int32_t LarguraDasLetras(std::int32_t quantas, char letra) const
     {
-        std::vector<std::string> textos;
-        if (const auto *combo = dynamic_cast<const ztCombo *>(no.Controle)) {
-            for (const ztCombo::Item &item : combo->Itens()) {
-                textos.push_back(item.Texto);
-            }
-            return textos;
-        }
-        for (const std::string &item : Divide(ajustes.Conteudo, "??")) {
-            const std::vector<std::string> colunas = Divide(item, ajustes.DelimitadorColuna);
-            textos.push_back(colunas.empty() ? std::string() : colunas.front());
-        }
-        return textos;
+        return m_Medidor.Mede(std::string(static_cast<std::size_t>(quantas), letra), 0).Largura;
     }
 
-    Tamanho Label(const No &no, PapelLabel papel) const
+    // Of what is as high as a field, by its text.
+    Medida NoCampo(std::int32_t largura, std::int32_t estreita) const
     {
-        const std::string texto = CaptionDe(no);
-        if (papel == PapelLabel::Valor) {
-            const std::int32_t largura =
-                no.Quem->Caracteres > 0 ? LarguraDe(no.Quem->Caracteres) : m_Medidor.Mede(texto, 0).Largura;
-            return {largura + m_Folgas.Campo, m_AlturaDoTexto + m_Folgas.Campo};
-        }
-        const std::int32_t limite = papel != PapelLabel::Paragrafo ? 0
-                                    : no.Quem->Caracteres > 0      ? LarguraDe(no.Quem->Caracteres)
-                                                                   : m_Folgas.LarguraDoParagrafo;
-        return m_Medidor.Mede(texto, limite);
+        return {largura + m_Folgas.Campo, estreita + m_Folgas.Campo, m_AlturaDoTexto + m_Folgas.Campo};
     }
 
-    Tamanho MedeNatural(const No &no) const
+    Medida Campo(const Peca &peca) const
     {
-        const AjustesPeca &ajustes = no.Quem->Ajustes;
-        const Tamanho texto = m_Medidor.Mede(CaptionDe(no), 0);
-        if (!no.Quem->Especie()) {
+        const LarguraEmLetras letras = LarguraDe(peca);
+        return NoCampo(LarguraDasLetras(letras.Natural, letras.Letra), LarguraDasLetras(letras.Menor, letras.Letra));
+    }
+
+    Medida Combo(const Peca &peca, const ztCombo &combo) const
+    {
+        const LarguraEmLetras letras = LarguraDe(peca);
+        std::int32_t largura = LarguraDasLetras(letras.Natural, letras.Letra);
+        for (const ztCombo::Item &item : combo.Itens()) {
+            largura = std::max(largura, m_Medidor.Mede(item.Texto, 0).Largura);
+        }
+        if (letras.Maior > 0) {
+            largura = std::min(largura, LarguraDasLetras(letras.Maior, letras.Letra));
+        }
+        Medida medida = NoCampo(largura, LarguraDasLetras(letras.Menor, letras.Letra));
+        medida.Largura += m_Folgas.Seta;
+        medida.Estreita += m_Folgas.Seta;
+        return medida;
+    }
+
+    Medida Label(const Peca &peca, const IControle &controle) const
+    {
+        const std::string texto = SemMarca(controle.Caption());
+        const LarguraEmLetras letras = LarguraDe(peca);
+        const std::int32_t pedida = LarguraDasLetras(letras.Natural, letras.Letra);
+        const PapelLabel papel = std::get<AjustesLabel>(peca.Ajustes).Papel;
+        if (papel == PapelLabel::Paragrafo) {
+            return Fixa(m_Medidor.Mede(texto, pedida > 0 ? pedida : m_Folgas.LarguraDoParagrafo));
+        }
+        const Tamanho tamanho = m_Medidor.Mede(texto, 0);
+        const std::int32_t largura = std::max(tamanho.Largura, pedida);
+        return papel == PapelLabel::Valor ? NoCampo(largura, largura) : Medida{largura, largura, tamanho.Altura};
+    }
+
+    Medida Botao(const std::string &caption) const
+    {
+        const std::int32_t largura =
+            std::max(m_Folgas.MenorBotao, m_Medidor.Mede(SemMarca(caption), 0).Largura + m_Folgas.Botao);
+        return {largura, largura, m_AlturaDoTexto + m_Folgas.Campo};
+    }
+
+    Medida MedeNatural(const No &no) const
+    {
+        if (no.Controle == nullptr) {
             return Dentro(no);
         }
-        switch (*no.Quem->Especie()) {
+        switch (no.Controle->Especie()) {
         case EspecieControle::Label:
-            return Label(no, std::get<AjustesLabel>(ajustes).Papel);
+            return Label(*no.Quem, *no.Controle);
         case EspecieControle::TextBox:
-            return Campo(no, std::get<AjustesTextBox>(ajustes).MaxLength);
         case EspecieControle::ztVeiObservacao:
-            return Campo(no, std::get<AjustesZtVeiObservacao>(ajustes).MaxLength);
-        case EspecieControle::ztMask: {
-            const auto &mascara = std::get<AjustesZtMask>(ajustes);
-            return Campo(no,
-                         mascara.Mascara.empty() ? mascara.MaxLength : static_cast<std::int32_t>(Len(mascara.Mascara)));
-        }
+        case EspecieControle::ztMask:
         case EspecieControle::ztData:
-            return Campo(no, CaracteresDaData);
+            return Campo(*no.Quem);
         case EspecieControle::ztCombo:
-            return Combo(no, std::get<AjustesZtCombo>(ajustes));
+            return Combo(*no.Quem, dynamic_cast<const ztCombo &>(*no.Controle));
         case EspecieControle::CheckBox:
-        case EspecieControle::OptionButton:
-            return {m_Folgas.Marca + texto.Largura, std::max(texto.Altura, m_AlturaDoTexto)};
+        case EspecieControle::OptionButton: {
+            const Tamanho texto = m_Medidor.Mede(SemMarca(no.Controle->Caption()), 0);
+            return Fixa({m_Folgas.Marca + texto.Largura, std::max(texto.Altura, m_AlturaDoTexto)});
+        }
         case EspecieControle::CommandButton:
         case EspecieControle::ztCommand:
-            return {std::max(m_Folgas.MenorBotao, texto.Largura + m_Folgas.Botao), m_AlturaDoTexto + m_Folgas.Campo};
+            return Botao(no.Controle->Caption());
         case EspecieControle::Image:
-            return {m_Folgas.LadoDaImagem, m_Folgas.LadoDaImagem};
+            return Fixa({m_Folgas.LadoDaImagem, m_Folgas.LadoDaImagem});
         case EspecieControle::ztEndereco:
-            return {LarguraDe(CaracteresDoEndereco),
-                    LinhasDoEndereco * (m_AlturaDoTexto + m_Folgas.Campo + m_Folgas.EntrePecas) - m_Folgas.EntrePecas};
-        case EspecieControle::ztClienteSetor:
-            return Campo(no, CaracteresDoEndereco);
+            return Fixa(
+                {LarguraDasLetras(CaracteresDoEndereco, '0'),
+                 LinhasDoEndereco * (m_AlturaDoTexto + m_Folgas.Campo + m_Folgas.EntrePecas) - m_Folgas.EntrePecas});
+        case EspecieControle::ztClienteSetor: {
+            const std::int32_t largura = LarguraDasLetras(CaracteresDoEndereco, '0');
+            return NoCampo(largura, largura);
+        }
         case EspecieControle::ztFrame:
         case EspecieControle::SSTab:
-        case EspecieControle::ztList:
-            return MedeContainer(no, texto);
+            return Caixa(no);
+        case EspecieControle::ztList: {
+            const Medida barra = Barra(no);
+            return {std::max(barra.Largura, m_Folgas.LarguraDaLista), std::max(barra.Estreita, m_Folgas.LarguraDaLista),
+                    barra.Altura + (barra.Altura > 0 ? m_Folgas.EntrePecas : 0) + m_Folgas.AlturaDaLista};
+        }
         case EspecieControle::CommonDialog:
             break;
         }
         return {};
     }
 
-    Tamanho MedeContainer(const No &no, Tamanho titulo) const
+    Medida Caixa(const No &no) const
     {
-        Tamanho dentro = Dentro(no);
-        const Retangulo bordas = Bordas(no);
-        Tamanho natural = {dentro.Largura + bordas.X + bordas.Largura, dentro.Altura + bordas.Y + bordas.Altura};
-        if (bordas.X > 0) {
-            natural.Largura = std::max(natural.Largura, titulo.Largura + 2 * m_Folgas.Margem);
+        const Retangulo bordas = Bordas(*no.Quem);
+        Medida caixa = Dentro(no);
+        caixa.Altura += bordas.Y + bordas.Altura;
+        const std::int32_t titulo =
+            bordas.X > 0 ? m_Medidor.Mede(SemMarca(no.Controle->Caption()), 0).Largura + 2 * m_Folgas.Margem : 0;
+        for (std::int32_t *largura : {&caixa.Largura, &caixa.Estreita}) {
+            *largura = std::max(*largura + bordas.X + bordas.Largura, titulo);
         }
-        if (no.Quem->Especie() == EspecieControle::ztList) {
-            natural.Largura = std::max(dentro.Largura, m_Folgas.LarguraDaLista);
-            natural.Altura = dentro.Altura + (dentro.Altura > 0 ? m_Folgas.EntrePecas : 0) + m_Folgas.AlturaDaLista;
+        return caixa;
+    }
+
+    // The criteria bar of a list, with the search button at its right.
+    Medida Barra(const No &lista) const
+    {
+        if (!lista.Barra.Visivel) {
+            return {};
         }
-        return natural;
+        const Medida localizar = Botao(std::string(Partes::Localizar));
+        Medida barra = Dentro(lista);
+        barra.Altura =
+            std::max(Pixels(lista.Barra.Acima) + barra.Altura + Pixels(lista.Barra.Abaixo), localizar.Altura);
+        for (std::int32_t *largura : {&barra.Largura, &barra.Estreita}) {
+            *largura += Pixels(lista.Barra.Esquerda) + m_Folgas.EntrePecas + localizar.Largura;
+        }
+        return barra;
     }
 
     // What a container takes of its own: X left, Y above, Largura right, Altura
     // below.
-    Retangulo Bordas(const No &no) const
+    Retangulo Bordas(const Peca &peca) const
     {
         const std::int32_t margem = m_Folgas.Margem;
-        if (const auto *frame = std::get_if<AjustesZtFrame>(&no.Quem->Ajustes); frame != nullptr && frame->Contorno) {
+        if (const auto *frame = std::get_if<AjustesZtFrame>(&peca.Ajustes); frame != nullptr && frame->Contorno) {
             return {margem, margem + m_AlturaDoTexto, margem, margem};
         }
-        if (no.Quem->Especie() == EspecieControle::SSTab) {
+        if (peca.Especie() == EspecieControle::SSTab) {
             return {margem, margem + m_AlturaDoTexto + m_Folgas.Campo, margem, margem};
         }
         return {};
     }
 
     // What the pieces inside take together.
-    Tamanho Dentro(const No &no) const
+    Medida Dentro(const No &no) const
     {
-        if (no.Quem->Especie() == EspecieControle::SSTab) { // the pages lie one over the other
-            Tamanho maior;
-            for (const No &pagina : no.Filhos) {
-                const Tamanho tamanho = pagina.Vista ? Inteiro(pagina) : Tamanho{};
-                maior = {std::max(maior.Largura, tamanho.Largura), std::max(maior.Altura, tamanho.Altura)};
-            }
-            return maior;
-        }
         if (no.Quem->Disposicao == Arranjo::Grade) {
             return MedeGrade(no);
         }
+        const bool paginas = no.Quem->Especie() == EspecieControle::SSTab; // one over the other
         const bool linha = no.Quem->Disposicao == Arranjo::Linha;
-        std::vector<std::int32_t> aoLongo;
-        std::int32_t maior = 0;
+        Medida soma;
+        Medida maior;
+        std::int32_t vistos = 0;
         for (const No &filho : no.Filhos) {
             if (filho.Vista) {
-                const Tamanho tamanho = Inteiro(filho);
-                aoLongo.push_back(linha ? tamanho.Largura : tamanho.Altura);
-                maior = std::max(maior, linha ? tamanho.Altura : tamanho.Largura);
+                const Medida medida = Inteiro(filho);
+                soma = {soma.Largura + medida.Largura, soma.Estreita + medida.Estreita, soma.Altura + medida.Altura};
+                maior = {std::max(maior.Largura, medida.Largura), std::max(maior.Estreita, medida.Estreita),
+                         std::max(maior.Altura, medida.Altura)};
+                ++vistos;
             }
         }
-        const std::int32_t soma = SomaTodos(aoLongo);
-        return linha ? Tamanho{soma, maior} : Tamanho{maior, soma};
-    }
-
-    // Of pieces that stand one behind the other, empty room included: that may grow.
-    std::int32_t SomaTodos(const std::vector<std::int32_t> &tamanhos) const
-    {
-        const auto vaos = static_cast<std::int32_t>(tamanhos.size()) - 1;
-        return std::accumulate(tamanhos.begin(), tamanhos.end(), std::max(vaos, 0) * m_Folgas.EntrePecas);
+        const std::int32_t vaos = std::max(vistos - 1, 0) * no.Entre;
+        if (paginas) {
+            return maior;
+        }
+        return linha ? Medida{soma.Largura + vaos, soma.Estreita + vaos, maior.Altura}
+                     : Medida{maior.Largura, maior.Estreita, soma.Altura + vaos};
     }
 
     // The cells of a grid's rows. Those of hidden pieces keep their columns, so
@@ -354,24 +398,20 @@ class Arrumador {
             Linha celulas;
             std::size_t coluna = 0;
             const auto poe = [&](const No &peca) {
-                if (!peca.Quem->Rotulo.empty() || TemRotulo(peca)) {
+                if (TemRotulo(peca)) {
                     celulas.push_back({&peca, true, coluna++, 1});
                 }
                 const auto vao = static_cast<std::size_t>(std::max<std::int16_t>(peca.Quem->Vao, 1));
                 celulas.push_back({&peca, false, coluna, vao});
                 coluna += vao;
             };
-            if (linha.Quem->Especie()) {
-                poe(linha);
-            } else {
-                std::ranges::for_each(linha.Filhos, poe);
-            }
+            std::ranges::for_each(linha.Filhos, poe);
             linhas.push_back(std::move(celulas));
         }
         return linhas;
     }
 
-    static Tamanho TamanhoDe(const Celula &celula)
+    static Medida MedidaDe(const Celula &celula)
     {
         if (!celula.Quem->Vista) {
             return {};
@@ -379,7 +419,8 @@ class Arrumador {
         return celula.EhRotulo ? celula.Quem->Rotulo : celula.Quem->Natural;
     }
 
-    std::vector<std::int32_t> LargurasDe(const std::vector<Linha> &linhas) const
+    // qual: the natural widths, or those to which the columns give way.
+    std::vector<std::int32_t> LargurasDe(const std::vector<Linha> &linhas, std::int32_t Medida::*qual) const
     {
         std::size_t colunas = 0;
         for (const Linha &linha : linhas) {
@@ -392,7 +433,7 @@ class Arrumador {
             for (const Linha &linha : linhas) {
                 for (const Celula &celula : linha) {
                     if ((celula.Vao > 1) == largas) {
-                        Alarga(larguras, celula);
+                        Alarga(larguras, celula, MedidaDe(celula).*qual);
                     }
                 }
             }
@@ -400,9 +441,9 @@ class Arrumador {
         return larguras;
     }
 
-    void Alarga(std::vector<std::int32_t> &larguras, const Celula &celula) const
+    void Alarga(std::vector<std::int32_t> &larguras, const Celula &celula, std::int32_t largura) const
     {
-        const std::int32_t falta = TamanhoDe(celula).Largura - LarguraDoVao(larguras, celula);
+        const std::int32_t falta = largura - LarguraDoVao(larguras, celula);
         if (falta > 0) {
             const std::size_t ultima = celula.Coluna + celula.Vao - 1;
             const bool nova = larguras[ultima] == 0 && LarguraDoVao(larguras, celula) > 0;
@@ -422,22 +463,25 @@ class Arrumador {
         for (const Linha &linha : linhas) {
             std::int32_t maior = 0;
             for (const Celula &celula : linha) {
-                maior = std::max(maior, TamanhoDe(celula).Altura);
+                maior = std::max(maior, MedidaDe(celula).Altura);
             }
             alturas.push_back(maior);
         }
         return alturas;
     }
 
-    Tamanho MedeGrade(const No &no) const
+    Medida MedeGrade(const No &no) const
     {
         const std::vector<Linha> linhas = Celulas(no);
-        return {Soma(LargurasDe(linhas), m_Folgas.EntrePecas), Soma(AlturasDe(linhas), m_Folgas.EntrePecas)};
+        return {Soma(LargurasDe(linhas, &Medida::Largura), m_Folgas.EntrePecas),
+                Soma(LargurasDe(linhas, &Medida::Estreita), m_Folgas.EntrePecas),
+                Soma(AlturasDe(linhas), m_Folgas.EntrePecas)};
     }
 
-    static Retangulo NoMeio(Tamanho tamanho, const Retangulo &lugar, std::int32_t largura)
+    static Retangulo NoMeio(const Medida &medida, const Retangulo &lugar)
     {
-        return {lugar.X, lugar.Y + (lugar.Altura - tamanho.Altura) / 2, largura, tamanho.Altura};
+        return {lugar.X, lugar.Y + (lugar.Altura - medida.Altura) / 2, std::min(medida.Largura, lugar.Largura),
+                medida.Altura};
     }
 
     // lugar: all of the room that the piece may have, its text before it not
@@ -447,19 +491,26 @@ class Arrumador {
     {
         Retangulo tomado = lugar;
         if (!EhContainer(no)) {
-            tomado = NoMeio(no.Natural, lugar, no.Quem->Elastica ? lugar.Largura : no.Natural.Largura);
+            tomado = NoMeio(no.Natural, lugar);
+            tomado.Largura = no.Quem->Elastica ? lugar.Largura : tomado.Largura;
         }
-        const Retangulo bordas = Bordas(no);
+        const Retangulo bordas = Bordas(*no.Quem);
         Retangulo dentro = {tomado.X + bordas.X, tomado.Y + bordas.Y, tomado.Largura - bordas.X - bordas.Largura,
                             tomado.Altura - bordas.Y - bordas.Altura};
-        PecaArrumada arrumada = {no.Quem, tomado, rotulo, {}};
-        if (no.Quem->Especie() == EspecieControle::ztList) {
-            const std::int32_t barra = Dentro(no).Altura;
-            const std::int32_t descida = barra > 0 ? barra + m_Folgas.EntrePecas : 0;
-            arrumada.Miolo = {dentro.X, dentro.Y + descida, dentro.Largura, dentro.Altura - descida};
-            dentro.Altura = barra;
-        } else if (EhContainer(no)) {
+        PecaArrumada arrumada = {no.Quem, tomado, rotulo, {}, {}, no.Alinhados};
+        if (EhContainer(no)) {
             arrumada.Miolo = dentro;
+        }
+        if (no.Barra.Visivel) {
+            const Medida barra = Barra(no);
+            const Medida localizar = Botao(std::string(Partes::Localizar));
+            arrumada.Miolo.Y += barra.Altura + m_Folgas.EntrePecas;
+            arrumada.Miolo.Altura -= barra.Altura + m_Folgas.EntrePecas;
+            arrumada.Localizar = {dentro.X + dentro.Largura - localizar.Largura, dentro.Y, localizar.Largura,
+                                  localizar.Altura};
+            dentro = {dentro.X + Pixels(no.Barra.Esquerda), dentro.Y + Pixels(no.Barra.Acima),
+                      dentro.Largura - Pixels(no.Barra.Esquerda) - m_Folgas.EntrePecas - localizar.Largura,
+                      barra.Altura - Pixels(no.Barra.Acima) - Pixels(no.Barra.Abaixo)};
         }
         if (no.Quem->Especie()) {
             pecas.push_back(arrumada);
@@ -486,40 +537,53 @@ class Arrumador {
         const bool linha = no.Quem->Disposicao == Arranjo::Linha;
         std::vector<const No *> vistos;
         std::vector<std::int32_t> tamanhos;
+        std::vector<std::int32_t> menores;
         std::vector<bool> elasticos;
         for (const No &filho : no.Filhos) {
             if (filho.Vista) {
+                const Medida medida = Inteiro(filho);
                 vistos.push_back(&filho);
-                tamanhos.push_back(linha ? Inteiro(filho).Largura : Inteiro(filho).Altura);
+                tamanhos.push_back(linha ? medida.Largura : medida.Altura);
+                menores.push_back(linha ? medida.Estreita : medida.Altura);
                 elasticos.push_back(filho.Quem->Elastica);
             }
         }
-        Reparte((linha ? lugar.Largura : lugar.Altura) - SomaTodos(tamanhos), elasticos, tamanhos);
+        const std::int32_t vaos = std::max(static_cast<std::int32_t>(vistos.size()) - 1, 0) * no.Entre;
+        Ajusta((linha ? lugar.Largura : lugar.Altura) - vaos, elasticos, menores, tamanhos);
         Retangulo proximo = lugar;
         for (std::size_t i = 0; i < vistos.size(); ++i) {
             (linha ? proximo.Largura : proximo.Altura) = tamanhos[i];
             Coloca(*vistos[i], proximo, pecas);
-            (linha ? proximo.X : proximo.Y) += tamanhos[i] + m_Folgas.EntrePecas;
+            (linha ? proximo.X : proximo.Y) += tamanhos[i] + no.Entre;
         }
+    }
+
+    // To the room that there is for all of them.
+    static void Ajusta(std::int32_t espaco, const std::vector<bool> &elasticos,
+                       const std::vector<std::int32_t> &menores, std::vector<std::int32_t> &tamanhos)
+    {
+        const std::int32_t sobra = espaco - std::accumulate(tamanhos.begin(), tamanhos.end(), 0);
+        Reparte(sobra, elasticos, tamanhos);
+        Retira(-sobra, menores, tamanhos);
     }
 
     void ColocaGrade(const No &no, const Retangulo &lugar, std::vector<PecaArrumada> &pecas) const
     {
         const std::vector<Linha> linhas = Celulas(no);
-        std::vector<std::int32_t> larguras = LargurasDe(linhas);
+        std::vector<std::int32_t> larguras = LargurasDe(linhas, &Medida::Largura);
         std::vector<std::int32_t> alturas = AlturasDe(linhas);
         std::vector<bool> colunasElasticas(larguras.size(), false);
         std::vector<bool> linhasElasticas;
         for (std::size_t i = 0; i < linhas.size(); ++i) {
-            linhasElasticas.push_back(no.Filhos[i].Vista && no.Filhos[i].Quem->Elastica &&
-                                      !no.Filhos[i].Quem->Especie());
+            linhasElasticas.push_back(no.Filhos[i].Vista && no.Filhos[i].Quem->Elastica);
             for (const Celula &celula : linhas[i]) {
                 if (!celula.EhRotulo && celula.Quem->Vista && celula.Quem->Quem->Elastica) {
                     colunasElasticas[celula.Coluna + celula.Vao - 1] = true;
                 }
             }
         }
-        Reparte(lugar.Largura - Soma(larguras, m_Folgas.EntrePecas), colunasElasticas, larguras);
+        const std::int32_t vaos = Soma(larguras, m_Folgas.EntrePecas) - Soma(larguras, 0);
+        Ajusta(lugar.Largura - vaos, colunasElasticas, LargurasDe(linhas, &Medida::Estreita), larguras);
         Reparte(lugar.Altura - Soma(alturas, m_Folgas.EntrePecas), linhasElasticas, alturas);
         std::int32_t y = lugar.Y;
         for (std::size_t i = 0; i < linhas.size(); ++i) {
@@ -530,7 +594,7 @@ class Arrumador {
                 if (!celula.Quem->Vista) {
                     rotulo = {};
                 } else if (celula.EhRotulo) {
-                    rotulo = NoMeio(celula.Quem->Rotulo, espaco, celula.Quem->Rotulo.Largura);
+                    rotulo = NoMeio(celula.Quem->Rotulo, espaco);
                 } else {
                     ColocaPeca(*celula.Quem, rotulo, espaco, pecas);
                     rotulo = {};
@@ -550,10 +614,11 @@ class Arrumador {
         return inicio;
     }
 
-    const IForm &m_Form;
+    ControlesDoForm m_Controles;
     const IMedidor &m_Medidor;
     const Folgas &m_Folgas;
     std::int32_t m_AlturaDoTexto;
+    std::map<const Peca *, std::int32_t> m_Rotulos; // those that line up
 };
 
 } // namespace
@@ -561,15 +626,16 @@ class Arrumador {
 FormArrumado Arruma(const Desenho &desenho, const IForm &form, const IMedidor &medidor, Tamanho disponivel,
                     const Folgas &folgas)
 {
-    const Arrumador arrumador(form, medidor, folgas);
+    const Arrumador arrumador(desenho.Raiz, form, medidor, folgas);
     const No raiz = arrumador.Olha(desenho.Raiz);
+    const Medida inteiro = raiz.Vista ? arrumador.Inteiro(raiz) : Medida{};
+    const std::int32_t margens = 2 * folgas.Margem;
     FormArrumado arrumado;
-    const Tamanho inteiro = raiz.Vista ? arrumador.Inteiro(raiz) : Tamanho{};
-    arrumado.Menor = {inteiro.Largura + 2 * folgas.Margem, inteiro.Altura + 2 * folgas.Margem};
+    arrumado.Natural = {inteiro.Largura + margens, inteiro.Altura + margens};
+    arrumado.Menor = {inteiro.Estreita + margens, inteiro.Altura + margens};
     const Tamanho usado = {std::max(disponivel.Largura, arrumado.Menor.Largura),
                            std::max(disponivel.Altura, arrumado.Menor.Altura)};
-    arrumador.Coloca(
-        raiz, {folgas.Margem, folgas.Margem, usado.Largura - 2 * folgas.Margem, usado.Altura - 2 * folgas.Margem},
-        arrumado.Pecas);
+    arrumador.Coloca(raiz, {folgas.Margem, folgas.Margem, usado.Largura - margens, usado.Altura - margens},
+                     arrumado.Pecas);
     return arrumado;
 }

@@ -55,21 +55,24 @@ struct Folgas {
 struct PecaArrumada {
     const Peca *Quem = nullptr;
     Retangulo Lugar;
-    Retangulo Rotulo; // of the text before the control; empty when it has none
-    Retangulo Miolo;  // of a box, the pages or a list: what is left inside for
-                      // what it holds
+    Retangulo Rotulo;                   // of the text before the control; empty when it has none
+    Retangulo Miolo;                    // of a box, the pages or a list: what is left inside for
+                                        // what it holds
+    Retangulo Localizar;                // of a list: the search button beside its criteria
+    std::int32_t LarguraDosRotulos = 0; // of a picker: of the labels with which its rows begin
 };
 
 struct FormArrumado {
-    // What the window needs: in less, something would be cut.
+    // What the window has at first, and what it needs: in less, something would be cut.
+    Tamanho Natural;
     Tamanho Menor;
     // Only what is a control; a page that is not the current one stands where it
     // will be seen.
     std::vector<PecaArrumada> Pecas;
 };
 
-// form: has the controls of the description, and with them what they are now:
-// which are seen, with which captions, positions and items. What is hidden
-// takes no room. disponivel: of the window's contents.
+// form: has the controls of the description, and with them what they are now: which are seen, with which captions,
+// positions and items. What is hidden takes no room. disponivel: of the window's contents; long fields give way in less
+// than is natural.
 FormArrumado Arruma(const Desenho &desenho, const IForm &form, const IMedidor &medidor, Tamanho disponivel,
                     const Folgas &folgas = {});

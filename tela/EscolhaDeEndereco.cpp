@@ -17,11 +17,13 @@ std::string LinhaDe(const Logradouro &logradouro)
 
 } // namespace
 
-EscolhaDeEndereco::EscolhaDeEndereco(Ref<ztEndereco> controle, Ref<ILogradouros> logradouros)
+EscolhaDeEndereco::EscolhaDeEndereco(Ref<ztEndereco> controle, Ref<ILogradouros> logradouros,
+                                     Ref<MemoriaDeEnderecos> memoria)
     : m_Controle(std::move(controle)),
       m_Logradouros(std::move(logradouros)),
+      m_Memoria(std::move(memoria)),
       m_Municipios(m_Logradouros->Municipios()),
-      m_CodMunic(m_Logradouros->UltimoMunicipio)
+      m_CodMunic(m_Memoria->CodMunic)
 {
     std::ranges::sort(m_Municipios, {}, [](const auto &municipio) { return ChaveOrdem(municipio.Nome); });
     Acompanha();
@@ -31,11 +33,6 @@ std::string EscolhaDeEndereco::Atual() const
 {
     const std::string descricao = m_Controle->EnderecoProprio()->DescricaoEndereco();
     return descricao.empty() ? "Nenhum endereço escolhido." : descricao;
-}
-
-bool EscolhaDeEndereco::MunicipioEditavel() const
-{
-    return !m_Controle->ReadOnly() && !m_Controle->Ajustes().ReadOnlyMunicipio;
 }
 
 bool EscolhaDeEndereco::Conhecido() const
@@ -80,7 +77,7 @@ void EscolhaDeEndereco::Toma(const Logradouro &logradouro)
 void EscolhaDeEndereco::EscolheMunicipio(std::int32_t codMunic)
 {
     m_CodMunic = codMunic;
-    m_Logradouros->UltimoMunicipio = codMunic;
+    m_Memoria->CodMunic = codMunic;
     Procura();
 }
 
@@ -107,13 +104,15 @@ void EscolhaDeEndereco::Procura()
     }
 }
 
-void EscolhaDeEndereco::EscolheSugestao(const std::string &sugestao)
+Parte EscolhaDeEndereco::EscolheSugestao(const std::string &sugestao)
 {
     const auto achada = std::ranges::find(m_Sugestoes, sugestao);
-    if (achada != m_Sugestoes.end()) {
-        m_Via = sugestao;
-        Toma(m_Achados[static_cast<std::size_t>(achada - m_Sugestoes.begin())]);
+    if (achada == m_Sugestoes.end()) {
+        return Parte::Via;
     }
+    m_Via = sugestao;
+    Toma(m_Achados[static_cast<std::size_t>(achada - m_Sugestoes.begin())]);
+    return Parte::Numero;
 }
 
 bool EscolhaDeEndereco::Usa()
@@ -140,5 +139,6 @@ bool EscolhaDeEndereco::Limpa()
     m_Via.clear();
     m_Numero.clear();
     m_Complemento.clear();
+    m_Controle->Mudou().dispara(); // the fields are shown, and the address may have been empty before
     return true;
 }

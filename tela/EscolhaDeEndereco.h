@@ -2,10 +2,18 @@
 
 #include "controls/ztEndereco.h"
 #include "tela/ILogradouros.h"
+#include "tela/Partes.h"
 
 #include <cstdint>
 #include <string>
 #include <vector>
+
+// What the pickers of a screen remember for the next one.
+struct MemoriaDeEnderecos : public Objeto {
+    std::string_view NomeTipo() const override { return "MemoriaDeEnderecos"; }
+
+    std::int32_t CodMunic = 0; // that the person chose last; 0 before the first
+};
 
 // What the person does in an address picker until the address is entered: chooses the municipality, types the street or
 // its postal code, takes one of those found, adds the house number and the complement, and uses the address.
@@ -15,7 +23,7 @@ class EscolhaDeEndereco {
     static constexpr std::int32_t MaiorNumero = 999999;
     static constexpr std::size_t TamanhoDoComplemento = 30;
 
-    EscolhaDeEndereco(Ref<ztEndereco> controle, Ref<ILogradouros> logradouros);
+    EscolhaDeEndereco(Ref<ztEndereco> controle, Ref<ILogradouros> logradouros, Ref<MemoriaDeEnderecos> memoria);
 
     // What is shown.
 
@@ -29,10 +37,10 @@ class EscolhaDeEndereco {
     const std::vector<std::string> &Sugestoes() const { return m_Sugestoes; }
     // The address that the control holds, in words.
     std::string Atual() const;
-    bool MunicipioEditavel() const;
+    bool MunicipioEditavel() const { return m_Controle->MunicipioEditavel(); }
     // Nothing can be typed, and the two buttons are not seen.
     bool SomenteLeitura() const { return m_Controle->ReadOnly(); }
-    bool PodeUsar() const { return m_Escolhido.Codigo > 0; }
+    bool PodeUsar() const { return !SomenteLeitura() && m_Escolhido.Codigo > 0; }
 
     // Takes over an address that the form has given the control since.
     void Acompanha();
@@ -41,7 +49,8 @@ class EscolhaDeEndereco {
 
     void EscolheMunicipio(std::int32_t codMunic);
     void DigitaVia(const std::string &texto);
-    void EscolheSugestao(const std::string &sugestao);
+    // Where the keyboard goes: on to the number, once a street was taken.
+    Parte EscolheSugestao(const std::string &sugestao);
     void DigitaNumero(const std::string &texto) { m_Numero = texto; }
     void DigitaComplemento(const std::string &texto) { m_Complemento = texto; }
     // Enters the address in the control. False when there is none to use, or the control does not take it.
@@ -57,6 +66,7 @@ class EscolhaDeEndereco {
 
     Ref<ztEndereco> m_Controle;
     Ref<ILogradouros> m_Logradouros;
+    Ref<MemoriaDeEnderecos> m_Memoria;
     std::vector<MunicipioDeEndereco> m_Municipios;
     std::int32_t m_CodMunic;
     std::string m_Via;

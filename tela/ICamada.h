@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-// The window of one form on a screen.
+// The window of one form on a screen, or of what stands beside the forms, such as a document's viewer.
 class IJanela : public Objeto {
   public:
     virtual void Mostra() = 0;
@@ -70,8 +70,8 @@ class ICamada : public Objeto {
                              const std::string &detalhes, const Ref<IJanela> &dono) = 0;
     virtual std::optional<std::string> EscolheArquivo(const std::vector<FiltroDeArquivo> &filtros,
                                                       const std::string &titulo, const Ref<IJanela> &dono) = 0;
-    // Shows the document in a viewer. False, and no viewer, when the file is none. fechou: the viewer is done.
-    virtual bool MostraPDF(const std::string &caminho, bool modal, const Ref<IJanela> &dono,
-                           const std::function<void()> &fechou) = 0;
+    // Makes the viewer of a document, not yet shown; Nothing when the file is none. fechou: the viewer is done.
+    virtual Ref<IJanela> FazVisor(const std::string &caminho, const Ref<IJanela> &dono,
+                                  const std::function<void()> &fechou) = 0;
     virtual void MostraAjuda(const std::string &topico, const Ref<IJanela> &dono) = 0;
 };

@@ -10,8 +10,8 @@
 class IJanelas : public Objeto {
   public:
     // Shows a loaded form in a window of its own, wrapped when it is not modal. A modal one blocks what is open and
-    // returns when FechaForm was called for it. dono: what the module told; a window stands in front of what is open.
-    virtual void MostraForm(const Ref<IForm> &form, bool modal, const Ref<IForm> &dono) = 0;
+    // returns when FechaForm was called for it. Whatever owner the module tells, it stands in front of what is open.
+    virtual void MostraForm(const Ref<IForm> &form, bool modal) = 0;
     // The form has been unloaded: its window goes, and the modal show that waits for it ends.
     virtual void FechaForm(const Ref<IForm> &form) = 0;
     virtual void DefineTextoJanela(const Ref<IForm> &form, const std::string &texto) = 0;

@@ -35,7 +35,4 @@ class ILogradouros : public Objeto {
     virtual std::vector<Logradouro> Procura(std::int32_t codMunic, const std::string &procurado,
                                             std::size_t maximo) const = 0;
     virtual std::optional<Logradouro> PorCodigo(std::int32_t codigo) const = 0;
-
-    // Municipality of the address last entered, with which the next one begins; 0 before the first.
-    std::int32_t UltimoMunicipio = 0;
 };

@@ -20,13 +20,6 @@ Janelas::Aberta *Janelas::Acha(const Ref<IForm> &form)
     return achada == m_Abertas.end() ? nullptr : &*achada;
 }
 
-Ref<IJanela> Janelas::Frente() const
-{
-    const auto modal = std::find_if(m_Abertas.rbegin(), m_Abertas.rend(),
-                                    [](const Aberta &aberta) { return aberta.Tipo == TipoDeJanela::Modal; });
-    return modal == m_Abertas.rend() ? nullptr : modal->Janela;
-}
-
 std::function<void()> Janelas::Pedido(const Ref<IForm> &form, std::function<void(const Ref<IForm> &)> acao)
 {
     return [fracas = RefFraca<Janelas>(Eu(*this)), fraco = RefFraca<IForm>(form), acao = std::move(acao)] {
@@ -71,7 +64,7 @@ void Janelas::SegueOrdem(IForm &quem, Aberta &aberta)
     aberta.Conexoes.push_back(quem.PediuOrdem().liga([paraFrente](std::int16_t) { paraFrente(); }));
 }
 
-void Janelas::MostraForm(const Ref<IForm> &form, bool modal, const Ref<IForm> &)
+void Janelas::MostraForm(const Ref<IForm> &form, bool modal)
 {
     if (const Aberta *aberta = Acha(form)) {
         aberta->Janela->ParaFrente();
@@ -96,10 +89,18 @@ void Janelas::MostraForm(const Ref<IForm> &form, bool modal, const Ref<IForm> &)
     }
     form->DefineVisible(true);
     if (modal) {
-        janela->MostraEEspera();
+        MostraEEspera(janela);
     } else {
         janela->Mostra();
     }
+}
+
+void Janelas::MostraEEspera(const Ref<IJanela> &janela)
+{
+    const Ref<Janelas> viva = Eu(*this);
+    m_Modais.push_back(janela);
+    janela->MostraEEspera();
+    TiraDaFrente(janela);
 }
 
 void Janelas::FechaForm(const Ref<IForm> &form)
@@ -111,17 +112,24 @@ void Janelas::FechaForm(const Ref<IForm> &form)
     const Aberta fechada = std::move(*aberta);
     m_Abertas.erase(m_Abertas.begin() + (aberta - m_Abertas.data()));
 
-    // Windows that were opened in front of this one go with it.
+    TiraDaFrente(fechada.Janela);
+    fechada.Janela->Retira();
+}
+
+void Janelas::TiraDaFrente(const Ref<IJanela> &janela)
+{
+    if (std::erase(m_Modais, janela) == 0) {
+        return; // nothing stands in front of what is not modal, or it was taken away already
+    }
     std::vector<Ref<IForm>> soltas;
     for (const Aberta &outra : m_Abertas) {
-        if (outra.Tipo == TipoDeJanela::Solta && outra.Dono == fechada.Janela) {
+        if (outra.Tipo == TipoDeJanela::Solta && outra.Dono == janela) {
             soltas.push_back(outra.Form);
         }
     }
     for (const Ref<IForm> &solta : soltas) {
         NaBorda([&] { Descarrega(solta); }); // whatever becomes of it, the window behind it goes
     }
-    fechada.Janela->Retira();
 }
 
 void Janelas::TiraTodas()
@@ -186,11 +194,17 @@ bool Janelas::MostraPDF(const std::string &caminho, bool modal)
             NaBorda(FechouVisor);
         }
     };
-    if (m_Camada->MostraPDF(caminho, modal, Frente(), fechou)) {
-        return true;
+    const Ref<IJanela> visor = m_Camada->FazVisor(caminho, Frente(), fechou);
+    if (!visor) {
+        Avisa("O arquivo '" + caminho + "' não é um documento PDF que possa ser aberto.", "Documento");
+        return false;
     }
-    Avisa("O arquivo '" + caminho + "' não é um documento PDF que possa ser aberto.", "Documento");
-    return false;
+    if (modal) {
+        MostraEEspera(visor);
+    } else {
+        visor->Mostra();
+    }
+    return true;
 }
 
 void Janelas::MostraAjuda(const std::string &topico)

@@ -25,10 +25,12 @@ class Janelas : public IJanelas {
 
     // Runs what came from a person; a fault that comes out of it is shown and ends there.
     void NaBorda(const std::function<void()> &acao) const;
+    // Shows a modal window that is no form's, such as a sign-in, and comes back when it was closed.
+    void MostraEEspera(const Ref<IJanela> &janela);
     // Takes away the windows still open, without asking their forms.
     void TiraTodas();
 
-    void MostraForm(const Ref<IForm> &form, bool modal, const Ref<IForm> &dono) override;
+    void MostraForm(const Ref<IForm> &form, bool modal) override;
     void FechaForm(const Ref<IForm> &form) override;
     void DefineTextoJanela(const Ref<IForm> &form, const std::string &texto) override;
     void DefineEspera(bool espera) override;
@@ -55,8 +57,10 @@ class Janelas : public IJanelas {
     };
 
     Aberta *Acha(const Ref<IForm> &form);
-    // The modal window in front of all others; Nothing when there is none.
-    Ref<IJanela> Frente() const;
+    // The modal window in front of all others, whatever it shows; Nothing when there is none.
+    Ref<IJanela> Frente() const { return m_Modais.empty() ? nullptr : m_Modais.back(); }
+    // Windows that were opened in front of this one go with it.
+    void TiraDaFrente(const Ref<IJanela> &janela);
     // While the form is open, at the edge.
     std::function<void()> Pedido(const Ref<IForm> &form, std::function<void(const Ref<IForm> &)> acao);
     PedidosDaJanela Pedidos(const Ref<IForm> &form);
@@ -64,6 +68,7 @@ class Janelas : public IJanelas {
     static void SegueOrdem(IForm &quem, Aberta &aberta);
 
     Ref<ICamada> m_Camada;
-    std::vector<Aberta> m_Abertas; // in the order in which they were shown
+    std::vector<Aberta> m_Abertas;      // in the order in which they were shown
+    std::vector<Ref<IJanela>> m_Modais; // each in front of those before it
     bool m_Esperando = false;
 };

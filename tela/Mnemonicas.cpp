@@ -81,8 +81,8 @@ Mnemonicas::Mnemonicas(const IForm &form) : Mnemonicas()
                 Toma(abas->TabCaption(pagina));
             }
         }
-        for (const std::string_view caption : CaptionsDasPartes(controle->Especie())) {
-            Toma(caption);
+        for (const BotaoDeParte &botao : CaptionsDasPartes(controle->Especie())) {
+            Toma(botao.Caption);
         }
     }
 }

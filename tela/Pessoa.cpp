@@ -17,12 +17,15 @@
 #include "tela/Partes.h"
 
 #include <algorithm>
+#include <array>
 
 namespace {
 
 constexpr const char *NaoAceita = "não aceita isso agora";
 constexpr const char *NaoDigita = "não aceita o que se digita";
 constexpr const char *NaoOferece = "não oferece isso";
+
+constexpr std::array Botoes = {Parte::Usar, Parte::Limpar, Parte::Localizar, Parte::MaisRegistros};
 
 std::string Utf8(char32_t codigo)
 {
@@ -50,7 +53,24 @@ bool RecebeFoco(const Ref<IControle> &controle)
 
 } // namespace
 
-Pessoa::Pessoa(const Ref<IForm> &form, const Ref<IPlataforma> &plataforma) : m_Form(form), m_Plataforma(plataforma) {}
+Pessoa::Pessoa(const Ref<IForm> &form, const Ref<IPlataforma> &plataforma) : m_Form(form)
+{
+    if (plataforma) {
+        m_Fecha = [plataforma, fraco = m_Form] { plataforma->Descarrega(fraco.Alvo()); };
+    }
+}
+
+Pessoa::Pessoa(const Ref<IForm> &form, const PedidosDaJanela &pedidos)
+    : m_Form(form),
+      m_Fecha(pedidos.Fecha),
+      m_Ajuda(pedidos.Ajuda)
+{
+}
+
+void Pessoa::Conhece(const Ref<IControle> &controle, EscolhaDeEndereco &escolha)
+{
+    m_Escolhas[controle.Ponteiro()] = &escolha;
+}
 
 bool Pessoa::Recusa(const std::string &motivo)
 {
@@ -74,6 +94,7 @@ template <class C, class Acao>
 bool Pessoa::Com(const std::string &nome, std::int16_t indice, const char *recusado, Acao &&acao)
 {
     m_Motivo.clear();
+    m_Parado = nullptr;
     const std::string quem = indice < 0 ? nome : nome + "(" + std::to_string(indice) + ")";
     Ref<IControle> controle = Acha(nome, indice);
     if (!controle) {
@@ -206,17 +227,113 @@ std::vector<Ref<IControle>> Pessoa::EmOrdem() const
     return ordem;
 }
 
+std::vector<Pessoa::Parada> Pessoa::Paradas() const
+{
+    std::vector<Parada> paradas;
+    if (Ref<IForm> form = m_Form.Alvo()) {
+        for (const Ref<IControle> &controle : EmOrdemDeTab(*form)) {
+            for (const Parte parte : PartesDe(controle->Especie())) {
+                paradas.push_back({controle, parte});
+            }
+        }
+    }
+    return paradas;
+}
+
+Pessoa::Parada Pessoa::ParadaAtual() const
+{
+    Ref<IForm> form = m_Form.Alvo();
+    Ref<IControle> ativo = form ? form->ControleAtivo() : nullptr;
+    if (Ref<IControle> parado = m_Parado.Alvo(); parado && m_AtivoEntao.Alvo() == ativo) {
+        return {parado, m_Parte};
+    }
+    return {ativo, ativo ? ParteDoFoco(ativo->Especie()) : Parte::Todo};
+}
+
+bool Pessoa::VaiPara(const Parada &parada)
+{
+    const ControleBase *base = ComoBase(parada.Controle);
+    if (base == nullptr) {
+        return false;
+    }
+    if (const auto *endereco = dynamic_cast<const ztEndereco *>(parada.Controle.Ponteiro());
+        parada.Qual == Parte::Municipio && !endereco->MunicipioEditavel()) {
+        return false;
+    }
+    const bool botao = std::ranges::find(Botoes, parada.Qual) != Botoes.end();
+    if (botao && (!base->Impedimento().empty() || !PodeApertar(parada))) {
+        return false;
+    }
+    Ref<IForm> form = m_Form.Alvo();
+    // A list has the focus in its rows alone: at its buttons, the control that was left.
+    const bool daLista = parada.Qual == Parte::Localizar || parada.Qual == Parte::MaisRegistros;
+    if (daLista) {
+        if (ControleBase *deixado = ComoBase(form->ControleAtivo()); deixado != nullptr) {
+            deixado->Conclui();
+        }
+    } else if (!RecebeFoco(parada.Controle)) {
+        return false;
+    }
+    m_Parado = parada.Controle;
+    m_AtivoEntao = form->ControleAtivo();
+    m_Parte = parada.Qual;
+    return true;
+}
+
 bool Pessoa::Anda(int passo)
 {
     m_Motivo.clear();
-    std::vector<Ref<IControle>> ordem = EmOrdem();
+    std::vector<Parada> paradas = Paradas();
     if (passo < 0) {
-        std::ranges::reverse(ordem);
-        if (!ordem.empty() && TemFoco(ordem.front())) {
-            std::ranges::rotate(ordem, ordem.begin() + 1);
-        }
+        std::ranges::reverse(paradas);
     }
-    return std::ranges::any_of(ordem, RecebeFoco) || Recusa("nenhum controle pode receber o foco");
+    const Parada atual = ParadaAtual();
+    const auto aqui = std::ranges::find_if(
+        paradas, [&](const Parada &parada) { return parada.Controle == atual.Controle && parada.Qual == atual.Qual; });
+    if (aqui != paradas.end()) {
+        std::ranges::rotate(paradas, aqui + 1);
+    }
+    return std::ranges::any_of(paradas, [this](const Parada &parada) { return VaiPara(parada); }) ||
+           Recusa("nenhum controle pode receber o foco");
+}
+
+EscolhaDeEndereco *Pessoa::EscolhaDe(const Ref<IControle> &controle) const
+{
+    const auto achada = m_Escolhas.find(controle.Ponteiro());
+    return achada == m_Escolhas.end() ? nullptr : achada->second;
+}
+
+bool Pessoa::PodeApertar(const Parada &botao) const
+{
+    switch (botao.Qual) {
+    case Parte::Usar: {
+        const EscolhaDeEndereco *escolha = EscolhaDe(botao.Controle);
+        return escolha != nullptr && escolha->PodeUsar();
+    }
+    case Parte::Limpar:
+        return !ComoTipo<ztEndereco>(botao.Controle)->ReadOnly();
+    case Parte::Localizar:
+        return ComoTipo<ztList>(botao.Controle)->Ajustes().BarraCriteriosAtiva;
+    case Parte::MaisRegistros:
+        return ComoTipo<ztList>(botao.Controle)->TemMais();
+    default:
+        return false;
+    }
+}
+
+bool Pessoa::Aperta(const Parada &botao)
+{
+    EscolhaDeEndereco *escolha = EscolhaDe(botao.Controle);
+    switch (botao.Qual) {
+    case Parte::Usar:
+        return escolha->Usa();
+    case Parte::Limpar:
+        return escolha != nullptr ? escolha->Limpa() : ComoTipo<ztEndereco>(botao.Controle)->LimpaEndereco();
+    case Parte::Localizar:
+        return ComoTipo<ztList>(botao.Controle)->Localiza();
+    default:
+        return ComoTipo<ztList>(botao.Controle)->PedeMais();
+    }
 }
 
 bool Pessoa::Tab()
@@ -239,6 +356,9 @@ bool Pessoa::Enter(const std::function<void()> &botaoInterno)
     if (botaoInterno) {
         botaoInterno();
         return true;
+    }
+    if (const Parada parada = ParadaAtual(); PodeApertar(parada)) {
+        return Aperta(parada) || Recusa(parada.Controle->Nome() + ": " + NaoAceita);
     }
     Ref<IControle> ativo = form->ControleAtivo();
     if (ControleBase *base = ComoBase(ativo); base != nullptr) {
@@ -300,6 +420,11 @@ std::vector<Pessoa::Resposta> Pessoa::Respostas(char32_t tecla)
 
 void Pessoa::JuntaRespostas(const Ref<IControle> &controle, const std::string &letra, std::vector<Resposta> &respostas)
 {
+    for (const auto &[parte, caption] : CaptionsDasPartes(controle->Especie())) {
+        if (const Parada botao = {controle, parte}; Mnemonica(caption) == letra && PodeApertar(botao)) {
+            respostas.push_back([this, botao] { return Aperta(botao); });
+        }
+    }
     if (auto *abas = dynamic_cast<SSTab *>(controle.Ponteiro())) {
         for (std::int16_t pagina = 0; pagina < abas->Tabs(); ++pagina) {
             if (Mnemonica(abas->TabCaption(pagina)) == letra && PodeAbrir(*abas, pagina)) {
@@ -307,13 +432,16 @@ void Pessoa::JuntaRespostas(const Ref<IControle> &controle, const std::string &l
             }
         }
     } else if (auto *lista = dynamic_cast<ztList *>(controle.Ponteiro())) {
-        if (Mnemonica(Partes::Localizar) == letra && lista->Ajustes().BarraCriteriosAtiva) {
-            respostas.push_back([controle, lista] { return lista->Localiza(); });
+        const BarraDeLista barra = BarraDaLista(*lista);
+        if (barra.Visivel && barra.ComBotoesProprios) {
+            if (m_Fecha && Mnemonica(barra.Fechar) == letra) {
+                respostas.push_back([this] { return Fecha(); });
+            }
+            if (m_Ajuda && Mnemonica(barra.Ajuda) == letra) {
+                respostas.push_back([this] { return Ajuda(); });
+            }
         }
-        if (Mnemonica(Partes::MaisRegistros) == letra && lista->TemMais()) {
-            respostas.push_back([controle, lista] { return lista->PedeMais(); });
-        }
-        for (const ComandoDeLista &comando : BarraDaLista(*lista).Comandos) {
+        for (const ComandoDeLista &comando : barra.Comandos) {
             if (comando.Letra == letra && comando.Visivel && comando.Utilizavel) {
                 respostas.push_back([controle, lista, chave = comando.Chave] { return lista->EscolheMenu(chave); });
             }
@@ -359,9 +487,19 @@ bool Pessoa::Fecha()
     if (!form->Enabled()) {
         return Recusa("a janela está bloqueada");
     }
-    if (!m_Plataforma) {
+    if (!m_Fecha) {
         return Recusa("não há quem feche a janela");
     }
-    m_Plataforma->Descarrega(form);
+    m_Fecha();
     return !form->Visible() || Recusa("a janela não aceitou fechar");
+}
+
+bool Pessoa::Ajuda()
+{
+    m_Motivo.clear();
+    if (!m_Ajuda) {
+        return Recusa("não há quem mostre a ajuda");
+    }
+    m_Ajuda();
+    return true;
 }

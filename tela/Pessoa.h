@@ -2,9 +2,13 @@
 
 #include "controls/ControleBase.h"
 #include "host/IPlataforma.h"
+#include "tela/EscolhaDeEndereco.h"
+#include "tela/ICamada.h"
+#include "tela/Partes.h"
 
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -15,6 +19,11 @@ class Pessoa {
   public:
     // Without a platform the person cannot close the window.
     explicit Pessoa(const Ref<IForm> &form, const Ref<IPlataforma> &plataforma = nullptr);
+    // In front of a window of a screen.
+    Pessoa(const Ref<IForm> &form, const PedidosDaJanela &pedidos);
+
+    // Tells what the person has typed in an address picker, which lives as long as this one.
+    void Conhece(const Ref<IControle> &controle, EscolhaDeEndereco &escolha);
 
     // Why the last action was refused; empty when it was done.
     const std::string &Motivo() const { return m_Motivo; }
@@ -46,11 +55,13 @@ class Pessoa {
 
     // Keys of the form.
 
-    // To the next control, or the one before, in the order of TabIndex, that can have the focus.
+    // To the next control, or the one before, in the order of TabIndex, that can have the focus; in a control of
+    // several parts, to the next of those that can be used.
     bool Tab();
     bool ShiftTab();
-    // Presses the button that has the focus, otherwise the default button. botaoInterno: presses the button that has
-    // the keyboard inside a control, such as the address picker's, of which the form knows nothing; it comes first.
+    // Presses the button that has the focus, be it part of a control, otherwise the default button. botaoInterno:
+    // presses the button that has the keyboard inside a control, such as the address picker's, of which the form knows
+    // nothing; it comes first.
     bool Enter(const std::function<void()> &botaoInterno = {});
     // Presses the cancel button.
     bool Esc();
@@ -63,6 +74,7 @@ class Pessoa {
     bool AndaPaginas(int passo);
     // The window's own close button.
     bool Fecha();
+    bool Ajuda();
 
     // The control of that name and kind; Nothing when there is none. The name's case does not count.
     template <class C> Ref<C> Acha(const std::string &nome, std::int16_t indice = -1) const
@@ -78,7 +90,19 @@ class Pessoa {
     template <class C, class Acao>
     bool Com(const std::string &nome, std::int16_t indice, const char *recusado, Acao &&acao);
     std::vector<Ref<IControle>> EmOrdem() const;
+    // A place where Tab stops.
+    struct Parada {
+        Ref<IControle> Controle;
+        Parte Qual = Parte::Todo;
+    };
+    std::vector<Parada> Paradas() const;
+    Parada ParadaAtual() const;
+    bool VaiPara(const Parada &parada);
     bool Anda(int passo);
+    // Buttons that are parts of controls.
+    bool PodeApertar(const Parada &botao) const;
+    bool Aperta(const Parada &botao);
+    EscolhaDeEndereco *EscolhaDe(const Ref<IControle> &controle) const;
     using Resposta = std::function<bool()>;
     // What Alt with the key may do, the first behind the focus first.
     std::vector<Resposta> Respostas(char32_t tecla);
@@ -86,6 +110,12 @@ class Pessoa {
     bool FocoDepoisDe(const Ref<IControle> &controle);
 
     RefFraca<IForm> m_Form;
-    Ref<IPlataforma> m_Plataforma;
+    std::function<void()> m_Fecha;
+    std::function<void()> m_Ajuda;
+    std::map<const IControle *, EscolhaDeEndereco *> m_Escolhas;
+    // Where Tab has led, which counts as long as the control that has the focus stays the same.
+    RefFraca<IControle> m_Parado;
+    RefFraca<IControle> m_AtivoEntao;
+    Parte m_Parte = Parte::Todo;
     std::string m_Motivo;
 };

@@ -10,3 +10,8 @@ bool EhLetraDeCombo(std::string_view digitado)
     const auto primeiro = static_cast<unsigned char>(digitado.front());
     return primeiro >= Espaco && primeiro != Delete;
 }
+
+bool ComboObedece(const ztCombo &combo, AtoNoCombo ato)
+{
+    return ato == AtoNoCombo::Outro || !combo.ComboSomenteLeitura();
+}

@@ -187,11 +187,11 @@ InterfaceMesa::InterfaceMesa(Ref<IJanelas> janelas, std::function<Ref<ITrataBD>(
 {
 }
 
-void InterfaceMesa::MostraJanela(const Ref<IForm> &form, std::int16_t modal, Ref<IForm> &dono, std::int16_t,
+void InterfaceMesa::MostraJanela(const Ref<IForm> &form, std::int16_t modal, Ref<IForm> &, std::int16_t,
                                  Ref<Objeto> &formClick)
 {
     formClick = form;
-    m_Janelas->MostraForm(form, modal != 0, dono);
+    m_Janelas->MostraForm(form, modal != 0);
 }
 
 void AMRegistroMesa::RegistraAM(const std::string &componente, const std::string &classe, const Valor &nomeAPP)

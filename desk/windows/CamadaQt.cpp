@@ -36,12 +36,12 @@ QMessageBox::Icon IconeDe(TipoDeCaixa tipo)
 }
 
 // A form's window, in a child window of the area or by itself.
-class JanelaQt : public IJanela {
+class JanelaQt : public WidgetDeJanela {
   public:
     explicit JanelaQt(JanelaForm *janela) : m_Janela(janela) {}
     std::string_view NomeTipo() const override { return "JanelaQt"; }
 
-    JanelaForm *Janela() const { return m_Janela; }
+    QWidget *Widget() const override { return m_Janela; }
     void PoeNaArea(QMdiArea *area, const PedidosDaJanela &pedidos)
     {
         m_Filha = area->addSubWindow(m_Janela);
@@ -111,10 +111,32 @@ class JanelaQt : public IJanela {
 
 } // namespace
 
+void DialogoQt::ParaFrente()
+{
+    if (!m_Dialogo.isNull()) {
+        m_Dialogo->raise();
+        m_Dialogo->activateWindow();
+    }
+}
+
+void DialogoQt::DefineTexto(const std::string &texto)
+{
+    if (!m_Dialogo.isNull()) {
+        m_Dialogo->setWindowTitle(Q(texto));
+    }
+}
+
+void DialogoQt::Retira()
+{
+    if (!m_Dialogo.isNull()) {
+        m_Dialogo->reject();
+    }
+}
+
 QWidget *CamadaQt::WidgetDe(const Ref<IJanela> &janela) const
 {
     if (janela) {
-        return ComoTipo<JanelaQt>(janela)->Janela();
+        return ComoTipo<WidgetDeJanela>(janela)->Widget();
     }
     return m_Area.isNull() ? nullptr : m_Area->window();
 }
@@ -123,7 +145,7 @@ Ref<IJanela> CamadaQt::FazJanela(const Ref<IForm> &form, TipoDeJanela tipo, cons
                                  const PedidosDaJanela &pedidos)
 {
     const bool filha = tipo == TipoDeJanela::Filha;
-    auto *janela = new JanelaForm(form, {pedidos, Clientes, Logradouros}, filha ? nullptr : WidgetDe(dono));
+    auto *janela = new JanelaForm(form, {pedidos, Clientes, Logradouros, m_Memoria}, filha ? nullptr : WidgetDe(dono));
     const Ref<JanelaQt> feita = Novo<JanelaQt>(janela);
     if (filha) {
         feita->PoeNaArea(m_Area, pedidos);
@@ -200,22 +222,17 @@ std::optional<std::string> CamadaQt::EscolheArquivo(const std::vector<FiltroDeAr
     return S(escolhido);
 }
 
-bool CamadaQt::MostraPDF(const std::string &caminho, bool modal, const Ref<IJanela> &dono,
-                         const std::function<void()> &fechou)
+Ref<IJanela> CamadaQt::FazVisor(const std::string &caminho, const Ref<IJanela> &dono,
+                                const std::function<void()> &fechou)
 {
     auto *visor = new VisorPDF(WidgetDe(dono));
     visor->setAttribute(Qt::WA_DeleteOnClose);
     if (!visor->Abre(CaminhoQt(caminho))) {
         delete visor;
-        return false;
+        return nullptr;
     }
     QObject::connect(visor, &QDialog::finished, visor, fechou);
-    if (modal) {
-        visor->exec();
-    } else {
-        visor->show();
-    }
-    return true;
+    return Novo<DialogoQt>(visor);
 }
 
 void CamadaQt::MostraAjuda(const std::string &topico, const Ref<IJanela> &dono)

@@ -3,6 +3,7 @@
 #include "desk/windows/JanelaForm.h"
 #include "tela/ICamada.h"
 
+#include <QDialog>
 #include <QMdiArea>
 #include <QPointer>
 
@@ -10,6 +11,29 @@
 #include <vector>
 
 namespace mesa {
+
+// A window in Qt.
+class WidgetDeJanela : public IJanela {
+  public:
+    virtual QWidget *Widget() const = 0;
+};
+
+// A dialog that is no form's.
+class DialogoQt : public WidgetDeJanela {
+  public:
+    explicit DialogoQt(QDialog *dialogo) : m_Dialogo(dialogo) {}
+    std::string_view NomeTipo() const override { return "DialogoQt"; }
+
+    QWidget *Widget() const override { return m_Dialogo; }
+    void Mostra() override { m_Dialogo->show(); }
+    void MostraEEspera() override { m_Dialogo->exec(); }
+    void ParaFrente() override;
+    void DefineTexto(const std::string &texto) override;
+    void Retira() override;
+
+  private:
+    QPointer<QDialog> m_Dialogo;
+};
 
 // The desk's screen in Qt: forms in child windows of the main window or in dialogs, boxes, viewer and help.
 class CamadaQt : public ICamada {
@@ -35,14 +59,15 @@ class CamadaQt : public ICamada {
                      const Ref<IJanela> &dono) override;
     std::optional<std::string> EscolheArquivo(const std::vector<FiltroDeArquivo> &filtros, const std::string &titulo,
                                               const Ref<IJanela> &dono) override;
-    bool MostraPDF(const std::string &caminho, bool modal, const Ref<IJanela> &dono,
-                   const std::function<void()> &fechou) override;
+    Ref<IJanela> FazVisor(const std::string &caminho, const Ref<IJanela> &dono,
+                          const std::function<void()> &fechou) override;
     void MostraAjuda(const std::string &topico, const Ref<IJanela> &dono) override;
 
   private:
     QWidget *WidgetDe(const Ref<IJanela> &janela) const;
 
     QPointer<QMdiArea> m_Area;
+    Ref<MemoriaDeEnderecos> m_Memoria = Novo<MemoriaDeEnderecos>();
 };
 
 } // namespace mesa

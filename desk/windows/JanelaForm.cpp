@@ -1,11 +1,11 @@
 #include "desk/windows/JanelaForm.h"
 
-#include "desk/host/Twips.h"
 #include "desk/windows/Quadro.h"
 #include "desk/windows/RenderLista.h"
 #include "desk/windows/RenderizadoresEscolha.h"
 #include "desk/windows/RenderizadoresSimples.h"
 #include "tela/OrdemDeTab.h"
+#include "tela/Twips.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -23,7 +23,7 @@ JanelaForm::JanelaForm(Ref<IForm> form, AoRedorDoForm aoRedor, QWidget *dono)
     : QWidget(dono),
       m_Form(std::move(form)),
       m_AoRedor(std::move(aoRedor)),
-      m_Pessoa(m_Form)
+      m_Pessoa(m_Form, m_AoRedor.Pedidos)
 {
     setObjectName(QString::fromUtf8(m_Form->NomeTipo().data(), static_cast<qsizetype>(m_Form->NomeTipo().size())));
     m_Quadro = new Quadro(*m_Form, this);
@@ -64,12 +64,20 @@ void JanelaForm::LigaControles()
         rotulo->setTextFormat(Qt::PlainText); // a text may be anything, such as the name of a file
     }
     OrdenaTab();
+    for (const Ref<IControle> &controle : m_Form->Controles()) {
+        m_Conexoes.push_back(ComoBase(controle)->Mudou().liga([this] { OrdenaTab(); }));
+    }
 }
 
 void JanelaForm::OrdenaTab()
 {
+    std::vector<Ref<IControle>> controles = EmOrdemDeTab(*m_Form);
+    if (controles == m_OrdemDeTab) {
+        return;
+    }
+    m_OrdemDeTab = std::move(controles);
     std::vector<QWidget *> ordem;
-    for (const Ref<IControle> &controle : EmOrdemDeTab(*m_Form)) {
+    for (const Ref<IControle> &controle : m_OrdemDeTab) {
         for (const Renderizador *renderizador : m_Renderizadores) {
             if (renderizador->Controle() == controle) {
                 const std::vector<QWidget *> partes = renderizador->Partes();
@@ -107,8 +115,11 @@ Renderizador *JanelaForm::FazRenderizador(const Ref<IControle> &controle, QWidge
         return new RenderCombo(controle, widget, borda);
     case EspecieControle::ztList:
         return new RenderLista(controle, widget, borda, m_AoRedor.Pedidos.Fecha, m_AoRedor.Pedidos.Ajuda);
-    case EspecieControle::ztEndereco:
-        return new RenderEndereco(controle, widget, borda, m_AoRedor.Logradouros);
+    case EspecieControle::ztEndereco: {
+        auto *endereco = new RenderEndereco(controle, widget, borda, m_AoRedor.Logradouros, m_AoRedor.Memoria);
+        m_Pessoa.Conhece(controle, endereco->Escolha());
+        return endereco;
+    }
     case EspecieControle::ztClienteSetor:
         return new RenderClienteSetor(controle, widget, borda, m_AoRedor.Clientes());
     case EspecieControle::Image:

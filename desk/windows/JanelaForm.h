@@ -2,8 +2,8 @@
 
 #include "desk/windows/Renderizador.h"
 #include "tela/EscolhaDeCliente.h"
+#include "tela/EscolhaDeEndereco.h"
 #include "tela/ICamada.h"
-#include "tela/ILogradouros.h"
 #include "tela/Pessoa.h"
 
 #include <QWidget>
@@ -22,6 +22,7 @@ struct AoRedorDoForm {
     PedidosDaJanela Pedidos;
     std::function<std::vector<ClienteOferecido>()> Clientes;
     Ref<ILogradouros> Logradouros;
+    Ref<MemoriaDeEnderecos> Memoria;
 };
 
 // The window of one form of the module: drawn from its description, its widgets bound by name to the form's controls.
@@ -57,6 +58,7 @@ class JanelaForm : public QWidget {
     Pessoa m_Pessoa;
     Quadro *m_Quadro;
     std::vector<Renderizador *> m_Renderizadores;
+    std::vector<Ref<IControle>> m_OrdemDeTab;
     std::vector<Conexao> m_Conexoes;
     QString m_Texto;
     int m_Tecla = 0; // a key of the form that is on its way

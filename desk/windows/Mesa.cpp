@@ -1,12 +1,12 @@
 #include "desk/windows/Mesa.h"
 
 #include "desk/host/Logradouros.h"
-#include "desk/host/Twips.h"
 #include "desk/windows/ConsultaAutuacao.h"
 #include "desk/windows/Entrada.h"
 #include "desk/windows/Involucro.h"
 #include "shell/Especifica.h"
 #include "shell/ModGeral.h"
+#include "tela/Twips.h"
 
 #include <QAction>
 #include <QApplication>
@@ -202,7 +202,8 @@ void Mesa::MontaEstado()
 bool Mesa::PedeEntrada()
 {
     Entrada entrada(m_Servicos, this);
-    if (entrada.exec() != QDialog::Accepted) {
+    m_Janelas->MostraEEspera(Novo<DialogoQt>(&entrada));
+    if (entrada.result() != QDialog::Accepted) {
         return false;
     }
     NaBorda([&] { Entra(entrada.Sessao()); });

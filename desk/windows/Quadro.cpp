@@ -1,9 +1,9 @@
 #include "desk/windows/Quadro.h"
 
 #include "controls/ControleBase.h"
-#include "desk/host/Twips.h"
 #include "desk/services/TextoQt.h"
-#include "host/IztList.h"
+#include "tela/Partes.h"
+#include "tela/Twips.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -23,56 +23,41 @@ namespace mesa {
 
 namespace {
 
-constexpr int CaracteresDoCombo = 18;      // of one that has no items yet
-constexpr int CaracteresDoComboCheio = 45; // of one with items longer than that
-constexpr int CaracteresDaData = 10;
-constexpr int CaracteresSemLimite = 20; // of a field that takes any number
-constexpr int CaracteresQueBastam = 20; // to which a longer field gives way
-constexpr int CaracteresDoValor = 8;
-
 // A line of text as wide as what it is to hold.
 class CampoMedido : public QLineEdit {
   public:
-    CampoMedido(int caracteres, QChar largo, QWidget *dono) : QLineEdit(dono), m_Caracteres(caracteres), m_Largo(largo)
-    {
-    }
+    CampoMedido(const LarguraEmLetras &largura, QWidget *dono) : QLineEdit(dono), m_Largura(largura) {}
 
-    QSize sizeHint() const override { return Medida(m_Caracteres); }
-    QSize minimumSizeHint() const override { return Medida(std::min(m_Caracteres, CaracteresQueBastam)); }
+    QSize sizeHint() const override { return Medida(m_Largura.Natural); }
+    QSize minimumSizeHint() const override { return Medida(m_Largura.Menor); }
 
   private:
-    QSize Medida(int caracteres) const
+    QSize Medida(int letras) const
     {
         constexpr int Folga = 10; // around the text, with the cursor
         QStyleOptionFrame opcao;
         initStyleOption(&opcao);
-        const QSize texto(caracteres * fontMetrics().horizontalAdvance(m_Largo) + Folga, fontMetrics().height());
+        const QSize texto(letras * fontMetrics().horizontalAdvance(m_Largura.Letra) + Folga, fontMetrics().height());
         return {style()->sizeFromContents(QStyle::CT_LineEdit, &opcao, texto, this).width(),
                 QLineEdit::sizeHint().height()};
     }
 
-    int m_Caracteres;
-    QChar m_Largo;
+    LarguraEmLetras m_Largura;
 };
 
-// A label at least as wide as so many characters.
+// A label at least as wide as what it is to hold.
 class TextoMedido : public QLabel {
   public:
-    TextoMedido(int caracteres, QWidget *dono) : QLabel(dono), m_Caracteres(caracteres) {}
+    TextoMedido(const LarguraEmLetras &largura, QWidget *dono) : QLabel(dono), m_Largura(largura) {}
 
     QSize sizeHint() const override { return QLabel::sizeHint().expandedTo({Largura(), 0}); }
     QSize minimumSizeHint() const override { return QLabel::minimumSizeHint().expandedTo({Largura(), 0}); }
 
   private:
-    int Largura() const { return m_Caracteres * fontMetrics().horizontalAdvance('n'); }
+    int Largura() const { return m_Largura.Natural * fontMetrics().horizontalAdvance(m_Largura.Letra); }
 
-    int m_Caracteres;
+    LarguraEmLetras m_Largura;
 };
-
-bool EhMola(const Peca &peca)
-{
-    return !peca.Especie() && peca.Elastica && peca.Pecas.empty();
-}
 
 bool TemFoco(const QWidget &widget)
 {
@@ -82,39 +67,32 @@ bool TemFoco(const QWidget &widget)
 QWidget *NovoTexto(const Peca &peca, QWidget *dono)
 {
     const PapelLabel papel = std::get<AjustesLabel>(peca.Ajustes).Papel;
-    const bool valor = papel == PapelLabel::Valor;
-    auto *texto = new TextoMedido(peca.Caracteres == 0 && valor ? CaracteresDoValor : peca.Caracteres, dono);
+    auto *texto = new TextoMedido(LarguraDe(peca), dono);
     texto->setTextFormat(Qt::PlainText); // a file name or a person's text is no mark-up
     texto->setWordWrap(papel == PapelLabel::Paragrafo);
-    if (valor) {
+    if (papel == PapelLabel::Valor) {
         texto->setFrameShape(QFrame::StyledPanel);
     }
     return texto;
 }
 
-QWidget *NovoCampo(const Peca &peca, std::int32_t limite, QChar largo, QWidget *dono)
+QWidget *NovoCampo(const Peca &peca, QWidget *dono)
 {
-    const int semPedido = limite > 0 ? limite : CaracteresSemLimite;
-    auto *campo = new CampoMedido(peca.Caracteres > 0 ? peca.Caracteres : semPedido, largo, dono);
+    auto *campo = new CampoMedido(LarguraDe(peca), dono);
     campo->setSizePolicy(peca.Elastica ? QSizePolicy::Expanding : QSizePolicy::Preferred, QSizePolicy::Fixed);
     return campo;
 }
 
-QWidget *NovaMascara(const Peca &peca, QWidget *dono)
-{
-    const auto &ajustes = std::get<AjustesZtMask>(peca.Ajustes);
-    const bool numeros = ajustes.Tipo == TipoMascara::Digitos || ajustes.Tipo == TipoMascara::Hora;
-    return NovoCampo(peca, ajustes.MaxLength, numeros ? u'0' : u'N', dono);
-}
-
 QWidget *NovoCombo(const Peca &peca, QWidget *dono)
 {
+    const LarguraEmLetras largura = LarguraDe(peca);
     auto *combo = new QComboBox(dono);
     combo->setSizeAdjustPolicy(QComboBox::AdjustToContents);
-    combo->setMinimumContentsLength(peca.Caracteres > 0 ? peca.Caracteres : CaracteresDoCombo);
+    combo->setMinimumContentsLength(largura.Natural);
     combo->setSizePolicy(peca.Elastica ? QSizePolicy::Expanding : QSizePolicy::Preferred, QSizePolicy::Fixed);
-    combo->setMaximumWidth(peca.Elastica ? QWIDGETSIZE_MAX
-                                         : CaracteresDoComboCheio * combo->fontMetrics().horizontalAdvance('n'));
+    if (largura.Maior > 0) {
+        combo->setMaximumWidth(largura.Maior * combo->fontMetrics().horizontalAdvance(largura.Letra));
+    }
     return combo;
 }
 
@@ -134,45 +112,6 @@ Qt::Alignment AlinhamentoDe(const Peca &peca, const QWidget *widget)
     return doTamanhoDele && !peca.Elastica ? Qt::AlignLeft | Qt::AlignVCenter : Qt::Alignment();
 }
 
-struct RotuloDeLinha {
-    QLabel *Label;
-    int Recuo; // from the edge of the page
-};
-
-// The labels with which rows at the left edge begin. seguido: something stands behind the item in its row.
-void JuntaRotulos(QLayoutItem &item, int recuo, bool seguido, std::vector<RotuloDeLinha> &rotulos)
-{
-    if (QLayout *leiaute = item.layout()) {
-        recuo += leiaute->contentsMargins().left();
-        auto *grade = qobject_cast<QGridLayout *>(leiaute);
-        const bool linha = qobject_cast<QHBoxLayout *>(leiaute) != nullptr;
-        for (int posicao = 0; posicao < leiaute->count(); ++posicao) {
-            int colunaDaGrade = 0;
-            int colunas = 1;
-            int ignorada = 0;
-            if (grade != nullptr) {
-                grade->getItemPosition(posicao, &ignorada, &colunaDaGrade, &ignorada, &colunas);
-            }
-            if (colunaDaGrade == 0 && (!linha || posicao == 0)) {
-                const bool temVizinho = (grade != nullptr && colunas == 1) || (linha && leiaute->count() > 1);
-                JuntaRotulos(*leiaute->itemAt(posicao), recuo, temVizinho, rotulos);
-            }
-        }
-        return;
-    }
-    QWidget *widget = item.widget();
-    if (widget == nullptr) {
-        return;
-    }
-    auto *label = qobject_cast<QLabel *>(widget);
-    if (label != nullptr && seguido && !label->wordWrap() && label->frameShape() == QFrame::NoFrame &&
-        label->pixmap().isNull()) {
-        rotulos.push_back({label, recuo});
-    } else if (widget->layout() != nullptr) {
-        JuntaRotulos(*widget->layout(), recuo + widget->contentsMargins().left(), false, rotulos);
-    }
-}
-
 } // namespace
 
 QString NomeDoWidget(const std::string &nome, std::int16_t indice)
@@ -180,19 +119,10 @@ QString NomeDoWidget(const std::string &nome, std::int16_t indice)
     return indice < 0 ? Q(nome) : Q(nome) + "_" + QString::number(indice);
 }
 
-Quadro::Quadro(const IForm &form, QWidget *janela) : QObject(janela), m_Janela(janela)
+Quadro::Quadro(const IForm &form, QWidget *janela) : QObject(janela), m_Desenho(form.Desenho()), m_Controles(form)
 {
-    for (const Ref<IControle> &controle : form.Controles()) {
-        m_Controles.emplace(std::pair(controle->Nome(), controle->Indice()), controle);
-    }
-    janela->setLayout(FazArranjo(form.Desenho().Raiz, janela));
+    janela->setLayout(FazArranjo(m_Desenho.Raiz, janela));
     janela->layout()->setSizeConstraint(QLayout::SetMinimumSize);
-    m_Paginas.push_back(janela);
-}
-
-const Ref<IControle> &Quadro::ControleDe(const Peca &peca) const
-{
-    return m_Controles.at({peca.Nome, peca.Indice});
 }
 
 // anterior: the label before it in its row, which leads to it.
@@ -207,13 +137,14 @@ Quadro::Parte Quadro::Faz(const Peca &peca, QWidget *dono, QLabel *anterior)
         parte.Rotulo = new QLabel(dono);
         parte.Rotulo->setObjectName("rot_" + NomeDoWidget(peca.Nome, peca.Indice));
         parte.Rotulo->setTextFormat(Qt::PlainText);
-        m_Rotulos[ControleDe(peca).Ponteiro()] = parte.Rotulo;
+        m_Rotulos[&peca] = parte.Rotulo;
         anterior = parte.Rotulo;
     }
     parte.Widget = FazWidget(peca, dono);
     if (parte.Widget == nullptr) {
         return parte;
     }
+    m_Widgets[&peca] = parte.Widget;
     parte.Widget->setObjectName(NomeDoWidget(peca.Nome, peca.Indice));
     parte.Widget->setAccessibleName(Q(peca.NomeAcessivel));
     if (anterior != nullptr && TemFoco(*parte.Widget)) {
@@ -235,9 +166,10 @@ QLayout *Quadro::FazArranjo(const Peca &peca, QWidget *dono)
     return FazColuna(peca, dono);
 }
 
-QLayout *Quadro::FazColuna(const Peca &peca, QWidget *dono, bool enche)
+QLayout *Quadro::FazColuna(const Peca &peca, QWidget *dono)
 {
     auto *coluna = new QVBoxLayout;
+    bool enche = false;
     for (const Peca &contida : peca.Pecas) {
         enche = enche || contida.Elastica;
         if (EhMola(contida)) {
@@ -248,7 +180,7 @@ QLayout *Quadro::FazColuna(const Peca &peca, QWidget *dono, bool enche)
         if (parte.Rotulo != nullptr) {
             coluna->addWidget(parte.Rotulo);
         }
-        if (parte.Widget != nullptr && parte.Widget->maximumHeight() > 0) {
+        if (parte.Widget != nullptr && TomaLugar(contida)) {
             coluna->addWidget(parte.Widget, contida.Elastica ? 1 : 0, AlinhamentoDe(contida, parte.Widget));
         } else if (parte.Arranjo != nullptr) {
             coluna->addLayout(parte.Arranjo, contida.Elastica ? 1 : 0);
@@ -263,9 +195,8 @@ QLayout *Quadro::FazColuna(const Peca &peca, QWidget *dono, bool enche)
 QLayout *Quadro::FazLinha(const Peca &peca, QWidget *dono)
 {
     auto *linha = new QHBoxLayout;
-    Fila fila{linha, {}, {}};
+    Fila fila{linha, &peca, {}, {}};
     QLabel *anterior = nullptr;
-    std::size_t moveis = 0;
     bool enche = false;
     for (const Peca &contida : peca.Pecas) {
         enche = enche || contida.Elastica;
@@ -285,11 +216,6 @@ QLayout *Quadro::FazLinha(const Peca &peca, QWidget *dono)
                 linha->addLayout(parte.Arranjo, lugar.Elasticidade);
             }
             anterior = qobject_cast<QLabel *>(parte.Widget);
-            if (contida.Left != 0 || contida.Width != 0) {
-                lugar.Movel = ControleDe(contida);
-                m_FilaDe[lugar.Movel.Ponteiro()] = m_Filas.size();
-                ++moveis;
-            }
         }
         for (int item = primeiro; item < linha->count(); ++item) {
             lugar.Itens.push_back(linha->itemAt(item));
@@ -298,9 +224,9 @@ QLayout *Quadro::FazLinha(const Peca &peca, QWidget *dono)
     }
     if (!enche) {
         linha->addStretch();
-        fila.Lugares.push_back({{linha->itemAt(linha->count() - 1)}, 0, nullptr});
+        fila.Lugares.push_back({{linha->itemAt(linha->count() - 1)}, 0});
     }
-    if (moveis > 0) {
+    if (std::ranges::any_of(peca.Pecas, EhMovel)) {
         m_Filas.push_back(std::move(fila));
     }
     return linha;
@@ -350,13 +276,10 @@ QWidget *Quadro::FazWidget(const Peca &peca, QWidget *dono)
     case EspecieControle::Label:
         return NovoTexto(peca, dono);
     case EspecieControle::TextBox:
-        return NovoCampo(peca, std::get<AjustesTextBox>(peca.Ajustes).MaxLength, u'n', dono);
     case EspecieControle::ztVeiObservacao:
-        return NovoCampo(peca, std::get<AjustesZtVeiObservacao>(peca.Ajustes).MaxLength, u'n', dono);
     case EspecieControle::ztMask:
-        return NovaMascara(peca, dono);
     case EspecieControle::ztData:
-        return NovoCampo(peca, CaracteresDaData, u'0', dono);
+        return NovoCampo(peca, dono);
     case EspecieControle::ztCombo:
         return NovoCombo(peca, dono);
     case EspecieControle::CheckBox:
@@ -390,7 +313,7 @@ QWidget *Quadro::FazMoldura(const Peca &peca, QWidget *dono)
         grupo->setLayout(FazArranjo(peca, grupo));
         return grupo;
     }
-    if (peca.Pecas.empty()) { // nothing to be seen: it takes no room either
+    if (!TomaLugar(peca)) {
         auto *vazia = new QWidget(dono);
         vazia->setFixedSize(0, 0);
         return vazia;
@@ -408,9 +331,13 @@ QWidget *Quadro::FazAbas(const Peca &peca, QWidget *dono)
     for (const Peca &contida : peca.Pecas) {
         auto *pagina = new QWidget(abas);
         pagina->setObjectName(NomeDoWidget(peca.Nome, peca.Indice) + "_pagina" + QString::number(abas->count()));
-        pagina->setLayout(FazColuna({.Pecas = {contida}}, pagina, true));
+        auto *coluna = new QVBoxLayout(pagina);
+        if (const Parte parte = Faz(contida, pagina, nullptr); parte.Widget != nullptr) {
+            coluna->addWidget(parte.Widget);
+        } else {
+            coluna->addLayout(parte.Arranjo);
+        }
         abas->addTab(pagina, QString());
-        m_Paginas.push_back(pagina);
     }
     return abas;
 }
@@ -430,18 +357,19 @@ QWidget *Quadro::FazLista(const Peca &peca, QWidget *dono)
         QLayout *criterios = FazArranjo(peca, barra);
         leiaute->addLayout(criterios, 1);
         leiaute->addWidget(localizar, 0, Qt::AlignTop);
-        m_Barras.push_back({ControleDe(peca), criterios});
+        m_Barras.push_back({&peca, criterios});
     }
     return lista;
 }
 
 void Quadro::Segue()
 {
-    for (const auto &[nome, controle] : m_Controles) {
-        Acompanha(controle);
-        m_Conexoes.push_back(ComoBase(controle)->Mudou().liga([this, controle = controle] {
-            Acompanha(controle);
-            if (controle->Especie() == EspecieControle::Label || m_Rotulos.count(controle.Ponteiro()) > 0) {
+    for (const auto &[peca, widget] : m_Widgets) {
+        Acompanha(*peca);
+        const Ref<IControle> &controle = m_Controles.De(*peca);
+        m_Conexoes.push_back(ComoBase(controle)->Mudou().liga([this, peca = peca] {
+            Acompanha(*peca);
+            if (peca->Especie() == EspecieControle::Label || m_Rotulos.contains(peca)) {
                 AlinhaRotulos();
             }
         }));
@@ -449,50 +377,38 @@ void Quadro::Segue()
     AlinhaRotulos();
 }
 
-void Quadro::Acompanha(const Ref<IControle> &controle)
+void Quadro::Acompanha(const Peca &peca)
 {
-    if (const auto achado = m_Rotulos.find(controle.Ponteiro()); achado != m_Rotulos.end()) {
+    if (const auto achado = m_Rotulos.find(&peca); achado != m_Rotulos.end()) {
+        const Ref<IControle> &controle = m_Controles.De(peca);
         achado->second->setText(Q(controle->Rotulo()));
         achado->second->setVisible(controle->Visible());
         achado->second->setEnabled(controle->Enabled());
     }
-    if (const auto achada = m_FilaDe.find(controle.Ponteiro()); achada != m_FilaDe.end()) {
-        Ordena(m_Filas[achada->second]);
+    for (Fila &fila : m_Filas) {
+        Ordena(fila);
     }
     for (const Barra &barra : m_Barras) {
-        if (controle == barra.Lista || controle->Container() == barra.Lista) {
-            AjustaBarra(barra);
-        }
+        const BarraDeCriterios lugar = BarraDe(*barra.Lista, m_Controles);
+        barra.Criterios->setContentsMargins(Pixels(lugar.Esquerda), Pixels(lugar.Acima), 0, Pixels(lugar.Abaixo));
     }
 }
 
-// The pieces that can be moved stand in the order of their Left, in the places that such pieces have in the row; as far
-// from one another as they say, if they tell their width.
-void Quadro::Ordena(Fila &fila)
+void Quadro::Ordena(Fila &fila) const
 {
-    std::vector<const Lugar *> moveis;
-    std::vector<std::int32_t> esquerdas;
-    for (const Lugar &lugar : fila.Lugares) {
-        if (lugar.Movel) {
-            moveis.push_back(&lugar);
-            esquerdas.push_back(lugar.Movel->Left());
-        }
-    }
-    if (esquerdas == fila.Esquerdas) {
+    OrdemDaLinha ordem = OrdenaLinha(*fila.Linha, m_Controles);
+    if (ordem == fila.Ordem) {
         return;
     }
-    fila.Esquerdas = std::move(esquerdas);
-    std::ranges::stable_sort(moveis, {}, [](const Lugar *lugar) { return lugar->Movel->Left(); });
+    fila.Ordem = std::move(ordem);
     while (fila.Leiaute->count() > 0) {
         fila.Leiaute->takeAt(0);
     }
-    if (moveis.size() > 1 && moveis.front()->Movel->Width() > 0) {
-        const IControle &primeiro = *moveis.front()->Movel;
-        fila.Leiaute->setSpacing(Pixels(moveis[1]->Movel->Left() - primeiro.Left() - primeiro.Width()));
-    }
-    auto movel = moveis.begin();
-    for (const Lugar &vaga : fila.Lugares) {
-        const Lugar &lugar = vaga.Movel ? **movel++ : vaga;
+    constexpr int DoEstilo = -1;
+    fila.Leiaute->setSpacing(fila.Ordem.Distancia ? Pixels(*fila.Ordem.Distancia) : DoEstilo);
+    for (std::size_t n = 0; n < fila.Lugares.size(); ++n) {
+        const bool descrito = n < fila.Ordem.Pecas.size(); // behind those may be the room that is left
+        const Lugar &lugar = fila.Lugares[descrito ? fila.Ordem.Pecas[n] : n];
         for (QLayoutItem *item : lugar.Itens) {
             if (item->layout() != nullptr) {
                 fila.Leiaute->addLayout(item->layout());
@@ -504,29 +420,56 @@ void Quadro::Ordena(Fila &fila)
     }
 }
 
-// The frame that is seen stands where its Left and Top are, in a bar of the list's height around it.
-void Quadro::AjustaBarra(const Barra &barra) const
+// How far inside it, from the left, what a piece holds begins.
+int Quadro::RecuoDe(const Peca &peca) const
 {
-    const std::int32_t altura = dynamic_cast<const IztList &>(*barra.Lista).BarraCriteriosAltura();
-    for (const auto &[nome, moldura] : m_Controles) {
-        if (moldura->Container() == barra.Lista && moldura->Visible()) {
-            barra.Criterios->setContentsMargins(Pixels(moldura->Left()), Pixels(moldura->Top()), 0,
-                                                Pixels(altura - moldura->Top() - moldura->Height()));
+    if (!peca.Especie()) {
+        return 0;
+    }
+    if (peca.Especie() == EspecieControle::ztList) {
+        return Pixels(BarraDe(peca, m_Controles).Esquerda);
+    }
+    const QWidget *widget = m_Widgets.at(&peca);
+    return widget->contentsMargins().left() + widget->layout()->contentsMargins().left();
+}
+
+// The labels that a piece has before it, is itself, or makes by itself.
+std::vector<QLabel *> Quadro::RotulosDe(const Peca &peca) const
+{
+    if (const auto achado = m_Rotulos.find(&peca); achado != m_Rotulos.end()) {
+        return {achado->second};
+    }
+    QWidget *widget = m_Widgets.at(&peca);
+    if (auto *label = qobject_cast<QLabel *>(widget)) {
+        return {label};
+    }
+    std::vector<QLabel *> proprios;
+    for (QLabel *label : widget->findChildren<QLabel *>()) {
+        const auto captions = RotulosDasPartes(*peca.Especie());
+        if (std::ranges::find(captions, S(label->text())) != captions.end()) {
+            proprios.push_back(label);
         }
     }
+    return proprios;
 }
 
 void Quadro::AlinhaRotulos() const
 {
-    for (QWidget *pagina : m_Paginas) {
-        std::vector<RotuloDeLinha> rotulos;
-        JuntaRotulos(*pagina->layout(), 0, false, rotulos);
-        int fim = 0;
-        for (const RotuloDeLinha &rotulo : rotulos) {
-            fim = std::max(fim, rotulo.Recuo + rotulo.Label->sizeHint().width());
-        }
-        for (const RotuloDeLinha &rotulo : rotulos) {
-            rotulo.Label->setMinimumWidth(fim - rotulo.Recuo);
+    const MedidasDaPagina medidas = {
+        [this](const Peca &peca) { return RecuoDe(peca); },
+        [this](const Peca &peca) {
+            int maior = 0;
+            for (const QLabel *rotulo : RotulosDe(peca)) {
+                maior = std::max(maior, rotulo->sizeHint().width());
+            }
+            return maior;
+        },
+    };
+    for (const Peca *pagina : PaginasDe(m_Desenho.Raiz)) {
+        for (const auto &[peca, largura] : ::AlinhaRotulos(*pagina, m_Controles, medidas)) {
+            for (QLabel *rotulo : RotulosDe(*peca)) {
+                rotulo->setMinimumWidth(largura);
+            }
         }
     }
 }

@@ -1,14 +1,14 @@
 #pragma once
 
-#include "host/IForm.h"
+#include "tela/Tracado.h"
 
 #include <QObject>
 #include <QString>
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <string>
-#include <utility>
 #include <vector>
 
 class QBoxLayout;
@@ -32,7 +32,7 @@ class Quadro : public QObject {
 
     // Follows the form. Called when the renderers have made their parts and follow the controls themselves.
     void Segue();
-    // The first labels of the rows of a page end at one place, whatever frames they are in.
+    // Again when what the labels are drawn with has changed.
     void AlinhaRotulos() const;
 
   private:
@@ -42,28 +42,26 @@ class Quadro : public QObject {
         QWidget *Widget = nullptr;
         QLayout *Arranjo = nullptr;
     };
-    // A place in a row, and the control in it when its Left counts.
+    // A piece of a row, or the room that is left behind them.
     struct Lugar {
         std::vector<QLayoutItem *> Itens;
         int Elasticidade = 0;
-        Ref<IControle> Movel;
     };
     struct Fila {
         QBoxLayout *Leiaute;
+        const Peca *Linha;
         std::vector<Lugar> Lugares; // as described
-        std::vector<std::int32_t> Esquerdas;
+        OrdemDaLinha Ordem;
     };
     // Where the frames of a list's criteria bar are.
     struct Barra {
-        Ref<IControle> Lista;
+        const Peca *Lista;
         QLayout *Criterios;
     };
 
-    const Ref<IControle> &ControleDe(const Peca &peca) const;
     Parte Faz(const Peca &peca, QWidget *dono, QLabel *anterior);
     QLayout *FazArranjo(const Peca &peca, QWidget *dono);
-    // enche: the pieces fill the column even if none of them is elastic.
-    QLayout *FazColuna(const Peca &peca, QWidget *dono, bool enche = false);
+    QLayout *FazColuna(const Peca &peca, QWidget *dono);
     QLayout *FazLinha(const Peca &peca, QWidget *dono);
     QLayout *FazGrade(const Peca &peca, QWidget *dono);
     QWidget *FazWidget(const Peca &peca, QWidget *dono);
@@ -71,17 +69,17 @@ class Quadro : public QObject {
     QWidget *FazAbas(const Peca &peca, QWidget *dono);
     QWidget *FazLista(const Peca &peca, QWidget *dono);
 
-    void Acompanha(const Ref<IControle> &controle);
-    static void Ordena(Fila &fila);
-    void AjustaBarra(const Barra &barra) const;
+    void Acompanha(const Peca &peca);
+    void Ordena(Fila &fila) const;
+    int RecuoDe(const Peca &peca) const;
+    std::vector<QLabel *> RotulosDe(const Peca &peca) const;
 
-    QWidget *m_Janela;
-    std::map<std::pair<std::string, std::int16_t>, Ref<IControle>> m_Controles;
-    std::map<const IControle *, QLabel *> m_Rotulos;
-    std::map<const IControle *, std::size_t> m_FilaDe;
+    const Desenho m_Desenho;
+    ControlesDoForm m_Controles;
+    std::map<const Peca *, QWidget *> m_Widgets; // those of the controls
+    std::map<const Peca *, QLabel *> m_Rotulos;  // before them
     std::vector<Fila> m_Filas;
     std::vector<Barra> m_Barras;
-    std::vector<QWidget *> m_Paginas;
     std::vector<Conexao> m_Conexoes;
 };
 

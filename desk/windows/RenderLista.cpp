@@ -2,10 +2,10 @@
 
 #include "controls/ItemMenu.h"
 #include "controls/ztList.h"
-#include "desk/host/Twips.h"
 #include "desk/windows/ModeloLista.h"
 #include "tela/ComandosDeLista.h"
 #include "tela/Partes.h"
+#include "tela/Twips.h"
 
 #include <QFile>
 #include <QHBoxLayout>
@@ -145,18 +145,16 @@ RenderLista::RenderLista(Ref<IControle> controle, QWidget *widget, Borda borda, 
     SegueFoco(m_Tabela);
 }
 
-std::vector<QWidget *> RenderLista::Partes() const
+QWidget *RenderLista::WidgetDe(Parte parte) const
 {
-    std::vector<QWidget *> partes = {m_Tabela, m_Mais};
-    if (m_Localizar != nullptr) {
-        partes.insert(partes.begin(), m_Localizar);
+    switch (parte) {
+    case Parte::Localizar:
+        return m_Localizar;
+    case Parte::MaisRegistros:
+        return m_Mais;
+    default:
+        return m_Tabela;
     }
-    return partes;
-}
-
-QWidget *RenderLista::AlvoDoFoco()
-{
-    return m_Tabela;
 }
 
 void RenderLista::Mostra()

@@ -24,11 +24,9 @@ class RenderLista : public Renderizador {
     RenderLista(Ref<IControle> controle, QWidget *widget, Borda borda, std::function<void()> fecha,
                 std::function<void()> ajuda);
 
-    std::vector<QWidget *> Partes() const override;
-
   protected:
     void Mostra() override;
-    QWidget *AlvoDoFoco() override;
+    QWidget *WidgetDe(Parte parte) const override;
     bool eventFilter(QObject *objeto, QEvent *evento) override;
 
   private:

@@ -40,7 +40,7 @@ Renderizador::Renderizador(Ref<IControle> controle, QWidget *widget, Borda borda
         const std::vector<QWidget *> partes = Partes();
         const bool aqui =
             std::any_of(partes.begin(), partes.end(), [](const QWidget *parte) { return parte->hasFocus(); });
-        if (QWidget *alvo = AlvoDoFoco(); alvo != nullptr && !aqui) {
+        if (QWidget *alvo = WidgetDe(ParteDoFoco(m_Controle->Especie())); alvo != nullptr && !aqui) {
             alvo->setFocus(Qt::OtherFocusReason);
         }
     }));
@@ -54,10 +54,16 @@ QWidget *Renderizador::Widget() const
 
 std::vector<QWidget *> Renderizador::Partes() const
 {
-    return {m_Widget};
+    std::vector<QWidget *> partes;
+    for (const Parte parte : PartesDe(m_Controle->Especie())) {
+        if (QWidget *widget = WidgetDe(parte)) {
+            partes.push_back(widget);
+        }
+    }
+    return partes;
 }
 
-QWidget *Renderizador::AlvoDoFoco()
+QWidget *Renderizador::WidgetDe(Parte) const
 {
     return m_Widget;
 }

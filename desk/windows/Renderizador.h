@@ -4,6 +4,7 @@
 #include "desk/services/TextoQt.h"
 #include "host/Evento.h"
 #include "host/IControle.h"
+#include "tela/Partes.h"
 
 #include <QObject>
 #include <QPointer>
@@ -38,13 +39,13 @@ class Renderizador : public QObject {
     // Brings the widget to what the control is now.
     void Atualiza();
     // What of the widget takes the keyboard, in the order of the Tab key.
-    virtual std::vector<QWidget *> Partes() const;
+    std::vector<QWidget *> Partes() const;
 
   protected:
     // What is particular to the kind of control; enabled and visible are done before.
     virtual void Mostra() = 0;
-    // Where the keyboard goes.
-    virtual QWidget *AlvoDoFoco();
+    // Of a control of several parts, the widget of each; null for one that it does not show.
+    virtual QWidget *WidgetDe(Parte parte) const;
 
     bool eventFilter(QObject *objeto, QEvent *evento) override;
     // Follows the keyboard's way to another widget of this control.

@@ -1,6 +1,7 @@
 #include "desk/windows/RenderizadoresEscolha.h"
 
 #include "tela/Partes.h"
+#include "tela/Tracado.h"
 
 #include <QComboBox>
 #include <QCompleter>
@@ -25,6 +26,11 @@ QStringList Lista(const std::vector<std::string> &textos)
     return lista;
 }
 
+QLabel *NovoRotulo(std::string_view texto, QWidget *dono)
+{
+    return new QLabel(Q(std::string(texto)), dono);
+}
+
 void MostraTexto(QLineEdit &campo, const std::string &texto)
 {
     if (campo.text() != Q(texto)) { // the cursor stays with what is being typed
@@ -34,9 +40,10 @@ void MostraTexto(QLineEdit &campo, const std::string &texto)
 
 } // namespace
 
-RenderEndereco::RenderEndereco(Ref<IControle> controle, QWidget *widget, Borda borda, Ref<ILogradouros> logradouros)
+RenderEndereco::RenderEndereco(Ref<IControle> controle, QWidget *widget, Borda borda, Ref<ILogradouros> logradouros,
+                               Ref<MemoriaDeEnderecos> memoria)
     : Renderizador(controle, widget, std::move(borda)),
-      m_Escolha(ComoTipo<ztEndereco>(controle), std::move(logradouros)),
+      m_Escolha(ComoTipo<ztEndereco>(controle), std::move(logradouros), std::move(memoria)),
       m_Municipio(new QComboBox(widget)),
       m_Via(new QLineEdit(widget)),
       m_Numero(new QLineEdit(widget)),
@@ -72,13 +79,13 @@ RenderEndereco::RenderEndereco(Ref<IControle> controle, QWidget *widget, Borda b
 
     auto *grade = new QGridLayout(widget);
     grade->setContentsMargins(0, 0, 0, 0);
-    grade->addWidget(new QLabel("Município:", widget), 0, 0);
+    grade->addWidget(NovoRotulo(Partes::Municipio, widget), 0, 0);
     grade->addWidget(m_Municipio, 0, 1, 1, 3);
-    grade->addWidget(new QLabel("Logradouro ou CEP:", widget), 1, 0);
+    grade->addWidget(NovoRotulo(Partes::Logradouro, widget), 1, 0);
     grade->addWidget(m_Via, 1, 1, 1, 3);
-    grade->addWidget(new QLabel("Número:", widget), 2, 0);
+    grade->addWidget(NovoRotulo(Partes::Numero, widget), 2, 0);
     grade->addWidget(m_Numero, 2, 1);
-    grade->addWidget(new QLabel("Complemento:", widget), 2, 2);
+    grade->addWidget(NovoRotulo(Partes::Complemento, widget), 2, 2);
     grade->addWidget(m_Complemento, 2, 3);
     auto *botoes = new QHBoxLayout;
     botoes->addWidget(m_Atual, 1);
@@ -95,24 +102,33 @@ RenderEndereco::RenderEndereco(Ref<IControle> controle, QWidget *widget, Borda b
     connect(m_Complemento, &QLineEdit::textEdited, this,
             [this](const QString &texto) { m_Escolha.DigitaComplemento(S(texto)); });
     connect(completador, qOverload<const QString &>(&QCompleter::activated), this, [this](const QString &item) {
-        Age([&] { m_Escolha.EscolheSugestao(S(item)); });
-        m_Numero->setFocus();
+        Parte proxima = Parte::Via;
+        Age([&] { proxima = m_Escolha.EscolheSugestao(S(item)); });
+        WidgetDe(proxima)->setFocus();
     });
     connect(m_Usar, &QPushButton::clicked, this, [this] { Age([this] { m_Escolha.Usa(); }); });
     connect(m_Limpar, &QPushButton::clicked, this, [this] { Age([this] { m_Escolha.Limpa(); }); });
-    for (QWidget *parte : RenderEndereco::Partes()) {
+    for (QWidget *parte : Partes()) {
         SegueFoco(parte);
     }
 }
 
-std::vector<QWidget *> RenderEndereco::Partes() const
+QWidget *RenderEndereco::WidgetDe(Parte parte) const
 {
-    return {m_Municipio, m_Via, m_Numero, m_Complemento, m_Usar, m_Limpar};
-}
-
-QWidget *RenderEndereco::AlvoDoFoco()
-{
-    return m_Via;
+    switch (parte) {
+    case Parte::Municipio:
+        return m_Municipio;
+    case Parte::Numero:
+        return m_Numero;
+    case Parte::Complemento:
+        return m_Complemento;
+    case Parte::Usar:
+        return m_Usar;
+    case Parte::Limpar:
+        return m_Limpar;
+    default:
+        return m_Via;
+    }
 }
 
 void RenderEndereco::Mostra()
@@ -152,13 +168,13 @@ RenderClienteSetor::RenderClienteSetor(Ref<IControle> controle, QWidget *widget,
     }
     for (QComboBox *combo : {m_Cliente, m_Setor}) {
         combo->setSizeAdjustPolicy(QComboBox::AdjustToContents);
-        combo->setMinimumContentsLength(18);
+        combo->setMinimumContentsLength(LetrasDoCombo);
     }
     auto *linha = new QHBoxLayout(widget);
     linha->setContentsMargins(0, 0, 0, 0);
-    linha->addWidget(new QLabel("Cliente:", widget));
+    linha->addWidget(NovoRotulo(Partes::Cliente, widget));
     linha->addWidget(m_Cliente);
-    linha->addWidget(new QLabel("Setor:", widget));
+    linha->addWidget(NovoRotulo(Partes::Setor, widget));
     linha->addWidget(m_Setor);
     linha->addStretch();
     connect(m_Cliente, &QComboBox::activated, this,
@@ -169,14 +185,9 @@ RenderClienteSetor::RenderClienteSetor(Ref<IControle> controle, QWidget *widget,
     SegueFoco(m_Setor);
 }
 
-std::vector<QWidget *> RenderClienteSetor::Partes() const
+QWidget *RenderClienteSetor::WidgetDe(Parte parte) const
 {
-    return {m_Cliente, m_Setor};
-}
-
-QWidget *RenderClienteSetor::AlvoDoFoco()
-{
-    return m_Cliente;
+    return parte == Parte::Setor ? m_Setor : m_Cliente;
 }
 
 void RenderClienteSetor::Mostra()

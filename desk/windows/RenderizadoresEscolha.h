@@ -18,13 +18,14 @@ namespace mesa {
 // Address picker: the streets found are offered while the person types.
 class RenderEndereco : public Renderizador {
   public:
-    RenderEndereco(Ref<IControle> controle, QWidget *widget, Borda borda, Ref<ILogradouros> logradouros);
+    RenderEndereco(Ref<IControle> controle, QWidget *widget, Borda borda, Ref<ILogradouros> logradouros,
+                   Ref<MemoriaDeEnderecos> memoria);
 
-    std::vector<QWidget *> Partes() const override;
+    EscolhaDeEndereco &Escolha() { return m_Escolha; }
 
   protected:
     void Mostra() override;
-    QWidget *AlvoDoFoco() override;
+    QWidget *WidgetDe(Parte parte) const override;
 
   private:
     EscolhaDeEndereco m_Escolha;
@@ -43,11 +44,9 @@ class RenderClienteSetor : public Renderizador {
   public:
     RenderClienteSetor(Ref<IControle> controle, QWidget *widget, Borda borda, std::vector<ClienteOferecido> clientes);
 
-    std::vector<QWidget *> Partes() const override;
-
   protected:
     void Mostra() override;
-    QWidget *AlvoDoFoco() override;
+    QWidget *WidgetDe(Parte parte) const override;
 
   private:
     EscolhaDeCliente m_Escolha;

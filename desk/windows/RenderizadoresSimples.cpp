@@ -112,7 +112,16 @@ RenderAbas::RenderAbas(Ref<IControle> controle, QWidget *widget, Borda borda)
     connect(abas, &QTabWidget::currentChanged, this, [this](int pagina) {
         Age([this, pagina] { Como<SSTab>(*this).Abre(static_cast<std::int16_t>(pagina)); });
     });
+    // The keyboard is in the strip alone: what has the pages as well would be another stop, and take them along when
+    // the order of Tab changes.
+    abas->setFocusProxy(nullptr);
+    abas->setFocusPolicy(Qt::NoFocus);
     SegueFoco(abas->tabBar());
+}
+
+QWidget *RenderAbas::WidgetDe(Parte) const
+{
+    return qobject_cast<QTabWidget *>(Widget())->tabBar();
 }
 
 void RenderAbas::Mostra()
@@ -185,14 +194,32 @@ void RenderCampo::Mostra()
 
 namespace {
 
-bool Abre(const QEvent &evento)
+AtoNoCombo AtoDe(const QEvent &evento)
 {
-    if (evento.type() == QEvent::KeyPress) {
-        const int tecla = static_cast<const QKeyEvent &>(evento).key();
-        return tecla == Qt::Key_F4 || tecla == Qt::Key_Space || tecla == Qt::Key_Down || tecla == Qt::Key_Up;
+    switch (evento.type()) {
+    case QEvent::KeyPress:
+        switch (static_cast<const QKeyEvent &>(evento).key()) {
+        case Qt::Key_F4:
+        case Qt::Key_Space:
+            return AtoNoCombo::Abre;
+        case Qt::Key_Down:
+        case Qt::Key_Up:
+        case Qt::Key_PageDown:
+        case Qt::Key_PageUp:
+        case Qt::Key_Home:
+        case Qt::Key_End:
+            return AtoNoCombo::Anda;
+        default:
+            return AtoNoCombo::Outro;
+        }
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+        return AtoNoCombo::Abre;
+    case QEvent::Wheel:
+        return AtoNoCombo::Anda;
+    default:
+        return AtoNoCombo::Outro;
     }
-    return evento.type() == QEvent::MouseButtonPress || evento.type() == QEvent::MouseButtonDblClick ||
-           evento.type() == QEvent::Wheel;
 }
 
 } // namespace
@@ -232,11 +259,10 @@ void RenderCombo::Mostra()
     m_Combo->setPalette(cores);
 }
 
-// Letters go to the control, which finds the item; everything else is the widget's own, but for what would open the
-// items of a locked one.
+// Letters go to the control, which finds the item; everything else is the widget's own, as far as the combo obeys.
 bool RenderCombo::eventFilter(QObject *objeto, QEvent *evento)
 {
-    if (Como<ztCombo>(*this).ComboSomenteLeitura() && Abre(*evento)) {
+    if (!ComboObedece(Como<ztCombo>(*this), AtoDe(*evento))) {
         return true;
     }
     if (evento->type() == QEvent::KeyPress) {

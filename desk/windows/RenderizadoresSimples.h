@@ -66,6 +66,7 @@ class RenderAbas : public Renderizador {
 
   protected:
     void Mostra() override;
+    QWidget *WidgetDe(Parte parte) const override;
 };
 
 // What all fields of typed text answer to a screen.

@@ -46,7 +46,7 @@ std::vector<std::string> JanelasFalsas::Pendencias() const
     return pendencias;
 }
 
-void JanelasFalsas::MostraForm(const Ref<IForm> &form, bool modal, const Ref<IForm> &)
+void JanelasFalsas::MostraForm(const Ref<IForm> &form, bool modal)
 {
     m_Abertos.push_back(form);
     form->DefineVisible(true);

@@ -32,7 +32,7 @@ class JanelasFalsas : public IJanelas {
     std::vector<bool> Esperas;
     std::optional<std::string> ArquivoEscolhido;
 
-    void MostraForm(const Ref<IForm> &form, bool modal, const Ref<IForm> &dono) override;
+    void MostraForm(const Ref<IForm> &form, bool modal) override;
     void FechaForm(const Ref<IForm> &form) override;
     void DefineTextoJanela(const Ref<IForm> &form, const std::string &texto) override;
     void DefineEspera(bool espera) override { Esperas.push_back(espera); }

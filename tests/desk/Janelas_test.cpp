@@ -11,6 +11,7 @@
 #include "sensors/frmEquipAfericoes.h"
 #include "sensors/frmEquipSensores.h"
 #include "tela/Mnemonicas.h"
+#include "tela/OrdemDeTab.h"
 #include "tela/Pessoa.h"
 #include "tests/desk/DiscoApertado.h"
 #include "tests/desk/RegistroDeTeste.h"
@@ -80,7 +81,9 @@ class JanelasTeste : public testing::Test {
         PedidosDaJanela pedidos;
         pedidos.NaBorda = [](const std::function<void()> &acao) { acao(); };
         pedidos.Fecha = pedidos.Ajuda = pedidos.Redimensionou = [] {};
-        return new JanelaForm(form, {pedidos, [] { return std::vector<ClienteOferecido>{}; }, Novo<LogradourosMesa>()},
+        return new JanelaForm(form,
+                              {pedidos, [] { return std::vector<ClienteOferecido>{}; }, Novo<LogradourosMesa>(),
+                               Novo<MemoriaDeEnderecos>()},
                               &mesa);
     }
     template <class F> void CadaForm(F &&confere)
@@ -370,12 +373,37 @@ TEST_F(JanelasTeste, Forms_TabKey_LeadsWhereItLeadsAPersonWithoutAScreen)
         janela.show();
         janela.activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(&janela));
-        ASSERT_TRUE(Pessoa(janela.Form()).Tab());
+        VaiAoPrimeiro(janela);
         const auto semTela = VoltaSemTela(janela);
         EXPECT_EQ(VoltaNaTela(janela), semTela);
         lugares += semTela.size();
     });
     EXPECT_GE(lugares, 30U);
+}
+
+TEST_F(JanelasTeste, Forms_TabKey_FollowsAnOrderThatChangesWhileTheWindowIsOpen)
+{
+    CadaForm([&](IForm &form, JanelaForm &janela) {
+        janela.setWindowFlags(Qt::Dialog);
+        form.DefineVisible(true);
+        janela.show();
+        janela.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&janela));
+        VaiAoPrimeiro(janela);
+        const auto antes = VoltaSemTela(janela);
+        if (antes.size() > 3) {
+            EmOrdemDeTab(form).front()->DefineTabIndex(static_cast<std::int16_t>(form.Controles().size()));
+            for (const Ref<IControle> &controle : form.Controles()) {
+                if (controle == form.ControleAtivo()) {
+                    controle->DefineTabIndex(static_cast<std::int16_t>(form.Controles().size() / 2));
+                    break;
+                }
+            }
+            const auto depois = VoltaSemTela(janela);
+            EXPECT_NE(depois, antes);
+            EXPECT_EQ(VoltaNaTela(janela), depois);
+        }
+    });
 }
 
 TEST_F(JanelasTeste, Forms_TextsOfAllLabels_AreShownAsTheyAre)

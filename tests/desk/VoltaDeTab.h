@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-// The controls through which a key leads, by name and index, from one on until it comes back there.
+// The controls to which a key leads each time, by name and index, from one on until it comes back there.
 inline std::vector<std::string> VoltaDeTab(const IForm &form, const std::function<void()> &tecla)
 {
     constexpr int MuitasTeclas = 200;
@@ -20,11 +20,17 @@ inline std::vector<std::string> VoltaDeTab(const IForm &form, const std::functio
     std::vector<std::string> nomes = {ativo()};
     for (int vez = 0; vez < MuitasTeclas && (nomes.size() < 3 || nomes.back() != nomes.front()); ++vez) {
         tecla();
-        if (ativo() != nomes.back()) { // a picker has several places
-            nomes.push_back(ativo());
-        }
+        nomes.push_back(ativo());
     }
     return nomes;
+}
+
+// To the first control that has the focus: a list does not, at its search button.
+inline void VaiAoPrimeiro(const mesa::JanelaForm &janela)
+{
+    Pessoa pessoa(janela.Form());
+    while (janela.Form()->ControleAtivo().Nada() && pessoa.Tab()) {
+    }
 }
 
 // In the window, which is active.

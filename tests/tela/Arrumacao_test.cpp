@@ -1,6 +1,5 @@
 #include "tela/Arrumacao.h"
 
-#include "controls/FabricaControles.h"
 #include "equipment/frmEquipDetalhes.h"
 #include "host/IControlesPadrao.h"
 #include "host/Texto.h"
@@ -9,9 +8,9 @@
 #include "search/frmLista.h"
 #include "sensors/frmEquipAfericoes.h"
 #include "sensors/frmEquipSensores.h"
-#include "tests/support/FormFalso.h"
 #include "tests/support/HostTeste.h"
 #include "tests/support/RetratoForm.h"
+#include "tests/tela/FormDescrito.h"
 
 #include <gtest/gtest.h>
 
@@ -42,33 +41,6 @@ class MedidorDeTeste : public IMedidor {
     }
 };
 
-Peca Campo(const std::string &nome, std::int16_t caracteres)
-{
-    return {.Ajustes = AjustesTextBox{}, .Nome = nome, .Caracteres = caracteres};
-}
-
-Peca Rotulado(Peca peca, const std::string &rotulo)
-{
-    peca.Rotulo = rotulo;
-    return peca;
-}
-
-Peca Elastica(Peca peca)
-{
-    peca.Elastica = true;
-    return peca;
-}
-
-Peca Botao(const std::string &nome, const std::string &caption)
-{
-    return {.Ajustes = AjustesCommandButton{}, .Nome = nome, .Caption = caption};
-}
-
-Peca Quadro(const std::string &nome, std::vector<Peca> pecas, bool contorno = true)
-{
-    return {.Ajustes = AjustesZtFrame{.Contorno = contorno}, .Nome = nome, .Caption = "Q", .Pecas = std::move(pecas)};
-}
-
 class ArrumacaoTest : public testing::Test {
   protected:
     // Margin 10, 5 between pieces, fields 28 high and 8 wider than their texts.
@@ -78,13 +50,13 @@ class ArrumacaoTest : public testing::Test {
     void Desenha(Peca raiz, Tamanho disponivel = {})
     {
         m_Desenho.Raiz = std::move(raiz);
-        Faz(m_Desenho.Raiz, nullptr, -1);
+        m_Descrito.Faz(m_Desenho.Raiz);
         DeNovo(disponivel);
     }
     void DeNovo(Tamanho disponivel = {})
     {
         m_Lugares.clear();
-        m_Arrumado = Arruma(m_Desenho, *m_Form, m_Medidor, disponivel, m_Folgas);
+        m_Arrumado = Arruma(m_Desenho, *m_Descrito.Form, m_Medidor, disponivel, m_Folgas);
         for (const PecaArrumada &peca : m_Arrumado.Pecas) {
             m_Lugares[peca.Quem->Nome] = peca;
         }
@@ -97,42 +69,20 @@ class ArrumacaoTest : public testing::Test {
     Retangulo Rotulo(const std::string &nome) const { return m_Lugares.at(nome).Rotulo; }
     Retangulo Miolo(const std::string &nome) const { return m_Lugares.at(nome).Miolo; }
     bool Vista(const std::string &nome) const { return m_Lugares.count(nome) != 0; }
-    Ref<IControle> Controle(const std::string &nome) const
-    {
-        for (const Ref<IControle> &controle : m_Form->Controles()) {
-            if (controle->Nome() == nome) {
-                return controle;
-            }
-        }
-        throw std::runtime_error(nome);
-    }
+    Ref<IControle> Controle(const std::string &nome) const { return m_Descrito.Controle(nome); }
 
     Folgas m_Folgas;
     Desenho m_Desenho;
-    Ref<FormFalso> m_Form = FormNaTela();
+    FormDescrito m_Descrito;
     FormArrumado m_Arrumado;
 
-  private:
-    void Faz(const Peca &peca, const Ref<IControle> &container, std::int16_t pagina)
-    {
-        Ref<IControle> dono = container;
-        if (peca.Especie()) {
-            dono = m_Form->Guarda(m_Fabrica.Cria(m_Form, peca, container, pagina));
-        }
-        const bool abas = peca.Especie() == EspecieControle::SSTab;
-        for (std::size_t i = 0; i < peca.Pecas.size(); ++i) {
-            Faz(peca.Pecas[i], dono, abas ? static_cast<std::int16_t>(i) : peca.Especie() ? std::int16_t{-1} : pagina);
-        }
-    }
-
-    FabricaControles m_Fabrica;
     MedidorDeTeste m_Medidor;
     std::map<std::string, PecaArrumada> m_Lugares;
 };
 
 TEST_F(ArrumacaoTest, Column_PiecesStandOneBelowTheOtherAsWideAsTheirValues)
 {
-    Desenha(EmColuna({Campo("a", 4), Campo("b", 12)}));
+    Desenha(EmColuna({UmCampo("a", 4), UmCampo("b", 12)}));
     EXPECT_EQ(Lugar("a"), (Retangulo{10, 10, 48, 28}));
     EXPECT_EQ(Lugar("b"), (Retangulo{10, 43, 128, 28}));
     EXPECT_EQ(m_Arrumado.Menor, (Tamanho{148, 81}));
@@ -140,7 +90,8 @@ TEST_F(ArrumacaoTest, Column_PiecesStandOneBelowTheOtherAsWideAsTheirValues)
 
 TEST_F(ArrumacaoTest, Row_PiecesStandOneBehindTheOtherInTheMiddleOfItsHeight)
 {
-    Desenha(EmLinha({Campo("a", 4), {.Ajustes = AjustesCheckBox{}, .Nome = "b", .Caption = "&Sim"}, Campo("c", 2)}));
+    Desenha(
+        EmLinha({UmCampo("a", 4), {.Ajustes = AjustesCheckBox{}, .Nome = "b", .Caption = "&Sim"}, UmCampo("c", 2)}));
     EXPECT_EQ(Lugar("a"), (Retangulo{10, 10, 48, 28}));
     EXPECT_EQ(Lugar("b"), (Retangulo{63, 14, 50, 20}));
     EXPECT_EQ(Lugar("c"), (Retangulo{118, 10, 28, 28}));
@@ -148,7 +99,7 @@ TEST_F(ArrumacaoTest, Row_PiecesStandOneBehindTheOtherInTheMiddleOfItsHeight)
 
 TEST_F(ArrumacaoTest, Row_TheTextBeforeAControl_StandsRightBeforeIt)
 {
-    Desenha(EmLinha({Rotulado(Campo("a", 2), "&Cód:"), Campo("b", 2)}));
+    Desenha(EmLinha({Rotulado(UmCampo("a", 2), "&Cód:"), UmCampo("b", 2)}));
     EXPECT_EQ(Rotulo("a"), (Retangulo{10, 14, 40, 20}));
     EXPECT_EQ(Lugar("a"), (Retangulo{55, 10, 28, 28}));
     EXPECT_EQ(Lugar("b"), (Retangulo{88, 10, 28, 28}));
@@ -157,11 +108,8 @@ TEST_F(ArrumacaoTest, Row_TheTextBeforeAControl_StandsRightBeforeIt)
 
 TEST_F(ArrumacaoTest, Row_ThoseWithALeft_StandInItsOrder)
 {
-    Peca velocidade = Quadro("veloc", {Campo("a", 2)});
-    velocidade.Left = 100;
-    Peca via = Quadro("via", {Campo("b", 2)});
-    via.Left = 2000;
-    Desenha(EmLinha({Campo("antes", 1), velocidade, via, Campo("fim", 1)}));
+    Desenha(EmLinha({UmCampo("antes", 1), PostoEm(UmQuadro("veloc", {UmCampo("a", 2)}), 100),
+                     PostoEm(UmQuadro("via", {UmCampo("b", 2)}), 2000), UmCampo("fim", 1)}));
     EXPECT_LT(Lugar("antes").X, Lugar("veloc").X);
     EXPECT_LT(Lugar("veloc").X, Lugar("via").X);
     EXPECT_LT(Lugar("via").X, Lugar("fim").X);
@@ -174,7 +122,8 @@ TEST_F(ArrumacaoTest, Row_ThoseWithALeft_StandInItsOrder)
 
 TEST_F(ArrumacaoTest, Hidden_LeavesItsPlaceToTheOneBehindIt)
 {
-    Desenha(EmColuna({EmLinha({Quadro("veloc", {Campo("a", 2)}), Quadro("via", {Campo("b", 2)})}), Campo("c", 2)}));
+    Desenha(EmColuna(
+        {EmLinha({UmQuadro("veloc", {UmCampo("a", 2)}), UmQuadro("via", {UmCampo("b", 2)})}), UmCampo("c", 2)}));
     const Retangulo lugar = Lugar("veloc");
     const Retangulo depois = Lugar("c");
     Controle("veloc")->DefineVisible(false);
@@ -190,9 +139,9 @@ TEST_F(ArrumacaoTest, Hidden_LeavesItsPlaceToTheOneBehindIt)
 
 TEST_F(ArrumacaoTest, Grid_FieldsOfAllRows_BeginInTheSameColumn)
 {
-    Desenha(EmGrade({EmLinha({Rotulado(Campo("a", 4), "Código:"), Rotulado(Campo("b", 2), "X:")}),
-                     EmLinha({Rotulado(Campo("c", 9), "Mais longo:"), Rotulado(Campo("d", 2), "Outro:")}),
-                     EmLinha({{.Ajustes = AjustesLabel{}, .Nome = "l", .Caption = "Label:"}, Campo("e", 1)})}));
+    Desenha(EmGrade({EmLinha({Rotulado(UmCampo("a", 4), "Código:"), Rotulado(UmCampo("b", 2), "X:")}),
+                     EmLinha({Rotulado(UmCampo("c", 9), "Mais longo:"), Rotulado(UmCampo("d", 2), "Outro:")}),
+                     EmLinha({{.Ajustes = AjustesLabel{}, .Nome = "l", .Caption = "Label:"}, UmCampo("e", 1)})}));
     EXPECT_EQ(Rotulo("a").X, 10);
     EXPECT_EQ(Rotulo("c").X, 10);
     EXPECT_EQ(Lugar("l").X, 10);
@@ -208,10 +157,10 @@ TEST_F(ArrumacaoTest, Grid_FieldsOfAllRows_BeginInTheSameColumn)
 
 TEST_F(ArrumacaoTest, Grid_PieceOverSeveralColumns_WidensTheLastOnlyAsFarAsItMust)
 {
-    Peca larga = Campo("larga", 20);
+    Peca larga = UmCampo("larga", 20);
     larga.Vao = 3;
-    Desenha(
-        EmGrade({EmLinha({Campo("a", 2), Campo("b", 2), Campo("c", 2)}), EmLinha({larga}), EmLinha({Campo("d", 2)})}));
+    Desenha(EmGrade(
+        {EmLinha({UmCampo("a", 2), UmCampo("b", 2), UmCampo("c", 2)}), EmLinha({larga}), EmLinha({UmCampo("d", 2)})}));
     EXPECT_EQ(Lugar("larga"), (Retangulo{10, 43, 208, 28}));
     EXPECT_EQ(Lugar("c").X, 10 + 2 * 33);
     EXPECT_EQ(Lugar("d").X, 10);
@@ -220,9 +169,9 @@ TEST_F(ArrumacaoTest, Grid_PieceOverSeveralColumns_WidensTheLastOnlyAsFarAsItMus
 
 TEST_F(ArrumacaoTest, Grid_HiddenPieceOrRow_LeavesTheOthersInLine)
 {
-    Desenha(EmGrade({EmLinha({Rotulado(Campo("a", 2), "A:"), Rotulado(Campo("b", 2), "B:")}),
-                     EmLinha({Rotulado(Campo("c", 2), "Bem mais longo:")}),
-                     EmLinha({Rotulado(Campo("d", 2), "D:"), Rotulado(Campo("e", 2), "E:")})}));
+    Desenha(EmGrade({EmLinha({Rotulado(UmCampo("a", 2), "A:"), Rotulado(UmCampo("b", 2), "B:")}),
+                     EmLinha({Rotulado(UmCampo("c", 2), "Bem mais longo:")}),
+                     EmLinha({Rotulado(UmCampo("d", 2), "D:"), Rotulado(UmCampo("e", 2), "E:")})}));
     Controle("c")->DefineVisible(false);
     Controle("d")->DefineVisible(false);
     DeNovo();
@@ -235,8 +184,8 @@ TEST_F(ArrumacaoTest, Grid_HiddenPieceOrRow_LeavesTheOthersInLine)
 TEST_F(ArrumacaoTest, Elastic_TakesTheRoomThatIsLeft)
 {
     Desenha(EmColuna({Elastica({.Ajustes = AjustesZtList{}, .Nome = "lista"}),
-                      EmLinha({Botao("ok", "&OK"), Mola(), Botao("cancelar", "Cancelar")}),
-                      EmLinha({Campo("fixo", 2), Elastica(Campo("resto", 2))})}),
+                      EmLinha({UmBotao("ok", "&OK"), Mola(), UmBotao("cancelar", "Cancelar")}),
+                      EmLinha({UmCampo("fixo", 2), Elastica(UmCampo("resto", 2))})}),
             {600, 500});
     EXPECT_EQ(Lugar("lista"), (Retangulo{10, 10, 580, 480 - 2 * 33}));
     EXPECT_EQ(Lugar("ok").X, 10);
@@ -247,7 +196,7 @@ TEST_F(ArrumacaoTest, Elastic_TakesTheRoomThatIsLeft)
 
 TEST_F(ArrumacaoTest, Elastic_SeveralOfThem_ShareTheRoom)
 {
-    Desenha(EmLinha({Elastica(Campo("a", 1)), Elastica(Campo("b", 1))}), {10 + 18 + 5 + 18 + 10 + 7, 0});
+    Desenha(EmLinha({Elastica(UmCampo("a", 1)), Elastica(UmCampo("b", 1))}), {10 + 18 + 5 + 18 + 10 + 7, 0});
     EXPECT_EQ(Lugar("a").Largura, 22);
     EXPECT_EQ(Lugar("b").Largura, 21);
     EXPECT_EQ(Lugar("b").X, 10 + 22 + 5);
@@ -255,8 +204,8 @@ TEST_F(ArrumacaoTest, Elastic_SeveralOfThem_ShareTheRoom)
 
 TEST_F(ArrumacaoTest, Elastic_ColumnOfAGrid_TakesTheRoomOfItsGrid)
 {
-    Desenha(EmGrade({EmLinha({Rotulado(Campo("a", 2), "A:"), Elastica(Campo("b", 2))}),
-                     EmLinha({Rotulado(Campo("c", 2), "C:"), Campo("d", 2)})}),
+    Desenha(EmGrade({EmLinha({Rotulado(UmCampo("a", 2), "A:"), Elastica(UmCampo("b", 2))}),
+                     EmLinha({Rotulado(UmCampo("c", 2), "C:"), UmCampo("d", 2)})}),
             {300, 0});
     EXPECT_EQ(Lugar("b").X + Lugar("b").Largura, 290);
     EXPECT_EQ(Lugar("d").Largura, 28);
@@ -265,7 +214,7 @@ TEST_F(ArrumacaoTest, Elastic_ColumnOfAGrid_TakesTheRoomOfItsGrid)
 
 TEST_F(ArrumacaoTest, Box_ItsPiecesStandInsideBelowItsTitle)
 {
-    Desenha(Quadro("caixa", {Campo("a", 4)}));
+    Desenha(UmQuadro("caixa", {UmCampo("a", 4)}));
     EXPECT_EQ(Lugar("caixa"), (Retangulo{10, 10, 68, 68}));
     EXPECT_EQ(Miolo("caixa"), (Retangulo{20, 40, 48, 28}));
     EXPECT_EQ(Lugar("a"), (Retangulo{20, 40, 48, 28}));
@@ -273,7 +222,7 @@ TEST_F(ArrumacaoTest, Box_ItsPiecesStandInsideBelowItsTitle)
 
 TEST_F(ArrumacaoTest, Box_WithoutContour_AddsNothing)
 {
-    Desenha(EmColuna({Quadro("caixa", {Campo("a", 4)}, false), Campo("b", 4)}));
+    Desenha(EmColuna({UmQuadro("caixa", {UmCampo("a", 4)}, false), UmCampo("b", 4)}));
     EXPECT_EQ(Lugar("a").X, Lugar("b").X);
     EXPECT_EQ(Lugar("a").Y, 10);
 }
@@ -282,19 +231,132 @@ TEST_F(ArrumacaoTest, Pages_AreAsLargeAsTheLargest)
 {
     Desenha({.Ajustes = AjustesSSTab{.Paginas = {"A", "B"}},
              .Nome = "abas",
-             .Pecas = {EmColuna({Campo("a", 4)}), EmColuna({Campo("b", 2), Campo("c", 2)})}});
+             .Pecas = {EmColuna({UmCampo("a", 4)}), EmColuna({UmCampo("b", 2), UmCampo("c", 2)})}});
     EXPECT_EQ(Lugar("a").Y, Lugar("b").Y);
     EXPECT_EQ(Miolo("abas"), (Retangulo{20, 48, 48, 61}));
     EXPECT_EQ(Lugar("abas"), (Retangulo{10, 10, 68, 109}));
     EXPECT_EQ(Lugar("c"), (Retangulo{20, 81, 28, 28}));
 }
 
-TEST_F(ArrumacaoTest, List_ItsCriteriaStandAboveItsRows)
+TEST_F(ArrumacaoTest, Row_OfPiecesThatTellTheirWidth_KeepsTheDistanceThatTheyTell)
 {
-    Desenha(Elastica({.Ajustes = AjustesZtList{}, .Nome = "lista", .Pecas = {EmLinha({Campo("a", 4)})}}), {500, 400});
-    EXPECT_EQ(Lugar("lista"), (Retangulo{10, 10, 480, 380}));
+    Desenha(EmLinha({PostoEm(UmBotao("ok", "OK"), 0, 1200), PostoEm(UmBotao("cancelar", "Cancelar"), 1230, 1200)}));
+    EXPECT_EQ(Lugar("ok"), (Retangulo{10, 10, 75, 28}));
+    EXPECT_EQ(Lugar("cancelar").X, 10 + 75 + 2);
+    EXPECT_EQ(m_Arrumado.Menor.Largura, 10 + 75 + 2 + 104 + 10);
+    Controle("ok")->DefineLeft(2430);
+    DeNovo();
+    EXPECT_EQ(Lugar("cancelar").X, 10);
+    EXPECT_EQ(Lugar("ok").X, 10 + 104);
+}
+
+class ArrumacaoDaListaTest : public ArrumacaoTest {
+  protected:
+    // A list 480 x 380 at (10, 10), whose criteria frame takes 68 x 68. The search button is 106 wide.
+    void DesenhaLista(AjustesZtList ajustes, std::vector<Peca> criterios)
+    {
+        Desenha(Elastica({.Ajustes = std::move(ajustes), .Nome = "lista", .Pecas = std::move(criterios)}), {500, 400});
+        ASSERT_EQ(Lugar("lista"), (Retangulo{10, 10, 480, 380}));
+    }
+    static Peca Criterios()
+    {
+        Peca criterios = PostoEm(UmQuadro("criterios", {UmCampo("a", 4)}), 45);
+        criterios.Height = 1500;
+        return criterios;
+    }
+};
+
+TEST_F(ArrumacaoDaListaTest, Criteria_StandAboveTheRowsWithTheSearchButtonBesideThem)
+{
+    DesenhaLista({.BarraCriteriosAtiva = true}, {EmLinha({UmCampo("a", 4)})});
     EXPECT_EQ(Lugar("a"), (Retangulo{10, 10, 48, 28}));
     EXPECT_EQ(Miolo("lista"), (Retangulo{10, 43, 480, 347}));
+    EXPECT_EQ(m_Lugares.at("lista").Localizar, (Retangulo{490 - 114, 10, 114, 28}));
+}
+
+TEST_F(ArrumacaoDaListaTest, CriteriaFrame_StandsWhereItIsToldInABarOfTheHeightTold)
+{
+    DesenhaLista({.BarraCriteriosAtiva = true, .BarraCriteriosAltura = 1620}, {Criterios()});
+    EXPECT_EQ(Lugar("criterios"), (Retangulo{10 + 3, 10, 480 - 3 - 5 - 114, 68}));
+    EXPECT_EQ(Miolo("lista"), (Retangulo{10, 10 + 68 + 8 + 5, 480, 380 - 81}));
+    Controle("criterios")->DefineTop(60);
+    DeNovo({500, 400});
+    EXPECT_EQ(Lugar("criterios"), (Retangulo{10 + 3, 10 + 4, 480 - 3 - 5 - 114, 68}));
+    EXPECT_EQ(Miolo("lista"), (Retangulo{10, 10 + 68 + 8 + 5, 480, 380 - 81}));
+}
+
+TEST_F(ArrumacaoDaListaTest, BarThatIsOffOrHoldsNothing_LeavesTheListToItsRows)
+{
+    DesenhaLista({}, {Criterios()});
+    EXPECT_EQ(Miolo("lista"), Lugar("lista"));
+    EXPECT_EQ(m_Lugares.at("lista").Localizar, Retangulo{});
+    EXPECT_FALSE(Vista("criterios"));
+    EXPECT_FALSE(Vista("a"));
+    DesenhaLista({.BarraCriteriosAtiva = true}, {});
+    EXPECT_EQ(Miolo("lista"), Lugar("lista"));
+    EXPECT_EQ(m_Lugares.at("lista").Localizar, Retangulo{});
+}
+
+TEST_F(ArrumacaoTest, Labels_OfRowsOfAPage_EndAtOnePlaceWhateverFramesTheyAreIn)
+{
+    Desenha(EmColuna({EmLinha({UmTexto("l", "Um:"), UmCampo("a", 2)}),
+                      UmQuadro("caixa", {EmLinha({Rotulado(UmCampo("b", 2), "Mais longo:")})}),
+                      UmQuadro("picker", {{.Ajustes = AjustesZtEndereco{}, .Nome = "endereco"}}, false),
+                      EmLinha({Rotulado(UmCampo("c", 2), "X:"), Rotulado(UmCampo("d", 2), "Y:")})}));
+    constexpr std::int32_t Fim = 10 + 10 + 180; // "Logradouro ou CEP:", and the box's margin of the one beside it
+    EXPECT_EQ(m_Lugares.at("endereco").LarguraDosRotulos, 180);
+    EXPECT_EQ(Lugar("l").Largura, 180);
+    EXPECT_EQ(Lugar("a").X, Fim - 10 + 5);
+    EXPECT_EQ(Rotulo("b"), (Retangulo{20, Rotulo("b").Y, 170, 20}));
+    EXPECT_EQ(Lugar("b").X, Lugar("a").X);
+    EXPECT_EQ(Lugar("c").X, Lugar("a").X);
+    EXPECT_EQ(Rotulo("d").Largura, 20);
+}
+
+TEST_F(ArrumacaoTest, Labels_OfAnotherPage_DoNotMoveThoseOfThisOne)
+{
+    Desenha({.Ajustes = AjustesSSTab{.Paginas = {"A", "B"}},
+             .Nome = "abas",
+             .Pecas = {UmQuadro("p", {EmLinha({Rotulado(UmCampo("a", 2), "A:")})}, false),
+                       UmQuadro("q", {EmLinha({Rotulado(UmCampo("b", 2), "Longo:")})}, false)}});
+    EXPECT_EQ(Lugar("a").X, 20 + 20 + 5);
+    EXPECT_EQ(Lugar("b").X, 20 + 60 + 5);
+}
+
+TEST_F(ArrumacaoTest, FrameThatCannotBeSeenAndHoldsNothing_TakesNoRoom)
+{
+    Desenha(EmColuna({UmCampo("a", 2), UmQuadro("nada", {}, false), UmCampo("b", 2)}));
+    EXPECT_FALSE(Vista("nada"));
+    EXPECT_EQ(Lugar("b").Y, 10 + 28 + 5);
+}
+
+TEST_F(ArrumacaoTest, LongFields_GiveWayInLessThanTheirRoom)
+{
+    Desenha(EmColuna({EmLinha({UmCampo("a", 60), UmCampo("b", 40)}), EmLinha({UmCampo("c", 5)})}));
+    EXPECT_EQ(m_Arrumado.Natural.Largura, 608 + 5 + 408 + 20);
+    EXPECT_EQ(m_Arrumado.Menor.Largura, 208 + 5 + 208 + 20);
+    EXPECT_EQ(Lugar("a").Largura, 208);
+    EXPECT_EQ(Lugar("b").Largura, 208);
+    EXPECT_EQ(Lugar("c").Largura, 58);
+    DeNovo({m_Arrumado.Natural.Largura - 60, 0});
+    EXPECT_EQ(Lugar("a").Largura, 608 - 40);
+    EXPECT_EQ(Lugar("b").Largura, 408 - 20);
+    EXPECT_EQ(Lugar("b").X, 10 + 568 + 5);
+    DeNovo({2000, 0});
+    EXPECT_EQ(Lugar("a").Largura, 608);
+    EXPECT_EQ(Lugar("b").Largura, 408);
+}
+
+TEST_F(ArrumacaoTest, LongFields_InAGrid_GiveWayWithTheirColumns)
+{
+    Peca larga = UmCampo("larga", 70);
+    larga.Vao = 2;
+    Desenha(EmGrade({EmLinha({UmCampo("a", 60), UmCampo("b", 10)}), EmLinha({larga})}));
+    EXPECT_EQ(m_Arrumado.Natural.Largura, 20 + 608 + 5 + 108);
+    EXPECT_EQ(m_Arrumado.Menor.Largura, 20 + 208 + 5 + 108);
+    EXPECT_EQ(Lugar("a").Largura, 208);
+    EXPECT_EQ(Lugar("b"), (Retangulo{10 + 208 + 5, 10, 108, 28}));
+    EXPECT_EQ(Lugar("larga").Largura, 208 + 5 + 108);
 }
 
 TEST_F(ArrumacaoTest, Widths_FollowWhatEachKindShows)
@@ -309,23 +371,30 @@ TEST_F(ArrumacaoTest, Widths_FollowWhatEachKindShows)
                       {.Ajustes = AjustesZtVeiObservacao{.MaxLength = 9}, .Nome = "obs"},
                       {.Ajustes = AjustesCommonDialog{}, .Nome = "dialogo"},
                       {.Ajustes = AjustesImage{}, .Nome = "imagem"},
-                      Botao("ok", "&OK"),
-                      Botao("longo", "Um texto de botão")}));
+                      UmBotao("ok", "&OK"),
+                      UmBotao("longo", "Um texto de botão")}));
     EXPECT_EQ(Lugar("limite").Largura, 78);
     EXPECT_EQ(Lugar("sem").Largura, 208);
     EXPECT_EQ(Lugar("mascara").Largura, 38);
     EXPECT_EQ(Lugar("hora").Largura, 58);
     EXPECT_EQ(Lugar("data").Largura, 108);
-    EXPECT_EQ(Lugar("combo").Largura, 90 + 8 + 20);
+    EXPECT_EQ(Lugar("combo").Largura, 180 + 8 + 20);
     EXPECT_EQ(Lugar("valor"), (Retangulo{10, Lugar("valor").Y, 68, 28}));
     EXPECT_EQ(Lugar("obs").Largura, 98);
     EXPECT_FALSE(Vista("dialogo"));
     EXPECT_EQ(Lugar("imagem"), (Retangulo{10, Lugar("imagem").Y, 32, 32}));
     EXPECT_EQ(Lugar("ok").Largura, 75);
     EXPECT_EQ(Lugar("longo").Largura, 170 + 24);
-    ComoTipo<IztCombo>(Controle("combo"))->AdicionaItem("Uma linha bem maior|3");
+    for (const std::int32_t letras : {19, 45, 60}) {
+        ComoTipo<IztCombo>(Controle("combo"))->AdicionaItem(std::string(static_cast<std::size_t>(letras), 'n'));
+        DeNovo({1000, 0});
+        EXPECT_EQ(Lugar("combo").Largura, std::min(letras, 45) * 10 + 8 + 20);
+    }
     DeNovo();
-    EXPECT_EQ(Lugar("combo").Largura, 190 + 8 + 20);
+    EXPECT_EQ(Lugar("combo").Largura, 180 + 8 + 20);
+    Controle("valor")->DefineCaption("Um valor mais longo");
+    DeNovo();
+    EXPECT_EQ(Lugar("valor").Largura, 190 + 8);
 }
 
 TEST_F(ArrumacaoTest, Paragraph_TakesTheLinesThatItNeeds)
@@ -334,14 +403,14 @@ TEST_F(ArrumacaoTest, Paragraph_TakesTheLinesThatItNeeds)
                        .Nome = "texto",
                        .Caption = "Dez letras e mais",
                        .Caracteres = 10},
-                      Campo("a", 1)}));
+                      UmCampo("a", 1)}));
     EXPECT_EQ(Lugar("texto"), (Retangulo{10, 10, 100, 40}));
     EXPECT_EQ(Lugar("a").Y, 55);
 }
 
 TEST_F(ArrumacaoTest, Captions_ThatChange_ChangeTheRoom)
 {
-    Desenha(EmLinha({{.Ajustes = AjustesLabel{}, .Nome = "l", .Caption = "Um"}, Campo("a", 1)}));
+    Desenha(EmLinha({{.Ajustes = AjustesLabel{}, .Nome = "l", .Caption = "Um"}, UmCampo("a", 1)}));
     EXPECT_EQ(Lugar("a").X, 10 + 20 + 5);
     Controle("l")->DefineCaption("&Quatro");
     DeNovo();
@@ -353,7 +422,7 @@ TEST_F(ArrumacaoTest, Empty_DescriptionOrAllHidden_NeedsNothing)
     Desenha({});
     EXPECT_EQ(m_Arrumado.Menor, (Tamanho{20, 20}));
     EXPECT_TRUE(m_Arrumado.Pecas.empty());
-    Desenha(EmColuna({Campo("a", 4)}));
+    Desenha(EmColuna({UmCampo("a", 4)}));
     Controle("a")->DefineVisible(false);
     DeNovo({300, 300});
     EXPECT_EQ(m_Arrumado.Menor, (Tamanho{20, 20}));

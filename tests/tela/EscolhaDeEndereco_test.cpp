@@ -1,57 +1,15 @@
 #include "tela/EscolhaDeEndereco.h"
 
-#include "host/Texto.h"
 #include "tests/controls/Tela.h"
+#include "tests/tela/RuasDeTeste.h"
 
 namespace {
-
-constexpr std::int32_t Canoas = 100;
-constexpr std::int32_t Alegrete = 200;
-constexpr std::int32_t Erebango = 300;
-
-// Three streets of one municipality, one of another.
-class RuasDeTeste : public ILogradouros {
-  public:
-    std::string_view NomeTipo() const override { return "RuasDeTeste"; }
-
-    std::vector<MunicipioDeEndereco> Municipios() const override
-    {
-        return {{Erebango, "Erebango"}, {Canoas, "Canoas"}, {Alegrete, "Água Santa"}};
-    }
-    std::vector<Logradouro> Procura(std::int32_t codMunic, const std::string &procurado,
-                                    std::size_t maximo) const override
-    {
-        Procurados.push_back(std::to_string(codMunic) + " " + procurado + " " + std::to_string(maximo));
-        std::vector<Logradouro> achados;
-        for (const Logradouro &rua : Ruas) {
-            if (rua.CodMunic == codMunic && LCase(rua.Nome).find(LCase(procurado)) != std::string::npos) {
-                achados.push_back(rua);
-            }
-        }
-        return achados;
-    }
-    std::optional<Logradouro> PorCodigo(std::int32_t codigo) const override
-    {
-        for (const Logradouro &rua : Ruas) {
-            if (rua.Codigo == codigo) {
-                return rua;
-            }
-        }
-        return std::nullopt;
-    }
-
-    std::vector<Logradouro> Ruas = {{1, Canoas, "Rua Bento", "Centro", "92000010"},
-                                    {2, Canoas, "Rua Benta", "Norte", "92000020"},
-                                    {3, Canoas, "Av. Brasil", "Sul", "92000030"},
-                                    {4, Alegrete, "Rua Bento", "Centro", "97000010"}};
-    mutable Textos Procurados;
-};
 
 class EscolhaDeEnderecoTest : public testing::Test {
   protected:
     EscolhaDeEnderecoTest() { m_Tela.Anota(m_Controle->EntradaOK(), "EntradaOK"); }
 
-    EscolhaDeEndereco Escolha() { return {m_Controle, m_Ruas}; }
+    EscolhaDeEndereco Escolha() { return {m_Controle, m_Ruas, m_Memoria}; }
     EscolhaDeEndereco EmCanoas()
     {
         EscolhaDeEndereco escolha = Escolha();
@@ -66,6 +24,7 @@ class EscolhaDeEnderecoTest : public testing::Test {
     Tela m_Tela;
     Ref<ztEndereco> m_Controle = m_Tela.Poe<ztEndereco>(Chamado<AjustesZtEndereco>("ztEndereco1"));
     Ref<RuasDeTeste> m_Ruas = Novo<RuasDeTeste>();
+    Ref<MemoriaDeEnderecos> m_Memoria = Novo<MemoriaDeEnderecos>();
 };
 
 TEST_F(EscolhaDeEnderecoTest, AtFirst_NothingIsChosen)
@@ -138,7 +97,7 @@ TEST_F(EscolhaDeEnderecoTest, EscolheMunicipio_SearchesAgainThere)
 TEST_F(EscolhaDeEnderecoTest, EscolheMunicipio_IsWhereTheNextAddressBegins)
 {
     EmCanoas();
-    EXPECT_EQ(m_Ruas->UltimoMunicipio, Canoas);
+    EXPECT_EQ(m_Memoria->CodMunic, Canoas);
     EXPECT_EQ(Escolha().CodMunic(), Canoas);
 }
 
@@ -146,7 +105,7 @@ TEST_F(EscolhaDeEnderecoTest, EscolheSugestao_ChoosesTheStreetOfThatLine)
 {
     EscolhaDeEndereco escolha = EmCanoas();
     escolha.DigitaVia("bent");
-    escolha.EscolheSugestao("Rua Benta - Norte - 92000-020");
+    EXPECT_EQ(escolha.EscolheSugestao("Rua Benta - Norte - 92000-020"), Parte::Numero);
     EXPECT_TRUE(escolha.PodeUsar());
     EXPECT_EQ(escolha.Via(), "Rua Benta - Norte - 92000-020");
     EXPECT_TRUE(escolha.Usa());
@@ -157,7 +116,7 @@ TEST_F(EscolhaDeEnderecoTest, EscolheSugestao_OfALineThatIsNotThere_ChoosesNothi
 {
     EscolhaDeEndereco escolha = EmCanoas();
     escolha.DigitaVia("bent");
-    escolha.EscolheSugestao("Av. Brasil - Sul - 92000-030");
+    EXPECT_EQ(escolha.EscolheSugestao("Av. Brasil - Sul - 92000-030"), Parte::Via);
     EXPECT_FALSE(escolha.PodeUsar());
     EXPECT_EQ(escolha.Via(), "bent");
 }
@@ -218,6 +177,25 @@ TEST_F(EscolhaDeEnderecoTest, Limpa_EmptiesTheAddressAndAllFields)
     EXPECT_FALSE(escolha.Limpa());
 }
 
+TEST_F(EscolhaDeEnderecoTest, Limpa_OfAnAddressThatWasEmpty_TellsThatTheFieldsChanged)
+{
+    EscolhaDeEndereco escolha = EmCanoas();
+    escolha.DigitaVia("brasil");
+    std::string via = "ainda";
+    m_Tela.Liga(m_Controle->Mudou(), [&] { via = escolha.Via(); });
+    EXPECT_TRUE(escolha.Limpa());
+    EXPECT_EQ(via, "");
+}
+
+TEST_F(EscolhaDeEnderecoTest, PodeUsar_OfWhatIsOnlyToBeRead_IsFalse)
+{
+    EscolhaDeEndereco escolha = EmCanoas();
+    escolha.DigitaVia("brasil");
+    EXPECT_TRUE(escolha.PodeUsar());
+    m_Controle->DefineReadOnly(true);
+    EXPECT_FALSE(escolha.PodeUsar());
+}
+
 TEST_F(EscolhaDeEnderecoTest, Acompanha_OfAPresetAddress_ShowsIt)
 {
     Preseta(2, 77, "casa 3");
@@ -227,7 +205,7 @@ TEST_F(EscolhaDeEnderecoTest, Acompanha_OfAPresetAddress_ShowsIt)
     EXPECT_EQ(escolha.Numero(), "77");
     EXPECT_EQ(escolha.Complemento(), "casa 3");
     EXPECT_TRUE(escolha.PodeUsar());
-    EXPECT_EQ(m_Ruas->UltimoMunicipio, 0); // nobody entered it
+    EXPECT_EQ(m_Memoria->CodMunic, 0); // nobody entered it
     Preseta(4, 0, "");
     escolha.Acompanha();
     EXPECT_EQ(escolha.CodMunic(), Alegrete);
@@ -277,7 +255,8 @@ TEST_F(EscolhaDeEnderecoTest, Locked_TheMunicipalityIsLockedToo)
     EXPECT_FALSE(escolha.MunicipioEditavel());
     EXPECT_TRUE(escolha.SomenteLeitura());
     const EscolhaDeEndereco outra(
-        m_Tela.Poe<ztEndereco>(Chamado<AjustesZtEndereco>("ztEndereco2", {.ReadOnlyMunicipio = true})), m_Ruas);
+        m_Tela.Poe<ztEndereco>(Chamado<AjustesZtEndereco>("ztEndereco2", {.ReadOnlyMunicipio = true})), m_Ruas,
+        m_Memoria);
     EXPECT_FALSE(outra.MunicipioEditavel());
     EXPECT_FALSE(outra.SomenteLeitura());
 }

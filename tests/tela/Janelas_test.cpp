@@ -56,6 +56,7 @@ class CamadaFalsa : public ICamada {
     bool Responde = false;
     bool AbrePDF = true;
     std::function<void()> Fechou;
+    Ref<IJanela> Visor; // the last one
 
     Ref<IJanela> FazJanela(const Ref<IForm> &form, TipoDeJanela tipo, const Ref<IJanela> &dono,
                            const PedidosDaJanela &pedidos) override
@@ -94,12 +95,16 @@ class CamadaFalsa : public ICamada {
         Anotados.push_back("arquivo " + titulo + pares + Sobre(dono));
         return "C:\\a.pdf";
     }
-    bool MostraPDF(const std::string &caminho, bool modal, const Ref<IJanela> &dono,
-                   const std::function<void()> &fechou) override
+    Ref<IJanela> FazVisor(const std::string &caminho, const Ref<IJanela> &dono,
+                          const std::function<void()> &fechou) override
     {
-        Anotados.push_back("pdf " + caminho + (modal ? " modal" : "") + Sobre(dono));
+        Anotados.push_back("pdf " + caminho + Sobre(dono));
         Fechou = fechou;
-        return AbrePDF;
+        if (!AbrePDF) {
+            return nullptr;
+        }
+        Visor = Novo<JanelaFalsa>(*this, caminho);
+        return Visor;
     }
     void MostraAjuda(const std::string &topico, const Ref<IJanela> &dono) override
     {
@@ -148,7 +153,7 @@ class JanelasTest : public testing::Test {
     }
 
     Ref<FormDeJanela> Form(const std::string &nome) { return Novo<FormDeJanela>(nome, m_Camada->Anotados); }
-    void Mostra(const Ref<IForm> &form, bool modal = false) { m_Janelas->MostraForm(form, modal, nullptr); }
+    void Mostra(const Ref<IForm> &form, bool modal = false) { m_Janelas->MostraForm(form, modal); }
     // Shows a modal form and lets the person do something in it before it closes.
     void NaModal(const Ref<IForm> &form, const std::function<void()> &acao)
     {
@@ -414,12 +419,12 @@ TEST_F(JanelasTest, Boxes_HaveTheirKindTextAndOwner)
         m_Janelas->PerguntaSimNao("p", "t", true);
         m_Janelas->Informa("i", "t");
         m_Janelas->EscolheArquivo("", "t");
-        m_Janelas->MostraPDF("x.pdf", true);
+        m_Janelas->MostraPDF("x.pdf", false);
         m_Janelas->MostraAjuda("detalhes");
     });
     EXPECT_EQ(m_Vistos,
               (Textos{"pergunta t: p [sim] sobre detalhes", "informa t: i sobre detalhes", "arquivo t sobre detalhes",
-                      "pdf x.pdf modal sobre detalhes", "ajuda detalhes sobre detalhes"}));
+                      "pdf x.pdf sobre detalhes", "mostra x.pdf", "ajuda detalhes sobre detalhes"}));
 }
 
 TEST_F(JanelasTest, MostraErro_EndsTheWaitAndTellsWhereItCameFrom)
@@ -446,6 +451,36 @@ TEST_F(JanelasTest, MostraPDF_OfWhatIsNone_TellsThePerson)
     EXPECT_EQ(Vistos(),
               (Textos{"espera", "não espera", "pdf C:\\a.txt",
                       "avisa Documento: O arquivo 'C:\\a.txt' não é um documento PDF que possa ser aberto."}));
+}
+
+TEST_F(JanelasTest, MostraPDF_Modal_IsInFrontUntilItIsClosed)
+{
+    const Ref<FormDeJanela> solta = Form("solta");
+    m_Camada->NaModal["x.pdf"] = [&] {
+        m_Janelas->Avisa("a", "b");
+        Mostra(solta);
+        m_Camada->Visor->Retira();
+    };
+    NaModal(Form("detalhes"), [&] {
+        EXPECT_TRUE(m_Janelas->MostraPDF("x.pdf", true));
+        m_Janelas->Avisa("c", "d");
+    });
+    EXPECT_EQ(m_Vistos, (Textos{"pdf x.pdf sobre detalhes", "espera em x.pdf", "avisa b: a sobre x.pdf",
+                                "faz solta solta sobre x.pdf ainda oculto", "mostra solta", "retira x.pdf",
+                                "volta de x.pdf", "descarrega solta", "retira solta", "avisa d: c sobre detalhes"}));
+}
+
+TEST_F(JanelasTest, MostraEEspera_OfAWindowThatIsNoForms_IsInFrontUntilItIsClosed)
+{
+    const auto entrada = Novo<JanelaFalsa>(*m_Camada, "entrada");
+    m_Camada->NaModal["entrada"] = [&] {
+        m_Janelas->Avisa("a", "b");
+        entrada->Retira();
+    };
+    m_Janelas->MostraEEspera(entrada);
+    m_Janelas->Avisa("c", "d");
+    EXPECT_EQ(Vistos(), (Textos{"espera em entrada", "avisa b: a sobre entrada", "retira entrada", "volta de entrada",
+                                "avisa d: c"}));
 }
 
 TEST_F(JanelasTest, MostraPDF_WhenTheViewerIsDone_TellsTheHost)

@@ -14,6 +14,7 @@
 #include "controls/ztList.h"
 #include "tests/controls/ControleAlheio.h"
 #include "tests/controls/Tela.h"
+#include "tests/tela/RuasDeTeste.h"
 
 namespace {
 
@@ -298,6 +299,159 @@ TEST_F(PessoaTest, Tab_FromAControlThatWasDisabledSince_GoesOnFromItsPlace)
     EXPECT_EQ(NomeComFoco(), "c");
 }
 
+TEST_F(PessoaTest, Tab_InAPickerOfClients_StopsAtBothOfItsParts)
+{
+    Campo("a");
+    m_Tela.Poe<ztClienteSetor>(Chamado<AjustesZtClienteSetor>("cliente"));
+    Campo("b");
+    m_Pessoa.Foco("a");
+    const auto volta = [&](bool frente) {
+        Textos nomes;
+        for (int tecla = 0; tecla < 4; ++tecla) {
+            EXPECT_TRUE(frente ? m_Pessoa.Tab() : m_Pessoa.ShiftTab());
+            nomes.push_back(NomeComFoco());
+        }
+        return nomes;
+    };
+    EXPECT_EQ(volta(true), (Textos{"cliente", "cliente", "b", "a"}));
+    EXPECT_EQ(volta(false), (Textos{"b", "cliente", "cliente", "a"}));
+    m_Pessoa.Foco("cliente"); // at its first part
+    EXPECT_EQ(volta(true), (Textos{"cliente", "b", "a", "cliente"}));
+    m_Pessoa.Tab();                 // to the second part
+    m_Pessoa.Acha("b")->SetFocus(); // the form leads elsewhere
+    EXPECT_EQ(volta(true), (Textos{"a", "cliente", "cliente", "b"}));
+}
+
+// An address picker between two fields.
+class PessoaNoEnderecoTest : public PessoaTest {
+  protected:
+    // How often Tab has to be pressed to come from one field to the other, either way.
+    std::pair<int, int> Paradas()
+    {
+        const auto conta = [this](const char *de, const char *ate, bool frente) {
+            int paradas = 0;
+            for (m_Pessoa.Foco(de); paradas < 20 && NomeComFoco() != ate; ++paradas) {
+                EXPECT_TRUE(frente ? m_Pessoa.Tab() : m_Pessoa.ShiftTab());
+            }
+            return paradas - 1;
+        };
+        return {conta("a", "b", true), conta("b", "a", false)};
+    }
+    void Acha()
+    {
+        m_Escolha.EscolheMunicipio(Canoas);
+        m_Escolha.DigitaVia("brasil");
+    }
+
+    Ref<TextBox> m_Antes = Campo("a");
+    Ref<ztEndereco> m_Endereco = m_Tela.Poe<ztEndereco>(Chamado<AjustesZtEndereco>("endereco"));
+    Ref<TextBox> m_Depois = Campo("b");
+    EscolhaDeEndereco m_Escolha{m_Endereco, Novo<RuasDeTeste>(), Novo<MemoriaDeEnderecos>()};
+};
+
+TEST_F(PessoaNoEnderecoTest, Tab_StopsAtEachPartThatCanBeUsed)
+{
+    EXPECT_EQ(Paradas(), std::pair(5, 5)); // nothing to use
+    m_Pessoa.Conhece(m_Endereco, m_Escolha);
+    EXPECT_EQ(Paradas(), std::pair(5, 5));
+    Acha();
+    EXPECT_EQ(Paradas(), std::pair(6, 6));
+    m_Endereco->DefineReadOnly(true);
+    EXPECT_EQ(Paradas(), std::pair(3, 3));
+    m_Endereco->DefineEnabled(false);
+    EXPECT_EQ(Paradas(), std::pair(0, 0));
+}
+
+TEST_F(PessoaNoEnderecoTest, Tab_WhenThePartIsGone_GoesOnFromItsPlace)
+{
+    m_Pessoa.Foco("b");
+    m_Pessoa.ShiftTab(); // to the last button
+    m_Endereco->DefineReadOnly(true);
+    EXPECT_TRUE(m_Pessoa.Tab());
+    EXPECT_EQ(NomeComFoco(), "b");
+}
+
+TEST_F(PessoaNoEnderecoTest, Enter_OnAButtonOfThePicker_PressesThatOne)
+{
+    Botao("cmdOK")->DefineDefault(true);
+    m_Pessoa.Conhece(m_Endereco, m_Escolha);
+    Acha();
+    m_Pessoa.Foco("b");
+    EXPECT_TRUE(m_Pessoa.ShiftTab());
+    EXPECT_TRUE(m_Pessoa.ShiftTab());
+    EXPECT_TRUE(m_Pessoa.Enter());
+    EXPECT_EQ(m_Endereco->Endereco()->CodLogradouro(), 3);
+    EXPECT_TRUE(m_Pessoa.Tab());
+    EXPECT_TRUE(m_Pessoa.Enter());
+    EXPECT_EQ(m_Endereco->Endereco()->CodLogradouro(), 0);
+    EXPECT_EQ(m_Escolha.Via(), "");
+    EXPECT_EQ(m_Tela.Vistos(), Textos{});
+    EXPECT_TRUE(m_Pessoa.ShiftTab()); // the complement: nothing can be used now
+    EXPECT_TRUE(m_Pessoa.Enter());
+    EXPECT_EQ(m_Tela.Vistos(), Textos{"cmdOK"});
+}
+
+TEST_F(PessoaNoEnderecoTest, Enter_OnAButtonOfThePicker_ThatIsRefused_SaysWho)
+{
+    m_Pessoa.Foco("b");
+    m_Pessoa.ShiftTab();
+    m_Endereco->DefineEnabled(false);
+    EXPECT_FALSE(m_Pessoa.Enter());
+    EXPECT_EQ(m_Pessoa.Motivo(), "endereco: não aceita isso agora");
+}
+
+TEST_F(PessoaNoEnderecoTest, Alt_OnTheButtonsOfThePicker_PressesThem)
+{
+    EXPECT_FALSE(m_Pessoa.RespondeAlt(U'u'));
+    m_Pessoa.Conhece(m_Endereco, m_Escolha);
+    EXPECT_FALSE(m_Pessoa.Alt(U'u'));
+    Acha();
+    EXPECT_TRUE(m_Pessoa.Alt(U'u'));
+    EXPECT_EQ(m_Endereco->Endereco()->CodLogradouro(), 3);
+    EXPECT_TRUE(m_Pessoa.Alt(U'L'));
+    EXPECT_EQ(m_Endereco->Endereco()->CodLogradouro(), 0);
+    EXPECT_EQ(m_Escolha.Via(), "");
+    Acha();
+    m_Endereco->DefineReadOnly(true);
+    EXPECT_FALSE(m_Pessoa.RespondeAlt(U'u'));
+    EXPECT_FALSE(m_Pessoa.RespondeAlt(U'l'));
+}
+
+TEST_F(PessoaNoEnderecoTest, Alt_OnLimpar_OfAPickerThatNobodyTypedIn_EmptiesTheAddress)
+{
+    m_Pessoa.InformaEndereco("endereco", 5, 10, "", "", "Rua A, 10");
+    EXPECT_TRUE(m_Pessoa.Alt(U'l'));
+    EXPECT_EQ(m_Endereco->Endereco()->CodLogradouro(), 0);
+}
+
+TEST_F(PessoaTest, Tab_InAList_StopsAtItsButtonsWithoutGivingItTheFocus)
+{
+    const auto data = m_Tela.Poe<ztData>(Chamado<AjustesZtData>("data"));
+    const Ref<ztList> lista = m_Tela.Poe<ztList>(Chamado<AjustesZtList>("ztLista", {.BarraCriteriosAtiva = true}));
+    m_Tela.Anota(lista->GotFocus(), "GotFocus");
+    m_Tela.Anota(lista->BotaoLocalizarEnvia(), "localiza");
+    m_Tela.Anota(lista->BotaoClick(), "mais");
+    lista->DefineTemMais(true);
+    m_Pessoa.Digita("data", "010324");
+    EXPECT_TRUE(m_Pessoa.Tab());
+    EXPECT_EQ(NomeComFoco(), "data");
+    EXPECT_EQ(data->Text(), "01/03/2024"); // it was left
+    EXPECT_EQ(m_Tela.Vistos(), Textos{});
+    EXPECT_TRUE(m_Pessoa.Enter());
+    EXPECT_EQ(m_Tela.Vistos(), Textos{"localiza"});
+    EXPECT_TRUE(m_Pessoa.Tab());
+    EXPECT_EQ(NomeComFoco(), "ztLista");
+    EXPECT_TRUE(m_Pessoa.Tab());
+    EXPECT_TRUE(m_Pessoa.Enter());
+    EXPECT_EQ(m_Tela.Vistos(), (Textos{"GotFocus", "mais"}));
+    EXPECT_TRUE(m_Pessoa.Tab());
+    EXPECT_EQ(NomeComFoco(), "data");
+    lista->DefineEnabled(false);
+    EXPECT_TRUE(m_Pessoa.Tab());
+    EXPECT_FALSE(m_Pessoa.Enter());
+    EXPECT_EQ(m_Tela.Vistos(), Textos{});
+}
+
 TEST_F(PessoaTest, Tab_WhenNothingTakesTheFocus_IsRefused)
 {
     Com<Label, AjustesLabel>("lbl", "x");
@@ -528,6 +682,37 @@ TEST_F(PessoaTest, Alt_OnTheOwnButtonsOfAList_SearchesAndAsksForMore)
     lista->BarraCriteriosAtiva(false);
     EXPECT_FALSE(m_Pessoa.Alt(U'l'));
     EXPECT_EQ(m_Tela.Vistos(), (Textos{"localiza", "mais"}));
+}
+
+TEST_F(PessoaTest, Alt_OnCloseAndHelpOfAList_AsksTheWindow)
+{
+    const Ref<ztList> lista = m_Tela.Poe<ztList>(Chamado<AjustesZtList>("ztLista"));
+    EXPECT_FALSE(m_Pessoa.RespondeAlt(U'f')); // nobody to close or help
+    EXPECT_FALSE(m_Pessoa.RespondeAlt(U'a'));
+    PedidosDaJanela pedidos;
+    pedidos.Fecha = [this] {
+        m_Tela.Eventos.emplace_back("fecha");
+        m_Tela.Form->DefineVisible(false);
+    };
+    pedidos.Ajuda = [this] { m_Tela.Eventos.emplace_back("ajuda"); };
+    Pessoa pessoa(m_Tela.Form, pedidos);
+    EXPECT_TRUE(pessoa.Alt(U'a'));
+    EXPECT_TRUE(pessoa.Alt(U'f'));
+    EXPECT_EQ(m_Tela.Vistos(), (Textos{"ajuda", "fecha"}));
+    m_Tela.Form->DefineVisible(true);
+    lista->BotoesFecharAjuda(false);
+    EXPECT_FALSE(pessoa.RespondeAlt(U'f'));
+    EXPECT_FALSE(pessoa.RespondeAlt(U'a'));
+}
+
+TEST_F(PessoaTest, Ajuda_IsTheWindows)
+{
+    EXPECT_FALSE(m_Pessoa.Ajuda());
+    EXPECT_EQ(m_Pessoa.Motivo(), "não há quem mostre a ajuda");
+    PedidosDaJanela pedidos;
+    pedidos.Ajuda = [this] { m_Tela.Eventos.emplace_back("ajuda"); };
+    EXPECT_TRUE(Pessoa(m_Tela.Form, pedidos).Ajuda());
+    EXPECT_EQ(m_Tela.Vistos(), Textos{"ajuda"});
 }
 
 TEST_F(PessoaTest, RespondeAlt_OnlyWhileSomethingWouldAnswer_AndDoesNothing)

@@ -1,6 +1,6 @@
 #include "tela/TeclasDeCombo.h"
 
-#include <gtest/gtest.h>
+#include "tests/controls/Tela.h"
 
 TEST(TeclasDeCombo, EhLetraDeCombo_OfWhatTypesSomething_IsTrue)
 {
@@ -14,4 +14,17 @@ TEST(TeclasDeCombo, EhLetraDeCombo_OfOtherKeys_IsFalse)
     for (const char *digitado : {"", "\r", "\t", "\x1b", "\b", "\x7f"}) {
         EXPECT_FALSE(EhLetraDeCombo(digitado));
     }
+}
+
+TEST(TeclasDeCombo, ComboObedece_UnlessItIsLocked)
+{
+    Tela tela;
+    const auto combo = tela.Poe<ztCombo>(Chamado<AjustesZtCombo>("cbo"));
+    EXPECT_TRUE(ComboObedece(*combo, AtoNoCombo::Abre));
+    EXPECT_TRUE(ComboObedece(*combo, AtoNoCombo::Anda));
+    EXPECT_TRUE(ComboObedece(*combo, AtoNoCombo::Outro));
+    combo->DefineComboSomenteLeitura(true);
+    EXPECT_FALSE(ComboObedece(*combo, AtoNoCombo::Abre));
+    EXPECT_FALSE(ComboObedece(*combo, AtoNoCombo::Anda));
+    EXPECT_TRUE(ComboObedece(*combo, AtoNoCombo::Outro));
 }

@@ -2,8 +2,6 @@
 
 #include <cstdint>
 
-namespace mesa {
-
 // The contract measures in twips, the screen in pixels.
 inline constexpr int TwipsPorPixel = 15;
 
@@ -11,5 +9,3 @@ inline int Pixels(std::int32_t twips)
 {
     return twips / TwipsPorPixel;
 }
-
-} // namespace mesa
