@@ -17,6 +17,8 @@
 #include <utility>
 #include <vector>
 
+using namespace mesa;
+
 // The list as a person has it on the screen, with thousands of rows: filling it, going through it by pages, jumping to
 // its end and back, and sorting it by a column of text and one of dates. Everything is drawn, on a screen in memory.
 // Sorting by dates reads every cell as the platform reads a date, while plain texts are compared as they stand.

@@ -16,6 +16,8 @@
 #include <string>
 #include <vector>
 
+using namespace mesa;
+
 namespace {
 
 constexpr std::size_t DezMil = 10'000;

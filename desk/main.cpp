@@ -5,12 +5,13 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QMdiArea>
 #include <QMessageBox>
 #include <QProgressDialog>
 #include <QStandardPaths>
 
 #include <cstdio>
+
+namespace mesa {
 
 namespace {
 
@@ -40,8 +41,11 @@ int Trabalha(QApplication &aplicacao, const std::filesystem::path &diretorio, Ti
 
 } // namespace
 
+} // namespace mesa
+
 int main(int argc, char **argv)
 {
+    using namespace mesa;
     QCoreApplication::setApplicationName("registro-de-equipamentos");
     QApplication aplicacao(argc, argv);
     PreparaAparencia(aplicacao);

@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <fstream>
 
+namespace mesa {
+
 namespace {
 
 template <class T> const Ref<T> &NaPosicao(const std::vector<Ref<T>> &itens, std::int32_t posicao)
@@ -230,3 +232,5 @@ void AMEditMenuMesa::RemoveMenu(Ref<IActBar> &actBar, ItensMenu &itens)
     }
     menus->Mudou().dispara();
 }
+
+} // namespace mesa

@@ -9,6 +9,8 @@
 #include <utility>
 #include <vector>
 
+namespace mesa {
+
 // Descriptor of the desk.
 class AppEXEMesa : public IoAppEXE {
   public:
@@ -233,3 +235,5 @@ class AMEditMenuMesa : public IAMEditMenu {
     void IncorporaMenu(Ref<IActBar> &actBar, ItensMenu &itens, bool reservado) override;
     void RemoveMenu(Ref<IActBar> &actBar, ItensMenu &itens) override;
 };
+
+} // namespace mesa

@@ -19,6 +19,8 @@
 
 #include <limits>
 
+namespace mesa {
+
 namespace {
 
 constexpr std::int32_t ErroDeSintaxe = 3075;
@@ -282,3 +284,5 @@ void BancoLocalMesa::AtualizaReplica(SessaoServico &sessao)
     transacao.Confirma();
     m_DataDaReplica = momento;
 }
+
+} // namespace mesa

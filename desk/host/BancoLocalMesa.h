@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+namespace mesa {
+
 // One row of the municipality table.
 struct Municipio {
     std::int32_t Codigo = 0; // of the statistics institute
@@ -38,3 +40,5 @@ class BancoLocalMesa : public Objeto {
     std::filesystem::path m_Arquivo;
     Data m_DataDaReplica;
 };
+
+} // namespace mesa

@@ -2,6 +2,8 @@
 
 #include "host/Texto.h"
 
+namespace mesa {
+
 std::filesystem::path CaminhoDoSistema(const std::string &caminhoDoModulo)
 {
     const std::string traduzido = Substitui(caminhoDoModulo, "\\", "/");
@@ -13,3 +15,5 @@ std::string CaminhoDoModulo(const std::filesystem::path &caminhoDoSistema)
     const std::u8string texto = caminhoDoSistema.u8string();
     return Substitui(std::string(texto.begin(), texto.end()), "/", "\\");
 }
+
+} // namespace mesa

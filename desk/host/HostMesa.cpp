@@ -10,6 +10,8 @@
 
 #include <algorithm>
 
+namespace mesa {
+
 namespace {
 
 constexpr const char *TituloDeRecusa = "Registro de Equipamentos";
@@ -167,3 +169,5 @@ Ref<IDocumentoPDF> HostMesa::CriaDocumentoPDF()
 {
     return Novo<DocumentoPDFMesa>(m_Janelas);
 }
+
+} // namespace mesa

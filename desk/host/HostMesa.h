@@ -14,6 +14,8 @@
 #include <utility>
 #include <vector>
 
+namespace mesa {
+
 // The desk as the module's host: every class that the contract asks for, over the user's data directory, the windows
 // and the session of whoever is signed in.
 class HostMesa : public HostServices {
@@ -72,3 +74,5 @@ class HostMesa : public HostServices {
     Conexao m_CriouControle;
     std::vector<std::pair<RefFraca<IControle>, Conexao>> m_Conectados;
 };
+
+} // namespace mesa

@@ -9,6 +9,8 @@
 
 #include <algorithm>
 
+namespace mesa {
+
 namespace {
 
 constexpr std::int32_t PrimeiroCep = 90000; // of the state, thousands
@@ -102,8 +104,10 @@ std::optional<Logradouro> LogradouroPorCodigo(std::int32_t codigo)
 std::vector<MunicipioDeEndereco> LogradourosMesa::Municipios() const
 {
     std::vector<MunicipioDeEndereco> oferecidos;
-    for (const Municipio &municipio : ::Municipios()) {
+    for (const Municipio &municipio : mesa::Municipios()) {
         oferecidos.push_back({municipio.Codigo, municipio.Nome});
     }
     return oferecidos;
 }
+
+} // namespace mesa

@@ -2,6 +2,8 @@
 
 #include "tela/ILogradouros.h"
 
+namespace mesa {
+
 // Streets of a municipality whose name has the words sought, accents and case ignored, or whose postal code begins with
 // the digits sought; in order of name, at most `maximo`.
 std::vector<Logradouro> ProcuraLogradouros(std::int32_t codMunic, const std::string &procurado, std::size_t maximo);
@@ -20,3 +22,5 @@ class LogradourosMesa : public ILogradouros {
     }
     std::optional<Logradouro> PorCodigo(std::int32_t codigo) const override { return LogradouroPorCodigo(codigo); }
 };
+
+} // namespace mesa

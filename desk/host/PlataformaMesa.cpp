@@ -11,6 +11,8 @@
 #include <cstdio>
 #include <memory>
 
+namespace mesa {
+
 namespace {
 
 class AplicacaoDoModulo : public IAplicacao {
@@ -213,3 +215,5 @@ std::string PlataformaMesa::ProximoArquivo()
     m_Nomes.pop_back();
     return nome;
 }
+
+} // namespace mesa

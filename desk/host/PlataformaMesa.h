@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+namespace mesa {
+
 // The platform of the desk: open forms, boxes, clock and files.
 class PlataformaMesa : public IPlataforma {
   public:
@@ -53,3 +55,5 @@ class PlataformaMesa : public IPlataforma {
     std::set<const IForm *> m_Descarregando; // unloads that are under way, which are not begun again
     std::vector<std::string> m_Nomes;        // of the pattern last given, from the back
 };
+
+} // namespace mesa

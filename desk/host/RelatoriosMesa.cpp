@@ -7,6 +7,8 @@
 #include <QString>
 #include <QTextDocument>
 
+namespace mesa {
+
 namespace {
 
 // The report's values as a page: its name, and the parameters that it was given.
@@ -47,3 +49,5 @@ bool RelatoriosMesa::ImprimirDesigner(ParametrosRelatorio &parametros)
 {
     return Imprimir(parametros);
 }
+
+} // namespace mesa

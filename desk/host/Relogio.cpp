@@ -2,9 +2,13 @@
 
 #include <QDateTime>
 
+namespace mesa {
+
 Data Agora()
 {
     const QDateTime agora = QDateTime::currentDateTime();
     return DataDe(agora.date().day(), agora.date().month(), agora.date().year(), agora.time().hour(),
                   agora.time().minute(), agora.time().second());
 }
+
+} // namespace mesa

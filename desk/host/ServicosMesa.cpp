@@ -12,6 +12,8 @@
 #include <iterator>
 #include <vector>
 
+namespace mesa {
+
 namespace {
 
 constexpr std::int16_t CodigoTemporarios = 99;
@@ -235,3 +237,5 @@ Ref<ICredencial> ObjGlobalVorMesa::ObtemCredencial()
 {
     return Novo<CredencialMesa>(m_Sessao()->Operador());
 }
+
+} // namespace mesa

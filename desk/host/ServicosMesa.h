@@ -8,6 +8,8 @@
 #include <functional>
 #include <string>
 
+namespace mesa {
+
 // Message service over the desk's windows. Numbers of dates are yyyymmdd, of times hhmmss; the text of a document is
 // base64.
 class MensagemMesa : public IMensagem {
@@ -90,3 +92,5 @@ class DocumentoPDFMesa : public IDocumentoPDF {
     Ref<IJanelas> m_Janelas;
     std::string m_Caminho;
 };
+
+} // namespace mesa

@@ -2,6 +2,8 @@
 
 #include "host/Conversoes.h"
 
+namespace mesa {
+
 namespace {
 
 constexpr std::int16_t BancoDoModulo = 99;
@@ -222,3 +224,5 @@ bool SessaoMesa::EnviaRajadaH90(Ref<ITransacao> &, std::vector<std::string> &, b
 {
     SemSistemaCentral();
 }
+
+} // namespace mesa

@@ -7,6 +7,8 @@
 #include <functional>
 #include <string>
 
+namespace mesa {
+
 // Shows the person why a service refused.
 using MostraRecusa = std::function<void(const std::string &)>;
 
@@ -55,3 +57,5 @@ class AcessoMesa : public IobjSCA {
   private:
     Ref<SessaoServico> m_Servico;
 };
+
+} // namespace mesa

@@ -5,6 +5,8 @@
 
 #include <QFile>
 
+namespace mesa {
+
 std::vector<LinhaDeDados> LeTabelaDeDados(const std::string &nome)
 {
     QFile dados(":/data/" + QString::fromStdString(nome));
@@ -19,3 +21,5 @@ std::vector<LinhaDeDados> LeTabelaDeDados(const std::string &nome)
     }
     return linhas;
 }
+
+} // namespace mesa

@@ -2,6 +2,8 @@
 
 #include <cstdint>
 
+namespace mesa {
+
 // The contract measures in twips, the screen in pixels.
 inline constexpr int TwipsPorPixel = 15;
 
@@ -9,3 +11,5 @@ inline int Pixels(std::int32_t twips)
 {
     return twips / TwipsPorPixel;
 }
+
+} // namespace mesa

@@ -9,10 +9,11 @@
 #include "host/LimiteDifED.h"
 #include "host/Texto.h"
 
-#include <algorithm>
 #include <cmath>
 #include <random>
 #include <vector>
+
+namespace mesa {
 
 namespace {
 
@@ -331,3 +332,5 @@ void PreencheAmostra(Servicos &servicos, Data hoje, const std::function<void(dou
         }
     }
 }
+
+} // namespace mesa

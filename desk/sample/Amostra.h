@@ -5,6 +5,8 @@
 #include <functional>
 #include <string>
 
+namespace mesa {
+
 // Password of every sample user.
 inline constexpr const char *SenhaDaAmostra = "registro2026";
 
@@ -15,3 +17,5 @@ void CadastraUsuariosDaAmostra(Servicos &servicos);
 // limits, days and hours, some calibrations expired, some due soon, some with gaps. All through the services; the same
 // for the same day. progresso: called with the part done, 0 to 1.
 void PreencheAmostra(Servicos &servicos, Data hoje, const std::function<void(double)> &progresso);
+
+} // namespace mesa

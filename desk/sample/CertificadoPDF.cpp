@@ -4,6 +4,8 @@
 
 #include <cstddef>
 
+namespace mesa {
+
 namespace {
 
 // Text as the page's font reads it: Latin-1, with the characters that end a string escaped.
@@ -62,3 +64,5 @@ Bytes FazCertificadoPDF(const std::string &titulo, const std::vector<std::string
            inicioDaTabela + "\n%%EOF\n";
     return Bytes(pdf.begin(), pdf.end());
 }
+
+} // namespace mesa

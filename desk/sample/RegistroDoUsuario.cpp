@@ -5,6 +5,8 @@
 
 #include <array>
 
+namespace mesa {
+
 namespace {
 
 constexpr const char *NomeDoRegistro = "registro.db";
@@ -70,3 +72,5 @@ Ref<Servicos> AbreRegistroDoUsuario(const std::filesystem::path &diretorio, Tipo
     }
     return Servicos::Abre(registro.string(), agora);
 }
+
+} // namespace mesa

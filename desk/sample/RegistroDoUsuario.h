@@ -5,6 +5,8 @@
 #include <filesystem>
 #include <functional>
 
+namespace mesa {
+
 // File of the registry in a data directory.
 std::filesystem::path CaminhoDoRegistro(const std::filesystem::path &diretorio);
 
@@ -15,3 +17,5 @@ enum class TipoDeRegistro { Amostra, Vazio };
 // beside, under a name with the moment, and a new one is made. progresso: part of the making that is done, 0 to 1.
 Ref<Servicos> AbreRegistroDoUsuario(const std::filesystem::path &diretorio, TipoDeRegistro tipo, bool deNovo,
                                     const std::function<Data()> &agora, const std::function<void(double)> &progresso);
+
+} // namespace mesa

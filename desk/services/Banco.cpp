@@ -5,6 +5,8 @@
 #include <atomic>
 #include <utility>
 
+namespace mesa {
+
 namespace {
 
 QString NovoNomeDeConexao()
@@ -189,3 +191,5 @@ std::int64_t Consulta::NumeroNovo() const
 {
     return m_Preparada.lastInsertId().toLongLong();
 }
+
+} // namespace mesa

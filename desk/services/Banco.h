@@ -15,6 +15,8 @@
 #include <type_traits>
 #include <vector>
 
+namespace mesa {
+
 class Consulta;
 class Transacao;
 
@@ -127,3 +129,5 @@ template <class Trabalho> auto Banco::Repete(bool escreve, Trabalho &trabalho)
         }
     }
 }
+
+} // namespace mesa

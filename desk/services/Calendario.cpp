@@ -4,6 +4,8 @@
 
 #include <cmath>
 
+namespace mesa {
+
 std::int32_t DiaCivil(Data data)
 {
     const Data dia{std::trunc(data.Valor)};
@@ -42,3 +44,5 @@ std::string TextoDaHora(std::int32_t hora)
 {
     return Format(CDbl(hora), "00:00");
 }
+
+} // namespace mesa

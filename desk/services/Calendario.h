@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <string>
 
+namespace mesa {
+
 // Days and moments as the registry stores them: numbers that read as they are written, yyyymmdd and yyyymmddhhmmss.
 
 // The civil day, whatever its time of day; 0 for no date. Fault 6 outside the calendar.
@@ -15,3 +17,5 @@ std::int64_t Momento(Data data);
 std::string TextoDoDia(std::int32_t dia);         // 20/11/2026
 std::string TextoDoMomento(std::int64_t momento); // 20/11/2026 às 14:32:10
 std::string TextoDaHora(std::int32_t hora);       // 07:30 for 730
+
+} // namespace mesa

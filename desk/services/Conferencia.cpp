@@ -11,6 +11,8 @@
 #include <algorithm>
 #include <cmath>
 
+namespace mesa {
+
 namespace {
 
 std::string Campo(std::string_view membro)
@@ -78,3 +80,5 @@ std::string Conferencia::Numero(double numero)
 {
     return std::isfinite(numero) ? CStr(numero) : "inválido";
 }
+
+} // namespace mesa

@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+namespace mesa {
+
 // Limits of the records, refused with a sentence that names the field. membro: the record's member.
 namespace Conferencia {
 
@@ -22,3 +24,5 @@ void Horario(std::int32_t inicio, std::int32_t fim);
 std::string Numero(double numero);
 
 } // namespace Conferencia
+
+} // namespace mesa

@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+namespace mesa {
+
 // Statements that bring a schema from one version to the next.
 using Migracao = std::vector<QString>;
 
@@ -35,3 +37,5 @@ class Dialeto {
     // From an empty database to the present version: the first migration gives version 1.
     virtual std::vector<Migracao> Migracoes() const = 0;
 };
+
+} // namespace mesa

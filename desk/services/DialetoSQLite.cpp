@@ -7,6 +7,8 @@
 
 #include <sqlite3.h>
 
+namespace mesa {
+
 namespace {
 
 // Two programs that create one registry at the same moment meet where the log is switched on, and there the database
@@ -220,3 +222,5 @@ std::vector<Migracao> DialetoSQLite::Migracoes() const
 {
     return {Versao1()};
 }
+
+} // namespace mesa

@@ -2,6 +2,8 @@
 
 #include "desk/services/Dialeto.h"
 
+namespace mesa {
+
 // The embedded database: one file, with a write-ahead log beside it.
 class DialetoSQLite : public Dialeto {
   public:
@@ -12,3 +14,5 @@ class DialetoSQLite : public Dialeto {
     ErroSql Erro(const QSqlError &erro) const override;
     std::vector<Migracao> Migracoes() const override;
 };
+
+} // namespace mesa

@@ -1,5 +1,7 @@
 #include "desk/services/ErroSql.h"
 
+namespace mesa {
+
 namespace {
 
 std::int32_t NumeroDo(MotivoSql motivo)
@@ -51,3 +53,5 @@ ErroSql::ErroSql(MotivoSql motivo, const std::string &detalhe)
       Detalhe(detalhe)
 {
 }
+
+} // namespace mesa

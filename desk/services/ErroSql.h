@@ -4,6 +4,8 @@
 
 #include <string>
 
+namespace mesa {
+
 // Why the database did not do what was asked.
 enum class MotivoSql {
     Ocupado,   // another one is writing
@@ -26,3 +28,5 @@ class ErroSql : public Falha {
     MotivoSql Motivo;
     std::string Detalhe; // the database's own words
 };
+
+} // namespace mesa

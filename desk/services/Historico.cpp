@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <vector>
 
+namespace mesa {
+
 namespace {
 
 constexpr std::size_t MaisNomes = 6; // named in a sentence; the others are counted
@@ -136,3 +138,5 @@ std::string Historico::Nome(Raiz raiz)
         return "DIA";
     }
 }
+
+} // namespace mesa

@@ -8,6 +8,8 @@
 #include <cstdint>
 #include <string>
 
+namespace mesa {
+
 // Who changed what and when. A row is written in the transaction of the change, and never again.
 class Historico {
   public:
@@ -36,3 +38,5 @@ class Historico {
   private:
     Banco &m_Banco;
 };
+
+} // namespace mesa

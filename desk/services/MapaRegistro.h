@@ -13,6 +13,8 @@
 #include <string_view>
 #include <type_traits>
 
+namespace mesa {
+
 // A remote record as a row of a table and as JSON, by the record's own list of members: every member that is no list is
 // a column of its name.
 namespace MapaRegistro {
@@ -144,3 +146,5 @@ template <class R> QJsonObject Json(const R &registro)
 }
 
 } // namespace MapaRegistro
+
+} // namespace mesa

@@ -2,6 +2,8 @@
 
 #include <map>
 
+namespace mesa {
+
 namespace {
 
 const std::map<std::string_view, std::string_view> Nomes = {
@@ -68,3 +70,5 @@ std::vector<std::string> CamposDiferentes(const QJsonObject &antes, const QJsonO
     }
     return diferentes;
 }
+
+} // namespace mesa

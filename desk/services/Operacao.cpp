@@ -5,6 +5,8 @@
 #include "desk/services/Permissoes.h"
 #include "desk/services/Recusa.h"
 
+namespace mesa {
+
 Operacao::Operacao(Banco &banco, const Operador &quem, Data agora, const VersoesLidas &lidas)
     : m_Banco(banco),
       m_Quem(quem),
@@ -56,3 +58,5 @@ void Operacao::Entrega(VersoesLidas &lidas) const
         lidas[qual] = versao;
     }
 }
+
+} // namespace mesa

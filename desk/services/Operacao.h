@@ -10,6 +10,8 @@
 #include <utility>
 #include <vector>
 
+namespace mesa {
+
 // Kinds of records that are edited as one, each with a version that grows with every change.
 enum class Raiz { Equipamento, Limite, Dia };
 
@@ -48,3 +50,5 @@ class Operacao {
     const VersoesLidas &m_Lidas;
     VersoesLidas m_Novas;
 };
+
+} // namespace mesa

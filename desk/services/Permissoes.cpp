@@ -1,5 +1,7 @@
 #include "desk/services/Permissoes.h"
 
+namespace mesa {
+
 bool Permissoes::Tem(Banco &banco, std::int32_t operador, const std::string &sistema, const std::string &objeto,
                      const std::string &acao)
 {
@@ -9,3 +11,5 @@ bool Permissoes::Tem(Banco &banco, std::int32_t operador, const std::string &sis
                     {operador, Q(sistema), Q(objeto), Q(acao)});
     return achada.Proxima();
 }
+
+} // namespace mesa

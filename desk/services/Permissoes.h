@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <string>
 
+namespace mesa {
+
 // What each user may do, by system, object and action.
 namespace Permissoes {
 
@@ -16,3 +18,5 @@ bool Tem(Banco &banco, std::int32_t operador, const std::string &sistema, const 
          const std::string &acao);
 
 } // namespace Permissoes
+
+} // namespace mesa

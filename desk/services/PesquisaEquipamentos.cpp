@@ -6,6 +6,8 @@
 
 #include <utility>
 
+namespace mesa {
+
 namespace {
 
 // Up to so many matches of a code are gathered and put in order; more than that are frequent enough to be met on the
@@ -31,7 +33,7 @@ void PesquisaEquipamentos::FiltraCodigo(const QString &coluna, const std::string
                                     "LIMIT %2")
                                 .arg(coluna)
                                 .arg(CodigosReunidos);
-    ::Consulta contados(m_Operacao.Dados(), "SELECT COUNT(*) FROM (" + achados + ") a", faixa);
+    mesa::Consulta contados(m_Operacao.Dados(), "SELECT COUNT(*) FROM (" + achados + ") a", faixa);
     contados.Proxima();
     if (contados.Inteiro(0) < CodigosReunidos) {
         m_Condicoes += " AND NroIntEquip IN (" + achados + ")";
@@ -77,7 +79,7 @@ Ref<ListaEquiptoED> PesquisaEquipamentos::Lista(const ListaEquiptoED &pedido)
     auto lista = Novo<ListaEquiptoED>();
     lista->ProxNroIntEquip = 0;
     ListaDe<EquiptoED> pagina = Novo<Colecao<Ref<EquiptoED>>>();
-    ::Consulta linhas(m_Operacao.Dados(), sql, m_Valores);
+    mesa::Consulta linhas(m_Operacao.Dados(), sql, m_Valores);
     while (linhas.Proxima()) {
         if (pagina->Count() == TamanhoPagina) {
             lista->ProxNroIntEquip = static_cast<std::int32_t>(linhas.Inteiro(0));
@@ -92,3 +94,5 @@ Ref<ListaEquiptoED> PesquisaEquipamentos::Lista(const ListaEquiptoED &pedido)
     }
     return lista;
 }
+
+} // namespace mesa

@@ -8,6 +8,8 @@
 
 #include <string>
 
+namespace mesa {
+
 // The search for equipment, a page at a time in the order of the internal numbers. Its cost does not grow with the
 // registry: every page comes out of an index, whatever is asked for.
 class PesquisaEquipamentos {
@@ -28,3 +30,5 @@ class PesquisaEquipamentos {
     QString m_Condicoes;
     QVariantList m_Valores;
 };
+
+} // namespace mesa

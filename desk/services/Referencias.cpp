@@ -8,6 +8,8 @@
 
 #include <vector>
 
+namespace mesa {
+
 namespace {
 
 // Rows of a table; lines that begin with "#" are comments.
@@ -60,3 +62,5 @@ const Referencias &Referencias::Tabelas()
     static const Referencias tabelas;
     return tabelas;
 }
+
+} // namespace mesa

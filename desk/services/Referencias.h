@@ -5,6 +5,8 @@
 #include <set>
 #include <string>
 
+namespace mesa {
+
 // The code of a street is its place in the table of streets, from 1, behind that of its municipality.
 inline constexpr std::int32_t ViasPorMunicipio = 1000;
 
@@ -36,3 +38,5 @@ class Referencias {
     std::map<std::string, Tipo> m_Tipos;
     std::int32_t m_Vias = 0;
 };
+
+} // namespace mesa

@@ -9,6 +9,8 @@
 
 #include <QByteArray>
 
+namespace mesa {
+
 Ref<AfericaoED> ServicoAfericoes::Vigente(const ConsultaAfericaoED &pedido)
 {
     m_Operacao.Exige("", "consultar aferições");
@@ -67,3 +69,5 @@ Ref<RelatorioAfericaoED> ServicoAfericoes::Certificado(const RelatorioAfericaoED
             .toStdString();
     return resposta;
 }
+
+} // namespace mesa

@@ -5,6 +5,8 @@
 #include "host/ConsultaAfericaoED.h"
 #include "host/RelatorioAfericaoED.h"
 
+namespace mesa {
+
 // Questions about calibrations.
 class ServicoAfericoes {
   public:
@@ -22,3 +24,5 @@ class ServicoAfericoes {
   private:
     Operacao &m_Operacao;
 };
+
+} // namespace mesa

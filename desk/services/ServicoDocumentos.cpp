@@ -13,6 +13,8 @@
 #include <cmath>
 #include <string_view>
 
+namespace mesa {
+
 namespace {
 
 constexpr qsizetype Margem = 1024; // bytes at each end in which a PDF has its marks
@@ -80,3 +82,5 @@ Bytes ServicoDocumentos::Le(double numero)
     }
     return Bytes(conteudo.begin(), conteudo.end());
 }
+
+} // namespace mesa

@@ -3,6 +3,8 @@
 #include "desk/services/Operacao.h"
 #include "host/IPlataforma.h"
 
+namespace mesa {
+
 // The certificates: PDF documents of a client, stored once and never changed, with size and SHA-256.
 class ServicoDocumentos {
   public:
@@ -17,3 +19,5 @@ class ServicoDocumentos {
   private:
     Operacao &m_Operacao;
 };
+
+} // namespace mesa

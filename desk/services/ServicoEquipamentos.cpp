@@ -11,9 +11,9 @@
 #include "host/Indicador.h"
 #include "host/Texto.h"
 
-#include <QStringList>
-
 #include <string_view>
+
+namespace mesa {
 
 namespace {
 
@@ -63,7 +63,7 @@ EquipamentoGravado ServicoEquipamentos::Acha(std::int32_t nroIntEquip) const
 {
     static const QString sql =
         "SELECT " + ListaDeColunas() + ", Versao FROM EQUIPAMENTO WHERE NroIntEquip = ? AND ClienteInc = ?";
-    ::Consulta linha(m_Operacao.Dados(), sql, {nroIntEquip, Q(m_Operacao.Quem().Cliente)});
+    mesa::Consulta linha(m_Operacao.Dados(), sql, {nroIntEquip, Q(m_Operacao.Quem().Cliente)});
     if (!linha.Proxima()) {
         throw Recusa("O cliente " + m_Operacao.Quem().Cliente + " não tem equipamento de número interno " +
                      CStr(nroIntEquip) + ".");
@@ -226,8 +226,8 @@ void ServicoEquipamentos::ConfereRegistro(const EquiptoED &e) const
         throw Recusa("Não existe a rejeição de número " + CStr(e.NroIntRejLimDif.Valor()) + ".");
     }
     if (!e.SetorInc.Valor().empty()) {
-        ::Consulta setor(m_Operacao.Dados(), "SELECT 1 FROM SETOR WHERE CodCliente = ? AND Nome = ?",
-                         {m_Operacao.Quem().CodCliente, Q(e.SetorInc)});
+        mesa::Consulta setor(m_Operacao.Dados(), "SELECT 1 FROM SETOR WHERE CodCliente = ? AND Nome = ?",
+                             {m_Operacao.Quem().CodCliente, Q(e.SetorInc)});
         if (!setor.Proxima()) {
             throw Recusa("O cliente " + m_Operacao.Quem().Cliente + " não tem o setor \"" + e.SetorInc.Valor() + "\".");
         }
@@ -252,10 +252,10 @@ void ServicoEquipamentos::ConfereImutaveis(const EquiptoED &pedido, const Equipa
 // The unique index guarantees it; this puts it into words.
 void ServicoEquipamentos::ConfereCodigoLivre(const EquiptoED &equipto) const
 {
-    ::Consulta outro(m_Operacao.Dados(),
-                     "SELECT NroIntEquip, Codigo, Descricao FROM EQUIPAMENTO "
-                     "WHERE ClienteInc = ? AND CodigoChave = ? AND Ativo = 1 AND NroIntEquip <> ?",
-                     {Q(equipto.ClienteInc), Q(UCase(equipto.Codigo.Valor())), equipto.NroIntEquip.Valor()});
+    mesa::Consulta outro(m_Operacao.Dados(),
+                         "SELECT NroIntEquip, Codigo, Descricao FROM EQUIPAMENTO "
+                         "WHERE ClienteInc = ? AND CodigoChave = ? AND Ativo = 1 AND NroIntEquip <> ?",
+                         {Q(equipto.ClienteInc), Q(UCase(equipto.Codigo.Valor())), equipto.NroIntEquip.Valor()});
     if (outro.Proxima()) {
         throw Recusa("O código " + outro.Texto(1) + " já é do equipamento ativo \"" + outro.Texto(2) +
                      "\", alterado por último " +
@@ -285,3 +285,5 @@ void ServicoEquipamentos::Registra(const char *acao, const EquiptoED *antes, con
                   {"EQUIPAMENTO", numero, versao, "EQUIPAMENTO", numero, acao},
                   antes == nullptr ? QJsonObject() : MapaRegistro::Json(*antes), MapaRegistro::Json(depois));
 }
+
+} // namespace mesa

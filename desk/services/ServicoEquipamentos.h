@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <string>
 
+namespace mesa {
+
 // An equipment as it is stored.
 struct EquipamentoGravado {
     Ref<EquiptoED> Registro; // without lists
@@ -48,3 +50,5 @@ class ServicoEquipamentos {
 
     Operacao &m_Operacao;
 };
+
+} // namespace mesa

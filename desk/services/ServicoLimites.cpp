@@ -12,6 +12,8 @@
 #include <set>
 #include <vector>
 
+namespace mesa {
+
 namespace {
 
 constexpr std::uint8_t HorarioProibido = 2;
@@ -24,7 +26,7 @@ constexpr std::array<std::string_view, 9> Dias = {"",       "Domingo", "Segunda"
 template <class R> struct Especie;
 
 template <> struct Especie<LimiteDifED> {
-    static constexpr ::Raiz Raiz = ::Raiz::Limite;
+    static constexpr mesa::Raiz Raiz = mesa::Raiz::Limite;
 
     static std::string Nome(const LimiteDifED &linha)
     {
@@ -57,7 +59,7 @@ template <> struct Especie<LimiteDifED> {
 };
 
 template <> struct Especie<DiaEspecificoED> {
-    static constexpr ::Raiz Raiz = ::Raiz::Dia;
+    static constexpr mesa::Raiz Raiz = mesa::Raiz::Dia;
 
     static std::string Nome(const DiaEspecificoED &linha)
     {
@@ -313,3 +315,5 @@ void ServicoLimites::Registra(const char *acao, const QJsonObject &antes, const 
         .Registra(m_Operacao.Quando(), m_Operacao.Quem().Numero, {tabela, numero, versao, tabela, numero, acao}, antes,
                   MapaRegistro::Json(depois));
 }
+
+} // namespace mesa

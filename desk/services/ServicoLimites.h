@@ -8,6 +8,8 @@
 #include <cstdint>
 #include <string>
 
+namespace mesa {
+
 // Differentiated limits, prohibited hours and specific days of an equipment, each row with a version of its own.
 // Active rows of one equipment and kind may not overlap on the same day of the week, or on the same date: the same
 // minute would have two limits. That one ends at the minute in which the next begins is no overlap.
@@ -51,3 +53,5 @@ class ServicoLimites {
 
     Operacao &m_Operacao;
 };
+
+} // namespace mesa

@@ -11,6 +11,8 @@
 #include <cmath>
 #include <set>
 
+namespace mesa {
+
 namespace {
 
 constexpr std::uint8_t Declaracao = 2;
@@ -314,3 +316,5 @@ void ServicoSensores::Registra(const char *entidade, std::int64_t numero, const 
         .Registra(m_Operacao.Quando(), m_Operacao.Quem().Numero,
                   {"EQUIPAMENTO", m_NroIntEquip, m_Versao, entidade, numero, acao}, antes, depois);
 }
+
+} // namespace mesa

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "desk/services/Operacao.h"
-#include "host/EquiptoED.h"
+#include "host/SensorED.h"
 
 #include <QJsonObject>
 
@@ -9,6 +9,8 @@
 #include <set>
 #include <string>
 #include <vector>
+
+namespace mesa {
 
 // The sensors of one equipment with their calibrations, as part of the operation that reads or changes the equipment.
 class ServicoSensores {
@@ -44,3 +46,5 @@ class ServicoSensores {
     std::int64_t m_Versao;
     std::set<std::int64_t> m_Gravadas; // calibrations written in this operation
 };
+
+} // namespace mesa

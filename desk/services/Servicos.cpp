@@ -6,9 +6,13 @@
 #include <memory>
 #include <utility>
 
+namespace mesa {
+
 Ref<Servicos> Servicos::Abre(const std::string &caminho, std::function<Data()> agora)
 try {
     return Novo<ServicosSql>(std::make_unique<DialetoSQLite>(), caminho, std::move(agora));
 } catch (...) {
     PassaFalha(" < Servicos.Abre");
 }
+
+} // namespace mesa

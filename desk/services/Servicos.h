@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+namespace mesa {
+
 // The services over one registry. Opening creates the registry or brings its schema up to date; a registry that cannot
 // be opened, or is of a newer version, raises a Falha with a sentence for the person.
 class Servicos : public Objeto {
@@ -28,3 +30,5 @@ class Servicos : public Objeto {
     virtual void CadastraCliente(const ClienteCadastrado &cliente) = 0;
     virtual bool Vazio() = 0; // no user was ever registered
 };
+
+} // namespace mesa

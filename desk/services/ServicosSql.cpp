@@ -5,6 +5,8 @@
 
 #include <utility>
 
+namespace mesa {
+
 ServicosSql::ServicosSql(std::unique_ptr<Dialeto> dialeto, const std::string &onde, std::function<Data()> agora)
     : m_Banco(std::make_shared<Banco>(std::move(dialeto), onde)),
       m_Agora(std::move(agora))
@@ -44,3 +46,5 @@ try {
 } catch (...) {
     PassaFalha(" < Servicos.Vazio");
 }
+
+} // namespace mesa

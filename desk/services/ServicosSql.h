@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+namespace mesa {
+
 // The services over a registry in a database.
 class ServicosSql : public Servicos {
   public:
@@ -24,3 +26,5 @@ class ServicosSql : public Servicos {
     std::shared_ptr<Banco> m_Banco; // the sessions keep it open
     std::function<Data()> m_Agora;
 };
+
+} // namespace mesa

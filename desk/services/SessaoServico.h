@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+namespace mesa {
+
 // Who is asking the services, as the sign-in found them.
 struct Operador {
     std::int32_t Numero = 0;
@@ -43,7 +45,7 @@ class SessaoServico : public Objeto {
   public:
     std::string_view NomeTipo() const override { return "SessaoServico"; }
 
-    virtual const ::Operador &Operador() const = 0;
+    virtual const mesa::Operador &Operador() const = 0;
     virtual bool TemPermissao(const std::string &sistema, const std::string &objeto, const std::string &acao) = 0;
 
     // Runs one operation of "EquiptoRN" or "RelatorioRN" in one transaction. pedido may be replaced. True on success,
@@ -63,3 +65,5 @@ class SessaoServico : public Objeto {
     // tells. No row for an operator who may not look.
     virtual Data LeReplica(const std::function<void(const LinhaReplica &)> &cadaLinha) = 0;
 };
+
+} // namespace mesa

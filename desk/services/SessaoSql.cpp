@@ -13,6 +13,8 @@
 #include <type_traits>
 #include <utility>
 
+namespace mesa {
+
 namespace {
 
 // A remote operation: whether it writes, and what does it.
@@ -71,7 +73,7 @@ const std::map<ChaveOperacao, Atendimento> &Atendimentos()
 
 } // namespace
 
-SessaoSql::SessaoSql(std::shared_ptr<Banco> banco, std::function<Data()> agora, ::Operador operador)
+SessaoSql::SessaoSql(std::shared_ptr<Banco> banco, std::function<Data()> agora, mesa::Operador operador)
     : m_Banco(std::move(banco)),
       m_Agora(std::move(agora)),
       m_Operador(std::move(operador))
@@ -188,3 +190,5 @@ try {
 } catch (...) {
     PassaFalha(" < SessaoServico.LeReplica");
 }
+
+} // namespace mesa

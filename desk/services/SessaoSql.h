@@ -9,12 +9,14 @@
 #include <string>
 #include <vector>
 
+namespace mesa {
+
 // A session over a registry in a database.
 class SessaoSql : public SessaoServico {
   public:
-    SessaoSql(std::shared_ptr<Banco> banco, std::function<Data()> agora, ::Operador operador);
+    SessaoSql(std::shared_ptr<Banco> banco, std::function<Data()> agora, mesa::Operador operador);
 
-    const ::Operador &Operador() const override { return m_Operador; }
+    const mesa::Operador &Operador() const override { return m_Operador; }
     bool TemPermissao(const std::string &sistema, const std::string &objeto, const std::string &acao) override;
     bool Executa(const std::string &classeRN, const std::string &metodo, Ref<Objeto> &pedido, Valor &retorno,
                  std::string &recusa) override;
@@ -29,6 +31,8 @@ class SessaoSql : public SessaoServico {
 
     std::shared_ptr<Banco> m_Banco;
     std::function<Data()> m_Agora;
-    ::Operador m_Operador;
+    mesa::Operador m_Operador;
     VersoesLidas m_Lidas;
 };
+
+} // namespace mesa

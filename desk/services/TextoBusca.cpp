@@ -2,6 +2,8 @@
 
 #include <QString>
 
+namespace mesa {
+
 std::string TextoBusca(const std::string &texto)
 {
     const QString decomposto = QString::fromStdString(texto).normalized(QString::NormalizationForm_KD);
@@ -19,3 +21,5 @@ std::string FimDaFaixa(const std::string &inicio)
 {
     return inicio + "\U0010FFFF";
 }
+
+} // namespace mesa

@@ -4,6 +4,8 @@
 
 #include <string>
 
+namespace mesa {
+
 // Text of the contract as text of the toolkit, and back.
 
 inline QString Q(const std::string &texto)
@@ -15,3 +17,5 @@ inline std::string S(const QString &texto)
 {
     return texto.toStdString();
 }
+
+} // namespace mesa

@@ -15,6 +15,8 @@
 #include <array>
 #include <cmath>
 
+namespace mesa {
+
 namespace {
 
 constexpr std::int64_t TentativasLivres = 2;
@@ -250,3 +252,5 @@ std::optional<ClienteCadastrado> Usuarios::Cliente(std::int32_t codCliente)
     }
     return cliente;
 }
+
+} // namespace mesa

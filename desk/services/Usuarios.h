@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+namespace mesa {
+
 // Users and clients of the registry, and the sign-in.
 class Usuarios {
   public:
@@ -34,3 +36,5 @@ class Usuarios {
 
     Banco &m_Banco;
 };
+
+} // namespace mesa

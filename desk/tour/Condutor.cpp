@@ -31,6 +31,8 @@
 #include <algorithm>
 #include <exception>
 
+namespace mesa {
+
 namespace {
 
 constexpr int EsperaMaxima = 10000; // ms
@@ -327,7 +329,7 @@ void Condutor::Digita(const QString &nome, const QString &texto)
         QTest::mouseClick(widget, Qt::LeftButton);
         QTest::keyClick(widget, Qt::Key_A, Qt::ControlModifier);
         QTest::keyClick(widget, Qt::Key_Delete);
-        ::Tecla(widget, texto);
+        mesa::Tecla(widget, texto);
         return true;
     });
 }
@@ -434,7 +436,7 @@ void Condutor::EscolheArquivo(const QString &caminho)
     Posta([=] {
         auto *nome = QApplication::activeModalWidget()->findChild<QLineEdit *>("fileNameEdit");
         nome->clear();
-        ::Tecla(nome, caminho);
+        mesa::Tecla(nome, caminho);
         QTest::keyClick(nome, Qt::Key_Return);
     });
     Espera("a escolha de arquivo foi fechada",
@@ -550,3 +552,5 @@ void Condutor::Confere(const QString &oQue, const QString &visto, const QString 
     ++m_Conferencias;
     Relata("- confere no banco de dados: " + oQue + " é \"" + esperado + "\"");
 }
+
+} // namespace mesa

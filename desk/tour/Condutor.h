@@ -10,6 +10,8 @@
 
 class QWidget;
 
+namespace mesa {
+
 // What was seen differs from what was to be seen.
 class Diferenca : public std::runtime_error {
   public:
@@ -78,3 +80,5 @@ class Condutor {
     int m_Passos = 0;
     int m_Conferencias = 0;
 };
+
+} // namespace mesa

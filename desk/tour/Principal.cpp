@@ -6,13 +6,14 @@
 
 #include <QApplication>
 #include <QDir>
-#include <QMdiArea>
 #include <QThread>
 
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
 #include <filesystem>
+
+namespace mesa {
 
 namespace {
 
@@ -54,9 +55,12 @@ int Percorre(const QString &pasta)
 
 } // namespace
 
+} // namespace mesa
+
 // The tour as a program of its own: its one argument is the folder for the pictures and the account.
 int main(int argc, char **argv)
 {
+    using namespace mesa;
     QCoreApplication::setApplicationName("registro-de-equipamentos");
     QApplication aplicacao(argc, argv);
     PreparaAparencia(aplicacao);

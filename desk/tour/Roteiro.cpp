@@ -10,6 +10,8 @@
 #include <QSqlQuery>
 #include <QVariant>
 
+namespace mesa {
+
 namespace {
 
 constexpr const char *Codigo = "ROTEIRO1";
@@ -496,3 +498,5 @@ void Roteiro::TrocaDeUsuario()
         m_Condutor.ConfereFerramenta("mnuModNABEquiptos", false);
     });
 }
+
+} // namespace mesa

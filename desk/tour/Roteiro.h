@@ -6,6 +6,8 @@
 
 #include <filesystem>
 
+namespace mesa {
+
 // The whole job of an operator, step by step, on a registry of its own: what is on the screen and in the database is
 // checked after each step. Raises Diferenca when anything differs.
 class Roteiro {
@@ -42,3 +44,5 @@ class Roteiro {
     QString m_Pasta;
     Condutor m_Condutor;
 };
+
+} // namespace mesa

@@ -5,6 +5,8 @@
 #include <QLocale>
 #include <QTranslator>
 
+namespace mesa {
+
 void PreparaAparencia(QApplication &aplicacao)
 {
     QApplication::setStyle("Fusion");
@@ -14,3 +16,5 @@ void PreparaAparencia(QApplication &aplicacao)
         QCoreApplication::installTranslator(tradutor);
     }
 }
+
+} // namespace mesa

@@ -13,6 +13,8 @@
 #include <QPushButton>
 #include <QScreen>
 
+namespace mesa {
+
 namespace {
 
 QString CaminhoQt(const std::string &caminho)
@@ -220,3 +222,5 @@ void CamadaQt::MostraAjuda(const std::string &topico, const Ref<IJanela> &dono)
 {
     Ajuda(topico, WidgetDe(dono));
 }
+
+} // namespace mesa

@@ -9,6 +9,8 @@
 #include <functional>
 #include <vector>
 
+namespace mesa {
+
 // The desk's screen in Qt: forms in child windows of the main window or in dialogs, boxes, viewer and help.
 class CamadaQt : public ICamada {
   public:
@@ -42,3 +44,5 @@ class CamadaQt : public ICamada {
 
     QPointer<QMdiArea> m_Area;
 };
+
+} // namespace mesa

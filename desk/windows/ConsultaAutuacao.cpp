@@ -17,6 +17,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+namespace mesa {
+
 ConsultaAutuacao::ConsultaAutuacao(Ref<CVorEquip> equipamentos,
                                    std::function<void(const std::function<void()> &)> borda, QWidget *dono)
     : QWidget(dono),
@@ -158,3 +160,5 @@ void ConsultaAutuacao::MostraRespostas(const QString &resultado)
         m_Respostas[resposta]->setText(Q(valores[resposta]));
     }
 }
+
+} // namespace mesa

@@ -13,6 +13,8 @@ class QLabel;
 class QLineEdit;
 class QCheckBox;
 
+namespace mesa {
+
 // A small sibling module: asks the registry for the equipment of a notice of infraction, and shows its seven answers.
 class ConsultaAutuacao : public QWidget {
   public:
@@ -38,3 +40,5 @@ class ConsultaAutuacao : public QWidget {
     std::vector<QLineEdit *> m_Respostas;
     QLineEdit *m_CodOat;
 };
+
+} // namespace mesa

@@ -11,6 +11,8 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
+namespace mesa {
+
 Entrada::Entrada(Ref<Servicos> servicos, QWidget *dono)
     : QDialog(dono),
       m_Servicos(std::move(servicos)),
@@ -97,3 +99,5 @@ void Entrada::Espera(int segundos)
         m_Relogio->stop();
     }
 }
+
+} // namespace mesa

@@ -9,6 +9,8 @@ class QLineEdit;
 class QPushButton;
 class QTimer;
 
+namespace mesa {
+
 // Sign-in. Accepted once the services gave a session.
 class Entrada : public QDialog {
   public:
@@ -29,3 +31,5 @@ class Entrada : public QDialog {
     QTimer *m_Relogio;
     int m_Restante = 0;
 };
+
+} // namespace mesa

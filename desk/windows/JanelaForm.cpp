@@ -17,6 +17,8 @@
 
 #include <algorithm>
 
+namespace mesa {
+
 JanelaForm::JanelaForm(Ref<IForm> form, AoRedorDoForm aoRedor, QWidget *dono)
     : QWidget(dono),
       m_Form(std::move(form)),
@@ -241,3 +243,5 @@ void JanelaForm::resizeEvent(QResizeEvent *evento)
         m_AoRedor.Pedidos.Redimensionou();
     }
 }
+
+} // namespace mesa

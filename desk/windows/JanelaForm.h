@@ -6,14 +6,16 @@
 #include "tela/ILogradouros.h"
 #include "tela/Pessoa.h"
 
-#include <QPointer>
 #include <QWidget>
 
 #include <functional>
 #include <vector>
 
-class Quadro;
 class QPushButton;
+
+namespace mesa {
+
+class Quadro;
 
 // What the window of a form needs of the desk around it.
 struct AoRedorDoForm {
@@ -60,3 +62,5 @@ class JanelaForm : public QWidget {
     int m_Tecla = 0; // a key of the form that is on its way
     bool m_Encerrando = false;
 };
+
+} // namespace mesa

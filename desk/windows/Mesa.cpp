@@ -27,6 +27,8 @@
 #include <QToolBar>
 #include <QVBoxLayout>
 
+namespace mesa {
+
 namespace {
 
 constexpr int MinutoEmMilissegundos = 60000;
@@ -347,3 +349,5 @@ void Mesa::resizeEvent(QResizeEvent *evento)
     QMainWindow::resizeEvent(evento);
     GuardaLugar();
 }
+
+} // namespace mesa

@@ -20,6 +20,8 @@ class QMenu;
 class QPushButton;
 class QTimer;
 
+namespace mesa {
+
 // The desk's main window: it is the host in which the module runs, from its registration to its end.
 class Mesa : public QMainWindow {
   public:
@@ -75,3 +77,5 @@ class Mesa : public QMainWindow {
     QPushButton *m_Forcar = nullptr;
     QTimer *m_Relogio = nullptr;
 };
+
+} // namespace mesa

@@ -4,6 +4,8 @@
 
 #include <QString>
 
+namespace mesa {
+
 void ModeloLista::Rearranja()
 {
     beginResetModel();
@@ -45,3 +47,5 @@ QVariant ModeloLista::headerData(int secao, Qt::Orientation orientacao, int pape
     }
     return {};
 }
+
+} // namespace mesa

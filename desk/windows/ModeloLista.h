@@ -4,6 +4,8 @@
 
 #include <QAbstractTableModel>
 
+namespace mesa {
+
 // The rows of a list as a table view reads them. Nothing is copied: cells are read when they are shown.
 class ModeloLista : public QAbstractTableModel {
   public:
@@ -20,3 +22,5 @@ class ModeloLista : public QAbstractTableModel {
   private:
     ztList &m_Lista;
 };
+
+} // namespace mesa

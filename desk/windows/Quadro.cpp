@@ -19,6 +19,8 @@
 
 #include <algorithm>
 
+namespace mesa {
+
 namespace {
 
 constexpr int CaracteresDoCombo = 18;      // of one that has no items yet
@@ -528,3 +530,5 @@ void Quadro::AlinhaRotulos() const
         }
     }
 }
+
+} // namespace mesa

@@ -17,6 +17,8 @@ class QLayout;
 class QLayoutItem;
 class QWidget;
 
+namespace mesa {
+
 // Name of the widget of a control: the control's, and behind it "_" and the index of one in a control array.
 QString NomeDoWidget(const std::string &nome, std::int16_t indice);
 
@@ -82,3 +84,5 @@ class Quadro : public QObject {
     std::vector<QWidget *> m_Paginas;
     std::vector<Conexao> m_Conexoes;
 };
+
+} // namespace mesa

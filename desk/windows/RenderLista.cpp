@@ -21,6 +21,8 @@
 
 #include <algorithm>
 
+namespace mesa {
+
 namespace {
 
 // Menu keys that have a picture of their own; a key without one shows the general one.
@@ -307,3 +309,5 @@ void RenderLista::Escolhe(const std::string &chave)
     const Ref<IControle> vivo = Controle();
     Age([vivo, chave] { dynamic_cast<ztList &>(*vivo).EscolheMenu(chave); });
 }
+
+} // namespace mesa

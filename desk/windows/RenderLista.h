@@ -4,13 +4,16 @@
 
 #include <map>
 
-class ModeloLista;
 class QBoxLayout;
 class QKeyEvent;
 class QLabel;
 class QMenu;
 class QPushButton;
 class QToolButton;
+
+namespace mesa {
+
+class ModeloLista;
 
 // The list: its title, rows, the side bar of commands that is also its context menu, the button for more rows, and the
 // search button of the criteria bar. The context
@@ -52,3 +55,5 @@ class RenderLista : public Renderizador {
     std::int64_t m_Arranjo = -1;
     int m_PrimeiraVisivel = 0;
 };
+
+} // namespace mesa

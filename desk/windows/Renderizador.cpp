@@ -8,6 +8,8 @@
 
 #include <algorithm>
 
+namespace mesa {
+
 QString TextoDeDica(const QString &texto)
 {
     return Qt::mightBeRichText(texto) ? Qt::convertFromPlainText(texto) : texto;
@@ -99,3 +101,5 @@ bool Renderizador::eventFilter(QObject *objeto, QEvent *evento)
     }
     return QObject::eventFilter(objeto, evento);
 }
+
+} // namespace mesa

@@ -16,6 +16,8 @@
 class QLineEdit;
 class QWidget;
 
+namespace mesa {
+
 // The text for a tip, which the toolkit would otherwise read for tags.
 QString TextoDeDica(const QString &texto);
 
@@ -65,3 +67,5 @@ template <class C> C &Como(const Renderizador &renderizador)
 {
     return dynamic_cast<C &>(*renderizador.Controle());
 }
+
+} // namespace mesa

@@ -12,6 +12,8 @@
 #include <QPushButton>
 #include <QStringListModel>
 
+namespace mesa {
+
 namespace {
 
 QStringList Lista(const std::vector<std::string> &textos)
@@ -184,3 +186,5 @@ void RenderClienteSetor::Mostra()
     m_Setor->addItems(Lista(m_Escolha.Setores()));
     m_Setor->setCurrentIndex(m_Escolha.Setor());
 }
+
+} // namespace mesa

@@ -13,6 +13,8 @@ class QLineEdit;
 class QPushButton;
 class QStringListModel;
 
+namespace mesa {
+
 // Address picker: the streets found are offered while the person types.
 class RenderEndereco : public Renderizador {
   public:
@@ -52,3 +54,5 @@ class RenderClienteSetor : public Renderizador {
     QComboBox *m_Cliente;
     QComboBox *m_Setor;
 };
+
+} // namespace mesa

@@ -1,12 +1,11 @@
 #include "desk/windows/RenderizadoresSimples.h"
 
+#include "controls/Acionavel.h"
 #include "controls/CheckBox.h"
-#include "controls/CommandButton.h"
 #include "controls/OptionButton.h"
 #include "controls/SSTab.h"
 #include "controls/TextBox.h"
 #include "controls/ztCombo.h"
-#include "controls/ztCommand.h"
 #include "controls/ztData.h"
 #include "controls/ztFrame.h"
 #include "controls/ztMask.h"
@@ -14,7 +13,6 @@
 #include "tela/EdicaoDeTexto.h"
 #include "tela/TeclasDeCombo.h"
 
-#include <QAbstractItemView>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGroupBox>
@@ -25,6 +23,8 @@
 #include <QRadioButton>
 #include <QTabBar>
 #include <QTabWidget>
+
+namespace mesa {
 
 namespace {
 
@@ -249,3 +249,5 @@ bool RenderCombo::eventFilter(QObject *objeto, QEvent *evento)
     }
     return Renderizador::eventFilter(objeto, evento);
 }
+
+} // namespace mesa

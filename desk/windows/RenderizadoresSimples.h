@@ -9,6 +9,8 @@
 class QComboBox;
 class QLineEdit;
 
+namespace mesa {
+
 // Labels, check boxes, options and both kinds of button.
 class RenderTextoFixo : public Renderizador {
   public:
@@ -100,3 +102,5 @@ class RenderCombo : public Renderizador {
   private:
     QComboBox *m_Combo;
 };
+
+} // namespace mesa

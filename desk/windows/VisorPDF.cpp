@@ -21,6 +21,8 @@
 #include <QShortcut>
 #include <QVBoxLayout>
 
+namespace mesa {
+
 namespace {
 
 constexpr double PassoDoZoom = 1.25;
@@ -175,3 +177,5 @@ void VisorPDF::SalvaComo()
         QMessageBox::warning(this, "Salvar documento", "Não foi possível salvar o documento em " + destino + ".");
     }
 }
+
+} // namespace mesa

@@ -10,6 +10,8 @@ class QPdfDocument;
 class QPdfSearchModel;
 class QPdfView;
 
+namespace mesa {
+
 // Shows the pages of a PDF, with zoom, search, print and save as.
 class VisorPDF : public QDialog {
   public:
@@ -34,3 +36,5 @@ class VisorPDF : public QDialog {
     QLabel *m_Achados;
     int m_Resultado = -1;
 };
+
+} // namespace mesa

@@ -7,6 +7,8 @@
 #include <fstream>
 #include <sstream>
 
+using namespace mesa;
+
 namespace {
 
 class AplicacaoMesaTeste : public testing::Test {

@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <stdexcept>
 
+using namespace mesa;
+
 namespace {
 
 using Textos = std::vector<std::string>;

@@ -23,6 +23,8 @@
 #include <string>
 #include <vector>
 
+using namespace mesa;
+
 namespace {
 
 using Textos = std::vector<std::string>;

@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace mesa;
+
 namespace {
 
 // What is told once for every kind of window, in the real windows, over a registry with one equipment.

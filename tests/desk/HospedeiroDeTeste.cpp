@@ -2,6 +2,8 @@
 
 #include "desk/host/Caminhos.h"
 
+using namespace mesa;
+
 HospedeiroDeTeste::HospedeiroDeTeste()
     : Host(Novo<HostMesa>(Janelas, Diretorio() / "dados", [this] { return Registro.Relogio; }))
 {

@@ -26,5 +26,5 @@ class HospedeiroDeTeste {
   public:
     RegistroDeTeste Registro;
     Ref<JanelasFalsas> Janelas = Novo<JanelasFalsas>();
-    Ref<HostMesa> Host;
+    Ref<mesa::HostMesa> Host;
 };

@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <fstream>
 
+using namespace mesa;
+
 void JanelasFalsas::NaProximaModal(const std::string &classe, std::function<void(const Ref<IForm> &)> acao)
 {
     m_Modais.emplace_back(classe, std::move(acao));

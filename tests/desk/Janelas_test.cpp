@@ -48,6 +48,8 @@
 #include <map>
 #include <set>
 
+using namespace mesa;
+
 namespace {
 
 // A form of the module with its controls, not yet shown.

@@ -14,6 +14,8 @@
 
 #include <memory>
 
+using namespace mesa;
+
 namespace {
 
 QString NomeDe(const std::string &nome, std::int16_t indice)

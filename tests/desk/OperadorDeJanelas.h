@@ -9,7 +9,7 @@ class OperadorDeJanelas : public PessoaNaTela {
   public:
     // What is told for the window of that class, which is waited for, and for those that it opens. `atras`: the person
     // in the window behind it.
-    static void Percorre(Condutor &condutor, const Percurso &percurso, const std::string &janela,
+    static void Percorre(mesa::Condutor &condutor, const Percurso &percurso, const std::string &janela,
                          const OperadorDeJanelas *atras = nullptr);
 
     void Clica(const std::string &nome, std::int16_t indice) override;
@@ -31,13 +31,13 @@ class OperadorDeJanelas : public PessoaNaTela {
     std::string Celula(const std::string &nome, std::int32_t linha, const std::string &coluna) override;
 
   private:
-    OperadorDeJanelas(Condutor &condutor, const Percurso &percurso, const std::string &janela,
+    OperadorDeJanelas(mesa::Condutor &condutor, const Percurso &percurso, const std::string &janela,
                       const OperadorDeJanelas *atras);
 
     bool Entra(const std::string &janela) const;
     void Faz(const std::function<void()> &acao);
 
-    Condutor &m_Condutor;
+    mesa::Condutor &m_Condutor;
     const Percurso &m_Percurso;
     std::string m_Janela;
     const OperadorDeJanelas *m_Atras;

@@ -7,6 +7,8 @@
 
 #include <filesystem>
 
+using namespace mesa;
+
 namespace {
 
 std::int32_t FalhaDe(const std::function<void()> &comando)

@@ -31,13 +31,13 @@ class RegistroDeTeste {
     RegistroDeTeste();
 
     std::string Caminho() const { return m_Diretorio.filePath("registro.db").toStdString(); }
-    Servicos &Aberto() { return *m_Servicos; }
+    mesa::Servicos &Aberto() { return *m_Servicos; }
     // Closes the file, with all sessions, and opens it again.
     void Reabre();
     void Fecha();
 
     // A new session of the user.
-    Ref<SessaoServico> Sessao(const std::string &usuario);
+    Ref<mesa::SessaoServico> Sessao(const std::string &usuario);
     // Makes the user known without signing in.
     void Cadastra(const std::string &usuario);
 
@@ -50,11 +50,11 @@ class RegistroDeTeste {
 
   private:
     QTemporaryDir m_Diretorio;
-    Ref<Servicos> m_Servicos;
+    Ref<mesa::Servicos> m_Servicos;
     std::map<std::string, bool> m_Cadastrados;
 };
 
-Retorno Pede(const Ref<SessaoServico> &sessao, const std::string &metodo, const Ref<Objeto> &pedido,
+Retorno Pede(const Ref<mesa::SessaoServico> &sessao, const std::string &metodo, const Ref<Objeto> &pedido,
              const std::string &classeRN = "EquiptoRN");
 
 // A whole equipment of DETRAN/RS, not yet sent.
@@ -67,12 +67,12 @@ void Poe(const Ref<EquiptoED> &equipto, const Ref<SensorED> &sensor);
 void Poe(const Ref<SensorED> &sensor, const Ref<AfericaoED> &afericao);
 
 // Sends it with "inclui"; its number. Any refusal fails the test.
-std::int32_t Inclui(const Ref<SessaoServico> &sessao, const Ref<EquiptoED> &equipto);
+std::int32_t Inclui(const Ref<mesa::SessaoServico> &sessao, const Ref<EquiptoED> &equipto);
 // The same of the equipment R-001, with one sensor for each list of calibrations.
-std::int32_t IncluiComSensores(const Ref<SessaoServico> &sessao,
+std::int32_t IncluiComSensores(const Ref<mesa::SessaoServico> &sessao,
                                const std::vector<std::vector<Ref<AfericaoED>>> &sensores);
-Ref<EquiptoED> Abre(const Ref<SessaoServico> &sessao, std::int32_t nroIntEquip);
+Ref<EquiptoED> Abre(const Ref<mesa::SessaoServico> &sessao, std::int32_t nroIntEquip);
 
 // A small document that passes for PDF; `marca` makes it one of its own.
 Bytes Pdf(const std::string &marca, std::size_t tamanho = 0);
-double GuardaPdf(const Ref<SessaoServico> &sessao, const std::string &marca);
+double GuardaPdf(const Ref<mesa::SessaoServico> &sessao, const std::string &marca);

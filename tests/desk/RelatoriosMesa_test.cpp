@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace mesa;
+
 namespace {
 
 class Cursor : public ICursor {

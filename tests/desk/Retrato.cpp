@@ -23,6 +23,8 @@
 #include <utility>
 #include <vector>
 
+using namespace mesa;
+
 namespace {
 
 const QSize TelaPequena(1024, 768);

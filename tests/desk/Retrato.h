@@ -3,12 +3,14 @@
 #include <QString>
 #include <QStringList>
 
+namespace mesa {
 class JanelaForm;
+}
 
 // What is wrong with a window of a form as it stands: texts that are cut, widgets over one another or outside of their
 // parent, controls that are seen without a widget or the other way round, fields of a container out of line, an order
 // of Tab that is not the controls', a window smaller than what is in it or larger than a small screen.
-QStringList Defeitos(const JanelaForm &janela);
+QStringList Defeitos(const mesa::JanelaForm &janela);
 
 // Lets the layouts settle and puts a picture of the window into the build folder.
-void Fotografa(JanelaForm &janela, const QString &nome);
+void Fotografa(mesa::JanelaForm &janela, const QString &nome);

@@ -22,6 +22,8 @@
 #include <string>
 #include <utility>
 
+using namespace mesa;
+
 namespace {
 
 constexpr const char *ComFoto = "mnuModVOREquiptos";

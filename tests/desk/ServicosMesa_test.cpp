@@ -11,6 +11,8 @@
 #include <set>
 #include <string>
 
+using namespace mesa;
+
 namespace {
 
 using Textos = std::vector<std::string>;

@@ -21,6 +21,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace mesa;
+
 namespace {
 
 // The desk over a registry with three equipment of DETRAN/RS: A1, with a sensor that has a calibration, Á2 and A3.

@@ -28,12 +28,12 @@ inline std::vector<std::string> VoltaDeTab(const IForm &form, const std::functio
 }
 
 // In the window, which is active.
-inline std::vector<std::string> VoltaNaTela(const JanelaForm &janela)
+inline std::vector<std::string> VoltaNaTela(const mesa::JanelaForm &janela)
 {
     return VoltaDeTab(*janela.Form(), [] { QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab); });
 }
 
-inline std::vector<std::string> VoltaSemTela(const JanelaForm &janela)
+inline std::vector<std::string> VoltaSemTela(const mesa::JanelaForm &janela)
 {
     Pessoa pessoa(janela.Form());
     return VoltaDeTab(*janela.Form(), [&] { pessoa.Tab(); });

@@ -11,6 +11,8 @@
 #include <iterator>
 #include <memory>
 
+using namespace mesa;
+
 // The desk in front of the suite that every host must pass.
 
 namespace {

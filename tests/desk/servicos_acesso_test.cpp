@@ -11,6 +11,8 @@
 #include <string>
 #include <vector>
 
+using namespace mesa;
+
 // Every operation, by everybody who may not do it and on everything that is not there.
 
 namespace {

@@ -20,6 +20,8 @@
 #include <stdexcept>
 #include <string>
 
+using namespace mesa;
+
 namespace {
 
 Data Hoje()

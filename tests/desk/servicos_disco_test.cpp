@@ -27,6 +27,8 @@
 #include <string>
 #include <vector>
 
+using namespace mesa;
+
 namespace {
 
 const std::string Cheio =

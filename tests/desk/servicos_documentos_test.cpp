@@ -9,6 +9,8 @@
 #include <stdexcept>
 #include <string>
 
+using namespace mesa;
+
 namespace {
 
 constexpr std::size_t Maior = 5242880;

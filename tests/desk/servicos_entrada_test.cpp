@@ -5,6 +5,8 @@
 
 #include <string>
 
+using namespace mesa;
+
 namespace {
 
 class ServicosEntrada : public testing::Test {

@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+using namespace mesa;
+
 namespace {
 
 class ServicosEquipamento : public testing::Test {

@@ -10,6 +10,8 @@
 #include <string>
 #include <vector>
 
+using namespace mesa;
+
 namespace {
 
 constexpr std::uint8_t Limite = 1;

@@ -7,6 +7,8 @@
 #include <functional>
 #include <string>
 
+using namespace mesa;
+
 namespace {
 
 class ServicosPesquisa : public testing::Test {

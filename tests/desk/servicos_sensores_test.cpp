@@ -7,6 +7,8 @@
 #include <limits>
 #include <vector>
 
+using namespace mesa;
+
 namespace {
 
 const Data Jan = DataDe(1, 1, 2026);

@@ -10,6 +10,8 @@
 #include <string>
 #include <vector>
 
+using namespace mesa;
+
 namespace {
 
 const Data Jan = DataDe(1, 1, 2026);

@@ -12,6 +12,8 @@
 #include <stdexcept>
 #include <string>
 
+using namespace mesa;
+
 namespace {
 
 void Diz(const std::string &linha)
