@@ -8,6 +8,7 @@
 #include "tests/support/FormQueAnota.h"
 #include "tests/support/InterfaceQueFalha.h"
 #include "tests/support/NomesAcessiveis.h"
+#include "tests/support/RetratoDesenho.h"
 #include "tests/support/RetratoForm.h"
 
 #include <algorithm>
@@ -24,9 +25,10 @@ class frmEquipDetalhesTeste : public EquipDetalhesTeste {};
 
 // Screen.
 
-TEST_F(frmEquipDetalhesTeste, Desenho_OfTheForm_NamesEveryFieldForAScreenReader)
+TEST_F(frmEquipDetalhesTeste, Desenho_OfTheForm_IsAsInItsPortraitAndNamesEveryField)
 {
     EXPECT_EQ(SemNomeAcessivel(frmEquipDetalhes().Desenho()), std::vector<std::string>{});
+    EXPECT_TRUE(DesenhoIgual(frmEquipDetalhes().Desenho(), "tests/equipment/dados/frmEquipDetalhes.desenho.txt"));
 }
 
 TEST_F(frmEquipDetalhesTeste, Controles_OfAFormJustLoaded_AreAsInItsPortrait)

@@ -7,6 +7,7 @@
 #include "tests/support/FormQueAnota.h"
 #include "tests/support/HostTeste.h"
 #include "tests/support/NomesAcessiveis.h"
+#include "tests/support/RetratoDesenho.h"
 #include "tests/support/RetratoForm.h"
 
 #include <cstdint>
@@ -140,9 +141,10 @@ class frmLimitesDifDetalhesTeste : public HostTeste {
 
 // Screen.
 
-TEST_F(frmLimitesDifDetalhesTeste, Desenho_OfTheForm_NamesEveryFieldForAScreenReader)
+TEST_F(frmLimitesDifDetalhesTeste, Desenho_OfTheForm_IsAsInItsPortraitAndNamesEveryField)
 {
     EXPECT_EQ(SemNomeAcessivel(frmLimitesDifDetalhes().Desenho()), std::vector<std::string>{});
+    EXPECT_TRUE(DesenhoIgual(frmLimitesDifDetalhes().Desenho(), "tests/limits/dados/frmLimitesDifDetalhes.desenho.txt"));
 }
 
 TEST_F(frmLimitesDifDetalhesTeste, Controles_OfAFormJustLoaded_AreAsInItsPortrait)

@@ -8,6 +8,7 @@
 #include "tests/support/HostTeste.h"
 #include "tests/support/NomesAcessiveis.h"
 #include "tests/support/RegistroEmMemoria.h"
+#include "tests/support/RetratoDesenho.h"
 #include "tests/support/RetratoForm.h"
 
 #include <cstdint>
@@ -86,9 +87,10 @@ class frmLimitesDifTeste : public HostTeste {
     Ref<frmLimitesDif> form;
 };
 
-TEST_F(frmLimitesDifTeste, Desenho_OfTheForm_NamesEveryFieldForAScreenReader)
+TEST_F(frmLimitesDifTeste, Desenho_OfTheForm_IsAsInItsPortraitAndNamesEveryField)
 {
     EXPECT_EQ(SemNomeAcessivel(frmLimitesDif().Desenho()), std::vector<std::string>{});
+    EXPECT_TRUE(DesenhoIgual(frmLimitesDif().Desenho(), "tests/limits/dados/frmLimitesDif.desenho.txt"));
 }
 
 TEST_F(frmLimitesDifTeste, Controles_OfAFormJustLoaded_AreAsInItsPortrait)

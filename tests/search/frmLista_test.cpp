@@ -8,6 +8,7 @@
 #include "tests/search/JanelaTeste.h"
 #include "tests/support/FalhaLancada.h"
 #include "tests/support/NomesAcessiveis.h"
+#include "tests/support/RetratoDesenho.h"
 #include "tests/support/RetratoForm.h"
 
 #include <map>
@@ -237,9 +238,10 @@ TEST_F(frmListaTeste, CarregaForm_ToSelect_ShowsTheWindowModallyWithItsOwnButton
     EXPECT_FALSE(host->Tela->EstaAberto(form));
 }
 
-TEST_F(frmListaTeste, Desenho_OfTheForm_NamesEveryFieldForAScreenReader)
+TEST_F(frmListaTeste, Desenho_OfTheForm_IsAsInItsPortraitAndNamesEveryField)
 {
     EXPECT_EQ(SemNomeAcessivel(frmLista().Desenho()), std::vector<std::string>{});
+    EXPECT_TRUE(DesenhoIgual(frmLista().Desenho(), "tests/search/dados/frmLista.desenho.txt"));
 }
 
 TEST_F(frmListaTeste, Controles_OfAFormJustLoaded_AreAsInItsPortrait)

@@ -6,6 +6,7 @@
 #include "tests/support/FormQueAnota.h"
 #include "tests/support/MemoriaEscassa.h"
 #include "tests/support/NomesAcessiveis.h"
+#include "tests/support/RetratoDesenho.h"
 #include "tests/support/RetratoForm.h"
 
 #include <utility>
@@ -78,12 +79,13 @@ class frmEquipAfericoes_test : public CenarioSensores {
 
 using Par = std::pair<std::string, std::string>;
 
-TEST_F(frmEquipAfericoes_test, Desenho_OfTheForm_NamesEveryFieldForAScreenReader)
+TEST_F(frmEquipAfericoes_test, Desenho_OfTheForm_IsAsInItsPortraitAndNamesEveryField)
 {
     EXPECT_EQ(SemNomeAcessivel(frmEquipAfericoes().Desenho()), std::vector<std::string>{});
+    EXPECT_TRUE(DesenhoIgual(frmEquipAfericoes().Desenho(), "tests/sensors/dados/frmEquipAfericoes.desenho.txt"));
 }
 
-TEST_F(frmEquipAfericoes_test, CriaControles_OfAFormJustLoaded_AreAsInItsPortrait)
+TEST_F(frmEquipAfericoes_test, Controles_OfAFormJustLoaded_AreAsInItsPortrait)
 {
     EXPECT_TRUE(RetratoIgual(SoCarregada<frmEquipAfericoes>(), "tests/sensors/dados"));
 }

@@ -6,6 +6,7 @@
 #include "tests/support/FormQueAnota.h"
 #include "tests/support/InterfaceQueFalha.h"
 #include "tests/support/NomesAcessiveis.h"
+#include "tests/support/RetratoDesenho.h"
 #include "tests/support/RetratoForm.h"
 
 namespace {
@@ -57,12 +58,13 @@ class frmEquipSensores_test : public CenarioSensores {
     Ref<clsSensor> sensor;
 };
 
-TEST_F(frmEquipSensores_test, Desenho_OfTheForm_NamesEveryFieldForAScreenReader)
+TEST_F(frmEquipSensores_test, Desenho_OfTheForm_IsAsInItsPortraitAndNamesEveryField)
 {
     EXPECT_EQ(SemNomeAcessivel(frmEquipSensores().Desenho()), std::vector<std::string>{});
+    EXPECT_TRUE(DesenhoIgual(frmEquipSensores().Desenho(), "tests/sensors/dados/frmEquipSensores.desenho.txt"));
 }
 
-TEST_F(frmEquipSensores_test, CriaControles_OfAFormJustLoaded_AreAsInItsPortrait)
+TEST_F(frmEquipSensores_test, Controles_OfAFormJustLoaded_AreAsInItsPortrait)
 {
     const auto carregada = SoCarregada<frmEquipSensores>();
     EXPECT_TRUE(RetratoIgual(carregada, "tests/sensors/dados"));

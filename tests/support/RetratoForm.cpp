@@ -7,12 +7,10 @@
 #include "controls/ztMask.h"
 #include "controls/ztVeiObservacao.h"
 #include "host/IControlesPadrao.h"
-#include "tests/support/RegistroIgual.h"
+#include "tests/support/ArquivoIgual.h"
 #include "tests/support/TextoLog.h"
 
 #include <cstdint>
-#include <cstdlib>
-#include <fstream>
 #include <vector>
 
 namespace {
@@ -147,18 +145,5 @@ testing::AssertionResult RetratoIgual(const Ref<IForm> &form, const std::string 
         const std::int16_t tab = controle->TabIndex();
         obtido.push_back(RetratoControle(controle) + (tab == ordem ? "" : ", tab " + std::to_string(tab)));
     }
-    const std::string nome = pasta + "/" + std::string(form->NomeTipo()) + ".txt";
-    if (std::getenv("RENOVA_RETRATOS") != nullptr) {
-        std::ofstream arquivo(nome);
-        for (const std::string &linha : obtido) {
-            arquivo << linha << '\n';
-        }
-        return testing::AssertionFailure() << nome << " was written anew";
-    }
-    std::vector<std::string> esperado;
-    std::ifstream arquivo(nome);
-    for (std::string linha; std::getline(arquivo, linha);) {
-        esperado.push_back(linha);
-    }
-    return RegistroIgual(obtido, esperado) << " (" << nome << ")";
+    return ArquivoIgual(obtido, pasta + "/" + std::string(form->NomeTipo()) + ".txt");
 }

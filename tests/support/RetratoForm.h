@@ -16,10 +16,7 @@
 std::string RetratoControle(const Ref<IControle> &controle);
 
 // Compares a form with its portrait, the file <class of the form>.txt in `pasta`: class and caption, then the controls,
-// with their place in the order of Tab where it is not that of creation. What differs is shown as by RegistroIgual. A
-// change that is meant is taken over with RENOVA_RETRATOS in the environment, which writes the file anew and fails all
-// the same, so that nobody forgets to look at what has changed:
-//   RENOVA_RETRATOS=1 build/debug/teste_limits --gtest_filter='*Portrait'; git diff
+// with their place in the order of Tab where it is not that of creation. As by ArquivoIgual.
 testing::AssertionResult RetratoIgual(const Ref<IForm> &form, const std::string &pasta);
 
 // A form of the module that is loaded and has been told nothing yet.
