@@ -15,12 +15,15 @@ class BotaoTest : public testing::Test {
     Ref<ztCommand> m_Aplicar = m_Tela.Poe<ztCommand>(Chamado<AjustesZtCommand>("ztCmdAplicar"));
 };
 
-TEST_F(BotaoTest, Fresh_IsNeitherDefaultNorCancel)
+TEST_F(BotaoTest, Fresh_IsNeitherDefaultNorCancelUnlessSetSoWhichTakesItFromTheOthers)
 {
     EXPECT_EQ(m_Cancelar->NomeTipo(), "CommandButton");
     EXPECT_EQ(m_Ok->NomeTipo(), "ztCommand");
-    EXPECT_FALSE(m_Cancelar->Default());
-    EXPECT_FALSE(m_Cancelar->Cancel());
+    EXPECT_FALSE(m_Cancelar->Default() || m_Cancelar->Cancel() || m_Ok->Default());
+    m_Ok->DefineDefault(true);
+    const auto outro =
+        m_Tela.Poe<CommandButton>(Chamado<AjustesCommandButton>("cmdOK", {.Default = true, .Cancel = true}));
+    EXPECT_TRUE(outro->Default() && outro->Cancel());
     EXPECT_FALSE(m_Ok->Default());
 }
 
@@ -39,16 +42,6 @@ TEST_F(BotaoTest, DefineDefault_OnASecondButton_TakesItFromTheFirst)
     EXPECT_FALSE(m_Aplicar->Default());
 }
 
-TEST_F(BotaoTest, Fresh_SetAsDefault_TakesItFromThoseThatAreThere)
-{
-    m_Ok->DefineDefault(true);
-    auto ajustes = Chamado<AjustesCommandButton>("cmdOK", {.Default = true, .Cancel = true});
-    const Ref<CommandButton> outro = m_Tela.Poe<CommandButton>(ajustes);
-    EXPECT_TRUE(outro->Default());
-    EXPECT_TRUE(outro->Cancel());
-    EXPECT_FALSE(m_Ok->Default());
-}
-
 TEST_F(BotaoTest, DefineDefault_TellsTheScreenOfBothButtons)
 {
     m_Ok->DefineDefault(true);
@@ -60,20 +53,15 @@ TEST_F(BotaoTest, DefineDefault_TellsTheScreenOfBothButtons)
     EXPECT_EQ(m_Tela.Vistos(), Textos{});
 }
 
-TEST_F(BotaoTest, Clica_OnCommandButton_RaisesClickAndTakesTheFocus)
-{
-    m_Tela.Anota(m_Cancelar->Click(), "Click");
-    EXPECT_TRUE(m_Cancelar->Clica());
-    EXPECT_TRUE(m_Cancelar->TemFoco());
-    EXPECT_EQ(m_Tela.Vistos(), Textos{"Click"});
-}
-
-TEST_F(BotaoTest, Aciona_ByAKey_RaisesClickAndLeavesTheFocus)
+TEST_F(BotaoTest, Clica_RaisesClickAndTakesTheFocusWhichAKeyLeaves)
 {
     m_Tela.Anota(m_Cancelar->Click(), "Click");
     m_Ok->SetFocus();
     EXPECT_TRUE(m_Cancelar->Aciona());
     EXPECT_TRUE(m_Ok->TemFoco());
+    EXPECT_EQ(m_Tela.Vistos(), Textos{"Click"});
+    EXPECT_TRUE(m_Cancelar->Clica());
+    EXPECT_TRUE(m_Cancelar->TemFoco());
     EXPECT_EQ(m_Tela.Vistos(), Textos{"Click"});
 }
 

@@ -17,12 +17,6 @@ class CheckBoxTest : public testing::Test {
     Ref<CheckBox> m_Caixa = m_Tela.Poe<CheckBox>(Chamado<AjustesCheckBox>("chkDia"), m_Frame);
 };
 
-TEST_F(CheckBoxTest, Fresh_IsUnchecked)
-{
-    EXPECT_EQ(m_Caixa->NomeTipo(), "CheckBox");
-    EXPECT_EQ(m_Caixa->Value(), 0);
-}
-
 TEST_F(CheckBoxTest, DefineValue_OfAnother_RaisesClick)
 {
     m_Caixa->DefineValue(1);
@@ -31,19 +25,6 @@ TEST_F(CheckBoxTest, DefineValue_OfAnother_RaisesClick)
     m_Caixa->DefineValue(0);
     EXPECT_EQ(m_Caixa->Value(), 0);
     EXPECT_EQ(m_Tela.Vistos(), (Textos{"Mudou", "Click"}));
-}
-
-TEST_F(CheckBoxTest, DefineValue_OfTheSame_RaisesNothing)
-{
-    m_Caixa->DefineValue(0);
-    EXPECT_EQ(m_Tela.Vistos(), Textos{});
-}
-
-TEST_F(CheckBoxTest, DefineValue_OfNeither_IsFault5)
-{
-    EXPECT_EQ(NumeroDaFalha([&] { m_Caixa->DefineValue(2); }), 5);
-    EXPECT_EQ(NumeroDaFalha([&] { m_Caixa->DefineValue(-1); }), 5);
-    EXPECT_EQ(m_Caixa->Value(), 0);
 }
 
 TEST_F(CheckBoxTest, Clica_Twice_ChecksAndUnchecks)

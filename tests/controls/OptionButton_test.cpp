@@ -22,10 +22,17 @@ class OptionButtonTest : public testing::Test {
     Ref<OptionButton> m_Sim = Opcao("optSim", m_Limite);
 };
 
-TEST_F(OptionButtonTest, Fresh_IsOff)
+TEST_F(OptionButtonTest, DefineValue_OnWhatIsOnOrOff_RaisesNoClick)
 {
     EXPECT_EQ(m_Rodovia->NomeTipo(), "OptionButton");
     EXPECT_FALSE(m_Rodovia->Value());
+    m_Rodovia->DefineValue(true);
+    m_Tela.Vistos();
+    m_Rodovia->DefineValue(true);
+    EXPECT_EQ(m_Tela.Vistos(), Textos{});
+    m_Rodovia->DefineValue(false);
+    EXPECT_FALSE(m_Rodovia->Value() || m_Urbana->Value()); // none is on
+    EXPECT_EQ(m_Tela.Vistos(), Textos{"optRodovia.Mudou"});
 }
 
 TEST_F(OptionButtonTest, DefineValue_On_SwitchesTheOthersOfItsContainerOffSilently)
@@ -42,24 +49,6 @@ TEST_F(OptionButtonTest, DefineValue_On_SwitchesTheOthersOfItsContainerOffSilent
     EXPECT_FALSE(m_Rodovia->Value());
     EXPECT_TRUE(m_Sim->Value());
     EXPECT_EQ(m_Tela.Vistos(), (Textos{"optRodovia.Mudou", "optUrbana.Mudou", "optUrbana.Click"}));
-}
-
-TEST_F(OptionButtonTest, DefineValue_OnWhatIsOn_RaisesNothing)
-{
-    m_Rodovia->DefineValue(true);
-    m_Tela.Vistos();
-    m_Rodovia->DefineValue(true);
-    EXPECT_EQ(m_Tela.Vistos(), Textos{});
-}
-
-TEST_F(OptionButtonTest, DefineValue_Off_LeavesNoneOnAndRaisesNoClick)
-{
-    m_Rodovia->DefineValue(true);
-    m_Tela.Vistos();
-    m_Rodovia->DefineValue(false);
-    EXPECT_FALSE(m_Rodovia->Value());
-    EXPECT_FALSE(m_Urbana->Value());
-    EXPECT_EQ(m_Tela.Vistos(), Textos{"optRodovia.Mudou"});
 }
 
 TEST_F(OptionButtonTest, DefineValue_OnWithoutContainer_ExcludesThoseOfTheFormAlone)

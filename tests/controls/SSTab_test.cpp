@@ -38,27 +38,33 @@ TEST_F(SSTabTest, Fresh_ShowsItsFirstPageAndOffersAll)
 
 TEST_F(SSTabTest, DefineTab_OfAnotherPage_OpensItAndRaisesClickWithThePageLeft)
 {
+    m_Abas->DefineTab(0); // the current one
+    EXPECT_EQ(m_Tela.Vistos(), Textos{});
     m_Abas->DefineTab(2);
     EXPECT_EQ(m_Abas->Tab(), 2);
     m_Abas->DefineTab(1);
     EXPECT_EQ(m_Tela.Vistos(), (Textos{"Mudou", "Click 0 2", "Mudou", "Click 2 1"}));
+    m_Abas->DefineTabEnabled(1, false);
+    m_Abas->DefineTabEnabled(1, false);
+    EXPECT_FALSE(m_Abas->TabEnabled(1));
+    EXPECT_EQ(m_Tela.Vistos(), Textos{"Mudou"});
 }
 
-TEST_F(SSTabTest, DefineTab_OfTheCurrentPage_RaisesNothing)
-{
-    m_Abas->DefineTab(0);
-    EXPECT_EQ(m_Tela.Vistos(), Textos{});
-}
-
-TEST_F(SSTabTest, DefineTab_OfAPageNotAvailable_DoesNothing)
+TEST_F(SSTabTest, DefineTab_OfAPageNotAvailable_DoesNothingAndAbreIsRefused)
 {
     m_Abas->DefineTabEnabled(1, false);
     m_Abas->DefineTabVisible(2, false);
     m_Tela.Vistos();
-    m_Abas->DefineTab(1);
-    m_Abas->DefineTab(2);
-    EXPECT_EQ(m_Abas->Tab(), 0);
+    for (std::int16_t pagina : {std::int16_t{1}, std::int16_t{2}}) {
+        m_Abas->DefineTab(pagina);
+        EXPECT_FALSE(m_Abas->Abre(pagina));
+    }
+    EXPECT_FALSE(m_Abas->TemFoco());
     EXPECT_EQ(m_Tela.Vistos(), Textos{});
+    m_Abas->DefineTabEnabled(1, true);
+    m_Abas->DefineEnabled(false);
+    EXPECT_FALSE(m_Abas->Abre(1));
+    EXPECT_EQ(m_Abas->Tab(), 0);
 }
 
 TEST_F(SSTabTest, DefineTab_OfAPageThatIsNone_IsFault5)
@@ -75,14 +81,6 @@ TEST_F(SSTabTest, DefineTab_OfAPageThatIsNone_IsFault5)
     EXPECT_EQ(m_Abas->Tab(), 0);
 }
 
-TEST_F(SSTabTest, DefineTabEnabled_OfAPage_TellsTheScreenOnce)
-{
-    m_Abas->DefineTabEnabled(1, false);
-    m_Abas->DefineTabEnabled(1, false);
-    EXPECT_FALSE(m_Abas->TabEnabled(1));
-    EXPECT_EQ(m_Tela.Vistos(), Textos{"Mudou"});
-}
-
 TEST_F(SSTabTest, Abre_ByThePerson_RaisesTheSame)
 {
     EXPECT_TRUE(m_Abas->Abre(1));
@@ -90,25 +88,6 @@ TEST_F(SSTabTest, Abre_ByThePerson_RaisesTheSame)
     EXPECT_EQ(m_Tela.Vistos(), (Textos{"Mudou", "Click 0 1"}));
     EXPECT_TRUE(m_Abas->Abre(1));
     EXPECT_EQ(m_Tela.Vistos(), Textos{});
-}
-
-TEST_F(SSTabTest, Abre_OfAPageNotAvailable_IsRefused)
-{
-    m_Abas->DefineTabEnabled(1, false);
-    m_Abas->DefineTabVisible(2, false);
-    m_Tela.Vistos();
-    EXPECT_FALSE(m_Abas->Abre(1));
-    EXPECT_FALSE(m_Abas->Abre(2));
-    EXPECT_EQ(m_Abas->Tab(), 0);
-    EXPECT_FALSE(m_Abas->TemFoco());
-    EXPECT_EQ(m_Tela.Vistos(), Textos{});
-}
-
-TEST_F(SSTabTest, Abre_WhileDisabled_IsRefused)
-{
-    m_Abas->DefineEnabled(false);
-    EXPECT_FALSE(m_Abas->Abre(1));
-    EXPECT_EQ(m_Abas->Tab(), 0);
 }
 
 TEST_F(SSTabTest, Abre_WhenClickFaults_HasOpenedThePage)

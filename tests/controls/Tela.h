@@ -1,7 +1,7 @@
 #pragma once
 
 #include "controls/ztFrame.h"
-#include "host/Falha.h"
+#include "tests/support/FalhaLancada.h"
 #include "tests/support/FormFalso.h"
 #include "tests/support/UmControle.h"
 
@@ -51,13 +51,8 @@ class Tela {
 
 using Textos = std::vector<std::string>;
 
-// Number of the fault that the command raises; 0 when it raises none.
-inline std::int32_t NumeroDaFalha(const std::function<void()> &comando)
+// Number of the fault that the command raises.
+template <class Comando> std::int32_t NumeroDaFalha(Comando &&comando)
 {
-    try {
-        comando();
-    } catch (const Falha &falha) {
-        return falha.Numero;
-    }
-    return 0;
+    return FalhaLancada(comando).Numero;
 }

@@ -18,6 +18,12 @@ class TextBoxTest : public testing::Test {
     Tela m_Tela;
 };
 
+// A text without a limit.
+class CaixaTest : public TextBoxTest {
+  protected:
+    Ref<TextBox> caixa = Caixa(0);
+};
+
 TEST_F(TextBoxTest, Fresh_HasItsSettings)
 {
     auto ajustes = Chamado<AjustesTextBox>("txtDescricao", {.MaxLength = 50});
@@ -44,9 +50,8 @@ TEST_F(TextBoxTest, Fresh_HasItsSettings)
     EXPECT_TRUE(caixa->Visible());
 }
 
-TEST_F(TextBoxTest, DefineText_OfAnotherText_TellsTheScreenAndThenRaisesChangeWhateverThePersonMay)
+TEST_F(CaixaTest, DefineText_OfAnotherText_TellsTheScreenAndThenRaisesChangeWhateverThePersonMay)
 {
-    const Ref<TextBox> caixa = Caixa(0);
     const auto confere = [&](const std::string &texto) {
         m_Tela.Vistos();
         caixa->DefineText(texto);
@@ -75,9 +80,8 @@ TEST_F(TextBoxTest, DefineText_AroundTheLimit_CutsByCharacters)
     EXPECT_EQ(m_Tela.Vistos(), Textos{});
 }
 
-TEST_F(TextBoxTest, Digita_ThreeKeys_RaisesChangeThreeTimesBehindTheTextAndTakesTheFocus)
+TEST_F(CaixaTest, Digita_ThreeKeys_RaisesChangeThreeTimesBehindTheTextAndTakesTheFocus)
 {
-    const Ref<TextBox> caixa = Caixa(0);
     caixa->DefineText("ção");
     m_Tela.Vistos();
     EXPECT_TRUE(caixa->Digita("pé!"));
@@ -141,9 +145,8 @@ TEST_F(TextBoxTest, Edita_InTheMiddleOrBeyond_ReplacesAndLeavesTheCursorBehind)
     confere(9, 9, "c", "Ac", 2); // beyond the text, it works at its end
 }
 
-TEST_F(TextBoxTest, Digita_WhileItCannot_IsRefusedAndChangesNothing)
+TEST_F(CaixaTest, Digita_WhileItCannot_IsRefusedAndChangesNothing)
 {
-    const Ref<TextBox> caixa = Caixa(0);
     caixa->DefineText("x");
     const auto confere = [&] {
         m_Tela.Vistos();
@@ -175,17 +178,15 @@ TEST_F(TextBoxTest, Digita_WhileItCannot_IsRefusedAndChangesNothing)
     EXPECT_TRUE(caixa->Digita("y"));
 }
 
-TEST_F(TextBoxTest, Digita_WhenTheFirstKeyLocksTheField_StopsBehindIt)
+TEST_F(CaixaTest, Digita_WhenTheFirstKeyLocksTheField_StopsBehindIt)
 {
-    const Ref<TextBox> caixa = Caixa(0);
     m_Tela.Liga(caixa->Change(), [&] { caixa->DefineLocked(true); });
     EXPECT_FALSE(caixa->Digita("abc"));
     EXPECT_EQ(caixa->Text(), "a");
 }
 
-TEST_F(TextBoxTest, Digita_WhenAKeyRaisesAFault_PassesItAndKeepsWhatWasTyped)
+TEST_F(CaixaTest, Digita_WhenAKeyRaisesAFault_PassesItAndKeepsWhatWasTyped)
 {
-    const Ref<TextBox> caixa = Caixa(0);
     m_Tela.Liga(caixa->Change(), [&] {
         if (caixa->Text() == "ab") {
             throw Falha(13);
@@ -197,9 +198,8 @@ TEST_F(TextBoxTest, Digita_WhenAKeyRaisesAFault_PassesItAndKeepsWhatWasTyped)
     EXPECT_EQ(caixa->Text(), "abc");
 }
 
-TEST_F(TextBoxTest, Change_ThatWritesTheTextAgain_IsRaisedForThatToo)
+TEST_F(CaixaTest, Change_ThatWritesTheTextAgain_IsRaisedForThatToo)
 {
-    const Ref<TextBox> caixa = Caixa(0);
     m_Tela.Liga(caixa->Change(), [&] {
         if (caixa->Text() == "ab") {
             caixa->DefineText("AB");
@@ -225,9 +225,8 @@ TEST_F(TextBoxTest, DefineText_WhenItsNoticeReleasesTheForm_EndsInPeace)
     EXPECT_EQ(m_Tela.Vistos(), (Textos{"Mudou", "Change"}));
 }
 
-TEST_F(TextBoxTest, Digita_WhenTheFocusIsLedElsewhereOrLocksTheField_IsRefused)
+TEST_F(CaixaTest, Digita_WhenTheFocusIsLedElsewhereOrLocksTheField_IsRefused)
 {
-    const Ref<TextBox> caixa = Caixa(0);
     const Ref<TextBox> outra = m_Tela.Poe<TextBox>(Chamado<AjustesTextBox>("txtOutra"));
     {
         const Conexao levado = caixa->RecebeuFoco().liga([&] { outra->SetFocus(); });
@@ -241,9 +240,8 @@ TEST_F(TextBoxTest, Digita_WhenTheFocusIsLedElsewhereOrLocksTheField_IsRefused)
     EXPECT_EQ(m_Tela.Vistos(), Textos{"Mudou"});
 }
 
-TEST_F(TextBoxTest, Preenche_WhenTheEmptiedFieldIsLocked_LeavesItEmpty)
+TEST_F(CaixaTest, Preenche_WhenTheEmptiedFieldIsLocked_LeavesItEmpty)
 {
-    const Ref<TextBox> caixa = Caixa(0);
     caixa->DefineText("antes");
     m_Tela.Liga(caixa->Change(), [&] { caixa->DefineLocked(true); });
     EXPECT_FALSE(caixa->Preenche("depois"));

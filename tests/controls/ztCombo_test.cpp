@@ -220,7 +220,7 @@ TEST_F(MunicipiosTest, Digita_InAComboThatSearches_CountsNeitherAccentsNorCase)
     }
 }
 
-TEST_F(MunicipiosTest, Digita_AfterTheFocusWasElsewhere_StartsTheSearchAgain)
+TEST_F(MunicipiosTest, Digita_AfterTheFocusWasElsewhereOrApaga_StartsTheSearchAgainAndKeepsTheChoice)
 {
     const Ref<TextBox> outro = m_Tela.Poe<TextBox>(Chamado<AjustesTextBox>("txt"));
     EXPECT_TRUE(combo->Digita("por"));
@@ -229,11 +229,6 @@ TEST_F(MunicipiosTest, Digita_AfterTheFocusWasElsewhere_StartsTheSearchAgain)
     EXPECT_EQ(combo->Texto(), "Portão");
     EXPECT_TRUE(combo->Digita("sap"));
     EXPECT_EQ(combo->Texto(), "Sapiranga");
-}
-
-TEST_F(MunicipiosTest, Apaga_StartsTheSearchAgainAndKeepsTheChoice)
-{
-    EXPECT_TRUE(combo->Digita("sap"));
     m_Tela.Vistos();
     EXPECT_TRUE(combo->Apaga());
     EXPECT_EQ(combo->Procurado(), "");
@@ -248,20 +243,18 @@ TEST_F(MunicipiosTest, Digita_WhenAKeyMakesItReadOnly_StopsBehindIt)
     EXPECT_EQ(combo->Texto(), "São Leopoldo");
 }
 
-TEST_F(TiposTest, Click_WhenItChoosesAnother_RaisesClickAndChangeForThatToo)
+TEST_F(TiposTest, Click_WhenItFaultsOrChoosesAnother_RaisesNoChangeOrItForThatToo)
 {
-    m_Tela.Liga(combo->Click(), [&] { combo->DefineValor("M"); });
-    combo->DefineValor("P");
-    EXPECT_EQ(combo->Valor(), "M");
-    EXPECT_EQ(m_Tela.Vistos(), (Textos{"Mudou", "Click", "Mudou", "Click", "Change", "Change"}));
-}
-
-TEST_F(TiposTest, Escolhe_WhenClickFaults_HasChosenAndRaisesNoChange)
-{
-    m_Tela.Liga(combo->Click(), [] { throw Falha(13); });
-    EXPECT_EQ(NumeroDaFalha([&] { combo->Escolhe(1); }), 13);
+    {
+        const Conexao falha = combo->Click().liga([] { throw Falha(13); });
+        EXPECT_EQ(NumeroDaFalha([&] { combo->Escolhe(1); }), 13);
+    }
     EXPECT_EQ(combo->Valor(), "P");
     EXPECT_EQ(m_Tela.Vistos(), (Textos{"Mudou", "Click"}));
+    m_Tela.Liga(combo->Click(), [&] { combo->DefineValor("M"); });
+    combo->DefineValor("L");
+    EXPECT_EQ(combo->Valor(), "M");
+    EXPECT_EQ(m_Tela.Vistos(), (Textos{"Mudou", "Click", "Mudou", "Click", "Change", "Change"}));
 }
 
 TEST_F(ztComboTest, Escolhe_WhenClickReleasesTheForm_EndsInPeace)

@@ -25,17 +25,12 @@ class ztCommandTest : public testing::Test {
     Tela m_Tela;
 };
 
-TEST_F(ztCommandTest, Clica_WhenNotCancelled_RaisesValidaClickAndThenClick)
+TEST_F(ztCommandTest, Clica_RaisesValidaClickAndThenClickUnlessCancelled)
 {
     const Ref<ztCommand> botao = Botao(false);
     EXPECT_TRUE(botao->Clica());
     EXPECT_EQ(m_Tela.Vistos(), (Textos{"ValidaClick", "Click"}));
     EXPECT_TRUE(m_Tela.Form->EnabledEscritos.empty());
-}
-
-TEST_F(ztCommandTest, Clica_WhenCancelled_RaisesNoClick)
-{
-    const Ref<ztCommand> botao = Botao(false);
     m_Cancela = true;
     EXPECT_TRUE(botao->Clica());
     EXPECT_EQ(m_Tela.Vistos(), Textos{"ValidaClick"});
@@ -47,11 +42,6 @@ TEST_F(ztCommandTest, Clica_WithLock_HasTheFormDisabledInBothEventsAndEnabledBeh
     EXPECT_TRUE(botao->Clica());
     EXPECT_EQ(m_Tela.Vistos(), (Textos{"ValidaClick bloqueado", "Click bloqueado"}));
     EXPECT_EQ(m_Tela.Form->EnabledEscritos, (std::vector<bool>{false, true}));
-}
-
-TEST_F(ztCommandTest, Clica_WithLockWhenCancelled_EnablesTheForm)
-{
-    const Ref<ztCommand> botao = Botao(true);
     m_Cancela = true;
     EXPECT_TRUE(botao->Clica());
     EXPECT_TRUE(m_Tela.Form->Enabled());

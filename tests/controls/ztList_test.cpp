@@ -419,12 +419,9 @@ TEST_F(ListaComLinhas, EscolheMenu_OfAnItemHiddenDisabledBarredOrUnknown_IsRefus
     lista->DefineEnabled(false);
     EXPECT_FALSE(lista->EscolheMenu("mnuZTLObjDetalhes"));
     EXPECT_EQ(m_Tela.Vistos(), Textos{});
-}
-
-TEST_F(ListaComLinhas, EscolheMenu_OfAnItemThatHabilitaDisables_IsRefused)
-{
-    m_Tela.Liga(lista->HabilitaItensMenuLista(), [&] { lista->MenuHabilitado("mnuZTLObjEditar", false); });
-    EXPECT_FALSE(lista->EscolheMenu("mnuZTLObjEditar"));
+    lista->DefineEnabled(true);
+    m_Tela.Liga(lista->HabilitaItensMenuLista(), [&] { lista->MenuHabilitado("mnuZTLObjDetalhes", false); });
+    EXPECT_FALSE(lista->EscolheMenu("mnuZTLObjDetalhes"));
 }
 
 TEST_F(ListaComLinhas, EscolheMenu_OfExcluir_RemovesTheCurrentRow)
@@ -470,22 +467,20 @@ TEST_F(ListaComLinhas, EscolheMenu_OfExcluirCancelledOrThatFaults_KeepsTheRow)
     EXPECT_EQ(lista->ItemAtual(), 2);
 }
 
-TEST_F(ListaComLinhas, EscolheMenu_OfExcluirWhenTheListIsReloadedMeanwhile_RemovesNothing)
+TEST_F(ListaComLinhas, EscolheMenu_OfExcluirOfARowThatIsNotThere_RemovesNothing)
 {
-    m_Tela.Liga(lista->AntesDeRemoverItem(), [&](std::int32_t &) {
+    {
+        const Conexao alem = lista->AntesDeRemoverItem().liga([](std::int32_t &linha) { linha = 4; });
+        EXPECT_TRUE(lista->EscolheMenu(Excluir));
+        EXPECT_EQ(Nomes(lista, 3), (Textos{"K1", "K2", "K3"}));
+        EXPECT_EQ(lista->ItemAtual(), 1);
+    }
+    m_Tela.Liga(lista->AntesDeRemoverItem(), [&](std::int32_t &) { // the list is reloaded meanwhile
         lista->Limpa(std::nullopt);
         Carrega(lista, {{"9", "nove", "K9"}});
     });
     EXPECT_TRUE(lista->EscolheMenu(Excluir));
     EXPECT_EQ(Nomes(lista, 3), Textos{"K9"});
-}
-
-TEST_F(ListaComLinhas, EscolheMenu_OfExcluirOfARowThatIsNotThere_RemovesNothing)
-{
-    m_Tela.Liga(lista->AntesDeRemoverItem(), [](std::int32_t &linha) { linha = 4; });
-    EXPECT_TRUE(lista->EscolheMenu(Excluir));
-    EXPECT_EQ(Nomes(lista, 3), (Textos{"K1", "K2", "K3"}));
-    EXPECT_EQ(lista->ItemAtual(), 1);
 }
 
 TEST_F(ListaComLinhas, EscolheMenu_OfExcluirWhenARowBelowBecomesCurrent_KeepsThatRowCurrent)
@@ -536,28 +531,22 @@ TEST_F(ListaComLinhas, PedeMais_WhenTheFocusEndsTheOffer_IsRefused)
     EXPECT_EQ(m_Tela.Vistos(), (Textos{"ItemClick", "Habilita", "GotFocus"}));
 }
 
-TEST_F(ListaVazia, PedeMais_OnlyWhenOffered_RaisesBotaoClick)
+TEST_F(ListaComLinhas, PedeMais_OnlyWhenOffered_RaisesBotaoClickWhichMayAppend)
 {
     EXPECT_FALSE(lista->PedeMais());
     EXPECT_EQ(m_Tela.Vistos(), Textos{});
-    lista->DefineTemMais(true);
-    EXPECT_TRUE(lista->PedeMais());
-    EXPECT_EQ(m_Tela.Vistos(), (Textos{"GotFocus", "BotaoClick"}));
-    lista->DefineTemMais(false);
-    EXPECT_FALSE(lista->PedeMais());
-    EXPECT_EQ(m_Tela.Vistos(), Textos{});
-}
-
-TEST_F(ListaComLinhas, PedeMais_WhoseClickAppends_KeepsTheRowsBefore)
-{
     lista->DefineTemMais(true);
     m_Tela.Liga(lista->BotaoClick(), [&] {
         Carrega(lista, {{"4", "quatro", "K4"}});
         lista->DefineItemAtual(lista->NroItens());
     });
     EXPECT_TRUE(lista->PedeMais());
+    EXPECT_EQ(m_Tela.Vistos(), (Textos{"ItemClick", "Habilita", "GotFocus", "BotaoClick", "ItemClick", "Habilita"}));
     EXPECT_EQ(Nomes(lista, 1), (Textos{"1", "2", "3", "4"}));
     EXPECT_EQ(lista->ItemAtual(), 4);
+    lista->DefineTemMais(false);
+    EXPECT_FALSE(lista->PedeMais());
+    EXPECT_EQ(m_Tela.Vistos(), Textos{});
 }
 
 TEST_F(ListaVazia, Localiza_WithTheCriteriaBar_ValidatesAndSends)

@@ -388,6 +388,10 @@ TEST(Conversoes, OfInteger_ChecksTheWidthOfTheTarget)
     EXPECT_EQ(NumeroDaFalha([] { CLng(std::int64_t{2147483648}); }), 6);
     EXPECT_EQ(NumeroDaFalha([] { CLng(std::uint32_t{4294967295U}); }), 6);
     EXPECT_EQ(CDbl(std::int64_t{-5}), -5.0);
+    EXPECT_EQ(CDbl(-2.5), -2.5);
+    EXPECT_EQ(CInt("-&H10"), -16); // negative bits
+    EXPECT_EQ(CLng("-&H10"), -16);
+    EXPECT_EQ(NumeroDaFalha([] { CByte("-&H10"); }), 6);
     EXPECT_TRUE(CBool(std::uint8_t{2}));
     EXPECT_FALSE(CBool(0));
     EXPECT_EQ(CStr(std::uint8_t{7}), "7");
@@ -431,10 +435,6 @@ TEST(Conversoes, OfDate_IsItsDayCountAndItsText)
     EXPECT_EQ(CStr(Data{0.5}), "12:00:00");
     EXPECT_EQ(CStr(Data{-0.0}), "00:00:00");
     EXPECT_EQ(CStr(Data{45000 + 86399.7 / 86400}), "16/03/2023"); // midnight by rounding
-}
-
-TEST(Conversoes, CStr_OfMinusZero_HasNoSign)
-{
     EXPECT_EQ(CStr(-0.0), "0");
 }
 
@@ -468,6 +468,8 @@ TEST(Conversoes, Format_WithLiterals_KeepsThemAsTheyAre)
     EXPECT_EQ(Format(DataDe(5, 1, 2023, 7, 8, 9), "hh\\Hmm"), "07H08");
     EXPECT_EQ(Format(DataDe(5, 1, 2023, 7, 8, 9), "dd°mm"), "05°01");
     EXPECT_EQ(Format(DataDe(5, 1, 2023, 7, 8, 9), "d\\dd"), "5d5");
+    EXPECT_EQ(Format(DataDe(5, 3, 2024, 14, 7, 9), "hh:ss"), "14:09"); // the seconds behind the hour
+    EXPECT_EQ(Format(DataDe(5, 3, 2024, 14, 7, 9), "hh:ss mm"), "14:09 03");
 }
 
 TEST(Conversoes, MinutosDecorridos_CountsElapsedTimeNotBoundaries)
@@ -563,24 +565,6 @@ TEST(Conversoes, TextWithoutYear_IsInThePresentYear)
     const Data data = CDate("12/05");
     const int depois = ano();
     EXPECT_TRUE(data == DataDe(12, 5, antes) || data == DataDe(12, 5, depois));
-}
-
-TEST(Conversoes, CDbl_OfADouble_IsThatNumber)
-{
-    EXPECT_EQ(CDbl(-2.5), -2.5);
-}
-
-TEST(Conversoes, OfNegativeBits_IsTheNegativeNumber)
-{
-    EXPECT_EQ(CInt("-&H10"), -16);
-    EXPECT_EQ(CLng("-&H10"), -16);
-    EXPECT_EQ(NumeroDaFalha([] { CByte("-&H10"); }), 6);
-}
-
-TEST(Conversoes, Format_OfSecondsBehindTheHour_IsTheSeconds)
-{
-    EXPECT_EQ(Format(CDate("05/03/2024 14:07:09"), "hh:ss"), "14:09");
-    EXPECT_EQ(Format(CDate("05/03/2024 14:07:09"), "hh:ss mm"), "14:09 03");
 }
 
 } // namespace

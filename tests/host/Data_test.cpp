@@ -20,15 +20,20 @@ int NumeroDe(const std::function<void()> &comando)
     return 0;
 }
 
-TEST(Data, Vazia_OfDayZeroAtMidnightOnly)
+TEST(Data, Comparison_OfDates_IsByValueAndEmptyAtDayZero)
 {
     EXPECT_TRUE(Data{}.Vazia());
     EXPECT_TRUE(Data{-0.0}.Vazia());
     EXPECT_FALSE(Data{0.5}.Vazia());
     EXPECT_FALSE(Data{45000}.Vazia());
+    EXPECT_TRUE(Data{45000} == Data{45000});
+    EXPECT_TRUE(Data{45000} != Data{45000.5});
+    EXPECT_TRUE(Data{45000} < Data{45000.5});
+    EXPECT_TRUE(Data{45000} <= Data{45000});
+    EXPECT_TRUE(Data{} < DataDe(1, 1, 2023));
 }
 
-TEST(Data, DataDe_OfKnownDays_GivesThePlatformsCount)
+TEST(Data, DataDe_OfKnownDays_GivesThePlatformsCountAndAddsTheFraction)
 {
     EXPECT_EQ(DataDe(30, 12, 1899).Valor, 0);
     EXPECT_EQ(DataDe(31, 12, 1899).Valor, 1);
@@ -40,17 +45,13 @@ TEST(Data, DataDe_OfKnownDays_GivesThePlatformsCount)
     EXPECT_EQ(DataDe(15, 3, 2023).Valor, 45000);
     EXPECT_EQ(DataDe(1, 1, 100).Valor, -657434);
     EXPECT_EQ(DataDe(31, 12, 9999).Valor, 2958465);
-}
-
-TEST(Data, DataDe_WithTime_AddsTheFraction)
-{
     EXPECT_EQ(DataDe(15, 3, 2023, 12, 0, 0).Valor, 45000.5);
     EXPECT_EQ(DataDe(30, 12, 1899, 6, 0, 0).Valor, 0.25);
     EXPECT_EQ(DataDe(29, 12, 1899, 6, 0, 0).Valor, -1.25);
     EXPECT_EQ(DataDe(15, 3, 2023, 0, 0, 0).Valor, 45000);
 }
 
-TEST(Data, DataDe_OfImpossibleDay_IsFault5)
+TEST(Data, DataDe_OfImpossibleDayOrTime_IsFault5)
 {
     EXPECT_EQ(NumeroDe([] { DataDe(31, 4, 2023); }), 5);
     EXPECT_EQ(NumeroDe([] { DataDe(29, 2, 2023); }), 5);
@@ -66,10 +67,6 @@ TEST(Data, DataDe_OfImpossibleDay_IsFault5)
     EXPECT_EQ(NumeroDe([] { DataDe(1, 1, 10000); }), 5);
     EXPECT_EQ(NumeroDe([] { DataDe(1, 1, -100000); }), 5);
     EXPECT_EQ(NumeroDe([] { DataDe(29, 2, 2024); }), 0);
-}
-
-TEST(Data, DataDe_OfImpossibleTime_IsFault5)
-{
     EXPECT_EQ(NumeroDe([] { DataDe(1, 1, 2023, 24, 0, 0); }), 5);
     EXPECT_EQ(NumeroDe([] { DataDe(1, 1, 2023, -1, 0, 0); }), 5);
     EXPECT_EQ(NumeroDe([] { DataDe(1, 1, 2023, 0, 60, 0); }), 5);
@@ -79,7 +76,7 @@ TEST(Data, DataDe_OfImpossibleTime_IsFault5)
     EXPECT_EQ(NumeroDe([] { DataDe(1, 1, 2023, 23, 59, 59); }), 0);
 }
 
-TEST(Data, Partes_OfMoments_GivesTheCalendar)
+TEST(Data, Partes_OfMoments_GivesTheCalendarToTheNearestSecondAndOutsideItIsFault6)
 {
     EXPECT_EQ(Data{}.Partes(), (PartesData{30, 12, 1899, 0, 0, 0}));
     EXPECT_EQ(Data{45000.5}.Partes(), (PartesData{15, 3, 2023, 12, 0, 0}));
@@ -88,18 +85,10 @@ TEST(Data, Partes_OfMoments_GivesTheCalendar)
     EXPECT_EQ(Data{-657434}.Partes(), (PartesData{1, 1, 100, 0, 0, 0}));
     EXPECT_EQ(Data{-657434.5}.Partes(), (PartesData{1, 1, 100, 12, 0, 0}));
     EXPECT_EQ((Data{2958465.0 + 86399.0 / 86400.0}.Partes()), (PartesData{31, 12, 9999, 23, 59, 59}));
-}
-
-TEST(Data, Partes_OfFractionOfASecond_RoundsToTheNearest)
-{
     EXPECT_EQ((Data{45000 + 10.4 / 86400}.Partes()), (PartesData{15, 3, 2023, 0, 0, 10}));
     EXPECT_EQ((Data{45000 + 10.6 / 86400}.Partes()), (PartesData{15, 3, 2023, 0, 0, 11}));
     EXPECT_EQ((Data{45000 + 86399.6 / 86400}.Partes()), (PartesData{16, 3, 2023, 0, 0, 0}));
     EXPECT_EQ((Data{-1 - 86399.6 / 86400}.Partes()), (PartesData{30, 12, 1899, 0, 0, 0}));
-}
-
-TEST(Data, Partes_OutsideTheCalendar_IsFault6)
-{
     EXPECT_EQ(NumeroDe([] { Data{2958466}.Partes(); }), 6);
     EXPECT_EQ(NumeroDe([] { Data{2958465 + 86399.9 / 86400}.Partes(); }), 6);
     EXPECT_EQ(NumeroDe([] { Data{-657435}.Partes(); }), 6);
@@ -132,38 +121,21 @@ TEST(Data, Partes_OfEveryDayOfTheCalendar_ComesBackAndFollows)
     }
 }
 
-TEST(Data, MaisDias_OfMoment_KeepsTheTimeOfDay)
+TEST(Data, MaisDias_OfMoment_KeepsTheTimeOfDayAndOutsideTheCalendarIsFault5)
 {
     EXPECT_EQ(Data{45000}.MaisDias(-1).Valor, 44999);
     EXPECT_EQ(Data{45000.5}.MaisDias(30).Valor, 45030.5);
     EXPECT_EQ(Data{45000}.MaisDias(0).Valor, 45000);
     EXPECT_EQ(DataDe(1, 3, 2024).MaisDias(-1), DataDe(29, 2, 2024));
     EXPECT_EQ(DataDe(1, 3, 2023).MaisDias(-1), DataDe(28, 2, 2023));
-}
-
-TEST(Data, MaisDias_AcrossDayZero_KeepsTheTimeOfDay)
-{
     EXPECT_EQ(Data{-1.25}.MaisDias(1).Valor, 0.25);
     EXPECT_EQ(Data{-1.25}.MaisDias(2).Valor, 1.25);
     EXPECT_EQ(Data{0.25}.MaisDias(-1).Valor, -1.25);
     EXPECT_EQ(Data{-3.25}.MaisDias(1).Valor, -2.25);
-}
-
-TEST(Data, MaisDias_OutsideTheCalendar_IsFault5)
-{
     EXPECT_EQ(NumeroDe([] { Data{2958465}.MaisDias(1); }), 5);
     EXPECT_EQ(NumeroDe([] { Data{-657434}.MaisDias(-1); }), 5);
     EXPECT_EQ(NumeroDe([] { Data{2958464}.MaisDias(1); }), 0);
     EXPECT_EQ(NumeroDe([] { Data{}.MaisDias(2147483647); }), 5);
-}
-
-TEST(Data, Comparison_OfDates_IsByValue)
-{
-    EXPECT_TRUE(Data{45000} == Data{45000});
-    EXPECT_TRUE(Data{45000} != Data{45000.5});
-    EXPECT_TRUE(Data{45000} < Data{45000.5});
-    EXPECT_TRUE(Data{45000} <= Data{45000});
-    EXPECT_TRUE(Data{} < DataDe(1, 1, 2023));
 }
 
 } // namespace

@@ -7,14 +7,10 @@
 
 namespace {
 
-TEST(HostServices, Host_BeforeOneIsInstalled_IsFault91)
+TEST(HostServices, InstalaHost_OfAHost_GivesItAndItsPlatformUntilItIsTakenAwayAndNoneIsFault91)
 {
     EXPECT_EQ(FalhaLancada([] { Host(); }).Numero, 91);
     EXPECT_EQ(FalhaLancada([] { Plataforma(); }).Numero, 91);
-}
-
-TEST(HostServices, InstalaHost_OfAHost_GivesItAndItsPlatformUntilItIsTakenAway)
-{
     auto host = Novo<HostRoteirizado>();
     InstalaHost(host);
     EXPECT_EQ(&Host(), host.Ponteiro());

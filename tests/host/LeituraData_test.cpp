@@ -12,16 +12,12 @@ namespace {
 constexpr int AnoComum = 2023;
 constexpr int AnoBissexto = 2024;
 
-TEST(LeituraData, WithoutYear_IsInTheGivenYear)
+TEST(LeituraData, WithoutYear_IsInTheGivenYearAndALeapDayDependsOnIt)
 {
     EXPECT_EQ(LeData("12/05", 2023), DataDe(12, 5, 2023));
     EXPECT_EQ(LeData("12/05", 1999), DataDe(12, 5, 1999));
     EXPECT_EQ(LeData("12 maio", 2023), DataDe(12, 5, 2023));
     EXPECT_EQ(LeData("12/31", 2023), DataDe(31, 12, 2023));
-}
-
-TEST(LeituraData, LeapDayWithoutYear_DependsOnTheGivenYear)
-{
     EXPECT_EQ(LeData("29/02", AnoBissexto), DataDe(29, 2, AnoBissexto));
     EXPECT_EQ(LeData("02/29", AnoBissexto), DataDe(29, 2, AnoBissexto));
     // In a common year the number that is no day is the year.
@@ -87,7 +83,7 @@ TEST(LeituraData, EveryMonth_IsReadByNameAndByThreeLettersInAnyCase)
     }
 }
 
-TEST(LeituraData, HoursMinutesAndSeconds_EndBeforeTheNextUnit)
+TEST(LeituraData, HoursMinutesAndSeconds_EndBeforeTheNextUnitAndCountForward)
 {
     EXPECT_EQ(LeData("23:59:59", AnoComum), DataDe(30, 12, 1899, 23, 59, 59));
     EXPECT_EQ(LeData("24:00", AnoComum), std::nullopt);
@@ -95,25 +91,17 @@ TEST(LeituraData, HoursMinutesAndSeconds_EndBeforeTheNextUnit)
     EXPECT_EQ(LeData("12:00:60", AnoComum), std::nullopt);
     EXPECT_EQ(LeData("12/05/2020 24:00", AnoComum), std::nullopt);
     EXPECT_EQ(LeData("12/05/2020 12:60", AnoComum), std::nullopt);
-}
-
-TEST(LeituraData, DateBeforeDayZero_CountsTheTimeForward)
-{
     EXPECT_EQ(LeData("29/12/1899 06:00", AnoComum), Data{-1.25});
     EXPECT_EQ(LeData("28/12/1899 18:00", AnoComum), Data{-2.75});
     EXPECT_EQ(LeData("30/12/1899 06:00", AnoComum), Data{0.25});
 }
 
-TEST(LeituraData, EmptyMaskOfADate_IsNoDate)
+TEST(LeituraData, EmptyMaskMalformedOrEndlessText_IsNoDate)
 {
     EXPECT_EQ(LeData("  /  /    ", AnoComum), std::nullopt);
     EXPECT_EQ(LeData("__/__/____", AnoComum), std::nullopt);
     EXPECT_EQ(LeData("12/05/____", AnoComum), std::nullopt);
     EXPECT_EQ(LeData("", AnoComum), std::nullopt);
-}
-
-TEST(LeituraData, MalformedOrEndlessText_IsNoDate)
-{
     EXPECT_EQ(LeData("\xE7/05/2020", AnoComum), std::nullopt);
     EXPECT_EQ(LeData("12/05/2020\xC2", AnoComum), std::nullopt);
     EXPECT_EQ(LeData(std::string("12/05/2020\0", 11), AnoComum), std::nullopt);

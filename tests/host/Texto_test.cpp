@@ -1,22 +1,20 @@
 #include "host/Texto.h"
 
-#include "host/Falha.h"
+#include "tests/support/FalhaLancada.h"
 
-#include <gtest/gtest.h>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace {
 
 using Textos = std::vector<std::string>;
 
-TEST(Texto, Len_OfAccentedText_CountsLettersNotBytes)
+TEST(Texto, Len_OfAccentedText_CountsLettersAndEachMalformedByteAsOne)
 {
     EXPECT_EQ(Len(""), 0U);
     EXPECT_EQ(Len("Aferição"), 8U);
     EXPECT_EQ(Len("€𝄞"), 2U);
-}
-
-TEST(Texto, Len_OfMalformedBytes_CountsEachAsOneCharacter)
-{
     EXPECT_EQ(Len("\xE7\xE3o"), 3U);          // Latin-1 bytes
     EXPECT_EQ(Len("\x80\xBF"), 2U);           // continuations without a start
     EXPECT_EQ(Len("\xE2\x82"), 2U);           // cut short
@@ -28,17 +26,13 @@ TEST(Texto, Len_OfMalformedBytes_CountsEachAsOneCharacter)
     EXPECT_EQ(Len("\xC3\xA7\xC3"), 2U);       // good, then cut short
 }
 
-TEST(Texto, Left_OfAccentedText_CutsBetweenLetters)
+TEST(Texto, LeftAndRight_OfAccentedText_CutBetweenLetters)
 {
     EXPECT_EQ(Left("Aferição", 6), "Aferiç");
     EXPECT_EQ(Left("Aferição", 0), "");
     EXPECT_EQ(Left("Aferição", 8), "Aferição");
     EXPECT_EQ(Left("Aferição", 900), "Aferição");
     EXPECT_EQ(Left("\xE7\xE3o", 1), "\xE7");
-}
-
-TEST(Texto, Right_OfAccentedText_CutsBetweenLetters)
-{
     EXPECT_EQ(Right("Aferição", 3), "ção");
     EXPECT_EQ(Right("Aferição", 0), "");
     EXPECT_EQ(Right("Aferição", 8), "Aferição");
@@ -56,17 +50,7 @@ TEST(Texto, Mid_OfAccentedText_CountsFromOne)
     EXPECT_EQ(Mid("Município", 900, 5), "");
     EXPECT_EQ(Mid("Município", 3, 0), "");
     EXPECT_EQ(Mid("", 1, 5), "");
-}
-
-TEST(Texto, Mid_FromPositionZero_IsFault5)
-{
-    try {
-        Mid("abc", 0, 1);
-        FAIL() << "no fault";
-    } catch (const Falha &falha) {
-        EXPECT_EQ(falha.Numero, 5);
-        EXPECT_EQ(falha.Fonte, "ZTAVOREQUIP");
-    }
+    EXPECT_TRUE(Lanca(5, "ZTAVOREQUIP", [] { Mid("abc", 0, 1); }));
 }
 
 TEST(Texto, Trim_OfTextWithBlanks_TakesOnlyBlanksAtBothEnds)
@@ -78,37 +62,28 @@ TEST(Texto, Trim_OfTextWithBlanks_TakesOnlyBlanksAtBothEnds)
     EXPECT_EQ(Trim("\u00A0a\u00A0"), "\u00A0a\u00A0"); // hard blanks stay
 }
 
-TEST(Texto, UCase_OfPortugueseLetters_RaisesAllOfThem)
+TEST(Texto, UCase_OfLetters_RaisesAllOfThemAndLCaseLowersThem)
 {
-    EXPECT_EQ(UCase("aferição não vê à última lingüiça ñ õ"), "AFERIÇÃO NÃO VÊ À ÚLTIMA LINGÜIÇA Ñ Õ");
-    EXPECT_EQ(UCase("ÁÉ 123 @[`{"), "ÁÉ 123 @[`{");
+    const std::vector<std::pair<std::string, std::string>> pares = {
+        {"aferição não vê à última lingüiça ñ õ", "AFERIÇÃO NÃO VÊ À ÚLTIMA LINGÜIÇA Ñ Õ"},
+        {"áé 123 @[`{", "ÁÉ 123 @[`{"},
+        {"āąćďēğĩĳķĺłńŋœřšťűŷźżž", "ĀĄĆĎĒĞĨĲĶĹŁŃŊŒŘŠŤŰŶŹŻŽ"},
+        {"ÿ", "Ÿ"}};
+    for (const auto &[minusculo, maiusculo] : pares) {
+        EXPECT_EQ(UCase(minusculo), maiusculo);
+        EXPECT_EQ(LCase(maiusculo), minusculo);
+        EXPECT_EQ(UCase(maiusculo), maiusculo);
+        EXPECT_EQ(LCase(minusculo), minusculo);
+    }
 }
 
-TEST(Texto, LCase_OfPortugueseLetters_LowersAllOfThem)
-{
-    EXPECT_EQ(LCase("AFERIÇÃO NÃO VÊ À ÚLTIMA LINGÜIÇA Ñ Õ"), "aferição não vê à última lingüiça ñ õ");
-    EXPECT_EQ(LCase("áé 123 @[`{"), "áé 123 @[`{");
-}
-
-TEST(Texto, UCase_OfLettersBeyondPortuguese_PairsThem)
-{
-    EXPECT_EQ(UCase("āąćďēğĩĳķĺłńŋœřšťűŷźżž"), "ĀĄĆĎĒĞĨĲĶĹŁŃŊŒŘŠŤŰŶŹŻŽ");
-    EXPECT_EQ(LCase("ĀĄĆĎĒĞĨĲĶĹŁŃŊŒŘŠŤŰŶŹŻŽ"), "āąćďēğĩĳķĺłńŋœřšťűŷźżž");
-    EXPECT_EQ(UCase("ÿ"), "Ÿ");
-    EXPECT_EQ(LCase("Ÿ"), "ÿ");
-}
-
-TEST(Texto, UCase_OfSignsAndLettersWithoutPartner_LeavesThem)
+TEST(Texto, UCase_OfSignsMalformedBytesAndLettersWithoutPartner_LeavesThem)
 {
     EXPECT_EQ(UCase("÷×ßµªº°"), "÷×ßµªº°");
     EXPECT_EQ(LCase("÷×ßµªº°"), "÷×ßµªº°");
     EXPECT_EQ(UCase("ıĸŉſ"), "ıĸŉſ");
     EXPECT_EQ(LCase("İĸŉſ"), "İĸŉſ");
     EXPECT_EQ(UCase("αж"), "αж");
-}
-
-TEST(Texto, UCase_OfMalformedBytes_LeavesThemAndChangesTheRest)
-{
     EXPECT_EQ(UCase("a\xE7\xE3o\xC3"), "A\xE7\xE3O\xC3");
     EXPECT_EQ(LCase("A\xC7\xC3O\xE2\x82"), "a\xC7\xC3o\xE2\x82");
 }
@@ -123,16 +98,12 @@ TEST(Texto, LCase_OfEveryLetterRaised_ComesBack)
     }
 }
 
-TEST(Texto, ChaveSemCaixa_OfTextsThatDifferInCase_IsTheSame)
+TEST(Texto, ChaveAndIgualSemCaixa_OfTextsThatDifferInCase_AreTheSame)
 {
     EXPECT_EQ(ChaveSemCaixa("AFERIÇÃO"), ChaveSemCaixa("aferição"));
     EXPECT_EQ(ChaveSemCaixa("S1"), ChaveSemCaixa("s1"));
     EXPECT_NE(ChaveSemCaixa("aferição"), ChaveSemCaixa("afericao"));
     EXPECT_NE(ChaveSemCaixa("S1"), ChaveSemCaixa("S1 "));
-}
-
-TEST(Texto, IgualSemCaixa_OfPairs_CountsAccentsAndBlanks)
-{
     EXPECT_TRUE(IgualSemCaixa("Município", "MUNICÍPIO"));
     EXPECT_TRUE(IgualSemCaixa("", ""));
     EXPECT_FALSE(IgualSemCaixa("Município", "Municipio"));
@@ -160,17 +131,9 @@ TEST(Texto, Divide_OfText_GivesEveryPieceEmptyOnesToo)
     EXPECT_EQ(Divide("a||b|", "|"), (Textos{"a", "", "b", ""}));
     EXPECT_EQ(Divide("a\r\nb", "\r\n"), (Textos{"a", "b"}));
     EXPECT_EQ(Divide("çaç", "a"), (Textos{"ç", "ç"}));
-}
-
-TEST(Texto, Divide_OfNothing_GivesNoPiece)
-{
-    EXPECT_EQ(Divide("", "/"), Textos{});
+    EXPECT_EQ(Divide("", "/"), Textos{}); // no piece
     EXPECT_EQ(Divide("", ""), Textos{});
-}
-
-TEST(Texto, Divide_ByNothing_GivesTheWholeText)
-{
-    EXPECT_EQ(Divide("a/b", ""), (Textos{"a/b"}));
+    EXPECT_EQ(Divide("a/b", ""), (Textos{"a/b"})); // the whole text
 }
 
 } // namespace

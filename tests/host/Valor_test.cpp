@@ -76,17 +76,13 @@ TEST(Valor, Object_OfAValue_ConvertsToNothingElse)
     EXPECT_EQ(FalhaLancada([&] { valor.Texto(); }).Numero, 438);
 }
 
-TEST(Valor, Nothing_AsAValue_IsAnObject)
+TEST(Valor, Nothing_AsAValue_IsAnObjectAndAPlainValueIsFault424)
 {
     const Valor valor{Ref<EquiptoED>()};
     EXPECT_TRUE(valor.EhObjeto());
     EXPECT_FALSE(valor.EhVazio());
     EXPECT_TRUE(valor.ComoObjeto().Nada());
     EXPECT_TRUE(valor.Como<SensorED>().Nada());
-}
-
-TEST(Valor, ComoObjeto_OfAPlainValue_IsFault424)
-{
     EXPECT_EQ(FalhaLancada([] { Valor("x").ComoObjeto(); }).Numero, 424);
     EXPECT_EQ(FalhaLancada([] { Valor().ComoObjeto(); }).Numero, 424);
     EXPECT_EQ(FalhaLancada([] { Valor(Valor::Nulo{}).Como<EquiptoED>(); }).Numero, 424);
@@ -109,16 +105,12 @@ TEST(Valor, PorReferencia_OfAVariable_ReadsAndReplacesWhatIsInIt)
     EXPECT_EQ(FalhaLancada([] { Valor(Novo<EquiptoED>()).Substitui(nullptr); }).Numero, 424);
 }
 
-TEST(Valor, Comparison_OfValues_MindsTheirType)
+TEST(Valor, Comparison_OfValues_MindsTheirTypeAndWhatTheyStandFor)
 {
     EXPECT_TRUE(Valor("1") == Valor("1"));
     EXPECT_FALSE(Valor("1") == Valor(std::int32_t{1}));
     EXPECT_TRUE(Valor() == Valor());
     EXPECT_FALSE(Valor() == Valor(Valor::Nulo{}));
-}
-
-TEST(Valor, Comparison_OfNullsAndOfVariables_IsOfWhatTheyStandFor)
-{
     EXPECT_TRUE(Valor(Valor::Nulo{}) == Valor(Valor::Nulo{}));
     Ref<Objeto> variavel;
     Ref<Objeto> outra;

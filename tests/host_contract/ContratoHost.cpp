@@ -21,21 +21,18 @@ void ContratoHost::TearDown()
     adaptador->Encerra();
 }
 
-std::int32_t ContratoHost::NumeroDaFalha(const std::function<void()> &comando)
-{
-    try {
-        comando();
-    } catch (...) {
-        return FalhaCorrente().Numero;
-    }
-    return 0;
-}
-
 void ContratoHost::Mostra()
 {
     Ref<Objeto> formClick;
     form->Mostra(adaptador->ObjInterface(), false, formClick);
     adaptador->DeixaPassar();
+}
+
+const int &ContratoHost::Conta(Evento<> &evento)
+{
+    int &vezes = m_Contagens.emplace_back(0);
+    m_Conexoes.push_back(evento.liga([&vezes] { ++vezes; }));
+    return vezes;
 }
 
 Ref<IDadosVor> ContratoHost::Dados()

@@ -2,11 +2,13 @@
 
 #include "host/HostServices.h"
 #include "tests/host_contract/AdaptadorHost.h"
+#include "tests/support/FalhaLancada.h"
 #include "tests/support/FormFalso.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <memory>
 #include <string>
@@ -19,8 +21,11 @@ class ContratoHost : public testing::TestWithParam<FabricaAdaptador> {
     void SetUp() override;
     void TearDown() override;
 
-    // Number of the fault that the command raises, 0 when it raises none.
-    static std::int32_t NumeroDaFalha(const std::function<void()> &comando);
+    // Number of the fault that the command raises.
+    template <class Comando> static std::int32_t NumeroDaFalha(Comando &&comando)
+    {
+        return FalhaLancada(comando).Numero;
+    }
 
     // Shows the form, not modal, with the controls that it has by now.
     void Mostra();
@@ -35,6 +40,9 @@ class ContratoHost : public testing::TestWithParam<FabricaAdaptador> {
     {
         return form->Guarda(ComoTipo<Contrato>(Host().Controles()->Cria(form, peca, container, -1)));
     }
+
+    // How often the event was raised from now on.
+    const int &Conta(Evento<> &evento);
 
     // The domain-data and message services, created on first use.
     Ref<IDadosVor> Dados();
@@ -72,6 +80,8 @@ class ContratoHost : public testing::TestWithParam<FabricaAdaptador> {
     Ref<FormFalso> form = Novo<FormFalso>(); // closed at the end
 
   private:
+    std::deque<int> m_Contagens;
+    std::vector<Conexao> m_Conexoes;
     Ref<IDadosVor> m_Dados;
     Ref<IMensagem> m_Mensagem;
 };

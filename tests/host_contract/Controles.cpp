@@ -92,8 +92,7 @@ TEST_P(ContratoHost, TextBox_Written_IsCutAndRaisesChangeWhenItBecomesAnother)
     texto->DefineText("início");
     EXPECT_EQ(texto->Text(), "iníci");
     EXPECT_EQ(texto->MaxLength(), 5);
-    int mudancas = 0;
-    Conexao conexao = texto->Change().liga([&] { ++mudancas; });
+    const int &mudancas = Conta(texto->Change());
     texto->DefineText("ação longa");
     EXPECT_EQ(texto->Text(), "ação ");
     texto->DefineText("ação longa");
@@ -107,8 +106,7 @@ TEST_P(ContratoHost, TextBox_TypedInto_ObeysLimitLockAndEnabled)
 {
     auto texto = Poe<ITextBox>(Com<AjustesTextBox>("txt", {.MaxLength = 3}));
     Mostra();
-    int mudancas = 0;
-    Conexao conexao = texto->Change().liga([&] { ++mudancas; });
+    const int &mudancas = Conta(texto->Change());
     EXPECT_TRUE(adaptador->Digita(form, "txt", "ab"));
     EXPECT_EQ(texto->Text(), "ab");
     EXPECT_EQ(mudancas, 2);
@@ -129,8 +127,7 @@ TEST_P(ContratoHost, TextBox_TypedInto_ObeysLimitLockAndEnabled)
 TEST_P(ContratoHost, CheckBox_WrittenAndClicked_RaisesClickWhenItBecomesAnother)
 {
     auto marca = Poe<ICheckBox>(Com<AjustesCheckBox>("chk"));
-    int cliques = 0;
-    Conexao conexao = marca->Click().liga([&] { ++cliques; });
+    const int &cliques = Conta(marca->Click());
     EXPECT_EQ(marca->Value(), 0);
     marca->DefineValue(1);
     marca->DefineValue(1);
@@ -272,8 +269,7 @@ TEST_P(ContratoHost, ZtCombo_ChosenByThePerson_RaisesAndObeysTheLock)
     auto combo = Poe<IztCombo>(Com<AjustesZtCombo>("cbo"));
     combo->AdicionaItem("Um|1");
     combo->AdicionaItem("Dois|2");
-    int mudancas = 0;
-    Conexao conexao = combo->Change().liga([&] { ++mudancas; });
+    const int &mudancas = Conta(combo->Change());
     Mostra();
     EXPECT_TRUE(adaptador->Escolhe(form, "cbo", "Dois"));
     EXPECT_EQ(combo->Valor(), "2");
@@ -289,8 +285,7 @@ TEST_P(ContratoHost, ZtCombo_ChosenByThePerson_RaisesAndObeysTheLock)
 TEST_P(ContratoHost, ZtMask_OfDigits_TakesNothingElseOfThePerson)
 {
     auto campo = Poe<IztMask>(Com<AjustesZtMask>("msk", {.MaxLength = 3, .Tipo = TipoMascara::Digitos}));
-    int mudancas = 0;
-    Conexao conexao = campo->Change().liga([&] { ++mudancas; });
+    const int &mudancas = Conta(campo->Change());
     Mostra();
     adaptador->Digita(form, "msk", "1a2b345");
     EXPECT_EQ(campo->Text(), "123");
@@ -346,8 +341,7 @@ TEST_P(ContratoHost, ZtData_OfADate_KnowsWhetherItIsOne)
     EXPECT_EQ(campo->Text(), "  /  /    ");
     EXPECT_EQ(campo->Valor(), "");
     EXPECT_FALSE(campo->DataValida());
-    int mudancas = 0;
-    Conexao conexao = campo->Change().liga([&] { ++mudancas; });
+    const int &mudancas = Conta(campo->Change());
     campo->DefineText("20/11/2026");
     EXPECT_EQ(campo->Valor(), "20/11/2026");
     EXPECT_TRUE(campo->DataValida());
@@ -363,8 +357,7 @@ TEST_P(ContratoHost, ZtData_OfADate_KnowsWhetherItIsOne)
 TEST_P(ContratoHost, ZtVeiObservacao_Written_IsCut)
 {
     auto campo = Poe<IztVeiObservacao>(Com<AjustesZtVeiObservacao>("obs", {.MaxLength = 4}));
-    int mudancas = 0;
-    Conexao conexao = campo->Change().liga([&] { ++mudancas; });
+    const int &mudancas = Conta(campo->Change());
     campo->DefineText("ação demais");
     EXPECT_EQ(campo->Text(), "ação");
     campo->DefineText("ação");
@@ -376,8 +369,7 @@ TEST_P(ContratoHost, ZtVeiObservacao_Written_IsCut)
 TEST_P(ContratoHost, ZtEndereco_Preset_HoldsTheAddressAndRaisesNothing)
 {
     auto campo = Poe<IztEndereco>(Com<AjustesZtEndereco>("end"));
-    int entradas = 0;
-    Conexao conexao = campo->EntradaOK().liga([&] { ++entradas; });
+    const int &entradas = Conta(campo->EntradaOK());
     EXPECT_EQ(campo->Endereco()->CodLogradouro(), 0);
     EXPECT_EQ(campo->Endereco()->DescricaoEndereco(), "");
     campo->Endereco()->SetaEndereco(1, 77, 100, "fundos", "90000000", "", 0);
@@ -391,8 +383,6 @@ TEST_P(ContratoHost, ZtEndereco_Preset_HoldsTheAddressAndRaisesNothing)
 TEST_P(ContratoHost, ZtClienteSetor_WithTheNumberOfTheSession_IsComplete)
 {
     auto seletor = Poe<IztClienteSetor>(Com<AjustesZtClienteSetor>("cli"));
-    int mudancas = 0;
-    Conexao conexao = seletor->Change().liga([&] { ++mudancas; });
     seletor->DefineCodCliente(Dados()->ObtemOrgao()->CodCliente());
     EXPECT_TRUE(seletor->Valida());
     EXPECT_FALSE(seletor->Cliente().empty());

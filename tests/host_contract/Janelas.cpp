@@ -25,15 +25,21 @@ TEST_P(ContratoHost, Forms_Loaded_AreOpenInTheirOrderShownOrNot)
     EXPECT_EQ(NumeroDaFalha([] { Plataforma()->FormAberto(0); }), 9);
 }
 
-TEST_P(ContratoHost, Descarrega_OfAnOpenForm_AsksItWhileItIsStillOpen)
+TEST_P(ContratoHost, Descarrega_OfAnOpenForm_AsksItOnceWhileItIsStillOpen)
 {
+    form->Fecha(); // it is not open
     form->Carrega();
     std::int32_t abertos = 0;
-    form->NoUnload = [&] { abertos = Plataforma()->NroForms(); };
+    form->NoUnload = [&] {
+        abertos = Plataforma()->NroForms();
+        form->Fecha(); // inside its unload
+    };
     form->Fecha();
+    form->NoUnload = nullptr;
     EXPECT_EQ(abertos, 1);
-    EXPECT_EQ(form->Unloads, 1);
     EXPECT_EQ(Plataforma()->NroForms(), 0);
+    form->Fecha();
+    EXPECT_EQ(form->Unloads, 1);
 }
 
 TEST_P(ContratoHost, Descarrega_OfAFormThatCancels_LeavesItAsItWas)
@@ -49,44 +55,19 @@ TEST_P(ContratoHost, Descarrega_OfAFormThatCancels_LeavesItAsItWas)
     EXPECT_EQ(Plataforma()->NroForms(), 0);
 }
 
-TEST_P(ContratoHost, Descarrega_OfAFormThatIsNotOpen_DoesNotAskIt)
-{
-    form->Fecha();
-    form->Carrega();
-    form->Fecha();
-    form->Fecha();
-    EXPECT_EQ(form->Unloads, 1);
-}
-
-TEST_P(ContratoHost, Descarrega_InsideTheUnloadOfTheSameForm_DoesNotAskAgain)
-{
-    form->Carrega();
-    form->NoUnload = [&] { form->Fecha(); };
-    form->Fecha();
-    EXPECT_EQ(form->Unloads, 1);
-    EXPECT_EQ(Plataforma()->NroForms(), 0);
-    form->NoUnload = nullptr;
-}
-
-TEST_P(ContratoHost, Descarrega_OfAForm_LetsItGo)
-{
-    Mostra();
-    RefFraca<FormFalso> vigia = form;
-    form->Fecha();
-    adaptador->DeixaPassar();
-    form = nullptr;
-    EXPECT_TRUE(vigia.Nada());
-}
-
-TEST_P(ContratoHost, Forms_Unloaded_CanBeLoadedAgain)
+TEST_P(ContratoHost, Descarrega_OfAForm_LetsItGoAndItCanBeLoadedAgain)
 {
     Mostra();
     form->Fecha();
     Mostra();
     EXPECT_TRUE(form->Visible());
     EXPECT_EQ(Plataforma()->NroForms(), 1);
+    RefFraca<FormFalso> vigia = form;
     form->Fecha();
     EXPECT_EQ(form->Unloads, 2);
+    adaptador->DeixaPassar();
+    form = nullptr;
+    EXPECT_TRUE(vigia.Nada());
 }
 
 TEST_P(ContratoHost, MostraJanela_NotModal_ReturnsWithTheFormShown)
@@ -174,19 +155,14 @@ TEST_P(ContratoHost, MostraJanela_ModalInsideModal_ReturnsTheInnerFirst)
     EXPECT_EQ(ordem, (std::vector<std::string>{"inner", "outer"}));
 }
 
-TEST_P(ContratoHost, DefineTextoJanela_OfAWindow_DoesNotTouchTheCaption)
-{
-    Mostra();
-    Plataforma()->DefineTextoJanela(form->hwnd(), "Título escrito");
-    EXPECT_EQ(adaptador->TextoJanela(form), "Título escrito");
-    EXPECT_EQ(form->Caption(), "Falso");
-}
-
-TEST_P(ContratoHost, Caption_OfAShownForm_IsItsWindowsText)
+TEST_P(ContratoHost, Caption_OfAShownForm_IsItsWindowsTextWhichCanBeWrittenAlone)
 {
     Mostra();
     form->DefineCaption("Outro título");
     EXPECT_EQ(adaptador->TextoJanela(form), "Outro título");
+    Plataforma()->DefineTextoJanela(form->hwnd(), "Título escrito");
+    EXPECT_EQ(adaptador->TextoJanela(form), "Título escrito");
+    EXPECT_EQ(form->Caption(), "Outro título");
 }
 
 } // namespace

@@ -51,21 +51,30 @@ TEST_P(ContratoHost, PreencheTipoAgente_InBothModes_OffersNumberedTypes)
     }
 }
 
-TEST_P(ContratoHost, PreencheTipoAgente_WithAllAndFirst_PutsAllInFrontAndChoosesIt)
+TEST_P(ContratoHost, PreencheTipo_WithAllAndFirst_PutsAllInFrontAndChoosesIt)
 {
     auto combo = Combo(form);
-    combo->AdicionaItem("from before|9");
-    Dados()->PreencheTipoAgente(combo, true, true, true);
-    EXPECT_EQ(combo->IndiceAtual(), 0);
-    EXPECT_EQ(combo->Texto(), "Todos");
-    EXPECT_EQ(combo->Valor(), "0");
-    EXPECT_FALSE(ValoresDe(combo).contains("9"));
-    Dados()->PreencheTipoAgente(combo, true, true, false);
-    EXPECT_EQ(combo->IndiceAtual(), -1);
-    EXPECT_EQ(ItensDe(combo).at(0).second, "0");
-    Dados()->PreencheTipoAgente(combo, true, false, true);
-    EXPECT_EQ(combo->IndiceAtual(), 0);
-    EXPECT_NE(combo->Valor(), "0");
+    for (const std::string &todos : {std::string("0"), std::string("T")}) {
+        const auto preenche = [&](bool comTodos, bool primeiro) {
+            if (todos == "0") {
+                Dados()->PreencheTipoAgente(combo, true, comTodos, primeiro);
+            } else {
+                Dados()->PreencheTipoEquip(combo, 0, false, comTodos, primeiro);
+            }
+        };
+        combo->AdicionaItem("from before|9");
+        preenche(true, true);
+        EXPECT_EQ(combo->IndiceAtual(), 0);
+        EXPECT_EQ(combo->Texto(), "Todos");
+        EXPECT_EQ(combo->Valor(), todos);
+        EXPECT_FALSE(ValoresDe(combo).contains("9"));
+        preenche(true, false);
+        EXPECT_EQ(combo->IndiceAtual(), -1);
+        EXPECT_EQ(ItensDe(combo).at(0).second, todos);
+        preenche(false, true);
+        EXPECT_EQ(combo->IndiceAtual(), 0);
+        EXPECT_NE(combo->Valor(), todos);
+    }
 }
 
 TEST_P(ContratoHost, PreencheTipoEquip_OfEachMeterType_OffersLettersThatAllOffersToo)
@@ -87,17 +96,6 @@ TEST_P(ContratoHost, PreencheTipoEquip_OfEachMeterType_OffersLettersThatAllOffer
             }
         }
     }
-}
-
-TEST_P(ContratoHost, PreencheTipoEquip_WithAllAndFirst_PutsAllInFrontAndChoosesIt)
-{
-    auto combo = Combo(form);
-    combo->AdicionaItem("from before|9");
-    Dados()->PreencheTipoEquip(combo, 0, false, true, true);
-    EXPECT_EQ(combo->IndiceAtual(), 0);
-    EXPECT_EQ(combo->Texto(), "Todos");
-    EXPECT_EQ(combo->Valor(), "T");
-    EXPECT_FALSE(ValoresDe(combo).contains("9"));
 }
 
 TEST_P(ContratoHost, PreencheRejeicoes_OfACombo_OffersNumbers)
@@ -185,24 +183,18 @@ TEST_P(ContratoHost, Documentos_ThatAreNotThere_AreRefused)
     EXPECT_EQ(numero, 0);
 }
 
-TEST_P(ContratoHost, DocumentoPDF_OfAFile_OpensIt)
+TEST_P(ContratoHost, DocumentoPDF_OfAFile_OpensItUnlessItIsNotThere)
 {
-    const std::string caminho = adaptador->Diretorio() + "visto.pdf";
-    Plataforma()->GravaArquivo(caminho, PdfMinimo());
-    auto documento = Host().CriaDocumentoPDF();
-    documento->DefineArquivoPDF(caminho);
-    EXPECT_TRUE(documento->Mostra(false));
-    auto modal = Host().CriaDocumentoPDF();
-    modal->DefineArquivoPDF(caminho);
+    Plataforma()->GravaArquivo(adaptador->Diretorio() + "visto.pdf", PdfMinimo());
+    const auto mostra = [&](const std::string &nome, bool modal) {
+        auto documento = Host().CriaDocumentoPDF();
+        documento->DefineArquivoPDF(adaptador->Diretorio() + nome);
+        return documento->Mostra(modal);
+    };
+    EXPECT_TRUE(mostra("visto.pdf", false));
     adaptador->FechaProximoVisor();
-    EXPECT_TRUE(modal->Mostra(true));
-}
-
-TEST_P(ContratoHost, DocumentoPDF_OfAFileThatIsNotThere_AnswersFalse)
-{
-    auto documento = Host().CriaDocumentoPDF();
-    documento->DefineArquivoPDF(adaptador->Diretorio() + "falta.pdf");
-    EXPECT_FALSE(documento->Mostra(false));
+    EXPECT_TRUE(mostra("visto.pdf", true));
+    EXPECT_FALSE(mostra("falta.pdf", false));
 }
 
 TEST_P(ContratoHost, FormataDataEHora_OfARecordsNumbers_GiveTheDisplayForm)

@@ -116,7 +116,9 @@ TEST_F(FormularioTeste, Mudou_PropertyWritten_TheNewValueIsThere)
 {
     form->Carregar();
     std::string lido;
+    int vezes = 0;
     const Conexao conexao = form->Mudou().liga([&] {
+        ++vezes;
         lido = std::to_string(form->Enabled()) + std::to_string(form->Visible()) + form->Caption() +
                std::to_string(form->Left()) + std::to_string(form->Top()) + std::to_string(form->Width()) +
                std::to_string(form->Height()) + std::to_string(form->WindowState()) + form->Icone();
@@ -135,6 +137,8 @@ TEST_F(FormularioTeste, Mudou_PropertyWritten_TheNewValueIsThere)
     EXPECT_EQ(depois([&] { form->DefineHeight(4); }), "01T12340");
     EXPECT_EQ(depois([&] { form->DefineWindowState(JanelaMinimizada); }), "01T12341");
     EXPECT_EQ(depois([&] { form->DefineIcone("i"); }), "01T12341i");
+    EXPECT_EQ(vezes, 9);
+    EXPECT_FALSE(form->MDIChild());
 }
 
 TEST_F(FormularioTeste, Carregar_WrittenBeforeTheLoad_IsAsDesigned)
@@ -152,7 +156,7 @@ TEST_F(FormularioTeste, Carregar_WrittenBeforeTheLoad_IsAsDesigned)
     EXPECT_TRUE(form->ControleAtivo().Nada());
 }
 
-TEST_F(FormularioTeste, Carregar_Loaded_KeepsEverything)
+TEST_F(FormularioTeste, Carregar_Loaded_KeepsEverythingAndItsOwnHandle)
 {
     form->Carregar();
     const Ref<ILabel> lblTexto = form->lblTexto;
@@ -163,14 +167,9 @@ TEST_F(FormularioTeste, Carregar_Loaded_KeepsEverything)
     EXPECT_EQ(form->hwnd(), hwnd);
     EXPECT_EQ(form->Caption(), "Outra");
     EXPECT_EQ(host->Conta("Plataforma.Carrega"), 1);
-}
-
-TEST_F(FormularioTeste, Carregar_TwoForms_HaveHandlesOfTheirOwn)
-{
     auto outro = Novo<FormDeTeste>();
-    form->Carregar();
     outro->Carregar();
-    EXPECT_NE(form->hwnd(), outro->hwnd());
+    EXPECT_NE(outro->hwnd(), hwnd);
 }
 
 TEST_F(FormularioTeste, Carregar_AfterUnload_IsAsDesignedWithTheFormsOwnFields)
@@ -318,12 +317,15 @@ TEST_F(FormularioTeste, AbandonaCarga_Loaded_UnloadsItUnlessItIsShown)
     EXPECT_EQ(host->Conta("Plataforma.Descarrega"), 2);
 }
 
-TEST_F(FormularioTeste, Unload_NotLoaded_RaisesNoEvent)
+TEST_F(FormularioTeste, Ativada_WithoutShell_RaisesItsOwnEventOnlyAndUnloadNoneUnlessLoaded)
 {
     bool cancela = false;
     form->Unload(cancela);
     EXPECT_FALSE(cancela);
     EXPECT_TRUE(form->Eventos.empty());
+    form->Carregar();
+    form->Ativada();
+    EXPECT_EQ(form->Eventos, (Linhas{"Activate"}));
 }
 
 TEST_F(FormularioTeste, Unload_FormLetGoInItsOwnEvent_LivesUntilItReturns)
@@ -351,62 +353,24 @@ TEST_F(FormularioTeste, Unload_InsideAnEventOfItsOwn_IsNoCrash)
     EXPECT_FALSE(form->Carregado());
 }
 
-TEST_F(FormularioTeste, Window_WrittenValues_AreReadAndTold)
+TEST_F(FormularioTeste, SetFocus_EnabledAndVisible_AsksForTheFocusAndOtherwiseRaisesFive)
 {
     form->Carregar();
     Escuta();
-    form->DefineLeft(10);
-    form->DefineTop(20);
-    form->DefineWidth(30);
-    form->DefineHeight(40);
-    form->DefineWindowState(JanelaMinimizada);
-    form->DefineCaption("Outra");
-    form->DefineEnabled(false);
-    form->DefineVisible(true);
-    form->DefineIcone("Equipamentos");
-    EXPECT_EQ(Mudancas, 9);
-    EXPECT_EQ(form->Left(), 10);
-    EXPECT_EQ(form->Top(), 20);
-    EXPECT_EQ(form->Width(), 30);
-    EXPECT_EQ(form->Height(), 40);
-    EXPECT_EQ(form->WindowState(), JanelaMinimizada);
-    EXPECT_EQ(form->Caption(), "Outra");
-    EXPECT_FALSE(form->Enabled());
-    EXPECT_TRUE(form->Visible());
-    EXPECT_EQ(form->Icone(), "Equipamentos");
-    EXPECT_FALSE(form->MDIChild());
-}
-
-TEST_F(FormularioTeste, Window_SameEnabledVisibleAndCaption_TellNothing)
-{
-    form->Carregar();
-    Escuta();
-    form->DefineEnabled(true);
+    form->DefineEnabled(true); // as it is, like the next two
     form->DefineVisible(false);
     form->DefineCaption("Teste");
     EXPECT_EQ(Mudancas, 0);
-}
-
-TEST_F(FormularioTeste, SetFocus_EnabledAndVisible_AsksForTheFocus)
-{
-    form->Carregar();
-    Escuta();
+    EXPECT_TRUE(Lanca(5, "ZTAVOREQUIP", [&] { form->SetFocus(); }));
     form->DefineVisible(true);
+    form->DefineEnabled(false);
+    EXPECT_TRUE(Lanca(5, "ZTAVOREQUIP", [&] { form->SetFocus(); }));
+    EXPECT_EQ(Focos, 0);
+    form->DefineEnabled(true);
     form->SetFocus();
     EXPECT_EQ(Focos, 1);
     form->ZOrder(0);
     EXPECT_EQ(Ordens, (std::vector<std::int16_t>{0}));
-}
-
-TEST_F(FormularioTeste, SetFocus_HiddenOrDisabled_RaisesFive)
-{
-    form->Carregar();
-    Escuta();
-    EXPECT_EQ(FalhaLancada([&] { form->SetFocus(); }).Numero, 5);
-    form->DefineVisible(true);
-    form->DefineEnabled(false);
-    EXPECT_EQ(FalhaLancada([&] { form->SetFocus(); }).Numero, 5);
-    EXPECT_EQ(Focos, 0);
 }
 
 TEST_F(FormularioTeste, Ativada_WithShell_TellsItBeforeTheFormsOwnEvent)
@@ -422,13 +386,6 @@ TEST_F(FormularioTeste, Ativada_WithShell_TellsItBeforeTheFormsOwnEvent)
     form->Redimensionada();
     EXPECT_EQ(form->Eventos, (Linhas{"Activate", "Deactivate", "Resize"}));
     EXPECT_TRUE(geral->FormAtivo() == form);
-}
-
-TEST_F(FormularioTeste, Ativada_WithoutShell_RaisesItsOwnEventOnly)
-{
-    form->Carregar();
-    form->Ativada();
-    EXPECT_EQ(form->Eventos, (Linhas{"Activate"}));
 }
 
 TEST_F(FormularioTeste, WindowEvents_OfAFormWithoutHandlers_ChangeNothing)

@@ -113,16 +113,13 @@ TEST_F(MenusGeralTeste, IncorporaMenuPrincipal_FirstTime_MergesTheMainItemsAndCo
     EXPECT_TRUE(RegistroIgual(Vistos(), {"Host.CriaAMEditMenu()", incorpora + " !! 51"}));
 }
 
-TEST_F(MenusGeralTeste, AdicionaMenu_AnyItems_MergesThemEachTime)
+TEST_F(MenusGeralTeste, AdicionaMenu_Fails_GoesOnWithItsTailAndDoesNotCountAsMerged)
 {
     ItensMenu itens{nullptr, ItemDeMenu("mnuX", "bndArquivo")};
     Menus().AdicionaMenu(itens);
-    Menus().AdicionaMenu(itens);
+    Menus().AdicionaMenu(itens); // each time
     EXPECT_EQ(host->Conta("AMEditMenu.IncorporaMenu(ActBar, [Nothing, mnuX], False)"), 2);
-}
-
-TEST_F(MenusGeralTeste, AdicionaMenu_Fails_GoesOnWithItsTailAndDoesNotCountAsMerged)
-{
+    Menus().RemoveMenu(itens);
     FalhaEmCada({"Host.CriaAMEditMenu", "AMEditMenu.IncorporaMenu"}, " < Geral.AdicionaMenu",
                 [&] { Menus().AdicionaMenu(Menus().aMenu); });
     host->FalhaEm("AMEditMenu.IncorporaMenu");

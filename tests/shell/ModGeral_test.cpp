@@ -75,15 +75,20 @@ class ComboTeste : public ModGeralTeste {
 
 // The singletons.
 
-TEST_F(ModGeralTeste, goMensagem_OnFirstUse_IsCreatedWithTheProductNameAsTitle)
+TEST_F(ModGeralTeste, Singletons_Twice_AreCreatedOnceAndOnlyTheApplicationsOutlivesTheLogoff)
 {
+    const Ref<IObjGlobalVor> global = ObjGlobalVor();
+    EXPECT_TRUE(RegistroIgual(host->Registro(), {"Host.CriaObjGlobalVor()"}));
     LogaGeral();
     LiberaServicos();
-    Ref<IMensagem> primeira = goMensagem();
-    EXPECT_TRUE(goMensagem() == primeira);
+    EXPECT_TRUE(goMensagem() == goMensagem());
+    EXPECT_TRUE(goDadosVor() == goDadosVor());
+    EXPECT_TRUE(goDiretorios() == goDiretorios());
+    EXPECT_TRUE(ObjGlobalVor() == global);
     EXPECT_TRUE(
         RegistroIgual(host->Registro(), {"Host.CriaMensagem()", "oAppEXE.ProductName -> \"Sistema de Autuações\"",
-                                         "goMensagem.Titulo := \"Sistema de Autuações\""}));
+                                         "goMensagem.Titulo := \"Sistema de Autuações\"", "Host.CriaDadosVor()",
+                                         "goDadosVor.Inicializa(ObjInterface)", "Host.CriaDiretorios()"}));
 }
 
 TEST_F(ModGeralTeste, goMensagem_TitleThatCannotBeRead_PassesTheFaultAndIsTriedAgain)
@@ -97,14 +102,6 @@ TEST_F(ModGeralTeste, goMensagem_TitleThatCannotBeRead_PassesTheFaultAndIsTriedA
     EXPECT_EQ(host->Conta("goMensagem.Titulo := \"Sistema de Autuações\""), 1);
 }
 
-TEST_F(ModGeralTeste, goDadosVor_OnFirstUse_IsInitialisedWithTheInterfaceServices)
-{
-    LogaGeral();
-    Ref<IDadosVor> primeiro = goDadosVor();
-    EXPECT_TRUE(goDadosVor() == primeiro);
-    EXPECT_TRUE(RegistroIgual(host->Registro(), {"Host.CriaDadosVor()", "goDadosVor.Inicializa(ObjInterface)"}));
-}
-
 TEST_F(ModGeralTeste, Singletons_ClassOrInitialisationThatFails_PassTheFaultAndAreTriedAgain)
 {
     LogaGeral();
@@ -113,21 +110,6 @@ TEST_F(ModGeralTeste, Singletons_ClassOrInitialisationThatFails_PassTheFaultAndA
     goDadosVor();
     EXPECT_EQ(host->Conta("Host.CriaDadosVor()"), 3);
     EXPECT_EQ(host->Conta("goDadosVor.Inicializa(ObjInterface)"), 2);
-}
-
-TEST_F(ModGeralTeste, goDiretorios_Twice_IsCreatedOnce)
-{
-    LogaGeral();
-    EXPECT_TRUE(goDiretorios() == goDiretorios());
-    EXPECT_TRUE(RegistroIgual(host->Registro(), {"Host.CriaDiretorios()"}));
-}
-
-TEST_F(ModGeralTeste, ObjGlobalVor_Twice_IsCreatedOnceAndOutlivesTheLogoff)
-{
-    Ref<IObjGlobalVor> primeiro = ObjGlobalVor();
-    LiberaServicos();
-    EXPECT_TRUE(ObjGlobalVor() == primeiro);
-    EXPECT_TRUE(RegistroIgual(host->Registro(), {"Host.CriaObjGlobalVor()"}));
 }
 
 // The gateway.
@@ -195,23 +177,16 @@ TEST_F(ModGeralTeste, LiberaServicos_WhileTheDomainDataEnds_ItAndTheOthersAreSti
     EXPECT_EQ(vezes, 1); // its end alone
 }
 
-TEST_F(ModGeralTeste, LiberaServicos_AfterALogon_LeavesTheShellAndTheCredential)
+TEST_F(ModGeralTeste, LiberaServicos_AfterALogon_LeavesTheShellAndTheCredentialAndCreatesNothing)
 {
     LogaGeral();
     glCredencial = 11;
     glCodMunicLogon = 7;
+    LiberaServicos(); // the messages that the logon has needed
     LiberaServicos();
     EXPECT_TRUE(goGeral.Alvo() == geral);
     EXPECT_EQ(glCredencial, 11);
     EXPECT_EQ(glCodMunicLogon, 7);
-}
-
-TEST_F(ModGeralTeste, LiberaServicos_WithoutServices_CreatesAndCallsNothing)
-{
-    LogaGeral();
-    LiberaServicos(); // the messages that the logon has needed
-    host->LimpaRegistro();
-    LiberaServicos();
     EXPECT_TRUE(host->Registro().empty());
 }
 
