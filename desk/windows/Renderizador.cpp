@@ -6,7 +6,6 @@
 #include <QTextDocument>
 #include <QWidget>
 
-
 namespace mesa {
 
 QString TextoDeDica(const QString &texto)
