@@ -295,7 +295,7 @@ class Arrumador {
         case EspecieControle::ztCommand:
             return Botao(no.Controle->Caption());
         case EspecieControle::Image:
-            return Fixa({m_Folgas.LadoDaImagem, m_Folgas.LadoDaImagem});
+            return Fixa({LadoDaImagem, LadoDaImagem});
         case EspecieControle::ztEndereco:
             return Fixa(
                 {LarguraDasLetras(CaracteresDoEndereco, '0'),
@@ -492,7 +492,7 @@ class Arrumador {
         Retangulo tomado = lugar;
         if (!EhContainer(no)) {
             tomado = NoMeio(no.Natural, lugar);
-            tomado.Largura = no.Quem->Elastica ? lugar.Largura : tomado.Largura;
+            tomado.Largura = Enche(*no.Quem) ? lugar.Largura : tomado.Largura;
         }
         const Retangulo bordas = Bordas(*no.Quem);
         Retangulo dentro = {tomado.X + bordas.X, tomado.Y + bordas.Y, tomado.Largura - bordas.X - bordas.Largura,

@@ -38,14 +38,13 @@ class IMedidor {
 
 // The room that the screen's widgets take besides their texts.
 struct Folgas {
-    std::int32_t Margem = 9;      // around the window's contents, and around those of a box or page
-    std::int32_t EntrePecas = 6;  // in either direction
-    std::int32_t Campo = 8;       // of a field around its text, in either direction
-    std::int32_t Seta = 20;       // of a combo, besides its field
-    std::int32_t Marca = 20;      // of a check box or option, before its text
-    std::int32_t Botao = 24;      // of a button beside its text
-    std::int32_t MenorBotao = 75; // width
-    std::int32_t LadoDaImagem = 32;
+    std::int32_t Margem = 9;          // around the window's contents, and around those of a box or page
+    std::int32_t EntrePecas = 6;      // in either direction
+    std::int32_t Campo = 8;           // of a field around its text, in either direction
+    std::int32_t Seta = 20;           // of a combo, besides its field
+    std::int32_t Marca = 20;          // of a check box or option, before its text
+    std::int32_t Botao = 24;          // of a button beside its text
+    std::int32_t MenorBotao = 75;     // width
     std::int32_t AlturaDaLista = 150; // with a few rows
     std::int32_t LarguraDaLista = 300;
     std::int32_t LarguraDoParagrafo = 400;

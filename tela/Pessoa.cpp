@@ -67,6 +67,14 @@ Pessoa::Pessoa(const Ref<IForm> &form, const PedidosDaJanela &pedidos)
 {
 }
 
+void Pessoa::Ocupa(const Ref<IControle> &controle, Parte parte)
+{
+    Ref<IForm> form = m_Form.Alvo();
+    m_Parado = controle;
+    m_AtivoEntao = form ? form->ControleAtivo() : nullptr;
+    m_Parte = parte;
+}
+
 void Pessoa::Conhece(const Ref<IControle> &controle, EscolhaDeEndereco &escolha)
 {
     m_Escolhas[controle.Ponteiro()] = &escolha;
@@ -274,9 +282,7 @@ bool Pessoa::VaiPara(const Parada &parada)
     } else if (!RecebeFoco(parada.Controle)) {
         return false;
     }
-    m_Parado = parada.Controle;
-    m_AtivoEntao = form->ControleAtivo();
-    m_Parte = parada.Qual;
+    Ocupa(parada.Controle, parada.Qual);
     return true;
 }
 
@@ -346,16 +352,12 @@ bool Pessoa::ShiftTab()
     return Anda(-1);
 }
 
-bool Pessoa::Enter(const std::function<void()> &botaoInterno)
+bool Pessoa::Enter()
 {
     m_Motivo.clear();
     Ref<IForm> form = m_Form.Alvo();
     if (!form) {
         return Recusa("a janela não está aberta");
-    }
-    if (botaoInterno) {
-        botaoInterno();
-        return true;
     }
     if (const Parada parada = ParadaAtual(); PodeApertar(parada)) {
         return Aperta(parada) || Recusa(parada.Controle->Nome() + ": " + NaoAceita);

@@ -22,6 +22,8 @@ class Pessoa {
     // In front of a window of a screen.
     Pessoa(const Ref<IForm> &form, const PedidosDaJanela &pedidos);
 
+    // Tells where in a control the keyboard is, when a toolkit has led it there; Nothing for the control: in no part.
+    void Ocupa(const Ref<IControle> &controle, Parte parte);
     // Tells what the person has typed in an address picker, which lives as long as this one.
     void Conhece(const Ref<IControle> &controle, EscolhaDeEndereco &escolha);
 
@@ -59,10 +61,8 @@ class Pessoa {
     // several parts, to the next of those that can be used.
     bool Tab();
     bool ShiftTab();
-    // Presses the button that has the focus, be it part of a control, otherwise the default button. botaoInterno:
-    // presses the button that has the keyboard inside a control, such as the address picker's, of which the form knows
-    // nothing; it comes first.
-    bool Enter(const std::function<void()> &botaoInterno = {});
+    // Presses the button that has the focus, be it part of a control, otherwise the default button.
+    bool Enter();
     // Presses the cancel button.
     bool Esc();
     // The letter or digit behind "&" in a caption: presses the button, clicks the box, opens the page, runs the list's

@@ -190,6 +190,26 @@ BarraDeCriterios BarraDe(const Peca &lista, const ControlesDoForm &controles)
     return barra;
 }
 
+bool Enche(const Peca &peca)
+{
+    if (peca.Elastica || !peca.Especie()) {
+        return true;
+    }
+    switch (*peca.Especie()) {
+    case EspecieControle::TextBox:
+    case EspecieControle::ztVeiObservacao:
+    case EspecieControle::ztMask:
+    case EspecieControle::ztData:
+    case EspecieControle::ztCombo:
+    case EspecieControle::CommandButton:
+    case EspecieControle::ztCommand:
+    case EspecieControle::Image:
+        return false;
+    default:
+        return true;
+    }
+}
+
 LarguraEmLetras LarguraDe(const Peca &peca)
 {
     const AjustesPeca &ajustes = peca.Ajustes;

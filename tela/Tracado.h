@@ -85,6 +85,10 @@ BarraDeCriterios BarraDe(const Peca &lista, const ControlesDoForm &controles);
 
 // Widths.
 
+// Whether a piece takes all of the room that its column or its cell of a grid has for it. What has a width of its own,
+// a field, combo, button or picture, does so only when it is elastic, and stands at the left of that room otherwise.
+bool Enche(const Peca &peca);
+
 // How wide a piece is by what it is to hold, counted in characters. What it shows may ask for more.
 struct LarguraEmLetras {
     std::int32_t Natural = 0;
@@ -92,6 +96,8 @@ struct LarguraEmLetras {
     std::int32_t Maior = 0; // however much it shows asks for; 0: no such limit
     char Letra = 'n';       // a wide one of those that it holds
 };
+
+inline constexpr std::int32_t LadoDaImagem = 32; // pixels
 
 inline constexpr std::int32_t LetrasDoCombo = 18; // of one that has no items yet
 

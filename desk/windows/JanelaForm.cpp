@@ -13,7 +13,6 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLayout>
-#include <QPushButton>
 
 #include <algorithm>
 
@@ -157,14 +156,15 @@ void JanelaForm::Encerra()
     deleteLater();
 }
 
-// A button that is part of a control, such as the picker's: the form knows nothing of it.
-QPushButton *JanelaForm::BotaoInterno() const
+// Tab is the toolkit's own.
+void JanelaForm::DizOndeEstaOTeclado()
 {
-    auto *botao = qobject_cast<QPushButton *>(focusWidget());
-    const bool deControle =
-        std::any_of(m_Renderizadores.begin(), m_Renderizadores.end(),
-                    [&](const Renderizador *renderizador) { return renderizador->Widget() == botao; });
-    return deControle ? nullptr : botao;
+    m_Pessoa.Ocupa(nullptr, Parte::Todo);
+    for (const Renderizador *renderizador : m_Renderizadores) {
+        if (const auto parte = renderizador->ParteComTeclado()) {
+            m_Pessoa.Ocupa(renderizador->Controle(), *parte);
+        }
+    }
 }
 
 // The person closes the window: the platform asks the form, and comes back through Encerra when it has gone.
@@ -182,8 +182,8 @@ void JanelaForm::keyPressEvent(QKeyEvent *evento)
     case Qt::Key_Return:
     case Qt::Key_Enter:
         m_AoRedor.Pedidos.NaBorda([this] {
-            QPushButton *botao = BotaoInterno();
-            m_Pessoa.Enter(botao == nullptr ? std::function<void()>() : [botao] { botao->click(); });
+            DizOndeEstaOTeclado();
+            m_Pessoa.Enter();
         });
         break;
     case Qt::Key_Escape:

@@ -11,8 +11,6 @@
 #include <functional>
 #include <vector>
 
-class QPushButton;
-
 namespace mesa {
 
 class Quadro;
@@ -50,7 +48,7 @@ class JanelaForm : public QWidget {
     Renderizador *FazRenderizador(const Ref<IControle> &controle, QWidget *widget);
     void MostraForm();
     void Dimensiona();
-    QPushButton *BotaoInterno() const;
+    void DizOndeEstaOTeclado();
     std::function<void()> AtoDaTecla(const QKeyEvent &tecla);
 
     Ref<IForm> m_Form;

@@ -99,17 +99,15 @@ QWidget *NovoCombo(const Peca &peca, QWidget *dono)
 QLabel *NovaImagem(const Peca &peca, QWidget *dono)
 {
     auto *imagem = new QLabel(dono);
-    imagem->setPixmap(QIcon(":/icones/" + Q(std::get<AjustesImage>(peca.Ajustes).Icone) + ".svg").pixmap(32, 32));
+    imagem->setPixmap(
+        QIcon(":/icones/" + Q(std::get<AjustesImage>(peca.Ajustes).Icone) + ".svg").pixmap(LadoDaImagem, LadoDaImagem));
     imagem->setAlignment(Qt::AlignTop);
     return imagem;
 }
 
-// What has a width of its own stands at the left of the room that it is given; the rest fills it.
-Qt::Alignment AlinhamentoDe(const Peca &peca, const QWidget *widget)
+Qt::Alignment AlinhamentoDe(const Peca &peca)
 {
-    const bool doTamanhoDele = qobject_cast<const QLineEdit *>(widget) || qobject_cast<const QComboBox *>(widget) ||
-                               qobject_cast<const QPushButton *>(widget);
-    return doTamanhoDele && !peca.Elastica ? Qt::AlignLeft | Qt::AlignVCenter : Qt::Alignment();
+    return Enche(peca) ? Qt::Alignment() : Qt::AlignLeft | Qt::AlignVCenter;
 }
 
 } // namespace
@@ -181,7 +179,7 @@ QLayout *Quadro::FazColuna(const Peca &peca, QWidget *dono)
             coluna->addWidget(parte.Rotulo);
         }
         if (parte.Widget != nullptr && TomaLugar(contida)) {
-            coluna->addWidget(parte.Widget, contida.Elastica ? 1 : 0, AlinhamentoDe(contida, parte.Widget));
+            coluna->addWidget(parte.Widget, contida.Elastica ? 1 : 0, AlinhamentoDe(contida));
         } else if (parte.Arranjo != nullptr) {
             coluna->addLayout(parte.Arranjo, contida.Elastica ? 1 : 0);
         }
@@ -248,7 +246,7 @@ QLayout *Quadro::FazGrade(const Peca &peca, QWidget *dono)
                     grade->addWidget(parte.Rotulo, linha, coluna++);
                 }
                 if (parte.Widget != nullptr) {
-                    grade->addWidget(parte.Widget, linha, coluna, 1, celula.Vao, AlinhamentoDe(celula, parte.Widget));
+                    grade->addWidget(parte.Widget, linha, coluna, 1, celula.Vao, AlinhamentoDe(celula));
                 } else if (parte.Arranjo != nullptr) {
                     grade->addLayout(parte.Arranjo, linha, coluna, 1, celula.Vao);
                 }

@@ -6,8 +6,6 @@
 #include <QTextDocument>
 #include <QWidget>
 
-#include <algorithm>
-
 namespace mesa {
 
 QString TextoDeDica(const QString &texto)
@@ -37,10 +35,7 @@ Renderizador::Renderizador(Ref<IControle> controle, QWidget *widget, Borda borda
     ControleBase *base = ComoBase(m_Controle);
     m_Conexoes.push_back(base->Mudou().liga([this] { Atualiza(); }));
     m_Conexoes.push_back(base->RecebeuFoco().liga([this] {
-        const std::vector<QWidget *> partes = Partes();
-        const bool aqui =
-            std::any_of(partes.begin(), partes.end(), [](const QWidget *parte) { return parte->hasFocus(); });
-        if (QWidget *alvo = WidgetDe(ParteDoFoco(m_Controle->Especie())); alvo != nullptr && !aqui) {
+        if (QWidget *alvo = WidgetDe(ParteDoFoco(m_Controle->Especie())); alvo != nullptr && !ParteComTeclado()) {
             alvo->setFocus(Qt::OtherFocusReason);
         }
     }));
@@ -61,6 +56,16 @@ std::vector<QWidget *> Renderizador::Partes() const
         }
     }
     return partes;
+}
+
+std::optional<Parte> Renderizador::ParteComTeclado() const
+{
+    for (const Parte parte : PartesDe(m_Controle->Especie())) {
+        if (const QWidget *widget = WidgetDe(parte); widget != nullptr && widget->hasFocus()) {
+            return parte;
+        }
+    }
+    return std::nullopt;
 }
 
 QWidget *Renderizador::WidgetDe(Parte) const

@@ -11,6 +11,7 @@
 #include <QString>
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -40,6 +41,8 @@ class Renderizador : public QObject {
     void Atualiza();
     // What of the widget takes the keyboard, in the order of the Tab key.
     std::vector<QWidget *> Partes() const;
+    // That has the keyboard; none when it is elsewhere.
+    std::optional<Parte> ParteComTeclado() const;
 
   protected:
     // What is particular to the kind of control; enabled and visible are done before.

@@ -361,18 +361,19 @@ TEST_F(ArrumacaoTest, LongFields_InAGrid_GiveWayWithTheirColumns)
 
 TEST_F(ArrumacaoTest, Widths_FollowWhatEachKindShows)
 {
-    Desenha(EmColuna({{.Ajustes = AjustesTextBox{.MaxLength = 7}, .Nome = "limite"},
-                      {.Ajustes = AjustesTextBox{}, .Nome = "sem"},
-                      {.Ajustes = AjustesZtMask{.MaxLength = 3}, .Nome = "mascara"},
-                      {.Ajustes = AjustesZtMask{.Tipo = TipoMascara::Hora, .Mascara = "00:00"}, .Nome = "hora"},
-                      {.Ajustes = AjustesZtData{}, .Nome = "data"},
-                      {.Ajustes = AjustesZtCombo{.Conteudo = "Um|1??Dezessete|2??"}, .Nome = "combo"},
-                      {.Ajustes = AjustesLabel{.Papel = PapelLabel::Valor}, .Nome = "valor", .Caracteres = 6},
-                      {.Ajustes = AjustesZtVeiObservacao{.MaxLength = 9}, .Nome = "obs"},
-                      {.Ajustes = AjustesCommonDialog{}, .Nome = "dialogo"},
-                      {.Ajustes = AjustesImage{}, .Nome = "imagem"},
-                      UmBotao("ok", "&OK"),
-                      UmBotao("longo", "Um texto de botão")}));
+    Desenha(
+        EmColuna({{.Ajustes = AjustesTextBox{.MaxLength = 7}, .Nome = "limite"},
+                  {.Ajustes = AjustesTextBox{}, .Nome = "sem"},
+                  {.Ajustes = AjustesZtMask{.MaxLength = 3}, .Nome = "mascara"},
+                  {.Ajustes = AjustesZtMask{.Tipo = TipoMascara::Hora, .Mascara = "00:00"}, .Nome = "hora"},
+                  {.Ajustes = AjustesZtData{}, .Nome = "data"},
+                  {.Ajustes = AjustesZtCombo{.Conteudo = "Um|1??Dezessete|2??"}, .Nome = "combo"},
+                  EmLinha({{.Ajustes = AjustesLabel{.Papel = PapelLabel::Valor}, .Nome = "valor", .Caracteres = 6}}),
+                  {.Ajustes = AjustesZtVeiObservacao{.MaxLength = 9}, .Nome = "obs"},
+                  {.Ajustes = AjustesCommonDialog{}, .Nome = "dialogo"},
+                  {.Ajustes = AjustesImage{}, .Nome = "imagem"},
+                  UmBotao("ok", "&OK"),
+                  UmBotao("longo", "Um texto de botão")}));
     EXPECT_EQ(Lugar("limite").Largura, 78);
     EXPECT_EQ(Lugar("sem").Largura, 208);
     EXPECT_EQ(Lugar("mascara").Largura, 38);
@@ -395,6 +396,16 @@ TEST_F(ArrumacaoTest, Widths_FollowWhatEachKindShows)
     Controle("valor")->DefineCaption("Um valor mais longo");
     DeNovo();
     EXPECT_EQ(Lugar("valor").Largura, 190 + 8);
+}
+
+TEST_F(ArrumacaoTest, Column_WhatHasNoWidthOfItsOwn_FillsIt)
+{
+    Desenha(EmColuna({UmCampo("a", 12), UmTexto("valor", "1", PapelLabel::Valor), UmTexto("texto", "2")}));
+    EXPECT_EQ(Lugar("valor").Largura, 128);
+    EXPECT_EQ(Lugar("texto").Largura, 128);
+    DeNovo({400, 0});
+    EXPECT_EQ(Lugar("a").Largura, 128);
+    EXPECT_EQ(Lugar("valor").Largura, 380);
 }
 
 TEST_F(ArrumacaoTest, Paragraph_TakesTheLinesThatItNeeds)

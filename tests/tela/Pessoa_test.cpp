@@ -750,12 +750,19 @@ TEST_F(PessoaTest, AndaPaginas_OpensTheNextThatCanBeOpened)
     EXPECT_EQ(abas->Tab(), 0);
 }
 
-TEST_F(PessoaTest, Enter_OnAButtonInsideAControl_PressesThatOneAlone)
+TEST_F(PessoaNoEnderecoTest, Enter_WhereAToolkitHasLedTheKeyboard_PressesThatButtonAlone)
 {
-    const auto ok = Botao("cmdOK");
-    ok->DefineDefault(true);
-    EXPECT_TRUE(m_Pessoa.Enter([this] { m_Tela.Eventos.emplace_back("usar"); }));
-    EXPECT_EQ(m_Tela.Vistos(), Textos{"usar"});
+    Botao("cmdOK")->DefineDefault(true);
+    m_Pessoa.InformaEndereco("endereco", 5, 10, "", "", "Rua A, 10");
+    m_Pessoa.Ocupa(m_Endereco, Parte::Limpar);
+    EXPECT_TRUE(m_Pessoa.Enter());
+    EXPECT_EQ(m_Endereco->Endereco()->CodLogradouro(), 0);
+    EXPECT_EQ(m_Tela.Vistos(), Textos{});
+    m_Pessoa.Ocupa(m_Endereco, Parte::Numero);
+    EXPECT_TRUE(m_Pessoa.Enter());
+    EXPECT_EQ(m_Tela.Vistos(), Textos{"cmdOK"});
+    m_Pessoa.Ocupa(m_Endereco, Parte::Limpar);
+    m_Pessoa.Ocupa(nullptr, Parte::Todo);
     EXPECT_TRUE(m_Pessoa.Enter());
     EXPECT_EQ(m_Tela.Vistos(), Textos{"cmdOK"});
 }

@@ -222,6 +222,27 @@ TEST_F(TracadoTest, BarraDe_ListWithoutCriteria_IsNotSeen)
     EXPECT_FALSE(BarraDe(m_Raiz, *m_Controles).Visivel);
 }
 
+TEST_F(TracadoTest, Enche_WhatHasNoWidthOfItsOwnOrIsElastic)
+{
+    for (const AjustesPeca &ajustes :
+         std::vector<AjustesPeca>{AjustesTextBox{}, AjustesZtVeiObservacao{}, AjustesZtMask{}, AjustesZtData{},
+                                  AjustesZtCombo{}, AjustesCommandButton{}, AjustesZtCommand{}, AjustesImage{}}) {
+        EXPECT_FALSE(Enche({.Ajustes = ajustes})) << ajustes.index();
+        EXPECT_TRUE(Enche(Elastica({.Ajustes = ajustes}))) << ajustes.index();
+    }
+    for (const AjustesPeca &ajustes : std::vector<AjustesPeca>{{},
+                                                               AjustesLabel{},
+                                                               AjustesCheckBox{},
+                                                               AjustesOptionButton{},
+                                                               AjustesZtFrame{},
+                                                               AjustesSSTab{},
+                                                               AjustesZtList{},
+                                                               AjustesZtEndereco{},
+                                                               AjustesZtClienteSetor{}}) {
+        EXPECT_TRUE(Enche({.Ajustes = ajustes})) << ajustes.index();
+    }
+}
+
 struct CasoDeLargura {
     const char *Nome;
     Peca Quem;
