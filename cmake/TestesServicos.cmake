@@ -11,7 +11,7 @@ if(fontes_servicos)
     target_link_libraries(ajudante_servicos PRIVATE registro_de_teste)
 
     add_executable(teste_servicos ${fontes_servicos} ${PROJECT_SOURCE_DIR}/tests/desk/ServicosPrincipal.cpp)
-    target_link_libraries(teste_servicos PRIVATE registro_de_teste GTest::gtest)
+    target_link_libraries(teste_servicos PRIVATE suporte registro_de_teste GTest::gtest)
     set_property(SOURCE ${PROJECT_SOURCE_DIR}/tests/desk/servicos_processos_test.cpp
         PROPERTY COMPILE_DEFINITIONS "AJUDANTE=\"$<TARGET_FILE:ajudante_servicos>\"")
     add_dependencies(teste_servicos ajudante_servicos)

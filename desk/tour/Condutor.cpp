@@ -1,5 +1,7 @@
 #include "desk/tour/Condutor.h"
 
+#include "desk/tour/Telas.h"
+
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QApplication>
@@ -11,15 +13,11 @@
 #include <QFileDialog>
 #include <QImage>
 #include <QKeyEvent>
-#include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
-#include <QMdiArea>
-#include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
-#include <QMetaObject>
 #include <QPainter>
 #include <QPixmap>
 #include <QTabBar>
@@ -29,7 +27,6 @@
 #include <QThread>
 
 #include <algorithm>
-#include <exception>
 
 namespace mesa {
 
@@ -39,16 +36,6 @@ constexpr int EsperaMaxima = 10000; // ms
 constexpr int Pausa = 15;           // ms, of the waiting thread between two looks
 constexpr int Escuro = 90;          // grey level of letters; frames and shadows are lighter
 constexpr int PoucasLetras = 500;   // pixels
-
-QMainWindow *Principal()
-{
-    for (QWidget *janela : QApplication::topLevelWidgets()) {
-        if (auto *principal = qobject_cast<QMainWindow *>(janela)) {
-            return principal;
-        }
-    }
-    return nullptr;
-}
 
 // The window that the person looks at: the topmost modal one, else the active child window.
 QWidget *Frente()
@@ -61,22 +48,7 @@ QWidget *Frente()
             return janela;
         }
     }
-    QMainWindow *principal = Principal();
-    if (principal == nullptr) {
-        return nullptr;
-    }
-    if (auto *area = principal->findChild<QMdiArea *>(); area != nullptr && area->activeSubWindow() != nullptr) {
-        return area->activeSubWindow()->widget();
-    }
-    return principal;
-}
-
-QWidget *Procura(QWidget *onde, const QString &nome)
-{
-    for (const QString &parte : nome.split('/')) {
-        onde = onde == nullptr ? nullptr : onde->findChild<QWidget *>(parte);
-    }
-    return onde;
+    return JanelaAtiva();
 }
 
 QWidget *Visivel(const QString &nome)
@@ -114,47 +86,7 @@ void Tecla(QWidget *widget, const QString &texto)
     }
 }
 
-QString TextoDe(QWidget *widget)
-{
-    if (auto *linha = qobject_cast<QLineEdit *>(widget)) {
-        return linha->text();
-    }
-    if (auto *rotulo = qobject_cast<QLabel *>(widget)) {
-        return rotulo->text();
-    }
-    if (auto *combo = qobject_cast<QComboBox *>(widget)) {
-        return combo->currentText();
-    }
-    if (auto *botao = qobject_cast<QAbstractButton *>(widget)) {
-        return botao->isCheckable() ? (botao->isChecked() ? "marcado" : "desmarcado") : botao->text();
-    }
-    return widget == nullptr ? QString() : widget->windowTitle();
-}
-
 } // namespace
-
-template <class T> T Condutor::NaTela(const std::function<T()> &pergunta)
-{
-    T resposta{};
-    std::exception_ptr problema;
-    QMetaObject::invokeMethod(
-        qApp,
-        [&] {
-            try {
-                resposta = pergunta();
-            } catch (...) {
-                problema = std::current_exception();
-            }
-        },
-        Qt::BlockingQueuedConnection);
-    if (problema) {
-        std::rethrow_exception(problema);
-    }
-    return resposta;
-}
-
-template bool Condutor::NaTela(const std::function<bool()> &);
-template QString Condutor::NaTela(const std::function<QString()> &);
 
 Condutor::Condutor(const QString &pasta) : m_Pasta(pasta)
 {
@@ -206,7 +138,7 @@ void Condutor::Passo(const QString &titulo, const std::function<void()> &acoes)
 // The whole of what is on the screen: the main window and, over it, the windows in front of it.
 void Condutor::Retrato(const QString &nome)
 {
-    NaTela<bool>([&] {
+    NaTela([&] {
         // Layouts that the first round asks for are made in the second.
         QApplication::processEvents();
         QApplication::processEvents();
@@ -249,7 +181,6 @@ void Condutor::Retrato(const QString &nome)
         if (!foto.save(m_Pasta + "/" + nome + ".png")) {
             throw Diferenca("Não foi possível gravar a imagem " + nome);
         }
-        return true;
     });
     Relata(QString("![%1](%1.png)").arg(nome));
 }
@@ -258,7 +189,7 @@ void Condutor::Espera(const QString &oQue, const std::function<bool()> &condicao
 {
     QElapsedTimer relogio;
     relogio.start();
-    while (!NaTela<bool>(condicao)) {
+    while (!NaTela(condicao)) {
         if (relogio.elapsed() > EsperaMaxima) {
             throw Diferenca("Esperava-se: " + oQue);
         }
@@ -324,13 +255,12 @@ void Condutor::Digita(const QString &nome, const QString &texto)
         return widget != nullptr && widget->isEnabled();
     });
     Relata("- digita \"" + texto + "\" em " + nome);
-    NaTela<bool>([=] {
+    NaTela([=] {
         QWidget *widget = Visivel(nome);
         QTest::mouseClick(widget, Qt::LeftButton);
         QTest::keyClick(widget, Qt::Key_A, Qt::ControlModifier);
         QTest::keyClick(widget, Qt::Key_Delete);
         mesa::Tecla(widget, texto);
-        return true;
     });
 }
 
@@ -491,7 +421,7 @@ void Condutor::ConfereTexto(const QString &nome, const QString &esperado)
         Espera(nome + " mostra \"" + esperado + "\"",
                [=] { return Visivel(nome) != nullptr && TextoDe(Visivel(nome)) == esperado; });
     } catch (const Diferenca &) {
-        const QString visto = NaTela<QString>([=] { return TextoDe(Visivel(nome)); });
+        const QString visto = NaTela([=] { return TextoDe(Visivel(nome)); });
         throw Diferenca(nome + " devia mostrar \"" + esperado + "\" e mostra \"" + visto + "\"");
     }
 }
@@ -523,14 +453,14 @@ void Condutor::ConfereTravado(const QString &nome)
 {
     const auto combo = [=] { return qobject_cast<QComboBox *>(Visivel(nome)); };
     Espera(nome + " está na tela", [=] { return combo() != nullptr; });
-    const QString antes = NaTela<QString>([=] { return combo()->currentText(); });
+    const QString antes = NaTela([=] { return combo()->currentText(); });
     Posta([=] {
         combo()->setFocus();
         for (const auto tecla : {Qt::Key_Up, Qt::Key_Home, Qt::Key_Down}) {
             QTest::keyClick(combo(), tecla);
         }
     });
-    const QString depois = NaTela<QString>([=] { return combo()->currentText(); });
+    const QString depois = NaTela([=] { return combo()->currentText(); });
     if (depois != antes) {
         throw Diferenca(nome + " devia continuar com \"" + antes + "\" e tem \"" + depois + "\"");
     }

@@ -65,8 +65,6 @@ class Condutor {
     // Waits until it holds; `oQue` says what in the account.
     void Espera(const QString &oQue, const std::function<bool()> &condicao);
 
-    // Runs in the windows' thread and comes back with the answer.
-    template <class T> T NaTela(const std::function<T()> &pergunta);
     void Relata(const QString &linha);
     // Writes the account; returns its path.
     QString GravaRelato() const;

@@ -1,6 +1,6 @@
 #include "tests/desk/HospedeiroDeTeste.h"
 
-#include "host/Falha.h"
+#include "tests/support/FalhaLancada.h"
 
 #include <gtest/gtest.h>
 
@@ -74,12 +74,7 @@ TEST_F(AplicacaoMesaTeste, PegaAutoModulo_ByName_GivesTheRegisteredOneOrFault9)
     const Ref<Objeto> modulo = Novo<ItemMenuModulo>();
     mesa.Host->cGlobal->Registra("ZTAOUTRO", modulo);
     EXPECT_TRUE(mesa.Host->cGlobal->PegaAutoModulo("ztaoutro") == modulo);
-    try {
-        mesa.Host->cGlobal->PegaAutoModulo("ZTAFALTA");
-        ADD_FAILURE() << "no fault";
-    } catch (const Falha &falha) {
-        EXPECT_EQ(falha.Numero, 9);
-    }
+    EXPECT_EQ(FalhaLancada([&] { mesa.Host->cGlobal->PegaAutoModulo("ZTAFALTA"); }).Numero, 9);
 }
 
 } // namespace

@@ -58,10 +58,11 @@ class BancoLocalMesaTeste : public testing::Test {
         }
         return valores;
     }
-    void Replica(const std::vector<LinhaReplica> &linhas)
+    void Replica(const std::vector<LinhaReplica> &linhas, bool falha = false)
     {
         SessaoDeReplica sessao;
         sessao.Linhas = linhas;
+        sessao.Falha = falha;
         mesa.Host->BancoLocal->AtualizaReplica(sessao);
     }
 
@@ -119,15 +120,10 @@ TEST_F(BancoLocalMesaTeste, AtualizaReplica_Again_HasTheNewRowsOnly)
 TEST_F(BancoLocalMesaTeste, AtualizaReplica_ThatFailsInTheMiddle_LeavesTheOldOne)
 {
     Replica({{1, "EPTC", "A", "P", 1}, {2, "EPTC", "B", "P", 2}});
-    SessaoDeReplica sessao;
-    sessao.Linhas = {{3, "EPTC", "C", "R", 1}};
-    sessao.Falha = true;
-    EXPECT_THROW(mesa.Host->BancoLocal->AtualizaReplica(sessao), std::runtime_error);
+    EXPECT_THROW(Replica({{3, "EPTC", "C", "R", 1}}, true), std::runtime_error);
     EXPECT_EQ(Coluna("Codigo", "SELECT * FROM VOREQUIPTO ORDER BY NroIntEquip"), (Textos{"A", "B"}));
-
-    sessao.Linhas = {{3, "EPTC", "C", "R", 1}, {3, "EPTC", "D", "R", 1}}; // the second cannot be stored
-    sessao.Falha = false;
-    EXPECT_THROW(mesa.Host->BancoLocal->AtualizaReplica(sessao), Falha);
+    // The second cannot be stored.
+    EXPECT_THROW(Replica({{3, "EPTC", "C", "R", 1}, {3, "EPTC", "D", "R", 1}}), Falha);
     EXPECT_EQ(Coluna("Codigo", "SELECT * FROM VOREQUIPTO ORDER BY NroIntEquip"), (Textos{"A", "B"}));
 }
 

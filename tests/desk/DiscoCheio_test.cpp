@@ -10,16 +10,13 @@
 #include "sensors/clsListaSensores.h"
 #include "sensors/clsSensor.h"
 #include "sensors/frmEquipAfericoes.h"
-#include "shell/Geral.h"
-#include "shell/ModGeral.h"
 #include "tela/Pessoa.h"
 #include "tests/desk/DiscoDeTeste.h"
 #include "tests/desk/HospedeiroDeTeste.h"
 #include "tests/desk/SemPrivilegio.h"
 #include "tests/support/FalhaLancada.h"
 
-#include <gtest/gtest.h>
-
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -32,39 +29,40 @@ using Textos = std::vector<std::string>;
 const std::string Cheio =
     "O disco em que está o registro ficou cheio. Nada foi gravado: libere espaço e tente de novo.";
 
+const std::string LocalCheio = "O disco em que está o banco de dados local ficou cheio: libere espaço e tente de novo.";
+
 // The module's windows over a disk that is full: the person reads so, keeps what was typed, and saves it once there is
 // room.
-class DiscoCheioTeste : public testing::Test {
+class DiscoCheioTeste : public HospedeiroTeste {
   protected:
     static void SetUpTestSuite() { DiscoDeTeste::Instala(); }
-    void SetUp() override
-    {
-        InstalaHost(mesa.Host);
-        geral->cGlobal = mesa.Host->cGlobal;
-        geral->Parametros(mesa.Host->FormMDI, mesa.Host->ActBar, nullptr, nullptr, nullptr, mesa.Host->oAppEXE);
-        geral->ObjInterface = mesa.Host->ObjInterface;
-        mesa.Entra("ana");
-        geral->Logon(mesa.Host->objMTM(), mesa.Host->objSCA(), "");
-        numero = Inclui(mesa.Host->Servico(), EquipamentoDe("R001"));
-    }
-    void TearDown() override
+    ~DiscoCheioTeste() override
     {
         EXPECT_EQ(mesa.Janelas->Pendencias(), Textos{});
         geral->Encerra();
-        geral = nullptr;
-        DescarregaModulo();
-        InstalaHost(nullptr);
+    }
+    // While the form of that class is shown, its person at work.
+    void NaModal(const std::string &classe, const std::function<void(Pessoa &, const IForm &)> &acoes)
+    {
+        mesa.Janelas->NaProximaModal(classe, [=, this](const Ref<IForm> &form) {
+            Pessoa pessoa(form, mesa.Host->Plataforma());
+            acoes(pessoa, *form);
+        });
+    }
+    std::string Sql(const std::string &comando) { return mesa.Registro.Sql(comando); }
+    // Rows of a query of the local database.
+    static std::int32_t Linhas(BancoLocalMesa &banco, const std::string &sql)
+    {
+        return banco.Abre()->OpenRecordset(sql, InstantaneoSomenteLeitura, Valor(), Valor())->RecordCount();
     }
 
-    HospedeiroDeTeste mesa;
-    Ref<Geral> geral = Novo<Geral>();
-    std::int32_t numero = 0;
+    Ref<Geral> geral = Loga("ana");
+    std::int32_t numero = Inclui(mesa.Host->Servico(), EquipamentoDe("R001"));
 };
 
 TEST_F(DiscoCheioTeste, frmEquipDetalhes_OK_KeepsTheFormAndWhatWasTyped)
 {
-    mesa.Janelas->NaProximaModal("frmEquipDetalhes", [&](const Ref<IForm> &form) {
-        Pessoa pessoa(form, mesa.Host->Plataforma());
+    NaModal("frmEquipDetalhes", [&](Pessoa &pessoa, const IForm &form) {
         ASSERT_TRUE(pessoa.Preenche("txtDescricao", "Digitada com cuidado")) << pessoa.Motivo();
         {
             const DiscoDeTeste disco(0);
@@ -73,23 +71,22 @@ TEST_F(DiscoCheioTeste, frmEquipDetalhes_OK_KeepsTheFormAndWhatWasTyped)
             EXPECT_TRUE(disco.Recusou());
         }
         EXPECT_EQ(mesa.Janelas->FrasesDeErro, Textos{Cheio});
-        EXPECT_TRUE(form->Visible());
+        EXPECT_TRUE(form.Visible());
         EXPECT_EQ(pessoa.Acha<ITextBox>("txtDescricao")->Text(), "Digitada com cuidado");
-        EXPECT_EQ(mesa.Registro.Sql("SELECT Descricao || Versao FROM EQUIPAMENTO"), "Av. Ipiranga, sentido centro1");
+        EXPECT_EQ(Sql("SELECT Descricao || Versao FROM EQUIPAMENTO"), "Av. Ipiranga, sentido centro1");
         EXPECT_FALSE(mesa.Janelas->Esperas.back()); // the pointer waits no longer
         mesa.Janelas->RespondePergunta("Confirma a alteração?", true);
         ASSERT_TRUE(pessoa.Clica("ztCmdOK")) << pessoa.Motivo();
     });
     EXPECT_TRUE(FormCompartilhado<frmEquipDetalhes>()->CarregaEdicao(numero, true));
     EXPECT_EQ(mesa.Janelas->Avisos, Textos{});
-    EXPECT_EQ(mesa.Registro.Sql("SELECT Descricao || Versao FROM EQUIPAMENTO"), "Digitada com cuidado2");
+    EXPECT_EQ(Sql("SELECT Descricao || Versao FROM EQUIPAMENTO"), "Digitada com cuidado2");
     EXPECT_EQ(mesa.Janelas->Erros.size(), 1U);
 }
 
 TEST_F(DiscoCheioTeste, frmLimitesDifDetalhes_OK_KeepsTheFormAndWhatWasTyped)
 {
-    mesa.Janelas->NaProximaModal("frmLimitesDifDetalhes", [&](const Ref<IForm> &form) {
-        Pessoa pessoa(form, mesa.Host->Plataforma());
+    NaModal("frmLimitesDifDetalhes", [&](Pessoa &pessoa, const IForm &form) {
         ASSERT_TRUE(pessoa.Marca("chkDia", 2)) << pessoa.Motivo();
         ASSERT_TRUE(pessoa.Marca("chkDia", 3)) << pessoa.Motivo();
         ASSERT_TRUE(pessoa.Preenche("ztmHInicial", "0730")) << pessoa.Motivo();
@@ -100,14 +97,14 @@ TEST_F(DiscoCheioTeste, frmLimitesDifDetalhes_OK_KeepsTheFormAndWhatWasTyped)
             EXPECT_EQ(FalhaLancada([&] { pessoa.Clica("ztCmdOK"); }).Descricao,
                       Cheio); // the edge of the window shows it
         }
-        EXPECT_TRUE(form->Visible());
+        EXPECT_TRUE(form.Visible());
         EXPECT_EQ(pessoa.Acha<ICheckBox>("chkDia", 3)->Value(), 1);
         EXPECT_EQ(pessoa.Acha<IztMask>("txtVelocPerm")->Text(), "40");
-        EXPECT_EQ(mesa.Registro.Sql("SELECT COUNT(*) FROM LIMITE"), "0");
+        EXPECT_EQ(Sql("SELECT COUNT(*) FROM LIMITE"), "0");
         ASSERT_TRUE(pessoa.Clica("ztCmdOK")) << pessoa.Motivo();
     });
     EXPECT_TRUE(FormCompartilhado<frmLimitesDifDetalhes>()->CarregaInclusao(1, numero, "R001"));
-    EXPECT_EQ(mesa.Registro.Sql("SELECT COUNT(*) FROM LIMITE WHERE VelocPerm = 40"), "2");
+    EXPECT_EQ(Sql("SELECT COUNT(*) FROM LIMITE WHERE VelocPerm = 40"), "2");
 }
 
 TEST_F(DiscoCheioTeste, frmEquipAfericoes_Upload_KeepsTheFormAndStoresNothing)
@@ -119,8 +116,7 @@ TEST_F(DiscoCheioTeste, frmEquipAfericoes_Upload_KeepsTheFormAndStoresNothing)
     ASSERT_TRUE(equipto->Carrega(numero));
     const Ref<clsSensor> sensor = equipto->ListaSensores()->Add(1, "Av. Ipiranga, 1200");
     const Ref<clsAfericao> afericao = sensor->ListaAfericoes()->Add("", "", Data{}, Data{}, 0);
-    mesa.Janelas->NaProximaModal("frmEquipAfericoes", [&](const Ref<IForm> &form) {
-        Pessoa pessoa(form, mesa.Host->Plataforma());
+    NaModal("frmEquipAfericoes", [&](Pessoa &pessoa, const IForm &form) {
         ASSERT_TRUE(pessoa.Preenche("txtNroINMETRO", "123456")) << pessoa.Motivo();
         ASSERT_TRUE(pessoa.Clica("cmdProcurar")) << pessoa.Motivo();
         {
@@ -128,35 +124,32 @@ TEST_F(DiscoCheioTeste, frmEquipAfericoes_Upload_KeepsTheFormAndStoresNothing)
             ASSERT_TRUE(pessoa.Clica("cmdUpload")) << pessoa.Motivo();
         }
         EXPECT_EQ(mesa.Janelas->FrasesDeErro, Textos{Cheio});
-        EXPECT_TRUE(form->Visible());
+        EXPECT_TRUE(form.Visible());
         EXPECT_EQ(pessoa.Acha<ITextBox>("txtNroINMETRO")->Text(), "123456");
-        EXPECT_EQ(mesa.Registro.Sql("SELECT COUNT(*) FROM DOCUMENTO"), "0");
+        EXPECT_EQ(Sql("SELECT COUNT(*) FROM DOCUMENTO"), "0");
         ASSERT_TRUE(pessoa.Clica("cmdProcurar")) << pessoa.Motivo(); // a new try needs it, as after every failed one
         ASSERT_TRUE(pessoa.Clica("cmdUpload")) << pessoa.Motivo();
         EXPECT_EQ(pessoa.Acha<ILabel>("lblMsgCert")->Caption(), "Upload Concluido!");
         ASSERT_TRUE(pessoa.Clica("cmdCancelar")) << pessoa.Motivo();
     });
     EXPECT_FALSE(FormCompartilhado<frmEquipAfericoes>()->CarregaInclusao(afericao));
-    EXPECT_EQ(mesa.Registro.Sql("SELECT COUNT(*) FROM DOCUMENTO"), "1");
+    EXPECT_EQ(Sql("SELECT COUNT(*) FROM DOCUMENTO"), "1");
     equipto->Finaliza();
 }
 
 // A device that is always full stands where the certificate's temporary file would.
 TEST_F(DiscoCheioTeste, ImpCertificado_IntoAFullDirectory_RaisesAFaultAndShowsNothing)
 {
-    auto e = SoNumero(numero);
-    auto s = SensorDe(1);
-    Poe(s, AfericaoDe("1", DataDe(1, 1, 2026), DataDe(31, 12, 2026), GuardaPdf(mesa.Host->Servico(), "x")));
-    Poe(e, s);
-    ASSERT_TRUE(Pede(mesa.Host->Servico(), "altera", e).Feita);
+    const auto afericao =
+        AfericaoDe("1", DataDe(1, 1, 2026), DataDe(31, 12, 2026), GuardaPdf(mesa.Host->Servico(), "x"));
+    ASSERT_TRUE(Pede(mesa.Host->Servico(), "altera", Poe(SoNumero(numero), Poe(SensorDe(1), afericao))).Feita);
     const std::filesystem::path temporarios = mesa.Diretorio() / "dados" / "temporarios";
     std::filesystem::create_directories(temporarios);
     const std::filesystem::path arquivo = temporarios / "~VORAFER1-R001.pdf";
     std::filesystem::create_symlink("/dev/full", arquivo);
     auto consulta = Novo<CVorEquip>();
-    const Falha falha = FalhaLancada([&] { consulta->ImpCertificadoAfericaoEquipto(1, "R001", "AIT 1", false); });
-    EXPECT_EQ(falha.Numero, 61);
-    EXPECT_EQ(falha.Descricao, "Disco cheio");
+    EXPECT_TRUE(Lanca(61, "ZTAVOREQUIP < CVorEquip.GravaNoArquivo", "Disco cheio",
+                      [&] { consulta->ImpCertificadoAfericaoEquipto(1, "R001", "AIT 1", false); }));
     EXPECT_EQ(mesa.Janelas->Mostrados, Textos{});
     std::filesystem::remove(arquivo);
     EXPECT_TRUE(consulta->ImpCertificadoAfericaoEquipto(1, "R001", "AIT 1", false));
@@ -174,17 +167,10 @@ TEST_F(DiscoCheioTeste, LocalDatabase_ThatCannotBeRenewed_KeepsTheOldCopyAndSays
 {
     mesa.Host->BancoLocal->AtualizaReplica(*mesa.Host->Servico());
     Inclui(mesa.Host->Servico(), EquipamentoDe("R-002"));
-    const auto linhas = [&] {
-        return mesa.Host->BancoLocal->Abre()
-            ->OpenRecordset("SELECT * FROM VOREQUIPTO", InstantaneoSomenteLeitura, Valor(), Valor())
-            ->RecordCount();
-    };
+    const auto linhas = [&] { return Linhas(*mesa.Host->BancoLocal, "SELECT * FROM VOREQUIPTO"); };
     {
         const DiscoDeTeste disco(0);
-        const Falha falha = FalhaLancada([&] { mesa.Host->BancoLocal->AtualizaReplica(*mesa.Host->Servico()); });
-        EXPECT_EQ(falha.Numero, 61);
-        EXPECT_EQ(falha.Descricao,
-                  "O disco em que está o banco de dados local ficou cheio: libere espaço e tente de novo.");
+        EXPECT_TRUE(Lanca(61, "*", LocalCheio, [&] { mesa.Host->BancoLocal->AtualizaReplica(*mesa.Host->Servico()); }));
         EXPECT_EQ(linhas(), 1);
     }
     mesa.Host->BancoLocal->AtualizaReplica(*mesa.Host->Servico());
@@ -203,16 +189,12 @@ TEST_F(DiscoCheioTeste, LocalDatabase_ThatCannotBeMade_SaysSoAndIsMadeLater)
             break;
         } catch (const Falha &falha) {
             ++recusas;
-            EXPECT_EQ(falha.Descricao,
-                      "O disco em que está o banco de dados local ficou cheio: libere espaço e tente de novo.");
+            EXPECT_EQ(falha.Descricao, LocalCheio);
         }
     }
     EXPECT_GT(recusas, 2);
-    EXPECT_EQ(BancoLocalMesa(arquivo)
-                  .Abre()
-                  ->OpenRecordset("SELECT * FROM Municipio", InstantaneoSomenteLeitura, Valor(), Valor())
-                  ->RecordCount(),
-              497);
+    BancoLocalMesa banco(arquivo);
+    EXPECT_EQ(Linhas(banco, "SELECT * FROM Municipio"), 497);
 }
 
 TEST_F(DiscoCheioTeste, LocalDatabase_ThatMayOnlyBeRead_SaysSo)
@@ -224,10 +206,9 @@ TEST_F(DiscoCheioTeste, LocalDatabase_ThatMayOnlyBeRead_SaysSo)
     std::filesystem::permissions(arquivo, std::filesystem::perms(0444));
     std::filesystem::permissions(mesa.Diretorio(), std::filesystem::perms::all);
     const SemPrivilegio sem;
-    const Falha falha = FalhaLancada([&] { BancoLocalMesa{arquivo}; });
-    EXPECT_EQ(falha.Numero, 70);
-    EXPECT_EQ(falha.Descricao,
-              "O banco de dados local só pode ser lido: falta permissão para gravar no arquivo ou na sua pasta.");
+    EXPECT_TRUE(Lanca(
+        70, "*", "O banco de dados local só pode ser lido: falta permissão para gravar no arquivo ou na sua pasta.",
+        [&] { BancoLocalMesa{arquivo}; }));
 }
 
 // The registry is made beside its place: a disk that fills up leaves none, and the next start makes it whole.

@@ -57,36 +57,33 @@ int Sincroniza(sqlite3_file *a, int como)
     return Real(a)->pMethods->xSync(Real(a), como);
 }
 
+// What goes to the system's own file as it comes.
+template <auto Metodo, class... Argumentos> auto Passa(sqlite3_file *arquivo, Argumentos... argumentos)
+{
+    return (Real(arquivo)->pMethods->*Metodo)(Real(arquivo), argumentos...);
+}
+
+using M = sqlite3_io_methods;
 const sqlite3_io_methods Metodos = {
     3,
-    [](sqlite3_file *a) { return Real(a)->pMethods->xClose(Real(a)); },
-    [](sqlite3_file *a, void *dados, int tamanho, sqlite3_int64 onde) {
-        return Real(a)->pMethods->xRead(Real(a), dados, tamanho, onde);
-    },
+    Passa<&M::xClose>,
+    Passa<&M::xRead>,
     Escreve,
-    [](sqlite3_file *a, sqlite3_int64 tamanho) { return Real(a)->pMethods->xTruncate(Real(a), tamanho); },
+    Passa<&M::xTruncate>,
     Sincroniza,
-    [](sqlite3_file *a, sqlite3_int64 *tamanho) { return Real(a)->pMethods->xFileSize(Real(a), tamanho); },
-    [](sqlite3_file *a, int tranca) { return Real(a)->pMethods->xLock(Real(a), tranca); },
-    [](sqlite3_file *a, int tranca) { return Real(a)->pMethods->xUnlock(Real(a), tranca); },
-    [](sqlite3_file *a, int *trancado) { return Real(a)->pMethods->xCheckReservedLock(Real(a), trancado); },
-    [](sqlite3_file *a, int operacao, void *dado) { return Real(a)->pMethods->xFileControl(Real(a), operacao, dado); },
-    [](sqlite3_file *a) { return Real(a)->pMethods->xSectorSize(Real(a)); },
-    [](sqlite3_file *a) { return Real(a)->pMethods->xDeviceCharacteristics(Real(a)); },
-    [](sqlite3_file *a, int pagina, int tamanho, int estende, void volatile **memoria) {
-        return Real(a)->pMethods->xShmMap(Real(a), pagina, tamanho, estende, memoria);
-    },
-    [](sqlite3_file *a, int de, int quantas, int tranca) {
-        return Real(a)->pMethods->xShmLock(Real(a), de, quantas, tranca);
-    },
-    [](sqlite3_file *a) { Real(a)->pMethods->xShmBarrier(Real(a)); },
-    [](sqlite3_file *a, int apaga) { return Real(a)->pMethods->xShmUnmap(Real(a), apaga); },
-    [](sqlite3_file *a, sqlite3_int64 onde, int tamanho, void **memoria) {
-        return Real(a)->pMethods->xFetch(Real(a), onde, tamanho, memoria);
-    },
-    [](sqlite3_file *a, sqlite3_int64 onde, void *memoria) {
-        return Real(a)->pMethods->xUnfetch(Real(a), onde, memoria);
-    },
+    Passa<&M::xFileSize>,
+    Passa<&M::xLock>,
+    Passa<&M::xUnlock>,
+    Passa<&M::xCheckReservedLock>,
+    Passa<&M::xFileControl>,
+    Passa<&M::xSectorSize>,
+    Passa<&M::xDeviceCharacteristics>,
+    Passa<&M::xShmMap>,
+    Passa<&M::xShmLock>,
+    Passa<&M::xShmBarrier>,
+    Passa<&M::xShmUnmap>,
+    Passa<&M::xFetch>,
+    Passa<&M::xUnfetch>,
 };
 
 int Abre(sqlite3_vfs *, const char *nome, sqlite3_file *arquivo, int modo, int *modoDado)

@@ -1,28 +1,20 @@
 #include "tests/support/Estradas.h"
 
-#include "desk/windows/Mesa.h"
+#include "tests/desk/MesaTeste.h"
 #include "tests/desk/OperadorDeJanelas.h"
-#include "tests/desk/RegistroDeTeste.h"
 #include "tests/desk/Teclado.h"
-
-#include <gtest/gtest.h>
 
 using namespace mesa;
 
 namespace {
 
 // What is told once for every kind of window, in the real windows, over a registry with one equipment.
-class EstradasTeste : public testing::Test {
+class EstradasTeste : public MesaTeste {
   protected:
     EstradasTeste()
-        : mesa(Servicos::Abre(registro.Caminho(), [this] { return registro.Relogio; }), pasta.path().toStdString(),
-               [this] { return registro.Relogio; })
     {
-        const auto equipto = EquipamentoDe("R100");
-        Poe(equipto, SensorDe(1));
-        Inclui(registro.Sessao("ana"), equipto);
-        mesa.show();
-        mesa.Entra(registro.Sessao("ana"));
+        Inclui(registro.Sessao("ana"), Poe(EquipamentoDe("R100"), SensorDe(1)));
+        Entra();
     }
 
     // From the search window on. Empty when all was as expected.
@@ -34,10 +26,6 @@ class EstradasTeste : public testing::Test {
             OperadorDeJanelas::Percorre(condutor, percurso, "frmLista");
         });
     }
-
-    QTemporaryDir pasta;
-    RegistroDeTeste registro;
-    Mesa mesa;
 };
 
 TEST_F(EstradasTeste, Equipment_InRealWindows_IsFoundEditedAndSaved)
@@ -52,9 +40,7 @@ TEST_F(EstradasTeste, Equipment_InRealWindows_IsFoundEditedAndSaved)
 
 TEST_F(EstradasTeste, Search_InRealWindows_BySomeCriteriaAndOrders)
 {
-    const auto outro = EquipamentoDe("R200");
-    outro->Descricao = "Antes de todos";
-    Inclui(registro.Sessao("ana"), outro);
+    Inclui(registro.Sessao("ana"), Com(EquipamentoDe("R200"), &EquiptoED::Descricao, "Antes de todos"));
     std::string descricoes;
     Percurso percurso;
     percurso.Janelas["frmLista"] = [&](PessoaNaTela &p) {

@@ -1,10 +1,14 @@
 #pragma once
 
 #include "desk/host/HostMesa.h"
+#include "shell/Geral.h"
+#include "shell/ModGeral.h"
 #include "tests/desk/JanelasFalsas.h"
 #include "tests/desk/RegistroDeTeste.h"
 
 #include <QTemporaryDir>
+
+#include <gtest/gtest.h>
 
 #include <filesystem>
 #include <string>
@@ -27,4 +31,19 @@ class HospedeiroDeTeste {
     RegistroDeTeste Registro;
     Ref<JanelasFalsas> Janelas = Novo<JanelasFalsas>();
     Ref<mesa::HostMesa> Host;
+};
+
+// The module in front of it.
+class HospedeiroTeste : public testing::Test {
+  protected:
+    HospedeiroTeste() { InstalaHost(mesa.Host); }
+    ~HospedeiroTeste() override
+    {
+        DescarregaModulo();
+        InstalaHost(nullptr);
+    }
+    // The shell, with that user at work.
+    Ref<Geral> Loga(const std::string &usuario);
+
+    HospedeiroDeTeste mesa;
 };

@@ -9,16 +9,6 @@
 
 using namespace mesa;
 
-void JanelasFalsas::NaProximaModal(const std::string &classe, std::function<void(const Ref<IForm> &)> acao)
-{
-    m_Modais.emplace_back(classe, std::move(acao));
-}
-
-void JanelasFalsas::RespondePergunta(const std::string &texto, std::optional<bool> sim)
-{
-    m_Respostas.emplace_back(texto, sim);
-}
-
 void JanelasFalsas::DeixaPassar()
 {
     for (const RefFraca<IForm> &fraca : std::exchange(m_PorAtivar, {})) {
@@ -70,11 +60,6 @@ void JanelasFalsas::FechaForm(const Ref<IForm> &form)
     m_Textos.erase(form.Ponteiro());
 }
 
-void JanelasFalsas::DefineTextoJanela(const Ref<IForm> &form, const std::string &texto)
-{
-    m_Textos[form.Ponteiro()] = texto;
-}
-
 bool JanelasFalsas::PerguntaSimNao(const std::string &texto, const std::string &, bool padraoSim)
 {
     if (m_Respostas.empty() || m_Respostas.front().first != texto) {
@@ -86,26 +71,11 @@ bool JanelasFalsas::PerguntaSimNao(const std::string &texto, const std::string &
     return resposta;
 }
 
-void JanelasFalsas::Informa(const std::string &texto, const std::string &titulo)
-{
-    Avisa(texto, titulo);
-}
-
-void JanelasFalsas::Avisa(const std::string &texto, const std::string &titulo)
-{
-    Avisos.push_back(titulo + ": " + texto);
-}
-
 void JanelasFalsas::MostraErro(const std::string &contexto, std::int32_t numero, const std::string &descricao,
                                const std::string &fonte, const std::string &)
 {
     FrasesDeErro.push_back(descricao);
     Erros.push_back(std::to_string(numero) + " " + fonte + " " + contexto);
-}
-
-std::optional<std::string> JanelasFalsas::EscolheArquivo(const std::string &, const std::string &)
-{
-    return ArquivoEscolhido;
 }
 
 bool JanelasFalsas::MostraPDF(const std::string &caminho, bool)

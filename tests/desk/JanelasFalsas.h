@@ -16,8 +16,9 @@ class JanelasFalsas : public IJanelas {
   public:
     std::string_view NomeTipo() const override { return "JanelasFalsas"; }
 
-    void NaProximaModal(const std::string &classe, std::function<void(const Ref<IForm> &)> acao);
-    void RespondePergunta(const std::string &texto, std::optional<bool> sim);
+    using Acao = std::function<void(const Ref<IForm> &)>;
+    void NaProximaModal(const std::string &classe, Acao acao) { m_Modais.emplace_back(classe, std::move(acao)); }
+    void RespondePergunta(const std::string &texto, std::optional<bool> sim) { m_Respostas.emplace_back(texto, sim); }
     // Lets the windows be activated that were shown since.
     void DeixaPassar();
     std::string TextoJanela(const Ref<IForm> &form) const;
@@ -34,17 +35,26 @@ class JanelasFalsas : public IJanelas {
 
     void MostraForm(const Ref<IForm> &form, bool modal) override;
     void FechaForm(const Ref<IForm> &form) override;
-    void DefineTextoJanela(const Ref<IForm> &form, const std::string &texto) override;
+    void DefineTextoJanela(const Ref<IForm> &form, const std::string &texto) override
+    {
+        m_Textos[form.Ponteiro()] = texto;
+    }
     void DefineEspera(bool espera) override { Esperas.push_back(espera); }
     void ProcessaMensagens() override { DeixaPassar(); }
     std::int32_t LarguraTela() const override { return 1280; }
     std::int32_t AlturaTela() const override { return 1024; }
     bool PerguntaSimNao(const std::string &texto, const std::string &titulo, bool padraoSim) override;
-    void Informa(const std::string &texto, const std::string &titulo) override;
-    void Avisa(const std::string &texto, const std::string &titulo) override;
+    void Informa(const std::string &texto, const std::string &titulo) override { Avisa(texto, titulo); }
+    void Avisa(const std::string &texto, const std::string &titulo) override
+    {
+        Avisos.push_back(titulo + ": " + texto);
+    }
     void MostraErro(const std::string &contexto, std::int32_t numero, const std::string &descricao,
                     const std::string &fonte, const std::string &titulo) override;
-    std::optional<std::string> EscolheArquivo(const std::string &filtro, const std::string &titulo) override;
+    std::optional<std::string> EscolheArquivo(const std::string &, const std::string &) override
+    {
+        return ArquivoEscolhido;
+    }
     bool MostraPDF(const std::string &caminho, bool modal) override;
     void MostraAjuda(const std::string &topico) override { Topicos.push_back(topico); }
 
@@ -52,6 +62,6 @@ class JanelasFalsas : public IJanelas {
     std::vector<Ref<IForm>> m_Abertos;
     std::vector<RefFraca<IForm>> m_PorAtivar;
     std::map<const IForm *, std::string> m_Textos;
-    std::deque<std::pair<std::string, std::function<void(const Ref<IForm> &)>>> m_Modais;
+    std::deque<std::pair<std::string, Acao>> m_Modais;
     std::deque<std::pair<std::string, std::optional<bool>>> m_Respostas;
 };

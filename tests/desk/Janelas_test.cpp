@@ -2,7 +2,6 @@
 #include "desk/host/Logradouros.h"
 #include "desk/sample/CertificadoPDF.h"
 #include "desk/windows/Entrada.h"
-#include "desk/windows/Mesa.h"
 #include "desk/windows/VisorPDF.h"
 #include "equipment/frmEquipDetalhes.h"
 #include "limits/frmLimitesDif.h"
@@ -14,7 +13,7 @@
 #include "tela/OrdemDeTab.h"
 #include "tela/Pessoa.h"
 #include "tests/desk/DiscoApertado.h"
-#include "tests/desk/RegistroDeTeste.h"
+#include "tests/desk/MesaTeste.h"
 #include "tests/desk/VoltaDeTab.h"
 
 #include <QAbstractButton>
@@ -68,13 +67,9 @@ template <class Form> Ref<IForm> Carrega()
     return form;
 }
 
-class JanelasTeste : public testing::Test {
+class JanelasTeste : public MesaTeste {
   protected:
-    JanelasTeste() : mesa(Ref<Servicos>(), pasta.path().toStdString(), [this] { return registro.Relogio; })
-    {
-        mesa.show();
-        mesa.Entra(registro.Sessao("ana"));
-    }
+    JanelasTeste() { Entra(); }
 
     JanelaForm *Janela(const Ref<IForm> &form)
     {
@@ -97,10 +92,45 @@ class JanelasTeste : public testing::Test {
             mesa.Hospedeiro()->Plataforma()->Descarrega(form);
         }
     }
-
-    QTemporaryDir pasta;
-    RegistroDeTeste registro;
-    Mesa mesa;
+    JanelaForm *AbreLista()
+    {
+        EXPECT_TRUE(mesa.Modulo()->ClickMenu("mnuModVOREquiptos"));
+        return mesa.findChild<JanelaForm *>("frmLista");
+    }
+    // Each of them active on the screen.
+    template <class F> void CadaFormNaTela(F &&confere)
+    {
+        CadaForm([&](IForm &form, JanelaForm &janela) {
+            janela.setWindowFlags(Qt::Dialog);
+            janela.show();
+            janela.activateWindow();
+            ASSERT_TRUE(QTest::qWaitForWindowActive(&janela));
+            confere(form, janela);
+        });
+    }
+    template <class C> static Ref<C> Controle(const IForm &form, const std::string &nome)
+    {
+        for (const Ref<IControle> &controle : form.Controles()) {
+            if (controle->Nome() == nome) {
+                return ComoTipo<C>(controle);
+            }
+        }
+        throw Falha(NumeroFalha::ErroInterno);
+    }
+    // While the action runs, what is told of each box that comes up, which is then answered with its first button.
+    template <class Acao, class Olha> void ComCaixas(Acao &&acao, Olha &&olha)
+    {
+        QTimer olho;
+        olho.setInterval(1);
+        QObject::connect(&olho, &QTimer::timeout, &mesa, [&] {
+            if (auto *caixa = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
+                olha(*caixa);
+                caixa->buttons().first()->click();
+            }
+        });
+        olho.start();
+        acao();
+    }
 };
 
 std::string NomeDe(const QWidget &widget)
@@ -185,20 +215,18 @@ TEST_F(JanelasTeste, Mnemonics_OfEveryFormAndPage_LeadToOnePlace)
 {
     CadaForm([](IForm &form, JanelaForm &janela) {
         janela.show();
-        const auto abas = janela.findChildren<QTabWidget *>();
-        const int paginas = abas.isEmpty() ? 1 : abas.first()->count();
         for (const char *cancelar : {"&Cancelar", "&Fechar"}) {
             for (const Ref<IControle> &controle : form.Controles()) {
                 if (controle->Nome() == "cmdCancelar" && form.NomeTipo() != "frmLista") {
                     controle->DefineCaption(cancelar); // a form that only shows calls it so
                 }
             }
-            for (int pagina = 0; pagina < paginas; ++pagina) {
-                if (!abas.isEmpty()) {
-                    abas.first()->setCurrentIndex(pagina);
-                }
-                EXPECT_EQ(MnemonicasRepetidas(janela), QStringList()) << cancelar << ", page " << pagina;
-            }
+            CadaPagina(
+                janela,
+                [&](int pagina) {
+                    EXPECT_EQ(MnemonicasRepetidas(janela), QStringList()) << cancelar << ", page " << pagina;
+                },
+                true);
         }
     });
 }
@@ -206,8 +234,7 @@ TEST_F(JanelasTeste, Mnemonics_OfEveryFormAndPage_LeadToOnePlace)
 TEST_F(JanelasTeste, Mnemonics_OfTheMainWindow_LeadToOnePlace)
 {
     const QStringList menus = TextosDe(mesa.menuBar()->actions());
-    ASSERT_TRUE(mesa.Modulo()->ClickMenu("mnuModVOREquiptos"));
-    const auto *lista = mesa.findChild<JanelaForm *>("frmLista");
+    const auto *lista = AbreLista();
     ASSERT_NE(lista, nullptr);
     EXPECT_EQ(MnemonicasRepetidas(*lista, menus), QStringList());
     for (const char *botao :
@@ -234,51 +261,6 @@ TEST_F(JanelasTeste, Mnemonics_OfTheDesksOwnDialogs_LeadToOnePlace)
     VisorPDF visor(nullptr);
     visor.show();
     EXPECT_EQ(MnemonicasRepetidas(visor), QStringList());
-}
-
-TEST_F(JanelasTeste, Forms_TabKey_FollowsTheOrderOfTheControls)
-{
-    CadaForm([](IForm &form, JanelaForm &janela) {
-        janela.setWindowFlags(Qt::Dialog);
-        janela.show();
-        janela.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&janela));
-        const auto ordemDe = [&](const QWidget *widget) {
-            for (; widget != nullptr && widget != &janela; widget = widget->parentWidget()) {
-                for (const Ref<IControle> &controle : form.Controles()) {
-                    const QString indice = controle->Indice() < 0 ? "" : "_" + QString::number(controle->Indice());
-                    // The search list holds its criteria, and its rows come behind them.
-                    const bool fora = controle->Especie() == EspecieControle::ztFrame || controle->Nome() == "ztlLista";
-                    if (!fora && widget->objectName() == Q(controle->Nome()) + indice) {
-                        return int{controle->TabIndex()};
-                    }
-                }
-            }
-            return -1; // what belongs to no control, such as the search button
-        };
-        const auto abas = janela.findChildren<QTabWidget *>();
-        const int paginas = abas.isEmpty() ? 1 : abas.first()->count();
-        for (int pagina = 0; pagina < paginas; ++pagina) {
-            if (!abas.isEmpty()) {
-                abas.first()->setCurrentIndex(pagina);
-            }
-            std::vector<int> ordem;
-            QStringList nomes;
-            for (int tecla = 0; tecla < 60; ++tecla) {
-                QWidget *foco = QApplication::focusWidget();
-                if (const int numero = ordemDe(foco); numero >= 0 && (ordem.empty() || ordem.back() != numero)) {
-                    if (!ordem.empty() && numero == ordem.front()) {
-                        break;
-                    }
-                    ordem.push_back(numero);
-                    nomes << QString("%1=%2").arg(foco->objectName()).arg(numero);
-                }
-                QTest::keyClick(foco != nullptr ? foco : &janela, Qt::Key_Tab);
-            }
-            std::rotate(ordem.begin(), std::min_element(ordem.begin(), ordem.end()), ordem.end());
-            EXPECT_TRUE(std::is_sorted(ordem.begin(), ordem.end())) << "page " << pagina << ": " << S(nomes.join(" "));
-        }
-    });
 }
 
 TEST_F(JanelasTeste, Forms_EveryControl_HasAWidgetOfItsName)
@@ -333,46 +315,60 @@ TEST_F(JanelasTeste, Forms_EveryField_TellsAReaderItsName)
     });
 }
 
-TEST_F(JanelasTeste, Forms_TabKey_ReachesEverythingThatCanBeUsed)
+TEST_F(JanelasTeste, Forms_TabKey_ReachesEverythingThatCanBeUsedInTheOrderOfTheControls)
 {
-    CadaForm([](IForm &, JanelaForm &janela) {
-        janela.setWindowFlags(Qt::Dialog);
-        janela.show();
-        janela.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&janela));
-        const auto abas = janela.findChildren<QTabWidget *>();
-        const int paginas = abas.isEmpty() ? 1 : abas.first()->count();
-        for (int pagina = 0; pagina < paginas; ++pagina) {
-            if (!abas.isEmpty()) {
-                abas.first()->setCurrentIndex(pagina);
+    CadaFormNaTela([](IForm &form, JanelaForm &janela) {
+        const auto ordemDe = [&](const QWidget *widget) {
+            for (; widget != nullptr && widget != &janela; widget = widget->parentWidget()) {
+                for (const Ref<IControle> &controle : form.Controles()) {
+                    const QString indice = controle->Indice() < 0 ? "" : "_" + QString::number(controle->Indice());
+                    // The search list holds its criteria, and its rows come behind them.
+                    const bool fora = controle->Especie() == EspecieControle::ztFrame || controle->Nome() == "ztlLista";
+                    if (!fora && widget->objectName() == Q(controle->Nome()) + indice) {
+                        return int{controle->TabIndex()};
+                    }
+                }
             }
+            return -1; // what belongs to no control, such as the search button
+        };
+        const auto confere = [&](int pagina) {
             std::set<const QWidget *> alcancados;
+            std::vector<int> ordem;
+            QStringList nomes;
+            bool voltou = false; // to the first of them
             for (int tecla = 0; tecla < 200; ++tecla) {
                 QWidget *foco = QApplication::focusWidget();
                 if (foco != nullptr) {
                     alcancados.insert(foco);
                 }
+                const int numero = ordemDe(foco);
+                if (!voltou && numero >= 0 && (ordem.empty() || ordem.back() != numero)) {
+                    voltou = !ordem.empty() && numero == ordem.front();
+                    if (!voltou) {
+                        ordem.push_back(numero);
+                        nomes << QString("%1=%2").arg(foco->objectName()).arg(numero);
+                    }
+                }
                 QTest::keyClick(foco != nullptr ? foco : &janela, Qt::Key_Tab);
             }
+            std::rotate(ordem.begin(), std::min_element(ordem.begin(), ordem.end()), ordem.end());
+            EXPECT_TRUE(std::is_sorted(ordem.begin(), ordem.end())) << "page " << pagina << ": " << S(nomes.join(" "));
             for (const QWidget *widget : janela.findChildren<QWidget *>()) {
                 if ((EhCampo(*widget) || qobject_cast<const QAbstractButton *>(widget)) && widget->isVisible() &&
                     widget->isEnabled() && (widget->focusPolicy() & Qt::TabFocus) && widget->focusProxy() == nullptr) {
                     EXPECT_EQ(alcancados.count(widget), 1U) << "page " << pagina << ": " << NomeDe(*widget);
                 }
             }
-        }
+        };
+        CadaPagina(janela, confere, true);
     });
 }
 
 TEST_F(JanelasTeste, Forms_TabKey_LeadsWhereItLeadsAPersonWithoutAScreen)
 {
     std::size_t lugares = 0;
-    CadaForm([&](IForm &form, JanelaForm &janela) {
-        janela.setWindowFlags(Qt::Dialog);
+    CadaFormNaTela([&](IForm &form, JanelaForm &janela) {
         form.DefineVisible(true);
-        janela.show();
-        janela.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&janela));
         VaiAoPrimeiro(janela);
         const auto semTela = VoltaSemTela(janela);
         EXPECT_EQ(VoltaNaTela(janela), semTela);
@@ -383,12 +379,8 @@ TEST_F(JanelasTeste, Forms_TabKey_LeadsWhereItLeadsAPersonWithoutAScreen)
 
 TEST_F(JanelasTeste, Forms_TabKey_FollowsAnOrderThatChangesWhileTheWindowIsOpen)
 {
-    CadaForm([&](IForm &form, JanelaForm &janela) {
-        janela.setWindowFlags(Qt::Dialog);
+    CadaFormNaTela([&](IForm &form, JanelaForm &janela) {
         form.DefineVisible(true);
-        janela.show();
-        janela.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&janela));
         VaiAoPrimeiro(janela);
         const auto antes = VoltaSemTela(janela);
         if (antes.size() > 3) {
@@ -428,20 +420,14 @@ TEST_F(JanelasTeste, Forms_TextsOfAllLabels_AreShownAsTheyAre)
 TEST_F(JanelasTeste, Box_OfAnError_ShowsTagsInItsTextsAsTheyAre)
 {
     std::vector<Qt::TextFormat> formatos;
-    QTimer olho;
-    olho.setInterval(1);
-    QObject::connect(&olho, &QTimer::timeout, &mesa, [&] {
-        if (auto *caixa = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
-            for (const QLabel *rotulo : caixa->findChildren<QLabel *>()) {
-                if (rotulo->text().contains("<b>")) {
-                    formatos.push_back(rotulo->textFormat());
-                }
-            }
-            caixa->buttons().first()->click();
-        }
-    });
-    olho.start();
-    mesa.Hospedeiro()->CriaMensagem()->ExibeErro("frmA", 5, "Falhou <b>", "Raiz < <b>", "Título");
+    ComCaixas([&] { mesa.Hospedeiro()->CriaMensagem()->ExibeErro("frmA", 5, "Falhou <b>", "Raiz < <b>", "Título"); },
+              [&](const QMessageBox &caixa) {
+                  for (const QLabel *rotulo : caixa.findChildren<QLabel *>()) {
+                      if (rotulo->text().contains("<b>")) {
+                          formatos.push_back(rotulo->textFormat());
+                      }
+                  }
+              });
     EXPECT_EQ(formatos, (std::vector<Qt::TextFormat>{Qt::PlainText, Qt::PlainText}));
 }
 
@@ -458,14 +444,11 @@ class CertificadosTeste : public JanelasTeste {
     CertificadosTeste()
     {
         const Ref<SessaoServico> ana = registro.Sessao("ana");
-        const auto a1 = EquipamentoDe("A1");
-        const auto sensor = SensorDe(1);
         double numero = 0;
         std::string recusa;
         EXPECT_TRUE(ana->GuardaDocumento(documento, numero, recusa)) << recusa;
-        Poe(sensor, AfericaoDe("111", DataDe(10, 1, 2026), DataDe(10, 1, 2027), numero));
-        Poe(a1, sensor);
-        Inclui(ana, a1);
+        const auto afericao = AfericaoDe("111", DataDe(10, 1, 2026), DataDe(10, 1, 2027), numero);
+        Inclui(ana, Poe(EquipamentoDe("A1"), Poe(SensorDe(1), afericao)));
         mesa.Hospedeiro()->BancoLocal->AtualizaReplica(*ana);
         arquivo = temporarios.filePath("~VORAFER" + Q(registro.Sql("SELECT NroIntAfericao FROM AFERICAO")) + "-A1.pdf");
     }
@@ -539,21 +522,14 @@ TEST_F(CertificadosTeste, Printed_OfWhoSignsOut_IsNoLongerSeen)
 
 TEST_F(CertificadosTeste, Printed_OnADiskThatTakesNoMore_LeavesNoPart)
 {
-    int erros = 0;
-    QTimer olho;
-    olho.setInterval(1);
-    QObject::connect(&olho, &QTimer::timeout, &mesa, [&] {
-        if (auto *caixa = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
-            ++erros;
-            caixa->buttons().first()->click();
-        }
-    });
-    olho.start();
     auto *imprimir = Consultada()->findChild<QAbstractButton *>("imprimir");
-    {
-        const DiscoApertado apertado(100);
-        imprimir->click();
-    }
+    int erros = 0;
+    ComCaixas(
+        [&] {
+            const DiscoApertado apertado(100);
+            imprimir->click();
+        },
+        [&](const QMessageBox &) { ++erros; });
     EXPECT_EQ(erros, 1);
     EXPECT_EQ(mesa.findChild<QDialog *>("VisorPDF"), nullptr);
     EXPECT_EQ(Certificados(), QStringList());
@@ -592,31 +568,16 @@ TEST_F(JanelasTeste, FrameOfTheCriteria_HasTheColourOfButtons)
 
 TEST_F(JanelasTeste, Event_ThatRaises_ShowsTheErrorAndLeavesTheWindow)
 {
-    ASSERT_TRUE(mesa.Modulo()->ClickMenu("mnuModVOREquiptos"));
-    auto *janela = mesa.findChild<JanelaForm *>("frmLista");
+    auto *janela = AbreLista();
     ASSERT_NE(janela, nullptr);
-    Ref<IztCombo> combo;
-    for (const Ref<IControle> &controle : janela->Form()->Controles()) {
-        if (controle->Nome() == "cboTipoEquipto") {
-            combo = ComoTipo<IztCombo>(controle);
-        }
-    }
-    ASSERT_FALSE(combo.Nada());
-    const Conexao conexao = combo->Change().liga([] { throw Falha(13); });
+    const Conexao conexao =
+        Controle<IztCombo>(*janela->Form(), "cboTipoEquipto")->Change().liga([] { throw Falha(13); });
     QStringList vistos;
-    QTimer olho;
-    olho.setInterval(1);
-    QObject::connect(&olho, &QTimer::timeout, &mesa, [&] {
-        if (auto *caixa = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
-            vistos << caixa->text() + " | " + caixa->informativeText();
-            caixa->buttons().first()->click();
-        }
-    });
-    olho.start();
     auto *widget = janela->findChild<QComboBox *>("cboTipoEquipto");
     ASSERT_NE(widget, nullptr);
     ASSERT_TRUE(widget->isEnabled());
-    QTest::keyClick(widget, Qt::Key_Down);
+    ComCaixas([&] { QTest::keyClick(widget, Qt::Key_Down); },
+              [&](const QMessageBox &caixa) { vistos << caixa.text() + " | " + caixa.informativeText(); });
     ASSERT_EQ(vistos.size(), 1);
     EXPECT_TRUE(vistos[0].contains("Erro 13 em Mesa")) << S(vistos[0]);
     EXPECT_TRUE(janela->isVisible());
@@ -650,19 +611,14 @@ TEST_F(JanelasTeste, Pointer_OfWaiting_IsSeenUntilTheEndOrTheFirstBox)
 TEST_F(JanelasTeste, Search_UntilItsRowsAreThere_ShowsTheWaitPointer)
 {
     Inclui(registro.Sessao("ana"), EquipamentoDe("A1"));
-    ASSERT_TRUE(mesa.Modulo()->ClickMenu("mnuModVOREquiptos"));
-    auto *janela = mesa.findChild<JanelaForm *>("frmLista");
+    auto *janela = AbreLista();
     ASSERT_NE(janela, nullptr);
     std::map<std::int32_t, bool> esperava; // by number of rows, at their arrival
-    Conexao conexao;
-    for (const Ref<IControle> &controle : janela->Form()->Controles()) {
-        if (auto *lista = dynamic_cast<ztList *>(controle.Ponteiro())) {
-            conexao = lista->Mudou().liga([&, lista] {
-                const QCursor *cursor = QApplication::overrideCursor();
-                esperava.emplace(lista->NroItens(), cursor != nullptr && cursor->shape() == Qt::WaitCursor);
-            });
-        }
-    }
+    const auto lista = Controle<ztList>(*janela->Form(), "ztlLista");
+    const Conexao conexao = lista->Mudou().liga([&] {
+        const QCursor *cursor = QApplication::overrideCursor();
+        esperava.emplace(lista->NroItens(), cursor != nullptr && cursor->shape() == Qt::WaitCursor);
+    });
     janela->findChild<QAbstractButton *>("ztlLista_localizar")->click();
     ASSERT_EQ(esperava.count(1), 1U);
     EXPECT_TRUE(esperava[1]);

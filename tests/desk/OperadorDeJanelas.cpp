@@ -1,9 +1,9 @@
 #include "tests/desk/OperadorDeJanelas.h"
 
+#include "desk/tour/Telas.h"
 #include "desk/windows/Renderizador.h"
 #include "tests/desk/Teclado.h"
 
-#include <QAbstractButton>
 #include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QHeaderView>
@@ -63,20 +63,16 @@ void OperadorDeJanelas::Faz(const std::function<void()> &acao)
 {
     int comeco = 0;
     bool parado = false; // both belong to the windows' thread
-    m_Condutor.NaTela<bool>([&] {
-        comeco = QThread::currentThread()->loopLevel();
-        return true;
-    });
+    NaTela([&] { comeco = QThread::currentThread()->loopLevel(); });
     acao();
     std::unique_ptr<QObject, void (*)(QObject *)> vigia(nullptr, [](QObject *objeto) {
         QMetaObject::invokeMethod(
             qApp, [objeto] { delete objeto; }, Qt::BlockingQueuedConnection);
     });
-    m_Condutor.NaTela<bool>([&] { // the action has begun by now
+    NaTela([&] { // the action has begun by now
         vigia.reset(new QObject);
         QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, vigia.get(),
                          [&] { parado = parado || QThread::currentThread()->loopLevel() <= comeco; });
-        return true;
     });
     for (;;) {
         QString pergunta;
@@ -106,10 +102,7 @@ void OperadorDeJanelas::Clica(const std::string &nome, std::int16_t indice)
 void OperadorDeJanelas::Marca(const std::string &nome, std::int16_t indice)
 {
     const QString widget = NomeDe(nome, indice);
-    const bool marcado = m_Condutor.NaTela<bool>([&] {
-        const auto *botao = qobject_cast<QAbstractButton *>(Teclado::Acha(widget));
-        return botao != nullptr && botao->isChecked();
-    });
+    const bool marcado = NaTela([&] { return TextoDe(Teclado::Acha(widget)) == "marcado"; });
     if (!marcado) {
         Clica(nome, indice);
     }
@@ -153,12 +146,11 @@ void OperadorDeJanelas::Localiza(const std::string &nome)
 
 void OperadorDeJanelas::OrdenaPor(const std::string &nome, std::int32_t coluna)
 {
-    m_Condutor.NaTela<bool>([&] {
+    NaTela([&] {
         const QHeaderView *titulos = Tabela(nome)->horizontalHeader();
         QTest::mouseClick(titulos->viewport(), Qt::LeftButton, {},
                           {titulos->sectionViewportPosition(coluna - 1) + titulos->sectionSize(coluna - 1) / 2,
                            titulos->height() / 2});
-        return true;
     });
 }
 
@@ -184,12 +176,12 @@ void OperadorDeJanelas::Fecha()
 
 std::int32_t OperadorDeJanelas::Linhas(const std::string &nome)
 {
-    return m_Condutor.NaTela<QString>([&] { return QString::number(Tabela(nome)->model()->rowCount()); }).toInt();
+    return NaTela([&] { return Tabela(nome)->model()->rowCount(); });
 }
 
 std::string OperadorDeJanelas::Celula(const std::string &nome, std::int32_t linha, const std::string &coluna)
 {
-    return S(m_Condutor.NaTela<QString>([&] {
+    return S(NaTela([&] {
         const QAbstractItemModel &modelo = *Tabela(nome)->model();
         for (int n = 0; n < modelo.columnCount(); ++n) {
             if (modelo.headerData(n, Qt::Horizontal).toString() == Q(coluna)) {

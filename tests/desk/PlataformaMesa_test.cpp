@@ -1,9 +1,6 @@
 #include "tests/desk/HospedeiroDeTeste.h"
+#include "tests/support/FalhaLancada.h"
 #include "tests/support/FormFalso.h"
-
-#include "host/Falha.h"
-
-#include <gtest/gtest.h>
 
 #include <filesystem>
 
@@ -11,45 +8,19 @@ using namespace mesa;
 
 namespace {
 
-std::int32_t FalhaDe(const std::function<void()> &comando)
+class PlataformaMesaTeste : public HospedeiroTeste {};
+
+TEST_F(PlataformaMesaTeste, File_ThatCannotBeHad_IsTheFaultOfItsCase)
 {
-    try {
-        comando();
-    } catch (...) {
-        return FalhaCorrente().Numero;
-    }
-    return 0;
-}
-
-class PlataformaMesaTeste : public testing::Test {
-  protected:
-    void SetUp() override { InstalaHost(mesa.Host); }
-    void TearDown() override { InstalaHost(nullptr); }
-
-    HospedeiroDeTeste mesa;
-};
-
-TEST_F(PlataformaMesaTeste, GravaArquivo_WhereAFileStandsForADirectory_IsFault76)
-{
+    const auto grava = [&](const char *nome) {
+        return FalhaLancada([&] { Plataforma()->GravaArquivo(mesa.NoModulo(nome), {1}); }).Numero;
+    };
     Plataforma()->GravaArquivo(mesa.NoModulo("um.bin"), {1});
-    EXPECT_EQ(FalhaDe([&] { Plataforma()->GravaArquivo(mesa.NoModulo("um.bin\\dois.bin"), {1}); }), 76);
-}
-
-TEST_F(PlataformaMesaTeste, GravaArquivo_OverADirectory_IsFault75)
-{
+    EXPECT_EQ(grava("um.bin\\dois.bin"), 76);
     std::filesystem::create_directory(mesa.Diretorio() / "pasta");
-    EXPECT_EQ(FalhaDe([&] { Plataforma()->GravaArquivo(mesa.NoModulo("pasta"), {1}); }), 75);
-}
-
-TEST_F(PlataformaMesaTeste, TamanhoArquivo_OfWhatIsNotThere_IsFault53)
-{
-    EXPECT_EQ(FalhaDe([&] { Plataforma()->TamanhoArquivo(mesa.NoModulo("falta.bin")); }), 53);
-}
-
-TEST_F(PlataformaMesaTeste, ApagaArquivo_OfADirectory_LeavesIt)
-{
-    std::filesystem::create_directory(mesa.Diretorio() / "pasta");
-    EXPECT_EQ(FalhaDe([&] { Plataforma()->ApagaArquivo(mesa.NoModulo("pasta")); }), 53);
+    EXPECT_EQ(grava("pasta"), 75);
+    EXPECT_EQ(FalhaLancada([&] { Plataforma()->TamanhoArquivo(mesa.NoModulo("falta.bin")); }).Numero, 53);
+    EXPECT_EQ(FalhaLancada([&] { Plataforma()->ApagaArquivo(mesa.NoModulo("pasta")); }).Numero, 53);
     EXPECT_TRUE(std::filesystem::exists(mesa.Diretorio() / "pasta"));
 }
 
@@ -86,7 +57,7 @@ TEST_F(PlataformaMesaTeste, Descarrega_WhoseUnloadRaises_CanBeTriedAgain)
     auto form = Novo<FormFalso>();
     form->Carrega();
     form->NoUnload = [] { throw Falha(5); };
-    EXPECT_EQ(FalhaDe([&] { form->Fecha(); }), 5);
+    EXPECT_EQ(FalhaLancada([&] { form->Fecha(); }).Numero, 5);
     EXPECT_EQ(Plataforma()->NroForms(), 1);
     form->NoUnload = nullptr;
     form->Fecha();

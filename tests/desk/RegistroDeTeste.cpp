@@ -34,6 +34,16 @@ const std::map<std::string, Pessoa> &Pessoas()
     return pessoas;
 }
 
+template <class R, class Item> Ref<R> Poe(const Ref<R> &registro, Campo<ListaDe<Item>> R::*lista, const Ref<Item> &item)
+{
+    auto &campo = (*registro).*lista;
+    if (campo.Valor().Nada()) {
+        campo = Novo<Colecao<Ref<Item>>>();
+    }
+    campo.Valor()->Add(item);
+    return registro;
+}
+
 } // namespace
 
 RegistroDeTeste::RegistroDeTeste() : Relogio(DataDe(20, 11, 2026, 10, 0, 0))
@@ -82,27 +92,31 @@ Ref<SessaoServico> RegistroDeTeste::Sessao(const std::string &usuario)
 
 std::string RegistroDeTeste::Sql(const std::string &comando)
 {
+    const auto linhas = LinhasSql(Caminho(), comando);
+    return linhas.empty() ? "" : linhas.front();
+}
+
+std::vector<std::string> LinhasSql(const std::string &arquivo, const std::string &comando)
+{
     sqlite3 *aberto = nullptr;
-    if (sqlite3_open(Caminho().c_str(), &aberto) != SQLITE_OK) {
+    const int abriu = sqlite3_open_v2(arquivo.c_str(), &aberto, SQLITE_OPEN_READWRITE, nullptr);
+    const std::unique_ptr<sqlite3, int (*)(sqlite3 *)> banco(aberto, sqlite3_close);
+    if (abriu != SQLITE_OK) {
         throw std::runtime_error("the file does not open");
     }
-    const std::unique_ptr<sqlite3, int (*)(sqlite3 *)> banco(aberto, sqlite3_close);
     sqlite3_busy_timeout(aberto, 5000);
-    std::string resposta;
-    char *erro = nullptr;
+    std::vector<std::string> linhas;
     const auto guarda = [](void *destino, int colunas, char **valores, char **) {
-        auto &texto = *static_cast<std::string *>(destino);
-        if (texto.empty() && colunas > 0 && valores[0] != nullptr) {
-            texto = valores[0];
+        auto &linha = static_cast<std::vector<std::string> *>(destino)->emplace_back();
+        for (int coluna = 0; coluna < colunas; ++coluna) {
+            linha += std::string(coluna > 0 ? "|" : "") + (valores[coluna] == nullptr ? "" : valores[coluna]);
         }
         return 0;
     };
-    if (sqlite3_exec(aberto, comando.c_str(), guarda, &resposta, &erro) != SQLITE_OK) {
-        const std::string texto = erro;
-        sqlite3_free(erro);
-        throw std::runtime_error(texto);
+    if (sqlite3_exec(aberto, comando.c_str(), guarda, &linhas, nullptr) != SQLITE_OK) {
+        throw std::runtime_error(sqlite3_errmsg(aberto));
     }
-    return resposta;
+    return linhas;
 }
 
 Retorno Pede(const Ref<SessaoServico> &sessao, const std::string &metodo, const Ref<Objeto> &pedido,
@@ -134,11 +148,32 @@ Ref<EquiptoED> EquipamentoDe(const std::string &codigo)
     return e;
 }
 
-Ref<EquiptoED> SoNumero(std::int32_t nroIntEquip)
+Ref<LimiteDifED> LimiteDe(std::int32_t equipamento, std::uint8_t dia, std::int32_t inicio, std::int32_t fim,
+                          std::int16_t velocidade)
 {
-    auto e = Novo<EquiptoED>();
-    e->NroIntEquip = nroIntEquip;
-    return e;
+    auto l = Novo<LimiteDifED>();
+    l->NroIntEquip = equipamento;
+    l->Dia = dia;
+    l->HoraInicio = inicio;
+    l->HoraFim = fim;
+    l->VelocPerm = velocidade;
+    l->VelocMin = std::int16_t{0};
+    l->Ativo = std::uint8_t{1};
+    l->TipoLimite = static_cast<std::uint8_t>(velocidade > 0 ? 1 : 2);
+    return l;
+}
+
+Ref<DiaEspecificoED> DiaDe(std::int32_t equipamento, Data dia, std::int32_t inicio, std::int32_t fim)
+{
+    auto d = Novo<DiaEspecificoED>();
+    d->NroIntEquip = equipamento;
+    d->Data = dia;
+    d->HoraInicio = inicio;
+    d->HoraFim = fim;
+    d->VelocPerm = std::int16_t{40};
+    d->VelocMin = std::int16_t{0};
+    d->Ativo = std::uint8_t{1};
+    return d;
 }
 
 Ref<SensorED> SensorDe(std::int16_t numero)
@@ -164,29 +199,36 @@ Ref<AfericaoED> AfericaoDe(const std::string &numero, Data de, Data ate, double 
     return a;
 }
 
-void Poe(const Ref<EquiptoED> &equipto, const Ref<SensorED> &sensor)
+Ref<EquiptoED> Poe(const Ref<EquiptoED> &equipto, const Ref<SensorED> &sensor)
 {
-    if (equipto->Sensores.Valor().Nada()) {
-        equipto->Sensores = Novo<Colecao<Ref<SensorED>>>();
-    }
-    equipto->Sensores.Valor()->Add(sensor);
+    return Poe(equipto, &EquiptoED::Sensores, sensor);
 }
 
-void Poe(const Ref<SensorED> &sensor, const Ref<AfericaoED> &afericao)
+Ref<SensorED> Poe(const Ref<SensorED> &sensor, const Ref<AfericaoED> &afericao)
 {
-    if (sensor->Afericoes.Valor().Nada()) {
-        sensor->Afericoes = Novo<Colecao<Ref<AfericaoED>>>();
+    return Poe(sensor, &SensorED::Afericoes, afericao);
+}
+
+Ref<EquiptoED> ListaDeLimites(const std::vector<Ref<LimiteDifED>> &limites)
+{
+    auto e = Com(Novo<EquiptoED>(), &EquiptoED::ListaLimiteDif, Novo<Colecao<Ref<LimiteDifED>>>());
+    for (const auto &limite : limites) {
+        e->ListaLimiteDif.Valor()->Add(limite);
     }
-    sensor->Afericoes.Valor()->Add(afericao);
+    return e;
+}
+
+Retorno Exigido(const Retorno &retorno)
+{
+    if (!retorno.Feita) {
+        throw std::runtime_error(retorno.Recusa);
+    }
+    return retorno;
 }
 
 std::int32_t Inclui(const Ref<SessaoServico> &sessao, const Ref<EquiptoED> &equipto)
 {
-    const Retorno retorno = Pede(sessao, "inclui", equipto);
-    if (!retorno.Feita) {
-        throw std::runtime_error(retorno.Recusa);
-    }
-    return retorno.Como<EquiptoED>()->NroIntEquip;
+    return Exigido(Pede(sessao, "inclui", equipto)).Como<EquiptoED>()->NroIntEquip;
 }
 
 std::int32_t IncluiComSensores(const Ref<SessaoServico> &sessao,
@@ -195,22 +237,17 @@ std::int32_t IncluiComSensores(const Ref<SessaoServico> &sessao,
     auto equipto = EquipamentoDe("R-001");
     std::int16_t numero = 0;
     for (const auto &afericoes : sensores) {
-        auto sensor = SensorDe(++numero);
+        Poe(equipto, SensorDe(++numero));
         for (const auto &afericao : afericoes) {
-            Poe(sensor, afericao);
+            Poe(equipto->Sensores.Valor()->Item(numero), afericao);
         }
-        Poe(equipto, sensor);
     }
     return Inclui(sessao, equipto);
 }
 
 Ref<EquiptoED> Abre(const Ref<SessaoServico> &sessao, std::int32_t nroIntEquip)
 {
-    const Retorno retorno = Pede(sessao, "consulta", SoNumero(nroIntEquip));
-    if (!retorno.Feita) {
-        throw std::runtime_error(retorno.Recusa);
-    }
-    return retorno.Como<EquiptoED>();
+    return Exigido(Pede(sessao, "consulta", SoNumero(nroIntEquip))).Como<EquiptoED>();
 }
 
 Bytes Pdf(const std::string &marca, std::size_t tamanho)
@@ -224,11 +261,11 @@ Bytes Pdf(const std::string &marca, std::size_t tamanho)
     return Bytes(texto.begin(), texto.end());
 }
 
-double GuardaPdf(const Ref<SessaoServico> &sessao, const std::string &marca)
+double GuardaPdf(const Ref<SessaoServico> &sessao, const std::string &marca, std::size_t tamanho)
 {
     double numero = 0;
     std::string recusa;
-    if (!sessao->GuardaDocumento(Pdf(marca), numero, recusa)) {
+    if (!sessao->GuardaDocumento(Pdf(marca, tamanho), numero, recusa)) {
         throw std::runtime_error(recusa);
     }
     return numero;

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "desk/services/Servicos.h"
+#include "host/DiaEspecificoED.h"
 #include "host/EquiptoED.h"
+#include "host/LimiteDifED.h"
 #include "host/ListaEquiptoED.h"
 #include "host/Registro.h"
 
@@ -9,7 +11,11 @@
 
 #include <map>
 #include <string>
+#include <type_traits>
 #include <vector>
+
+// Straight to the file, past the services: the rows of the last statement, their cells joined with "|".
+std::vector<std::string> LinhasSql(const std::string &arquivo, const std::string &comando);
 
 // What came of an operation.
 struct Retorno {
@@ -45,7 +51,7 @@ class RegistroDeTeste {
     Data Relogio;
     void PassaSegundos(std::int32_t n);
 
-    // Straight to the file, past the services: the first column of the first row.
+    // The first row, or nothing.
     std::string Sql(const std::string &comando);
 
   private:
@@ -57,14 +63,39 @@ class RegistroDeTeste {
 Retorno Pede(const Ref<mesa::SessaoServico> &sessao, const std::string &metodo, const Ref<Objeto> &pedido,
              const std::string &classeRN = "EquiptoRN");
 
+// The record, in which one member or two are written.
+template <class R, class T>
+Ref<R> Com(const Ref<R> &registro, Campo<T> R::*membro, const std::type_identity_t<T> &valor)
+{
+    (*registro).*membro = valor;
+    return registro;
+}
+template <class R, class T, class U>
+Ref<R> Com(const Ref<R> &registro, Campo<T> R::*membro, const std::type_identity_t<T> &valor, Campo<U> R::*outro,
+           const std::type_identity_t<U> &seu)
+{
+    return Com(Com(registro, membro, valor), outro, seu);
+}
+
 // A whole equipment of DETRAN/RS, not yet sent.
 Ref<EquiptoED> EquipamentoDe(const std::string &codigo);
-Ref<EquiptoED> SoNumero(std::int32_t nroIntEquip);
 Ref<SensorED> SensorDe(std::int16_t numero);
 Ref<AfericaoED> AfericaoDe(const std::string &numero, Data de, Data ate, double documento = 0);
-// Adds to a list that may not be there yet.
-void Poe(const Ref<EquiptoED> &equipto, const Ref<SensorED> &sensor);
-void Poe(const Ref<SensorED> &sensor, const Ref<AfericaoED> &afericao);
+// Records of which only the internal number is written.
+inline constexpr auto SoNumero = [](std::int32_t n) { return Com(Novo<EquiptoED>(), &EquiptoED::NroIntEquip, n); };
+inline constexpr auto SoSensor = [](std::int32_t n) { return Com(Novo<SensorED>(), &SensorED::NroIntSensor, n); };
+inline constexpr auto SoAfericao = [](double n) { return Com(Novo<AfericaoED>(), &AfericaoED::NroIntAfericao, n); };
+inline constexpr auto SoLimite = [](std::int32_t n) { return Com(Novo<LimiteDifED>(), &LimiteDifED::NroInt, n); };
+inline constexpr auto SoDia = [](std::int32_t n) { return Com(Novo<DiaEspecificoED>(), &DiaEspecificoED::NroInt, n); };
+// A new limit of 40 km/h and, with speed 0, a prohibited hour; one of 40 km/h for a day of the calendar.
+Ref<LimiteDifED> LimiteDe(std::int32_t equipamento, std::uint8_t dia, std::int32_t inicio, std::int32_t fim,
+                          std::int16_t velocidade = 40);
+Ref<DiaEspecificoED> DiaDe(std::int32_t equipamento, Data dia, std::int32_t inicio, std::int32_t fim);
+// Adds to a list that may not be there yet; gives what it was added to.
+Ref<EquiptoED> Poe(const Ref<EquiptoED> &equipto, const Ref<SensorED> &sensor);
+Ref<SensorED> Poe(const Ref<SensorED> &sensor, const Ref<AfericaoED> &afericao);
+// The limits as "alteraListaLimitesDif" takes them.
+Ref<EquiptoED> ListaDeLimites(const std::vector<Ref<LimiteDifED>> &limites);
 
 // Sends it with "inclui"; its number. Any refusal fails the test.
 std::int32_t Inclui(const Ref<mesa::SessaoServico> &sessao, const Ref<EquiptoED> &equipto);
@@ -73,6 +104,9 @@ std::int32_t IncluiComSensores(const Ref<mesa::SessaoServico> &sessao,
                                const std::vector<std::vector<Ref<AfericaoED>>> &sensores);
 Ref<EquiptoED> Abre(const Ref<mesa::SessaoServico> &sessao, std::int32_t nroIntEquip);
 
+// What was done; any refusal fails the test.
+Retorno Exigido(const Retorno &retorno);
+
 // A small document that passes for PDF; `marca` makes it one of its own.
 Bytes Pdf(const std::string &marca, std::size_t tamanho = 0);
-double GuardaPdf(const Ref<mesa::SessaoServico> &sessao, const std::string &marca);
+double GuardaPdf(const Ref<mesa::SessaoServico> &sessao, const std::string &marca, std::size_t tamanho = 0);

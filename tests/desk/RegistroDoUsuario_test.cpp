@@ -2,17 +2,16 @@
 
 #include "desk/sample/Amostra.h"
 #include "desk/sample/CertificadoPDF.h"
-#include "host/Falha.h"
+#include "tests/desk/RegistroDeTeste.h"
 
 #include <QBuffer>
 #include <QPdfDocument>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
-#include <memory>
-#include <stdexcept>
+#include <algorithm>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -35,31 +34,13 @@ class RegistroDoUsuarioTeste : public testing::Test {
     {
         return AbreRegistroDoUsuario(Em(nome), tipo, deNovo, Manha, [](double) {});
     }
-    // Rows of a query, their cells joined with "|".
-    std::vector<std::string> Linhas(const std::filesystem::path &arquivo, const std::string &sql) const
+    void Marca(const std::string &nome) const
     {
-        sqlite3 *aberto = nullptr;
-        if (sqlite3_open_v2(arquivo.c_str(), &aberto, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK) {
-            sqlite3_close(aberto);
-            throw std::runtime_error("the file does not open");
-        }
-        const std::unique_ptr<sqlite3, int (*)(sqlite3 *)> banco(aberto, sqlite3_close);
-        std::vector<std::string> linhas;
-        const auto guarda = [](void *destino, int colunas, char **valores, char **) {
-            auto &linha = static_cast<std::vector<std::string> *>(destino)->emplace_back();
-            for (int coluna = 0; coluna < colunas; ++coluna) {
-                linha += (coluna > 0 ? "|" : "") + std::string(valores[coluna] ? valores[coluna] : "NULL");
-            }
-            return 0;
-        };
-        if (sqlite3_exec(aberto, sql.c_str(), guarda, &linhas, nullptr) != SQLITE_OK) {
-            throw std::runtime_error(sqlite3_errmsg(aberto));
-        }
-        return linhas;
+        LinhasSql(CaminhoDoRegistro(Em("d")), "UPDATE CLIENTE SET Nome = '" + nome + "' WHERE CodCliente = 3");
     }
     int Conta(const std::string &nome, const std::string &sql) const
     {
-        return std::stoi(Linhas(CaminhoDoRegistro(Em(nome)), sql).at(0));
+        return std::stoi(LinhasSql(CaminhoDoRegistro(Em(nome)), sql).at(0));
     }
     // Every row of every table, without the salted passwords.
     std::vector<std::string> Despejo(const std::string &nome) const
@@ -67,27 +48,18 @@ class RegistroDoUsuarioTeste : public testing::Test {
         const auto arquivo = CaminhoDoRegistro(Em(nome));
         std::vector<std::string> despejo;
         for (const std::string &tabela :
-             Linhas(arquivo, "SELECT name FROM sqlite_master WHERE type = 'table' ORDER BY name")) {
+             LinhasSql(arquivo, "SELECT name FROM sqlite_master WHERE type = 'table' ORDER BY name")) {
             std::string colunas;
             for (const std::string &coluna :
-                 Linhas(arquivo, "SELECT name FROM pragma_table_info('" + tabela + "') WHERE name <> 'Senha'")) {
+                 LinhasSql(arquivo, "SELECT name FROM pragma_table_info('" + tabela + "') WHERE name <> 'Senha'")) {
                 colunas += (colunas.empty() ? "quote(" : ", quote(") + coluna + ")";
             }
             despejo.push_back(tabela);
-            for (std::string &linha : Linhas(arquivo, "SELECT " + colunas + " FROM " + tabela + " ORDER BY rowid")) {
+            for (std::string &linha : LinhasSql(arquivo, "SELECT " + colunas + " FROM " + tabela + " ORDER BY rowid")) {
                 despejo.push_back(std::move(linha));
             }
         }
         return despejo;
-    }
-    std::vector<std::string> Arquivos(const std::string &nome) const
-    {
-        std::vector<std::string> arquivos;
-        for (const auto &entrada : std::filesystem::directory_iterator(Em(nome))) {
-            arquivos.push_back(entrada.path().filename().string());
-        }
-        std::sort(arquivos.begin(), arquivos.end());
-        return arquivos;
     }
 
     QTemporaryDir pasta;
@@ -108,7 +80,7 @@ TEST_F(RegistroDoUsuarioTeste, Vazio_OfANewDirectory_HasUsersAndNothingElse)
 TEST_F(RegistroDoUsuarioTeste, Registro_ThatIsThere_IsOpenedAsItIs)
 {
     Abre("d", TipoDeRegistro::Vazio);
-    Linhas(CaminhoDoRegistro(Em("d")), "UPDATE CLIENTE SET Nome = 'MARCADO' WHERE CodCliente = 3");
+    Marca("MARCADO");
     Abre("d", TipoDeRegistro::Amostra);
     EXPECT_EQ(Conta("d", "SELECT COUNT(*) FROM CLIENTE WHERE Nome = 'MARCADO'"), 1);
     EXPECT_EQ(Conta("d", "SELECT COUNT(*) FROM EQUIPAMENTO"), 0);
@@ -117,24 +89,24 @@ TEST_F(RegistroDoUsuarioTeste, Registro_ThatIsThere_IsOpenedAsItIs)
 TEST_F(RegistroDoUsuarioTeste, DeNovo_OverAnOldRegistry_KeepsThatBeside)
 {
     Abre("d", TipoDeRegistro::Vazio);
-    Linhas(CaminhoDoRegistro(Em("d")), "UPDATE CLIENTE SET Nome = 'MARCADO' WHERE CodCliente = 3");
+    Marca("MARCADO");
     Abre("d", TipoDeRegistro::Vazio, true);
     EXPECT_EQ(Conta("d", "SELECT COUNT(*) FROM CLIENTE WHERE Nome = 'MARCADO'"), 0);
-    EXPECT_EQ(Linhas(Em("d") / "registro.20261120-093000.db", "SELECT Nome FROM CLIENTE WHERE CodCliente = 3"),
+    EXPECT_EQ(LinhasSql(Em("d") / "registro.20261120-093000.db", "SELECT Nome FROM CLIENTE WHERE CodCliente = 3"),
               std::vector<std::string>{"MARCADO"});
 }
 
 TEST_F(RegistroDoUsuarioTeste, DeNovo_TwiceInTheSameSecond_KeepsBothOldOnes)
 {
     Abre("d", TipoDeRegistro::Vazio);
-    Linhas(CaminhoDoRegistro(Em("d")), "UPDATE CLIENTE SET Nome = 'PRIMEIRO' WHERE CodCliente = 3");
+    Marca("PRIMEIRO");
     Abre("d", TipoDeRegistro::Vazio, true);
-    Linhas(CaminhoDoRegistro(Em("d")), "UPDATE CLIENTE SET Nome = 'SEGUNDO' WHERE CodCliente = 3");
+    Marca("SEGUNDO");
     Abre("d", TipoDeRegistro::Vazio, true);
     std::string nomes;
-    for (const std::string &arquivo : Arquivos("d")) {
-        if (arquivo.ends_with(".db")) {
-            nomes += Linhas(Em("d") / arquivo, "SELECT Nome FROM CLIENTE WHERE CodCliente = 3").at(0) + " ";
+    for (const auto &arquivo : std::filesystem::directory_iterator(Em("d"))) {
+        if (arquivo.path().extension() == ".db") {
+            nomes += LinhasSql(arquivo.path(), "SELECT Nome FROM CLIENTE WHERE CodCliente = 3").at(0) + " ";
         }
     }
     EXPECT_NE(nomes.find("PRIMEIRO"), std::string::npos) << nomes;
@@ -159,32 +131,30 @@ TEST_F(RegistroDoUsuarioTeste, Amostra_OfADay_IsRichAndTheSameTwice)
     EXPECT_TRUE(std::is_sorted(partes.begin(), partes.end()));
     EXPECT_LE(partes.back(), 1.0);
 
-    EXPECT_GE(Conta("um", "SELECT COUNT(*) FROM EQUIPAMENTO"), 120);
-    EXPECT_EQ(Conta("um", "SELECT COUNT(DISTINCT TipoEquip) FROM EQUIPAMENTO"), 10);
-    EXPECT_EQ(Conta("um", "SELECT COUNT(DISTINCT ClienteInc) FROM EQUIPAMENTO"), 3);
-    EXPECT_GE(Conta("um", "SELECT COUNT(DISTINCT CodMunic) FROM EQUIPAMENTO"), 12);
-    EXPECT_GE(Conta("um", "SELECT COUNT(*) FROM EQUIPAMENTO WHERE Ativo = 2"), 1);
-    EXPECT_GE(Conta("um", "SELECT COUNT(*) FROM SENSOR"), 300);
-    EXPECT_GE(
-        Conta("um", "SELECT COUNT(*) FROM AFERICAO WHERE NroIntImgCertif IN (SELECT NroDocumento FROM DOCUMENTO)"),
-        800);
-    EXPECT_GE(Conta("um", "SELECT COUNT(*) FROM LIMITE WHERE TipoLimite = 1"), 1);
-    EXPECT_GE(Conta("um", "SELECT COUNT(*) FROM LIMITE WHERE TipoLimite = 2"), 1);
-    EXPECT_GE(Conta("um", "SELECT COUNT(*) FROM DIA"), 1);
+    const auto conta = [&](const std::string &oQue) { return Conta("um", "SELECT COUNT(" + oQue); };
+    EXPECT_GE(conta("*) FROM EQUIPAMENTO"), 120);
+    EXPECT_EQ(conta("DISTINCT TipoEquip) FROM EQUIPAMENTO"), 10);
+    EXPECT_EQ(conta("DISTINCT ClienteInc) FROM EQUIPAMENTO"), 3);
+    EXPECT_GE(conta("DISTINCT CodMunic) FROM EQUIPAMENTO"), 12);
+    EXPECT_GE(conta("*) FROM EQUIPAMENTO WHERE Ativo = 2"), 1);
+    EXPECT_GE(conta("*) FROM SENSOR"), 300);
+    EXPECT_GE(conta("*) FROM AFERICAO WHERE NroIntImgCertif IN (SELECT NroDocumento FROM DOCUMENTO)"), 800);
+    EXPECT_GE(conta("*) FROM LIMITE WHERE TipoLimite = 1"), 1);
+    EXPECT_GE(conta("*) FROM LIMITE WHERE TipoLimite = 2"), 1);
+    EXPECT_GE(conta("*) FROM DIA"), 1);
     // Days are kept as yyyymmdd; each sensor by its last calibration.
     const std::string ultimas =
         "(SELECT NroIntSensor, MAX(DataVencimento) AS Ate FROM AFERICAO WHERE Ativo = 1 GROUP BY NroIntSensor)";
-    EXPECT_GE(Conta("um", "SELECT COUNT(*) FROM " + ultimas + " WHERE Ate < 20261120"), 1);
-    EXPECT_GE(Conta("um", "SELECT COUNT(*) FROM " + ultimas + " WHERE Ate BETWEEN 20261120 AND 20261220"), 1);
-    EXPECT_GE(Conta("um", "SELECT COUNT(*) FROM " + ultimas + " WHERE Ate > 20261220"), 1);
+    EXPECT_GE(conta("*) FROM " + ultimas + " WHERE Ate < 20261120"), 1);
+    EXPECT_GE(conta("*) FROM " + ultimas + " WHERE Ate BETWEEN 20261120 AND 20261220"), 1);
+    EXPECT_GE(conta("*) FROM " + ultimas + " WHERE Ate > 20261220"), 1);
     const auto dia = [](const std::string &coluna) {
         return "julianday(printf('%d-%02d-%02d', " + coluna + " / 10000, " + coluna + " / 100 % 100, " + coluna +
                " % 100))";
     };
-    EXPECT_GE(Conta("um", "SELECT COUNT(*) FROM (SELECT " + dia("DataVencimento") + " AS Ate, LEAD(" +
-                              dia("DataVerificacao") +
-                              ") OVER (PARTITION BY NroIntSensor ORDER BY DataVerificacao) AS Seguinte FROM AFERICAO "
-                              "WHERE Ativo = 1) WHERE Seguinte > Ate + 1"),
+    EXPECT_GE(conta("*) FROM (SELECT " + dia("DataVencimento") + " AS Ate, LEAD(" + dia("DataVerificacao") +
+                    ") OVER (PARTITION BY NroIntSensor ORDER BY DataVerificacao) AS Seguinte FROM AFERICAO "
+                    "WHERE Ativo = 1) WHERE Seguinte > Ate + 1"),
               1); // a gap
 
     Abre("dois", TipoDeRegistro::Amostra);

@@ -1,13 +1,9 @@
 #include "tests/desk/HospedeiroDeTeste.h"
 
 #include "desk/host/Caminhos.h"
-#include "shell/Geral.h"
-#include "shell/ModGeral.h"
 
 #include <QPdfDocument>
 #include <QPdfSelection>
-
-#include <gtest/gtest.h>
 
 using namespace mesa;
 
@@ -23,15 +19,8 @@ class Cursor : public ICursor {
     void Close() override {}
 };
 
-class RelatoriosMesaTeste : public testing::Test {
+class RelatoriosMesaTeste : public HospedeiroTeste {
   protected:
-    void SetUp() override { InstalaHost(mesa.Host); }
-    void TearDown() override
-    {
-        DescarregaModulo();
-        InstalaHost(nullptr);
-    }
-
     bool Imprime(const Valor &relatorio, std::vector<std::string> linhas = {})
     {
         bool b1 = false;
@@ -54,7 +43,6 @@ class RelatoriosMesaTeste : public testing::Test {
         return documento.getAllText(0).text().simplified().toStdString();
     }
 
-    HospedeiroDeTeste mesa;
     Ref<IRelatorios> relatorios = mesa.Host->CriaRelatorios();
 };
 
@@ -83,14 +71,7 @@ TEST_F(RelatoriosMesaTeste, ImprimirDesigner_OfAnObject_ShowsThePage)
 
 TEST_F(RelatoriosMesaTeste, ImprimirRelatorio_OfTheModule_ReachesTheViewerAndAnswersFalse)
 {
-    mesa.Entra("ana");
-    const auto geral = Novo<Geral>();
-    geral->RegistraAM("Registro");
-    geral->cGlobal = mesa.Host->cGlobal;
-    geral->Parametros(mesa.Host->FormMDI, mesa.Host->ActBar, nullptr, nullptr, nullptr, mesa.Host->oAppEXE);
-    geral->ObjInterface = mesa.Host->ObjInterface;
-    mesa.Host->cGlobal->Registra(std::string(NomeComponente), geral);
-    geral->Logon(mesa.Host->objMTM(), mesa.Host->objSCA(), "");
+    const auto geral = Loga("ana");
     std::vector<std::string> linhas = {"Um", "Dois"};
     EXPECT_FALSE(geral->Impressao.ImprimirRelatorio(std::string("Aferições"), linhas, false, 0, false, nullptr, "",
                                                     nullptr, Novo<Cursor>()));

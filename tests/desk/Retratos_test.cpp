@@ -1,11 +1,8 @@
 #include "controls/ztCombo.h"
 #include "desk/host/Logradouros.h"
-#include "desk/windows/Mesa.h"
-#include "host/DiaEspecificoED.h"
-#include "host/LimiteDifED.h"
 #include "search/CVorEquip.h"
 #include "shell/Especifica.h"
-#include "tests/desk/RegistroDeTeste.h"
+#include "tests/desk/MesaTeste.h"
 #include "tests/desk/Retrato.h"
 
 #include <QAbstractButton>
@@ -16,8 +13,6 @@
 #include <QTabWidget>
 #include <QTableView>
 #include <QTimer>
-
-#include <gtest/gtest.h>
 
 #include <string>
 #include <utility>
@@ -52,11 +47,9 @@ std::string CodigoDo(const char *tipo)
 
 // The desk over a registry that has one equipment of every type, and all six forms in all their modes. Each window is
 // photographed (retratos/ in the build folder) and must be without a defect.
-class RetratosTeste : public testing::Test {
+class RetratosTeste : public MesaTeste {
   protected:
     RetratosTeste()
-        : mesa(Servicos::Abre(registro.Caminho(), [this] { return registro.Relogio; }), pasta.path().toStdString(),
-               [this] { return registro.Relogio; })
     {
         for (const TipoDeEquipamento &tipo : TiposComFoto) {
             Registra(tipo);
@@ -64,8 +57,7 @@ class RetratosTeste : public testing::Test {
         for (const TipoDeEquipamento &tipo : TiposSemFoto) {
             Registra(tipo);
         }
-        mesa.show();
-        mesa.Entra(ana);
+        Entra();
     }
 
     // A window that nobody has made smaller shows its lists whole.
@@ -77,19 +69,6 @@ class RetratosTeste : public testing::Test {
             EXPECT_TRUE(menor || !tabela->isVisible() || tabela->horizontalScrollBar()->maximum() == 0)
                 << nome.toStdString() << ": " << tabela->parent()->objectName().toStdString();
         }
-    }
-    // Each page that can be opened; the first one stays in front.
-    template <class F> static void CadaPagina(JanelaForm &janela, F &&faz)
-    {
-        auto *abas = janela.findChild<QTabWidget *>();
-        ASSERT_NE(abas, nullptr);
-        for (int pagina = 0; pagina < abas->count(); ++pagina) {
-            if (abas->isTabEnabled(pagina) && abas->isTabVisible(pagina)) {
-                abas->setCurrentIndex(pagina);
-                faz(pagina);
-            }
-        }
-        abas->setCurrentIndex(0);
     }
     static void RetrataPaginas(JanelaForm &janela, const QString &nome)
     {
@@ -115,15 +94,32 @@ class RetratosTeste : public testing::Test {
         abre();
         EXPECT_TRUE(vista) << nome;
     }
-    // The same of a window that does not wait.
-    template <class Abre, class Olha> void AoLado(const char *nome, Abre &&abre, Olha &&olha)
+    // The same of a command of a list.
+    template <class Olha>
+    void EmFrente(const char *nome, JanelaForm &janela, const char *lista, const char *comando, Olha &&olha)
     {
-        abre();
+        EmFrente(
+            nome, [&] { Comanda(janela, lista, comando); }, olha);
+    }
+    template <class Olha> void NoEquipamento(JanelaForm &lista, const char *comando, Olha &&olha)
+    {
+        EmFrente("frmEquipDetalhes", lista, "ztlLista", comando, olha);
+    }
+    template <class Olha> void NaSelecao(Olha &&olha)
+    {
+        EmFrente(
+            "frmLista", [&] { mesa.Modulo()->CEspecifica()->CreateCVorEquip()->SelecionaEquipamento(""); }, olha);
+    }
+    // The same of a window that does not wait.
+    template <class Olha>
+    void AoLado(const char *nome, JanelaForm &janela, const char *lista, const char *comando, Olha &&olha)
+    {
+        Comanda(janela, lista, comando);
         for (QWidget *topo : QApplication::topLevelWidgets()) {
-            auto *janela = dynamic_cast<JanelaForm *>(topo);
-            if (janela != nullptr && janela->objectName() == nome && janela->isVisible() && !janela->isModal()) {
-                const Ref<IForm> form = janela->Form();
-                olha(*janela);
+            auto *nova = dynamic_cast<JanelaForm *>(topo);
+            if (nova != nullptr && nova->objectName() == nome && nova->isVisible() && !nova->isModal()) {
+                const Ref<IForm> form = nova->Form();
+                olha(*nova);
                 mesa.Hospedeiro()->Plataforma()->Descarrega(form);
                 return;
             }
@@ -183,9 +179,9 @@ class RetratosTeste : public testing::Test {
     void RetrataEquipamento(JanelaForm &lista, const char *comando, const TipoDeEquipamento &tipo, const QString &modo)
     {
         EscolheLinha(lista, "ztlLista", CodigoDo(tipo.Tipo));
-        EmFrente(
-            "frmEquipDetalhes", [&] { Comanda(lista, "ztlLista", comando); },
-            [&](JanelaForm &janela) { RetrataPaginas(janela, QString("equipamento-%1-%2").arg(modo, tipo.Tipo)); });
+        NoEquipamento(lista, comando, [&](JanelaForm &janela) {
+            RetrataPaginas(janela, QString("equipamento-%1-%2").arg(modo, tipo.Tipo));
+        });
     }
     template <std::size_t N>
     void RetrataEquipamentos(const char *ferramenta, const TipoDeEquipamento (&tipos)[N], const char *comando,
@@ -200,20 +196,18 @@ class RetratosTeste : public testing::Test {
     template <std::size_t N> void RetrataInclusoes(const char *ferramenta, const TipoDeEquipamento (&tipos)[N])
     {
         JanelaForm &lista = AbreLista(ferramenta);
-        EmFrente(
-            "frmEquipDetalhes", [&] { Comanda(lista, "ztlLista", Incluir); },
-            [&](JanelaForm &janela) {
-                RetrataPaginas(janela, "equipamento-inclusao");
-                for (const TipoDeEquipamento &tipo : tipos) {
-                    EscolheValor(janela, "cboTipoMedidor", std::to_string(tipo.Medidor));
-                    EscolheValor(janela, "cboTipoEquip", tipo.Tipo);
-                    RetrataPaginas(janela, QString("equipamento-inclusao-%1").arg(tipo.Tipo));
-                }
-                // No service here offers this one, but the form has its rules.
-                Combo(janela, "cboTipoEquip").AdicionaItem("Indefinido|B");
-                EscolheValor(janela, "cboTipoEquip", "B");
-                RetrataPaginas(janela, "equipamento-inclusao-B");
-            });
+        NoEquipamento(lista, Incluir, [&](JanelaForm &janela) {
+            RetrataPaginas(janela, "equipamento-inclusao");
+            for (const TipoDeEquipamento &tipo : tipos) {
+                EscolheValor(janela, "cboTipoMedidor", std::to_string(tipo.Medidor));
+                EscolheValor(janela, "cboTipoEquip", tipo.Tipo);
+                RetrataPaginas(janela, QString("equipamento-inclusao-%1").arg(tipo.Tipo));
+            }
+            // No service here offers this one, but the form has its rules.
+            Combo(janela, "cboTipoEquip").AdicionaItem("Indefinido|B");
+            EscolheValor(janela, "cboTipoEquip", "B");
+            RetrataPaginas(janela, "equipamento-inclusao-B");
+        });
     }
     // The form of the equipment P, in front, on the page of its sensors.
     template <class Olha> void NosSensores(const char *comando, Olha &&olha)
@@ -221,50 +215,34 @@ class RetratosTeste : public testing::Test {
         JanelaForm &lista = AbreLista(ComFoto);
         Localiza(lista);
         EscolheLinha(lista, "ztlLista", CodigoDo("P"));
-        EmFrente(
-            "frmEquipDetalhes", [&] { Comanda(lista, "ztlLista", comando); },
-            [&](JanelaForm &equipamento) {
-                equipamento.findChild<QTabWidget *>()->setCurrentIndex(2);
-                olha(equipamento);
-            });
+        NoEquipamento(lista, comando, [&](JanelaForm &equipamento) {
+            equipamento.findChild<QTabWidget *>()->setCurrentIndex(2);
+            olha(equipamento);
+        });
     }
-    void RetrataLimites(const char *tipo, const char *comando, const QString &nome)
+    void RetrataLimites(JanelaForm &lista, const char *tipo, const char *comando, const QString &nome)
     {
-        JanelaForm &lista = AbreLista(ComFoto);
-        Localiza(lista);
         EscolheLinha(lista, "ztlLista", CodigoDo(tipo));
-        EmFrente(
-            "frmLimitesDif", [&] { Comanda(lista, "ztlLista", comando); },
-            [&](JanelaForm &limites) {
-                limites.findChild<QTableView *>("linhas")->selectRow(0);
-                Retrata(limites, "limites-" + nome);
-                for (const char *modo : {Incluir, Editar}) {
-                    EmFrente(
-                        "frmLimitesDifDetalhes", [&] { Comanda(limites, "ztLista", modo); },
-                        [&](JanelaForm &limite) {
-                            RetrataPaginas(limite, "limite-" + nome + (modo == Incluir ? "-inclusao" : "-edicao"));
-                        });
-                }
-                AoLado(
-                    "frmLimitesDifDetalhes", [&] { Comanda(limites, "ztLista", Detalhes); },
-                    [&](JanelaForm &limite) { RetrataPaginas(limite, "limite-" + nome + "-detalhes"); });
-            });
+        EmFrente("frmLimitesDif", lista, "ztlLista", comando, [&](JanelaForm &limites) {
+            limites.findChild<QTableView *>("linhas")->selectRow(0);
+            Retrata(limites, "limites-" + nome);
+            for (const char *modo : {Incluir, Editar}) {
+                EmFrente("frmLimitesDifDetalhes", limites, "ztLista", modo, [&](JanelaForm &limite) {
+                    RetrataPaginas(limite, "limite-" + nome + (modo == Incluir ? "-inclusao" : "-edicao"));
+                });
+            }
+            AoLado("frmLimitesDifDetalhes", limites, "ztLista", Detalhes,
+                   [&](JanelaForm &limite) { RetrataPaginas(limite, "limite-" + nome + "-detalhes"); });
+        });
     }
-
-    QTemporaryDir pasta;
-    RegistroDeTeste registro;
-    Ref<SessaoServico> ana = registro.Sessao("ana");
-    Mesa mesa;
 
   private:
     Ref<AfericaoED> Afericao(std::uint8_t tipo, int ano)
     {
-        auto afericao =
+        const auto afericao =
             AfericaoDe("1234567890", DataDe(10, 1, ano), DataDe(9, 1, ano + 1), GuardaPdf(ana, "documento"));
-        afericao->Marca = "20200001234567";
-        afericao->TipoAfer = tipo;
-        afericao->PortDimel = tipo == 2 ? "123456/26" : "";
-        return afericao;
+        Com(afericao, &AfericaoED::Marca, "20200001234567", &AfericaoED::TipoAfer, tipo);
+        return Com(afericao, &AfericaoED::PortDimel, tipo == 2 ? "123456/26" : "");
     }
     void Registra(const TipoDeEquipamento &tipo)
     {
@@ -299,31 +277,15 @@ class RetratosTeste : public testing::Test {
     }
     void RegistraLimites(std::int32_t nroIntEquip)
     {
-        auto lista = Novo<EquiptoED>();
-        lista->ListaLimiteDif = Novo<Colecao<Ref<LimiteDifED>>>();
-        for (const std::uint8_t tipo : {std::uint8_t{1}, std::uint8_t{2}}) {
-            auto limite = Novo<LimiteDifED>();
-            limite->NroIntEquip = nroIntEquip;
-            limite->Dia = std::uint8_t{4};
-            limite->HoraInicio = 2200;
-            limite->HoraFim = 2359;
-            limite->VelocPerm = std::int16_t(tipo == 1 ? 110 : 0);
-            limite->VelocMin = std::int16_t(tipo == 1 ? 100 : 0);
-            limite->Ativo = std::uint8_t{1};
-            limite->TipoLimite = tipo;
-            lista->ListaLimiteDif.Valor()->Add(limite);
-        }
-        EXPECT_EQ(Pede(ana, "alteraListaLimitesDif", lista).Recusa, "");
-        auto dia = Novo<DiaEspecificoED>();
-        dia->NroIntEquip = nroIntEquip;
-        dia->Data = DataDe(25, 12, 2026);
-        dia->HoraInicio = 0;
-        dia->HoraFim = 2359;
-        dia->VelocPerm = std::int16_t{110};
-        dia->VelocMin = std::int16_t{100};
-        dia->Ativo = std::uint8_t{1};
+        const auto limite = Com(LimiteDe(nroIntEquip, 4, 2200, 2359, 110), &LimiteDifED::VelocMin, 100);
+        const auto proibido = LimiteDe(nroIntEquip, 4, 2200, 2359, 0);
+        EXPECT_EQ(Pede(ana, "alteraListaLimitesDif", ListaDeLimites({limite, proibido})).Recusa, "");
+        const auto dia = DiaDe(nroIntEquip, DataDe(25, 12, 2026), 0, 2359);
+        Com(dia, &DiaEspecificoED::VelocPerm, 110, &DiaEspecificoED::VelocMin, 100);
         EXPECT_EQ(Pede(ana, "adicionaDiaEspecifico", dia).Recusa, "");
     }
+
+    Ref<SessaoServico> ana = registro.Sessao("ana");
 };
 
 TEST_F(RetratosTeste, SearchWindow_ByTheMenu)
@@ -342,13 +304,11 @@ TEST_F(RetratosTeste, SearchWindow_ByTheMenu)
 
 TEST_F(RetratosTeste, SearchWindow_ToSelect)
 {
-    EmFrente(
-        "frmLista", [&] { mesa.Modulo()->CEspecifica()->CreateCVorEquip()->SelecionaEquipamento(""); },
-        [&](JanelaForm &lista) {
-            Retrata(lista, "selecao");
-            lista.resize(lista.minimumSize());
-            Retrata(lista, "selecao-pequena", true);
-        });
+    NaSelecao([&](JanelaForm &lista) {
+        Retrata(lista, "selecao");
+        lista.resize(lista.minimumSize());
+        Retrata(lista, "selecao-pequena", true);
+    });
 }
 
 TEST_F(RetratosTeste, Equipment_ToInclude)
@@ -384,30 +344,25 @@ TEST_F(RetratosTeste, EquipmentOutsidePhotoWork_ToLookAt)
 TEST_F(RetratosTeste, SensorAndCalibration_ToIncludeAndEdit)
 {
     NosSensores(Editar, [&](JanelaForm &equipamento) {
-        EmFrente(
-            "frmEquipSensores", [&] { Comanda(equipamento, "ztListaSensor", Incluir); },
-            [&](JanelaForm &sensor) { RetrataPaginas(sensor, "sensor-inclusao"); });
+        EmFrente("frmEquipSensores", equipamento, "ztListaSensor", Incluir,
+                 [&](JanelaForm &sensor) { RetrataPaginas(sensor, "sensor-inclusao"); });
         EscolheLinha(equipamento, "ztListaSensor", "1");
-        EmFrente(
-            "frmEquipSensores", [&] { Comanda(equipamento, "ztListaSensor", Editar); },
-            [&](JanelaForm &sensor) {
-                RetrataPaginas(sensor, "sensor-edicao");
-                sensor.findChild<QTabWidget *>()->setCurrentIndex(1);
-                EmFrente(
-                    "frmEquipAfericoes", [&] { Comanda(sensor, "ztListaAfericao", Incluir); },
-                    [&](JanelaForm &afericao) {
-                        for (const char *tipo : {"1", "2"}) {
-                            EscolheValor(afericao, "cboTipo", tipo);
-                            Retrata(afericao, QString("afericao-inclusao-%1").arg(tipo));
-                        }
-                    });
-                for (const int linha : {0, 1}) {
-                    sensor.findChild<QTableView *>("linhas")->selectRow(linha);
-                    EmFrente(
-                        "frmEquipAfericoes", [&] { Comanda(sensor, "ztListaAfericao", Editar); },
-                        [&](JanelaForm &afericao) { Retrata(afericao, QString("afericao-edicao-%1").arg(linha + 1)); });
+        EmFrente("frmEquipSensores", equipamento, "ztListaSensor", Editar, [&](JanelaForm &sensor) {
+            RetrataPaginas(sensor, "sensor-edicao");
+            sensor.findChild<QTabWidget *>()->setCurrentIndex(1);
+            EmFrente("frmEquipAfericoes", sensor, "ztListaAfericao", Incluir, [&](JanelaForm &afericao) {
+                for (const char *tipo : {"1", "2"}) {
+                    EscolheValor(afericao, "cboTipo", tipo);
+                    Retrata(afericao, QString("afericao-inclusao-%1").arg(tipo));
                 }
             });
+            for (const int linha : {0, 1}) {
+                sensor.findChild<QTableView *>("linhas")->selectRow(linha);
+                EmFrente("frmEquipAfericoes", sensor, "ztListaAfericao", Editar, [&](JanelaForm &afericao) {
+                    Retrata(afericao, QString("afericao-edicao-%1").arg(linha + 1));
+                });
+            }
+        });
     });
 }
 
@@ -415,36 +370,26 @@ TEST_F(RetratosTeste, SensorAndCalibration_ToLookAt)
 {
     NosSensores(Detalhes, [&](JanelaForm &equipamento) {
         EscolheLinha(equipamento, "ztListaSensor", "1");
-        AoLado(
-            "frmEquipSensores", [&] { Comanda(equipamento, "ztListaSensor", Detalhes); },
-            [&](JanelaForm &sensor) {
-                RetrataPaginas(sensor, "sensor-detalhes");
-                sensor.findChild<QTabWidget *>()->setCurrentIndex(1);
-                for (const int linha : {0, 1}) {
-                    sensor.findChild<QTableView *>("linhas")->selectRow(linha);
-                    AoLado(
-                        "frmEquipAfericoes", [&] { Comanda(sensor, "ztListaAfericao", Detalhes); },
-                        [&](JanelaForm &afericao) {
-                            Retrata(afericao, QString("afericao-detalhes-%1").arg(linha + 1));
-                        });
-                }
-            });
+        AoLado("frmEquipSensores", equipamento, "ztListaSensor", Detalhes, [&](JanelaForm &sensor) {
+            RetrataPaginas(sensor, "sensor-detalhes");
+            sensor.findChild<QTabWidget *>()->setCurrentIndex(1);
+            for (const int linha : {0, 1}) {
+                sensor.findChild<QTableView *>("linhas")->selectRow(linha);
+                AoLado("frmEquipAfericoes", sensor, "ztListaAfericao", Detalhes, [&](JanelaForm &afericao) {
+                    Retrata(afericao, QString("afericao-detalhes-%1").arg(linha + 1));
+                });
+            }
+        });
     });
 }
 
-TEST_F(RetratosTeste, DifferentiatedLimits)
+TEST_F(RetratosTeste, LimitsDaysAndProhibitedHours)
 {
-    RetrataLimites("P", "mnuZTLObjLimitesDif", "diferenciado");
-}
-
-TEST_F(RetratosTeste, SpecificDays)
-{
-    RetrataLimites("P", "mnuZTLObjDiasEspec", "dia");
-}
-
-TEST_F(RetratosTeste, ProhibitedHours)
-{
-    RetrataLimites("F", "mnuZTLObjHorarioProib", "horario");
+    JanelaForm &lista = AbreLista(ComFoto);
+    Localiza(lista);
+    RetrataLimites(lista, "P", "mnuZTLObjLimitesDif", "diferenciado");
+    RetrataLimites(lista, "P", "mnuZTLObjDiasEspec", "dia");
+    RetrataLimites(lista, "F", "mnuZTLObjHorarioProib", "horario");
 }
 
 // Where a widget stands in the window.
@@ -457,28 +402,26 @@ QRect Lugar(const JanelaForm &janela, const char *nome)
 TEST_F(RetratosTeste, RoadType_OfTypesWithoutSpeed_TakesThePlaceOfTheSpeedFrame)
 {
     JanelaForm &lista = AbreLista(ComFoto);
-    EmFrente(
-        "frmEquipDetalhes", [&] { Comanda(lista, "ztlLista", Incluir); },
-        [&](JanelaForm &janela) {
-            const auto mostra = [&](const char *medidor, const char *tipo) {
-                janela.findChild<QTabWidget *>()->setCurrentIndex(0);
-                EscolheValor(janela, "cboTipoMedidor", medidor);
-                EscolheValor(janela, "cboTipoEquip", tipo);
-                janela.findChild<QTabWidget *>()->setCurrentIndex(1);
-                QApplication::processEvents();
-            };
-            mostra("1", "C");
-            const QRect velocidade = Lugar(janela, "fraLimiteVel");
-            EXPECT_GT(Lugar(janela, "fraTipoVia").left(), velocidade.right());
-            EXPECT_EQ(Lugar(janela, "fraTipoVia").top(), velocidade.top());
-            for (const auto &[medidor, tipo] : {std::pair("2", "M"), std::pair("1", "F"), std::pair("3", "V")}) {
-                mostra(medidor, tipo);
-                EXPECT_EQ(Lugar(janela, "fraTipoVia").topLeft(), velocidade.topLeft()) << tipo;
-            }
-            mostra("1", "P");
-            EXPECT_EQ(Lugar(janela, "fraLimiteVel").topLeft(), velocidade.topLeft());
-            EXPECT_GT(Lugar(janela, "fraTipoVia").left(), velocidade.right());
-        });
+    NoEquipamento(lista, Incluir, [&](JanelaForm &janela) {
+        const auto mostra = [&](const char *medidor, const char *tipo) {
+            janela.findChild<QTabWidget *>()->setCurrentIndex(0);
+            EscolheValor(janela, "cboTipoMedidor", medidor);
+            EscolheValor(janela, "cboTipoEquip", tipo);
+            janela.findChild<QTabWidget *>()->setCurrentIndex(1);
+            QApplication::processEvents();
+        };
+        mostra("1", "C");
+        const QRect velocidade = Lugar(janela, "fraLimiteVel");
+        EXPECT_GT(Lugar(janela, "fraTipoVia").left(), velocidade.right());
+        EXPECT_EQ(Lugar(janela, "fraTipoVia").top(), velocidade.top());
+        for (const auto &[medidor, tipo] : {std::pair("2", "M"), std::pair("1", "F"), std::pair("3", "V")}) {
+            mostra(medidor, tipo);
+            EXPECT_EQ(Lugar(janela, "fraTipoVia").topLeft(), velocidade.topLeft()) << tipo;
+        }
+        mostra("1", "P");
+        EXPECT_EQ(Lugar(janela, "fraLimiteVel").topLeft(), velocidade.topLeft());
+        EXPECT_GT(Lugar(janela, "fraTipoVia").left(), velocidade.right());
+    });
 }
 
 TEST_F(RetratosTeste, CloseButton_ToLookAtAnEquipment_StandsWhereApplyStood)
@@ -487,25 +430,22 @@ TEST_F(RetratosTeste, CloseButton_ToLookAtAnEquipment_StandsWhereApplyStood)
     Localiza(lista);
     EscolheLinha(lista, "ztlLista", CodigoDo("C"));
     int aplicar = 0;
-    EmFrente(
-        "frmEquipDetalhes", [&] { Comanda(lista, "ztlLista", Editar); },
-        [&](JanelaForm &janela) { aplicar = janela.width() - Lugar(janela, "ztCmdAplicar").right(); });
-    EmFrente(
-        "frmEquipDetalhes", [&] { Comanda(lista, "ztlLista", Detalhes); },
-        [&](JanelaForm &janela) { EXPECT_EQ(janela.width() - Lugar(janela, "cmdCancelar").right(), aplicar); });
+    NoEquipamento(lista, Editar,
+                  [&](JanelaForm &janela) { aplicar = janela.width() - Lugar(janela, "ztCmdAplicar").right(); });
+    NoEquipamento(lista, Detalhes, [&](JanelaForm &janela) {
+        EXPECT_EQ(janela.width() - Lugar(janela, "cmdCancelar").right(), aplicar);
+    });
 }
 
 TEST_F(RetratosTeste, SelectionButtons_StandAtTheLeftEdgeAtTheFootOfTheList)
 {
     constexpr int TrintaTwips = 2; // pixels
-    EmFrente(
-        "frmLista", [&] { mesa.Modulo()->CEspecifica()->CreateCVorEquip()->SelecionaEquipamento(""); },
-        [&](JanelaForm &lista) {
-            const QRect ok = Lugar(lista, "cmdOK");
-            EXPECT_EQ(ok.left(), Lugar(lista, "ztlLista").left());
-            EXPECT_GT(ok.top(), Lugar(lista, "ztlLista").bottom());
-            EXPECT_EQ(Lugar(lista, "cmdCancelar").topLeft(), ok.topRight() + QPoint(1 + TrintaTwips, 0));
-        });
+    NaSelecao([&](JanelaForm &lista) {
+        const QRect ok = Lugar(lista, "cmdOK");
+        EXPECT_EQ(ok.left(), Lugar(lista, "ztlLista").left());
+        EXPECT_GT(ok.top(), Lugar(lista, "ztlLista").bottom());
+        EXPECT_EQ(Lugar(lista, "cmdCancelar").topLeft(), ok.topRight() + QPoint(1 + TrintaTwips, 0));
+    });
 }
 
 TEST_F(RetratosTeste, Criteria_StandInTheMiddleOfTheirBar)
@@ -531,24 +471,6 @@ TEST_F(RetratosTeste, LabelOfTheCode_FollowsTheCriterion)
     EXPECT_EQ(rotulo->text().toStdString(), "Subcódigo");
     EscolheValor(lista, "cboCriterio", "0");
     EXPECT_FALSE(rotulo->isVisible());
-}
-
-TEST_F(RetratosTeste, Texts_OfForms_AreNeverTakenForMarkUp)
-{
-    JanelaForm &lista = AbreLista(ComFoto);
-    EmFrente(
-        "frmEquipDetalhes", [&] { Comanda(lista, "ztlLista", Incluir); },
-        [&](JanelaForm &janela) {
-            for (const Ref<IControle> &controle : janela.Form()->Controles()) {
-                if (controle->Especie() == EspecieControle::Label) {
-                    controle->DefineCaption("<b>a</b>");
-                }
-            }
-            for (const QLabel *rotulo : janela.findChildren<QLabel *>()) {
-                EXPECT_TRUE(rotulo->textFormat() == Qt::PlainText || !rotulo->text().contains('<'))
-                    << rotulo->objectName().toStdString();
-            }
-        });
 }
 
 } // namespace

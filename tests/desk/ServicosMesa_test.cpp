@@ -19,16 +19,14 @@ using Textos = std::vector<std::string>;
 
 constexpr std::int32_t PortoAlegre = 4314902;
 
-class ServicosMesaTeste : public testing::Test {
+class ServicosMesaTeste : public HospedeiroTeste {
   protected:
-    void SetUp() override
+    ServicosMesaTeste()
     {
-        InstalaHost(mesa.Host);
         mesa.Entra("ana");
         dados = mesa.Host->CriaDadosVor();
         combo = CriadoPeloHost<IztCombo>(form, Chamado<AjustesZtCombo>("cbo"));
     }
-    void TearDown() override { InstalaHost(nullptr); }
 
     // "value text" of each item.
     Textos Itens() const
@@ -49,7 +47,6 @@ class ServicosMesaTeste : public testing::Test {
         return valores;
     }
 
-    HospedeiroDeTeste mesa;
     Ref<FormFalso> form = Novo<FormFalso>();
     Ref<IDadosVor> dados;
     Ref<IztCombo> combo;
@@ -175,9 +172,7 @@ TEST_F(ServicosMesaTeste, LogradouroPorCodigo_OfOneFound_IsThatOne)
     ASSERT_TRUE(LogradouroPorCodigo(bento.Codigo));
     EXPECT_EQ(LogradouroPorCodigo(bento.Codigo)->Nome, "Rua Bento Gonçalves");
     EXPECT_EQ(LogradouroPorCodigo(bento.Codigo)->Cep, bento.Cep);
-    EXPECT_FALSE(LogradouroPorCodigo(0));
-    EXPECT_FALSE(LogradouroPorCodigo(-1));
-    EXPECT_FALSE(LogradouroPorCodigo(999999999));
+    EXPECT_FALSE(LogradouroPorCodigo(0) || LogradouroPorCodigo(-1) || LogradouroPorCodigo(999999999));
 }
 
 TEST_F(ServicosMesaTeste, Entrada_AndSaida_GiveAndTakeTheSession)

@@ -1,20 +1,18 @@
 #include "tests/desk/Teclado.h"
 
-#include <QAbstractButton>
+#include "desk/tour/Telas.h"
+
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QFileDialog>
-#include <QLabel>
-#include <QLineEdit>
 #include <QMainWindow>
-#include <QMdiArea>
-#include <QMdiSubWindow>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPointer>
+#include <QTabWidget>
 #include <QTableView>
 #include <QTest>
 #include <QThread>
@@ -22,21 +20,13 @@
 
 #include <exception>
 
+using namespace mesa;
+
 namespace {
 
 constexpr int EsperaMaxima = 10000; // ms
 constexpr int Pausa = 2;            // ms
 constexpr int MuitasTeclas = 300;
-
-QMainWindow *Principal()
-{
-    for (QWidget *janela : QApplication::topLevelWidgets()) {
-        if (auto *principal = qobject_cast<QMainWindow *>(janela); principal != nullptr && principal->isVisible()) {
-            return principal;
-        }
-    }
-    return nullptr;
-}
 
 // The top-level window that has the keyboard, or that a window manager would give it to.
 QWidget *Topo()
@@ -52,23 +42,6 @@ QWidget *Topo()
     }
     QWidget *ativa = QApplication::activeWindow();
     return ativa != nullptr && ativa->isVisible() ? ativa : Principal();
-}
-
-QString TextoDe(QWidget *widget)
-{
-    if (auto *linha = qobject_cast<QLineEdit *>(widget)) {
-        return linha->text();
-    }
-    if (auto *rotulo = qobject_cast<QLabel *>(widget)) {
-        return rotulo->text();
-    }
-    if (auto *combo = qobject_cast<QComboBox *>(widget)) {
-        return combo->currentText();
-    }
-    if (auto *botao = qobject_cast<QAbstractButton *>(widget)) {
-        return botao->isCheckable() ? (botao->isChecked() ? "marcado" : "desmarcado") : botao->text();
-    }
-    return {};
 }
 
 QMenu *MenuAberto()
@@ -108,7 +81,7 @@ std::string Teclado::Percorre(const std::function<void(Teclado &)> &jornada)
         // Whatever still waits for an answer is closed, so that the windows' thread comes back.
         bool aberta = true;
         for (int vez = 0; aberta && vez < MuitasTeclas; ++vez) {
-            aberta = teclado.NaTela([] {
+            aberta = NaTela([] {
                 QWidget *janela = QApplication::activePopupWidget();
                 janela = janela == nullptr ? QApplication::activeModalWidget() : janela;
                 if (janela != nullptr) {
@@ -125,41 +98,17 @@ std::string Teclado::Percorre(const std::function<void(Teclado &)> &jornada)
     return diferenca;
 }
 
-bool Teclado::NaTela(const std::function<bool()> &pergunta)
-{
-    bool resposta = false;
-    std::exception_ptr problema;
-    QMetaObject::invokeMethod(
-        qApp,
-        [&] {
-            try {
-                resposta = pergunta();
-            } catch (...) {
-                problema = std::current_exception();
-            }
-        },
-        Qt::BlockingQueuedConnection);
-    if (problema) {
-        std::rethrow_exception(problema);
-    }
-    return resposta;
-}
-
-void Teclado::Espera(const QString &oQue, const std::function<bool()> &condicao)
+Teclado &Teclado::Espera(const QString &oQue, const std::function<bool()> &condicao)
 {
     QElapsedTimer relogio;
     relogio.start();
     while (!NaTela(condicao)) {
         if (relogio.elapsed() > EsperaMaxima) {
-            QString onde;
-            NaTela([&] {
-                onde = Situacao();
-                return true;
-            });
-            throw std::runtime_error((oQue + onde).toStdString());
+            throw std::runtime_error((oQue + NaTela(Situacao)).toStdString());
         }
         QThread::msleep(Pausa);
     }
+    return *this;
 }
 
 void Teclado::Da(Qt::Key tecla, const QString &texto, Qt::KeyboardModifiers modificadores)
@@ -178,46 +127,48 @@ void Teclado::Da(Qt::Key tecla, const QString &texto, Qt::KeyboardModifiers modi
             QTest::sendKeyEvent(QTest::Click, topo->windowHandle(), tecla, texto, modificadores);
         },
         Qt::QueuedConnection);
-    NaTela([] { return true; });
+    NaTela([] {}); // it is on its way
 }
 
-void Teclado::Tecla(Qt::Key tecla, Qt::KeyboardModifiers modificadores)
+Teclado &Teclado::Tecla(Qt::Key tecla, Qt::KeyboardModifiers modificadores)
 {
-    QString texto;
-    if (tecla == Qt::Key_Space && modificadores == Qt::NoModifier) {
-        texto = " ";
-    } else if (tecla == Qt::Key_Return) {
-        texto = "\r";
-    }
-    Da(tecla, texto, modificadores);
+    const bool espaco = tecla == Qt::Key_Space && modificadores == Qt::NoModifier;
+    Da(tecla, tecla == Qt::Key_Return ? "\r" : espaco ? " " : "", modificadores);
+    return *this;
 }
 
-void Teclado::Alt(char letra)
+Teclado &Teclado::Alt(char letra)
 {
     const QChar maiuscula = QChar(letra).toUpper();
     Da(static_cast<Qt::Key>(maiuscula.unicode()), QString(maiuscula.toLower()), Qt::AltModifier);
+    return *this;
 }
 
-void Teclado::Escreve(const QString &texto)
+Teclado &Teclado::Escreve(const QString &texto)
 {
     for (const QChar letra : texto) {
-        Da(static_cast<Qt::Key>(letra.toUpper().unicode()), letra,
-           letra.isUpper() ? Qt::ShiftModifier : Qt::NoModifier);
+        if (letra == '\t' || letra == '\r') {
+            Tecla(letra == '\t' ? Qt::Key_Tab : Qt::Key_Return);
+        } else {
+            Da(static_cast<Qt::Key>(letra.toUpper().unicode()), letra,
+               letra.isUpper() ? Qt::ShiftModifier : Qt::NoModifier);
+        }
     }
+    return *this;
 }
 
-void Teclado::TabAte(const QString &nome)
+Teclado &Teclado::TabAte(const QString &nome)
 {
     for (int vez = 0; vez < MuitasTeclas; ++vez) {
         if (NaTela([&] { return Acha(nome) != nullptr && Acha(nome)->hasFocus(); })) {
-            return;
+            return *this;
         }
         Tecla(Qt::Key_Tab);
     }
-    Espera("Tab leads to " + nome, [] { return false; });
+    return Espera("Tab leads to " + nome, [] { return false; });
 }
 
-void Teclado::DesceAte(const QString &texto)
+Teclado &Teclado::DesceAte(const QString &texto)
 {
     QPointer<QComboBox> combo;
     Espera("the keyboard is in a combo", [&] {
@@ -229,10 +180,10 @@ void Teclado::DesceAte(const QString &texto)
     for (int vez = 0; vez < MuitasTeclas && !NaTela(mostra); ++vez) {
         Tecla(Qt::Key_Down);
     }
-    Espera("the down key leads to \"" + texto + "\"", mostra);
+    return Espera("the down key leads to \"" + texto + "\"", mostra);
 }
 
-void Teclado::EscolheNoMenu(const QString &texto)
+Teclado &Teclado::EscolheNoMenu(const QString &texto)
 {
     EsperaMenu();
     const auto atual = [&] {
@@ -244,27 +195,19 @@ void Teclado::EscolheNoMenu(const QString &texto)
         Tecla(Qt::Key_Down);
     }
     Espera("the menu offers \"" + texto + "\"", atual);
-    Tecla(Qt::Key_Return);
+    return Tecla(Qt::Key_Return);
 }
 
 QWidget *Teclado::Frente()
 {
     QWidget *topo = Topo();
-    if (auto *principal = qobject_cast<QMainWindow *>(topo)) {
-        auto *area = principal->findChild<QMdiArea *>();
-        if (area != nullptr && area->activeSubWindow() != nullptr) {
-            return area->activeSubWindow()->widget();
-        }
-    }
-    return topo;
+    return topo != nullptr && topo == Principal() ? JanelaAtiva() : topo;
 }
 
 QWidget *Teclado::Acha(const QString &nome)
 {
     for (QWidget *onde : {Frente(), static_cast<QWidget *>(Principal())}) {
-        for (const QString &parte : nome.split('/')) {
-            onde = onde == nullptr ? nullptr : onde->findChild<QWidget *>(parte);
-        }
+        onde = Procura(onde, nome);
         if (onde != nullptr && onde->isVisible()) {
             return onde;
         }
@@ -272,47 +215,56 @@ QWidget *Teclado::Acha(const QString &nome)
     return nullptr;
 }
 
-void Teclado::EsperaJanela(const QString &nome)
+Teclado &Teclado::EsperaJanela(const QString &nome)
 {
-    Espera("the window " + nome + " is in front",
-           [=] { return Frente() != nullptr && Frente()->objectName() == nome && Frente()->isVisible(); });
+    return Espera("the window " + nome + " is in front",
+                  [=] { return Frente() != nullptr && Frente()->objectName() == nome && Frente()->isVisible(); });
 }
 
-void Teclado::EsperaFoco(const QString &nome)
+Teclado &Teclado::EsperaFoco(const QString &nome)
 {
-    Espera("the keyboard is in " + nome, [=] { return Acha(nome) != nullptr && Acha(nome)->hasFocus(); });
+    return Espera("the keyboard is in " + nome, [=] { return Acha(nome) != nullptr && Acha(nome)->hasFocus(); });
 }
 
-void Teclado::EsperaTexto(const QString &nome, const QString &texto)
+Teclado &Teclado::EsperaTexto(const QString &nome, const QString &texto)
 {
-    Espera(nome + " shows \"" + texto + "\"", [=] { return Acha(nome) != nullptr && TextoDe(Acha(nome)) == texto; });
+    return Espera(nome + " shows \"" + texto + "\"",
+                  [=] { return Acha(nome) != nullptr && TextoDe(Acha(nome)) == texto; });
 }
 
-void Teclado::EsperaMenu()
+Teclado &Teclado::EsperaPagina(const QString &abas, int pagina)
 {
-    Espera("a menu is open", [] { return MenuAberto() != nullptr; });
+    return Espera(QString("page %1 of %2").arg(pagina).arg(abas), [=] {
+        const auto *aberta = qobject_cast<QTabWidget *>(Acha(abas));
+        return aberta != nullptr && aberta->currentIndex() == pagina;
+    });
 }
 
-void Teclado::EsperaEscolhaDeArquivo()
+Teclado &Teclado::EsperaMenu()
 {
-    Espera("the file dialog waits for a name", [] {
+    return Espera("a menu is open", [] { return MenuAberto() != nullptr; });
+}
+
+Teclado &Teclado::EsperaEscolhaDeArquivo()
+{
+    return Espera("the file dialog waits for a name", [] {
         const QWidget *foco = QApplication::focusWidget();
         return qobject_cast<QFileDialog *>(QApplication::activeModalWidget()) != nullptr && foco != nullptr &&
                foco->objectName() == "fileNameEdit";
     });
 }
 
-void Teclado::EsperaCaixa(const QString &texto)
+Teclado &Teclado::EsperaCaixa(const QString &texto)
 {
-    Espera("a box says \"" + texto + "\"", [=] {
+    return Espera("a box says \"" + texto + "\"", [=] {
         const auto *caixa = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
         return caixa != nullptr && caixa->isVisible() && caixa->text().contains(texto);
     });
 }
 
-void Teclado::EsperaLinha(const QString &lista, int linha, const QString &texto)
+Teclado &Teclado::EsperaLinha(const QString &lista, int linha, const QString &texto)
 {
-    Espera(QString("row %1 of %2 is current and has \"%3\"").arg(linha).arg(lista, texto), [=] {
+    return Espera(QString("row %1 of %2 is current and has \"%3\"").arg(linha).arg(lista, texto), [=] {
         const QTableView *tabela = Linhas(lista);
         if (tabela == nullptr || tabela->currentIndex().row() != linha - 1) {
             return false;
@@ -327,8 +279,8 @@ void Teclado::EsperaLinha(const QString &lista, int linha, const QString &texto)
     });
 }
 
-void Teclado::EsperaLinhas(const QString &lista, int quantas)
+Teclado &Teclado::EsperaLinhas(const QString &lista, int quantas)
 {
-    Espera(QString("%1 has %2 rows").arg(lista).arg(quantas),
-           [=] { return Linhas(lista) != nullptr && Linhas(lista)->model()->rowCount() == quantas; });
+    return Espera(QString("%1 has %2 rows").arg(lista).arg(quantas),
+                  [=] { return Linhas(lista) != nullptr && Linhas(lista)->model()->rowCount() == quantas; });
 }

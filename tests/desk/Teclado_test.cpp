@@ -2,8 +2,7 @@
 
 #include "desk/host/Logradouros.h"
 #include "desk/sample/CertificadoPDF.h"
-#include "desk/windows/Mesa.h"
-#include "tests/desk/RegistroDeTeste.h"
+#include "tests/desk/MesaTeste.h"
 #include "tests/desk/VoltaDeTab.h"
 
 #include <QAction>
@@ -16,7 +15,6 @@
 #include <QPdfView>
 #include <QPrintDialog>
 #include <QPushButton>
-#include <QTabWidget>
 #include <QTimer>
 
 #include <gtest/gtest.h>
@@ -26,53 +24,48 @@ using namespace mesa;
 namespace {
 
 // The desk over a registry with three equipment of DETRAN/RS: A1, with a sensor that has a calibration, Á2 and A3.
-class TecladoTeste : public testing::Test {
+class TecladoTeste : public MesaTeste {
   protected:
-    TecladoTeste() : mesa(Abre(), pasta.path().toStdString(), [this] { return registro.Relogio; })
+    TecladoTeste()
     {
         const Ref<SessaoServico> ana = registro.Sessao("ana");
-        const auto a1 = EquipamentoDe("A1");
-        const auto sensor = SensorDe(1);
-        Poe(sensor, AfericaoDe("111", DataDe(10, 1, 2026), DataDe(10, 1, 2027), GuardaPdf(ana, "certificado")));
-        Poe(a1, sensor);
-        Inclui(ana, a1);
+        Inclui(ana, Poe(EquipamentoDe("A1"), ComAfericao(ana, "111")));
         Inclui(ana, EquipamentoDe("Á2"));
-        const auto a3 = EquipamentoDe("A3");
-        a3->Descricao = "Zona norte";
-        Inclui(ana, a3);
+        Inclui(ana, Com(EquipamentoDe("A3"), &EquiptoED::Descricao, "Zona norte"));
         mesa.show();
         QApplication::setKeyboardInputInterval(MuitoTempo);
     }
     ~TecladoTeste() override { QApplication::setKeyboardInputInterval(intervalo); }
 
-    void Entra(const std::string &usuario = "ana") { mesa.Entra(registro.Sessao(usuario)); }
+    // A sensor with one calibration of that number, and its document.
+    static Ref<SensorED> ComAfericao(const Ref<SessaoServico> &sessao, const std::string &numero)
+    {
+        const double documento = GuardaPdf(sessao, "certificado");
+        return Poe(SensorDe(1), AfericaoDe(numero, DataDe(10, 1, 2026), DataDe(10, 1, 2027), documento));
+    }
     void PedeEntrada()
     {
         QMetaObject::invokeMethod(
             &mesa, [this] { entrou = mesa.PedeEntrada(); }, Qt::QueuedConnection);
     }
+    // Everything comes as it is told.
+    static void Percorre(const std::function<void(Teclado &)> &jornada) { EXPECT_EQ(Teclado::Percorre(jornada), ""); }
+    // With Ana at work.
+    void Trabalha(const std::function<void(Teclado &)> &jornada)
+    {
+        Entra();
+        Percorre(jornada);
+    }
     static void AbreLista(Teclado &t)
     {
-        t.Tecla(Qt::Key_1, Qt::ControlModifier);
-        t.EsperaJanela("frmLista");
-        t.Alt('L');
-        t.EsperaLinhas("ztlLista", 3);
-        t.TabAte("ztlLista/linhas");
+        t.Ctrl(Qt::Key_1).EsperaJanela("frmLista");
+        t.Alt('L').EsperaLinhas("ztlLista", 3).TabAte("ztlLista/linhas");
+        t.Tecla(Qt::Key_Home).EsperaLinha("ztlLista", 1, "A1");
     }
     static void AbreEquipamento(Teclado &t, char comando)
     {
         AbreLista(t);
-        t.Tecla(Qt::Key_Home);
-        t.EsperaLinha("ztlLista", 1, "A1");
-        t.Alt(comando);
-        t.EsperaJanela("frmEquipDetalhes");
-    }
-    static void EsperaPagina(Teclado &t, int pagina)
-    {
-        t.Espera("page " + QString::number(pagina), [=] {
-            const auto *abas = qobject_cast<QTabWidget *>(Teclado::Acha("sstDados"));
-            return abas != nullptr && abas->currentIndex() == pagina;
-        });
+        t.Alt(comando).EsperaJanela("frmEquipDetalhes");
     }
     QString Certificado() const
     {
@@ -84,47 +77,26 @@ class TecladoTeste : public testing::Test {
         return caminho;
     }
 
-    QTemporaryDir pasta;
-    RegistroDeTeste registro;
-    Mesa mesa;
     bool entrou = false;
 
   private:
     // Letters that look for an item belong together, however long a busy machine takes between them.
     static constexpr int MuitoTempo = 600000;
     int intervalo = QApplication::keyboardInputInterval();
-
-    Ref<Servicos> Abre()
-    {
-        return Servicos::Abre(registro.Caminho(), [this] { return registro.Relogio; });
-    }
 };
 
 TEST_F(TecladoTeste, SignInAndOut_ByKeys)
 {
     PedeEntrada();
-    EXPECT_EQ(Teclado::Percorre([](Teclado &t) {
-                  t.EsperaJanela("Entrada");
-                  t.EsperaFoco("usuario");
-                  t.Escreve("ana");
-                  t.Tecla(Qt::Key_Tab);
-                  t.Escreve("senha errada");
-                  t.Tecla(Qt::Key_Return);
-                  t.EsperaTexto("aviso", "Usuário ou senha incorretos.");
-                  t.EsperaFoco("senha");
-                  t.Escreve("senha de ana");
-                  t.Tecla(Qt::Key_Return);
-                  t.EsperaTexto("estadoUsuario", "Usuário: Ana Souza");
-                  t.Tecla(Qt::Key_1, Qt::ControlModifier);
-                  t.EsperaJanela("frmLista");
-                  t.Alt('E');
-                  t.EscolheNoMenu("Trocar de usuário");
-                  t.EsperaJanela("Entrada");
-                  t.EsperaTexto("estadoUsuario", "Ninguém entrou");
-                  t.Alt('R');
-                  t.Espera("the desk is closed", [] { return QApplication::activeModalWidget() == nullptr; });
-              }),
-              "");
+    Percorre([](Teclado &t) {
+        t.EsperaJanela("Entrada").EsperaFoco("usuario");
+        t.Escreve("ana\tsenha errada\r").EsperaTexto("aviso", "Usuário ou senha incorretos.").EsperaFoco("senha");
+        t.Escreve("senha de ana\r").EsperaTexto("estadoUsuario", "Usuário: Ana Souza");
+        t.Ctrl(Qt::Key_1).EsperaJanela("frmLista");
+        t.Alt('E').EscolheNoMenu("Trocar de usuário").EsperaJanela("Entrada");
+        t.EsperaTexto("estadoUsuario", "Ninguém entrou");
+        t.Alt('R').Espera("the desk is closed", [] { return QApplication::activeModalWidget() == nullptr; });
+    });
     EXPECT_TRUE(entrou);
     EXPECT_FALSE(mesa.isVisible());
     EXPECT_EQ(mesa.Hospedeiro()->Plataforma()->NroForms(), 0);
@@ -132,190 +104,104 @@ TEST_F(TecladoTeste, SignInAndOut_ByKeys)
 
 TEST_F(TecladoTeste, Search_ByCriteriaAndMoving_ByKeys)
 {
-    Entra();
-    EXPECT_EQ(Teclado::Percorre([](Teclado &t) {
-                  t.Alt('E');
-                  t.EscolheNoMenu("trabalho fotográfico");
-                  t.EsperaJanela("frmLista");
-                  t.TabAte("ztCliente/cliente");
-                  t.DesceAte("DETRAN/RS");
-                  t.TabAte("ztCliente/setor");
-                  t.DesceAte("Metrologia");
-                  t.DesceAte("Todos os setores");
-                  t.TabAte("cboTipoAgente");
-                  t.DesceAte("Fixo");
-                  t.TabAte("cboTipoEquipto");
-                  t.DesceAte("Pardal");
-                  t.TabAte("cboCriterio");
-                  t.DesceAte("Código");
-                  t.EsperaTexto("rot_txtCodEquip", "Código");
-                  t.TabAte("txtCodEquip");
-                  t.Escreve("A");
-                  t.Alt('L');
-                  t.EsperaLinhas("ztlLista", 3);
-                  t.TabAte("ztlLista/linhas");
-                  t.Tecla(Qt::Key_Home);
-                  t.EsperaLinha("ztlLista", 1, "A1");
-                  t.Tecla(Qt::Key_Down);
-                  t.EsperaLinha("ztlLista", 2, "Á2");
-                  t.Tecla(Qt::Key_End);
-                  t.EsperaLinha("ztlLista", 3, "A3");
-                  t.Tecla(Qt::Key_PageUp);
-                  t.EsperaLinha("ztlLista", 1, "A1");
-                  t.Tecla(Qt::Key_PageDown);
-                  t.EsperaLinha("ztlLista", 3, "A3");
-                  // "Código" takes the keyboard away at once; the open list leads past it.
-                  t.TabAte("cboCriterio");
-                  t.Tecla(Qt::Key_Down, Qt::AltModifier);
-                  t.Tecla(Qt::Key_End);
-                  t.Tecla(Qt::Key_Return);
-                  t.EsperaTexto("cboCriterio", "Subcódigo");
-                  t.EsperaTexto("rot_txtCodEquip", "Subcódigo");
-                  t.EsperaLinhas("ztlLista", 0);
-                  t.TabAte("chkInativos");
-                  t.Tecla(Qt::Key_Space);
-                  t.EsperaTexto("chkInativos", "marcado");
-                  t.EsperaLinhas("ztlLista", 0);
-                  t.Tecla(Qt::Key_F4, Qt::ControlModifier);
-                  t.EsperaJanela("Mesa");
-              }),
-              "");
+    Trabalha([](Teclado &t) {
+        t.Alt('E').EscolheNoMenu("trabalho fotográfico").EsperaJanela("frmLista");
+        t.TabAte("ztCliente/cliente").DesceAte("DETRAN/RS");
+        t.TabAte("ztCliente/setor").DesceAte("Metrologia").DesceAte("Todos os setores");
+        t.TabAte("cboTipoAgente").DesceAte("Fixo");
+        t.TabAte("cboTipoEquipto").DesceAte("Pardal");
+        t.TabAte("cboCriterio").DesceAte("Código").EsperaTexto("rot_txtCodEquip", "Código");
+        t.TabAte("txtCodEquip").Escreve("A");
+        t.Alt('L').EsperaLinhas("ztlLista", 3);
+        t.TabAte("ztlLista/linhas").Tecla(Qt::Key_Home).EsperaLinha("ztlLista", 1, "A1");
+        t.Tecla(Qt::Key_Down).EsperaLinha("ztlLista", 2, "Á2");
+        t.Tecla(Qt::Key_End).EsperaLinha("ztlLista", 3, "A3");
+        t.Tecla(Qt::Key_PageUp).EsperaLinha("ztlLista", 1, "A1");
+        t.Tecla(Qt::Key_PageDown).EsperaLinha("ztlLista", 3, "A3");
+        // "Código" takes the keyboard away at once; the open list leads past it.
+        t.TabAte("cboCriterio");
+        t.Tecla(Qt::Key_Down, Qt::AltModifier).Tecla(Qt::Key_End);
+        t.Tecla(Qt::Key_Return).EsperaTexto("cboCriterio", "Subcódigo").EsperaTexto("rot_txtCodEquip", "Subcódigo");
+        t.EsperaLinhas("ztlLista", 0);
+        t.TabAte("chkInativos").Tecla(Qt::Key_Space).EsperaTexto("chkInativos", "marcado").EsperaLinhas("ztlLista", 0);
+        t.Ctrl(Qt::Key_F4).EsperaJanela("Mesa");
+    });
 }
 
 TEST_F(TecladoTeste, Columns_AreSortedByKeys)
 {
-    Entra();
-    EXPECT_EQ(Teclado::Percorre([](Teclado &t) {
-                  AbreLista(t);
-                  t.Tecla(Qt::Key_Home);
-                  t.Tecla(Qt::Key_F10, Qt::ShiftModifier);
-                  t.EscolheNoMenu("Ordenar por");
-                  t.EscolheNoMenu("Código");
-                  t.EsperaLinha("ztlLista", 1, "A1");
-                  t.Tecla(Qt::Key_End);
-                  t.EsperaLinha("ztlLista", 3, "A3");
-                  t.Tecla(Qt::Key_Menu);
-                  t.EsperaMenu();
-                  t.Escreve("o");
-                  t.Escreve("1");
-                  t.EsperaLinha("ztlLista", 1, "A3");
-                  t.Tecla(Qt::Key_End);
-                  t.EsperaLinha("ztlLista", 3, "A1");
-                  t.Tecla(Qt::Key_Menu);
-                  t.EscolheNoMenu("Ordenar por");
-                  t.EscolheNoMenu("Descrição");
-                  t.EsperaLinha("ztlLista", 2, "A1");
-                  t.Tecla(Qt::Key_End);
-                  t.EsperaLinha("ztlLista", 3, "Zona norte");
-              }),
-              "");
+    Trabalha([](Teclado &t) {
+        AbreLista(t);
+        t.Tecla(Qt::Key_F10, Qt::ShiftModifier).EscolheNoMenu("Ordenar por");
+        t.EscolheNoMenu("Código").EsperaLinha("ztlLista", 1, "A1");
+        t.Tecla(Qt::Key_End).EsperaLinha("ztlLista", 3, "A3");
+        t.Tecla(Qt::Key_Menu).EsperaMenu().Escreve("o1").EsperaLinha("ztlLista", 1, "A3");
+        t.Tecla(Qt::Key_End).EsperaLinha("ztlLista", 3, "A1");
+        t.Tecla(Qt::Key_Menu).EscolheNoMenu("Ordenar por");
+        t.EscolheNoMenu("Descrição").EsperaLinha("ztlLista", 2, "A1");
+        t.Tecla(Qt::Key_End).EsperaLinha("ztlLista", 3, "Zona norte");
+    });
 }
 
 TEST_F(TecladoTeste, Commands_OfTheList_ByLetterAndByMenu)
 {
-    Entra();
-    EXPECT_EQ(Teclado::Percorre([](Teclado &t) {
-                  AbreEquipamento(t, 'D'); // Editar
-                  t.EsperaTexto("txtDescricao", "Av. Ipiranga, sentido centro");
-                  t.Alt('C');
-                  t.EsperaJanela("frmLista");
-                  t.Tecla(Qt::Key_Menu);
-                  t.EscolheNoMenu("Detalhes");
-                  t.EsperaJanela("frmEquipDetalhes");
-                  t.EsperaTexto("cmdCancelar", "&Fechar");
-                  t.Alt('F');
-                  t.EsperaJanela("frmLista");
-                  t.Alt('N'); // Novo
-                  t.EsperaJanela("frmEquipDetalhes");
-                  t.Alt('C');
-                  t.EsperaJanela("frmLista");
-                  t.Tecla(Qt::Key_F10, Qt::ShiftModifier);
-                  t.EscolheNoMenu("Desativar");
-                  t.EsperaCaixa("Deseja desativar o equipamento A1 ?");
-                  t.Alt('N');
-                  t.EsperaJanela("frmLista");
-                  t.Alt('S'); // Desativar
-                  t.EsperaCaixa("Deseja desativar o equipamento A1 ?");
-                  t.Alt('S');
-                  t.EsperaLinhas("ztlLista", 2);
-                  t.Alt('I'); // Atualizar
-                  t.EsperaLinhas("ztlLista", 2);
-                  t.Alt('F'); // the list's own button
-                  t.EsperaJanela("Mesa");
-              }),
-              "");
+    Trabalha([](Teclado &t) {
+        AbreEquipamento(t, 'D'); // Editar
+        t.EsperaTexto("txtDescricao", "Av. Ipiranga, sentido centro");
+        t.Alt('C').EsperaJanela("frmLista");
+        t.Tecla(Qt::Key_Menu).EscolheNoMenu("Detalhes").EsperaJanela("frmEquipDetalhes");
+        t.EsperaTexto("cmdCancelar", "&Fechar");
+        t.Alt('F').EsperaJanela("frmLista");
+        t.Alt('N').EsperaJanela("frmEquipDetalhes"); // Novo
+        t.Alt('C').EsperaJanela("frmLista");
+        t.Tecla(Qt::Key_F10, Qt::ShiftModifier).EscolheNoMenu("Desativar");
+        t.EsperaCaixa("Deseja desativar o equipamento A1 ?");
+        t.Alt('N').EsperaJanela("frmLista");
+        t.Alt('S').EsperaCaixa("Deseja desativar o equipamento A1 ?"); // Desativar
+        t.Alt('S').EsperaLinhas("ztlLista", 2);
+        t.Alt('I').EsperaLinhas("ztlLista", 2); // Atualizar
+        t.Alt('F').EsperaJanela("Mesa");        // the list's own button
+    });
     EXPECT_EQ(registro.Sql("SELECT Ativo FROM EQUIPAMENTO WHERE Codigo = 'A1'"), "2");
 }
 
 TEST_F(TecladoTeste, SensorAndCalibration_FromTheListToTheRegistry_ByKeys)
 {
-    Entra();
     const QString certificado = Certificado();
-    EXPECT_EQ(Teclado::Percorre([&](Teclado &t) {
-                  AbreEquipamento(t, 'D');
-                  t.Tecla(Qt::Key_PageDown, Qt::ControlModifier);
-                  EsperaPagina(t, 1);
-                  t.Tecla(Qt::Key_PageDown, Qt::ControlModifier);
-                  EsperaPagina(t, 2);
-                  t.TabAte("ztListaSensor/linhas");
-                  t.EsperaLinhas("ztListaSensor", 1);
-                  t.Alt('N');
-                  t.EsperaJanela("frmEquipSensores");
-                  t.TabAte("ztEndereco1/municipio");
-                  t.Tecla(Qt::Key_Home); // it begins with the one last used
-                  t.Escreve("porto");
-                  t.EsperaTexto("ztEndereco1/municipio", "Porto Alegre");
-                  t.TabAte("ztEndereco1/via");
-                  t.Escreve("bento gon");
-                  t.Tecla(Qt::Key_Down);
-                  t.Tecla(Qt::Key_Return);
-                  t.EsperaFoco("ztEndereco1/numero");
-                  t.Escreve("1500");
-                  t.TabAte("ztEndereco1/usar");
-                  t.Tecla(Qt::Key_Return);
-                  t.EsperaTexto("txtLocalInfr", "Rua Bento Gonçalves, 1500 - Centro");
-                  t.Tecla(Qt::Key_PageDown, Qt::ControlModifier);
-                  EsperaPagina(t, 1);
-                  t.TabAte("ztListaAfericao/linhas");
-                  t.Alt('N');
-                  t.EsperaJanela("frmEquipAfericoes");
-                  t.TabAte("txtNroINMETRO");
-                  t.Escreve("10000001");
-                  t.TabAte("txtMarcaINMETRO");
-                  t.Escreve("1000000101");
-                  t.TabAte("txtDtVerifINMETRO");
-                  t.Escreve("10012026");
-                  t.TabAte("txtDtVencINMETRO");
-                  t.Escreve("10012027");
-                  t.Alt('P');
-                  t.EsperaEscolhaDeArquivo();
-                  t.Escreve(certificado);
-                  t.Tecla(Qt::Key_Return);
-                  t.EsperaJanela("VisorPDF");
-                  t.Tecla(Qt::Key_Escape);
-                  t.EsperaTexto("lblMsgCert", "Arquivo " + certificado);
-                  t.Alt('U');
-                  t.EsperaTexto("lblMsgCert", "Upload Concluido!");
-                  t.Alt('O');
-                  t.EsperaJanela("frmEquipSensores");
-                  t.TabAte("ztListaAfericao/linhas");
-                  t.EsperaLinha("ztListaAfericao", 1, "10000001");
-                  t.Alt('T'); // Detalhes
-                  t.EsperaJanela("frmEquipAfericoes");
-                  t.Alt('V');
-                  t.EsperaJanela("VisorPDF");
-                  t.Tecla(Qt::Key_Escape);
-                  t.Alt('F');
-                  t.EsperaJanela("frmEquipSensores");
-                  t.Alt('O');
-                  t.EsperaJanela("frmEquipDetalhes");
-                  t.EsperaLinhas("ztListaSensor", 2);
-                  t.Alt('O');
-                  t.EsperaCaixa("Confirma a alteração?");
-                  t.Alt('S');
-                  t.EsperaJanela("frmLista");
-              }),
-              "");
+    Trabalha([&](Teclado &t) {
+        AbreEquipamento(t, 'D');
+        t.Ctrl(Qt::Key_PageDown).EsperaPagina("sstDados", 1);
+        t.Ctrl(Qt::Key_PageDown).EsperaPagina("sstDados", 2);
+        t.TabAte("ztListaSensor/linhas").EsperaLinhas("ztListaSensor", 1);
+        t.Alt('N').EsperaJanela("frmEquipSensores");
+        t.TabAte("ztEndereco1/municipio");
+        t.Tecla(Qt::Key_Home); // it begins with the one last used
+        t.Escreve("porto").EsperaTexto("ztEndereco1/municipio", "Porto Alegre");
+        t.TabAte("ztEndereco1/via").Escreve("bento gon").Tecla(Qt::Key_Down);
+        t.Tecla(Qt::Key_Return).EsperaFoco("ztEndereco1/numero");
+        t.Escreve("1500").TabAte("ztEndereco1/usar").Tecla(Qt::Key_Return);
+        t.EsperaTexto("txtLocalInfr", "Rua Bento Gonçalves, 1500 - Centro");
+        t.Ctrl(Qt::Key_PageDown).EsperaPagina("sstDados", 1);
+        t.TabAte("ztListaAfericao/linhas");
+        t.Alt('N').EsperaJanela("frmEquipAfericoes");
+        t.TabAte("txtNroINMETRO").Escreve("10000001");
+        t.TabAte("txtMarcaINMETRO").Escreve("1000000101");
+        t.TabAte("txtDtVerifINMETRO").Escreve("10012026");
+        t.TabAte("txtDtVencINMETRO").Escreve("10012027");
+        t.Alt('P').EsperaEscolhaDeArquivo();
+        t.Escreve(certificado + "\r").EsperaJanela("VisorPDF");
+        t.Tecla(Qt::Key_Escape).EsperaTexto("lblMsgCert", "Arquivo " + certificado);
+        t.Alt('U').EsperaTexto("lblMsgCert", "Upload Concluido!");
+        t.Alt('O').EsperaJanela("frmEquipSensores");
+        t.TabAte("ztListaAfericao/linhas").EsperaLinha("ztListaAfericao", 1, "10000001");
+        t.Alt('T').EsperaJanela("frmEquipAfericoes"); // Detalhes
+        t.Alt('V').EsperaJanela("VisorPDF");
+        t.Tecla(Qt::Key_Escape);
+        t.Alt('F').EsperaJanela("frmEquipSensores");
+        t.Alt('O').EsperaJanela("frmEquipDetalhes").EsperaLinhas("ztListaSensor", 2);
+        t.Alt('O').EsperaCaixa("Confirma a alteração?");
+        t.Alt('S').EsperaJanela("frmLista");
+    });
     EXPECT_EQ(registro.Sql("SELECT COUNT(*) FROM SENSOR"), "2");
     EXPECT_EQ(registro.Sql("SELECT LocalInfr FROM SENSOR WHERE NroSensor = 2"), "Rua Bento Gonçalves, 1500 - Centro");
     EXPECT_EQ(registro.Sql("SELECT DataVencimento FROM AFERICAO WHERE Numero = '10000001'"), "20270110");
@@ -326,205 +212,125 @@ TEST_F(TecladoTeste, Address_ByPostalCodeWhileTyping)
     constexpr std::int32_t portoAlegre = 4314902;
     const Logradouro rua = ProcuraLogradouros(portoAlegre, "bento goncalves", 1).at(0);
     const QString cep = Q(rua.Cep.substr(0, 5) + "-" + rua.Cep.substr(5));
-    Entra();
-    EXPECT_EQ(Teclado::Percorre([&](Teclado &t) {
-                  AbreEquipamento(t, 'D');
-                  t.Tecla(Qt::Key_PageDown, Qt::ControlModifier);
-                  t.Tecla(Qt::Key_PageDown, Qt::ControlModifier);
-                  EsperaPagina(t, 2);
-                  t.Alt('N');
-                  t.EsperaJanela("frmEquipSensores");
-                  t.TabAte("ztEndereco1/municipio");
-                  t.Tecla(Qt::Key_Home);
-                  t.Escreve("porto");
-                  t.TabAte("ztEndereco1/via");
-                  t.Escreve("0");
-                  t.Espera("nothing can be used yet", [] { return !Teclado::Acha("ztEndereco1/usar")->isEnabled(); });
-                  t.Tecla(Qt::Key_Backspace);
-                  t.Escreve(cep);
-                  t.Alt('U');
-                  t.EsperaTexto("txtLocalInfr", Q(rua.Descricao(0, "")));
-              }),
-              "");
+    Trabalha([&](Teclado &t) {
+        AbreEquipamento(t, 'D');
+        t.Ctrl(Qt::Key_PageDown);
+        t.Ctrl(Qt::Key_PageDown).EsperaPagina("sstDados", 2);
+        t.Alt('N').EsperaJanela("frmEquipSensores");
+        t.TabAte("ztEndereco1/municipio").Tecla(Qt::Key_Home).Escreve("porto");
+        t.TabAte("ztEndereco1/via").Escreve("0");
+        t.Espera("nothing can be used yet", [] { return !Teclado::Acha("ztEndereco1/usar")->isEnabled(); });
+        t.Tecla(Qt::Key_Backspace).Escreve(cep);
+        t.Alt('U').EsperaTexto("txtLocalInfr", Q(rua.Descricao(0, "")));
+    });
 }
 
 TEST_F(TecladoTeste, SignIn_AfterWrongPasswords_MakesThePersonWait)
 {
     registro.Cadastra("ana");
     PedeEntrada();
-    EXPECT_EQ(Teclado::Percorre([](Teclado &t) {
-                  t.EsperaJanela("Entrada");
-                  t.Escreve("ana");
-                  for (int vez = 0; vez < 3; ++vez) {
-                      t.TabAte("senha");
-                      t.Escreve("errada");
-                      t.Tecla(Qt::Key_Return);
-                      t.EsperaTexto("senha", "");
-                  }
-                  t.Espera("the button waits", [] {
-                      const auto *entrar = qobject_cast<QPushButton *>(Teclado::Acha("entrar"));
-                      return entrar != nullptr && !entrar->isEnabled() && entrar->text().startsWith("Aguarde ");
-                  });
-                  t.Escreve("senha de ana");
-                  t.Tecla(Qt::Key_Return);
-                  t.Espera("nobody came in", [] { return Teclado::Frente()->objectName() == "Entrada"; });
-                  t.Tecla(Qt::Key_Escape);
-              }),
-              "");
+    Percorre([](Teclado &t) {
+        t.EsperaJanela("Entrada").Escreve("ana");
+        for (int vez = 0; vez < 3; ++vez) {
+            t.TabAte("senha").Escreve("errada\r").EsperaTexto("senha", "");
+        }
+        t.Espera("the button waits", [] {
+            const auto *entrar = qobject_cast<QPushButton *>(Teclado::Acha("entrar"));
+            return entrar != nullptr && !entrar->isEnabled() && entrar->text().startsWith("Aguarde ");
+        });
+        t.Escreve("senha de ana\r");
+        t.Espera("nobody came in", [] { return Teclado::Frente()->objectName() == "Entrada"; });
+        t.Tecla(Qt::Key_Escape);
+    });
     EXPECT_FALSE(entrou);
-}
-
-TEST_F(TecladoTeste, EveryPage_OfAnEquipment_ByKeys)
-{
-    Entra();
-    EXPECT_EQ(Teclado::Percorre([](Teclado &t) {
-                  AbreEquipamento(t, 'T');
-                  EsperaPagina(t, 0);
-                  t.Tecla(Qt::Key_PageDown, Qt::ControlModifier);
-                  EsperaPagina(t, 1);
-                  t.Tecla(Qt::Key_PageDown, Qt::ControlModifier);
-                  EsperaPagina(t, 2);
-                  t.Tecla(Qt::Key_PageDown, Qt::ControlModifier);
-                  EsperaPagina(t, 4); // its calibrations are its sensors'
-                  t.Tecla(Qt::Key_PageDown, Qt::ControlModifier);
-                  EsperaPagina(t, 4);
-                  t.Tecla(Qt::Key_PageUp, Qt::ControlModifier);
-                  EsperaPagina(t, 2);
-              }),
-              "");
 }
 
 TEST_F(TecladoTeste, TabKey_OnEveryPageOfAnEquipment_LeadsWhereItLeadsAPersonWithoutAScreen)
 {
-    Entra();
-    EXPECT_EQ(Teclado::Percorre([](Teclado &t) {
-                  const auto confere = [&] {
-                      t.Espera("the Tab key agrees", [] {
-                          const auto *janela = dynamic_cast<JanelaForm *>(Teclado::Frente());
-                          const auto semTela = VoltaSemTela(*janela);
-                          EXPECT_EQ(VoltaNaTela(*janela), semTela);
-                          EXPECT_GE(semTela.size(), 3U);
-                          return true;
-                      });
-                  };
-                  for (const char comando : {'D', 'T'}) { // what is locked can be gone to as well
-                      if (comando == 'D') {
-                          AbreEquipamento(t, comando);
-                      } else {
-                          t.Alt('C');
-                          t.EsperaJanela("frmLista");
-                          t.Alt(comando);
-                          t.EsperaJanela("frmEquipDetalhes");
-                      }
-                      confere();
-                      for (const int pagina : {1, 2, 4}) {
-                          t.Tecla(Qt::Key_PageDown, Qt::ControlModifier);
-                          EsperaPagina(t, pagina);
-                          confere();
-                      }
-                  }
-                  t.Alt('F');
-                  t.EsperaJanela("frmLista");
-              }),
-              "");
+    Trabalha([](Teclado &t) {
+        const auto confere = [&] {
+            t.Espera("the Tab key agrees", [] {
+                const auto *janela = dynamic_cast<JanelaForm *>(Teclado::Frente());
+                const auto semTela = VoltaSemTela(*janela);
+                EXPECT_EQ(VoltaNaTela(*janela), semTela);
+                EXPECT_GE(semTela.size(), 3U);
+                return true;
+            });
+        };
+        for (const char comando : {'D', 'T'}) { // what is locked can be gone to as well
+            if (comando == 'D') {
+                AbreEquipamento(t, comando);
+            } else {
+                t.Alt('C').EsperaJanela("frmLista");
+                t.Alt(comando).EsperaJanela("frmEquipDetalhes");
+            }
+            confere();
+            for (const int pagina : {1, 2, 4}) {
+                t.Ctrl(Qt::Key_PageDown).EsperaPagina("sstDados", pagina);
+                confere();
+            }
+        }
+        t.Ctrl(Qt::Key_PageDown).EsperaPagina("sstDados", 4); // its calibrations are its sensors'
+        t.Ctrl(Qt::Key_PageUp).EsperaPagina("sstDados", 2);
+        t.Alt('F').EsperaJanela("frmLista");
+    });
 }
 
 TEST_F(TecladoTeste, Limits_AreIncludedAndExcluded_ByKeys)
 {
-    Entra();
-    EXPECT_EQ(Teclado::Percorre([](Teclado &t) {
-                  AbreLista(t);
-                  t.Tecla(Qt::Key_Home);
-                  t.Tecla(Qt::Key_Menu);
-                  t.EscolheNoMenu("Limites Diferenciados");
-                  t.EsperaJanela("frmLimitesDif");
-                  t.Alt('N');
-                  t.EsperaJanela("frmLimitesDifDetalhes");
-                  t.TabAte("chkDia_2");
-                  t.Tecla(Qt::Key_Space);
-                  t.TabAte("ztmHInicial");
-                  t.Escreve("0800");
-                  t.TabAte("ztmHFinal");
-                  t.Escreve("1200");
-                  t.TabAte("txtVelocPerm");
-                  t.Escreve("40");
-                  t.Alt('O');
-                  t.EsperaJanela("frmLimitesDif");
-                  t.TabAte("ztLista/linhas");
-                  t.EsperaLinha("ztLista", 1, "Segunda");
-                  t.Alt('D'); // Editar
-                  t.EsperaJanela("frmLimitesDifDetalhes");
-                  t.EsperaTexto("ztmHInicial", "08:00");
-                  t.Alt('C');
-                  t.EsperaJanela("frmLimitesDif");
-                  t.Alt('X'); // Excluir
-                  t.EsperaCaixa("exclu");
-                  t.Alt('S');
-                  t.EsperaCaixa("Limite excluído com sucesso!");
-                  t.Tecla(Qt::Key_Return);
-                  t.EsperaLinhas("ztLista", 0);
-                  t.Alt('F');
-                  t.EsperaJanela("frmLista");
-              }),
-              "");
+    Trabalha([](Teclado &t) {
+        AbreLista(t);
+        t.Tecla(Qt::Key_Menu).EscolheNoMenu("Limites Diferenciados").EsperaJanela("frmLimitesDif");
+        t.Alt('N').EsperaJanela("frmLimitesDifDetalhes");
+        t.TabAte("chkDia_2").Tecla(Qt::Key_Space);
+        t.TabAte("ztmHInicial").Escreve("0800");
+        t.TabAte("ztmHFinal").Escreve("1200");
+        t.TabAte("txtVelocPerm").Escreve("40");
+        t.Alt('O').EsperaJanela("frmLimitesDif");
+        t.TabAte("ztLista/linhas").EsperaLinha("ztLista", 1, "Segunda");
+        t.Alt('D').EsperaJanela("frmLimitesDifDetalhes"); // Editar
+        t.EsperaTexto("ztmHInicial", "08:00");
+        t.Alt('C').EsperaJanela("frmLimitesDif");
+        t.Alt('X').EsperaCaixa("exclu"); // Excluir
+        t.Alt('S').EsperaCaixa("Limite excluído com sucesso!");
+        t.Tecla(Qt::Key_Return).EsperaLinhas("ztLista", 0);
+        t.Alt('F').EsperaJanela("frmLista");
+    });
     EXPECT_EQ(registro.Sql("SELECT COUNT(*) FROM LIMITE"), "1");
     EXPECT_EQ(registro.Sql("SELECT COUNT(*) FROM LIMITE WHERE Ativo = 1"), "0");
 }
 
 TEST_F(TecladoTeste, Windows_HelpAndAbout_ByKeys)
 {
-    Entra();
-    EXPECT_EQ(Teclado::Percorre([this](Teclado &t) {
-                  const auto janelas = [this] { return mesa.findChild<QMdiArea *>()->subWindowList(); };
-                  t.Tecla(Qt::Key_1, Qt::ControlModifier);
-                  t.EsperaJanela("frmLista");
-                  t.Tecla(Qt::Key_3, Qt::ControlModifier);
-                  t.EsperaJanela("ConsultaAutuacao");
-                  t.Alt('J');
-                  t.EscolheNoMenu("Lado a lado");
-                  t.Espera("nothing covers anything",
-                           [=] { return !janelas()[0]->geometry().intersects(janelas()[1]->geometry()); });
-                  t.Alt('J');
-                  t.EscolheNoMenu("Em cascata");
-                  t.Espera("one lies over the other",
-                           [=] { return janelas()[0]->geometry().intersects(janelas()[1]->geometry()); });
-                  t.Tecla(Qt::Key_F6, Qt::ControlModifier);
-                  t.EsperaJanela("frmLista");
-                  t.Tecla(Qt::Key_F6, Qt::ControlModifier | Qt::ShiftModifier);
-                  t.EsperaJanela("ConsultaAutuacao");
-                  t.Alt('J');
-                  t.EsperaMenu();
-                  t.Escreve("1");
-                  t.EsperaJanela("frmLista");
-                  t.Tecla(Qt::Key_F1);
-                  t.EsperaJanela("Ajuda");
-                  t.Tecla(Qt::Key_Escape);
-                  t.EsperaJanela("frmLista");
-                  t.Alt('U');
-                  t.EscolheNoMenu("Sobre");
-                  t.EsperaCaixa("Registro de Equipamentos");
-                  t.Tecla(Qt::Key_Return);
-                  t.EsperaJanela("frmLista");
-                  t.Alt('J');
-                  t.EscolheNoMenu("Fechar todas");
-                  t.EsperaJanela("Mesa");
-              }),
-              "");
+    Trabalha([this](Teclado &t) {
+        const auto janelas = [this] { return mesa.findChild<QMdiArea *>()->subWindowList(); };
+        t.Ctrl(Qt::Key_1).EsperaJanela("frmLista");
+        t.Ctrl(Qt::Key_3).EsperaJanela("ConsultaAutuacao");
+        t.Alt('J').EscolheNoMenu("Lado a lado");
+        t.Espera("nothing covers anything",
+                 [=] { return !janelas()[0]->geometry().intersects(janelas()[1]->geometry()); });
+        t.Alt('J').EscolheNoMenu("Em cascata");
+        t.Espera("one lies over the other",
+                 [=] { return janelas()[0]->geometry().intersects(janelas()[1]->geometry()); });
+        t.Ctrl(Qt::Key_F6).EsperaJanela("frmLista");
+        t.Tecla(Qt::Key_F6, Qt::ControlModifier | Qt::ShiftModifier).EsperaJanela("ConsultaAutuacao");
+        t.Alt('J').EsperaMenu().Escreve("1").EsperaJanela("frmLista");
+        t.Tecla(Qt::Key_F1).EsperaJanela("Ajuda");
+        t.Tecla(Qt::Key_Escape).EsperaJanela("frmLista");
+        t.Alt('U').EscolheNoMenu("Sobre").EsperaCaixa("Registro de Equipamentos");
+        t.Tecla(Qt::Key_Return).EsperaJanela("frmLista");
+        t.Alt('J').EscolheNoMenu("Fechar todas").EsperaJanela("Mesa");
+    });
 }
 
 TEST_F(TecladoTeste, Help_OverAModalWindow_CanBeReadAndClosed)
 {
-    Entra();
-    EXPECT_EQ(Teclado::Percorre([](Teclado &t) {
-                  AbreEquipamento(t, 'T');
-                  t.Tecla(Qt::Key_F1);
-                  t.EsperaJanela("Ajuda");
-                  t.Alt('F');
-                  t.EsperaJanela("frmEquipDetalhes");
-                  t.Alt('F');
-                  t.EsperaJanela("frmLista");
-              }),
-              "");
+    Trabalha([](Teclado &t) {
+        AbreEquipamento(t, 'T');
+        t.Tecla(Qt::Key_F1).EsperaJanela("Ajuda");
+        t.Alt('F').EsperaJanela("frmEquipDetalhes");
+        t.Alt('F').EsperaJanela("frmLista");
+    });
 }
 
 TEST_F(TecladoTeste, Viewer_OfACertificate_ByKeys)
@@ -535,38 +341,24 @@ TEST_F(TecladoTeste, Viewer_OfACertificate_ByKeys)
     const auto janelas = Novo<Janelas>(Novo<CamadaQt>(mesa.findChild<QMdiArea *>()));
     QMetaObject::invokeMethod(
         &mesa, [&] { janelas->MostraPDF(certificado.toStdString(), true); }, Qt::QueuedConnection);
-    EXPECT_EQ(Teclado::Percorre([&](Teclado &t) {
-                  const auto zoom = [] { return qobject_cast<QPdfView *>(Teclado::Acha("paginas"))->zoomFactor(); };
-                  t.EsperaJanela("VisorPDF");
-                  t.EsperaFoco("paginas");
-                  t.Tecla(Qt::Key_Plus, Qt::ControlModifier);
-                  t.Espera("bigger", [=] { return zoom() == 1.25; });
-                  t.Tecla(Qt::Key_Minus, Qt::ControlModifier);
-                  t.Espera("as it was", [=] { return zoom() == 1; });
-                  t.Tecla(Qt::Key_F, Qt::ControlModifier);
-                  t.EsperaFoco("procurado");
-                  t.Escreve("Equipamento");
-                  t.Tecla(Qt::Key_Return);
-                  t.EsperaTexto("achados", "1 de 1");
-                  t.Escreve("s");
-                  t.Tecla(Qt::Key_F3);
-                  t.EsperaTexto("achados", "Não encontrado");
-                  t.Tecla(Qt::Key_P, Qt::ControlModifier);
-                  t.Espera("the print dialog is open",
-                           [] { return qobject_cast<QPrintDialog *>(QApplication::activeModalWidget()) != nullptr; });
-                  t.Tecla(Qt::Key_Escape);
-                  t.EsperaJanela("VisorPDF");
-                  t.Tecla(Qt::Key_S, Qt::ControlModifier);
-                  t.EsperaEscolhaDeArquivo();
-                  t.Tecla(Qt::Key_A, Qt::ControlModifier);
-                  t.Escreve(copia);
-                  t.Tecla(Qt::Key_Return);
-                  t.Espera("the copy is there", [=] { return QFile::exists(copia); });
-                  t.EsperaJanela("VisorPDF");
-                  t.Tecla(Qt::Key_Escape);
-                  t.EsperaJanela("Mesa");
-              }),
-              "");
+    Percorre([&](Teclado &t) {
+        const auto zoom = [] { return qobject_cast<QPdfView *>(Teclado::Acha("paginas"))->zoomFactor(); };
+        t.EsperaJanela("VisorPDF").EsperaFoco("paginas");
+        t.Ctrl(Qt::Key_Plus).Espera("bigger", [=] { return zoom() == 1.25; });
+        t.Ctrl(Qt::Key_Minus).Espera("as it was", [=] { return zoom() == 1; });
+        t.Ctrl(Qt::Key_F).EsperaFoco("procurado");
+        t.Escreve("Equipamento\r").EsperaTexto("achados", "1 de 1");
+        t.Escreve("s").Tecla(Qt::Key_F3).EsperaTexto("achados", "Não encontrado");
+        t.Ctrl(Qt::Key_P);
+        t.Espera("the print dialog is open",
+                 [] { return qobject_cast<QPrintDialog *>(QApplication::activeModalWidget()) != nullptr; });
+        t.Tecla(Qt::Key_Escape).EsperaJanela("VisorPDF");
+        t.Ctrl(Qt::Key_S).EsperaEscolhaDeArquivo();
+        t.Ctrl(Qt::Key_A).Escreve(copia + "\r");
+        t.Espera("the copy is there", [=] { return QFile::exists(copia); });
+        t.EsperaJanela("VisorPDF");
+        t.Tecla(Qt::Key_Escape).EsperaJanela("Mesa");
+    });
     QFile original(certificado);
     QFile salvo(copia);
     ASSERT_TRUE(original.open(QIODevice::ReadOnly) && salvo.open(QIODevice::ReadOnly));
@@ -576,43 +368,22 @@ TEST_F(TecladoTeste, Viewer_OfACertificate_ByKeys)
 TEST_F(TecladoTeste, QueryOfAnotherModule_ByKeys)
 {
     const Ref<SessaoServico> ana = registro.Sessao("ana");
-    const auto agente = EquipamentoDe("B1");
-    agente->TipoAgente = std::uint8_t{2};
-    agente->TipoEquip = "A";
-    agente->ArquivoLayout = "";
-    const auto sensor = SensorDe(1);
-    Poe(sensor, AfericaoDe("222", DataDe(10, 1, 2026), DataDe(10, 1, 2027), GuardaPdf(ana, "agente")));
-    Poe(agente, sensor);
-    Inclui(ana, agente);
+    const auto agente = Com(EquipamentoDe("B1"), &EquiptoED::TipoAgente, 2, &EquiptoED::TipoEquip, "A");
+    Inclui(ana, Poe(Com(agente, &EquiptoED::ArquivoLayout, ""), ComAfericao(ana, "222")));
     const QString afericao = Q(registro.Sql("SELECT NroIntAfericao FROM AFERICAO WHERE Numero = '222'"));
-    Entra();
-    EXPECT_EQ(Teclado::Percorre([&](Teclado &t) {
-                  t.Tecla(Qt::Key_3, Qt::ControlModifier);
-                  t.EsperaJanela("ConsultaAutuacao");
-                  t.TabAte("data");
-                  t.Tecla(Qt::Key_Home);
-                  t.Escreve("20112026");
-                  t.TabAte("codigo");
-                  t.Escreve("b1");
-                  t.Alt('B');
-                  t.EsperaTexto("resultado", "Equipamento encontrado.");
-                  t.EsperaTexto("resposta5", "222");
-                  t.Alt('S');
-                  t.EsperaJanela("frmLista");
-                  t.TabAte("ztlLista/linhas");
-                  t.EsperaLinha("ztlLista", 1, "B1");
-                  t.Alt('O');
-                  t.EsperaJanela("ConsultaAutuacao");
-                  t.EsperaTexto("resultado", "Equipamento selecionado.");
-                  t.EsperaTexto("resposta7", "10/01/2026");
-                  t.TabAte("codOat");
-                  t.Escreve(afericao);
-                  t.Alt('I');
-                  t.EsperaCaixa("não é um documento PDF que possa ser aberto.");
-                  t.Tecla(Qt::Key_Return);
-                  t.EsperaTexto("resultado", "O certificado não foi aberto.");
-              }),
-              "");
+    Trabalha([&](Teclado &t) {
+        t.Ctrl(Qt::Key_3).EsperaJanela("ConsultaAutuacao");
+        t.TabAte("data").Tecla(Qt::Key_Home).Escreve("20112026");
+        t.TabAte("codigo").Escreve("b1");
+        t.Alt('B').EsperaTexto("resultado", "Equipamento encontrado.").EsperaTexto("resposta5", "222");
+        t.Alt('S').EsperaJanela("frmLista");
+        t.TabAte("ztlLista/linhas").EsperaLinha("ztlLista", 1, "B1");
+        t.Alt('O').EsperaJanela("ConsultaAutuacao").EsperaTexto("resultado", "Equipamento selecionado.");
+        t.EsperaTexto("resposta7", "10/01/2026");
+        t.TabAte("codOat").Escreve(afericao);
+        t.Alt('I').EsperaCaixa("não é um documento PDF que possa ser aberto.");
+        t.Tecla(Qt::Key_Return).EsperaTexto("resultado", "O certificado não foi aberto.");
+    });
 }
 
 TEST_F(TecladoTeste, OldReplica_IsRenewedByKeys)
@@ -622,15 +393,13 @@ TEST_F(TecladoTeste, OldReplica_IsRenewedByKeys)
     for (QTimer *relogio : mesa.findChildren<QTimer *>(Qt::FindDirectChildrenOnly)) {
         relogio->setInterval(0); // as when its minute is over
     }
-    EXPECT_EQ(Teclado::Percorre([](Teclado &t) {
-                  t.EsperaTexto("estadoReplica", "Dados considerados até 20/11/2026 10:00:00");
-                  t.EsperaTexto("estadoForcar", "Forçar consulta ao Servidor Principal");
-                  t.Alt('E');
-                  t.EscolheNoMenu("Forçar consulta ao Servidor Principal");
-                  t.EsperaTexto("estadoReplica", "Dados considerados até 20/11/2026 10:06:01");
-                  t.Espera("no offer", [] { return Teclado::Acha("estadoForcar") == nullptr; });
-              }),
-              "");
+    Percorre([](Teclado &t) {
+        t.EsperaTexto("estadoReplica", "Dados considerados até 20/11/2026 10:00:00");
+        t.EsperaTexto("estadoForcar", "Forçar consulta ao Servidor Principal");
+        t.Alt('E').EscolheNoMenu("Forçar consulta ao Servidor Principal");
+        t.EsperaTexto("estadoReplica", "Dados considerados até 20/11/2026 10:06:01");
+        t.Espera("no offer", [] { return Teclado::Acha("estadoForcar") == nullptr; });
+    });
 }
 
 } // namespace

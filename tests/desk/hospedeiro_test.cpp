@@ -1,7 +1,7 @@
 #include "desk/host/Caminhos.h"
-#include "tela/Pessoa.h"
 #include "tests/desk/HospedeiroDeTeste.h"
 #include "tests/host_contract/ContratoHost.h"
+#include "tests/support/AdaptadorComPessoa.h"
 
 #include <QByteArray>
 
@@ -17,7 +17,7 @@ using namespace mesa;
 
 namespace {
 
-class AdaptadorMesa : public AdaptadorHost {
+class AdaptadorMesa : public AdaptadorComPessoa {
   public:
     AdaptadorMesa()
     {
@@ -52,31 +52,7 @@ class AdaptadorMesa : public AdaptadorHost {
     {
         m_Mesa.Janelas->RespondePergunta(texto, sim);
     }
-    void FechaProximaCaixa() override {}
-    void FechaProximoVisor() override {}
     void DeixaPassar() override { m_Mesa.Janelas->DeixaPassar(); }
-
-    bool Clica(const Ref<IForm> &form, const std::string &controle) override { return Pessoa(form).Clica(controle); }
-    bool Digita(const Ref<IForm> &form, const std::string &controle, const std::string &texto) override
-    {
-        return Pessoa(form).Digita(controle, texto);
-    }
-    bool Escolhe(const Ref<IForm> &form, const std::string &combo, const std::string &texto) override
-    {
-        return Pessoa(form).Escolhe(combo, texto);
-    }
-    bool AbrePagina(const Ref<IForm> &form, const std::string &tab, std::int16_t pagina) override
-    {
-        return Pessoa(form).Abre(tab, pagina);
-    }
-    bool ClicaLinha(const Ref<IForm> &form, const std::string &lista, std::int32_t linha) override
-    {
-        return Pessoa(form).ClicaLinha(lista, linha);
-    }
-    bool EscolheMenu(const Ref<IForm> &form, const std::string &lista, const std::string &chave) override
-    {
-        return Pessoa(form).EscolheMenu(lista, chave);
-    }
 
     bool AceitaDocumentoVazio() const override { return false; }
     std::string TextoDeDocumento(const Bytes &bytes) override

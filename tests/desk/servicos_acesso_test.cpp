@@ -1,11 +1,7 @@
 #include "host/ConsultaAfericaoED.h"
-#include "host/DiaEspecificoED.h"
-#include "host/LimiteDifED.h"
 #include "host/RelatorioAfericaoED.h"
-#include "tests/desk/RegistroDeTeste.h"
+#include "tests/desk/ServicosTeste.h"
 #include "tests/support/FalhaLancada.h"
-
-#include <gtest/gtest.h>
 
 #include <functional>
 #include <string>
@@ -19,49 +15,14 @@ namespace {
 
 constexpr std::int32_t Caxias = 4305108;
 
-Ref<EquiptoED> ListaDeUm(const Ref<LimiteDifED> &limite)
-{
-    auto e = Novo<EquiptoED>();
-    e->ListaLimiteDif = Novo<Colecao<Ref<LimiteDifED>>>();
-    e->ListaLimiteDif.Valor()->Add(limite);
-    return e;
-}
-
-Ref<LimiteDifED> Limite(std::int32_t numero)
-{
-    auto l = Novo<LimiteDifED>();
-    l->NroInt = numero;
-    return l;
-}
-
 Ref<LimiteDifED> LimiteDo(std::int32_t equipamento)
 {
-    auto l = Novo<LimiteDifED>();
-    l->NroIntEquip = equipamento;
-    l->Dia = std::uint8_t{3};
-    l->HoraInicio = 730;
-    l->HoraFim = 900;
-    l->VelocPerm = std::int16_t{40};
-    l->TipoLimite = std::uint8_t{1};
-    return l;
-}
-
-Ref<DiaEspecificoED> Dia(std::int32_t numero)
-{
-    auto d = Novo<DiaEspecificoED>();
-    d->NroInt = numero;
-    return d;
+    return LimiteDe(equipamento, 3, 730, 900);
 }
 
 Ref<DiaEspecificoED> DiaDo(std::int32_t equipamento)
 {
-    auto d = Novo<DiaEspecificoED>();
-    d->NroIntEquip = equipamento;
-    d->Data = DataDe(24, 12, 2026);
-    d->HoraInicio = 730;
-    d->HoraFim = 900;
-    d->VelocPerm = std::int16_t{40};
-    return d;
+    return DiaDe(equipamento, DataDe(24, 12, 2026), 730, 900);
 }
 
 struct Operacao {
@@ -77,105 +38,62 @@ const std::vector<Operacao> &Operacoes()
 {
     const std::string equipamento = "equipamento de número interno ";
     const std::string limite = "limite ou dia de número interno ";
-    const auto soNumero = [](std::int32_t n) -> Ref<Objeto> { return SoNumero(n); };
     static const std::vector<Operacao> operacoes = {
-        {"consulta", "", "consultar equipamentos", equipamento, soNumero},
-        {"consultaSimples", "", "consultar equipamentos", equipamento, soNumero},
-        {"altera", "A", "alterar equipamentos", equipamento, soNumero},
-        {"desativa", "E", "desativar equipamentos", equipamento, soNumero},
-        {"reativa", "E", "reativar equipamentos", equipamento, soNumero},
+        {"consulta", "", "consultar equipamentos", equipamento, SoNumero},
+        {"consultaSimples", "", "consultar equipamentos", equipamento, SoNumero},
+        {"altera", "A", "alterar equipamentos", equipamento, SoNumero},
+        {"desativa", "E", "desativar equipamentos", equipamento, SoNumero},
+        {"reativa", "E", "reativar equipamentos", equipamento, SoNumero},
         {"inclui", "I", "incluir equipamentos", "",
-         [](std::int32_t) -> Ref<Objeto> {
-             auto e = EquipamentoDe("X-1");
-             e->ClienteInc = "DETRAN/RS";
-             return e;
-         }},
+         [](std::int32_t) { return Com(EquipamentoDe("X-1"), &EquiptoED::ClienteInc, "DETRAN/RS"); }},
         {"lista2", "", "consultar equipamentos", "",
-         [](std::int32_t) -> Ref<Objeto> {
-             auto l = Novo<ListaEquiptoED>();
-             l->ClienteInc = "DETRAN/RS";
-             return l;
-         }},
+         [](std::int32_t) { return Com(Novo<ListaEquiptoED>(), &ListaEquiptoED::ClienteInc, "DETRAN/RS"); }},
         {"consultaSimplesAfericaoVigente", "", "consultar aferições", equipamento,
-         [](std::int32_t n) -> Ref<Objeto> {
-             auto c = Novo<ConsultaAfericaoED>();
-             c->NroIntEquip = n;
-             c->DtInfracao = DataDe(1, 6, 2026);
-             return c;
+         [](std::int32_t n) {
+             return Com(Novo<ConsultaAfericaoED>(), &ConsultaAfericaoED::NroIntEquip, n,
+                        &ConsultaAfericaoED::DtInfracao, DataDe(1, 6, 2026));
          }},
-        {"listaLimiteDif", "", "consultar limites", equipamento,
-         [](std::int32_t n) -> Ref<Objeto> { return LimiteDo(n); }},
-        {"listaDiaEspecifico", "", "consultar limites", equipamento,
-         [](std::int32_t n) -> Ref<Objeto> { return DiaDo(n); }},
-        {"consultaSimplesLimiteDif", "", "consultar limites", limite,
-         [](std::int32_t n) -> Ref<Objeto> { return Limite(n); }},
-        {"consultaSimplesDiaEspecifico", "", "consultar limites", limite,
-         [](std::int32_t n) -> Ref<Objeto> { return Dia(n); }},
+        {"listaLimiteDif", "", "consultar limites", equipamento, LimiteDo},
+        {"listaDiaEspecifico", "", "consultar limites", equipamento, DiaDo},
+        {"consultaSimplesLimiteDif", "", "consultar limites", limite, SoLimite},
+        {"consultaSimplesDiaEspecifico", "", "consultar limites", limite, SoDia},
         {"alteraListaLimitesDif", "I", "incluir limites", equipamento,
-         [](std::int32_t n) -> Ref<Objeto> { return ListaDeUm(LimiteDo(n)); }},
+         [](std::int32_t n) { return ListaDeLimites({LimiteDo(n)}); }},
         {"alteraListaLimitesDif", "A", "alterar limites", limite,
-         [](std::int32_t n) -> Ref<Objeto> { return ListaDeUm(Limite(n)); }},
-        {"adicionaDiaEspecifico", "I", "incluir limites", equipamento,
-         [](std::int32_t n) -> Ref<Objeto> { return DiaDo(n); }},
-        {"alteraDiaEspecifico", "A", "alterar limites", limite, [](std::int32_t n) -> Ref<Objeto> { return Dia(n); }},
-        {"desativaLimiteDif", "E", "excluir limites", limite, [](std::int32_t n) -> Ref<Objeto> { return Limite(n); }},
-        {"desativaDiaEspecifico", "E", "excluir limites", limite, [](std::int32_t n) -> Ref<Objeto> { return Dia(n); }},
+         [](std::int32_t n) { return ListaDeLimites({SoLimite(n)}); }},
+        {"adicionaDiaEspecifico", "I", "incluir limites", equipamento, DiaDo},
+        {"alteraDiaEspecifico", "A", "alterar limites", limite, SoDia},
+        {"desativaLimiteDif", "E", "excluir limites", limite, SoLimite},
+        {"desativaDiaEspecifico", "E", "excluir limites", limite, SoDia},
         {"consultaRelatorioRVOR011", "", "imprimir certificados", "aferição ativa de número ",
-         [](std::int32_t n) -> Ref<Objeto> {
-             auto r = Novo<RelatorioAfericaoED>();
-             r->CodOat = n;
-             r->Serie = "R-001";
-             return r;
+         [](std::int32_t n) {
+             return Com(Novo<RelatorioAfericaoED>(), &RelatorioAfericaoED::CodOat, n, &RelatorioAfericaoED::Serie,
+                        "R-001");
          },
          "RelatorioRN"},
     };
     return operacoes;
 }
 
-class ServicosAcesso : public testing::Test {
+class ServicosAcesso : public ServicosTeste {
   protected:
     // One of everything, number 1 each, of DETRAN/RS in Caxias do Sul.
     ServicosAcesso()
     {
-        auto e = EquipamentoDe("R-001");
-        e->CodMunic = Caxias;
-        auto s = SensorDe(1);
-        Poe(s, AfericaoDe("1", DataDe(1, 1, 2026), DataDe(31, 12, 2026), GuardaPdf(m_Ana, "x")));
-        Poe(e, s);
-        Inclui(m_Ana, e);
-        Feita(m_Ana, "alteraListaLimitesDif", ListaDeUm([] {
-                  auto l = LimiteDo(1);
-                  l->Dia = std::uint8_t{2};
-                  return l;
-              }()));
-        Feita(m_Ana, "adicionaDiaEspecifico", [] {
-            auto d = DiaDo(1);
-            d->Data = DataDe(25, 12, 2026);
-            return d;
-        }());
+        const auto afericao = AfericaoDe("1", DataDe(1, 1, 2026), DataDe(31, 12, 2026), GuardaPdf(m_Ana, "x"));
+        Inclui(m_Ana, Poe(Com(EquipamentoDe("R-001"), &EquiptoED::CodMunic, Caxias), Poe(SensorDe(1), afericao)));
+        Faz(m_Ana, "alteraListaLimitesDif", ListaDeLimites({LimiteDe(1, 2, 730, 900)}));
+        Faz(m_Ana, "adicionaDiaEspecifico", DiaDe(1, DataDe(25, 12, 2026), 730, 900));
         m_Historico = Historico();
     }
     std::string Recusa(const Ref<SessaoServico> &sessao, const Operacao &operacao, std::int32_t numero)
     {
-        const Retorno retorno = Pede(sessao, operacao.Metodo, operacao.Pedido(numero), operacao.Classe);
-        EXPECT_FALSE(retorno.Feita);
-        EXPECT_TRUE(retorno.Resposta.EhVazio());
+        const std::string recusa = RecusaDe(sessao, operacao.Metodo, operacao.Pedido(numero), operacao.Classe);
         EXPECT_EQ(Historico(), m_Historico); // nothing was changed
-        return retorno.Recusa;
+        return recusa;
     }
-    static void Feita(const Ref<SessaoServico> &sessao, const std::string &metodo, const Ref<Objeto> &pedido,
-                      const std::string &classe = "EquiptoRN")
-    {
-        const Retorno retorno = Pede(sessao, metodo, pedido, classe);
-        EXPECT_TRUE(retorno.Feita) << metodo << ": " << retorno.Recusa;
-    }
-    std::string Historico()
-    {
-        return m_Registro.Sql("SELECT COUNT(*) FROM HISTORICO WHERE Entidade NOT IN ('USUARIO', 'CLIENTE')");
-    }
+    std::string Historico() { return Linhas("HISTORICO WHERE Entidade NOT IN ('USUARIO', 'CLIENTE')"); }
 
-    RegistroDeTeste m_Registro;
-    Ref<SessaoServico> m_Ana = m_Registro.Sessao("ana");
     std::string m_Historico;
 };
 
@@ -196,8 +114,8 @@ TEST_F(ServicosAcesso, EveryOperation_WithoutItsPermission_IsRefusedByName)
         const auto sessao = m_Registro.Sessao(pessoa.Usuario);
         if (pessoa.Olha) { // what was read may not be changed all the same
             Abre(sessao, 1);
-            Feita(sessao, "consultaSimplesLimiteDif", Limite(1));
-            Feita(sessao, "consultaSimplesDiaEspecifico", Dia(1));
+            Faz(sessao, "consultaSimplesLimiteDif", SoLimite(1));
+            Faz(sessao, "consultaSimplesDiaEspecifico", SoDia(1));
         }
         for (const Operacao &operacao : Operacoes()) {
             SCOPED_TRACE(pessoa.Usuario + " " + operacao.Metodo);
@@ -207,7 +125,7 @@ TEST_F(ServicosAcesso, EveryOperation_WithoutItsPermission_IsRefusedByName)
                 EXPECT_EQ(Recusa(sessao, operacao, 1), recusa);
                 EXPECT_EQ(Recusa(sessao, operacao, 99), recusa); // nor is it told what there is
             } else if (operacao.Acao.empty()) {
-                Feita(sessao, operacao.Metodo, operacao.Pedido(1), operacao.Classe);
+                Faz(sessao, operacao.Metodo, operacao.Pedido(1), operacao.Classe);
             }
         }
     }
@@ -219,13 +137,8 @@ TEST_F(ServicosAcesso, EveryOperation_OfADeactivatedUser_IsRefused)
     for (const Operacao &operacao : Operacoes()) {
         EXPECT_EQ(Recusa(m_Ana, operacao, 1), "Ana Souza não tem permissão para " + operacao.OQue + ".");
     }
-    double numero = 0;
-    Bytes lidos;
-    std::string recusa;
-    EXPECT_FALSE(m_Ana->GuardaDocumento(Pdf("y"), numero, recusa));
-    EXPECT_EQ(recusa, "Ana Souza não tem permissão para guardar documentos.");
-    EXPECT_FALSE(m_Ana->LeDocumento(1, lidos, recusa));
-    EXPECT_EQ(recusa, "Ana Souza não tem permissão para ver documentos.");
+    EXPECT_EQ(RecusaAoGuardar(m_Ana, Pdf("y")), "Ana Souza não tem permissão para guardar documentos.");
+    EXPECT_EQ(RecusaAoLer(m_Ana, 1), "Ana Souza não tem permissão para ver documentos.");
 }
 
 TEST_F(ServicosAcesso, EveryOperation_OnWhatIsAnotherClients_FindsNothing)
@@ -257,42 +170,30 @@ TEST_F(ServicosAcesso, EveryOperation_OnWhatIsNotThere_IsRefused)
 TEST_F(ServicosAcesso, altera_OfOnesOwn_WithTheSensorOrDocumentOfAnotherClient_IsRefused)
 {
     const auto elisa = m_Registro.Sessao("elisa");
-    auto e = EquipamentoDe("E-1");
-    Poe(e, SensorDe(1));
-    e = SoNumero(Inclui(elisa, e));
+    const std::int32_t numero = Inclui(elisa, Poe(EquipamentoDe("E-1"), SensorDe(1)));
     const std::string historico = Historico();
-    auto s = Novo<SensorED>();
-    s->NroIntSensor = 1;
-    Poe(e, s);
-    EXPECT_EQ(Pede(elisa, "altera", e).Recusa, "O sensor de número interno 1 não é deste equipamento.");
-    e = SoNumero(e->NroIntEquip);
-    s = Novo<SensorED>();
-    s->NroIntSensor = 2;
-    auto a = Novo<AfericaoED>();
-    a->NroIntAfericao = 1;
-    Poe(s, a);
-    Poe(e, s);
-    EXPECT_EQ(Pede(elisa, "altera", e).Recusa, "A aferição de número interno 1 não é do sensor 1 deste equipamento.");
-    s->Afericoes = Novo<Colecao<Ref<AfericaoED>>>();
-    Poe(s, AfericaoDe("7", DataDe(1, 1, 2026), DataDe(2, 1, 2026), 1));
-    EXPECT_EQ(Pede(elisa, "altera", e).Recusa, "O documento de número 1 da aferição 7 não existe no cliente EPTC.");
+    const auto recusa = [&](const Ref<SensorED> &sensor) {
+        return RecusaDe(elisa, "altera", Poe(SoNumero(numero), sensor));
+    };
+    EXPECT_EQ(recusa(SoSensor(1)), "O sensor de número interno 1 não é deste equipamento.");
+    EXPECT_EQ(recusa(Poe(SoSensor(2), SoAfericao(1))),
+              "A aferição de número interno 1 não é do sensor 1 deste equipamento.");
+    EXPECT_EQ(recusa(Poe(SoSensor(2), AfericaoDe("7", DataDe(1, 1, 2026), DataDe(2, 1, 2026), 1))),
+              "O documento de número 1 da aferição 7 não existe no cliente EPTC.");
     EXPECT_EQ(Historico(), historico);
 }
 
 TEST_F(ServicosAcesso, TiedToAMunicipality_RegistersOnlyThereAndLooksAfterTheRest)
 {
     const auto davi = m_Registro.Sessao("davi");
-    auto e = EquipamentoDe("R-002");
-    e->CodMunic = Caxias;
-    EXPECT_EQ(Pede(davi, "inclui", e).Recusa,
+    EXPECT_EQ(RecusaDe(davi, "inclui", Com(EquipamentoDe("R-002"), &EquiptoED::CodMunic, Caxias)),
               "Davi Reis registra equipamentos somente no município de código 4314902.");
     EXPECT_EQ(Historico(), m_Historico);
+    Faz(davi, "inclui", EquipamentoDe("R-002"));
     Abre(davi, 1);
-    e = SoNumero(1);
-    e->Descricao = "Outra";
-    Feita(davi, "altera", e);
-    Feita(davi, "desativa", SoNumero(1));
-    Feita(davi, "reativa", SoNumero(1));
+    Faz(davi, "altera", Com(SoNumero(1), &EquiptoED::Descricao, "Outra"));
+    Faz(davi, "desativa", SoNumero(1));
+    Faz(davi, "reativa", SoNumero(1));
 }
 
 // Who, when, what, before and after of every kind of change.
@@ -310,55 +211,45 @@ TEST_F(ServicosAcesso, History_OfEveryKindOfChange_TellsWhoWhenBeforeAndAfter)
         m_Registro.PassaSegundos(1);
         return linhas;
     };
-    const auto altera = [&](const std::function<void(SensorED &, AfericaoED &)> &mudanca) {
-        auto e = SoNumero(1);
-        auto s = Novo<SensorED>();
-        s->NroIntSensor = 1;
-        auto a = Novo<AfericaoED>();
-        a->NroIntAfericao = 1;
-        mudanca(*s, *a);
-        Poe(s, a);
-        Poe(e, s);
-        Feita(m_Ana, "altera", e);
+    const auto altera = [&](const Ref<SensorED> &sensor, const Ref<AfericaoED> &afericao) {
+        Faz(m_Ana, "altera", Poe(SoNumero(1), Poe(sensor, afericao)));
     };
-    altera([](SensorED &s, AfericaoED &) { s.LocalInfr = "Rua B, 2"; });
+    altera(Com(SoSensor(1), &SensorED::LocalInfr, "Rua B, 2"), SoAfericao(1));
     EXPECT_EQ(ultimas("LocalInfr"), "1 100001 EQUIPAMENTO1.2 SENSOR1 altera Av. Ipiranga, 1200 Rua B, 2");
-    altera([](SensorED &s, AfericaoED &) { s.Ativo = std::uint8_t{2}; });
+    altera(Com(SoSensor(1), &SensorED::Ativo, 2), SoAfericao(1));
     EXPECT_EQ(ultimas("Ativo"), "1 100002 EQUIPAMENTO1.3 SENSOR1 desativa 1 2");
-    altera([](SensorED &s, AfericaoED &) { s.Ativo = std::uint8_t{1}; });
+    altera(Com(SoSensor(1), &SensorED::Ativo, 1), SoAfericao(1));
     EXPECT_EQ(ultimas("Ativo"), "1 100003 EQUIPAMENTO1.4 SENSOR1 reativa 2 1");
-    altera([](SensorED &, AfericaoED &a) { a.DataVencimento = DataDe(30, 6, 2026); });
+    altera(SoSensor(1), Com(SoAfericao(1), &AfericaoED::DataVencimento, DataDe(30, 6, 2026)));
     EXPECT_EQ(ultimas("DataVencimento"), "1 100004 EQUIPAMENTO1.5 AFERICAO1 altera 20261231 20260630");
-    altera([](SensorED &, AfericaoED &a) { a.Ativo = std::uint8_t{2}; });
+    altera(SoSensor(1), Com(SoAfericao(1), &AfericaoED::Ativo, 2));
     EXPECT_EQ(ultimas("Ativo"), "1 100005 EQUIPAMENTO1.6 AFERICAO1 desativa 1 2");
-    altera([](SensorED &, AfericaoED &a) { a.Ativo = std::uint8_t{1}; });
+    altera(SoSensor(1), Com(SoAfericao(1), &AfericaoED::Ativo, 1));
     EXPECT_EQ(ultimas("Ativo"), "1 100006 EQUIPAMENTO1.7 AFERICAO1 reativa 2 1");
 
     const auto bia = m_Registro.Sessao("bia");
     m_Registro.PassaSegundos(1); // behind the row of the new user
-    Feita(bia, "desativa", SoNumero(1));
+    Faz(bia, "desativa", SoNumero(1));
     EXPECT_EQ(ultimas("Ativo"), "6 100008 EQUIPAMENTO1.8 EQUIPAMENTO1 desativa 1 2");
-    Feita(bia, "reativa", SoNumero(1));
+    Faz(bia, "reativa", SoNumero(1));
     EXPECT_EQ(ultimas("Ativo"), "6 100009 EQUIPAMENTO1.9 EQUIPAMENTO1 reativa 2 1");
 
-    Feita(bia, "alteraListaLimitesDif", ListaDeUm(LimiteDo(1)));
+    Faz(bia, "alteraListaLimitesDif", ListaDeLimites({LimiteDo(1)}));
     EXPECT_EQ(ultimas("HoraFim"), "6 100010 LIMITE2.1 LIMITE2 inclui - 900");
-    auto l = Limite(2);
-    l->HoraFim = 930;
-    Feita(bia, "consultaSimplesLimiteDif", l);
-    Feita(bia, "alteraListaLimitesDif", ListaDeUm(l));
+    const auto l = Com(SoLimite(2), &LimiteDifED::HoraFim, 930);
+    Faz(bia, "consultaSimplesLimiteDif", l);
+    Faz(bia, "alteraListaLimitesDif", ListaDeLimites({l}));
     EXPECT_EQ(ultimas("HoraFim"), "6 100011 LIMITE2.2 LIMITE2 altera 900 930");
-    Feita(bia, "desativaLimiteDif", l);
+    Faz(bia, "desativaLimiteDif", l);
     EXPECT_EQ(ultimas("Ativo"), "6 100012 LIMITE2.3 LIMITE2 desativa 1 2");
 
-    Feita(bia, "adicionaDiaEspecifico", DiaDo(1));
+    Faz(bia, "adicionaDiaEspecifico", DiaDo(1));
     EXPECT_EQ(ultimas("Data"), "6 100013 DIA2.1 DIA2 inclui - 20261224");
-    auto d = Dia(2);
-    d->Data = DataDe(23, 12, 2026);
-    Feita(bia, "consultaSimplesDiaEspecifico", d);
-    Feita(bia, "alteraDiaEspecifico", d);
+    const auto d = Com(SoDia(2), &DiaEspecificoED::Data, DataDe(23, 12, 2026));
+    Faz(bia, "consultaSimplesDiaEspecifico", d);
+    Faz(bia, "alteraDiaEspecifico", d);
     EXPECT_EQ(ultimas("Data"), "6 100014 DIA2.2 DIA2 altera 20261224 20261223");
-    Feita(bia, "desativaDiaEspecifico", d);
+    Faz(bia, "desativaDiaEspecifico", d);
     EXPECT_EQ(ultimas("Ativo"), "6 100015 DIA2.3 DIA2 desativa 1 2");
 
     GuardaPdf(bia, "y");
@@ -368,8 +259,8 @@ TEST_F(ServicosAcesso, History_OfEveryKindOfChange_TellsWhoWhenBeforeAndAfter)
 // The row of the history is part of the change: where it cannot be written, nothing changes.
 TEST_F(ServicosAcesso, Change_WhoseHistoryCannotBeWritten_IsUndone)
 {
-    Feita(m_Ana, "consultaSimplesLimiteDif", Limite(1));
-    Feita(m_Ana, "consultaSimplesDiaEspecifico", Dia(1));
+    Faz(m_Ana, "consultaSimplesLimiteDif", SoLimite(1));
+    Faz(m_Ana, "consultaSimplesDiaEspecifico", SoDia(1));
     const auto estado = [&] {
         std::string sql = "SELECT ''";
         for (const char *tabela : {"EQUIPAMENTO", "LIMITE", "DIA"}) {
@@ -382,29 +273,24 @@ TEST_F(ServicosAcesso, Change_WhoseHistoryCannotBeWritten_IsUndone)
     };
     const std::string antes = estado();
     m_Registro.Sql("CREATE TRIGGER SEM_HISTORICO BEFORE INSERT ON HISTORICO BEGIN SELECT RAISE(ABORT, 'x'); END");
-    auto e = SoNumero(1);
-    e->Descricao = "Outra";
-    auto s = SensorDe(2);
-    Poe(s, AfericaoDe("2", DataDe(1, 1, 2026), DataDe(2, 1, 2026)));
-    Poe(e, s);
-    auto l = Limite(1);
-    l->HoraFim = 1000;
-    auto d = Dia(1);
-    d->HoraFim = 1000;
+    const auto altera = [&](const std::string &metodo, const Ref<Objeto> &pedido) {
+        return [=, this] { Pede(m_Ana, metodo, pedido); };
+    };
+    const auto afericao = AfericaoDe("2", DataDe(1, 1, 2026), DataDe(2, 1, 2026));
     const std::vector<std::function<void()>> mudancas = {
-        [&] { Pede(m_Ana, "inclui", EquipamentoDe("N-1")); },
-        [&] { Pede(m_Ana, "altera", e); },
-        [&] { Pede(m_Ana, "desativa", SoNumero(1)); },
-        [&] { Pede(m_Ana, "alteraListaLimitesDif", ListaDeUm(LimiteDo(1))); },
-        [&] { Pede(m_Ana, "alteraListaLimitesDif", ListaDeUm(l)); },
-        [&] { Pede(m_Ana, "desativaLimiteDif", Limite(1)); },
-        [&] { Pede(m_Ana, "adicionaDiaEspecifico", DiaDo(1)); },
-        [&] { Pede(m_Ana, "alteraDiaEspecifico", d); },
-        [&] { Pede(m_Ana, "desativaDiaEspecifico", Dia(1)); },
+        altera("inclui", EquipamentoDe("N-1")),
+        altera("altera", Poe(Com(SoNumero(1), &EquiptoED::Descricao, "Outra"), Poe(SensorDe(2), afericao))),
+        altera("desativa", SoNumero(1)),
+        altera("alteraListaLimitesDif", ListaDeLimites({LimiteDo(1)})),
+        altera("alteraListaLimitesDif", ListaDeLimites({Com(SoLimite(1), &LimiteDifED::HoraFim, 1000)})),
+        altera("desativaLimiteDif", SoLimite(1)),
+        altera("adicionaDiaEspecifico", DiaDo(1)),
+        altera("alteraDiaEspecifico", Com(SoDia(1), &DiaEspecificoED::HoraFim, 1000)),
+        altera("desativaDiaEspecifico", SoDia(1)),
         [&] { GuardaPdf(m_Ana, "y"); },
         [&] { m_Registro.Cadastra("bia"); },
         [&] {
-            m_Registro.Aberto().CadastraCliente({7, "NOVO", {}});
+            m_Registro.Aberto().CadastraCliente({7, "NOVO", std::vector<std::string>()});
         },
     };
     for (std::size_t qual = 0; qual < mudancas.size(); ++qual) {

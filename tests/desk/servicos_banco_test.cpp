@@ -6,18 +6,17 @@
 #include "tests/desk/SemPrivilegio.h"
 #include "tests/support/FalhaLancada.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
-
-#include <sys/stat.h>
 
 #include <filesystem>
 #include <fstream>
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <utility>
+#include <vector>
 
 using namespace mesa;
 
@@ -43,19 +42,36 @@ class DialetoFuturo : public DialetoSQLite {
     Migracao m_Proxima;
 };
 
-TEST(ServicosBanco, Open_ANewFile_IsDurableAndObeysForeignKeys)
-{
+class ServicosBanco : public testing::Test {
+  protected:
+    // The registry, which is closed, may be read and not written by one without privilege.
+    void EsperaSoLeitura()
+    {
+        const SemPrivilegio sem;
+        EXPECT_TRUE(Lanca(70, "Servicos < Servicos.Abre",
+                          "O registro só pode ser lido: falta permissão para gravar no arquivo ou na sua pasta.",
+                          [&] { Servicos::Abre(registro.Caminho(), Hoje); }));
+    }
+    void ConfereArquivo()
+    {
+        EXPECT_EQ(registro.Sql("PRAGMA integrity_check"), "ok");
+        EXPECT_EQ(registro.Sql("PRAGMA foreign_key_check"), "");
+    }
+    std::string Conta(const std::string &tabela) { return registro.Sql("SELECT COUNT(*) FROM " + tabela); }
+
     RegistroDeTeste registro;
-    EXPECT_EQ(registro.Sql("PRAGMA journal_mode"), "wal");
+};
+using ServicosHistorico = ServicosBanco;
+
+TEST_F(ServicosBanco, Open_ANewFile_IsWhole)
+{
+    ConfereArquivo();
     EXPECT_EQ(registro.Sql("SELECT Versao FROM ESQUEMA"), "1");
-    EXPECT_EQ(registro.Sql("PRAGMA integrity_check"), "ok");
-    EXPECT_EQ(registro.Sql("PRAGMA foreign_key_check"), "");
 }
 
-TEST(ServicosBanco, Connection_IsFullySynchronousWithForeignKeys)
+TEST_F(ServicosBanco, Connection_IsFullySynchronousWithForeignKeys)
 {
-    const QTemporaryDir diretorio;
-    Banco banco(std::make_unique<DialetoSQLite>(), diretorio.filePath("r.db").toStdString());
+    Banco banco(std::make_unique<DialetoSQLite>(), registro.Caminho());
     const auto pragma = [&](const QString &nome) {
         Consulta valor(banco, "PRAGMA " + nome);
         valor.Proxima();
@@ -67,20 +83,17 @@ TEST(ServicosBanco, Connection_IsFullySynchronousWithForeignKeys)
     EXPECT_EQ(pragma("recursive_triggers"), "1");
 }
 
-TEST(ServicosBanco, Open_ANewerRegistry_RaisesAFault)
+TEST_F(ServicosBanco, Open_ANewerRegistry_RaisesAFault)
 {
-    RegistroDeTeste registro;
     registro.Fecha();
     registro.Sql("INSERT INTO ESQUEMA VALUES (7)");
-    const Falha falha = FalhaLancada([&] { registro.Reabre(); });
-    EXPECT_EQ(falha.Descricao,
-              "O registro é da versão 7, mais nova que a deste programa (versão 1). Atualize o programa.");
-    EXPECT_EQ(falha.Fonte, "Servicos < Servicos.Abre");
+    EXPECT_TRUE(Lanca(51, "Servicos < Servicos.Abre",
+                      "O registro é da versão 7, mais nova que a deste programa (versão 1). Atualize o programa.",
+                      [&] { registro.Reabre(); }));
 }
 
-TEST(ServicosBanco, Open_AnOlderRegistry_IsMigratedWithWhatItHolds)
+TEST_F(ServicosBanco, Open_AnOlderRegistry_IsMigratedWithWhatItHolds)
 {
-    RegistroDeTeste registro;
     Inclui(registro.Sessao("ana"), EquipamentoDe("R-001"));
     registro.Fecha();
     {
@@ -95,107 +108,86 @@ TEST(ServicosBanco, Open_AnOlderRegistry_IsMigratedWithWhatItHolds)
     EXPECT_EQ(registro.Sql("SELECT MAX(Versao) FROM ESQUEMA"), "2");
 }
 
-TEST(ServicosBanco, Open_WithAMigrationThatFails_LeavesTheOldRegistryWhole)
+TEST_F(ServicosBanco, Open_WithAMigrationThatFails_LeavesTheOldRegistryWhole)
 {
-    RegistroDeTeste registro;
     registro.Fecha();
     const Migracao quebrada{"ALTER TABLE EQUIPAMENTO ADD COLUMN Cor TEXT", "ISTO NÃO É SQL"};
     EXPECT_EQ(FalhaLancada([&] { Banco(std::make_unique<DialetoFuturo>(quebrada), registro.Caminho()); }).Numero, 51);
     EXPECT_EQ(registro.Sql("SELECT MAX(Versao) FROM ESQUEMA"), "1");
-    EXPECT_EQ(registro.Sql("SELECT COUNT(*) FROM pragma_table_info('EQUIPAMENTO') WHERE name = 'Cor'"), "0");
+    EXPECT_EQ(Conta("pragma_table_info('EQUIPAMENTO') WHERE name = 'Cor'"), "0");
     registro.Reabre();
 }
 
-TEST(ServicosBanco, Open_WhatIsNoRegistry_RaisesAFault)
+TEST_F(ServicosBanco, Open_WhatIsNoRegistry_RaisesAFault)
 {
     const QTemporaryDir diretorio;
     const std::string caminho = diretorio.filePath("texto.db").toStdString();
     std::ofstream(caminho) << std::string(4096, 'x');
-    const Falha falha = FalhaLancada([&] { Servicos::Abre(caminho, Hoje); });
-    EXPECT_EQ(falha.Numero, 51);
-    EXPECT_EQ(falha.Descricao, "O arquivo do registro está danificado ou não é um registro (file is not a database).");
+    EXPECT_TRUE(Lanca(51, "Servicos < Servicos.Abre",
+                      "O arquivo do registro está danificado ou não é um registro (file is not a database).",
+                      [&] { Servicos::Abre(caminho, Hoje); }));
 }
 
-TEST(ServicosBanco, Open_InADirectoryThatIsNotThere_RaisesAFault)
+TEST_F(ServicosBanco, Open_InADirectoryThatIsNotThere_RaisesAFault)
 {
     const QTemporaryDir diretorio;
-    const Falha falha = FalhaLancada([&] { Servicos::Abre(diretorio.filePath("nada/r.db").toStdString(), Hoje); });
-    EXPECT_EQ(falha.Numero, 75);
-    EXPECT_EQ(falha.Descricao, "Não foi possível ler ou gravar o arquivo do registro (unable to open database file).");
+    EXPECT_TRUE(Lanca(75, "Servicos < Servicos.Abre",
+                      "Não foi possível ler ou gravar o arquivo do registro (unable to open database file).",
+                      [&] { Servicos::Abre(diretorio.filePath("nada/r.db").toStdString(), Hoje); }));
 }
 
-TEST(ServicosBanco, Open_AReadOnlyFile_RaisesAFault)
+TEST_F(ServicosBanco, Open_AReadOnlyFile_RaisesAFault)
 {
-    RegistroDeTeste registro;
     registro.Fecha();
-    QFile::setPermissions(QString::fromStdString(registro.Caminho()),
-                          QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther);
-    chmod(QFileInfo(QString::fromStdString(registro.Caminho())).path().toUtf8().constData(), 0777);
-    const SemPrivilegio sem;
-    const Falha falha = FalhaLancada([&] { Servicos::Abre(registro.Caminho(), Hoje); });
-    EXPECT_EQ(falha.Numero, 70);
-    EXPECT_EQ(falha.Descricao, "O registro só pode ser lido: falta permissão para gravar no arquivo ou na sua pasta.");
+    const std::filesystem::path caminho = registro.Caminho();
+    std::filesystem::permissions(caminho, std::filesystem::perms(0444));
+    std::filesystem::permissions(caminho.parent_path(), std::filesystem::perms::all);
+    EsperaSoLeitura();
 }
 
 // The file may be written, but not what the database keeps beside it.
-TEST(ServicosBanco, Open_WithALogThatCannotBeWritten_RaisesAFault)
+TEST_F(ServicosBanco, Open_WithALogThatCannotBeWritten_RaisesAFault)
 {
-    RegistroDeTeste registro;
     registro.Fecha();
     const std::filesystem::path caminho = registro.Caminho();
     std::filesystem::permissions(caminho.parent_path(), std::filesystem::perms::all);
     std::filesystem::permissions(caminho, std::filesystem::perms(0666));
     std::ofstream(caminho.string() + "-wal").close();
     std::filesystem::permissions(caminho.string() + "-wal", std::filesystem::perms(0444));
-    {
-        const SemPrivilegio sem;
-        const Falha falha = FalhaLancada([&] { Servicos::Abre(registro.Caminho(), Hoje); });
-        EXPECT_EQ(falha.Numero, 70);
-        EXPECT_EQ(falha.Descricao,
-                  "O registro só pode ser lido: falta permissão para gravar no arquivo ou na sua pasta.");
-    }
+    EsperaSoLeitura();
     std::filesystem::permissions(caminho.string() + "-wal", std::filesystem::perms(0666));
     registro.Reabre();
-    EXPECT_EQ(registro.Sql("SELECT COUNT(*) FROM CLIENTE"), "2");
+    EXPECT_EQ(Conta("CLIENTE"), "2");
 }
 
-TEST(ServicosBanco, Open_InADirectoryThatCannotBeWritten_RaisesAFault)
+TEST_F(ServicosBanco, Open_InADirectoryThatCannotBeWritten_RaisesAFault)
 {
-    RegistroDeTeste registro;
     registro.Fecha();
     const std::filesystem::path caminho = registro.Caminho();
     std::filesystem::permissions(caminho, std::filesystem::perms(0666));
     std::filesystem::permissions(caminho.parent_path(), std::filesystem::perms(0555));
-    {
-        const SemPrivilegio sem;
-        const Falha falha = FalhaLancada([&] { Servicos::Abre(registro.Caminho(), Hoje); });
-        EXPECT_EQ(falha.Numero, 70);
-        EXPECT_EQ(falha.Descricao,
-                  "O registro só pode ser lido: falta permissão para gravar no arquivo ou na sua pasta.");
-    }
+    EsperaSoLeitura();
     std::filesystem::permissions(caminho.parent_path(), std::filesystem::perms::all);
 }
 
-TEST(ServicosBanco, Save_WhenTheDiskTakesNoMore_RaisesAFaultAndStoresNothing)
+TEST_F(ServicosBanco, Save_WhenTheDiskTakesNoMore_RaisesAFaultAndStoresNothing)
 {
-    RegistroDeTeste registro;
     const auto ana = registro.Sessao("ana");
     double numero = 0;
     std::string recusa;
     {
         const DiscoApertado apertado(1000000);
-        const Falha falha = FalhaLancada([&] { ana->GuardaDocumento(Pdf("grande", 5000000), numero, recusa); });
-        EXPECT_EQ(falha.Numero, 75);
-        EXPECT_EQ(falha.Descricao, "O disco em que está o registro não aceitou a gravação (disk I/O error). Nada foi "
-                                   "gravado: confira o espaço e o disco e tente de novo.");
-        EXPECT_EQ(falha.Fonte, "Servicos < SessaoServico.GuardaDocumento");
+        EXPECT_TRUE(Lanca(75, "Servicos < SessaoServico.GuardaDocumento",
+                          "O disco em que está o registro não aceitou a gravação (disk I/O error). Nada foi gravado: "
+                          "confira o espaço e o disco e tente de novo.",
+                          [&] { ana->GuardaDocumento(Pdf("grande", 5000000), numero, recusa); }));
     }
-    EXPECT_EQ(registro.Sql("SELECT COUNT(*) FROM DOCUMENTO"), "0");
+    EXPECT_EQ(Conta("DOCUMENTO"), "0");
     ASSERT_TRUE(ana->GuardaDocumento(Pdf("grande", 5000000), numero, recusa)) << recusa; // and goes on afterwards
-    EXPECT_EQ(registro.Sql("PRAGMA integrity_check"), "ok");
+    ConfereArquivo();
 }
 
-TEST(ServicosBanco, Error_ByTheDatabasesCode_HasItsNumberAndSentence)
+TEST_F(ServicosBanco, Error_ByTheDatabasesCode_HasItsNumberAndSentence)
 {
     const DialetoSQLite dialeto;
     const auto erro = [&](const char *codigo) {
@@ -204,59 +196,52 @@ TEST(ServicosBanco, Error_ByTheDatabasesCode_HasItsNumberAndSentence)
     EXPECT_EQ(erro("13").Numero, 61);
     EXPECT_EQ(erro("13").Descricao,
               "O disco em que está o registro ficou cheio. Nada foi gravado: libere espaço e tente de novo.");
-    EXPECT_EQ(erro("5").Motivo, MotivoSql::Ocupado);
-    EXPECT_EQ(erro("261").Motivo, MotivoSql::Ocupado); // while another one recovers
     EXPECT_EQ(erro("5").Descricao,
               "Outra estação está gravando no registro há muito tempo. Nada foi gravado: tente de novo.");
-    EXPECT_EQ(erro("8").Motivo, MotivoSql::SoLeitura);
-    EXPECT_EQ(erro("778").Motivo, MotivoSql::NaoGravou);
-    EXPECT_EQ(erro("4874").Motivo, MotivoSql::NaoGravou); // the log's index has no room
-    EXPECT_EQ(erro("266").Motivo, MotivoSql::Acesso);
-    EXPECT_EQ(erro("11").Motivo, MotivoSql::Danificado);
-    EXPECT_EQ(erro("2067").Motivo, MotivoSql::Unicidade);
-    EXPECT_EQ(erro("1811").Motivo, MotivoSql::Regra);
-    EXPECT_EQ(erro("1").Motivo, MotivoSql::Outro);
+    const std::vector<std::pair<const char *, MotivoSql>> motivos = {
+        {"5", MotivoSql::Ocupado},      {"261", MotivoSql::Ocupado},    // while another one recovers
+        {"778", MotivoSql::NaoGravou},  {"4874", MotivoSql::NaoGravou}, // the log's index has no room
+        {"8", MotivoSql::SoLeitura},    {"266", MotivoSql::Acesso},     {"11", MotivoSql::Danificado},
+        {"2067", MotivoSql::Unicidade}, {"1811", MotivoSql::Regra},     {"1", MotivoSql::Outro},
+    };
+    for (const auto &[codigo, motivo] : motivos) {
+        EXPECT_EQ(erro(codigo).Motivo, motivo) << codigo;
+    }
 }
 
-TEST(ServicosBanco, Transaction_LeftByAnException_RollsBack)
+TEST_F(ServicosBanco, Transaction_LeftByAnException_RollsBack)
 {
-    RegistroDeTeste registro;
     Banco banco(std::make_unique<DialetoSQLite>(), registro.Caminho());
     EXPECT_THROW(banco.Escreve([&] {
         Consulta(banco, "INSERT INTO CLIENTE (CodCliente, Nome) VALUES (9, 'X')");
         throw std::runtime_error("no meio");
     }),
                  std::runtime_error);
-    EXPECT_EQ(registro.Sql("SELECT COUNT(*) FROM CLIENTE WHERE CodCliente = 9"), "0");
+    EXPECT_EQ(Conta("CLIENTE WHERE CodCliente = 9"), "0");
     banco.Escreve([&] { Consulta(banco, "INSERT INTO CLIENTE (CodCliente, Nome) VALUES (9, 'X')"); });
-    EXPECT_EQ(registro.Sql("SELECT COUNT(*) FROM CLIENTE WHERE CodCliente = 9"), "1");
+    EXPECT_EQ(Conta("CLIENTE WHERE CodCliente = 9"), "1");
 }
 
-TEST(ServicosBanco, Transaction_InTheMiddleOfAnother_RaisesAFaultAndEndsNeither)
+TEST_F(ServicosBanco, Transaction_InTheMiddleOfAnother_RaisesAFaultAndEndsNeither)
 {
-    RegistroDeTeste registro;
     Banco banco(std::make_unique<DialetoSQLite>(), registro.Caminho());
     banco.Escreve([&] {
         EXPECT_EQ(FalhaLancada([&] { banco.Le([] {}); }).Descricao, "Uma operação foi pedida no meio de outra.");
         Consulta(banco, "INSERT INTO CLIENTE (CodCliente, Nome) VALUES (9, 'X')");
     });
-    EXPECT_EQ(registro.Sql("SELECT COUNT(*) FROM CLIENTE WHERE CodCliente = 9"), "1");
+    EXPECT_EQ(Conta("CLIENTE WHERE CodCliente = 9"), "1");
 }
 
-TEST(ServicosBanco, Erasing_IsRefusedInEveryTable)
+TEST_F(ServicosBanco, Erasing_IsRefusedInEveryTable)
 {
-    RegistroDeTeste registro;
     const auto ana = registro.Sessao("ana");
-    auto e = EquipamentoDe("F-1");
-    auto s = SensorDe(1);
-    Poe(s, AfericaoDe("1", Hoje(), Hoje(), GuardaPdf(ana, "x")));
-    Poe(e, s);
-    const std::int32_t numero = Inclui(ana, e);
-    registro.Sql("INSERT INTO LIMITE VALUES (1, " + std::to_string(numero) + ", 1, 0, 1, 40, 0, 1, 1, 1); " +
-                 "INSERT INTO DIA VALUES (1, " + std::to_string(numero) + ", 20261225, 0, 1, 40, 0, 1, 1)");
+    const auto sensor = Poe(SensorDe(1), AfericaoDe("1", Hoje(), Hoje(), GuardaPdf(ana, "x")));
+    const std::int32_t numero = Inclui(ana, Poe(EquipamentoDe("F-1"), sensor));
+    ASSERT_TRUE(Pede(ana, "alteraListaLimitesDif", ListaDeLimites({LimiteDe(numero, 1, 0, 1)})).Feita);
+    ASSERT_TRUE(Pede(ana, "adicionaDiaEspecifico", DiaDe(numero, DataDe(25, 12, 2026), 0, 1)).Feita);
     for (const char *tabela : {"CLIENTE", "SETOR", "USUARIO", "PERMISSAO", "EQUIPAMENTO", "SENSOR", "AFERICAO",
                                "DOCUMENTO", "LIMITE", "DIA", "HISTORICO"}) {
-        EXPECT_NE(registro.Sql(std::string("SELECT COUNT(*) FROM ") + tabela), "0") << tabela;
+        EXPECT_NE(Conta(tabela), "0") << tabela;
         try {
             registro.Sql(std::string("DELETE FROM ") + tabela);
             ADD_FAILURE() << tabela << " was erased";
@@ -267,9 +252,8 @@ TEST(ServicosBanco, Erasing_IsRefusedInEveryTable)
 }
 
 // On a connection of the services a row that is replaced counts as erased.
-TEST(ServicosBanco, Replacing_IsRefusedAsErasing)
+TEST_F(ServicosBanco, Replacing_IsRefusedAsErasing)
 {
-    RegistroDeTeste registro;
     Inclui(registro.Sessao("ana"), EquipamentoDe("R-001"));
     Banco banco(std::make_unique<DialetoSQLite>(), registro.Caminho());
     const auto motivo = [&](const char *sql) {
@@ -285,25 +269,23 @@ TEST(ServicosBanco, Replacing_IsRefusedAsErasing)
     EXPECT_EQ(motivo("INSERT OR REPLACE INTO USUARIO SELECT 77, Usuario, Chave, Nome, CodCliente, Setor, CodMunic, "
                      "Senha, Ativo FROM USUARIO"),
               "USUARIO_SEM_DELETE");
-    EXPECT_EQ(registro.Sql("SELECT COUNT(*) FROM USUARIO WHERE Numero = 77"), "0");
+    EXPECT_EQ(Conta("USUARIO WHERE Numero = 77"), "0");
 }
 
-TEST(ServicosBanco, Executa_WithWhatItDoesNotKnow_IsRefused)
+TEST_F(ServicosBanco, Executa_WithWhatItDoesNotKnow_IsRefused)
 {
-    RegistroDeTeste registro;
     const auto ana = registro.Sessao("ana");
-    EXPECT_EQ(Pede(ana, "apaga", Novo<EquiptoED>()).Recusa, "O serviço EquiptoRN não tem a operação \"apaga\".");
-    EXPECT_EQ(Pede(ana, "", Novo<EquiptoED>()).Recusa, "O serviço EquiptoRN não tem a operação \"\".");
-    EXPECT_EQ(Pede(ana, "Consulta", Novo<EquiptoED>()).Recusa, "O serviço EquiptoRN não tem a operação \"Consulta\".");
-    EXPECT_EQ(Pede(ana, "consulta", Novo<EquiptoED>(), "OutroRN").Recusa,
-              "O serviço OutroRN não tem a operação \"consulta\".");
+    for (const auto &[servico, metodo] :
+         {std::pair("EquiptoRN", "apaga"), {"EquiptoRN", ""}, {"EquiptoRN", "Consulta"}, {"OutroRN", "consulta"}}) {
+        EXPECT_EQ(Pede(ana, metodo, Novo<EquiptoED>(), servico).Recusa,
+                  std::string("O serviço ") + servico + " não tem a operação \"" + metodo + "\".");
+    }
     EXPECT_EQ(Pede(ana, "consulta", Novo<SensorED>()).Recusa,
               "A operação pede um registro EquiptoED e recebeu SensorED.");
 }
 
-TEST(ServicosBanco, Executa_EveryOperationWithNothingOrAnEmptyRecord_NeverCrashes)
+TEST_F(ServicosBanco, Executa_EveryOperationWithNothingOrAnEmptyRecord_NeverCrashes)
 {
-    RegistroDeTeste registro;
     const auto ana = registro.Sessao("ana");
     for (const char *metodo :
          {"consulta", "inclui", "altera", "lista2", "desativa", "reativa", "consultaSimples",
@@ -324,26 +306,20 @@ TEST(ServicosBanco, Executa_EveryOperationWithNothingOrAnEmptyRecord_NeverCrashe
     }
 }
 
-TEST(ServicosBanco, Session_OutlivesTheServices)
+TEST_F(ServicosBanco, Session_OutlivesTheServices)
 {
-    RegistroDeTeste registro;
     const auto ana = registro.Sessao("ana");
     registro.Fecha();
     EXPECT_EQ(Inclui(ana, EquipamentoDe("R-001")), 1);
 }
 
-TEST(ServicosHistorico, EveryChange_IsWrittenWithBeforeAndAfter)
+TEST_F(ServicosHistorico, EveryChange_IsWrittenWithBeforeAndAfter)
 {
-    RegistroDeTeste registro;
     const auto ana = registro.Sessao("ana");
     const std::int32_t numero = Inclui(ana, EquipamentoDe("R-001"));
     registro.PassaSegundos(1);
-    auto e = SoNumero(numero);
-    e->Descricao = "Depois";
-    auto s = SensorDe(1);
-    Poe(s, AfericaoDe("77", DataDe(1, 1, 2026), DataDe(31, 12, 2026)));
-    Poe(e, s);
-    ASSERT_TRUE(Pede(ana, "altera", e).Feita);
+    const auto sensor = Poe(SensorDe(1), AfericaoDe("77", DataDe(1, 1, 2026), DataDe(31, 12, 2026)));
+    ASSERT_TRUE(Pede(ana, "altera", Poe(Com(SoNumero(numero), &EquiptoED::Descricao, "Depois"), sensor)).Feita);
     ASSERT_TRUE(Pede(ana, "desativa", SoNumero(numero)).Feita);
     EXPECT_EQ(
         registro.Sql("SELECT group_concat(Quando || ' ' || Operador || ' ' || Versao || ' ' || Entidade || ' ' || "
@@ -358,36 +334,24 @@ TEST(ServicosHistorico, EveryChange_IsWrittenWithBeforeAndAfter)
     EXPECT_EQ(
         registro.Sql("SELECT json_extract(Depois, '$.DataVencimento') FROM HISTORICO WHERE Entidade = 'AFERICAO'"),
         "20261231");
-    EXPECT_EQ(registro.Sql("SELECT COUNT(*) FROM HISTORICO WHERE Antes IS NULL AND Acao <> 'inclui'"), "0");
+    EXPECT_EQ(Conta("HISTORICO WHERE Antes IS NULL AND Acao <> 'inclui'"), "0");
 }
 
-TEST(ServicosHistorico, Row_IsNeverChanged)
+TEST_F(ServicosHistorico, Row_IsNeverChanged)
 {
-    RegistroDeTeste registro;
     Inclui(registro.Sessao("ana"), EquipamentoDe("R-001"));
     EXPECT_THROW(registro.Sql("UPDATE HISTORICO SET Operador = 2"), std::runtime_error);
 }
 
-TEST(ServicosHistorico, OneChangedCalibration_WritesOneRow)
+TEST_F(ServicosHistorico, OneChangedCalibration_WritesOneRow)
 {
-    RegistroDeTeste registro;
     const auto ana = registro.Sessao("ana");
-    auto e = EquipamentoDe("R-001");
-    auto s = SensorDe(1);
-    Poe(s, AfericaoDe("1", DataDe(1, 1, 2026), DataDe(30, 6, 2026)));
-    Poe(s, AfericaoDe("2", DataDe(1, 7, 2026), DataDe(31, 12, 2026)));
-    Poe(e, s);
-    e = SoNumero(Inclui(ana, e));
-    const int antes = std::stoi(registro.Sql("SELECT COUNT(*) FROM HISTORICO"));
-    s = Novo<SensorED>();
-    s->NroIntSensor = 1;
-    auto a = Novo<AfericaoED>();
-    a->NroIntAfericao = 2;
-    a->Marca = "55";
-    Poe(s, a);
-    Poe(e, s);
-    ASSERT_TRUE(Pede(ana, "altera", e).Feita);
-    EXPECT_EQ(registro.Sql("SELECT COUNT(*) FROM HISTORICO"), std::to_string(antes + 1));
+    IncluiComSensores(ana, {{AfericaoDe("1", DataDe(1, 1, 2026), DataDe(30, 6, 2026)),
+                             AfericaoDe("2", DataDe(1, 7, 2026), DataDe(31, 12, 2026))}});
+    const int antes = std::stoi(Conta("HISTORICO"));
+    const auto mudanca = Poe(SoNumero(1), Poe(SoSensor(1), Com(SoAfericao(2), &AfericaoED::Marca, "55")));
+    ASSERT_TRUE(Pede(ana, "altera", mudanca).Feita);
+    EXPECT_EQ(Conta("HISTORICO"), std::to_string(antes + 1));
     EXPECT_EQ(Abre(ana, 1)->HoraTrans.Valor(), 100000);
     EXPECT_EQ(registro.Sql("SELECT Versao FROM EQUIPAMENTO"), "2");
 }

@@ -1,18 +1,12 @@
 #include "desk/services/Banco.h"
 #include "desk/services/DialetoSQLite.h"
-#include "host/Conversoes.h"
-#include "host/DiaEspecificoED.h"
-#include "host/LimiteDifED.h"
 #include "tests/desk/DiscoDeTeste.h"
-#include "tests/desk/RegistroDeTeste.h"
+#include "tests/desk/ServicosTeste.h"
 #include "tests/support/FalhaLancada.h"
 
 #include <QTemporaryDir>
 
-#include <gtest/gtest.h>
-
 #include <sys/mount.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -25,7 +19,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <vector>
 
 using namespace mesa;
 
@@ -54,7 +47,7 @@ bool TemDiscosProprios()
 
 // A disk that fills up in the middle of an operation: whatever the write at which it does, the operation is refused
 // whole, the registry opens, and the same operation succeeds once there is room.
-class ServicosDisco : public testing::Test {
+class ServicosDisco : public ServicosTeste {
   protected:
     static void SetUpTestSuite() { DiscoDeTeste::Instala(); }
 
@@ -68,11 +61,10 @@ class ServicosDisco : public testing::Test {
         }
         return m_Registro.Sql(sql);
     }
-    // How many refusals there were until it fitted.
-    int Varre(const std::string &fonte, const std::function<void()> &operacao, int passo = 1)
+    // There are at least so many refusals until it fits.
+    void Varre(int recusasAoMenos, const std::string &operacaoDe, const std::function<void()> &operacao, int passo = 1)
     {
-        int recusas = 0;
-        for (int cabem = 0;; cabem += passo) {
+        for (int cabem = 0, recusas = 0; !HasFailure(); cabem += passo, ++recusas) {
             SCOPED_TRACE(cabem);
             const std::string antes = Estado();
             std::optional<Falha> falha;
@@ -89,147 +81,87 @@ class ServicosDisco : public testing::Test {
             EXPECT_EQ(m_Registro.Sql("PRAGMA foreign_key_check"), "");
             if (!falha) {
                 EXPECT_NE(Estado(), antes);
-                return recusas;
+                EXPECT_GE(recusas, recusasAoMenos);
+                return;
             }
-            ++recusas;
-            EXPECT_EQ(falha->Numero, 61);
-            EXPECT_EQ(falha->Descricao, Cheio);
-            EXPECT_EQ(falha->Fonte, fonte);
+            EXPECT_TRUE(FalhaIgual(*falha, 61, "Servicos < " + operacaoDe, Cheio));
             EXPECT_EQ(Estado(), antes);
             Banco(std::make_unique<DialetoSQLite>(), m_Registro.Caminho()); // the registry opens
             operacao();
             EXPECT_NE(Estado(), antes);
-            if (HasFailure()) {
-                return recusas;
-            }
         }
-    }
-    void Pede_(const std::string &metodo, const Ref<Objeto> &pedido)
-    {
-        const Retorno retorno = Pede(m_Ana, metodo, pedido);
-        EXPECT_TRUE(retorno.Feita) << retorno.Recusa;
     }
     std::string Marca() { return std::to_string(++m_Marca); }
 
-    RegistroDeTeste m_Registro;
-    Ref<SessaoServico> m_Ana = m_Registro.Sessao("ana");
     int m_Marca = 0;
 };
 
 TEST_F(ServicosDisco, inclui_AtEveryWrite)
 {
-    EXPECT_GT(Varre("Servicos < SessaoServico.Executa",
-                    [&] {
-                        auto e = EquipamentoDe("R-" + Marca());
-                        auto s = SensorDe(1);
-                        Poe(s, AfericaoDe("1", DataDe(1, 1, 2026), DataDe(30, 6, 2026)));
-                        Poe(s, AfericaoDe("2", DataDe(1, 7, 2026), DataDe(31, 12, 2026)));
-                        Poe(e, s);
-                        Pede_("inclui", e);
-                    }),
-              20);
+    Varre(21, "SessaoServico.Executa", [&] {
+        const auto sensor = Poe(SensorDe(1), AfericaoDe("1", DataDe(1, 1, 2026), DataDe(30, 6, 2026)));
+        Poe(sensor, AfericaoDe("2", DataDe(1, 7, 2026), DataDe(31, 12, 2026)));
+        Faz(m_Ana, "inclui", Poe(EquipamentoDe("R-" + Marca()), sensor));
+    });
 }
 
 TEST_F(ServicosDisco, altera_AtEveryWrite_IsStillMineToRepeat)
 {
     const std::int32_t numero = Inclui(m_Ana, EquipamentoDe("R-1"));
-    EXPECT_GT(Varre("Servicos < SessaoServico.Executa",
-                    [&] {
-                        auto e = SoNumero(numero);
-                        e->Descricao = Marca();
-                        auto s = SensorDe(static_cast<std::int16_t>(m_Marca));
-                        Poe(s, AfericaoDe("1", DataDe(1, 1, 2026), DataDe(30, 6, 2026)));
-                        Poe(e, s);
-                        Pede_("altera", e);
-                    }),
-              10);
+    Varre(11, "SessaoServico.Executa", [&] {
+        const auto e = Com(SoNumero(numero), &EquiptoED::Descricao, Marca());
+        Poe(e, Poe(SensorDe(static_cast<std::int16_t>(m_Marca)),
+                   AfericaoDe("1", DataDe(1, 1, 2026), DataDe(30, 6, 2026))));
+        Faz(m_Ana, "altera", e);
+    });
 }
 
 TEST_F(ServicosDisco, desativaAndReativa_AtEveryWrite)
 {
     const std::int32_t numero = Inclui(m_Ana, EquipamentoDe("R-1"));
     bool ativo = true;
-    EXPECT_GT(Varre("Servicos < SessaoServico.Executa",
-                    [&] {
-                        Pede_(ativo ? "desativa" : "reativa", SoNumero(numero));
-                        ativo = !ativo;
-                    }),
-              3);
+    Varre(4, "SessaoServico.Executa", [&] {
+        Faz(m_Ana, ativo ? "desativa" : "reativa", SoNumero(numero));
+        ativo = !ativo;
+    });
 }
 
 TEST_F(ServicosDisco, LimitsAndDays_AtEveryWrite)
 {
     const std::int32_t numero = Inclui(m_Ana, EquipamentoDe("R-1"));
-    EXPECT_GT(Varre("Servicos < SessaoServico.Executa",
-                    [&] {
-                        auto e = Novo<EquiptoED>();
-                        e->ListaLimiteDif = Novo<Colecao<Ref<LimiteDifED>>>();
-                        ++m_Marca;
-                        for (std::uint8_t dia = 2; dia <= 4; ++dia) {
-                            auto l = Novo<LimiteDifED>();
-                            l->NroIntEquip = numero;
-                            l->Dia = dia;
-                            l->HoraInicio = l->HoraFim = m_Marca / 60 * 100 + m_Marca % 60;
-                            l->VelocPerm = std::int16_t{40};
-                            l->TipoLimite = std::uint8_t{1};
-                            e->ListaLimiteDif.Valor()->Add(l);
-                        }
-                        Pede_("alteraListaLimitesDif", e);
-                    }),
-              5);
-    EXPECT_GT(Varre("Servicos < SessaoServico.Executa",
-                    [&] {
-                        auto d = Novo<DiaEspecificoED>();
-                        d->NroIntEquip = numero;
-                        d->Data = DataDe(1, 1, 2027).MaisDias(++m_Marca);
-                        d->HoraInicio = 0;
-                        d->HoraFim = 2359;
-                        d->VelocPerm = std::int16_t{40};
-                        Pede_("adicionaDiaEspecifico", d);
-                    }),
-              3);
+    Varre(6, "SessaoServico.Executa", [&] {
+        ++m_Marca;
+        const std::int32_t hora = m_Marca / 60 * 100 + m_Marca % 60;
+        const auto limite = [&](std::uint8_t dia) { return LimiteDe(numero, dia, hora, hora); };
+        Faz(m_Ana, "alteraListaLimitesDif", ListaDeLimites({limite(2), limite(3), limite(4)}));
+    });
+    Varre(4, "SessaoServico.Executa",
+          [&] { Faz(m_Ana, "adicionaDiaEspecifico", DiaDe(numero, DataDe(1, 1, 2027).MaisDias(++m_Marca), 0, 2359)); });
 }
 
 TEST_F(ServicosDisco, GuardaDocumento_AtEveryWrite)
 {
-    EXPECT_GT(Varre("Servicos < SessaoServico.GuardaDocumento",
-                    [&] {
-                        double numero = 0;
-                        std::string recusa;
-                        EXPECT_TRUE(m_Ana->GuardaDocumento(Pdf(Marca(), 60000), numero, recusa)) << recusa;
-                        Bytes lidos;
-                        EXPECT_TRUE(m_Ana->LeDocumento(numero, lidos, recusa)) << recusa;
-                        EXPECT_EQ(lidos, Pdf(std::to_string(m_Marca), 60000));
-                    }),
-              30);
+    Varre(31, "SessaoServico.GuardaDocumento", [&] {
+        const Bytes pdf = Pdf(Marca(), 60000);
+        EXPECT_EQ(Le(m_Ana, Guarda(m_Ana, pdf)), pdf);
+    });
 }
 
 // A document beyond what the database holds in memory is written to the disk before it is confirmed.
 TEST_F(ServicosDisco, GuardaDocumento_OfTheLargestSize_AtManyWrites)
 {
-    EXPECT_GT(Varre(
-                  "Servicos < SessaoServico.GuardaDocumento",
-                  [&] {
-                      double numero = 0;
-                      std::string recusa;
-                      EXPECT_TRUE(m_Ana->GuardaDocumento(Pdf(Marca(), 5242880), numero, recusa)) << recusa;
-                  },
-                  211),
-              10);
+    Varre(
+        11, "SessaoServico.GuardaDocumento", [&] { Guarda(m_Ana, Pdf(Marca(), 5242880)); }, 211);
 }
 
 TEST_F(ServicosDisco, CadastraUsuario_AtEveryWrite)
 {
-    EXPECT_GT(Varre(
-                  "Servicos < Servicos.CadastraUsuario",
-                  [&] {
-                      ++m_Marca;
-                      m_Registro.Aberto().CadastraUsuario(
-                          {100 + m_Marca, "novo" + std::to_string(m_Marca), "Novo", 1, "DETRAN/RS", "Fiscalização", 0},
-                          "senha", {"", "I"});
-                  },
-                  3),
-              3);
+    const auto cadastra = [&] {
+        const std::string nome = "novo" + Marca();
+        m_Registro.Aberto().CadastraUsuario({100 + m_Marca, nome, "Novo", 1, "DETRAN/RS", "Fiscalização", 0}, "senha",
+                                            {"", "I"});
+    };
+    Varre(4, "Servicos.CadastraUsuario", cadastra, 3);
 }
 
 TEST_F(ServicosDisco, Entra_OnAFullDisk_IsRefusedAndCountsNoWrongPassword)
@@ -249,35 +181,28 @@ TEST_F(ServicosDisco, Reading_OnAFullDisk_GoesOn)
     const double documento = GuardaPdf(m_Ana, "x");
     const DiscoDeTeste disco(0);
     EXPECT_EQ(Abre(m_Ana, numero)->Codigo.Valor(), "R-1");
-    Bytes lidos;
-    std::string recusa;
-    EXPECT_TRUE(m_Ana->LeDocumento(documento, lidos, recusa)) << recusa;
+    EXPECT_EQ(Le(m_Ana, documento), Pdf("x"));
     EXPECT_FALSE(disco.Recusou());
 }
 
 TEST_F(ServicosDisco, Abre_OfANewRegistry_AtManyWrites_LeavesOneThatOpens)
 {
     int recusas = 0;
-    for (int cabem = 0;; cabem += 7) {
-        SCOPED_TRACE(cabem);
+    for (bool abriu = false; !abriu && !HasFailure();) {
+        SCOPED_TRACE(recusas);
         const QTemporaryDir diretorio;
-        const std::string caminho = diretorio.filePath("r.db").toStdString();
-        const auto agora = [] { return DataDe(20, 11, 2026); };
-        bool abriu = true;
-        {
-            const DiscoDeTeste disco(cabem);
-            try {
-                Servicos::Abre(caminho, agora);
-            } catch (const Falha &falha) {
-                abriu = false;
-                EXPECT_EQ(falha.Descricao, Cheio);
-            }
+        const auto abre = [&] {
+            return Servicos::Abre(diretorio.filePath("r.db").toStdString(), [] { return DataDe(20, 11, 2026); });
+        };
+        try {
+            const DiscoDeTeste disco(7 * recusas);
+            abre();
+            abriu = true;
+        } catch (const Falha &falha) {
+            ++recusas;
+            EXPECT_EQ(falha.Descricao, Cheio);
         }
-        EXPECT_TRUE(Servicos::Abre(caminho, agora)->Vazio());
-        if (abriu || HasFailure()) {
-            break;
-        }
-        ++recusas;
+        EXPECT_TRUE(abre()->Vazio());
     }
     EXPECT_GT(recusas, 5);
 }
@@ -286,13 +211,12 @@ TEST_F(ServicosDisco, Write_ThatFailsOtherwise_SaysSo)
 {
     {
         const DiscoDeTeste disco(1, SQLITE_IOERR_WRITE);
-        const Falha falha = FalhaLancada([&] { Inclui(m_Ana, EquipamentoDe("R-1")); });
-        EXPECT_EQ(falha.Numero, 75);
-        EXPECT_EQ(falha.Descricao,
-                  "O disco em que está o registro não aceitou a gravação (disk I/O error). Nada foi gravado: confira o "
-                  "espaço e o disco e tente de novo.");
+        EXPECT_TRUE(Lanca(75, "Servicos < SessaoServico.Executa",
+                          "O disco em que está o registro não aceitou a gravação (disk I/O error). Nada foi gravado: "
+                          "confira o espaço e o disco e tente de novo.",
+                          [&] { Inclui(m_Ana, EquipamentoDe("R-1")); }));
     }
-    EXPECT_EQ(m_Registro.Sql("SELECT COUNT(*) FROM EQUIPAMENTO"), "0");
+    EXPECT_EQ(Linhas("EQUIPAMENTO"), "0");
     EXPECT_EQ(Inclui(m_Ana, EquipamentoDe("R-1")), 1);
 }
 
@@ -300,17 +224,15 @@ TEST_F(ServicosDisco, Synchronisation_ThatFails_IsRefusedAndLeavesNoHalf)
 {
     const std::int32_t numero = Inclui(m_Ana, EquipamentoDe("R-1"));
     const std::string antes = Estado();
-    auto e = SoNumero(numero);
-    e->Descricao = "Outra";
-    Poe(e, SensorDe(1));
+    const auto e = Poe(Com(SoNumero(numero), &EquiptoED::Descricao, "Outra"), SensorDe(1));
     {
         const DiscoDeTeste disco(0, SQLITE_IOERR_FSYNC);
-        const Falha falha = FalhaLancada([&] { Pede(m_Ana, "altera", e); });
-        EXPECT_EQ(falha.Numero, 75);
-        EXPECT_EQ(falha.Descricao, "Não foi possível ler ou gravar o arquivo do registro (disk I/O error).");
+        EXPECT_TRUE(Lanca(75, "Servicos < SessaoServico.Executa",
+                          "Não foi possível ler ou gravar o arquivo do registro (disk I/O error).",
+                          [&] { Pede(m_Ana, "altera", e); }));
     }
     EXPECT_EQ(Estado(), antes);
-    EXPECT_TRUE(Pede(m_Ana, "altera", e).Feita);
+    Faz(m_Ana, "altera", e);
     EXPECT_EQ(m_Registro.Sql("PRAGMA integrity_check"), "ok");
 }
 
@@ -319,12 +241,8 @@ TEST_F(ServicosDisco, Directory_ThatWentAway_EveryWriteIsRefused)
 {
     const std::int32_t numero = Inclui(m_Ana, EquipamentoDe("R-1"));
     std::filesystem::remove_all(std::filesystem::path(m_Registro.Caminho()).parent_path());
-    auto e = SoNumero(numero);
-    e->Descricao = "Outra";
-    const Falha falha = FalhaLancada([&] { Pede(m_Ana, "altera", e); });
-    EXPECT_EQ(falha.Numero, 75);
-    EXPECT_EQ(falha.Descricao, Mudado);
-    EXPECT_EQ(falha.Fonte, "Servicos < SessaoServico.Executa");
+    EXPECT_TRUE(Lanca(75, "Servicos < SessaoServico.Executa", Mudado,
+                      [&] { Pede(m_Ana, "altera", Com(SoNumero(numero), &EquiptoED::Descricao, "Outra")); }));
     EXPECT_EQ(FalhaLancada([&] { GuardaPdf(m_Ana, "x"); }).Descricao, Mudado);
     EXPECT_EQ(Abre(m_Ana, numero)->Descricao.Valor(), "Av. Ipiranga, sentido centro"); // may still be looked at
 }
@@ -338,7 +256,7 @@ TEST_F(ServicosDisco, Registry_ReplacedByAnother_TakesNoWriteOfTheOldOne)
     }
     const auto novo = Servicos::Abre(caminho, [] { return DataDe(20, 11, 2026); });
     EXPECT_EQ(FalhaLancada([&] { Inclui(m_Ana, EquipamentoDe("R-2")); }).Descricao, Mudado);
-    EXPECT_EQ(m_Registro.Sql("SELECT COUNT(*) FROM EQUIPAMENTO"), "0");
+    EXPECT_EQ(Linhas("EQUIPAMENTO"), "0");
 }
 
 // The real thing, where the system lets a process have a small disk of its own.

@@ -1,6 +1,4 @@
-#include "tests/desk/RegistroDeTeste.h"
-
-#include <gtest/gtest.h>
+#include "tests/desk/ServicosTeste.h"
 
 #include <cmath>
 #include <fstream>
@@ -15,20 +13,12 @@ namespace {
 
 constexpr std::size_t Maior = 5242880;
 
-class ServicosDocumentos : public testing::Test {
-  protected:
-    std::string RecusaDe(const Bytes &bytes)
-    {
-        double numero = 77;
-        std::string recusa;
-        EXPECT_FALSE(m_Ana->GuardaDocumento(bytes, numero, recusa));
-        EXPECT_EQ(numero, 77); // untouched
-        return recusa;
-    }
-    static Bytes DeTexto(const std::string &texto) { return Bytes(texto.begin(), texto.end()); }
+constexpr const char *Danificado =
+    "O documento de número 1 está danificado no registro: recupere-o de uma cópia de segurança.";
 
-    RegistroDeTeste m_Registro;
-    Ref<SessaoServico> m_Ana = m_Registro.Sessao("ana");
+class ServicosDocumentos : public ServicosTeste {
+  protected:
+    static Bytes DeTexto(const std::string &texto) { return Bytes(texto.begin(), texto.end()); }
 };
 
 TEST_F(ServicosDocumentos, Stored_ComesBackByteForByte)
@@ -37,81 +27,53 @@ TEST_F(ServicosDocumentos, Stored_ComesBackByteForByte)
     for (int byte = 0; byte < 256; ++byte) {
         todos.insert(todos.begin() + 9, static_cast<std::uint8_t>(byte));
     }
-    double numero = 0;
-    std::string recusa;
-    ASSERT_TRUE(m_Ana->GuardaDocumento(todos, numero, recusa)) << recusa;
-    EXPECT_EQ(numero, 1);
+    EXPECT_EQ(Guarda(m_Ana, todos), 1);
     EXPECT_EQ(GuardaPdf(m_Ana, "outro"), 2);
     m_Registro.Reabre();
-    Bytes lidos;
-    ASSERT_TRUE(m_Registro.Sessao("bruno")->LeDocumento(1, lidos, recusa)) << recusa;
-    EXPECT_EQ(lidos, todos);
+    EXPECT_EQ(Le(m_Registro.Sessao("bruno"), 1), todos);
 }
 
 TEST_F(ServicosDocumentos, Size_UpToTheLimit)
 {
-    double numero = 0;
-    std::string recusa;
-    EXPECT_TRUE(m_Ana->GuardaDocumento(Pdf("grande", Maior), numero, recusa)) << recusa;
-    Bytes lidos;
-    ASSERT_TRUE(m_Ana->LeDocumento(numero, lidos, recusa));
-    EXPECT_EQ(lidos.size(), Maior);
-    EXPECT_EQ(RecusaDe(Pdf("grande", Maior + 1)), "O documento ultrapassa o tamanho máximo de 5 Mb (5242881 bytes).");
-    EXPECT_EQ(RecusaDe({}), "O documento está vazio.");
+    EXPECT_EQ(Le(m_Ana, Guarda(m_Ana, Pdf("grande", Maior))).size(), Maior);
+    EXPECT_EQ(RecusaAoGuardar(m_Ana, Pdf("grande", Maior + 1)),
+              "O documento ultrapassa o tamanho máximo de 5 Mb (5242881 bytes).");
+    EXPECT_EQ(RecusaAoGuardar(m_Ana, {}), "O documento está vazio.");
 }
 
 TEST_F(ServicosDocumentos, Content_ThatIsNoPdf_IsRefused)
 {
-    const std::string recusa = "O documento não é um PDF completo: confira o arquivo e envie de novo.";
-    EXPECT_EQ(RecusaDe(DeTexto("isto não é")), recusa);
-    EXPECT_EQ(RecusaDe(DeTexto("%PDF-1.4 sem fim")), recusa);
-    EXPECT_EQ(RecusaDe(DeTexto("sem começo %%EOF")), recusa);
-    EXPECT_EQ(RecusaDe(DeTexto(std::string(1024, ' ') + "%PDF-1.4 %%EOF")), recusa);
-    EXPECT_EQ(RecusaDe(DeTexto("%PDF-1.4 %%EOF" + std::string(1024, ' '))), recusa);
-    EXPECT_EQ(m_Registro.Sql("SELECT COUNT(*) FROM DOCUMENTO"), "0");
-    double numero = 0;
-    std::string motivo;
-    EXPECT_TRUE(m_Ana->GuardaDocumento(
-        DeTexto(std::string(1019, ' ') + "%PDF-" + std::string(5000, 'x') + "%%EOF" + std::string(1019, '\n')), numero,
-        motivo))
-        << motivo;
+    for (const std::string &texto :
+         {std::string("isto não é"), std::string("%PDF-1.4 sem fim"), std::string("sem começo %%EOF"),
+          std::string(1024, ' ') + "%PDF-1.4 %%EOF", "%PDF-1.4 %%EOF" + std::string(1024, ' ')}) {
+        EXPECT_EQ(RecusaAoGuardar(m_Ana, DeTexto(texto)),
+                  "O documento não é um PDF completo: confira o arquivo e envie de novo.")
+            << texto;
+    }
+    EXPECT_EQ(Linhas("DOCUMENTO"), "0");
+    Guarda(m_Ana,
+           DeTexto(std::string(1019, ' ') + "%PDF-" + std::string(5000, 'x') + "%%EOF" + std::string(1019, '\n')));
 }
 
 TEST_F(ServicosDocumentos, Number_ThatIsNone_IsRefused)
 {
     GuardaPdf(m_Ana, "x");
-    Bytes lidos = {1};
-    std::string recusa;
-    EXPECT_FALSE(m_Ana->LeDocumento(9, lidos, recusa));
-    EXPECT_EQ(recusa, "O documento de número 9 não existe no cliente DETRAN/RS.");
-    EXPECT_EQ(lidos, Bytes{1});
+    EXPECT_EQ(RecusaAoLer(m_Ana, 9), "O documento de número 9 não existe no cliente DETRAN/RS.");
     for (const double numero : {0.0, -1.0, 1.5, 1e300, std::numeric_limits<double>::infinity()}) {
-        EXPECT_FALSE(m_Ana->LeDocumento(numero, lidos, recusa)) << numero;
+        RecusaAoLer(m_Ana, numero);
     }
-    EXPECT_FALSE(m_Ana->LeDocumento(std::nan(""), lidos, recusa));
-    EXPECT_EQ(recusa, "O documento de número inválido não existe no cliente DETRAN/RS.");
+    EXPECT_EQ(RecusaAoLer(m_Ana, std::nan("")), "O documento de número inválido não existe no cliente DETRAN/RS.");
 }
 
-TEST_F(ServicosDocumentos, OfAnotherClient_IsNotRead)
+TEST_F(ServicosDocumentos, OfAnotherClientOrWithoutPermission_IsRefused)
 {
     const double numero = GuardaPdf(m_Ana, "x");
-    Bytes lidos;
-    std::string recusa;
-    EXPECT_FALSE(m_Registro.Sessao("elisa")->LeDocumento(numero, lidos, recusa));
-    EXPECT_EQ(recusa, "O documento de número 1 não existe no cliente EPTC.");
-}
-
-TEST_F(ServicosDocumentos, Permissions_AreAsked)
-{
-    double numero = GuardaPdf(m_Ana, "x");
-    Bytes lidos;
-    std::string recusa;
-    EXPECT_FALSE(m_Registro.Sessao("carla")->LeDocumento(numero, lidos, recusa));
-    EXPECT_EQ(recusa, "Carla Dias não tem permissão para ver documentos.");
-    EXPECT_FALSE(m_Registro.Sessao("bruno")->GuardaDocumento(Pdf("y"), numero, recusa));
-    EXPECT_EQ(recusa, "Bruno Lima não tem permissão para guardar documentos.");
-    EXPECT_TRUE(m_Registro.Sessao("inês")->GuardaDocumento(Pdf("y"), numero, recusa)) << recusa;
-    EXPECT_TRUE(m_Registro.Sessao("alice")->GuardaDocumento(Pdf("y"), numero, recusa)) << recusa;
+    EXPECT_EQ(RecusaAoLer(m_Registro.Sessao("elisa"), numero), "O documento de número 1 não existe no cliente EPTC.");
+    EXPECT_EQ(RecusaAoLer(m_Registro.Sessao("carla"), numero), "Carla Dias não tem permissão para ver documentos.");
+    EXPECT_EQ(RecusaAoGuardar(m_Registro.Sessao("bruno"), Pdf("y")),
+              "Bruno Lima não tem permissão para guardar documentos.");
+    Guarda(m_Registro.Sessao("inês"), Pdf("y"));
+    Guarda(m_Registro.Sessao("alice"), Pdf("y"));
 }
 
 TEST_F(ServicosDocumentos, Document_IsNeverChanged)
@@ -126,28 +88,17 @@ TEST_F(ServicosDocumentos, Document_DamagedInTheFile_IsRefusedWhenRead)
     const double numero = GuardaPdf(m_Ana, "x");
     m_Registro.Sql("DROP TRIGGER DOCUMENTO_SEM_UPDATE; "
                    "UPDATE DOCUMENTO SET Conteudo = CAST(replace(CAST(Conteudo AS TEXT), 'x', 'y') AS BLOB)");
-    Bytes lidos;
-    std::string recusa;
-    EXPECT_FALSE(m_Ana->LeDocumento(numero, lidos, recusa));
-    EXPECT_EQ(recusa, "O documento de número 1 está danificado no registro: recupere-o de uma cópia de segurança.");
-    EXPECT_TRUE(lidos.empty());
+    EXPECT_EQ(RecusaAoLer(m_Ana, numero), Danificado);
 }
 
 TEST_F(ServicosDocumentos, Document_WhoseChecksumOrSizeIsNotItsOwn_IsRefusedWhenRead)
 {
-    const std::string recusaEsperada =
-        "O documento de número 1 está danificado no registro: recupere-o de uma cópia de segurança.";
     const double numero = GuardaPdf(m_Ana, "x");
-    Bytes lidos;
-    std::string recusa;
     m_Registro.Sql("DROP TRIGGER DOCUMENTO_SEM_UPDATE; UPDATE DOCUMENTO SET Sha256 = substr(Sha256, 2) || 'x'");
-    EXPECT_FALSE(m_Ana->LeDocumento(numero, lidos, recusa));
-    EXPECT_EQ(recusa, recusaEsperada);
+    EXPECT_EQ(RecusaAoLer(m_Ana, numero), Danificado);
     EXPECT_THROW(m_Registro.Sql("UPDATE DOCUMENTO SET Tamanho = Tamanho + 1"), std::runtime_error);
     m_Registro.Sql("PRAGMA ignore_check_constraints = ON; UPDATE DOCUMENTO SET Tamanho = Tamanho + 1");
-    recusa.clear();
-    EXPECT_FALSE(m_Ana->LeDocumento(numero, lidos, recusa));
-    EXPECT_EQ(recusa, recusaEsperada);
+    EXPECT_EQ(RecusaAoLer(m_Ana, numero), Danificado);
 }
 
 // As a failing disk does it: a byte of the file itself, which no trigger sees.
@@ -166,17 +117,12 @@ TEST_F(ServicosDocumentos, Document_DamagedByTheDisk_IsRefusedWhenRead)
         arquivo.put('U');
     }
     m_Registro.Reabre();
-    Bytes lidos;
-    std::string recusa;
-    EXPECT_FALSE(m_Registro.Sessao("ana")->LeDocumento(numero, lidos, recusa));
-    EXPECT_EQ(recusa, "O documento de número 1 está danificado no registro: recupere-o de uma cópia de segurança.");
+    EXPECT_EQ(RecusaAoLer(m_Registro.Sessao("ana"), numero), Danificado);
 }
 
 TEST_F(ServicosDocumentos, Checksum_IsThatOfTheContent)
 {
-    double numero = 0;
-    std::string recusa;
-    ASSERT_TRUE(m_Ana->GuardaDocumento(DeTexto("%PDF-%%EOF"), numero, recusa));
+    Guarda(m_Ana, DeTexto("%PDF-%%EOF"));
     EXPECT_EQ(m_Registro.Sql("SELECT Sha256 FROM DOCUMENTO"),
               "bfa46a6395a5ff9b24b500aa7b859b9cf7c2d1eaca67a66ef03f3355276a5f6e");
     EXPECT_EQ(m_Registro.Sql("SELECT Tamanho FROM DOCUMENTO"), "10");

@@ -3,7 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <string>
+#include <vector>
 
 using namespace mesa;
 
@@ -17,13 +19,34 @@ class ServicosEntrada : public testing::Test {
     {
         return static_cast<bool>(m_Registro.Aberto().Entra(usuario, senha, m_Recusa, m_Espera));
     }
+    // Whoever is refused is told this, and has to wait so many seconds before another try.
+    void EsperaRecusa(const std::string &usuario, const std::string &senha, std::int32_t espera,
+                      const std::string &recusa = "Usuário ou senha incorretos.")
+    {
+        EXPECT_FALSE(Entra(usuario, senha)) << usuario;
+        EXPECT_EQ(m_Espera, espera) << usuario;
+        EXPECT_EQ(m_Recusa, recusa) << usuario;
+    }
+    // Without a word: a wrong password, again and again.
+    void Erra(const std::string &usuario, int vezes)
+    {
+        for (int vez = 0; vez < vezes; ++vez) {
+            Entra(usuario, "x");
+        }
+    }
+    std::function<void()> Cadastra(const Operador &quem)
+    {
+        return [=, this] { m_Registro.Aberto().CadastraUsuario(quem, "s", std::vector<std::string>()); };
+    }
+    static std::string Aguarde(const std::string &tempo)
+    {
+        return "Foram muitas tentativas com senha incorreta. Aguarde " + tempo + " e tente de novo.";
+    }
 
     RegistroDeTeste m_Registro;
     std::string m_Recusa;
     std::int32_t m_Espera = 0;
 };
-
-const std::string Incorretos = "Usuário ou senha incorretos.";
 
 TEST_F(ServicosEntrada, Entra_WithThePassword_GivesTheOperator)
 {
@@ -44,92 +67,61 @@ TEST_F(ServicosEntrada, Entra_WithThePassword_GivesTheOperator)
 
 TEST_F(ServicosEntrada, Entra_WrongPasswordOrName_SaysTheSame)
 {
-    EXPECT_FALSE(Entra("ana", "Senha de ana"));
-    EXPECT_EQ(m_Recusa, Incorretos);
-    EXPECT_FALSE(Entra("ninguém", "senha de ana"));
-    EXPECT_EQ(m_Recusa, Incorretos);
-    EXPECT_FALSE(Entra(std::string(200, 'a'), "senha de ana"));
-    EXPECT_EQ(m_Recusa, Incorretos);
-    EXPECT_FALSE(Entra("' OR 1 = 1 --", "x"));
-    EXPECT_EQ(m_Recusa, Incorretos);
-    EXPECT_FALSE(Entra("", "x"));
-    EXPECT_EQ(m_Recusa, "Informe o usuário e a senha.");
-    EXPECT_FALSE(Entra("ana", ""));
-    EXPECT_EQ(m_Recusa, "Informe o usuário e a senha.");
+    EsperaRecusa("ana", "Senha de ana", 0);
+    EsperaRecusa("ninguém", "senha de ana", 0);
+    EsperaRecusa(std::string(200, 'a'), "senha de ana", 0);
+    EsperaRecusa("' OR 1 = 1 --", "x", 0);
+    EsperaRecusa("", "x", 0, "Informe o usuário e a senha.");
+    EsperaRecusa("ana", "", 0, "Informe o usuário e a senha.");
+    m_Registro.Sql("UPDATE USUARIO SET Ativo = 2");
+    EsperaRecusa("ana", "senha de ana", 0);
 }
 
 TEST_F(ServicosEntrada, Entra_WrongAgainAndAgain_SlowsDown)
 {
-    EXPECT_FALSE(Entra("ana", "x"));
-    EXPECT_EQ(m_Espera, 0);
-    EXPECT_FALSE(Entra("ana", "x"));
-    EXPECT_EQ(m_Espera, 0);
-    EXPECT_FALSE(Entra("ana", "x"));
-    EXPECT_EQ(m_Espera, 5);
-    EXPECT_EQ(m_Recusa, Incorretos);
-
+    EsperaRecusa("ana", "x", 0);
+    EsperaRecusa("ana", "x", 0);
+    EsperaRecusa("ana", "x", 5);
     m_Registro.PassaSegundos(4);
-    EXPECT_FALSE(Entra("ana", "senha de ana")); // not even the right one is tried
-    EXPECT_EQ(m_Espera, 1);
-    EXPECT_EQ(m_Recusa, "Foram muitas tentativas com senha incorreta. Aguarde 1 segundo e tente de novo.");
+    EsperaRecusa("ana", "senha de ana", 1, Aguarde("1 segundo")); // not even the right one is tried
     m_Registro.PassaSegundos(1);
-    EXPECT_FALSE(Entra("ana", "x"));
-    EXPECT_EQ(m_Espera, 10);
-    EXPECT_FALSE(Entra("ana", "x"));
-    EXPECT_EQ(m_Recusa, "Foram muitas tentativas com senha incorreta. Aguarde 10 segundos e tente de novo.");
+    EsperaRecusa("ana", "x", 10);
+    EsperaRecusa("ana", "x", 10, Aguarde("10 segundos"));
     m_Registro.PassaSegundos(10);
-    EXPECT_FALSE(Entra("ana", "x"));
-    EXPECT_EQ(m_Espera, 20);
+    EsperaRecusa("ana", "x", 20);
 }
 
 TEST_F(ServicosEntrada, Entra_SlowDown_HasAnEnd)
 {
     for (int vez = 0; vez < 20; ++vez) {
-        Entra("ana", "x");
+        Erra("ana", 1);
         m_Registro.PassaSegundos(301);
     }
-    EXPECT_FALSE(Entra("ana", "x"));
-    EXPECT_EQ(m_Espera, 300);
+    EsperaRecusa("ana", "x", 300);
 }
 
 TEST_F(ServicosEntrada, Entra_SlowDown_OutlivesTheProgramAndEndsWithThePassword)
 {
-    for (int vez = 0; vez < 3; ++vez) {
-        Entra("ana", "x");
-    }
+    Erra("ana", 3);
     m_Registro.Reabre();
-    EXPECT_FALSE(Entra("ANA", "senha de ana"));
-    EXPECT_EQ(m_Espera, 5);
+    EsperaRecusa("ANA", "senha de ana", 5, Aguarde("5 segundos"));
     m_Registro.PassaSegundos(5);
     EXPECT_TRUE(Entra("ana", "senha de ana"));
-    EXPECT_FALSE(Entra("ana", "x"));
-    EXPECT_EQ(m_Espera, 0); // counted from the start again
+    EsperaRecusa("ana", "x", 0); // counted from the start again
 }
 
 TEST_F(ServicosEntrada, Entra_SlowDown_IsOfOneNameOnly)
 {
-    for (int vez = 0; vez < 3; ++vez) {
-        Entra("ninguém", "x");
-    }
+    Erra("ninguém", 3);
     EXPECT_EQ(m_Espera, 5); // an unknown name slows down as well
     EXPECT_TRUE(Entra("ana", "senha de ana"));
 }
 
 TEST_F(ServicosEntrada, Entra_ClockSetBack_DoesNotLengthenTheWait)
 {
-    for (int vez = 0; vez < 3; ++vez) {
-        Entra("ana", "x");
-    }
+    Erra("ana", 3);
     m_Registro.PassaSegundos(-86400);
-    EXPECT_FALSE(Entra("ana", "senha de ana"));
-    EXPECT_EQ(m_Espera, 5);
-}
-
-TEST_F(ServicosEntrada, Entra_DeactivatedUser_IsRefused)
-{
-    m_Registro.Sql("UPDATE USUARIO SET Ativo = 2");
-    EXPECT_FALSE(Entra("ana", "senha de ana"));
-    EXPECT_EQ(m_Recusa, Incorretos);
+    EsperaRecusa("ana", "senha de ana", 5, Aguarde("5 segundos"));
 }
 
 TEST_F(ServicosEntrada, Password_IsStoredAsAnArgon2idHash)
@@ -162,28 +154,22 @@ TEST_F(ServicosEntrada, CadastraUsuario_WithoutANumber_GetsTheOneBehindTheHighes
 
 TEST_F(ServicosEntrada, CadastraUsuario_Again_RaisesAFault)
 {
-    const Falha falha = FalhaLancada([&] {
-        m_Registro.Aberto().CadastraUsuario({9, "Ana", "X", 1, "", "", 0}, "s", {});
-    });
-    EXPECT_EQ(falha.Numero, 457);
-    EXPECT_EQ(falha.Descricao, "Já existe o usuário Ana, ou outro de número 9.");
-    EXPECT_EQ(falha.Fonte, "Servicos < Servicos.CadastraUsuario");
+    EXPECT_TRUE(Lanca(457, "Servicos < Servicos.CadastraUsuario", "Já existe o usuário Ana, ou outro de número 9.",
+                      Cadastra({9, "Ana", "X", 1, "", "", 0})));
 }
 
 TEST_F(ServicosEntrada, CadastraUsuario_OfNoClient_RaisesAFault)
 {
-    EXPECT_EQ(FalhaLancada([&] {
-                  m_Registro.Aberto().CadastraUsuario({9, "zé", "Zé", 77, "", "", 0}, "s", {});
-              }).Numero,
-              51);
+    EXPECT_TRUE(Lanca(51, "Servicos < Servicos.CadastraUsuario", Cadastra({9, "zé", "Zé", 77, "", "", 0})));
     EXPECT_EQ(m_Registro.Sql("SELECT COUNT(*) FROM USUARIO"), "1");
 }
 
 TEST_F(ServicosEntrada, CadastraCliente_Again_RaisesAFault)
 {
-    const Falha falha = FalhaLancada([&] { m_Registro.Aberto().CadastraCliente({1, "NOVO", {}}); });
-    EXPECT_EQ(falha.Numero, 457);
-    EXPECT_EQ(falha.Descricao, "Já existe o cliente NOVO, ou outro de código 1.");
+    EXPECT_TRUE(
+        Lanca(457, "Servicos < Servicos.CadastraCliente", "Já existe o cliente NOVO, ou outro de código 1.", [&] {
+            m_Registro.Aberto().CadastraCliente({1, "NOVO", std::vector<std::string>()});
+        }));
 }
 
 TEST_F(ServicosEntrada, Vazio_UntilTheFirstUser)

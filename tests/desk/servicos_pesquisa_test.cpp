@@ -1,40 +1,39 @@
 #include "desk/services/TextoBusca.h"
 #include "host/Conversoes.h"
-#include "tests/desk/RegistroDeTeste.h"
+#include "tests/desk/ServicosTeste.h"
 
-#include <gtest/gtest.h>
-
-#include <functional>
 #include <string>
+#include <type_traits>
+#include <utility>
 
 using namespace mesa;
 
 namespace {
 
-class ServicosPesquisa : public testing::Test {
+template <class T> using Criterio = Campo<T> ListaEquiptoED::*;
+
+class ServicosPesquisa : public ServicosTeste {
   protected:
-    void Poe(const std::string &codigo, const std::function<void(EquiptoED &)> &mudanca = {})
+    void Poe(const std::string &codigo, std::uint8_t medidor = 1, const std::string &tipo = "P")
     {
-        auto e = EquipamentoDe(codigo);
-        if (mudanca) {
-            mudanca(*e);
-        }
-        Inclui(m_Ana, e);
+        Inclui(m_Ana, Com(EquipamentoDe(codigo), &EquiptoED::TipoAgente, medidor, &EquiptoED::TipoEquip, tipo));
     }
-    Ref<ListaEquiptoED> Lista(const std::function<void(ListaEquiptoED &)> &filtro = {})
+    Ref<ListaEquiptoED> Lista(const Ref<ListaEquiptoED> &pedido = Novo<ListaEquiptoED>())
     {
-        auto pedido = Novo<ListaEquiptoED>();
-        if (filtro) {
-            filtro(*pedido);
-        }
-        const Retorno retorno = Pede(m_Ana, "lista2", pedido);
-        EXPECT_TRUE(retorno.Feita) << retorno.Recusa;
-        return retorno.Como<ListaEquiptoED>();
+        return Faz(m_Ana, "lista2", pedido).Como<ListaEquiptoED>();
+    }
+    Ref<ListaEquiptoED> Pagina(std::int32_t primeiro)
+    {
+        return Lista(Com(Novo<ListaEquiptoED>(), &ListaEquiptoED::ProxNroIntEquip, primeiro));
+    }
+    template <class T> std::string CodigosDe(Criterio<T> criterio, std::type_identity_t<T> valor)
+    {
+        return Codigos(Com(Novo<ListaEquiptoED>(), criterio, valor));
     }
     // Codes found, in their order.
-    std::string Codigos(const std::function<void(ListaEquiptoED &)> &filtro = {})
+    std::string Codigos(const Ref<ListaEquiptoED> &pedido = Novo<ListaEquiptoED>())
     {
-        const auto lista = Lista(filtro);
+        const auto lista = Lista(pedido);
         if (!lista->Equipamentos.Escrito()) {
             return "absent";
         }
@@ -58,9 +57,6 @@ class ServicosPesquisa : public testing::Test {
             "NroIntRejLimDif, Ativo, ClienteTrans, OperadorTrans, DataTrans, HoraTrans, TipoAgente, txtObsNotif, "
             "printf('%06d', i), printf('%06d', i), SubCodigoBusca, TrabFoto, 1 FROM n, modelo");
     }
-
-    RegistroDeTeste m_Registro;
-    Ref<SessaoServico> m_Ana = m_Registro.Sessao("ana");
 };
 
 TEST_F(ServicosPesquisa, NothingFound_ListIsAbsent)
@@ -88,14 +84,11 @@ TEST_F(ServicosPesquisa, Rows_CarryWhatTheListShows)
 
 TEST_F(ServicosPesquisa, Codes_MatchFromTheirBeginningWithoutCaseAndAccents)
 {
-    Poe("São-1", [](EquiptoED &e) { e.SubCodigo = "Çá_9"; });
-    Poe("SAO-2");
-    Poe("x-são", [](EquiptoED &e) { e.SubCodigo = "ca_1"; });
-    Poe("SA");
-    const auto codigo = [&](const std::string &texto) { return Codigos([&](ListaEquiptoED &l) { l.Codigo = texto; }); };
-    const auto subcodigo = [&](const std::string &texto) {
-        return Codigos([&](ListaEquiptoED &l) { l.SubCodigo = texto; });
-    };
+    for (const auto &[codigo, subcodigo] : {std::pair("São-1", "Çá_9"), {"SAO-2", ""}, {"x-são", "ca_1"}, {"SA", ""}}) {
+        Inclui(m_Ana, Com(EquipamentoDe(codigo), &EquiptoED::SubCodigo, subcodigo));
+    }
+    const auto codigo = [&](const std::string &texto) { return CodigosDe(&ListaEquiptoED::Codigo, texto); };
+    const auto subcodigo = [&](const std::string &texto) { return CodigosDe(&ListaEquiptoED::SubCodigo, texto); };
     EXPECT_EQ(codigo("sao"), "São-1 SAO-2");
     EXPECT_EQ(codigo("SÃO"), "São-1 SAO-2");
     EXPECT_EQ(codigo("são-2"), "SAO-2");
@@ -111,46 +104,32 @@ TEST_F(ServicosPesquisa, Codes_MatchFromTheirBeginningWithoutCaseAndAccents)
 
 TEST_F(ServicosPesquisa, Filters_NarrowByWhatIsSent)
 {
-    Poe("P1", [](EquiptoED &e) { e.SetorInc = "Metrologia"; });
-    Poe("R1", [](EquiptoED &e) {
-        e.TipoEquip = "R";
-        e.TipoAgente = std::uint8_t{2};
-    });
-    Poe("E1", [](EquiptoED &e) {
-        e.TipoEquip = "E";
-        e.TipoAgente = std::uint8_t{3};
-    });
+    Inclui(m_Ana, Com(EquipamentoDe("P1"), &EquiptoED::SetorInc, "Metrologia"));
+    Poe("R1", 2, "R");
+    Poe("E1", 3, "E");
     Poe("P2");
-    ASSERT_TRUE(Pede(m_Ana, "desativa", SoNumero(4)).Feita);
+    Faz(m_Ana, "desativa", SoNumero(4));
     EXPECT_EQ(Codigos(), "P1 R1 E1 P2");
-    EXPECT_EQ(Codigos([](ListaEquiptoED &l) { l.Ativo = std::uint8_t{1}; }), "P1 R1 E1");
-    EXPECT_EQ(Codigos([](ListaEquiptoED &l) { l.Ativo = std::uint8_t{2}; }), "P2");
-    EXPECT_EQ(Codigos([](ListaEquiptoED &l) { l.IndTrabFoto = std::uint8_t{1}; }), "P1 R1 P2");
-    EXPECT_EQ(Codigos([](ListaEquiptoED &l) { l.IndTrabFoto = std::uint8_t{2}; }), "E1");
-    EXPECT_EQ(Codigos([](ListaEquiptoED &l) { l.SetorInc = "Metrologia"; }), "P1");
-    EXPECT_EQ(Codigos([](ListaEquiptoED &l) { l.TipoEquip = "R"; }), "R1");
-    EXPECT_EQ(Codigos([](ListaEquiptoED &l) { l.TipoAgente = std::uint8_t{3}; }), "E1");
-    EXPECT_EQ(Codigos([](ListaEquiptoED &l) {
-                  l.ClienteInc = "DETRAN/RS";
-                  l.Ativo = std::uint8_t{1};
-                  l.IndTrabFoto = std::uint8_t{1};
-                  l.TipoEquip = "P";
-                  l.Codigo = "p";
-              }),
-              "P1");
+    EXPECT_EQ(CodigosDe(&ListaEquiptoED::Ativo, 1), "P1 R1 E1");
+    EXPECT_EQ(CodigosDe(&ListaEquiptoED::Ativo, 2), "P2");
+    EXPECT_EQ(CodigosDe(&ListaEquiptoED::IndTrabFoto, 1), "P1 R1 P2");
+    EXPECT_EQ(CodigosDe(&ListaEquiptoED::IndTrabFoto, 2), "E1");
+    EXPECT_EQ(CodigosDe(&ListaEquiptoED::SetorInc, "Metrologia"), "P1");
+    EXPECT_EQ(CodigosDe(&ListaEquiptoED::TipoEquip, "R"), "R1");
+    EXPECT_EQ(CodigosDe(&ListaEquiptoED::TipoAgente, 3), "E1");
+    const auto todos = Com(Novo<ListaEquiptoED>(), &ListaEquiptoED::ClienteInc, "DETRAN/RS", &ListaEquiptoED::Ativo, 1);
+    Com(todos, &ListaEquiptoED::IndTrabFoto, 1, &ListaEquiptoED::TipoEquip, "P");
+    EXPECT_EQ(Codigos(Com(todos, &ListaEquiptoED::Codigo, "p")), "P1");
 }
 
 TEST_F(ServicosPesquisa, EachType_IsInItsPhotoWorkMode)
 {
     int numero = 0;
     for (const char *tipo : {"C", "L", "P", "F", "M", "R", "V", "A", "E", "U"}) {
-        Poe(tipo, [&](EquiptoED &e) {
-            e.TipoEquip = tipo;
-            e.TipoAgente = static_cast<std::uint8_t>("1111223233"[numero++] - '0');
-        });
+        Poe(tipo, static_cast<std::uint8_t>("1111223233"[numero++] - '0'), tipo);
     }
-    EXPECT_EQ(Codigos([](ListaEquiptoED &l) { l.IndTrabFoto = std::uint8_t{1}; }), "C L P F M R V");
-    EXPECT_EQ(Codigos([](ListaEquiptoED &l) { l.IndTrabFoto = std::uint8_t{2}; }), "A E U");
+    EXPECT_EQ(CodigosDe(&ListaEquiptoED::IndTrabFoto, 1), "C L P F M R V");
+    EXPECT_EQ(CodigosDe(&ListaEquiptoED::IndTrabFoto, 2), "A E U");
 }
 
 TEST_F(ServicosPesquisa, OtherClients_AreNotSeen)
@@ -158,9 +137,7 @@ TEST_F(ServicosPesquisa, OtherClients_AreNotSeen)
     Poe("P1");
     Inclui(m_Registro.Sessao("elisa"), EquipamentoDe("X1"));
     EXPECT_EQ(Codigos(), "P1");
-    auto pedido = Novo<ListaEquiptoED>();
-    pedido->ClienteInc = "EPTC";
-    EXPECT_EQ(Pede(m_Ana, "lista2", pedido).Recusa,
+    EXPECT_EQ(RecusaDe(m_Ana, "lista2", Com(Novo<ListaEquiptoED>(), &ListaEquiptoED::ClienteInc, "EPTC")),
               "Ana Souza consulta equipamentos do cliente DETRAN/RS, e não de EPTC.");
 }
 
@@ -172,13 +149,13 @@ TEST_F(ServicosPesquisa, Pages_OfFiftyByInternalNumber)
     EXPECT_EQ(primeira->Equipamentos.Valor()->Count(), 50);
     EXPECT_EQ(primeira->Equipamentos.Valor()->Item(50)->NroIntEquip.Valor(), 50);
     EXPECT_EQ(primeira->ProxNroIntEquip.Valor(), 51);
-    const auto segunda = Lista([](ListaEquiptoED &l) { l.ProxNroIntEquip = 51; });
+    const auto segunda = Pagina(51);
     EXPECT_EQ(segunda->Equipamentos.Valor()->Item(1)->NroIntEquip.Valor(), 51);
     EXPECT_EQ(segunda->ProxNroIntEquip.Valor(), 101);
-    const auto ultima = Lista([](ListaEquiptoED &l) { l.ProxNroIntEquip = 101; });
+    const auto ultima = Pagina(101);
     EXPECT_EQ(ultima->Equipamentos.Valor()->Count(), 2);
     EXPECT_EQ(ultima->ProxNroIntEquip.Valor(), 0);
-    const auto cheia = Lista([](ListaEquiptoED &l) { l.ProxNroIntEquip = 53; });
+    const auto cheia = Pagina(53);
     EXPECT_EQ(cheia->Equipamentos.Valor()->Count(), 50); // exactly the last page
     EXPECT_EQ(cheia->ProxNroIntEquip.Valor(), 0);
 }
@@ -198,10 +175,8 @@ TEST_F(ServicosPesquisa, Codes_OfManyMatches_AreFoundAndPagedTheSame)
         std::int32_t proxima = 0;
         int paginas = 0;
         do {
-            const auto lista = Lista([&](ListaEquiptoED &l) {
-                l.Codigo = inicio;
-                l.ProxNroIntEquip = proxima;
-            });
+            const auto lista = Lista(Com(Novo<ListaEquiptoED>(), &ListaEquiptoED::Codigo, inicio,
+                                         &ListaEquiptoED::ProxNroIntEquip, proxima));
             ASSERT_TRUE(lista->Equipamentos.Escrito());
             for (std::int32_t n = 1; n <= lista->Equipamentos.Valor()->Count(); ++n) {
                 achados += lista->Equipamentos.Valor()->Item(n)->Codigo.Valor() + " ";

@@ -202,43 +202,37 @@ TEST(ServicosProcessos, TwoAtOnce_NothingIsLostAppliedTwiceOrLocked)
     RegistroDeTeste registro;
     BarateiaSenha(registro, "ana");
     BarateiaSenha(registro, "bia");
-    auto contador = EquipamentoDe("contador");
-    contador->SubCodigo = "0";
-    ASSERT_EQ(Inclui(registro.Sessao("ana"), contador), 1);
+    ASSERT_EQ(Inclui(registro.Sessao("ana"), Com(EquipamentoDe("contador"), &EquiptoED::SubCodigo, "0")), 1);
     registro.Fecha();
 
     Processo um(registro.Caminho(), "ana", "mistura", operacoes);
     Processo outro(registro.Caminho(), "bia", "mistura", operacoes);
     EXPECT_EQ(um.Espera(), 0) << um.Dito();
     EXPECT_EQ(outro.Espera(), 0) << outro.Dito();
-    int incluidos = 0;
-    int contados = 0;
-    int guardados = 0;
-    int dias = 0;
-    int desativados = 0;
+    std::array<int, 5> soma{};
     for (const std::string &dito : {um.Dito(), outro.Dito()}) {
         const auto partes = Divide(Substitui(dito, "\n", ""), " ");
-        ASSERT_EQ(partes.size(), 5U) << dito;
-        incluidos += std::stoi(partes[0]);
-        contados += std::stoi(partes[1]);
-        guardados += std::stoi(partes[2]);
-        dias += std::stoi(partes[3]);
-        desativados += std::stoi(partes[4]);
+        ASSERT_EQ(partes.size(), soma.size()) << dito;
+        for (std::size_t qual = 0; qual < soma.size(); ++qual) {
+            soma[qual] += std::stoi(partes[qual]);
+        }
     }
+    const auto [incluidos, contados, guardados, dias, desativados] = soma;
     EXPECT_EQ(incluidos, 2000);
     EXPECT_EQ(guardados, 1000);
     EXPECT_EQ(dias, 1000);
     EXPECT_EQ(desativados, 1000);
     EXPECT_GT(contados, 0);
-    EXPECT_EQ(registro.Sql("SELECT COUNT(*) FROM EQUIPAMENTO"), std::to_string(incluidos + 1));
+    const auto conta = [&](const std::string &oQue) { return registro.Sql("SELECT COUNT(" + oQue); };
+    EXPECT_EQ(conta("*) FROM EQUIPAMENTO"), std::to_string(incluidos + 1));
     EXPECT_EQ(registro.Sql("SELECT SubCodigo FROM EQUIPAMENTO WHERE NroIntEquip = 1"), std::to_string(contados));
     EXPECT_EQ(registro.Sql("SELECT Versao FROM EQUIPAMENTO WHERE NroIntEquip = 1"), std::to_string(contados + 1));
-    EXPECT_EQ(registro.Sql("SELECT COUNT(*) FROM DOCUMENTO"), std::to_string(guardados));
-    EXPECT_EQ(registro.Sql("SELECT COUNT(*) FROM HISTORICO WHERE Raiz = 'EQUIPAMENTO'"),
+    EXPECT_EQ(conta("*) FROM DOCUMENTO"), std::to_string(guardados));
+    EXPECT_EQ(conta("*) FROM HISTORICO WHERE Raiz = 'EQUIPAMENTO'"),
               std::to_string(incluidos + 1 + contados + desativados));
-    EXPECT_EQ(registro.Sql("SELECT COUNT(*) FROM EQUIPAMENTO WHERE Ativo = 2"), std::to_string(desativados));
-    EXPECT_EQ(registro.Sql("SELECT COUNT(DISTINCT NroIntEquip) FROM DIA"), std::to_string(dias));
-    EXPECT_EQ(registro.Sql("SELECT COUNT(*) FROM HISTORICO WHERE Raiz = 'DIA'"), std::to_string(dias));
+    EXPECT_EQ(conta("*) FROM EQUIPAMENTO WHERE Ativo = 2"), std::to_string(desativados));
+    EXPECT_EQ(conta("DISTINCT NroIntEquip) FROM DIA"), std::to_string(dias));
+    EXPECT_EQ(conta("*) FROM HISTORICO WHERE Raiz = 'DIA'"), std::to_string(dias));
     EXPECT_EQ(registro.Sql("PRAGMA integrity_check"), "ok");
 }
 

@@ -4,6 +4,7 @@
 #include "controls/ztData.h"
 #include "controls/ztMask.h"
 #include "host/Conversoes.h"
+#include "tests/fuzz/Impede.h"
 #include "tests/fuzz/Octetos.h"
 #include "tests/fuzz/Propriedade.h"
 #include "tests/support/FormFalso.h"
@@ -195,7 +196,13 @@ template <class Campo> class Ensaio {
             m_Outro->Foco();
             break;
         case 8:
-            Impede(octetos);
+            Impede(octetos, *m_Form, *m_Campo, [&](bool valor) {
+                if constexpr (std::is_same_v<Campo, TextBox>) {
+                    m_Campo->DefineLocked(valor);
+                } else {
+                    m_Campo->DefineReadOnly(valor);
+                }
+            });
             Exige(m_Campo->Text() == antes && m_Trocas == 0, "what keeps the person out changes no text", antes);
             m_Mudou = 0;
             break;
@@ -239,29 +246,6 @@ template <class Campo> class Ensaio {
         if (bemFormado && !m_Reagiu) {
             const std::string texto = esperado();
             Exige(m_Campo->Text() == texto, "the text", "is " + m_Campo->Text() + ", not " + texto);
-        }
-    }
-
-    void Impede(Octetos &octetos)
-    {
-        const bool valor = octetos.Sim();
-        switch (octetos.Ate(3)) {
-        case 0:
-            m_Campo->DefineEnabled(valor);
-            break;
-        case 1:
-            m_Campo->DefineVisible(valor);
-            break;
-        case 2:
-            m_Form->DefineEnabled(valor);
-            break;
-        default:
-            if constexpr (std::is_same_v<Campo, TextBox>) {
-                m_Campo->DefineLocked(valor);
-            } else {
-                m_Campo->DefineReadOnly(valor);
-            }
-            break;
         }
     }
 
@@ -536,24 +520,5 @@ void SaiDaData(Octetos &octetos)
 
 int LLVMFuzzerTestOneInput(const std::uint8_t *dados, std::size_t tamanho)
 {
-    Octetos octetos(dados, tamanho);
-    switch (octetos.Ate(5)) {
-    case 0:
-        Hora(octetos);
-        break;
-    case 1:
-    case 2:
-        Mascarado(octetos);
-        break;
-    case 3:
-        Caixa(octetos);
-        break;
-    case 4:
-        CampoData(octetos);
-        break;
-    default:
-        SaiDaData(octetos);
-        break;
-    }
-    return 0;
+    return Despacha(dados, tamanho, {Hora, Mascarado, Mascarado, Caixa, CampoData, SaiDaData});
 }

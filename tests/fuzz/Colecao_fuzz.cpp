@@ -111,8 +111,7 @@ class Comparacao {
     {
         const bool existe = NoModelo(chave.second) != m_Modelo.end();
         const int item = ++m_Ultimo;
-        const std::int32_t falha = NumeroDaFalha([&] { m_Real.Add(item, chave.first); });
-        Exige(falha == (existe ? 457 : 0), "fault of Add under a key", chave.first);
+        ExigeFalha(existe ? 457 : 0, "fault of Add under a key", chave.first, [&] { m_Real.Add(item, chave.first); });
         if (!existe) {
             m_Modelo.push_back({item, chave.second});
         }
@@ -120,8 +119,8 @@ class Comparacao {
 
     void Consulta(std::int32_t posicao) const
     {
-        const std::int32_t falha = NumeroDaFalha([&] { m_Real.Item(posicao); });
-        Exige(falha == (Posicao(posicao) ? 0 : 9), "fault of Item by position", std::to_string(posicao));
+        ExigeFalha(Posicao(posicao) ? 0 : 9, "fault of Item by position", std::to_string(posicao),
+                   [&] { m_Real.Item(posicao); });
     }
 
     void Consulta(const ChaveDupla &chave) const
@@ -137,8 +136,8 @@ class Comparacao {
     void Retira(std::int32_t posicao)
     {
         const bool existe = Posicao(posicao);
-        const std::int32_t falha = NumeroDaFalha([&] { m_Real.Remove(posicao); });
-        Exige(falha == (existe ? 0 : 9), "fault of Remove by position", std::to_string(posicao));
+        ExigeFalha(existe ? 0 : 9, "fault of Remove by position", std::to_string(posicao),
+                   [&] { m_Real.Remove(posicao); });
         if (existe) {
             m_Modelo.erase(m_Modelo.begin() + posicao - 1);
         }
@@ -147,8 +146,8 @@ class Comparacao {
     void Retira(const ChaveDupla &chave)
     {
         const auto par = NoModelo(chave.second);
-        const std::int32_t falha = NumeroDaFalha([&] { m_Real.Remove(chave.first); });
-        Exige(falha == (par == m_Modelo.end() ? 5 : 0), "fault of Remove by key", chave.first);
+        ExigeFalha(par == m_Modelo.end() ? 5 : 0, "fault of Remove by key", chave.first,
+                   [&] { m_Real.Remove(chave.first); });
         if (par != m_Modelo.end()) {
             m_Modelo.erase(par);
         }

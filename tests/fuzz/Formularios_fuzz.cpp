@@ -282,7 +282,8 @@ class Passeio {
     void Age(const Ref<IForm> &form)
     {
         Pessoa pessoa(form, Host().Tela);
-        switch (m_Octetos.Ate(31)) {
+        const int ato = m_Octetos.Ate(31);
+        switch (ato) {
         case 0:
             pessoa.Tab();
             break;
@@ -308,32 +309,13 @@ class Passeio {
         case 8:
             Host().Tela->RodaMensagens();
             break;
-        case 9:
-        case 10:
-        case 11:
-        case 12:
-        case 13:
-        case 14:
-            NoControle(form, pessoa, Sorteado(form, [](const Ref<IControle> &controle) {
-                           return controle->Especie() == EspecieControle::ztList &&
-                                  ComoBase(controle)->Impedimento().empty();
-                       }));
-            break;
-        case 15:
-        case 16:
-            NoControle(form, pessoa, Sorteado(form, [](const Ref<IControle> &controle) {
-                           return controle->Especie() == EspecieControle::SSTab &&
-                                  ComoBase(controle)->Impedimento().empty();
-                       }));
-            break;
-        case 17:
-        case 18:
-            NoControle(form, pessoa, Sorteado(form, [](const Ref<IControle> &) { return true; }));
-            break;
-        default:
-            NoControle(form, pessoa, Sorteado(form, [](const Ref<IControle> &controle) {
+        default: // mostly on lists, pages, and what takes the keyboard; on anything now and then
+            NoControle(form, pessoa, Sorteado(form, [&](const Ref<IControle> &controle) {
                            const ControleBase *base = ComoBase(controle);
-                           return base->AceitaFoco() && base->Impedimento().empty();
+                           const bool desses = ato < 15   ? controle->Especie() == EspecieControle::ztList
+                                               : ato < 17 ? controle->Especie() == EspecieControle::SSTab
+                                                          : base->AceitaFoco();
+                           return ato == 17 || ato == 18 || (desses && base->Impedimento().empty());
                        }));
             break;
         }

@@ -31,3 +31,10 @@ std::string Octetos::Texto(std::size_t tamanho)
     m_Restam -= tamanho;
     return texto;
 }
+
+int Despacha(const std::uint8_t *dados, std::size_t tamanho, std::initializer_list<void (*)(Octetos &)> procedimentos)
+{
+    Octetos octetos(dados, tamanho);
+    procedimentos.begin()[octetos.Ate(static_cast<int>(procedimentos.size()) - 1)](octetos);
+    return 0;
+}

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <initializer_list>
 #include <string>
 
 // The bytes of one input, taken from the front as the target asks for values. Once they are spent every value is the
@@ -46,3 +47,6 @@ class Octetos {
     const std::uint8_t *m_Proximo;
     std::size_t m_Restam;
 };
+
+// Hands the input to the procedure that its first byte names.
+int Despacha(const std::uint8_t *dados, std::size_t tamanho, std::initializer_list<void (*)(Octetos &)> procedimentos);

@@ -18,3 +18,10 @@ template <class Comando> std::int32_t NumeroDaFalha(Comando &&comando)
         return falha.Numero;
     }
 }
+
+// The statement raises the fault of that number; none with 0.
+template <class Comando>
+void ExigeFalha(std::int32_t numero, std::string_view propriedade, std::string_view caso, Comando &&comando)
+{
+    Exige(NumeroDaFalha(comando) == numero, propriedade, caso);
+}

@@ -3,6 +3,7 @@
 #include "controls/TextBox.h"
 #include "controls/ztCombo.h"
 #include "host/Texto.h"
+#include "tests/fuzz/Impede.h"
 #include "tests/fuzz/Octetos.h"
 #include "tests/fuzz/Propriedade.h"
 #include "tests/support/FormFalso.h"
@@ -116,8 +117,8 @@ class Ensaio {
         case 5: {
             const auto indice = static_cast<std::int16_t>(octetos.Ate(12) - 3);
             const bool existe = indice >= -1 && indice < static_cast<int>(m_Itens.size());
-            const std::int32_t falha = NumeroDaFalha([&] { m_Combo->DefineIndiceAtual(indice); });
-            Exige(falha == (existe ? 0 : 5), "fault of a position", std::to_string(indice));
+            ExigeFalha(existe ? 0 : 5, "fault of a position", std::to_string(indice),
+                       [&] { m_Combo->DefineIndiceAtual(indice); });
             Escolhido(antes, existe ? indice : antes);
             break;
         }
@@ -147,7 +148,7 @@ class Ensaio {
             Digita(octetos);
             break;
         case 9:
-            Impede(octetos);
+            Impede(octetos, *m_Form, *m_Combo, [&](bool valor) { m_Combo->DefineComboSomenteLeitura(valor); });
             Exige(m_Combo->IndiceAtual() == antes, "what keeps the person out chooses nothing");
             break;
         case 10:
@@ -269,25 +270,6 @@ class Ensaio {
             textos.push_back(texto);
         }
         return textos;
-    }
-
-    void Impede(Octetos &octetos)
-    {
-        const bool valor = octetos.Sim();
-        switch (octetos.Ate(3)) {
-        case 0:
-            m_Combo->DefineEnabled(valor);
-            break;
-        case 1:
-            m_Combo->DefineVisible(valor);
-            break;
-        case 2:
-            m_Form->DefineEnabled(valor);
-            break;
-        default:
-            m_Combo->DefineComboSomenteLeitura(valor);
-            break;
-        }
     }
 
     // The module's own code at the event, once.

@@ -1,4 +1,5 @@
 #include "tests/host_contract/ContratoHost.h"
+#include "tests/support/AdaptadorComPessoa.h"
 #include "tests/support/HostRoteirizado.h"
 #include "tests/support/RegistroEmMemoria.h"
 
@@ -13,7 +14,7 @@
 
 namespace {
 
-class AdaptadorRoteirizado : public AdaptadorHost {
+class AdaptadorRoteirizado : public AdaptadorComPessoa {
   public:
     explicit AdaptadorRoteirizado(bool embrulha)
     {
@@ -47,31 +48,7 @@ class AdaptadorRoteirizado : public AdaptadorHost {
     {
         m_Host->Tela->Responde(texto, sim);
     }
-    void FechaProximaCaixa() override {}
-    void FechaProximoVisor() override {}
     void DeixaPassar() override { m_Host->Tela->RodaMensagens(); }
-
-    bool Clica(const Ref<IForm> &form, const std::string &controle) override { return Pessoa(form).Clica(controle); }
-    bool Digita(const Ref<IForm> &form, const std::string &controle, const std::string &texto) override
-    {
-        return Pessoa(form).Digita(controle, texto);
-    }
-    bool Escolhe(const Ref<IForm> &form, const std::string &combo, const std::string &texto) override
-    {
-        return Pessoa(form).Escolhe(combo, texto);
-    }
-    bool AbrePagina(const Ref<IForm> &form, const std::string &tab, std::int16_t pagina) override
-    {
-        return Pessoa(form).Abre(tab, pagina);
-    }
-    bool ClicaLinha(const Ref<IForm> &form, const std::string &lista, std::int32_t linha) override
-    {
-        return Pessoa(form).ClicaLinha(lista, linha);
-    }
-    bool EscolheMenu(const Ref<IForm> &form, const std::string &lista, const std::string &chave) override
-    {
-        return Pessoa(form).EscolheMenu(lista, chave);
-    }
 
     void Encerra() override
     {

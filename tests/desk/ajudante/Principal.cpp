@@ -1,7 +1,6 @@
 // A process that works on a registry while a test kills it, or while another one does the same. It says on the standard
 // output, a line each, what the services have reported as done.
 #include "host/Conversoes.h"
-#include "host/DiaEspecificoED.h"
 #include "host/ListaEquiptoED.h"
 #include "tests/desk/RegistroDeTeste.h"
 
@@ -22,14 +21,6 @@ void Diz(const std::string &linha)
     std::fflush(stdout);
 }
 
-// Whatever is not done and is not the refusal expected ends the process with its sentence.
-void Exige(const Retorno &retorno)
-{
-    if (!retorno.Feita) {
-        throw std::runtime_error(retorno.Recusa);
-    }
-}
-
 // Saves and uploads without end: a whole equipment ("I n"), a change of it ("A n"), a document ("D number n").
 void Grava(const Ref<SessaoServico> &sessao, int primeiro)
 {
@@ -37,31 +28,19 @@ void Grava(const Ref<SessaoServico> &sessao, int primeiro)
     Diz("pronto");
     for (int n = primeiro;; ++n) {
         const std::string marca = std::to_string(n);
-        auto e = EquipamentoDe("K" + marca);
-        e->Descricao = "novo";
-        auto s = SensorDe(1);
-        Poe(s, AfericaoDe(marca, DataDe(1, 1, 2026), DataDe(1, 3, 2026)));
-        Poe(s, AfericaoDe(marca, DataDe(2, 3, 2026), DataDe(1, 6, 2026)));
-        Poe(e, s);
-        const Retorno incluido = Pede(sessao, "inclui", e);
-        Exige(incluido);
+        const auto de = Com(EquipamentoDe("K" + marca), &EquiptoED::Descricao, "novo");
+        const auto sensor = Poe(SensorDe(1), AfericaoDe(marca, DataDe(1, 1, 2026), DataDe(1, 3, 2026)));
+        Poe(de, Poe(sensor, AfericaoDe(marca, DataDe(2, 3, 2026), DataDe(1, 6, 2026))));
+        const auto gravado = Exigido(Pede(sessao, "inclui", de)).Como<EquiptoED>();
         Diz("I " + marca);
 
-        const auto gravado = incluido.Como<EquiptoED>();
-        e = SoNumero(gravado->NroIntEquip);
-        e->Descricao = "alterado";
-        s = Novo<SensorED>();
-        s->NroIntSensor = gravado->Sensores.Valor()->Item(1)->NroIntSensor.Valor();
-        Poe(s, AfericaoDe(marca, DataDe(2, 6, 2026), DataDe(1, 9, 2026)));
-        Poe(e, s);
-        Exige(Pede(sessao, "altera", e));
+        const auto nova = AfericaoDe(marca, DataDe(2, 6, 2026), DataDe(1, 9, 2026));
+        const auto mudado = Poe(SoSensor(gravado->Sensores.Valor()->Item(1)->NroIntSensor), nova);
+        Exigido(Pede(sessao, "altera",
+                     Poe(Com(SoNumero(gravado->NroIntEquip), &EquiptoED::Descricao, "alterado"), mudado)));
         Diz("A " + marca);
 
-        double numero = 0;
-        std::string recusa;
-        if (!sessao->GuardaDocumento(Pdf("doc " + marca, sorteio() % 60000), numero, recusa)) {
-            throw std::runtime_error(recusa);
-        }
+        const double numero = GuardaPdf(sessao, "doc " + marca, sorteio() % 60000);
         Diz("D " + CStr(numero) + " " + marca);
     }
 }
@@ -84,38 +63,31 @@ void Mistura(const Ref<SessaoServico> &sessao, const std::string &nome, int oper
             break;
         case 1:
         case 6: {
-            auto mudanca = SoNumero(1);
-            mudanca->SubCodigo = CStr(CLng(Abre(sessao, 1)->SubCodigo.Valor()) + 1);
-            const Retorno retorno = Pede(sessao, "altera", mudanca);
+            const std::string seguinte = CStr(CLng(Abre(sessao, 1)->SubCodigo.Valor()) + 1);
+            const Retorno retorno = Pede(sessao, "altera", Com(SoNumero(1), &EquiptoED::SubCodigo, seguinte));
             if (retorno.Feita) {
                 ++contados;
             } else if (retorno.Recusa.find("depois de aberto aqui") == std::string::npos) {
-                Exige(retorno);
+                Exigido(retorno);
             }
             break;
         }
         case 2:
-            Exige(Pede(sessao, "lista2", Novo<ListaEquiptoED>()));
+            Exigido(Pede(sessao, "lista2", Novo<ListaEquiptoED>()));
             break;
         case 3:
-            Exige(Pede(sessao, "consultaSimples", SoNumero(1)));
+            Exigido(Pede(sessao, "consultaSimples", SoNumero(1)));
             break;
         case 4:
             GuardaPdf(sessao, nome + std::to_string(n));
             ++guardados;
             break;
-        case 7: {
-            auto dia = Novo<DiaEspecificoED>();
-            dia->NroIntEquip = ultimo;
-            dia->Data = DataDe(25, 12, 2026);
-            dia->HoraFim = 2359;
-            dia->VelocPerm = std::int16_t{40};
-            Exige(Pede(sessao, "adicionaDiaEspecifico", dia));
+        case 7:
+            Exigido(Pede(sessao, "adicionaDiaEspecifico", DiaDe(ultimo, DataDe(25, 12, 2026), 0, 2359)));
             ++dias;
             break;
-        }
         case 8:
-            Exige(Pede(sessao, "desativa", SoNumero(ultimo)));
+            Exigido(Pede(sessao, "desativa", SoNumero(ultimo)));
             ++desativados;
             break;
         default:
