@@ -294,7 +294,7 @@ TEST_F(COEquipamentosTeste, LimpaPesquisa_OfAnEmptyList_LeavesItsTitle)
     Cadastro.clear();
     Lista2 = [](const Ref<ListaEquiptoED> &) { return Resposta(PaginaAusente()); };
     Pessoa pessoa = AbreComLinhas();
-    EXPECT_EQ(Avisos().size(), 1U);
+    EXPECT_EQ(host->AvisosNovos().size(), 1U);
     co->LimpaPesquisa();
     EXPECT_EQ(ListaDe(pessoa)->Titulo(), "PREFEITURA");
 }
@@ -431,7 +431,7 @@ TEST_F(COEquipamentosTeste, Localizar_OfEquipment_LoadsOneRowForEach)
         (Textos{"RAD-01|Equipamento RAD-01|Porto Alegre|Radar Fotográfico|Modelo RAD-01|2147483647|1|R|60",
                 "X'9|Equipamento X'9||Indefinido|Modelo X'9|7|0|Z|0", "|Equipamento ||Indefinido|Modelo |8|255||-1"}));
     EXPECT_EQ(ListaDe(pessoa)->ItemAtual(), 3);
-    EXPECT_EQ(Avisos(), Textos{});
+    EXPECT_EQ(host->AvisosNovos(), Textos{});
 }
 
 TEST_F(COEquipamentosTeste, Localizar_InPhotoWorkMode_SendsTheSectorAndTheOtherCriteria)
@@ -517,7 +517,7 @@ TEST_F(COEquipamentosTeste, Localizar_ThatFindsNothing_SaysSoAndLeavesTheListEmp
     Pessoa pessoa = AbreComLinhas();
     Lista2 = [](const Ref<ListaEquiptoED> &) { return Resposta(PaginaAusente()); };
     pessoa.Localiza("ztlLista");
-    EXPECT_EQ(Avisos(), Textos{"Não foram encontrados registros para os critérios especificados."});
+    EXPECT_EQ(host->AvisosNovos(), Textos{"Não foram encontrados registros para os critérios especificados."});
     EXPECT_EQ(host->Avisos().back().Controle, "");
     EXPECT_EQ(Linhas(pessoa), Textos{});
     EXPECT_TRUE(RegistroIgual(host->RegistroDe({"Plataforma.Ponteiro", "goMensagem.ExibeMensagem"}),
@@ -528,7 +528,7 @@ TEST_F(COEquipamentosTeste, Localizar_AnsweredWithAnEmptyPage_SaysNothing)
 {
     Cadastro.clear();
     Pessoa pessoa = AbreComLinhas();
-    EXPECT_EQ(Avisos(), Textos{});
+    EXPECT_EQ(host->AvisosNovos(), Textos{});
     EXPECT_EQ(Linhas(pessoa), Textos{});
     EXPECT_EQ(ListaDe(pessoa)->ItemAtual(), -1);
     EXPECT_FALSE(ListaDe(pessoa)->TemMais());
@@ -545,7 +545,7 @@ TEST_F(COEquipamentosTeste, Localizar_ThatTheServiceRefuses_HasClearedTheRows)
                                "EquiptoRN.MostraErro() -> \"Sem permissão\"", "Plataforma.Ponteiro := 0"}));
     EXPECT_EQ(Linhas(pessoa), Textos{});
     EXPECT_EQ(ListaDe(pessoa)->Titulo(), "PREFEITURA [Inativos]");
-    EXPECT_EQ(Avisos(), Textos{});
+    EXPECT_EQ(host->AvisosNovos(), Textos{});
 }
 
 TEST_F(COEquipamentosTeste, Localizar_OfAServiceThatFails_ReportsThePathWithThePointerBack)
@@ -674,13 +674,13 @@ TEST_F(COEquipamentosTeste, BotaoClick_ThatFindsNothing_KeepsTheRowsAndThePlace)
     Pessoa pessoa = AbreComLinhas();
     Lista2 = [](const Ref<ListaEquiptoED> &) { return Resposta(PaginaAusente()); };
     EXPECT_TRUE(pessoa.PedeMais("ztlLista"));
-    EXPECT_EQ(Avisos(), Textos{"Não foram encontrados registros para os critérios especificados."});
+    EXPECT_EQ(host->AvisosNovos(), Textos{"Não foram encontrados registros para os critérios especificados."});
     EXPECT_EQ(Linhas(pessoa).size(), 2U);
     host->RecusaOperacao("lista2", "Ocupado");
     EXPECT_TRUE(pessoa.PedeMais("ztlLista"));
     EXPECT_EQ(Linhas(pessoa).size(), 2U);
     EXPECT_TRUE(pessoa.PedeMais("ztlLista"));
-    EXPECT_EQ(Avisos().size(), 1U);
+    EXPECT_EQ(host->AvisosNovos().size(), 1U);
     const Textos enviados = Enviados("lista2");
     ASSERT_EQ(enviados.size(), 3U);
     for (const std::string &enviado : enviados) {

@@ -20,7 +20,8 @@ int Dobra(int n)
         return 100;
     }
     ++g_Chamadas;
-    return n * 2;
+    const unsigned int vezes = 2;
+    return n * static_cast<int>(vezes);
 }
 )";
 
@@ -47,7 +48,7 @@ constexpr const char *SemEfeito = "sala/Dobra.cpp\tg_Chamadas\tconstant: 0\tint 
 constexpr const char *Indiferente = "sala/Dobra.cpp\tDobra\tswap with: ++g_Chamadas;\tif (n > 100)";
 constexpr const char *TodasAsTrocas = "sala/Dobra.cpp\tDobra\tswap\t*";
 constexpr const char *NinguemOlha = "sala/Dobra.cpp\tDobra\tdelete\t++g_Chamadas;";
-constexpr const char *Notado = "sala/Dobra.cpp\tDobra\tconstant: 2\treturn n * 2;";
+constexpr const char *Notado = "sala/Dobra.cpp\tDobra\tconstant: 2\tconst unsigned int vezes = 2;";
 constexpr const char *Sumiu = "sala/Dobra.cpp\tDobra\tconstant: 3\treturn n * 3;";
 
 } // namespace

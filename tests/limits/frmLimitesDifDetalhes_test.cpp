@@ -7,7 +7,7 @@
 #include "tests/support/ArquivoIgual.h"
 #include "tests/support/FalhaLancada.h"
 #include "tests/support/FormQueAnota.h"
-#include "tests/support/HostQueConta.h"
+#include "tests/support/HostTeste.h"
 #include "tests/support/NomesAcessiveis.h"
 #include "tests/support/RetratoDesenho.h"
 #include "tests/support/RetratoForm.h"
@@ -24,11 +24,11 @@ using Linhas = std::vector<std::string>;
 using Roteiro = std::function<void(Pessoa &)>;
 using Valores = std::vector<std::pair<std::string, std::string>>; // what goes into which control
 
-class frmLimitesDifDetalhesTeste : public HostQueConta {
+class frmLimitesDifDetalhesTeste : public HostTeste {
   protected:
     void SetUp() override
     {
-        HostQueConta::SetUp();
+        HostTeste::SetUp();
         LogaGeral();
         goGateway();
         goMensagem();
@@ -64,7 +64,7 @@ class frmLimitesDifDetalhesTeste : public HostQueConta {
     void TearDown() override
     {
         form = nullptr;
-        HostQueConta::TearDown();
+        HostTeste::TearDown();
     }
 
     // Opens the form for new rows of equipment 12, or for row 7; the person does what the script says.
@@ -398,7 +398,7 @@ TEST_F(frmLimitesDifDetalhesTeste, chkVelocMin_Click_ThatFails_IsReportedAndLeav
         falha.desliga();
         Cancela(p);
     });
-    EXPECT_EQ(Erros(), Linhas{"frmLimitesDifDetalhes.chkVelocMin_Click: 70 (Fora)"});
+    EXPECT_EQ(host->ErrosNovos(), Linhas{"frmLimitesDifDetalhes.chkVelocMin_Click: 70 (Fora)"});
 }
 
 // Validation.
@@ -469,7 +469,7 @@ TEST_F(frmLimitesDifDetalhesTeste, ValidouOk_OfEachFailure_ShowsItsMessageOnItsT
             }
             host->LimpaRegistro();
             Confirma(p);
-            EXPECT_EQ(Avisos(), Linhas{regra.Mensagem});
+            EXPECT_EQ(host->AvisosNovos(), Linhas{regra.Mensagem});
             EXPECT_EQ(host->Avisos().back().Controle, regra.Foco);
             EXPECT_EQ(p.Acha<ISSTab>("sstDados")->Tab(), pagina);
             EXPECT_EQ(form->ControleAtivo()->Nome(), regra.Foco.empty() ? "ztCmdOK" : regra.Foco);
@@ -504,13 +504,13 @@ TEST_F(frmLimitesDifDetalhesTeste, ValidouOk_OfAnEmptyForm_TellsTheFailuresInThe
             for (const Regra &regra : Regras) {
                 if (regra.Vale(especie)) {
                     Confirma(p);
-                    EXPECT_EQ(Avisos(), Linhas{regra.Mensagem});
+                    EXPECT_EQ(host->AvisosNovos(), Linhas{regra.Mensagem});
                     Poe(p, {regra.Remendo});
                 }
             }
             Confirma(p);
         }));
-        EXPECT_EQ(Avisos(), Linhas{});
+        EXPECT_EQ(host->AvisosNovos(), Linhas{});
     }
 }
 
@@ -529,7 +529,7 @@ TEST_F(frmLimitesDifDetalhesTeste, ValidouOk_OfAcceptablePeriods_AsksNothingMore
                 << especie.Descr << inicial << final;
         }
     }
-    EXPECT_EQ(Avisos(), Linhas{});
+    EXPECT_EQ(host->AvisosNovos(), Linhas{});
 }
 
 // Saving.
@@ -605,7 +605,7 @@ TEST_F(frmLimitesDifDetalhesTeste, ztCmdOK_OfARow_SendsItInOneCall)
                                         : "EquiptoED{ListaLimiteDif=[LimiteDifED{" + caso.Linha + "}]}");
         EXPECT_EQ(host->Conta("EquiptoRN."), 1);
     }
-    EXPECT_EQ(Avisos(), Linhas{});
+    EXPECT_EQ(host->AvisosNovos(), Linhas{});
 }
 
 TEST_F(frmLimitesDifDetalhesTeste, ztCmdOK_OfSeveralDays_SendsARowForEachInTheirOrderWithoutAKey)
@@ -720,7 +720,7 @@ TEST_F(frmLimitesDifDetalhesTeste, ztCmdOK_OfALimitThatCouldNotBeRead_SendsWhatI
                            "HoraFim=1800, VelocPerm=60, VelocMin=0, Ativo=1, TipoLimite=1}]}"
                          : "EquiptoED{ListaLimiteDif=[]}");
     }
-    EXPECT_EQ(Avisos(), Linhas{});
+    EXPECT_EQ(host->AvisosNovos(), Linhas{});
 }
 
 // Faults.
@@ -738,7 +738,7 @@ TEST_F(frmLimitesDifDetalhesTeste, EntryPoints_WhenTheRowCannotBeRead_ReportAndT
             } else {
                 EXPECT_FALSE(form->CarregaEdicao(especie.Tipo, "RAD-01", 7));
             }
-            EXPECT_EQ(Erros(),
+            EXPECT_EQ(host->ErrosNovos(),
                       Linhas{"frmLimitesDifDetalhes.CarregaEdicao: " + std::to_string(numero) + " (" + comeco +
                              " < frmLimitesDifDetalhes." + especie.Busca + " < frmLimitesDifDetalhes.MontaTela)"});
             EXPECT_TRUE(RegistroIgual(host->RegistroDe({"ObjInterface.", "goMensagem.", "Plataforma.Descarrega"}),
@@ -773,7 +773,7 @@ TEST_F(frmLimitesDifDetalhesTeste, EntryPoints_WhenTheShowFails_ReportUnderTheir
         host->LimpaRegistro();
         host->FalhaEm("ObjInterface.MostraJanela");
         entra();
-        EXPECT_EQ(Erros(),
+        EXPECT_EQ(host->ErrosNovos(),
                   Linhas{"frmLimitesDifDetalhes." + nome + ": 51 (ObjInterface.MostraJanela < Geral.FormShow)"});
         EXPECT_TRUE(RegistroIgual(host->RegistroDe({"goMensagem.ExibeErro", "Plataforma.Descarrega"}),
                                   {"goMensagem.ExibeErro(*", "Plataforma.Descarrega(frmLimitesDifDetalhes)"}));
@@ -794,7 +794,8 @@ TEST_F(frmLimitesDifDetalhesTeste, CarregaInclusao_WhenMontaTelaFails_GrowsItsPa
         }
     };
     EXPECT_FALSE(Novo<Recusada>()->CarregaInclusao(1, 12, "RAD-01"));
-    EXPECT_EQ(Erros(), Linhas{"frmLimitesDifDetalhes.CarregaInclusao: 5 (Janela < frmLimitesDifDetalhes.MontaTela)"});
+    EXPECT_EQ(host->ErrosNovos(),
+              Linhas{"frmLimitesDifDetalhes.CarregaInclusao: 5 (Janela < frmLimitesDifDetalhes.MontaTela)"});
 }
 
 TEST_F(frmLimitesDifDetalhesTeste, ztCmdOK_WhenTheSaveFails_RaisesAndStaysOpenUnderTheHourglass)
@@ -814,7 +815,7 @@ TEST_F(frmLimitesDifDetalhesTeste, ztCmdOK_WhenTheSaveFails_RaisesAndStaysOpenUn
         }));
         EXPECT_EQ(host->Tela->Ponteiro(), 0);
     }
-    EXPECT_EQ(Erros(), Linhas{});
+    EXPECT_EQ(host->ErrosNovos(), Linhas{});
 }
 
 TEST_F(frmLimitesDifDetalhesTeste, ztCmdOK_OfAFormThatWasNotFilled_AsksForTheServiceAndSendsNothing)
@@ -865,7 +866,7 @@ TEST_F(frmLimitesDifDetalhesTeste, ztCmdOK_WhenTheMessageFails_RaisesAndDoesNotC
         }
         Cancela(p);
     });
-    EXPECT_EQ(Erros(), Linhas{});
+    EXPECT_EQ(host->ErrosNovos(), Linhas{});
 }
 
 TEST_F(frmLimitesDifDetalhesTeste, sstDados_Click_ThatFails_RaisesWithItsShortTail)
@@ -877,7 +878,7 @@ TEST_F(frmLimitesDifDetalhesTeste, sstDados_Click_ThatFails_RaisesWithItsShortTa
         falha.desliga();
         Cancela(p);
     });
-    EXPECT_EQ(Erros(), Linhas{});
+    EXPECT_EQ(host->ErrosNovos(), Linhas{});
 }
 
 TEST_F(frmLimitesDifDetalhesTeste, Opening_OfAKindThatIsNone_IsADayInAllButTheNameAndTheDate)

@@ -319,7 +319,10 @@ class Fonte:
                 i += 1
             if self.pecas[i].tipo != "nome":
                 return []
+            palavras = self.t(i) in ("unsigned", "signed", "long", "short")
             i += 1
+            while palavras and self.t(i) in ("long", "short", "int", "char", "double"):
+                i += 1
             while self.t(i) == "::" or self._angulo(i):
                 i = self._salta_angulos(i) if self.t(i) == "<" else i + 2
         while self.t(i) in ("&", "&&", "*", "const"):

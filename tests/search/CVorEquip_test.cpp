@@ -139,10 +139,10 @@ TEST_F(CVorEquipTeste, SelecionaEquipamento_ThatEndsWithoutAnEquipment_LeavesThe
     };
     seleciona([](Pessoa &pessoa) { pessoa.Clica("cmdCancelar"); });
     seleciona([this](const Ref<IForm> &) { geral->FecharJanelasAtivas(); });
-    EXPECT_EQ(Avisos(), Textos{});
+    EXPECT_EQ(host->AvisosNovos(), Textos{});
     seleciona([this](Pessoa &pessoa) {
         pessoa.Clica("cmdOK");
-        EXPECT_EQ(Avisos(), Textos{SemVigente});
+        EXPECT_EQ(host->AvisosNovos(), Textos{SemVigente});
         pessoa.Clica("cmdCancelar");
     });
 }
@@ -152,8 +152,9 @@ TEST_F(CVorEquipTeste, SelecionaEquipamento_ThatCannotOpen_IsReportedOnceAndAnsw
     Ref<CVorEquip> vor = ComResposta();
     host->FalhaEm("ObjInterface.MostraJanela");
     EXPECT_FALSE(vor->SelecionaEquipamento("RAD-01"));
-    EXPECT_EQ(Erros(), Textos{"COEquipamentos.CarregaSelecao: 51 (ObjInterface.MostraJanela < Geral.FormShow < "
-                              "frmLista.CarregaForm)"});
+    EXPECT_EQ(host->ErrosNovos(),
+              Textos{"COEquipamentos.CarregaSelecao: 51 (ObjInterface.MostraJanela < Geral.FormShow < "
+                     "frmLista.CarregaForm)"});
     EXPECT_EQ(Propriedades(*vor), Vazias);
     EXPECT_EQ(host->Tela->NroForms(), 0);
 }
@@ -228,7 +229,7 @@ TEST_F(CVorEquipTeste, BuscaEquipamento_ThatFindsNotExactlyOne_AnswersFalseSilen
     EXPECT_EQ(host->Conta("Cursor.Close()"), 7);
     EXPECT_EQ(host->Conta("EquiptoRN."), 0);
     EXPECT_EQ(Propriedades(*vor), Cheias);
-    EXPECT_EQ(Avisos(), Textos{});
+    EXPECT_EQ(host->AvisosNovos(), Textos{});
     EXPECT_TRUE(vor->BuscaEquipamento("DUPLO", "P"));
 }
 
@@ -263,7 +264,7 @@ TEST_F(CVorEquipTeste, BuscaEquipamento_ThatFails_FaultsToTheCallerAndKeepsThePr
     lanca("RAD-01", comData, 51, "EquiptoRN.ExecutaMetodo < ModGeral.gFunConsultaAfericaoVigente");
     host->Servico("EquiptoRN", "consultaSimples", [](const Ref<::Registro> &) { return Resposta(Novo<AfericaoED>()); });
     lanca("RAD-01", {}, 13, "ZTAVOREQUIP < CVorEquip.ConsultaSimplesEquipto");
-    EXPECT_EQ(Erros(), Textos{});
+    EXPECT_EQ(host->ErrosNovos(), Textos{});
 }
 
 TEST_F(CVorEquipTeste, BuscaEquipamento_WithoutCalibrationInForce_TellsAndKeepsTheProperties)
@@ -271,7 +272,7 @@ TEST_F(CVorEquipTeste, BuscaEquipamento_WithoutCalibrationInForce_TellsAndKeepsT
     Ref<CVorEquip> vor = ComResposta();
     Vigente = Afericao(0, "N", "M", DataDe(1, 1, 2026));
     EXPECT_FALSE(vor->BuscaEquipamento("RAD-01", "", DataDe(1, 2, 2026)));
-    EXPECT_EQ(Avisos(), Textos{SemVigente});
+    EXPECT_EQ(host->AvisosNovos(), Textos{SemVigente});
     EXPECT_EQ(host->Avisos().back().Controle, "");
     EXPECT_EQ(Propriedades(*vor), Cheias);
 }
@@ -352,7 +353,7 @@ TEST_F(CVorEquipTeste, ImpCertificadoAfericaoEquipto_ThatFails_FaultsToTheCaller
     host->Servico("RelatorioRN", "consultaRelatorioRVOR011",
                   [](const Ref<::Registro> &) { return Resposta(Ref<RelatorioAfericaoED>()); });
     EXPECT_TRUE(Lanca(91, "ZTAVOREQUIP", imprime));
-    EXPECT_EQ(Erros(), Textos{});
+    EXPECT_EQ(host->ErrosNovos(), Textos{});
 }
 
 TEST_F(CVorEquipTeste, ImpCertificadoAfericaoEquipto_OfADocumentThatCannotBeConverted_LeavesTheFileOpenedAndAsItWas)

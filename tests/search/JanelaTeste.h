@@ -1,7 +1,7 @@
 #pragma once
 
 #include "controls/ztList.h"
-#include "tests/support/HostQueConta.h"
+#include "tests/support/HostTeste.h"
 
 #include <cstdint>
 #include <functional>
@@ -9,13 +9,13 @@
 #include <vector>
 
 // A logged-on shell, a service that holds some equipment, and a person in front of the search window.
-class JanelaTeste : public HostQueConta {
+class JanelaTeste : public HostTeste {
   protected:
     using Textos = std::vector<std::string>;
 
     void SetUp() override
     {
-        HostQueConta::SetUp();
+        HostTeste::SetUp();
         LogaGeral();
         host->Atende<ListaEquiptoED>("EquiptoRN", "lista2",
                                      [this](const Ref<ListaEquiptoED> &pedido) { return Lista2(pedido); });

@@ -350,7 +350,7 @@ TEST_F(frmListaTeste, CarregaForm_WithoutAnIconOfThatName_OpensWithoutIcon)
         EXPECT_TRUE(form->Visible());
         EXPECT_TRUE(NaJanela().Fecha());
     }
-    EXPECT_EQ(Erros(), Textos{});
+    EXPECT_EQ(host->ErrosNovos(), Textos{});
 }
 
 TEST_F(frmListaTeste, AtualizaFrame_OutsidePhotoWorkMode_PresetsClientOneAndFillsTheCombosForIt)
@@ -485,13 +485,13 @@ TEST_F(frmListaTeste, Criteria_OfAModuleThatFails_ReportUnderTheNameOfTheEvent)
     pessoa.Digita("txtCodEquip", "R");
     pessoa.EscolheCliente("ztCliente", "DAER", "");
     EXPECT_EQ(
-        Erros(),
+        host->ErrosNovos(),
         (Textos{"frmLista.cboCriterio_Click: 51 (LimpaPesquisa)", "frmLista.cboTipoEquipto_Click: 51 (LimpaPesquisa)",
                 "frmLista.chkInativos_Click: 51 (LimpaPesquisa)", "frmLista.txtCodEquip_Change: 51 (LimpaPesquisa)",
                 "frmLista.ztCliente_Change: 51 (LimpaPesquisa)"}));
     host->FalhaEm("goDadosVor.PreencheTipoEquip");
     pessoa.Escolhe("cboTipoAgente", "Fixo");
-    EXPECT_EQ(Erros(), Textos{"frmLista.cboTipoAgente_Click: 51 (goDadosVor.PreencheTipoEquip)"});
+    EXPECT_EQ(host->ErrosNovos(), Textos{"frmLista.cboTipoAgente_Click: 51 (goDadosVor.PreencheTipoEquip)"});
     EXPECT_TRUE(host->Tela->EstaAberto(form));
     EXPECT_EQ(host->Tela->Ponteiro(), 0);
 }
@@ -503,8 +503,8 @@ TEST_F(frmListaTeste, cboTipoAgente_WithAValueThatIsNoNumber_ReportsTheConversio
     pessoa.Acha<ztCombo>("cboTipoAgente")->AdicionaItem("Grande|40000");
     pessoa.Escolhe("cboTipoAgente", "Torto");
     pessoa.Escolhe("cboTipoAgente", "Grande");
-    EXPECT_EQ(Erros(), (Textos{"frmLista.cboTipoAgente_Click: 13 (ZTAVOREQUIP)",
-                               "frmLista.cboTipoAgente_Click: 6 (ZTAVOREQUIP)"}));
+    EXPECT_EQ(host->ErrosNovos(), (Textos{"frmLista.cboTipoAgente_Click: 13 (ZTAVOREQUIP)",
+                                          "frmLista.cboTipoAgente_Click: 6 (ZTAVOREQUIP)"}));
     EXPECT_EQ(host->Conta("goDadosVor.PreencheTipoEquip"), 0);
 }
 
@@ -514,7 +514,7 @@ TEST_F(frmListaTeste, BotaoLocalizar_WithoutAClient_IsCancelledByThePickerAlone)
     Pessoa pessoa = AbreDoMenu();
     Poe(pessoa, {{"cboCriterio", "Código"}});
     pessoa.Localiza("ztlLista");
-    EXPECT_EQ(Avisos(), Textos{"Informe o cliente!"});
+    EXPECT_EQ(host->AvisosNovos(), Textos{"Informe o cliente!"});
     EXPECT_EQ(host->Conta("goMensagem.ExibeMensagem"), 0);
     EXPECT_EQ(modulo->Chamadas, Textos{"LimpaPesquisa()"});
 }
@@ -528,12 +528,12 @@ TEST_F(frmListaTeste, BotaoLocalizar_WithoutTheCodeThatTheCriterionNeeds_AsksFor
         pessoa.Foco("chkInativos");
         modulo->Chamadas.clear();
         pessoa.Localiza("ztlLista");
-        EXPECT_EQ(Avisos(), Textos{"Informe o " + criterio + " do Equipamento!"});
+        EXPECT_EQ(host->AvisosNovos(), Textos{"Informe o " + criterio + " do Equipamento!"});
         EXPECT_EQ(host->Avisos().back().Controle, "txtCodEquip");
         EXPECT_EQ(form->ControleAtivo(), pessoa.Acha("txtCodEquip"));
         host->FalhaEm("goMensagem.ExibeMensagem");
         pessoa.Localiza("ztlLista");
-        EXPECT_EQ(Erros(), Textos{"frmLista.ztlLista_BotaoLocalizarValida: 51 (goMensagem.ExibeMensagem)"});
+        EXPECT_EQ(host->ErrosNovos(), Textos{"frmLista.ztlLista_BotaoLocalizarValida: 51 (goMensagem.ExibeMensagem)"});
         EXPECT_EQ(modulo->Chamadas, Textos{});
     }
 }
@@ -569,7 +569,7 @@ TEST_F(frmListaTeste, BotaoLocalizar_ByEachCriterion_SendsTheCriteriaInTheirOrde
     }
     EXPECT_TRUE(pessoa.EscolheCliente("ztCliente", "DAER", "NORTE"));
     localiza("Cliente=DAER; Setor=NORTE; TipoAgente=1; TipoEquip=L; Criterio=1; CodEquip=d'Ávila 7._; Ativo=2");
-    EXPECT_EQ(Avisos(), Textos{});
+    EXPECT_EQ(host->AvisosNovos(), Textos{});
 }
 
 TEST_F(frmListaTeste, BotaoLocalizar_OfAModuleThatFails_ReportsAndLeavesTheWindow)
@@ -577,11 +577,11 @@ TEST_F(frmListaTeste, BotaoLocalizar_OfAModuleThatFails_ReportsAndLeavesTheWindo
     Pessoa pessoa = AbreDoMenu();
     modulo->FalhaEm = "Localizar";
     pessoa.Localiza("ztlLista");
-    EXPECT_EQ(Erros(), Textos{"frmLista.ztlLista_BotaoLocalizarEnvia: 51 (Localizar)"});
+    EXPECT_EQ(host->ErrosNovos(), Textos{"frmLista.ztlLista_BotaoLocalizarEnvia: 51 (Localizar)"});
     modulo->FalhaNoNome = modulo->PerguntasDoNome + 1;
     modulo->FalhaEm.clear();
     EXPECT_TRUE(pessoa.Localiza("ztlLista"));
-    EXPECT_EQ(Erros(), Textos{"frmLista.ztlLista_BotaoLocalizarValida: 51 (Modulo)"});
+    EXPECT_EQ(host->ErrosNovos(), Textos{"frmLista.ztlLista_BotaoLocalizarValida: 51 (Modulo)"});
     EXPECT_TRUE(host->Tela->EstaAberto(form));
 }
 
@@ -631,7 +631,7 @@ TEST_F(frmListaTeste, LocalizacaoAutomatica_ThatTheCriteriaRefuse_OpensWithoutSe
             pessoa.Clica("cmdCancelar");
         },
         Parametros({{"Criterio", "2"}, {"CodEquip", "X"}}));
-    EXPECT_EQ(Avisos(), Textos{"Informe o Subcódigo do Equipamento!"});
+    EXPECT_EQ(host->AvisosNovos(), Textos{"Informe o Subcódigo do Equipamento!"});
     for (const std::string &chamada : modulo->Chamadas) {
         EXPECT_FALSE(chamada.starts_with("Localizar(")) << chamada;
     }
@@ -693,7 +693,7 @@ TEST_F(frmListaTeste, cmdOK_WithoutACurrentRow_SaysSoAndStays)
         EXPECT_TRUE(pessoa.Clica("chkInativos"));
         EXPECT_TRUE(pessoa.Acha("cmdOK")->Enabled());
         EXPECT_TRUE(pessoa.Clica("cmdOK"));
-        EXPECT_EQ(Avisos(), Textos{"Nenhum item selecionado!"});
+        EXPECT_EQ(host->AvisosNovos(), Textos{"Nenhum item selecionado!"});
         EXPECT_EQ(host->Avisos().back().Controle, "");
         EXPECT_TRUE(form->Visible());
         EXPECT_TRUE(form->Parametros().Nada());
@@ -712,7 +712,7 @@ TEST_F(frmListaTeste, cmdOK_OfASearchWithoutRows_StaysDisabledWhileCancelWorks)
         EXPECT_TRUE(pessoa.Clica("cmdCancelar"));
     }));
     EXPECT_TRUE(form->Parametros().Nada());
-    EXPECT_EQ(Avisos(), Textos{});
+    EXPECT_EQ(host->AvisosNovos(), Textos{});
 }
 
 TEST_F(frmListaTeste, cmdOK_OfARowWithoutCalibration_SaysSoAndAnotherRowCanBeChosen)
@@ -722,7 +722,7 @@ TEST_F(frmListaTeste, cmdOK_OfARowWithoutCalibration_SaysSoAndAnotherRowCanBeCho
     Vigente = Afericao(0, "", "", {});
     EXPECT_TRUE(Seleciona([&](Pessoa &pessoa) {
         EXPECT_TRUE(pessoa.Clica("cmdOK"));
-        EXPECT_EQ(Avisos(), Textos{"Equipamento não possui Aferição Vigente para a data de Infração."});
+        EXPECT_EQ(host->AvisosNovos(), Textos{"Equipamento não possui Aferição Vigente para a data de Infração."});
         EXPECT_EQ(host->Avisos().back().Controle, "");
         ASSERT_FALSE(form->Parametros().Nada());
         EXPECT_EQ(form->Parametros()->Count(), 0);
@@ -741,7 +741,7 @@ TEST_F(frmListaTeste, cmdOK_OfAnotherModule_RefusesWithItsNameBeforeItReadsTheRo
     modulo->Achados = {{"RAD-01", "M1", "nenhum", "60"}};
     EXPECT_FALSE(Seleciona([&](Pessoa &pessoa) {
         EXPECT_TRUE(pessoa.Clica("cmdOK"));
-        EXPECT_EQ(Avisos(), Textos{"Seleção não prevista para o módulo 'Veículos'"});
+        EXPECT_EQ(host->AvisosNovos(), Textos{"Seleção não prevista para o módulo 'Veículos'"});
         EXPECT_EQ(form->Parametros()->Count(), 0);
         EXPECT_TRUE(form->Visible());
         pessoa.Clica("cmdCancelar");
@@ -756,12 +756,12 @@ TEST_F(frmListaTeste, cmdOK_WhoseCalibrationCannotBeHad_ReportsThePathAndStays)
     host->RecusaOperacao("consultaSimplesAfericaoVigente", "Sem permissão");
     EXPECT_TRUE(Seleciona([&](Pessoa &pessoa) {
         pessoa.Clica("cmdOK");
-        EXPECT_EQ(Erros(), Textos{"frmLista.cmdOK_Click: 91 (ZTAVOREQUIP)"}); // the record is missing
+        EXPECT_EQ(host->ErrosNovos(), Textos{"frmLista.cmdOK_Click: 91 (ZTAVOREQUIP)"}); // the record is missing
         EXPECT_TRUE(host->Contem("EquiptoRN.MostraErro() -> \"Sem permissão\""));
         host->FalhaEm("EquiptoRN.ExecutaMetodo");
         pessoa.Clica("cmdOK");
-        EXPECT_EQ(Erros(), Textos{"frmLista.cmdOK_Click: 51 (EquiptoRN.ExecutaMetodo < "
-                                  "ModGeral.gFunConsultaAfericaoVigente)"});
+        EXPECT_EQ(host->ErrosNovos(), Textos{"frmLista.cmdOK_Click: 51 (EquiptoRN.ExecutaMetodo < "
+                                             "ModGeral.gFunConsultaAfericaoVigente)"});
         EXPECT_TRUE(form->Visible());
         EXPECT_TRUE(pessoa.Clica("cmdOK"));
     }));
@@ -786,7 +786,7 @@ TEST_F(frmListaTeste, cmdOK_WithRowsOrDatesThatCannotBeRead_ReportsTheConversion
         const auto recusa = [&](std::int32_t linha, std::int32_t numero) {
             EXPECT_TRUE(pessoa.ClicaLinha("ztlLista", linha));
             EXPECT_TRUE(pessoa.Clica("cmdOK"));
-            EXPECT_EQ(Erros(), Textos{"frmLista.cmdOK_Click: " + CStr(numero) + " (ZTAVOREQUIP)"});
+            EXPECT_EQ(host->ErrosNovos(), Textos{"frmLista.cmdOK_Click: " + CStr(numero) + " (ZTAVOREQUIP)"});
             EXPECT_TRUE(form->Visible());
         };
         recusa(1, 6);
@@ -809,7 +809,7 @@ TEST_F(frmListaTeste, cmdOK_ThatCannotCloseTheWindow_IsASelectionAllTheSame)
     host->FalhaEm("Plataforma.Descarrega");
     EXPECT_TRUE(Seleciona([&](Pessoa &pessoa) {
         pessoa.Clica("cmdOK");
-        EXPECT_EQ(Erros(), Textos{"frmLista.cmdOK_Click: 51 (Plataforma.Descarrega)"});
+        EXPECT_EQ(host->ErrosNovos(), Textos{"frmLista.cmdOK_Click: 51 (Plataforma.Descarrega)"});
         EXPECT_TRUE(form->Visible());
         pessoa.Clica("cmdCancelar");
     }));
@@ -829,7 +829,7 @@ TEST_F(frmListaTeste, cmdCancelar_ThatCannotCloseTheWindow_Reports)
     host->FalhaEm("Plataforma.Descarrega");
     EXPECT_FALSE(Seleciona([&](Pessoa &pessoa) {
         pessoa.Clica("cmdCancelar");
-        EXPECT_EQ(Erros(), Textos{"frmLista.cmdCancelar_Click: 51 (Plataforma.Descarrega)"});
+        EXPECT_EQ(host->ErrosNovos(), Textos{"frmLista.cmdCancelar_Click: 51 (Plataforma.Descarrega)"});
         EXPECT_TRUE(pessoa.Fecha()); // by the window's own button
     }));
     EXPECT_TRUE(form->Parametros().Nada());
@@ -844,7 +844,7 @@ TEST_F(frmListaTeste, Form_Resize_WhenAControlFails_ReportsUnderItsName)
             ListaDe(pessoa)->DefineLeft(15);
             form->Redimensionada();
         }
-        EXPECT_EQ(Erros(), Textos{"frmLista.Form_Resize: 51 (ZTAVOREQUIP)"});
+        EXPECT_EQ(host->ErrosNovos(), Textos{"frmLista.Form_Resize: 51 (ZTAVOREQUIP)"});
         EXPECT_TRUE(form->Visible());
         pessoa.Clica("cmdCancelar");
     });
@@ -877,7 +877,7 @@ TEST_F(frmListaTeste, Localiza_OfTheModule_SendsTheCriteriaWithoutValidatingThem
     form->Localiza();
     EXPECT_EQ(modulo->Chamadas, Textos{"Localizar(Cliente=PREFEITURA; Setor=; TipoAgente=0; TipoEquip=T; Criterio=1; "
                                        "CodEquip=; Ativo=1)"});
-    EXPECT_EQ(Avisos(), Textos{});
+    EXPECT_EQ(host->AvisosNovos(), Textos{});
 }
 
 // The events of the window, by name.
@@ -922,7 +922,8 @@ TEST_F(frmListaTeste, Events_WhoseHandlerFails_AreReported)
     auto desativado = form->FormDesativado.liga([] { throw Falha(51, "desativado", "Falha de teste"); });
     form->Desativada();
     form->Ativada();
-    EXPECT_EQ(Erros(), (Textos{"frmLista.Form_Deactivate: 51 (desativado)", "frmLista.Form_Activate: 51 (ativado)"}));
+    EXPECT_EQ(host->ErrosNovos(),
+              (Textos{"frmLista.Form_Deactivate: 51 (desativado)", "frmLista.Form_Activate: 51 (ativado)"}));
 }
 
 TEST_F(frmListaTeste, AntesFechar_Cancelled_KeepsTheWindowAndItsModule)
@@ -944,7 +945,7 @@ TEST_F(frmListaTeste, AntesFechar_WhoseHandlerFails_IsIgnored)
     Pessoa pessoa = AbreDoMenu();
     fecha = form->AntesFechar.liga([](bool &) { throw Falha(51, "x", "Falha de teste"); });
     EXPECT_TRUE(pessoa.Fecha());
-    EXPECT_EQ(Erros(), Textos{});
+    EXPECT_EQ(host->ErrosNovos(), Textos{});
 }
 
 TEST_F(frmListaTeste, Unload_OfEachMode_DropsTheModule)
@@ -989,7 +990,7 @@ TEST_F(frmListaTeste, Localizar_DuringWhichTheHostClosesTheWindow_EndsWithoutTou
     pessoa.Localiza("ztlLista");
     EXPECT_TRUE(fraca.Nada());
     EXPECT_EQ(host->Tela->NroForms(), 0);
-    EXPECT_EQ(Erros(), Textos{});
+    EXPECT_EQ(host->ErrosNovos(), Textos{});
 }
 
 // The message queue runs once before the window is shown and once after it.
@@ -1021,7 +1022,7 @@ TEST_F(frmListaTeste, CarregaForm_ClosedByTheHostWhileItOpens_EndsQuietlyAndDrop
         if (!antesDeMostrar) {
             EXPECT_EQ(host->Tela->NroForms(), 0);
         }
-        EXPECT_EQ(Erros(), Textos{});
+        EXPECT_EQ(host->ErrosNovos(), Textos{});
         host->Tela->FechaTudo();
         modulo = Novo<ModuloFalso>();
     }
@@ -1043,7 +1044,7 @@ TEST_F(frmListaTeste, CarregaForm_OfAModuleThatFails_TellsThePathAndLeavesNoWind
         EXPECT_EQ(host->Tela->NroForms(), 0);
         modulo = nullptr;
         EXPECT_TRUE(fraca.Nada());
-        EXPECT_EQ(Erros(), Textos{});
+        EXPECT_EQ(host->ErrosNovos(), Textos{});
     }
 }
 

@@ -55,6 +55,7 @@ class FormDeTeste : public Formulario {
             AoLigarControles();
         }
     }
+    void Solta() override { Eventos.push_back("Solta"); }
     void Form_Unload(bool &cancela) override
     {
         Eventos.push_back("Unload");

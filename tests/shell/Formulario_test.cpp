@@ -164,6 +164,7 @@ TEST_F(FormularioTeste, Carregar_Loaded_KeepsEverythingAndItsOwnHandle)
     form->DefineCaption("Outra");
     form->Carregar();
     EXPECT_TRUE(form->lblTexto == lblTexto);
+    EXPECT_EQ(form->Controles().size(), 1U);
     EXPECT_EQ(form->hwnd(), hwnd);
     EXPECT_EQ(form->Caption(), "Outra");
     EXPECT_EQ(host->Conta("Plataforma.Carrega"), 1);
@@ -206,6 +207,7 @@ TEST_F(FormularioTeste, Carregar_Fails_LeavesTheFormUnloadedAndCanBeTriedAgain)
     form->AoLigarControles = [] { throw Falha(429); };
     EXPECT_EQ(FalhaLancada([&] { form->Carregar(); }).Numero, 429);
     EXPECT_FALSE(form->Carregado());
+    EXPECT_FALSE(host->Tela->EstaAberto(form));
     form->Sinal.dispara();
     EXPECT_EQ(form->Eventos, Linhas{}); // no connection of the failed loads is left
 
@@ -315,6 +317,21 @@ TEST_F(FormularioTeste, AbandonaCarga_Loaded_UnloadsItUnlessItIsShown)
     form->AbandonaCarga();
     EXPECT_FALSE(form->Carregado());
     EXPECT_EQ(host->Conta("Plataforma.Descarrega"), 2);
+}
+
+TEST_F(FormularioTeste, AbandonaCarga_LoadedOrNot_LetsGoLastOfAllUnlessItIsShown)
+{
+    form->AbandonaCarga();
+    EXPECT_EQ(form->Eventos, Linhas{"Solta"});
+    form->Eventos.clear();
+    form->Carregar();
+    form->AbandonaCarga();
+    EXPECT_EQ(form->Eventos, (Linhas{"Unload", "Solta"}));
+    form->Eventos.clear();
+    form->Carregar();
+    form->DefineVisible(true);
+    form->AbandonaCarga();
+    EXPECT_EQ(form->Eventos, Linhas{});
 }
 
 TEST_F(FormularioTeste, Ativada_WithoutShell_RaisesItsOwnEventOnlyAndUnloadNoneUnlessLoaded)

@@ -398,6 +398,11 @@ TEST_F(GeralTeste, Logon_OutOfMemory_GoesOnWithItsTail)
 
 // Logoff.
 
+TEST_F(GeralTeste, Logoff_BeforeParametros_Fault91WithItsTail)
+{
+    EXPECT_TRUE(Lanca(91, "ZTAVOREQUIP < Geral.Logoff", [&] { geral->Logoff(); }));
+}
+
 TEST_F(GeralTeste, Logoff_AfterLogon_ClosesDisablesAndReleasesInOrder)
 {
     PoeItem();

@@ -195,6 +195,8 @@ TEST_F(MenusGeralTeste, Item_ByPosition_IsFoundFromOneToTheUpperBoundAndRounded)
         EXPECT_TRUE(Menus().Item(fora).Nada());
     }
     EXPECT_TRUE(Menus().ItemAuxiliar(std::int32_t{4}).Nada());
+    Menus().aMenu.push_back(ItemDeMenu("9", "bndAjuda"));
+    EXPECT_TRUE(Menus().Item(std::int32_t{9}).Nada()); // and by no name then
 }
 
 TEST_F(MenusGeralTeste, Item_ByName_IsTheFirstOfExactlyThatName)

@@ -102,6 +102,15 @@ std::vector<std::string> HostRoteirizado::ErrosNovos()
     return textos;
 }
 
+std::vector<std::string> HostRoteirizado::AvisosNovos()
+{
+    std::vector<std::string> textos;
+    for (; m_AvisosVistos < Dominio->Avisos.size(); ++m_AvisosVistos) {
+        textos.push_back(Dominio->Avisos[m_AvisosVistos].Texto);
+    }
+    return textos;
+}
+
 std::vector<std::string> HostRoteirizado::VerificaFim()
 {
     if (m_PerdoaSobras) {

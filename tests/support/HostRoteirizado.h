@@ -148,6 +148,8 @@ class HostRoteirizado : public HostServices {
     const std::vector<DominioRoteirizado::CaixaErro> &Erros();
     // The error boxes that the test has not looked at yet, each as `context: number (source)`.
     std::vector<std::string> ErrosNovos();
+    // The same of the notices, their texts.
+    std::vector<std::string> AvisosNovos();
 
     // The problems seen, one text each. The module has ended and the test holds no host object any more.
     std::vector<std::string> VerificaFim();
@@ -196,5 +198,6 @@ class HostRoteirizado : public HostServices {
     std::deque<std::optional<std::string>> m_Dialogos;
     std::optional<std::string> m_DialogoFixo;
     std::size_t m_ErrosVistos = 0;
+    std::size_t m_AvisosVistos = 0;
     bool m_PerdoaSobras = false;
 };
