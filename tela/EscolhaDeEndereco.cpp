@@ -87,6 +87,21 @@ void EscolhaDeEndereco::DigitaVia(const std::string &texto)
     Procura();
 }
 
+void EscolhaDeEndereco::DigitaNumero(const std::string &texto)
+{
+    m_Numero.clear();
+    for (const char letra : texto) {
+        if (letra >= '0' && letra <= '9' && m_Numero.size() < DigitosDoNumero) {
+            m_Numero += letra;
+        }
+    }
+}
+
+void EscolhaDeEndereco::DigitaComplemento(const std::string &texto)
+{
+    m_Complemento = Left(texto, TamanhoDoComplemento);
+}
+
 // The only street found need not be chosen.
 void EscolhaDeEndereco::Procura()
 {

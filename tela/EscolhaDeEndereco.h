@@ -20,8 +20,8 @@ struct MemoriaDeEnderecos : public Objeto {
 class EscolhaDeEndereco {
   public:
     static constexpr std::size_t MaximoDeSugestoes = 20;
-    static constexpr std::int32_t MaiorNumero = 999999;
-    static constexpr std::size_t TamanhoDoComplemento = 30;
+    static constexpr std::int32_t DigitosDoNumero = 6;
+    static constexpr std::int32_t TamanhoDoComplemento = 30; // characters
 
     EscolhaDeEndereco(Ref<ztEndereco> controle, Ref<ILogradouros> logradouros, Ref<MemoriaDeEnderecos> memoria);
 
@@ -51,8 +51,9 @@ class EscolhaDeEndereco {
     void DigitaVia(const std::string &texto);
     // Where the keyboard goes: on to the number, once a street was taken.
     Parte EscolheSugestao(const std::string &sugestao);
-    void DigitaNumero(const std::string &texto) { m_Numero = texto; }
-    void DigitaComplemento(const std::string &texto) { m_Complemento = texto; }
+    // Take what there is room for, and of a number its digits alone.
+    void DigitaNumero(const std::string &texto);
+    void DigitaComplemento(const std::string &texto);
     // Enters the address in the control. False when there is none to use, or the control does not take it.
     bool Usa();
     bool Limpa();

@@ -235,7 +235,11 @@ void RenderLista::MostraMenu()
 
 void RenderLista::AbreMenu(const QPoint &onde)
 {
-    Age([this] { Como<ztList>(*this).OfereceMenu(); });
+    bool oferece = false;
+    Age([&] { oferece = Como<ztList>(*this).OfereceMenu(); });
+    if (!oferece) {
+        return;
+    }
     QMenu menu(m_Tabela);
     menu.setObjectName("menuDaLista");
     for (const ComandoDeLista &comando : BarraDaLista(Como<ztList>(*this)).Comandos) {

@@ -7,11 +7,12 @@
 #include <QCompleter>
 #include <QGridLayout>
 #include <QHBoxLayout>
-#include <QIntValidator>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QStringListModel>
+
+#include <algorithm>
 
 namespace mesa {
 
@@ -33,8 +34,12 @@ QLabel *NovoRotulo(std::string_view texto, QWidget *dono)
 
 void MostraTexto(QLineEdit &campo, const std::string &texto)
 {
-    if (campo.text() != Q(texto)) { // the cursor stays with what is being typed
-        campo.setText(Q(texto));
+    const QString novo = Q(texto);
+    if (campo.text() != novo) { // the cursor stays with what is being typed
+        const auto sobra = static_cast<int>(campo.text().size() - novo.size());
+        const int cursor = campo.cursorPosition() - std::max(sobra, 0);
+        campo.setText(novo);
+        campo.setCursorPosition(campo.hasFocus() ? cursor : static_cast<int>(novo.size()));
     }
 }
 
@@ -65,10 +70,8 @@ RenderEndereco::RenderEndereco(Ref<IControle> controle, QWidget *widget, Borda b
     m_Via->setPlaceholderText("Nome da rua ou CEP");
     m_Via->setAccessibleName("Logradouro ou CEP");
     m_Numero->setAccessibleName("Número");
-    m_Numero->setValidator(new QIntValidator(0, EscolhaDeEndereco::MaiorNumero, m_Numero));
     m_Numero->setMaximumWidth(90);
     m_Complemento->setAccessibleName("Complemento");
-    m_Complemento->setMaxLength(static_cast<int>(EscolhaDeEndereco::TamanhoDoComplemento));
     m_Atual->setWordWrap(true);
     m_Usar->setAutoDefault(false);
     m_Limpar->setAutoDefault(false);
@@ -98,9 +101,10 @@ RenderEndereco::RenderEndereco(Ref<IControle> controle, QWidget *widget, Borda b
             [this] { Age([this] { m_Escolha.EscolheMunicipio(m_Municipio->currentData().toInt()); }); });
     connect(m_Via, &QLineEdit::textEdited, this,
             [this](const QString &texto) { Age([&] { m_Escolha.DigitaVia(S(texto)); }); });
-    connect(m_Numero, &QLineEdit::textEdited, this, [this](const QString &texto) { m_Escolha.DigitaNumero(S(texto)); });
+    connect(m_Numero, &QLineEdit::textEdited, this,
+            [this](const QString &texto) { Age([&] { m_Escolha.DigitaNumero(S(texto)); }); });
     connect(m_Complemento, &QLineEdit::textEdited, this,
-            [this](const QString &texto) { m_Escolha.DigitaComplemento(S(texto)); });
+            [this](const QString &texto) { Age([&] { m_Escolha.DigitaComplemento(S(texto)); }); });
     connect(completador, qOverload<const QString &>(&QCompleter::activated), this, [this](const QString &item) {
         Parte proxima = Parte::Via;
         Age([&] { proxima = m_Escolha.EscolheSugestao(S(item)); });

@@ -139,6 +139,23 @@ TEST_F(EscolhaDeEnderecoTest, Usa_EntersTheAddressWithNumberAndComplement)
     EXPECT_EQ(m_Tela.Vistos(), Textos{"EntradaOK"});
 }
 
+TEST_F(EscolhaDeEnderecoTest, Fields_OfThePerson_TakeWhatThereIsRoomForAndOfANumberItsDigits)
+{
+    for (const auto &[digitado, tomado] : std::vector<std::pair<std::string, std::string>>{
+             {"1500", "1500"}, {"15a0-0", "1500"}, {"12345678901", "123456"}, {"s/n", ""}, {"", ""}}) {
+        escolha.DigitaNumero(digitado);
+        EXPECT_EQ(escolha.Numero(), tomado) << digitado;
+    }
+    std::string trinta;
+    for (int i = 0; i < 30; ++i) {
+        trinta += "ç";
+    }
+    escolha.DigitaComplemento(trinta);
+    EXPECT_EQ(escolha.Complemento(), trinta);
+    escolha.DigitaComplemento(trinta + "a");
+    EXPECT_EQ(escolha.Complemento(), trinta);
+}
+
 TEST_F(EscolhaDeEnderecoTest, Usa_WithoutANumber_IsAnAddressWithoutOne)
 {
     EscolhaDeEndereco escolha = EmCanoas();
