@@ -364,8 +364,8 @@ TEST_F(COEquipamentosTeste, CarregaJanela_OfAHostThatFails_ReportsAndCanBeTriedA
     auto lista = Novo<COEquipamentos>();
     RefFraca<COEquipamentos> fraca = lista;
     lista->CarregaJanela(nullptr);
-    EXPECT_EQ(Erros(), Textos{"COEquipamentos.CarregaJanela: 51 (goDadosVor.PreencheTipoAgente < "
-                              "frmLista.AtualizaFrame < frmLista.CarregaForm)"});
+    EXPECT_EQ(host->ErrosNovos(), Textos{"COEquipamentos.CarregaJanela: 51 (goDadosVor.PreencheTipoAgente < "
+                                         "frmLista.AtualizaFrame < frmLista.CarregaForm)"});
     EXPECT_EQ(host->Tela->NroForms(), 0);
     EXPECT_EQ(host->Tela->Ponteiro(), 0);
     lista->CarregaJanela(nullptr);
@@ -390,8 +390,8 @@ TEST_F(COEquipamentosTeste, FormCarregado_WithPermissionsThatCannotBeRead_Report
 {
     host->FalhaEm("objSCA.PossuiPerm2");
     Pessoa pessoa = AbreDoMenu();
-    EXPECT_EQ(Erros(), Textos{"COEquipamentos.m_frmLista_FormCarregado: 51 (objSCA.PossuiPerm2 < "
-                              "COEquipamentos.MenuInicial)"});
+    EXPECT_EQ(host->ErrosNovos(), Textos{"COEquipamentos.m_frmLista_FormCarregado: 51 (objSCA.PossuiPerm2 < "
+                                         "COEquipamentos.MenuInicial)"});
     EXPECT_EQ(host->Tela->NroForms(), 1);
     EXPECT_TRUE(pessoa.Localiza("ztlLista"));
     EXPECT_TRUE(pessoa.ClicaLinha("ztlLista", 2)); // the list is heard all the same
@@ -501,7 +501,7 @@ TEST_F(COEquipamentosTeste, Localizar_LackingACriterion_HasReadThoseBeforeItAndN
         Pares faltando = depois;
         faltando.erase(faltando.begin() + static_cast<std::ptrdiff_t>(i));
         co->Localizar(Parametros(faltando));
-        EXPECT_EQ(Erros(), Textos{"COEquipamentos.Localizar: 5 (ZTAVOREQUIP)"});
+        EXPECT_EQ(host->ErrosNovos(), Textos{"COEquipamentos.Localizar: 5 (ZTAVOREQUIP)"});
         host->LimpaRegistro();
         EXPECT_TRUE(Escolhe(pessoa, Atualizar)); // searches by what was kept
         EXPECT_EQ(Enviados("lista2"), Textos{"ListaEquiptoED{" + enviados[i] + ", IndTrabFoto=1}"});
@@ -557,7 +557,7 @@ TEST_F(COEquipamentosTeste, Localizar_OfAServiceThatFails_ReportsThePathWithTheP
     for (const std::string &chamada : chamadas) {
         host->FalhaEm(chamada, 1, 70, "negado");
         pessoa.Localiza("ztlLista");
-        EXPECT_EQ(Erros(),
+        EXPECT_EQ(host->ErrosNovos(),
                   Textos{"COEquipamentos.Localizar: 70 (" + chamada + " < COEquipamentos.LocalizarEquipamentos)"});
         EXPECT_EQ(host->Tela->Ponteiro(), 0);
         EXPECT_EQ(Linhas(pessoa), Textos{});
@@ -566,8 +566,9 @@ TEST_F(COEquipamentosTeste, Localizar_OfAServiceThatFails_ReportsThePathWithTheP
     }
     host->FalhaEm("MDB.OpenRecordset");
     pessoa.Localiza("ztlLista");
-    EXPECT_EQ(Erros(), Textos{"COEquipamentos.Localizar: 51 (MDB.OpenRecordset < Generico.gFunBuscaDescrMunic < "
-                              "COEquipamentos.LocalizarEquipamentos)"});
+    EXPECT_EQ(host->ErrosNovos(),
+              Textos{"COEquipamentos.Localizar: 51 (MDB.OpenRecordset < Generico.gFunBuscaDescrMunic < "
+                     "COEquipamentos.LocalizarEquipamentos)"});
     EXPECT_EQ(Linhas(pessoa), Textos{});
 }
 
@@ -579,8 +580,8 @@ TEST_F(COEquipamentosTeste, Localizar_AnsweredWithSomethingElse_ReportsTheFault)
     for (const auto &[resposta, numero] : respostas) {
         Lista2 = [&resposta = resposta](const Ref<ListaEquiptoED> &) { return resposta; };
         pessoa.Localiza("ztlLista");
-        EXPECT_EQ(Erros(), Textos{"COEquipamentos.Localizar: " + std::to_string(numero) +
-                                  " (ZTAVOREQUIP < COEquipamentos.LocalizarEquipamentos)"});
+        EXPECT_EQ(host->ErrosNovos(), Textos{"COEquipamentos.Localizar: " + std::to_string(numero) +
+                                             " (ZTAVOREQUIP < COEquipamentos.LocalizarEquipamentos)"});
         EXPECT_EQ(host->Tela->Ponteiro(), 0);
     }
 }
@@ -597,7 +598,8 @@ TEST_F(COEquipamentosTeste, Localizar_OfAPageTooLongForItsCounter_FaultsWithTheL
     Cadastro.push_back(equipto);
     pessoa.Marca("chkInativos");
     pessoa.Localiza("ztlLista");
-    EXPECT_EQ(Erros(), Textos{"COEquipamentos.Localizar: 6 (ZTAVOREQUIP < COEquipamentos.LocalizarEquipamentos)"});
+    EXPECT_EQ(host->ErrosNovos(),
+              Textos{"COEquipamentos.Localizar: 6 (ZTAVOREQUIP < COEquipamentos.LocalizarEquipamentos)"});
     EXPECT_EQ(ListaDe(pessoa)->NroItens(), 0);
     EXPECT_EQ(ListaDe(pessoa)->Titulo(), "PREFEITURA [Inativos]");
     EXPECT_EQ(host->Tela->Ponteiro(), 0);
@@ -612,17 +614,18 @@ TEST_F(COEquipamentosTeste, Localizar_WithCriteriaThatCannotBeRead_ReportsTheCon
         {Parametros({{"Setor", "X"}}), 5}};
     for (const auto &[parametros, numero] : casos) {
         co->Localizar(parametros);
-        EXPECT_EQ(Erros(), Textos{"COEquipamentos.Localizar: " + std::to_string(numero) + " (ZTAVOREQUIP)"});
+        EXPECT_EQ(host->ErrosNovos(), Textos{"COEquipamentos.Localizar: " + std::to_string(numero) + " (ZTAVOREQUIP)"});
     }
     EXPECT_EQ(host->Conta("EquiptoRN."), 0);
     co->Localizar(nullptr);
-    EXPECT_EQ(Erros(), Textos{"COEquipamentos.Localizar: 91 (ZTAVOREQUIP)"});
+    EXPECT_EQ(host->ErrosNovos(), Textos{"COEquipamentos.Localizar: 91 (ZTAVOREQUIP)"});
 }
 
 TEST_F(COEquipamentosTeste, Localizar_WithoutAWindow_ReportsThatThereIsNoList)
 {
     Novo<COEquipamentos>()->Localizar(Criterios("0", "0", "1"));
-    EXPECT_EQ(Erros(), Textos{"COEquipamentos.Localizar: 91 (ZTAVOREQUIP < COEquipamentos.LocalizarEquipamentos)"});
+    EXPECT_EQ(host->ErrosNovos(),
+              Textos{"COEquipamentos.Localizar: 91 (ZTAVOREQUIP < COEquipamentos.LocalizarEquipamentos)"});
     EXPECT_EQ(host->RegistroDe({"Plataforma.Ponteiro"}),
               (Textos{"Plataforma.Ponteiro := 11", "Plataforma.Ponteiro := 0"}));
 }
@@ -694,8 +697,8 @@ TEST_F(COEquipamentosTeste, BotaoClick_OfAServiceThatFails_ReportsAndKeepsTheRow
     Pessoa pessoa = AbreComLinhas();
     host->FalhaEm("EquiptoRN.ExecutaMetodo");
     pessoa.PedeMais("ztlLista");
-    EXPECT_EQ(Erros(), Textos{"COEquipamentos.m_ZtList_BotaoClick: 51 (EquiptoRN.ExecutaMetodo < "
-                              "COEquipamentos.LocalizarEquipamentos)"});
+    EXPECT_EQ(host->ErrosNovos(), Textos{"COEquipamentos.m_ZtList_BotaoClick: 51 (EquiptoRN.ExecutaMetodo < "
+                                         "COEquipamentos.LocalizarEquipamentos)"});
     EXPECT_EQ(Linhas(pessoa).size(), 2U);
     EXPECT_EQ(host->Tela->Ponteiro(), 0);
     pessoa.PedeMais("ztlLista");
@@ -710,7 +713,7 @@ TEST_F(COEquipamentosTeste, BotaoClick_WhoseRowsCannotBeMade_HasTheNextPlaceAlre
     proximo = 88;
     host->FalhaEm("MDB.OpenRecordset");
     pessoa.PedeMais("ztlLista");
-    EXPECT_EQ(Erros().size(), 1U);
+    EXPECT_EQ(host->ErrosNovos().size(), 1U);
     EXPECT_EQ(Linhas(pessoa).size(), 2U);
     pessoa.PedeMais("ztlLista");
     EXPECT_EQ(Enviados("lista2"),
@@ -778,13 +781,13 @@ TEST_F(COEquipamentosTeste, CarregaSelecao_WithADateThatIsNoneAfterARow_ReportsO
     EXPECT_TRUE(lista->CarregaSelecao(Parametros({{"DtInfracao", "01/02/2026"}})));
     host->LimpaRegistro();
     EXPECT_FALSE(lista->CarregaSelecao(Parametros({{"DtInfracao", "30/02/2026"}})));
-    EXPECT_EQ(Erros(), Textos{"COEquipamentos.CarregaSelecao: 13 (ZTAVOREQUIP)"});
+    EXPECT_EQ(host->ErrosNovos(), Textos{"COEquipamentos.CarregaSelecao: 13 (ZTAVOREQUIP)"});
     EXPECT_TRUE(lista->pEquiptoED().Nada());
     EXPECT_TRUE(lista->pAfericaoED().Nada());
     EXPECT_EQ(lista->GetValorCampo("DtInfracao"), "00:00:00");
     EXPECT_EQ(host->Conta("Plataforma.Carrega"), 0);
     EXPECT_FALSE(lista->CarregaSelecao(nullptr));
-    EXPECT_EQ(Erros(), Textos{"COEquipamentos.CarregaSelecao: 91 (ZTAVOREQUIP)"});
+    EXPECT_EQ(host->ErrosNovos(), Textos{"COEquipamentos.CarregaSelecao: 91 (ZTAVOREQUIP)"});
 }
 
 TEST_F(COEquipamentosTeste, CarregaSelecao_OfAHostThatFailsOrClosesTheWindow_AnswersFalse)
@@ -792,12 +795,13 @@ TEST_F(COEquipamentosTeste, CarregaSelecao_OfAHostThatFailsOrClosesTheWindow_Ans
     auto lista = Novo<COEquipamentos>();
     host->FalhaEm("ObjInterface.MostraJanela");
     EXPECT_FALSE(lista->CarregaSelecao(Parametros({})));
-    EXPECT_EQ(Erros(), Textos{"COEquipamentos.CarregaSelecao: 51 (ObjInterface.MostraJanela < Geral.FormShow < "
-                              "frmLista.CarregaForm)"});
+    EXPECT_EQ(host->ErrosNovos(),
+              Textos{"COEquipamentos.CarregaSelecao: 51 (ObjInterface.MostraJanela < Geral.FormShow < "
+                     "frmLista.CarregaForm)"});
     EXPECT_EQ(host->Tela->NroForms(), 0);
     host->AoMostrarModal("frmLista", [this](const Ref<IForm> &) { geral->FecharJanelasAtivas(); });
     EXPECT_FALSE(lista->CarregaSelecao(Parametros({})));
-    EXPECT_EQ(Erros(), Textos{});
+    EXPECT_EQ(host->ErrosNovos(), Textos{});
 }
 
 // The menu.
@@ -929,15 +933,15 @@ TEST_F(COEquipamentosTeste, HabilitaMenu_OfARow_WritesTheStatesInThisOrderAndTho
             esperado.insert(esperado.end(), {"Habilitado mnuZTLObjLimitesDif 1", "Habilitado mnuZTLObjDiasEspec 1",
                                              "Habilitado mnuZTLObjHorarioProib 1"});
         } else {
-            EXPECT_EQ(Erros(), Textos{"COEquipamentos.m_ZtList_HabilitaItensMenuLista: 9 (ZTAVOREQUIP < "
-                                      "COEquipamentos.HabilitaMenu)"});
+            EXPECT_EQ(host->ErrosNovos(), Textos{"COEquipamentos.m_ZtList_HabilitaItensMenuLista: 9 (ZTAVOREQUIP < "
+                                                 "COEquipamentos.HabilitaMenu)"});
         }
         EXPECT_EQ(lista->Chamadas, esperado);
     }
     lista->SemColuna = "Código"; // of a command, the number of the row is read before its code
     lista->DefineItemAtual(0);
     lista->ItemMenuClicado().dispara(LimitesDif);
-    EXPECT_EQ(Erros(), Textos{"COEquipamentos.LimitesDiferenciados: 13 (ZTAVOREQUIP)"});
+    EXPECT_EQ(host->ErrosNovos(), Textos{"COEquipamentos.LimitesDiferenciados: 13 (ZTAVOREQUIP)"});
 }
 
 TEST_F(COEquipamentosTeste, MenuInicial_OfTheList_WritesStylesItemsAndStatesInThisOrder)
@@ -1101,7 +1105,7 @@ TEST_F(COEquipamentosTeste, Commands_ThatFail_ReportThePathOnceAndSearchNoMore)
         }
         // The person's way to the menu makes a row current, a key of the menu bar of the host need not.
         ListaDe(pessoa)->ItemMenuClicado().dispara(caso.Chave);
-        const Textos erros = Erros();
+        const Textos erros = host->ErrosNovos();
         ASSERT_EQ(erros.size(), 1U);
         EXPECT_TRUE(erros[0].starts_with(caso.Erro)) << erros[0];
         EXPECT_EQ(host->Tela->Ponteiro(), 0);
@@ -1140,7 +1144,7 @@ TEST_F(COEquipamentosTeste, NovoAndEditar_DuringWhichTheListIsClosed_TellTheHost
         EXPECT_EQ(Enviados("lista2"), Textos{});
         EXPECT_EQ(host->Tela->NroForms(), 0);
         EXPECT_TRUE(co.Nada());
-        EXPECT_EQ(Erros(), Textos{});
+        EXPECT_EQ(host->ErrosNovos(), Textos{});
     }
 }
 
@@ -1332,7 +1336,7 @@ TEST_F(COEquipamentosTeste, Localizar_DuringWhichTheHostClosesTheWindow_EndsQuie
     EXPECT_TRUE(co.Nada());
     EXPECT_EQ(host->Tela->NroForms(), 0);
     EXPECT_EQ(host->Tela->Ponteiro(), 0);
-    EXPECT_EQ(Erros(), Textos{});
+    EXPECT_EQ(host->ErrosNovos(), Textos{});
 }
 
 } // namespace

@@ -16,11 +16,12 @@ int Dobra(int n)
     case 7:
         return -1;
     }
-    if (n > 100) {
-        return 100;
-    }
+    unsigned int vezes = 1;
+    if (n <= 100)
+        vezes = 2;
+    else
+        n = 100;
     ++g_Chamadas;
-    const unsigned int vezes = 2;
     return n * static_cast<int>(vezes);
 }
 )";
@@ -45,10 +46,10 @@ build teste_sala: liga Dobra_test.o libsala.a
 )";
 
 constexpr const char *SemEfeito = "sala/Dobra.cpp\tg_Chamadas\tconstant: 0\tint g_Chamadas = 0;";
-constexpr const char *Indiferente = "sala/Dobra.cpp\tDobra\tswap with: ++g_Chamadas;\tif (n > 100)";
+constexpr const char *Indiferente = "sala/Dobra.cpp\tDobra\tswap with: ++g_Chamadas;\tif (n <= 100)";
 constexpr const char *TodasAsTrocas = "sala/Dobra.cpp\tDobra\tswap\t*";
 constexpr const char *NinguemOlha = "sala/Dobra.cpp\tDobra\tdelete\t++g_Chamadas;";
-constexpr const char *Notado = "sala/Dobra.cpp\tDobra\tconstant: 2\tconst unsigned int vezes = 2;";
+constexpr const char *Notado = "sala/Dobra.cpp\tDobra\tconstant: 2\tvezes = 2;";
 constexpr const char *Sumiu = "sala/Dobra.cpp\tDobra\tconstant: 3\treturn n * 3;";
 
 } // namespace
@@ -69,12 +70,12 @@ TEST(Mutantes, run_SampleRoom_EachSurvivorNeedsItsReasonAndEachReasonItsSurvivor
 
     const Execucao certa = roda(motivo(SemEfeito) + motivo(TodasAsTrocas) + motivo(NinguemOlha));
     EXPECT_TRUE(certa.Passou);
-    EXPECT_EQ(certa.Saida, titulo + "sala                9       9       6   66.67       3         0\n");
+    EXPECT_EQ(certa.Saida, titulo + "sala               12      12       9   75.00       3         0\n");
 
     const Execucao errada = roda(motivo(SemEfeito) + motivo(Indiferente) + motivo(Notado) + motivo(Sumiu));
     EXPECT_FALSE(errada.Passou);
-    EXPECT_EQ(errada.Saida, titulo + "sala                9       9       6   66.67       2         1\n" +
-                                "\nNo test notices:\n  line 12: " + NinguemOlha +
+    EXPECT_EQ(errada.Saida, titulo + "sala               12      12       9   75.00       2         1\n" +
+                                "\nNo test notices:\n  line 14: " + NinguemOlha +
                                 "\n\n"
                                 "Reasons of no change, or of one that a test notices:\n  " +
                                 Notado + "\n  " + Sumiu + "\n");

@@ -346,7 +346,7 @@ class Fonte:
         if comando.tipo in ("expressao", "throw", "break", "continue") or (comando.tipo == "return" and fim == inicio + 1):
             de, ate = self.pecas[inicio].inicio, self.pecas[fim].fim
             mutante = self._novo("delete", [(de, ate, ";")])
-            mutante.enxertos.append((de, ate, "if (!Mutante(#)) {", "}"))
+            mutante.enxertos.append((de, ate, "{if (!Mutante(#)) {", "}}"))
         if comando.tipo == "return" and self.logico and fim > inicio + 1 and self.t(inicio + 1) not in ("true", "false", "["):
             self._nega(inicio + 1, fim)
         else:
@@ -379,11 +379,11 @@ class Fonte:
         if pode_outro:
             mutante.enxertos += [
                 (a, a, "if (Mutante(#)) {" + texto_outro + "} ", ""),
-                (c, d, "if (!Mutante(#)) {", "}"),
+                (c, d, "{if (!Mutante(#)) {", "}}"),
             ]
         else:
             mutante.enxertos += [
-                (a, b, "if (!Mutante(#)) {", "}"),
+                (a, b, "{if (!Mutante(#)) {", "}}"),
                 (d, d, "", " if (Mutante(#)) {" + texto_um + "}"),
             ]
 

@@ -80,7 +80,7 @@ TEST_F(AssinanteTeste, Liga_WithName_FaultIsShownUnderClassAndNameAndGoesNoFurth
     fonte.Pergunta.dispara(cancela);
     EXPECT_TRUE(cancela); // written before the fault
     EXPECT_TRUE(seguinte);
-    EXPECT_TRUE(RegistroIgual(Erros(), {"COOuvinte.fonte_Pergunta|457|*"}));
+    EXPECT_TRUE(RegistroIgual(ErrosInteiros(), {"COOuvinte.fonte_Pergunta|457|*"}));
 }
 
 TEST_F(AssinanteTeste, Liga_WithoutName_FaultGoesOnToWhoeverRaisedTheEvent)
@@ -115,7 +115,7 @@ TEST_F(AssinanteTeste, Liga_ProcedureThatDropsItsObjectAndFails_FaultIsShown)
         throw Falha(91);
     };
     fonte.Sinal.dispara();
-    EXPECT_TRUE(RegistroIgual(Erros(), {"COOuvinte.fonte_Sinal|91|*"}));
+    EXPECT_TRUE(RegistroIgual(ErrosInteiros(), {"COOuvinte.fonte_Sinal|91|*"}));
 }
 
 TEST_F(AssinanteTeste, Desliga_Connected_NothingIsHeardAnyMoreUntilConnectedAgain)

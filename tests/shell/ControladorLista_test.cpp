@@ -222,10 +222,10 @@ TEST_F(ControladorListaTeste, AFault_IsPassedOnWithItsPathOrShownUnderTheNameOfT
     std::int32_t linha = 1;
     lista->ztList::AntesDeRemoverItem().dispara(linha);
     lista->ztList::ItemMenuClicado().dispara(MenuLista::Novo);
-    EXPECT_TRUE(
-        RegistroIgual(Erros(), {"COTeste.m_ZtList_GotFocus|5|Não há|" + fonte + "|*",
-                                "COTeste.m_ZtList_ItemClick|5|Não há|" + fonte + "|*",
-                                "COTeste.m_ZtList_AntesDeRemoverItem|13|*", "COTeste.m_ZtList_ItemMenuClicado|13|*"}));
+    EXPECT_TRUE(RegistroIgual(ErrosInteiros(),
+                              {"COTeste.m_ZtList_GotFocus|5|Não há|" + fonte + "|*",
+                               "COTeste.m_ZtList_ItemClick|5|Não há|" + fonte + "|*",
+                               "COTeste.m_ZtList_AntesDeRemoverItem|13|*", "COTeste.m_ZtList_ItemMenuClicado|13|*"}));
 }
 
 TEST_F(ControladorListaTeste, Prepara_Nothing_RaisesNinetyOneAndLetsGoOfTheFormerList)

@@ -95,7 +95,7 @@ TEST_F(EspecificaTeste, ClickMenu_WindowThatFails_IsShownByTheController)
 {
     host->FalhaEm("ObjInterface.MostraJanela", 1, 51, "Sem janela");
     EXPECT_TRUE(geral->ClickMenu(ComTrabFoto));
-    EXPECT_TRUE(RegistroIgual(Erros(), {"COEquipamentos.CarregaJanela|51|Sem janela|*"}));
+    EXPECT_TRUE(RegistroIgual(ErrosInteiros(), {"COEquipamentos.CarregaJanela|51|Sem janela|*"}));
     EXPECT_TRUE(Listas().empty());
     EXPECT_EQ(Plataforma()->Ponteiro(), 0);
 }
@@ -108,7 +108,8 @@ TEST_F(EspecificaTeste, ClickMenu_ControllerThatCannotBeCreated_IsShownToThePers
         EXPECT_FALSE(geral->ClickMenu(tool));
         EXPECT_TRUE(escassa.Recusou());
     }
-    EXPECT_EQ(Erros(), Linhas{"Especifica - ClickMenu|7|" + Falha(7).Descricao + "|ZTAVOREQUIP|Sistema de Autuações"});
+    EXPECT_EQ(ErrosInteiros(),
+              Linhas{"Especifica - ClickMenu|7|" + Falha(7).Descricao + "|ZTAVOREQUIP|Sistema de Autuações"});
     EXPECT_FALSE(geral->ClickTratado);
     EXPECT_TRUE(Listas().empty());
     EXPECT_TRUE(geral->ClickMenu(tool)); // the next click works
@@ -192,7 +193,7 @@ TEST_F(EspecificaTeste, EfetuaLogon_AnyStepThatFails_IsShownAndReturnsNormally)
         geral->Logon(host->objMTM, host->objSCA, "");
         esperados.push_back(std::string("Especifica - EfetuaLogon|1005|Falhou|") + passo + "|Sistema de Autuações");
     }
-    EXPECT_EQ(Erros(), esperados);
+    EXPECT_EQ(ErrosInteiros(), esperados);
 }
 
 TEST_F(EspecificaTeste, LiberaServicos_Called_ReleasesTheServicesOfTheModuleAndFinalizaDoesNothing)

@@ -230,8 +230,8 @@ TEST_F(ModGeralTeste, gSubMostraErro_InACatchBlock_ShowsTheFaultBeingHandled)
     } catch (...) {
         gSubMostraErro("COEquipamentos.Inativar");
     }
-    EXPECT_EQ(Erros(), Linhas{"COEquipamentos.Inativar|1033|Objeto de Relatorios nao Definido|"
-                              "ZTAVOREQUIP.Geral.ImprimirRelatorio|Sistema de Autuações"});
+    EXPECT_EQ(ErrosInteiros(), Linhas{"COEquipamentos.Inativar|1033|Objeto de Relatorios nao Definido|"
+                                      "ZTAVOREQUIP.Geral.ImprimirRelatorio|Sistema de Autuações"});
 }
 
 TEST_F(ModGeralTeste, gSubMostraErro_AnythingInItFails_RaisesNothing)
@@ -243,7 +243,7 @@ TEST_F(ModGeralTeste, gSubMostraErro_AnythingInItFails_RaisesNothing)
         gSubMostraErro("ctx", 5, "Descrição", "Fonte");
     }
     // A pointer or a title that cannot be had does not keep the fault from being shown.
-    EXPECT_EQ(Erros(), (Linhas{"ctx|5|Descrição|Fonte|Sistema de Autuações", "ctx|5|Descrição|Fonte|"}));
+    EXPECT_EQ(ErrosInteiros(), (Linhas{"ctx|5|Descrição|Fonte|Sistema de Autuações", "ctx|5|Descrição|Fonte|"}));
 }
 
 TEST_F(ModGeralTeste, gSubMostraErro_TitleCannotBeHad_ShowsTheFaultAndTheServiceIsBuiltAtTheNextUse)
@@ -256,7 +256,7 @@ TEST_F(ModGeralTeste, gSubMostraErro_TitleCannotBeHad_ShowsTheFaultAndTheService
     gSubMostraErro("ctx", 5, "Descrição", "Fonte");
     EXPECT_EQ(host->Conta("goMensagem.Titulo"), 0);
     gSubMostraErro("ctx", 5, "Descrição", "Fonte");
-    EXPECT_EQ(Erros(), (Linhas{"ctx|5|Descrição|Fonte|", "ctx|5|Descrição|Fonte|Sistema de Autuações"}));
+    EXPECT_EQ(ErrosInteiros(), (Linhas{"ctx|5|Descrição|Fonte|", "ctx|5|Descrição|Fonte|Sistema de Autuações"}));
     EXPECT_EQ(host->Conta("goMensagem.Titulo := \"Sistema de Autuações\""), 1);
 }
 
@@ -281,7 +281,7 @@ TEST_F(ModGeralTeste, gSubMostraErro_WithoutShellOrHost_ShowsTheFaultWithoutATit
     InstalaHost(nullptr);
     gSubMostraErro("ctx", 5, "Descrição", "Fonte");
     InstalaHost(host);
-    EXPECT_EQ(Erros(), Linhas{"ctx|5|Descrição|Fonte|"});
+    EXPECT_EQ(ErrosInteiros(), Linhas{"ctx|5|Descrição|Fonte|"});
 }
 
 // The code tables.
@@ -358,8 +358,8 @@ TEST_F(ComboTeste, gSubCarregaMunicipios_Fails_ShowsTheFaultAndReturns)
     gSubCarregaMunicipios(cbo);
     EXPECT_EQ(cbo->NroItens(), 0);
     gSubCarregaMunicipios(nullptr);
-    EXPECT_TRUE(RegistroIgual(
-        Erros(), {".gSubCarregaMunicipios|3078|Sem tabela|MDB.OpenRecordset|*", ".gSubCarregaMunicipios|91|*"}));
+    EXPECT_TRUE(RegistroIgual(ErrosInteiros(), {".gSubCarregaMunicipios|3078|Sem tabela|MDB.OpenRecordset|*",
+                                                ".gSubCarregaMunicipios|91|*"}));
 }
 
 TEST_F(ComboTeste, gSubCarregaArqLayout_WithFiles_ListsTheirNamesBehindNone)
@@ -393,8 +393,8 @@ TEST_F(ComboTeste, gSubCarregaArqLayout_Fails_ShowsTheFaultAndKeepsWhatWasFound)
     host->FalhaEm("Plataforma.ProximoArquivo");
     gSubCarregaArqLayout(cbo);
     EXPECT_EQ(Itens(), (Linhas{"NENHUM|NENHUM", "A1|A1"}));
-    EXPECT_TRUE(RegistroIgual(
-        Erros(), {".gSubCarregaArqLayout|76|Sem diretório|goDadosVor.DirLayouts|*", ".gSubCarregaArqLayout|51|*"}));
+    EXPECT_TRUE(RegistroIgual(ErrosInteiros(), {".gSubCarregaArqLayout|76|Sem diretório|goDadosVor.DirLayouts|*",
+                                                ".gSubCarregaArqLayout|51|*"}));
 }
 
 // Columns of a list. What the list is told is kept by a list of this test.

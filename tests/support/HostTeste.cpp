@@ -48,7 +48,7 @@ void HostTeste::FalhaEmCada(const std::vector<std::string> &passos, const std::s
     }
 }
 
-std::vector<std::string> HostTeste::Erros() const
+std::vector<std::string> HostTeste::ErrosInteiros() const
 {
     std::vector<std::string> erros;
     for (const DominioRoteirizado::CaixaErro &erro : host->Erros()) {

@@ -32,7 +32,7 @@ class HostTeste : public testing::Test {
                      const std::function<void()> &comando);
 
     // The error boxes that the person was shown, each "context|number|description|source|title".
-    std::vector<std::string> Erros() const;
+    std::vector<std::string> ErrosInteiros() const;
 
     Ref<HostRoteirizado> host = Novo<HostRoteirizado>();
     Ref<Geral> geral;

@@ -141,6 +141,7 @@ TEST_F(EscolhaDeEnderecoTest, Usa_EntersTheAddressWithNumberAndComplement)
 
 TEST_F(EscolhaDeEnderecoTest, Fields_OfThePerson_TakeWhatThereIsRoomForAndOfANumberItsDigits)
 {
+    EscolhaDeEndereco escolha = EmCanoas();
     for (const auto &[digitado, tomado] : std::vector<std::pair<std::string, std::string>>{
              {"1500", "1500"}, {"15a0-0", "1500"}, {"12345678901", "123456"}, {"s/n", ""}, {"", ""}}) {
         escolha.DigitaNumero(digitado);
