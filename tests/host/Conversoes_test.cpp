@@ -12,6 +12,7 @@
 #include <functional>
 #include <iterator>
 #include <limits>
+#include <locale>
 #include <map>
 #include <ostream>
 #include <variant>
@@ -362,6 +363,36 @@ TEST(Conversoes, OfText_UnreadableOrTooLarge_IsThePlatformsFault)
     EXPECT_EQ(NumeroDaFalha([] { CDate(std::string(7, '\0')); }), 13);
 }
 
+TEST(Conversoes, OfText_WithSignOrCurrencyBehind_TakesEachOnceAndBlanksAfterIt)
+{
+    EXPECT_EQ(CDbl("5- "), -5);
+    EXPECT_EQ(CDbl("5R$ "), 5);
+    for (const char *texto : {"5--", "5-+", "5R$R$", "&"})
+        EXPECT_EQ(NumeroDaFalha([&] { CDbl(texto); }), 13) << texto;
+    EXPECT_EQ(Val("&"), 0);
+}
+
+TEST(Conversoes, Val_StopsAtWhatIsNoDigit)
+{
+    EXPECT_EQ(Val("1~2"), 1);
+    EXPECT_EQ(Val(std::string_view("1\0002", 3)), 1);
+}
+
+struct PontoEVirgula : std::numpunct<char> {
+    char do_decimal_point() const override { return ','; }
+    char do_thousands_sep() const override { return '.'; }
+};
+
+TEST(Conversoes, OfText_InAProgramWithAnotherLocale_AreTheSame)
+{
+    const std::locale antes = std::locale::global(std::locale(std::locale::classic(), new PontoEVirgula));
+    const double regional = CDbl("1.234,5");
+    const double comPonto = Val("1.5");
+    std::locale::global(antes);
+    EXPECT_EQ(regional, 1234.5);
+    EXPECT_EQ(comPonto, 1.5);
+}
+
 TEST(Conversoes, OfHugeText_AreExactAboutTheSide)
 {
     const std::string zeros(400, '0');
@@ -422,6 +453,7 @@ TEST(Conversoes, OfWhatIsNoNumber_IsOverflow)
         EXPECT_EQ(NumeroDaFalha([&] { CStr(valor); }), 6);
         EXPECT_EQ(NumeroDaFalha([&] { CStr(Data{valor}); }), 6);
         EXPECT_EQ(NumeroDaFalha([&] { Format(valor, "0"); }), 6);
+        EXPECT_EQ(NumeroDaFalha([&] { Format(valor, "0;-0"); }), 6);
         EXPECT_EQ(NumeroDaFalha([&] { Format(Data{valor}, "dd/mm/yyyy"); }), 6);
     }
 }
@@ -463,10 +495,13 @@ TEST(Conversoes, Format_WithLiterals_KeepsThemAsTheyAre)
     EXPECT_EQ(Format(5, "\\00"), "05");
     EXPECT_EQ(Format(5, "\"aberto"), "aberto");
     EXPECT_EQ(Format(5, "0\\"), "5\\");
+    EXPECT_EQ(Format(5, "0\\a"), "5a");
+    EXPECT_EQ(Format(5, "\"\"0"), "5");
     EXPECT_EQ(Format(5, "é"), "é");
     EXPECT_EQ(Format(DataDe(5, 1, 2023, 7, 8, 9), "dd \"De\" mm"), "05 De 01");
     EXPECT_EQ(Format(DataDe(5, 1, 2023, 7, 8, 9), "hh\\Hmm"), "07H08");
     EXPECT_EQ(Format(DataDe(5, 1, 2023, 7, 8, 9), "dd°mm"), "05°01");
+    EXPECT_EQ(Format(DataDe(5, 1, 2023, 7, 8, 9), "{dd|mm}"), "{05|01}");
     EXPECT_EQ(Format(DataDe(5, 1, 2023, 7, 8, 9), "d\\dd"), "5d5");
     EXPECT_EQ(Format(DataDe(5, 3, 2024, 14, 7, 9), "hh:ss"), "14:09"); // the seconds behind the hour
     EXPECT_EQ(Format(DataDe(5, 3, 2024, 14, 7, 9), "hh:ss mm"), "14:09 03");

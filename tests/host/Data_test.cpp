@@ -68,6 +68,7 @@ TEST(Data, DataDe_OfImpossibleDayOrTime_IsFault5)
     EXPECT_EQ(NumeroDe([] { DataDe(1, 1, -100000); }), 5);
     EXPECT_EQ(NumeroDe([] { DataDe(29, 2, 2024); }), 0);
     EXPECT_EQ(NumeroDe([] { DataDe(1, 1, 2023, 24, 0, 0); }), 5);
+    EXPECT_EQ(NumeroDe([] { DataDe(1, 1, 2023, 2147483647, 0, 0); }), 5);
     EXPECT_EQ(NumeroDe([] { DataDe(1, 1, 2023, -1, 0, 0); }), 5);
     EXPECT_EQ(NumeroDe([] { DataDe(1, 1, 2023, 0, 60, 0); }), 5);
     EXPECT_EQ(NumeroDe([] { DataDe(1, 1, 2023, 0, -1, 0); }), 5);

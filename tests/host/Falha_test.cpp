@@ -61,7 +61,9 @@ TEST(DescricaoFalha, ask_EveryPlatformNumber_HasItsOwnText)
         {75, "Erro de acesso ao caminho ou arquivo"},
         {76, "Caminho não encontrado"},
         {91, "Variável de objeto não definida"},
+        {94, "Uso inválido de um valor nulo"},
         {424, "Era esperado um objeto"},
+        {429, "Não foi possível criar o objeto"},
         {438, "O objeto não tem esta propriedade ou método"},
         {457, "A chave já está em uso nesta coleção"},
     };

@@ -83,6 +83,19 @@ TEST(LeituraData, EveryMonth_IsReadByNameAndByThreeLettersInAnyCase)
     }
 }
 
+TEST(LeituraData, EveryWeekday_IsReadByNameAndByThreeLettersAndSaysNothing)
+{
+    const std::vector<std::string> dias{"domingo",      "segunda-feira", "terça-feira", "quarta-feira",
+                                        "quinta-feira", "sexta-feira",   "sábado"};
+    for (std::size_t i = 0; i < dias.size(); ++i) {
+        const int dia = static_cast<int>(i) + 2; // of May 2021, which began on a Saturday
+        const std::string nome = dias[i];
+        const std::string curto = Left(nome, 3);
+        for (const std::string &texto : {nome, UCase(nome), curto, UCase(curto), curto + "."})
+            EXPECT_EQ(LeData(texto + ", " + std::to_string(dia) + "/05/2021", AnoComum), DataDe(dia, 5, 2021)) << texto;
+    }
+}
+
 TEST(LeituraData, HoursMinutesAndSeconds_EndBeforeTheNextUnitAndCountForward)
 {
     EXPECT_EQ(LeData("23:59:59", AnoComum), DataDe(30, 12, 1899, 23, 59, 59));

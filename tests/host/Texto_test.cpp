@@ -15,6 +15,12 @@ TEST(Texto, Len_OfAccentedText_CountsLettersAndEachMalformedByteAsOne)
     EXPECT_EQ(Len(""), 0U);
     EXPECT_EQ(Len("Aferição"), 8U);
     EXPECT_EQ(Len("€𝄞"), 2U);
+    EXPECT_EQ(Len("\xE1\xBA\xBD"), 1U);       // the first byte is odd
+    EXPECT_EQ(Len("\xF1\x80\x80\x80"), 1U);   // the same
+    EXPECT_EQ(Len("\xC2\x80"), 1U);           // smallest of two bytes
+    EXPECT_EQ(Len("\xE0\xA0\x80"), 1U);       // of three
+    EXPECT_EQ(Len("\xF0\x90\x80\x80"), 1U);   // of four
+    EXPECT_EQ(Len("\xEE\x80\x80"), 1U);       // follows the surrogates
     EXPECT_EQ(Len("\xE7\xE3o"), 3U);          // Latin-1 bytes
     EXPECT_EQ(Len("\x80\xBF"), 2U);           // continuations without a start
     EXPECT_EQ(Len("\xE2\x82"), 2U);           // cut short
@@ -131,7 +137,8 @@ TEST(Texto, Divide_OfText_GivesEveryPieceEmptyOnesToo)
     EXPECT_EQ(Divide("a||b|", "|"), (Textos{"a", "", "b", ""}));
     EXPECT_EQ(Divide("a\r\nb", "\r\n"), (Textos{"a", "b"}));
     EXPECT_EQ(Divide("çaç", "a"), (Textos{"ç", "ç"}));
-    EXPECT_EQ(Divide("", "/"), Textos{}); // no piece
+    EXPECT_EQ(Divide("a", "|||"), (Textos{"a"})); // shorter than the separator
+    EXPECT_EQ(Divide("", "/"), Textos{});         // no piece
     EXPECT_EQ(Divide("", ""), Textos{});
     EXPECT_EQ(Divide("a/b", ""), (Textos{"a/b"})); // the whole text
 }
