@@ -582,6 +582,7 @@ TEST_F(PessoaTest, Enter_InADate_MakesItsYearWholeBeforeTheButton)
 
 TEST_F(PessoaTest, Esc_PressesTheCancelButton)
 {
+    Campo("txt");
     Botao("cmdOK");
     EXPECT_FALSE(m_Pessoa.Esc());
     EXPECT_EQ(m_Pessoa.Motivo(), "não há botão de cancelar");
