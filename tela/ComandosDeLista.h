@@ -12,7 +12,7 @@
 // A command of the list, as its button and as its entry in the context menu.
 struct ComandoDeLista {
     std::string Chave;
-    std::string Letra; // that Alt answers to; empty when all of its letters were taken
+    std::string Letra; // that Alt answers to; empty when all of its letters were taken, and of one not seen
     std::string NoBotao;
     std::string NoMenu;
     std::string Dica;

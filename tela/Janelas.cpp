@@ -55,11 +55,7 @@ PedidosDaJanela Janelas::Pedidos(const Ref<IForm> &form)
 
 void Janelas::SegueOrdem(IForm &quem, Aberta &aberta)
 {
-    const auto paraFrente = [fraca = RefFraca<IJanela>(aberta.Janela)] {
-        if (const Ref<IJanela> janela = fraca.Alvo()) {
-            janela->ParaFrente();
-        }
-    };
+    const auto paraFrente = [janela = aberta.Janela] { janela->ParaFrente(); };
     aberta.Conexoes.push_back(quem.PediuFoco().liga(paraFrente));
     aberta.Conexoes.push_back(quem.PediuOrdem().liga([paraFrente](std::int16_t) { paraFrente(); }));
 }

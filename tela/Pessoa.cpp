@@ -444,7 +444,7 @@ void Pessoa::JuntaRespostas(const Ref<IControle> &controle, const std::string &l
             }
         }
         for (const ComandoDeLista &comando : barra.Comandos) {
-            if (comando.Letra == letra && comando.Visivel && comando.Utilizavel) {
+            if (comando.Letra == letra && comando.Utilizavel) {
                 respostas.push_back([controle, lista, chave = comando.Chave] { return lista->EscolheMenu(chave); });
             }
         }

@@ -27,6 +27,15 @@ TEST_F(CheckBoxTest, DefineValue_OfAnother_RaisesClick)
     EXPECT_EQ(m_Tela.Vistos(), (Textos{"Mudou", "Click"}));
 }
 
+TEST_F(CheckBoxTest, DefineValue_OfTheSameOrOfNeither_RaisesNothingOrIsFault5)
+{
+    m_Caixa->DefineValue(0);
+    EXPECT_EQ(NumeroDaFalha([&] { m_Caixa->DefineValue(2); }), 5);
+    EXPECT_EQ(NumeroDaFalha([&] { m_Caixa->DefineValue(-1); }), 5);
+    EXPECT_EQ(m_Caixa->Value(), 0);
+    EXPECT_EQ(m_Tela.Vistos(), Textos{});
+}
+
 TEST_F(CheckBoxTest, Clica_Twice_ChecksAndUnchecks)
 {
     EXPECT_TRUE(m_Caixa->Clica());

@@ -80,6 +80,8 @@ TEST_F(ztComboTest, Fresh_WithContents_HasThemAsItems)
     EXPECT_EQ(combo->Itens()[2].Texto, "Subcódigo");
     EXPECT_EQ(combo->Itens()[2].Valor, "2");
     EXPECT_EQ(combo->IndiceAtual(), -1);
+    // The last item may be without its end.
+    EXPECT_EQ(Itens(Combo(Chamado<AjustesZtCombo>("cbo", {.Conteudo = "a|0??b|1"}))), (Textos{"a|0", "b|1"}));
 }
 
 TEST_F(ztComboTest, AdicionaItem_SplitsTextAndValueByItsDelimiterAndColumn)

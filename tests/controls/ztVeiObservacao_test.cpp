@@ -44,6 +44,13 @@ TEST_F(ztVeiObservacaoTest, DefineText_AboveTheLimit_CutsAtSeventyLetters)
     EXPECT_EQ(m_Tela.Vistos(), Textos{});
 }
 
+TEST_F(ztVeiObservacaoTest, DefineText_WithoutALimit_StandsWhole)
+{
+    const auto observacao = m_Tela.Poe<ztVeiObservacao>(Chamado<AjustesZtVeiObservacao>("txtObs", {.MaxLength = 0}));
+    observacao->DefineText(std::string(100, 'x'));
+    EXPECT_EQ(observacao->Text(), std::string(100, 'x'));
+}
+
 TEST_F(ztVeiObservacaoTest, Digita_WhileLocked_IsRefusedUntilUnlocked)
 {
     const Ref<ztVeiObservacao> observacao = Observacao();

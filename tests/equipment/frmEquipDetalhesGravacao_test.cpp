@@ -463,6 +463,21 @@ TEST_F(GravacaoEquipDetalhesTeste, ValidaClick_ThatFails_IsReportedAndLeavesTheF
     });
 }
 
+TEST_F(GravacaoEquipDetalhesTeste, Aplicar_AfterTheCheckOfTheSpeedFailed_LeavesTheSpeedThatTheEquipmentHad)
+{
+    AceitaSalvar();
+    Responde(NovoED("C"));
+    Edita([&](Pessoa &p) {
+        p.Acha<IztMask>("txtVelocPerm")->DefineText("0");
+        host->FalhaEm("goMensagem.ExibeMensagem");
+        host->LimpaRegistro();
+        Aplica(p, false);
+        EXPECT_EQ(Erros().size(), 1U);
+        EXPECT_EQ(MembroEnviado("altera", "VelocPermitida"), "80");
+        Fecha(p);
+    });
+}
+
 // What is sent.
 
 TEST_F(GravacaoEquipDetalhesTeste, Aplicar_OfANewEquipment_AsksWritesSavesAndReadsAgain)

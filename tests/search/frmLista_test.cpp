@@ -424,7 +424,12 @@ TEST_F(frmListaTeste, cboCriterio_Chosen_ShowsTheFieldForItWithTheFocus)
     }
     Poe(pessoa, {{"cboCriterio", "Todos"}});
     EXPECT_FALSE(campo->Visible());
-    EXPECT_EQ(modulo->Chamadas, (Textos{"LimpaPesquisa()", "LimpaPesquisa()", "LimpaPesquisa()"}));
+    EXPECT_EQ(modulo->Chamadas, Textos(3, "LimpaPesquisa()"));
+    Poe(pessoa, {{"cboCriterio", "Código"}});
+    pessoa.Acha<IztCombo>("cboCriterio")->DefineValor(""); // none of them: the field stays
+    EXPECT_TRUE(campo->Visible());
+    EXPECT_EQ(campo->Rotulo(), "Código");
+    EXPECT_EQ(modulo->Chamadas, Textos(5, "LimpaPesquisa()"));
     EXPECT_EQ(host->Registro(), Textos{});
 }
 

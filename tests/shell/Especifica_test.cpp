@@ -37,6 +37,7 @@ TEST_F(EspecificaTeste, Inicializa_AShell_IsTheOneThatEveryClassReaches)
     auto outra = Novo<Geral>();
     geral->CEspecifica()->Inicializa(outra);
     EXPECT_TRUE(goGeral.Alvo() == outra);
+    EXPECT_EQ(geral->CEspecifica()->NomeTipo(), "Especifica");
 }
 
 // Clicks.

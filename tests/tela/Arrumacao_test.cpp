@@ -167,6 +167,27 @@ TEST_F(ArrumacaoTest, Grid_PieceOverSeveralColumns_WidensTheLastOnlyAsFarAsItMus
     EXPECT_EQ(m_Arrumado.Menor.Largura, 228);
 }
 
+TEST_F(ArrumacaoTest, Grid_PieceOverAColumnOfItsOwn_HasTheDistanceBeforeItToo)
+{
+    Peca larga = UmCampo("larga", 20);
+    larga.Vao = 2;
+    Desenha(EmGrade({EmLinha({UmCampo("a", 2)}), EmLinha({larga})}));
+    EXPECT_EQ(Lugar("larga"), (Retangulo{10, 43, 208, 28}));
+    EXPECT_EQ(Lugar("a").Largura, 28);
+    EXPECT_EQ(m_Arrumado.Menor.Largura, 228);
+}
+
+TEST_F(ArrumacaoTest, Grid_ColumnOfHiddenPieces_TakesNoRoom)
+{
+    Desenha(EmGrade({EmLinha({UmCampo("a", 4), UmCampo("b", 2)}), EmLinha({UmCampo("c", 3), UmCampo("d", 2)})}));
+    EXPECT_EQ(Lugar("b").X, 10 + 48 + 5);
+    Controle("a")->DefineVisible(false);
+    Controle("c")->DefineVisible(false);
+    DeNovo();
+    EXPECT_EQ(Lugar("b").X, 10);
+    EXPECT_EQ(Lugar("d").X, 10);
+}
+
 TEST_F(ArrumacaoTest, Grid_HiddenPieceOrRow_LeavesTheOthersInLine)
 {
     Desenha(EmGrade({EmLinha({Rotulado(UmCampo("a", 2), "A:"), Rotulado(UmCampo("b", 2), "B:")}),
@@ -210,6 +231,20 @@ TEST_F(ArrumacaoTest, Elastic_ColumnOfAGrid_TakesTheRoomOfItsGrid)
     EXPECT_EQ(Lugar("b").X + Lugar("b").Largura, 290);
     EXPECT_EQ(Lugar("d").Largura, 28);
     EXPECT_EQ(Lugar("d").X, Lugar("b").X);
+}
+
+TEST_F(ArrumacaoTest, Elastic_RowOfAGrid_TakesTheHeightThatIsLeft)
+{
+    Desenha(EmGrade({EmLinha({UmCampo("a", 2)}), Elastica(EmLinha({UmQuadro("caixa", {UmCampo("b", 2)})})),
+                     EmLinha({UmCampo("c", 2)})}),
+            {300, 400});
+    EXPECT_EQ(Lugar("a").Y, 10);
+    EXPECT_EQ(Lugar("caixa").Y, 43);
+    EXPECT_EQ(Lugar("caixa").Altura, 380 - 2 * 33);
+    EXPECT_EQ(Lugar("c").Y, 390 - 28);
+    Controle("caixa")->DefineVisible(false);
+    DeNovo({300, 400});
+    EXPECT_EQ(Lugar("c").Y, 43);
 }
 
 TEST_F(ArrumacaoTest, Box_ItsPiecesStandInsideBelowItsTitle)
@@ -398,6 +433,14 @@ TEST_F(ArrumacaoTest, Widths_FollowWhatEachKindShows)
     EXPECT_EQ(Lugar("valor").Largura, 190 + 8);
 }
 
+TEST_F(ArrumacaoTest, Combo_ThatIsElastic_AsksForTheRoomOfItsLongestItem)
+{
+    Desenha(
+        EmLinha({Elastica({.Ajustes = AjustesZtCombo{.Conteudo = std::string(60, 'n') + "|1??"}, .Nome = "combo"})}));
+    EXPECT_EQ(m_Arrumado.Natural.Largura, 20 + 600 + 8 + 20);
+    EXPECT_EQ(m_Arrumado.Menor.Largura, 20 + 180 + 8 + 20);
+}
+
 TEST_F(ArrumacaoTest, Column_WhatHasNoWidthOfItsOwn_FillsIt)
 {
     Desenha(EmColuna({UmCampo("a", 12), UmTexto("valor", "1", PapelLabel::Valor), UmTexto("texto", "2")}));
@@ -433,6 +476,8 @@ TEST_F(ArrumacaoTest, Empty_DescriptionOrAllHidden_NeedsNothing)
     Desenha({});
     EXPECT_EQ(m_Arrumado.Menor, (Tamanho{20, 20}));
     EXPECT_TRUE(m_Arrumado.Pecas.empty());
+    const auto semDesenho = Novo<FormFalso>();
+    EXPECT_EQ(Arruma(semDesenho->Desenho(), *semDesenho, m_Medidor, {}, m_Folgas).Menor, (Tamanho{20, 20}));
     Desenha(EmColuna({UmCampo("a", 4)}));
     Controle("a")->DefineVisible(false);
     DeNovo({300, 300});

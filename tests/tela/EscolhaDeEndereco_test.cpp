@@ -29,6 +29,7 @@ class EscolhaDeEnderecoTest : public testing::Test {
 
 TEST_F(EscolhaDeEnderecoTest, AtFirst_NothingIsChosen)
 {
+    EXPECT_EQ(m_Memoria->NomeTipo(), "MemoriaDeEnderecos");
     const EscolhaDeEndereco escolha = Escolha();
     EXPECT_EQ(escolha.CodMunic(), 0);
     EXPECT_EQ(escolha.Via() + escolha.Numero() + escolha.Complemento(), "");
@@ -254,6 +255,9 @@ TEST_F(EscolhaDeEnderecoTest, Acompanha_OfAnAddressAlreadyShown_LeavesWhatIsBein
     escolha.Acompanha();
     EXPECT_EQ(escolha.Via(), "Rua Benta - Norte - 92000-020");
     EXPECT_EQ(escolha.Numero(), "78");
+    Preseta(2, 78, "fundos");
+    escolha.Acompanha();
+    EXPECT_EQ(escolha.Complemento(), "fundos");
 }
 
 TEST_F(EscolhaDeEnderecoTest, Acompanha_OfAStreetThatNobodyKnows_ShowsTheAddressInWordsAlone)

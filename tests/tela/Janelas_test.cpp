@@ -268,6 +268,25 @@ TEST_F(JanelasTest, FechaForm_OfAModalOne_TakesOnlyWhatStandsInFrontOfIt)
     EXPECT_EQ(Vistos(), Textos{"para a frente lista"});
 }
 
+TEST_F(JanelasTest, FechaForm_OfAModalOne_LeavesWhatStandsInFrontOfTheOneBehindIt)
+{
+    const Ref<FormDeJanela> sensor = Form("sensor");
+    m_Camada->NaModal["sensor"] = [&] {
+        Mostra(Form("outra"));
+        m_Janelas->Descarrega(sensor);
+    };
+    NaModal(Form("detalhes"), [&] {
+        Mostra(Form("solta"));
+        Vistos();
+        Mostra(sensor, true);
+    });
+    EXPECT_EQ(Vistos(),
+              (Textos{"faz sensor modal sobre detalhes ainda oculto", "espera em sensor",
+                      "faz outra solta sobre sensor ainda oculto", "mostra outra", "descarrega sensor",
+                      "descarrega outra", "retira outra", "retira sensor", "volta de sensor", "descarrega detalhes",
+                      "descarrega solta", "retira solta", "retira detalhes", "volta de detalhes"}));
+}
+
 TEST_F(JanelasTest, FechaForm_WhenAWindowInFrontOfItFailsToUnload_GoesAllTheSame)
 {
     const auto descarrega = m_Janelas->Descarrega;
@@ -351,6 +370,18 @@ TEST_F(JanelasTest, Pedidos_OfAnOpenWindow_ReachItsForm)
     pedidos.Fecha();
     pedidos.Ativou();
     pedidos.Ajuda();
+    EXPECT_EQ(Vistos(), Textos{});
+}
+
+TEST_F(JanelasTest, Pedidos_AfterTheEndOfTheForm_DoNothing)
+{
+    Ref<FormDeJanela> lista = Form("lista");
+    Mostra(lista);
+    m_Janelas->FechaForm(lista);
+    lista = nullptr;
+    Vistos();
+    m_Camada->Pedidos["lista"].Ativou();
+    m_Camada->Pedidos["lista"].Fecha();
     EXPECT_EQ(Vistos(), Textos{});
 }
 
@@ -501,6 +532,7 @@ TEST_F(JanelasTest, MostraPDF_WhenTheViewerIsDone_TellsTheHost)
 
 TEST_F(JanelasTest, Screen_IsTheLayers)
 {
+    EXPECT_EQ(m_Janelas->NomeTipo(), "Janelas");
     EXPECT_EQ(m_Janelas->LarguraTela(), 1920);
     EXPECT_EQ(m_Janelas->AlturaTela(), 1080);
     m_Janelas->ProcessaMensagens();

@@ -53,6 +53,8 @@ TEST(Mnemonicas, Acha_TakesBeginningsOfWordsFirst)
     EXPECT_EQ(livres.Acha("Limites Diferenciados"), "d");
     EXPECT_EQ(livres.Acha("Limites Diferenciados"), "i");
     EXPECT_EQ(livres.Acha("Um\nNovo"), "n"); // the menus have "u"
+    EXPECT_EQ(livres.Acha("Um\tOutro"), "o");
+    EXPECT_EQ(livres.Acha("Um\rTotal"), "t");
 }
 
 TEST(Mnemonicas, Acha_LettersOfTheMainMenusAndAccents_AreNeverChosen)
@@ -61,6 +63,7 @@ TEST(Mnemonicas, Acha_LettersOfTheMainMenusAndAccents_AreNeverChosen)
     EXPECT_EQ(livres.Acha("Ejú 1"), "");
     EXPECT_EQ(livres.Acha("Última"), "l");
     EXPECT_EQ(livres.Acha("JUÍZO"), "z");
+    EXPECT_EQ(livres.Acha("[{@`"), ""); // beside the letters
 }
 
 TEST(Mnemonicas, Acha_WhenAllLettersAreTaken_FindsNone)

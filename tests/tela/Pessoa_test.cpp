@@ -218,6 +218,7 @@ TEST_F(PessoaTest, Action_WhenTheFormHasEnded_IsRefused)
     Campo("txt");
     Botao("cmdOK");
     m_Tela.Solta();
+    m_Pessoa.Ocupa(nullptr, Parte::Todo); // the toolkit tells where it left the keyboard
     EXPECT_FALSE(m_Pessoa.Digita("txt", "x"));
     EXPECT_FALSE(m_Pessoa.Tab());
     EXPECT_FALSE(m_Pessoa.Enter());
@@ -452,6 +453,16 @@ TEST_F(PessoaTest, Tab_InAList_StopsAtItsButtonsWithoutGivingItTheFocus)
     EXPECT_EQ(m_Tela.Vistos(), Textos{});
 }
 
+TEST_F(PessoaTest, Tab_ToTheButtonOfAListWhereNothingHadTheFocus_StopsThere)
+{
+    const Ref<ztList> lista = m_Tela.Poe<ztList>(Chamado<AjustesZtList>("ztLista", {.BarraCriteriosAtiva = true}));
+    m_Tela.Anota(lista->BotaoLocalizarEnvia(), "localiza");
+    EXPECT_TRUE(m_Pessoa.Tab());
+    EXPECT_EQ(NomeComFoco(), "");
+    EXPECT_TRUE(m_Pessoa.Enter());
+    EXPECT_EQ(m_Tela.Vistos(), Textos{"localiza"});
+}
+
 TEST_F(PessoaTest, Tab_WhenNothingTakesTheFocus_IsRefused)
 {
     Com<Label, AjustesLabel>("lbl", "x");
@@ -479,6 +490,17 @@ TEST_F(PessoaTest, Keys_OnAFormWithAControlOfAnotherMaker_PassItBy)
     EXPECT_FALSE(m_Pessoa.Foco("alheio"));
     EXPECT_EQ(m_Pessoa.Motivo(), "alheio: não é controle para isso");
     EXPECT_EQ(NomeComFoco(), "b");
+}
+
+TEST_F(PessoaTest, Alt_OnALabelBeforeAControlOfAnotherMaker_LeadsToTheNextOneOfOurs)
+{
+    Com<Label, AjustesLabel>("lblA", "&Código:");
+    EXPECT_FALSE(m_Pessoa.Alt(U'c')); // nothing to lead to
+    EXPECT_EQ(m_Pessoa.Motivo(), "nenhum controle responde a essa tecla");
+    m_Tela.Form->Guarda(Novo<ControleAlheio>("alheio"));
+    Campo("a");
+    EXPECT_TRUE(m_Pessoa.Alt(U'c'));
+    EXPECT_EQ(NomeComFoco(), "a");
 }
 
 TEST_F(PessoaTest, Clica_OnAButtonOfAnotherMaker_IsRefused)
@@ -560,6 +582,7 @@ TEST_F(PessoaTest, Enter_InADate_MakesItsYearWholeBeforeTheButton)
 
 TEST_F(PessoaTest, Esc_PressesTheCancelButton)
 {
+    Campo("txt");
     Botao("cmdOK");
     EXPECT_FALSE(m_Pessoa.Esc());
     EXPECT_EQ(m_Pessoa.Motivo(), "não há botão de cancelar");
