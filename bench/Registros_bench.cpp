@@ -224,7 +224,7 @@ int main()
 
     Tabela tabela;
     tabela.MedeTempo({"CarregaED, 100 calibrations a sensor / copy", 30, Aquecido(CarregaED(100)),
-                      Aquecido(CopiaEquipto(100)), 2.9, 1.5});
+                      Aquecido(CopiaEquipto(100)), 3, 1.5});
     tabela.MedeTempo({"getClone and Atualiza of a sensor / two copies", 3000, Aquecido(EditaSensor),
                       Aquecido(EditaSensorPuro), 2.5, 1.5});
     tabela.MedeMemoria(
