@@ -83,7 +83,7 @@ template <class T> class Colecao {
     // Takes the item of a key out. Fault 5 if there is none.
     void Remove(std::string_view chave) { RemoveIndice(Indice(chave)); }
 
-    // Takes all items out, which end in their order.
+    // Takes all items out.
     void RemoveTodos()
     {
         // Only after the collection is whole again: the items' destructors may look at it.

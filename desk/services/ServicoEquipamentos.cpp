@@ -19,13 +19,23 @@ namespace {
 
 const std::string_view TiposDeVia[] = {"", "R", "U", "I"};
 
+// Refused where there is no such type, as in a row that came past the services.
+const TipoOferecido &TipoDe(const EquiptoED &equipto)
+{
+    const TipoOferecido *tipo = Referencias::Tabelas().Tipo(equipto.TipoEquip);
+    if (tipo == nullptr) {
+        throw Recusa("Não existe o tipo de equipamento \"" + equipto.TipoEquip.Valor() + "\".");
+    }
+    return *tipo;
+}
+
 // Columns that the services keep beside those of the record.
 Celulas Derivados(const EquiptoED &equipto, std::int64_t versao)
 {
     return {{"CodigoChave", Q(UCase(equipto.Codigo.Valor()))},
             {"CodigoBusca", Q(TextoBusca(equipto.Codigo))},
             {"SubCodigoBusca", Q(TextoBusca(equipto.SubCodigo))},
-            {"TrabFoto", Referencias::Tabelas().Tipo(equipto.TipoEquip)->TrabFoto ? Indicador::Sim : Indicador::Nao},
+            {"TrabFoto", TipoDe(equipto).TrabFoto ? Indicador::Sim : Indicador::Nao},
             {"Versao", qlonglong(versao)}};
 }
 
@@ -91,7 +101,7 @@ Ref<EquiptoED> ServicoEquipamentos::Inclui(const EquiptoED &pedido)
     novo->Ativo = Indicador::Sim;
     FirmaIndicadores(*novo);
     ConfereRegistro(*novo);
-    if (!Referencias::Tabelas().Tipo(novo->TipoEquip)->Em(novo->TipoAgente)) {
+    if (!TipoDe(*novo).Em(novo->TipoAgente)) {
         throw Recusa("O tipo de medidor " + CStr(novo->TipoAgente.Valor()) + " não tem o tipo de equipamento \"" +
                      novo->TipoEquip.Valor() + "\".");
     }
@@ -206,9 +216,7 @@ void ServicoEquipamentos::ConfereRegistro(const EquiptoED &e) const
     Conferencia::Faixa("VelocPermitida", e.VelocPermitida, 0, 999);
 
     const Referencias &tabelas = Referencias::Tabelas();
-    if (tabelas.Tipo(e.TipoEquip) == nullptr) {
-        throw Recusa("Não existe o tipo de equipamento \"" + e.TipoEquip.Valor() + "\".");
-    }
+    TipoDe(e);
     Conferencia::Faixa("TipoAgente", e.TipoAgente, 1, 3);
     if (std::find(std::begin(TiposDeVia), std::end(TiposDeVia), e.TipoVia.Valor()) == std::end(TiposDeVia)) {
         throw Recusa("Não existe o tipo de via \"" + e.TipoVia.Valor() + "\".");

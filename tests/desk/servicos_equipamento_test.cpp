@@ -333,6 +333,17 @@ TEST_F(ServicosEquipamento, consultaSimples_GivesTheEquipmentAlone)
     EXPECT_EQ(Abre(m_Ana, numero)->Sensores.Valor()->Count(), 1);
 }
 
+// Written past the services: no table tells whether it is of photo work.
+TEST_F(ServicosEquipamento, Desativa_OfATypeThatThereIsNot_IsRefused)
+{
+    const std::int32_t numero = Inclui(m_Ana, EquipamentoDe("R-001"));
+    m_Registro.Sql("UPDATE EQUIPAMENTO SET TipoEquip = 'Z'");
+    const Retorno retorno = Pede(m_Ana, "desativa", SoNumero(numero));
+    EXPECT_FALSE(retorno.Feita);
+    EXPECT_EQ(retorno.Recusa, "Não existe o tipo de equipamento \"Z\".");
+    EXPECT_EQ(m_Registro.Sql("SELECT Ativo FROM EQUIPAMENTO"), "1");
+}
+
 TEST_F(ServicosEquipamento, TemPermissao_ByAction_AsGrantedUntilTakenAway)
 {
     const auto bruno = m_Registro.Sessao("bruno");
