@@ -49,7 +49,7 @@ std::function<void()> Busca(const RegistroCheio &registro, std::int32_t desde, c
     return [&registro, desde, codigo] {
         for (int vez = 0; vez < PorVez; ++vez) {
             auto pedido = Novo<ListaEquiptoED>();
-            pedido->ClienteInc = "DETRAN/RS";
+            pedido->ClienteInc = "Autoridade Estadual de Trânsito";
             pedido->IndTrabFoto = std::uint8_t{1};
             pedido->Ativo = std::uint8_t{1};
             pedido->ProxNroIntEquip = desde;

@@ -30,12 +30,18 @@ struct ClienteDaAmostra {
 const std::vector<ClienteDaAmostra> &ClientesDaAmostra()
 {
     static const std::vector<ClienteDaAmostra> clientes = {
-        {{1, "DETRAN/RS", {"Fiscalização", "Engenharia", "Metrologia"}},
+        {{1, "Autoridade Estadual de Trânsito", {"Fiscalização", "Engenharia", "Metrologia"}},
          "ana",
          {PortoAlegre, 4305108, 4314407, 4316907, 4318705},
-         "DT"},
-        {{2, "EPTC", {"Operações", "Eletrônica"}}, "elisa", {PortoAlegre, 4309209, 4304606}, "EP"},
-        {{3, "DAER", {"Rodovias Norte", "Rodovias Sul"}}, "gilda", {4313409, 4315602, 4311403, 4302105, 4303103}, "DA"},
+         "AE"},
+        {{2, "Autoridade Municipal de Trânsito", {"Operações", "Eletrônica"}},
+         "elisa",
+         {PortoAlegre, 4309209, 4304606},
+         "AM"},
+        {{3, "Autoridade das Estradas de Rodagem", {"Rodovias Norte", "Rodovias Sul"}},
+         "gilda",
+         {4313409, 4315602, 4311403, 4302105, 4303103},
+         "AR"},
     };
     return clientes;
 }
@@ -301,15 +307,22 @@ void CadastraUsuariosDaAmostra(Servicos &servicos)
     }
     const std::vector<std::string> todas = {"", "I", "A", "E"};
     const std::vector<std::string> consulta = {""};
-    servicos.CadastraUsuario({101, "ana", "Ana Bittencourt", 1, "DETRAN/RS", "Fiscalização", 0}, SenhaDaAmostra, todas);
-    servicos.CadastraUsuario({102, "bruno", "Bruno Azevedo", 1, "DETRAN/RS", "Engenharia", 0}, SenhaDaAmostra,
-                             consulta);
-    servicos.CadastraUsuario({103, "carla", "Carla Nunes", 1, "DETRAN/RS", "Fiscalização", 0}, SenhaDaAmostra, {});
-    servicos.CadastraUsuario({104, "davi", "Davi Conceição", 1, "DETRAN/RS", "Fiscalização", PortoAlegre},
+    servicos.CadastraUsuario({101, "ana", "Ana Bittencourt", 1, "Autoridade Estadual de Trânsito", "Fiscalização", 0},
                              SenhaDaAmostra, todas);
-    servicos.CadastraUsuario({201, "elisa", "Elisa Möller", 2, "EPTC", "Operações", 0}, SenhaDaAmostra, todas);
-    servicos.CadastraUsuario({202, "fabio", "Fábio Peçanha", 2, "EPTC", "Eletrônica", 0}, SenhaDaAmostra, consulta);
-    servicos.CadastraUsuario({301, "gilda", "Gilda Sant'Anna", 3, "DAER", "Rodovias Norte", 0}, SenhaDaAmostra, todas);
+    servicos.CadastraUsuario({102, "bruno", "Bruno Azevedo", 1, "Autoridade Estadual de Trânsito", "Engenharia", 0},
+                             SenhaDaAmostra, consulta);
+    servicos.CadastraUsuario({103, "carla", "Carla Nunes", 1, "Autoridade Estadual de Trânsito", "Fiscalização", 0},
+                             SenhaDaAmostra, {});
+    servicos.CadastraUsuario(
+        {104, "davi", "Davi Conceição", 1, "Autoridade Estadual de Trânsito", "Fiscalização", PortoAlegre},
+        SenhaDaAmostra, todas);
+    servicos.CadastraUsuario({201, "elisa", "Elisa Möller", 2, "Autoridade Municipal de Trânsito", "Operações", 0},
+                             SenhaDaAmostra, todas);
+    servicos.CadastraUsuario({202, "fabio", "Fábio Peçanha", 2, "Autoridade Municipal de Trânsito", "Eletrônica", 0},
+                             SenhaDaAmostra, consulta);
+    servicos.CadastraUsuario(
+        {301, "gilda", "Gilda Sant'Anna", 3, "Autoridade das Estradas de Rodagem", "Rodovias Norte", 0}, SenhaDaAmostra,
+        todas);
 }
 
 void PreencheAmostra(Servicos &servicos, Data hoje, const std::function<void(double)> &progresso)

@@ -127,7 +127,7 @@ void Roteiro::Entra(const QString &usuario)
         m_Condutor.Clica("entrar");
         m_Condutor.EsperaSemJanela("Entrada");
         m_Condutor.ConfereTexto("estadoUsuario", "Usuário: Ana Bittencourt");
-        m_Condutor.ConfereTexto("estadoCliente", "Cliente: DETRAN/RS   Setor: Fiscalização");
+        m_Condutor.ConfereTexto("estadoCliente", "Cliente: Autoridade Estadual de Trânsito   Setor: Fiscalização");
         m_Condutor.ConfereFerramenta("mnuModVOREquiptos", true);
     });
 }
@@ -142,11 +142,11 @@ void Roteiro::Pesquisa()
     });
     m_Condutor.Passo("Pesquisa por todos", [&] {
         m_Condutor.Clica("ztlLista_localizar");
-        const int total =
-            NoBanco("SELECT COUNT(*) FROM EQUIPAMENTO WHERE ClienteInc = 'DETRAN/RS' AND Ativo = 1 AND TrabFoto = 1")
-                .toInt();
+        const int total = NoBanco("SELECT COUNT(*) FROM EQUIPAMENTO WHERE ClienteInc = 'Autoridade Estadual de "
+                                  "Trânsito' AND Ativo = 1 AND TrabFoto = 1")
+                              .toInt();
         m_Condutor.ConfereLinhas("ztlLista", qMin(total, 50));
-        m_Condutor.ConfereTexto("ztlLista/titulo", "DETRAN/RS");
+        m_Condutor.ConfereTexto("ztlLista/titulo", "Autoridade Estadual de Trânsito");
         m_Condutor.ConfereHabilitado("ztlLista/mnuZTLObjEditar", true);
     });
 }
@@ -307,7 +307,7 @@ void Roteiro::Limites()
         ProcuraPeloCodigo(Codigo);
         m_Condutor.ConfereLinhas("ztlLista", 1);
         m_Condutor.ConfereCelula("ztlLista", 1, "Município", "Porto Alegre");
-        m_Condutor.ConfereTexto("ztlLista/titulo", "DETRAN/RS - Cód. Equipto.: ROTEIRO1");
+        m_Condutor.ConfereTexto("ztlLista/titulo", "Autoridade Estadual de Trânsito - Cód. Equipto.: ROTEIRO1");
     });
     m_Condutor.Passo("Limite diferenciado em três dias", [&] {
         m_Condutor.Clica("ztlLista/mnuZTLObjLimitesDif");
@@ -424,7 +424,8 @@ void Roteiro::ConsultaParaAutuacao()
     const QString vigente = "EXISTS (SELECT 1 FROM SENSOR S JOIN AFERICAO A ON A.NroIntSensor = S.NroIntSensor WHERE "
                             "S.NroIntEquip = E.NroIntEquip AND S.Ativo = 1 AND A.Ativo = 1 AND A.DataVerificacao <= " +
                             hoje + " AND A.DataVencimento >= " + hoje + ")";
-    const QString base = "FROM EQUIPAMENTO E WHERE E.ClienteInc = 'DETRAN/RS' AND E.Ativo = 1 AND E.TrabFoto = 2 AND ";
+    const QString base = "FROM EQUIPAMENTO E WHERE E.ClienteInc = 'Autoridade Estadual de Trânsito' AND E.Ativo = 1 "
+                         "AND E.TrabFoto = 2 AND ";
     const QString codigo = NoBanco("SELECT E.Codigo " + base + vigente + " ORDER BY E.NroIntEquip");
     const QString semVigente = NoBanco("SELECT E.Codigo " + base + "NOT " + vigente + " ORDER BY E.NroIntEquip");
     const auto daAfericao = [&](const QString &campo) {

@@ -27,14 +27,14 @@ TEST_F(ztClienteSetorTest, Fresh_HasNoClient)
 
 TEST_F(ztClienteSetorTest, Escolhe_OfAnother_RaisesChange)
 {
-    EXPECT_TRUE(m_Cliente->Escolhe("DAER", "Sul"));
-    EXPECT_EQ(m_Cliente->Cliente(), "DAER");
+    EXPECT_TRUE(m_Cliente->Escolhe("Autoridade das Estradas de Rodagem", "Sul"));
+    EXPECT_EQ(m_Cliente->Cliente(), "Autoridade das Estradas de Rodagem");
     EXPECT_EQ(m_Cliente->Setor(), "Sul");
     EXPECT_TRUE(m_Cliente->TemFoco());
     EXPECT_EQ(m_Tela.Vistos(), (Textos{"Mudou", "Change"}));
-    EXPECT_TRUE(m_Cliente->Escolhe("DAER", "Sul"));
+    EXPECT_TRUE(m_Cliente->Escolhe("Autoridade das Estradas de Rodagem", "Sul"));
     EXPECT_EQ(m_Tela.Vistos(), Textos{});
-    EXPECT_TRUE(m_Cliente->Escolhe("DAER", ""));
+    EXPECT_TRUE(m_Cliente->Escolhe("Autoridade das Estradas de Rodagem", ""));
     EXPECT_EQ(m_Tela.Vistos(), (Textos{"Mudou", "Change"}));
 }
 
@@ -42,7 +42,7 @@ TEST_F(ztClienteSetorTest, Escolhe_WhileDisabled_IsRefused)
 {
     m_Cliente->DefineEnabled(false);
     m_Tela.Vistos();
-    EXPECT_FALSE(m_Cliente->Escolhe("DAER", ""));
+    EXPECT_FALSE(m_Cliente->Escolhe("Autoridade das Estradas de Rodagem", ""));
     EXPECT_EQ(m_Cliente->Cliente(), "");
     EXPECT_EQ(m_Tela.Vistos(), Textos{});
 }
@@ -51,7 +51,7 @@ TEST_F(ztClienteSetorTest, Valida_WithoutClient_AnswersFalseAndTellsThePerson)
 {
     EXPECT_FALSE(m_Cliente->Valida());
     EXPECT_EQ(m_Tela.Vistos(), Textos{"Informe o cliente!"});
-    EXPECT_TRUE(m_Cliente->Escolhe("DAER", ""));
+    EXPECT_TRUE(m_Cliente->Escolhe("Autoridade das Estradas de Rodagem", ""));
     m_Tela.Vistos();
     EXPECT_TRUE(m_Cliente->Valida());
     EXPECT_EQ(m_Tela.Vistos(), Textos{});
@@ -61,10 +61,10 @@ TEST_F(ztClienteSetorTest, DefineCodCliente_AsksForTheClientThatItStartsWith)
 {
     m_Tela.Liga(m_Cliente->AoDefinirCodCliente(), [&] {
         EXPECT_EQ(m_Cliente->CodCliente(), 2);
-        m_Cliente->PresetaCliente("EPTC", "Centro");
+        m_Cliente->PresetaCliente("Autoridade Municipal de Trânsito", "Centro");
     });
     m_Cliente->DefineCodCliente(2);
-    EXPECT_EQ(m_Cliente->Cliente(), "EPTC");
+    EXPECT_EQ(m_Cliente->Cliente(), "Autoridade Municipal de Trânsito");
     EXPECT_EQ(m_Cliente->Setor(), "Centro");
     EXPECT_EQ(m_Tela.Vistos(), Textos{"Mudou"});
 }
@@ -75,14 +75,14 @@ TEST_F(ztClienteSetorTest, Escolhe_WhenChangeReleasesTheForm_EndsInPeace)
     ztClienteSetor *cliente = tela.Poe<ztClienteSetor>(Chamado<AjustesZtClienteSetor>("ztCliente")).Ponteiro();
     tela.Liga(cliente->Mudou(), [&] { tela.Solta(); });
     tela.Anota(cliente->Change(), "Change");
-    EXPECT_TRUE(cliente->Escolhe("DAER", ""));
+    EXPECT_TRUE(cliente->Escolhe("Autoridade das Estradas de Rodagem", ""));
     EXPECT_EQ(tela.Vistos(), Textos{"Change"});
 }
 
 TEST_F(ztClienteSetorTest, Escolhe_WhenTheFocusDisablesIt_IsRefused)
 {
     m_Tela.Liga(m_Cliente->RecebeuFoco(), [&] { m_Cliente->DefineEnabled(false); });
-    EXPECT_FALSE(m_Cliente->Escolhe("DAER", ""));
+    EXPECT_FALSE(m_Cliente->Escolhe("Autoridade das Estradas de Rodagem", ""));
     EXPECT_EQ(m_Cliente->Cliente(), "");
     EXPECT_EQ(m_Tela.Vistos(), Textos{"Mudou"});
 }

@@ -90,17 +90,22 @@ TEST_F(BancoLocalMesaTeste, UCASE_OfAccentedText_RaisesEveryLetterAndKeepsNull)
 
 TEST_F(BancoLocalMesaTeste, LookUpByCode_OfTheReplica_UsesItsIndex)
 {
-    const Textos plano = Coluna("detail", "EXPLAIN QUERY PLAN         SELECT NroIntEquip     FROM VOREQUIPTO    WHERE "
-                                          "ClienteInc = 'EPTC'     AND UCASE(Codigo) = 'ÁB1'     AND Ativo = 1 ");
+    const Textos plano = Coluna(
+        "detail", "EXPLAIN QUERY PLAN         SELECT NroIntEquip     FROM VOREQUIPTO    WHERE "
+                  "ClienteInc = 'Autoridade Municipal de Trânsito'     AND UCASE(Codigo) = 'ÁB1'     AND Ativo = 1 ");
     ASSERT_EQ(plano.size(), 1U);
     EXPECT_EQ(plano[0], "SEARCH VOREQUIPTO USING INDEX VOREQUIPTO_Codigo (ClienteInc=? AND <expr>=?)");
 }
 
 TEST_F(BancoLocalMesaTeste, LookUpByCode_OfAnAccentedOne_FindsIt)
 {
-    Replica({{7, "EPTC", "áb1", "P", 1}, {8, "EPTC", "ab1", "P", 1}});
-    EXPECT_EQ(Coluna("NroIntEquip", "SELECT * FROM VOREQUIPTO WHERE ClienteInc = 'EPTC' AND UCASE(Codigo) = 'ÁB1'"),
-              Textos{"7"});
+    Replica({{7, "Autoridade Municipal de Trânsito", "áb1", "P", 1},
+             {8, "Autoridade Municipal de Trânsito", "ab1", "P", 1}});
+    EXPECT_EQ(
+        Coluna(
+            "NroIntEquip",
+            "SELECT * FROM VOREQUIPTO WHERE ClienteInc = 'Autoridade Municipal de Trânsito' AND UCASE(Codigo) = 'ÁB1'"),
+        Textos{"7"});
 }
 
 TEST_F(BancoLocalMesaTeste, Abre_ForTheModule_RefusesToWrite)
@@ -111,19 +116,23 @@ TEST_F(BancoLocalMesaTeste, Abre_ForTheModule_RefusesToWrite)
 
 TEST_F(BancoLocalMesaTeste, AtualizaReplica_Again_HasTheNewRowsOnly)
 {
-    Replica({{1, "EPTC", "A", "P", 1}, {2, "EPTC", "B", "P", 2}});
-    Replica({{3, "EPTC", "C", "R", 1}});
+    Replica(
+        {{1, "Autoridade Municipal de Trânsito", "A", "P", 1}, {2, "Autoridade Municipal de Trânsito", "B", "P", 2}});
+    Replica({{3, "Autoridade Municipal de Trânsito", "C", "R", 1}});
     EXPECT_EQ(Coluna("Codigo", "SELECT * FROM VOREQUIPTO"), Textos{"C"});
     EXPECT_EQ(mesa.Host->BancoLocal->DataDaReplica(), DataDe(20, 11, 2026));
 }
 
 TEST_F(BancoLocalMesaTeste, AtualizaReplica_ThatFailsInTheMiddle_LeavesTheOldOne)
 {
-    Replica({{1, "EPTC", "A", "P", 1}, {2, "EPTC", "B", "P", 2}});
-    EXPECT_THROW(Replica({{3, "EPTC", "C", "R", 1}}, true), std::runtime_error);
+    Replica(
+        {{1, "Autoridade Municipal de Trânsito", "A", "P", 1}, {2, "Autoridade Municipal de Trânsito", "B", "P", 2}});
+    EXPECT_THROW(Replica({{3, "Autoridade Municipal de Trânsito", "C", "R", 1}}, true), std::runtime_error);
     EXPECT_EQ(Coluna("Codigo", "SELECT * FROM VOREQUIPTO ORDER BY NroIntEquip"), (Textos{"A", "B"}));
     // The second cannot be stored.
-    EXPECT_THROW(Replica({{3, "EPTC", "C", "R", 1}, {3, "EPTC", "D", "R", 1}}), Falha);
+    EXPECT_THROW(Replica({{3, "Autoridade Municipal de Trânsito", "C", "R", 1},
+                          {3, "Autoridade Municipal de Trânsito", "D", "R", 1}}),
+                 Falha);
     EXPECT_EQ(Coluna("Codigo", "SELECT * FROM VOREQUIPTO ORDER BY NroIntEquip"), (Textos{"A", "B"}));
 }
 

@@ -44,7 +44,7 @@ TEST_F(EstradasTeste, Search_InRealWindows_BySomeCriteriaAndOrders)
     std::string descricoes;
     Percurso percurso;
     percurso.Janelas["frmLista"] = [&](PessoaNaTela &p) {
-        p.EscolheCliente("ztCliente", "DETRAN/RS", "");
+        p.EscolheCliente("ztCliente", "Autoridade Estadual de Trânsito", "");
         p.Localiza("ztlLista");
         p.OrdenaPor("ztlLista", 2);
         for (std::int32_t linha = 1; linha <= p.Linhas("ztlLista"); ++linha) {

@@ -588,7 +588,7 @@ TEST_F(JanelasTeste, StatusBar_OfTheOneWhoIsIn_TellsWhoWhereAndHowFresh)
 {
     const auto texto = [this](const char *nome) { return S(mesa.findChild<QLabel *>(nome)->text()); };
     EXPECT_EQ(texto("estadoUsuario"), "Usuário: Ana Souza");
-    EXPECT_EQ(texto("estadoCliente"), "Cliente: DETRAN/RS   Setor: Fiscalização");
+    EXPECT_EQ(texto("estadoCliente"), "Cliente: Autoridade Estadual de Trânsito   Setor: Fiscalização");
     EXPECT_EQ(texto("estadoReplica"), "Dados considerados até 20/11/2026 10:00:00");
     EXPECT_FALSE(mesa.findChild<QWidget *>("estadoForcar")->isVisible());
     mesa.Sai();

@@ -20,16 +20,16 @@ const std::map<std::string, Pessoa> &Pessoas()
     constexpr std::int32_t portoAlegre = 4314902;
     const std::vector<std::string> todas = {"", "I", "A", "E"};
     static const std::map<std::string, Pessoa> pessoas = {
-        {"ana", {{1, "ana", "Ana Souza", 1, "DETRAN/RS", "Fiscalização", 0}, todas}},
-        {"bruno", {{2, "bruno", "Bruno Lima", 1, "DETRAN/RS", "Fiscalização", 0}, {""}}},
-        {"carla", {{3, "carla", "Carla Dias", 1, "DETRAN/RS", "Metrologia", 0}, {}}},
-        {"davi", {{4, "davi", "Davi Reis", 1, "DETRAN/RS", "Fiscalização", portoAlegre}, todas}},
-        {"elisa", {{5, "elisa", "Elisa Prado", 2, "EPTC", "Operações", 0}, todas}},
-        {"bia", {{6, "bia", "Bia Nunes", 1, "DETRAN/RS", "Fiscalização", 0}, todas}},
-        {"caio", {{7, "caio", "Caio Melo", 1, "DETRAN/RS", "Fiscalização", 0}, todas}},
-        {"inês", {{8, "inês", "Inês Luz", 1, "DETRAN/RS", "Fiscalização", 0}, {"", "I"}}},
-        {"alice", {{9, "alice", "Alice Rocha", 1, "DETRAN/RS", "Fiscalização", 0}, {"", "A"}}},
-        {"eva", {{10, "eva", "Eva Costa", 1, "DETRAN/RS", "Fiscalização", 0}, {"", "E"}}},
+        {"ana", {{1, "ana", "Ana Souza", 1, "Autoridade Estadual de Trânsito", "Fiscalização", 0}, todas}},
+        {"bruno", {{2, "bruno", "Bruno Lima", 1, "Autoridade Estadual de Trânsito", "Fiscalização", 0}, {""}}},
+        {"carla", {{3, "carla", "Carla Dias", 1, "Autoridade Estadual de Trânsito", "Metrologia", 0}, {}}},
+        {"davi", {{4, "davi", "Davi Reis", 1, "Autoridade Estadual de Trânsito", "Fiscalização", portoAlegre}, todas}},
+        {"elisa", {{5, "elisa", "Elisa Prado", 2, "Autoridade Municipal de Trânsito", "Operações", 0}, todas}},
+        {"bia", {{6, "bia", "Bia Nunes", 1, "Autoridade Estadual de Trânsito", "Fiscalização", 0}, todas}},
+        {"caio", {{7, "caio", "Caio Melo", 1, "Autoridade Estadual de Trânsito", "Fiscalização", 0}, todas}},
+        {"inês", {{8, "inês", "Inês Luz", 1, "Autoridade Estadual de Trânsito", "Fiscalização", 0}, {"", "I"}}},
+        {"alice", {{9, "alice", "Alice Rocha", 1, "Autoridade Estadual de Trânsito", "Fiscalização", 0}, {"", "A"}}},
+        {"eva", {{10, "eva", "Eva Costa", 1, "Autoridade Estadual de Trânsito", "Fiscalização", 0}, {"", "E"}}},
     };
     return pessoas;
 }
@@ -49,8 +49,8 @@ template <class R, class Item> Ref<R> Poe(const Ref<R> &registro, Campo<ListaDe<
 RegistroDeTeste::RegistroDeTeste() : Relogio(DataDe(20, 11, 2026, 10, 0, 0))
 {
     Reabre();
-    m_Servicos->CadastraCliente({1, "DETRAN/RS", {"Fiscalização", "Metrologia"}});
-    m_Servicos->CadastraCliente({2, "EPTC", {"Operações"}});
+    m_Servicos->CadastraCliente({1, "Autoridade Estadual de Trânsito", {"Fiscalização", "Metrologia"}});
+    m_Servicos->CadastraCliente({2, "Autoridade Municipal de Trânsito", {"Operações"}});
 }
 
 void RegistroDeTeste::Fecha()

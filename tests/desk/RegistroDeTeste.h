@@ -26,12 +26,12 @@ struct Retorno {
     template <class R> Ref<R> Como() const { return Resposta.Como<R>(); }
 };
 
-// A registry in a file of its own, in a directory that goes away with the test. Its clients are DETRAN/RS (sectors
-// Fiscalização and Metrologia) and EPTC (Operações).
+// A registry in a file of its own, in a directory that goes away with the test. Its clients are Autoridade Estadual de
+// Trânsito (sectors Fiscalização and Metrologia) and Autoridade Municipal de Trânsito (Operações).
 //
-// Its users come to be when they first sign in: ana, bia and caio may do everything for DETRAN/RS, bruno only looks
-// there, inês only includes, alice only changes, eva only deactivates, carla may do nothing, davi is tied to Porto
-// Alegre; elisa may do everything for EPTC.
+// Its users come to be when they first sign in: ana, bia and caio may do everything for Autoridade Estadual de
+// Trânsito, bruno only looks there, inês only includes, alice only changes, eva only deactivates, carla may do nothing,
+// davi is tied to Porto Alegre; elisa may do everything for Autoridade Municipal de Trânsito.
 class RegistroDeTeste {
   public:
     RegistroDeTeste();
@@ -77,7 +77,7 @@ Ref<R> Com(const Ref<R> &registro, Campo<T> R::*membro, const std::type_identity
     return Com(Com(registro, membro, valor), outro, seu);
 }
 
-// A whole equipment of DETRAN/RS, not yet sent.
+// A whole equipment of Autoridade Estadual de Trânsito, not yet sent.
 Ref<EquiptoED> EquipamentoDe(const std::string &codigo);
 Ref<SensorED> SensorDe(std::int16_t numero);
 Ref<AfericaoED> AfericaoDe(const std::string &numero, Data de, Data ate, double documento = 0);

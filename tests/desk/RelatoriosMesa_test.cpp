@@ -65,8 +65,8 @@ TEST_F(RelatoriosMesaTeste, Imprimir_WithoutData_SaysNothingOfRows)
 
 TEST_F(RelatoriosMesaTeste, ImprimirDesigner_OfAnObject_ShowsThePage)
 {
-    EXPECT_TRUE(Imprime(Valor(Ref<Objeto>(Novo<Cursor>())), {"Cliente: EPTC"}));
-    EXPECT_EQ(TextoMostrado(), "Relatório Cliente: EPTC 1");
+    EXPECT_TRUE(Imprime(Valor(Ref<Objeto>(Novo<Cursor>())), {"Cliente: Autoridade Municipal de Trânsito"}));
+    EXPECT_EQ(TextoMostrado(), "Relatório Cliente: Autoridade Municipal de Trânsito 1");
 }
 
 TEST_F(RelatoriosMesaTeste, ImprimirRelatorio_OfTheModule_ReachesTheViewerAndAnswersFalse)

@@ -42,7 +42,7 @@ constexpr TipoDeEquipamento TiposSemFoto[] = {{"A", 2, false, ""}, {"E", 3, fals
 
 std::string CodigoDo(const char *tipo)
 {
-    return std::string("DETRAN_CERRADO.00") + tipo;
+    return std::string("ESTADO_CERRADO.00") + tipo;
 }
 
 // The desk over a registry that has one equipment of every type, and all six forms in all their modes. Each window is

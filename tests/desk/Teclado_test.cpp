@@ -23,7 +23,8 @@ using namespace mesa;
 
 namespace {
 
-// The desk over a registry with three equipment of DETRAN/RS: A1, with a sensor that has a calibration, Á2 and A3.
+// The desk over a registry with three equipment of Autoridade Estadual de Trânsito: A1, with a sensor that has a
+// calibration, Á2 and A3.
 class TecladoTeste : public MesaTeste {
   protected:
     TecladoTeste()
@@ -106,7 +107,7 @@ TEST_F(TecladoTeste, Search_ByCriteriaAndMoving_ByKeys)
 {
     Trabalha([](Teclado &t) {
         t.Alt('E').EscolheNoMenu("trabalho fotográfico").EsperaJanela("frmLista");
-        t.TabAte("ztCliente/cliente").DesceAte("DETRAN/RS");
+        t.TabAte("ztCliente/cliente").DesceAte("Autoridade Estadual de Trânsito");
         t.TabAte("ztCliente/setor").DesceAte("Metrologia").DesceAte("Todos os setores");
         t.TabAte("cboTipoAgente").DesceAte("Fixo");
         t.TabAte("cboTipoEquipto").DesceAte("Pardal");

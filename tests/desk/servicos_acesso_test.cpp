@@ -45,9 +45,13 @@ const std::vector<Operacao> &Operacoes()
         {"desativa", "E", "desativar equipamentos", equipamento, SoNumero},
         {"reativa", "E", "reativar equipamentos", equipamento, SoNumero},
         {"inclui", "I", "incluir equipamentos", "",
-         [](std::int32_t) { return Com(EquipamentoDe("X-1"), &EquiptoED::ClienteInc, "DETRAN/RS"); }},
+         [](std::int32_t) {
+             return Com(EquipamentoDe("X-1"), &EquiptoED::ClienteInc, "Autoridade Estadual de Trânsito");
+         }},
         {"lista2", "", "consultar equipamentos", "",
-         [](std::int32_t) { return Com(Novo<ListaEquiptoED>(), &ListaEquiptoED::ClienteInc, "DETRAN/RS"); }},
+         [](std::int32_t) {
+             return Com(Novo<ListaEquiptoED>(), &ListaEquiptoED::ClienteInc, "Autoridade Estadual de Trânsito");
+         }},
         {"consultaSimplesAfericaoVigente", "", "consultar aferições", equipamento,
          [](std::int32_t n) {
              return Com(Novo<ConsultaAfericaoED>(), &ConsultaAfericaoED::NroIntEquip, n,
@@ -77,7 +81,7 @@ const std::vector<Operacao> &Operacoes()
 
 class ServicosAcesso : public ServicosTeste {
   protected:
-    // One of everything, number 1 each, of DETRAN/RS in Caxias do Sul.
+    // One of everything, number 1 each, of Autoridade Estadual de Trânsito in Caxias do Sul.
     ServicosAcesso()
     {
         const auto afericao = AfericaoDe("1", DataDe(1, 1, 2026), DataDe(31, 12, 2026), GuardaPdf(m_Ana, "x"));
@@ -146,10 +150,13 @@ TEST_F(ServicosAcesso, EveryOperation_OnWhatIsAnotherClients_FindsNothing)
     const auto elisa = m_Registro.Sessao("elisa");
     for (const Operacao &operacao : Operacoes()) {
         SCOPED_TRACE(operacao.Metodo);
-        const std::string recusa =
-            operacao.Metodo == "inclui"   ? "Elisa Prado registra equipamentos do cliente EPTC, e não de DETRAN/RS."
-            : operacao.Metodo == "lista2" ? "Elisa Prado consulta equipamentos do cliente EPTC, e não de DETRAN/RS."
-                                          : "O cliente EPTC não tem " + operacao.Falta + "1.";
+        const std::string recusa = operacao.Metodo == "inclui"
+                                       ? "Elisa Prado registra equipamentos do cliente Autoridade Municipal de "
+                                         "Trânsito, e não de Autoridade Estadual de Trânsito."
+                                   : operacao.Metodo == "lista2"
+                                       ? "Elisa Prado consulta equipamentos do cliente Autoridade Municipal de "
+                                         "Trânsito, e não de Autoridade Estadual de Trânsito."
+                                       : "O cliente Autoridade Municipal de Trânsito não tem " + operacao.Falta + "1.";
         EXPECT_EQ(Recusa(elisa, operacao, 1), recusa);
     }
 }
@@ -159,8 +166,8 @@ TEST_F(ServicosAcesso, EveryOperation_OnWhatIsNotThere_IsRefused)
     for (const Operacao &operacao : Operacoes()) {
         if (!operacao.Falta.empty()) {
             for (const std::int32_t numero : {99, -1, INT32_MAX}) {
-                EXPECT_EQ(Recusa(m_Ana, operacao, numero),
-                          "O cliente DETRAN/RS não tem " + operacao.Falta + std::to_string(numero) + ".")
+                EXPECT_EQ(Recusa(m_Ana, operacao, numero), "O cliente Autoridade Estadual de Trânsito não tem " +
+                                                               operacao.Falta + std::to_string(numero) + ".")
                     << operacao.Metodo;
             }
         }
@@ -179,7 +186,7 @@ TEST_F(ServicosAcesso, altera_OfOnesOwn_WithTheSensorOrDocumentOfAnotherClient_I
     EXPECT_EQ(recusa(Poe(SoSensor(2), SoAfericao(1))),
               "A aferição de número interno 1 não é do sensor 1 deste equipamento.");
     EXPECT_EQ(recusa(Poe(SoSensor(2), AfericaoDe("7", DataDe(1, 1, 2026), DataDe(2, 1, 2026), 1))),
-              "O documento de número 1 da aferição 7 não existe no cliente EPTC.");
+              "O documento de número 1 da aferição 7 não existe no cliente Autoridade Municipal de Trânsito.");
     EXPECT_EQ(Historico(), historico);
 }
 
@@ -253,7 +260,7 @@ TEST_F(ServicosAcesso, History_OfEveryKindOfChange_TellsWhoWhenBeforeAndAfter)
     EXPECT_EQ(ultimas("Ativo"), "6 100015 DIA2.3 DIA2 desativa 1 2");
 
     GuardaPdf(bia, "y");
-    EXPECT_EQ(ultimas("ClienteInc"), "6 100016 DOCUMENTO2.1 DOCUMENTO2 inclui - DETRAN/RS");
+    EXPECT_EQ(ultimas("ClienteInc"), "6 100016 DOCUMENTO2.1 DOCUMENTO2 inclui - Autoridade Estadual de Trânsito");
 }
 
 // The row of the history is part of the change: where it cannot be written, nothing changes.

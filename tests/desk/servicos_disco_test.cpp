@@ -158,8 +158,8 @@ TEST_F(ServicosDisco, CadastraUsuario_AtEveryWrite)
 {
     const auto cadastra = [&] {
         const std::string nome = "novo" + Marca();
-        m_Registro.Aberto().CadastraUsuario({100 + m_Marca, nome, "Novo", 1, "DETRAN/RS", "Fiscalização", 0}, "senha",
-                                            {"", "I"});
+        m_Registro.Aberto().CadastraUsuario(
+            {100 + m_Marca, nome, "Novo", 1, "Autoridade Estadual de Trânsito", "Fiscalização", 0}, "senha", {"", "I"});
     };
     Varre(4, "Servicos.CadastraUsuario", cadastra, 3);
 }
@@ -282,8 +282,9 @@ TEST_F(ServicosDisco, RealDisk_ThatIsFull_RefusesAndGoesOnOnceThereIsRoom)
             const std::string lastro = ponto.filePath("lastro").toStdString();
             const auto servicos =
                 Servicos::Abre(ponto.filePath("r.db").toStdString(), [] { return DataDe(20, 11, 2026); });
-            servicos->CadastraCliente({1, "DETRAN/RS", {}});
-            servicos->CadastraUsuario({1, "ana", "Ana", 1, "DETRAN/RS", "", 0}, "s", {"", "I", "A", "E"});
+            servicos->CadastraCliente({1, "Autoridade Estadual de Trânsito", {}});
+            servicos->CadastraUsuario({1, "ana", "Ana", 1, "Autoridade Estadual de Trânsito", "", 0}, "s",
+                                      {"", "I", "A", "E"});
             std::string recusa;
             std::int32_t espera = 0;
             const auto ana = servicos->Entra("ana", "s", recusa, espera);

@@ -58,17 +58,19 @@ TEST_F(ServicosDocumentos, Content_ThatIsNoPdf_IsRefused)
 TEST_F(ServicosDocumentos, Number_ThatIsNone_IsRefused)
 {
     GuardaPdf(m_Ana, "x");
-    EXPECT_EQ(RecusaAoLer(m_Ana, 9), "O documento de número 9 não existe no cliente DETRAN/RS.");
+    EXPECT_EQ(RecusaAoLer(m_Ana, 9), "O documento de número 9 não existe no cliente Autoridade Estadual de Trânsito.");
     for (const double numero : {0.0, -1.0, 1.5, 1e300, std::numeric_limits<double>::infinity()}) {
         RecusaAoLer(m_Ana, numero);
     }
-    EXPECT_EQ(RecusaAoLer(m_Ana, std::nan("")), "O documento de número inválido não existe no cliente DETRAN/RS.");
+    EXPECT_EQ(RecusaAoLer(m_Ana, std::nan("")),
+              "O documento de número inválido não existe no cliente Autoridade Estadual de Trânsito.");
 }
 
 TEST_F(ServicosDocumentos, OfAnotherClientOrWithoutPermission_IsRefused)
 {
     const double numero = GuardaPdf(m_Ana, "x");
-    EXPECT_EQ(RecusaAoLer(m_Registro.Sessao("elisa"), numero), "O documento de número 1 não existe no cliente EPTC.");
+    EXPECT_EQ(RecusaAoLer(m_Registro.Sessao("elisa"), numero),
+              "O documento de número 1 não existe no cliente Autoridade Municipal de Trânsito.");
     EXPECT_EQ(RecusaAoLer(m_Registro.Sessao("carla"), numero), "Carla Dias não tem permissão para ver documentos.");
     EXPECT_EQ(RecusaAoGuardar(m_Registro.Sessao("bruno"), Pdf("y")),
               "Bruno Lima não tem permissão para guardar documentos.");

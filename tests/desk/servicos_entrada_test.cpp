@@ -59,7 +59,7 @@ TEST_F(ServicosEntrada, Entra_WithThePassword_GivesTheOperator)
     EXPECT_EQ(quem.Usuario, "ana");
     EXPECT_EQ(quem.Nome, "Ana Souza");
     EXPECT_EQ(quem.CodCliente, 1);
-    EXPECT_EQ(quem.Cliente, "DETRAN/RS");
+    EXPECT_EQ(quem.Cliente, "Autoridade Estadual de Trânsito");
     EXPECT_EQ(quem.Setor, "Fiscalização");
     EXPECT_EQ(quem.CodMunic, 0);
     EXPECT_EQ(m_Registro.Sessao("davi")->Operador().CodMunic, 4314902);
@@ -142,7 +142,8 @@ TEST_F(ServicosEntrada, Entra_WithThePassword_KeepsTheRowOfTheWrongOnes)
 TEST_F(ServicosEntrada, CadastraUsuario_WithoutANumber_GetsTheOneBehindTheHighest)
 {
     m_Registro.Cadastra("eva"); // number 10
-    m_Registro.Aberto().CadastraUsuario({0, "novo", "Novo", 1, "DETRAN/RS", "Fiscalização", 0}, "s", {"", "I"});
+    m_Registro.Aberto().CadastraUsuario({0, "novo", "Novo", 1, "Autoridade Estadual de Trânsito", "Fiscalização", 0},
+                                        "s", {"", "I"});
     std::string recusa;
     const auto novo = m_Registro.Aberto().Entra("novo", "s", recusa, m_Espera);
     ASSERT_TRUE(novo) << recusa;

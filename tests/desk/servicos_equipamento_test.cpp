@@ -23,13 +23,14 @@ TEST_F(ServicosEquipamento, inclui_OfAWholeEquipment_AnswersWhatWasStored)
 {
     const auto e = Faz(m_Ana, "inclui", EquipamentoDe("R-001")).Como<EquiptoED>();
     // Active, whatever byte came.
-    EXPECT_EQ(
-        e->Texto(),
-        "EquiptoED{NroIntEquip=1, ClienteInc=\"DETRAN/RS\", SetorInc=\"\", Codigo=\"R-001\", SubCodigo=\"\", "
-        "Descricao=\"Av. Ipiranga, sentido centro\", CodMunic=4314902, TipoVia=\"U\", TipoEquip=\"P\", "
-        "VelocPermitida=60, ArquivoLayout=\"NENHUM\", TemImagemEntrelacada=2, Modelo=\"Fictício 300\", "
-        "TemLimiteDif=1, TemPerfilMag=2, NroIntRejLimDif=0, Ativo=1, ClienteTrans=\"DETRAN/RS\", OperadorTrans=1, "
-        "DataTrans=20261120, HoraTrans=100000, Sensores=[], TipoAgente=1, txtObsNotif=\"\"}");
+    EXPECT_EQ(e->Texto(),
+              "EquiptoED{NroIntEquip=1, ClienteInc=\"Autoridade Estadual de Trânsito\", SetorInc=\"\", "
+              "Codigo=\"R-001\", SubCodigo=\"\", "
+              "Descricao=\"Av. Ipiranga, sentido centro\", CodMunic=4314902, TipoVia=\"U\", TipoEquip=\"P\", "
+              "VelocPermitida=60, ArquivoLayout=\"NENHUM\", TemImagemEntrelacada=2, Modelo=\"Fictício 300\", "
+              "TemLimiteDif=1, TemPerfilMag=2, NroIntRejLimDif=0, Ativo=1, ClienteTrans=\"Autoridade Estadual de "
+              "Trânsito\", OperadorTrans=1, "
+              "DataTrans=20261120, HoraTrans=100000, Sensores=[], TipoAgente=1, txtObsNotif=\"\"}");
     EXPECT_EQ(Abre(m_Ana, 1)->Texto(), e->Texto());
 }
 
@@ -49,7 +50,7 @@ TEST_F(ServicosEquipamento, inclui_FlagsLeftUnset_AreStoredAsNo)
     EXPECT_EQ(e->TemLimiteDif.Valor(), 2);
     EXPECT_EQ(e->TemPerfilMag.Valor(), 2);
     EXPECT_EQ(e->VelocPermitida.Valor(), 0);
-    EXPECT_EQ(e->ClienteInc.Valor(), "DETRAN/RS");
+    EXPECT_EQ(e->ClienteInc.Valor(), "Autoridade Estadual de Trânsito");
 }
 
 TEST_F(ServicosEquipamento, inclui_OfAnEquipmentWithANumber_IsRefused)
@@ -105,12 +106,14 @@ TEST_F(ServicosEquipamento, inclui_WithAMemberThatCannotBe_IsRefusedByItsName)
     EXPECT_EQ(recusa(&EquiptoED::TipoAgente, 3), "O tipo de medidor 3 não tem o tipo de equipamento \"P\".");
     EXPECT_EQ(recusa(&EquiptoED::TipoVia, "X"), "Não existe o tipo de via \"X\".");
     EXPECT_EQ(recusa(&EquiptoED::TipoAgente, 4), "O campo \"tipo de medidor\" deve estar entre 1 e 3; veio 4.");
-    EXPECT_EQ(recusa(&EquiptoED::SetorInc, "Operações"), "O cliente DETRAN/RS não tem o setor \"Operações\".");
+    EXPECT_EQ(recusa(&EquiptoED::SetorInc, "Operações"),
+              "O cliente Autoridade Estadual de Trânsito não tem o setor \"Operações\".");
     EXPECT_EQ(recusa(&EquiptoED::NroIntRejLimDif, 99), "Não existe a rejeição de número 99.");
     EXPECT_EQ(recusa(&EquiptoED::VelocPermitida, 1000),
               "O campo \"velocidade permitida\" deve estar entre 0 e 999; veio 1000.");
-    EXPECT_EQ(recusa(&EquiptoED::ClienteInc, "EPTC"),
-              "Ana Souza registra equipamentos do cliente DETRAN/RS, e não de EPTC.");
+    EXPECT_EQ(recusa(&EquiptoED::ClienteInc, "Autoridade Municipal de Trânsito"),
+              "Ana Souza registra equipamentos do cliente Autoridade Estadual de Trânsito, e não de Autoridade "
+              "Municipal de Trânsito.");
     EXPECT_EQ(recusa(&EquiptoED::Codigo, ""), "O campo \"código\" precisa ser informado.");
     EXPECT_EQ(recusa(&EquiptoED::Codigo, "  "), "O campo \"código\" precisa ser informado.");
     EXPECT_EQ(Linhas("EQUIPAMENTO"), "0");
@@ -183,11 +186,12 @@ TEST_F(ServicosEquipamento, altera_AnswersNothing)
 TEST_F(ServicosEquipamento, altera_ByteOfActivityAndAuditMembersSent_AreNotTakenOver)
 {
     const auto mudanca = Com(Descrito(IncluiR001(), "Outra"), &EquiptoED::Ativo, 2, &EquiptoED::OperadorTrans, 99);
-    Faz(m_Ana, "altera", Com(mudanca, &EquiptoED::ClienteTrans, "EPTC", &EquiptoED::DataTrans, 19990101));
+    Faz(m_Ana, "altera",
+        Com(mudanca, &EquiptoED::ClienteTrans, "Autoridade Municipal de Trânsito", &EquiptoED::DataTrans, 19990101));
     const auto e = Abre(m_Ana, 1);
     EXPECT_EQ(e->Ativo.Valor(), 1);
     EXPECT_EQ(e->OperadorTrans.Valor(), 1.0);
-    EXPECT_EQ(e->ClienteTrans.Valor(), "DETRAN/RS");
+    EXPECT_EQ(e->ClienteTrans.Valor(), "Autoridade Estadual de Trânsito");
     EXPECT_EQ(e->DataTrans.Valor(), 20261120);
 }
 
@@ -202,7 +206,8 @@ TEST_F(ServicosEquipamento, altera_OfWhatIsForGood_IsRefused)
     EXPECT_EQ(recusa(&EquiptoED::TipoEquip, "C"), inicio + "o tipo de equipamento não pode mais mudar.");
     EXPECT_EQ(recusa(&EquiptoED::TipoAgente, 2), inicio + "o tipo de medidor não pode mais mudar.");
     EXPECT_EQ(recusa(&EquiptoED::CodMunic, 4305108), inicio + "o município não pode mais mudar.");
-    EXPECT_EQ(recusa(&EquiptoED::ClienteInc, "EPTC"), inicio + "o cliente não pode mais mudar.");
+    EXPECT_EQ(recusa(&EquiptoED::ClienteInc, "Autoridade Municipal de Trânsito"),
+              inicio + "o cliente não pode mais mudar.");
     EXPECT_EQ(m_Registro.Sql("SELECT Versao FROM EQUIPAMENTO"), "1");
 }
 
@@ -318,7 +323,7 @@ TEST_F(ServicosEquipamento, EveryOperation_WithoutANumber_FindsNone)
 {
     for (const char *metodo : {"consulta", "consultaSimples", "altera", "desativa", "reativa"}) {
         EXPECT_EQ(RecusaDe(m_Ana, metodo, Novo<EquiptoED>()),
-                  "O cliente DETRAN/RS não tem equipamento de número interno 0.")
+                  "O cliente Autoridade Estadual de Trânsito não tem equipamento de número interno 0.")
             << metodo;
     }
 }
@@ -370,7 +375,7 @@ TEST_F(ServicosEquipamento, LeReplica_GivesTheClientsEquipmentInOrder)
                 std::to_string(linha.Ativo) + ";";
         Pede(m_Ana, "consultaSimples", SoNumero(linha.NroIntEquip)); // the session is free meanwhile
     });
-    EXPECT_EQ(lido, "1DETRAN/RSBP2;3DETRAN/RSAP1;");
+    EXPECT_EQ(lido, "1Autoridade Estadual de TrânsitoBP2;3Autoridade Estadual de TrânsitoAP1;");
     EXPECT_EQ(momento, m_Registro.Relogio);
     int linhas = 0;
     m_Registro.Sessao("carla")->LeReplica([&](const LinhaReplica &) { ++linhas; });
@@ -382,7 +387,7 @@ TEST_F(ServicosEquipamento, Clientes_AreTheOperatorsOwn)
     const auto clientes = m_Ana->Clientes();
     ASSERT_EQ(clientes.size(), 1U);
     EXPECT_EQ(clientes[0].CodCliente, 1);
-    EXPECT_EQ(clientes[0].Nome, "DETRAN/RS");
+    EXPECT_EQ(clientes[0].Nome, "Autoridade Estadual de Trânsito");
     EXPECT_EQ(clientes[0].Setores, (std::vector<std::string>{"Fiscalização", "Metrologia"}));
 }
 

@@ -135,7 +135,8 @@ TEST_F(ServicosLimites, Ranges_AreCheckedAgain)
     EXPECT_EQ(Recusa(m_Ana, {Com(Novo_(2, 730, 900, Proibido), &LimiteDifED::VelocPerm, 40)}),
               "O campo \"velocidade permitida\" deve estar entre 0 e 0; veio 40.");
     EXPECT_EQ(recusa(&LimiteDifED::TipoLimite, 3), "Não existe o tipo de limite 3.");
-    EXPECT_EQ(recusa(&LimiteDifED::NroIntEquip, 77), "O cliente DETRAN/RS não tem equipamento de número interno 77.");
+    EXPECT_EQ(recusa(&LimiteDifED::NroIntEquip, 77),
+              "O cliente Autoridade Estadual de Trânsito não tem equipamento de número interno 77.");
     EXPECT_EQ(Lista(Limite), "");
 }
 

@@ -117,7 +117,8 @@ TEST_F(ServicosPesquisa, Filters_NarrowByWhatIsSent)
     EXPECT_EQ(CodigosDe(&ListaEquiptoED::SetorInc, "Metrologia"), "P1");
     EXPECT_EQ(CodigosDe(&ListaEquiptoED::TipoEquip, "R"), "R1");
     EXPECT_EQ(CodigosDe(&ListaEquiptoED::TipoAgente, 3), "E1");
-    const auto todos = Com(Novo<ListaEquiptoED>(), &ListaEquiptoED::ClienteInc, "DETRAN/RS", &ListaEquiptoED::Ativo, 1);
+    const auto todos = Com(Novo<ListaEquiptoED>(), &ListaEquiptoED::ClienteInc, "Autoridade Estadual de Trânsito",
+                           &ListaEquiptoED::Ativo, 1);
     Com(todos, &ListaEquiptoED::IndTrabFoto, 1, &ListaEquiptoED::TipoEquip, "P");
     EXPECT_EQ(Codigos(Com(todos, &ListaEquiptoED::Codigo, "p")), "P1");
 }
@@ -137,8 +138,10 @@ TEST_F(ServicosPesquisa, OtherClients_AreNotSeen)
     Poe("P1");
     Inclui(m_Registro.Sessao("elisa"), EquipamentoDe("X1"));
     EXPECT_EQ(Codigos(), "P1");
-    EXPECT_EQ(RecusaDe(m_Ana, "lista2", Com(Novo<ListaEquiptoED>(), &ListaEquiptoED::ClienteInc, "EPTC")),
-              "Ana Souza consulta equipamentos do cliente DETRAN/RS, e não de EPTC.");
+    EXPECT_EQ(RecusaDe(m_Ana, "lista2",
+                       Com(Novo<ListaEquiptoED>(), &ListaEquiptoED::ClienteInc, "Autoridade Municipal de Trânsito")),
+              "Ana Souza consulta equipamentos do cliente Autoridade Estadual de Trânsito, e não de Autoridade "
+              "Municipal de Trânsito.");
 }
 
 TEST_F(ServicosPesquisa, Pages_OfFiftyByInternalNumber)

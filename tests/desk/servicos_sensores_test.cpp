@@ -316,14 +316,14 @@ TEST_F(ServicosSensores, Documento_ThatIsNotThere_IsRefused)
 {
     const std::int32_t numero = ComSensores({{}});
     EXPECT_EQ(Recusa(numero, 1, {AfericaoDe("77", Jan, Jun, 5)}),
-              "O documento de número 5 da aferição 77 não existe no cliente DETRAN/RS.");
+              "O documento de número 5 da aferição 77 não existe no cliente Autoridade Estadual de Trânsito.");
     EXPECT_EQ(Recusa(numero, 1, {AfericaoDe("77", Jan, Jun, 1.5)}),
-              "O documento de número 1,5 da aferição 77 não existe no cliente DETRAN/RS.");
+              "O documento de número 1,5 da aferição 77 não existe no cliente Autoridade Estadual de Trânsito.");
     EXPECT_EQ(Recusa(numero, 1, {AfericaoDe("77", Jan, Jun, std::numeric_limits<double>::infinity())}),
-              "O documento de número inválido da aferição 77 não existe no cliente DETRAN/RS.");
+              "O documento de número inválido da aferição 77 não existe no cliente Autoridade Estadual de Trânsito.");
     const double deOutro = GuardaPdf(m_Registro.Sessao("elisa"), "x");
     EXPECT_EQ(Recusa(numero, 1, {AfericaoDe("77", Jan, Jun, deOutro)}),
-              "O documento de número 1 da aferição 77 não existe no cliente DETRAN/RS.");
+              "O documento de número 1 da aferição 77 não existe no cliente Autoridade Estadual de Trânsito.");
     EXPECT_EQ(Periodos(numero), "");
 }
 

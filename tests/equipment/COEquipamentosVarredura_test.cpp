@@ -11,7 +11,7 @@ class JornadaDosComandos : public JornadaComRegistro {
   public:
     explicit JornadaDosComandos(HostRoteirizado &host) : JornadaComRegistro(host)
     {
-        host.Clientes = {{1, "DAER"}};
+        host.Clientes = {{1, "Autoridade das Estradas de Rodagem"}};
         host.Tela->Arquivos.Poe("C:\\HOST\\LAYOUTS\\PADRAO.LAY", {});
         const Ref<EquiptoED> equipto = EquiptoCalibrado("F", 1, "F100");
         equipto->TemLimiteDif = 1;

@@ -217,7 +217,7 @@ class COEquipamentosTeste : public JanelaTeste {
     static Ref<clsListaParametros> Criterios(const std::string &tipoAgente, const std::string &criterio,
                                              const std::string &ativo)
     {
-        return Parametros({{"Cliente", "DAER"},
+        return Parametros({{"Cliente", "Autoridade das Estradas de Rodagem"},
                            {"Setor", ""},
                            {"TipoAgente", tipoAgente},
                            {"TipoEquip", "T"},
@@ -274,7 +274,7 @@ TEST_F(COEquipamentosTeste, SetValorCampo_OfAnUnknownName_IsIgnored)
 {
     auto lista = Novo<COEquipamentos>();
     lista->SetValorCampo("TRABFOTO", "1");
-    lista->SetValorCampo("Cliente", "DAER");
+    lista->SetValorCampo("Cliente", "Autoridade das Estradas de Rodagem");
     EXPECT_EQ(lista->GetValorCampo("TrabFoto"), "2");
     EXPECT_EQ(lista->GetValorCampo("Cliente"), "");
 }
@@ -329,8 +329,9 @@ TEST_F(COEquipamentosTeste, CarregaJanela_OfTheHostsTwoTools_OpensEachInItsMode)
         Pessoa pessoa = NaJanela(i);
         pessoa.Localiza("ztlLista");
     }
-    EXPECT_EQ(Enviados("lista2"), (Textos{"ListaEquiptoED{ClienteInc=\"DAER\", Ativo=1, IndTrabFoto=1}",
-                                          "ListaEquiptoED{ClienteInc=\"PREFEITURA\", Ativo=1, IndTrabFoto=2}"}));
+    EXPECT_EQ(Enviados("lista2"),
+              (Textos{"ListaEquiptoED{ClienteInc=\"Autoridade das Estradas de Rodagem\", Ativo=1, IndTrabFoto=1}",
+                      "ListaEquiptoED{ClienteInc=\"PREFEITURA\", Ativo=1, IndTrabFoto=2}"}));
 }
 
 TEST_F(COEquipamentosTeste, CarregaJanela_TwiceOfOneController_OpensTwoWindowsOfWhichTheFirstIsNoLongerHeard)
@@ -437,24 +438,28 @@ TEST_F(COEquipamentosTeste, Localizar_OfEquipment_LoadsOneRowForEach)
 TEST_F(COEquipamentosTeste, Localizar_InPhotoWorkMode_SendsTheSectorAndTheOtherCriteria)
 {
     Pessoa pessoa = AbreDoMenu("1");
-    pessoa.EscolheCliente("ztCliente", "DAER", "NORTE");
+    pessoa.EscolheCliente("ztCliente", "Autoridade das Estradas de Rodagem", "NORTE");
     pessoa.Escolhe("cboTipoAgente", "Estático");
     pessoa.Escolhe("cboTipoEquipto", "Pardal Móvel");
     pessoa.Marca("chkInativos");
     pessoa.Localiza("ztlLista");
-    EXPECT_EQ(Enviados("lista2"), Textos{"ListaEquiptoED{ClienteInc=\"DAER\", SetorInc=\"NORTE\", TipoEquip=\"M\", "
-                                         "Ativo=2, TipoAgente=2, IndTrabFoto=1}"});
-    EXPECT_EQ(ListaDe(pessoa)->Titulo(),
-              "DAER [NORTE] - Tipo Agente: Estático - Tipo Equipto.: Pardal Móvel [Inativos]");
+    EXPECT_EQ(
+        Enviados("lista2"),
+        Textos{"ListaEquiptoED{ClienteInc=\"Autoridade das Estradas de Rodagem\", SetorInc=\"NORTE\", TipoEquip=\"M\", "
+               "Ativo=2, TipoAgente=2, IndTrabFoto=1}"});
+    EXPECT_EQ(
+        ListaDe(pessoa)->Titulo(),
+        "Autoridade das Estradas de Rodagem [NORTE] - Tipo Agente: Estático - Tipo Equipto.: Pardal Móvel [Inativos]");
 }
 
 TEST_F(COEquipamentosTeste, Localizar_OutsidePhotoWorkMode_NarrowsOnlyTheTitleByTheSector)
 {
     Pessoa pessoa = AbreDoMenu("2");
-    pessoa.EscolheCliente("ztCliente", "DAER", "NORTE");
+    pessoa.EscolheCliente("ztCliente", "Autoridade das Estradas de Rodagem", "NORTE");
     pessoa.Localiza("ztlLista");
-    EXPECT_EQ(Enviados("lista2"), Textos{"ListaEquiptoED{ClienteInc=\"DAER\", Ativo=1, IndTrabFoto=2}"});
-    EXPECT_EQ(ListaDe(pessoa)->Titulo(), "DAER [NORTE]");
+    EXPECT_EQ(Enviados("lista2"),
+              Textos{"ListaEquiptoED{ClienteInc=\"Autoridade das Estradas de Rodagem\", Ativo=1, IndTrabFoto=2}"});
+    EXPECT_EQ(ListaDe(pessoa)->Titulo(), "Autoridade das Estradas de Rodagem [NORTE]");
 }
 
 TEST_F(COEquipamentosTeste, Localizar_BySubcodeAfterCode_KeepsTheOldCodeInTheTitleAlone)
@@ -975,9 +980,9 @@ TEST_F(COEquipamentosTeste, Localizar_OfEachPage_WritesToTheListInThisOrder)
                       [](const std::string &chamada) { return chamada.find("mnuZTLObj") != std::string::npos; });
         return lista->Chamadas;
     };
-    EXPECT_EQ(
-        linhas([&] { co->Localizar(Criterios("0", "0", "1")); }),
-        (Textos{"~Limpa False", "~Titulo DAER", "~CarregaItens 1", "~TemMais 1", "~AtualizaLista", "~ItemAtual 1"}));
+    EXPECT_EQ(linhas([&] { co->Localizar(Criterios("0", "0", "1")); }),
+              (Textos{"~Limpa False", "~Titulo Autoridade das Estradas de Rodagem", "~CarregaItens 1", "~TemMais 1",
+                      "~AtualizaLista", "~ItemAtual 1"}));
     EXPECT_EQ(linhas([&] { lista->BotaoClick().dispara(); }),
               (Textos{"~CarregaItens 1", "~TemMais 1", "~AtualizaLista", "~ItemAtual 2"}));
     EXPECT_EQ(linhas([&] { co->LimpaPesquisa(); }), Textos{"Limpa ausente"});
@@ -1309,7 +1314,7 @@ TEST_F(COEquipamentosTeste, Janelas_TwoAtOnce_DoNotDisturbEachOther)
     segunda.Marca("chkInativos");
     EXPECT_EQ(Linhas(primeira).size(), 1U);
     segunda.Localiza("ztlLista");
-    EXPECT_EQ(ListaDe(primeira)->Titulo(), "DAER");
+    EXPECT_EQ(ListaDe(primeira)->Titulo(), "Autoridade das Estradas de Rodagem");
     EXPECT_EQ(ListaDe(segunda)->Titulo(), "PREFEITURA [Inativos]");
     EXPECT_TRUE(ListaDe(primeira)->TemMais());
     EXPECT_FALSE(ListaDe(segunda)->TemMais());
@@ -1317,8 +1322,8 @@ TEST_F(COEquipamentosTeste, Janelas_TwoAtOnce_DoNotDisturbEachOther)
     EXPECT_FALSE(Item(segunda, Editar)->Enabled());
     host->LimpaRegistro();
     primeira.PedeMais("ztlLista");
-    EXPECT_EQ(Enviados("lista2"),
-              Textos{"ListaEquiptoED{ClienteInc=\"DAER\", Ativo=1, ProxNroIntEquip=40, IndTrabFoto=1}"});
+    EXPECT_EQ(Enviados("lista2"), Textos{"ListaEquiptoED{ClienteInc=\"Autoridade das Estradas de Rodagem\", Ativo=1, "
+                                         "ProxNroIntEquip=40, IndTrabFoto=1}"});
     EXPECT_EQ(Linhas(segunda).size(), 1U);
     EXPECT_TRUE(primeira.Fecha());
     segunda.Localiza("ztlLista");

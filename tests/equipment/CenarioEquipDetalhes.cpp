@@ -121,10 +121,10 @@ void EquipDetalhesTeste::Detalha(const Roteiro &roteiro, bool trabFoto)
 Ref<EquiptoED> EquipDetalhesTeste::NovoED(const std::string &tipoEquip, const std::string &membros)
 {
     return DoTexto<EquiptoED>(
-        R"(NroIntEquip=7, ClienteInc="DETRAN", SetorInc="NORTE", Codigo="EQ_1", SubCodigo="A.1", )"
+        R"(NroIntEquip=7, ClienteInc="ESTADO", SetorInc="NORTE", Codigo="EQ_1", SubCodigo="A.1", )"
         R"(Descricao="Saída da cidade", CodMunic=120, TipoVia="R", VelocPermitida=80, ArquivoLayout="PADRAO", )"
         R"(TemImagemEntrelacada=1, Modelo="ACME 3", TemLimiteDif=1, TemPerfilMag=2, NroIntRejLimDif=32, Ativo=1, )"
-        R"(ClienteTrans="DAER", OperadorTrans=77, DataTrans=20261105, HoraTrans=93015, TipoAgente=1, )"
+        R"(ClienteTrans="Autoridade das Estradas de Rodagem", OperadorTrans=77, DataTrans=20261105, HoraTrans=93015, TipoAgente=1, )"
         R"(txtObsNotif="Obs. da via", TipoEquip=")" +
         tipoEquip + "\", " + membros);
 }

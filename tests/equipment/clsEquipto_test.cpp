@@ -52,7 +52,7 @@ Ref<clsEquipto> EquiptoCompleto(std::int32_t nroIntEquip = 12)
 
 // The members of a record of the service that travel both ways, and with those that it alone writes.
 const std::string MembrosDoServico =
-    R"(NroIntEquip=77, ClienteInc="DAER", SetorInc="ESTRADAS", Codigo="P900", SubCodigo="C", )"
+    R"(NroIntEquip=77, ClienteInc="Autoridade das Estradas de Rodagem", SetorInc="ESTRADAS", Codigo="P900", SubCodigo="C", )"
     R"(Descricao="Pardal do km 12", CodMunic=8749, TipoVia="R", TipoEquip="P", VelocPermitida=80, )"
     R"(ArquivoLayout="NENHUM", TemImagemEntrelacada=1, Modelo="Modelo X", TemLimiteDif=1, TemPerfilMag=1, )"
     R"(NroIntRejLimDif=32, Ativo=1, TipoAgente=3, txtObsNotif="Obs")";

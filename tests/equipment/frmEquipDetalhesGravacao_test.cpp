@@ -496,7 +496,8 @@ TEST_F(GravacaoEquipDetalhesTeste, Aplicar_OfANewEquipment_AsksWritesSavesAndRea
             "goDadosVor.ObtemOrgao()",
             "Orgao.CodCliente -> 2",
             "Gateway.CriaObjetoRN(\"VOR\", \"EquiptoRN\", \"ZTVORLIB\", \"4\")",
-            "EquiptoRN.ExecutaMetodo(\"inclui\", EquiptoED{ClienteInc=\"DAER\", SetorInc=\"CENTRAL\", "
+            "EquiptoRN.ExecutaMetodo(\"inclui\", EquiptoED{ClienteInc=\"Autoridade das Estradas de Rodagem\", "
+            "SetorInc=\"CENTRAL\", "
             "Codigo=\"EQ_9\", SubCodigo=\"S1\", Descricao=\"Nova\", CodMunic=7, TipoVia=\"U\", TipoEquip=\"C\", "
             "VelocPermitida=60, ArquivoLayout=\"PADRAO\", TemImagemEntrelacada=2, Modelo=\"ACME\", TemLimiteDif=2, "
             "TemPerfilMag=2, Ativo=2, TipoAgente=1}) -> True",
@@ -548,7 +549,7 @@ TEST_F(GravacaoEquipDetalhesTeste, Aplicar_InEdicao_SendsTheOptions)
         p.Acha<IztVeiObservacao>("txtObsNotif")->DefineText("  obs  ");
     }));
     EXPECT_EQ(Enviado("altera"),
-              "EquiptoED{NroIntEquip=7, ClienteInc=\"DETRAN\", SetorInc=\"NORTE\", Codigo=\"EQ_1\", SubCodigo=\"A.1\", "
+              "EquiptoED{NroIntEquip=7, ClienteInc=\"ESTADO\", SetorInc=\"NORTE\", Codigo=\"EQ_1\", SubCodigo=\"A.1\", "
               "Descricao=\"Saída da cidade\", CodMunic=120, TipoVia=\"R\", TipoEquip=\"C\", VelocPermitida=80, "
               "ArquivoLayout=\"PADRAO\", TemImagemEntrelacada=1, Modelo=\"ACME 3\", TemLimiteDif=1, TemPerfilMag=1, "
               "NroIntRejLimDif=31, Ativo=1, TipoAgente=1, txtObsNotif=\"  obs  \"}");

@@ -25,7 +25,7 @@ class JornadaDeFormularios : public JornadaComRegistro {
   public:
     explicit JornadaDeFormularios(HostRoteirizado &host) : JornadaComRegistro(host)
     {
-        host.Clientes = {{1, "DAER"}};
+        host.Clientes = {{1, "Autoridade das Estradas de Rodagem"}};
         host.Tela->Arquivos.Poe("C:\\HOST\\LAYOUTS\\PADRAO.LAY", {});
         host.Tela->Arquivos.Poe(Certificado, Bytes{'%', 'P', 'D', 'F'});
         host.EscolheArquivoSempre(Certificado);

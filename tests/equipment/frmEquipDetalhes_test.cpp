@@ -92,7 +92,7 @@ TEST_F(frmEquipDetalhesTeste, CarregaInclusao_InEachMode_FillsTheCombosAndOpensP
         EXPECT_FALSE(Inclui(
             [&](Pessoa &p) {
                 EXPECT_EQ(form->Caption(), "Novo Equipamento");
-                EXPECT_EQ(Valores(p, "lblClienteInc lblSetorInc"), "DAER|CENTRAL");
+                EXPECT_EQ(Valores(p, "lblClienteInc lblSetorInc"), "Autoridade das Estradas de Rodagem|CENTRAL");
                 EXPECT_EQ(Paginas(p), (std::vector<bool>{true, false, false, false, false}));
                 EXPECT_EQ(Pagina(p), 0);
                 EXPECT_FALSE(p.Abre("sstDados", 1));
@@ -116,7 +116,7 @@ TEST_F(frmEquipDetalhesTeste, CarregaInclusao_InEachMode_FillsTheCombosAndOpensP
             "MDB.OpenRecordset(\"SELECT * FROM Municipio WHERE UF_MUNIC = 'RS' AND COD_RENAVAM > 0 ORDER BY "
             "NOME_MUNICIPIO\", 4, *",
             "goDadosVor.DirLayouts() -> *",
-            "objMTM.ClienteLogado() -> \"DAER\"",
+            "objMTM.ClienteLogado() -> \"Autoridade das Estradas de Rodagem\"",
             "objMTM.SetorLogado() -> \"CENTRAL\"",
             "FormMDI.FecharEnviaRecebe(True)",
             "Plataforma.Ponteiro := 0",
@@ -168,11 +168,12 @@ TEST_F(frmEquipDetalhesTeste, CarregaEdicao_OfAnEquipment_ShowsEveryFieldAndLock
             [&](Pessoa &p) {
                 EXPECT_EQ(form->Caption(), "Detalhes do Equipamento");
                 EXPECT_EQ(Valores(p, "lblClienteInc lblSetorInc txtCodEquip txtSubCodEquip txtDescricao"),
-                          "DETRAN|NORTE|EQ_1|A.1|Saída da cidade");
+                          "ESTADO|NORTE|EQ_1|A.1|Saída da cidade");
                 EXPECT_EQ(Valores(p, "cboTipoMedidor cboTipoEquip txtModelo cboMunic cboArqLayout txtVelocPerm"),
                           "1|C|ACME 3|120|PADRAO|80");
                 EXPECT_EQ(Valores(p, "lblTolerancia optRodovia optUrbana optInfGeraBanco"), "7 Km/h|sim|não|não");
-                EXPECT_EQ(Valores(p, "lblCliente lblOperador lblData lblHora"), "DAER|77|05/11/2026|09:30:15");
+                EXPECT_EQ(Valores(p, "lblCliente lblOperador lblData lblHora"),
+                          "Autoridade das Estradas de Rodagem|77|05/11/2026|09:30:15");
                 EXPECT_EQ(Valores(p, "chkEntrelacada chkPerfilMagnetico optTrabDiasDif(1) optTrabDiasDif(0)"),
                           "sim|não|sim|não");
                 EXPECT_EQ(Valores(p, "chkRejeicaoAuto cboRejeicao chkIncObsNotif txtObsNotif"),

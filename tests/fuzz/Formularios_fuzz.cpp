@@ -145,7 +145,7 @@ class Passeio {
     {
         auto equipto = Novo<EquiptoED>();
         EquiptoED &ed = *equipto;
-        ed.ClienteInc = "DAER";
+        ed.ClienteInc = "Autoridade das Estradas de Rodagem";
         ed.SetorInc = "Norte";
         ed.Codigo = "R100";
         ed.Descricao = "Radar da entrada";
@@ -189,7 +189,7 @@ class Passeio {
     {
         auto equipto = Novo<EquiptoED>();
         EquiptoED &ed = *equipto;
-        ed.ClienteInc = Um({"DAER", "PREFEITURA", ""});
+        ed.ClienteInc = Um({"Autoridade das Estradas de Rodagem", "PREFEITURA", ""});
         ed.Codigo = Palavra(m_Octetos);
         ed.Descricao = "Radar";
         ed.CodMunic = Um({120, 8801, 0});
@@ -391,7 +391,7 @@ class Passeio {
                                                 Palavra(m_Octetos), Palavra(m_Octetos));
         }
         if (dynamic_cast<const ztClienteSetor *>(controle.Ponteiro()) != nullptr) {
-            const std::string cliente = Um({"DAER", "PREFEITURA", ""});
+            const std::string cliente = Um({"Autoridade das Estradas de Rodagem", "PREFEITURA", ""});
             return pessoa.EscolheCliente(nome, cliente, m_Octetos.Sim() ? "Norte" : "");
         }
         if (dynamic_cast<const Digitavel *>(controle.Ponteiro()) != nullptr) {

@@ -45,7 +45,7 @@ TEST(CVorEquipVarredura, Search_ByCodeFoundAndNot_SurvivesEveryFault)
 pessoa
   CVorEquip.BuscaEquipamento
     - objMTM.ClienteLogado
-    - MDB.OpenRecordset("         SELECT NroIntEquip     FROM VOREQUIPTO    WHERE ClienteInc = 'DAER'
+    - MDB.OpenRecordset("         SELECT NroIntEquip     FROM VOREQUIPTO    WHERE ClienteInc = 'Autoridade das Estradas de Rodagem'
     - Cursor.RecordCount
 )";
     auto varredura = VarreduraDe<JornadaDaBusca>(procura + R"(

@@ -13,8 +13,8 @@ class CVorEquipTeste : public JanelaTeste {
     void SetUp() override
     {
         JanelaTeste::SetUp();
-        host->objMTM->Cliente = "DAER";
-        host->MDB->PoeEquipamento(101, "DAER", "RAD-01", 1, "R");
+        host->objMTM->Cliente = "Autoridade das Estradas de Rodagem";
+        host->MDB->PoeEquipamento(101, "Autoridade das Estradas de Rodagem", "RAD-01", 1, "R");
         host->Atende<EquiptoED>("EquiptoRN", "consultaSimples",
                                 [this](const Ref<EquiptoED> &) { return Resposta(Consultado); });
         host->Atende<RelatorioAfericaoED>("RelatorioRN", "consultaRelatorioRVOR011",
@@ -50,7 +50,8 @@ class CVorEquipTeste : public JanelaTeste {
     // The statement for a code, without a type.
     static std::string Sql(const std::string &codigo)
     {
-        return "         SELECT NroIntEquip     FROM VOREQUIPTO    WHERE ClienteInc = 'DAER'     AND UCASE(Codigo) = "
+        return "         SELECT NroIntEquip     FROM VOREQUIPTO    WHERE ClienteInc = 'Autoridade das Estradas de "
+               "Rodagem'     AND UCASE(Codigo) = "
                "'" +
                codigo + "'     AND Ativo = 1 ";
     }
@@ -192,7 +193,7 @@ TEST_F(CVorEquipTeste, BuscaEquipamento_OfACodeWithADate_FindsNumberRecordAndCal
 
 TEST_F(CVorEquipTeste, BuscaEquipamento_OfACodeAndAType_AsksForTheCodeInUpperCaseAndTheTypeAsItIs)
 {
-    host->MDB->PoeEquipamento(105, "DAER", "Praça 1", 1, "P");
+    host->MDB->PoeEquipamento(105, "Autoridade das Estradas de Rodagem", "Praça 1", 1, "P");
     auto vor = Novo<CVorEquip>();
     EXPECT_TRUE(vor->BuscaEquipamento("praça 1"));
     EXPECT_EQ(Consulta(), "MDB.OpenRecordset(\"" + Sql("PRAÇA 1") + "\", 4, ausente, ausente)");
@@ -207,7 +208,7 @@ TEST_F(CVorEquipTeste, BuscaEquipamento_OfACodeAndAType_AsksForTheCodeInUpperCas
 TEST_F(CVorEquipTeste, BuscaEquipamento_WithoutADate_KeepsTheCalibrationOfTheAnswerBefore)
 {
     Ref<CVorEquip> vor = ComResposta();
-    host->MDB->PoeEquipamento(102, "DAER", "PAR-02", 1, "F");
+    host->MDB->PoeEquipamento(102, "Autoridade das Estradas de Rodagem", "PAR-02", 1, "F");
     Consultado = Equipto(102, "PAR-02", "F", 2);
     EXPECT_TRUE(vor->BuscaEquipamento("PAR-02"));
     EXPECT_EQ(Propriedades(*vor), "102|Modelo PAR-02|PAR-02|60|INM-77|ACME|05/03/2026");
@@ -217,12 +218,12 @@ TEST_F(CVorEquipTeste, BuscaEquipamento_WithoutADate_KeepsTheCalibrationOfTheAns
 TEST_F(CVorEquipTeste, BuscaEquipamento_ThatFindsNotExactlyOne_AnswersFalseSilently)
 {
     Ref<CVorEquip> vor = ComResposta();
-    host->MDB->PoeEquipamento(201, "DAER", "DUPLO", 1, "R");
-    host->MDB->PoeEquipamento(202, "DAER", "duplo", 1, "P");
-    host->MDB->PoeEquipamento(203, "DAER", "INATIVO", 2, "R");
+    host->MDB->PoeEquipamento(201, "Autoridade das Estradas de Rodagem", "DUPLO", 1, "R");
+    host->MDB->PoeEquipamento(202, "Autoridade das Estradas de Rodagem", "duplo", 1, "P");
+    host->MDB->PoeEquipamento(203, "Autoridade das Estradas de Rodagem", "INATIVO", 2, "R");
     host->MDB->PoeEquipamento(204, "OUTRO", "ALHEIO", 1, "R");
-    host->MDB->PoeEquipamento(0, "DAER", "ZERO", 1, "R");
-    host->MDB->PoeEquipamento(-5, "DAER", "NEGATIVO", 1, "R");
+    host->MDB->PoeEquipamento(0, "Autoridade das Estradas de Rodagem", "ZERO", 1, "R");
+    host->MDB->PoeEquipamento(-5, "Autoridade das Estradas de Rodagem", "NEGATIVO", 1, "R");
     for (const std::string codigo : {"NENHUM", "DUPLO", "INATIVO", "ALHEIO", "ZERO", "NEGATIVO", ""}) {
         EXPECT_FALSE(vor->BuscaEquipamento(codigo, "", DataDe(1, 2, 2026))) << codigo;
     }
@@ -245,9 +246,11 @@ TEST_F(CVorEquipTeste, BuscaEquipamento_ThatFails_FaultsToTheCallerAndKeepsThePr
     const Data comData = DataDe(1, 2, 2026);
     lanca("d'água", {}, 3075, "*");
     EXPECT_EQ(Consulta(), "MDB.OpenRecordset(\"" + Sql("D'ÁGUA") + "\", 4, ausente, ausente)");
-    host->MDB->TabelaDe("VOREQUIPTO").Linhas.push_back({3e9, "DAER", "GRANDE", std::int16_t{1}, "R"});
+    host->MDB->TabelaDe("VOREQUIPTO")
+        .Linhas.push_back({3e9, "Autoridade das Estradas de Rodagem", "GRANDE", std::int16_t{1}, "R"});
     lanca("GRANDE", {}, 6, "ZTAVOREQUIP");
-    host->MDB->TabelaDe("VOREQUIPTO").Linhas.push_back({Valor::Nulo{}, "DAER", "NULO", std::int16_t{1}, "R"});
+    host->MDB->TabelaDe("VOREQUIPTO")
+        .Linhas.push_back({Valor::Nulo{}, "Autoridade das Estradas de Rodagem", "NULO", std::int16_t{1}, "R"});
     lanca("NULO", {}, 94, "*");
     for (const Data data : {Data{}, comData}) { // the missing record is noticed only where it is read
         host->LimpaRegistro();

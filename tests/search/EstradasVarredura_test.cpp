@@ -18,7 +18,7 @@ class JornadaEstrada : public JornadaComRegistro {
   public:
     explicit JornadaEstrada(HostRoteirizado &host) : JornadaComRegistro(host)
     {
-        host.Clientes = {{1, "DAER"}, {2, "DAER"}};
+        host.Clientes = {{1, "Autoridade das Estradas de Rodagem"}, {2, "Autoridade das Estradas de Rodagem"}};
         host.Tela->Arquivos.Poe("C:\\HOST\\LAYOUTS\\PADRAO.LAY", {});
     }
 };

@@ -34,7 +34,7 @@ class JornadaDaPesquisa : public JornadaComRegistro {
         Passo([&] { EXPECT_TRUE(m_Geral->ClickMenu("mnuModNABEquiptos") || Parou()); });
         NaJanela("frmLista", [&](PessoaNaTela &p) {
             p.Localiza("ztlLista"); // without a client
-            p.EscolheCliente("ztCliente", "DAER", "");
+            p.EscolheCliente("ztCliente", "Autoridade das Estradas de Rodagem", "");
             p.Escolhe("cboCriterio", "Código");
             p.Localiza("ztlLista"); // without a code
             p.Preenche("txtCodEquip", "R200");
@@ -125,7 +125,7 @@ class JornadaDaSelecao : public JornadaComRegistro {
   public:
     explicit JornadaDaSelecao(HostRoteirizado &host) : JornadaComRegistro(host)
     {
-        host.Clientes = {{1, "DAER"}};
+        host.Clientes = {{1, "Autoridade das Estradas de Rodagem"}};
         m_Registro.Poe(EquiptoCalibrado("A", 3, "A100"));
         const Ref<EquiptoED> sem = EquiptoCalibrado("A", 3, "A200");
         sem->Sensores.Valor()->Item(1)->Afericoes = ListaDe<AfericaoED>();

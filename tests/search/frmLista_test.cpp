@@ -438,7 +438,7 @@ TEST_F(frmListaTeste, Criteria_ChangedByThePerson_ThrowTheResultAway)
     modulo->Achados = {UmaLinha};
     Pessoa pessoa = AbreDoMenu();
     const std::vector<std::function<bool()>> mudancas{
-        [&] { return pessoa.EscolheCliente("ztCliente", "DAER", "NORTE"); },
+        [&] { return pessoa.EscolheCliente("ztCliente", "Autoridade das Estradas de Rodagem", "NORTE"); },
         [&] { return pessoa.Escolhe("cboTipoAgente", "Estático"); },
         [&] { return pessoa.Escolhe("cboTipoEquipto", "Pardal Móvel"); },
         [&] { return pessoa.Clica("chkInativos"); },
@@ -449,7 +449,7 @@ TEST_F(frmListaTeste, Criteria_ChangedByThePerson_ThrowTheResultAway)
     for (std::size_t i = 0; i < mudancas.size(); ++i) {
         form->Localiza();
         ASSERT_EQ(ListaDe(pessoa)->NroItens(), 1) << i;
-        ListaDe(pessoa)->DefineTitulo("DAER");
+        ListaDe(pessoa)->DefineTitulo("Autoridade das Estradas de Rodagem");
         EXPECT_TRUE(mudancas[i]()) << i << ": " << pessoa.Motivo();
         EXPECT_EQ(ListaDe(pessoa)->NroItens(), 0) << i;
         EXPECT_EQ(ListaDe(pessoa)->Titulo(), "") << i;
@@ -488,7 +488,7 @@ TEST_F(frmListaTeste, Criteria_OfAModuleThatFails_ReportUnderTheNameOfTheEvent)
     pessoa.Escolhe("cboTipoEquipto", "Pardal");
     pessoa.Clica("chkInativos");
     pessoa.Digita("txtCodEquip", "R");
-    pessoa.EscolheCliente("ztCliente", "DAER", "");
+    pessoa.EscolheCliente("ztCliente", "Autoridade das Estradas de Rodagem", "");
     EXPECT_EQ(
         host->ErrosNovos(),
         (Textos{"frmLista.cboCriterio_Click: 51 (LimpaPesquisa)", "frmLista.cboTipoEquipto_Click: 51 (LimpaPesquisa)",
@@ -572,8 +572,9 @@ TEST_F(frmListaTeste, BotaoLocalizar_ByEachCriterion_SendsTheCriteriaInTheirOrde
         Poe(pessoa, caso.Criterios);
         localiza(caso.Enviados);
     }
-    EXPECT_TRUE(pessoa.EscolheCliente("ztCliente", "DAER", "NORTE"));
-    localiza("Cliente=DAER; Setor=NORTE; TipoAgente=1; TipoEquip=L; Criterio=1; CodEquip=d'Ávila 7._; Ativo=2");
+    EXPECT_TRUE(pessoa.EscolheCliente("ztCliente", "Autoridade das Estradas de Rodagem", "NORTE"));
+    localiza("Cliente=Autoridade das Estradas de Rodagem; Setor=NORTE; TipoAgente=1; TipoEquip=L; Criterio=1; "
+             "CodEquip=d'Ávila 7._; Ativo=2");
     EXPECT_EQ(host->AvisosNovos(), Textos{});
 }
 
@@ -868,9 +869,12 @@ TEST_F(frmListaTeste, SetaTitulo_OfAWrappedWindow_WritesBothTextsAndNotTheCaptio
 {
     host->Tela->EmbrulhaForms = true;
     AbreDoMenu();
-    form->SetaTitulo("Equipamentos de DAER");
-    EXPECT_EQ(host->Registro(), (Textos{"Plataforma.DefineTextoJanela(frmLista, \"Equipamentos de DAER\")",
-                                        "Plataforma.DefineTextoJanela(frmHospedeiro, \"Equipamentos de DAER\")"}));
+    form->SetaTitulo("Equipamentos de Autoridade das Estradas de Rodagem");
+    EXPECT_EQ(
+        host->Registro(),
+        (Textos{
+            "Plataforma.DefineTextoJanela(frmLista, \"Equipamentos de Autoridade das Estradas de Rodagem\")",
+            "Plataforma.DefineTextoJanela(frmHospedeiro, \"Equipamentos de Autoridade das Estradas de Rodagem\")"}));
     EXPECT_EQ(form->Caption(), "Equipamentos");
 }
 

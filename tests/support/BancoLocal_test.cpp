@@ -55,21 +55,21 @@ TEST_F(BancoLocalTeste, OpenRecordset_OfTheMunicipalitiesOfTheState_FiltersAndSo
 
 TEST_F(BancoLocalTeste, OpenRecordset_ByCode_ComparesInUpperCaseAndTheOtherColumnsAsTheyAre)
 {
-    host->MDB->PoeEquipamento(5, "DAER", "ção-1", 1, "R");
-    host->MDB->PoeEquipamento(6, "DAER", "ÇÃO-1", 2, "R");
+    host->MDB->PoeEquipamento(5, "Autoridade das Estradas de Rodagem", "ção-1", 1, "R");
+    host->MDB->PoeEquipamento(6, "Autoridade das Estradas de Rodagem", "ÇÃO-1", 2, "R");
     host->MDB->PoeEquipamento(7, "OUTRO", "ÇÃO-1", 1, "R");
-    EXPECT_EQ(Coluna("NroIntEquip", PorCodigo("DAER", "ÇÃO-1", "")), Textos{"5"});
-    EXPECT_EQ(Coluna("NroIntEquip", PorCodigo("DAER", "ÇÃO-1", "R")), Textos{"5"});
-    EXPECT_EQ(Coluna("NroIntEquip", PorCodigo("DAER", "ÇÃO-1", "A")), Textos{});
-    EXPECT_EQ(Coluna("NroIntEquip", PorCodigo("DAER", "ção-1", "")), Textos{});
-    EXPECT_EQ(Coluna("NroIntEquip", PorCodigo("daer", "ÇÃO-1", "")), Textos{});
+    EXPECT_EQ(Coluna("NroIntEquip", PorCodigo("Autoridade das Estradas de Rodagem", "ÇÃO-1", "")), Textos{"5"});
+    EXPECT_EQ(Coluna("NroIntEquip", PorCodigo("Autoridade das Estradas de Rodagem", "ÇÃO-1", "R")), Textos{"5"});
+    EXPECT_EQ(Coluna("NroIntEquip", PorCodigo("Autoridade das Estradas de Rodagem", "ÇÃO-1", "A")), Textos{});
+    EXPECT_EQ(Coluna("NroIntEquip", PorCodigo("Autoridade das Estradas de Rodagem", "ção-1", "")), Textos{});
+    EXPECT_EQ(Coluna("NroIntEquip", PorCodigo("autoridade das estradas de rodagem", "ÇÃO-1", "")), Textos{});
 }
 
 TEST_F(BancoLocalTeste, OpenRecordset_WithAnApostropheInAValue_IsFault3075)
 {
-    EXPECT_EQ(NumeroDaFalha(PorCodigo("DAER", "D'AGUA", "")), 3075);
-    EXPECT_EQ(NumeroDaFalha(PorCodigo("DAER", "'", "")), 3075);
-    EXPECT_EQ(NumeroDaFalha(PorCodigo("DAER", "D''AGUA", "")), 0); // two of them are one
+    EXPECT_EQ(NumeroDaFalha(PorCodigo("Autoridade das Estradas de Rodagem", "D'AGUA", "")), 3075);
+    EXPECT_EQ(NumeroDaFalha(PorCodigo("Autoridade das Estradas de Rodagem", "'", "")), 3075);
+    EXPECT_EQ(NumeroDaFalha(PorCodigo("Autoridade das Estradas de Rodagem", "D''AGUA", "")), 0); // two of them are one
 }
 
 TEST_F(BancoLocalTeste, OpenRecordset_OfWhatCannotBeRead_IsFault3075)

@@ -76,7 +76,7 @@ class HostRoteirizado : public HostServices {
     Ref<RelatoriosRoteirizados> Relatorios;
     Ref<AjudaRoteirizada> Ajuda;
     // Clients by the number that presets the client picker.
-    std::map<std::int32_t, std::string> Clientes{{1, "PREFEITURA"}, {2, "DAER"}};
+    std::map<std::int32_t, std::string> Clientes{{1, "PREFEITURA"}, {2, "Autoridade das Estradas de Rodagem"}};
 
     // The log.
     std::vector<std::string> Registro();

@@ -65,9 +65,9 @@ TEST_F(HostRoteirizadoTeste, FalhaNaChamada_OfTheSecondCall_RaisesThereOnceWithT
     EXPECT_TRUE(host->objSCA->Logado());
     EXPECT_EQ(Plataforma()->Ponteiro(), 0); // not a logged call
     EXPECT_TRUE(Lanca(70, "objMTM.ClienteLogado", "negado", [&] { host->objMTM->ClienteLogado(); }));
-    EXPECT_EQ(host->objMTM->ClienteLogado(), "DAER");
+    EXPECT_EQ(host->objMTM->ClienteLogado(), "Autoridade das Estradas de Rodagem");
     EXPECT_EQ(host->Registro(), (Linhas{"objSCA.Logado() -> True", "objMTM.ClienteLogado() !! 70",
-                                        "objMTM.ClienteLogado() -> \"DAER\""}));
+                                        "objMTM.ClienteLogado() -> \"Autoridade das Estradas de Rodagem\""}));
     EXPECT_EQ(host->FalhasDisparadas(), 1);
 }
 

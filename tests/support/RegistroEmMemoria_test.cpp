@@ -27,7 +27,7 @@ class RegistroEmMemoriaTeste : public HostTeste {
 
     static Ref<EquiptoED> Codigo(const std::string &codigo)
     {
-        return DoTexto<EquiptoED>("Codigo=\"" + codigo + R"(", ClienteInc="DAER")");
+        return DoTexto<EquiptoED>("Codigo=\"" + codigo + R"(", ClienteInc="Autoridade das Estradas de Rodagem")");
     }
 
     RegistroEmMemoria registro{*host};
@@ -35,11 +35,12 @@ class RegistroEmMemoriaTeste : public HostTeste {
 
 TEST_F(RegistroEmMemoriaTeste, inclui_OfANewEquipment_NumbersSignsAndActivatesIt)
 {
-    auto resposta = Consulta<EquiptoED>("inclui", DoTexto<EquiptoED>(R"(Codigo="R-01", ClienteInc="DAER", Ativo=2)"));
+    auto resposta = Consulta<EquiptoED>(
+        "inclui", DoTexto<EquiptoED>(R"(Codigo="R-01", ClienteInc="Autoridade das Estradas de Rodagem", Ativo=2)"));
     ASSERT_TRUE(resposta);
-    EXPECT_EQ((*resposta)->Texto(),
-              "EquiptoED{NroIntEquip=1, ClienteInc=\"DAER\", Codigo=\"R-01\", Ativo=1, ClienteTrans=\"DAER\", "
-              "OperadorTrans=77, DataTrans=20261120, HoraTrans=100000}");
+    EXPECT_EQ((*resposta)->Texto(), "EquiptoED{NroIntEquip=1, ClienteInc=\"Autoridade das Estradas de Rodagem\", "
+                                    "Codigo=\"R-01\", Ativo=1, ClienteTrans=\"Autoridade das Estradas de Rodagem\", "
+                                    "OperadorTrans=77, DataTrans=20261120, HoraTrans=100000}");
     EXPECT_FALSE(*resposta == registro.Equipamento(1)); // a copy
     EXPECT_EQ((*Consulta<EquiptoED>("inclui", Codigo("R-02")))->NroIntEquip.Valor(), 2);
 }
@@ -56,7 +57,7 @@ TEST_F(RegistroEmMemoriaTeste, altera_OfSomeMembers_KeepsTheOthersAndTheActivity
                 DoTexto<EquiptoED>(R"(NroIntEquip=1, Modelo="X", Ativo=2, Sensores=[SensorED{NroIntSensor=1, Ativo=2, )"
                                    R"(Afericoes=[AfericaoED{Numero="N2"}]}, SensorED{NroSensor=2}])")));
     const std::string guardado =
-        R"(EquiptoED{NroIntEquip=1, Codigo="R-01", Modelo="X", Ativo=1, ClienteTrans="DAER", OperadorTrans=77, )"
+        R"(EquiptoED{NroIntEquip=1, Codigo="R-01", Modelo="X", Ativo=1, ClienteTrans="Autoridade das Estradas de Rodagem", OperadorTrans=77, )"
         R"(DataTrans=20261121, HoraTrans=90507, Sensores=[SensorED{Afericoes=[AfericaoED{NroIntAfericao=1, )" +
         afericao +
         R"(}, AfericaoED{NroIntAfericao=2, Numero="N2"}], NroIntSensor=1, NroSensor=1, Ativo=2, LocalInfr="BR 116"}, )"
@@ -85,7 +86,7 @@ TEST_F(RegistroEmMemoriaTeste, lista2_OfMoreThanAPage_TellsWhereTheNextStarts)
     }
     registro.Poe(DoTexto<EquiptoED>(R"(Codigo="D", ClienteInc="OUTRO")"));
     auto pedido = Novo<ListaEquiptoED>();
-    pedido->ClienteInc = "DAER";
+    pedido->ClienteInc = "Autoridade das Estradas de Rodagem";
     auto pagina = *Consulta<ListaEquiptoED>("lista2", pedido);
     EXPECT_EQ(pagina->Equipamentos.Valor()->Count(), 2);
     EXPECT_EQ(pagina->ProxNroIntEquip.Valor(), 3);
@@ -126,10 +127,10 @@ TEST_F(RegistroEmMemoriaTeste, TabelaLocal_AfterTheModuleToldOfAChange_ShowsTheR
     Consulta<EquiptoED>("inclui", Codigo("r-01"));
     EXPECT_EQ(host->MDB->TabelaDe("VOREQUIPTO").Linhas.size(), 0U);
     host->objMTM->NovoTrataBD()->TabelaAlterada("VOREQUIPTO", true, false, Valor(), Valor());
-    auto cursor =
-        host->MDB->OpenRecordset("         SELECT NroIntEquip     FROM VOREQUIPTO    WHERE ClienteInc = 'DAER'"
-                                 "     AND UCASE(Codigo) = 'R-01'     AND Ativo = 1 ",
-                                 InstantaneoSomenteLeitura, Valor(), Valor());
+    auto cursor = host->MDB->OpenRecordset(
+        "         SELECT NroIntEquip     FROM VOREQUIPTO    WHERE ClienteInc = 'Autoridade das Estradas de Rodagem'"
+        "     AND UCASE(Codigo) = 'R-01'     AND Ativo = 1 ",
+        InstantaneoSomenteLeitura, Valor(), Valor());
     ASSERT_EQ(cursor->RecordCount(), 1);
     EXPECT_EQ(cursor->Fields("NroIntEquip")->Value().CLng(), 1);
 }

@@ -27,7 +27,7 @@ class SessaoRoteirizada : public IobjMTM {
     std::string_view NomeTipo() const override { return "objMTM"; }
 
     // What a test sets.
-    std::string Cliente = "DAER";
+    std::string Cliente = "Autoridade das Estradas de Rodagem";
     std::string Setor = "CENTRAL";
     bool ResultadoTransacao = true;
     std::int16_t ResultadoRajada = 0;

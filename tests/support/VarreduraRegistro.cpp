@@ -32,7 +32,7 @@ void JornadaComRegistro::LogaComServicos()
 Ref<EquiptoED> EquiptoCalibrado(const std::string &tipo, std::uint8_t medidor, const std::string &codigo)
 {
     return DoTexto<EquiptoED>(
-        R"(ClienteInc="DAER", SetorInc="Norte", Codigo=")" + codigo +
+        R"(ClienteInc="Autoridade das Estradas de Rodagem", SetorInc="Norte", Codigo=")" + codigo +
         R"(", Descricao="Radar da entrada", CodMunic=120, TipoVia="R", TipoEquip=")" + tipo +
         R"(", VelocPermitida=60, ArquivoLayout="NENHUM", Modelo="RF-3", TipoAgente=)" + std::to_string(medidor) +
         R"(, Sensores=[SensorED{Afericoes=[AfericaoED{Numero="123", Marca="456", DataVerificacao=01/01/2026, )"

@@ -23,5 +23,5 @@ class JornadaComRegistro : public Jornada {
     Ref<Geral> m_Geral;
 };
 
-// An equipment of client DAER with one sensor, calibrated for the year 2026.
+// An equipment of client Autoridade das Estradas de Rodagem with one sensor, calibrated for the year 2026.
 Ref<EquiptoED> EquiptoCalibrado(const std::string &tipo, std::uint8_t medidor, const std::string &codigo);

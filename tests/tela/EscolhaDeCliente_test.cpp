@@ -10,8 +10,10 @@ class EscolhaDeClienteTest : public testing::Test {
 
     Tela m_Tela;
     Ref<ztClienteSetor> m_Controle = m_Tela.Poe<ztClienteSetor>(Chamado<AjustesZtClienteSetor>("ztCliente"));
-    EscolhaDeCliente m_Escolha{
-        m_Controle, {{"DETRAN/RS", {"Metrologia", "Fiscalização"}}, {"EPTC", {"Fiscalização"}}, {"PRF", {}}}};
+    EscolhaDeCliente m_Escolha{m_Controle,
+                               {{"Autoridade Estadual de Trânsito", {"Metrologia", "Fiscalização"}},
+                                {"Autoridade Municipal de Trânsito", {"Fiscalização"}},
+                                {"PRF", {}}}};
 };
 
 TEST_F(EscolhaDeClienteTest, AtFirst_NoClientAndAllSectors)
@@ -25,7 +27,7 @@ TEST_F(EscolhaDeClienteTest, AtFirst_NoClientAndAllSectors)
 TEST_F(EscolhaDeClienteTest, EscolheCliente_OffersItsSectorsAndBeginsWithAll)
 {
     EXPECT_TRUE(m_Escolha.EscolheCliente(0));
-    EXPECT_EQ(m_Controle->Cliente(), "DETRAN/RS");
+    EXPECT_EQ(m_Controle->Cliente(), "Autoridade Estadual de Trânsito");
     EXPECT_EQ(m_Escolha.Setores(), (Textos{"Todos os setores", "Metrologia", "Fiscalização"}));
     EXPECT_TRUE(m_Escolha.EscolheSetor(2));
     EXPECT_EQ(m_Controle->Setor(), "Fiscalização");
@@ -44,20 +46,21 @@ TEST_F(EscolhaDeClienteTest, EscolheSetor_OfTheFirst_StandsForAll)
     EXPECT_EQ(m_Controle->Setor(), "Metrologia");
     EXPECT_TRUE(m_Escolha.EscolheSetor(0));
     EXPECT_EQ(m_Controle->Setor(), "");
-    EXPECT_EQ(m_Controle->Cliente(), "DETRAN/RS");
+    EXPECT_EQ(m_Controle->Cliente(), "Autoridade Estadual de Trânsito");
 }
 
 TEST_F(EscolhaDeClienteTest, Preset_IsShown_AndAClientOrSectorThatIsNotOfferedIsNone)
 {
-    m_Controle->PresetaCliente("EPTC", "Fiscalização");
+    m_Controle->PresetaCliente("Autoridade Municipal de Trânsito", "Fiscalização");
     EXPECT_EQ(m_Escolha.Cliente(), 1);
     EXPECT_EQ(m_Escolha.Setor(), 1);
-    m_Controle->PresetaCliente("EPTC", "Metrologia");
+    m_Controle->PresetaCliente("Autoridade Municipal de Trânsito", "Metrologia");
     EXPECT_EQ(m_Escolha.Setor(), -1);
-    m_Controle->PresetaCliente("DAER", "Metrologia");
+    m_Controle->PresetaCliente("Autoridade das Estradas de Rodagem", "Metrologia");
     EXPECT_EQ(m_Escolha.Cliente(), -1);
     EXPECT_EQ(m_Escolha.Setor(), -1);
-    m_Controle->PresetaCliente("EPTC", "Todos os setores"); // a sector of that name would be one
+    m_Controle->PresetaCliente("Autoridade Municipal de Trânsito",
+                               "Todos os setores"); // a sector of that name would be one
     EXPECT_EQ(m_Escolha.Setor(), -1);
 }
 

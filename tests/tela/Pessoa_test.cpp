@@ -177,7 +177,7 @@ TEST_F(PessoaTest, Pickers_ByName_AreDriven)
     EXPECT_EQ(endereco->Endereco()->CodLogradouro(), 5);
     EXPECT_TRUE(m_Pessoa.LimpaEndereco("ztEndereco1"));
     EXPECT_EQ(endereco->Endereco()->CodLogradouro(), 0);
-    EXPECT_TRUE(m_Pessoa.EscolheCliente("ztCliente", "DAER", "Sul"));
+    EXPECT_TRUE(m_Pessoa.EscolheCliente("ztCliente", "Autoridade das Estradas de Rodagem", "Sul"));
     EXPECT_EQ(cliente->Setor(), "Sul");
 }
 
