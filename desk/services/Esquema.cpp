@@ -175,7 +175,13 @@ std::vector<Tabela> Todas()
          .Condicoes = {{"Verificacao_ate_Vencimento", "DataVerificacao <= DataVencimento"}},
          .Indices = {{"AFERICAO_Sensor", "NroIntSensor, Ativo, DataVerificacao, DataVencimento"}},
          .Fixas = {"NroIntSensor"},
-         .Guardas = {{"SEM_SOBREPOSICAO_NOVA", "INSERT",
+         // The history has an entry for each version. Until the one of a change is written, the row may be written
+         // again.
+         .Guardas = {{"VERSAO", "UPDATE",
+                      "NEW.Versao <> 1 + (SELECT COUNT(*) FROM HISTORICO h WHERE h.Entidade = 'AFERICAO' "
+                      "AND h.NroEntidade = NEW.NroIntAfericao)",
+                      "AFERICAO_VERSAO"},
+                     {"SEM_SOBREPOSICAO_NOVA", "INSERT",
                       "NEW.Ativo = 1 AND EXISTS (SELECT 1 FROM AFERICAO o WHERE o.NroIntSensor = NEW.NroIntSensor "
                       "AND o.Ativo = 1 AND o.DataVerificacao <= NEW.DataVencimento "
                       "AND o.DataVencimento >= NEW.DataVerificacao)",

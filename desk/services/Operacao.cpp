@@ -6,11 +6,13 @@
 
 namespace mesa {
 
-Operacao::Operacao(Banco &banco, const Operador &quem, const Instante &agora, const VersoesLidas &lidas)
+Operacao::Operacao(Banco &banco, const Operador &quem, const Instante &agora, const VersoesLidas &lidas,
+                   std::string motivo)
     : m_Banco(banco),
       m_Quem(quem),
       m_Agora(agora),
-      m_Lidas(lidas)
+      m_Lidas(lidas),
+      m_Motivo(std::move(motivo))
 {
 }
 
@@ -23,6 +25,19 @@ void Operacao::Exige(const std::string &acao, const std::string &oQue) const
 {
     if (!Possui(acao)) {
         throw Recusa(m_Quem.Nome + " não tem permissão para " + oQue + ".");
+    }
+}
+
+const std::string &Operacao::Corrige(const std::string &qual)
+{
+    m_Corrigidas.push_back(qual);
+    return m_Motivo;
+}
+
+void Operacao::ConfereMotivo() const
+{
+    if (m_Motivo.empty() && !m_Corrigidas.empty()) {
+        throw FaltaMotivo{m_Corrigidas};
     }
 }
 

@@ -48,11 +48,6 @@ std::string Nome(const AfericaoED &afericao)
     return "aferição " + afericao.Numero.Valor();
 }
 
-void RecusaSobreposta()
-{
-    throw Recusa("As aferições ativas de um sensor não podem ter dias em comum.");
-}
-
 // The item of a list from outside; Nothing among the items is refused.
 template <class R> const R &ItemDe(const ListaDe<R> &lista, std::int32_t posicao)
 {
@@ -110,9 +105,10 @@ bool ServicoSensores::GravaSensor(const SensorED &pedido)
 }
 
 // Those that change stand aside as inactive until all their new periods are known, so that the order of the rows does
-// not matter; then each takes its place, and the database refuses the one that finds it taken.
+// not matter; then each takes its place, and the database refuses the one that finds it taken. Both writes are one new
+// version.
 bool ServicoSensores::GravaAfericoes(const SensorED &sensor, const ListaDe<AfericaoED> &afericoes)
-{
+try {
     std::vector<AfericaoPedida> mudadas;
     std::set<double> vistas;
     for (std::int32_t posicao = 1; !afericoes.Nada() && posicao <= afericoes->Count(); ++posicao) {
@@ -127,16 +123,27 @@ bool ServicoSensores::GravaAfericoes(const SensorED &sensor, const ListaDe<Aferi
             mudadas.push_back(std::move(fundida));
         }
     }
-    for (const AfericaoPedida &mudada : mudadas) {
+    for (AfericaoPedida &mudada : mudadas) {
         if (mudada.Antes) {
-            m_Operacao.Dados().Atualiza("AFERICAO", {{"Ativo", Indicador::Nao}},
-                                        {"NroIntAfericao", qlonglong(mudada.Antes->NroIntAfericao.Valor())});
+            const double numero = mudada.Antes->NroIntAfericao;
+            mudada.Versao = VersaoDaAfericao(numero) + 1;
+            m_Operacao.Dados().Atualiza("AFERICAO", {{"Ativo", Indicador::Nao}, {"Versao", qlonglong(mudada.Versao)}},
+                                        {"NroIntAfericao", qlonglong(numero)});
         }
     }
     for (AfericaoPedida &mudada : mudadas) {
         Escreve(sensor, mudada);
     }
     return !mudadas.empty();
+} catch (const ErroSql &erro) {
+    if (erro.Detalhe == "AFERICAO_SOBREPOSTA") {
+        throw Recusa("As aferições ativas de um sensor não podem ter dias em comum.");
+    }
+    if (erro.Detalhe == "AFERICAO_VERSAO") {
+        throw Recusa("Uma aferição do sensor " + CStr(sensor.NroSensor.Valor()) +
+                     " não está como o seu histórico diz. Nada foi gravado: o registro precisa ser conferido.");
+    }
+    throw;
 }
 
 ServicoSensores::AfericaoPedida ServicoSensores::Funde(const SensorED &sensor, const AfericaoED &pedida) const
@@ -154,25 +161,23 @@ ServicoSensores::AfericaoPedida ServicoSensores::Funde(const SensorED &sensor, c
 }
 
 void ServicoSensores::Escreve(const SensorED &sensor, AfericaoPedida &pedida)
-try {
+{
     AfericaoED &depois = *pedida.Depois;
     if (depois.Ativo.Valor() == Indicador::Sim) {
         ConferePeriodoLivre(sensor, depois);
     }
+    std::string motivo;
     if (pedida.Antes.Nada()) {
         depois.NroIntAfericao = static_cast<double>(MapaRegistro::Insere(
-            m_Operacao.Dados(), "AFERICAO", depois, {{"NroIntSensor", sensor.NroIntSensor.Valor()}, {"Versao", 1}}));
+            m_Operacao.Dados(), "AFERICAO", depois,
+            {{"NroIntSensor", sensor.NroIntSensor.Valor()}, {"Versao", qlonglong(pedida.Versao)}}));
     } else {
-        MapaRegistro::Atualiza(m_Operacao.Dados(), "AFERICAO", depois);
+        MapaRegistro::Atualiza(m_Operacao.Dados(), "AFERICAO", depois, {{"Versao", qlonglong(pedida.Versao)}});
+        motivo = m_Operacao.Corrige(Nome(*pedida.Antes) + " do sensor " + CStr(sensor.NroSensor.Valor()));
     }
     m_Gravadas.insert(std::llround(depois.NroIntAfericao.Valor()));
     Registra("AFERICAO", std::llround(depois.NroIntAfericao.Valor()), !pedida.Antes.Nada(),
-             pedida.Antes.Nada() ? depois.Ativo : pedida.Antes->Ativo, depois.Ativo);
-} catch (const ErroSql &erro) {
-    if (erro.Motivo == MotivoSql::Regra) {
-        RecusaSobreposta();
-    }
-    throw;
+             pedida.Antes.Nada() ? depois.Ativo : pedida.Antes->Ativo, depois.Ativo, motivo);
 }
 
 ListaDe<SensorED> ServicoSensores::Ativos() const
@@ -288,7 +293,7 @@ void ServicoSensores::ConferePeriodoLivre(const SensorED &sensor, const Afericao
 }
 
 void ServicoSensores::Registra(const char *entidade, std::int64_t numero, bool existia, std::uint8_t antes,
-                               std::uint8_t depois)
+                               std::uint8_t depois, const std::string &motivo)
 {
     const char *acao = !existia                   ? "inclui"
                        : antes == depois          ? "altera"
@@ -296,7 +301,14 @@ void ServicoSensores::Registra(const char *entidade, std::int64_t numero, bool e
                                                   : "desativa";
     Historico(m_Operacao.Dados())
         .Registra(m_Operacao.Agora(), m_Operacao.Quem().Numero,
-                  {"EQUIPAMENTO", m_NroIntEquip, m_Versao, entidade, numero, acao});
+                  {"EQUIPAMENTO", m_NroIntEquip, m_Versao, entidade, numero, acao, motivo});
+}
+
+std::int64_t ServicoSensores::VersaoDaAfericao(double numero) const
+{
+    Consulta linha(m_Operacao.Dados(), "SELECT Versao FROM AFERICAO WHERE NroIntAfericao = ?", {qlonglong(numero)});
+    linha.Proxima();
+    return linha.Inteiro(0);
 }
 
 } // namespace mesa

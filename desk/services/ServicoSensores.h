@@ -26,6 +26,7 @@ class ServicoSensores {
     struct AfericaoPedida {
         Ref<AfericaoED> Antes; // Nothing for a new one
         Ref<AfericaoED> Depois;
+        std::int64_t Versao = 1; // that it then has
     };
 
     bool GravaSensor(const SensorED &pedido);
@@ -38,7 +39,9 @@ class ServicoSensores {
     void ConferePeriodoLivre(const SensorED &sensor, const AfericaoED &afericao) const;
     void Escreve(const SensorED &sensor, AfericaoPedida &pedida);
     // antes, depois: whether it is active, as the records tell it.
-    void Registra(const char *entidade, std::int64_t numero, bool existia, std::uint8_t antes, std::uint8_t depois);
+    void Registra(const char *entidade, std::int64_t numero, bool existia, std::uint8_t antes, std::uint8_t depois,
+                  const std::string &motivo = {});
+    std::int64_t VersaoDaAfericao(double numero) const;
 
     Operacao &m_Operacao;
     std::int32_t m_NroIntEquip;

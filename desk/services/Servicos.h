@@ -29,6 +29,11 @@ class Servicos : public Objeto {
     virtual Ref<SessaoServico> Entra(const std::string &usuario, const std::string &senha, std::string &recusa,
                                      std::int32_t &espera) = 0;
 
+    // Whether corrections of stored calibrations are refused in sessions that have nobody to ask for the reason
+    // (SessaoServico::PerguntaMotivo); otherwise the history has "sem motivo" with them, as at first. For sessions that
+    // begin afterwards.
+    virtual void ExigeMotivo(bool exige) = 0;
+
     // Creates a user with a permission for each action ("" looks, "I", "A", "E"); used by the sample and by the tests.
     virtual void CadastraUsuario(const Operador &operador, const std::string &senha,
                                  const std::vector<std::string> &acoes) = 0;

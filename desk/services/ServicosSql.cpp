@@ -27,7 +27,7 @@ try {
     if (!operador) {
         return nullptr;
     }
-    return Novo<SessaoSql>(m_Banco, m_Agora, *operador);
+    return Novo<SessaoSql>(m_Banco, m_Agora, *operador, m_ExigeMotivo);
 } catch (...) {
     PassaFalha(" < Servicos.Entra");
 }

@@ -16,6 +16,7 @@ class ServicosSql : public Servicos {
 
     Ref<SessaoServico> Entra(const std::string &usuario, const std::string &senha, std::string &recusa,
                              std::int32_t &espera) override;
+    void ExigeMotivo(bool exige) override { m_ExigeMotivo = exige; }
     void CadastraUsuario(const Operador &operador, const std::string &senha,
                          const std::vector<std::string> &acoes) override;
     void CadastraCliente(const ClienteCadastrado &cliente) override;
@@ -26,6 +27,7 @@ class ServicosSql : public Servicos {
   private:
     std::shared_ptr<Banco> m_Banco; // the sessions keep it open
     Relogio m_Agora;
+    bool m_ExigeMotivo = false;
     TipoDeRegistro m_Tipo = TipoDeRegistro::Registro;
     std::string m_Identificador;
 };

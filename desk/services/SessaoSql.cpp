@@ -1,5 +1,6 @@
 #include "desk/services/SessaoSql.h"
 
+#include "desk/services/MotivoCorrecao.h"
 #include "desk/services/Permissoes.h"
 #include "desk/services/PesquisaEquipamentos.h"
 #include "desk/services/Recusa.h"
@@ -8,7 +9,9 @@
 #include "desk/services/ServicoEquipamentos.h"
 #include "desk/services/ServicoLimites.h"
 #include "desk/services/Usuarios.h"
+#include "host/Conversoes.h"
 
+#include <algorithm>
 #include <map>
 #include <type_traits>
 #include <utility>
@@ -71,27 +74,70 @@ const std::map<ChaveOperacao, Atendimento> &Atendimentos()
     return tabela;
 }
 
+// "a aferição 1 do sensor 1, a aferição 2 do sensor 1 e mais 3", each with what goes before it.
+std::string Enumera(const std::vector<std::string> &nomes, const std::string &antes)
+{
+    constexpr std::size_t maisNomes = 6; // the others are counted
+    const std::size_t ditos = std::min(nomes.size(), maisNomes);
+    std::string texto;
+    for (std::size_t n = 0; n < ditos; ++n) {
+        texto += n == 0 ? "" : n + 1 == nomes.size() ? " e " : ", ";
+        texto += antes + nomes[n];
+    }
+    return nomes.size() > ditos ? texto + " e mais " + CStr(nomes.size() - ditos) : texto;
+}
+
 } // namespace
 
-SessaoSql::SessaoSql(std::shared_ptr<Banco> banco, Relogio agora, mesa::Operador operador)
+SessaoSql::SessaoSql(std::shared_ptr<Banco> banco, Relogio agora, mesa::Operador operador, bool exigeMotivo)
     : m_Banco(std::move(banco)),
       m_Agora(std::move(agora)),
-      m_Operador(std::move(operador))
+      m_Operador(std::move(operador)),
+      m_ExigeMotivo(exigeMotivo)
 {
 }
 
-bool SessaoSql::Opera(bool escreve, const std::function<void(Operacao &)> &trabalho, std::string &recusa)
+void SessaoSql::Roda(bool escreve, const Trabalho &trabalho, const std::string &motivo)
 {
-    recusa.clear();
     const Instante agora = m_Agora();
     const auto roda = [&] {
-        Operacao operacao(*m_Banco, m_Operador, agora, m_Lidas);
+        Operacao operacao(*m_Banco, m_Operador, agora, m_Lidas, motivo);
         trabalho(operacao);
+        operacao.ConfereMotivo();
         return operacao;
     };
+    const Operacao feita = escreve ? m_Banco->Escreve(roda) : m_Banco->Le(roda);
+    feita.Entrega(m_Lidas);
+}
+
+std::string SessaoSql::MotivoPara(const std::vector<std::string> &corrigidas) const
+{
+    const std::string naoGravada = "A correção " + Enumera(corrigidas, "da ") + " não foi gravada: ";
+    const std::optional<std::string> dado =
+        m_Pergunta ? m_Pergunta("Esta gravação corrige " + Enumera(corrigidas, "a ") + ".") : std::nullopt;
+    if (!dado) {
+        throw Recusa(naoGravada + "nenhum motivo foi dado.");
+    }
+    const std::string recusa = MotivoCorrecao::RecusaDe(*dado);
+    if (!recusa.empty()) {
+        throw Recusa(naoGravada + recusa + ".");
+    }
+    return MotivoCorrecao::Aparado(*dado);
+}
+
+bool SessaoSql::Opera(bool escreve, const Trabalho &trabalho, std::string &recusa)
+{
+    recusa.clear();
     try {
-        const Operacao feita = escreve ? m_Banco->Escreve(roda) : m_Banco->Le(roda);
-        feita.Entrega(m_Lidas);
+        std::vector<std::string> corrigidas;
+        try {
+            Roda(escreve, trabalho, m_Pergunta || m_ExigeMotivo ? "" : MotivoCorrecao::Nenhum);
+        } catch (const FaltaMotivo &falta) {
+            corrigidas = falta.Corrigidas;
+        }
+        if (!corrigidas.empty()) {
+            Roda(escreve, trabalho, MotivoPara(corrigidas));
+        }
         return true;
     } catch (const Recusa &motivo) {
         recusa = motivo.what();
