@@ -253,7 +253,16 @@ Ref<EquiptoED> Abre(const Ref<SessaoServico> &sessao, std::int32_t nroIntEquip)
 Bytes Pdf(const std::string &marca, std::size_t tamanho)
 {
     std::string texto = "%PDF-1.4\n% " + marca + "\n";
-    const std::string fim = "\nstartxref\n0\n%%EOF\n";
+    std::string tabela = "0000000000 65535 f \n";
+    int objetos = 0;
+    for (const char *objeto : {"<< /Type /Catalog /Pages 2 0 R >>", "<< /Type /Pages /Kids [3 0 R] /Count 1 >>",
+                               "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 72 72] >>"}) {
+        const std::string onde = std::to_string(texto.size());
+        tabela += std::string(10 - onde.size(), '0') + onde + " 00000 n \n";
+        texto += std::to_string(++objetos) + " 0 obj\n" + objeto + "\nendobj\n";
+    }
+    const std::string fim = "\nstartxref\n" + std::to_string(texto.size()) + "\n%%EOF\n";
+    texto += "xref\n0 4\n" + tabela + "trailer\n<< /Size 4 /Root 1 0 R >>\n% ";
     if (tamanho > texto.size() + fim.size()) {
         texto.append(tamanho - texto.size() - fim.size(), 'x');
     }

@@ -107,6 +107,7 @@ Ref<EquiptoED> Abre(const Ref<mesa::SessaoServico> &sessao, std::int32_t nroIntE
 // What was done; any refusal fails the test.
 Retorno Exigido(const Retorno &retorno);
 
-// A small document that passes for PDF; `marca` makes it one of its own.
+// A PDF of one empty page, of that many bytes when it would be smaller; `marca` stands in it and makes it one of its
+// own.
 Bytes Pdf(const std::string &marca, std::size_t tamanho = 0);
 double GuardaPdf(const Ref<mesa::SessaoServico> &sessao, const std::string &marca, std::size_t tamanho = 0);

@@ -382,8 +382,8 @@ TEST_F(TecladoTeste, QueryOfAnotherModule_ByKeys)
         t.Alt('O').EsperaJanela("ConsultaAutuacao").EsperaTexto("resultado", "Equipamento selecionado.");
         t.EsperaTexto("resposta7", "10/01/2026");
         t.TabAte("codOat").Escreve(afericao);
-        t.Alt('I').EsperaCaixa("não é um documento PDF que possa ser aberto.");
-        t.Tecla(Qt::Key_Return).EsperaTexto("resultado", "O certificado não foi aberto.");
+        t.Alt('I').EsperaJanela("VisorPDF");
+        t.Tecla(Qt::Key_Escape).EsperaTexto("resultado", "Certificado aberto.");
     });
 }
 
