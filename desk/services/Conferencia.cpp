@@ -15,11 +15,6 @@ namespace mesa {
 
 namespace {
 
-std::string Campo(std::string_view membro)
-{
-    return "O campo \"" + NomeDoCampo(membro) + "\"";
-}
-
 bool EhHora(std::int32_t hora)
 {
     return hora >= 0 && hora / 100 <= 23 && hora % 100 <= 59;
@@ -74,6 +69,11 @@ void Conferencia::Horario(std::int32_t inicio, std::int32_t fim)
         throw Recusa("A hora final (" + TextoDaHora(fim) + ") é anterior à hora inicial (" + TextoDaHora(inicio) +
                      "). Um período que passa da meia-noite precisa de duas linhas.");
     }
+}
+
+std::string Conferencia::Campo(std::string_view membro)
+{
+    return "O campo \"" + NomeDoCampo(membro) + "\"";
 }
 
 std::string Conferencia::Numero(double numero)

@@ -20,6 +20,8 @@ void Dia(std::string_view membro, Data valor);
 // HHMM, both, and the first not after the second.
 void Horario(std::int32_t inicio, std::int32_t fim);
 
+// The field as a sentence names it: O campo "código".
+std::string Campo(std::string_view membro);
 // A number that came from outside, for a sentence.
 std::string Numero(double numero);
 

@@ -199,6 +199,12 @@ Ref<AfericaoED> AfericaoDe(const std::string &numero, Data de, Data ate, double 
     return a;
 }
 
+Ref<EquiptoED> DoTipo(const Ref<EquiptoED> &equipto, const std::string &tipo, std::uint8_t medidor)
+{
+    return Com(Com(equipto, &EquiptoED::TipoEquip, tipo, &EquiptoED::TipoAgente, medidor), &EquiptoED::TemLimiteDif,
+               std::uint8_t{2});
+}
+
 Ref<EquiptoED> Poe(const Ref<EquiptoED> &equipto, const Ref<SensorED> &sensor)
 {
     return Poe(equipto, &EquiptoED::Sensores, sensor);
@@ -226,9 +232,26 @@ Retorno Exigido(const Retorno &retorno)
     return retorno;
 }
 
+Ref<EquiptoED> Documenta(const Ref<SessaoServico> &sessao, const Ref<EquiptoED> &equipto)
+{
+    double documento = 0;
+    const ListaDe<SensorED> &sensores = equipto->Sensores;
+    for (std::int32_t s = 1; !sensores.Nada() && s <= sensores->Count(); ++s) {
+        const ListaDe<AfericaoED> &afericoes = sensores->Item(s)->Afericoes;
+        for (std::int32_t a = 1; !afericoes.Nada() && a <= afericoes->Count(); ++a) {
+            AfericaoED &afericao = *afericoes->Item(a);
+            if (afericao.NroIntAfericao.Valor() == 0 && afericao.NroIntImgCertif.Valor() == 0) {
+                documento = documento == 0 ? GuardaPdf(sessao, "certificado") : documento;
+                afericao.NroIntImgCertif = documento;
+            }
+        }
+    }
+    return equipto;
+}
+
 std::int32_t Inclui(const Ref<SessaoServico> &sessao, const Ref<EquiptoED> &equipto)
 {
-    return Exigido(Pede(sessao, "inclui", equipto)).Como<EquiptoED>()->NroIntEquip;
+    return Exigido(Pede(sessao, "inclui", Documenta(sessao, equipto))).Como<EquiptoED>()->NroIntEquip;
 }
 
 std::int32_t IncluiComSensores(const Ref<SessaoServico> &sessao,
