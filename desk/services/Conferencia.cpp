@@ -22,30 +22,35 @@ bool EhHora(std::int32_t hora)
 
 } // namespace
 
-void Conferencia::Texto(std::string_view membro, const std::string &valor, std::size_t limite)
+void Conferencia::Coluna(const Esquema::Coluna &coluna, const QVariant &valor)
 {
-    const std::size_t tamanho = Len(valor);
-    if (tamanho > limite) {
-        throw Recusa(Campo(membro) + " aceita até " + CStr(limite) + " caracteres e veio com " + CStr(tamanho) + ".");
+    const std::string recusa = coluna.Recusa(valor);
+    if (!recusa.empty()) {
+        throw Recusa(OCampo(coluna.Nome) + " " + recusa + ".");
     }
+}
+
+void Conferencia::Texto(const Esquema::Coluna &coluna, const std::string &valor)
+{
     const QString lido = QString::fromStdString(valor);
+    Coluna(coluna, lido);
     if (lido.toStdString() != valor ||
         std::any_of(lido.begin(), lido.end(), [](QChar letra) { return letra.category() == QChar::Other_Control; })) {
-        throw Recusa(Campo(membro) + " tem caracteres que não podem ser gravados.");
+        throw Recusa(OCampo(coluna.Nome) + " tem caracteres que não podem ser gravados.");
     }
 }
 
 void Conferencia::Obrigatorio(std::string_view membro, const std::string &valor)
 {
     if (Trim(valor).empty()) {
-        throw Recusa(Campo(membro) + " precisa ser informado.");
+        throw Recusa(OCampo(membro) + " precisa ser informado.");
     }
 }
 
 void Conferencia::Faixa(std::string_view membro, std::int64_t valor, std::int64_t de, std::int64_t ate)
 {
     if (valor < de || valor > ate) {
-        throw Recusa(Campo(membro) + " deve estar entre " + CStr(de) + " e " + CStr(ate) + "; veio " + CStr(valor) +
+        throw Recusa(OCampo(membro) + " deve estar entre " + CStr(de) + " e " + CStr(ate) + "; veio " + CStr(valor) +
                      ".");
     }
 }
@@ -53,7 +58,7 @@ void Conferencia::Faixa(std::string_view membro, std::int64_t valor, std::int64_
 void Conferencia::Dia(std::string_view membro, Data valor)
 {
     if (!valor.NoCalendario() || std::trunc(valor.Valor) == 0) {
-        throw Recusa(Campo(membro) + " precisa de uma data válida.");
+        throw Recusa(OCampo(membro) + " precisa de uma data válida.");
     }
 }
 
@@ -71,7 +76,7 @@ void Conferencia::Horario(std::int32_t inicio, std::int32_t fim)
     }
 }
 
-std::string Conferencia::Campo(std::string_view membro)
+std::string Conferencia::OCampo(std::string_view membro)
 {
     return "O campo \"" + NomeDoCampo(membro) + "\"";
 }

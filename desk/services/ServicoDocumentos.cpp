@@ -3,10 +3,10 @@
 #include "desk/services/Conferencia.h"
 #include "desk/services/Historico.h"
 #include "desk/services/Recusa.h"
+#include "desk/services/Resumo.h"
 #include "host/Conversoes.h"
 
 #include <QByteArray>
-#include <QCryptographicHash>
 #include <QJsonDocument>
 #include <QJsonObject>
 
@@ -15,11 +15,6 @@
 namespace mesa {
 
 namespace {
-
-QString Sha256(const QByteArray &conteudo)
-{
-    return QString::fromLatin1(QCryptographicHash::hash(conteudo, QCryptographicHash::Sha256).toHex());
-}
 
 // Whether every entry that the history has of the document, and there is one, tells of this content.
 bool ConfereComHistorico(Banco &banco, std::int64_t numero, const QString &soma)
@@ -51,19 +46,19 @@ double ServicoDocumentos::Guarda(const Bytes &bytes)
     ExigeGuardar();
     const auto conteudo =
         QByteArray::fromRawData(reinterpret_cast<const char *>(bytes.data()), static_cast<qsizetype>(bytes.size()));
-    const QString soma = Sha256(conteudo);
+    const QString soma = Q(Resumo(conteudo));
     const Operador &quem = m_Operacao.Quem();
     const std::int64_t numero = m_Operacao.Dados()
                                     .Insere("DOCUMENTO", {{"ClienteInc", Q(quem.Cliente)},
                                                           {"Tamanho", conteudo.size()},
                                                           {"Sha256", soma},
-                                                          {"Quando", qlonglong(m_Operacao.Quando())},
+                                                          {"Quando", qlonglong(m_Operacao.Agora().Utc())},
+                                                          {"Fuso", m_Operacao.Agora().Fuso},
                                                           {"Operador", quem.Numero},
                                                           {"Conteudo", conteudo}})
                                     .NumeroNovo();
     Historico(m_Operacao.Dados())
-        .Registra(m_Operacao.Quando(), quem.Numero, {"DOCUMENTO", numero, 1, "DOCUMENTO", numero, "inclui"}, {},
-                  QJsonObject{{"ClienteInc", Q(quem.Cliente)}, {"Tamanho", conteudo.size()}, {"Sha256", soma}});
+        .Registra(m_Operacao.Agora(), quem.Numero, {"DOCUMENTO", numero, 1, "DOCUMENTO", numero, "inclui"});
     return static_cast<double>(numero);
 }
 
@@ -82,11 +77,11 @@ Bytes ServicoDocumentos::Le(double numero)
             throw Recusa(nome + " não existe no cliente " + m_Operacao.Quem().Cliente + ".");
         }
         conteudo = linha.Valor(2).toByteArray();
-        if (conteudo.size() != linha.Inteiro(0) || Sha256(conteudo).toStdString() != linha.Texto(1)) {
+        if (conteudo.size() != linha.Inteiro(0) || Resumo(conteudo) != linha.Texto(1)) {
             throw Recusa(nome + " está danificado no registro: recupere-o de uma cópia de segurança.");
         }
     }
-    if (!ConfereComHistorico(m_Operacao.Dados(), procurado, Sha256(conteudo))) {
+    if (!ConfereComHistorico(m_Operacao.Dados(), procurado, Q(Resumo(conteudo)))) {
         throw Recusa(nome + " não é o que foi guardado, pelo que diz o histórico: recupere-o de uma cópia de "
                             "segurança.");
     }

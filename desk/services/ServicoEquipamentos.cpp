@@ -113,7 +113,7 @@ Ref<EquiptoED> ServicoEquipamentos::Inclui(const EquiptoED &pedido)
 
     novo->NroIntEquip =
         static_cast<std::int32_t>(MapaRegistro::Insere(m_Operacao.Dados(), "EQUIPAMENTO", *novo, Derivados(*novo, 1)));
-    Registra("inclui", nullptr, *novo, 1);
+    Registra("inclui", novo->NroIntEquip, 1);
     ServicoSensores(m_Operacao, *novo, 1).Grava(pedido.Sensores);
     return Completo(novo->NroIntEquip);
 }
@@ -148,9 +148,7 @@ void ServicoEquipamentos::Altera(const EquiptoED &pedido)
     }
     Assina(*novo);
     Atualiza(*novo, versao);
-    if (mudou) {
-        Registra("altera", gravado.Registro.Ponteiro(), *novo, versao);
-    }
+    Registra("altera", numero, versao);
     m_Operacao.Lembra(Raiz::Equipamento, numero, versao);
 }
 
@@ -203,7 +201,7 @@ void ServicoEquipamentos::DefineAtivo(const EquiptoED &pedido, std::uint8_t ativ
     Assina(*novo);
     const std::int64_t versao = gravado.Versao + 1;
     Atualiza(*novo, versao);
-    Registra(reativa ? "reativa" : "desativa", gravado.Registro.Ponteiro(), *novo, versao);
+    Registra(reativa ? "reativa" : "desativa", pedido.NroIntEquip, versao);
     m_Operacao.LembraAMinha(Raiz::Equipamento, pedido.NroIntEquip, gravado.Versao);
 }
 
@@ -213,33 +211,21 @@ void ServicoEquipamentos::ConfereRegistro(const EquiptoED &e, const EquiptoED *a
     const auto mudou = [&]<class T>(Campo<T> EquiptoED::*campo) {
         return antes == nullptr || (e.*campo).Valor() != (antes->*campo).Valor();
     };
-    const auto texto = [&](std::string_view membro, Campo<std::string> EquiptoED::*campo, std::size_t limite) {
-        if (mudou(campo)) {
-            Conferencia::Texto(membro, e.*campo, limite);
-        }
-    };
     TipoDe(e);
     const RegrasDoTipo regras = RegrasDe(e.TipoEquip.Valor());
     const auto obrigatorio = [&](std::string_view membro, bool muda, bool informado, bool pelaRegra) {
         if (muda && !informado) {
-            throw Recusa(Conferencia::Campo(membro) + " precisa ser informado" +
+            throw Recusa(Conferencia::OCampo(membro) + " precisa ser informado" +
                          (pelaRegra ? " para o tipo de equipamento \"" + e.TipoEquip.Valor() + "\"" : "") + ".");
         }
     };
     const auto preenchido = [&](Campo<std::string> EquiptoED::*campo) { return !Trim((e.*campo).Valor()).empty(); };
     obrigatorio("Codigo", mudou(&EquiptoED::Codigo), preenchido(&EquiptoED::Codigo), false);
-    texto("Codigo", &EquiptoED::Codigo, 20);
-    texto("SubCodigo", &EquiptoED::SubCodigo, 20);
     obrigatorio("Descricao", mudou(&EquiptoED::Descricao), preenchido(&EquiptoED::Descricao), false);
-    texto("Descricao", &EquiptoED::Descricao, 50);
     obrigatorio("Modelo", mudou(&EquiptoED::Modelo), preenchido(&EquiptoED::Modelo), false);
-    texto("Modelo", &EquiptoED::Modelo, 30);
-    texto("ArquivoLayout", &EquiptoED::ArquivoLayout, 50);
-    texto("txtObsNotif", &EquiptoED::txtObsNotif, 70);
-    Conferencia::Faixa("VelocPermitida", e.VelocPermitida, 0, 999);
+    Conferencia::Membros("EQUIPAMENTO", e);
 
     const Referencias &tabelas = Referencias::Tabelas();
-    Conferencia::Faixa("TipoAgente", e.TipoAgente, 1, 3);
     if (std::find(std::begin(TiposDeVia), std::end(TiposDeVia), e.TipoVia.Valor()) == std::end(TiposDeVia)) {
         throw Recusa("Não existe o tipo de via \"" + e.TipoVia.Valor() + "\".");
     }
@@ -251,7 +237,7 @@ void ServicoEquipamentos::ConfereRegistro(const EquiptoED &e, const EquiptoED *a
         throw Recusa("Não existe a rejeição de número " + CStr(e.NroIntRejLimDif.Valor()) + ".");
     }
     if (!e.SetorInc.Valor().empty() && mudou(&EquiptoED::SetorInc)) {
-        mesa::Consulta setor(m_Operacao.Dados(), "SELECT 1 FROM SETOR WHERE CodCliente = ? AND Nome = ?",
+        mesa::Consulta setor(m_Operacao.Dados(), "SELECT 1 FROM SETOR WHERE CodCliente = ? AND Nome = ? AND Ativo = 1",
                              {m_Operacao.Quem().CodCliente, Q(e.SetorInc)});
         if (!setor.Proxima()) {
             throw Recusa("O cliente " + m_Operacao.Quem().Cliente + " não tem o setor \"" + e.SetorInc.Valor() + "\".");
@@ -315,8 +301,9 @@ void ServicoEquipamentos::Assina(EquiptoED &equipto) const
 {
     equipto.ClienteTrans = m_Operacao.Quem().Cliente;
     equipto.OperadorTrans = m_Operacao.Quem().Numero;
-    equipto.DataTrans = static_cast<std::int32_t>(m_Operacao.Quando() / 1000000);
-    equipto.HoraTrans = static_cast<std::int32_t>(m_Operacao.Quando() % 1000000);
+    const std::int64_t quando = Momento(m_Operacao.Agora().Local);
+    equipto.DataTrans = static_cast<std::int32_t>(quando / 1000000);
+    equipto.HoraTrans = static_cast<std::int32_t>(quando % 1000000);
 }
 
 void ServicoEquipamentos::Atualiza(const EquiptoED &equipto, std::int64_t versao)
@@ -324,14 +311,11 @@ void ServicoEquipamentos::Atualiza(const EquiptoED &equipto, std::int64_t versao
     MapaRegistro::Atualiza(m_Operacao.Dados(), "EQUIPAMENTO", equipto, Derivados(equipto, versao));
 }
 
-void ServicoEquipamentos::Registra(const char *acao, const EquiptoED *antes, const EquiptoED &depois,
-                                   std::int64_t versao)
+void ServicoEquipamentos::Registra(const char *acao, std::int32_t numero, std::int64_t versao)
 {
-    const std::int32_t numero = depois.NroIntEquip;
     Historico(m_Operacao.Dados())
-        .Registra(m_Operacao.Quando(), m_Operacao.Quem().Numero,
-                  {"EQUIPAMENTO", numero, versao, "EQUIPAMENTO", numero, acao},
-                  antes == nullptr ? QJsonObject() : MapaRegistro::Json(*antes), MapaRegistro::Json(depois));
+        .Registra(m_Operacao.Agora(), m_Operacao.Quem().Numero,
+                  {"EQUIPAMENTO", numero, versao, "EQUIPAMENTO", numero, acao});
 }
 
 } // namespace mesa

@@ -4,8 +4,6 @@
 #include "desk/services/ServicoEquipamentos.h"
 #include "host/EquiptoED.h"
 
-#include <QJsonObject>
-
 #include <cstdint>
 #include <string>
 
@@ -52,7 +50,7 @@ class ServicoLimites {
     // Whether the equipment works with rows of this kind.
     template <class R> void ConfereEspecie(const EquipamentoGravado &equipamento, const R &linha) const;
     template <class R> void ConfereAtivo(const R &linha) const;
-    template <class R> void Registra(const char *acao, const QJsonObject &antes, const R &depois, std::int64_t versao);
+    template <class R> void Registra(const char *acao, std::int32_t numero, std::int64_t versao);
 
     Operacao &m_Operacao;
 };

@@ -59,7 +59,7 @@ void ConfereAno(std::string_view membro, std::int32_t dia)
 {
     const std::int32_t ano = dia / 10000;
     if (ano < PrimeiroAno || ano > UltimoAno) {
-        throw Recusa(Conferencia::Campo(membro) + " é de " + TextoDoDia(dia) + ", e uma aferição é de um dos anos de " +
+        throw Recusa(Conferencia::OCampo(membro) + " é de " + TextoDoDia(dia) + ", e uma aferição é de um dos anos de " +
                      CStr(PrimeiroAno) + " a " + CStr(UltimoAno) + ".");
     }
 }
@@ -69,7 +69,7 @@ void ConferePortaria(const std::string &portaria)
 {
     const std::vector<std::string> partes = Divide(portaria, "/");
     if (partes.size() != 2 || Val(partes[0]) < 1 || Val(partes[1]) < 1) {
-        throw Recusa(Conferencia::Campo("PortDimel") + " precisa de número e ano, como 123/15; veio \"" + portaria +
+        throw Recusa(Conferencia::OCampo("PortDimel") + " precisa de número e ano, como 123/15; veio \"" + portaria +
                      "\".");
     }
 }
@@ -175,11 +175,11 @@ ServicoSensores::SensorGravado ServicoSensores::GravaSensor(const SensorED &pedi
     if (!existe) {
         depois.NroIntSensor = static_cast<std::int32_t>(
             MapaRegistro::Insere(m_Operacao.Dados(), "SENSOR", depois, {{"NroIntEquip", m_NroIntEquip}}));
-        Registra("SENSOR", depois.NroIntSensor, {}, MapaRegistro::Json(depois));
+        Registra("SENSOR", depois.NroIntSensor, false, depois.Ativo, depois.Ativo);
         gravado.Mudou = true;
     } else if (MapaRegistro::Json(*gravado.Antes) != MapaRegistro::Json(depois)) {
         MapaRegistro::Atualiza(m_Operacao.Dados(), "SENSOR", depois);
-        Registra("SENSOR", depois.NroIntSensor, MapaRegistro::Json(*gravado.Antes), MapaRegistro::Json(depois));
+        Registra("SENSOR", depois.NroIntSensor, true, gravado.Antes->Ativo, depois.Ativo);
         gravado.Mudou = true;
     }
     gravado.Mudou = GravaAfericoes(depois, pedido.Afericoes) || gravado.Mudou;
@@ -238,13 +238,13 @@ try {
     }
     if (pedida.Antes.Nada()) {
         depois.NroIntAfericao = static_cast<double>(MapaRegistro::Insere(
-            m_Operacao.Dados(), "AFERICAO", depois, {{"NroIntSensor", sensor.NroIntSensor.Valor()}}));
+            m_Operacao.Dados(), "AFERICAO", depois, {{"NroIntSensor", sensor.NroIntSensor.Valor()}, {"Versao", 1}}));
     } else {
         MapaRegistro::Atualiza(m_Operacao.Dados(), "AFERICAO", depois);
     }
     m_Gravadas.insert(std::llround(depois.NroIntAfericao.Valor()));
-    Registra("AFERICAO", std::llround(depois.NroIntAfericao.Valor()),
-             pedida.Antes.Nada() ? QJsonObject() : MapaRegistro::Json(*pedida.Antes), MapaRegistro::Json(depois));
+    Registra("AFERICAO", std::llround(depois.NroIntAfericao.Valor()), !pedida.Antes.Nada(),
+             pedida.Antes.Nada() ? depois.Ativo : pedida.Antes->Ativo, depois.Ativo);
 } catch (const ErroSql &erro) {
     if (erro.Motivo == MotivoSql::Regra) {
         RecusaSobreposta();
@@ -316,14 +316,7 @@ Ref<AfericaoED> ServicoSensores::AchaAfericao(const SensorED &sensor, double num
 
 void ServicoSensores::Confere(const SensorED &sensor, const SensorED *antes) const
 {
-    Conferencia::Faixa("NroSensor", sensor.NroSensor, 1, 999);
-    Conferencia::Texto("LocalInfr", sensor.LocalInfr, 80);
-    Conferencia::Texto("EndCompl", sensor.EndCompl, 50);
-    Conferencia::Texto("EndDescr", sensor.EndDescr, 80);
-    Conferencia::Texto("SentidoVia", sensor.SentidoVia, 50);
-    Conferencia::Faixa("CodLograd", sensor.CodLograd, 0, INT32_MAX);
-    Conferencia::Faixa("EndCep", sensor.EndCep, 0, 99999999);
-    Conferencia::Faixa("EndNro", sensor.EndNro, 0, INT32_MAX);
+    Conferencia::Membros("SENSOR", sensor);
     const std::int32_t logradouro = sensor.CodLograd;
     if (logradouro != 0 && (antes == nullptr || antes->CodLograd.Valor() != logradouro) &&
         !Referencias::Tabelas().TemLogradouro(logradouro)) {
@@ -356,16 +349,13 @@ void ServicoSensores::Confere(const AfericaoED &afericao, const AfericaoED *ante
     const auto mudou = [&]<class T>(Campo<T> AfericaoED::*campo) {
         return antes == nullptr || (afericao.*campo).Valor() != (antes->*campo).Valor();
     };
-    Conferencia::Texto("Numero", afericao.Numero, 10);
-    Conferencia::Texto("Marca", afericao.Marca, 14);
-    Conferencia::Texto("PortDimel", afericao.PortDimel, 9);
     if (antes == nullptr && !m_Regras.TemAfericoes) {
         throw Recusa("Equipamentos do tipo \"" + m_TipoEquip + "\" não têm aferições.");
     }
-    if (mudou(&AfericaoED::TipoAfer) && afericao.TipoAfer.Valor() != Inmetro &&
-        afericao.TipoAfer.Valor() != Declaracao) {
+    if (afericao.TipoAfer.Valor() != Inmetro && afericao.TipoAfer.Valor() != Declaracao) {
         throw Recusa("Não existe o tipo de aferição " + CStr(afericao.TipoAfer.Valor()) + ".");
     }
+    Conferencia::Membros("AFERICAO", afericao);
     const bool declaracao = afericao.TipoAfer.Valor() == Declaracao;
     if (antes != nullptr && declaracao != (antes->TipoAfer.Valor() == Declaracao)) {
         throw Recusa("O tipo da " + Nome(*antes) + " não pode mais mudar.");
@@ -382,7 +372,7 @@ void ServicoSensores::Confere(const AfericaoED &afericao, const AfericaoED *ante
     const std::string &marca = afericao.Marca;
     if (mudou(&AfericaoED::Marca) &&
         !std::all_of(marca.begin(), marca.end(), [](char letra) { return letra >= '0' && letra <= '9'; })) {
-        throw Recusa(Conferencia::Campo("Marca") + " aceita só algarismos; veio \"" + marca + "\".");
+        throw Recusa(Conferencia::OCampo("Marca") + " aceita só algarismos; veio \"" + marca + "\".");
     }
     ConfereDatas(afericao, antes);
     if (mudou(&AfericaoED::NroIntImgCertif)) {
@@ -392,8 +382,6 @@ void ServicoSensores::Confere(const AfericaoED &afericao, const AfericaoED *ante
 
 void ServicoSensores::ConfereDatas(const AfericaoED &afericao, const AfericaoED *antes) const
 {
-    Conferencia::Dia("DataVerificacao", afericao.DataVerificacao);
-    Conferencia::Dia("DataVencimento", afericao.DataVencimento);
     const std::int32_t verificacao = DiaCivil(afericao.DataVerificacao);
     const std::int32_t vencimento = DiaCivil(afericao.DataVencimento);
     const bool mudaVerificacao = antes == nullptr || DiaCivil(antes->DataVerificacao) != verificacao;
@@ -413,7 +401,7 @@ void ServicoSensores::ConfereDatas(const AfericaoED &afericao, const AfericaoED 
         throw Recusa("A " + Nome(afericao) + " vence no dia da sua verificação, " + TextoDoDia(verificacao) +
                      ": o vencimento deve ser posterior.");
     }
-    const auto hoje = static_cast<std::int32_t>(m_Operacao.Quando() / 1000000);
+    const std::int32_t hoje = DiaCivil(m_Operacao.Agora().Local);
     if (mudaVerificacao && verificacao > hoje) {
         throw Recusa("A " + Nome(afericao) + " tem verificação em " + TextoDoDia(verificacao) +
                      ", que ainda não chegou: hoje é " + TextoDoDia(hoje) + ".");
@@ -466,17 +454,16 @@ void ServicoSensores::ConferePeriodoLivre(const SensorED &sensor, const Afericao
                  ")" + autoria + ".");
 }
 
-void ServicoSensores::Registra(const char *entidade, std::int64_t numero, const QJsonObject &antes,
-                               const QJsonObject &depois)
+void ServicoSensores::Registra(const char *entidade, std::int64_t numero, bool existia, std::uint8_t antes,
+                               std::uint8_t depois)
 {
-    const auto ativo = [](const QJsonObject &objeto) { return objeto.value("Ativo").toInt() == Indicador::Sim; };
-    const char *acao = antes.isEmpty()                  ? "inclui"
-                       : ativo(antes) && !ativo(depois) ? "desativa"
-                       : !ativo(antes) && ativo(depois) ? "reativa"
-                                                        : "altera";
+    const char *acao = !existia                   ? "inclui"
+                       : antes == depois          ? "altera"
+                       : depois == Indicador::Sim ? "reativa"
+                                                  : "desativa";
     Historico(m_Operacao.Dados())
-        .Registra(m_Operacao.Quando(), m_Operacao.Quem().Numero,
-                  {"EQUIPAMENTO", m_NroIntEquip, m_Versao, entidade, numero, acao}, antes, depois);
+        .Registra(m_Operacao.Agora(), m_Operacao.Quem().Numero,
+                  {"EQUIPAMENTO", m_NroIntEquip, m_Versao, entidade, numero, acao});
 }
 
 } // namespace mesa

@@ -220,7 +220,7 @@ TEST_F(ServicosDocumentos, Document_ForgedWithItsChecksum_IsRefusedWhenRead)
 TEST_F(ServicosDocumentos, Document_OfWhichTheHistoryKnowsNothing_IsRefusedWhenRead)
 {
     GuardaPdf(m_Ana, "x");
-    m_Registro.Sql("INSERT INTO DOCUMENTO SELECT 2, ClienteInc, Tamanho, Sha256, Quando, Operador, Conteudo "
+    m_Registro.Sql("INSERT INTO DOCUMENTO SELECT 2, ClienteInc, Tamanho, Sha256, Quando, Fuso, Operador, Conteudo "
                    "FROM DOCUMENTO");
     EXPECT_EQ(RecusaAoLer(m_Ana, 2), "O documento de número 2 não é o que foi guardado, pelo que diz o histórico: "
                                      "recupere-o de uma cópia de segurança.");

@@ -177,7 +177,7 @@ TEST_F(ServicosEquipamento, inclui_AgainstARuleOfTheForm_IsRefusedInWords)
 TEST_F(ServicosEquipamento, altera_OfOneStoredBeforeTheRules_AsksForWhatChangesOnly)
 {
     const std::int32_t numero = IncluiR001();
-    m_Registro.Sql("UPDATE EQUIPAMENTO SET Descricao = '', Modelo = '', CodMunic = 1, ArquivoLayout = '', "
+    m_Registro.Sql("UPDATE EQUIPAMENTO SET Descricao = '', Modelo = '', ArquivoLayout = '', "
                    "VelocPermitida = 0, SetorInc = 'Extinto', NroIntRejLimDif = 99, TemLimiteDif = 2, TipoVia = 'I', "
                    "txtObsNotif = 'Sob a passarela'");
     const auto inteiro = Abre(m_Ana, numero);
@@ -405,7 +405,7 @@ TEST_F(ServicosEquipamento, consultaSimples_GivesTheEquipmentAlone)
 TEST_F(ServicosEquipamento, Desativa_OfATypeThatThereIsNot_IsRefused)
 {
     const std::int32_t numero = Inclui(m_Ana, EquipamentoDe("R-001"));
-    m_Registro.Sql("UPDATE EQUIPAMENTO SET TipoEquip = 'Z'");
+    m_Registro.Sql("DROP TRIGGER EQUIPAMENTO_FIXA; UPDATE EQUIPAMENTO SET TipoEquip = 'Z'");
     const Retorno retorno = Pede(m_Ana, "desativa", SoNumero(numero));
     EXPECT_FALSE(retorno.Feita);
     EXPECT_EQ(retorno.Recusa, "Não existe o tipo de equipamento \"Z\".");
