@@ -1,6 +1,7 @@
 #include "desk/services/Esquema.h"
 
 #include "desk/services/Calendario.h"
+#include "desk/services/ConteudoPdf.h"
 #include "host/Conversoes.h"
 #include "host/Texto.h"
 
@@ -23,7 +24,7 @@ constexpr std::int64_t MaiorBusca = 1000;              // a text for searching m
 constexpr std::int64_t MaiorTexto = 1000000000;
 constexpr std::int64_t MaiorFuso = 1440;
 constexpr std::int64_t TamanhoSha256 = 64;
-constexpr std::int64_t MaiorDocumento = 5242880;
+constexpr auto MaiorConteudo = static_cast<std::int64_t>(MaiorDocumento);
 constexpr std::int64_t MaiorVelocidade = 999;
 
 constexpr Coluna Numero(std::string_view nome, std::int64_t de, std::int64_t ate)
@@ -161,9 +162,9 @@ std::vector<Tabela> Todas()
          .Fixas = {"NroIntEquip"}},
         {.Nome = "DOCUMENTO",
          .Colunas = {Chave("NroDocumento", MaiorNumero), Para("CLIENTE (Nome)", Obrigatorio("ClienteInc", 60)),
-                     Numero("Tamanho", 1, MaiorDocumento), Obrigatorio("Sha256", TamanhoSha256, TamanhoSha256),
+                     Numero("Tamanho", 1, MaiorConteudo), Obrigatorio("Sha256", TamanhoSha256, TamanhoSha256),
                      De(Forma::Momento, "Quando"), Nula(Fuso), Para("USUARIO (Numero)", Chave("Operador")),
-                     Coluna{"Conteudo", Forma::Octetos, 1, MaiorDocumento}},
+                     Coluna{"Conteudo", Forma::Octetos, 1, MaiorConteudo}},
          .Condicoes = {{"Tamanho_do_Conteudo", "Tamanho = length(Conteudo)"}},
          .SoInclui = true},
         {.Nome = "AFERICAO",

@@ -1,5 +1,6 @@
 #include "desk/services/SessaoSql.h"
 
+#include "desk/services/ConteudoPdf.h"
 #include "desk/services/MotivoCorrecao.h"
 #include "desk/services/Permissoes.h"
 #include "desk/services/PesquisaEquipamentos.h"
@@ -174,6 +175,16 @@ try {
 
 bool SessaoSql::GuardaDocumento(const Bytes &bytes, double &numero, std::string &recusa)
 try {
+    // Opening a document takes its time, in which nobody else should have to wait: not in the transaction that writes.
+    const auto podeGuardar = [](Operacao &operacao) { ServicoDocumentos(operacao).ExigeGuardar(); };
+    if (!Opera(false, podeGuardar, recusa)) {
+        return false;
+    }
+    recusa = DefeitoDoPdf(
+        QByteArray::fromRawData(reinterpret_cast<const char *>(bytes.data()), static_cast<qsizetype>(bytes.size())));
+    if (!recusa.empty()) {
+        return false;
+    }
     double guardado = 0;
     const bool feita = Opera(
         true, [&](Operacao &operacao) { guardado = ServicoDocumentos(operacao).Guarda(bytes); }, recusa);
