@@ -1,6 +1,22 @@
 #include "desk/services/Permissoes.h"
 
+#include <vector>
+
 namespace mesa {
+
+std::span<const Direito> Permissoes::Direitos()
+{
+    static const std::vector<Direito> direitos = {
+        {Objeto, "", "Consultar equipamentos, aferições e limites"},
+        {Objeto, "I", "Incluir equipamentos e limites"},
+        {Objeto, "A", "Alterar equipamentos, sensores, aferições e limites"},
+        {Objeto, "E", "Desativar e reativar equipamentos, excluir limites"},
+        {Administracao, Usuarios, "Administrar usuários, clientes e setores"},
+        {Administracao, Tabelas, "Manter logradouros e layouts"},
+        {Administracao, Copias, "Conferir o registro, fazer e restaurar cópias"},
+    };
+    return direitos;
+}
 
 bool Permissoes::Tem(Banco &banco, std::int32_t operador, const std::string &sistema, const std::string &objeto,
                      const std::string &acao)
