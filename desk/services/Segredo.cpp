@@ -7,19 +7,15 @@
 
 namespace mesa {
 
-namespace {
-
-// In place, without the copy that writing to a shared text would make.
-void Limpa(const QString &texto)
-{
-    LimpaMemoria(const_cast<QChar *>(texto.constData()), static_cast<std::size_t>(texto.size()) * sizeof(QChar));
-}
-
-} // namespace
-
 void LimpaMemoria(void *onde, std::size_t bytes) noexcept
 {
     sodium_memzero(onde, bytes);
+}
+
+// Writing to a shared text the usual way would first make a copy.
+void LimpaTexto(const QString &texto) noexcept
+{
+    LimpaMemoria(const_cast<QChar *>(texto.constData()), static_cast<std::size_t>(texto.size()) * sizeof(QChar));
 }
 
 Segredo Segredo::Toma(QString &texto)
@@ -30,7 +26,7 @@ Segredo Segredo::Toma(QString &texto)
     const char *fim = utf8.appendToBuffer(tomado.m_Texto.data(), texto);
     tomado.m_Texto.resize(static_cast<std::size_t>(fim - tomado.m_Texto.data()));
     if (texto.isDetached()) {
-        Limpa(texto);
+        LimpaTexto(texto);
     }
     texto = QString();
     return tomado;
@@ -41,13 +37,8 @@ Segredo Segredo::Composto() const
     const QString texto = QString::fromUtf8(m_Texto.data(), static_cast<qsizetype>(m_Texto.size()));
     QString composto = texto.normalized(QString::NormalizationForm_C);
     Segredo feito = Toma(composto);
-    Limpa(texto); // last: it is the same memory where there was nothing to compose
+    LimpaTexto(texto); // last: it is the same memory where there was nothing to compose
     return feito;
-}
-
-std::string CStr(const Segredo &)
-{
-    return "(senha)";
 }
 
 } // namespace mesa

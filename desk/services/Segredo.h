@@ -13,6 +13,9 @@ namespace mesa {
 // Overwrites the memory; the compiler does not leave it out.
 void LimpaMemoria(void *onde, std::size_t bytes) noexcept;
 
+// The same of a text of the toolkit, where it stands. Whoever shares its memory loses it too.
+void LimpaTexto(const QString &texto) noexcept;
+
 // Memory that is overwritten before it is given back, growth included.
 template <class T> struct AlocadorQueLimpa {
     using value_type = T;
@@ -48,12 +51,11 @@ class Segredo {
     Segredo Composto() const;
 
     bool operator==(const Segredo &) const = default;
+    // What a record shows of it.
+    friend std::string CStr(const Segredo &) { return "(senha)"; }
 
   private:
     std::vector<char, AlocadorQueLimpa<char>> m_Texto;
 };
-
-// What a record shows of it.
-std::string CStr(const Segredo &segredo);
 
 } // namespace mesa
