@@ -20,7 +20,7 @@ namespace Permissoes {
 
 inline const std::string Sistema = "NAB";
 inline const std::string Objeto = "VOR-EQP-CS";
-inline const std::string Administracao = "VOR-EQP-ADM";
+inline const std::string ObjetoAdministracao = "VOR-EQP-ADM";
 
 // Actions of the administration.
 inline const std::string Usuarios = "U"; // and clients
