@@ -308,7 +308,7 @@ void CadastraUsuariosDaAmostra(Servicos &servicos)
     const std::vector<std::string> todas = {"", "I", "A", "E"};
     const std::vector<std::string> consulta = {""};
     servicos.CadastraUsuario({101, "ana", "Ana Bittencourt", 1, "Autoridade Estadual de Trânsito", "Fiscalização", 0},
-                             SenhaDaAmostra, todas);
+                             SenhaDaAmostra, todas, {"U", "T", "C"});
     servicos.CadastraUsuario({102, "bruno", "Bruno Azevedo", 1, "Autoridade Estadual de Trânsito", "Engenharia", 0},
                              SenhaDaAmostra, consulta);
     servicos.CadastraUsuario({103, "carla", "Carla Nunes", 1, "Autoridade Estadual de Trânsito", "Fiscalização", 0},
@@ -332,7 +332,7 @@ void PreencheAmostra(Servicos &servicos, Data hoje, const std::function<void(dou
     for (const ClienteDaAmostra &cliente : ClientesDaAmostra()) {
         std::string recusa;
         std::int32_t espera = 0;
-        const Ref<SessaoServico> sessao = servicos.Entra(cliente.Usuario, SenhaDaAmostra, recusa, espera);
+        const Ref<SessaoServico> sessao = servicos.Entra(cliente.Usuario, SenhaDaAmostra, "amostra", recusa, espera);
         if (sessao.Nada()) {
             throw Falha(NumeroFalha::ErroInterno, "Amostra", "A amostra não pôde ser criada: " + recusa);
         }

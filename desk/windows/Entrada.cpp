@@ -75,7 +75,8 @@ void Entrada::Tenta()
     std::int32_t espera = 0;
     m_Aviso->clear();
     try {
-        m_Sessao = m_Servicos->Entra(S(m_Usuario->text().trimmed()), S(m_Senha->text()), recusa, espera);
+        QString senha = m_Senha->text();
+        m_Sessao = m_Servicos->Entra(S(m_Usuario->text().trimmed()), Segredo::Toma(senha), "", recusa, espera);
     } catch (...) {
         recusa = FalhaCorrente().Descricao;
     }

@@ -71,7 +71,7 @@ TEST_F(RegistroDoUsuarioTeste, Vazio_OfANewDirectory_HasUsersAndNothingElse)
     EXPECT_FALSE(servicos->Vazio());
     std::string recusa;
     std::int32_t espera = 0;
-    EXPECT_FALSE(servicos->Entra("ana", SenhaDaAmostra, recusa, espera).Nada()) << recusa;
+    EXPECT_FALSE(servicos->Entra("ana", SenhaDaAmostra, "estação de teste", recusa, espera).Nada()) << recusa;
     EXPECT_EQ(Conta("novo/por/fazer", "SELECT COUNT(*) FROM EQUIPAMENTO"), 0);
     EXPECT_GE(Conta("novo/por/fazer", "SELECT COUNT(*) FROM USUARIO"), 7);
     EXPECT_EQ(Conta("novo/por/fazer", "SELECT COUNT(*) FROM CLIENTE"), 3);

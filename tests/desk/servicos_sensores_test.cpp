@@ -464,7 +464,7 @@ TEST_F(ServicosSensores, Afericao_Stored_KeepsItsKindAndItsDocument)
 TEST_F(ServicosSensores, Afericao_StoredBeforeTheRules_IsStillSavable)
 {
     const std::int32_t numero = ComSensores({{AfericaoDe("1", Jan, Jun)}});
-    m_Registro.Sql("UPDATE AFERICAO SET Numero = '', Marca = 'ABC', NroIntImgCertif = NULL, "
+    m_Registro.Sql("UPDATE AFERICAO SET Versao = Versao + 1, Numero = '', Marca = 'ABC', NroIntImgCertif = NULL, "
                    "DataVerificacao = 19500101, DataVencimento = 21500101; UPDATE SENSOR SET LocalInfr = ''");
     const auto inteiro = Abre(m_Ana, numero);
     Com(inteiro, &EquiptoED::Descricao, "Outra");
