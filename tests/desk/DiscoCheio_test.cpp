@@ -217,7 +217,7 @@ TEST_F(DiscoCheioTeste, AbreRegistroDoUsuario_OnAFullDisk_LeavesNoneUntilThereIs
     const std::filesystem::path diretorio = mesa.Diretorio() / "novo";
     const auto abre = [&] {
         return AbreRegistroDoUsuario(
-            diretorio, TipoDeRegistro::Vazio, false, [this] { return mesa.Registro.Relogio; }, [](double) {});
+            diretorio, ConteudoInicial::Vazio, false, [this] { return mesa.Registro.Relogio; }, [](double) {});
     };
     for (const int cabem : {0, 20, 130, 160, 200}) {
         SCOPED_TRACE(cabem);
