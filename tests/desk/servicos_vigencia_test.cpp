@@ -27,7 +27,8 @@ class ServicosVigencia : public ServicosDeAfericoes {
     // As a calibration of an earlier time.
     void TiraDocumento(const std::string &numero)
     {
-        m_Registro.Sql("UPDATE AFERICAO SET Versao = Versao + 1, NroIntImgCertif = NULL WHERE Numero = '" + numero + "'");
+        m_Registro.Sql("UPDATE AFERICAO SET Versao = Versao + 1, NroIntImgCertif = NULL WHERE Numero = '" + numero +
+                       "' AND NroIntImgCertif IS NOT NULL");
     }
     static Ref<RelatorioAfericaoED> Certificado(std::int32_t afericao, const std::string &codigo)
     {
@@ -79,7 +80,8 @@ TEST_F(ServicosVigencia, InForce_IsTheOneOfTheDay)
     for (const Caso &caso : casos) {
         const std::int32_t numero = ComSensores(caso.Sensores);
         TiraDocumento("sem");
-        m_Registro.Sql("UPDATE AFERICAO SET Versao = Versao + 1, DataVencimento = DataVerificacao WHERE Numero = 'curta'");
+        m_Registro.Sql("UPDATE AFERICAO SET Versao = Versao + 1, DataVencimento = DataVerificacao WHERE Numero = 'curta' "
+                       "AND DataVencimento <> DataVerificacao");
         for (const auto &[dia, vigente] : caso.Vigentes) {
             const auto achada = Vigente(numero, dia);
             EXPECT_EQ(achada->Numero.Valor(), vigente) << caso.Nome << ", " << dia.Valor;
