@@ -72,6 +72,7 @@ OpcaoDoInicio InicioQt::Comeca()
     const auto opcao = [&](const char *nome, const char *texto, const char *oQue, OpcaoDoInicio resposta) {
         auto *botao = new QCommandLinkButton(texto, oQue, &janela);
         botao->setObjectName(nome);
+        botao->setMinimumHeight(botao->sizeHint().height());
         janela.Responde(botao, resposta);
         tudo->addWidget(botao);
     };

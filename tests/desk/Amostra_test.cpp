@@ -36,7 +36,8 @@ class AmostraTeste : public testing::Test {
         inicio.CriaAmostra(progresso);
         return CaminhoDoRegistro(inicio.Diretorio());
     }
-    // Every row of every table, without the salted passwords.
+    // Every row of every table, without what is another one each time: salted passwords, identifier and keys, and what
+    // the history has of them.
     static std::vector<std::string> Despejo(const std::string &arquivo)
     {
         std::vector<std::string> despejo;
@@ -44,11 +45,15 @@ class AmostraTeste : public testing::Test {
              LinhasSql(arquivo, "SELECT name FROM sqlite_master WHERE type = 'table' ORDER BY name")) {
             std::string colunas;
             for (const std::string &coluna :
-                 LinhasSql(arquivo, "SELECT name FROM pragma_table_info('" + tabela + "') WHERE name <> 'Senha'")) {
+                 LinhasSql(arquivo, "SELECT name FROM pragma_table_info('" + tabela +
+                                        "') WHERE name NOT IN ('Senha', 'Identificador', 'ChavePublica', "
+                                        "'ChaveSecreta', 'Elo')")) {
                 colunas += (colunas.empty() ? "quote(" : ", quote(") + coluna + ")";
             }
             despejo.push_back(tabela);
-            for (std::string &linha : LinhasSql(arquivo, "SELECT " + colunas + " FROM " + tabela + " ORDER BY rowid")) {
+            const std::string onde = tabela == "HISTORICO" ? " WHERE Entidade NOT IN ('REGISTRO', 'USUARIO')" : "";
+            for (std::string &linha :
+                 LinhasSql(arquivo, "SELECT " + colunas + " FROM " + tabela + onde + " ORDER BY rowid")) {
                 despejo.push_back(std::move(linha));
             }
         }
