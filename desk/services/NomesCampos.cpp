@@ -10,10 +10,13 @@ namespace {
 
 const std::map<std::string_view, std::string_view> Nomes = {
     {"ArquivoLayout", "layout dos arquivos"},
+    {"Bairro", "bairro"},
+    {"Cep", "CEP"},
     {"ClienteInc", "cliente"},
     {"CodLograd", "logradouro"},
     {"CodMunic", "município"},
     {"Codigo", "código"},
+    {"Conteudo", "conteúdo"},
     {"Data", "data"},
     {"DataVencimento", "data de vencimento"},
     {"DataVerificacao", "data de verificação"},
@@ -28,6 +31,7 @@ const std::map<std::string_view, std::string_view> Nomes = {
     {"LocalInfr", "endereço na notificação"},
     {"Marca", "certificado ou declaração"},
     {"Modelo", "marca/modelo"},
+    {"Nome", "nome"},
     {"NroIntImgCertif", "documento"},
     {"NroIntRejLimDif", "rejeição automática"},
     {"NroSensor", "número do sensor"},

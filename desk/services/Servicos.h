@@ -29,9 +29,11 @@ class Servicos : public Objeto {
     virtual Ref<SessaoServico> Entra(const std::string &usuario, const std::string &senha, std::string &recusa,
                                      std::int32_t &espera) = 0;
 
-    // Creates a user with a permission for each action ("" looks, "I", "A", "E"); used by the sample and by the tests.
+    // Creates a user with a permission for each action ("" looks, "I", "A", "E"), and for each one of administration
+    // ("U" users and clients, "T" tables, "C" check and copies); used by the sample and by the tests.
     virtual void CadastraUsuario(const Operador &operador, const std::string &senha,
-                                 const std::vector<std::string> &acoes) = 0;
+                                 const std::vector<std::string> &acoes,
+                                 const std::vector<std::string> &administra = {}) = 0;
     virtual void CadastraCliente(const ClienteCadastrado &cliente) = 0;
     virtual bool Vazio() = 0; // no user was ever registered
 

@@ -33,9 +33,9 @@ try {
 }
 
 void ServicosSql::CadastraUsuario(const Operador &operador, const std::string &senha,
-                                  const std::vector<std::string> &acoes)
+                                  const std::vector<std::string> &acoes, const std::vector<std::string> &administra)
 try {
-    Usuarios(*m_Banco).CadastraUsuario(operador, senha, acoes, m_Agora());
+    Usuarios(*m_Banco).CadastraUsuario(operador, senha, acoes, administra, m_Agora());
 } catch (...) {
     PassaFalha(" < Servicos.CadastraUsuario");
 }

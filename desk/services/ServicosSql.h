@@ -16,8 +16,8 @@ class ServicosSql : public Servicos {
 
     Ref<SessaoServico> Entra(const std::string &usuario, const std::string &senha, std::string &recusa,
                              std::int32_t &espera) override;
-    void CadastraUsuario(const Operador &operador, const std::string &senha,
-                         const std::vector<std::string> &acoes) override;
+    void CadastraUsuario(const Operador &operador, const std::string &senha, const std::vector<std::string> &acoes,
+                         const std::vector<std::string> &administra) override;
     void CadastraCliente(const ClienteCadastrado &cliente) override;
     bool Vazio() override;
     TipoDeRegistro Tipo() const override { return m_Tipo; }

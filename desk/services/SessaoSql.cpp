@@ -6,7 +6,9 @@
 #include "desk/services/ServicoAfericoes.h"
 #include "desk/services/ServicoDocumentos.h"
 #include "desk/services/ServicoEquipamentos.h"
+#include "desk/services/ServicoLayouts.h"
 #include "desk/services/ServicoLimites.h"
+#include "desk/services/ServicoLogradouros.h"
 #include "desk/services/Usuarios.h"
 
 #include <map>
@@ -66,6 +68,13 @@ const std::map<ChaveOperacao, Atendimento> &Atendimentos()
         {{"EquiptoRN", "alteraDiaEspecifico"}, Atende(escreve, &ServicoLimites::AlteraDia)},
         {{"EquiptoRN", "desativaLimiteDif"}, Atende(escreve, &ServicoLimites::DesativaLimite)},
         {{"EquiptoRN", "desativaDiaEspecifico"}, Atende(escreve, &ServicoLimites::DesativaDia)},
+        {{"AdministracaoRN", "listaLogradouros"}, Atende(le, &ServicoLogradouros::Lista)},
+        {{"AdministracaoRN", "incluiLogradouro"}, Atende(escreve, &ServicoLogradouros::Inclui)},
+        {{"AdministracaoRN", "alteraLogradouro"}, Atende(escreve, &ServicoLogradouros::Altera)},
+        {{"AdministracaoRN", "importaLogradouros"}, Atende(escreve, &ServicoLogradouros::Importa)},
+        {{"AdministracaoRN", "listaLayouts"}, Atende(le, &ServicoLayouts::Lista)},
+        {{"AdministracaoRN", "incluiLayout"}, Atende(escreve, &ServicoLayouts::Inclui)},
+        {{"AdministracaoRN", "alteraLayout"}, Atende(escreve, &ServicoLayouts::Altera)},
         {{"RelatorioRN", "consultaRelatorioRVOR011"}, Atende(le, &ServicoAfericoes::Certificado)},
     };
     return tabela;

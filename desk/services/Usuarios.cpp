@@ -172,7 +172,8 @@ void Usuarios::GravaTentativas(std::int32_t numero, std::int64_t vezes, std::int
 }
 
 void Usuarios::CadastraUsuario(const Operador &operador, const std::string &senha,
-                               const std::vector<std::string> &acoes, const Instante &agora)
+                               const std::vector<std::string> &acoes, const std::vector<std::string> &administra,
+                               const Instante &agora)
 {
     const std::string embaralhada = Embaralha(senha); // takes its time, outside the transaction
     m_Banco.Escreve([&] {
@@ -196,16 +197,20 @@ void Usuarios::CadastraUsuario(const Operador &operador, const std::string &senh
                                    {"Versao", 1}});
         Historico historico(m_Banco);
         historico.Registra(agora, 0, {"USUARIO", numero, 1, "USUARIO", numero, "inclui"});
-        for (const std::string &acao : acoes) {
-            const std::int64_t permissao = m_Banco
-                                               .Insere("PERMISSAO", {{"Numero", numero},
-                                                                     {"Sistema", Q(Permissoes::Sistema)},
-                                                                     {"Objeto", Q(Permissoes::Objeto)},
-                                                                     {"Acao", Q(acao)},
-                                                                     {"Ativo", Indicador::Sim}})
-                                               .NumeroNovo();
-            historico.Registra(agora, 0, {"USUARIO", numero, 1, "PERMISSAO", permissao, "inclui"});
-        }
+        const auto permite = [&](const std::string &objeto, const std::vector<std::string> &permitidas) {
+            for (const std::string &acao : permitidas) {
+                const std::int64_t permissao = m_Banco
+                                                   .Insere("PERMISSAO", {{"Numero", numero},
+                                                                         {"Sistema", Q(Permissoes::Sistema)},
+                                                                         {"Objeto", Q(objeto)},
+                                                                         {"Acao", Q(acao)},
+                                                                         {"Ativo", Indicador::Sim}})
+                                                   .NumeroNovo();
+                historico.Registra(agora, 0, {"USUARIO", numero, 1, "PERMISSAO", permissao, "inclui"});
+            }
+        };
+        permite(Permissoes::Objeto, acoes);
+        permite(Permissoes::ObjetoAdministracao, administra);
     });
 }
 

@@ -22,7 +22,7 @@ class Usuarios {
                                   std::int32_t &espera);
 
     void CadastraUsuario(const Operador &operador, const std::string &senha, const std::vector<std::string> &acoes,
-                         const Instante &agora);
+                         const std::vector<std::string> &administra, const Instante &agora);
     void CadastraCliente(const ClienteCadastrado &cliente, const Instante &agora);
     bool Vazio();
 

@@ -1,5 +1,8 @@
 #include "tests/desk/RegistroDeTeste.h"
 
+#include "desk/services/LayoutED.h"
+#include "desk/services/LogradouroED.h"
+
 #include <sqlite3.h>
 
 #include <memory>
@@ -13,6 +16,7 @@ namespace {
 struct Pessoa {
     Operador Quem;
     std::vector<std::string> Acoes;
+    std::vector<std::string> Administra = {};
 };
 
 const std::map<std::string, Pessoa> &Pessoas()
@@ -29,6 +33,8 @@ const std::map<std::string, Pessoa> &Pessoas()
         {"caio", {{7, "caio", "Caio Melo", 1, "Autoridade Estadual de Trânsito", "Fiscalização", 0}, todas}},
         {"inês", {{8, "inês", "Inês Luz", 1, "Autoridade Estadual de Trânsito", "Fiscalização", 0}, {"", "I"}}},
         {"alice", {{9, "alice", "Alice Rocha", 1, "Autoridade Estadual de Trânsito", "Fiscalização", 0}, {"", "A"}}},
+        {"marta",
+         {{11, "marta", "Marta Reis", 1, "Autoridade Estadual de Trânsito", "Metrologia", 0}, {}, {"U", "T", "C"}}},
         {"eva", {{10, "eva", "Eva Costa", 1, "Autoridade Estadual de Trânsito", "Fiscalização", 0}, {"", "E"}}},
     };
     return pessoas;
@@ -50,7 +56,7 @@ RegistroDeTeste::RegistroDeTeste() : Relogio(DataDe(20, 11, 2026, 10, 0, 0))
 {
     m_Servicos = Servicos::Cria(Caminho(), TipoDeRegistro::Registro, [this] { return Relogio; });
     m_Servicos->CadastraCliente({1, "Autoridade Estadual de Trânsito", {"Fiscalização", "Metrologia"}, "RS"});
-    m_Servicos->CadastraCliente({2, "Autoridade Municipal de Trânsito", {"Operações"}, "RS"});
+    m_Servicos->CadastraCliente({2, "Autoridade Municipal de Trânsito", {"Operações"}, "SP"});
 }
 
 void RegistroDeTeste::Fecha()
@@ -73,7 +79,7 @@ void RegistroDeTeste::Cadastra(const std::string &usuario)
 {
     if (!m_Cadastrados[usuario]) {
         const Pessoa &pessoa = Pessoas().at(usuario);
-        m_Servicos->CadastraUsuario(pessoa.Quem, "senha de " + usuario, pessoa.Acoes);
+        m_Servicos->CadastraUsuario(pessoa.Quem, "senha de " + usuario, pessoa.Acoes, pessoa.Administra);
         m_Cadastrados[usuario] = true;
     }
 }
@@ -88,6 +94,35 @@ Ref<SessaoServico> RegistroDeTeste::Sessao(const std::string &usuario)
         throw std::runtime_error(recusa);
     }
     return sessao;
+}
+
+std::int32_t RegistroDeTeste::IncluiRua(const std::string &nome, const std::string &bairro, const std::string &cep,
+                                        std::int32_t codMunic)
+{
+    auto rua = Com(Novo<LogradouroED>(), &LogradouroED::CodMunic, codMunic, &LogradouroED::NomeLograd, nome);
+    Com(rua, &LogradouroED::Bairro, bairro, &LogradouroED::Cep, cep);
+    return Exigido(Pede(Sessao("marta"), "incluiLogradouro", rua, "AdministracaoRN")).Como<LogradouroED>()->CodLograd;
+}
+
+void RegistroDeTeste::DesativaRua(std::int32_t codigo)
+{
+    auto rua = Com(Novo<LogradouroED>(), &LogradouroED::CodLograd, codigo, &LogradouroED::Ativo, 2);
+    rua->Versao = std::stoi(Sql("SELECT Versao FROM LOGRADOURO WHERE CodLograd = " + std::to_string(codigo)));
+    Exigido(Pede(Sessao("marta"), "alteraLogradouro", rua, "AdministracaoRN"));
+}
+
+void RegistroDeTeste::IncluiLayout(const std::string &nome)
+{
+    Exigido(
+        Pede(Sessao("marta"), "incluiLayout", Com(Novo<LayoutED>(), &LayoutED::NomeLayout, nome), "AdministracaoRN"));
+}
+
+void RegistroDeTeste::DesativaLayout(const std::string &nome)
+{
+    auto layout = Com(Novo<LayoutED>(), &LayoutED::Ativo, 2, &LayoutED::NroLayout,
+                      std::stoi(Sql("SELECT NroLayout FROM LAYOUT WHERE Nome = '" + nome + "'")));
+    layout->Versao = std::stoi(Sql("SELECT Versao FROM LAYOUT WHERE Nome = '" + nome + "'"));
+    Exigido(Pede(Sessao("marta"), "alteraLayout", layout, "AdministracaoRN"));
 }
 
 std::string RegistroDeTeste::Sql(const std::string &comando)
