@@ -340,7 +340,7 @@ Ref<SessaoServico> Entra(Servicos &servicos, const std::string &usuario)
 {
     std::string recusa;
     std::int32_t espera = 0;
-    const Ref<SessaoServico> sessao = servicos.Entra(usuario, SenhaDaAmostra, recusa, espera);
+    const Ref<SessaoServico> sessao = servicos.Entra(usuario, SenhaDaAmostra, "amostra", recusa, espera);
     if (sessao.Nada()) {
         throw Falha(NumeroFalha::ErroInterno, "Amostra", "A amostra não pôde ser criada: " + recusa);
     }
@@ -360,7 +360,7 @@ void CadastraUsuariosDaAmostra(Servicos &servicos)
         {100, Administradora, "Marta Farias", 1, "Autoridade Estadual de Trânsito", "Fiscalização", 0}, SenhaDaAmostra,
         {}, {"U", "T", "C"});
     servicos.CadastraUsuario({101, "ana", "Ana Bittencourt", 1, "Autoridade Estadual de Trânsito", "Fiscalização", 0},
-                             SenhaDaAmostra, todas);
+                             SenhaDaAmostra, todas, {"U", "T", "C"});
     servicos.CadastraUsuario({102, "bruno", "Bruno Azevedo", 1, "Autoridade Estadual de Trânsito", "Engenharia", 0},
                              SenhaDaAmostra, consulta);
     servicos.CadastraUsuario({103, "carla", "Carla Nunes", 1, "Autoridade Estadual de Trânsito", "Fiscalização", 0},

@@ -131,7 +131,7 @@ class Passagem {
             if (numero > 0) {
                 m_Banco.Insere("PERMISSAO", {{"Numero", qlonglong(numero)},
                                              {"Sistema", Q(Permissoes::Sistema)},
-                                             {"Objeto", Q(Permissoes::Administracao)},
+                                             {"Objeto", Q(Permissoes::ObjetoAdministracao)},
                                              {"Acao", acao},
                                              {"Ativo", Indicador::Sim}});
             }

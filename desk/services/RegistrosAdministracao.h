@@ -9,7 +9,7 @@
 #include <tuple>
 
 // Records of the operations of "AdministracaoRN", which SessaoServico::Executa runs. Flags travel as bytes, 1 yes and 2
-// no. All but "trocaMinhaSenha" take the right "U" of Permissoes::Administracao.
+// no. All but "trocaMinhaSenha" take the right "U" of Permissoes::ObjetoAdministracao.
 //
 //   listaUsuarios           ListaUsuariosED -> ListaUsuariosED   all of them by sign-in name, without their rights
 //   consultaUsuario         UsuarioED -> UsuarioED               of that Numero, with every right that there is, had or

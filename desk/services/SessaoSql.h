@@ -2,6 +2,7 @@
 
 #include "desk/services/Banco.h"
 #include "desk/services/Operacao.h"
+#include "desk/services/Portaria.h"
 #include "desk/services/SessaoServico.h"
 
 #include <functional>
@@ -14,9 +15,12 @@ namespace mesa {
 // A session over a registry in a database.
 class SessaoSql : public SessaoServico {
   public:
-    SessaoSql(std::shared_ptr<Banco> banco, Relogio agora, mesa::Operador operador);
+    SessaoSql(std::shared_ptr<Banco> banco, Relogio agora, std::shared_ptr<Portaria> portaria,
+              Portaria::Entrada entrada);
 
-    const mesa::Operador &Operador() const override { return m_Operador; }
+    const mesa::Operador &Operador() const override { return m_Entrada.Quem; }
+    bool DeveTrocarSenha() override;
+    std::string AvisoDeRelogio() const override { return m_Entrada.AvisoDeRelogio; }
     bool TemPermissao(const std::string &sistema, const std::string &objeto, const std::string &acao) override;
     bool Executa(const std::string &classeRN, const std::string &metodo, Ref<Objeto> &pedido, Valor &retorno,
                  std::string &recusa) override;
@@ -29,9 +33,14 @@ class SessaoSql : public SessaoServico {
     // Runs an operation in one transaction; false with the reason when it refused.
     bool Opera(bool escreve, const std::function<void(Operacao &)> &trabalho, std::string &recusa);
 
+    // Why the sign-in no longer stands: the password has to be changed, or the user was moved; empty while it does.
+    std::string RecusaDaEntrada() const;
+    bool TrocaMinhaSenha(const Ref<Objeto> &pedido, std::string &recusa);
+
     std::shared_ptr<Banco> m_Banco;
     Relogio m_Agora;
-    mesa::Operador m_Operador;
+    std::shared_ptr<Portaria> m_Portaria;
+    Portaria::Entrada m_Entrada;
     VersoesLidas m_Lidas;
 };
 

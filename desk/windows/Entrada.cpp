@@ -59,7 +59,9 @@ void Entrada::Monta()
     auto *tudo = new QVBoxLayout(this);
     tudo->addWidget(FazCabeca("Registro de Equipamentos", frase, this));
     if (m_Servicos->Tipo() == TipoDeRegistro::Amostra) {
-        tudo->addWidget(FazTexto("amostra", "AMOSTRA: equipamentos e usuários inventados. Nada disso vale.", this));
+        QLabel *amostra = FazTexto("amostra", "AMOSTRA: equipamentos e usuários inventados. Nada disso vale.", this);
+        amostra->setStyleSheet("font-weight: bold; color: #9a3412");
+        tudo->addWidget(amostra);
     }
     tudo->addLayout(campos);
     tudo->addWidget(m_Aviso);
@@ -77,8 +79,7 @@ void Entrada::Tenta()
     std::int32_t espera = 0;
     m_Aviso->clear();
     try {
-        m_Sessao =
-            m_Servicos->Entra(S(m_Usuario->text().trimmed()), std::string(m_Senha->Senha().Texto()), recusa, espera);
+        m_Sessao = m_Servicos->Entra(S(m_Usuario->text().trimmed()), m_Senha->Senha(), m_Estacao, recusa, espera);
     } catch (...) {
         recusa = FalhaCorrente().Descricao;
     }

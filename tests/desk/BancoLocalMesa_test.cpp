@@ -24,6 +24,8 @@ class SessaoDeReplica : public SessaoServico {
     std::vector<ClienteCadastrado> Cadastrados;
 
     const ::Operador &Operador() const override { return m_Operador; }
+    bool DeveTrocarSenha() override { return false; }
+    std::string AvisoDeRelogio() const override { return ""; }
     bool TemPermissao(const std::string &, const std::string &, const std::string &) override { return true; }
     bool Executa(const std::string &, const std::string &, Ref<Objeto> &, Valor &, std::string &) override
     {

@@ -35,6 +35,9 @@ const std::map<std::string, Pessoa> &Pessoas()
         {"alice", {{9, "alice", "Alice Rocha", 1, "Autoridade Estadual de Trânsito", "Fiscalização", 0}, {"", "A"}}},
         {"marta",
          {{11, "marta", "Marta Reis", 1, "Autoridade Estadual de Trânsito", "Metrologia", 0}, {}, {"U", "T", "C"}}},
+        {"saulo",
+         {{12, "saulo", "Saulo Pires", 1, "Autoridade Estadual de Trânsito", "Metrologia", 0}, todas, {"U", "T", "C"}}},
+        {"tadeu", {{13, "tadeu", "Tadeu Vaz", 1, "Autoridade Estadual de Trânsito", "Metrologia", 0}, {}, {"T"}}},
         {"eva", {{10, "eva", "Eva Costa", 1, "Autoridade Estadual de Trânsito", "Fiscalização", 0}, {"", "E"}}},
     };
     return pessoas;
@@ -54,7 +57,8 @@ template <class R, class Item> Ref<R> Poe(const Ref<R> &registro, Campo<ListaDe<
 
 RegistroDeTeste::RegistroDeTeste() : Relogio(DataDe(20, 11, 2026, 10, 0, 0))
 {
-    m_Servicos = Servicos::Cria(Caminho(), TipoDeRegistro::Registro, [this] { return Relogio; });
+    m_Servicos = Servicos::Cria(
+        Caminho(), TipoDeRegistro::Registro, [this] { return Relogio; }, CustoDeTeste);
     m_Servicos->CadastraCliente({1, "Autoridade Estadual de Trânsito", {"Fiscalização", "Metrologia"}, "RS"});
     m_Servicos->CadastraCliente({2, "Autoridade Municipal de Trânsito", {"Operações"}, "SP"});
 }
@@ -67,7 +71,13 @@ void RegistroDeTeste::Fecha()
 void RegistroDeTeste::Reabre()
 {
     Fecha();
-    m_Servicos = Servicos::Abre(Caminho(), [this] { return Relogio; });
+    m_Servicos = AbreOutro();
+}
+
+Ref<Servicos> RegistroDeTeste::AbreOutro()
+{
+    return Servicos::Abre(
+        Caminho(), [this] { return Relogio; }, CustoDeTeste);
 }
 
 void RegistroDeTeste::PassaSegundos(std::int32_t n)
@@ -89,7 +99,7 @@ Ref<SessaoServico> RegistroDeTeste::Sessao(const std::string &usuario)
     Cadastra(usuario);
     std::string recusa;
     std::int32_t espera = 0;
-    Ref<SessaoServico> sessao = m_Servicos->Entra(usuario, "senha de " + usuario, recusa, espera);
+    Ref<SessaoServico> sessao = m_Servicos->Entra(usuario, "senha de " + usuario, "estação de teste", recusa, espera);
     if (sessao.Nada()) {
         throw std::runtime_error(recusa);
     }

@@ -26,6 +26,9 @@ struct Retorno {
     template <class R> Ref<R> Como() const { return Resposta.Como<R>(); }
 };
 
+// Passwords of a test are cheap to try.
+inline constexpr mesa::CustoDaSenha CustoDeTeste{1, 8192};
+
 // A registry in a file of its own, in a directory that goes away with the test. Its clients are Autoridade Estadual de
 // Trânsito (sectors Fiscalização and Metrologia), of the state RS, and Autoridade Municipal de Trânsito (Operações), of
 // SP.
@@ -33,7 +36,8 @@ struct Retorno {
 // Its users come to be when they first sign in: ana, bia and caio may do everything for Autoridade Estadual de
 // Trânsito, bruno only looks there, inês only includes, alice only changes, eva only deactivates, carla may do nothing,
 // davi is tied to Porto Alegre; elisa may do everything for Autoridade Municipal de Trânsito. marta only administers,
-// all there is.
+// all there is; saulo may do everything that there is, and tadeu looks after tables only. Their passwords are "senha
+// de" and the name.
 class RegistroDeTeste {
   public:
     RegistroDeTeste();
@@ -44,7 +48,10 @@ class RegistroDeTeste {
     void Reabre();
     void Fecha();
 
-    // A new session of the user.
+    // Another opening of the same file, as of another desk.
+    Ref<mesa::Servicos> AbreOutro();
+
+    // A new session of the user, at the station "estação de teste".
     Ref<mesa::SessaoServico> Sessao(const std::string &usuario);
     // Makes the user known without signing in.
     void Cadastra(const std::string &usuario);

@@ -96,7 +96,10 @@ class ServicosAcesso : public ServicosTeste {
         EXPECT_EQ(Historico(), m_Historico); // nothing was changed
         return recusa;
     }
-    std::string Historico() { return Linhas("HISTORICO WHERE Raiz NOT IN ('USUARIO', 'CLIENTE', 'REGISTRO')"); }
+    std::string Historico()
+    {
+        return Linhas("HISTORICO WHERE Raiz NOT IN ('USUARIO', 'CLIENTE', 'REGISTRO', 'SESSAO', 'ESTACAO')");
+    }
 
     std::string m_Historico;
 };
