@@ -1,6 +1,7 @@
 #include "desk/host/Inicio.h"
 
 #include "desk/services/Recusa.h"
+#include "desk/services/Referencias.h"
 #include "desk/services/RegrasDeSenha.h"
 #include "host/Conversoes.h"
 #include "host/Texto.h"
@@ -98,7 +99,7 @@ std::optional<ProblemaDoRegistroNovo> ConfereRegistroNovo(const RegistroNovo &no
     if (Trim(novo.Cliente.Nome).empty()) {
         return ProblemaDoRegistroNovo{Campo::Cliente, "Informe o nome do cliente."};
     }
-    if (std::ranges::find(Estados, novo.Cliente.UF) == Estados.end()) {
+    if (!Referencias::Tabelas().TemEstado(novo.Cliente.UF)) {
         return ProblemaDoRegistroNovo{Campo::Estado, "Informe o estado do cliente, com as duas letras da sua sigla."};
     }
     if (Trim(novo.Usuario).empty()) {
@@ -304,16 +305,13 @@ Ref<Servicos> Inicio::Cria(const RegistroNovo &novo)
         Move(CaminhoDoRegistro(m_Diretorio), LugarAoLado(m_Diretorio, m_Agora().Local));
     }
     const Ref<Servicos> feito = Faz(m_Diretorio, TipoDeRegistro::Registro, [&](Servicos &servicos) {
-        ClienteCadastrado cliente = novo.Cliente;
-        cliente.Nome = Trim(cliente.Nome);
-        servicos.CadastraCliente(cliente);
         Operador administrador;
-        administrador.Numero = 1;
-        administrador.Usuario = Trim(novo.Usuario);
-        administrador.Nome = Trim(novo.Nome);
-        administrador.CodCliente = cliente.CodCliente;
-        administrador.Cliente = cliente.Nome;
-        servicos.CadastraUsuario(administrador, std::string(novo.Senha.Texto()), {"", "I", "A", "E"});
+        administrador.Usuario = novo.Usuario;
+        administrador.Nome = novo.Nome;
+        std::string recusa;
+        if (!servicos.PrimeiroAdministrador(novo.Cliente, administrador, novo.Senha, recusa)) {
+            throw Falha(NumeroFalha::ArgumentoInvalido, "Inicio", recusa);
+        }
     });
     Lembra(CaminhoDoRegistro(m_Diretorio), *feito);
     return feito;

@@ -4,7 +4,6 @@
 #include "desk/services/Segredo.h"
 #include "desk/services/Servicos.h"
 
-#include <array>
 #include <filesystem>
 #include <functional>
 #include <optional>
@@ -16,10 +15,6 @@ namespace mesa {
 std::filesystem::path CaminhoDoRegistro(const std::filesystem::path &diretorio);
 // Where the sample of a data directory has its own one.
 std::filesystem::path DiretorioDaAmostra(const std::filesystem::path &diretorio);
-
-inline constexpr std::array Estados = {"AC", "AL", "AM", "AP", "BA", "CE", "DF", "ES", "GO",
-                                       "MA", "MG", "MS", "MT", "PA", "PB", "PE", "PI", "PR",
-                                       "RJ", "RN", "RO", "RR", "RS", "SC", "SE", "SP", "TO"};
 
 // What a new registry begins with: one client and one administrator.
 struct RegistroNovo {

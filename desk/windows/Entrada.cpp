@@ -59,7 +59,9 @@ void Entrada::Monta()
     auto *tudo = new QVBoxLayout(this);
     tudo->addWidget(FazCabeca("Registro de Equipamentos", frase, this));
     if (m_Servicos->Tipo() == TipoDeRegistro::Amostra) {
-        tudo->addWidget(FazTexto("amostra", "AMOSTRA: equipamentos e usuários inventados. Nada disso vale.", this));
+        QLabel *amostra = FazTexto("amostra", "AMOSTRA: equipamentos e usuários inventados. Nada disso vale.", this);
+        amostra->setStyleSheet("font-weight: bold; color: #9a3412");
+        tudo->addWidget(amostra);
     }
     tudo->addLayout(campos);
     tudo->addWidget(m_Aviso);

@@ -1,5 +1,7 @@
 #include "desk/windows/Mesa.h"
 
+#include "desk/host/Administracao.h"
+#include "desk/host/MinhaSenha.h"
 #include "desk/host/MotivoDaCorrecao.h"
 #include "desk/host/Titulo.h"
 #include "desk/services/Permissoes.h"
@@ -9,6 +11,7 @@
 #include "desk/windows/Entrada.h"
 #include "desk/windows/FichaQt.h"
 #include "desk/windows/Involucro.h"
+#include "desk/windows/JanelaAdministracao.h"
 #include "desk/windows/JanelaDeTrabalho.h"
 #include "host/Conversoes.h"
 #include "shell/Especifica.h"
@@ -145,6 +148,8 @@ void Mesa::MontaMenus()
     connect(encerrar, &QAction::triggered, this, &QWidget::close);
 
     MontaMenuRegistro();
+    m_MenuAdministracao = menuBar()->addMenu("Ad&ministração");
+    m_MenuAdministracao->menuAction()->setObjectName("administracao");
     MontaMenuJanela();
 
     QMenu *ajuda = menuBar()->addMenu("Aj&uda");
@@ -164,6 +169,10 @@ void Mesa::MontaMenus()
 
 void Mesa::MontaMenuUsuario(QMenu *menu)
 {
+    m_MinhaSenha = menu->addAction("Trocar minha &senha...");
+    m_MinhaSenha->setObjectName("minhaSenha");
+    connect(m_MinhaSenha, &QAction::triggered, this,
+            [this] { NaBorda([this] { TrocaMinhaSenha(m_Host->Servico(), false); }); });
     m_Travar = menu->addAction("Tra&var");
     m_Travar->setObjectName("travar");
     m_Travar->setShortcut(QKeySequence("Ctrl+L"));
@@ -253,13 +262,21 @@ void Mesa::MontaEstado()
 
 bool Mesa::PedeEntrada()
 {
-    Entrada entrada(m_Servicos, m_Preferencias.Estacao(), std::nullopt, this);
-    m_Janelas->MostraEEspera(Novo<DialogoQt>(&entrada));
-    if (entrada.result() != QDialog::Accepted) {
-        return false;
+    for (;;) {
+        Entrada entrada(m_Servicos, m_Preferencias.Estacao(), std::nullopt, this);
+        m_Janelas->MostraEEspera(Novo<DialogoQt>(&entrada));
+        if (entrada.result() != QDialog::Accepted) {
+            return false;
+        }
+        const Ref<SessaoServico> sessao = entrada.Sessao();
+        if (!sessao->AvisoDeRelogio().empty()) {
+            AvisaEmCaixa("Relógio", Q(sessao->AvisoDeRelogio()), this);
+        }
+        if (!sessao->DeveTrocarSenha() || TrocaMinhaSenha(sessao, true)) {
+            NaBorda([&] { Entra(sessao); });
+            return true;
+        }
     }
-    NaBorda([&] { Entra(entrada.Sessao()); });
-    return true;
 }
 
 void Mesa::TrocaDeUsuario()
@@ -329,7 +346,19 @@ void Mesa::HabilitaFerramentas()
     const auto tem = [&](const std::string &acao) {
         return dentro && m_Host->objSCA()->PossuiPerm2(Permissoes::Sistema, Permissoes::ObjetoAdministracao, acao);
     };
+    m_MinhaSenha->setEnabled(dentro);
     m_Travar->setEnabled(dentro);
+    m_MenuAdministracao->clear();
+    if (dentro) {
+        int numero = 0;
+        for (const auto &pagina : Administracao(m_Host->Servico()).Paginas()) {
+            const QString titulo = Q(std::string(pagina->Titulo())) + "...";
+            connect(m_MenuAdministracao->addAction(titulo), &QAction::triggered, this,
+                    [this, numero] { NaBorda([&] { AbreAdministracao(numero); }); });
+            ++numero;
+        }
+    }
+    m_MenuAdministracao->menuAction()->setVisible(!m_MenuAdministracao->isEmpty());
     m_Conferir->setVisible(static_cast<bool>(m_Atos.Confere));
     m_Copiar->setVisible(static_cast<bool>(m_Atos.Copia));
     m_MenuRegistro->menuAction()->setVisible(tem(Permissoes::Copias) && (m_Atos.Confere || m_Atos.Copia));
@@ -341,6 +370,12 @@ bool Mesa::MostraFicha(Ficha &ficha)
         ficha, [this](const std::function<void()> &acao) { NaBorda(acao); }, this);
     m_Janelas->MostraEEspera(Novo<DialogoQt>(&janela));
     return janela.result() == QDialog::Accepted;
+}
+
+bool Mesa::TrocaMinhaSenha(const Ref<SessaoServico> &sessao, bool obrigada)
+{
+    Ficha ficha = FichaDaMinhaSenha(sessao, obrigada);
+    return MostraFicha(ficha);
 }
 
 std::optional<std::string> Mesa::PedeMotivo(const std::string &pergunta)
@@ -373,6 +408,13 @@ void Mesa::MostraPreferencias()
         return std::nullopt;
     };
     MostraFicha(ficha);
+}
+
+void Mesa::AbreAdministracao(int pagina)
+{
+    JanelaAdministracao janela(
+        Administracao(m_Host->Servico()), pagina, [this](const std::function<void()> &acao) { NaBorda(acao); }, this);
+    m_Janelas->MostraEEspera(Novo<DialogoQt>(&janela));
 }
 
 void Mesa::ConfereRegistro()

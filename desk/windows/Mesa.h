@@ -75,7 +75,10 @@ class Mesa : public QMainWindow {
     // Once nothing that was opened is still waiting for its window.
     void TrocaQuandoPuder();
     bool MostraFicha(Ficha &ficha);
+    // False when the person would not change a password that must be.
+    bool TrocaMinhaSenha(const Ref<SessaoServico> &sessao, bool obrigada);
     void MostraPreferencias();
+    void AbreAdministracao(int pagina);
     void ConfereRegistro();
     void CopiaRegistro();
     void MostraConferencia();
@@ -103,7 +106,9 @@ class Mesa : public QMainWindow {
     QAction *m_Consulta = nullptr;
     QAction *m_Renovar = nullptr; // the offer of the status bar, for the keyboard
     QAction *m_Sair = nullptr;
+    QAction *m_MinhaSenha = nullptr;
     QAction *m_Travar = nullptr;
+    QMenu *m_MenuAdministracao = nullptr;
     QMenu *m_MenuRegistro = nullptr;
     QAction *m_Conferir = nullptr;
     QAction *m_Copiar = nullptr;

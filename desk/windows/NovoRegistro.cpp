@@ -1,5 +1,6 @@
 #include "desk/windows/NovoRegistro.h"
 
+#include "desk/services/Referencias.h"
 #include "desk/services/TextoQt.h"
 #include "desk/windows/CampoDeSenha.h"
 #include "desk/windows/Dialogos.h"
@@ -15,6 +16,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <utility>
 
 namespace mesa {
@@ -53,8 +55,8 @@ NovoRegistro::NovoRegistro(std::function<std::optional<ProblemaDoRegistroNovo>(c
     m_CodCliente->setValidator(new QIntValidator(1, MaiorCodigo, m_CodCliente));
     m_Estado->setObjectName("estado");
     m_Estado->addItem("");
-    for (const char *estado : Estados) {
-        m_Estado->addItem(estado);
+    for (const std::string &estado : Referencias::Tabelas().Estados()) {
+        m_Estado->addItem(Q(estado));
     }
     m_Setores->setObjectName("setores");
     m_Setores->setTabChangesFocus(true);
@@ -72,6 +74,15 @@ NovoRegistro::NovoRegistro(std::function<std::optional<ProblemaDoRegistroNovo>(c
     doAdministrador->addRow("&Nome:", m_Nome);
     doAdministrador->addRow("&Senha:", m_Senha);
     doAdministrador->addRow("&Repita a senha:", m_Repetida);
+    int largura = 0; // the fields of both begin at one place
+    for (const QFormLayout *parte : {doCliente, doAdministrador}) {
+        for (int linha = 0; linha < parte->rowCount(); ++linha) {
+            largura = std::max(largura, parte->itemAt(linha, QFormLayout::LabelRole)->sizeHint().width());
+        }
+    }
+    for (const QFormLayout *parte : {doCliente, doAdministrador}) {
+        parte->itemAt(0, QFormLayout::LabelRole)->widget()->setMinimumWidth(largura);
+    }
     QPushButton *criar = FazBotao("criar", "Cr&iar o registro", this);
     QPushButton *cancelar = FazBotao("cancelar", "C&ancelar", this);
     criar->setDefault(true);
