@@ -1,3 +1,4 @@
+#include "desk/services/Tentativas.h"
 #include "tests/desk/RegistroDeTeste.h"
 #include "tests/support/FalhaLancada.h"
 
@@ -238,6 +239,24 @@ TEST_F(ServicosEntrada, Entra_OfManyNamesThatThereAreNot_EachIsCountedByItself)
         EsperaRecusa("outro " + std::to_string(vez), "x", 0);
     }
     EsperaRecusa("PRIMEIRO ", "x", 4, Aguarde("4 segundos"));
+}
+
+// Whoever tries name after name does not fill the memory either.
+TEST(ServicosTentativas, OfNamesThatThereAreNot_TheOldestIsForgottenWhenThereAreTooMany)
+{
+    const auto agora = [](int segundo) { return Instante(Data{DataDe(20, 11, 2026).Valor + segundo / 86400.0}); };
+    TentativasDeDesconhecidos tentativas;
+    for (int vez = 0; vez < 3; ++vez) {
+        tentativas.De("primeiro").Conta(agora(0));
+    }
+    for (int n = 1; n < 10000; ++n) {
+        tentativas.De("outro " + std::to_string(n)).Conta(agora(n));
+    }
+    EXPECT_EQ(tentativas.De("primeiro").Vezes, 3);
+    tentativas.De("mais um").Conta(agora(10000));
+    EXPECT_EQ(tentativas.De("outro 9999").Vezes, 1);
+    EXPECT_EQ(tentativas.De("mais um").Vezes, 1);
+    EXPECT_EQ(tentativas.De("outro 1").Vezes, 0); // the oldest but for the one that has to wait longer
 }
 
 TEST_F(ServicosEntrada, Entra_EveryTry_StandsInTheHistory)
