@@ -21,17 +21,17 @@ std::filesystem::path DiretorioPadrao()
     return (base + "/registro-de-equipamentos").toStdString();
 }
 
-int Trabalha(QApplication &aplicacao, const std::filesystem::path &diretorio, TipoDeRegistro tipo, bool deNovo)
+int Trabalha(QApplication &aplicacao, const std::filesystem::path &diretorio, ConteudoInicial conteudo, bool deNovo)
 {
     QProgressDialog preparo("Preparando o registro de exemplo...", QString(), 0, 100);
     preparo.setWindowTitle("Registro de Equipamentos");
     preparo.setMinimumDuration(300);
-    const Ref<Servicos> servicos = AbreRegistroDoUsuario(diretorio, tipo, deNovo, Agora, [&](double parte) {
+    const Ref<Servicos> servicos = AbreRegistroDoUsuario(diretorio, conteudo, deNovo, Agora, [&](double parte) {
         preparo.setValue(static_cast<int>(parte * 100));
         QCoreApplication::processEvents();
     });
     preparo.reset();
-    Mesa mesa(servicos, diretorio, Agora);
+    Mesa mesa(servicos, diretorio, [] { return Agora().Local; });
     mesa.show();
     if (!mesa.PedeEntrada()) {
         return 0;
@@ -65,7 +65,7 @@ int main(int argc, char **argv)
     try {
         const std::filesystem::path diretorio =
             opcoes.isSet(dados) ? std::filesystem::path(opcoes.value(dados).toStdString()) : DiretorioPadrao();
-        return Trabalha(aplicacao, diretorio, opcoes.isSet(vazio) ? TipoDeRegistro::Vazio : TipoDeRegistro::Amostra,
+        return Trabalha(aplicacao, diretorio, opcoes.isSet(vazio) ? ConteudoInicial::Vazio : ConteudoInicial::Amostra,
                         opcoes.isSet(vazio) || opcoes.isSet(novaAmostra));
     } catch (...) {
         const Falha falha = FalhaCorrente();

@@ -15,6 +15,7 @@ inline constexpr std::int32_t DivisaoPorZero = 11;
 inline constexpr std::int32_t TipoIncompativel = 13;
 inline constexpr std::int32_t ErroInterno = 51;
 inline constexpr std::int32_t ArquivoNaoEncontrado = 53;
+inline constexpr std::int32_t ArquivoJaExiste = 58;
 inline constexpr std::int32_t DiscoCheio = 61;
 inline constexpr std::int32_t PermissaoNegada = 70;
 inline constexpr std::int32_t ErroDeAcesso = 75;

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "host/Data.h"
+#include "desk/services/Instante.h"
 
 namespace mesa {
 
-// The moment it is, by the machine's clock and time zone.
-Data Agora();
+// The moment it is, by the machine's clock, with the offset of its time zone.
+Instante Agora();
 
 } // namespace mesa

@@ -30,15 +30,15 @@ struct ClienteDaAmostra {
 const std::vector<ClienteDaAmostra> &ClientesDaAmostra()
 {
     static const std::vector<ClienteDaAmostra> clientes = {
-        {{1, "Autoridade Estadual de Trânsito", {"Fiscalização", "Engenharia", "Metrologia"}},
+        {{1, "Autoridade Estadual de Trânsito", {"Fiscalização", "Engenharia", "Metrologia"}, "RS"},
          "ana",
          {PortoAlegre, 4305108, 4314407, 4316907, 4318705},
          "AE"},
-        {{2, "Autoridade Municipal de Trânsito", {"Operações", "Eletrônica"}},
+        {{2, "Autoridade Municipal de Trânsito", {"Operações", "Eletrônica"}, "RS"},
          "elisa",
          {PortoAlegre, 4309209, 4304606},
          "AM"},
-        {{3, "Autoridade das Estradas de Rodagem", {"Rodovias Norte", "Rodovias Sul"}},
+        {{3, "Autoridade das Estradas de Rodagem", {"Rodovias Norte", "Rodovias Sul"}, "RS"},
          "gilda",
          {4313409, 4315602, 4311403, 4302105, 4303103},
          "AR"},

@@ -48,8 +48,8 @@ std::filesystem::path CaminhoDoRegistro(const std::filesystem::path &diretorio)
     return diretorio / NomeDoRegistro;
 }
 
-Ref<Servicos> AbreRegistroDoUsuario(const std::filesystem::path &diretorio, TipoDeRegistro tipo, bool deNovo,
-                                    const std::function<Data()> &agora, const std::function<void(double)> &progresso)
+Ref<Servicos> AbreRegistroDoUsuario(const std::filesystem::path &diretorio, ConteudoInicial conteudo, bool deNovo,
+                                    const Relogio &agora, const std::function<void(double)> &progresso)
 {
     std::filesystem::create_directories(diretorio);
     const std::filesystem::path registro = CaminhoDoRegistro(diretorio);
@@ -57,15 +57,15 @@ Ref<Servicos> AbreRegistroDoUsuario(const std::filesystem::path &diretorio, Tipo
     if (deNovo && std::filesystem::exists(registro)) {
         // Opening and closing brings all that was written into the one file. What cannot be opened is kept as it is.
         IgnoraErro([&] { Servicos::Abre(registro.string(), agora); });
-        Move(registro, LugarAoLado(diretorio, agora()));
+        Move(registro, LugarAoLado(diretorio, agora().Local));
     }
     if (!std::filesystem::exists(registro)) {
         Apaga(emPreparo);
         {
-            const Ref<Servicos> novo = Servicos::Abre(emPreparo.string(), agora);
+            const Ref<Servicos> novo = Servicos::Cria(emPreparo.string(), TipoDeRegistro::Amostra, agora);
             CadastraUsuariosDaAmostra(*novo);
-            if (tipo == TipoDeRegistro::Amostra) {
-                PreencheAmostra(*novo, agora(), progresso);
+            if (conteudo == ConteudoInicial::Amostra) {
+                PreencheAmostra(*novo, agora().Local, progresso);
             }
         }
         Move(emPreparo, registro);

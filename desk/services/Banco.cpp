@@ -17,18 +17,37 @@ QString NovoNomeDeConexao()
 
 } // namespace
 
-Banco::Banco(std::unique_ptr<Dialeto> dialeto, const std::string &onde)
+Banco::Banco(std::unique_ptr<Dialeto> dialeto, const std::string &onde, Abertura abertura,
+             const std::function<void()> &prepara)
     : m_Dialeto(std::move(dialeto)),
       m_Conexao(NovoNomeDeConexao())
 {
     try {
-        m_Dialeto->Abre(m_Conexao, onde);
-        Migra();
+        m_Dialeto->Abre(m_Conexao, onde, abertura);
+        prepara();
     } catch (...) {
         m_Preparadas.clear();
         QSqlDatabase::removeDatabase(m_Conexao);
         throw;
     }
+}
+
+Banco::Banco(std::unique_ptr<Dialeto> dialeto, const std::string &onde, const Instante &agora)
+    : Banco(std::move(dialeto), onde, Abertura::Existente, [this, &agora] { Migra(agora); })
+{
+}
+
+Banco::Banco(std::unique_ptr<Dialeto> dialeto, const std::string &onde, const std::function<void(Banco &)> &funda)
+    : Banco(std::move(dialeto), onde, Abertura::Nova, [this, &funda] {
+          Escreve([&] {
+              for (const QString &comando : m_Dialeto->Esquema()) {
+                  Comanda(comando);
+              }
+              Insere("ESQUEMA", {{"Versao", qlonglong(m_Dialeto->Migracoes().size() + 1)}});
+              funda(*this);
+          });
+      })
+{
 }
 
 Banco::~Banco()
@@ -88,30 +107,55 @@ void Banco::Atualiza(std::string_view tabela, const Celulas &celulas, const Celu
              valores);
 }
 
-// The version is read again under the right to write, so that of two programs that open an old registry together one
-// migrates it and the other finds it migrated.
-void Banco::Migra()
+std::size_t Banco::Versao()
+{
+    Consulta atual(*this, "SELECT MAX(Versao) FROM ESQUEMA");
+    atual.Proxima();
+    return static_cast<std::size_t>(atual.Inteiro(0));
+}
+
+void Banco::Migra(const Instante &agora)
 {
     const std::vector<Migracao> migracoes = m_Dialeto->Migracoes();
+    const std::size_t versao = Escreve([&] { return Versao(); }); // who cannot write hears it now
+    if (versao > migracoes.size() + 1) {
+        throw Falha(NumeroFalha::ErroInterno, "Servicos",
+                    "O registro é da versão " + std::to_string(versao) + ", mais nova que a deste programa (versão " +
+                        std::to_string(migracoes.size() + 1) + "). Atualize o programa.");
+    }
+    if (versao == migracoes.size() + 1) {
+        return;
+    }
+    for (const QString &comando : m_Dialeto->AntesDeMigrar()) {
+        Comanda(comando);
+    }
+    AplicaMigracoes(migracoes, agora);
+    for (const QString &comando : m_Dialeto->DepoisDeMigrar()) {
+        Comanda(comando);
+    }
+}
+
+// The version is read again under the right to write, so that of two programs that open an old registry together one
+// migrates it and the other finds it migrated.
+void Banco::AplicaMigracoes(const std::vector<Migracao> &migracoes, const Instante &agora)
+{
     Escreve([&] {
-        Comanda("CREATE TABLE IF NOT EXISTS ESQUEMA (Versao INTEGER NOT NULL)");
-        std::size_t versao = 0;
-        {
-            Consulta atual(*this, "SELECT MAX(Versao) FROM ESQUEMA");
-            atual.Proxima();
-            versao = static_cast<std::size_t>(atual.Inteiro(0));
-        }
-        if (versao > migracoes.size()) {
-            throw Falha(NumeroFalha::ErroInterno, "Servicos",
-                        "O registro é da versão " + std::to_string(versao) +
-                            ", mais nova que a deste programa (versão " + std::to_string(migracoes.size()) +
-                            "). Atualize o programa.");
-        }
-        for (; versao < migracoes.size(); ++versao) {
-            for (const QString &comando : migracoes[versao]) {
+        for (std::size_t versao = Versao(); versao <= migracoes.size(); ++versao) {
+            const Migracao &migracao = migracoes[versao - 1];
+            for (const QString &comando : migracao.Comandos) {
                 Comanda(comando);
             }
+            if (migracao.Passo) {
+                migracao.Passo(*this, agora);
+            }
             Insere("ESQUEMA", {{"Versao", qlonglong(versao + 1)}});
+        }
+        Consulta partidas(*this, m_Dialeto->ReferenciasPartidas());
+        if (partidas.Proxima()) {
+            throw Falha(NumeroFalha::ErroInterno, "Servicos",
+                        "O registro não pôde ser atualizado: a linha " + partidas.Texto(1) + " de " +
+                            partidas.Texto(0) + " se refere a uma linha de " + partidas.Texto(2) +
+                            " que não existe. Nada foi mudado.");
         }
     });
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "desk/services/Dialeto.h"
+#include "desk/services/Instante.h"
 #include "desk/services/TextoQt.h"
 
 #include <QSqlQuery>
@@ -8,6 +9,7 @@
 #include <QVariant>
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -30,8 +32,10 @@ using Celulas = std::vector<Celula>;
 // One connection to the registry, with its statements prepared once.
 class Banco {
   public:
-    // Opens the database and brings its schema up to date. Raises ErroSql.
-    Banco(std::unique_ptr<Dialeto> dialeto, const std::string &onde);
+    // Opens the database and brings its schema up to date, or makes a new one, which `funda` fills in the same
+    // transaction. Raises ErroSql. agora: for what a migration writes down.
+    Banco(std::unique_ptr<Dialeto> dialeto, const std::string &onde, const Instante &agora);
+    Banco(std::unique_ptr<Dialeto> dialeto, const std::string &onde, const std::function<void(Banco &)> &funda);
     Banco(const Banco &) = delete;
     Banco &operator=(const Banco &) = delete;
     ~Banco();
@@ -46,6 +50,9 @@ class Banco {
     // Writes over the row that has the key.
     void Atualiza(std::string_view tabela, const Celulas &celulas, const Celula &chave);
 
+    // A statement that is run once and answers nothing.
+    void Comanda(const QString &sql);
+
   private:
     friend class Consulta;
     friend class Transacao;
@@ -54,9 +61,13 @@ class Banco {
 
     template <class Trabalho> auto Repete(bool escreve, Trabalho &trabalho);
 
+    Banco(std::unique_ptr<Dialeto> dialeto, const std::string &onde, Abertura abertura,
+          const std::function<void()> &prepara);
+
     QSqlQuery &Preparada(const QString &sql);
-    void Comanda(const QString &sql);
-    void Migra();
+    std::size_t Versao();
+    void Migra(const Instante &agora);
+    void AplicaMigracoes(const std::vector<Migracao> &migracoes, const Instante &agora);
 
     std::unique_ptr<Dialeto> m_Dialeto;
     QString m_Conexao;

@@ -13,6 +13,8 @@ namespace mesa {
 std::int32_t DiaCivil(Data data);
 Data DataDoDia(std::int32_t dia);
 std::int64_t Momento(Data data);
+// The moment so many minutes later; earlier when they are negative.
+std::int64_t MaisMinutos(std::int64_t momento, std::int32_t minutos);
 
 std::string TextoDoDia(std::int32_t dia);         // 20/11/2026
 std::string TextoDoMomento(std::int64_t momento); // 20/11/2026 às 14:32:10

@@ -27,23 +27,21 @@ bool EhHora(std::int32_t hora)
 
 } // namespace
 
-void Conferencia::Texto(std::string_view membro, const std::string &valor, std::size_t limite)
+void Conferencia::Coluna(const Esquema::Coluna &coluna, const QVariant &valor)
 {
-    const std::size_t tamanho = Len(valor);
-    if (tamanho > limite) {
-        throw Recusa(Campo(membro) + " aceita até " + CStr(limite) + " caracteres e veio com " + CStr(tamanho) + ".");
-    }
-    const QString lido = QString::fromStdString(valor);
-    if (lido.toStdString() != valor ||
-        std::any_of(lido.begin(), lido.end(), [](QChar letra) { return letra.category() == QChar::Other_Control; })) {
-        throw Recusa(Campo(membro) + " tem caracteres que não podem ser gravados.");
+    const std::string recusa = coluna.Recusa(valor);
+    if (!recusa.empty()) {
+        throw Recusa(Campo(coluna.Nome) + " " + recusa + ".");
     }
 }
 
-void Conferencia::Obrigatorio(std::string_view membro, const std::string &valor)
+void Conferencia::Texto(const Esquema::Coluna &coluna, const std::string &valor)
 {
-    if (Trim(valor).empty()) {
-        throw Recusa(Campo(membro) + " precisa ser informado.");
+    const QString lido = QString::fromStdString(valor);
+    Coluna(coluna, lido);
+    if (lido.toStdString() != valor ||
+        std::any_of(lido.begin(), lido.end(), [](QChar letra) { return letra.category() == QChar::Other_Control; })) {
+        throw Recusa(Campo(coluna.Nome) + " tem caracteres que não podem ser gravados.");
     }
 }
 

@@ -1,19 +1,25 @@
 #pragma once
 
+#include "desk/services/Esquema.h"
+#include "desk/services/MapaRegistro.h"
 #include "host/Data.h"
 
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 namespace mesa {
 
 // Limits of the records, refused with a sentence that names the field. membro: the record's member.
 namespace Conferencia {
 
-// Longest text in characters. Text that is not UTF-8, or has control characters, is refused too.
-void Texto(std::string_view membro, const std::string &valor, std::size_t limite);
-void Obrigatorio(std::string_view membro, const std::string &valor);
+// What the column takes. Text that is not UTF-8, or has control characters, is refused too.
+void Coluna(const Esquema::Coluna &coluna, const QVariant &valor);
+void Texto(const Esquema::Coluna &coluna, const std::string &valor);
+// All members of the record by the columns of its table, but for those that the service writes by itself: the key, who
+// changed it, and what refers to other tables, which is looked up and refused in other words.
+template <class R> void Membros(std::string_view tabela, const R &registro);
 void Faixa(std::string_view membro, std::int64_t valor, std::int64_t de, std::int64_t ate);
 // A day of the calendar; no date is refused.
 void Dia(std::string_view membro, Data valor);
@@ -22,6 +28,26 @@ void Horario(std::int32_t inicio, std::int32_t fim);
 
 // A number that came from outside, for a sentence.
 std::string Numero(double numero);
+
+template <class R> void Membros(std::string_view tabela, const R &registro)
+{
+    const Esquema::Tabela &declarada = *Esquema::Acha(tabela);
+    registro.CadaMembro([&]<class T>(std::string_view nome, const Campo<T> &campo) {
+        if constexpr (MapaRegistro::EhColuna<T>) {
+            const Esquema::Coluna *coluna = declarada.Acha(nome);
+            if (coluna == &declarada.Chave() || !coluna->Referencia.empty() || nome.ends_with("Trans")) {
+                return;
+            }
+            if constexpr (std::is_same_v<T, Data>) {
+                Dia(nome, campo.Valor());
+            } else if constexpr (std::is_same_v<T, std::string>) {
+                Texto(*coluna, campo.Valor());
+            } else {
+                Coluna(*coluna, MapaRegistro::ParaSql(campo.Valor()));
+            }
+        }
+    });
+}
 
 } // namespace Conferencia
 

@@ -6,13 +6,26 @@
 #include <QSqlError>
 #include <QString>
 
+#include <functional>
 #include <string>
 #include <vector>
 
 namespace mesa {
 
-// Statements that bring a schema from one version to the next.
-using Migracao = std::vector<QString>;
+class Banco;
+struct Instante;
+
+// What brings a schema from one version to the next: statements, and then the work that statements cannot do. The right
+// to write is held, and no reference is looked after until the end, when all are checked.
+struct Migracao {
+    std::vector<QString> Comandos;
+    std::function<void(Banco &, const Instante &agora)> Passo = {};
+};
+
+enum class Abertura {
+    Existente, // of what is not there, or is no registry, nothing is made
+    Nova       // there may be no file of that name
+};
 
 // What differs between one database and another. Everything else is the same SQL for all.
 class Dialeto {
@@ -22,8 +35,9 @@ class Dialeto {
     Dialeto &operator=(const Dialeto &) = delete;
     virtual ~Dialeto() = default;
 
-    // Opens the connection of that name, ready for work: durable commits, foreign keys obeyed.
-    virtual void Abre(const QString &conexao, const std::string &onde) const = 0;
+    // Opens the connection of that name, ready for work: durable commits, foreign keys obeyed. Refuses what there is in
+    // `onde` when it is no registry, and what there is not.
+    virtual void Abre(const QString &conexao, const std::string &onde, Abertura abertura) const = 0;
 
     // Begins a transaction that holds the right to write from its start, and one that only reads.
     virtual QString IniciaEscrita() const = 0;
@@ -34,8 +48,15 @@ class Dialeto {
 
     virtual ErroSql Erro(const QSqlError &erro) const = 0;
 
-    // From an empty database to the present version: the first migration gives version 1.
+    // Statements that make the tables of the present version in an empty database.
+    virtual std::vector<QString> Esquema() const = 0;
+    // From version 1 to the present one: the first gives version 2.
     virtual std::vector<Migracao> Migracoes() const = 0;
+    // Before and after migrations, outside the transaction: the looking after references ends, and begins again.
+    virtual std::vector<QString> AntesDeMigrar() const = 0;
+    virtual std::vector<QString> DepoisDeMigrar() const = 0;
+    // Asks for the rows whose references lead nowhere: table, row, table referred to.
+    virtual QString ReferenciasPartidas() const = 0;
 };
 
 } // namespace mesa

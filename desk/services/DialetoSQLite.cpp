@@ -1,8 +1,14 @@
 #include "desk/services/DialetoSQLite.h"
 
+#include "desk/services/Esquema.h"
+#include "desk/services/MigracaoVersao2.h"
+
+#include <QFileInfo>
 #include <QSqlDriver>
 #include <QSqlQuery>
+#include <QStringList>
 #include <QThread>
+#include <QUrl>
 #include <QVariant>
 
 #include <sqlite3.h>
@@ -16,124 +22,189 @@ namespace {
 constexpr int TentativasDeAbrir = 200;
 constexpr unsigned long PausaAoAbrir = 25; // milliseconds
 
-const char *const TabelasQueFicam[] = {"CLIENTE",  "SETOR",     "USUARIO", "PERMISSAO", "EQUIPAMENTO", "SENSOR",
-                                       "AFERICAO", "DOCUMENTO", "LIMITE",  "DIA",       "HISTORICO"};
-
-QString Proibe(const QString &acao, const QString &tabela)
-{
-    return QString("CREATE TRIGGER %2_SEM_%1 BEFORE %1 ON %2 BEGIN SELECT RAISE(ABORT, '%2_SEM_%1'); END")
-        .arg(acao, tabela);
-}
-
-QString SemSobreposicao(const QString &nome, const QString &evento, const QString &outra)
-{
-    return QString("CREATE TRIGGER %1 BEFORE %2 ON AFERICAO WHEN NEW.Ativo = 1 BEGIN "
-                   "SELECT RAISE(ABORT, 'AFERICAO_SOBREPOSTA') WHERE EXISTS (SELECT 1 FROM AFERICAO o "
-                   "WHERE o.NroIntSensor = NEW.NroIntSensor AND o.Ativo = 1 "
-                   "AND o.DataVerificacao <= NEW.DataVencimento AND o.DataVencimento >= NEW.DataVerificacao%3); END")
-        .arg(nome, evento, outra);
-}
-
 sqlite3 *Aberto(const QSqlDatabase &banco)
 {
     return *static_cast<sqlite3 *const *>(banco.driver()->handle().constData());
 }
 
-Migracao Versao1()
+QString Tx(std::string_view texto)
 {
-    Migracao m{
-        "CREATE TABLE CLIENTE (CodCliente INTEGER PRIMARY KEY, Nome TEXT NOT NULL UNIQUE)",
-        "CREATE TABLE SETOR (CodCliente INTEGER NOT NULL REFERENCES CLIENTE (CodCliente), Nome TEXT NOT NULL, "
-        "PRIMARY KEY (CodCliente, Nome))",
+    return QString::fromUtf8(texto.data(), static_cast<qsizetype>(texto.size()));
+}
 
-        "CREATE TABLE USUARIO (Numero INTEGER PRIMARY KEY, Usuario TEXT NOT NULL, Chave TEXT NOT NULL UNIQUE, "
-        "Nome TEXT NOT NULL, CodCliente INTEGER NOT NULL REFERENCES CLIENTE (CodCliente), Setor TEXT NOT NULL, "
-        "CodMunic INTEGER NOT NULL, Senha TEXT NOT NULL, Ativo INTEGER NOT NULL CHECK (Ativo IN (1, 2)))",
-        "CREATE TABLE PERMISSAO (Numero INTEGER NOT NULL REFERENCES USUARIO (Numero), Sistema TEXT NOT NULL, "
-        "Objeto TEXT NOT NULL, Acao TEXT NOT NULL, PRIMARY KEY (Numero, Sistema, Objeto, Acao))",
-        "CREATE TABLE ENTRADA_RECUSADA (Chave TEXT PRIMARY KEY, Vezes INTEGER NOT NULL, EsperaAte INTEGER NOT NULL)",
-
-        "CREATE TABLE EQUIPAMENTO (NroIntEquip INTEGER PRIMARY KEY, "
-        "ClienteInc TEXT NOT NULL REFERENCES CLIENTE (Nome), SetorInc TEXT NOT NULL, Codigo TEXT NOT NULL, "
-        "SubCodigo TEXT NOT NULL, Descricao TEXT NOT NULL, CodMunic INTEGER NOT NULL, TipoVia TEXT NOT NULL, "
-        "TipoEquip TEXT NOT NULL, VelocPermitida INTEGER NOT NULL, ArquivoLayout TEXT NOT NULL, "
-        "TemImagemEntrelacada INTEGER NOT NULL, Modelo TEXT NOT NULL, TemLimiteDif INTEGER NOT NULL, "
-        "TemPerfilMag INTEGER NOT NULL, NroIntRejLimDif INTEGER NOT NULL, "
-        "Ativo INTEGER NOT NULL CHECK (Ativo IN (1, 2)), ClienteTrans TEXT NOT NULL, "
-        "OperadorTrans INTEGER NOT NULL REFERENCES USUARIO (Numero), DataTrans INTEGER NOT NULL, "
-        "HoraTrans INTEGER NOT NULL, TipoAgente INTEGER NOT NULL, txtObsNotif TEXT NOT NULL, "
-        "CodigoChave TEXT NOT NULL, CodigoBusca TEXT NOT NULL, SubCodigoBusca TEXT NOT NULL, "
-        "TrabFoto INTEGER NOT NULL CHECK (TrabFoto IN (1, 2)), Versao INTEGER NOT NULL)",
-        "CREATE UNIQUE INDEX EQUIPAMENTO_Codigo ON EQUIPAMENTO (ClienteInc, CodigoChave) WHERE Ativo = 1",
-        "CREATE INDEX EQUIPAMENTO_Busca ON EQUIPAMENTO (ClienteInc, CodigoBusca, NroIntEquip)",
-        "CREATE INDEX EQUIPAMENTO_SubBusca ON EQUIPAMENTO (ClienteInc, SubCodigoBusca, NroIntEquip)",
-        "CREATE INDEX EQUIPAMENTO_Foto ON EQUIPAMENTO (ClienteInc, Ativo, TrabFoto, NroIntEquip)",
-        "CREATE INDEX EQUIPAMENTO_Setor ON EQUIPAMENTO (ClienteInc, Ativo, TrabFoto, SetorInc, NroIntEquip)",
-        "CREATE INDEX EQUIPAMENTO_Agente ON EQUIPAMENTO (ClienteInc, Ativo, TrabFoto, TipoAgente, NroIntEquip)",
-        "CREATE INDEX EQUIPAMENTO_Tipo ON EQUIPAMENTO (ClienteInc, Ativo, TrabFoto, TipoEquip, NroIntEquip)",
-
-        "CREATE TABLE SENSOR (NroIntSensor INTEGER PRIMARY KEY, "
-        "NroIntEquip INTEGER NOT NULL REFERENCES EQUIPAMENTO (NroIntEquip), NroSensor INTEGER NOT NULL, "
-        "CodLograd INTEGER NOT NULL, EndCep INTEGER NOT NULL, EndNro INTEGER NOT NULL, EndCompl TEXT NOT NULL, "
-        "EndDescr TEXT NOT NULL, SentidoVia TEXT NOT NULL, Ativo INTEGER NOT NULL CHECK (Ativo IN (1, 2)), "
-        "LocalInfr TEXT NOT NULL)",
-        "CREATE INDEX SENSOR_Equip ON SENSOR (NroIntEquip, NroIntSensor)",
-
-        "CREATE TABLE DOCUMENTO (NroDocumento INTEGER PRIMARY KEY, ClienteInc TEXT NOT NULL REFERENCES CLIENTE (Nome), "
-        "Tamanho INTEGER NOT NULL, Sha256 TEXT NOT NULL, Quando INTEGER NOT NULL, "
-        "Operador INTEGER NOT NULL REFERENCES USUARIO (Numero), Conteudo BLOB NOT NULL, "
-        "CHECK (Tamanho = length(Conteudo)))",
-
-        "CREATE TABLE AFERICAO (NroIntAfericao INTEGER PRIMARY KEY, "
-        "NroIntSensor INTEGER NOT NULL REFERENCES SENSOR (NroIntSensor), Numero TEXT NOT NULL, Marca TEXT NOT NULL, "
-        "DataVerificacao INTEGER NOT NULL, DataVencimento INTEGER NOT NULL, "
-        "Ativo INTEGER NOT NULL CHECK (Ativo IN (1, 2)), NroIntImgCertif INTEGER REFERENCES DOCUMENTO (NroDocumento), "
-        "TipoAfer INTEGER NOT NULL, PortDimel TEXT NOT NULL, CHECK (DataVerificacao <= DataVencimento))",
-        "CREATE INDEX AFERICAO_Sensor ON AFERICAO (NroIntSensor, Ativo, DataVerificacao, DataVencimento)",
-        SemSobreposicao("AFERICAO_SEM_SOBREPOSICAO_NOVA", "INSERT", ""),
-        SemSobreposicao("AFERICAO_SEM_SOBREPOSICAO", "UPDATE", " AND o.NroIntAfericao <> OLD.NroIntAfericao"),
-
-        "CREATE TABLE LIMITE (NroInt INTEGER PRIMARY KEY, "
-        "NroIntEquip INTEGER NOT NULL REFERENCES EQUIPAMENTO (NroIntEquip), "
-        "Dia INTEGER NOT NULL CHECK (Dia BETWEEN 1 AND 8), HoraInicio INTEGER NOT NULL, HoraFim INTEGER NOT NULL, "
-        "VelocPerm INTEGER NOT NULL, VelocMin INTEGER NOT NULL, Ativo INTEGER NOT NULL CHECK (Ativo IN (1, 2)), "
-        "TipoLimite INTEGER NOT NULL CHECK (TipoLimite IN (1, 2)), Versao INTEGER NOT NULL, "
-        "CHECK (HoraInicio <= HoraFim))",
-        "CREATE INDEX LIMITE_Equip ON LIMITE (NroIntEquip, TipoLimite, Dia, HoraInicio)",
-        "CREATE TABLE DIA (NroInt INTEGER PRIMARY KEY, "
-        "NroIntEquip INTEGER NOT NULL REFERENCES EQUIPAMENTO (NroIntEquip), Data INTEGER NOT NULL, "
-        "HoraInicio INTEGER NOT NULL, HoraFim INTEGER NOT NULL, VelocPerm INTEGER NOT NULL, "
-        "VelocMin INTEGER NOT NULL, Ativo INTEGER NOT NULL CHECK (Ativo IN (1, 2)), Versao INTEGER NOT NULL, "
-        "CHECK (HoraInicio <= HoraFim))",
-        "CREATE INDEX DIA_Equip ON DIA (NroIntEquip, Data, HoraInicio)",
-
-        // Raiz is the record that is edited as one, with its version; Entidade the row of it that changed.
-        "CREATE TABLE HISTORICO (Nro INTEGER PRIMARY KEY, Quando INTEGER NOT NULL, "
-        "Operador INTEGER REFERENCES USUARIO (Numero), Raiz TEXT NOT NULL, NroRaiz INTEGER NOT NULL, "
-        "Versao INTEGER NOT NULL, Entidade TEXT NOT NULL, NroEntidade INTEGER NOT NULL, Acao TEXT NOT NULL, "
-        "Antes TEXT, Depois TEXT NOT NULL)",
-        "CREATE INDEX HISTORICO_Raiz ON HISTORICO (Raiz, NroRaiz, Versao)",
-        "CREATE INDEX HISTORICO_Entidade ON HISTORICO (Entidade, NroEntidade)",
-
-        Proibe("UPDATE", "DOCUMENTO"),
-        Proibe("UPDATE", "HISTORICO"),
-    };
-    for (const char *tabela : TabelasQueFicam) {
-        m.push_back(Proibe("DELETE", tabela));
+QString Nomes(const std::vector<std::string_view> &colunas, const QString &entre = ", ",
+              const QString &modelo = QString("%1"))
+{
+    QStringList nomes;
+    for (const std::string_view coluna : colunas) {
+        nomes.push_back(modelo.arg(Tx(coluna)));
     }
-    return m;
+    return nomes.join(entre);
+}
+
+// What the database itself demands of the column's values.
+QString Exigencia(const Esquema::Coluna &coluna)
+{
+    // The day of the calendar that these digits name, where the engine alone would answer the 31st of February.
+    const auto dia = [](const QString &numero) {
+        return QString("%1 IS CAST(strftime('%Y%m%d', printf('%04d-%02d-%02d', %1 / 10000, %1 / 100 % 100, %1 % 100), "
+                       "'+0 days') AS INTEGER)")
+            .replace("%1", numero);
+    };
+    const QString nome = Tx(coluna.Nome);
+    const QString faixa = QString(" BETWEEN %1 AND %2").arg(coluna.De).arg(coluna.Ate);
+    switch (coluna.Tipo) {
+    case Esquema::Forma::Texto:
+        return "length(" + nome + ")" + faixa + " AND instr(" + nome + ", char(0)) = 0";
+    case Esquema::Forma::Octetos:
+        return "length(" + nome + ")" + faixa;
+    case Esquema::Forma::Dia:
+        return dia(nome);
+    case Esquema::Forma::Momento:
+        return dia("(" + nome + " / 1000000)") +
+               QString(" AND %1 / 10000 % 100 BETWEEN 0 AND 23 AND %1 / 100 % 100 BETWEEN 0 AND 59 "
+                       "AND %1 % 100 BETWEEN 0 AND 59")
+                   .replace("%1", nome);
+    case Esquema::Forma::Hora:
+        return QString("%1 BETWEEN 0 AND 2359 AND %1 % 100 BETWEEN 0 AND 59").replace("%1", nome);
+    default:
+        return nome + faixa;
+    }
+}
+
+QString DeclaraColuna(const Esquema::Tabela &tabela, const Esquema::Coluna &coluna)
+{
+    const bool texto = coluna.Tipo == Esquema::Forma::Texto;
+    QString declarada = Tx(coluna.Nome) + (texto                                    ? " TEXT"
+                                           : coluna.Tipo == Esquema::Forma::Octetos ? " BLOB"
+                                                                                    : " INTEGER");
+    declarada += &coluna == &tabela.Chave() ? " PRIMARY KEY" : coluna.Nula ? "" : " NOT NULL";
+    declarada += " CONSTRAINT " + Tx(tabela.Nome) + "_" + Tx(coluna.Nome) + " CHECK (" + Exigencia(coluna) + ")";
+    return coluna.Referencia.empty() ? declarada : declarada + " REFERENCES " + Tx(coluna.Referencia);
+}
+
+QString DeclaraTabela(const Esquema::Tabela &tabela)
+{
+    QStringList partes;
+    for (const Esquema::Coluna &coluna : tabela.Colunas) {
+        partes.push_back(DeclaraColuna(tabela, coluna));
+    }
+    for (const Esquema::Unica &unica : tabela.Unicas) {
+        if (unica.Onde.empty()) {
+            partes.push_back("UNIQUE (" + Nomes(unica.Colunas) + ")");
+        }
+    }
+    for (const Esquema::Condicao &condicao : tabela.Condicoes) {
+        partes.push_back("CONSTRAINT " + Tx(tabela.Nome) + "_" + Tx(condicao.Nome) + " CHECK (" +
+                         Tx(condicao.Expressao) + ")");
+    }
+    return "CREATE TABLE " + Tx(tabela.Nome) + " (" + partes.join(", ") + ") STRICT";
+}
+
+QString Guarda(const Esquema::Tabela &tabela, const QString &nome, const QString &quando, const QString &condicao,
+               const QString &motivo)
+{
+    return "CREATE TRIGGER " + Tx(tabela.Nome) + "_" + nome + " BEFORE " + quando + " ON " + Tx(tabela.Nome) +
+           (condicao.isEmpty() ? QString() : " WHEN " + condicao) + " BEGIN SELECT RAISE(ABORT, '" + motivo + "'); END";
+}
+
+// Whether another row has already what may not be twice.
+QString Repetida(const Esquema::Tabela &tabela, const Esquema::Unica &unica)
+{
+    const QString nova = unica.Onde.empty() ? QString() : "NEW." + Tx(unica.Onde) + " AND ";
+    const QString outra = unica.Onde.empty() ? QString() : " AND o." + Tx(unica.Onde);
+    return "(" + nova + "EXISTS (SELECT 1 FROM " + Tx(tabela.Nome) + " o WHERE " +
+           Nomes(unica.Colunas, " AND ", "o.%1 = NEW.%1") + outra + " AND o." + Tx(tabela.Chave().Nome) +
+           " IS NOT NEW." + Tx(tabela.Chave().Nome) + "))";
+}
+
+// The last one made is the first one asked, so that what tells most comes last. Replacement on conflict erases without
+// the guards of erasing, unless the connection asks for them: so nothing may come in over what is there.
+QStringList Guardas(const Esquema::Tabela &tabela)
+{
+    const QString nome = Tx(tabela.Nome);
+    const QString chave = Tx(tabela.Chave().Nome);
+    QStringList repetidas;
+    for (const Esquema::Unica &unica : tabela.Unicas) {
+        repetidas.push_back(Repetida(tabela, unica));
+    }
+    const QString mesmaChave = "EXISTS (SELECT 1 FROM " + nome + " o WHERE o." + chave + " = NEW." + chave + ")";
+    QStringList guardas;
+    for (const Esquema::Guarda &guarda : tabela.Guardas) {
+        guardas.push_back(Guarda(tabela, Tx(guarda.Nome), Tx(guarda.Quando), Tx(guarda.Condicao), Tx(guarda.Motivo)));
+    }
+    guardas.push_back(Guarda(tabela, "SEM_DELETE", "DELETE", "", nome + "_SEM_DELETE"));
+    guardas.push_back(Guarda(tabela, "SEM_REPETIR", "INSERT", (QStringList{mesmaChave} + repetidas).join(" OR "),
+                             nome + "_REPETIDO"));
+    if (tabela.SoInclui) {
+        guardas.push_back(Guarda(tabela, "SEM_UPDATE", "UPDATE", "", nome + "_SEM_UPDATE"));
+        return guardas;
+    }
+    if (!repetidas.isEmpty()) {
+        guardas.push_back(Guarda(tabela, "SEM_REPETIR_AO_MUDAR", "UPDATE", repetidas.join(" OR "), nome + "_REPETIDO"));
+    }
+    std::vector<std::string_view> fixas = tabela.Fixas;
+    fixas.insert(fixas.begin(), tabela.Chave().Nome);
+    guardas.push_back(Guarda(tabela, "FIXA", "UPDATE", Nomes(fixas, " OR ", "NEW.%1 IS NOT OLD.%1"), nome + "_FIXA"));
+    return guardas;
+}
+
+QStringList Declara(const Esquema::Tabela &tabela)
+{
+    QStringList comandos{DeclaraTabela(tabela)};
+    for (const Esquema::Unica &unica : tabela.Unicas) {
+        if (!unica.Onde.empty()) {
+            comandos.push_back("CREATE UNIQUE INDEX " + Tx(tabela.Nome) + "_" + Nomes(unica.Colunas, "_") + " ON " +
+                               Tx(tabela.Nome) + " (" + Nomes(unica.Colunas) + ") WHERE " + Tx(unica.Onde));
+        }
+    }
+    for (const Esquema::Indice &indice : tabela.Indices) {
+        comandos.push_back("CREATE INDEX " + Tx(indice.Nome) + " ON " + Tx(tabela.Nome) + " (" + Tx(indice.Colunas) +
+                           ")");
+    }
+    return comandos + Guardas(tabela);
+}
+
+// The registry is told by its mark; one of version 1, which had none, by its tables.
+void ConfereQueERegistro(QSqlQuery &comando)
+{
+    if (!comando.exec("PRAGMA application_id") || !comando.next()) {
+        return; // what is no database at all is told by what comes next
+    }
+    if (comando.value(0).toInt() == Esquema::Aplicacao) {
+        return;
+    }
+    if (comando.value(0).toInt() == 0 &&
+        comando.exec("SELECT COUNT(*) FROM sqlite_master WHERE type = 'table' AND name IN ('ESQUEMA', 'EQUIPAMENTO', "
+                     "'AFERICAO', 'HISTORICO')") &&
+        comando.next() && comando.value(0).toInt() == 4) {
+        return;
+    }
+    throw ErroSql(MotivoSql::Estranho, "");
 }
 
 } // namespace
 
-void DialetoSQLite::Abre(const QString &conexao, const std::string &onde) const
+void DialetoSQLite::Abre(const QString &conexao, const std::string &onde, Abertura abertura) const
 {
+    const QFileInfo arquivo(QString::fromStdString(onde));
+    if (abertura == Abertura::Nova && (arquivo.exists() || arquivo.isSymLink())) {
+        throw ErroSql(MotivoSql::JaExiste, onde);
+    }
+    if (abertura == Abertura::Existente && !arquivo.exists()) {
+        throw ErroSql(MotivoSql::Ausente, onde);
+    }
+    if (abertura == Abertura::Existente && arquivo.size() == 0) {
+        throw ErroSql(MotivoSql::Vazio, onde);
+    }
     QSqlDatabase banco = QSqlDatabase::addDatabase("QSQLITE", conexao);
     if (!banco.isValid()) {
         throw ErroSql(MotivoSql::Outro, "falta o componente do SQLite");
     }
-    banco.setDatabaseName(QString::fromStdString(onde));
-    banco.setConnectOptions("QSQLITE_BUSY_TIMEOUT=5000");
+    // By the mode in the address an absent file is not made, not even if it goes away at this moment.
+    banco.setDatabaseName(QString::fromUtf8(QUrl::fromLocalFile(arquivo.absoluteFilePath()).toEncoded()) +
+                          (abertura == Abertura::Nova ? "?mode=rwc" : "?mode=rw"));
+    banco.setConnectOptions("QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=5000");
     if (!banco.open()) {
         throw Erro(banco.lastError());
     }
@@ -142,6 +213,9 @@ void DialetoSQLite::Abre(const QString &conexao, const std::string &onde) const
         throw ErroSql(MotivoSql::SoLeitura, "attempt to write a readonly database");
     }
     QSqlQuery comando(banco);
+    if (abertura == Abertura::Existente) {
+        ConfereQueERegistro(comando);
+    }
     for (int tentativa = 1; !comando.exec("PRAGMA journal_mode = WAL"); ++tentativa) {
         const ErroSql erro = Erro(comando.lastError());
         if (erro.Motivo != MotivoSql::Ocupado || tentativa == TentativasDeAbrir) {
@@ -207,7 +281,10 @@ ErroSql DialetoSQLite::Erro(const QSqlError &erro) const
         return ErroSql(MotivoSql::Acesso, detalhe);
     case SQLITE_CONSTRAINT:
         if (codigo == SQLITE_CONSTRAINT_TRIGGER) {
-            return ErroSql(MotivoSql::Regra, detalhe);
+            return ErroSql(detalhe.ends_with("_REPETIDO") ? MotivoSql::Unicidade : MotivoSql::Regra, detalhe);
+        }
+        if (codigo == SQLITE_CONSTRAINT_CHECK) {
+            return ErroSql(MotivoSql::Coluna, detalhe);
         }
         if (codigo == SQLITE_CONSTRAINT_UNIQUE || codigo == SQLITE_CONSTRAINT_PRIMARYKEY) {
             return ErroSql(MotivoSql::Unicidade, detalhe);
@@ -218,9 +295,35 @@ ErroSql DialetoSQLite::Erro(const QSqlError &erro) const
     }
 }
 
+std::vector<QString> DialetoSQLite::Esquema() const
+{
+    std::vector<QString> comandos{QString("PRAGMA application_id = %1").arg(mesa::Esquema::Aplicacao)};
+    for (const mesa::Esquema::Tabela &tabela : mesa::Esquema::Tabelas()) {
+        const QStringList dela = Declara(tabela);
+        comandos.insert(comandos.end(), dela.begin(), dela.end());
+    }
+    return comandos;
+}
+
 std::vector<Migracao> DialetoSQLite::Migracoes() const
 {
-    return {Versao1()};
+    return {ParaVersao2(Esquema())};
+}
+
+// Tables that refer to a renamed one go on referring to its name, which the rebuilt one takes.
+std::vector<QString> DialetoSQLite::AntesDeMigrar() const
+{
+    return {"PRAGMA foreign_keys = OFF", "PRAGMA legacy_alter_table = ON"};
+}
+
+std::vector<QString> DialetoSQLite::DepoisDeMigrar() const
+{
+    return {"PRAGMA legacy_alter_table = OFF", "PRAGMA foreign_keys = ON"};
+}
+
+QString DialetoSQLite::ReferenciasPartidas() const
+{
+    return "SELECT \"table\", rowid, parent FROM pragma_foreign_key_check";
 }
 
 } // namespace mesa

@@ -1,5 +1,8 @@
 #include "desk/services/ErroSql.h"
 
+#include "desk/services/Esquema.h"
+#include "desk/services/NomesCampos.h"
+
 namespace mesa {
 
 namespace {
@@ -11,6 +14,10 @@ std::int32_t NumeroDo(MotivoSql motivo)
         return NumeroFalha::DiscoCheio;
     case MotivoSql::SoLeitura:
         return NumeroFalha::PermissaoNegada;
+    case MotivoSql::Ausente:
+        return NumeroFalha::ArquivoNaoEncontrado;
+    case MotivoSql::JaExiste:
+        return NumeroFalha::ArquivoJaExiste;
     case MotivoSql::Ocupado:
     case MotivoSql::NaoGravou:
     case MotivoSql::ForaDoLugar:
@@ -19,6 +26,21 @@ std::int32_t NumeroDo(MotivoSql motivo)
     default:
         return NumeroFalha::ErroInterno;
     }
+}
+
+// The database names the restriction that refused, which is named after the table and the column.
+std::string FraseDaColuna(const std::string &detalhe)
+{
+    for (const Esquema::Tabela &tabela : Esquema::Tabelas()) {
+        for (const Esquema::Coluna &coluna : tabela.Colunas) {
+            if (detalhe.ends_with(": " + std::string(tabela.Nome) + "_" + std::string(coluna.Nome))) {
+                return "O campo \"" + NomeDoCampo(coluna.Nome) +
+                       "\" veio com um valor que não pode ser gravado. Nada foi "
+                       "gravado.";
+            }
+        }
+    }
+    return "O banco de dados não aceitou a operação (" + detalhe + ").";
 }
 
 std::string FraseDo(MotivoSql motivo, const std::string &detalhe)
@@ -38,6 +60,16 @@ std::string FraseDo(MotivoSql motivo, const std::string &detalhe)
         return "Outra estação está gravando no registro há muito tempo. Nada foi gravado: tente de novo.";
     case MotivoSql::Danificado:
         return "O arquivo do registro está danificado ou não é um registro (" + detalhe + ").";
+    case MotivoSql::Ausente:
+        return "O registro não foi encontrado em " + detalhe + ".";
+    case MotivoSql::Vazio:
+        return "O arquivo " + detalhe + " está vazio: não é um registro.";
+    case MotivoSql::Estranho:
+        return "O arquivo é um banco de dados de outro programa: não é um registro de equipamentos.";
+    case MotivoSql::JaExiste:
+        return "Já existe o arquivo " + detalhe + ": um registro novo não é criado por cima dele.";
+    case MotivoSql::Coluna:
+        return FraseDaColuna(detalhe);
     case MotivoSql::Acesso:
         return "Não foi possível ler ou gravar o arquivo do registro (" + detalhe + ").";
     default:

@@ -1,10 +1,14 @@
 #include "desk/services/Historico.h"
 
 #include "desk/services/Calendario.h"
+#include "desk/services/Esquema.h"
 #include "desk/services/NomesCampos.h"
+#include "desk/services/Resumo.h"
 #include "host/Conversoes.h"
 
 #include <QJsonDocument>
+#include <QStringList>
+#include <QtEndian>
 
 #include <algorithm>
 #include <vector>
@@ -14,6 +18,67 @@ namespace mesa {
 namespace {
 
 constexpr std::size_t MaisNomes = 6; // named in a sentence; the others are counted
+
+// What the hashes are made over begins with the version of the way in which they are made, and with what they are for.
+constexpr char VersaoDoElo = 1;
+constexpr std::string_view DominioDaOrigem = "registro de equipamentos: origem do historico";
+constexpr std::string_view DominioDoElo = "registro de equipamentos: entrada do historico";
+
+enum class Presenca : char { Falta = 0, Ha = 1 };
+
+void Junta(QByteArray &tudo, const QByteArray &campo)
+{
+    const quint64 tamanho = qToBigEndian(static_cast<quint64>(campo.size()));
+    tudo.append(static_cast<char>(Presenca::Ha));
+    tudo.append(reinterpret_cast<const char *>(&tamanho), sizeof tamanho);
+    tudo.append(campo);
+}
+
+void Junta(QByteArray &tudo, const QVariant &campo)
+{
+    if (campo.isNull()) {
+        tudo.append(static_cast<char>(Presenca::Falta));
+    } else {
+        Junta(tudo, campo.toString().toUtf8());
+    }
+}
+
+QByteArray Inicio(std::string_view dominio)
+{
+    QByteArray tudo(1, VersaoDoElo);
+    Junta(tudo, QByteArray(dominio.data(), static_cast<qsizetype>(dominio.size())));
+    return tudo;
+}
+
+bool EhSegredo(std::string_view coluna)
+{
+    return coluna == "Senha" || coluna == "ChaveSecreta";
+}
+
+const Esquema::Tabela &Historiada(const std::string &tabela)
+{
+    return *Esquema::Acha(tabela);
+}
+
+std::vector<const Esquema::Coluna *> Retratadas(const Esquema::Tabela &tabela)
+{
+    std::vector<const Esquema::Coluna *> colunas;
+    for (const Esquema::Coluna &coluna : tabela.Colunas) {
+        if (coluna.Tipo != Esquema::Forma::Octetos) {
+            colunas.push_back(&coluna);
+        }
+    }
+    return colunas;
+}
+
+QString NomesDas(const std::vector<const Esquema::Coluna *> &colunas)
+{
+    QStringList nomes;
+    for (const Esquema::Coluna *coluna : colunas) {
+        nomes.push_back(QString::fromUtf8(coluna->Nome.data(), static_cast<qsizetype>(coluna->Nome.size())));
+    }
+    return nomes.join(", ");
+}
 
 QString TextoJson(const QJsonObject &objeto)
 {
@@ -74,37 +139,147 @@ std::string Frase(const Autoria &autoria)
 
 } // namespace
 
-void Historico::Registra(std::int64_t quando, std::int32_t operador, const Mudanca &mudanca, const QJsonObject &antes,
-                         const QJsonObject &depois)
+QString Historico::ColunasDoRetrato(const std::string &tabela)
 {
-    m_Banco.Insere("HISTORICO",
-                   {{"Quando", qlonglong(quando)},
-                    {"Operador", operador == 0 ? QVariant(QMetaType::fromType<qlonglong>()) : QVariant(operador)},
-                    {"Raiz", Q(mudanca.Raiz)},
-                    {"NroRaiz", qlonglong(mudanca.NroRaiz)},
-                    {"Versao", qlonglong(mudanca.Versao)},
-                    {"Entidade", Q(mudanca.Entidade)},
-                    {"NroEntidade", qlonglong(mudanca.NroEntidade)},
-                    {"Acao", Q(mudanca.Acao)},
-                    {"Antes", antes.isEmpty() ? QVariant(QMetaType::fromType<QString>()) : QVariant(TextoJson(antes))},
-                    {"Depois", TextoJson(depois)}});
+    return NomesDas(Retratadas(Historiada(tabela)));
+}
+
+std::string Historico::RetratoDe(const std::string &tabela, const Consulta &linha, int primeira)
+{
+    QJsonObject retrato;
+    for (const Esquema::Coluna *coluna : Retratadas(Historiada(tabela))) {
+        const QVariant valor = linha.Valor(primeira++);
+        retrato.insert(QString::fromUtf8(coluna->Nome.data(), static_cast<qsizetype>(coluna->Nome.size())),
+                       EhSegredo(coluna->Nome) ? QJsonValue(Q(Resumo(valor.toString().toUtf8())))
+                                               : QJsonValue::fromVariant(valor));
+    }
+    return TextoJson(retrato).toStdString();
+}
+
+std::string Historico::Retrato(Banco &banco, const std::string &tabela, std::int64_t chave)
+{
+    Consulta linha(banco,
+                   "SELECT " + ColunasDoRetrato(tabela) + " FROM " + Q(tabela) + " WHERE " +
+                       Q(std::string(Historiada(tabela).Chave().Nome)) + " = ?",
+                   {qlonglong(chave)});
+    return linha.Proxima() ? RetratoDe(tabela, linha, 0) : "";
+}
+
+std::string Historico::Origem(const std::string &identificador)
+{
+    QByteArray tudo = Inicio(DominioDaOrigem);
+    Junta(tudo, QByteArray::fromStdString(identificador));
+    return Resumo(tudo);
+}
+
+std::string Historico::Encadeia(const std::string &anterior, std::int64_t nro, const QVariantList &campos)
+{
+    QByteArray tudo = Inicio(DominioDoElo);
+    Junta(tudo, QByteArray::fromStdString(anterior));
+    Junta(tudo, QByteArray::number(qlonglong(nro)));
+    for (const QVariant &campo : campos) {
+        Junta(tudo, campo);
+    }
+    return Resumo(tudo);
+}
+
+QString Historico::ColunasDoElo()
+{
+    std::vector<const Esquema::Coluna *> colunas = Retratadas(Historiada("HISTORICO"));
+    return NomesDas({colunas.begin() + 1, colunas.end() - 1});
+}
+
+Historico::Cabeca Historico::Fim() const
+{
+    Cabeca cabeca;
+    {
+        Consulta ultima(m_Banco, "SELECT Nro, Elo, Quando, Fuso FROM HISTORICO ORDER BY Nro DESC LIMIT 1");
+        if (ultima.Proxima()) {
+            return {ultima.Inteiro(0), ultima.Texto(1), ultima.Inteiro(2), !ultima.Valor(3).isNull()};
+        }
+    }
+    Consulta registro(m_Banco, "SELECT Identificador FROM REGISTRO");
+    registro.Proxima();
+    cabeca.Elo = Origem(registro.Texto(0));
+    return cabeca;
+}
+
+void Historico::Acrescenta(const QVariantList &campos)
+{
+    const Cabeca fim = Fim();
+    const QStringList nomes = ColunasDoElo().split(", ");
+    Celulas celulas{{"Nro", qlonglong(fim.Tamanho + 1)}};
+    const std::vector<std::string> colunas = [&] {
+        std::vector<std::string> textos;
+        for (const QString &nome : nomes) {
+            textos.push_back(nome.toStdString());
+        }
+        return textos;
+    }();
+    for (std::size_t n = 0; n < colunas.size(); ++n) {
+        celulas.push_back({colunas[n], campos[static_cast<qsizetype>(n)]});
+    }
+    celulas.push_back({"Elo", Q(Encadeia(fim.Elo, fim.Tamanho + 1, campos))});
+    m_Banco.Insere("HISTORICO", celulas);
+}
+
+void Historico::Acrescenta(const Instante &agora, std::int32_t operador, const Mudanca &mudanca, const QVariant &antes,
+                           const std::string &depois)
+{
+    const std::int64_t quando = agora.Utc();
+    const auto poe = [&](const Mudanca &m, const QVariant &de, const std::string &para) {
+        Acrescenta({qlonglong(quando), agora.Fuso,
+                    operador == 0 ? QVariant(QMetaType::fromType<qlonglong>()) : QVariant(operador), Q(m.Raiz),
+                    qlonglong(m.NroRaiz), qlonglong(m.Versao), Q(m.Entidade), qlonglong(m.NroEntidade), Q(m.Acao),
+                    m.Motivo.empty() ? QVariant(QMetaType::fromType<QString>()) : QVariant(Q(m.Motivo)), de, Q(para)});
+    };
+    const Cabeca fim = Fim();
+    if (fim.ComFuso && quando < fim.Quando) {
+        const QJsonObject volta{{"Ultimo", qlonglong(fim.Quando)}, {"Agora", qlonglong(quando)}};
+        poe({"RELOGIO", 0, 0, "RELOGIO", 0, "volta"}, QVariant(QMetaType::fromType<QString>()),
+            TextoJson(volta).toStdString());
+    }
+    poe(mudanca, antes, depois);
+}
+
+void Historico::Registra(const Instante &agora, std::int32_t operador, const Mudanca &mudanca)
+{
+    QVariant antes(QMetaType::fromType<QString>());
+    {
+        Consulta anterior(
+            m_Banco, "SELECT Depois FROM HISTORICO WHERE Entidade = ? AND NroEntidade = ? ORDER BY Nro DESC LIMIT 1",
+            {Q(mudanca.Entidade), qlonglong(mudanca.NroEntidade)});
+        if (anterior.Proxima()) {
+            antes = anterior.Valor(0);
+        }
+    }
+    Acrescenta(agora, operador, mudanca, antes, Retrato(m_Banco, mudanca.Entidade, mudanca.NroEntidade));
+}
+
+void Historico::RegistraFato(const Instante &agora, std::int32_t operador, const Mudanca &mudanca,
+                             const QJsonObject &dados)
+{
+    Acrescenta(agora, operador, mudanca, QVariant(QMetaType::fromType<QString>()), TextoJson(dados).toStdString());
 }
 
 std::string Historico::Mudancas(Raiz raiz, std::int32_t numero, std::int64_t depoisDaVersao) const
 {
     std::vector<Autoria> autorias;
-    Consulta linhas(m_Banco,
-                    "SELECT u.Nome, h.Quando, h.Entidade, h.Acao, h.Antes, h.Depois FROM HISTORICO h "
-                    "JOIN USUARIO u ON u.Numero = h.Operador "
-                    "WHERE h.Raiz = ? AND h.NroRaiz = ? AND h.Versao > ? ORDER BY h.Versao, h.Nro",
-                    {Q(Nome(raiz)), numero, qlonglong(depoisDaVersao)});
+    Consulta linhas(
+        m_Banco,
+        "SELECT u.Nome, h.Quando, COALESCE(h.Fuso, 0), h.Entidade, h.Acao, h.Antes, h.Depois FROM HISTORICO h "
+        "JOIN USUARIO u ON u.Numero = h.Operador "
+        "WHERE h.Raiz = ? AND h.NroRaiz = ? AND h.Versao > ? ORDER BY h.Versao, h.Nro",
+        {Q(Nome(raiz)), numero, qlonglong(depoisDaVersao)});
     while (linhas.Proxima()) {
-        const std::string quem = "por " + linhas.Texto(0) + " em " + TextoDoMomento(linhas.Inteiro(1));
+        const std::string quem =
+            "por " + linhas.Texto(0) + " em " +
+            TextoDoMomento(MaisMinutos(linhas.Inteiro(1), static_cast<std::int32_t>(linhas.Inteiro(2))));
         if (autorias.empty() || autorias.back().Quem != quem) {
             autorias.push_back({quem, {}});
         }
         for (std::string &nome :
-             Nomes(Nome(raiz), linhas.Texto(2), linhas.Texto(3), LeJson(linhas.Texto(4)), LeJson(linhas.Texto(5)))) {
+             Nomes(Nome(raiz), linhas.Texto(3), linhas.Texto(4), LeJson(linhas.Texto(5)), LeJson(linhas.Texto(6)))) {
             std::vector<std::string> &oQue = autorias.back().OQue;
             if (std::find(oQue.begin(), oQue.end(), nome) == oQue.end()) {
                 oQue.push_back(std::move(nome));
@@ -120,11 +295,15 @@ std::string Historico::Mudancas(Raiz raiz, std::int32_t numero, std::int64_t dep
 
 std::string Historico::Ultima(const std::string &entidade, std::int64_t numero) const
 {
-    Consulta linha(m_Banco,
-                   "SELECT u.Nome, h.Quando FROM HISTORICO h JOIN USUARIO u ON u.Numero = h.Operador "
-                   "WHERE h.Entidade = ? AND h.NroEntidade = ? ORDER BY h.Nro DESC LIMIT 1",
-                   {Q(entidade), qlonglong(numero)});
-    return linha.Proxima() ? "por " + linha.Texto(0) + " em " + TextoDoMomento(linha.Inteiro(1)) : "";
+    Consulta linha(
+        m_Banco,
+        "SELECT u.Nome, h.Quando, COALESCE(h.Fuso, 0) FROM HISTORICO h JOIN USUARIO u ON u.Numero = h.Operador "
+        "WHERE h.Entidade = ? AND h.NroEntidade = ? ORDER BY h.Nro DESC LIMIT 1",
+        {Q(entidade), qlonglong(numero)});
+    return linha.Proxima()
+               ? "por " + linha.Texto(0) + " em " +
+                     TextoDoMomento(MaisMinutos(linha.Inteiro(1), static_cast<std::int32_t>(linha.Inteiro(2))))
+               : "";
 }
 
 std::string Historico::Nome(Raiz raiz)

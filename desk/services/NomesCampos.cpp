@@ -1,5 +1,7 @@
 #include "desk/services/NomesCampos.h"
 
+#include <QStringList>
+
 #include <map>
 
 namespace mesa {
@@ -47,9 +49,12 @@ const std::map<std::string_view, std::string_view> Nomes = {
     {"txtObsNotif", "observação da notificação"},
 };
 
-bool EhDeAutoria(const QString &membro)
+// Who changed it and when, and what the services make of the other members.
+bool EhDoServico(const QString &membro)
 {
-    return membro == "ClienteTrans" || membro == "OperadorTrans" || membro == "DataTrans" || membro == "HoraTrans";
+    static const QStringList doServico = {"ClienteTrans", "OperadorTrans",  "DataTrans", "HoraTrans", "CodigoChave",
+                                          "CodigoBusca",  "SubCodigoBusca", "TrabFoto",  "Versao"};
+    return doServico.contains(membro);
 }
 
 } // namespace
@@ -64,7 +69,7 @@ std::vector<std::string> CamposDiferentes(const QJsonObject &antes, const QJsonO
 {
     std::vector<std::string> diferentes;
     for (auto membro = depois.begin(); membro != depois.end(); ++membro) {
-        if (!EhDeAutoria(membro.key()) && antes.value(membro.key()) != membro.value()) {
+        if (!EhDoServico(membro.key()) && antes.value(membro.key()) != membro.value()) {
             diferentes.push_back(NomeDoCampo(membro.key().toStdString()));
         }
     }

@@ -1,16 +1,15 @@
 #include "desk/services/Operacao.h"
 
-#include "desk/services/Calendario.h"
 #include "desk/services/Historico.h"
 #include "desk/services/Permissoes.h"
 #include "desk/services/Recusa.h"
 
 namespace mesa {
 
-Operacao::Operacao(Banco &banco, const Operador &quem, Data agora, const VersoesLidas &lidas)
+Operacao::Operacao(Banco &banco, const Operador &quem, const Instante &agora, const VersoesLidas &lidas)
     : m_Banco(banco),
       m_Quem(quem),
-      m_Quando(Momento(agora)),
+      m_Agora(agora),
       m_Lidas(lidas)
 {
 }

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "desk/services/Banco.h"
+#include "desk/services/Instante.h"
 #include "desk/services/SessaoServico.h"
-#include "host/Data.h"
 
 #include <cstdint>
 #include <map>
@@ -22,11 +22,11 @@ using VersoesLidas = std::map<std::pair<Raiz, std::int32_t>, std::int64_t>;
 // is confirmed.
 class Operacao {
   public:
-    Operacao(Banco &banco, const Operador &quem, Data agora, const VersoesLidas &lidas);
+    Operacao(Banco &banco, const Operador &quem, const Instante &agora, const VersoesLidas &lidas);
 
     Banco &Dados() const { return m_Banco; }
     const Operador &Quem() const { return m_Quem; }
-    std::int64_t Quando() const { return m_Quando; }
+    const Instante &Agora() const { return m_Agora; }
 
     // Refuses who lacks the permission for the action ("" looks, "I", "A", "E"). oQue: what was tried, for the refusal,
     // as "alterar equipamentos".
@@ -46,7 +46,7 @@ class Operacao {
   private:
     Banco &m_Banco;
     const Operador &m_Quem;
-    std::int64_t m_Quando;
+    Instante m_Agora;
     const VersoesLidas &m_Lidas;
     VersoesLidas m_Novas;
 };

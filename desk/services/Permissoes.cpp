@@ -7,7 +7,7 @@ bool Permissoes::Tem(Banco &banco, std::int32_t operador, const std::string &sis
 {
     Consulta achada(banco,
                     "SELECT 1 FROM PERMISSAO p JOIN USUARIO u ON u.Numero = p.Numero AND u.Ativo = 1 "
-                    "WHERE p.Numero = ? AND p.Sistema = ? AND p.Objeto = ? AND p.Acao = ?",
+                    "WHERE p.Ativo = 1 AND p.Numero = ? AND p.Sistema = ? AND p.Objeto = ? AND p.Acao = ?",
                     {operador, Q(sistema), Q(objeto), Q(acao)});
     return achada.Proxima();
 }

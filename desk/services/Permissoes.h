@@ -12,6 +12,7 @@ namespace Permissoes {
 
 inline const std::string Sistema = "NAB";
 inline const std::string Objeto = "VOR-EQP-CS";
+inline const std::string ObjetoAdministracao = "VOR-EQP-ADM";
 
 // Whether an active user has the permission.
 bool Tem(Banco &banco, std::int32_t operador, const std::string &sistema, const std::string &objeto,

@@ -3,11 +3,10 @@
 #include "desk/services/Conferencia.h"
 #include "desk/services/Historico.h"
 #include "desk/services/Recusa.h"
+#include "desk/services/Resumo.h"
 #include "host/Conversoes.h"
 
 #include <QByteArray>
-#include <QCryptographicHash>
-#include <QJsonObject>
 
 #include <algorithm>
 #include <cmath>
@@ -18,11 +17,6 @@ namespace mesa {
 namespace {
 
 constexpr qsizetype Margem = 1024; // bytes at each end in which a PDF has its marks
-
-QString Sha256(const QByteArray &conteudo)
-{
-    return QString::fromLatin1(QCryptographicHash::hash(conteudo, QCryptographicHash::Sha256).toHex());
-}
 
 void ConferePDF(const QByteArray &conteudo)
 {
@@ -48,19 +42,19 @@ double ServicoDocumentos::Guarda(const Bytes &bytes)
     const auto conteudo =
         QByteArray::fromRawData(reinterpret_cast<const char *>(bytes.data()), static_cast<qsizetype>(bytes.size()));
     ConferePDF(conteudo);
-    const QString soma = Sha256(conteudo);
+    const QString soma = Q(Resumo(conteudo));
     const Operador &quem = m_Operacao.Quem();
     const std::int64_t numero = m_Operacao.Dados()
                                     .Insere("DOCUMENTO", {{"ClienteInc", Q(quem.Cliente)},
                                                           {"Tamanho", conteudo.size()},
                                                           {"Sha256", soma},
-                                                          {"Quando", qlonglong(m_Operacao.Quando())},
+                                                          {"Quando", qlonglong(m_Operacao.Agora().Utc())},
+                                                          {"Fuso", m_Operacao.Agora().Fuso},
                                                           {"Operador", quem.Numero},
                                                           {"Conteudo", conteudo}})
                                     .NumeroNovo();
     Historico(m_Operacao.Dados())
-        .Registra(m_Operacao.Quando(), quem.Numero, {"DOCUMENTO", numero, 1, "DOCUMENTO", numero, "inclui"}, {},
-                  QJsonObject{{"ClienteInc", Q(quem.Cliente)}, {"Tamanho", conteudo.size()}, {"Sha256", soma}});
+        .Registra(m_Operacao.Agora(), quem.Numero, {"DOCUMENTO", numero, 1, "DOCUMENTO", numero, "inclui"});
     return static_cast<double>(numero);
 }
 
@@ -76,7 +70,7 @@ Bytes ServicoDocumentos::Le(double numero)
                      m_Operacao.Quem().Cliente + ".");
     }
     const QByteArray conteudo = linha.Valor(2).toByteArray();
-    if (conteudo.size() != linha.Inteiro(0) || Sha256(conteudo).toStdString() != linha.Texto(1)) {
+    if (conteudo.size() != linha.Inteiro(0) || Resumo(conteudo) != linha.Texto(1)) {
         throw Recusa("O documento de número " + Conferencia::Numero(numero) +
                      " está danificado no registro: recupere-o de uma cópia de segurança.");
     }

@@ -110,7 +110,7 @@ Ref<EquiptoED> ServicoEquipamentos::Inclui(const EquiptoED &pedido)
 
     novo->NroIntEquip =
         static_cast<std::int32_t>(MapaRegistro::Insere(m_Operacao.Dados(), "EQUIPAMENTO", *novo, Derivados(*novo, 1)));
-    Registra("inclui", nullptr, *novo, 1);
+    Registra("inclui", novo->NroIntEquip, 1);
     ServicoSensores(m_Operacao, novo->NroIntEquip, 1).Grava(pedido.Sensores);
     return Completo(novo->NroIntEquip);
 }
@@ -145,9 +145,7 @@ void ServicoEquipamentos::Altera(const EquiptoED &pedido)
     }
     Assina(*novo);
     Atualiza(*novo, versao);
-    if (mudou) {
-        Registra("altera", gravado.Registro.Ponteiro(), *novo, versao);
-    }
+    Registra("altera", numero, versao);
     m_Operacao.Lembra(Raiz::Equipamento, numero, versao);
 }
 
@@ -200,24 +198,15 @@ void ServicoEquipamentos::DefineAtivo(const EquiptoED &pedido, std::uint8_t ativ
     Assina(*novo);
     const std::int64_t versao = gravado.Versao + 1;
     Atualiza(*novo, versao);
-    Registra(reativa ? "reativa" : "desativa", gravado.Registro.Ponteiro(), *novo, versao);
+    Registra(reativa ? "reativa" : "desativa", pedido.NroIntEquip, versao);
     m_Operacao.LembraAMinha(Raiz::Equipamento, pedido.NroIntEquip, gravado.Versao);
 }
 
 void ServicoEquipamentos::ConfereRegistro(const EquiptoED &e) const
 {
-    Conferencia::Obrigatorio("Codigo", e.Codigo);
-    Conferencia::Texto("Codigo", e.Codigo, 20);
-    Conferencia::Texto("SubCodigo", e.SubCodigo, 20);
-    Conferencia::Texto("Descricao", e.Descricao, 50);
-    Conferencia::Texto("Modelo", e.Modelo, 30);
-    Conferencia::Texto("ArquivoLayout", e.ArquivoLayout, 50);
-    Conferencia::Texto("txtObsNotif", e.txtObsNotif, 70);
-    Conferencia::Faixa("VelocPermitida", e.VelocPermitida, 0, 999);
-
     const Referencias &tabelas = Referencias::Tabelas();
     TipoDe(e);
-    Conferencia::Faixa("TipoAgente", e.TipoAgente, 1, 3);
+    Conferencia::Membros("EQUIPAMENTO", e);
     if (std::find(std::begin(TiposDeVia), std::end(TiposDeVia), e.TipoVia.Valor()) == std::end(TiposDeVia)) {
         throw Recusa("Não existe o tipo de via \"" + e.TipoVia.Valor() + "\".");
     }
@@ -269,8 +258,9 @@ void ServicoEquipamentos::Assina(EquiptoED &equipto) const
 {
     equipto.ClienteTrans = m_Operacao.Quem().Cliente;
     equipto.OperadorTrans = m_Operacao.Quem().Numero;
-    equipto.DataTrans = static_cast<std::int32_t>(m_Operacao.Quando() / 1000000);
-    equipto.HoraTrans = static_cast<std::int32_t>(m_Operacao.Quando() % 1000000);
+    const std::int64_t quando = Momento(m_Operacao.Agora().Local);
+    equipto.DataTrans = static_cast<std::int32_t>(quando / 1000000);
+    equipto.HoraTrans = static_cast<std::int32_t>(quando % 1000000);
 }
 
 void ServicoEquipamentos::Atualiza(const EquiptoED &equipto, std::int64_t versao)
@@ -278,14 +268,11 @@ void ServicoEquipamentos::Atualiza(const EquiptoED &equipto, std::int64_t versao
     MapaRegistro::Atualiza(m_Operacao.Dados(), "EQUIPAMENTO", equipto, Derivados(equipto, versao));
 }
 
-void ServicoEquipamentos::Registra(const char *acao, const EquiptoED *antes, const EquiptoED &depois,
-                                   std::int64_t versao)
+void ServicoEquipamentos::Registra(const char *acao, std::int32_t numero, std::int64_t versao)
 {
-    const std::int32_t numero = depois.NroIntEquip;
     Historico(m_Operacao.Dados())
-        .Registra(m_Operacao.Quando(), m_Operacao.Quem().Numero,
-                  {"EQUIPAMENTO", numero, versao, "EQUIPAMENTO", numero, acao},
-                  antes == nullptr ? QJsonObject() : MapaRegistro::Json(*antes), MapaRegistro::Json(depois));
+        .Registra(m_Operacao.Agora(), m_Operacao.Quem().Numero,
+                  {"EQUIPAMENTO", numero, versao, "EQUIPAMENTO", numero, acao});
 }
 
 } // namespace mesa

@@ -46,7 +46,7 @@ class ServicoEquipamentos {
     void DefineAtivo(const EquiptoED &pedido, std::uint8_t ativo);
     void Assina(EquiptoED &equipto) const;
     void Atualiza(const EquiptoED &equipto, std::int64_t versao);
-    void Registra(const char *acao, const EquiptoED *antes, const EquiptoED &depois, std::int64_t versao);
+    void Registra(const char *acao, std::int32_t numero, std::int64_t versao);
 
     Operacao &m_Operacao;
 };

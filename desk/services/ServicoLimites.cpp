@@ -218,7 +218,7 @@ template <class R> Ref<R> ServicoLimites::Inclui(const R &pedido)
     ConfereEquipamento(*novo);
     novo->NroInt =
         static_cast<std::int32_t>(MapaRegistro::Insere(m_Operacao.Dados(), Tabela<R>(), *novo, {{"Versao", 1}}));
-    Registra("inclui", {}, *novo, 1);
+    Registra<R>("inclui", novo->NroInt, 1);
     return novo;
 }
 
@@ -244,7 +244,7 @@ template <class R> Ref<R> ServicoLimites::Altera(const R &pedido)
     }
     const std::int64_t versao = gravado.Versao + 1;
     MapaRegistro::Atualiza(m_Operacao.Dados(), Tabela<R>(), *depois, {{"Versao", qlonglong(versao)}});
-    Registra("altera", MapaRegistro::Json(antes), *depois, versao);
+    Registra<R>("altera", pedido.NroInt, versao);
     m_Operacao.Lembra(Especie<R>::Raiz, pedido.NroInt, versao);
     return depois;
 }
@@ -260,7 +260,7 @@ template <class R> void ServicoLimites::Desativa(std::int32_t nroInt)
     depois->Ativo = Indicador::Nao;
     const std::int64_t versao = gravado.Versao + 1;
     MapaRegistro::Atualiza(m_Operacao.Dados(), Tabela<R>(), *depois, {{"Versao", qlonglong(versao)}});
-    Registra("desativa", MapaRegistro::Json(*gravado.Registro), *depois, versao);
+    Registra<R>("desativa", nroInt, versao);
     m_Operacao.LembraAMinha(Especie<R>::Raiz, nroInt, gravado.Versao);
 }
 
@@ -300,14 +300,11 @@ template <class R> void ServicoLimites::ConfereSobreposicao(const R &linha) cons
     }
 }
 
-template <class R>
-void ServicoLimites::Registra(const char *acao, const QJsonObject &antes, const R &depois, std::int64_t versao)
+template <class R> void ServicoLimites::Registra(const char *acao, std::int32_t numero, std::int64_t versao)
 {
     const std::string tabela = Tabela<R>();
-    const std::int32_t numero = depois.NroInt;
     Historico(m_Operacao.Dados())
-        .Registra(m_Operacao.Quando(), m_Operacao.Quem().Numero, {tabela, numero, versao, tabela, numero, acao}, antes,
-                  MapaRegistro::Json(depois));
+        .Registra(m_Operacao.Agora(), m_Operacao.Quem().Numero, {tabela, numero, versao, tabela, numero, acao});
 }
 
 } // namespace mesa

@@ -3,8 +3,6 @@
 #include "desk/services/Operacao.h"
 #include "host/EquiptoED.h"
 
-#include <QJsonObject>
-
 #include <cstdint>
 #include <string>
 
@@ -49,7 +47,7 @@ class ServicoLimites {
     template <class R> void ConfereSobreposicao(const R &linha) const;
     template <class R> void ConfereEquipamento(const R &linha) const;
     template <class R> void ConfereAtivo(const R &linha) const;
-    template <class R> void Registra(const char *acao, const QJsonObject &antes, const R &depois, std::int64_t versao);
+    template <class R> void Registra(const char *acao, std::int32_t numero, std::int64_t versao);
 
     Operacao &m_Operacao;
 };

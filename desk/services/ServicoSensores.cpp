@@ -99,11 +99,11 @@ bool ServicoSensores::GravaSensor(const SensorED &pedido)
     if (!existe) {
         depois->NroIntSensor = static_cast<std::int32_t>(
             MapaRegistro::Insere(m_Operacao.Dados(), "SENSOR", *depois, {{"NroIntEquip", m_NroIntEquip}}));
-        Registra("SENSOR", depois->NroIntSensor, {}, MapaRegistro::Json(*depois));
+        Registra("SENSOR", depois->NroIntSensor, false, depois->Ativo, depois->Ativo);
         mudou = true;
     } else if (MapaRegistro::Json(*antes) != MapaRegistro::Json(*depois)) {
         MapaRegistro::Atualiza(m_Operacao.Dados(), "SENSOR", *depois);
-        Registra("SENSOR", depois->NroIntSensor, MapaRegistro::Json(*antes), MapaRegistro::Json(*depois));
+        Registra("SENSOR", depois->NroIntSensor, true, antes->Ativo, depois->Ativo);
         mudou = true;
     }
     return GravaAfericoes(*depois, pedido.Afericoes) || mudou;
@@ -161,13 +161,13 @@ try {
     }
     if (pedida.Antes.Nada()) {
         depois.NroIntAfericao = static_cast<double>(MapaRegistro::Insere(
-            m_Operacao.Dados(), "AFERICAO", depois, {{"NroIntSensor", sensor.NroIntSensor.Valor()}}));
+            m_Operacao.Dados(), "AFERICAO", depois, {{"NroIntSensor", sensor.NroIntSensor.Valor()}, {"Versao", 1}}));
     } else {
         MapaRegistro::Atualiza(m_Operacao.Dados(), "AFERICAO", depois);
     }
     m_Gravadas.insert(std::llround(depois.NroIntAfericao.Valor()));
-    Registra("AFERICAO", std::llround(depois.NroIntAfericao.Valor()),
-             pedida.Antes.Nada() ? QJsonObject() : MapaRegistro::Json(*pedida.Antes), MapaRegistro::Json(depois));
+    Registra("AFERICAO", std::llround(depois.NroIntAfericao.Valor()), !pedida.Antes.Nada(),
+             pedida.Antes.Nada() ? depois.Ativo : pedida.Antes->Ativo, depois.Ativo);
 } catch (const ErroSql &erro) {
     if (erro.Motivo == MotivoSql::Regra) {
         RecusaSobreposta();
@@ -239,14 +239,7 @@ Ref<AfericaoED> ServicoSensores::AchaAfericao(const SensorED &sensor, double num
 
 void ServicoSensores::Confere(const SensorED &sensor, const SensorED *antes) const
 {
-    Conferencia::Faixa("NroSensor", sensor.NroSensor, 1, 999);
-    Conferencia::Texto("LocalInfr", sensor.LocalInfr, 80);
-    Conferencia::Texto("EndCompl", sensor.EndCompl, 50);
-    Conferencia::Texto("EndDescr", sensor.EndDescr, 80);
-    Conferencia::Texto("SentidoVia", sensor.SentidoVia, 50);
-    Conferencia::Faixa("CodLograd", sensor.CodLograd, 0, INT32_MAX);
-    Conferencia::Faixa("EndCep", sensor.EndCep, 0, 99999999);
-    Conferencia::Faixa("EndNro", sensor.EndNro, 0, INT32_MAX);
+    Conferencia::Membros("SENSOR", sensor);
     const std::int32_t logradouro = sensor.CodLograd;
     if (logradouro != 0 && (antes == nullptr || antes->CodLograd.Valor() != logradouro) &&
         !Referencias::Tabelas().TemLogradouro(logradouro)) {
@@ -256,11 +249,7 @@ void ServicoSensores::Confere(const SensorED &sensor, const SensorED *antes) con
 
 void ServicoSensores::Confere(const AfericaoED &afericao, const AfericaoED *antes) const
 {
-    Conferencia::Texto("Numero", afericao.Numero, 10);
-    Conferencia::Texto("Marca", afericao.Marca, 14);
-    Conferencia::Texto("PortDimel", afericao.PortDimel, 9);
-    Conferencia::Dia("DataVerificacao", afericao.DataVerificacao);
-    Conferencia::Dia("DataVencimento", afericao.DataVencimento);
+    Conferencia::Membros("AFERICAO", afericao);
     if (DiaCivil(afericao.DataVerificacao) > DiaCivil(afericao.DataVencimento)) {
         throw Recusa("A " + Nome(afericao) + " vence em " + TextoDoDia(DiaCivil(afericao.DataVencimento)) +
                      ", antes da sua verificação em " + TextoDoDia(DiaCivil(afericao.DataVerificacao)) + ".");
@@ -298,17 +287,16 @@ void ServicoSensores::ConferePeriodoLivre(const SensorED &sensor, const Afericao
                  ")" + autoria + ".");
 }
 
-void ServicoSensores::Registra(const char *entidade, std::int64_t numero, const QJsonObject &antes,
-                               const QJsonObject &depois)
+void ServicoSensores::Registra(const char *entidade, std::int64_t numero, bool existia, std::uint8_t antes,
+                               std::uint8_t depois)
 {
-    const auto ativo = [](const QJsonObject &objeto) { return objeto.value("Ativo").toInt() == Indicador::Sim; };
-    const char *acao = antes.isEmpty()                  ? "inclui"
-                       : ativo(antes) && !ativo(depois) ? "desativa"
-                       : !ativo(antes) && ativo(depois) ? "reativa"
-                                                        : "altera";
+    const char *acao = !existia                   ? "inclui"
+                       : antes == depois          ? "altera"
+                       : depois == Indicador::Sim ? "reativa"
+                                                  : "desativa";
     Historico(m_Operacao.Dados())
-        .Registra(m_Operacao.Quando(), m_Operacao.Quem().Numero,
-                  {"EQUIPAMENTO", m_NroIntEquip, m_Versao, entidade, numero, acao}, antes, depois);
+        .Registra(m_Operacao.Agora(), m_Operacao.Quem().Numero,
+                  {"EQUIPAMENTO", m_NroIntEquip, m_Versao, entidade, numero, acao});
 }
 
 } // namespace mesa

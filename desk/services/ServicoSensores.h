@@ -3,8 +3,6 @@
 #include "desk/services/Operacao.h"
 #include "host/SensorED.h"
 
-#include <QJsonObject>
-
 #include <cstdint>
 #include <set>
 #include <string>
@@ -39,7 +37,8 @@ class ServicoSensores {
     void Confere(const AfericaoED &afericao, const AfericaoED *antes) const;
     void ConferePeriodoLivre(const SensorED &sensor, const AfericaoED &afericao) const;
     void Escreve(const SensorED &sensor, AfericaoPedida &pedida);
-    void Registra(const char *entidade, std::int64_t numero, const QJsonObject &antes, const QJsonObject &depois);
+    // antes, depois: whether it is active, as the records tell it.
+    void Registra(const char *entidade, std::int64_t numero, bool existia, std::uint8_t antes, std::uint8_t depois);
 
     Operacao &m_Operacao;
     std::int32_t m_NroIntEquip;

@@ -1,6 +1,7 @@
 #include "desk/services/Servicos.h"
 
 #include "desk/services/DialetoSQLite.h"
+#include "desk/services/Fundacao.h"
 #include "desk/services/ServicosSql.h"
 
 #include <memory>
@@ -8,11 +9,21 @@
 
 namespace mesa {
 
-Ref<Servicos> Servicos::Abre(const std::string &caminho, std::function<Data()> agora)
+Ref<Servicos> Servicos::Abre(const std::string &caminho, Relogio agora)
 try {
-    return Novo<ServicosSql>(std::make_unique<DialetoSQLite>(), caminho, std::move(agora));
+    auto banco = std::make_shared<Banco>(std::make_unique<DialetoSQLite>(), caminho, agora());
+    return Novo<ServicosSql>(std::move(banco), std::move(agora));
 } catch (...) {
     PassaFalha(" < Servicos.Abre");
+}
+
+Ref<Servicos> Servicos::Cria(const std::string &caminho, TipoDeRegistro tipo, Relogio agora)
+try {
+    auto banco = std::make_shared<Banco>(std::make_unique<DialetoSQLite>(), caminho,
+                                         [&](Banco &novo) { Fundacao::Funda(novo, tipo, agora()); });
+    return Novo<ServicosSql>(std::move(banco), std::move(agora));
+} catch (...) {
+    PassaFalha(" < Servicos.Cria");
 }
 
 } // namespace mesa

@@ -1,23 +1,28 @@
 #pragma once
 
+#include "desk/services/Instante.h"
 #include "desk/services/SessaoServico.h"
 #include "host/Ref.h"
 
 #include <cstdint>
-#include <functional>
 #include <string>
 #include <vector>
 
 namespace mesa {
 
-// The services over one registry. Opening creates the registry or brings its schema up to date; a registry that cannot
-// be opened, or is of a newer version, raises a Falha with a sentence for the person.
+// A sample is told apart for ever: its users are known to everybody.
+enum class TipoDeRegistro { Registro = 1, Amostra = 2 };
+
+// The services over one registry. Opening brings its schema up to date and never makes one; a registry that cannot be
+// opened, is not there, is something else, or is of a newer version, raises a Falha with a sentence for the person.
 class Servicos : public Objeto {
   public:
     std::string_view NomeTipo() const override { return "Servicos"; }
 
     // caminho: file of the embedded database. agora: the clock; every moment written comes from it.
-    static Ref<Servicos> Abre(const std::string &caminho, std::function<Data()> agora);
+    static Ref<Servicos> Abre(const std::string &caminho, Relogio agora);
+    // A new registry with nobody in it. Fault 58 where there is a file of that name.
+    static Ref<Servicos> Cria(const std::string &caminho, TipoDeRegistro tipo, Relogio agora);
 
     // Signs in. Nothing with the reason in recusa. Wrong passwords slow down: `espera` is the number of seconds for
     // which this user is not tried again, 0 for none.
@@ -29,6 +34,10 @@ class Servicos : public Objeto {
                                  const std::vector<std::string> &acoes) = 0;
     virtual void CadastraCliente(const ClienteCadastrado &cliente) = 0;
     virtual bool Vazio() = 0; // no user was ever registered
+
+    virtual TipoDeRegistro Tipo() const = 0;
+    // What tells this registry from all others, for ever.
+    virtual std::string Identificador() const = 0;
 };
 
 } // namespace mesa

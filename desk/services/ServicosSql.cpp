@@ -7,16 +7,23 @@
 
 namespace mesa {
 
-ServicosSql::ServicosSql(std::unique_ptr<Dialeto> dialeto, const std::string &onde, std::function<Data()> agora)
-    : m_Banco(std::make_shared<Banco>(std::move(dialeto), onde)),
+ServicosSql::ServicosSql(std::shared_ptr<Banco> banco, Relogio agora)
+    : m_Banco(std::move(banco)),
       m_Agora(std::move(agora))
 {
+    m_Banco->Le([&] {
+        Consulta registro(*m_Banco, "SELECT Tipo, Identificador FROM REGISTRO");
+        registro.Proxima();
+        m_Tipo = registro.Inteiro(0) == static_cast<int>(TipoDeRegistro::Amostra) ? TipoDeRegistro::Amostra
+                                                                                  : TipoDeRegistro::Registro;
+        m_Identificador = registro.Texto(1);
+    });
 }
 
 Ref<SessaoServico> ServicosSql::Entra(const std::string &usuario, const std::string &senha, std::string &recusa,
                                       std::int32_t &espera)
 try {
-    const auto operador = Usuarios(*m_Banco).Entra(usuario, senha, m_Agora(), recusa, espera);
+    const auto operador = Usuarios(*m_Banco).Entra(usuario, senha, m_Agora().Local, recusa, espera);
     if (!operador) {
         return nullptr;
     }

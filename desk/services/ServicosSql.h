@@ -3,7 +3,6 @@
 #include "desk/services/Banco.h"
 #include "desk/services/Servicos.h"
 
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -13,7 +12,7 @@ namespace mesa {
 // The services over a registry in a database.
 class ServicosSql : public Servicos {
   public:
-    ServicosSql(std::unique_ptr<Dialeto> dialeto, const std::string &onde, std::function<Data()> agora);
+    ServicosSql(std::shared_ptr<Banco> banco, Relogio agora);
 
     Ref<SessaoServico> Entra(const std::string &usuario, const std::string &senha, std::string &recusa,
                              std::int32_t &espera) override;
@@ -21,10 +20,14 @@ class ServicosSql : public Servicos {
                          const std::vector<std::string> &acoes) override;
     void CadastraCliente(const ClienteCadastrado &cliente) override;
     bool Vazio() override;
+    TipoDeRegistro Tipo() const override { return m_Tipo; }
+    std::string Identificador() const override { return m_Identificador; }
 
   private:
     std::shared_ptr<Banco> m_Banco; // the sessions keep it open
-    std::function<Data()> m_Agora;
+    Relogio m_Agora;
+    TipoDeRegistro m_Tipo = TipoDeRegistro::Registro;
+    std::string m_Identificador;
 };
 
 } // namespace mesa

@@ -27,6 +27,7 @@ struct ClienteCadastrado {
     std::int32_t CodCliente = 0;
     std::string Nome;
     std::vector<std::string> Setores;
+    std::string UF = {}; // the state
 };
 
 // What the local replica holds of an equipment.

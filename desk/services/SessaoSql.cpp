@@ -73,7 +73,7 @@ const std::map<ChaveOperacao, Atendimento> &Atendimentos()
 
 } // namespace
 
-SessaoSql::SessaoSql(std::shared_ptr<Banco> banco, std::function<Data()> agora, mesa::Operador operador)
+SessaoSql::SessaoSql(std::shared_ptr<Banco> banco, Relogio agora, mesa::Operador operador)
     : m_Banco(std::move(banco)),
       m_Agora(std::move(agora)),
       m_Operador(std::move(operador))
@@ -83,7 +83,7 @@ SessaoSql::SessaoSql(std::shared_ptr<Banco> banco, std::function<Data()> agora, 
 bool SessaoSql::Opera(bool escreve, const std::function<void(Operacao &)> &trabalho, std::string &recusa)
 {
     recusa.clear();
-    const Data agora = m_Agora();
+    const Instante agora = m_Agora();
     const auto roda = [&] {
         Operacao operacao(*m_Banco, m_Operador, agora, m_Lidas);
         trabalho(operacao);
@@ -167,7 +167,7 @@ try {
 
 Data SessaoSql::LeReplica(const std::function<void(const LinhaReplica &)> &cadaLinha)
 try {
-    const Data agora = m_Agora();
+    const Data agora = m_Agora().Local;
     const std::vector<LinhaReplica> linhas = m_Banco->Le([&] {
         std::vector<LinhaReplica> lidas;
         if (!Permissoes::Tem(*m_Banco, m_Operador.Numero, Permissoes::Sistema, Permissoes::Objeto, "")) {

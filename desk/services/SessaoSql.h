@@ -14,7 +14,7 @@ namespace mesa {
 // A session over a registry in a database.
 class SessaoSql : public SessaoServico {
   public:
-    SessaoSql(std::shared_ptr<Banco> banco, std::function<Data()> agora, mesa::Operador operador);
+    SessaoSql(std::shared_ptr<Banco> banco, Relogio agora, mesa::Operador operador);
 
     const mesa::Operador &Operador() const override { return m_Operador; }
     bool TemPermissao(const std::string &sistema, const std::string &objeto, const std::string &acao) override;
@@ -30,7 +30,7 @@ class SessaoSql : public SessaoServico {
     bool Opera(bool escreve, const std::function<void(Operacao &)> &trabalho, std::string &recusa);
 
     std::shared_ptr<Banco> m_Banco;
-    std::function<Data()> m_Agora;
+    Relogio m_Agora;
     mesa::Operador m_Operador;
     VersoesLidas m_Lidas;
 };

@@ -1,13 +1,13 @@
 #include "desk/services/Usuarios.h"
 
-#include "desk/services/Calendario.h"
 #include "desk/services/Historico.h"
 #include "desk/services/Permissoes.h"
+#include "desk/services/Resumo.h"
 #include "host/Conversoes.h"
+#include "host/Indicador.h"
 #include "host/Texto.h"
 
-#include <QJsonArray>
-#include <QJsonObject>
+#include <QStringList>
 
 #include <sodium.h>
 
@@ -91,12 +91,6 @@ std::optional<Operador> Usuarios::Entra(const std::string &usuario, const std::s
         return std::nullopt;
     }
     const std::int64_t momento = Segundos(agora);
-    espera = m_Banco.Escreve([&] { return ContaTentativa(chave, momento); });
-    if (espera > 0) {
-        recusa = FraseDaEspera(espera);
-        return std::nullopt;
-    }
-
     Operador operador;
     std::string embaralhada;
     m_Banco.Le([&] {
@@ -115,32 +109,34 @@ std::optional<Operador> Usuarios::Entra(const std::string &usuario, const std::s
             embaralhada = linha.Texto(7);
         }
     });
-    bool confere = false;
     if (embaralhada.empty()) {
         GastaOTempo(senha);
-    } else {
-        confere = Confere(embaralhada, senha);
+        recusa = RecusaDaEntrada;
+        return std::nullopt;
     }
-    if (!confere) {
+    espera = m_Banco.Escreve([&] { return ContaTentativa(operador.Numero, momento); });
+    if (espera > 0) {
+        recusa = FraseDaEspera(espera);
+        return std::nullopt;
+    }
+    if (!Confere(embaralhada, senha)) {
         recusa = RecusaDaEntrada;
         espera = m_Banco.Le([&] {
-            Consulta linha(m_Banco, "SELECT Vezes FROM ENTRADA_RECUSADA WHERE Chave = ?", {Q(chave)});
+            Consulta linha(m_Banco, "SELECT Vezes FROM ENTRADA_RECUSADA WHERE Numero = ?", {operador.Numero});
             return linha.Proxima() ? EsperaDepoisDe(linha.Inteiro(0)) : 0;
         });
         return std::nullopt;
     }
-    m_Banco.Escreve([&] { Esquece(chave); });
+    m_Banco.Escreve([&] { GravaTentativas(operador.Numero, 0, 0); });
     return operador;
 }
 
-std::int32_t Usuarios::ContaTentativa(const std::string &chave, std::int64_t agora)
+std::int32_t Usuarios::ContaTentativa(std::int32_t numero, std::int64_t agora)
 {
     std::int64_t vezes = 0;
-    bool conhecida = false;
     {
-        Consulta linha(m_Banco, "SELECT Vezes, EsperaAte FROM ENTRADA_RECUSADA WHERE Chave = ?", {Q(chave)});
-        conhecida = linha.Proxima();
-        if (conhecida) {
+        Consulta linha(m_Banco, "SELECT Vezes, EsperaAte FROM ENTRADA_RECUSADA WHERE Numero = ?", {numero});
+        if (linha.Proxima()) {
             vezes = linha.Inteiro(0);
             // A clock that was set back does not lengthen the wait.
             const std::int64_t falta = std::min<std::int64_t>(linha.Inteiro(1) - agora, EsperaDepoisDe(vezes));
@@ -150,27 +146,35 @@ std::int32_t Usuarios::ContaTentativa(const std::string &chave, std::int64_t ago
         }
     }
     ++vezes;
-    Celulas contadas = {{"Vezes", qlonglong(vezes)}, {"EsperaAte", qlonglong(agora + EsperaDepoisDe(vezes))}};
-    const Celula qual = {"Chave", Q(chave)};
-    if (conhecida) {
-        m_Banco.Atualiza("ENTRADA_RECUSADA", contadas, qual);
-    } else {
-        contadas.push_back(qual);
-        m_Banco.Insere("ENTRADA_RECUSADA", contadas);
-    }
+    GravaTentativas(numero, vezes, agora + EsperaDepoisDe(vezes));
     return 0;
 }
 
-void Usuarios::Esquece(const std::string &chave)
+void Usuarios::GravaTentativas(std::int32_t numero, std::int64_t vezes, std::int64_t esperaAte)
 {
-    m_Banco.Atualiza("ENTRADA_RECUSADA", {{"Vezes", 0}, {"EsperaAte", 0}}, {"Chave", Q(chave)});
+    bool conhecida = false;
+    {
+        conhecida = Consulta(m_Banco, "SELECT 1 FROM ENTRADA_RECUSADA WHERE Numero = ?", {numero}).Proxima();
+    }
+    Celulas contadas = {
+        {"Vezes", qlonglong(vezes)},
+        {"EsperaAte", qlonglong(esperaAte)},
+        {"Soma", Q(Resumo(QStringList{CStr(numero).c_str(), "", CStr(vezes).c_str(), CStr(esperaAte).c_str()}
+                              .join("\n")
+                              .toUtf8()))}};
+    if (conhecida) {
+        m_Banco.Atualiza("ENTRADA_RECUSADA", contadas, {"Numero", numero});
+    } else {
+        contadas.push_back({"Numero", numero});
+        contadas.push_back({"Estacao", ""});
+        m_Banco.Insere("ENTRADA_RECUSADA", contadas);
+    }
 }
 
 void Usuarios::CadastraUsuario(const Operador &operador, const std::string &senha,
-                               const std::vector<std::string> &acoes, Data agora)
+                               const std::vector<std::string> &acoes, const Instante &agora)
 {
     const std::string embaralhada = Embaralha(senha); // takes its time, outside the transaction
-    const std::int64_t quando = Momento(agora);
     m_Banco.Escreve([&] {
         const std::string chave = ChaveSemCaixa(operador.Usuario);
         if (Consulta(m_Banco, "SELECT 1 FROM USUARIO WHERE Chave = ? OR Numero = ?", {Q(chave), operador.Numero})
@@ -187,22 +191,21 @@ void Usuarios::CadastraUsuario(const Operador &operador, const std::string &senh
                                    {"Setor", Q(operador.Setor)},
                                    {"CodMunic", operador.CodMunic},
                                    {"Senha", Q(embaralhada)},
-                                   {"Ativo", 1}});
-        QJsonArray permitidas;
+                                   {"Ativo", Indicador::Sim},
+                                   {"TrocaSenha", Indicador::Nao},
+                                   {"Versao", 1}});
+        Historico historico(m_Banco);
+        historico.Registra(agora, 0, {"USUARIO", numero, 1, "USUARIO", numero, "inclui"});
         for (const std::string &acao : acoes) {
-            m_Banco.Insere("PERMISSAO", {{"Numero", numero},
-                                         {"Sistema", Q(Permissoes::Sistema)},
-                                         {"Objeto", Q(Permissoes::Objeto)},
-                                         {"Acao", Q(acao)}});
-            permitidas.push_back(Q(acao));
+            const std::int64_t permissao = m_Banco
+                                               .Insere("PERMISSAO", {{"Numero", numero},
+                                                                     {"Sistema", Q(Permissoes::Sistema)},
+                                                                     {"Objeto", Q(Permissoes::Objeto)},
+                                                                     {"Acao", Q(acao)},
+                                                                     {"Ativo", Indicador::Sim}})
+                                               .NumeroNovo();
+            historico.Registra(agora, 0, {"USUARIO", numero, 1, "PERMISSAO", permissao, "inclui"});
         }
-        Historico(m_Banco).Registra(quando, 0, {"USUARIO", numero, 1, "USUARIO", numero, "inclui"}, {},
-                                    QJsonObject{{"Usuario", Q(operador.Usuario)},
-                                                {"Nome", Q(operador.Nome)},
-                                                {"CodCliente", operador.CodCliente},
-                                                {"Setor", Q(operador.Setor)},
-                                                {"CodMunic", operador.CodMunic},
-                                                {"Acoes", permitidas}});
     });
 }
 
@@ -214,9 +217,8 @@ std::int64_t Usuarios::ProximoNumero()
     return maior.Inteiro(0) + 1;
 }
 
-void Usuarios::CadastraCliente(const ClienteCadastrado &cliente, Data agora)
+void Usuarios::CadastraCliente(const ClienteCadastrado &cliente, const Instante &agora)
 {
-    const std::int64_t quando = Momento(agora);
     m_Banco.Escreve([&] {
         if (Consulta(m_Banco, "SELECT 1 FROM CLIENTE WHERE CodCliente = ? OR Nome = ?",
                      {cliente.CodCliente, Q(cliente.Nome)})
@@ -224,15 +226,21 @@ void Usuarios::CadastraCliente(const ClienteCadastrado &cliente, Data agora)
             throw JaExiste("Já existe o cliente " + cliente.Nome + ", ou outro de código " + CStr(cliente.CodCliente) +
                            ".");
         }
-        m_Banco.Insere("CLIENTE", {{"CodCliente", cliente.CodCliente}, {"Nome", Q(cliente.Nome)}});
-        QJsonArray setores;
+        m_Banco.Insere("CLIENTE", {{"CodCliente", cliente.CodCliente},
+                                   {"Nome", Q(cliente.Nome)},
+                                   {"UF", Q(cliente.UF)},
+                                   {"Ativo", Indicador::Sim},
+                                   {"Versao", 1}});
+        Historico historico(m_Banco);
+        historico.Registra(agora, 0, {"CLIENTE", cliente.CodCliente, 1, "CLIENTE", cliente.CodCliente, "inclui"});
         for (const std::string &setor : cliente.Setores) {
-            m_Banco.Insere("SETOR", {{"CodCliente", cliente.CodCliente}, {"Nome", Q(setor)}});
-            setores.push_back(Q(setor));
+            const std::int64_t numero =
+                m_Banco
+                    .Insere("SETOR",
+                            {{"CodCliente", cliente.CodCliente}, {"Nome", Q(setor)}, {"Ativo", Indicador::Sim}})
+                    .NumeroNovo();
+            historico.Registra(agora, 0, {"CLIENTE", cliente.CodCliente, 1, "SETOR", numero, "inclui"});
         }
-        Historico(m_Banco).Registra(quando, 0,
-                                    {"CLIENTE", cliente.CodCliente, 1, "CLIENTE", cliente.CodCliente, "inclui"}, {},
-                                    QJsonObject{{"Nome", Q(cliente.Nome)}, {"Setores", setores}});
     });
 }
 
@@ -245,13 +253,14 @@ std::optional<ClienteCadastrado> Usuarios::Cliente(std::int32_t codCliente)
 {
     std::optional<ClienteCadastrado> cliente;
     {
-        Consulta linha(m_Banco, "SELECT Nome FROM CLIENTE WHERE CodCliente = ?", {codCliente});
+        Consulta linha(m_Banco, "SELECT Nome, UF FROM CLIENTE WHERE CodCliente = ?", {codCliente});
         if (linha.Proxima()) {
-            cliente = ClienteCadastrado{codCliente, linha.Texto(0), {}};
+            cliente = ClienteCadastrado{codCliente, linha.Texto(0), {}, linha.Texto(1)};
         }
     }
     if (cliente) {
-        Consulta setores(m_Banco, "SELECT Nome FROM SETOR WHERE CodCliente = ? ORDER BY Nome", {codCliente});
+        Consulta setores(m_Banco, "SELECT Nome FROM SETOR WHERE CodCliente = ? AND Ativo = 1 ORDER BY Nome",
+                         {codCliente});
         while (setores.Proxima()) {
             cliente->Setores.push_back(setores.Texto(0));
         }

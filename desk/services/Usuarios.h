@@ -22,16 +22,16 @@ class Usuarios {
                                   std::int32_t &espera);
 
     void CadastraUsuario(const Operador &operador, const std::string &senha, const std::vector<std::string> &acoes,
-                         Data agora);
-    void CadastraCliente(const ClienteCadastrado &cliente, Data agora);
+                         const Instante &agora);
+    void CadastraCliente(const ClienteCadastrado &cliente, const Instante &agora);
     bool Vazio();
 
     std::optional<ClienteCadastrado> Cliente(std::int32_t codCliente);
 
   private:
     // Seconds still to wait, 0 when the name may be tried; the try is then counted.
-    std::int32_t ContaTentativa(const std::string &chave, std::int64_t agora);
-    void Esquece(const std::string &chave);
+    std::int32_t ContaTentativa(std::int32_t numero, std::int64_t agora);
+    void GravaTentativas(std::int32_t numero, std::int64_t vezes, std::int64_t esperaAte);
     std::int64_t ProximoNumero();
 
     Banco &m_Banco;

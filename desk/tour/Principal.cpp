@@ -24,8 +24,8 @@ int Percorre(const QString &pasta)
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     const std::filesystem::path diretorio = std::filesystem::path(pasta.toStdString()) / "dados";
     const Ref<Servicos> servicos =
-        AbreRegistroDoUsuario(diretorio, TipoDeRegistro::Amostra, true, Agora, [](double) {});
-    Mesa mesa(servicos, diretorio, Agora);
+        AbreRegistroDoUsuario(diretorio, ConteudoInicial::Amostra, true, Agora, [](double) {});
+    Mesa mesa(servicos, diretorio, [] { return Agora().Local; });
     mesa.show();
     Roteiro roteiro(CaminhoDoRegistro(diretorio), pasta);
     int saida = 1;

@@ -48,9 +48,9 @@ template <class R, class Item> Ref<R> Poe(const Ref<R> &registro, Campo<ListaDe<
 
 RegistroDeTeste::RegistroDeTeste() : Relogio(DataDe(20, 11, 2026, 10, 0, 0))
 {
-    Reabre();
-    m_Servicos->CadastraCliente({1, "Autoridade Estadual de Trânsito", {"Fiscalização", "Metrologia"}});
-    m_Servicos->CadastraCliente({2, "Autoridade Municipal de Trânsito", {"Operações"}});
+    m_Servicos = Servicos::Cria(Caminho(), TipoDeRegistro::Registro, [this] { return Relogio; });
+    m_Servicos->CadastraCliente({1, "Autoridade Estadual de Trânsito", {"Fiscalização", "Metrologia"}, "RS"});
+    m_Servicos->CadastraCliente({2, "Autoridade Municipal de Trânsito", {"Operações"}, "RS"});
 }
 
 void RegistroDeTeste::Fecha()

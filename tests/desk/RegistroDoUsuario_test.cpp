@@ -30,7 +30,7 @@ class RegistroDoUsuarioTeste : public testing::Test {
     {
         return pasta.filePath(QString::fromStdString(nome)).toStdString();
     }
-    Ref<Servicos> Abre(const std::string &nome, TipoDeRegistro tipo, bool deNovo = false)
+    Ref<Servicos> Abre(const std::string &nome, ConteudoInicial tipo, bool deNovo = false)
     {
         return AbreRegistroDoUsuario(Em(nome), tipo, deNovo, Manha, [](double) {});
     }
@@ -67,7 +67,7 @@ class RegistroDoUsuarioTeste : public testing::Test {
 
 TEST_F(RegistroDoUsuarioTeste, Vazio_OfANewDirectory_HasUsersAndNothingElse)
 {
-    const Ref<Servicos> servicos = Abre("novo/por/fazer", TipoDeRegistro::Vazio);
+    const Ref<Servicos> servicos = Abre("novo/por/fazer", ConteudoInicial::Vazio);
     EXPECT_FALSE(servicos->Vazio());
     std::string recusa;
     std::int32_t espera = 0;
@@ -79,18 +79,18 @@ TEST_F(RegistroDoUsuarioTeste, Vazio_OfANewDirectory_HasUsersAndNothingElse)
 
 TEST_F(RegistroDoUsuarioTeste, Registro_ThatIsThere_IsOpenedAsItIs)
 {
-    Abre("d", TipoDeRegistro::Vazio);
+    Abre("d", ConteudoInicial::Vazio);
     Marca("MARCADO");
-    Abre("d", TipoDeRegistro::Amostra);
+    Abre("d", ConteudoInicial::Amostra);
     EXPECT_EQ(Conta("d", "SELECT COUNT(*) FROM CLIENTE WHERE Nome = 'MARCADO'"), 1);
     EXPECT_EQ(Conta("d", "SELECT COUNT(*) FROM EQUIPAMENTO"), 0);
 }
 
 TEST_F(RegistroDoUsuarioTeste, DeNovo_OverAnOldRegistry_KeepsThatBeside)
 {
-    Abre("d", TipoDeRegistro::Vazio);
+    Abre("d", ConteudoInicial::Vazio);
     Marca("MARCADO");
-    Abre("d", TipoDeRegistro::Vazio, true);
+    Abre("d", ConteudoInicial::Vazio, true);
     EXPECT_EQ(Conta("d", "SELECT COUNT(*) FROM CLIENTE WHERE Nome = 'MARCADO'"), 0);
     EXPECT_EQ(LinhasSql(Em("d") / "registro.20261120-093000.db", "SELECT Nome FROM CLIENTE WHERE CodCliente = 3"),
               std::vector<std::string>{"MARCADO"});
@@ -98,11 +98,11 @@ TEST_F(RegistroDoUsuarioTeste, DeNovo_OverAnOldRegistry_KeepsThatBeside)
 
 TEST_F(RegistroDoUsuarioTeste, DeNovo_TwiceInTheSameSecond_KeepsBothOldOnes)
 {
-    Abre("d", TipoDeRegistro::Vazio);
+    Abre("d", ConteudoInicial::Vazio);
     Marca("PRIMEIRO");
-    Abre("d", TipoDeRegistro::Vazio, true);
+    Abre("d", ConteudoInicial::Vazio, true);
     Marca("SEGUNDO");
-    Abre("d", TipoDeRegistro::Vazio, true);
+    Abre("d", ConteudoInicial::Vazio, true);
     std::string nomes;
     for (const auto &arquivo : std::filesystem::directory_iterator(Em("d"))) {
         if (arquivo.path().extension() == ".db") {
@@ -116,9 +116,9 @@ TEST_F(RegistroDoUsuarioTeste, DeNovo_TwiceInTheSameSecond_KeepsBothOldOnes)
 TEST_F(RegistroDoUsuarioTeste, Preparo_ThatWasInterrupted_IsBegunAnew)
 {
     std::filesystem::create_directory(Em("d"));
-    Abre("outro", TipoDeRegistro::Vazio);
+    Abre("outro", ConteudoInicial::Vazio);
     std::filesystem::copy_file(CaminhoDoRegistro(Em("outro")), Em("d") / "registro.em-preparo.db");
-    Abre("d", TipoDeRegistro::Vazio);
+    Abre("d", ConteudoInicial::Vazio);
     EXPECT_EQ(Conta("d", "SELECT COUNT(*) FROM CLIENTE"), 3);
     EXPECT_FALSE(std::filesystem::exists(Em("d") / "registro.em-preparo.db"));
 }
@@ -126,7 +126,7 @@ TEST_F(RegistroDoUsuarioTeste, Preparo_ThatWasInterrupted_IsBegunAnew)
 TEST_F(RegistroDoUsuarioTeste, Amostra_OfADay_IsRichAndTheSameTwice)
 {
     std::vector<double> partes;
-    AbreRegistroDoUsuario(Em("um"), TipoDeRegistro::Amostra, false, Manha,
+    AbreRegistroDoUsuario(Em("um"), ConteudoInicial::Amostra, false, Manha,
                           [&](double parte) { partes.push_back(parte); });
     EXPECT_TRUE(std::is_sorted(partes.begin(), partes.end()));
     EXPECT_LE(partes.back(), 1.0);
@@ -157,7 +157,7 @@ TEST_F(RegistroDoUsuarioTeste, Amostra_OfADay_IsRichAndTheSameTwice)
                     "WHERE Ativo = 1) WHERE Seguinte > Ate + 1"),
               1); // a gap
 
-    Abre("dois", TipoDeRegistro::Amostra);
+    Abre("dois", ConteudoInicial::Amostra);
     const auto um = Despejo("um");
     const auto dois = Despejo("dois");
     ASSERT_EQ(um.size(), dois.size());

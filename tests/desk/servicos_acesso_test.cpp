@@ -96,7 +96,7 @@ class ServicosAcesso : public ServicosTeste {
         EXPECT_EQ(Historico(), m_Historico); // nothing was changed
         return recusa;
     }
-    std::string Historico() { return Linhas("HISTORICO WHERE Entidade NOT IN ('USUARIO', 'CLIENTE')"); }
+    std::string Historico() { return Linhas("HISTORICO WHERE Raiz NOT IN ('USUARIO', 'CLIENTE', 'REGISTRO')"); }
 
     std::string m_Historico;
 };
@@ -224,15 +224,19 @@ TEST_F(ServicosAcesso, History_OfEveryKindOfChange_TellsWhoWhenBeforeAndAfter)
     altera(Com(SoSensor(1), &SensorED::LocalInfr, "Rua B, 2"), SoAfericao(1));
     EXPECT_EQ(ultimas("LocalInfr"), "1 100001 EQUIPAMENTO1.2 SENSOR1 altera Av. Ipiranga, 1200 Rua B, 2");
     altera(Com(SoSensor(1), &SensorED::Ativo, 2), SoAfericao(1));
-    EXPECT_EQ(ultimas("Ativo"), "1 100002 EQUIPAMENTO1.3 SENSOR1 desativa 1 2");
+    EXPECT_EQ(ultimas("Ativo"),
+              "1 100002 EQUIPAMENTO1.3 SENSOR1 desativa 1 2; 1 100002 EQUIPAMENTO1.3 EQUIPAMENTO1 altera 1 1");
     altera(Com(SoSensor(1), &SensorED::Ativo, 1), SoAfericao(1));
-    EXPECT_EQ(ultimas("Ativo"), "1 100003 EQUIPAMENTO1.4 SENSOR1 reativa 2 1");
+    EXPECT_EQ(ultimas("Ativo"),
+              "1 100003 EQUIPAMENTO1.4 SENSOR1 reativa 2 1; 1 100003 EQUIPAMENTO1.4 EQUIPAMENTO1 altera 1 1");
     altera(SoSensor(1), Com(SoAfericao(1), &AfericaoED::DataVencimento, DataDe(30, 6, 2026)));
     EXPECT_EQ(ultimas("DataVencimento"), "1 100004 EQUIPAMENTO1.5 AFERICAO1 altera 20261231 20260630");
     altera(SoSensor(1), Com(SoAfericao(1), &AfericaoED::Ativo, 2));
-    EXPECT_EQ(ultimas("Ativo"), "1 100005 EQUIPAMENTO1.6 AFERICAO1 desativa 1 2");
+    EXPECT_EQ(ultimas("Ativo"),
+              "1 100005 EQUIPAMENTO1.6 AFERICAO1 desativa 1 2; 1 100005 EQUIPAMENTO1.6 EQUIPAMENTO1 altera 1 1");
     altera(SoSensor(1), Com(SoAfericao(1), &AfericaoED::Ativo, 1));
-    EXPECT_EQ(ultimas("Ativo"), "1 100006 EQUIPAMENTO1.7 AFERICAO1 reativa 2 1");
+    EXPECT_EQ(ultimas("Ativo"),
+              "1 100006 EQUIPAMENTO1.7 AFERICAO1 reativa 2 1; 1 100006 EQUIPAMENTO1.7 EQUIPAMENTO1 altera 1 1");
 
     const auto bia = m_Registro.Sessao("bia");
     m_Registro.PassaSegundos(1); // behind the row of the new user
@@ -297,7 +301,7 @@ TEST_F(ServicosAcesso, Change_WhoseHistoryCannotBeWritten_IsUndone)
         [&] { GuardaPdf(m_Ana, "y"); },
         [&] { m_Registro.Cadastra("bia"); },
         [&] {
-            m_Registro.Aberto().CadastraCliente({7, "NOVO", std::vector<std::string>()});
+            m_Registro.Aberto().CadastraCliente({7, "NOVO", std::vector<std::string>(), "RS"});
         },
     };
     for (std::size_t qual = 0; qual < mudancas.size(); ++qual) {

@@ -1,5 +1,6 @@
 #include "desk/services/Banco.h"
 #include "desk/services/DialetoSQLite.h"
+#include "desk/services/Esquema.h"
 #include "host/RelatorioAfericaoED.h"
 #include "tests/desk/DiscoApertado.h"
 #include "tests/desk/RegistroDeTeste.h"
@@ -66,12 +67,13 @@ using ServicosHistorico = ServicosBanco;
 TEST_F(ServicosBanco, Open_ANewFile_IsWhole)
 {
     ConfereArquivo();
-    EXPECT_EQ(registro.Sql("SELECT Versao FROM ESQUEMA"), "1");
+    EXPECT_EQ(registro.Sql("SELECT Versao FROM ESQUEMA"), "2");
+    EXPECT_EQ(registro.Sql("PRAGMA application_id"), std::to_string(Esquema::Aplicacao));
 }
 
 TEST_F(ServicosBanco, Connection_IsFullySynchronousWithForeignKeys)
 {
-    Banco banco(std::make_unique<DialetoSQLite>(), registro.Caminho());
+    Banco banco(std::make_unique<DialetoSQLite>(), registro.Caminho(), Instante(DataDe(20, 11, 2026)));
     const auto pragma = [&](const QString &nome) {
         Consulta valor(banco, "PRAGMA " + nome);
         valor.Proxima();
@@ -88,7 +90,7 @@ TEST_F(ServicosBanco, Open_ANewerRegistry_RaisesAFault)
     registro.Fecha();
     registro.Sql("INSERT INTO ESQUEMA VALUES (7)");
     EXPECT_TRUE(Lanca(51, "Servicos < Servicos.Abre",
-                      "O registro é da versão 7, mais nova que a deste programa (versão 1). Atualize o programa.",
+                      "O registro é da versão 7, mais nova que a deste programa (versão 2). Atualize o programa.",
                       [&] { registro.Reabre(); }));
 }
 
@@ -97,23 +99,24 @@ TEST_F(ServicosBanco, Open_AnOlderRegistry_IsMigratedWithWhatItHolds)
     Inclui(registro.Sessao("ana"), EquipamentoDe("R-001"));
     registro.Fecha();
     {
-        Banco banco(std::make_unique<DialetoFuturo>(
-                        Migracao{"ALTER TABLE EQUIPAMENTO ADD COLUMN Cor TEXT", "UPDATE EQUIPAMENTO SET Cor = 'azul'"}),
-                    registro.Caminho());
+        Banco banco(std::make_unique<DialetoFuturo>(Migracao{
+                        {"ALTER TABLE EQUIPAMENTO ADD COLUMN Cor TEXT", "UPDATE EQUIPAMENTO SET Cor = 'azul'"}}),
+                    registro.Caminho(), Hoje());
         Consulta linha(banco, "SELECT Cor, Codigo FROM EQUIPAMENTO");
         ASSERT_TRUE(linha.Proxima());
         EXPECT_EQ(linha.Texto(0), "azul");
         EXPECT_EQ(linha.Texto(1), "R-001");
     }
-    EXPECT_EQ(registro.Sql("SELECT MAX(Versao) FROM ESQUEMA"), "2");
+    EXPECT_EQ(registro.Sql("SELECT MAX(Versao) FROM ESQUEMA"), "3");
 }
 
 TEST_F(ServicosBanco, Open_WithAMigrationThatFails_LeavesTheOldRegistryWhole)
 {
     registro.Fecha();
-    const Migracao quebrada{"ALTER TABLE EQUIPAMENTO ADD COLUMN Cor TEXT", "ISTO NÃO É SQL"};
-    EXPECT_EQ(FalhaLancada([&] { Banco(std::make_unique<DialetoFuturo>(quebrada), registro.Caminho()); }).Numero, 51);
-    EXPECT_EQ(registro.Sql("SELECT MAX(Versao) FROM ESQUEMA"), "1");
+    const Migracao quebrada{{"ALTER TABLE EQUIPAMENTO ADD COLUMN Cor TEXT", "ISTO NÃO É SQL"}};
+    EXPECT_EQ(
+        FalhaLancada([&] { Banco(std::make_unique<DialetoFuturo>(quebrada), registro.Caminho(), Hoje()); }).Numero, 51);
+    EXPECT_EQ(registro.Sql("SELECT MAX(Versao) FROM ESQUEMA"), "2");
     EXPECT_EQ(Conta("pragma_table_info('EQUIPAMENTO') WHERE name = 'Cor'"), "0");
     registro.Reabre();
 }
@@ -131,9 +134,12 @@ TEST_F(ServicosBanco, Open_WhatIsNoRegistry_RaisesAFault)
 TEST_F(ServicosBanco, Open_InADirectoryThatIsNotThere_RaisesAFault)
 {
     const QTemporaryDir diretorio;
-    EXPECT_TRUE(Lanca(75, "Servicos < Servicos.Abre",
+    const std::string caminho = diretorio.filePath("nada/r.db").toStdString();
+    EXPECT_TRUE(Lanca(75, "Servicos < Servicos.Cria",
                       "Não foi possível ler ou gravar o arquivo do registro (unable to open database file).",
-                      [&] { Servicos::Abre(diretorio.filePath("nada/r.db").toStdString(), Hoje); }));
+                      [&] { Servicos::Cria(caminho, TipoDeRegistro::Registro, Hoje); }));
+    EXPECT_TRUE(Lanca(53, "Servicos < Servicos.Abre", "O registro não foi encontrado em " + caminho + ".",
+                      [&] { Servicos::Abre(caminho, Hoje); }));
 }
 
 TEST_F(ServicosBanco, Open_AReadOnlyFile_RaisesAFault)
@@ -211,23 +217,23 @@ TEST_F(ServicosBanco, Error_ByTheDatabasesCode_HasItsNumberAndSentence)
 
 TEST_F(ServicosBanco, Transaction_LeftByAnException_RollsBack)
 {
-    Banco banco(std::make_unique<DialetoSQLite>(), registro.Caminho());
+    Banco banco(std::make_unique<DialetoSQLite>(), registro.Caminho(), Instante(DataDe(20, 11, 2026)));
     EXPECT_THROW(banco.Escreve([&] {
-        Consulta(banco, "INSERT INTO CLIENTE (CodCliente, Nome) VALUES (9, 'X')");
+        Consulta(banco, "INSERT INTO CLIENTE VALUES (9, 'X', 'RS', 1, 1)");
         throw std::runtime_error("no meio");
     }),
                  std::runtime_error);
     EXPECT_EQ(Conta("CLIENTE WHERE CodCliente = 9"), "0");
-    banco.Escreve([&] { Consulta(banco, "INSERT INTO CLIENTE (CodCliente, Nome) VALUES (9, 'X')"); });
+    banco.Escreve([&] { Consulta(banco, "INSERT INTO CLIENTE VALUES (9, 'X', 'RS', 1, 1)"); });
     EXPECT_EQ(Conta("CLIENTE WHERE CodCliente = 9"), "1");
 }
 
 TEST_F(ServicosBanco, Transaction_InTheMiddleOfAnother_RaisesAFaultAndEndsNeither)
 {
-    Banco banco(std::make_unique<DialetoSQLite>(), registro.Caminho());
+    Banco banco(std::make_unique<DialetoSQLite>(), registro.Caminho(), Instante(DataDe(20, 11, 2026)));
     banco.Escreve([&] {
         EXPECT_EQ(FalhaLancada([&] { banco.Le([] {}); }).Descricao, "Uma operação foi pedida no meio de outra.");
-        Consulta(banco, "INSERT INTO CLIENTE (CodCliente, Nome) VALUES (9, 'X')");
+        Consulta(banco, "INSERT INTO CLIENTE VALUES (9, 'X', 'RS', 1, 1)");
     });
     EXPECT_EQ(Conta("CLIENTE WHERE CodCliente = 9"), "1");
 }
@@ -255,7 +261,7 @@ TEST_F(ServicosBanco, Erasing_IsRefusedInEveryTable)
 TEST_F(ServicosBanco, Replacing_IsRefusedAsErasing)
 {
     Inclui(registro.Sessao("ana"), EquipamentoDe("R-001"));
-    Banco banco(std::make_unique<DialetoSQLite>(), registro.Caminho());
+    Banco banco(std::make_unique<DialetoSQLite>(), registro.Caminho(), Instante(DataDe(20, 11, 2026)));
     const auto motivo = [&](const char *sql) {
         try {
             banco.Escreve([&] { Consulta(banco, sql); });
@@ -264,11 +270,11 @@ TEST_F(ServicosBanco, Replacing_IsRefusedAsErasing)
         }
         return std::string("done");
     };
-    EXPECT_EQ(motivo("INSERT OR REPLACE INTO CLIENTE (CodCliente, Nome) VALUES (2, 'OUTRO')"), "CLIENTE_SEM_DELETE");
-    EXPECT_EQ(motivo("REPLACE INTO HISTORICO SELECT * FROM HISTORICO WHERE Nro = 1"), "HISTORICO_SEM_DELETE");
+    EXPECT_EQ(motivo("INSERT OR REPLACE INTO CLIENTE VALUES (2, 'OUTRO', 'RS', 1, 1)"), "CLIENTE_REPETIDO");
+    EXPECT_EQ(motivo("REPLACE INTO HISTORICO SELECT * FROM HISTORICO WHERE Nro = 1"), "HISTORICO_REPETIDO");
     EXPECT_EQ(motivo("INSERT OR REPLACE INTO USUARIO SELECT 77, Usuario, Chave, Nome, CodCliente, Setor, CodMunic, "
-                     "Senha, Ativo FROM USUARIO"),
-              "USUARIO_SEM_DELETE");
+                     "Senha, Ativo, TrocaSenha, Versao FROM USUARIO"),
+              "USUARIO_REPETIDO");
     EXPECT_EQ(Conta("USUARIO WHERE Numero = 77"), "0");
 }
 
@@ -343,7 +349,7 @@ TEST_F(ServicosHistorico, Row_IsNeverChanged)
     EXPECT_THROW(registro.Sql("UPDATE HISTORICO SET Operador = 2"), std::runtime_error);
 }
 
-TEST_F(ServicosHistorico, OneChangedCalibration_WritesOneRow)
+TEST_F(ServicosHistorico, OneChangedCalibration_WritesItAndItsEquipment)
 {
     const auto ana = registro.Sessao("ana");
     IncluiComSensores(ana, {{AfericaoDe("1", DataDe(1, 1, 2026), DataDe(30, 6, 2026)),
@@ -351,7 +357,7 @@ TEST_F(ServicosHistorico, OneChangedCalibration_WritesOneRow)
     const int antes = std::stoi(Conta("HISTORICO"));
     const auto mudanca = Poe(SoNumero(1), Poe(SoSensor(1), Com(SoAfericao(2), &AfericaoED::Marca, "55")));
     ASSERT_TRUE(Pede(ana, "altera", mudanca).Feita);
-    EXPECT_EQ(Conta("HISTORICO"), std::to_string(antes + 1));
+    EXPECT_EQ(Conta("HISTORICO"), std::to_string(antes + 2)); // and the equipment, whose version is another
     EXPECT_EQ(Abre(ana, 1)->HoraTrans.Valor(), 100000);
     EXPECT_EQ(registro.Sql("SELECT Versao FROM EQUIPAMENTO"), "2");
 }

@@ -86,7 +86,8 @@ class ServicosDisco : public ServicosTeste {
             }
             EXPECT_TRUE(FalhaIgual(*falha, 61, "Servicos < " + operacaoDe, Cheio));
             EXPECT_EQ(Estado(), antes);
-            Banco(std::make_unique<DialetoSQLite>(), m_Registro.Caminho()); // the registry opens
+            Banco(std::make_unique<DialetoSQLite>(), m_Registro.Caminho(),
+                  Instante(DataDe(20, 11, 2026))); // the registry opens
             operacao();
             EXPECT_NE(Estado(), antes);
         }
@@ -185,24 +186,27 @@ TEST_F(ServicosDisco, Reading_OnAFullDisk_GoesOn)
     EXPECT_FALSE(disco.Recusou());
 }
 
-TEST_F(ServicosDisco, Abre_OfANewRegistry_AtManyWrites_LeavesOneThatOpens)
+TEST_F(ServicosDisco, Cria_OfANewRegistry_AtManyWrites_LeavesAWholeOneOrNone)
 {
     int recusas = 0;
     for (bool abriu = false; !abriu && !HasFailure();) {
         SCOPED_TRACE(recusas);
         const QTemporaryDir diretorio;
-        const auto abre = [&] {
-            return Servicos::Abre(diretorio.filePath("r.db").toStdString(), [] { return DataDe(20, 11, 2026); });
-        };
+        const std::string arquivo = diretorio.filePath("r.db").toStdString();
+        const auto agora = [] { return DataDe(20, 11, 2026); };
         try {
             const DiscoDeTeste disco(7 * recusas);
-            abre();
+            Servicos::Cria(arquivo, TipoDeRegistro::Registro, agora);
             abriu = true;
         } catch (const Falha &falha) {
             ++recusas;
             EXPECT_EQ(falha.Descricao, Cheio);
         }
-        EXPECT_TRUE(abre()->Vazio());
+        if (abriu) {
+            EXPECT_TRUE(Servicos::Abre(arquivo, agora)->Vazio());
+        } else { // what was begun is no registry, and is not taken for one
+            EXPECT_THROW(Servicos::Abre(arquivo, agora), Falha);
+        }
     }
     EXPECT_GT(recusas, 5);
 }
@@ -254,7 +258,7 @@ TEST_F(ServicosDisco, Registry_ReplacedByAnother_TakesNoWriteOfTheOldOne)
     for (const char *parte : {"", "-wal", "-shm"}) {
         std::filesystem::rename(caminho.string() + parte, caminho.string() + ".velho" + parte);
     }
-    const auto novo = Servicos::Abre(caminho, [] { return DataDe(20, 11, 2026); });
+    const auto novo = Servicos::Cria(caminho, TipoDeRegistro::Registro, [] { return DataDe(20, 11, 2026); });
     EXPECT_EQ(FalhaLancada([&] { Inclui(m_Ana, EquipamentoDe("R-2")); }).Descricao, Mudado);
     EXPECT_EQ(Linhas("EQUIPAMENTO"), "0");
 }
@@ -280,9 +284,9 @@ TEST_F(ServicosDisco, RealDisk_ThatIsFull_RefusesAndGoesOnOnceThereIsRoom)
         };
         try {
             const std::string lastro = ponto.filePath("lastro").toStdString();
-            const auto servicos =
-                Servicos::Abre(ponto.filePath("r.db").toStdString(), [] { return DataDe(20, 11, 2026); });
-            servicos->CadastraCliente({1, "Autoridade Estadual de Trânsito", {}});
+            const auto servicos = Servicos::Cria(ponto.filePath("r.db").toStdString(), TipoDeRegistro::Registro,
+                                                 [] { return DataDe(20, 11, 2026); });
+            servicos->CadastraCliente({1, "Autoridade Estadual de Trânsito", {}, "RS"});
             servicos->CadastraUsuario({1, "ana", "Ana", 1, "Autoridade Estadual de Trânsito", "", 0}, "s",
                                       {"", "I", "A", "E"});
             std::string recusa;

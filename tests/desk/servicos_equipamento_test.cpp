@@ -342,7 +342,7 @@ TEST_F(ServicosEquipamento, consultaSimples_GivesTheEquipmentAlone)
 TEST_F(ServicosEquipamento, Desativa_OfATypeThatThereIsNot_IsRefused)
 {
     const std::int32_t numero = Inclui(m_Ana, EquipamentoDe("R-001"));
-    m_Registro.Sql("UPDATE EQUIPAMENTO SET TipoEquip = 'Z'");
+    m_Registro.Sql("DROP TRIGGER EQUIPAMENTO_FIXA; UPDATE EQUIPAMENTO SET TipoEquip = 'Z'");
     const Retorno retorno = Pede(m_Ana, "desativa", SoNumero(numero));
     EXPECT_FALSE(retorno.Feita);
     EXPECT_EQ(retorno.Recusa, "Não existe o tipo de equipamento \"Z\".");

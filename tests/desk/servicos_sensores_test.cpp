@@ -172,7 +172,7 @@ TEST_F(ServicosSensores, Periodo_ThatEndsBeforeItBegins_IsRefused)
     const std::int32_t numero = ComSensores({{}});
     EXPECT_EQ(Recusa(numero, 1, {AfericaoDe("77", Jun, Jan)}),
               "A aferição 77 vence em 01/01/2026, antes da sua verificação em 30/06/2026.");
-    EXPECT_THROW(m_Registro.Sql("INSERT INTO AFERICAO VALUES (9, 1, '', '', 20260630, 20260101, 1, NULL, 1, '')"),
+    EXPECT_THROW(m_Registro.Sql("INSERT INTO AFERICAO VALUES (9, 1, '', '', 20260630, 20260101, 1, NULL, 1, '', 1)"),
                  std::runtime_error);
 }
 
@@ -275,21 +275,21 @@ TEST_F(ServicosSensores, Overlap_ByEveryWayPastTheServices_IsRefusedByTheDatabas
     const std::string periodos = Periodos(numero);
     const std::string nova = "INTO AFERICAO VALUES (9, 1, '', '', 20260630, 20260701, ";
     for (const std::string &sql :
-         {"INSERT " + nova + "1, NULL, 1, '')", "INSERT OR REPLACE " + nova + "1, NULL, 1, '')",
+         {"INSERT " + nova + "1, NULL, 1, '', 1)", "INSERT OR REPLACE " + nova + "1, NULL, 1, '', 1)",
           std::string("UPDATE AFERICAO SET DataVencimento = 20260701 WHERE NroIntAfericao = 1"),
           std::string("UPDATE AFERICAO SET DataVerificacao = 20260630 WHERE NroIntAfericao = 2"),
-          std::string("UPDATE AFERICAO SET NroIntSensor = 1 WHERE NroIntAfericao = 3"),
           std::string("UPDATE AFERICAO SET DataVerificacao = 20260101, DataVencimento = 20261231"),
           std::string("UPDATE OR REPLACE AFERICAO SET DataVencimento = 20261231 WHERE NroIntAfericao = 1"),
-          std::string("INSERT INTO AFERICAO VALUES (8, 2, '', '', 20270101, 20270201, 1, NULL, 1, ''), "
-                      "(9, 2, '', '', 20270201, 20270301, 1, NULL, 1, '')")}) {
+          std::string("INSERT INTO AFERICAO VALUES (8, 2, '', '', 20270101, 20270201, 1, NULL, 1, '', 1), "
+                      "(9, 2, '', '', 20270201, 20270301, 1, NULL, 1, '', 1)")}) {
         EXPECT_EQ(MotivoDe(sql), "AFERICAO_SOBREPOSTA") << sql;
     }
-    m_Registro.Sql("INSERT " + nova + "2, NULL, 1, '')");
+    EXPECT_EQ(MotivoDe("UPDATE AFERICAO SET NroIntSensor = 1 WHERE NroIntAfericao = 3"), "AFERICAO_FIXA");
+    m_Registro.Sql("INSERT " + nova + "2, NULL, 1, '', 1)");
     EXPECT_EQ(MotivoDe("UPDATE AFERICAO SET Ativo = 1 WHERE NroIntAfericao = 9"), "AFERICAO_SOBREPOSTA");
     // A deactivated sensor's calibrations keep their days, so that it can be reactivated.
     m_Registro.Sql("UPDATE SENSOR SET Ativo = 2");
-    EXPECT_EQ(MotivoDe("INSERT INTO AFERICAO VALUES (10, 1, '', '', 20260101, 20260101, 1, NULL, 1, '')"),
+    EXPECT_EQ(MotivoDe("INSERT INTO AFERICAO VALUES (10, 1, '', '', 20260101, 20260101, 1, NULL, 1, '', 1)"),
               "AFERICAO_SOBREPOSTA");
     m_Registro.Sql("UPDATE SENSOR SET Ativo = 1");
     EXPECT_EQ(Periodos(numero), periodos);

@@ -1,0 +1,195 @@
+#include "desk/services/Banco.h"
+#include "desk/services/DialetoSQLite.h"
+#include "desk/services/Historico.h"
+#include "tests/desk/RegistroDeTeste.h"
+#include "tests/support/FalhaLancada.h"
+
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+
+#include <fstream>
+#include <memory>
+#include <sstream>
+#include <stdexcept>
+
+using namespace mesa;
+
+namespace {
+
+Instante Agora()
+{
+    return {DataDe(22, 11, 2026, 9, 0, 0), -180};
+}
+
+// A registry as version 1 left it: the sample of that time, cut down to five equipment.
+class ServicosMigracao : public testing::Test {
+  protected:
+    ServicosMigracao()
+    {
+        std::stringstream despejo;
+        despejo << std::ifstream("tests/desk/dados/registro.versao1.sql").rdbuf();
+        sqlite3 *aberto = nullptr;
+        sqlite3_open(caminho.c_str(), &aberto);
+        const std::unique_ptr<sqlite3, int (*)(sqlite3 *)> banco(aberto, sqlite3_close);
+        if (sqlite3_exec(aberto, despejo.str().c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) {
+            throw std::runtime_error(sqlite3_errmsg(aberto));
+        }
+    }
+
+    std::string Sql(const std::string &comando)
+    {
+        const auto linhas = LinhasSql(caminho, comando);
+        return linhas.empty() ? "" : linhas.front();
+    }
+    void Abre() { Servicos::Abre(caminho, Agora); }
+    // Refuses with the sentence and leaves the old registry as it was.
+    void RecusaComo(const std::string &frase)
+    {
+        EXPECT_TRUE(Lanca(51, "Servicos < Servicos.Abre", frase, [&] { Abre(); }));
+        EXPECT_EQ(Sql("SELECT MAX(Versao) FROM ESQUEMA"), "1");
+        EXPECT_EQ(Sql("SELECT COUNT(*) FROM EQUIPAMENTO"), "5");
+        EXPECT_EQ(Sql("SELECT COUNT(*) FROM sqlite_master WHERE name LIKE 'V1%'"), "0");
+    }
+
+    QTemporaryDir diretorio;
+    std::string caminho = diretorio.filePath("registro.db").toStdString();
+};
+
+TEST_F(ServicosMigracao, Version1_Opened_HasTheSchemaOfANewRegistry)
+{
+    Abre();
+    const std::string novo = diretorio.filePath("novo.db").toStdString();
+    Servicos::Cria(novo, TipoDeRegistro::Registro, Agora);
+    const std::string esquema = "SELECT type, name, tbl_name, sql FROM sqlite_master ORDER BY type, name";
+    EXPECT_EQ(LinhasSql(caminho, esquema), LinhasSql(novo, esquema));
+    EXPECT_EQ(Sql("PRAGMA application_id"), LinhasSql(novo, "PRAGMA application_id").front());
+    EXPECT_EQ(LinhasSql(caminho, "SELECT Versao FROM ESQUEMA"), (std::vector<std::string>{"1", "2"}));
+    EXPECT_EQ(Sql("PRAGMA integrity_check"), "ok");
+    EXPECT_EQ(Sql("PRAGMA foreign_key_check"), "");
+}
+
+TEST_F(ServicosMigracao, Version1_Opened_KeepsEveryRowAndEntry)
+{
+    const auto linhas = [&](const std::string &tabela, const std::string &colunas) {
+        return LinhasSql(caminho, "SELECT " + colunas + " FROM " + tabela + " ORDER BY 1");
+    };
+    const std::vector<std::pair<std::string, std::string>> tabelas = {
+        {"CLIENTE", "CodCliente, Nome"},
+        {"SETOR", "CodCliente, Nome"},
+        {"USUARIO", "Numero, Usuario, Chave, Nome, CodCliente, Setor, CodMunic, Senha, Ativo"},
+        {"EQUIPAMENTO", "*"},
+        {"SENSOR", "*"},
+        {"DOCUMENTO", "NroDocumento, ClienteInc, Tamanho, Sha256, Quando, Operador, hex(Conteudo)"},
+        {"AFERICAO", "NroIntAfericao, NroIntSensor, Numero, Marca, DataVerificacao, DataVencimento, Ativo, "
+                     "NroIntImgCertif, TipoAfer, PortDimel"},
+        {"LIMITE", "*"},
+        {"DIA", "*"},
+    };
+    std::vector<std::vector<std::string>> antes;
+    for (const auto &[tabela, colunas] : tabelas) {
+        antes.push_back(linhas(tabela, colunas));
+    }
+    const std::string entradas = "Operador, Raiz, NroRaiz, Versao, Entidade, NroEntidade, Acao, Antes, Depois, Quando "
+                                 "FROM HISTORICO ";
+    const auto historico = LinhasSql(caminho, "SELECT " + entradas + "ORDER BY Nro");
+    Abre();
+    for (std::size_t n = 0; n < tabelas.size(); ++n) {
+        EXPECT_EQ(linhas(tabelas[n].first, tabelas[n].second), antes[n]) << tabelas[n].first;
+    }
+    EXPECT_EQ(LinhasSql(caminho, "SELECT " + entradas + "WHERE Fuso IS NULL ORDER BY Nro"), historico);
+    EXPECT_EQ(Sql("SELECT COUNT(*) FROM PERMISSAO WHERE Objeto = 'VOR-EQP-CS'"), "18");
+}
+
+TEST_F(ServicosMigracao, Version1_Opened_WritesEveryRowDownAndChainsTheHistory)
+{
+    Abre();
+    EXPECT_EQ(
+        Sql("SELECT COUNT(*) FROM HISTORICO WHERE Acao = 'migra' AND Operador IS NULL AND Fuso = -180 AND "
+            "Quando = 20261122120000"),
+        Sql("SELECT (SELECT COUNT(*) FROM CLIENTE) + (SELECT COUNT(*) FROM SETOR) + (SELECT COUNT(*) FROM USUARIO) "
+            "+ (SELECT COUNT(*) FROM PERMISSAO) + (SELECT COUNT(*) FROM EQUIPAMENTO) + (SELECT COUNT(*) FROM "
+            "SENSOR) + (SELECT COUNT(*) FROM AFERICAO) + (SELECT COUNT(*) FROM DOCUMENTO) + (SELECT COUNT(*) FROM "
+            "LIMITE) + (SELECT COUNT(*) FROM DIA) + (SELECT COUNT(*) FROM LOGRADOURO) + (SELECT COUNT(*) FROM "
+            "LAYOUT) + 1"));
+    Banco banco(std::make_unique<DialetoSQLite>(), caminho, Agora());
+    banco.Le([&] {
+        std::string elo = Historico::Origem(Sql("SELECT Identificador FROM REGISTRO"));
+        Consulta entradas(banco, "SELECT Nro, Elo, " + Historico::ColunasDoElo() + " FROM HISTORICO ORDER BY Nro");
+        std::int64_t nro = 0;
+        while (entradas.Proxima()) {
+            QVariantList campos;
+            for (int coluna = 2; coluna < 14; ++coluna) {
+                campos.push_back(entradas.Valor(coluna));
+            }
+            ASSERT_EQ(entradas.Inteiro(0), ++nro);
+            elo = Historico::Encadeia(elo, nro, campos);
+            ASSERT_EQ(entradas.Texto(1), elo) << nro;
+        }
+        EXPECT_GT(nro, 200);
+        EXPECT_EQ(Historico(banco).Fim().Tamanho, nro);
+    });
+    for (const char *tabela : {"AFERICAO", "EQUIPAMENTO", "USUARIO"}) {
+        const std::string chave = std::string(tabela) == "USUARIO"    ? "Numero"
+                                  : std::string(tabela) == "AFERICAO" ? "NroIntAfericao"
+                                                                      : "NroIntEquip";
+        const std::string numero = Sql("SELECT MIN(" + chave + ") FROM " + tabela);
+        EXPECT_EQ(Historico::Retrato(banco, tabela, std::stoll(numero)),
+                  Sql(std::string("SELECT Depois FROM HISTORICO WHERE Entidade = '") + tabela +
+                      "' AND NroEntidade = " + numero + " ORDER BY Nro DESC LIMIT 1"));
+    }
+}
+
+TEST_F(ServicosMigracao, Version1_WithTheUsersOfTheSample_IsASampleWithAnAdministrator)
+{
+    Abre();
+    EXPECT_EQ(Servicos::Abre(caminho, Agora)->Tipo(), TipoDeRegistro::Amostra);
+    EXPECT_EQ(Sql("SELECT group_concat(Numero || Acao) FROM PERMISSAO WHERE Objeto = 'VOR-EQP-ADM'"), "101C,101T,101U");
+    EXPECT_EQ(Sql("SELECT group_concat(DISTINCT UF) FROM CLIENTE"), "RS");
+}
+
+TEST_F(ServicosMigracao, Version1_WithOtherUsers_IsARegistry)
+{
+    Sql("DROP TRIGGER USUARIO_SEM_DELETE; UPDATE USUARIO SET Chave = 'outra' WHERE Numero = 101");
+    Sql("CREATE TRIGGER USUARIO_SEM_DELETE BEFORE DELETE ON USUARIO BEGIN SELECT RAISE(ABORT, 'x'); END");
+    Abre();
+    EXPECT_EQ(Servicos::Abre(caminho, Agora)->Tipo(), TipoDeRegistro::Registro);
+}
+
+TEST_F(ServicosMigracao, Version1_Opened_WorksOn)
+{
+    const auto servicos = Servicos::Abre(caminho, Agora);
+    std::string recusa;
+    std::int32_t espera = 0;
+    const auto ana = servicos->Entra("ana", "registro2026", recusa, espera);
+    ASSERT_TRUE(ana) << recusa;
+    const auto lido = ::Abre(ana, 1);
+    const auto mudado = ComoTipo<EquiptoED>(lido->Copia());
+    mudado->Descricao = "Depois";
+    EXPECT_TRUE(Exigido(Pede(ana, "altera", mudado)).Feita);
+}
+
+TEST_F(ServicosMigracao, Version1_WithAValueThatItsColumnDoesNotTake_IsRefusedByName)
+{
+    const std::string qual = Sql("SELECT NroIntAfericao FROM AFERICAO ORDER BY DataVencimento DESC LIMIT 1");
+    Sql("UPDATE AFERICAO SET DataVencimento = 20310000 WHERE NroIntAfericao = " + qual);
+    RecusaComo("O registro não pôde ser atualizado: na linha " + qual +
+               " da tabela AFERICAO, o campo \"data de vencimento\" precisa de uma data válida. Nada foi mudado.");
+}
+
+TEST_F(ServicosMigracao, Version1_WithATextForANumber_IsRefusedByName)
+{
+    Sql("UPDATE LIMITE SET VelocPerm = 'muita' WHERE NroInt = (SELECT MIN(NroInt) FROM LIMITE)");
+    RecusaComo("O registro não pôde ser atualizado: na linha " + Sql("SELECT MIN(NroInt) FROM LIMITE") +
+               " da tabela LIMITE, o campo \"velocidade permitida\" precisa ser um número. Nada foi mudado.");
+}
+
+TEST_F(ServicosMigracao, Version1_WithAReferenceThatLeadsNowhere_IsRefusedByName)
+{
+    Sql("PRAGMA foreign_keys = OFF; UPDATE SENSOR SET NroIntEquip = 999 WHERE NroIntSensor = 1");
+    EXPECT_THROW(Abre(), Falha);
+    EXPECT_EQ(Sql("SELECT MAX(Versao) FROM ESQUEMA"), "1");
+}
+
+} // namespace
