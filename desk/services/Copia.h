@@ -1,5 +1,6 @@
 #pragma once
 
+#include "desk/services/Instante.h"
 #include "host/Data.h"
 
 #include <cstdint>
@@ -19,9 +20,10 @@ using Andamento = std::function<bool(double parte)>;
 // What came of making a copy, or of restoring one.
 struct DesfechoDaCopia {
     bool Feita = false;
-    bool Cancelada = false;           // given up by whoever watched; nothing is left of it
-    std::string Arquivo;              // the new copy; of a restoration, the file that keeps what was replaced, if any
-    std::string Frase;                // what was done, or why nothing was
+    bool Cancelada = false;       // given up by whoever watched; nothing is left of it
+    bool SoPorSerDeOutro = false; // refused for that only: it may be asked for again with PedidoDeRestauracao.DeOutro
+    std::string Arquivo;          // the new copy; of a restoration, the file that keeps what was replaced, if any
+    std::string Frase;            // what was done, or why nothing was
     std::vector<std::string> Achados; // what is wrong with the copy, when that is why
 };
 
@@ -37,6 +39,9 @@ class Copia {
   public:
     static constexpr int QuantasPadrao = 14;
 
+    // The directory of copies that a registry has beside it unless another one is chosen.
+    static std::string PastaPadrao(const std::string &registro);
+
     // registro: its file. confere: looks through each copy before it counts as made; the integrity of the database and
     // the identifier of the registry are looked at in any case.
     Copia(std::string registro, ConfereArquivo confere);
@@ -44,11 +49,11 @@ class Copia {
     // Makes a copy in the directory, which is made when it is not there: the registry as it was at one moment, whole in
     // one file. Then removes all but the newest `quantas` copies of this registry there. Blocks until it is done;
     // andamento is called from time to time on the same thread. The registry may be open here and elsewhere.
-    DesfechoDaCopia Faz(const std::string &pasta, Data agora, int quantas = QuantasPadrao,
+    DesfechoDaCopia Faz(const std::string &pasta, const Instante &agora, int quantas = QuantasPadrao,
                         const Andamento &andamento = {}) const;
 
     // Whether today's copy of this registry is still to be made there.
-    bool Devida(const std::string &pasta, Data agora) const;
+    bool Devida(const std::string &pasta, const Instante &agora) const;
 
     // The copies of this registry in the directory, the newest first.
     std::vector<CopiaGuardada> Guardadas(const std::string &pasta) const;

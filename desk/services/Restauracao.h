@@ -21,7 +21,8 @@ class Restauracao {
     // Checks the copy, brings it to the newest schema beside the registry and lets it take the registry's place in one
     // step; what it replaces is kept beside as registro.antes-AAAAMMDD-HHMMSS.db. The registry must be closed here, and
     // is refused while another program has it open. An end in the middle leaves the old registry or the new one.
-    DesfechoDaCopia Faz(const PedidoDeRestauracao &pedido, Data agora, const Andamento &andamento = {}) const;
+    DesfechoDaCopia Faz(const PedidoDeRestauracao &pedido, const Instante &agora,
+                        const Andamento &andamento = {}) const;
 
   private:
     std::string m_Registro;

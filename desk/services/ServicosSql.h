@@ -20,6 +20,7 @@ class ServicosSql : public Servicos {
                          const std::vector<std::string> &acoes) override;
     void CadastraCliente(const ClienteCadastrado &cliente) override;
     bool Vazio() override;
+    const std::string &SomenteLeitura() const override { return m_Banco->SomenteLeitura(); }
     TipoDeRegistro Tipo() const override { return m_Tipo; }
     std::string Identificador() const override { return m_Identificador; }
 

@@ -83,6 +83,10 @@ SessaoSql::SessaoSql(std::shared_ptr<Banco> banco, Relogio agora, mesa::Operador
 bool SessaoSql::Opera(bool escreve, const std::function<void(Operacao &)> &trabalho, std::string &recusa)
 {
     recusa.clear();
+    if (escreve && !m_Banco->SomenteLeitura().empty()) {
+        recusa = m_Banco->SomenteLeitura() + " Nada foi gravado.";
+        return false;
+    }
     const Instante agora = m_Agora();
     const auto roda = [&] {
         Operacao operacao(*m_Banco, m_Operador, agora, m_Lidas);

@@ -114,7 +114,11 @@ std::optional<Operador> Usuarios::Entra(const std::string &usuario, const std::s
         recusa = RecusaDaEntrada;
         return std::nullopt;
     }
-    espera = m_Banco.Escreve([&] { return ContaTentativa(operador.Numero, momento); });
+    // Where nothing can be written, nothing is counted: who has the file there can try without this program.
+    const bool conta = m_Banco.SomenteLeitura().empty();
+    if (conta) {
+        espera = m_Banco.Escreve([&] { return ContaTentativa(operador.Numero, momento); });
+    }
     if (espera > 0) {
         recusa = FraseDaEspera(espera);
         return std::nullopt;
@@ -127,7 +131,9 @@ std::optional<Operador> Usuarios::Entra(const std::string &usuario, const std::s
         });
         return std::nullopt;
     }
-    m_Banco.Escreve([&] { GravaTentativas(operador.Numero, 0, 0); });
+    if (conta) {
+        m_Banco.Escreve([&] { GravaTentativas(operador.Numero, 0, 0); });
+    }
     return operador;
 }
 
