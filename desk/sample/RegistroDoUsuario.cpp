@@ -1,6 +1,7 @@
 #include "desk/sample/RegistroDoUsuario.h"
 
 #include "desk/sample/Amostra.h"
+#include "desk/services/Disco.h"
 #include "host/Conversoes.h"
 
 #include <array>
@@ -51,7 +52,7 @@ std::filesystem::path CaminhoDoRegistro(const std::filesystem::path &diretorio)
 Ref<Servicos> AbreRegistroDoUsuario(const std::filesystem::path &diretorio, ConteudoInicial conteudo, bool deNovo,
                                     const Relogio &agora, const std::function<void(double)> &progresso)
 {
-    std::filesystem::create_directories(diretorio);
+    FazPastaPrivada(diretorio);
     const std::filesystem::path registro = CaminhoDoRegistro(diretorio);
     const std::filesystem::path emPreparo = diretorio / "registro.em-preparo.db";
     if (deNovo && std::filesystem::exists(registro)) {

@@ -121,6 +121,10 @@ std::string SessaoSql::RecusaDaEntrada() const
 bool SessaoSql::Opera(bool escreve, const std::function<void(Operacao &)> &trabalho, std::string &recusa)
 {
     recusa.clear();
+    if (escreve && !m_Banco->SomenteLeitura().empty()) {
+        recusa = m_Banco->SomenteLeitura() + " Nada foi gravado.";
+        return false;
+    }
     const Instante agora = m_Agora();
     const auto roda = [&] {
         const std::string semEntrada = RecusaDaEntrada();
@@ -155,6 +159,9 @@ try {
 bool SessaoSql::TrocaMinhaSenha(const Ref<Objeto> &pedido, std::string &recusa)
 try {
     const auto &troca = ComoPedido<TrocaSenhaED>(pedido);
+    if (!m_Banco->SomenteLeitura().empty()) {
+        throw Recusa(m_Banco->SomenteLeitura() + " Nada foi gravado.");
+    }
     return m_Portaria->TrocaSenha(m_Entrada, troca.Atual, troca.Nova, m_Agora(), recusa);
 } catch (const Recusa &motivo) {
     recusa = motivo.what();

@@ -245,7 +245,7 @@ TEST_F(ServicosEntrada, Entra_OfManyNamesThatThereAreNot_EachIsCountedByItself)
 TEST(ServicosTentativas, OfNamesThatThereAreNot_TheOldestIsForgottenWhenThereAreTooMany)
 {
     const auto agora = [](int segundo) { return Instante(Data{DataDe(20, 11, 2026).Valor + segundo / 86400.0}); };
-    TentativasDeDesconhecidos tentativas;
+    TentativasEmMemoria tentativas;
     for (int vez = 0; vez < 3; ++vez) {
         tentativas.De("primeiro").Conta(agora(0));
     }
