@@ -2,9 +2,12 @@
 
 #include "controls/PreparaDetalhes.h"
 #include "desk/host/Caminhos.h"
+#include "desk/services/LayoutED.h"
 #include "desk/services/Referencias.h"
 #include "desk/services/ServicoDocumentos.h"
 #include "host/Conversoes.h"
+#include "host/Falha.h"
+#include "host/Indicador.h"
 #include "shell/ModGeral.h"
 
 #include <QByteArray>
@@ -122,6 +125,24 @@ void DadosVorMesa::PreencheRejeicoes(const Ref<IztCombo> &combo, std::int32_t, s
     for (const Rejeicao &rejeicao : Referencias::Tabelas().Rejeicoes()) {
         combo->AdicionaItem(rejeicao.Nome + "|" + CStr(rejeicao.Numero));
     }
+}
+
+std::vector<std::string> DadosVorMesa::ArquivosDeLayout(SessaoServico &sessao)
+{
+    auto pedido = Novo<ListaLayoutsED>();
+    pedido->Oferecidos = Indicador::Sim;
+    Ref<Objeto> enviado = pedido;
+    Valor retorno;
+    std::string recusa;
+    std::vector<std::string> nomes;
+    if (!sessao.Executa("AdministracaoRN", "listaLayouts", enviado, retorno, recusa)) {
+        throw Falha(NumeroFalha::PermissaoNegada, "DadosVor", recusa);
+    }
+    const ListaDe<LayoutED> layouts = retorno.Como<ListaLayoutsED>()->Layouts;
+    for (std::int32_t posicao = 1; !layouts.Nada() && posicao <= layouts->Count(); ++posicao) {
+        nomes.push_back(layouts->Item(posicao)->NomeLayout.Valor() + ".LAY");
+    }
+    return nomes;
 }
 
 std::string DadosVorMesa::DirLayouts()

@@ -303,13 +303,13 @@ std::string Historico::Mudancas(Raiz raiz, std::int32_t numero, std::int64_t dep
 
 std::string Historico::Ultima(const std::string &entidade, std::int64_t numero) const
 {
-    Consulta linha(
-        m_Banco,
-        "SELECT u.Nome, h.Quando, COALESCE(h.Fuso, 0) FROM HISTORICO h JOIN USUARIO u ON u.Numero = h.Operador "
-        "WHERE h.Entidade = ? AND h.NroEntidade = ? ORDER BY h.Nro DESC LIMIT 1",
-        {Q(entidade), qlonglong(numero)});
+    Consulta linha(m_Banco,
+                   "SELECT 'por ' || u.Nome, h.Quando, COALESCE(h.Fuso, 0) FROM HISTORICO h "
+                   "LEFT JOIN USUARIO u ON u.Numero = h.Operador WHERE h.Entidade = ? AND h.NroEntidade = ? "
+                   "ORDER BY CASE WHEN h.Operador IS NULL THEN 1 ELSE 0 END, h.Nro DESC LIMIT 1",
+                   {Q(entidade), qlonglong(numero)});
     return linha.Proxima()
-               ? "por " + linha.Texto(0) + " em " +
+               ? (linha.Valor(0).isNull() ? "pelo sistema" : linha.Texto(0)) + " em " +
                      TextoDoMomento(MaisMinutos(linha.Inteiro(1), static_cast<std::int32_t>(linha.Inteiro(2))))
                : "";
 }

@@ -10,11 +10,14 @@ namespace {
 
 const std::map<std::string_view, std::string_view> Nomes = {
     {"ArquivoLayout", "layout dos arquivos"},
+    {"Bairro", "bairro"},
+    {"Cep", "CEP"},
     {"ClienteInc", "cliente"},
     {"CodCliente", "código do cliente"},
     {"CodLograd", "logradouro"},
     {"CodMunic", "município"},
     {"Codigo", "código"},
+    {"Conteudo", "conteúdo"},
     {"Data", "data"},
     {"DataVencimento", "data de vencimento"},
     {"DataVerificacao", "data de verificação"},

@@ -5,6 +5,7 @@
 #include "desk/services/MapaRegistro.h"
 #include "desk/services/Recusa.h"
 #include "desk/services/Referencias.h"
+#include "desk/services/ServicoLayouts.h"
 #include "desk/services/ServicoSensores.h"
 #include "desk/services/TextoBusca.h"
 #include "host/Conversoes.h"
@@ -101,6 +102,7 @@ Ref<EquiptoED> ServicoEquipamentos::Inclui(const EquiptoED &pedido)
     novo->Ativo = Indicador::Sim;
     FirmaIndicadores(*novo);
     ConfereRegistro(*novo);
+    ServicoLayouts(m_Operacao).ConfereOferecido(novo->ArquivoLayout);
     if (!TipoDe(*novo).Em(novo->TipoAgente)) {
         throw Recusa("O tipo de medidor " + CStr(novo->TipoAgente.Valor()) + " não tem o tipo de equipamento \"" +
                      novo->TipoEquip.Valor() + "\".");
@@ -136,6 +138,9 @@ void ServicoEquipamentos::Altera(const EquiptoED &pedido)
     novo->HoraTrans = gravado.Registro->HoraTrans.Valor();
     FirmaIndicadores(*novo);
     ConfereRegistro(*novo);
+    if (novo->ArquivoLayout.Valor() != gravado.Registro->ArquivoLayout.Valor()) {
+        ServicoLayouts(m_Operacao).ConfereOferecido(novo->ArquivoLayout);
+    }
 
     const std::int64_t versao = gravado.Versao + 1;
     const bool mudou = MapaRegistro::Json(*novo) != MapaRegistro::Json(*gravado.Registro);

@@ -4,7 +4,7 @@
 #include "desk/services/Historico.h"
 #include "desk/services/MapaRegistro.h"
 #include "desk/services/Recusa.h"
-#include "desk/services/Referencias.h"
+#include "desk/services/ServicoLogradouros.h"
 #include "host/Conversoes.h"
 #include "host/Indicador.h"
 
@@ -241,9 +241,8 @@ void ServicoSensores::Confere(const SensorED &sensor, const SensorED *antes) con
 {
     Conferencia::Membros("SENSOR", sensor);
     const std::int32_t logradouro = sensor.CodLograd;
-    if (logradouro != 0 && (antes == nullptr || antes->CodLograd.Valor() != logradouro) &&
-        !Referencias::Tabelas().TemLogradouro(logradouro)) {
-        throw Recusa("Não existe o logradouro de código " + CStr(logradouro) + ".");
+    if (logradouro != 0 && (antes == nullptr || antes->CodLograd.Valor() != logradouro)) {
+        ServicoLogradouros(m_Operacao).ConfereOferecido(logradouro);
     }
 }
 

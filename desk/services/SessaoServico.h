@@ -72,4 +72,7 @@ class SessaoServico : public Objeto {
     virtual Data LeReplica(const std::function<void(const LinhaReplica &)> &cadaLinha) = 0;
 };
 
+// The state of the operator's client; empty when there is no such client any more.
+std::string UFDoCliente(SessaoServico &sessao);
+
 } // namespace mesa

@@ -7,7 +7,9 @@
 #include "desk/services/ServicoClientes.h"
 #include "desk/services/ServicoDocumentos.h"
 #include "desk/services/ServicoEquipamentos.h"
+#include "desk/services/ServicoLayouts.h"
 #include "desk/services/ServicoLimites.h"
+#include "desk/services/ServicoLogradouros.h"
 #include "desk/services/ServicoUsuarios.h"
 #include "desk/services/Usuarios.h"
 #include "host/Indicador.h"
@@ -87,6 +89,13 @@ const std::map<ChaveOperacao, Atendimento> &Atendimentos()
         {{"AdministracaoRN", "listaClientes"}, Atende(le, &ServicoClientes::Lista)},
         {{"AdministracaoRN", "incluiCliente"}, Atende(escreve, &ServicoClientes::Inclui)},
         {{"AdministracaoRN", "alteraCliente"}, Atende(escreve, &ServicoClientes::Altera)},
+        {{"AdministracaoRN", "listaLogradouros"}, Atende(le, &ServicoLogradouros::Lista)},
+        {{"AdministracaoRN", "incluiLogradouro"}, Atende(escreve, &ServicoLogradouros::Inclui)},
+        {{"AdministracaoRN", "alteraLogradouro"}, Atende(escreve, &ServicoLogradouros::Altera)},
+        {{"AdministracaoRN", "importaLogradouros"}, Atende(escreve, &ServicoLogradouros::Importa)},
+        {{"AdministracaoRN", "listaLayouts"}, Atende(le, &ServicoLayouts::Lista)},
+        {{"AdministracaoRN", "incluiLayout"}, Atende(escreve, &ServicoLayouts::Inclui)},
+        {{"AdministracaoRN", "alteraLayout"}, Atende(escreve, &ServicoLayouts::Altera)},
         {{"RelatorioRN", "consultaRelatorioRVOR011"}, Atende(le, &ServicoAfericoes::Certificado)},
     };
     return tabela;

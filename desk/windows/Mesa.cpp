@@ -1,6 +1,5 @@
 #include "desk/windows/Mesa.h"
 
-#include "desk/host/Logradouros.h"
 #include "desk/windows/ConsultaAutuacao.h"
 #include "desk/windows/Entrada.h"
 #include "desk/windows/Involucro.h"
@@ -55,7 +54,7 @@ Mesa::Mesa(Ref<Servicos> servicos, std::filesystem::path diretorio, std::functio
     m_Janelas->FazInvolucro = [] { return Novo<Involucro>(); };
     m_Janelas->MostraFalha = [] { gSubMostraErro("Mesa"); };
     m_Janelas->FechouVisor = [this] { LimpaCertificados(); };
-    m_Camada->Logradouros = Novo<LogradourosMesa>();
+    m_Camada->Logradouros = m_Host->Logradouros;
     m_Camada->Clientes = [this] {
         std::vector<ClienteOferecido> oferecidos;
         for (ClienteCadastrado &cliente : m_Host->Servico()->Clientes()) {

@@ -1,5 +1,4 @@
 #include "controls/ztList.h"
-#include "desk/host/Logradouros.h"
 #include "desk/sample/CertificadoPDF.h"
 #include "desk/windows/Entrada.h"
 #include "desk/windows/VisorPDF.h"
@@ -77,7 +76,7 @@ class JanelasTeste : public MesaTeste {
         pedidos.NaBorda = [](const std::function<void()> &acao) { acao(); };
         pedidos.Fecha = pedidos.Ajuda = pedidos.Redimensionou = [] {};
         return new JanelaForm(form,
-                              {pedidos, [] { return std::vector<ClienteOferecido>{}; }, Novo<LogradourosMesa>(),
+                              {pedidos, [] { return std::vector<ClienteOferecido>{}; }, mesa.Hospedeiro()->Logradouros,
                                Novo<MemoriaDeEnderecos>()},
                               &mesa);
     }

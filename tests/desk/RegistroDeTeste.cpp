@@ -1,5 +1,8 @@
 #include "tests/desk/RegistroDeTeste.h"
 
+#include "desk/services/LayoutED.h"
+#include "desk/services/LogradouroED.h"
+
 #include <sqlite3.h>
 
 #include <memory>
@@ -57,7 +60,7 @@ RegistroDeTeste::RegistroDeTeste() : Relogio(DataDe(20, 11, 2026, 10, 0, 0))
     m_Servicos = Servicos::Cria(
         Caminho(), TipoDeRegistro::Registro, [this] { return Relogio; }, CustoDeTeste);
     m_Servicos->CadastraCliente({1, "Autoridade Estadual de Trânsito", {"Fiscalização", "Metrologia"}, "RS"});
-    m_Servicos->CadastraCliente({2, "Autoridade Municipal de Trânsito", {"Operações"}, "RS"});
+    m_Servicos->CadastraCliente({2, "Autoridade Municipal de Trânsito", {"Operações"}, "SP"});
 }
 
 void RegistroDeTeste::Fecha()
@@ -74,7 +77,7 @@ void RegistroDeTeste::Reabre()
 Ref<Servicos> RegistroDeTeste::AbreOutro()
 {
     return Servicos::Abre(
-        Caminho(), [this] { return Relogio; }, CustoDeTeste);
+        Caminho(), [this] { return Relogio; }, "", CustoDeTeste);
 }
 
 void RegistroDeTeste::PassaSegundos(std::int32_t n)
@@ -101,6 +104,35 @@ Ref<SessaoServico> RegistroDeTeste::Sessao(const std::string &usuario)
         throw std::runtime_error(recusa);
     }
     return sessao;
+}
+
+std::int32_t RegistroDeTeste::IncluiRua(const std::string &nome, const std::string &bairro, const std::string &cep,
+                                        std::int32_t codMunic)
+{
+    auto rua = Com(Novo<LogradouroED>(), &LogradouroED::CodMunic, codMunic, &LogradouroED::NomeLograd, nome);
+    Com(rua, &LogradouroED::Bairro, bairro, &LogradouroED::Cep, cep);
+    return Exigido(Pede(Sessao("marta"), "incluiLogradouro", rua, "AdministracaoRN")).Como<LogradouroED>()->CodLograd;
+}
+
+void RegistroDeTeste::DesativaRua(std::int32_t codigo)
+{
+    auto rua = Com(Novo<LogradouroED>(), &LogradouroED::CodLograd, codigo, &LogradouroED::Ativo, 2);
+    rua->Versao = std::stoi(Sql("SELECT Versao FROM LOGRADOURO WHERE CodLograd = " + std::to_string(codigo)));
+    Exigido(Pede(Sessao("marta"), "alteraLogradouro", rua, "AdministracaoRN"));
+}
+
+void RegistroDeTeste::IncluiLayout(const std::string &nome)
+{
+    Exigido(
+        Pede(Sessao("marta"), "incluiLayout", Com(Novo<LayoutED>(), &LayoutED::NomeLayout, nome), "AdministracaoRN"));
+}
+
+void RegistroDeTeste::DesativaLayout(const std::string &nome)
+{
+    auto layout = Com(Novo<LayoutED>(), &LayoutED::Ativo, 2, &LayoutED::NroLayout,
+                      std::stoi(Sql("SELECT NroLayout FROM LAYOUT WHERE Nome = '" + nome + "'")));
+    layout->Versao = std::stoi(Sql("SELECT Versao FROM LAYOUT WHERE Nome = '" + nome + "'"));
+    Exigido(Pede(Sessao("marta"), "alteraLayout", layout, "AdministracaoRN"));
 }
 
 std::string RegistroDeTeste::Sql(const std::string &comando)

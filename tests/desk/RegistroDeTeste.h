@@ -30,7 +30,8 @@ struct Retorno {
 inline constexpr mesa::CustoDaSenha CustoDeTeste{1, 8192};
 
 // A registry in a file of its own, in a directory that goes away with the test. Its clients are Autoridade Estadual de
-// Trânsito (sectors Fiscalização and Metrologia) and Autoridade Municipal de Trânsito (Operações).
+// Trânsito (sectors Fiscalização and Metrologia), of the state RS, and Autoridade Municipal de Trânsito (Operações), of
+// SP.
 //
 // Its users come to be when they first sign in: ana, bia and caio may do everything for Autoridade Estadual de
 // Trânsito, bruno only looks there, inês only includes, alice only changes, eva only deactivates, carla may do nothing,
@@ -54,6 +55,14 @@ class RegistroDeTeste {
     Ref<mesa::SessaoServico> Sessao(const std::string &usuario);
     // Makes the user known without signing in.
     void Cadastra(const std::string &usuario);
+
+    // A street, of Porto Alegre when no municipality is told, and its code; one that is offered no more. The same of
+    // the layouts. By marta.
+    std::int32_t IncluiRua(const std::string &nome, const std::string &bairro = "Centro",
+                           const std::string &cep = "90010000", std::int32_t codMunic = 4314902);
+    void DesativaRua(std::int32_t codigo);
+    void IncluiLayout(const std::string &nome);
+    void DesativaLayout(const std::string &nome);
 
     // The clock: 20/11/2026 10:00:00 at first.
     Data Relogio;

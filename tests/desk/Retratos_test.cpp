@@ -1,5 +1,4 @@
 #include "controls/ztCombo.h"
-#include "desk/host/Logradouros.h"
 #include "search/CVorEquip.h"
 #include "shell/Especifica.h"
 #include "tests/desk/MesaTeste.h"
@@ -258,14 +257,13 @@ class RetratosTeste : public MesaTeste {
         novo->NroIntRejLimDif = 10;
         novo->txtObsNotif = "Infração registrada por sistema automático não metrológico de tráfego.";
         const std::string local = "Avenida Presidente João Belchior Marques Goulart, 12345, fundos, Porto Alegre/RS";
-        const auto ruas = ProcuraLogradouros(novo->CodMunic, "a", 1);
         for (std::int16_t numero = 1; numero <= (tipo.Sensores ? 2 : 1); ++numero) {
             auto sensor = SensorDe(numero);
             sensor->LocalInfr = local;
-            sensor->CodLograd = ruas.front().Codigo;
+            sensor->CodLograd = rua;
             sensor->EndNro = 1200;
             sensor->EndCompl = "fundos";
-            sensor->EndCep = CLng(ruas.front().Cep);
+            sensor->EndCep = 90010020;
             Poe(sensor, Afericao(1, 2025));
             Poe(sensor, Afericao(2, 2026));
             Poe(novo, sensor);
@@ -286,6 +284,7 @@ class RetratosTeste : public MesaTeste {
     }
 
     Ref<SessaoServico> ana = registro.Sessao("ana");
+    std::int32_t rua = registro.IncluiRua("Avenida Getúlio Vargas", "Centro", "90010020");
 };
 
 TEST_F(RetratosTeste, SearchWindow_ByTheMenu)

@@ -792,7 +792,7 @@ TEST_F(ServicosAdministracao, listaClientes_TellsAllWithTheirSectors)
               "ListaClientesED{Clientes=[ClienteED{CodCliente=1, Versao=1, NomeCliente=\"Autoridade Estadual de "
               "Trânsito\", UF=\"RS\", Ativo=1, Setores=[SetorED{NroSetor=1, NomeSetor=\"Fiscalização\", Ativo=1}, "
               "SetorED{NroSetor=2, NomeSetor=\"Metrologia\", Ativo=1}]}, ClienteED{CodCliente=2, Versao=1, "
-              "NomeCliente=\"Autoridade Municipal de Trânsito\", UF=\"RS\", Ativo=1, Setores=[SetorED{NroSetor=3, "
+              "NomeCliente=\"Autoridade Municipal de Trânsito\", UF=\"SP\", Ativo=1, Setores=[SetorED{NroSetor=3, "
               "NomeSetor=\"Operações\", Ativo=1}]}]}");
 }
 
@@ -873,7 +873,7 @@ class ServicosPrimeiroAdministrador : public testing::Test {
     Ref<Servicos> Abre() const
     {
         return Servicos::Abre(
-            Caminho(), [] { return DataDe(20, 11, 2026, 10, 0, 0); }, CustoDeTeste);
+            Caminho(), [] { return DataDe(20, 11, 2026, 10, 0, 0); }, "", CustoDeTeste);
     }
     std::string Caminho() const { return m_Diretorio.filePath("registro.db").toStdString(); }
     std::string Sql(const std::string &comando) const { return LinhasSql(Caminho(), comando).at(0); }
@@ -912,7 +912,7 @@ TEST_F(ServicosPrimeiroAdministrador, OfAnEmptyRegistry_MayDoEverythingAtOnce)
         EXPECT_TRUE(sessao->TemPermissao("NAB", direito.Objeto, direito.Acao)) << direito.Palavras;
     }
     EXPECT_EQ(Sql("SELECT group_concat(COALESCE(Operador, '-') || Entidade || NroEntidade || Acao) FROM HISTORICO "
-                  "WHERE Entidade NOT IN ('SESSAO', 'ESTACAO', 'PERMISSAO')"),
+                  "WHERE Entidade NOT IN ('SESSAO', 'ESTACAO', 'PERMISSAO', 'LAYOUT')"),
               "-REGISTRO1inclui,-CLIENTE5inclui,-SETOR1inclui,-SETOR2inclui,-USUARIO1inclui");
     EXPECT_EQ(Sql("SELECT UF FROM CLIENTE"), "SC");
     EXPECT_TRUE(Pede(sessao, "inclui", EquipamentoDe("X-1")).Feita);

@@ -53,7 +53,7 @@ TEST_F(ServicosSensores, altera_NewSensorWithCalibration_GetNumbersOfTheirOwn)
     const std::int32_t numero = ComSensores({});
     const double documento = GuardaPdf(m_Ana, "c");
     const auto s = SensorDe(1);
-    s->CodLograd = 1007;
+    s->CodLograd = m_Registro.IncluiRua("Avenida Ipiranga");
     s->EndCep = 90010000;
     s->EndNro = 1200;
     s->EndCompl = "fundos";
@@ -64,7 +64,7 @@ TEST_F(ServicosSensores, altera_NewSensorWithCalibration_GetNumbersOfTheirOwn)
     EXPECT_EQ(Abre(m_Ana, numero)->Sensores.Valor()->Item(1)->Texto(),
               "SensorED{Afericoes=[AfericaoED{NroIntAfericao=1, Numero=\"123\", Marca=\"987\", "
               "DataVerificacao=01/01/2026, DataVencimento=31/12/2026, Ativo=1, NroIntImgCertif=1, TipoAfer=2, "
-              "PortDimel=\"123/15\"}], NroIntSensor=1, NroSensor=1, CodLograd=1007, EndCep=90010000, EndNro=1200, "
+              "PortDimel=\"123/15\"}], NroIntSensor=1, NroSensor=1, CodLograd=1, EndCep=90010000, EndNro=1200, "
               "EndCompl=\"fundos\", EndDescr=\"Esquina\", SentidoVia=\"Norte\", Ativo=1, "
               "LocalInfr=\"Av. Ipiranga, 1200\"}");
 }
@@ -334,11 +334,9 @@ TEST_F(ServicosSensores, Logradouro_ThatIsNotThere_IsRefused)
         const auto sensor = Com(SoSensor(1), &SensorED::CodLograd, codigo);
         return Pede(m_Ana, "altera", Poe(SoNumero(numero), sensor)).Recusa;
     };
-    EXPECT_EQ(recusa(77), "Não existe o logradouro de código 77.");
-    EXPECT_EQ(recusa(1000), "Não existe o logradouro de código 1000.");
-    EXPECT_EQ(recusa(1999), "Não existe o logradouro de código 1999.");
-    EXPECT_EQ(recusa(498001), "Não existe o logradouro de código 498001.");
-    EXPECT_EQ(recusa(497001), "");                      // the last municipality's first street
+    EXPECT_EQ(recusa(1), "Não existe o logradouro de código 1.");
+    EXPECT_EQ(recusa(m_Registro.IncluiRua("Avenida Ipiranga")), "");
+    EXPECT_EQ(recusa(2), "Não existe o logradouro de código 2.");
     EXPECT_EQ(recusa(0), "");                           // none
     m_Registro.Sql("UPDATE SENSOR SET CodLograd = 77"); // stored when there was such a street
     EXPECT_EQ(recusa(77), "");
