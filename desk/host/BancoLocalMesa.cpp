@@ -1,6 +1,7 @@
 #include "desk/host/BancoLocalMesa.h"
 
 #include "controls/OrdemPortuguesa.h"
+#include "desk/services/Disco.h"
 #include "desk/services/Referencias.h"
 #include "desk/services/TextoQt.h"
 #include "host/Conversoes.h"
@@ -285,6 +286,8 @@ void RenovaMunicipios(const ConexaoLocal &conexao)
 
 BancoLocalMesa::BancoLocalMesa(std::filesystem::path arquivo) : m_Arquivo(std::move(arquivo))
 {
+    CriaArquivoPrivado(m_Arquivo);
+    FazArquivoPrivado(m_Arquivo);
     const ConexaoLocal conexao(m_Arquivo, /*somenteLeitura=*/false);
     conexao.Executa("PRAGMA journal_mode = WAL");
     TransacaoLocal transacao(conexao);

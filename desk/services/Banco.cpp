@@ -23,7 +23,7 @@ Banco::Banco(std::unique_ptr<Dialeto> dialeto, const std::string &onde, Abertura
       m_Conexao(NovoNomeDeConexao())
 {
     try {
-        m_Dialeto->Abre(m_Conexao, onde, abertura);
+        m_SomenteLeitura = m_Dialeto->Abre(m_Conexao, onde, abertura);
         prepara();
     } catch (...) {
         m_Preparadas.clear();
@@ -32,8 +32,15 @@ Banco::Banco(std::unique_ptr<Dialeto> dialeto, const std::string &onde, Abertura
     }
 }
 
-Banco::Banco(std::unique_ptr<Dialeto> dialeto, const std::string &onde, const Instante &agora)
-    : Banco(std::move(dialeto), onde, Abertura::Existente, [this, &agora] { Migra(agora); })
+Banco::Banco(std::unique_ptr<Dialeto> dialeto, const std::string &onde, const Instante &agora,
+             const std::function<void()> &antesDeMigrar)
+    : Banco(std::move(dialeto), onde, Abertura::Existente,
+            [this, &agora, &antesDeMigrar] { Migra(agora, antesDeMigrar); })
+{
+}
+
+Banco::Banco(std::unique_ptr<Dialeto> dialeto, const std::string &onde, SoConsulta)
+    : Banco(std::move(dialeto), onde, Abertura::Consulta, [this] { Migra(Data(), {}); })
 {
 }
 
@@ -114,10 +121,11 @@ std::size_t Banco::Versao()
     return static_cast<std::size_t>(atual.Inteiro(0));
 }
 
-void Banco::Migra(const Instante &agora)
+void Banco::Migra(const Instante &agora, const std::function<void()> &antesDeMigrar)
 {
     const std::vector<Migracao> migracoes = m_Dialeto->Migracoes();
-    const std::size_t versao = Escreve([&] { return Versao(); }); // who cannot write hears it now
+    const auto le = [&] { return Versao(); };
+    const std::size_t versao = m_SomenteLeitura.empty() ? Escreve(le) : Le(le); // who cannot write hears it now
     if (versao > migracoes.size() + 1) {
         throw Falha(NumeroFalha::ErroInterno, "Servicos",
                     "O registro é da versão " + std::to_string(versao) + ", mais nova que a deste programa (versão " +
@@ -126,10 +134,15 @@ void Banco::Migra(const Instante &agora)
     if (versao == migracoes.size() + 1) {
         return;
     }
+    if (!m_SomenteLeitura.empty()) {
+        throw Falha(NumeroFalha::PermissaoNegada, "Servicos",
+                    "O registro é da versão " + std::to_string(versao) + " e precisa ser atualizado para a versão " +
+                        std::to_string(migracoes.size() + 1) + ", o que aqui não pode ser feito. " + m_SomenteLeitura);
+    }
     for (const QString &comando : m_Dialeto->AntesDeMigrar()) {
         Comanda(comando);
     }
-    AplicaMigracoes(migracoes, agora);
+    AplicaMigracoes(migracoes, agora, antesDeMigrar);
     for (const QString &comando : m_Dialeto->DepoisDeMigrar()) {
         Comanda(comando);
     }
@@ -137,9 +150,13 @@ void Banco::Migra(const Instante &agora)
 
 // The version is read again under the right to write, so that of two programs that open an old registry together one
 // migrates it and the other finds it migrated.
-void Banco::AplicaMigracoes(const std::vector<Migracao> &migracoes, const Instante &agora)
+void Banco::AplicaMigracoes(const std::vector<Migracao> &migracoes, const Instante &agora,
+                            const std::function<void()> &antesDeMigrar)
 {
     Escreve([&] {
+        if (antesDeMigrar && Versao() <= migracoes.size()) {
+            antesDeMigrar();
+        }
         for (std::size_t versao = Versao(); versao <= migracoes.size(); ++versao) {
             const Migracao &migracao = migracoes[versao - 1];
             for (const QString &comando : migracao.Comandos) {
@@ -165,7 +182,10 @@ Transacao::Transacao(Banco &banco, bool escreve) : m_Banco(banco)
     if (banco.m_EmTransacao) {
         throw Falha(NumeroFalha::ErroInterno, "Servicos", "Uma operação foi pedida no meio de outra.");
     }
-    if (escreve) {
+    if (escreve && !banco.m_SomenteLeitura.empty()) {
+        throw Falha(NumeroFalha::PermissaoNegada, "Servicos", banco.m_SomenteLeitura + " Nada foi gravado.");
+    }
+    if (escreve || !banco.m_SomenteLeitura.empty()) {
         banco.m_Dialeto->ConfereLugar(banco.m_Conexao);
     }
     banco.Comanda(escreve ? banco.m_Dialeto->IniciaEscrita() : banco.m_Dialeto->IniciaLeitura());

@@ -33,12 +33,20 @@ using Celulas = std::vector<Celula>;
 class Banco {
   public:
     // Opens the database and brings its schema up to date, or makes a new one, which `funda` fills in the same
-    // transaction. Raises ErroSql. agora: for what a migration writes down.
-    Banco(std::unique_ptr<Dialeto> dialeto, const std::string &onde, const Instante &agora);
+    // transaction. Raises ErroSql. agora: for what a migration writes down. antesDeMigrar: runs when the schema is
+    // about to change, while nobody else can write; what it throws keeps the schema as it is.
+    Banco(std::unique_ptr<Dialeto> dialeto, const std::string &onde, const Instante &agora,
+          const std::function<void()> &antesDeMigrar = {});
     Banco(std::unique_ptr<Dialeto> dialeto, const std::string &onde, const std::function<void(Banco &)> &funda);
+    // To be looked at only, as the file alone stands, which nobody works on.
+    struct SoConsulta {};
+    Banco(std::unique_ptr<Dialeto> dialeto, const std::string &onde, SoConsulta);
     Banco(const Banco &) = delete;
     Banco &operator=(const Banco &) = delete;
     ~Banco();
+
+    // Why the registry may only be looked at, as a sentence; empty when it may be worked on.
+    const std::string &SomenteLeitura() const { return m_SomenteLeitura; }
 
     // Runs the work in one transaction, which is rolled back if anything is thrown. When another one keeps the
     // database busy the whole work is run again from the start, a bounded number of times.
@@ -66,11 +74,13 @@ class Banco {
 
     QSqlQuery &Preparada(const QString &sql);
     std::size_t Versao();
-    void Migra(const Instante &agora);
-    void AplicaMigracoes(const std::vector<Migracao> &migracoes, const Instante &agora);
+    void Migra(const Instante &agora, const std::function<void()> &antesDeMigrar);
+    void AplicaMigracoes(const std::vector<Migracao> &migracoes, const Instante &agora,
+                         const std::function<void()> &antesDeMigrar);
 
     std::unique_ptr<Dialeto> m_Dialeto;
     QString m_Conexao;
+    std::string m_SomenteLeitura;
     std::map<QString, QSqlQuery> m_Preparadas;
     bool m_EmTransacao = false;
 };

@@ -24,6 +24,7 @@ struct Migracao {
 
 enum class Abertura {
     Existente, // of what is not there, or is no registry, nothing is made
+    Consulta,  // the same, and it is looked at only
     Nova       // there may be no file of that name
 };
 
@@ -36,14 +37,16 @@ class Dialeto {
     virtual ~Dialeto() = default;
 
     // Opens the connection of that name, ready for work: durable commits, foreign keys obeyed. Refuses what there is in
-    // `onde` when it is no registry, and what there is not.
-    virtual void Abre(const QString &conexao, const std::string &onde, Abertura abertura) const = 0;
+    // `onde` when it is no registry, and what there is not. Answers why it may only be looked at, as a sentence;
+    // nothing when it may be worked on.
+    virtual std::string Abre(const QString &conexao, const std::string &onde, Abertura abertura) = 0;
 
     // Begins a transaction that holds the right to write from its start, and one that only reads.
     virtual QString IniciaEscrita() const = 0;
     virtual QString IniciaLeitura() const = 0;
 
-    // Refuses to go on when what would be written would not be found again. Raises ErroSql.
+    // Refuses to go on when what would be written would not be found again, or what is only looked at is not what was
+    // opened any more. Raises ErroSql.
     virtual void ConfereLugar(const QString &) const {}
 
     virtual ErroSql Erro(const QSqlError &erro) const = 0;

@@ -1,5 +1,7 @@
 #include "desk/services/DialetoSQLite.h"
 
+#include "desk/services/AberturaSQLite.h"
+#include "desk/services/ArquivoSQLite.h"
 #include "desk/services/Esquema.h"
 #include "desk/services/MigracaoVersao2.h"
 
@@ -12,6 +14,9 @@
 #include <QVariant>
 
 #include <sqlite3.h>
+
+#include <system_error>
+#include <utility>
 
 namespace mesa {
 
@@ -185,25 +190,62 @@ void ConfereQueERegistro(QSqlQuery &comando)
 
 } // namespace
 
-void DialetoSQLite::Abre(const QString &conexao, const std::string &onde, Abertura abertura) const
+DialetoSQLite::DialetoSQLite(DetectorDeRede rede) : m_Rede(std::move(rede)) {}
+
+std::string DialetoSQLite::Abre(const QString &conexao, const std::string &onde, Abertura abertura)
 {
-    const QFileInfo arquivo(QString::fromStdString(onde));
-    if (abertura == Abertura::Nova && (arquivo.exists() || arquivo.isSymLink())) {
-        throw ErroSql(MotivoSql::JaExiste, onde);
-    }
-    if (abertura == Abertura::Existente && !arquivo.exists()) {
-        throw ErroSql(MotivoSql::Ausente, onde);
-    }
-    if (abertura == Abertura::Existente && arquivo.size() == 0) {
-        throw ErroSql(MotivoSql::Vazio, onde);
-    }
     QSqlDatabase banco = QSqlDatabase::addDatabase("QSQLITE", conexao);
     if (!banco.isValid()) {
         throw ErroSql(MotivoSql::Outro, "falta o componente do SQLite");
     }
+    const std::filesystem::path arquivo = LugarVerdadeiro(onde);
+    const AberturaSQLite lugar(arquivo, m_Rede);
+    const QFileInfo ha(QString::fromStdString(onde));
+    if (abertura == Abertura::Nova && (ha.exists() || ha.isSymLink())) {
+        throw ErroSql(MotivoSql::JaExiste, onde);
+    }
+    if (abertura != Abertura::Nova && !ha.exists()) {
+        throw ErroSql(MotivoSql::Ausente, onde);
+    }
+    if (abertura != Abertura::Nova && ha.size() == 0) {
+        throw ErroSql(MotivoSql::Vazio, onde);
+    }
+    if (abertura == Abertura::Consulta || !lugar.SoConsulta().empty()) {
+        AbreParaConsulta(banco, arquivo);
+        return lugar.SoConsulta().empty() ? "O registro foi aberto só para consulta." : lugar.SoConsulta();
+    }
+    AbreParaTrabalho(banco, arquivo.string(), abertura);
+    return "";
+}
+
+void DialetoSQLite::AbreParaConsulta(QSqlDatabase &banco, const std::filesystem::path &arquivo)
+{
+    banco.setDatabaseName(QString::fromStdString(NomeDeArquivoParado(arquivo)));
+    banco.setConnectOptions("QSQLITE_OPEN_URI;QSQLITE_OPEN_READONLY");
+    if (!banco.open()) {
+        throw Erro(banco.lastError());
+    }
+    m_Consultado = Retrato{arquivo, std::filesystem::file_size(arquivo), std::filesystem::last_write_time(arquivo)};
+    QSqlQuery comando(banco);
+    ConfereQueERegistro(comando);
+}
+
+void DialetoSQLite::AbreParaTrabalho(QSqlDatabase &banco, const std::string &arquivo, Abertura abertura) const
+{
+    const bool nova = abertura == Abertura::Nova;
+    if (nova) {
+        CriaArquivoPrivado(arquivo);
+    } else {
+        FazArquivoPrivado(arquivo); // and what the database makes beside it follows
+    }
+    for (const char *parte : PartesAoLado) {
+        if (std::filesystem::exists(arquivo + parte)) {
+            FazArquivoPrivado(arquivo + parte);
+        }
+    }
     // By the mode in the address an absent file is not made, not even if it goes away at this moment.
-    banco.setDatabaseName(QString::fromUtf8(QUrl::fromLocalFile(arquivo.absoluteFilePath()).toEncoded()) +
-                          (abertura == Abertura::Nova ? "?mode=rwc" : "?mode=rw"));
+    banco.setDatabaseName(QString::fromUtf8(QUrl::fromLocalFile(QString::fromStdString(arquivo)).toEncoded()) +
+                          "?mode=rw");
     banco.setConnectOptions("QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=5000");
     if (!banco.open()) {
         throw Erro(banco.lastError());
@@ -213,7 +255,7 @@ void DialetoSQLite::Abre(const QString &conexao, const std::string &onde, Abertu
         throw ErroSql(MotivoSql::SoLeitura, "attempt to write a readonly database");
     }
     QSqlQuery comando(banco);
-    if (abertura == Abertura::Existente) {
+    if (!nova) {
         ConfereQueERegistro(comando);
     }
     for (int tentativa = 1; !comando.exec("PRAGMA journal_mode = WAL"); ++tentativa) {
@@ -226,9 +268,10 @@ void DialetoSQLite::Abre(const QString &conexao, const std::string &onde, Abertu
     if (!comando.next() || comando.value(0).toString() != "wal") {
         throw ErroSql(MotivoSql::SoLeitura, "sem diário de gravação");
     }
-    // With recursive triggers a row that is replaced counts as erased too.
-    for (const char *pragma :
-         {"PRAGMA synchronous = FULL", "PRAGMA foreign_keys = ON", "PRAGMA recursive_triggers = ON"}) {
+    // With recursive triggers a row that is replaced counts as erased too. The last one looks into the file, which from
+    // then on is known to be open here.
+    for (const char *pragma : {"PRAGMA synchronous = FULL", "PRAGMA foreign_keys = ON",
+                               "PRAGMA recursive_triggers = ON", "SELECT COUNT(*) FROM sqlite_schema"}) {
         if (!comando.exec(pragma)) {
             throw Erro(comando.lastError());
         }
@@ -248,6 +291,15 @@ QString DialetoSQLite::IniciaLeitura() const
 // The open file outlives its name: what is written into it then goes away with the program.
 void DialetoSQLite::ConfereLugar(const QString &conexao) const
 {
+    if (m_Consultado) {
+        std::error_code erro;
+        if (std::filesystem::file_size(m_Consultado->Arquivo, erro) != m_Consultado->Tamanho ||
+            std::filesystem::last_write_time(m_Consultado->Arquivo, erro) != m_Consultado->Quando) {
+            throw Falha(NumeroFalha::ErroDeAcesso, "Servicos",
+                        "O registro mudou depois de aberto aqui só para consulta. Feche o programa e abra-o de novo.");
+        }
+        return;
+    }
     int mudou = 0;
     if (sqlite3_file_control(Aberto(QSqlDatabase::database(conexao, false)), "main", SQLITE_FCNTL_HAS_MOVED, &mudou) ==
             SQLITE_OK &&
@@ -258,8 +310,11 @@ void DialetoSQLite::ConfereLugar(const QString &conexao) const
 
 ErroSql DialetoSQLite::Erro(const QSqlError &erro) const
 {
-    const int codigo = erro.nativeErrorCode().toInt();
-    const std::string detalhe = erro.databaseText().toStdString();
+    return ErroDoCodigo(erro.nativeErrorCode().toInt(), erro.databaseText().toStdString());
+}
+
+ErroSql DialetoSQLite::ErroDoCodigo(int codigo, const std::string &detalhe)
+{
     switch (codigo & 0xff) {
     case SQLITE_BUSY:
     case SQLITE_LOCKED:

@@ -69,6 +69,9 @@ std::optional<Portaria::Entrada> Portaria::Entra(const std::string &usuario, con
     Entrada entrada{{}, tentativa.Estacao, {}};
     const auto entra = [&](const Achado &quem, bool estacaoConhecida) {
         entrada.Quem = quem.Quem;
+        if (!m_Banco->SomenteLeitura().empty()) {
+            return;
+        }
         entrada.AvisoDeRelogio = AvisoDeRelogio(agora);
         const std::int32_t numero = quem.Quem.Numero;
         Historico(*m_Banco).RegistraFato(agora, numero, DaSessao(numero, "entra"), Onde(tentativa.Estacao));
@@ -144,39 +147,50 @@ bool Portaria::Tenta(const Tentativa &tentativa, const Achado &achado,
         recusa = FraseDaEspera(espera);
         return false;
     }
-    const bool existe = achado.Quem.Numero != 0;
+    const bool noRegistro = ContaNoRegistro(achado);
     const bool certa = Senhas::Confere(achado.Ativo ? achado.Senha : "", tentativa.Senha, m_Custo);
-    const bool feita = m_Banco->Escreve([&] {
+    const auto termina = [&] {
+        TentativasDoUsuario contadas(*m_Banco, achado.Quem.Numero, tentativa.Estacao);
         // Whoever was deactivated or got another password meanwhile does not come in.
         const Achado quem = Acha("u.Numero = ?", achado.Quem.Numero);
         if (certa && quem.Ativo && quem.Senha == achado.Senha) {
-            TentativasDoUsuario contadas(*m_Banco, quem.Quem.Numero, tentativa.Estacao);
-            contadas.Grava({});
+            if (noRegistro) {
+                contadas.Grava({});
+            } else {
+                m_EmMemoria.De(tentativa.Chave) = {};
+            }
             entra(quem, contadas.EstacaoConhecida());
             return true;
         }
         RegistraRecusa(tentativa, achado,
-                       !existe         ? "usuário inexistente"
-                       : !achado.Ativo ? "usuário desativado"
-                                       : tentativa.MotivoDaRecusa);
-        espera = existe ? TentativasDoUsuario(*m_Banco, achado.Quem.Numero, tentativa.Estacao).Le().Espera()
-                        : m_Desconhecidos.De(tentativa.Chave).Espera();
+                       achado.Quem.Numero == 0 ? "usuário inexistente"
+                       : !achado.Ativo         ? "usuário desativado"
+                                               : tentativa.MotivoDaRecusa);
+        espera = (noRegistro ? contadas.Le() : m_EmMemoria.De(tentativa.Chave)).Espera();
         return false;
-    });
+    };
+    const bool feita = m_Banco->SomenteLeitura().empty() ? m_Banco->Escreve(termina) : m_Banco->Le(termina);
     if (!feita) {
         recusa = tentativa.Recusa;
     }
     return feita;
 }
 
+bool Portaria::ContaNoRegistro(const Achado &achado) const
+{
+    return achado.Quem.Numero != 0 && m_Banco->SomenteLeitura().empty();
+}
+
 std::int32_t Portaria::Conta(const Tentativa &tentativa, const Achado &achado)
 {
     const std::string espera = "durante a espera";
-    if (achado.Quem.Numero == 0) {
-        Tentativas &contadas = m_Desconhecidos.De(tentativa.Chave);
+    if (!ContaNoRegistro(achado)) {
+        Tentativas &contadas = m_EmMemoria.De(tentativa.Chave);
         const std::int32_t falta = contadas.Falta(tentativa.Agora);
         if (falta > 0) {
-            m_Banco->Escreve([&] { RegistraRecusa(tentativa, achado, espera); });
+            if (m_Banco->SomenteLeitura().empty()) {
+                m_Banco->Escreve([&] { RegistraRecusa(tentativa, achado, espera); });
+            }
         } else {
             contadas.Conta(tentativa.Agora);
         }
@@ -198,6 +212,9 @@ std::int32_t Portaria::Conta(const Tentativa &tentativa, const Achado &achado)
 
 void Portaria::RegistraRecusa(const Tentativa &tentativa, const Achado &achado, const std::string &motivo)
 {
+    if (!m_Banco->SomenteLeitura().empty()) {
+        return;
+    }
     Historico(*m_Banco).RegistraFato(tentativa.Agora, 0, DaSessao(achado.Quem.Numero, "recusa", motivo),
                                      Onde(tentativa.Estacao));
 }

@@ -16,7 +16,7 @@
 namespace mesa {
 
 // The sign-in, and what users do about their own passwords. Every try stands in the history, and is counted before the
-// password is looked at.
+// password is looked at. Where nothing can be written, nothing is but the counts in memory.
 class Portaria {
   public:
     // Who came in, where, and what there is to tell about the clock.
@@ -68,9 +68,12 @@ class Portaria {
     // What nobody has been told yet of a clock that went back; empty when there is nothing.
     std::string AvisoDeRelogio(const Instante &agora);
 
+    // Whether the tries of this one are counted in the registry.
+    bool ContaNoRegistro(const Achado &achado) const;
+
     std::shared_ptr<Banco> m_Banco;
     CustoDaSenha m_Custo;
-    TentativasDeDesconhecidos m_Desconhecidos;
+    TentativasEmMemoria m_EmMemoria;
 };
 
 } // namespace mesa

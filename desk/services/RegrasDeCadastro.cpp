@@ -12,16 +12,11 @@
 #include <QString>
 
 #include <algorithm>
-#include <array>
 #include <string_view>
 
 namespace mesa {
 
 namespace {
-
-constexpr std::array<std::string_view, 27> Estados = {"AC", "AL", "AM", "AP", "BA", "CE", "DF", "ES", "GO",
-                                                      "MA", "MG", "MS", "MT", "PA", "PB", "PE", "PI", "PR",
-                                                      "RJ", "RN", "RO", "RR", "RS", "SC", "SE", "SP", "TO"};
 
 QString Composto(const std::string &texto)
 {
@@ -105,7 +100,7 @@ std::string RegrasDeCadastro::NomeDoSetor(const std::string &nome)
 std::string RegrasDeCadastro::Estado(const std::string &uf)
 {
     const std::string sigla = UCase(Trim(uf));
-    if (std::ranges::find(Estados, sigla) == Estados.end()) {
+    if (!Referencias::Tabelas().TemEstado(sigla)) {
         throw Recusa(sigla.empty() ? "O estado do cliente precisa ser informado."
                                    : "Não existe o estado \"" + sigla + "\".");
     }

@@ -243,8 +243,7 @@ Ref<UsuarioED> ServicoUsuarios::Desativa(const UsuarioED &pedido)
     if (gravado->Ativo.Valor() != Indicador::Sim) {
         throw Recusa(NomeDo(*gravado) + " já está desativado.");
     }
-    Grava(*gravado, {{"Ativo", Indicador::Nao}}, "desativa");
-    ConfereAdministrador(*gravado);
+    Grava(*gravado, {{"Ativo", Indicador::Nao}}, "desativa"); // who does it stays, and may administer
     return Completo(gravado->Numero);
 }
 
@@ -306,7 +305,7 @@ void ServicoUsuarios::ConfereLugar(const UsuarioED &usuario) const
     }
 }
 
-// Looked at after the change, in its transaction: of two who take it from each other one finds nobody left.
+// Looked at after the change, in its transaction, whoever else changes something.
 void ServicoUsuarios::ConfereAdministrador(const UsuarioED &mudado) const
 {
     if (!mesa::Consulta(m_Operacao.Dados(),

@@ -1,5 +1,6 @@
 #include "desk/services/Servicos.h"
 
+#include "desk/services/Copia.h"
 #include "desk/services/DialetoSQLite.h"
 #include "desk/services/Fundacao.h"
 #include "desk/services/ServicosSql.h"
@@ -9,9 +10,20 @@
 
 namespace mesa {
 
-Ref<Servicos> Servicos::Abre(const std::string &caminho, Relogio agora, const CustoDaSenha &custo)
+Ref<Servicos> Servicos::Abre(const std::string &caminho, Relogio agora, const std::string &pastaDasCopias,
+                             const CustoDaSenha &custo)
 try {
-    auto banco = std::make_shared<Banco>(std::make_unique<DialetoSQLite>(), caminho, agora());
+    const Instante momento = agora();
+    auto banco = std::make_shared<Banco>(std::make_unique<DialetoSQLite>(), caminho, momento, [&] {
+        // What the schema was is looked through by no check of today.
+        const DesfechoDaCopia copia =
+            Copia(caminho, {}).Faz(pastaDasCopias.empty() ? Copia::PastaPadrao(caminho) : pastaDasCopias, momento);
+        if (!copia.Feita) {
+            throw Falha(NumeroFalha::ErroDeAcesso, "Servicos",
+                        "O registro é de uma versão anterior e não foi atualizado, porque antes se faz uma cópia. " +
+                            copia.Frase);
+        }
+    });
     return Novo<ServicosSql>(std::move(banco), std::move(agora), custo);
 } catch (...) {
     PassaFalha(" < Servicos.Abre");

@@ -21,8 +21,10 @@ class Servicos : public Objeto {
   public:
     std::string_view NomeTipo() const override { return "Servicos"; }
 
-    // caminho: file of the embedded database. agora: the clock; every moment written comes from it.
-    static Ref<Servicos> Abre(const std::string &caminho, Relogio agora, const CustoDaSenha &custo = {});
+    // caminho: file of the embedded database. agora: the clock; every moment written comes from it. A registry whose
+    // schema is about to change is copied before, into pastaDasCopias or, without one, Copia::PastaPadrao.
+    static Ref<Servicos> Abre(const std::string &caminho, Relogio agora, const std::string &pastaDasCopias = "",
+                              const CustoDaSenha &custo = {});
     // A new registry with nobody in it. Fault 58 where there is a file of that name.
     static Ref<Servicos> Cria(const std::string &caminho, TipoDeRegistro tipo, Relogio agora,
                               const CustoDaSenha &custo = {});
@@ -49,6 +51,10 @@ class Servicos : public Objeto {
                                  const std::vector<std::string> &administra = {}) = 0;
     virtual void CadastraCliente(const ClienteCadastrado &cliente) = 0;
     virtual bool Vazio() = 0; // no user was ever registered
+
+    // Why the registry may only be looked at, as a sentence: the file or its disk takes no writes. Empty when it may be
+    // worked on.
+    virtual const std::string &SomenteLeitura() const = 0;
 
     virtual TipoDeRegistro Tipo() const = 0;
     // What tells this registry from all others, for ever.

@@ -13,7 +13,7 @@ namespace mesa {
 // The services over a registry in a database.
 class ServicosSql : public Servicos {
   public:
-    ServicosSql(std::shared_ptr<Banco> banco, Relogio agora, const CustoDaSenha &custo);
+    ServicosSql(std::shared_ptr<Banco> banco, Relogio agora, const CustoDaSenha &custo = {});
 
     Ref<SessaoServico> Entra(const std::string &usuario, const Segredo &senha, const std::string &estacao,
                              std::string &recusa, std::int32_t &espera) override;
@@ -24,6 +24,7 @@ class ServicosSql : public Servicos {
                          const std::vector<std::string> &administra) override;
     void CadastraCliente(const ClienteCadastrado &cliente) override;
     bool Vazio() override;
+    const std::string &SomenteLeitura() const override { return m_Banco->SomenteLeitura(); }
     TipoDeRegistro Tipo() const override { return m_Tipo; }
     std::string Identificador() const override { return m_Identificador; }
 

@@ -147,6 +147,9 @@ std::string SessaoSql::RecusaDaEntrada() const
 
 void SessaoSql::Roda(bool escreve, const Trabalho &trabalho, const std::string &motivo)
 {
+    if (escreve && !m_Banco->SomenteLeitura().empty()) {
+        throw Recusa(m_Banco->SomenteLeitura() + " Nada foi gravado.");
+    }
     const Instante agora = m_Agora();
     const auto roda = [&] {
         const std::string semEntrada = RecusaDaEntrada();
@@ -211,6 +214,9 @@ try {
 bool SessaoSql::TrocaMinhaSenha(const Ref<Objeto> &pedido, std::string &recusa)
 try {
     const auto &troca = ComoPedido<TrocaSenhaED>(pedido);
+    if (!m_Banco->SomenteLeitura().empty()) {
+        throw Recusa(m_Banco->SomenteLeitura() + " Nada foi gravado.");
+    }
     return m_Portaria->TrocaSenha(m_Entrada, troca.Atual, troca.Nova, m_Agora(), recusa);
 } catch (const Recusa &motivo) {
     recusa = motivo.what();

@@ -15,7 +15,7 @@ namespace {
 constexpr std::int64_t TentativasLivres = 2;
 constexpr std::int32_t PrimeiraEspera = 5; // seconds
 constexpr std::int32_t MaiorEspera = 300;
-constexpr std::size_t MaisDesconhecidos = 10000;
+constexpr std::size_t MaisNomes = 10000;
 
 std::int64_t Segundos(const Instante &agora)
 {
@@ -112,7 +112,7 @@ std::string TentativasDoUsuario::Soma(std::int32_t numero, const std::string &es
                                             CStr(tentativas.EsperaAte)));
 }
 
-TentativasDeDesconhecidos::TentativasDeDesconhecidos()
+TentativasEmMemoria::TentativasEmMemoria()
 {
     static_assert(std::tuple_size_v<decltype(m_Sal)> == crypto_generichash_KEYBYTES);
     if (sodium_init() < 0) {
@@ -121,12 +121,12 @@ TentativasDeDesconhecidos::TentativasDeDesconhecidos()
     crypto_generichash_keygen(m_Sal.data());
 }
 
-Tentativas &TentativasDeDesconhecidos::De(const std::string &chave)
+Tentativas &TentativasEmMemoria::De(const std::string &chave)
 {
     std::string resumo(crypto_generichash_BYTES, '\0');
     crypto_generichash(reinterpret_cast<unsigned char *>(resumo.data()), resumo.size(),
                        reinterpret_cast<const unsigned char *>(chave.data()), chave.size(), m_Sal.data(), m_Sal.size());
-    if (m_Contagens.size() >= MaisDesconhecidos && m_Contagens.count(resumo) == 0) {
+    if (m_Contagens.size() >= MaisNomes && m_Contagens.count(resumo) == 0) {
         m_Contagens.erase(
             std::ranges::min_element(m_Contagens, {}, [](const auto &contagem) { return contagem.second.EsperaAte; }));
     }

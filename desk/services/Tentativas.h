@@ -47,11 +47,11 @@ class TentativasDoUsuario {
     std::string m_Estacao; // empty for those that are not known
 };
 
-// Those at names that no user has, for as long as the program runs. What was typed may be a password: it is neither
-// stored nor kept.
-class TentativasDeDesconhecidos {
+// Those that the registry does not keep, for as long as the program runs: at names that no user has, and where nothing
+// can be written. What was typed may be a password: it is neither stored nor kept.
+class TentativasEmMemoria {
   public:
-    TentativasDeDesconhecidos();
+    TentativasEmMemoria();
 
     Tentativas &De(const std::string &chave);
 

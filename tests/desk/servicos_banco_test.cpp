@@ -4,7 +4,6 @@
 #include "host/RelatorioAfericaoED.h"
 #include "tests/desk/DiscoApertado.h"
 #include "tests/desk/RegistroDeTeste.h"
-#include "tests/desk/SemPrivilegio.h"
 #include "tests/support/FalhaLancada.h"
 
 #include <QTemporaryDir>
@@ -45,14 +44,6 @@ class DialetoFuturo : public DialetoSQLite {
 
 class ServicosBanco : public testing::Test {
   protected:
-    // The registry, which is closed, may be read and not written by one without privilege.
-    void EsperaSoLeitura()
-    {
-        const SemPrivilegio sem;
-        EXPECT_TRUE(Lanca(70, "Servicos < Servicos.Abre",
-                          "O registro só pode ser lido: falta permissão para gravar no arquivo ou na sua pasta.",
-                          [&] { Servicos::Abre(registro.Caminho(), Hoje); }));
-    }
     void ConfereArquivo()
     {
         EXPECT_EQ(registro.Sql("PRAGMA integrity_check"), "ok");
@@ -136,44 +127,10 @@ TEST_F(ServicosBanco, Open_InADirectoryThatIsNotThere_RaisesAFault)
     const QTemporaryDir diretorio;
     const std::string caminho = diretorio.filePath("nada/r.db").toStdString();
     EXPECT_TRUE(Lanca(75, "Servicos < Servicos.Cria",
-                      "Não foi possível ler ou gravar o arquivo do registro (unable to open database file).",
+                      "Não foi possível fazer o arquivo " + caminho + ": o arquivo ou a pasta não existe.",
                       [&] { Servicos::Cria(caminho, TipoDeRegistro::Registro, Hoje); }));
     EXPECT_TRUE(Lanca(53, "Servicos < Servicos.Abre", "O registro não foi encontrado em " + caminho + ".",
                       [&] { Servicos::Abre(caminho, Hoje); }));
-}
-
-TEST_F(ServicosBanco, Open_AReadOnlyFile_RaisesAFault)
-{
-    registro.Fecha();
-    const std::filesystem::path caminho = registro.Caminho();
-    std::filesystem::permissions(caminho, std::filesystem::perms(0444));
-    std::filesystem::permissions(caminho.parent_path(), std::filesystem::perms::all);
-    EsperaSoLeitura();
-}
-
-// The file may be written, but not what the database keeps beside it.
-TEST_F(ServicosBanco, Open_WithALogThatCannotBeWritten_RaisesAFault)
-{
-    registro.Fecha();
-    const std::filesystem::path caminho = registro.Caminho();
-    std::filesystem::permissions(caminho.parent_path(), std::filesystem::perms::all);
-    std::filesystem::permissions(caminho, std::filesystem::perms(0666));
-    std::ofstream(caminho.string() + "-wal").close();
-    std::filesystem::permissions(caminho.string() + "-wal", std::filesystem::perms(0444));
-    EsperaSoLeitura();
-    std::filesystem::permissions(caminho.string() + "-wal", std::filesystem::perms(0666));
-    registro.Reabre();
-    EXPECT_EQ(Conta("CLIENTE"), "2");
-}
-
-TEST_F(ServicosBanco, Open_InADirectoryThatCannotBeWritten_RaisesAFault)
-{
-    registro.Fecha();
-    const std::filesystem::path caminho = registro.Caminho();
-    std::filesystem::permissions(caminho, std::filesystem::perms(0666));
-    std::filesystem::permissions(caminho.parent_path(), std::filesystem::perms(0555));
-    EsperaSoLeitura();
-    std::filesystem::permissions(caminho.parent_path(), std::filesystem::perms::all);
 }
 
 TEST_F(ServicosBanco, Save_WhenTheDiskTakesNoMore_RaisesAFaultAndStoresNothing)

@@ -2,6 +2,7 @@
 #include "desk/services/DialetoSQLite.h"
 #include "desk/services/RegistrosAdministracao.h"
 #include "tests/desk/DiscoDeTeste.h"
+#include "tests/desk/DiscosProprios.h"
 #include "tests/desk/ServicosTeste.h"
 #include "tests/support/FalhaLancada.h"
 
@@ -10,8 +11,6 @@
 #include <sys/mount.h>
 #include <sys/wait.h>
 #include <unistd.h>
-
-#include <sched.h>
 
 #include <cstdio>
 #include <filesystem>
@@ -31,21 +30,6 @@ const std::string Cheio =
 
 const std::string Mudado = "O arquivo do registro foi movido, trocado ou apagado depois de aberto aqui. Nada foi "
                            "gravado: feche o programa e abra-o de novo.";
-
-// Gives this process mounts of its own; without privilege only where the system lets anybody have them.
-bool TemDiscosProprios()
-{
-    const std::string usuario = "0 " + std::to_string(geteuid()) + " 1";
-    const std::string grupo = "0 " + std::to_string(getegid()) + " 1";
-    if (unshare(CLONE_NEWNS) == 0) {
-        return true;
-    }
-    const auto escreve = [](const char *arquivo, const std::string &texto) {
-        return (std::ofstream(arquivo) << texto << std::flush).good();
-    };
-    return unshare(CLONE_NEWUSER | CLONE_NEWNS) == 0 && escreve("/proc/self/setgroups", "deny") &&
-           escreve("/proc/self/uid_map", usuario) && escreve("/proc/self/gid_map", grupo);
-}
 
 // A disk that fills up in the middle of an operation: whatever the write at which it does, the operation is refused
 // whole, the registry opens, and the same operation succeeds once there is room.

@@ -1,3 +1,4 @@
+#include "desk/services/Tentativas.h"
 #include "tests/desk/RegistroDeTeste.h"
 #include "tests/support/FalhaLancada.h"
 
@@ -240,6 +241,24 @@ TEST_F(ServicosEntrada, Entra_OfManyNamesThatThereAreNot_EachIsCountedByItself)
     EsperaRecusa("PRIMEIRO ", "x", 4, Aguarde("4 segundos"));
 }
 
+// Whoever tries name after name does not fill the memory either.
+TEST(ServicosTentativas, OfNamesThatThereAreNot_TheOldestIsForgottenWhenThereAreTooMany)
+{
+    const auto agora = [](int segundo) { return Instante(Data{DataDe(20, 11, 2026).Valor + segundo / 86400.0}); };
+    TentativasEmMemoria tentativas;
+    for (int vez = 0; vez < 3; ++vez) {
+        tentativas.De("primeiro").Conta(agora(0));
+    }
+    for (int n = 1; n < 10000; ++n) {
+        tentativas.De("outro " + std::to_string(n)).Conta(agora(n));
+    }
+    EXPECT_EQ(tentativas.De("primeiro").Vezes, 3);
+    tentativas.De("mais um").Conta(agora(10000));
+    EXPECT_EQ(tentativas.De("outro 9999").Vezes, 1);
+    EXPECT_EQ(tentativas.De("mais um").Vezes, 1);
+    EXPECT_EQ(tentativas.De("outro 1").Vezes, 0); // the oldest but for the one that has to wait longer
+}
+
 TEST_F(ServicosEntrada, Entra_EveryTry_StandsInTheHistory)
 {
     Anotado();
@@ -325,7 +344,7 @@ TEST_F(ServicosEntrada, Entra_WhenTheCostHasRisen_KeepsThePasswordAtTheNewCost)
 {
     const auto maisCaro = [&](const std::string &senha) {
         const auto servicos = Servicos::Abre(
-            m_Registro.Caminho(), [this] { return m_Registro.Relogio; }, CustoDaSenha{2, 16384});
+            m_Registro.Caminho(), [this] { return m_Registro.Relogio; }, "", CustoDaSenha{2, 16384});
         return static_cast<bool>(servicos->Entra("ana", senha, "mesa 1", m_Recusa, m_Espera));
     };
     const auto guardada = [&] { return m_Registro.Sql("SELECT substr(Senha, 1, 28) || Versao FROM USUARIO"); };

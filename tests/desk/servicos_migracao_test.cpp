@@ -1,17 +1,16 @@
 #include "desk/services/Banco.h"
 #include "desk/services/DialetoSQLite.h"
 #include "desk/services/Historico.h"
+#include "tests/desk/PastaDeTeste.h"
 #include "tests/desk/RegistroDeTeste.h"
 #include "tests/support/FalhaLancada.h"
 
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 #include <fstream>
 #include <memory>
-#include <sstream>
 #include <stdexcept>
 
 using namespace mesa;
@@ -26,17 +25,7 @@ Instante Agora()
 // A registry as version 1 left it: the sample of that time, cut down to five equipment.
 class ServicosMigracao : public testing::Test {
   protected:
-    ServicosMigracao()
-    {
-        std::stringstream despejo;
-        despejo << std::ifstream("tests/desk/dados/registro.versao1.sql").rdbuf();
-        sqlite3 *aberto = nullptr;
-        sqlite3_open(caminho.c_str(), &aberto);
-        const std::unique_ptr<sqlite3, int (*)(sqlite3 *)> banco(aberto, sqlite3_close);
-        if (sqlite3_exec(aberto, despejo.str().c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) {
-            throw std::runtime_error(sqlite3_errmsg(aberto));
-        }
-    }
+    ServicosMigracao() { CriaRegistroVersao1(caminho); }
 
     std::string Sql(const std::string &comando)
     {

@@ -1,5 +1,8 @@
+#include "desk/services/Copia.h"
 #include "host/Texto.h"
 #include "tests/desk/RegistroDeTeste.h"
+
+#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -14,6 +17,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <random>
+#include <set>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -239,6 +243,38 @@ TEST(ServicosProcessos, AdministrationKilledAtAnyMoment_IsWholeOrNotAtAll)
         registro.Fecha();
     }
     EXPECT_GT(feitos, 2 * mortes);
+}
+
+TEST(ServicosProcessos, CopiedWhileAnotherOneWrites_EachCopyIsTheWholeOfOneMoment)
+{
+    constexpr int copias = 20;
+    RegistroDeTeste registro;
+    registro.Cadastra("ana");
+    registro.Fecha();
+    const QTemporaryDir pasta;
+    std::set<std::string> momentos;
+    Processo filho(registro.Caminho(), "ana", "grava", 0);
+    for (int copia = 0; copia < copias; ++copia) {
+        SCOPED_TRACE(copia);
+        ASSERT_TRUE(filho.OuveLinhas(1 + copia)) << filho.Dito(); // it goes on
+        const std::string dito = filho.Dito();
+        registro.PassaSegundos(1);
+        const mesa::DesfechoDaCopia feita =
+            mesa::Copia(registro.Caminho(), {}).Faz(pasta.path().toStdString(), registro.Relogio, copias);
+        ASSERT_TRUE(feita.Feita) << feita.Frase;
+        const auto sql = [&](const std::string &comando) { return LinhasSql(feita.Arquivo, comando).at(0); };
+        ASSERT_EQ(sql("PRAGMA integrity_check"), "ok");
+        ASSERT_EQ(sql(Metades), "0");
+        ASSERT_EQ(sql("SELECT COUNT(*) FROM DOCUMENTO d WHERE NOT EXISTS (SELECT 1 FROM HISTORICO h WHERE h.Raiz = "
+                      "'DOCUMENTO' AND h.NroRaiz = d.NroDocumento)"),
+                  "0");
+        // What was reported as saved before it began is in it.
+        ASSERT_GE(std::stoi(sql("SELECT COUNT(*) FROM EQUIPAMENTO")), std::count(dito.begin(), dito.end(), 'I'));
+        momentos.insert(sql("SELECT MAX(Nro) FROM HISTORICO"));
+    }
+    filho.Mata();
+    EXPECT_EQ(filho.Dito().find("ERRO"), std::string::npos) << filho.Dito();
+    EXPECT_GT(momentos.size(), 5U);
 }
 
 TEST(ServicosProcessos, TwoAtOnce_NothingIsLostAppliedTwiceOrLocked)
