@@ -94,24 +94,39 @@ void Fecha(const std::filesystem::path &caminho, mode_t modo)
 
 } // namespace
 
+std::string RedeDoTipo(unsigned tipo)
+{
+    switch (tipo) {
+    case 0x6969:
+        return "NFS";
+    case 0x517B:
+    case 0xFF534D42:
+    case 0xFE534D42:
+        return "SMB";
+    case 0x564C:
+        return "NCP";
+    case 0x5346414F:
+    case 0x6B414653:
+        return "AFS";
+    case 0x01021997:
+        return "9P";
+    case 0x00C36400:
+        return "Ceph";
+    case 0x73757245:
+        return "Coda";
+    case 0x0BD00BD0:
+        return "Lustre";
+    case 0x786F4256:
+        return "VirtualBox";
+    case TipoFuse:
+        return "FUSE";
+    default:
+        return "";
+    }
+}
+
 std::string DiscoDeRede(const std::filesystem::path &caminho)
 {
-    // As the system numbers them.
-    constexpr std::pair<unsigned, const char *> redes[] = {
-        {0x6969, "NFS"},
-        {0x517B, "SMB"},
-        {0xFF534D42, "SMB"},
-        {0xFE534D42, "SMB"},
-        {0x564C, "NCP"},
-        {0x5346414F, "AFS"},
-        {0x6B414653, "AFS"},
-        {0x01021997, "9P"},
-        {0x00C36400, "Ceph"},
-        {0x73757245, "Coda"},
-        {TipoFuse, "FUSE"},
-        {0x0BD00BD0, "Lustre"},
-        {0x786F4256, "VirtualBox"},
-    };
     std::error_code ignorado;
     std::filesystem::path achado = caminho.empty() ? "." : caminho;
     while (!std::filesystem::exists(achado, ignorado) && achado.has_relative_path()) {
@@ -121,12 +136,8 @@ std::string DiscoDeRede(const std::filesystem::path &caminho)
     if (SemInterrupcao([&] { return statfs(achado.c_str(), &disco); }) != 0) {
         return "";
     }
-    for (const auto &[tipo, nome] : redes) {
-        if (static_cast<unsigned>(disco.f_type) == tipo) {
-            return tipo == TipoFuse && FuseDesteComputador(achado) ? "" : nome;
-        }
-    }
-    return "";
+    const auto tipo = static_cast<unsigned>(disco.f_type);
+    return tipo == TipoFuse && FuseDesteComputador(achado) ? "" : RedeDoTipo(tipo);
 }
 
 void FazPastaPrivada(const std::filesystem::path &pasta)

@@ -8,6 +8,9 @@ namespace mesa {
 
 // What the standard library does not tell about files, or does not do with them. Failures are a Falha with a sentence.
 
+// Kind of network that the system's number of a kind of disk stands for; empty for those of a machine.
+std::string RedeDoTipo(unsigned tipo);
+
 // Kind of network on which a file or directory stands, as "NFS"; empty for a disk of this machine. One that is not
 // there yet stands where its directory does.
 using DetectorDeRede = std::function<std::string(const std::filesystem::path &)>;

@@ -5,7 +5,9 @@
 #include "desk/services/Disco.h"
 #include "desk/services/RegistrosAdministracao.h"
 #include "desk/services/ServicosSql.h"
+#include "tests/desk/DiscoDeTeste.h"
 #include "tests/desk/DiscosProprios.h"
+#include "tests/desk/MortePorPasso.h"
 #include "tests/desk/PastaDeTeste.h"
 #include "tests/desk/SemPrivilegio.h"
 #include "tests/desk/ServicosTeste.h"
@@ -24,6 +26,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 using namespace mesa;
@@ -316,6 +319,18 @@ TEST_F(ServicosAbertura, DiscoDeRede_OfThisMachinesDisks_IsNothing)
     EXPECT_EQ(DiscoDeRede(""), "");
 }
 
+TEST_F(ServicosAbertura, RedeDoTipo_ByTheSystemsNumber)
+{
+    const std::vector<std::pair<unsigned, const char *>> tipos = {
+        {0x6969, "NFS"},    {0x517B, "SMB"},      {0xFF534D42, "SMB"}, {0xFE534D42, "SMB"}, {0x65735546, "FUSE"},
+        {0x01021997, "9P"}, {0x00C36400, "Ceph"}, {0x564C, "NCP"},     {0x5346414F, "AFS"}, {0xEF53, ""},
+        {0x01021994, ""},   {0x9123683E, ""},     {0x58465342, ""},    {0x794C7630, ""},    {0x4D44, ""},
+    };
+    for (const auto &[tipo, rede] : tipos) {
+        EXPECT_EQ(RedeDoTipo(tipo), rede) << tipo;
+    }
+}
+
 // What is about to change is copied before, into the directory beside unless another one is given.
 TEST_F(ServicosAbertura, Open_OfAnEarlierVersion_IsCopiedBeforeItIsBroughtUpToDate)
 {
@@ -334,6 +349,89 @@ TEST_F(ServicosAbertura, Open_OfAnEarlierVersion_IsCopiedBeforeItIsBroughtUpToDa
     EXPECT_EQ(Conteudo(Caminho().parent_path() / "copias/registro.20261120-120000.db"), antes);
     Servicos::Abre(antigo, Agora); // there is nothing to bring up to date any more
     EXPECT_EQ(Nomes(Caminho().parent_path() / "copias").size(), 1U);
+}
+
+// Only the rows are compared: who it is, its keys and its chain are made anew by each attempt.
+TEST_F(ServicosAbertura, Open_OfAnEarlierVersion_KilledAtManySteps_IsStillThatOneOrBroughtUpToDate)
+{
+    if (!MortePorPasso::Possivel()) {
+        GTEST_SKIP() << "the system lets no process watch another";
+    }
+    const QTemporaryDir lugar;
+    const fs::path pasta = lugar.filePath("dados").toStdString();
+    const fs::path modelo = lugar.filePath("modelo.db").toStdString();
+    CriaRegistroVersao1(modelo);
+    const std::string antes = Conteudo(modelo);
+    const auto linhas = [](const fs::path &arquivo) {
+        std::string todas;
+        for (const char *tabela : {"EQUIPAMENTO", "SENSOR", "AFERICAO", "LIMITE", "DIA", "DOCUMENTO"}) {
+            for (const std::string &linha : LinhasSql(arquivo, std::string("SELECT * FROM ") + tabela)) {
+                todas += linha + "\n";
+            }
+        }
+        return todas;
+    };
+    std::string depois;
+    int velhos = 0;
+    int novos = 0;
+    constexpr int entreMortes = 11; // from one step at which it is killed to the next
+    for (int passo = -1; !HasFailure(); passo += passo < 0 ? 1 : entreMortes) {
+        fs::remove_all(pasta);
+        fs::create_directory(pasta);
+        const fs::path registro = pasta / "registro.db";
+        fs::copy_file(modelo, registro);
+        if (passo >= 0) {
+            const auto onde = MortePorPasso::Mata(passo, [&] { Servicos::Abre(registro, Agora); });
+            if (!onde) {
+                break;
+            }
+            SCOPED_TRACE(*onde + " " + std::to_string(passo));
+            const bool nova = LinhasSql(registro, "SELECT MAX(Versao) FROM ESQUEMA").at(0) != "1";
+            ++(nova ? novos : velhos);
+            if (!nova) {
+                EXPECT_EQ(Conteudo(registro), antes);
+            } else {
+                EXPECT_EQ(Conteudo(pasta / "copias/registro.20261120-120000.db"), antes);
+            }
+        }
+        Servicos::Abre(registro, Agora);
+        EXPECT_EQ(LinhasSql(registro, "PRAGMA integrity_check"), std::vector<std::string>{"ok"});
+        EXPECT_EQ(LinhasSql(registro, "PRAGMA foreign_key_check"), std::vector<std::string>{});
+        EXPECT_EQ(Conteudo(pasta / "copias/registro.20261120-120000.db"), antes);
+        if (passo < 0) {
+            depois = linhas(registro);
+        }
+        EXPECT_EQ(linhas(registro), depois);
+    }
+    EXPECT_GT(velhos, 5);
+    EXPECT_GT(novos, 0);
+    RecordProperty("mortes", "old " + std::to_string(velhos) + ", new " + std::to_string(novos));
+}
+
+TEST_F(ServicosAbertura, Open_OfAnEarlierVersion_WithTheDiskFullAtManyWrites_LeavesItAsItIs)
+{
+    DiscoDeTeste::Instala();
+    const fs::path antigo = Caminho().parent_path() / "antigo.db";
+    CriaRegistroVersao1(antigo);
+    const std::string antes = Conteudo(antigo);
+    bool aberto = false;
+    int recusas = 0;
+    for (int cabem = 0; !aberto && !HasFailure(); cabem += 17) {
+        SCOPED_TRACE(cabem);
+        try {
+            const DiscoDeTeste disco(cabem);
+            Servicos::Abre(antigo, Agora);
+            aberto = true;
+        } catch (const Falha &falha) {
+            ++recusas;
+            EXPECT_NE(falha.Descricao.find(" ficou cheio. "), std::string::npos) << falha.Descricao;
+        }
+        if (!aberto) {
+            EXPECT_EQ(Conteudo(antigo), antes);
+        }
+    }
+    EXPECT_GT(recusas, 5);
+    EXPECT_NE(Conteudo(antigo), antes);
 }
 
 TEST_F(ServicosAbertura, Open_OfAnEarlierVersionThatCannotBeCopied_LeavesItAsItIs)
