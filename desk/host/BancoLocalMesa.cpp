@@ -259,14 +259,8 @@ qlonglong SomaDosMunicipios()
     return soma.result().left(3).toHex().toLongLong(nullptr, 16);
 }
 
-void RenovaMunicipios(const ConexaoLocal &conexao)
+void EscreveMunicipios(const ConexaoLocal &conexao)
 {
-    const qlonglong soma = SomaDosMunicipios();
-    QSqlQuery guardada = conexao.Executa("PRAGMA user_version");
-    if (guardada.next() && guardada.value(0).toLongLong() == soma) {
-        return;
-    }
-    guardada.finish();
     QVariantList codigos;
     QVariantList nomes;
     QVariantList estados;
@@ -279,6 +273,21 @@ void RenovaMunicipios(const ConexaoLocal &conexao)
     }
     conexao.Executa("DELETE FROM Municipio");
     conexao.ExecutaParaCada("INSERT INTO Municipio VALUES (?, ?, ?, ?)", {codigos, nomes, estados, codigosDaReceita});
+}
+
+// The sum is written in any case: a file that may only be read is told now, and not when somebody signs in.
+void RenovaMunicipios(const ConexaoLocal &conexao)
+{
+    const qlonglong soma = SomaDosMunicipios();
+    qlonglong guardada = 0;
+    {
+        QSqlQuery consulta = conexao.Executa("PRAGMA user_version");
+        consulta.next();
+        guardada = consulta.value(0).toLongLong();
+    }
+    if (guardada != soma) {
+        EscreveMunicipios(conexao);
+    }
     conexao.Executa(QString("PRAGMA user_version = %1").arg(soma));
 }
 

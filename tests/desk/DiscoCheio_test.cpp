@@ -193,7 +193,7 @@ TEST_F(DiscoCheioTeste, LocalDatabase_ThatCannotBeMade_SaysSoAndIsMadeLater)
     }
     EXPECT_GT(recusas, 2);
     BancoLocalMesa banco(arquivo);
-    EXPECT_EQ(Linhas(banco, "SELECT * FROM Municipio"), 497);
+    EXPECT_EQ(Linhas(banco, "SELECT * FROM Municipio"), 5571);
 }
 
 TEST_F(DiscoCheioTeste, LocalDatabase_ThatMayOnlyBeRead_SaysSo)
