@@ -48,7 +48,8 @@ class Conferidor {
     ResultadoDaConferencia Confere(const SegueConferencia &segue = {}, const CabecaAssinada *desde = nullptr) const;
     // What can be looked at while somebody waits: schema, guards, references, the end of the history, and the rows that
     // it touches.
-    ResultadoDaConferencia ConfereRapido(const SegueConferencia &segue = {}) const;
+    ResultadoDaConferencia ConfereRapido(const SegueConferencia &segue = {},
+                                         const CabecaAssinada *desde = nullptr) const;
 
     // The result as a text to be kept.
     std::string Relatorio(const ResultadoDaConferencia &resultado, const Instante &agora) const;
