@@ -1,6 +1,7 @@
 #include "desk/services/Exame.h"
 
 #include "desk/services/Calendario.h"
+#include "desk/services/Codigos.h"
 #include "desk/services/DialetoSQLite.h"
 #include "desk/services/ErroSql.h"
 #include "desk/services/Referencias.h"
@@ -607,6 +608,14 @@ void Exame::ConfereDerivados(const Esquema::Tabela &tabela, std::int64_t chave, 
         }
     };
     if (tabela.Nome == "EQUIPAMENTO") {
+        for (const std::string_view codigo : {"Codigo", "SubCodigo"}) {
+            const std::string ofensa = Codigos::Ofende(texto(codigo));
+            if (!ofensa.empty() && Resultado.Avisos.size() < MaisFrases) {
+                Resultado.Avisos.push_back(ComecoDeFrase(m_Palavras.Linha(tabela.Nome, chave)) + ": " +
+                                           PalavrasDaConferencia::Coluna(tabela.Nome, codigo) + " " + ofensa +
+                                           ", o que hoje não seria aceito.");
+            }
+        }
         exige("CodigoChave", UCase(texto("Codigo")), "Codigo");
         exige("CodigoBusca", TextoBusca(texto("Codigo")), "Codigo");
         exige("SubCodigoBusca", TextoBusca(texto("SubCodigo")), "SubCodigo");

@@ -240,6 +240,20 @@ TEST_F(ServicosConferencia, DerivedColumns_AreMadeAgain)
     }
 }
 
+TEST_F(ServicosConferencia, CodesThatWouldNotBeTakenToday_AreListedAndAreNoFault)
+{
+    SemGuardas("UPDATE EQUIPAMENTO SET Codigo = 'R/001', CodigoChave = 'R/001', CodigoBusca = 'r/001' WHERE Codigo = "
+               "'R-001'; UPDATE HISTORICO SET Antes = replace(replace(Antes, 'R-001', 'R/001'), 'r-001', 'r/001'), "
+               "Depois = replace(replace(Depois, 'R-001', 'R/001'), 'r-001', 'r/001') WHERE Entidade = 'EQUIPAMENTO'");
+    m_Registro.RefazCorrente();
+    const ResultadoDaConferencia resultado = Confere();
+    EXPECT_EQ(resultado.Achados, Frases{});
+    EXPECT_EQ(resultado.Como, Desfecho::Inteira);
+    ASSERT_EQ(resultado.Avisos.size(), 1U);
+    EXPECT_TRUE(resultado.Avisos[0].starts_with("O equipamento R/001: código ")) << resultado.Avisos[0];
+    EXPECT_TRUE(resultado.Avisos[0].ends_with(", o que hoje não seria aceito.")) << resultado.Avisos[0];
+}
+
 TEST_F(ServicosConferencia, RowsThatMeet_AreNamed)
 {
     SemGuardas("UPDATE AFERICAO SET NroIntSensor = 2, DataVencimento = 20260101 WHERE Numero = '122'; "
