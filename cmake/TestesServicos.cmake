@@ -3,6 +3,7 @@ file(GLOB fontes_servicos CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/desk/ser
 if(fontes_servicos)
     add_library(registro_de_teste STATIC
         ${PROJECT_SOURCE_DIR}/tests/desk/RegistroDeTeste.cpp
+        ${PROJECT_SOURCE_DIR}/tests/desk/RegistroPovoado.cpp
         ${PROJECT_SOURCE_DIR}/tests/desk/DiscoDeTeste.cpp
         ${PROJECT_SOURCE_DIR}/tests/desk/MortePorPasso.cpp
         ${PROJECT_SOURCE_DIR}/tests/desk/PastaDeTeste.cpp)

@@ -17,6 +17,7 @@ libqt6sql6-sqlite the embedded database under the desk
 libsqlite3-dev functions of the desk's own in that database
 qt6-translations-l10n Portuguese of the dialogs that come with the toolkit
 libsodium-dev  password hashes of the desk's sign-in
+libqrcodegencpp-dev the head of the history as a picture that a telephone reads
 fonts-dejavu-core text in windows and pictures on a machine without a desktop
 FIM
 }

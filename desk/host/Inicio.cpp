@@ -1,5 +1,7 @@
 #include "desk/host/Inicio.h"
 
+#include "desk/services/Disco.h"
+
 #include "desk/services/Recusa.h"
 #include "desk/services/Referencias.h"
 #include "desk/services/RegrasDeSenha.h"
@@ -55,14 +57,6 @@ bool HaAlgo(const std::filesystem::path &caminho)
 {
     std::error_code erro;
     return std::filesystem::symlink_status(caminho, erro).type() != std::filesystem::file_type::not_found;
-}
-
-// Only its owner looks into a directory that the desk makes.
-void FazDiretorio(const std::filesystem::path &diretorio)
-{
-    if (std::filesystem::create_directories(diretorio)) {
-        std::filesystem::permissions(diretorio, std::filesystem::perms::owner_all);
-    }
 }
 
 // Why a file could not be opened, with its name.
@@ -273,7 +267,7 @@ Ref<Servicos> Inicio::Retoma(const RegistroConhecido &conhecido, IPessoaNoInicio
 Ref<Servicos> Inicio::Faz(const std::filesystem::path &diretorio, TipoDeRegistro tipo,
                           const std::function<void(Servicos &)> &comeca)
 {
-    FazDiretorio(diretorio);
+    FazPastaPrivada(diretorio);
     const std::filesystem::path registro = CaminhoDoRegistro(diretorio);
     const std::filesystem::path emPreparo = diretorio / "registro.em-preparo.db";
     QLockFile tranca(QFile::decodeName((diretorio / "registro.em-preparo.tranca").c_str()));

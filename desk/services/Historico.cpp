@@ -51,11 +51,6 @@ QByteArray Inicio(std::string_view dominio)
     return tudo;
 }
 
-bool EhSegredo(std::string_view coluna)
-{
-    return coluna == "Senha" || coluna == "ChaveSecreta";
-}
-
 const Esquema::Tabela &Historiada(const std::string &tabela)
 {
     return *Esquema::Acha(tabela);
@@ -152,11 +147,28 @@ QString Historico::ColunasDoRetrato(const std::string &tabela)
     return NomesDas(Retratadas(Historiada(tabela)));
 }
 
+bool Historico::EhSegredo(std::string_view coluna)
+{
+    return coluna == "Senha" || coluna == "ChaveSecreta";
+}
+
 std::string Historico::RetratoDe(const std::string &tabela, const Consulta &linha, int primeira)
 {
+    QVariantList valores;
+    for (std::size_t n = Retratadas(Historiada(tabela)).size(); n > 0; --n) {
+        valores.push_back(linha.Valor(primeira++));
+    }
+    return RetratoDe(tabela, valores);
+}
+
+std::string Historico::RetratoDe(const std::string &tabela, const QVariantList &valores)
+{
     QJsonObject retrato;
+    auto proximo = valores.begin();
     for (const Esquema::Coluna *coluna : Retratadas(Historiada(tabela))) {
-        const QVariant valor = linha.Valor(primeira++);
+        // What is not there is written down as an empty text, whatever type a database gives its absence.
+        const QVariant valor = proximo->isNull() ? QVariant(QString()) : *proximo;
+        ++proximo;
         retrato.insert(QString::fromUtf8(coluna->Nome.data(), static_cast<qsizetype>(coluna->Nome.size())),
                        EhSegredo(coluna->Nome) ? QJsonValue(Q(Resumo(valor.toString().toUtf8())))
                                                : QJsonValue::fromVariant(valor));

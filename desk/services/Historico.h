@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace mesa {
@@ -64,6 +65,10 @@ class Historico {
     // Columns of a table as Retrato reads them, and the portrait of one row of them that starts at that column.
     static QString ColunasDoRetrato(const std::string &tabela);
     static std::string RetratoDe(const std::string &tabela, const Consulta &linha, int primeira);
+    // The same of the values themselves, in that order.
+    static std::string RetratoDe(const std::string &tabela, const QVariantList &valores);
+    // Whether an entry has the column's hash instead of its value.
+    static bool EhSegredo(std::string_view coluna);
 
     // The hash on which the first entry of a registry stands, and that of an entry that follows another.
     static std::string Origem(const std::string &identificador);
