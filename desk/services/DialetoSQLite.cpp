@@ -165,7 +165,7 @@ QStringList Declara(const Esquema::Tabela &tabela)
     }
     for (const Esquema::Indice &indice : tabela.Indices) {
         comandos.push_back("CREATE INDEX " + Tx(indice.Nome) + " ON " + Tx(tabela.Nome) + " (" + Tx(indice.Colunas) +
-                           ")");
+                           ")" + (indice.Onde.empty() ? QString() : " WHERE " + Tx(indice.Onde)));
     }
     return comandos + Guardas(tabela);
 }

@@ -61,6 +61,7 @@ struct Guarda {
 struct Indice {
     std::string_view Nome;
     std::string_view Colunas;
+    std::string_view Onde = {}; // of the rows for which it holds
 };
 
 // A table. Its rows are never erased nor replaced, and their first column, the key, never changes.

@@ -122,6 +122,26 @@ template <class R> void Preenche(R &registro, const Consulta &linha)
         R::Membros());
 }
 
+// Fills the members that the object has.
+template <class R> void Preenche(R &registro, const QJsonObject &objeto)
+{
+    std::apply(
+        [&](const auto &...membro) {
+            (
+                [&]<class T>(std::string_view nome, Campo<T> &campo) {
+                    if constexpr (EhColuna<T>) {
+                        const auto valor =
+                            objeto.find(QString::fromUtf8(nome.data(), static_cast<qsizetype>(nome.size())));
+                        if (valor != objeto.end()) {
+                            campo = DoSql<T>(valor->toVariant());
+                        }
+                    }
+                }(membro.Nome, registro.*membro.Onde),
+                ...);
+        },
+        R::Membros());
+}
+
 // Takes over the members that the other has written, lists excepted.
 template <class R> void Sobrepoe(R &registro, const R &outro)
 {

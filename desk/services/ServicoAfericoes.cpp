@@ -1,5 +1,6 @@
 #include "desk/services/ServicoAfericoes.h"
 
+#include "desk/services/Atividade.h"
 #include "desk/services/MapaRegistro.h"
 #include "desk/services/Recusa.h"
 #include "desk/services/ServicoDocumentos.h"
@@ -9,7 +10,37 @@
 
 #include <QByteArray>
 
+#include <map>
+#include <vector>
+
 namespace mesa {
+
+namespace {
+
+struct DeSensor {
+    Ref<AfericaoED> Afericao;
+    std::int64_t NroIntSensor = 0;
+};
+
+// Those of the equipment's sensors, whether they are active or not, that have a document and the day in their period.
+std::vector<DeSensor> DoDia(Banco &banco, std::int32_t nroIntEquip, std::int32_t dia)
+{
+    static const QString sql =
+        "SELECT " + MapaRegistro::Lista<AfericaoED>("a") +
+        ", s.NroIntSensor FROM SENSOR s JOIN AFERICAO a ON a.NroIntSensor = s.NroIntSensor AND a.Ativo = 1 "
+        "WHERE s.NroIntEquip = ? AND a.DataVerificacao <= ? AND a.DataVencimento >= ? "
+        "AND a.NroIntImgCertif IS NOT NULL";
+    static const auto colunas = static_cast<int>(MapaRegistro::Colunas<AfericaoED>().size());
+    std::vector<DeSensor> achadas;
+    Consulta linhas(banco, sql, {nroIntEquip, dia, dia});
+    while (linhas.Proxima()) {
+        achadas.push_back({Novo<AfericaoED>(), linhas.Inteiro(colunas)});
+        MapaRegistro::Preenche(*achadas.back().Afericao, linhas);
+    }
+    return achadas;
+}
+
+} // namespace
 
 Ref<AfericaoED> ServicoAfericoes::Vigente(const ConsultaAfericaoED &pedido)
 {
@@ -20,20 +51,23 @@ Ref<AfericaoED> ServicoAfericoes::Vigente(const ConsultaAfericaoED &pedido)
     if (!pedido.DtInfracao.Valor().NoCalendario()) {
         return nenhuma;
     }
-    static const QString sql =
-        "SELECT " + MapaRegistro::Lista<AfericaoED>("a") +
-        " FROM EQUIPAMENTO e JOIN SENSOR s ON s.NroIntEquip = e.NroIntEquip AND s.Ativo = 1 "
-        "JOIN AFERICAO a ON a.NroIntSensor = s.NroIntSensor AND a.Ativo = 1 "
-        "WHERE e.NroIntEquip = ? AND e.Ativo = 1 AND a.DataVerificacao <= ? AND a.DataVencimento >= ? "
-        "AND a.NroIntImgCertif IS NOT NULL LIMIT 2";
+    Banco &dados = m_Operacao.Dados();
     const std::int32_t dia = DiaCivil(pedido.DtInfracao);
-    Consulta vigentes(m_Operacao.Dados(), sql, {pedido.NroIntEquip.Valor(), dia, dia});
-    if (!vigentes.Proxima()) {
+    const std::vector<DeSensor> doDia = DoDia(dados, pedido.NroIntEquip, dia);
+    if (doDia.empty() || !AtividadeNoDia(dados, "EQUIPAMENTO", pedido.NroIntEquip, dia)) {
         return nenhuma;
     }
-    auto afericao = Novo<AfericaoED>();
-    MapaRegistro::Preenche(*afericao, vigentes);
-    return vigentes.Proxima() ? nenhuma : afericao;
+    std::map<Atividade, std::vector<Ref<AfericaoED>>> porAtividade;
+    for (const DeSensor &afericao : doDia) {
+        if (const auto atividade = AtividadeNoDia(dados, "SENSOR", afericao.NroIntSensor, dia)) {
+            porAtividade[*atividade].push_back(afericao.Afericao);
+        }
+    }
+    if (porAtividade.empty()) {
+        return nenhuma;
+    }
+    const std::vector<Ref<AfericaoED>> &vigentes = porAtividade.begin()->second;
+    return vigentes.size() == 1 ? vigentes.front() : nenhuma;
 }
 
 Ref<RelatorioAfericaoED> ServicoAfericoes::Certificado(const RelatorioAfericaoED &pedido)

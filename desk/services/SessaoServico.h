@@ -1,6 +1,9 @@
 #pragma once
 
+#include "desk/services/Instante.h"
+#include "host/AfericaoED.h"
 #include "host/Data.h"
+#include "host/EquiptoED.h"
 #include "host/IPlataforma.h"
 #include "host/Valor.h"
 
@@ -40,6 +43,23 @@ struct LinhaReplica {
     std::int32_t Ativo = 0; // 1 yes, 2 no
 };
 
+// A version of a calibration, as the history has it.
+struct VersaoAfericao {
+    std::int64_t Versao = 0;          // from 1
+    std::string Quem;                 // name; empty for the system itself
+    std::int64_t Quando = 0;          // yyyymmddhhmmss by the clock of the place
+    std::optional<std::int32_t> Fuso; // that clock's, in minutes; an older registry did not keep it
+    std::string Acao;                 // inclui, altera, desativa, reativa; migra: as an older registry left it
+    std::string Motivo;               // of a correction
+    Ref<AfericaoED> Registro;
+};
+
+// What the registry held of an equipment at an earlier moment.
+struct EquipamentoConhecido {
+    Ref<EquiptoED> Registro; // with all its rows, those that were no longer active too
+    std::string Ressalva;    // what the history of that time cannot tell; empty when it tells everything
+};
+
 // Asks somebody why what was stored is corrected; oQue says what, in a sentence. Nothing when it is not to be done.
 using PerguntaDeMotivo = std::function<std::optional<std::string>(const std::string &oQue)>;
 
@@ -73,6 +93,14 @@ class SessaoServico : public Objeto {
     // Documents. Storing gives the number; both are false with the reason in recusa.
     virtual bool GuardaDocumento(const Bytes &bytes, double &numero, std::string &recusa) = 0;
     virtual bool LeDocumento(double numero, Bytes &bytes, std::string &recusa) = 0;
+
+    // The versions of a calibration, the first first; false with the reason in recusa.
+    virtual bool VersoesDaAfericao(double nroIntAfericao, std::vector<VersaoAfericao> &versoes,
+                                   std::string &recusa) = 0;
+    // The equipment with all its rows as the registry held it at that moment, from the history alone; false with the
+    // reason in recusa. For a registry of an older kind it tells as much as the old entries do.
+    virtual bool ComoConhecido(std::int32_t nroIntEquip, const Instante &quando, EquipamentoConhecido &conhecido,
+                               std::string &recusa) = 0;
 
     // Clients that the operator may choose: his own, with its sectors in order of name.
     virtual std::vector<ClienteCadastrado> Clientes() = 0;

@@ -9,6 +9,7 @@
 #include "desk/services/ServicoClientes.h"
 #include "desk/services/ServicoDocumentos.h"
 #include "desk/services/ServicoEquipamentos.h"
+#include "desk/services/ServicoHistoria.h"
 #include "desk/services/ServicoLayouts.h"
 #include "desk/services/ServicoLimites.h"
 #include "desk/services/ServicoLogradouros.h"
@@ -287,6 +288,35 @@ try {
     return feita;
 } catch (...) {
     PassaFalha(" < SessaoServico.LeDocumento");
+}
+
+bool SessaoSql::VersoesDaAfericao(double nroIntAfericao, std::vector<VersaoAfericao> &versoes, std::string &recusa)
+try {
+    std::vector<VersaoAfericao> lidas;
+    const bool feita = Opera(
+        false, [&](Operacao &operacao) { lidas = ServicoHistoria(operacao).VersoesDaAfericao(nroIntAfericao); },
+        recusa);
+    if (feita) {
+        versoes = std::move(lidas);
+    }
+    return feita;
+} catch (...) {
+    PassaFalha(" < SessaoServico.VersoesDaAfericao");
+}
+
+bool SessaoSql::ComoConhecido(std::int32_t nroIntEquip, const Instante &quando, EquipamentoConhecido &conhecido,
+                              std::string &recusa)
+try {
+    EquipamentoConhecido lido;
+    const bool feita = Opera(
+        false, [&](Operacao &operacao) { lido = ServicoHistoria(operacao).ComoConhecido(nroIntEquip, quando); },
+        recusa);
+    if (feita) {
+        conhecido = std::move(lido);
+    }
+    return feita;
+} catch (...) {
+    PassaFalha(" < SessaoServico.ComoConhecido");
 }
 
 std::vector<ClienteCadastrado> SessaoSql::Clientes()

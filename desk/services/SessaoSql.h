@@ -29,6 +29,9 @@ class SessaoSql : public SessaoServico {
     void PerguntaMotivo(PerguntaDeMotivo pergunta) override { m_Pergunta = std::move(pergunta); }
     bool GuardaDocumento(const Bytes &bytes, double &numero, std::string &recusa) override;
     bool LeDocumento(double numero, Bytes &bytes, std::string &recusa) override;
+    bool VersoesDaAfericao(double nroIntAfericao, std::vector<VersaoAfericao> &versoes, std::string &recusa) override;
+    bool ComoConhecido(std::int32_t nroIntEquip, const Instante &quando, EquipamentoConhecido &conhecido,
+                       std::string &recusa) override;
     std::vector<ClienteCadastrado> Clientes() override;
     Data LeReplica(const std::function<void(const LinhaReplica &)> &cadaLinha) override;
 

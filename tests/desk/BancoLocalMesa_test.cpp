@@ -34,6 +34,8 @@ class SessaoDeReplica : public SessaoServico {
     void PerguntaMotivo(PerguntaDeMotivo) override {}
     bool GuardaDocumento(const Bytes &, double &, std::string &) override { return false; }
     bool LeDocumento(double, Bytes &, std::string &) override { return false; }
+    bool VersoesDaAfericao(double, std::vector<VersaoAfericao> &, std::string &) override { return false; }
+    bool ComoConhecido(std::int32_t, const Instante &, EquipamentoConhecido &, std::string &) override { return false; }
     std::vector<ClienteCadastrado> Clientes() override { return Cadastrados; }
     Data LeReplica(const std::function<void(const LinhaReplica &)> &cadaLinha) override
     {

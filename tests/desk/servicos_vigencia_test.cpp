@@ -1,4 +1,5 @@
 #include "host/ConsultaAfericaoED.h"
+#include "host/Conversoes.h"
 #include "host/RelatorioAfericaoED.h"
 #include "tests/desk/ServicosTeste.h"
 
@@ -24,6 +25,31 @@ class ServicosVigencia : public ServicosDeAfericoes {
         return Faz(m_Ana, "consultaSimplesAfericaoVigente", Pedido(equipamento, dia)).Como<AfericaoED>();
     }
     double NumeroVigente(std::int32_t equipamento, Data dia) { return Vigente(equipamento, dia)->NroIntAfericao; }
+    // The calibrations in force on those days of November 2026, by their numbers.
+    std::string DiasDeNovembro(std::int32_t equipamento, const std::vector<std::int32_t> &dias)
+    {
+        std::string numeros;
+        for (const std::int32_t dia : dias) {
+            numeros += (numeros.empty() ? "" : " ") + CStr(NumeroVigente(equipamento, DataDe(dia, 11, 2026)));
+        }
+        return numeros;
+    }
+    // On that day of November 2026.
+    void Em(std::int32_t dia, std::int32_t hora, const std::string &metodo, std::int32_t equipamento)
+    {
+        m_Registro.Relogio = DataDe(dia, 11, 2026, hora, 59, 59);
+        Faz(m_Ana, metodo, SoNumero(equipamento));
+    }
+    void AtivaSensor(std::int32_t dia, std::int32_t equipamento, std::int32_t sensor, std::uint8_t ativo)
+    {
+        m_Registro.Relogio = DataDe(dia, 11, 2026);
+        Faz(m_Ana, "altera", Poe(SoNumero(equipamento), Com(SoSensor(sensor), &SensorED::Ativo, ativo)));
+    }
+    // With a document of its own.
+    Ref<AfericaoED> De(const std::string &numero, Data de, Data ate)
+    {
+        return AfericaoDe(numero, de, ate, GuardaPdf(m_Ana, numero));
+    }
     // As a calibration of an earlier time.
     void TiraDocumento(const std::string &numero)
     {
@@ -91,19 +117,116 @@ TEST_F(ServicosVigencia, InForce_IsTheOneOfTheDay)
     }
 }
 
-TEST_F(ServicosVigencia, DeactivatedRows_DoNotCount)
+TEST_F(ServicosVigencia, DeactivatedEquipment_AnswersForTheDaysOnWhichItWasActive)
 {
-    const std::int32_t numero = ComSensores({{AfericaoDe("1", Jan, Dez)}, {AfericaoDe("2", Jan, Dez)}});
+    const std::int32_t numero = ComSensores({{De("1", Jan, Dez)}});
+    Em(20, 23, "desativa", numero);
+    EXPECT_EQ(DiasDeNovembro(numero, {1, 19, 20}), "1 1 1");
+    EXPECT_EQ(DiasDeNovembro(numero, {21, 22, 30}), "0 0 0");
+    EXPECT_EQ(NumeroVigente(numero, Jan), 1); // before it was registered
+    Em(24, 0, "reativa", numero);
+    EXPECT_EQ(DiasDeNovembro(numero, {20, 21, 23, 24, 25, 30}), "1 0 0 1 1 1");
+    Em(26, 12, "desativa", numero);
+    Em(26, 13, "reativa", numero); // the same day
+    Em(27, 12, "desativa", numero);
+    Em(28, 12, "reativa", numero); // the next day
+    EXPECT_EQ(DiasDeNovembro(numero, {20, 21, 23, 24, 25, 26, 27, 28, 29}), "1 0 0 1 1 1 1 1 1");
+    Em(29, 12, "desativa", numero);
+    EXPECT_EQ(DiasDeNovembro(numero, {20, 21, 23, 24, 28, 29, 30}), "1 0 0 1 1 1 0");
+    EXPECT_EQ(NumeroVigente(numero, DataDe(31, 12, 2025)), 0); // the period is still its own
+}
+
+TEST_F(ServicosVigencia, DeactivatedSensor_AnswersForTheDaysOnWhichItWasActive)
+{
+    const std::int32_t numero = ComSensores({{}, {De("1", Jan, Dez)}});
+    AtivaSensor(22, numero, 2, 2);
+    EXPECT_EQ(DiasDeNovembro(numero, {1, 20, 21, 22, 23, 30}), "1 1 1 1 0 0");
+    AtivaSensor(25, numero, 2, 1);
+    EXPECT_EQ(DiasDeNovembro(numero, {1, 20, 22, 23, 24, 25, 30}), "1 1 1 0 0 1 1");
+    Em(26, 12, "desativa", numero);
+    EXPECT_EQ(DiasDeNovembro(numero, {1, 22, 23, 24, 25, 26, 27}), "1 1 0 0 1 1 0");
+}
+
+TEST_F(ServicosVigencia, WithdrawnCalibration_IsInForceOnNoDay)
+{
+    const std::int32_t numero = ComSensores({{De("1", Jan, Dez)}});
+    m_Registro.Relogio = DataDe(25, 11, 2026);
+    Faz(m_Ana, "altera", Poe(SoNumero(numero), Poe(SoSensor(1), Com(SoAfericao(1), &AfericaoED::Ativo, 2))));
+    EXPECT_EQ(DiasDeNovembro(numero, {1, 20, 24, 25, 26}), "0 0 0 0 0");
+    Faz(m_Ana, "altera", Poe(SoNumero(numero), Poe(SoSensor(1), Com(SoAfericao(1), &AfericaoED::Ativo, 1))));
+    EXPECT_EQ(DiasDeNovembro(numero, {1, 20, 24, 25, 26}), "1 1 1 1 1"); // it was right after all
+}
+
+TEST_F(ServicosVigencia, ReplacedSensor_AnswersForItsDaysAndTheNewOneForItsOwn)
+{
+    const std::int32_t numero = ComSensores({{}, {De("1", Jan, Dez)}});
+    m_Registro.Relogio = DataDe(24, 11, 2026);
+    Faz(m_Ana, "altera",
+        Poe(Poe(SoNumero(numero), Com(SoSensor(2), &SensorED::Ativo, 2)), Poe(SensorDe(2), De("2", Jan, Dez))));
+    // On the day itself there is no telling which is meant; before any was known, it was the first.
+    EXPECT_EQ(DiasDeNovembro(numero, {19, 20, 23, 24, 25}), "1 1 1 0 2");
+}
+
+TEST_F(ServicosVigencia, SensorRegisteredLater_DoesNotDisturbTheDaysOfTheOtherOne)
+{
+    const std::int32_t numero = ComSensores({{De("1", Jan, Dez)}});
+    m_Registro.Relogio = DataDe(24, 11, 2026);
+    Faz(m_Ana, "altera", Poe(SoNumero(numero), Poe(SensorDe(2), De("2", Jan, Dez))));
+    EXPECT_EQ(DiasDeNovembro(numero, {19, 20, 23, 24, 25}), "1 1 1 0 0");
+}
+
+TEST_F(ServicosVigencia, SensorRegisteredAsInactive_CountsFromItsReactivation)
+{
+    const std::int32_t numero = ComSensores({{}});
+    Faz(m_Ana, "altera", Poe(SoNumero(numero), Poe(Com(SensorDe(2), &SensorED::Ativo, 2), De("2", Jan, Dez))));
+    EXPECT_EQ(DiasDeNovembro(numero, {1, 20, 25}), "0 0 0");
+    AtivaSensor(24, numero, 2, 1);
+    EXPECT_EQ(DiasDeNovembro(numero, {1, 20, 23, 24, 25}), "0 0 0 1 1");
+}
+
+TEST_F(ServicosVigencia, DeactivatedRows_GiveWayToThoseThatAreLeft)
+{
+    const std::int32_t numero = ComSensores({{De("1", Jan, Dez)}, {De("2", Jan, Dez)}});
     Faz(m_Ana, "altera", Poe(SoNumero(numero), Com(SoSensor(2), &SensorED::Ativo, 2)));
     EXPECT_EQ(NumeroVigente(numero, Jan), 1); // of the sensor that is left
+    EXPECT_EQ(NumeroVigente(numero, Dez), 1);
+    EXPECT_EQ(NumeroVigente(numero, DataDe(20, 11, 2026)), 0); // on which both were active
 
     Faz(m_Ana, "desativa", SoNumero(numero));
-    EXPECT_EQ(NumeroVigente(numero, Jan), 0);
+    EXPECT_EQ(NumeroVigente(numero, Jan), 1);
+    EXPECT_EQ(NumeroVigente(numero, Dez), 0);
     Faz(m_Ana, "reativa", SoNumero(numero));
 
     Abre(m_Ana, numero);
     Faz(m_Ana, "altera", Poe(SoNumero(numero), Poe(SoSensor(1), Com(SoAfericao(1), &AfericaoED::Ativo, 2))));
-    EXPECT_EQ(NumeroVigente(numero, Jan), 0);
+    EXPECT_EQ(NumeroVigente(numero, Jan), 2); // nothing else claims the day
+    EXPECT_EQ(NumeroVigente(numero, Dez), 0);
+}
+
+TEST_F(ServicosVigencia, ClockThatWentBack_LeavesTheDaysOnWhichItWasActive)
+{
+    const std::int32_t numero = ComSensores({{De("1", Jan, Dez)}});
+    Em(24, 12, "desativa", numero);
+    Em(27, 12, "reativa", numero);
+    Em(22, 12, "desativa", numero); // five days back
+    EXPECT_EQ(DiasDeNovembro(numero, {20, 24, 25, 26, 27, 28}), "1 1 0 0 1 0");
+    Em(23, 12, "reativa", numero);
+    EXPECT_EQ(DiasDeNovembro(numero, {20, 24, 25, 27, 28}), "1 1 1 1 1");
+}
+
+TEST_F(ServicosVigencia, RowsThatCameInPastTheServices_AreNotInForce)
+{
+    const std::int32_t numero = ComSensores({{}});
+    const std::string documento = std::to_string(static_cast<int>(GuardaPdf(m_Ana, "x")));
+    m_Registro.Sql(
+        "INSERT INTO SENSOR VALUES (9, 1, 2, 0, 0, 0, '', '', '', 1, ''); INSERT INTO AFERICAO VALUES (9, 9, "
+        "'1', '2', 20260101, 20261231, 1, " +
+        documento + ", 1, '', 1)");
+    EXPECT_EQ(DiasDeNovembro(numero, {1, 20, 25}), "0 0 0");
+    // Nor does a state that it does not know count.
+    const std::int32_t outro = Inclui(m_Ana, Poe(EquipamentoDe("R-9"), Poe(SensorDe(1), De("3", Jan, Dez))));
+    m_Registro.Sql("UPDATE EQUIPAMENTO SET Ativo = 2; UPDATE SENSOR SET Ativo = 2");
+    EXPECT_EQ(DiasDeNovembro(outro, {1, 20, 25}), "10 10 10");
 }
 
 TEST_F(ServicosVigencia, Certificate_IsTheDocumentAsBase64)
