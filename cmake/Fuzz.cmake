@@ -11,6 +11,9 @@ add_library(entradas_fuzz OBJECT
     ${PROJECT_SOURCE_DIR}/tests/fuzz/SessaoFuzz.cpp)
 target_link_libraries(entradas_fuzz PUBLIC suporte)
 
+# Targets of what the desk's services do.
+set(alvos_de_servicos Codigos ConteudoPdf)
+
 add_custom_target(fuzz)
 file(GLOB alvos_fuzz CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/fuzz/*_fuzz.cpp)
 foreach(fonte IN LISTS alvos_fuzz)
@@ -18,6 +21,9 @@ foreach(fonte IN LISTS alvos_fuzz)
     string(REGEX REPLACE "_fuzz$" "" alvo ${alvo})
     add_executable(fuzz_${alvo} ${fonte})
     target_link_libraries(fuzz_${alvo} PRIVATE entradas_fuzz)
+    if(alvo IN_LIST alvos_de_servicos)
+        target_link_libraries(fuzz_${alvo} PRIVATE servicos)
+    endif()
     set_target_properties(fuzz_${alvo} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/alvos)
     add_dependencies(fuzz fuzz_${alvo})
     if(COM_LIBFUZZER)

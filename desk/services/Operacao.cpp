@@ -6,11 +6,10 @@
 
 namespace mesa {
 
-Operacao::Operacao(Banco &banco, const Operador &quem, const Instante &agora, const VersoesLidas &lidas)
+Operacao::Operacao(Banco &banco, const Operador &quem, const Instante &agora)
     : m_Banco(banco),
       m_Quem(quem),
-      m_Agora(agora),
-      m_Lidas(lidas)
+      m_Agora(agora)
 {
 }
 
@@ -26,35 +25,28 @@ void Operacao::Exige(const std::string &acao, const std::string &oQue) const
     }
 }
 
-void Operacao::ConfereVersao(Raiz raiz, std::int32_t numero, std::int64_t atual, const std::string &nome) const
+void Operacao::ConfereVersao(const Registro &enviado, Raiz raiz, std::int32_t numero, std::int64_t atual,
+                             const std::string &nome) const
 {
-    const auto lida = m_Lidas.find({raiz, numero});
-    if (lida == m_Lidas.end()) {
-        throw Recusa(nome + " não foi aberto nesta sessão. Abra-o antes de alterá-lo.");
+    const std::int64_t lida = enviado.VersaoLida;
+    if (lida < 1 || lida > atual) {
+        throw Recusa(nome + " não foi aberto. Abra-o antes de alterá-lo.");
     }
-    if (lida->second != atual) {
-        throw Recusa(nome + " foi alterado " + Historico(m_Banco).Mudancas(raiz, numero, lida->second) +
+    if (lida != atual) {
+        throw Recusa(nome + " foi alterado " + Historico(m_Banco).Mudancas(raiz, numero, lida) +
                      ", depois de aberto aqui. Nada foi gravado: abra-o de novo e repita a sua alteração.");
     }
 }
 
-void Operacao::Lembra(Raiz raiz, std::int32_t numero, std::int64_t versao)
+void Operacao::Marca(Registro &enviado, std::int64_t versao)
 {
-    m_Novas[{raiz, numero}] = versao;
+    m_Marcas.emplace_back(&enviado, versao);
 }
 
-void Operacao::LembraAMinha(Raiz raiz, std::int32_t numero, std::int64_t anterior)
+void Operacao::Entrega() const
 {
-    const auto lida = m_Lidas.find({raiz, numero});
-    if (lida != m_Lidas.end() && lida->second == anterior) {
-        Lembra(raiz, numero, anterior + 1);
-    }
-}
-
-void Operacao::Entrega(VersoesLidas &lidas) const
-{
-    for (const auto &[qual, versao] : m_Novas) {
-        lidas[qual] = versao;
+    for (const auto &[enviado, versao] : m_Marcas) {
+        enviado->VersaoLida = versao;
     }
 }
 

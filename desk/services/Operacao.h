@@ -3,9 +3,9 @@
 #include "desk/services/Banco.h"
 #include "desk/services/Instante.h"
 #include "desk/services/SessaoServico.h"
+#include "host/Registro.h"
 
 #include <cstdint>
-#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -15,14 +15,11 @@ namespace mesa {
 // Kinds of records that are edited as one, each with a version that grows with every change.
 enum class Raiz { Equipamento, Limite, Dia };
 
-// Versions of the records that a session has read.
-using VersoesLidas = std::map<std::pair<Raiz, std::int32_t>, std::int64_t>;
-
-// One operation of a session, under way in a transaction: who asks, when, and what the session will have read once it
-// is confirmed.
+// One operation of a session, under way in a transaction: who asks, when, and which version the records that were sent
+// are of once it is confirmed.
 class Operacao {
   public:
-    Operacao(Banco &banco, const Operador &quem, const Instante &agora, const VersoesLidas &lidas);
+    Operacao(Banco &banco, const Operador &quem, const Instante &agora);
 
     Banco &Dados() const { return m_Banco; }
     const Operador &Quem() const { return m_Quem; }
@@ -33,22 +30,20 @@ class Operacao {
     void Exige(const std::string &acao, const std::string &oQue) const;
     bool Possui(const std::string &acao) const;
 
-    // Refuses a change of a record that the session has not read, or that was changed since. nome: the record with its
+    // Refuses a change by a record without the mark of a reading, or that was changed since. nome: the record with its
     // article, as "O equipamento R-1".
-    void ConfereVersao(Raiz raiz, std::int32_t numero, std::int64_t atual, const std::string &nome) const;
-    // The session has now seen this version.
-    void Lembra(Raiz raiz, std::int32_t numero, std::int64_t versao);
-    // The session itself made the version that follows `anterior`: if it had seen that one, it has seen the new one.
-    void LembraAMinha(Raiz raiz, std::int32_t numero, std::int64_t anterior);
-    // What the session is to remember, now that the operation is confirmed.
-    void Entrega(VersoesLidas &lidas) const;
+    void ConfereVersao(const Registro &enviado, Raiz raiz, std::int32_t numero, std::int64_t atual,
+                       const std::string &nome) const;
+    // What was sent is of this version now.
+    void Marca(Registro &enviado, std::int64_t versao);
+    // Marks what was sent, now that the operation is confirmed.
+    void Entrega() const;
 
   private:
     Banco &m_Banco;
     const Operador &m_Quem;
     Instante m_Agora;
-    const VersoesLidas &m_Lidas;
-    VersoesLidas m_Novas;
+    std::vector<std::pair<Registro *, std::int64_t>> m_Marcas;
 };
 
 } // namespace mesa

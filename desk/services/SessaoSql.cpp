@@ -24,11 +24,12 @@ struct Atendimento {
     std::function<Valor(Operacao &, const Ref<Objeto> &)> Atende;
 };
 
+// An operation that changes what it is sent takes the record to mark it afterwards; the others do not touch it.
 template <class Servico, class Pedido, class Resposta>
-Atendimento Atende(bool escreve, Resposta (Servico::*operacao)(const Pedido &))
+Atendimento Atende(bool escreve, Resposta (Servico::*operacao)(Pedido &))
 {
     return {escreve, [operacao](Operacao &contexto, const Ref<Objeto> &objeto) -> Valor {
-                const auto *pedido = dynamic_cast<const Pedido *>(objeto.Ponteiro());
+                auto *pedido = dynamic_cast<Pedido *>(objeto.Ponteiro());
                 if (pedido == nullptr) {
                     throw Recusa("A operação pede um registro " + std::string(Pedido::Nome) + " e recebeu " +
                                  (objeto.Nada() ? "nenhum" : std::string(objeto->NomeTipo())) + ".");
@@ -86,13 +87,13 @@ bool SessaoSql::Opera(bool escreve, const std::function<void(Operacao &)> &traba
     recusa.clear();
     const Instante agora = m_Agora();
     const auto roda = [&] {
-        Operacao operacao(*m_Banco, m_Operador, agora, m_Lidas);
+        Operacao operacao(*m_Banco, m_Operador, agora);
         trabalho(operacao);
         return operacao;
     };
     try {
         const Operacao feita = escreve ? m_Banco->Escreve(roda) : m_Banco->Le(roda);
-        feita.Entrega(m_Lidas);
+        feita.Entrega();
         return true;
     } catch (const Recusa &motivo) {
         recusa = motivo.what();

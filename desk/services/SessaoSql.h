@@ -32,7 +32,6 @@ class SessaoSql : public SessaoServico {
     std::shared_ptr<Banco> m_Banco;
     Relogio m_Agora;
     mesa::Operador m_Operador;
-    VersoesLidas m_Lidas;
 };
 
 } // namespace mesa
