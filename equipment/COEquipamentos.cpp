@@ -289,6 +289,7 @@ try {
         } else {
             m_ProxNroIntEquip = (*resposta)->ProxNroIntEquip;
             TabelaTexto linhas = LinhasDe(*pagina);
+            GuardaVersoes(*pagina);
             m_ZtList->CarregaItens(linhas);
             m_ZtList->DefineTemMais(m_ProxNroIntEquip >= 1);
             m_ZtList->AtualizaLista();
@@ -300,6 +301,15 @@ try {
     return achou;
 } catch (...) {
     PassaFalha(" < COEquipamentos.LocalizarEquipamentos");
+}
+
+void COEquipamentos::GuardaVersoes(const Colecao<Ref<EquiptoED>> &pagina)
+{
+    const std::int32_t quantos = pagina.Count();
+    for (std::int32_t posicao = 1; posicao <= quantos; ++posicao) {
+        const Ref<EquiptoED> &equipto = pagina.Item(posicao);
+        m_VersoesLidas[equipto->NroIntEquip] = equipto->VersaoLida;
+    }
 }
 
 // The host may have closed the window while a command ran.
@@ -394,7 +404,12 @@ try {
         return;
     }
     const std::int32_t nroIntEquip = NroIntEquipAtual();
-    if (ComandaRN("EquiptoRN", operacao, [&] { return SoComNumero(&EquiptoED::NroIntEquip, nroIntEquip); })) {
+    const auto pedido = [&] {
+        auto registro = SoComNumero(&EquiptoED::NroIntEquip, nroIntEquip);
+        registro->VersaoLida = m_VersoesLidas[nroIntEquip];
+        return registro;
+    };
+    if (ComandaRN("EquiptoRN", operacao, pedido)) {
         AvisaTabelaAlterada();
         Atualizar();
     }

@@ -6,6 +6,7 @@
 #include "shell/clsListaParametros.h"
 
 #include <cstdint>
+#include <map>
 #include <string>
 #include <string_view>
 
@@ -44,7 +45,8 @@ class COEquipamentos : public IModulo, public Assinante {
     bool m_TrabFoto = false;
     Data m_DtInfracao;
     std::string m_Titulo;
-    bool m_Selecao = false; // in a selection; nothing reads it
+    bool m_Selecao = false;                              // in a selection; nothing reads it
+    std::map<std::int32_t, std::int64_t> m_VersoesLidas; // the service's marks of the rows, by their numbers
     Ref<EquiptoED> m_pEquiptoED;
     Ref<AfericaoED> m_pAfericaoED;
     Ref<frmLista> m_frmLista;
@@ -54,6 +56,7 @@ class COEquipamentos : public IModulo, public Assinante {
     void MontaTitulo();
     bool LocalizarEquipamentos(bool continua);
     Ref<ListaEquiptoED> Criterios(bool continua) const;
+    void GuardaVersoes(const Colecao<Ref<EquiptoED>> &pagina);
     void Atualizar();
 
     void MenuInicial();

@@ -54,6 +54,7 @@ Ref<EquiptoED> clsEquipto::ToEquiptoED()
 try {
     auto ED = Novo<EquiptoED>();
     EquiptoED &ed = *ED;
+    ed.VersaoLida = m_VersaoLida;
     EscreveCampos<Campos>(*this, ed);
     if (TipoAgente != 2) {
         ed.VelocPermitida = VelocPermitida;
@@ -80,9 +81,14 @@ try {
 
 bool clsEquipto::Salva()
 try {
-    const auto pedido = [&] { return ToEquiptoED(); };
+    Ref<EquiptoED> enviado;
+    const auto pedido = [&] { return enviado = ToEquiptoED(); };
     if (NroIntEquip != 0) {
-        return ComandaRN("EquiptoRN", "altera", pedido);
+        const bool alterado = ComandaRN("EquiptoRN", "altera", pedido);
+        if (alterado) {
+            m_VersaoLida = enviado->VersaoLida;
+        }
+        return alterado;
     }
     const auto incluido = ConsultaRN<EquiptoED>("EquiptoRN", "inclui", pedido);
     if (incluido) {
@@ -95,6 +101,7 @@ try {
 
 void clsEquipto::CarregaED(const Ref<EquiptoED> &ed)
 try {
+    m_VersaoLida = ed->VersaoLida;
     LeCampos<Campos>(*this, *ed);
     LeCampos<UltimosCampos>(*this, *ed);
     VelocPermitida = ed->VelocPermitida;

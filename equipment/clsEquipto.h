@@ -62,5 +62,6 @@ class clsEquipto : public Objeto {
     std::string m_OperadorTrans;
     std::string m_DataTrans;
     std::string m_HoraTrans;
+    std::int64_t m_VersaoLida = 0; // the service's mark, handed back as it came
     Ref<clsListaSensores> m_ListaSensores;
 };

@@ -26,6 +26,10 @@ class Registro : public Objeto {
     virtual std::string Texto() const = 0;
     // A new record with the same members written; records inside it are copied too.
     virtual Ref<Registro> Copia() const = 0;
+
+    // A mark of the service on what it answers: who changes what was read hands it back, so that a change over somebody
+    // else's is noticed. 0 for none. It is no member of the record, and nobody else asks what it means.
+    std::int64_t VersaoLida = 0;
 };
 
 template <class T> using ListaDe = Ref<Colecao<Ref<T>>>;
@@ -109,6 +113,7 @@ template <class R> class RegistroDe : public Registro {
     {
         auto copia = ::Novo<R>();
         std::apply([&](const auto &...membro) { (CopiaMembro(*copia, membro.Onde), ...); }, R::Membros());
+        copia->VersaoLida = VersaoLida;
         return copia;
     }
 

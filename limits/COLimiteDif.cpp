@@ -99,6 +99,7 @@ try {
             for (std::int32_t posicao = 1; posicao <= limites->Count(); ++posicao) {
                 const auto &limite = limites->Item(posicao);
                 PreencheLinha(tabela, fBuscaNomeDia(limite->Dia), *limite);
+                m_VersoesLidas[limite->NroInt] = limite->VersaoLida;
             }
             m_ZtList->CarregaItens(tabela);
         }
@@ -123,6 +124,7 @@ try {
             for (std::int32_t posicao = 1; posicao <= dias->Count(); ++posicao) {
                 const auto &dia = dias->Item(posicao);
                 PreencheLinha(tabela, Format(dia->Data, "dd/mm/yyyy"), *dia);
+                m_VersoesLidas[dia->NroInt] = dia->VersaoLida;
             }
             m_ZtList->CarregaItens(tabela);
         }
@@ -187,9 +189,17 @@ try {
     PassaFalha(" < COLimiteDif.Excluir");
 }
 
+template <class RegistroED> Ref<RegistroED> COLimiteDif::PedidoDeExclusao(std::int32_t nroInt) const
+{
+    auto pedido = SoComNumero(&RegistroED::NroInt, nroInt);
+    const auto lida = m_VersoesLidas.find(nroInt);
+    pedido->VersaoLida = lida == m_VersoesLidas.end() ? 0 : lida->second;
+    return pedido;
+}
+
 bool COLimiteDif::ExcluirLimiteDif(std::int32_t nroInt)
 try {
-    if (!ComandaRN("EquiptoRN", m_Tipo.Desativa, [&] { return SoComNumero(&LimiteDifED::NroInt, nroInt); })) {
+    if (!ComandaRN("EquiptoRN", m_Tipo.Desativa, [&] { return PedidoDeExclusao<LimiteDifED>(nroInt); })) {
         return false;
     }
     goMensagem()->ExibeMensagem("Limite excluído com sucesso!", nullptr);
@@ -200,7 +210,7 @@ try {
 
 bool COLimiteDif::ExcluirDiaEspec(std::int32_t nroInt)
 try {
-    if (!ComandaRN("EquiptoRN", m_Tipo.Desativa, [&] { return SoComNumero(&DiaEspecificoED::NroInt, nroInt); })) {
+    if (!ComandaRN("EquiptoRN", m_Tipo.Desativa, [&] { return PedidoDeExclusao<DiaEspecificoED>(nroInt); })) {
         return false;
     }
     goMensagem()->ExibeMensagem("Dia específico excluído com sucesso!", nullptr);

@@ -4,6 +4,7 @@
 #include "shell/ControladorLista.h"
 
 #include <cstdint>
+#include <map>
 #include <string>
 
 // Controller of the list of differentiated limits (Tipo 1), specific days (2) or prohibited hours (3) of an equipment.
@@ -23,6 +24,7 @@ class COLimiteDif : public ControladorLista {
     TipoDeLimite m_Tipo;
     std::string m_CodEquip;
     std::int32_t m_NroIntEquip = 0;
+    std::map<std::int32_t, std::int64_t> m_VersoesLidas; // the service's marks of the rows, by their numbers
 
     TabelaColunas Colunas() const override;
     bool Localizar();
@@ -35,6 +37,7 @@ class COLimiteDif : public ControladorLista {
     void Editar() override;
     void Detalhes() override;
     bool Excluir(std::int32_t linha) override;
+    template <class RegistroED> Ref<RegistroED> PedidoDeExclusao(std::int32_t nroInt) const;
     bool ExcluirLimiteDif(std::int32_t nroInt);
     bool ExcluirDiaEspec(std::int32_t nroInt);
     static std::string fBuscaNomeDia(std::uint8_t dia);

@@ -226,6 +226,7 @@ try {
     fraVelocPerm->DefineVisible(m_Tipo.ComVelocidade);
     sstDados->DefineTabVisible(PaginaOpcoes, m_Tipo.ComVelocidade);
     lblCodEquip->DefineCaption(codEquip);
+    m_VersaoLida = 0;
     if (!m_Inclusao) {
         if (m_Tipo.DaSemana()) {
             BuscaLimitesDif();
@@ -246,6 +247,7 @@ try {
     if (resposta) {
         const LimiteDifED &limite = **resposta;
         m_NroIntEquip = limite.NroIntEquip;
+        m_VersaoLida = limite.VersaoLida;
         chkDia.at(static_cast<std::size_t>(limite.Dia) - 1)->DefineValue(1);
         ztmHInicial->DefineText(Format(CDbl(limite.HoraInicio.Valor()), "00:00"));
         ztmHFinal->DefineText(Format(CDbl(limite.HoraFim.Valor()), "00:00"));
@@ -270,6 +272,7 @@ try {
     if (resposta) {
         const DiaEspecificoED &dia = **resposta;
         m_NroIntEquip = dia.NroIntEquip;
+        m_VersaoLida = dia.VersaoLida;
         ztdData->DefineText(Format(dia.Data, "dd/mm/yyyy"));
         ztmHInicial->DefineText(Format(CDbl(dia.HoraInicio.Valor()), "00:00"));
         ztmHFinal->DefineText(Format(CDbl(dia.HoraFim.Valor()), "00:00"));
@@ -356,6 +359,7 @@ Ref<EquiptoED> frmLimitesDifDetalhes::LimitesInformados() const
         auto limite = Novo<LimiteDifED>();
         if (m_NroInt > 0) {
             limite->NroInt = m_NroInt;
+            limite->VersaoLida = m_VersaoLida;
         }
         limite->NroIntEquip = m_NroIntEquip;
         limite->Dia = static_cast<std::uint8_t>(dia);
@@ -386,6 +390,7 @@ Ref<DiaEspecificoED> frmLimitesDifDetalhes::DiaInformado() const
     auto dia = Novo<DiaEspecificoED>();
     if (m_NroInt > 0) {
         dia->NroInt = m_NroInt;
+        dia->VersaoLida = m_VersaoLida;
     }
     dia->NroIntEquip = m_NroIntEquip;
     dia->Data = CDate(ztdData->Text());

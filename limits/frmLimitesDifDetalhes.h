@@ -49,6 +49,7 @@ class frmLimitesDifDetalhes : public Formulario {
     TipoDeLimite m_Tipo;
     std::int32_t m_NroIntEquip = 0;
     std::int32_t m_NroInt = 0;
+    std::int64_t m_VersaoLida = 0; // the service's mark of the row
 
     bool MontaTela(const std::string &codEquip);
     void BuscaLimitesDif();

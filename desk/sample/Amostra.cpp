@@ -155,11 +155,9 @@ class Preenchimento {
         novo->TemPerfilMag = std::uint8_t{2};
         novo->TemLimiteDif = std::uint8_t{2};
         const std::int32_t nroIntEquip = ComoTipo<EquiptoED>(Pede(m_Sessao, "inclui", novo))->NroIntEquip;
-        Completa(nroIntEquip, tipo, numero, ruas);
+        const Ref<EquiptoED> completo = Completa(nroIntEquip, tipo, numero, ruas);
         if (numero % 16 == 15) {
-            auto inativo = Novo<EquiptoED>();
-            inativo->NroIntEquip = nroIntEquip;
-            Pede(m_Sessao, "desativa", inativo);
+            Pede(m_Sessao, "desativa", completo);
         }
     }
 
@@ -173,7 +171,8 @@ class Preenchimento {
         return ruas;
     }
 
-    void Completa(std::int32_t nroIntEquip, const std::string &tipo, int numero, const std::vector<Logradouro> &ruas)
+    Ref<EquiptoED> Completa(std::int32_t nroIntEquip, const std::string &tipo, int numero,
+                            const std::vector<Logradouro> &ruas)
     {
         auto pergunta = Novo<EquiptoED>();
         pergunta->NroIntEquip = nroIntEquip;
@@ -200,6 +199,7 @@ class Preenchimento {
         if (tipo == "F") {
             Horarios(nroIntEquip);
         }
+        return alterado;
     }
 
     Ref<SensorED> NovoSensor(const EquiptoED &equipto, int numero, const std::vector<Logradouro> &ruas)

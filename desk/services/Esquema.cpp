@@ -66,6 +66,19 @@ constexpr Coluna Versao = Numero("Versao", 1, MaiorNumero);
 constexpr Coluna Fuso = Numero("Fuso", -MaiorFuso, MaiorFuso);
 constexpr Coluna DoEquipamento = Para("EQUIPAMENTO (NroIntEquip)", Chave("NroIntEquip"));
 
+// Active rows of one day have no minute in common; one may end at the minute in which the next begins. The number of a
+// new row is not known yet, and is none that is there.
+constexpr std::string_view LimiteSobreposto =
+    "NEW.Ativo = 1 AND EXISTS (SELECT 1 FROM LIMITE o WHERE o.NroIntEquip = NEW.NroIntEquip AND o.Ativo = 1 "
+    "AND o.TipoLimite = NEW.TipoLimite AND o.Dia = NEW.Dia AND o.NroInt IS NOT NEW.NroInt "
+    "AND ((o.HoraInicio < NEW.HoraFim AND o.HoraFim > NEW.HoraInicio) "
+    "OR (o.HoraInicio = NEW.HoraInicio AND o.HoraFim = NEW.HoraFim)))";
+constexpr std::string_view DiaSobreposto =
+    "NEW.Ativo = 1 AND EXISTS (SELECT 1 FROM DIA o WHERE o.NroIntEquip = NEW.NroIntEquip AND o.Ativo = 1 "
+    "AND o.Data = NEW.Data AND o.NroInt IS NOT NEW.NroInt "
+    "AND ((o.HoraInicio < NEW.HoraFim AND o.HoraFim > NEW.HoraInicio) "
+    "OR (o.HoraInicio = NEW.HoraInicio AND o.HoraFim = NEW.HoraFim)))";
+
 std::vector<Tabela> Todas()
 {
     return {
@@ -175,7 +188,8 @@ std::vector<Tabela> Todas()
                      Nula(Para("DOCUMENTO (NroDocumento)", Chave("NroIntImgCertif", MaiorNumero))),
                      Numero("TipoAfer", 1, 2), Texto("PortDimel", 9), Versao},
          .Condicoes = {{"Verificacao_ate_Vencimento", "DataVerificacao <= DataVencimento"}},
-         .Indices = {{"AFERICAO_Sensor", "NroIntSensor, Ativo, DataVerificacao, DataVencimento"}},
+         .Indices = {{"AFERICAO_Sensor", "NroIntSensor, Ativo, DataVerificacao, DataVencimento"},
+                     {"AFERICAO_Documento", "NroIntImgCertif"}},
          .Fixas = {"NroIntSensor"},
          // The history has an entry for each version. Until the one of a change is written, the row may be written
          // again.
@@ -199,14 +213,18 @@ std::vector<Tabela> Todas()
                      Numero("VelocMin", 0, MaiorVelocidade), Marca("Ativo"), Numero("TipoLimite", 1, 2), Versao},
          .Condicoes = {{"Inicio_ate_Fim", "HoraInicio <= HoraFim"}},
          .Indices = {{"LIMITE_Equip", "NroIntEquip, TipoLimite, Dia, HoraInicio"}},
-         .Fixas = {"NroIntEquip"}},
+         .Fixas = {"NroIntEquip", "Dia", "TipoLimite"},
+         .Guardas = {{"SEM_SOBREPOSICAO_NOVA", "INSERT", LimiteSobreposto, "LIMITE_SOBREPOSTO"},
+                     {"SEM_SOBREPOSICAO", "UPDATE", LimiteSobreposto, "LIMITE_SOBREPOSTO"}}},
         {.Nome = "DIA",
          .Colunas = {Chave("NroInt"), DoEquipamento, De(Forma::Dia, "Data"), De(Forma::Hora, "HoraInicio"),
                      De(Forma::Hora, "HoraFim"), Numero("VelocPerm", 0, MaiorVelocidade),
                      Numero("VelocMin", 0, MaiorVelocidade), Marca("Ativo"), Versao},
          .Condicoes = {{"Inicio_ate_Fim", "HoraInicio <= HoraFim"}},
          .Indices = {{"DIA_Equip", "NroIntEquip, Data, HoraInicio"}},
-         .Fixas = {"NroIntEquip"}},
+         .Fixas = {"NroIntEquip"},
+         .Guardas = {{"SEM_SOBREPOSICAO_NOVA", "INSERT", DiaSobreposto, "DIA_SOBREPOSTO"},
+                     {"SEM_SOBREPOSICAO", "UPDATE", DiaSobreposto, "DIA_SOBREPOSTO"}}},
         // Raiz is the record that is edited as one, with its version; Entidade the row of it that changed. Quando is
         // UTC where the offset is known, and the clock of the place where it is not.
         {.Nome = "HISTORICO",

@@ -5,12 +5,11 @@
 
 namespace mesa {
 
-Operacao::Operacao(Banco &banco, const Operador &quem, const Instante &agora, const VersoesLidas &lidas,
-                   const CustoDaSenha &custo, std::string motivo)
+Operacao::Operacao(Banco &banco, const Operador &quem, const Instante &agora, const CustoDaSenha &custo,
+                   std::string motivo)
     : m_Banco(banco),
       m_Quem(quem),
       m_Agora(agora),
-      m_Lidas(lidas),
       m_Custo(custo),
       m_Motivo(std::move(motivo))
 {
@@ -41,17 +40,17 @@ void Operacao::ConfereMotivo() const
     }
 }
 
-void Operacao::ConfereVersao(Raiz raiz, std::int32_t numero, std::int64_t atual, const std::string &nome) const
+void Operacao::ConfereVersao(const Registro &enviado, Raiz raiz, std::int32_t numero, std::int64_t atual,
+                             const std::string &nome) const
 {
-    const auto lida = m_Lidas.find({raiz, numero});
-    ConfereCopia(raiz, numero, lida == m_Lidas.end() ? 0 : lida->second, atual, nome);
+    ConfereCopia(raiz, numero, enviado.VersaoLida, atual, nome);
 }
 
 void Operacao::ConfereCopia(Raiz raiz, std::int32_t numero, std::int64_t lida, std::int64_t atual,
                             const std::string &nome) const
 {
-    if (lida == 0) {
-        throw Recusa(nome + " não foi aberto nesta sessão. Abra-o antes de alterá-lo.");
+    if (lida < 1 || lida > atual) {
+        throw Recusa(nome + " não foi aberto. Abra-o antes de alterá-lo.");
     }
     if (lida != atual) {
         throw Recusa(nome + " foi alterado " + Historico(m_Banco).Mudancas(raiz, numero, lida) +
@@ -59,23 +58,15 @@ void Operacao::ConfereCopia(Raiz raiz, std::int32_t numero, std::int64_t lida, s
     }
 }
 
-void Operacao::Lembra(Raiz raiz, std::int32_t numero, std::int64_t versao)
+void Operacao::Marca(Registro &enviado, std::int64_t versao)
 {
-    m_Novas[{raiz, numero}] = versao;
+    m_Marcas.emplace_back(&enviado, versao);
 }
 
-void Operacao::LembraAMinha(Raiz raiz, std::int32_t numero, std::int64_t anterior)
+void Operacao::Entrega() const
 {
-    const auto lida = m_Lidas.find({raiz, numero});
-    if (lida != m_Lidas.end() && lida->second == anterior) {
-        Lembra(raiz, numero, anterior + 1);
-    }
-}
-
-void Operacao::Entrega(VersoesLidas &lidas) const
-{
-    for (const auto &[qual, versao] : m_Novas) {
-        lidas[qual] = versao;
+    for (const auto &[enviado, versao] : m_Marcas) {
+        enviado->VersaoLida = versao;
     }
 }
 

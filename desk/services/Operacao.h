@@ -5,9 +5,9 @@
 #include "desk/services/Permissoes.h"
 #include "desk/services/Senhas.h"
 #include "desk/services/SessaoServico.h"
+#include "host/Registro.h"
 
 #include <cstdint>
-#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -17,21 +17,18 @@ namespace mesa {
 // Kinds of records that are edited as one, each with a version that grows with every change.
 enum class Raiz { Equipamento, Limite, Dia, Usuario, Cliente };
 
-// Versions of the records that a session has read.
-using VersoesLidas = std::map<std::pair<Raiz, std::int32_t>, std::int64_t>;
-
 // Corrections that were made without a reason. On its way the transaction rolls back, as with a refusal; it ends in the
 // session, which asks for the reason.
 struct FaltaMotivo {
     std::vector<std::string> Corrigidas; // "aferição 123 do sensor 1"
 };
 
-// One operation of a session, under way in a transaction: who asks, when, and what the session will have read once it
-// is confirmed.
+// One operation of a session, under way in a transaction: who asks, when, and which version the records that were sent
+// are of once it is confirmed.
 class Operacao {
   public:
-    Operacao(Banco &banco, const Operador &quem, const Instante &agora, const VersoesLidas &lidas,
-             const CustoDaSenha &custo, std::string motivo);
+    // custo: of the passwords that are set in it. motivo: why what was stored is corrected.
+    Operacao(Banco &banco, const Operador &quem, const Instante &agora, const CustoDaSenha &custo, std::string motivo);
 
     Banco &Dados() const { return m_Banco; }
     const Operador &Quem() const { return m_Quem; }
@@ -48,28 +45,26 @@ class Operacao {
     // Raises FaltaMotivo when something was corrected and there is no reason.
     void ConfereMotivo() const;
 
-    // Refuses a change of a record that the session has not read, or that was changed since. nome: the record with its
+    // Refuses a change by a record without the mark of a reading, or that was changed since. nome: the record with its
     // article, as "O equipamento R-1".
-    void ConfereVersao(Raiz raiz, std::int32_t numero, std::int64_t atual, const std::string &nome) const;
-    // The same of a record that carries the version of its copy; 0 for one that was never read.
+    void ConfereVersao(const Registro &enviado, Raiz raiz, std::int32_t numero, std::int64_t atual,
+                       const std::string &nome) const;
+    // The same of a record that has the version among its members; 0 for one that was never read.
     void ConfereCopia(Raiz raiz, std::int32_t numero, std::int64_t lida, std::int64_t atual,
                       const std::string &nome) const;
-    // The session has now seen this version.
-    void Lembra(Raiz raiz, std::int32_t numero, std::int64_t versao);
-    // The session itself made the version that follows `anterior`: if it had seen that one, it has seen the new one.
-    void LembraAMinha(Raiz raiz, std::int32_t numero, std::int64_t anterior);
-    // What the session is to remember, now that the operation is confirmed.
-    void Entrega(VersoesLidas &lidas) const;
+    // What was sent is of this version now.
+    void Marca(Registro &enviado, std::int64_t versao);
+    // Marks what was sent, now that the operation is confirmed.
+    void Entrega() const;
 
   private:
     Banco &m_Banco;
     const Operador &m_Quem;
     Instante m_Agora;
-    const VersoesLidas &m_Lidas;
     const CustoDaSenha &m_Custo;
-    VersoesLidas m_Novas;
     std::string m_Motivo; // for what is corrected
     std::vector<std::string> m_Corrigidas;
+    std::vector<std::pair<Registro *, std::int64_t>> m_Marcas;
 };
 
 } // namespace mesa

@@ -74,8 +74,9 @@ Ref<ListaEquiptoED> PesquisaEquipamentos::Lista(const ListaEquiptoED &pedido)
     FiltraCodigo("SubCodigoBusca", pedido.SubCodigo);
 
     const QString sql = "SELECT " + MapaRegistro::Lista<EquiptoED>() +
-                        " FROM EQUIPAMENTO WHERE ClienteInc = ? AND NroIntEquip >= ?" + m_Condicoes +
+                        ", Versao FROM EQUIPAMENTO WHERE ClienteInc = ? AND NroIntEquip >= ?" + m_Condicoes +
                         QString(" ORDER BY NroIntEquip LIMIT %1").arg(TamanhoPagina + 1);
+    static const auto colunas = static_cast<int>(MapaRegistro::Colunas<EquiptoED>().size());
     auto lista = Novo<ListaEquiptoED>();
     lista->ProxNroIntEquip = 0;
     ListaDe<EquiptoED> pagina = Novo<Colecao<Ref<EquiptoED>>>();
@@ -87,6 +88,7 @@ Ref<ListaEquiptoED> PesquisaEquipamentos::Lista(const ListaEquiptoED &pedido)
         }
         auto equipto = Novo<EquiptoED>();
         MapaRegistro::Preenche(*equipto, linhas);
+        equipto->VersaoLida = linhas.Inteiro(colunas);
         pagina->Add(equipto);
     }
     if (pagina->Count() > 0) {

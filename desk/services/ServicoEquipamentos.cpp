@@ -1,5 +1,6 @@
 #include "desk/services/ServicoEquipamentos.h"
 
+#include "desk/services/Codigos.h"
 #include "desk/services/Conferencia.h"
 #include "desk/services/Historico.h"
 #include "desk/services/MapaRegistro.h"
@@ -79,6 +80,7 @@ EquipamentoGravado ServicoEquipamentos::Acha(std::int32_t nroIntEquip) const
     EquipamentoGravado gravado{Novo<EquiptoED>(), 0};
     MapaRegistro::Preenche(*gravado.Registro, linha);
     gravado.Versao = linha.Inteiro(static_cast<int>(MapaRegistro::Colunas<EquiptoED>().size()));
+    gravado.Registro->VersaoLida = gravado.Versao;
     return gravado;
 }
 
@@ -120,12 +122,12 @@ Ref<EquiptoED> ServicoEquipamentos::Inclui(const EquiptoED &pedido)
     return Completo(novo->NroIntEquip);
 }
 
-void ServicoEquipamentos::Altera(const EquiptoED &pedido)
+void ServicoEquipamentos::Altera(EquiptoED &pedido)
 {
     m_Operacao.Exige("A", "alterar equipamentos");
     const EquipamentoGravado gravado = Acha(pedido.NroIntEquip);
     const std::int32_t numero = pedido.NroIntEquip;
-    m_Operacao.ConfereVersao(Raiz::Equipamento, numero, gravado.Versao, gravado.Nome());
+    m_Operacao.ConfereVersao(pedido, Raiz::Equipamento, numero, gravado.Versao, gravado.Nome());
     if (!gravado.Ativo()) {
         throw Recusa(gravado.Nome() + " está desativado e não pode ser alterado. Reative-o antes.");
     }
@@ -154,7 +156,7 @@ void ServicoEquipamentos::Altera(const EquiptoED &pedido)
     Assina(*novo);
     Atualiza(*novo, versao);
     Registra("altera", numero, versao);
-    m_Operacao.Lembra(Raiz::Equipamento, numero, versao);
+    m_Operacao.Marca(pedido, versao);
 }
 
 Ref<EquiptoED> ServicoEquipamentos::Consulta(const EquiptoED &pedido)
@@ -167,7 +169,6 @@ Ref<EquiptoED> ServicoEquipamentos::Completo(std::int32_t nroIntEquip)
 {
     const EquipamentoGravado gravado = Acha(nroIntEquip);
     gravado.Registro->Sensores = ServicoSensores(m_Operacao, *gravado.Registro, gravado.Versao).Ativos();
-    m_Operacao.Lembra(Raiz::Equipamento, nroIntEquip, gravado.Versao);
     return gravado.Registro;
 }
 
@@ -177,19 +178,19 @@ Ref<EquiptoED> ServicoEquipamentos::ConsultaSimples(const EquiptoED &pedido)
     return Acha(pedido.NroIntEquip).Registro;
 }
 
-void ServicoEquipamentos::Desativa(const EquiptoED &pedido)
+void ServicoEquipamentos::Desativa(EquiptoED &pedido)
 {
     m_Operacao.Exige("E", "desativar equipamentos");
     DefineAtivo(pedido, Indicador::Nao);
 }
 
-void ServicoEquipamentos::Reativa(const EquiptoED &pedido)
+void ServicoEquipamentos::Reativa(EquiptoED &pedido)
 {
     m_Operacao.Exige("E", "reativar equipamentos");
     DefineAtivo(pedido, Indicador::Sim);
 }
 
-void ServicoEquipamentos::DefineAtivo(const EquiptoED &pedido, std::uint8_t ativo)
+void ServicoEquipamentos::DefineAtivo(EquiptoED &pedido, std::uint8_t ativo)
 {
     const EquipamentoGravado gravado = Acha(pedido.NroIntEquip);
     const bool reativa = ativo == Indicador::Sim;
@@ -197,6 +198,7 @@ void ServicoEquipamentos::DefineAtivo(const EquiptoED &pedido, std::uint8_t ativ
         throw Recusa(gravado.Nome() + (reativa ? " já está ativo" : " já está desativado") + "; última alteração " +
                      Historico(m_Operacao.Dados()).Ultima("EQUIPAMENTO", pedido.NroIntEquip) + ".");
     }
+    m_Operacao.ConfereVersao(pedido, Raiz::Equipamento, pedido.NroIntEquip, gravado.Versao, gravado.Nome());
     auto novo = Novo<EquiptoED>();
     MapaRegistro::Sobrepoe(*novo, *gravado.Registro);
     novo->Ativo = ativo;
@@ -207,7 +209,7 @@ void ServicoEquipamentos::DefineAtivo(const EquiptoED &pedido, std::uint8_t ativ
     const std::int64_t versao = gravado.Versao + 1;
     Atualiza(*novo, versao);
     Registra(reativa ? "reativa" : "desativa", pedido.NroIntEquip, versao);
-    m_Operacao.LembraAMinha(Raiz::Equipamento, pedido.NroIntEquip, gravado.Versao);
+    m_Operacao.Marca(pedido, versao);
 }
 
 // What was stored and stays as it was is not asked for again.
@@ -229,6 +231,14 @@ void ServicoEquipamentos::ConfereRegistro(const EquiptoED &e, const EquiptoED *a
     obrigatorio("Descricao", mudou(&EquiptoED::Descricao), preenchido(&EquiptoED::Descricao), false);
     obrigatorio("Modelo", mudou(&EquiptoED::Modelo), preenchido(&EquiptoED::Modelo), false);
     Conferencia::Membros("EQUIPAMENTO", e);
+    const auto semOfensa = [&](std::string_view membro, Campo<std::string> EquiptoED::*campo) {
+        const std::string ofensa = mudou(campo) ? Codigos::Ofende((e.*campo).Valor()) : std::string();
+        if (!ofensa.empty()) {
+            throw Recusa(Conferencia::OCampo(membro) + " " + ofensa + ".");
+        }
+    };
+    semOfensa("Codigo", &EquiptoED::Codigo);
+    semOfensa("SubCodigo", &EquiptoED::SubCodigo);
 
     const Referencias &tabelas = Referencias::Tabelas();
     if (std::find(std::begin(TiposDeVia), std::end(TiposDeVia), e.TipoVia.Valor()) == std::end(TiposDeVia)) {

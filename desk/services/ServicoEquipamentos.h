@@ -27,24 +27,24 @@ class ServicoEquipamentos {
     // Members left unset are stored as of a fresh record; the client is the operator's. Answers what was stored.
     Ref<EquiptoED> Inclui(const EquiptoED &pedido);
     // Members left unset keep what was stored.
-    void Altera(const EquiptoED &pedido);
-    // With all active sensors and calibrations. The only reading that allows an "altera" afterwards.
+    void Altera(EquiptoED &pedido);
+    // With all active sensors and calibrations.
     Ref<EquiptoED> Consulta(const EquiptoED &pedido);
     Ref<EquiptoED> ConsultaSimples(const EquiptoED &pedido);
-    void Desativa(const EquiptoED &pedido);
-    void Reativa(const EquiptoED &pedido);
+    void Desativa(EquiptoED &pedido);
+    void Reativa(EquiptoED &pedido);
 
     // The operator's equipment of that number; refused when there is none.
     EquipamentoGravado Acha(std::int32_t nroIntEquip) const;
 
   private:
-    // With its sensors and calibrations; the session has then read it.
+    // With its sensors and calibrations.
     Ref<EquiptoED> Completo(std::int32_t nroIntEquip);
     // antes: as it was stored; null for a new one.
     void ConfereRegistro(const EquiptoED &equipto, const EquiptoED *antes) const;
     void ConfereImutaveis(const EquiptoED &pedido, const EquipamentoGravado &gravado) const;
     void ConfereCodigoLivre(const EquiptoED &equipto) const;
-    void DefineAtivo(const EquiptoED &pedido, std::uint8_t ativo);
+    void DefineAtivo(EquiptoED &pedido, std::uint8_t ativo);
     void Assina(EquiptoED &equipto) const;
     void Atualiza(const EquiptoED &equipto, std::int64_t versao);
     void Registra(const char *acao, std::int32_t numero, std::int64_t versao);

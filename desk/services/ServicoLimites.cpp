@@ -133,14 +133,14 @@ Ref<DiaEspecificoED> ServicoLimites::ConsultaDia(const DiaEspecificoED &pedido)
     return ConsultaLinha<DiaEspecificoED>(pedido.NroInt);
 }
 
-void ServicoLimites::AlteraLimites(const EquiptoED &pedido)
+void ServicoLimites::AlteraLimites(EquiptoED &pedido)
 {
     const ListaDe<LimiteDifED> limites = pedido.ListaLimiteDif;
     if (limites.Nada() || limites->Count() == 0) {
         throw Recusa("Nenhum dia foi informado: nada foi gravado.");
     }
     std::set<std::int32_t> vistos;
-    std::vector<Ref<LimiteDifED>> gravados;
+    std::vector<Pedida<LimiteDifED>> pedidas;
     for (std::int32_t posicao = 1; posicao <= limites->Count(); ++posicao) {
         const Ref<LimiteDifED> &limite = limites->Item(posicao);
         if (limite.Nada()) {
@@ -149,34 +149,34 @@ void ServicoLimites::AlteraLimites(const EquiptoED &pedido)
         if (limite->NroInt.Valor() != 0 && !vistos.insert(limite->NroInt).second) {
             throw Recusa("O limite de número interno " + CStr(limite->NroInt.Valor()) + " veio duas vezes.");
         }
-        gravados.push_back(limite->NroInt.Valor() == 0 ? Inclui(*limite) : Altera(*limite));
+        pedidas.push_back(limite->NroInt.Valor() == 0 ? Nova(*limite) : Mudada(*limite));
     }
-    for (const Ref<LimiteDifED> &gravado : gravados) { // only now are all rows in their places
-        ConfereSobreposicao(*gravado);
-    }
+    Grava(pedidas);
 }
 
-void ServicoLimites::AdicionaDia(const DiaEspecificoED &pedido)
+void ServicoLimites::AdicionaDia(DiaEspecificoED &pedido)
 {
     if (pedido.NroInt.Valor() != 0) {
         throw Recusa("Este dia específico já foi incluído, com o número interno " + CStr(pedido.NroInt.Valor()) + ".");
     }
-    ConfereSobreposicao(*Inclui(pedido));
+    std::vector<Pedida<DiaEspecificoED>> pedidas{Nova(pedido)};
+    Grava(pedidas);
 }
 
-void ServicoLimites::AlteraDia(const DiaEspecificoED &pedido)
+void ServicoLimites::AlteraDia(DiaEspecificoED &pedido)
 {
-    ConfereSobreposicao(*Altera(pedido));
+    std::vector<Pedida<DiaEspecificoED>> pedidas{Mudada(pedido)};
+    Grava(pedidas);
 }
 
-void ServicoLimites::DesativaLimite(const LimiteDifED &pedido)
+void ServicoLimites::DesativaLimite(LimiteDifED &pedido)
 {
-    Desativa<LimiteDifED>(pedido.NroInt);
+    Desativa(pedido);
 }
 
-void ServicoLimites::DesativaDia(const DiaEspecificoED &pedido)
+void ServicoLimites::DesativaDia(DiaEspecificoED &pedido)
 {
-    Desativa<DiaEspecificoED>(pedido.NroInt);
+    Desativa(pedido);
 }
 
 template <class R> ServicoLimites::Gravado<R> ServicoLimites::Acha(std::int32_t nroInt) const
@@ -192,6 +192,7 @@ template <class R> ServicoLimites::Gravado<R> ServicoLimites::Acha(std::int32_t 
     Gravado<R> gravado{Novo<R>(), 0};
     MapaRegistro::Preenche(*gravado.Registro, linha);
     gravado.Versao = linha.Inteiro(static_cast<int>(MapaRegistro::Colunas<R>().size()));
+    gravado.Registro->VersaoLida = gravado.Versao;
     return gravado;
 }
 
@@ -200,7 +201,6 @@ template <class R> Ref<R> ServicoLimites::ConsultaLinha(std::int32_t nroInt)
     m_Operacao.Exige("", "consultar limites");
     const Gravado<R> gravado = Acha<R>(nroInt);
     ConfereAtivo(*gravado.Registro);
-    m_Operacao.Lembra(Especie<R>::Raiz, nroInt, gravado.Versao);
     return gravado.Registro;
 }
 
@@ -210,38 +210,36 @@ ListaDe<R> ServicoLimites::Ativos(std::int32_t nroIntEquip, const QString &filtr
     m_Operacao.Exige("", "consultar limites");
     ServicoEquipamentos(m_Operacao).Acha(nroIntEquip);
     Consulta linhas(m_Operacao.Dados(),
-                    "SELECT " + MapaRegistro::Lista<R>() + " FROM " + Q(Tabela<R>()) +
+                    "SELECT " + MapaRegistro::Lista<R>() + ", Versao FROM " + Q(Tabela<R>()) +
                         " WHERE NroIntEquip = ? AND Ativo = 1" + filtro + " ORDER BY " + Especie<R>::Ordem(),
                     QVariantList{nroIntEquip} + valores);
     ListaDe<R> lista = Novo<Colecao<Ref<R>>>();
     while (linhas.Proxima()) {
         auto linha = Novo<R>();
         MapaRegistro::Preenche(*linha, linhas);
+        linha->VersaoLida = linhas.Inteiro(static_cast<int>(MapaRegistro::Colunas<R>().size()));
         lista->Add(linha);
     }
     return lista;
 }
 
-template <class R> Ref<R> ServicoLimites::Inclui(const R &pedido)
+template <class R> ServicoLimites::Pedida<R> ServicoLimites::Nova(R &pedido) const
 {
     m_Operacao.Exige("I", "incluir limites");
-    auto novo = Novo<R>();
-    MapaRegistro::Sobrepoe(*novo, pedido);
-    novo->Ativo = Indicador::Sim;
-    ConfereRegistro(*novo);
-    ConfereEspecie(ConfereEquipamento(*novo), *novo);
-    novo->NroInt =
-        static_cast<std::int32_t>(MapaRegistro::Insere(m_Operacao.Dados(), Tabela<R>(), *novo, {{"Versao", 1}}));
-    Registra<R>("inclui", novo->NroInt, 1);
-    return novo;
+    auto nova = Novo<R>();
+    MapaRegistro::Sobrepoe(*nova, pedido);
+    nova->Ativo = Indicador::Sim;
+    ConfereRegistro(*nova);
+    ConfereEspecie(ConfereEquipamento(*nova), *nova);
+    return {.Enviada = &pedido, .Depois = nova, .Versao = 1, .Muda = true};
 }
 
-template <class R> Ref<R> ServicoLimites::Altera(const R &pedido)
+template <class R> ServicoLimites::Pedida<R> ServicoLimites::Mudada(R &pedido) const
 {
     m_Operacao.Exige("A", "alterar limites");
     const Gravado<R> gravado = Acha<R>(pedido.NroInt);
     const R &antes = *gravado.Registro;
-    m_Operacao.ConfereVersao(Especie<R>::Raiz, pedido.NroInt, gravado.Versao, Especie<R>::Nome(antes));
+    m_Operacao.ConfereVersao(pedido, Especie<R>::Raiz, pedido.NroInt, gravado.Versao, Especie<R>::Nome(antes));
     ConfereAtivo(antes);
     auto depois = Novo<R>();
     MapaRegistro::Sobrepoe(*depois, antes);
@@ -253,22 +251,61 @@ template <class R> Ref<R> ServicoLimites::Altera(const R &pedido)
     }
     Especie<R>::ConfereImutaveis(antes, *depois);
     const EquipamentoGravado equipamento = ConfereEquipamento(*depois);
-    if (MapaRegistro::Json(antes) == MapaRegistro::Json(*depois)) {
-        return depois;
+    const bool muda = MapaRegistro::Json(antes) != MapaRegistro::Json(*depois);
+    if (muda) {
+        ConfereEspecie(equipamento, *depois);
     }
-    ConfereEspecie(equipamento, *depois);
-    const std::int64_t versao = gravado.Versao + 1;
-    MapaRegistro::Atualiza(m_Operacao.Dados(), Tabela<R>(), *depois, {{"Versao", qlonglong(versao)}});
-    Registra<R>("altera", pedido.NroInt, versao);
-    m_Operacao.Lembra(Especie<R>::Raiz, pedido.NroInt, versao);
-    return depois;
+    return {.Enviada = &pedido, .Depois = depois, .Versao = gravado.Versao + 1, .Muda = muda};
 }
 
-template <class R> void ServicoLimites::Desativa(std::int32_t nroInt)
+// Those that change stand aside as inactive until all their new hours are known, so that the order of the rows does not
+// matter; then each takes its place, and the database refuses the one that finds it taken.
+template <class R> void ServicoLimites::Grava(std::vector<Pedida<R>> &pedidas)
 {
+    std::erase_if(pedidas, [](const Pedida<R> &pedida) { return !pedida.Muda; });
+    for (const Pedida<R> &pedida : pedidas) {
+        if (pedida.Depois->NroInt.Valor() != 0) {
+            m_Operacao.Dados().Atualiza(Tabela<R>(), {{"Ativo", Indicador::Nao}},
+                                        {"NroInt", pedida.Depois->NroInt.Valor()});
+        }
+    }
+    for (Pedida<R> &pedida : pedidas) {
+        Escreve(pedida);
+    }
+}
+
+template <class R> void ServicoLimites::Escreve(Pedida<R> &pedida)
+{
+    R &depois = *pedida.Depois;
+    ConfereSobreposicao(depois);
+    const bool nova = depois.NroInt.Valor() == 0;
+    const Celulas versao = {{"Versao", qlonglong(pedida.Versao)}};
+    try {
+        if (nova) {
+            depois.NroInt =
+                static_cast<std::int32_t>(MapaRegistro::Insere(m_Operacao.Dados(), Tabela<R>(), depois, versao));
+        } else {
+            MapaRegistro::Atualiza(m_Operacao.Dados(), Tabela<R>(), depois, versao);
+        }
+    } catch (const ErroSql &erro) {
+        if (erro.Motivo == MotivoSql::Regra) {
+            throw Recusa(Especie<R>::Nome(depois) + " cobre horas que já são de outro.");
+        }
+        throw;
+    }
+    if (!nova) {
+        m_Operacao.Marca(*pedida.Enviada, pedida.Versao);
+    }
+    Registra<R>(nova ? "inclui" : "altera", depois.NroInt, pedida.Versao);
+}
+
+template <class R> void ServicoLimites::Desativa(R &pedido)
+{
+    const std::int32_t nroInt = pedido.NroInt;
     m_Operacao.Exige("E", "excluir limites");
     const Gravado<R> gravado = Acha<R>(nroInt);
     ConfereAtivo(*gravado.Registro);
+    m_Operacao.ConfereVersao(pedido, Especie<R>::Raiz, nroInt, gravado.Versao, Especie<R>::Nome(*gravado.Registro));
     ConfereEquipamento(*gravado.Registro);
     auto depois = Novo<R>();
     MapaRegistro::Sobrepoe(*depois, *gravado.Registro);
@@ -276,7 +313,7 @@ template <class R> void ServicoLimites::Desativa(std::int32_t nroInt)
     const std::int64_t versao = gravado.Versao + 1;
     MapaRegistro::Atualiza(m_Operacao.Dados(), Tabela<R>(), *depois, {{"Versao", qlonglong(versao)}});
     Registra<R>("desativa", nroInt, versao);
-    m_Operacao.LembraAMinha(Especie<R>::Raiz, nroInt, gravado.Versao);
+    m_Operacao.Marca(pedido, versao);
 }
 
 template <class R> void ServicoLimites::ConfereAtivo(const R &linha) const

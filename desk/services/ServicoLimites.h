@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace mesa {
 
@@ -20,18 +21,17 @@ class ServicoLimites {
     Ref<EquiptoED> ListaLimites(const LimiteDifED &pedido);
     Ref<EquiptoED> ListaDias(const DiaEspecificoED &pedido);
 
-    // The only readings that allow a change afterwards.
     Ref<LimiteDifED> ConsultaLimite(const LimiteDifED &pedido);
     Ref<DiaEspecificoED> ConsultaDia(const DiaEspecificoED &pedido);
 
     // All rows of the list: with a number they change, without one they are new. None of them is stored if one is
     // refused.
-    void AlteraLimites(const EquiptoED &pedido);
-    void AdicionaDia(const DiaEspecificoED &pedido);
-    void AlteraDia(const DiaEspecificoED &pedido);
+    void AlteraLimites(EquiptoED &pedido);
+    void AdicionaDia(DiaEspecificoED &pedido);
+    void AlteraDia(DiaEspecificoED &pedido);
 
-    void DesativaLimite(const LimiteDifED &pedido);
-    void DesativaDia(const DiaEspecificoED &pedido);
+    void DesativaLimite(LimiteDifED &pedido);
+    void DesativaDia(DiaEspecificoED &pedido);
 
   private:
     template <class R> struct Gravado {
@@ -39,12 +39,22 @@ class ServicoLimites {
         std::int64_t Versao = 0;
     };
 
+    // A row as it was sent, and as it is to be stored; without a number it is new.
+    template <class R> struct Pedida {
+        R *Enviada = nullptr;
+        Ref<R> Depois;
+        std::int64_t Versao = 0;
+        bool Muda = false;
+    };
+
     template <class R> Gravado<R> Acha(std::int32_t nroInt) const;
     template <class R> Ref<R> ConsultaLinha(std::int32_t nroInt);
     template <class R> ListaDe<R> Ativos(std::int32_t nroIntEquip, const QString &filtro, const QVariantList &valores);
-    template <class R> Ref<R> Inclui(const R &pedido);
-    template <class R> Ref<R> Altera(const R &pedido);
-    template <class R> void Desativa(std::int32_t nroInt);
+    template <class R> Pedida<R> Nova(R &pedido) const;
+    template <class R> Pedida<R> Mudada(R &pedido) const;
+    template <class R> void Grava(std::vector<Pedida<R>> &pedidas);
+    template <class R> void Escreve(Pedida<R> &pedida);
+    template <class R> void Desativa(R &pedido);
     template <class R> void ConfereSobreposicao(const R &linha) const;
     template <class R> EquipamentoGravado ConfereEquipamento(const R &linha) const;
     // Whether the equipment works with rows of this kind.

@@ -59,8 +59,8 @@ void ConfereAno(std::string_view membro, std::int32_t dia)
 {
     const std::int32_t ano = dia / 10000;
     if (ano < PrimeiroAno || ano > UltimoAno) {
-        throw Recusa(Conferencia::OCampo(membro) + " é de " + TextoDoDia(dia) + ", e uma aferição é de um dos anos de " +
-                     CStr(PrimeiroAno) + " a " + CStr(UltimoAno) + ".");
+        throw Recusa(Conferencia::OCampo(membro) + " é de " + TextoDoDia(dia) +
+                     ", e uma aferição é de um dos anos de " + CStr(PrimeiroAno) + " a " + CStr(UltimoAno) + ".");
     }
 }
 

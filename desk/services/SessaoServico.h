@@ -64,8 +64,9 @@ struct EquipamentoConhecido {
 using PerguntaDeMotivo = std::function<std::optional<std::string>(const std::string &oQue)>;
 
 // A client's session with the services, from sign-in to sign-out. Everything is checked here again whatever the
-// window allowed. A refusal is a sentence in Portuguese for the person; a failure of the machinery is a Falha. It
-// remembers the version of each record that was read through it, so that a save over somebody else's change is refused.
+// window allowed. A refusal is a sentence in Portuguese for the person; a failure of the machinery is a Falha. What is
+// read carries the mark of its version (Registro::VersaoLida), and a change has to bring it back, so that a save over
+// somebody else's change is refused.
 class SessaoServico : public Objeto {
   public:
     std::string_view NomeTipo() const override { return "SessaoServico"; }
@@ -79,8 +80,8 @@ class SessaoServico : public Objeto {
 
     // Runs one operation of "EquiptoRN", "RelatorioRN" or "AdministracaoRN" (RegistrosAdministracao.h) in one
     // transaction. pedido may be replaced. True on success, with the answer in retorno; false with the reason in
-    // recusa. An operator sees and changes what is of his own client. An "altera" needs a "consulta" before it in this
-    // session (or the "inclui"), a change of a limit or day a "consultaSimples...". Documento, in the answer of
+    // recusa. An operator sees and changes what is of his own client. What changes or deactivates a row brings the mark
+    // with which the row was answered, and has the new one when it is done. Documento, in the answer of
     // "consultaRelatorioRVOR011", is the document as base64.
     virtual bool Executa(const std::string &classeRN, const std::string &metodo, Ref<Objeto> &pedido, Valor &retorno,
                          std::string &recusa) = 0;

@@ -33,9 +33,10 @@ struct Atendimento {
     std::function<Valor(Operacao &, const Ref<Objeto> &)> Atende;
 };
 
-template <class Pedido> const Pedido &ComoPedido(const Ref<Objeto> &objeto)
+// An operation that changes what it is sent takes the record to mark it afterwards; the others do not touch it.
+template <class Pedido> Pedido &ComoPedido(const Ref<Objeto> &objeto)
 {
-    const auto *pedido = dynamic_cast<const Pedido *>(objeto.Ponteiro());
+    auto *pedido = dynamic_cast<Pedido *>(objeto.Ponteiro());
     if (pedido == nullptr) {
         throw Recusa("A operação pede um registro " + std::string(Pedido::Nome) + " e recebeu " +
                      (objeto.Nada() ? "nenhum" : std::string(objeto->NomeTipo())) + ".");
@@ -44,10 +45,10 @@ template <class Pedido> const Pedido &ComoPedido(const Ref<Objeto> &objeto)
 }
 
 template <class Servico, class Pedido, class Resposta>
-Atendimento Atende(bool escreve, Resposta (Servico::*operacao)(const Pedido &))
+Atendimento Atende(bool escreve, Resposta (Servico::*operacao)(Pedido &))
 {
     return {escreve, [operacao](Operacao &contexto, const Ref<Objeto> &objeto) -> Valor {
-                const Pedido &pedido = ComoPedido<Pedido>(objeto);
+                auto &pedido = ComoPedido<Pedido>(objeto);
                 Servico servico(contexto);
                 if constexpr (std::is_void_v<Resposta>) {
                     (servico.*operacao)(pedido);
@@ -157,13 +158,13 @@ void SessaoSql::Roda(bool escreve, const Trabalho &trabalho, const std::string &
         if (!semEntrada.empty()) {
             throw Recusa(semEntrada);
         }
-        Operacao operacao(*m_Banco, m_Entrada.Quem, agora, m_Lidas, m_Portaria->Custo(), motivo);
+        Operacao operacao(*m_Banco, m_Entrada.Quem, agora, m_Portaria->Custo(), motivo);
         trabalho(operacao);
         operacao.ConfereMotivo();
         return operacao;
     };
     const Operacao feita = escreve ? m_Banco->Escreve(roda) : m_Banco->Le(roda);
-    feita.Entrega(m_Lidas);
+    feita.Entrega();
 }
 
 std::string SessaoSql::MotivoPara(const std::vector<std::string> &corrigidas) const

@@ -55,7 +55,6 @@ class SessaoSql : public SessaoServico {
     Portaria::Entrada m_Entrada;
     bool m_ExigeMotivo;
     PerguntaDeMotivo m_Pergunta;
-    VersoesLidas m_Lidas;
 };
 
 } // namespace mesa

@@ -11,6 +11,7 @@
 
 #include <memory>
 #include <stdexcept>
+#include <utility>
 #include <vector>
 
 using namespace mesa;
@@ -55,6 +56,95 @@ template <class R, class Item> Ref<R> Poe(const Ref<R> &registro, Campo<ListaDe<
     }
     campo.Valor()->Add(item);
     return registro;
+}
+
+} // namespace
+
+namespace {
+
+// The marks of what each session has opened, by the kind of record and its number, for as long as the session lives.
+using ChaveDaMarca = std::pair<std::string, std::int32_t>;
+std::map<const SessaoServico *, std::map<ChaveDaMarca, std::int64_t>> Marcas;
+
+ChaveDaMarca ChaveDe(const Registro &registro)
+{
+    if (const auto *equipto = dynamic_cast<const EquiptoED *>(&registro)) {
+        return {"EquiptoED", equipto->NroIntEquip};
+    }
+    if (const auto *limite = dynamic_cast<const LimiteDifED *>(&registro)) {
+        return {"LimiteDifED", limite->NroInt};
+    }
+    const auto *dia = dynamic_cast<const DiaEspecificoED *>(&registro);
+    return {"DiaEspecificoED", dia == nullptr ? 0 : dia->NroInt.Valor()};
+}
+
+Retorno Executa(const Ref<SessaoServico> &sessao, const std::string &metodo, const Ref<Objeto> &pedido,
+                const std::string &classeRN)
+{
+    Retorno retorno;
+    Ref<Objeto> enviado = pedido;
+    retorno.Feita = sessao->Executa(classeRN, metodo, enviado, retorno.Resposta, retorno.Recusa);
+    return retorno;
+}
+
+// The records whose marks count in what is sent.
+std::vector<Registro *> Marcados(const Ref<Objeto> &pedido)
+{
+    std::vector<Registro *> registros;
+    if (auto *equipto = dynamic_cast<EquiptoED *>(pedido.Ponteiro()); equipto != nullptr) {
+        const ListaDe<LimiteDifED> &limites = equipto->ListaLimiteDif;
+        for (std::int32_t n = 1; !limites.Nada() && n <= limites->Count(); ++n) {
+            registros.push_back(limites->Item(n).Ponteiro());
+        }
+    }
+    registros.push_back(dynamic_cast<Registro *>(pedido.Ponteiro()));
+    std::erase(registros, nullptr);
+    return registros;
+}
+
+// Gives those that had none.
+std::vector<Registro *> PoeMarcas(const Ref<SessaoServico> &sessao, const std::string &metodo,
+                                  const Ref<Objeto> &pedido)
+{
+    std::vector<Registro *> semMarca;
+    for (Registro *registro : Marcados(pedido)) {
+        if (registro->VersaoLida != 0) {
+            continue;
+        }
+        semMarca.push_back(registro);
+        const ChaveDaMarca chave = ChaveDe(*registro);
+        if (metodo.starts_with("altera")) {
+            const auto &dela = Marcas[sessao.Ponteiro()];
+            const auto lida = dela.find(chave);
+            registro->VersaoLida = lida == dela.end() ? 0 : lida->second;
+            continue;
+        }
+        const std::string leitura = chave.first == "EquiptoED"     ? "consultaSimples"
+                                    : chave.first == "LimiteDifED" ? "consultaSimplesLimiteDif"
+                                                                   : "consultaSimplesDiaEspecifico";
+        const Retorno lido = Executa(sessao, leitura, registro->Copia(), "EquiptoRN");
+        registro->VersaoLida = lido.Feita ? lido.Como<Registro>()->VersaoLida : 0;
+    }
+    return semMarca;
+}
+
+void GuardaMarcas(const Ref<SessaoServico> &sessao, const std::string &metodo, const Ref<Objeto> &pedido,
+                  const Retorno &retorno)
+{
+    auto &dela = Marcas[sessao.Ponteiro()];
+    if (metodo == "consulta" || metodo == "inclui" || metodo == "consultaSimplesLimiteDif" ||
+        metodo == "consultaSimplesDiaEspecifico") {
+        const auto lido = retorno.Como<Registro>();
+        dela[ChaveDe(*lido)] = lido->VersaoLida;
+    }
+    const bool altera = metodo.starts_with("altera");
+    for (Registro *registro : Marcados(pedido)) {
+        const auto lida = dela.find(ChaveDe(*registro));
+        // A deactivation of one's own leaves what one has read as it was: only somebody else's in between does not.
+        if (altera || (lida != dela.end() && lida->second + 1 == registro->VersaoLida)) {
+            dela[ChaveDe(*registro)] = registro->VersaoLida;
+        }
+    }
 }
 
 } // namespace
@@ -107,6 +197,7 @@ Ref<SessaoServico> RegistroDeTeste::Sessao(const std::string &usuario)
     if (sessao.Nada()) {
         throw std::runtime_error(recusa);
     }
+    Marcas.erase(sessao.Ponteiro());
     return sessao;
 }
 
@@ -177,9 +268,15 @@ std::vector<std::string> LinhasSql(const std::string &arquivo, const std::string
 Retorno Pede(const Ref<SessaoServico> &sessao, const std::string &metodo, const Ref<Objeto> &pedido,
              const std::string &classeRN)
 {
-    Retorno retorno;
-    Ref<Objeto> enviado = pedido;
-    retorno.Feita = sessao->Executa(classeRN, metodo, enviado, retorno.Resposta, retorno.Recusa);
+    const bool muda = metodo.starts_with("altera") || metodo == "reativa" || metodo.starts_with("desativa");
+    const std::vector<Registro *> semMarca = muda ? PoeMarcas(sessao, metodo, pedido) : std::vector<Registro *>();
+    const Retorno retorno = Executa(sessao, metodo, pedido, classeRN);
+    if (retorno.Feita) {
+        GuardaMarcas(sessao, metodo, pedido, retorno);
+    }
+    for (Registro *registro : semMarca) { // it is the session that remembers
+        registro->VersaoLida = 0;
+    }
     return retorno;
 }
 

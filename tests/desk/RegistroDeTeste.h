@@ -80,6 +80,8 @@ class RegistroDeTeste {
     std::map<std::string, bool> m_Cadastrados;
 };
 
+// What changes a row hands back the mark with which this session last opened the row, unless it has one of its own;
+// what deactivates one, the mark that the list would show now.
 Retorno Pede(const Ref<mesa::SessaoServico> &sessao, const std::string &metodo, const Ref<Objeto> &pedido,
              const std::string &classeRN = "EquiptoRN");
 

@@ -65,8 +65,8 @@ TEST_F(ServicosEquipamento, inclui_OfAnEquipmentWithANumber_IsRefused)
 TEST_F(ServicosEquipamento, inclui_TextWithApostropheAndAccents_ComesBackAsItWent)
 {
     const std::string descricao = "Sant'Ana \"ç\" -- ; DROP TABLE EQUIPAMENTO";
-    const auto e = Abre(m_Ana, Inclui(m_Ana, Com(EquipamentoDe("D'ÁGUA"), &EquiptoED::Descricao, descricao)));
-    EXPECT_EQ(e->Codigo.Valor(), "D'ÁGUA");
+    const auto e = Abre(m_Ana, Inclui(m_Ana, Com(EquipamentoDe("ÁGUA"), &EquiptoED::Descricao, descricao)));
+    EXPECT_EQ(e->Codigo.Valor(), "ÁGUA");
     EXPECT_EQ(e->Descricao.Valor(), descricao);
 }
 
@@ -294,14 +294,75 @@ TEST_F(ServicosEquipamento, altera_OfOneNeverOpened_IsRefused)
 {
     const std::int32_t numero = Inclui(m_Registro.Sessao("bia"), EquipamentoDe("R-001"));
     const auto mudanca = Descrito(numero, "Outra");
-    const std::string recusa = "O equipamento R-001 não foi aberto nesta sessão. Abra-o antes de alterá-lo.";
+    const std::string recusa = "O equipamento R-001 não foi aberto. Abra-o antes de alterá-lo.";
     EXPECT_EQ(RecusaDe(m_Ana, "altera", mudanca), recusa);
-    // Neither the list nor a look at the equipment alone shows all that would be overwritten.
-    Faz(m_Ana, "lista2", Novo<ListaEquiptoED>());
-    Faz(m_Ana, "consultaSimples", SoNumero(numero));
+    mudanca->VersaoLida = 2; // a mark that was never given
     EXPECT_EQ(RecusaDe(m_Ana, "altera", mudanca), recusa);
-    Abre(m_Ana, numero);
+    for (const char *metodo : {"desativa", "reativa"}) {
+        const auto semMarca = Com(SoNumero(numero), &EquiptoED::Ativo, 1);
+        semMarca->VersaoLida = -1;
+        EXPECT_FALSE(Pede(m_Ana, metodo, semMarca).Feita);
+    }
+    mudanca->VersaoLida = Abre(m_Ana, numero)->VersaoLida;
     Faz(m_Ana, "altera", mudanca);
+}
+
+// Every answer brings the mark of its version, and each of them will do.
+TEST_F(ServicosEquipamento, VersaoLida_OfEveryReading_IsTheVersionOfTheRow)
+{
+    const auto incluido = Faz(m_Ana, "inclui", EquipamentoDe("R-001")).Como<EquiptoED>();
+    EXPECT_EQ(incluido->VersaoLida, 1);
+    const auto mudanca = Com(incluido, &EquiptoED::Descricao, "Outra");
+    Faz(m_Ana, "altera", mudanca);
+    EXPECT_EQ(mudanca->VersaoLida, 2); // and may be sent again as it is
+    Faz(m_Ana, "altera", Com(mudanca, &EquiptoED::Descricao, "Mais uma"));
+    EXPECT_EQ(mudanca->VersaoLida, 3);
+    EXPECT_EQ(Abre(m_Ana, 1)->VersaoLida, 3);
+    EXPECT_EQ(Faz(m_Ana, "consultaSimples", SoNumero(1)).Como<EquiptoED>()->VersaoLida, 3);
+    const auto linha =
+        Faz(m_Ana, "lista2", Novo<ListaEquiptoED>()).Como<ListaEquiptoED>()->Equipamentos.Valor()->Item(1);
+    EXPECT_EQ(linha->VersaoLida, 3);
+    Faz(m_Ana, "desativa", linha);
+    EXPECT_EQ(linha->VersaoLida, 4);
+    Faz(m_Ana, "reativa", linha);
+    EXPECT_EQ(linha->VersaoLida, 5);
+    RecusaDe(m_Ana, "altera", Com(mudanca, &EquiptoED::Descricao, std::string(51, 'x')));
+    EXPECT_EQ(mudanca->VersaoLida, 3); // a refusal gives nothing
+}
+
+TEST_F(ServicosEquipamento, altera_OfTheFirstOfTwoCopies_AfterTheSecondWasSaved_IsRefused)
+{
+    const std::int32_t numero = IncluiR001();
+    const auto primeira = Abre(m_Ana, numero);
+    const auto segunda = Abre(m_Ana, numero); // another window of the same session
+    m_Registro.PassaSegundos(5);
+    Faz(m_Ana, "altera", Com(segunda, &EquiptoED::Descricao, "Segunda"));
+    EXPECT_EQ(RecusaDe(m_Ana, "altera", Com(primeira, &EquiptoED::Descricao, "Primeira")),
+              "O equipamento R-001 foi alterado por Ana Souza em 20/11/2026 às 10:00:05 (descrição), depois de aberto "
+              "aqui. Nada foi gravado: abra-o de novo e repita a sua alteração.");
+    EXPECT_EQ(Abre(m_Ana, numero)->Descricao.Valor(), "Segunda");
+    Faz(m_Ana, "altera", Com(segunda, &EquiptoED::Descricao, "Segunda, outra vez"));
+}
+
+TEST_F(ServicosEquipamento, desativa_FromAListThatIsNoLongerSo_IsRefused)
+{
+    IncluiR001();
+    const auto lista = [&] {
+        return Faz(m_Ana, "lista2", Novo<ListaEquiptoED>()).Como<ListaEquiptoED>()->Equipamentos.Valor()->Item(1);
+    };
+    const auto velha = lista();
+    m_Registro.PassaSegundos(5);
+    const auto bia = m_Registro.Sessao("bia");
+    Abre(bia, 1);
+    Faz(bia, "altera", Descrito(1, "De Bia"));
+    const std::string recusa = "O equipamento R-001 foi alterado por Bia Nunes em 20/11/2026 às 10:00:05 (descrição), "
+                               "depois de aberto aqui. Nada foi gravado: abra-o de novo e repita a sua alteração.";
+    EXPECT_EQ(RecusaDe(m_Ana, "desativa", velha), recusa);
+    EXPECT_EQ(Abre(m_Ana, 1)->Ativo.Valor(), 1);
+    Faz(m_Ana, "desativa", lista());
+    EXPECT_EQ(RecusaDe(m_Ana, "reativa", velha).substr(0, recusa.find(')')), recusa.substr(0, recusa.find(')')));
+    EXPECT_EQ(Abre(m_Ana, 1)->Ativo.Valor(), 2);
+    Faz(m_Ana, "reativa", lista());
 }
 
 TEST_F(ServicosEquipamento, altera_AfterSomebodyElse_IsRefusedWithWhoWhatAndWhen)

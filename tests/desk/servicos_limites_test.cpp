@@ -189,6 +189,62 @@ TEST_F(ServicosLimites, Overlap_OnTheSameDay_IsRefusedWithWhichAndWho)
     EXPECT_EQ(Lista(Limite), "1:2 730-900; ");
 }
 
+TEST_F(ServicosLimites, Overlap_TwoThatChangePlaces_Succeed)
+{
+    Altera(m_Ana, {Novo_(2, 730, 900), Novo_(2, 1000, 1100)});
+    const auto le = [&](std::int32_t numero) {
+        return Faz(m_Ana, "consultaSimplesLimiteDif", SoLimite(numero)).Como<LimiteDifED>();
+    };
+    Altera(m_Ana, {Com(le(1), &LimiteDifED::HoraInicio, 1000, &LimiteDifED::HoraFim, 1100),
+                   Com(le(2), &LimiteDifED::HoraInicio, 730, &LimiteDifED::HoraFim, 900)});
+    EXPECT_EQ(Lista(Limite), "2:2 730-900; 1:2 1000-1100; ");
+    EXPECT_EQ(m_Registro.Sql("SELECT group_concat(Acao || Versao, ' ') FROM (SELECT * FROM HISTORICO "
+                             "WHERE Entidade = 'LIMITE' ORDER BY Nro)"),
+              "inclui1 inclui1 altera2 altera2");
+    Recusa(m_Ana, {Com(le(1), &LimiteDifED::HoraInicio, 700)}); // nothing stays aside
+    EXPECT_EQ(Lista(Limite), "2:2 730-900; 1:2 1000-1100; ");
+}
+
+TEST_F(ServicosLimites, Overlap_ByEveryWayPastTheServices_IsRefusedByTheDatabase)
+{
+    Altera(m_Ana, {Novo_(2, 730, 900), Novo_(2, 900, 1000), Novo_(3, 730, 900)});
+    Altera(m_Ana, {Novo_(2, 730, 900, Proibido)});
+    Faz(m_Ana, "adicionaDiaEspecifico", NovoDia(DataDe(25, 12, 2026), 800, 900));
+    Faz(m_Ana, "adicionaDiaEspecifico", NovoDia(DataDe(26, 12, 2026), 800, 900));
+    const std::string nova = "INTO LIMITE VALUES (9, 1, 2, ";
+    const std::string novo = "INTO DIA VALUES (9, 1, 20261225, ";
+    struct Caso {
+        std::string Sql;
+        std::string Motivo;
+    };
+    const std::vector<Caso> casos = {
+        {"INSERT " + nova + "859, 1100, 40, 0, 1, 1, 1)", "LIMITE_SOBREPOSTO"},
+        {"INSERT OR REPLACE " + nova + "0, 2359, 40, 0, 1, 1, 1)", "LIMITE_SOBREPOSTO"},
+        {"INSERT " + nova + "800, 800, 40, 0, 1, 1, 1)", "LIMITE_SOBREPOSTO"},
+        {"INSERT " + nova + "730, 900, 40, 0, 1, 1, 1)", "LIMITE_SOBREPOSTO"},
+        {"INSERT INTO LIMITE (NroIntEquip, Dia, HoraInicio, HoraFim, VelocPerm, VelocMin, Ativo, TipoLimite, Versao) "
+         "VALUES (1, 2, 859, 1100, 40, 0, 1, 1, 1)",
+         "LIMITE_SOBREPOSTO"},
+        {"UPDATE LIMITE SET HoraFim = 901 WHERE NroInt = 1", "LIMITE_SOBREPOSTO"},
+        {"UPDATE OR REPLACE LIMITE SET HoraInicio = 859 WHERE NroInt = 2", "LIMITE_SOBREPOSTO"},
+        {"UPDATE LIMITE SET HoraInicio = 0, HoraFim = 2359", "LIMITE_SOBREPOSTO"},
+        {"UPDATE LIMITE SET Dia = 2 WHERE NroInt = 3", "LIMITE_FIXA"},
+        {"UPDATE LIMITE SET TipoLimite = 2 WHERE NroInt = 3", "LIMITE_FIXA"},
+        {"INSERT " + novo + "0, 801, 40, 0, 1, 1)", "DIA_SOBREPOSTO"},
+        {"INSERT " + novo + "800, 900, 40, 0, 1, 1)", "DIA_SOBREPOSTO"},
+        {"UPDATE DIA SET Data = 20261225", "DIA_SOBREPOSTO"},
+    };
+    for (const Caso &caso : casos) {
+        EXPECT_EQ(MotivoDe(caso.Sql), caso.Motivo) << caso.Sql;
+    }
+    m_Registro.Sql("INSERT " + nova + "730, 900, 40, 0, 2, 1, 1)");
+    EXPECT_EQ(MotivoDe("UPDATE LIMITE SET Ativo = 1 WHERE NroInt = 9"), "LIMITE_SOBREPOSTO");
+    // What has no minute in common is none.
+    EXPECT_EQ(MotivoDe("INSERT INTO LIMITE VALUES (10, 1, 2, 700, 730, 40, 0, 1, 1, 1)"), "done");
+    EXPECT_EQ(MotivoDe("INSERT INTO DIA VALUES (9, 1, 20261225, 900, 901, 40, 0, 1, 1)"), "done");
+    EXPECT_EQ(Lista(Limite), "10:2 700-730; 1:2 730-900; 2:2 900-1000; 3:3 730-900; ");
+}
+
 TEST_F(ServicosLimites, Overlap_WhereThereIsNone_IsAccepted)
 {
     Altera(m_Ana, {Novo_(2, 730, 900)});
@@ -213,8 +269,47 @@ TEST_F(ServicosLimites, Row_NeverRead_IsNotChanged)
     Altera(m_Ana, {Novo_(2, 730, 900)});
     ASSERT_EQ(Lista(Limite), "1:2 730-900; ");
     EXPECT_EQ(Recusa(m_Ana, {Com(SoLimite(1), &LimiteDifED::HoraFim, 1000)}),
-              "O limite diferenciado de Segunda, 07:30 a 09:00, não foi aberto nesta sessão. Abra-o antes de "
+              "O limite diferenciado de Segunda, 07:30 a 09:00, não foi aberto. Abra-o antes de "
               "alterá-lo.");
+}
+
+// In one session: what was read first is refused after what was read second was saved, and so is an old list.
+TEST_F(ServicosLimites, Row_OfTwoCopies_TheFirstIsRefusedAfterTheSecondWasSaved)
+{
+    Altera(m_Ana, {Novo_(2, 730, 900)});
+    const auto le = [&] { return Faz(m_Ana, "consultaSimplesLimiteDif", SoLimite(1)).Como<LimiteDifED>(); };
+    const auto listado =
+        Faz(m_Ana, "listaLimiteDif", LimiteDe(m_Equipamento, 2, 0, 0)).Como<EquiptoED>()->ListaLimiteDif.Valor();
+    const auto primeira = le();
+    const auto segunda = le();
+    EXPECT_EQ(primeira->VersaoLida, 1);
+    EXPECT_EQ(listado->Item(1)->VersaoLida, 1);
+    Altera(m_Ana, {Com(segunda, &LimiteDifED::HoraFim, 1000)});
+    EXPECT_EQ(segunda->VersaoLida, 2);
+    const std::string recusa =
+        "O limite diferenciado de Segunda, 07:30 a 10:00, foi alterado por Ana Souza em 20/11/2026 às 10:00:00 (hora "
+        "final), depois de aberto aqui. Nada foi gravado: abra-o de novo e repita a sua alteração.";
+    EXPECT_EQ(Recusa(m_Ana, {Com(primeira, &LimiteDifED::HoraFim, 1100)}), recusa);
+    EXPECT_EQ(RecusaDe(m_Ana, "desativaLimiteDif", listado->Item(1)), recusa);
+    Altera(m_Ana, {Com(segunda, &LimiteDifED::HoraFim, 1030)}); // saved again without another reading
+    Faz(m_Ana, "desativaLimiteDif", segunda);
+}
+
+TEST_F(ServicosLimites, Day_OfTwoCopies_TheFirstIsRefusedAfterTheSecondWasSaved)
+{
+    Faz(m_Ana, "adicionaDiaEspecifico", NovoDia(DataDe(25, 12, 2026), 800, 900));
+    const auto le = [&] { return Faz(m_Ana, "consultaSimplesDiaEspecifico", SoDia(1)).Como<DiaEspecificoED>(); };
+    const auto listado = Faz(m_Ana, "listaDiaEspecifico", NovoDia(Data{}, 0, 0)).Como<EquiptoED>();
+    const auto primeira = le();
+    const auto segunda = le();
+    Faz(m_Ana, "alteraDiaEspecifico", Com(segunda, &DiaEspecificoED::HoraFim, 1000));
+    const std::string recusa =
+        "O dia específico 25/12/2026, 08:00 a 10:00, foi alterado por Ana Souza em 20/11/2026 às 10:00:00 (hora "
+        "final), depois de aberto aqui. Nada foi gravado: abra-o de novo e repita a sua alteração.";
+    EXPECT_EQ(RecusaDe(m_Ana, "alteraDiaEspecifico", Com(primeira, &DiaEspecificoED::HoraFim, 1100)), recusa);
+    EXPECT_EQ(RecusaDe(m_Ana, "desativaDiaEspecifico", listado->ListaDiaEspecifico.Valor()->Item(1)), recusa);
+    Faz(m_Ana, "alteraDiaEspecifico", Com(segunda, &DiaEspecificoED::HoraFim, 1030));
+    Faz(m_Ana, "desativaDiaEspecifico", segunda);
 }
 
 TEST_F(ServicosLimites, Row_ChangedBySomebodyElse_IsRefusedWithWhoWhatAndWhen)
@@ -308,7 +403,7 @@ TEST_F(ServicosLimites, Days_Refusals)
     EXPECT_EQ(RecusaDe(m_Ana, "adicionaDiaEspecifico", SoDia(1)),
               "Este dia específico já foi incluído, com o número interno 1.");
     EXPECT_EQ(RecusaDe(m_Ana, "alteraDiaEspecifico", SoDia(1)),
-              "O dia específico 25/12/2026, 08:00 a 09:00, não foi aberto nesta sessão. Abra-o antes de alterá-lo.");
+              "O dia específico 25/12/2026, 08:00 a 09:00, não foi aberto. Abra-o antes de alterá-lo.");
 }
 
 TEST_F(ServicosLimites, Equipment_Deactivated_KeepsItsLimitsAsTheyAre)

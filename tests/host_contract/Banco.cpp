@@ -114,7 +114,7 @@ TEST_P(ContratoHost, Banco_OfTheEquipment_FindsASavedOneByItsCode)
     EXPECT_EQ(Coluna("NroIntEquip", sql + "     AND Ativo = 1  AND TipoEquip = 'R'").size(), 1U);
     EXPECT_EQ(Coluna("NroIntEquip", sql + "     AND Ativo = 1  AND TipoEquip = 'A'").size(), 0U);
 
-    ASSERT_TRUE(Comanda("desativa", SoNumero(numero)));
+    ASSERT_TRUE(Comanda("desativa", Lido(numero)));
     trataBD->TabelaAlterada("VOREQUIPTO", true, false, Valor(), Valor());
     EXPECT_EQ(Coluna("NroIntEquip", sql + "     AND Ativo = 1 ").size(), 0U);
 }

@@ -145,10 +145,16 @@ Ref<EquiptoED> ContratoHost::SoNumero(std::int32_t nroIntEquip)
     return equipto;
 }
 
+Ref<EquiptoED> ContratoHost::Lido(std::int32_t nroIntEquip)
+{
+    return Pede<EquiptoED>("consulta", SoNumero(nroIntEquip));
+}
+
 Ref<EquiptoED> ContratoHost::Alteracao(std::int32_t nroIntEquip)
 {
     auto alteracao = EquipamentoNovo("CTR_1");
     alteracao->NroIntEquip = nroIntEquip;
+    alteracao->VersaoLida = Lido(nroIntEquip)->VersaoLida;
     alteracao->Ativo = 1;
     return alteracao;
 }

@@ -71,6 +71,8 @@ class ContratoHost : public testing::TestWithParam<FabricaAdaptador> {
     static Ref<EquiptoED> SoNumero(std::int32_t nroIntEquip);
     // The change of a saved equipment, which is active.
     Ref<EquiptoED> Alteracao(std::int32_t nroIntEquip);
+    // As the service answers it, with the service's mark.
+    Ref<EquiptoED> Lido(std::int32_t nroIntEquip);
     // The equipment "CTR_1" saved, with limits; its number.
     std::int32_t ComLimites();
     // A document that a store takes and a viewer can open: one empty page.

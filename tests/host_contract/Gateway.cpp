@@ -176,11 +176,11 @@ TEST_P(ContratoHost, lista2_ByCriteria_FindsPageByPage)
     EXPECT_EQ(resposta->Equipamentos.Valor()->Item(1)->NroIntEquip.Valor(), outro);
     EXPECT_EQ(resposta->Equipamentos.Valor()->Item(1)->TipoEquip.Valor(), "R");
 
-    ASSERT_TRUE(Comanda("desativa", SoNumero(outro)));
+    ASSERT_TRUE(Comanda("desativa", Lido(outro)));
     EXPECT_TRUE(Pede<ListaEquiptoED>("lista2", pedido)->Equipamentos.Valor().Nada());
     pedido->Ativo = 2;
     EXPECT_EQ(Pede<ListaEquiptoED>("lista2", pedido)->Equipamentos.Valor()->Count(), 1);
-    ASSERT_TRUE(Comanda("reativa", SoNumero(outro)));
+    ASSERT_TRUE(Comanda("reativa", Lido(outro)));
     EXPECT_TRUE(Pede<ListaEquiptoED>("lista2", pedido)->Equipamentos.Valor().Nada());
 
     pedido = criterios();
@@ -233,7 +233,7 @@ TEST_P(ContratoHost, Limites_SavedInOneCall_AreListedReadChangedAndTakenAway)
     EXPECT_EQ(Pede<LimiteDifED>("consultaSimplesLimiteDif", soNumero)->HoraFim.Valor(), 1900);
     EXPECT_EQ(Pede<EquiptoED>("listaLimiteDif", pedido)->ListaLimiteDif.Valor()->Count(), 2);
 
-    ASSERT_TRUE(Comanda("desativaLimiteDif", soNumero));
+    ASSERT_TRUE(Comanda("desativaLimiteDif", lido));
     EXPECT_EQ(Pede<EquiptoED>("listaLimiteDif", pedido)->ListaLimiteDif.Valor()->Count(), 1);
     pedido->TipoLimite = 2;
     auto proibidos = Pede<EquiptoED>("listaLimiteDif", pedido)->ListaLimiteDif.Valor();
@@ -269,7 +269,7 @@ TEST_P(ContratoHost, Dias_Added_AreListedReadChangedAndTakenAway)
     ASSERT_TRUE(Comanda("alteraDiaEspecifico", lido));
     EXPECT_EQ(Pede<DiaEspecificoED>("consultaSimplesDiaEspecifico", soNumero)->Data.Valor(), DataDe(26, 12, 2026));
 
-    ASSERT_TRUE(Comanda("desativaDiaEspecifico", soNumero));
+    ASSERT_TRUE(Comanda("desativaDiaEspecifico", lido));
     lista = Pede<EquiptoED>("listaDiaEspecifico", pedido)->ListaDiaEspecifico.Valor();
     EXPECT_TRUE(lista.Nada() || lista->Count() == 0);
 }
