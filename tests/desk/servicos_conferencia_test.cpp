@@ -149,6 +149,22 @@ TEST_F(ServicosConferencia, EntryThatDoesNotStartWhereTheOneBeforeEnded_IsNamed)
                                  anterior + " deixou."}));
 }
 
+// Numbers and moments at the ends of what the file can hold.
+TEST_F(ServicosConferencia, ExtremeNumbers_AreFindingsLikeOthers)
+{
+    SemGuardas("UPDATE HISTORICO SET Quando = 99991231235959, Fuso = 1440 WHERE Nro = 27; UPDATE HISTORICO SET Nro = "
+               "9223372036854775807 WHERE Nro = 5; UPDATE HISTORICO SET Nro = -9223372036854775807 WHERE Nro = 6; "
+               "UPDATE ESTACAO SET NroEstacao = -9223372036854775808; UPDATE DIA SET NroInt = 9223372036854775807, "
+               "Data = -9223372036854775807, Versao = 9223372036854775807");
+    const Frases achados = Achados();
+    EXPECT_TRUE(Ha(achados, "A corrente do histórico se parte na entrada 27 (a estação 1 do usuário ana, pelo próprio "
+                            "sistema em 31/12/9999 às 23:59:59 (UTC))"));
+    EXPECT_TRUE(Ha(achados, "Faltam as entradas 28 a 9223372036854775806 do histórico."));
+    EXPECT_TRUE(Ha(achados, "A estação 1 do usuário ana está no histórico e não está mais na tabela"));
+    EXPECT_TRUE(Ha(achados, "O dia específico de número interno 1 do equipamento R-001 está no histórico"));
+    EXPECT_FALSE(AchadosRapidos().empty());
+}
+
 TEST_F(ServicosConferencia, SchemaThatWasChanged_IsNamedItemByItem)
 {
     m_Registro.Sql("DROP TRIGGER AFERICAO_SEM_DELETE; DROP INDEX SENSOR_Equip; CREATE TABLE OUTRA (x); "
