@@ -96,11 +96,11 @@ QString ColunasDe(const Esquema::Tabela &tabela)
     return nomes.join(", ");
 }
 
-QVariantList Valores(const LinhasLidas &linha, qsizetype quantos)
+QVariantList Valores(const LinhasLidas &linha, int primeira, std::size_t quantos)
 {
     QVariantList valores;
-    for (int n = 0; n < quantos; ++n) {
-        valores.push_back(linha.Valor(n));
+    for (std::size_t n = 0; n < quantos; ++n) {
+        valores.push_back(linha.Valor(primeira + static_cast<int>(n)));
     }
     return valores;
 }
@@ -166,8 +166,8 @@ template <class Parte> void Exame::Tenta(double ate, const std::string &oQue, Pa
     m_Parte = std::max(m_Parte, ate);
 }
 
-bool Exame::CadaLinha(const Esquema::Tabela &tabela, const QString &colunas, std::int64_t depoisDe,
-                      const std::function<void(std::int64_t, const LinhasLidas *)> &faz)
+bool Exame::CadaLinha(const Esquema::Tabela &tabela, std::int64_t depoisDe,
+                      const std::function<void(std::int64_t, const QVariantList *)> &faz)
 {
     const QString chave = Tx(tabela.Chave().Nome);
     const QString de = " FROM " + Tx(tabela.Nome) + " NOT INDEXED WHERE " + chave + " > ? ORDER BY " + chave;
@@ -175,12 +175,13 @@ bool Exame::CadaLinha(const Esquema::Tabela &tabela, const QString &colunas, std
     std::int64_t ultima = depoisDe;
     for (int pedaco = 1;; ++pedaco) {
         try {
-            LinhasLidas linhas(m_Leitor, "SELECT " + chave + ", " + colunas + de, {qlonglong(ultima)});
+            LinhasLidas linhas(m_Leitor, "SELECT " + ColunasDe(tabela) + de, {qlonglong(ultima)});
             for (int n = 1; linhas.Proxima(); ++n) {
                 if (linhas.Inteiro(0) <= ultima) {
                     throw ErroDeLeitura("as linhas não estão em ordem", true);
                 }
-                faz(linhas.Inteiro(0), &linhas);
+                const QVariantList valores = Valores(linhas, 0, tabela.Colunas.size());
+                faz(linhas.Inteiro(0), &valores);
                 ultima = linhas.Inteiro(0);
                 if (n % LinhasEntrePerguntas == 0) {
                     m_Leitor.Pergunta();
@@ -362,13 +363,12 @@ void Exame::ConfereVersoes()
     if (m_Ilegiveis.count("ESQUEMA") > 0) {
         return;
     }
-    CadaLinha(tabela, ColunasDe(tabela), std::numeric_limits<std::int64_t>::min(),
-              [&](std::int64_t versao, const LinhasLidas *) {
-                  versoes.push_back(versao);
-                  if (!m_Leitor.LugarDaChaveVazio("ESQUEMA", "Versao", versao)) {
-                      Acha("A linha " + CStr(versao) + " de ESQUEMA não está gravada como o banco de dados a grava.");
-                  }
-              });
+    CadaLinha(tabela, std::numeric_limits<std::int64_t>::min(), [&](std::int64_t versao, const QVariantList *) {
+        versoes.push_back(versao);
+        if (!m_Leitor.LugarDaChaveVazio("ESQUEMA", "Versao", versao)) {
+            Acha("A linha " + CStr(versao) + " de ESQUEMA não está gravada como o banco de dados a grava.");
+        }
+    });
     const std::int64_t atual = VersaoDoPrograma();
     bool todas = static_cast<std::int64_t>(versoes.size()) == atual;
     for (std::size_t n = 0; n < versoes.size(); ++n) {
@@ -419,7 +419,7 @@ void Exame::ConfereFimDaCorrente(std::int64_t quantas)
             Acha("O histórico vai até a entrada " + CStr(fim) + " e tem " + Contados(contadas, "entrada", "entradas") +
                  ".");
         }
-        ConfereCorrenteDepoisDe(std::max<std::int64_t>(fim - quantas, 0));
+        ConfereCorrenteDepoisDe(std::max(fim, quantas) - quantas);
     });
 }
 
@@ -435,25 +435,21 @@ void Exame::ConfereCorrenteDepoisDe(std::int64_t inicio)
                     : S(m_Leitor.Unico("SELECT Elo FROM HISTORICO WHERE Nro = ?", {qlonglong(inicio)}).toString());
     std::int64_t esperado = inicio + 1;
     bool seguro = true; // the entry before was read
-    CadaLinha(tabela, ColunasDe(tabela), lidasDepoisDe, [&](std::int64_t nro, const LinhasLidas *linha) {
+    CadaLinha(tabela, lidasDepoisDe, [&](std::int64_t nro, const QVariantList *linha) {
         if (nro > esperado) {
             Acha(nro == esperado + 1
                      ? "Falta a entrada " + CStr(esperado) + " do histórico."
                      : "Faltam as entradas " + CStr(esperado) + " a " + CStr(nro - 1) + " do histórico.");
             seguro = false;
         }
-        esperado = nro + 1;
+        esperado = std::min(nro, std::numeric_limits<std::int64_t>::max() - 1) + 1;
         if (linha == nullptr) {
             seguro = false;
             return;
         }
         m_Parte = parte + (0.5 - parte) * static_cast<double>(nro - inicio) /
                               static_cast<double>(std::max<std::int64_t>(fim - inicio, 1));
-        // the key was asked for before the columns
-        QVariantList valores;
-        for (std::size_t n = 0; n < tabela.Colunas.size(); ++n) {
-            valores.push_back(linha->Valor(static_cast<int>(n) + 1));
-        }
+        const QVariantList &valores = *linha;
         ConfereColunas(tabela, nro, valores);
         if (!m_Leitor.LugarDaChaveVazio("HISTORICO", "Nro", nro)) {
             Acha("A entrada " + CStr(nro) + " do histórico não está gravada como o banco de dados a grava.");
@@ -683,9 +679,8 @@ void Exame::ConfereTabela(const Esquema::Tabela &tabela)
         }
     };
     std::int64_t linhas = 0;
-    const bool inteira = CadaLinha(
-        tabela, ColunasDe(tabela), std::numeric_limits<std::int64_t>::min(),
-        [&](std::int64_t chave, const LinhasLidas *linha) {
+    const bool inteira =
+        CadaLinha(tabela, std::numeric_limits<std::int64_t>::min(), [&](std::int64_t chave, const QVariantList *linha) {
             std::optional<Grupo> grupo;
             while ((grupo = entradasAte(chave)) && grupo->Chave < chave) {
                 AchaFaltaDeLinha(tabela.Nome, grupo->Chave, grupo->Ultima);
@@ -695,10 +690,7 @@ void Exame::ConfereTabela(const Esquema::Tabela &tabela)
                 return;
             }
             m_Parte = parte + (ate - parte) * std::clamp(static_cast<double>(chave) / ultima, 0.0, 1.0);
-            QVariantList valores;
-            for (std::size_t n = 0; n < tabela.Colunas.size(); ++n) {
-                valores.push_back(linha->Valor(static_cast<int>(n) + 1));
-            }
+            const QVariantList &valores = *linha;
             ConfereColunas(tabela, chave, valores);
             if (!m_Leitor.LugarDaChaveVazio(nome, chaveDela, chave)) {
                 Acha(ComecoDeFrase(m_Palavras.Linha(nome, chave)) + " não está gravado como o banco de dados grava.");
@@ -752,8 +744,8 @@ void Exame::ConfereTocadas()
                 continue;
             }
             ++Linhas;
-            const qsizetype quantas = Historico::ColunasDoRetrato(entidade).count(',') + 1;
-            ConfereContraHistorico(*tabela, chave, Valores(linha, quantas), ultima);
+            const auto quantas = static_cast<std::size_t>(Historico::ColunasDoRetrato(entidade).count(',')) + 1;
+            ConfereContraHistorico(*tabela, chave, Valores(linha, 0, quantas), ultima);
         }
     });
 }

@@ -53,10 +53,10 @@ class Exame {
     void Acha(const std::string &frase);
     // Runs a part; what cannot be read becomes a finding.
     template <class Parte> void Tenta(double ate, const std::string &oQue, Parte &&parte);
-    // Hands over each row by its key in their order, and the key alone of a row that cannot be read. False when the
-    // table cannot be read to its end.
-    bool CadaLinha(const Esquema::Tabela &tabela, const QString &colunas, std::int64_t depoisDe,
-                   const std::function<void(std::int64_t chave, const LinhasLidas *linha)> &faz);
+    // Hands over the rows behind that key in their order, and the key alone of a row that cannot be read. False when
+    // the table cannot be read to its end.
+    bool CadaLinha(const Esquema::Tabela &tabela, std::int64_t depoisDe,
+                   const std::function<void(std::int64_t chave, const QVariantList *valores)> &faz);
 
     bool MesmoEsquema();
     bool PodeSerLida(const Esquema::Tabela &tabela);

@@ -4,6 +4,7 @@
 #include "desk/services/NomesCampos.h"
 #include "desk/services/TextoQt.h"
 #include "host/Conversoes.h"
+#include "host/Falha.h"
 
 #include <QJsonDocument>
 
@@ -244,7 +245,11 @@ std::string PalavrasDaConferencia::Autor(const EntradaLida &entrada)
     if (!quando.Recusa(entrada.Quando).empty() || !fuso.Recusa(entrada.Fuso).empty()) {
         return quem + " em um momento que não se lê";
     }
-    return quem + " em " + TextoDoMomento(MaisMinutos(entrada.Quando.toLongLong(), entrada.Fuso.toInt()));
+    try {
+        return quem + " em " + TextoDoMomento(MaisMinutos(entrada.Quando.toLongLong(), entrada.Fuso.toInt()));
+    } catch (const Falha &) { // past the calendar's last day
+        return quem + " em " + TextoDoMomento(entrada.Quando.toLongLong()) + " (UTC)";
+    }
 }
 
 std::string ComecoDeFrase(std::string texto)

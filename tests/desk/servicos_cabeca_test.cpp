@@ -57,7 +57,8 @@ TEST_F(ServicosCabeca, Text_HasAllOfItAndIsReadBack)
     const std::string texto = m_Cabeca.Texto();
     EXPECT_EQ(texto, "Registro de equipamentos: cabeca do historico\nversao: 1\nregistro: " +
                          m_Registro.Sql("SELECT Identificador FROM REGISTRO") +
-                         "\nentradas: 27\nelo: " + m_Registro.Sql("SELECT Elo FROM HISTORICO WHERE Nro = 27") +
+                         "\nentradas: " + m_Registro.Sql("SELECT MAX(Nro) FROM HISTORICO") +
+                         "\nelo: " + m_Registro.Sql("SELECT Elo FROM HISTORICO ORDER BY Nro DESC LIMIT 1") +
                          "\nmomento: 20261122013000\nchave: " + m_Registro.Sql("SELECT ChavePublica FROM REGISTRO") +
                          "\nassinatura: " + m_Cabeca.Assinatura + "\n");
     EXPECT_TRUE(m_Cabeca.AssinaturaVale());
@@ -97,8 +98,9 @@ TEST_F(ServicosCabeca, DamagedText_IsRefusedWithWhatIsWrong)
     EXPECT_EQ(Recusa(Troca(texto, m_Cabeca.Registro, "{" + m_Cabeca.Registro + "}")),
               "O texto da cabeça foi alterado: o identificador do registro não é válido.");
     for (const char *numero : {"027", "-27", "+27", " 27", "0", "2.7", "", "99999999999999999999"}) {
-        EXPECT_EQ(Recusa(Troca(texto, "entradas: 27", std::string("entradas: ") + numero)),
-                  "O texto da cabeça foi alterado: a quantidade de entradas não é um número válido.")
+        EXPECT_EQ(
+            Recusa(Troca(texto, "entradas: " + std::to_string(m_Cabeca.Tamanho), std::string("entradas: ") + numero)),
+            "O texto da cabeça foi alterado: a quantidade de entradas não é um número válido.")
             << numero;
     }
     EXPECT_EQ(Recusa(Troca(texto, "20261122013000", "20261322013000")),

@@ -39,8 +39,23 @@ class ServicosConferencia : public testing::Test {
     Frases Achados() const { return Confere().Achados; }
     Frases AchadosRapidos() const { return Conferidor(m_Registro.Caminho()).ConfereRapido().Achados; }
     void SemGuardas(const std::string &sql) const { m_Registro.SemGuardas(sql); }
+    // What a whole check of the registry as it was made says first.
+    std::string Inteiro() const
+    {
+        int linhas = 0;
+        for (const Esquema::Tabela &tabela : Esquema::Tabelas()) {
+            if (tabela.Nome != "ESQUEMA" && tabela.Nome != "HISTORICO") {
+                linhas += std::stoi(m_Registro.Sql("SELECT COUNT(*) FROM " + std::string(tabela.Nome)));
+            }
+        }
+        return "O registro está inteiro: " + std::to_string(linhas) + " linhas, 1 documento e " + m_Fim +
+               " entradas do histórico conferem.";
+    }
 
     RegistroPovoado m_Registro;
+    const int m_Entradas = std::stoi(m_Registro.Sql("SELECT MAX(Nro) FROM HISTORICO"));
+    const std::string m_Fim = std::to_string(m_Entradas);
+    const std::string m_Estacao = m_Registro.Sql("SELECT MAX(NroEstacao) FROM ESTACAO");
 };
 
 bool Ha(const Frases &frases, const std::string &comeco)
@@ -70,15 +85,15 @@ TEST_F(ServicosConferencia, SoundRegistry_IsWholeAndSaysWhatItCannotProve)
     EXPECT_EQ(inteira.Avisos, Frases{});
     EXPECT_EQ(inteira.Como, Desfecho::Inteira);
     EXPECT_EQ(inteira.CodigoDeSaida(), 0);
-    EXPECT_EQ(inteira.Frase,
-              "O registro está inteiro: 28 linhas, 1 documento e 27 entradas do histórico conferem." + SemCabeca);
-    EXPECT_EQ(inteira.Fim.Tamanho, 27);
-    EXPECT_EQ(inteira.Fim.Elo, m_Registro.Sql("SELECT Elo FROM HISTORICO WHERE Nro = 27"));
+    EXPECT_EQ(inteira.Frase, Inteiro() + SemCabeca);
+    EXPECT_EQ(inteira.Fim.Tamanho, m_Entradas);
+    EXPECT_EQ(inteira.Fim.Elo, m_Registro.Sql("SELECT Elo FROM HISTORICO WHERE Nro = " + m_Fim));
     const ResultadoDaConferencia rapida = Conferidor(m_Registro.Caminho()).ConfereRapido();
     EXPECT_EQ(rapida.Achados, Frases{});
     EXPECT_EQ(rapida.Como, Desfecho::Inteira);
-    EXPECT_EQ(rapida.Frase, "A conferência rápida do registro, com 27 entradas do histórico, nada encontrou: olhou as "
-                            "guardas, o fim do histórico e as linhas mudadas por último." +
+    EXPECT_EQ(rapida.Frase, "A conferência rápida do registro, com " + m_Fim +
+                                " entradas do histórico, nada encontrou: olhou as "
+                                "guardas, o fim do histórico e as linhas mudadas por último." +
                                 SemCabeca);
 }
 
@@ -133,7 +148,8 @@ TEST_F(ServicosConferencia, EntriesTakenOutOfTheMiddle_AreCounted)
     const Frases achados = Achados();
     EXPECT_TRUE(Ha(achados, "Falta a entrada 5 do histórico."));
     EXPECT_TRUE(Ha(achados, "Faltam as entradas 20 a 21 do histórico."));
-    EXPECT_TRUE(Ha(AchadosRapidos(), "O histórico vai até a entrada 27 e tem 24 entradas."));
+    EXPECT_TRUE(Ha(AchadosRapidos(), "O histórico vai até a entrada " + m_Fim + " e tem " +
+                                         std::to_string(m_Entradas - 3) + " entradas."));
 }
 
 TEST_F(ServicosConferencia, EntryThatDoesNotStartWhereTheOneBeforeEnded_IsNamed)
@@ -147,6 +163,27 @@ TEST_F(ServicosConferencia, EntryThatDoesNotStartWhereTheOneBeforeEnded_IsNamed)
                                  " do histórico (o equipamento R-001, por Ana Souza em 20/11/2026 às 11:00:00) não "
                                  "parte do que a entrada " +
                                  anterior + " deixou."}));
+}
+
+// Numbers and moments at the ends of what the file can hold.
+TEST_F(ServicosConferencia, ExtremeNumbers_AreFindingsLikeOthers)
+{
+    SemGuardas("UPDATE HISTORICO SET Quando = 99991231235959, Fuso = 1440 WHERE Nro = " + m_Fim +
+               "; UPDATE HISTORICO SET Nro = "
+               "9223372036854775807 WHERE Nro = 5; UPDATE HISTORICO SET Nro = -9223372036854775807 WHERE Nro = 6; "
+               "UPDATE ESTACAO SET NroEstacao = -9223372036854775808 WHERE NroEstacao = " +
+               m_Estacao +
+               "; UPDATE DIA SET NroInt = 9223372036854775807, "
+               "Data = -9223372036854775807, Versao = 9223372036854775807");
+    const Frases achados = Achados();
+    EXPECT_TRUE(Ha(achados, "A corrente do histórico se parte na entrada " + m_Fim + " (a estação " + m_Estacao +
+                                " do usuário ana, pelo próprio "
+                                "sistema em 31/12/9999 às 23:59:59 (UTC))"));
+    EXPECT_TRUE(
+        Ha(achados, "Faltam as entradas " + std::to_string(m_Entradas + 1) + " a 9223372036854775806 do histórico."));
+    EXPECT_TRUE(Ha(achados, "A estação " + m_Estacao + " do usuário ana está no histórico e não está mais na tabela"));
+    EXPECT_TRUE(Ha(achados, "O dia específico de número interno 1 do equipamento R-001 está no histórico"));
+    EXPECT_FALSE(AchadosRapidos().empty());
 }
 
 TEST_F(ServicosConferencia, SchemaThatWasChanged_IsNamedItemByItem)
@@ -278,8 +315,10 @@ TEST_F(ServicosConferencia, RowsThatOnlyTouch_DoNotMeet)
 
 TEST_F(ServicosConferencia, CountOfWrongPasswordsSetBack_IsNamed)
 {
-    SemGuardas("UPDATE ENTRADA_RECUSADA SET Vezes = 0");
-    EXPECT_EQ(Achados(), (Frases{"A contagem de senhas incorretas na linha 2 de ENTRADA_RECUSADA foi mudada por outro "
+    SemGuardas("UPDATE ENTRADA_RECUSADA SET Vezes = 0 WHERE Vezes > 0");
+    EXPECT_EQ(Achados(), (Frases{"A contagem de senhas incorretas na linha " +
+                                 m_Registro.Sql("SELECT MAX(NroEntrada) FROM ENTRADA_RECUSADA") +
+                                 " de ENTRADA_RECUSADA foi mudada por outro "
                                  "meio: a sua soma não confere."}));
 }
 
@@ -359,11 +398,14 @@ TEST_F(ServicosConferencia, ChangeWithTheChainMadeAnew_IsFoundOnlyByAHeadFromOut
 {
     const CabecaAssinada cabeca = ExportacaoDeCabeca::Le(m_Registro.Caminho(), DataDe(21, 11, 2026, 8, 0, 0));
     const Conferidor conferidor(m_Registro.Caminho());
+    const std::string inteiro = Inteiro();
     const ResultadoDaConferencia antes = conferidor.Confere({}, &cabeca);
     EXPECT_EQ(antes.Como, Desfecho::Inteira);
-    EXPECT_EQ(antes.Frase, "O registro está inteiro: 28 linhas, 1 documento e 27 entradas do histórico conferem. A "
-                           "cabeça de 21/11/2026 às 08:00:00 (UTC) confere: nada foi mudado nem cortado até a entrada "
-                           "27 do histórico.");
+    EXPECT_EQ(antes.Frase,
+              inteiro +
+                  " A "
+                  "cabeça de 21/11/2026 às 08:00:00 (UTC) confere: nada foi mudado nem cortado até a entrada " +
+                  m_Fim + " do histórico.");
     SemGuardas("UPDATE AFERICAO SET DataVencimento = 20271231 WHERE Numero = '123'; UPDATE HISTORICO SET Depois = "
                "replace(Depois, '\"DataVencimento\":20261231', '\"DataVencimento\":20271231') WHERE Entidade = "
                "'AFERICAO'");
@@ -372,8 +414,8 @@ TEST_F(ServicosConferencia, ChangeWithTheChainMadeAnew_IsFoundOnlyByAHeadFromOut
     const ResultadoDaConferencia sem = Confere();
     EXPECT_EQ(sem.Achados, Frases{});
     EXPECT_TRUE(sem.Frase.ends_with(SemCabeca));
-    const Frases esperados = {
-        "O histórico foi refeito: até a entrada 27 não é o mesmo que em 21/11/2026 às 08:00:00 (UTC)."};
+    const Frases esperados = {"O histórico foi refeito: até a entrada " + m_Fim +
+                              " não é o mesmo que em 21/11/2026 às 08:00:00 (UTC)."};
     EXPECT_EQ(conferidor.Confere({}, &cabeca).Achados, esperados);
     EXPECT_EQ(conferidor.ConfereRapido({}, &cabeca).Achados, esperados);
 }
@@ -381,10 +423,11 @@ TEST_F(ServicosConferencia, ChangeWithTheChainMadeAnew_IsFoundOnlyByAHeadFromOut
 TEST_F(ServicosConferencia, TailCutOffWithItsRows_IsFoundOnlyByAHeadFromOutside)
 {
     const CabecaAssinada cabeca = ExportacaoDeCabeca::Le(m_Registro.Caminho(), DataDe(21, 11, 2026, 8, 0, 0));
-    SemGuardas("DELETE FROM HISTORICO WHERE Nro = 27; DELETE FROM ESTACAO");
+    SemGuardas("DELETE FROM HISTORICO WHERE Nro = " + m_Fim + "; DELETE FROM ESTACAO WHERE NroEstacao = " + m_Estacao);
     EXPECT_EQ(Achados(), Frases{});
     EXPECT_EQ(Conferidor(m_Registro.Caminho()).Confere({}, &cabeca).Achados,
-              (Frases{"O histórico foi cortado: tinha 27 entradas em 21/11/2026 às 08:00:00 (UTC) e tem 26."}));
+              (Frases{"O histórico foi cortado: tinha " + m_Fim + " entradas em 21/11/2026 às 08:00:00 (UTC) e tem " +
+                      std::to_string(m_Entradas - 1) + "."}));
 }
 
 TEST_F(ServicosConferencia, WorkAfterTheHead_KeepsItTrue)
@@ -396,7 +439,8 @@ TEST_F(ServicosConferencia, WorkAfterTheHead_KeepsItTrue)
     const ResultadoDaConferencia resultado = Conferidor(m_Registro.Caminho()).Confere({}, &cabeca);
     EXPECT_EQ(resultado.Achados, Frases{});
     EXPECT_TRUE(resultado.Frase.ends_with(
-        "A cabeça de 20/11/2026 às 12:00:00 (UTC) confere: nada foi mudado nem cortado até a entrada 27 do histórico. "
+        "A cabeça de 20/11/2026 às 12:00:00 (UTC) confere: nada foi mudado nem cortado até a entrada " + m_Fim +
+        " do histórico. "
         "As entradas seguintes só a própria corrente as prova: delas vale o que vale sem cabeça."))
         << resultado.Frase;
 }
@@ -507,8 +551,8 @@ TEST_F(ServicosConferencia, RegistryThatOthersWriteTo_IsSeenAsOfOneMoment)
         });
     EXPECT_TRUE(escrito);
     EXPECT_EQ(resultado.Achados, Frases{});
-    EXPECT_EQ(resultado.Fim.Tamanho, 27);
-    EXPECT_EQ(Confere().Fim.Tamanho, 28);
+    EXPECT_EQ(resultado.Fim.Tamanho, m_Entradas);
+    EXPECT_EQ(Confere().Fim.Tamanho, m_Entradas + 1);
 }
 
 TEST_F(ServicosConferencia, Check_LeavesTheFileAsItWas)
@@ -566,10 +610,9 @@ TEST_F(ServicosConferencia, Command_AnswersWithACodeAndAReport)
     const auto inteira = ComandoDeConferencia::Confere(m_Registro.Caminho(), "", agora);
     EXPECT_EQ(inteira.Codigo, 0);
     EXPECT_EQ(inteira.Texto, "Conferência do registro de equipamentos\n\nArquivo: " + m_Registro.Caminho() +
-                                 "\nQuando: 22/11/2026 às 09:05:00\nHistórico: 27 entradas, a última com a soma " +
-                                 m_Registro.Sql("SELECT Elo FROM HISTORICO WHERE Nro = 27") +
-                                 "\n\nO registro está inteiro: 28 linhas, 1 documento e 27 entradas do histórico "
-                                 "conferem." +
+                                 "\nQuando: 22/11/2026 às 09:05:00\nHistórico: " + m_Fim +
+                                 " entradas, a última com a soma " +
+                                 m_Registro.Sql("SELECT Elo FROM HISTORICO WHERE Nro = " + m_Fim) + "\n\n" + Inteiro() +
                                  SemCabeca + "\n");
     const std::string cabeca = m_Registro.Caminho() + ".cabeca";
     ExportacaoDeCabeca::Grava(ExportacaoDeCabeca::Le(m_Registro.Caminho(), agora), cabeca);
