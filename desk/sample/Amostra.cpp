@@ -340,7 +340,7 @@ Ref<SessaoServico> Entra(Servicos &servicos, const std::string &usuario)
 {
     std::string recusa;
     std::int32_t espera = 0;
-    const Ref<SessaoServico> sessao = servicos.Entra(usuario, SenhaDaAmostra, recusa, espera);
+    const Ref<SessaoServico> sessao = servicos.Entra(usuario, SenhaDaAmostra, "amostra", recusa, espera);
     if (sessao.Nada()) {
         throw Falha(NumeroFalha::ErroInterno, "Amostra", "A amostra não pôde ser criada: " + recusa);
     }

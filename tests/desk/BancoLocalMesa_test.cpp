@@ -25,11 +25,14 @@ class SessaoDeReplica : public SessaoServico {
     ::Operador Quem;
 
     const ::Operador &Operador() const override { return Quem; }
+    bool DeveTrocarSenha() override { return false; }
+    std::string AvisoDeRelogio() const override { return ""; }
     bool TemPermissao(const std::string &, const std::string &, const std::string &) override { return true; }
     bool Executa(const std::string &, const std::string &, Ref<Objeto> &, Valor &, std::string &) override
     {
         return false;
     }
+    void PerguntaMotivo(PerguntaDeMotivo) override {}
     bool GuardaDocumento(const Bytes &, double &, std::string &) override { return false; }
     bool LeDocumento(double, Bytes &, std::string &) override { return false; }
     std::vector<ClienteCadastrado> Clientes() override { return Cadastrados; }

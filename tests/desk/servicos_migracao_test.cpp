@@ -178,7 +178,7 @@ TEST_F(ServicosMigracao, Version1_Opened_WorksOn)
     const auto servicos = Servicos::Abre(caminho, Agora);
     std::string recusa;
     std::int32_t espera = 0;
-    const auto ana = servicos->Entra("ana", "registro2026", recusa, espera);
+    const auto ana = servicos->Entra("ana", "registro2026", "estação de teste", recusa, espera);
     ASSERT_TRUE(ana) << recusa;
     const auto lido = ::Abre(ana, 1);
     const auto mudado = ComoTipo<EquiptoED>(lido->Copia());
