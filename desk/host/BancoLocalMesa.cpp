@@ -228,9 +228,9 @@ class CursorDoBanco : public ICursor {
 
 class LeituraDoBanco : public IMDB {
   public:
-    LeituraDoBanco(const std::filesystem::path &arquivo, const std::string &uf)
+    LeituraDoBanco(const std::filesystem::path &arquivo, const std::string &estado)
         : m_Nome(arquivo.string()),
-          m_Estado(uf.empty() ? EstadoDoModulo : "UF_MUNIC = '" + uf + "'"),
+          m_Estado(estado.empty() ? EstadoDoModulo : estado),
           m_Conexao(arquivo, /*somenteLeitura=*/true)
     {
     }
@@ -312,7 +312,7 @@ BancoLocalMesa::BancoLocalMesa(std::filesystem::path arquivo) : m_Arquivo(std::m
 
 Ref<IMDB> BancoLocalMesa::Abre()
 {
-    return Novo<LeituraDoBanco>(m_Arquivo, m_UF);
+    return Novo<LeituraDoBanco>(m_Arquivo, m_Estado);
 }
 
 void BancoLocalMesa::AtualizaReplica(SessaoServico &sessao)
@@ -326,7 +326,7 @@ void BancoLocalMesa::AtualizaReplica(SessaoServico &sessao)
     });
     transacao.Confirma();
     m_DataDaReplica = momento;
-    m_UF = UFDoCliente(sessao);
+    m_Estado = "(UF_MUNIC = '" + UFDoCliente(sessao) + "' OR COD_MUNIC = " + CStr(sessao.Operador().CodMunic) + ")";
 }
 
 } // namespace mesa

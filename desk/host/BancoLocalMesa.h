@@ -20,7 +20,7 @@ class BancoLocalMesa : public Objeto {
     std::string_view NomeTipo() const override { return "BancoLocalMesa"; }
 
     // A read-only connection for the module. The module names one state in what it asks of the municipalities; here it
-    // means the state of the client of the last replica.
+    // means the state of the client of the last replica, and the municipality to which the operator is tied.
     Ref<IMDB> Abre();
     // Fetches the replica of the session's client anew, all of it or nothing.
     void AtualizaReplica(SessaoServico &sessao);
@@ -30,7 +30,7 @@ class BancoLocalMesa : public Objeto {
   private:
     std::filesystem::path m_Arquivo;
     Data m_DataDaReplica;
-    std::string m_UF; // of the client of the replica; empty before the first
+    std::string m_Estado; // what the module's state means, as a condition; empty before the first replica
 };
 
 } // namespace mesa

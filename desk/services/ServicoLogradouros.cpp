@@ -168,6 +168,14 @@ std::optional<std::size_t> ParteDoTitulo(const std::string &titulo)
     return std::nullopt;
 }
 
+// Spreadsheets write cells behind the last column.
+void TiraSobras(LinhaDeTexto &linha)
+{
+    while (linha.Celulas.size() > Partes.size() && Trim(linha.Celulas.back()).empty()) {
+        linha.Celulas.pop_back();
+    }
+}
+
 // The first row is a heading unless its first cell is a number.
 bool EhCabecalho(const LinhaDeTexto &linha)
 {
@@ -290,6 +298,7 @@ Ref<ImportacaoED> ServicoLogradouros::Importa(const ImportacaoED &pedido)
 {
     RegrasDeTabela::ExigeManutencao(m_Operacao, "importar logradouros");
     std::vector<LinhaDeTexto> linhas = LeTabelaDeTexto(pedido.Conteudo);
+    std::ranges::for_each(linhas, TiraSobras);
     Colunas colunas;
     if (!linhas.empty() && EhCabecalho(linhas.front())) {
         colunas = ColunasDoCabecalho(linhas.front());

@@ -22,8 +22,9 @@ class SessaoDeReplica : public SessaoServico {
     std::vector<LinhaReplica> Linhas;
     bool Falha = false; // behind the last row
     std::vector<ClienteCadastrado> Cadastrados;
+    ::Operador Quem;
 
-    const ::Operador &Operador() const override { return m_Operador; }
+    const ::Operador &Operador() const override { return Quem; }
     bool DeveTrocarSenha() override { return false; }
     std::string AvisoDeRelogio() const override { return ""; }
     bool TemPermissao(const std::string &, const std::string &, const std::string &) override { return true; }
@@ -47,9 +48,6 @@ class SessaoDeReplica : public SessaoServico {
         }
         return DataDe(20, 11, 2026);
     }
-
-  private:
-    ::Operador m_Operador;
 };
 
 class BancoLocalMesaTeste : public testing::Test {
@@ -72,10 +70,11 @@ class BancoLocalMesaTeste : public testing::Test {
         mesa.Host->BancoLocal->AtualizaReplica(sessao);
     }
 
-    // Somebody of a client of the state has signed in.
-    void EntraAlguemDe(const std::string &uf)
+    // Somebody of a client of the state has signed in, perhaps tied to a municipality.
+    void EntraAlguemDe(const std::string &uf, std::int32_t codMunic = 0)
     {
         SessaoDeReplica sessao;
+        sessao.Quem.CodMunic = codMunic;
         sessao.Cadastrados = {{0, "Autoridade Municipal de Trânsito", {}, uf}};
         mesa.Host->BancoLocal->AtualizaReplica(sessao);
     }
@@ -120,6 +119,9 @@ TEST_F(BancoLocalMesaTeste, Municipio_AsTheModuleAsks_IsOfTheClientsOwnState)
     EXPECT_EQ(Coluna("NOME_MUNICIPIO", "SELECT * FROM Municipio WHERE COD_MUNIC = 4314902"), Textos{"Porto Alegre"});
     EntraAlguemDe("RS");
     EXPECT_EQ(Coluna("NOME_MUNICIPIO", DoEstado).size(), 497U);
+    // Whoever is tied to a municipality elsewhere registers equipment there.
+    EntraAlguemDe("DF", 4314902);
+    EXPECT_EQ(Coluna("NOME_MUNICIPIO", DoEstado), (Textos{"Brasília", "Porto Alegre"}));
 }
 
 TEST_F(BancoLocalMesaTeste, Municipios_OfAnOlderFile_AreWrittenAnew)

@@ -141,6 +141,21 @@ TEST_F(ServicosMesaTeste, Layouts_OfTheRegistry_AreTheFilesOfTheirDirectory)
     EXPECT_EQ(Layouts("p*.LAY"), Textos{"PARDAL.LAY"});
 }
 
+TEST_F(ServicosMesaTeste, Layouts_WithADeactivatedOneThatAnEquipmentHas_StillOfferIt)
+{
+    Inclui(mesa.Registro.Sessao("ana"), Com(EquipamentoDe("R-1"), &EquiptoED::ArquivoLayout, "PARDAL"));
+    mesa.Registro.DesativaLayout("PARDAL");
+    mesa.Registro.DesativaLayout("AGENTE");
+    EXPECT_EQ(Layouts(), (Textos{"ESTATICO.LAY", "LOMBADA.LAY", "PADRAO.LAY", "PARDAL.LAY"}));
+    const Ref<Geral> geral = Loga("ana");
+    gSubCarregaArqLayout(combo);
+    combo->DefineValor("PARDAL"); // as the form shows that equipment
+    EXPECT_EQ(combo->Texto(), "PARDAL");
+    geral->Logoff();
+    mesa.Entra("elisa");
+    EXPECT_EQ(Layouts(), (Textos{"ESTATICO.LAY", "LOMBADA.LAY", "PADRAO.LAY"}));
+}
+
 TEST_F(ServicosMesaTeste, Layouts_ForWhoMayNotLook_AreAFaultWithWords)
 {
     mesa.Entra("carla");

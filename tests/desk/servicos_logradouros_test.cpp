@@ -375,6 +375,7 @@ TEST_F(ServicosLogradouros, Importa_OfEachWayOfWritingATable_ReadsTheSame)
         "4314902;Rua A;Centro;90010010\r\n",
         "4314902;\"Rua A\";\"Centro\";\"90010-010\"\r\n;;;\r\n",
         "município;nome;bairro;CEP\n4314902;Rua A;Centro;90010010\n",
+        "município;nome;bairro;CEP;;\n4314902;Rua A;Centro;90010010; ;\n",
         "CEP\tBAIRRO\tLOGRADOURO\tCOD_MUNIC\n90010010\tCentro\tRua A\t4314902\n\n\n",
         "\xEF\xBB\xBF\"Código do município\",Rua,Bairro,Cep\r4314902,Rua A,Centro,90010010",
     };
