@@ -268,10 +268,11 @@ std::vector<std::string> LinhasSql(const std::string &arquivo, const std::string
 Retorno Pede(const Ref<SessaoServico> &sessao, const std::string &metodo, const Ref<Objeto> &pedido,
              const std::string &classeRN)
 {
-    const bool muda = metodo.starts_with("altera") || metodo == "reativa" || metodo.starts_with("desativa");
+    const bool muda = classeRN == "EquiptoRN" &&
+                      (metodo.starts_with("altera") || metodo == "reativa" || metodo.starts_with("desativa"));
     const std::vector<Registro *> semMarca = muda ? PoeMarcas(sessao, metodo, pedido) : std::vector<Registro *>();
     const Retorno retorno = Executa(sessao, metodo, pedido, classeRN);
-    if (retorno.Feita) {
+    if (retorno.Feita && classeRN == "EquiptoRN") {
         GuardaMarcas(sessao, metodo, pedido, retorno);
     }
     for (Registro *registro : semMarca) { // it is the session that remembers

@@ -1218,6 +1218,34 @@ TEST_F(COEquipamentosTeste, Inativar_Confirmed_DeactivatesAndSearchesAgain)
          "EquiptoRN.ObtemRetorno()*"}));
 }
 
+// The mark with which the row was listed, by the last search.
+TEST_F(COEquipamentosTeste, Inativar_Confirmed_HandsBackTheMarkOfItsRow)
+{
+    std::int64_t versao = 7;
+    host->Atende<ListaEquiptoED>("EquiptoRN", "lista2", [&](const Ref<ListaEquiptoED> &) {
+        const auto lista = DoTexto<ListaEquiptoED>("ProxNroIntEquip=0");
+        lista->Equipamentos = Novo<Colecao<Ref<EquiptoED>>>();
+        for (const std::int32_t numero : {101, 102}) {
+            const auto linha = Registro(numero);
+            linha->VersaoLida = versao++;
+            lista->Equipamentos.Valor()->Add(linha);
+        }
+        return Resposta(lista);
+    });
+    std::vector<std::int64_t> vindas;
+    host->Atende<EquiptoED>("EquiptoRN", "desativa", [&](const Ref<EquiptoED> &pedido) {
+        vindas.push_back(pedido->VersaoLida);
+        return Resposta();
+    });
+    Pessoa pessoa = AbreComLinhas();
+    for (const std::int32_t linha : {2, 1}) {
+        pessoa.ClicaLinha("ztlLista", linha);
+        host->Responde("Deseja desativar o equipamento ETI-10" + std::to_string(linha) + " ?", true);
+        EXPECT_TRUE(Escolhe(pessoa, Reativar)); // and searches again
+    }
+    EXPECT_EQ(vindas, (std::vector<std::int64_t>{8, 9}));
+}
+
 TEST_F(COEquipamentosTeste, Inativar_OfInactiveEquipment_Reactivates)
 {
     Pessoa pessoa = AbreDoMenu();

@@ -440,6 +440,28 @@ TEST_F(clsEquiptoComHost, Salva_Saved_SendsAlteraAndLeavesTheRecordAsItIs)
     ConfereChamada("altera", "EquiptoED{NroIntEquip=12, *", {});
 }
 
+// The service's mark of what was read goes back with the change, and the one of what was saved with the next.
+TEST_F(clsEquiptoComHost, Salva_Saved_HandsBackTheMarkOfWhatWasReadLast)
+{
+    const auto lido = RegistroCompleto();
+    lido->VersaoLida = 5;
+    auto equipto = Novo<clsEquipto>();
+    EXPECT_EQ(equipto->ToEquiptoED()->VersaoLida, 0);
+    equipto->CarregaED(lido);
+    std::vector<std::int64_t> vindas;
+    bool recusa = true;
+    host->Atende<EquiptoED>("EquiptoRN", "altera", [&](const Ref<EquiptoED> &pedido) {
+        vindas.push_back(pedido->VersaoLida);
+        pedido->VersaoLida += recusa ? 0 : 1; // a refusal gives no other
+        return recusa ? Resposta::Recusa("não") : Resposta();
+    });
+    EXPECT_FALSE(equipto->Salva());
+    recusa = false;
+    EXPECT_TRUE(equipto->Salva());
+    EXPECT_TRUE(equipto->Salva());
+    EXPECT_EQ(vindas, (std::vector<std::int64_t>{5, 5, 6}));
+}
+
 TEST_F(clsEquiptoComHost, Salva_NegativeNumber_SendsAlteraWithoutTheNumber)
 {
     Responde("altera", {});

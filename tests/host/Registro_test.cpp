@@ -113,6 +113,14 @@ TEST(Registro, Copia_OfATree_SharesNothingWithIt)
     EXPECT_EQ(copia->Texto(), "EquiptoED{Codigo=\"R-01\", Sensores=[SensorED{Afericoes=[AfericaoED{Numero=\"1\"}]}]}");
 }
 
+TEST(Registro, VersaoLida_IsCopiedAndIsNoMember)
+{
+    EquiptoED equipto;
+    equipto.VersaoLida = 7;
+    EXPECT_EQ(equipto.Copia()->VersaoLida, 7);
+    EXPECT_EQ(equipto.Texto(), "EquiptoED{}");
+}
+
 TEST(Registro, Copia_OfAWrittenNothing_StaysWritten)
 {
     EquiptoED equipto;

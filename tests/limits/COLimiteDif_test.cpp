@@ -538,6 +538,28 @@ TEST_F(COLimiteDifTeste, Excluir_OfARowThatWasSorted_FollowsTheRowAndNotItsOldPl
     EXPECT_EQ(host->Conta("EquiptoRN.ExecutaMetodo(\"desativaDiaEspecifico\", DiaEspecificoED{NroInt=102})"), 1);
 }
 
+// The service's mark of the row goes back with it.
+TEST_F(COLimiteDifTeste, Excluir_Confirmed_HandsBackTheMarkOfItsRow)
+{
+    for (const std::int16_t tipo : {Limite, DiaEspecifico}) {
+        ListaVarias(2);
+        const auto limite = NovoLimite(102, 2, 700, 900, 60, 0);
+        const auto dia = NovoDia(102, DataDe(1, 5, 2027), 700, 900, 60, 0);
+        limite->VersaoLida = 5;
+        dia->VersaoLida = 5;
+        Lista({limite}, {dia});
+        EXPECT_TRUE(Carrega(tipo));
+        std::int64_t vinda = 0;
+        host->Servico("EquiptoRN", Feitios[tipo].Desativa, [&](const Ref<Registro> &pedido) {
+            vinda = pedido->VersaoLida;
+            return Resposta();
+        });
+        host->Responde(Feitios[tipo].Pergunta(), true);
+        Comanda("Excluir", 1);
+        EXPECT_EQ(vinda, 5);
+    }
+}
+
 // Life.
 
 TEST_F(COLimiteDifTeste, Controller_DroppedWhileItDeactivates_FinishesItsCommand)

@@ -704,6 +704,32 @@ TEST_F(frmLimitesDifDetalhesTeste, ztCmdOK_WhileItRuns_LocksTheForm)
     EXPECT_TRUE(travada);
 }
 
+// The service's mark of the row goes back with the change; a new row has none, whatever was read before.
+TEST_F(frmLimitesDifDetalhesTeste, ztCmdOK_OfARowThatWasRead_HandsBackItsMark)
+{
+    limite->VersaoLida = 5;
+    dia->VersaoLida = 6;
+    std::vector<std::int64_t> vindas;
+    host->Atende<EquiptoED>("EquiptoRN", "alteraListaLimitesDif", [&](const Ref<EquiptoED> &pedido) {
+        vindas.push_back(pedido->ListaLimiteDif.Valor()->Item(1)->VersaoLida);
+        return Resposta();
+    });
+    for (const char *metodo : {"alteraDiaEspecifico", "adicionaDiaEspecifico"}) {
+        host->Servico("EquiptoRN", metodo, [&](const Ref<Registro> &pedido) {
+            vindas.push_back(pedido->VersaoLida);
+            return Resposta();
+        });
+    }
+    for (const Especie *especie : {&Limite, &DiaEspecifico}) {
+        EXPECT_TRUE(Edita(*especie, Confirma));
+        EXPECT_TRUE(Inclui(*especie, [&](Pessoa &p) {
+            Preenche(p, *especie);
+            Confirma(p);
+        }));
+    }
+    EXPECT_EQ(vindas, (std::vector<std::int64_t>{5, 0, 6, 0}));
+}
+
 TEST_F(frmLimitesDifDetalhesTeste, ztCmdOK_OfALimitThatCouldNotBeRead_SendsWhatIsChecked)
 {
     EXPECT_FALSE(Inclui(Limite, Cancela)); // its equipment must not travel with another one's row
