@@ -29,17 +29,17 @@ QByteArray Povoado()
         registro.Cadastra("bruno");
         std::string recusa;
         std::int32_t espera = 0;
-        registro.Aberto().Entra("bruno", "outra senha", recusa, espera);
+        registro.Aberto().Entra("bruno", "outra senha", "estação de teste", recusa, espera);
         const auto certificado = AfericaoDe("123", DataDe(1, 1, 2026), DataDe(31, 12, 2026), GuardaPdf(ana, "x"));
         auto completo = EquipamentoDe("R-001");
         completo->SubCodigo = "Sub 1";
         completo->SetorInc = "Fiscalização";
-        Poe(completo, Poe(SensorDe(1), AfericaoDe("122", DataDe(1, 1, 2025), DataDe(31, 12, 2025))));
+        Poe(completo, Poe(SensorDe(1), AfericaoDe("122", DataDe(1, 1, 2025), DataDe(31, 12, 2025), GuardaPdf(ana, "y"))));
         Poe(completo, Poe(SensorDe(2), certificado));
         const std::int32_t numero = Inclui(ana, completo);
         Inclui(ana, EquipamentoDe("R-002"));
         Exigido(Pede(ana, "alteraListaLimitesDif",
-                     ListaDeLimites({LimiteDe(numero, 2, 730, 900), LimiteDe(numero, 3, 0, 600, 0)})));
+                     ListaDeLimites({LimiteDe(numero, 2, 730, 900), LimiteDe(numero, 3, 0, 600)})));
         Exigido(Pede(ana, "adicionaDiaEspecifico", DiaDe(numero, DataDe(25, 12, 2026), 730, 900)));
         registro.PassaSegundos(3600);
         Exigido(Pede(ana, "altera", Com(Abre(ana, numero), &EquiptoED::Descricao, "Av. Ipiranga, 1200")));

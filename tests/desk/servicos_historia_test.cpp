@@ -236,27 +236,27 @@ class Oficina {
 
     // The operation of the service, as a session has it run.
     template <class Servico, class Resposta, class Pedido>
-    Resposta Pede(Resposta (Servico::*operacao)(const Pedido &), const Ref<Pedido> &pedido)
+    Resposta Pede(Resposta (Servico::*operacao)(Pedido &), const Ref<std::remove_const_t<Pedido>> &pedido)
     {
-        Operacao contexto(*m_Banco, m_Quem, Agora(), m_Lidas, "motivo");
+        Operacao contexto(*m_Banco, m_Quem, Agora(), CustoDeTeste, "motivo");
         Servico servico(contexto);
         if constexpr (std::is_void_v<Resposta>) {
             (servico.*operacao)(*pedido);
-            contexto.Entrega(m_Lidas);
+            contexto.Entrega();
         } else {
             const Resposta resposta = (servico.*operacao)(*pedido);
-            contexto.Entrega(m_Lidas);
+            contexto.Entrega();
             return resposta;
         }
     }
     double Documento()
     {
-        Operacao contexto(*m_Banco, m_Quem, Agora(), m_Lidas, "");
+        Operacao contexto(*m_Banco, m_Quem, Agora(), CustoDeTeste, "");
         return ServicoDocumentos(contexto).Guarda(Pdf(std::to_string(++m_Documentos)));
     }
     EquipamentoConhecido ComoConhecido(std::int32_t numero, const Instante &quando)
     {
-        Operacao contexto(*m_Banco, m_Quem, Agora(), m_Lidas, "");
+        Operacao contexto(*m_Banco, m_Quem, Agora(), CustoDeTeste, "");
         return ServicoHistoria(contexto).ComoConhecido(numero, quando);
     }
     double Vigente(std::int32_t numero, Data dia)
@@ -289,7 +289,6 @@ class Oficina {
     Operador m_Quem;
     std::unique_ptr<Banco> m_Banco;
     Data m_Agora = DataDe(20, 11, 2026, 10, 0, 0);
-    VersoesLidas m_Lidas;
     int m_Documentos = 0;
 };
 
