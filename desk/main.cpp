@@ -17,9 +17,16 @@ namespace mesa {
 
 namespace {
 
+// Until the services restore by themselves, the person does, with nothing in the way.
+void PedeQueRestaure(const std::filesystem::path &copia, const std::filesystem::path &registro)
+{
+    throw Falha(NumeroFalha::ErroDeAcesso, "Inicio",
+                "Copie o arquivo " + copia.string() + " para " + registro.string() + " e tente de novo.");
+}
+
 Inicio FazInicio(const std::filesystem::path &dados, Preferencias &preferencias)
 {
-    return Inicio(dados, preferencias, Agora, FazAmostra(Agora), {});
+    return Inicio(dados, preferencias, Agora, FazAmostra(Agora), PedeQueRestaure);
 }
 
 int Cria(const LinhaDeComando &linha, Preferencias &preferencias)

@@ -1,6 +1,8 @@
 #include "desk/host/MinhaSenha.h"
 
+#include "desk/services/Recusa.h"
 #include "desk/services/RegistrosAdministracao.h"
+#include "desk/services/RegrasDeSenha.h"
 
 namespace mesa {
 
@@ -22,6 +24,11 @@ Ficha FichaDaMinhaSenha(const Ref<SessaoServico> &sessao, bool obrigada)
         }
         if (aberta.Campo("nova").Senha != aberta.Campo("repetida").Senha) {
             return ProblemaDaFicha{"nova", "As duas senhas novas não são iguais. Digite-as de novo."};
+        }
+        try {
+            RegrasDeSenha::Confere(aberta.Campo("nova").Senha, sessao->Operador().Usuario, sessao->Operador().Nome);
+        } catch (const Recusa &motivo) {
+            return ProblemaDaFicha{"nova", motivo.what()};
         }
         auto troca = Novo<TrocaSenhaED>();
         troca->Atual = aberta.Campo("atual").Senha;

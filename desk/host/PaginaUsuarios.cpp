@@ -1,5 +1,7 @@
 #include "desk/host/PaginaUsuarios.h"
 
+#include "desk/services/Recusa.h"
+#include "desk/services/RegrasDeSenha.h"
 #include "host/Conversoes.h"
 #include "host/Texto.h"
 
@@ -56,13 +58,18 @@ SetoresPorCliente SetoresOferecidos(const ListaDe<ClienteED> &clientes, const Us
     return setores;
 }
 
-std::optional<ProblemaDaFicha> ConfereSenhas(Ficha &ficha)
+std::optional<ProblemaDaFicha> ConfereSenhas(Ficha &ficha, const std::string &usuario, const std::string &nome)
 {
     if (ficha.Campo("senha").Senha.Vazio()) {
         return ProblemaDaFicha{"senha", "Informe a senha."};
     }
     if (ficha.Campo("senha").Senha != ficha.Campo("repetida").Senha) {
         return ProblemaDaFicha{"senha", "As duas senhas não são iguais. Digite-as de novo."};
+    }
+    try {
+        RegrasDeSenha::Confere(ficha.Campo("senha").Senha, usuario, nome);
+    } catch (const Recusa &motivo) {
+        return ProblemaDaFicha{"senha", motivo.what()};
     }
     return std::nullopt;
 }
@@ -234,7 +241,7 @@ std::optional<Ficha> PaginaUsuarios::FichaDoUsuario(const Ref<UsuarioED> &usuari
             return ProblemaDaFicha{"municipio", "Escolha na lista o município, ou todos eles."};
         }
         if (inclusao) {
-            if (auto problema = ConfereSenhas(aberta)) {
+            if (auto problema = ConfereSenhas(aberta, Trim(aberta.Valor("usuario")), Trim(aberta.Valor("nome")))) {
                 return problema;
             }
         }
@@ -266,8 +273,9 @@ Ficha PaginaUsuarios::FichaDaSenha(const UsuarioED &usuario)
     ficha.Titulo = "Senha de " + Quem(usuario);
     ficha.Frase = RegraDaSenha;
     PoeSenhas(ficha);
-    ficha.Salva = [this, pedido = Pedido(usuario)](Ficha &aberta) -> std::optional<ProblemaDaFicha> {
-        if (auto problema = ConfereSenhas(aberta)) {
+    ficha.Salva = [this, pedido = Pedido(usuario), login = usuario.Usuario.Valor(),
+                   nome = usuario.NomePessoa.Valor()](Ficha &aberta) -> std::optional<ProblemaDaFicha> {
+        if (auto problema = ConfereSenhas(aberta, login, nome)) {
             return problema;
         }
         pedido->Senha = aberta.Campo("senha").Senha;

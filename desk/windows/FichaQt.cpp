@@ -34,6 +34,12 @@ FichaQt::FichaQt(Ficha &ficha, BordaDaJanela borda, QWidget *dono)
     tudo->addStretch(1);
     tudo->addWidget(m_Aviso);
     tudo->addLayout(EmLinha({ok, cancelar}));
+    for (const CampoDaFicha &campo : ficha.Campos) {
+        if (!campo.Travado) {
+            m_Campos->Foca(campo.Nome);
+            break;
+        }
+    }
     connect(ok, &QPushButton::clicked, this, [this] { Tenta(); });
     connect(cancelar, &QPushButton::clicked, this, &QDialog::reject);
 }

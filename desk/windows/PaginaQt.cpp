@@ -21,6 +21,7 @@ namespace mesa {
 
 namespace {
 
+constexpr int MenorColuna = 90;
 constexpr qint64 MaiorArquivo = 32 * 1024 * 1024; // bytes of a table
 
 QString SemLetra(const QString &texto)
@@ -51,7 +52,9 @@ PaginaQt::PaginaQt(std::unique_ptr<PaginaAdministracao> pagina, BordaDaJanela bo
     m_Linhas->setColumnCount(static_cast<int>(colunas.size()));
     m_Linhas->setHorizontalHeaderLabels(colunas);
     m_Linhas->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    m_Linhas->horizontalHeader()->setStretchLastSection(true);
+    m_Linhas->horizontalHeader()->setMinimumSectionSize(MenorColuna);
+    m_Linhas->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    m_Linhas->horizontalHeader()->setSectionResizeMode(static_cast<int>(colunas.size()) - 1, QHeaderView::Stretch);
     m_Linhas->horizontalHeader()->setHighlightSections(false);
     m_Linhas->verticalHeader()->hide();
     m_Linhas->setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -132,7 +135,6 @@ void PaginaQt::Mostra()
             m_Linhas->setItem(static_cast<int>(linha), static_cast<int>(coluna), celula);
         }
     }
-    m_Linhas->resizeColumnsToContents();
     const std::size_t atual = m_Pagina->Reencontra(S(antes)).value_or(0);
     if (atual < linhas.size()) {
         m_Linhas->setCurrentCell(static_cast<int>(atual), 0);
@@ -157,6 +159,9 @@ std::optional<std::size_t> PaginaQt::Escolhida() const
 
 void PaginaQt::Comanda(const ComandoDaPagina &comando)
 {
+    if (m_Criterios != nullptr) {
+        m_Criterios->Recolhe();
+    }
     if (!m_Pagina->Habilitado(comando.Nome, Escolhida()) || !Confirma(comando.Nome)) {
         return;
     }

@@ -52,10 +52,11 @@ void PoeOpcoes(QComboBox &combo, const CampoDaFicha &campo)
     combo.setCurrentIndex(combo.findData(Q(campo.Valor)));
 }
 
-// What of a combo is chosen: what was typed counts when it is the text of an item.
+// What of a combo is chosen: what was typed counts when it is the text of an item, accents and case ignored.
 QString Escolhido(const QComboBox &combo)
 {
-    const int item = combo.isEditable() ? combo.findText(combo.currentText()) : combo.currentIndex();
+    const int item = combo.isEditable() ? combo.findData(Q(SemAcentoNemCaixa(S(combo.currentText()))), PapelDobrado)
+                                        : combo.currentIndex();
     return item < 0 ? QString() : combo.itemData(item).toString();
 }
 

@@ -358,7 +358,8 @@ TEST_F(AdministracaoTeste, User_IsIncludedEditedAndDeactivated_ByKeys)
         t.EsperaTexto("direito_VOR-EQP-CS_I", "marcado").EsperaTexto("direito_VOR-EQP-CS_E", "desmarcado");
         t.TabAte("nome").Ctrl(Qt::Key_A).Escreve("Nair de Campos").Alt('O').EsperaJanela("Administracao");
         t.EsperaLinha("usuarios", 2, "Nair de Campos");
-        t.Alt('D').EsperaCaixa("Desativar o usuário nair").Alt('N').EsperaLinha("usuarios", 2, "Ativo");
+        t.Alt('D').EsperaCaixa("Desativar o usuário nair").Alt('N').EsperaJanela("Administracao");
+        t.EsperaLinha("usuarios", 2, "Ativo");
         t.Alt('D').EsperaCaixa("Desativar o usuário nair").Alt('S').EsperaLinha("usuarios", 2, "Desativado");
         t.Alt('F').EsperaJanela("Mesa");
     });

@@ -14,7 +14,7 @@ HospedeiroDeTeste::HospedeiroDeTeste()
 
 std::string HospedeiroDeTeste::NoModulo(const std::string &nome) const
 {
-    return CaminhoDoModulo(Diretorio() / nome);
+    return CaminhoDoModulo(Diretorio()) + "\\" + nome;
 }
 
 Ref<Geral> HospedeiroTeste::Loga(const std::string &usuario)

@@ -110,7 +110,7 @@ TEST_F(TravaTeste, IdleDesk_Locks_AndComesBackWithWhatWasTyped)
         EXPECT_EQ(NaTela([&] { return mesa.findChildren<QWidget *>("cortina").size(); }), 0);
         EXPECT_EQ(NaTela([&] { return mesa.windowTitle(); }), "Registro de Equipamentos");
         t.EsperaTexto("estadoUsuario", "Usuário: Ana Souza");
-        t.Alt('C').EsperaJanela("frmLista");
+        t.Alt('C').EsperaCaixa("Foram feitas alterações").Alt('S').EsperaJanela("frmLista");
     });
 }
 
