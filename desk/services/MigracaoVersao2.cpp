@@ -3,12 +3,19 @@
 #include "desk/services/Esquema.h"
 #include "desk/services/Fundacao.h"
 #include "desk/services/Historico.h"
+#include "desk/services/LogradourosAntigos.h"
+#include "desk/services/MapaRegistro.h"
 #include "desk/services/NomesCampos.h"
 #include "desk/services/Permissoes.h"
+#include "desk/services/ServicoLayouts.h"
+#include "desk/services/TextoBusca.h"
 #include "host/Conversoes.h"
 #include "host/Indicador.h"
 
 #include <QStringList>
+
+#include <utility>
+#include <vector>
 
 namespace mesa {
 
@@ -52,6 +59,8 @@ class Passagem {
         NomeiaAdministrador();
         Copia("EQUIPAMENTO", {});
         Copia("SENSOR", {});
+        CriaLogradouros();
+        CriaLayouts();
         Copia("DOCUMENTO", {{"Fuso", "NULL"}});
         Copia("AFERICAO", {{"Versao", VersaoDaAfericao}});
         Copia("LIMITE", {});
@@ -130,6 +139,33 @@ class Passagem {
                                              {"Acao", acao},
                                              {"Ativo", Indicador::Sim}});
             }
+        }
+    }
+
+    // Version 1 computed its streets; those of the sensors keep the codes by which these know them.
+    void CriaLogradouros()
+    {
+        std::vector<Ref<LogradouroED>> usados;
+        {
+            Consulta codigos(m_Banco, "SELECT DISTINCT CodLograd FROM SENSOR ORDER BY CodLograd");
+            while (codigos.Proxima()) {
+                if (auto usado = LogradouroDoCodigoAntigo(static_cast<std::int32_t>(codigos.Inteiro(0)))) {
+                    usados.push_back(std::move(usado));
+                }
+            }
+        }
+        for (const Ref<LogradouroED> &usado : usados) {
+            usado->Versao = 1;
+            Celulas celulas = MapaRegistro::CelulasDe(*usado);
+            celulas.push_back({"NomeBusca", Q(TextoBusca(usado->NomeLograd))});
+            m_Banco.Insere("LOGRADOURO", celulas);
+        }
+    }
+
+    void CriaLayouts()
+    {
+        for (const Ref<LayoutED> &layout : LayoutsDoPrograma()) {
+            MapaRegistro::Insere(m_Banco, "LAYOUT", *layout);
         }
     }
 

@@ -71,12 +71,17 @@ class SessaoServico : public Objeto {
     std::string_view NomeTipo() const override { return "SessaoServico"; }
 
     virtual const mesa::Operador &Operador() const = 0;
+    // The password was set by somebody else: until it is changed, nothing but "trocaMinhaSenha" is done.
+    virtual bool DeveTrocarSenha() = 0;
+    // What the sign-in found about the clock of this desk, in a sentence; empty when there is nothing to tell.
+    virtual std::string AvisoDeRelogio() const = 0;
     virtual bool TemPermissao(const std::string &sistema, const std::string &objeto, const std::string &acao) = 0;
 
-    // Runs one operation of "EquiptoRN" or "RelatorioRN" in one transaction. pedido may be replaced. True on success,
-    // with the answer in retorno; false with the reason in recusa. An operator sees and changes what is of his own
-    // client. An "altera" needs a "consulta" before it in this session (or the "inclui"), a change of a limit or day a
-    // "consultaSimples...". Documento, in the answer of "consultaRelatorioRVOR011", is the document as base64.
+    // Runs one operation of "EquiptoRN", "RelatorioRN" or "AdministracaoRN" (RegistrosAdministracao.h) in one
+    // transaction. pedido may be replaced. True on success, with the answer in retorno; false with the reason in
+    // recusa. An operator sees and changes what is of his own client. An "altera" needs a "consulta" before it in this
+    // session (or the "inclui"), a change of a limit or day a "consultaSimples...". Documento, in the answer of
+    // "consultaRelatorioRVOR011", is the document as base64.
     virtual bool Executa(const std::string &classeRN, const std::string &metodo, Ref<Objeto> &pedido, Valor &retorno,
                          std::string &recusa) = 0;
 
@@ -103,5 +108,8 @@ class SessaoServico : public Objeto {
     // tells. No row for an operator who may not look.
     virtual Data LeReplica(const std::function<void(const LinhaReplica &)> &cadaLinha) = 0;
 };
+
+// The state of the operator's client; empty when there is no such client any more.
+std::string UFDoCliente(SessaoServico &sessao);
 
 } // namespace mesa

@@ -2,6 +2,7 @@
 
 #include "desk/services/Banco.h"
 #include "desk/services/Operacao.h"
+#include "desk/services/Portaria.h"
 #include "desk/services/SessaoServico.h"
 
 #include <functional>
@@ -16,9 +17,12 @@ namespace mesa {
 class SessaoSql : public SessaoServico {
   public:
     // exigeMotivo: whether corrections are refused where there is nobody to ask for a reason.
-    SessaoSql(std::shared_ptr<Banco> banco, Relogio agora, mesa::Operador operador, bool exigeMotivo);
+    SessaoSql(std::shared_ptr<Banco> banco, Relogio agora, std::shared_ptr<Portaria> portaria,
+              Portaria::Entrada entrada, bool exigeMotivo);
 
-    const mesa::Operador &Operador() const override { return m_Operador; }
+    const mesa::Operador &Operador() const override { return m_Entrada.Quem; }
+    bool DeveTrocarSenha() override;
+    std::string AvisoDeRelogio() const override { return m_Entrada.AvisoDeRelogio; }
     bool TemPermissao(const std::string &sistema, const std::string &objeto, const std::string &acao) override;
     bool Executa(const std::string &classeRN, const std::string &metodo, Ref<Objeto> &pedido, Valor &retorno,
                  std::string &recusa) override;
@@ -41,9 +45,14 @@ class SessaoSql : public SessaoServico {
     // Refused when none is given.
     std::string MotivoPara(const std::vector<std::string> &corrigidas) const;
 
+    // Why the sign-in no longer stands: the password has to be changed, or the user was moved; empty while it does.
+    std::string RecusaDaEntrada() const;
+    bool TrocaMinhaSenha(const Ref<Objeto> &pedido, std::string &recusa);
+
     std::shared_ptr<Banco> m_Banco;
     Relogio m_Agora;
-    mesa::Operador m_Operador;
+    std::shared_ptr<Portaria> m_Portaria;
+    Portaria::Entrada m_Entrada;
     bool m_ExigeMotivo;
     PerguntaDeMotivo m_Pergunta;
     VersoesLidas m_Lidas;

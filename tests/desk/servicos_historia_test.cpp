@@ -238,7 +238,7 @@ class Oficina {
     template <class Servico, class Resposta, class Pedido>
     Resposta Pede(Resposta (Servico::*operacao)(const Pedido &), const Ref<Pedido> &pedido)
     {
-        Operacao contexto(*m_Banco, m_Quem, Agora(), m_Lidas, "motivo");
+        Operacao contexto(*m_Banco, m_Quem, Agora(), m_Lidas, m_Custo, "motivo");
         Servico servico(contexto);
         if constexpr (std::is_void_v<Resposta>) {
             (servico.*operacao)(*pedido);
@@ -251,12 +251,12 @@ class Oficina {
     }
     double Documento()
     {
-        Operacao contexto(*m_Banco, m_Quem, Agora(), m_Lidas, "");
+        Operacao contexto(*m_Banco, m_Quem, Agora(), m_Lidas, m_Custo, "");
         return ServicoDocumentos(contexto).Guarda(Pdf(std::to_string(++m_Documentos)));
     }
     EquipamentoConhecido ComoConhecido(std::int32_t numero, const Instante &quando)
     {
-        Operacao contexto(*m_Banco, m_Quem, Agora(), m_Lidas, "");
+        Operacao contexto(*m_Banco, m_Quem, Agora(), m_Lidas, m_Custo, "");
         return ServicoHistoria(contexto).ComoConhecido(numero, quando);
     }
     double Vigente(std::int32_t numero, Data dia)
@@ -290,6 +290,7 @@ class Oficina {
     std::unique_ptr<Banco> m_Banco;
     Data m_Agora = DataDe(20, 11, 2026, 10, 0, 0);
     VersoesLidas m_Lidas;
+    CustoDaSenha m_Custo = CustoDeTeste;
     int m_Documentos = 0;
 };
 
@@ -333,6 +334,9 @@ class Vida {
         case 1:
             return Altera(Com(SoNumero(m_Numero), &EquiptoED::Descricao, "é \"" + std::to_string(++m_Vez) + "\" \\ ç"));
         case 2:
+            if (!m_Sensores.back().Ativo) { // they are numbered without a gap
+                return MudaSensor();
+            }
             Altera(Poe(SoNumero(m_Numero), NovoSensor(m_Sorte.Ate(3))));
             return Anota(m_Sensores.size() + 1);
         case 3:
@@ -582,8 +586,8 @@ TEST(VigenciaAoAcaso, Vigente_OfEachDay_IsAsEveryChangeTogetherSays)
         };
         std::vector<DoSensor> sensores;
         Memoria ativo;
-        const Data primeiro = DataDe(1, 11, 2026).MaisDias(e * 100);
-        oficina.PassaAte(primeiro.MaisDias(10));
+        const Data primeiro = DataDe(1, 11, 2026).MaisDias(e * 60);
+        oficina.PassaAte(primeiro.MaisDias(30));
         std::int32_t numero = 0;
         const auto agora = [&] { return Segundos(oficina.Agora().Local); };
         oficina.Dados().Escreve([&] {
@@ -591,11 +595,11 @@ TEST(VigenciaAoAcaso, Vigente_OfEachDay_IsAsEveryChangeTogetherSays)
             const auto novo = [&](std::int16_t nro) {
                 auto sensor = SensorDe(nro);
                 DoSensor &meu = sensores.emplace_back();
-                // Two periods, with or without a gap, and one that may have no document.
-                Data de = primeiro.MaisDias(sorte.Ate(20));
+                // Two periods, with or without a gap.
+                Data de = primeiro.MaisDias(sorte.Ate(20) - 40);
                 for (int n = 0; n < 2; ++n) {
                     const Data ate = de.MaisDias(5 + sorte.Ate(40));
-                    meu.Afericoes.push_back(AfericaoDe(std::to_string(n), de, ate, sorte.UmaEm(8) ? 0 : documento));
+                    meu.Afericoes.push_back(AfericaoDe(std::to_string(n), de, ate, documento));
                     Poe(sensor, meu.Afericoes.back());
                     de = ate.MaisDias(1 + sorte.Ate(4));
                 }
@@ -622,7 +626,7 @@ TEST(VigenciaAoAcaso, Vigente_OfEachDay_IsAsEveryChangeTogetherSays)
                     oficina.Pede(reativa ? &ServicoEquipamentos::Reativa : &ServicoEquipamentos::Desativa,
                                  SoNumero(numero));
                     ativo.push_back({agora(), reativa});
-                } else if (sensores.size() < 3 && sorte.UmaEm(4)) {
+                } else if (sensores.size() < 3 && sensores.back().Ativo.back().second && sorte.UmaEm(4)) {
                     oficina.Pede(&ServicoEquipamentos::Altera,
                                  Poe(SoNumero(numero), novo(static_cast<std::int16_t>(sensores.size() + 1))));
                     anota();
@@ -650,8 +654,7 @@ TEST(VigenciaAoAcaso, Vigente_OfEachDay_IsAsEveryChangeTogetherSays)
             for (const DoSensor &sensor : sensores) {
                 for (const auto &afericao : sensor.Afericoes) {
                     const std::int64_t lugar = Lugar(sensor.Ativo, Segundos(dia));
-                    if (afericao->Ativo.Valor() == 1 && afericao->NroIntImgCertif.Valor() != 0 &&
-                        afericao->DataVerificacao.Valor().Valor <= dia.Valor &&
+                    if (afericao->Ativo.Valor() == 1 && afericao->DataVerificacao.Valor().Valor <= dia.Valor &&
                         afericao->DataVencimento.Valor().Valor >= dia.Valor && lugar >= 0) {
                         porLugar[lugar].push_back(afericao->NroIntAfericao);
                     }
