@@ -2,6 +2,7 @@
 // for the size of the registry or the number of the page. And one equipment with thousands of calibrations, opened and
 // saved, against the plain statements on the same file.
 #include "bench/Medida.h"
+#include "host/ConsultaAfericaoED.h"
 #include "tests/desk/RegistroDeTeste.h"
 
 #include <QCoreApplication>
@@ -163,6 +164,47 @@ std::function<void()> SalvaSimples(DoisEquipamentos &registro, std::size_t)
         [&registro, marca = ++vez] { registro.Executa("UPDATE SIMPLES SET Marca = '" + QString::number(marca) + "'"); };
 }
 
+// Equipment of one sensor with a calibration in force, which were saved so many times.
+class SalvosMuitasVezes : public RegistroDeTeste {
+  public:
+    SalvosMuitasVezes()
+    {
+        Ana = Sessao("ana");
+        for (const std::size_t vezes : {std::size_t{10}, std::size_t{1000}, DezMil}) {
+            const std::string codigo = "E" + std::to_string(vezes);
+            const double documento = GuardaPdf(Ana, codigo);
+            const Data de = DataDe(1, 1, 2026);
+            Numero[vezes] = Inclui(
+                Ana, Poe(EquipamentoDe(codigo), Poe(SensorDe(1), AfericaoDe("1", de, de.MaisDias(99), documento))));
+            Sql("CREATE TEMP TABLE modelo AS SELECT * FROM HISTORICO WHERE Entidade = 'EQUIPAMENTO' AND NroEntidade "
+                "= " +
+                std::to_string(Numero[vezes]) +
+                "; CREATE TEMP TABLE ultima AS SELECT MAX(Nro) AS Nro FROM HISTORICO; WITH RECURSIVE n(i) AS (SELECT 1 "
+                "UNION ALL SELECT i + 1 FROM n WHERE i < " +
+                std::to_string(vezes) +
+                ") INSERT INTO HISTORICO SELECT ultima.Nro + i, Quando, Fuso, Operador, Raiz, NroRaiz, i, Entidade, "
+                "NroEntidade, 'altera', Motivo, Depois, Depois, Elo FROM n, modelo, ultima");
+        }
+    }
+
+    Ref<SessaoServico> Ana;
+    std::map<std::size_t, std::int32_t> Numero; // by times
+};
+
+std::function<void()> PerguntaVigente(SalvosMuitasVezes &registro, std::size_t vezes)
+{
+    return [&registro, numero = registro.Numero.at(vezes)] {
+        for (int vez = 0; vez < PorVez; ++vez) {
+            const Retorno retorno = Pede(registro.Ana, "consultaSimplesAfericaoVigente",
+                                         Com(Novo<ConsultaAfericaoED>(), &ConsultaAfericaoED::NroIntEquip, numero,
+                                             &ConsultaAfericaoED::DtInfracao, DataDe(1, 2, 2026)));
+            if (!retorno.Feita || retorno.Como<AfericaoED>()->NroIntAfericao.Valor() == 0) {
+                throw Falha(NumeroFalha::ErroInterno);
+            }
+        }
+    };
+}
+
 double SegundosDoRelogio()
 {
     return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
@@ -191,6 +233,10 @@ int main(int argc, char **argv)
         compara("one code, of a million / of 10,000", 0, "0007777", nullptr);
         compara("start of 100 codes, of a million / of 10,000", 0, "00077", nullptr);
     }
+    SalvosMuitasVezes salvos;
+    leituras.MedeTempo({"calibration in force, after 10,000 saves / after 10", 1000,
+                        [&](std::size_t vezes) { return PerguntaVigente(salvos, vezes); },
+                        [&](std::size_t) { return PerguntaVigente(salvos, 10); }, 1.5, 1.5});
     DoisEquipamentos registro;
     const auto com = [&](auto preparo) -> Preparo {
         return [&registro, preparo](std::size_t sensores) { return preparo(registro, sensores); };

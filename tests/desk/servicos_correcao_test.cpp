@@ -91,8 +91,6 @@ TEST_F(ServicosCorrecao, altera_OfEachMember_AsksForTheReason)
         Com(SoAfericao(1), &AfericaoED::DataVerificacao, DataDe(2, 1, 2026)),
         Com(SoAfericao(1), &AfericaoED::DataVencimento, Dez),
         Com(SoAfericao(1), &AfericaoED::NroIntImgCertif, documento),
-        Com(SoAfericao(1), &AfericaoED::TipoAfer, 2, &AfericaoED::PortDimel, "123/15"),
-        Com(SoAfericao(1), &AfericaoED::PortDimel, "124/15"),
         Com(SoAfericao(1), &AfericaoED::Ativo, 2),
         Com(SoAfericao(1), &AfericaoED::Ativo, 1),
     };
@@ -103,18 +101,18 @@ TEST_F(ServicosCorrecao, altera_OfEachMember_AsksForTheReason)
         EXPECT_EQ(Versao(1), std::to_string(vez + 1)) << mudanca->Texto();
         ConfereVersoes();
     }
-    EXPECT_EQ(m_Pessoa.Perguntas.back(), "Esta gravação corrige a declaração de conformidade 124/15 do sensor 1.");
+    EXPECT_EQ(m_Pessoa.Perguntas.back(), "Esta gravação corrige a aferição 2 do sensor 1.");
 }
 
 TEST_F(ServicosCorrecao, altera_OfSeveral_NamesThemInOneQuestion)
 {
     std::vector<Ref<AfericaoED>> todas;
     for (int n = 1; n <= 8; ++n) {
-        todas.push_back(AfericaoDe(std::to_string(n), DataDe(n, 1, 2026), DataDe(n, 1, 2026)));
+        todas.push_back(AfericaoDe(std::to_string(n), DataDe(2 * n - 1, 1, 2026), DataDe(2 * n, 1, 2026)));
     }
     ComSensores({todas, {AfericaoDe("9", Jan, Jun)}});
     m_Pessoa.Atende(m_Ana);
-    const auto corrigida = [](double n) { return Com(SoAfericao(n), &AfericaoED::Marca, "corrigida"); };
+    const auto corrigida = [](double n) { return Com(SoAfericao(n), &AfericaoED::Marca, "5"); };
     Faz(m_Ana, "altera", Poe(Pedido(1, {corrigida(2)}), Poe(SoSensor(2), corrigida(9))));
     EXPECT_EQ(m_Pessoa.Perguntas.back(), "Esta gravação corrige a aferição 2 do sensor 1 e a aferição 9 do sensor 2.");
     Faz(m_Ana, "altera",
@@ -129,7 +127,7 @@ TEST_F(ServicosCorrecao, altera_OfNothingThatWasStored_DoesNotAsk)
 {
     ComSensores({{AfericaoDe("1", Jan, Jun)}});
     m_Pessoa.Atende(m_Ana);
-    Faz(m_Ana, "altera", Pedido(1, {AfericaoDe("2", Jul, Dez)}));                                    // a new one
+    Faz(m_Ana, "altera", Pedido(1, {AfericaoDe("2", Jul, Dez, 1)}));                                 // a new one
     Faz(m_Ana, "altera", Pedido(1, {SoAfericao(1), Com(SoAfericao(2), &AfericaoED::Marca, "987")})); // as they were
     Faz(m_Ana, "altera", Poe(SoNumero(1), Com(SoSensor(1), &SensorED::LocalInfr, "Rua Nova, 5")));
     Faz(m_Ana, "altera", Com(SoNumero(1), &EquiptoED::Descricao, "Outra"));
@@ -256,7 +254,7 @@ TEST_F(ServicosCorrecao, NobodyToAsk_WhereAReasonIsDemanded_IsRefused)
     Abre(bia, 1);
     EXPECT_EQ(RecusaDe(bia, "altera", ComMarca("555")),
               "A correção da aferição 1 do sensor 1 não foi gravada: nenhum motivo foi dado.");
-    Faz(bia, "altera", Pedido(1, {AfericaoDe("2", Jul, Dez)})); // no correction
+    Faz(bia, "altera", Pedido(1, {AfericaoDe("2", Jul, Dez, 1)})); // no correction
     m_Pessoa.Atende(bia);
     Faz(bia, "altera", ComMarca("555"));
     EXPECT_EQ(Motivos(1), "-;Certificado trocado na digitação");
@@ -331,7 +329,7 @@ TEST_F(ServicosCorrecao, VersoesDaAfericao_AreAllOfThemWhole)
     const auto texto = [](const std::string &marca, int ativo) {
         return "AfericaoED{NroIntAfericao=1, Numero=\"1\", Marca=\"" + marca +
                "\", DataVerificacao=01/01/2026, DataVencimento=30/06/2026, Ativo=" + std::to_string(ativo) +
-               ", NroIntImgCertif=0, TipoAfer=1, PortDimel=\"\"}";
+               ", NroIntImgCertif=1, TipoAfer=1, PortDimel=\"\"}";
     };
     EXPECT_EQ(lidas, (std::vector<std::string>{
                          "1 Ana Souza 20261120100000 0 inclui () " + texto("987", 1),

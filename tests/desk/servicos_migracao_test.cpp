@@ -1,6 +1,7 @@
 #include "desk/services/Banco.h"
 #include "desk/services/DialetoSQLite.h"
 #include "desk/services/Historico.h"
+#include "host/ConsultaAfericaoED.h"
 #include "tests/desk/PastaDeTeste.h"
 #include "tests/desk/RegistroDeTeste.h"
 #include "tests/support/FalhaLancada.h"
@@ -40,6 +41,13 @@ class ServicosMigracao : public testing::Test {
         EXPECT_EQ(Sql("SELECT MAX(Versao) FROM ESQUEMA"), "1");
         EXPECT_EQ(Sql("SELECT COUNT(*) FROM EQUIPAMENTO"), "5");
         EXPECT_EQ(Sql("SELECT COUNT(*) FROM sqlite_master WHERE name LIKE 'V1%'"), "0");
+    }
+
+    static Ref<SessaoServico> Entra(Servicos &servicos)
+    {
+        std::string recusa;
+        std::int32_t espera = 0;
+        return servicos.Entra("ana", "registro2026", "estação de teste", recusa, espera);
     }
 
     QTemporaryDir diretorio;
@@ -165,14 +173,98 @@ TEST_F(ServicosMigracao, Version1_WithOtherUsers_IsARegistry)
 TEST_F(ServicosMigracao, Version1_Opened_WorksOn)
 {
     const auto servicos = Servicos::Abre(caminho, Agora);
-    std::string recusa;
-    std::int32_t espera = 0;
-    const auto ana = servicos->Entra("ana", "registro2026", "estação de teste", recusa, espera);
-    ASSERT_TRUE(ana) << recusa;
+    const auto ana = Entra(*servicos);
     const auto lido = ::Abre(ana, 1);
     const auto mudado = ComoTipo<EquiptoED>(lido->Copia());
     mudado->Descricao = "Depois";
     EXPECT_TRUE(Exigido(Pede(ana, "altera", mudado)).Feita);
+}
+
+TEST_F(ServicosMigracao, Version1_Opened_HasAVersionForEachEntryOfACalibration)
+{
+    Sql("INSERT INTO HISTORICO SELECT (SELECT MAX(Nro) + 1 FROM HISTORICO), 20261122090000, 101, Raiz, NroRaiz, 2, "
+        "Entidade, NroEntidade, 'altera', Depois, json_set(Depois, '$.Marca', '5') FROM HISTORICO WHERE Entidade = "
+        "'AFERICAO' AND NroEntidade = 64; UPDATE AFERICAO SET Marca = '5' WHERE NroIntAfericao = 64");
+    const auto servicos = Servicos::Abre(caminho, Agora);
+    EXPECT_EQ(Sql("SELECT group_concat(DISTINCT Versao) FROM AFERICAO WHERE NroIntAfericao <> 64"), "2");
+    const auto ana = Entra(*servicos);
+    ::Abre(ana, 9);
+    const auto pedida = Poe(SoSensor(21), Com(SoAfericao(64), &AfericaoED::Marca, "6"));
+    Exigido(Pede(ana, "altera", Poe(SoNumero(9), pedida)));
+    EXPECT_EQ(Sql("SELECT Versao FROM AFERICAO WHERE NroIntAfericao = 64"), "4");
+
+    std::vector<VersaoAfericao> versoes;
+    std::string recusa;
+    ASSERT_TRUE(ana->VersoesDaAfericao(64, versoes, recusa)) << recusa;
+    std::vector<std::string> lidas;
+    for (const VersaoAfericao &v : versoes) {
+        lidas.push_back(std::to_string(v.Versao) + " " + v.Acao + " " + v.Quem + " " + std::to_string(v.Quando) + " " +
+                        (v.Fuso ? std::to_string(*v.Fuso) : "sem fuso") + " " + v.Registro->Marca.Valor());
+    }
+    EXPECT_EQ(lidas, (std::vector<std::string>{"1 inclui Ana Bittencourt 20261122085525 sem fuso 21112452808",
+                                               "2 altera Ana Bittencourt 20261122090000 sem fuso 5",
+                                               "3 migra  20261122090000 -180 5",
+                                               "4 altera Ana Bittencourt 20261122090000 -180 6"}));
+}
+
+TEST_F(ServicosMigracao, Version1_Opened_TellsWhatItHeldBeforeAsFarAsItsHistoryDoes)
+{
+    Sql("INSERT INTO HISTORICO SELECT (SELECT MAX(Nro) + 1 FROM HISTORICO), 20261122085900, 101, Raiz, NroRaiz, Versao "
+        "+ "
+        "1, Entidade, NroEntidade, 'altera', Depois, json_set(Depois, '$.Descricao', 'Outra') FROM HISTORICO WHERE "
+        "Entidade = 'EQUIPAMENTO' AND NroEntidade = 1 ORDER BY Nro DESC LIMIT 1; UPDATE EQUIPAMENTO SET Descricao = "
+        "'Outra', Versao = Versao + 1 WHERE NroIntEquip = 1");
+    const auto servicos = Servicos::Abre(caminho, Agora);
+    const auto ana = Entra(*servicos);
+    const auto conhecido = [&](Data quando) {
+        EquipamentoConhecido lido;
+        std::string recusa;
+        EXPECT_TRUE(ana->ComoConhecido(1, {quando, -180}, lido, recusa)) << recusa;
+        return lido;
+    };
+    const EquipamentoConhecido migrado = conhecido(Agora().Local);
+    EXPECT_EQ(migrado.Ressalva, "");
+    EXPECT_EQ(migrado.Registro->Sensores.Valor()->Count(), 4);
+    EXPECT_EQ(migrado.Registro->ListaLimiteDif.Valor()->Count() + migrado.Registro->ListaDiaEspecifico.Valor()->Count(),
+              std::stoi(Sql("SELECT (SELECT COUNT(*) FROM LIMITE WHERE NroIntEquip = 1) + (SELECT COUNT(*) FROM DIA "
+                            "WHERE NroIntEquip = 1)")));
+    const EquipamentoConhecido antes = conhecido(DataDe(22, 11, 2026, 8, 59, 30));
+    EXPECT_EQ(antes.Registro->Texto(), migrado.Registro->Texto()); // with the calibrations on their sensors
+    EXPECT_EQ(antes.Ressalva,
+              "O que o histórico diz deste momento vem de um registro mais antigo: as suas horas são as "
+              "do lugar, sem fuso, e o que ele não dizia está em branco.");
+    EXPECT_NE(conhecido(DataDe(22, 11, 2026, 8, 58, 59)).Registro->Descricao.Valor(), "Outra");
+    EquipamentoConhecido nenhum;
+    std::string recusa;
+    EXPECT_FALSE(ana->ComoConhecido(1, {DataDe(22, 11, 2026, 8, 55, 24), -180}, nenhum, recusa));
+    EXPECT_TRUE(recusa.ends_with("a sua primeira entrada é de 22/11/2026 às 08:55:25.")) << recusa;
+}
+
+TEST_F(ServicosMigracao, Version1_WhoseMomentsHaveNoOffset_CountsItsDaysByTheClockOfThePlace)
+{
+    Sql("INSERT INTO HISTORICO SELECT (SELECT MAX(Nro) + 1 FROM HISTORICO), 20261123003000, 101, Raiz, NroRaiz, Versao "
+        "+ "
+        "1, Entidade, NroEntidade, 'desativa', Depois, json_set(Depois, '$.Ativo', 2) FROM HISTORICO WHERE Entidade = "
+        "'EQUIPAMENTO' AND NroEntidade = 9 ORDER BY Nro DESC LIMIT 1; UPDATE EQUIPAMENTO SET Ativo = 2, Versao = "
+        "Versao "
+        "+ 1 WHERE NroIntEquip = 9");
+    const auto servicos = Servicos::Abre(caminho, [] { return Instante(DataDe(26, 11, 2026, 9, 0, 0), -180); });
+    const auto ana = Entra(*servicos);
+    const auto vigente = [&](Data dia) {
+        return Exigido(Pede(ana, "consultaSimplesAfericaoVigente",
+                            Com(Novo<ConsultaAfericaoED>(), &ConsultaAfericaoED::NroIntEquip, 9,
+                                &ConsultaAfericaoED::DtInfracao, dia)))
+            .Como<AfericaoED>()
+            ->NroIntAfericao.Valor();
+    };
+    EXPECT_EQ(vigente(DataDe(1, 6, 2026)), 64);
+    EXPECT_EQ(vigente(DataDe(22, 11, 2026)), 64);
+    EXPECT_EQ(vigente(DataDe(23, 11, 2026)), 64);
+    EXPECT_EQ(vigente(DataDe(24, 11, 2026)), 0);
+    EXPECT_EQ(vigente(DataDe(26, 11, 2026)), 0); // of the migration, which has changed nothing
+    Exigido(Pede(ana, "reativa", SoNumero(9)));
+    EXPECT_EQ(vigente(DataDe(25, 11, 2026)), 0);
+    EXPECT_EQ(vigente(DataDe(26, 11, 2026)), 64);
 }
 
 TEST_F(ServicosMigracao, Version1_WithAValueThatItsColumnDoesNotTake_IsRefusedByName)

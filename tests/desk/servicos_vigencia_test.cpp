@@ -45,11 +45,6 @@ class ServicosVigencia : public ServicosDeAfericoes {
         m_Registro.Relogio = DataDe(dia, 11, 2026);
         Faz(m_Ana, "altera", Poe(SoNumero(equipamento), Com(SoSensor(sensor), &SensorED::Ativo, ativo)));
     }
-    // With a document of its own.
-    Ref<AfericaoED> De(const std::string &numero, Data de, Data ate)
-    {
-        return AfericaoDe(numero, de, ate, GuardaPdf(m_Ana, numero));
-    }
     // As a calibration of an earlier time.
     void TiraDocumento(const std::string &numero)
     {
@@ -106,8 +101,9 @@ TEST_F(ServicosVigencia, InForce_IsTheOneOfTheDay)
     for (const Caso &caso : casos) {
         const std::int32_t numero = ComSensores(caso.Sensores);
         TiraDocumento("sem");
-        m_Registro.Sql("UPDATE AFERICAO SET Versao = Versao + 1, DataVencimento = DataVerificacao WHERE Numero = 'curta' "
-                       "AND DataVencimento <> DataVerificacao");
+        m_Registro.Sql(
+            "UPDATE AFERICAO SET Versao = Versao + 1, DataVencimento = DataVerificacao WHERE Numero = 'curta' "
+            "AND DataVencimento <> DataVerificacao");
         for (const auto &[dia, vigente] : caso.Vigentes) {
             const auto achada = Vigente(numero, dia);
             EXPECT_EQ(achada->Numero.Valor(), vigente) << caso.Nome << ", " << dia.Valor;
@@ -119,7 +115,7 @@ TEST_F(ServicosVigencia, InForce_IsTheOneOfTheDay)
 
 TEST_F(ServicosVigencia, DeactivatedEquipment_AnswersForTheDaysOnWhichItWasActive)
 {
-    const std::int32_t numero = ComSensores({{De("1", Jan, Dez)}});
+    const std::int32_t numero = ComSensores({{AfericaoDe("1", Jan, Dez)}});
     Em(20, 23, "desativa", numero);
     EXPECT_EQ(DiasDeNovembro(numero, {1, 19, 20}), "1 1 1");
     EXPECT_EQ(DiasDeNovembro(numero, {21, 22, 30}), "0 0 0");
@@ -138,7 +134,7 @@ TEST_F(ServicosVigencia, DeactivatedEquipment_AnswersForTheDaysOnWhichItWasActiv
 
 TEST_F(ServicosVigencia, DeactivatedSensor_AnswersForTheDaysOnWhichItWasActive)
 {
-    const std::int32_t numero = ComSensores({{}, {De("1", Jan, Dez)}});
+    const std::int32_t numero = ComSensores({{}, {AfericaoDe("1", Jan, Dez)}});
     AtivaSensor(22, numero, 2, 2);
     EXPECT_EQ(DiasDeNovembro(numero, {1, 20, 21, 22, 23, 30}), "1 1 1 1 0 0");
     AtivaSensor(25, numero, 2, 1);
@@ -149,7 +145,7 @@ TEST_F(ServicosVigencia, DeactivatedSensor_AnswersForTheDaysOnWhichItWasActive)
 
 TEST_F(ServicosVigencia, WithdrawnCalibration_IsInForceOnNoDay)
 {
-    const std::int32_t numero = ComSensores({{De("1", Jan, Dez)}});
+    const std::int32_t numero = ComSensores({{AfericaoDe("1", Jan, Dez)}});
     m_Registro.Relogio = DataDe(25, 11, 2026);
     Faz(m_Ana, "altera", Poe(SoNumero(numero), Poe(SoSensor(1), Com(SoAfericao(1), &AfericaoED::Ativo, 2))));
     EXPECT_EQ(DiasDeNovembro(numero, {1, 20, 24, 25, 26}), "0 0 0 0 0");
@@ -159,26 +155,28 @@ TEST_F(ServicosVigencia, WithdrawnCalibration_IsInForceOnNoDay)
 
 TEST_F(ServicosVigencia, ReplacedSensor_AnswersForItsDaysAndTheNewOneForItsOwn)
 {
-    const std::int32_t numero = ComSensores({{}, {De("1", Jan, Dez)}});
+    const std::int32_t numero = ComSensores({{}, {AfericaoDe("1", Jan, Dez)}});
     m_Registro.Relogio = DataDe(24, 11, 2026);
     Faz(m_Ana, "altera",
-        Poe(Poe(SoNumero(numero), Com(SoSensor(2), &SensorED::Ativo, 2)), Poe(SensorDe(2), De("2", Jan, Dez))));
+        Documenta(m_Ana, Poe(Poe(SoNumero(numero), Com(SoSensor(2), &SensorED::Ativo, 2)),
+                             Poe(SensorDe(2), AfericaoDe("2", Jan, Dez)))));
     // On the day itself there is no telling which is meant; before any was known, it was the first.
     EXPECT_EQ(DiasDeNovembro(numero, {19, 20, 23, 24, 25}), "1 1 1 0 2");
 }
 
 TEST_F(ServicosVigencia, SensorRegisteredLater_DoesNotDisturbTheDaysOfTheOtherOne)
 {
-    const std::int32_t numero = ComSensores({{De("1", Jan, Dez)}});
+    const std::int32_t numero = ComSensores({{AfericaoDe("1", Jan, Dez)}});
     m_Registro.Relogio = DataDe(24, 11, 2026);
-    Faz(m_Ana, "altera", Poe(SoNumero(numero), Poe(SensorDe(2), De("2", Jan, Dez))));
+    Faz(m_Ana, "altera", Documenta(m_Ana, Poe(SoNumero(numero), Poe(SensorDe(2), AfericaoDe("2", Jan, Dez)))));
     EXPECT_EQ(DiasDeNovembro(numero, {19, 20, 23, 24, 25}), "1 1 1 0 0");
 }
 
 TEST_F(ServicosVigencia, SensorRegisteredAsInactive_CountsFromItsReactivation)
 {
     const std::int32_t numero = ComSensores({{}});
-    Faz(m_Ana, "altera", Poe(SoNumero(numero), Poe(Com(SensorDe(2), &SensorED::Ativo, 2), De("2", Jan, Dez))));
+    Faz(m_Ana, "altera",
+        Documenta(m_Ana, Poe(SoNumero(numero), Poe(Com(SensorDe(2), &SensorED::Ativo, 2), AfericaoDe("2", Jan, Dez)))));
     EXPECT_EQ(DiasDeNovembro(numero, {1, 20, 25}), "0 0 0");
     AtivaSensor(24, numero, 2, 1);
     EXPECT_EQ(DiasDeNovembro(numero, {1, 20, 23, 24, 25}), "0 0 0 1 1");
@@ -186,7 +184,7 @@ TEST_F(ServicosVigencia, SensorRegisteredAsInactive_CountsFromItsReactivation)
 
 TEST_F(ServicosVigencia, DeactivatedRows_GiveWayToThoseThatAreLeft)
 {
-    const std::int32_t numero = ComSensores({{De("1", Jan, Dez)}, {De("2", Jan, Dez)}});
+    const std::int32_t numero = ComSensores({{AfericaoDe("1", Jan, Dez)}, {AfericaoDe("2", Jan, Dez)}});
     Faz(m_Ana, "altera", Poe(SoNumero(numero), Com(SoSensor(2), &SensorED::Ativo, 2)));
     EXPECT_EQ(NumeroVigente(numero, Jan), 1); // of the sensor that is left
     EXPECT_EQ(NumeroVigente(numero, Dez), 1);
@@ -205,7 +203,7 @@ TEST_F(ServicosVigencia, DeactivatedRows_GiveWayToThoseThatAreLeft)
 
 TEST_F(ServicosVigencia, ClockThatWentBack_LeavesTheDaysOnWhichItWasActive)
 {
-    const std::int32_t numero = ComSensores({{De("1", Jan, Dez)}});
+    const std::int32_t numero = ComSensores({{AfericaoDe("1", Jan, Dez)}});
     Em(24, 12, "desativa", numero);
     Em(27, 12, "reativa", numero);
     Em(22, 12, "desativa", numero); // five days back
@@ -217,14 +215,14 @@ TEST_F(ServicosVigencia, ClockThatWentBack_LeavesTheDaysOnWhichItWasActive)
 TEST_F(ServicosVigencia, RowsThatCameInPastTheServices_AreNotInForce)
 {
     const std::int32_t numero = ComSensores({{}});
-    const std::string documento = std::to_string(static_cast<int>(GuardaPdf(m_Ana, "x")));
+    const std::string documento = CStr(GuardaPdf(m_Ana, "certificado"));
     m_Registro.Sql(
         "INSERT INTO SENSOR VALUES (9, 1, 2, 0, 0, 0, '', '', '', 1, ''); INSERT INTO AFERICAO VALUES (9, 9, "
         "'1', '2', 20260101, 20261231, 1, " +
         documento + ", 1, '', 1)");
     EXPECT_EQ(DiasDeNovembro(numero, {1, 20, 25}), "0 0 0");
     // Nor does a state that it does not know count.
-    const std::int32_t outro = Inclui(m_Ana, Poe(EquipamentoDe("R-9"), Poe(SensorDe(1), De("3", Jan, Dez))));
+    const std::int32_t outro = Inclui(m_Ana, Poe(EquipamentoDe("R-9"), Poe(SensorDe(1), AfericaoDe("3", Jan, Dez))));
     m_Registro.Sql("UPDATE EQUIPAMENTO SET Ativo = 2; UPDATE SENSOR SET Ativo = 2");
     EXPECT_EQ(DiasDeNovembro(outro, {1, 20, 25}), "10 10 10");
 }
