@@ -2,9 +2,9 @@
 
 #include "controls/PreparaDetalhes.h"
 #include "desk/host/Caminhos.h"
+#include "desk/services/ConteudoPdf.h"
 #include "desk/services/LayoutED.h"
 #include "desk/services/Referencias.h"
-#include "desk/services/ServicoDocumentos.h"
 #include "host/Conversoes.h"
 #include "host/Falha.h"
 #include "host/Indicador.h"
@@ -23,7 +23,7 @@ namespace {
 constexpr std::int16_t CodigoTemporarios = 99;
 constexpr std::int16_t MedidorTodos = 0;
 constexpr std::int16_t UltimoMedidor = 3;
-constexpr std::size_t MaiorLeitura = ServicoDocumentos::MaiorTamanho + 1; // so that the services see the excess
+constexpr std::size_t MaiorLeitura = MaiorDocumento + 1; // so that the services see the excess
 
 bool Oferece(const TipoOferecido &tipo, std::int16_t medidor, bool trabFoto)
 {

@@ -33,6 +33,10 @@ constexpr const char *Indices[] = {
     "EQUIPAMENTO_Agente", "EQUIPAMENTO_Tipo",  "SENSOR_Equip",         "AFERICAO_Sensor",  "LIMITE_Equip",
     "DIA_Equip",          "HISTORICO_Raiz",    "HISTORICO_Entidade"};
 
+// A version for each entry of its history, and one for the entry that the migration writes.
+constexpr const char *VersaoDaAfericao = "1 + (SELECT COUNT(*) FROM V1_HISTORICO h WHERE h.Entidade = 'AFERICAO' "
+                                         "AND h.NroEntidade = NroIntAfericao)";
+
 // A column of the new table and where it comes from: a column of the old one, or an expression over it.
 struct Origem {
     const char *Coluna;
@@ -58,7 +62,7 @@ class Passagem {
         CriaLogradouros();
         CriaLayouts();
         Copia("DOCUMENTO", {{"Fuso", "NULL"}});
-        Copia("AFERICAO", {{"Versao", "1"}});
+        Copia("AFERICAO", {{"Versao", VersaoDaAfericao}});
         Copia("LIMITE", {});
         Copia("DIA", {});
         CopiaHistorico();

@@ -6,12 +6,13 @@
 namespace mesa {
 
 Operacao::Operacao(Banco &banco, const Operador &quem, const Instante &agora, const VersoesLidas &lidas,
-                   const CustoDaSenha &custo)
+                   const CustoDaSenha &custo, std::string motivo)
     : m_Banco(banco),
       m_Quem(quem),
       m_Agora(agora),
       m_Lidas(lidas),
-      m_Custo(custo)
+      m_Custo(custo),
+      m_Motivo(std::move(motivo))
 {
 }
 
@@ -24,6 +25,19 @@ void Operacao::Exige(const std::string &acao, const std::string &oQue, const std
 {
     if (!Permissoes::Tem(m_Banco, m_Quem.Numero, Permissoes::Sistema, objeto, acao)) {
         throw Recusa(m_Quem.Nome + " não tem permissão para " + oQue + ".");
+    }
+}
+
+const std::string &Operacao::Corrige(const std::string &qual)
+{
+    m_Corrigidas.push_back(qual);
+    return m_Motivo;
+}
+
+void Operacao::ConfereMotivo() const
+{
+    if (m_Motivo.empty() && !m_Corrigidas.empty()) {
+        throw FaltaMotivo{m_Corrigidas};
     }
 }
 

@@ -20,12 +20,18 @@ enum class Raiz { Equipamento, Limite, Dia, Usuario, Cliente };
 // Versions of the records that a session has read.
 using VersoesLidas = std::map<std::pair<Raiz, std::int32_t>, std::int64_t>;
 
+// Corrections that were made without a reason. On its way the transaction rolls back, as with a refusal; it ends in the
+// session, which asks for the reason.
+struct FaltaMotivo {
+    std::vector<std::string> Corrigidas; // "aferição 123 do sensor 1"
+};
+
 // One operation of a session, under way in a transaction: who asks, when, and what the session will have read once it
 // is confirmed.
 class Operacao {
   public:
     Operacao(Banco &banco, const Operador &quem, const Instante &agora, const VersoesLidas &lidas,
-             const CustoDaSenha &custo);
+             const CustoDaSenha &custo, std::string motivo);
 
     Banco &Dados() const { return m_Banco; }
     const Operador &Quem() const { return m_Quem; }
@@ -36,6 +42,11 @@ class Operacao {
     // as "alterar equipamentos".
     void Exige(const std::string &acao, const std::string &oQue, const std::string &objeto = Permissoes::Objeto) const;
     bool Possui(const std::string &acao) const;
+
+    // A calibration that was stored is corrected, as "aferição 123 do sensor 1"; gives the reason.
+    const std::string &Corrige(const std::string &qual);
+    // Raises FaltaMotivo when something was corrected and there is no reason.
+    void ConfereMotivo() const;
 
     // Refuses a change of a record that the session has not read, or that was changed since. nome: the record with its
     // article, as "O equipamento R-1".
@@ -57,6 +68,8 @@ class Operacao {
     const VersoesLidas &m_Lidas;
     const CustoDaSenha &m_Custo;
     VersoesLidas m_Novas;
+    std::string m_Motivo; // for what is corrected
+    std::vector<std::string> m_Corrigidas;
 };
 
 } // namespace mesa

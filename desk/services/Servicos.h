@@ -34,6 +34,11 @@ class Servicos : public Objeto {
     virtual Ref<SessaoServico> Entra(const std::string &usuario, const Segredo &senha, const std::string &estacao,
                                      std::string &recusa, std::int32_t &espera) = 0;
 
+    // Whether corrections of stored calibrations are refused in sessions that have nobody to ask for the reason
+    // (SessaoServico::PerguntaMotivo); otherwise the history has "sem motivo" with them, as at first. For sessions that
+    // begin afterwards.
+    virtual void ExigeMotivo(bool exige) = 0;
+
     // The first client of a registry in which there is no user yet, and who administers it, with every right. All or
     // nothing: false with the reason in recusa. Of quem its sign-in name, name, sector and municipality are taken.
     virtual bool PrimeiroAdministrador(const ClienteCadastrado &cliente, const Operador &quem, const Segredo &senha,

@@ -44,7 +44,7 @@ try {
     if (!entrada) {
         return nullptr;
     }
-    return Novo<SessaoSql>(m_Banco, m_Agora, m_Portaria, *entrada);
+    return Novo<SessaoSql>(m_Banco, m_Agora, m_Portaria, *entrada, m_ExigeMotivo);
 } catch (...) {
     PassaFalha(" < Servicos.Entra");
 }

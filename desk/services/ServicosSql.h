@@ -17,6 +17,7 @@ class ServicosSql : public Servicos {
 
     Ref<SessaoServico> Entra(const std::string &usuario, const Segredo &senha, const std::string &estacao,
                              std::string &recusa, std::int32_t &espera) override;
+    void ExigeMotivo(bool exige) override { m_ExigeMotivo = exige; }
     bool PrimeiroAdministrador(const ClienteCadastrado &cliente, const Operador &quem, const Segredo &senha,
                                std::string &recusa) override;
     void CadastraUsuario(const Operador &operador, const Segredo &senha, const std::vector<std::string> &acoes,
@@ -31,6 +32,7 @@ class ServicosSql : public Servicos {
     std::shared_ptr<Banco> m_Banco; // the sessions keep it open, and ask at the same door
     std::shared_ptr<Portaria> m_Portaria;
     Relogio m_Agora;
+    bool m_ExigeMotivo = false;
     TipoDeRegistro m_Tipo = TipoDeRegistro::Registro;
     std::string m_Identificador;
 };

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -39,6 +40,9 @@ struct LinhaReplica {
     std::int32_t Ativo = 0; // 1 yes, 2 no
 };
 
+// Asks somebody why what was stored is corrected; oQue says what, in a sentence. Nothing when it is not to be done.
+using PerguntaDeMotivo = std::function<std::optional<std::string>(const std::string &oQue)>;
+
 // A client's session with the services, from sign-in to sign-out. Everything is checked here again whatever the
 // window allowed. A refusal is a sentence in Portuguese for the person; a failure of the machinery is a Falha. It
 // remembers the version of each record that was read through it, so that a save over somebody else's change is refused.
@@ -60,6 +64,11 @@ class SessaoServico : public Objeto {
     // "consultaRelatorioRVOR011", is the document as base64.
     virtual bool Executa(const std::string &classeRN, const std::string &metodo, Ref<Objeto> &pedido, Valor &retorno,
                          std::string &recusa) = 0;
+
+    // Who is asked for the reason when an "altera" corrects calibrations that were stored: once, while nothing of the
+    // registry is held, and only when everything else of the save is right. Without a reason nothing is stored. The
+    // history has the reason with each correction.
+    virtual void PerguntaMotivo(PerguntaDeMotivo pergunta) = 0;
 
     // Documents. Storing gives the number; both are false with the reason in recusa.
     virtual bool GuardaDocumento(const Bytes &bytes, double &numero, std::string &recusa) = 0;

@@ -1,5 +1,7 @@
 #include "desk/services/SessaoSql.h"
 
+#include "desk/services/ConteudoPdf.h"
+#include "desk/services/MotivoCorrecao.h"
 #include "desk/services/Permissoes.h"
 #include "desk/services/PesquisaEquipamentos.h"
 #include "desk/services/Recusa.h"
@@ -12,8 +14,10 @@
 #include "desk/services/ServicoLogradouros.h"
 #include "desk/services/ServicoUsuarios.h"
 #include "desk/services/Usuarios.h"
+#include "host/Conversoes.h"
 #include "host/Indicador.h"
 
+#include <algorithm>
 #include <map>
 #include <type_traits>
 #include <utility>
@@ -101,14 +105,28 @@ const std::map<ChaveOperacao, Atendimento> &Atendimentos()
     return tabela;
 }
 
+// "a aferição 1 do sensor 1, a aferição 2 do sensor 1 e mais 3", each with what goes before it.
+std::string Enumera(const std::vector<std::string> &nomes, const std::string &antes)
+{
+    constexpr std::size_t maisNomes = 6; // the others are counted
+    const std::size_t ditos = std::min(nomes.size(), maisNomes);
+    std::string texto;
+    for (std::size_t n = 0; n < ditos; ++n) {
+        texto += n == 0 ? "" : n + 1 == nomes.size() ? " e " : ", ";
+        texto += antes + nomes[n];
+    }
+    return nomes.size() > ditos ? texto + " e mais " + CStr(nomes.size() - ditos) : texto;
+}
+
 } // namespace
 
 SessaoSql::SessaoSql(std::shared_ptr<Banco> banco, Relogio agora, std::shared_ptr<Portaria> portaria,
-                     Portaria::Entrada entrada)
+                     Portaria::Entrada entrada, bool exigeMotivo)
     : m_Banco(std::move(banco)),
       m_Agora(std::move(agora)),
       m_Portaria(std::move(portaria)),
-      m_Entrada(std::move(entrada))
+      m_Entrada(std::move(entrada)),
+      m_ExigeMotivo(exigeMotivo)
 {
 }
 
@@ -127,12 +145,17 @@ std::string SessaoSql::RecusaDaEntrada() const
     return "";
 }
 
-bool SessaoSql::Opera(bool escreve, const std::function<void(Operacao &)> &trabalho, std::string &recusa)
+void SessaoSql::ExigeEscrita() const
 {
-    recusa.clear();
-    if (escreve && !m_Banco->SomenteLeitura().empty()) {
-        recusa = m_Banco->SomenteLeitura() + " Nada foi gravado.";
-        return false;
+    if (!m_Banco->SomenteLeitura().empty()) {
+        throw Recusa(m_Banco->SomenteLeitura() + " Nada foi gravado.");
+    }
+}
+
+void SessaoSql::Roda(bool escreve, const Trabalho &trabalho, const std::string &motivo)
+{
+    if (escreve) {
+        ExigeEscrita();
     }
     const Instante agora = m_Agora();
     const auto roda = [&] {
@@ -140,13 +163,43 @@ bool SessaoSql::Opera(bool escreve, const std::function<void(Operacao &)> &traba
         if (!semEntrada.empty()) {
             throw Recusa(semEntrada);
         }
-        Operacao operacao(*m_Banco, m_Entrada.Quem, agora, m_Lidas, m_Portaria->Custo());
+        Operacao operacao(*m_Banco, m_Entrada.Quem, agora, m_Lidas, m_Portaria->Custo(), motivo);
         trabalho(operacao);
+        operacao.ConfereMotivo();
         return operacao;
     };
+    const Operacao feita = escreve ? m_Banco->Escreve(roda) : m_Banco->Le(roda);
+    feita.Entrega(m_Lidas);
+}
+
+std::string SessaoSql::MotivoPara(const std::vector<std::string> &corrigidas) const
+{
+    const std::string naoGravada = "A correção " + Enumera(corrigidas, "da ") + " não foi gravada: ";
+    const std::optional<std::string> dado =
+        m_Pergunta ? m_Pergunta("Esta gravação corrige " + Enumera(corrigidas, "a ") + ".") : std::nullopt;
+    if (!dado) {
+        throw Recusa(naoGravada + "nenhum motivo foi dado.");
+    }
+    const std::string recusa = MotivoCorrecao::RecusaDe(*dado);
+    if (!recusa.empty()) {
+        throw Recusa(naoGravada + recusa + ".");
+    }
+    return MotivoCorrecao::Aparado(*dado);
+}
+
+bool SessaoSql::Opera(bool escreve, const Trabalho &trabalho, std::string &recusa)
+{
+    recusa.clear();
     try {
-        const Operacao feita = escreve ? m_Banco->Escreve(roda) : m_Banco->Le(roda);
-        feita.Entrega(m_Lidas);
+        std::vector<std::string> corrigidas;
+        try {
+            Roda(escreve, trabalho, m_Pergunta || m_ExigeMotivo ? "" : MotivoCorrecao::Nenhum);
+        } catch (const FaltaMotivo &falta) {
+            corrigidas = falta.Corrigidas;
+        }
+        if (!corrigidas.empty()) {
+            Roda(escreve, trabalho, MotivoPara(corrigidas));
+        }
         return true;
     } catch (const Recusa &motivo) {
         recusa = motivo.what();
@@ -168,9 +221,7 @@ try {
 bool SessaoSql::TrocaMinhaSenha(const Ref<Objeto> &pedido, std::string &recusa)
 try {
     const auto &troca = ComoPedido<TrocaSenhaED>(pedido);
-    if (!m_Banco->SomenteLeitura().empty()) {
-        throw Recusa(m_Banco->SomenteLeitura() + " Nada foi gravado.");
-    }
+    ExigeEscrita();
     return m_Portaria->TrocaSenha(m_Entrada, troca.Atual, troca.Nova, m_Agora(), recusa);
 } catch (const Recusa &motivo) {
     recusa = motivo.what();
@@ -209,6 +260,16 @@ try {
 
 bool SessaoSql::GuardaDocumento(const Bytes &bytes, double &numero, std::string &recusa)
 try {
+    // Opening a document takes its time, in which nobody else should have to wait: not in the transaction that writes.
+    const auto podeGuardar = [](Operacao &operacao) { ServicoDocumentos(operacao).ExigeGuardar(); };
+    if (!Opera(false, podeGuardar, recusa)) {
+        return false;
+    }
+    recusa = DefeitoDoPdf(
+        QByteArray::fromRawData(reinterpret_cast<const char *>(bytes.data()), static_cast<qsizetype>(bytes.size())));
+    if (!recusa.empty()) {
+        return false;
+    }
     double guardado = 0;
     const bool feita = Opera(
         true, [&](Operacao &operacao) { guardado = ServicoDocumentos(operacao).Guarda(bytes); }, recusa);

@@ -31,6 +31,7 @@ class SessaoDeReplica : public SessaoServico {
     {
         return false;
     }
+    void PerguntaMotivo(PerguntaDeMotivo) override {}
     bool GuardaDocumento(const Bytes &, double &, std::string &) override { return false; }
     bool LeDocumento(double, Bytes &, std::string &) override { return false; }
     std::vector<ClienteCadastrado> Clientes() override { return Cadastrados; }

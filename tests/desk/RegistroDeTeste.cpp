@@ -1,5 +1,9 @@
 #include "tests/desk/RegistroDeTeste.h"
 
+#include "desk/services/Banco.h"
+#include "desk/services/DialetoSQLite.h"
+#include "desk/services/Historico.h"
+
 #include "desk/services/LayoutED.h"
 #include "desk/services/LogradouroED.h"
 
@@ -135,6 +139,12 @@ void RegistroDeTeste::DesativaLayout(const std::string &nome)
     Exigido(Pede(Sessao("marta"), "alteraLayout", layout, "AdministracaoRN"));
 }
 
+void RegistroDeTeste::Historia(const std::string &tabela, std::int64_t chave)
+{
+    Banco banco(std::make_unique<DialetoSQLite>(), Caminho(), Relogio);
+    banco.Escreve([&] { Historico(banco).Registra(Relogio, 0, {"EQUIPAMENTO", 1, 1, tabela, chave, "migra"}); });
+}
+
 std::string RegistroDeTeste::Sql(const std::string &comando)
 {
     const auto linhas = LinhasSql(Caminho(), comando);
@@ -244,6 +254,12 @@ Ref<AfericaoED> AfericaoDe(const std::string &numero, Data de, Data ate, double 
     return a;
 }
 
+Ref<EquiptoED> DoTipo(const Ref<EquiptoED> &equipto, const std::string &tipo, std::uint8_t medidor)
+{
+    return Com(Com(equipto, &EquiptoED::TipoEquip, tipo, &EquiptoED::TipoAgente, medidor), &EquiptoED::TemLimiteDif,
+               std::uint8_t{2});
+}
+
 Ref<EquiptoED> Poe(const Ref<EquiptoED> &equipto, const Ref<SensorED> &sensor)
 {
     return Poe(equipto, &EquiptoED::Sensores, sensor);
@@ -271,9 +287,26 @@ Retorno Exigido(const Retorno &retorno)
     return retorno;
 }
 
+Ref<EquiptoED> Documenta(const Ref<SessaoServico> &sessao, const Ref<EquiptoED> &equipto)
+{
+    double documento = 0;
+    const ListaDe<SensorED> &sensores = equipto->Sensores;
+    for (std::int32_t s = 1; !sensores.Nada() && s <= sensores->Count(); ++s) {
+        const ListaDe<AfericaoED> &afericoes = sensores->Item(s)->Afericoes;
+        for (std::int32_t a = 1; !afericoes.Nada() && a <= afericoes->Count(); ++a) {
+            AfericaoED &afericao = *afericoes->Item(a);
+            if (afericao.NroIntAfericao.Valor() == 0 && afericao.NroIntImgCertif.Valor() == 0) {
+                documento = documento == 0 ? GuardaPdf(sessao, "certificado") : documento;
+                afericao.NroIntImgCertif = documento;
+            }
+        }
+    }
+    return equipto;
+}
+
 std::int32_t Inclui(const Ref<SessaoServico> &sessao, const Ref<EquiptoED> &equipto)
 {
-    return Exigido(Pede(sessao, "inclui", equipto)).Como<EquiptoED>()->NroIntEquip;
+    return Exigido(Pede(sessao, "inclui", Documenta(sessao, equipto))).Como<EquiptoED>()->NroIntEquip;
 }
 
 std::int32_t IncluiComSensores(const Ref<SessaoServico> &sessao,
@@ -298,7 +331,16 @@ Ref<EquiptoED> Abre(const Ref<SessaoServico> &sessao, std::int32_t nroIntEquip)
 Bytes Pdf(const std::string &marca, std::size_t tamanho)
 {
     std::string texto = "%PDF-1.4\n% " + marca + "\n";
-    const std::string fim = "\nstartxref\n0\n%%EOF\n";
+    std::string tabela = "0000000000 65535 f \n";
+    int objetos = 0;
+    for (const char *objeto : {"<< /Type /Catalog /Pages 2 0 R >>", "<< /Type /Pages /Kids [3 0 R] /Count 1 >>",
+                               "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 72 72] >>"}) {
+        const std::string onde = std::to_string(texto.size());
+        tabela += std::string(10 - onde.size(), '0') + onde + " 00000 n \n";
+        texto += std::to_string(++objetos) + " 0 obj\n" + objeto + "\nendobj\n";
+    }
+    const std::string fim = "\nstartxref\n" + std::to_string(texto.size()) + "\n%%EOF\n";
+    texto += "xref\n0 4\n" + tabela + "trailer\n<< /Size 4 /Root 1 0 R >>\n% ";
     if (tamanho > texto.size() + fim.size()) {
         texto.append(tamanho - texto.size() - fim.size(), 'x');
     }

@@ -68,6 +68,9 @@ class RegistroDeTeste {
     Data Relogio;
     void PassaSegundos(std::int32_t n);
 
+    // Writes a row that was changed straight in the file down in the history, as a migration does.
+    void Historia(const std::string &tabela, std::int64_t chave);
+
     // The first row, or nothing.
     std::string Sql(const std::string &comando);
 
@@ -98,6 +101,8 @@ Ref<R> Com(const Ref<R> &registro, Campo<T> R::*membro, const std::type_identity
 Ref<EquiptoED> EquipamentoDe(const std::string &codigo);
 Ref<SensorED> SensorDe(std::int16_t numero);
 Ref<AfericaoED> AfericaoDe(const std::string &numero, Data de, Data ate, double documento = 0);
+// The equipment as one of another type, with no limits and the meter of that type.
+Ref<EquiptoED> DoTipo(const Ref<EquiptoED> &equipto, const std::string &tipo, std::uint8_t medidor = 1);
 // Records of which only the internal number is written.
 inline constexpr auto SoNumero = [](std::int32_t n) { return Com(Novo<EquiptoED>(), &EquiptoED::NroIntEquip, n); };
 inline constexpr auto SoSensor = [](std::int32_t n) { return Com(Novo<SensorED>(), &SensorED::NroIntSensor, n); };
@@ -114,7 +119,9 @@ Ref<SensorED> Poe(const Ref<SensorED> &sensor, const Ref<AfericaoED> &afericao);
 // The limits as "alteraListaLimitesDif" takes them.
 Ref<EquiptoED> ListaDeLimites(const std::vector<Ref<LimiteDifED>> &limites);
 
-// Sends it with "inclui"; its number. Any refusal fails the test.
+// Stores one document for those of the new calibrations that have none; gives what it was given.
+Ref<EquiptoED> Documenta(const Ref<mesa::SessaoServico> &sessao, const Ref<EquiptoED> &equipto);
+// Sends it with "inclui", and its calibrations with a document; its number. Any refusal fails the test.
 std::int32_t Inclui(const Ref<mesa::SessaoServico> &sessao, const Ref<EquiptoED> &equipto);
 // The same of the equipment R-001, with one sensor for each list of calibrations.
 std::int32_t IncluiComSensores(const Ref<mesa::SessaoServico> &sessao,
@@ -124,6 +131,7 @@ Ref<EquiptoED> Abre(const Ref<mesa::SessaoServico> &sessao, std::int32_t nroIntE
 // What was done; any refusal fails the test.
 Retorno Exigido(const Retorno &retorno);
 
-// A small document that passes for PDF; `marca` makes it one of its own.
+// A PDF of one empty page, of that many bytes when it would be smaller; `marca` stands in it and makes it one of its
+// own.
 Bytes Pdf(const std::string &marca, std::size_t tamanho = 0);
 double GuardaPdf(const Ref<mesa::SessaoServico> &sessao, const std::string &marca, std::size_t tamanho = 0);

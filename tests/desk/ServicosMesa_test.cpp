@@ -124,7 +124,7 @@ TEST_F(ServicosMesaTeste, EnviaDocumento_OfWhatIsNoPDF_IsRefusedWithWords)
     EXPECT_EQ(numero, 0);
     EXPECT_EQ(
         mesa.Janelas->Avisos,
-        (Textos{"Registro de Equipamentos: O documento não é um PDF completo: confira o arquivo e envie de novo.",
+        (Textos{"Registro de Equipamentos: O documento não é um PDF: confira o arquivo e envie de novo.",
                 "Registro de Equipamentos: O arquivo '" + mesa.NoModulo("falta.pdf") + "' não pôde ser aberto."}));
 }
 

@@ -382,7 +382,7 @@ TEST_F(TecladoTeste, Viewer_OfACertificate_ByKeys)
 TEST_F(TecladoTeste, QueryOfAnotherModule_ByKeys)
 {
     const Ref<SessaoServico> ana = registro.Sessao("ana");
-    const auto agente = Com(EquipamentoDe("B1"), &EquiptoED::TipoAgente, 2, &EquiptoED::TipoEquip, "A");
+    const auto agente = DoTipo(EquipamentoDe("B1"), "A", 2);
     Inclui(ana, Poe(Com(agente, &EquiptoED::ArquivoLayout, ""), ComAfericao(ana, "222")));
     const QString afericao = Q(registro.Sql("SELECT NroIntAfericao FROM AFERICAO WHERE Numero = '222'"));
     Trabalha([&](Teclado &t) {
@@ -395,8 +395,8 @@ TEST_F(TecladoTeste, QueryOfAnotherModule_ByKeys)
         t.Alt('O').EsperaJanela("ConsultaAutuacao").EsperaTexto("resultado", "Equipamento selecionado.");
         t.EsperaTexto("resposta7", "10/01/2026");
         t.TabAte("codOat").Escreve(afericao);
-        t.Alt('I').EsperaCaixa("não é um documento PDF que possa ser aberto.");
-        t.Tecla(Qt::Key_Return).EsperaTexto("resultado", "O certificado não foi aberto.");
+        t.Alt('I').EsperaJanela("VisorPDF");
+        t.Tecla(Qt::Key_Escape).EsperaTexto("resultado", "Certificado aberto.");
     });
 }
 

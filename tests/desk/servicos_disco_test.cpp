@@ -19,6 +19,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 using namespace mesa;
 
@@ -84,20 +85,27 @@ class ServicosDisco : public ServicosTeste {
 
 TEST_F(ServicosDisco, inclui_AtEveryWrite)
 {
+    std::vector<double> documentos; // one for each equipment
+    for (int n = 0; n < 200; ++n) {
+        documentos.push_back(GuardaPdf(m_Ana, "x"));
+    }
     Varre(21, "SessaoServico.Executa", [&] {
-        const auto sensor = Poe(SensorDe(1), AfericaoDe("1", DataDe(1, 1, 2026), DataDe(30, 6, 2026)));
-        Poe(sensor, AfericaoDe("2", DataDe(1, 7, 2026), DataDe(31, 12, 2026)));
-        Faz(m_Ana, "inclui", Poe(EquipamentoDe("R-" + Marca()), sensor));
+        const std::string codigo = "R-" + Marca();
+        const double documento = documentos.at(static_cast<std::size_t>(m_Marca));
+        const auto sensor = Poe(SensorDe(1), AfericaoDe("1", DataDe(1, 1, 2026), DataDe(30, 6, 2026), documento));
+        Poe(sensor, AfericaoDe("2", DataDe(1, 7, 2026), DataDe(31, 12, 2026), documento));
+        Faz(m_Ana, "inclui", Poe(EquipamentoDe(codigo), sensor));
     });
 }
 
 TEST_F(ServicosDisco, altera_AtEveryWrite_IsStillMineToRepeat)
 {
     const std::int32_t numero = Inclui(m_Ana, EquipamentoDe("R-1"));
+    const double documento = GuardaPdf(m_Ana, "x");
     Varre(11, "SessaoServico.Executa", [&] {
         const auto e = Com(SoNumero(numero), &EquiptoED::Descricao, Marca());
-        Poe(e, Poe(SensorDe(static_cast<std::int16_t>(m_Marca)),
-                   AfericaoDe("1", DataDe(1, 1, 2026), DataDe(30, 6, 2026))));
+        const auto sensor = SensorDe(static_cast<std::int16_t>(std::stoi(Linhas("SENSOR")) + 1));
+        Poe(e, Poe(sensor, AfericaoDe("1", DataDe(1, 1, 2026), DataDe(30, 6, 2026), documento)));
         Faz(m_Ana, "altera", e);
     });
 }

@@ -160,7 +160,8 @@ TEST_F(ServicosLayouts, Equipment_OfADeactivatedLayout_KeepsItAndNoOtherTakesIt)
     doOutro->ArquivoLayout = "NOVO";
     EXPECT_EQ(Pede(m_Ana, "altera", doOutro).Recusa, recusa);
     EXPECT_EQ(IncluiCom("QUALQUER", "R-4").Recusa, "Não existe o layout \"QUALQUER\".");
-    EXPECT_TRUE(IncluiCom("", "R-5").Feita);
+    EXPECT_EQ(IncluiCom("", "R-5").Recusa,
+              "O campo \"layout dos arquivos\" precisa ser informado para o tipo de equipamento \"P\".");
     EXPECT_TRUE(IncluiCom("NENHUM", "R-6").Feita);
 }
 

@@ -32,13 +32,13 @@ void Grava(const Ref<SessaoServico> &sessao, int primeiro)
         const auto de = Com(EquipamentoDe("K" + marca), &EquiptoED::Descricao, "novo");
         const auto sensor = Poe(SensorDe(1), AfericaoDe(marca, DataDe(1, 1, 2026), DataDe(1, 3, 2026)));
         Poe(de, Poe(sensor, AfericaoDe(marca, DataDe(2, 3, 2026), DataDe(1, 6, 2026))));
-        const auto gravado = Exigido(Pede(sessao, "inclui", de)).Como<EquiptoED>();
+        const auto gravado = Exigido(Pede(sessao, "inclui", Documenta(sessao, de))).Como<EquiptoED>();
         Diz("I " + marca);
 
         const auto nova = AfericaoDe(marca, DataDe(2, 6, 2026), DataDe(1, 9, 2026));
         const auto mudado = Poe(SoSensor(gravado->Sensores.Valor()->Item(1)->NroIntSensor), nova);
-        Exigido(Pede(sessao, "altera",
-                     Poe(Com(SoNumero(gravado->NroIntEquip), &EquiptoED::Descricao, "alterado"), mudado)));
+        const auto alterado = Poe(Com(SoNumero(gravado->NroIntEquip), &EquiptoED::Descricao, "alterado"), mudado);
+        Exigido(Pede(sessao, "altera", Documenta(sessao, alterado)));
         Diz("A " + marca);
 
         const double numero = GuardaPdf(sessao, "doc " + marca, sorteio() % 60000);
