@@ -147,10 +147,17 @@ std::string SessaoSql::RecusaDaEntrada() const
     return "";
 }
 
+void SessaoSql::ExigeEscrita() const
+{
+    if (!m_Banco->SomenteLeitura().empty()) {
+        throw Recusa(m_Banco->SomenteLeitura() + " Nada foi gravado.");
+    }
+}
+
 void SessaoSql::Roda(bool escreve, const Trabalho &trabalho, const std::string &motivo)
 {
-    if (escreve && !m_Banco->SomenteLeitura().empty()) {
-        throw Recusa(m_Banco->SomenteLeitura() + " Nada foi gravado.");
+    if (escreve) {
+        ExigeEscrita();
     }
     const Instante agora = m_Agora();
     const auto roda = [&] {
@@ -216,9 +223,7 @@ try {
 bool SessaoSql::TrocaMinhaSenha(const Ref<Objeto> &pedido, std::string &recusa)
 try {
     const auto &troca = ComoPedido<TrocaSenhaED>(pedido);
-    if (!m_Banco->SomenteLeitura().empty()) {
-        throw Recusa(m_Banco->SomenteLeitura() + " Nada foi gravado.");
-    }
+    ExigeEscrita();
     return m_Portaria->TrocaSenha(m_Entrada, troca.Atual, troca.Nova, m_Agora(), recusa);
 } catch (const Recusa &motivo) {
     recusa = motivo.what();

@@ -47,6 +47,8 @@ class SessaoSql : public SessaoServico {
 
     // Why the sign-in no longer stands: the password has to be changed, or the user was moved; empty while it does.
     std::string RecusaDaEntrada() const;
+    // Refuses where nothing can be written.
+    void ExigeEscrita() const;
     bool TrocaMinhaSenha(const Ref<Objeto> &pedido, std::string &recusa);
 
     std::shared_ptr<Banco> m_Banco;
