@@ -7,6 +7,7 @@
 #include "host/Falha.h"
 #include "host/Texto.h"
 
+#include <QLockFile>
 #include <QSqlDatabase>
 #include <QSqlDriver>
 #include <QSqlError>
@@ -248,8 +249,9 @@ const std::vector<Municipio> &Municipios()
     return municipios;
 }
 
-BancoLocalMesa::BancoLocalMesa(std::filesystem::path arquivo) : m_Arquivo(std::move(arquivo))
+BancoLocalMesa::BancoLocalMesa(const std::filesystem::path &diretorio)
 {
+    TomaArquivo(diretorio);
     const ConexaoLocal conexao(m_Arquivo, /*somenteLeitura=*/false);
     conexao.Executa("PRAGMA journal_mode = WAL");
     TransacaoLocal transacao(conexao);
@@ -265,6 +267,23 @@ BancoLocalMesa::BancoLocalMesa(std::filesystem::path arquivo) : m_Arquivo(std::m
                         {municipio.Codigo, Q(municipio.Nome), municipio.CodReceita});
     }
     transacao.Confirma();
+}
+
+BancoLocalMesa::~BancoLocalMesa() = default;
+
+// Each desk renews the whole copy for whoever signed in there: two on one file would read each other's. The lock of a
+// desk that ended without leaving is taken over.
+void BancoLocalMesa::TomaArquivo(const std::filesystem::path &diretorio)
+{
+    for (int numero = 1;; ++numero) {
+        m_Arquivo = diretorio / (numero == 1 ? "local.db" : "local-" + CStr(numero) + ".db");
+        m_Tranca = std::make_unique<QLockFile>(QString::fromStdString(m_Arquivo.string()) + ".em-uso");
+        m_Tranca->setStaleLockTime(0);
+        // Where no lock can be made, opening the file says why.
+        if (m_Tranca->tryLock(0) || m_Tranca->error() != QLockFile::LockFailedError) {
+            return;
+        }
+    }
 }
 
 Ref<IMDB> BancoLocalMesa::Abre()

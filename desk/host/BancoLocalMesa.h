@@ -5,8 +5,11 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <vector>
+
+class QLockFile;
 
 namespace mesa {
 
@@ -24,9 +27,10 @@ const std::vector<Municipio> &Municipios();
 // this class writes to it.
 class BancoLocalMesa : public Objeto {
   public:
-    // Opens the file, and creates it with its municipalities when it is missing. A file that cannot be opened is a
-    // Falha.
-    explicit BancoLocalMesa(std::filesystem::path arquivo);
+    // Opens a file of the directory that no other desk is using, "local.db" or the next number, and creates it with its
+    // municipalities when it is missing. One that cannot be opened is a Falha.
+    explicit BancoLocalMesa(const std::filesystem::path &diretorio);
+    ~BancoLocalMesa() override;
     std::string_view NomeTipo() const override { return "BancoLocalMesa"; }
 
     // A read-only connection for the module.
@@ -37,7 +41,10 @@ class BancoLocalMesa : public Objeto {
     Data DataDaReplica() const { return m_DataDaReplica; }
 
   private:
+    void TomaArquivo(const std::filesystem::path &diretorio);
+
     std::filesystem::path m_Arquivo;
+    std::unique_ptr<QLockFile> m_Tranca; // held for as long as the file is ours
     Data m_DataDaReplica;
 };
 
