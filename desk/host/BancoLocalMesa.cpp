@@ -9,6 +9,7 @@
 #include "host/Texto.h"
 
 #include <QCryptographicHash>
+#include <QLockFile>
 #include <QSqlDatabase>
 #include <QSqlDriver>
 #include <QSqlError>
@@ -293,8 +294,9 @@ void RenovaMunicipios(const ConexaoLocal &conexao)
 
 } // namespace
 
-BancoLocalMesa::BancoLocalMesa(std::filesystem::path arquivo) : m_Arquivo(std::move(arquivo))
+BancoLocalMesa::BancoLocalMesa(const std::filesystem::path &diretorio)
 {
+    TomaArquivo(diretorio);
     CriaArquivoPrivado(m_Arquivo);
     FazArquivoPrivado(m_Arquivo);
     const ConexaoLocal conexao(m_Arquivo, /*somenteLeitura=*/false);
@@ -308,6 +310,23 @@ BancoLocalMesa::BancoLocalMesa(std::filesystem::path arquivo) : m_Arquivo(std::m
     conexao.Executa("CREATE INDEX IF NOT EXISTS VOREQUIPTO_Codigo ON VOREQUIPTO (ClienteInc, UCASE(Codigo))");
     RenovaMunicipios(conexao);
     transacao.Confirma();
+}
+
+BancoLocalMesa::~BancoLocalMesa() = default;
+
+// Each desk renews the whole copy for whoever signed in there: two on one file would read each other's. The lock of a
+// desk that ended without leaving is taken over.
+void BancoLocalMesa::TomaArquivo(const std::filesystem::path &diretorio)
+{
+    for (int numero = 1;; ++numero) {
+        m_Arquivo = diretorio / (numero == 1 ? "local.db" : "local-" + CStr(numero) + ".db");
+        m_Tranca = std::make_unique<QLockFile>(QString::fromStdString(m_Arquivo.string()) + ".em-uso");
+        m_Tranca->setStaleLockTime(0);
+        // Where no lock can be made, opening the file says why.
+        if (m_Tranca->tryLock(0) || m_Tranca->error() != QLockFile::LockFailedError) {
+            return;
+        }
+    }
 }
 
 Ref<IMDB> BancoLocalMesa::Abre()

@@ -5,8 +5,11 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <vector>
+
+class QLockFile;
 
 namespace mesa {
 
@@ -14,9 +17,10 @@ namespace mesa {
 // it through Abre; only this class writes to it.
 class BancoLocalMesa : public Objeto {
   public:
-    // Opens the file, and creates it when it is missing. Its municipalities are written when they are not these. A file
-    // that cannot be opened is a Falha.
-    explicit BancoLocalMesa(std::filesystem::path arquivo);
+    // Opens a file of the directory that no other desk is using, "local.db" or the next number, and creates it when it
+    // is missing. Its municipalities are written when they are not these. One that cannot be opened is a Falha.
+    explicit BancoLocalMesa(const std::filesystem::path &diretorio);
+    ~BancoLocalMesa() override;
     std::string_view NomeTipo() const override { return "BancoLocalMesa"; }
 
     // A read-only connection for the module. The module names one state in what it asks of the municipalities; here it
@@ -28,7 +32,10 @@ class BancoLocalMesa : public Objeto {
     Data DataDaReplica() const { return m_DataDaReplica; }
 
   private:
+    void TomaArquivo(const std::filesystem::path &diretorio);
+
     std::filesystem::path m_Arquivo;
+    std::unique_ptr<QLockFile> m_Tranca; // held for as long as the file is ours
     Data m_DataDaReplica;
     std::string m_Estado; // what the module's state means, as a condition; empty before the first replica
 };

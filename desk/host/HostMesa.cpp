@@ -29,7 +29,7 @@ HostMesa::HostMesa(Ref<IJanelas> janelas, std::filesystem::path diretorio, std::
     FormMDI = Novo<FormMDIMesa>();
     ActBar = Novo<ActBarMesa>();
     cGlobal = Novo<GlobalMesa>();
-    BancoLocal = Novo<BancoLocalMesa>(m_Diretorio / "local.db");
+    BancoLocal = Novo<BancoLocalMesa>(m_Diretorio);
     Logradouros = Novo<LogradourosMesa>(SessaoAtual());
     ObjInterface =
         Novo<InterfaceMesa>(m_Janelas, [this]() -> Ref<ITrataBD> { return m_objMTM->CreateQMR()->CreateNewTrataBD(); });

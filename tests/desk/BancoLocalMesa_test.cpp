@@ -5,7 +5,12 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <algorithm>
+#include <filesystem>
+#include <fstream>
 #include <stdexcept>
 
 using namespace mesa;
@@ -61,6 +66,12 @@ class BancoLocalMesaTeste : public testing::Test {
             valores.push_back(cursor->Fields(coluna)->Value().Texto());
         }
         return valores;
+    }
+    // A directory of its own.
+    std::filesystem::path Pasta(const std::string &nome)
+    {
+        std::filesystem::create_directories(mesa.Diretorio() / nome);
+        return mesa.Diretorio() / nome;
     }
     void Replica(const std::vector<LinhaReplica> &linhas, bool falha = false)
     {
@@ -197,9 +208,54 @@ TEST_F(BancoLocalMesaTeste, AtualizaReplica_ThatFailsInTheMiddle_LeavesTheOldOne
 
 TEST_F(BancoLocalMesaTeste, Arquivo_ThatIsNoDatabase_IsAFault)
 {
-    const std::filesystem::path arquivo = mesa.Diretorio() / "outro.db";
-    mesa.Host->Plataforma()->GravaArquivo(mesa.NoModulo("outro.db"), Bytes(4096, 'x'));
-    EXPECT_THROW(BancoLocalMesa{arquivo}, Falha);
+    const std::filesystem::path pasta = Pasta("estranho");
+    std::ofstream(pasta / "local.db") << std::string(4096, 'x');
+    EXPECT_THROW(BancoLocalMesa{pasta}, Falha);
+}
+
+TEST_F(BancoLocalMesaTeste, Arquivo_OfTwoDesksOnOneDirectory_IsEachItsOwn)
+{
+    const std::filesystem::path pasta = Pasta("dois");
+    const auto renova = [](const Ref<BancoLocalMesa> &banco, const std::string &codigo) {
+        SessaoDeReplica sessao;
+        sessao.Linhas = {{1, "Autoridade Municipal de Trânsito", codigo, "P", 1}};
+        banco->AtualizaReplica(sessao);
+    };
+    const auto codigo = [](const Ref<BancoLocalMesa> &banco) {
+        return banco->Abre()
+            ->OpenRecordset("SELECT Codigo FROM VOREQUIPTO", InstantaneoSomenteLeitura, Valor(), Valor())
+            ->Fields("Codigo")
+            ->Value()
+            .Texto();
+    };
+    auto um = Novo<BancoLocalMesa>(pasta);
+    const auto dois = Novo<BancoLocalMesa>(pasta);
+    renova(um, "DE UM");
+    renova(dois, "DE DOIS");
+    EXPECT_EQ(codigo(um), "DE UM");
+    EXPECT_EQ(codigo(dois), "DE DOIS");
+    EXPECT_TRUE(std::filesystem::exists(pasta / "local.db"));
+    EXPECT_TRUE(std::filesystem::exists(pasta / "local-2.db"));
+
+    um = nullptr;
+    const auto tres = Novo<BancoLocalMesa>(pasta); // the file that is free again
+    EXPECT_EQ(codigo(tres), "DE UM");
+    EXPECT_FALSE(std::filesystem::exists(pasta / "local-3.db"));
+}
+
+TEST_F(BancoLocalMesaTeste, Arquivo_OfADeskThatDied_IsTakenOver)
+{
+    const std::filesystem::path pasta = Pasta("morto");
+    const pid_t outro = fork();
+    if (outro == 0) {
+        const BancoLocalMesa banco(pasta);
+        _exit(std::filesystem::exists(pasta / "local.db") ? 0 : 1); // without leaving
+    }
+    int fim = -1;
+    ASSERT_EQ(waitpid(outro, &fim, 0), outro);
+    ASSERT_EQ(fim, 0);
+    const BancoLocalMesa banco(pasta);
+    EXPECT_FALSE(std::filesystem::exists(pasta / "local-2.db"));
 }
 
 } // namespace
