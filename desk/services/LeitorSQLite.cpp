@@ -81,7 +81,8 @@ LeitorSQLite::LeitorSQLite(const std::string &arquivo, bool parado) : m_Aberto(n
         return sqlite3_exec(m_Aberto.get(), "BEGIN; SELECT 1 FROM sqlite_master LIMIT 1", nullptr, nullptr, nullptr);
     };
     int codigo = comeca();
-    if (codigo == SQLITE_CANTOPEN && !parado && !QFileInfo::exists(Q(arquivo + "-wal"))) {
+    if ((codigo == SQLITE_CANTOPEN || codigo == SQLITE_READONLY) && !parado &&
+        !QFileInfo::exists(Q(arquivo + "-wal"))) {
         // On a medium where nothing can be written the log, which is not there, cannot be made either.
         m_Aberto = Abre(NomeDoArquivo(lugar, "?immutable=1"));
         codigo = comeca();

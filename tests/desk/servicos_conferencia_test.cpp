@@ -4,6 +4,7 @@
 #include "desk/services/Esquema.h"
 #include "desk/services/Servicos.h"
 #include "tests/desk/RegistroPovoado.h"
+#include "tests/desk/SemPrivilegio.h"
 
 #include <QFile>
 
@@ -11,6 +12,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <map>
@@ -564,6 +566,23 @@ TEST_F(ServicosConferencia, Check_LeavesTheFileAsItWas)
     EXPECT_EQ(achados, Frases{});
     EXPECT_EQ(Le(m_Registro.Caminho()), antes);
     EXPECT_EQ(Conferidor::Achados("/nao/ha"), (Frases{"O registro não foi encontrado em /nao/ha."}));
+}
+
+// Where nothing can be written there is no log beside the file, and none can be made.
+TEST_F(ServicosConferencia, RegistryInADirectoryThatTakesNothing_IsLookedThrough)
+{
+    const std::filesystem::path pasta = std::filesystem::path(m_Registro.Caminho()).parent_path();
+    std::filesystem::permissions(m_Registro.Caminho(), std::filesystem::perms(0444));
+    std::filesystem::permissions(pasta, std::filesystem::perms(0555));
+    ResultadoDaConferencia resultado;
+    {
+        const SemPrivilegio sem;
+        resultado = Confere();
+    }
+    std::filesystem::permissions(pasta, std::filesystem::perms(0755));
+    EXPECT_EQ(resultado.Frase, Inteiro() + SemCabeca);
+    EXPECT_EQ(resultado.Como, Desfecho::Inteira);
+    EXPECT_FALSE(std::filesystem::exists(m_Registro.Caminho() + "-wal"));
 }
 
 TEST_F(ServicosConferencia, RegistryOfVersion1Migrated_IsWholeButForWhatWasChangedBefore)
