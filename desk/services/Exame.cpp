@@ -414,7 +414,7 @@ void Exame::ConfereFimDaCorrente(std::int64_t quantas)
     }
     Tenta(0.8, "o fim da corrente do histórico", [&] {
         const std::int64_t fim = m_Leitor.Unico("SELECT MAX(Nro) FROM HISTORICO").toLongLong();
-        const std::int64_t contadas = m_Leitor.Unico("SELECT COUNT(*) FROM HISTORICO").toLongLong();
+        const std::int64_t contadas = m_Leitor.Unico("SELECT SUM(1) FROM HISTORICO").toLongLong();
         if (contadas != fim) {
             Acha("O histórico vai até a entrada " + CStr(fim) + " e tem " + Contados(contadas, "entrada", "entradas") +
                  ".");

@@ -73,22 +73,23 @@ LeitorSQLite::LeitorSQLite(const std::string &arquivo, bool parado) : m_Aberto(n
     if (!m_Aberto) {
         throw ErroDeLeitura("sem memória", false);
     }
-    Desconfia(m_Aberto.get());
+    m_MaisPassos = PassosDeQualquerArquivo + PassosPorOcteto * lugar.size();
+    // Nothing is counted by COUNT(*) over a whole table, which goes through its pages without being asked.
     const auto comeca = [&] {
-        return sqlite3_exec(m_Aberto.get(), "BEGIN; SELECT COUNT(*) FROM sqlite_master", nullptr, nullptr, nullptr);
+        Desconfia(m_Aberto.get());
+        sqlite3_progress_handler(m_Aberto.get(), PassosEntrePerguntas, AoPassar, this);
+        return sqlite3_exec(m_Aberto.get(), "BEGIN; SELECT 1 FROM sqlite_master LIMIT 1", nullptr, nullptr, nullptr);
     };
     int codigo = comeca();
-    if (codigo == SQLITE_CANTOPEN && !parado && !QFileInfo::exists(Q(arquivo + "-wal"))) {
+    if ((codigo == SQLITE_CANTOPEN || codigo == SQLITE_READONLY) && !parado &&
+        !QFileInfo::exists(Q(arquivo + "-wal"))) {
         // On a medium where nothing can be written the log, which is not there, cannot be made either.
         m_Aberto = Abre(NomeDoArquivo(lugar, "?immutable=1"));
-        Desconfia(m_Aberto.get());
         codigo = comeca();
     }
     if (codigo != SQLITE_OK) {
-        throw ErroDeLeitura(sqlite3_errmsg(m_Aberto.get()), EhDano(codigo));
+        throw ErroDeLeitura(sqlite3_errmsg(m_Aberto.get()), EhDano(codigo) || codigo == SQLITE_INTERRUPT);
     }
-    m_MaisPassos = PassosDeQualquerArquivo + PassosPorOcteto * lugar.size();
-    sqlite3_progress_handler(m_Aberto.get(), PassosEntrePerguntas, AoPassar, this);
 }
 
 LeitorSQLite::~LeitorSQLite() = default;

@@ -4,6 +4,7 @@
 #include "desk/services/Esquema.h"
 #include "desk/services/Servicos.h"
 #include "tests/desk/RegistroPovoado.h"
+#include "tests/desk/SemPrivilegio.h"
 
 #include <QFile>
 
@@ -11,6 +12,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <map>
@@ -566,6 +568,23 @@ TEST_F(ServicosConferencia, Check_LeavesTheFileAsItWas)
     EXPECT_EQ(Conferidor::Achados("/nao/ha"), (Frases{"O registro não foi encontrado em /nao/ha."}));
 }
 
+// Where nothing can be written there is no log beside the file, and none can be made.
+TEST_F(ServicosConferencia, RegistryInADirectoryThatTakesNothing_IsLookedThrough)
+{
+    const std::filesystem::path pasta = std::filesystem::path(m_Registro.Caminho()).parent_path();
+    std::filesystem::permissions(m_Registro.Caminho(), std::filesystem::perms(0444));
+    std::filesystem::permissions(pasta, std::filesystem::perms(0555));
+    ResultadoDaConferencia resultado;
+    {
+        const SemPrivilegio sem;
+        resultado = Confere();
+    }
+    std::filesystem::permissions(pasta, std::filesystem::perms(0755));
+    EXPECT_EQ(resultado.Frase, Inteiro() + SemCabeca);
+    EXPECT_EQ(resultado.Como, Desfecho::Inteira);
+    EXPECT_FALSE(std::filesystem::exists(m_Registro.Caminho() + "-wal"));
+}
+
 TEST_F(ServicosConferencia, RegistryOfVersion1Migrated_IsWholeButForWhatWasChangedBefore)
 {
     const std::string caminho = m_Registro.Caminho() + ".versao1";
@@ -736,6 +755,54 @@ void PoeOcteto(const std::string &caminho, std::size_t lugar, char octeto)
     std::fstream arquivo(caminho, std::ios::in | std::ios::out | std::ios::binary);
     arquivo.seekp(static_cast<std::streamoff>(lugar));
     arquivo.put(octeto);
+}
+
+void PoeNumero(std::string &octetos, std::size_t lugar, std::size_t numero, int quantos)
+{
+    for (int n = quantos - 1; n >= 0; --n, numero >>= 8) {
+        octetos[lugar + static_cast<std::size_t>(n)] = static_cast<char>(numero & 0xff);
+    }
+}
+
+// A tree of ten levels of which each names the next one three hundred times: whoever goes through it never ends.
+TEST_F(ServicosConferencia, PagesThatNameEachOther_AreReadNoMoreThanTheFileCanHold)
+{
+    constexpr std::size_t pagina = 4096;
+    constexpr std::size_t ramos = 300;
+    for (const char *tabela : {"LAYOUT", "HISTORICO", "HISTORICO_Entidade"}) {
+        const RegistroPovoado outro;
+        const std::size_t raiz =
+            std::stoul(outro.Sql("SELECT rootpage FROM sqlite_master WHERE name = '" + std::string(tabela) + "'"));
+        std::string octetos = Le(outro.Caminho());
+        const std::string folha = octetos.substr((raiz - 1) * pagina, pagina);
+        const bool indice = folha[0] == 0x0a || folha[0] == 0x02;
+        const auto ramo = [&](std::size_t seguinte) {
+            std::string nova(pagina, '\0');
+            nova[0] = indice ? 0x02 : 0x05;
+            PoeNumero(nova, 3, ramos, 2);
+            PoeNumero(nova, 5, pagina - ramos * 8, 2);
+            PoeNumero(nova, 8, seguinte, 4);
+            for (std::size_t n = 0; n < ramos; ++n) {
+                const std::size_t celula = pagina - (n + 1) * 8;
+                PoeNumero(nova, 12 + 2 * n, celula, 2);
+                PoeNumero(nova, celula, seguinte, 4);
+                PoeNumero(nova, celula + 4, indice ? 0x03020000 : 0x01000000,
+                          4); // a record of one absent value, or a key
+            }
+            return nova;
+        };
+        std::size_t seguinte = octetos.size() / pagina + 1;
+        octetos.replace((raiz - 1) * pagina, pagina, ramo(seguinte));
+        for (int nivel = 0; nivel < 10; ++nivel) {
+            octetos += ramo(++seguinte);
+        }
+        octetos += folha;
+        PoeNumero(octetos, 28, octetos.size() / pagina, 4);
+        std::ofstream(outro.Caminho(), std::ios::binary | std::ios::trunc) << octetos;
+        const Conferidor conferidor(outro.Caminho(), Conferidor::Lugar::Parado);
+        EXPECT_EQ(conferidor.Confere().Como, Desfecho::ComAchados) << tabela;
+        EXPECT_EQ(conferidor.ConfereRapido().Como, Desfecho::ComAchados) << tabela;
+    }
 }
 
 // One bit in the rows of every table. VIRADAS: how many a table instead of 40; 0 for all there are.
