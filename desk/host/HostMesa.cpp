@@ -5,6 +5,7 @@
 #include "controls/ztEndereco.h"
 #include "desk/host/Logradouros.h"
 #include "desk/host/ServicosMesa.h"
+#include "desk/services/Disco.h"
 
 #include <QFile>
 
@@ -19,7 +20,7 @@ constexpr const char *TituloDeRecusa = "Registro de Equipamentos";
 // The layouts that come with the desk. A file that is already there is left as it is: it may be the user's own.
 void InstalaLayouts(const std::filesystem::path &diretorio)
 {
-    std::filesystem::create_directories(diretorio);
+    FazPastaPrivada(diretorio);
     for (const char *nome : {"PADRAO", "LOMBADA", "PARDAL", "ESTATICO", "AGENTE"}) {
         const std::filesystem::path destino = diretorio / (std::string(nome) + ".LAY");
         if (!std::filesystem::exists(destino)) {
@@ -34,7 +35,7 @@ HostMesa::HostMesa(Ref<IJanelas> janelas, std::filesystem::path diretorio, std::
     : m_Janelas(std::move(janelas)),
       m_Diretorio(std::move(diretorio))
 {
-    std::filesystem::create_directories(m_Diretorio);
+    FazPastaPrivada(m_Diretorio);
     InstalaLayouts(m_Diretorio / "layouts");
     m_Plataforma = Novo<PlataformaMesa>(m_Janelas, m_Diretorio / "modulo", std::move(agora));
     m_Controles = Novo<FabricaControles>();

@@ -2,6 +2,7 @@
 
 #include "controls/PreparaDetalhes.h"
 #include "desk/host/Caminhos.h"
+#include "desk/services/Disco.h"
 #include "desk/services/Referencias.h"
 #include "desk/services/ServicoDocumentos.h"
 #include "host/Conversoes.h"
@@ -198,7 +199,7 @@ bool DadosVorMesa::RecebeDocumento(double nroDocumento, Bytes &bytes, bool)
 
 DiretoriosMesa::DiretoriosMesa(std::filesystem::path temporarios) : m_Temporarios(std::move(temporarios))
 {
-    std::filesystem::create_directories(m_Temporarios);
+    FazPastaPrivada(m_Temporarios);
 }
 
 std::string DiretoriosMesa::ObtemDiretorio(std::int16_t codigo, const std::string &subdiretorio)
