@@ -12,6 +12,9 @@ list(FILTER fontes_mesa EXCLUDE REGEX "/(servicos_[^/]*|RegistroDeTeste|DiscoDeT
 add_executable(teste_mesa ${fontes_mesa})
 target_link_libraries(teste_mesa PRIVATE suporte contrato_host registro_de_teste janelas amostra condutor GTest::gtest)
 target_compile_definitions(teste_mesa PRIVATE PASTA_DOS_RETRATOS="${PROJECT_BINARY_DIR}/retratos")
+set_property(SOURCE ${PROJECT_SOURCE_DIR}/tests/desk/LinhaDeComando_test.cpp
+    PROPERTY COMPILE_DEFINITIONS "PROGRAMA=\"$<TARGET_FILE:registro-de-equipamentos>\"")
+add_dependencies(teste_mesa registro-de-equipamentos)
 gtest_discover_tests(teste_mesa
     DISCOVERY_MODE PRE_TEST
     DISCOVERY_TIMEOUT 60

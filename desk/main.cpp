@@ -1,42 +1,77 @@
+#include "desk/host/Inicio.h"
+#include "desk/host/LinhaDeComando.h"
 #include "desk/host/Relogio.h"
-#include "desk/sample/RegistroDoUsuario.h"
+#include "desk/sample/FazAmostra.h"
 #include "desk/windows/Aparencia.h"
+#include "desk/windows/InicioQt.h"
 #include "desk/windows/Mesa.h"
+#include "host/Falha.h"
 
 #include <QApplication>
-#include <QCommandLineParser>
-#include <QMessageBox>
-#include <QProgressDialog>
-#include <QStandardPaths>
 
 #include <cstdio>
+#include <iostream>
+#include <memory>
 
 namespace mesa {
 
 namespace {
 
-std::filesystem::path DiretorioPadrao()
+Inicio FazInicio(const std::filesystem::path &dados, Preferencias &preferencias)
 {
-    const QString base = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
-    return (base + "/registro-de-equipamentos").toStdString();
+    return Inicio(dados, preferencias, Agora, FazAmostra(Agora), {});
 }
 
-int Trabalha(QApplication &aplicacao, const std::filesystem::path &diretorio, ConteudoInicial conteudo, bool deNovo)
+int Cria(const LinhaDeComando &linha, Preferencias &preferencias)
 {
-    QProgressDialog preparo("Preparando o registro de exemplo...", QString(), 0, 100);
-    preparo.setWindowTitle("Registro de Equipamentos");
-    preparo.setMinimumDuration(300);
-    const Ref<Servicos> servicos = AbreRegistroDoUsuario(diretorio, conteudo, deNovo, Agora, [&](double parte) {
-        preparo.setValue(static_cast<int>(parte * 100));
-        QCoreApplication::processEvents();
-    });
-    preparo.reset();
-    Mesa mesa(servicos, diretorio, [] { return Agora().Local; });
+    RegistroNovo novo = linha.Novo;
+    novo.Senha = LeSenha(std::cin);
+    FazInicio(linha.Dados, preferencias).Cria(novo);
+    std::printf("O registro foi criado em %s.\n", CaminhoDoRegistro(linha.Dados).c_str());
+    return 0;
+}
+
+int Trabalha(const LinhaDeComando &linha, Preferencias &preferencias)
+{
+    InicioQt pessoa;
+    Inicio inicio = FazInicio(linha.Dados, preferencias);
+    const Ref<Servicos> servicos = linha.OQue == LinhaDeComando::Ato::Amostra
+                                       ? inicio.CriaAmostra([&](double parte) { pessoa.Progresso(parte); })
+                                       : inicio.Abre(pessoa);
+    if (!servicos) {
+        return 0;
+    }
+    Mesa mesa(
+        servicos, inicio.Diretorio(), [] { return Agora().Local; }, preferencias);
     mesa.show();
     if (!mesa.PedeEntrada()) {
         return 0;
     }
-    return aplicacao.exec();
+    return QCoreApplication::exec();
+}
+
+int Faz(bool comJanelas)
+{
+    const LinhaDeComando linha = LinhaDeComando::Le(QCoreApplication::arguments());
+    if (linha.OQue == LinhaDeComando::Ato::Ajuda) {
+        std::fputs(LinhaDeComando::Ajuda(), stdout);
+        return 0;
+    }
+    if (!linha.Erro.empty()) {
+        std::fprintf(stderr, "%s\n\n%s", linha.Erro.c_str(), LinhaDeComando::Ajuda());
+        return 2;
+    }
+    try {
+        Preferencias preferencias(Preferencias::ArquivoDoUsuario());
+        return linha.OQue == LinhaDeComando::Ato::Novo ? Cria(linha, preferencias) : Trabalha(linha, preferencias);
+    } catch (...) {
+        const Falha falha = FalhaCorrente();
+        std::fprintf(stderr, "%s\n", falha.Descricao.c_str());
+        if (comJanelas) {
+            InicioQt().Avisa(falha.Descricao);
+        }
+        return 1;
+    }
 }
 
 } // namespace
@@ -47,30 +82,11 @@ int main(int argc, char **argv)
 {
     using namespace mesa;
     QCoreApplication::setApplicationName("registro-de-equipamentos");
+    if (LinhaDeComando::SemJanelas(argc, argv)) {
+        const QCoreApplication aplicacao(argc, argv);
+        return Faz(false);
+    }
     QApplication aplicacao(argc, argv);
     PreparaAparencia(aplicacao);
-
-    QCommandLineParser opcoes;
-    opcoes.setApplicationDescription("Registro de Equipamentos");
-    const QCommandLineOption dados("dados", "Usa outro diretório de dados.", "DIR");
-    const QCommandLineOption novaAmostra("nova-amostra",
-                                         "Começa com um registro de exemplo novo; o anterior é guardado ao lado.");
-    const QCommandLineOption vazio("vazio", "Começa com um registro só com usuários; o anterior é guardado ao lado.");
-    const QCommandLineOption ajuda("help", "Mostra esta ajuda.");
-    opcoes.addOptions({dados, novaAmostra, vazio, ajuda});
-    if (!opcoes.parse(QCoreApplication::arguments()) || opcoes.isSet(ajuda)) {
-        std::puts(opcoes.helpText().toUtf8().constData());
-        return opcoes.isSet(ajuda) ? 0 : 2;
-    }
-    try {
-        const std::filesystem::path diretorio =
-            opcoes.isSet(dados) ? std::filesystem::path(opcoes.value(dados).toStdString()) : DiretorioPadrao();
-        return Trabalha(aplicacao, diretorio, opcoes.isSet(vazio) ? ConteudoInicial::Vazio : ConteudoInicial::Amostra,
-                        opcoes.isSet(vazio) || opcoes.isSet(novaAmostra));
-    } catch (...) {
-        const Falha falha = FalhaCorrente();
-        std::fprintf(stderr, "%s\n", falha.Descricao.c_str());
-        QMessageBox::critical(nullptr, "Registro de Equipamentos", QString::fromStdString(falha.Descricao));
-        return 1;
-    }
+    return Faz(true);
 }

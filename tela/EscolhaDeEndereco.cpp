@@ -11,8 +11,7 @@ namespace {
 
 std::string LinhaDe(const Logradouro &logradouro)
 {
-    return logradouro.Nome + " - " + logradouro.Bairro + " - " + logradouro.Cep.substr(0, 5) + "-" +
-           logradouro.Cep.substr(5);
+    return logradouro.Descricao(0, "") + " - " + Left(logradouro.Cep, 5) + "-" + Mid(logradouro.Cep, 6);
 }
 
 } // namespace
@@ -25,8 +24,13 @@ EscolhaDeEndereco::EscolhaDeEndereco(Ref<ztEndereco> controle, Ref<ILogradouros>
       m_Municipios(m_Logradouros->Municipios()),
       m_CodMunic(m_Memoria->CodMunic)
 {
-    std::ranges::sort(m_Municipios, {}, [](const auto &municipio) { return ChaveOrdem(municipio.Nome); });
     Acompanha();
+}
+
+std::int32_t EscolhaDeEndereco::LugarDoMunicipio() const
+{
+    const auto achado = std::ranges::find(m_Municipios, m_CodMunic, &MunicipioDeEndereco::Codigo);
+    return achado == m_Municipios.end() ? -1 : static_cast<std::int32_t>(achado - m_Municipios.begin());
 }
 
 std::string EscolhaDeEndereco::Atual() const
@@ -76,9 +80,27 @@ void EscolhaDeEndereco::Toma(const Logradouro &logradouro)
 
 void EscolhaDeEndereco::EscolheMunicipio(std::int32_t codMunic)
 {
+    EncerraMunicipio();
     m_CodMunic = codMunic;
     m_Memoria->CodMunic = codMunic;
     Procura();
+}
+
+bool EscolhaDeEndereco::DigitaMunicipio(const std::string &texto)
+{
+    if (!MunicipioEditavel()) {
+        return false;
+    }
+    const std::string digitado = m_MunicipioDigitado + SemAcentoNemCaixa(texto);
+    const auto achado = std::ranges::find_if(m_Municipios, [&](const MunicipioDeEndereco &municipio) {
+        return SemAcentoNemCaixa(municipio.Nome).starts_with(digitado);
+    });
+    if (achado == m_Municipios.end()) {
+        return false;
+    }
+    EscolheMunicipio(achado->Codigo);
+    m_MunicipioDigitado = digitado;
+    return true;
 }
 
 void EscolhaDeEndereco::DigitaVia(const std::string &texto)

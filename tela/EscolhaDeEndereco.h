@@ -27,9 +27,10 @@ class EscolhaDeEndereco {
 
     // What is shown.
 
-    // In order of name.
     const std::vector<MunicipioDeEndereco> &Municipios() const { return m_Municipios; }
     std::int32_t CodMunic() const { return m_CodMunic; } // 0: none chosen
+    // Of the one chosen among them, from 0; -1 for none.
+    std::int32_t LugarDoMunicipio() const;
     const std::string &Via() const { return m_Via; }
     const std::string &Numero() const { return m_Numero; }
     const std::string &Complemento() const { return m_Complemento; }
@@ -48,6 +49,11 @@ class EscolhaDeEndereco {
     // What the person does.
 
     void EscolheMunicipio(std::int32_t codMunic);
+    // Each key goes on from those before: the first municipality whose name starts with all of them is chosen, accents
+    // and case ignored. False for a key with which none starts; it is left out then.
+    bool DigitaMunicipio(const std::string &texto);
+    // The next key begins anew.
+    void EncerraMunicipio() { m_MunicipioDigitado.clear(); }
     void DigitaVia(const std::string &texto);
     // Where the keyboard goes: on to the number, once a street was taken.
     Parte EscolheSugestao(const std::string &sugestao);
@@ -68,8 +74,9 @@ class EscolhaDeEndereco {
     Ref<ztEndereco> m_Controle;
     Ref<ILogradouros> m_Logradouros;
     Ref<MemoriaDeEnderecos> m_Memoria;
-    std::vector<MunicipioDeEndereco> m_Municipios;
+    const std::vector<MunicipioDeEndereco> &m_Municipios;
     std::int32_t m_CodMunic;
+    std::string m_MunicipioDigitado;
     std::string m_Via;
     std::string m_Numero;
     std::string m_Complemento;

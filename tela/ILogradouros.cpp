@@ -9,5 +9,5 @@ std::string Logradouro::Descricao(std::int32_t numero, const std::string &comple
     if (!complemento.empty()) {
         texto += " - " + complemento;
     }
-    return texto + " - " + Bairro;
+    return Bairro.empty() ? texto : texto + " - " + Bairro;
 }

@@ -2,12 +2,13 @@
 
 #include "controls/OrdemPortuguesa.h"
 #include "desk/services/Disco.h"
-#include "desk/services/TabelaDeDados.h"
+#include "desk/services/Referencias.h"
 #include "desk/services/TextoQt.h"
 #include "host/Conversoes.h"
 #include "host/Falha.h"
 #include "host/Texto.h"
 
+#include <QCryptographicHash>
 #include <QSqlDatabase>
 #include <QSqlDriver>
 #include <QSqlError>
@@ -48,6 +49,9 @@ int ComparaNomes(void *, int tamanhoA, const void *a, int tamanhoB, const void *
     return chave(a, tamanhoA).compare(chave(b, tamanhoB));
 }
 
+// How the module names the state in its statements.
+const std::string EstadoDoModulo = "UF_MUNIC = 'RS'";
+
 // One connection, which knows the functions of the database and goes with this object.
 class ConexaoLocal {
   public:
@@ -77,13 +81,24 @@ class ConexaoLocal {
     // Runs a statement. Fault 3075 with the engine's words when it cannot be read or run.
     QSqlQuery Executa(const QString &sql, const QVariantList &valores = {}) const
     {
+        return Roda(sql, valores, [](QSqlQuery &consulta) { return consulta.exec(); });
+    }
+    // Runs a statement once for each row of the columns.
+    void ExecutaParaCada(const QString &sql, const QVariantList &colunas) const
+    {
+        Roda(sql, colunas, [](QSqlQuery &consulta) { return consulta.execBatch(); });
+    }
+
+  private:
+    template <class Execucao> QSqlQuery Roda(const QString &sql, const QVariantList &valores, Execucao execucao) const
+    {
         QSqlQuery consulta(QSqlDatabase::database(m_Nome));
         consulta.setForwardOnly(true);
         bool bom = consulta.prepare(sql);
         for (const QVariant &valor : valores) {
             consulta.addBindValue(valor);
         }
-        bom = bom && consulta.exec();
+        bom = bom && execucao(consulta);
         const int motivo = bom ? SQLITE_OK : consulta.lastError().nativeErrorCode().toInt() & 0xff;
         if (motivo == SQLITE_FULL) {
             throw Falha(NumeroFalha::DiscoCheio, "BancoLocal",
@@ -101,7 +116,6 @@ class ConexaoLocal {
         return consulta;
     }
 
-  private:
     QString m_Nome;
     bool m_SomenteLeitura;
 };
@@ -214,8 +228,9 @@ class CursorDoBanco : public ICursor {
 
 class LeituraDoBanco : public IMDB {
   public:
-    explicit LeituraDoBanco(const std::filesystem::path &arquivo)
+    LeituraDoBanco(const std::filesystem::path &arquivo, const std::string &uf)
         : m_Nome(arquivo.string()),
+          m_Estado(uf.empty() ? EstadoDoModulo : "UF_MUNIC = '" + uf + "'"),
           m_Conexao(arquivo, /*somenteLeitura=*/true)
     {
     }
@@ -224,30 +239,50 @@ class LeituraDoBanco : public IMDB {
     std::string Name() const override { return m_Nome; }
     Ref<ICursor> OpenRecordset(const std::string &sql, std::int16_t, const Valor &, const Valor &) override
     {
-        return Novo<CursorDoBanco>(m_Conexao.Executa(Q(sql)));
+        return Novo<CursorDoBanco>(m_Conexao.Executa(Q(Substitui(sql, EstadoDoModulo, m_Estado))));
     }
 
   private:
     std::string m_Nome;
+    std::string m_Estado;
     ConexaoLocal m_Conexao;
 };
 
-std::vector<Municipio> LeMunicipios()
+// What stands beside the municipalities for knowing them again.
+qlonglong SomaDosMunicipios()
 {
-    std::vector<Municipio> municipios;
-    for (const LinhaDeDados &linha : LeTabelaDeDados("municipios.tsv")) {
-        municipios.push_back({CLng(linha.at(0)), linha.at(1), CLng(linha.at(2))});
+    QCryptographicHash soma(QCryptographicHash::Sha256);
+    for (const Municipio &municipio : Referencias::Tabelas().Municipios()) {
+        soma.addData(QByteArray::fromStdString(CStr(municipio.Codigo) + "\t" + municipio.Nome + "\t" + municipio.UF +
+                                               "\t" + CStr(municipio.CodReceita) + "\n"));
     }
-    return municipios;
+    return soma.result().left(3).toHex().toLongLong(nullptr, 16);
+}
+
+void RenovaMunicipios(const ConexaoLocal &conexao)
+{
+    const qlonglong soma = SomaDosMunicipios();
+    QSqlQuery guardada = conexao.Executa("PRAGMA user_version");
+    if (guardada.next() && guardada.value(0).toLongLong() == soma) {
+        return;
+    }
+    guardada.finish();
+    QVariantList codigos;
+    QVariantList nomes;
+    QVariantList estados;
+    QVariantList codigosDaReceita;
+    for (const Municipio &municipio : Referencias::Tabelas().Municipios()) {
+        codigos << municipio.Codigo;
+        nomes << Q(municipio.Nome);
+        estados << Q(municipio.UF);
+        codigosDaReceita << municipio.CodReceita;
+    }
+    conexao.Executa("DELETE FROM Municipio");
+    conexao.ExecutaParaCada("INSERT INTO Municipio VALUES (?, ?, ?, ?)", {codigos, nomes, estados, codigosDaReceita});
+    conexao.Executa(QString("PRAGMA user_version = %1").arg(soma));
 }
 
 } // namespace
-
-const std::vector<Municipio> &Municipios()
-{
-    static const std::vector<Municipio> municipios = LeMunicipios();
-    return municipios;
-}
 
 BancoLocalMesa::BancoLocalMesa(std::filesystem::path arquivo) : m_Arquivo(std::move(arquivo))
 {
@@ -262,17 +297,13 @@ BancoLocalMesa::BancoLocalMesa(std::filesystem::path arquivo) : m_Arquivo(std::m
     conexao.Executa("CREATE TABLE IF NOT EXISTS VOREQUIPTO (NroIntEquip INTEGER PRIMARY KEY, ClienteInc TEXT NOT NULL, "
                     "Codigo TEXT NOT NULL, TipoEquip TEXT NOT NULL, Ativo INTEGER NOT NULL)");
     conexao.Executa("CREATE INDEX IF NOT EXISTS VOREQUIPTO_Codigo ON VOREQUIPTO (ClienteInc, UCASE(Codigo))");
-    for (const Municipio &municipio : Municipios()) {
-        conexao.Executa("INSERT INTO Municipio VALUES (?, ?, 'RS', ?) ON CONFLICT (COD_MUNIC) DO UPDATE SET "
-                        "NOME_MUNICIPIO = excluded.NOME_MUNICIPIO, COD_RENAVAM = excluded.COD_RENAVAM",
-                        {municipio.Codigo, Q(municipio.Nome), municipio.CodReceita});
-    }
+    RenovaMunicipios(conexao);
     transacao.Confirma();
 }
 
 Ref<IMDB> BancoLocalMesa::Abre()
 {
-    return Novo<LeituraDoBanco>(m_Arquivo);
+    return Novo<LeituraDoBanco>(m_Arquivo, m_UF);
 }
 
 void BancoLocalMesa::AtualizaReplica(SessaoServico &sessao)
@@ -286,6 +317,7 @@ void BancoLocalMesa::AtualizaReplica(SessaoServico &sessao)
     });
     transacao.Confirma();
     m_DataDaReplica = momento;
+    m_UF = UFDoCliente(sessao);
 }
 
 } // namespace mesa

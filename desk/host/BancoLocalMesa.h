@@ -10,26 +10,17 @@
 
 namespace mesa {
 
-// One row of the municipality table.
-struct Municipio {
-    std::int32_t Codigo = 0; // of the statistics institute
-    std::string Nome;
-    std::int32_t CodReceita = 0;
-};
-
-// The municipalities of the state, in order of code.
-const std::vector<Municipio> &Municipios();
-
-// The local database: an SQLite file with the tables Municipio and VOREQUIPTO. The module reads it through Abre; only
-// this class writes to it.
+// The local database: an SQLite file with the tables Municipio, of the whole country, and VOREQUIPTO. The module reads
+// it through Abre; only this class writes to it.
 class BancoLocalMesa : public Objeto {
   public:
-    // Opens the file, and creates it with its municipalities when it is missing. A file that cannot be opened is a
-    // Falha.
+    // Opens the file, and creates it when it is missing. Its municipalities are written when they are not these. A file
+    // that cannot be opened is a Falha.
     explicit BancoLocalMesa(std::filesystem::path arquivo);
     std::string_view NomeTipo() const override { return "BancoLocalMesa"; }
 
-    // A read-only connection for the module.
+    // A read-only connection for the module. The module names one state in what it asks of the municipalities; here it
+    // means the state of the client of the last replica.
     Ref<IMDB> Abre();
     // Fetches the replica of the session's client anew, all of it or nothing.
     void AtualizaReplica(SessaoServico &sessao);
@@ -39,6 +30,7 @@ class BancoLocalMesa : public Objeto {
   private:
     std::filesystem::path m_Arquivo;
     Data m_DataDaReplica;
+    std::string m_UF; // of the client of the replica; empty before the first
 };
 
 } // namespace mesa

@@ -3,11 +3,8 @@
 #include "controls/CommonDialog.h"
 #include "controls/ztClienteSetor.h"
 #include "controls/ztEndereco.h"
-#include "desk/host/Logradouros.h"
 #include "desk/host/ServicosMesa.h"
 #include "desk/services/Disco.h"
-
-#include <QFile>
 
 #include <algorithm>
 
@@ -17,18 +14,6 @@ namespace {
 
 constexpr const char *TituloDeRecusa = "Registro de Equipamentos";
 
-// The layouts that come with the desk. A file that is already there is left as it is: it may be the user's own.
-void InstalaLayouts(const std::filesystem::path &diretorio)
-{
-    FazPastaPrivada(diretorio);
-    for (const char *nome : {"PADRAO", "LOMBADA", "PARDAL", "ESTATICO", "AGENTE"}) {
-        const std::filesystem::path destino = diretorio / (std::string(nome) + ".LAY");
-        if (!std::filesystem::exists(destino)) {
-            QFile::copy(QString(":/data/layouts/%1.LAY").arg(nome), QString::fromStdString(destino.string()));
-        }
-    }
-}
-
 } // namespace
 
 HostMesa::HostMesa(Ref<IJanelas> janelas, std::filesystem::path diretorio, std::function<Data()> agora)
@@ -36,8 +21,8 @@ HostMesa::HostMesa(Ref<IJanelas> janelas, std::filesystem::path diretorio, std::
       m_Diretorio(std::move(diretorio))
 {
     FazPastaPrivada(m_Diretorio);
-    InstalaLayouts(m_Diretorio / "layouts");
     m_Plataforma = Novo<PlataformaMesa>(m_Janelas, m_Diretorio / "modulo", std::move(agora));
+    m_Plataforma->PoePasta(PastaDosLayouts(), [this] { return DadosVorMesa::ArquivosDeLayout(*Servico()); });
     m_Controles = Novo<FabricaControles>();
     m_CriouControle =
         m_Controles->CriouControle().liga([this](const Ref<IControle> &controle) { ConectaControle(controle); });
@@ -46,6 +31,7 @@ HostMesa::HostMesa(Ref<IJanelas> janelas, std::filesystem::path diretorio, std::
     ActBar = Novo<ActBarMesa>();
     cGlobal = Novo<GlobalMesa>();
     BancoLocal = Novo<BancoLocalMesa>(m_Diretorio / "local.db");
+    Logradouros = Novo<LogradourosMesa>(SessaoAtual());
     ObjInterface =
         Novo<InterfaceMesa>(m_Janelas, [this]() -> Ref<ITrataBD> { return m_objMTM->CreateQMR()->CreateNewTrataBD(); });
 }
@@ -68,6 +54,11 @@ void HostMesa::Sai()
 Ref<SessaoServico> HostMesa::Servico() const
 {
     return m_objMTM->Servico();
+}
+
+std::filesystem::path HostMesa::PastaDosLayouts() const
+{
+    return m_Diretorio / "layouts";
 }
 
 std::function<Ref<SessaoServico>()> HostMesa::SessaoAtual() const
@@ -105,9 +96,9 @@ void HostMesa::ConectaControle(const Ref<IControle> &controle)
                }));
     } else if (auto *endereco = dynamic_cast<ztEndereco *>(controle.Ponteiro())) {
         const Ref<Endereco> dados = endereco->EnderecoProprio();
-        Mantem(controle, dados->AoSetar(), std::function<void()>([fraco = RefFraca<Endereco>(dados)] {
+        Mantem(controle, dados->AoSetar(), std::function<void()>([this, fraco = RefFraca<Endereco>(dados)] {
                    const Ref<Endereco> preenchido = fraco.Alvo();
-                   if (const auto logradouro = LogradouroPorCodigo(preenchido->CodLogradouro())) {
+                   if (const auto logradouro = Logradouros->PorCodigo(preenchido->CodLogradouro())) {
                        preenchido->DefineDescricao(
                            logradouro->Descricao(preenchido->Numero(), preenchido->Complemento()));
                    }
@@ -153,7 +144,7 @@ Ref<IMensagem> HostMesa::CriaMensagem()
 Ref<IDadosVor> HostMesa::CriaDadosVor()
 {
     return Novo<DadosVorMesa>(
-        SessaoAtual(), [this](const std::string &recusa) { MostraRecusa(recusa); }, m_Diretorio / "layouts");
+        SessaoAtual(), [this](const std::string &recusa) { MostraRecusa(recusa); }, PastaDosLayouts());
 }
 
 Ref<IDiretorios> HostMesa::CriaDiretorios()

@@ -3,6 +3,7 @@
 #include "controls/FabricaControles.h"
 #include "desk/host/AplicacaoMesa.h"
 #include "desk/host/BancoLocalMesa.h"
+#include "desk/host/Logradouros.h"
 #include "desk/host/PlataformaMesa.h"
 #include "desk/host/SessaoMesa.h"
 #include "host/HostServices.h"
@@ -38,6 +39,7 @@ class HostMesa : public HostServices {
     Ref<GlobalMesa> cGlobal;
     Ref<InterfaceMesa> ObjInterface;
     Ref<BancoLocalMesa> BancoLocal;
+    Ref<LogradourosMesa> Logradouros;
 
     // The services' session; fault 91 when nobody is signed in.
     Ref<SessaoServico> Servico() const;
@@ -59,6 +61,7 @@ class HostMesa : public HostServices {
 
   private:
     std::function<Ref<SessaoServico>()> SessaoAtual() const;
+    std::filesystem::path PastaDosLayouts() const;
     void MostraRecusa(const std::string &recusa) const;
     // Answers what a picker or file dialog asks of its host.
     void ConectaControle(const Ref<IControle> &controle);

@@ -1,113 +1,89 @@
 #include "desk/host/Logradouros.h"
 
 #include "controls/OrdemPortuguesa.h"
-#include "desk/host/BancoLocalMesa.h"
 #include "desk/services/Referencias.h"
-#include "desk/services/TabelaDeDados.h"
-#include "host/Conversoes.h"
-#include "host/Texto.h"
+#include "host/Indicador.h"
 
 #include <algorithm>
+#include <tuple>
+#include <utility>
 
 namespace mesa {
 
 namespace {
 
-constexpr std::int32_t PrimeiroCep = 90000; // of the state, thousands
-
-struct Via {
-    std::string Nome;
-    std::string Bairro;
-};
-
-const std::vector<Via> &Vias()
+// By name, those of the state first; the others tell theirs, since some have the same name.
+std::vector<MunicipioDeEndereco> MunicipiosComAntes(const std::string &uf)
 {
-    static const std::vector<Via> vias = [] {
-        std::vector<Via> lidas;
-        for (const LinhaDeDados &linha : LeTabelaDeDados("vias.tsv")) {
-            lidas.push_back({linha.at(0) + " " + linha.at(1), linha.at(2)});
-        }
-        return lidas;
-    }();
-    return vias;
-}
-
-// Position of a municipality in the table; none for a code that is not there.
-std::optional<std::int32_t> PosicaoDoMunicipio(std::int32_t codMunic)
-{
-    const auto &municipios = Municipios();
-    const auto achado = std::find_if(municipios.begin(), municipios.end(),
-                                     [&](const Municipio &municipio) { return municipio.Codigo == codMunic; });
-    if (achado == municipios.end()) {
-        return std::nullopt;
+    struct Lugar {
+        bool DeFora;
+        std::string Chave;
+        MunicipioDeEndereco Oferecido;
+    };
+    std::vector<Lugar> lugares;
+    for (const Municipio &municipio : Referencias::Tabelas().Municipios()) {
+        const bool deFora = municipio.UF != uf;
+        const std::string nome = municipio.Nome + (deFora ? " - " + municipio.UF : "");
+        lugares.push_back({deFora, ChaveOrdem(nome), {municipio.Codigo, nome}});
     }
-    return static_cast<std::int32_t>(achado - municipios.begin());
-}
-
-Logradouro FazLogradouro(std::int32_t municipio, std::int32_t via)
-{
-    const Via &dados = Vias()[static_cast<std::size_t>(via)];
-    const std::int32_t cep = (PrimeiroCep + municipio * 20) * 1000 + (via + 1) * 10;
-    return {(municipio + 1) * ViasPorMunicipio + via + 1, Municipios()[static_cast<std::size_t>(municipio)].Codigo,
-            dados.Nome, dados.Bairro, Format(CDbl(cep), "00000000")};
-}
-
-bool SoDigitos(const std::string &texto)
-{
-    return !texto.empty() && std::all_of(texto.begin(), texto.end(), [](char c) { return c >= '0' && c <= '9'; });
-}
-
-bool TemPalavras(const std::string &nome, const std::string &procurado)
-{
-    const std::string dobrado = SemAcentoNemCaixa(nome);
-    const std::vector<std::string> palavras = Divide(SemAcentoNemCaixa(procurado), " ");
-    return std::all_of(palavras.begin(), palavras.end(),
-                       [&](const std::string &palavra) { return dobrado.find(palavra) != std::string::npos; });
+    std::ranges::sort(lugares, {}, [](const Lugar &lugar) { return std::tie(lugar.DeFora, lugar.Chave); });
+    std::vector<MunicipioDeEndereco> municipios;
+    for (Lugar &lugar : lugares) {
+        municipios.push_back(std::move(lugar.Oferecido));
+    }
+    return municipios;
 }
 
 } // namespace
 
-std::vector<Logradouro> ProcuraLogradouros(std::int32_t codMunic, const std::string &procurado, std::size_t maximo)
+const std::vector<MunicipioDeEndereco> &LogradourosMesa::Municipios() const
 {
-    const auto municipio = PosicaoDoMunicipio(codMunic);
+    const std::string uf = UFDoCliente(*m_Sessao());
+    auto &municipios = m_Municipios[uf];
+    if (municipios.empty()) {
+        municipios = MunicipiosComAntes(uf);
+    }
+    return municipios;
+}
+
+std::vector<Logradouro> LogradourosMesa::Procura(std::int32_t codMunic, const std::string &procurado,
+                                                 std::size_t maximo) const
+{
+    if (codMunic == 0) {
+        return {};
+    }
+    auto pedido = Novo<ListaLogradourosED>();
+    pedido->CodMunic = codMunic;
+    pedido->Procurado = procurado;
+    pedido->Ativo = Indicador::Sim;
+    pedido->Maximo = static_cast<std::int32_t>(maximo);
+    return Pede(pedido);
+}
+
+std::optional<Logradouro> LogradourosMesa::PorCodigo(std::int32_t codigo) const
+{
+    auto pedido = Novo<ListaLogradourosED>();
+    pedido->CodLograd = codigo;
+    const std::vector<Logradouro> achados = Pede(pedido);
+    return achados.empty() ? std::nullopt : std::optional(achados.front());
+}
+
+// Who may not look finds nothing: the window behind the picker has said why already.
+std::vector<Logradouro> LogradourosMesa::Pede(const Ref<ListaLogradourosED> &pedido) const
+{
+    Ref<Objeto> enviado = pedido;
+    Valor retorno;
+    std::string recusa;
     std::vector<Logradouro> achados;
-    if (!municipio) {
+    if (!m_Sessao()->Executa("AdministracaoRN", "listaLogradouros", enviado, retorno, recusa)) {
         return achados;
     }
-    const std::string cep = Substitui(procurado, "-", "");
-    for (std::int32_t via = 0; via < static_cast<std::int32_t>(Vias().size()); ++via) {
-        Logradouro logradouro = FazLogradouro(*municipio, via);
-        const bool serve =
-            SoDigitos(cep) ? logradouro.Cep.compare(0, cep.size(), cep) == 0 || TemPalavras(logradouro.Nome, procurado)
-                           : TemPalavras(logradouro.Nome, procurado);
-        if (serve) {
-            achados.push_back(std::move(logradouro));
-        }
+    const ListaDe<LogradouroED> lista = retorno.Como<ListaLogradourosED>()->Logradouros;
+    for (std::int32_t posicao = 1; !lista.Nada() && posicao <= lista->Count(); ++posicao) {
+        const LogradouroED &achado = *lista->Item(posicao);
+        achados.push_back({achado.CodLograd, achado.CodMunic, achado.NomeLograd, achado.Bairro, achado.Cep});
     }
-    std::sort(achados.begin(), achados.end(),
-              [](const auto &a, const auto &b) { return ChaveOrdem(a.Nome) < ChaveOrdem(b.Nome); });
-    achados.resize(std::min(achados.size(), maximo));
     return achados;
-}
-
-std::optional<Logradouro> LogradouroPorCodigo(std::int32_t codigo)
-{
-    const std::int32_t municipio = codigo / ViasPorMunicipio - 1;
-    const std::int32_t via = codigo % ViasPorMunicipio - 1;
-    if (municipio < 0 || municipio >= static_cast<std::int32_t>(Municipios().size()) || via < 0 ||
-        via >= static_cast<std::int32_t>(Vias().size())) {
-        return std::nullopt;
-    }
-    return FazLogradouro(municipio, via);
-}
-
-std::vector<MunicipioDeEndereco> LogradourosMesa::Municipios() const
-{
-    std::vector<MunicipioDeEndereco> oferecidos;
-    for (const Municipio &municipio : mesa::Municipios()) {
-        oferecidos.push_back({municipio.Codigo, municipio.Nome});
-    }
-    return oferecidos;
 }
 
 } // namespace mesa

@@ -195,16 +195,30 @@ std::string PlataformaMesa::PrimeiroArquivo(const std::string &padrao)
 {
     const std::filesystem::path caminho = CaminhoDoSistema(padrao);
     const std::string figura = LCase(caminho.filename().string());
-    m_Nomes.clear();
-    std::error_code semDiretorio;
-    for (const auto &entrada : std::filesystem::directory_iterator(caminho.parent_path(), semDiretorio)) {
-        std::string nome = entrada.path().filename().string();
-        if (entrada.is_regular_file() && Casa(figura, LCase(nome))) {
-            m_Nomes.push_back(std::move(nome));
-        }
-    }
+    m_Nomes = NomesEm(caminho.parent_path());
+    std::erase_if(m_Nomes, [&](const std::string &nome) { return !Casa(figura, LCase(nome)); });
     std::reverse(m_Nomes.begin(), m_Nomes.end()); // they are given from the back
     return ProximoArquivo();
+}
+
+std::vector<std::string> PlataformaMesa::NomesEm(const std::filesystem::path &pasta) const
+{
+    if (const auto posta = m_Pastas.find(pasta); posta != m_Pastas.end()) {
+        return posta->second();
+    }
+    std::vector<std::string> nomes;
+    std::error_code semDiretorio;
+    for (const auto &entrada : std::filesystem::directory_iterator(pasta, semDiretorio)) {
+        if (entrada.is_regular_file()) {
+            nomes.push_back(entrada.path().filename().string());
+        }
+    }
+    return nomes;
+}
+
+void PlataformaMesa::PoePasta(const std::filesystem::path &pasta, std::function<std::vector<std::string>()> nomes)
+{
+    m_Pastas[pasta] = std::move(nomes);
 }
 
 std::string PlataformaMesa::ProximoArquivo()

@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <set>
 #include <string>
 #include <vector>
@@ -45,10 +46,16 @@ class PlataformaMesa : public IPlataforma {
     std::string PrimeiroArquivo(const std::string &padrao) override;
     std::string ProximoArquivo() override;
 
+    // A directory that is not on the disk: whoever lists it gets these names.
+    void PoePasta(const std::filesystem::path &pasta, std::function<std::vector<std::string>()> nomes);
+
   private:
+    std::vector<std::string> NomesEm(const std::filesystem::path &pasta) const;
+
     Ref<IJanelas> m_Janelas;
     std::filesystem::path m_DiretorioModulo;
     std::function<Data()> m_Agora;
+    std::map<std::filesystem::path, std::function<std::vector<std::string>()>> m_Pastas;
     Ref<IAplicacao> m_Aplicacao;
     std::int16_t m_Ponteiro = PonteiroNormal;
     std::vector<Ref<IForm>> m_Forms;

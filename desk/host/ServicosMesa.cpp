@@ -2,10 +2,13 @@
 
 #include "controls/PreparaDetalhes.h"
 #include "desk/host/Caminhos.h"
+#include "desk/services/ConteudoPdf.h"
 #include "desk/services/Disco.h"
+#include "desk/services/LayoutED.h"
 #include "desk/services/Referencias.h"
-#include "desk/services/ServicoDocumentos.h"
 #include "host/Conversoes.h"
+#include "host/Falha.h"
+#include "host/Indicador.h"
 #include "shell/ModGeral.h"
 
 #include <QByteArray>
@@ -21,7 +24,7 @@ namespace {
 constexpr std::int16_t CodigoTemporarios = 99;
 constexpr std::int16_t MedidorTodos = 0;
 constexpr std::int16_t UltimoMedidor = 3;
-constexpr std::size_t MaiorLeitura = ServicoDocumentos::MaiorTamanho + 1; // so that the services see the excess
+constexpr std::size_t MaiorLeitura = MaiorDocumento + 1; // so that the services see the excess
 
 bool Oferece(const TipoOferecido &tipo, std::int16_t medidor, bool trabFoto)
 {
@@ -123,6 +126,24 @@ void DadosVorMesa::PreencheRejeicoes(const Ref<IztCombo> &combo, std::int32_t, s
     for (const Rejeicao &rejeicao : Referencias::Tabelas().Rejeicoes()) {
         combo->AdicionaItem(rejeicao.Nome + "|" + CStr(rejeicao.Numero));
     }
+}
+
+std::vector<std::string> DadosVorMesa::ArquivosDeLayout(SessaoServico &sessao)
+{
+    auto pedido = Novo<ListaLayoutsED>();
+    pedido->Oferecidos = Indicador::Sim;
+    Ref<Objeto> enviado = pedido;
+    Valor retorno;
+    std::string recusa;
+    std::vector<std::string> nomes;
+    if (!sessao.Executa("AdministracaoRN", "listaLayouts", enviado, retorno, recusa)) {
+        throw Falha(NumeroFalha::PermissaoNegada, "DadosVor", recusa);
+    }
+    const ListaDe<LayoutED> layouts = retorno.Como<ListaLayoutsED>()->Layouts;
+    for (std::int32_t posicao = 1; !layouts.Nada() && posicao <= layouts->Count(); ++posicao) {
+        nomes.push_back(layouts->Item(posicao)->NomeLayout.Valor() + ".LAY");
+    }
+    return nomes;
 }
 
 std::string DadosVorMesa::DirLayouts()

@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace mesa {
 
@@ -31,11 +32,14 @@ class MensagemMesa : public IMensagem {
     std::string m_Titulo;
 };
 
-// Domain data: code tables from the desk's data, layouts from a directory, documents from the services.
+// Domain data: code tables from the desk's data, layouts and documents from the services.
 class DadosVorMesa : public IDadosVor {
   public:
+    // layouts: the directory that stands for the registry's layouts.
     DadosVorMesa(std::function<Ref<SessaoServico>()> sessao, std::function<void(const std::string &)> mostraRecusa,
                  std::filesystem::path layouts);
+    // Names of the files that are found in it: of the layouts that the form of an equipment may offer.
+    static std::vector<std::string> ArquivosDeLayout(SessaoServico &sessao);
     std::string_view NomeTipo() const override { return "DadosVor"; }
 
     void Inicializa(const Ref<IObjInterface> &objInterface) override;

@@ -1,8 +1,9 @@
 #include "desk/sample/Amostra.h"
 
-#include "desk/host/BancoLocalMesa.h"
 #include "desk/host/Logradouros.h"
 #include "desk/sample/CertificadoPDF.h"
+#include "desk/services/LogradouroED.h"
+#include "desk/services/TabelaDeDados.h"
 #include "host/Conversoes.h"
 #include "host/DiaEspecificoED.h"
 #include "host/EquiptoED.h"
@@ -10,6 +11,7 @@
 #include "host/Texto.h"
 
 #include <cmath>
+#include <map>
 #include <random>
 #include <vector>
 
@@ -19,12 +21,14 @@ namespace {
 
 constexpr std::int32_t PortoAlegre = 4314902;
 constexpr int EquipamentosPorCliente = 48;
+constexpr const char *Administradora = "marta";
 
 struct ClienteDaAmostra {
     ClienteCadastrado Cadastro;
     std::string Usuario; // who registers its equipment
     std::vector<std::int32_t> Municipios;
     std::string Sigla;
+    std::int32_t PrimeiroCep = 0; // of the postal codes invented for its municipalities
 };
 
 const std::vector<ClienteDaAmostra> &ClientesDaAmostra()
@@ -33,15 +37,18 @@ const std::vector<ClienteDaAmostra> &ClientesDaAmostra()
         {{1, "Autoridade Estadual de Trânsito", {"Fiscalização", "Engenharia", "Metrologia"}, "RS"},
          "ana",
          {PortoAlegre, 4305108, 4314407, 4316907, 4318705},
-         "AE"},
-        {{2, "Autoridade Municipal de Trânsito", {"Operações", "Eletrônica"}, "RS"},
+         "AE",
+         90000000},
+        {{2, "Autoridade Municipal de Trânsito", {"Operações", "Eletrônica"}, "SP"},
          "elisa",
-         {PortoAlegre, 4309209, 4304606},
-         "AM"},
-        {{3, "Autoridade das Estradas de Rodagem", {"Rodovias Norte", "Rodovias Sul"}, "RS"},
+         {3509502, 3552205, 3548500},
+         "AM",
+         13000000},
+        {{3, "Autoridade das Estradas de Rodagem", {"Rodovias Norte", "Rodovias Sul"}, "MG"},
          "gilda",
-         {4313409, 4315602, 4311403, 4302105, 4303103},
-         "AR"},
+         {3170206, 3136702, 3143302, 3146107, 3121605},
+         "AR",
+         38000000},
     };
     return clientes;
 }
@@ -71,12 +78,13 @@ class Sorteio {
     std::mt19937 m_Gerador;
 };
 
-Ref<Registro> Pede(SessaoServico &sessao, const std::string &operacao, const Ref<Registro> &pedido)
+Ref<Registro> Pede(SessaoServico &sessao, const std::string &operacao, const Ref<Registro> &pedido,
+                   const std::string &classeRN = "EquiptoRN")
 {
     Ref<Objeto> enviado = pedido;
     Valor retorno;
     std::string recusa;
-    if (!sessao.Executa("EquiptoRN", operacao, enviado, retorno, recusa)) {
+    if (!sessao.Executa(classeRN, operacao, enviado, retorno, recusa)) {
         throw Falha(NumeroFalha::ErroInterno, "Amostra", "A amostra não pôde ser criada: " + recusa);
     }
     return retorno.EhObjeto() ? retorno.Como<Registro>() : Ref<Registro>();
@@ -113,8 +121,9 @@ bool PodeDeclaracao(const std::string &tipo)
 
 class Preenchimento {
   public:
-    Preenchimento(SessaoServico &sessao, const ClienteDaAmostra &cliente, Data hoje, std::uint32_t semente)
-        : m_Sessao(sessao),
+    Preenchimento(const Ref<SessaoServico> &sessao, const ClienteDaAmostra &cliente, Data hoje, std::uint32_t semente)
+        : m_Sessao(*sessao),
+          m_Logradouros([sessao] { return sessao; }),
           m_Cliente(cliente),
           m_Hoje(hoje),
           m_Sorteio(semente)
@@ -132,7 +141,7 @@ class Preenchimento {
         novo->Codigo = m_Cliente.Sigla + tipo + Format(CDbl(100 + numero), "000");
         novo->SubCodigo = numero % 3 == 0 ? "SUB" + CStr(numero) : std::string();
         novo->CodMunic = m_Cliente.Municipios[static_cast<std::size_t>(numero) % m_Cliente.Municipios.size()];
-        const std::vector<Logradouro> ruas = ProcuraLogradouros(novo->CodMunic, "a", 40);
+        const std::vector<Logradouro> &ruas = Ruas(novo->CodMunic);
         const Logradouro &rua = ruas[static_cast<std::size_t>(m_Sorteio.Ate(static_cast<int>(ruas.size())))];
         novo->Descricao = Left(std::string(modelo.Modelo) + " - " + rua.Nome, 50);
         novo->TipoAgente = modelo.Medidor;
@@ -155,6 +164,15 @@ class Preenchimento {
     }
 
   private:
+    const std::vector<Logradouro> &Ruas(std::int32_t codMunic)
+    {
+        auto &ruas = m_Ruas[codMunic];
+        if (ruas.empty()) {
+            ruas = m_Logradouros.Procura(codMunic, "a", 40);
+        }
+        return ruas;
+    }
+
     void Completa(std::int32_t nroIntEquip, const std::string &tipo, int numero, const std::vector<Logradouro> &ruas)
     {
         auto pergunta = Novo<EquiptoED>();
@@ -293,10 +311,41 @@ class Preenchimento {
     }
 
     SessaoServico &m_Sessao;
+    LogradourosMesa m_Logradouros;
+    std::map<std::int32_t, std::vector<Logradouro>> m_Ruas; // by municipality
     const ClienteDaAmostra &m_Cliente;
     Data m_Hoje;
     Sorteio m_Sorteio;
 };
+
+// The same streets in each municipality, with postal codes of its own.
+std::string TabelaDeRuas()
+{
+    const std::vector<LinhaDeDados> vias = LeTabelaDeDados("vias.tsv");
+    std::string tabela = "município\tnome\tbairro\tCEP\n";
+    for (const ClienteDaAmostra &cliente : ClientesDaAmostra()) {
+        std::int32_t cep = cliente.PrimeiroCep;
+        for (const std::int32_t municipio : cliente.Municipios) {
+            cep += 20000;
+            for (std::size_t via = 0; via < vias.size(); ++via) {
+                tabela += CStr(municipio) + "\t" + vias[via].at(0) + " " + vias[via].at(1) + "\t" + vias[via].at(2) +
+                          "\t" + Format(CDbl(cep + 10 * static_cast<std::int32_t>(via)), "00000000") + "\n";
+            }
+        }
+    }
+    return tabela;
+}
+
+Ref<SessaoServico> Entra(Servicos &servicos, const std::string &usuario)
+{
+    std::string recusa;
+    std::int32_t espera = 0;
+    const Ref<SessaoServico> sessao = servicos.Entra(usuario, SenhaDaAmostra, "amostra", recusa, espera);
+    if (sessao.Nada()) {
+        throw Falha(NumeroFalha::ErroInterno, "Amostra", "A amostra não pôde ser criada: " + recusa);
+    }
+    return sessao;
+}
 
 } // namespace
 
@@ -307,6 +356,9 @@ void CadastraUsuariosDaAmostra(Servicos &servicos)
     }
     const std::vector<std::string> todas = {"", "I", "A", "E"};
     const std::vector<std::string> consulta = {""};
+    servicos.CadastraUsuario(
+        {100, Administradora, "Marta Farias", 1, "Autoridade Estadual de Trânsito", "Fiscalização", 0}, SenhaDaAmostra,
+        {}, {"U", "T", "C"});
     servicos.CadastraUsuario({101, "ana", "Ana Bittencourt", 1, "Autoridade Estadual de Trânsito", "Fiscalização", 0},
                              SenhaDaAmostra, todas);
     servicos.CadastraUsuario({102, "bruno", "Bruno Azevedo", 1, "Autoridade Estadual de Trânsito", "Engenharia", 0},
@@ -328,15 +380,12 @@ void CadastraUsuariosDaAmostra(Servicos &servicos)
 void PreencheAmostra(Servicos &servicos, Data hoje, const std::function<void(double)> &progresso)
 {
     const Data dia{std::floor(hoje.Valor)};
+    auto ruas = Novo<ImportacaoED>();
+    ruas->Conteudo = TabelaDeRuas();
+    Pede(*Entra(servicos, Administradora), "importaLogradouros", ruas, "AdministracaoRN");
     int feitos = 0;
     for (const ClienteDaAmostra &cliente : ClientesDaAmostra()) {
-        std::string recusa;
-        std::int32_t espera = 0;
-        const Ref<SessaoServico> sessao = servicos.Entra(cliente.Usuario, SenhaDaAmostra, recusa, espera);
-        if (sessao.Nada()) {
-            throw Falha(NumeroFalha::ErroInterno, "Amostra", "A amostra não pôde ser criada: " + recusa);
-        }
-        Preenchimento preenchimento(*sessao, cliente, dia,
+        Preenchimento preenchimento(Entra(servicos, cliente.Usuario), cliente, dia,
                                     static_cast<std::uint32_t>(2026 + cliente.Cadastro.CodCliente));
         for (int numero = 0; numero < EquipamentosPorCliente; ++numero) {
             preenchimento.Equipamento(numero);

@@ -15,11 +15,6 @@ namespace mesa {
 
 namespace {
 
-std::string Campo(std::string_view membro)
-{
-    return "O campo \"" + NomeDoCampo(membro) + "\"";
-}
-
 bool EhHora(std::int32_t hora)
 {
     return hora >= 0 && hora / 100 <= 23 && hora % 100 <= 59;
@@ -31,7 +26,7 @@ void Conferencia::Coluna(const Esquema::Coluna &coluna, const QVariant &valor)
 {
     const std::string recusa = coluna.Recusa(valor);
     if (!recusa.empty()) {
-        throw Recusa(Campo(coluna.Nome) + " " + recusa + ".");
+        throw Recusa(OCampo(coluna.Nome) + " " + recusa + ".");
     }
 }
 
@@ -41,14 +36,21 @@ void Conferencia::Texto(const Esquema::Coluna &coluna, const std::string &valor)
     Coluna(coluna, lido);
     if (lido.toStdString() != valor ||
         std::any_of(lido.begin(), lido.end(), [](QChar letra) { return letra.category() == QChar::Other_Control; })) {
-        throw Recusa(Campo(coluna.Nome) + " tem caracteres que não podem ser gravados.");
+        throw Recusa(OCampo(coluna.Nome) + " tem caracteres que não podem ser gravados.");
+    }
+}
+
+void Conferencia::Obrigatorio(std::string_view membro, const std::string &valor)
+{
+    if (Trim(valor).empty()) {
+        throw Recusa(OCampo(membro) + " precisa ser informado.");
     }
 }
 
 void Conferencia::Faixa(std::string_view membro, std::int64_t valor, std::int64_t de, std::int64_t ate)
 {
     if (valor < de || valor > ate) {
-        throw Recusa(Campo(membro) + " deve estar entre " + CStr(de) + " e " + CStr(ate) + "; veio " + CStr(valor) +
+        throw Recusa(OCampo(membro) + " deve estar entre " + CStr(de) + " e " + CStr(ate) + "; veio " + CStr(valor) +
                      ".");
     }
 }
@@ -56,7 +58,7 @@ void Conferencia::Faixa(std::string_view membro, std::int64_t valor, std::int64_
 void Conferencia::Dia(std::string_view membro, Data valor)
 {
     if (!valor.NoCalendario() || std::trunc(valor.Valor) == 0) {
-        throw Recusa(Campo(membro) + " precisa de uma data válida.");
+        throw Recusa(OCampo(membro) + " precisa de uma data válida.");
     }
 }
 
@@ -72,6 +74,11 @@ void Conferencia::Horario(std::int32_t inicio, std::int32_t fim)
         throw Recusa("A hora final (" + TextoDaHora(fim) + ") é anterior à hora inicial (" + TextoDaHora(inicio) +
                      "). Um período que passa da meia-noite precisa de duas linhas.");
     }
+}
+
+std::string Conferencia::OCampo(std::string_view membro)
+{
+    return "O campo \"" + NomeDoCampo(membro) + "\"";
 }
 
 std::string Conferencia::Numero(double numero)

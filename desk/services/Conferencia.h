@@ -20,12 +20,16 @@ void Texto(const Esquema::Coluna &coluna, const std::string &valor);
 // All members of the record by the columns of its table, but for those that the service writes by itself: the key, who
 // changed it, and what refers to other tables, which is looked up and refused in other words.
 template <class R> void Membros(std::string_view tabela, const R &registro);
+// Something else than blanks.
+void Obrigatorio(std::string_view membro, const std::string &valor);
 void Faixa(std::string_view membro, std::int64_t valor, std::int64_t de, std::int64_t ate);
 // A day of the calendar; no date is refused.
 void Dia(std::string_view membro, Data valor);
 // HHMM, both, and the first not after the second.
 void Horario(std::int32_t inicio, std::int32_t fim);
 
+// The field as a sentence names it: O campo "código".
+std::string OCampo(std::string_view membro);
 // A number that came from outside, for a sentence.
 std::string Numero(double numero);
 

@@ -1,6 +1,7 @@
 #include "desk/services/Esquema.h"
 
 #include "desk/services/Calendario.h"
+#include "desk/services/ConteudoPdf.h"
 #include "host/Conversoes.h"
 #include "host/Texto.h"
 
@@ -23,7 +24,7 @@ constexpr std::int64_t MaiorBusca = 1000;              // a text for searching m
 constexpr std::int64_t MaiorTexto = 1000000000;
 constexpr std::int64_t MaiorFuso = 1440;
 constexpr std::int64_t TamanhoSha256 = 64;
-constexpr std::int64_t MaiorDocumento = 5242880;
+constexpr auto MaiorConteudo = static_cast<std::int64_t>(MaiorDocumento);
 constexpr std::int64_t MaiorVelocidade = 999;
 
 constexpr Coluna Numero(std::string_view nome, std::int64_t de, std::int64_t ate)
@@ -109,7 +110,7 @@ std::vector<Tabela> Todas()
         {.Nome = "LOGRADOURO",
          .Colunas = {Chave("CodLograd"), Chave("CodMunic", 9999999), Obrigatorio("Nome", 80), Texto("Bairro", 80),
                      Texto("Cep", 8), Texto("NomeBusca", MaiorBusca), Marca("Ativo"), Versao},
-         .Indices = {{"LOGRADOURO_Busca", "CodMunic, Ativo, NomeBusca"}, {"LOGRADOURO_Cep", "CodMunic, Ativo, Cep"}},
+         .Indices = {{"LOGRADOURO_Busca", "CodMunic, Ativo, NomeBusca"}, {"LOGRADOURO_Cep", "Cep"}},
          .Fixas = {"CodMunic"}},
         {.Nome = "LAYOUT",
          .Colunas = {Chave("NroLayout"), Obrigatorio("Nome", 50), Texto("Conteudo", 100000), Marca("Ativo"), Versao},
@@ -150,7 +151,8 @@ std::vector<Tabela> Todas()
                      {"EQUIPAMENTO_Foto", "ClienteInc, Ativo, TrabFoto, NroIntEquip"},
                      {"EQUIPAMENTO_Setor", "ClienteInc, Ativo, TrabFoto, SetorInc, NroIntEquip"},
                      {"EQUIPAMENTO_Agente", "ClienteInc, Ativo, TrabFoto, TipoAgente, NroIntEquip"},
-                     {"EQUIPAMENTO_Tipo", "ClienteInc, Ativo, TrabFoto, TipoEquip, NroIntEquip"}},
+                     {"EQUIPAMENTO_Tipo", "ClienteInc, Ativo, TrabFoto, TipoEquip, NroIntEquip"},
+                     {"EQUIPAMENTO_Layout", "ClienteInc, ArquivoLayout"}},
          .Fixas = {"ClienteInc", "Codigo", "TipoAgente", "TipoEquip", "CodMunic"}},
         {.Nome = "SENSOR",
          .Colunas = {Chave("NroIntSensor"), DoEquipamento, Numero("NroSensor", 1, 999),
@@ -161,9 +163,9 @@ std::vector<Tabela> Todas()
          .Fixas = {"NroIntEquip"}},
         {.Nome = "DOCUMENTO",
          .Colunas = {Chave("NroDocumento", MaiorNumero), Para("CLIENTE (Nome)", Obrigatorio("ClienteInc", 60)),
-                     Numero("Tamanho", 1, MaiorDocumento), Obrigatorio("Sha256", TamanhoSha256, TamanhoSha256),
+                     Numero("Tamanho", 1, MaiorConteudo), Obrigatorio("Sha256", TamanhoSha256, TamanhoSha256),
                      De(Forma::Momento, "Quando"), Nula(Fuso), Para("USUARIO (Numero)", Chave("Operador")),
-                     Coluna{"Conteudo", Forma::Octetos, 1, MaiorDocumento}},
+                     Coluna{"Conteudo", Forma::Octetos, 1, MaiorConteudo}},
          .Condicoes = {{"Tamanho_do_Conteudo", "Tamanho = length(Conteudo)"}},
          .SoInclui = true},
         {.Nome = "AFERICAO",
@@ -175,7 +177,13 @@ std::vector<Tabela> Todas()
          .Condicoes = {{"Verificacao_ate_Vencimento", "DataVerificacao <= DataVencimento"}},
          .Indices = {{"AFERICAO_Sensor", "NroIntSensor, Ativo, DataVerificacao, DataVencimento"}},
          .Fixas = {"NroIntSensor"},
-         .Guardas = {{"SEM_SOBREPOSICAO_NOVA", "INSERT",
+         // The history has an entry for each version. Until the one of a change is written, the row may be written
+         // again.
+         .Guardas = {{"VERSAO", "UPDATE",
+                      "NEW.Versao <> 1 + (SELECT COUNT(*) FROM HISTORICO h WHERE h.Entidade = 'AFERICAO' "
+                      "AND h.NroEntidade = NEW.NroIntAfericao)",
+                      "AFERICAO_VERSAO"},
+                     {"SEM_SOBREPOSICAO_NOVA", "INSERT",
                       "NEW.Ativo = 1 AND EXISTS (SELECT 1 FROM AFERICAO o WHERE o.NroIntSensor = NEW.NroIntSensor "
                       "AND o.Ativo = 1 AND o.DataVerificacao <= NEW.DataVencimento "
                       "AND o.DataVencimento >= NEW.DataVerificacao)",

@@ -1,6 +1,8 @@
 #include "desk/services/Fundacao.h"
 
 #include "desk/services/Historico.h"
+#include "desk/services/MapaRegistro.h"
+#include "desk/services/ServicoLayouts.h"
 
 #include <QUuid>
 
@@ -40,6 +42,10 @@ void Fundacao::Funda(Banco &banco, TipoDeRegistro tipo, const Instante &agora)
 {
     EscreveIdentidade(banco, tipo, agora);
     Historico(banco).Registra(agora, 0, {"REGISTRO", 1, 1, "REGISTRO", 1, "inclui"});
+    for (const Ref<LayoutED> &layout : LayoutsDoPrograma()) {
+        const std::int64_t numero = MapaRegistro::Insere(banco, "LAYOUT", *layout);
+        Historico(banco).Registra(agora, 0, {"LAYOUT", numero, 1, "LAYOUT", numero, "inclui"});
+    }
 }
 
 } // namespace mesa

@@ -3,6 +3,7 @@
 #include "desk/services/Calendario.h"
 #include "desk/services/Esquema.h"
 #include "desk/services/NomesCampos.h"
+#include "desk/services/Permissoes.h"
 #include "desk/services/Resumo.h"
 #include "host/Conversoes.h"
 
@@ -95,6 +96,9 @@ std::string NomeDaParte(const std::string &entidade, const QJsonObject &dados)
     if (entidade == "SENSOR") {
         return "sensor " + CStr(dados.value("NroSensor").toInt());
     }
+    if (entidade == "SETOR") {
+        return "setor " + dados.value("Nome").toString().toStdString();
+    }
     const std::string numero = dados.value("Numero").toString().toStdString();
     return numero.empty() ? "declaração de conformidade" : "aferição " + numero;
 }
@@ -103,9 +107,13 @@ std::string NomeDaParte(const std::string &entidade, const QJsonObject &dados)
 std::vector<std::string> Nomes(const std::string &raiz, const std::string &entidade, const std::string &acao,
                                const QJsonObject &antes, const QJsonObject &depois)
 {
+    if (entidade == "PERMISSAO") {
+        return {std::string(acao == "desativa" ? "direito retirado: " : "direito dado: ") +
+                Permissoes::EmPalavras(S(depois.value("Objeto").toString()), S(depois.value("Acao").toString()))};
+    }
     if (entidade != raiz) {
         const std::string parte = NomeDaParte(entidade, depois);
-        const std::string genero = entidade == "SENSOR" ? "o" : "a";
+        const std::string genero = entidade == "AFERICAO" ? "a" : "o";
         return {acao == "inclui"     ? parte + " incluíd" + genero
                 : acao == "desativa" ? parte + " excluíd" + genero
                 : acao == "reativa"  ? parte + " reativad" + genero
@@ -295,13 +303,13 @@ std::string Historico::Mudancas(Raiz raiz, std::int32_t numero, std::int64_t dep
 
 std::string Historico::Ultima(const std::string &entidade, std::int64_t numero) const
 {
-    Consulta linha(
-        m_Banco,
-        "SELECT u.Nome, h.Quando, COALESCE(h.Fuso, 0) FROM HISTORICO h JOIN USUARIO u ON u.Numero = h.Operador "
-        "WHERE h.Entidade = ? AND h.NroEntidade = ? ORDER BY h.Nro DESC LIMIT 1",
-        {Q(entidade), qlonglong(numero)});
+    Consulta linha(m_Banco,
+                   "SELECT 'por ' || u.Nome, h.Quando, COALESCE(h.Fuso, 0) FROM HISTORICO h "
+                   "LEFT JOIN USUARIO u ON u.Numero = h.Operador WHERE h.Entidade = ? AND h.NroEntidade = ? "
+                   "ORDER BY CASE WHEN h.Operador IS NULL THEN 1 ELSE 0 END, h.Nro DESC LIMIT 1",
+                   {Q(entidade), qlonglong(numero)});
     return linha.Proxima()
-               ? "por " + linha.Texto(0) + " em " +
+               ? (linha.Valor(0).isNull() ? "pelo sistema" : linha.Texto(0)) + " em " +
                      TextoDoMomento(MaisMinutos(linha.Inteiro(1), static_cast<std::int32_t>(linha.Inteiro(2))))
                : "";
 }
@@ -313,6 +321,10 @@ std::string Historico::Nome(Raiz raiz)
         return "EQUIPAMENTO";
     case Raiz::Limite:
         return "LIMITE";
+    case Raiz::Usuario:
+        return "USUARIO";
+    case Raiz::Cliente:
+        return "CLIENTE";
     default:
         return "DIA";
     }

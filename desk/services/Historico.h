@@ -53,7 +53,8 @@ class Historico {
 
     // The changes of a record after a version, in words: "por Ana Souza em 20/11/2026 às 14:32:10 (descrição)".
     std::string Mudancas(Raiz raiz, std::int32_t numero, std::int64_t depoisDaVersao) const;
-    // The last change of a row: "por Ana Souza em 20/11/2026 às 14:32:10"; empty when there is none.
+    // The last change of a row: "por Ana Souza em 20/11/2026 às 14:32:10"; the system's when nobody ever changed it;
+    // empty when there is none.
     std::string Ultima(const std::string &entidade, std::int64_t numero) const;
 
     Cabeca Fim() const;

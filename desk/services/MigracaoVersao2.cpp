@@ -3,12 +3,19 @@
 #include "desk/services/Esquema.h"
 #include "desk/services/Fundacao.h"
 #include "desk/services/Historico.h"
+#include "desk/services/LogradourosAntigos.h"
+#include "desk/services/MapaRegistro.h"
 #include "desk/services/NomesCampos.h"
 #include "desk/services/Permissoes.h"
+#include "desk/services/ServicoLayouts.h"
+#include "desk/services/TextoBusca.h"
 #include "host/Conversoes.h"
 #include "host/Indicador.h"
 
 #include <QStringList>
+
+#include <utility>
+#include <vector>
 
 namespace mesa {
 
@@ -25,6 +32,10 @@ constexpr const char *Indices[] = {
     "EQUIPAMENTO_Codigo", "EQUIPAMENTO_Busca", "EQUIPAMENTO_SubBusca", "EQUIPAMENTO_Foto", "EQUIPAMENTO_Setor",
     "EQUIPAMENTO_Agente", "EQUIPAMENTO_Tipo",  "SENSOR_Equip",         "AFERICAO_Sensor",  "LIMITE_Equip",
     "DIA_Equip",          "HISTORICO_Raiz",    "HISTORICO_Entidade"};
+
+// A version for each entry of its history, and one for the entry that the migration writes.
+constexpr const char *VersaoDaAfericao = "1 + (SELECT COUNT(*) FROM V1_HISTORICO h WHERE h.Entidade = 'AFERICAO' "
+                                         "AND h.NroEntidade = NroIntAfericao)";
 
 // A column of the new table and where it comes from: a column of the old one, or an expression over it.
 struct Origem {
@@ -48,8 +59,10 @@ class Passagem {
         NomeiaAdministrador();
         Copia("EQUIPAMENTO", {});
         Copia("SENSOR", {});
+        CriaLogradouros();
+        CriaLayouts();
         Copia("DOCUMENTO", {{"Fuso", "NULL"}});
-        Copia("AFERICAO", {{"Versao", "1"}});
+        Copia("AFERICAO", {{"Versao", VersaoDaAfericao}});
         Copia("LIMITE", {});
         Copia("DIA", {});
         CopiaHistorico();
@@ -126,6 +139,33 @@ class Passagem {
                                              {"Acao", acao},
                                              {"Ativo", Indicador::Sim}});
             }
+        }
+    }
+
+    // Version 1 computed its streets; those of the sensors keep the codes by which these know them.
+    void CriaLogradouros()
+    {
+        std::vector<Ref<LogradouroED>> usados;
+        {
+            Consulta codigos(m_Banco, "SELECT DISTINCT CodLograd FROM SENSOR ORDER BY CodLograd");
+            while (codigos.Proxima()) {
+                if (auto usado = LogradouroDoCodigoAntigo(static_cast<std::int32_t>(codigos.Inteiro(0)))) {
+                    usados.push_back(std::move(usado));
+                }
+            }
+        }
+        for (const Ref<LogradouroED> &usado : usados) {
+            usado->Versao = 1;
+            Celulas celulas = MapaRegistro::CelulasDe(*usado);
+            celulas.push_back({"NomeBusca", Q(TextoBusca(usado->NomeLograd))});
+            m_Banco.Insere("LOGRADOURO", celulas);
+        }
+    }
+
+    void CriaLayouts()
+    {
+        for (const Ref<LayoutED> &layout : LayoutsDoPrograma()) {
+            MapaRegistro::Insere(m_Banco, "LAYOUT", *layout);
         }
     }
 

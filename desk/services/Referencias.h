@@ -7,8 +7,12 @@
 
 namespace mesa {
 
-// The code of a street is its place in the table of streets, from 1, behind that of its municipality.
-inline constexpr std::int32_t ViasPorMunicipio = 1000;
+struct Municipio {
+    std::int32_t Codigo = 0; // of the statistics institute
+    std::string Nome;
+    std::string UF;
+    std::int32_t CodReceita = 0;
+};
 
 // A type of equipment.
 struct TipoOferecido {
@@ -30,22 +34,28 @@ class Referencias {
     // Read once from the program's own data.
     static const Referencias &Tabelas();
 
-    bool TemMunicipio(std::int32_t codMunic) const { return m_Municipios.count(codMunic) > 0; }
+    bool TemMunicipio(std::int32_t codMunic) const { return AchaMunicipio(codMunic) != nullptr; }
+    // Null for a code that there is not.
+    const Municipio *AchaMunicipio(std::int32_t codMunic) const;
+    bool TemEstado(const std::string &uf) const { return m_Estados.count(uf) > 0; }
     bool TemRejeicao(std::int32_t numero) const;
-    bool TemLogradouro(std::int32_t codLograd) const;
     // Null for a code that there is not.
     const TipoOferecido *Tipo(const std::string &codigo) const;
 
+    // Of the whole country, in order of code.
+    const std::vector<Municipio> &Municipios() const { return m_Municipios; }
+    // Their letters, in order.
+    const std::set<std::string> &Estados() const { return m_Estados; }
     const std::vector<TipoOferecido> &Tipos() const { return m_Tipos; }
     const std::vector<Rejeicao> &Rejeicoes() const { return m_Rejeicoes; }
 
   private:
     Referencias();
 
-    std::set<std::int32_t> m_Municipios;
+    std::vector<Municipio> m_Municipios;
+    std::set<std::string> m_Estados;
     std::vector<Rejeicao> m_Rejeicoes;
     std::vector<TipoOferecido> m_Tipos;
-    std::int32_t m_Vias = 0;
 };
 
 } // namespace mesa

@@ -7,41 +7,45 @@
 #include "host/Conversoes.h"
 
 #include <QByteArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 
-#include <algorithm>
 #include <cmath>
-#include <string_view>
 
 namespace mesa {
 
 namespace {
 
-constexpr qsizetype Margem = 1024; // bytes at each end in which a PDF has its marks
-
-void ConferePDF(const QByteArray &conteudo)
+// Whether every entry that the history has of the document, and there is one, tells of this content.
+bool ConfereComHistorico(Banco &banco, std::int64_t numero, const QString &soma)
 {
-    if (conteudo.isEmpty()) {
-        throw Recusa("O documento está vazio.");
+    Consulta entradas(banco, "SELECT Depois FROM HISTORICO WHERE Entidade = 'DOCUMENTO' AND NroEntidade = ?",
+                      {qlonglong(numero)});
+    bool achou = false;
+    while (entradas.Proxima()) {
+        const QJsonObject depois = QJsonDocument::fromJson(QByteArray::fromStdString(entradas.Texto(0))).object();
+        if (depois.value("Sha256").toString() != soma) {
+            return false;
+        }
+        achou = true;
     }
-    if (static_cast<std::size_t>(conteudo.size()) > ServicoDocumentos::MaiorTamanho) {
-        throw Recusa("O documento ultrapassa o tamanho máximo de 5 Mb (" + CStr(conteudo.size()) + " bytes).");
-    }
-    if (!conteudo.first(std::min(Margem, conteudo.size())).contains("%PDF-") ||
-        !conteudo.last(std::min(Margem, conteudo.size())).contains("%%EOF")) {
-        throw Recusa("O documento não é um PDF completo: confira o arquivo e envie de novo.");
-    }
+    return achou;
 }
 
 } // namespace
 
-double ServicoDocumentos::Guarda(const Bytes &bytes)
+void ServicoDocumentos::ExigeGuardar() const
 {
     if (!m_Operacao.Possui("I")) {
         m_Operacao.Exige("A", "guardar documentos");
     }
+}
+
+double ServicoDocumentos::Guarda(const Bytes &bytes)
+{
+    ExigeGuardar();
     const auto conteudo =
         QByteArray::fromRawData(reinterpret_cast<const char *>(bytes.data()), static_cast<qsizetype>(bytes.size()));
-    ConferePDF(conteudo);
     const QString soma = Q(Resumo(conteudo));
     const Operador &quem = m_Operacao.Quem();
     const std::int64_t numero = m_Operacao.Dados()
@@ -62,17 +66,24 @@ Bytes ServicoDocumentos::Le(double numero)
 {
     m_Operacao.Exige("", "ver documentos");
     const bool inteiro = std::fabs(numero) < 9e15 && numero == std::floor(numero);
-    Consulta linha(m_Operacao.Dados(),
-                   "SELECT Tamanho, Sha256, Conteudo FROM DOCUMENTO WHERE NroDocumento = ? AND ClienteInc = ?",
-                   {inteiro ? qlonglong(numero) : 0, Q(m_Operacao.Quem().Cliente)});
-    if (!linha.Proxima()) {
-        throw Recusa("O documento de número " + Conferencia::Numero(numero) + " não existe no cliente " +
-                     m_Operacao.Quem().Cliente + ".");
+    const std::int64_t procurado = inteiro ? std::int64_t(numero) : 0;
+    const std::string nome = "O documento de número " + Conferencia::Numero(numero);
+    QByteArray conteudo;
+    {
+        Consulta linha(m_Operacao.Dados(),
+                       "SELECT Tamanho, Sha256, Conteudo FROM DOCUMENTO WHERE NroDocumento = ? AND ClienteInc = ?",
+                       {qlonglong(procurado), Q(m_Operacao.Quem().Cliente)});
+        if (!linha.Proxima()) {
+            throw Recusa(nome + " não existe no cliente " + m_Operacao.Quem().Cliente + ".");
+        }
+        conteudo = linha.Valor(2).toByteArray();
+        if (conteudo.size() != linha.Inteiro(0) || Resumo(conteudo) != linha.Texto(1)) {
+            throw Recusa(nome + " está danificado no registro: recupere-o de uma cópia de segurança.");
+        }
     }
-    const QByteArray conteudo = linha.Valor(2).toByteArray();
-    if (conteudo.size() != linha.Inteiro(0) || Resumo(conteudo) != linha.Texto(1)) {
-        throw Recusa("O documento de número " + Conferencia::Numero(numero) +
-                     " está danificado no registro: recupere-o de uma cópia de segurança.");
+    if (!ConfereComHistorico(m_Operacao.Dados(), procurado, Q(Resumo(conteudo)))) {
+        throw Recusa(nome + " não é o que foi guardado, pelo que diz o histórico: recupere-o de uma cópia de "
+                            "segurança.");
     }
     return Bytes(conteudo.begin(), conteudo.end());
 }

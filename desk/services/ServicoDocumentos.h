@@ -8,12 +8,12 @@ namespace mesa {
 // The certificates: PDF documents of a client, stored once and never changed, with size and SHA-256.
 class ServicoDocumentos {
   public:
-    static constexpr std::size_t MaiorTamanho = 5242880;
-
     explicit ServicoDocumentos(Operacao &operacao) : m_Operacao(operacao) {}
 
+    void ExigeGuardar() const;
+    // The caller has found no defect in the content.
     double Guarda(const Bytes &bytes);
-    // Size and SHA-256 are verified.
+    // Size and SHA-256 are verified, the latter with the history as well.
     Bytes Le(double numero);
 
   private:

@@ -5,6 +5,8 @@
 #include "desk/services/MapaRegistro.h"
 #include "desk/services/Recusa.h"
 #include "desk/services/Referencias.h"
+#include "desk/services/RegrasDoTipo.h"
+#include "desk/services/ServicoLayouts.h"
 #include "desk/services/ServicoSensores.h"
 #include "desk/services/TextoBusca.h"
 #include "host/Conversoes.h"
@@ -17,7 +19,9 @@ namespace mesa {
 
 namespace {
 
-const std::string_view TiposDeVia[] = {"", "R", "U", "I"};
+const std::string_view ViaNaGeracao = "I"; // told each time the photo bank is made
+const std::string_view TiposDeVia[] = {"", "R", "U", ViaNaGeracao};
+constexpr std::uint8_t MedidorEstatico = 2;
 
 // Refused where there is no such type, as in a row that came past the services.
 const TipoOferecido &TipoDe(const EquiptoED &equipto)
@@ -100,7 +104,8 @@ Ref<EquiptoED> ServicoEquipamentos::Inclui(const EquiptoED &pedido)
     }
     novo->Ativo = Indicador::Sim;
     FirmaIndicadores(*novo);
-    ConfereRegistro(*novo);
+    ConfereRegistro(*novo, nullptr);
+    ServicoLayouts(m_Operacao).ConfereOferecido(novo->ArquivoLayout);
     if (!TipoDe(*novo).Em(novo->TipoAgente)) {
         throw Recusa("O tipo de medidor " + CStr(novo->TipoAgente.Valor()) + " não tem o tipo de equipamento \"" +
                      novo->TipoEquip.Valor() + "\".");
@@ -111,7 +116,7 @@ Ref<EquiptoED> ServicoEquipamentos::Inclui(const EquiptoED &pedido)
     novo->NroIntEquip =
         static_cast<std::int32_t>(MapaRegistro::Insere(m_Operacao.Dados(), "EQUIPAMENTO", *novo, Derivados(*novo, 1)));
     Registra("inclui", novo->NroIntEquip, 1);
-    ServicoSensores(m_Operacao, novo->NroIntEquip, 1).Grava(pedido.Sensores);
+    ServicoSensores(m_Operacao, *novo, 1).Grava(pedido.Sensores);
     return Completo(novo->NroIntEquip);
 }
 
@@ -135,11 +140,14 @@ void ServicoEquipamentos::Altera(const EquiptoED &pedido)
     novo->DataTrans = gravado.Registro->DataTrans.Valor();
     novo->HoraTrans = gravado.Registro->HoraTrans.Valor();
     FirmaIndicadores(*novo);
-    ConfereRegistro(*novo);
+    ConfereRegistro(*novo, gravado.Registro.Ponteiro());
+    if (novo->ArquivoLayout.Valor() != gravado.Registro->ArquivoLayout.Valor()) {
+        ServicoLayouts(m_Operacao).ConfereOferecido(novo->ArquivoLayout);
+    }
 
     const std::int64_t versao = gravado.Versao + 1;
     const bool mudou = MapaRegistro::Json(*novo) != MapaRegistro::Json(*gravado.Registro);
-    const bool mudouSensores = ServicoSensores(m_Operacao, numero, versao).Grava(pedido.Sensores);
+    const bool mudouSensores = ServicoSensores(m_Operacao, *novo, versao).Grava(pedido.Sensores);
     if (!mudou && !mudouSensores) {
         return;
     }
@@ -158,7 +166,7 @@ Ref<EquiptoED> ServicoEquipamentos::Consulta(const EquiptoED &pedido)
 Ref<EquiptoED> ServicoEquipamentos::Completo(std::int32_t nroIntEquip)
 {
     const EquipamentoGravado gravado = Acha(nroIntEquip);
-    gravado.Registro->Sensores = ServicoSensores(m_Operacao, nroIntEquip, gravado.Versao).Ativos();
+    gravado.Registro->Sensores = ServicoSensores(m_Operacao, *gravado.Registro, gravado.Versao).Ativos();
     m_Operacao.Lembra(Raiz::Equipamento, nroIntEquip, gravado.Versao);
     return gravado.Registro;
 }
@@ -202,26 +210,66 @@ void ServicoEquipamentos::DefineAtivo(const EquiptoED &pedido, std::uint8_t ativ
     m_Operacao.LembraAMinha(Raiz::Equipamento, pedido.NroIntEquip, gravado.Versao);
 }
 
-void ServicoEquipamentos::ConfereRegistro(const EquiptoED &e) const
+// What was stored and stays as it was is not asked for again.
+void ServicoEquipamentos::ConfereRegistro(const EquiptoED &e, const EquiptoED *antes) const
 {
-    const Referencias &tabelas = Referencias::Tabelas();
+    const auto mudou = [&]<class T>(Campo<T> EquiptoED::*campo) {
+        return antes == nullptr || (e.*campo).Valor() != (antes->*campo).Valor();
+    };
     TipoDe(e);
+    const RegrasDoTipo regras = RegrasDe(e.TipoEquip.Valor());
+    const auto obrigatorio = [&](std::string_view membro, bool muda, bool informado, bool pelaRegra) {
+        if (muda && !informado) {
+            throw Recusa(Conferencia::OCampo(membro) + " precisa ser informado" +
+                         (pelaRegra ? " para o tipo de equipamento \"" + e.TipoEquip.Valor() + "\"" : "") + ".");
+        }
+    };
+    const auto preenchido = [&](Campo<std::string> EquiptoED::*campo) { return !Trim((e.*campo).Valor()).empty(); };
+    obrigatorio("Codigo", mudou(&EquiptoED::Codigo), preenchido(&EquiptoED::Codigo), false);
+    obrigatorio("Descricao", mudou(&EquiptoED::Descricao), preenchido(&EquiptoED::Descricao), false);
+    obrigatorio("Modelo", mudou(&EquiptoED::Modelo), preenchido(&EquiptoED::Modelo), false);
     Conferencia::Membros("EQUIPAMENTO", e);
+
+    const Referencias &tabelas = Referencias::Tabelas();
     if (std::find(std::begin(TiposDeVia), std::end(TiposDeVia), e.TipoVia.Valor()) == std::end(TiposDeVia)) {
         throw Recusa("Não existe o tipo de via \"" + e.TipoVia.Valor() + "\".");
     }
-    if (e.CodMunic.Valor() != 0 && !tabelas.TemMunicipio(e.CodMunic)) {
+    if (e.CodMunic.Valor() != 0 && mudou(&EquiptoED::CodMunic) && !tabelas.TemMunicipio(e.CodMunic)) {
         throw Recusa("Não existe o município de código " + CStr(e.CodMunic.Valor()) + ".");
     }
-    if (e.NroIntRejLimDif.Valor() != 0 && !tabelas.TemRejeicao(e.NroIntRejLimDif)) {
+    if (e.NroIntRejLimDif.Valor() != 0 && mudou(&EquiptoED::NroIntRejLimDif) &&
+        !tabelas.TemRejeicao(e.NroIntRejLimDif)) {
         throw Recusa("Não existe a rejeição de número " + CStr(e.NroIntRejLimDif.Valor()) + ".");
     }
-    if (!e.SetorInc.Valor().empty()) {
-        mesa::Consulta setor(m_Operacao.Dados(), "SELECT 1 FROM SETOR WHERE CodCliente = ? AND Nome = ?",
+    if (!e.SetorInc.Valor().empty() && mudou(&EquiptoED::SetorInc)) {
+        mesa::Consulta setor(m_Operacao.Dados(), "SELECT 1 FROM SETOR WHERE CodCliente = ? AND Nome = ? AND Ativo = 1",
                              {m_Operacao.Quem().CodCliente, Q(e.SetorInc)});
         if (!setor.Proxima()) {
             throw Recusa("O cliente " + m_Operacao.Quem().Cliente + " não tem o setor \"" + e.SetorInc.Valor() + "\".");
         }
+    }
+
+    obrigatorio("CodMunic", mudou(&EquiptoED::CodMunic), e.CodMunic.Valor() != 0 || !regras.PedeMunicipio, true);
+    obrigatorio("ArquivoLayout", mudou(&EquiptoED::ArquivoLayout),
+                preenchido(&EquiptoED::ArquivoLayout) || !regras.TemLayout, true);
+    // The form does not send the speed of a static meter.
+    obrigatorio("VelocPermitida", mudou(&EquiptoED::VelocPermitida),
+                e.VelocPermitida.Valor() > 0 || !regras.TemVelocidade || e.TipoAgente.Valor() == MedidorEstatico, true);
+    const std::string doTipo = "Equipamentos do tipo \"" + e.TipoEquip.Valor() + "\" ";
+    if (e.TipoVia.Valor() == ViaNaGeracao && mudou(&EquiptoED::TipoVia) && !regras.ViaNaGeracao) {
+        throw Recusa(doTipo + "têm o seu tipo de via: ele não é informado na geração do banco de fotos.");
+    }
+    if (e.TemLimiteDif.Valor() == Indicador::Sim && mudou(&EquiptoED::TemLimiteDif) && !regras.TemLimites) {
+        throw Recusa(doTipo + "não trabalham com limites diferenciados.");
+    }
+    if (e.NroIntRejLimDif.Valor() != 0 && mudou(&EquiptoED::NroIntRejLimDif) &&
+        e.TemLimiteDif.Valor() != Indicador::Sim) {
+        throw Recusa(
+            "A rejeição automática é dos equipamentos que trabalham com limites diferenciados, e o equipamento " +
+            e.Codigo.Valor() + " não trabalha.");
+    }
+    if (!e.txtObsNotif.Valor().empty() && mudou(&EquiptoED::txtObsNotif) && !regras.TemObservacao) {
+        throw Recusa(doTipo + "não têm observação na notificação.");
     }
 }
 

@@ -40,7 +40,8 @@ class ServicoEquipamentos {
   private:
     // With its sensors and calibrations; the session has then read it.
     Ref<EquiptoED> Completo(std::int32_t nroIntEquip);
-    void ConfereRegistro(const EquiptoED &equipto) const;
+    // antes: as it was stored; null for a new one.
+    void ConfereRegistro(const EquiptoED &equipto, const EquiptoED *antes) const;
     void ConfereImutaveis(const EquiptoED &pedido, const EquipamentoGravado &gravado) const;
     void ConfereCodigoLivre(const EquiptoED &equipto) const;
     void DefineAtivo(const EquiptoED &pedido, std::uint8_t ativo);

@@ -4,7 +4,7 @@
 #include "desk/services/Historico.h"
 #include "desk/services/MapaRegistro.h"
 #include "desk/services/Recusa.h"
-#include "desk/services/ServicoEquipamentos.h"
+#include "desk/services/RegrasDoTipo.h"
 #include "host/Conversoes.h"
 #include "host/Indicador.h"
 
@@ -44,6 +44,15 @@ template <> struct Especie<LimiteDifED> {
         Conferencia::Faixa("VelocPerm", linha.VelocPerm, proibido ? 0 : 1, proibido ? 0 : MaiorVelocidade);
         Conferencia::Faixa("VelocMin", linha.VelocMin, 0, proibido ? 0 : MaiorVelocidade);
     }
+    static bool TemNo(const EquiptoED &equipto, const LimiteDifED &linha)
+    {
+        return linha.TipoLimite.Valor() == HorarioProibido ? RegrasDe(equipto.TipoEquip.Valor()).TemHorariosProibidos
+                                                           : equipto.TemLimiteDif.Valor() == Indicador::Sim;
+    }
+    static std::string Plural(const LimiteDifED &linha)
+    {
+        return linha.TipoLimite.Valor() == HorarioProibido ? "horários proibidos" : "limites diferenciados";
+    }
     static void ConfereImutaveis(const LimiteDifED &antes, const LimiteDifED &depois)
     {
         if (antes.Dia.Valor() != depois.Dia.Valor() || antes.TipoLimite.Valor() != depois.TipoLimite.Valor()) {
@@ -72,6 +81,11 @@ template <> struct Especie<DiaEspecificoED> {
         Conferencia::Faixa("VelocPerm", linha.VelocPerm, 1, MaiorVelocidade);
         Conferencia::Faixa("VelocMin", linha.VelocMin, 0, MaiorVelocidade);
     }
+    static bool TemNo(const EquiptoED &equipto, const DiaEspecificoED &)
+    {
+        return equipto.TemLimiteDif.Valor() == Indicador::Sim;
+    }
+    static std::string Plural(const DiaEspecificoED &) { return "limites diferenciados"; }
     static void ConfereImutaveis(const DiaEspecificoED &, const DiaEspecificoED &) {} // the date may change
     static QString MesmoDia() { return " AND Data = ?"; }
     static QVariantList ValoresMesmoDia(const DiaEspecificoED &linha) { return {DiaCivil(linha.Data)}; }
@@ -215,7 +229,7 @@ template <class R> Ref<R> ServicoLimites::Inclui(const R &pedido)
     MapaRegistro::Sobrepoe(*novo, pedido);
     novo->Ativo = Indicador::Sim;
     ConfereRegistro(*novo);
-    ConfereEquipamento(*novo);
+    ConfereEspecie(ConfereEquipamento(*novo), *novo);
     novo->NroInt =
         static_cast<std::int32_t>(MapaRegistro::Insere(m_Operacao.Dados(), Tabela<R>(), *novo, {{"Versao", 1}}));
     Registra<R>("inclui", novo->NroInt, 1);
@@ -238,10 +252,11 @@ template <class R> Ref<R> ServicoLimites::Altera(const R &pedido)
         throw Recusa(Especie<R>::Nome(antes) + " é de outro equipamento.");
     }
     Especie<R>::ConfereImutaveis(antes, *depois);
-    ConfereEquipamento(*depois);
+    const EquipamentoGravado equipamento = ConfereEquipamento(*depois);
     if (MapaRegistro::Json(antes) == MapaRegistro::Json(*depois)) {
         return depois;
     }
+    ConfereEspecie(equipamento, *depois);
     const std::int64_t versao = gravado.Versao + 1;
     MapaRegistro::Atualiza(m_Operacao.Dados(), Tabela<R>(), *depois, {{"Versao", qlonglong(versao)}});
     Registra<R>("altera", pedido.NroInt, versao);
@@ -272,11 +287,19 @@ template <class R> void ServicoLimites::ConfereAtivo(const R &linha) const
     }
 }
 
-template <class R> void ServicoLimites::ConfereEquipamento(const R &linha) const
+template <class R> EquipamentoGravado ServicoLimites::ConfereEquipamento(const R &linha) const
 {
-    const EquipamentoGravado equipamento = ServicoEquipamentos(m_Operacao).Acha(linha.NroIntEquip);
+    EquipamentoGravado equipamento = ServicoEquipamentos(m_Operacao).Acha(linha.NroIntEquip);
     if (!equipamento.Ativo()) {
         throw Recusa(equipamento.Nome() + " está desativado e não pode ser alterado. Reative-o antes.");
+    }
+    return equipamento;
+}
+
+template <class R> void ServicoLimites::ConfereEspecie(const EquipamentoGravado &equipamento, const R &linha) const
+{
+    if (!Especie<R>::TemNo(*equipamento.Registro, linha)) {
+        throw Recusa(equipamento.Nome() + " não trabalha com " + Especie<R>::Plural(linha) + ".");
     }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "desk/services/Operacao.h"
+#include "desk/services/ServicoEquipamentos.h"
 #include "host/EquiptoED.h"
 
 #include <cstdint>
@@ -45,7 +46,9 @@ class ServicoLimites {
     template <class R> Ref<R> Altera(const R &pedido);
     template <class R> void Desativa(std::int32_t nroInt);
     template <class R> void ConfereSobreposicao(const R &linha) const;
-    template <class R> void ConfereEquipamento(const R &linha) const;
+    template <class R> EquipamentoGravado ConfereEquipamento(const R &linha) const;
+    // Whether the equipment works with rows of this kind.
+    template <class R> void ConfereEspecie(const EquipamentoGravado &equipamento, const R &linha) const;
     template <class R> void ConfereAtivo(const R &linha) const;
     template <class R> void Registra(const char *acao, std::int32_t numero, std::int64_t versao);
 

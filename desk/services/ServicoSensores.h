@@ -1,6 +1,8 @@
 #pragma once
 
 #include "desk/services/Operacao.h"
+#include "desk/services/RegrasDoTipo.h"
+#include "host/EquiptoED.h"
 #include "host/SensorED.h"
 
 #include <cstdint>
@@ -14,7 +16,7 @@ namespace mesa {
 class ServicoSensores {
   public:
     // versao: that of the equipment once the operation is confirmed.
-    ServicoSensores(Operacao &operacao, std::int32_t nroIntEquip, std::int64_t versao);
+    ServicoSensores(Operacao &operacao, const EquiptoED &equipto, std::int64_t versao);
 
     // Stores the sensors sent, and their calibrations: without a number they are new, and members left unset keep what
     // was stored. Byte 2 deactivates. Whether anything changed.
@@ -26,22 +28,39 @@ class ServicoSensores {
     struct AfericaoPedida {
         Ref<AfericaoED> Antes; // Nothing for a new one
         Ref<AfericaoED> Depois;
+        std::int64_t Versao = 1; // that it then has
     };
 
-    bool GravaSensor(const SensorED &pedido);
+    struct SensorGravado {
+        Ref<SensorED> Antes; // Nothing for a new one
+        Ref<SensorED> Depois;
+        bool Mudou = false;
+    };
+
+    SensorGravado GravaSensor(const SensorED &pedido);
     bool GravaAfericoes(const SensorED &sensor, const ListaDe<AfericaoED> &afericoes);
     AfericaoPedida Funde(const SensorED &sensor, const AfericaoED &pedida) const;
     Ref<SensorED> AchaSensor(std::int32_t numero) const;
     Ref<AfericaoED> AchaAfericao(const SensorED &sensor, double numero) const;
+    // antes: as it was stored, null for a new one. What stays as it was is not asked for again.
     void Confere(const SensorED &sensor, const SensorED *antes) const;
     void Confere(const AfericaoED &afericao, const AfericaoED *antes) const;
+    void ConfereDatas(const AfericaoED &afericao, const AfericaoED *antes) const;
+    void ConfereDocumento(const AfericaoED &afericao) const;
+    // The sensors that came to be active, and those that ceased to be, leave a run of numbers from 1.
+    void ConfereNumeros(const std::set<std::int32_t> &vindos, const std::set<std::int32_t> &idos) const;
     void ConferePeriodoLivre(const SensorED &sensor, const AfericaoED &afericao) const;
     void Escreve(const SensorED &sensor, AfericaoPedida &pedida);
     // antes, depois: whether it is active, as the records tell it.
-    void Registra(const char *entidade, std::int64_t numero, bool existia, std::uint8_t antes, std::uint8_t depois);
+    void Registra(const char *entidade, std::int64_t numero, bool existia, std::uint8_t antes, std::uint8_t depois,
+                  const std::string &motivo = {});
+    std::int64_t VersaoDaAfericao(double numero) const;
 
     Operacao &m_Operacao;
     std::int32_t m_NroIntEquip;
+    std::string m_Codigo;
+    std::string m_TipoEquip;
+    RegrasDoTipo m_Regras;
     std::int64_t m_Versao;
     std::set<std::int64_t> m_Gravadas; // calibrations written in this operation
 };

@@ -10,7 +10,8 @@
 
 namespace mesa {
 
-Ref<Servicos> Servicos::Abre(const std::string &caminho, Relogio agora, const std::string &pastaDasCopias)
+Ref<Servicos> Servicos::Abre(const std::string &caminho, Relogio agora, const CustoDaSenha &custo,
+                             const std::string &pastaDasCopias)
 try {
     const Instante momento = agora();
     auto banco = std::make_shared<Banco>(std::make_unique<DialetoSQLite>(), caminho, momento, [&] {
@@ -23,16 +24,16 @@ try {
                             copia.Frase);
         }
     });
-    return Novo<ServicosSql>(std::move(banco), std::move(agora));
+    return Novo<ServicosSql>(std::move(banco), std::move(agora), custo);
 } catch (...) {
     PassaFalha(" < Servicos.Abre");
 }
 
-Ref<Servicos> Servicos::Cria(const std::string &caminho, TipoDeRegistro tipo, Relogio agora)
+Ref<Servicos> Servicos::Cria(const std::string &caminho, TipoDeRegistro tipo, Relogio agora, const CustoDaSenha &custo)
 try {
     auto banco = std::make_shared<Banco>(std::make_unique<DialetoSQLite>(), caminho,
                                          [&](Banco &novo) { Fundacao::Funda(novo, tipo, agora()); });
-    return Novo<ServicosSql>(std::move(banco), std::move(agora));
+    return Novo<ServicosSql>(std::move(banco), std::move(agora), custo);
 } catch (...) {
     PassaFalha(" < Servicos.Cria");
 }

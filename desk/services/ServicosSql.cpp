@@ -1,14 +1,31 @@
 #include "desk/services/ServicosSql.h"
 
+#include "desk/services/Permissoes.h"
+#include "desk/services/Recusa.h"
+#include "desk/services/RegrasDeCadastro.h"
+#include "desk/services/RegrasDeSenha.h"
+#include "desk/services/ServicoClientes.h"
 #include "desk/services/SessaoSql.h"
 #include "desk/services/Usuarios.h"
+#include "host/Conversoes.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace mesa {
 
-ServicosSql::ServicosSql(std::shared_ptr<Banco> banco, Relogio agora)
+namespace {
+
+Falha JaExiste(const std::string &descricao)
+{
+    return Falha(NumeroFalha::ChaveJaExiste, "Servicos", descricao);
+}
+
+} // namespace
+
+ServicosSql::ServicosSql(std::shared_ptr<Banco> banco, Relogio agora, const CustoDaSenha &custo)
     : m_Banco(std::move(banco)),
+      m_Portaria(std::make_shared<Portaria>(m_Banco, custo)),
       m_Agora(std::move(agora))
 {
     m_Banco->Le([&] {
@@ -20,36 +37,96 @@ ServicosSql::ServicosSql(std::shared_ptr<Banco> banco, Relogio agora)
     });
 }
 
-Ref<SessaoServico> ServicosSql::Entra(const std::string &usuario, const std::string &senha, std::string &recusa,
-                                      std::int32_t &espera)
+Ref<SessaoServico> ServicosSql::Entra(const std::string &usuario, const Segredo &senha, const std::string &estacao,
+                                      std::string &recusa, std::int32_t &espera)
 try {
-    const auto operador = Usuarios(*m_Banco).Entra(usuario, senha, m_Agora().Local, recusa, espera);
-    if (!operador) {
+    const auto entrada = m_Portaria->Entra(usuario, senha, estacao, m_Agora(), recusa, espera);
+    if (!entrada) {
         return nullptr;
     }
-    return Novo<SessaoSql>(m_Banco, m_Agora, *operador);
+    return Novo<SessaoSql>(m_Banco, m_Agora, m_Portaria, *entrada, m_ExigeMotivo);
 } catch (...) {
     PassaFalha(" < Servicos.Entra");
 }
 
-void ServicosSql::CadastraUsuario(const Operador &operador, const std::string &senha,
-                                  const std::vector<std::string> &acoes)
+bool ServicosSql::PrimeiroAdministrador(const ClienteCadastrado &cliente, const Operador &quem, const Segredo &senha,
+                                        std::string &recusa)
 try {
-    Usuarios(*m_Banco).CadastraUsuario(operador, senha, acoes, m_Agora());
+    recusa.clear();
+    m_Banco->Escreve([&] {
+        if (Usuarios::HaUsuarios(*m_Banco)) {
+            throw Recusa("O registro já tem usuários: quem os administra inclui os outros.");
+        }
+        Usuarios::Novo novo;
+        novo.Quem = quem;
+        novo.Quem.Numero = 0;
+        novo.Quem.CodCliente = cliente.CodCliente;
+        novo.Quem.Usuario = RegrasDeCadastro::Usuario(quem.Usuario);
+        novo.Quem.Nome = RegrasDeCadastro::NomeDaPessoa(quem.Nome);
+        RegrasDeCadastro::Municipio(quem.CodMunic);
+        const ClienteCadastrado conferido = ServicoClientes::Conferido(*m_Banco, cliente);
+        novo.Quem.Setor = quem.Setor.empty() ? "" : RegrasDeCadastro::NomeDoSetor(quem.Setor);
+        if (!quem.Setor.empty() && std::ranges::find(conferido.Setores, novo.Quem.Setor) == conferido.Setores.end()) {
+            throw Recusa("O cliente " + conferido.Nome + " não tem o setor ativo \"" + novo.Quem.Setor + "\".");
+        }
+        RegrasDeSenha::Confere(senha, novo.Quem.Usuario, novo.Quem.Nome);
+        novo.Senha = Senhas::Embaralha(senha, m_Portaria->Custo());
+        for (const Direito &direito : Permissoes::Direitos()) {
+            novo.Direitos.emplace_back(direito.Objeto, direito.Acao);
+        }
+        Usuarios usuarios(*m_Banco, m_Agora(), 0);
+        usuarios.IncluiCliente(conferido);
+        usuarios.Inclui(novo);
+    });
+    return true;
+} catch (const Recusa &motivo) {
+    recusa = motivo.what();
+    return false;
+} catch (...) {
+    PassaFalha(" < Servicos.PrimeiroAdministrador");
+}
+
+void ServicosSql::CadastraUsuario(const Operador &operador, const Segredo &senha, const std::vector<std::string> &acoes,
+                                  const std::vector<std::string> &administra)
+try {
+    Usuarios::Novo novo{operador, Senhas::Embaralha(senha, m_Portaria->Custo()), false, {}};
+    for (const std::string &acao : acoes) {
+        novo.Direitos.emplace_back(Permissoes::Objeto, acao);
+    }
+    for (const std::string &acao : administra) {
+        novo.Direitos.emplace_back(Permissoes::ObjetoAdministracao, acao);
+    }
+    m_Banco->Escreve([&] {
+        if (Consulta(*m_Banco, "SELECT 1 FROM USUARIO WHERE Chave = ? OR Numero = ?",
+                     {Q(RegrasDeCadastro::ChaveDoUsuario(operador.Usuario)), operador.Numero})
+                .Proxima()) {
+            throw JaExiste("Já existe o usuário " + operador.Usuario + ", ou outro de número " + CStr(operador.Numero) +
+                           ".");
+        }
+        Usuarios(*m_Banco, m_Agora(), 0).Inclui(novo);
+    });
 } catch (...) {
     PassaFalha(" < Servicos.CadastraUsuario");
 }
 
 void ServicosSql::CadastraCliente(const ClienteCadastrado &cliente)
 try {
-    Usuarios(*m_Banco).CadastraCliente(cliente, m_Agora());
+    m_Banco->Escreve([&] {
+        if (Consulta(*m_Banco, "SELECT 1 FROM CLIENTE WHERE CodCliente = ? OR Nome = ?",
+                     {cliente.CodCliente, Q(cliente.Nome)})
+                .Proxima()) {
+            throw JaExiste("Já existe o cliente " + cliente.Nome + ", ou outro de código " + CStr(cliente.CodCliente) +
+                           ".");
+        }
+        Usuarios(*m_Banco, m_Agora(), 0).IncluiCliente(cliente);
+    });
 } catch (...) {
     PassaFalha(" < Servicos.CadastraCliente");
 }
 
 bool ServicosSql::Vazio()
 try {
-    return Usuarios(*m_Banco).Vazio();
+    return m_Banco->Le([&] { return !Usuarios::HaUsuarios(*m_Banco); });
 } catch (...) {
     PassaFalha(" < Servicos.Vazio");
 }

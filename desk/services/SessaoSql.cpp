@@ -1,14 +1,23 @@
 #include "desk/services/SessaoSql.h"
 
+#include "desk/services/ConteudoPdf.h"
+#include "desk/services/MotivoCorrecao.h"
 #include "desk/services/Permissoes.h"
 #include "desk/services/PesquisaEquipamentos.h"
 #include "desk/services/Recusa.h"
 #include "desk/services/ServicoAfericoes.h"
+#include "desk/services/ServicoClientes.h"
 #include "desk/services/ServicoDocumentos.h"
 #include "desk/services/ServicoEquipamentos.h"
+#include "desk/services/ServicoLayouts.h"
 #include "desk/services/ServicoLimites.h"
+#include "desk/services/ServicoLogradouros.h"
+#include "desk/services/ServicoUsuarios.h"
 #include "desk/services/Usuarios.h"
+#include "host/Conversoes.h"
+#include "host/Indicador.h"
 
+#include <algorithm>
 #include <map>
 #include <type_traits>
 #include <utility>
@@ -23,21 +32,27 @@ struct Atendimento {
     std::function<Valor(Operacao &, const Ref<Objeto> &)> Atende;
 };
 
+template <class Pedido> const Pedido &ComoPedido(const Ref<Objeto> &objeto)
+{
+    const auto *pedido = dynamic_cast<const Pedido *>(objeto.Ponteiro());
+    if (pedido == nullptr) {
+        throw Recusa("A operação pede um registro " + std::string(Pedido::Nome) + " e recebeu " +
+                     (objeto.Nada() ? "nenhum" : std::string(objeto->NomeTipo())) + ".");
+    }
+    return *pedido;
+}
+
 template <class Servico, class Pedido, class Resposta>
 Atendimento Atende(bool escreve, Resposta (Servico::*operacao)(const Pedido &))
 {
     return {escreve, [operacao](Operacao &contexto, const Ref<Objeto> &objeto) -> Valor {
-                const auto *pedido = dynamic_cast<const Pedido *>(objeto.Ponteiro());
-                if (pedido == nullptr) {
-                    throw Recusa("A operação pede um registro " + std::string(Pedido::Nome) + " e recebeu " +
-                                 (objeto.Nada() ? "nenhum" : std::string(objeto->NomeTipo())) + ".");
-                }
+                const Pedido &pedido = ComoPedido<Pedido>(objeto);
                 Servico servico(contexto);
                 if constexpr (std::is_void_v<Resposta>) {
-                    (servico.*operacao)(*pedido);
+                    (servico.*operacao)(pedido);
                     return {};
                 } else {
-                    return (servico.*operacao)(*pedido);
+                    return (servico.*operacao)(pedido);
                 }
             }};
 }
@@ -66,36 +81,118 @@ const std::map<ChaveOperacao, Atendimento> &Atendimentos()
         {{"EquiptoRN", "alteraDiaEspecifico"}, Atende(escreve, &ServicoLimites::AlteraDia)},
         {{"EquiptoRN", "desativaLimiteDif"}, Atende(escreve, &ServicoLimites::DesativaLimite)},
         {{"EquiptoRN", "desativaDiaEspecifico"}, Atende(escreve, &ServicoLimites::DesativaDia)},
+        {{"AdministracaoRN", "listaUsuarios"}, Atende(le, &ServicoUsuarios::Lista)},
+        {{"AdministracaoRN", "consultaUsuario"}, Atende(le, &ServicoUsuarios::Consulta)},
+        {{"AdministracaoRN", "incluiUsuario"}, Atende(escreve, &ServicoUsuarios::Inclui)},
+        {{"AdministracaoRN", "alteraUsuario"}, Atende(escreve, &ServicoUsuarios::Altera)},
+        {{"AdministracaoRN", "desativaUsuario"}, Atende(escreve, &ServicoUsuarios::Desativa)},
+        {{"AdministracaoRN", "reativaUsuario"}, Atende(escreve, &ServicoUsuarios::Reativa)},
+        {{"AdministracaoRN", "desbloqueiaUsuario"}, Atende(escreve, &ServicoUsuarios::Desbloqueia)},
+        {{"AdministracaoRN", "defineSenha"}, Atende(escreve, &ServicoUsuarios::DefineSenha)},
+        {{"AdministracaoRN", "listaEntradasRecusadas"}, Atende(le, &ServicoUsuarios::EntradasRecusadas)},
+        {{"AdministracaoRN", "listaClientes"}, Atende(le, &ServicoClientes::Lista)},
+        {{"AdministracaoRN", "incluiCliente"}, Atende(escreve, &ServicoClientes::Inclui)},
+        {{"AdministracaoRN", "alteraCliente"}, Atende(escreve, &ServicoClientes::Altera)},
+        {{"AdministracaoRN", "listaLogradouros"}, Atende(le, &ServicoLogradouros::Lista)},
+        {{"AdministracaoRN", "incluiLogradouro"}, Atende(escreve, &ServicoLogradouros::Inclui)},
+        {{"AdministracaoRN", "alteraLogradouro"}, Atende(escreve, &ServicoLogradouros::Altera)},
+        {{"AdministracaoRN", "importaLogradouros"}, Atende(escreve, &ServicoLogradouros::Importa)},
+        {{"AdministracaoRN", "listaLayouts"}, Atende(le, &ServicoLayouts::Lista)},
+        {{"AdministracaoRN", "incluiLayout"}, Atende(escreve, &ServicoLayouts::Inclui)},
+        {{"AdministracaoRN", "alteraLayout"}, Atende(escreve, &ServicoLayouts::Altera)},
         {{"RelatorioRN", "consultaRelatorioRVOR011"}, Atende(le, &ServicoAfericoes::Certificado)},
     };
     return tabela;
 }
 
+// "a aferição 1 do sensor 1, a aferição 2 do sensor 1 e mais 3", each with what goes before it.
+std::string Enumera(const std::vector<std::string> &nomes, const std::string &antes)
+{
+    constexpr std::size_t maisNomes = 6; // the others are counted
+    const std::size_t ditos = std::min(nomes.size(), maisNomes);
+    std::string texto;
+    for (std::size_t n = 0; n < ditos; ++n) {
+        texto += n == 0 ? "" : n + 1 == nomes.size() ? " e " : ", ";
+        texto += antes + nomes[n];
+    }
+    return nomes.size() > ditos ? texto + " e mais " + CStr(nomes.size() - ditos) : texto;
+}
+
 } // namespace
 
-SessaoSql::SessaoSql(std::shared_ptr<Banco> banco, Relogio agora, mesa::Operador operador)
+SessaoSql::SessaoSql(std::shared_ptr<Banco> banco, Relogio agora, std::shared_ptr<Portaria> portaria,
+                     Portaria::Entrada entrada, bool exigeMotivo)
     : m_Banco(std::move(banco)),
       m_Agora(std::move(agora)),
-      m_Operador(std::move(operador))
+      m_Portaria(std::move(portaria)),
+      m_Entrada(std::move(entrada)),
+      m_ExigeMotivo(exigeMotivo)
 {
 }
 
-bool SessaoSql::Opera(bool escreve, const std::function<void(Operacao &)> &trabalho, std::string &recusa)
+std::string SessaoSql::RecusaDaEntrada() const
 {
-    recusa.clear();
-    if (escreve && !m_Banco->SomenteLeitura().empty()) {
-        recusa = m_Banco->SomenteLeitura() + " Nada foi gravado.";
-        return false;
+    const mesa::Operador &quem = m_Entrada.Quem;
+    Consulta agora(*m_Banco, "SELECT TrocaSenha, CodCliente, Setor, CodMunic FROM USUARIO WHERE Numero = ?",
+                   {quem.Numero});
+    agora.Proxima();
+    if (agora.Inteiro(0) == Indicador::Sim) {
+        return quem.Nome + " precisa trocar a senha antes de fazer qualquer outra coisa.";
     }
+    if (agora.Inteiro(1) != quem.CodCliente || agora.Texto(2) != quem.Setor || agora.Inteiro(3) != quem.CodMunic) {
+        return "O cliente, o setor ou o município de " + quem.Nome + " mudou depois da entrada. Saia e entre de novo.";
+    }
+    return "";
+}
+
+void SessaoSql::Roda(bool escreve, const Trabalho &trabalho, const std::string &motivo)
+{
     const Instante agora = m_Agora();
     const auto roda = [&] {
-        Operacao operacao(*m_Banco, m_Operador, agora, m_Lidas);
+        const std::string semEntrada = RecusaDaEntrada();
+        if (!semEntrada.empty()) {
+            throw Recusa(semEntrada);
+        }
+        Operacao operacao(*m_Banco, m_Entrada.Quem, agora, m_Lidas, m_Portaria->Custo(), motivo);
         trabalho(operacao);
+        operacao.ConfereMotivo();
         return operacao;
     };
+    const Operacao feita = escreve ? m_Banco->Escreve(roda) : m_Banco->Le(roda);
+    feita.Entrega(m_Lidas);
+}
+
+std::string SessaoSql::MotivoPara(const std::vector<std::string> &corrigidas) const
+{
+    const std::string naoGravada = "A correção " + Enumera(corrigidas, "da ") + " não foi gravada: ";
+    const std::optional<std::string> dado =
+        m_Pergunta ? m_Pergunta("Esta gravação corrige " + Enumera(corrigidas, "a ") + ".") : std::nullopt;
+    if (!dado) {
+        throw Recusa(naoGravada + "nenhum motivo foi dado.");
+    }
+    const std::string recusa = MotivoCorrecao::RecusaDe(*dado);
+    if (!recusa.empty()) {
+        throw Recusa(naoGravada + recusa + ".");
+    }
+    return MotivoCorrecao::Aparado(*dado);
+}
+
+bool SessaoSql::Opera(bool escreve, const Trabalho &trabalho, std::string &recusa)
+{
+    recusa.clear();
     try {
-        const Operacao feita = escreve ? m_Banco->Escreve(roda) : m_Banco->Le(roda);
-        feita.Entrega(m_Lidas);
+        if (escreve && !m_Banco->SomenteLeitura().empty()) {
+            throw Recusa(m_Banco->SomenteLeitura() + " Nada foi gravado.");
+        }
+        std::vector<std::string> corrigidas;
+        try {
+            Roda(escreve, trabalho, m_Pergunta || m_ExigeMotivo ? "" : MotivoCorrecao::Nenhum);
+        } catch (const FaltaMotivo &falta) {
+            corrigidas = falta.Corrigidas;
+        }
+        if (!corrigidas.empty()) {
+            Roda(escreve, trabalho, MotivoPara(corrigidas));
+        }
         return true;
     } catch (const Recusa &motivo) {
         recusa = motivo.what();
@@ -103,9 +200,29 @@ bool SessaoSql::Opera(bool escreve, const std::function<void(Operacao &)> &traba
     }
 }
 
+bool SessaoSql::DeveTrocarSenha()
+try {
+    return m_Banco->Le([&] {
+        Consulta linha(*m_Banco, "SELECT TrocaSenha FROM USUARIO WHERE Numero = ?", {m_Entrada.Quem.Numero});
+        return linha.Proxima() && linha.Inteiro(0) == Indicador::Sim;
+    });
+} catch (...) {
+    PassaFalha(" < SessaoServico.DeveTrocarSenha");
+}
+
+// Not in one transaction: the try is counted whatever comes of it.
+bool SessaoSql::TrocaMinhaSenha(const Ref<Objeto> &pedido, std::string &recusa)
+try {
+    const auto &troca = ComoPedido<TrocaSenhaED>(pedido);
+    return m_Portaria->TrocaSenha(m_Entrada, troca.Atual, troca.Nova, m_Agora(), recusa);
+} catch (const Recusa &motivo) {
+    recusa = motivo.what();
+    return false;
+}
+
 bool SessaoSql::TemPermissao(const std::string &sistema, const std::string &objeto, const std::string &acao)
 try {
-    return m_Banco->Le([&] { return Permissoes::Tem(*m_Banco, m_Operador.Numero, sistema, objeto, acao); });
+    return m_Banco->Le([&] { return Permissoes::Tem(*m_Banco, m_Entrada.Quem.Numero, sistema, objeto, acao); });
 } catch (...) {
     PassaFalha(" < SessaoServico.TemPermissao");
 }
@@ -113,6 +230,9 @@ try {
 bool SessaoSql::Executa(const std::string &classeRN, const std::string &metodo, Ref<Objeto> &pedido, Valor &retorno,
                         std::string &recusa)
 try {
+    if (classeRN == "AdministracaoRN" && metodo == "trocaMinhaSenha") {
+        return TrocaMinhaSenha(pedido, recusa);
+    }
     const auto atendimento = Atendimentos().find({classeRN, metodo});
     if (atendimento == Atendimentos().end()) {
         recusa = "O serviço " + classeRN + " não tem a operação \"" + metodo + "\".";
@@ -132,6 +252,16 @@ try {
 
 bool SessaoSql::GuardaDocumento(const Bytes &bytes, double &numero, std::string &recusa)
 try {
+    // Opening a document takes its time, in which nobody else should have to wait: not in the transaction that writes.
+    const auto podeGuardar = [](Operacao &operacao) { ServicoDocumentos(operacao).ExigeGuardar(); };
+    if (!Opera(false, podeGuardar, recusa)) {
+        return false;
+    }
+    recusa = DefeitoDoPdf(
+        QByteArray::fromRawData(reinterpret_cast<const char *>(bytes.data()), static_cast<qsizetype>(bytes.size())));
+    if (!recusa.empty()) {
+        return false;
+    }
     double guardado = 0;
     const bool feita = Opera(
         true, [&](Operacao &operacao) { guardado = ServicoDocumentos(operacao).Guarda(bytes); }, recusa);
@@ -160,7 +290,8 @@ std::vector<ClienteCadastrado> SessaoSql::Clientes()
 try {
     return m_Banco->Le([&] {
         std::vector<ClienteCadastrado> clientes;
-        if (auto cliente = Usuarios(*m_Banco).Cliente(m_Operador.CodCliente)) {
+        auto cliente = Usuarios::Cliente(*m_Banco, m_Entrada.Quem.CodCliente);
+        if (cliente && RecusaDaEntrada().empty()) {
             clientes.push_back(std::move(*cliente));
         }
         return clientes;
@@ -174,13 +305,14 @@ try {
     const Data agora = m_Agora().Local;
     const std::vector<LinhaReplica> linhas = m_Banco->Le([&] {
         std::vector<LinhaReplica> lidas;
-        if (!Permissoes::Tem(*m_Banco, m_Operador.Numero, Permissoes::Sistema, Permissoes::Objeto, "")) {
+        if (!RecusaDaEntrada().empty() ||
+            !Permissoes::Tem(*m_Banco, m_Entrada.Quem.Numero, Permissoes::Sistema, Permissoes::Objeto, "")) {
             return lidas;
         }
         Consulta achadas(*m_Banco,
                          "SELECT NroIntEquip, ClienteInc, Codigo, TipoEquip, Ativo FROM EQUIPAMENTO "
                          "WHERE ClienteInc = ? ORDER BY NroIntEquip",
-                         {Q(m_Operador.Cliente)});
+                         {Q(m_Entrada.Quem.Cliente)});
         while (achadas.Proxima()) {
             lidas.push_back({static_cast<std::int32_t>(achadas.Inteiro(0)), achadas.Texto(1), achadas.Texto(2),
                              achadas.Texto(3), static_cast<std::int32_t>(achadas.Inteiro(4))});

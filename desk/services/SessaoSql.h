@@ -2,11 +2,13 @@
 
 #include "desk/services/Banco.h"
 #include "desk/services/Operacao.h"
+#include "desk/services/Portaria.h"
 #include "desk/services/SessaoServico.h"
 
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace mesa {
@@ -14,24 +16,42 @@ namespace mesa {
 // A session over a registry in a database.
 class SessaoSql : public SessaoServico {
   public:
-    SessaoSql(std::shared_ptr<Banco> banco, Relogio agora, mesa::Operador operador);
+    // exigeMotivo: whether corrections are refused where there is nobody to ask for a reason.
+    SessaoSql(std::shared_ptr<Banco> banco, Relogio agora, std::shared_ptr<Portaria> portaria,
+              Portaria::Entrada entrada, bool exigeMotivo);
 
-    const mesa::Operador &Operador() const override { return m_Operador; }
+    const mesa::Operador &Operador() const override { return m_Entrada.Quem; }
+    bool DeveTrocarSenha() override;
+    std::string AvisoDeRelogio() const override { return m_Entrada.AvisoDeRelogio; }
     bool TemPermissao(const std::string &sistema, const std::string &objeto, const std::string &acao) override;
     bool Executa(const std::string &classeRN, const std::string &metodo, Ref<Objeto> &pedido, Valor &retorno,
                  std::string &recusa) override;
+    void PerguntaMotivo(PerguntaDeMotivo pergunta) override { m_Pergunta = std::move(pergunta); }
     bool GuardaDocumento(const Bytes &bytes, double &numero, std::string &recusa) override;
     bool LeDocumento(double numero, Bytes &bytes, std::string &recusa) override;
     std::vector<ClienteCadastrado> Clientes() override;
     Data LeReplica(const std::function<void(const LinhaReplica &)> &cadaLinha) override;
 
   private:
-    // Runs an operation in one transaction; false with the reason when it refused.
-    bool Opera(bool escreve, const std::function<void(Operacao &)> &trabalho, std::string &recusa);
+    using Trabalho = std::function<void(Operacao &)>;
+
+    // Runs an operation in one transaction; false with the reason when it refused. When it corrects what was stored, it
+    // is taken back and run again once the reason is there.
+    bool Opera(bool escreve, const Trabalho &trabalho, std::string &recusa);
+    void Roda(bool escreve, const Trabalho &trabalho, const std::string &motivo);
+    // Refused when none is given.
+    std::string MotivoPara(const std::vector<std::string> &corrigidas) const;
+
+    // Why the sign-in no longer stands: the password has to be changed, or the user was moved; empty while it does.
+    std::string RecusaDaEntrada() const;
+    bool TrocaMinhaSenha(const Ref<Objeto> &pedido, std::string &recusa);
 
     std::shared_ptr<Banco> m_Banco;
     Relogio m_Agora;
-    mesa::Operador m_Operador;
+    std::shared_ptr<Portaria> m_Portaria;
+    Portaria::Entrada m_Entrada;
+    bool m_ExigeMotivo;
+    PerguntaDeMotivo m_Pergunta;
     VersoesLidas m_Lidas;
 };
 

@@ -1,40 +1,57 @@
 #pragma once
 
 #include "desk/services/Banco.h"
+#include "desk/services/Instante.h"
 #include "desk/services/SessaoServico.h"
-#include "host/Data.h"
 
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace mesa {
 
-// Users and clients of the registry, and the sign-in.
+// Object and action of a right.
+using ChaveDeDireito = std::pair<std::string, std::string>;
+
+// Users, clients and their sectors as rows, each with its entry in the history. Within the caller's transaction; what
+// the rows may hold is the caller's to check.
 class Usuarios {
   public:
-    explicit Usuarios(Banco &banco) : m_Banco(banco) {}
+    // operador: who does it; 0 for the system itself.
+    Usuarios(Banco &banco, const Instante &agora, std::int32_t operador)
+        : m_Banco(banco),
+          m_Agora(agora),
+          m_Operador(operador)
+    {
+    }
 
-    // The operator of that name and password. Each wrong password after the second doubles the time for which the name
-    // is not tried again; it is counted before the password is looked at, so that neither haste nor a kill wins a try.
-    std::optional<Operador> Entra(const std::string &usuario, const std::string &senha, Data agora, std::string &recusa,
-                                  std::int32_t &espera);
+    struct Novo {
+        Operador Quem; // number 0: the one behind the highest
+        std::string Senha;
+        bool TrocaSenha = false; // before anything else
+        std::vector<ChaveDeDireito> Direitos;
+    };
 
-    void CadastraUsuario(const Operador &operador, const std::string &senha, const std::vector<std::string> &acoes,
-                         const Instante &agora);
-    void CadastraCliente(const ClienteCadastrado &cliente, const Instante &agora);
-    bool Vazio();
+    // Its number.
+    std::int32_t Inclui(const Novo &novo);
+    // versao: of the user, with which this goes.
+    void DefineDireito(std::int32_t numero, std::int64_t versao, const ChaveDeDireito &direito, bool tem);
+    void IncluiCliente(const ClienteCadastrado &cliente);
+    void IncluiSetor(std::int32_t codCliente, std::int64_t versao, const std::string &nome);
 
-    std::optional<ClienteCadastrado> Cliente(std::int32_t codCliente);
+    static bool HaUsuarios(Banco &banco);
+    // A client with its active sectors, in order of name.
+    static std::optional<ClienteCadastrado> Cliente(Banco &banco, std::int32_t codCliente);
 
   private:
-    // Seconds still to wait, 0 when the name may be tried; the try is then counted.
-    std::int32_t ContaTentativa(std::int32_t numero, std::int64_t agora);
-    void GravaTentativas(std::int32_t numero, std::int64_t vezes, std::int64_t esperaAte);
-    std::int64_t ProximoNumero();
+    void Registra(const std::string &raiz, std::int64_t nroRaiz, std::int64_t versao, const std::string &entidade,
+                  std::int64_t nroEntidade, const std::string &acao);
 
     Banco &m_Banco;
+    Instante m_Agora;
+    std::int32_t m_Operador;
 };
 
 } // namespace mesa

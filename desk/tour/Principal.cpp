@@ -1,5 +1,6 @@
+#include "desk/host/Inicio.h"
 #include "desk/host/Relogio.h"
-#include "desk/sample/RegistroDoUsuario.h"
+#include "desk/sample/FazAmostra.h"
 #include "desk/tour/Roteiro.h"
 #include "desk/windows/Aparencia.h"
 #include "desk/windows/Mesa.h"
@@ -22,12 +23,13 @@ namespace {
 int Percorre(const QString &pasta)
 {
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-    const std::filesystem::path diretorio = std::filesystem::path(pasta.toStdString()) / "dados";
-    const Ref<Servicos> servicos =
-        AbreRegistroDoUsuario(diretorio, ConteudoInicial::Amostra, true, Agora, [](double) {});
-    Mesa mesa(servicos, diretorio, [] { return Agora().Local; });
+    Preferencias preferencias(std::filesystem::path(pasta.toStdString()) / "preferencias.ini");
+    Inicio inicio(std::filesystem::path(pasta.toStdString()) / "dados", preferencias, Agora, FazAmostra(Agora), {});
+    const Ref<Servicos> servicos = inicio.CriaAmostra([](double) {});
+    Mesa mesa(
+        servicos, inicio.Diretorio(), [] { return Agora().Local; }, preferencias);
     mesa.show();
-    Roteiro roteiro(CaminhoDoRegistro(diretorio), pasta);
+    Roteiro roteiro(CaminhoDoRegistro(inicio.Diretorio()), pasta);
     int saida = 1;
     QThread *guia = QThread::create([&] {
         try {

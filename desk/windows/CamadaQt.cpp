@@ -196,7 +196,7 @@ bool CamadaQt::PerguntaSimNao(const std::string &texto, const std::string &titul
 void CamadaQt::MostraCaixa(TipoDeCaixa tipo, const std::string &texto, const std::string &titulo,
                            const std::string &detalhes, const Ref<IJanela> &dono)
 {
-    QMessageBox caixa(IconeDe(tipo), Q(titulo), Q(texto), QMessageBox::NoButton, WidgetDe(dono));
+    QMessageBox caixa(IconeDe(tipo), Q(titulo), Q(ComNomesDoSistema(texto)), QMessageBox::NoButton, WidgetDe(dono));
     caixa.setTextFormat(Qt::PlainText);
     caixa.addButton("&OK", QMessageBox::AcceptRole);
     if (!detalhes.empty()) {
@@ -219,7 +219,7 @@ std::optional<std::string> CamadaQt::EscolheArquivo(const std::vector<FiltroDeAr
     if (escolhido.isEmpty()) {
         return std::nullopt;
     }
-    return S(escolhido);
+    return CaminhoEscolhido(S(escolhido));
 }
 
 Ref<IJanela> CamadaQt::FazVisor(const std::string &caminho, const Ref<IJanela> &dono,

@@ -1,9 +1,13 @@
 #include "desk/windows/Entrada.h"
 
+#include "desk/host/Titulo.h"
+#include "desk/services/TextoQt.h"
+#include "desk/windows/CampoDeSenha.h"
+#include "desk/windows/Dialogos.h"
 #include "desk/windows/Renderizador.h"
+#include "host/Falha.h"
 
 #include <QFormLayout>
-#include <QHBoxLayout>
 #include <QIcon>
 #include <QLabel>
 #include <QLineEdit>
@@ -11,63 +15,61 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include <utility>
+
 namespace mesa {
 
-Entrada::Entrada(Ref<Servicos> servicos, QWidget *dono)
+Entrada::Entrada(Ref<Servicos> servicos, std::string estacao, std::optional<Operador> travada, QWidget *dono)
     : QDialog(dono),
       m_Servicos(std::move(servicos)),
+      m_Estacao(std::move(estacao)),
+      m_Travada(std::move(travada)),
       m_Usuario(new QLineEdit(this)),
-      m_Senha(new QLineEdit(this)),
-      m_Aviso(new QLabel(this)),
-      m_Entrar(new QPushButton("&Entrar", this)),
+      m_Senha(new CampoDeSenha("senha", this)),
+      m_Aviso(FazAviso(this)),
+      m_Entrar(FazBotao("entrar", m_Travada ? "&Destravar" : "&Entrar", this)),
+      m_Outro(FazBotao(m_Travada ? "trocar" : "sair", m_Travada ? "&Trocar de usuário..." : "Sai&r", this)),
       m_Relogio(new QTimer(this))
 {
-    setObjectName("Entrada");
-    setWindowTitle("Entrada - Registro de Equipamentos");
+    setObjectName(m_Travada ? "Trava" : "Entrada");
+    setWindowTitle(Q(TituloDoRegistro(*m_Servicos)) + (m_Travada ? " - Travado" : " - Entrada"));
     setWindowIcon(QIcon(":/icones/equipamentos.svg"));
     setMinimumWidth(420);
     m_Usuario->setObjectName("usuario");
-    m_Senha->setObjectName("senha");
-    m_Entrar->setObjectName("entrar");
-    m_Senha->setEchoMode(QLineEdit::Password);
-    m_Aviso->setWordWrap(true);
-    m_Aviso->setTextFormat(Qt::PlainText);
-    m_Aviso->setObjectName("aviso");
-    m_Aviso->setStyleSheet("color: #a4161a");
+    m_Entrar->setDefault(true);
+    Monta();
+    if (m_Travada) {
+        m_Usuario->setText(Q(m_Travada->Usuario));
+        DefineSomenteLeitura(*m_Usuario, true);
+        m_Senha->setFocus();
+    }
+    connect(m_Entrar, &QPushButton::clicked, this, [this] { Tenta(); });
+    connect(m_Outro, &QPushButton::clicked, this, [this] { m_Travada ? Troca() : QDialog::reject(); });
+    m_Relogio->setInterval(1000);
+    connect(m_Relogio, &QTimer::timeout, this, [this] { Espera(m_Restante - 1); });
+}
 
-    auto *marca = new QLabel(this);
-    marca->setPixmap(QIcon(":/icones/equipamentos.svg").pixmap(56, 56));
-    auto *nome =
-        new QLabel("<b style='font-size:15pt'>Registro de Equipamentos</b><br>Informe o usuário e a senha.", this);
-    auto *cabeca = new QHBoxLayout;
-    cabeca->addWidget(marca);
-    cabeca->addWidget(nome, 1);
+void Entrada::Monta()
+{
+    const QString frase = m_Travada ? "Travado por falta de uso. Informe a senha de " + Q(m_Travada->Nome) + "."
+                                    : QString("Informe o usuário e a senha.");
     auto *campos = new QFormLayout;
     campos->addRow("&Usuário:", m_Usuario);
     campos->addRow("&Senha:", m_Senha);
-    auto *sair = new QPushButton("Sai&r", this);
-    sair->setAutoDefault(false);
-    auto *botoes = new QHBoxLayout;
-    botoes->addStretch(1);
-    botoes->addWidget(m_Entrar);
-    botoes->addWidget(sair);
     auto *tudo = new QVBoxLayout(this);
-    tudo->addLayout(cabeca);
+    tudo->addWidget(FazCabeca("Registro de Equipamentos", frase, this));
+    if (m_Servicos->Tipo() == TipoDeRegistro::Amostra) {
+        tudo->addWidget(FazTexto("amostra", "AMOSTRA: equipamentos e usuários inventados. Nada disso vale.", this));
+    }
     tudo->addLayout(campos);
     tudo->addWidget(m_Aviso);
-    tudo->addLayout(botoes);
-
-    m_Entrar->setDefault(true);
-    connect(m_Entrar, &QPushButton::clicked, this, [this] { Tenta(); });
-    connect(sair, &QPushButton::clicked, this, &QDialog::reject);
-    m_Relogio->setInterval(1000);
-    connect(m_Relogio, &QTimer::timeout, this, [this] { Espera(m_Restante - 1); });
+    tudo->addLayout(EmLinha({m_Entrar, m_Outro}));
 }
 
 void Entrada::Tenta()
 {
     if (m_Usuario->text().trimmed().isEmpty()) {
-        m_Aviso->setText("Informe o usuário.");
+        MostraAviso(*m_Aviso, "Informe o usuário.");
         m_Usuario->setFocus();
         return;
     }
@@ -75,25 +77,45 @@ void Entrada::Tenta()
     std::int32_t espera = 0;
     m_Aviso->clear();
     try {
-        m_Sessao = m_Servicos->Entra(S(m_Usuario->text().trimmed()), S(m_Senha->text()), recusa, espera);
+        m_Sessao = m_Servicos->Entra(S(m_Usuario->text().trimmed()), m_Senha->Senha(), m_Estacao, recusa, espera);
     } catch (...) {
         recusa = FalhaCorrente().Descricao;
     }
+    m_Senha->Limpa();
     if (m_Sessao) {
         accept();
         return;
     }
-    m_Aviso->setText(Q(recusa));
-    m_Senha->clear();
+    MostraAviso(*m_Aviso, Q(recusa));
     m_Senha->setFocus();
     Espera(espera);
+}
+
+void Entrada::Troca()
+{
+    if (PerguntaSimNao("Trocar de usuário",
+                       "As janelas de " + Q(m_Travada->Nome) +
+                           " serão fechadas, e o que não foi salvo nelas se perde. Trocar de usuário?",
+                       this)) {
+        m_PediuTroca = true;
+        QDialog::reject();
+    }
+}
+
+void Entrada::reject()
+{
+    if (!m_Travada) {
+        QDialog::reject();
+    }
 }
 
 void Entrada::Espera(int segundos)
 {
     m_Restante = segundos;
     m_Entrar->setEnabled(segundos <= 0);
-    m_Entrar->setText(segundos > 0 ? QString("Aguarde %1 s").arg(segundos) : QString("&Entrar"));
+    m_Entrar->setText(segundos > 0 ? QString("Aguarde %1 s").arg(segundos)
+                      : m_Travada  ? QString("&Destravar")
+                                   : QString("&Entrar"));
     if (segundos > 0) {
         m_Relogio->start();
     } else {

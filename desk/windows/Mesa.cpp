@@ -1,9 +1,16 @@
 #include "desk/windows/Mesa.h"
 
-#include "desk/host/Logradouros.h"
+#include "desk/host/MotivoDaCorrecao.h"
+#include "desk/host/Titulo.h"
+#include "desk/services/Permissoes.h"
 #include "desk/windows/ConsultaAutuacao.h"
+#include "desk/windows/Cortina.h"
+#include "desk/windows/Dialogos.h"
 #include "desk/windows/Entrada.h"
+#include "desk/windows/FichaQt.h"
 #include "desk/windows/Involucro.h"
+#include "desk/windows/JanelaDeTrabalho.h"
+#include "host/Conversoes.h"
 #include "shell/Especifica.h"
 #include "shell/ModGeral.h"
 #include "tela/Twips.h"
@@ -13,6 +20,7 @@
 #include <QCloseEvent>
 #include <QDialog>
 #include <QFile>
+#include <QFileDialog>
 #include <QIcon>
 #include <QLabel>
 #include <QMdiArea>
@@ -23,29 +31,38 @@
 #include <QPushButton>
 #include <QStatusBar>
 #include <QTextBrowser>
+#include <QThread>
 #include <QTimer>
 #include <QToolBar>
 #include <QVBoxLayout>
+
+#include <algorithm>
+#include <utility>
 
 namespace mesa {
 
 namespace {
 
 constexpr int MinutoEmMilissegundos = 60000;
+constexpr int EntreOlhares = 5000; // of whether somebody is there, milliseconds
 constexpr const char *FerramentaFotografica = "mnuModVOREquiptos";
 constexpr const char *FerramentaDemais = "mnuModNABEquiptos";
 
 } // namespace
 
-Mesa::Mesa(Ref<Servicos> servicos, std::filesystem::path diretorio, std::function<Data()> agora)
+Mesa::Mesa(Ref<Servicos> servicos, std::filesystem::path diretorio, std::function<Data()> agora,
+           Preferencias &preferencias)
     : m_Servicos(std::move(servicos)),
+      m_Preferencias(preferencias),
+      m_Ociosidade(preferencias.MinutosAteTravar(), agora),
+      m_Agora(agora),
       m_Area(new QMdiArea(this)),
       m_Camada(Novo<CamadaQt>(m_Area)),
       m_Janelas(Novo<Janelas>(m_Camada)),
       m_Host(Novo<HostMesa>(m_Janelas, std::move(diretorio), std::move(agora)))
 {
     setObjectName("Mesa");
-    setWindowTitle("Registro de Equipamentos");
+    setWindowTitle(Q(TituloDoRegistro(*m_Servicos)));
     setWindowIcon(QIcon(":/icones/equipamentos.svg"));
     resize(1280, 820);
     m_Area->setBackground(QColor("#dfe6ee"));
@@ -55,7 +72,7 @@ Mesa::Mesa(Ref<Servicos> servicos, std::filesystem::path diretorio, std::functio
     m_Janelas->FazInvolucro = [] { return Novo<Involucro>(); };
     m_Janelas->MostraFalha = [] { gSubMostraErro("Mesa"); };
     m_Janelas->FechouVisor = [this] { LimpaCertificados(); };
-    m_Camada->Logradouros = Novo<LogradourosMesa>();
+    m_Camada->Logradouros = m_Host->Logradouros;
     m_Camada->Clientes = [this] {
         std::vector<ClienteOferecido> oferecidos;
         for (ClienteCadastrado &cliente : m_Host->Servico()->Clientes()) {
@@ -77,10 +94,15 @@ Mesa::Mesa(Ref<Servicos> servicos, std::filesystem::path diretorio, std::functio
     MontaEstado();
     HabilitaFerramentas();
     LimpaCertificados();
+    m_Vigia = new QTimer(this);
+    m_Vigia->setInterval(EntreOlhares);
+    connect(m_Vigia, &QTimer::timeout, this, [this] { ConfereOciosidade(); });
+    qApp->installEventFilter(this);
 }
 
 Mesa::~Mesa()
 {
+    qApp->removeEventFilter(this);
     m_Janelas->TiraTodas(); // what they still have to say would come after the module's end
     m_Geral->Encerra();
     m_Geral = nullptr;
@@ -117,18 +139,12 @@ void Mesa::MontaMenus()
     m_Renovar->setShortcut(QKeySequence("Ctrl+R"));
     m_Renovar->setVisible(false);
     connect(m_Renovar, &QAction::triggered, this, [this] { NaBorda([this] { AtualizaReplica(); }); });
-    m_Sair = equipamentos->addAction(QIcon(":/icones/sair.svg"), "&Trocar de usuário...");
-    m_Sair->setObjectName("trocarUsuario");
-    connect(m_Sair, &QAction::triggered, this, [this] {
-        Sai();
-        if (!PedeEntrada()) {
-            close();
-        }
-    });
+    MontaMenuUsuario(equipamentos);
     QAction *encerrar = equipamentos->addAction(QIcon(":/icones/fechar.svg"), "&Encerrar");
     encerrar->setShortcut(QKeySequence("Ctrl+Q"));
     connect(encerrar, &QAction::triggered, this, &QWidget::close);
 
+    MontaMenuRegistro();
     MontaMenuJanela();
 
     QMenu *ajuda = menuBar()->addMenu("Aj&uda");
@@ -144,6 +160,39 @@ void Mesa::MontaMenus()
     barra->addAction(fotos);
     barra->addAction(demais);
     barra->addAction(m_Consulta);
+}
+
+void Mesa::MontaMenuUsuario(QMenu *menu)
+{
+    m_Travar = menu->addAction("Tra&var");
+    m_Travar->setObjectName("travar");
+    m_Travar->setShortcut(QKeySequence("Ctrl+L"));
+    connect(m_Travar, &QAction::triggered, this, [this] { Trava(); });
+    QAction *preferencias = menu->addAction("&Preferências...");
+    preferencias->setObjectName("preferencias");
+    connect(preferencias, &QAction::triggered, this, [this] { MostraPreferencias(); });
+    menu->addSeparator();
+    m_Sair = menu->addAction(QIcon(":/icones/sair.svg"), "&Trocar de usuário...");
+    m_Sair->setObjectName("trocarUsuario");
+    connect(m_Sair, &QAction::triggered, this, [this] { TrocaDeUsuario(); });
+}
+
+void Mesa::MontaMenuRegistro()
+{
+    m_MenuRegistro = menuBar()->addMenu("Re&gistro");
+    m_MenuRegistro->menuAction()->setObjectName("menuRegistro");
+    m_Conferir = m_MenuRegistro->addAction("&Conferir registro...");
+    m_Conferir->setObjectName("conferirRegistro");
+    connect(m_Conferir, &QAction::triggered, this, [this] { NaBorda([this] { ConfereRegistro(); }); });
+    m_Copiar = m_MenuRegistro->addAction("&Fazer cópia...");
+    m_Copiar->setObjectName("fazerCopia");
+    connect(m_Copiar, &QAction::triggered, this, [this] { NaBorda([this] { CopiaRegistro(); }); });
+}
+
+void Mesa::DefineAtos(AtosDoRegistro atos)
+{
+    m_Atos = std::move(atos);
+    HabilitaFerramentas();
 }
 
 void Mesa::MontaMenuJanela()
@@ -177,13 +226,15 @@ void Mesa::MontaEstado()
 {
     m_Usuario = new QLabel(this);
     m_Cliente = new QLabel(this);
+    m_Conferencia = new QLabel(this);
     m_Replica = new QLabel(this);
-    for (QLabel *rotulo : {m_Usuario, m_Cliente, m_Replica}) {
+    for (QLabel *rotulo : {m_Usuario, m_Cliente, m_Conferencia, m_Replica}) {
         rotulo->setTextFormat(Qt::PlainText);
     }
     m_Forcar = new QPushButton(this);
     m_Usuario->setObjectName("estadoUsuario");
     m_Cliente->setObjectName("estadoCliente");
+    m_Conferencia->setObjectName("estadoConferencia");
     m_Replica->setObjectName("estadoReplica");
     m_Forcar->setObjectName("estadoForcar");
     m_Forcar->setFlat(true);
@@ -191,6 +242,7 @@ void Mesa::MontaEstado()
     statusBar()->setContentsMargins(8, 0, 8, 0);
     statusBar()->addWidget(m_Usuario);
     statusBar()->addWidget(m_Cliente);
+    statusBar()->addPermanentWidget(m_Conferencia);
     statusBar()->addPermanentWidget(m_Replica);
     statusBar()->addPermanentWidget(m_Forcar);
     connect(m_Forcar, &QPushButton::clicked, this, [this] { NaBorda([this] { AtualizaReplica(); }); });
@@ -201,13 +253,21 @@ void Mesa::MontaEstado()
 
 bool Mesa::PedeEntrada()
 {
-    Entrada entrada(m_Servicos, this);
+    Entrada entrada(m_Servicos, m_Preferencias.Estacao(), std::nullopt, this);
     m_Janelas->MostraEEspera(Novo<DialogoQt>(&entrada));
     if (entrada.result() != QDialog::Accepted) {
         return false;
     }
     NaBorda([&] { Entra(entrada.Sessao()); });
     return true;
+}
+
+void Mesa::TrocaDeUsuario()
+{
+    Sai();
+    if (!PedeEntrada()) {
+        close();
+    }
 }
 
 void Mesa::Entra(const Ref<SessaoServico> &sessao)
@@ -221,12 +281,17 @@ void Mesa::Entra(const Ref<SessaoServico> &sessao)
     m_Cliente->setText("Cliente: " + Q(operador.Cliente) +
                        (operador.Setor.empty() ? QString() : "   Setor: " + Q(operador.Setor)));
     MostraReplica();
+    MostraConferencia();
     m_Relogio->start();
+    m_Ociosidade.Usa();
+    m_Vigia->start();
+    m_Nivel = std::max(1, QThread::currentThread()->loopLevel());
 }
 
 void Mesa::Sai()
 {
     m_Relogio->stop();
+    m_Vigia->stop();
     for (QMdiSubWindow *filha : m_Area->subWindowList()) {
         if (qobject_cast<QWidget *>(filha->widget())->objectName() == "ConsultaAutuacao") {
             filha->close();
@@ -241,6 +306,7 @@ void Mesa::Sai()
     HabilitaFerramentas();
     m_Usuario->setText("Ninguém entrou");
     m_Cliente->clear();
+    m_Conferencia->clear();
     m_Replica->clear();
     m_Forcar->hide();
     m_Renovar->setVisible(false);
@@ -259,6 +325,139 @@ void Mesa::HabilitaFerramentas()
         alguma = alguma || acao->isEnabled();
     }
     m_Consulta->setEnabled(alguma);
+    const bool dentro = m_Host->objSCA() && m_Host->objSCA()->Logado();
+    const auto tem = [&](const std::string &acao) {
+        return dentro && m_Host->objSCA()->PossuiPerm2(Permissoes::Sistema, Permissoes::ObjetoAdministracao, acao);
+    };
+    m_Travar->setEnabled(dentro);
+    m_Conferir->setVisible(static_cast<bool>(m_Atos.Confere));
+    m_Copiar->setVisible(static_cast<bool>(m_Atos.Copia));
+    m_MenuRegistro->menuAction()->setVisible(tem(Permissoes::Copias) && (m_Atos.Confere || m_Atos.Copia));
+}
+
+bool Mesa::MostraFicha(Ficha &ficha)
+{
+    FichaQt janela(
+        ficha, [this](const std::function<void()> &acao) { NaBorda(acao); }, this);
+    m_Janelas->MostraEEspera(Novo<DialogoQt>(&janela));
+    return janela.result() == QDialog::Accepted;
+}
+
+std::optional<std::string> Mesa::PedeMotivo(const std::string &pergunta)
+{
+    std::string motivo;
+    Ficha ficha = FichaDoMotivo(pergunta, motivo);
+    return MostraFicha(ficha) ? std::optional(motivo) : std::nullopt;
+}
+
+void Mesa::MostraPreferencias()
+{
+    Ficha ficha;
+    ficha.Nome = "Preferencias";
+    ficha.Titulo = "Preferências";
+    ficha.Frase =
+        "Sem uso por tantos minutos, a mesa trava e pede a senha de novo; as janelas ficam como estão. Com 0, "
+        "nunca trava.";
+    ficha.Campos.push_back({.Nome = "minutos",
+                            .Rotulo = "&Minutos até travar:",
+                            .Especie = EspecieDoCampo::Inteiro,
+                            .Valor = CStr(m_Preferencias.MinutosAteTravar()),
+                            .Maximo = 4});
+    ficha.Salva = [this](Ficha &aberta) -> std::optional<ProblemaDaFicha> {
+        const std::string &minutos = aberta.Valor("minutos");
+        if (minutos.empty() || CLng(minutos) > Preferencias::MaisMinutos) {
+            return ProblemaDaFicha{"minutos", "Informe de 0 a 1440 minutos."};
+        }
+        m_Preferencias.DefineMinutosAteTravar(CLng(minutos));
+        m_Ociosidade.DefineMinutos(m_Preferencias.MinutosAteTravar());
+        return std::nullopt;
+    };
+    MostraFicha(ficha);
+}
+
+void Mesa::ConfereRegistro()
+{
+    JanelaDeTrabalho janela("Conferir registro", "O registro inteiro está sendo conferido.", m_Atos.Confere, this);
+    m_Janelas->MostraEEspera(Novo<DialogoQt>(&janela));
+    if (const auto &conferido = janela.Resultado()) {
+        m_Preferencias.LembraConferencia(
+            m_Servicos->Identificador(),
+            ResumoDaConferencia(*conferido, Format(m_Agora(), "dd/mm/yyyy") + " às " + Format(m_Agora(), "hh:nn")));
+        MostraConferencia();
+    }
+}
+
+void Mesa::MostraConferencia()
+{
+    m_Conferencia->setText(Q(m_Preferencias.UltimaConferencia(m_Servicos->Identificador())));
+}
+
+void Mesa::CopiaRegistro()
+{
+    const QString pasta = QFileDialog::getExistingDirectory(this, "Diretório em que fica a cópia");
+    if (!pasta.isEmpty()) {
+        JanelaDeTrabalho janela(
+            "Fazer cópia", "A cópia está sendo feita e conferida.",
+            [this, onde = S(pasta)](const SegueAto &segue) { return m_Atos.Copia(onde, segue); }, this);
+        m_Janelas->MostraEEspera(Novo<DialogoQt>(&janela));
+    }
+}
+
+void Mesa::ConfereOciosidade()
+{
+    if (!m_Travada && m_Vigia->isActive() && m_Ociosidade.Passou()) {
+        Trava();
+    }
+}
+
+void Mesa::Trava()
+{
+    m_Travada = true;
+    QPointer<QWidget> ativa = QApplication::activeWindow();
+    const auto cortinas = Cortina::SobreTodas();
+    Entrada trava(m_Servicos, m_Preferencias.Estacao(), m_Host->Servico()->Operador(), this);
+    m_Janelas->MostraEEspera(Novo<DialogoQt>(&trava));
+    for (const QPointer<Cortina> &cortina : cortinas) {
+        if (!cortina.isNull()) {
+            cortina->Abre();
+        }
+    }
+    if (trava.PediuTroca()) {
+        FechaAsDaFrente();
+        TrocaQuandoPuder();
+        return;
+    }
+    m_Travada = false;
+    m_Ociosidade.Usa();
+    if (!ativa.isNull()) {
+        ativa->activateWindow();
+    }
+}
+
+void Mesa::FechaAsDaFrente()
+{
+    hide(); // nobody sees them go
+    while (QWidget *modal = QApplication::activeModalWidget()) {
+        if (auto *dialogo = qobject_cast<QDialog *>(modal)) {
+            dialogo->reject();
+        } else if (auto *janela = dynamic_cast<JanelaForm *>(modal)) {
+            m_Host->Plataforma()->Descarrega(Ref<IForm>(janela->Form()));
+        }
+        if (QApplication::activeModalWidget() == modal) {
+            break; // it does not go
+        }
+    }
+}
+
+void Mesa::TrocaQuandoPuder()
+{
+    if (QThread::currentThread()->loopLevel() > m_Nivel) {
+        QTimer::singleShot(0, this, [this] { TrocaQuandoPuder(); });
+        return;
+    }
+    m_Travada = false;
+    show();
+    TrocaDeUsuario();
 }
 
 void Mesa::MostraReplica()
@@ -346,6 +545,22 @@ void Mesa::moveEvent(QMoveEvent *evento)
 {
     QMainWindow::moveEvent(evento);
     GuardaLugar();
+}
+
+bool Mesa::eventFilter(QObject *objeto, QEvent *evento)
+{
+    switch (evento->type()) {
+    case QEvent::KeyPress:
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseMove:
+    case QEvent::TouchBegin:
+    case QEvent::Wheel:
+        m_Ociosidade.Usa();
+        break;
+    default:
+        break;
+    }
+    return QMainWindow::eventFilter(objeto, evento);
 }
 
 void Mesa::resizeEvent(QResizeEvent *evento)

@@ -1,6 +1,10 @@
 #pragma once
 
+#include "desk/host/AtosDoRegistro.h"
+#include "desk/host/Ficha.h"
 #include "desk/host/HostMesa.h"
+#include "desk/host/Ociosidade.h"
+#include "desk/host/Preferencias.h"
 #include "desk/services/Servicos.h"
 #include "desk/windows/CamadaQt.h"
 #include "shell/Geral.h"
@@ -11,6 +15,7 @@
 #include <filesystem>
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 
 class QAction;
@@ -25,8 +30,9 @@ namespace mesa {
 // The desk's main window: it is the host in which the module runs, from its registration to its end.
 class Mesa : public QMainWindow {
   public:
-    // diretorio: the user's data directory. agora: the clock.
-    Mesa(Ref<Servicos> servicos, std::filesystem::path diretorio, std::function<Data()> agora);
+    // diretorio: the user's data directory. agora: the clock. preferencias: outlives the window.
+    Mesa(Ref<Servicos> servicos, std::filesystem::path diretorio, std::function<Data()> agora,
+         Preferencias &preferencias);
     ~Mesa() override;
 
     // Asks who is there. False when the person gave up.
@@ -36,6 +42,16 @@ class Mesa : public QMainWindow {
     // Closes all windows through the module's logoff.
     void Sai();
 
+    // What the menu of the registry offers.
+    void DefineAtos(AtosDoRegistro atos);
+    // Asks for the reason of a correction. Nothing when the person gave up.
+    std::optional<std::string> PedeMotivo(const std::string &pergunta);
+    // Locks the desk when nobody has used it for too long; a clock of its own looks every few seconds.
+    void ConfereOciosidade();
+    // Covers all windows, which stay as they are, until the one who is at work tells the password again. Whoever wants
+    // to work instead does so after these windows were closed.
+    void Trava();
+
     const Ref<Geral> &Modulo() const { return m_Geral; }
     const Ref<HostMesa> &Hospedeiro() const { return m_Host; }
 
@@ -43,13 +59,26 @@ class Mesa : public QMainWindow {
     void closeEvent(QCloseEvent *evento) override;
     void moveEvent(QMoveEvent *evento) override;
     void resizeEvent(QResizeEvent *evento) override;
+    bool eventFilter(QObject *objeto, QEvent *evento) override;
 
   private:
     void MontaMenus();
     void MontaEstado();
     QAction *AdicionaFerramenta(QMenu *menu, const QString &texto, const QString &nome);
     void HabilitaFerramentas();
+    void MontaMenuUsuario(QMenu *menu);
+    void MontaMenuRegistro();
     void MontaMenuJanela();
+    void TrocaDeUsuario();
+    // Takes away what stands in front of the main window, as if each had been cancelled.
+    void FechaAsDaFrente();
+    // Once nothing that was opened is still waiting for its window.
+    void TrocaQuandoPuder();
+    bool MostraFicha(Ficha &ficha);
+    void MostraPreferencias();
+    void ConfereRegistro();
+    void CopiaRegistro();
+    void MostraConferencia();
     void MostraReplica();
     void AtualizaReplica();
     void AbreConsulta();
@@ -61,6 +90,10 @@ class Mesa : public QMainWindow {
     void NaBorda(const std::function<void()> &acao) { m_Janelas->NaBorda(acao); }
 
     Ref<Servicos> m_Servicos;
+    Preferencias &m_Preferencias;
+    Ociosidade m_Ociosidade;
+    AtosDoRegistro m_Atos;
+    std::function<Data()> m_Agora;
     QMdiArea *m_Area;
     Ref<CamadaQt> m_Camada;
     Ref<Janelas> m_Janelas;
@@ -70,12 +103,20 @@ class Mesa : public QMainWindow {
     QAction *m_Consulta = nullptr;
     QAction *m_Renovar = nullptr; // the offer of the status bar, for the keyboard
     QAction *m_Sair = nullptr;
+    QAction *m_Travar = nullptr;
+    QMenu *m_MenuRegistro = nullptr;
+    QAction *m_Conferir = nullptr;
+    QAction *m_Copiar = nullptr;
     QMenu *m_MenuJanela = nullptr;
     QLabel *m_Usuario = nullptr;
     QLabel *m_Cliente = nullptr;
+    QLabel *m_Conferencia = nullptr;
     QLabel *m_Replica = nullptr;
     QPushButton *m_Forcar = nullptr;
     QTimer *m_Relogio = nullptr;
+    QTimer *m_Vigia = nullptr;
+    int m_Nivel = 1; // of event loops when no window waits
+    bool m_Travada = false;
 };
 
 } // namespace mesa

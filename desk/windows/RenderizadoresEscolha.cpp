@@ -1,14 +1,17 @@
 #include "desk/windows/RenderizadoresEscolha.h"
 
 #include "tela/Partes.h"
+#include "tela/TeclasDeCombo.h"
 #include "tela/Tracado.h"
 
 #include <QComboBox>
 #include <QCompleter>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListView>
 #include <QPushButton>
 #include <QStringListModel>
 
@@ -17,6 +20,8 @@
 namespace mesa {
 
 namespace {
+
+constexpr int LetrasDoMunicipio = 24;
 
 QStringList Lista(const std::vector<std::string> &textos)
 {
@@ -60,8 +65,16 @@ RenderEndereco::RenderEndereco(Ref<IControle> controle, QWidget *widget, Borda b
 {
     m_Municipio->setObjectName("municipio");
     m_Municipio->setAccessibleName("Município");
+    // Thousands of them: in one piece, and not measured one by one.
+    QStringList municipios;
     for (const MunicipioDeEndereco &municipio : m_Escolha.Municipios()) {
-        m_Municipio->addItem(Q(municipio.Nome), municipio.Codigo);
+        municipios << Q(municipio.Nome);
+    }
+    m_Municipio->setModel(new QStringListModel(municipios, this));
+    m_Municipio->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    m_Municipio->setMinimumContentsLength(LetrasDoMunicipio);
+    if (auto *lista = qobject_cast<QListView *>(m_Municipio->view())) {
+        lista->setUniformItemSizes(true);
     }
     m_Via->setObjectName("via");
     m_Numero->setObjectName("numero");
@@ -97,8 +110,9 @@ RenderEndereco::RenderEndereco(Ref<IControle> controle, QWidget *widget, Borda b
     grade->addLayout(botoes, 3, 0, 1, 4);
     grade->setColumnStretch(3, 1);
 
-    connect(m_Municipio, &QComboBox::activated, this,
-            [this] { Age([this] { m_Escolha.EscolheMunicipio(m_Municipio->currentData().toInt()); }); });
+    connect(m_Municipio, &QComboBox::activated, this, [this](int lugar) {
+        Age([&] { m_Escolha.EscolheMunicipio(m_Escolha.Municipios()[static_cast<std::size_t>(lugar)].Codigo); });
+    });
     connect(m_Via, &QLineEdit::textEdited, this,
             [this](const QString &texto) { Age([&] { m_Escolha.DigitaVia(S(texto)); }); });
     connect(m_Numero, &QLineEdit::textEdited, this,
@@ -138,7 +152,7 @@ QWidget *RenderEndereco::WidgetDe(Parte parte) const
 void RenderEndereco::Mostra()
 {
     m_Escolha.Acompanha();
-    m_Municipio->setCurrentIndex(m_Municipio->findData(m_Escolha.CodMunic()));
+    m_Municipio->setCurrentIndex(m_Escolha.LugarDoMunicipio());
     m_Municipio->setEnabled(m_Escolha.MunicipioEditavel());
     if (const QStringList sugestoes = Lista(m_Escolha.Sugestoes()); m_Sugestoes->stringList() != sugestoes) {
         m_Sugestoes->setStringList(sugestoes);
@@ -154,6 +168,23 @@ void RenderEndereco::Mostra()
     m_Usar->setVisible(!fixo);
     m_Limpar->setVisible(!fixo);
     m_Usar->setEnabled(m_Escolha.PodeUsar());
+}
+
+// Letters find a municipality; everything else in its combo is the widget's own.
+bool RenderEndereco::eventFilter(QObject *objeto, QEvent *evento)
+{
+    if (objeto == m_Municipio && evento->type() == QEvent::FocusOut) {
+        m_Escolha.EncerraMunicipio();
+    } else if (objeto == m_Municipio && evento->type() == QEvent::KeyPress) {
+        const auto *tecla = static_cast<QKeyEvent *>(evento);
+        const bool comum = (tecla->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) == 0;
+        if (comum && EhLetraDeCombo(S(tecla->text()))) {
+            Age([&] { m_Escolha.DigitaMunicipio(S(tecla->text())); });
+            return true;
+        }
+        m_Escolha.EncerraMunicipio();
+    }
+    return Renderizador::eventFilter(objeto, evento);
 }
 
 RenderClienteSetor::RenderClienteSetor(Ref<IControle> controle, QWidget *widget, Borda borda,

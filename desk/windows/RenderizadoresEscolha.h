@@ -26,6 +26,7 @@ class RenderEndereco : public Renderizador {
   protected:
     void Mostra() override;
     QWidget *WidgetDe(Parte parte) const override;
+    bool eventFilter(QObject *objeto, QEvent *evento) override;
 
   private:
     EscolhaDeEndereco m_Escolha;

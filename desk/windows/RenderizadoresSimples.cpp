@@ -10,6 +10,7 @@
 #include "controls/ztFrame.h"
 #include "controls/ztMask.h"
 #include "controls/ztVeiObservacao.h"
+#include "desk/host/Caminhos.h"
 #include "tela/EdicaoDeTexto.h"
 #include "tela/TeclasDeCombo.h"
 
@@ -43,7 +44,7 @@ RenderTextoFixo::RenderTextoFixo(Ref<IControle> controle, QWidget *widget, Borda
 void RenderTextoFixo::Mostra()
 {
     if (auto *rotulo = qobject_cast<QLabel *>(Widget())) {
-        rotulo->setText(Q(Controle()->Caption()));
+        rotulo->setText(Q(ComNomesDoSistema(Controle()->Caption())));
     }
 }
 

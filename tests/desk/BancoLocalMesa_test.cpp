@@ -22,16 +22,20 @@ class SessaoDeReplica : public SessaoServico {
 
     std::vector<LinhaReplica> Linhas;
     bool Falha = false; // behind the last row
+    std::vector<ClienteCadastrado> Cadastrados;
 
     const ::Operador &Operador() const override { return m_Operador; }
+    bool DeveTrocarSenha() override { return false; }
+    std::string AvisoDeRelogio() const override { return ""; }
     bool TemPermissao(const std::string &, const std::string &, const std::string &) override { return true; }
     bool Executa(const std::string &, const std::string &, Ref<Objeto> &, Valor &, std::string &) override
     {
         return false;
     }
+    void PerguntaMotivo(PerguntaDeMotivo) override {}
     bool GuardaDocumento(const Bytes &, double &, std::string &) override { return false; }
     bool LeDocumento(double, Bytes &, std::string &) override { return false; }
-    std::vector<ClienteCadastrado> Clientes() override { return {}; }
+    std::vector<ClienteCadastrado> Clientes() override { return Cadastrados; }
     Data LeReplica(const std::function<void(const LinhaReplica &)> &cadaLinha) override
     {
         for (const LinhaReplica &linha : Linhas) {
@@ -67,13 +71,24 @@ class BancoLocalMesaTeste : public testing::Test {
         mesa.Host->BancoLocal->AtualizaReplica(sessao);
     }
 
+    // Somebody of a client of the state has signed in.
+    void EntraAlguemDe(const std::string &uf)
+    {
+        SessaoDeReplica sessao;
+        sessao.Cadastrados = {{0, "Autoridade Municipal de Trânsito", {}, uf}};
+        mesa.Host->BancoLocal->AtualizaReplica(sessao);
+    }
+    std::filesystem::path Arquivo() const { return mesa.Diretorio() / "dados" / "local.db"; }
+
     HospedeiroDeTeste mesa;
 };
 
+const std::string DoEstado =
+    "SELECT * FROM Municipio WHERE UF_MUNIC = 'RS' AND COD_RENAVAM > 0 ORDER BY NOME_MUNICIPIO";
+
 TEST_F(BancoLocalMesaTeste, Municipio_OfTheState_HasAll497InPortugueseOrder)
 {
-    const Textos nomes = Coluna(
-        "NOME_MUNICIPIO", "SELECT * FROM Municipio WHERE UF_MUNIC = 'RS' AND COD_RENAVAM > 0 ORDER BY NOME_MUNICIPIO");
+    const Textos nomes = Coluna("NOME_MUNICIPIO", DoEstado);
     ASSERT_EQ(nomes.size(), 497U);
     EXPECT_EQ(nomes[0], "Aceguá");
     EXPECT_EQ(nomes[1], "Água Santa");
@@ -81,6 +96,46 @@ TEST_F(BancoLocalMesaTeste, Municipio_OfTheState_HasAll497InPortugueseOrder)
     EXPECT_TRUE(std::is_sorted(nomes.begin(), nomes.end(),
                                [](const auto &a, const auto &b) { return ChaveOrdem(a) < ChaveOrdem(b); }));
     EXPECT_EQ(Coluna("COD_RENAVAM", "SELECT COD_RENAVAM FROM Municipio WHERE COD_MUNIC = 4314902"), Textos{"8801"});
+}
+
+TEST_F(BancoLocalMesaTeste, Municipio_OfTheCountry_HasEachUnderItsOwnState)
+{
+    EXPECT_EQ(Coluna("x", "SELECT COUNT(*) AS x FROM Municipio"), Textos{"5571"});
+    EXPECT_EQ(Coluna("x", "SELECT COUNT(DISTINCT UF_MUNIC) AS x FROM Municipio"), Textos{"27"});
+    EXPECT_EQ(Coluna("UF_MUNIC", "SELECT * FROM Municipio WHERE COD_MUNIC = 3550308"), Textos{"SP"});
+    EXPECT_EQ(Coluna("NOME_MUNICIPIO", "SELECT * FROM Municipio WHERE COD_MUNIC = 1100015"),
+              Textos{"Alta Floresta D'Oeste"});
+}
+
+// The module names one state, whichever it is.
+TEST_F(BancoLocalMesaTeste, Municipio_AsTheModuleAsks_IsOfTheClientsOwnState)
+{
+    EntraAlguemDe("SP");
+    EXPECT_EQ(Coluna("NOME_MUNICIPIO", DoEstado).size(), 645U);
+    EXPECT_EQ(Coluna("UF_MUNIC", DoEstado).front(), "SP");
+    EntraAlguemDe("DF");
+    EXPECT_EQ(Coluna("NOME_MUNICIPIO", DoEstado), Textos{"Brasília"});
+    // A municipality of another state still has its name.
+    EXPECT_EQ(Coluna("NOME_MUNICIPIO", "SELECT * FROM Municipio WHERE COD_MUNIC = 4314902"), Textos{"Porto Alegre"});
+    EntraAlguemDe("RS");
+    EXPECT_EQ(Coluna("NOME_MUNICIPIO", DoEstado).size(), 497U);
+}
+
+TEST_F(BancoLocalMesaTeste, Municipios_OfAnOlderFile_AreWrittenAnew)
+{
+    // As the first version left them: of one state, and others than these.
+    LinhasSql(Arquivo().string(), "DELETE FROM Municipio WHERE UF_MUNIC <> 'RS'; PRAGMA user_version = 0;"
+                                  "INSERT INTO Municipio VALUES (4399999, 'Antigo', 'RS', 9999)");
+    const BancoLocalMesa aberto(Arquivo());
+    EXPECT_EQ(Coluna("x", "SELECT COUNT(*) AS x FROM Municipio"), Textos{"5571"});
+    EXPECT_EQ(Coluna("NOME_MUNICIPIO", "SELECT * FROM Municipio WHERE COD_MUNIC = 4399999"), Textos{});
+}
+
+TEST_F(BancoLocalMesaTeste, Municipios_ThatAreRight_AreNotWrittenAgain)
+{
+    LinhasSql(Arquivo().string(), "UPDATE Municipio SET NOME_MUNICIPIO = 'Marcado' WHERE COD_MUNIC = 4314902");
+    const BancoLocalMesa aberto(Arquivo());
+    EXPECT_EQ(Coluna("NOME_MUNICIPIO", "SELECT * FROM Municipio WHERE COD_MUNIC = 4314902"), Textos{"Marcado"});
 }
 
 TEST_F(BancoLocalMesaTeste, UCASE_OfAccentedText_RaisesEveryLetterAndKeepsNull)
@@ -112,7 +167,7 @@ TEST_F(BancoLocalMesaTeste, LookUpByCode_OfAnAccentedOne_FindsIt)
 TEST_F(BancoLocalMesaTeste, Abre_ForTheModule_RefusesToWrite)
 {
     EXPECT_THROW(Coluna("x", "DELETE FROM Municipio"), Falha);
-    EXPECT_EQ(Coluna("x", "SELECT COUNT(*) AS x FROM Municipio"), Textos{"497"});
+    EXPECT_EQ(Coluna("x", "SELECT COUNT(*) AS x FROM Municipio"), Textos{"5571"});
 }
 
 TEST_F(BancoLocalMesaTeste, AtualizaReplica_Again_HasTheNewRowsOnly)

@@ -1,5 +1,4 @@
-#include "desk/sample/Amostra.h"
-#include "desk/sample/RegistroDoUsuario.h"
+#include "desk/host/Inicio.h"
 #include "equipment/clsEquipto.h"
 #include "equipment/frmEquipDetalhes.h"
 #include "host/Falha.h"
@@ -212,24 +211,27 @@ TEST_F(DiscoCheioTeste, LocalDatabase_ThatMayOnlyBeRead_SaysSo)
 }
 
 // The registry is made beside its place: a disk that fills up leaves none, and the next start makes it whole.
-TEST_F(DiscoCheioTeste, AbreRegistroDoUsuario_OnAFullDisk_LeavesNoneUntilThereIsRoom)
+TEST_F(DiscoCheioTeste, NewRegistry_OnAFullDisk_LeavesNoneUntilThereIsRoom)
 {
     const std::filesystem::path diretorio = mesa.Diretorio() / "novo";
-    const auto abre = [&] {
-        return AbreRegistroDoUsuario(
-            diretorio, TipoDeRegistro::Vazio, false, [this] { return mesa.Registro.Relogio; }, [](double) {});
+    Preferencias preferencias(mesa.Diretorio() / "preferencias.ini");
+    RegistroNovo novo;
+    novo.Cliente = {1, "Autoridade Estadual de Trânsito", {"Fiscalização"}, "RS"};
+    novo.Usuario = "olga";
+    novo.Nome = "Olga Reis";
+    novo.Senha = "cavalo grampeador azul";
+    const auto cria = [&] {
+        return Inicio(diretorio, preferencias, [this] { return Instante(mesa.Registro.Relogio); }, {}, {}).Cria(novo);
     };
-    for (const int cabem : {0, 20, 130, 160, 200}) {
+    for (const int cabem : {0, 20, 60, 130}) {
         SCOPED_TRACE(cabem);
         {
             const DiscoDeTeste disco(cabem);
-            EXPECT_EQ(FalhaLancada(abre).Descricao, Cheio);
+            EXPECT_EQ(FalhaLancada(cria).Descricao, Cheio);
         }
         EXPECT_FALSE(std::filesystem::exists(CaminhoDoRegistro(diretorio)));
     }
-    std::string recusa;
-    std::int32_t espera = 0;
-    EXPECT_FALSE(abre()->Entra("ana", SenhaDaAmostra, recusa, espera).Nada()) << recusa;
+    EXPECT_FALSE(cria()->Vazio());
 }
 
 } // namespace

@@ -1,5 +1,4 @@
 #include "controls/ztList.h"
-#include "desk/host/Logradouros.h"
 #include "desk/sample/CertificadoPDF.h"
 #include "desk/windows/Entrada.h"
 #include "desk/windows/VisorPDF.h"
@@ -77,7 +76,7 @@ class JanelasTeste : public MesaTeste {
         pedidos.NaBorda = [](const std::function<void()> &acao) { acao(); };
         pedidos.Fecha = pedidos.Ajuda = pedidos.Redimensionou = [] {};
         return new JanelaForm(form,
-                              {pedidos, [] { return std::vector<ClienteOferecido>{}; }, Novo<LogradourosMesa>(),
+                              {pedidos, [] { return std::vector<ClienteOferecido>{}; }, mesa.Hospedeiro()->Logradouros,
                                Novo<MemoriaDeEnderecos>()},
                               &mesa);
     }
@@ -255,9 +254,12 @@ TEST_F(JanelasTeste, Mnemonics_OfTheMainWindow_LeadToOnePlace)
 
 TEST_F(JanelasTeste, Mnemonics_OfTheDesksOwnDialogs_LeadToOnePlace)
 {
-    Entrada entrada(Ref<Servicos>(), nullptr);
-    entrada.show();
-    EXPECT_EQ(MnemonicasRepetidas(entrada), QStringList());
+    const auto servicos = Servicos::Abre(registro.Caminho(), Agora());
+    for (const auto &travada : {std::optional<Operador>(), std::optional<Operador>(Operador())}) {
+        Entrada entrada(servicos, "estação", travada, nullptr);
+        entrada.show();
+        EXPECT_EQ(MnemonicasRepetidas(entrada), QStringList());
+    }
     VisorPDF visor(nullptr);
     visor.show();
     EXPECT_EQ(MnemonicasRepetidas(visor), QStringList());
@@ -553,7 +555,12 @@ TEST(CertificadosDeAntes, AtTheStart_AreGone)
     QFile deixado(temporarios.filePath("~VORAFER1-A.pdf"));
     ASSERT_TRUE(deixado.open(QIODevice::WriteOnly));
     deixado.close();
-    const Mesa mesa(Ref<Servicos>(), pasta.path().toStdString(), [] { return Data(); });
+    const Instante manha = DataDe(20, 11, 2026, 9, 30, 0);
+    Preferencias preferencias(pasta.filePath("preferencias.ini").toStdString());
+    const Mesa mesa(
+        Servicos::Cria(pasta.filePath("registro.db").toStdString(), TipoDeRegistro::Registro,
+                       [manha] { return manha; }),
+        pasta.path().toStdString(), [manha] { return manha.Local; }, preferencias);
     EXPECT_EQ(temporarios.entryList({"~VORAFER*"}, QDir::Files), QStringList());
 }
 

@@ -42,5 +42,7 @@ class MesaTeste : public testing::Test {
 
     QTemporaryDir pasta;
     RegistroDeTeste registro;
-    mesa::Mesa mesa{mesa::Servicos::Abre(registro.Caminho(), Agora()), pasta.path().toStdString(), Agora()};
+    mesa::Preferencias preferencias{pasta.filePath("preferencias.ini").toStdString()};
+    mesa::Mesa mesa{mesa::Servicos::Abre(registro.Caminho(), Agora()), pasta.path().toStdString(), Agora(),
+                    preferencias};
 };

@@ -1,5 +1,12 @@
 #include "tests/desk/RegistroDeTeste.h"
 
+#include "desk/services/Banco.h"
+#include "desk/services/DialetoSQLite.h"
+#include "desk/services/Historico.h"
+
+#include "desk/services/LayoutED.h"
+#include "desk/services/LogradouroED.h"
+
 #include <sqlite3.h>
 
 #include <memory>
@@ -13,6 +20,7 @@ namespace {
 struct Pessoa {
     Operador Quem;
     std::vector<std::string> Acoes;
+    std::vector<std::string> Administra = {};
 };
 
 const std::map<std::string, Pessoa> &Pessoas()
@@ -29,6 +37,11 @@ const std::map<std::string, Pessoa> &Pessoas()
         {"caio", {{7, "caio", "Caio Melo", 1, "Autoridade Estadual de Trânsito", "Fiscalização", 0}, todas}},
         {"inês", {{8, "inês", "Inês Luz", 1, "Autoridade Estadual de Trânsito", "Fiscalização", 0}, {"", "I"}}},
         {"alice", {{9, "alice", "Alice Rocha", 1, "Autoridade Estadual de Trânsito", "Fiscalização", 0}, {"", "A"}}},
+        {"marta",
+         {{11, "marta", "Marta Reis", 1, "Autoridade Estadual de Trânsito", "Metrologia", 0}, {}, {"U", "T", "C"}}},
+        {"saulo",
+         {{12, "saulo", "Saulo Pires", 1, "Autoridade Estadual de Trânsito", "Metrologia", 0}, todas, {"U", "T", "C"}}},
+        {"tadeu", {{13, "tadeu", "Tadeu Vaz", 1, "Autoridade Estadual de Trânsito", "Metrologia", 0}, {}, {"T"}}},
         {"eva", {{10, "eva", "Eva Costa", 1, "Autoridade Estadual de Trânsito", "Fiscalização", 0}, {"", "E"}}},
     };
     return pessoas;
@@ -48,9 +61,10 @@ template <class R, class Item> Ref<R> Poe(const Ref<R> &registro, Campo<ListaDe<
 
 RegistroDeTeste::RegistroDeTeste() : Relogio(DataDe(20, 11, 2026, 10, 0, 0))
 {
-    m_Servicos = Servicos::Cria(Caminho(), TipoDeRegistro::Registro, [this] { return Relogio; });
+    m_Servicos = Servicos::Cria(
+        Caminho(), TipoDeRegistro::Registro, [this] { return Relogio; }, CustoDeTeste);
     m_Servicos->CadastraCliente({1, "Autoridade Estadual de Trânsito", {"Fiscalização", "Metrologia"}, "RS"});
-    m_Servicos->CadastraCliente({2, "Autoridade Municipal de Trânsito", {"Operações"}, "RS"});
+    m_Servicos->CadastraCliente({2, "Autoridade Municipal de Trânsito", {"Operações"}, "SP"});
 }
 
 void RegistroDeTeste::Fecha()
@@ -61,7 +75,13 @@ void RegistroDeTeste::Fecha()
 void RegistroDeTeste::Reabre()
 {
     Fecha();
-    m_Servicos = Servicos::Abre(Caminho(), [this] { return Relogio; });
+    m_Servicos = AbreOutro();
+}
+
+Ref<Servicos> RegistroDeTeste::AbreOutro()
+{
+    return Servicos::Abre(
+        Caminho(), [this] { return Relogio; }, CustoDeTeste);
 }
 
 void RegistroDeTeste::PassaSegundos(std::int32_t n)
@@ -73,7 +93,7 @@ void RegistroDeTeste::Cadastra(const std::string &usuario)
 {
     if (!m_Cadastrados[usuario]) {
         const Pessoa &pessoa = Pessoas().at(usuario);
-        m_Servicos->CadastraUsuario(pessoa.Quem, "senha de " + usuario, pessoa.Acoes);
+        m_Servicos->CadastraUsuario(pessoa.Quem, "senha de " + usuario, pessoa.Acoes, pessoa.Administra);
         m_Cadastrados[usuario] = true;
     }
 }
@@ -83,11 +103,46 @@ Ref<SessaoServico> RegistroDeTeste::Sessao(const std::string &usuario)
     Cadastra(usuario);
     std::string recusa;
     std::int32_t espera = 0;
-    Ref<SessaoServico> sessao = m_Servicos->Entra(usuario, "senha de " + usuario, recusa, espera);
+    Ref<SessaoServico> sessao = m_Servicos->Entra(usuario, "senha de " + usuario, "estação de teste", recusa, espera);
     if (sessao.Nada()) {
         throw std::runtime_error(recusa);
     }
     return sessao;
+}
+
+std::int32_t RegistroDeTeste::IncluiRua(const std::string &nome, const std::string &bairro, const std::string &cep,
+                                        std::int32_t codMunic)
+{
+    auto rua = Com(Novo<LogradouroED>(), &LogradouroED::CodMunic, codMunic, &LogradouroED::NomeLograd, nome);
+    Com(rua, &LogradouroED::Bairro, bairro, &LogradouroED::Cep, cep);
+    return Exigido(Pede(Sessao("marta"), "incluiLogradouro", rua, "AdministracaoRN")).Como<LogradouroED>()->CodLograd;
+}
+
+void RegistroDeTeste::DesativaRua(std::int32_t codigo)
+{
+    auto rua = Com(Novo<LogradouroED>(), &LogradouroED::CodLograd, codigo, &LogradouroED::Ativo, 2);
+    rua->Versao = std::stoi(Sql("SELECT Versao FROM LOGRADOURO WHERE CodLograd = " + std::to_string(codigo)));
+    Exigido(Pede(Sessao("marta"), "alteraLogradouro", rua, "AdministracaoRN"));
+}
+
+void RegistroDeTeste::IncluiLayout(const std::string &nome)
+{
+    Exigido(
+        Pede(Sessao("marta"), "incluiLayout", Com(Novo<LayoutED>(), &LayoutED::NomeLayout, nome), "AdministracaoRN"));
+}
+
+void RegistroDeTeste::DesativaLayout(const std::string &nome)
+{
+    auto layout = Com(Novo<LayoutED>(), &LayoutED::Ativo, 2, &LayoutED::NroLayout,
+                      std::stoi(Sql("SELECT NroLayout FROM LAYOUT WHERE Nome = '" + nome + "'")));
+    layout->Versao = std::stoi(Sql("SELECT Versao FROM LAYOUT WHERE Nome = '" + nome + "'"));
+    Exigido(Pede(Sessao("marta"), "alteraLayout", layout, "AdministracaoRN"));
+}
+
+void RegistroDeTeste::Historia(const std::string &tabela, std::int64_t chave)
+{
+    Banco banco(std::make_unique<DialetoSQLite>(), Caminho(), Relogio);
+    banco.Escreve([&] { Historico(banco).Registra(Relogio, 0, {"EQUIPAMENTO", 1, 1, tabela, chave, "migra"}); });
 }
 
 std::string RegistroDeTeste::Sql(const std::string &comando)
@@ -199,6 +254,12 @@ Ref<AfericaoED> AfericaoDe(const std::string &numero, Data de, Data ate, double 
     return a;
 }
 
+Ref<EquiptoED> DoTipo(const Ref<EquiptoED> &equipto, const std::string &tipo, std::uint8_t medidor)
+{
+    return Com(Com(equipto, &EquiptoED::TipoEquip, tipo, &EquiptoED::TipoAgente, medidor), &EquiptoED::TemLimiteDif,
+               std::uint8_t{2});
+}
+
 Ref<EquiptoED> Poe(const Ref<EquiptoED> &equipto, const Ref<SensorED> &sensor)
 {
     return Poe(equipto, &EquiptoED::Sensores, sensor);
@@ -226,9 +287,26 @@ Retorno Exigido(const Retorno &retorno)
     return retorno;
 }
 
+Ref<EquiptoED> Documenta(const Ref<SessaoServico> &sessao, const Ref<EquiptoED> &equipto)
+{
+    double documento = 0;
+    const ListaDe<SensorED> &sensores = equipto->Sensores;
+    for (std::int32_t s = 1; !sensores.Nada() && s <= sensores->Count(); ++s) {
+        const ListaDe<AfericaoED> &afericoes = sensores->Item(s)->Afericoes;
+        for (std::int32_t a = 1; !afericoes.Nada() && a <= afericoes->Count(); ++a) {
+            AfericaoED &afericao = *afericoes->Item(a);
+            if (afericao.NroIntAfericao.Valor() == 0 && afericao.NroIntImgCertif.Valor() == 0) {
+                documento = documento == 0 ? GuardaPdf(sessao, "certificado") : documento;
+                afericao.NroIntImgCertif = documento;
+            }
+        }
+    }
+    return equipto;
+}
+
 std::int32_t Inclui(const Ref<SessaoServico> &sessao, const Ref<EquiptoED> &equipto)
 {
-    return Exigido(Pede(sessao, "inclui", equipto)).Como<EquiptoED>()->NroIntEquip;
+    return Exigido(Pede(sessao, "inclui", Documenta(sessao, equipto))).Como<EquiptoED>()->NroIntEquip;
 }
 
 std::int32_t IncluiComSensores(const Ref<SessaoServico> &sessao,
@@ -253,7 +331,16 @@ Ref<EquiptoED> Abre(const Ref<SessaoServico> &sessao, std::int32_t nroIntEquip)
 Bytes Pdf(const std::string &marca, std::size_t tamanho)
 {
     std::string texto = "%PDF-1.4\n% " + marca + "\n";
-    const std::string fim = "\nstartxref\n0\n%%EOF\n";
+    std::string tabela = "0000000000 65535 f \n";
+    int objetos = 0;
+    for (const char *objeto : {"<< /Type /Catalog /Pages 2 0 R >>", "<< /Type /Pages /Kids [3 0 R] /Count 1 >>",
+                               "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 72 72] >>"}) {
+        const std::string onde = std::to_string(texto.size());
+        tabela += std::string(10 - onde.size(), '0') + onde + " 00000 n \n";
+        texto += std::to_string(++objetos) + " 0 obj\n" + objeto + "\nendobj\n";
+    }
+    const std::string fim = "\nstartxref\n" + std::to_string(texto.size()) + "\n%%EOF\n";
+    texto += "xref\n0 4\n" + tabela + "trailer\n<< /Size 4 /Root 1 0 R >>\n% ";
     if (tamanho > texto.size() + fim.size()) {
         texto.append(tamanho - texto.size() - fim.size(), 'x');
     }

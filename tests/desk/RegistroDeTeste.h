@@ -26,12 +26,18 @@ struct Retorno {
     template <class R> Ref<R> Como() const { return Resposta.Como<R>(); }
 };
 
+// Passwords of a test are cheap to try.
+inline constexpr mesa::CustoDaSenha CustoDeTeste{1, 8192};
+
 // A registry in a file of its own, in a directory that goes away with the test. Its clients are Autoridade Estadual de
-// Trânsito (sectors Fiscalização and Metrologia) and Autoridade Municipal de Trânsito (Operações).
+// Trânsito (sectors Fiscalização and Metrologia), of the state RS, and Autoridade Municipal de Trânsito (Operações), of
+// SP.
 //
 // Its users come to be when they first sign in: ana, bia and caio may do everything for Autoridade Estadual de
 // Trânsito, bruno only looks there, inês only includes, alice only changes, eva only deactivates, carla may do nothing,
-// davi is tied to Porto Alegre; elisa may do everything for Autoridade Municipal de Trânsito.
+// davi is tied to Porto Alegre; elisa may do everything for Autoridade Municipal de Trânsito. marta only administers,
+// all there is; saulo may do everything that there is, and tadeu looks after tables only. Their passwords are "senha
+// de" and the name.
 class RegistroDeTeste {
   public:
     RegistroDeTeste();
@@ -42,14 +48,28 @@ class RegistroDeTeste {
     void Reabre();
     void Fecha();
 
-    // A new session of the user.
+    // Another opening of the same file, as of another desk.
+    Ref<mesa::Servicos> AbreOutro();
+
+    // A new session of the user, at the station "estação de teste".
     Ref<mesa::SessaoServico> Sessao(const std::string &usuario);
     // Makes the user known without signing in.
     void Cadastra(const std::string &usuario);
 
+    // A street, of Porto Alegre when no municipality is told, and its code; one that is offered no more. The same of
+    // the layouts. By marta.
+    std::int32_t IncluiRua(const std::string &nome, const std::string &bairro = "Centro",
+                           const std::string &cep = "90010000", std::int32_t codMunic = 4314902);
+    void DesativaRua(std::int32_t codigo);
+    void IncluiLayout(const std::string &nome);
+    void DesativaLayout(const std::string &nome);
+
     // The clock: 20/11/2026 10:00:00 at first.
     Data Relogio;
     void PassaSegundos(std::int32_t n);
+
+    // Writes a row that was changed straight in the file down in the history, as a migration does.
+    void Historia(const std::string &tabela, std::int64_t chave);
 
     // The first row, or nothing.
     std::string Sql(const std::string &comando);
@@ -81,6 +101,8 @@ Ref<R> Com(const Ref<R> &registro, Campo<T> R::*membro, const std::type_identity
 Ref<EquiptoED> EquipamentoDe(const std::string &codigo);
 Ref<SensorED> SensorDe(std::int16_t numero);
 Ref<AfericaoED> AfericaoDe(const std::string &numero, Data de, Data ate, double documento = 0);
+// The equipment as one of another type, with no limits and the meter of that type.
+Ref<EquiptoED> DoTipo(const Ref<EquiptoED> &equipto, const std::string &tipo, std::uint8_t medidor = 1);
 // Records of which only the internal number is written.
 inline constexpr auto SoNumero = [](std::int32_t n) { return Com(Novo<EquiptoED>(), &EquiptoED::NroIntEquip, n); };
 inline constexpr auto SoSensor = [](std::int32_t n) { return Com(Novo<SensorED>(), &SensorED::NroIntSensor, n); };
@@ -97,7 +119,9 @@ Ref<SensorED> Poe(const Ref<SensorED> &sensor, const Ref<AfericaoED> &afericao);
 // The limits as "alteraListaLimitesDif" takes them.
 Ref<EquiptoED> ListaDeLimites(const std::vector<Ref<LimiteDifED>> &limites);
 
-// Sends it with "inclui"; its number. Any refusal fails the test.
+// Stores one document for those of the new calibrations that have none; gives what it was given.
+Ref<EquiptoED> Documenta(const Ref<mesa::SessaoServico> &sessao, const Ref<EquiptoED> &equipto);
+// Sends it with "inclui", and its calibrations with a document; its number. Any refusal fails the test.
 std::int32_t Inclui(const Ref<mesa::SessaoServico> &sessao, const Ref<EquiptoED> &equipto);
 // The same of the equipment R-001, with one sensor for each list of calibrations.
 std::int32_t IncluiComSensores(const Ref<mesa::SessaoServico> &sessao,
@@ -107,6 +131,7 @@ Ref<EquiptoED> Abre(const Ref<mesa::SessaoServico> &sessao, std::int32_t nroIntE
 // What was done; any refusal fails the test.
 Retorno Exigido(const Retorno &retorno);
 
-// A small document that passes for PDF; `marca` makes it one of its own.
+// A PDF of one empty page, of that many bytes when it would be smaller; `marca` stands in it and makes it one of its
+// own.
 Bytes Pdf(const std::string &marca, std::size_t tamanho = 0);
 double GuardaPdf(const Ref<mesa::SessaoServico> &sessao, const std::string &marca, std::size_t tamanho = 0);

@@ -32,8 +32,8 @@ const QSize TelaPequena(1024, 768);
 QString NomeDe(const QWidget &widget)
 {
     QString nome;
-    for (const QWidget *um = &widget; um != nullptr && dynamic_cast<const JanelaForm *>(um) == nullptr;
-         um = um->parentWidget()) {
+    for (const QWidget *um = &widget;
+         um != nullptr && dynamic_cast<const JanelaForm *>(um) == nullptr && !um->isWindow(); um = um->parentWidget()) {
         if (!um->objectName().isEmpty()) {
             nome = nome.isEmpty() ? um->objectName() : um->objectName() + "/" + nome;
         }
@@ -52,7 +52,7 @@ QString Medida(const QSize &medida)
     return QString("%1x%2").arg(medida.width()).arg(medida.height());
 }
 
-std::vector<QWidget *> Vistos(const JanelaForm &janela)
+std::vector<QWidget *> Vistos(const QWidget &janela)
 {
     std::vector<QWidget *> vistos;
     for (QWidget *widget : janela.findChildren<QWidget *>()) {
@@ -141,7 +141,7 @@ bool TemLeiauteProprio(const QWidget &pai)
            qobject_cast<const QAbstractScrollArea *>(pai.parentWidget());
 }
 
-QStringList Colisoes(const JanelaForm &janela, const std::vector<QWidget *> &vistos)
+QStringList Colisoes(const QWidget &janela, const std::vector<QWidget *> &vistos)
 {
     QStringList defeitos;
     for (std::size_t um = 0; um < vistos.size(); ++um) {
@@ -262,7 +262,13 @@ QStringList Defeitos(const JanelaForm &janela)
            TabForaDeOrdem(janela);
 }
 
-void Fotografa(JanelaForm &janela, const QString &nome)
+QStringList DefeitosDaJanela(const QWidget &janela)
+{
+    const std::vector<QWidget *> vistos = Vistos(janela);
+    return TextosCortados(vistos) + Colisoes(janela, vistos) + ForaDeLinha(vistos);
+}
+
+void Fotografa(QWidget &janela, const QString &nome)
 {
     constexpr int Niveis = 12; // of widgets in one another: each round takes what a layout asks for to the next one
     for (int nivel = 0; nivel < Niveis; ++nivel) {

@@ -3,6 +3,8 @@
 #include <QString>
 #include <QStringList>
 
+class QWidget;
+
 namespace mesa {
 class JanelaForm;
 }
@@ -11,6 +13,8 @@ class JanelaForm;
 // parent, controls that are seen without a widget or the other way round, fields of a container out of line, an order
 // of Tab that is not the controls', a window smaller than what is in it or larger than a small screen.
 QStringList Defeitos(const mesa::JanelaForm &janela);
+// The same of any other window, as far as it has no controls.
+QStringList DefeitosDaJanela(const QWidget &janela);
 
 // Lets the layouts settle and puts a picture of the window into the build folder.
-void Fotografa(mesa::JanelaForm &janela, const QString &nome);
+void Fotografa(QWidget &janela, const QString &nome);

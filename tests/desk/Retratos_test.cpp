@@ -1,5 +1,4 @@
 #include "controls/ztCombo.h"
-#include "desk/host/Logradouros.h"
 #include "search/CVorEquip.h"
 #include "shell/Especifica.h"
 #include "tests/desk/MesaTeste.h"
@@ -254,38 +253,44 @@ class RetratosTeste : public MesaTeste {
         novo->TipoAgente = tipo.Medidor;
         novo->TipoEquip = tipo.Tipo;
         novo->TipoVia = tipo.Via;
-        novo->TemLimiteDif = std::uint8_t{1};
-        novo->NroIntRejLimDif = 10;
-        novo->txtObsNotif = "Infração registrada por sistema automático não metrológico de tráfego.";
+        const auto um = [&](std::string_view tipos) { return tipos.find(tipo.Tipo) != std::string_view::npos; };
+        novo->TemLimiteDif = static_cast<std::uint8_t>(um("CLPR") ? 1 : 2);
+        if (um("CLPR")) {
+            novo->NroIntRejLimDif = 10;
+        } else if (um("FV")) {
+            novo->txtObsNotif = "Infração registrada por sistema automático não metrológico de tráfego.";
+        }
         const std::string local = "Avenida Presidente João Belchior Marques Goulart, 12345, fundos, Porto Alegre/RS";
-        const auto ruas = ProcuraLogradouros(novo->CodMunic, "a", 1);
-        for (std::int16_t numero = 1; numero <= (tipo.Sensores ? 2 : 1); ++numero) {
+        for (std::int16_t numero = 1; numero <= (tipo.Sensores ? 2 : 1) && !um("V"); ++numero) {
             auto sensor = SensorDe(numero);
             sensor->LocalInfr = local;
-            sensor->CodLograd = ruas.front().Codigo;
+            sensor->CodLograd = rua;
             sensor->EndNro = 1200;
             sensor->EndCompl = "fundos";
-            sensor->EndCep = CLng(ruas.front().Cep);
+            sensor->EndCep = 90010020;
             Poe(sensor, Afericao(1, 2025));
-            Poe(sensor, Afericao(2, 2026));
+            Poe(sensor, Afericao(um("PCLM") ? 2 : 1, 2026));
             Poe(novo, sensor);
         }
         const std::int32_t numero = Inclui(ana, novo);
-        if (tipo.Tipo == std::string("P") || tipo.Tipo == std::string("F")) {
+        if (um("P")) {
             RegistraLimites(numero);
+        } else if (um("F")) {
+            const auto proibido = LimiteDe(numero, 4, 2200, 2359, 0);
+            EXPECT_EQ(Pede(ana, "alteraListaLimitesDif", ListaDeLimites({proibido})).Recusa, "");
         }
     }
     void RegistraLimites(std::int32_t nroIntEquip)
     {
         const auto limite = Com(LimiteDe(nroIntEquip, 4, 2200, 2359, 110), &LimiteDifED::VelocMin, 100);
-        const auto proibido = LimiteDe(nroIntEquip, 4, 2200, 2359, 0);
-        EXPECT_EQ(Pede(ana, "alteraListaLimitesDif", ListaDeLimites({limite, proibido})).Recusa, "");
+        EXPECT_EQ(Pede(ana, "alteraListaLimitesDif", ListaDeLimites({limite})).Recusa, "");
         const auto dia = DiaDe(nroIntEquip, DataDe(25, 12, 2026), 0, 2359);
         Com(dia, &DiaEspecificoED::VelocPerm, 110, &DiaEspecificoED::VelocMin, 100);
         EXPECT_EQ(Pede(ana, "adicionaDiaEspecifico", dia).Recusa, "");
     }
 
     Ref<SessaoServico> ana = registro.Sessao("ana");
+    std::int32_t rua = registro.IncluiRua("Avenida Getúlio Vargas", "Centro", "90010020");
 };
 
 TEST_F(RetratosTeste, SearchWindow_ByTheMenu)

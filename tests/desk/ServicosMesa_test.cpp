@@ -2,12 +2,13 @@
 #include "tests/support/FormFalso.h"
 
 #include "desk/host/Logradouros.h"
-#include "desk/services/Referencias.h"
 #include "host/Falha.h"
+#include "shell/ModGeral.h"
 #include "tests/support/UmControle.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <set>
 #include <string>
 
@@ -45,6 +46,19 @@ class ServicosMesaTeste : public HospedeiroTeste {
             valores += item.front();
         }
         return valores;
+    }
+
+    // Names of the files that the module finds where the layouts are, sorted.
+    Textos Layouts(const std::string &padrao = "*.LAY")
+    {
+        const Ref<IPlataforma> plataforma = mesa.Host->Plataforma();
+        Textos nomes;
+        for (std::string nome = plataforma->PrimeiroArquivo(dados->DirLayouts() + padrao); !nome.empty();
+             nome = plataforma->ProximoArquivo()) {
+            nomes.push_back(nome);
+        }
+        std::ranges::sort(nomes);
+        return nomes;
     }
 
     Ref<FormFalso> form = Novo<FormFalso>();
@@ -110,69 +124,96 @@ TEST_F(ServicosMesaTeste, EnviaDocumento_OfWhatIsNoPDF_IsRefusedWithWords)
     EXPECT_EQ(numero, 0);
     EXPECT_EQ(
         mesa.Janelas->Avisos,
-        (Textos{"Registro de Equipamentos: O documento não é um PDF completo: confira o arquivo e envie de novo.",
+        (Textos{"Registro de Equipamentos: O documento não é um PDF: confira o arquivo e envie de novo.",
                 "Registro de Equipamentos: O arquivo '" + mesa.NoModulo("falta.pdf") + "' não pôde ser aberto."}));
 }
 
-TEST_F(ServicosMesaTeste, Layouts_OfTheDesk_AreInstalledAndAUsersOwnIsKept)
+TEST_F(ServicosMesaTeste, Layouts_OfTheRegistry_AreTheFilesOfTheirDirectory)
 {
-    const Ref<IPlataforma> plataforma = mesa.Host->Plataforma();
+    EXPECT_EQ(Layouts(), (Textos{"AGENTE.LAY", "ESTATICO.LAY", "LOMBADA.LAY", "PADRAO.LAY", "PARDAL.LAY"}));
+    // What lies on the disk does not count.
+    std::filesystem::create_directories(mesa.Diretorio() / "dados" / "layouts");
+    mesa.Host->Plataforma()->GravaArquivo(dados->DirLayouts() + "MEU.LAY", Bytes(5000, 'm'));
+    mesa.Registro.IncluiLayout("Ônibus");
+    mesa.Registro.DesativaLayout("PADRAO");
+    EXPECT_EQ(Layouts(), (Textos{"AGENTE.LAY", "ESTATICO.LAY", "LOMBADA.LAY", "PARDAL.LAY", "Ônibus.LAY"}));
+    EXPECT_EQ(Layouts("*.TXT"), Textos{});
+    EXPECT_EQ(Layouts("p*.LAY"), Textos{"PARDAL.LAY"});
+}
+
+TEST_F(ServicosMesaTeste, Layouts_ForWhoMayNotLook_AreAFaultWithWords)
+{
+    mesa.Entra("carla");
+    try {
+        Layouts();
+        FAIL();
+    } catch (const Falha &falha) {
+        EXPECT_EQ(falha.Descricao, "Carla Dias não tem permissão para consultar layouts.");
+    }
+}
+
+TEST_F(ServicosMesaTeste, ProcuraLogradouros_ByNameOrPostalCode_GivesTheActiveStreets)
+{
+    const std::int32_t bento = mesa.Registro.IncluiRua("Rua Bento Gonçalves", "Centro", "90010020");
+    mesa.Registro.DesativaRua(mesa.Registro.IncluiRua("Rua Bento Velho"));
+    const ILogradouros &ruas = *mesa.Host->Logradouros;
+    for (const char *procurado : {"goncalves BENTO", "90010-020", "bento"}) {
+        const auto achados = ruas.Procura(PortoAlegre, procurado, 20);
+        ASSERT_EQ(achados.size(), 1U) << procurado;
+        EXPECT_EQ(achados[0].Codigo, bento);
+        EXPECT_EQ(achados[0].CodMunic, PortoAlegre);
+        EXPECT_EQ(achados[0].Descricao(12, "fundos"), "Rua Bento Gonçalves, 12 - fundos - Centro");
+        EXPECT_EQ(achados[0].Cep, "90010020");
+    }
+    EXPECT_EQ(ruas.Procura(4300034, "bento", 20).size(), 0U); // of another municipality
+    EXPECT_EQ(ruas.Procura(0, "bento", 20).size(), 0U);       // none chosen yet
+    mesa.Registro.IncluiRua("Rua Bento Novo");
+    EXPECT_EQ(ruas.Procura(PortoAlegre, "bento", 1).size(), 1U);
+}
+
+TEST_F(ServicosMesaTeste, LogradouroPorCodigo_OfAnyNumber_IsThereWhenTheRegistryHasIt)
+{
+    const std::int32_t codigo = mesa.Registro.IncluiRua("Rua A");
+    const ILogradouros &ruas = *mesa.Host->Logradouros;
+    EXPECT_EQ(ruas.PorCodigo(codigo)->Nome, "Rua A");
+    mesa.Registro.DesativaRua(codigo); // what is stored is still told
+    EXPECT_EQ(ruas.PorCodigo(codigo)->Nome, "Rua A");
+    for (const std::int32_t outro : {-1, 0, codigo + 1, 1001, INT32_MAX}) {
+        EXPECT_FALSE(ruas.PorCodigo(outro).has_value()) << outro;
+    }
+}
+
+TEST_F(ServicosMesaTeste, Municipios_OfTheCountry_BeginWithThoseOfTheClientsState)
+{
+    const ILogradouros &ruas = *mesa.Host->Logradouros;
+    const std::vector<MunicipioDeEndereco> &municipios = ruas.Municipios();
+    ASSERT_EQ(municipios.size(), 5571U);
+    EXPECT_EQ(municipios[0].Nome, "Aceguá");
+    EXPECT_EQ(municipios[1].Nome, "Água Santa");
+    EXPECT_EQ(municipios[496].Nome, "Xangri-lá");
+    EXPECT_EQ(municipios[497].Nome, "Abadia de Goiás - GO");
+    EXPECT_EQ(municipios.back().Nome, "Zortéa - SC");
     std::set<std::string> nomes;
-    for (std::string nome = plataforma->PrimeiroArquivo(dados->DirLayouts() + "*.LAY"); !nome.empty();
-         nome = plataforma->ProximoArquivo()) {
-        EXPECT_TRUE(nomes.insert(nome).second) << nome;
+    for (const MunicipioDeEndereco &municipio : municipios) {
+        EXPECT_TRUE(nomes.insert(municipio.Nome).second) << municipio.Nome; // each is told from all others
     }
-    EXPECT_EQ(nomes, (std::set<std::string>{"AGENTE.LAY", "ESTATICO.LAY", "LOMBADA.LAY", "PADRAO.LAY", "PARDAL.LAY"}));
-    mesa.Host->Plataforma()->GravaArquivo(dados->DirLayouts() + "AGENTE.LAY", Bytes(5000, 'm'));
-    HostMesa(mesa.Janelas, mesa.Diretorio() / "dados", [] { return DataDe(1, 1, 2026); });
-    EXPECT_EQ(mesa.Host->Plataforma()->TamanhoArquivo(dados->DirLayouts() + "AGENTE.LAY"), 5000);
+    EXPECT_EQ(&ruas.Municipios(), &municipios); // not made again for each picker
+    mesa.Entra("elisa");
+    EXPECT_EQ(ruas.Municipios()[0].Nome, "Adamantina");
+    EXPECT_EQ(municipios[0].Nome, "Aceguá"); // a picker that is still open keeps its own
 }
 
-TEST_F(ServicosMesaTeste, ProcuraLogradouros_ByName_IgnoresAccentsCaseAndOrderOfWords)
+TEST_F(ServicosMesaTeste, Municipios_InTheEquipmentForm_AreOfTheClientsState)
 {
-    const auto achados = ProcuraLogradouros(PortoAlegre, "goncalves BENTO", 20);
-    ASSERT_EQ(achados.size(), 1U);
-    EXPECT_EQ(achados[0].Nome, "Rua Bento Gonçalves");
-    EXPECT_EQ(achados[0].CodMunic, PortoAlegre);
-    EXPECT_EQ(achados[0].Cep.size(), 8U);
-    EXPECT_EQ(ProcuraLogradouros(PortoAlegre, "GETÚLIO", 20).size(), 1U);
-    EXPECT_EQ(ProcuraLogradouros(PortoAlegre, "rua que não há", 20).size(), 0U);
-    EXPECT_EQ(ProcuraLogradouros(1, "Bento", 20).size(), 0U);
-}
-
-TEST_F(ServicosMesaTeste, LogradouroPorCodigo_OfAnyNumber_IsThereWhenTheServicesKnowIt)
-{
-    const std::int32_t vias = static_cast<std::int32_t>(ProcuraLogradouros(PortoAlegre, "", 1000).size());
-    ASSERT_GT(vias, 1);
-    for (const std::int32_t codigo : {-1, 0, 1, 999, 1000, 1001, 1000 + vias, 1001 + vias, 1999, 2000, 2001, 497000,
-                                      497001, 497000 + vias, 497001 + vias, 498000, 498001, INT32_MAX}) {
-        EXPECT_EQ(LogradouroPorCodigo(codigo).has_value(), Referencias::Tabelas().TemLogradouro(codigo)) << codigo;
-    }
-    for (const Logradouro &logradouro : ProcuraLogradouros(PortoAlegre, "", 1000)) {
-        EXPECT_TRUE(Referencias::Tabelas().TemLogradouro(logradouro.Codigo)) << logradouro.Nome;
-    }
-}
-
-TEST_F(ServicosMesaTeste, ProcuraLogradouros_ByPostalCode_TakesItsBeginningWithOrWithoutTheDash)
-{
-    const Logradouro bento = ProcuraLogradouros(PortoAlegre, "Bento", 1).at(0);
-    const std::string comTraco = bento.Cep.substr(0, 5) + "-" + bento.Cep.substr(5);
-    for (const std::string &cep : {bento.Cep, comTraco}) {
-        const auto achados = ProcuraLogradouros(PortoAlegre, cep, 20);
-        ASSERT_EQ(achados.size(), 1U) << cep;
-        EXPECT_EQ(achados[0].Codigo, bento.Codigo);
-    }
-    EXPECT_EQ(ProcuraLogradouros(PortoAlegre, bento.Cep.substr(0, 5), 7).size(), 7U);
-    EXPECT_EQ(ProcuraLogradouros(4300034, bento.Cep, 20).size(), 0U); // another municipality's
-}
-
-TEST_F(ServicosMesaTeste, LogradouroPorCodigo_OfOneFound_IsThatOne)
-{
-    const Logradouro bento = ProcuraLogradouros(PortoAlegre, "Bento", 1).at(0);
-    ASSERT_TRUE(LogradouroPorCodigo(bento.Codigo));
-    EXPECT_EQ(LogradouroPorCodigo(bento.Codigo)->Nome, "Rua Bento Gonçalves");
-    EXPECT_EQ(LogradouroPorCodigo(bento.Codigo)->Cep, bento.Cep);
-    EXPECT_FALSE(LogradouroPorCodigo(0) || LogradouroPorCodigo(-1) || LogradouroPorCodigo(999999999));
+    const auto ofertas = [&](const std::string &usuario) {
+        const Ref<Geral> geral = Loga(usuario);
+        combo->Limpa();
+        gSubCarregaMunicipios(combo);
+        geral->Logoff();
+        return combo->NroItens();
+    };
+    EXPECT_EQ(ofertas("ana"), 497);
+    EXPECT_EQ(ofertas("elisa"), 645);
 }
 
 TEST_F(ServicosMesaTeste, Entrada_AndSaida_GiveAndTakeTheSession)

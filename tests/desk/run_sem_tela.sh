@@ -38,18 +38,20 @@ espera() { # what, seen, pattern
 }
 
 espera "a screen" "$(chama DISPLAY=:9 --)" "registro-de-equipamentos plataforma= argumentos="
-espera "a Wayland screen" "$(chama WAYLAND_DISPLAY=wayland-0 -- --vazio)" "registro-de-equipamentos plataforma= argumentos=--vazio"
-espera "another folder" "$(chama DISPLAY=:9 -- --dados=aqui --nova-amostra)" \
-    "registro-de-equipamentos plataforma= argumentos=--dados=aqui --nova-amostra"
-espera "another folder, apart" "$(chama DISPLAY=:9 -- --dados --vazio)" \
-    "registro-de-equipamentos plataforma= argumentos=--dados --vazio"
-espera "a screen, the tour asked for" "$(chama DISPLAY=:9 -- --vazio --roteiro=aqui)" \
+espera "a Wayland screen" "$(chama WAYLAND_DISPLAY=wayland-0 -- --amostra)" "registro-de-equipamentos plataforma= argumentos=--amostra"
+espera "another folder" "$(chama DISPLAY=:9 -- --dados=aqui --amostra)" \
+    "registro-de-equipamentos plataforma= argumentos=--dados=aqui --amostra"
+espera "another folder, apart" "$(chama DISPLAY=:9 -- --dados --amostra)" \
+    "registro-de-equipamentos plataforma= argumentos=--dados --amostra"
+espera "a screen, the tour asked for" "$(chama DISPLAY=:9 -- --amostra --roteiro=aqui)" \
     "roteiro plataforma= argumentos=aqui"
 espera "no screen" "$(chama --)" \
     "Não há uma tela neste computador: o roteiro percorre o trabalho e deixa as imagens em $pasta/tmp/roteiro-??????.
 roteiro plataforma=offscreen argumentos=$pasta/tmp/roteiro-??????"
 espera "no screen, the tour asked for" "$(chama -- --roteiro "$pasta/aqui")" \
     "roteiro plataforma=offscreen argumentos=$pasta/aqui"
+espera "a new registry, without a screen" "$(chama -- --novo --uf RS --setor=Norte --setor Sul)" \
+    "registro-de-equipamentos plataforma= argumentos=--novo --uf RS --setor=Norte --setor Sul"
 saida=0
 chama SAIDA=1 -- >/dev/null || saida=$?
 espera "exit status of a tour that saw a difference" "$saida" 1

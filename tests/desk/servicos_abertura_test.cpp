@@ -66,8 +66,8 @@ class ServicosAbertura : public ServicosTeste {
         EXPECT_FALSE(servicos->Vazio());
         std::string recusa;
         std::int32_t espera = 0;
-        EXPECT_TRUE(servicos->Entra("ana", "senha errada", recusa, espera).Nada());
-        const auto ana = servicos->Entra("ana", "senha de ana", recusa, espera);
+        EXPECT_TRUE(servicos->Entra("ana", "senha errada", "mesa", recusa, espera).Nada());
+        const auto ana = servicos->Entra("ana", "senha de ana", "mesa", recusa, espera);
         ASSERT_FALSE(ana.Nada()) << recusa;
         EXPECT_EQ(Abre(ana, m_Numero)->Codigo.Valor(), "R-1");
         EXPECT_EQ(Le(ana, m_Documento), Pdf("doc"));
@@ -170,14 +170,14 @@ TEST_F(ServicosAbertura, Open_OnADiskOfTheNetwork_IsForLookingAndSaysWhatToDoIns
         return Novo<ServicosSql>(std::make_shared<Banco>(std::make_unique<DialetoSQLite>(
                                                              [](const fs::path &) { return std::string("NFS"); }),
                                                          Caminho(), Agora()),
-                                 Agora);
+                                 Agora, CustoDaSenha());
     };
     {
         const auto servicos = abre();
         EXPECT_EQ(servicos->SomenteLeitura(), frase);
         std::string recusa;
         std::int32_t espera = 0;
-        const auto ana = servicos->Entra("ana", "senha de ana", recusa, espera);
+        const auto ana = servicos->Entra("ana", "senha de ana", "mesa", recusa, espera);
         ASSERT_FALSE(ana.Nada()) << recusa;
         EXPECT_EQ(Abre(ana, m_Numero)->Codigo.Valor(), "R-1");
         EXPECT_EQ(RecusaDe(ana, "inclui", EquipamentoDe("R-2")), frase + " Nada foi gravado.");
@@ -327,7 +327,7 @@ TEST_F(ServicosAbertura, Open_OfAnEarlierVersion_IsCopiedBeforeItIsBroughtUpToDa
     CriaRegistroVersao1(antigo);
     const std::string antes = Conteudo(antigo);
     const QTemporaryDir lugar;
-    Servicos::Abre(antigo, Agora, lugar.path().toStdString());
+    Servicos::Abre(antigo, Agora, {}, lugar.path().toStdString());
     ASSERT_EQ(Nomes(lugar.path().toStdString()), std::vector<std::string>{"registro.20261120-120000.db"});
     EXPECT_EQ(Conteudo(lugar.filePath("registro.20261120-120000.db").toStdString()), antes);
     EXPECT_NE(Conteudo(antigo), antes);
@@ -435,7 +435,7 @@ TEST_F(ServicosAbertura, Open_OfAnEarlierVersionThatCannotBeCopied_LeavesItAsItI
               "O registro é de uma versão anterior e não foi atualizado, porque antes se faz uma cópia. A cópia "
               "não foi feita. Não foi possível gravar em " +
                   arquivo.string() + ": não é uma pasta.",
-              [&] { Servicos::Abre(antigo, Agora, arquivo); }));
+              [&] { Servicos::Abre(antigo, Agora, {}, arquivo); }));
     EXPECT_EQ(Conteudo(antigo), antes);
 }
 

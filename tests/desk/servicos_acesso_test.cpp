@@ -96,7 +96,10 @@ class ServicosAcesso : public ServicosTeste {
         EXPECT_EQ(Historico(), m_Historico); // nothing was changed
         return recusa;
     }
-    std::string Historico() { return Linhas("HISTORICO WHERE Raiz NOT IN ('USUARIO', 'CLIENTE', 'REGISTRO')"); }
+    std::string Historico()
+    {
+        return Linhas("HISTORICO WHERE Raiz NOT IN ('USUARIO', 'CLIENTE', 'REGISTRO', 'SESSAO', 'ESTACAO')");
+    }
 
     std::string m_Historico;
 };
@@ -287,7 +290,7 @@ TEST_F(ServicosAcesso, Change_WhoseHistoryCannotBeWritten_IsUndone)
     const auto altera = [&](const std::string &metodo, const Ref<Objeto> &pedido) {
         return [=, this] { Pede(m_Ana, metodo, pedido); };
     };
-    const auto afericao = AfericaoDe("2", DataDe(1, 1, 2026), DataDe(2, 1, 2026));
+    const auto afericao = AfericaoDe("2", DataDe(1, 1, 2026), DataDe(2, 1, 2026), 1);
     const std::vector<std::function<void()>> mudancas = {
         altera("inclui", EquipamentoDe("N-1")),
         altera("altera", Poe(Com(SoNumero(1), &EquiptoED::Descricao, "Outra"), Poe(SensorDe(2), afericao))),

@@ -1,5 +1,6 @@
 #include "desk/services/Banco.h"
 #include "desk/services/DialetoSQLite.h"
+#include "desk/services/RegistrosAdministracao.h"
 #include "tests/desk/DiscoDeTeste.h"
 #include "tests/desk/DiscosProprios.h"
 #include "tests/desk/ServicosTeste.h"
@@ -18,6 +19,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 using namespace mesa;
 
@@ -40,7 +42,7 @@ class ServicosDisco : public ServicosTeste {
         std::string sql = "SELECT (SELECT COALESCE(group_concat(NroIntEquip || ':' || Versao || ':' || Descricao), '') "
                           "FROM EQUIPAMENTO)";
         for (const char *tabela :
-             {"SENSOR", "AFERICAO", "DOCUMENTO", "LIMITE", "DIA", "USUARIO", "PERMISSAO", "HISTORICO"}) {
+             {"SENSOR", "AFERICAO", "DOCUMENTO", "LIMITE", "DIA", "USUARIO", "PERMISSAO", "SETOR", "HISTORICO"}) {
             sql += std::string(" || ' ' || (SELECT COUNT(*) || '/' || COALESCE(MAX(rowid), 0) FROM ") + tabela + ")";
         }
         return m_Registro.Sql(sql);
@@ -83,20 +85,27 @@ class ServicosDisco : public ServicosTeste {
 
 TEST_F(ServicosDisco, inclui_AtEveryWrite)
 {
+    std::vector<double> documentos; // one for each equipment
+    for (int n = 0; n < 200; ++n) {
+        documentos.push_back(GuardaPdf(m_Ana, "x"));
+    }
     Varre(21, "SessaoServico.Executa", [&] {
-        const auto sensor = Poe(SensorDe(1), AfericaoDe("1", DataDe(1, 1, 2026), DataDe(30, 6, 2026)));
-        Poe(sensor, AfericaoDe("2", DataDe(1, 7, 2026), DataDe(31, 12, 2026)));
-        Faz(m_Ana, "inclui", Poe(EquipamentoDe("R-" + Marca()), sensor));
+        const std::string codigo = "R-" + Marca();
+        const double documento = documentos.at(static_cast<std::size_t>(m_Marca));
+        const auto sensor = Poe(SensorDe(1), AfericaoDe("1", DataDe(1, 1, 2026), DataDe(30, 6, 2026), documento));
+        Poe(sensor, AfericaoDe("2", DataDe(1, 7, 2026), DataDe(31, 12, 2026), documento));
+        Faz(m_Ana, "inclui", Poe(EquipamentoDe(codigo), sensor));
     });
 }
 
 TEST_F(ServicosDisco, altera_AtEveryWrite_IsStillMineToRepeat)
 {
     const std::int32_t numero = Inclui(m_Ana, EquipamentoDe("R-1"));
+    const double documento = GuardaPdf(m_Ana, "x");
     Varre(11, "SessaoServico.Executa", [&] {
         const auto e = Com(SoNumero(numero), &EquiptoED::Descricao, Marca());
-        Poe(e, Poe(SensorDe(static_cast<std::int16_t>(m_Marca)),
-                   AfericaoDe("1", DataDe(1, 1, 2026), DataDe(30, 6, 2026))));
+        const auto sensor = SensorDe(static_cast<std::int16_t>(std::stoi(Linhas("SENSOR")) + 1));
+        Poe(e, Poe(sensor, AfericaoDe("1", DataDe(1, 1, 2026), DataDe(30, 6, 2026), documento)));
         Faz(m_Ana, "altera", e);
     });
 }
@@ -149,15 +158,51 @@ TEST_F(ServicosDisco, CadastraUsuario_AtEveryWrite)
     Varre(4, "Servicos.CadastraUsuario", cadastra, 3);
 }
 
+TEST_F(ServicosDisco, Administration_AtEveryWrite)
+{
+    const auto marta = m_Registro.Sessao("marta");
+    const auto faz = [&](const std::string &metodo, const Ref<Objeto> &pedido) {
+        return Faz(marta, metodo, pedido, "AdministracaoRN");
+    };
+    const auto direito = [](bool tem) {
+        auto lista = Novo<Colecao<Ref<DireitoED>>>();
+        auto um = Com(Novo<DireitoED>(), &DireitoED::Objeto, "VOR-EQP-CS", &DireitoED::Acao, "I");
+        lista->Add(Com(um, &DireitoED::Tem, static_cast<std::uint8_t>(tem ? 1 : 2)));
+        return lista;
+    };
+    Varre(4, "SessaoServico.Executa", [&] {
+        auto novo = Com(Novo<UsuarioED>(), &UsuarioED::Usuario, "novo" + Marca(), &UsuarioED::NomePessoa, "Zé");
+        Com(novo, &UsuarioED::CodCliente, 1, &UsuarioED::Senha, "tigela vidro moinho");
+        faz("incluiUsuario", Com(novo, &UsuarioED::Direitos, direito(true)));
+    });
+    std::int32_t versao = 1;
+    Varre(4, "SessaoServico.Executa", [&] {
+        auto mudado = Com(Novo<UsuarioED>(), &UsuarioED::Numero, 12, &UsuarioED::Versao, versao);
+        faz("alteraUsuario", Com(mudado, &UsuarioED::Direitos, direito(versao % 2 == 0)));
+        ++versao;
+    });
+    std::int32_t versaoDoCliente = 1;
+    Varre(4, "SessaoServico.Executa", [&] {
+        auto setores = Novo<Colecao<Ref<SetorED>>>();
+        setores->Add(Com(Novo<SetorED>(), &SetorED::NomeSetor, "Setor " + Marca()));
+        auto cliente = Com(Novo<ClienteED>(), &ClienteED::CodCliente, 2, &ClienteED::Versao, versaoDoCliente);
+        faz("alteraCliente", Com(cliente, &ClienteED::Setores, setores));
+        ++versaoDoCliente;
+    });
+}
+
 TEST_F(ServicosDisco, Entra_OnAFullDisk_IsRefusedAndCountsNoWrongPassword)
 {
     std::string recusa;
     std::int32_t espera = 0;
     for (int vez = 0; vez < 4; ++vez) {
         const DiscoDeTeste disco(0);
-        EXPECT_EQ(FalhaLancada([&] { m_Registro.Aberto().Entra("ana", "errada", recusa, espera); }).Descricao, Cheio);
+        EXPECT_EQ(FalhaLancada([&] {
+                      m_Registro.Aberto().Entra("ana", "errada", "estação de teste", recusa, espera);
+                  }).Descricao,
+                  Cheio);
     }
-    EXPECT_TRUE(m_Registro.Aberto().Entra("ana", "senha de ana", recusa, espera)) << recusa;
+    EXPECT_TRUE(m_Registro.Aberto().Entra("ana", "senha de ana", "estação de teste", recusa, espera)) << recusa;
 }
 
 TEST_F(ServicosDisco, Reading_OnAFullDisk_GoesOn)
@@ -275,7 +320,7 @@ TEST_F(ServicosDisco, RealDisk_ThatIsFull_RefusesAndGoesOnOnceThereIsRoom)
                                       {"", "I", "A", "E"});
             std::string recusa;
             std::int32_t espera = 0;
-            const auto ana = servicos->Entra("ana", "s", recusa, espera);
+            const auto ana = servicos->Entra("ana", "s", "estação de teste", recusa, espera);
             {
                 std::ofstream enche(lastro, std::ios::binary);
                 while (enche.write(std::string(4096, 'x').data(), 4096).flush()) {

@@ -1,8 +1,14 @@
 #include "tests/desk/RegistroDeTeste.h"
 #include "tests/support/FalhaLancada.h"
 
+#include <QFile>
+
 #include <gtest/gtest.h>
 
+#include <sodium.h>
+
+#include <array>
+#include <cstdio>
 #include <functional>
 #include <string>
 #include <vector>
@@ -15,9 +21,10 @@ class ServicosEntrada : public testing::Test {
   protected:
     ServicosEntrada() { m_Registro.Cadastra("ana"); }
 
-    bool Entra(const std::string &usuario, const std::string &senha)
+    bool Entra(const std::string &usuario, const std::string &senha, const std::string &estacao = "mesa 1")
     {
-        return static_cast<bool>(m_Registro.Aberto().Entra(usuario, senha, m_Recusa, m_Espera));
+        m_Sessao = m_Registro.Aberto().Entra(usuario, senha, estacao, m_Recusa, m_Espera);
+        return static_cast<bool>(m_Sessao);
     }
     // Whoever is refused is told this, and has to wait so many seconds before another try.
     void EsperaRecusa(const std::string &usuario, const std::string &senha, std::int32_t espera,
@@ -28,11 +35,34 @@ class ServicosEntrada : public testing::Test {
         EXPECT_EQ(m_Recusa, recusa) << usuario;
     }
     // Without a word: a wrong password, again and again.
-    void Erra(const std::string &usuario, int vezes)
+    void Erra(const std::string &usuario, int vezes, const std::string &estacao = "mesa 1")
     {
         for (int vez = 0; vez < vezes; ++vez) {
-            Entra(usuario, "x");
+            Entra(usuario, "x", estacao);
         }
+    }
+    // Who, what and why, of the entries since the last look.
+    std::string Anotado()
+    {
+        const std::string linhas = m_Registro.Sql(
+            "SELECT group_concat(COALESCE(Operador, '-') || ' ' || Entidade || NroEntidade || '.' || Versao || ' ' || "
+            "Acao || COALESCE(' ' || Motivo, '') || COALESCE(' ' || json_extract(Depois, '$.Estacao'), ''), '; ') FROM "
+            "(SELECT * FROM HISTORICO WHERE Nro > " +
+            m_Visto + " ORDER BY Nro)");
+        m_Visto = m_Registro.Sql("SELECT MAX(Nro) FROM HISTORICO");
+        return linhas;
+    }
+    // Every byte that the registry keeps, wherever it is.
+    std::string Gravado()
+    {
+        std::string tudo;
+        for (const char *parte : {"", "-wal", "-shm"}) {
+            QFile arquivo(QString::fromStdString(m_Registro.Caminho() + parte));
+            if (arquivo.open(QIODevice::ReadOnly)) {
+                tudo += arquivo.readAll().toStdString();
+            }
+        }
+        return tudo;
     }
     std::function<void()> Cadastra(const Operador &quem)
     {
@@ -44,13 +74,15 @@ class ServicosEntrada : public testing::Test {
     }
 
     RegistroDeTeste m_Registro;
+    Ref<SessaoServico> m_Sessao;
     std::string m_Recusa;
     std::int32_t m_Espera = 0;
+    std::string m_Visto = "0";
 };
 
 TEST_F(ServicosEntrada, Entra_WithThePassword_GivesTheOperator)
 {
-    const auto sessao = m_Registro.Aberto().Entra(" ANA ", "senha de ana", m_Recusa, m_Espera);
+    const auto sessao = m_Registro.Aberto().Entra(" ANA ", "senha de ana", "estação de teste", m_Recusa, m_Espera);
     ASSERT_TRUE(sessao) << m_Recusa;
     EXPECT_EQ(m_Recusa, "");
     EXPECT_EQ(m_Espera, 0);
@@ -124,9 +156,228 @@ TEST_F(ServicosEntrada, Entra_ClockSetBack_DoesNotLengthenTheWait)
     EsperaRecusa("ana", "senha de ana", 5, Aguarde("5 segundos"));
 }
 
+// Somebody at another desk guesses: the user at the own desk does not notice.
+TEST_F(ServicosEntrada, Entra_SlowDown_AtAnotherDesk_DoesNotKeepTheUserOutHere)
+{
+    EXPECT_TRUE(Entra("ana", "senha de ana", "mesa 1"));
+    Erra("ana", 20, "mesa do outro");
+    EXPECT_GT(m_Espera, 0);
+    EXPECT_TRUE(Entra("ana", "senha de ana", "mesa 1")) << m_Recusa;
+    EsperaRecusa("ana", "x", 0);
+    EXPECT_TRUE(Entra("ana", "senha de ana", "mesa 1")) << m_Recusa;
+    // And what the user does here wins the other one no try.
+    EXPECT_FALSE(Entra("ana", "senha de ana", "mesa do outro"));
+    EXPECT_EQ(m_Recusa, Aguarde("5 segundos"));
+}
+
+// A desk of one's own choosing for each try does not help: all that are not known are one.
+TEST_F(ServicosEntrada, Entra_SlowDown_UnknownStationsCountTogether)
+{
+    Erra("ana", 1, "a");
+    Erra("ana", 1, "b");
+    Erra("ana", 1, "");
+    EXPECT_EQ(m_Espera, 5);
+    for (const std::string estacao : {"a", "b", "c", "", "x\n"}) {
+        EXPECT_FALSE(Entra("ana", "senha de ana", estacao)) << estacao;
+        EXPECT_EQ(m_Recusa, Aguarde("5 segundos")) << estacao;
+    }
+    EXPECT_FALSE(Entra("ana", "senha de ana", std::string(65, 'x')));
+    EXPECT_EQ(m_Recusa, Aguarde("5 segundos"));
+}
+
+// A station is known for the user who has signed in there, and for nobody else.
+TEST_F(ServicosEntrada, Entra_SlowDown_AStationIsKnownByUser)
+{
+    m_Registro.Cadastra("bia");
+    EXPECT_TRUE(Entra("ana", "senha de ana", "mesa 1"));
+    Erra("bia", 3, "mesa 1");
+    EXPECT_FALSE(Entra("bia", "senha de bia", "mesa 2"));
+    EXPECT_EQ(m_Recusa, Aguarde("5 segundos"));
+    EXPECT_TRUE(Entra("ana", "senha de ana", "mesa 1"));
+}
+
+TEST_F(ServicosEntrada, Entra_AtAKnownStation_SlowsDownThereToo)
+{
+    EXPECT_TRUE(Entra("ana", "senha de ana", "mesa 1"));
+    Erra("ana", 3, "mesa 1");
+    EXPECT_EQ(m_Espera, 5);
+    EXPECT_FALSE(Entra("ana", "senha de ana", "mesa 1"));
+    EXPECT_TRUE(Entra("ana", "senha de ana", "mesa nova")) << m_Recusa;
+    EXPECT_EQ(m_Registro.Sql("SELECT group_concat(Estacao) FROM ESTACAO"), "mesa 1,mesa nova");
+    EXPECT_EQ(m_Registro.Sql("SELECT group_concat('[' || Estacao || '] ' || Vezes) FROM ENTRADA_RECUSADA"),
+              "[] 0,[mesa 1] 3");
+}
+
+// Names that there are and names that there are not cannot be told apart by the waits.
+TEST_F(ServicosEntrada, Entra_OfANameThatThereIsNot_WaitsAsOthersDo)
+{
+    std::string existe;
+    std::string naoExiste;
+    const auto tenta = [&](const std::string &usuario, std::string &oQue) {
+        Entra(usuario, "x");
+        oQue += m_Recusa + std::to_string(m_Espera) + "\n";
+    };
+    for (int vez = 0; vez < 12; ++vez) {
+        tenta("ana", existe);
+        tenta("ninguém", naoExiste);
+        if (vez % 2 == 1) {
+            m_Registro.PassaSegundos(7 * vez);
+        }
+    }
+    EXPECT_EQ(existe, naoExiste);
+    m_Registro.Reabre();
+    EsperaRecusa("ninguém", "x", 0); // it was counted in the memory only
+    EXPECT_EQ(m_Registro.Sql("SELECT COUNT(*) FROM ENTRADA_RECUSADA WHERE Numero <> 1"), "0");
+}
+
+TEST_F(ServicosEntrada, Entra_OfManyNamesThatThereAreNot_EachIsCountedByItself)
+{
+    Erra("primeiro", 3);
+    m_Registro.PassaSegundos(1);
+    for (int vez = 0; vez < 50; ++vez) {
+        EsperaRecusa("outro " + std::to_string(vez), "x", 0);
+    }
+    EsperaRecusa("PRIMEIRO ", "x", 4, Aguarde("4 segundos"));
+}
+
+TEST_F(ServicosEntrada, Entra_EveryTry_StandsInTheHistory)
+{
+    Anotado();
+    Entra("ana", "senha de ana", "mesa 1");
+    EXPECT_EQ(Anotado(), "1 SESSAO1.0 entra mesa 1; 1 ESTACAO1.1 inclui mesa 1");
+    Entra("ana", "senha de ana", "mesa 1");
+    EXPECT_EQ(Anotado(), "1 SESSAO1.0 entra mesa 1");
+    Entra("ana", "x", "mesa 2");
+    EXPECT_EQ(Anotado(), "- SESSAO1.0 recusa senha incorreta mesa 2");
+    Entra("ninguém", "x", "mesa 3");
+    EXPECT_EQ(Anotado(), "- SESSAO0.0 recusa usuário inexistente mesa 3");
+    m_Registro.Sql("UPDATE USUARIO SET Ativo = 2");
+    Entra("ana", "senha de ana", "mesa 4");
+    EXPECT_EQ(Anotado(), "- SESSAO1.0 recusa usuário desativado mesa 4");
+    Entra("ana", "x", "mesa 4");
+    Anotado();
+    Entra("ana", "x", "mesa 4");
+    EXPECT_EQ(Anotado(), "- SESSAO1.0 recusa durante a espera mesa 4");
+    Entra("", "x");
+    Entra("ana", "");
+    EXPECT_EQ(Anotado(), ""); // nothing was tried
+}
+
+// Whoever types the password into the field of the name does not leave it to be read.
+TEST_F(ServicosEntrada, Entra_OfANameThatThereIsNot_LeavesNothingOfItAnywhere)
+{
+    for (const std::string &digitado :
+         {std::string("Girassol#Torto77"), std::string("Ação e Reação 1918"), "comprido " + std::string(90, 'q')}) {
+        for (int vez = 0; vez < 5; ++vez) {
+            EXPECT_FALSE(Entra(digitado, "outra coisa digitada"));
+        }
+    }
+    const auto nadaDisso = [&] {
+        const std::string tudo = Gravado();
+        EXPECT_NE(tudo.find("usuário inexistente"), std::string::npos); // what is looked at is what is written
+        for (const std::string parte :
+             {"irassol", "IRASSOL", "orto77", "ORTO77", "Reação", "REAÇÃO", "1918", "comprido", "COMPRIDO", "qqqqqqqq",
+              "QQQQQQQQ", "outra coisa", "senha de ana"}) {
+            EXPECT_EQ(tudo.find(parte), std::string::npos) << parte;
+        }
+    };
+    nadaDisso();
+    m_Registro.Reabre();
+    m_Registro.Sql("VACUUM");
+    nadaDisso();
+}
+
+TEST_F(ServicosEntrada, Entra_OfAComposedName_IsTheSameHoweverItIsTyped)
+{
+    m_Registro.Cadastra("inês");
+    EXPECT_TRUE(Entra("ine\u0302s", "senha de inês")) << m_Recusa;
+    EXPECT_TRUE(Entra("INÊS", "senha de ine\u0302s")) << m_Recusa;
+}
+
+TEST_F(ServicosEntrada, Entra_RefusedCounts_CarryASumOverTheirRow)
+{
+    EXPECT_TRUE(Entra("ana", "senha de ana", "mesa 1"));
+    Erra("ana", 3, "mesa 1");
+    const auto confere = [&] {
+        for (const std::string &linha :
+             LinhasSql(m_Registro.Caminho(), "SELECT Soma || ' ' || Numero || char(10) || Estacao || char(10) || Vezes "
+                                             "|| char(10) || EsperaAte FROM ENTRADA_RECUSADA")) {
+            std::array<unsigned char, crypto_hash_sha256_BYTES> soma{};
+            crypto_hash_sha256(soma.data(), reinterpret_cast<const unsigned char *>(linha.data()) + 65,
+                               linha.size() - 65);
+            std::string hexadecimal;
+            for (const unsigned char octeto : soma) {
+                std::array<char, 3> digitos{};
+                std::snprintf(digitos.data(), digitos.size(), "%02x", octeto);
+                hexadecimal += digitos.data();
+            }
+            EXPECT_EQ(linha.substr(0, 64), hexadecimal) << linha;
+        }
+    };
+    confere();
+    EXPECT_EQ(m_Registro.Sql("SELECT COUNT(*) FROM ENTRADA_RECUSADA WHERE Vezes = 3"), "1");
+    m_Registro.PassaSegundos(5);
+    EXPECT_TRUE(Entra("ana", "senha de ana", "mesa 1"));
+    confere();
+}
+
+TEST_F(ServicosEntrada, Entra_WhenTheCostHasRisen_KeepsThePasswordAtTheNewCost)
+{
+    const auto maisCaro = [&](const std::string &senha) {
+        const auto servicos = Servicos::Abre(
+            m_Registro.Caminho(), [this] { return m_Registro.Relogio; }, CustoDaSenha{2, 16384});
+        return static_cast<bool>(servicos->Entra("ana", senha, "mesa 1", m_Recusa, m_Espera));
+    };
+    const auto guardada = [&] { return m_Registro.Sql("SELECT substr(Senha, 1, 28) || Versao FROM USUARIO"); };
+    EXPECT_FALSE(maisCaro("errada"));
+    EXPECT_EQ(guardada(), "$argon2id$v=19$m=8,t=1,p=1$" + m_Registro.Sql("SELECT substr(Senha, 28, 1) FROM USUARIO") +
+                              "1"); // not for a wrong one
+    Anotado();
+    EXPECT_TRUE(maisCaro("senha de ana"));
+    EXPECT_EQ(guardada(), "$argon2id$v=19$m=16,t=2,p=1$2");
+    EXPECT_EQ(Anotado(), "1 SESSAO1.0 entra mesa 1; 1 ESTACAO1.1 inclui mesa 1; 1 USUARIO1.2 altera a mesma senha, "
+                         "guardada de modo mais caro de adivinhar");
+    EXPECT_TRUE(maisCaro("senha de ana"));
+    EXPECT_EQ(Anotado(), "1 SESSAO1.0 entra mesa 1"); // once
+    EXPECT_FALSE(maisCaro("errada"));
+}
+
+TEST_F(ServicosEntrada, Entra_WithAClockBehindTheHistory_TellsItOnce)
+{
+    EXPECT_TRUE(Entra("ana", "senha de ana"));
+    EXPECT_EQ(m_Sessao->AvisoDeRelogio(), "");
+    m_Registro.PassaSegundos(-3600);
+    EXPECT_TRUE(Entra("ana", "senha de ana"));
+    EXPECT_EQ(m_Sessao->AvisoDeRelogio(),
+              "O relógio desta estação marca 20/11/2026 às 09:00:00, mas o registro já tem anotações de 20/11/2026 às "
+              "10:00:00. Confira a data e a hora da estação: o que for gravado até lá fica no histórico com a hora "
+              "errada, e a diferença ficou anotada nele.");
+    EXPECT_EQ(m_Registro.Sql("SELECT group_concat(Acao || Depois) FROM HISTORICO WHERE Entidade = 'RELOGIO'"),
+              "volta{\"Agora\":20261120090000,\"Ultimo\":20261120100000}");
+    EXPECT_TRUE(Entra("ana", "senha de ana"));
+    EXPECT_EQ(m_Sessao->AvisoDeRelogio(), "");
+}
+
+// A wrong password before the right one notes it in the history, where nobody reads it.
+TEST_F(ServicosEntrada, Entra_WithAClockBehindTheHistory_TellsItAfterARefusalToo)
+{
+    EXPECT_TRUE(Entra("ana", "senha de ana"));
+    m_Registro.PassaSegundos(-3600);
+    Erra("ana", 1);
+    m_Registro.PassaSegundos(1);
+    EXPECT_TRUE(Entra("ana", "senha de ana"));
+    EXPECT_NE(m_Sessao->AvisoDeRelogio().find("anotações de 20/11/2026 às 10:00:00"), std::string::npos)
+        << m_Sessao->AvisoDeRelogio();
+    m_Registro.PassaSegundos(7200);
+    EXPECT_TRUE(Entra("ana", "senha de ana"));
+    EXPECT_EQ(m_Sessao->AvisoDeRelogio(), "");
+}
+
 TEST_F(ServicosEntrada, Password_IsStoredAsAnArgon2idHash)
 {
-    const std::string gravada = m_Registro.Sql("SELECT Senha FROM USUARIO");
+    const auto deFabrica = Servicos::Abre(m_Registro.Caminho(), [this] { return m_Registro.Relogio; });
+    deFabrica->CadastraUsuario({2, "novo", "Novo", 1, "", "", 0}, "s", {});
+    const std::string gravada = m_Registro.Sql("SELECT Senha FROM USUARIO WHERE Numero = 2");
     EXPECT_EQ(gravada.rfind("$argon2id$v=19$m=65536,t=2,p=1$", 0), 0U) << gravada;
     EXPECT_EQ(m_Registro.Sql("SELECT COUNT(*) FROM HISTORICO WHERE Depois LIKE '%argon2%' OR Depois LIKE '%senha de%'"),
               "0");
@@ -145,7 +396,7 @@ TEST_F(ServicosEntrada, CadastraUsuario_WithoutANumber_GetsTheOneBehindTheHighes
     m_Registro.Aberto().CadastraUsuario({0, "novo", "Novo", 1, "Autoridade Estadual de Trânsito", "Fiscalização", 0},
                                         "s", {"", "I"});
     std::string recusa;
-    const auto novo = m_Registro.Aberto().Entra("novo", "s", recusa, m_Espera);
+    const auto novo = m_Registro.Aberto().Entra("novo", "s", "estação de teste", recusa, m_Espera);
     ASSERT_TRUE(novo) << recusa;
     EXPECT_EQ(novo->Operador().Numero, 11);
     EXPECT_TRUE(novo->TemPermissao("NAB", "VOR-EQP-CS", "I"));

@@ -111,7 +111,8 @@ TEST_F(ServicosEsquema, UniqueValues_TakenByAChange_AreRefused)
 TEST_F(ServicosEsquema, Columns_OfAnotherTypeOrOutOfRange_AreRefusedByName)
 {
     const auto recusa = [&](const std::string &tabela, const std::string &coluna, const std::string &valor) {
-        return Motivo("UPDATE " + tabela + " SET " + coluna + " = " + valor);
+        const std::string versao = tabela == "AFERICAO" ? ", Versao = 2" : ""; // a change is a version
+        return Motivo("UPDATE " + tabela + " SET " + coluna + " = " + valor + versao);
     };
     const auto restricao = [](const std::string &nome) { return "CHECK constraint failed: " + nome; };
     // days that look like days
@@ -153,10 +154,10 @@ TEST_F(ServicosEsquema, ColumnThatTheDatabaseRefuses_IsAFaultInWords)
     const auto frase = [&](const QString &sql) {
         return FalhaLancada([&] { banco.Escreve([&] { Consulta(banco, sql); }); }).Descricao;
     };
-    EXPECT_EQ(frase("UPDATE AFERICAO SET DataVencimento = 20310000"),
+    EXPECT_EQ(frase("UPDATE AFERICAO SET DataVencimento = 20310000, Versao = 2"),
               "O campo \"data de vencimento\" veio com um valor que não pode ser gravado. Nada foi gravado.");
     EXPECT_EQ(
-        frase("UPDATE AFERICAO SET DataVencimento = 20250101"),
+        frase("UPDATE AFERICAO SET DataVencimento = 20250101, Versao = 2"),
         "O banco de dados não aceitou a operação (CHECK constraint failed: AFERICAO_Verificacao_ate_Vencimento).");
 }
 

@@ -12,12 +12,13 @@ namespace {
 constexpr std::uint8_t Limite = 1;
 constexpr std::uint8_t Proibido = 2;
 
-// Limits and days of the equipment F-001, which has none at first.
+// Limits and days of the equipment F-001 and prohibited hours of AG-1, which have none at first.
 class ServicosLimites : public ServicosTeste {
   protected:
     Ref<LimiteDifED> Novo_(std::uint8_t dia, std::int32_t inicio, std::int32_t fim, std::uint8_t tipo = Limite)
     {
-        return LimiteDe(m_Equipamento, dia, inicio, fim, std::int16_t(tipo == Limite ? 40 : 0));
+        return LimiteDe(tipo == Limite ? m_Equipamento : m_Agente, dia, inicio, fim,
+                        std::int16_t(tipo == Limite ? 40 : 0));
     }
     Ref<DiaEspecificoED> NovoDia(Data dia, std::int32_t inicio, std::int32_t fim)
     {
@@ -42,8 +43,8 @@ class ServicosLimites : public ServicosTeste {
     // What is listed: "1:2 730-900; " for row 1 of Monday.
     std::string Lista(std::uint8_t tipo)
     {
-        const auto pedido =
-            Com(Novo<LimiteDifED>(), &LimiteDifED::NroIntEquip, m_Equipamento, &LimiteDifED::TipoLimite, tipo);
+        const auto pedido = Com(Novo<LimiteDifED>(), &LimiteDifED::NroIntEquip,
+                                tipo == Limite ? m_Equipamento : m_Agente, &LimiteDifED::TipoLimite, tipo);
         const ListaDe<LimiteDifED> lista = Faz(m_Ana, "listaLimiteDif", pedido).Como<EquiptoED>()->ListaLimiteDif;
         std::string texto;
         for (std::int32_t n = 1; n <= lista->Count(); ++n) {
@@ -67,6 +68,8 @@ class ServicosLimites : public ServicosTeste {
     }
 
     std::int32_t m_Equipamento = Inclui(m_Ana, EquipamentoDe("F-001"));
+    // Of the type that has prohibited hours, and no limits.
+    std::int32_t m_Agente = Inclui(m_Ana, DoTipo(EquipamentoDe("AG-1"), "F"));
 };
 
 TEST_F(ServicosLimites, alteraListaLimitesDif_NewRows_AreListedByDayAndHour)
@@ -140,6 +143,31 @@ TEST_F(ServicosLimites, Ranges_AreCheckedAgain)
     EXPECT_EQ(Lista(Limite), "");
 }
 
+TEST_F(ServicosLimites, Row_OfAKindWithWhichTheEquipmentDoesNotWork_IsRefused)
+{
+    const std::string semLimites = "O equipamento AG-1 não trabalha com limites diferenciados.";
+    EXPECT_EQ(Recusa(m_Ana, {LimiteDe(m_Agente, 2, 730, 900)}), semLimites);
+    EXPECT_EQ(RecusaDe(m_Ana, "adicionaDiaEspecifico", DiaDe(m_Agente, DataDe(25, 12, 2026), 0, 2359)), semLimites);
+    EXPECT_EQ(Recusa(m_Ana, {LimiteDe(m_Equipamento, 2, 730, 900, 0)}),
+              "O equipamento F-001 não trabalha com horários proibidos.");
+    EXPECT_EQ(Linhas("LIMITE") + Linhas("DIA"), "00");
+}
+
+// An equipment that works with them no longer keeps its rows, and loses them when told to, but they do not change.
+TEST_F(ServicosLimites, Row_OfAnEquipmentThatNoLongerWorksWithThem_IsOnlyExcluded)
+{
+    ComLimiteLido({m_Ana});
+    Faz(m_Ana, "adicionaDiaEspecifico", NovoDia(DataDe(25, 12, 2026), 0, 2359));
+    Faz(m_Ana, "consultaSimplesDiaEspecifico", SoDia(1));
+    Faz(m_Ana, "altera", Com(SoNumero(m_Equipamento), &EquiptoED::TemLimiteDif, 2));
+    const std::string recusa = "O equipamento F-001 não trabalha com limites diferenciados.";
+    EXPECT_EQ(Recusa(m_Ana, {Com(SoLimite(1), &LimiteDifED::HoraFim, 1000)}), recusa);
+    EXPECT_EQ(RecusaDe(m_Ana, "alteraDiaEspecifico", Com(SoDia(1), &DiaEspecificoED::HoraFim, 1000)), recusa);
+    Altera(m_Ana, {SoLimite(1)}); // as it stands
+    Faz(m_Ana, "desativaLimiteDif", SoLimite(1));
+    Faz(m_Ana, "desativaDiaEspecifico", SoDia(1));
+}
+
 TEST_F(ServicosLimites, Row_OfOneMinuteOrWithAMinimumAboveTheSpeed_IsAccepted)
 {
     Altera(m_Ana, {Novo_(2, 800, 800)});
@@ -166,7 +194,6 @@ TEST_F(ServicosLimites, Overlap_WhereThereIsNone_IsAccepted)
     Altera(m_Ana, {Novo_(2, 730, 900)});
     Altera(m_Ana, {Novo_(2, 900, 1000), Novo_(2, 600, 730)}); // one ends as the next begins
     Altera(m_Ana, {Novo_(3, 730, 900)});
-    Altera(m_Ana, {Novo_(2, 730, 900, Proibido)});
     Faz(m_Ana, "desativaLimiteDif", SoLimite(1));
     Altera(m_Ana, {Novo_(2, 730, 900)});
 }

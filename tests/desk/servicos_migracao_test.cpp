@@ -91,6 +91,22 @@ TEST_F(ServicosMigracao, Version1_Opened_KeepsEveryRowAndEntry)
     EXPECT_EQ(Sql("SELECT COUNT(*) FROM PERMISSAO WHERE Objeto = 'VOR-EQP-CS'"), "18");
 }
 
+TEST_F(ServicosMigracao, Version1_Opened_HasTheStreetsOfItsSensorsUnderTheirCodes)
+{
+    Abre();
+    // Each as the sensor's own text tells it.
+    EXPECT_EQ(Sql("SELECT COUNT(*) FROM SENSOR WHERE CodLograd <> 0"),
+              Sql("SELECT COUNT(*) FROM SENSOR s JOIN LOGRADOURO l ON l.CodLograd = s.CodLograd AND l.Ativo = 1 "
+                  "AND s.EndDescr = l.Nome || ', ' || s.EndNro || ' - ' || l.Bairro AND s.EndCep = l.Cep"));
+    EXPECT_EQ(Sql("SELECT CodLograd, CodMunic, Nome, Bairro, Cep, NomeBusca, Ativo, Versao FROM LOGRADOURO WHERE "
+                  "CodLograd = 326002"),
+              "326002|4314902|Avenida Getúlio Vargas|Centro|96500020|avenida getulio vargas|1|1");
+    EXPECT_EQ(Sql("SELECT COUNT(*) FROM LOGRADOURO"),
+              Sql("SELECT COUNT(DISTINCT CodLograd) FROM SENSOR WHERE CodLograd <> 0"));
+    EXPECT_EQ(LinhasSql(caminho, "SELECT Nome FROM LAYOUT WHERE Ativo = 1 AND length(Conteudo) > 100 ORDER BY 1"),
+              (std::vector<std::string>{"AGENTE", "ESTATICO", "LOMBADA", "PADRAO", "PARDAL"}));
+}
+
 TEST_F(ServicosMigracao, Version1_Opened_WritesEveryRowDownAndChainsTheHistory)
 {
     Abre();
@@ -151,7 +167,7 @@ TEST_F(ServicosMigracao, Version1_Opened_WorksOn)
     const auto servicos = Servicos::Abre(caminho, Agora);
     std::string recusa;
     std::int32_t espera = 0;
-    const auto ana = servicos->Entra("ana", "registro2026", recusa, espera);
+    const auto ana = servicos->Entra("ana", "registro2026", "estação de teste", recusa, espera);
     ASSERT_TRUE(ana) << recusa;
     const auto lido = ::Abre(ana, 1);
     const auto mudado = ComoTipo<EquiptoED>(lido->Copia());

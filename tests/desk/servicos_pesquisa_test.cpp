@@ -16,7 +16,8 @@ class ServicosPesquisa : public ServicosTeste {
   protected:
     void Poe(const std::string &codigo, std::uint8_t medidor = 1, const std::string &tipo = "P")
     {
-        Inclui(m_Ana, Com(EquipamentoDe(codigo), &EquiptoED::TipoAgente, medidor, &EquiptoED::TipoEquip, tipo));
+        const auto equipto = EquipamentoDe(codigo);
+        Inclui(m_Ana, tipo == "P" ? equipto : DoTipo(equipto, tipo, medidor));
     }
     Ref<ListaEquiptoED> Lista(const Ref<ListaEquiptoED> &pedido = Novo<ListaEquiptoED>())
     {

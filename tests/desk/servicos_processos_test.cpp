@@ -6,8 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include <sodium.h>
-
 #include <csignal>
 #include <poll.h>
 #include <sys/wait.h>
@@ -117,18 +115,6 @@ class Processo {
     std::string m_Dito;
 };
 
-// Signing in is not what is tested here: the cheapest hash of the same password.
-void BarateiaSenha(RegistroDeTeste &registro, const std::string &usuario)
-{
-    registro.Cadastra(usuario);
-    const std::string senha = "senha de " + usuario;
-    std::array<char, crypto_pwhash_STRBYTES> texto{};
-    ASSERT_EQ(crypto_pwhash_str(texto.data(), senha.data(), senha.size(), crypto_pwhash_OPSLIMIT_MIN,
-                                crypto_pwhash_MEMLIMIT_MIN),
-              0);
-    registro.Sql("UPDATE USUARIO SET Senha = '" + std::string(texto.data()) + "' WHERE Usuario = '" + usuario + "'");
-}
-
 // Every equipment is as one of the two saves left it, with its rows and their history, and nothing hangs in the air.
 constexpr const char *Metades =
     "SELECT COUNT(*) FROM (SELECT e.Versao AS v, e.Descricao AS d, "
@@ -144,7 +130,7 @@ TEST(ServicosProcessos, KilledAtAnyMoment_TheRegistryIsWholeAndNothingReportedIs
     constexpr int mortes = 200;
     constexpr int porMorte = 100000; // numbers of equipment set aside for each child
     RegistroDeTeste registro;
-    BarateiaSenha(registro, "ana");
+    registro.Cadastra("ana");
     registro.Fecha();
     std::mt19937_64 sorteio(20261120);
     // Each child is killed some steps (a save, a change or an upload) after it began, and some part of the time of two
@@ -204,7 +190,7 @@ TEST(ServicosProcessos, CopiedWhileAnotherOneWrites_EachCopyIsTheWholeOfOneMomen
 {
     constexpr int copias = 20;
     RegistroDeTeste registro;
-    BarateiaSenha(registro, "ana");
+    registro.Cadastra("ana");
     registro.Fecha();
     const QTemporaryDir pasta;
     std::set<std::string> momentos;
@@ -232,12 +218,71 @@ TEST(ServicosProcessos, CopiedWhileAnotherOneWrites_EachCopyIsTheWholeOfOneMomen
     EXPECT_GT(momentos.size(), 5U);
 }
 
+// Every user and client is as one of the two acts left it, with its rights, sectors and history.
+constexpr const char *MetadesDaAdministracao =
+    "SELECT (SELECT COUNT(*) FROM (SELECT u.Versao AS v, u.Nome AS d, "
+    "(SELECT group_concat(Acao || Ativo) FROM (SELECT * FROM PERMISSAO p WHERE p.Numero = u.Numero ORDER BY Acao)) AS "
+    "p, "
+    "(SELECT COUNT(*) FROM HISTORICO h WHERE h.Raiz = 'USUARIO' AND h.NroRaiz = u.Numero) AS h "
+    "FROM USUARIO u WHERE u.Usuario LIKE 'k%') WHERE NOT ((v = 1 AND d = 'novo' AND p = '1,I1' AND h = 3) OR "
+    "(v = 2 AND d = 'alterado' AND p = '1,A1,I2' AND h = 6))) || ' ' || "
+    "(SELECT COUNT(*) FROM (SELECT c.Versao AS v, c.UF AS d, "
+    "(SELECT group_concat(Nome || Ativo) FROM (SELECT * FROM SETOR s WHERE s.CodCliente = c.CodCliente ORDER BY Nome)) "
+    "AS s, (SELECT COUNT(*) FROM HISTORICO h WHERE h.Raiz = 'CLIENTE' AND h.NroRaiz = c.CodCliente) AS h "
+    "FROM CLIENTE c WHERE c.CodCliente >= 1000) WHERE NOT ((v = 1 AND d = 'SC' AND s = 'Frota1,Oficina1' AND h = 3) OR "
+    "(v = 2 AND d = 'PR' AND s = 'Frota2,Metrologia1,Oficina1' AND h = 6)))";
+
+TEST(ServicosProcessos, AdministrationKilledAtAnyMoment_IsWholeOrNotAtAll)
+{
+    constexpr int mortes = 100;
+    constexpr int porMorte = 100000;
+    RegistroDeTeste registro;
+    registro.Cadastra("marta");
+    registro.Fecha();
+    std::mt19937_64 sorteio(20261122);
+    std::chrono::nanoseconds passo{0};
+    std::ptrdiff_t feitos = 0;
+    for (int morte = 0; morte < mortes; ++morte) {
+        SCOPED_TRACE(morte);
+        Processo filho(registro.Caminho(), "marta", "administra", morte * porMorte);
+        const auto passos = morte == 0 ? 8 : static_cast<std::ptrdiff_t>(sorteio() % 9);
+        ASSERT_TRUE(filho.OuveLinhas(1)) << filho.Dito(); // "pronto"
+        const auto inicio = std::chrono::steady_clock::now();
+        ASSERT_TRUE(filho.OuveLinhas(1 + passos)) << filho.Dito();
+        if (passos > 0) {
+            passo = (std::chrono::steady_clock::now() - inicio) / passos;
+        }
+        filho.OuvePor(std::chrono::nanoseconds(sorteio() % static_cast<std::uint64_t>(1 + 2 * passo.count())));
+        filho.Mata();
+        ASSERT_EQ(filho.Dito().find("ERRO"), std::string::npos) << filho.Dito();
+
+        registro.Reabre();
+        ASSERT_EQ(registro.Sql("PRAGMA integrity_check"), "ok");
+        ASSERT_EQ(registro.Sql("PRAGMA foreign_key_check"), "");
+        ASSERT_EQ(registro.Sql(MetadesDaAdministracao), "0 0");
+        for (const std::string &linha : Divide(filho.Dito(), "\n")) {
+            const auto partes = Divide(linha, " ");
+            if (partes.size() < 2) {
+                continue;
+            }
+            ++feitos;
+            const bool usuario = partes[0] == "U" || partes[0] == "V";
+            const std::string versao =
+                registro.Sql(usuario ? "SELECT Versao FROM USUARIO WHERE Usuario = 'k" + partes[1] + "'"
+                                     : "SELECT Versao FROM CLIENTE WHERE Nome = 'Autoridade " + partes[1] + "'");
+            ASSERT_GE(versao, partes[0] == "U" || partes[0] == "C" ? "1" : "2") << linha;
+        }
+        registro.Fecha();
+    }
+    EXPECT_GT(feitos, 2 * mortes);
+}
+
 TEST(ServicosProcessos, TwoAtOnce_NothingIsLostAppliedTwiceOrLocked)
 {
     constexpr int operacoes = 5000;
     RegistroDeTeste registro;
-    BarateiaSenha(registro, "ana");
-    BarateiaSenha(registro, "bia");
+    registro.Cadastra("ana");
+    registro.Cadastra("bia");
     ASSERT_EQ(Inclui(registro.Sessao("ana"), Com(EquipamentoDe("contador"), &EquiptoED::SubCodigo, "0")), 1);
     registro.Fecha();
 

@@ -24,10 +24,11 @@ class ServicosVigencia : public ServicosDeAfericoes {
         return Faz(m_Ana, "consultaSimplesAfericaoVigente", Pedido(equipamento, dia)).Como<AfericaoED>();
     }
     double NumeroVigente(std::int32_t equipamento, Data dia) { return Vigente(equipamento, dia)->NroIntAfericao; }
-    // With its document.
-    Ref<AfericaoED> De(const std::string &numero, Data de, Data ate)
+    // As a calibration of an earlier time.
+    void TiraDocumento(const std::string &numero)
     {
-        return AfericaoDe(numero, de, ate, m_Documento);
+        m_Registro.Sql("UPDATE AFERICAO SET Versao = Versao + 1, NroIntImgCertif = NULL WHERE Numero = '" + numero +
+                       "' AND NroIntImgCertif IS NOT NULL");
     }
     static Ref<RelatorioAfericaoED> Certificado(std::int32_t afericao, const std::string &codigo)
     {
@@ -39,13 +40,11 @@ class ServicosVigencia : public ServicosDeAfericoes {
     {
         return RecusaDe(sessao, "consultaRelatorioRVOR011", Certificado(afericao, codigo), "RelatorioRN");
     }
-
-    double m_Documento = GuardaPdf(m_Ana, "certificado");
 };
 
 TEST_F(ServicosVigencia, Answer_IsTheWholeCalibration)
 {
-    EXPECT_EQ(Vigente(ComSensores({{De("1", Jan, Jun)}}), Jun)->Texto(),
+    EXPECT_EQ(Vigente(ComSensores({{AfericaoDe("1", Jan, Jun)}}), Jun)->Texto(),
               "AfericaoED{NroIntAfericao=1, Numero=\"1\", Marca=\"987\", DataVerificacao=01/01/2026, "
               "DataVencimento=30/06/2026, Ativo=1, NroIntImgCertif=1, TipoAfer=1, PortDimel=\"\"}");
 }
@@ -59,22 +58,30 @@ TEST_F(ServicosVigencia, InForce_IsTheOneOfTheDay)
     };
     const std::vector<Caso> casos = {
         {"both ends count",
-         {{De("1", Jan, Jun), De("2", Jul, Dez)}},
+         {{AfericaoDe("1", Jan, Jun), AfericaoDe("2", Jul, Dez)}},
          {{DataDe(31, 12, 2025), ""}, {Jan, "1"}, {Jun, "1"}, {Jul, "2"}, {Dez, "2"}, {DataDe(1, 1, 2027), ""}}},
         {"the time of day does not",
-         {{De("1", Jan, Jun)}},
+         {{AfericaoDe("1", Jan, Jun)}},
          {{DataDe(30, 6, 2026, 23, 59, 59), "1"}, {DataDe(31, 12, 2025, 23, 59, 59), ""}}},
-        {"no date", {{De("1", Jan, Jun)}}, {{Data{}, ""}, {Data{0.5}, ""}, {Data{1e12}, ""}}},
-        {"without a document", {{AfericaoDe("1", Jan, Jun)}}, {{Jan, ""}}},
-        {"a gap", {{De("1", Jan, Jan), De("2", Jul, Dez)}}, {{Jun, ""}}},
-        {"no guess between two", {{De("1", Jan, Dez)}, {De("2", Jul, Dez)}}, {{Jun, "1"}, {Jul, ""}}},
-        {"two of which one has no document", {{AfericaoDe("1", Jan, Dez)}, {De("2", Jan, Dez)}}, {{Jun, "2"}}},
+        {"no date", {{AfericaoDe("1", Jan, Jun)}}, {{Data{}, ""}, {Data{0.5}, ""}, {Data{1e12}, ""}}},
+        {"without a document", {{AfericaoDe("sem", Jan, Jun)}}, {{Jan, ""}}},
+        {"a gap", {{AfericaoDe("1", Jan, Jan.MaisDias(1)), AfericaoDe("2", Jul, Dez)}}, {{Jun, ""}}},
+        {"no guess between two", {{AfericaoDe("1", Jan, Dez)}, {AfericaoDe("2", Jul, Dez)}}, {{Jun, "1"}, {Jul, ""}}},
+        {"two of which one has no document",
+         {{AfericaoDe("sem", Jan, Dez)}, {AfericaoDe("2", Jan, Dez)}},
+         {{Jun, "2"}}},
         {"one day",
-         {{De("1", Jun, Jun)}},
-         {{DataDe(29, 6, 2026, 23, 59, 59), ""}, {Jun, "1"}, {DataDe(30, 6, 2026, 23, 59, 59), "1"}, {Jul, ""}}},
+         {{AfericaoDe("curta", Jun, Jul)}},
+         {{DataDe(29, 6, 2026, 23, 59, 59), ""},
+          {Jun, "curta"},
+          {DataDe(30, 6, 2026, 23, 59, 59), "curta"},
+          {Jul, ""}}},
     };
     for (const Caso &caso : casos) {
         const std::int32_t numero = ComSensores(caso.Sensores);
+        TiraDocumento("sem");
+        m_Registro.Sql("UPDATE AFERICAO SET Versao = Versao + 1, DataVencimento = DataVerificacao WHERE Numero = 'curta' "
+                       "AND DataVencimento <> DataVerificacao");
         for (const auto &[dia, vigente] : caso.Vigentes) {
             const auto achada = Vigente(numero, dia);
             EXPECT_EQ(achada->Numero.Valor(), vigente) << caso.Nome << ", " << dia.Valor;
@@ -86,22 +93,22 @@ TEST_F(ServicosVigencia, InForce_IsTheOneOfTheDay)
 
 TEST_F(ServicosVigencia, DeactivatedRows_DoNotCount)
 {
-    const std::int32_t numero = ComSensores({{De("1", Jan, Dez)}, {De("2", Jan, Dez)}});
-    Faz(m_Ana, "altera", Poe(SoNumero(numero), Com(SoSensor(1), &SensorED::Ativo, 2)));
-    EXPECT_EQ(NumeroVigente(numero, Jan), 2); // of the sensor that is left
+    const std::int32_t numero = ComSensores({{AfericaoDe("1", Jan, Dez)}, {AfericaoDe("2", Jan, Dez)}});
+    Faz(m_Ana, "altera", Poe(SoNumero(numero), Com(SoSensor(2), &SensorED::Ativo, 2)));
+    EXPECT_EQ(NumeroVigente(numero, Jan), 1); // of the sensor that is left
 
     Faz(m_Ana, "desativa", SoNumero(numero));
     EXPECT_EQ(NumeroVigente(numero, Jan), 0);
     Faz(m_Ana, "reativa", SoNumero(numero));
 
     Abre(m_Ana, numero);
-    Faz(m_Ana, "altera", Poe(SoNumero(numero), Poe(SoSensor(2), Com(SoAfericao(2), &AfericaoED::Ativo, 2))));
+    Faz(m_Ana, "altera", Poe(SoNumero(numero), Poe(SoSensor(1), Com(SoAfericao(1), &AfericaoED::Ativo, 2))));
     EXPECT_EQ(NumeroVigente(numero, Jan), 0);
 }
 
 TEST_F(ServicosVigencia, Certificate_IsTheDocumentAsBase64)
 {
-    ComSensores({{De("1", Jan, Jun)}});
+    ComSensores({{AfericaoDe("1", Jan, Jun)}});
     const auto resposta =
         Faz(m_Ana, "consultaRelatorioRVOR011", Certificado(1, "r-001"), "RelatorioRN").Como<RelatorioAfericaoED>();
     EXPECT_EQ(resposta->CodOat.Valor(), 1);
@@ -113,7 +120,7 @@ TEST_F(ServicosVigencia, Certificate_IsTheDocumentAsBase64)
 
 TEST_F(ServicosVigencia, Certificate_WhoseDocumentIsDamaged_IsRefused)
 {
-    ComSensores({{De("1", Jan, Jun)}});
+    ComSensores({{AfericaoDe("1", Jan, Jun)}});
     m_Registro.Sql("DROP TRIGGER DOCUMENTO_SEM_UPDATE; UPDATE DOCUMENTO SET Sha256 = upper(Sha256)");
     EXPECT_EQ(RecusaDoCertificado(m_Ana, 1, "R-001"),
               "O documento de número 1 está danificado no registro: recupere-o de uma cópia de segurança.");
@@ -121,7 +128,8 @@ TEST_F(ServicosVigencia, Certificate_WhoseDocumentIsDamaged_IsRefused)
 
 TEST_F(ServicosVigencia, Certificate_WithWrongKeys_IsRefused)
 {
-    ComSensores({{De("1", Jan, Jun), AfericaoDe("2", Jul, Dez)}});
+    ComSensores({{AfericaoDe("1", Jan, Jun), AfericaoDe("2", Jul, Dez)}});
+    TiraDocumento("2");
     EXPECT_EQ(RecusaDoCertificado(m_Ana, 1, "R-002"), "A aferição de número 1 é do equipamento R-001, e não de R-002.");
     EXPECT_EQ(RecusaDoCertificado(m_Ana, 2, "R-001"), "A aferição de número 2 não tem documento.");
     EXPECT_EQ(RecusaDe(m_Ana, "consultaRelatorioRVOR011", Certificado(1, "R-001")),

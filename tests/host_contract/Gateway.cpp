@@ -79,14 +79,16 @@ TEST_P(ContratoHost, altera_OfAnEquipment_LeavesTheMembersThatWereNotSent)
 {
     const std::int32_t numero = Incluido("CTR_1");
     auto alterado = Alteracao(numero);
-    alterado->txtObsNotif = "Observação";
+    alterado->TemLimiteDif = 1;
+    alterado->NroIntRejLimDif = 3;
     ASSERT_TRUE(Comanda("altera", alterado));
-    auto semObservacao = Alteracao(numero);
-    semObservacao->Modelo = "Modelo 2";
-    ASSERT_TRUE(Comanda("altera", semObservacao));
+    auto semRejeicao = Alteracao(numero);
+    semRejeicao->TemLimiteDif = 1;
+    semRejeicao->Modelo = "Modelo 2";
+    ASSERT_TRUE(Comanda("altera", semRejeicao));
     auto lido = Pede<EquiptoED>("consulta", SoNumero(numero));
     EXPECT_EQ(lido->Modelo.Valor(), "Modelo 2");
-    EXPECT_EQ(lido->txtObsNotif.Valor(), "Observação");
+    EXPECT_EQ(lido->NroIntRejLimDif.Valor(), 3);
 }
 
 TEST_P(ContratoHost, altera_WithSensorsAndCalibrations_StoresThemAndFindsTheOneInForce)

@@ -146,8 +146,9 @@ TEST_P(ContratoHost, Documentos_OfSeveralSizes_ComeBackAsTheyWere)
     for (std::size_t indice = 0; indice < todosOsBytes.size(); ++indice) {
         todosOsBytes[indice] = static_cast<std::uint8_t>(indice * 7 + indice / 256);
     }
-    constexpr std::ptrdiff_t cabecalho = 9; // a store may look at both ends of what it is given
-    documentos[2].insert(documentos[2].begin() + cabecalho, todosOsBytes.begin(), todosOsBytes.end());
+    const std::string fim = "startxref"; // a store may open what it is given: what stands before it is not looked at
+    const auto onde = std::search(documentos[2].begin(), documentos[2].end(), fim.begin(), fim.end());
+    documentos[2].insert(onde, todosOsBytes.begin(), todosOsBytes.end());
     std::vector<double> numeros;
     for (std::size_t indice = 0; indice < documentos.size(); ++indice) {
         const std::string caminho = adaptador->Diretorio() + "doc" + std::to_string(indice) + ".pdf";

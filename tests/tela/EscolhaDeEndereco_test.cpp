@@ -40,14 +40,61 @@ TEST_F(EscolhaDeEnderecoTest, AtFirst_NothingIsChosen)
     EXPECT_FALSE(escolha.SomenteLeitura());
 }
 
-TEST_F(EscolhaDeEnderecoTest, Municipios_StandInOrderOfName)
+TEST_F(EscolhaDeEnderecoTest, Municipios_StandInTheOrderOfTheStreets)
 {
-    const EscolhaDeEndereco escolha = Escolha();
+    EscolhaDeEndereco escolha = Escolha();
     Textos nomes;
     for (const MunicipioDeEndereco &municipio : escolha.Municipios()) {
         nomes.push_back(municipio.Nome);
     }
-    EXPECT_EQ(nomes, (Textos{"Água Santa", "Canoas", "Erebango"}));
+    EXPECT_EQ(nomes, (Textos{"Erebango", "Canoas", "Água Santa"}));
+    EXPECT_EQ(escolha.LugarDoMunicipio(), -1);
+    escolha.EscolheMunicipio(Alegrete);
+    EXPECT_EQ(escolha.LugarDoMunicipio(), 2);
+    escolha.EscolheMunicipio(77);
+    EXPECT_EQ(escolha.LugarDoMunicipio(), -1);
+}
+
+TEST_F(EscolhaDeEnderecoTest, DigitaMunicipio_KeyByKey_ChoosesTheFirstThatStartsWithAll)
+{
+    m_Ruas->Oferecidos = {{1, "Água Boa"}, {2, "Água Santa"}, {3, "Santos"}, {4, "São Paulo - SP"}, {5, "Santa Sé"}};
+    EscolhaDeEndereco escolha = Escolha();
+    escolha.DigitaVia("bras");
+    for (const char *letra : {"S", "a", "O", " ", "p"}) {
+        EXPECT_TRUE(escolha.DigitaMunicipio(letra)) << letra;
+    }
+    EXPECT_EQ(escolha.CodMunic(), 4);
+    EXPECT_EQ(m_Memoria->CodMunic, 4);
+    EXPECT_FALSE(escolha.DigitaMunicipio("x")); // and is left out
+    EXPECT_TRUE(escolha.DigitaMunicipio("a"));
+    EXPECT_EQ(escolha.CodMunic(), 4);
+    EXPECT_FALSE(escolha.DigitaMunicipio("agua s")); // goes on from what was typed
+    escolha.EncerraMunicipio();
+    EXPECT_TRUE(escolha.DigitaMunicipio("água s"));
+    EXPECT_EQ(escolha.CodMunic(), 2);
+    escolha.EscolheMunicipio(3); // chosen from the list: what was typed does not count any more
+    EXPECT_TRUE(escolha.DigitaMunicipio("s"));
+    EXPECT_EQ(escolha.CodMunic(), 3);
+    EXPECT_EQ(m_Ruas->Procurados.back(), "3 bras 20");
+}
+
+TEST_F(EscolhaDeEnderecoTest, DigitaMunicipio_OfOneThatCannotBeEdited_ChangesNothing)
+{
+    EscolhaDeEndereco escolha = EmCanoas();
+    m_Controle->DefineReadOnly(true);
+    EXPECT_FALSE(escolha.DigitaMunicipio("e"));
+    EXPECT_EQ(escolha.CodMunic(), Canoas);
+}
+
+TEST_F(EscolhaDeEnderecoTest, StreetWithoutADistrict_IsToldWithoutOne)
+{
+    m_Ruas->Ruas = {{9, Canoas, "Estrada do Mar", "", "92000090"}};
+    EscolhaDeEndereco escolha = EmCanoas();
+    escolha.DigitaVia("mar");
+    EXPECT_EQ(escolha.Sugestoes(), Textos{"Estrada do Mar - 92000-090"});
+    escolha.DigitaNumero("12");
+    EXPECT_TRUE(escolha.Usa());
+    EXPECT_EQ(escolha.Atual(), "Estrada do Mar, 12");
 }
 
 TEST_F(EscolhaDeEnderecoTest, DigitaVia_FindsStreetsOfTheMunicipality)

@@ -15,10 +15,7 @@ class RuasDeTeste : public ILogradouros {
   public:
     std::string_view NomeTipo() const override { return "RuasDeTeste"; }
 
-    std::vector<MunicipioDeEndereco> Municipios() const override
-    {
-        return {{Erebango, "Erebango"}, {Canoas, "Canoas"}, {Alegrete, "Água Santa"}};
-    }
+    const std::vector<MunicipioDeEndereco> &Municipios() const override { return Oferecidos; }
     std::vector<Logradouro> Procura(std::int32_t codMunic, const std::string &procurado,
                                     std::size_t maximo) const override
     {
@@ -41,6 +38,8 @@ class RuasDeTeste : public ILogradouros {
         return std::nullopt;
     }
 
+    std::vector<MunicipioDeEndereco> Oferecidos = {
+        {Erebango, "Erebango"}, {Canoas, "Canoas"}, {Alegrete, "Água Santa"}};
     std::vector<Logradouro> Ruas = {{1, Canoas, "Rua Bento", "Centro", "92000010"},
                                     {2, Canoas, "Rua Benta", "Norte", "92000020"},
                                     {3, Canoas, "Av. Brasil", "Sul", "92000030"},

@@ -1,7 +1,5 @@
-#include "desk/sample/RegistroDoUsuario.h"
-
-#include "desk/sample/Amostra.h"
 #include "desk/sample/CertificadoPDF.h"
+#include "desk/sample/FazAmostra.h"
 #include "tests/desk/RegistroDeTeste.h"
 
 #include <QBuffer>
@@ -24,38 +22,38 @@ Data Manha()
     return DataDe(20, 11, 2026, 9, 30, 0);
 }
 
-class RegistroDoUsuarioTeste : public testing::Test {
+class AmostraTeste : public testing::Test {
   protected:
     std::filesystem::path Em(const std::string &nome) const
     {
         return pasta.filePath(QString::fromStdString(nome)).toStdString();
     }
-    Ref<Servicos> Abre(const std::string &nome, ConteudoInicial tipo, bool deNovo = false)
+    // The file of a new sample.
+    std::string Faz(const std::string &nome, const Inicio::Progresso &progresso)
     {
-        return AbreRegistroDoUsuario(Em(nome), tipo, deNovo, Manha, [](double) {});
+        Preferencias preferencias(Em("preferencias.ini"));
+        Inicio inicio(Em(nome), preferencias, Manha, FazAmostra(Manha), {});
+        inicio.CriaAmostra(progresso);
+        return CaminhoDoRegistro(inicio.Diretorio());
     }
-    void Marca(const std::string &nome) const
+    // Every row of every table, without what is another one each time: salted passwords, identifier and keys, and what
+    // the history has of them.
+    static std::vector<std::string> Despejo(const std::string &arquivo)
     {
-        LinhasSql(CaminhoDoRegistro(Em("d")), "UPDATE CLIENTE SET Nome = '" + nome + "' WHERE CodCliente = 3");
-    }
-    int Conta(const std::string &nome, const std::string &sql) const
-    {
-        return std::stoi(LinhasSql(CaminhoDoRegistro(Em(nome)), sql).at(0));
-    }
-    // Every row of every table, without the salted passwords.
-    std::vector<std::string> Despejo(const std::string &nome) const
-    {
-        const auto arquivo = CaminhoDoRegistro(Em(nome));
         std::vector<std::string> despejo;
         for (const std::string &tabela :
              LinhasSql(arquivo, "SELECT name FROM sqlite_master WHERE type = 'table' ORDER BY name")) {
             std::string colunas;
             for (const std::string &coluna :
-                 LinhasSql(arquivo, "SELECT name FROM pragma_table_info('" + tabela + "') WHERE name <> 'Senha'")) {
+                 LinhasSql(arquivo, "SELECT name FROM pragma_table_info('" + tabela +
+                                        "') WHERE name NOT IN ('Senha', 'Identificador', 'ChavePublica', "
+                                        "'ChaveSecreta', 'Elo')")) {
                 colunas += (colunas.empty() ? "quote(" : ", quote(") + coluna + ")";
             }
             despejo.push_back(tabela);
-            for (std::string &linha : LinhasSql(arquivo, "SELECT " + colunas + " FROM " + tabela + " ORDER BY rowid")) {
+            const std::string onde = tabela == "HISTORICO" ? " WHERE Entidade NOT IN ('REGISTRO', 'USUARIO')" : "";
+            for (std::string &linha :
+                 LinhasSql(arquivo, "SELECT " + colunas + " FROM " + tabela + onde + " ORDER BY rowid")) {
                 despejo.push_back(std::move(linha));
             }
         }
@@ -65,73 +63,16 @@ class RegistroDoUsuarioTeste : public testing::Test {
     QTemporaryDir pasta;
 };
 
-TEST_F(RegistroDoUsuarioTeste, Vazio_OfANewDirectory_HasUsersAndNothingElse)
-{
-    const Ref<Servicos> servicos = Abre("novo/por/fazer", ConteudoInicial::Vazio);
-    EXPECT_FALSE(servicos->Vazio());
-    std::string recusa;
-    std::int32_t espera = 0;
-    EXPECT_FALSE(servicos->Entra("ana", SenhaDaAmostra, recusa, espera).Nada()) << recusa;
-    EXPECT_EQ(Conta("novo/por/fazer", "SELECT COUNT(*) FROM EQUIPAMENTO"), 0);
-    EXPECT_GE(Conta("novo/por/fazer", "SELECT COUNT(*) FROM USUARIO"), 7);
-    EXPECT_EQ(Conta("novo/por/fazer", "SELECT COUNT(*) FROM CLIENTE"), 3);
-}
-
-TEST_F(RegistroDoUsuarioTeste, Registro_ThatIsThere_IsOpenedAsItIs)
-{
-    Abre("d", ConteudoInicial::Vazio);
-    Marca("MARCADO");
-    Abre("d", ConteudoInicial::Amostra);
-    EXPECT_EQ(Conta("d", "SELECT COUNT(*) FROM CLIENTE WHERE Nome = 'MARCADO'"), 1);
-    EXPECT_EQ(Conta("d", "SELECT COUNT(*) FROM EQUIPAMENTO"), 0);
-}
-
-TEST_F(RegistroDoUsuarioTeste, DeNovo_OverAnOldRegistry_KeepsThatBeside)
-{
-    Abre("d", ConteudoInicial::Vazio);
-    Marca("MARCADO");
-    Abre("d", ConteudoInicial::Vazio, true);
-    EXPECT_EQ(Conta("d", "SELECT COUNT(*) FROM CLIENTE WHERE Nome = 'MARCADO'"), 0);
-    EXPECT_EQ(LinhasSql(Em("d") / "registro.20261120-093000.db", "SELECT Nome FROM CLIENTE WHERE CodCliente = 3"),
-              std::vector<std::string>{"MARCADO"});
-}
-
-TEST_F(RegistroDoUsuarioTeste, DeNovo_TwiceInTheSameSecond_KeepsBothOldOnes)
-{
-    Abre("d", ConteudoInicial::Vazio);
-    Marca("PRIMEIRO");
-    Abre("d", ConteudoInicial::Vazio, true);
-    Marca("SEGUNDO");
-    Abre("d", ConteudoInicial::Vazio, true);
-    std::string nomes;
-    for (const auto &arquivo : std::filesystem::directory_iterator(Em("d"))) {
-        if (arquivo.path().extension() == ".db") {
-            nomes += LinhasSql(arquivo.path(), "SELECT Nome FROM CLIENTE WHERE CodCliente = 3").at(0) + " ";
-        }
-    }
-    EXPECT_NE(nomes.find("PRIMEIRO"), std::string::npos) << nomes;
-    EXPECT_NE(nomes.find("SEGUNDO"), std::string::npos) << nomes;
-}
-
-TEST_F(RegistroDoUsuarioTeste, Preparo_ThatWasInterrupted_IsBegunAnew)
-{
-    std::filesystem::create_directory(Em("d"));
-    Abre("outro", ConteudoInicial::Vazio);
-    std::filesystem::copy_file(CaminhoDoRegistro(Em("outro")), Em("d") / "registro.em-preparo.db");
-    Abre("d", ConteudoInicial::Vazio);
-    EXPECT_EQ(Conta("d", "SELECT COUNT(*) FROM CLIENTE"), 3);
-    EXPECT_FALSE(std::filesystem::exists(Em("d") / "registro.em-preparo.db"));
-}
-
-TEST_F(RegistroDoUsuarioTeste, Amostra_OfADay_IsRichAndTheSameTwice)
+TEST_F(AmostraTeste, OfADay_IsRichAndTheSameTwice)
 {
     std::vector<double> partes;
-    AbreRegistroDoUsuario(Em("um"), ConteudoInicial::Amostra, false, Manha,
-                          [&](double parte) { partes.push_back(parte); });
+    const std::string arquivo = Faz("um", [&](double parte) { partes.push_back(parte); });
     EXPECT_TRUE(std::is_sorted(partes.begin(), partes.end()));
     EXPECT_LE(partes.back(), 1.0);
 
-    const auto conta = [&](const std::string &oQue) { return Conta("um", "SELECT COUNT(" + oQue); };
+    const auto conta = [&](const std::string &oQue) {
+        return std::stoi(LinhasSql(arquivo, "SELECT COUNT(" + oQue).at(0));
+    };
     EXPECT_GE(conta("*) FROM EQUIPAMENTO"), 120);
     EXPECT_EQ(conta("DISTINCT TipoEquip) FROM EQUIPAMENTO"), 10);
     EXPECT_EQ(conta("DISTINCT ClienteInc) FROM EQUIPAMENTO"), 3);
@@ -157,9 +98,8 @@ TEST_F(RegistroDoUsuarioTeste, Amostra_OfADay_IsRichAndTheSameTwice)
                     "WHERE Ativo = 1) WHERE Seguinte > Ate + 1"),
               1); // a gap
 
-    Abre("dois", ConteudoInicial::Amostra);
-    const auto um = Despejo("um");
-    const auto dois = Despejo("dois");
+    const auto um = Despejo(arquivo);
+    const auto dois = Despejo(Faz("dois", [](double) {}));
     ASSERT_EQ(um.size(), dois.size());
     for (std::size_t linha = 0; linha < um.size(); ++linha) {
         ASSERT_EQ(um[linha].substr(0, 300), dois[linha].substr(0, 300));

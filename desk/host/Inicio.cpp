@@ -1,0 +1,338 @@
+#include "desk/host/Inicio.h"
+
+#include "desk/services/Recusa.h"
+#include "desk/services/RegrasDeSenha.h"
+#include "host/Conversoes.h"
+#include "host/Texto.h"
+
+#include <QFile>
+#include <QLockFile>
+
+#include <algorithm>
+#include <array>
+#include <system_error>
+#include <utility>
+
+namespace mesa {
+
+namespace {
+
+constexpr const char *NomeDoRegistro = "registro.db";
+// What the embedded database may keep beside its file.
+constexpr std::array<const char *, 3> Partes = {"", "-wal", "-shm"};
+
+void Move(const std::filesystem::path &de, const std::filesystem::path &para)
+{
+    for (const char *parte : Partes) {
+        const std::filesystem::path origem = de.string() + parte;
+        if (std::filesystem::exists(origem)) {
+            std::filesystem::rename(origem, para.string() + parte);
+        }
+    }
+}
+
+// Name for a registry that is kept beside, taken by none yet: the moment, and a number from the second on.
+std::filesystem::path LugarAoLado(const std::filesystem::path &diretorio, Data momento)
+{
+    const std::string nome = "registro." + Format(momento, "yyyymmdd-hhnnss");
+    std::filesystem::path lugar = diretorio / (nome + ".db");
+    for (int numero = 2; std::filesystem::exists(lugar); ++numero) {
+        lugar = diretorio / (nome + "-" + std::to_string(numero) + ".db");
+    }
+    return lugar;
+}
+
+void Apaga(const std::filesystem::path &arquivo)
+{
+    for (const char *parte : Partes) {
+        std::filesystem::remove(arquivo.string() + parte);
+    }
+}
+
+// Whether something stands there, whatever it is: a link that leads nowhere too.
+bool HaAlgo(const std::filesystem::path &caminho)
+{
+    std::error_code erro;
+    return std::filesystem::symlink_status(caminho, erro).type() != std::filesystem::file_type::not_found;
+}
+
+// Only its owner looks into a directory that the desk makes.
+void FazDiretorio(const std::filesystem::path &diretorio)
+{
+    if (std::filesystem::create_directories(diretorio)) {
+        std::filesystem::permissions(diretorio, std::filesystem::perms::owner_all);
+    }
+}
+
+// Why a file could not be opened, with its name.
+std::string FraseSobre(const std::filesystem::path &arquivo)
+{
+    const std::string frase = FalhaCorrente().Descricao;
+    return frase.find(arquivo.string()) == std::string::npos ? "Em " + arquivo.string() + ": " + frase : frase;
+}
+
+Falha NaoSeCria(const std::string &frase)
+{
+    return Falha(NumeroFalha::ChaveJaExiste, "Inicio", frase);
+}
+
+} // namespace
+
+std::filesystem::path CaminhoDoRegistro(const std::filesystem::path &diretorio)
+{
+    return diretorio / NomeDoRegistro;
+}
+
+std::filesystem::path DiretorioDaAmostra(const std::filesystem::path &diretorio)
+{
+    return diretorio / "amostra";
+}
+
+std::optional<ProblemaDoRegistroNovo> ConfereRegistroNovo(const RegistroNovo &novo)
+{
+    using Campo = CampoDoRegistroNovo;
+    constexpr std::int32_t maiorCodigo = 999999;
+    if (novo.Cliente.CodCliente < 1 || novo.Cliente.CodCliente > maiorCodigo) {
+        return ProblemaDoRegistroNovo{Campo::CodCliente, "Informe o código do cliente, um número de 1 a 999999."};
+    }
+    if (Trim(novo.Cliente.Nome).empty()) {
+        return ProblemaDoRegistroNovo{Campo::Cliente, "Informe o nome do cliente."};
+    }
+    if (std::ranges::find(Estados, novo.Cliente.UF) == Estados.end()) {
+        return ProblemaDoRegistroNovo{Campo::Estado, "Informe o estado do cliente, com as duas letras da sua sigla."};
+    }
+    if (Trim(novo.Usuario).empty()) {
+        return ProblemaDoRegistroNovo{Campo::Usuario, "Informe o usuário com que o administrador entra."};
+    }
+    if (Trim(novo.Nome).empty()) {
+        return ProblemaDoRegistroNovo{Campo::Nome, "Informe o nome do administrador."};
+    }
+    try {
+        RegrasDeSenha::Confere(novo.Senha, Trim(novo.Usuario), Trim(novo.Nome));
+    } catch (const Recusa &motivo) {
+        return ProblemaDoRegistroNovo{Campo::Senha, motivo.what()};
+    }
+    return std::nullopt;
+}
+
+Inicio::Inicio(std::filesystem::path diretorio, Preferencias &preferencias, Relogio agora,
+               std::function<void(Servicos &, const Progresso &)> preenche,
+               std::function<void(const std::filesystem::path &, const std::filesystem::path &)> restaura)
+    : m_Diretorio(std::move(diretorio)),
+      m_Preferencias(preferencias),
+      m_Agora(std::move(agora)),
+      m_Preenche(std::move(preenche)),
+      m_Restaura(std::move(restaura))
+{
+}
+
+Ref<Servicos> Inicio::Abre(IPessoaNoInicio &pessoa)
+{
+    if (const auto conhecido = m_Preferencias.Registro(m_Diretorio)) {
+        return Retoma(*conhecido, pessoa);
+    }
+    if (HaAlgo(CaminhoDoRegistro(m_Diretorio)) &&
+        !TemAmostra()) { // of another machine, or of before there were settings
+        return Retoma({CaminhoDoRegistro(m_Diretorio), ""}, pessoa);
+    }
+    return Comeca(pessoa);
+}
+
+Ref<Servicos> Inicio::Comeca(IPessoaNoInicio &pessoa)
+{
+    for (;;) {
+        Ref<Servicos> aberto;
+        switch (pessoa.Comeca()) {
+        case OpcaoDoInicio::Novo:
+            pessoa.PedeRegistroNovo([&](const RegistroNovo &novo) -> std::optional<ProblemaDoRegistroNovo> {
+                if (auto problema = ConfereRegistroNovo(novo)) {
+                    return problema;
+                }
+                try {
+                    aberto = Cria(novo);
+                    return std::nullopt;
+                } catch (...) {
+                    return ProblemaDoRegistroNovo{CampoDoRegistroNovo::CodCliente, FalhaCorrente().Descricao};
+                }
+            });
+            break;
+        case OpcaoDoInicio::Existente:
+            aberto = AbreEscolhido(pessoa);
+            break;
+        case OpcaoDoInicio::Amostra:
+            aberto = AbreAmostra(pessoa);
+            break;
+        case OpcaoDoInicio::Sair:
+            return nullptr;
+        }
+        if (aberto) {
+            return aberto;
+        }
+    }
+}
+
+Ref<Servicos> Inicio::AbreEscolhido(IPessoaNoInicio &pessoa)
+{
+    const auto escolhido = pessoa.EscolheRegistro();
+    if (!escolhido) {
+        return nullptr;
+    }
+    try {
+        const Ref<Servicos> aberto = Servicos::Abre(escolhido->string(), m_Agora);
+        Lembra(*escolhido, *aberto);
+        return aberto;
+    } catch (...) {
+        pessoa.Avisa(FraseSobre(*escolhido));
+        return nullptr;
+    }
+}
+
+Ref<Servicos> Inicio::AbreAmostra(IPessoaNoInicio &pessoa)
+{
+    const std::filesystem::path diretorio = LugarDaAmostra();
+    const std::filesystem::path registro = CaminhoDoRegistro(diretorio);
+    try {
+        if (!HaAlgo(registro)) {
+            return CriaAmostra([&](double parte) { pessoa.Progresso(parte); });
+        }
+        const Ref<Servicos> aberta = Servicos::Abre(registro.string(), m_Agora);
+        m_Diretorio = diretorio;
+        return aberta;
+    } catch (...) {
+        pessoa.Avisa(FalhaCorrente().Descricao);
+        return nullptr;
+    }
+}
+
+bool Inicio::TemAmostra() const
+{
+    try {
+        return Servicos::Abre(CaminhoDoRegistro(m_Diretorio).string(), m_Agora)->Tipo() == TipoDeRegistro::Amostra;
+    } catch (...) {
+        return false;
+    }
+}
+
+std::filesystem::path Inicio::LugarDaAmostra() const
+{
+    return TemAmostra() ? m_Diretorio : DiretorioDaAmostra(m_Diretorio);
+}
+
+void Inicio::Lembra(const std::filesystem::path &caminho, Servicos &aberto)
+{
+    if (aberto.Tipo() != TipoDeRegistro::Amostra) {
+        m_Preferencias.LembraRegistro(m_Diretorio, {caminho, aberto.Identificador()});
+    }
+}
+
+Ref<Servicos> Inicio::Retoma(const RegistroConhecido &conhecido, IPessoaNoInicio &pessoa)
+{
+    std::filesystem::path caminho = conhecido.Caminho;
+    for (;;) {
+        std::string frase;
+        try {
+            const Ref<Servicos> aberto = Servicos::Abre(caminho.string(), m_Agora);
+            if (conhecido.Identificador.empty() || aberto->Identificador() == conhecido.Identificador) {
+                Lembra(caminho, *aberto);
+                return aberto;
+            }
+            frase =
+                "O registro que está em " + caminho.string() + " não é aquele em que se trabalhava aqui: é " +
+                (aberto->Tipo() == TipoDeRegistro::Amostra ? "uma amostra, de identificador " : "o de identificador ") +
+                aberto->Identificador() + ", e o de antes era o de identificador " + conhecido.Identificador + ".";
+            if (pessoa.Aceita(frase + " Trabalhar neste registro de agora em diante?")) {
+                Lembra(caminho, *aberto);
+                return aberto;
+            }
+        } catch (...) {
+            frase = FraseSobre(caminho);
+        }
+        switch (pessoa.Falta(frase)) {
+        case OpcaoDaFalta::TentarDeNovo:
+            break;
+        case OpcaoDaFalta::EscolherArquivo:
+            caminho = pessoa.EscolheRegistro().value_or(caminho);
+            break;
+        case OpcaoDaFalta::RestaurarCopia:
+            if (const auto copia = pessoa.EscolheCopia()) {
+                try {
+                    m_Restaura(*copia, conhecido.Caminho);
+                    caminho = conhecido.Caminho;
+                } catch (...) {
+                    pessoa.Avisa(FalhaCorrente().Descricao);
+                }
+            }
+            break;
+        case OpcaoDaFalta::Sair:
+            return nullptr;
+        }
+    }
+}
+
+Ref<Servicos> Inicio::Faz(const std::filesystem::path &diretorio, TipoDeRegistro tipo,
+                          const std::function<void(Servicos &)> &comeca)
+{
+    FazDiretorio(diretorio);
+    const std::filesystem::path registro = CaminhoDoRegistro(diretorio);
+    const std::filesystem::path emPreparo = diretorio / "registro.em-preparo.db";
+    QLockFile tranca(QFile::decodeName((diretorio / "registro.em-preparo.tranca").c_str()));
+    tranca.setStaleLockTime(0); // of a program that is gone it is free at once, of one at work never
+    if (!tranca.tryLock(0)) {
+        throw NaoSeCria("Outro programa está criando um registro em " + diretorio.string() +
+                        ". Espere que ele termine.");
+    }
+    if (HaAlgo(registro)) {
+        throw NaoSeCria("Já há um registro em " + registro.string() + ".");
+    }
+    Apaga(emPreparo);
+    comeca(*Servicos::Cria(emPreparo.string(), tipo, m_Agora));
+    Move(emPreparo, registro);
+    return Servicos::Abre(registro.string(), m_Agora);
+}
+
+Ref<Servicos> Inicio::Cria(const RegistroNovo &novo)
+{
+    if (const auto problema = ConfereRegistroNovo(novo)) {
+        throw Falha(NumeroFalha::ArgumentoInvalido, "Inicio", problema->Frase);
+    }
+    if (const auto conhecido = m_Preferencias.Registro(m_Diretorio)) {
+        throw NaoSeCria("O diretório " + m_Diretorio.string() + " já tem um registro, que fica em " +
+                        conhecido->Caminho.string() + (HaAlgo(conhecido->Caminho) ? "." : " e não está lá agora.") +
+                        " Nada é criado no lugar dele.");
+    }
+    if (TemAmostra()) {
+        Move(CaminhoDoRegistro(m_Diretorio), LugarAoLado(m_Diretorio, m_Agora().Local));
+    }
+    const Ref<Servicos> feito = Faz(m_Diretorio, TipoDeRegistro::Registro, [&](Servicos &servicos) {
+        ClienteCadastrado cliente = novo.Cliente;
+        cliente.Nome = Trim(cliente.Nome);
+        servicos.CadastraCliente(cliente);
+        Operador administrador;
+        administrador.Numero = 1;
+        administrador.Usuario = Trim(novo.Usuario);
+        administrador.Nome = Trim(novo.Nome);
+        administrador.CodCliente = cliente.CodCliente;
+        administrador.Cliente = cliente.Nome;
+        servicos.CadastraUsuario(administrador, std::string(novo.Senha.Texto()), {"", "I", "A", "E"});
+    });
+    Lembra(CaminhoDoRegistro(m_Diretorio), *feito);
+    return feito;
+}
+
+Ref<Servicos> Inicio::CriaAmostra(const Progresso &progresso)
+{
+    const std::filesystem::path diretorio = DiretorioDaAmostra(m_Diretorio);
+    const std::filesystem::path registro = CaminhoDoRegistro(diretorio);
+    if (HaAlgo(registro)) {
+        if (Servicos::Abre(registro.string(), m_Agora)->Tipo() != TipoDeRegistro::Amostra) {
+            throw NaoSeCria("O registro que está em " + registro.string() + " não é uma amostra.");
+        }
+        Move(registro, LugarAoLado(diretorio, m_Agora().Local));
+    }
+    const Ref<Servicos> feita =
+        Faz(diretorio, TipoDeRegistro::Amostra, [&](Servicos &servicos) { m_Preenche(servicos, progresso); });
+    m_Diretorio = diretorio;
+    return feita;
+}
+
+} // namespace mesa

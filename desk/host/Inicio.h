@@ -1,0 +1,110 @@
+#pragma once
+
+#include "desk/host/Preferencias.h"
+#include "desk/services/Segredo.h"
+#include "desk/services/Servicos.h"
+
+#include <array>
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace mesa {
+
+// File of the registry in a data directory.
+std::filesystem::path CaminhoDoRegistro(const std::filesystem::path &diretorio);
+// Where the sample of a data directory has its own one.
+std::filesystem::path DiretorioDaAmostra(const std::filesystem::path &diretorio);
+
+inline constexpr std::array Estados = {"AC", "AL", "AM", "AP", "BA", "CE", "DF", "ES", "GO",
+                                       "MA", "MG", "MS", "MT", "PA", "PB", "PE", "PI", "PR",
+                                       "RJ", "RN", "RO", "RR", "RS", "SC", "SE", "SP", "TO"};
+
+// What a new registry begins with: one client and one administrator.
+struct RegistroNovo {
+    ClienteCadastrado Cliente;
+    std::string Usuario; // the sign-in name of the administrator
+    std::string Nome;
+    Segredo Senha;
+};
+
+enum class CampoDoRegistroNovo { CodCliente, Cliente, Estado, Usuario, Nome, Senha };
+
+// What stands against making it: the sentence, and the field to look at.
+struct ProblemaDoRegistroNovo {
+    CampoDoRegistroNovo Campo = CampoDoRegistroNovo::CodCliente;
+    std::string Frase;
+};
+
+std::optional<ProblemaDoRegistroNovo> ConfereRegistroNovo(const RegistroNovo &novo);
+
+enum class OpcaoDoInicio { Novo, Existente, Amostra, Sair };
+enum class OpcaoDaFalta { TentarDeNovo, EscolherArquivo, RestaurarCopia, Sair };
+
+// The person before the desk has a registry.
+class IPessoaNoInicio {
+  public:
+    virtual ~IPessoaNoInicio() = default;
+
+    // There is no registry yet.
+    virtual OpcaoDoInicio Comeca() = 0;
+    // Takes what a new registry begins with, and has it made; what `faz` answers is told, and asked for again. False
+    // when the person gave up.
+    virtual bool
+    PedeRegistroNovo(const std::function<std::optional<ProblemaDoRegistroNovo>(const RegistroNovo &)> &faz) = 0;
+    virtual std::optional<std::filesystem::path> EscolheRegistro() = 0;
+    virtual std::optional<std::filesystem::path> EscolheCopia() = 0;
+    // A registry that was worked on cannot be opened; the sentence says why.
+    virtual OpcaoDaFalta Falta(const std::string &frase) = 0;
+    // A question of yes or no; no is what a hurried person answers.
+    virtual bool Aceita(const std::string &pergunta) = 0;
+    virtual void Avisa(const std::string &frase) = 0;
+    // The sample is being made: the part that is done, 0 to 1.
+    virtual void Progresso(double parte) = 0;
+};
+
+// What the desk does before it works: finds the registry of a data directory, or has it made by a person who asks for
+// it. Once a directory has known a registry, nothing is made where that is missing.
+class Inicio {
+  public:
+    using Progresso = std::function<void(double)>;
+    // preenche: makes a sample of a new registry. restaura: puts a backup in the place of a registry.
+    Inicio(std::filesystem::path diretorio, Preferencias &preferencias, Relogio agora,
+           std::function<void(Servicos &, const Progresso &)> preenche,
+           std::function<void(const std::filesystem::path &copia, const std::filesystem::path &registro)> restaura);
+
+    // The services of the registry; Nothing when the person left.
+    Ref<Servicos> Abre(IPessoaNoInicio &pessoa);
+    // Makes a new registry, without questions. A Falha when the directory has or has known one; a sample in its place
+    // is kept beside.
+    Ref<Servicos> Cria(const RegistroNovo &novo);
+    // Makes a new sample in the sample's own directory, in which the desk then works; the one that was there is kept
+    // beside.
+    Ref<Servicos> CriaAmostra(const Progresso &progresso);
+
+    // In which the desk works: the one that was given, or that of the sample.
+    const std::filesystem::path &Diretorio() const { return m_Diretorio; }
+
+  private:
+    Ref<Servicos> Comeca(IPessoaNoInicio &pessoa);
+    Ref<Servicos> Retoma(const RegistroConhecido &conhecido, IPessoaNoInicio &pessoa);
+    Ref<Servicos> AbreEscolhido(IPessoaNoInicio &pessoa);
+    Ref<Servicos> AbreAmostra(IPessoaNoInicio &pessoa);
+    // Whether what stands in the registry's place is a sample: nothing is lost with one of these.
+    bool TemAmostra() const;
+    std::filesystem::path LugarDaAmostra() const;
+    // The registry of this directory is that one from now on.
+    void Lembra(const std::filesystem::path &caminho, Servicos &aberto);
+    // What it begins with is written beside its place, and the whole moved there: an interruption leaves none or all.
+    Ref<Servicos> Faz(const std::filesystem::path &diretorio, TipoDeRegistro tipo,
+                      const std::function<void(Servicos &)> &comeca);
+
+    std::filesystem::path m_Diretorio;
+    Preferencias &m_Preferencias;
+    Relogio m_Agora;
+    std::function<void(Servicos &, const Progresso &)> m_Preenche;
+    std::function<void(const std::filesystem::path &, const std::filesystem::path &)> m_Restaura;
+};
+
+} // namespace mesa

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "desk/host/Inicio.h"
+
+#include <QStringList>
+
+#include <filesystem>
+#include <string>
+
+namespace mesa {
+
+// What the command line asks of the desk.
+struct LinhaDeComando {
+    enum class Ato {
+        Trabalha, // opens the windows
+        Novo,     // makes a new registry, without windows
+        Amostra,  // makes a new sample and opens the windows on it
+        Ajuda
+    };
+
+    Ato OQue = Ato::Trabalha;
+    std::filesystem::path Dados; // data directory
+    RegistroNovo Novo;           // without its password, which comes from the standard input
+    std::string Erro;            // what the line has wrong; empty when nothing
+
+    // argumentos: the program's own name first.
+    static LinhaDeComando Le(const QStringList &argumentos);
+    static const char *Ajuda();
+    // Whether what is asked has no windows; it is asked before there is any toolkit that could read the line.
+    static bool SemJanelas(int argc, const char *const *argv);
+};
+
+// The one line of a stream that is a password, without the characters that end it.
+Segredo LeSenha(std::istream &entrada);
+
+} // namespace mesa

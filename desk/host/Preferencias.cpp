@@ -1,0 +1,109 @@
+#include "desk/host/Preferencias.h"
+
+#include "desk/services/TextoQt.h"
+#include "host/Falha.h"
+
+#include <QFile>
+#include <QRandomGenerator>
+#include <QStandardPaths>
+#include <QUrl>
+
+#include <algorithm>
+#include <array>
+
+namespace mesa {
+
+namespace {
+
+constexpr std::int32_t MinutosDeInicio = 15;
+constexpr const char *Estacao = "estacao";
+constexpr const char *AteTravar = "minutosAteTravar";
+
+// The links on the way are left as they are: one that leads nowhere today is the same directory tomorrow.
+QString ChaveDo(const std::filesystem::path &diretorio)
+{
+    std::filesystem::path inteiro = std::filesystem::absolute(diretorio).lexically_normal();
+    if (!inteiro.has_filename()) {
+        inteiro = inteiro.parent_path();
+    }
+    return "registros/" + QString::fromLatin1(QUrl::toPercentEncoding(QFile::decodeName(inteiro.c_str())));
+}
+
+} // namespace
+
+Preferencias::Preferencias(const std::filesystem::path &arquivo)
+    : m_Guardadas(QFile::decodeName(arquivo.c_str()), QSettings::IniFormat)
+{
+}
+
+std::filesystem::path Preferencias::ArquivoDoUsuario()
+{
+    const QString base = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
+    return QFile::encodeName(base + "/registro-de-equipamentos/preferencias.ini").toStdString();
+}
+
+void Preferencias::Grava(const QString &chave, const QString &valor)
+{
+    m_Guardadas.setValue(chave, valor);
+    m_Guardadas.sync();
+    if (m_Guardadas.status() != QSettings::NoError) {
+        throw Falha(NumeroFalha::ErroDeAcesso, "Preferencias",
+                    "As preferências do usuário não puderam ser gravadas em " + S(m_Guardadas.fileName()) +
+                        ". Confira o espaço em disco e as permissões desse arquivo.");
+    }
+}
+
+std::optional<RegistroConhecido> Preferencias::Registro(const std::filesystem::path &diretorio) const
+{
+    const QString chave = ChaveDo(diretorio);
+    const QString caminho = m_Guardadas.value(chave + "/caminho").toString();
+    if (caminho.isEmpty()) {
+        return std::nullopt;
+    }
+    return RegistroConhecido{QFile::encodeName(caminho).toStdString(),
+                             S(m_Guardadas.value(chave + "/identificador").toString())};
+}
+
+void Preferencias::LembraRegistro(const std::filesystem::path &diretorio, const RegistroConhecido &registro)
+{
+    const QString chave = ChaveDo(diretorio);
+    const std::filesystem::path inteiro = std::filesystem::absolute(registro.Caminho).lexically_normal();
+    Grava(chave + "/identificador", Q(registro.Identificador));
+    Grava(chave + "/caminho", QFile::decodeName(inteiro.c_str()));
+}
+
+std::string Preferencias::Estacao()
+{
+    QString estacao = m_Guardadas.value(mesa::Estacao).toString();
+    if (estacao.isEmpty()) {
+        std::array<quint32, 4> acaso{};
+        QRandomGenerator::system()->fillRange(acaso.data(), static_cast<qsizetype>(acaso.size()));
+        estacao = QString::fromLatin1(QByteArray(reinterpret_cast<const char *>(acaso.data()), sizeof(acaso)).toHex());
+        Grava(mesa::Estacao, estacao);
+    }
+    return S(estacao);
+}
+
+std::int32_t Preferencias::MinutosAteTravar() const
+{
+    bool numero = false;
+    const std::int32_t minutos = m_Guardadas.value(AteTravar, MinutosDeInicio).toInt(&numero);
+    return numero ? std::clamp(minutos, 0, MaisMinutos) : MinutosDeInicio;
+}
+
+void Preferencias::DefineMinutosAteTravar(std::int32_t minutos)
+{
+    Grava(AteTravar, QString::number(std::clamp(minutos, 0, MaisMinutos)));
+}
+
+std::string Preferencias::UltimaConferencia(const std::string &identificador) const
+{
+    return S(m_Guardadas.value("conferencias/" + Q(identificador)).toString());
+}
+
+void Preferencias::LembraConferencia(const std::string &identificador, const std::string &resultado)
+{
+    Grava("conferencias/" + Q(identificador), Q(resultado));
+}
+
+} // namespace mesa

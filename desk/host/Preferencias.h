@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QSettings>
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+
+namespace mesa {
+
+// A registry that was worked on: where it stands, and by what it is known again.
+struct RegistroConhecido {
+    std::filesystem::path Caminho;
+    std::string Identificador;
+};
+
+// What a user's settings keep, whatever registry is open. They stand outside of every data directory, so that they are
+// there when that is not. What cannot be written raises a Falha.
+class Preferencias {
+  public:
+    explicit Preferencias(const std::filesystem::path &arquivo);
+    // Where those of the user stand.
+    static std::filesystem::path ArquivoDoUsuario();
+
+    // The registry of a data directory.
+    std::optional<RegistroConhecido> Registro(const std::filesystem::path &diretorio) const;
+    void LembraRegistro(const std::filesystem::path &diretorio, const RegistroConhecido &registro);
+
+    // By what the sign-in tells this desk from others: made at random, once.
+    std::string Estacao();
+
+    // Minutes without use after which the desk locks; 0 never.
+    static constexpr std::int32_t MaisMinutos = 24 * 60;
+    std::int32_t MinutosAteTravar() const;
+    void DefineMinutosAteTravar(std::int32_t minutos);
+
+    // A moment, in words, and what came of the last check of a registry.
+    std::string UltimaConferencia(const std::string &identificador) const;
+    void LembraConferencia(const std::string &identificador, const std::string &resultado);
+
+  private:
+    void Grava(const QString &chave, const QString &valor);
+
+    QSettings m_Guardadas;
+};
+
+} // namespace mesa

@@ -1,0 +1,65 @@
+#include "desk/windows/FichaQt.h"
+
+#include "desk/services/TextoQt.h"
+#include "desk/windows/Dialogos.h"
+#include "desk/windows/PainelDaFicha.h"
+
+#include <QIcon>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include <utility>
+
+namespace mesa {
+
+FichaQt::FichaQt(Ficha &ficha, BordaDaJanela borda, QWidget *dono)
+    : QDialog(dono),
+      m_Ficha(ficha),
+      m_Borda(std::move(borda)),
+      m_Campos(new PainelDaFicha(ficha, this)),
+      m_Aviso(FazAviso(this))
+{
+    setObjectName(Q(ficha.Nome));
+    setWindowTitle(Q(ficha.Titulo));
+    setWindowIcon(QIcon(":/icones/equipamentos.svg"));
+    QPushButton *ok = FazBotao("ok", "&OK", this);
+    QPushButton *cancelar = FazBotao("cancelar", "&Cancelar", this);
+    ok->setDefault(true);
+    auto *tudo = new QVBoxLayout(this);
+    if (!ficha.Frase.empty()) {
+        tudo->addWidget(FazTexto("frase", Q(ficha.Frase), this));
+    }
+    tudo->addWidget(m_Campos);
+    tudo->addStretch(1);
+    tudo->addWidget(m_Aviso);
+    tudo->addLayout(EmLinha({ok, cancelar}));
+    connect(ok, &QPushButton::clicked, this, [this] { Tenta(); });
+    connect(cancelar, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+FichaQt::~FichaQt()
+{
+    m_Campos->LimpaSenhas();
+}
+
+void FichaQt::Tenta()
+{
+    m_Aviso->clear();
+    m_Campos->Recolhe();
+    m_Campos->RecolheSenhas();
+    bool aceita = false;
+    m_Borda([&] {
+        const auto problema = m_Ficha.Salva(m_Ficha);
+        aceita = !problema;
+        if (problema) {
+            MostraAviso(*m_Aviso, Q(problema->Frase));
+            m_Campos->Foca(problema->Campo);
+        }
+    });
+    if (aceita) {
+        accept();
+    }
+}
+
+} // namespace mesa

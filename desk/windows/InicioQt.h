@@ -1,0 +1,31 @@
+#pragma once
+
+#include "desk/host/Inicio.h"
+
+#include <memory>
+
+class QProgressDialog;
+
+namespace mesa {
+
+// The person in front of the windows that the desk has before its main one.
+class InicioQt : public IPessoaNoInicio {
+  public:
+    InicioQt();
+    ~InicioQt() override;
+
+    OpcaoDoInicio Comeca() override;
+    bool
+    PedeRegistroNovo(const std::function<std::optional<ProblemaDoRegistroNovo>(const RegistroNovo &)> &faz) override;
+    std::optional<std::filesystem::path> EscolheRegistro() override;
+    std::optional<std::filesystem::path> EscolheCopia() override;
+    OpcaoDaFalta Falta(const std::string &frase) override;
+    bool Aceita(const std::string &pergunta) override;
+    void Avisa(const std::string &frase) override;
+    void Progresso(double parte) override;
+
+  private:
+    std::unique_ptr<QProgressDialog> m_Preparo;
+};
+
+} // namespace mesa

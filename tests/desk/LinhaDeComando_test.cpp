@@ -1,0 +1,163 @@
+#include "desk/host/LinhaDeComando.h"
+
+#include "tests/desk/RegistroDeTeste.h"
+
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+using namespace mesa;
+
+namespace {
+
+using Ato = LinhaDeComando::Ato;
+
+LinhaDeComando Le(const QStringList &argumentos)
+{
+    return LinhaDeComando::Le(QStringList{"registro-de-equipamentos"} + argumentos);
+}
+
+TEST(LinhaDeComando, WithoutOptions_WorksOnTheUsersOwnDirectory)
+{
+    const LinhaDeComando linha = Le({});
+    EXPECT_EQ(linha.OQue, Ato::Trabalha);
+    EXPECT_EQ(linha.Erro, "");
+    EXPECT_EQ(linha.Dados.filename(), "registro-de-equipamentos");
+}
+
+TEST(LinhaDeComando, Options_SayWhatIsDoneAndWhere)
+{
+    EXPECT_EQ(Le({"--dados", "aqui"}).Dados, "aqui");
+    EXPECT_EQ(Le({"--dados=aqui", "--amostra"}).OQue, Ato::Amostra);
+    EXPECT_EQ(Le({"--help"}).OQue, Ato::Ajuda);
+    EXPECT_EQ(Le({"-h", "--nada"}).OQue, Ato::Ajuda);
+}
+
+TEST(LinhaDeComando, NewRegistry_TakesWhatItBeginsWith)
+{
+    const LinhaDeComando linha =
+        Le({"--novo", "--cliente", "12", "--nome-cliente", "Autoridade Estadual de Trânsito", "--uf", "rs", "--setor",
+            "Norte", "--setor=Sul", "--usuario", "olga", "--nome", "Olga Reis"});
+    EXPECT_EQ(linha.OQue, Ato::Novo);
+    EXPECT_EQ(linha.Erro, "");
+    EXPECT_EQ(linha.Novo.Cliente.CodCliente, 12);
+    EXPECT_EQ(linha.Novo.Cliente.Nome, "Autoridade Estadual de Trânsito");
+    EXPECT_EQ(linha.Novo.Cliente.UF, "RS");
+    EXPECT_EQ(linha.Novo.Cliente.Setores, (std::vector<std::string>{"Norte", "Sul"}));
+    EXPECT_EQ(linha.Novo.Usuario, "olga");
+    EXPECT_EQ(linha.Novo.Nome, "Olga Reis");
+    EXPECT_TRUE(linha.Novo.Senha.Vazio());
+}
+
+TEST(LinhaDeComando, Mistakes_AreSentences)
+{
+    EXPECT_EQ(Le({"--nada"}).Erro, "A opção \"nada\" não existe.");
+    EXPECT_EQ(Le({"--vazio"}).Erro, "A opção \"vazio\" não existe.");
+    EXPECT_EQ(Le({"--dados"}).Erro, "Falta o valor de uma opção, ou veio um para uma opção que não o tem.");
+    EXPECT_EQ(Le({"--novo=sim"}).Erro, "Falta o valor de uma opção, ou veio um para uma opção que não o tem.");
+    EXPECT_EQ(Le({"solto"}).Erro, "\"solto\" não é uma opção.");
+    EXPECT_EQ(Le({"--uf", "RS"}).Erro, "A opção --uf só vai com --novo.");
+    EXPECT_EQ(Le({"--novo", "--amostra"}).Erro, "As opções --novo e --amostra não vão juntas.");
+}
+
+TEST(LinhaDeComando, Password_IsTheFirstLineWithoutItsEnd)
+{
+    const auto le = [](const std::string &texto) {
+        std::istringstream entrada(texto);
+        return std::string(LeSenha(entrada).Texto());
+    };
+    EXPECT_EQ(le("a senha é\n"), "a senha é");
+    EXPECT_EQ(le("a senha é\r\noutra\n"), "a senha é");
+    EXPECT_EQ(le(" com espaços "), " com espaços ");
+    EXPECT_EQ(le(""), "");
+}
+
+// The program itself, without a screen.
+class ProgramaTeste : public testing::Test {
+  protected:
+    struct Saida {
+        int Codigo = -1;
+        std::string Texto;
+        std::string Erro;
+    };
+    Saida Roda(const QStringList &argumentos, const QByteArray &entrada)
+    {
+        QProcess programa;
+        QProcessEnvironment ambiente = QProcessEnvironment::systemEnvironment();
+        ambiente.insert("XDG_CONFIG_HOME", pasta.filePath("config"));
+        ambiente.remove("DISPLAY");
+        ambiente.remove("QT_QPA_PLATFORM");
+        programa.setProcessEnvironment(ambiente);
+        programa.start(PROGRAMA, argumentos);
+        programa.write(entrada);
+        programa.closeWriteChannel();
+        if (!programa.waitForFinished(60000) || programa.exitStatus() != QProcess::NormalExit) {
+            return {};
+        }
+        return {programa.exitCode(), programa.readAllStandardOutput().toStdString(),
+                programa.readAllStandardError().toStdString()};
+    }
+    Saida Novo(const QByteArray &senha)
+    {
+        return Roda({"--novo", "--dados", pasta.filePath("d"), "--cliente", "3", "--nome-cliente",
+                     "Autoridade das Estradas de Rodagem", "--uf", "MG", "--setor", "Norte", "--usuario", "olga",
+                     "--nome", "Olga Reis"},
+                    senha);
+    }
+    std::string Registro() const { return pasta.filePath("d/registro.db").toStdString(); }
+
+    QTemporaryDir pasta;
+};
+
+TEST_F(ProgramaTeste, New_MakesARegistryWhoseAdministratorSignsIn)
+{
+    const Saida saida = Novo("cavalo grampeador azul\n");
+    EXPECT_EQ(saida.Codigo, 0) << saida.Erro;
+    EXPECT_EQ(saida.Texto, "O registro foi criado em " + Registro() + ".\n");
+    EXPECT_EQ(LinhasSql(Registro(), "SELECT Tipo FROM REGISTRO"), std::vector<std::string>{"1"});
+    EXPECT_EQ(LinhasSql(Registro(), "SELECT u.Usuario || '|' || c.Nome || '|' || c.UF FROM USUARIO u JOIN CLIENTE c "
+                                    "ON c.CodCliente = u.CodCliente"),
+              std::vector<std::string>{"olga|Autoridade das Estradas de Rodagem|MG"});
+    EXPECT_EQ(saida.Erro.find("cavalo"), std::string::npos);
+}
+
+TEST_F(ProgramaTeste, New_WhereThereIsOne_EndsWithASentenceAndLeavesIt)
+{
+    ASSERT_EQ(Novo("cavalo grampeador azul\n").Codigo, 0);
+    const auto antes = LinhasSql(Registro(), "SELECT Identificador FROM REGISTRO");
+    const Saida saida = Novo("cavalo grampeador azul\n");
+    EXPECT_EQ(saida.Codigo, 1);
+    EXPECT_NE(saida.Erro.find("já tem um registro"), std::string::npos) << saida.Erro;
+    EXPECT_EQ(LinhasSql(Registro(), "SELECT Identificador FROM REGISTRO"), antes);
+}
+
+TEST_F(ProgramaTeste, New_WhereTheKnownOneIsAbsent_EndsWithASentenceAndMakesNothing)
+{
+    ASSERT_EQ(Novo("cavalo grampeador azul\n").Codigo, 0);
+    std::filesystem::remove(Registro());
+    const Saida saida = Novo("cavalo grampeador azul\n");
+    EXPECT_EQ(saida.Codigo, 1);
+    EXPECT_NE(saida.Erro.find("não está lá agora"), std::string::npos) << saida.Erro;
+    EXPECT_FALSE(std::filesystem::exists(Registro()));
+}
+
+TEST_F(ProgramaTeste, New_WithAWeakPasswordOrNone_MakesNothing)
+{
+    for (const char *senha : {"registro2026\n", "\n", ""}) {
+        const Saida saida = Novo(senha);
+        EXPECT_EQ(saida.Codigo, 1) << senha;
+        EXPECT_NE(saida.Erro, "") << senha;
+        EXPECT_FALSE(std::filesystem::exists(pasta.filePath("d").toStdString())) << senha;
+    }
+}
+
+TEST_F(ProgramaTeste, Help_IsTheDesksOwnAndMistakesEndWithTwo)
+{
+    EXPECT_EQ(Roda({"--help"}, "").Texto, LinhaDeComando::Ajuda());
+    EXPECT_EQ(Roda({"--novo", "--nada"}, "").Codigo, 2);
+}
+
+} // namespace
