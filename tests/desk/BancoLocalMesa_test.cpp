@@ -199,10 +199,9 @@ TEST_F(BancoLocalMesaTeste, Files_OfTheDesk_AreForTheirOwnerAndCloseWhenTheyWere
         EXPECT_EQ(ModoDe(dados), 0700U);
         EXPECT_EQ(ModoDe(dados / "local.db"), 0600U);
         EXPECT_EQ(ModoDe(dados / "modulo"), 0700U);
-        EXPECT_EQ(ModoDe(dados / "layouts"), 0700U);
     };
     confere();
-    for (const char *qual : {"", "modulo", "layouts"}) {
+    for (const char *qual : {"", "modulo"}) {
         std::filesystem::permissions(dados / qual, std::filesystem::perms(0755));
     }
     std::filesystem::permissions(dados / "local.db", std::filesystem::perms(0644));
