@@ -4,6 +4,7 @@
 #include "controls/ztClienteSetor.h"
 #include "controls/ztEndereco.h"
 #include "desk/host/ServicosMesa.h"
+#include "desk/services/Disco.h"
 
 #include <algorithm>
 
@@ -19,7 +20,7 @@ HostMesa::HostMesa(Ref<IJanelas> janelas, std::filesystem::path diretorio, std::
     : m_Janelas(std::move(janelas)),
       m_Diretorio(std::move(diretorio))
 {
-    std::filesystem::create_directories(m_Diretorio);
+    FazPastaPrivada(m_Diretorio);
     m_Plataforma = Novo<PlataformaMesa>(m_Janelas, m_Diretorio / "modulo", std::move(agora));
     m_Plataforma->PoePasta(PastaDosLayouts(), [this] { return DadosVorMesa::ArquivosDeLayout(*Servico()); });
     m_Controles = Novo<FabricaControles>();

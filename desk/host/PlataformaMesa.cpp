@@ -1,6 +1,7 @@
 #include "desk/host/PlataformaMesa.h"
 
 #include "desk/host/Caminhos.h"
+#include "desk/services/Disco.h"
 #include "host/Conversoes.h"
 #include "host/Falha.h"
 #include "host/Texto.h"
@@ -62,7 +63,7 @@ PlataformaMesa::PlataformaMesa(Ref<IJanelas> janelas, std::filesystem::path dire
       m_Agora(std::move(agora)),
       m_Aplicacao(Novo<AplicacaoDoModulo>())
 {
-    std::filesystem::create_directories(m_DiretorioModulo);
+    FazPastaPrivada(m_DiretorioModulo);
 }
 
 void PlataformaMesa::DefinePonteiro(std::int16_t valor)

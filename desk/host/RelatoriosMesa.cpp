@@ -1,6 +1,7 @@
 #include "desk/host/AplicacaoMesa.h"
 
 #include "desk/host/Caminhos.h"
+#include "desk/services/Disco.h"
 
 #include <QPageSize>
 #include <QPdfWriter>
@@ -31,7 +32,7 @@ RelatoriosMesa::RelatoriosMesa(Ref<IJanelas> janelas, std::filesystem::path temp
     : m_Janelas(std::move(janelas)),
       m_Temporarios(std::move(temporarios))
 {
-    std::filesystem::create_directories(m_Temporarios);
+    FazPastaPrivada(m_Temporarios);
 }
 
 bool RelatoriosMesa::Imprimir(ParametrosRelatorio &parametros)

@@ -3,6 +3,7 @@
 #include "controls/PreparaDetalhes.h"
 #include "desk/host/Caminhos.h"
 #include "desk/services/ConteudoPdf.h"
+#include "desk/services/Disco.h"
 #include "desk/services/LayoutED.h"
 #include "desk/services/Referencias.h"
 #include "host/Conversoes.h"
@@ -219,7 +220,7 @@ bool DadosVorMesa::RecebeDocumento(double nroDocumento, Bytes &bytes, bool)
 
 DiretoriosMesa::DiretoriosMesa(std::filesystem::path temporarios) : m_Temporarios(std::move(temporarios))
 {
-    std::filesystem::create_directories(m_Temporarios);
+    FazPastaPrivada(m_Temporarios);
 }
 
 std::string DiretoriosMesa::ObtemDiretorio(std::int16_t codigo, const std::string &subdiretorio)

@@ -10,8 +10,8 @@
 
 namespace mesa {
 
-Ref<Servicos> Servicos::Abre(const std::string &caminho, Relogio agora, const std::string &pastaDasCopias,
-                             const CustoDaSenha &custo)
+Ref<Servicos> Servicos::Abre(const std::string &caminho, Relogio agora, const CustoDaSenha &custo,
+                             const std::string &pastaDasCopias)
 try {
     const Instante momento = agora();
     auto banco = std::make_shared<Banco>(std::make_unique<DialetoSQLite>(), caminho, momento, [&] {

@@ -23,8 +23,8 @@ class Servicos : public Objeto {
 
     // caminho: file of the embedded database. agora: the clock; every moment written comes from it. A registry whose
     // schema is about to change is copied before, into pastaDasCopias or, without one, Copia::PastaPadrao.
-    static Ref<Servicos> Abre(const std::string &caminho, Relogio agora, const std::string &pastaDasCopias = "",
-                              const CustoDaSenha &custo = {});
+    static Ref<Servicos> Abre(const std::string &caminho, Relogio agora, const CustoDaSenha &custo = {},
+                              const std::string &pastaDasCopias = "");
     // A new registry with nobody in it. Fault 58 where there is a file of that name.
     static Ref<Servicos> Cria(const std::string &caminho, TipoDeRegistro tipo, Relogio agora,
                               const CustoDaSenha &custo = {});

@@ -193,6 +193,9 @@ bool SessaoSql::Opera(bool escreve, const Trabalho &trabalho, std::string &recus
 {
     recusa.clear();
     try {
+        if (escreve && !m_Banco->SomenteLeitura().empty()) {
+            throw Recusa(m_Banco->SomenteLeitura() + " Nada foi gravado.");
+        }
         std::vector<std::string> corrigidas;
         try {
             Roda(escreve, trabalho, m_Pergunta || m_ExigeMotivo ? "" : MotivoCorrecao::Nenhum);

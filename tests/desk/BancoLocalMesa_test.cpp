@@ -2,6 +2,7 @@
 
 #include "controls/OrdemPortuguesa.h"
 #include "host/Falha.h"
+#include "tests/desk/PastaDeTeste.h"
 
 #include <gtest/gtest.h>
 
@@ -204,6 +205,23 @@ TEST_F(BancoLocalMesaTeste, AtualizaReplica_ThatFailsInTheMiddle_LeavesTheOldOne
                           {3, "Autoridade Municipal de Trânsito", "D", "R", 1}}),
                  Falha);
     EXPECT_EQ(Coluna("Codigo", "SELECT * FROM VOREQUIPTO ORDER BY NroIntEquip"), (Textos{"A", "B"}));
+}
+
+TEST_F(BancoLocalMesaTeste, Files_OfTheDesk_AreForTheirOwnerAndCloseWhenTheyWereOpen)
+{
+    const std::filesystem::path dados = mesa.Diretorio() / "dados";
+    const auto confere = [&] {
+        EXPECT_EQ(ModoDe(dados), 0700U);
+        EXPECT_EQ(ModoDe(dados / "local.db"), 0600U);
+        EXPECT_EQ(ModoDe(dados / "modulo"), 0700U);
+    };
+    confere();
+    for (const char *qual : {"", "modulo"}) {
+        std::filesystem::permissions(dados / qual, std::filesystem::perms(0755));
+    }
+    std::filesystem::permissions(dados / "local.db", std::filesystem::perms(0644));
+    Novo<HostMesa>(mesa.Janelas, dados, [] { return DataDe(20, 11, 2026); });
+    confere();
 }
 
 TEST_F(BancoLocalMesaTeste, Arquivo_ThatIsNoDatabase_IsAFault)

@@ -181,7 +181,7 @@ TEST_F(ServicosAbertura, Open_OnADiskOfTheNetwork_IsForLookingAndSaysWhatToDoIns
         return Novo<ServicosSql>(std::make_shared<Banco>(std::make_unique<DialetoSQLite>(
                                                              [](const fs::path &) { return std::string("NFS"); }),
                                                          Caminho(), Agora()),
-                                 Agora);
+                                 Agora, CustoDaSenha());
     };
     {
         const auto servicos = abre();
@@ -338,7 +338,7 @@ TEST_F(ServicosAbertura, Open_OfAnEarlierVersion_IsCopiedBeforeItIsBroughtUpToDa
     CriaRegistroVersao1(antigo);
     const std::string antes = Conteudo(antigo);
     const QTemporaryDir lugar;
-    Servicos::Abre(antigo, Agora, lugar.path().toStdString());
+    Servicos::Abre(antigo, Agora, {}, lugar.path().toStdString());
     ASSERT_EQ(Nomes(lugar.path().toStdString()), std::vector<std::string>{"registro.20261120-120000.db"});
     EXPECT_EQ(Conteudo(lugar.filePath("registro.20261120-120000.db").toStdString()), antes);
     EXPECT_NE(Conteudo(antigo), antes);
@@ -446,7 +446,7 @@ TEST_F(ServicosAbertura, Open_OfAnEarlierVersionThatCannotBeCopied_LeavesItAsItI
               "O registro é de uma versão anterior e não foi atualizado, porque antes se faz uma cópia. A cópia "
               "não foi feita. Não foi possível gravar em " +
                   arquivo.string() + ": não é uma pasta.",
-              [&] { Servicos::Abre(antigo, Agora, arquivo); }));
+              [&] { Servicos::Abre(antigo, Agora, {}, arquivo); }));
     EXPECT_EQ(Conteudo(antigo), antes);
 }
 
