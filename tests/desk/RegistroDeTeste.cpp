@@ -171,7 +171,7 @@ void RegistroDeTeste::Reabre()
 Ref<Servicos> RegistroDeTeste::AbreOutro()
 {
     return Servicos::Abre(
-        Caminho(), [this] { return Relogio; }, "", CustoDeTeste);
+        Caminho(), [this] { return Relogio; }, CustoDeTeste);
 }
 
 void RegistroDeTeste::PassaSegundos(std::int32_t n)

@@ -873,7 +873,7 @@ class ServicosPrimeiroAdministrador : public testing::Test {
     Ref<Servicos> Abre() const
     {
         return Servicos::Abre(
-            Caminho(), [] { return DataDe(20, 11, 2026, 10, 0, 0); }, "", CustoDeTeste);
+            Caminho(), [] { return DataDe(20, 11, 2026, 10, 0, 0); }, CustoDeTeste);
     }
     std::string Caminho() const { return m_Diretorio.filePath("registro.db").toStdString(); }
     std::string Sql(const std::string &comando) const { return LinhasSql(Caminho(), comando).at(0); }

@@ -344,7 +344,7 @@ TEST_F(ServicosEntrada, Entra_WhenTheCostHasRisen_KeepsThePasswordAtTheNewCost)
 {
     const auto maisCaro = [&](const std::string &senha) {
         const auto servicos = Servicos::Abre(
-            m_Registro.Caminho(), [this] { return m_Registro.Relogio; }, "", CustoDaSenha{2, 16384});
+            m_Registro.Caminho(), [this] { return m_Registro.Relogio; }, CustoDaSenha{2, 16384});
         return static_cast<bool>(servicos->Entra("ana", senha, "mesa 1", m_Recusa, m_Espera));
     };
     const auto guardada = [&] { return m_Registro.Sql("SELECT substr(Senha, 1, 28) || Versao FROM USUARIO"); };

@@ -164,7 +164,7 @@ try {
     const QCoreApplication aplicacao(argc, argv);
     const std::string usuario = argv[2];
     const auto servicos = Servicos::Abre(
-        argv[1], [] { return DataDe(20, 11, 2026, 10, 0, 0); }, "", CustoDeTeste);
+        argv[1], [] { return DataDe(20, 11, 2026, 10, 0, 0); }, CustoDeTeste);
     std::string recusa;
     std::int32_t espera = 0;
     const auto sessao = servicos->Entra(usuario, "senha de " + usuario, "estação de teste", recusa, espera);
