@@ -3,14 +3,13 @@
 #include <QString>
 #include <QVariant>
 
+#include <sqlite3.h>
+
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <stdexcept>
 #include <string>
-
-struct sqlite3;
-struct sqlite3_stmt;
 
 namespace mesa {
 

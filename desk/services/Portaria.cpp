@@ -66,14 +66,6 @@ std::optional<Portaria::Entrada> Portaria::Entra(const std::string &usuario, con
                               "senha incorreta",
                               "Usuário ou senha incorretos."};
     const Achado achado = m_Banco->Le([&] { return Acha("u.Chave = ?", Q(tentativa.Chave)); });
-    // Where nothing can be written, nothing is counted: who has the file there can try without this program.
-    if (!m_Banco->SomenteLeitura().empty()) {
-        if (!Senhas::Confere(achado.Ativo ? achado.Senha : "", senha, m_Custo)) {
-            recusa = tentativa.Recusa;
-            return std::nullopt;
-        }
-        return Entrada{achado.Quem, tentativa.Estacao, {}};
-    }
     Entrada entrada{{}, tentativa.Estacao, {}};
     const auto entra = [&](const Achado &quem, bool estacaoConhecida) {
         entrada.Quem = quem.Quem;

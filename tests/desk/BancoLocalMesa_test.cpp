@@ -90,7 +90,6 @@ class BancoLocalMesaTeste : public testing::Test {
         sessao.Cadastrados = {{0, "Autoridade Municipal de Trânsito", {}, uf}};
         mesa.Host->BancoLocal->AtualizaReplica(sessao);
     }
-    std::filesystem::path Arquivo() const { return mesa.Diretorio() / "dados" / "local.db"; }
 
     HospedeiroDeTeste mesa;
 };
@@ -138,19 +137,25 @@ TEST_F(BancoLocalMesaTeste, Municipio_AsTheModuleAsks_IsOfTheClientsOwnState)
 
 TEST_F(BancoLocalMesaTeste, Municipios_OfAnOlderFile_AreWrittenAnew)
 {
+    const std::filesystem::path pasta = Pasta("antiga");
+    const std::string arquivo = (pasta / "local.db").string();
+    BancoLocalMesa{pasta};
     // As the first version left them: of one state, and others than these.
-    LinhasSql(Arquivo().string(), "DELETE FROM Municipio WHERE UF_MUNIC <> 'RS'; PRAGMA user_version = 0;"
-                                  "INSERT INTO Municipio VALUES (4399999, 'Antigo', 'RS', 9999)");
-    const BancoLocalMesa aberto(Arquivo());
-    EXPECT_EQ(Coluna("x", "SELECT COUNT(*) AS x FROM Municipio"), Textos{"5571"});
-    EXPECT_EQ(Coluna("NOME_MUNICIPIO", "SELECT * FROM Municipio WHERE COD_MUNIC = 4399999"), Textos{});
+    LinhasSql(arquivo, "DELETE FROM Municipio WHERE UF_MUNIC <> 'RS'; PRAGMA user_version = 0;"
+                       "INSERT INTO Municipio VALUES (4399999, 'Antigo', 'RS', 9999)");
+    BancoLocalMesa{pasta};
+    EXPECT_EQ(LinhasSql(arquivo, "SELECT COUNT(*) FROM Municipio"), Textos{"5571"});
+    EXPECT_EQ(LinhasSql(arquivo, "SELECT NOME_MUNICIPIO FROM Municipio WHERE COD_MUNIC = 4399999"), Textos{});
 }
 
 TEST_F(BancoLocalMesaTeste, Municipios_ThatAreRight_AreNotWrittenAgain)
 {
-    LinhasSql(Arquivo().string(), "UPDATE Municipio SET NOME_MUNICIPIO = 'Marcado' WHERE COD_MUNIC = 4314902");
-    const BancoLocalMesa aberto(Arquivo());
-    EXPECT_EQ(Coluna("NOME_MUNICIPIO", "SELECT * FROM Municipio WHERE COD_MUNIC = 4314902"), Textos{"Marcado"});
+    const std::filesystem::path pasta = Pasta("certa");
+    const std::string arquivo = (pasta / "local.db").string();
+    BancoLocalMesa{pasta};
+    LinhasSql(arquivo, "UPDATE Municipio SET NOME_MUNICIPIO = 'Marcado' WHERE COD_MUNIC = 4314902");
+    BancoLocalMesa{pasta};
+    EXPECT_EQ(LinhasSql(arquivo, "SELECT NOME_MUNICIPIO FROM Municipio WHERE COD_MUNIC = 4314902"), Textos{"Marcado"});
 }
 
 TEST_F(BancoLocalMesaTeste, UCASE_OfAccentedText_RaisesEveryLetterAndKeepsNull)
@@ -219,9 +224,12 @@ TEST_F(BancoLocalMesaTeste, Files_OfTheDesk_AreForTheirOwnerAndCloseWhenTheyWere
     for (const char *qual : {"", "modulo"}) {
         std::filesystem::permissions(dados / qual, std::filesystem::perms(0755));
     }
-    std::filesystem::permissions(dados / "local.db", std::filesystem::perms(0644));
+    // A second desk has files of its own.
+    std::ofstream(dados / "local-2.db").close();
+    std::filesystem::permissions(dados / "local-2.db", std::filesystem::perms(0644));
     Novo<HostMesa>(mesa.Janelas, dados, [] { return DataDe(20, 11, 2026); });
     confere();
+    EXPECT_EQ(ModoDe(dados / "local-2.db"), 0600U);
 }
 
 TEST_F(BancoLocalMesaTeste, Arquivo_ThatIsNoDatabase_IsAFault)

@@ -178,13 +178,14 @@ TEST_F(DiscoCheioTeste, LocalDatabase_ThatCannotBeRenewed_KeepsTheOldCopyAndSays
 
 TEST_F(DiscoCheioTeste, LocalDatabase_ThatCannotBeMade_SaysSoAndIsMadeLater)
 {
-    const std::filesystem::path arquivo = mesa.Diretorio() / "outro.db";
+    const std::filesystem::path pasta = mesa.Diretorio() / "outra";
+    std::filesystem::create_directory(pasta);
     int recusas = 0;
     for (int cabem = 0;; cabem += 3) {
-        std::filesystem::remove(arquivo);
+        std::filesystem::remove(pasta / "local.db");
         const DiscoDeTeste disco(cabem);
         try {
-            const BancoLocalMesa banco(arquivo);
+            const BancoLocalMesa banco(pasta);
             break;
         } catch (const Falha &falha) {
             ++recusas;
@@ -192,22 +193,24 @@ TEST_F(DiscoCheioTeste, LocalDatabase_ThatCannotBeMade_SaysSoAndIsMadeLater)
         }
     }
     EXPECT_GT(recusas, 2);
-    BancoLocalMesa banco(arquivo);
+    BancoLocalMesa banco(pasta);
     EXPECT_EQ(Linhas(banco, "SELECT * FROM Municipio"), 5571);
 }
 
 TEST_F(DiscoCheioTeste, LocalDatabase_ThatMayOnlyBeRead_SaysSo)
 {
-    const std::filesystem::path arquivo = mesa.Diretorio() / "outro.db";
+    const std::filesystem::path pasta = mesa.Diretorio() / "outra";
+    std::filesystem::create_directory(pasta);
     {
-        const BancoLocalMesa banco(arquivo);
+        const BancoLocalMesa banco(pasta);
     }
-    std::filesystem::permissions(arquivo, std::filesystem::perms(0444));
+    std::filesystem::permissions(pasta / "local.db", std::filesystem::perms(0444));
     std::filesystem::permissions(mesa.Diretorio(), std::filesystem::perms::all);
+    std::filesystem::permissions(pasta, std::filesystem::perms::all);
     const SemPrivilegio sem;
     EXPECT_TRUE(Lanca(
         70, "*", "O banco de dados local só pode ser lido: falta permissão para gravar no arquivo ou na sua pasta.",
-        [&] { BancoLocalMesa{arquivo}; }));
+        [&] { BancoLocalMesa{pasta}; }));
 }
 
 // The registry is made beside its place: a disk that fills up leaves none, and the next start makes it whole.

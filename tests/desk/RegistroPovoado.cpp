@@ -3,6 +3,7 @@
 #include "desk/services/Banco.h"
 #include "desk/services/DialetoSQLite.h"
 #include "desk/services/Historico.h"
+#include "desk/services/MapaRegistro.h"
 
 #include <QFile>
 
@@ -34,12 +35,20 @@ QByteArray Povoado()
         auto completo = EquipamentoDe("R-001");
         completo->SubCodigo = "Sub 1";
         completo->SetorInc = "Fiscalização";
-        Poe(completo, Poe(SensorDe(1), AfericaoDe("122", DataDe(1, 1, 2025), DataDe(31, 12, 2025), GuardaPdf(ana, "y"))));
+        Poe(completo, Poe(SensorDe(1),
+                          AfericaoDe("122", DataDe(1, 1, 2025), DataDe(31, 12, 2025), certificado->NroIntImgCertif)));
         Poe(completo, Poe(SensorDe(2), certificado));
         const std::int32_t numero = Inclui(ana, completo);
         Inclui(ana, EquipamentoDe("R-002"));
-        Exigido(Pede(ana, "alteraListaLimitesDif",
-                     ListaDeLimites({LimiteDe(numero, 2, 730, 900), LimiteDe(numero, 3, 0, 600)})));
+        Exigido(Pede(ana, "alteraListaLimitesDif", ListaDeLimites({LimiteDe(numero, 2, 730, 900)})));
+        {
+            // As one of an earlier time: equipment of this type has no prohibited hours.
+            Banco banco(std::make_unique<DialetoSQLite>(), registro.Caminho(), registro.Relogio);
+            banco.Escreve([&] {
+                MapaRegistro::Insere(banco, "LIMITE", *LimiteDe(numero, 3, 0, 600, 0), {{"Versao", 1}});
+                Historico(banco).Registra(registro.Relogio, 1, {"LIMITE", 2, 1, "LIMITE", 2, "inclui"});
+            });
+        }
         Exigido(Pede(ana, "adicionaDiaEspecifico", DiaDe(numero, DataDe(25, 12, 2026), 730, 900)));
         registro.PassaSegundos(3600);
         Exigido(Pede(ana, "altera", Com(Abre(ana, numero), &EquiptoED::Descricao, "Av. Ipiranga, 1200")));

@@ -464,7 +464,7 @@ TEST_F(ServicosAdministracao, EveryChange_OfAStaleCopy_IsRefused)
                   "alteração.")
             << metodo;
         EXPECT_EQ(RecusaDe(m_Marta, metodo, SoUsuario(2, 0)),
-                  "O usuário bruno não foi aberto nesta sessão. Abra-o antes de alterá-lo.")
+                  "O usuário bruno não foi aberto. Abra-o antes de alterá-lo.")
             << metodo;
     }
     NadaMudou();

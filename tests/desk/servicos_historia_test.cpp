@@ -238,6 +238,9 @@ class Oficina {
     template <class Servico, class Resposta, class Pedido>
     Resposta Pede(Resposta (Servico::*operacao)(Pedido &), const Ref<std::remove_const_t<Pedido>> &pedido)
     {
+        if constexpr (!std::is_const_v<Pedido>) {
+            Marca(*pedido);
+        }
         Operacao contexto(*m_Banco, m_Quem, Agora(), CustoDeTeste, "motivo");
         Servico servico(contexto);
         if constexpr (std::is_void_v<Resposta>) {
@@ -285,6 +288,23 @@ class Oficina {
     }
 
   private:
+    // With the version of its row, as whoever has just read it.
+    std::int64_t Versao(const QString &tabela, const QString &chave, std::int32_t numero)
+    {
+        Consulta linha(*m_Banco, "SELECT Versao FROM " + tabela + " WHERE " + chave + " = ?", {numero});
+        return linha.Proxima() ? linha.Inteiro(0) : 0;
+    }
+    void Marca(EquiptoED &equipto)
+    {
+        equipto.VersaoLida = Versao("EQUIPAMENTO", "NroIntEquip", equipto.NroIntEquip);
+        const ListaDe<LimiteDifED> &limites = equipto.ListaLimiteDif;
+        for (std::int32_t n = 1; !limites.Nada() && n <= limites->Count(); ++n) {
+            Marca(*limites->Item(n));
+        }
+    }
+    void Marca(LimiteDifED &limite) { limite.VersaoLida = Versao("LIMITE", "NroInt", limite.NroInt); }
+    void Marca(DiaEspecificoED &dia) { dia.VersaoLida = Versao("DIA", "NroInt", dia.NroInt); }
+
     RegistroDeTeste m_Registro;
     Operador m_Quem;
     std::unique_ptr<Banco> m_Banco;
