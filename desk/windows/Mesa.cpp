@@ -12,6 +12,7 @@
 #include "desk/windows/FichaQt.h"
 #include "desk/windows/Involucro.h"
 #include "desk/windows/JanelaAdministracao.h"
+#include "desk/windows/JanelaDaCabeca.h"
 #include "desk/windows/JanelaDeTrabalho.h"
 #include "host/Conversoes.h"
 #include "shell/Especifica.h"
@@ -196,6 +197,12 @@ void Mesa::MontaMenuRegistro()
     m_Copiar = m_MenuRegistro->addAction("&Fazer cópia...");
     m_Copiar->setObjectName("fazerCopia");
     connect(m_Copiar, &QAction::triggered, this, [this] { NaBorda([this] { CopiaRegistro(); }); });
+    m_Restaurar = m_MenuRegistro->addAction("&Restaurar...");
+    m_Restaurar->setObjectName("restaurar");
+    connect(m_Restaurar, &QAction::triggered, this, [this] { NaBorda([this] { RestauraRegistro(); }); });
+    m_Exportar = m_MenuRegistro->addAction("&Exportar cabeça...");
+    m_Exportar->setObjectName("exportarCabeca");
+    connect(m_Exportar, &QAction::triggered, this, [this] { NaBorda([this] { ExportaCabeca(); }); });
 }
 
 void Mesa::DefineAtos(AtosDoRegistro atos)
@@ -289,6 +296,7 @@ void Mesa::TrocaDeUsuario()
 
 void Mesa::Entra(const Ref<SessaoServico> &sessao)
 {
+    sessao->PerguntaMotivo([this](const std::string &oQue) { return PedeMotivo(oQue); });
     m_Host->Entra(sessao);
     m_Geral->Logon(m_Host->objMTM(), m_Host->objSCA(), "");
     LimpaCertificados();
@@ -361,7 +369,10 @@ void Mesa::HabilitaFerramentas()
     m_MenuAdministracao->menuAction()->setVisible(!m_MenuAdministracao->isEmpty());
     m_Conferir->setVisible(static_cast<bool>(m_Atos.Confere));
     m_Copiar->setVisible(static_cast<bool>(m_Atos.Copia));
-    m_MenuRegistro->menuAction()->setVisible(tem(Permissoes::Copias) && (m_Atos.Confere || m_Atos.Copia));
+    m_Restaurar->setVisible(static_cast<bool>(m_Atos.Restaura));
+    m_Exportar->setVisible(static_cast<bool>(m_Atos.Cabeca));
+    m_MenuRegistro->menuAction()->setVisible(tem(Permissoes::Copias) &&
+                                             std::ranges::any_of(m_MenuRegistro->actions(), &QAction::isVisible));
 }
 
 bool Mesa::MostraFicha(Ficha &ficha)
@@ -443,6 +454,27 @@ void Mesa::CopiaRegistro()
             [this, onde = S(pasta)](const SegueAto &segue) { return m_Atos.Copia(onde, segue); }, this);
         m_Janelas->MostraEEspera(Novo<DialogoQt>(&janela));
     }
+}
+
+void Mesa::RestauraRegistro()
+{
+    const QString copia = QFileDialog::getOpenFileName(this, "Restaurar uma cópia do registro", {},
+                                                       "Cópias do registro (*.db);;Todos os arquivos (*)");
+    if (!copia.isEmpty() &&
+        PerguntaSimNao("Restaurar",
+                       "A mesa será fechada, e o que não foi salvo se perde. O registro voltará a ser o que era "
+                       "quando a cópia foi feita; o de agora fica guardado ao lado. Restaurar a cópia " +
+                           copia + "?",
+                       this)) {
+        m_Atos.Restaura(S(copia));
+        close();
+    }
+}
+
+void Mesa::ExportaCabeca()
+{
+    JanelaDaCabeca janela(m_Atos.Cabeca(), this);
+    m_Janelas->MostraEEspera(Novo<DialogoQt>(&janela));
 }
 
 void Mesa::ConfereOciosidade()

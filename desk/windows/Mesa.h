@@ -81,6 +81,8 @@ class Mesa : public QMainWindow {
     void AbreAdministracao(int pagina);
     void ConfereRegistro();
     void CopiaRegistro();
+    void RestauraRegistro();
+    void ExportaCabeca();
     void MostraConferencia();
     void MostraReplica();
     void AtualizaReplica();
@@ -112,6 +114,8 @@ class Mesa : public QMainWindow {
     QMenu *m_MenuRegistro = nullptr;
     QAction *m_Conferir = nullptr;
     QAction *m_Copiar = nullptr;
+    QAction *m_Restaurar = nullptr;
+    QAction *m_Exportar = nullptr;
     QMenu *m_MenuJanela = nullptr;
     QLabel *m_Usuario = nullptr;
     QLabel *m_Cliente = nullptr;

@@ -114,9 +114,14 @@ class InicioTeste : public testing::Test {
                 servicos.CadastraCliente({1, "Amostra", {}, "RS"});
                 progresso(1);
             },
-            [this](const std::filesystem::path &copia, const std::filesystem::path &registro) {
-                restauradas.push_back(copia.filename().string() + " em " + registro.filename().string());
-                std::filesystem::copy_file(copia, registro);
+            [this](const std::filesystem::path &registro, const PedidoDeRestauracao &pedido) {
+                restauradas.push_back(std::filesystem::path(pedido.Arquivo).filename().string() + " em " +
+                                      registro.filename().string());
+                const DesfechoDaCopia desfecho = Restauracao(registro.string(), {}).Faz(pedido, Manha());
+                if (!desfecho.Feita) {
+                    pessoa.Avisa(desfecho.Frase);
+                }
+                return desfecho;
             });
     }
     Ref<Servicos> Abre() { return Comeco().Abre(pessoa); }
@@ -381,6 +386,34 @@ TEST_F(InicioTeste, Restoring_PutsTheCopyInThePlaceOfTheKnownOneAndOpensIt)
     pessoa.Arquivos = {Em("guardado.db")};
     EXPECT_EQ(Abre()->Identificador(), antes);
     EXPECT_EQ(restauradas, Linhas{"guardado.db em registro.db"});
+}
+
+TEST_F(InicioTeste, Restoring_ACopyOfAnotherRegistry_IsDoneByAYesOnly)
+{
+    Conhecido();
+    const std::string outro = Outro("outro.db");
+    Some();
+    pessoa.NaFalta = {OpcaoDaFalta::RestaurarCopia};
+    pessoa.Arquivos = {Em("outro.db")};
+    EXPECT_TRUE(Abre().Nada());
+    EXPECT_FALSE(std::filesystem::exists(Registro()));
+
+    pessoa.NaFalta = {OpcaoDaFalta::RestaurarCopia};
+    pessoa.Arquivos = {Em("outro.db")};
+    pessoa.Respostas = {true, true}; // restore it, and work in it
+    EXPECT_EQ(Abre()->Identificador(), outro);
+}
+
+TEST_F(InicioTeste, Restoring_WhatWasOpenedLast_KeepsWhatItReplaces)
+{
+    Inicio comeco = Comeco();
+    const std::string antes = comeco.Cria(Novidade())->Identificador();
+    std::filesystem::copy_file(Registro(), Em("copia.db"));
+    EXPECT_EQ(comeco.Registro(), Registro());
+    comeco.Restaura(Em("copia.db"), pessoa);
+    EXPECT_EQ(pessoa.Lido, Linhas{});
+    EXPECT_EQ(NoDiretorio("d").size(), 2U);
+    EXPECT_EQ(comeco.Abre(pessoa)->Identificador(), antes);
 }
 
 TEST_F(InicioTeste, Restoring_Fails_IsToldWithTheChoicesAgain)

@@ -5,6 +5,7 @@
 #include "desk/windows/JanelaDeTrabalho.h"
 #include "host/Falha.h"
 #include "tests/desk/MesaTeste.h"
+#include "tests/desk/PastaDeTeste.h"
 #include "tests/desk/Retrato.h"
 #include "tests/desk/Teclado.h"
 
@@ -199,6 +200,37 @@ TEST_F(JanelasDaMesaTeste, Reason_GivenUp_IsNone)
     EXPECT_EQ(motivo, std::nullopt);
 }
 
+TEST_F(JanelasDaMesaTeste, Correction_AsksForTheReasonAndStoresNothingWithoutOne)
+{
+    const auto sessao = registro.Sessao("ana");
+    IncluiComSensores(sessao, {{AfericaoDe("1", DataDe(1, 1, 2026), DataDe(30, 6, 2026))}});
+    mesa.Entra(sessao);
+    const auto corrige = [&](const std::function<void(Teclado &)> &jornada) {
+        Retorno retorno;
+        NaFrente(
+            [&] {
+                Abre(sessao, 1);
+                retorno = Pede(sessao, "altera",
+                               Poe(SoNumero(1), Poe(SoSensor(1), Com(SoAfericao(1), &AfericaoED::Marca, "555"))));
+            },
+            jornada);
+        return retorno;
+    };
+    const auto motivos = [&] {
+        return registro.Sql("SELECT COUNT(*) || ' ' || MAX(COALESCE(Motivo, '')) FROM HISTORICO WHERE Entidade = "
+                            "'AFERICAO'");
+    };
+    const Retorno desistida = corrige([](Teclado &t) {
+        t.EsperaJanela("Motivo")
+            .EsperaTexto("frase", "Esta gravação corrige a aferição 1 do sensor 1.")
+            .Tecla(Qt::Key_Escape);
+    });
+    EXPECT_FALSE(desistida.Feita);
+    EXPECT_EQ(motivos(), "1 ");
+    EXPECT_TRUE(corrige([](Teclado &t) { t.EsperaJanela("Motivo").Escreve("certificado trocado").Alt('O'); }).Feita);
+    EXPECT_EQ(motivos(), "2 certificado trocado");
+}
+
 TEST_F(JanelasDaMesaTeste, Work_OnTheWholeRegistry_ShowsHowFarItIsAndWhatCameOfIt)
 {
     std::binary_semaphore adiante(0);
@@ -302,6 +334,101 @@ TEST_F(JanelasDaMesaTeste, MenuOfTheRegistry_OfWhomHasNoRight_IsNotThere)
     atos.Confere = [](const SegueAto &) { return ResultadoDoAto{}; };
     mesa.DefineAtos(atos);
     EXPECT_FALSE(mesa.findChild<QAction *>("menuRegistro")->isVisible());
+}
+
+// The menu of the registry, in the hands of saulo, who may do everything, over what really does it.
+class MenuDoRegistroTeste : public MesaTeste {
+  protected:
+    MenuDoRegistroTeste()
+    {
+        QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+        AtosDoRegistro atos = FazAtosDoRegistro(registro.Caminho(), [this] { return registro.Relogio; });
+        atos.Restaura = [this](const std::string &copia) { restaurada = copia; };
+        mesa.DefineAtos(atos);
+        mesa.show();
+        mesa.Entra(registro.Sessao("saulo"));
+    }
+    static void Percorre(const std::function<void(Teclado &)> &jornada) { EXPECT_EQ(Teclado::Percorre(jornada), ""); }
+    static void Abre(Teclado &t, const QString &item) { t.EsperaJanela("Mesa").Alt('G').EscolheNoMenu(item); }
+
+    std::string restaurada;
+};
+
+TEST_F(MenuDoRegistroTeste, Check_IsToldInTheStatusBarAndItsReportIsSaved)
+{
+    Percorre([&](Teclado &t) {
+        Abre(t, "Conferir registro...");
+        t.EsperaJanela("Trabalho").EsperaTexto("fechar", "&Fechar").Alt('S');
+        t.EsperaEscolhaDeArquivo().Ctrl(Qt::Key_A).Escreve(pasta.filePath("relatorio.txt") + "\r");
+        t.EsperaJanela("Trabalho").Alt('F').EsperaJanela("Mesa");
+        t.EsperaTexto("estadoConferencia", "Conferido em 20/11/2026 às 10:00: sem problemas");
+    });
+    const std::string relatorio = BytesDe(pasta.filePath("relatorio.txt").toStdString());
+    EXPECT_NE(relatorio.find("Arquivo: " + registro.Caminho()), std::string::npos) << relatorio;
+
+    LinhasSql(registro.Caminho(), "UPDATE USUARIO SET Nome = 'Outra' WHERE Usuario = 'saulo'");
+    Percorre([&](Teclado &t) {
+        Abre(t, "Conferir registro...");
+        t.EsperaJanela("Trabalho").EsperaTexto("fechar", "&Fechar");
+        EXPECT_NE(NaTela([] {
+                      return dynamic_cast<QPlainTextEdit *>(Teclado::Acha("achados"))->toPlainText().toStdString();
+                  }).find("Outra"),
+                  std::string::npos);
+        t.Alt('F').EsperaJanela("Mesa");
+        t.EsperaTexto("estadoConferencia", "Conferido em 20/11/2026 às 10:00: 1 problema");
+    });
+}
+
+TEST_F(MenuDoRegistroTeste, Copy_IsMadeWhereItWasAskedFor)
+{
+    const QString copias = pasta.filePath("copias");
+    std::filesystem::create_directory(copias.toStdString());
+    Percorre([&](Teclado &t) {
+        Abre(t, "Fazer cópia...");
+        t.EsperaEscolhaDeArquivo().Ctrl(Qt::Key_A).Escreve(copias + "\r");
+        t.EsperaJanela("Trabalho").EsperaTexto("fechar", "&Fechar").Alt('F').EsperaJanela("Mesa");
+    });
+    EXPECT_EQ(Nomes(copias.toStdString()), std::vector<std::string>{"registro.20261120-100000.db"});
+}
+
+TEST_F(MenuDoRegistroTeste, Restore_ByAYes_ClosesTheDeskAndIsLeftToTheProgram)
+{
+    const QString copia = pasta.filePath("copia.db");
+    std::filesystem::copy_file(registro.Caminho(), copia.toStdString());
+    const auto pede = [&](Teclado &t) {
+        Abre(t, "Restaurar...");
+        t.EsperaEscolhaDeArquivo().Ctrl(Qt::Key_A).Escreve(copia + "\r");
+        t.Espera("the question", [] { return Teclado::Frente()->inherits("QMessageBox"); });
+    };
+    Percorre([&](Teclado &t) {
+        pede(t);
+        t.Tecla(Qt::Key_Return).EsperaJanela("Mesa");
+    });
+    EXPECT_EQ(restaurada, "");
+    EXPECT_TRUE(mesa.isVisible());
+    Percorre([&](Teclado &t) {
+        pede(t);
+        t.Alt('S').Espera("the desk is closed", [&] { return !mesa.isVisible(); });
+    });
+    EXPECT_EQ(restaurada, copia.toStdString());
+}
+
+TEST_F(MenuDoRegistroTeste, Head_IsShownAndSavedAndNeverOverAFile)
+{
+    const QString destino = pasta.filePath("cabeca.txt");
+    Percorre([&](Teclado &t) {
+        Abre(t, "Exportar cabeça...");
+        t.EsperaJanela("Cabeca");
+        Retrata("cabeca");
+        t.Alt('S').EsperaEscolhaDeArquivo().Ctrl(Qt::Key_A).Escreve(destino + "\r").EsperaJanela("Cabeca");
+        t.Alt('S').EsperaEscolhaDeArquivo().Ctrl(Qt::Key_A).Escreve(destino + "\r");
+        t.EsperaCaixa("A cabeça do histórico não pôde ser gravada em " + destino +
+                      " (já existe um arquivo com esse nome).");
+        t.Tecla(Qt::Key_Return).EsperaJanela("Cabeca").Alt('F').EsperaJanela("Mesa");
+    });
+    const CabecaAssinada cabeca = CabecaAssinada::LeArquivo(destino.toStdString());
+    EXPECT_TRUE(cabeca.AssinaturaVale());
+    EXPECT_EQ(cabeca.Registro, registro.Aberto().Identificador());
 }
 
 TEST(ResumoDaConferencia, SaysWhenAndHowMany)
