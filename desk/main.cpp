@@ -1,4 +1,5 @@
 #include "desk/host/AtosDoRegistro.h"
+#include "desk/host/DiretorioDeTrabalho.h"
 #include "desk/host/Inicio.h"
 #include "desk/host/LinhaDeComando.h"
 #include "desk/host/Relogio.h"
@@ -86,13 +87,14 @@ int Trabalha(const LinhaDeComando &linha, Preferencias &preferencias)
             const Ref<Servicos> servicos = std::exchange(novaAmostra, false)
                                                ? inicio.CriaAmostra([&](double parte) { pessoa.Progresso(parte); })
                                                : inicio.Abre(pessoa);
-            if (!servicos) {
+            if (!servicos || !inicio.Confere(pessoa)) {
                 return 0;
             }
+            const DiretorioDeTrabalho diretorio(inicio.Diretorio());
             Mesa mesa(
-                servicos, inicio.Diretorio(), [] { return Agora().Local; }, preferencias);
+                servicos, diretorio.Caminho(), [] { return Agora().Local; }, preferencias);
             AtosDoRegistro atos = FazAtosDoRegistro(inicio.Registro().string(), Agora);
-            if (servicos->Tipo() != TipoDeRegistro::Amostra && servicos->SomenteLeitura().empty()) {
+            if (servicos->Tipo() != TipoDeRegistro::Amostra) {
                 atos.Restaura = [&](const std::string &escolhida) { copia = escolhida; };
             }
             mesa.DefineAtos(std::move(atos));

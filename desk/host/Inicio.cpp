@@ -1,7 +1,7 @@
 #include "desk/host/Inicio.h"
 
+#include "desk/services/Conferidor.h"
 #include "desk/services/Disco.h"
-
 #include "desk/services/Recusa.h"
 #include "desk/services/Referencias.h"
 #include "desk/services/RegrasDeSenha.h"
@@ -265,6 +265,13 @@ Ref<Servicos> Inicio::Retoma(const RegistroConhecido &conhecido, IPessoaNoInicio
             return nullptr;
         }
     }
+}
+
+bool Inicio::Confere(IPessoaNoInicio &pessoa) const
+{
+    const ResultadoDaConferencia resultado = Conferidor(m_Registro.string()).ConfereRapido();
+    return resultado.Como == ResultadoDaConferencia::Desfecho::Inteira ||
+           pessoa.Continua(resultado.Frase, resultado.Achados);
 }
 
 void Inicio::Restaura(const std::filesystem::path &copia, IPessoaNoInicio &pessoa)

@@ -9,6 +9,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace mesa {
 
@@ -55,6 +56,8 @@ class IPessoaNoInicio {
     virtual std::optional<std::filesystem::path> EscolheCopia() = 0;
     // A registry that was worked on cannot be opened; the sentence says why.
     virtual OpcaoDaFalta Falta(const std::string &frase) = 0;
+    // What the check of the start has found; whether the desk is opened all the same.
+    virtual bool Continua(const std::string &frase, const std::vector<std::string> &achados) = 0;
     // A question of yes or no; no is what a hurried person answers.
     virtual bool Aceita(const std::string &pergunta) = 0;
     virtual void Avisa(const std::string &frase) = 0;
@@ -83,6 +86,9 @@ class Inicio {
     // beside.
     Ref<Servicos> CriaAmostra(const Progresso &progresso);
 
+    // Looks at what can be looked at of the registry that was opened last while a person waits. False when that person
+    // does not go on with what was found.
+    bool Confere(IPessoaNoInicio &pessoa) const;
     // Puts a copy in the place of the registry that was opened last, which has to be closed by now.
     void Restaura(const std::filesystem::path &copia, IPessoaNoInicio &pessoa);
 

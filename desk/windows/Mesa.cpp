@@ -256,6 +256,11 @@ void Mesa::MontaEstado()
     m_Forcar->setFlat(true);
     m_Forcar->hide();
     statusBar()->setContentsMargins(8, 0, 8, 0);
+    if (!m_Servicos->SomenteLeitura().empty()) {
+        QLabel *consulta = FazTexto("estadoSomenteConsulta", "Somente consulta", this);
+        consulta->setToolTip(Q(m_Servicos->SomenteLeitura()));
+        statusBar()->addWidget(consulta);
+    }
     statusBar()->addWidget(m_Usuario);
     statusBar()->addWidget(m_Cliente);
     statusBar()->addPermanentWidget(m_Conferencia);
@@ -354,7 +359,8 @@ void Mesa::HabilitaFerramentas()
     const auto tem = [&](const std::string &acao) {
         return dentro && m_Host->objSCA()->PossuiPerm2(Permissoes::Sistema, Permissoes::ObjetoAdministracao, acao);
     };
-    m_MinhaSenha->setEnabled(dentro);
+    const bool grava = m_Servicos->SomenteLeitura().empty();
+    m_MinhaSenha->setEnabled(dentro && grava);
     m_Travar->setEnabled(dentro);
     m_MenuAdministracao->clear();
     if (dentro) {
@@ -370,6 +376,7 @@ void Mesa::HabilitaFerramentas()
     m_Conferir->setVisible(static_cast<bool>(m_Atos.Confere));
     m_Copiar->setVisible(static_cast<bool>(m_Atos.Copia));
     m_Restaurar->setVisible(static_cast<bool>(m_Atos.Restaura));
+    m_Restaurar->setEnabled(grava);
     m_Exportar->setVisible(static_cast<bool>(m_Atos.Cabeca));
     m_MenuRegistro->menuAction()->setVisible(tem(Permissoes::Copias) &&
                                              std::ranges::any_of(m_MenuRegistro->actions(), &QAction::isVisible));

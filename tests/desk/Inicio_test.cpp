@@ -1,7 +1,10 @@
 #include "desk/host/Inicio.h"
 
+#include "desk/host/DiretorioDeTrabalho.h"
 #include "host/Falha.h"
+#include "tests/desk/PastaDeTeste.h"
 #include "tests/desk/RegistroDeTeste.h"
+#include "tests/desk/SemPrivilegio.h"
 
 #include <QLockFile>
 #include <QTemporaryDir>
@@ -72,6 +75,12 @@ class PessoaDeTeste : public IPessoaNoInicio {
             AntesDeTentar();
         }
         return Tira(NaFalta, OpcaoDaFalta::Sair);
+    }
+    bool Continua(const std::string &frase, const std::vector<std::string> &achados) override
+    {
+        Lido.push_back("achados: " + frase);
+        Lido.insert(Lido.end(), achados.begin(), achados.end());
+        return Tira(Respostas, false);
     }
     bool Aceita(const std::string &pergunta) override
     {
@@ -376,6 +385,46 @@ TEST_F(InicioTeste, EmptyFile_InThePlaceOfTheKnownOne_IsToldAndStaysAsItIs)
     ASSERT_EQ(pessoa.Lido.size(), 1U);
     EXPECT_EQ(pessoa.Lido[0].substr(0, 7), "falta: ");
     EXPECT_EQ(std::filesystem::file_size(Registro()), 0U);
+}
+
+TEST_F(InicioTeste, Check_OfAWholeRegistry_TellsNothing)
+{
+    Inicio comeco = Comeco();
+    comeco.Cria(Novidade());
+    EXPECT_TRUE(comeco.Confere(pessoa));
+    EXPECT_EQ(pessoa.Lido, Linhas{});
+}
+
+TEST_F(InicioTeste, Check_WithFindings_GoesOnByAYesOnly)
+{
+    Inicio comeco = Comeco();
+    comeco.Cria(Novidade());
+    LinhasSql(Registro(), "UPDATE USUARIO SET Nome = 'Outra'");
+    EXPECT_FALSE(comeco.Confere(pessoa));
+    ASSERT_EQ(pessoa.Lido.size(), 2U);
+    EXPECT_EQ(pessoa.Lido[0].substr(0, 9), "achados: ");
+    EXPECT_NE(pessoa.Lido[1].find("Outra"), std::string::npos) << pessoa.Lido[1];
+    pessoa.Respostas = {true};
+    EXPECT_TRUE(comeco.Confere(pessoa));
+}
+
+TEST_F(InicioTeste, DirectoryOfWork_WhereNothingCanBeWritten_IsAPrivateOneThatGoesAway)
+{
+    std::filesystem::create_directory(Em("d"));
+    EXPECT_EQ(DiretorioDeTrabalho(Em("d")).Caminho(), Em("d"));
+    EXPECT_EQ(DiretorioDeTrabalho(Em("ainda-nao")).Caminho(), Em("ainda-nao"));
+    AbreATodos(Em("d")); // with what leads there
+    std::filesystem::permissions(Em("d"), std::filesystem::perms(0555));
+    std::filesystem::path outro;
+    {
+        const SemPrivilegio sem;
+        const DiretorioDeTrabalho diretorio(Em("d"));
+        outro = diretorio.Caminho();
+        EXPECT_NE(outro, Em("d"));
+        EXPECT_EQ(ModoDe(outro), 0700U);
+    }
+    EXPECT_FALSE(std::filesystem::exists(outro));
+    std::filesystem::permissions(Em("d"), std::filesystem::perms(0700));
 }
 
 TEST_F(InicioTeste, Restoring_PutsTheCopyInThePlaceOfTheKnownOneAndOpensIt)

@@ -7,11 +7,13 @@
 #include "tests/desk/MesaTeste.h"
 #include "tests/desk/PastaDeTeste.h"
 #include "tests/desk/Retrato.h"
+#include "tests/desk/SemPrivilegio.h"
 #include "tests/desk/Teclado.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QFile>
+#include <QLabel>
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QTest>
@@ -169,6 +171,58 @@ TEST(JanelasDoInicio, NewRegistry_GivenUp_IsNotMade)
         },
         [](Teclado &t) { t.EsperaJanela("NovoRegistro").Tecla(Qt::Key_Escape); });
     EXPECT_FALSE(feito);
+}
+
+TEST(JanelasDoInicio, Findings_ByKeys_AreGoneOnWithByAYesOnly)
+{
+    const auto continua = [](const std::function<void(Teclado &)> &teclas) {
+        bool sim = false;
+        NaFrente(
+            [&] {
+                sim = InicioQt().Continua("A conferência encontrou 2 problemas.",
+                                          {"A aferição 12 tem 40 e a história diz 60.", "O documento 3 sumiu."});
+            },
+            [&](Teclado &t) {
+                t.EsperaJanela("Achados");
+                teclas(t);
+            });
+        return sim;
+    };
+    EXPECT_FALSE(continua([](Teclado &t) {
+        Retrata("achados-do-inicio");
+        t.Tecla(Qt::Key_Return);
+    }));
+    EXPECT_FALSE(continua([](Teclado &t) { t.Tecla(Qt::Key_Escape); }));
+    EXPECT_TRUE(continua([](Teclado &t) { t.Alt('C'); }));
+}
+
+TEST(MesaDeConsulta, RegistryThatTakesNoWrites_IsSaidSoAndOffersNone)
+{
+    RegistroDeTeste registro;
+    registro.Cadastra("saulo");
+    registro.Fecha();
+    AbreATodos(registro.Caminho());
+    std::filesystem::permissions(registro.Caminho(), std::filesystem::perms(0444));
+    const QTemporaryDir pasta;
+    const auto agora = [&] { return registro.Relogio; };
+    Preferencias preferencias(pasta.filePath("preferencias.ini").toStdString());
+    const Ref<Servicos> servicos = [&] {
+        const SemPrivilegio sem;
+        return Servicos::Abre(registro.Caminho(), agora);
+    }();
+    ASSERT_NE(servicos->SomenteLeitura(), "");
+    Mesa mesa(servicos, pasta.filePath("mesa").toStdString(), agora, preferencias);
+    AtosDoRegistro atos = FazAtosDoRegistro(registro.Caminho(), agora);
+    atos.Restaura = [](const std::string &) {};
+    mesa.DefineAtos(atos);
+    std::string recusa;
+    std::int32_t espera = 0;
+    mesa.Entra(servicos->Entra("saulo", "senha de saulo", "mesa", recusa, espera));
+    EXPECT_EQ(mesa.windowTitle().toStdString(), "Registro de Equipamentos (somente consulta)");
+    EXPECT_EQ(mesa.findChild<QLabel *>("estadoSomenteConsulta")->toolTip().toStdString(), servicos->SomenteLeitura());
+    EXPECT_FALSE(mesa.findChild<QAction *>("minhaSenha")->isEnabled());
+    EXPECT_FALSE(mesa.findChild<QAction *>("restaurar")->isEnabled());
+    EXPECT_TRUE(mesa.findChild<QAction *>("fazerCopia")->isEnabled());
 }
 
 class JanelasDaMesaTeste : public MesaTeste {
@@ -344,6 +398,7 @@ class MenuDoRegistroTeste : public MesaTeste {
         QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
         AtosDoRegistro atos = FazAtosDoRegistro(registro.Caminho(), [this] { return registro.Relogio; });
         atos.Restaura = [this](const std::string &copia) { restaurada = copia; };
+        EXPECT_EQ(mesa.findChild<QLabel *>("estadoSomenteConsulta"), nullptr);
         mesa.DefineAtos(atos);
         mesa.show();
         mesa.Entra(registro.Sessao("saulo"));
