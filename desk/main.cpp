@@ -98,6 +98,7 @@ int Trabalha(const LinhaDeComando &linha, Preferencias &preferencias)
                 atos.Restaura = [&](const std::string &escolhida) { copia = escolhida; };
             }
             mesa.DefineAtos(std::move(atos));
+            mesa.DefineCuidados(CuidadosDoDia(inicio.Registro().string(), *servicos, preferencias, Agora));
             mesa.show();
             if (!mesa.PedeEntrada()) {
                 return 0;

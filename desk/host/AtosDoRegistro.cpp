@@ -25,7 +25,11 @@ AtosDoRegistro FazAtosDoRegistro(const std::string &registro, const Relogio &ago
             Copia(registro, Conferidor::Achados).Faz(pasta, agora(), Copia::QuantasPadrao, [&](double parte) {
                 return segue(parte, "");
             });
-        return ResultadoDoAto{!copia.Cancelada, copia.Frase, copia.Achados};
+        std::vector<std::string> achados = copia.Achados;
+        if (!copia.Feita && !copia.Cancelada && achados.empty()) {
+            achados.push_back(copia.Frase);
+        }
+        return ResultadoDoAto{!copia.Cancelada, copia.Frase, achados};
     };
     atos.Cabeca = [=] { return ExportacaoDeCabeca::Le(registro, agora()); };
     return atos;

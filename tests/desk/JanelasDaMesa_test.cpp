@@ -468,6 +468,30 @@ TEST_F(MenuDoRegistroTeste, Restore_ByAYes_ClosesTheDeskAndIsLeftToTheProgram)
     EXPECT_EQ(restaurada, copia.toStdString());
 }
 
+TEST_F(MenuDoRegistroTeste, CaresOfTheDay_AreDoneBehindTheWindowsAndWhatWasFoundIsTold)
+{
+    const auto agora = [this] { return registro.Relogio; };
+    mesa.DefineCuidados(CuidadosDoDia(registro.Caminho(), registro.Aberto(), preferencias, agora));
+    LinhasSql(registro.Caminho(), "UPDATE USUARIO SET Nome = 'Outra' WHERE Usuario = 'saulo'");
+    const auto cuida = [this] {
+        QMetaObject::invokeMethod(
+            &mesa, [this] { mesa.CuidaDoDia(); }, Qt::QueuedConnection);
+    };
+    Percorre([&](Teclado &t) {
+        cuida(); // the copy of a registry with a fault is not kept
+        t.EsperaJanela("Relato").Alt('F').EsperaJanela("Mesa");
+        NaTela([&] { registro.PassaSegundos(10 * 60); });
+        cuida();
+        t.EsperaJanela("Relato");
+        EXPECT_NE(NaTela([] {
+                      return dynamic_cast<QPlainTextEdit *>(Teclado::Acha("linhas"))->toPlainText().toStdString();
+                  }).find("Outra"),
+                  std::string::npos);
+        t.Alt('F').EsperaTexto("estadoConferencia", "Conferido em 20/11/2026 às 10:10: 1 problema");
+    });
+    EXPECT_EQ(Nomes(Copia::PastaPadrao(registro.Caminho())), std::vector<std::string>{});
+}
+
 TEST_F(MenuDoRegistroTeste, Head_IsShownAndSavedAndNeverOverAFile)
 {
     const QString destino = pasta.filePath("cabeca.txt");
