@@ -1,32 +1,51 @@
+#include "desk/host/AtosDoRegistro.h"
+#include "desk/host/DiretorioDeTrabalho.h"
 #include "desk/host/Inicio.h"
 #include "desk/host/LinhaDeComando.h"
 #include "desk/host/Relogio.h"
 #include "desk/sample/FazAmostra.h"
+#include "desk/services/ComandosDeCopia.h"
+#include "desk/services/Conferidor.h"
 #include "desk/windows/Aparencia.h"
 #include "desk/windows/InicioQt.h"
+#include "desk/windows/JanelaDeTrabalho.h"
 #include "desk/windows/Mesa.h"
 #include "host/Falha.h"
 
 #include <QApplication>
 
+#include <sys/stat.h>
+
 #include <cstdio>
 #include <iostream>
-#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
 
 namespace mesa {
 
 namespace {
 
-// Until the services restore by themselves, the person does, with nothing in the way.
-void PedeQueRestaure(const std::filesystem::path &copia, const std::filesystem::path &registro)
+// Puts the copy in the registry's place in front of a person, who sees what came of it.
+DesfechoDaCopia RestauraNaTela(const std::filesystem::path &registro, const PedidoDeRestauracao &pedido)
 {
-    throw Falha(NumeroFalha::ErroDeAcesso, "Inicio",
-                "Copie o arquivo " + copia.string() + " para " + registro.string() + " e tente de novo.");
+    DesfechoDaCopia desfecho;
+    JanelaDeTrabalho janela(
+        "Restaurar", "A cópia está sendo conferida e posta no lugar do registro.",
+        [&](const SegueAto &segue) {
+            desfecho = Restauracao(registro.string(), Conferidor::Achados).Faz(pedido, Agora(), [&](double parte) {
+                return segue(parte, "");
+            });
+            return ResultadoDoAto{!desfecho.Cancelada, desfecho.Frase, desfecho.Achados};
+        },
+        nullptr);
+    janela.exec();
+    return desfecho;
 }
 
 Inicio FazInicio(const std::filesystem::path &dados, Preferencias &preferencias)
 {
-    return Inicio(dados, preferencias, Agora, FazAmostra(Agora), PedeQueRestaure);
+    return Inicio(dados, preferencias, Agora, FazAmostra(Agora), RestauraNaTela);
 }
 
 int Cria(const LinhaDeComando &linha, Preferencias &preferencias)
@@ -38,23 +57,73 @@ int Cria(const LinhaDeComando &linha, Preferencias &preferencias)
     return 0;
 }
 
+int Comanda(const LinhaDeComando &linha, const Preferencias &preferencias)
+{
+    const RegistroConhecido conhecido = RegistroDe(linha.Dados, preferencias);
+    const std::string registro = conhecido.Caminho.string();
+    if (linha.OQue == LinhaDeComando::Ato::Confere) {
+        const ComandoDeConferencia::Saida saida = ComandoDeConferencia::Confere(registro, linha.Desde, Agora());
+        std::fputs(saida.Texto.c_str(), stdout);
+        return saida.Codigo;
+    }
+    const DesfechoDeComando desfecho =
+        linha.OQue == LinhaDeComando::Ato::Copia
+            ? ComandaCopia(registro, Conferidor::Achados, linha.Pasta, Agora())
+            : ComandaRestauracao(registro, Conferidor::Achados, {linha.Arquivo, conhecido.Identificador, linha.DeOutro},
+                                 Agora());
+    std::fputs(desfecho.Texto.c_str(), desfecho.Saida == 0 ? stdout : stderr);
+    return desfecho.Saida;
+}
+
 int Trabalha(const LinhaDeComando &linha, Preferencias &preferencias)
 {
     InicioQt pessoa;
     Inicio inicio = FazInicio(linha.Dados, preferencias);
-    const Ref<Servicos> servicos = linha.OQue == LinhaDeComando::Ato::Amostra
-                                       ? inicio.CriaAmostra([&](double parte) { pessoa.Progresso(parte); })
-                                       : inicio.Abre(pessoa);
-    if (!servicos) {
-        return 0;
+    bool novaAmostra = linha.OQue == LinhaDeComando::Ato::Amostra;
+    for (;;) {
+        std::optional<std::string> copia; // to be put in the registry's place once nobody works on it
+        int codigo = 0;
+        {
+            const Ref<Servicos> servicos = std::exchange(novaAmostra, false)
+                                               ? inicio.CriaAmostra([&](double parte) { pessoa.Progresso(parte); })
+                                               : inicio.Abre(pessoa);
+            if (!servicos || !inicio.Confere(pessoa)) {
+                return 0;
+            }
+            const DiretorioDeTrabalho diretorio(inicio.Diretorio());
+            Mesa mesa(
+                servicos, diretorio.Caminho(), [] { return Agora().Local; }, preferencias);
+            AtosDoRegistro atos = FazAtosDoRegistro(inicio.Registro().string(), Agora);
+            if (servicos->Tipo() != TipoDeRegistro::Amostra) {
+                atos.Restaura = [&](const std::string &escolhida) { copia = escolhida; };
+            }
+            mesa.DefineAtos(std::move(atos));
+            mesa.DefineCuidados(CuidadosDoDia(inicio.Registro().string(), *servicos, preferencias, Agora));
+            mesa.show();
+            if (!mesa.PedeEntrada()) {
+                return 0;
+            }
+            codigo = QCoreApplication::exec();
+        }
+        if (!copia) {
+            return codigo;
+        }
+        inicio.Restaura(*copia, pessoa);
     }
-    Mesa mesa(
-        servicos, inicio.Diretorio(), [] { return Agora().Local; }, preferencias);
-    mesa.show();
-    if (!mesa.PedeEntrada()) {
-        return 0;
+}
+
+int Atende(const LinhaDeComando &linha, Preferencias &preferencias)
+{
+    switch (linha.OQue) {
+    case LinhaDeComando::Ato::Novo:
+        return Cria(linha, preferencias);
+    case LinhaDeComando::Ato::Confere:
+    case LinhaDeComando::Ato::Copia:
+    case LinhaDeComando::Ato::Restaura:
+        return Comanda(linha, preferencias);
+    default:
+        return Trabalha(linha, preferencias);
     }
-    return QCoreApplication::exec();
 }
 
 int Faz(bool comJanelas)
@@ -70,7 +139,7 @@ int Faz(bool comJanelas)
     }
     try {
         Preferencias preferencias(Preferencias::ArquivoDoUsuario());
-        return linha.OQue == LinhaDeComando::Ato::Novo ? Cria(linha, preferencias) : Trabalha(linha, preferencias);
+        return Atende(linha, preferencias);
     } catch (...) {
         const Falha falha = FalhaCorrente();
         std::fprintf(stderr, "%s\n", falha.Descricao.c_str());
@@ -88,6 +157,7 @@ int Faz(bool comJanelas)
 int main(int argc, char **argv)
 {
     using namespace mesa;
+    ::umask(S_IRWXG | S_IRWXO); // whatever is written is the user's own
     QCoreApplication::setApplicationName("registro-de-equipamentos");
     if (LinhaDeComando::SemJanelas(argc, argv)) {
         const QCoreApplication aplicacao(argc, argv);

@@ -1,8 +1,39 @@
 #include "desk/host/AtosDoRegistro.h"
 
+#include "desk/services/Conferidor.h"
+#include "desk/services/Copia.h"
 #include "host/Conversoes.h"
+#include "host/Falha.h"
 
 namespace mesa {
+
+AtosDoRegistro FazAtosDoRegistro(const std::string &registro, const Relogio &agora)
+{
+    AtosDoRegistro atos;
+    atos.Confere = [=](const SegueAto &segue) {
+        using Desfecho = ResultadoDaConferencia::Desfecho;
+        const Conferidor conferidor(registro);
+        const ResultadoDaConferencia resultado = conferidor.Confere(segue);
+        if (resultado.Como == Desfecho::NaoConferida) {
+            throw Falha(NumeroFalha::ErroDeAcesso, "AtosDoRegistro", resultado.Frase);
+        }
+        return ResultadoDoAto{resultado.Como != Desfecho::Cancelada, resultado.Frase, resultado.Achados,
+                              resultado.Avisos, conferidor.Relatorio(resultado, agora())};
+    };
+    atos.Copia = [=](const std::string &pasta, const SegueAto &segue) {
+        const DesfechoDaCopia copia =
+            Copia(registro, Conferidor::Achados).Faz(pasta, agora(), Copia::QuantasPadrao, [&](double parte) {
+                return segue(parte, "");
+            });
+        std::vector<std::string> achados = copia.Achados;
+        if (!copia.Feita && !copia.Cancelada && achados.empty()) {
+            achados.push_back(copia.Frase);
+        }
+        return ResultadoDoAto{!copia.Cancelada, copia.Frase, achados};
+    };
+    atos.Cabeca = [=] { return ExportacaoDeCabeca::Le(registro, agora()); };
+    return atos;
+}
 
 std::string ResumoDaConferencia(const ResultadoDoAto &conferido, const std::string &quando)
 {

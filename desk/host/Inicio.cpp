@@ -1,7 +1,7 @@
 #include "desk/host/Inicio.h"
 
+#include "desk/services/Conferidor.h"
 #include "desk/services/Disco.h"
-
 #include "desk/services/Recusa.h"
 #include "desk/services/Referencias.h"
 #include "desk/services/RegrasDeSenha.h"
@@ -78,6 +78,11 @@ std::filesystem::path CaminhoDoRegistro(const std::filesystem::path &diretorio)
     return diretorio / NomeDoRegistro;
 }
 
+RegistroConhecido RegistroDe(const std::filesystem::path &diretorio, const Preferencias &preferencias)
+{
+    return preferencias.Registro(diretorio).value_or(RegistroConhecido{CaminhoDoRegistro(diretorio), ""});
+}
+
 std::filesystem::path DiretorioDaAmostra(const std::filesystem::path &diretorio)
 {
     return diretorio / "amostra";
@@ -111,8 +116,7 @@ std::optional<ProblemaDoRegistroNovo> ConfereRegistroNovo(const RegistroNovo &no
 }
 
 Inicio::Inicio(std::filesystem::path diretorio, Preferencias &preferencias, Relogio agora,
-               std::function<void(Servicos &, const Progresso &)> preenche,
-               std::function<void(const std::filesystem::path &, const std::filesystem::path &)> restaura)
+               std::function<void(Servicos &, const Progresso &)> preenche, Restaurador restaura)
     : m_Diretorio(std::move(diretorio)),
       m_Preferencias(preferencias),
       m_Agora(std::move(agora)),
@@ -192,6 +196,7 @@ Ref<Servicos> Inicio::AbreAmostra(IPessoaNoInicio &pessoa)
         }
         const Ref<Servicos> aberta = Servicos::Abre(registro.string(), m_Agora);
         m_Diretorio = diretorio;
+        Lembra(registro, *aberta);
         return aberta;
     } catch (...) {
         pessoa.Avisa(FalhaCorrente().Descricao);
@@ -215,6 +220,8 @@ std::filesystem::path Inicio::LugarDaAmostra() const
 
 void Inicio::Lembra(const std::filesystem::path &caminho, Servicos &aberto)
 {
+    m_Registro = caminho;
+    m_Identificador = aberto.Identificador();
     if (aberto.Tipo() != TipoDeRegistro::Amostra) {
         m_Preferencias.LembraRegistro(m_Diretorio, {caminho, aberto.Identificador()});
     }
@@ -250,17 +257,35 @@ Ref<Servicos> Inicio::Retoma(const RegistroConhecido &conhecido, IPessoaNoInicio
             break;
         case OpcaoDaFalta::RestaurarCopia:
             if (const auto copia = pessoa.EscolheCopia()) {
-                try {
-                    m_Restaura(*copia, conhecido.Caminho);
-                    caminho = conhecido.Caminho;
-                } catch (...) {
-                    pessoa.Avisa(FalhaCorrente().Descricao);
-                }
+                Restaura(conhecido, *copia, pessoa);
+                caminho = conhecido.Caminho;
             }
             break;
         case OpcaoDaFalta::Sair:
             return nullptr;
         }
+    }
+}
+
+bool Inicio::Confere(IPessoaNoInicio &pessoa) const
+{
+    const ResultadoDaConferencia resultado = Conferidor(m_Registro.string()).ConfereRapido();
+    return resultado.Como == ResultadoDaConferencia::Desfecho::Inteira ||
+           pessoa.Continua(resultado.Frase, resultado.Achados);
+}
+
+void Inicio::Restaura(const std::filesystem::path &copia, IPessoaNoInicio &pessoa)
+{
+    Restaura({m_Registro, m_Identificador}, copia, pessoa);
+}
+
+void Inicio::Restaura(const RegistroConhecido &registro, const std::filesystem::path &copia, IPessoaNoInicio &pessoa)
+{
+    PedidoDeRestauracao pedido{copia.string(), registro.Identificador};
+    const DesfechoDaCopia desfecho = m_Restaura(registro.Caminho, pedido);
+    if (desfecho.SoPorSerDeOutro && pessoa.Aceita(desfecho.Frase + " Restaurar mesmo assim?")) {
+        pedido.DeOutro = true;
+        m_Restaura(registro.Caminho, pedido);
     }
 }
 
@@ -324,6 +349,7 @@ Ref<Servicos> Inicio::CriaAmostra(const Progresso &progresso)
     const Ref<Servicos> feita =
         Faz(diretorio, TipoDeRegistro::Amostra, [&](Servicos &servicos) { m_Preenche(servicos, progresso); });
     m_Diretorio = diretorio;
+    Lembra(registro, *feita);
     return feita;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "desk/host/Preferencias.h"
+#include "desk/services/Restauracao.h"
 #include "desk/services/Segredo.h"
 #include "desk/services/Servicos.h"
 
@@ -8,11 +9,14 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace mesa {
 
 // File of the registry in a data directory.
 std::filesystem::path CaminhoDoRegistro(const std::filesystem::path &diretorio);
+// The registry of a data directory: the one that it knows, or the file in it.
+RegistroConhecido RegistroDe(const std::filesystem::path &diretorio, const Preferencias &preferencias);
 // Where the sample of a data directory has its own one.
 std::filesystem::path DiretorioDaAmostra(const std::filesystem::path &diretorio);
 
@@ -52,6 +56,8 @@ class IPessoaNoInicio {
     virtual std::optional<std::filesystem::path> EscolheCopia() = 0;
     // A registry that was worked on cannot be opened; the sentence says why.
     virtual OpcaoDaFalta Falta(const std::string &frase) = 0;
+    // What the check of the start has found; whether the desk is opened all the same.
+    virtual bool Continua(const std::string &frase, const std::vector<std::string> &achados) = 0;
     // A question of yes or no; no is what a hurried person answers.
     virtual bool Aceita(const std::string &pergunta) = 0;
     virtual void Avisa(const std::string &frase) = 0;
@@ -64,10 +70,12 @@ class IPessoaNoInicio {
 class Inicio {
   public:
     using Progresso = std::function<void(double)>;
-    // preenche: makes a sample of a new registry. restaura: puts a backup in the place of a registry.
+    // Puts a copy in the place of a registry, and tells the person what came of it.
+    using Restaurador =
+        std::function<DesfechoDaCopia(const std::filesystem::path &registro, const PedidoDeRestauracao &pedido)>;
+    // preenche: makes a sample of a new registry.
     Inicio(std::filesystem::path diretorio, Preferencias &preferencias, Relogio agora,
-           std::function<void(Servicos &, const Progresso &)> preenche,
-           std::function<void(const std::filesystem::path &copia, const std::filesystem::path &registro)> restaura);
+           std::function<void(Servicos &, const Progresso &)> preenche, Restaurador restaura);
 
     // The services of the registry; Nothing when the person left.
     Ref<Servicos> Abre(IPessoaNoInicio &pessoa);
@@ -78,6 +86,14 @@ class Inicio {
     // beside.
     Ref<Servicos> CriaAmostra(const Progresso &progresso);
 
+    // Looks at what can be looked at of the registry that was opened last while a person waits. False when that person
+    // does not go on with what was found.
+    bool Confere(IPessoaNoInicio &pessoa) const;
+    // Puts a copy in the place of the registry that was opened last, which has to be closed by now.
+    void Restaura(const std::filesystem::path &copia, IPessoaNoInicio &pessoa);
+
+    // The file of the registry that was opened last.
+    const std::filesystem::path &Registro() const { return m_Registro; }
     // In which the desk works: the one that was given, or that of the sample.
     const std::filesystem::path &Diretorio() const { return m_Diretorio; }
 
@@ -86,10 +102,11 @@ class Inicio {
     Ref<Servicos> Retoma(const RegistroConhecido &conhecido, IPessoaNoInicio &pessoa);
     Ref<Servicos> AbreEscolhido(IPessoaNoInicio &pessoa);
     Ref<Servicos> AbreAmostra(IPessoaNoInicio &pessoa);
+    void Restaura(const RegistroConhecido &registro, const std::filesystem::path &copia, IPessoaNoInicio &pessoa);
     // Whether what stands in the registry's place is a sample: nothing is lost with one of these.
     bool TemAmostra() const;
     std::filesystem::path LugarDaAmostra() const;
-    // The registry of this directory is that one from now on.
+    // The registry of this directory is that one from now on; a sample is for this time.
     void Lembra(const std::filesystem::path &caminho, Servicos &aberto);
     // What it begins with is written beside its place, and the whole moved there: an interruption leaves none or all.
     Ref<Servicos> Faz(const std::filesystem::path &diretorio, TipoDeRegistro tipo,
@@ -99,7 +116,9 @@ class Inicio {
     Preferencias &m_Preferencias;
     Relogio m_Agora;
     std::function<void(Servicos &, const Progresso &)> m_Preenche;
-    std::function<void(const std::filesystem::path &, const std::filesystem::path &)> m_Restaura;
+    Restaurador m_Restaura;
+    std::filesystem::path m_Registro;
+    std::string m_Identificador;
 };
 
 } // namespace mesa

@@ -7,8 +7,11 @@
 #include <QStandardPaths>
 
 #include <algorithm>
+#include <array>
+#include <initializer_list>
 #include <istream>
 #include <string_view>
+#include <utility>
 
 namespace mesa {
 
@@ -40,14 +43,22 @@ registro novo, abre um que já existe ou experimenta com a amostra.
     --setor NOME         setor do cliente; repete-se para cada um, e pode faltar
     --usuario USUARIO    usuário com que o administrador entra
     --nome NOME          nome do administrador
+  --confere            confere o registro inteiro, sem janelas, e escreve o relatório; termina com 0 quando não há
+                       problemas, com 1 quando há, com 2 quando não pôde conferir. Pode ter:
+    --desde ARQUIVO      confere também que nada mudou desde a cabeça do histórico guardada nesse arquivo
+  --copia DIR          faz uma cópia conferida do registro no diretório, sem janelas, com outros trabalhando ou não
+  --restaura ARQUIVO   confere a cópia e a põe no lugar do registro, sem janelas; o que estava lá é guardado ao lado.
+                       Pode ter:
+    --de-outro           aceita também a cópia de outro registro
   --help               mostra esta ajuda
 )";
 }
 
 bool LinhaDeComando::SemJanelas(int argc, const char *const *argv)
 {
-    return std::any_of(argv, argv + argc, [](std::string_view argumento) {
-        return argumento == "--novo" || argumento == "--help" || argumento == "-h";
+    constexpr std::array<std::string_view, 6> opcoes{"--novo", "--confere", "--copia", "--restaura", "--help", "-h"};
+    return std::any_of(argv, argv + argc, [&](std::string_view argumento) {
+        return std::ranges::find(opcoes, argumento.substr(0, argumento.find('='))) != opcoes.end();
     });
 }
 
@@ -63,8 +74,14 @@ LinhaDeComando LinhaDeComando::Le(const QStringList &argumentos)
     const QCommandLineOption setor("setor", "", "NOME");
     const QCommandLineOption usuario("usuario", "", "USUARIO");
     const QCommandLineOption nome("nome", "", "NOME");
+    const QCommandLineOption confere("confere");
+    const QCommandLineOption desde("desde", "", "ARQUIVO");
+    const QCommandLineOption copia("copia", "", "DIR");
+    const QCommandLineOption restaura("restaura", "", "ARQUIVO");
+    const QCommandLineOption deOutro("de-outro");
     const QCommandLineOption ajuda(QStringList{"help", "h"});
-    opcoes.addOptions({dados, amostra, novo, cliente, nomeCliente, uf, setor, usuario, nome, ajuda});
+    opcoes.addOptions({dados, amostra, novo, cliente, nomeCliente, uf, setor, usuario, nome, confere, desde, copia,
+                       restaura, deOutro, ajuda});
 
     LinhaDeComando lida;
     const bool entendida = opcoes.parse(argumentos);
@@ -82,28 +99,54 @@ LinhaDeComando LinhaDeComando::Le(const QStringList &argumentos)
     lida.Dados = opcoes.isSet(dados) ? Caminho(opcoes.value(dados))
                                      : Caminho(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
                                                "/registro-de-equipamentos");
-    if (opcoes.isSet(novo)) {
-        lida.OQue = Ato::Novo;
-        lida.Novo.Cliente.CodCliente = opcoes.value(cliente).toInt();
-        lida.Novo.Cliente.Nome = S(opcoes.value(nomeCliente));
-        lida.Novo.Cliente.UF = S(opcoes.value(uf).toUpper());
-        for (const QString &um : opcoes.values(setor)) {
-            lida.Novo.Cliente.Setores.push_back(S(um));
+    const auto erra = [&](const std::string &erro) {
+        if (lida.Erro.empty()) {
+            lida.Erro = erro;
         }
-        lida.Novo.Usuario = S(opcoes.value(usuario));
-        lida.Novo.Nome = S(opcoes.value(nome));
-        if (lida.Erro.empty() && opcoes.isSet(amostra)) {
-            lida.Erro = "As opções --novo e --amostra não vão juntas.";
+    };
+    const std::array<std::pair<const QCommandLineOption *, Ato>, 5> atos{{{&novo, Ato::Novo},
+                                                                          {&amostra, Ato::Amostra},
+                                                                          {&confere, Ato::Confere},
+                                                                          {&copia, Ato::Copia},
+                                                                          {&restaura, Ato::Restaura}}};
+    const QCommandLineOption *primeira = nullptr;
+    for (const auto &[opcao, ato] : atos) {
+        if (opcoes.isSet(*opcao)) {
+            if (primeira != nullptr) {
+                erra("As opções --" + S(primeira->names().first()) + " e --" + S(opcao->names().first()) +
+                     " não vão juntas.");
+            }
+            primeira = opcao;
+            lida.OQue = ato;
         }
-        return lida;
     }
-    for (const QCommandLineOption *so : {&cliente, &nomeCliente, &uf, &setor, &usuario, &nome}) {
-        if (lida.Erro.empty() && opcoes.isSet(*so)) {
-            lida.Erro = "A opção --" + S(so->names().first()) + " só vai com --novo.";
+    const auto soCom = [&](const QCommandLineOption &dona, std::initializer_list<const QCommandLineOption *> suas) {
+        for (const QCommandLineOption *sua : suas) {
+            if (opcoes.isSet(*sua) && !opcoes.isSet(dona)) {
+                erra("A opção --" + S(sua->names().first()) + " só vai com --" + S(dona.names().first()) + ".");
+            }
         }
+    };
+    soCom(novo, {&cliente, &nomeCliente, &uf, &setor, &usuario, &nome});
+    soCom(confere, {&desde});
+    soCom(restaura, {&deOutro});
+    lida.Novo.Cliente.CodCliente = opcoes.value(cliente).toInt();
+    lida.Novo.Cliente.Nome = S(opcoes.value(nomeCliente));
+    lida.Novo.Cliente.UF = S(opcoes.value(uf).toUpper());
+    for (const QString &um : opcoes.values(setor)) {
+        lida.Novo.Cliente.Setores.push_back(S(um));
     }
-    if (opcoes.isSet(amostra)) {
-        lida.OQue = Ato::Amostra;
+    lida.Novo.Usuario = S(opcoes.value(usuario));
+    lida.Novo.Nome = S(opcoes.value(nome));
+    lida.Desde = S(opcoes.value(desde));
+    lida.Pasta = S(opcoes.value(copia));
+    lida.Arquivo = S(opcoes.value(restaura));
+    lida.DeOutro = opcoes.isSet(deOutro);
+    for (const auto &[opcao, valor] :
+         {std::pair(&desde, lida.Desde), std::pair(&copia, lida.Pasta), std::pair(&restaura, lida.Arquivo)}) {
+        if (opcoes.isSet(*opcao) && valor.empty()) {
+            erra("A opção --" + S(opcao->names().first()) + " veio sem o seu valor.");
+        }
     }
     return lida;
 }

@@ -15,12 +15,19 @@ struct LinhaDeComando {
         Trabalha, // opens the windows
         Novo,     // makes a new registry, without windows
         Amostra,  // makes a new sample and opens the windows on it
+        Confere,  // looks through the registry, without windows
+        Copia,    // makes a copy of the registry, without windows
+        Restaura, // puts a copy in the place of the registry, without windows
         Ajuda
     };
 
     Ato OQue = Ato::Trabalha;
     std::filesystem::path Dados; // data directory
     RegistroNovo Novo;           // without its password, which comes from the standard input
+    std::string Desde;           // file of a head to hold the check against; may be empty
+    std::string Pasta;           // where the copy goes
+    std::string Arquivo;         // the copy that is restored
+    bool DeOutro = false;        // it may be of another registry
     std::string Erro;            // what the line has wrong; empty when nothing
 
     // argumentos: the program's own name first.

@@ -18,6 +18,8 @@ namespace {
 constexpr std::int32_t MinutosDeInicio = 15;
 constexpr const char *Estacao = "estacao";
 constexpr const char *AteTravar = "minutosAteTravar";
+constexpr const char *ACopiaDiaria = "copiaDiaria";
+constexpr const char *APastaDasCabecas = "pastaDasCabecas";
 
 // The links on the way are left as they are: one that leads nowhere today is the same directory tomorrow.
 QString ChaveDo(const std::filesystem::path &diretorio)
@@ -104,6 +106,36 @@ std::string Preferencias::UltimaConferencia(const std::string &identificador) co
 void Preferencias::LembraConferencia(const std::string &identificador, const std::string &resultado)
 {
     Grava("conferencias/" + Q(identificador), Q(resultado));
+}
+
+std::int32_t Preferencias::DiaConferido(const std::string &identificador) const
+{
+    return m_Guardadas.value("conferidos/" + Q(identificador)).toInt();
+}
+
+void Preferencias::LembraDiaConferido(const std::string &identificador, std::int32_t dia)
+{
+    Grava("conferidos/" + Q(identificador), QString::number(dia));
+}
+
+bool Preferencias::CopiaDiaria() const
+{
+    return m_Guardadas.value(ACopiaDiaria, true).toBool();
+}
+
+void Preferencias::DefineCopiaDiaria(bool valor)
+{
+    Grava(ACopiaDiaria, valor ? "true" : "false");
+}
+
+std::string Preferencias::PastaDasCabecas() const
+{
+    return S(m_Guardadas.value(APastaDasCabecas).toString());
+}
+
+void Preferencias::DefinePastaDasCabecas(const std::string &pasta)
+{
+    Grava(APastaDasCabecas, Q(pasta));
 }
 
 } // namespace mesa

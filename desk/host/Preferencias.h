@@ -39,6 +39,17 @@ class Preferencias {
     std::string UltimaConferencia(const std::string &identificador) const;
     void LembraConferencia(const std::string &identificador, const std::string &resultado);
 
+    // The day of the last whole check; 0 before the first.
+    std::int32_t DiaConferido(const std::string &identificador) const;
+    void LembraDiaConferido(const std::string &identificador, std::int32_t dia);
+
+    // Whether a copy is made beside the registry every day.
+    bool CopiaDiaria() const;
+    void DefineCopiaDiaria(bool valor);
+    // Where the head of the history is kept every day; empty for nowhere.
+    std::string PastaDasCabecas() const;
+    void DefinePastaDasCabecas(const std::string &pasta);
+
   private:
     void Grava(const QString &chave, const QString &valor);
 

@@ -10,6 +10,7 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QLabel>
+#include <QPlainTextEdit>
 #include <QProgressDialog>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -118,6 +119,33 @@ OpcaoDaFalta InicioQt::Falta(const std::string &frase)
     janela.Responde(copia, OpcaoDaFalta::RestaurarCopia);
     QObject::connect(sair, &QPushButton::clicked, &janela, &QDialog::reject);
     tudo->addLayout(EmLinha({deNovo, arquivo, copia, sair}));
+    return janela.Pergunta();
+}
+
+bool InicioQt::Continua(const std::string &frase, const std::vector<std::string> &achados)
+{
+    constexpr int altura = 380;
+    Escolha<bool> janela("Achados", false);
+    janela.resize(Largura, altura);
+    QStringList linhas;
+    for (const std::string &achado : achados) {
+        linhas << Q(achado);
+    }
+    auto *lista = new QPlainTextEdit(linhas.join('\n'), &janela);
+    lista->setObjectName("achados");
+    lista->setAccessibleName("O que foi achado");
+    lista->setReadOnly(true);
+    lista->setTabChangesFocus(true);
+    QPushButton *continuar = FazBotao("continuar", "&Continuar", &janela);
+    QPushButton *encerrar = FazBotao("encerrar", "&Encerrar", &janela);
+    auto *tudo = new QVBoxLayout(&janela);
+    tudo->addWidget(FazCabeca("A conferência do registro", Q(frase), &janela));
+    tudo->addWidget(lista, 1);
+    tudo->addLayout(EmLinha({continuar, encerrar}));
+    janela.Responde(continuar, true);
+    QObject::connect(encerrar, &QPushButton::clicked, &janela, &QDialog::reject);
+    encerrar->setDefault(true);
+    encerrar->setFocus();
     return janela.Pergunta();
 }
 

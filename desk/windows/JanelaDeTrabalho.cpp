@@ -52,9 +52,8 @@ JanelaDeTrabalho::JanelaDeTrabalho(const QString &titulo, const QString &frase,
     tudo->addWidget(m_Parte);
     tudo->addWidget(m_Achados, 1);
     tudo->addLayout(EmLinha({m_Salvar, m_Fechar}));
-    connect(m_Salvar, &QPushButton::clicked, this, [this] {
-        SalvaTexto(windowTitle(), "relato.txt", m_Frase->text() + "\n\n" + m_Achados->toPlainText() + "\n", this);
-    });
+    connect(m_Salvar, &QPushButton::clicked, this,
+            [this] { SalvaTexto(windowTitle(), "relato.txt", Relatorio(), this); });
     connect(m_Fechar, &QPushButton::clicked, this, [this] { reject(); });
     m_Fechar->setFocus();
     Comeca();
@@ -103,6 +102,9 @@ void JanelaDeTrabalho::Termina(const ResultadoDoAto &resultado)
     for (const std::string &achado : resultado.Achados) {
         achados << Q(achado);
     }
+    for (const std::string &aviso : resultado.Avisos) {
+        achados << "Aviso: " + Q(aviso);
+    }
     m_Achados->setPlainText(achados.join('\n'));
     m_Salvar->setEnabled(true);
     Acaba((resultado.Inteiro ? "" : "O trabalho foi interrompido. ") + Q(resultado.Frase));
@@ -115,6 +117,12 @@ void JanelaDeTrabalho::Acaba(const QString &frase)
     m_Progresso->setVisible(false);
     m_Fechar->setText("&Fechar");
     m_Acabou = true;
+}
+
+QString JanelaDeTrabalho::Relatorio() const
+{
+    return m_Resultado->Relatorio.empty() ? m_Frase->text() + "\n\n" + m_Achados->toPlainText() + "\n"
+                                          : Q(m_Resultado->Relatorio);
 }
 
 // What was found until then is still shown.

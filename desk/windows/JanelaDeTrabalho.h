@@ -35,6 +35,8 @@ class JanelaDeTrabalho : public QDialog {
     void Termina(const ResultadoDoAto &resultado);
     void Acaba(const QString &frase);
     void Para();
+    // What is saved.
+    QString Relatorio() const;
 
     std::function<ResultadoDoAto(const SegueAto &)> m_Ato;
     std::optional<ResultadoDoAto> m_Resultado;

@@ -4,6 +4,7 @@
 #include "desk/host/MinhaSenha.h"
 #include "desk/host/MotivoDaCorrecao.h"
 #include "desk/host/Titulo.h"
+#include "desk/services/Calendario.h"
 #include "desk/services/Permissoes.h"
 #include "desk/windows/ConsultaAutuacao.h"
 #include "desk/windows/Cortina.h"
@@ -12,8 +13,11 @@
 #include "desk/windows/FichaQt.h"
 #include "desk/windows/Involucro.h"
 #include "desk/windows/JanelaAdministracao.h"
+#include "desk/windows/JanelaDaCabeca.h"
+#include "desk/windows/JanelaDeRelato.h"
 #include "desk/windows/JanelaDeTrabalho.h"
 #include "host/Conversoes.h"
+#include "host/Texto.h"
 #include "shell/Especifica.h"
 #include "shell/ModGeral.h"
 #include "tela/Twips.h"
@@ -47,6 +51,7 @@ namespace mesa {
 namespace {
 
 constexpr int MinutoEmMilissegundos = 60000;
+constexpr std::int32_t MinutosDeDescanso = 5;
 constexpr int EntreOlhares = 5000; // of whether somebody is there, milliseconds
 constexpr const char *FerramentaFotografica = "mnuModVOREquiptos";
 constexpr const char *FerramentaDemais = "mnuModNABEquiptos";
@@ -58,6 +63,7 @@ Mesa::Mesa(Ref<Servicos> servicos, std::filesystem::path diretorio, std::functio
     : m_Servicos(std::move(servicos)),
       m_Preferencias(preferencias),
       m_Ociosidade(preferencias.MinutosAteTravar(), agora),
+      m_Descanso(MinutosDeDescanso, agora),
       m_Agora(agora),
       m_Area(new QMdiArea(this)),
       m_Camada(Novo<CamadaQt>(m_Area)),
@@ -99,13 +105,17 @@ Mesa::Mesa(Ref<Servicos> servicos, std::filesystem::path diretorio, std::functio
     LimpaCertificados();
     m_Vigia = new QTimer(this);
     m_Vigia->setInterval(EntreOlhares);
-    connect(m_Vigia, &QTimer::timeout, this, [this] { ConfereOciosidade(); });
+    connect(m_Vigia, &QTimer::timeout, this, [this] {
+        ConfereOciosidade();
+        NaBorda([this] { CuidaDoDia(); });
+    });
     qApp->installEventFilter(this);
 }
 
 Mesa::~Mesa()
 {
     qApp->removeEventFilter(this);
+    ParaCuidado();
     m_Janelas->TiraTodas(); // what they still have to say would come after the module's end
     m_Geral->Encerra();
     m_Geral = nullptr;
@@ -196,6 +206,12 @@ void Mesa::MontaMenuRegistro()
     m_Copiar = m_MenuRegistro->addAction("&Fazer cópia...");
     m_Copiar->setObjectName("fazerCopia");
     connect(m_Copiar, &QAction::triggered, this, [this] { NaBorda([this] { CopiaRegistro(); }); });
+    m_Restaurar = m_MenuRegistro->addAction("&Restaurar...");
+    m_Restaurar->setObjectName("restaurar");
+    connect(m_Restaurar, &QAction::triggered, this, [this] { NaBorda([this] { RestauraRegistro(); }); });
+    m_Exportar = m_MenuRegistro->addAction("&Exportar cabeça...");
+    m_Exportar->setObjectName("exportarCabeca");
+    connect(m_Exportar, &QAction::triggered, this, [this] { NaBorda([this] { ExportaCabeca(); }); });
 }
 
 void Mesa::DefineAtos(AtosDoRegistro atos)
@@ -249,6 +265,11 @@ void Mesa::MontaEstado()
     m_Forcar->setFlat(true);
     m_Forcar->hide();
     statusBar()->setContentsMargins(8, 0, 8, 0);
+    if (!m_Servicos->SomenteLeitura().empty()) {
+        QLabel *consulta = FazTexto("estadoSomenteConsulta", "Somente consulta", this);
+        consulta->setToolTip(Q(m_Servicos->SomenteLeitura()));
+        statusBar()->addWidget(consulta);
+    }
     statusBar()->addWidget(m_Usuario);
     statusBar()->addWidget(m_Cliente);
     statusBar()->addPermanentWidget(m_Conferencia);
@@ -289,6 +310,7 @@ void Mesa::TrocaDeUsuario()
 
 void Mesa::Entra(const Ref<SessaoServico> &sessao)
 {
+    sessao->PerguntaMotivo([this](const std::string &oQue) { return PedeMotivo(oQue); });
     m_Host->Entra(sessao);
     m_Geral->Logon(m_Host->objMTM(), m_Host->objSCA(), "");
     LimpaCertificados();
@@ -309,6 +331,7 @@ void Mesa::Sai()
 {
     m_Relogio->stop();
     m_Vigia->stop();
+    ParaCuidado();
     for (QMdiSubWindow *filha : m_Area->subWindowList()) {
         if (qobject_cast<QWidget *>(filha->widget())->objectName() == "ConsultaAutuacao") {
             filha->close();
@@ -346,7 +369,8 @@ void Mesa::HabilitaFerramentas()
     const auto tem = [&](const std::string &acao) {
         return dentro && m_Host->objSCA()->PossuiPerm2(Permissoes::Sistema, Permissoes::ObjetoAdministracao, acao);
     };
-    m_MinhaSenha->setEnabled(dentro);
+    const bool grava = m_Servicos->SomenteLeitura().empty();
+    m_MinhaSenha->setEnabled(dentro && grava);
     m_Travar->setEnabled(dentro);
     m_MenuAdministracao->clear();
     if (dentro) {
@@ -361,7 +385,11 @@ void Mesa::HabilitaFerramentas()
     m_MenuAdministracao->menuAction()->setVisible(!m_MenuAdministracao->isEmpty());
     m_Conferir->setVisible(static_cast<bool>(m_Atos.Confere));
     m_Copiar->setVisible(static_cast<bool>(m_Atos.Copia));
-    m_MenuRegistro->menuAction()->setVisible(tem(Permissoes::Copias) && (m_Atos.Confere || m_Atos.Copia));
+    m_Restaurar->setVisible(static_cast<bool>(m_Atos.Restaura));
+    m_Restaurar->setEnabled(grava);
+    m_Exportar->setVisible(static_cast<bool>(m_Atos.Cabeca));
+    m_MenuRegistro->menuAction()->setVisible(tem(Permissoes::Copias) &&
+                                             std::ranges::any_of(m_MenuRegistro->actions(), &QAction::isVisible));
 }
 
 bool Mesa::MostraFicha(Ficha &ficha)
@@ -398,11 +426,24 @@ void Mesa::MostraPreferencias()
                             .Especie = EspecieDoCampo::Inteiro,
                             .Valor = CStr(m_Preferencias.MinutosAteTravar()),
                             .Maximo = 4});
+    ficha.Campos.push_back({.Nome = "copiaDiaria",
+                            .Rotulo = "&Fazer uma cópia do registro por dia",
+                            .Especie = EspecieDoCampo::Marca,
+                            .Valor = m_Preferencias.CopiaDiaria() ? "1" : "2"});
+    ficha.Campos.push_back({.Nome = "pastaDasCabecas",
+                            .Rotulo = "&Pasta para a cabeça do histórico de cada dia:",
+                            .Valor = m_Preferencias.PastaDasCabecas()});
     ficha.Salva = [this](Ficha &aberta) -> std::optional<ProblemaDaFicha> {
         const std::string &minutos = aberta.Valor("minutos");
         if (minutos.empty() || CLng(minutos) > Preferencias::MaisMinutos) {
             return ProblemaDaFicha{"minutos", "Informe de 0 a 1440 minutos."};
         }
+        const std::string pasta = Trim(aberta.Valor("pastaDasCabecas"));
+        if (!pasta.empty() && !(std::filesystem::path(pasta).is_absolute() && std::filesystem::is_directory(pasta))) {
+            return ProblemaDaFicha{"pastaDasCabecas", "Informe o caminho inteiro de uma pasta que exista, ou nada."};
+        }
+        m_Preferencias.DefineCopiaDiaria(aberta.Marcado("copiaDiaria"));
+        m_Preferencias.DefinePastaDasCabecas(pasta);
         m_Preferencias.DefineMinutosAteTravar(CLng(minutos));
         m_Ociosidade.DefineMinutos(m_Preferencias.MinutosAteTravar());
         return std::nullopt;
@@ -422,10 +463,77 @@ void Mesa::ConfereRegistro()
     JanelaDeTrabalho janela("Conferir registro", "O registro inteiro está sendo conferido.", m_Atos.Confere, this);
     m_Janelas->MostraEEspera(Novo<DialogoQt>(&janela));
     if (const auto &conferido = janela.Resultado()) {
-        m_Preferencias.LembraConferencia(
-            m_Servicos->Identificador(),
-            ResumoDaConferencia(*conferido, Format(m_Agora(), "dd/mm/yyyy") + " às " + Format(m_Agora(), "hh:nn")));
-        MostraConferencia();
+        LembraConferencia(*conferido);
+    }
+}
+
+void Mesa::LembraConferencia(const ResultadoDoAto &conferido)
+{
+    const std::string identificador = m_Servicos->Identificador();
+    m_Preferencias.LembraConferencia(
+        identificador,
+        ResumoDaConferencia(conferido, Format(m_Agora(), "dd/mm/yyyy") + " às " + Format(m_Agora(), "hh:nn")));
+    if (conferido.Inteiro) {
+        m_Preferencias.LembraDiaConferido(identificador, DiaCivil(m_Agora()));
+    }
+    MostraConferencia();
+}
+
+void Mesa::CuidaDoDia()
+{
+    if (!m_Cuidados || !m_Vigia->isActive() || m_Cuidando.joinable()) {
+        return;
+    }
+    ContaAchados();
+    if (auto trabalho = m_Cuidados->Proximo(m_Travada || m_Descanso.Passou())) {
+        m_Desistiu = false;
+        m_Qual = trabalho->Qual;
+        m_Cuidando = std::thread([this, trabalho = std::move(*trabalho)] {
+            const ResultadoDoAto resultado = trabalho.Faz([this](double, const std::string &) { return !m_Desistiu; });
+            QMetaObject::invokeMethod(
+                m_Conferencia,
+                [this, qual = trabalho.Qual, resultado] { NaBorda([&] { ConcluiCuidado(qual, resultado); }); },
+                Qt::QueuedConnection);
+        });
+    }
+}
+
+void Mesa::ConcluiCuidado(Cuidado qual, const ResultadoDoAto &resultado)
+{
+    m_Cuidando.join();
+    if (qual == Cuidado::Conferencia) {
+        LembraConferencia(resultado);
+    }
+    if (!resultado.Achados.empty()) {
+        m_PorContar.push_back(resultado);
+    }
+    ContaAchados();
+}
+
+// Not over a desk that is locked: whoever unlocks it is told.
+void Mesa::ContaAchados()
+{
+    if (m_Travada || m_PorContar.empty()) {
+        return;
+    }
+    const ResultadoDoAto achado = m_PorContar.front();
+    m_PorContar.erase(m_PorContar.begin());
+    QStringList linhas;
+    for (const std::string &um : achado.Achados) {
+        linhas << Q(um);
+    }
+    JanelaDeRelato janela("Cuidados com o registro", Q(achado.Frase), linhas, this);
+    m_Janelas->MostraEEspera(Novo<DialogoQt>(&janela));
+}
+
+void Mesa::ParaCuidado()
+{
+    m_PorContar.clear();
+    if (m_Cuidando.joinable()) {
+        m_Desistiu = true;
+        m_Cuidando.join();
+        QCoreApplication::removePostedEvents(m_Conferencia, QEvent::MetaCall); // what came of it is not told any more
+        m_Cuidados->Desiste(m_Qual);
     }
 }
 
@@ -443,6 +551,27 @@ void Mesa::CopiaRegistro()
             [this, onde = S(pasta)](const SegueAto &segue) { return m_Atos.Copia(onde, segue); }, this);
         m_Janelas->MostraEEspera(Novo<DialogoQt>(&janela));
     }
+}
+
+void Mesa::RestauraRegistro()
+{
+    const QString copia = QFileDialog::getOpenFileName(this, "Restaurar uma cópia do registro", {},
+                                                       "Cópias do registro (*.db);;Todos os arquivos (*)");
+    if (!copia.isEmpty() &&
+        PerguntaSimNao("Restaurar",
+                       "A mesa será fechada, e o que não foi salvo se perde. O registro voltará a ser o que era "
+                       "quando a cópia foi feita; o de agora fica guardado ao lado. Restaurar a cópia " +
+                           copia + "?",
+                       this)) {
+        m_Atos.Restaura(S(copia));
+        close();
+    }
+}
+
+void Mesa::ExportaCabeca()
+{
+    JanelaDaCabeca janela(m_Atos.Cabeca(), this);
+    m_Janelas->MostraEEspera(Novo<DialogoQt>(&janela));
 }
 
 void Mesa::ConfereOciosidade()
@@ -598,6 +727,7 @@ bool Mesa::eventFilter(QObject *objeto, QEvent *evento)
     case QEvent::TouchBegin:
     case QEvent::Wheel:
         m_Ociosidade.Usa();
+        m_Descanso.Usa();
         break;
     default:
         break;

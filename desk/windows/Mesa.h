@@ -1,6 +1,7 @@
 #pragma once
 
 #include "desk/host/AtosDoRegistro.h"
+#include "desk/host/CuidadosDoDia.h"
 #include "desk/host/Ficha.h"
 #include "desk/host/HostMesa.h"
 #include "desk/host/Ociosidade.h"
@@ -12,11 +13,15 @@
 
 #include <QMainWindow>
 
+#include <atomic>
 #include <filesystem>
 #include <functional>
 #include <map>
 #include <optional>
 #include <string>
+#include <thread>
+#include <utility>
+#include <vector>
 
 class QAction;
 class QLabel;
@@ -44,6 +49,11 @@ class Mesa : public QMainWindow {
 
     // What the menu of the registry offers.
     void DefineAtos(AtosDoRegistro atos);
+    // What the registry is due once a day, which is done behind the windows while somebody is signed in.
+    void DefineCuidados(CuidadosDoDia cuidados) { m_Cuidados.emplace(std::move(cuidados)); }
+    // Does what is due now, if nothing of it is being done, and tells what was found; a clock of its own looks every
+    // few seconds.
+    void CuidaDoDia();
     // Asks for the reason of a correction. Nothing when the person gave up.
     std::optional<std::string> PedeMotivo(const std::string &pergunta);
     // Locks the desk when nobody has used it for too long; a clock of its own looks every few seconds.
@@ -81,7 +91,14 @@ class Mesa : public QMainWindow {
     void AbreAdministracao(int pagina);
     void ConfereRegistro();
     void CopiaRegistro();
+    void RestauraRegistro();
+    void ExportaCabeca();
     void MostraConferencia();
+    void LembraConferencia(const ResultadoDoAto &conferido);
+    void ConcluiCuidado(Cuidado qual, const ResultadoDoAto &resultado);
+    void ContaAchados();
+    // Gives up what is being done behind the windows.
+    void ParaCuidado();
     void MostraReplica();
     void AtualizaReplica();
     void AbreConsulta();
@@ -96,6 +113,12 @@ class Mesa : public QMainWindow {
     Preferencias &m_Preferencias;
     Ociosidade m_Ociosidade;
     AtosDoRegistro m_Atos;
+    Ociosidade m_Descanso; // after which nobody is disturbed
+    std::optional<CuidadosDoDia> m_Cuidados;
+    std::thread m_Cuidando;
+    Cuidado m_Qual{}; // is being done there
+    std::atomic<bool> m_Desistiu = false;
+    std::vector<ResultadoDoAto> m_PorContar; // with findings
     std::function<Data()> m_Agora;
     QMdiArea *m_Area;
     Ref<CamadaQt> m_Camada;
@@ -112,6 +135,8 @@ class Mesa : public QMainWindow {
     QMenu *m_MenuRegistro = nullptr;
     QAction *m_Conferir = nullptr;
     QAction *m_Copiar = nullptr;
+    QAction *m_Restaurar = nullptr;
+    QAction *m_Exportar = nullptr;
     QMenu *m_MenuJanela = nullptr;
     QLabel *m_Usuario = nullptr;
     QLabel *m_Cliente = nullptr;

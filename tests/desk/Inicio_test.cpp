@@ -1,7 +1,10 @@
 #include "desk/host/Inicio.h"
 
+#include "desk/host/DiretorioDeTrabalho.h"
 #include "host/Falha.h"
+#include "tests/desk/PastaDeTeste.h"
 #include "tests/desk/RegistroDeTeste.h"
+#include "tests/desk/SemPrivilegio.h"
 
 #include <QLockFile>
 #include <QTemporaryDir>
@@ -73,6 +76,12 @@ class PessoaDeTeste : public IPessoaNoInicio {
         }
         return Tira(NaFalta, OpcaoDaFalta::Sair);
     }
+    bool Continua(const std::string &frase, const std::vector<std::string> &achados) override
+    {
+        Lido.push_back("achados: " + frase);
+        Lido.insert(Lido.end(), achados.begin(), achados.end());
+        return Tira(Respostas, false);
+    }
     bool Aceita(const std::string &pergunta) override
     {
         Lido.push_back("aceita: " + pergunta);
@@ -114,9 +123,14 @@ class InicioTeste : public testing::Test {
                 servicos.CadastraCliente({1, "Amostra", {}, "RS"});
                 progresso(1);
             },
-            [this](const std::filesystem::path &copia, const std::filesystem::path &registro) {
-                restauradas.push_back(copia.filename().string() + " em " + registro.filename().string());
-                std::filesystem::copy_file(copia, registro);
+            [this](const std::filesystem::path &registro, const PedidoDeRestauracao &pedido) {
+                restauradas.push_back(std::filesystem::path(pedido.Arquivo).filename().string() + " em " +
+                                      registro.filename().string());
+                const DesfechoDaCopia desfecho = Restauracao(registro.string(), {}).Faz(pedido, Manha());
+                if (!desfecho.Feita) {
+                    pessoa.Avisa(desfecho.Frase);
+                }
+                return desfecho;
             });
     }
     Ref<Servicos> Abre() { return Comeco().Abre(pessoa); }
@@ -373,6 +387,46 @@ TEST_F(InicioTeste, EmptyFile_InThePlaceOfTheKnownOne_IsToldAndStaysAsItIs)
     EXPECT_EQ(std::filesystem::file_size(Registro()), 0U);
 }
 
+TEST_F(InicioTeste, Check_OfAWholeRegistry_TellsNothing)
+{
+    Inicio comeco = Comeco();
+    comeco.Cria(Novidade());
+    EXPECT_TRUE(comeco.Confere(pessoa));
+    EXPECT_EQ(pessoa.Lido, Linhas{});
+}
+
+TEST_F(InicioTeste, Check_WithFindings_GoesOnByAYesOnly)
+{
+    Inicio comeco = Comeco();
+    comeco.Cria(Novidade());
+    LinhasSql(Registro(), "UPDATE USUARIO SET Nome = 'Outra'");
+    EXPECT_FALSE(comeco.Confere(pessoa));
+    ASSERT_EQ(pessoa.Lido.size(), 2U);
+    EXPECT_EQ(pessoa.Lido[0].substr(0, 9), "achados: ");
+    EXPECT_NE(pessoa.Lido[1].find("Outra"), std::string::npos) << pessoa.Lido[1];
+    pessoa.Respostas = {true};
+    EXPECT_TRUE(comeco.Confere(pessoa));
+}
+
+TEST_F(InicioTeste, DirectoryOfWork_WhereNothingCanBeWritten_IsAPrivateOneThatGoesAway)
+{
+    std::filesystem::create_directory(Em("d"));
+    EXPECT_EQ(DiretorioDeTrabalho(Em("d")).Caminho(), Em("d"));
+    EXPECT_EQ(DiretorioDeTrabalho(Em("ainda-nao")).Caminho(), Em("ainda-nao"));
+    AbreATodos(Em("d")); // with what leads there
+    std::filesystem::permissions(Em("d"), std::filesystem::perms(0555));
+    std::filesystem::path outro;
+    {
+        const SemPrivilegio sem;
+        const DiretorioDeTrabalho diretorio(Em("d"));
+        outro = diretorio.Caminho();
+        EXPECT_NE(outro, Em("d"));
+        EXPECT_EQ(ModoDe(outro), 0700U);
+    }
+    EXPECT_FALSE(std::filesystem::exists(outro));
+    std::filesystem::permissions(Em("d"), std::filesystem::perms(0700));
+}
+
 TEST_F(InicioTeste, Restoring_PutsTheCopyInThePlaceOfTheKnownOneAndOpensIt)
 {
     const std::string antes = Conhecido();
@@ -381,6 +435,34 @@ TEST_F(InicioTeste, Restoring_PutsTheCopyInThePlaceOfTheKnownOneAndOpensIt)
     pessoa.Arquivos = {Em("guardado.db")};
     EXPECT_EQ(Abre()->Identificador(), antes);
     EXPECT_EQ(restauradas, Linhas{"guardado.db em registro.db"});
+}
+
+TEST_F(InicioTeste, Restoring_ACopyOfAnotherRegistry_IsDoneByAYesOnly)
+{
+    Conhecido();
+    const std::string outro = Outro("outro.db");
+    Some();
+    pessoa.NaFalta = {OpcaoDaFalta::RestaurarCopia};
+    pessoa.Arquivos = {Em("outro.db")};
+    EXPECT_TRUE(Abre().Nada());
+    EXPECT_FALSE(std::filesystem::exists(Registro()));
+
+    pessoa.NaFalta = {OpcaoDaFalta::RestaurarCopia};
+    pessoa.Arquivos = {Em("outro.db")};
+    pessoa.Respostas = {true, true}; // restore it, and work in it
+    EXPECT_EQ(Abre()->Identificador(), outro);
+}
+
+TEST_F(InicioTeste, Restoring_WhatWasOpenedLast_KeepsWhatItReplaces)
+{
+    Inicio comeco = Comeco();
+    const std::string antes = comeco.Cria(Novidade())->Identificador();
+    std::filesystem::copy_file(Registro(), Em("copia.db"));
+    EXPECT_EQ(comeco.Registro(), Registro());
+    comeco.Restaura(Em("copia.db"), pessoa);
+    EXPECT_EQ(pessoa.Lido, Linhas{});
+    EXPECT_EQ(NoDiretorio("d").size(), 2U);
+    EXPECT_EQ(comeco.Abre(pessoa)->Identificador(), antes);
 }
 
 TEST_F(InicioTeste, Restoring_Fails_IsToldWithTheChoicesAgain)

@@ -5,12 +5,15 @@
 #include "desk/windows/JanelaDeTrabalho.h"
 #include "host/Falha.h"
 #include "tests/desk/MesaTeste.h"
+#include "tests/desk/PastaDeTeste.h"
 #include "tests/desk/Retrato.h"
+#include "tests/desk/SemPrivilegio.h"
 #include "tests/desk/Teclado.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QFile>
+#include <QLabel>
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QTest>
@@ -170,6 +173,58 @@ TEST(JanelasDoInicio, NewRegistry_GivenUp_IsNotMade)
     EXPECT_FALSE(feito);
 }
 
+TEST(JanelasDoInicio, Findings_ByKeys_AreGoneOnWithByAYesOnly)
+{
+    const auto continua = [](const std::function<void(Teclado &)> &teclas) {
+        bool sim = false;
+        NaFrente(
+            [&] {
+                sim = InicioQt().Continua("A conferência encontrou 2 problemas.",
+                                          {"A aferição 12 tem 40 e a história diz 60.", "O documento 3 sumiu."});
+            },
+            [&](Teclado &t) {
+                t.EsperaJanela("Achados");
+                teclas(t);
+            });
+        return sim;
+    };
+    EXPECT_FALSE(continua([](Teclado &t) {
+        Retrata("achados-do-inicio");
+        t.Tecla(Qt::Key_Return);
+    }));
+    EXPECT_FALSE(continua([](Teclado &t) { t.Tecla(Qt::Key_Escape); }));
+    EXPECT_TRUE(continua([](Teclado &t) { t.Alt('C'); }));
+}
+
+TEST(MesaDeConsulta, RegistryThatTakesNoWrites_IsSaidSoAndOffersNone)
+{
+    RegistroDeTeste registro;
+    registro.Cadastra("saulo");
+    registro.Fecha();
+    AbreATodos(registro.Caminho());
+    std::filesystem::permissions(registro.Caminho(), std::filesystem::perms(0444));
+    const QTemporaryDir pasta;
+    const auto agora = [&] { return registro.Relogio; };
+    Preferencias preferencias(pasta.filePath("preferencias.ini").toStdString());
+    const Ref<Servicos> servicos = [&] {
+        const SemPrivilegio sem;
+        return Servicos::Abre(registro.Caminho(), agora);
+    }();
+    ASSERT_NE(servicos->SomenteLeitura(), "");
+    Mesa mesa(servicos, pasta.filePath("mesa").toStdString(), agora, preferencias);
+    AtosDoRegistro atos = FazAtosDoRegistro(registro.Caminho(), agora);
+    atos.Restaura = [](const std::string &) {};
+    mesa.DefineAtos(atos);
+    std::string recusa;
+    std::int32_t espera = 0;
+    mesa.Entra(servicos->Entra("saulo", "senha de saulo", "mesa", recusa, espera));
+    EXPECT_EQ(mesa.windowTitle().toStdString(), "Registro de Equipamentos (somente consulta)");
+    EXPECT_EQ(mesa.findChild<QLabel *>("estadoSomenteConsulta")->toolTip().toStdString(), servicos->SomenteLeitura());
+    EXPECT_FALSE(mesa.findChild<QAction *>("minhaSenha")->isEnabled());
+    EXPECT_FALSE(mesa.findChild<QAction *>("restaurar")->isEnabled());
+    EXPECT_TRUE(mesa.findChild<QAction *>("fazerCopia")->isEnabled());
+}
+
 class JanelasDaMesaTeste : public MesaTeste {
   protected:
     JanelasDaMesaTeste() { Entra(); }
@@ -197,6 +252,37 @@ TEST_F(JanelasDaMesaTeste, Reason_GivenUp_IsNone)
     NaFrente([&] { motivo = mesa.PedeMotivo("Por que é corrigida?"); },
              [](Teclado &t) { t.EsperaJanela("Motivo").Escreve("um bom motivo").Tecla(Qt::Key_Escape); });
     EXPECT_EQ(motivo, std::nullopt);
+}
+
+TEST_F(JanelasDaMesaTeste, Correction_AsksForTheReasonAndStoresNothingWithoutOne)
+{
+    const auto sessao = registro.Sessao("ana");
+    IncluiComSensores(sessao, {{AfericaoDe("1", DataDe(1, 1, 2026), DataDe(30, 6, 2026))}});
+    mesa.Entra(sessao);
+    const auto corrige = [&](const std::function<void(Teclado &)> &jornada) {
+        Retorno retorno;
+        NaFrente(
+            [&] {
+                Abre(sessao, 1);
+                retorno = Pede(sessao, "altera",
+                               Poe(SoNumero(1), Poe(SoSensor(1), Com(SoAfericao(1), &AfericaoED::Marca, "555"))));
+            },
+            jornada);
+        return retorno;
+    };
+    const auto motivos = [&] {
+        return registro.Sql("SELECT COUNT(*) || ' ' || MAX(COALESCE(Motivo, '')) FROM HISTORICO WHERE Entidade = "
+                            "'AFERICAO'");
+    };
+    const Retorno desistida = corrige([](Teclado &t) {
+        t.EsperaJanela("Motivo")
+            .EsperaTexto("frase", "Esta gravação corrige a aferição 1 do sensor 1.")
+            .Tecla(Qt::Key_Escape);
+    });
+    EXPECT_FALSE(desistida.Feita);
+    EXPECT_EQ(motivos(), "1 ");
+    EXPECT_TRUE(corrige([](Teclado &t) { t.EsperaJanela("Motivo").Escreve("certificado trocado").Alt('O'); }).Feita);
+    EXPECT_EQ(motivos(), "2 certificado trocado");
 }
 
 TEST_F(JanelasDaMesaTeste, Work_OnTheWholeRegistry_ShowsHowFarItIsAndWhatCameOfIt)
@@ -302,6 +388,126 @@ TEST_F(JanelasDaMesaTeste, MenuOfTheRegistry_OfWhomHasNoRight_IsNotThere)
     atos.Confere = [](const SegueAto &) { return ResultadoDoAto{}; };
     mesa.DefineAtos(atos);
     EXPECT_FALSE(mesa.findChild<QAction *>("menuRegistro")->isVisible());
+}
+
+// The menu of the registry, in the hands of saulo, who may do everything, over what really does it.
+class MenuDoRegistroTeste : public MesaTeste {
+  protected:
+    MenuDoRegistroTeste()
+    {
+        QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+        AtosDoRegistro atos = FazAtosDoRegistro(registro.Caminho(), [this] { return registro.Relogio; });
+        atos.Restaura = [this](const std::string &copia) { restaurada = copia; };
+        EXPECT_EQ(mesa.findChild<QLabel *>("estadoSomenteConsulta"), nullptr);
+        mesa.DefineAtos(atos);
+        mesa.show();
+        mesa.Entra(registro.Sessao("saulo"));
+    }
+    static void Percorre(const std::function<void(Teclado &)> &jornada) { EXPECT_EQ(Teclado::Percorre(jornada), ""); }
+    static void Abre(Teclado &t, const QString &item) { t.EsperaJanela("Mesa").Alt('G').EscolheNoMenu(item); }
+
+    std::string restaurada;
+};
+
+TEST_F(MenuDoRegistroTeste, Check_IsToldInTheStatusBarAndItsReportIsSaved)
+{
+    Percorre([&](Teclado &t) {
+        Abre(t, "Conferir registro...");
+        t.EsperaJanela("Trabalho").EsperaTexto("fechar", "&Fechar").Alt('S');
+        t.EsperaEscolhaDeArquivo().Ctrl(Qt::Key_A).Escreve(pasta.filePath("relatorio.txt") + "\r");
+        t.EsperaJanela("Trabalho").Alt('F').EsperaJanela("Mesa");
+        t.EsperaTexto("estadoConferencia", "Conferido em 20/11/2026 às 10:00: sem problemas");
+    });
+    const std::string relatorio = BytesDe(pasta.filePath("relatorio.txt").toStdString());
+    EXPECT_NE(relatorio.find("Arquivo: " + registro.Caminho()), std::string::npos) << relatorio;
+
+    LinhasSql(registro.Caminho(), "UPDATE USUARIO SET Nome = 'Outra' WHERE Usuario = 'saulo'");
+    Percorre([&](Teclado &t) {
+        Abre(t, "Conferir registro...");
+        t.EsperaJanela("Trabalho").EsperaTexto("fechar", "&Fechar");
+        EXPECT_NE(NaTela([] {
+                      return dynamic_cast<QPlainTextEdit *>(Teclado::Acha("achados"))->toPlainText().toStdString();
+                  }).find("Outra"),
+                  std::string::npos);
+        t.Alt('F').EsperaJanela("Mesa");
+        t.EsperaTexto("estadoConferencia", "Conferido em 20/11/2026 às 10:00: 1 problema");
+    });
+}
+
+TEST_F(MenuDoRegistroTeste, Copy_IsMadeWhereItWasAskedFor)
+{
+    const QString copias = pasta.filePath("copias");
+    std::filesystem::create_directory(copias.toStdString());
+    Percorre([&](Teclado &t) {
+        Abre(t, "Fazer cópia...");
+        t.EsperaEscolhaDeArquivo().Ctrl(Qt::Key_A).Escreve(copias + "\r");
+        t.EsperaJanela("Trabalho").EsperaTexto("fechar", "&Fechar").Alt('F').EsperaJanela("Mesa");
+    });
+    EXPECT_EQ(Nomes(copias.toStdString()), std::vector<std::string>{"registro.20261120-100000.db"});
+}
+
+TEST_F(MenuDoRegistroTeste, Restore_ByAYes_ClosesTheDeskAndIsLeftToTheProgram)
+{
+    const QString copia = pasta.filePath("copia.db");
+    std::filesystem::copy_file(registro.Caminho(), copia.toStdString());
+    const auto pede = [&](Teclado &t) {
+        Abre(t, "Restaurar...");
+        t.EsperaEscolhaDeArquivo().Ctrl(Qt::Key_A).Escreve(copia + "\r");
+        t.Espera("the question", [] { return Teclado::Frente()->inherits("QMessageBox"); });
+    };
+    Percorre([&](Teclado &t) {
+        pede(t);
+        t.Tecla(Qt::Key_Return).EsperaJanela("Mesa");
+    });
+    EXPECT_EQ(restaurada, "");
+    EXPECT_TRUE(mesa.isVisible());
+    Percorre([&](Teclado &t) {
+        pede(t);
+        t.Alt('S').Espera("the desk is closed", [&] { return !mesa.isVisible(); });
+    });
+    EXPECT_EQ(restaurada, copia.toStdString());
+}
+
+TEST_F(MenuDoRegistroTeste, CaresOfTheDay_AreDoneBehindTheWindowsAndWhatWasFoundIsTold)
+{
+    const auto agora = [this] { return registro.Relogio; };
+    mesa.DefineCuidados(CuidadosDoDia(registro.Caminho(), registro.Aberto(), preferencias, agora));
+    LinhasSql(registro.Caminho(), "UPDATE USUARIO SET Nome = 'Outra' WHERE Usuario = 'saulo'");
+    const auto cuida = [this] {
+        QMetaObject::invokeMethod(
+            &mesa, [this] { mesa.CuidaDoDia(); }, Qt::QueuedConnection);
+    };
+    Percorre([&](Teclado &t) {
+        cuida(); // the copy of a registry with a fault is not kept
+        t.EsperaJanela("Relato").Alt('F').EsperaJanela("Mesa");
+        NaTela([&] { registro.PassaSegundos(10 * 60); });
+        cuida();
+        t.EsperaJanela("Relato");
+        EXPECT_NE(NaTela([] {
+                      return dynamic_cast<QPlainTextEdit *>(Teclado::Acha("linhas"))->toPlainText().toStdString();
+                  }).find("Outra"),
+                  std::string::npos);
+        t.Alt('F').EsperaTexto("estadoConferencia", "Conferido em 20/11/2026 às 10:10: 1 problema");
+    });
+    EXPECT_EQ(Nomes(Copia::PastaPadrao(registro.Caminho())), std::vector<std::string>{});
+}
+
+TEST_F(MenuDoRegistroTeste, Head_IsShownAndSavedAndNeverOverAFile)
+{
+    const QString destino = pasta.filePath("cabeca.txt");
+    Percorre([&](Teclado &t) {
+        Abre(t, "Exportar cabeça...");
+        t.EsperaJanela("Cabeca");
+        Retrata("cabeca");
+        t.Alt('S').EsperaEscolhaDeArquivo().Ctrl(Qt::Key_A).Escreve(destino + "\r").EsperaJanela("Cabeca");
+        t.Alt('S').EsperaEscolhaDeArquivo().Ctrl(Qt::Key_A).Escreve(destino + "\r");
+        t.EsperaCaixa("A cabeça do histórico não pôde ser gravada em " + destino +
+                      " (já existe um arquivo com esse nome).");
+        t.Tecla(Qt::Key_Return).EsperaJanela("Cabeca").Alt('F').EsperaJanela("Mesa");
+    });
+    const CabecaAssinada cabeca = CabecaAssinada::LeArquivo(destino.toStdString());
+    EXPECT_TRUE(cabeca.AssinaturaVale());
+    EXPECT_EQ(cabeca.Registro, registro.Aberto().Identificador());
 }
 
 TEST(ResumoDaConferencia, SaysWhenAndHowMany)

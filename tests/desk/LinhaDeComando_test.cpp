@@ -1,5 +1,7 @@
 #include "desk/host/LinhaDeComando.h"
 
+#include "desk/services/Cabeca.h"
+#include "tests/desk/PastaDeTeste.h"
 #include "tests/desk/RegistroDeTeste.h"
 
 #include <QProcess>
@@ -61,6 +63,25 @@ TEST(LinhaDeComando, Mistakes_AreSentences)
     EXPECT_EQ(Le({"solto"}).Erro, "\"solto\" não é uma opção.");
     EXPECT_EQ(Le({"--uf", "RS"}).Erro, "A opção --uf só vai com --novo.");
     EXPECT_EQ(Le({"--novo", "--amostra"}).Erro, "As opções --novo e --amostra não vão juntas.");
+}
+
+TEST(LinhaDeComando, CareOfTheRegistry_TakesItsFiles)
+{
+    EXPECT_EQ(Le({"--confere"}).OQue, Ato::Confere);
+    EXPECT_EQ(Le({"--confere"}).Desde, "");
+    EXPECT_EQ(Le({"--confere", "--desde", "cabeca.txt"}).Desde, "cabeca.txt");
+    EXPECT_EQ(Le({"--copia", "copias"}).OQue, Ato::Copia);
+    EXPECT_EQ(Le({"--copia=copias"}).Pasta, "copias");
+    EXPECT_EQ(Le({"--restaura", "a.db"}).OQue, Ato::Restaura);
+    EXPECT_EQ(Le({"--restaura", "a.db"}).Arquivo, "a.db");
+    EXPECT_FALSE(Le({"--restaura", "a.db"}).DeOutro);
+    EXPECT_TRUE(Le({"--restaura", "a.db", "--de-outro"}).DeOutro);
+    EXPECT_EQ(Le({"--desde", "c.txt"}).Erro, "A opção --desde só vai com --confere.");
+    EXPECT_EQ(Le({"--confere", "--de-outro"}).Erro, "A opção --de-outro só vai com --restaura.");
+    EXPECT_EQ(Le({"--confere", "--copia", "x"}).Erro, "As opções --confere e --copia não vão juntas.");
+    EXPECT_EQ(Le({"--copia="}).Erro, "A opção --copia veio sem o seu valor.");
+    EXPECT_EQ(Le({"--confere", "--desde="}).Erro, "A opção --desde veio sem o seu valor.");
+    EXPECT_EQ(Le({"--copia", "x", "--uf", "RS"}).Erro, "A opção --uf só vai com --novo.");
 }
 
 TEST(LinhaDeComando, Password_IsTheFirstLineWithoutItsEnd)
@@ -152,6 +173,83 @@ TEST_F(ProgramaTeste, New_WithAWeakPasswordOrNone_MakesNothing)
         EXPECT_NE(saida.Erro, "") << senha;
         EXPECT_FALSE(std::filesystem::exists(pasta.filePath("d").toStdString())) << senha;
     }
+}
+
+TEST_F(ProgramaTeste, Check_TellsAWholeRegistryFromOneThatWasChanged)
+{
+    ASSERT_EQ(Novo("cavalo grampeador azul\n").Codigo, 0);
+    const QStringList confere{"--confere", "--dados", pasta.filePath("d")};
+    const Saida inteira = Roda(confere, "");
+    EXPECT_EQ(inteira.Codigo, 0) << inteira.Texto;
+    EXPECT_NE(inteira.Texto.find("Arquivo: " + Registro()), std::string::npos) << inteira.Texto;
+    LinhasSql(Registro(), "UPDATE USUARIO SET Nome = 'Outra'");
+    const Saida mudada = Roda(confere, "");
+    EXPECT_EQ(mudada.Codigo, 1);
+    EXPECT_NE(mudada.Texto.find("Outra"), std::string::npos) << mudada.Texto;
+    std::filesystem::remove(Registro());
+    EXPECT_EQ(Roda(confere, "").Codigo, 2);
+}
+
+TEST_F(ProgramaTeste, Check_HoldsTheRegistryAgainstAHeadKeptElsewhere)
+{
+    ASSERT_EQ(Novo("cavalo grampeador azul\n").Codigo, 0);
+    const std::string cabeca = pasta.filePath("cabeca.txt").toStdString();
+    ExportacaoDeCabeca::Grava(ExportacaoDeCabeca::Le(Registro(), DataDe(20, 11, 2026, 10, 0, 0)), cabeca);
+    const QStringList confere{"--confere", "--desde", pasta.filePath("cabeca.txt"), "--dados", pasta.filePath("d")};
+    EXPECT_EQ(Roda(confere, "").Codigo, 0);
+    const std::string alheio = pasta.filePath("alheio.db").toStdString();
+    Servicos::Cria(alheio, TipoDeRegistro::Registro, [] { return DataDe(20, 11, 2026, 9, 0, 0); });
+    std::filesystem::remove(cabeca);
+    ExportacaoDeCabeca::Grava(ExportacaoDeCabeca::Le(alheio, DataDe(20, 11, 2026, 10, 0, 0)), cabeca);
+    EXPECT_EQ(Roda(confere, "").Codigo, 1);
+    EXPECT_EQ(Roda({"--confere", "--desde", pasta.filePath("nada.txt"), "--dados", pasta.filePath("d")}, "").Codigo, 2);
+}
+
+TEST_F(ProgramaTeste, CopyAndRestore_BringBackWhatWasThere)
+{
+    ASSERT_EQ(Novo("cavalo grampeador azul\n").Codigo, 0);
+    const auto dados = [&](const QStringList &argumentos) {
+        return Roda(argumentos + QStringList{"--dados", pasta.filePath("d")}, "");
+    };
+    const auto antes = LinhasSql(Registro(), "SELECT Identificador FROM REGISTRO");
+    const Saida copia = dados({"--copia", pasta.filePath("copias")});
+    ASSERT_EQ(copia.Codigo, 0) << copia.Erro;
+    const auto nomes = Nomes(pasta.filePath("copias").toStdString());
+    ASSERT_EQ(nomes.size(), 1U);
+    EXPECT_NE(copia.Texto.find(nomes[0]), std::string::npos) << copia.Texto;
+    std::filesystem::remove(Registro());
+    const QString guardada = pasta.filePath("copias/" + QString::fromStdString(nomes[0]));
+    const Saida restaurada = dados({"--restaura", guardada});
+    EXPECT_EQ(restaurada.Codigo, 0) << restaurada.Erro;
+    EXPECT_EQ(LinhasSql(Registro(), "SELECT Identificador FROM REGISTRO"), antes);
+    EXPECT_EQ(ModoDe(Registro()), 0600U);
+    EXPECT_EQ(dados({"--confere"}).Codigo, 0);
+    const Saida nenhuma = dados({"--restaura", pasta.filePath("nada.db")});
+    EXPECT_EQ(nenhuma.Codigo, 1);
+    EXPECT_NE(nenhuma.Erro.find("Nada foi restaurado."), std::string::npos) << nenhuma.Erro;
+}
+
+TEST_F(ProgramaTeste, Restore_OfAnotherRegistry_IsTakenOnlyWhenToldSo)
+{
+    ASSERT_EQ(Novo("cavalo grampeador azul\n").Codigo, 0);
+    const std::string alheio = pasta.filePath("alheio.db").toStdString();
+    const std::string identificador =
+        Servicos::Cria(alheio, TipoDeRegistro::Registro, [] { return DataDe(20, 11, 2026, 9, 0, 0); })->Identificador();
+    const QStringList restaura{"--restaura", pasta.filePath("alheio.db"), "--dados", pasta.filePath("d")};
+    const Saida recusada = Roda(restaura, "");
+    EXPECT_EQ(recusada.Codigo, 1);
+    EXPECT_NE(recusada.Erro.find("A cópia é de outro registro."), std::string::npos) << recusada.Erro;
+    EXPECT_NE(LinhasSql(Registro(), "SELECT Identificador FROM REGISTRO")[0], identificador);
+    EXPECT_EQ(Roda(restaura + QStringList{"--de-outro"}, "").Codigo, 0);
+    EXPECT_EQ(LinhasSql(Registro(), "SELECT Identificador FROM REGISTRO")[0], identificador);
+}
+
+TEST_F(ProgramaTeste, WhatItWrites_IsTheUsersOwn)
+{
+    ASSERT_EQ(Novo("cavalo grampeador azul\n").Codigo, 0);
+    EXPECT_EQ(ModoDe(pasta.filePath("d").toStdString()), 0700U);
+    EXPECT_EQ(ModoDe(Registro()), 0600U);
+    EXPECT_EQ(ModoDe(pasta.filePath("config/registro-de-equipamentos/preferencias.ini").toStdString()), 0600U);
 }
 
 TEST_F(ProgramaTeste, Help_IsTheDesksOwnAndMistakesEndWithTwo)
