@@ -240,6 +240,10 @@ class LeituraDoBanco : public IMDB {
     std::string Name() const override { return m_Nome; }
     Ref<ICursor> OpenRecordset(const std::string &sql, std::int16_t, const Valor &, const Valor &) override
     {
+        if (sql.find("UF_MUNIC =") != std::string::npos && sql.find(EstadoDoModulo) == std::string::npos) {
+            throw Falha(ErroDeSintaxe, "BancoLocal",
+                        "O estado da consulta não pôde ser trocado pelo do cliente: " + sql);
+        }
         return Novo<CursorDoBanco>(m_Conexao.Executa(Q(Substitui(sql, EstadoDoModulo, m_Estado))));
     }
 

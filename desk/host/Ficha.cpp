@@ -1,10 +1,16 @@
 #include "desk/host/Ficha.h"
 
+#include "desk/services/Esquema.h"
 #include "host/Falha.h"
 
 #include <algorithm>
 
 namespace mesa {
+
+std::size_t MaximoDe(std::string_view tabela, std::string_view coluna)
+{
+    return static_cast<std::size_t>(Esquema::Acha(tabela)->Acha(coluna)->Ate);
+}
 
 CampoDaFicha &Ficha::Campo(std::string_view nome)
 {

@@ -28,6 +28,9 @@ struct OpcaoDoCampo {
     std::string Texto;
 };
 
+// Characters that the column of the registry takes.
+std::size_t MaximoDe(std::string_view tabela, std::string_view coluna);
+
 struct CampoDaFicha {
     std::string Nome;
     std::string Rotulo;

@@ -115,8 +115,11 @@ std::optional<Ficha> PaginaClientes::Abre(const std::string &comando, std::optio
                             .Valor = inclusao ? "" : CStr(cliente->CodCliente.Valor()),
                             .Maximo = 6,
                             .Travado = !inclusao});
-    ficha.Campos.push_back(
-        {.Nome = "nome", .Rotulo = "&Nome:", .Valor = cliente->NomeCliente, .Maximo = 60, .Travado = !inclusao});
+    ficha.Campos.push_back({.Nome = "nome",
+                            .Rotulo = "&Nome:",
+                            .Valor = cliente->NomeCliente,
+                            .Maximo = MaximoDe("CLIENTE", "Nome"),
+                            .Travado = !inclusao});
     CampoDaFicha estado{.Nome = "estado", .Rotulo = "&Estado:", .Especie = EspecieDoCampo::Escolha};
     estado.Opcoes = OpcoesDeEstado();
     if (inclusao) {

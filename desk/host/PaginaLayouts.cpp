@@ -80,8 +80,11 @@ std::optional<Ficha> PaginaLayouts::Abre(const std::string &comando, std::option
     Ficha ficha;
     ficha.Nome = "FichaLayout";
     ficha.Titulo = inclusao ? "Layout novo" : "Layout " + layout->NomeLayout.Valor();
-    ficha.Campos.push_back(
-        {.Nome = "nome", .Rotulo = "&Nome:", .Valor = layout->NomeLayout, .Maximo = 60, .Travado = !inclusao});
+    ficha.Campos.push_back({.Nome = "nome",
+                            .Rotulo = "&Nome:",
+                            .Valor = layout->NomeLayout,
+                            .Maximo = MaximoDe("LAYOUT", "Nome"),
+                            .Travado = !inclusao});
     ficha.Campos.push_back(
         {.Nome = "conteudo", .Rotulo = "C&onteúdo:", .Especie = EspecieDoCampo::Linhas, .Valor = layout->Conteudo});
     ficha.Salva = [this, layout, inclusao](Ficha &aberta) -> std::optional<ProblemaDaFicha> {

@@ -128,8 +128,14 @@ std::optional<Ficha> PaginaLogradouros::Abre(const std::string &comando, std::op
     municipio.Valor = inclusao ? m_Criterios.Valor("municipio") : CStr(logradouro->CodMunic.Valor());
     municipio.Travado = !inclusao;
     ficha.Campos.push_back(municipio);
-    ficha.Campos.push_back({.Nome = "nome", .Rotulo = "&Nome:", .Valor = logradouro->NomeLograd, .Maximo = 60});
-    ficha.Campos.push_back({.Nome = "bairro", .Rotulo = "&Bairro:", .Valor = logradouro->Bairro, .Maximo = 60});
+    ficha.Campos.push_back({.Nome = "nome",
+                            .Rotulo = "&Nome:",
+                            .Valor = logradouro->NomeLograd,
+                            .Maximo = MaximoDe("LOGRADOURO", "Nome")});
+    ficha.Campos.push_back({.Nome = "bairro",
+                            .Rotulo = "&Bairro:",
+                            .Valor = logradouro->Bairro,
+                            .Maximo = MaximoDe("LOGRADOURO", "Bairro")});
     ficha.Campos.push_back(
         {.Nome = "cep", .Rotulo = "C&EP:", .Valor = CepComTraco(logradouro->Cep), .Maximo = LetrasDoCep});
     ficha.Salva = [this, logradouro, inclusao](Ficha &aberta) -> std::optional<ProblemaDaFicha> {

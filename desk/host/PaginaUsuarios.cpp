@@ -180,9 +180,13 @@ std::optional<Ficha> PaginaUsuarios::FichaDoUsuario(const Ref<UsuarioED> &usuari
     ficha.Nome = "FichaUsuario";
     ficha.Titulo = inclusao ? "Usuário novo" : "Usuário " + usuario->Usuario.Valor();
     ficha.Frase = inclusao ? RegraDaSenha : "";
+    ficha.Campos.push_back({.Nome = "usuario",
+                            .Rotulo = "&Usuário:",
+                            .Valor = usuario->Usuario,
+                            .Maximo = MaximoDe("USUARIO", "Usuario"),
+                            .Travado = !inclusao});
     ficha.Campos.push_back(
-        {.Nome = "usuario", .Rotulo = "&Usuário:", .Valor = usuario->Usuario, .Maximo = 60, .Travado = !inclusao});
-    ficha.Campos.push_back({.Nome = "nome", .Rotulo = "&Nome:", .Valor = usuario->NomePessoa, .Maximo = 60});
+        {.Nome = "nome", .Rotulo = "&Nome:", .Valor = usuario->NomePessoa, .Maximo = MaximoDe("USUARIO", "Nome")});
     CampoDaFicha cliente{.Nome = "cliente", .Rotulo = "C&liente:", .Especie = EspecieDoCampo::Escolha};
     const auto &lista = clientes->Clientes.Valor();
     for (std::int32_t n = 1; lista && n <= lista->Count(); ++n) {

@@ -1,6 +1,7 @@
 #include "desk/services/AberturaSQLite.h"
 
 #include "desk/services/ArquivoSQLite.h"
+#include "desk/services/ErroSql.h"
 #include "host/Conversoes.h"
 #include "host/Falha.h"
 
@@ -185,10 +186,14 @@ AberturaSQLite::AberturaSQLite(const fs::path &arquivo, const DetectorDeRede &re
 {
     const fs::path pasta = m_Arquivo.parent_path();
     m_Trava.emplace(pasta, TravaDaPasta::Uso::DeTodos, EmRestauracao);
+    const std::string disco = rede(m_Arquivo);
     if (!fs::exists(m_Arquivo)) {
+        if (!disco.empty()) {
+            throw ErroSql(MotivoSql::Acesso, "A pasta " + pasta.string() + " fica em um disco de rede (" + disco +
+                                                 "), onde um registro não pode ser gravado com segurança");
+        }
         return;
     }
-    const std::string disco = rede(m_Arquivo);
     std::vector<fs::path> gravados = {pasta, m_Arquivo};
     for (const char *parte : PartesAoLado) {
         if (fs::exists(Parte(m_Arquivo, parte))) {

@@ -4,6 +4,9 @@
 
 #include <QByteArray>
 
+#include <charconv>
+#include <system_error>
+
 namespace mesa {
 
 namespace {
@@ -29,6 +32,9 @@ ArquivoSQLite::ArquivoSQLite(const std::filesystem::path &arquivo, Modo modo) : 
     Exige(codigo);
     sqlite3_extended_result_codes(aberto, 1);
     sqlite3_busy_timeout(aberto, EsperaOcupado);
+    // What stands in the file is not trusted to run anything.
+    sqlite3_db_config(aberto, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    sqlite3_db_config(aberto, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
     // A log of which the database makes nothing is not thrown away by looking.
     sqlite3_db_config(aberto, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
 }
@@ -67,7 +73,12 @@ std::string ArquivoSQLite::Texto(const std::string &sql)
 std::int64_t ArquivoSQLite::Inteiro(const std::string &sql)
 {
     const std::string texto = Texto(sql);
-    return texto.empty() ? 0 : std::stoll(texto);
+    std::int64_t numero = 0;
+    const auto lido = std::from_chars(texto.data(), texto.data() + texto.size(), numero);
+    if (!texto.empty() && (lido.ec != std::errc() || lido.ptr != texto.data() + texto.size())) {
+        throw ErroSql(MotivoSql::Danificado, "um texto onde devia haver um número");
+    }
+    return numero;
 }
 
 std::vector<unsigned char> ArquivoSQLite::Comeco(std::size_t quantos)

@@ -15,7 +15,8 @@ constexpr std::u32string_view Sinais = U"._- ";
 // Beyond these are other alphabets and letters that hardly anybody tells from ours.
 constexpr char32_t PrimeiraComAcento = 0xC0;
 constexpr char32_t UltimaComAcento = 0x17F;
-constexpr std::u32string_view Parecidas = U"\u0131\u0138"; // dotless i and kra, like an i and a k
+constexpr std::u32string_view Parecidas =
+    U"\u0131\u0138\u00D0\u00F0\u0110\u0111"; // dotless i, kra, eth and d with stroke, like i, k, D
 
 bool EhLetraNossa(char32_t letra)
 {

@@ -94,6 +94,9 @@ ResultadoDaConferencia Examina(const std::string &arquivo, bool parado, bool rap
     Exame exame(*leitor, segue);
     try {
         if (!exame.Reconhece()) {
+            if (desde != nullptr) {
+                exame.RecusaCabeca();
+            }
             return exame.Resultado;
         }
         exame.ConfereEsquema();

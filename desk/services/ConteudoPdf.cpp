@@ -5,6 +5,7 @@
 #include <QBuffer>
 #include <QElapsedTimer>
 #include <QPdfDocument>
+#include <QRegularExpression>
 
 #include <algorithm>
 #include <string_view>
@@ -88,6 +89,11 @@ std::string DefeitoAoAbrir(const QByteArray &conteudo)
         return "O documento tem uma proteção que não se abre aqui: envie o arquivo sem proteção.";
     default:
         return "O documento está danificado e não abre: confira o arquivo e envie de novo.";
+    }
+    // The library opens by itself what is under an empty password; yet it is not the file as it reads.
+    static const QRegularExpression cifrado("/Encrypt\\s*(?:<<|\\d+\\s+\\d+\\s+R)");
+    if (cifrado.match(QString::fromLatin1(conteudo)).hasMatch()) {
+        return "O documento está cifrado: envie o arquivo sem senha e sem proteção.";
     }
     if (documento.pageCount() < 1) {
         return "O documento não tem nenhuma página: confira o arquivo e envie de novo.";

@@ -86,6 +86,10 @@ const std::vector<Tabela> &Tabelas();
 // Null when there is none of that name.
 const Tabela *Acha(std::string_view nome);
 
+// The document of the calibration that an entry of the history writes down.
+inline constexpr std::string_view DocumentoDaEntrada =
+    "CASE WHEN json_valid(Depois) THEN json_extract(Depois, '$.NroIntImgCertif') END";
+
 // What marks a file as a registry.
 inline constexpr std::int32_t Aplicacao = 0x52455154;
 

@@ -288,6 +288,16 @@ void Exame::ConfereAntigo()
                       ", cujo histórico não prova nada: abra-o com este programa, que o atualiza, e confira de novo.";
 }
 
+// A registry without an identity is not the one of any head, whatever else is found in it.
+void Exame::RecusaCabeca()
+{
+    Resultado.Achados.push_back("A cabeça do histórico não é deste arquivo: ela é de um registro que tem identidade, e "
+                                "este não tem.");
+    if (Resultado.Como == ResultadoDaConferencia::Desfecho::Inteira) {
+        Resultado.Como = ResultadoDaConferencia::Desfecho::ComAchados;
+    }
+}
+
 void Exame::ConfereArquivo(bool rapido)
 {
     Tenta(0.25, "a estrutura do arquivo", [&] {

@@ -25,6 +25,8 @@ class Exame {
 
     // Whether the file is a registry of this program's version; other ones are answered in the result.
     bool Reconhece();
+    // There is a head from outside, and this registry, which is not recognised, cannot be the one that it is of.
+    void RecusaCabeca();
 
     void ConfereArquivo(bool rapido);
     void ConfereEsquema();

@@ -186,6 +186,7 @@ std::int32_t Portaria::Conta(const Tentativa &tentativa, const Achado &achado)
     const std::string espera = "durante a espera";
     if (!ContaNoRegistro(achado)) {
         Tentativas &contadas = m_EmMemoria.De(tentativa.Chave);
+        contadas.Acerta(tentativa.Agora);
         const std::int32_t falta = contadas.Falta(tentativa.Agora);
         if (falta > 0) {
             if (m_Banco->SomenteLeitura().empty()) {
@@ -199,6 +200,9 @@ std::int32_t Portaria::Conta(const Tentativa &tentativa, const Achado &achado)
     return m_Banco->Escreve([&] {
         TentativasDoUsuario doUsuario(*m_Banco, achado.Quem.Numero, tentativa.Estacao);
         Tentativas contadas = doUsuario.Le();
+        if (contadas.Acerta(tentativa.Agora)) {
+            doUsuario.Grava(contadas);
+        }
         const std::int32_t falta = contadas.Falta(tentativa.Agora);
         if (falta > 0) {
             RegistraRecusa(tentativa, achado, espera);

@@ -272,6 +272,7 @@ void ServicoEquipamentos::ConfereRegistro(const EquiptoED &e, const EquiptoED *a
     if (e.TemLimiteDif.Valor() == Indicador::Sim && mudou(&EquiptoED::TemLimiteDif) && !regras.TemLimites) {
         throw Recusa(doTipo + "não trabalham com limites diferenciados.");
     }
+    // When limits are given up, the form does not send a rejection: what is stored of it stays.
     if (e.NroIntRejLimDif.Valor() != 0 && mudou(&EquiptoED::NroIntRejLimDif) &&
         e.TemLimiteDif.Valor() != Indicador::Sim) {
         throw Recusa(

@@ -1,6 +1,7 @@
 #include "desk/services/ServicoSensores.h"
 
 #include "desk/services/Conferencia.h"
+#include "desk/services/Esquema.h"
 #include "desk/services/Historico.h"
 #include "desk/services/MapaRegistro.h"
 #include "desk/services/Recusa.h"
@@ -425,11 +426,13 @@ void ServicoSensores::ConfereDocumento(const AfericaoED &afericao) const
     if (!achado.Proxima()) {
         throw Recusa(nome + " não existe no cliente " + m_Operacao.Quem().Cliente + ".");
     }
-    Consulta outro(m_Operacao.Dados(),
-                   "SELECT e.Codigo FROM AFERICAO a JOIN SENSOR s ON s.NroIntSensor = a.NroIntSensor "
-                   "JOIN EQUIPAMENTO e ON e.NroIntEquip = s.NroIntEquip "
-                   "WHERE a.NroIntImgCertif = ? AND s.NroIntEquip <> ? LIMIT 1",
-                   {numero, m_NroIntEquip});
+    // A calibration rests on the documents of its earlier versions too.
+    static const QString sql =
+        "SELECT e.Codigo FROM HISTORICO h JOIN AFERICAO a ON a.NroIntAfericao = h.NroEntidade "
+        "JOIN SENSOR s ON s.NroIntSensor = a.NroIntSensor JOIN EQUIPAMENTO e ON e.NroIntEquip = s.NroIntEquip "
+        "WHERE h.Entidade = 'AFERICAO' AND " +
+        Q(std::string(Esquema::DocumentoDaEntrada)) + " = ? AND s.NroIntEquip <> ? LIMIT 1";
+    Consulta outro(m_Operacao.Dados(), sql, {numero, m_NroIntEquip});
     if (outro.Proxima()) {
         throw Recusa(nome + " já é do equipamento " + outro.Texto(0) +
                      ": um documento é das aferições de um equipamento só. Envie o PDF de novo.");

@@ -38,6 +38,16 @@ std::int32_t Tentativas::Falta(const Instante &agora) const
     return static_cast<std::int32_t>(std::clamp<std::int64_t>(EsperaAte - Segundos(agora), 0, std::int64_t{Espera()}));
 }
 
+bool Tentativas::Acerta(const Instante &agora)
+{
+    const std::int64_t fim = Segundos(agora) + Espera();
+    if (EsperaAte <= fim) {
+        return false;
+    }
+    EsperaAte = fim;
+    return true;
+}
+
 void Tentativas::Conta(const Instante &agora)
 {
     ++Vezes;

@@ -21,6 +21,8 @@ struct Tentativas {
     // Seconds to wait after the last one.
     std::int32_t Espera() const;
     void Conta(const Instante &agora);
+    // A wait that was counted by a clock that was ahead ends as soon as one of now would. Whether it was such a one.
+    bool Acerta(const Instante &agora);
 };
 
 // Those at the name of a user, in the registry: neither haste nor a kill wins a try. A station at which the user has

@@ -51,6 +51,7 @@ namespace mesa {
 namespace {
 
 constexpr int MinutoEmMilissegundos = 60000;
+constexpr int EsperaDaTroca = 50; // milliseconds
 constexpr std::int32_t MinutosDeDescanso = 5;
 constexpr int EntreOlhares = 5000; // of whether somebody is there, milliseconds
 constexpr const char *FerramentaFotografica = "mnuModVOREquiptos";
@@ -283,6 +284,13 @@ void Mesa::MontaEstado()
 
 bool Mesa::PedeEntrada()
 {
+    bool entrou = false;
+    NaBorda([&] { entrou = PedeAteQueEntre(); });
+    return entrou;
+}
+
+bool Mesa::PedeAteQueEntre()
+{
     for (;;) {
         Entrada entrada(m_Servicos, m_Preferencias.Estacao(), std::nullopt, this);
         m_Janelas->MostraEEspera(Novo<DialogoQt>(&entrada));
@@ -294,7 +302,7 @@ bool Mesa::PedeEntrada()
             AvisaEmCaixa("Relógio", Q(sessao->AvisoDeRelogio()), this);
         }
         if (!sessao->DeveTrocarSenha() || TrocaMinhaSenha(sessao, true)) {
-            NaBorda([&] { Entra(sessao); });
+            Entra(sessao);
             return true;
         }
     }
@@ -588,16 +596,18 @@ void Mesa::Trava()
     const auto cortinas = Cortina::SobreTodas();
     Entrada trava(m_Servicos, m_Preferencias.Estacao(), m_Host->Servico()->Operador(), this);
     m_Janelas->MostraEEspera(Novo<DialogoQt>(&trava));
-    for (const QPointer<Cortina> &cortina : cortinas) {
-        if (!cortina.isNull()) {
-            cortina->Abre();
+    const auto abre = [cortinas] {
+        for (const QPointer<Cortina> &cortina : cortinas) {
+            if (!cortina.isNull()) {
+                cortina->Abre();
+            }
         }
-    }
+    };
     if (trava.PediuTroca()) {
-        FechaAsDaFrente();
-        TrocaQuandoPuder();
+        TrocaQuandoPuder(abre);
         return;
     }
+    abre();
     m_Travada = false;
     m_Ociosidade.Usa();
     if (!ativa.isNull()) {
@@ -620,12 +630,15 @@ void Mesa::FechaAsDaFrente()
     }
 }
 
-void Mesa::TrocaQuandoPuder()
+// What does not go at once, as work that is being given up, stays covered until it does.
+void Mesa::TrocaQuandoPuder(const std::function<void()> &abreCortinas)
 {
+    NaBorda([this] { FechaAsDaFrente(); });
     if (QThread::currentThread()->loopLevel() > m_Nivel) {
-        QTimer::singleShot(0, this, [this] { TrocaQuandoPuder(); });
+        QTimer::singleShot(EsperaDaTroca, this, [this, abreCortinas] { TrocaQuandoPuder(abreCortinas); });
         return;
     }
+    abreCortinas();
     m_Travada = false;
     show();
     TrocaDeUsuario();

@@ -80,10 +80,11 @@ class Mesa : public QMainWindow {
     void MontaMenuRegistro();
     void MontaMenuJanela();
     void TrocaDeUsuario();
+    bool PedeAteQueEntre();
     // Takes away what stands in front of the main window, as if each had been cancelled.
     void FechaAsDaFrente();
     // Once nothing that was opened is still waiting for its window.
-    void TrocaQuandoPuder();
+    void TrocaQuandoPuder(const std::function<void()> &abreCortinas);
     bool MostraFicha(Ficha &ficha);
     // False when the person would not change a password that must be.
     bool TrocaMinhaSenha(const Ref<SessaoServico> &sessao, bool obrigada);

@@ -135,6 +135,11 @@ TEST_F(BancoLocalMesaTeste, Municipio_AsTheModuleAsks_IsOfTheClientsOwnState)
     EXPECT_EQ(Coluna("NOME_MUNICIPIO", DoEstado), (Textos{"Brasília", "Porto Alegre"}));
 }
 
+TEST_F(BancoLocalMesaTeste, StatementOfAStateThatCannotBeTheClients_IsAFault)
+{
+    EXPECT_THROW(Coluna("x", "SELECT 1 AS x FROM Municipio WHERE UF_MUNIC = 'SC'"), Falha);
+}
+
 TEST_F(BancoLocalMesaTeste, Municipios_OfAnOlderFile_AreWrittenAnew)
 {
     const std::filesystem::path pasta = Pasta("antiga");

@@ -88,6 +88,16 @@ class ServicosAbertura : public ServicosTeste {
         EXPECT_TRUE(Lanca(70, "Servicos < Servicos.CadastraCliente", frase + " Nada foi gravado.", [&] {
             servicos->CadastraCliente({9, "Outro", {}, "RS"});
         }));
+        const fs::path novo = Caminho().parent_path() / "novo.db";
+        EXPECT_TRUE(
+            Lanca(75, "*",
+                  "Não foi possível ler ou gravar o arquivo do registro (A pasta " + novo.parent_path().string() +
+                      " fica em um disco de rede (NFS), onde um registro não pode ser gravado com segurança).",
+                  [&] {
+                      Banco(std::make_unique<DialetoSQLite>([](const fs::path &) { return std::string("NFS"); }), novo,
+                            [](Banco &) {});
+                  }));
+        EXPECT_FALSE(fs::exists(novo));
         EXPECT_TRUE(BytesDe(Caminho()) == bytes);
         EXPECT_EQ(Nomes(Caminho().parent_path()), nomes);
     }

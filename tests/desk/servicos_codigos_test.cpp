@@ -53,6 +53,9 @@ const std::vector<Caso> &Casos()
         {"\uFF21", "tem uma letra de outro alfabeto (U+FF21)"},  // fullwidth
         {"\u0261", "tem uma letra de outro alfabeto (U+0261)"},  // phonetic, like a g
         {"\u0131", "tem uma letra de outro alfabeto (U+0131)"},  // without its dot
+        {"\u00D0", "tem uma letra de outro alfabeto (U+00D0)"},
+        {"\u0110", "tem uma letra de outro alfabeto (U+0110)"},
+        {"\u0111", "tem uma letra de outro alfabeto (U+0111)"},
         {"1\u00AA", "tem uma letra de outro alfabeto (U+00AA)"}, // ordinal
         {"\u017F", "tem uma letra que é outra com aparência diferente"},
         {"\u0133", "tem uma letra que é outra com aparência diferente"}, // two in one

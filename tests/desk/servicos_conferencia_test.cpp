@@ -597,6 +597,12 @@ TEST_F(ServicosConferencia, RegistryOfVersion1Migrated_IsWholeButForWhatWasChang
               "Nada foi encontrado no arquivo, nas referências nem nos documentos. O registro é da versão "
               "1, cujo histórico não prova nada: abra-o com este programa, que o atualiza, e confira de "
               "novo.");
+    // No head is of a file without an identity: it may have been put in the place of the one that it is of.
+    const CabecaAssinada cabeca = ExportacaoDeCabeca::Le(m_Registro.Caminho(), DataDe(22, 11, 2026));
+    const ResultadoDaConferencia desde = Conferidor(caminho).Confere({}, &cabeca);
+    EXPECT_EQ(desde.Como, Desfecho::ComAchados);
+    EXPECT_EQ(desde.Achados, (Frases{"A cabeça do histórico não é deste arquivo: ela é de um registro que tem "
+                                     "identidade, e este não tem."}));
     LinhasSql(caminho, "UPDATE AFERICAO SET Numero = 'outro' WHERE NroIntAfericao = 1");
     const Instante agora(DataDe(22, 11, 2026, 9, 0, 0), -180);
     Servicos::Abre(caminho, [&] { return agora; });

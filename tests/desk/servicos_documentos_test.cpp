@@ -101,6 +101,11 @@ TEST_F(ServicosDocumentos, Content_UnderAPassword_IsRefusedInItsOwnWords)
     EXPECT_EQ(
         RecusaAoGuardar(m_Ana, protegido("/Filter /Standard /V 1 /R 2 /P -4 /O <" + chave + "> /U <" + chave + ">")),
         "O documento pede uma senha para abrir: envie o arquivo sem senha.");
+    // The password is an empty one, with which it opens for everybody.
+    const std::string abre = "294f983e13d314030ad3162a2b68ec99b76d4618b5d511061b6a052fa26c668e";
+    EXPECT_EQ(
+        RecusaAoGuardar(m_Ana, protegido("/Filter /Standard /V 1 /R 2 /P -4 /O <" + chave + "> /U <" + abre + ">")),
+        "O documento está cifrado: envie o arquivo sem senha e sem proteção.");
     EXPECT_EQ(RecusaAoGuardar(m_Ana, protegido("/Filter /Outra /V 9")),
               "O documento tem uma proteção que não se abre aqui: envie o arquivo sem proteção.");
     EXPECT_EQ(Linhas("DOCUMENTO"), "0");

@@ -372,6 +372,10 @@ TEST_F(ServicosSensores, Documento_OfAnotherEquipment_IsRefused)
     Faz(m_Ana, "reativa", SoNumero(1));
     Abre(m_Ana, 1);
     Altera(1, 1, {AfericaoDe("2", Jan, Jun, 1)}); // within the equipment it is shared
+    // Nor does a correction let go of what the earlier version rests on.
+    Altera(1, 1, {Com(SoAfericao(2), &AfericaoED::NroIntImgCertif, GuardaPdf(m_Ana, "certo"))});
+    Altera(1, 1, {Com(SoAfericao(1), &AfericaoED::NroIntImgCertif, GuardaPdf(m_Ana, "outro certo"))});
+    EXPECT_EQ(Recusa(outro, 2, {AfericaoDe("77", Jan, Jun, 1)}), recusa);
 }
 
 // What the form asks for, asked again: of a new calibration, each on its own.
