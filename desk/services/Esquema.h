@@ -86,9 +86,10 @@ const std::vector<Tabela> &Tabelas();
 // Null when there is none of that name.
 const Tabela *Acha(std::string_view nome);
 
-// The document of the calibration that an entry of the history writes down.
+// The document of the calibration that an entry of the history writes down. With no function of JSON: in an index, one
+// is not run on a connection that does not trust the file.
 inline constexpr std::string_view DocumentoDaEntrada =
-    "CASE WHEN json_valid(Depois) THEN json_extract(Depois, '$.NroIntImgCertif') END";
+    "CAST(substr(Depois, instr(Depois, '\"NroIntImgCertif\":') + 18, 16) AS INTEGER)";
 
 // What marks a file as a registry.
 inline constexpr std::int32_t Aplicacao = 0x52455154;
