@@ -188,8 +188,7 @@ std::vector<Tabela> Todas()
                      Nula(Para("DOCUMENTO (NroDocumento)", Chave("NroIntImgCertif", MaiorNumero))),
                      Numero("TipoAfer", 1, 2), Texto("PortDimel", 9), Versao},
          .Condicoes = {{"Verificacao_ate_Vencimento", "DataVerificacao <= DataVencimento"}},
-         .Indices = {{"AFERICAO_Sensor", "NroIntSensor, Ativo, DataVerificacao, DataVencimento"},
-                     {"AFERICAO_Documento", "NroIntImgCertif"}},
+         .Indices = {{"AFERICAO_Sensor", "NroIntSensor, Ativo, DataVerificacao, DataVencimento"}},
          .Fixas = {"NroIntSensor"},
          // The history has an entry for each version. Until the one of a change is written, the row may be written
          // again.
