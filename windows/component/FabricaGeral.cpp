@@ -1,28 +1,11 @@
 #include "windows/component/FabricaGeral.h"
 
 #include "windows/component/PublicoGeral.h"
-#include "windows/host/FazHostWindows.h"
 
 namespace nativo {
 namespace {
 
 std::atomic<long> Trancas{0};
-
-// The module's state belongs to the thread whose shell lives: there is one set of it, and its host's objects are that
-// thread's.
-DWORD FioDoModulo = 0;
-
-void PreparaModulo()
-{
-    const bool vazio = EsteComponente().Host.Nada();
-    if (!vazio && FioDoModulo != GetCurrentThreadId()) {
-        throw Falha(NumeroDe(RPC_E_WRONG_THREAD));
-    }
-    if (vazio) {
-        InstalaHost(FazHostWindows());
-        FioDoModulo = GetCurrentThreadId();
-    }
-}
 
 } // namespace
 
@@ -64,10 +47,7 @@ HRESULT FabricaGeral::CreateInstance(IUnknown *agregador, REFIID iid, void **sai
         return CLASS_E_NOAGGREGATION;
     }
     Com<_Geral> novo;
-    const HRESULT codigo = NaBorda(IID_IClassFactory, [&] {
-        PreparaModulo();
-        novo = Com<_Geral>::Adota(new PublicoGeral(Novo<::Geral>()));
-    });
+    const HRESULT codigo = NaBorda(IID_IClassFactory, [&] { novo = PublicoGeral::Cria(); });
     return FAILED(codigo) ? codigo : novo->QueryInterface(iid, saida);
 }
 

@@ -121,9 +121,10 @@ FaceDual::FaceDual(REFIID iid)
 
 FaceDual::Membro FaceDual::LeMembro(ITypeInfo &tabela, const FUNCDESC &descricao)
 {
-    Membro membro{.Numero = descricao.memid,
-                  .Especie = descricao.invkind,
-                  .Lugar = static_cast<ULONG_PTR>(descricao.oVft)};
+    Membro membro;
+    membro.Numero = descricao.memid;
+    membro.Especie = descricao.invkind;
+    membro.Lugar = static_cast<ULONG_PTR>(descricao.oVft);
     std::vector<BSTR> nomes(static_cast<std::size_t>(descricao.cParams) + 1);
     UINT quantos = 0;
     Exige(tabela.GetNames(descricao.memid, nomes.data(), static_cast<UINT>(nomes.size()), &quantos));

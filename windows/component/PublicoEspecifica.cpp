@@ -34,9 +34,8 @@ HRESULT PublicoEspecifica::HabilitarMenu()
 
 HRESULT PublicoEspecifica::Menu(SAFEARRAY **oItens)
 {
-    return Executa([&](::Especifica &especifica) {
-        AlteraItens(oItens, [&](ItensMenu &itens) { especifica.Menu(itens); });
-    });
+    return Executa(
+        [&](::Especifica &especifica) { AlteraItens(oItens, [&](ItensMenu &itens) { especifica.Menu(itens); }); });
 }
 
 HRESULT PublicoEspecifica::MenuAuxiliar(SAFEARRAY **oItens)
@@ -48,9 +47,8 @@ HRESULT PublicoEspecifica::MenuAuxiliar(SAFEARRAY **oItens)
 
 HRESULT PublicoEspecifica::CreateCVORPesqEquip(_CVORPesqEquip **resultado)
 {
-    return Responde(resultado, [](::Especifica &especifica) {
-        return PublicoCVORPesqEquip::De(especifica.CreateCVORPesqEquip());
-    });
+    return Responde(
+        resultado, [](::Especifica &especifica) { return PublicoCVORPesqEquip::De(especifica.CreateCVORPesqEquip()); });
 }
 
 HRESULT PublicoEspecifica::CreateCVorEquip(_CVorEquip **resultado)

@@ -2,24 +2,48 @@
 
 #include "shell/Especifica.h"
 #include "shell/ModGeral.h"
+#include "windows/component/FazHost.h"
 #include "windows/component/PublicoEspecifica.h"
 
 namespace nativo {
 namespace {
+
+DWORD FioDoModulo = 0;
 
 Valor NomeDaAplicacao(const VARIANT &NomeAPP)
 {
     return DeVariante<std::optional<Valor>>(NomeAPP).value_or("");
 }
 
+void TerminaModulo() noexcept
+{
+    DescarregaModulo();
+    InstalaHost(nullptr);
+}
+
 } // namespace
+
+Com<_Geral> PublicoGeral::Cria()
+try {
+    if (!HaVivos()) {
+        InstalaHost(FazHost());
+        FioDoModulo = GetCurrentThreadId();
+    } else if (FioDoModulo != GetCurrentThreadId()) {
+        throw Falha(NumeroDe(RPC_E_WRONG_THREAD));
+    }
+    return Com<_Geral>::Adota(new PublicoGeral(Novo<::Geral>()));
+} catch (...) {
+    if (!HaVivos()) {
+        TerminaModulo();
+    }
+    throw;
+}
 
 PublicoGeral::~PublicoGeral()
 {
     Solta();
     if (!HaVivos()) {
-        DescarregaModulo();
-        InstalaHost(nullptr);
+        TerminaModulo();
     }
 }
 

@@ -5,10 +5,12 @@
 
 namespace nativo {
 
-// The shell as the host has it. With the last one of them the module's state ends, and with it the host's services.
+// The shell as the host has it. With the first one the host's services are installed, and with the last one the
+// module's state ends and they go. Meanwhile the state belongs to one thread, for there is one set of it.
 class PublicoGeral final : public Publico<_Geral, ::Geral> {
   public:
-    using Publico::Publico;
+    // A new shell; the platform's fault for one in another thread than those that live.
+    static Com<_Geral> Cria();
 
     HRESULT STDMETHODCALLTYPE get_MDB(IDispatch **valor) override;
     HRESULT STDMETHODCALLTYPE putref_MDB(IDispatch *valor) override;
@@ -47,6 +49,7 @@ class PublicoGeral final : public Publico<_Geral, ::Geral> {
     HRESULT STDMETHODCALLTYPE ObtemTransacao3(BSTR sTransID, VARIANT *origem) override;
 
   private:
+    using Publico::Publico;
     ~PublicoGeral() override;
 };
 
