@@ -53,7 +53,7 @@ class JanelaForm : public Objeto {
     HWND Manipulador() const { return m_Janela; }
     const Ref<IForm> &Form() const { return m_Form; }
     const AoRedorDoForm &AoRedor() const { return m_AoRedor; }
-    const Letra &Tipo() const { return *m_Letra; }
+    const Letra &Escrita() const { return *m_Letra; }
     Pessoa &DaPessoa() { return m_Pessoa; }
     // The renderer of a window of the form's, or of a control; null when there is none.
     Renderizador *DaJanela(HWND janela) const;
@@ -70,7 +70,7 @@ class JanelaForm : public Objeto {
     // Does at once what was put off by that.
     void Arranja();
     // What a label, box or tab page is painted on.
-    HBRUSH FundoEm(HWND janela) const;
+    COLORREF FundoEm(HWND janela) const;
 
   private:
     class Entrada;

@@ -60,6 +60,8 @@ class Renderizador {
     // Of the keys that are the form's, Tab, Enter, Esc, F1 and those that lead through pages: whether the window needs
     // this one for itself now, such as Enter in an open combo.
     virtual bool FicaComTecla(HWND janela, WPARAM tecla) const;
+    // The colour on which it shows what it holds; none: that on which it is shown itself.
+    virtual std::optional<COLORREF> CorDoMiolo() const;
     // The system's font, its scale or the system's colours have become others; the windows have the new font already.
     virtual void MudouAparencia();
 
@@ -88,7 +90,7 @@ class Renderizador {
     bool Encerrado() const;
 
     JanelaForm &Janela() const { return m_Janela; }
-    const Letra &Tipo() const;
+    const Letra &Escrita() const;
 
     std::vector<Conexao> m_Conexoes;
 
