@@ -105,7 +105,7 @@ void ComboNativo::Avisou(UINT aviso)
         }
         break;
     case CBN_KILLFOCUS:
-        m_Atos.Outro();
+        FezOutro();
         break;
     default:
         break;
@@ -114,17 +114,17 @@ void ComboNativo::Avisou(UINT aviso)
 
 std::optional<LRESULT> ComboNativo::Mensagem(UINT mensagem, WPARAM w, LPARAM)
 {
-    if (!m_Atos.Obedece(AtoDe(mensagem, w))) {
+    if (m_Atos.Obedece && !m_Atos.Obedece(AtoDe(mensagem, w))) {
         if (mensagem == WM_LBUTTONDOWN) {
             SetFocus(m_Janela);
         }
         return 0;
     }
-    if (mensagem == WM_CHAR) {
+    if (mensagem == WM_CHAR && m_Atos.Digita) {
         return Letra(static_cast<wchar_t>(w));
     }
     if (EhTeclaQueNaoEscreve(mensagem, w)) {
-        m_Atos.Outro();
+        FezOutro();
     }
     return std::nullopt;
 }
@@ -138,11 +138,18 @@ std::optional<LRESULT> ComboNativo::Letra(wchar_t unidade)
     const std::string letra =
         ParaUtf8(IS_LOW_SURROGATE(unidade) ? std::wstring{metade, unidade} : std::wstring{unidade});
     if (!EhLetraDeCombo(letra)) {
-        m_Atos.Outro();
+        FezOutro();
         return std::nullopt;
     }
     m_Atos.Digita(letra);
     return 0;
+}
+
+void ComboNativo::FezOutro() const
+{
+    if (m_Atos.Outro) {
+        m_Atos.Outro();
+    }
 }
 
 void ComboNativo::MostraItens(std::size_t quantos, const std::function<const std::string &(std::size_t)> &item)

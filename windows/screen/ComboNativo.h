@@ -13,15 +13,15 @@
 
 namespace nativo {
 
-// The platform's drop-down list, which leaves to others what is found by typing and whether it may be opened.
+// The platform's drop-down list, in which others may decide what typing finds and whether it may be opened.
 class ComboNativo {
   public:
-    // What the person does there.
+    // What the person does there. Those that nobody is asked for are the platform's own affair.
     struct Atos {
         std::function<void(int indice)> Escolhe;
-        std::function<void(const std::string &texto)> Digita;
-        std::function<bool(AtoNoCombo ato)> Obedece;
-        std::function<void()> Outro; // any other key, or the keyboard leaves
+        std::function<void(const std::string &texto)> Digita{};
+        std::function<bool(AtoNoCombo ato)> Obedece{};
+        std::function<void()> Outro{}; // any other key, or the keyboard leaves
     };
 
     static constexpr DWORD Estilo = WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST | CBS_HASSTRINGS;
@@ -44,6 +44,7 @@ class ComboNativo {
   private:
     bool Aberto() const;
     std::optional<LRESULT> Letra(wchar_t unidade);
+    void FezOutro() const;
     void AlargaLista() const;
 
     HWND m_Janela;

@@ -11,8 +11,7 @@ RenderCombo::RenderCombo(Ref<IControle> controle, const Peca &peca, JanelaForm &
       m_Combo(Faz(WC_COMBOBOXW, ComboNativo::Estilo),
               {.Escolhe = [this](int indice) { Age([&] { Como<ztCombo>(*this).Escolhe(indice); }); },
                .Digita = [this](const std::string &texto) { Age([&] { Como<ztCombo>(*this).Digita(texto); }); },
-               .Obedece = [this](AtoNoCombo ato) { return ComboObedece(Como<ztCombo>(*this), ato); },
-               .Outro = [] {}})
+               .Obedece = [this](AtoNoCombo ato) { return ComboObedece(Como<ztCombo>(*this), ato); }})
 {
 }
 

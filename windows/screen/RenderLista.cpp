@@ -18,8 +18,8 @@ namespace nativo {
 namespace {
 
 constexpr Folgas AFolga{};
-constexpr std::int32_t FolgaDaCelula = 12;  // pixels of 15 twips, beside its text
-constexpr std::int32_t FolgaDoTitulo = 24;  // with the arrow of the order
+constexpr std::int32_t FolgaDaCelula = 12; // pixels of 15 twips, beside its text
+constexpr std::int32_t FolgaDoTitulo = 24; // with the arrow of the order
 constexpr std::int32_t EntreBotoes = 2;
 constexpr int LarguraDaDica = 400;
 constexpr UINT PrimeiraOrdem = 1000; // number in the menu; those of the commands come before
@@ -384,8 +384,7 @@ LRESULT RenderLista::Notifica(NMHDR &aviso)
     case LVN_ITEMCHANGED: { // by something else than the mouse and the keys, such as a screen reader
         const auto &mudanca = reinterpret_cast<const NMLISTVIEW &>(aviso);
         const bool escolhida = (mudanca.uNewState & ~mudanca.uOldState & LVIS_SELECTED) != 0;
-        if (escolhida && !Mostrando() && mudanca.iItem >= 0 &&
-            mudanca.iItem + 1 != Como<ztList>(*this).ItemAtual()) {
+        if (escolhida && !Mostrando() && mudanca.iItem >= 0 && mudanca.iItem + 1 != Como<ztList>(*this).ItemAtual()) {
             Age([this, linha = mudanca.iItem + 1] { Como<ztList>(*this).ClicaLinha(linha); });
         }
         return 0;
@@ -505,8 +504,8 @@ void RenderLista::ClicaEm(LPARAM ponto)
 {
     LVHITTESTINFO onde{};
     onde.pt = {GET_X_LPARAM(ponto), GET_Y_LPARAM(ponto)};
-    const auto linha = static_cast<std::int32_t>(
-        SendMessageW(m_Linhas, LVM_SUBITEMHITTEST, 0, reinterpret_cast<LPARAM>(&onde)));
+    const auto linha =
+        static_cast<std::int32_t>(SendMessageW(m_Linhas, LVM_SUBITEMHITTEST, 0, reinterpret_cast<LPARAM>(&onde)));
     if (linha >= 0) {
         Age([this, linha] { Como<ztList>(*this).ClicaLinha(linha + 1); });
     }
@@ -547,8 +546,8 @@ void RenderLista::AbreMenu(LPARAM ponto)
     Acrescenta(menu.get(), reinterpret_cast<UINT_PTR>(colunas), ordens.Caption,
                static_cast<UINT>(MF_POPUP) | (ordens.Utilizavel ? MF_ENABLED : MF_GRAYED));
     const POINT onde = LugarDoMenu(ponto);
-    const auto escolhido = static_cast<UINT>(TrackPopupMenuEx(menu.get(), TPM_RETURNCMD | TPM_RIGHTBUTTON, onde.x,
-                                                              onde.y, Janela().Manipulador(), nullptr));
+    const auto escolhido = static_cast<UINT>(
+        TrackPopupMenuEx(menu.get(), TPM_RETURNCMD | TPM_RIGHTBUTTON, onde.x, onde.y, Janela().Manipulador(), nullptr));
     if (escolhido >= PrimeiraOrdem) {
         Age([this, coluna = static_cast<std::int32_t>(escolhido - PrimeiraOrdem)] {
             Como<ztList>(*this).OrdenaPor(coluna);

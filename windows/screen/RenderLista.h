@@ -32,9 +32,9 @@ class RenderLista : public Renderizador {
     // A button of the side bar.
     struct Botao {
         HWND Manipulador = nullptr;
-        std::string Chave; // of its command; empty for the list's own two
-        std::string Texto;
-        std::string Dica;
+        std::string Chave{}; // of its command; empty for the list's own two
+        std::string Texto{};
+        std::string Dica{};
         bool IniciaGrupo = false;
         bool Visivel = false;
     };
