@@ -6,8 +6,9 @@
 #include "tela/Arrumacao.h"
 #include "tela/Partes.h"
 
-#include <commctrl.h>
 #include <windows.h>
+
+#include <commctrl.h>
 
 #include <functional>
 #include <optional>
@@ -32,16 +33,17 @@ class Renderizador {
     Renderizador(Ref<IControle> controle, const Peca &peca, JanelaForm &janela);
     Renderizador(const Renderizador &) = delete;
     Renderizador &operator=(const Renderizador &) = delete;
-    virtual ~Renderizador();
+    virtual ~Renderizador() = default;
 
     const Ref<IControle> &Controle() const { return m_Controle; }
     const Peca &Descricao() const { return m_Peca; }
-    // The first of its windows; null when it has none.
+    // The first of its windows, which the text before the control is not; null when it has none.
     HWND Principal() const;
-    bool Tem(HWND janela) const;
 
-    // Brings the windows to what the control is now: enabled and visible, then what is particular to the kind.
+    // Brings the windows to what the control is now.
     void Atualiza();
+    // Whether the control is to be seen and used, with everything around it. Called by the form's window.
+    void MostraOndeEsta(bool visivel, bool habilitado);
     // Puts the windows where the piece stands. All measures are the screen's own pixels.
     virtual void Coloca(const PecaArrumada &lugar);
 
@@ -71,9 +73,9 @@ class Renderizador {
 
   protected:
     // Makes a window of this control: a child of the form's with the system's font, whose messages come to this
-    // renderer. It stands behind those made before. It is hidden until the control is shown.
+    // renderer. It stands behind those made before, and is hidden until the control is seen.
     HWND Faz(const wchar_t *classe, DWORD estilo, DWORD estiloExtra = 0);
-    // What is particular to the kind of control; enabled and visible are done before.
+    // What is particular to the kind of control. Place, visible and enabled come with the whole form.
     virtual void Mostra() = 0;
     // A window of the control that is not always seen, or not always to be used, though the control is.
     void MostraParte(HWND janela, bool visivel);
@@ -102,11 +104,15 @@ class Renderizador {
     };
 
     void Aplica(const JanelaDoControle &janela) const;
+    void Altera(HWND janela, bool JanelaDoControle::*qual, bool valor);
 
     Ref<IControle> m_Controle;
     const Peca &m_Peca;
     JanelaForm &m_Janela;
+    HWND m_Rotulo = nullptr; // the text before the control
     std::vector<JanelaDoControle> m_Janelas;
+    bool m_Visivel = false;
+    bool m_Habilitado = true;
     bool m_Mostrando = false;
 };
 
