@@ -173,9 +173,9 @@ std::vector<ClasseOferecida> &Classes()
     return classes;
 }
 
-std::map<std::type_index, std::function<Com<IDispatch>(const Ref<::Objeto> &)>> &Feitores()
+std::map<std::string_view, std::function<Com<IDispatch>(const Ref<::Objeto> &)>> &Feitores()
 {
-    static std::map<std::type_index, std::function<Com<IDispatch>(const Ref<::Objeto> &)>> feitores;
+    static std::map<std::string_view, std::function<Com<IDispatch>(const Ref<::Objeto> &)>> feitores;
     return feitores;
 }
 
@@ -584,9 +584,9 @@ const TabelaDeMembros &TabelaDe(std::type_index classe)
 
 } // namespace detalhe
 
-void OfereceComo(std::type_index classe, std::function<Com<IDispatch>(const Ref<::Objeto> &)> faz)
+void OfereceComo(const std::type_info &classe, std::function<Com<IDispatch>(const Ref<::Objeto> &)> faz)
 {
-    Feitores()[classe] = std::move(faz);
+    Feitores()[classe.name()] = std::move(faz);
 }
 
 Com<IDispatch> Embrulha(const Ref<::Objeto> &objeto, Lado lado)
@@ -603,7 +603,7 @@ Com<IDispatch> Embrulha(const Ref<::Objeto> &objeto, Lado lado)
         }
     }
     const ::Objeto &alvo = *objeto;
-    if (const auto feitor = Feitores().find(typeid(alvo)); feitor != Feitores().end()) {
+    if (const auto feitor = Feitores().find(typeid(alvo).name()); feitor != Feitores().end()) {
         return feitor->second(objeto);
     }
     return Com<IDispatch>::Adota(new Embrulho(objeto, lado));

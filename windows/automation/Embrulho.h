@@ -305,7 +305,7 @@ template <class C> void OfereceMembros(const std::function<void(Membros<C> &)> &
 
 // Tells how objects of a class become automation objects that are not made here, such as those with an interface of
 // their own. The maker gives the same one for the same object.
-void OfereceComo(std::type_index classe, std::function<Com<IDispatch>(const Ref<::Objeto> &)> faz);
+void OfereceComo(const std::type_info &classe, std::function<Com<IDispatch>(const Ref<::Objeto> &)> faz);
 
 // Our automation object for an object by the members told for its class; fault 438 when none were told.
 Com<IDispatch> Embrulha(const Ref<::Objeto> &objeto, Lado lado = Lado::Componente);

@@ -22,7 +22,8 @@ HWND ManipuladorDe(const ObjetoRemoto &objeto)
     IgnoraErro([&] {
         // Handles have 32 significant bits, in whatever kind of number they come.
         const double numero = Tardio(objeto).Chama<double>("hWnd");
-        janela = reinterpret_cast<HWND>(static_cast<LONG_PTR>(static_cast<std::uint32_t>(static_cast<std::int64_t>(numero))));
+        janela = reinterpret_cast<HWND>(
+            static_cast<LONG_PTR>(static_cast<std::uint32_t>(static_cast<std::int64_t>(numero))));
     });
     return IsWindow(janela) ? janela : nullptr;
 }
