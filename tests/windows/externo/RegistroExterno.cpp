@@ -266,7 +266,7 @@ Contado<RegistroExterno> RegistroExterno::Copia(const std::string &classe, IDisp
         }
         const Var valor = nosso != nullptr ? nosso->Le(membro.Nome) : alheio.Chama(membro.Nome);
         if (membro.Tipo != 'c') {
-            if (nosso != nullptr || valor.Como(TipoDe(membro.Tipo)).Texto() != membro.Valor.Texto()) {
+            if (valor.Bruta().vt != VT_EMPTY) { // what was left unset reads as nothing at all
                 copia->Recebe(membro, valor);
             }
         } else if (const ObjetoTardio itens(valor); itens) {

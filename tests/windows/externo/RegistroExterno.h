@@ -26,7 +26,7 @@ class RegistroExterno : public ObjetoExterno {
   public:
     // One that was never written. A FalhaExterna when the library has no such class.
     static Contado<RegistroExterno> Novo(const std::string &classe, Diario &diario);
-    // A copy of a record of that class, whoever made it; what cannot be told from its default counts as not written.
+    // A copy of a record of that class, whoever made it.
     static Contado<RegistroExterno> Copia(const std::string &classe, IDispatch *registro, Diario &diario);
     // Classes of the library.
     static std::vector<std::string> Classes();
