@@ -1,0 +1,8 @@
+# The tests of windows/ beside teste_windows, whose sources are tests/windows/*.cpp.
+
+if(TARGET ZTAVOREQUIP)
+    # Needs nothing but what Windows has, and shows its four entry points only.
+    add_test(NAME windows.dll_fechada
+        COMMAND ${CMAKE_COMMAND} -DOBJDUMP=${CMAKE_OBJDUMP} -DDLL=$<TARGET_FILE:ZTAVOREQUIP>
+                -P ${PROJECT_SOURCE_DIR}/cmake/ConfereDll.cmake)
+endif()

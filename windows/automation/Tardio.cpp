@@ -1,0 +1,74 @@
+#include "windows/automation/Tardio.h"
+
+#include "windows/automation/Texto16.h"
+
+namespace nativo {
+
+Tardio::Tardio(Com<IDispatch> objeto, Lado lado) : m_Objeto(std::move(objeto)), m_Lado(lado)
+{
+    if (!m_Objeto) {
+        throw Falha(NumeroFalha::ObjetoNaoDefinido);
+    }
+}
+
+Tardio::Tardio(const ObjetoRemoto &remoto, Lado lado) : Tardio(remoto.Objeto(), lado)
+{
+    m_Remoto = &remoto;
+}
+
+bool Tardio::Tem(std::string_view nome) const
+{
+    try {
+        Numero(nome);
+        return true;
+    } catch (const Falha &) {
+        return false;
+    }
+}
+
+DISPID Tardio::Numero(std::string_view nome) const
+{
+    return m_Remoto != nullptr ? m_Remoto->Membro(nome) : NumeroDoMembro(m_Objeto, nome);
+}
+
+void Tardio::Invoca(DISPID membro, int modo, VARIANT *argumentos, UINT quantos, VARIANT *resposta) const
+{
+    DISPPARAMS parametros{argumentos, nullptr, quantos, 0};
+    EXCEPINFO informacao{};
+    UINT errado = 0;
+    // The object may let go of its last reference to itself while it runs.
+    const Com<IDispatch> objeto = m_Objeto;
+    const HRESULT codigo = objeto->Invoke(membro, IID_NULL, LOCALE_USER_DEFAULT, static_cast<WORD>(modo), &parametros,
+                                          resposta, &informacao, &errado);
+    if (FAILED(codigo)) {
+        throw FalhaDe(codigo, informacao);
+    }
+}
+
+void Tardio::EscreveBruto(DISPID membro, std::vector<VARIANT> &argumentos) const
+{
+    DISPID escrita = DISPID_PROPERTYPUT;
+    DISPPARAMS parametros{argumentos.data(), &escrita, static_cast<UINT>(argumentos.size()), 1};
+    const Com<IDispatch> objeto = m_Objeto;
+    const auto tenta = [&](WORD modo) {
+        EXCEPINFO informacao{};
+        UINT errado = 0;
+        const HRESULT codigo =
+            objeto->Invoke(membro, IID_NULL, LOCALE_USER_DEFAULT, modo, &parametros, nullptr, &informacao, &errado);
+        if (SUCCEEDED(codigo)) {
+            return true;
+        }
+        // Only an object that has no such writing is asked in the other way.
+        if (modo == DISPATCH_PROPERTYPUTREF && (codigo == DISP_E_MEMBERNOTFOUND || codigo == DISP_E_TYPEMISMATCH ||
+                                                codigo == E_NOTIMPL || codigo == DISP_E_BADPARAMCOUNT)) {
+            return false;
+        }
+        throw FalhaDe(codigo, informacao);
+    };
+    if (V_VT(&argumentos.front()) == VT_DISPATCH && tenta(DISPATCH_PROPERTYPUTREF)) {
+        return;
+    }
+    tenta(DISPATCH_PROPERTYPUT);
+}
+
+} // namespace nativo
