@@ -6,3 +6,5 @@ if(TARGET ZTAVOREQUIP)
         COMMAND ${CMAKE_COMMAND} -DOBJDUMP=${CMAKE_OBJDUMP} -DDLL=$<TARGET_FILE:ZTAVOREQUIP>
                 -P ${PROJECT_SOURCE_DIR}/cmake/ConfereDll.cmake)
 endif()
+
+include(cmake/TestesExternos.cmake)

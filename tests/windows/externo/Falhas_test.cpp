@@ -408,7 +408,6 @@ void Publica(const std::string &arquivo, const std::string &linhas)
     std::printf("%s", linhas.c_str());
     wchar_t pasta[MAX_PATH] = {};
     if (GetEnvironmentVariableW(L"FIGURAS", pasta, MAX_PATH) > 0) {
-        CreateDirectoryW(pasta, nullptr);
         std::FILE *saida = _wfopen((std::wstring(pasta) + L"\\" + Largo(arquivo)).c_str(), L"wb");
         if (saida != nullptr) {
             std::fwrite(linhas.data(), 1, linhas.size(), saida);

@@ -29,8 +29,7 @@ int Fotografa(HWND janela, const std::string &nome)
     const std::set<std::uint32_t> cores(pontos, pontos + quantos);
 
     wchar_t pasta[MAX_PATH] = {};
-    if (GetEnvironmentVariableW(L"FOTOS", pasta, MAX_PATH) > 0) {
-        CreateDirectoryW(pasta, nullptr);
+    if (GetEnvironmentVariableW(L"FIGURAS", pasta, MAX_PATH) > 0) {
         std::FILE *arquivo = _wfopen((std::wstring(pasta) + L"\\" + Largo(nome) + L".bmp").c_str(), L"wb");
         if (arquivo != nullptr) {
             const auto bytes = static_cast<DWORD>(quantos * 4);
