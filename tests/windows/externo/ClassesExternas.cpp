@@ -9,6 +9,7 @@ namespace nativo {
 namespace {
 
 const std::wstring Raiz = L"Software\\Classes\\";
+const std::wstring Apontadas = Raiz + L"CLSID\\{80D349F1-1D47-42CF-B53F-BA4AA48D1130}\\Classes";
 
 class FabricaExterna : public IClassFactory {
   public:
@@ -56,23 +57,28 @@ class FabricaExterna : public IClassFactory {
     long m_Referencias = 1;
 };
 
-void EscreveChave(const std::wstring &chave, const std::wstring &valor)
+void Escreve(HKEY raiz, const std::wstring &chave, const wchar_t *nome, const std::wstring &valor)
 {
-    const LSTATUS resposta = RegSetKeyValueW(HKEY_LOCAL_MACHINE, (Raiz + chave).c_str(), nullptr, REG_SZ, valor.c_str(),
+    const LSTATUS resposta = RegSetKeyValueW(raiz, chave.c_str(), nome, REG_SZ, valor.c_str(),
                                              static_cast<DWORD>((valor.size() + 1) * sizeof(wchar_t)));
     if (resposta != ERROR_SUCCESS) {
         throw FalhaExterna{static_cast<std::int32_t>(resposta), "HOSPEDEIRO", "registro: " + Estreito(chave)};
     }
 }
 
-} // namespace
+void EscreveChave(const std::wstring &chave, const std::wstring &valor)
+{
+    Escreve(HKEY_LOCAL_MACHINE, Raiz + chave, nullptr, valor);
+}
 
-CLSID ClassesExternas::NumeroDa(std::size_t ordem)
+CLSID NumeroDa(std::size_t ordem)
 {
     CLSID numero = {0x7C0E5D10, 0x3B2A, 0x4E57, {0x9B, 0x0F, 0, 0, 0, 0, 0, 0}};
     numero.Data4[7] = static_cast<unsigned char>(ordem);
     return numero;
 }
+
+} // namespace
 
 void ClassesExternas::Oferece(const std::string &progId, Fabrica fabrica)
 {
@@ -111,8 +117,23 @@ void ClassesExternas::Retira(const std::string &progId)
     }
 }
 
+void ClassesExternas::Aponta(const std::string &classe, const std::string &progId, bool peloNumero)
+{
+    std::wstring identificador = Largo(progId);
+    for (const Classe &esta : m_Classes) {
+        if (peloNumero && esta.ProgId == progId) {
+            identificador = esta.Clsid;
+        }
+    }
+    Escreve(HKEY_CURRENT_USER, Apontadas, Largo(classe).c_str(), identificador);
+    m_Apontou = true;
+}
+
 ClassesExternas::~ClassesExternas()
 {
+    if (m_Apontou) {
+        RegDeleteTreeW(HKEY_CURRENT_USER, Apontadas.c_str());
+    }
     for (const Classe &classe : m_Classes) {
         Esquece(classe);
     }

@@ -26,8 +26,9 @@ class ClassesExternas {
     void Oferece(const std::string &progId, Fabrica fabrica);
     // The class is not there any more.
     void Retira(const std::string &progId);
-
-    static CLSID NumeroDa(std::size_t ordem);
+    // A value beside the component's registration tells it that it finds a class there: its programmatic identifier, or
+    // its number in braces.
+    void Aponta(const std::string &classe, const std::string &progId, bool peloNumero = false);
 
   private:
     struct Classe {
@@ -39,6 +40,7 @@ class ClassesExternas {
 
     std::vector<Classe> m_Classes;
     std::size_t m_Ordem = 0;
+    bool m_Apontou = false;
 };
 
 } // namespace nativo

@@ -359,6 +359,64 @@ Contado<ObjetoExterno> HospedeiroExterno::FazVisor()
     return visor;
 }
 
+Contado<ObjetoExterno> HospedeiroExterno::FazDiretorios()
+{
+    auto diretorios = ObjetoExterno::Novo("CDiretorios", Livro);
+    diretorios->Tem("ObtemDiretorio", Estreito(m_Pasta));
+    return diretorios;
+}
+
+Contado<ObjetoExterno> HospedeiroExterno::FazGlobal()
+{
+    auto global = ObjetoExterno::Novo("CGlobalVor", Livro);
+    global->Aceita("InicializaSessao");
+    global->Faz("ObtemCredencial", [this](const ChamadaRecebida &) {
+        auto credencial = ObjetoExterno::Novo("CCredencial", Livro);
+        credencial->Tem("Credencial", std::int32_t{4321}).Tem("CodMunic", std::int32_t{0});
+        return Var(credencial);
+    });
+    return global;
+}
+
+Contado<ObjetoExterno> HospedeiroExterno::FazLogradouros()
+{
+    const auto rua = [this] {
+        auto nova = ObjetoExterno::Novo("CLogradouro", Livro);
+        nova->Tem("Codigo", std::int32_t{77}).Tem("CodMunic", std::int32_t{4314902}).Tem("Nome", "Rua Bento Gonçalves");
+        nova->Tem("Bairro", "Centro").Tem("Cep", "90010020").Calado();
+        return nova;
+    };
+    auto ruas = ObjetoExterno::Novo("CLogradouros", Livro);
+    ruas->Faz("PorCodigo", [rua](const ChamadaRecebida &chamada) {
+        return chamada.Inteiro(0) == 77 ? Var(rua()) : Var(static_cast<IDispatch *>(nullptr));
+    });
+    ruas->Faz("Procura", [this, rua](const ChamadaRecebida &chamada) {
+        auto achadas = ColecaoExterna::Nova(Livro);
+        if (chamada.Inteiro(0) == 4314902 && chamada.Texto(1).rfind("bento", 0) == 0) {
+            achadas->Itens.emplace_back(Contado<IDispatch>(rua().Ponteiro()));
+        }
+        return Var(achadas);
+    });
+    return ruas;
+}
+
+Contado<ObjetoExterno> HospedeiroExterno::FazClientes()
+{
+    auto clientes = ObjetoExterno::Novo("CClientes", Livro);
+    clientes->Faz("Lista", [this](const ChamadaRecebida &) {
+        auto lista = ColecaoExterna::Nova(Livro);
+        for (const auto &[codigo, nome] :
+             {std::pair(CodCliente, ServicosExternos::Cliente), std::pair(1, "Outro órgão")}) {
+            auto cliente = ObjetoExterno::Novo("CCliente", Livro);
+            cliente->Tem("Codigo", codigo).Tem("Nome", nome).Calado();
+            cliente->Tem("Setores", Var::Textos({ServicosExternos::Setor, "Metrologia"}));
+            lista->Itens.emplace_back(Contado<IDispatch>(cliente.Ponteiro()));
+        }
+        return Var(lista);
+    });
+    return clientes;
+}
+
 void HospedeiroExterno::FazClasses(bool semBiblioteca)
 {
     const auto aceita = [this](const char *classe, const std::vector<const char *> &membros) {
@@ -378,25 +436,18 @@ void HospedeiroExterno::FazClasses(bool semBiblioteca)
     Classes.Oferece("ZTK4Lib.CRelatorios", aceita("CRelatorios", {"PathRPT", "Imprimir", "ImprimirDesigner"}));
     Classes.Oferece("ZTK4Lib.CAjuda", aceita("CAjuda", {"TrataAjuda2"}));
     Classes.Oferece("ZTK4LIBC.CFunGen", aceita("CFunGen", {"SetaTituloAvisos", "AppTitle"}));
-    // The system library, whose names are the host's own.
-    Classes.Oferece("ZTVorSis.CMensagem", faz(&HospedeiroExterno::FazMensagem));
-    Classes.Oferece("ZTVorSis.CDadosVor", faz(&HospedeiroExterno::FazDadosVor));
-    Classes.Oferece("ZTVorSis.DocumentoPDF", faz(&HospedeiroExterno::FazVisor));
-    Classes.Oferece("ZTVorSis.CDiretorios", [this] {
-        auto diretorios = ObjetoExterno::Novo("CDiretorios", Livro);
-        diretorios->Tem("ObtemDiretorio", Estreito(m_Pasta));
-        return Contado<IDispatch>(diretorios.Ponteiro());
-    });
-    Classes.Oferece("ZTVorSis.CGlobalVor", [this] {
-        auto global = ObjetoExterno::Novo("CGlobalVor", Livro);
-        global->Aceita("InicializaSessao");
-        global->Faz("ObtemCredencial", [this](const ChamadaRecebida &) {
-            auto credencial = ObjetoExterno::Novo("CCredencial", Livro);
-            credencial->Tem("Credencial", std::int32_t{4321}).Tem("CodMunic", std::int32_t{0});
-            return Var(credencial);
-        });
-        return Contado<IDispatch>(global.Ponteiro());
-    });
+    Classes.Oferece("ZTVORLIB.Mensagem", faz(&HospedeiroExterno::FazMensagem));
+    Classes.Oferece("ZTVORLIB.DadosVor", faz(&HospedeiroExterno::FazDadosVor));
+    Classes.Oferece("ZTVORLIB.Diretorios", faz(&HospedeiroExterno::FazDiretorios));
+    // Where this host has other names than those that the component expects, it says so.
+    Classes.Oferece("SistemaExterno.Global", faz(&HospedeiroExterno::FazGlobal));
+    Classes.Aponta("ObjGlobalVor", "SistemaExterno.Global", true);
+    Classes.Oferece("SistemaExterno.Visor", faz(&HospedeiroExterno::FazVisor));
+    Classes.Aponta("DocumentoPDF", "SistemaExterno.Visor");
+    Classes.Oferece("SistemaExterno.Ruas", faz(&HospedeiroExterno::FazLogradouros));
+    Classes.Aponta("Logradouros", "SistemaExterno.Ruas");
+    Classes.Oferece("SistemaExterno.Clientes", faz(&HospedeiroExterno::FazClientes));
+    Classes.Aponta("Clientes", "SistemaExterno.Clientes");
     if (!semBiblioteca) {
         for (const std::string &classe : RegistroExterno::Classes()) {
             Classes.Oferece("ZTVORLIB." + classe, [this, classe] {

@@ -52,6 +52,10 @@ class HospedeiroExterno {
     Contado<ObjetoExterno> FazMensagem();
     Contado<ObjetoExterno> FazDadosVor();
     Contado<ObjetoExterno> FazVisor();
+    Contado<ObjetoExterno> FazDiretorios();
+    Contado<ObjetoExterno> FazGlobal();
+    Contado<ObjetoExterno> FazLogradouros();
+    Contado<ObjetoExterno> FazClientes();
     Var AbreConsulta(const std::string &sql);
     void MostraJanela(const ChamadaRecebida &chamada);
     void Caixa(const std::string &texto, const std::string &titulo, UINT estilo);

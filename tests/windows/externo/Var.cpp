@@ -164,6 +164,19 @@ Var Var::Bytes(std::string_view bytes)
     return var;
 }
 
+Var Var::Textos(const std::vector<std::string> &textos)
+{
+    Var var;
+    SAFEARRAY *vetor = SafeArrayCreateVector(VT_BSTR, 0, static_cast<ULONG>(textos.size()));
+    for (LONG qual = 0; qual < static_cast<LONG>(textos.size()); ++qual) {
+        const Var texto(textos[static_cast<std::size_t>(qual)]);
+        SafeArrayPutElement(vetor, &qual, texto.m_Valor.bstrVal);
+    }
+    var.m_Valor.vt = VT_ARRAY | VT_BSTR;
+    var.m_Valor.parray = vetor;
+    return var;
+}
+
 Var Var::De(const VARIANT &valor)
 {
     Var var;

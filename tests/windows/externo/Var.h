@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace nativo {
 
@@ -63,6 +64,7 @@ class Var {
     static Var Ausente();
     static Var Nulo();
     static Var Bytes(std::string_view bytes);
+    static Var Textos(const std::vector<std::string> &textos);
     // A copy of what is there, references followed.
     static Var De(const VARIANT &valor);
 
