@@ -3,9 +3,6 @@
 enable_language(RC)
 
 add_compile_definitions(UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN)
-# The programs need nothing but what Windows has.
-add_link_options(-static)
-
 adiciona_sala(automacao windows/automation)
 adiciona_sala(hospedeiro_windows windows/host)
 adiciona_sala(tela_windows windows/screen)
@@ -27,42 +24,39 @@ function(lista_do_pacote variavel pacote padrao)
     set(${variavel} ${primeiro} PARENT_SCOPE)
 endfunction()
 
-# The type library, ZTAVOREQUIP.tlb, and the interfaces' C++ face, <ZTAVOREQUIP.h>, from the one .idl. The libraries that
-# it imports come with the compatibility layer.
-set(componente_gerado ${PROJECT_BINARY_DIR}/componente)
-set(idl ${PROJECT_SOURCE_DIR}/windows/component/ZTAVOREQUIP.idl)
-file(GLOB fontes_componente CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/windows/component/*.cpp)
-if(fontes_componente)
-    lista_do_pacote(oaidl libwine-dev "/oaidl\\.idl$")
-    lista_do_pacote(stdole2 libwine "/stdole2\\.tlb$")
-    cmake_path(GET oaidl PARENT_PATH pasta_idl)
-    cmake_path(GET stdole2 PARENT_PATH pasta_tlb)
-    file(MAKE_DIRECTORY ${componente_gerado})
-    set(saidas ZTAVOREQUIP.tlb ZTAVOREQUIP.h)
-    set(modos -t -h)
-    foreach(saida modo IN ZIP_LISTS saidas modos)
-        add_custom_command(
-            OUTPUT ${componente_gerado}/${saida}
-            COMMAND ${WIDL} ${modo} -I ${pasta_idl} -L ${pasta_tlb} -o ${componente_gerado}/${saida} ${idl}
-            DEPENDS ${idl}
-            VERBATIM)
-    endforeach()
-    add_custom_target(biblioteca_de_tipos DEPENDS ${componente_gerado}/ZTAVOREQUIP.tlb ${componente_gerado}/ZTAVOREQUIP.h)
+# The type library from the .idl; the libraries that it imports come with the compatibility layer.
+set(pasta_componente ${PROJECT_SOURCE_DIR}/windows/component)
+lista_do_pacote(oaidl libwine-dev "/oaidl\\.idl$")
+lista_do_pacote(stdole2 libwine "/stdole2\\.tlb$")
+cmake_path(GET oaidl PARENT_PATH pasta_idl)
+cmake_path(GET stdole2 PARENT_PATH pasta_tlb)
+set(pasta_gerados ${PROJECT_BINARY_DIR}/componente)
+file(MAKE_DIRECTORY ${pasta_gerados})
+find_package(Python3 REQUIRED COMPONENTS Interpreter)
+add_custom_command(
+    OUTPUT ${pasta_gerados}/ZTAVOREQUIP.tlb
+    COMMAND Python3::Interpreter ${pasta_componente}/biblioteca_de_tipos.py ${WIDL} ${pasta_idl} ${pasta_tlb}
+            ${pasta_componente}/ZTAVOREQUIP.idl ${pasta_gerados}/ZTAVOREQUIP.tlb
+    DEPENDS ${pasta_componente}/biblioteca_de_tipos.py ${pasta_componente}/ZTAVOREQUIP.idl
+    VERBATIM)
+add_custom_target(biblioteca_de_tipos DEPENDS ${pasta_gerados}/ZTAVOREQUIP.tlb)
 
-    # Objects, so that the tests reach what the DLL does not export.
-    add_library(componente OBJECT ${fontes_componente})
-    add_dependencies(componente biblioteca_de_tipos)
-    target_include_directories(componente SYSTEM PUBLIC ${componente_gerado})
-    target_link_libraries(componente PUBLIC hospedeiro_windows tela_windows automacao modulo tela controls host)
-
-    # The DLL: resources of every .rc, exports of the one .def.
-    file(GLOB recursos CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/windows/component/*.rc)
-    file(GLOB partes_dos_recursos CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/windows/component/*.manifest)
-    set_property(SOURCE ${recursos} PROPERTY OBJECT_DEPENDS ${componente_gerado}/ZTAVOREQUIP.tlb ${partes_dos_recursos})
-    add_library(ZTAVOREQUIP SHARED ${recursos} ${PROJECT_SOURCE_DIR}/windows/component/ZTAVOREQUIP.def)
-    target_include_directories(ZTAVOREQUIP PRIVATE ${componente_gerado} ${PROJECT_SOURCE_DIR}/windows/component)
-    target_link_libraries(ZTAVOREQUIP PRIVATE componente)
-    # The plain names stand for the decorated ones of the 32-bit calling convention.
-    target_link_options(ZTAVOREQUIP PRIVATE -Wl,--enable-stdcall-fixup)
-    set_target_properties(ZTAVOREQUIP PROPERTIES PREFIX "" LINKER_LANGUAGE CXX)
+# Objects, so that the tests reach what the DLL does not export.
+file(GLOB fontes_componente CONFIGURE_DEPENDS ${pasta_componente}/*.cpp)
+if(NOT fontes_componente)
+    return()
 endif()
+add_library(componente OBJECT ${fontes_componente})
+target_link_libraries(componente PUBLIC hospedeiro_windows tela_windows automacao modulo tela controls host)
+
+# The DLL, with the resources and only the entry points shown; beside it the manifest for hosts that do not register it.
+set_property(SOURCE ${pasta_componente}/ZTAVOREQUIP.rc PROPERTY OBJECT_DEPENDS
+    ${pasta_gerados}/ZTAVOREQUIP.tlb ${pasta_componente}/ZTAVOREQUIP.dll.manifest)
+set_property(SOURCE ${pasta_componente}/ZTAVOREQUIP.rc PROPERTY INCLUDE_DIRECTORIES ${pasta_gerados} ${pasta_componente})
+add_library(ZTAVOREQUIP SHARED ${pasta_componente}/ZTAVOREQUIP.rc ${pasta_componente}/ZTAVOREQUIP.def)
+target_link_libraries(ZTAVOREQUIP PRIVATE componente)
+# The plain names stand for the decorated ones of the 32-bit calling convention.
+target_link_options(ZTAVOREQUIP PRIVATE -Wl,--enable-stdcall-fixup)
+set_target_properties(ZTAVOREQUIP PROPERTIES PREFIX "" LINKER_LANGUAGE CXX)
+add_custom_command(TARGET ZTAVOREQUIP POST_BUILD
+    COMMAND ${CMAKE_COMMAND} -E copy_if_different ${pasta_componente}/ZTAVOREQUIP.manifest ${PROJECT_BINARY_DIR})
