@@ -123,8 +123,9 @@ void JanelaForm::Faz(TipoDeJanela tipo, HWND dono)
     FazControles(m_Desenho.Raiz);
     for (auto renderizador = m_Renderizadores.rbegin(); renderizador != m_Renderizadores.rend(); ++renderizador) {
         (*renderizador)->Atualiza();
-        if (std::holds_alternative<AjustesSSTab>((*renderizador)->Descricao().Ajustes)) {
-            // Its pages stand in front of it, and were made after it.
+        const AjustesPeca &ajustes = (*renderizador)->Descricao().Ajustes;
+        if (std::holds_alternative<AjustesSSTab>(ajustes) || std::holds_alternative<AjustesZtFrame>(ajustes)) {
+            // What it holds stands in front of it, and was made after it.
             SetWindowPos((*renderizador)->Principal(), HWND_BOTTOM, 0, 0, 0, 0,
                          SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
         }
