@@ -124,8 +124,9 @@ void JanelaForm::Faz(TipoDeJanela tipo, HWND dono)
     FazControles(m_Desenho.Raiz);
     for (auto renderizador = m_Renderizadores.rbegin(); renderizador != m_Renderizadores.rend(); ++renderizador) {
         (*renderizador)->Atualiza();
-        if (std::holds_alternative<AjustesSSTab>((*renderizador)->Descricao().Ajustes)) {
-            // Its pages stand in front of it, and were made after it.
+        const AjustesPeca &ajustes = (*renderizador)->Descricao().Ajustes;
+        if (std::holds_alternative<AjustesSSTab>(ajustes) || std::holds_alternative<AjustesZtFrame>(ajustes)) {
+            // What it holds stands in front of it, and was made after it.
             SetWindowPos((*renderizador)->Principal(), HWND_BOTTOM, 0, 0, 0, 0,
                          SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
         }
@@ -157,6 +158,19 @@ HWND JanelaForm::FazFilha(const wchar_t *classe, DWORD estilo, DWORD estiloExtra
     SendMessageW(filha, WM_SETFONT, reinterpret_cast<WPARAM>(m_Letra->Fonte()), FALSE);
     SetWindowSubclass(filha, DaFilha, Subclasse, reinterpret_cast<DWORD_PTR>(this));
     return filha;
+}
+
+// A system without the service has the text before the child only.
+void JanelaForm::Nomeia(HWND filha, const std::string &nome)
+{
+    if (!m_Nomes) {
+        CoCreateInstance(CLSID_AccPropServices, nullptr, CLSCTX_INPROC_SERVER, IID_IAccPropServices,
+                         reinterpret_cast<void **>(m_Nomes.Recebe()));
+    }
+    if (m_Nomes) {
+        m_Nomes->SetHwndPropStr(filha, static_cast<DWORD>(OBJID_CLIENT), CHILDID_SELF, PROPID_ACC_NAME,
+                                ParaUtf16(nome).c_str());
+    }
 }
 
 SIZE JanelaForm::ComMoldura(SIZE miolo) const
@@ -730,6 +744,9 @@ LRESULT CALLBACK JanelaForm::DaFilha(HWND janela, UINT mensagem, WPARAM w, LPARA
 {
     auto &esta = *reinterpret_cast<JanelaForm *>(dados);
     if (mensagem == WM_NCDESTROY) {
+        if (esta.m_Nomes) {
+            esta.m_Nomes->ClearHwndProps(janela, static_cast<DWORD>(OBJID_CLIENT), CHILDID_SELF, &PROPID_ACC_NAME, 1);
+        }
         RemoveWindowSubclass(janela, DaFilha, Subclasse);
         return DefSubclassProc(janela, mensagem, w, l);
     }

@@ -25,6 +25,7 @@ Renderizador::Renderizador(Ref<IControle> controle, const Peca &peca, JanelaForm
     }));
     if (!m_Peca.Rotulo.empty()) {
         m_Rotulo = m_Janela.FazFilha(WC_STATICW, SS_LEFTNOWORDWRAP, 0);
+        m_Janela.Registra(m_Rotulo, *this);
     }
 }
 
@@ -109,6 +110,11 @@ void Renderizador::Altera(HWND janela, bool JanelaDoControle::*qual, bool valor)
         (*achada).*qual = valor;
         Aplica(*achada);
     }
+}
+
+void Renderizador::Nomeia(HWND janela, const std::string &nome)
+{
+    m_Janela.Nomeia(janela, nome);
 }
 
 void Renderizador::Coloca(const PecaArrumada &lugar)
