@@ -3,9 +3,6 @@
 enable_language(RC)
 
 add_compile_definitions(UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN)
-# The programs need nothing but what Windows has.
-add_link_options(-static)
-
 adiciona_sala(automacao windows/automation)
 adiciona_sala(hospedeiro_windows windows/host)
 adiciona_sala(tela_windows windows/screen)
