@@ -294,6 +294,21 @@ TEST_F(Automacao, Invoke_WithNamedArguments_PutsThemInTheirPlaces)
     EXPECT_EQ(DeVariante<std::int32_t>(resposta.Bruta()), 42);
 }
 
+TEST_F(Automacao, Invoke_WithAWrongNamedArgument_TellsItsIndexInTheCallersArray)
+{
+    std::wstring nomes[] = {L"soma", L"b", L"a"};
+    LPOLESTR ponteiros[] = {nomes[0].data(), nomes[1].data(), nomes[2].data()};
+    DISPID numeros[3] = {};
+    ASSERT_EQ(objeto->GetIDsOfNames(IID_NULL, ponteiros, 3, 0, numeros), S_OK);
+    Variante errado = ParaVariante(std::string("x"));
+    VARIANT argumentos[2] = {ParaVariante(std::int32_t{40}).Bruta(), errado.Bruta()};
+    DISPPARAMS parametros{argumentos, numeros + 1, 2, 2};
+    UINT indice = 99;
+    EXPECT_EQ(objeto->Invoke(numeros[0], IID_NULL, 0, DISPATCH_METHOD, &parametros, nullptr, nullptr, &indice),
+              DISP_E_TYPEMISMATCH);
+    EXPECT_EQ(indice, 1U);
+}
+
 TEST_F(Automacao, GetIDsOfNames_WithOneUnknownName_FailsAsAWhole)
 {
     std::wstring nomes[] = {L"Soma", L"c"};

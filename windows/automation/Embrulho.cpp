@@ -290,8 +290,7 @@ class Embrulho final : public Contado<IDispatch> {
             return Executa(numero, modo, *parametros, resposta);
         } catch (const ArgumentoErrado &argumento) {
             if (errado != nullptr) {
-                *errado = parametros->cArgs - 1 -
-                          static_cast<UINT>(std::min<std::size_t>(argumento.Posicao, parametros->cArgs - 1));
+                *errado = argumento.Indice;
             }
             return CodigoDe(argumento);
         } catch (...) {
@@ -463,6 +462,14 @@ Chamada::Chamada(const DISPPARAMS &parametros, VARIANT *resposta, Lado lado)
     if (m_Escrito == nullptr && parametros.cArgs > 0) { // written by a client that does not say so
         m_Escrito = &parametros.rgvarg[0];
     }
+}
+
+UINT Chamada::IndiceDe(const VARIANT &argumento) const
+{
+    const VARIANT *primeiro = m_Parametros.rgvarg;
+    const bool dado = primeiro != nullptr && std::greater_equal<>()(&argumento, primeiro) &&
+                      std::less<>()(&argumento, primeiro + m_Parametros.cArgs);
+    return dado ? static_cast<UINT>(&argumento - primeiro) : 0;
 }
 
 const VARIANT &Chamada::Argumento(std::size_t posicao) const
