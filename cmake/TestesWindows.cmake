@@ -6,3 +6,9 @@ if(TARGET ZTAVOREQUIP)
         COMMAND ${CMAKE_COMMAND} -DOBJDUMP=${CMAKE_OBJDUMP} -DDLL=$<TARGET_FILE:ZTAVOREQUIP>
                 -P ${PROJECT_SOURCE_DIR}/cmake/ConfereDll.cmake)
 endif()
+
+if(TARGET teste_windows)
+    set_property(SOURCE ${PROJECT_SOURCE_DIR}/tests/windows/recursos.rc PROPERTY INCLUDE_DIRECTORIES
+        ${PROJECT_SOURCE_DIR}/windows/component ${PROJECT_SOURCE_DIR}/windows/screen)
+    target_sources(teste_windows PRIVATE ${PROJECT_SOURCE_DIR}/tests/windows/recursos.rc)
+endif()
