@@ -4,6 +4,7 @@
 #include "tests/windows/travessia/HostAtravessado.h"
 #include "tests/windows/travessia/MembrosDoHost.h"
 #include "windows/automation/Embrulho.h"
+#include "windows/host/Oferecidos.h"
 #include "windows/host/Remotos.h"
 
 #include <gtest/gtest.h>
@@ -65,6 +66,7 @@ class Fronteira : public testing::Environment {
 
 const bool Ligada = [] {
     RegistraRemotos();
+    OfereceObjetos();
     OfereceAplicacao();
     OfereceSessao();
     OfereceGateway();

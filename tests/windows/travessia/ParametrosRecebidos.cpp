@@ -44,6 +44,9 @@ template <class R> void DevolveMudancasDe(const Tardio &objeto, const Registro &
         }
     };
     std::apply([&](const auto &...membro) { (devolve(membro), ...); }, R::Membros());
+    if (agora.VersaoLida != antes.VersaoLida) { // of which the object need not know
+        IgnoraErro([&] { objeto.Escreve("VersaoLida", static_cast<double>(agora.VersaoLida)); });
+    }
 }
 
 template <class... R> void DevolveMudancas(const Tardio &objeto, const Registro &antes, const Registro &agora)
