@@ -10,9 +10,9 @@
 cmake_minimum_required(VERSION 3.25)
 
 set(SALAS host controls tela shell sensors equipment limits search
-    desk windows/automation windows/host windows/screen windows/component)
+    desk windows/automation windows/screen windows/host windows/component)
 set(modulo shell sensors equipment limits search)
-set(COM_ALHEIOS desk windows/automation windows/host windows/screen windows/component)
+set(COM_ALHEIOS desk windows/automation windows/screen windows/host windows/component)
 set(CONHECE_host host)
 set(CONHECE_controls host controls)
 set(CONHECE_tela host controls tela)
@@ -21,10 +21,9 @@ foreach(sala IN LISTS modulo)
 endforeach()
 set(CONHECE_desk host controls tela ${modulo} desk)
 set(CONHECE_windows/automation host windows/automation)
-set(CONHECE_windows/host host windows/automation windows/host)
 set(CONHECE_windows/screen host controls tela windows/automation windows/screen)
-set(CONHECE_windows/component host controls tela ${modulo}
-    windows/automation windows/host windows/screen windows/component)
+set(CONHECE_windows/host host controls tela ${modulo} windows/automation windows/screen windows/host)
+set(CONHECE_windows/component ${CONHECE_windows/host} windows/component)
 
 # Of the standard library, everything that neither touches files, threads or the console nor leaves C++'s ways:
 # files belong to the platform behind host/, and the module lives in its host's only thread.

@@ -3,14 +3,12 @@
 enable_language(RC)
 
 add_compile_definitions(UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN)
-# The programs need nothing but what Windows has.
-add_link_options(-static)
-
 adiciona_sala(automacao windows/automation)
 adiciona_sala(hospedeiro_windows windows/host)
 adiciona_sala(tela_windows windows/screen)
 target_link_libraries(automacao ${automacao_ALCANCE} host ole32 oleaut32 uuid)
-target_link_libraries(hospedeiro_windows ${hospedeiro_windows_ALCANCE} automacao host)
+target_link_libraries(hospedeiro_windows ${hospedeiro_windows_ALCANCE}
+    tela_windows automacao modulo tela controls host advapi32 shlwapi)
 target_link_libraries(tela_windows ${tela_windows_ALCANCE}
     automacao tela controls host comctl32 comdlg32 uxtheme gdi32 user32)
 

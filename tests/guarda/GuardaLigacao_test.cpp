@@ -44,7 +44,7 @@ TEST_F(GuardaLigacao, configure_ModuleAndControlsLinkTheContract_Passes)
         Configura("target_link_libraries(modulo INTERFACE host)\ntarget_link_libraries(controls INTERFACE host)\n"
                   "target_link_libraries(tela INTERFACE controls host)\n"
                   "target_link_libraries(automacao INTERFACE host oleaut32)\n"
-                  "target_link_libraries(hospedeiro_windows INTERFACE automacao host)\n"
+                  "target_link_libraries(hospedeiro_windows INTERFACE tela_windows automacao modulo host)\n"
                   "target_link_libraries(tela_windows INTERFACE automacao tela controls host comctl32)");
     EXPECT_TRUE(execucao.Passou) << execucao.Saida;
 }
@@ -77,7 +77,7 @@ TEST_F(GuardaLigacao, configure_RoomsThatMayNotKnowEachOther_AreRefused)
     }
     EsperaRecusa("target_link_libraries(automacao INTERFACE hospedeiro_windows)",
                  "automacao may not link hospedeiro_windows.");
-    EsperaRecusa("target_link_libraries(hospedeiro_windows INTERFACE tela_windows)",
-                 "hospedeiro_windows may not link tela_windows.");
+    EsperaRecusa("target_link_libraries(tela_windows INTERFACE hospedeiro_windows)",
+                 "tela_windows may not link hospedeiro_windows.");
     EsperaRecusa("target_link_libraries(tela_windows INTERFACE modulo)", "tela_windows may not link modulo.");
 }
