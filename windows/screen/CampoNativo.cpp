@@ -2,8 +2,6 @@
 
 #include "windows/automation/Texto16.h"
 
-#include <commctrl.h>
-
 #include <algorithm>
 #include <utility>
 
@@ -123,7 +121,7 @@ void CampoNativo::DefineSomenteLeitura(bool valor)
     }
 }
 
-std::optional<LRESULT> CampoNativo::Mensagem(UINT mensagem, WPARAM w, LPARAM l)
+std::optional<LRESULT> CampoNativo::Mensagem(UINT mensagem, WPARAM w)
 {
     switch (mensagem) {
     case WM_KEYDOWN:
@@ -134,13 +132,6 @@ std::optional<LRESULT> CampoNativo::Mensagem(UINT mensagem, WPARAM w, LPARAM l)
         return std::nullopt;
     case WM_CHAR:
         return Letra(static_cast<wchar_t>(w));
-    case WM_SETFOCUS: {
-        const LRESULT resposta = DefSubclassProc(m_Janela, mensagem, w, l);
-        if (EraEtapa(reinterpret_cast<HWND>(w))) {
-            SendMessageW(m_Janela, EM_SETSEL, 0, -1);
-        }
-        return resposta;
-    }
     default:
         return std::nullopt;
     }
@@ -162,13 +153,6 @@ std::optional<LRESULT> CampoNativo::Letra(wchar_t unidade)
         SendMessageW(m_Janela, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(par));
     }
     return 0;
-}
-
-// Whether the keyboard came here from another place in the same window, and not by the mouse.
-bool CampoNativo::EraEtapa(HWND deixada) const
-{
-    return deixada != nullptr && !Abaixada(VK_LBUTTON) &&
-           GetAncestor(deixada, GA_ROOT) == GetAncestor(m_Janela, GA_ROOT);
 }
 
 } // namespace nativo

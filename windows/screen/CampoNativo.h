@@ -24,7 +24,7 @@ class CampoNativo {
     // What the field has told its parent (EN_...).
     void Avisou(UINT aviso);
     // A message of the field, before the field itself; a value is the answer.
-    std::optional<LRESULT> Mensagem(UINT mensagem, WPARAM w, LPARAM l);
+    std::optional<LRESULT> Mensagem(UINT mensagem, WPARAM w);
     // Without a cursor it stays with what is being typed.
     void Mostra(const std::string &texto, std::optional<std::size_t> cursor = std::nullopt);
     // It can be read and copied, but not changed.
@@ -33,7 +33,6 @@ class CampoNativo {
   private:
     std::wstring Texto() const;
     std::optional<LRESULT> Letra(wchar_t unidade);
-    bool EraEtapa(HWND deixada) const;
 
     HWND m_Janela;
     std::function<void(const std::string &, std::size_t)> m_Editou;

@@ -112,7 +112,7 @@ void ComboNativo::Avisou(UINT aviso)
     }
 }
 
-std::optional<LRESULT> ComboNativo::Mensagem(UINT mensagem, WPARAM w, LPARAM)
+std::optional<LRESULT> ComboNativo::Mensagem(UINT mensagem, WPARAM w)
 {
     if (m_Atos.Obedece && !m_Atos.Obedece(AtoDe(mensagem, w))) {
         if (mensagem == WM_LBUTTONDOWN) {

@@ -24,7 +24,7 @@ class ComboNativo {
         std::function<void()> Outro{}; // any other key, or the keyboard leaves
     };
 
-    static constexpr DWORD Estilo = WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST | CBS_HASSTRINGS;
+    static constexpr DWORD Estilo = WS_VSCROLL | CBS_DROPDOWNLIST | CBS_HASSTRINGS;
 
     ComboNativo(HWND janela, Atos atos);
 
@@ -32,7 +32,7 @@ class ComboNativo {
     // What the combo has told its parent (CBN_...).
     void Avisou(UINT aviso);
     // A message of the combo, before the combo itself; a value is the answer.
-    std::optional<LRESULT> Mensagem(UINT mensagem, WPARAM w, LPARAM l);
+    std::optional<LRESULT> Mensagem(UINT mensagem, WPARAM w);
     // Enter and Esc are for the list while it is open.
     bool FicaComTecla(WPARAM tecla) const;
 

@@ -62,6 +62,9 @@ void RenderClienteSetor::Coloca(const PecaArrumada &lugar)
 // Each combo as wide as its items ask for; where there is less room, both give way by their parts.
 void RenderClienteSetor::Reparte()
 {
+    if (m_Lugar.Largura == 0) { // nobody has told it yet
+        return;
+    }
     const int entre = Escrita().Medida(AFolga.EntrePecas);
     const int rotuloCliente = std::max(m_Rotulos, LarguraDoTexto(Partes::Cliente));
     const int rotuloSetor = LarguraDoTexto(Partes::Setor);
@@ -103,10 +106,10 @@ void RenderClienteSetor::Comando(HWND janela, UINT aviso)
     }
 }
 
-std::optional<LRESULT> RenderClienteSetor::Mensagem(HWND janela, UINT mensagem, WPARAM w, LPARAM l)
+std::optional<LRESULT> RenderClienteSetor::Mensagem(HWND janela, UINT mensagem, WPARAM w, LPARAM)
 {
     if (janela == m_Cliente.Janela() || janela == m_Setor.Janela()) {
-        return (janela == m_Setor.Janela() ? m_Setor : m_Cliente).Mensagem(mensagem, w, l);
+        return (janela == m_Setor.Janela() ? m_Setor : m_Cliente).Mensagem(mensagem, w);
     }
     return std::nullopt;
 }

@@ -28,9 +28,9 @@ void RenderCombo::Comando(HWND, UINT aviso)
     }
 }
 
-std::optional<LRESULT> RenderCombo::Mensagem(HWND, UINT mensagem, WPARAM w, LPARAM l)
+std::optional<LRESULT> RenderCombo::Mensagem(HWND, UINT mensagem, WPARAM w, LPARAM)
 {
-    return m_Combo.Mensagem(mensagem, w, l);
+    return m_Combo.Mensagem(mensagem, w);
 }
 
 bool RenderCombo::FicaComTecla(HWND, WPARAM tecla) const

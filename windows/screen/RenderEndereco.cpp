@@ -36,7 +36,7 @@ RenderEndereco::RenderEndereco(Ref<IControle> controle, const Peca &peca, Janela
                    .Digita = [this](const std::string &texto) { Age([&] { m_Escolha.DigitaMunicipio(texto); }); },
                    .Outro = [this] { m_Escolha.EncerraMunicipio(); }}),
       m_RotuloVia(FazRotulo(Partes::Logradouro)),
-      m_Via(Faz(WC_EDITW, WS_TABSTOP | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE),
+      m_Via(Faz(WC_EDITW, ES_AUTOHSCROLL, WS_EX_CLIENTEDGE),
             [this](const std::string &texto, std::size_t) {
                 Age([&] { m_Escolha.DigitaVia(texto); });
                 AbreSugestoes();
@@ -68,13 +68,13 @@ HWND RenderEndereco::FazRotulo(std::string_view texto)
 CampoNativo RenderEndereco::FazCampo(void (EscolhaDeEndereco::*digita)(const std::string &))
 {
     return CampoNativo(
-        Faz(WC_EDITW, WS_TABSTOP | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE),
+        Faz(WC_EDITW, ES_AUTOHSCROLL, WS_EX_CLIENTEDGE),
         [this, digita](const std::string &texto, std::size_t) { Age([&] { (m_Escolha.*digita)(texto); }); });
 }
 
 HWND RenderEndereco::FazBotao(std::string_view caption)
 {
-    const HWND botao = Faz(WC_BUTTONW, BS_PUSHBUTTON | WS_TABSTOP);
+    const HWND botao = Faz(WC_BUTTONW, BS_PUSHBUTTON);
     EscreveTexto(botao, std::string(caption));
     return botao;
 }
@@ -171,6 +171,11 @@ int RenderEndereco::LarguraDoTexto(std::string_view texto) const
     return Escrita().Medida(Escrita().Mede(SemMarca(texto), 0).Largura);
 }
 
+void RenderEndereco::MudouAparencia()
+{
+    SendMessageW(m_Sugestoes, WM_SETFONT, reinterpret_cast<WPARAM>(Escrita().Fonte()), FALSE);
+}
+
 void RenderEndereco::Comando(HWND janela, UINT aviso)
 {
     if (Mostrando()) {
@@ -197,7 +202,7 @@ std::optional<LRESULT> RenderEndereco::Mensagem(HWND janela, UINT mensagem, WPAR
         return MensagemDasSugestoes(mensagem, l);
     }
     if (janela == m_Municipio.Janela()) {
-        return m_Municipio.Mensagem(mensagem, w, l);
+        return m_Municipio.Mensagem(mensagem, w);
     }
     if (janela == m_Via.Janela()) {
         if (const auto resposta = MensagemDaVia(mensagem, w)) {
@@ -206,7 +211,7 @@ std::optional<LRESULT> RenderEndereco::Mensagem(HWND janela, UINT mensagem, WPAR
     }
     for (CampoNativo *campo : {&m_Via, &m_Numero, &m_Complemento}) {
         if (janela == campo->Janela()) {
-            return campo->Mensagem(mensagem, w, l);
+            return campo->Mensagem(mensagem, w);
         }
     }
     return std::nullopt;
@@ -242,9 +247,16 @@ std::optional<LRESULT> RenderEndereco::MensagemDaVia(UINT mensagem, WPARAM w)
         }
         return 0;
     case VK_RETURN:
+        if (SugestaoAtual() < 0) {
+            FechaSugestoes();
+            return std::nullopt;
+        }
         Toma(SugestaoAtual());
         return 0;
     case VK_ESCAPE:
+        if (!SugestoesAbertas()) {
+            return std::nullopt;
+        }
         FechaSugestoes();
         return 0;
     default:
@@ -336,9 +348,7 @@ void RenderEndereco::Toma(int sugestao)
     Parte proxima = Parte::Via;
     Age([&] { proxima = m_Escolha.EscolheSugestao(texto); });
     FechaSugestoes();
-    if (!Encerrado()) {
-        SetFocus(JanelaDe(proxima));
-    }
+    Janela().LevaTeclado(JanelaDe(proxima));
 }
 
 } // namespace nativo

@@ -20,6 +20,7 @@ class RenderEndereco : public Renderizador {
     void Comando(HWND janela, UINT aviso) override;
     std::optional<LRESULT> Mensagem(HWND janela, UINT mensagem, WPARAM w, LPARAM l) override;
     bool FicaComTecla(HWND janela, WPARAM tecla) const override;
+    void MudouAparencia() override;
 
   protected:
     void Mostra() override;

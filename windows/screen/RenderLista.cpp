@@ -40,16 +40,15 @@ RenderLista::RenderLista(Ref<IControle> controle, const Peca &peca, JanelaForm &
     : Renderizador(std::move(controle), peca, janela)
 {
     if (!peca.Pecas.empty()) {
-        m_Localizar = Faz(WC_BUTTONW, BS_PUSHBUTTON | WS_TABSTOP);
+        m_Localizar = Faz(WC_BUTTONW, BS_PUSHBUTTON);
         EscreveTexto(m_Localizar, std::string(Partes::Localizar));
     }
     m_Titulo = Faz(WC_STATICW, SS_LEFT | SS_NOPREFIX);
-    m_Linhas = Faz(WC_LISTVIEWW, LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL | LVS_SHOWSELALWAYS | WS_TABSTOP,
-                   WS_EX_CLIENTEDGE);
+    m_Linhas = Faz(WC_LISTVIEWW, LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL | LVS_SHOWSELALWAYS, WS_EX_CLIENTEDGE);
     constexpr LPARAM Modos = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP;
     SendMessageW(m_Linhas, LVM_SETEXTENDEDLISTVIEWSTYLE, Modos, Modos);
     Nomeia(m_Linhas, "Lista");
-    m_Mais = Faz(WC_BUTTONW, BS_PUSHBUTTON | WS_TABSTOP);
+    m_Mais = Faz(WC_BUTTONW, BS_PUSHBUTTON);
     EscreveTexto(m_Mais, std::string(Partes::MaisRegistros));
     m_Dicas = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, 0, 0, 0,
                               0, janela.Manipulador(), nullptr, EsteModulo(), nullptr);
@@ -263,6 +262,9 @@ void RenderLista::Coloca(const PecaArrumada &lugar)
 
 void RenderLista::Reparte() const
 {
+    if (m_Lugar.Largura == 0) { // nobody has told it yet
+        return;
+    }
     const auto &lista = Como<ztList>(*this);
     const int entre = Escrita().Medida(AFolga.EntrePecas);
     Retangulo resto = m_Lugar;
@@ -509,9 +511,7 @@ void RenderLista::ClicaEm(LPARAM ponto)
     if (linha >= 0) {
         Age([this, linha] { Como<ztList>(*this).ClicaLinha(linha + 1); });
     }
-    if (!Encerrado() && GetFocus() != m_Linhas) {
-        SetFocus(m_Linhas);
-    }
+    Janela().LevaTeclado(m_Linhas);
 }
 
 // ponto: of the screen; -1 by the keys.
