@@ -158,6 +158,19 @@ HWND JanelaForm::FazFilha(const wchar_t *classe, DWORD estilo, DWORD estiloExtra
     return filha;
 }
 
+// A system without the service has the text before the child only.
+void JanelaForm::Nomeia(HWND filha, const std::string &nome)
+{
+    if (!m_Nomes) {
+        CoCreateInstance(CLSID_AccPropServices, nullptr, CLSCTX_INPROC_SERVER, IID_IAccPropServices,
+                         reinterpret_cast<void **>(m_Nomes.Recebe()));
+    }
+    if (m_Nomes) {
+        m_Nomes->SetHwndPropStr(filha, static_cast<DWORD>(OBJID_CLIENT), CHILDID_SELF, PROPID_ACC_NAME,
+                                ParaUtf16(nome).c_str());
+    }
+}
+
 SIZE JanelaForm::ComMoldura(SIZE miolo) const
 {
     RECT lugar{0, 0, miolo.cx, miolo.cy};
@@ -722,6 +735,9 @@ LRESULT CALLBACK JanelaForm::DaFilha(HWND janela, UINT mensagem, WPARAM w, LPARA
 {
     auto &esta = *reinterpret_cast<JanelaForm *>(dados);
     if (mensagem == WM_NCDESTROY) {
+        if (esta.m_Nomes) {
+            esta.m_Nomes->ClearHwndProps(janela, static_cast<DWORD>(OBJID_CLIENT), CHILDID_SELF, &PROPID_ACC_NAME, 1);
+        }
         RemoveWindowSubclass(janela, DaFilha, Subclasse);
         return DefSubclassProc(janela, mensagem, w, l);
     }

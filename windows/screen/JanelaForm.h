@@ -5,11 +5,14 @@
 #include "tela/ICamada.h"
 #include "tela/Pessoa.h"
 #include "tela/Tracado.h"
+#include "windows/automation/Com.h"
 #include "windows/screen/ContextoVisual.h"
 #include "windows/screen/Letra.h"
 #include "windows/screen/Renderizador.h"
 
 #include <windows.h>
+
+#include <oleacc.h>
 
 #include <functional>
 #include <map>
@@ -70,6 +73,8 @@ class JanelaForm : public Objeto {
     HWND FazFilha(const wchar_t *classe, DWORD estilo, DWORD estiloExtra);
     // Tells whose messages are those of a child.
     void Registra(HWND filha, Renderizador &renderizador) { m_DasJanelas[filha] = &renderizador; }
+    // What a screen reader says of a child.
+    void Nomeia(HWND filha, const std::string &nome);
     // Something of a control has changed: before anything is painted or used the pieces are placed anew.
     void PedeArranjo();
     // Does at once what was put off by that.
@@ -133,6 +138,7 @@ class JanelaForm : public Objeto {
     std::vector<std::unique_ptr<Renderizador>> m_Renderizadores;
     std::map<HWND, Renderizador *> m_DasJanelas;
     std::map<const IControle *, Renderizador *> m_DosControles;
+    Com<IAccPropServices> m_Nomes;
     std::vector<Conexao> m_Conexoes;
     std::string m_Texto;
     std::string m_Icone;

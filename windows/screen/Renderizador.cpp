@@ -111,6 +111,11 @@ void Renderizador::Altera(HWND janela, bool JanelaDoControle::*qual, bool valor)
     }
 }
 
+void Renderizador::Nomeia(HWND janela, const std::string &nome)
+{
+    m_Janela.Nomeia(janela, nome);
+}
+
 void Renderizador::Coloca(const PecaArrumada &lugar)
 {
     if (m_Rotulo != nullptr) {
