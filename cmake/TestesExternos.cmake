@@ -4,7 +4,10 @@
 set(pasta_figuras ${PROJECT_BINARY_DIR}/figuras)
 file(MAKE_DIRECTORY ${pasta_figuras})
 
-file(GLOB fontes_externo CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/windows/externo/*.cpp)
+file(GLOB fontes_externo CONFIGURE_DEPENDS
+    ${PROJECT_SOURCE_DIR}/tests/windows/externo/*.cpp
+    ${PROJECT_SOURCE_DIR}/tests/windows/hostis/*.cpp
+    ${PROJECT_SOURCE_DIR}/tests/windows/scripts/*.cpp)
 add_executable(teste_externo ${fontes_externo})
 target_include_directories(teste_externo PRIVATE ${PROJECT_SOURCE_DIR})
 target_link_libraries(teste_externo PRIVATE

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <mutex>
 #include <string>
 #include <vector>
 
@@ -17,24 +18,19 @@ class Diario {
     // A call arrives. Raises the failure that was ordered for it.
     void Anota(const std::string &linha);
     // A line of the services, which is no call.
-    void Conta(const std::string &linha) { m_Linhas.push_back(linha); }
+    void Conta(const std::string &linha);
 
     // The n-th call from now on, from 1, fails; 0: none does.
-    void FalhaNa(std::int32_t chamada)
-    {
-        m_Ordenada = chamada;
-        m_Chamadas = 0;
-    }
-    std::int32_t Chamadas() const { return m_Chamadas; }
-    bool Falhou() const { return m_Ordenada != 0 && m_Chamadas >= m_Ordenada; }
+    void FalhaNa(std::int32_t chamada);
+    bool Falhou() const;
 
-    const std::vector<std::string> &Linhas() const { return m_Linhas; }
     // The lines that begin so, and how many they are.
     std::vector<std::string> Que(const std::string &comeco) const;
     std::string Tudo() const;
-    void Limpa() { m_Linhas.clear(); }
+    void Limpa();
 
   private:
+    mutable std::mutex m_Trava; // the person reads while the windows' thread writes
     std::vector<std::string> m_Linhas;
     std::int32_t m_Chamadas = 0;
     std::int32_t m_Ordenada = 0;

@@ -25,6 +25,7 @@ class EstradasTeste : public CasoExterno {
         geral.Chama("Logoff");
         geral.Chama("Encerra");
         geral = ObjetoTardio();
+        hospedeiro.EsqueceJanela();
         EXPECT_EQ(componente.PodeDescarregar(), S_OK);
         EXPECT_EQ(componente.Desregistra(), S_OK);
         componente.Solta();

@@ -1,9 +1,9 @@
 #include "tests/windows/externo/CasoExterno.h"
 #include "tests/windows/externo/ComponenteExterno.h"
+#include "tests/windows/externo/Figuras.h"
 #include "tests/windows/externo/Tabelas.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <functional>
 #include <map>
 
@@ -401,20 +401,6 @@ class Contagem {
     std::int32_t m_Chamadas = 0;
     std::map<std::int32_t, std::int32_t> m_PorNumero;
 };
-
-// Prints a line of the figures, and keeps it in the folder of the environment's FIGURAS.
-void Publica(const std::string &arquivo, const std::string &linhas)
-{
-    std::printf("%s", linhas.c_str());
-    wchar_t pasta[MAX_PATH] = {};
-    if (GetEnvironmentVariableW(L"FIGURAS", pasta, MAX_PATH) > 0) {
-        std::FILE *saida = _wfopen((std::wstring(pasta) + L"\\" + Largo(arquivo)).c_str(), L"wb");
-        if (saida != nullptr) {
-            std::fwrite(linhas.data(), 1, linhas.size(), saida);
-            std::fclose(saida);
-        }
-    }
-}
 
 TEST_F(FalhasTeste, EveryMember_WithEverythingWrong_AnswersOrTellsAFault_AndGoesOn)
 {

@@ -464,7 +464,11 @@ void HospedeiroExterno::MostraJanela(const ChamadaRecebida &chamada)
     Livro.Conta("janela " + form.Chama("Name").Texto() + ": " + form.Chama("Caption").Texto() +
                 (modal ? " (modal)" : ""));
     chamada.Devolve(4, form);
+    m_UltimaJanela = form;
     form.Chama("Show", {std::int16_t{modal}});
+    if (modal) {
+        EsqueceJanela();
+    }
 }
 
 void HospedeiroExterno::Prepara(const ObjetoTardio &geral)

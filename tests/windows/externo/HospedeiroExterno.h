@@ -37,6 +37,10 @@ class HospedeiroExterno {
     bool Logado = true;
     bool Permite = true;
 
+    // The form that was shown last.
+    const ObjetoTardio &UltimaJanela() const { return m_UltimaJanela; }
+    void EsqueceJanela() { m_UltimaJanela = ObjetoTardio(); }
+
     HWND Janela() const { return m_Janela; }
     const std::wstring &Pasta() const { return m_Pasta; }
 
@@ -63,6 +67,7 @@ class HospedeiroExterno {
     HWND m_Janela = nullptr;
     std::wstring m_Pasta; // of its documents, with a separator at its end
     bool m_ComCaixas = true;
+    ObjetoTardio m_UltimaJanela;
 };
 
 } // namespace nativo
