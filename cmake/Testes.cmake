@@ -15,16 +15,17 @@ function(adiciona_teste sala)
     set(parte ${sala})
     set(propriedades "")
     if(WIN32)
+        set(propriedades PROPERTIES FIXTURES_REQUIRED camada)
         if(sala STREQUAL "windows")
             target_link_libraries(teste_windows PRIVATE hospedeiro_windows tela_windows automacao)
             if(TARGET componente)
                 target_link_libraries(teste_windows PRIVATE componente)
             endif()
             set(parte windows.nativo)
+            list(APPEND propriedades RESOURCE_LOCK teclado) # one window at a time has it
         else()
             set(parte windows.${sala})
         endif()
-        set(propriedades PROPERTIES FIXTURES_REQUIRED camada)
     endif()
     gtest_discover_tests(teste_${sala}
         DISCOVERY_MODE PRE_TEST
