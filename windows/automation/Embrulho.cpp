@@ -173,9 +173,9 @@ std::vector<ClasseOferecida> &Classes()
     return classes;
 }
 
-std::map<std::type_index, std::function<Com<IDispatch>(const Ref<::Objeto> &)>> &Feitores()
+std::map<std::string_view, std::function<Com<IDispatch>(const Ref<::Objeto> &)>> &Feitores()
 {
-    static std::map<std::type_index, std::function<Com<IDispatch>(const Ref<::Objeto> &)>> feitores;
+    static std::map<std::string_view, std::function<Com<IDispatch>(const Ref<::Objeto> &)>> feitores;
     return feitores;
 }
 
@@ -290,8 +290,7 @@ class Embrulho final : public Contado<IDispatch> {
             return Executa(numero, modo, *parametros, resposta);
         } catch (const ArgumentoErrado &argumento) {
             if (errado != nullptr) {
-                *errado = parametros->cArgs - 1 -
-                          static_cast<UINT>(std::min<std::size_t>(argumento.Posicao, parametros->cArgs - 1));
+                *errado = argumento.Indice;
             }
             return CodigoDe(argumento);
         } catch (...) {
@@ -465,6 +464,14 @@ Chamada::Chamada(const DISPPARAMS &parametros, VARIANT *resposta, Lado lado)
     }
 }
 
+UINT Chamada::IndiceDe(const VARIANT &argumento) const
+{
+    const VARIANT *primeiro = m_Parametros.rgvarg;
+    const bool dado = primeiro != nullptr && std::greater_equal<>()(&argumento, primeiro) &&
+                      std::less<>()(&argumento, primeiro + m_Parametros.cArgs);
+    return dado ? static_cast<UINT>(&argumento - primeiro) : 0;
+}
+
 const VARIANT &Chamada::Argumento(std::size_t posicao) const
 {
     static const Variante ausente = ParaVariante(Ausente{});
@@ -584,9 +591,9 @@ const TabelaDeMembros &TabelaDe(std::type_index classe)
 
 } // namespace detalhe
 
-void OfereceComo(std::type_index classe, std::function<Com<IDispatch>(const Ref<::Objeto> &)> faz)
+void OfereceComo(const std::type_info &classe, std::function<Com<IDispatch>(const Ref<::Objeto> &)> faz)
 {
-    Feitores()[classe] = std::move(faz);
+    Feitores()[classe.name()] = std::move(faz);
 }
 
 Com<IDispatch> Embrulha(const Ref<::Objeto> &objeto, Lado lado)
@@ -603,7 +610,7 @@ Com<IDispatch> Embrulha(const Ref<::Objeto> &objeto, Lado lado)
         }
     }
     const ::Objeto &alvo = *objeto;
-    if (const auto feitor = Feitores().find(typeid(alvo)); feitor != Feitores().end()) {
+    if (const auto feitor = Feitores().find(typeid(alvo).name()); feitor != Feitores().end()) {
         return feitor->second(objeto);
     }
     return Com<IDispatch>::Adota(new Embrulho(objeto, lado));

@@ -37,7 +37,7 @@ struct IInterno : IUnknown {
 
 // An argument that cannot be taken as what the member wants it to be.
 struct ArgumentoErrado {
-    std::size_t Posicao; // from 0
+    UINT Indice; // as the caller's array counts, in which the last one comes first
     std::int32_t Numero;
 };
 
@@ -54,8 +54,8 @@ class Chamada {
     const VARIANT &Escrito() const { return *m_Escrito; }
     Lado DeQueLado() const { return m_Lado; }
 
-    template <class T> T Le(std::size_t posicao) const { return LeDe<T>(Argumento(posicao), posicao); }
-    template <class T> T LeEscrito() const { return LeDe<T>(Escrito(), m_Argumentos.size()); }
+    template <class T> T Le(std::size_t posicao) const { return LeDe<T>(Argumento(posicao)); }
+    template <class T> T LeEscrito() const { return LeDe<T>(Escrito()); }
     // Puts a value where an argument by reference refers to. Without effect on one by value.
     template <class T> void Devolve(std::size_t posicao, const T &valor) const
     {
@@ -72,14 +72,16 @@ class Chamada {
     void Nomeados(std::size_t quantos);
 
   private:
-    template <class T> T LeDe(const VARIANT &variante, std::size_t posicao) const
+    template <class T> T LeDe(const VARIANT &variante) const
     {
         try {
             return DeVariante<T>(variante, m_Lado);
         } catch (const Falha &falha) {
-            throw ArgumentoErrado{posicao, falha.Numero};
+            throw ArgumentoErrado{IndiceDe(variante), falha.Numero};
         }
     }
+    // Place of an argument in the caller's array; 0 for one that was left out.
+    UINT IndiceDe(const VARIANT &argumento) const;
     static void DevolveEm(const VARIANT &referencia, Variante valor);
 
     const DISPPARAMS &m_Parametros;
@@ -305,7 +307,7 @@ template <class C> void OfereceMembros(const std::function<void(Membros<C> &)> &
 
 // Tells how objects of a class become automation objects that are not made here, such as those with an interface of
 // their own. The maker gives the same one for the same object.
-void OfereceComo(std::type_index classe, std::function<Com<IDispatch>(const Ref<::Objeto> &)> faz);
+void OfereceComo(const std::type_info &classe, std::function<Com<IDispatch>(const Ref<::Objeto> &)> faz);
 
 // Our automation object for an object by the members told for its class; fault 438 when none were told.
 Com<IDispatch> Embrulha(const Ref<::Objeto> &objeto, Lado lado = Lado::Componente);

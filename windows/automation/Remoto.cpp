@@ -18,10 +18,10 @@ class ObjetoQualquer : public Remoto<Objeto> {
     using Remoto::Remoto;
 };
 
-std::map<std::type_index, detalhe::FazRemoto> &Fabricas()
+std::map<std::string_view, detalhe::FazRemoto> &Fabricas()
 {
-    static std::map<std::type_index, detalhe::FazRemoto> fabricas{
-        {typeid(::Objeto),
+    static std::map<std::string_view, detalhe::FazRemoto> fabricas{
+        {detalhe::NomeDoContrato<::Objeto>(),
          [](Com<IDispatch> objeto) -> Ref<::Objeto> { return Novo<ObjetoQualquer>(std::move(objeto)); }}};
     return fabricas;
 }
@@ -117,18 +117,20 @@ std::string ClasseDe(const Com<IDispatch> &objeto)
 
 namespace detalhe {
 
-void RegistraRemoto(std::type_index contrato, FazRemoto faz)
+void RegistraRemoto(std::string_view contrato, FazRemoto faz)
 {
     Fabricas()[contrato] = std::move(faz);
 }
 
-Ref<::Objeto> RemotoDe(std::type_index contrato, const Com<IDispatch> &objeto)
+Ref<::Objeto> RemotoDe(std::string_view contrato, const Com<IDispatch> &objeto)
 {
     const Com<IUnknown> identidade = Identidade(objeto);
     if (const auto deste = Vivos()->find(identidade.Ponteiro()); deste != Vivos()->end()) {
         const auto vivo = deste->second.find(contrato);
         // Where no class is asked for, what stands for it already will do.
-        const auto algum = vivo == deste->second.end() && contrato == typeid(::Objeto) ? deste->second.begin() : vivo;
+        const auto algum = vivo == deste->second.end() && contrato == detalhe::NomeDoContrato<::Objeto>()
+                               ? deste->second.begin()
+                               : vivo;
         if (algum != deste->second.end()) {
             if (auto alvo = algum->second.lock()) {
                 return Ref<::Objeto>(std::move(alvo));

@@ -8,7 +8,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <typeindex>
+#include <typeinfo>
 #include <utility>
 #include <vector>
 
@@ -16,8 +16,15 @@ namespace nativo {
 
 namespace detalhe {
 
+// A class of the contract, by the name that the compiler gives it: the order of type_index is not to be relied upon for
+// classes of one file alone.
+template <class Contrato> std::string_view NomeDoContrato()
+{
+    return typeid(Contrato).name();
+}
+
 // Those that live, by the identity of what they stand for and by the class that they offer.
-using RemotosVivos = std::map<IUnknown *, std::map<std::type_index, std::weak_ptr<::Objeto>>>;
+using RemotosVivos = std::map<IUnknown *, std::map<std::string_view, std::weak_ptr<::Objeto>>>;
 
 } // namespace detalhe
 
@@ -68,20 +75,20 @@ namespace detalhe {
 
 using FazRemoto = std::function<Ref<::Objeto>(Com<IDispatch>)>;
 
-void RegistraRemoto(std::type_index contrato, FazRemoto faz);
-Ref<::Objeto> RemotoDe(std::type_index contrato, const Com<IDispatch> &objeto);
+void RegistraRemoto(std::string_view contrato, FazRemoto faz);
+Ref<::Objeto> RemotoDe(std::string_view contrato, const Com<IDispatch> &objeto);
 
 } // namespace detalhe
 
 template <class Contrato, class Classe> void RegistraRemoto()
 {
-    detalhe::RegistraRemoto(typeid(Contrato),
+    detalhe::RegistraRemoto(detalhe::NomeDoContrato<Contrato>(),
                             [](Com<IDispatch> objeto) -> Ref<::Objeto> { return Novo<Classe>(std::move(objeto)); });
 }
 
 template <class Contrato> Ref<Contrato> RemotoDe(const Com<IDispatch> &objeto)
 {
-    return ComoTipo<Contrato>(detalhe::RemotoDe(typeid(Contrato), objeto));
+    return ComoTipo<Contrato>(detalhe::RemotoDe(detalhe::NomeDoContrato<Contrato>(), objeto));
 }
 
 } // namespace nativo
