@@ -11,3 +11,9 @@ if(TARGET ZTAVOREQUIP)
         COMMAND ${PROJECT_SOURCE_DIR}/tests/windows/instalador.sh ${CAMADA} roda -- ${instalador})
     set_tests_properties(windows.instalador PROPERTIES FIXTURES_REQUIRED camada RUN_SERIAL TRUE)
 endif()
+
+if(TARGET teste_windows)
+    set_property(SOURCE ${PROJECT_SOURCE_DIR}/tests/windows/recursos.rc PROPERTY INCLUDE_DIRECTORIES
+        ${PROJECT_SOURCE_DIR}/windows/component ${PROJECT_SOURCE_DIR}/windows/screen)
+    target_sources(teste_windows PRIVATE ${PROJECT_SOURCE_DIR}/tests/windows/recursos.rc)
+endif()

@@ -73,7 +73,7 @@ void Janelas::MostraForm(const Ref<IForm> &form, bool modal)
     nova.Tipo = modal ? TipoDeJanela::Modal : nova.Dono ? TipoDeJanela::Solta : TipoDeJanela::Filha;
     nova.Janela = m_Camada->FazJanela(form, nova.Tipo, nova.Dono, Pedidos(form));
     SegueOrdem(*form, nova);
-    if (nova.Tipo == TipoDeJanela::Filha) {
+    if (FazInvolucro && nova.Tipo == TipoDeJanela::Filha) {
         nova.Involucro = FazInvolucro();
         SegueOrdem(*nova.Involucro, nova);
     }
