@@ -55,7 +55,8 @@ target_link_libraries(componente PUBLIC hospedeiro_windows tela_windows automaca
 # The DLL, with the resources and only the entry points shown; beside it the manifest for hosts that do not register it.
 set_property(SOURCE ${pasta_componente}/ZTAVOREQUIP.rc PROPERTY OBJECT_DEPENDS
     ${pasta_gerados}/ZTAVOREQUIP.tlb ${pasta_componente}/ZTAVOREQUIP.dll.manifest)
-set_property(SOURCE ${pasta_componente}/ZTAVOREQUIP.rc PROPERTY INCLUDE_DIRECTORIES ${pasta_gerados} ${pasta_componente})
+set_property(SOURCE ${pasta_componente}/ZTAVOREQUIP.rc PROPERTY INCLUDE_DIRECTORIES ${pasta_gerados} ${pasta_componente}
+    ${PROJECT_SOURCE_DIR}/windows/screen)
 add_library(ZTAVOREQUIP SHARED ${pasta_componente}/ZTAVOREQUIP.rc ${pasta_componente}/ZTAVOREQUIP.def)
 target_link_libraries(ZTAVOREQUIP PRIVATE componente)
 # Without the names of what is inside, and the plain names stand for the decorated ones of the 32-bit calling convention.
