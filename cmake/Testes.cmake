@@ -24,6 +24,7 @@ function(adiciona_teste sala)
             set(parte windows.nativo)
             list(APPEND propriedades RESOURCE_LOCK teclado) # one window at a time has it
         else()
+            target_link_libraries(teste_${sala} PRIVATE travessia)
             set(parte windows.${sala})
         endif()
     endif()
@@ -52,6 +53,14 @@ if(fontes_contrato)
     target_link_libraries(contrato_host PUBLIC host GTest::gtest)
 else()
     add_library(contrato_host INTERFACE)
+endif()
+
+if(WIN32)
+    # Between the module and the scripted host: in every program, which has all of them cross the boundary of automation.
+    file(GLOB fontes_travessia CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/windows/travessia/*.cpp)
+    list(FILTER fontes_travessia EXCLUDE REGEX "_test\\.cpp$")
+    add_library(travessia OBJECT ${fontes_travessia})
+    target_link_libraries(travessia PUBLIC suporte hospedeiro_windows automacao)
 endif()
 
 file(GLOB testes RELATIVE ${PROJECT_SOURCE_DIR}/tests CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/*/*_test.cpp)
