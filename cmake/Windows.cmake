@@ -3,6 +3,7 @@
 enable_language(RC)
 
 add_compile_definitions(UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN)
+
 adiciona_sala(automacao windows/automation)
 adiciona_sala(hospedeiro_windows windows/host)
 adiciona_sala(tela_windows windows/screen)
@@ -44,9 +45,6 @@ add_custom_target(biblioteca_de_tipos DEPENDS ${pasta_gerados}/ZTAVOREQUIP.tlb $
 
 # Objects, so that the tests reach what the DLL does not export.
 file(GLOB fontes_componente CONFIGURE_DEPENDS ${pasta_componente}/*.cpp)
-if(NOT fontes_componente)
-    return()
-endif()
 add_library(componente OBJECT ${fontes_componente})
 add_dependencies(componente biblioteca_de_tipos)
 target_include_directories(componente SYSTEM PUBLIC ${pasta_gerados})
