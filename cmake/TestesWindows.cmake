@@ -7,6 +7,8 @@ if(TARGET ZTAVOREQUIP)
                 -P ${PROJECT_SOURCE_DIR}/cmake/ConfereDll.cmake)
 endif()
 
+include(cmake/TestesExternos.cmake)
+
 if(TARGET teste_windows)
     set_property(SOURCE ${PROJECT_SOURCE_DIR}/tests/windows/recursos.rc PROPERTY INCLUDE_DIRECTORIES
         ${PROJECT_SOURCE_DIR}/windows/component ${PROJECT_SOURCE_DIR}/windows/screen)
