@@ -1,6 +1,7 @@
 #include "windows/screen/RenderClienteSetor.h"
 
 #include "tela/Partes.h"
+#include "tela/Tracado.h"
 #include "windows/screen/JanelaForm.h"
 #include "windows/screen/Letra.h"
 
@@ -70,11 +71,12 @@ void RenderClienteSetor::Reparte()
     const int rotuloSetor = LarguraDoTexto(Partes::Setor);
     const int campos = std::max(m_Lugar.Largura - rotuloCliente - rotuloSetor - 3 * entre, 2);
     const int extra = Escrita().Medida(AFolga.Campo + AFolga.Seta);
-    int cliente = 0;
+    const int menor = LarguraDoTexto(std::string(LetrasDoCombo, 'n')) + extra;
+    int cliente = menor;
     for (const ClienteOferecido &oferecido : m_Escolha.Clientes()) {
         cliente = std::max(cliente, LarguraDoTexto(oferecido.Nome) + extra);
     }
-    int setor = 0;
+    int setor = menor;
     for (const std::string &oferecido : m_Escolha.Setores()) {
         setor = std::max(setor, LarguraDoTexto(oferecido) + extra);
     }

@@ -16,14 +16,32 @@ namespace nativo {
 namespace {
 
 constexpr Folgas AFolga{};
-constexpr int Linhas = 4;
 constexpr int SugestoesVistas = 12;
+
+class SemLogradouros : public ILogradouros {
+  public:
+    std::string_view NomeTipo() const override { return "SemLogradouros"; }
+
+    const std::vector<MunicipioDeEndereco> &Municipios() const override
+    {
+        static const std::vector<MunicipioDeEndereco> nenhum;
+        return nenhum;
+    }
+    std::vector<Logradouro> Procura(std::int32_t, const std::string &, std::size_t) const override { return {}; }
+    std::optional<Logradouro> PorCodigo(std::int32_t) const override { return std::nullopt; }
+};
+
+// Of an application that has no streets, an address can be read and cleared.
+Ref<ILogradouros> LogradourosDe(const AoRedorDoForm &aoRedor)
+{
+    return aoRedor.Logradouros ? aoRedor.Logradouros : Novo<SemLogradouros>();
+}
 
 } // namespace
 
 RenderEndereco::RenderEndereco(Ref<IControle> controle, const Peca &peca, JanelaForm &janela)
     : Renderizador(controle, peca, janela),
-      m_Escolha(ComoTipo<ztEndereco>(controle), janela.AoRedor().Logradouros, janela.AoRedor().Memoria),
+      m_Escolha(ComoTipo<ztEndereco>(controle), LogradourosDe(janela.AoRedor()), janela.AoRedor().Memoria),
       m_RotuloMunicipio(FazRotulo(Partes::Municipio)),
       m_Municipio(Faz(WC_COMBOBOXW, ComboNativo::Estilo),
                   {.Escolhe =
@@ -134,7 +152,7 @@ void RenderEndereco::Coloca(const PecaArrumada &lugar)
 {
     const Retangulo &todo = lugar.Lugar;
     const int entre = Escrita().Medida(AFolga.EntrePecas);
-    const int altura = (todo.Altura - (Linhas - 1) * entre) / Linhas;
+    const int altura = Escrita().Medida(Escrita().Mede("X", 0).Altura + AFolga.Campo);
     const int rotulos = std::max(lugar.LarguraDosRotulos, LarguraDoTexto(Partes::Logradouro));
     const int campos = todo.X + rotulos + entre;
     const int fim = todo.X + todo.Largura;
@@ -163,7 +181,7 @@ void RenderEndereco::Coloca(const PecaArrumada &lugar)
         PoeEm(botao, {botoes, y, largura, altura});
         botoes -= entre;
     }
-    PoeEm(m_Atual, {todo.X, y, botoes - todo.X, altura});
+    PoeEm(m_Atual, {todo.X, y, botoes - todo.X, todo.Y + todo.Altura - y});
 }
 
 int RenderEndereco::LarguraDoTexto(std::string_view texto) const

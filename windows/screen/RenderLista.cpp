@@ -61,6 +61,9 @@ RenderLista::RenderLista(Ref<IControle> controle, const Peca &peca, JanelaForm &
 HWND RenderLista::FazBotao()
 {
     const HWND botao = Faz(WC_BUTTONW, BS_PUSHBUTTON | BS_MULTILINE | BS_LEFT);
+    const int margem = Escrita().Medida(AFolga.Campo);
+    RECT margens{margem, 0, margem, 0};
+    SendMessageW(botao, BCM_SETTEXTMARGIN, 0, reinterpret_cast<LPARAM>(&margens));
     TTTOOLINFOW dica{};
     dica.cbSize = TTTOOLINFOW_V1_SIZE;
     dica.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
