@@ -6,7 +6,7 @@ namespace nativo {
 
 void Diario::Anota(const std::string &linha)
 {
-    const std::lock_guard guarda(m_Trava);
+    const Guarda guarda(m_Trava);
     m_Linhas.push_back(linha);
     ++m_Chamadas;
     if (m_Chamadas == m_Ordenada) {
@@ -17,32 +17,32 @@ void Diario::Anota(const std::string &linha)
 
 void Diario::Conta(const std::string &linha)
 {
-    const std::lock_guard guarda(m_Trava);
+    const Guarda guarda(m_Trava);
     m_Linhas.push_back(linha);
 }
 
 void Diario::FalhaNa(std::int32_t chamada)
 {
-    const std::lock_guard guarda(m_Trava);
+    const Guarda guarda(m_Trava);
     m_Ordenada = chamada;
     m_Chamadas = 0;
 }
 
 bool Diario::Falhou() const
 {
-    const std::lock_guard guarda(m_Trava);
+    const Guarda guarda(m_Trava);
     return m_Ordenada != 0 && m_Chamadas >= m_Ordenada;
 }
 
 void Diario::Limpa()
 {
-    const std::lock_guard guarda(m_Trava);
+    const Guarda guarda(m_Trava);
     m_Linhas.clear();
 }
 
 std::vector<std::string> Diario::Que(const std::string &comeco) const
 {
-    const std::lock_guard guarda(m_Trava);
+    const Guarda guarda(m_Trava);
     std::vector<std::string> linhas;
     for (const std::string &linha : m_Linhas) {
         if (linha.rfind(comeco, 0) == 0) {
@@ -54,7 +54,7 @@ std::vector<std::string> Diario::Que(const std::string &comeco) const
 
 std::string Diario::Tudo() const
 {
-    const std::lock_guard guarda(m_Trava);
+    const Guarda guarda(m_Trava);
     std::string tudo;
     for (const std::string &linha : m_Linhas) {
         tudo += linha + "\n";
