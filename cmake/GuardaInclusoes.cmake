@@ -4,18 +4,26 @@
 #
 # Prints one line per refusal, "<file>:<line>: <why>", and fails when there was any. A room may include the headers
 # of the rooms that it knows, as "room/Name.h" from the root, and the standard headers listed below; nothing else, so
-# that no toolkit, database or operating system reaches the rooms that must run on any of them.
+# that no toolkit, database or operating system reaches the rooms that must run on any of them. The rooms that are there
+# for one of these, in desk/ and windows/, include foreign headers as they need them, and know what is below them.
 
 cmake_minimum_required(VERSION 3.25)
 
-set(SALAS host controls tela shell sensors equipment limits search)
+set(SALAS host controls tela shell sensors equipment limits search
+    desk windows/automation windows/screen windows/host windows/component)
 set(modulo shell sensors equipment limits search)
+set(COM_ALHEIOS desk windows/automation windows/screen windows/host windows/component)
 set(CONHECE_host host)
 set(CONHECE_controls host controls)
 set(CONHECE_tela host controls tela)
 foreach(sala IN LISTS modulo)
     set(CONHECE_${sala} host ${modulo})
 endforeach()
+set(CONHECE_desk host controls tela ${modulo} desk)
+set(CONHECE_windows/automation host windows/automation)
+set(CONHECE_windows/screen host controls tela windows/automation windows/screen)
+set(CONHECE_windows/host host controls tela ${modulo} windows/automation windows/screen windows/host)
+set(CONHECE_windows/component ${CONHECE_windows/host} windows/component)
 
 # Of the standard library, everything that neither touches files, threads or the console nor leaves C++'s ways:
 # files belong to the platform behind host/, and the module lives in its host's only thread.
@@ -84,12 +92,12 @@ macro(confere_diretiva)
             recusa("#${diretiva} is not used here")
         elseif(alvo MATCHES "^[ \t]*<([^<>]*)>")
             set(alvo "${CMAKE_MATCH_1}")
-            if(NOT alvo IN_LIST permitidos)
+            if(NOT sala IN_LIST COM_ALHEIOS AND NOT alvo IN_LIST permitidos)
                 recusa("<${alvo}> is not a header that ${sala}/ may include")
             endif()
         elseif(alvo MATCHES "^[ \t]*\"([^\"]*)\"")
             set(alvo "${CMAKE_MATCH_1}")
-            if(NOT alvo MATCHES "^([a-z]+)/([A-Za-z0-9_]+/)*[A-Za-z0-9_]+[.]h$")
+            if(NOT alvo MATCHES "^(windows/[a-z]+|[a-z]+)/([A-Za-z0-9_]+/)*[A-Za-z0-9_]+[.]h$")
                 recusa("\"${alvo}\" is not written as \"room/Name.h\" from the root")
             elseif(NOT CMAKE_MATCH_1 IN_LIST CONHECE_${sala})
                 recusa("${sala}/ may not know \"${alvo}\"")

@@ -1,5 +1,5 @@
-# Refuses at configuration what the contract, the module, the controls and the screen room must not link: anything but the libraries
-# named here. Targets that are not there are not asked.
+# Refuses at configuration what the contract, the module, the controls, the screen room and the rooms of windows/ must not
+# link: anything but the libraries named here. Targets that are not there are not asked.
 
 function(confere_ligacao alvo)
     if(NOT TARGET ${alvo})
@@ -22,4 +22,8 @@ function(guarda_ligacao)
     confere_ligacao(modulo host)
     confere_ligacao(controls host)
     confere_ligacao(tela controls host)
+    set(do_sistema advapi32 comctl32 comdlg32 gdi32 ole32 oleaut32 shell32 shlwapi user32 uuid uxtheme)
+    confere_ligacao(automacao host ${do_sistema})
+    confere_ligacao(tela_windows automacao tela controls host ${do_sistema})
+    confere_ligacao(hospedeiro_windows tela_windows automacao modulo tela controls host ${do_sistema})
 endfunction()

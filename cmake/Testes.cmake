@@ -2,19 +2,39 @@
 # tests/support is the library `suporte`, shared by all of them; tests/host_contract is the suite that every host
 # must pass, `contrato_host`, of objects so that no linker drops a test that nobody names.
 
-find_package(GTest REQUIRED)
+if(NOT WIN32)
+    find_package(GTest REQUIRED)
+endif()
 include(GoogleTest)
 
 # adiciona_teste(<room> <source>...): the program teste_<room>, its tests known to ctest as <room>.<suite>.<test>.
+# Those of the Windows build are all of the part windows.
 function(adiciona_teste sala)
     add_executable(teste_${sala} ${ARGN})
     target_link_libraries(teste_${sala} PRIVATE suporte modulo tela controls host GTest::gtest_main)
+    set(parte ${sala})
+    set(propriedades "")
+    if(WIN32)
+        set(propriedades PROPERTIES FIXTURES_REQUIRED camada)
+        if(sala STREQUAL "windows")
+            target_link_libraries(teste_windows PRIVATE hospedeiro_windows tela_windows automacao)
+            if(TARGET componente)
+                target_link_libraries(teste_windows PRIVATE componente)
+            endif()
+            set(parte windows.nativo)
+            list(APPEND propriedades RESOURCE_LOCK teclado) # one window at a time has it
+        else()
+            target_link_libraries(teste_${sala} PRIVATE travessia)
+            set(parte windows.${sala})
+        endif()
+    endif()
     gtest_discover_tests(teste_${sala}
         DISCOVERY_MODE PRE_TEST
         DISCOVERY_TIMEOUT 60
         NO_PRETTY_VALUES
-        TEST_PREFIX "${sala}."
-        WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
+        TEST_PREFIX "${parte}."
+        WORKING_DIRECTORY ${PROJECT_SOURCE_DIR}
+        ${propriedades})
 endfunction()
 
 file(GLOB fontes_suporte CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/support/*.cpp)
@@ -35,11 +55,24 @@ else()
     add_library(contrato_host INTERFACE)
 endif()
 
+if(WIN32)
+    # Between the module and the scripted host: in every program, which has all of them cross the boundary of automation.
+    file(GLOB fontes_travessia CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/windows/travessia/*.cpp)
+    list(FILTER fontes_travessia EXCLUDE REGEX "_test\\.cpp$")
+    add_library(travessia OBJECT ${fontes_travessia})
+    target_link_libraries(travessia PUBLIC suporte hospedeiro_windows automacao)
+endif()
+
 file(GLOB testes RELATIVE ${PROJECT_SOURCE_DIR}/tests CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/*/*_test.cpp)
 list(TRANSFORM testes REPLACE "/.*" "" OUTPUT_VARIABLE salas)
 list(REMOVE_DUPLICATES salas)
 # The suite of the contract has no program of its own, and the tests of the desk are its own affair.
 list(REMOVE_ITEM salas host_contract desk)
+if(WIN32) # the guards are the build machine's, and the benchmarks its libraries'
+    list(REMOVE_ITEM salas guarda bench)
+else()
+    list(REMOVE_ITEM salas windows)
+endif()
 foreach(sala IN LISTS salas)
     if(sala STREQUAL "support")
         file(GLOB fontes CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/support/*_test.cpp)
@@ -50,6 +83,10 @@ foreach(sala IN LISTS salas)
         adiciona_teste(${sala} ${fontes})
     endif()
 endforeach()
+
+if(WIN32)
+    return()
+endif()
 
 # The guards are CMake's, so their tests run it.
 target_compile_definitions(teste_guarda PRIVATE CMAKE_EXECUTAVEL="${CMAKE_COMMAND}")

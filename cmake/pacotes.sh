@@ -22,6 +22,21 @@ fonts-dejavu-core text in windows and pictures on a machine without a desktop
 FIM
 }
 
+# What the component for Windows takes besides: building it, and testing it under the compatibility layer.
+pacotes_windows() {
+    cat <<'FIM'
+g++-mingw-w64-x86-64-win32 compiles the component for 64 bits
+g++-mingw-w64-i686-win32 compiles the component for 32 bits
+mingw-w64-tools compiles its type library
+libwine-dev    the interfaces that the type library is written with
+googletest     the tests' framework as sources, to be compiled for Windows
+wine64         the compatibility layer under which its tests run
+fonts-wine     the fonts of its windows there
+xvfb           the display that they are drawn on
+nsis           makes its installer
+FIM
+}
+
 # Installs what is missing of the above, and of what the command needs besides: arguments, each a line of that form.
 instala_pacotes() {
     command -v dpkg-query >/dev/null || return 0 # another distribution: its user provides them

@@ -11,6 +11,9 @@ namespace {
 
 std::string LinhaDe(const Logradouro &logradouro)
 {
+    if (logradouro.Nome.empty()) {
+        return "Código " + CStr(logradouro.Codigo);
+    }
     return logradouro.Descricao(0, "") + " - " + Left(logradouro.Cep, 5) + "-" + Mid(logradouro.Cep, 6);
 }
 
@@ -35,8 +38,12 @@ std::int32_t EscolhaDeEndereco::LugarDoMunicipio() const
 
 std::string EscolhaDeEndereco::Atual() const
 {
-    const std::string descricao = m_Controle->EnderecoProprio()->DescricaoEndereco();
-    return descricao.empty() ? "Nenhum endereço escolhido." : descricao;
+    const Endereco &endereco = *m_Controle->EnderecoProprio();
+    if (!endereco.DescricaoEndereco().empty()) {
+        return endereco.DescricaoEndereco();
+    }
+    return endereco.CodLogradouro() > 0 ? "Logradouro de código " + CStr(endereco.CodLogradouro()) + "."
+                                        : "Nenhum endereço escolhido.";
 }
 
 bool EscolhaDeEndereco::Conhecido() const
@@ -64,7 +71,11 @@ void EscolhaDeEndereco::Acompanha()
     m_Via.clear();
     m_Numero.clear();
     m_Complemento.clear();
-    if (const auto logradouro = m_Logradouros->PorCodigo(m_Conhecido.CodLogradouro)) {
+    if (auto logradouro = m_Logradouros->PorCodigo(m_Conhecido.CodLogradouro)) {
+        if (logradouro->Nome.empty()) { // what is known of it is what the address tells
+            logradouro->CodMunic = m_Controle->EnderecoProprio()->CodMunic();
+            logradouro->Cep = m_Controle->EnderecoProprio()->Cep();
+        }
         Toma(*logradouro);
         m_Via = LinhaDe(*logradouro);
         m_Numero = m_Conhecido.Numero > 0 ? CStr(m_Conhecido.Numero) : std::string();

@@ -12,11 +12,11 @@
 struct Logradouro {
     std::int32_t Codigo = 0; // of no other street
     std::int32_t CodMunic = 0;
-    std::string Nome;   // with its kind: "Rua Bento Gonçalves"
+    std::string Nome;   // with its kind: "Rua Bento Gonçalves"; empty: nobody but the code knows the street
     std::string Bairro; // may be empty
     std::string Cep;    // eight digits
 
-    // As it goes on a notification, with the house number and the complement when there are any.
+    // As it goes on a notification, with the house number and the complement when there are any; empty without a name.
     std::string Descricao(std::int32_t numero, const std::string &complemento) const;
 };
 

@@ -16,7 +16,7 @@ class Janelas : public IJanelas {
 
     // The platform's unload, which comes back through FechaForm when the form has gone.
     std::function<void(const Ref<IForm> &)> Descarrega;
-    // A new wrapping form, which a form that is not modal knows as its frmParent.
+    // A new wrapping form, which a form that is not modal knows as its frmParent; without it windows are not wrapped.
     std::function<Ref<IForm>()> FazInvolucro;
     // Shows the fault that is being handled.
     std::function<void()> MostraFalha;

@@ -55,6 +55,14 @@ class Pessoa {
     bool LimpaEndereco(const std::string &nome);
     bool EscolheCliente(const std::string &nome, const std::string &cliente, const std::string &setor);
 
+    // A place where Tab stops.
+    struct Parada {
+        Ref<IControle> Controle;
+        Parte Qual = Parte::Todo;
+    };
+    // Where the keyboard is: a layer without a way of its own brings it there after Tab. Nothing for the control: in none.
+    Parada ParadaAtual() const;
+
     // Keys of the form.
 
     // To the next control, or the one before, in the order of TabIndex, that can have the focus; in a control of
@@ -90,13 +98,7 @@ class Pessoa {
     template <class C, class Acao>
     bool Com(const std::string &nome, std::int16_t indice, const char *recusado, Acao &&acao);
     std::vector<Ref<IControle>> EmOrdem() const;
-    // A place where Tab stops.
-    struct Parada {
-        Ref<IControle> Controle;
-        Parte Qual = Parte::Todo;
-    };
     std::vector<Parada> Paradas() const;
-    Parada ParadaAtual() const;
     bool VaiPara(const Parada &parada);
     bool Anda(int passo);
     // Buttons that are parts of controls.

@@ -1,8 +1,5 @@
 #include "desk/host/HostMesa.h"
 
-#include "controls/CommonDialog.h"
-#include "controls/ztClienteSetor.h"
-#include "controls/ztEndereco.h"
 #include "desk/host/ServicosMesa.h"
 #include "desk/services/Disco.h"
 
@@ -23,15 +20,16 @@ HostMesa::HostMesa(Ref<IJanelas> janelas, std::filesystem::path diretorio, std::
     FazPastaPrivada(m_Diretorio);
     m_Plataforma = Novo<PlataformaMesa>(m_Janelas, m_Diretorio / "modulo", std::move(agora));
     m_Plataforma->PoePasta(PastaDosLayouts(), [this] { return DadosVorMesa::ArquivosDeLayout(*Servico()); });
-    m_Controles = Novo<FabricaControles>();
-    m_CriouControle =
-        m_Controles->CriouControle().liga([this](const Ref<IControle> &controle) { ConectaControle(controle); });
     oAppEXE = Novo<AppEXEMesa>(m_Diretorio);
     FormMDI = Novo<FormMDIMesa>();
     ActBar = Novo<ActBarMesa>();
     cGlobal = Novo<GlobalMesa>();
     BancoLocal = Novo<BancoLocalMesa>(m_Diretorio);
     Logradouros = Novo<LogradourosMesa>(SessaoAtual());
+    m_Controles = Novo<FabricaControles>();
+    m_AtendeControles.emplace(
+        *m_Controles, m_Janelas, Logradouros, [this](std::int32_t codCliente) { return ClienteDe(codCliente); },
+        TituloDeRecusa);
     ObjInterface =
         Novo<InterfaceMesa>(m_Janelas, [this]() -> Ref<ITrataBD> { return m_objMTM->CreateQMR()->CreateNewTrataBD(); });
 }
@@ -66,44 +64,12 @@ std::function<Ref<SessaoServico>()> HostMesa::SessaoAtual() const
     return [this] { return Servico(); };
 }
 
-template <class... Args>
-void HostMesa::Mantem(const Ref<IControle> &controle, Evento<Args...> &evento, std::function<void(Args...)> tratador)
+// A client that the operator may not choose gives way to their own.
+std::string HostMesa::ClienteDe(std::int32_t codCliente) const
 {
-    m_Conectados.emplace_back(controle, evento.liga(std::move(tratador)));
-}
-
-void HostMesa::ConectaControle(const Ref<IControle> &controle)
-{
-    std::erase_if(m_Conectados, [](const auto &conectado) { return conectado.first.Nada(); });
-    if (auto *dialogo = dynamic_cast<CommonDialog *>(controle.Ponteiro())) {
-        Mantem(controle, dialogo->AoMostrar(), std::function<void()>([this, dialogo] {
-                   if (const auto escolhido = m_Janelas->EscolheArquivo(dialogo->Filter(), dialogo->DialogTitle())) {
-                       dialogo->Escolhe(*escolhido);
-                   }
-               }));
-    } else if (auto *cliente = dynamic_cast<ztClienteSetor *>(controle.Ponteiro())) {
-        Mantem(controle, cliente->AoAvisar(), std::function<void(std::string)>([this](const std::string &texto) {
-                   m_Janelas->Avisa(texto, TituloDeRecusa);
-               }));
-        Mantem(controle, cliente->AoDefinirCodCliente(), std::function<void()>([this, cliente] {
-                   // A client that the operator may not choose gives way to their own.
-                   const std::vector<ClienteCadastrado> clientes = Servico()->Clientes();
-                   const auto achado = std::find_if(clientes.begin(), clientes.end(), [&](const auto &cadastrado) {
-                       return cadastrado.CodCliente == cliente->CodCliente();
-                   });
-                   const Operador &operador = Servico()->Operador();
-                   cliente->PresetaCliente(achado == clientes.end() ? operador.Cliente : achado->Nome, "");
-               }));
-    } else if (auto *endereco = dynamic_cast<ztEndereco *>(controle.Ponteiro())) {
-        const Ref<Endereco> dados = endereco->EnderecoProprio();
-        Mantem(controle, dados->AoSetar(), std::function<void()>([this, fraco = RefFraca<Endereco>(dados)] {
-                   const Ref<Endereco> preenchido = fraco.Alvo();
-                   if (const auto logradouro = Logradouros->PorCodigo(preenchido->CodLogradouro())) {
-                       preenchido->DefineDescricao(
-                           logradouro->Descricao(preenchido->Numero(), preenchido->Complemento()));
-                   }
-               }));
-    }
+    const std::vector<ClienteCadastrado> clientes = Servico()->Clientes();
+    const auto achado = std::ranges::find(clientes, codCliente, &ClienteCadastrado::CodCliente);
+    return achado == clientes.end() ? Servico()->Operador().Cliente : achado->Nome;
 }
 
 void HostMesa::MostraRecusa(const std::string &recusa) const

@@ -7,13 +7,13 @@
 #include "desk/host/PlataformaMesa.h"
 #include "desk/host/SessaoMesa.h"
 #include "host/HostServices.h"
+#include "tela/AtendeControles.h"
 #include "tela/IJanelas.h"
 
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
-#include <utility>
-#include <vector>
 
 namespace mesa {
 
@@ -63,10 +63,8 @@ class HostMesa : public HostServices {
     std::function<Ref<SessaoServico>()> SessaoAtual() const;
     std::filesystem::path PastaDosLayouts() const;
     void MostraRecusa(const std::string &recusa) const;
-    // Answers what a picker or file dialog asks of its host.
-    void ConectaControle(const Ref<IControle> &controle);
-    template <class... Args>
-    void Mantem(const Ref<IControle> &controle, Evento<Args...> &evento, std::function<void(Args...)> tratador);
+    // Name of the client with which a picker starts.
+    std::string ClienteDe(std::int32_t codCliente) const;
 
     Ref<IJanelas> m_Janelas;
     std::filesystem::path m_Diretorio;
@@ -74,8 +72,7 @@ class HostMesa : public HostServices {
     Ref<FabricaControles> m_Controles;
     Ref<SessaoMesa> m_objMTM;
     Ref<AcessoMesa> m_objSCA;
-    Conexao m_CriouControle;
-    std::vector<std::pair<RefFraca<IControle>, Conexao>> m_Conectados;
+    std::optional<AtendeControles> m_AtendeControles;
 };
 
 } // namespace mesa

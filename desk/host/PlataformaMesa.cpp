@@ -59,6 +59,7 @@ bool Casa(std::string_view padrao, std::string_view nome)
 PlataformaMesa::PlataformaMesa(Ref<IJanelas> janelas, std::filesystem::path diretorioModulo,
                                std::function<Data()> agora)
     : m_Janelas(std::move(janelas)),
+      m_Forms(m_Janelas),
       m_DiretorioModulo(std::move(diretorioModulo)),
       m_Agora(std::move(agora)),
       m_Aplicacao(Novo<AplicacaoDoModulo>())
@@ -97,49 +98,9 @@ void PlataformaMesa::CaixaInformacao(const std::string &texto, const std::string
     m_Janelas->Informa(texto, titulo);
 }
 
-Ref<IForm> PlataformaMesa::FormAberto(std::int32_t posicao) const
-{
-    if (posicao < 0 || posicao >= NroForms()) {
-        throw Falha(NumeroFalha::SubscritoForaDoIntervalo);
-    }
-    return m_Forms[static_cast<std::size_t>(posicao)];
-}
-
-void PlataformaMesa::Carrega(const Ref<IForm> &form)
-{
-    if (std::find(m_Forms.begin(), m_Forms.end(), form) == m_Forms.end()) {
-        m_Forms.push_back(form);
-    }
-}
-
-void PlataformaMesa::Descarrega(const Ref<IForm> &form)
-{
-    const Ref<IForm> viva = form; // the argument may be one of those that the unload drops
-    if (std::find(m_Forms.begin(), m_Forms.end(), viva) == m_Forms.end() ||
-        !m_Descarregando.insert(viva.Ponteiro()).second) {
-        return;
-    }
-    bool cancela = false;
-    try {
-        viva->Unload(cancela);
-    } catch (...) {
-        m_Descarregando.erase(viva.Ponteiro());
-        throw;
-    }
-    m_Descarregando.erase(viva.Ponteiro());
-    if (!cancela) {
-        m_Forms.erase(std::find(m_Forms.begin(), m_Forms.end(), viva));
-        m_Janelas->FechaForm(viva);
-    }
-}
-
 void PlataformaMesa::DefineTextoJanela(std::int64_t hwnd, const std::string &texto)
 {
-    for (const Ref<IForm> &form : m_Forms) {
-        if (form->hwnd() == hwnd) {
-            m_Janelas->DefineTextoJanela(form, texto);
-        }
-    }
+    m_Forms.DefineTexto(hwnd, texto);
 }
 
 bool PlataformaMesa::TemIcone(const std::string &chave) const

@@ -1,12 +1,11 @@
 #pragma once
 
 #include "host/IPlataforma.h"
-#include "tela/IJanelas.h"
+#include "tela/FormsAbertos.h"
 
 #include <filesystem>
 #include <functional>
 #include <map>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -28,10 +27,10 @@ class PlataformaMesa : public IPlataforma {
     bool PerguntaSimNao(const std::string &texto, const std::string &titulo, bool padraoSim) override;
     void CaixaInformacao(const std::string &texto, const std::string &titulo) override;
 
-    std::int32_t NroForms() const override { return static_cast<std::int32_t>(m_Forms.size()); }
-    Ref<IForm> FormAberto(std::int32_t posicao) const override;
-    void Carrega(const Ref<IForm> &form) override;
-    void Descarrega(const Ref<IForm> &form) override;
+    std::int32_t NroForms() const override { return m_Forms.Quantos(); }
+    Ref<IForm> FormAberto(std::int32_t posicao) const override { return m_Forms.Form(posicao); }
+    void Carrega(const Ref<IForm> &form) override { m_Forms.Carrega(form); }
+    void Descarrega(const Ref<IForm> &form) override { m_Forms.Descarrega(form); }
     void DefineTextoJanela(std::int64_t hwnd, const std::string &texto) override;
     bool TemIcone(const std::string &chave) const override;
 
@@ -53,14 +52,13 @@ class PlataformaMesa : public IPlataforma {
     std::vector<std::string> NomesEm(const std::filesystem::path &pasta) const;
 
     Ref<IJanelas> m_Janelas;
+    FormsAbertos m_Forms;
     std::filesystem::path m_DiretorioModulo;
     std::function<Data()> m_Agora;
     std::map<std::filesystem::path, std::function<std::vector<std::string>()>> m_Pastas;
     Ref<IAplicacao> m_Aplicacao;
     std::int16_t m_Ponteiro = PonteiroNormal;
-    std::vector<Ref<IForm>> m_Forms;
-    std::set<const IForm *> m_Descarregando; // unloads that are under way, which are not begun again
-    std::vector<std::string> m_Nomes;        // of the pattern last given, from the back
+    std::vector<std::string> m_Nomes; // of the pattern last given, from the back
 };
 
 } // namespace mesa

@@ -5,13 +5,17 @@
 #include <regex>
 #include <string>
 
-// The desk meets the names of a toolkit and of other libraries: every declaration of its own stands in its namespace.
-// Outside of it are includes, names of the toolkit's classes, comments and the entry of a program.
-TEST(EspacoDeNomes, look_EveryFileOfTheDesk_DeclaresInItsNamespace)
+namespace {
+
+// What is outside of the namespace of a room that meets foreign names: includes, names of the toolkit's classes,
+// comments, what the system's compiler and linker give names to, and the entry of a program.
+void ConfereDeclaracoes(const std::string &pasta, const std::string &nome, int menosDe)
 {
-    const std::regex deFora("|#.*|//.*|class Q\\w+;|int main\\(.*");
+    const std::regex deFora("|#.*|//.*|class Q\\w+;|int main\\(.*|__CRT_UUID_DECL\\(.*\\)|extern \"C\" .*;");
+    const std::string abre = "namespace " + nome + " {";
+    const std::string fecha = "} // namespace " + nome;
     int arquivos = 0;
-    for (const auto &entrada : std::filesystem::recursive_directory_iterator("desk")) {
+    for (const auto &entrada : std::filesystem::recursive_directory_iterator(pasta)) {
         if (entrada.path().extension() != ".h" && entrada.path().extension() != ".cpp") {
             continue;
         }
@@ -19,13 +23,27 @@ TEST(EspacoDeNomes, look_EveryFileOfTheDesk_DeclaresInItsNamespace)
         std::ifstream arquivo(entrada.path());
         bool dentro = false;
         for (std::string linha; std::getline(arquivo, linha) && linha.rfind("int main(", 0) != 0;) {
-            if (linha == "namespace mesa {" || linha == "} // namespace mesa") {
-                dentro = linha.front() == 'n';
+            if (linha == abre || linha == fecha) {
+                dentro = linha == abre;
             } else if (!dentro) {
                 EXPECT_TRUE(std::regex_match(linha, deFora)) << entrada.path() << ": " << linha;
             }
         }
         EXPECT_FALSE(dentro) << entrada.path();
     }
-    EXPECT_GT(arquivos, 100);
+    EXPECT_GT(arquivos, menosDe);
+}
+
+} // namespace
+
+// The desk meets the names of a toolkit and of other libraries: every declaration of its own stands in its namespace.
+TEST(EspacoDeNomes, look_EveryFileOfTheDesk_DeclaresInItsNamespace)
+{
+    ConfereDeclaracoes("desk", "mesa", 100);
+}
+
+// So do the rooms for Windows, and their tests, which meet the names of the system.
+TEST(EspacoDeNomes, look_EveryFileOfTheRoomsForWindows_DeclaresInItsNamespace)
+{
+    ConfereDeclaracoes("windows", "nativo", 10);
 }

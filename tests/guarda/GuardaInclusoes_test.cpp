@@ -169,6 +169,54 @@ TEST_F(GuardaInclusoes, look_ModuleKnowingControlsDeskOrTests_IsRefused)
     }
 }
 
+TEST_F(GuardaInclusoes, look_AnyRoomKnowingTheRoomsOfWindows_IsRefused)
+{
+    for (const std::string sala :
+         {"host", "controls", "tela", "shell", "sensors", "equipment", "limits", "search", "desk"}) {
+        for (const std::string outra : {"automation", "host", "screen", "component"}) {
+            EsperaRecusa(sala + "/clsUm.h", "#include \"windows/" + outra + "/Dois.h\"\n",
+                         sala + "/clsUm.h:1: " + sala + "/ may not know \"windows/" + outra + "/Dois.h\"");
+            std::filesystem::remove(m_Arvore.Caminho / sala / "clsUm.h");
+        }
+    }
+}
+
+TEST_F(GuardaInclusoes, look_RoomsOfWindowsKnowingWhatIsBelowThem_Passes)
+{
+    m_Arvore.Escreve("windows/automation/Um.h", "#include <windows.h>\n#include \"host/Falha.h\"\n");
+    m_Arvore.Escreve("windows/screen/Um.h", "#include <commctrl.h>\n#include \"windows/automation/Um.h\"\n"
+                                            "#include \"tela/Pessoa.h\"\n#include \"controls/Combo.h\"\n");
+    m_Arvore.Escreve("windows/host/Um.h", "#include <oaidl.h>\n#include \"windows/automation/Um.h\"\n"
+                                          "#include \"windows/screen/Um.h\"\n#include \"host/Falha.h\"\n"
+                                          "#include \"shell/Geral.h\"\n#include \"tela/Pessoa.h\"\n");
+    EsperaPassagem("windows/component/Um.cpp", "#include \"windows/screen/Um.h\"\n#include \"windows/host/Um.h\"\n"
+                                               "#include \"windows/automation/Um.h\"\n#include \"shell/Geral.h\"\n"
+                                               "#include \"tela/Pessoa.h\"\n#include \"controls/Combo.h\"\n");
+}
+
+TEST_F(GuardaInclusoes, look_RoomsOfWindowsKnowingTheDeskTestsOrWhatIsAboveThem_IsRefused)
+{
+    const auto recusa = [this](const std::string &sala, const std::string &alvo) {
+        const std::string arquivo = sala + "/Um.h";
+        EsperaRecusa(arquivo, "#include \"" + alvo + "\"\n",
+                     arquivo + ":1: " + sala + "/ may not know \"" + alvo + "\"");
+        std::filesystem::remove(m_Arvore.Caminho / arquivo);
+    };
+    for (const std::string sala : {"automation", "host", "screen", "component"}) {
+        recusa("windows/" + sala, "desk/windows/Principal.h");
+        recusa("windows/" + sala, "tests/support/HostRoteirizado.h");
+        recusa("windows/" + sala, "windows/Solto.h");
+    }
+    for (const std::string sala : {"automation", "screen"}) {
+        recusa("windows/" + sala, "windows/component/Dois.h");
+        recusa("windows/" + sala, "windows/host/Dois.h");
+        recusa("windows/" + sala, "shell/Geral.h");
+    }
+    recusa("windows/host", "windows/component/Dois.h");
+    recusa("windows/automation", "windows/screen/Dois.h");
+    recusa("windows/automation", "controls/Combo.h");
+}
+
 TEST_F(GuardaInclusoes, look_PathNotFromTheRoot_IsRefused)
 {
     for (const std::string alvo :

@@ -40,6 +40,45 @@ TEST_F(EscolhaDeEnderecoTest, AtFirst_NothingIsChosen)
     EXPECT_FALSE(escolha.SomenteLeitura());
 }
 
+// Knows no street: its code alone is entered.
+class SoCodigos : public RuasDeTeste {
+  public:
+    std::vector<Logradouro> Procura(std::int32_t codMunic, const std::string &procurado, std::size_t) const override
+    {
+        return {{CLng(procurado), codMunic, "", "", ""}};
+    }
+    std::optional<Logradouro> PorCodigo(std::int32_t codigo) const override
+    {
+        return codigo > 0 ? std::optional(Logradouro{codigo, 0, "", "", ""}) : std::nullopt;
+    }
+};
+
+TEST_F(EscolhaDeEnderecoTest, Usa_OfAStreetThatOnlyItsCodeIsKnownOf_TellsNoTextForIt)
+{
+    m_Ruas = Novo<SoCodigos>();
+    EscolhaDeEndereco escolha = EmCanoas();
+    escolha.DigitaVia("4711");
+    EXPECT_EQ(escolha.Sugestoes(), (Textos{"Código 4711"}));
+    escolha.DigitaNumero("15");
+    EXPECT_TRUE(escolha.Usa());
+    EXPECT_EQ(m_Controle->Endereco()->CodLogradouro(), 4711);
+    EXPECT_EQ(m_Controle->Endereco()->Numero(), 15);
+    EXPECT_EQ(m_Controle->Endereco()->DescricaoEndereco(), "");
+    EXPECT_EQ(escolha.Atual(), "Logradouro de código 4711.");
+}
+
+TEST_F(EscolhaDeEnderecoTest, Acompanha_AnAddressOfAnUnnamedStreet_KeepsItsTownAndPostalCode)
+{
+    m_Ruas = Novo<SoCodigos>();
+    m_Controle->Endereco()->SetaEndereco(Canoas, 4711, 15, "casa", "92000999", "", 0);
+    EscolhaDeEndereco escolha = Escolha();
+    EXPECT_EQ(escolha.CodMunic(), Canoas);
+    EXPECT_EQ(escolha.Via(), "Código 4711");
+    EXPECT_EQ(escolha.Numero(), "15");
+    EXPECT_TRUE(escolha.Usa());
+    EXPECT_EQ(m_Controle->Endereco()->Cep(), "92000999");
+}
+
 TEST_F(EscolhaDeEnderecoTest, Municipios_StandInTheOrderOfTheStreets)
 {
     EscolhaDeEndereco escolha = Escolha();

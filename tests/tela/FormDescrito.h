@@ -8,6 +8,14 @@
 #include <utility>
 #include <vector>
 
+// A form that tells a description.
+class FormDesenhado : public FormFalso {
+  public:
+    ::Desenho Descricao;
+
+    ::Desenho Desenho() const override { return Descricao; }
+};
+
 // A form with the controls of a description.
 class FormDescrito {
   public:
@@ -15,7 +23,10 @@ class FormDescrito {
 
     void Faz(const Peca &raiz)
     {
-        Form = FormNaTela();
+        const auto form = Novo<FormDesenhado>();
+        form->Descricao.Raiz = raiz;
+        form->DefineVisible(true);
+        Form = form;
         Faz(raiz, nullptr, -1);
     }
     Ref<IControle> Controle(const std::string &nome) const

@@ -1,9 +1,7 @@
 #include "tela/Janelas.h"
 
 #include "tests/controls/Tela.h"
-
-#include <deque>
-#include <map>
+#include "tests/tela/CamadaFalsa.h"
 
 namespace {
 
@@ -20,118 +18,6 @@ class FormDeJanela : public FormFalso {
     std::string m_Nome;
     Textos &m_Anotados;
 };
-
-class CamadaFalsa;
-
-class JanelaFalsa : public IJanela {
-  public:
-    JanelaFalsa(CamadaFalsa &camada, std::string nome) : m_Camada(camada), m_Nome(std::move(nome)) {}
-    std::string_view NomeTipo() const override { return m_Nome; }
-    void Mostra() override { Anota("mostra"); }
-    void MostraEEspera() override;
-    void ParaFrente() override { Anota("para a frente"); }
-    void DefineTexto(const std::string &texto) override { Anota("texto " + texto); }
-    void Retira() override
-    {
-        Anota("retira");
-        m_Retirada = true;
-    }
-
-  private:
-    void Anota(const std::string &oQue);
-
-    CamadaFalsa &m_Camada;
-    std::string m_Nome;
-    bool m_Retirada = false;
-};
-
-// A screen that is a list of what was done to it. The person in front of a modal window does what was arranged for it.
-class CamadaFalsa : public ICamada {
-  public:
-    std::string_view NomeTipo() const override { return "CamadaFalsa"; }
-
-    Textos Anotados;
-    std::map<std::string, PedidosDaJanela> Pedidos;
-    std::map<std::string, std::function<void()>> NaModal;
-    bool Responde = false;
-    bool AbrePDF = true;
-    std::function<void()> Fechou;
-    Ref<IJanela> Visor; // the last one
-
-    Ref<IJanela> FazJanela(const Ref<IForm> &form, TipoDeJanela tipo, const Ref<IJanela> &dono,
-                           const PedidosDaJanela &pedidos) override
-    {
-        const std::string nome(form->NomeTipo());
-        const char *tipos[] = {"filha", "solta", "modal"};
-        Anotados.push_back("faz " + nome + " " + tipos[static_cast<int>(tipo)] + Sobre(dono) +
-                           (form->Visible() ? "" : " ainda oculto"));
-        Pedidos[nome] = pedidos;
-        return Novo<JanelaFalsa>(*this, nome);
-    }
-    void MostraEspera(bool espera) override { Anotados.emplace_back(espera ? "espera" : "não espera"); }
-    void ProcessaMensagens() override { Anotados.emplace_back("mensagens"); }
-    std::int32_t LarguraTela() const override { return 1920; }
-    std::int32_t AlturaTela() const override { return 1080; }
-    bool PerguntaSimNao(const std::string &texto, const std::string &titulo, bool padraoSim,
-                        const Ref<IJanela> &dono) override
-    {
-        Anotados.push_back("pergunta " + titulo + ": " + texto + (padraoSim ? " [sim]" : " [não]") + Sobre(dono));
-        return Responde;
-    }
-    void MostraCaixa(TipoDeCaixa tipo, const std::string &texto, const std::string &titulo, const std::string &detalhes,
-                     const Ref<IJanela> &dono) override
-    {
-        const char *tipos[] = {"informa", "avisa", "erro"};
-        Anotados.push_back(std::string(tipos[static_cast<int>(tipo)]) + " " + titulo + ": " + texto +
-                           (detalhes.empty() ? "" : " (" + detalhes + ")") + Sobre(dono));
-    }
-    std::optional<std::string> EscolheArquivo(const std::vector<FiltroDeArquivo> &filtros, const std::string &titulo,
-                                              const Ref<IJanela> &dono) override
-    {
-        std::string pares;
-        for (const FiltroDeArquivo &filtro : filtros) {
-            pares += " <" + filtro.Texto + "=" + filtro.Padrao + ">";
-        }
-        Anotados.push_back("arquivo " + titulo + pares + Sobre(dono));
-        return "C:\\a.pdf";
-    }
-    Ref<IJanela> FazVisor(const std::string &caminho, const Ref<IJanela> &dono,
-                          const std::function<void()> &fechou) override
-    {
-        Anotados.push_back("pdf " + caminho + Sobre(dono));
-        Fechou = fechou;
-        if (!AbrePDF) {
-            return nullptr;
-        }
-        Visor = Novo<JanelaFalsa>(*this, caminho);
-        return Visor;
-    }
-    void MostraAjuda(const std::string &topico, const Ref<IJanela> &dono) override
-    {
-        Anotados.push_back("ajuda " + topico + Sobre(dono));
-    }
-
-  private:
-    static std::string Sobre(const Ref<IJanela> &dono)
-    {
-        return dono ? " sobre " + std::string(dono->NomeTipo()) : std::string();
-    }
-};
-
-void JanelaFalsa::Anota(const std::string &oQue)
-{
-    m_Camada.Anotados.push_back(oQue + " " + m_Nome);
-}
-
-void JanelaFalsa::MostraEEspera()
-{
-    Anota("espera em");
-    if (const auto acao = m_Camada.NaModal.find(m_Nome); acao != m_Camada.NaModal.end()) {
-        acao->second();
-    }
-    EXPECT_TRUE(m_Retirada) << m_Nome << " was left open";
-    Anota("volta de");
-}
 
 class JanelasTest : public testing::Test {
   protected:
@@ -191,6 +77,17 @@ TEST_F(JanelasTest, MostraForm_OfAFormWithoutFrmParent_IsShownAllTheSame)
     EXPECT_EQ(Vistos(), (Textos{"faz FormFalso filha ainda oculto", "mostra FormFalso"}));
 }
 
+TEST_F(JanelasTest, MostraForm_OfAHostThatWrapsByItself_LeavesTheWrappingFormToIt)
+{
+    m_Janelas->FazInvolucro = nullptr;
+    const Ref<FormDeJanela> lista = Form("lista");
+    const Ref<IForm> doHospedeiro = Form("involucro");
+    lista->DefinefrmParent(doHospedeiro);
+    Mostra(lista);
+    EXPECT_EQ(Vistos(), (Textos{"faz lista filha ainda oculto", "mostra lista"}));
+    EXPECT_TRUE(lista->frmParent() == doHospedeiro);
+}
+
 TEST_F(JanelasTest, MostraForm_Again_BringsItsWindowToTheFront)
 {
     const Ref<FormDeJanela> lista = Form("lista");
@@ -199,6 +96,15 @@ TEST_F(JanelasTest, MostraForm_Again_BringsItsWindowToTheFront)
     Mostra(lista);
     Mostra(lista, true);
     EXPECT_EQ(Vistos(), (Textos{"para a frente lista", "para a frente lista"}));
+}
+
+TEST_F(JanelasTest, MostraForm_OfAFormThatWasHidden_ShowsItAgain)
+{
+    const Ref<FormDeJanela> lista = Form("lista");
+    Mostra(lista);
+    lista->DefineVisible(false);
+    Mostra(lista);
+    EXPECT_TRUE(lista->Visible());
 }
 
 TEST_F(JanelasTest, MostraForm_Modal_ComesBackWhenItWasClosed)

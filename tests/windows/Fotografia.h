@@ -1,0 +1,12 @@
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+namespace nativo {
+
+// Puts a picture of a window, as the screen shows it, into the folder of pictures beside the tests' programs.
+void Fotografa(HWND janela, const std::string &nome);
+
+} // namespace nativo

@@ -1,0 +1,55 @@
+#include "windows/screen/BloqueioModal.h"
+
+#include <algorithm>
+
+namespace nativo {
+
+BloqueioModal::BloqueioModal(const std::vector<Ref<JanelaForm>> &forms, HWND dono, HWND poupada)
+{
+    std::vector<HWND> janelas;
+    EnumThreadWindows(
+        GetCurrentThreadId(),
+        [](HWND janela, LPARAM lista) -> BOOL {
+            reinterpret_cast<std::vector<HWND> *>(lista)->push_back(janela);
+            return TRUE;
+        },
+        reinterpret_cast<LPARAM>(&janelas));
+    if (dono != nullptr) {
+        janelas.push_back(GetAncestor(dono, GA_ROOT));
+    }
+    for (const Ref<JanelaForm> &form : forms) {
+        std::erase(janelas, form->Manipulador());
+        if (form->Manipulador() != poupada && !form->Encerrada()) {
+            m_Forms.push_back(form);
+        }
+    }
+    std::erase(janelas, poupada);
+    for (const Ref<JanelaForm> &form : m_Forms) {
+        form->Bloqueia();
+    }
+    for (const HWND janela : janelas) {
+        Bloqueia(janela);
+    }
+}
+
+void BloqueioModal::Bloqueia(HWND janela)
+{
+    if (IsWindowVisible(janela) && IsWindowEnabled(janela)) {
+        EnableWindow(janela, FALSE);
+        m_Alheias.push_back(janela);
+    }
+}
+
+BloqueioModal::~BloqueioModal()
+{
+    for (const HWND janela : m_Alheias) {
+        if (IsWindow(janela)) {
+            EnableWindow(janela, TRUE);
+        }
+    }
+    for (const Ref<JanelaForm> &form : m_Forms) {
+        form->Desbloqueia();
+    }
+}
+
+} // namespace nativo

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "windows/screen/JanelaForm.h"
+
+#include <windows.h>
+
+#include <vector>
+
+namespace nativo {
+
+// While it lives no window of this thread that was there before can be used, but the one that it spares. What is opened
+// later stands in front of that one, and can.
+class BloqueioModal {
+  public:
+    // forms: the forms' windows, who see to themselves. dono: of the spared one, which may be another thread's.
+    BloqueioModal(const std::vector<Ref<JanelaForm>> &forms, HWND dono, HWND poupada);
+    BloqueioModal(const BloqueioModal &) = delete;
+    BloqueioModal &operator=(const BloqueioModal &) = delete;
+    ~BloqueioModal();
+
+  private:
+    void Bloqueia(HWND janela);
+
+    std::vector<Ref<JanelaForm>> m_Forms;
+    std::vector<HWND> m_Alheias;
+};
+
+} // namespace nativo
