@@ -166,7 +166,7 @@ void Le(const Tardio &origem, Registro &registro, Lado lado)
 
 Ref<Registro> NossoOuNada(const Com<IDispatch> &objeto, Lado lado)
 {
-    const Com<IInterno> interno = objeto.Como<IInterno>();
+    const Com<IInterno> interno = InternoDe(objeto);
     if (!interno || interno->DeQueLado() != lado) {
         return {};
     }
@@ -222,22 +222,15 @@ ParametrosRemotos::ParametrosRemotos(std::vector<Valor> &parametros, Lado lado) 
             Variavel &nossa = m_Variaveis[static_cast<std::size_t>(i)];
             nossa.Alvo = variavel->Alvo;
             nossa.Enviado = Oferece(*variavel->Alvo, lado);
-            nossa.Atual = Com<IDispatch>(nossa.Enviado).Solta();
+            nossa.Atual = nossa.Enviado;
             VARIANT referencia{};
             V_VT(&referencia) = VT_BYREF | VT_DISPATCH;
-            V_DISPATCHREF(&referencia) = &nossa.Atual;
+            V_DISPATCHREF(&referencia) = nossa.Atual.Endereco();
             Exige(SafeArrayPutElement(arranjo, &i, &referencia));
         } else {
             Variante valor = FazVariante(parametro, lado);
             Exige(SafeArrayPutElement(arranjo, &i, &valor.Bruta()));
         }
-    }
-}
-
-ParametrosRemotos::~ParametrosRemotos()
-{
-    for (const Variavel &variavel : m_Variaveis) {
-        Com<IDispatch>::Adota(variavel.Atual);
     }
 }
 
@@ -260,7 +253,7 @@ void ParametrosRemotos::Devolve()
             continue;
         }
         const bool porElemento = i < elementos.size() && (elementos[i].Tipo() & VT_BYREF) == 0;
-        const Com<IDispatch> atual = porElemento ? LeObjeto(elementos[i].Bruta()) : Com<IDispatch>(variavel.Atual);
+        const Com<IDispatch> atual = porElemento ? LeObjeto(elementos[i].Bruta()) : variavel.Atual;
         Ref<::Objeto> &alvo = *variavel.Alvo;
         auto *registro = dynamic_cast<Registro *>(alvo.Ponteiro());
         if (atual == variavel.Enviado) {
