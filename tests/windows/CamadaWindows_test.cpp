@@ -18,7 +18,7 @@ class CamadaWindowsTest : public TelaDeTeste {
         std::string botoes;
         EnumChildWindows(
             caixa,
-            [](HWND filha, LPARAM lista) -> BOOL {
+            [](HWND filha, LPARAM lista) CALLBACK -> BOOL {
                 wchar_t classe[32]{};
                 GetClassNameW(filha, classe, 32);
                 if (std::wstring(classe) == WC_BUTTONW && IsWindowVisible(filha)) {

@@ -445,7 +445,7 @@ TEST_F(FormOferecidoTest, Show_Modal_KeepsTheOwnerBackUntilTheFormGoes)
     emCurso = form;
     vistos.clear();
     quem = outra.Manipulador();
-    SetTimer(nullptr, 0, 10, [](HWND, UINT, UINT_PTR id, DWORD) {
+    SetTimer(nullptr, 0, 10, [](HWND, UINT, UINT_PTR id, DWORD) CALLBACK {
         KillTimer(nullptr, id);
         const HWND janela = Janela(Tardio(Oferece(emCurso), Lado::Hospedeiro).Chama<std::int32_t>("hWnd"));
         vistos = {IsWindowVisible(janela) != FALSE, IsWindowEnabled(quem) != FALSE,

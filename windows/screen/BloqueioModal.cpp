@@ -9,7 +9,7 @@ BloqueioModal::BloqueioModal(const std::vector<Ref<JanelaForm>> &forms, HWND don
     std::vector<HWND> janelas;
     EnumThreadWindows(
         GetCurrentThreadId(),
-        [](HWND janela, LPARAM lista) -> BOOL {
+        [](HWND janela, LPARAM lista) CALLBACK -> BOOL {
             reinterpret_cast<std::vector<HWND> *>(lista)->push_back(janela);
             return TRUE;
         },
