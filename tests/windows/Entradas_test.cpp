@@ -8,8 +8,12 @@
 #include <objbase.h>
 #include <oleauto.h>
 
+#include <filesystem>
+#include <fstream>
 #include <functional>
+#include <iterator>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace nativo {
@@ -255,40 +259,36 @@ TEST_F(EntradasTeste, Shell_CalledFromAnotherThread_AnswersInItsOwn)
     EXPECT_EQ(recusa.Descricao, "Método depreciado. Não utilizar.");
 }
 
-// A copy of the library with one of its resources damaged or gone.
+// A copy of the library in which octets have been changed.
 class CopiaDoComponente {
   public:
-    CopiaDoComponente()
+    CopiaDoComponente(const std::string &estes, const std::string &porEstes)
     {
-        wchar_t pasta[MAX_PATH];
-        GetTempPathW(MAX_PATH, pasta);
-        GetTempFileNameW(pasta, L"zta", 0, m_Arquivo);
-        EXPECT_NE(CopyFileW((ComponenteDeTeste::Pasta() + L"\\ZTAVOREQUIP.dll").c_str(), m_Arquivo, FALSE), FALSE);
+        std::ifstream original(std::filesystem::path(ComponenteDeTeste::Pasta()) / "ZTAVOREQUIP.dll", std::ios::binary);
+        std::string octetos{std::istreambuf_iterator<char>(original), {}};
+        const std::size_t onde = octetos.find(estes);
+        EXPECT_NE(onde, std::string::npos);
+        octetos.replace(onde, porEstes.size(), porEstes);
+        std::ofstream(m_Arquivo, std::ios::binary) << octetos;
     }
     CopiaDoComponente(const CopiaDoComponente &) = delete;
     CopiaDoComponente &operator=(const CopiaDoComponente &) = delete;
-    ~CopiaDoComponente() { DeleteFileW(m_Arquivo); }
+    ~CopiaDoComponente() { std::filesystem::remove(m_Arquivo); }
 
-    const wchar_t *Arquivo() const { return m_Arquivo; }
-    void TrocaBiblioteca(std::string conteudo)
-    {
-        HANDLE troca = BeginUpdateResourceW(m_Arquivo, FALSE);
-        ASSERT_NE(troca, nullptr);
-        EXPECT_NE(UpdateResourceW(troca, L"TYPELIB", MAKEINTRESOURCEW(1), 0,
-                                  conteudo.empty() ? nullptr : conteudo.data(), static_cast<DWORD>(conteudo.size())),
-                  FALSE);
-        EXPECT_NE(EndUpdateResourceW(troca, FALSE), FALSE);
-    }
+    std::wstring Arquivo() const { return m_Arquivo.wstring(); }
 
   private:
-    wchar_t m_Arquivo[MAX_PATH];
+    std::filesystem::path m_Arquivo = std::filesystem::temp_directory_path() /
+                                      ("ZTAVOREQUIP" + std::to_string(GetCurrentProcessId()) + ".dll");
 };
 
 TEST_F(EntradasTeste, CreateInstance_WithoutATypeLibraryInside_IsThePlatformsFault)
 {
-    for (const std::string &conteudo : {std::string(), std::string("MSFT, cortada"), std::string(4000, '\0')}) {
-        CopiaDoComponente copia;
-        copia.TrocaBiblioteca(conteudo);
+    const std::string nomeDoRecurso("T\0Y\0P\0E\0L\0I\0B\0", 14);
+    const std::string inicio("MSFT\x02\0\x01\0", 8);
+    for (const auto &[estes, porEstes] : std::vector<std::pair<std::string, std::string>>{
+             {nomeDoRecurso, std::string("T\0Y\0P\0E\0L\0I\0X\0", 14)}, {inicio, "cortada."}}) {
+        const CopiaDoComponente copia(estes, porEstes);
         const ComponenteDeTeste danificado(copia.Arquivo());
         void *saida = this;
         EXPECT_EQ(danificado.Fabrica()->CreateInstance(nullptr, IID_IUnknown, &saida), TYPE_E_CANTLOADLIBRARY);
