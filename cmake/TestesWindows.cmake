@@ -12,6 +12,8 @@ if(TARGET ZTAVOREQUIP)
     set_tests_properties(windows.instalador PROPERTIES FIXTURES_REQUIRED camada RUN_SERIAL TRUE)
 endif()
 
+include(cmake/TestesExternos.cmake)
+
 if(TARGET teste_windows)
     set_property(SOURCE ${PROJECT_SOURCE_DIR}/tests/windows/recursos.rc PROPERTY INCLUDE_DIRECTORIES
         ${PROJECT_SOURCE_DIR}/windows/component ${PROJECT_SOURCE_DIR}/windows/screen)
