@@ -11,7 +11,8 @@
 
 namespace {
 
-constexpr std::int32_t LinhasDoEndereco = 4;
+constexpr std::int32_t CamposDoEndereco = 3;  // one below the other
+constexpr std::int32_t LinhasDaDescricao = 2; // of the address in words, below them
 constexpr std::int32_t CaracteresDoEndereco = 60;
 
 struct Medida {
@@ -297,9 +298,9 @@ class Arrumador {
         case EspecieControle::Image:
             return Fixa({LadoDaImagem, LadoDaImagem});
         case EspecieControle::ztEndereco:
-            return Fixa(
-                {LarguraDasLetras(CaracteresDoEndereco, '0'),
-                 LinhasDoEndereco * (m_AlturaDoTexto + m_Folgas.Campo + m_Folgas.EntrePecas) - m_Folgas.EntrePecas});
+            return Fixa({LarguraDasLetras(CaracteresDoEndereco, '0'),
+                         CamposDoEndereco * (m_AlturaDoTexto + m_Folgas.Campo + m_Folgas.EntrePecas) +
+                             std::max(LinhasDaDescricao * m_AlturaDoTexto, m_AlturaDoTexto + m_Folgas.Campo)});
         case EspecieControle::ztClienteSetor: {
             const std::int32_t largura = LarguraDasLetras(CaracteresDoEndereco, '0');
             return NoCampo(largura, largura);

@@ -920,7 +920,7 @@ TEST_F(frmEquipDetalhesTeste, CarregaEdicaoAndCarregaDetalhes_WhenAStepFails_Rep
 TEST_F(frmEquipDetalhesTeste, CarregaDetalhes_WhenTheHostFailsBehindAFormOnTheScreen_LeavesTheFormWhole)
 {
     Responde(NovoED("C"));
-    geral->ObjInterface = Novo<InterfaceQueFalha>();
+    geral->ObjInterface = ParaOModulo(Novo<InterfaceQueFalha>());
     form->CarregaDetalhes(7, false);
     EXPECT_TRUE(RegistroIgual(Erros(), {"frmEquipDetalhes.CarregaDetalhes: *"}));
     EXPECT_EQ(host->Erros()[0].Fonte, "ObjInterface < Geral.FormShow");

@@ -23,12 +23,13 @@ class ChamadaRemota : public HostTeste {
 
     std::optional<Ref<EquiptoED>> Consulta(const std::string &classe = "EquiptoRN")
     {
-        return ConsultaRemota<EquiptoED>([&] { return host->objMTM->ObtemGateway(); }, classe, "consulta", Pedido);
+        return ConsultaRemota<EquiptoED>([&] { return ParaOModulo(host->objMTM->ObtemGateway()); }, classe, "consulta",
+                                         Pedido);
     }
 
     bool Comanda()
     {
-        return ComandaRemoto([&] { return host->objMTM->ObtemGateway(); }, "EquiptoRN", "altera", Pedido);
+        return ComandaRemoto([&] { return ParaOModulo(host->objMTM->ObtemGateway()); }, "EquiptoRN", "altera", Pedido);
     }
 
     void Responde(const std::string &metodo, const Resposta &resposta)
@@ -141,7 +142,7 @@ TEST_F(ChamadaRemota, Request_AfterAnyCall_IsLetGoWithTheProxy)
 {
     RefFraca<EquiptoED> vigia;
     const auto comanda = [&] {
-        ComandaRemoto([&] { return host->objMTM->ObtemGateway(); }, "EquiptoRN", "altera",
+        ComandaRemoto([&] { return ParaOModulo(host->objMTM->ObtemGateway()); }, "EquiptoRN", "altera",
                       [&] {
                           auto pedido = Pedido();
                           vigia = pedido;
@@ -233,7 +234,7 @@ TEST_F(ChamadaRemota, Gateway_OrProxyThatIsNothing_IsFault91)
             return nullptr;
         }
     };
-    for (const Ref<IGateway> &gateway : {Ref<IGateway>(), Ref<IGateway>(Novo<GatewayVazio>())}) {
+    for (const Ref<IGateway> &gateway : {Ref<IGateway>(), ParaOModulo(Novo<GatewayVazio>())}) {
         EXPECT_EQ(FalhaLancada([&] { ComandaRemoto([&] { return gateway; }, "EquiptoRN", "inclui", Pedido); }).Numero,
                   91);
     }

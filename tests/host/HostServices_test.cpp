@@ -12,7 +12,7 @@ TEST(HostServices, InstalaHost_OfAHost_GivesItAndItsPlatformUntilItIsTakenAwayAn
     EXPECT_EQ(FalhaLancada([] { Host(); }).Numero, 91);
     EXPECT_EQ(FalhaLancada([] { Plataforma(); }).Numero, 91);
     auto host = Novo<HostRoteirizado>();
-    InstalaHost(host);
+    InstalaHost(Ref<HostServices>(host));
     EXPECT_EQ(&Host(), host.Ponteiro());
     EXPECT_TRUE(Plataforma() == host->Tela);
     InstalaHost(nullptr);

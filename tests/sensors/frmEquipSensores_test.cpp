@@ -710,7 +710,7 @@ TEST_F(frmEquipSensores_test, ChangeEvents_FaultBelow_ReportedWithThePathThrough
 TEST_F(frmEquipSensores_test, CarregaDetalhes_WhenTheHostFailsBehindAFormOnTheScreen_LeavesTheFormWhole)
 {
     auto form = Novo<frmEquipSensores>();
-    geral->ObjInterface = Novo<InterfaceQueFalha>();
+    geral->ObjInterface = ParaOModulo(Novo<InterfaceQueFalha>());
     form->CarregaDetalhes(sensor->getClone());
     EXPECT_TRUE(MostrouErro(1, "frmEquipSensores.CarregaDetalhes", 51, "ObjInterface < Geral.FormShow"));
     EXPECT_TRUE(form->Visible());

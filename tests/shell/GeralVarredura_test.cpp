@@ -387,7 +387,7 @@ class JornadaDasTransacoes : public JornadaComRegistro {
     }
 
     Ref<FormDeTeste> m_Form = Novo<FormDeTeste>();
-    Ref<ITransacao> m_Transacao = Novo<TransacaoRoteirizada>();
+    Ref<ITransacao> m_Transacao = ParaOModulo(Novo<TransacaoRoteirizada>());
     std::vector<std::string> m_Dados{"A", "B"};
     std::int32_t m_Enviadas = 0;
     std::int32_t m_Somadas = 0;

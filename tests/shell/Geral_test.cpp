@@ -91,7 +91,7 @@ class GeralTeste : public HostTeste {
     {
         Loga();
         auto objInterface = Novo<InterfaceAnotada>();
-        geral->ObjInterface = objInterface;
+        geral->ObjInterface = ParaOModulo(objInterface);
         return objInterface;
     }
 
@@ -281,7 +281,7 @@ TEST_F(GeralTeste, Parametros_Again_ReplacesEachObjectInItsTurn)
 
 TEST_F(GeralTeste, Parametros_NoMainFormOrWhatIsNone_LeavesNothingWithoutErrorAndForgetsTheFirst)
 {
-    for (const Ref<IFormMDI> &mdi : {Ref<IFormMDI>(Novo<FormQualquer>()), Ref<IFormMDI>()}) {
+    for (const Ref<IFormMDI> &mdi : {ParaOModulo(Novo<FormQualquer>()), Ref<IFormMDI>()}) {
         geral = shell = Novo<GeralDeTeste>();
         Parametros(mdi, nullptr, host->oAppEXE);
         EXPECT_TRUE(geral->FormMDI().Nada());
@@ -705,7 +705,7 @@ TEST_F(GeralTeste, HabilitarItem_AnythingFails_IsFalseWithoutErrorUnlessTheHostC
     EXPECT_EQ(host->Conta("cGlobal.MontaEstruturaMenus"), 1);
     host->FalhaEm("cGlobal.MontaEstruturaMenus");
     EXPECT_TRUE(geral->HabilitarItem("mnuModVOREquiptos"));
-    for (const Ref<IcGlobal> &global : {Ref<IcGlobal>(), Ref<IcGlobal>(Novo<GlobalSemMembros>())}) {
+    for (const Ref<IcGlobal> &global : {Ref<IcGlobal>(), ParaOModulo(Novo<GlobalSemMembros>())}) {
         geral->cGlobal = global;
         EXPECT_TRUE(geral->HabilitarItem("mnuModVOREquiptos"));
     }
@@ -774,7 +774,7 @@ TEST_F(GeralTeste, MDB_GivenByTheHostOrWritten_IsWhatIsRead)
 {
     Loga(host->MDB);
     EXPECT_TRUE(geral->MDB() == host->MDB);
-    const Ref<IMDB> outro = Novo<BancoLocal>(std::make_shared<RegistroChamadas>());
+    const Ref<IMDB> outro = ParaOModulo(Novo<BancoLocal>(std::make_shared<RegistroChamadas>()));
     geral->DefineMDB(outro);
     EXPECT_TRUE(geral->MDB() == outro);
     EXPECT_TRUE(host->Registro().empty());
@@ -1065,7 +1065,7 @@ TEST_F(GeralTeste, FormAtivado_WithGlobalServicesOrNot_TellsThemAndKeepsTheFormU
     host->FalhaEm("cGlobal.gsubSetaAutoModuloAtivo");
     geral->FormAtivado(outra);
     EXPECT_TRUE(geral->FormAtivo() == form);
-    geral->cGlobal = Novo<GlobalSemMembros>();
+    geral->cGlobal = ParaOModulo(Novo<GlobalSemMembros>());
     geral->FormAtivado(outra);
     EXPECT_TRUE(geral->FormAtivo() == form);
     geral->cGlobal = host->cGlobal;
@@ -1100,7 +1100,7 @@ TEST_F(GeralTeste, AbreEnviaRecebe_WithMessage_SetsItAndThenOpensOneWithoutTheOt
 TEST_F(GeralTeste, ObtemAutoModulo_ByTheClassOfTheGlobalServices_TakesOneOfTwoRoads)
 {
     Loga();
-    host->cGlobal->Modulos["ZTAVORFOTO"] = host->FormMDI->ZTP;
+    host->cGlobal->Modulos["ZTAVORFOTO"] = host->FormMDI->ZTP.Propria();
     for (const char *classe : {"CAutoModulos", "cautomodulos", "CAUTOMODULOS"}) {
         host->cGlobal->Classe = classe;
         EXPECT_TRUE(geral->ObtemAutoModulo("ZTAVORFOTO") == host->FormMDI->ZTP);
@@ -1121,7 +1121,7 @@ TEST_F(GeralTeste, ObtemAutoModulo_Fails_PassesTheFaultUnchanged)
     EXPECT_EQ(FalhaLancada([&] { geral->ObtemAutoModulo("X"); }).Numero, 91);
     Loga();
     EXPECT_EQ(FalhaLancada([&] { geral->ObtemAutoModulo("X"); }).Fonte, "cGlobal");
-    geral->cGlobal = Novo<GlobalSemMembros>();
+    geral->cGlobal = ParaOModulo(Novo<GlobalSemMembros>());
     EXPECT_EQ(FalhaLancada([&] { geral->ObtemAutoModulo("X"); }).Numero, 438);
 }
 
@@ -1199,7 +1199,7 @@ TEST_F(GeralTeste, ObtemTransacao_Known_IsFoundAtTheFirstOrSecondTry)
 
 TEST_F(GeralTeste, ObtemTransacao2_Called_RaisesBeforeAnyOtherEffect)
 {
-    Ref<ITransacao> origem = Novo<TransacaoRoteirizada>();
+    Ref<ITransacao> origem = ParaOModulo(Novo<TransacaoRoteirizada>());
     const Ref<ITransacao> mesma = origem;
     EXPECT_TRUE(Lanca(-1, "ZTAVOREQUIP.Geral.ObtemTransacao2", "Método depreciado. Não utilizar.",
                       [&] { geral->ObtemTransacao2("ABC", origem); }));
@@ -1250,7 +1250,7 @@ class CopiaTeste : public GeralTeste {
 TEST_F(CopiaTeste, ObtemTransacao3_Known_CopiesTheDefinitionAndSharesTheFields)
 {
     const Ref<ITransacao> transacao = Particular()->Transacoes["CABC"];
-    auto destino = Novo<TransacaoRoteirizada>();
+    Oferta destino = Novo<TransacaoRoteirizada>();
     Ref<ITransacao> origem = destino;
     geral->ObtemTransacao3("abc", origem);
     EXPECT_TRUE(origem == destino);
@@ -1270,7 +1270,7 @@ TEST_F(CopiaTeste, ObtemTransacao3_Known_CopiesTheDefinitionAndSharesTheFields)
 
 TEST_F(CopiaTeste, ObtemTransacao3_Unknown_LeavesTheObjectAsItWas)
 {
-    auto destino = TransacaoCompleta();
+    Oferta destino = TransacaoCompleta();
     const CamposTransacao entrada = destino->Entrada;
     Copia(destino, "XYZ");
     EXPECT_EQ(destino->Window, "WIN");
@@ -1283,7 +1283,7 @@ TEST_F(CopiaTeste, ObtemTransacao3_WithoutFields_KeepsThoseOfTheObject)
     auto transacao = Novo<TransacaoRoteirizada>();
     transacao->Saida = Campos({});
     Particular()->Transacoes["CABC"] = transacao;
-    auto destino = TransacaoCompleta();
+    Oferta destino = TransacaoCompleta();
     Copia(destino);
     EXPECT_EQ(destino->Entrada->Count(), 2);
     EXPECT_EQ(destino->Saida->Count(), 0);
@@ -1329,7 +1329,7 @@ class TransacaoAnotada : public ITransacao {
 
 TEST_F(CopiaTeste, ObtemTransacao3_MembersThatRefuse_AreWrittenInTheirOrderAndIgnoredUpToTheFields)
 {
-    auto destino = Novo<TransacaoAnotada>();
+    Oferta destino = Novo<TransacaoAnotada>();
     EXPECT_TRUE(Lanca(438, "ZTAVOREQUIP", [&] { Copia(destino); })); // of Cout
     EXPECT_EQ(destino->Escritas,
               (Linhas{"sWindow", "sTransacao", "sSistema", "sJob", "sPrograma", "bGCI", "SisJava", "Cin", "Cout"}));
@@ -1338,7 +1338,7 @@ TEST_F(CopiaTeste, ObtemTransacao3_MembersThatRefuse_AreWrittenInTheirOrderAndIg
 TEST_F(CopiaTeste, ObtemTransacao3_MembersThatAreMissing_AreSkippedOneByOne)
 {
     Particular()->Transacoes["CABC"] = Novo<TransacaoPobre>();
-    auto destino = TransacaoCompleta();
+    Oferta destino = TransacaoCompleta();
     Copia(destino);
     EXPECT_EQ(destino->Window, "WIN");
     EXPECT_EQ(destino->Transacao, "ABC1");
@@ -1348,7 +1348,7 @@ TEST_F(CopiaTeste, ObtemTransacao3_MembersThatAreMissing_AreSkippedOneByOne)
 
 TEST_F(CopiaTeste, ObtemTransacao3_ObjectOrFieldsThatLackSomething_RaiseOnlyWhenThereAreFields)
 {
-    EXPECT_TRUE(Lanca(438, "ZTAVOREQUIP", [&] { Copia(Novo<TransacaoPobre>()); }));
+    EXPECT_TRUE(Lanca(438, "ZTAVOREQUIP", [&] { Copia(ParaOModulo(Novo<TransacaoPobre>())); }));
     EXPECT_TRUE(Lanca(91, "ZTAVOREQUIP", [&] { Copia(nullptr); }));
     Ref<ITransacao> nenhuma;
     geral->ObtemTransacao3("XYZ", nenhuma);
@@ -1358,7 +1358,7 @@ TEST_F(CopiaTeste, ObtemTransacao3_ObjectOrFieldsThatLackSomething_RaiseOnlyWhen
     transacao->Entrada = Novo<Colecao<Ref<CampoTransacao>>>();
     transacao->Entrada->Add(nullptr);
     Particular()->Transacoes["CABC"] = transacao;
-    EXPECT_TRUE(Lanca(91, "ZTAVOREQUIP", [&] { Copia(Novo<TransacaoRoteirizada>()); }));
+    EXPECT_TRUE(Lanca(91, "ZTAVOREQUIP", [&] { Copia(ParaOModulo(Novo<TransacaoRoteirizada>())); }));
 }
 
 TEST_F(CopiaTeste, ObtemTransacao3_FieldNameTwice_RaisesFourHundredFiftySeven)
@@ -1368,7 +1368,7 @@ TEST_F(CopiaTeste, ObtemTransacao3_FieldNameTwice_RaisesFourHundredFiftySeven)
         (*transacao).*campos = Campos({{"PLACA", "1"}, {"UF", "RS"}});
         ((*transacao).*campos)->Item(2)->Nome = "placa";
         Particular()->Transacoes["CABC"] = transacao;
-        auto destino = Novo<TransacaoRoteirizada>();
+        Oferta destino = Novo<TransacaoRoteirizada>();
         EXPECT_TRUE(Lanca(457, "ZTAVOREQUIP", [&] { Copia(destino); }));
         ASSERT_FALSE(((*destino).*campos).Nada());
         EXPECT_EQ(((*destino).*campos)->Count(), 1);
@@ -1412,7 +1412,7 @@ TEST_F(GeralTeste, Encerra_WithEverythingCached_LetsGoOfIt)
     RefFraca<FormDeTeste> form = FormMostrado(); // the host has put it with the shell
     RefFraca<IMDB> mdb;
     {
-        auto banco = Novo<BancoLocal>(std::make_shared<RegistroChamadas>());
+        auto banco = ParaOModulo(Novo<BancoLocal>(std::make_shared<RegistroChamadas>()));
         mdb = banco;
         geral->DefineMDB(banco);
     }

@@ -214,8 +214,8 @@ TEST_F(MenusGeralTeste, Item_ByADateANullOrAnObject_IsByNoPosition)
     Menus().aMenu.push_back(ItemDeMenu("01/01/1900", "bndArquivo"));
     EXPECT_EQ(Menus().Item(DataDe(1, 1, 1900))->Band, "bndArquivo"); // day 2, but a date is a name
     EXPECT_TRUE(Menus().Item(Valor(Valor::Nulo{})).Nada());
-    EXPECT_TRUE(Menus().Item(Valor(host->ActBar)).Nada());
-    EXPECT_TRUE(Menus().ItemAuxiliar(Valor(host->ActBar)).Nada());
+    EXPECT_TRUE(Menus().Item(Valor(Ref<Objeto>(host->ActBar))).Nada());
+    EXPECT_TRUE(Menus().ItemAuxiliar(Valor(Ref<Objeto>(host->ActBar))).Nada());
     EXPECT_TRUE(Menus().Item(Valor(Ref<Objeto>())).Nada());
 }
 

@@ -25,8 +25,8 @@ class RelatoriosGeralTeste : public HostTeste {
 
     Ref<ICursor> Dados()
     {
-        Ref<ICursor> cursor =
-            host->MDB->OpenRecordset("SELECT * FROM Municipio", InstantaneoSomenteLeitura, Valor(), Valor());
+        Ref<ICursor> cursor = ParaOModulo(
+            host->MDB->OpenRecordset("SELECT * FROM Municipio", InstantaneoSomenteLeitura, Valor(), Valor()));
         host->LimpaRegistro();
         return cursor;
     }

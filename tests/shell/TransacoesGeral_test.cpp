@@ -53,7 +53,7 @@ class TransacoesGeralTeste : public HostTeste {
     }
 
     Ref<FormDeTeste> form = Novo<FormDeTeste>();
-    Ref<ITransacao> oTrans = Novo<TransacaoRoteirizada>();
+    Ref<ITransacao> oTrans = ParaOModulo(Novo<TransacaoRoteirizada>());
     std::vector<std::string> aDados{"A", "B"};
 };
 
@@ -157,9 +157,9 @@ TEST_F(TransacoesGeralTeste, Send_FormThatCannotBeDisabled_SendsAllTheSame)
 
 TEST_F(TransacoesGeralTeste, Send_TransactionAndDataChangedByTheSession_ReachTheCaller)
 {
-    Ref<ITransacao> outra = Novo<TransacaoRoteirizada>();
+    Oferta outra = Novo<TransacaoRoteirizada>();
     host->objMTM->AoEnviar = [&](EnvioTransacao &envio) {
-        envio.Transacao = outra;
+        envio.Transacao = outra.Propria();
         if (envio.b1 != nullptr) {
             *envio.b1 = !*envio.b1;
         }
@@ -174,7 +174,7 @@ TEST_F(TransacoesGeralTeste, Send_TransactionAndDataChangedByTheSession_ReachThe
         }
     };
     for (const auto &[nome, envia] : Todas()) {
-        oTrans = Novo<TransacaoRoteirizada>();
+        oTrans = ParaOModulo(Novo<TransacaoRoteirizada>());
         envia();
         EXPECT_TRUE(oTrans == outra) << nome;
     }
@@ -193,7 +193,7 @@ class RajadaTeste : public TransacoesGeralTeste {
         campo->Nome = nome;
         campo->Valor = valor;
         transacao->Entrada->Add(campo, nome);
-        return transacao;
+        return ParaOModulo(transacao);
     }
 };
 
@@ -210,7 +210,11 @@ TEST_F(RajadaTeste, RajadaTerminou_FieldComparedAsANumber_IsTrueForFiveAlone)
 TEST_F(RajadaTeste, RajadaTerminou_ValueFieldOrTransactionThatIsNone_Raises)
 {
     const std::vector<std::pair<Ref<ITransacao>, std::int32_t>> casos = {
-        {Com(""), 13}, {Com("fim"), 13}, {Com("5", "HDR-FIM"), 5}, {Novo<TransacaoRoteirizada>(), 91}, {nullptr, 91}};
+        {Com(""), 13},
+        {Com("fim"), 13},
+        {Com("5", "HDR-FIM"), 5},
+        {ParaOModulo(Novo<TransacaoRoteirizada>()), 91},
+        {nullptr, 91}};
     for (const auto &[transacao, numero] : casos) {
         EXPECT_TRUE(Lanca(numero, "ZTAVOREQUIP", [&, &oTrans = transacao] { Transacoes().RajadaTerminou(oTrans); }));
     }

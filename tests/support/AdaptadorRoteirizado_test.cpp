@@ -22,7 +22,7 @@ class AdaptadorRoteirizado : public AdaptadorComPessoa {
         m_Host->Tela->Arquivos.CriaDiretorio(Diretorio());
     }
 
-    Ref<HostServices> Host() override { return m_Host; }
+    Ref<HostServices> Host() override { return ParaOModulo(m_Host); }
     Ref<IobjMTM> objMTM() override { return m_Host->objMTM; }
     Ref<IobjSCA> objSCA() override { return m_Host->objSCA; }
     Ref<IObjInterface> ObjInterface() override { return m_Host->ObjInterface; }

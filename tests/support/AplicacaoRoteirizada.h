@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tests/support/Oferta.h"
 #include "tests/support/PlataformaRoteirizada.h"
 #include "tests/support/RegistroChamadas.h"
 
@@ -44,10 +45,10 @@ class FormMDIRoteirizado : public IFormMDI {
     std::int32_t Topo = 300;
     std::int32_t Largura = 12240;
     std::int32_t Altura = 9000;
-    Ref<ZTPRoteirizado> ZTP = Novo<ZTPRoteirizado>();
+    Oferta<ZTPRoteirizado> ZTP = Novo<ZTPRoteirizado>();
 
     bool AutoShowChildren() override { return m_Registro->Le("FormMDI.AutoShowChildren").Resultado(true); }
-    Ref<Objeto> objZTP() override { return m_Registro->Le("FormMDI.objZTP").Resultado(Ref<Objeto>(ZTP)); }
+    Ref<Objeto> objZTP() override { return m_Registro->Le("FormMDI.objZTP").Resultado(Ref<Objeto>(ZTP.Propria())); }
     bool PossuiJanelaEnviaRecebe() override
     {
         return m_Registro->Le("FormMDI.PossuiJanelaEnviaRecebe").Resultado(PossuiEnviaRecebe);

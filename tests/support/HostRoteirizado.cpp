@@ -10,12 +10,12 @@
 HostRoteirizado::HostRoteirizado()
     : Tela(m_Registro->Vigia(Novo<PlataformaRoteirizada>(m_Registro), 1)),
       MDB(m_Registro->Vigia(Novo<BancoLocal>(m_Registro), 1)),
-      objMTM(m_Registro->Vigia(Novo<SessaoRoteirizada>(m_Registro, Servicos, Ref<IMDB>(MDB)), 1)),
+      objMTM(m_Registro->Vigia(Novo<SessaoRoteirizada>(m_Registro, Servicos, Ref<IMDB>(MDB.Propria())), 1)),
       objSCA(m_Registro->Vigia(Novo<AcessoRoteirizado>(m_Registro), 1)),
       oAppEXE(m_Registro->Vigia(Novo<AppEXERoteirizado>(m_Registro), 1)),
       FormMDI(m_Registro->Vigia(Novo<FormMDIRoteirizado>(m_Registro), 1)),
       cGlobal(m_Registro->Vigia(Novo<GlobalRoteirizado>(m_Registro), 1)),
-      ObjInterface(m_Registro->Vigia(Novo<InterfaceRoteirizada>(m_Registro, Tela, objMTM), 1)),
+      ObjInterface(m_Registro->Vigia(Novo<InterfaceRoteirizada>(m_Registro, Tela, objMTM.Propria()), 1)),
       ActBar(m_Registro->Vigia(Novo<ActBarRoteirizada>(m_Registro), 1)),
       Relatorios(m_Registro->Vigia(Novo<RelatoriosRoteirizados>(m_Registro), 1)),
       Ajuda(m_Registro->Vigia(Novo<AjudaRoteirizada>(m_Registro), 1))

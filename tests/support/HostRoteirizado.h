@@ -6,11 +6,13 @@
 #include "tests/support/BancoLocal.h"
 #include "tests/support/DominioRoteirizado.h"
 #include "tests/support/GatewayRoteirizado.h"
+#include "tests/support/Oferta.h"
 #include "tests/support/PlataformaRoteirizada.h"
 #include "tests/support/RegistroChamadas.h"
 #include "tests/support/ServicosGerais.h"
 #include "tests/support/SessaoRoteirizada.h"
 
+#include <concepts>
 #include <cstdint>
 #include <deque>
 #include <functional>
@@ -65,16 +67,16 @@ class HostRoteirizado : public HostServices {
     std::shared_ptr<DocumentosVistos> Visor = std::make_shared<DocumentosVistos>();
     // The host's objects, to be given to the module and to be set.
     Ref<PlataformaRoteirizada> Tela;
-    Ref<BancoLocal> MDB;
-    Ref<SessaoRoteirizada> objMTM;
-    Ref<AcessoRoteirizado> objSCA;
-    Ref<AppEXERoteirizado> oAppEXE;
-    Ref<FormMDIRoteirizado> FormMDI;
-    Ref<GlobalRoteirizado> cGlobal;
-    Ref<InterfaceRoteirizada> ObjInterface;
-    Ref<ActBarRoteirizada> ActBar;
-    Ref<RelatoriosRoteirizados> Relatorios;
-    Ref<AjudaRoteirizada> Ajuda;
+    Oferta<BancoLocal> MDB;
+    Oferta<SessaoRoteirizada> objMTM;
+    Oferta<AcessoRoteirizado> objSCA;
+    Oferta<AppEXERoteirizado> oAppEXE;
+    Oferta<FormMDIRoteirizado> FormMDI;
+    Oferta<GlobalRoteirizado> cGlobal;
+    Oferta<InterfaceRoteirizada> ObjInterface;
+    Oferta<ActBarRoteirizada> ActBar;
+    Oferta<RelatoriosRoteirizados> Relatorios;
+    Oferta<AjudaRoteirizada> Ajuda;
     // Clients by the number that presets the client picker.
     std::map<std::int32_t, std::string> Clientes{{1, "PREFEITURA"}, {2, "Autoridade das Estradas de Rodagem"}};
 
@@ -201,3 +203,11 @@ class HostRoteirizado : public HostServices {
     std::size_t m_AvisosVistos = 0;
     bool m_PerdoaSobras = false;
 };
+
+// Installs it as the module gets it.
+template <class Host>
+requires std::derived_from<Host, HostRoteirizado>
+void InstalaHost(const Ref<Host> &host)
+{
+    InstalaHost(ParaOModulo(host));
+}

@@ -93,6 +93,9 @@ RegistroChamadas::Linha RegistroChamadas::Anota(const std::string &nome, std::st
 
 void RegistroChamadas::Confere(std::string_view nome, const std::shared_ptr<std::string> &linha)
 {
+    if (AoChamar != nullptr) {
+        AoChamar(nome);
+    }
     if (AntesDaChamada) {
         AntesDaChamada();
     }

@@ -70,6 +70,8 @@ class RegistroChamadas {
     void FalhaNoPasso(std::int32_t n, std::int32_t numero, std::string descricao);
     // Runs before each call, logged or not.
     std::function<void()> AntesDaChamada;
+    // The same for the calls of all hosts, with the call's name.
+    static inline void (*AoChamar)(std::string_view nome) = nullptr;
     // The n-th call of that name from now on raises.
     void FalhaEm(std::string nome, std::int32_t n, std::int32_t numero, std::string descricao);
     // How many programmed failures were raised.

@@ -68,9 +68,12 @@ template <class T> Ref<Colecao<Ref<T>>> LeColecao(const Com<IDispatch> &objeto, 
     if (!objeto) {
         return {};
     }
-    if (const Ref<::Objeto> interno = Interno(objeto, lado)) {
-        if (const auto *nossa = dynamic_cast<const ColecaoDe<T> *>(interno.Ponteiro())) {
-            return nossa->Ela();
+    // A collection of records is read across the boundary, as the records are.
+    const Com<IInterno> interno = objeto.Como<IInterno>();
+    const bool deFora = !interno || (std::is_base_of_v<Registro, T> && interno->DeQueLado() != lado);
+    if (const Ref<::Objeto> nossa = deFora ? nullptr : Interno(objeto, lado)) {
+        if (const auto *dela = dynamic_cast<const ColecaoDe<T> *>(nossa.Ponteiro())) {
+            return dela->Ela();
         }
         throw Falha(NumeroFalha::TipoIncompativel);
     }

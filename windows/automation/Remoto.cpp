@@ -84,11 +84,10 @@ DISPID ObjetoRemoto::Membro(std::string_view nome) const
 
 const std::string &ObjetoRemoto::Classe() const
 {
+    // Asked each time, as a program of the platform does: what stands behind a reference may tell another class later.
+    m_Classe = ClasseDe(m_Objeto);
     if (m_Classe.empty()) {
-        m_Classe = ClasseDe(m_Objeto);
-        if (m_Classe.empty()) {
-            m_Classe = "Object";
-        }
+        m_Classe = "Object";
     }
     return m_Classe;
 }

@@ -1,12 +1,13 @@
 #!/usr/bin/env python3
-"""Makes the type library of the component from its .idl.
+"""Makes the type library of the component, and the face of its interfaces in C++, from its .idl.
 
-    biblioteca_de_tipos.py WIDL FOLDER_OF_IDL FOLDER_OF_TLB SOURCE.idl RESULT.tlb
+    biblioteca_de_tipos.py WIDL FOLDER_OF_IDL FOLDER_OF_TLB SOURCE.idl RESULT.tlb RESULT.h
 
 What the compiler of type libraries cannot do is done here: texts with accents, which it takes as the bytes of the code
 page that programs show them in, and default values of dates. A date that has one is compiled as a general value whose
 default is a text of four characters; then the place of the text, as long as a date, gets the date, and the argument its
 type. The moment of the compilation, which it writes into the library, is left out: the same source gives the same bytes.
+In C++ no argument has a default value, for that of a general value would be a text.
 """
 
 import re
@@ -70,12 +71,17 @@ def poe_datas(tlb):
 
 
 def main():
-    widl, pasta_idl, pasta_tlb, fonte, resultado = sys.argv[1:]
+    widl, pasta_idl, pasta_tlb, fonte, resultado, face = sys.argv[1:]
     texto = Path(fonte).read_text(encoding="utf-8")
+
+    def compila(modo, texto, saida):
+        preparado = Path(saida + ".idl")
+        preparado.write_text(texto, encoding="cp1252")
+        subprocess.run([widl, modo, "-I", pasta_idl, "-L", pasta_tlb, "-o", saida, str(preparado)], check=True)
+
+    compila("-h", re.sub(r", defaultvalue\([^)]*\)", "", texto), face)
     texto, datas = re.subn(r"defaultvalue\(0\)\] DATE\b", f'defaultvalue("{MARCA.decode()}")] VARIANT', texto)
-    preparado = Path(resultado).with_suffix(".preparado.idl")
-    preparado.write_text(texto, encoding="cp1252")
-    subprocess.run([widl, "-t", "-I", pasta_idl, "-L", pasta_tlb, "-o", resultado, str(preparado)], check=True)
+    compila("-t", texto, resultado)
 
     tlb = bytearray(Path(resultado).read_bytes())
     achadas = poe_datas(tlb)

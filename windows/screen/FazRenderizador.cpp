@@ -3,7 +3,11 @@
 #include "windows/screen/RenderAbas.h"
 #include "windows/screen/RenderBotao.h"
 #include "windows/screen/RenderCampo.h"
+#include "windows/screen/RenderClienteSetor.h"
+#include "windows/screen/RenderCombo.h"
+#include "windows/screen/RenderEndereco.h"
 #include "windows/screen/RenderImagem.h"
+#include "windows/screen/RenderLista.h"
 #include "windows/screen/RenderMarca.h"
 #include "windows/screen/RenderMoldura.h"
 #include "windows/screen/RenderOpcao.h"
@@ -35,9 +39,13 @@ std::unique_ptr<Renderizador> FazRenderizador(const Ref<IControle> &controle, co
     case EspecieControle::ztFrame:
         return std::make_unique<RenderMoldura>(controle, peca, janela);
     case EspecieControle::ztList:
+        return std::make_unique<RenderLista>(controle, peca, janela);
     case EspecieControle::ztCombo:
+        return std::make_unique<RenderCombo>(controle, peca, janela);
     case EspecieControle::ztEndereco:
+        return std::make_unique<RenderEndereco>(controle, peca, janela);
     case EspecieControle::ztClienteSetor:
+        return std::make_unique<RenderClienteSetor>(controle, peca, janela);
     case EspecieControle::CommonDialog:
         break;
     }

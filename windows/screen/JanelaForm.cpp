@@ -6,6 +6,7 @@
 #include "windows/screen/FazRenderizador.h"
 
 #include <algorithm>
+#include <set>
 #include <utility>
 
 namespace nativo {
@@ -123,8 +124,9 @@ void JanelaForm::Faz(TipoDeJanela tipo, HWND dono)
     FazControles(m_Desenho.Raiz);
     for (auto renderizador = m_Renderizadores.rbegin(); renderizador != m_Renderizadores.rend(); ++renderizador) {
         (*renderizador)->Atualiza();
-        if (std::holds_alternative<AjustesSSTab>((*renderizador)->Descricao().Ajustes)) {
-            // Its pages stand in front of it, and were made after it.
+        const AjustesPeca &ajustes = (*renderizador)->Descricao().Ajustes;
+        if (std::holds_alternative<AjustesSSTab>(ajustes) || std::holds_alternative<AjustesZtFrame>(ajustes)) {
+            // What it holds stands in front of it, and was made after it.
             SetWindowPos((*renderizador)->Principal(), HWND_BOTTOM, 0, 0, 0, 0,
                          SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
         }
@@ -237,8 +239,8 @@ void JanelaForm::Mostra()
     const Entrada entrada(*this);
     MostraForm();
     Arranja();
-    ShowWindow(m_Janela, m_Form->WindowState() == JanelaMinimizada ? SW_SHOWMINIMIZED : SW_SHOW);
     m_Mostrada = true;
+    ShowWindow(m_Janela, m_Form->WindowState() == JanelaMinimizada ? SW_SHOWMINIMIZED : SW_SHOW);
     if (!m_Encerrando) {
         DizEstado(IsIconic(m_Janela) ? SIZE_MINIMIZED : SIZE_RESTORED);
         UpdateWindow(m_Janela);
@@ -481,10 +483,17 @@ void JanelaForm::Arranja()
 
 void JanelaForm::Coloca(const FormArrumado &arrumado)
 {
+    std::set<const IControle *> postos;
+    for (const PecaArrumada &peca : arrumado.Pecas) {
+        postos.insert(m_Controles.De(*peca.Quem).Ponteiro());
+    }
     for (const auto &renderizador : m_Renderizadores) {
-        const ControleBase *base = ComoBase(renderizador->Controle());
-        // While the whole form cannot be used, what is in it stays as it is.
-        renderizador->MostraOndeEsta(base->VisivelDeFato(), !m_Form->Enabled() || base->HabilitadoDeFato());
+        const Ref<IControle> &controle = renderizador->Controle();
+        const ControleBase *base = ComoBase(controle);
+        // What has no place, such as in a criteria bar that is not shown, is not seen. While the whole form cannot be
+        // used, what is in it stays as it is.
+        renderizador->MostraOndeEsta(base->VisivelDeFato() && postos.contains(controle.Ponteiro()),
+                                     !m_Form->Enabled() || base->HabilitadoDeFato());
     }
     for (PecaArrumada peca : arrumado.Pecas) {
         for (Retangulo *lugar : {&peca.Lugar, &peca.Rotulo, &peca.Miolo, &peca.Localizar}) {

@@ -5,9 +5,6 @@
 #include "controls/ztMask.h"
 #include "controls/ztVeiObservacao.h"
 #include "tela/EdicaoDeTexto.h"
-#include "windows/automation/Texto16.h"
-
-#include <algorithm>
 
 namespace nativo {
 
@@ -36,26 +33,11 @@ CampoDeTexto CampoDoControle(const Ref<IControle> &controle)
     }
 }
 
-// The contract counts characters, the window units of UTF-16: a character is one or a pair of them.
-bool EhSegundaDoPar(wchar_t unidade)
+// Of observations the lines that they have are seen; none is broken.
+DWORD EstiloDe(const IControle &controle)
 {
-    return unidade >= 0xDC00 && unidade <= 0xDFFF;
-}
-
-std::size_t Caracteres(const std::wstring &texto, std::size_t unidades)
-{
-    const auto fim = texto.begin() + static_cast<std::ptrdiff_t>(std::min(unidades, texto.size()));
-    return static_cast<std::size_t>(std::count_if(texto.begin(), fim, [](wchar_t c) { return !EhSegundaDoPar(c); }));
-}
-
-std::size_t Unidades(const std::wstring &texto, std::size_t caracteres)
-{
-    std::size_t unidades = 0;
-    while (unidades < texto.size() && (caracteres > 0 || EhSegundaDoPar(texto[unidades]))) {
-        caracteres -= EhSegundaDoPar(texto[unidades]) ? 0 : 1;
-        ++unidades;
-    }
-    return unidades;
+    const bool linhas = controle.Especie() == EspecieControle::ztVeiObservacao;
+    return ES_AUTOHSCROLL | (linhas ? ES_MULTILINE | ES_AUTOVSCROLL : 0);
 }
 
 } // namespace
@@ -63,36 +45,30 @@ std::size_t Unidades(const std::wstring &texto, std::size_t caracteres)
 RenderCampo::RenderCampo(Ref<IControle> controle, const Peca &peca, JanelaForm &janela)
     : Renderizador(std::move(controle), peca, janela),
       m_Campo(CampoDoControle(Controle())),
-      m_Linha(Faz(WC_EDITW, ES_AUTOHSCROLL, WS_EX_CLIENTEDGE))
+      m_Linha(Faz(WC_EDITW, EstiloDe(*Controle()), WS_EX_CLIENTEDGE),
+              [this](const std::string &novo, std::size_t cursor) {
+                  const EdicaoDeTexto edicao = AchaEdicao(m_Campo.Texto(), novo, cursor);
+                  Age([&] { m_Campo.Edita(edicao.Posicao, edicao.Retirados, edicao.Inserido); });
+              })
 {
 }
 
-// The line says only what it has become.
-void RenderCampo::Comando(HWND janela, UINT aviso)
+void RenderCampo::Comando(HWND, UINT aviso)
 {
-    if (janela != m_Linha || aviso != EN_CHANGE || Mostrando()) {
-        return;
+    if (!Mostrando()) {
+        m_Linha.Avisou(aviso);
     }
-    const std::string novo = TextoDe(m_Linha);
-    DWORD cursor = 0;
-    SendMessageW(m_Linha, EM_GETSEL, 0, reinterpret_cast<LPARAM>(&cursor));
-    const EdicaoDeTexto edicao = AchaEdicao(m_Campo.Texto(), novo, Caracteres(ParaUtf16(novo), cursor));
-    Age([&] { m_Campo.Edita(edicao.Posicao, edicao.Retirados, edicao.Inserido); });
+}
+
+std::optional<LRESULT> RenderCampo::Mensagem(HWND, UINT mensagem, WPARAM w, LPARAM)
+{
+    return m_Linha.Mensagem(mensagem, w);
 }
 
 void RenderCampo::Mostra()
 {
-    const std::string texto = m_Campo.Texto();
-    if (TextoDe(m_Linha) != texto) {
-        const std::wstring largo = ParaUtf16(texto);
-        SetWindowTextW(m_Linha, largo.c_str());
-        const std::size_t cursor = Unidades(largo, m_Campo.Cursor());
-        SendMessageW(m_Linha, EM_SETSEL, cursor, static_cast<LPARAM>(cursor));
-    }
-    const bool fixo = (GetWindowLongPtrW(m_Linha, GWL_STYLE) & ES_READONLY) != 0;
-    if (fixo != m_Campo.SomenteLeitura()) {
-        SendMessageW(m_Linha, EM_SETREADONLY, m_Campo.SomenteLeitura(), 0);
-    }
+    m_Linha.Mostra(m_Campo.Texto(), m_Campo.Cursor());
+    m_Linha.DefineSomenteLeitura(m_Campo.SomenteLeitura());
 }
 
 } // namespace nativo

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "windows/screen/CampoNativo.h"
 #include "windows/screen/Renderizador.h"
 
 #include <cstddef>
@@ -16,19 +17,20 @@ struct CampoDeTexto {
     std::function<bool(std::size_t, std::size_t, const std::string &)> Edita;
 };
 
-// Text boxes, masks, dates and observations in a line of text.
+// Text boxes, masks and dates in a line of text, observations in as many as they have.
 class RenderCampo : public Renderizador {
   public:
     RenderCampo(Ref<IControle> controle, const Peca &peca, JanelaForm &janela);
 
     void Comando(HWND janela, UINT aviso) override;
+    std::optional<LRESULT> Mensagem(HWND janela, UINT mensagem, WPARAM w, LPARAM l) override;
 
   protected:
     void Mostra() override;
 
   private:
     CampoDeTexto m_Campo;
-    HWND m_Linha;
+    CampoNativo m_Linha;
 };
 
 } // namespace nativo

@@ -9,6 +9,7 @@ class RenderMoldura : public Renderizador {
   public:
     RenderMoldura(Ref<IControle> controle, const Peca &peca, JanelaForm &janela);
 
+    std::optional<LRESULT> Mensagem(HWND janela, UINT mensagem, WPARAM w, LPARAM l) override;
     std::optional<COLORREF> CorDoMiolo() const override;
 
   protected:

@@ -25,6 +25,7 @@ Renderizador::Renderizador(Ref<IControle> controle, const Peca &peca, JanelaForm
     }));
     if (!m_Peca.Rotulo.empty()) {
         m_Rotulo = m_Janela.FazFilha(WC_STATICW, SS_LEFTNOWORDWRAP, 0);
+        m_Janela.Registra(m_Rotulo, *this);
     }
 }
 

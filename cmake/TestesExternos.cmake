@@ -1,0 +1,24 @@
+# The programs that stand outside of the component and know nothing of it but its identifiers: tests/windows/externo,
+# tests/windows/scripts and tests/windows/hostis. They write to the layer's registry and have its keyboard and mouse for
+# themselves, so each of them runs alone. Their pictures and figures go to the build folder.
+set(pasta_figuras ${PROJECT_BINARY_DIR}/figuras)
+file(MAKE_DIRECTORY ${pasta_figuras})
+
+file(GLOB fontes_externo CONFIGURE_DEPENDS
+    ${PROJECT_SOURCE_DIR}/tests/windows/externo/*.cpp
+    ${PROJECT_SOURCE_DIR}/tests/windows/hostis/*.cpp
+    ${PROJECT_SOURCE_DIR}/tests/windows/scripts/*.cpp)
+add_executable(teste_externo ${fontes_externo})
+target_include_directories(teste_externo PRIVATE ${PROJECT_SOURCE_DIR})
+target_link_libraries(teste_externo PRIVATE
+    GTest::gtest_main comctl32 oleaut32 ole32 uuid gdi32 user32 advapi32 psapi)
+if(TARGET ZTAVOREQUIP)
+    add_dependencies(teste_externo ZTAVOREQUIP)
+endif()
+gtest_discover_tests(teste_externo
+    DISCOVERY_MODE PRE_TEST
+    DISCOVERY_TIMEOUT 60
+    NO_PRETTY_VALUES
+    TEST_PREFIX windows.externo.
+    WORKING_DIRECTORY ${PROJECT_SOURCE_DIR}
+    PROPERTIES FIXTURES_REQUIRED camada RUN_SERIAL TRUE ENVIRONMENT FIGURAS=Z:${pasta_figuras})

@@ -1,0 +1,226 @@
+#include "windows/component/ArgumentoDaTabela.h"
+
+#include "windows/automation/Tardio.h"
+
+#include <oleauto.h>
+
+#include <cstring>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace nativo {
+namespace {
+
+// The innermost of references to general values.
+VARIANT &Referido(const VARIANT &variante)
+{
+    auto *atual = const_cast<VARIANT *>(&variante);
+    while (V_VT(atual) == (VT_BYREF | VT_VARIANT) && V_BYREF(atual) != nullptr) {
+        atual = V_VARIANTREF(atual);
+    }
+    if ((V_VT(atual) & VT_BYREF) != 0 && V_BYREF(atual) == nullptr) {
+        throw Falha(NumeroFalha::TipoIncompativel);
+    }
+    return *atual;
+}
+
+// The object behind a value; empty for a value that is none.
+Com<IDispatch> ObjetoSeHouver(const VARIANT &dado)
+{
+    VARIANT apoio;
+    const VARIANT &valor = detalhe::SemReferencia(dado, apoio);
+    return V_VT(&valor) == VT_DISPATCH ? LeObjeto(valor) : nullptr;
+}
+
+Variante ComObjeto(Com<IDispatch> objeto)
+{
+    Variante variante;
+    V_VT(&variante.Bruta()) = VT_DISPATCH;
+    V_DISPATCH(&variante.Bruta()) = objeto.Solta();
+    return variante;
+}
+
+// A script's own date is an object.
+Data LeData(const VARIANT &dado)
+{
+    const Com<IDispatch> objeto = ObjetoSeHouver(dado);
+    if (objeto && Tardio(objeto).Tem("getVarDate")) {
+        return Tardio(objeto).Chama<Data>("getVarDate");
+    }
+    return DeVariante<Data>(dado);
+}
+
+// The elements of an array, which a script has as an object with members of those numbers. Nothing was put into a
+// variable without a value.
+std::vector<Variante> LeElementos(const VARIANT &dado)
+{
+    if (V_VT(&Referido(dado)) == VT_EMPTY) {
+        return {};
+    }
+    const Com<IDispatch> objeto = ObjetoSeHouver(dado);
+    if (!objeto) {
+        return detalhe::LeArranjo(dado);
+    }
+    const Tardio arranjo(objeto);
+    std::vector<Variante> elementos(static_cast<std::size_t>(arranjo.Chama<std::int32_t>("length")));
+    for (std::size_t i = 0; i < elementos.size(); ++i) {
+        const std::string nome = std::to_string(i);
+        if (arranjo.Tem(nome)) {
+            elementos[i] = arranjo.Chama<Variante>(nome);
+        }
+    }
+    return elementos;
+}
+
+Variante LeObjetos(const VARIANT &dado)
+{
+    std::vector<Variante> elementos = LeElementos(dado);
+    for (Variante &elemento : elementos) {
+        elemento = ComObjeto(elemento.Tipo() == VT_EMPTY ? nullptr : LeObjeto(elemento.Bruta()));
+    }
+    return detalhe::FazArranjo(VT_DISPATCH, std::move(elementos));
+}
+
+Variante Converte(const VARIANT &dado, VARTYPE tipo)
+{
+    switch (tipo) {
+    case VT_I2:
+        return ParaVariante(DeVariante<std::int16_t>(dado));
+    case VT_I4:
+        return ParaVariante(DeVariante<std::int32_t>(dado));
+    case VT_BOOL:
+        return ParaVariante(DeVariante<bool>(dado));
+    case VT_DATE:
+        return ParaVariante(LeData(dado));
+    case VT_BSTR:
+        return ParaVariante(DeVariante<std::string>(dado));
+    case VT_DISPATCH:
+        return ComObjeto(LeObjeto(dado));
+    default:
+        throw Falha(NumeroFalha::TipoIncompativel);
+    }
+}
+
+bool Igual(const VARIANT &um, const VARIANT &outro)
+{
+    switch (V_VT(&um)) {
+    case VT_I2:
+    case VT_BOOL:
+        return V_I2(&um) == V_I2(&outro);
+    case VT_I4:
+        return V_I4(&um) == V_I4(&outro);
+    case VT_DATE:
+        return std::memcmp(&V_DATE(&um), &V_DATE(&outro), sizeof(DATE)) == 0;
+    case VT_BSTR: {
+        const UINT octetos = SysStringByteLen(V_BSTR(&um));
+        return octetos == SysStringByteLen(V_BSTR(&outro)) &&
+               (octetos == 0 || std::memcmp(V_BSTR(&um), V_BSTR(&outro), octetos) == 0);
+    }
+    default:
+        return V_DISPATCH(&um) == V_DISPATCH(&outro);
+    }
+}
+
+// A value of one type, converted.
+class ArgumentoSimples final : public ArgumentoDaTabela {
+  public:
+    ArgumentoSimples(const VARIANT &dado, VARTYPE tipo, bool porReferencia) : m_Valor(Converte(dado, tipo))
+    {
+        if (porReferencia) {
+            m_Antes = m_Valor;
+            PassaEndereco(&V_R8(&m_Valor.Bruta()));
+        } else {
+            PassaValor(m_Valor.Bruta(), tipo);
+        }
+    }
+
+    void Devolve(const Chamada &chamada, std::size_t posicao) override
+    {
+        if (m_Antes.Tipo() != VT_EMPTY && !Igual(m_Valor.Bruta(), m_Antes.Bruta())) {
+            chamada.Devolve(posicao, m_Valor);
+        }
+    }
+
+  private:
+    Variante m_Valor;
+    Variante m_Antes;
+};
+
+// A general value, which is read and written where it lies.
+class ArgumentoGeral final : public ArgumentoDaTabela {
+  public:
+    ArgumentoGeral(const VARIANT &dado, bool porReferencia) : m_Dado(dado)
+    {
+        Referido(dado); // a reference to nothing is refused
+        if (!porReferencia) {
+            PassaValor(detalhe::SemReferencia(dado, m_Apoio), VT_VARIANT);
+        } else if (V_VT(&dado) == (VT_BYREF | VT_VARIANT)) {
+            PassaEndereco(V_VARIANTREF(&dado));
+        } else {
+            PassaEndereco(&m_Dado);
+        }
+    }
+
+  private:
+    VARIANT m_Dado; // as it came: owns nothing
+    VARIANT m_Apoio{};
+};
+
+// An array of objects. One of another kind, as scripts have it, is converted both ways.
+class ArgumentoDeObjetos final : public ArgumentoDaTabela {
+  public:
+    explicit ArgumentoDeObjetos(const VARIANT &dado)
+    {
+        VARIANT &referido = Referido(dado);
+        if (V_VT(&referido) == (VT_BYREF | Objetos)) {
+            PassaEndereco(V_ARRAYREF(&referido));
+        } else if (V_VT(&referido) == Objetos && &referido != &dado) {
+            PassaEndereco(&V_ARRAY(&referido));
+        } else {
+            m_Valor = LeObjetos(dado);
+            m_Antes = V_ARRAY(&m_Valor.Bruta());
+            PassaEndereco(&V_ARRAY(&m_Valor.Bruta()));
+        }
+    }
+
+    void Devolve(const Chamada &chamada, std::size_t posicao) override
+    {
+        if (m_Valor.Tipo() != VT_EMPTY && V_ARRAY(&m_Valor.Bruta()) != m_Antes) {
+            chamada.Devolve(posicao, detalhe::FazArranjo(VT_VARIANT, detalhe::LeArranjo(m_Valor.Bruta())));
+        }
+    }
+
+  private:
+    Variante m_Valor;
+    SAFEARRAY *m_Antes = nullptr;
+};
+
+} // namespace
+
+std::unique_ptr<ArgumentoDaTabela> ArgumentoDaTabela::De(const VARIANT &dado, VARTYPE tipo, bool porReferencia)
+{
+    switch (tipo) {
+    case VT_VARIANT:
+        return std::make_unique<ArgumentoGeral>(dado, porReferencia);
+    case Objetos:
+        return std::make_unique<ArgumentoDeObjetos>(dado);
+    default:
+        return std::make_unique<ArgumentoSimples>(dado, tipo, porReferencia);
+    }
+}
+
+void ArgumentoDaTabela::PassaValor(const VARIANT &valor, VARTYPE tipo) noexcept
+{
+    m_Tipo = tipo;
+    m_Passado = valor;
+}
+
+void ArgumentoDaTabela::PassaEndereco(void *endereco) noexcept
+{
+    m_Tipo = Endereco;
+    V_VT(&m_Passado) = m_Tipo;
+    V_BYREF(&m_Passado) = endereco;
+}
+
+} // namespace nativo

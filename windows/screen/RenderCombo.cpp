@@ -1,0 +1,49 @@
+#include "windows/screen/RenderCombo.h"
+
+#include "controls/ztCombo.h"
+
+#include <utility>
+
+namespace nativo {
+
+RenderCombo::RenderCombo(Ref<IControle> controle, const Peca &peca, JanelaForm &janela)
+    : Renderizador(std::move(controle), peca, janela),
+      m_Combo(Faz(WC_COMBOBOXW, ComboNativo::Estilo),
+              {.Escolhe = [this](int indice) { Age([&] { Como<ztCombo>(*this).Escolhe(indice); }); },
+               .Digita = [this](const std::string &texto) { Age([&] { Como<ztCombo>(*this).Digita(texto); }); },
+               .Obedece = [this](AtoNoCombo ato) { return ComboObedece(Como<ztCombo>(*this), ato); }})
+{
+}
+
+void RenderCombo::Coloca(const PecaArrumada &lugar)
+{
+    Renderizador::Coloca(lugar);
+    m_Combo.Posiciona(lugar.Lugar);
+}
+
+void RenderCombo::Comando(HWND, UINT aviso)
+{
+    if (!Mostrando()) {
+        m_Combo.Avisou(aviso);
+    }
+}
+
+std::optional<LRESULT> RenderCombo::Mensagem(HWND, UINT mensagem, WPARAM w, LPARAM)
+{
+    return m_Combo.Mensagem(mensagem, w);
+}
+
+bool RenderCombo::FicaComTecla(HWND, WPARAM tecla) const
+{
+    return m_Combo.FicaComTecla(tecla);
+}
+
+void RenderCombo::Mostra()
+{
+    const auto &controle = Como<ztCombo>(*this);
+    m_Combo.MostraItens(controle.Itens().size(),
+                        [&](std::size_t i) -> const std::string & { return controle.Itens()[i].Texto; });
+    m_Combo.MostraEscolhido(controle.IndiceAtual());
+}
+
+} // namespace nativo
