@@ -5,8 +5,8 @@
 cmake_minimum_required(VERSION 3.25)
 
 set(DO_SISTEMA
-    advapi32.dll comctl32.dll comdlg32.dll gdi32.dll kernel32.dll msvcrt.dll ole32.dll oleaut32.dll shell32.dll user32.dll
-    uxtheme.dll version.dll)
+    advapi32.dll comctl32.dll comdlg32.dll gdi32.dll kernel32.dll msvcrt.dll ole32.dll oleaut32.dll shell32.dll shlwapi.dll
+    user32.dll uxtheme.dll version.dll)
 set(ENTRADAS DllCanUnloadNow DllGetClassObject DllRegisterServer DllUnregisterServer)
 
 execute_process(COMMAND ${OBJDUMP} -p ${DLL} OUTPUT_VARIABLE tabelas COMMAND_ERROR_IS_FATAL ANY)

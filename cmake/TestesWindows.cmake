@@ -5,6 +5,11 @@ if(TARGET ZTAVOREQUIP)
     add_test(NAME windows.dll_fechada
         COMMAND ${CMAKE_COMMAND} -DOBJDUMP=${CMAKE_OBJDUMP} -DDLL=$<TARGET_FILE:ZTAVOREQUIP>
                 -P ${PROJECT_SOURCE_DIR}/cmake/ConfereDll.cmake)
+
+    # Alone: what it registers is seen by everything else.
+    add_test(NAME windows.instalador
+        COMMAND ${PROJECT_SOURCE_DIR}/tests/windows/instalador.sh ${CAMADA} roda -- ${instalador})
+    set_tests_properties(windows.instalador PROPERTIES FIXTURES_REQUIRED camada RUN_SERIAL TRUE)
 endif()
 
 include(cmake/TestesExternos.cmake)

@@ -3,6 +3,7 @@
 enable_language(RC)
 
 add_compile_definitions(UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN)
+
 adiciona_sala(automacao windows/automation)
 adiciona_sala(hospedeiro_windows windows/host)
 adiciona_sala(tela_windows windows/screen)
@@ -44,9 +45,6 @@ add_custom_target(biblioteca_de_tipos DEPENDS ${pasta_gerados}/ZTAVOREQUIP.tlb $
 
 # Objects, so that the tests reach what the DLL does not export.
 file(GLOB fontes_componente CONFIGURE_DEPENDS ${pasta_componente}/*.cpp)
-if(NOT fontes_componente)
-    return()
-endif()
 add_library(componente OBJECT ${fontes_componente})
 add_dependencies(componente biblioteca_de_tipos)
 target_include_directories(componente SYSTEM PUBLIC ${pasta_gerados})
@@ -59,8 +57,21 @@ set_property(SOURCE ${pasta_componente}/ZTAVOREQUIP.rc PROPERTY INCLUDE_DIRECTOR
     ${PROJECT_SOURCE_DIR}/windows/screen)
 add_library(ZTAVOREQUIP SHARED ${pasta_componente}/ZTAVOREQUIP.rc ${pasta_componente}/ZTAVOREQUIP.def)
 target_link_libraries(ZTAVOREQUIP PRIVATE componente)
-# The plain names stand for the decorated ones of the 32-bit calling convention.
-target_link_options(ZTAVOREQUIP PRIVATE -Wl,--enable-stdcall-fixup)
+# Without the names of what is inside, and the plain names stand for the decorated ones of the 32-bit calling convention.
+target_link_options(ZTAVOREQUIP PRIVATE -s -Wl,--enable-stdcall-fixup)
 set_target_properties(ZTAVOREQUIP PROPERTIES PREFIX "" LINKER_LANGUAGE CXX)
 add_custom_command(TARGET ZTAVOREQUIP POST_BUILD
     COMMAND ${CMAKE_COMMAND} -E copy_if_different ${pasta_componente}/ZTAVOREQUIP.manifest ${PROJECT_BINARY_DIR})
+
+find_program(MAKENSIS makensis REQUIRED)
+set(instalador ${PROJECT_BINARY_DIR}/ZTAVOREQUIP-instalador.exe)
+if(CMAKE_SIZEOF_VOID_P EQUAL 8)
+    set(dlls -DDLL64=$<TARGET_FILE:ZTAVOREQUIP> -DDLL32=${PROJECT_SOURCE_DIR}/build/windows32/ZTAVOREQUIP.dll)
+else()
+    set(dlls -DDLL32=$<TARGET_FILE:ZTAVOREQUIP>)
+endif()
+add_custom_target(instalador ALL
+    COMMAND ${CMAKE_COMMAND} -DMAKENSIS=${MAKENSIS} ${dlls} -DFONTES=${PROJECT_SOURCE_DIR} -DSAIDA=${instalador}
+            -P ${PROJECT_SOURCE_DIR}/cmake/Instalador.cmake
+    DEPENDS ZTAVOREQUIP
+    VERBATIM)

@@ -8,7 +8,13 @@
 #
 # A run that finds no server starts one, which ends by itself a minute after its last program; there are windows only
 # between liga and desliga.
+#
+# With SISTEMA32, a folder with a system of 32 bits, all of it is in there.
 set -euo pipefail
+
+if [[ -n ${SISTEMA32:-} ]]; then
+    exec env --unset=SISTEMA32 chroot "$SISTEMA32" /usr/bin/env --chdir="$PWD" bash "$(realpath "${BASH_SOURCE[0]}")" "$@"
+fi
 
 pasta=$1
 comando=$2

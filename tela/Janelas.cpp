@@ -63,7 +63,9 @@ void Janelas::SegueOrdem(IForm &quem, Aberta &aberta)
 void Janelas::MostraForm(const Ref<IForm> &form, bool modal)
 {
     if (const Aberta *aberta = Acha(form)) {
-        aberta->Janela->ParaFrente();
+        const Ref<IJanela> janela = aberta->Janela;
+        form->DefineVisible(true);
+        janela->ParaFrente();
         return;
     }
     // What is not modal goes in front of a modal window: as a child of the main window it would be blocked with it.

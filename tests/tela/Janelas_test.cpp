@@ -98,6 +98,15 @@ TEST_F(JanelasTest, MostraForm_Again_BringsItsWindowToTheFront)
     EXPECT_EQ(Vistos(), (Textos{"para a frente lista", "para a frente lista"}));
 }
 
+TEST_F(JanelasTest, MostraForm_OfAFormThatWasHidden_ShowsItAgain)
+{
+    const Ref<FormDeJanela> lista = Form("lista");
+    Mostra(lista);
+    lista->DefineVisible(false);
+    Mostra(lista);
+    EXPECT_TRUE(lista->Visible());
+}
+
 TEST_F(JanelasTest, MostraForm_Modal_ComesBackWhenItWasClosed)
 {
     const Ref<FormDeJanela> detalhes = Form("detalhes");

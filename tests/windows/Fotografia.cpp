@@ -13,6 +13,8 @@ void Fotografa(HWND janela, const std::string &nome)
     RedrawWindow(janela, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_ALLCHILDREN | RDW_FRAME);
     RECT lugar{};
     GetWindowRect(janela, &lugar);
+    const RECT tudo{0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)};
+    IntersectRect(&lugar, &lugar, &tudo); // of what is beyond it the screen gives nothing at all
     const int largura = lugar.right - lugar.left;
     const int altura = lugar.bottom - lugar.top;
     HDC tela = GetDC(nullptr);

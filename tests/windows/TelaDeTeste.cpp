@@ -1,5 +1,7 @@
 #include "tests/windows/TelaDeTeste.h"
 
+#include "tests/tela/RuasDeTeste.h"
+
 #include <utility>
 
 namespace nativo {
@@ -8,6 +10,7 @@ void TelaDeTeste::SetUp()
 {
     HostTeste::SetUp();
     camada = Novo<CamadaWindows>();
+    camada->Logradouros = Novo<RuasDeTeste>();
     janelas = Novo<::Janelas>(camada);
     janelas->Descarrega = [this](const Ref<IForm> &form) {
         bool cancela = false;
@@ -28,6 +31,10 @@ void TelaDeTeste::SetUp()
 
 void TelaDeTeste::TearDown()
 {
+    if (m_Relogio != 0) {
+        KillTimer(nullptr, m_Relogio);
+    }
+    EXPECT_TRUE(m_NaFrente.empty());
     janelas->TiraTodas();
     Roda();
     EXPECT_TRUE(camada->Janelas().empty());
@@ -42,6 +49,27 @@ void TelaDeTeste::Abre(Peca raiz, bool modal)
 {
     descrito.Faz(raiz);
     Abre(descrito.Form, modal);
+}
+
+void TelaDeTeste::NaFrente(const wchar_t *classe, std::function<void(HWND)> ato)
+{
+    m_NaFrente.push_back({classe, std::move(ato)});
+    if (m_Relogio == 0) {
+        g_Esta = this;
+        m_Relogio = SetTimer(nullptr, 0, USER_TIMER_MINIMUM, [](HWND, UINT, UINT_PTR, DWORD) { g_Esta->Espreita(); });
+    }
+}
+
+void TelaDeTeste::Espreita()
+{
+    const HWND ativa = GetActiveWindow();
+    wchar_t classe[64]{};
+    GetClassNameW(ativa, classe, 64);
+    if (!m_NaFrente.empty() && m_NaFrente.front().Classe == classe && IsWindowVisible(ativa)) {
+        const auto ato = std::move(m_NaFrente.front().Ato);
+        m_NaFrente.erase(m_NaFrente.begin());
+        ato(ativa);
+    }
 }
 
 void TelaDeTeste::Abre(const Ref<IForm> &form, bool modal)
@@ -112,16 +140,12 @@ void TelaDeTeste::Digita(std::wstring_view texto)
 
 void TelaDeTeste::Clica(HWND janela)
 {
-    RECT lugar{};
-    GetWindowRect(janela, &lugar);
-    SetCursorPos((lugar.left + lugar.right) / 2, (lugar.top + lugar.bottom) / 2);
-    INPUT entrada{};
-    entrada.type = INPUT_MOUSE;
-    for (const DWORD ato : {MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP}) {
-        entrada.mi.dwFlags = ato;
-        ASSERT_EQ(SendInput(1, &entrada, sizeof entrada), 1U);
-        Roda();
-    }
+    RECT area{};
+    GetClientRect(janela, &area);
+    const LPARAM meio = MAKELPARAM(area.right / 2, area.bottom / 2);
+    PostMessageW(janela, WM_LBUTTONDOWN, MK_LBUTTON, meio);
+    PostMessageW(janela, WM_LBUTTONUP, 0, meio);
+    Roda();
 }
 
 } // namespace nativo

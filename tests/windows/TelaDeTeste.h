@@ -7,6 +7,7 @@
 
 #include <windows.h>
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -41,10 +42,28 @@ class TelaDeTeste : public HostTeste {
     void Digita(std::wstring_view texto);
     void Clica(HWND janela);
 
+    // What the person does when a window of that class, a form's or a box, is in front: while somebody waits for it.
+    void NaFrente(const wchar_t *classe, std::function<void(HWND)> ato);
+
     Ref<CamadaWindows> camada;
     Ref<::Janelas> janelas;
     FormDescrito descrito;
     std::vector<std::string> falhas; // that were shown
+
+  private:
+    struct Espera {
+        std::wstring Classe;
+        std::function<void(HWND)> Ato;
+    };
+
+    void Espreita();
+
+    static inline TelaDeTeste *g_Esta = nullptr;
+    std::vector<Espera> m_NaFrente;
+    UINT_PTR m_Relogio = 0;
 };
+
+inline constexpr const wchar_t *ClasseDoForm = L"ZTAVOREQUIP.Form";
+inline constexpr const wchar_t *ClasseDaCaixa = L"#32770";
 
 } // namespace nativo

@@ -20,11 +20,15 @@ struct alignas(64) Alinhada {
 };
 thread_local Alinhada g_Alinhada;
 
+DWORD WINAPI Comeca(void *corpo)
+{
+    return static_cast<DWORD>((*static_cast<int (**)()>(corpo))());
+}
+
 // What the body answered in a thread of its own.
 int EmOutroFio(int (*corpo)())
 {
-    const auto comeca = [](void *dados) -> DWORD { return static_cast<DWORD>((*static_cast<int (**)()>(dados))()); };
-    const HANDLE fio = CreateThread(nullptr, 0, comeca, static_cast<void *>(&corpo), 0, nullptr);
+    const HANDLE fio = CreateThread(nullptr, 0, Comeca, static_cast<void *>(&corpo), 0, nullptr);
     WaitForSingleObject(fio, INFINITE);
     DWORD resposta = 0;
     GetExitCodeThread(fio, &resposta);

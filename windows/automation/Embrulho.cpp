@@ -373,7 +373,7 @@ class Embrulho final : public Contado<IDispatch> {
         constexpr WORD escrita = DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF;
         Chamada chamada(parametros, resposta, m_Lado);
         if (numero >= PrimeiroProprio) {
-            return ExecutaProprio(numero, modo, chamada);
+            return ExecutaProprio(numero, modo, chamada, parametros, resposta);
         }
         const auto &membros = m_Tabela->Membros;
         const auto membro =
@@ -391,6 +391,9 @@ class Embrulho final : public Contado<IDispatch> {
                 return DISP_E_BADPARAMCOUNT;
             }
         } else {
+            if (membro->Maximo == 0 && chamada.Quantos() > 0 && parametros.cNamedArgs == 0) {
+                return ExecutaNoQueDa(acao, parametros, modo, resposta);
+            }
             chamada.Nomeados(membro->Maximo);
             if (chamada.Quantos() > membro->Maximo || chamada.Quantos() < membro->Minimo) {
                 return DISP_E_BADPARAMCOUNT;
@@ -406,20 +409,45 @@ class Embrulho final : public Contado<IDispatch> {
         return S_OK;
     }
 
-    HRESULT ExecutaProprio(DISPID numero, WORD modo, Chamada &chamada)
+    HRESULT ExecutaProprio(DISPID numero, WORD modo, Chamada &chamada, const DISPPARAMS &parametros, VARIANT *resposta)
     {
         const auto qual = static_cast<std::size_t>(numero - PrimeiroProprio);
         if (qual >= m_Proprios.size() || (modo & (DISPATCH_METHOD | DISPATCH_PROPERTYGET)) == 0) {
             return DISP_E_MEMBERNOTFOUND;
         }
-        if (chamada.Quantos() > 0) {
-            return DISP_E_BADPARAMCOUNT;
-        }
         const Ref<::Objeto> proprio = m_Tabela->Outros(*m_Alvo, m_Proprios[qual]);
         if (proprio.Nada()) {
             return DISP_E_MEMBERNOTFOUND;
         }
+        if (chamada.Quantos() > 0) {
+            const auto acao = [&](::Objeto &, Chamada &sem) { sem.Responde(proprio); };
+            return ExecutaNoQueDa(acao, parametros, modo, resposta);
+        }
         chamada.Responde(proprio);
+        return S_OK;
+    }
+
+    // Arguments of a member that takes none are an index of the object that it gives.
+    HRESULT ExecutaNoQueDa(const detalhe::MembroOferecido::Acao &acao, const DISPPARAMS &parametros, WORD modo,
+                           VARIANT *resposta)
+    {
+        const DISPPARAMS nenhum{};
+        Variante dado;
+        Chamada semArgumentos(nenhum, &dado.Bruta(), m_Lado);
+        const Ref<::Objeto> alvo = m_Alvo;
+        acao(*alvo, semArgumentos);
+        if (dado.Tipo() != VT_DISPATCH || V_DISPATCH(&dado.Bruta()) == nullptr) {
+            return DISP_E_BADPARAMCOUNT;
+        }
+        EXCEPINFO informacao{};
+        UINT errado = 0;
+        DISPPARAMS mesmos = parametros;
+        const HRESULT codigo =
+            V_DISPATCH(&dado.Bruta())
+                ->Invoke(DISPID_VALUE, IID_NULL, LOCALE_USER_DEFAULT, modo, &mesmos, resposta, &informacao, &errado);
+        if (FAILED(codigo)) {
+            throw FalhaDe(codigo, informacao);
+        }
         return S_OK;
     }
 

@@ -69,8 +69,11 @@ namespace detalhe {
 const VARIANT &SemReferencia(const VARIANT &variante, VARIANT &apoio)
 {
     const VARIANT *atual = &variante;
-    while (V_VT(atual) == (VT_BYREF | VT_VARIANT)) {
+    while (V_VT(atual) == (VT_BYREF | VT_VARIANT) && V_BYREF(atual) != nullptr) {
         atual = V_VARIANTREF(atual);
+    }
+    if ((V_VT(atual) & VT_BYREF) != 0 && V_BYREF(atual) == nullptr) {
+        throw Falha(NumeroFalha::TipoIncompativel); // a reference to nothing is no value of any type
     }
     if ((V_VT(atual) & VT_BYREF) == 0 || (V_VT(atual) & VT_ARRAY) != 0) {
         return *atual;

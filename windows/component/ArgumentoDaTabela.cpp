@@ -16,8 +16,11 @@ namespace {
 VARIANT &Referido(const VARIANT &variante)
 {
     auto *atual = const_cast<VARIANT *>(&variante);
-    while (V_VT(atual) == (VT_BYREF | VT_VARIANT)) {
+    while (V_VT(atual) == (VT_BYREF | VT_VARIANT) && V_BYREF(atual) != nullptr) {
         atual = V_VARIANTREF(atual);
+    }
+    if ((V_VT(atual) & VT_BYREF) != 0 && V_BYREF(atual) == nullptr) {
+        throw Falha(NumeroFalha::TipoIncompativel);
     }
     return *atual;
 }
@@ -149,6 +152,7 @@ class ArgumentoGeral final : public ArgumentoDaTabela {
   public:
     ArgumentoGeral(const VARIANT &dado, bool porReferencia) : m_Dado(dado)
     {
+        Referido(dado); // a reference to nothing is refused
         if (!porReferencia) {
             PassaValor(detalhe::SemReferencia(dado, m_Apoio), VT_VARIANT);
         } else if (V_VT(&dado) == (VT_BYREF | VT_VARIANT)) {

@@ -212,6 +212,14 @@ std::vector<ItemMenuLista> ItensDe(const VARIANT &arranjo, Lado lado)
     return itens;
 }
 
+// A column, whose key alone may be left out in between.
+template <auto Poe> void PoeColuna(IztList &lista, Chamada &chamada)
+{
+    (lista.*Poe)(chamada.Le<std::int16_t>(0), chamada.Le<std::optional<std::string>>(1), chamada.Le<std::string>(2),
+                 chamada.Le<std::int16_t>(3), chamada.Le<std::int16_t>(4), chamada.Le<std::string>(5),
+                 chamada.Le<bool>(6));
+}
+
 void OfereceLista()
 {
     OfereceMembros<IItemMenu>([](Membros<IItemMenu> &m) {
@@ -223,8 +231,8 @@ void OfereceLista()
                                               "Alinhamento", "Marca", "Visivel"};
         m.Herda<IControle>();
         m.Metodo("Limpa", &IztList::Limpa, {"LimpaTitulo"}, 1);
-        m.Metodo("AdicionaColuna", &IztList::AdicionaColuna, coluna);
-        m.Metodo("AlteraPrimeiraColuna", &IztList::AlteraPrimeiraColuna, coluna);
+        m.Metodo("AdicionaColuna", 1, coluna, PoeColuna<&IztList::AdicionaColuna>);
+        m.Metodo("AlteraPrimeiraColuna", 1, coluna, PoeColuna<&IztList::AlteraPrimeiraColuna>);
         m.Metodo("CarregaItens", 1, {"aItens"}, [](IztList &lista, Chamada &chamada) {
             TabelaTexto tabela = TabelaDaVariante(chamada.Argumento(0));
             lista.CarregaItens(tabela);

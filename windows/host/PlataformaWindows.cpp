@@ -9,7 +9,7 @@
 #include <shlwapi.h>
 
 #include <array>
-#include <type_traits>
+#include <cmath>
 
 namespace nativo {
 namespace {
@@ -204,7 +204,7 @@ std::string PlataformaWindows::DataCurta(Data data) const
     std::array<wchar_t, 80> texto{};
     if (GetDateFormatEx(LOCALE_NAME_USER_DEFAULT, DATE_SHORTDATE, &dia, nullptr, texto.data(),
                         static_cast<int>(texto.size()), nullptr) == 0) {
-        return CStr(Data{data.Valor < 0 ? data.Valor : static_cast<double>(static_cast<std::int64_t>(data.Valor))});
+        return CStr(Data{std::trunc(data.Valor)});
     }
     return ParaUtf8(texto.data());
 }

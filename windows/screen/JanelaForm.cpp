@@ -239,8 +239,8 @@ void JanelaForm::Mostra()
     const Entrada entrada(*this);
     MostraForm();
     Arranja();
-    ShowWindow(m_Janela, m_Form->WindowState() == JanelaMinimizada ? SW_SHOWMINIMIZED : SW_SHOW);
     m_Mostrada = true;
+    ShowWindow(m_Janela, m_Form->WindowState() == JanelaMinimizada ? SW_SHOWMINIMIZED : SW_SHOW);
     if (!m_Encerrando) {
         DizEstado(IsIconic(m_Janela) ? SIZE_MINIMIZED : SIZE_RESTORED);
         UpdateWindow(m_Janela);

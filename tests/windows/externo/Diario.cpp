@@ -6,7 +6,7 @@ namespace nativo {
 
 void Diario::Anota(const std::string &linha)
 {
-    const std::lock_guard guarda(m_Trava);
+    const Guarda guarda(m_Trava);
     m_Linhas.push_back(linha);
     ++m_Chamadas;
     if (m_Chamadas == m_Ordenada) {
@@ -17,32 +17,32 @@ void Diario::Anota(const std::string &linha)
 
 void Diario::Conta(const std::string &linha)
 {
-    const std::lock_guard guarda(m_Trava);
+    const Guarda guarda(m_Trava);
     m_Linhas.push_back(linha);
 }
 
 void Diario::FalhaNa(std::int32_t chamada)
 {
-    const std::lock_guard guarda(m_Trava);
+    const Guarda guarda(m_Trava);
     m_Ordenada = chamada;
     m_Chamadas = 0;
 }
 
 bool Diario::Falhou() const
 {
-    const std::lock_guard guarda(m_Trava);
+    const Guarda guarda(m_Trava);
     return m_Ordenada != 0 && m_Chamadas >= m_Ordenada;
 }
 
 void Diario::Limpa()
 {
-    const std::lock_guard guarda(m_Trava);
+    const Guarda guarda(m_Trava);
     m_Linhas.clear();
 }
 
 std::vector<std::string> Diario::Que(const std::string &comeco) const
 {
-    const std::lock_guard guarda(m_Trava);
+    const Guarda guarda(m_Trava);
     std::vector<std::string> linhas;
     for (const std::string &linha : m_Linhas) {
         if (linha.rfind(comeco, 0) == 0) {
@@ -52,9 +52,21 @@ std::vector<std::string> Diario::Que(const std::string &comeco) const
     return linhas;
 }
 
+std::string Diario::Primeira(const std::string &comeco) const
+{
+    const std::vector<std::string> linhas = Que(comeco);
+    return linhas.empty() ? "" : linhas.front();
+}
+
+std::string Diario::Ultima(const std::string &comeco) const
+{
+    const std::vector<std::string> linhas = Que(comeco);
+    return linhas.empty() ? "" : linhas.back();
+}
+
 std::string Diario::Tudo() const
 {
-    const std::lock_guard guarda(m_Trava);
+    const Guarda guarda(m_Trava);
     std::string tudo;
     for (const std::string &linha : m_Linhas) {
         tudo += linha + "\n";

@@ -1,7 +1,8 @@
 #pragma once
 
+#include <windows.h>
+
 #include <cstdint>
-#include <mutex>
 #include <string>
 #include <vector>
 
@@ -26,11 +27,26 @@ class Diario {
 
     // The lines that begin so, and how many they are.
     std::vector<std::string> Que(const std::string &comeco) const;
+    // The first and the last of them; empty when there is none.
+    std::string Primeira(const std::string &comeco) const;
+    std::string Ultima(const std::string &comeco) const;
     std::string Tudo() const;
     void Limpa();
 
   private:
-    mutable std::mutex m_Trava; // the person reads while the windows' thread writes
+    // The person reads while the windows' thread writes.
+    class Guarda {
+      public:
+        explicit Guarda(SRWLOCK &trava) : m_Trava(trava) { AcquireSRWLockExclusive(&m_Trava); }
+        Guarda(const Guarda &) = delete;
+        Guarda &operator=(const Guarda &) = delete;
+        ~Guarda() { ReleaseSRWLockExclusive(&m_Trava); }
+
+      private:
+        SRWLOCK &m_Trava;
+    };
+
+    mutable SRWLOCK m_Trava = SRWLOCK_INIT;
     std::vector<std::string> m_Linhas;
     std::int32_t m_Chamadas = 0;
     std::int32_t m_Ordenada = 0;

@@ -264,7 +264,7 @@ TEST_F(FalhasTeste, Arguments_TooManyTooFewOrOfTheWrongType_TellWhichOne)
         {consulta, "ImpCertificadoAfericaoEquipto", {std::int32_t{1}, "A", "x", "talvez"}, 13, 3},
         {consulta, "BuscaEquipamento", {"RF-01", "R", "ontem"}, 13, 2},
         {especifica, "ImprimeAfericaoVigenteEquipto", {std::int32_t{1}, "x"}, 13, 1},
-        {geral, "ObtemTransacao", {nada}, 91, 0},
+        {geral, "ObtemTransacao", {nada}, 13, 0},
     };
     for (const Pedido &pedido : pedidos) {
         const FalhaExterna falha = FalhaDo([&] { pedido.Objeto.Chama(pedido.Membro, pedido.Args); });

@@ -7,9 +7,7 @@
 #include <commctrl.h>
 
 #include <algorithm>
-#include <atomic>
 #include <stdexcept>
-#include <thread>
 
 namespace nativo {
 
@@ -93,41 +91,44 @@ std::string TituloDaAba(HWND abas, int qual)
 
 } // namespace
 
+DWORD WINAPI PessoaExterna::Anda(void *onde)
+{
+    Passeio &passeio = *static_cast<Passeio *>(onde);
+    PessoaExterna pessoa(passeio.FioDasJanelas);
+    try {
+        passeio.Jornada(pessoa);
+    } catch (const std::exception &problema) {
+        passeio.Diferenca = problema.what();
+    }
+    // Whatever still waits for an answer is closed, so that the windows' thread comes back.
+    while (!passeio.Voltou) {
+        pessoa.FechaTudo();
+        Sleep(Pausa);
+    }
+    passeio.Acabou = true;
+    PostThreadMessageW(passeio.FioDasJanelas, WM_NULL, 0, 0);
+    return 0;
+}
+
 std::string PessoaExterna::Percorre(const std::function<void()> &acao,
                                     const std::function<void(PessoaExterna &)> &jornada)
 {
-    std::string diferenca;
-    std::atomic<bool> voltou{false};
-    std::atomic<bool> acabou{false};
-    const DWORD fioDasJanelas = GetCurrentThreadId();
-    std::thread fio([&] {
-        PessoaExterna pessoa(fioDasJanelas);
-        try {
-            jornada(pessoa);
-        } catch (const std::exception &problema) {
-            diferenca = problema.what();
-        }
-        // Whatever still waits for an answer is closed, so that the windows' thread comes back.
-        while (!voltou) {
-            pessoa.FechaTudo();
-            Sleep(Pausa);
-        }
-        acabou = true;
-        PostThreadMessageW(fioDasJanelas, WM_NULL, 0, 0);
-    });
+    Passeio passeio{jornada, GetCurrentThreadId(), {}, {}, {}};
+    const HANDLE fio = CreateThread(nullptr, 0, Anda, &passeio, 0, nullptr);
     std::string falhou;
     try {
         acao();
     } catch (const FalhaExterna &falha) {
         falhou = " falha: " + falha.Texto();
     }
-    voltou = true;
-    for (MSG mensagem; !acabou && GetMessageW(&mensagem, nullptr, 0, 0) > 0;) {
+    passeio.Voltou = true;
+    for (MSG mensagem; !passeio.Acabou && GetMessageW(&mensagem, nullptr, 0, 0) > 0;) {
         TranslateMessage(&mensagem);
         DispatchMessageW(&mensagem);
     }
-    fio.join();
-    return diferenca + falhou;
+    WaitForSingleObject(fio, INFINITE);
+    CloseHandle(fio);
+    return passeio.Diferenca + falhou;
 }
 
 PessoaExterna &PessoaExterna::Espera(const std::string &oQue, const std::function<bool()> &condicao)

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <atomic>
 #include <functional>
 #include <string>
 #include <vector>
@@ -63,6 +64,16 @@ class PessoaExterna {
     std::string Texto(HWND janela) const;
 
   private:
+    // What the two threads know of each other.
+    struct Passeio {
+        const std::function<void(PessoaExterna &)> &Jornada;
+        DWORD FioDasJanelas;
+        std::string Diferenca;
+        std::atomic<bool> Voltou;
+        std::atomic<bool> Acabou;
+    };
+    static DWORD WINAPI Anda(void *passeio);
+
     explicit PessoaExterna(DWORD fio) : m_Fio(fio) {}
     std::vector<HWND> Janelas() const;
     std::vector<HWND> Vistos() const;

@@ -192,7 +192,8 @@ Var Var::Como(VARTYPE tipo) const
     Var var;
     const HRESULT resposta = VariantChangeTypeEx(&var.m_Valor, SoLida(m_Valor), SemIdioma, VARIANT_ALPHABOOL, tipo);
     if (FAILED(resposta)) {
-        throw FalhaExterna{NumeroDaResposta(resposta), "HOSPEDEIRO", "tipo incompatível: " + Retrato()};
+        throw FalhaExterna{NumeroDaResposta(resposta), "HOSPEDEIRO",
+                           "tipo incompatível: " + std::to_string(m_Valor.vt)};
     }
     return var;
 }
@@ -242,6 +243,15 @@ std::string Var::ComoBytes() const
     return {static_cast<const char *>(m_Valor.parray->pvData), static_cast<std::size_t>(fim - inicio + 1)};
 }
 
+std::string Var::Convertido() const
+{
+    try {
+        return Texto();
+    } catch (const FalhaExterna &) { // a value that nothing can be made of
+        return "tipo " + std::to_string(m_Valor.vt);
+    }
+}
+
 std::string Var::Retrato() const
 {
     if ((m_Valor.vt & VT_ARRAY) != 0) {
@@ -262,9 +272,9 @@ std::string Var::Retrato() const
     case VT_UNKNOWN:
         return m_Valor.punkVal == nullptr ? "Nothing" : "objeto";
     case VT_DATE:
-        return "#" + Texto() + "#";
+        return "#" + Convertido() + "#";
     default:
-        return Texto();
+        return Convertido();
     }
 }
 

@@ -90,6 +90,8 @@ class Var {
     std::string Retrato() const;
 
   private:
+    std::string Convertido() const;
+
     VARIANT m_Valor;
 };
 
