@@ -277,7 +277,6 @@ TEST_F(FormOferecidoTest, Properties_AreTheForms)
     EXPECT_FALSE(form->Enabled());
     EXPECT_EQ(tardio.Chama<std::int16_t>("WindowState"), 0);
     EXPECT_FALSE(tardio.Chama<bool>("MDIChild"));
-    EXPECT_EQ(tardio.Chama<std::int32_t>("hWnd"), 0);
     EXPECT_EQ(NumeroDaFalha([&] { tardio.Chama<std::int32_t>("ScaleMode"); }), 438);
     EXPECT_EQ(NumeroDaFalha([&] { tardio.Escreve("MDIChild", true); }), 438);
     EXPECT_EQ(ClasseDe(Oferece(form)), "frmLimitesDif");
@@ -430,6 +429,23 @@ TEST_F(FormOferecidoTest, Show_ByTheHost_MakesTheWindowInFrontOfTheMainForm)
     Bombeia();
     EXPECT_FALSE(IsWindow(janela));
     EXPECT_EQ(Plataforma()->NroForms(), 0);
+}
+
+TEST_F(FormOferecidoTest, HWnd_BeforeTheShow_IsOfTheWindowThatIsThenShown)
+{
+    form = Carrega<frmLimitesDif>();
+    const Tardio tardio = Oferecido(form);
+    const HWND janela = Janela(tardio.Chama<std::int32_t>("hWnd"));
+    ASSERT_TRUE(IsWindow(janela));
+    EXPECT_FALSE(IsWindowVisible(janela));
+    EXPECT_FALSE(form->Visible());
+    tardio.Chama("Show");
+    EXPECT_TRUE(IsWindowVisible(janela));
+    EXPECT_EQ(tardio.Chama<std::int32_t>("hWnd"), Numero(janela));
+    Plataforma()->Descarrega(form);
+    Bombeia();
+    EXPECT_EQ(tardio.Chama<std::int32_t>("hWnd"), 0);
+    EXPECT_FALSE(IsWindow(janela));
 }
 
 TEST_F(FormOferecidoTest, Show_Modal_KeepsTheOwnerBackUntilTheFormGoes)

@@ -66,6 +66,9 @@ void HostWindows::Mostra(const Ref<IForm> &form, bool modal, const Ref<IForm> &d
 
 std::int32_t HostWindows::Manipulador(const Ref<IForm> &form) const
 {
+    if (m_Plataforma->Aberto(form)) {
+        m_Janelas->Prepara(form);
+    }
     // Handles have 32 significant bits.
     return static_cast<std::int32_t>(reinterpret_cast<LONG_PTR>(m_ManipuladorDoForm(form)));
 }
