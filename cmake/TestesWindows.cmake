@@ -7,8 +7,9 @@ if(TARGET ZTAVOREQUIP)
                 -P ${PROJECT_SOURCE_DIR}/cmake/ConfereDll.cmake)
 
     # Alone: what it registers is seen by everything else.
+    math(EXPR largura "8 * ${CMAKE_SIZEOF_VOID_P}")
     add_test(NAME windows.instalador
-        COMMAND ${PROJECT_SOURCE_DIR}/tests/windows/instalador.sh ${CAMADA} roda -- ${instalador})
+        COMMAND ${PROJECT_SOURCE_DIR}/tests/windows/instalador.sh ${CAMADA} roda -- ${instalador} ${largura})
     set_tests_properties(windows.instalador PROPERTIES FIXTURES_REQUIRED camada RUN_SERIAL TRUE)
 endif()
 
