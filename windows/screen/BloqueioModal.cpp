@@ -5,6 +5,7 @@
 namespace nativo {
 
 BloqueioModal::BloqueioModal(const std::vector<Ref<JanelaForm>> &forms, HWND dono, HWND poupada)
+    : m_Ativa(GetActiveWindow())
 {
     std::vector<HWND> janelas;
     EnumThreadWindows(
@@ -49,6 +50,9 @@ BloqueioModal::~BloqueioModal()
     }
     for (const Ref<JanelaForm> &form : m_Forms) {
         form->Desbloqueia();
+    }
+    if (m_Ativa != nullptr && IsWindowVisible(m_Ativa) && IsWindowEnabled(m_Ativa)) {
+        SetActiveWindow(m_Ativa);
     }
 }
 

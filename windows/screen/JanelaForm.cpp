@@ -336,7 +336,7 @@ void JanelaForm::HabilitaJanela()
     }
     EnableWindow(m_Janela, habilitada);
     // What stood in front of it while it could not be used, such as a question, has left the keyboard to another one.
-    if (habilitada && m_EraAtiva && m_Bloqueios == 0 && GetActiveWindow() != m_Janela && IsWindowVisible(m_Janela)) {
+    if (habilitada && m_EraAtiva && GetActiveWindow() != m_Janela && IsWindowVisible(m_Janela)) {
         SetActiveWindow(m_Janela);
     }
 }
