@@ -121,6 +121,10 @@ void PlataformaRoteirizada::MostraJanela(const Ref<IForm> &form, bool modal)
     if (!janela) {
         janela = Abre(form);
     }
+    if (Janelas) {
+        Janelas->MostraForm(viva, modal);
+        return;
+    }
     if (EmbrulhaForms && janela->Hospedeiro.Nada()) {
         janela->Hospedeiro = m_Registro->Vigia(Novo<FormHospedeiro>(m_Registro, ++m_UltimoHwnd));
         janela->Hospedeiro->DefineVisible(true);
@@ -198,12 +202,18 @@ void PlataformaRoteirizada::DefinePonteiro(std::int16_t valor)
 {
     m_Registro->Escreve("Plataforma.Ponteiro", valor);
     m_Ponteiro = valor;
+    if (Janelas) {
+        Janelas->DefineEspera(valor == PonteiroAmpulheta);
+    }
 }
 
 void PlataformaRoteirizada::ProcessaMensagens()
 {
     m_Registro->Chama("Plataforma.ProcessaMensagens");
     RodaMensagens();
+    if (Janelas) {
+        Janelas->ProcessaMensagens();
+    }
 }
 
 bool PlataformaRoteirizada::PerguntaSimNao(const std::string &texto, const std::string &titulo, bool padraoSim)
@@ -216,6 +226,8 @@ bool PlataformaRoteirizada::PerguntaSimNao(const std::string &texto, const std::
         m_Respostas.pop_front();
     } else if (const auto fixa = m_RespostasFixas.find(texto); fixa != m_RespostasFixas.end()) {
         pergunta.Resposta = fixa->second;
+    } else if (Janelas) {
+        pergunta.Resposta = Janelas->PerguntaSimNao(texto, titulo, padraoSim);
     } else if (m_RespostaQualquer) {
         pergunta.Resposta = m_RespostaQualquer();
     } else {
@@ -230,6 +242,9 @@ void PlataformaRoteirizada::CaixaInformacao(const std::string &texto, const std:
 {
     m_Registro->Chama("Plataforma.CaixaInformacao", texto, titulo);
     m_Caixas.push_back({texto, titulo});
+    if (Janelas) {
+        Janelas->Informa(texto, titulo);
+    }
 }
 
 std::int32_t PlataformaRoteirizada::NroForms() const
@@ -267,6 +282,11 @@ void PlataformaRoteirizada::DefineTextoJanela(std::int64_t hwnd, const std::stri
 {
     m_Registro->ChamaTexto("Plataforma.DefineTextoJanela", NomeDaJanela(hwnd) + ", " + TextoLog(texto));
     m_Textos[hwnd] = texto;
+    for (const auto &janela : m_Janelas) {
+        if (Janelas && janela->Form->hwnd() == hwnd) {
+            Janelas->DefineTextoJanela(janela->Form, texto);
+        }
+    }
 }
 
 bool PlataformaRoteirizada::TemIcone(const std::string &chave) const
@@ -394,6 +414,9 @@ void PlataformaRoteirizada::Retira(const RefJanela &janela)
     std::erase(m_Janelas, janela);
     janela->Foco.desliga();
     janela->Ordem.desliga();
+    if (Janelas) {
+        Janelas->FechaForm(janela->Form);
+    }
     if (janela->Hospedeiro) {
         janela->Hospedeiro->DefineVisible(false);
         janela->Hospedeiro = nullptr;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tela/IJanelas.h"
 #include "tests/support/ArquivosEmMemoria.h"
 #include "tests/support/FormHospedeiro.h"
 #include "tests/support/RegistroChamadas.h"
@@ -57,6 +58,7 @@ class PlataformaRoteirizada : public IPlataforma {
     std::int32_t Largura = 15360;
     std::int32_t Altura = 11520;
     bool EmbrulhaForms = false; // forms shown from now on get a window of the host's around them
+    Ref<IJanelas> Janelas;      // in which forms are shown and questions asked, before somebody else; Nothing: scripts
 
     // Queues the answer to a question with exactly that text; no value: the person presses Enter.
     void Responde(std::string texto, std::optional<bool> sim);

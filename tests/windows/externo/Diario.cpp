@@ -52,6 +52,18 @@ std::vector<std::string> Diario::Que(const std::string &comeco) const
     return linhas;
 }
 
+std::string Diario::Primeira(const std::string &comeco) const
+{
+    const std::vector<std::string> linhas = Que(comeco);
+    return linhas.empty() ? "" : linhas.front();
+}
+
+std::string Diario::Ultima(const std::string &comeco) const
+{
+    const std::vector<std::string> linhas = Que(comeco);
+    return linhas.empty() ? "" : linhas.back();
+}
+
 std::string Diario::Tudo() const
 {
     const Guarda guarda(m_Trava);

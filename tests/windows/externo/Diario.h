@@ -27,6 +27,9 @@ class Diario {
 
     // The lines that begin so, and how many they are.
     std::vector<std::string> Que(const std::string &comeco) const;
+    // The first and the last of them; empty when there is none.
+    std::string Primeira(const std::string &comeco) const;
+    std::string Ultima(const std::string &comeco) const;
     std::string Tudo() const;
     void Limpa();
 

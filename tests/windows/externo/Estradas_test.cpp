@@ -56,8 +56,7 @@ class EstradasTeste : public CasoExterno {
     void PercorreUmEquipamento();
     std::string UltimoPedido(const std::string &operacao) const
     {
-        const std::vector<std::string> pedidos = hospedeiro.Livro.Que("EquiptoRN." + operacao + " ");
-        return pedidos.empty() ? "" : pedidos.back();
+        return hospedeiro.Livro.Ultima("EquiptoRN." + operacao + " ");
     }
 
     ComponenteExterno componente;
@@ -123,13 +122,13 @@ TEST_F(EstradasTeste, OneEquipment_FromTheMenuToTheSave)
 {
     PercorreUmEquipamento();
     const Diario &livro = hospedeiro.Livro;
-    EXPECT_EQ(livro.Que("CSCA.PossuiPerm2").front(), "CSCA.PossuiPerm2(\"NAB\", \"VOR-EQP-CS\", \"\")");
-    EXPECT_EQ(livro.Que("CAutoModulos.MontaEstruturaMenus").front(),
+    EXPECT_EQ(livro.Primeira("CSCA.PossuiPerm2"), "CSCA.PossuiPerm2(\"NAB\", \"VOR-EQP-CS\", \"\")");
+    EXPECT_EQ(livro.Primeira("CAutoModulos.MontaEstruturaMenus"),
               "CAutoModulos.MontaEstruturaMenus(\"mnuModVOREquiptos\", \"ZTAVOREQUIP\")");
-    EXPECT_EQ(livro.Que("EquiptoRN.lista2 ").front(),
+    EXPECT_EQ(livro.Primeira("EquiptoRN.lista2 "),
               "EquiptoRN.lista2 ListaEquiptoED{ClienteInc=\"Autoridade Municipal\", Codigo=\"RF-01\", "
               "TipoEquip=\"R\", Ativo=1, TipoAgente=1, IndTrabFoto=1}");
-    EXPECT_EQ(livro.Que("EquiptoRN.consulta ").front(), "EquiptoRN.consulta EquiptoED{NroIntEquip=7}");
+    EXPECT_EQ(livro.Primeira("EquiptoRN.consulta "), "EquiptoRN.consulta EquiptoED{NroIntEquip=7}");
     EXPECT_EQ(UltimoPedido("altera"),
               "EquiptoRN.altera EquiptoED{NroIntEquip=7, ClienteInc=\"Autoridade Municipal\", "
               "SetorInc=\"Fiscalização\", Codigo=\"RF-01\", SubCodigo=\"\", Descricao=\"Radar da entrada norte\", "
@@ -140,10 +139,10 @@ TEST_F(EstradasTeste, OneEquipment_FromTheMenuToTheSave)
               "NroIntSensor=31, NroSensor=1, CodLograd=77, EndCep=90010020, EndNro=1500, "
               "EndDescr=\"Rua Bento Gonçalves, 1500\", SentidoVia=\"C\", Ativo=1, LocalInfr=\"Rua B\"}], "
               "TipoAgente=1}");
-    EXPECT_EQ(livro.Que("CTrataBD.TabelaAlterada").front(),
+    EXPECT_EQ(livro.Primeira("CTrataBD.TabelaAlterada"),
               "CTrataBD.TabelaAlterada(\"VOREQUIPTO\", True, False, ausente, ausente)");
     EXPECT_EQ(hospedeiro.Servicos.Documentos().at(101), "%PDF-1.4 novo");
-    EXPECT_EQ(livro.Que("documento mostrado").front(), "documento mostrado: %PDF-1.4 novo");
+    EXPECT_EQ(livro.Primeira("documento mostrado"), "documento mostrado: %PDF-1.4 novo");
     EXPECT_TRUE(livro.Que("CMensagem.ExibeErro").empty()) << livro.Tudo();
 }
 
@@ -171,7 +170,7 @@ TEST_F(EstradasTeste, QueryOfAnotherModule_ByWindowAndByCode)
     EXPECT_EQ(consulta.Chama("MarcaInmetro").Texto(), "12345678");
     EXPECT_EQ(consulta.Chama("DtVerifInmetro").Bruta().vt, VT_DATE);
     EXPECT_EQ(consulta.Chama("DtVerifInmetro").Numero(), 46032);
-    EXPECT_EQ(hospedeiro.Livro.Que("EquiptoRN.consultaSimplesAfericaoVigente").back(),
+    EXPECT_EQ(hospedeiro.Livro.Ultima("EquiptoRN.consultaSimplesAfericaoVigente"),
               "EquiptoRN.consultaSimplesAfericaoVigente "
               "ConsultaAfericaoED{DtInfracao=#3/19/2026#, NroIntEquip=10, TipoConsulta=1}");
 
@@ -183,7 +182,7 @@ TEST_F(EstradasTeste, QueryOfAnotherModule_ByWindowAndByCode)
     EXPECT_EQ(consulta.Chama("Codigo").Texto(), "RF-01") << "a search without success leaves the answer as it was";
 
     EXPECT_TRUE(consulta.Chama("ImpCertificadoAfericaoEquipto", {std::int32_t{12}, "A1", "Fulano"}).Verdade());
-    EXPECT_EQ(hospedeiro.Livro.Que("documento mostrado").back(), "documento mostrado: %PDF-1.4 Aferição 12/A1 Fulano");
+    EXPECT_EQ(hospedeiro.Livro.Ultima("documento mostrado"), "documento mostrado: %PDF-1.4 Aferição 12/A1 Fulano");
     EXPECT_NE(GetFileAttributesW((hospedeiro.Pasta() + L"~VORAFER12-A1.pdf").c_str()), INVALID_FILE_ATTRIBUTES);
     consulta.Chama("LimpaArqTemp");
     EXPECT_EQ(GetFileAttributesW((hospedeiro.Pasta() + L"~VORAFER12-A1.pdf").c_str()), INVALID_FILE_ATTRIBUTES);
@@ -243,7 +242,7 @@ TEST_F(EstradasTeste, Refusal_IsTheServices_AndTheWindowStays)
                  p.Alt('L').EsperaLinhas(2).EsperaCelula(2, "Código", "ET-05");
                  p.Tecla(VK_F4, VK_MENU).EsperaFechar("Equipamentos");
              });
-    EXPECT_EQ(hospedeiro.Livro.Que("recusa mostrada").front(), "recusa mostrada: Servidor em manutenção");
+    EXPECT_EQ(hospedeiro.Livro.Primeira("recusa mostrada"), "recusa mostrada: Servidor em manutenção");
 }
 
 TEST_F(EstradasTeste, HostsFaultBelowAWindow_IsShownByTheHostsBox)
@@ -287,7 +286,7 @@ TEST_F(EstradasSemBibliotecaTeste, OneEquipment_TravelsInObjectsOfTheComponent_W
               std::string::npos)
         << pedido;
     EXPECT_EQ(pedido.find("NroIntRejLimDif"), std::string::npos) << pedido;
-    EXPECT_EQ(hospedeiro.Livro.Que("EquiptoRN.consulta ").front(), "EquiptoRN.consulta EquiptoED{NroIntEquip=7}");
+    EXPECT_EQ(hospedeiro.Livro.Primeira("EquiptoRN.consulta "), "EquiptoRN.consulta EquiptoED{NroIntEquip=7}");
 }
 
 } // namespace

@@ -8,7 +8,7 @@ namespace nativo {
 namespace {
 
 constexpr std::int32_t TwipsPorPonto = 15;
-constexpr std::int32_t CodCliente = 12;
+constexpr std::int32_t CodCliente = 1;
 
 const std::vector<std::pair<std::int32_t, std::string>> &Municipios()
 {
@@ -406,7 +406,7 @@ Contado<ObjetoExterno> HospedeiroExterno::FazClientes()
     clientes->Faz("Lista", [this](const ChamadaRecebida &) {
         auto lista = ColecaoExterna::Nova(Livro);
         for (const auto &[codigo, nome] :
-             {std::pair(CodCliente, ServicosExternos::Cliente), std::pair(1, "Outro órgão")}) {
+             {std::pair(CodCliente, ServicosExternos::Cliente), std::pair(2, "Outro órgão")}) {
             auto cliente = ObjetoExterno::Novo("CCliente", Livro);
             cliente->Tem("Codigo", codigo).Tem("Nome", nome).Calado();
             cliente->Tem("Setores", Var::Textos({ServicosExternos::Setor, "Metrologia"}));

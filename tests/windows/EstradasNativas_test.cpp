@@ -1,0 +1,93 @@
+#include "host/SensorED.h"
+#include "shell/Especifica.h"
+#include "tests/support/Estradas.h"
+#include "tests/support/RegistroEmMemoria.h"
+#include "tests/support/VarreduraRegistro.h"
+#include "tests/windows/OperadorNativo.h"
+#include "tests/windows/TelaDeTeste.h"
+
+namespace nativo {
+
+namespace {
+
+// What is told once for every kind of window, in the native windows, over a registry in memory with one equipment.
+class EstradasNativasTest : public TelaDeTeste {
+  protected:
+    void SetUp() override
+    {
+        TelaDeTeste::SetUp();
+        host->Clientes = {{1, "Autoridade das Estradas de Rodagem"}, {2, "Autoridade das Estradas de Rodagem"}};
+        host->Tela->Arquivos.Poe("C:\\HOST\\LAYOUTS\\PADRAO.LAY", {});
+        camada->Clientes = [] {
+            return std::vector<ClienteOferecido>{{"Autoridade das Estradas de Rodagem", {"Norte", "Sul"}},
+                                                 {"PREFEITURA", {}}};
+        };
+        janelas->Descarrega = [this](const Ref<IForm> &form) { host->Tela->Descarrega(form); };
+        registro = std::make_unique<RegistroEmMemoria>(*host);
+        numero = registro->Poe(EquiptoCalibrado("R", 2, "R100"));
+        geral = ::LogaGeral(*host);
+        host->Tela->Janelas = janelas;
+    }
+    void TearDown() override
+    {
+        host->Tela->FechaTudo();
+        host->Tela->Janelas = nullptr;
+        registro = nullptr;
+        TelaDeTeste::TearDown();
+    }
+    // From the search window on. Empty when all was as expected.
+    std::string Percorre(const Percurso &percurso)
+    {
+        EXPECT_TRUE(geral->ClickMenu("mnuModVOREquiptos"));
+        return OperadorNativo::Percorre(*camada, percurso, "frmLista");
+    }
+
+    std::unique_ptr<RegistroEmMemoria> registro;
+    std::int32_t numero = 0;
+};
+
+TEST_F(EstradasNativasTest, Equipment_InNativeWindows_IsFoundEditedAndSaved)
+{
+    const Ref<EquiptoED> guardado = registro->Equipamento(numero);
+    guardado->Descricao = "Radar da entrada";
+    guardado->Sensores.Valor()->Item(1)->LocalInfr = "Rua A";
+    std::string naLista;
+    EXPECT_EQ(Percorre(EstradaDeUmEquipamento(naLista)), "");
+    EXPECT_EQ(naLista, "Radar da saída");
+    EXPECT_EQ(registro->Equipamento(numero)->Descricao.Valor(), "Radar da saída");
+    EXPECT_EQ(registro->Equipamento(numero)->Sensores.Valor()->Item(1)->LocalInfr.Valor(), "Rua B");
+    EXPECT_EQ(host->Tela->NroForms(), 0);
+}
+
+TEST_F(EstradasNativasTest, Search_InNativeWindows_BySomeCriteriaAndOrders)
+{
+    const Ref<EquiptoED> outro = EquiptoCalibrado("R", 2, "R200");
+    outro->Descricao = "Antes de todos";
+    registro->Poe(outro);
+    registro->Equipamento(numero)->Descricao = "Radar da entrada";
+    std::string descricoes;
+    Percurso percurso;
+    percurso.Janelas["frmLista"] = [&](PessoaNaTela &p) {
+        p.EscolheCliente("ztCliente", "Autoridade das Estradas de Rodagem", "");
+        p.Localiza("ztlLista");
+        p.OrdenaPor("ztlLista", 2);
+        for (std::int32_t linha = 1; linha <= p.Linhas("ztlLista"); ++linha) {
+            descricoes += p.Celula("ztlLista", linha, "Descrição") + ";";
+        }
+        p.Marca("chkInativos", -1);
+        p.Fecha();
+    };
+    EXPECT_EQ(Percorre(percurso), "");
+    EXPECT_EQ(descricoes, "Antes de todos;Radar da entrada;");
+}
+
+TEST_F(EstradasNativasTest, Person_WhoseActionCannotBeDone_IsTold)
+{
+    Percurso percurso;
+    percurso.Janelas["frmLista"] = [](PessoaNaTela &p) { p.Clica("cmdOK"); }; // not to be used before a search
+    EXPECT_NE(Percorre(percurso).find("\"&OK\" cannot be clicked"), std::string::npos);
+}
+
+} // namespace
+
+} // namespace nativo
