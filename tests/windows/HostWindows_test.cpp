@@ -431,6 +431,35 @@ TEST_F(FormOferecidoTest, Show_ByTheHost_MakesTheWindowInFrontOfTheMainForm)
     EXPECT_EQ(Plataforma()->NroForms(), 0);
 }
 
+TEST_F(FormOferecidoTest, Show_OfAFormThatWasUnloaded_IsFault364AndMakesNoWindow)
+{
+    form = Carrega<frmLimitesDif>();
+    const Tardio tardio = Oferecido(form);
+    Plataforma()->Descarrega(form);
+    EXPECT_EQ(NumeroDaFalha([&] { tardio.Chama("Show"); }), 364);
+    EXPECT_EQ(NumeroDaFalha([&] { tardio.Escreve("Visible", true); }), 364);
+    EXPECT_EQ(tardio.Chama<std::int32_t>("hWnd"), 0);
+    EXPECT_FALSE(form->Visible());
+}
+
+TEST_F(FormOferecidoTest, List_TakesMenuItemsOfTheHosts)
+{
+    auto falso = Novo<FormFalso>();
+    const auto lista = falso->Guarda(CriadoPeloHost<IztList>(falso, Chamado<AjustesZtList>("ztlLista")));
+    const Com<ObjetoAlheio> item = Alheio();
+    item->Membro("Chave", De(std::string("mnuProprio")));
+    item->Membro("Texto", De(std::string("Próprio")));
+    item->Membro("TextoBotao", De(std::string()));
+    item->Membro("Dica", De(std::string()));
+    item->Membro("IniciaGrupo", De(true));
+    const Tardio tardio(Oferece(lista), Lado::Hospedeiro);
+    std::vector<Ref<::Objeto>> itens{RemotoDe<::Objeto>(ComoDispatch(item))};
+    tardio.Chama("IncluiItensMenu", PorRef(itens));
+    tardio.Chama("MenuHabilitado", std::string("mnuProprio"), false);
+    EXPECT_FALSE(lista->ItemMenu("mnuProprio")->Enabled());
+    EXPECT_EQ(NumeroDaFalha([&] { tardio.Chama("MenuTexto", std::string("falta"), std::string("x")); }), 5);
+}
+
 TEST_F(FormOferecidoTest, HWnd_BeforeTheShow_IsOfTheWindowThatIsThenShown)
 {
     form = Carrega<frmLimitesDif>();
