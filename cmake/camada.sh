@@ -3,8 +3,9 @@
 #
 #   camada.sh FOLDER prefixo             makes the layer's prefix in the folder, anew
 #   camada.sh FOLDER roda PROGRAM ...    runs a Windows program in it; its lines come without carriage returns
-#   camada.sh FOLDER liga                starts the virtual display and the layer's server for the runs that follow
-#   camada.sh FOLDER desliga             ends both
+#   camada.sh FOLDER liga                starts the virtual display, the layer's server and its desktop for the runs that
+#                                        follow; mesa.exe in the folder keeps the last
+#   camada.sh FOLDER desliga             ends them
 #
 # A run that finds no server starts one, which ends by itself a minute after its last program; there are windows only
 # between liga and desliga.
@@ -75,8 +76,12 @@ liga)
     }
     export DISPLAY=:$numero
     serve
-    # The desktop, in which the programs' windows have frames without a window manager. It stays, for the same reason.
-    setsid "$carregador" explorer "/desktop=camada,1280x1024" </dev/null >/dev/null 2>&1 &
+    # The desktop, in which the programs' windows have frames without a window manager.
+    exec {mesa}< <(exec setsid "$carregador" "$pasta/mesa.exe" </dev/null 2>/dev/null)
+    read -r _ <&"$mesa" || {
+        echo "The layer's desktop could not be started." >&2
+        exit 1
+    }
     echo "$numero" >"$tela/numero"
     ;;
 desliga)

@@ -2,6 +2,7 @@
 
 #include "host/Ref.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <memory>
 #include <utility>
@@ -58,7 +59,7 @@ template <class T> class Deposito {
     // An object and what a shared reference adds to it; while it is free, the next free one.
     union Lugar {
         Lugar *Seguinte;
-        alignas(T) std::byte Espaco[sizeof(T) + 3 * sizeof(void *)];
+        alignas(T) std::byte Espaco[sizeof(T) + 3 * std::max(sizeof(void *), alignof(T))];
     };
 
     template <class U> class Alocador {

@@ -10,9 +10,14 @@ Ref<IForm> FormsAbertos::Form(std::int32_t posicao) const
     return m_Forms[static_cast<std::size_t>(posicao)];
 }
 
+bool FormsAbertos::Tem(const Ref<IForm> &form) const
+{
+    return std::ranges::find(m_Forms, form) != m_Forms.end();
+}
+
 void FormsAbertos::Carrega(const Ref<IForm> &form)
 {
-    if (std::find(m_Forms.begin(), m_Forms.end(), form) == m_Forms.end()) {
+    if (!Tem(form)) {
         m_Forms.push_back(form);
     }
 }
@@ -20,8 +25,7 @@ void FormsAbertos::Carrega(const Ref<IForm> &form)
 void FormsAbertos::Descarrega(const Ref<IForm> &form)
 {
     const Ref<IForm> viva = form; // the argument may be one of those that the unload drops
-    if (std::find(m_Forms.begin(), m_Forms.end(), viva) == m_Forms.end() ||
-        !m_Descarregando.insert(viva.Ponteiro()).second) {
+    if (!Tem(viva) || !m_Descarregando.insert(viva.Ponteiro()).second) {
         return;
     }
     bool cancela = false;
@@ -33,7 +37,7 @@ void FormsAbertos::Descarrega(const Ref<IForm> &form)
     }
     m_Descarregando.erase(viva.Ponteiro());
     if (!cancela) {
-        m_Forms.erase(std::find(m_Forms.begin(), m_Forms.end(), viva));
+        m_Forms.erase(std::ranges::find(m_Forms, viva));
         m_Janelas->FechaForm(viva);
     }
 }

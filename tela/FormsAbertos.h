@@ -13,6 +13,7 @@ class FormsAbertos {
     explicit FormsAbertos(Ref<IJanelas> janelas) : m_Janelas(std::move(janelas)) {}
 
     std::int32_t Quantos() const { return static_cast<std::int32_t>(m_Forms.size()); }
+    bool Tem(const Ref<IForm> &form) const;
     // By position from 0; fault 9 outside them.
     Ref<IForm> Form(std::int32_t posicao) const;
     // The form is open from now on, if it was not.

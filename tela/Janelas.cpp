@@ -60,29 +60,46 @@ void Janelas::SegueOrdem(IForm &quem, Aberta &aberta)
     aberta.Conexoes.push_back(quem.PediuOrdem().liga([paraFrente](std::int16_t) { paraFrente(); }));
 }
 
+// What is not modal goes in front of a modal window: as a child of the main window it would be blocked with it.
+TipoDeJanela Janelas::TipoDaNova(bool modal) const
+{
+    return modal ? TipoDeJanela::Modal : Frente() ? TipoDeJanela::Solta : TipoDeJanela::Filha;
+}
+
+Janelas::Aberta &Janelas::Abre(const Ref<IForm> &form, bool modal)
+{
+    Aberta nova;
+    nova.Form = form;
+    nova.Dono = Frente();
+    nova.Tipo = TipoDaNova(modal);
+    nova.Janela = m_Camada->FazJanela(form, nova.Tipo, nova.Dono, Pedidos(form));
+    SegueOrdem(*form, nova);
+    return m_Abertas.emplace_back(std::move(nova));
+}
+
+void Janelas::Prepara(const Ref<IForm> &form)
+{
+    if (Acha(form) == nullptr) {
+        Abre(form, false);
+    }
+}
+
 void Janelas::MostraForm(const Ref<IForm> &form, bool modal)
 {
-    if (const Aberta *aberta = Acha(form)) {
-        const Ref<IJanela> janela = aberta->Janela;
+    Aberta *achada = Acha(form);
+    Aberta &aberta = achada != nullptr ? *achada : Abre(form, modal);
+    const Ref<IJanela> janela = aberta.Janela;
+    if (std::exchange(aberta.Mostrada, true)) {
         form->DefineVisible(true);
         janela->ParaFrente();
         return;
     }
-    // What is not modal goes in front of a modal window: as a child of the main window it would be blocked with it.
-    Aberta nova;
-    nova.Form = form;
-    nova.Dono = Frente();
-    nova.Tipo = modal ? TipoDeJanela::Modal : nova.Dono ? TipoDeJanela::Solta : TipoDeJanela::Filha;
-    nova.Janela = m_Camada->FazJanela(form, nova.Tipo, nova.Dono, Pedidos(form));
-    SegueOrdem(*form, nova);
-    if (FazInvolucro && nova.Tipo == TipoDeJanela::Filha) {
-        nova.Involucro = FazInvolucro();
-        SegueOrdem(*nova.Involucro, nova);
+    aberta.Tipo = TipoDaNova(modal);
+    if (FazInvolucro && aberta.Tipo == TipoDeJanela::Filha) {
+        aberta.Involucro = FazInvolucro();
+        SegueOrdem(*aberta.Involucro, aberta);
     }
-    const Ref<IJanela> janela = nova.Janela;
-    const Ref<IForm> involucro = nova.Involucro;
-    m_Abertas.push_back(std::move(nova));
-    if (involucro) {
+    if (const Ref<IForm> involucro = aberta.Involucro) {
         IgnoraErro([&] { form->DefinefrmParent(involucro); }); // a form need not have the member
     }
     form->DefineVisible(true);

@@ -27,6 +27,9 @@ class Janelas : public IJanelas {
     void NaBorda(const std::function<void()> &acao) const;
     // Shows a modal window that is no form's, such as a sign-in, and comes back when it was closed.
     void MostraEEspera(const Ref<IJanela> &janela);
+    // Makes the window of a form ahead of its show, for a host that wants to know it before. Without effect on a form
+    // that has one.
+    void Prepara(const Ref<IForm> &form);
     // Takes away the windows still open, without asking their forms.
     void TiraTodas();
 
@@ -52,11 +55,15 @@ class Janelas : public IJanelas {
         TipoDeJanela Tipo = TipoDeJanela::Filha;
         Ref<IJanela> Janela;
         Ref<IJanela> Dono;
+        bool Mostrada = false;
         Ref<IForm> Involucro;
         std::vector<Conexao> Conexoes;
     };
 
     Aberta *Acha(const Ref<IForm> &form);
+    // Where a window that is opened now goes.
+    TipoDeJanela TipoDaNova(bool modal) const;
+    Aberta &Abre(const Ref<IForm> &form, bool modal);
     // The modal window in front of all others, whatever it shows; Nothing when there is none.
     Ref<IJanela> Frente() const { return m_Modais.empty() ? nullptr : m_Modais.back(); }
     // Windows that were opened in front of this one go with it.

@@ -45,7 +45,7 @@ TEST_F(ChamadaRemota, ConsultaRemota_OnSuccess_CallsInOrderAndGivesTheAnswer)
     Responde("consulta", resposta);
     auto obtida = Consulta();
     ASSERT_TRUE(obtida);
-    EXPECT_TRUE(*obtida == resposta);
+    EXPECT_EQ((*obtida)->Texto(), resposta->Texto()); // a record that crossed a boundary is a copy
     EXPECT_EQ(host->Registro(),
               (Linhas{"objMTM.ObtemGateway()", "Gateway.CriaObjetoRN(\"VOR\", \"EquiptoRN\", \"ZTVORLIB\", \"4\")",
                       "EquiptoRN.ExecutaMetodo(\"consulta\", EquiptoED{NroIntEquip=12}) -> True",
@@ -124,7 +124,7 @@ TEST_F(ChamadaRemota, Request_OfACall_IsBuiltAfterTheProxyAndTheGatewayIsLetGo)
     bool montado = false;
     ComandaRemoto(
         [&] {
-            Ref<IGateway> gateway = host->objMTM->ObtemGateway();
+            Ref<IGateway> gateway = ParaOModulo(host->objMTM->ObtemGateway());
             vigia = gateway;
             return gateway;
         },

@@ -205,7 +205,9 @@ void Varredura::RodaFalha(const Base &base, std::size_t passo, bool segue)
     Caso caso;
     caso.Nome = segue ? "segue" : "desiste";
     caso.Segue = segue;
-    caso.Prepara = [&](HostRoteirizado &host) { host.FalhaNoPasso(static_cast<std::int32_t>(passo) + 1); };
+    caso.Prepara = [&](HostRoteirizado &host) {
+        host.FalhaNoPasso(static_cast<std::int32_t>(passo) + 1, Falhando.Numero, Falhando.Descricao);
+    };
     caso.Parou = [&](HostRoteirizado &host) { return host.FalhasDisparadas() > 0 && !destino.Ignorada; };
     caso.Confere = [&](HostRoteirizado &host) {
         EXPECT_EQ(host.FalhasDisparadas(), 1);
@@ -215,8 +217,8 @@ void Varredura::RodaFalha(const Base &base, std::size_t passo, bool segue)
             esperado.Estado = destino.Ignorada ? base.Estados.back() : base.Estados[passo];
         }
         if (!destino.Ignorada) {
-            esperado.Numero = NumeroFalha::ErroInterno;
-            esperado.Descricao = "Falha de teste";
+            esperado.Numero = Falhando.Chega;
+            esperado.Descricao = Falhando.Descricao;
             esperado.Fonte = host.ChamadaQueFalhou() + destino.Caudas;
             esperado.Contexto = destino.Contexto;
             esperado.Ponteiro = PonteiroAntes(base.Trilha, passo);

@@ -23,6 +23,8 @@ TEST_F(FormsAbertosTest, Form_LoadedTwice_IsOpenOnceAtItsPosition)
     m_Forms.Carrega(m_Dois);
     m_Forms.Carrega(m_Um);
     EXPECT_EQ(m_Forms.Quantos(), 2);
+    EXPECT_TRUE(m_Forms.Tem(m_Dois));
+    EXPECT_FALSE(m_Forms.Tem(Novo<FormFalso>()));
     EXPECT_TRUE(m_Forms.Form(0) == m_Um);
     EXPECT_TRUE(m_Forms.Form(1) == m_Dois);
     EXPECT_EQ(Numero([&] { m_Forms.Form(2); }), 9);

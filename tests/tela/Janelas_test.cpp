@@ -107,6 +107,40 @@ TEST_F(JanelasTest, MostraForm_OfAFormThatWasHidden_ShowsItAgain)
     EXPECT_TRUE(lista->Visible());
 }
 
+TEST_F(JanelasTest, Prepara_MakesTheWindowThatTheShowThenShows)
+{
+    const Ref<FormDeJanela> lista = Form("lista");
+    m_Janelas->Prepara(lista);
+    m_Janelas->Prepara(lista);
+    EXPECT_EQ(Vistos(), (Textos{"faz lista filha ainda oculto"}));
+    EXPECT_FALSE(lista->Visible());
+    Mostra(lista);
+    EXPECT_EQ(Vistos(), (Textos{"mostra lista"}));
+    EXPECT_TRUE(lista->frmParent() == m_Involucro);
+    m_Janelas->Descarrega(lista);
+    EXPECT_EQ(Vistos(), (Textos{"descarrega lista", "retira lista"}));
+}
+
+TEST_F(JanelasTest, Prepara_OfAFormThatIsShownModal_IsWaitedForAllTheSame)
+{
+    const Ref<FormDeJanela> detalhes = Form("detalhes");
+    const Ref<FormDeJanela> sensor = Form("sensor");
+    m_Janelas->Prepara(detalhes);
+    NaModal(detalhes, [&] { Mostra(sensor); });
+    EXPECT_EQ(m_Vistos, (Textos{"faz sensor solta sobre detalhes ainda oculto", "mostra sensor"}));
+    EXPECT_TRUE(detalhes->frmParent().Nada());
+    EXPECT_EQ(Vistos(), (Textos{"faz sensor solta sobre detalhes ainda oculto", "mostra sensor", "descarrega detalhes",
+                                "descarrega sensor", "retira sensor", "retira detalhes", "volta de detalhes"}));
+}
+
+TEST_F(JanelasTest, Prepara_OfAFormThatIsNeverShown_GoesWithIt)
+{
+    const Ref<FormDeJanela> lista = Form("lista");
+    m_Janelas->Prepara(lista);
+    m_Janelas->FechaForm(lista);
+    EXPECT_EQ(Vistos(), (Textos{"faz lista filha ainda oculto", "retira lista"}));
+}
+
 TEST_F(JanelasTest, MostraForm_Modal_ComesBackWhenItWasClosed)
 {
     const Ref<FormDeJanela> detalhes = Form("detalhes");

@@ -12,13 +12,19 @@ namespace {
 
 class CamadaWindowsTest : public TelaDeTeste {
   protected:
+    void SetUp() override
+    {
+        TelaDeTeste::SetUp();
+        Abre(EmColuna({UmCampo("txtNome", 20)}));
+    }
+
     // Texts of the buttons of a box, with the one that has the keyboard in brackets.
     static std::string Botoes(HWND caixa)
     {
         std::string botoes;
         EnumChildWindows(
             caixa,
-            [](HWND filha, LPARAM lista) -> BOOL {
+            [](HWND filha, LPARAM lista) CALLBACK -> BOOL {
                 wchar_t classe[32]{};
                 GetClassNameW(filha, classe, 32);
                 if (std::wstring(classe) == WC_BUTTONW && IsWindowVisible(filha)) {
@@ -53,23 +59,20 @@ TEST_F(CamadaWindowsTest, Pergunta_TemSimENaoEOPadrao)
     EXPECT_EQ(botoes, "[&Sim]&Não");
 }
 
-TEST_F(CamadaWindowsTest, PerguntaFechadaOuComEsc_ENao)
+TEST_F(CamadaWindowsTest, Pergunta_PelaLetra)
 {
-    NaCaixa([&](HWND) { Tecla(VK_ESCAPE); });
-    EXPECT_FALSE(janelas->PerguntaSimNao("Confirma?", "Atenção", true));
-    NaCaixa([&](HWND caixa) { PostMessageW(caixa, WM_CLOSE, 0, 0); });
-    EXPECT_FALSE(janelas->PerguntaSimNao("Confirma?", "Atenção", true));
-    NaCaixa([&](HWND) { Tecla('S', {VK_MENU}); });
+    NaCaixa([&](HWND) { Tecla('S'); });
     EXPECT_TRUE(janelas->PerguntaSimNao("Confirma?", "Atenção", false));
+    NaCaixa([&](HWND) { Tecla('N', {VK_MENU}); });
+    EXPECT_FALSE(janelas->PerguntaSimNao("Confirma?", "Atenção", true));
 }
 
 TEST_F(CamadaWindowsTest, Caixas_BloqueiamOsFormsEMostramOTextoInteiro)
 {
-    Abre(EmColuna({UmCampo("txtNome", 20)}));
     const HWND form = Manipulador();
     NaCaixa([&](HWND caixa) {
         EXPECT_FALSE(IsWindowEnabled(form));
-        EXPECT_EQ(Botoes(caixa), "[&OK]");
+        EXPECT_EQ(Botoes(caixa), "[OK]");
         Fotografa(caixa, "erro");
         Tecla(VK_RETURN);
     });
@@ -87,7 +90,6 @@ TEST_F(CamadaWindowsTest, Caixas_BloqueiamOsFormsEMostramOTextoInteiro)
 
 TEST_F(CamadaWindowsTest, Espera_MudaOPonteiroSobreOsForms)
 {
-    Abre(EmColuna({UmCampo("txtNome", 20)}));
     janelas->DefineEspera(true);
     SendMessageW(Manipulador(), WM_SETCURSOR, reinterpret_cast<WPARAM>(Filha("txtNome")),
                  MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));

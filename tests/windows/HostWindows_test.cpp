@@ -277,7 +277,6 @@ TEST_F(FormOferecidoTest, Properties_AreTheForms)
     EXPECT_FALSE(form->Enabled());
     EXPECT_EQ(tardio.Chama<std::int16_t>("WindowState"), 0);
     EXPECT_FALSE(tardio.Chama<bool>("MDIChild"));
-    EXPECT_EQ(tardio.Chama<std::int32_t>("hWnd"), 0);
     EXPECT_EQ(NumeroDaFalha([&] { tardio.Chama<std::int32_t>("ScaleMode"); }), 438);
     EXPECT_EQ(NumeroDaFalha([&] { tardio.Escreve("MDIChild", true); }), 438);
     EXPECT_EQ(ClasseDe(Oferece(form)), "frmLimitesDif");
@@ -432,6 +431,52 @@ TEST_F(FormOferecidoTest, Show_ByTheHost_MakesTheWindowInFrontOfTheMainForm)
     EXPECT_EQ(Plataforma()->NroForms(), 0);
 }
 
+TEST_F(FormOferecidoTest, Show_OfAFormThatWasUnloaded_IsFault364AndMakesNoWindow)
+{
+    form = Carrega<frmLimitesDif>();
+    const Tardio tardio = Oferecido(form);
+    Plataforma()->Descarrega(form);
+    EXPECT_EQ(NumeroDaFalha([&] { tardio.Chama("Show"); }), 364);
+    EXPECT_EQ(NumeroDaFalha([&] { tardio.Escreve("Visible", true); }), 364);
+    EXPECT_EQ(tardio.Chama<std::int32_t>("hWnd"), 0);
+    EXPECT_FALSE(form->Visible());
+}
+
+TEST_F(FormOferecidoTest, List_TakesMenuItemsOfTheHosts)
+{
+    auto falso = Novo<FormFalso>();
+    const auto lista = falso->Guarda(CriadoPeloHost<IztList>(falso, Chamado<AjustesZtList>("ztlLista")));
+    const Com<ObjetoAlheio> item = Alheio();
+    item->Membro("Chave", De(std::string("mnuProprio")));
+    item->Membro("Texto", De(std::string("Próprio")));
+    item->Membro("TextoBotao", De(std::string()));
+    item->Membro("Dica", De(std::string()));
+    item->Membro("IniciaGrupo", De(true));
+    const Tardio tardio(Oferece(lista), Lado::Hospedeiro);
+    std::vector<Ref<::Objeto>> itens{RemotoDe<::Objeto>(ComoDispatch(item))};
+    tardio.Chama("IncluiItensMenu", PorRef(itens));
+    tardio.Chama("MenuHabilitado", std::string("mnuProprio"), false);
+    EXPECT_FALSE(lista->ItemMenu("mnuProprio")->Enabled());
+    EXPECT_EQ(NumeroDaFalha([&] { tardio.Chama("MenuTexto", std::string("falta"), std::string("x")); }), 5);
+}
+
+TEST_F(FormOferecidoTest, HWnd_BeforeTheShow_IsOfTheWindowThatIsThenShown)
+{
+    form = Carrega<frmLimitesDif>();
+    const Tardio tardio = Oferecido(form);
+    const HWND janela = Janela(tardio.Chama<std::int32_t>("hWnd"));
+    ASSERT_TRUE(IsWindow(janela));
+    EXPECT_FALSE(IsWindowVisible(janela));
+    EXPECT_FALSE(form->Visible());
+    tardio.Chama("Show");
+    EXPECT_TRUE(IsWindowVisible(janela));
+    EXPECT_EQ(tardio.Chama<std::int32_t>("hWnd"), Numero(janela));
+    Plataforma()->Descarrega(form);
+    Bombeia();
+    EXPECT_EQ(tardio.Chama<std::int32_t>("hWnd"), 0);
+    EXPECT_FALSE(IsWindow(janela));
+}
+
 TEST_F(FormOferecidoTest, Show_Modal_KeepsTheOwnerBackUntilTheFormGoes)
 {
     const JanelaDoHospedeiro outra(L"Outra");
@@ -445,7 +490,7 @@ TEST_F(FormOferecidoTest, Show_Modal_KeepsTheOwnerBackUntilTheFormGoes)
     emCurso = form;
     vistos.clear();
     quem = outra.Manipulador();
-    SetTimer(nullptr, 0, 10, [](HWND, UINT, UINT_PTR id, DWORD) {
+    SetTimer(nullptr, 0, 10, [](HWND, UINT, UINT_PTR id, DWORD) CALLBACK {
         KillTimer(nullptr, id);
         const HWND janela = Janela(Tardio(Oferece(emCurso), Lado::Hospedeiro).Chama<std::int32_t>("hWnd"));
         vistos = {IsWindowVisible(janela) != FALSE, IsWindowEnabled(quem) != FALSE,

@@ -39,7 +39,7 @@ Caixa CaixaAberta(DWORD fio)
     Caixa caixa;
     EnumThreadWindows(
         fio,
-        [](HWND janela, LPARAM achada) -> BOOL {
+        [](HWND janela, LPARAM achada) CALLBACK -> BOOL {
             wchar_t classe[20]{};
             GetClassNameW(janela, classe, 20);
             if (std::wstring_view(classe) == ClasseDasCaixas && IsWindowVisible(janela) && IsWindowEnabled(janela)) {
@@ -52,7 +52,7 @@ Caixa CaixaAberta(DWORD fio)
     if (caixa.Janela != nullptr) {
         EnumChildWindows(
             caixa.Janela,
-            [](HWND parte, LPARAM partes) -> BOOL {
+            [](HWND parte, LPARAM partes) CALLBACK -> BOOL {
                 reinterpret_cast<std::vector<HWND> *>(partes)->push_back(parte);
                 return TRUE;
             },
@@ -123,7 +123,7 @@ class OperadorNativo::Telas {
         };
         const HANDLE fio = CreateThread(
             nullptr, 0,
-            [](void *oQue) -> DWORD {
+            [](void *oQue) CALLBACK -> DWORD {
                 (*static_cast<std::function<void()> *>(oQue))();
                 return 0;
             },

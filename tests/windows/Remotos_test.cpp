@@ -577,6 +577,21 @@ TEST_F(RemotosTest, Write_OfAnObject_GoesByReferenceAndThenByValue)
     EXPECT_EQ(diario, (Diario{"CurrentRecordSet R DISPATCH", "CurrentRecordSet P DISPATCH"}));
 }
 
+TEST_F(RemotosTest, Fields_WhereTheyTakeNoIndex_GiveItToTheirDefaultValue)
+{
+    const Com<ObjetoAlheio> colecao = Alheio();
+    colecao->Membro("", Objeto(Alheio()));
+    const Com<ObjetoAlheio> cursor = Alheio();
+    cursor->Membro("Fields", [&](const std::vector<VARIANT *> &argumentos) -> Variante {
+        if (!argumentos.empty()) {
+            throw static_cast<HRESULT>(DISP_E_BADPARAMCOUNT);
+        }
+        return Objeto(colecao);
+    });
+    EXPECT_FALSE(Um<ICursor>(cursor)->Fields("COD").Nada());
+    EXPECT_EQ(diario, (Diario{"Fields MG BSTR:COD", "Fields MG", "(value) MG BSTR:COD"}));
+}
+
 TEST_F(RemotosTest, FaultOfTheHost_KeepsItsNumber)
 {
     const Com<ObjetoAlheio> objeto = Alheio();

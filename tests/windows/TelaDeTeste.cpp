@@ -56,7 +56,8 @@ void TelaDeTeste::NaFrente(const wchar_t *classe, std::function<void(HWND)> ato)
     m_NaFrente.push_back({classe, std::move(ato)});
     if (m_Relogio == 0) {
         g_Esta = this;
-        m_Relogio = SetTimer(nullptr, 0, USER_TIMER_MINIMUM, [](HWND, UINT, UINT_PTR, DWORD) { g_Esta->Espreita(); });
+        m_Relogio =
+            SetTimer(nullptr, 0, USER_TIMER_MINIMUM, [](HWND, UINT, UINT_PTR, DWORD) CALLBACK { g_Esta->Espreita(); });
     }
 }
 

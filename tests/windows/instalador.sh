@@ -2,7 +2,7 @@
 # The installer under the compatibility layer, without questions: it installs, the component can be created, it installs
 # again, it is removed, and of it there is nothing left. What it cannot do it tells by its exit code.
 #
-#   instalador.sh LAYER... -- INSTALLER     LAYER: the command that runs Windows programs
+#   instalador.sh LAYER... -- INSTALLER WIDTH     LAYER: the command that runs Windows programs; WIDTH: 64 or 32 bits
 set -euo pipefail
 
 camada=()
@@ -11,6 +11,7 @@ while [[ $1 != -- ]]; do
     shift
 done
 instalador=$2
+largura=$3
 
 roda() { "${camada[@]}" "$@" </dev/null; }
 
@@ -49,11 +50,11 @@ remove() { roda 'C:\Program Files\ZTAVOREQUIP\Desinstala.exe' /S; }
 inscritos >"$pasta/antes" # after the first script, by which its host registers itself
 
 roda "$instalador" /S || falha "The installer ended with $?."
-[[ -f $instalado/64/ZTAVOREQUIP.dll && -f $instalado/64/ZTAVOREQUIP.manifest ]] || falha "Files are missing."
+[[ -f $instalado/$largura/ZTAVOREQUIP.dll && -f $instalado/$largura/ZTAVOREQUIP.manifest ]] || falha "Files are missing."
 criado=$(cria)
 [[ $criado = 'criado: _Geral' ]] || falha "The component installed could not be created: $criado"
 inscritos >"$pasta/instalado"
-grep -q -F 'Program Files\\ZTAVOREQUIP\\64\\ZTAVOREQUIP.dll' "$pasta/instalado" || falha "The file is not registered."
+grep -q -F "Program Files\\\\ZTAVOREQUIP\\\\$largura\\\\ZTAVOREQUIP.dll" "$pasta/instalado" || falha "The file is not registered."
 grep -q -F '"QuietUninstallString"' "$pasta/instalado" || falha "The list of programs does not have it."
 
 roda "$instalador" /S || falha "The second time the installer ended with $?."
@@ -65,12 +66,12 @@ inscritos | diff "$pasta/antes" - || falha "Of what was registered something is 
 [[ $(cria) = 'falha: 429' ]] || falha "The component removed can still be created."
 
 # Something stands where the file goes.
-mkdir -p "$instalado/64/ZTAVOREQUIP.dll"
+mkdir -p "$instalado/$largura/ZTAVOREQUIP.dll"
 codigo=0
 roda "$instalador" /S || codigo=$?
 [[ $codigo -eq 2 ]] || falha "An installer that could not write its file ended with $codigo."
 [[ $(cria) = 'falha: 429' ]] || falha "What could not be installed was registered."
-rmdir "$instalado/64/ZTAVOREQUIP.dll"
+rmdir "$instalado/$largura/ZTAVOREQUIP.dll"
 remove || falha "The removal of an installation cut off ended with $?."
 [[ ! -e $instalado ]] || falha "Files of an installation cut off are left: $(find "$instalado")"
 inscritos | diff "$pasta/antes" - || falha "Of an installation cut off something is left registered."

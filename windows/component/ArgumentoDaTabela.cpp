@@ -41,14 +41,35 @@ Variante ComObjeto(Com<IDispatch> objeto)
     return variante;
 }
 
-// A script's own date is an object.
+// A script's own date is an object. What it knows of the calendar is more than ours does.
 Data LeData(const VARIANT &dado)
 {
     const Com<IDispatch> objeto = ObjetoSeHouver(dado);
-    if (objeto && Tardio(objeto).Tem("getVarDate")) {
-        return Tardio(objeto).Chama<Data>("getVarDate");
+    if (!objeto || !Tardio(objeto).Tem("getFullYear")) {
+        return DeVariante<Data>(dado);
     }
-    return DeVariante<Data>(dado);
+    const Tardio data(objeto);
+    const auto parte = [&](const char *nome) { return data.Chama<std::int32_t>(nome); };
+    try {
+        return DataDe(parte("getDate"), parte("getMonth") + 1, parte("getFullYear"), parte("getHours"),
+                      parte("getMinutes"), parte("getSeconds"));
+    } catch (const Falha &falha) {
+        throw Falha(falha.Numero == NumeroFalha::ArgumentoInvalido ? NumeroFalha::Estouro : falha.Numero);
+    }
+}
+
+// A plain member of a script's object, which the script takes for a function when it is asked for as either.
+Variante LePropriedade(const Com<IDispatch> &objeto, std::string_view nome)
+{
+    Variante lida;
+    DISPPARAMS nenhum{};
+    EXCEPINFO informacao{};
+    const HRESULT codigo = objeto->Invoke(NumeroDoMembro(objeto, nome), IID_NULL, LOCALE_USER_DEFAULT,
+                                          DISPATCH_PROPERTYGET, &nenhum, &lida.Bruta(), &informacao, nullptr);
+    if (FAILED(codigo)) {
+        throw FalhaDe(codigo, informacao);
+    }
+    return lida;
 }
 
 // The elements of an array, which a script has as an object with members of those numbers. Nothing was put into a
@@ -62,13 +83,11 @@ std::vector<Variante> LeElementos(const VARIANT &dado)
     if (!objeto) {
         return detalhe::LeArranjo(dado);
     }
-    const Tardio arranjo(objeto);
-    std::vector<Variante> elementos(static_cast<std::size_t>(arranjo.Chama<std::int32_t>("length")));
-    for (std::size_t i = 0; i < elementos.size(); ++i) {
+    const auto quantos = DeVariante<std::int32_t>(LePropriedade(objeto, "length").Bruta());
+    std::vector<Variante> elementos;
+    for (std::int32_t i = 0; i < quantos; ++i) {
         const std::string nome = std::to_string(i);
-        if (arranjo.Tem(nome)) {
-            elementos[i] = arranjo.Chama<Variante>(nome);
-        }
+        elementos.push_back(Tardio(objeto).Tem(nome) ? LePropriedade(objeto, nome) : Variante());
     }
     return elementos;
 }

@@ -204,6 +204,11 @@ HRESULT FaceDual::Invoca(IDispatch &objeto, DISPID numero, WORD modo, const DISP
     if (resposta != nullptr) {
         VariantInit(resposta);
     }
+    if ((parametros.cArgs > 0 && parametros.rgvarg == nullptr) ||
+        (parametros.cNamedArgs > 0 && parametros.rgdispidNamedArgs == nullptr) ||
+        parametros.cNamedArgs > parametros.cArgs) {
+        return E_INVALIDARG;
+    }
     const Membro *membro = Acha(numero, modo);
     if (membro == nullptr) {
         return DISP_E_MEMBERNOTFOUND;
@@ -235,10 +240,11 @@ HRESULT FaceDual::Executa(IDispatch &objeto, const Membro &membro, const DISPPAR
     }
     Chamada chamada(parametros, resposta, Lado::Componente);
     if (!escreve) {
+        const DISPID *nomeados = parametros.rgdispidNamedArgs;
         for (UINT i = 0; i < parametros.cNamedArgs; ++i) {
-            const DISPID nomeado = parametros.rgdispidNamedArgs[i];
-            if (nomeado < static_cast<DISPID>(parametros.cArgs - parametros.cNamedArgs) ||
-                nomeado >= static_cast<DISPID>(quantos)) {
+            if (nomeados[i] < static_cast<DISPID>(parametros.cArgs - parametros.cNamedArgs) ||
+                nomeados[i] >= static_cast<DISPID>(quantos) ||
+                std::find(nomeados, nomeados + i, nomeados[i]) != nomeados + i) {
                 recusado = i;
                 return DISP_E_PARAMNOTFOUND;
             }

@@ -19,6 +19,21 @@ VARIANT SemPosse(SAFEARRAY *arranjo)
     return variante;
 }
 
+// A host's item keeps its place without being looked at, for the module contributes none and asks for nothing of theirs.
+ItensMenu LeItens(SAFEARRAY *arranjo)
+{
+    ItensMenu itens;
+    for (const Variante &elemento : detalhe::LeArranjo(SemPosse(arranjo))) {
+        const Com<IDispatch> objeto = LeObjeto(elemento.Bruta());
+        if (const Ref<Objeto> nosso = Interno(objeto, Lado::Componente)) {
+            itens.push_back(ComoTipo<ItemMenuModulo>(nosso));
+        } else {
+            itens.push_back(objeto ? Novo<Remoto<ItemMenuModulo>>(objeto) : nullptr);
+        }
+    }
+    return itens;
+}
+
 bool Fixo(const SAFEARRAY &arranjo)
 {
     constexpr USHORT fixos = FADF_AUTO | FADF_STATIC | FADF_EMBEDDED | FADF_FIXEDSIZE;
@@ -32,7 +47,7 @@ void AlteraItens(SAFEARRAY **arranjo, const std::function<void(ItensMenu &)> &al
     if (arranjo == nullptr) {
         throw Falha(NumeroDe(E_POINTER));
     }
-    ItensMenu itens = *arranjo == nullptr ? ItensMenu() : DeVariante<ItensMenu>(SemPosse(*arranjo));
+    ItensMenu itens = LeItens(*arranjo);
     const ItensMenu antes = itens;
     altera(itens);
     if (itens == antes) {

@@ -1,5 +1,6 @@
 #include "host/IAplicacaoHost.h"
 #include "windows/automation/Tardio.h"
+#include "windows/host/Elemento.h"
 #include "windows/host/Remotos.h"
 
 namespace nativo {
@@ -15,27 +16,13 @@ class ToolRemoto : public Remoto<ITool> {
     void DefineEnabled(bool valor) override { Tardio(*this).Escreve("Enabled", valor); }
 };
 
-// An element of an indexed collection: its default value with an index, or its member Item where it has no default one.
-template <class T, class Indice> Ref<T> Elemento(const ObjetoRemoto &colecao, const Indice &indice)
-{
-    const Tardio tardia(colecao);
-    try {
-        return DeVariante<Ref<T>>(tardia.Padrao(indice).Bruta());
-    } catch (const Falha &falha) {
-        if (falha.Numero != NumeroFalha::MembroInexistente || !tardia.Tem("Item")) {
-            throw;
-        }
-    }
-    return tardia.Chama<Ref<T>>("Item", indice);
-}
-
 class ToolsRemoto : public Remoto<ITools> {
   public:
     using Remoto::Remoto;
 
     std::int32_t Count() const override { return Tardio(*this).Chama<std::int32_t>("Count"); }
-    Ref<ITool> ItemPosicao(std::int32_t posicao) override { return Elemento<ITool>(*this, posicao); }
-    Ref<ITool> ItemNome(const std::string &nome) override { return Elemento<ITool>(*this, nome); }
+    Ref<ITool> ItemPosicao(std::int32_t posicao) override { return Elemento<ITool>(Tardio(*this), posicao); }
+    Ref<ITool> ItemNome(const std::string &nome) override { return Elemento<ITool>(Tardio(*this), nome); }
 };
 
 class BandRemoto : public Remoto<IBand> {
@@ -52,8 +39,8 @@ class BandsRemoto : public Remoto<IBands> {
     using Remoto::Remoto;
 
     std::int32_t Count() const override { return Tardio(*this).Chama<std::int32_t>("Count"); }
-    Ref<IBand> ItemPosicao(std::int32_t posicao) override { return Elemento<IBand>(*this, posicao); }
-    Ref<IBand> ItemNome(const std::string &nome) override { return Elemento<IBand>(*this, nome); }
+    Ref<IBand> ItemPosicao(std::int32_t posicao) override { return Elemento<IBand>(Tardio(*this), posicao); }
+    Ref<IBand> ItemNome(const std::string &nome) override { return Elemento<IBand>(Tardio(*this), nome); }
 };
 
 class ActBarRemoto : public Remoto<IActBar> {

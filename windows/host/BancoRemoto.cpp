@@ -1,5 +1,6 @@
 #include "host/IMDB.h"
 #include "windows/automation/Tardio.h"
+#include "windows/host/Elemento.h"
 #include "windows/host/OuAusente.h"
 #include "windows/host/Remotos.h"
 
@@ -19,10 +20,7 @@ class CursorRemoto : public Remoto<ICursor> {
 
     bool EOF_() const override { return Tardio(*this).Chama<bool>("EOF"); }
     std::int32_t RecordCount() const override { return Tardio(*this).Chama<std::int32_t>("RecordCount"); }
-    Ref<IFields> Fields(const std::string &nome) const override
-    {
-        return Tardio(*this).Chama<Ref<IFields>>("Fields", nome);
-    }
+    Ref<IFields> Fields(const std::string &nome) const override { return Elemento<IFields>(*this, "Fields", nome); }
     void MoveNext() override { Tardio(*this).Chama("MoveNext"); }
     void Close() override { Tardio(*this).Chama("Close"); }
 };

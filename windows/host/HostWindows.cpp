@@ -12,6 +12,7 @@ namespace nativo {
 namespace {
 
 constexpr const char *TituloDeAviso = "Registro de Equipamentos";
+constexpr std::int32_t ObjetoDescarregado = 364;
 
 HWND JanelaPrincipal()
 {
@@ -54,6 +55,9 @@ HostWindows &HostWindows::Instalado()
 
 void HostWindows::Mostra(const Ref<IForm> &form, bool modal, const Ref<IForm> &dono)
 {
+    if (!m_Plataforma->Aberto(form)) { // its window could not be closed
+        throw Falha(ObjetoDescarregado, std::string(NomeComponente), "O objeto foi descarregado");
+    }
     const auto *alheio = dynamic_cast<const FormRemoto *>(dono.Ponteiro());
     // Windows that are opened while a modal one is up stand in front of that, whoever owned it.
     struct Devolve {
@@ -66,6 +70,9 @@ void HostWindows::Mostra(const Ref<IForm> &form, bool modal, const Ref<IForm> &d
 
 std::int32_t HostWindows::Manipulador(const Ref<IForm> &form) const
 {
+    if (m_Plataforma->Aberto(form)) {
+        m_Janelas->Prepara(form);
+    }
     // Handles have 32 significant bits.
     return static_cast<std::int32_t>(reinterpret_cast<LONG_PTR>(m_ManipuladorDoForm(form)));
 }

@@ -30,7 +30,7 @@ class HostWindows : public HostServices {
     // Shows a form, on behalf of the foreign host. dono: a window of the host's in front of which it stands; Nothing
     // for the main form.
     void Mostra(const Ref<IForm> &form, bool modal, const Ref<IForm> &dono);
-    // Handle of a form's window; 0 before it was shown.
+    // Handle of a form's window, which is made when a loaded form has none yet; 0 for a form that is not loaded.
     std::int32_t Manipulador(const Ref<IForm> &form) const;
     // The window of the foreign host in front of which ours stand; null when there is none.
     HWND Dono() const;

@@ -143,16 +143,6 @@ void PlataformaWindows::CaixaInformacao(const std::string &texto, const std::str
     m_Janelas->Informa(texto, titulo);
 }
 
-bool PlataformaWindows::Aberto(const Ref<IForm> &form) const
-{
-    for (std::int32_t posicao = 0; posicao < NroForms(); ++posicao) {
-        if (FormAberto(posicao) == form) {
-            return true;
-        }
-    }
-    return false;
-}
-
 void PlataformaWindows::Descarrega(const Ref<IForm> &form)
 {
     if (!Aberto(form)) {

@@ -29,6 +29,7 @@ class PlataformaWindows : public IPlataforma {
 
     std::int32_t NroForms() const override { return m_Forms.Quantos(); }
     Ref<IForm> FormAberto(std::int32_t posicao) const override { return m_Forms.Form(posicao); }
+    bool Aberto(const Ref<IForm> &form) const { return m_Forms.Tem(form); }
     void Carrega(const Ref<IForm> &form) override { m_Forms.Carrega(form); }
     // A form of the host's around ours is its own: it is asked to close, unless it is the main window.
     void Descarrega(const Ref<IForm> &form) override;
@@ -50,7 +51,6 @@ class PlataformaWindows : public IPlataforma {
     // A search for names that is under way.
     class Procura;
 
-    bool Aberto(const Ref<IForm> &form) const;
     void FechaInvolucro(const Ref<IForm> &form) const;
 
     Ref<IJanelas> m_Janelas;

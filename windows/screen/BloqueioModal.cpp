@@ -5,11 +5,12 @@
 namespace nativo {
 
 BloqueioModal::BloqueioModal(const std::vector<Ref<JanelaForm>> &forms, HWND dono, HWND poupada)
+    : m_Ativa(GetActiveWindow())
 {
     std::vector<HWND> janelas;
     EnumThreadWindows(
         GetCurrentThreadId(),
-        [](HWND janela, LPARAM lista) -> BOOL {
+        [](HWND janela, LPARAM lista) CALLBACK -> BOOL {
             reinterpret_cast<std::vector<HWND> *>(lista)->push_back(janela);
             return TRUE;
         },
@@ -49,6 +50,9 @@ BloqueioModal::~BloqueioModal()
     }
     for (const Ref<JanelaForm> &form : m_Forms) {
         form->Desbloqueia();
+    }
+    if (m_Ativa != nullptr && IsWindowVisible(m_Ativa) && IsWindowEnabled(m_Ativa)) {
+        SetActiveWindow(m_Ativa);
     }
 }
 

@@ -23,6 +23,7 @@ class BloqueioModal {
 
     std::vector<Ref<JanelaForm>> m_Forms;
     std::vector<HWND> m_Alheias;
+    HWND m_Ativa; // has the keyboard again afterwards
 };
 
 } // namespace nativo

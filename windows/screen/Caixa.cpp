@@ -1,73 +1,35 @@
 #include "windows/screen/Caixa.h"
 
-#include <commctrl.h>
-
-#include <utility>
-#include <vector>
-
 namespace nativo {
 
 namespace {
 
-constexpr int Sim = 100;
-constexpr int Nao = 101;
-constexpr int Ok = 102;
+thread_local HHOOK g_Espreita = nullptr;
 
-PCWSTR IconeDe(TipoDeCaixa tipo)
+// The box is about to be shown: its buttons get their texts.
+LRESULT CALLBACK Espreita(int codigo, WPARAM w, LPARAM l) noexcept
 {
-    switch (tipo) {
-    case TipoDeCaixa::Informacao:
-        return TD_INFORMATION_ICON;
-    case TipoDeCaixa::Aviso:
-        return TD_WARNING_ICON;
-    case TipoDeCaixa::Erro:
-        break;
-    }
-    return TD_ERROR_ICON;
-}
-
-// The button that was pressed; 0 when the box was closed.
-int Mostra(const ContextoVisual &contexto, TASKDIALOGCONFIG caixa, const std::vector<TASKDIALOG_BUTTON> &botoes)
-{
-    caixa.cbSize = sizeof caixa;
-    caixa.dwFlags |= TDF_ALLOW_DIALOG_CANCELLATION | TDF_POSITION_RELATIVE_TO_WINDOW | TDF_SIZE_TO_CONTENT;
-    caixa.cButtons = static_cast<UINT>(botoes.size());
-    caixa.pButtons = botoes.data();
-    const ContextoVisual::Ativo ativo(contexto);
-    // Only common controls 6 have it, which the context brings.
-    using Funcao = HRESULT(WINAPI *)(const TASKDIALOGCONFIG *, int *, int *, BOOL *);
-    const auto mostra = reinterpret_cast<Funcao>(
-        reinterpret_cast<void *>(GetProcAddress(GetModuleHandleW(L"comctl32.dll"), "TaskDialogIndirect")));
-    int apertado = 0;
-    if (mostra == nullptr || FAILED(mostra(&caixa, &apertado, nullptr, nullptr))) {
+    if (codigo == HCBT_ACTIVATE) {
+        const auto caixa = reinterpret_cast<HWND>(w);
+        SetDlgItemTextW(caixa, IDYES, L"&Sim");
+        SetDlgItemTextW(caixa, IDNO, L"&Não");
+        UnhookWindowsHookEx(g_Espreita);
+        g_Espreita = nullptr;
         return 0;
     }
-    return apertado;
+    return CallNextHookEx(nullptr, codigo, w, l);
 }
 
 } // namespace
 
-bool MostraPergunta(const ContextoVisual &contexto, HWND dono, const std::wstring &texto, const std::wstring &titulo,
-                    bool padraoSim)
+int MostraCaixa(const ContextoVisual &contexto, HWND dono, const std::wstring &texto, const std::wstring &titulo,
+                UINT tipo)
 {
-    TASKDIALOGCONFIG caixa{};
-    caixa.hwndParent = dono;
-    caixa.pszWindowTitle = titulo.c_str();
-    caixa.pszContent = texto.c_str();
-    caixa.nDefaultButton = padraoSim ? Sim : Nao;
-    return Mostra(contexto, caixa, {{Sim, L"&Sim"}, {Nao, L"&Não"}}) == Sim;
-}
-
-void MostraAviso(const ContextoVisual &contexto, HWND dono, TipoDeCaixa tipo, const std::wstring &texto,
-                 const std::wstring &titulo, const std::wstring &detalhes)
-{
-    const std::wstring inteiro = detalhes.empty() ? texto : texto + L"\n\n" + detalhes;
-    TASKDIALOGCONFIG caixa{};
-    caixa.hwndParent = dono;
-    caixa.pszWindowTitle = titulo.c_str();
-    caixa.pszMainIcon = IconeDe(tipo);
-    caixa.pszContent = inteiro.c_str();
-    Mostra(contexto, caixa, {{Ok, L"&OK"}});
+    const ContextoVisual::Ativo ativo(contexto);
+    if ((tipo & MB_TYPEMASK) != MB_OK) {
+        g_Espreita = SetWindowsHookExW(WH_CBT, Espreita, nullptr, GetCurrentThreadId());
+    }
+    return MessageBoxW(dono, texto.c_str(), titulo.c_str(), tipo | MB_SETFOREGROUND);
 }
 
 } // namespace nativo

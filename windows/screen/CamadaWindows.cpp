@@ -119,6 +119,13 @@ HWND CamadaWindows::ManipuladorDe(const Ref<IJanela> &janela) const
     return janela ? ComoTipo<JanelaWindows>(janela)->Manipulador() : Principal();
 }
 
+// A box without an owner would be lost behind the windows.
+HWND CamadaWindows::AtrasDe(const Ref<IJanela> &dono) const
+{
+    const HWND deQuem = ManipuladorDe(dono);
+    return deQuem != nullptr ? deQuem : GetActiveWindow();
+}
+
 Ref<IJanela> CamadaWindows::FazJanela(const Ref<IForm> &form, TipoDeJanela tipo, const Ref<IJanela> &dono,
                                       const PedidosDaJanela &pedidos)
 {
@@ -179,17 +186,36 @@ std::int32_t CamadaWindows::AlturaTela() const
 bool CamadaWindows::PerguntaSimNao(const std::string &texto, const std::string &titulo, bool padraoSim,
                                    const Ref<IJanela> &dono)
 {
-    const HWND deQuem = ManipuladorDe(dono);
+    const HWND deQuem = AtrasDe(dono);
     const BloqueioModal bloqueio(Janelas(), deQuem, nullptr);
-    return MostraPergunta(*m_Contexto, deQuem, ParaUtf16(texto), ParaUtf16(titulo), padraoSim);
+    return ::nativo::MostraCaixa(*m_Contexto, deQuem, ParaUtf16(texto), ParaUtf16(titulo),
+                                 MB_YESNO | MB_ICONQUESTION | (padraoSim ? MB_DEFBUTTON1 : MB_DEFBUTTON2)) == IDYES;
 }
+
+namespace {
+
+UINT IconeDe(TipoDeCaixa tipo)
+{
+    switch (tipo) {
+    case TipoDeCaixa::Informacao:
+        return MB_ICONINFORMATION;
+    case TipoDeCaixa::Aviso:
+        return MB_ICONWARNING;
+    case TipoDeCaixa::Erro:
+        break;
+    }
+    return MB_ICONERROR;
+}
+
+} // namespace
 
 void CamadaWindows::MostraCaixa(TipoDeCaixa tipo, const std::string &texto, const std::string &titulo,
                                 const std::string &detalhes, const Ref<IJanela> &dono)
 {
-    const HWND deQuem = ManipuladorDe(dono);
+    const std::string inteiro = detalhes.empty() ? texto : texto + "\n\n" + detalhes;
+    const HWND deQuem = AtrasDe(dono);
     const BloqueioModal bloqueio(Janelas(), deQuem, nullptr);
-    MostraAviso(*m_Contexto, deQuem, tipo, ParaUtf16(texto), ParaUtf16(titulo), ParaUtf16(detalhes));
+    ::nativo::MostraCaixa(*m_Contexto, deQuem, ParaUtf16(inteiro), ParaUtf16(titulo), MB_OK | IconeDe(tipo));
 }
 
 std::optional<std::string> CamadaWindows::EscolheArquivo(const std::vector<FiltroDeArquivo> &filtros,
@@ -203,7 +229,7 @@ std::optional<std::string> CamadaWindows::EscolheArquivo(const std::vector<Filtr
     std::wstring caminho(MaiorCaminho, L'\0');
     OPENFILENAMEW pedido{};
     pedido.lStructSize = sizeof pedido;
-    pedido.hwndOwner = ManipuladorDe(dono);
+    pedido.hwndOwner = AtrasDe(dono);
     pedido.lpstrFilter = padroes.empty() ? nullptr : padroes.c_str();
     pedido.lpstrFile = caminho.data();
     pedido.nMaxFile = static_cast<DWORD>(caminho.size());

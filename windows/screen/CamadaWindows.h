@@ -52,6 +52,7 @@ class CamadaWindows : public ICamada {
 
   private:
     HWND ManipuladorDe(const Ref<IJanela> &janela) const;
+    HWND AtrasDe(const Ref<IJanela> &dono) const;
 
     Ref<ContextoVisual> m_Contexto;
     Ref<MemoriaDeEnderecos> m_Memoria;

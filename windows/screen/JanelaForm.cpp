@@ -336,7 +336,7 @@ void JanelaForm::HabilitaJanela()
     }
     EnableWindow(m_Janela, habilitada);
     // What stood in front of it while it could not be used, such as a question, has left the keyboard to another one.
-    if (habilitada && m_EraAtiva && m_Bloqueios == 0 && GetActiveWindow() != m_Janela && IsWindowVisible(m_Janela)) {
+    if (habilitada && m_EraAtiva && GetActiveWindow() != m_Janela && IsWindowVisible(m_Janela)) {
         SetActiveWindow(m_Janela);
     }
 }
@@ -596,7 +596,7 @@ void JanelaForm::MudaAparencia(UINT dpi)
     const auto anterior = std::exchange(m_Letra, std::make_unique<Letra>(dpi)); // the children have it until now
     EnumChildWindows(
         m_Janela,
-        [](HWND filha, LPARAM fonte) -> BOOL {
+        [](HWND filha, LPARAM fonte) CALLBACK -> BOOL {
             SendMessageW(filha, WM_SETFONT, static_cast<WPARAM>(fonte), FALSE);
             return TRUE;
         },
@@ -841,7 +841,7 @@ std::optional<LRESULT> JanelaForm::Trata(UINT mensagem, WPARAM w, LPARAM l)
     case WM_THEMECHANGED:
         EnumChildWindows(
             m_Janela,
-            [](HWND filha, LPARAM qual) -> BOOL {
+            [](HWND filha, LPARAM qual) CALLBACK -> BOOL {
                 SendMessageW(filha, static_cast<UINT>(qual), 0, 0);
                 return TRUE;
             },

@@ -5,6 +5,7 @@
 #include "controls/ztMask.h"
 #include "controls/ztVeiObservacao.h"
 #include "tela/EdicaoDeTexto.h"
+#include "windows/screen/Enquanto.h"
 
 namespace nativo {
 
@@ -48,7 +49,10 @@ RenderCampo::RenderCampo(Ref<IControle> controle, const Peca &peca, JanelaForm &
       m_Linha(Faz(WC_EDITW, EstiloDe(*Controle()), WS_EX_CLIENTEDGE),
               [this](const std::string &novo, std::size_t cursor) {
                   const EdicaoDeTexto edicao = AchaEdicao(m_Campo.Texto(), novo, cursor);
-                  Age([&] { m_Campo.Edita(edicao.Posicao, edicao.Retirados, edicao.Inserido); });
+                  Age([&] {
+                      const Enquanto editando(m_Editando);
+                      m_Campo.Edita(edicao.Posicao, edicao.Retirados, edicao.Inserido);
+                  });
               })
 {
 }
@@ -65,8 +69,13 @@ std::optional<LRESULT> RenderCampo::Mensagem(HWND, UINT mensagem, WPARAM w, LPAR
     return m_Linha.Mensagem(mensagem, w);
 }
 
+// The control takes an edit letter by letter. What has come of it is shown at its end: what the line has already stays,
+// and can be undone.
 void RenderCampo::Mostra()
 {
+    if (m_Editando) {
+        return;
+    }
     m_Linha.Mostra(m_Campo.Texto(), m_Campo.Cursor());
     m_Linha.DefineSomenteLeitura(m_Campo.SomenteLeitura());
 }

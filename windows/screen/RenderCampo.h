@@ -31,6 +31,7 @@ class RenderCampo : public Renderizador {
   private:
     CampoDeTexto m_Campo;
     CampoNativo m_Linha;
+    bool m_Editando = false;
 };
 
 } // namespace nativo

@@ -4,6 +4,7 @@
 #include "windows/automation/Remoto.h"
 #include "windows/automation/Texto16.h"
 
+#include <map>
 #include <utility>
 
 namespace nativo {
@@ -24,7 +25,7 @@ class Cercado;
 
 struct Estado {
     std::map<IUnknown *, Cercado *> Vivos; // by the identity of what is fenced in
-    std::map<std::string, std::int64_t> Chamadas;
+    Contagem Chamadas;
     std::map<std::string, Cerca::Resposta> Respostas;
     std::int32_t Profundidade = 0;
 };
@@ -134,7 +135,7 @@ class Cercado final : public IDispatch, public ICercado {
     {
         const Com<IDispatch> eu(this);
         const std::string nome = numero == DISPID_VALUE ? "[default]" : m_Nomes[numero];
-        ++Tudo().Chamadas[m_Classe + "." + nome];
+        Tudo().Chamadas.Soma(m_Classe + "." + nome);
         if (const auto outra = Tudo().Respostas.find(nome); outra != Tudo().Respostas.end()) {
             const Cerca::Resposta responde = std::move(outra->second);
             Tudo().Respostas.erase(outra);
@@ -189,7 +190,7 @@ bool Atravessando() noexcept
     return Tudo().Profundidade > 0;
 }
 
-const std::map<std::string, std::int64_t> &Chamadas()
+const Contagem &Chamadas()
 {
     return Tudo().Chamadas;
 }

@@ -1,10 +1,9 @@
 #pragma once
 
+#include "tests/windows/travessia/ForaDaConta.h"
 #include "windows/automation/Com.h"
 
-#include <cstdint>
 #include <functional>
-#include <map>
 #include <string>
 
 namespace nativo {
@@ -21,7 +20,7 @@ Com<IDispatch> Em(const Com<IDispatch> &objeto);
 bool Atravessando() noexcept;
 
 // How often each member was called so far, by "class.member".
-const std::map<std::string, std::int64_t> &Chamadas();
+const Contagem &Chamadas();
 
 // Instead of the next call of a member of that name, what the object answers. Empty: nothing any more.
 using Resposta = std::function<HRESULT(VARIANT *, EXCEPINFO *)>;

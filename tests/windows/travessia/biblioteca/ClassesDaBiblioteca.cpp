@@ -1,0 +1,120 @@
+#include "tests/windows/travessia/biblioteca/ClassesDaBiblioteca.h"
+
+namespace nativo {
+namespace {
+
+CLSID Numero(unsigned qual)
+{
+    return {0x7c1e2d40 + qual, 0x51a9, 0x4f6b, {0x9d, 0x33, 0x20, 0x8e, 0x6b, 0x14, 0xc5, 0x7a}};
+}
+
+// The service's mark on what it answers, which every class has beside its members.
+constexpr MembroDaClasse Marca{L"VersaoLida", VT_R8};
+
+} // namespace
+
+const std::vector<ClasseDaBiblioteca> &ClassesDaBiblioteca()
+{
+    static const std::vector<ClasseDaBiblioteca> classes{
+        {L"AfericaoED",
+         Numero(1),
+         {{L"NroIntAfericao", VT_R8},
+          {L"Numero", VT_BSTR},
+          {L"Marca", VT_BSTR},
+          {L"DataVerificacao", VT_DATE},
+          {L"DataVencimento", VT_DATE},
+          {L"Ativo", VT_UI1},
+          {L"NroIntImgCertif", VT_R8},
+          {L"TipoAfer", VT_UI1},
+          {L"PortDimel", VT_BSTR},
+          Marca}},
+        {L"ConsultaAfericaoED",
+         Numero(2),
+         {{L"DtInfracao", VT_DATE}, {L"NroIntEquip", VT_I4}, {L"TipoConsulta", VT_I2}, Marca}},
+        {L"DiaEspecificoED",
+         Numero(3),
+         {{L"NroInt", VT_I4},
+          {L"NroIntEquip", VT_I4},
+          {L"Data", VT_DATE},
+          {L"HoraInicio", VT_I4},
+          {L"HoraFim", VT_I4},
+          {L"VelocPerm", VT_I2},
+          {L"VelocMin", VT_I2},
+          {L"Ativo", VT_UI1},
+          Marca}},
+        {L"EquiptoED",
+         Numero(4),
+         {{L"NroIntEquip", VT_I4},
+          {L"ClienteInc", VT_BSTR},
+          {L"SetorInc", VT_BSTR},
+          {L"Codigo", VT_BSTR},
+          {L"SubCodigo", VT_BSTR},
+          {L"Descricao", VT_BSTR},
+          {L"CodMunic", VT_I4},
+          {L"TipoVia", VT_BSTR},
+          {L"TipoEquip", VT_BSTR},
+          {L"VelocPermitida", VT_I2},
+          {L"ArquivoLayout", VT_BSTR},
+          {L"TemImagemEntrelacada", VT_UI1},
+          {L"Modelo", VT_BSTR},
+          {L"TemLimiteDif", VT_UI1},
+          {L"TemPerfilMag", VT_UI1},
+          {L"NroIntRejLimDif", VT_I4},
+          {L"Ativo", VT_UI1},
+          {L"ClienteTrans", VT_BSTR},
+          {L"OperadorTrans", VT_R8},
+          {L"DataTrans", VT_I4},
+          {L"HoraTrans", VT_I4},
+          {L"Sensores", VT_DISPATCH},
+          {L"TipoAgente", VT_UI1},
+          {L"txtObsNotif", VT_BSTR},
+          {L"ListaLimiteDif", VT_DISPATCH},
+          {L"ListaDiaEspecifico", VT_DISPATCH},
+          Marca}},
+        {L"LimiteDifED",
+         Numero(5),
+         {{L"NroInt", VT_I4},
+          {L"NroIntEquip", VT_I4},
+          {L"Dia", VT_UI1},
+          {L"HoraInicio", VT_I4},
+          {L"HoraFim", VT_I4},
+          {L"VelocPerm", VT_I2},
+          {L"VelocMin", VT_I2},
+          {L"Ativo", VT_UI1},
+          {L"TipoLimite", VT_UI1},
+          Marca}},
+        {L"ListaEquiptoED",
+         Numero(6),
+         {{L"Equipamentos", VT_DISPATCH},
+          {L"ClienteInc", VT_BSTR},
+          {L"SetorInc", VT_BSTR},
+          {L"Codigo", VT_BSTR},
+          {L"SubCodigo", VT_BSTR},
+          {L"TipoEquip", VT_BSTR},
+          {L"Ativo", VT_UI1},
+          {L"TipoAgente", VT_UI1},
+          {L"ProxNroIntEquip", VT_I4},
+          {L"IndTrabFoto", VT_UI1},
+          Marca}},
+        {L"RelatorioAfericaoED",
+         Numero(7),
+         {{L"CodOat", VT_I4}, {L"Serie", VT_BSTR}, {L"TxtIdent", VT_BSTR}, {L"Documento", VT_BSTR}, Marca}},
+        {L"SensorED",
+         Numero(8),
+         {{L"Afericoes", VT_DISPATCH},
+          {L"NroIntSensor", VT_I4},
+          {L"NroSensor", VT_I2},
+          {L"CodLograd", VT_I4},
+          {L"EndCep", VT_I4},
+          {L"EndNro", VT_I4},
+          {L"EndCompl", VT_BSTR},
+          {L"EndDescr", VT_BSTR},
+          {L"SentidoVia", VT_BSTR},
+          {L"Ativo", VT_UI1},
+          {L"LocalInfr", VT_BSTR},
+          Marca}},
+    };
+    return classes;
+}
+
+} // namespace nativo
