@@ -46,7 +46,7 @@ TEST_F(CamadaWindowsTest, Pergunta_TemSimENaoEOPadrao)
     NaCaixa([&](HWND caixa) {
         botoes = Botoes(caixa);
         EXPECT_EQ(TextoDe(caixa), "Atenção");
-        Fotografa(caixa, "pergunta");
+        Fotografa(GetWindow(caixa, GW_OWNER), "pergunta");
         Tecla(VK_RETURN);
     });
     EXPECT_FALSE(janelas->PerguntaSimNao("Confirma a exclusão de 'A & B'?\n\nNão há volta.", "Atenção", false));

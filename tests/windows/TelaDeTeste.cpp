@@ -1,6 +1,7 @@
 #include "tests/windows/TelaDeTeste.h"
 
 #include "tests/tela/RuasDeTeste.h"
+#include "windows/screen/Enquanto.h"
 
 #include <utility>
 
@@ -69,6 +70,7 @@ void TelaDeTeste::Espreita()
     if (!m_NaFrente.empty() && m_NaFrente.front().Classe == classe && IsWindowVisible(ativa)) {
         const auto ato = std::move(m_NaFrente.front().Ato);
         m_NaFrente.erase(m_NaFrente.begin());
+        const Enquanto emAto(m_EmAto);
         ato(ativa);
     }
 }
@@ -122,7 +124,9 @@ void TelaDeTeste::Tecla(WORD tecla, std::vector<WORD> seguradas)
         entradas.push_back(DeTecla(segurada, true));
     }
     ASSERT_EQ(SendInput(static_cast<UINT>(entradas.size()), entradas.data(), sizeof(INPUT)), entradas.size());
-    Roda();
+    if (!m_EmAto) { // who waits runs the messages, and knows its keys
+        Roda();
+    }
 }
 
 void TelaDeTeste::Digita(std::wstring_view texto)

@@ -61,6 +61,7 @@ class TelaDeTeste : public HostTeste {
     static inline TelaDeTeste *g_Esta = nullptr;
     std::vector<Espera> m_NaFrente;
     UINT_PTR m_Relogio = 0;
+    bool m_EmAto = false;
 };
 
 inline constexpr const wchar_t *ClasseDoForm = L"ZTAVOREQUIP.Form";
