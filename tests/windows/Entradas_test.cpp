@@ -278,8 +278,8 @@ class CopiaDoComponente {
     std::wstring Arquivo() const { return m_Arquivo.wstring(); }
 
   private:
-    std::filesystem::path m_Arquivo = std::filesystem::temp_directory_path() /
-                                      ("ZTAVOREQUIP" + std::to_string(GetCurrentProcessId()) + ".dll");
+    std::filesystem::path m_Arquivo =
+        std::filesystem::temp_directory_path() / ("ZTAVOREQUIP" + std::to_string(GetCurrentProcessId()) + ".dll");
 };
 
 TEST_F(EntradasTeste, CreateInstance_WithoutATypeLibraryInside_IsThePlatformsFault)

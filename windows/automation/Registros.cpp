@@ -131,10 +131,16 @@ Com<IDispatch> DaBiblioteca(std::string_view classe)
     CLSID numero{};
     const std::wstring nome = ParaUtf16(std::string(Biblioteca).append(classe));
     Com<IDispatch> objeto;
-    if (FAILED(CLSIDFromProgID(nome.c_str(), &numero)) ||
-        FAILED(CoCreateInstance(numero, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER, IID_IDispatch,
-                                objeto.RecebeVazio()))) {
+    if (FAILED(CLSIDFromProgID(nome.c_str(), &numero))) {
         return {};
+    }
+    const HRESULT codigo = CoCreateInstance(numero, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER, IID_IDispatch,
+                                            objeto.RecebeVazio());
+    if (codigo == REGDB_E_CLASSNOTREG) {
+        return {};
+    }
+    if (FAILED(codigo)) { // one that is there and does not work is no other's to stand in for
+        throw Falha(NumeroFalha::ClasseInexistente);
     }
     return objeto;
 }
@@ -153,14 +159,19 @@ void Preenche(const Tardio &destino, Registro &registro, Lado lado)
     }
 }
 
-void Le(const Tardio &origem, Registro &registro, Lado lado)
+// registroEnviado: the record was sent as this object, which has come back.
+void Le(const Tardio &origem, Registro &registro, bool registroEnviado, Lado lado)
 {
     ComoEle(registro, [&]<class R>(R &este) {
         este.CadaMembro([&]<class T>(std::string_view nome, Campo<T> &campo) {
-            EscreveMembro(campo, origem.Chama<Variante>(nome).Bruta(), lado);
+            Campo<T> lido;
+            EscreveMembro(lido, origem.Chama<Variante>(nome).Bruta(), lado);
+            // What the library's own default answers for was not written by anybody.
+            if (campo.Escrito() || !registroEnviado || !(lido.Valor() == T{})) {
+                campo = lido;
+            }
         });
     });
-    registro.VersaoLida = 0;
     IgnoraErro([&] { registro.VersaoLida = static_cast<std::int64_t>(origem.Chama<double>(Marca)); });
 }
 
@@ -203,17 +214,14 @@ Ref<Registro> LeRegistro(const Com<IDispatch> &objeto, std::string_view classe, 
     if (registro.Nada()) {
         registro = NovoRegistro(classe);
     }
-    Le(Tardio(objeto, lado), *registro, lado);
+    Le(Tardio(objeto, lado), *registro, false, lado);
     return registro;
 }
 
 ParametrosRemotos::ParametrosRemotos(std::vector<Valor> &parametros, Lado lado) : m_Lado(lado)
 {
     m_Variaveis.resize(parametros.size());
-    SAFEARRAY *arranjo = SafeArrayCreateVector(VT_VARIANT, 0, static_cast<ULONG>(parametros.size()));
-    if (arranjo == nullptr) {
-        throw std::bad_alloc();
-    }
+    SAFEARRAY *arranjo = detalhe::NovoArranjo(VT_VARIANT, parametros.size());
     V_VT(&m_Arranjo.Bruta()) = VT_ARRAY | VT_VARIANT;
     V_ARRAY(&m_Arranjo.Bruta()) = arranjo;
     for (LONG i = 0; i < static_cast<LONG>(parametros.size()); ++i) {
@@ -259,7 +267,7 @@ void ParametrosRemotos::Devolve()
         if (atual == variavel.Enviado) {
             // What the library's object holds now is what the record holds.
             if (registro != nullptr && NossoOuNada(atual, m_Lado).Nada()) {
-                Le(Tardio(atual, m_Lado), *registro, m_Lado);
+                Le(Tardio(atual, m_Lado), *registro, true, m_Lado);
             }
         } else if (!atual) {
             alvo = nullptr;

@@ -157,6 +157,16 @@ Valor LeSimples(const VARIANT &variante, Lado lado)
     return LeValor(padrao.Bruta(), lado);
 }
 
+SAFEARRAY *NovoArranjo(VARTYPE tipo, std::size_t elementos)
+{
+    SAFEARRAYBOUND limite{static_cast<ULONG>(elementos), 0};
+    SAFEARRAY *arranjo = SafeArrayCreate(tipo, 1, &limite);
+    if (arranjo == nullptr) {
+        throw std::bad_alloc();
+    }
+    return arranjo;
+}
+
 Bytes LeOctetos(const VARIANT &variante)
 {
     VARIANT apoio;
@@ -189,10 +199,7 @@ Bytes LeOctetos(const VARIANT &variante)
 Variante FazOctetos(const Bytes &octetos)
 {
     Variante variante;
-    SAFEARRAY *arranjo = SafeArrayCreateVector(VT_UI1, 0, static_cast<ULONG>(octetos.size()));
-    if (arranjo == nullptr) {
-        throw std::bad_alloc();
-    }
+    SAFEARRAY *arranjo = NovoArranjo(VT_UI1, octetos.size());
     V_VT(&variante.Bruta()) = VT_ARRAY | VT_UI1;
     V_ARRAY(&variante.Bruta()) = arranjo;
     if (!octetos.empty()) {
@@ -277,10 +284,7 @@ std::vector<Variante> LeArranjo(const VARIANT &variante)
 Variante FazArranjo(VARTYPE tipo, std::vector<Variante> elementos)
 {
     Variante variante;
-    SAFEARRAY *arranjo = SafeArrayCreateVector(tipo, 0, static_cast<ULONG>(elementos.size()));
-    if (arranjo == nullptr) {
-        throw std::bad_alloc();
-    }
+    SAFEARRAY *arranjo = NovoArranjo(tipo, elementos.size());
     V_VT(&variante.Bruta()) = static_cast<VARTYPE>(VT_ARRAY | tipo);
     V_ARRAY(&variante.Bruta()) = arranjo;
     LONG indice = 0;

@@ -52,6 +52,8 @@ const VARIANT &Referido(const VARIANT &variante);
 const VARIANT &SemReferencia(const VARIANT &variante, VARIANT &apoio);
 // A value that is no object: that of an object is its default one.
 Valor LeSimples(const VARIANT &variante, Lado lado);
+// An array from 0 that whoever gets it may dimension anew, which one of the platform's vectors may not be.
+SAFEARRAY *NovoArranjo(VARTYPE tipo, std::size_t elementos);
 Bytes LeOctetos(const VARIANT &variante);
 Variante FazOctetos(const Bytes &octetos);
 // Refuses an array whose elements are not what its type says, or of a type that is not known, with fault 13.
