@@ -12,8 +12,8 @@ namespace {
 void ConfereDeclaracoes(const std::string &pasta, const std::string &nome, int menosDe)
 {
     const std::regex deFora("|#.*|//.*|class Q\\w+;|int main\\(.*|__CRT_UUID_DECL\\(.*\\)|extern \"C\" .*;");
-    const std::string abre = "namespace " + nome + " {";
-    const std::string fecha = "} // namespace " + nome;
+    const std::regex abre("namespace " + nome + "(::\\w+)? \\{");
+    const std::regex fecha("\\} // namespace " + nome + "(::\\w+)?");
     int arquivos = 0;
     for (const auto &entrada : std::filesystem::recursive_directory_iterator(pasta)) {
         if (entrada.path().extension() != ".h" && entrada.path().extension() != ".cpp") {
@@ -23,8 +23,10 @@ void ConfereDeclaracoes(const std::string &pasta, const std::string &nome, int m
         std::ifstream arquivo(entrada.path());
         bool dentro = false;
         for (std::string linha; std::getline(arquivo, linha) && linha.rfind("int main(", 0) != 0;) {
-            if (linha == abre || linha == fecha) {
-                dentro = linha == abre;
+            if (std::regex_match(linha, abre)) {
+                dentro = true;
+            } else if (std::regex_match(linha, fecha)) {
+                dentro = false;
             } else if (!dentro) {
                 EXPECT_TRUE(std::regex_match(linha, deFora)) << entrada.path() << ": " << linha;
             }

@@ -12,7 +12,7 @@
 
 // What the platform calls in the component's library.
 
-using namespace nativo;
+namespace nativo {
 
 namespace {
 
@@ -67,3 +67,5 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE, DWORD motivo, void *processoTermina)
     }
     return TRUE;
 }
+
+} // namespace nativo
