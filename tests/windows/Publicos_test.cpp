@@ -644,8 +644,8 @@ TEST_F(PublicosTeste, ObtemTransacao_OnBothRoads_IsNothing)
 TEST_F(PublicosTeste, HabilitarItem_OfTheTools_AsksTheHostAndIgnoresWhatIsNoTool)
 {
     ASSERT_EQ(Hospedeiro.Configura(*Geral.Ponteiro()), S_OK);
-    Hospedeiro.Logado = true;
     ASSERT_EQ(Hospedeiro.Entra(*Geral.Ponteiro()), S_OK);
+    Hospedeiro.Logado = true;
     const Tardio tardio(Geral.Como<IDispatch>());
     EXPECT_TRUE(tardio.Chama<bool>("HabilitarItem", "mnuModVOREquiptos"));
     EXPECT_EQ(Hospedeiro.Permissoes, std::vector<std::string>{"NAB/VOR-EQP-CS/"});
