@@ -52,13 +52,17 @@ void TelaDeTeste::Abre(Peca raiz, bool modal)
     Abre(descrito.Form, modal);
 }
 
+void CALLBACK TelaDeTeste::Relogio(HWND, UINT, UINT_PTR, DWORD)
+{
+    g_Esta->Espreita();
+}
+
 void TelaDeTeste::NaFrente(const wchar_t *classe, std::function<void(HWND)> ato)
 {
     m_NaFrente.push_back({classe, std::move(ato)});
     if (m_Relogio == 0) {
         g_Esta = this;
-        m_Relogio =
-            SetTimer(nullptr, 0, USER_TIMER_MINIMUM, [](HWND, UINT, UINT_PTR, DWORD) CALLBACK { g_Esta->Espreita(); });
+        m_Relogio = SetTimer(nullptr, 0, USER_TIMER_MINIMUM, Relogio);
     }
 }
 

@@ -56,6 +56,7 @@ class TelaDeTeste : public HostTeste {
         std::function<void(HWND)> Ato;
     };
 
+    static void CALLBACK Relogio(HWND, UINT, UINT_PTR, DWORD);
     void Espreita();
 
     static inline TelaDeTeste *g_Esta = nullptr;
