@@ -2,7 +2,6 @@
 
 #include "host/Ref.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <memory>
 #include <utility>
@@ -56,10 +55,19 @@ template <class T> class Deposito {
     };
 
   private:
-    // An object and what a shared reference adds to it; while it is free, the next free one.
+    // As a shared reference lays it out: how the object ends, its counts, where it has its memory, and the object.
+    struct Compartilhado {
+        void *Fim;
+        int Contagens[2];
+        struct {
+            void *Alocador;
+            alignas(T) std::byte Espaco[sizeof(T)];
+        } Objeto;
+    };
+    // While it is free, the next free one.
     union Lugar {
         Lugar *Seguinte;
-        alignas(T) std::byte Espaco[sizeof(T) + 3 * std::max(sizeof(void *), alignof(T))];
+        Compartilhado Ocupado;
     };
 
     template <class U> class Alocador {
