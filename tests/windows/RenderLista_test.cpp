@@ -211,7 +211,7 @@ TEST_F(RenderListaTest, Heading_Clicked_SortsAndShowsTheArrow)
     EXPECT_EQ(Celula(0, 1), "ção 0");
     EXPECT_EQ(seta(0), 0);
     EXPECT_EQ(seta(1), HDF_SORTUP);
-    EXPECT_EQ(Escolhida(), 3); // the row itself, where it has gone
+    EXPECT_EQ(Escolhida(), 3);                                         // the row itself, where it has gone
     Faz(Entradas().Clica(Titulos(), {descricao.x + 20, descricao.y})); // no double click
     EXPECT_TRUE(lista->OrdemDecrescente());
     EXPECT_EQ(Celula(0, 1), "ção 2");
@@ -490,6 +490,41 @@ TEST_F(RenderListaTest, SideBar_HigherThanTheList_GoesOnBesideItself)
             EXPECT_LE(lugar.bottom, dentro.bottom) << TextoDe(filha);
         }
     }
+}
+
+TEST_F(RenderListaTest, Window_OpenedAThousandTimes_LeavesNoWindowBehind)
+{
+    const Peca raiz = EmColuna({{.Ajustes = AjustesZtCombo{.Conteudo = "A|1??B|2??"}, .Nome = "combo"},
+                                {.Ajustes = AjustesZtEndereco{}, .Nome = "endereco"},
+                                {.Ajustes = AjustesZtClienteSetor{}, .Nome = "cliente"},
+                                {.Ajustes = AjustesZtList{}, .Nome = "lista"}});
+    const auto janelasDoFio = [] {
+        int quantas = 0;
+        EnumThreadWindows(
+            GetCurrentThreadId(),
+            [](HWND, LPARAM quantas) -> BOOL {
+                ++*reinterpret_cast<int *>(quantas);
+                return TRUE;
+            },
+            reinterpret_cast<LPARAM>(&quantas));
+        return quantas;
+    };
+    const auto conta = [&] {
+        return std::vector<DWORD>{GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS),
+                                  GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS),
+                                  static_cast<DWORD>(janelasDoFio())};
+    };
+    const auto abreEFecha = [&] {
+        Abre(raiz);
+        janelas->Descarrega(descrito.Form);
+        Roda();
+    };
+    abreEFecha(); // what the system keeps from the first time
+    const std::vector<DWORD> antes = conta();
+    for (int vez = 0; vez < 1000; ++vez) {
+        abreEFecha();
+    }
+    EXPECT_EQ(conta(), antes);
 }
 
 TEST_F(RenderListaTest, Form_UnloadedByACommand_LeavesNothingBehind)
