@@ -14,6 +14,7 @@ namespace {
 constexpr std::int32_t CamposDoEndereco = 3;  // one below the other
 constexpr std::int32_t LinhasDaDescricao = 2; // of the address in words, below them
 constexpr std::int32_t CaracteresDoEndereco = 60;
+constexpr std::int32_t CaracteresDoCliente = 80; // of both combos with their labels
 
 struct Medida {
     std::int32_t Largura = 0;
@@ -302,7 +303,7 @@ class Arrumador {
                          CamposDoEndereco * (m_AlturaDoTexto + m_Folgas.Campo + m_Folgas.EntrePecas) +
                              std::max(LinhasDaDescricao * m_AlturaDoTexto, m_AlturaDoTexto + m_Folgas.Campo)});
         case EspecieControle::ztClienteSetor: {
-            const std::int32_t largura = LarguraDasLetras(CaracteresDoEndereco, '0');
+            const std::int32_t largura = LarguraDasLetras(CaracteresDoCliente, '0');
             return NoCampo(largura, largura);
         }
         case EspecieControle::ztFrame:
