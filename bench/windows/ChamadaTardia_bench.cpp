@@ -3,7 +3,7 @@
 // Prints a line for each figure and fails when one is beyond its limit.
 
 #include "host/ISessao.h"
-#include "windows/automation/Com.h"
+#include "windows/automation/Remoto.h"
 #include "windows/host/Remotos.h"
 
 #include <windows.h>
