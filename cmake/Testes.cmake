@@ -58,22 +58,7 @@ else()
 endif()
 
 if(WIN32)
-    # Between the module and the scripted host: in every program, which has all of them cross the boundary of automation.
-    file(GLOB fontes_travessia CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/windows/travessia/*.cpp)
-    list(FILTER fontes_travessia EXCLUDE REGEX "_test\\.cpp$")
-    add_library(travessia OBJECT ${fontes_travessia})
-    target_link_libraries(travessia PUBLIC suporte hospedeiro_windows automacao)
-
-    # The host's library of records, in a file of its own that is found by a manifest beside it.
-    file(GLOB fontes_biblioteca CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/windows/travessia/biblioteca/*)
-    list(FILTER fontes_biblioteca EXCLUDE REGEX "\\.(h|manifest)$")
-    add_library(ZTVORLIB SHARED ${fontes_biblioteca})
-    target_include_directories(ZTVORLIB PRIVATE ${PROJECT_SOURCE_DIR})
-    target_link_libraries(ZTVORLIB PRIVATE ole32 oleaut32 uuid)
-    target_link_options(ZTVORLIB PRIVATE -Wl,--enable-stdcall-fixup)
-    set_target_properties(ZTVORLIB PROPERTIES PREFIX "")
-    configure_file(${PROJECT_SOURCE_DIR}/tests/windows/travessia/biblioteca/ZTVORLIB.manifest
-        ${PROJECT_BINARY_DIR}/ZTVORLIB.manifest COPYONLY)
+    include(cmake/Travessia.cmake)
 endif()
 
 file(GLOB testes RELATIVE ${PROJECT_SOURCE_DIR}/tests CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/*/*_test.cpp)
@@ -98,6 +83,7 @@ foreach(sala IN LISTS salas)
 endforeach()
 
 if(WIN32)
+    adiciona_travessias()
     return()
 endif()
 

@@ -83,7 +83,11 @@ Falha FalhaCorrente() noexcept
 try {
     throw;
 } catch (const Falha &falha) {
-    return falha;
+    try {
+        return falha;
+    } catch (...) { // no memory for its texts
+        return Falha(falha.Numero, {}, {});
+    }
 } catch (const std::bad_alloc &) {
     return Falha(NumeroFalha::SemMemoria);
 } catch (const std::system_error &erro) { // filesystem_error among them

@@ -26,13 +26,15 @@ void AtendeControles::Conecta(const Ref<IControle> &controle)
     std::erase_if(m_Conectados, [](const auto &conectado) { return conectado.first.Nada(); });
     if (auto *dialogo = dynamic_cast<CommonDialog *>(controle.Ponteiro())) {
         Mantem(controle, dialogo->AoMostrar(), std::function<void()>([this, dialogo] {
-                   if (const auto escolhido = m_Janelas->EscolheArquivo(dialogo->Filter(), dialogo->DialogTitle())) {
+                   const Ref<IJanelas> janelas = m_Janelas; // the host may end while the person chooses
+                   if (const auto escolhido = janelas->EscolheArquivo(dialogo->Filter(), dialogo->DialogTitle())) {
                        dialogo->Escolhe(*escolhido);
                    }
                }));
     } else if (auto *cliente = dynamic_cast<ztClienteSetor *>(controle.Ponteiro())) {
         Mantem(controle, cliente->AoAvisar(), std::function<void(std::string)>([this](const std::string &texto) {
-                   m_Janelas->Avisa(texto, m_Titulo);
+                   const Ref<IJanelas> janelas = m_Janelas;
+                   janelas->Avisa(texto, m_Titulo);
                }));
         Mantem(controle, cliente->AoDefinirCodCliente(), std::function<void()>([this, cliente] {
                    cliente->PresetaCliente(m_ClienteDoCodigo(cliente->CodCliente()), "");

@@ -57,7 +57,11 @@ void Janelas::SegueOrdem(IForm &quem, Aberta &aberta)
 {
     const auto paraFrente = [janela = aberta.Janela] { janela->ParaFrente(); };
     aberta.Conexoes.push_back(quem.PediuFoco().liga(paraFrente));
-    aberta.Conexoes.push_back(quem.PediuOrdem().liga([paraFrente](std::int16_t) { paraFrente(); }));
+    aberta.Conexoes.push_back(quem.PediuOrdem().liga([paraFrente](std::int16_t posicao) {
+        if (posicao == 0) { // to the back is no wish of the module's
+            paraFrente();
+        }
+    }));
 }
 
 // What is not modal goes in front of a modal window: as a child of the main window it would be blocked with it.

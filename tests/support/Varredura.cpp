@@ -217,7 +217,7 @@ void Varredura::RodaFalha(const Base &base, std::size_t passo, bool segue)
             esperado.Estado = destino.Ignorada ? base.Estados.back() : base.Estados[passo];
         }
         if (!destino.Ignorada) {
-            esperado.Numero = Falhando.Chega;
+            esperado.Numero = Falhando.Numero;
             esperado.Descricao = Falhando.Descricao;
             esperado.Fonte = host.ChamadaQueFalhou() + destino.Caudas;
             esperado.Contexto = destino.Contexto;

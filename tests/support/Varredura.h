@@ -19,13 +19,12 @@
 class Varredura {
   public:
     using Fabrica = std::function<std::unique_ptr<Jornada>(HostRoteirizado &)>;
-    // What a call fails with, and the number under which that arrives.
+    // What a call fails with.
     struct Defeito {
         std::int32_t Numero;
-        std::int32_t Chega;
         std::string Descricao;
     };
-    static inline Defeito Falhando{NumeroFalha::ErroInterno, NumeroFalha::ErroInterno, "Falha de teste"};
+    static inline Defeito Falhando{NumeroFalha::ErroInterno, "Falha de teste"};
 
     Varredura(Fabrica fabrica, const std::string &arvore);
 

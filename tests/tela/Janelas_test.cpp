@@ -282,6 +282,8 @@ TEST_F(JanelasTest, Order_AskedByTheFormOrItsWrapping_BringsTheWindowToTheFront)
     m_Involucro->ZOrder(0);
     m_Involucro->SetFocus();
     EXPECT_EQ(Vistos(), Textos(4, "para a frente lista"));
+    lista->ZOrder(1);
+    EXPECT_EQ(Vistos(), Textos{}) << "nobody asks for a place behind the others";
     m_Janelas->FechaForm(lista);
     Vistos();
     lista->SetFocus();

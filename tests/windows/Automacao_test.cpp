@@ -40,6 +40,7 @@ class Exemplo : public Objeto {
     Ref<Objeto> Eco(const Ref<Objeto> &objeto) { return objeto; }
     void Poe(Ref<Objeto> &variavel) { variavel = m_Outro; }
     void Enche(std::vector<Ref<Objeto>> &itens) { itens = {m_Outro, nullptr}; }
+    void Apaga() { m_Outro = nullptr; }
     void EncheBytes(Bytes &bytes) { bytes.push_back(7); }
 
     bool Sim = false;
@@ -69,6 +70,7 @@ class Automacao : public testing::Test {
             m.Metodo("Eco", &Exemplo::Eco, {"objeto"});
             m.Metodo("Poe", &Exemplo::Poe);
             m.Metodo("Enche", &Exemplo::Enche);
+            m.Metodo("Apaga", &Exemplo::Apaga);
             m.Metodo("EncheBytes", &Exemplo::EncheBytes);
             m.Campo("Sim", &Exemplo::Sim);
             m.Campo("Numero", &Exemplo::Numero);
@@ -169,6 +171,7 @@ TEST(Valores, DeVariante_OfPlainValues_ConvertsAsThePlatformDoes)
     EXPECT_EQ(V_VT(&ParaVariante(DataDe(3, 4, 2026)).Bruta()), VT_DATE);
     EXPECT_EQ(V_VT(&ParaVariante(std::int16_t{4}).Bruta()), VT_I2);
     EXPECT_EQ(V_VT(&ParaVariante(std::uint8_t{4}).Bruta()), VT_UI1);
+    EXPECT_EQ(DeVariante<std::uint8_t>(ParaVariante(true).Bruta()), 255);
     EXPECT_EQ(DeVariante<std::int32_t>(Inteiro64(7).Bruta()), 7);
     EXPECT_EQ(FalhaEm([] { DeVariante<std::int16_t>(ParaVariante(std::int32_t{40000}).Bruta()); }).Numero, 6);
     EXPECT_EQ(FalhaEm([] { DeVariante<std::int32_t>(Inteiro64(std::int64_t{1} << 40).Bruta()); }).Numero, 6);
@@ -345,6 +348,195 @@ TEST_F(Automacao, Objects_ThatAreLetGo_Leave)
         EXPECT_EQ(Embrulha(nosso), fora);
     }
     EXPECT_EQ(Vivo::Quantos(), antes);
+}
+
+// A foreign object that does what it likes.
+class Hostil : public IDispatch {
+  public:
+    std::function<HRESULT(DISPID, DISPPARAMS &, VARIANT *)> AoInvocar = [](DISPID, DISPPARAMS &, VARIANT *) {
+        return S_OK;
+    };
+    std::function<HRESULT(const std::wstring &, DISPID &)> AoProcurar = [](const std::wstring &, DISPID &numero) {
+        numero = 1;
+        return S_OK;
+    };
+    bool ETudo = false;
+
+    virtual ~Hostil() = default;
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void **saida) override
+    {
+        *saida = ETudo || iid == IID_IUnknown || iid == IID_IDispatch ? static_cast<IDispatch *>(this) : nullptr;
+        return *saida != nullptr ? S_OK : E_NOINTERFACE;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return 1; }
+    ULONG STDMETHODCALLTYPE Release() override { return 1; }
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT *) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo **) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR *nomes, UINT, LCID, DISPID *numeros) override
+    {
+        return AoProcurar(nomes[0], *numeros);
+    }
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID numero, REFIID, LCID, WORD, DISPPARAMS *parametros, VARIANT *resposta,
+                                     EXCEPINFO *, UINT *) override
+    {
+        return AoInvocar(numero, *parametros, resposta);
+    }
+};
+
+TEST_F(Automacao, HostileObject_ThatFindsNoNumber_HasNoMember)
+{
+    Hostil hostil;
+    hostil.AoProcurar = [](const std::wstring &, DISPID &numero) {
+        numero = DISPID_UNKNOWN;
+        return S_OK;
+    };
+    const Tardio dele{Com<IDispatch>(&hostil)};
+    EXPECT_FALSE(dele.Tem("Nome"));
+    EXPECT_EQ(FalhaEm([&] { dele.Chama("Nome"); }).Numero, 438);
+}
+
+TEST_F(Automacao, HostileObject_ThatIsWhateverItIsAskedFor_IsNotOurs)
+{
+    Hostil hostil;
+    hostil.ETudo = true;
+    EXPECT_TRUE(Interno(Com<IDispatch>(&hostil), Lado::Hospedeiro).Nada());
+}
+
+TEST_F(Automacao, HostileObject_ThatHoldsItselfAsARecord_IsRefused)
+{
+    Hostil hostil;
+    hostil.AoInvocar = [&](DISPID, DISPPARAMS &, VARIANT *resposta) {
+        if (resposta != nullptr) {
+            V_VT(resposta) = VT_DISPATCH;
+            V_DISPATCH(resposta) = &hostil;
+        }
+        return S_OK;
+    };
+    EXPECT_EQ(FalhaEm([&] { LeRegistro(Com<IDispatch>(&hostil), "EquiptoED"); }).Numero, 13);
+}
+
+TEST_F(Automacao, HostileObject_ThatLeavesNonsenseInAVariable_KeepsTheOthers)
+{
+    Hostil hostil;
+    hostil.AoInvocar = [](DISPID, DISPPARAMS &parametros, VARIANT *) {
+        SysReAllocString(V_BSTRREF(&parametros.rgvarg[1]), L"x");
+        *V_BOOLREF(&parametros.rgvarg[0]) = VARIANT_TRUE;
+        V_VT(V_VARIANTREF(&parametros.rgvarg[2])) = VT_RECORD;
+        return S_OK;
+    };
+    const Tardio dele{Com<IDispatch>(&hostil)};
+    Valor valor;
+    std::string texto;
+    bool sim = false;
+    EXPECT_EQ(FalhaEm([&] { dele.Chama("Troca", PorRef(valor), PorRef(texto), PorRef(sim)); }).Numero, 13);
+    EXPECT_EQ(texto, "x");
+    EXPECT_TRUE(sim);
+}
+
+TEST_F(Automacao, HostileValue_ThatRefersToItselfOrToNothing_IsRefused)
+{
+    VARIANT circulo{};
+    V_VT(&circulo) = VT_BYREF | VT_VARIANT;
+    V_VARIANTREF(&circulo) = &circulo;
+    EXPECT_EQ(FalhaEm([&] { LeValor(circulo); }).Numero, 13);
+    VARIANT nada{};
+    V_VT(&nada) = VT_BYREF | VT_I4;
+    EXPECT_EQ(FalhaEm([&] { LeValor(nada); }).Numero, 13);
+}
+
+TEST_F(Automacao, HostileArray_OfOtherElementsThanItSays_IsRefused)
+{
+    Variante variante;
+    V_VT(&variante.Bruta()) = VT_ARRAY | VT_DISPATCH;
+    V_ARRAY(&variante.Bruta()) = SafeArrayCreateVector(VT_VARIANT, 0, 3);
+    EXPECT_EQ(FalhaEm([&] { DeVariante<std::vector<Ref<Objeto>>>(variante.Bruta()); }).Numero, 13);
+    V_VT(&variante.Bruta()) = VT_ARRAY | VT_VARIANT;
+    Variante decimais;
+    V_VT(&decimais.Bruta()) = VT_ARRAY | VT_DECIMAL;
+    V_ARRAY(&decimais.Bruta()) = SafeArrayCreateVector(VT_DECIMAL, 0, 3);
+    EXPECT_EQ(FalhaEm([&] { DeVariante<std::vector<std::string>>(decimais.Bruta()); }).Numero, 13);
+}
+
+TEST_F(Automacao, Invoke_WithArraysThatAreNotThere_IsRefused)
+{
+    DISPPARAMS semArgumentos{nullptr, nullptr, 2, 0};
+    EXPECT_EQ(objeto->Invoke(1, IID_NULL, 0, DISPATCH_METHOD, &semArgumentos, nullptr, nullptr, nullptr), E_INVALIDARG);
+    VARIANT um{};
+    DISPID nomes[2] = {0, 1};
+    DISPPARAMS maisNomes{&um, nomes, 1, 2};
+    EXPECT_EQ(objeto->Invoke(1, IID_NULL, 0, DISPATCH_METHOD, &maisNomes, nullptr, nullptr, nullptr), E_INVALIDARG);
+    LPOLESTR semNome = nullptr;
+    DISPID numero = 0;
+    EXPECT_EQ(objeto->GetIDsOfNames(IID_NULL, &semNome, 1, 0, &numero), E_INVALIDARG);
+}
+
+TEST_F(Automacao, Invoke_OfAMethodWithAnArgumentTooMany_DoesNotRunIt)
+{
+    exemplo->m_Outro = Novo<Exemplo>();
+    EXPECT_EQ(FalhaEm([&] { tardio.Chama("Apaga", 1); }).Numero, 450);
+    EXPECT_FALSE(exemplo->m_Outro.Nada());
+    tardio.Chama("Apaga");
+    EXPECT_TRUE(exemplo->m_Outro.Nada());
+}
+
+TEST_F(Automacao, Devolve_IntoEveryTypeThatIsRead_Arrives)
+{
+    const auto troca = [&](VARTYPE tipo, VARIANT &lugar) {
+        VARIANT argumentos[3]{};
+        VARIANT_BOOL sim = VARIANT_FALSE;
+        BSTR texto = nullptr;
+        V_VT(&argumentos[0]) = VT_BYREF | VT_BOOL;
+        V_BOOLREF(&argumentos[0]) = &sim;
+        V_VT(&argumentos[1]) = VT_BYREF | VT_BSTR;
+        V_BSTRREF(&argumentos[1]) = &texto;
+        V_VT(&argumentos[2]) = static_cast<VARTYPE>(VT_BYREF | tipo);
+        V_BYREF(&argumentos[2]) = tipo == VT_DECIMAL ? static_cast<void *>(&lugar) : &V_R8(&lugar);
+        DISPPARAMS parametros{argumentos, nullptr, 3, 0};
+        std::wstring nome = L"Troca";
+        LPOLESTR ponteiro = nome.data();
+        DISPID numero = 0;
+        EXPECT_EQ(objeto->GetIDsOfNames(IID_NULL, &ponteiro, 1, 0, &numero), S_OK);
+        EXPECT_EQ(objeto->Invoke(numero, IID_NULL, 0, DISPATCH_METHOD, &parametros, nullptr, nullptr, nullptr), S_OK)
+            << tipo;
+        SysFreeString(texto);
+        V_VT(&lugar) = tipo;
+        return DeVariante<std::int32_t>(lugar);
+    };
+    for (const VARTYPE tipo : {VT_I1, VT_UI1, VT_I2, VT_UI2, VT_I4, VT_UI4, VT_INT, VT_UINT, VT_I8, VT_UI8}) {
+        VARIANT lugar{};
+        V_I8(&lugar) = 21;
+        EXPECT_EQ(troca(tipo, lugar), 42) << tipo;
+    }
+    VARIANT real{};
+    V_R4(&real) = 21;
+    EXPECT_EQ(troca(VT_R4, real), 42);
+    V_R8(&real) = 21;
+    EXPECT_EQ(troca(VT_R8, real), 42);
+    V_CY(&real).int64 = 210000;
+    EXPECT_EQ(troca(VT_CY, real), 42);
+    VARIANT decimal{};
+    V_DECIMAL(&decimal).Lo64 = 21;
+    EXPECT_EQ(troca(VT_DECIMAL, decimal), 42);
+}
+
+TEST_F(Automacao, Devolve_IntoALockedArray_IsFault10)
+{
+    SAFEARRAY *arranjo = SafeArrayCreateVector(VT_DISPATCH, 0, 1);
+    ASSERT_EQ(SafeArrayLock(arranjo), S_OK);
+    VARIANT argumento{};
+    V_VT(&argumento) = VT_BYREF | VT_ARRAY | VT_DISPATCH;
+    V_ARRAYREF(&argumento) = &arranjo;
+    DISPPARAMS parametros{&argumento, nullptr, 1, 0};
+    std::wstring nome = L"Enche";
+    LPOLESTR ponteiro = nome.data();
+    DISPID numero = 0;
+    ASSERT_EQ(objeto->GetIDsOfNames(IID_NULL, &ponteiro, 1, 0, &numero), S_OK);
+    EXCEPINFO informacao{};
+    const HRESULT codigo =
+        objeto->Invoke(numero, IID_NULL, 0, DISPATCH_METHOD, &parametros, nullptr, &informacao, nullptr);
+    EXPECT_EQ(FalhaDe(codigo, informacao).Numero, 10);
+    SafeArrayUnlock(arranjo);
+    SafeArrayDestroy(arranjo);
 }
 
 TEST_F(Automacao, OurRecord_IsItselfOnTheWayBackAndACopyOnTheOtherSide)

@@ -3,6 +3,7 @@
 #include "tests/windows/Fotografia.h"
 #include "tests/windows/TelaDeTeste.h"
 #include "windows/automation/Texto16.h"
+#include "windows/screen/Enumera.h"
 
 #include <commctrl.h>
 
@@ -22,18 +23,14 @@ class CamadaWindowsTest : public TelaDeTeste {
     static std::string Botoes(HWND caixa)
     {
         std::string botoes;
-        EnumChildWindows(
-            caixa,
-            [](HWND filha, LPARAM lista) CALLBACK -> BOOL {
-                wchar_t classe[32]{};
-                GetClassNameW(filha, classe, 32);
-                if (std::wstring(classe) == WC_BUTTONW && IsWindowVisible(filha)) {
-                    const std::string texto = TextoDe(filha);
-                    *reinterpret_cast<std::string *>(lista) += filha == GetFocus() ? "[" + texto + "]" : texto;
-                }
-                return TRUE;
-            },
-            reinterpret_cast<LPARAM>(&botoes));
+        for (const HWND filha : FilhasDe(caixa)) {
+            wchar_t classe[32]{};
+            GetClassNameW(filha, classe, 32);
+            if (std::wstring(classe) == WC_BUTTONW && IsWindowVisible(filha)) {
+                const std::string texto = TextoDe(filha);
+                botoes += filha == GetFocus() ? "[" + texto + "]" : texto;
+            }
+        }
         return botoes;
     }
     // In the box in front.
@@ -46,7 +43,7 @@ TEST_F(CamadaWindowsTest, Pergunta_TemSimENaoEOPadrao)
     NaCaixa([&](HWND caixa) {
         botoes = Botoes(caixa);
         EXPECT_EQ(TextoDe(caixa), "Atenção");
-        Fotografa(caixa, "pergunta");
+        Fotografa(GetWindow(caixa, GW_OWNER), "pergunta");
         Tecla(VK_RETURN);
     });
     EXPECT_FALSE(janelas->PerguntaSimNao("Confirma a exclusão de 'A & B'?\n\nNão há volta.", "Atenção", false));

@@ -8,10 +8,12 @@
 #include <objbase.h>
 #include <oleauto.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <functional>
 #include <iterator>
+#include <new>
 #include <string>
 #include <utility>
 #include <vector>
@@ -161,13 +163,14 @@ TEST_F(EntradasTeste, Shell_AfterItsRelease_HasLetGoOfEverythingOfTheHosts)
 
 TEST_F(EntradasTeste, Shell_AfterTheFirstHasEnded_WorksLikeIt)
 {
-    Hospedeiro.Logado = true;
     for (int vez = 0; vez < 3; ++vez) {
+        Hospedeiro.Logado = false;
         const Com<_Geral> geral = Componente.NovoGeral();
         const Tardio tardio(geral.Como<IDispatch>());
         EXPECT_FALSE(tardio.Chama<bool>("HabilitarItem", "mnuModVOREquiptos"));
         ASSERT_EQ(Hospedeiro.Configura(*geral.Ponteiro()), S_OK);
         ASSERT_EQ(Hospedeiro.Entra(*geral.Ponteiro()), S_OK);
+        Hospedeiro.Logado = true;
         EXPECT_TRUE(tardio.Chama<bool>("HabilitarItem", "mnuModVOREquiptos"));
         EXPECT_EQ(tardio.Chama<std::string>("SistemaQMR"), "VOR");
         tardio.Chama("Encerra");
@@ -232,8 +235,8 @@ TEST_F(EntradasTeste, Shell_CalledFromAnotherThread_AnswersInItsOwn)
 {
     Com<_Geral> geral = Componente.NovoGeral();
     ASSERT_EQ(Hospedeiro.Configura(*geral.Ponteiro()), S_OK);
-    Hospedeiro.Logado = true;
     ASSERT_EQ(Hospedeiro.Entra(*geral.Ponteiro()), S_OK);
+    Hospedeiro.Logado = true;
     DWORD fio = 0;
     Hospedeiro.AoPerguntarLogado = [&] { fio = GetCurrentThreadId(); };
     Com<IStream> levada;
@@ -278,8 +281,8 @@ class CopiaDoComponente {
     std::wstring Arquivo() const { return m_Arquivo.wstring(); }
 
   private:
-    std::filesystem::path m_Arquivo = std::filesystem::temp_directory_path() /
-                                      ("ZTAVOREQUIP" + std::to_string(GetCurrentProcessId()) + ".dll");
+    std::filesystem::path m_Arquivo =
+        std::filesystem::temp_directory_path() / ("ZTAVOREQUIP" + std::to_string(GetCurrentProcessId()) + ".dll");
 };
 
 TEST_F(EntradasTeste, CreateInstance_WithoutATypeLibraryInside_IsThePlatformsFault)
@@ -295,6 +298,40 @@ TEST_F(EntradasTeste, CreateInstance_WithoutATypeLibraryInside_IsThePlatformsFau
         EXPECT_EQ(saida, nullptr);
         EXPECT_EQ(danificado.PodeDescarregar(), S_OK);
     }
+}
+
+// An object of the host's in memory that is gone when the host's program has ended.
+class ObjetoPassageiro final : public IUnknown {
+  public:
+    static ObjetoPassageiro *Novo()
+    {
+        s_Lugar = VirtualAlloc(nullptr, sizeof(ObjetoPassageiro), MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE);
+        std::atexit([] { VirtualFree(s_Lugar, 0, MEM_RELEASE); });
+        return new (s_Lugar) ObjetoPassageiro;
+    }
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void **saida) override
+    {
+        *saida = iid == IID_IUnknown || iid == IID_IDispatch ? this : nullptr;
+        return *saida == nullptr ? E_NOINTERFACE : S_OK;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return ++m_Referencias; }
+    ULONG STDMETHODCALLTYPE Release() override { return --m_Referencias; }
+
+  private:
+    static inline void *s_Lugar = nullptr;
+    ULONG m_Referencias = 1;
+};
+
+TEST(EntradasMorteTeste, Process_EndingWithTheShellStillThere_LeavesTheHostsObjectsAlone)
+{
+    EXPECT_EXIT(
+        {
+            auto *componente = new ComponenteDeTeste;
+            const Com<_Geral> geral = componente->NovoGeral();
+            geral->putref_cGlobal(reinterpret_cast<IDispatch *>(ObjetoPassageiro::Novo()));
+            std::exit(3);
+        },
+        testing::ExitedWithCode(3), "");
 }
 
 TEST(Recursos, VersionOfTheFile_TellsTheModule)

@@ -1,8 +1,13 @@
+#include "host/LimiteDifED.h"
 #include "host/SensorED.h"
 #include "shell/Especifica.h"
 #include "tests/support/Estradas.h"
+#include "tests/support/RegistroDoTexto.h"
 #include "tests/support/RegistroEmMemoria.h"
 #include "tests/support/VarreduraRegistro.h"
+#include "tests/tela/RuasDeTeste.h"
+#include "tests/windows/Cortes.h"
+#include "tests/windows/Fotografia.h"
 #include "tests/windows/OperadorNativo.h"
 #include "tests/windows/TelaDeTeste.h"
 
@@ -79,6 +84,71 @@ TEST_F(EstradasNativasTest, Search_InNativeWindows_BySomeCriteriaAndOrders)
     };
     EXPECT_EQ(Percorre(percurso), "");
     EXPECT_EQ(descricoes, "Antes de todos;Radar da entrada;");
+}
+
+// Pictures of every window at work, and nothing in them is cut.
+TEST_F(EstradasNativasTest, Windows_WithAllThatTheyShow_ShowItWhole)
+{
+    camada->Logradouros = Novo<RuasDeTeste>();
+    const Ref<EquiptoED> guardado = registro->Equipamento(numero);
+    guardado->CodMunic = Canoas;
+    guardado->Descricao = "Avenida das Nações Unidas, sentido centro, em frente ao nº 1200";
+    const Ref<SensorED> sensor = guardado->Sensores.Valor()->Item(1);
+    sensor->CodLograd = 2;
+    sensor->EndNro = 1200;
+    sensor->EndCompl = "em frente ao posto de pedágio";
+    sensor->EndCep = 92000020;
+    sensor->LocalInfr = "Rua Benta, 1200, em frente ao posto de pedágio";
+    for (int outro = 1; outro <= 49; ++outro) {
+        registro->Poe(EquiptoCalibrado("R", 2, "R" + std::to_string(200 + outro)));
+    }
+    registro->PoeLimite(DoTexto<LimiteDifED>(
+        "NroIntEquip=" + std::to_string(numero) +
+        R"(, Dia=2, HoraInicio=600, HoraFim=2200, VelocPerm=40, VelocMin=0, Ativo=1, TipoLimite=1)"));
+    const auto olha = [](PessoaNaTela &p, const std::string &nome) {
+        dynamic_cast<OperadorNativo &>(p).Olha([&](HWND janela) {
+            Fotografa(janela, "trabalho-" + nome);
+            EXPECT_EQ(Cortes(janela), std::vector<std::string>()) << nome;
+        });
+    };
+    Percurso percurso;
+    percurso.Janelas["frmLista"] = [&](PessoaNaTela &p) {
+        p.Localiza("ztlLista");
+        p.OrdenaPor("ztlLista", 2);
+        p.ClicaLinha("ztlLista", 1);
+        olha(p, "lista");
+        p.EscolheMenu("ztlLista", "mnuZTLObjEditar");
+        p.ClicaLinha("ztlLista", 1);
+        p.EscolheMenu("ztlLista", "mnuZTLObjLimitesDif");
+        p.Fecha();
+    };
+    percurso.Janelas["frmEquipDetalhes"] = [&](PessoaNaTela &p) {
+        olha(p, "equipamento-0");
+        p.Abre("sstDados", 1);
+        olha(p, "equipamento-1");
+        p.Abre("sstDados", 2);
+        p.ClicaLinha("ztListaSensor", 1);
+        olha(p, "equipamento-2");
+        p.EscolheMenu("ztListaSensor", "mnuZTLObjEditar");
+        p.Fecha();
+    };
+    percurso.Janelas["frmEquipSensores"] = [&](PessoaNaTela &p) {
+        olha(p, "sensor-0");
+        p.Abre("sstDados", 1);
+        p.ClicaLinha("ztListaAfericao", 1);
+        olha(p, "sensor-1");
+        p.EscolheMenu("ztListaAfericao", "mnuZTLObjEditar");
+        p.Fecha();
+    };
+    percurso.Janelas["frmEquipAfericoes"] = [&](PessoaNaTela &p) {
+        olha(p, "afericao");
+        p.Fecha();
+    };
+    percurso.Janelas["frmLimitesDif"] = [&](PessoaNaTela &p) {
+        olha(p, "limites");
+        p.Fecha();
+    };
+    EXPECT_EQ(Percorre(percurso), "");
 }
 
 TEST_F(EstradasNativasTest, Person_WhoseActionCannotBeDone_IsTold)

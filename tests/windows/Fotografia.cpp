@@ -11,6 +11,7 @@ namespace nativo {
 void Fotografa(HWND janela, const std::string &nome)
 {
     RedrawWindow(janela, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_ALLCHILDREN | RDW_FRAME);
+    GdiFlush(); // what was painted is on the screen
     RECT lugar{};
     GetWindowRect(janela, &lugar);
     const RECT tudo{0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)};

@@ -298,6 +298,19 @@ TEST(Inscricao, InscreveComponente_WhereItIsAllowedOrFailsOtherwise_LeavesTheUse
     EXPECT_EQ(usuario.Tudo, RegistroEmMemoria::Chaves());
 }
 
+TEST(Inscricao, InscreveComponente_OverAnOlderOneOfTheUser_IsThatOneToo)
+{
+    RegistroEmMemoria maquina;
+    RegistroEmMemoria usuario;
+    EXPECT_EQ(Inscricao(usuario, L"C:\\antes\\ZTAVOREQUIP.dll").Inscreve(), ERROR_SUCCESS);
+    EXPECT_EQ(InscreveComponente(maquina, usuario, Arquivo), S_OK);
+    EXPECT_EQ(Linhas(maquina), Esperado(ParaUtf8(Arquivo)));
+    EXPECT_EQ(Linhas(usuario), Esperado(ParaUtf8(Arquivo))) << "the user's counts before the machine's";
+    EXPECT_EQ(DesinscreveComponente(maquina, usuario, Arquivo), S_OK);
+    EXPECT_EQ(Linhas(usuario), std::vector<std::string>());
+    EXPECT_EQ(Linhas(maquina), std::vector<std::string>());
+}
+
 TEST(Inscricao, InscreveComponente_WhereNobodyMayWrite_TellsSo)
 {
     RegistroEmMemoria maquina;

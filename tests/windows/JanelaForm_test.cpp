@@ -352,6 +352,25 @@ TEST_F(JanelaFormTest, Minimizada_OFormSabeEVolta)
     EXPECT_FALSE(IsIconic(Manipulador()));
 }
 
+TEST_F(JanelaFormTest, AparenciaDoSistemaMudou_AJanelaSegueSemGastar)
+{
+    Abre(Variado());
+    const auto muda = [this] {
+        for (const UINT mensagem : {WM_SETTINGCHANGE, WM_SYSCOLORCHANGE, WM_THEMECHANGED}) {
+            SendMessageW(Manipulador(), mensagem, 0, 0);
+        }
+        Roda();
+    };
+    muda();
+    const DWORD antes = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
+    for (int n = 0; n < 20; ++n) {
+        muda();
+    }
+    EXPECT_EQ(GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS), antes);
+    EXPECT_EQ(reinterpret_cast<HFONT>(SendMessageW(Filha("txtNome"), WM_GETFONT, 0, 0)), Janela().Escrita().Fonte());
+    EXPECT_TRUE(IsWindowVisible(Filha("txtNome")));
+}
+
 TEST_F(JanelaFormTest, NomesParaOLeitor_SaoOsRotulosAntesDosCampos)
 {
     Abre(Variado());
@@ -423,8 +442,16 @@ struct Gastos {
 
 TEST_F(JanelaFormTest, MilVezesAbrirUsarEFechar_NadaCresce)
 {
-    const auto vez = [this] {
-        Abre(Variado());
+    const Peca simples = EmColuna({
+        Rotulado(UmCampo("txtNome", 20), "&Nome:"),
+        UmaMarca("chkAtivo", "&Ativo"),
+        {.Ajustes = AjustesSSTab{.Paginas = {"&Geral", "&Opções"}},
+         .Nome = "sstDados",
+         .Pecas = {UmQuadro("fra0", {UmCampo("txtGeral", 5)}), UmQuadro("fra1", {UmaOpcao("optUma", "&Uma")})}},
+        UmBotao("cmdOK", "&OK"),
+    });
+    const auto vez = [&] {
+        Abre(simples);
         SetWindowTextW(Filha("txtNome"), L"x");
         SendMessageW(Filha("chkAtivo"), BM_CLICK, 0, 0);
         Controle<SSTab>("sstDados")->DefineTab(1);

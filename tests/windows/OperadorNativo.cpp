@@ -519,6 +519,15 @@ void OperadorNativo::Fecha()
     m_Telas.Espera("the window " + m_Janela + " is gone", [&] { return m_Telas.ClasseDaFrente() != m_Janela; });
 }
 
+void OperadorNativo::Olha(const std::function<void(HWND)> &olhar)
+{
+    m_Telas.Ve<bool>([&] {
+        m_Telas.Camada().ProcessaMensagens();
+        olhar(m_Telas.Frente()->Manipulador());
+        return true;
+    });
+}
+
 std::int32_t OperadorNativo::Linhas(const std::string &nome)
 {
     return m_Telas.Ve<std::int32_t>([&] { return Pergunta(Janela(nome, Parte::Linhas), LVM_GETITEMCOUNT); });

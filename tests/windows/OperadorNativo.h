@@ -36,6 +36,9 @@ class OperadorNativo : public PessoaNaTela {
     void EscolheCliente(const std::string &nome, const std::string &cliente, const std::string &setor) override;
     void Fecha() override;
 
+    // Looks at the window in front, in the thread of the windows.
+    void Olha(const std::function<void(HWND)> &olhar);
+
     std::int32_t Linhas(const std::string &nome) override;
     std::string Celula(const std::string &nome, std::int32_t linha, const std::string &coluna) override;
 

@@ -580,7 +580,21 @@ TEST_F(PublicosTeste, Faults_OnBothRoads_AreTheSame)
     IDispatch *nenhum = nullptr;
     ConfereEstradas(Geral->Logon(&nenhum, &nenhum, nulo),
                     Chama(*Geral.Ponteiro(), L"Logon", {Objeto(nullptr), Objeto(nullptr), Faz(VT_NULL)}),
-                    NumeroFalha::NuloInvalido, "ZTAVOREQUIP", DescricaoFalha(NumeroFalha::NuloInvalido));
+                    NumeroFalha::NuloInvalido, "ZTAVOREQUIP < Geral.Logon", DescricaoFalha(NumeroFalha::NuloInvalido));
+    VARIANT_BOOL tratado = VARIANT_TRUE;
+    ConfereEstradas(Geral->ClickMenu(nulo, &tratado), Chama(*Geral.Ponteiro(), L"ClickMenu", {Faz(VT_NULL)}),
+                    NumeroFalha::NuloInvalido, "ZTAVOREQUIP < Geral.ClickMenu",
+                    DescricaoFalha(NumeroFalha::NuloInvalido));
+    EXPECT_EQ(tratado, VARIANT_FALSE);
+}
+
+TEST_F(PublicosTeste, Especifica_ClickMenuOfWhatIsNoText_EndsTheFaultAndGivesNothing)
+{
+    VARIANT nulo{};
+    V_VT(&nulo) = VT_NULL;
+    auto *nada = reinterpret_cast<IDispatch *>(1);
+    EXPECT_EQ(Especifica()->ClickMenu(&nulo, &nada), S_OK);
+    EXPECT_EQ(nada, nullptr);
 }
 
 TEST_F(PublicosTeste, Faults_WithoutAPlaceForThem_AreStillCodes)
@@ -630,8 +644,8 @@ TEST_F(PublicosTeste, ObtemTransacao_OnBothRoads_IsNothing)
 TEST_F(PublicosTeste, HabilitarItem_OfTheTools_AsksTheHostAndIgnoresWhatIsNoTool)
 {
     ASSERT_EQ(Hospedeiro.Configura(*Geral.Ponteiro()), S_OK);
-    Hospedeiro.Logado = true;
     ASSERT_EQ(Hospedeiro.Entra(*Geral.Ponteiro()), S_OK);
+    Hospedeiro.Logado = true;
     const Tardio tardio(Geral.Como<IDispatch>());
     EXPECT_TRUE(tardio.Chama<bool>("HabilitarItem", "mnuModVOREquiptos"));
     EXPECT_EQ(Hospedeiro.Permissoes, std::vector<std::string>{"NAB/VOR-EQP-CS/"});

@@ -211,7 +211,7 @@ TEST_F(RenderListaTest, Heading_Clicked_SortsAndShowsTheArrow)
     EXPECT_EQ(Celula(0, 1), "ção 0");
     EXPECT_EQ(seta(0), 0);
     EXPECT_EQ(seta(1), HDF_SORTUP);
-    EXPECT_EQ(Escolhida(), 3); // the row itself, where it has gone
+    EXPECT_EQ(Escolhida(), 3);                                         // the row itself, where it has gone
     Faz(Entradas().Clica(Titulos(), {descricao.x + 20, descricao.y})); // no double click
     EXPECT_TRUE(lista->OrdemDecrescente());
     EXPECT_EQ(Celula(0, 1), "ção 2");

@@ -1,6 +1,7 @@
 #include "tests/windows/TelaDeTeste.h"
 
 #include "tests/tela/RuasDeTeste.h"
+#include "windows/screen/Enquanto.h"
 
 #include <utility>
 
@@ -51,13 +52,17 @@ void TelaDeTeste::Abre(Peca raiz, bool modal)
     Abre(descrito.Form, modal);
 }
 
+void CALLBACK TelaDeTeste::Relogio(HWND, UINT, UINT_PTR, DWORD)
+{
+    g_Esta->Espreita();
+}
+
 void TelaDeTeste::NaFrente(const wchar_t *classe, std::function<void(HWND)> ato)
 {
     m_NaFrente.push_back({classe, std::move(ato)});
     if (m_Relogio == 0) {
         g_Esta = this;
-        m_Relogio =
-            SetTimer(nullptr, 0, USER_TIMER_MINIMUM, [](HWND, UINT, UINT_PTR, DWORD) CALLBACK { g_Esta->Espreita(); });
+        m_Relogio = SetTimer(nullptr, 0, USER_TIMER_MINIMUM, Relogio);
     }
 }
 
@@ -69,6 +74,7 @@ void TelaDeTeste::Espreita()
     if (!m_NaFrente.empty() && m_NaFrente.front().Classe == classe && IsWindowVisible(ativa)) {
         const auto ato = std::move(m_NaFrente.front().Ato);
         m_NaFrente.erase(m_NaFrente.begin());
+        const Enquanto emAto(m_EmAto);
         ato(ativa);
     }
 }
@@ -122,7 +128,9 @@ void TelaDeTeste::Tecla(WORD tecla, std::vector<WORD> seguradas)
         entradas.push_back(DeTecla(segurada, true));
     }
     ASSERT_EQ(SendInput(static_cast<UINT>(entradas.size()), entradas.data(), sizeof(INPUT)), entradas.size());
-    Roda();
+    if (!m_EmAto) { // who waits runs the messages, and knows its keys
+        Roda();
+    }
 }
 
 void TelaDeTeste::Digita(std::wstring_view texto)

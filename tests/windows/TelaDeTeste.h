@@ -56,11 +56,13 @@ class TelaDeTeste : public HostTeste {
         std::function<void(HWND)> Ato;
     };
 
+    static void CALLBACK Relogio(HWND, UINT, UINT_PTR, DWORD);
     void Espreita();
 
     static inline TelaDeTeste *g_Esta = nullptr;
     std::vector<Espera> m_NaFrente;
     UINT_PTR m_Relogio = 0;
+    bool m_EmAto = false;
 };
 
 inline constexpr const wchar_t *ClasseDoForm = L"ZTAVOREQUIP.Form";

@@ -54,6 +54,8 @@ template <class T> class Com {
         return &m_Alvo;
     }
     void **RecebeVazio() noexcept { return reinterpret_cast<void **>(Recebe()); }
+    // Where a call replaces the counted reference that is here.
+    T **Endereco() noexcept { return &m_Alvo; }
     // Gives the counted reference away.
     T *Solta() noexcept { return std::exchange(m_Alvo, nullptr); }
 

@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
+#include <cmath>
+#include <limits>
 #include <map>
 #include <memory>
 
@@ -191,6 +193,12 @@ std::shared_ptr<const detalhe::TabelaDeMembros> TabelaDoObjeto(::Objeto &objeto)
     return achada->Tabela;
 }
 
+const std::shared_ptr<detalhe::Internos> &InternosVivos()
+{
+    static const auto vivos = std::make_shared<detalhe::Internos>();
+    return vivos;
+}
+
 class Embrulho;
 
 using Embrulhos = std::map<std::pair<const ::Objeto *, Lado>, Embrulho *>;
@@ -200,11 +208,6 @@ const std::shared_ptr<Embrulhos> &EmbrulhosVivos()
 {
     static const auto vivos = std::make_shared<Embrulhos>();
     return vivos;
-}
-
-HRESULT CodigoDe(const ArgumentoErrado &errado)
-{
-    return errado.Numero == NumeroFalha::Estouro ? DISP_E_OVERFLOW : DISP_E_TYPEMISMATCH;
 }
 
 class Embrulho final : public Contado<IDispatch> {
@@ -261,7 +264,8 @@ class Embrulho final : public Contado<IDispatch> {
         if (iid != IID_NULL) {
             return DISP_E_UNKNOWNINTERFACE;
         }
-        if (nomes == nullptr || numeros == nullptr || quantos == 0) {
+        if (nomes == nullptr || numeros == nullptr || quantos == 0 ||
+            std::any_of(nomes, nomes + quantos, [](LPOLESTR nome) { return nome == nullptr; })) {
             return E_INVALIDARG;
         }
         bool todos = false;
@@ -278,7 +282,7 @@ class Embrulho final : public Contado<IDispatch> {
         if (iid != IID_NULL) {
             return DISP_E_UNKNOWNINTERFACE;
         }
-        if (parametros == nullptr) {
+        if (parametros == nullptr || !Coerentes(*parametros)) {
             return E_INVALIDARG;
         }
         if (resposta != nullptr) {
@@ -292,7 +296,7 @@ class Embrulho final : public Contado<IDispatch> {
             if (errado != nullptr) {
                 *errado = argumento.Indice;
             }
-            return CodigoDe(argumento);
+            return argumento.Codigo;
         } catch (...) {
             const Falha falha = FalhaCorrente();
             if (informacao == nullptr) {
@@ -391,7 +395,7 @@ class Embrulho final : public Contado<IDispatch> {
                 return DISP_E_BADPARAMCOUNT;
             }
         } else {
-            if (membro->Maximo == 0 && chamada.Quantos() > 0 && parametros.cNamedArgs == 0) {
+            if (membro->Propriedade && chamada.Quantos() > 0 && parametros.cNamedArgs == 0) {
                 return ExecutaNoQueDa(acao, parametros, modo, resposta);
             }
             chamada.Nomeados(membro->Maximo);
@@ -399,8 +403,8 @@ class Embrulho final : public Contado<IDispatch> {
                 return DISP_E_BADPARAMCOUNT;
             }
             for (std::size_t i = 0; i < membro->Minimo; ++i) {
-                if (detalhe::EhAusente(chamada.Argumento(i))) {
-                    return DISP_E_PARAMNOTOPTIONAL;
+                if (chamada.EhAusente(i)) {
+                    throw ArgumentoErrado{chamada.IndiceDe(chamada.Argumento(i)), DISP_E_PARAMNOTOPTIONAL};
                 }
             }
         }
@@ -476,6 +480,16 @@ long Vivo::Quantos() noexcept
     return Contagem;
 }
 
+IInterno::IInterno() : m_Vivos(InternosVivos())
+{
+    m_Vivos->insert(this);
+}
+
+IInterno::~IInterno()
+{
+    m_Vivos->erase(this);
+}
+
 Chamada::Chamada(const DISPPARAMS &parametros, VARIANT *resposta, Lado lado)
     : m_Parametros(parametros),
       m_Resposta(resposta),
@@ -510,10 +524,10 @@ void Chamada::Nomeados(std::size_t quantos)
 {
     for (UINT i = 0; i < m_Parametros.cNamedArgs; ++i) {
         const DISPID numero = m_Parametros.rgdispidNamedArgs[i];
-        if (numero < 0 || static_cast<std::size_t>(numero) >= quantos) {
-            throw Falha(NumeroDe(DISP_E_PARAMNOTFOUND));
-        }
         const auto posicao = static_cast<std::size_t>(numero);
+        if (numero < 0 || posicao >= quantos || (posicao < m_Argumentos.size() && m_Argumentos[posicao] != nullptr)) {
+            throw ArgumentoErrado{i, DISP_E_PARAMNOTFOUND};
+        }
         if (posicao >= m_Argumentos.size()) {
             m_Argumentos.resize(posicao + 1);
         }
@@ -521,37 +535,103 @@ void Chamada::Nomeados(std::size_t quantos)
     }
 }
 
+bool Chamada::EhAusente(std::size_t posicao) const
+{
+    const VARIANT &argumento = Argumento(posicao);
+    try {
+        return detalhe::EhAusente(argumento);
+    } catch (const Falha &falha) {
+        throw ArgumentoErrado{IndiceDe(argumento), CodigoDoArgumento(falha)};
+    }
+}
+
+bool EhDoArgumento(const Falha &falha) noexcept
+{
+    if (falha.Fonte != NomeComponente) { // what the caller's own object raised when it was asked
+        return false;
+    }
+    switch (falha.Numero) {
+    case NumeroFalha::Estouro:
+    case NumeroFalha::SubscritoForaDoIntervalo:
+    case NumeroFalha::TipoIncompativel:
+    case NumeroFalha::ObjetoNaoDefinido:
+    case NumeroFalha::NuloInvalido:
+    case NumeroFalha::ObjetoNecessario:
+    case NumeroFalha::MembroInexistente:
+        return true;
+    default:
+        return falha.Numero == NumeroDe(E_NOINTERFACE);
+    }
+}
+
+HRESULT CodigoDoArgumento(const Falha &falha) noexcept
+{
+    return falha.Numero == NumeroFalha::Estouro ? DISP_E_OVERFLOW : DISP_E_TYPEMISMATCH;
+}
+
+bool Coerentes(const DISPPARAMS &parametros) noexcept
+{
+    return parametros.cNamedArgs <= parametros.cArgs && (parametros.cArgs == 0 || parametros.rgvarg != nullptr) &&
+           (parametros.cNamedArgs == 0 || parametros.rgdispidNamedArgs != nullptr);
+}
+
+namespace {
+
+// Puts an array in the place of the caller's, which has elements of a type.
+void DevolveArranjo(SAFEARRAY **lugar, VARTYPE tipo, Variante valor)
+{
+    constexpr USHORT presos = FADF_AUTO | FADF_STATIC | FADF_EMBEDDED | FADF_FIXEDSIZE;
+    if (V_VT(&valor.Bruta()) != (VT_ARRAY | tipo)) {
+        if ((V_VT(&valor.Bruta()) & VT_ARRAY) == 0 || (tipo != VT_VARIANT && tipo != VT_DISPATCH)) {
+            throw Falha(NumeroFalha::TipoIncompativel);
+        }
+        valor = detalhe::FazArranjo(tipo, detalhe::LeArranjo(valor.Bruta()));
+    }
+    SAFEARRAY *antigo = *lugar;
+    if (antigo != nullptr && ((antigo->fFeatures & presos) != 0 || antigo->cLocks > 0)) {
+        throw Falha(NumeroDe(DISP_E_ARRAYISLOCKED));
+    }
+    *lugar = std::exchange(V_ARRAY(&valor.Bruta()), antigo); // which goes with the value
+    if (antigo == nullptr) {
+        V_VT(&valor.Bruta()) = VT_EMPTY;
+    } else {
+        V_VT(&valor.Bruta()) = static_cast<VARTYPE>(VT_ARRAY | tipo);
+    }
+}
+
+template <class T> T Estreito(double numero)
+{
+    const double inteiro = CDbl(std::nearbyint(numero)); // half to even, as the platform
+    if (!(inteiro >= static_cast<double>(std::numeric_limits<T>::min()) &&
+          inteiro <= static_cast<double>(std::numeric_limits<T>::max()))) {
+        throw Falha(NumeroFalha::Estouro);
+    }
+    return static_cast<T>(inteiro);
+}
+
+} // namespace
+
 void Chamada::DevolveEm(const VARIANT &referencia, Variante valor)
 {
-    const VARIANT *atual = &referencia;
-    while (V_VT(atual) == (VT_BYREF | VT_VARIANT)) {
-        VARIANT *alvo = V_VARIANTREF(atual);
-        if (V_VT(alvo) == (VT_BYREF | VT_VARIANT)) {
-            atual = alvo;
-            continue;
-        }
-        if ((V_VT(alvo) & VT_BYREF) == 0) {
-            VariantClear(alvo);
-            valor.SoltaEm(*alvo);
+    if (V_VT(&referencia) == (VT_BYREF | VT_VARIANT)) {
+        const VARIANT &alvo = detalhe::Referido(referencia);
+        if ((V_VT(&alvo) & VT_BYREF) == 0) { // a variable of the caller's, of whatever type
+            auto &variavel = const_cast<VARIANT &>(alvo);
+            Exige(VariantClear(&variavel));
+            valor.SoltaEm(variavel);
             return;
         }
-        atual = alvo;
     }
+    const VARIANT *atual = &detalhe::Referido(referencia);
     if ((V_VT(atual) & VT_BYREF) == 0) {
         return;
     }
     const auto tipo = static_cast<VARTYPE>(V_VT(atual) & ~VT_BYREF);
-    VARIANT &novo = valor.Bruta();
     if ((tipo & VT_ARRAY) != 0) {
-        if (V_VT(&novo) == tipo) {
-            SAFEARRAY *antigo = std::exchange(*V_ARRAYREF(atual), std::exchange(V_ARRAY(&novo), nullptr));
-            V_VT(&novo) = VT_EMPTY;
-            if (antigo != nullptr) {
-                SafeArrayDestroy(antigo);
-            }
-        }
+        DevolveArranjo(V_ARRAYREF(atual), static_cast<VARTYPE>(tipo & VT_TYPEMASK), std::move(valor));
         return;
     }
+    const VARIANT &novo = valor.Bruta();
     switch (tipo) {
     case VT_BOOL:
         *V_BOOLREF(atual) = DeVariante<bool>(novo) ? VARIANT_TRUE : VARIANT_FALSE;
@@ -559,15 +639,40 @@ void Chamada::DevolveEm(const VARIANT &referencia, Variante valor)
     case VT_UI1:
         *V_UI1REF(atual) = DeVariante<std::uint8_t>(novo);
         break;
+    case VT_I1:
+        *V_UI1REF(atual) = static_cast<BYTE>(Estreito<signed char>(DeVariante<double>(novo)));
+        break;
     case VT_I2:
         *V_I2REF(atual) = DeVariante<std::int16_t>(novo);
+        break;
+    case VT_UI2:
+        *V_UI2REF(atual) = Estreito<USHORT>(DeVariante<double>(novo));
         break;
     case VT_I4:
     case VT_INT:
         *V_I4REF(atual) = DeVariante<std::int32_t>(novo);
         break;
+    case VT_UI4:
+    case VT_UINT:
+        *V_UI4REF(atual) = Estreito<ULONG>(DeVariante<double>(novo));
+        break;
+    case VT_I8:
+        *V_I8REF(atual) = DeVariante<std::int32_t>(novo);
+        break;
+    case VT_UI8:
+        *V_UI8REF(atual) = Estreito<ULONG>(DeVariante<double>(novo));
+        break;
+    case VT_R4:
+        *V_R4REF(atual) = static_cast<float>(DeVariante<double>(novo));
+        break;
     case VT_R8:
         *V_R8REF(atual) = DeVariante<double>(novo);
+        break;
+    case VT_CY:
+        Exige(VarCyFromR8(DeVariante<double>(novo), V_CYREF(atual)));
+        break;
+    case VT_DECIMAL:
+        Exige(VarDecFromR8(DeVariante<double>(novo), V_DECIMALREF(atual)));
         break;
     case VT_DATE:
         *V_DATEREF(atual) = DeVariante<Data>(novo).Valor;
@@ -655,9 +760,20 @@ Com<IDispatch> Oferece(const Ref<::Objeto> &objeto, Lado lado)
     return Embrulha(objeto, lado);
 }
 
+Com<IInterno> InternoDe(const Com<IDispatch> &objeto)
+{
+    // An object may answer with itself whatever it is asked for, and another copy of the component has the same
+    // identifier.
+    Com<IInterno> interno = objeto.Como<IInterno>();
+    if (!InternosVivos()->contains(interno.Ponteiro())) {
+        return {};
+    }
+    return interno;
+}
+
 Ref<::Objeto> Interno(const Com<IDispatch> &objeto, Lado lado)
 {
-    const Com<IInterno> interno = objeto.Como<IInterno>();
+    const Com<IInterno> interno = InternoDe(objeto);
     if (!interno || (interno->DeQueLado() == Lado::Hospedeiro && lado == Lado::Componente)) {
         return {};
     }

@@ -8,7 +8,9 @@
 #include <cstdint>
 #include <functional>
 #include <initializer_list>
+#include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <tuple>
@@ -30,16 +32,41 @@ class Vivo {
 };
 
 // By which our own objects know each other behind their automation objects.
+struct IInterno;
+
+namespace detalhe {
+using Internos = std::set<const IInterno *>;
+}
+
 struct IInterno : IUnknown {
     virtual ::Objeto *STDMETHODCALLTYPE Alvo() = 0;
     virtual Lado STDMETHODCALLTYPE DeQueLado() = 0;
+
+  protected:
+    IInterno();
+    IInterno(const IInterno &) = delete;
+    IInterno &operator=(const IInterno &) = delete;
+    ~IInterno();
+
+  private:
+    std::shared_ptr<detalhe::Internos> m_Vivos; // may outlive everything else of this room
 };
+
+// Ours behind an automation object; empty for any other.
+Com<IInterno> InternoDe(const Com<IDispatch> &objeto);
 
 // An argument that cannot be taken as what the member wants it to be.
 struct ArgumentoErrado {
     UINT Indice; // as the caller's array counts, in which the last one comes first
-    std::int32_t Numero;
+    HRESULT Codigo;
 };
+
+// Whether a fault tells that an argument is not of the type that is wanted, and is not the caller's own object's.
+bool EhDoArgumento(const Falha &falha) noexcept;
+// The code by which such an argument is refused.
+HRESULT CodigoDoArgumento(const Falha &falha) noexcept;
+// Whether the arrays of a call are there, and as long as it says.
+bool Coerentes(const DISPPARAMS &parametros) noexcept;
 
 // The arguments of a call that came in, in their order, and its answer.
 class Chamada {
@@ -67,9 +94,13 @@ class Chamada {
             ParaVariante(valor, m_Lado).SoltaEm(*m_Resposta);
         }
     }
-    // Puts the arguments that have names in their places. numeros: the numbers of the arguments' names are their
-    // positions.
+    // Puts the arguments that have names in their places; the numbers of the names are their positions. Of so many.
+    // Raises ArgumentoErrado for a name that there is not, or whose place is taken.
     void Nomeados(std::size_t quantos);
+    // Whether an argument was left out. Raises ArgumentoErrado for one that is a reference to nothing.
+    bool EhAusente(std::size_t posicao) const;
+    // Place of an argument in the caller's array; 0 for one that was left out.
+    UINT IndiceDe(const VARIANT &argumento) const;
 
   private:
     template <class T> T LeDe(const VARIANT &variante) const
@@ -77,11 +108,12 @@ class Chamada {
         try {
             return DeVariante<T>(variante, m_Lado);
         } catch (const Falha &falha) {
-            throw ArgumentoErrado{IndiceDe(variante), falha.Numero};
+            if (!EhDoArgumento(falha)) {
+                throw;
+            }
+            throw ArgumentoErrado{IndiceDe(variante), CodigoDoArgumento(falha)};
         }
     }
-    // Place of an argument in the caller's array; 0 for one that was left out.
-    UINT IndiceDe(const VARIANT &argumento) const;
     static void DevolveEm(const VARIANT &referencia, Variante valor);
 
     const DISPPARAMS &m_Parametros;
@@ -101,8 +133,9 @@ struct MembroOferecido {
     std::vector<std::string> Argumentos{}; // names; of a method alone
     std::size_t Minimo = 0;                // arguments that must be there
     std::size_t Maximo = 0;
-    Acao Le{};      // a method or the reading of a property
-    Acao Escreve{}; // of a property
+    bool Propriedade = false; // whose arguments, if any, are an index of the object that it gives
+    Acao Le{};                // a method or the reading of a property
+    Acao Escreve{};           // of a property
 };
 
 struct TabelaDeMembros {
@@ -179,11 +212,11 @@ template <class C> class Membros {
     }
 
     // What is read alone: a member function, or a function of the object.
-    template <class Le> void Leitura(const std::string &nome, Le le) { Junta(nome).Le = Leitor(le); }
+    template <class Le> void Leitura(const std::string &nome, Le le) { JuntaPropriedade(nome).Le = Leitor(le); }
     // What is read and written.
     template <class Le, class Escreve> void Propriedade(const std::string &nome, Le le, Escreve escreve)
     {
-        detalhe::MembroOferecido &membro = Junta(nome);
+        detalhe::MembroOferecido &membro = JuntaPropriedade(nome);
         membro.Le = Leitor(le);
         membro.Escreve = Escritor(escreve);
     }
@@ -196,7 +229,7 @@ template <class C> class Membros {
     void PropriedadeBruta(const std::string &nome, std::function<Variante(C &, Lado)> le,
                           std::function<void(C &, const VARIANT &, Lado)> escreve)
     {
-        detalhe::MembroOferecido &membro = Junta(nome);
+        detalhe::MembroOferecido &membro = JuntaPropriedade(nome);
         membro.Le = [le = std::move(le)](::Objeto &objeto, Chamada &chamada) {
             chamada.Responde(le(Este(objeto), chamada.DeQueLado()));
         };
@@ -207,7 +240,7 @@ template <class C> class Membros {
     // A public data member.
     template <class T> void Campo(const std::string &nome, T C::*onde)
     {
-        detalhe::MembroOferecido &membro = Junta(nome);
+        detalhe::MembroOferecido &membro = JuntaPropriedade(nome);
         membro.Le = [onde](::Objeto &objeto, Chamada &chamada) { chamada.Responde(Este(objeto).*onde); };
         membro.Escreve = [onde](::Objeto &objeto, Chamada &chamada) {
             Este(objeto).*onde = chamada.template LeEscrito<T>();
@@ -283,6 +316,12 @@ template <class C> class Membros {
             }
         }
         throw Falha(NumeroFalha::MembroInexistente);
+    }
+    detalhe::MembroOferecido &JuntaPropriedade(const std::string &nome)
+    {
+        detalhe::MembroOferecido &membro = Junta(nome);
+        membro.Propriedade = true;
+        return membro;
     }
     detalhe::MembroOferecido &Junta(const std::string &nome)
     {

@@ -101,6 +101,10 @@ HRESULT HResultDe(std::int32_t numero) noexcept
 Falha FalhaDe(HRESULT codigo, EXCEPINFO &informacao)
 {
     if (codigo != DISP_E_EXCEPTION) {
+        for (BSTR texto : {informacao.bstrSource, informacao.bstrDescription, informacao.bstrHelpFile}) {
+            SysFreeString(texto);
+        }
+        informacao = {};
         return Falha(NumeroDe(codigo));
     }
     if (informacao.pfnDeferredFillIn != nullptr) {

@@ -131,10 +131,16 @@ Com<IDispatch> DaBiblioteca(std::string_view classe)
     CLSID numero{};
     const std::wstring nome = ParaUtf16(std::string(Biblioteca).append(classe));
     Com<IDispatch> objeto;
-    if (FAILED(CLSIDFromProgID(nome.c_str(), &numero)) ||
-        FAILED(CoCreateInstance(numero, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER, IID_IDispatch,
-                                objeto.RecebeVazio()))) {
+    if (FAILED(CLSIDFromProgID(nome.c_str(), &numero))) {
         return {};
+    }
+    const HRESULT codigo = CoCreateInstance(numero, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER, IID_IDispatch,
+                                            objeto.RecebeVazio());
+    if (codigo == REGDB_E_CLASSNOTREG) {
+        return {};
+    }
+    if (FAILED(codigo)) { // one that is there and does not work is no other's to stand in for
+        throw Falha(NumeroFalha::ClasseInexistente);
     }
     return objeto;
 }
@@ -153,20 +159,25 @@ void Preenche(const Tardio &destino, Registro &registro, Lado lado)
     }
 }
 
-void Le(const Tardio &origem, Registro &registro, Lado lado)
+// registroEnviado: the record was sent as this object, which has come back.
+void Le(const Tardio &origem, Registro &registro, bool registroEnviado, Lado lado)
 {
     ComoEle(registro, [&]<class R>(R &este) {
         este.CadaMembro([&]<class T>(std::string_view nome, Campo<T> &campo) {
-            EscreveMembro(campo, origem.Chama<Variante>(nome).Bruta(), lado);
+            Campo<T> lido;
+            EscreveMembro(lido, origem.Chama<Variante>(nome).Bruta(), lado);
+            // What the library's own default answers for was not written by anybody.
+            if (campo.Escrito() || !registroEnviado || !(lido.Valor() == T{})) {
+                campo = lido;
+            }
         });
     });
-    registro.VersaoLida = 0;
     IgnoraErro([&] { registro.VersaoLida = static_cast<std::int64_t>(origem.Chama<double>(Marca)); });
 }
 
 Ref<Registro> NossoOuNada(const Com<IDispatch> &objeto, Lado lado)
 {
-    const Com<IInterno> interno = objeto.Como<IInterno>();
+    const Com<IInterno> interno = InternoDe(objeto);
     if (!interno || interno->DeQueLado() != lado) {
         return {};
     }
@@ -203,17 +214,14 @@ Ref<Registro> LeRegistro(const Com<IDispatch> &objeto, std::string_view classe, 
     if (registro.Nada()) {
         registro = NovoRegistro(classe);
     }
-    Le(Tardio(objeto, lado), *registro, lado);
+    Le(Tardio(objeto, lado), *registro, false, lado);
     return registro;
 }
 
 ParametrosRemotos::ParametrosRemotos(std::vector<Valor> &parametros, Lado lado) : m_Lado(lado)
 {
     m_Variaveis.resize(parametros.size());
-    SAFEARRAY *arranjo = SafeArrayCreateVector(VT_VARIANT, 0, static_cast<ULONG>(parametros.size()));
-    if (arranjo == nullptr) {
-        throw std::bad_alloc();
-    }
+    SAFEARRAY *arranjo = detalhe::NovoArranjo(VT_VARIANT, parametros.size());
     V_VT(&m_Arranjo.Bruta()) = VT_ARRAY | VT_VARIANT;
     V_ARRAY(&m_Arranjo.Bruta()) = arranjo;
     for (LONG i = 0; i < static_cast<LONG>(parametros.size()); ++i) {
@@ -222,22 +230,15 @@ ParametrosRemotos::ParametrosRemotos(std::vector<Valor> &parametros, Lado lado) 
             Variavel &nossa = m_Variaveis[static_cast<std::size_t>(i)];
             nossa.Alvo = variavel->Alvo;
             nossa.Enviado = Oferece(*variavel->Alvo, lado);
-            nossa.Atual = Com<IDispatch>(nossa.Enviado).Solta();
+            nossa.Atual = nossa.Enviado;
             VARIANT referencia{};
             V_VT(&referencia) = VT_BYREF | VT_DISPATCH;
-            V_DISPATCHREF(&referencia) = &nossa.Atual;
+            V_DISPATCHREF(&referencia) = nossa.Atual.Endereco();
             Exige(SafeArrayPutElement(arranjo, &i, &referencia));
         } else {
             Variante valor = FazVariante(parametro, lado);
             Exige(SafeArrayPutElement(arranjo, &i, &valor.Bruta()));
         }
-    }
-}
-
-ParametrosRemotos::~ParametrosRemotos()
-{
-    for (const Variavel &variavel : m_Variaveis) {
-        Com<IDispatch>::Adota(variavel.Atual);
     }
 }
 
@@ -260,13 +261,13 @@ void ParametrosRemotos::Devolve()
             continue;
         }
         const bool porElemento = i < elementos.size() && (elementos[i].Tipo() & VT_BYREF) == 0;
-        const Com<IDispatch> atual = porElemento ? LeObjeto(elementos[i].Bruta()) : Com<IDispatch>(variavel.Atual);
+        const Com<IDispatch> atual = porElemento ? LeObjeto(elementos[i].Bruta()) : variavel.Atual;
         Ref<::Objeto> &alvo = *variavel.Alvo;
         auto *registro = dynamic_cast<Registro *>(alvo.Ponteiro());
         if (atual == variavel.Enviado) {
             // What the library's object holds now is what the record holds.
             if (registro != nullptr && NossoOuNada(atual, m_Lado).Nada()) {
-                Le(Tardio(atual, m_Lado), *registro, m_Lado);
+                Le(Tardio(atual, m_Lado), *registro, true, m_Lado);
             }
         } else if (!atual) {
             alvo = nullptr;

@@ -35,6 +35,8 @@ Ref<Registro> LeRegistro(const Com<IDispatch> &objeto, std::string_view classe, 
 class ParametrosRemotos {
   public:
     explicit ParametrosRemotos(std::vector<Valor> &parametros, Lado lado = Lado::Componente);
+    ParametrosRemotos(const ParametrosRemotos &) = delete;
+    ParametrosRemotos &operator=(const ParametrosRemotos &) = delete;
 
     VARIANT Arranjo();
     void Devolve();
@@ -43,15 +45,9 @@ class ParametrosRemotos {
     struct Variavel {
         Ref<::Objeto> *Alvo = nullptr;
         Com<IDispatch> Enviado;
-        IDispatch *Atual = nullptr; // counted
+        Com<IDispatch> Atual;
     };
 
-  public:
-    ParametrosRemotos(const ParametrosRemotos &) = delete;
-    ParametrosRemotos &operator=(const ParametrosRemotos &) = delete;
-    ~ParametrosRemotos();
-
-  private:
     Lado m_Lado;
     std::vector<Variavel> m_Variaveis;
     Variante m_Arranjo;

@@ -32,9 +32,11 @@ const std::shared_ptr<detalhe::RemotosVivos> &Vivos()
     return vivos;
 }
 
-Com<IUnknown> Identidade(const Com<IDispatch> &objeto)
+// By which an object is the same as another one. Good as long as the object is held.
+IUnknown *Identidade(const Com<IDispatch> &objeto)
 {
-    return objeto.Como<IUnknown>(IID_IUnknown);
+    const Com<IUnknown> identidade = objeto.Como<IUnknown>(IID_IUnknown);
+    return identidade ? identidade.Ponteiro() : objeto.Ponteiro();
 }
 
 std::string NomeNoTipo(const Com<ITypeInfo> &tipo)
@@ -51,17 +53,20 @@ std::string NomeNoTipo(const Com<ITypeInfo> &tipo)
 
 } // namespace
 
-ObjetoRemoto::ObjetoRemoto(Com<IDispatch> objeto) : m_Objeto(std::move(objeto)), m_Vivos(Vivos())
+ObjetoRemoto::ObjetoRemoto(Com<IDispatch> objeto)
+    : m_Objeto(std::move(objeto)),
+      m_Membros(std::make_shared<std::vector<std::pair<std::string, DISPID>>>()),
+      m_Vivos(Vivos())
 {
     if (!m_Objeto) {
         throw Falha(NumeroFalha::ObjetoNaoDefinido);
     }
+    m_Identidade = Identidade(m_Objeto);
 }
 
 ObjetoRemoto::~ObjetoRemoto()
 {
-    const Com<IUnknown> identidade = Identidade(m_Objeto);
-    const auto deste = m_Vivos->find(identidade.Ponteiro());
+    const auto deste = m_Vivos->find(m_Identidade);
     if (deste != m_Vivos->end()) {
         std::erase_if(deste->second, [](const auto &par) { return par.second.expired(); });
         if (deste->second.empty()) {
@@ -72,13 +77,15 @@ ObjetoRemoto::~ObjetoRemoto()
 
 DISPID ObjetoRemoto::Membro(std::string_view nome) const
 {
-    for (const auto &[conhecido, numero] : m_Membros) {
+    for (const auto &[conhecido, numero] : *m_Membros) {
         if (conhecido == nome) {
             return numero;
         }
     }
-    const DISPID numero = NumeroDoMembro(m_Objeto, nome);
-    m_Membros.emplace_back(nome, numero);
+    const auto membros = m_Membros;
+    const Com<IDispatch> objeto = m_Objeto;
+    const DISPID numero = NumeroDoMembro(objeto, nome);
+    membros->emplace_back(nome, numero);
     return numero;
 }
 
@@ -98,6 +105,9 @@ DISPID NumeroDoMembro(const Com<IDispatch> &objeto, std::string_view nome)
     LPOLESTR ponteiro = largo.data();
     DISPID numero = DISPID_UNKNOWN;
     Exige(objeto->GetIDsOfNames(IID_NULL, &ponteiro, 1, LOCALE_USER_DEFAULT, &numero));
+    if (numero == DISPID_UNKNOWN) {
+        throw Falha(NumeroFalha::MembroInexistente);
+    }
     return numero;
 }
 
@@ -123,8 +133,8 @@ void RegistraRemoto(std::string_view contrato, FazRemoto faz)
 
 Ref<::Objeto> RemotoDe(std::string_view contrato, const Com<IDispatch> &objeto)
 {
-    const Com<IUnknown> identidade = Identidade(objeto);
-    if (const auto deste = Vivos()->find(identidade.Ponteiro()); deste != Vivos()->end()) {
+    IUnknown *const identidade = Identidade(objeto);
+    if (const auto deste = Vivos()->find(identidade); deste != Vivos()->end()) {
         const auto vivo = deste->second.find(contrato);
         // Where no class is asked for, what stands for it already will do.
         const auto algum = vivo == deste->second.end() && contrato == detalhe::NomeDoContrato<::Objeto>()
@@ -141,7 +151,7 @@ Ref<::Objeto> RemotoDe(std::string_view contrato, const Com<IDispatch> &objeto)
         throw Falha(NumeroFalha::TipoIncompativel);
     }
     Ref<::Objeto> novo = fabrica->second(objeto);
-    (*Vivos())[identidade.Ponteiro()][contrato] = novo->weak_from_this();
+    (*Vivos())[identidade][contrato] = novo->weak_from_this();
     return novo;
 }
 

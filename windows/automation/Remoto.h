@@ -46,8 +46,10 @@ class ObjetoRemoto {
 
   private:
     Com<IDispatch> m_Objeto;
-    mutable std::vector<std::pair<std::string, DISPID>> m_Membros;
+    // Shared with who is asking: what is asked may let go of this object.
+    std::shared_ptr<std::vector<std::pair<std::string, DISPID>>> m_Membros;
     mutable std::string m_Classe;
+    IUnknown *m_Identidade = nullptr;
     std::shared_ptr<detalhe::RemotosVivos> m_Vivos; // may outlive everything else of this room
 };
 

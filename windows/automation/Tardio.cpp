@@ -4,6 +4,19 @@
 
 namespace nativo {
 
+namespace {
+
+// How objects of various makers say that a property is not written by reference: by a code, or by the number that the
+// languages have for it.
+bool NaoTemEssaEscrita(HRESULT codigo, const Falha &falha)
+{
+    const bool semMembro = falha.Numero == NumeroFalha::MembroInexistente || falha.Numero == NumeroDe(E_NOTIMPL);
+    return semMembro || (codigo != DISP_E_EXCEPTION && (falha.Numero == NumeroFalha::TipoIncompativel ||
+                                                        falha.Numero == NumeroAutomacao::NumeroDeArgumentos));
+}
+
+} // namespace
+
 Tardio::Tardio(Com<IDispatch> objeto, Lado lado) : m_Objeto(std::move(objeto)), m_Lado(lado)
 {
     if (!m_Objeto) {
@@ -58,12 +71,12 @@ void Tardio::EscreveBruto(DISPID membro, std::vector<VARIANT> &argumentos) const
         if (SUCCEEDED(codigo)) {
             return true;
         }
+        const Falha falha = FalhaDe(codigo, informacao);
         // Only an object that has no such writing is asked in the other way.
-        if (modo == DISPATCH_PROPERTYPUTREF && (codigo == DISP_E_MEMBERNOTFOUND || codigo == DISP_E_TYPEMISMATCH ||
-                                                codigo == E_NOTIMPL || codigo == DISP_E_BADPARAMCOUNT)) {
+        if (modo == DISPATCH_PROPERTYPUTREF && NaoTemEssaEscrita(codigo, falha)) {
             return false;
         }
-        throw FalhaDe(codigo, informacao);
+        throw falha;
     };
     if (V_VT(&argumentos.front()) == VT_DISPATCH && tenta(DISPATCH_PROPERTYPUTREF)) {
         return;

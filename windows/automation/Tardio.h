@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstddef>
+#include <exception>
 #include <string>
 #include <string_view>
 #include <tuple>
@@ -32,7 +33,7 @@ template <class T> class ArgumentoPorReferencia {
         : m_Variavel(variavel),
           m_Lado(lado),
           m_Valor(ParaVariante(variavel, lado)),
-          m_Antes(m_Valor.Tipo() == VT_DISPATCH ? V_DISPATCH(&m_Valor.Bruta()) : nullptr)
+          m_Antes(m_Valor.Tipo() == VT_DISPATCH ? Com<IDispatch>(V_DISPATCH(&m_Valor.Bruta())) : nullptr)
     {
     }
 
@@ -55,7 +56,7 @@ template <class T> class ArgumentoPorReferencia {
     {
         if constexpr (EhRef<T>::value) {
             // The same object is the same reference, of which the variable may know more than the object tells.
-            if (V_DISPATCH(&m_Valor.Bruta()) == m_Antes) {
+            if (V_DISPATCH(&m_Valor.Bruta()) == m_Antes.Ponteiro()) {
                 return;
             }
         }
@@ -66,7 +67,7 @@ template <class T> class ArgumentoPorReferencia {
     T &m_Variavel;
     Lado m_Lado;
     Variante m_Valor;
-    IDispatch *m_Antes;
+    Com<IDispatch> m_Antes;
 };
 
 // An argument by value.
@@ -141,7 +142,21 @@ class Tardio {
         std::apply([&](auto &...guardado) { ((brutos[--onde] = guardado.Bruto()), ...); }, guardados);
         constexpr bool semArgumentos = sizeof...(A) == 0;
         constexpr bool comResposta = !std::is_void_v<R>;
-        const auto devolve = [&] { std::apply([](auto &...guardado) { (guardado.Devolve(), ...); }, guardados); };
+        // One that cannot be taken back does not keep the others from it; the first fault is the call's.
+        const auto devolve = [&] {
+            std::exception_ptr primeira;
+            const auto um = [&](auto &guardado) {
+                try {
+                    guardado.Devolve();
+                } catch (...) {
+                    primeira = primeira ? primeira : std::current_exception();
+                }
+            };
+            std::apply([&](auto &...guardado) { (um(guardado), ...); }, guardados);
+            if (primeira) {
+                std::rethrow_exception(primeira);
+            }
+        };
         Variante resposta;
         try {
             Invoca(membro, comResposta || semArgumentos ? DISPATCH_METHOD | DISPATCH_PROPERTYGET : DISPATCH_METHOD,

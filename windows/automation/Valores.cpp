@@ -66,15 +66,25 @@ class Acesso {
 
 namespace detalhe {
 
-const VARIANT &SemReferencia(const VARIANT &variante, VARIANT &apoio)
+const VARIANT &Referido(const VARIANT &variante)
 {
+    constexpr int maisFundo = 8;
     const VARIANT *atual = &variante;
-    while (V_VT(atual) == (VT_BYREF | VT_VARIANT) && V_BYREF(atual) != nullptr) {
+    for (int passos = 0; passos < maisFundo; ++passos) {
+        if ((V_VT(atual) & VT_BYREF) != 0 && V_BYREF(atual) == nullptr) {
+            break;
+        }
+        if (V_VT(atual) != (VT_BYREF | VT_VARIANT)) {
+            return *atual;
+        }
         atual = V_VARIANTREF(atual);
     }
-    if ((V_VT(atual) & VT_BYREF) != 0 && V_BYREF(atual) == nullptr) {
-        throw Falha(NumeroFalha::TipoIncompativel); // a reference to nothing is no value of any type
-    }
+    throw Falha(NumeroFalha::TipoIncompativel);
+}
+
+const VARIANT &SemReferencia(const VARIANT &variante, VARIANT &apoio)
+{
+    const VARIANT *atual = &Referido(variante);
     if ((V_VT(atual) & VT_BYREF) == 0 || (V_VT(atual) & VT_ARRAY) != 0) {
         return *atual;
     }
@@ -147,6 +157,16 @@ Valor LeSimples(const VARIANT &variante, Lado lado)
     return LeValor(padrao.Bruta(), lado);
 }
 
+SAFEARRAY *NovoArranjo(VARTYPE tipo, std::size_t elementos)
+{
+    SAFEARRAYBOUND limite{static_cast<ULONG>(elementos), 0};
+    SAFEARRAY *arranjo = SafeArrayCreate(tipo, 1, &limite);
+    if (arranjo == nullptr) {
+        throw std::bad_alloc();
+    }
+    return arranjo;
+}
+
 Bytes LeOctetos(const VARIANT &variante)
 {
     VARIANT apoio;
@@ -170,6 +190,7 @@ Bytes LeOctetos(const VARIANT &variante)
     if (ultimo < primeiro) {
         return {};
     }
+    ConfereElementos(arranjo, tipo);
     const Acesso acesso(arranjo);
     const auto *dados = static_cast<const std::uint8_t *>(acesso.Dados());
     return Bytes(dados, dados + (ultimo - primeiro + 1));
@@ -178,10 +199,7 @@ Bytes LeOctetos(const VARIANT &variante)
 Variante FazOctetos(const Bytes &octetos)
 {
     Variante variante;
-    SAFEARRAY *arranjo = SafeArrayCreateVector(VT_UI1, 0, static_cast<ULONG>(octetos.size()));
-    if (arranjo == nullptr) {
-        throw std::bad_alloc();
-    }
+    SAFEARRAY *arranjo = NovoArranjo(VT_UI1, octetos.size());
     V_VT(&variante.Bruta()) = VT_ARRAY | VT_UI1;
     V_ARRAY(&variante.Bruta()) = arranjo;
     if (!octetos.empty()) {
@@ -189,6 +207,52 @@ Variante FazOctetos(const Bytes &octetos)
         std::memcpy(acesso.Dados(), octetos.data(), octetos.size());
     }
     return variante;
+}
+
+void ConfereElementos(SAFEARRAY *arranjo, VARTYPE tipo)
+{
+    const UINT tamanho = [&]() -> UINT {
+        switch (tipo) {
+        case VT_UI1:
+        case VT_I1:
+            return 1;
+        case VT_I2:
+        case VT_UI2:
+        case VT_BOOL:
+            return 2;
+        case VT_I4:
+        case VT_UI4:
+        case VT_INT:
+        case VT_UINT:
+        case VT_R4:
+        case VT_ERROR:
+            return 4;
+        case VT_I8:
+        case VT_UI8:
+        case VT_R8:
+        case VT_CY:
+        case VT_DATE:
+            return 8;
+        case VT_BSTR:
+        case VT_DISPATCH:
+        case VT_UNKNOWN:
+            return sizeof(void *);
+        case VT_VARIANT:
+            return sizeof(VARIANT);
+        default:
+            return 0;
+        }
+    }();
+    VARTYPE dito = VT_EMPTY;
+    const bool dizTipo = SUCCEEDED(SafeArrayGetVartype(arranjo, &dito));
+    const bool texto = tipo == VT_BSTR;
+    const bool objeto = tipo == VT_DISPATCH || tipo == VT_UNKNOWN;
+    const bool outro =
+        dizTipo && (texto != (dito == VT_BSTR) || objeto != (dito == VT_DISPATCH || dito == VT_UNKNOWN) ||
+                    (tipo == VT_DISPATCH && dito == VT_UNKNOWN));
+    if (tamanho == 0 || SafeArrayGetElemsize(arranjo) != tamanho || outro) {
+        throw Falha(NumeroFalha::TipoIncompativel);
+    }
 }
 
 std::vector<Variante> LeArranjo(const VARIANT &variante)
@@ -199,7 +263,12 @@ std::vector<Variante> LeArranjo(const VARIANT &variante)
     const auto tipo = static_cast<VARTYPE>(V_VT(&valor) & VT_TYPEMASK);
     const auto [primeiro, ultimo] = Limites(arranjo);
     std::vector<Variante> elementos;
-    for (LONG i = primeiro; i <= ultimo; ++i) {
+    if (arranjo != nullptr) {
+        ConfereElementos(arranjo, tipo);
+    }
+    const std::int64_t quantos = std::int64_t{ultimo} - primeiro + 1;
+    for (std::int64_t n = 0; n < quantos; ++n) {
+        auto i = static_cast<LONG>(primeiro + n);
         Variante elemento;
         if (tipo == VT_VARIANT) {
             Exige(SafeArrayGetElement(arranjo, &i, &elemento.Bruta()));
@@ -215,10 +284,7 @@ std::vector<Variante> LeArranjo(const VARIANT &variante)
 Variante FazArranjo(VARTYPE tipo, std::vector<Variante> elementos)
 {
     Variante variante;
-    SAFEARRAY *arranjo = SafeArrayCreateVector(tipo, 0, static_cast<ULONG>(elementos.size()));
-    if (arranjo == nullptr) {
-        throw std::bad_alloc();
-    }
+    SAFEARRAY *arranjo = NovoArranjo(tipo, elementos.size());
     V_VT(&variante.Bruta()) = static_cast<VARTYPE>(VT_ARRAY | tipo);
     V_ARRAY(&variante.Bruta()) = arranjo;
     LONG indice = 0;
@@ -235,7 +301,15 @@ Variante FazArranjo(VARTYPE tipo, std::vector<Variante> elementos)
 
 Ref<Registro> LeRegistro(const VARIANT &variante, std::string_view classe, Lado lado)
 {
-    return ::nativo::LeRegistro(LeObjeto(variante), classe, lado);
+    const Com<IDispatch> objeto = LeObjeto(variante);
+    // Before anything of it is read: a record in a record could otherwise be one that holds itself.
+    if (objeto) {
+        const std::string dita = ClasseDe(objeto);
+        if (dita != classe && !NovoRegistro(dita).Nada()) {
+            throw Falha(NumeroFalha::TipoIncompativel);
+        }
+    }
+    return ::nativo::LeRegistro(objeto, classe, lado);
 }
 
 } // namespace detalhe

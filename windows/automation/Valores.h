@@ -45,12 +45,19 @@ template <class T> Variante ParaVariante(const T &valor, Lado lado = Lado::Compo
 
 namespace detalhe {
 
-// The value without a reference around it; a general value in it is followed to its end.
+// What references to general values lead to: a plain value, or a reference to one. Fault 13 for a reference to nothing,
+// and for one that leads on and on.
+const VARIANT &Referido(const VARIANT &variante);
+// The value without a reference around it.
 const VARIANT &SemReferencia(const VARIANT &variante, VARIANT &apoio);
 // A value that is no object: that of an object is its default one.
 Valor LeSimples(const VARIANT &variante, Lado lado);
+// An array from 0 that whoever gets it may dimension anew, which one of the platform's vectors may not be.
+SAFEARRAY *NovoArranjo(VARTYPE tipo, std::size_t elementos);
 Bytes LeOctetos(const VARIANT &variante);
 Variante FazOctetos(const Bytes &octetos);
+// Refuses an array whose elements are not what its type says, or of a type that is not known, with fault 13.
+void ConfereElementos(SAFEARRAY *arranjo, VARTYPE tipo);
 // The elements of an array of one dimension, each as a general value.
 std::vector<Variante> LeArranjo(const VARIANT &variante);
 // An array from 0 of elements of one kind.
@@ -106,7 +113,9 @@ template <class T> T DeVariante(const VARIANT &variante, Lado lado)
     } else if constexpr (std::is_same_v<T, bool>) {
         return detalhe::LeSimples(variante, lado).CBool();
     } else if constexpr (std::is_same_v<T, std::uint8_t>) {
-        return CByte(detalhe::LeSimples(variante, lado).CInt());
+        const Valor valor = detalhe::LeSimples(variante, lado);
+        const bool *logico = std::get_if<bool>(&valor.Interno());
+        return logico != nullptr ? CByte(*logico) : CByte(valor.CInt());
     } else if constexpr (std::is_same_v<T, std::int16_t>) {
         return detalhe::LeSimples(variante, lado).CInt();
     } else if constexpr (std::is_same_v<T, std::int32_t>) {

@@ -9,6 +9,22 @@ extern "C" IMAGE_DOS_HEADER __ImageBase;
 
 namespace nativo {
 
+std::wstring PorExtenso(const std::wstring &caminho)
+{
+    std::wstring extenso(caminho.size() + MAX_PATH, L'\0');
+    for (;;) {
+        const DWORD escritos = GetLongPathNameW(caminho.c_str(), extenso.data(), static_cast<DWORD>(extenso.size()));
+        if (escritos == 0) {
+            return caminho;
+        }
+        const bool coube = escritos < extenso.size();
+        extenso.resize(escritos);
+        if (coube) {
+            return extenso;
+        }
+    }
+}
+
 std::wstring ArquivoDoModulo()
 {
     std::wstring caminho(MAX_PATH, L'\0');
@@ -20,7 +36,7 @@ std::wstring ArquivoDoModulo()
         }
         if (escritos < caminho.size()) {
             caminho.resize(escritos);
-            return caminho;
+            return PorExtenso(caminho);
         }
         caminho.resize(caminho.size() * 2);
     }

@@ -1,5 +1,7 @@
 #include "windows/component/Inscricao.h"
 
+#include "windows/component/ArquivoDoModulo.h"
+
 #include <algorithm>
 #include <functional>
 #include <iterator>
@@ -132,7 +134,8 @@ LSTATUS Inscricao::EhDeOutroArquivo(bool &deOutro) const
         if (valor.Chave == ChaveDoServidor && valor.Nome.empty()) {
             std::optional<std::wstring> inscrito;
             const LSTATUS codigo = m_Registro.Le(valor.Chave, valor.Nome, inscrito);
-            deOutro = inscrito && !MesmoTexto(*inscrito, valor.Texto);
+            // Another spelling of the path is no other file.
+            deOutro = inscrito && !MesmoTexto(PorExtenso(*inscrito), PorExtenso(valor.Texto));
             return codigo;
         }
     }
@@ -171,7 +174,7 @@ LSTATUS Inscricao::Desinscreve()
         }
         std::optional<std::wstring> inscrito;
         if (!anota(m_Registro.Le(valor.Chave, valor.Nome, inscrito)) || !inscrito ||
-            !MesmoTexto(*inscrito, valor.Texto)) {
+            !MesmoTexto(PorExtenso(*inscrito), PorExtenso(valor.Texto))) {
             continue;
         }
         if (anota(m_Registro.ApagaValor(valor.Chave, valor.Nome))) {
@@ -190,6 +193,13 @@ HRESULT InscreveComponente(IRegistroDoSistema &maquina, IRegistroDoSistema &usua
     LSTATUS codigo = Inscricao(maquina, arquivo).Inscreve();
     if (codigo == ERROR_ACCESS_DENIED) {
         codigo = Inscricao(usuario, arquivo).Inscreve();
+    } else if (codigo == ERROR_SUCCESS) {
+        // The user's own registration counts before the machine's: an older one would go on being loaded.
+        std::optional<std::wstring> doUsuario;
+        codigo = usuario.Le(ChaveDoServidor, L"", doUsuario);
+        if (codigo == ERROR_SUCCESS && doUsuario) {
+            codigo = Inscricao(usuario, arquivo).Inscreve();
+        }
     }
     return HRESULT_FROM_WIN32(static_cast<DWORD>(codigo));
 }

@@ -19,7 +19,8 @@ VARIANT SemPosse(SAFEARRAY *arranjo)
     return variante;
 }
 
-// A host's item keeps its place without being looked at, for the module contributes none and asks for nothing of theirs.
+// A host's item keeps its place without being looked at, for the module contributes none and asks for nothing of
+// theirs.
 ItensMenu LeItens(SAFEARRAY *arranjo)
 {
     ItensMenu itens;

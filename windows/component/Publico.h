@@ -23,7 +23,7 @@ class Publico : public Face, public ISupportErrorInfo, public IProvideClassInfo,
   public:
     explicit Publico(Ref<Classe> alvo) : m_Alvo(std::move(alvo)), m_Face(FaceDual::De(__uuidof(Face)))
     {
-        Vivos()[m_Alvo.Ponteiro()] = this;
+        (*m_Vivos)[m_Alvo.Ponteiro()] = this;
     }
     Publico(const Publico &) = delete;
     Publico &operator=(const Publico &) = delete;
@@ -34,8 +34,8 @@ class Publico : public Face, public ISupportErrorInfo, public IProvideClassInfo,
         if (alvo.Nada()) {
             return {};
         }
-        const auto vivo = Vivos().find(alvo.Ponteiro());
-        return vivo == Vivos().end() ? Com<Face>::Adota(new Derivada(alvo)) : Com<Face>(vivo->second);
+        const auto vivo = Vivos()->find(alvo.Ponteiro());
+        return vivo == Vivos()->end() ? Com<Face>::Adota(new Derivada(alvo)) : Com<Face>(vivo->second);
     }
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void **saida) override
@@ -140,10 +140,10 @@ class Publico : public Face, public ISupportErrorInfo, public IProvideClassInfo,
     // Lets go of the module's object.
     void Solta()
     {
-        Vivos().erase(m_Alvo.Ponteiro());
+        m_Vivos->erase(m_Alvo.Ponteiro());
         m_Alvo = nullptr;
     }
-    static bool HaVivos() { return !Vivos().empty(); }
+    static bool HaVivos() { return !Vivos()->empty(); }
 
     // Runs what a client asks for; it may let go of its last reference meanwhile.
     template <class Acao> HRESULT Executa(Acao &&acao) noexcept
@@ -171,15 +171,18 @@ class Publico : public Face, public ISupportErrorInfo, public IProvideClassInfo,
     static void Entrega(BSTR *saida, const std::string &valor) { *saida = NovoBstr(valor); }
     template <class T> static void Entrega(T **saida, Com<T> valor) { *saida = valor.Solta(); }
 
-    static std::map<const Classe *, Publico *> &Vivos()
+    using Mapa = std::map<const Classe *, Publico *>;
+
+    static const std::shared_ptr<Mapa> &Vivos()
     {
-        static std::map<const Classe *, Publico *> vivos;
+        static const auto vivos = std::make_shared<Mapa>();
         return vivos;
     }
 
     std::atomic<ULONG> m_Referencias{1};
     Ref<Classe> m_Alvo;
     std::shared_ptr<const FaceDual> m_Face;
+    std::shared_ptr<Mapa> m_Vivos = Vivos(); // may outlive everything else of this room
     Vivo m_Vivo;
 };
 

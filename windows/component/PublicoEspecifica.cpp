@@ -1,6 +1,7 @@
 #include "windows/component/PublicoEspecifica.h"
 
 #include "shell/Geral.h"
+#include "shell/ModGeral.h"
 #include "windows/component/ItensDeMenu.h"
 #include "windows/component/PublicoCVORPesqEquip.h"
 #include "windows/component/PublicoCVorEquip.h"
@@ -18,7 +19,14 @@ HRESULT PublicoEspecifica::ClickMenu(VARIANT *sTool, IDispatch **resultado)
         if (sTool == nullptr) {
             throw Falha(NumeroDe(E_POINTER));
         }
-        return Oferece(especifica.ClickMenu(DeVariante<std::string>(*sTool)));
+        std::string ferramenta;
+        try {
+            ferramenta = DeVariante<std::string>(*sTool);
+        } catch (...) { // where the failures of this procedure end
+            gSubMostraErro("Especifica - ClickMenu");
+            return Com<IDispatch>();
+        }
+        return Oferece(especifica.ClickMenu(ferramenta));
     });
 }
 

@@ -2,13 +2,21 @@
 
 #include "shell/Especifica.h"
 #include "shell/ModGeral.h"
-#include "windows/component/FazHost.h"
 #include "windows/component/PublicoEspecifica.h"
+#include "windows/host/FazHostWindows.h"
 
 namespace nativo {
 namespace {
 
 DWORD FioDoModulo = 0;
+
+// A text that a procedure of the shell is given: one that is none is a fault of the procedure.
+std::string TextoPara(const VARIANT &dado, std::string_view cauda)
+try {
+    return DeVariante<std::string>(dado);
+} catch (...) {
+    PassaFalha(cauda);
+}
 
 Valor NomeDaAplicacao(const VARIANT &NomeAPP)
 {
@@ -26,7 +34,7 @@ void TerminaModulo() noexcept
 Com<_Geral> PublicoGeral::Cria()
 try {
     if (!HaVivos()) {
-        InstalaHost(FazHost());
+        InstalaHost(FazHostWindows());
         FioDoModulo = GetCurrentThreadId();
     } else if (FioDoModulo != GetCurrentThreadId()) {
         throw Falha(NumeroDe(RPC_E_WRONG_THREAD));
@@ -125,7 +133,7 @@ HRESULT PublicoGeral::Parametros(IDispatch **FormMDI, IDispatch **MenuDestino, I
 HRESULT PublicoGeral::Logon(IDispatch **objMTM, IDispatch **objSCA, VARIANT sMunicCreden)
 {
     return Executa([&](::Geral &geral) {
-        geral.Logon(ObjetoDe<IobjMTM>(objMTM), ObjetoDe<IobjSCA>(objSCA), DeVariante<std::string>(sMunicCreden));
+        geral.Logon(ObjetoDe<IobjMTM>(objMTM), ObjetoDe<IobjSCA>(objSCA), TextoPara(sMunicCreden, " < Geral.Logon"));
     });
 }
 
@@ -141,7 +149,7 @@ HRESULT PublicoGeral::FecharJanelasAtivas()
 
 HRESULT PublicoGeral::ClickMenu(VARIANT sTool, VARIANT_BOOL *resultado)
 {
-    return Responde(resultado, [&](::Geral &geral) { return geral.ClickMenu(DeVariante<std::string>(sTool)); });
+    return Responde(resultado, [&](::Geral &geral) { return geral.ClickMenu(TextoPara(sTool, " < Geral.ClickMenu")); });
 }
 
 HRESULT PublicoGeral::Encerra()

@@ -79,7 +79,7 @@ LSTATUS RegistroDoSistema::Le(const std::wstring &chave, const std::wstring &nom
     DWORD tipo = 0;
     DWORD octetos = 0;
     codigo = RegQueryValueExW(*aberta, nome.c_str(), nullptr, &tipo, nullptr, &octetos);
-    if (codigo != ERROR_SUCCESS || tipo != REG_SZ) {
+    if (codigo != ERROR_SUCCESS || (tipo != REG_SZ && tipo != REG_EXPAND_SZ)) {
         return SemFalta(codigo);
     }
     std::wstring lido(octetos / sizeof(wchar_t) + 1, L'\0');

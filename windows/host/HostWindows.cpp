@@ -35,7 +35,11 @@ HostWindows::HostWindows(const Ref<ICamada> &camada, Ref<ILogradouros> logradour
       m_Plataforma(Novo<PlataformaWindows>(m_Janelas, JanelaPrincipal)),
       m_AtendeControles(*m_Controles, m_Janelas, std::move(logradouros), ClientesWindows::NomeDo, TituloDeAviso)
 {
-    m_Janelas->Descarrega = [this](const Ref<IForm> &form) { m_Plataforma->Descarrega(form); };
+    m_Janelas->Descarrega = [this](const Ref<IForm> &form) {
+        // What the form asks the person may take so long that the shell ends meanwhile.
+        const Ref<PlataformaWindows> viva = m_Plataforma;
+        viva->Descarrega(form);
+    };
     m_Janelas->MostraFalha = [] { gSubMostraErro(NomeComponente); };
 }
 
@@ -58,13 +62,15 @@ void HostWindows::Mostra(const Ref<IForm> &form, bool modal, const Ref<IForm> &d
     if (!m_Plataforma->Aberto(form)) { // its window could not be closed
         throw Falha(ObjetoDescarregado, std::string(NomeComponente), "O objeto foi descarregado");
     }
+    const Ref<HostWindows> eu = Eu(*this); // the shell may end while the form is shown
     const auto *alheio = dynamic_cast<const FormRemoto *>(dono.Ponteiro());
+    const HWND pedido = alheio != nullptr ? alheio->Manipulador() : dono ? m_ManipuladorDoForm(dono) : nullptr;
     // Windows that are opened while a modal one is up stand in front of that, whoever owned it.
     struct Devolve {
         HWND &Onde;
         HWND Antes;
         ~Devolve() { Onde = Antes; }
-    } const devolve{m_DonoPedido, std::exchange(m_DonoPedido, alheio == nullptr ? nullptr : alheio->Manipulador())};
+    } const devolve{m_DonoPedido, std::exchange(m_DonoPedido, pedido)};
     m_Janelas->MostraForm(form, modal);
 }
 

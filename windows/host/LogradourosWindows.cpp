@@ -43,10 +43,9 @@ std::vector<MunicipioDeEndereco> DoBanco()
 
 const std::vector<MunicipioDeEndereco> &LogradourosWindows::Municipios() const
 {
-    if (m_Municipios.empty()) {
-        // The combo of municipalities has shown the failure already, when there is one.
-        IgnoraErro([&] { m_Municipios = DoBanco(); });
-    }
+    // Anew for each picker: another session may have another database. The combo of municipalities has shown the
+    // failure already, when there is one.
+    IgnoraErro([&] { m_Municipios = DoBanco(); });
     return m_Municipios;
 }
 

@@ -21,6 +21,7 @@ TabelaTexto TabelaDaVariante(const VARIANT &variante)
     if (arranjo == nullptr || SafeArrayGetDim(arranjo) != 2) {
         throw Falha(NumeroFalha::TipoIncompativel);
     }
+    detalhe::ConfereElementos(arranjo, tipo);
     std::array<LONG, 2> primeiro{};
     std::array<LONG, 2> ultimo{};
     for (UINT dimensao = 0; dimensao < 2; ++dimensao) {
@@ -28,10 +29,10 @@ TabelaTexto TabelaDaVariante(const VARIANT &variante)
         Exige(SafeArrayGetUBound(arranjo, dimensao + 1, &ultimo[dimensao]));
     }
     TabelaTexto tabela(ultimo[0] - primeiro[0] + 1);
-    for (LONG linha = primeiro[1]; linha <= ultimo[1]; ++linha) {
+    for (std::int64_t linha = primeiro[1]; linha <= ultimo[1]; ++linha) {
         const std::int32_t nova = tabela.AdicionaLinha();
-        for (LONG coluna = primeiro[0]; coluna <= ultimo[0]; ++coluna) {
-            std::array<LONG, 2> lugar{coluna, linha};
+        for (std::int64_t coluna = primeiro[0]; coluna <= ultimo[0]; ++coluna) {
+            std::array<LONG, 2> lugar{static_cast<LONG>(coluna), static_cast<LONG>(linha)};
             Variante celula;
             if (tipo == VT_VARIANT) {
                 Exige(SafeArrayGetElement(arranjo, lugar.data(), &celula.Bruta()));
@@ -39,7 +40,8 @@ TabelaTexto TabelaDaVariante(const VARIANT &variante)
                 Exige(SafeArrayGetElement(arranjo, lugar.data(), &V_BSTR(&celula.Bruta())));
                 V_VT(&celula.Bruta()) = VT_BSTR;
             }
-            tabela.Celula(coluna - primeiro[0] + 1, nova) = DeVariante<std::string>(celula.Bruta());
+            tabela.Celula(static_cast<std::int32_t>(coluna - primeiro[0] + 1), nova) =
+                DeVariante<std::string>(celula.Bruta());
         }
     }
     return tabela;

@@ -9,11 +9,14 @@ namespace {
 // A field of somebody else's, as it is when it comes in.
 class CampoRemoto : public Remoto<CampoTransacao> {
   public:
-    explicit CampoRemoto(Com<IDispatch> objeto) : Remoto(std::move(objeto))
+    explicit CampoRemoto(Com<IDispatch> objeto) : Remoto(std::move(objeto)) { Atualiza(); }
+
+    // What it has now, which the service may have changed since it was looked at.
+    void Atualiza()
     {
         const Tardio tardio(*this);
         Nome = tardio.Chama<std::string>("Nome");
-        Valor = tardio.Chama<std::string>("Valor");
+        Valor = tardio.Chama<::Valor>("Valor").Texto();
     }
     std::string_view NomeTipo() const override { return Classe(); }
 };
@@ -29,6 +32,9 @@ CamposTransacao ComChaves(const Variante &lida)
     auto campos = Novo<Colecao<Ref<CampoTransacao>>>();
     for (std::int32_t posicao = 1; posicao <= semChaves->Count(); ++posicao) {
         const Ref<CampoTransacao> &campo = semChaves->Item(posicao);
+        if (auto *remoto = dynamic_cast<CampoRemoto *>(campo.Ponteiro())) {
+            remoto->Atualiza();
+        }
         campos->Add(campo, campo->Nome);
     }
     return campos;

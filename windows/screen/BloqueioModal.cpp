@@ -1,5 +1,7 @@
 #include "windows/screen/BloqueioModal.h"
 
+#include "windows/screen/Enumera.h"
+
 #include <algorithm>
 
 namespace nativo {
@@ -7,14 +9,7 @@ namespace nativo {
 BloqueioModal::BloqueioModal(const std::vector<Ref<JanelaForm>> &forms, HWND dono, HWND poupada)
     : m_Ativa(GetActiveWindow())
 {
-    std::vector<HWND> janelas;
-    EnumThreadWindows(
-        GetCurrentThreadId(),
-        [](HWND janela, LPARAM lista) CALLBACK -> BOOL {
-            reinterpret_cast<std::vector<HWND> *>(lista)->push_back(janela);
-            return TRUE;
-        },
-        reinterpret_cast<LPARAM>(&janelas));
+    std::vector<HWND> janelas = JanelasDesteFio();
     if (dono != nullptr) {
         janelas.push_back(GetAncestor(dono, GA_ROOT));
     }

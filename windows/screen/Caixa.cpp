@@ -6,6 +6,14 @@ namespace {
 
 thread_local HHOOK g_Espreita = nullptr;
 
+void Desiste() noexcept
+{
+    if (g_Espreita != nullptr) {
+        UnhookWindowsHookEx(g_Espreita);
+        g_Espreita = nullptr;
+    }
+}
+
 // The box is about to be shown: its buttons get their texts.
 LRESULT CALLBACK Espreita(int codigo, WPARAM w, LPARAM l) noexcept
 {
@@ -13,8 +21,7 @@ LRESULT CALLBACK Espreita(int codigo, WPARAM w, LPARAM l) noexcept
         const auto caixa = reinterpret_cast<HWND>(w);
         SetDlgItemTextW(caixa, IDYES, L"&Sim");
         SetDlgItemTextW(caixa, IDNO, L"&Não");
-        UnhookWindowsHookEx(g_Espreita);
-        g_Espreita = nullptr;
+        Desiste();
         return 0;
     }
     return CallNextHookEx(nullptr, codigo, w, l);
@@ -29,7 +36,9 @@ int MostraCaixa(const ContextoVisual &contexto, HWND dono, const std::wstring &t
     if ((tipo & MB_TYPEMASK) != MB_OK) {
         g_Espreita = SetWindowsHookExW(WH_CBT, Espreita, nullptr, GetCurrentThreadId());
     }
-    return MessageBoxW(dono, texto.c_str(), titulo.c_str(), tipo | MB_SETFOREGROUND);
+    const int apertado = MessageBoxW(dono, texto.c_str(), titulo.c_str(), tipo | MB_SETFOREGROUND);
+    Desiste();
+    return apertado;
 }
 
 } // namespace nativo

@@ -114,6 +114,10 @@ void ComboNativo::Avisou(UINT aviso)
 
 std::optional<LRESULT> ComboNativo::Mensagem(UINT mensagem, WPARAM w)
 {
+    if (mensagem == WM_SYSKEYDOWN && w == VK_F4) { // closes the window; not every platform's combo passes it on
+        PostMessageW(GetAncestor(m_Janela, GA_ROOT), WM_SYSCOMMAND, SC_CLOSE, 0);
+        return 0;
+    }
     if (m_Atos.Obedece && !m_Atos.Obedece(AtoDe(mensagem, w))) {
         if (mensagem == WM_LBUTTONDOWN) {
             SetFocus(m_Janela);

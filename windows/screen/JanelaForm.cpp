@@ -3,6 +3,7 @@
 #include "tela/Partes.h"
 #include "windows/automation/Texto16.h"
 #include "windows/screen/Enquanto.h"
+#include "windows/screen/Enumera.h"
 #include "windows/screen/FazRenderizador.h"
 
 #include <algorithm>
@@ -131,6 +132,8 @@ void JanelaForm::Faz(TipoDeJanela tipo, HWND dono)
                          SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
         }
     }
+    // The underlined letters are seen from the start, whatever opened the window.
+    SendMessageW(m_Janela, WM_UPDATEUISTATE, MAKEWPARAM(UIS_CLEAR, UISF_HIDEACCEL | UISF_HIDEFOCUS), 0);
     m_Conexoes.push_back(m_Form->Mudou().liga([this] { MostraForm(); }));
     Dimensiona(dono);
     MostraForm();
@@ -594,13 +597,9 @@ void JanelaForm::DevolveTeclado()
 void JanelaForm::MudaAparencia(UINT dpi)
 {
     const auto anterior = std::exchange(m_Letra, std::make_unique<Letra>(dpi)); // the children have it until now
-    EnumChildWindows(
-        m_Janela,
-        [](HWND filha, LPARAM fonte) CALLBACK -> BOOL {
-            SendMessageW(filha, WM_SETFONT, static_cast<WPARAM>(fonte), FALSE);
-            return TRUE;
-        },
-        reinterpret_cast<LPARAM>(m_Letra->Fonte()));
+    for (const HWND filha : FilhasDe(m_Janela)) {
+        SendMessageW(filha, WM_SETFONT, reinterpret_cast<WPARAM>(m_Letra->Fonte()), FALSE);
+    }
     for (const auto &renderizador : m_Renderizadores) {
         renderizador->MudouAparencia();
     }
@@ -839,13 +838,9 @@ std::optional<LRESULT> JanelaForm::Trata(UINT mensagem, WPARAM w, LPARAM l)
     case WM_SETTINGCHANGE:
     case WM_SYSCOLORCHANGE:
     case WM_THEMECHANGED:
-        EnumChildWindows(
-            m_Janela,
-            [](HWND filha, LPARAM qual) CALLBACK -> BOOL {
-                SendMessageW(filha, static_cast<UINT>(qual), 0, 0);
-                return TRUE;
-            },
-            static_cast<LPARAM>(mensagem));
+        for (const HWND filha : FilhasDe(m_Janela)) {
+            SendMessageW(filha, mensagem, 0, 0);
+        }
         MudaAparencia(m_Letra->Dpi());
         break;
     case PedidoDeArranjo:

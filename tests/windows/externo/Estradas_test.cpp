@@ -126,19 +126,21 @@ TEST_F(EstradasTeste, OneEquipment_FromTheMenuToTheSave)
     EXPECT_EQ(livro.Primeira("CAutoModulos.MontaEstruturaMenus"),
               "CAutoModulos.MontaEstruturaMenus(\"mnuModVOREquiptos\", \"ZTAVOREQUIP\")");
     EXPECT_EQ(livro.Primeira("EquiptoRN.lista2 "),
-              "EquiptoRN.lista2 ListaEquiptoED{ClienteInc=\"Autoridade Municipal\", Codigo=\"RF-01\", "
+              "EquiptoRN.lista2 ListaEquiptoED{ClienteInc=\"Autoridade Municipal\", Codigo=\"rf-01\", "
               "TipoEquip=\"R\", Ativo=1, TipoAgente=1, IndTrabFoto=1}");
     EXPECT_EQ(livro.Primeira("EquiptoRN.consulta "), "EquiptoRN.consulta EquiptoED{NroIntEquip=7}");
-    EXPECT_EQ(UltimoPedido("altera"),
-              "EquiptoRN.altera EquiptoED{NroIntEquip=7, ClienteInc=\"Autoridade Municipal\", "
-              "SetorInc=\"Fiscalização\", Codigo=\"RF-01\", SubCodigo=\"\", Descricao=\"Radar da entrada norte\", "
-              "CodMunic=4314902, TipoVia=\"U\", TipoEquip=\"R\", VelocPermitida=60, ArquivoLayout=\"NENHUM\", "
-              "TemImagemEntrelacada=2, Modelo=\"Modelo R\", TemLimiteDif=2, TemPerfilMag=2, Ativo=1, "
-              "Sensores=[SensorED{Afericoes=[AfericaoED{Numero=\"2001\", Marca=\"87654321\", "
-              "DataVerificacao=#1/11/2027#, DataVencimento=#1/11/2028#, Ativo=1, NroIntImgCertif=101, TipoAfer=1}], "
-              "NroIntSensor=31, NroSensor=1, CodLograd=77, EndCep=90010020, EndNro=1500, "
-              "EndDescr=\"Rua Bento Gonçalves, 1500\", SentidoVia=\"C\", Ativo=1, LocalInfr=\"Rua B\"}], "
-              "TipoAgente=1}");
+    EXPECT_EQ(
+        UltimoPedido("altera"),
+        "EquiptoRN.altera EquiptoED{NroIntEquip=7, ClienteInc=\"Autoridade Municipal\", "
+        "SetorInc=\"Fiscalização\", Codigo=\"RF-01\", SubCodigo=\"\", Descricao=\"Radar da entrada norte\", "
+        "CodMunic=4314902, TipoVia=\"U\", TipoEquip=\"R\", VelocPermitida=60, ArquivoLayout=\"NENHUM\", "
+        "TemImagemEntrelacada=2, Modelo=\"Modelo R\", TemLimiteDif=2, TemPerfilMag=2, Ativo=1, "
+        "Sensores=[SensorED{Afericoes=[AfericaoED{Numero=\"2001\", Marca=\"87654321\", "
+        "DataVerificacao=#1/11/2027#, DataVencimento=#1/11/2028#, Ativo=1, NroIntImgCertif=101, TipoAfer=1, "
+        "PortDimel=\"\"}], "
+        "NroIntSensor=31, NroSensor=1, CodLograd=77, EndCep=90010020, EndNro=1500, "
+        "EndCompl=\"\", EndDescr=\"Rua Bento Gonçalves, 1500\", SentidoVia=\"C\", Ativo=1, LocalInfr=\"Rua B\"}], "
+        "TipoAgente=1}");
     EXPECT_EQ(livro.Primeira("CTrataBD.TabelaAlterada"),
               "CTrataBD.TabelaAlterada(\"VOREQUIPTO\", True, False, ausente, ausente)");
     EXPECT_EQ(hospedeiro.Servicos.Documentos().at(101), "%PDF-1.4 novo");
@@ -210,22 +212,22 @@ TEST_F(EstradasTeste, NewEquipment_AndItsDetails)
     Percorre([&] { geral.Chama("ClickMenu", {"mnuModVOREquiptos"}); },
              [](PessoaExterna &p) {
                  p.EsperaJanela("Equipamentos").Alt('N').EsperaJanela("Novo Equipamento").Fotografa("30-novo");
-                 p.Preenche("Código:", "NV-1").Preenche("Descrição:", "Equipamento novo");
+                 p.Preenche("Código:", "NV_1").Preenche("Descrição:", "Equipamento novo");
                  p.TabAte("Tipo de Medidor:").DesceAte("Fixo").TabAte("Tipo Equip.:").DesceAte("Pardal");
                  p.Preenche("Marca/Modelo:", "Modelo N");
                  p.ClicaAba("Dados").TabAte("Município:").Escreve("caxias").EsperaTexto("Município:", "Caxias do Sul");
                  p.TabAte("Layout arquivos:").DesceAte("RADAR").Preenche("Veloc. Permitida:", "100");
                  p.EsperaTexto("Tolerância:", "7% sobre velocidade medida.").Clica("Via urbana");
-                 p.Fotografa("31-novo-dados");
-                 p.Alt('O').EsperaCaixa("Confirma").Alt('S').EsperaJanela("Equipamentos");
+                 p.Fotografa("31-novo-dados").Alt('P').EsperaCaixa("Confirma a inclusão?").Alt('S');
+                 p.EsperaUsavel("Aplicar", false).Alt('C').EsperaJanela("Equipamentos");
                  p.Alt('L').EsperaLinhas(2).ClicaLinha(1);
                  p.Alt('T').EsperaJanela("Detalhes do Equipamento").EsperaTexto("Código:", "RF-01"); // Detalhes
                  p.Fotografa("32-detalhes").Clica("Fechar").EsperaJanela("Equipamentos");
                  p.Tecla(VK_F4, VK_MENU).EsperaFechar("Equipamentos");
              });
     EXPECT_EQ(UltimoPedido("inclui"),
-              "EquiptoRN.inclui EquiptoED{ClienteInc=\"Autoridade Municipal\", SetorInc=\"Fiscalização\", "
-              "Codigo=\"NV-1\", SubCodigo=\"\", Descricao=\"Equipamento novo\", CodMunic=4305108, TipoVia=\"U\", "
+              "EquiptoRN.inclui EquiptoED{ClienteInc=\"Autoridade Municipal\", "
+              "Codigo=\"NV_1\", SubCodigo=\"\", Descricao=\"Equipamento novo\", CodMunic=4305108, TipoVia=\"U\", "
               "TipoEquip=\"P\", VelocPermitida=100, ArquivoLayout=\"RADAR\", TemImagemEntrelacada=2, "
               "Modelo=\"Modelo N\", TemLimiteDif=2, TemPerfilMag=2, Ativo=2, TipoAgente=1}");
     EXPECT_TRUE(hospedeiro.Livro.Que("CMensagem.ExibeErro").empty()) << hospedeiro.Livro.Tudo();

@@ -2,11 +2,19 @@
 
 #include "tests/windows/externo/Var.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <set>
 #include <vector>
 
 namespace nativo {
+
+namespace {
+
+constexpr ULONGLONG Calma = 150;   // ms in which the screen shows nothing new
+constexpr ULONGLONG Demora = 3000; // ms, at most
+
+} // namespace
 
 int Fotografa(HWND janela, const std::string &nome)
 {
@@ -21,11 +29,20 @@ int Fotografa(HWND janela, const std::string &nome)
     info.bmiHeader = {sizeof(BITMAPINFOHEADER), largura, altura, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
     void *bits = nullptr;
     const HBITMAP imagem = CreateDIBSection(tela, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-    const HGDIOBJ antes = SelectObject(memoria, imagem);
-    BitBlt(memoria, 0, 0, largura, altura, tela, area.left, area.top, SRCCOPY);
-    GdiFlush();
+    const HGDIOBJ anterior = SelectObject(memoria, imagem);
     const auto *pontos = static_cast<const std::uint32_t *>(bits);
     const auto quantos = static_cast<std::size_t>(largura) * static_cast<std::size_t>(altura);
+    // What was painted comes to the screen a little later.
+    std::vector<std::uint32_t> antes(quantos);
+    const ULONGLONG inicio = GetTickCount64();
+    for (ULONGLONG desde = inicio; GetTickCount64() < desde + Calma && GetTickCount64() < inicio + Demora; Sleep(10)) {
+        BitBlt(memoria, 0, 0, largura, altura, tela, area.left, area.top, SRCCOPY);
+        GdiFlush();
+        if (!std::equal(antes.begin(), antes.end(), pontos)) {
+            antes.assign(pontos, pontos + quantos);
+            desde = GetTickCount64();
+        }
+    }
     const std::set<std::uint32_t> cores(pontos, pontos + quantos);
 
     wchar_t pasta[MAX_PATH] = {};
@@ -43,7 +60,7 @@ int Fotografa(HWND janela, const std::string &nome)
             std::fclose(arquivo);
         }
     }
-    SelectObject(memoria, antes);
+    SelectObject(memoria, anterior);
     DeleteObject(imagem);
     DeleteDC(memoria);
     ReleaseDC(nullptr, tela);

@@ -272,16 +272,18 @@ PessoaExterna &PessoaExterna::Escreve(const std::string &texto)
 void PessoaExterna::ClicaEm(HWND janela, POINT ponto)
 {
     ClientToScreen(janela, &ponto);
+    SetCursorPos(ponto.x, ponto.y);
     const auto fracao = [](LONG onde, int total) { return (onde * 65536 + total / 2) / total; };
+    // Each tells its place again: where the display's own pointer is, something else may say at any time.
     INPUT entradas[3] = {};
     for (INPUT &entrada : entradas) {
         entrada.type = INPUT_MOUSE;
+        entrada.mi.dx = fracao(ponto.x, GetSystemMetrics(SM_CXSCREEN));
+        entrada.mi.dy = fracao(ponto.y, GetSystemMetrics(SM_CYSCREEN));
+        entrada.mi.dwFlags = MOUSEEVENTF_ABSOLUTE | MOUSEEVENTF_MOVE;
     }
-    entradas[0].mi.dx = fracao(ponto.x, GetSystemMetrics(SM_CXSCREEN));
-    entradas[0].mi.dy = fracao(ponto.y, GetSystemMetrics(SM_CYSCREEN));
-    entradas[0].mi.dwFlags = MOUSEEVENTF_ABSOLUTE | MOUSEEVENTF_MOVE;
-    entradas[1].mi.dwFlags = MOUSEEVENTF_LEFTDOWN;
-    entradas[2].mi.dwFlags = MOUSEEVENTF_LEFTUP;
+    entradas[1].mi.dwFlags |= MOUSEEVENTF_LEFTDOWN;
+    entradas[2].mi.dwFlags |= MOUSEEVENTF_LEFTUP;
     SendInput(3, entradas, sizeof(INPUT));
 }
 
@@ -348,7 +350,10 @@ PessoaExterna &PessoaExterna::ClicaLinha(int linha)
     Pergunta(lista, LVM_GETITEMRECT, static_cast<WPARAM>(linha - 1), reinterpret_cast<LPARAM>(&area));
     ClicaEm(lista, {area.left + 8, (area.top + area.bottom) / 2});
     return Espera("a linha " + std::to_string(linha) + " é a atual", [&] {
-        return Pergunta(lista, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED) == linha - 1;
+        GUITHREADINFO onde = {};
+        onde.cbSize = sizeof onde;
+        return GetGUIThreadInfo(m_Fio, &onde) != FALSE && onde.hwndFocus == lista &&
+               Pergunta(lista, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED) == linha - 1;
     });
 }
 
@@ -387,6 +392,7 @@ PessoaExterna &PessoaExterna::DesceAte(const std::string &texto)
     }
     const auto mostra = [&] { return combo != nullptr && Texto(combo) == texto; };
     Tecla(VK_HOME);
+    Espera("o primeiro item", [&] { return Pergunta(combo, CB_GETCURSEL, 0, 0) == 0; });
     for (int vez = 0; vez < MuitasTeclas && !mostra(); ++vez) {
         const LRESULT antes = Pergunta(combo, CB_GETCURSEL, 0, 0);
         Tecla(VK_DOWN);

@@ -17,8 +17,7 @@
 // What every test program of the rooms starts with here.
 //
 //   --biblioteca               with the host's library of records registered
-//   --falha=NUMBER[/ARRIVES][:LENGTH]   what the calls of a sweep fail with: the number, the one under which it arrives
-//                              where that is another, and the length of the description
+//   --falha=NUMBER[:LENGTH]    what the calls of a sweep fail with: the number, and the length of the description
 //   --excecoes                 tells the tests that do not cross, and ends
 
 namespace nativo {
@@ -60,12 +59,9 @@ std::string TextoDe(std::size_t tamanho)
 
 Varredura::Defeito DefeitoDe(const std::string &texto)
 {
-    const std::size_t chega = texto.find('/');
     const std::size_t tamanho = texto.find(':');
-    const std::int32_t numero = std::stoi(texto);
-    return {numero, chega == std::string::npos ? numero : std::stoi(texto.substr(chega + 1)),
-            tamanho == std::string::npos ? Varredura::Falhando.Descricao
-                                         : TextoDe(std::stoul(texto.substr(tamanho + 1)))};
+    return {std::stoi(texto), tamanho == std::string::npos ? Varredura::Falhando.Descricao
+                                                           : TextoDe(std::stoul(texto.substr(tamanho + 1)))};
 }
 
 int Roda(int quantos, char **argumentos)
