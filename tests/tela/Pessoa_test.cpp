@@ -790,6 +790,18 @@ TEST_F(PessoaNoEnderecoTest, Enter_WhereAToolkitHasLedTheKeyboard_PressesThatBut
     EXPECT_EQ(m_Tela.Vistos(), Textos{"cmdOK"});
 }
 
+TEST_F(PessoaNoEnderecoTest, ParadaAtual_AfterTab_IsThePartToWhichItHasLed)
+{
+    m_Pessoa.Foco("endereco");
+    EXPECT_TRUE(m_Pessoa.ParadaAtual().Controle == m_Endereco);
+    EXPECT_TRUE(m_Pessoa.ParadaAtual().Qual == Parte::Via);
+    m_Pessoa.Tab();
+    EXPECT_TRUE(m_Pessoa.ParadaAtual().Controle == m_Endereco);
+    EXPECT_TRUE(m_Pessoa.ParadaAtual().Qual == Parte::Numero);
+    m_Tela.Solta();
+    EXPECT_TRUE(m_Pessoa.ParadaAtual().Controle == nullptr);
+}
+
 // A platform that can do nothing but unload forms, as the contract tells it.
 class PlataformaFalsa : public IPlataforma {
   public:

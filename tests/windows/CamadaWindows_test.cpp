@@ -105,7 +105,7 @@ TEST_F(CamadaWindowsTest, Dialogo_DaOArquivoEscolhidoENadaQuandoSeDesiste)
     CloseHandle(CreateFileW(caminho.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
     NaCaixa([&](HWND caixa) {
         EXPECT_EQ(TextoDe(caixa), "Selecione o certificado");
-        constexpr int NomeDoArquivo = 0x480;
+        constexpr int NomeDoArquivo = 0x47C; // cmb13
         SetDlgItemTextW(caixa, NomeDoArquivo, caminho.c_str());
         PostMessageW(caixa, WM_COMMAND, IDOK, 0);
     });

@@ -13,7 +13,7 @@ namespace nativo {
 
 namespace {
 
-class FormsNaTelaTest : public TelaDeTeste {
+class FormsNaTelaTest : public TelaDeTeste, public testing::WithParamInterface<int> {
   protected:
     std::vector<Ref<IForm>> Forms()
     {
@@ -40,22 +40,20 @@ class FormsNaTelaTest : public TelaDeTeste {
     }
 };
 
-TEST_F(FormsNaTelaTest, CadaFormEmCadaResolucao_NadaECortado)
+TEST_P(FormsNaTelaTest, CadaForm_NadaECortado)
 {
+    const std::string resolucao = "-" + std::to_string(GetParam());
     for (const Ref<IForm> &form : Forms()) {
         Abre(form);
-        for (const int dpi : {96, 120, 144, 192}) {
-            MudaResolucao(dpi);
-            const std::string nome = std::string(form->NomeTipo()) + "-" + std::to_string(dpi);
-            Olha(nome);
-            for (const Ref<IControle> &controle : form->Controles()) {
-                if (auto *abas = dynamic_cast<ISSTab *>(controle.Ponteiro())) {
-                    for (std::int16_t pagina = 1; pagina < abas->Tabs(); ++pagina) {
-                        abas->DefineTab(pagina);
-                        Roda();
-                        Olha(nome + "-" + std::to_string(pagina));
-                    }
-                    abas->DefineTab(0);
+        MudaResolucao(GetParam());
+        const std::string nome = std::string(form->NomeTipo()) + resolucao;
+        Olha(nome);
+        for (const Ref<IControle> &controle : form->Controles()) {
+            if (auto *abas = dynamic_cast<ISSTab *>(controle.Ponteiro())) {
+                for (std::int16_t pagina = 1; pagina < abas->Tabs(); ++pagina) {
+                    abas->DefineTab(pagina);
+                    Roda();
+                    Olha(nome + "-" + std::to_string(pagina));
                 }
             }
         }
@@ -64,6 +62,8 @@ TEST_F(FormsNaTelaTest, CadaFormEmCadaResolucao_NadaECortado)
     }
     host->Erros(); // of pages whose form was told nothing
 }
+
+INSTANTIATE_TEST_SUITE_P(Resolucoes, FormsNaTelaTest, testing::Values(96, 120, 144, 192));
 
 } // namespace
 
