@@ -92,6 +92,7 @@ TEST_F(EstradasNativasTest, Windows_WithAllThatTheyShow_ShowItWhole)
     camada->Logradouros = Novo<RuasDeTeste>();
     const Ref<EquiptoED> guardado = registro->Equipamento(numero);
     guardado->CodMunic = Canoas;
+    guardado->TemLimiteDif = 1;
     guardado->Descricao = "Avenida das Nações Unidas, sentido centro, em frente ao nº 1200";
     const Ref<SensorED> sensor = guardado->Sensores.Valor()->Item(1);
     sensor->CodLograd = 2;
@@ -114,7 +115,6 @@ TEST_F(EstradasNativasTest, Windows_WithAllThatTheyShow_ShowItWhole)
     Percurso percurso;
     percurso.Janelas["frmLista"] = [&](PessoaNaTela &p) {
         p.Localiza("ztlLista");
-        p.OrdenaPor("ztlLista", 2);
         p.ClicaLinha("ztlLista", 1);
         olha(p, "lista");
         p.EscolheMenu("ztlLista", "mnuZTLObjEditar");

@@ -70,6 +70,23 @@ TEST_F(RenderCampoTest, Text_OfTheForm_IsShown)
     EXPECT_EQ(Visto(), "");
 }
 
+TEST_F(RenderCampoTest, Text_GivenBeforeTheWindowHasItsSize_IsSeenFromItsBeginning)
+{
+    const Peca outro = {.Ajustes = AjustesTextBox{}, .Nome = "outro", .Caracteres = 10};
+    descrito.Faz(EmColuna({outro, {.Ajustes = AjustesTextBox{}, .Nome = "campo", .Caracteres = 10}}));
+    Controle<TextBox>("campo")->DefineText("um texto que é mais comprido do que o campo");
+    Abre(Ref<IForm>(descrito.Form));
+    EXPECT_EQ(Teclado(), "outro");
+    const auto lugar = static_cast<short>(LOWORD(SendMessageW(Campo(), EM_POSFROMCHAR, 0, 0)));
+    EXPECT_GE(lugar, 0);
+    Controle<TextBox>("campo")->DefineText("outro texto que é mais comprido do que o campo");
+    EXPECT_GE(static_cast<short>(LOWORD(SendMessageW(Campo(), EM_POSFROMCHAR, 0, 0))), 0);
+    Controle<TextBox>("campo")->SetFocus(); // by the form: at the end
+    Roda();
+    Digita(L"!");
+    EXPECT_EQ(Controle<TextBox>("campo")->Text(), "outro texto que é mais comprido do que o campo!");
+}
+
 TEST_F(RenderCampoTest, Limit_CountsCharacters)
 {
     AbreCampo(AjustesTextBox{.MaxLength = 3});

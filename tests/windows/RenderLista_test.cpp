@@ -492,6 +492,41 @@ TEST_F(RenderListaTest, SideBar_HigherThanTheList_GoesOnBesideItself)
     }
 }
 
+TEST_F(RenderListaTest, Window_OpenedAThousandTimes_LeavesNoWindowBehind)
+{
+    const Peca raiz = EmColuna({{.Ajustes = AjustesZtCombo{.Conteudo = "A|1??B|2??"}, .Nome = "combo"},
+                                {.Ajustes = AjustesZtEndereco{}, .Nome = "endereco"},
+                                {.Ajustes = AjustesZtClienteSetor{}, .Nome = "cliente"},
+                                {.Ajustes = AjustesZtList{}, .Nome = "lista"}});
+    const auto janelasDoFio = [] {
+        int quantas = 0;
+        EnumThreadWindows(
+            GetCurrentThreadId(),
+            [](HWND, LPARAM quantas) -> BOOL {
+                ++*reinterpret_cast<int *>(quantas);
+                return TRUE;
+            },
+            reinterpret_cast<LPARAM>(&quantas));
+        return quantas;
+    };
+    const auto conta = [&] {
+        return std::vector<DWORD>{GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS),
+                                  GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS),
+                                  static_cast<DWORD>(janelasDoFio())};
+    };
+    const auto abreEFecha = [&] {
+        Abre(raiz);
+        janelas->Descarrega(descrito.Form);
+        Roda();
+    };
+    abreEFecha(); // what the system keeps from the first time
+    const std::vector<DWORD> antes = conta();
+    for (int vez = 0; vez < 1000; ++vez) {
+        abreEFecha();
+    }
+    EXPECT_EQ(conta(), antes);
+}
+
 TEST_F(RenderListaTest, Form_UnloadedByACommand_LeavesNothingBehind)
 {
     AbreLista(2);

@@ -109,6 +109,10 @@ void CampoNativo::Mostra(const std::string &texto, std::optional<std::size_t> cu
     m_Mostrando = true;
     SetWindowTextW(m_Janela, m_Mostrado.c_str());
     m_Mostrando = false;
+    if (GetFocus() != m_Janela) { // its beginning is what is to be seen
+        m_Cursor = lugar;
+        lugar = 0;
+    }
     SendMessageW(m_Janela, EM_SETSEL, lugar, static_cast<LPARAM>(lugar));
     SendMessageW(m_Janela, EM_SCROLLCARET, 0, 0);
 }
@@ -132,6 +136,14 @@ std::optional<LRESULT> CampoNativo::Mensagem(UINT mensagem, WPARAM w)
         return std::nullopt;
     case WM_CHAR:
         return Letra(static_cast<wchar_t>(w));
+    case WM_LBUTTONDOWN: // tells another place
+        m_Cursor.reset();
+        return std::nullopt;
+    case WM_SETFOCUS:
+        if (const auto cursor = std::exchange(m_Cursor, std::nullopt)) {
+            SendMessageW(m_Janela, EM_SETSEL, *cursor, static_cast<LPARAM>(*cursor));
+        }
+        return std::nullopt;
     default:
         return std::nullopt;
     }

@@ -36,8 +36,9 @@ class CampoNativo {
 
     HWND m_Janela;
     std::function<void(const std::string &, std::size_t)> m_Editou;
-    std::wstring m_Mostrado; // what the field had before the person's next act
-    wchar_t m_Metade = 0;    // of a character that comes in two
+    std::wstring m_Mostrado;             // what the field had before the person's next act
+    std::optional<std::size_t> m_Cursor; // to which the keyboard comes
+    wchar_t m_Metade = 0;                // of a character that comes in two
     bool m_Mostrando = false;
 };
 
