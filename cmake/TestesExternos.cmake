@@ -22,3 +22,11 @@ gtest_discover_tests(teste_externo
     TEST_PREFIX windows.externo.
     WORKING_DIRECTORY ${PROJECT_SOURCE_DIR}
     PROPERTIES FIXTURES_REQUIRED camada RUN_SERIAL TRUE ENVIRONMENT FIGURAS=Z:${pasta_figuras})
+
+# What a late-bound call costs.
+if(TARGET hospedeiro_windows)
+    add_executable(ChamadaTardia_bench ${PROJECT_SOURCE_DIR}/bench/windows/ChamadaTardia_bench.cpp)
+    target_link_libraries(ChamadaTardia_bench PRIVATE hospedeiro_windows tela_windows automacao modulo tela controls host)
+    add_test(NAME windows.bancada.ChamadaTardia COMMAND ChamadaTardia_bench)
+    set_tests_properties(windows.bancada.ChamadaTardia PROPERTIES FIXTURES_REQUIRED camada RUN_SERIAL TRUE)
+endif()

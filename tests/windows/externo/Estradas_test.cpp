@@ -219,7 +219,8 @@ TEST_F(EstradasTeste, NewEquipment_AndItsDetails)
                  p.TabAte("Layout arquivos:").DesceAte("RADAR").Preenche("Veloc. Permitida:", "100");
                  p.EsperaTexto("Tolerância:", "7% sobre velocidade medida.").Clica("Via urbana");
                  p.Fotografa("31-novo-dados").Alt('P').EsperaCaixa("Confirma a inclusão?").Alt('S');
-                 p.EsperaUsavel("Aplicar", false).Alt('C').EsperaJanela("Equipamentos");
+                 p.EsperaJanela("Novo Equipamento").EsperaUsavel("OK", true).Alt('C');
+                 p.EsperaCaixa("Deseja descartá-las?").Alt('S').EsperaJanela("Equipamentos");
                  p.Alt('L').EsperaLinhas(2).ClicaLinha(1);
                  p.Alt('T').EsperaJanela("Detalhes do Equipamento").EsperaTexto("Código:", "RF-01"); // Detalhes
                  p.Fotografa("32-detalhes").Clica("Fechar").EsperaJanela("Equipamentos");

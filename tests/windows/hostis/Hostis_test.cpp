@@ -156,18 +156,17 @@ TEST_F(HostisTeste, TypeLibrary_Damaged_MakesFaultsAndNothingElse)
     const std::string inteiro = Conteudo(ComponenteExterno::Caminho());
     const std::size_t onde = inteiro.find("MSFT\x02");
     ASSERT_NE(onde, std::string::npos);
+    const std::size_t nome = inteiro.find(std::string("T\0Y\0P\0E\0L\0I\0B\0", 14));
+    ASSERT_NE(nome, std::string::npos);
     struct Dano {
         const char *Nome;
         std::size_t Desde;
         std::size_t Quantos;
-        char Com;
     };
-    // The mark at the beginning, the heading, the segments' places, and what they hold.
-    for (const Dano &dano :
-         {Dano{"marca", 0, 4, 'X'}, Dano{"cabeçalho", 8, 60, '\x7f'}, Dano{"cabeçalho zerado", 4, 80, '\0'},
-          Dano{"segmentos", 84, 200, '\xff'}, Dano{"meio", 400, 2000, '\x55'}, Dano{"fim", 4000, 2000, '\0'}}) {
+    // A library that is none, and a file without one.
+    for (const Dano &dano : {Dano{"marca", onde, 4}, Dano{"recurso", nome, 14}}) {
         std::string danificado = inteiro;
-        std::memset(danificado.data() + onde + dano.Desde, dano.Com, dano.Quantos);
+        std::memset(danificado.data() + dano.Desde, 'X', dano.Quantos);
         const std::wstring copia = PoeCopia(danificado);
         const HMODULE arquivo = LoadLibraryW(copia.c_str());
         ASSERT_NE(arquivo, nullptr) << dano.Nome;
