@@ -51,7 +51,7 @@ void ChamaDeOutroFio()
     ASSERT_EQ(CoMarshalInterThreadInterfaceInStream(__uuidof(_Geral), geral.Ponteiro(), &caso.Levada), S_OK);
     HANDLE fio = CreateThread(
         nullptr, 0,
-        [](void *dado) -> DWORD {
+        [](void *dado) CALLBACK -> DWORD {
             auto &este = *static_cast<Caso *>(dado);
             CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
             {

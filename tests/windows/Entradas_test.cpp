@@ -1,4 +1,5 @@
 #include "host/Falha.h"
+#include "shell/Componente.h"
 #include "tests/windows/ComponenteDeTeste.h"
 #include "tests/windows/HospedeiroDeTeste.h"
 #include "windows/automation/Falhas.h"
@@ -8,15 +9,15 @@
 #include <objbase.h>
 #include <oleauto.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <functional>
 #include <iterator>
-#include <new>
 #include <string>
 #include <utility>
 #include <vector>
+
+extern "C" BOOL WINAPI DllMain(HINSTANCE, DWORD motivo, void *processoTermina);
 
 namespace nativo {
 namespace {
@@ -300,38 +301,36 @@ TEST_F(EntradasTeste, CreateInstance_WithoutATypeLibraryInside_IsThePlatformsFau
     }
 }
 
-// An object of the host's in memory that is gone when the host's program has ended.
-class ObjetoPassageiro final : public IUnknown {
+class GlobalDeTeste : public IObjGlobalVor {
   public:
-    static ObjetoPassageiro *Novo()
+    explicit GlobalDeTeste(bool &acabou) : m_Acabou(acabou) {}
+    ~GlobalDeTeste() override { m_Acabou = true; }
+    std::string_view NomeTipo() const override { return "Global"; }
+    void InicializaSessao(const Ref<IobjMTM> &, const Ref<IobjSCA> &, const Ref<IoAppEXE> &,
+                          const Ref<Objeto> &) override
     {
-        s_Lugar = VirtualAlloc(nullptr, sizeof(ObjetoPassageiro), MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE);
-        std::atexit([] { VirtualFree(s_Lugar, 0, MEM_RELEASE); });
-        return new (s_Lugar) ObjetoPassageiro;
     }
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void **saida) override
-    {
-        *saida = iid == IID_IUnknown || iid == IID_IDispatch ? this : nullptr;
-        return *saida == nullptr ? E_NOINTERFACE : S_OK;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++m_Referencias; }
-    ULONG STDMETHODCALLTYPE Release() override { return --m_Referencias; }
+    Ref<ICredencial> ObtemCredencial() override { return {}; }
 
   private:
-    static inline void *s_Lugar = nullptr;
-    ULONG m_Referencias = 1;
+    bool &m_Acabou;
 };
 
-TEST(EntradasMorteTeste, Process_EndingWithTheShellStillThere_LeavesTheHostsObjectsAlone)
+TEST(DllMain, WhenTheProcessEnds_LeavesTheHostsObjectsAlone)
 {
-    EXPECT_EXIT(
-        {
-            auto *componente = new ComponenteDeTeste;
-            const Com<_Geral> geral = componente->NovoGeral();
-            geral->putref_cGlobal(reinterpret_cast<IDispatch *>(ObjetoPassageiro::Novo()));
-            std::exit(3);
-        },
-        testing::ExitedWithCode(3), "");
+    static bool acabou = false; // the object is never let go of
+    for (const DWORD motivo : {DLL_PROCESS_ATTACH, DLL_THREAD_DETACH, DLL_PROCESS_DETACH}) {
+        EsteComponente().ObjGlobalVor = Novo<GlobalDeTeste>(acabou);
+        EXPECT_EQ(DllMain(nullptr, motivo, nullptr), TRUE); // the library alone goes
+        EXPECT_FALSE(EsteComponente().ObjGlobalVor.Nada());
+        EsteComponente().ObjGlobalVor = nullptr;
+        EXPECT_TRUE(std::exchange(acabou, false));
+    }
+    EsteComponente().ObjGlobalVor = Novo<GlobalDeTeste>(acabou);
+    int processo = 0;
+    EXPECT_EQ(DllMain(nullptr, DLL_PROCESS_DETACH, &processo), TRUE);
+    EXPECT_TRUE(EsteComponente().ObjGlobalVor.Nada());
+    EXPECT_FALSE(acabou);
 }
 
 TEST(Recursos, VersionOfTheFile_TellsTheModule)

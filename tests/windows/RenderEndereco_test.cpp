@@ -39,7 +39,7 @@ class RenderEnderecoTest : public TelaDeTeste {
         HWND lista = nullptr;
         EnumThreadWindows(
             GetCurrentThreadId(),
-            [](HWND janela, LPARAM achada) -> BOOL {
+            [](HWND janela, LPARAM achada) CALLBACK -> BOOL {
                 wchar_t classe[20]{};
                 GetClassNameW(janela, classe, 20);
                 if (std::wstring_view(classe) == WC_LISTBOXW && IsWindowVisible(janela)) {

@@ -502,7 +502,7 @@ TEST_F(RenderListaTest, Window_OpenedAThousandTimes_LeavesNoWindowBehind)
         int quantas = 0;
         EnumThreadWindows(
             GetCurrentThreadId(),
-            [](HWND, LPARAM quantas) -> BOOL {
+            [](HWND, LPARAM quantas) CALLBACK -> BOOL {
                 ++*reinterpret_cast<int *>(quantas);
                 return TRUE;
             },

@@ -6,6 +6,7 @@
 #include "tela/Pessoa.h"
 #include "tela/Tracado.h"
 #include "windows/automation/Com.h"
+#include "windows/automation/Embrulho.h"
 #include "windows/screen/ContextoVisual.h"
 #include "windows/screen/Letra.h"
 #include "windows/screen/Renderizador.h"
@@ -126,6 +127,7 @@ class JanelaForm : public Objeto {
     COLORREF FundoDe(const Renderizador &renderizador) const;
     HBRUSH Pinta(HDC papel, HWND filha) const;
 
+    Vivo m_Vivo;
     Ref<IForm> m_Form;
     AoRedorDoForm m_AoRedor;
     Pessoa m_Pessoa;
