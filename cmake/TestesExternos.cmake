@@ -21,7 +21,7 @@ gtest_discover_tests(teste_externo
     NO_PRETTY_VALUES
     TEST_PREFIX windows.externo.
     WORKING_DIRECTORY ${PROJECT_SOURCE_DIR}
-    PROPERTIES FIXTURES_REQUIRED camada RUN_SERIAL TRUE ENVIRONMENT FIGURAS=Z:${pasta_figuras})
+    PROPERTIES FIXTURES_REQUIRED camada RUN_SERIAL TRUE TIMEOUT 900 ENVIRONMENT FIGURAS=Z:${pasta_figuras})
 
 # What a late-bound call costs.
 if(TARGET hospedeiro_windows)

@@ -7,6 +7,10 @@
 #include <cstring>
 #include <new>
 
+namespace __gnu_cxx {
+void __freeres(); // of the compiler's library: its store for exceptions without memory
+}
+
 // The variables of which each thread has its own: the compiler's own support for them here takes a slot of the process
 // for every library that uses one, as the one that throws does, and never gives it back, so that after a thousand times
 // loading and unloading there is none left. This one takes its place and leaves with the library.
@@ -53,6 +57,7 @@ void WINAPI Libera(void *dados)
     if (lugar != FLS_OUT_OF_INDEXES) {
         FlsFree(lugar);
     }
+    __gnu_cxx::__freeres(); // it is taken at each load, and given back by nobody
 }
 
 DWORD Lugar()
