@@ -11,7 +11,7 @@ target_link_libraries(automacao ${automacao_ALCANCE} host ole32 oleaut32 uuid)
 target_link_libraries(hospedeiro_windows ${hospedeiro_windows_ALCANCE}
     tela_windows automacao modulo tela controls host advapi32 shlwapi)
 target_link_libraries(tela_windows ${tela_windows_ALCANCE}
-    automacao tela controls host comctl32 comdlg32 uxtheme gdi32 user32)
+    automacao tela controls host comctl32 uxtheme gdi32 user32)
 
 # lista_do_pacote(<variable> <package> <regex>): the first file of an installed package whose path matches.
 function(lista_do_pacote variavel pacote padrao)

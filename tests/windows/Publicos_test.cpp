@@ -588,15 +588,6 @@ TEST_F(PublicosTeste, Faults_OnBothRoads_AreTheSame)
     EXPECT_EQ(tratado, VARIANT_FALSE);
 }
 
-TEST_F(PublicosTeste, Especifica_ClickMenuOfWhatIsNoText_EndsTheFaultAndGivesNothing)
-{
-    VARIANT nulo{};
-    V_VT(&nulo) = VT_NULL;
-    auto *nada = reinterpret_cast<IDispatch *>(1);
-    EXPECT_EQ(Especifica()->ClickMenu(&nulo, &nada), S_OK);
-    EXPECT_EQ(nada, nullptr);
-}
-
 TEST_F(PublicosTeste, Faults_WithoutAPlaceForThem_AreStillCodes)
 {
     DISPPARAMS nenhum{};

@@ -5,7 +5,9 @@
 
 #include <commdlg.h>
 
+#include <memory>
 #include <optional>
+#include <type_traits>
 #include <utility>
 
 namespace nativo {
@@ -13,6 +15,20 @@ namespace nativo {
 namespace {
 
 constexpr std::size_t MaiorCaminho = 32768;
+
+// The library of the dialog is there while somebody looks at it: some systems keep a handle of the process for each of
+// its loadings, and most loadings of the component never ask for a file.
+bool PedeArquivo(OPENFILENAMEW &pedido)
+{
+    const std::unique_ptr<std::remove_pointer_t<HMODULE>, decltype(&FreeLibrary)> biblioteca(
+        LoadLibraryExW(L"comdlg32.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32), FreeLibrary);
+    if (biblioteca == nullptr) {
+        throw Falha(NumeroFalha::ErroInterno);
+    }
+    const auto pede = reinterpret_cast<decltype(&GetOpenFileNameW)>(
+        reinterpret_cast<void *>(GetProcAddress(biblioteca.get(), "GetOpenFileNameW")));
+    return pede != nullptr && pede(&pedido) != FALSE;
+}
 
 // Runs the messages of this thread until the wait is over. The end of the application ends every wait, and is passed
 // on.
@@ -237,7 +253,7 @@ std::optional<std::string> CamadaWindows::EscolheArquivo(const std::vector<Filtr
     pedido.Flags = OFN_EXPLORER | OFN_FILEMUSTEXIST | OFN_PATHMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
     const BloqueioModal bloqueio(Janelas(), pedido.hwndOwner, nullptr);
     const ContextoVisual::Ativo ativo(*m_Contexto);
-    if (!GetOpenFileNameW(&pedido)) {
+    if (!PedeArquivo(pedido)) {
         return std::nullopt;
     }
     return ParaUtf8(caminho.c_str());

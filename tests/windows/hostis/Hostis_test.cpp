@@ -248,9 +248,10 @@ TEST_F(HostisTeste, RegistrationOfTheOtherWidth_StandsBeside_AndStays)
     RegDeleteTreeW(HKEY_LOCAL_MACHINE, ChaveDoNome.c_str());
 }
 
-TEST_F(HostisTeste, LoadedAndUnloaded10000Times_LeavesModulesAndWindowsWhereTheyWere)
+TEST_F(HostisTeste, LoadedAndUnloaded10000Times_LeavesEverythingWhereItWas)
 {
     constexpr int Vezes = 10000;
+    constexpr std::int64_t FolgaDeMemoria = 262144;
     constexpr int Aquecimento = 100; // what the system itself keeps from the first times
     Recursos antes;
     for (int vez = 0; vez < Vezes + Aquecimento; ++vez) {
@@ -275,6 +276,8 @@ TEST_F(HostisTeste, LoadedAndUnloaded10000Times_LeavesModulesAndWindowsWhereThey
     const Recursos depois = Recursos::Agora();
     Publica("carga.tsv", "carregado e descarregado\t" + std::to_string(Vezes) + " vezes\tantes: " + antes.Texto() +
                              "\tdepois: " + depois.Texto() + "\n");
+    EXPECT_EQ(depois.Manipuladores, antes.Manipuladores);
+    EXPECT_LT(depois.Memoria, antes.Memoria + FolgaDeMemoria);
     EXPECT_EQ(depois.Modulos, antes.Modulos);
     EXPECT_EQ(depois.Janelas, antes.Janelas);
     EXPECT_EQ(depois.Graficos, antes.Graficos);
