@@ -8,11 +8,19 @@ namespace {
 
 // How objects of various makers say that a property is not written by reference: by a code, or by the number that the
 // languages have for it.
-bool NaoTemEssaEscrita(HRESULT codigo, const Falha &falha)
+bool NaoTemEssaEscrita(HRESULT codigo)
 {
-    const bool semMembro = falha.Numero == NumeroFalha::MembroInexistente || falha.Numero == NumeroDe(E_NOTIMPL);
-    return semMembro || (codigo != DISP_E_EXCEPTION && (falha.Numero == NumeroFalha::TipoIncompativel ||
-                                                        falha.Numero == NumeroAutomacao::NumeroDeArgumentos));
+    if (codigo == DISP_E_EXCEPTION) { // the property is there, and has failed
+        return false;
+    }
+    switch (NumeroDe(codigo)) {
+    case NumeroFalha::TipoIncompativel:
+    case NumeroFalha::MembroInexistente:
+    case NumeroAutomacao::NumeroDeArgumentos:
+        return true;
+    default:
+        return NumeroDe(codigo) == NumeroDe(E_NOTIMPL);
+    }
 }
 
 } // namespace
@@ -73,7 +81,7 @@ void Tardio::EscreveBruto(DISPID membro, std::vector<VARIANT> &argumentos) const
         }
         const Falha falha = FalhaDe(codigo, informacao);
         // Only an object that has no such writing is asked in the other way.
-        if (modo == DISPATCH_PROPERTYPUTREF && NaoTemEssaEscrita(codigo, falha)) {
+        if (modo == DISPATCH_PROPERTYPUTREF && NaoTemEssaEscrita(codigo)) {
             return false;
         }
         throw falha;
