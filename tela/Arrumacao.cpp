@@ -1,6 +1,7 @@
 #include "tela/Arrumacao.h"
 
 #include "controls/ztCombo.h"
+#include "controls/ztList.h"
 #include "tela/Mnemonicas.h"
 #include "tela/Partes.h"
 #include "tela/Tracado.h"
@@ -14,6 +15,7 @@ namespace {
 constexpr std::int32_t CamposDoEndereco = 3;  // one below the other
 constexpr std::int32_t LinhasDaDescricao = 2; // of the address in words, below them
 constexpr std::int32_t CaracteresDoEndereco = 60;
+constexpr std::int32_t LarguraQueBasta = 640;    // of the columns of a list
 constexpr std::int32_t CaracteresDoCliente = 80; // of both combos with their labels
 
 struct Medida {
@@ -311,13 +313,25 @@ class Arrumador {
             return Caixa(no);
         case EspecieControle::ztList: {
             const Medida barra = Barra(no);
-            return {std::max(barra.Largura, m_Folgas.LarguraDaLista), std::max(barra.Estreita, m_Folgas.LarguraDaLista),
+            const std::int32_t colunas = Colunas(dynamic_cast<const ztList &>(*no.Controle));
+            return {std::max({barra.Largura, colunas, m_Folgas.LarguraDaLista}),
+                    std::max(barra.Estreita, m_Folgas.LarguraDaLista),
                     barra.Altura + (barra.Altura > 0 ? m_Folgas.EntrePecas : 0) + m_Folgas.AlturaDaLista};
         }
         case EspecieControle::CommonDialog:
             break;
         }
         return {};
+    }
+
+    // A list of few columns shows them all, a wider one scrolls.
+    std::int32_t Colunas(const ztList &lista) const
+    {
+        std::int32_t largura = 0;
+        for (const ztList::Coluna &coluna : lista.Colunas()) {
+            largura += coluna.Visivel ? Pixels(coluna.Largura) + m_Folgas.Coluna : 0;
+        }
+        return std::min(largura, LarguraQueBasta) + m_Folgas.BarraDaLista;
     }
 
     Medida Caixa(const No &no) const

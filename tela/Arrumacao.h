@@ -47,6 +47,8 @@ struct Folgas {
     std::int32_t MenorBotao = 75;     // width
     std::int32_t AlturaDaLista = 150; // with a few rows
     std::int32_t LarguraDaLista = 300;
+    std::int32_t Coluna = 12;        // of a list's column beside its texts
+    std::int32_t BarraDaLista = 120; // what a list has beside its columns
     std::int32_t LarguraDoParagrafo = 400;
 };
 

@@ -1,5 +1,6 @@
 #include "tela/Arrumacao.h"
 
+#include "controls/ztList.h"
 #include "equipment/frmEquipDetalhes.h"
 #include "host/IControlesPadrao.h"
 #include "host/Texto.h"
@@ -79,6 +80,22 @@ class ArrumacaoTest : public testing::Test {
     MedidorDeTeste m_Medidor;
     std::map<std::string, PecaArrumada> m_Lugares;
 };
+
+TEST_F(ArrumacaoTest, List_IsNaturallyAsWideAsItsColumnsAndGivesWay)
+{
+    Desenha(EmColuna({{.Ajustes = AjustesZtList{}, .Nome = "lista"}}));
+    EXPECT_EQ(m_Arrumado.Natural.Largura, 20 + 300);
+    const auto lista = ComoTipo<ztList>(Controle("lista"));
+    lista->AlteraPrimeiraColuna(1, std::nullopt, "A", 4500, 0, "", true);
+    lista->AdicionaColuna(2, std::nullopt, "B", 3000, 0, "", false);
+    lista->AdicionaColuna(3, std::nullopt, "C", 1500, 0, "", true);
+    DeNovo();
+    EXPECT_EQ(m_Arrumado.Natural.Largura, 20 + 300 + 12 + 100 + 12 + 120);
+    EXPECT_EQ(m_Arrumado.Menor.Largura, 20 + 300);
+    lista->AdicionaColuna(4, std::nullopt, "D", 15000, 0, "", true);
+    DeNovo();
+    EXPECT_EQ(m_Arrumado.Natural.Largura, 20 + 640 + 120);
+}
 
 TEST_F(ArrumacaoTest, Column_PiecesStandOneBelowTheOtherAsWideAsTheirValues)
 {

@@ -5,6 +5,7 @@
 #include "tela/ComandosDeLista.h"
 #include "tests/windows/Entradas.h"
 #include "windows/automation/Texto16.h"
+#include "windows/screen/Enumera.h"
 
 #include <atomic>
 #include <exception>
@@ -34,29 +35,16 @@ struct Caixa {
     std::vector<HWND> Partes;
 };
 
-Caixa CaixaAberta(DWORD fio)
+Caixa CaixaAberta()
 {
     Caixa caixa;
-    EnumThreadWindows(
-        fio,
-        [](HWND janela, LPARAM achada) CALLBACK -> BOOL {
-            wchar_t classe[20]{};
-            GetClassNameW(janela, classe, 20);
-            if (std::wstring_view(classe) == ClasseDasCaixas && IsWindowVisible(janela) && IsWindowEnabled(janela)) {
-                *reinterpret_cast<HWND *>(achada) = janela;
-                return FALSE;
-            }
-            return TRUE;
-        },
-        reinterpret_cast<LPARAM>(&caixa.Janela));
-    if (caixa.Janela != nullptr) {
-        EnumChildWindows(
-            caixa.Janela,
-            [](HWND parte, LPARAM partes) CALLBACK -> BOOL {
-                reinterpret_cast<std::vector<HWND> *>(partes)->push_back(parte);
-                return TRUE;
-            },
-            reinterpret_cast<LPARAM>(&caixa.Partes));
+    for (const HWND janela : JanelasDesteFio()) {
+        wchar_t classe[20]{};
+        GetClassNameW(janela, classe, 20);
+        if (std::wstring_view(classe) == ClasseDasCaixas && IsWindowVisible(janela) && IsWindowEnabled(janela)) {
+            caixa = {janela, FilhasDe(janela)};
+            break;
+        }
     }
     return caixa;
 }
@@ -89,6 +77,12 @@ int ColunaDoTitulo(HWND lista, const std::string &procurado)
     throw std::runtime_error("there is no column " + procurado);
 }
 
+DWORD WINAPI Corre(void *oQue)
+{
+    (*static_cast<std::function<void()> *>(oQue))();
+    return 0;
+}
+
 POINT Meio(const RECT &lugar)
 {
     return {(lugar.left + lugar.right) / 2, (lugar.top + lugar.bottom) / 2};
@@ -101,7 +95,6 @@ class OperadorNativo::Telas {
   public:
     explicit Telas(CamadaWindows &camada)
         : m_Camada(camada),
-          m_Fio(GetCurrentThreadId()),
           m_Ajudante(CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, EsteModulo(), nullptr))
     {
         SetWindowSubclass(m_Ajudante, Recebe, 1, 0);
@@ -121,13 +114,7 @@ class OperadorNativo::Telas {
             m_Saiu = true;
             PostMessageW(m_Ajudante, WM_NULL, 0, 0);
         };
-        const HANDLE fio = CreateThread(
-            nullptr, 0,
-            [](void *oQue) CALLBACK -> DWORD {
-                (*static_cast<std::function<void()> *>(oQue))();
-                return 0;
-            },
-            &inteira, 0, nullptr);
+        const HANDLE fio = CreateThread(nullptr, 0, Corre, &inteira, 0, nullptr);
         MSG mensagem{};
         while (!m_Saiu && GetMessageW(&mensagem, nullptr, 0, 0) > 0) {
             TranslateMessage(&mensagem);
@@ -187,7 +174,7 @@ class OperadorNativo::Telas {
         const Ref<JanelaForm> frente = Frente();
         return frente ? std::string(frente->Form()->NomeTipo()) : std::string();
     }
-    nativo::Caixa Caixa() const { return CaixaAberta(m_Fio); }
+    nativo::Caixa Caixa() const { return CaixaAberta(); }
     std::string Situacao() const
     {
         std::string textos;
@@ -227,7 +214,6 @@ class OperadorNativo::Telas {
     }
 
     CamadaWindows &m_Camada;
-    DWORD m_Fio;
     HWND m_Ajudante;
     std::atomic<bool> m_Saiu = false;
 };

@@ -6,6 +6,7 @@
 #include "tests/windows/Entradas.h"
 #include "tests/windows/TelaDeTeste.h"
 #include "windows/automation/Texto16.h"
+#include "windows/screen/Enumera.h"
 
 namespace nativo {
 
@@ -37,17 +38,13 @@ class RenderEnderecoTest : public TelaDeTeste {
     HWND Sugestoes() const
     {
         HWND lista = nullptr;
-        EnumThreadWindows(
-            GetCurrentThreadId(),
-            [](HWND janela, LPARAM achada) -> BOOL {
-                wchar_t classe[20]{};
-                GetClassNameW(janela, classe, 20);
-                if (std::wstring_view(classe) == WC_LISTBOXW && IsWindowVisible(janela)) {
-                    *reinterpret_cast<HWND *>(achada) = janela;
-                }
-                return TRUE;
-            },
-            reinterpret_cast<LPARAM>(&lista));
+        for (const HWND janela : JanelasDesteFio()) {
+            wchar_t classe[20]{};
+            GetClassNameW(janela, classe, 20);
+            if (std::wstring_view(classe) == WC_LISTBOXW && IsWindowVisible(janela)) {
+                lista = janela;
+            }
+        }
         return lista;
     }
     Textos Oferecidas() const

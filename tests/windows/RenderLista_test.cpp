@@ -5,6 +5,7 @@
 #include "tests/windows/Entradas.h"
 #include "tests/windows/TelaDeTeste.h"
 #include "windows/automation/Texto16.h"
+#include "windows/screen/Enumera.h"
 
 namespace nativo {
 
@@ -498,21 +499,10 @@ TEST_F(RenderListaTest, Window_OpenedAThousandTimes_LeavesNoWindowBehind)
                                 {.Ajustes = AjustesZtEndereco{}, .Nome = "endereco"},
                                 {.Ajustes = AjustesZtClienteSetor{}, .Nome = "cliente"},
                                 {.Ajustes = AjustesZtList{}, .Nome = "lista"}});
-    const auto janelasDoFio = [] {
-        int quantas = 0;
-        EnumThreadWindows(
-            GetCurrentThreadId(),
-            [](HWND, LPARAM quantas) -> BOOL {
-                ++*reinterpret_cast<int *>(quantas);
-                return TRUE;
-            },
-            reinterpret_cast<LPARAM>(&quantas));
-        return quantas;
-    };
     const auto conta = [&] {
         return std::vector<DWORD>{GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS),
                                   GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS),
-                                  static_cast<DWORD>(janelasDoFio())};
+                                  static_cast<DWORD>(JanelasDesteFio().size())};
     };
     const auto abreEFecha = [&] {
         Abre(raiz);
