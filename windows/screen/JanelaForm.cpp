@@ -233,14 +233,6 @@ SIZE JanelaForm::ComMoldura(SIZE miolo) const
     return TamanhoDe(lugar);
 }
 
-// What is in it, as far as the screen goes.
-SIZE JanelaForm::MenorTamanho() const
-{
-    const SIZE menor = ComMoldura({m_Letra->Medida(m_Menor.Largura), m_Letra->Medida(m_Menor.Altura)});
-    const SIZE tela = TamanhoDe(AreaDeTrabalho(m_Janela));
-    return {std::min(menor.cx, tela.cx), std::min(menor.cy, tela.cy)};
-}
-
 FormArrumado JanelaForm::Arrumado() const
 {
     RECT area{};
@@ -453,7 +445,7 @@ void JanelaForm::MostraLugar()
         return;
     }
     m_LugarDito = pedido;
-    const SIZE menor = MenorTamanho();
+    const SIZE menor = ComMoldura({m_Letra->Medida(m_Menor.Largura), m_Letra->Medida(m_Menor.Altura)});
     SetWindowPos(m_Janela, nullptr, m_Letra->DeTwips(pedido.X), m_Letra->DeTwips(pedido.Y),
                  std::max<int>(m_Letra->DeTwips(pedido.Largura), menor.cx),
                  std::max<int>(m_Letra->DeTwips(pedido.Altura), menor.cy), SWP_NOZORDER | SWP_NOACTIVATE);
@@ -927,7 +919,7 @@ std::optional<LRESULT> JanelaForm::Trata(UINT mensagem, WPARAM w, LPARAM l)
         return 0;
     case WM_GETMINMAXINFO:
         if (m_Letra) {
-            const SIZE menor = MenorTamanho();
+            const SIZE menor = ComMoldura({m_Letra->Medida(m_Menor.Largura), m_Letra->Medida(m_Menor.Altura)});
             reinterpret_cast<MINMAXINFO *>(l)->ptMinTrackSize = {menor.cx, menor.cy};
             return 0;
         }

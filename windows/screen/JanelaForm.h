@@ -115,7 +115,6 @@ class JanelaForm : public Objeto {
 
     void FazControles(const Peca &peca);
     void Dimensiona(HWND dono);
-    SIZE MenorTamanho() const;
     SIZE ComMoldura(SIZE miolo) const;
     FormArrumado Arrumado() const;
     void Coloca(const FormArrumado &arrumado);
