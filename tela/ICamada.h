@@ -8,24 +8,27 @@
 #include <string>
 #include <vector>
 
-// The window of one form on a screen, or of what stands beside the forms, such as a document's viewer.
-class IJanela : public Objeto {
-  public:
-    virtual void Mostra() = 0;
-    // Shows it and comes back when Retira was called. Meanwhile nothing can be used but this window and what stands in
-    // front of it.
-    virtual void MostraEEspera() = 0;
-    virtual void ParaFrente() = 0;
-    // Text in the place of the form's caption.
-    virtual void DefineTexto(const std::string &texto) = 0;
-    // The form has been unloaded: the window goes without asking, and the wait for it ends.
-    virtual void Retira() = 0;
-};
-
 enum class TipoDeJanela {
     Filha, // one of the main window's
     Solta, // in front of its owner, which cannot be used otherwise
     Modal,
+};
+
+// The window of one form on a screen, or of what stands beside the forms, such as a document's viewer.
+class IJanela : public Objeto {
+  public:
+    virtual void Mostra() = 0;
+    // Shows it and comes back when Retira was called, or the form was hidden. Meanwhile nothing can be used but this
+    // window and what stands in front of it.
+    virtual void MostraEEspera() = 0;
+    virtual void ParaFrente() = 0;
+    // The window of a form that is going to be shown, made ahead of that or hidden meanwhile, becomes of that kind, in
+    // front of that owner. Of windows that are never shown so there is nothing to do.
+    virtual void Destina(TipoDeJanela, const Ref<IJanela> &) {}
+    // Text in the place of the form's caption.
+    virtual void DefineTexto(const std::string &texto) = 0;
+    // The form has been unloaded: the window goes without asking, and the wait for it ends.
+    virtual void Retira() = 0;
 };
 
 // What the person and the screen do to a window of a form. Every one of them may be called at any time, and no fault

@@ -93,12 +93,17 @@ void Janelas::MostraForm(const Ref<IForm> &form, bool modal)
     Aberta *achada = Acha(form);
     Aberta &aberta = achada != nullptr ? *achada : Abre(form, modal);
     const Ref<IJanela> janela = aberta.Janela;
-    if (std::exchange(aberta.Mostrada, true)) {
+    // One that is hidden is waited for like a new one.
+    if (std::exchange(aberta.Mostrada, true) && (form->Visible() || !modal)) {
         form->DefineVisible(true);
         janela->ParaFrente();
         return;
     }
-    aberta.Tipo = TipoDaNova(modal);
+    if (achada != nullptr) {
+        aberta.Tipo = TipoDaNova(modal);
+        aberta.Dono = Frente();
+        janela->Destina(aberta.Tipo, aberta.Dono);
+    }
     if (FazInvolucro && aberta.Tipo == TipoDeJanela::Filha) {
         aberta.Involucro = FazInvolucro();
         SegueOrdem(*aberta.Involucro, aberta);
@@ -107,10 +112,14 @@ void Janelas::MostraForm(const Ref<IForm> &form, bool modal)
         IgnoraErro([&] { form->DefinefrmParent(involucro); }); // a form need not have the member
     }
     form->DefineVisible(true);
-    if (modal) {
-        MostraEEspera(janela);
-    } else {
+    if (!modal) {
         janela->Mostra();
+        return;
+    }
+    const Ref<Janelas> viva = Eu(*this);
+    MostraEEspera(janela);
+    if (Aberta *escondida = Acha(form); escondida != nullptr && escondida->Janela == janela) {
+        escondida->Mostrada = false; // its next show starts afresh
     }
 }
 

@@ -472,6 +472,27 @@ bool Pessoa::AndaPaginas(int passo)
     return Recusa("não há outra página que se possa abrir");
 }
 
+bool Pessoa::AndaOpcoes(int passo)
+{
+    m_Motivo.clear();
+    std::vector<Ref<IControle>> opcoes = EmOrdem(); // the one that has the focus is the last
+    const Ref<IControle> atual = opcoes.empty() ? nullptr : opcoes.back();
+    if (!TemFoco(atual) || dynamic_cast<OptionButton *>(atual.Ponteiro()) == nullptr) {
+        return Recusa("o foco não está em uma opção");
+    }
+    opcoes.pop_back();
+    if (passo < 0) {
+        std::ranges::reverse(opcoes);
+    }
+    for (const Ref<IControle> &controle : opcoes) {
+        auto *opcao = dynamic_cast<OptionButton *>(controle.Ponteiro());
+        if (opcao != nullptr && opcao->Container() == atual->Container() && opcao->Clica()) {
+            return true;
+        }
+    }
+    return Recusa("não há outra opção que se possa escolher");
+}
+
 bool Pessoa::FocoDepoisDe(const Ref<IControle> &controle)
 {
     std::vector<Ref<IControle>> ordem = EmOrdem();

@@ -60,7 +60,8 @@ class Pessoa {
         Ref<IControle> Controle;
         Parte Qual = Parte::Todo;
     };
-    // Where the keyboard is: a layer without a way of its own brings it there after Tab. Nothing for the control: in none.
+    // Where the keyboard is: a layer without a way of its own brings it there after Tab. Nothing for the control: in
+    // none.
     Parada ParadaAtual() const;
 
     // Keys of the form.
@@ -80,6 +81,9 @@ class Pessoa {
     bool RespondeAlt(char32_t tecla);
     // Ctrl+PgDn and Ctrl+PgUp: opens the next page that can be opened, 1, or the one before, -1.
     bool AndaPaginas(int passo);
+    // Arrow keys on an option: chooses the next one of its group that can be chosen, 1, or the one before, -1; behind
+    // the last comes the first.
+    bool AndaOpcoes(int passo);
     // The window's own close button.
     bool Fecha();
     bool Ajuda();

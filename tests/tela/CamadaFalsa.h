@@ -16,11 +16,17 @@ class CamadaFalsa;
 
 class JanelaFalsa : public IJanela {
   public:
-    JanelaFalsa(CamadaFalsa &camada, std::string nome) : m_Camada(camada), m_Nome(std::move(nome)) {}
+    JanelaFalsa(CamadaFalsa &camada, std::string nome, const Ref<IForm> &form = nullptr)
+        : m_Camada(camada),
+          m_Nome(std::move(nome)),
+          m_Form(form)
+    {
+    }
     std::string_view NomeTipo() const override { return m_Nome; }
     void Mostra() override { Anota("mostra"); }
     void MostraEEspera() override;
     void ParaFrente() override { Anota("para a frente"); }
+    void Destina(TipoDeJanela tipo, const Ref<IJanela> &dono) override;
     void DefineTexto(const std::string &texto) override { Anota("texto " + texto); }
     void Retira() override
     {
@@ -29,10 +35,11 @@ class JanelaFalsa : public IJanela {
     }
 
   private:
-    void Anota(const std::string &oQue);
+    void Anota(const std::string &oQue, const std::string &como = {});
 
     CamadaFalsa &m_Camada;
     std::string m_Nome;
+    RefFraca<IForm> m_Form;
     bool m_Retirada = false;
 };
 
@@ -54,11 +61,9 @@ class CamadaFalsa : public ICamada {
                            const PedidosDaJanela &pedidos) override
     {
         const std::string nome(form->NomeTipo());
-        const char *tipos[] = {"filha", "solta", "modal"};
-        Anotados.push_back("faz " + nome + " " + tipos[static_cast<int>(tipo)] + Sobre(dono) +
-                           (form->Visible() ? "" : " ainda oculto"));
+        Anotados.push_back("faz " + nome + " " + NomeDe(tipo) + Sobre(dono) + (form->Visible() ? "" : " ainda oculto"));
         Pedidos[nome] = pedidos;
-        return Novo<JanelaFalsa>(*this, nome);
+        return Novo<JanelaFalsa>(*this, nome, form);
     }
     void MostraEspera(bool espera) override { Anotados.emplace_back(espera ? "espera" : "não espera"); }
     void ProcessaMensagens() override { Anotados.emplace_back("mensagens"); }
@@ -103,16 +108,25 @@ class CamadaFalsa : public ICamada {
         Anotados.push_back("ajuda " + topico + Sobre(dono));
     }
 
-  private:
+    static std::string NomeDe(TipoDeJanela tipo)
+    {
+        const char *tipos[] = {"filha", "solta", "modal"};
+        return tipos[static_cast<int>(tipo)];
+    }
     static std::string Sobre(const Ref<IJanela> &dono)
     {
         return dono ? " sobre " + std::string(dono->NomeTipo()) : std::string();
     }
 };
 
-inline void JanelaFalsa::Anota(const std::string &oQue)
+inline void JanelaFalsa::Anota(const std::string &oQue, const std::string &como)
 {
-    m_Camada.Anotados.push_back(oQue + " " + m_Nome);
+    m_Camada.Anotados.push_back(oQue + " " + m_Nome + como);
+}
+
+inline void JanelaFalsa::Destina(TipoDeJanela tipo, const Ref<IJanela> &dono)
+{
+    Anota("destina", " " + CamadaFalsa::NomeDe(tipo) + CamadaFalsa::Sobre(dono));
 }
 
 inline void JanelaFalsa::MostraEEspera()
@@ -121,6 +135,7 @@ inline void JanelaFalsa::MostraEEspera()
     if (const auto acao = m_Camada.NaModal.find(m_Nome); acao != m_Camada.NaModal.end()) {
         acao->second();
     }
-    EXPECT_TRUE(m_Retirada) << m_Nome << " was left open";
+    const Ref<IForm> form = m_Form.Alvo();
+    EXPECT_TRUE(m_Retirada || (form && !form->Visible())) << m_Nome << " was left open";
     Anota("volta de");
 }

@@ -115,7 +115,7 @@ TEST_F(JanelasTest, Prepara_MakesTheWindowThatTheShowThenShows)
     EXPECT_EQ(Vistos(), (Textos{"faz lista filha ainda oculto"}));
     EXPECT_FALSE(lista->Visible());
     Mostra(lista);
-    EXPECT_EQ(Vistos(), (Textos{"mostra lista"}));
+    EXPECT_EQ(Vistos(), (Textos{"destina lista filha", "mostra lista"}));
     EXPECT_TRUE(lista->frmParent() == m_Involucro);
     m_Janelas->Descarrega(lista);
     EXPECT_EQ(Vistos(), (Textos{"descarrega lista", "retira lista"}));
@@ -139,6 +139,49 @@ TEST_F(JanelasTest, Prepara_OfAFormThatIsNeverShown_GoesWithIt)
     m_Janelas->Prepara(lista);
     m_Janelas->FechaForm(lista);
     EXPECT_EQ(Vistos(), (Textos{"faz lista filha ainda oculto", "retira lista"}));
+}
+
+TEST_F(JanelasTest, MostraForm_Modal_HiddenMeanwhile_ComesBackAndIsShownAfresh)
+{
+    const Ref<FormDeJanela> detalhes = Form("detalhes");
+    const Ref<FormDeJanela> solta = Form("solta");
+    m_Camada->NaModal["detalhes"] = [&] {
+        Mostra(solta);
+        detalhes->DefineVisible(false);
+    };
+    Mostra(detalhes, true);
+    EXPECT_EQ(Vistos(), (Textos{"faz detalhes modal ainda oculto", "espera em detalhes",
+                                "faz solta solta sobre detalhes ainda oculto", "mostra solta", "volta de detalhes",
+                                "descarrega solta", "retira solta"}));
+    m_Camada->NaModal["detalhes"] = [&] { detalhes->DefineVisible(false); };
+    Mostra(detalhes, true);
+    EXPECT_EQ(Vistos(), (Textos{"destina detalhes modal", "espera em detalhes", "volta de detalhes"}));
+    Mostra(detalhes);
+    EXPECT_EQ(Vistos(), (Textos{"destina detalhes filha", "mostra detalhes"}));
+    EXPECT_TRUE(detalhes->Visible());
+    m_Janelas->Descarrega(detalhes);
+    EXPECT_EQ(Vistos(), (Textos{"descarrega detalhes", "retira detalhes"}));
+}
+
+TEST_F(JanelasTest, MostraForm_Modal_OfAFormThatWasHidden_WaitsForIt)
+{
+    const Ref<FormDeJanela> lista = Form("lista");
+    Mostra(lista);
+    lista->DefineVisible(false);
+    Vistos();
+    m_Camada->NaModal["lista"] = [&] { m_Janelas->Descarrega(lista); };
+    Mostra(lista, true);
+    EXPECT_EQ(Vistos(),
+              (Textos{"destina lista modal", "espera em lista", "descarrega lista", "retira lista", "volta de lista"}));
+}
+
+TEST_F(JanelasTest, Prepara_BeforeAModalWindow_ThenStandsInFrontOfIt)
+{
+    const Ref<FormDeJanela> sensor = Form("sensor");
+    m_Janelas->Prepara(sensor);
+    NaModal(Form("detalhes"), [&] { Mostra(sensor); });
+    EXPECT_EQ(m_Vistos, (Textos{"destina sensor solta sobre detalhes", "mostra sensor"}));
+    Vistos();
 }
 
 TEST_F(JanelasTest, MostraForm_Modal_ComesBackWhenItWasClosed)

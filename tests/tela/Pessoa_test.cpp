@@ -53,6 +53,34 @@ class PessoaTest : public testing::Test {
     Pessoa m_Pessoa{m_Tela.Form};
 };
 
+TEST_F(PessoaTest, AndaOpcoes_ChoosesTheNextOneOfTheGroupThatCanBeChosen)
+{
+    const auto campo = Campo("txtNome");
+    const auto a = Com<OptionButton, AjustesOptionButton>("optA", "A");
+    const auto quadro = Com<ztFrame, AjustesZtFrame>("fra", "");
+    const auto alheia = m_Tela.Poe<OptionButton>(Chamado<AjustesOptionButton>("optAlheia"), quadro);
+    const auto b = Com<OptionButton, AjustesOptionButton>("optB", "B");
+    const auto c = Com<OptionButton, AjustesOptionButton>("optC", "C");
+    b->DefineEnabled(false);
+    campo->Foco();
+    EXPECT_FALSE(m_Pessoa.AndaOpcoes(1));
+    EXPECT_EQ(m_Pessoa.Motivo(), "o foco não está em uma opção");
+    a->Clica();
+    EXPECT_TRUE(m_Pessoa.AndaOpcoes(1));
+    EXPECT_TRUE(c->Value());
+    EXPECT_FALSE(a->Value());
+    EXPECT_EQ(NomeComFoco(), "optC");
+    EXPECT_TRUE(m_Pessoa.AndaOpcoes(1)); // behind the last comes the first
+    EXPECT_TRUE(a->Value());
+    EXPECT_TRUE(m_Pessoa.AndaOpcoes(-1));
+    EXPECT_TRUE(c->Value());
+    EXPECT_FALSE(alheia->Value());
+    a->DefineVisible(false);
+    EXPECT_FALSE(m_Pessoa.AndaOpcoes(1));
+    EXPECT_EQ(m_Pessoa.Motivo(), "não há outra opção que se possa escolher");
+    EXPECT_TRUE(c->Value());
+}
+
 TEST_F(PessoaTest, Acha_ByNameAndIndex_IgnoresTheCaseOfTheName)
 {
     auto ajustes = Chamado<AjustesCheckBox>("chkDia");

@@ -33,6 +33,17 @@ class CamadaWindowsTest : public TelaDeTeste {
         }
         return botoes;
     }
+    // The box is about to go: whether its owner can take its place.
+    static LRESULT CALLBACK NoFim(int codigo, WPARAM w, LPARAM l)
+    {
+        if (codigo == HCBT_DESTROYWND && reinterpret_cast<HWND>(w) == m_Caixa) {
+            m_Utilizavel = IsWindowEnabled(m_Dono) != FALSE;
+        }
+        return CallNextHookEx(nullptr, codigo, w, l);
+    }
+    static inline HWND m_Caixa = nullptr;
+    static inline HWND m_Dono = nullptr;
+    static inline bool m_Utilizavel = false;
     // In the box in front.
     void NaCaixa(std::function<void(HWND)> ato) { NaFrente(ClasseDaCaixa, std::move(ato)); }
 };
@@ -62,6 +73,44 @@ TEST_F(CamadaWindowsTest, Pergunta_PelaLetra)
     EXPECT_TRUE(janelas->PerguntaSimNao("Confirma?", "Atenção", false));
     NaCaixa([&](HWND) { Tecla('N', {VK_MENU}); });
     EXPECT_FALSE(janelas->PerguntaSimNao("Confirma?", "Atenção", true));
+}
+
+TEST_F(CamadaWindowsTest, Pergunta_Fechada_ENao)
+{
+    NaCaixa([&](HWND) { Tecla(VK_ESCAPE); });
+    EXPECT_FALSE(janelas->PerguntaSimNao("Confirma?", "Atenção", true));
+    NaCaixa([&](HWND caixa) {
+        EXPECT_EQ(GetMenuState(GetSystemMenu(caixa, FALSE), SC_CLOSE, MF_BYCOMMAND) & (MF_GRAYED | MF_DISABLED), 0U);
+        PostMessageW(caixa, WM_CLOSE, 0, 0);
+    });
+    EXPECT_FALSE(janelas->PerguntaSimNao("Confirma?", "Atenção", true));
+}
+
+TEST_F(CamadaWindowsTest, Caixa_DeixaODonoUtilizavelAntesDeSair)
+{
+    const HWND dono = CreateWindowExW(0, WC_STATICW, L"dono", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50, nullptr, nullptr,
+                                      EsteModulo(), nullptr);
+    camada->Principal = [dono] { return dono; };
+    m_Dono = dono;
+    HHOOK espreita = nullptr;
+    NaCaixa([&](HWND caixa) {
+        m_Caixa = caixa;
+        EXPECT_EQ(GetWindow(caixa, GW_OWNER), dono);
+        EXPECT_FALSE(IsWindowEnabled(dono));
+        EXPECT_FALSE(IsWindowEnabled(Manipulador()));
+        // The caption changes meanwhile, and with it nothing else.
+        descrito.Form->DefineCaption("Outro");
+        EXPECT_FALSE(IsWindowEnabled(Manipulador()));
+        espreita = SetWindowsHookExW(WH_CBT, NoFim, nullptr, GetCurrentThreadId());
+        Tecla(VK_RETURN);
+    });
+    janelas->Informa("Gravado.", "Cadastro");
+    UnhookWindowsHookEx(espreita);
+    EXPECT_TRUE(m_Utilizavel);
+    EXPECT_TRUE(IsWindowEnabled(dono));
+    EXPECT_TRUE(IsWindowEnabled(Manipulador()));
+    camada->Principal = [] { return HWND(nullptr); };
+    DestroyWindow(dono);
 }
 
 TEST_F(CamadaWindowsTest, Caixas_BloqueiamOsFormsEMostramOTextoInteiro)

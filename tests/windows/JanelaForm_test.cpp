@@ -5,6 +5,8 @@
 #include "controls/OptionButton.h"
 #include "controls/SSTab.h"
 #include "controls/TextBox.h"
+#include "controls/ztCombo.h"
+#include "controls/ztList.h"
 #include "controls/ztMask.h"
 #include "tests/windows/TelaDeTeste.h"
 #include "windows/automation/Texto16.h"
@@ -422,6 +424,221 @@ TEST_F(JanelaFormTest, Modal_BloqueiaTudoAteSair)
     EXPECT_TRUE(IsWindowEnabled(primeira));
     EXPECT_TRUE(IsWindowEnabled(alheia));
     DestroyWindow(alheia);
+}
+
+TEST_F(JanelaFormTest, Modal_QueTerminaAntesDaDeDentro_DeixaODonoBloqueado)
+{
+    const HWND alheia = CreateWindowExW(0, WC_STATICW, L"alheia", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50, nullptr, nullptr,
+                                        EsteModulo(), nullptr);
+    camada->Principal = [alheia] { return alheia; };
+    FormDescrito fora;
+    fora.Faz(EmColuna({UmCampo("txtFora", 5)}));
+    FormDescrito dentro;
+    dentro.Faz(EmColuna({UmCampo("txtDentro", 5)}));
+    bool vista = false;
+    NaFrente(ClasseDoForm, [&](HWND) {
+        NaFrente(ClasseDoForm, [&](HWND deDentro) {
+            vista = true;
+            janelas->Descarrega(fora.Form);
+            EXPECT_TRUE(IsWindow(deDentro)); // that stood in front of the one that went
+            EXPECT_TRUE(IsWindowEnabled(deDentro));
+            EXPECT_FALSE(IsWindowEnabled(alheia));
+            janelas->Descarrega(dentro.Form);
+        });
+        janelas->MostraForm(dentro.Form, true);
+    });
+    janelas->MostraForm(fora.Form, true);
+    EXPECT_TRUE(vista);
+    EXPECT_TRUE(IsWindowEnabled(alheia));
+    EXPECT_EQ(dentro.Form->Unloads, 1);
+    camada->Principal = [] { return HWND(nullptr); };
+    DestroyWindow(alheia);
+}
+
+TEST_F(JanelaFormTest, ModalOculta_TerminaAEsperaEMostradaDeNovoEsperaOutraVez)
+{
+    Abre(Variado());
+    const HWND primeira = Manipulador();
+    FormDescrito segundo;
+    segundo.Faz(EmColuna({UmCampo("txtCampo", 5)}));
+    HWND modal = nullptr;
+    for (int vez = 0; vez < 2; ++vez) {
+        NaFrente(ClasseDoForm, [&](HWND janela) {
+            EXPECT_NE(janela, primeira);
+            EXPECT_FALSE(IsWindowEnabled(primeira));
+            modal = janela;
+            segundo.Form->DefineVisible(false);
+        });
+        janelas->MostraForm(segundo.Form, true);
+        EXPECT_TRUE(IsWindowEnabled(primeira));
+        EXPECT_TRUE(IsWindow(modal));
+        EXPECT_FALSE(IsWindowVisible(modal));
+        EXPECT_EQ(segundo.Form->Unloads, 0);
+    }
+    janelas->FechaForm(segundo.Form);
+    EXPECT_FALSE(IsWindow(modal));
+}
+
+TEST_F(JanelaFormTest, PreparadaComoFilha_MostradaComoModalTomaOTipoEODono)
+{
+    Abre(Variado());
+    const HWND primeira = Manipulador();
+    FormDescrito fora;
+    fora.Faz(EmColuna({UmCampo("txtFora", 5)}));
+    FormDescrito preparado;
+    preparado.Faz(EmColuna({UmCampo("txtCampo", 5)}));
+    janelas->Prepara(preparado.Form);
+    const HWND janela = camada->JanelaDe(*preparado.Form);
+    EXPECT_NE(GetWindowLongPtrW(janela, GWL_STYLE) & WS_MINIMIZEBOX, 0);
+    bool vista = false;
+    NaFrente(ClasseDoForm, [&](HWND deFora) {
+        NaFrente(ClasseDoForm, [&](HWND deDentro) {
+            vista = true;
+            EXPECT_EQ(deDentro, janela);
+            EXPECT_EQ(GetWindow(janela, GW_OWNER), deFora);
+            EXPECT_EQ(GetWindowLongPtrW(janela, GWL_STYLE) & WS_MINIMIZEBOX, 0);
+            EXPECT_FALSE(IsWindowEnabled(deFora));
+            EXPECT_FALSE(IsWindowEnabled(primeira));
+            janelas->Descarrega(preparado.Form);
+            janelas->Descarrega(fora.Form);
+        });
+        janelas->MostraForm(preparado.Form, true);
+    });
+    janelas->MostraForm(fora.Form, true);
+    EXPECT_TRUE(vista);
+    EXPECT_EQ(preparado.Form->Ativacoes, 0); // a modal form is no child of the application
+}
+
+TEST_F(JanelaFormTest, Ativacao_SoQuandoAVezPassaAOutraJanelaDoAplicativo)
+{
+    Abre(Variado());
+    const HWND primeira = Manipulador();
+    EXPECT_EQ(descrito.Form->Ativacoes, 1);
+    NaFrente(ClasseDaCaixa, [&](HWND) { Tecla(VK_RETURN); });
+    janelas->Informa("Gravado.", "Cadastro");
+    FormDescrito modal;
+    modal.Faz(EmColuna({UmCampo("txtCampo", 5)}));
+    NaFrente(ClasseDoForm, [&](HWND) { janelas->Descarrega(modal.Form); });
+    janelas->MostraForm(modal.Form, true);
+    SendMessageW(primeira, WM_ACTIVATE, WA_INACTIVE, 0); // another application
+    SendMessageW(primeira, WM_ACTIVATE, WA_ACTIVE, 0);
+    EXPECT_EQ(descrito.Form->Ativacoes, 1);
+    EXPECT_EQ(descrito.Form->Desativacoes, 0);
+    FormDescrito outro;
+    outro.Faz(EmColuna({UmCampo("txtCampo", 5)}));
+    janelas->MostraForm(outro.Form, false);
+    Roda();
+    EXPECT_EQ(descrito.Form->Desativacoes, 1);
+    EXPECT_EQ(outro.Form->Ativacoes, 1);
+    // Straight from another application to the other window.
+    SendMessageW(Manipulador(), WM_ACTIVATE, WA_INACTIVE, 0);
+    SendMessageW(primeira, WM_ACTIVATE, WA_ACTIVE, 0);
+    EXPECT_EQ(outro.Form->Desativacoes, 1);
+    EXPECT_EQ(descrito.Form->Ativacoes, 2);
+}
+
+TEST_F(JanelaFormTest, Bloqueada_NaoVemParaAFrente)
+{
+    Abre(Variado());
+    FormDescrito modal;
+    modal.Faz(EmColuna({UmCampo("txtCampo", 5)}));
+    NaFrente(ClasseDoForm, [&](HWND janela) {
+        descrito.Form->ZOrder(0);
+        descrito.Form->SetFocus();
+        EXPECT_EQ(GetActiveWindow(), janela);
+        janelas->Descarrega(modal.Form);
+    });
+    janelas->MostraForm(modal.Form, true);
+}
+
+TEST_F(JanelaFormTest, Maximizada_EMostradaAssim)
+{
+    constexpr std::int16_t Maximizada = 2;
+    Peca raiz = Variado();
+    descrito.Faz(raiz);
+    descrito.Form->DefineWindowState(Maximizada);
+    Abre(descrito.Form);
+    EXPECT_TRUE(IsZoomed(Manipulador()));
+    EXPECT_EQ(descrito.Form->WindowState(), Maximizada);
+}
+
+TEST_F(JanelaFormTest, EnquantoHaJanela_OModuloFica)
+{
+    const long antes = Vivo::Quantos();
+    Abre(Variado());
+    EXPECT_GT(Vivo::Quantos(), antes);
+    janelas->FechaForm(descrito.Form);
+    EXPECT_EQ(Vivo::Quantos(), antes);
+}
+
+TEST_F(JanelaFormTest, SetasNasAbas_PassamPelaPaginaQueNaoSeAbre)
+{
+    Abre(Variado());
+    Controle<SSTab>("sstDados")->DefineTabEnabled(1, false);
+    Janela().LevaTeclado(Filha("sstDados"));
+    Roda();
+    Tecla(VK_RIGHT);
+    EXPECT_EQ(Controle<SSTab>("sstDados")->Tab(), 2);
+    EXPECT_EQ(Teclado(), "sstDados");
+    Tecla(VK_LEFT);
+    EXPECT_EQ(Controle<SSTab>("sstDados")->Tab(), 0);
+}
+
+TEST_F(JanelaFormTest, DoisCliquesRapidos_MarcamEDesmarcam)
+{
+    Abre(Variado());
+    const HWND marca = Filha("chkAtivo");
+    for (const UINT aperto : {WM_LBUTTONDOWN, WM_LBUTTONDBLCLK}) {
+        SendMessageW(marca, aperto, MK_LBUTTON, MAKELPARAM(3, 3));
+        SendMessageW(marca, WM_LBUTTONUP, 0, MAKELPARAM(3, 3));
+    }
+    EXPECT_EQ(Controle<CheckBox>("chkAtivo")->Value(), 0);
+}
+
+TEST_F(JanelaFormTest, SetasNasOpcoes_EscolhemAVizinhaDoGrupo)
+{
+    Abre(Variado());
+    Clica(Filha("optRural"));
+    Tecla(VK_DOWN);
+    EXPECT_TRUE(Controle<OptionButton>("optUrbana")->Value());
+    EXPECT_EQ(Teclado(), "optUrbana");
+    Tecla(VK_RIGHT); // behind the last comes the first
+    EXPECT_TRUE(Controle<OptionButton>("optRural")->Value());
+    EXPECT_EQ(Teclado(), "optRural");
+}
+
+TEST_F(JanelaFormTest, CtrlPgDn_DeUmaListaEDeUmComboTravado)
+{
+    Abre(EmColuna({{.Ajustes = AjustesZtCombo{.ColunaValor = -1}, .Nome = "combo"},
+                   {.Ajustes = AjustesZtList{}, .Nome = "lista", .Elastica = true},
+                   {.Ajustes = AjustesSSTab{.Paginas = {"&Geral", "&Opções"}},
+                    .Nome = "sstDados",
+                    .Pecas = {UmQuadro("fra0", {}, false), UmQuadro("fra1", {}, false)}}}));
+    Controle<ztCombo>("combo")->DefineComboSomenteLeitura(true);
+    Roda();
+    EXPECT_EQ(Teclado(), "combo");
+    Tecla(VK_NEXT, {VK_CONTROL});
+    EXPECT_EQ(Controle<SSTab>("sstDados")->Tab(), 1);
+    Janela().LevaTeclado(Filha("lista"));
+    Roda();
+    Janela().LevaTeclado(Janela().DoControle(*descrito.Controle("lista"))->JanelaDe(Parte::Linhas));
+    Roda();
+    EXPECT_EQ(Teclado(), "lista");
+    Tecla(VK_PRIOR, {VK_CONTROL});
+    EXPECT_EQ(Controle<SSTab>("sstDados")->Tab(), 0);
+}
+
+TEST_F(JanelaFormTest, OMesmoDpi_NaoMexeNaJanela)
+{
+    Abre(Variado());
+    RECT antes{};
+    GetWindowRect(Manipulador(), &antes);
+    const RECT pedido{0, 0, 2000, 2000};
+    const UINT dpi = Janela().Escrita().Dpi();
+    SendMessageW(Manipulador(), WM_DPICHANGED, MAKEWPARAM(dpi, dpi), reinterpret_cast<LPARAM>(&pedido));
+    RECT depois{};
+    GetWindowRect(Manipulador(), &depois);
+    EXPECT_TRUE(EqualRect(&antes, &depois));
 }
 
 // What the system counts of this program.

@@ -148,6 +148,23 @@ TEST_F(RenderEnderecoTest, Street_Typed_IsOfferedAndTakenWithTheKeys)
     EXPECT_EQ(EmPalavras(), endereco->EnderecoProprio()->DescricaoEndereco());
 }
 
+TEST_F(RenderEnderecoTest, Streets_Offered_GoWhenTheWindowMovesOrChangesItsSize)
+{
+    AbreEndereco();
+    EscolheCanoas();
+    RECT lugar{};
+    GetWindowRect(Manipulador(), &lugar);
+    for (const UINT como : {SWP_NOSIZE, SWP_NOMOVE}) {
+        Digita(L"bent");
+        ASSERT_NE(Sugestoes(), nullptr);
+        SetWindowPos(Manipulador(), nullptr, lugar.left + 7, lugar.top + 7, lugar.right - lugar.left + 20,
+                     lugar.bottom - lugar.top + 20, como | SWP_NOZORDER);
+        EXPECT_EQ(Sugestoes(), nullptr);
+        Tecla(VK_HOME);
+        Tecla(VK_END, {VK_SHIFT});
+    }
+}
+
 TEST_F(RenderEnderecoTest, Street_OfferedAndClicked_IsTaken)
 {
     AbreEndereco();

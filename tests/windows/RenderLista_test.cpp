@@ -526,6 +526,16 @@ TEST_F(RenderListaTest, Form_UnloadedByACommand_LeavesNothingBehind)
     EXPECT_TRUE(camada->Janelas().empty());
 }
 
+TEST_F(RenderListaTest, AparenciaDoSistema_DeixaAsColunasComoAPessoaAsFez)
+{
+    AbreLista(3);
+    SendMessageW(Linhas(), LVM_SETCOLUMNWIDTH, 0, 222);
+    SendMessageW(Manipulador(), WM_SETTINGCHANGE, 0, 0);
+    SendMessageW(Manipulador(), WM_SYSCOLORCHANGE, 0, 0);
+    Roda();
+    EXPECT_EQ(SendMessageW(Linhas(), LVM_GETCOLUMNWIDTH, 0, 0), 222);
+}
+
 } // namespace
 
 } // namespace nativo

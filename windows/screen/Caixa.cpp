@@ -1,8 +1,12 @@
 #include "windows/screen/Caixa.h"
 
+#include <commctrl.h>
+
 namespace nativo {
 
 namespace {
+
+constexpr UINT_PTR Subclasse = 1;
 
 thread_local HHOOK g_Espreita = nullptr;
 
@@ -14,15 +18,40 @@ void Desiste() noexcept
     }
 }
 
-// The box is about to be shown: its buttons get their texts.
+// Closing the question is no: the system offers no way to close a box without a button for that.
+LRESULT CALLBACK DaPergunta(HWND caixa, UINT mensagem, WPARAM w, LPARAM l, UINT_PTR, DWORD_PTR) noexcept
+{
+    switch (mensagem) {
+    case WM_COMMAND:
+        if (LOWORD(w) == IDCANCEL) { // Esc
+            EndDialog(caixa, IDNO);
+            return 0;
+        }
+        break;
+    case WM_CLOSE:
+        EndDialog(caixa, IDNO);
+        return 0;
+    case WM_NCDESTROY:
+        RemoveWindowSubclass(caixa, DaPergunta, Subclasse);
+        break;
+    default:
+        break;
+    }
+    return DefSubclassProc(caixa, mensagem, w, l);
+}
+
+// The question is about to be shown: its buttons get their texts, and it can be closed.
 LRESULT CALLBACK Espreita(int codigo, WPARAM w, LPARAM l) noexcept
 {
-    if (codigo == HCBT_ACTIVATE) {
-        const auto caixa = reinterpret_cast<HWND>(w);
+    if (const auto caixa = reinterpret_cast<HWND>(w);
+        codigo == HCBT_ACTIVATE && GetDlgItem(caixa, IDYES) != nullptr && GetDlgItem(caixa, IDNO) != nullptr) {
+        Desiste();
         SetDlgItemTextW(caixa, IDYES, L"&Sim");
         SetDlgItemTextW(caixa, IDNO, L"&Não");
-        Desiste();
-        return 0;
+        SetWindowSubclass(caixa, DaPergunta, Subclasse, 0);
+        if (const HMENU menu = GetSystemMenu(caixa, FALSE); EnableMenuItem(menu, SC_CLOSE, MF_ENABLED) == -1) {
+            AppendMenuW(menu, MF_STRING, SC_CLOSE, L"&Fechar\tAlt+F4");
+        }
     }
     return CallNextHookEx(nullptr, codigo, w, l);
 }

@@ -36,9 +36,13 @@ void EsperaAte(const bool &terminou)
 {
     MSG mensagem{};
     while (!terminou) {
-        if (GetMessageW(&mensagem, nullptr, 0, 0) <= 0) {
+        const BOOL veio = GetMessageW(&mensagem, nullptr, 0, 0);
+        if (veio == 0) {
             PostQuitMessage(static_cast<int>(mensagem.wParam));
             return;
+        }
+        if (veio < 0) { // none could be got, which is no end
+            continue;
         }
         TranslateMessage(&mensagem);
         DispatchMessageW(&mensagem);
@@ -54,8 +58,13 @@ class JanelaWindows : public IJanela {
           m_Camada(std::move(camada))
     {
         m_Janela->AoEncerrar = [this] { Termina(); };
+        m_Janela->AoEsconder = [this] { Termina(); };
     }
-    ~JanelaWindows() override { m_Janela->AoEncerrar = nullptr; }
+    ~JanelaWindows() override
+    {
+        m_Janela->AoEncerrar = nullptr;
+        m_Janela->AoEsconder = nullptr;
+    }
     std::string_view NomeTipo() const override { return "JanelaWindows"; }
 
     HWND Manipulador() const { return m_Janela->Manipulador(); }
@@ -63,6 +72,7 @@ class JanelaWindows : public IJanela {
     void Mostra() override { m_Janela->Mostra(); }
     void MostraEEspera() override
     {
+        const Vivo modulo; // stays while its code is in the stack
         const Ref<JanelaWindows> viva = Eu(*this);
         if (m_Janela->Encerrada()) {
             return;
@@ -71,7 +81,14 @@ class JanelaWindows : public IJanela {
         m_Bloqueio.emplace(m_Camada->Janelas(), m_Dono, m_Janela->Manipulador());
         m_Janela->Mostra();
         EsperaAte(m_Terminou);
-        Retira();
+        if (!m_Terminou) { // the application ends
+            Retira();
+        }
+    }
+    void Destina(TipoDeJanela tipo, const Ref<IJanela> &dono) override
+    {
+        m_Dono = m_Camada->ManipuladorDe(dono);
+        m_Janela->Destina(tipo, m_Dono);
     }
     void ParaFrente() override { m_Janela->ParaFrente(); }
     void DefineTexto(const std::string &texto) override { m_Janela->DefineTexto(texto); }
@@ -139,7 +156,7 @@ HWND CamadaWindows::ManipuladorDe(const Ref<IJanela> &janela) const
 HWND CamadaWindows::AtrasDe(const Ref<IJanela> &dono) const
 {
     const HWND deQuem = ManipuladorDe(dono);
-    return deQuem != nullptr ? deQuem : GetActiveWindow();
+    return deQuem != nullptr ? GetAncestor(deQuem, GA_ROOT) : GetActiveWindow();
 }
 
 Ref<IJanela> CamadaWindows::FazJanela(const Ref<IForm> &form, TipoDeJanela tipo, const Ref<IJanela> &dono,
@@ -149,8 +166,8 @@ Ref<IJanela> CamadaWindows::FazJanela(const Ref<IForm> &form, TipoDeJanela tipo,
         const Ref<CamadaWindows> camada = fraca.Alvo();
         return camada && camada->m_Espera;
     };
-    const auto janela =
-        Novo<JanelaForm>(form, AoRedorDoForm{pedidos, Clientes, Logradouros, m_Memoria, m_Contexto, esperando});
+    const auto janela = Novo<JanelaForm>(
+        form, AoRedorDoForm{pedidos, Clientes, Logradouros, m_Memoria, m_Contexto, esperando, m_Ativa});
     const HWND deQuem = ManipuladorDe(dono);
     janela->Faz(tipo, deQuem);
     std::erase_if(m_Janelas, [](const RefFraca<JanelaForm> &fraca) { return fraca.Nada(); });
@@ -161,7 +178,16 @@ Ref<IJanela> CamadaWindows::FazJanela(const Ref<IForm> &form, TipoDeJanela tipo,
 void CamadaWindows::MostraEspera(bool espera)
 {
     m_Espera = espera;
-    SetCursor(LoadCursorW(nullptr, espera ? IDC_WAIT : IDC_ARROW));
+    POINT onde{};
+    GetCursorPos(&onde);
+    const HWND sob = WindowFromPoint(onde);
+    if (!espera && sob != nullptr && GetWindowThreadProcessId(sob, nullptr) == GetCurrentThreadId()) {
+        // Which pointer it is now, the window knows over which it stands.
+        const LRESULT parte = SendMessageW(sob, WM_NCHITTEST, 0, MAKELPARAM(onde.x, onde.y));
+        SendMessageW(sob, WM_SETCURSOR, reinterpret_cast<WPARAM>(sob), MAKELPARAM(parte, WM_MOUSEMOVE));
+    } else {
+        SetCursor(LoadCursorW(nullptr, espera ? IDC_WAIT : IDC_ARROW));
+    }
 }
 
 // What is in it now, and what comes of that.
@@ -203,7 +229,7 @@ bool CamadaWindows::PerguntaSimNao(const std::string &texto, const std::string &
                                    const Ref<IJanela> &dono)
 {
     const HWND deQuem = AtrasDe(dono);
-    const BloqueioModal bloqueio(Janelas(), deQuem, nullptr);
+    const BloqueioModal bloqueio(Janelas(), deQuem);
     return ::nativo::MostraCaixa(*m_Contexto, deQuem, ParaUtf16(texto), ParaUtf16(titulo),
                                  MB_YESNO | MB_ICONQUESTION | (padraoSim ? MB_DEFBUTTON1 : MB_DEFBUTTON2)) == IDYES;
 }
@@ -230,9 +256,28 @@ void CamadaWindows::MostraCaixa(TipoDeCaixa tipo, const std::string &texto, cons
 {
     const std::string inteiro = detalhes.empty() ? texto : texto + "\n\n" + detalhes;
     const HWND deQuem = AtrasDe(dono);
-    const BloqueioModal bloqueio(Janelas(), deQuem, nullptr);
+    const BloqueioModal bloqueio(Janelas(), deQuem);
     ::nativo::MostraCaixa(*m_Contexto, deQuem, ParaUtf16(inteiro), ParaUtf16(titulo), MB_OK | IconeDe(tipo));
 }
+
+namespace {
+
+// The dialog goes through folders, whatever flag forbids that; the application stays in its own.
+class PastaAtual {
+  public:
+    PastaAtual() : m_Pasta(GetCurrentDirectoryW(0, nullptr), L'\0')
+    {
+        GetCurrentDirectoryW(static_cast<DWORD>(m_Pasta.size()), m_Pasta.data());
+    }
+    PastaAtual(const PastaAtual &) = delete;
+    PastaAtual &operator=(const PastaAtual &) = delete;
+    ~PastaAtual() { SetCurrentDirectoryW(m_Pasta.c_str()); }
+
+  private:
+    std::wstring m_Pasta;
+};
+
+} // namespace
 
 std::optional<std::string> CamadaWindows::EscolheArquivo(const std::vector<FiltroDeArquivo> &filtros,
                                                          const std::string &titulo, const Ref<IJanela> &dono)
@@ -251,8 +296,9 @@ std::optional<std::string> CamadaWindows::EscolheArquivo(const std::vector<Filtr
     pedido.nMaxFile = static_cast<DWORD>(caminho.size());
     pedido.lpstrTitle = nome.empty() ? nullptr : nome.c_str();
     pedido.Flags = OFN_EXPLORER | OFN_FILEMUSTEXIST | OFN_PATHMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
-    const BloqueioModal bloqueio(Janelas(), pedido.hwndOwner, nullptr);
+    const BloqueioModal bloqueio(Janelas(), pedido.hwndOwner);
     const ContextoVisual::Ativo ativo(*m_Contexto);
+    const PastaAtual pasta;
     if (!PedeArquivo(pedido)) {
         return std::nullopt;
     }

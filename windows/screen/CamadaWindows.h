@@ -9,6 +9,7 @@
 #include <windows.h>
 
 #include <functional>
+#include <memory>
 #include <vector>
 
 namespace nativo {
@@ -49,14 +50,16 @@ class CamadaWindows : public ICamada {
 
     // The forms' windows that are there.
     std::vector<Ref<JanelaForm>> Janelas() const;
+    // Of one of this screen's; Nothing is the main window.
+    HWND ManipuladorDe(const Ref<IJanela> &janela) const;
 
   private:
-    HWND ManipuladorDe(const Ref<IJanela> &janela) const;
     HWND AtrasDe(const Ref<IJanela> &dono) const;
 
     Ref<ContextoVisual> m_Contexto;
     Ref<MemoriaDeEnderecos> m_Memoria;
     std::vector<RefFraca<JanelaForm>> m_Janelas;
+    std::shared_ptr<RefFraca<JanelaForm>> m_Ativa = std::make_shared<RefFraca<JanelaForm>>();
     bool m_Espera = false;
 };
 

@@ -26,4 +26,14 @@ std::vector<HWND> JanelasDesteFio()
     return janelas;
 }
 
+void DaVez(HWND janela)
+{
+    DWORD processo = 0;
+    GetWindowThreadProcessId(GetForegroundWindow(), &processo);
+    if (processo == GetCurrentProcessId()) {
+        SetForegroundWindow(janela);
+    }
+    SetActiveWindow(janela);
+}
+
 } // namespace nativo

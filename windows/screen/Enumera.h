@@ -10,5 +10,8 @@ namespace nativo {
 std::vector<HWND> FilhasDe(HWND janela);
 // The windows of this thread that are in none.
 std::vector<HWND> JanelasDesteFio();
+// The keyboard goes to a window of this thread: in front of all others when this application is, and without taking the
+// place of another one.
+void DaVez(HWND janela);
 
 } // namespace nativo

@@ -52,6 +52,21 @@ SIZE TamanhoDe(const RECT &lugar)
     return {lugar.right - lugar.left, lugar.bottom - lugar.top};
 }
 
+DWORD BotoesDe(TipoDeJanela tipo)
+{
+    return tipo == TipoDeJanela::Filha ? WS_MINIMIZEBOX | WS_MAXIMIZEBOX : WS_MAXIMIZEBOX;
+}
+
+HWND RaizDe(HWND janela)
+{
+    return janela != nullptr ? GetAncestor(janela, GA_ROOT) : nullptr;
+}
+
+[[noreturn]] void NaoHaJanela()
+{
+    throw Falha(NumeroFalha::SemMemoria, std::string(NomeComponente), "O sistema não fez a janela");
+}
+
 } // namespace
 
 // Holds the window while one of its messages, or one of its operations, runs: a handler may unload the form.
@@ -68,6 +83,7 @@ class JanelaForm::Entrada {
     }
 
   private:
+    Vivo m_Vivo; // the module stays while its code is in the stack
     Ref<JanelaForm> m_Janela;
 };
 
@@ -115,14 +131,21 @@ void JanelaForm::Faz(TipoDeJanela tipo, HWND dono)
 {
     m_Tipo = tipo;
     m_Letra = std::make_unique<Letra>(DpiDe(dono));
-    const DWORD botoes = tipo == TipoDeJanela::Filha ? WS_MINIMIZEBOX | WS_MAXIMIZEBOX : WS_MAXIMIZEBOX;
     const ContextoVisual::Ativo ativo(*m_AoRedor.Contexto);
-    CreateWindowExW(WS_EX_CONTROLPARENT, NomeDaClasse, L"",
-                    WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_CLIPCHILDREN | botoes, 0, 0, 0, 0,
-                    dono != nullptr ? GetAncestor(dono, GA_ROOT) : nullptr, nullptr, EsteModulo(), this);
+    if (CreateWindowExW(WS_EX_CONTROLPARENT, NomeDaClasse, L"",
+                        WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_CLIPCHILDREN | BotoesDe(tipo), 0, 0, 0,
+                        0, RaizDe(dono), nullptr, EsteModulo(), this) == nullptr) {
+        m_Encerrando = true;
+        NaoHaJanela();
+    }
     m_Viva = Eu(*this);
     const Entrada entrada(*this);
-    FazControles(m_Desenho.Raiz);
+    try {
+        FazControles(m_Desenho.Raiz);
+    } catch (...) {
+        Encerra();
+        throw;
+    }
     for (auto renderizador = m_Renderizadores.rbegin(); renderizador != m_Renderizadores.rend(); ++renderizador) {
         (*renderizador)->Atualiza();
         const AjustesPeca &ajustes = (*renderizador)->Descricao().Ajustes;
@@ -137,6 +160,21 @@ void JanelaForm::Faz(TipoDeJanela tipo, HWND dono)
     m_Conexoes.push_back(m_Form->Mudou().liga([this] { MostraForm(); }));
     Dimensiona(dono);
     MostraForm();
+}
+
+void JanelaForm::Destina(TipoDeJanela tipo, HWND dono)
+{
+    if (m_Janela == nullptr || m_Encerrando) {
+        return;
+    }
+    const Entrada entrada(*this);
+    m_Tipo = tipo;
+    constexpr LONG_PTR Botoes = WS_MINIMIZEBOX | WS_MAXIMIZEBOX;
+    const LONG_PTR estilo = GetWindowLongPtrW(m_Janela, GWL_STYLE) & ~Botoes;
+    SetWindowLongPtrW(m_Janela, GWL_STYLE, estilo | static_cast<LONG_PTR>(BotoesDe(tipo)));
+    SetWindowLongPtrW(m_Janela, GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(RaizDe(dono)));
+    SetWindowPos(m_Janela, nullptr, 0, 0, 0, 0,
+                 SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void JanelaForm::FazControles(const Peca &peca)
@@ -158,6 +196,9 @@ HWND JanelaForm::FazFilha(const wchar_t *classe, DWORD estilo, DWORD estiloExtra
     const ContextoVisual::Ativo ativo(*m_AoRedor.Contexto);
     HWND filha = CreateWindowExW(estiloExtra, classe, L"", WS_CHILD | estilo, 0, 0, 0, 0, m_Janela, nullptr,
                                  EsteModulo(), nullptr);
+    if (filha == nullptr) {
+        NaoHaJanela();
+    }
     SendMessageW(filha, WM_SETFONT, reinterpret_cast<WPARAM>(m_Letra->Fonte()), FALSE);
     SetWindowSubclass(filha, DaFilha, Subclasse, reinterpret_cast<DWORD_PTR>(this));
     return filha;
@@ -243,7 +284,10 @@ void JanelaForm::Mostra()
     MostraForm();
     Arranja();
     m_Mostrada = true;
-    ShowWindow(m_Janela, m_Form->WindowState() == JanelaMinimizada ? SW_SHOWMINIMIZED : SW_SHOW);
+    const std::int16_t estado = m_Form->WindowState();
+    ShowWindow(m_Janela, estado == JanelaMinimizada   ? SW_SHOWMINIMIZED
+                         : estado == JanelaMaximizada ? SW_SHOWMAXIMIZED
+                                                      : SW_SHOW);
     if (!m_Encerrando) {
         DizEstado(IsIconic(m_Janela) ? SIZE_MINIMIZED : SIZE_RESTORED);
         UpdateWindow(m_Janela);
@@ -252,7 +296,7 @@ void JanelaForm::Mostra()
 
 void JanelaForm::ParaFrente()
 {
-    if (m_Janela == nullptr || m_Encerrando) {
+    if (m_Janela == nullptr || m_Encerrando || m_Bloqueios > 0) { // it would come in front of what blocks it
         return;
     }
     const Entrada entrada(*this);
@@ -285,9 +329,19 @@ void JanelaForm::Encerra()
 
 void JanelaForm::Destroi()
 {
-    if (m_Janela != nullptr) {
-        DestroyWindow(std::exchange(m_Janela, nullptr));
+    if (m_Janela == nullptr) {
+        return;
     }
+    // The system takes away what stands in front of it. The forms there end by themselves, in front of its owner.
+    const auto dono = reinterpret_cast<LONG_PTR>(GetWindow(m_Janela, GW_OWNER));
+    for (const HWND janela : JanelasDesteFio()) {
+        wchar_t classe[std::size(NomeDaClasse) + 1]{};
+        GetClassNameW(janela, classe, static_cast<int>(std::size(classe)));
+        if (GetWindow(janela, GW_OWNER) == m_Janela && std::wstring_view(classe) == NomeDaClasse) {
+            SetWindowLongPtrW(janela, GWLP_HWNDPARENT, dono);
+        }
+    }
+    DestroyWindow(std::exchange(m_Janela, nullptr));
 }
 
 // Whoever took the window away: with it the form has nothing to be seen in.
@@ -340,7 +394,7 @@ void JanelaForm::HabilitaJanela()
     EnableWindow(m_Janela, habilitada);
     // What stood in front of it while it could not be used, such as a question, has left the keyboard to another one.
     if (habilitada && m_EraAtiva && GetActiveWindow() != m_Janela && IsWindowVisible(m_Janela)) {
-        SetActiveWindow(m_Janela);
+        DaVez(m_Janela);
     }
 }
 
@@ -407,6 +461,9 @@ void JanelaForm::MostraEstado()
                                                           : SW_RESTORE);
     }
     if (m_Mostrada && (IsWindowVisible(m_Janela) != FALSE) != m_Form->Visible()) {
+        if (!m_Form->Visible() && AoEsconder) {
+            AoEsconder();
+        }
         ShowWindow(m_Janela, m_Form->Visible() ? SW_SHOW : SW_HIDE);
     }
 }
@@ -453,6 +510,41 @@ void JanelaForm::DizEstado(WPARAM tamanho)
     if (!m_Encerrando && (agora.cx != m_TamanhoDito.cx || agora.cy != m_TamanhoDito.cy)) {
         m_TamanhoDito = agora;
         m_AoRedor.Pedidos.Redimensionou();
+    }
+}
+
+// It stands in front of this one, such as a box that was opened from here.
+bool JanelaForm::EstaNaFrente(HWND janela) const
+{
+    HWND dono = RaizDe(janela);
+    while (dono != nullptr && dono != m_Janela) {
+        dono = GetWindow(dono, GW_OWNER);
+    }
+    return dono != nullptr;
+}
+
+// As the child of a main window would, the form stays the active one until the person goes to another window of the
+// application: neither what stands in front of it nor another application takes that from it.
+void JanelaForm::DizAtivacao(bool ativa, HWND outra)
+{
+    if (m_Tipo != TipoDeJanela::Filha || m_Bloqueios > 0) {
+        return;
+    }
+    const Ref<JanelaForm> antes = m_AoRedor.Ativa->Alvo();
+    const bool era = antes.Ponteiro() == this;
+    if (ativa && !era) {
+        *m_AoRedor.Ativa = Eu(*this);
+        if (antes && !antes->Encerrada()) {
+            antes->m_AoRedor.Pedidos.Desativou();
+        }
+        if (!m_Encerrando) {
+            m_AoRedor.Pedidos.Ativou();
+        }
+    }
+    if (!ativa && era && outra != nullptr && GetWindowThreadProcessId(outra, nullptr) == GetCurrentThreadId() &&
+        !EstaNaFrente(outra)) {
+        *m_AoRedor.Ativa = nullptr;
+        m_AoRedor.Pedidos.Desativou();
     }
 }
 
@@ -596,15 +688,25 @@ void JanelaForm::DevolveTeclado()
 
 void JanelaForm::MudaAparencia(UINT dpi)
 {
-    const auto anterior = std::exchange(m_Letra, std::make_unique<Letra>(dpi)); // the children have it until now
-    for (const HWND filha : FilhasDe(m_Janela)) {
-        SendMessageW(filha, WM_SETFONT, reinterpret_cast<WPARAM>(m_Letra->Fonte()), FALSE);
+    auto anterior = std::make_unique<Letra>(dpi);
+    if (!anterior->Igual(*m_Letra)) {
+        std::swap(anterior, m_Letra); // the children have it until now
+        for (const HWND filha : FilhasDe(m_Janela)) {
+            SendMessageW(filha, WM_SETFONT, reinterpret_cast<WPARAM>(m_Letra->Fonte()), FALSE);
+        }
     }
     for (const auto &renderizador : m_Renderizadores) {
         renderizador->MudouAparencia();
     }
     PedeArranjo();
     RedrawWindow(m_Janela, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+}
+
+void JanelaForm::AvisaQueMudouDeLugar() const
+{
+    for (const auto &renderizador : m_Renderizadores) {
+        renderizador->MudouDeLugar();
+    }
 }
 
 COLORREF JanelaForm::FundoDe(const Renderizador &renderizador) const
@@ -653,15 +755,18 @@ void JanelaForm::PintaFundo(HDC papel) const
     }
 }
 
+bool JanelaForm::MudaPagina(WPARAM tecla)
+{
+    if ((tecla != VK_NEXT && tecla != VK_PRIOR) || !Apertada(VK_CONTROL) || Apertada(VK_MENU)) {
+        return false;
+    }
+    NaBorda([&] { m_Pessoa.AndaPaginas(tecla == VK_NEXT ? 1 : -1); });
+    return true;
+}
+
 bool JanelaForm::AtoDaTecla(WPARAM tecla)
 {
-    const bool ctrl = Apertada(VK_CONTROL);
-    const bool alt = Apertada(VK_MENU);
-    if (ctrl && !alt && (tecla == VK_NEXT || tecla == VK_PRIOR)) {
-        NaBorda([&] { m_Pessoa.AndaPaginas(tecla == VK_NEXT ? 1 : -1); });
-        return true;
-    }
-    if (ctrl || alt) {
+    if (Apertada(VK_CONTROL) || Apertada(VK_MENU)) {
         return false;
     }
     switch (tecla) {
@@ -696,6 +801,9 @@ std::optional<LRESULT> JanelaForm::TrataTecla(HWND filha, UINT mensagem, WPARAM 
     const Renderizador *renderizador = DaJanela(filha);
     switch (mensagem) {
     case WM_KEYDOWN:
+        if (MudaPagina(w)) {
+            return 0;
+        }
         if ((renderizador == nullptr || !renderizador->FicaComTecla(filha, w)) && AtoDaTecla(w)) {
             return 0;
         }
@@ -720,6 +828,9 @@ std::optional<LRESULT> JanelaForm::TrataTecla(HWND filha, UINT mensagem, WPARAM 
 
 std::optional<LRESULT> JanelaForm::TrataDaFilha(HWND filha, UINT mensagem, WPARAM w, LPARAM l)
 {
+    if (mensagem == WM_KEYDOWN && MudaPagina(w)) { // whatever a list or a combo does with the key alone
+        return 0;
+    }
     if (Renderizador *renderizador = DaJanela(filha)) {
         if (const auto resposta = renderizador->Mensagem(filha, mensagem, w, l); resposta || m_Encerrando) {
             return resposta;
@@ -800,9 +911,7 @@ std::optional<LRESULT> JanelaForm::Trata(UINT mensagem, WPARAM w, LPARAM l)
         }
         return 0;
     case WM_ACTIVATE:
-        if (m_Tipo == TipoDeJanela::Filha) {
-            LOWORD(w) == WA_INACTIVE ? m_AoRedor.Pedidos.Desativou() : m_AoRedor.Pedidos.Ativou();
-        }
+        DizAtivacao(LOWORD(w) != WA_INACTIVE, reinterpret_cast<HWND>(l));
         break;
     case WM_SETFOCUS:
     case VoltaDoTeclado:
@@ -816,11 +925,13 @@ std::optional<LRESULT> JanelaForm::Trata(UINT mensagem, WPARAM w, LPARAM l)
         }
         break;
     case WM_MOVE:
+        AvisaQueMudouDeLugar();
         if (m_Mostrada) {
             DizLugar();
         }
         return 0;
     case WM_SIZE:
+        AvisaQueMudouDeLugar();
         if (m_Mostrada) {
             m_ArranjoPedido = true;
             Arranja();
@@ -829,6 +940,9 @@ std::optional<LRESULT> JanelaForm::Trata(UINT mensagem, WPARAM w, LPARAM l)
         }
         return 0;
     case WM_DPICHANGED: {
+        if (HIWORD(w) == m_Letra->Dpi()) {
+            return 0;
+        }
         MudaAparencia(HIWORD(w));
         const RECT &lugar = *reinterpret_cast<const RECT *>(l);
         SetWindowPos(m_Janela, nullptr, lugar.left, lugar.top, lugar.right - lugar.left, lugar.bottom - lugar.top,

@@ -24,6 +24,8 @@
 
 namespace nativo {
 
+class JanelaForm;
+
 // What the window of a form needs around it.
 struct AoRedorDoForm {
     PedidosDaJanela Pedidos;
@@ -32,6 +34,8 @@ struct AoRedorDoForm {
     Ref<MemoriaDeEnderecos> Memoria;
     Ref<ContextoVisual> Contexto;
     std::function<bool()> Esperando; // whether the wait pointer is on
+    // Which of the application's children was told last that it is the active one; common to all windows.
+    std::shared_ptr<RefFraca<JanelaForm>> Ativa;
 };
 
 // The window of one form of the module: native controls drawn from its description and placed by tela/Arrumacao, each
@@ -44,6 +48,8 @@ class JanelaForm : public Objeto {
 
     // Makes the window, not yet shown. dono: in front of which it stands; null for none.
     void Faz(TipoDeJanela tipo, HWND dono);
+    // The window that was made becomes of another kind, in front of another one.
+    void Destina(TipoDeJanela tipo, HWND dono);
     void Mostra();
     void ParaFrente();
     // Text that was written past the form's caption; empty: the caption counts.
@@ -53,8 +59,12 @@ class JanelaForm : public Objeto {
     bool Encerrada() const { return m_Encerrando; }
     // The window has gone, whoever took it away.
     std::function<void()> AoEncerrar;
+    // The form has been hidden; before the window is.
+    std::function<void()> AoEsconder;
     // While modal windows stand in front of it, it cannot be used.
     void Bloqueia();
+    // The same of a box of the system, which disables its owner itself and enables it in time to be used again.
+    void FicaAtrasDeCaixa() { ++m_Bloqueios; }
     void Desbloqueia();
 
     HWND Manipulador() const { return m_Janela; }
@@ -96,6 +106,7 @@ class JanelaForm : public Objeto {
     std::optional<LRESULT> Trata(UINT mensagem, WPARAM w, LPARAM l);
     std::optional<LRESULT> TrataDaFilha(HWND filha, UINT mensagem, WPARAM w, LPARAM l);
     std::optional<LRESULT> TrataTecla(HWND filha, UINT mensagem, WPARAM w);
+    bool MudaPagina(WPARAM tecla);
     bool AtoDaTecla(WPARAM tecla);
     // The window goes as soon as none of its messages runs.
     void Destroi();
@@ -116,9 +127,12 @@ class JanelaForm : public Objeto {
     void MostraEstado();
     void HabilitaJanela();
     void MudaAparencia(UINT dpi);
+    void AvisaQueMudouDeLugar() const;
     // Tells the form what the person or the system has made of its window.
     void DizLugar();
     void DizEstado(WPARAM tamanho);
+    void DizAtivacao(bool ativa, HWND outra);
+    bool EstaNaFrente(HWND janela) const;
     void DizOndeEstaOTeclado();
     void SegueParada();
     void DevolveTeclado();

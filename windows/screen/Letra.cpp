@@ -4,6 +4,9 @@
 #include "windows/automation/Texto16.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstring>
+#include <cwchar>
 
 namespace nativo {
 
@@ -61,6 +64,16 @@ Letra::~Letra()
     SelectObject(m_Papel, m_FonteDoPapel);
     DeleteDC(m_Papel);
     DeleteObject(m_Fonte);
+}
+
+bool Letra::Igual(const Letra &outra) const
+{
+    LOGFONTW esta{};
+    LOGFONTW aquela{};
+    GetObjectW(m_Fonte, sizeof esta, &esta);
+    GetObjectW(outra.m_Fonte, sizeof aquela, &aquela);
+    return m_Dpi == outra.m_Dpi && std::memcmp(&esta, &aquela, offsetof(LOGFONTW, lfFaceName)) == 0 &&
+           std::wcscmp(esta.lfFaceName, aquela.lfFaceName) == 0;
 }
 
 Tamanho Letra::Mede(const std::string &texto, std::int32_t largura) const

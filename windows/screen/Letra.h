@@ -20,6 +20,7 @@ class Letra : public IMedidor {
     Letra &operator=(const Letra &) = delete;
     ~Letra() override;
 
+    bool Igual(const Letra &outra) const;
     HFONT Fonte() const { return m_Fonte; }
     UINT Dpi() const { return m_Dpi; }
     Tamanho Mede(const std::string &texto, std::int32_t largura) const override;

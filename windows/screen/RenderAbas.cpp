@@ -1,6 +1,7 @@
 #include "windows/screen/RenderAbas.h"
 
 #include "controls/SSTab.h"
+#include "tela/PaginasDeAbas.h"
 #include "windows/automation/Texto16.h"
 
 #include <algorithm>
@@ -59,6 +60,21 @@ LRESULT RenderAbas::Notifica(NMHDR &aviso)
             Age([this, pagina = m_Abas[lugar].Pagina] { Como<SSTab>(*this).Abre(pagina); });
         }
     }
+    return 0;
+}
+
+// The system's own step would stop at a page that cannot be opened.
+std::optional<LRESULT> RenderAbas::Mensagem(HWND, UINT mensagem, WPARAM w, LPARAM)
+{
+    if (mensagem != WM_KEYDOWN || (w != VK_LEFT && w != VK_RIGHT)) {
+        return std::nullopt;
+    }
+    Age([this, w] {
+        auto &controle = Como<SSTab>(*this);
+        if (const auto pagina = PaginaVizinha(controle, w == VK_RIGHT ? 1 : -1)) {
+            controle.Abre(*pagina);
+        }
+    });
     return 0;
 }
 

@@ -15,6 +15,7 @@ class RenderAbas : public Renderizador {
 
     LRESULT Notifica(NMHDR &aviso) override;
     bool Desenha(const DRAWITEMSTRUCT &item) override;
+    std::optional<LRESULT> Mensagem(HWND janela, UINT mensagem, WPARAM w, LPARAM l) override;
     std::optional<COLORREF> CorDoMiolo() const override;
     void MudouAparencia() override { m_CorDoMiolo.reset(); }
     void Coloca(const PecaArrumada &lugar) override;

@@ -21,6 +21,7 @@ class RenderEndereco : public Renderizador {
     std::optional<LRESULT> Mensagem(HWND janela, UINT mensagem, WPARAM w, LPARAM l) override;
     bool FicaComTecla(HWND janela, WPARAM tecla) const override;
     void MudouAparencia() override;
+    void MudouDeLugar() override { FechaSugestoes(); }
 
   protected:
     void Mostra() override;

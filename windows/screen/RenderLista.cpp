@@ -121,6 +121,7 @@ void RenderLista::MostraColunas()
         SendMessageW(m_Linhas, LVM_DELETECOLUMN, velhas - 1, 0);
     }
     m_Vistas = std::move(vistas);
+    m_Fonte = Escrita().Fonte();
     int lugar = 0;
     for (const Vista &vista : m_Vistas) {
         std::wstring titulo = ParaUtf16(vista.Titulo);
@@ -246,6 +247,9 @@ void RenderLista::MostraBotao(Botao &botao, const std::string &texto, const std:
 
 void RenderLista::MudouAparencia()
 {
+    if (m_Fonte == Escrita().Fonte()) { // the columns stay as wide as the person has made them
+        return;
+    }
     m_Vistas.clear();
     while (SendMessageW(m_Linhas, LVM_DELETECOLUMN, 0, 0) != FALSE) {
     }

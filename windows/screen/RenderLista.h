@@ -78,6 +78,7 @@ class RenderLista : public Renderizador {
     Botao m_Fechar;
     HWND m_Apertado = nullptr;
     std::vector<Vista> m_Vistas;
+    HFONT m_Fonte = nullptr; // for which the columns were measured
     std::int64_t m_Arranjo = -1;
     std::int32_t m_Atual = -1; // row, as it was shown last
     Retangulo m_Lugar;

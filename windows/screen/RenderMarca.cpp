@@ -7,7 +7,7 @@ namespace nativo {
 RenderMarca::RenderMarca(Ref<IControle> controle, const Peca &peca, JanelaForm &janela)
     : Renderizador(std::move(controle), peca, janela)
 {
-    Faz(WC_BUTTONW, BS_CHECKBOX | BS_NOTIFY);
+    Faz(WC_BUTTONW, BS_CHECKBOX); // without BS_NOTIFY, by which the second of two quick clicks would be no click
 }
 
 void RenderMarca::Comando(HWND, UINT aviso)

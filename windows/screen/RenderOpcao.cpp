@@ -2,6 +2,7 @@
 
 #include "controls/OptionButton.h"
 #include "windows/screen/Enquanto.h"
+#include "windows/screen/JanelaForm.h"
 
 namespace nativo {
 
@@ -21,6 +22,10 @@ void RenderOpcao::Comando(HWND, UINT aviso)
 // The system's option tells of a click already when the keyboard comes to it.
 std::optional<LRESULT> RenderOpcao::Mensagem(HWND janela, UINT mensagem, WPARAM w, LPARAM l)
 {
+    if (mensagem == WM_KEYDOWN && (w == VK_LEFT || w == VK_UP || w == VK_RIGHT || w == VK_DOWN)) {
+        Age([&] { Janela().DaPessoa().AndaOpcoes(w == VK_RIGHT || w == VK_DOWN ? 1 : -1); });
+        return 0;
+    }
     if (mensagem != WM_SETFOCUS || m_RecebendoTeclado) {
         return std::nullopt;
     }

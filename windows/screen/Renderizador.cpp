@@ -173,6 +173,8 @@ std::optional<COLORREF> Renderizador::CorDoMiolo() const
 
 void Renderizador::MudouAparencia() {}
 
+void Renderizador::MudouDeLugar() {}
+
 void Renderizador::ChegouTeclado()
 {
     if (ControleBase *base = ComoBase(m_Controle); !base->TemFoco()) {

@@ -66,6 +66,8 @@ class Renderizador {
     virtual std::optional<COLORREF> CorDoMiolo() const;
     // The system's font, its scale or the system's colours have become others; the windows have the new font already.
     virtual void MudouAparencia();
+    // The form's window stands elsewhere, or is larger or smaller.
+    virtual void MudouDeLugar();
 
     // Called by the form's window: one of the renderer's windows got the keyboard, or lost it.
     void ChegouTeclado();
