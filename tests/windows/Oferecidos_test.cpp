@@ -5,6 +5,7 @@
 #include "controls/SSTab.h"
 #include "controls/ztClienteSetor.h"
 #include "controls/ztList.h"
+#include "host/MenuLista.h"
 #include "tests/support/FalhaLancada.h"
 #include "tests/support/FormFalso.h"
 #include "tests/support/UmControle.h"
@@ -16,8 +17,10 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <utility>
+#include <variant>
 #include <vector>
 
 namespace nativo {
