@@ -91,6 +91,7 @@ TEST_F(PlataformaWindowsTest, ReadOnlyFile_IsReadAndStays)
     const HANDLE aberto = CreateFileW(arquivo.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
     if (aberto != INVALID_HANDLE_VALUE) {
         CloseHandle(aberto);
+        SetFileAttributesW(arquivo.c_str(), FILE_ATTRIBUTE_NORMAL);
         GTEST_SKIP() << "the layer's user may write read-only files";
     }
     EXPECT_EQ(FalhaLancada([&] { plataforma.ApagaArquivo(Em("so.bin")); }).Numero, 70);
