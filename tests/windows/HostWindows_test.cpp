@@ -234,6 +234,13 @@ TEST_F(HostWindowsTest, Identificador_OfEachClass_IsTheKnownOneUntilAValueTellsA
     EXPECT_EQ(Identificador("Relatorios"), "ZTK4Lib.CRelatorios");
     EXPECT_EQ(Identificador("Ajuda"), "ZTK4Lib.CAjuda");
     EXPECT_EQ(Identificador("CFunGen"), "ZTK4LIBC.CFunGen");
+    EXPECT_EQ(Identificador("DadosVor"), "ZTVORLIB.DadosVor");
+    EXPECT_EQ(Identificador("Diretorios"), "ZTVORLIB.Diretorios");
+    EXPECT_EQ(Identificador("ObjGlobalVor"), "ZTVORLIB.ObjGlobalVor");
+    EXPECT_EQ(Identificador("DocumentoPDF"), "ZTVORLIB.DocumentoPDF");
+    EXPECT_EQ(Identificador("Mensagem"), ParaUtf8(ClasseDaMensagem.Identificador()));
+    Diz(L"Mensagem", L"");
+    EXPECT_EQ(Identificador("Mensagem"), "ZTVORLIB.Mensagem");
     EXPECT_EQ(Identificador("Logradouros"), "");
     EXPECT_EQ(Identificador("Clientes"), "");
     EXPECT_EQ(Identificador("Outra"), "");
@@ -243,13 +250,59 @@ TEST_F(HostWindowsTest, Identificador_OfEachClass_IsTheKnownOneUntilAValueTellsA
     EXPECT_EQ(Identificador("AMRegistro"), "ZTK4Lib.AMRegistro");
 }
 
+// The machine's values, for as long as this lives: those of the machine itself are neither seen nor touched.
+class ValoresDaMaquina {
+  public:
+    ValoresDaMaquina()
+    {
+        RegCreateKeyExW(HKEY_CURRENT_USER, L"Software\\ValoresDaMaquina", 0, nullptr, 0, KEY_ALL_ACCESS, nullptr,
+                        &m_Chave, nullptr);
+        RegOverridePredefKey(HKEY_LOCAL_MACHINE, m_Chave);
+    }
+    ValoresDaMaquina(const ValoresDaMaquina &) = delete;
+    ValoresDaMaquina &operator=(const ValoresDaMaquina &) = delete;
+    ~ValoresDaMaquina()
+    {
+        RegOverridePredefKey(HKEY_LOCAL_MACHINE, nullptr);
+        RegCloseKey(m_Chave);
+        RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\ValoresDaMaquina");
+    }
+
+  private:
+    HKEY m_Chave = nullptr;
+};
+
+TEST_F(HostWindowsTest, Identificador_ThatWasToldForTheMachine_CountsBehindTheUsers)
+{
+    const ValoresDaMaquina maquina;
+    const std::wstring dito = L"Da.Maquina";
+    ASSERT_EQ(RegSetKeyValueW(HKEY_LOCAL_MACHINE, ChaveDasClasses, L"Ajuda", REG_SZ, dito.c_str(),
+                              static_cast<DWORD>((dito.size() + 1) * sizeof(wchar_t))),
+              ERROR_SUCCESS);
+    EXPECT_EQ(Classes::Identificador("Ajuda"), "Da.Maquina");
+    Diz(L"Ajuda", L"Do.Usuario");
+    EXPECT_EQ(Classes::Identificador("Ajuda"), "Do.Usuario");
+}
+
 TEST_F(HostWindowsTest, ClassThatAValueTells_IsCreatedByItsIdentifier)
 {
-    const Com<ObjetoAlheio> objeto = Alheio();
-    objeto->Membro("ObtemDiretorio", De(std::string("C:\\TEMP\\")));
-    const ClasseRegistrada classe(objeto);
-    Diz(L"Diretorios", classe.Identificador());
-    EXPECT_EQ(Host().CriaDiretorios()->ObtemDiretorio(99, ""), "C:\\TEMP\\");
+    HostServices &host = Host();
+    const std::vector<std::pair<const wchar_t *, std::function<Ref<::Objeto>()>>> classes{{L"AMRegistro", [&] { return host.CriaAMRegistro(); }},
+                                                                                          {L"AMEditMenu", [&] { return host.CriaAMEditMenu(); }},
+                                                                                          {L"Relatorios", [&] { return host.CriaRelatorios(); }},
+                                                                                          {L"Ajuda", [&] { return host.CriaAjuda(); }},
+                                                                                          {L"CFunGen", [&] { return host.CriaCFunGen(); }},
+                                                                                          {L"Mensagem", [&] { return host.CriaMensagem(); }},
+                                                                                          {L"DadosVor", [&] { return host.CriaDadosVor(); }},
+                                                                                          {L"Diretorios", [&] { return host.CriaDiretorios(); }},
+                                                                                          {L"ObjGlobalVor", [&] { return host.CriaObjGlobalVor(); }},
+                                                                                          {L"DocumentoPDF", [&] { return host.CriaDocumentoPDF(); }}};
+    for (const auto &[nome, cria] : classes) {
+        const Com<ObjetoAlheio> objeto = Alheio();
+        const ClasseRegistrada classe(objeto);
+        Diz(nome, classe.Identificador());
+        EXPECT_TRUE(Oferece(cria()) == ComoDispatch(objeto)) << ParaUtf8(nome);
+    }
 }
 
 class FormOferecidoTest : public HostWindowsTest {
@@ -522,6 +575,111 @@ TEST_F(FormOferecidoTest, FrmParent_IsTheHostsObjectAndIsAskedToCloseWithTheForm
     EXPECT_EQ(involucro.Pedidos, 1);
 }
 
+TEST_F(FormOferecidoTest, FecharJanelasAtivas_AsksAWrappingWindowOnceAndAgainWhenItStayed)
+{
+    JanelaDoHospedeiro involucro(L"Involucro");
+    const Com<ObjetoAlheio> parente = Alheio();
+    parente->Membro("hWnd", De(Numero(involucro.Manipulador())));
+    for (int vez = 1; vez <= 2; ++vez) {
+        form = Carrega<frmLimitesDif>();
+        Oferecido(form).Escreve("frmParent", Objeto(parente));
+        geral->FecharJanelasAtivas();
+        EXPECT_EQ(Plataforma()->NroForms(), 0);
+        Bombeia();
+        EXPECT_EQ(involucro.Pedidos, vez);
+    }
+}
+
+TEST_F(FormOferecidoTest, FecharJanelasAtivas_WithTwoWrappingWindows_AsksEach)
+{
+    JanelaDoHospedeiro um(L"Um");
+    JanelaDoHospedeiro outro(L"Outro");
+    for (JanelaDoHospedeiro *janela : {&um, &outro}) {
+        const Com<ObjetoAlheio> parente = Alheio();
+        parente->Membro("hWnd", De(Numero(janela->Manipulador())));
+        Oferecido(Carrega<frmLimitesDif>()).Escreve("frmParent", Objeto(parente));
+    }
+    geral->FecharJanelasAtivas();
+    Bombeia();
+    EXPECT_EQ(um.Pedidos, 1);
+    EXPECT_EQ(outro.Pedidos, 1);
+}
+
+TEST_F(FormOferecidoTest, Title_WithALetterThatTheCodePageHasNot_LosesThatAlone)
+{
+    JanelaDoHospedeiro involucro(L"Involucro");
+    const Com<ObjetoAlheio> parente = Alheio();
+    parente->Membro("hWnd", De(Numero(involucro.Manipulador())));
+    form = Carrega<frmLimitesDif>();
+    Oferecido(form).Escreve("frmParent", Objeto(parente));
+    geral->DefineTitulo(form, "Aferição 漢 A");
+    const bool temTodas = GetACP() == CP_UTF8;
+    EXPECT_EQ(involucro.Titulo(), temTodas ? L"Aferi\u00E7\u00E3o \u6F22 A" : L"Aferi\u00E7\u00E3o ? A");
+}
+
+TEST_F(FormOferecidoTest, FocusOrderAndState_AreAskedOfTheForm)
+{
+    const auto falso = FormNaTela();
+    const Tardio tardio = Oferecido(falso);
+    EXPECT_EQ(TextoDe(tardio.Chama<Variante>("ActiveControl").Bruta()), "DISPATCH:Nothing");
+    const auto controle = falso->Guarda(CriadoPeloHost<ITextBox>(falso, Chamado<AjustesTextBox>("txtUm")));
+    controle->SetFocus();
+    EXPECT_TRUE(LeObjeto(tardio.Chama<Variante>("ActiveControl").Bruta()) == Oferece(controle));
+    int focos = 0;
+    std::vector<std::int16_t> ordens;
+    const Conexao pediuFoco = falso->PediuFoco().liga([&] { ++focos; });
+    const Conexao pediuOrdem = falso->PediuOrdem().liga([&](std::int16_t posicao) { ordens.push_back(posicao); });
+    tardio.Chama("SetFocus");
+    EXPECT_EQ(focos, 1);
+    tardio.Chama("ZOrder");
+    tardio.Chama("ZOrder", std::int16_t{1});
+    EXPECT_EQ(ordens, (std::vector<std::int16_t>{0, 1}));
+    tardio.Escreve("WindowState", JanelaMinimizada);
+    EXPECT_EQ(falso->WindowState(), JanelaMinimizada);
+    EXPECT_EQ(TextoDe(tardio.Chama<Variante>("WindowState").Bruta()), "I2:1");
+    for (const auto &[medida, valor] :
+         std::vector<std::pair<const char *, std::int32_t>>{{"Left", 15}, {"Top", 30}, {"Width", 45}, {"Height", 60}}) {
+        tardio.Escreve(medida, valor);
+    }
+    EXPECT_EQ(falso->Left(), 15);
+    EXPECT_EQ(falso->Top(), 30);
+    EXPECT_EQ(falso->Width(), 45);
+    EXPECT_EQ(falso->Height(), 60);
+}
+
+TEST_F(FormOferecidoTest, Show_WithTheOwnerByItsName_IsInFrontOfThat)
+{
+    const JanelaDoHospedeiro outra(L"Outra");
+    const Com<ObjetoAlheio> dono = Alheio();
+    dono->Membro("hWnd", De(Numero(outra.Manipulador())));
+    form = Carrega<frmLimitesDif>();
+    const Com<IDispatch> oferecido = Oferece(form);
+    std::array<std::wstring, 2> nomes{L"Show", L"OwnerForm"};
+    std::array<LPOLESTR, 2> brutos{nomes[0].data(), nomes[1].data()};
+    std::array<DISPID, 2> numeros{};
+    ASSERT_EQ(oferecido->GetIDsOfNames(IID_NULL, brutos.data(), 2, 0, numeros.data()), S_OK);
+    Variante argumento = Objeto(dono);
+    DISPPARAMS parametros{&argumento.Bruta(), &numeros[1], 1, 1};
+    ASSERT_EQ(oferecido->Invoke(numeros[0], IID_NULL, 0, DISPATCH_METHOD, &parametros, nullptr, nullptr, nullptr),
+              S_OK);
+    EXPECT_TRUE(form->Visible());
+    EXPECT_EQ(GetWindow(Janela(Oferecido(form).Chama<std::int32_t>("hWnd")), GW_OWNER), outra.Manipulador());
+}
+
+TEST_F(FormOferecidoTest, Show_WithAFormOfTheModulesAsOwner_IsInFrontOfItsWindow)
+{
+    const Ref<IForm> dona = Carrega<frmLimitesDif>();
+    Oferecido(dona).Chama("Show");
+    form = Carrega<frmLimitesDif>();
+    Variante argumento;
+    V_VT(&argumento.Bruta()) = VT_DISPATCH;
+    V_DISPATCH(&argumento.Bruta()) = Oferece(dona).Solta();
+    Oferecido(form).Chama("Show", std::int16_t{0}, argumento);
+    const HWND janelaDaDona = Janela(Oferecido(dona).Chama<std::int32_t>("hWnd"));
+    ASSERT_TRUE(IsWindow(janelaDaDona));
+    EXPECT_EQ(GetWindow(Janela(Oferecido(form).Chama<std::int32_t>("hWnd")), GW_OWNER), janelaDaDona);
+}
+
 TEST_F(FormOferecidoTest, FrmParent_ThatIsTheMainForm_StaysWhenTheFormGoes)
 {
     form = Carrega<frmLimitesDif>();
@@ -555,10 +713,12 @@ TEST_F(HostWindowsTest, Municipios_AreThoseOfTheLocalDatabase)
     EXPECT_EQ(municipios[0].Codigo, 100);
     EXPECT_EQ(municipios[0].Nome, "Água Santa");
     EXPECT_EQ(municipios[1].Nome, "Canoas");
-    EXPECT_EQ(&logradouros.Municipios(), &municipios);
     EXPECT_EQ(diario.front(), "OpenRecordset MG BSTR:SELECT * FROM Municipio WHERE UF_MUNIC = 'RS' AND COD_RENAVAM > 0 "
                               "ORDER BY NOME_MUNICIPIO, I2:4, absent, absent");
     EXPECT_EQ(std::ranges::count(diario, "Close MG"), 1);
+    linha = 1; // read anew: another session may have another database
+    EXPECT_EQ(logradouros.Municipios().size(), 1U);
+    EXPECT_EQ(std::ranges::count(diario, "Close MG"), 2);
 }
 
 TEST_F(HostWindowsTest, Municipios_ThatCannotBeRead_AreNoneUntilTheyCan)

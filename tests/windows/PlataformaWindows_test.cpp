@@ -67,6 +67,41 @@ TEST_F(PlataformaWindowsTest, File_ThatCannotBeHad_IsTheFaultOfItsCase)
     EXPECT_FALSE(plataforma.ExisteArquivo(Em("pasta")));
 }
 
+TEST_F(PlataformaWindowsTest, SizeAndRemoval_WhereThereIsNoSuchFolderOrName_AreTheFaultsOfThePath)
+{
+    const auto tamanho = [&](const std::string &nome) {
+        return FalhaLancada([&] { plataforma.TamanhoArquivo(Em(nome)); }).Numero;
+    };
+    const auto apaga = [&](const std::string &nome) {
+        return FalhaLancada([&] { plataforma.ApagaArquivo(Em(nome)); }).Numero;
+    };
+    EXPECT_EQ(tamanho("falta\\a.bin"), 76);
+    EXPECT_EQ(apaga("falta\\a.bin"), 76);
+    EXPECT_EQ(tamanho("que?.bin"), 75);
+    EXPECT_EQ(apaga("que?.bin"), 75);
+    EXPECT_EQ(Grava("que?.bin"), 75);
+}
+
+TEST_F(PlataformaWindowsTest, ReadOnlyFile_IsReadAndStays)
+{
+    plataforma.GravaArquivo(Em("so.bin"), {1, 2});
+    const std::wstring arquivo = (pasta / L"so.bin").wstring();
+    ASSERT_TRUE(SetFileAttributesW(arquivo.c_str(), FILE_ATTRIBUTE_READONLY));
+    EXPECT_EQ(plataforma.TamanhoArquivo(Em("so.bin")), 2);
+    const HANDLE aberto = CreateFileW(arquivo.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    if (aberto != INVALID_HANDLE_VALUE) {
+        CloseHandle(aberto);
+        SetFileAttributesW(arquivo.c_str(), FILE_ATTRIBUTE_NORMAL);
+        GTEST_SKIP() << "the layer's user may write read-only files";
+    }
+    EXPECT_EQ(FalhaLancada([&] { plataforma.ApagaArquivo(Em("so.bin")); }).Numero, 70);
+    EXPECT_EQ(Grava("so.bin"), 70);
+    EXPECT_EQ(plataforma.TamanhoArquivo(Em("so.bin")), 2);
+    SetFileAttributesW(arquivo.c_str(), FILE_ATTRIBUTE_NORMAL);
+    plataforma.ApagaArquivo(Em("so.bin"));
+    EXPECT_FALSE(plataforma.ExisteArquivo(Em("so.bin")));
+}
+
 TEST_F(PlataformaWindowsTest, GravaArquivo_OverALongerFile_LeavesTheOldTail)
 {
     plataforma.GravaArquivo(Em("Aferição é.pdf"), {1, 2, 3, 4});

@@ -391,7 +391,7 @@ class Embrulho final : public Contado<IDispatch> {
             return DISP_E_MEMBERNOTFOUND;
         }
         if (escreve) {
-            if (parametros.cArgs != 1) {
+            if (parametros.cArgs != membro->Indices + 1) {
                 return DISP_E_BADPARAMCOUNT;
             }
         } else {

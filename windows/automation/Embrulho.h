@@ -133,6 +133,7 @@ struct MembroOferecido {
     std::vector<std::string> Argumentos{}; // names; of a method alone
     std::size_t Minimo = 0;                // arguments that must be there
     std::size_t Maximo = 0;
+    std::size_t Indices = 0;  // before the value that is written
     bool Propriedade = false; // whose arguments, if any, are an index of the object that it gives
     Acao Le{};                // a method or the reading of a property
     Acao Escreve{};           // of a property
@@ -224,6 +225,17 @@ template <class C> class Membros {
     template <class Escreve> void Escrita(const std::string &nome, Escreve escreve)
     {
         Junta(nome).Escreve = Escritor(escreve);
+    }
+    // What is written with an index, `object.name(index) = value`, of a member that was told before: its reading, or
+    // the method of the same arguments.
+    template <class Base, class I, class T> void EscritaComIndice(std::string_view nome, void (Base::*escreve)(I, T))
+    {
+        detalhe::MembroOferecido &membro = Acha(nome);
+        membro.Indices = 1;
+        membro.Escreve = [escreve](::Objeto &objeto, Chamada &chamada) {
+            (Este(objeto).*escreve)(chamada.template Le<detalhe::ValorDe<I>>(0),
+                                    chamada.template LeEscrito<detalhe::ValorDe<T>>());
+        };
     }
     // The same of functions that convert by themselves.
     void PropriedadeBruta(const std::string &nome, std::function<Variante(C &, Lado)> le,

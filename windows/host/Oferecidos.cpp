@@ -133,6 +133,8 @@ void OfereceControles()
         m.Metodo("TabCaption", &ISSTab::TabCaption, {"Tab"});
         m.Metodo("TabEnabled", &ISSTab::TabEnabled, {"Tab"});
         m.Metodo("TabVisible", &ISSTab::TabVisible, {"Tab"});
+        m.EscritaComIndice("TabEnabled", &ISSTab::DefineTabEnabled);
+        m.EscritaComIndice("TabVisible", &ISSTab::DefineTabVisible);
     });
     OfereceMembros<ICommonDialog>([](Membros<ICommonDialog> &m) {
         m.Herda<IControle>();
@@ -253,6 +255,10 @@ void OfereceLista()
         m.Metodo("MenuBloqueado", &IztList::MenuBloqueado, {"Chave", "Valor"});
         m.Metodo("MenuHabilitado", &IztList::MenuHabilitado, {"Chave", "Valor"});
         m.Metodo("MenuTexto", &IztList::MenuTexto, {"Chave", "Valor"});
+        m.EscritaComIndice("MenuVisivel", &IztList::MenuVisivel);
+        m.EscritaComIndice("MenuBloqueado", &IztList::MenuBloqueado);
+        m.EscritaComIndice("MenuHabilitado", &IztList::MenuHabilitado);
+        m.EscritaComIndice("MenuTexto", &IztList::MenuTexto);
         m.Escrita("EstiloMenu1", &IztList::EstiloMenu1);
         m.Escrita("EstiloMenu2", &IztList::EstiloMenu2);
         m.Escrita("BarraCriteriosAtiva", &IztList::BarraCriteriosAtiva);

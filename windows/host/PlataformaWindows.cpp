@@ -162,7 +162,10 @@ void PlataformaWindows::FechaInvolucro(const Ref<IForm> &form) const
 {
     const auto *alheio = dynamic_cast<const FormRemoto *>(form.Ponteiro());
     const HWND janela = alheio == nullptr ? nullptr : alheio->Manipulador();
-    if (janela != nullptr && janela != m_JanelaPrincipal()) {
+    // The shell unloads a form and then what wraps it: one request is enough until the window has got it.
+    MSG pendente;
+    if (janela != nullptr && janela != m_JanelaPrincipal() &&
+        PeekMessageW(&pendente, janela, WM_CLOSE, WM_CLOSE, PM_NOREMOVE | PM_QS_POSTMESSAGE) == FALSE) {
         PostMessageW(janela, WM_CLOSE, 0, 0);
     }
 }
