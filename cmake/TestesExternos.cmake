@@ -8,8 +8,11 @@ file(GLOB fontes_externo CONFIGURE_DEPENDS
     ${PROJECT_SOURCE_DIR}/tests/windows/externo/*.cpp
     ${PROJECT_SOURCE_DIR}/tests/windows/hostis/*.cpp
     ${PROJECT_SOURCE_DIR}/tests/windows/scripts/*.cpp)
-add_executable(teste_externo ${fontes_externo})
+add_executable(teste_externo ${fontes_externo} ${PROJECT_SOURCE_DIR}/docs/exemplos/windows/selecao.cpp)
 target_include_directories(teste_externo PRIVATE ${PROJECT_SOURCE_DIR})
+# The example in C++ has the interfaces from their type library.
+add_dependencies(teste_externo biblioteca_de_tipos)
+target_include_directories(teste_externo SYSTEM PRIVATE ${pasta_gerados})
 target_link_libraries(teste_externo PRIVATE
     GTest::gtest_main comctl32 oleaut32 ole32 uuid gdi32 user32 advapi32 psapi)
 if(TARGET ZTAVOREQUIP)
