@@ -1,6 +1,7 @@
 # The programs that stand outside of the component and know nothing of it but its identifiers: tests/windows/externo,
-# tests/windows/scripts and tests/windows/hostis. They write to the layer's registry and have its keyboard and mouse for
-# themselves, so each of them runs alone. Their pictures and figures go to the build folder.
+# tests/windows/scripts and tests/windows/hostis, and the examples of the guide for developers. They write to the layer's
+# registry and have its keyboard and mouse for themselves, so each of them runs alone. Their pictures and figures go to
+# the build folder.
 set(pasta_figuras ${PROJECT_BINARY_DIR}/figuras)
 file(MAKE_DIRECTORY ${pasta_figuras})
 

@@ -153,7 +153,8 @@ void Consulta(const Ref<_Geral> &geral, std::wstring &relato)
     Confere(especifica->CreateCVorEquip(consulta.Recebe()), especifica);
 
     // What the selection starts with: a code and a type, each of which may be empty, and the date of the infraction.
-    // With a date, only an equipment that has a calibration in force on that day can be chosen; 0 is none.
+    // With a date, only an equipment that has a calibration in force on that day can be chosen; 0 is none. The types
+    // are those of equipment that takes no pictures, as E.
     SYSTEMTIME dia = {};
     dia.wYear = 2026;
     dia.wMonth = 3;

@@ -16,7 +16,8 @@ End Sub
 ' Lets the person choose an equipment. True if one was chosen; consulta then tells which.
 Function Seleciona(consulta)
     ' What the selection starts with: a code and a type, each of which may be "", and the date of the infraction. With a
-    ' date, only an equipment that has a calibration in force on that day can be chosen.
+    ' date, only an equipment that has a calibration in force on that day can be chosen. The types are those of equipment
+    ' that takes no pictures, as E.
     Seleciona = consulta.SelecionaEquipamento("ET-04", "E", DateSerial(2026, 3, 19))
 End Function
 
@@ -53,13 +54,15 @@ Sub Trabalha()
     consulta.LimpaArqTemp
 End Sub
 
+' The number is the registry's or the host's own, the source the way that the fault took through the module.
+Sub RelataFalha(numero, fonte, descricao)
+    Relata "Falha", numero
+    Relata "Fonte", fonte
+    Relata "Descricao", descricao
+End Sub
+
 On Error Resume Next
 Trabalha
-If Err.Number <> 0 Then
-    ' The number is the registry's or the host's own, the source the way that the fault took through the module.
-    Relata "Falha", Err.Number
-    Relata "Fonte", Err.Source
-    Relata "Descricao", Err.Description
-End If
+If Err.Number <> 0 Then RelataFalha Err.Number, Err.Source, Err.Description
 ' A script that breaks off says nothing by itself: what does not end so did not end.
 Relata "FIM", "selecao"

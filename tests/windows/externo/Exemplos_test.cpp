@@ -72,6 +72,11 @@ class ExemplosTeste : public CasoExterno, public testing::WithParamInterface<Lin
         return GetParam() == Linguagem::Script ? Script(jornada) : Programa(jornada);
     }
 
+    // The seven answers, as both examples tell them.
+    static constexpr const char *Escolhido =
+        "NroIntEquip: 10\r\nCodigo: ET-04\r\nModelo: Modelo E\r\nVelocPerm: 60\r\nNroInmetro: 2002\r\n"
+        "MarcaInmetro: 12345678\r\nDtVerifInmetro: 10/1/2026\r\n";
+
     ComponenteExterno componente;
     HospedeiroExterno hospedeiro;
 };
@@ -82,8 +87,7 @@ TEST_P(ExemplosTeste, ChoosesAndPrints)
                   p.EsperaJanela("Equipamentos").EsperaLinhas(1).EsperaCelula(1, "Código", "ET-04");
                   p.ClicaLinha(1).Alt('O').EsperaFechar("Equipamentos");
               }),
-              "NroIntEquip: 10\r\nCodigo: ET-04\r\nModelo: Modelo E\r\nVelocPerm: 60\r\nNroInmetro: 2002\r\n"
-              "MarcaInmetro: 12345678\r\nDtVerifInmetro: 10/1/2026\r\nCertificado: -1\r\nFIM: selecao\r\n");
+              std::string(Escolhido) + "Certificado: -1\r\nFIM: selecao\r\n");
     EXPECT_EQ(hospedeiro.Livro.Primeira("EquiptoRN.lista2 "),
               "EquiptoRN.lista2 ListaEquiptoED{ClienteInc=\"Autoridade Municipal\", Codigo=\"ET-04\", "
               "TipoEquip=\"E\", Ativo=1, IndTrabFoto=2}");
@@ -106,14 +110,23 @@ TEST_P(ExemplosTeste, IsToldThatNothingWasChosen)
     EXPECT_FALSE(Existe(Deixado()));
 }
 
-// The certificate has no place to go: the answers stand, and the fault is told with number, source and description.
+// The host fails while the certificate is on its way: the answers stand, and the fault is told as the host raised it.
 TEST_P(ExemplosTeste, IsToldAFaultOfTheHost)
 {
-    hospedeiro.Classes.Aponta("Diretorios", "SistemaExterno.NaoHa");
+    hospedeiro.Classes.Oferece("SistemaExterno.SemPasta", [this] {
+        auto diretorios = ObjetoExterno::Novo("CDiretorios", hospedeiro.Livro);
+        diretorios->Faz("ObtemDiretorio", [](const ChamadaRecebida &) -> Var {
+            throw FalhaExterna{31234, "Hospedeiro.Interno", "A pasta não está à disposição"};
+        });
+        return Contado<IDispatch>(diretorios.Ponteiro());
+    });
+    hospedeiro.Classes.Aponta("Diretorios", "SistemaExterno.SemPasta");
     EXPECT_EQ(Roda([](PessoaExterna &p) {
                   p.EsperaJanela("Equipamentos").EsperaLinhas(1).ClicaLinha(1).Alt('O').EsperaFechar("Equipamentos");
               }),
-              "");
+              std::string(Escolhido) + "Falha: 31234\r\nFonte: Hospedeiro.Interno\r\n"
+                                       "Descricao: A pasta não está à disposição\r\nFIM: selecao\r\n");
+    EXPECT_TRUE(hospedeiro.Livro.Que("documento mostrado").empty());
 }
 
 INSTANTIATE_TEST_SUITE_P(Exemplos, ExemplosTeste, testing::Values(Linguagem::Script, Linguagem::Programa),
