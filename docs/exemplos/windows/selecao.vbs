@@ -2,7 +2,8 @@
 '
 ' Whoever runs this is a host that has the registry open: it created ZTAVOREQUIP.Geral, called Parametros, set
 ' ObjInterface and called Logon. To the script engine it adds one named item, Modulo, which is that object, and runs the
-' script in the thread of its windows. When the script has ended the host reads what came of it from the variable Relato.
+' script in the thread of its windows. When the script has ended, the host reads what came of it from the variable
+' Relato.
 ' The text of this file is plain, so that any code page reads it.
 Option Explicit
 
@@ -16,8 +17,8 @@ End Sub
 ' Lets the person choose an equipment. True if one was chosen; consulta then tells which.
 Function Seleciona(consulta)
     ' What the selection starts with: a code and a type, each of which may be "", and the date of the infraction. With a
-    ' date, only an equipment that has a calibration in force on that day can be chosen. The types are those of equipment
-    ' that takes no pictures, as E.
+    ' date, only an equipment that has a calibration in force on that day can be chosen. The types are those of
+    ' equipment that takes no pictures, as E.
     Seleciona = consulta.SelecionaEquipamento("ET-04", "E", DateSerial(2026, 3, 19))
 End Function
 
@@ -34,8 +35,8 @@ Sub RelataEscolha(consulta)
     Relata "DtVerifInmetro", Day(verificacao) & "/" & Month(verificacao) & "/" & Year(verificacao)
 End Sub
 
-' The certificate of the infraction with the keys 12 and A1, in the viewer. False if the services refused; they have then
-' said why.
+' The certificate of the infraction with the keys 12 and A1, in the viewer. False if the services refused; they have
+' then said why.
 Sub Imprime(consulta)
     Relata "Certificado", CInt(consulta.ImpCertificadoAfericaoEquipto(12, "A1", "Fulano"))
 End Sub
