@@ -1,6 +1,7 @@
 # The programs that stand outside of the component and know nothing of it but its identifiers: tests/windows/externo,
-# tests/windows/scripts and tests/windows/hostis. They write to the layer's registry and have its keyboard and mouse for
-# themselves, so each of them runs alone. Their pictures and figures go to the build folder.
+# tests/windows/scripts and tests/windows/hostis, and the examples of the guide for developers. They write to the layer's
+# registry and have its keyboard and mouse for themselves, so each of them runs alone. Their pictures and figures go to
+# the build folder.
 set(pasta_figuras ${PROJECT_BINARY_DIR}/figuras)
 file(MAKE_DIRECTORY ${pasta_figuras})
 
@@ -8,8 +9,11 @@ file(GLOB fontes_externo CONFIGURE_DEPENDS
     ${PROJECT_SOURCE_DIR}/tests/windows/externo/*.cpp
     ${PROJECT_SOURCE_DIR}/tests/windows/hostis/*.cpp
     ${PROJECT_SOURCE_DIR}/tests/windows/scripts/*.cpp)
-add_executable(teste_externo ${fontes_externo})
+add_executable(teste_externo ${fontes_externo} ${PROJECT_SOURCE_DIR}/docs/exemplos/windows/selecao.cpp)
 target_include_directories(teste_externo PRIVATE ${PROJECT_SOURCE_DIR})
+# The example in C++ has the interfaces from their type library.
+add_dependencies(teste_externo biblioteca_de_tipos)
+target_include_directories(teste_externo SYSTEM PRIVATE ${pasta_gerados})
 target_link_libraries(teste_externo PRIVATE
     GTest::gtest_main comctl32 oleaut32 ole32 uuid gdi32 user32 advapi32 psapi)
 if(TARGET ZTAVOREQUIP)
