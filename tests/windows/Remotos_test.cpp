@@ -306,24 +306,27 @@ TEST_F(RemotosTest, EveryOperation_GoesByItsNameWithItsArguments)
          texto,
          Com_<IoAppEXE>([](IoAppEXE &o) { EXPECT_EQ(o.ProductName(), "texto"); }),
          {"ProductName MG"}},
-        {"Bands",
+        {"Bands", objeto, Com_<IActBar>([](IActBar &o) { EXPECT_FALSE(o.Bands().Nada()); }), {"Bands MG"}},
+        {"Count", De(std::int32_t{2}), Com_<IBands>([](IBands &o) { EXPECT_EQ(o.Count(), 2); }), {"Count MG"}},
+        {"", objeto, Com_<IBands>([](IBands &o) { EXPECT_FALSE(o.ItemPosicao(1).Nada()); }), {"(value) MG I4:1"}},
+        {"", objeto, Com_<IBands>([](IBands &o) { EXPECT_FALSE(o.ItemNome("mnu").Nada()); }), {"(value) MG BSTR:mnu"}},
+        {"Item",
          objeto,
-         Com_<IActBar>([](IActBar &o) { EXPECT_FALSE(o.Bands()->ItemNome("mnu").Nada()); }),
-         {"Bands MG BSTR:mnu"}},
-        {"Bands",
-         objeto,
-         Com_<IActBar>([](IActBar &o) { EXPECT_FALSE(o.Bands()->ItemPosicao(1).Nada()); }),
-         {"Bands MG I4:1"}},
+         Com_<IBands>([](IBands &o) { EXPECT_FALSE(o.ItemNome("mnu").Nada()); }),
+         {"(value) MG BSTR:mnu", "Item MG BSTR:mnu"}},
         {"Name", texto, Com_<IBand>([](IBand &o) { EXPECT_EQ(o.Name(), "texto"); }), {"Name MG"}},
-        {"Tools",
-         objeto,
-         Com_<IBand>([](IBand &o) { EXPECT_FALSE(o.Tools()->ItemNome("mnuX").Nada()); }),
-         {"Tools MG BSTR:mnuX"}},
-        {"Tools",
-         objeto,
-         Com_<IBand>([](IBand &o) { EXPECT_FALSE(o.Tools()->ItemPosicao(0).Nada()); }),
-         {"Tools MG I4:0"}},
+        {"Tools", objeto, Com_<IBand>([](IBand &o) { EXPECT_FALSE(o.Tools().Nada()); }), {"Tools MG"}},
         {"TrackPopup", nada, Com_<IBand>([](IBand &o) { o.TrackPopup(10, 20); }), {"TrackPopup M I4:10, I4:20"}},
+        {"Count", De(std::int32_t{2}), Com_<ITools>([](ITools &o) { EXPECT_EQ(o.Count(), 2); }), {"Count MG"}},
+        {"", objeto, Com_<ITools>([](ITools &o) { EXPECT_FALSE(o.ItemPosicao(0).Nada()); }), {"(value) MG I4:0"}},
+        {"Item",
+         objeto,
+         Com_<ITools>([](ITools &o) { EXPECT_FALSE(o.ItemPosicao(0).Nada()); }),
+         {"(value) MG I4:0", "Item MG I4:0"}},
+        {"",
+         objeto,
+         Com_<ITools>([](ITools &o) { EXPECT_FALSE(o.ItemNome("mnuX").Nada()); }),
+         {"(value) MG BSTR:mnuX"}},
         {"Visible", sim, Com_<ITool>([](ITool &o) { EXPECT_TRUE(o.Visible()); }), {"Visible MG"}},
         {"Visible", nada, Com_<ITool>([](ITool &o) { o.DefineVisible(false); }), {"Visible P BOOL:0"}},
         {"Enabled", sim, Com_<ITool>([](ITool &o) { EXPECT_TRUE(o.Enabled()); }), {"Enabled MG"}},
@@ -810,11 +813,7 @@ TEST_F(ColecaoSemIndiceTest, Index_IsGivenToTheDefaultValueOfWhatItGives)
 {
     colecao->Membro("", Objeto(Alheio()));
     EXPECT_FALSE(Um<ICursor>(DonoDe("Fields"))->Fields("COD").Nada());
-    EXPECT_EQ(std::exchange(diario, {}), (Diario{"Fields MG BSTR:COD", "Fields MG", "(value) MG BSTR:COD"}));
-    EXPECT_FALSE(Um<IActBar>(DonoDe("Bands"))->Bands()->ItemNome("mnu").Nada());
-    EXPECT_EQ(std::exchange(diario, {}), (Diario{"Bands MG BSTR:mnu", "Bands MG", "(value) MG BSTR:mnu"}));
-    EXPECT_FALSE(Um<IBand>(DonoDe("Tools"))->Tools()->ItemPosicao(2).Nada());
-    EXPECT_EQ(std::exchange(diario, {}), (Diario{"Tools MG I4:2", "Tools MG", "(value) MG I4:2"}));
+    EXPECT_EQ(diario, (Diario{"Fields MG BSTR:COD", "Fields MG", "(value) MG BSTR:COD"}));
 }
 
 TEST_F(ColecaoSemIndiceTest, Index_IsGivenToItemWhereThereIsNoDefaultValue)
@@ -823,26 +822,6 @@ TEST_F(ColecaoSemIndiceTest, Index_IsGivenToItemWhereThereIsNoDefaultValue)
     EXPECT_FALSE(Um<ICursor>(DonoDe("Fields"))->Fields("COD").Nada());
     EXPECT_EQ(std::exchange(diario, {}),
               (Diario{"Fields MG BSTR:COD", "Fields MG", "(value) MG BSTR:COD", "Item MG BSTR:COD"}));
-    EXPECT_FALSE(Um<IActBar>(DonoDe("Bands"))->Bands()->ItemPosicao(0).Nada());
-    EXPECT_EQ(std::exchange(diario, {}), (Diario{"Bands MG I4:0", "Bands MG", "(value) MG I4:0", "Item MG I4:0"}));
-    EXPECT_FALSE(Um<IBand>(DonoDe("Tools"))->Tools()->ItemNome("mnuX").Nada());
-    EXPECT_EQ(std::exchange(diario, {}),
-              (Diario{"Tools MG BSTR:mnuX", "Tools MG", "(value) MG BSTR:mnuX", "Item MG BSTR:mnuX"}));
-}
-
-TEST_F(ColecaoSemIndiceTest, Count_IsOfWhatTheMemberGives)
-{
-    colecao->Membro("Count", De(std::int32_t{2}));
-    EXPECT_EQ(Um<IActBar>(DonoDe("Bands"))->Bands()->Count(), 2);
-    EXPECT_EQ(Um<IBand>(DonoDe("Tools"))->Tools()->Count(), 2);
-    EXPECT_EQ(diario, (Diario{"Bands MG", "Count MG", "Tools MG", "Count MG"}));
-}
-
-TEST_F(RemotosTest, BandsThatAreNothing_AreFault91)
-{
-    const Com<ObjetoAlheio> barra = Alheio();
-    barra->Membro("Bands", De(Ref<::Objeto>()));
-    EXPECT_EQ(FalhaLancada([&] { Um<IActBar>(barra)->Bands()->Count(); }).Numero, 91);
 }
 
 TEST_F(RemotosTest, FaultOfTheHost_KeepsItsNumber)

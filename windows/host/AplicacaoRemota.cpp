@@ -16,30 +16,13 @@ class ToolRemoto : public Remoto<ITool> {
     void DefineEnabled(bool valor) override { Tardio(*this).Escreve("Enabled", valor); }
 };
 
-// An indexed collection that a member of an object of the host gives. It is asked for nothing before it is used: an
-// index goes with the request of the member, as programs of the platform send it.
-template <class Colecao, class Item> class ColecaoDeMembro : public Colecao {
+class ToolsRemoto : public Remoto<ITools> {
   public:
-    template <class Dono>
-    ColecaoDeMembro(Dono &dono, std::string_view nome) : m_Vivo(Eu(dono)),
-                                                         m_Dono(dono),
-                                                         m_Nome(nome)
-    {
-    }
-    std::string_view NomeTipo() const override { return m_Nome; }
+    using Remoto::Remoto;
 
-    std::int32_t Count() const override
-    {
-        const Tardio colecao(LeObjeto(Tardio(m_Dono).Chama<Variante>(m_Nome).Bruta()));
-        return colecao.Chama<std::int32_t>("Count");
-    }
-    Ref<Item> ItemPosicao(std::int32_t posicao) override { return Elemento<Item>(m_Dono, m_Nome, posicao); }
-    Ref<Item> ItemNome(const std::string &nome) override { return Elemento<Item>(m_Dono, m_Nome, nome); }
-
-  private:
-    Ref<::Objeto> m_Vivo;
-    const ObjetoRemoto &m_Dono;
-    std::string_view m_Nome;
+    std::int32_t Count() const override { return Tardio(*this).Chama<std::int32_t>("Count"); }
+    Ref<ITool> ItemPosicao(std::int32_t posicao) override { return Elemento<ITool>(Tardio(*this), posicao); }
+    Ref<ITool> ItemNome(const std::string &nome) override { return Elemento<ITool>(Tardio(*this), nome); }
 };
 
 class BandRemoto : public Remoto<IBand> {
@@ -47,15 +30,24 @@ class BandRemoto : public Remoto<IBand> {
     using Remoto::Remoto;
 
     std::string Name() const override { return Tardio(*this).Chama<std::string>("Name"); }
-    Ref<ITools> Tools() override { return Novo<ColecaoDeMembro<ITools, ITool>>(*this, "Tools"); }
+    Ref<ITools> Tools() override { return Tardio(*this).Chama<Ref<ITools>>("Tools"); }
     void TrackPopup(std::int32_t x, std::int32_t y) override { Tardio(*this).Chama("TrackPopup", x, y); }
+};
+
+class BandsRemoto : public Remoto<IBands> {
+  public:
+    using Remoto::Remoto;
+
+    std::int32_t Count() const override { return Tardio(*this).Chama<std::int32_t>("Count"); }
+    Ref<IBand> ItemPosicao(std::int32_t posicao) override { return Elemento<IBand>(Tardio(*this), posicao); }
+    Ref<IBand> ItemNome(const std::string &nome) override { return Elemento<IBand>(Tardio(*this), nome); }
 };
 
 class ActBarRemoto : public Remoto<IActBar> {
   public:
     using Remoto::Remoto;
 
-    Ref<IBands> Bands() override { return Novo<ColecaoDeMembro<IBands, IBand>>(*this, "Bands"); }
+    Ref<IBands> Bands() override { return Tardio(*this).Chama<Ref<IBands>>("Bands"); }
 };
 
 class FormMDIRemoto : public Remoto<IFormMDI> {
@@ -212,7 +204,9 @@ class ItemMenuRemoto : public Remoto<ItemMenuModulo> {
 void RegistraAplicacaoRemota()
 {
     RegistraRemoto<ITool, ToolRemoto>();
+    RegistraRemoto<ITools, ToolsRemoto>();
     RegistraRemoto<IBand, BandRemoto>();
+    RegistraRemoto<IBands, BandsRemoto>();
     RegistraRemoto<IActBar, ActBarRemoto>();
     RegistraRemoto<IFormMDI, FormMDIRemoto>();
     RegistraRemoto<IoAppEXE, AppEXERemoto>();
