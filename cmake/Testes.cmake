@@ -23,7 +23,8 @@ function(adiciona_teste sala)
                 target_link_libraries(teste_windows PRIVATE componente)
             endif()
             set(parte windows.nativo)
-            list(APPEND propriedades RESOURCE_LOCK teclado) # one window at a time has it
+            # One window at a time has it; a thousand of them take their time.
+            list(APPEND propriedades RESOURCE_LOCK teclado TIMEOUT 900)
         else()
             target_link_libraries(teste_${sala} PRIVATE travessia)
             add_dependencies(teste_${sala} ZTVORLIB)

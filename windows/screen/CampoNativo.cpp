@@ -67,6 +67,8 @@ CampoNativo::CampoNativo(HWND janela, std::function<void(const std::string &, st
       m_Editou(std::move(editou))
 {
     SendMessageW(m_Janela, EM_SETLIMITTEXT, 0, 0); // limits are the controls' affair
+    // The room that its place has beside the text is the cursor's: a short field would scroll its first letter away.
+    SendMessageW(m_Janela, EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, 0);
 }
 
 std::wstring CampoNativo::Texto() const
