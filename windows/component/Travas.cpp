@@ -6,6 +6,8 @@
 // used, and never gives it back, so that every loading of the component would leave some behind. These have none, and
 // need no end. They are laid out as the library's are, which were compiled without knowing of these.
 
+namespace nativo {
+
 extern "C" {
 
 struct TravaUmaVez {
@@ -138,3 +140,5 @@ int __gthr_win32_recursive_mutex_unlock(TravaRepetivel *trava)
 }
 
 } // extern "C"
+
+} // namespace nativo
