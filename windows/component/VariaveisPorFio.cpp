@@ -7,9 +7,9 @@
 #include <cstring>
 #include <new>
 
-namespace __gnu_cxx {
-void __freeres(); // of the compiler's library: its store for exceptions without memory
-}
+// Of the compiler's library, by the name that the linker has for __gnu_cxx::__freeres: frees its store for exceptions
+// without memory.
+extern "C" void _ZN9__gnu_cxx9__freeresEv();
 
 // The variables of which each thread has its own: the compiler's own support for them here takes a slot of the process
 // for every library that uses one, as the one that throws does, and never gives it back, so that after a thousand times
@@ -57,7 +57,7 @@ void WINAPI Libera(void *dados)
     if (lugar != FLS_OUT_OF_INDEXES) {
         FlsFree(lugar);
     }
-    __gnu_cxx::__freeres(); // it is taken at each load, and given back by nobody
+    _ZN9__gnu_cxx9__freeresEv(); // it is taken at each load, and given back by nobody
 }
 
 DWORD Lugar()
