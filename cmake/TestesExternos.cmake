@@ -19,13 +19,22 @@ target_link_libraries(teste_externo PRIVATE
 if(TARGET ZTAVOREQUIP)
     add_dependencies(teste_externo ZTAVOREQUIP)
 endif()
-gtest_discover_tests(teste_externo
-    DISCOVERY_MODE PRE_TEST
-    DISCOVERY_TIMEOUT 60
-    NO_PRETTY_VALUES
-    TEST_PREFIX windows.externo.
-    WORKING_DIRECTORY ${PROJECT_SOURCE_DIR}
-    PROPERTIES FIXTURES_REQUIRED camada RUN_SERIAL TRUE TIMEOUT 900 ENVIRONMENT FIGURAS=Z:${pasta_figuras})
+# Loading and unloading needs neither registry nor keyboard, and takes as long as a good part of the others together.
+set(cargas HostisTeste.LoadedAndUnloaded*)
+foreach(quais "${cargas}" "-${cargas}")
+    set(propriedades FIXTURES_REQUIRED camada TIMEOUT 900 ENVIRONMENT FIGURAS=Z:${pasta_figuras})
+    if(quais MATCHES "^-")
+        list(APPEND propriedades RUN_SERIAL TRUE)
+    endif()
+    gtest_discover_tests(teste_externo
+        DISCOVERY_MODE PRE_TEST
+        DISCOVERY_TIMEOUT 60
+        NO_PRETTY_VALUES
+        TEST_FILTER "${quais}"
+        TEST_PREFIX windows.externo.
+        WORKING_DIRECTORY ${PROJECT_SOURCE_DIR}
+        PROPERTIES ${propriedades})
+endforeach()
 
 # What a late-bound call costs.
 if(TARGET hospedeiro_windows)
