@@ -595,6 +595,20 @@ TEST_F(PublicosTeste, Faults_WithoutAPlaceForThem_AreStillCodes)
     EXPECT_EQ(codigo, static_cast<HRESULT>(0x800A005B));
 }
 
+TEST_F(PublicosTeste, Invoke_WithAReferenceToItselfOrToNothing_TellsWhichArgument)
+{
+    VARIANT circulo{};
+    V_VT(&circulo) = VT_BYREF | VT_VARIANT;
+    V_VARIANTREF(&circulo) = &circulo;
+    VARIANT nada{};
+    V_VT(&nada) = VT_BYREF | VT_BSTR;
+    for (const VARIANT &errado : {circulo, nada}) {
+        const Resultado feito = Invoca(*Geral.Ponteiro(), 16, DISPATCH_METHOD, {errado}, {});
+        EXPECT_EQ(feito.Codigo, DISP_E_TYPEMISMATCH);
+        EXPECT_EQ(feito.Errado, 0U);
+    }
+}
+
 TEST_F(PublicosTeste, Table_WithNullPlaces_RefusesThem)
 {
     VARIANT texto{};

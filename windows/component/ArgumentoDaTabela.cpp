@@ -12,17 +12,10 @@
 namespace nativo {
 namespace {
 
-// The innermost of references to general values.
+// What references to general values lead to, to be written to.
 VARIANT &Referido(const VARIANT &variante)
 {
-    auto *atual = const_cast<VARIANT *>(&variante);
-    while (V_VT(atual) == (VT_BYREF | VT_VARIANT) && V_BYREF(atual) != nullptr) {
-        atual = V_VARIANTREF(atual);
-    }
-    if ((V_VT(atual) & VT_BYREF) != 0 && V_BYREF(atual) == nullptr) {
-        throw Falha(NumeroFalha::TipoIncompativel);
-    }
-    return *atual;
+    return const_cast<VARIANT &>(detalhe::Referido(variante));
 }
 
 // The object behind a value; empty for a value that is none.

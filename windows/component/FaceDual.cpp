@@ -66,23 +66,6 @@ bool MesmoNome(const std::wstring &nome, const wchar_t *outro)
     return CompareStringOrdinal(nome.c_str(), -1, outro, -1, TRUE) == CSTR_EQUAL;
 }
 
-// Whether the fault is one of the argument itself, and not of an object that was asked for its value.
-bool EhDoArgumento(std::int32_t numero)
-{
-    switch (numero) {
-    case NumeroFalha::Estouro:
-    case NumeroFalha::SubscritoForaDoIntervalo:
-    case NumeroFalha::TipoIncompativel:
-    case NumeroFalha::ObjetoNaoDefinido:
-    case NumeroFalha::NuloInvalido:
-    case NumeroFalha::ObjetoNecessario:
-    case NumeroFalha::MembroInexistente:
-        return true;
-    default:
-        return numero == NumeroDe(E_NOINTERFACE);
-    }
-}
-
 } // namespace
 
 std::shared_ptr<const FaceDual> FaceDual::De(REFIID iid)
@@ -260,19 +243,19 @@ HRESULT FaceDual::Executa(IDispatch &objeto, const Membro &membro, const DISPPAR
                                         [&](const VARIANT &este) { return &este == &dado; });
         recusado = static_cast<UINT>(lugar - parametros.rgvarg);
         const bool dada = recusado < parametros.cArgs;
-        const bool ausente = detalhe::EhAusente(dado);
-        if (ausente && !parametro.Opcional) {
-            recusado = dada ? recusado : 0;
-            return dada || parametros.cNamedArgs > 0 ? DISP_E_PARAMNOTOPTIONAL : DISP_E_BADPARAMCOUNT;
-        }
         try {
+            const bool ausente = detalhe::EhAusente(dado);
+            if (ausente && !parametro.Opcional) {
+                recusado = dada ? recusado : 0;
+                return dada || parametros.cNamedArgs > 0 ? DISP_E_PARAMNOTOPTIONAL : DISP_E_BADPARAMCOUNT;
+            }
             argumentos.push_back(ArgumentoDaTabela::De(ausente ? parametro.Padrao.Bruta() : dado, parametro.Tipo,
                                                        parametro.PorReferencia));
         } catch (const Falha &falha) {
-            if (!EhDoArgumento(falha.Numero)) {
+            if (!EhDoArgumento(falha)) {
                 throw;
             }
-            return falha.Numero == NumeroFalha::Estouro ? DISP_E_OVERFLOW : DISP_E_TYPEMISMATCH;
+            return CodigoDoArgumento(falha);
         }
     }
 
