@@ -138,4 +138,27 @@ void Preferencias::DefinePastaDasCabecas(const std::string &pasta)
     Grava(APastaDasCabecas, Q(pasta));
 }
 
+std::string Preferencias::Texto(const QString &chave) const
+{
+    return S(m_Guardadas.value(chave).toString());
+}
+
+void Preferencias::GuardaTexto(const QString &chave, const std::string &texto)
+{
+    if (texto.empty()) {
+        m_Guardadas.remove(chave);
+    } else {
+        m_Guardadas.setValue(chave, Q(texto));
+    }
+}
+
+void Preferencias::EsqueceTextos(const QString &comeco)
+{
+    for (const QString &chave : m_Guardadas.allKeys()) {
+        if (chave.startsWith(comeco)) {
+            m_Guardadas.remove(chave);
+        }
+    }
+}
+
 } // namespace mesa

@@ -50,6 +50,12 @@ class Preferencias {
     std::string PastaDasCabecas() const;
     void DefinePastaDasCabecas(const std::string &pasta);
 
+    // Texts that others keep here, each under its key: empty when there is none; an empty one forgets. They are a
+    // comfort: what cannot be written is lost without a word.
+    std::string Texto(const QString &chave) const;
+    void GuardaTexto(const QString &chave, const std::string &texto);
+    void EsqueceTextos(const QString &comeco);
+
   private:
     void Grava(const QString &chave, const QString &valor);
 

@@ -46,6 +46,8 @@ class CamadaQt : public ICamada {
     std::function<std::vector<ClienteOferecido>()> Clientes;
     Ref<ILogradouros> Logradouros;
     std::function<void(const std::string &topico, QWidget *dono)> Ajuda;
+    // Of who is at work, from sign-in to sign-out; Nothing otherwise.
+    Ref<ILembrancas> Lembrancas;
 
     Ref<IJanela> FazJanela(const Ref<IForm> &form, TipoDeJanela tipo, const Ref<IJanela> &dono,
                            const PedidosDaJanela &pedidos) override;

@@ -4,6 +4,7 @@
 #include "tela/EscolhaDeCliente.h"
 #include "tela/EscolhaDeEndereco.h"
 #include "tela/ICamada.h"
+#include "tela/ILembrancas.h"
 #include "tela/Pessoa.h"
 
 #include <QWidget>
@@ -21,6 +22,7 @@ struct AoRedorDoForm {
     std::function<std::vector<ClienteOferecido>()> Clientes;
     Ref<ILogradouros> Logradouros;
     Ref<MemoriaDeEnderecos> Memoria;
+    Ref<ILembrancas> Lembrancas = nullptr; // nothing is remembered then
 };
 
 // The window of one form of the module: drawn from its description, its widgets bound by name to the form's controls.

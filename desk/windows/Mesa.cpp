@@ -1,6 +1,7 @@
 #include "desk/windows/Mesa.h"
 
 #include "desk/host/Administracao.h"
+#include "desk/host/Lembrancas.h"
 #include "desk/host/MinhaSenha.h"
 #include "desk/host/MotivoDaCorrecao.h"
 #include "desk/host/Titulo.h"
@@ -320,6 +321,7 @@ void Mesa::Entra(const Ref<SessaoServico> &sessao)
 {
     sessao->PerguntaMotivo([this](const std::string &oQue) { return PedeMotivo(oQue); });
     m_Host->Entra(sessao);
+    m_Camada->Lembrancas = Novo<Lembrancas>(m_Preferencias, m_Servicos->Identificador(), sessao->Operador().Usuario);
     m_Geral->Logon(m_Host->objMTM(), m_Host->objSCA(), "");
     LimpaCertificados();
     HabilitaFerramentas();
@@ -351,6 +353,7 @@ void Mesa::Sai()
     LimpaCertificados();
     NaBorda([this] { m_Geral->Logoff(); });
     m_Host->Sai();
+    m_Camada->Lembrancas = nullptr;
     HabilitaFerramentas();
     m_Usuario->setText("Ninguém entrou");
     m_Cliente->clear();
