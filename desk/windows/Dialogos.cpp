@@ -1,5 +1,7 @@
 #include "desk/windows/Dialogos.h"
 
+#include "desk/windows/Acessibilidade.h"
+
 #include <QHBoxLayout>
 #include <QIcon>
 #include <QLabel>
@@ -34,6 +36,7 @@ QWidget *FazCabeca(const QString &titulo, const QString &frase, QWidget *dono)
 QLabel *FazAviso(QWidget *dono)
 {
     QLabel *aviso = FazTexto("aviso", "", dono);
+    aviso->setAccessibleDescription("Erro");
     aviso->setStyleSheet("color: #a4161a");
     return aviso;
 }
@@ -41,6 +44,7 @@ QLabel *FazAviso(QWidget *dono)
 void MostraAviso(QLabel &aviso, const QString &texto)
 {
     aviso.setText(texto);
+    Anuncia(aviso);
     QWidget *janela = aviso.window();
     if (QLayout *leiaute = janela->layout()) {
         leiaute->activate();

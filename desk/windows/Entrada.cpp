@@ -60,6 +60,7 @@ void Entrada::Monta()
     tudo->addWidget(FazCabeca("Registro de Equipamentos", frase, this));
     if (m_Servicos->Tipo() == TipoDeRegistro::Amostra) {
         QLabel *amostra = FazTexto("amostra", "AMOSTRA: equipamentos e usuários inventados. Nada disso vale.", this);
+        amostra->setAccessibleDescription("Aviso");
         amostra->setStyleSheet("font-weight: bold; color: #9a3412");
         tudo->addWidget(amostra);
     }
