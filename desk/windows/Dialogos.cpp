@@ -1,5 +1,7 @@
 #include "desk/windows/Dialogos.h"
 
+#include "desk/windows/Cores.h"
+
 #include <QHBoxLayout>
 #include <QIcon>
 #include <QLabel>
@@ -34,7 +36,7 @@ QWidget *FazCabeca(const QString &titulo, const QString &frase, QWidget *dono)
 QLabel *FazAviso(QWidget *dono)
 {
     QLabel *aviso = FazTexto("aviso", "", dono);
-    aviso->setStyleSheet("color: #a4161a");
+    Colore(*aviso, Cor::Erro);
     return aviso;
 }
 

@@ -8,6 +8,7 @@
 #include "desk/services/Calendario.h"
 #include "desk/services/Permissoes.h"
 #include "desk/windows/ConsultaAutuacao.h"
+#include "desk/windows/Cores.h"
 #include "desk/windows/Cortina.h"
 #include "desk/windows/Dialogos.h"
 #include "desk/windows/Entrada.h"
@@ -76,7 +77,7 @@ Mesa::Mesa(Ref<Servicos> servicos, std::filesystem::path diretorio, std::functio
     setWindowTitle(Q(TituloDoRegistro(*m_Servicos)));
     setWindowIcon(QIcon(":/icones/equipamentos.svg"));
     resize(1280, 820);
-    m_Area->setBackground(QColor("#dfe6ee"));
+    SeguePaleta(*m_Area, [this] { m_Area->setBackground(CorDe(Cor::Area)); });
     setCentralWidget(m_Area);
 
     m_Janelas->Descarrega = [this](const Ref<IForm> &form) { m_Host->Plataforma()->Descarrega(form); };
