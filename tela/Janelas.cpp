@@ -224,7 +224,7 @@ bool Janelas::MostraPDF(const std::string &caminho, bool modal)
     };
     const Ref<IJanela> visor = m_Camada->FazVisor(caminho, Frente(), fechou);
     if (!visor) {
-        Avisa("O arquivo '" + caminho + "' não é um documento PDF que possa ser aberto.", "Documento");
+        Avisa("O arquivo '" + caminho + "' não é um documento PDF que possa ser aberto.", "Registro de Equipamentos");
         return false;
     }
     if (modal) {

@@ -99,8 +99,7 @@ void Entrada::Tenta()
 
 void Entrada::Troca()
 {
-    if (PerguntaSimNao("Trocar de usuário",
-                       "As janelas de " + Q(m_Travada->Nome) +
+    if (PerguntaSimNao("As janelas de " + Q(m_Travada->Nome) +
                            " serão fechadas, e o que não foi salvo nelas se perde. Trocar de usuário?",
                        this)) {
         m_PediuTroca = true;

@@ -301,7 +301,7 @@ bool Mesa::PedeAteQueEntre()
         }
         const Ref<SessaoServico> sessao = entrada.Sessao();
         if (!sessao->AvisoDeRelogio().empty()) {
-            AvisaEmCaixa("Relógio", Q(sessao->AvisoDeRelogio()), this);
+            AvisaEmCaixa(Q(sessao->AvisoDeRelogio()), this);
         }
         if (!sessao->DeveTrocarSenha() || TrocaMinhaSenha(sessao, true)) {
             Entra(sessao);
@@ -570,8 +570,7 @@ void Mesa::RestauraRegistro()
     const QString copia = QFileDialog::getOpenFileName(this, "Restaurar uma cópia do registro", {},
                                                        "Cópias do registro (*.db);;Todos os arquivos (*)");
     if (!copia.isEmpty() &&
-        PerguntaSimNao("Restaurar",
-                       "A mesa será fechada, e o que não foi salvo se perde. O registro voltará a ser o que era "
+        PerguntaSimNao("A mesa será fechada, e o que não foi salvo se perde. O registro voltará a ser o que era "
                        "quando a cópia foi feita; o de agora fica guardado ao lado. Restaurar a cópia " +
                            copia + "?",
                        this)) {

@@ -464,9 +464,10 @@ TEST_F(JanelasTest, MostraPDF_OfWhatIsNone_TellsThePerson)
     m_Camada->AbrePDF = false;
     m_Janelas->DefineEspera(true);
     EXPECT_FALSE(m_Janelas->MostraPDF("C:\\a.txt", false));
-    EXPECT_EQ(Vistos(),
-              (Textos{"espera", "não espera", "pdf C:\\a.txt",
-                      "avisa Documento: O arquivo 'C:\\a.txt' não é um documento PDF que possa ser aberto."}));
+    EXPECT_EQ(
+        Vistos(),
+        (Textos{"espera", "não espera", "pdf C:\\a.txt",
+                "avisa Registro de Equipamentos: O arquivo 'C:\\a.txt' não é um documento PDF que possa ser aberto."}));
 }
 
 TEST_F(JanelasTest, MostraPDF_Modal_IsInFrontUntilItIsClosed)
