@@ -56,8 +56,6 @@ constexpr int MinutoEmMilissegundos = 60000;
 constexpr int EsperaDaTroca = 50; // milliseconds
 constexpr std::int32_t MinutosDeDescanso = 5;
 constexpr int EntreOlhares = 5000; // of whether somebody is there, milliseconds
-constexpr const char *FerramentaFotografica = "mnuModVOREquiptos";
-constexpr const char *FerramentaDemais = "mnuModNABEquiptos";
 
 } // namespace
 
@@ -126,24 +124,27 @@ Mesa::~Mesa()
     InstalaHost(nullptr);
 }
 
-QAction *Mesa::AdicionaFerramenta(QMenu *menu, const QString &texto, const QString &nome)
+QAction *Mesa::AdicionaFerramenta(QMenu *menu, const Ferramenta &ferramenta)
 {
-    QAction *acao = menu->addAction(QIcon(":/icones/equipamentos.svg"), texto);
-    acao->setObjectName(nome);
-    const std::string ferramenta = S(nome);
-    connect(acao, &QAction::triggered, this, [this, ferramenta] { NaBorda([&] { m_Geral->ClickMenu(ferramenta); }); });
-    m_Ferramentas[ferramenta] = acao;
+    QAction *acao = menu->addAction(QIcon(":/icones/equipamentos.svg"), Q(ferramenta.NoMenu));
+    acao->setObjectName(Q(ferramenta.Nome));
+    acao->setShortcut(QKeySequence(Q(ferramenta.Atalho)));
+    connect(acao, &QAction::triggered, this, [this, &ferramenta] { AbreFerramenta(ferramenta); });
+    m_Ferramentas[ferramenta.Nome] = acao;
     return acao;
+}
+
+void Mesa::AbreFerramenta(const Ferramenta &ferramenta)
+{
+    m_Janelas->Distingue(ferramenta.Qual, [&] { m_Geral->ClickMenu(ferramenta.Nome); });
 }
 
 void Mesa::MontaMenus()
 {
     QMenu *equipamentos = menuBar()->addMenu("&Equipamentos");
-    QAction *fotos =
-        AdicionaFerramenta(equipamentos, "Equipamentos com trabalho &fotográfico...", FerramentaFotografica);
-    fotos->setShortcut(QKeySequence("Ctrl+1"));
-    QAction *demais = AdicionaFerramenta(equipamentos, "&Demais equipamentos...", FerramentaDemais);
-    demais->setShortcut(QKeySequence("Ctrl+2"));
+    for (const Ferramenta &ferramenta : Ferramentas()) {
+        AdicionaFerramenta(equipamentos, ferramenta);
+    }
     equipamentos->addSeparator();
     m_Consulta = equipamentos->addAction(QIcon(":/icones/consulta.svg"), "&Consulta para autuação...");
     m_Consulta->setObjectName("consultaAutuacao");
@@ -175,8 +176,9 @@ void Mesa::MontaMenus()
     barra->setObjectName("ferramentas");
     barra->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     barra->setMovable(false);
-    barra->addAction(fotos);
-    barra->addAction(demais);
+    for (const Ferramenta &ferramenta : Ferramentas()) {
+        barra->addAction(m_Ferramentas[ferramenta.Nome]);
+    }
     barra->addAction(m_Consulta);
 }
 
