@@ -135,7 +135,7 @@ void JanelaForm::MostraForm()
     if (m_Encerrando) {
         return;
     }
-    setWindowTitle(m_Texto.isEmpty() ? Q(m_Form->Caption()) : m_Texto);
+    setWindowTitle(Q(TextoDaMoldura(m_Texto.isEmpty() ? m_Form->Caption() : S(m_Texto), m_AoRedor.Qual)));
     setEnabled(m_Form->Enabled());
     if (!m_Form->Icone().empty()) {
         setWindowIcon(QIcon(":/icones/" + Q(m_Form->Icone()).toLower() + ".svg"));

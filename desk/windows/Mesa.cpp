@@ -8,6 +8,7 @@
 #include "desk/services/Calendario.h"
 #include "desk/services/Permissoes.h"
 #include "desk/windows/ConsultaAutuacao.h"
+#include "desk/windows/Cores.h"
 #include "desk/windows/Cortina.h"
 #include "desk/windows/Dialogos.h"
 #include "desk/windows/Entrada.h"
@@ -55,8 +56,6 @@ constexpr int MinutoEmMilissegundos = 60000;
 constexpr int EsperaDaTroca = 50; // milliseconds
 constexpr std::int32_t MinutosDeDescanso = 5;
 constexpr int EntreOlhares = 5000; // of whether somebody is there, milliseconds
-constexpr const char *FerramentaFotografica = "mnuModVOREquiptos";
-constexpr const char *FerramentaDemais = "mnuModNABEquiptos";
 
 } // namespace
 
@@ -76,7 +75,7 @@ Mesa::Mesa(Ref<Servicos> servicos, std::filesystem::path diretorio, std::functio
     setWindowTitle(Q(TituloDoRegistro(*m_Servicos)));
     setWindowIcon(QIcon(":/icones/equipamentos.svg"));
     resize(1280, 820);
-    m_Area->setBackground(QColor("#dfe6ee"));
+    SeguePaleta(*m_Area, [this] { m_Area->setBackground(CorDe(Cor::Area)); });
     setCentralWidget(m_Area);
 
     m_Janelas->Descarrega = [this](const Ref<IForm> &form) { m_Host->Plataforma()->Descarrega(form); };
@@ -125,24 +124,27 @@ Mesa::~Mesa()
     InstalaHost(nullptr);
 }
 
-QAction *Mesa::AdicionaFerramenta(QMenu *menu, const QString &texto, const QString &nome)
+QAction *Mesa::AdicionaFerramenta(QMenu *menu, const Ferramenta &ferramenta)
 {
-    QAction *acao = menu->addAction(QIcon(":/icones/equipamentos.svg"), texto);
-    acao->setObjectName(nome);
-    const std::string ferramenta = S(nome);
-    connect(acao, &QAction::triggered, this, [this, ferramenta] { NaBorda([&] { m_Geral->ClickMenu(ferramenta); }); });
-    m_Ferramentas[ferramenta] = acao;
+    QAction *acao = menu->addAction(QIcon(":/icones/equipamentos.svg"), Q(ferramenta.NoMenu));
+    acao->setObjectName(Q(ferramenta.Nome));
+    acao->setShortcut(QKeySequence(Q(ferramenta.Atalho)));
+    connect(acao, &QAction::triggered, this, [this, &ferramenta] { AbreFerramenta(ferramenta); });
+    m_Ferramentas[ferramenta.Nome] = acao;
     return acao;
+}
+
+void Mesa::AbreFerramenta(const Ferramenta &ferramenta)
+{
+    m_Janelas->Distingue(ferramenta.Qual, [&] { m_Geral->ClickMenu(ferramenta.Nome); });
 }
 
 void Mesa::MontaMenus()
 {
     QMenu *equipamentos = menuBar()->addMenu("&Equipamentos");
-    QAction *fotos =
-        AdicionaFerramenta(equipamentos, "Equipamentos com trabalho &fotográfico...", FerramentaFotografica);
-    fotos->setShortcut(QKeySequence("Ctrl+1"));
-    QAction *demais = AdicionaFerramenta(equipamentos, "&Demais equipamentos...", FerramentaDemais);
-    demais->setShortcut(QKeySequence("Ctrl+2"));
+    for (const Ferramenta &ferramenta : Ferramentas()) {
+        AdicionaFerramenta(equipamentos, ferramenta);
+    }
     equipamentos->addSeparator();
     m_Consulta = equipamentos->addAction(QIcon(":/icones/consulta.svg"), "&Consulta para autuação...");
     m_Consulta->setObjectName("consultaAutuacao");
@@ -174,8 +176,9 @@ void Mesa::MontaMenus()
     barra->setObjectName("ferramentas");
     barra->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     barra->setMovable(false);
-    barra->addAction(fotos);
-    barra->addAction(demais);
+    for (const Ferramenta &ferramenta : Ferramentas()) {
+        barra->addAction(m_Ferramentas[ferramenta.Nome]);
+    }
     barra->addAction(m_Consulta);
 }
 
@@ -300,7 +303,7 @@ bool Mesa::PedeAteQueEntre()
         }
         const Ref<SessaoServico> sessao = entrada.Sessao();
         if (!sessao->AvisoDeRelogio().empty()) {
-            AvisaEmCaixa("Relógio", Q(sessao->AvisoDeRelogio()), this);
+            AvisaEmCaixa(Q(sessao->AvisoDeRelogio()), this);
         }
         if (!sessao->DeveTrocarSenha() || TrocaMinhaSenha(sessao, true)) {
             Entra(sessao);
@@ -569,8 +572,7 @@ void Mesa::RestauraRegistro()
     const QString copia = QFileDialog::getOpenFileName(this, "Restaurar uma cópia do registro", {},
                                                        "Cópias do registro (*.db);;Todos os arquivos (*)");
     if (!copia.isEmpty() &&
-        PerguntaSimNao("Restaurar",
-                       "A mesa será fechada, e o que não foi salvo se perde. O registro voltará a ser o que era "
+        PerguntaSimNao("A mesa será fechada, e o que não foi salvo se perde. O registro voltará a ser o que era "
                        "quando a cópia foi feita; o de agora fica guardado ao lado. Restaurar a cópia " +
                            copia + "?",
                        this)) {

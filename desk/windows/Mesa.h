@@ -2,6 +2,7 @@
 
 #include "desk/host/AtosDoRegistro.h"
 #include "desk/host/CuidadosDoDia.h"
+#include "desk/host/Ferramentas.h"
 #include "desk/host/Ficha.h"
 #include "desk/host/HostMesa.h"
 #include "desk/host/Ociosidade.h"
@@ -74,7 +75,8 @@ class Mesa : public QMainWindow {
   private:
     void MontaMenus();
     void MontaEstado();
-    QAction *AdicionaFerramenta(QMenu *menu, const QString &texto, const QString &nome);
+    QAction *AdicionaFerramenta(QMenu *menu, const Ferramenta &ferramenta);
+    void AbreFerramenta(const Ferramenta &ferramenta);
     void HabilitaFerramentas();
     void MontaMenuUsuario(QMenu *menu);
     void MontaMenuRegistro();
