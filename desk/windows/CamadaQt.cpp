@@ -58,8 +58,6 @@ class JanelaQt : public WidgetDeJanela {
     void Mostra() override
     {
         if (!m_Filha.isNull()) {
-            const QSize comBorda = m_Janela->size() + QSize(16, 40);
-            m_Filha->resize(comBorda.boundedTo(m_Filha->mdiArea()->viewport()->size()));
             m_Filha->show();
         } else {
             m_Janela->show();

@@ -7,6 +7,7 @@
 #include "desk/host/Titulo.h"
 #include "desk/services/Calendario.h"
 #include "desk/services/Permissoes.h"
+#include "desk/windows/AreaDeTrabalho.h"
 #include "desk/windows/ConsultaAutuacao.h"
 #include "desk/windows/Cores.h"
 #include "desk/windows/Cortina.h"
@@ -18,6 +19,8 @@
 #include "desk/windows/JanelaDaCabeca.h"
 #include "desk/windows/JanelaDeRelato.h"
 #include "desk/windows/JanelaDeTrabalho.h"
+#include "desk/windows/LugarDasJanelas.h"
+#include "desk/windows/TextoQueCede.h"
 #include "host/Conversoes.h"
 #include "host/Texto.h"
 #include "shell/Especifica.h"
@@ -66,7 +69,7 @@ Mesa::Mesa(Ref<Servicos> servicos, std::filesystem::path diretorio, std::functio
       m_Ociosidade(preferencias.MinutosAteTravar(), agora),
       m_Descanso(MinutosDeDescanso, agora),
       m_Agora(agora),
-      m_Area(new QMdiArea(this)),
+      m_Area(new AreaDeTrabalho(this)),
       m_Camada(Novo<CamadaQt>(m_Area)),
       m_Janelas(Novo<Janelas>(m_Camada)),
       m_Host(Novo<HostMesa>(m_Janelas, std::move(diretorio), std::move(agora)))
@@ -117,6 +120,7 @@ Mesa::~Mesa()
 {
     qApp->removeEventFilter(this);
     ParaCuidado();
+    DefineLembrancas(nullptr);
     m_Janelas->TiraTodas(); // what they still have to say would come after the module's end
     m_Geral->Encerra();
     m_Geral = nullptr;
@@ -228,11 +232,10 @@ void Mesa::DefineAtos(AtosDoRegistro atos)
 void Mesa::MontaMenuJanela()
 {
     m_MenuJanela = menuBar()->addMenu("&Janela");
-    m_MenuJanela->addAction("Lado a &lado", m_Area, &QMdiArea::tileSubWindows);
-    m_MenuJanela->addAction("Em &cascata", m_Area, &QMdiArea::cascadeSubWindows);
-    m_MenuJanela->addSeparator();
-    m_MenuJanela->addAction("&Próxima", QKeySequence("Ctrl+F6"), m_Area, &QMdiArea::activateNextSubWindow);
-    m_MenuJanela->addAction("&Anterior", QKeySequence("Ctrl+Shift+F6"), m_Area, &QMdiArea::activatePreviousSubWindow);
+    m_MenuJanela->addAction("&Próxima", m_Area, &QMdiArea::activateNextSubWindow)
+        ->setShortcuts({QKeySequence("Ctrl+F6"), QKeySequence("Ctrl+Tab")});
+    m_MenuJanela->addAction("&Anterior", m_Area, &QMdiArea::activatePreviousSubWindow)
+        ->setShortcuts({QKeySequence("Ctrl+Shift+F6"), QKeySequence("Ctrl+Shift+Tab")});
     m_MenuJanela->addSeparator();
     m_MenuJanela->addAction("&Fechar", m_Area, &QMdiArea::closeActiveSubWindow);
     m_MenuJanela->addAction("Fechar &todas", m_Area, &QMdiArea::closeAllSubWindows);
@@ -244,7 +247,8 @@ void Mesa::MontaMenuJanela()
         }
         int numero = 0;
         for (QMdiSubWindow *filha : m_Area->subWindowList()) {
-            QAction *acao = m_MenuJanela->addAction(QString("&%1 %2").arg(++numero).arg(filha->windowTitle()));
+            QAction *acao =
+                m_MenuJanela->addAction(QString("&%1 %2").arg(++numero).arg(filha->windowTitle().replace("&", "&&")));
             acao->setCheckable(true);
             acao->setChecked(filha == m_Area->activeSubWindow());
             connect(acao, &QAction::triggered, m_Area, [this, filha] { m_Area->setActiveSubWindow(filha); });
@@ -254,12 +258,8 @@ void Mesa::MontaMenuJanela()
 
 void Mesa::MontaEstado()
 {
-    m_Usuario = new QLabel(this);
-    m_Cliente = new QLabel(this);
-    m_Conferencia = new QLabel(this);
-    m_Replica = new QLabel(this);
-    for (QLabel *rotulo : {m_Usuario, m_Cliente, m_Conferencia, m_Replica}) {
-        rotulo->setTextFormat(Qt::PlainText);
+    for (QLabel **rotulo : {&m_Usuario, &m_Cliente, &m_Conferencia, &m_Replica}) {
+        *rotulo = new TextoQueCede(this);
     }
     m_Forcar = new QPushButton(this);
     m_Usuario->setObjectName("estadoUsuario");
@@ -324,7 +324,8 @@ void Mesa::Entra(const Ref<SessaoServico> &sessao)
 {
     sessao->PerguntaMotivo([this](const std::string &oQue) { return PedeMotivo(oQue); });
     m_Host->Entra(sessao);
-    m_Camada->Lembrancas = Novo<Lembrancas>(m_Preferencias, m_Servicos->Identificador(), sessao->Operador().Usuario);
+    DefineLembrancas(Novo<Lembrancas>(m_Preferencias, m_Servicos->Identificador(), sessao->Operador().Usuario));
+    LugarDasJanelas::DaAplicacao().Restaura(*this);
     m_Geral->Logon(m_Host->objMTM(), m_Host->objSCA(), "");
     LimpaCertificados();
     HabilitaFerramentas();
@@ -338,6 +339,12 @@ void Mesa::Entra(const Ref<SessaoServico> &sessao)
     m_Ociosidade.Usa();
     m_Vigia->start();
     m_Nivel = std::max(1, QThread::currentThread()->loopLevel());
+}
+
+void Mesa::DefineLembrancas(const Ref<ILembrancas> &lembrancas)
+{
+    m_Camada->Lembrancas = lembrancas;
+    LugarDasJanelas::DaAplicacao().DefineLembrancas(lembrancas);
 }
 
 void Mesa::Sai()
@@ -356,7 +363,8 @@ void Mesa::Sai()
     LimpaCertificados();
     NaBorda([this] { m_Geral->Logoff(); });
     m_Host->Sai();
-    m_Camada->Lembrancas = nullptr;
+    LugarDasJanelas::DaAplicacao().Guarda(*this);
+    DefineLembrancas(nullptr);
     HabilitaFerramentas();
     m_Usuario->setText("Ninguém entrou");
     m_Cliente->clear();
@@ -676,7 +684,6 @@ void Mesa::AbreConsulta()
     QMdiSubWindow *filha = m_Area->addSubWindow(consulta);
     filha->setAttribute(Qt::WA_DeleteOnClose);
     filha->setWindowIcon(consulta->windowIcon());
-    filha->setGeometry(60, 20, 560, 600);
     filha->show();
 }
 

@@ -110,6 +110,8 @@ class Mesa : public QMainWindow {
     void LimpaCertificados();
     void MostraSobre();
     void GuardaLugar();
+    // What is remembered of who works here, from now on.
+    void DefineLembrancas(const Ref<ILembrancas> &lembrancas);
     void NaBorda(const std::function<void()> &acao) { m_Janelas->NaBorda(acao); }
 
     Ref<Servicos> m_Servicos;
