@@ -679,8 +679,8 @@ void Mesa::AtualizaReplica()
 void Mesa::AbreConsulta()
 {
     auto *consulta = new ConsultaAutuacao(
-        m_Geral->CEspecifica()->CreateCVorEquip(), [this](const std::function<void()> &acao) { NaBorda(acao); },
-        nullptr);
+        [this] { return m_Geral->CEspecifica()->CreateCVorEquip(); },
+        [this](const std::function<void()> &acao) { NaBorda(acao); }, nullptr);
     QMdiSubWindow *filha = m_Area->addSubWindow(consulta);
     filha->setAttribute(Qt::WA_DeleteOnClose);
     filha->setWindowIcon(consulta->windowIcon());

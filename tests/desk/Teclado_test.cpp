@@ -386,8 +386,7 @@ TEST_F(TecladoTeste, QueryOfAnotherModule_ByKeys)
         t.Alt('S').EsperaJanela("frmLista");
         t.TabAte("ztlLista/linhas").EsperaLinha("ztlLista", 1, "B1");
         t.Alt('O').EsperaJanela("ConsultaAutuacao").EsperaTexto("resultado", "Equipamento selecionado.");
-        t.EsperaTexto("resposta7", "10/01/2026");
-        t.TabAte("codOat").Escreve(afericao);
+        t.EsperaTexto("resposta7", "10/01/2026").EsperaTexto("codOat", afericao);
         t.Alt('I').EsperaJanela("VisorPDF");
         t.Tecla(Qt::Key_Escape).EsperaTexto("resultado", "Certificado aberto.");
     });
