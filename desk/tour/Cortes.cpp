@@ -1,5 +1,7 @@
 #include "desk/tour/Cortes.h"
 
+#include "desk/windows/TextoQueCede.h"
+
 #include <QAbstractItemView>
 #include <QAbstractScrollArea>
 #include <QApplication>
@@ -88,6 +90,9 @@ QString DoRotulo(const QLabel &rotulo)
     const QSize lugar = rotulo.contentsRect().size() - QSize(margem, margem);
     if (!rotulo.pixmap().isNull()) {
         return Compara("imagem", rotulo.pixmap().deviceIndependentSize().toSize(), lugar);
+    }
+    if (dynamic_cast<const TextoQueCede *>(&rotulo) != nullptr) {
+        return {};
     }
     const QString texto = rotulo.text();
     const bool rico =

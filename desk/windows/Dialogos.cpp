@@ -1,6 +1,8 @@
 #include "desk/windows/Dialogos.h"
 
+#include "desk/host/Titulo.h"
 #include "desk/windows/Acessibilidade.h"
+#include "desk/windows/Cores.h"
 
 #include <QHBoxLayout>
 #include <QIcon>
@@ -10,6 +12,18 @@
 #include <QVBoxLayout>
 
 namespace mesa {
+
+namespace {
+
+void MostraCaixa(QMessageBox::Icon icone, const QString &frase, QWidget *dono)
+{
+    QMessageBox caixa(icone, TituloDosAvisos, frase, QMessageBox::NoButton, dono);
+    caixa.setTextFormat(Qt::PlainText);
+    caixa.addButton("&OK", QMessageBox::AcceptRole);
+    caixa.exec();
+}
+
+} // namespace
 
 QWidget *FazCabeca(const QString &titulo, const QString &frase, QWidget *dono)
 {
@@ -36,8 +50,7 @@ QWidget *FazCabeca(const QString &titulo, const QString &frase, QWidget *dono)
 QLabel *FazAviso(QWidget *dono)
 {
     QLabel *aviso = FazTexto("aviso", "", dono);
-    aviso->setAccessibleDescription("Erro");
-    aviso->setStyleSheet("color: #a4161a");
+    Colore(*aviso, Cor::Erro);
     return aviso;
 }
 
@@ -73,9 +86,9 @@ QPushButton *FazBotao(const QString &nome, const QString &texto, QWidget *dono)
     return botao;
 }
 
-bool PerguntaSimNao(const QString &titulo, const QString &pergunta, QWidget *dono)
+bool PerguntaSimNao(const QString &pergunta, QWidget *dono)
 {
-    QMessageBox caixa(QMessageBox::Question, titulo, pergunta, QMessageBox::NoButton, dono);
+    QMessageBox caixa(QMessageBox::Question, TituloDasPerguntas, pergunta, QMessageBox::NoButton, dono);
     caixa.setTextFormat(Qt::PlainText);
     const QPushButton *sim = caixa.addButton("&Sim", QMessageBox::YesRole);
     QPushButton *nao = caixa.addButton("&Não", QMessageBox::NoRole);
@@ -85,12 +98,14 @@ bool PerguntaSimNao(const QString &titulo, const QString &pergunta, QWidget *don
     return caixa.clickedButton() == sim;
 }
 
-void AvisaEmCaixa(const QString &titulo, const QString &frase, QWidget *dono)
+void AvisaEmCaixa(const QString &frase, QWidget *dono)
 {
-    QMessageBox caixa(QMessageBox::Warning, titulo, frase, QMessageBox::NoButton, dono);
-    caixa.setTextFormat(Qt::PlainText);
-    caixa.addButton("&OK", QMessageBox::AcceptRole);
-    caixa.exec();
+    MostraCaixa(QMessageBox::Warning, frase, dono);
+}
+
+void InformaEmCaixa(const QString &frase, QWidget *dono)
+{
+    MostraCaixa(QMessageBox::Information, frase, dono);
 }
 
 QBoxLayout *EmLinha(std::initializer_list<QPushButton *> botoes)

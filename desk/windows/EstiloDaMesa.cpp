@@ -1,5 +1,7 @@
 #include "desk/windows/EstiloDaMesa.h"
 
+#include "desk/windows/Cores.h"
+
 #include <QAbstractScrollArea>
 #include <QEvent>
 #include <QPainter>
@@ -30,7 +32,7 @@ void EstiloDaMesa::drawControl(ControlElement elemento, const QStyleOption *opca
     QProxyStyle::drawControl(elemento, opcao, pincel, widget);
     if (elemento == CE_ShapedFrame && (opcao->state & State_HasFocus) &&
         qobject_cast<const QAbstractScrollArea *>(widget) != nullptr) {
-        pincel->setPen(opcao->palette.color(QPalette::Highlight));
+        pincel->setPen(CorDe(Cor::Foco, opcao->palette));
         pincel->drawRect(opcao->rect.adjusted(0, 0, -1, -1));
     }
 }

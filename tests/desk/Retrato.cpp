@@ -61,7 +61,8 @@ QStringList ForaDaMedida(const QWidget &janela)
     if (janela.width() < janela.minimumSizeHint().width() || janela.height() < janela.minimumSizeHint().height()) {
         defeitos << "window: " + Medida(janela.size()) + " for " + Medida(janela.minimumSizeHint());
     }
-    const QSize menor = janela.size().expandedTo(janela.minimumSize());
+    // One on a tab is as large as the main window makes it.
+    const QSize menor = janela.isWindow() ? janela.size().expandedTo(janela.minimumSize()) : janela.minimumSizeHint();
     if (menor.width() > TelaPequena.width() || menor.height() > TelaPequena.height()) {
         defeitos << "too large for a small screen: " + Medida(menor);
     }
