@@ -84,6 +84,7 @@ void PaginaQt::MontaCriterios(QVBoxLayout *tudo)
     linha->addWidget(localizar, 0, Qt::AlignBottom);
     linha->addStretch(1);
     tudo->addLayout(linha);
+    setTabOrder(localizar, m_Linhas);
     connect(localizar, &QPushButton::clicked, this, [this] {
         m_Criterios->Recolhe();
         Carrega();
@@ -235,12 +236,12 @@ void PaginaQt::ComArquivo(const ComandoDaPagina &comando)
 bool PaginaQt::Confirma(const std::string &comando)
 {
     const std::string pergunta = m_Pagina->Pergunta(comando, Escolhida());
-    return pergunta.empty() || PerguntaSimNao("Administração", Q(pergunta), this);
+    return pergunta.empty() || PerguntaSimNao(Q(pergunta), this);
 }
 
 void PaginaQt::Recusa(const std::string &frase)
 {
-    AvisaEmCaixa("Administração", Q(frase), this);
+    AvisaEmCaixa(Q(frase), this);
 }
 
 } // namespace mesa
