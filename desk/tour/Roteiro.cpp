@@ -485,7 +485,7 @@ void Roteiro::ConsultaParaAutuacao()
         m_Condutor.ConfereTexto("resposta3", codigo);
     });
     m_Condutor.Passo("Certificado da aferição", [&] {
-        m_Condutor.Digita("codOat", daAfericao("NroIntAfericao"));
+        m_Condutor.ConfereTexto("codOat", daAfericao("NroIntAfericao"));
         m_Condutor.Clica("imprimir");
         m_Condutor.EsperaJanela("VisorPDF");
         m_Condutor.EsperaPaginas("paginas");
