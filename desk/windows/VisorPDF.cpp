@@ -292,7 +292,7 @@ void VisorPDF::Imprime()
         como = ImprimePDF(*m_Documento, m_Paginas->Atual(), impressora, segue);
     });
     if (como == Impressao::Falhou) {
-        AvisaEmCaixa("Imprimir documento", "Não foi possível imprimir nesta impressora.", this);
+        AvisaEmCaixa("Não foi possível imprimir nesta impressora.", this);
     }
 }
 
@@ -306,7 +306,7 @@ void VisorPDF::SalvaComo()
     arquivo.open(QIODevice::WriteOnly);
     arquivo.write(m_Bytes.data());
     if (!arquivo.commit()) {
-        AvisaEmCaixa("Salvar documento", "Não foi possível salvar o documento em " + destino + ".", this);
+        AvisaEmCaixa("Não foi possível salvar o documento em " + destino + ".", this);
     }
 }
 
