@@ -77,6 +77,7 @@ Mesa::Mesa(Ref<Servicos> servicos, std::filesystem::path diretorio, std::functio
     setObjectName("Mesa");
     setWindowTitle(Q(TituloDoRegistro(*m_Servicos)));
     setWindowIcon(QIcon(":/icones/equipamentos.svg"));
+    LugarDasJanelas::DaAplicacao(); // before any window is shown
     resize(1280, 820);
     SeguePaleta(*m_Area, [this] { m_Area->setBackground(CorDe(Cor::Area)); });
     setCentralWidget(m_Area);
