@@ -322,6 +322,7 @@ void Mesa::Entra(const Ref<SessaoServico> &sessao)
     sessao->PerguntaMotivo([this](const std::string &oQue) { return PedeMotivo(oQue); });
     m_Host->Entra(sessao);
     m_Camada->Lembrancas = Novo<Lembrancas>(m_Preferencias, m_Servicos->Identificador(), sessao->Operador().Usuario);
+    m_Camada->Usuario = sessao->Operador().Nome;
     m_Geral->Logon(m_Host->objMTM(), m_Host->objSCA(), "");
     LimpaCertificados();
     HabilitaFerramentas();
@@ -465,7 +466,8 @@ void Mesa::MostraPreferencias()
 void Mesa::AbreAdministracao(int pagina)
 {
     JanelaAdministracao janela(
-        Administracao(m_Host->Servico()), pagina, [this](const std::function<void()> &acao) { NaBorda(acao); }, this);
+        Administracao(m_Host->Servico()), pagina, [this](const std::function<void()> &acao) { NaBorda(acao); },
+        {m_Camada->Usuario, m_Camada->Lembrancas}, this);
     m_Janelas->MostraEEspera(Novo<DialogoQt>(&janela));
 }
 
