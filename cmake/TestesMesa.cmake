@@ -32,7 +32,7 @@ set_tests_properties(mesa.roteiro PROPERTIES
     ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QT_LOGGING_RULES=qt.qpa.*=false")
 
 # The commands at the root, as far as they answer without building.
-foreach(comando IN ITEMS run test)
+foreach(comando IN ITEMS run test pacote)
     add_test(NAME mesa.${comando}_ajuda
         COMMAND sh -c "\"$0\" --help </dev/null | grep -q -F \"./${comando} [\"" ${PROJECT_SOURCE_DIR}/${comando})
     add_test(NAME mesa.${comando}_opcao_desconhecida
@@ -41,3 +41,11 @@ endforeach()
 add_test(NAME mesa.run_opcao_sem_valor
     COMMAND sh -c "\"$0\" --dados </dev/null >/dev/null 2>&1; test $? -eq 2" ${PROJECT_SOURCE_DIR}/run)
 add_test(NAME mesa.run_sem_tela COMMAND ${PROJECT_SOURCE_DIR}/tests/desk/run_sem_tela.sh ${PROJECT_SOURCE_DIR})
+
+# The package, in a clean system. It is of the plain program: the sanitizers' libraries are no dependency of anybody.
+if(NOT CMAKE_CXX_FLAGS MATCHES "-f(sanitize|profile)")
+    add_test(NAME mesa.pacote
+        COMMAND ${PROJECT_SOURCE_DIR}/tests/desk/pacote.sh ${PROJECT_SOURCE_DIR} $<TARGET_FILE:registro-de-equipamentos>
+                ${PROJECT_VERSION} ${PROJECT_BINARY_DIR}/pacote)
+    set_tests_properties(mesa.pacote PROPERTIES SKIP_RETURN_CODE 77 TIMEOUT 600)
+endif()

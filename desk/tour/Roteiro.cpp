@@ -461,7 +461,7 @@ void Roteiro::ConsultaParaAutuacao()
             m_Condutor.Digita("codigo", semVigente);
             m_Condutor.Clica("buscar");
             m_Condutor.Responde("Equipamento não possui Aferição Vigente para a data de Infração.", "OK");
-            m_Condutor.ConfereTexto("resposta3", codigo);
+            m_Condutor.ConfereTexto("resposta3", "");
         });
     }
     m_Condutor.Passo("Busca pelo código", [&] {
@@ -471,7 +471,7 @@ void Roteiro::ConsultaParaAutuacao()
         m_Condutor.ConfereTexto("resposta3", codigo);
     });
     m_Condutor.Passo("Certificado da aferição", [&] {
-        m_Condutor.Digita("codOat", daAfericao("NroIntAfericao"));
+        m_Condutor.ConfereTexto("codOat", daAfericao("NroIntAfericao"));
         m_Condutor.Clica("imprimir");
         m_Condutor.EsperaJanela("VisorPDF");
         m_Condutor.EsperaPaginas("paginas");

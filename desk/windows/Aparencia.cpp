@@ -1,5 +1,8 @@
 #include "desk/windows/Aparencia.h"
 
+#include "desk/windows/Acessibilidade.h"
+#include "desk/windows/EstiloDaMesa.h"
+
 #include <QApplication>
 #include <QLibraryInfo>
 #include <QLocale>
@@ -9,7 +12,8 @@ namespace mesa {
 
 void PreparaAparencia(QApplication &aplicacao)
 {
-    QApplication::setStyle("Fusion");
+    QApplication::setStyle(new EstiloDaMesa);
+    PreparaAcessibilidade();
     QLocale::setDefault(QLocale(QLocale::Portuguese, QLocale::Brazil));
     auto *tradutor = new QTranslator(&aplicacao);
     if (tradutor->load("qtbase_pt_BR", QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {

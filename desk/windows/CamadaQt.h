@@ -51,7 +51,7 @@ class CamadaQt : public ICamada {
     std::string Usuario; // as it stands on what is printed
 
     Ref<IJanela> FazJanela(const Ref<IForm> &form, TipoDeJanela tipo, const Ref<IJanela> &dono,
-                           const PedidosDaJanela &pedidos) override;
+                           const PedidosDaJanela &pedidos, const DistincaoDeJanela &qual) override;
     void MostraEspera(bool espera) override;
     void ProcessaMensagens() override;
     std::int32_t LarguraTela() const override;

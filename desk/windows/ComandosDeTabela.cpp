@@ -3,6 +3,7 @@
 #include "desk/services/TextoQt.h"
 #include "desk/windows/Dialogos.h"
 #include "desk/windows/ImpressaoDeTabela.h"
+#include "desk/windows/Impressora.h"
 #include "desk/windows/JanelaDasColunas.h"
 #include "tela/ComandosDeLista.h"
 #include "tela/Twips.h"
@@ -63,7 +64,7 @@ ComandosDeTabela::ComandosDeTabela(QTableView *tabela, QuemUsa quem, std::string
     titulos->setSectionResizeMode(QHeaderView::Interactive);
     titulos->setMinimumSectionSize(m_Tabela->fontMetrics().averageCharWidth() * 4);
     titulos->setContextMenuPolicy(Qt::CustomContextMenu);
-    titulos->setToolTip("Clique ordena; arraste muda a coluna de lugar; o botão direito escolhe as colunas.");
+    titulos->setToolTip("Arraste muda a coluna de lugar; o botão direito escolhe as colunas.");
     connect(titulos, &QHeaderView::customContextMenuRequested, this,
             [this](const QPoint &onde) { MenuDoTitulo(m_Tabela->horizontalHeader()->mapToGlobal(onde)); });
     connect(titulos, &QHeaderView::sectionResized, this, [this](int coluna, int, int largura) {
@@ -310,6 +311,7 @@ void ComandosDeTabela::Imprime()
         impressa.Linhas.push_back(Textos(linha));
     }
     QPrinter impressora(QPrinter::HighResolution);
+    PreparaImpressora(impressora);
     impressora.setDocName(cabeca.Titulo);
     if (largura > LarguraDeUmaFolhaEmPe) {
         impressora.setPageOrientation(QPageLayout::Landscape);
@@ -325,8 +327,7 @@ void ComandosDeTabela::Imprime()
     impressa.Rodape = "Impresso em " + QDateTime::currentDateTime().toString("dd/MM/yyyy HH:mm") +
                       (m_Quem.Nome.empty() ? QString() : " por " + Q(m_Quem.Nome));
     if (!ImpressaoDeTabela(impressa, impressora).Imprime()) {
-        AvisaEmCaixa("Imprimir lista", "Não foi possível imprimir. Confira a impressora e as páginas pedidas.",
-                     m_Tabela->window());
+        AvisaEmCaixa("Não foi possível imprimir. Confira a impressora e as páginas pedidas.", m_Tabela->window());
     }
 }
 

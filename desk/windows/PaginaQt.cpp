@@ -122,7 +122,7 @@ void PaginaQt::Filtra()
     for (int linha = 0; linha < m_Linhas->rowCount(); ++linha) {
         std::string chave;
         for (const std::int32_t coluna : vistas) {
-            FiltroDeLinhas::Acrescenta(chave, S(m_Linhas->item(linha, coluna - 1)->text()));
+            FiltroDeLinhas::Acrescenta(chave, S(m_Linhas->model()->index(linha, coluna - 1).data().toString()));
         }
         m_Linhas->setRowHidden(linha, !filtro.Aceita(chave));
     }
@@ -151,6 +151,7 @@ void PaginaQt::MontaCriterios(QVBoxLayout *tudo)
     linha->addWidget(localizar, 0, Qt::AlignBottom);
     linha->addStretch(1);
     tudo->addLayout(linha);
+    setTabOrder(localizar, m_Linhas);
     connect(localizar, &QPushButton::clicked, this, [this] {
         m_Criterios->Recolhe();
         Carrega();
@@ -306,12 +307,12 @@ void PaginaQt::ComArquivo(const ComandoDaPagina &comando)
 bool PaginaQt::Confirma(const std::string &comando)
 {
     const std::string pergunta = m_Pagina->Pergunta(comando, Escolhida());
-    return pergunta.empty() || PerguntaSimNao("Administração", Q(pergunta), this);
+    return pergunta.empty() || PerguntaSimNao(Q(pergunta), this);
 }
 
 void PaginaQt::Recusa(const std::string &frase)
 {
-    AvisaEmCaixa("Administração", Q(frase), this);
+    AvisaEmCaixa(Q(frase), this);
 }
 
 } // namespace mesa

@@ -189,7 +189,7 @@ void RenderLista::MontaTabela()
     m_Tabela->horizontalHeader()->setSectionsClickable(true);
     m_Tabela->horizontalHeader()->setSortIndicatorShown(true);
     m_Tabela->horizontalHeader()->setHighlightSections(false);
-    m_Tabela->setAccessibleName("Lista");
+    m_Tabela->setAccessibleName(Widget()->accessibleName());
     connect(m_Tabela->horizontalHeader(), &QHeaderView::sectionClicked, this,
             [this](int coluna) { Ordena(coluna + 1); });
     connect(m_Tabela, &QTableView::customContextMenuRequested, this, [this](const QPoint &onde) { AbreMenu(onde); });
@@ -262,7 +262,7 @@ QWidget *RenderLista::WidgetDe(Parte parte) const
 void RenderLista::Mostra()
 {
     const auto &lista = Como<ztList>(*this);
-    if (lista.Trazendo()) { // the person stays where they are; the rows are shown once they are there
+    if (lista.Trazendo() || m_Carregando) { // the rows are shown once they are there
         MostraRodape();
         return;
     }
@@ -351,9 +351,15 @@ void RenderLista::Ordena(int coluna)
                                return espera && espera->Segue(Q(quantos)) && vivo;
                            }};
     const Ref<ztList> lista = ComoTipo<ztList>(Controle());
+    m_Carregando = true;
     Age([&] { OrdenaLista(lista, coluna, tela); });
     espera.reset();
-    if (vivo && m_AoRedor.Quem.Lembrancas) {
+    if (!vivo) {
+        return;
+    }
+    m_Carregando = false;
+    Atualiza();
+    if (m_AoRedor.Quem.Lembrancas) {
         m_AoRedor.Quem.Lembrancas->Lembra(m_Ordem, OrdemLembrada(*lista));
     }
 }

@@ -81,6 +81,7 @@ class RenderLista : public Renderizador {
     std::string m_Ordem;      // that is remembered
     bool m_OrdemLida = false;
     bool m_Rolando = false;
+    bool m_Carregando = false; // the rest, before it is sorted
 };
 
 } // namespace mesa

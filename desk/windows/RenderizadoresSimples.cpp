@@ -258,6 +258,7 @@ void RenderCombo::Mostra()
         }
     }
     m_Combo->setPalette(cores);
+    m_Combo->setAccessibleDescription(controle.ComboSomenteLeitura() ? "Somente leitura" : "");
 }
 
 // Letters go to the control, which finds the item; everything else is the widget's own, as far as the combo obeys.
