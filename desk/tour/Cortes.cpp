@@ -20,6 +20,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollBar>
+#include <QSizeGrip>
 #include <QStyleOptionButton>
 #include <QStyleOptionComboBox>
 #include <QStyleOptionFrame>
@@ -234,9 +235,15 @@ QString DoCampo(const QLineEdit &campo)
     return ComparaLargura(campo.text(), campo.fontMetrics().horizontalAdvance(campo.displayText()), lugar);
 }
 
+// The toolkit's own columns of files, which a person makes wider.
+bool EhDeArquivos(const QWidget &widget)
+{
+    return qobject_cast<const QFileDialog *>(widget.window()) != nullptr;
+}
+
 QString DosTitulos(const QHeaderView &titulos)
 {
-    if (titulos.orientation() != Qt::Horizontal) {
+    if (titulos.orientation() != Qt::Horizontal || EhDeArquivos(titulos)) {
         return {};
     }
     const int margem = titulos.style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, &titulos);
@@ -260,8 +267,8 @@ QString DosTitulos(const QHeaderView &titulos)
 // Those that are seen.
 QString DasCelulas(const QAbstractItemView &visao)
 {
-    if (visao.model() == nullptr || qobject_cast<const QFileDialog *>(visao.window()) != nullptr) {
-        return {}; // the toolkit's own columns of files, which a person makes wider
+    if (visao.model() == nullptr || EhDeArquivos(visao)) {
+        return {};
     }
     const int margem = visao.style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, &visao) + 1;
     const QAbstractItemModel &modelo = *visao.model();
@@ -428,14 +435,15 @@ QStringList ForaDoLugar(const QWidget &janela)
         if (TemLeiauteProprio(*pai)) {
             continue;
         }
-        if (vistos[um]->size().isEmpty()) {
-            continue; // stands behind others, and shows nothing
+        if (vistos[um]->size().isEmpty() || qobject_cast<const QSizeGrip *>(vistos[um]) != nullptr) {
+            continue; // stands behind others and shows nothing, or over a corner
         }
         if (!pai->rect().contains(vistos[um]->geometry())) {
             defeitos << "outside: " + NomeDe(*vistos[um]);
         }
         for (std::size_t outro = um + 1; outro < vistos.size(); ++outro) {
-            if (vistos[outro]->parentWidget() == pai && vistos[um]->geometry().intersects(vistos[outro]->geometry())) {
+            if (vistos[outro]->parentWidget() == pai && qobject_cast<const QSizeGrip *>(vistos[outro]) == nullptr &&
+                vistos[um]->geometry().intersects(vistos[outro]->geometry())) {
                 defeitos << "over one another: " + NomeDe(*vistos[um]) + ", " + NomeDe(*vistos[outro]);
             }
         }

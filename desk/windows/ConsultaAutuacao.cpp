@@ -1,6 +1,7 @@
 #include "desk/windows/ConsultaAutuacao.h"
 
 #include "desk/windows/Renderizador.h"
+#include "desk/windows/Rolagem.h"
 #include "host/Conversoes.h"
 #include "shell/ModGeral.h"
 
@@ -44,6 +45,7 @@ ConsultaAutuacao::ConsultaAutuacao(std::function<Ref<CVorEquip>()> criaConsulta,
     tudo->addWidget(FazResposta());
     tudo->addWidget(FazCertificado());
     tudo->addStretch(1);
+    FazRolar(*this);
 }
 
 QWidget *ConsultaAutuacao::FazPergunta()
