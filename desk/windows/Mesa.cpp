@@ -327,6 +327,7 @@ void Mesa::Entra(const Ref<SessaoServico> &sessao)
     m_Host->Entra(sessao);
     DefineLembrancas(Novo<Lembrancas>(m_Preferencias, m_Servicos->Identificador(), sessao->Operador().Usuario));
     LugarDasJanelas::DaAplicacao().Restaura(*this);
+    m_Camada->Usuario = sessao->Operador().Nome;
     m_Geral->Logon(m_Host->objMTM(), m_Host->objSCA(), "");
     LimpaCertificados();
     HabilitaFerramentas();
@@ -477,7 +478,8 @@ void Mesa::MostraPreferencias()
 void Mesa::AbreAdministracao(int pagina)
 {
     JanelaAdministracao janela(
-        Administracao(m_Host->Servico()), pagina, [this](const std::function<void()> &acao) { NaBorda(acao); }, this);
+        Administracao(m_Host->Servico()), pagina, [this](const std::function<void()> &acao) { NaBorda(acao); },
+        {m_Camada->Usuario, m_Camada->Lembrancas}, this);
     m_Janelas->MostraEEspera(Novo<DialogoQt>(&janela));
 }
 
@@ -679,9 +681,8 @@ void Mesa::AtualizaReplica()
 
 void Mesa::AbreConsulta()
 {
-    auto *consulta = new ConsultaAutuacao(
-        [this] { return m_Geral->CEspecifica()->CreateCVorEquip(); },
-        [this](const std::function<void()> &acao) { NaBorda(acao); }, nullptr);
+    auto *consulta = new ConsultaAutuacao([this] { return m_Geral->CEspecifica()->CreateCVorEquip(); },
+                                          [this](const std::function<void()> &acao) { NaBorda(acao); }, nullptr);
     QMdiSubWindow *filha = m_Area->addSubWindow(consulta);
     filha->setAttribute(Qt::WA_DeleteOnClose);
     filha->setWindowIcon(consulta->windowIcon());
