@@ -77,6 +77,7 @@ Mesa::Mesa(Ref<Servicos> servicos, std::filesystem::path diretorio, std::functio
     setObjectName("Mesa");
     setWindowTitle(Q(TituloDoRegistro(*m_Servicos)));
     setWindowIcon(QIcon(":/icones/equipamentos.svg"));
+    LugarDasJanelas::DaAplicacao(); // before any window is shown
     resize(1280, 820);
     SeguePaleta(*m_Area, [this] { m_Area->setBackground(CorDe(Cor::Area)); });
     setCentralWidget(m_Area);
@@ -326,6 +327,7 @@ void Mesa::Entra(const Ref<SessaoServico> &sessao)
     m_Host->Entra(sessao);
     DefineLembrancas(Novo<Lembrancas>(m_Preferencias, m_Servicos->Identificador(), sessao->Operador().Usuario));
     LugarDasJanelas::DaAplicacao().Restaura(*this);
+    m_Camada->Usuario = sessao->Operador().Nome;
     m_Geral->Logon(m_Host->objMTM(), m_Host->objSCA(), "");
     LimpaCertificados();
     HabilitaFerramentas();
@@ -476,7 +478,8 @@ void Mesa::MostraPreferencias()
 void Mesa::AbreAdministracao(int pagina)
 {
     JanelaAdministracao janela(
-        Administracao(m_Host->Servico()), pagina, [this](const std::function<void()> &acao) { NaBorda(acao); }, this);
+        Administracao(m_Host->Servico()), pagina, [this](const std::function<void()> &acao) { NaBorda(acao); },
+        {m_Camada->Usuario, m_Camada->Lembrancas}, this);
     m_Janelas->MostraEEspera(Novo<DialogoQt>(&janela));
 }
 
@@ -678,9 +681,8 @@ void Mesa::AtualizaReplica()
 
 void Mesa::AbreConsulta()
 {
-    auto *consulta = new ConsultaAutuacao(
-        [this] { return m_Geral->CEspecifica()->CreateCVorEquip(); },
-        [this](const std::function<void()> &acao) { NaBorda(acao); }, nullptr);
+    auto *consulta = new ConsultaAutuacao([this] { return m_Geral->CEspecifica()->CreateCVorEquip(); },
+                                          [this](const std::function<void()> &acao) { NaBorda(acao); }, nullptr);
     QMdiSubWindow *filha = m_Area->addSubWindow(consulta);
     filha->setAttribute(Qt::WA_DeleteOnClose);
     filha->setWindowIcon(consulta->windowIcon());
