@@ -348,6 +348,17 @@ bool ztList::Localiza()
     return true;
 }
 
+bool ztList::LimpaCriterios()
+{
+    Ref<IControle> vivo = Vivo();
+    if (!PodeLimparCriterios() || !Usavel()) {
+        return false;
+    }
+    const std::function<void()> limpa = m_LimpaCriterios; // which may be offered no more behind it
+    limpa();
+    return true;
+}
+
 bool ztList::OrdenaPor(std::int32_t coluna)
 {
     Ref<IControle> vivo = Vivo();

@@ -20,6 +20,7 @@ enum class Parte {
     Setor,
     // Of a list.
     Localizar,
+    LimparCriterios,
     Linhas,
     MaisRegistros,
 };
@@ -38,6 +39,7 @@ inline constexpr std::string_view UsarEndereco = "&Usar endereço";
 inline constexpr std::string_view LimparEndereco = "&Limpar";
 inline constexpr std::string_view MaisRegistros = "&Mais registros";
 inline constexpr std::string_view Localizar = "&Localizar";
+inline constexpr std::string_view LimparCriterios = "Limpar &busca";
 
 inline constexpr std::string_view Municipio = "Município:";
 inline constexpr std::string_view Logradouro = "Logradouro ou CEP:";

@@ -47,6 +47,7 @@ class RenderLista : public Renderizador {
     QBoxLayout *m_Comandos;
     std::map<std::string, QToolButton *> m_Botoes;
     QPushButton *m_Localizar;
+    QPushButton *m_Limpar; // null where there are no criteria
     QPushButton *m_Mais;
     QToolButton *m_Fechar;
     QToolButton *m_Ajuda;
