@@ -41,6 +41,7 @@ struct PedidosDaJanela {
     std::function<void()> Redimensionou;
     std::function<void()> Ativou;
     std::function<void()> Desativou;
+    std::function<bool(const std::string &)> Pergunta; // what a control has to ask; no is what a hurried person answers
 };
 
 enum class TipoDeCaixa { Informacao, Aviso, Erro };

@@ -5,6 +5,12 @@
 #include <algorithm>
 #include <utility>
 
+namespace {
+
+constexpr std::string_view TituloDaPergunta = "Atenção";
+
+} // namespace
+
 void Janelas::NaBorda(const std::function<void()> &acao) const
 {
     try {
@@ -50,6 +56,10 @@ PedidosDaJanela Janelas::Pedidos(const Ref<IForm> &form)
     pedidos.Redimensionou = Pedido(form, [](Quem aberto) { aberto->Redimensionada(); });
     pedidos.Ativou = Pedido(form, [](Quem aberto) { aberto->Ativada(); });
     pedidos.Desativou = Pedido(form, [](Quem aberto) { aberto->Desativada(); });
+    pedidos.Pergunta = [fracas = RefFraca<Janelas>(Eu(*this))](const std::string &texto) {
+        const Ref<Janelas> janelas = fracas.Alvo();
+        return janelas && janelas->PerguntaSimNao(texto, std::string(TituloDaPergunta), false);
+    };
     return pedidos;
 }
 

@@ -9,7 +9,7 @@ std::span<const Parte> PartesDe(EspecieControle especie)
                                               Parte::Complemento, Parte::Usar, Parte::Limpar};
     static constexpr std::array DoCliente = {Parte::Cliente, Parte::Setor};
     static constexpr std::array DaLista = {Parte::Localizar, Parte::LimparCriterios, Parte::Linhas,
-                                           Parte::MaisRegistros};
+                                           Parte::MaisRegistros, Parte::Filtro};
     switch (especie) {
     case EspecieControle::ztEndereco:
         return DoEndereco;

@@ -23,6 +23,7 @@ enum class Parte {
     LimparCriterios,
     Linhas,
     MaisRegistros,
+    Filtro, // of the rows, where a screen has one
 };
 
 // In the order of Tab; whether a person can use each now is another matter.

@@ -67,7 +67,11 @@ bool AbreNaLista(const Ref<IForm> &form, const EquipamentoRecente &qual)
         return false;
     }
     const std::int32_t linha = LinhaDe(pessoa, *lista, qual.NroIntEquip);
-    if (linha == 0 || !pessoa.ClicaLinha(Lista, linha) || !pessoa.EscolheMenu(Lista, MenuLista::Detalhes)) {
+    if (linha == 0 || !pessoa.Foco(Lista)) {
+        return false;
+    }
+    lista->DefineItemAtual(linha); // whatever the order in which the person sees the rows
+    if (lista->ItemAtual() != linha || !pessoa.EscolheMenu(Lista, MenuLista::Detalhes)) {
         return false;
     }
     lista->SetFocus(); // to go on from there

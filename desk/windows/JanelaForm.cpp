@@ -121,7 +121,9 @@ Renderizador *JanelaForm::FazRenderizador(const Ref<IControle> &controle, QWidge
     case EspecieControle::ztCombo:
         return new RenderCombo(controle, widget, borda);
     case EspecieControle::ztList:
-        return new RenderLista(controle, widget, borda, m_AoRedor.Pedidos.Fecha, m_AoRedor.Pedidos.Ajuda);
+        return new RenderLista(
+            controle, widget, borda, m_AoRedor.Pedidos.Fecha, m_AoRedor.Pedidos.Ajuda,
+            {m_AoRedor.Pedidos.Pergunta, {m_AoRedor.Usuario, m_AoRedor.Lembrancas}, m_AoRedor.Identidade});
     case EspecieControle::ztEndereco: {
         auto *endereco = new RenderEndereco(controle, widget, borda, m_AoRedor.Logradouros, m_AoRedor.Memoria);
         m_Pessoa.Conhece(controle, endereco->Escolha());

@@ -79,6 +79,7 @@ Mesa::Mesa(Ref<Servicos> servicos, std::filesystem::path diretorio, std::functio
     setObjectName("Mesa");
     setWindowTitle(Q(TituloDoRegistro(*m_Servicos)));
     setWindowIcon(QIcon(":/icones/equipamentos.svg"));
+    LugarDasJanelas::DaAplicacao(); // before any window is shown
     resize(1280, 820);
     SeguePaleta(*m_Area, [this] { m_Area->setBackground(CorDe(Cor::Area)); });
     setCentralWidget(m_Area);
@@ -335,6 +336,7 @@ void Mesa::Entra(const Ref<SessaoServico> &sessao)
     m_Host->ViuEquipamento = [this](std::int32_t nroIntEquip) {
         EquipamentosRecentes(m_Camada->Lembrancas).Viu(nroIntEquip, m_Agora());
     };
+    m_Camada->Usuario = sessao->Operador().Nome;
     m_Geral->Logon(m_Host->objMTM(), m_Host->objSCA(), "");
     LimpaCertificados();
     HabilitaFerramentas();
@@ -547,7 +549,8 @@ void Mesa::MostraPreferencias()
 void Mesa::AbreAdministracao(int pagina)
 {
     JanelaAdministracao janela(
-        Administracao(m_Host->Servico()), pagina, [this](const std::function<void()> &acao) { NaBorda(acao); }, this);
+        Administracao(m_Host->Servico()), pagina, [this](const std::function<void()> &acao) { NaBorda(acao); },
+        {m_Camada->Usuario, m_Camada->Lembrancas}, this);
     m_Janelas->MostraEEspera(Novo<DialogoQt>(&janela));
 }
 

@@ -164,6 +164,8 @@ TEST_F(PaginaInicialTeste, AbreNaLista_WhateverTheCriteriaWere_ShowsTheDetails)
     geral->ClickMenu("mnuModVOREquiptos");
     const Ref<IForm> lista = mesa.Host->Plataforma()->FormAberto(0);
     Pessoa pessoa(lista);
+    ASSERT_TRUE(pessoa.Localiza("ztlLista"));
+    ASSERT_TRUE(pessoa.OrdenaPor("ztlLista", 1) && pessoa.OrdenaPor("ztlLista", 1)); // the last code first
     ASSERT_TRUE(pessoa.Marca("chkInativos"));
     ASSERT_TRUE(pessoa.Escolhe("cboCriterio", "Subcódigo"));
     ASSERT_TRUE(pessoa.Preenche("txtCodEquip", "xyz"));
@@ -172,8 +174,8 @@ TEST_F(PaginaInicialTeste, AbreNaLista_WhateverTheCriteriaWere_ShowsTheDetails)
         codigo = Pessoa(form).Acha<IztMask>("txtCodEquip")->Text();
         mesa.Host->Plataforma()->Descarrega(form);
     });
-    EXPECT_TRUE(AbreNaLista(lista, {2, "R-002", "R", "Autoridade Estadual de Trânsito", true, dia}));
-    EXPECT_EQ(codigo, "R-002");
+    EXPECT_TRUE(AbreNaLista(lista, {2, "R-00", "R", "Autoridade Estadual de Trânsito", true, dia}));
+    EXPECT_EQ(codigo, "R-002"); // among those whose codes begin so
     EXPECT_FALSE(AbreNaLista(lista, {9, "R-009", "R", "Autoridade Estadual de Trânsito", true, dia}));
     EXPECT_EQ(mesa.Janelas->Pendencias(), std::vector<std::string>{});
 }
