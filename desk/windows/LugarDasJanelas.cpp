@@ -208,8 +208,10 @@ bool LugarDasJanelas::eventFilter(QObject *objeto, QEvent *evento)
             case QEvent::Hide:
                 Guarda(janela);
                 break;
-            case QEvent::Resize: // by the program
-                Contem(janela);
+            case QEvent::Resize:        // by the program
+                if (!EhCaixa(janela)) { // which still has to find its place over its window
+                    Contem(janela);
+                }
                 break;
             default:
                 break;

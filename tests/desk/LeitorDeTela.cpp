@@ -13,10 +13,12 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMap>
+#include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPixmap>
 #include <QPlainTextEdit>
+#include <QPointer>
 #include <QProgressBar>
 #include <QRegularExpression>
 #include <QTabBar>
@@ -284,7 +286,9 @@ class Leitor {
             }
         };
         compara("disabled", estado.disabled, !widget.isEnabled());
-        compara("focused", estado.focused, widget.hasFocus());
+        if (qobject_cast<const QMdiSubWindow *>(&widget) == nullptr) { // of which the active one is told so
+            compara("focused", estado.focused, widget.hasFocus());
+        }
         if (const auto *botao = qobject_cast<const QAbstractButton *>(&widget)) {
             compara("checked", estado.checked, botao->isChecked());
         }
@@ -409,7 +413,7 @@ std::vector<QWidget *> Percurso(const QWidget &janela)
     for (QWidget *widget = inicio->nextInFocusChain(); widget != inicio; widget = widget->nextInFocusChain()) {
         if (janela.isAncestorOf(widget) && widget->window() == janela.window() && widget->isVisible() &&
             widget->isEnabled() && (widget->focusPolicy() & Qt::TabFocus) && widget->focusProxy() == nullptr &&
-            !widget->visibleRegion().isEmpty()) {
+            qobject_cast<QMdiSubWindow *>(widget) == nullptr && !widget->visibleRegion().isEmpty()) {
             percurso.push_back(widget);
         }
     }
@@ -483,6 +487,7 @@ QStringList FocoInvisivel(QWidget &janela)
         const QRect onde(widget.mapTo(&janela, QPoint()), widget.size());
         return janela.grab(onde.adjusted(-Ao_redor, -Ao_redor, Ao_redor, Ao_redor)).toImage();
     };
+    const QPointer<QWidget> antes = janela.focusWidget();
     for (QWidget *widget : Percurso(janela)) {
         if (QWidget *outro = janela.focusWidget()) {
             outro->clearFocus();
@@ -497,6 +502,9 @@ QStringList FocoInvisivel(QWidget &janela)
             defeitos << QString("looks the same with the keyboard: %1 (%2)")
                             .arg(widget->objectName(), widget->metaObject()->className());
         }
+    }
+    if (!antes.isNull()) {
+        antes->setFocus();
     }
     return defeitos;
 }

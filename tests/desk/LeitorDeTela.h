@@ -22,5 +22,5 @@ QStringList &Anunciados();
 QStringList TabForaDaLeitura(const QWidget &janela);
 
 // Widgets whose picture is the same with the keyboard and without it. The window has to be active, and its keyboard
-// goes through all of them.
+// goes through all of them and back.
 QStringList FocoInvisivel(QWidget &janela);

@@ -1,6 +1,7 @@
 #include "controls/ztCombo.h"
 #include "search/CVorEquip.h"
 #include "shell/Especifica.h"
+#include "tests/desk/LeitorDeTela.h"
 #include "tests/desk/MesaTeste.h"
 #include "tests/desk/Retrato.h"
 
@@ -11,6 +12,7 @@
 #include <QScrollBar>
 #include <QTabWidget>
 #include <QTableView>
+#include <QTest>
 #include <QTimer>
 
 #include <string>
@@ -68,6 +70,15 @@ class RetratosTeste : public MesaTeste {
             EXPECT_TRUE(menor || !tabela->isVisible() || tabela->horizontalScrollBar()->maximum() == 0)
                 << nome.toStdString() << ": " << tabela->parent()->objectName().toStdString();
         }
+    }
+    // Wherever the keyboard is in the window, it is seen.
+    static void ConfereFoco(JanelaForm &janela)
+    {
+        janela.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&janela));
+        CadaPagina(janela, [&](int pagina) {
+            EXPECT_EQ(FocoInvisivel(*janela.window()).join("\n").toStdString(), "") << "page " << pagina;
+        });
     }
     static void RetrataPaginas(JanelaForm &janela, const QString &nome)
     {
@@ -476,6 +487,35 @@ TEST_F(RetratosTeste, LabelOfTheCode_FollowsTheCriterion)
     EXPECT_EQ(rotulo->text().toStdString(), "Subcódigo");
     EscolheValor(lista, "cboCriterio", "0");
     EXPECT_FALSE(rotulo->isVisible());
+}
+
+TEST_F(RetratosTeste, Keyboard_IsSeenWhereverItIs)
+{
+    JanelaForm &lista = AbreLista(ComFoto);
+    Localiza(lista);
+    ConfereFoco(lista);
+    NoEquipamento(lista, Incluir, [&](JanelaForm &janela) {
+        EscolheValor(janela, "cboTipoMedidor", "1");
+        EscolheValor(janela, "cboTipoEquip", "P");
+        ConfereFoco(janela);
+    });
+    NosSensores(Editar, [&](JanelaForm &equipamento) {
+        ConfereFoco(equipamento);
+        equipamento.findChild<QTabWidget *>()->setCurrentIndex(2);
+        EscolheLinha(equipamento, "ztListaSensor", "1");
+        EmFrente("frmEquipSensores", equipamento, "ztListaSensor", Editar, [&](JanelaForm &sensor) {
+            ConfereFoco(sensor);
+            sensor.findChild<QTabWidget *>()->setCurrentIndex(1);
+            EmFrente("frmEquipAfericoes", sensor, "ztListaAfericao", Incluir,
+                     [&](JanelaForm &afericao) { ConfereFoco(afericao); });
+        });
+    });
+    EscolheLinha(lista, "ztlLista", CodigoDo("P"));
+    EmFrente("frmLimitesDif", lista, "ztlLista", "mnuZTLObjLimitesDif", [&](JanelaForm &limites) {
+        ConfereFoco(limites);
+        EmFrente("frmLimitesDifDetalhes", limites, "ztLista", Incluir,
+                 [&](JanelaForm &limite) { ConfereFoco(limite); });
+    });
 }
 
 } // namespace
