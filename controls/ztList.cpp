@@ -410,6 +410,17 @@ bool ztList::Localiza()
     return true;
 }
 
+bool ztList::LimpaCriterios()
+{
+    Ref<IControle> vivo = Vivo();
+    if (!PodeLimparCriterios() || !Usavel()) {
+        return false;
+    }
+    const std::function<void()> limpa = m_LimpaCriterios; // which may be offered no more behind it
+    limpa();
+    return true;
+}
+
 bool ztList::PodeOrdenarPor(std::int32_t coluna) const
 {
     if (!Usavel() || coluna < 0 || coluna > static_cast<std::int32_t>(m_Colunas.size())) {

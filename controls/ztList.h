@@ -6,6 +6,7 @@
 #include "host/Colecao.h"
 #include "host/IztList.h"
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <vector>
@@ -118,6 +119,11 @@ class ztList : public Controle<IztList> {
     bool RolaAteOFim();
     // The criteria bar's search button.
     bool Localiza();
+    // A screen that offers to empty the criteria tells how that is done; with nothing it does so no more.
+    void OfereceLimpar(std::function<void()> limpa) { m_LimpaCriterios = std::move(limpa); }
+    bool PodeLimparCriterios() const { return m_AjustesList.BarraCriteriosAtiva && m_LimpaCriterios; }
+    // The criteria bar's button that empties them.
+    bool LimpaCriterios();
     // The person clicks a column's heading: sorts by it, and the other way round on the next click. 0: as the rows
     // came.
     bool OrdenaPor(std::int32_t coluna);
@@ -191,4 +197,5 @@ class ztList : public Controle<IztList> {
     Evento<> m_DepoisDeRemoverItem;
     Evento<bool &> m_BotaoLocalizarValida;
     Evento<> m_BotaoLocalizarEnvia;
+    std::function<void()> m_LimpaCriterios;
 };

@@ -8,7 +8,8 @@ std::span<const Parte> PartesDe(EspecieControle especie)
     static constexpr std::array DoEndereco = {Parte::Municipio,   Parte::Via,  Parte::Numero,
                                               Parte::Complemento, Parte::Usar, Parte::Limpar};
     static constexpr std::array DoCliente = {Parte::Cliente, Parte::Setor};
-    static constexpr std::array DaLista = {Parte::Localizar, Parte::Linhas, Parte::MaisRegistros, Parte::Filtro};
+    static constexpr std::array DaLista = {Parte::Localizar, Parte::LimparCriterios, Parte::Linhas,
+                                           Parte::MaisRegistros, Parte::Filtro};
     switch (especie) {
     case EspecieControle::ztEndereco:
         return DoEndereco;
@@ -40,6 +41,7 @@ std::span<const BotaoDeParte> CaptionsDasPartes(EspecieControle especie)
     static constexpr std::array DoEndereco = {BotaoDeParte{Parte::Usar, Partes::UsarEndereco},
                                               BotaoDeParte{Parte::Limpar, Partes::LimparEndereco}};
     static constexpr std::array DaLista = {BotaoDeParte{Parte::Localizar, Partes::Localizar},
+                                           BotaoDeParte{Parte::LimparCriterios, Partes::LimparCriterios},
                                            BotaoDeParte{Parte::MaisRegistros, Partes::MaisRegistros}};
     if (especie == EspecieControle::ztEndereco) {
         return DoEndereco;

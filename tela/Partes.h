@@ -20,6 +20,7 @@ enum class Parte {
     Setor,
     // Of a list.
     Localizar,
+    LimparCriterios,
     Linhas,
     MaisRegistros,
     Filtro, // of the rows, where a screen has one
@@ -39,6 +40,7 @@ inline constexpr std::string_view UsarEndereco = "&Usar endereço";
 inline constexpr std::string_view LimparEndereco = "&Limpar";
 inline constexpr std::string_view MaisRegistros = "&Mais registros";
 inline constexpr std::string_view Localizar = "&Localizar";
+inline constexpr std::string_view LimparCriterios = "Limpar &busca";
 
 inline constexpr std::string_view Municipio = "Município:";
 inline constexpr std::string_view Logradouro = "Logradouro ou CEP:";

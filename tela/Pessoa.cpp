@@ -25,7 +25,8 @@ constexpr const char *NaoAceita = "não aceita isso agora";
 constexpr const char *NaoDigita = "não aceita o que se digita";
 constexpr const char *NaoOferece = "não oferece isso";
 
-constexpr std::array Botoes = {Parte::Usar, Parte::Limpar, Parte::Localizar, Parte::MaisRegistros};
+constexpr std::array Botoes = {Parte::Usar, Parte::Limpar, Parte::Localizar, Parte::LimparCriterios,
+                               Parte::MaisRegistros};
 
 std::string Utf8(char32_t codigo)
 {
@@ -276,7 +277,8 @@ bool Pessoa::VaiPara(const Parada &parada)
     }
     Ref<IForm> form = m_Form.Alvo();
     // A list has the focus in its rows alone: at its buttons, the control that was left.
-    const bool daLista = parada.Qual == Parte::Localizar || parada.Qual == Parte::MaisRegistros;
+    const bool daLista =
+        parada.Qual == Parte::Localizar || parada.Qual == Parte::LimparCriterios || parada.Qual == Parte::MaisRegistros;
     if (daLista) {
         if (ControleBase *deixado = ComoBase(form->ControleAtivo()); deixado != nullptr) {
             deixado->Conclui();
@@ -322,6 +324,8 @@ bool Pessoa::PodeApertar(const Parada &botao) const
         return !ComoTipo<ztEndereco>(botao.Controle)->ReadOnly();
     case Parte::Localizar:
         return ComoTipo<ztList>(botao.Controle)->Ajustes().BarraCriteriosAtiva;
+    case Parte::LimparCriterios:
+        return ComoTipo<ztList>(botao.Controle)->PodeLimparCriterios();
     case Parte::MaisRegistros:
         return ComoTipo<ztList>(botao.Controle)->TemMais();
     default:
@@ -339,6 +343,8 @@ bool Pessoa::Aperta(const Parada &botao)
         return escolha != nullptr ? escolha->Limpa() : ComoTipo<ztEndereco>(botao.Controle)->LimpaEndereco();
     case Parte::Localizar:
         return ComoTipo<ztList>(botao.Controle)->Localiza();
+    case Parte::LimparCriterios:
+        return ComoTipo<ztList>(botao.Controle)->LimpaCriterios();
     default:
         return ComoTipo<ztList>(botao.Controle)->PedeMais();
     }

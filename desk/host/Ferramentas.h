@@ -11,6 +11,8 @@ namespace mesa {
 struct Ferramenta {
     std::string Nome; // by which the module knows it
     std::string NoMenu;
+    std::string NaPagina;   // of the start
+    std::string Explicacao; // there too
     std::string Atalho;
     DistincaoDeJanela Qual; // of the windows that it opens
 };

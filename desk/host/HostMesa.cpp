@@ -32,7 +32,13 @@ HostMesa::HostMesa(Ref<IJanelas> janelas, std::filesystem::path diretorio, std::
 void HostMesa::Entra(const Ref<SessaoServico> &servico)
 {
     BancoLocal->AtualizaReplica(*servico);
-    m_objMTM = Novo<SessaoMesa>(servico, BancoLocal, [this](const std::string &recusa) { MostraRecusa(recusa); });
+    m_objMTM = Novo<SessaoMesa>(
+        servico, BancoLocal, [this](const std::string &recusa) { MostraRecusa(recusa); },
+        [this](std::int32_t nroIntEquip) {
+            if (ViuEquipamento) {
+                ViuEquipamento(nroIntEquip);
+            }
+        });
     m_objSCA = Novo<AcessoMesa>(servico);
 }
 

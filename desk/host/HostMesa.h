@@ -25,6 +25,9 @@ class HostMesa : public HostServices {
     HostMesa(Ref<IJanelas> janelas, std::filesystem::path diretorio, std::function<Data()> agora);
     std::string_view NomeTipo() const override { return "HostMesa"; }
 
+    // Follows what of the equipment is opened or included.
+    mesa::ViuEquipamento ViuEquipamento;
+
     // Somebody signed in: the local replica is refreshed, and a session and an access control stand ready.
     void Entra(const Ref<SessaoServico> &servico);
     // Whoever was signed in has left.

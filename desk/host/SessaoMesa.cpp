@@ -16,10 +16,12 @@ constexpr std::int32_t OperacaoIndisponivel = 445;
 
 class ProxyMesa : public IProxyRN {
   public:
-    ProxyMesa(Ref<SessaoServico> servico, std::string classeRN, MostraRecusa mostraRecusa)
+    ProxyMesa(Ref<SessaoServico> servico, std::string classeRN, MostraRecusa mostraRecusa,
+              ViuEquipamento viuEquipamento)
         : m_Servico(std::move(servico)),
           m_ClasseRN(std::move(classeRN)),
-          m_MostraRecusa(std::move(mostraRecusa))
+          m_MostraRecusa(std::move(mostraRecusa)),
+          m_ViuEquipamento(std::move(viuEquipamento))
     {
     }
     std::string_view NomeTipo() const override { return "ProxyRN"; }
@@ -34,6 +36,10 @@ class ProxyMesa : public IProxyRN {
         Ref<Objeto> pedido = aParam[0].ComoObjeto();
         const bool sucesso = m_Servico->Executa(m_ClasseRN, sMetodo, pedido, m_Retorno, m_Recusa);
         aParam[0].Substitui(pedido);
+        // Whatever window it was, an equipment is opened by one operation and comes to be by another.
+        if (sucesso && m_ClasseRN == "EquiptoRN" && (sMetodo == "consulta" || sMetodo == "inclui")) {
+            m_ViuEquipamento(m_Retorno.Como<EquiptoED>()->NroIntEquip);
+        }
         return sucesso;
     }
 
@@ -41,15 +47,17 @@ class ProxyMesa : public IProxyRN {
     Ref<SessaoServico> m_Servico;
     std::string m_ClasseRN;
     MostraRecusa m_MostraRecusa;
+    ViuEquipamento m_ViuEquipamento;
     Valor m_Retorno;
     std::string m_Recusa;
 };
 
 class GatewayMesa : public IGateway {
   public:
-    GatewayMesa(Ref<SessaoServico> servico, MostraRecusa mostraRecusa)
+    GatewayMesa(Ref<SessaoServico> servico, MostraRecusa mostraRecusa, ViuEquipamento viuEquipamento)
         : m_Servico(std::move(servico)),
-          m_MostraRecusa(std::move(mostraRecusa))
+          m_MostraRecusa(std::move(mostraRecusa)),
+          m_ViuEquipamento(std::move(viuEquipamento))
     {
     }
     std::string_view NomeTipo() const override { return "Gateway"; }
@@ -61,12 +69,13 @@ class GatewayMesa : public IGateway {
             (sClasseRN != "EquiptoRN" && sClasseRN != "RelatorioRN")) {
             throw Falha(NumeroFalha::ClasseInexistente);
         }
-        return Novo<ProxyMesa>(m_Servico, sClasseRN, m_MostraRecusa);
+        return Novo<ProxyMesa>(m_Servico, sClasseRN, m_MostraRecusa, m_ViuEquipamento);
     }
 
   private:
     Ref<SessaoServico> m_Servico;
     MostraRecusa m_MostraRecusa;
+    ViuEquipamento m_ViuEquipamento;
 };
 
 class CFisJurMesa : public ICFisJur {
@@ -173,10 +182,12 @@ class WebCommMesa : public IWebComm {
 
 } // namespace
 
-SessaoMesa::SessaoMesa(Ref<SessaoServico> servico, Ref<BancoLocalMesa> bancoLocal, MostraRecusa mostraRecusa)
+SessaoMesa::SessaoMesa(Ref<SessaoServico> servico, Ref<BancoLocalMesa> bancoLocal, MostraRecusa mostraRecusa,
+                       ViuEquipamento viuEquipamento)
     : m_Servico(std::move(servico)),
       m_BancoLocal(std::move(bancoLocal)),
-      m_MostraRecusa(std::move(mostraRecusa))
+      m_MostraRecusa(std::move(mostraRecusa)),
+      m_ViuEquipamento(std::move(viuEquipamento))
 {
 }
 
@@ -187,7 +198,7 @@ Ref<IQMR> SessaoMesa::CreateQMR()
 
 Ref<IGateway> SessaoMesa::ObtemGateway()
 {
-    return Novo<GatewayMesa>(m_Servico, m_MostraRecusa);
+    return Novo<GatewayMesa>(m_Servico, m_MostraRecusa, m_ViuEquipamento);
 }
 
 Ref<IWebComm> SessaoMesa::CWebComm()

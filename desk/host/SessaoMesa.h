@@ -4,6 +4,7 @@
 #include "desk/services/SessaoServico.h"
 #include "host/ISessao.h"
 
+#include <cstdint>
 #include <functional>
 #include <string>
 
@@ -12,11 +13,15 @@ namespace mesa {
 // Shows the person why a service refused.
 using MostraRecusa = std::function<void(const std::string &)>;
 
+// Follows what of the equipment is opened or included, by its internal number.
+using ViuEquipamento = std::function<void(std::int32_t nroIntEquip)>;
+
 // The session of a signed-in operator. There is no central system behind the desk: sending a transaction raises a
 // fault that says so.
 class SessaoMesa : public IobjMTM {
   public:
-    SessaoMesa(Ref<SessaoServico> servico, Ref<BancoLocalMesa> bancoLocal, MostraRecusa mostraRecusa);
+    SessaoMesa(Ref<SessaoServico> servico, Ref<BancoLocalMesa> bancoLocal, MostraRecusa mostraRecusa,
+               ViuEquipamento viuEquipamento);
     std::string_view NomeTipo() const override { return "SessaoMesa"; }
 
     Ref<IQMR> CreateQMR() override;
@@ -38,6 +43,7 @@ class SessaoMesa : public IobjMTM {
     Ref<SessaoServico> m_Servico;
     Ref<BancoLocalMesa> m_BancoLocal;
     MostraRecusa m_MostraRecusa;
+    ViuEquipamento m_ViuEquipamento;
 };
 
 // Access control over the same session.

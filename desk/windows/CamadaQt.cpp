@@ -58,6 +58,7 @@ class JanelaQt : public WidgetDeJanela {
     void Mostra() override
     {
         if (!m_Filha.isNull()) {
+            m_Janela->LembraCriterios();
             m_Filha->show();
         } else {
             m_Janela->show();

@@ -1,5 +1,6 @@
 #include "desk/windows/JanelaForm.h"
 
+#include "controls/ztList.h"
 #include "desk/windows/LugarDasJanelas.h"
 #include "desk/windows/Quadro.h"
 #include "desk/windows/RenderLista.h"
@@ -14,6 +15,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLayout>
+#include <QPointer>
 
 #include <algorithm>
 
@@ -23,12 +25,14 @@ JanelaForm::JanelaForm(Ref<IForm> form, AoRedorDoForm aoRedor, QWidget *dono)
     : QWidget(dono),
       m_Form(std::move(form)),
       m_AoRedor(std::move(aoRedor)),
-      m_Pessoa(m_Form, m_AoRedor.Pedidos)
+      m_Pessoa(m_Form, m_AoRedor.Pedidos),
+      m_Criterios(*m_Form, m_AoRedor.Clientes ? m_AoRedor.Clientes() : std::vector<ClienteOferecido>())
 {
     setObjectName(QString::fromUtf8(m_Form->NomeTipo().data(), static_cast<qsizetype>(m_Form->NomeTipo().size())));
     DefineIdentidade(*this, m_AoRedor.Identidade);
     m_Quadro = new Quadro(*m_Form, this);
     LigaControles();
+    LigaLimpar();
     m_Quadro->Segue();
     m_Conexoes.push_back(m_Form->Mudou().liga([this] { MostraForm(); }));
     MostraForm();
@@ -154,8 +158,51 @@ void JanelaForm::DefineTexto(const QString &texto)
     MostraForm();
 }
 
+void JanelaForm::LembraCriterios()
+{
+    if (!m_Criterios.Ha() || !m_AoRedor.Lembrancas) {
+        return;
+    }
+    m_AoRedor.Pedidos.NaBorda([this] { m_Criterios.Poe(m_AoRedor.Lembrancas->Lembranca(ChaveDosCriterios())); });
+    m_CriteriosLembrados = true;
+    for (const Ref<IControle> &controle : m_Form->Controles()) {
+        if (auto *lista = dynamic_cast<IztList *>(controle.Ponteiro())) {
+            m_Conexoes.push_back(lista->BotaoLocalizarEnvia().liga([this] { GuardaCriterios(); }));
+        }
+    }
+}
+
+std::string JanelaForm::ChaveDosCriterios() const
+{
+    return m_AoRedor.Identidade + "/criterios";
+}
+
+void JanelaForm::GuardaCriterios()
+{
+    if (m_CriteriosLembrados) {
+        m_AoRedor.Lembrancas->Lembra(ChaveDosCriterios(), m_Criterios.Texto());
+    }
+}
+
+void JanelaForm::LigaLimpar()
+{
+    for (const Ref<IControle> &controle : m_Form->Controles()) {
+        if (auto *lista = dynamic_cast<ztList *>(controle.Ponteiro()); lista != nullptr && m_Criterios.Ha()) {
+            lista->OfereceLimpar([este = QPointer<JanelaForm>(this)] {
+                if (!este.isNull()) {
+                    este->m_Criterios.Limpa();
+                    este->GuardaCriterios();
+                }
+            });
+        }
+    }
+}
+
 void JanelaForm::Encerra()
 {
+    if (!m_Encerrando) {
+        GuardaCriterios();
+    }
     m_Encerrando = true;
     m_Conexoes.clear();
     hide();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "desk/windows/Renderizador.h"
+#include "tela/CriteriosDaLista.h"
 #include "tela/EscolhaDeCliente.h"
 #include "tela/EscolhaDeEndereco.h"
 #include "tela/ICamada.h"
@@ -36,6 +37,9 @@ class JanelaForm : public QWidget {
     const Ref<IForm> &Form() const { return m_Form; }
     // The form has been unloaded: the window goes without asking.
     void Encerra();
+    // The criteria of its list, which are now as they were left when they were last searched by, or the window closed;
+    // and are remembered so from now on.
+    void LembraCriterios();
     // Text that was written past the form's caption; empty: the caption counts.
     void DefineTexto(const QString &texto);
 
@@ -53,6 +57,9 @@ class JanelaForm : public QWidget {
     Renderizador *FazRenderizador(const Ref<IControle> &controle, QWidget *widget);
     void MostraForm();
     void Dimensiona();
+    void LigaLimpar();
+    void GuardaCriterios();
+    std::string ChaveDosCriterios() const;
     void DizOndeEstaOTeclado();
     std::function<void()> AtoDaTecla(const QKeyEvent &tecla);
 
@@ -63,6 +70,8 @@ class JanelaForm : public QWidget {
     std::vector<Renderizador *> m_Renderizadores;
     std::vector<Ref<IControle>> m_OrdemDeTab;
     std::vector<Conexao> m_Conexoes;
+    CriteriosDaLista m_Criterios;
+    bool m_CriteriosLembrados = false;
     QString m_Texto;
     int m_Tecla = 0; // a key of the form that is on its way
     bool m_Encerrando = false;

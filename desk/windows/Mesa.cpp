@@ -1,5 +1,6 @@
 #include "desk/windows/Mesa.h"
 
+#include "desk/host/AbreNaLista.h"
 #include "desk/host/Administracao.h"
 #include "desk/host/Lembrancas.h"
 #include "desk/host/MinhaSenha.h"
@@ -7,7 +8,7 @@
 #include "desk/host/Titulo.h"
 #include "desk/services/Calendario.h"
 #include "desk/services/Permissoes.h"
-#include "desk/windows/AreaDeTrabalho.h"
+#include "desk/services/RegrasDoTipo.h"
 #include "desk/windows/ConsultaAutuacao.h"
 #include "desk/windows/Cores.h"
 #include "desk/windows/Cortina.h"
@@ -20,6 +21,7 @@
 #include "desk/windows/JanelaDeRelato.h"
 #include "desk/windows/JanelaDeTrabalho.h"
 #include "desk/windows/LugarDasJanelas.h"
+#include "desk/windows/TelaInicial.h"
 #include "desk/windows/TextoQueCede.h"
 #include "host/Conversoes.h"
 #include "host/Texto.h"
@@ -81,6 +83,7 @@ Mesa::Mesa(Ref<Servicos> servicos, std::filesystem::path diretorio, std::functio
     resize(1280, 820);
     SeguePaleta(*m_Area, [this] { m_Area->setBackground(CorDe(Cor::Area)); });
     setCentralWidget(m_Area);
+    m_Area->DefineFundo(FazInicio());
 
     m_Janelas->Descarrega = [this](const Ref<IForm> &form) { m_Host->Plataforma()->Descarrega(form); };
     m_Janelas->FazInvolucro = [] { return Novo<Involucro>(); };
@@ -233,6 +236,9 @@ void Mesa::DefineAtos(AtosDoRegistro atos)
 void Mesa::MontaMenuJanela()
 {
     m_MenuJanela = menuBar()->addMenu("&Janela");
+    m_Inicio = m_MenuJanela->addAction("&Início", QKeySequence("Ctrl+0"), this, [this] { MostraInicio(); });
+    m_Inicio->setObjectName("inicio");
+    m_MenuJanela->addSeparator();
     m_MenuJanela->addAction("&Próxima", m_Area, &QMdiArea::activateNextSubWindow)
         ->setShortcuts({QKeySequence("Ctrl+F6"), QKeySequence("Ctrl+Tab")});
     m_MenuJanela->addAction("&Anterior", m_Area, &QMdiArea::activatePreviousSubWindow)
@@ -327,6 +333,9 @@ void Mesa::Entra(const Ref<SessaoServico> &sessao)
     m_Host->Entra(sessao);
     DefineLembrancas(Novo<Lembrancas>(m_Preferencias, m_Servicos->Identificador(), sessao->Operador().Usuario));
     LugarDasJanelas::DaAplicacao().Restaura(*this);
+    m_Host->ViuEquipamento = [this](std::int32_t nroIntEquip) {
+        EquipamentosRecentes(m_Camada->Lembrancas).Viu(nroIntEquip, m_Agora());
+    };
     m_Camada->Usuario = sessao->Operador().Nome;
     m_Geral->Logon(m_Host->objMTM(), m_Host->objSCA(), "");
     LimpaCertificados();
@@ -340,6 +349,7 @@ void Mesa::Entra(const Ref<SessaoServico> &sessao)
     m_Relogio->start();
     m_Ociosidade.Usa();
     m_Vigia->start();
+    m_Area->MostraFundo(true);
     m_Nivel = std::max(1, QThread::currentThread()->loopLevel());
 }
 
@@ -355,7 +365,7 @@ void Mesa::Sai()
     m_Vigia->stop();
     ParaCuidado();
     for (QMdiSubWindow *filha : m_Area->subWindowList()) {
-        if (qobject_cast<QWidget *>(filha->widget())->objectName() == "ConsultaAutuacao") {
+        if (const QString nome = filha->widget()->objectName(); nome == "ConsultaAutuacao" || nome == "Inicio") {
             filha->close();
         }
     }
@@ -364,7 +374,9 @@ void Mesa::Sai()
     }
     LimpaCertificados();
     NaBorda([this] { m_Geral->Logoff(); });
+    m_Area->MostraFundo(false);
     m_Host->Sai();
+    m_Host->ViuEquipamento = nullptr;
     LugarDasJanelas::DaAplicacao().Guarda(*this);
     DefineLembrancas(nullptr);
     HabilitaFerramentas();
@@ -374,6 +386,64 @@ void Mesa::Sai()
     m_Replica->clear();
     m_Forcar->hide();
     m_Renovar->setVisible(false);
+}
+
+QWidget *Mesa::FazInicio()
+{
+    return new TelaInicial({[this] { return LeInicio(); }, [this](const std::string &acao) { FazAcaoInicial(acao); },
+                            [this](const EquipamentoRecente &qual) { AbreRecente(qual); }},
+                           nullptr);
+}
+
+std::optional<PaginaInicial> Mesa::LeInicio()
+{
+    std::optional<PaginaInicial> pagina;
+    NaBorda([&] {
+        pagina.emplace(*m_Host->Servico(),
+                       EquipamentosRecentes(m_Camada->Lembrancas).Todos(*m_Host->BancoLocal->Abre()));
+    });
+    return pagina;
+}
+
+// The page stands where no window does, and on a tab of its own when some do.
+void Mesa::MostraInicio()
+{
+    if (m_Area->NoFundo()) {
+        m_Area->MostraFundo(true);
+        return;
+    }
+    for (QMdiSubWindow *filha : m_Area->subWindowList()) {
+        if (filha->widget() != nullptr && filha->widget()->objectName() == "Inicio") {
+            m_Area->setActiveSubWindow(filha);
+            return;
+        }
+    }
+    QMdiSubWindow *filha = m_Area->addSubWindow(FazInicio());
+    filha->setAttribute(Qt::WA_DeleteOnClose);
+    filha->show();
+    filha->widget()->setFocus();
+}
+
+void Mesa::FazAcaoInicial(const std::string &acao)
+{
+    if (acao == "administracao") {
+        NaBorda([this] { AbreAdministracao(0); });
+    } else if (auto *doMenu = findChild<QAction *>(Q(acao))) {
+        doMenu->trigger();
+    }
+}
+
+void Mesa::AbreRecente(const EquipamentoRecente &qual)
+{
+    const bool comFoto = RegrasDe(qual.TipoEquip).TemLayout;
+    AbreFerramenta(comFoto ? Ferramentas().front() : Ferramentas().back());
+    NaBorda([&] {
+        const Ref<IPlataforma> plataforma = m_Host->Plataforma();
+        const std::int32_t abertas = plataforma->NroForms();
+        if (abertas > 0 && !AbreNaLista(plataforma->FormAberto(abertas - 1), qual)) {
+            m_Janelas->Avisa("O equipamento " + qual.Codigo + " não foi encontrado.", TituloDosAvisos);
+        }
+    });
 }
 
 void Mesa::LimpaCertificados()
@@ -396,6 +466,7 @@ void Mesa::HabilitaFerramentas()
     const bool grava = m_Servicos->SomenteLeitura().empty();
     m_MinhaSenha->setEnabled(dentro && grava);
     m_Travar->setEnabled(dentro);
+    m_Inicio->setEnabled(dentro);
     m_MenuAdministracao->clear();
     if (dentro) {
         int numero = 0;

@@ -6,8 +6,10 @@
 #include "desk/host/Ficha.h"
 #include "desk/host/HostMesa.h"
 #include "desk/host/Ociosidade.h"
+#include "desk/host/PaginaInicial.h"
 #include "desk/host/Preferencias.h"
 #include "desk/services/Servicos.h"
+#include "desk/windows/AreaDeTrabalho.h"
 #include "desk/windows/CamadaQt.h"
 #include "shell/Geral.h"
 #include "tela/Janelas.h"
@@ -26,7 +28,6 @@
 
 class QAction;
 class QLabel;
-class QMdiArea;
 class QMenu;
 class QPushButton;
 class QTimer;
@@ -81,6 +82,12 @@ class Mesa : public QMainWindow {
     void MontaMenuUsuario(QMenu *menu);
     void MontaMenuRegistro();
     void MontaMenuJanela();
+    // The start page, with what it asks of the desk.
+    QWidget *FazInicio();
+    std::optional<PaginaInicial> LeInicio();
+    void MostraInicio();
+    void FazAcaoInicial(const std::string &acao);
+    void AbreRecente(const EquipamentoRecente &qual);
     void TrocaDeUsuario();
     bool PedeAteQueEntre();
     // Takes away what stands in front of the main window, as if each had been cancelled.
@@ -125,7 +132,7 @@ class Mesa : public QMainWindow {
     std::atomic<bool> m_Desistiu = false;
     std::vector<ResultadoDoAto> m_PorContar; // with findings
     std::function<Data()> m_Agora;
-    QMdiArea *m_Area;
+    AreaDeTrabalho *m_Area;
     Ref<CamadaQt> m_Camada;
     Ref<Janelas> m_Janelas;
     Ref<HostMesa> m_Host;
@@ -134,6 +141,7 @@ class Mesa : public QMainWindow {
     QAction *m_Consulta = nullptr;
     QAction *m_Renovar = nullptr; // the offer of the status bar, for the keyboard
     QAction *m_Sair = nullptr;
+    QAction *m_Inicio = nullptr;
     QAction *m_MinhaSenha = nullptr;
     QAction *m_Travar = nullptr;
     QMenu *m_MenuAdministracao = nullptr;

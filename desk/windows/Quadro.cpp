@@ -360,7 +360,7 @@ QWidget *Quadro::FazAbas(const Peca &peca, QWidget *dono)
     return abas;
 }
 
-// The criteria bar has the search button beside the criteria.
+// The criteria bar has beside the criteria the button that searches by them, and the one that empties them.
 QWidget *Quadro::FazLista(const Peca &peca, QWidget *dono)
 {
     auto *lista = new QWidget(dono);
@@ -374,7 +374,13 @@ QWidget *Quadro::FazLista(const Peca &peca, QWidget *dono)
         leiaute->setContentsMargins(0, 0, 0, 0);
         QLayout *criterios = FazArranjo(peca, barra);
         leiaute->addLayout(criterios, 1);
-        leiaute->addWidget(localizar, 0, Qt::AlignTop);
+        auto *limpar = new QPushButton(Q(std::string(Partes::LimparCriterios)), barra);
+        limpar->setObjectName(nome + "_limpar");
+        auto *comandos = new QVBoxLayout;
+        comandos->addWidget(localizar);
+        comandos->addWidget(limpar);
+        comandos->addStretch(1);
+        leiaute->addLayout(comandos);
         m_Barras.push_back({&peca, criterios});
     }
     return lista;

@@ -104,6 +104,7 @@ RenderLista::RenderLista(Ref<IControle> controle, QWidget *widget, Borda borda, 
       m_Barra(new QWidget(widget)),
       m_Comandos(new QVBoxLayout),
       m_Localizar(widget->window()->findChild<QPushButton *>(widget->objectName() + "_localizar")),
+      m_Limpar(widget->window()->findChild<QPushButton *>(widget->objectName() + "_limpar")),
       m_Mais(new QPushButton(Q(std::string(Partes::MaisRegistros)), widget)),
       m_Rodape(new QLabel(widget)),
       m_Filtro(new CampoDeFiltro(widget->objectName() + "_filtro", m_Tabela, widget)),
@@ -138,6 +139,8 @@ RenderLista::RenderLista(Ref<IControle> controle, QWidget *widget, Borda borda, 
         m_Localizar->setText(Q(std::string(Partes::Localizar)));
         m_Localizar->setIcon(QIcon(":/icones/localizar.svg"));
         connect(m_Localizar, &QPushButton::clicked, this, [this] { Age([this] { Como<ztList>(*this).Localiza(); }); });
+        connect(m_Limpar, &QPushButton::clicked, this,
+                [this] { Age([this] { Como<ztList>(*this).LimpaCriterios(); }); });
     }
     SegueFoco(m_Tabela);
 }
@@ -219,6 +222,8 @@ QWidget *RenderLista::WidgetDe(Parte parte) const
     switch (parte) {
     case Parte::Localizar:
         return m_Localizar;
+    case Parte::LimparCriterios:
+        return m_Limpar;
     case Parte::MaisRegistros:
         return m_Mais;
     case Parte::Filtro:

@@ -68,6 +68,7 @@ class RenderLista : public Renderizador {
     QBoxLayout *m_Comandos;
     std::map<std::string, QToolButton *> m_Botoes;
     QPushButton *m_Localizar;
+    QPushButton *m_Limpar; // null where there are no criteria
     QPushButton *m_Mais;
     QLabel *m_Rodape;
     CampoDeFiltro *m_Filtro;
