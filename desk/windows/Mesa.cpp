@@ -17,6 +17,7 @@
 #include "desk/windows/JanelaDaCabeca.h"
 #include "desk/windows/JanelaDeRelato.h"
 #include "desk/windows/JanelaDeTrabalho.h"
+#include "desk/windows/JanelaDeTras.h"
 #include "host/Conversoes.h"
 #include "host/Texto.h"
 #include "shell/Especifica.h"
@@ -112,6 +113,7 @@ Mesa::Mesa(Ref<Servicos> servicos, std::filesystem::path diretorio, std::functio
         NaBorda([this] { CuidaDoDia(); });
     });
     qApp->installEventFilter(this);
+    new JanelaDeTras(this);
 }
 
 Mesa::~Mesa()
@@ -231,7 +233,17 @@ void Mesa::MontaMenuJanela()
     m_MenuJanela->addAction("&Próxima", QKeySequence("Ctrl+F6"), m_Area, &QMdiArea::activateNextSubWindow);
     m_MenuJanela->addAction("&Anterior", QKeySequence("Ctrl+Shift+F6"), m_Area, &QMdiArea::activatePreviousSubWindow);
     m_MenuJanela->addSeparator();
-    m_MenuJanela->addAction("&Fechar", m_Area, &QMdiArea::closeActiveSubWindow);
+    QAction *fechar = m_MenuJanela->addAction("&Fechar", m_Area, &QMdiArea::closeActiveSubWindow);
+    fechar->setObjectName("fecharJanela");
+    fechar->setShortcuts({QKeySequence("Ctrl+F4"), QKeySequence("Ctrl+W")});
+    // A child window has keys of its own, which differ from desktop to desktop: with two for one key there is none.
+    connect(m_Area, &QMdiArea::subWindowActivated, this, [](QMdiSubWindow *filha) {
+        if (filha != nullptr && filha->systemMenu() != nullptr) {
+            for (QAction *acao : filha->systemMenu()->actions()) {
+                acao->setShortcuts(QList<QKeySequence>());
+            }
+        }
+    });
     m_MenuJanela->addAction("Fechar &todas", m_Area, &QMdiArea::closeAllSubWindows);
     m_MenuJanela->addSeparator();
     const qsizetype fixas = m_MenuJanela->actions().size();

@@ -14,6 +14,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
+#include <QMouseEvent>
 #include <QPushButton>
 #include <QTableView>
 #include <QTimer>
@@ -130,6 +131,7 @@ RenderLista::RenderLista(Ref<IControle> controle, QWidget *widget, Borda borda, 
     connect(m_Mais, &QPushButton::clicked, this, [this] { Age([this] { Como<ztList>(*this).PedeMais(); }); });
     connect(m_Tabela->horizontalHeader(), &QHeaderView::sectionClicked, this,
             [this](int coluna) { Age([this, coluna] { Como<ztList>(*this).OrdenaPor(coluna + 1); }); });
+    m_Tabela->viewport()->installEventFilter(this);
     connect(m_Tabela, &QTableView::customContextMenuRequested, this, [this](const QPoint &onde) { AbreMenu(onde); });
     connect(m_Tabela->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this](const QModelIndex &linha) {
@@ -285,6 +287,13 @@ bool RenderLista::eventFilter(QObject *objeto, QEvent *evento)
     if (objeto == m_Tabela && evento->type() == QEvent::KeyPress && Tecla(*static_cast<QKeyEvent *>(evento))) {
         return true;
     }
+    if (evento->type() == QEvent::MouseButtonDblClick && objeto == m_Tabela->viewport()) { // the headings have another
+        const auto &clique = *static_cast<QMouseEvent *>(evento);
+        if (clique.button() == Qt::LeftButton && m_Tabela->indexAt(clique.pos()).isValid()) {
+            Abre();
+            return true;
+        }
+    }
     // The toolkit moves the keyboard before it tells where was clicked. A row that is clicked brings the focus with it,
     // and none may become current before it and scroll it away.
     if (objeto == m_Tabela && evento->type() == QEvent::FocusIn &&
@@ -315,7 +324,21 @@ bool RenderLista::Tecla(const QKeyEvent &tecla)
         m_Tabela->setCurrentIndex(m_Modelo->index(linha.value_or(0) - 1, m_PrimeiraVisivel));
         return true;
     }
+    if (tecla.modifiers() == Qt::NoModifier && (tecla.key() == Qt::Key_Insert || tecla.key() == Qt::Key_Delete)) {
+        if (!tecla.isAutoRepeat()) {
+            const AtalhoDeLista atalho = tecla.key() == Qt::Key_Insert ? AtalhoDeLista::Inclui : AtalhoDeLista::Remove;
+            const Ref<IControle> vivo = Controle();
+            Age([vivo, atalho] { FazAtalho(dynamic_cast<ztList &>(*vivo), atalho); });
+        }
+        return true;
+    }
     return false;
+}
+
+void RenderLista::Abre()
+{
+    const Ref<IControle> vivo = Controle(); // what is done with the row may close the window and end this object
+    Age([vivo] { AbreLinha(dynamic_cast<ztList &>(*vivo)); });
 }
 
 void RenderLista::Escolhe(const std::string &chave)
