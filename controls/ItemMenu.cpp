@@ -2,7 +2,12 @@
 
 #include <utility>
 
-ItemMenu::ItemMenu(ItemMenuLista item, bool visivel) : m_Item(std::move(item)), m_Visivel(visivel) {}
+ItemMenu::ItemMenu(ItemMenuLista item, bool visivel)
+    : m_Item(std::move(item)),
+      m_PrimeiroTexto(m_Item.Texto),
+      m_Visivel(visivel)
+{
+}
 
 template <class T> void ItemMenu::Redefine(T &campo, const T &valor)
 {

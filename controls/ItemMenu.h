@@ -13,6 +13,8 @@ class ItemMenu : public IItemMenu {
     void DefineEnabled(bool valor) override;
 
     const std::string &Texto() const { return m_Item.Texto; }
+    // What it said when it came, however often the module has changed it since.
+    const std::string &PrimeiroTexto() const { return m_PrimeiroTexto; }
     const std::string &TextoBotao() const { return m_Item.TextoBotao; }
     const std::string &Dica() const { return m_Item.Dica; }
     bool IniciaGrupo() const { return m_Item.IniciaGrupo; }
@@ -30,6 +32,7 @@ class ItemMenu : public IItemMenu {
     template <class T> void Redefine(T &campo, const T &valor);
 
     ItemMenuLista m_Item;
+    std::string m_PrimeiroTexto;
     bool m_Enabled = true;
     bool m_Visivel;
     bool m_Bloqueado = false;

@@ -322,6 +322,9 @@ bool ztList::EscolheMenu(const std::string &chave)
     }
     if (item->Chave() != MenuLista::Excluir) {
         m_ItemMenuClicado.dispara(item->Chave());
+        if (Usavel() && TemFoco()) { // the person is still here, perhaps in rows that were loaded again
+            AoReceberFoco(false);
+        }
     } else if (ItemAtual() != SemLinha) {
         Exclui();
     } else {

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr std::string_view DosMenus = "eju";
+constexpr std::string_view DosMenus = "ejugm";
 
 bool EhLetraSimples(char c)
 {

@@ -38,7 +38,7 @@ namespace Partes {
 
 inline constexpr std::string_view UsarEndereco = "&Usar endereço";
 inline constexpr std::string_view LimparEndereco = "&Limpar";
-inline constexpr std::string_view MaisRegistros = "&Mais registros";
+inline constexpr std::string_view MaisRegistros = "Mais &registros";
 inline constexpr std::string_view Localizar = "&Localizar";
 inline constexpr std::string_view LimparCriterios = "Limpar &busca";
 

@@ -10,7 +10,6 @@
 #include "controls/ztEndereco.h"
 #include "controls/ztList.h"
 #include "host/Texto.h"
-#include "tela/ComandosDeLista.h"
 #include "tela/Mnemonicas.h"
 #include "tela/OrdemDeTab.h"
 #include "tela/PaginasDeAbas.h"
@@ -24,6 +23,11 @@ namespace {
 constexpr const char *NaoAceita = "não aceita isso agora";
 constexpr const char *NaoDigita = "não aceita o que se digita";
 constexpr const char *NaoOferece = "não oferece isso";
+constexpr const char *SemParada = "nenhum controle pode receber o foco";
+
+// What the buttons say that close a window without asking for anything, and that give up a choice.
+constexpr std::string_view TextoFechar = "Fechar";
+constexpr std::string_view TextoCancelar = "Cancelar";
 
 constexpr std::array Botoes = {Parte::Usar, Parte::Limpar, Parte::Localizar, Parte::LimparCriterios,
                                Parte::MaisRegistros};
@@ -170,12 +174,18 @@ bool Pessoa::EscolheIndice(const std::string &nome, std::int32_t posicao, std::i
 
 bool Pessoa::Abre(const std::string &nome, std::int16_t pagina)
 {
-    return Com<SSTab>(nome, -1, NaoOferece, [&](SSTab &abas) { return abas.Abre(pagina); });
+    return Com<SSTab>(nome, -1, NaoOferece, [&](SSTab &abas) { return AbrePagina(abas, pagina); });
 }
 
 bool Pessoa::ClicaLinha(const std::string &nome, std::int32_t linha)
 {
     return Com<ztList>(nome, -1, NaoOferece, [&](ztList &lista) { return lista.ClicaLinha(linha); });
+}
+
+bool Pessoa::AbreLinha(const std::string &nome, std::int32_t linha)
+{
+    return Com<ztList>(nome, -1, NaoOferece,
+                       [&](ztList &lista) { return lista.ClicaLinha(linha) && ::AbreLinha(lista); });
 }
 
 bool Pessoa::TeclaSetas(const std::string &nome, std::int32_t passos)
@@ -290,9 +300,8 @@ bool Pessoa::VaiPara(const Parada &parada)
     return true;
 }
 
-bool Pessoa::Anda(int passo)
+std::vector<Pessoa::Parada> Pessoa::ParadasAdiante(int passo) const
 {
-    m_Motivo.clear();
     std::vector<Parada> paradas = Paradas();
     if (passo < 0) {
         std::ranges::reverse(paradas);
@@ -303,8 +312,24 @@ bool Pessoa::Anda(int passo)
     if (aqui != paradas.end()) {
         std::ranges::rotate(paradas, aqui + 1);
     }
-    return std::ranges::any_of(paradas, [this](const Parada &parada) { return VaiPara(parada); }) ||
-           Recusa("nenhum controle pode receber o foco");
+    return paradas;
+}
+
+bool Pessoa::Anda(int passo)
+{
+    m_Motivo.clear();
+    return std::ranges::any_of(ParadasAdiante(passo), [this](const Parada &parada) { return VaiPara(parada); }) ||
+           Recusa(SemParada);
+}
+
+bool Pessoa::Retoma()
+{
+    m_Motivo.clear();
+    std::vector<Parada> paradas = ParadasAdiante(1);
+    std::ranges::stable_partition(
+        paradas, [](const Parada &parada) { return parada.Controle->Especie() != EspecieControle::SSTab; });
+    paradas.insert(paradas.begin(), ParadaAtual());
+    return std::ranges::any_of(paradas, [this](const Parada &parada) { return VaiPara(parada); }) || Recusa(SemParada);
 }
 
 EscolhaDeEndereco *Pessoa::EscolhaDe(const Ref<IControle> &controle) const
@@ -367,7 +392,8 @@ bool Pessoa::Enter()
     if (!form) {
         return Recusa("a janela não está aberta");
     }
-    if (const Parada parada = ParadaAtual(); PodeApertar(parada)) {
+    const Parada parada = ParadaAtual();
+    if (PodeApertar(parada)) {
         return Aperta(parada) || Recusa(parada.Controle->Nome() + ": " + NaoAceita);
     }
     Ref<IControle> ativo = form->ControleAtivo();
@@ -375,6 +401,12 @@ bool Pessoa::Enter()
         base->Conclui();
     }
     if (auto *botao = dynamic_cast<Acionavel *>(ativo.Ponteiro()); botao != nullptr && botao->Aciona()) {
+        return true;
+    }
+    if (parada.Qual == Parte::Linhas && ::AbreLinha(*ComoTipo<ztList>(parada.Controle))) {
+        return true;
+    }
+    if (ztList *lista = ListaDosCriterios(ativo); lista != nullptr && lista->Localiza()) {
         return true;
     }
     for (const Ref<IControle> &controle : EmOrdem()) {
@@ -386,16 +418,84 @@ bool Pessoa::Enter()
     return Recusa("não há botão padrão");
 }
 
+std::vector<Ref<IControle>> Pessoa::Listas() const
+{
+    std::vector<Ref<IControle>> listas;
+    for (const Ref<IControle> &controle : EmOrdem()) {
+        if (controle->Especie() == EspecieControle::ztList && ComoBase(controle)->Impedimento().empty()) {
+            listas.insert(TemFoco(controle) ? listas.begin() : listas.end(), controle);
+        }
+    }
+    return listas;
+}
+
+// Details are left by Fechar, whatever other button was to be Esc's.
+Ref<IControle> Pessoa::BotaoDeEsc() const
+{
+    const std::vector<Ref<IControle>> ordem = EmOrdem();
+    const auto diz = [&](std::string_view texto) {
+        const auto achado = std::ranges::find_if(ordem, [&](const Ref<IControle> &controle) {
+            return dynamic_cast<Acionavel *>(controle.Ponteiro()) != nullptr &&
+                   SemMarca(controle->Caption()) == texto && ComoBase(controle)->VisivelDeFato();
+        });
+        return achado == ordem.end() ? Ref<IControle>() : *achado;
+    };
+    if (const Ref<IControle> fechar = diz(TextoFechar)) {
+        return fechar;
+    }
+    for (const Ref<IControle> &controle : ordem) {
+        if (const auto *botao = dynamic_cast<Acionavel *>(controle.Ponteiro());
+            botao != nullptr && botao->Cancelador()) {
+            return controle;
+        }
+    }
+    const std::vector<Ref<IControle>> listas = Listas();
+    const bool escolhe = std::ranges::any_of(
+        listas, [](const Ref<IControle> &lista) { return bool(BotaoDeEscolha(*ComoTipo<ztList>(lista))); });
+    return escolhe ? diz(TextoCancelar) : Ref<IControle>();
+}
+
 bool Pessoa::Esc()
 {
     m_Motivo.clear();
-    for (const Ref<IControle> &controle : EmOrdem()) {
-        auto *botao = dynamic_cast<Acionavel *>(controle.Ponteiro());
-        if (botao != nullptr && botao->Cancelador()) {
-            return botao->Aciona() || Recusa(controle->Nome() + ": " + ComoBase(controle)->Impedimento());
+    if (const Ref<IControle> controle = BotaoDeEsc()) {
+        return dynamic_cast<Acionavel &>(*controle).Aciona() ||
+               Recusa(controle->Nome() + ": " + ComoBase(controle)->Impedimento());
+    }
+    // A list that is all there is in its window, and in which nobody searches.
+    for (const Ref<IControle> &controle : Listas()) {
+        const ztList &lista = *ComoTipo<ztList>(controle);
+        if (!lista.Container() && lista.Ajustes().BotoesFecharAjuda && !lista.Ajustes().BarraCriteriosAtiva) {
+            return Fecha();
         }
     }
     return Recusa("não há botão de cancelar");
+}
+
+bool Pessoa::Atalho(AtalhoDeLista atalho)
+{
+    m_Motivo.clear();
+    const bool nasLinhas = ParadaAtual().Qual == Parte::Linhas;
+    for (const Ref<IControle> &controle : Listas()) {
+        if ((atalho == AtalhoDeLista::Atualiza || (nasLinhas && TemFoco(controle))) &&
+            FazAtalho(*ComoTipo<ztList>(controle), atalho)) {
+            return true;
+        }
+    }
+    return Recusa("nenhuma lista faz isso agora");
+}
+
+bool Pessoa::VaiAosCriterios()
+{
+    m_Motivo.clear();
+    for (const Ref<IControle> &lista : Listas()) {
+        for (const Parada &parada : Paradas()) {
+            if (ListaDosCriterios(parada.Controle) == &*ComoTipo<ztList>(lista) && VaiPara(parada)) {
+                return true;
+            }
+        }
+    }
+    return Recusa("não há critérios");
 }
 
 bool Pessoa::Alt(char32_t tecla)
@@ -438,7 +538,7 @@ void Pessoa::JuntaRespostas(const Ref<IControle> &controle, const std::string &l
     if (auto *abas = dynamic_cast<SSTab *>(controle.Ponteiro())) {
         for (std::int16_t pagina = 0; pagina < abas->Tabs(); ++pagina) {
             if (Mnemonica(abas->TabCaption(pagina)) == letra && PodeAbrir(*abas, pagina)) {
-                respostas.push_back([controle, abas, pagina] { return abas->Abre(pagina); });
+                respostas.push_back([controle, abas, pagina] { return AbrePagina(*abas, pagina); });
             }
         }
     } else if (auto *lista = dynamic_cast<ztList *>(controle.Ponteiro())) {
@@ -472,7 +572,7 @@ bool Pessoa::AndaPaginas(int passo)
     m_Motivo.clear();
     for (const Ref<IControle> &controle : EmOrdem()) {
         if (auto *abas = dynamic_cast<SSTab *>(controle.Ponteiro())) {
-            if (const auto pagina = PaginaVizinha(*abas, passo); pagina && abas->Abre(*pagina)) {
+            if (const auto pagina = PaginaVizinha(*abas, passo); pagina && AbrePagina(*abas, *pagina)) {
                 return true;
             }
         }

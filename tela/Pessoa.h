@@ -2,6 +2,7 @@
 
 #include "controls/ControleBase.h"
 #include "host/IPlataforma.h"
+#include "tela/ComandosDeLista.h"
 #include "tela/EscolhaDeEndereco.h"
 #include "tela/ICamada.h"
 #include "tela/Partes.h"
@@ -45,6 +46,8 @@ class Pessoa {
     bool EscolheIndice(const std::string &nome, std::int32_t posicao, std::int16_t indice = -1);
     bool Abre(const std::string &nome, std::int16_t pagina);
     bool ClicaLinha(const std::string &nome, std::int32_t linha);
+    // Clicks the row twice.
+    bool AbreLinha(const std::string &nome, std::int32_t linha);
     bool TeclaSetas(const std::string &nome, std::int32_t passos);
     bool EscolheMenu(const std::string &nome, const std::string &chave);
     bool PedeMais(const std::string &nome);
@@ -64,16 +67,26 @@ class Pessoa {
     // none.
     Parada ParadaAtual() const;
 
+    // The window has the keyboard and none of its controls has: goes to where it was, as long as it can be there,
+    // otherwise to the next stop, past the strips of pages as long as there is any other.
+    bool Retoma();
+
     // Keys of the form.
 
     // To the next control, or the one before, in the order of TabIndex, that can have the focus; in a control of
     // several parts, to the next of those that can be used.
     bool Tab();
     bool ShiftTab();
-    // Presses the button that has the focus, be it part of a control, otherwise the default button.
+    // Presses the button that has the focus, be it part of a control; on a row does what AbreLinha tells; in a
+    // criterion searches; otherwise presses the default button.
     bool Enter();
-    // Presses the cancel button.
+    // Closes a window in which nothing can be lost, by the button that says so, or by the list's own; otherwise presses
+    // the cancel button, which in a window for choosing a row is the one beside OK.
     bool Esc();
+    // F5, Insert, Delete: the first for any list that is seen, the others with the keyboard in the rows.
+    bool Atalho(AtalhoDeLista atalho);
+    // Ctrl+F: to the first criterion of the list that is seen.
+    bool VaiAosCriterios();
     // The letter or digit behind "&" in a caption: presses the button, clicks the box, opens the page, runs the list's
     // command, or leads from a label or frame to the control after it. Of several the first behind the focus.
     bool Alt(char32_t tecla);
@@ -103,11 +116,16 @@ class Pessoa {
     bool Com(const std::string &nome, std::int16_t indice, const char *recusado, Acao &&acao);
     std::vector<Ref<IControle>> EmOrdem() const;
     std::vector<Parada> Paradas() const;
+    // From the one behind the current one on, 1, or back from the one before it, -1; the current one is the last.
+    std::vector<Parada> ParadasAdiante(int passo) const;
     bool VaiPara(const Parada &parada);
     bool Anda(int passo);
     // Buttons that are parts of controls.
     bool PodeApertar(const Parada &botao) const;
     bool Aperta(const Parada &botao);
+    // The lists that can be used now, the one that has the focus first.
+    std::vector<Ref<IControle>> Listas() const;
+    Ref<IControle> BotaoDeEsc() const;
     EscolhaDeEndereco *EscolhaDe(const Ref<IControle> &controle) const;
     using Resposta = std::function<bool()>;
     // What Alt with the key may do, the first behind the focus first.

@@ -15,9 +15,11 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLayout>
+#include <QLineEdit>
 #include <QPointer>
 
 #include <algorithm>
+#include <utility>
 
 namespace mesa {
 
@@ -146,7 +148,11 @@ void JanelaForm::MostraForm()
         return;
     }
     setWindowTitle(Q(TextoDaMoldura(m_Texto.isEmpty() ? m_Form->Caption() : S(m_Texto), m_AoRedor.Qual)));
+    const bool voltou = m_Form->Enabled() && !isEnabled();
     setEnabled(m_Form->Enabled());
+    if (voltou) {
+        LevaTeclado();
+    }
     if (!m_Form->Icone().empty()) {
         setWindowIcon(QIcon(":/icones/" + Q(m_Form->Icone()).toLower() + ".svg"));
     }
@@ -220,6 +226,36 @@ void JanelaForm::DizOndeEstaOTeclado()
     }
 }
 
+void JanelaForm::LevaTeclado()
+{
+    m_AoRedor.Pedidos.NaBorda([this] {
+        m_Pessoa.Retoma();
+        const auto [controle, parte] = m_Pessoa.ParadaAtual();
+        for (Renderizador *renderizador : m_Renderizadores) {
+            if (renderizador->Controle() == controle) {
+                renderizador->LevaTeclado(parte);
+            }
+        }
+    });
+}
+
+// The quick filter of a list that has one, otherwise the criteria.
+void JanelaForm::VaiProcurar()
+{
+    for (const Renderizador *renderizador : m_Renderizadores) {
+        const Ref<IControle> &controle = renderizador->Controle();
+        auto *filtro = findChild<QLineEdit *>(NomeDoWidget(controle->Nome(), controle->Indice()) + "_filtro");
+        if (filtro != nullptr && filtro->isVisible() && filtro->isEnabled()) {
+            filtro->setFocus(Qt::ShortcutFocusReason);
+            filtro->selectAll();
+            return;
+        }
+    }
+    if (m_Pessoa.VaiAosCriterios()) {
+        LevaTeclado();
+    }
+}
+
 // The person closes the window: the platform asks the form, and comes back through Encerra when it has gone.
 void JanelaForm::closeEvent(QCloseEvent *evento)
 {
@@ -231,6 +267,17 @@ void JanelaForm::closeEvent(QCloseEvent *evento)
 
 void JanelaForm::keyPressEvent(QKeyEvent *evento)
 {
+    switch (evento->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Escape:
+        if (evento->isAutoRepeat()) {
+            return; // held down it acts once
+        }
+        break;
+    default:
+        break;
+    }
     switch (evento->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
@@ -257,6 +304,12 @@ std::function<void()> JanelaForm::AtoDaTecla(const QKeyEvent &tecla)
     const auto letra = static_cast<char32_t>(tecla.key());
     if (tecla.modifiers() == Qt::AltModifier && m_Pessoa.RespondeAlt(letra)) {
         return [this, letra] { m_Pessoa.Alt(letra); };
+    }
+    if (tecla.modifiers() == Qt::ControlModifier && letra == Qt::Key_F) {
+        return [this] { VaiProcurar(); };
+    }
+    if (tecla.modifiers() == Qt::NoModifier && letra == Qt::Key_F5) {
+        return [this] { m_Pessoa.Atalho(AtalhoDeLista::Atualiza); };
     }
     if (tecla.modifiers() == Qt::ControlModifier && (letra == Qt::Key_PageDown || letra == Qt::Key_PageUp)) {
         return [this, passo = letra == Qt::Key_PageDown ? 1 : -1] { m_Pessoa.AndaPaginas(passo); };
@@ -285,7 +338,9 @@ bool JanelaForm::eventFilter(QObject *objeto, QEvent *evento)
         qApp->removeEventFilter(this);
         const auto &tecla = *static_cast<QKeyEvent *>(evento);
         if (const auto ato = AtoDaTecla(tecla); ato && tecla.key() == m_Tecla) {
-            m_AoRedor.Pedidos.NaBorda(ato);
+            if (!tecla.isAutoRepeat() || tecla.modifiers() == Qt::ControlModifier) {
+                m_AoRedor.Pedidos.NaBorda(ato);
+            }
             return true;
         }
     }
@@ -297,6 +352,14 @@ void JanelaForm::changeEvent(QEvent *evento)
     QWidget::changeEvent(evento);
     if (evento->type() == QEvent::FontChange || evento->type() == QEvent::StyleChange) {
         m_Quadro->AlinhaRotulos();
+    }
+}
+
+void JanelaForm::showEvent(QShowEvent *evento)
+{
+    QWidget::showEvent(evento);
+    if (!evento->spontaneous() && !std::exchange(m_Vista, true)) {
+        LevaTeclado();
     }
 }
 

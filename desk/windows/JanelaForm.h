@@ -50,6 +50,7 @@ class JanelaForm : public QWidget {
     bool eventFilter(QObject *objeto, QEvent *evento) override;
     void keyPressEvent(QKeyEvent *evento) override;
     void resizeEvent(QResizeEvent *evento) override;
+    void showEvent(QShowEvent *evento) override;
 
   private:
     void LigaControles();
@@ -61,6 +62,10 @@ class JanelaForm : public QWidget {
     void GuardaCriterios();
     std::string ChaveDosCriterios() const;
     void DizOndeEstaOTeclado();
+    // The keyboard goes to where the person is in the form, which no widget remembers while the window is not yet seen
+    // or cannot be used.
+    void LevaTeclado();
+    void VaiProcurar();
     std::function<void()> AtoDaTecla(const QKeyEvent &tecla);
 
     Ref<IForm> m_Form;
@@ -74,6 +79,7 @@ class JanelaForm : public QWidget {
     bool m_CriteriosLembrados = false;
     QString m_Texto;
     int m_Tecla = 0; // a key of the form that is on its way
+    bool m_Vista = false;
     bool m_Encerrando = false;
 };
 

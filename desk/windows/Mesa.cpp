@@ -20,6 +20,7 @@
 #include "desk/windows/JanelaDaCabeca.h"
 #include "desk/windows/JanelaDeRelato.h"
 #include "desk/windows/JanelaDeTrabalho.h"
+#include "desk/windows/JanelaDeTras.h"
 #include "desk/windows/LugarDasJanelas.h"
 #include "desk/windows/TelaInicial.h"
 #include "desk/windows/TextoQueCede.h"
@@ -118,6 +119,7 @@ Mesa::Mesa(Ref<Servicos> servicos, std::filesystem::path diretorio, std::functio
         NaBorda([this] { CuidaDoDia(); });
     });
     qApp->installEventFilter(this);
+    new JanelaDeTras(this);
 }
 
 Mesa::~Mesa()
@@ -244,7 +246,17 @@ void Mesa::MontaMenuJanela()
     m_MenuJanela->addAction("&Anterior", m_Area, &QMdiArea::activatePreviousSubWindow)
         ->setShortcuts({QKeySequence("Ctrl+Shift+F6"), QKeySequence("Ctrl+Shift+Tab")});
     m_MenuJanela->addSeparator();
-    m_MenuJanela->addAction("&Fechar", m_Area, &QMdiArea::closeActiveSubWindow);
+    QAction *fechar = m_MenuJanela->addAction("&Fechar", m_Area, &QMdiArea::closeActiveSubWindow);
+    fechar->setObjectName("fecharJanela");
+    fechar->setShortcuts({QKeySequence("Ctrl+F4"), QKeySequence("Ctrl+W")});
+    // A child window has keys of its own, which differ from desktop to desktop: with two for one key there is none.
+    connect(m_Area, &QMdiArea::subWindowActivated, this, [](QMdiSubWindow *filha) {
+        if (filha != nullptr && filha->systemMenu() != nullptr) {
+            for (QAction *acao : filha->systemMenu()->actions()) {
+                acao->setShortcuts(QList<QKeySequence>());
+            }
+        }
+    });
     m_MenuJanela->addAction("Fechar &todas", m_Area, &QMdiArea::closeAllSubWindows);
     m_MenuJanela->addSeparator();
     const qsizetype fixas = m_MenuJanela->actions().size();

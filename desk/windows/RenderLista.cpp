@@ -17,6 +17,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
+#include <QMouseEvent>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTableView>
@@ -164,6 +165,7 @@ void RenderLista::MontaTabela()
     m_Tabela->setAccessibleName(Widget()->accessibleName());
     connect(m_Tabela->horizontalHeader(), &QHeaderView::sectionClicked, this,
             [this](int coluna) { Ordena(coluna + 1); });
+    m_Tabela->viewport()->installEventFilter(this);
     connect(m_Tabela, &QTableView::customContextMenuRequested, this, [this](const QPoint &onde) { AbreMenu(onde); });
     connect(m_Tabela->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this](const QModelIndex &linha) {
@@ -441,6 +443,13 @@ bool RenderLista::eventFilter(QObject *objeto, QEvent *evento)
     if (objeto == m_Tabela && evento->type() == QEvent::KeyPress && Tecla(*static_cast<QKeyEvent *>(evento))) {
         return true;
     }
+    if (evento->type() == QEvent::MouseButtonDblClick && objeto == m_Tabela->viewport()) { // the headings have another
+        const auto &clique = *static_cast<QMouseEvent *>(evento);
+        if (clique.button() == Qt::LeftButton && m_Tabela->indexAt(clique.pos()).isValid()) {
+            Abre();
+            return true;
+        }
+    }
     // The toolkit moves the keyboard before it tells where was clicked. A row that is clicked brings the focus with it,
     // and none may become current before it and scroll it away.
     if (objeto == m_Tabela && evento->type() == QEvent::FocusIn &&
@@ -486,7 +495,21 @@ bool RenderLista::Tecla(const QKeyEvent &tecla)
             },
             Qt::QueuedConnection);
     }
+    if (tecla.modifiers() == Qt::NoModifier && (tecla.key() == Qt::Key_Insert || tecla.key() == Qt::Key_Delete)) {
+        if (!tecla.isAutoRepeat()) {
+            const AtalhoDeLista atalho = tecla.key() == Qt::Key_Insert ? AtalhoDeLista::Inclui : AtalhoDeLista::Remove;
+            const Ref<IControle> vivo = Controle();
+            Age([vivo, atalho] { FazAtalho(dynamic_cast<ztList &>(*vivo), atalho); });
+        }
+        return true;
+    }
     return false;
+}
+
+void RenderLista::Abre()
+{
+    const Ref<IControle> vivo = Controle(); // what is done with the row may close the window and end this object
+    Age([vivo] { AbreLinha(dynamic_cast<ztList &>(*vivo)); });
 }
 
 void RenderLista::Escolhe(const std::string &chave)

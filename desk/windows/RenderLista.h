@@ -57,6 +57,7 @@ class RenderLista : public Renderizador {
     bool Tecla(const QKeyEvent &tecla);
     void AdicionaOrdens(QMenu &menu);
     void AbreMenu(const QPoint &onde);
+    void Abre();
     void Escolhe(const std::string &chave);
 
     AoRedorDaLista m_AoRedor;

@@ -72,6 +72,13 @@ std::optional<Parte> Renderizador::ParteComTeclado() const
     return std::nullopt;
 }
 
+void Renderizador::LevaTeclado(Parte parte)
+{
+    if (QWidget *widget = WidgetDe(parte)) {
+        widget->setFocus(Qt::OtherFocusReason);
+    }
+}
+
 QWidget *Renderizador::WidgetDe(Parte) const
 {
     return m_Widget;

@@ -43,6 +43,8 @@ class Renderizador : public QObject {
     std::vector<QWidget *> Partes() const;
     // That has the keyboard; none when it is elsewhere.
     std::optional<Parte> ParteComTeclado() const;
+    // The keyboard goes there, whatever the control says; nothing without a widget for it.
+    void LevaTeclado(Parte parte);
 
   protected:
     // What is particular to the kind of control; enabled and visible are done before.

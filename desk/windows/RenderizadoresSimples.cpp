@@ -12,6 +12,7 @@
 #include "controls/ztVeiObservacao.h"
 #include "desk/host/Caminhos.h"
 #include "tela/EdicaoDeTexto.h"
+#include "tela/PaginasDeAbas.h"
 #include "tela/TeclasDeCombo.h"
 
 #include <QCheckBox>
@@ -111,7 +112,7 @@ RenderAbas::RenderAbas(Ref<IControle> controle, QWidget *widget, Borda borda)
 {
     auto *abas = qobject_cast<QTabWidget *>(widget);
     connect(abas, &QTabWidget::currentChanged, this, [this](int pagina) {
-        Age([this, pagina] { Como<SSTab>(*this).Abre(static_cast<std::int16_t>(pagina)); });
+        Age([this, pagina] { AbrePagina(Como<SSTab>(*this), static_cast<std::int16_t>(pagina)); });
     });
     // The keyboard is in the strip alone: what has the pages as well would be another stop, and take them along when
     // the order of Tab changes.
@@ -123,6 +124,24 @@ RenderAbas::RenderAbas(Ref<IControle> controle, QWidget *widget, Borda borda)
 QWidget *RenderAbas::WidgetDe(Parte) const
 {
     return qobject_cast<QTabWidget *>(Widget())->tabBar();
+}
+
+// The arrow keys lead along the strip and stay in it.
+bool RenderAbas::eventFilter(QObject *objeto, QEvent *evento)
+{
+    if (evento->type() == QEvent::KeyPress) {
+        const int tecla = static_cast<const QKeyEvent *>(evento)->key();
+        if (tecla == Qt::Key_Left || tecla == Qt::Key_Right) {
+            Age([&] {
+                auto &abas = Como<SSTab>(*this);
+                if (const auto pagina = PaginaVizinha(abas, tecla == Qt::Key_Right ? 1 : -1)) {
+                    abas.Abre(*pagina);
+                }
+            });
+            return true;
+        }
+    }
+    return Renderizador::eventFilter(objeto, evento);
 }
 
 void RenderAbas::Mostra()

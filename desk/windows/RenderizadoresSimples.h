@@ -67,6 +67,7 @@ class RenderAbas : public Renderizador {
   protected:
     void Mostra() override;
     QWidget *WidgetDe(Parte parte) const override;
+    bool eventFilter(QObject *objeto, QEvent *evento) override;
 };
 
 // What all fields of typed text answer to a screen.

@@ -124,7 +124,11 @@ void Teclado::Da(Qt::Key tecla, const QString &texto, Qt::KeyboardModifiers modi
                 topo->activateWindow(); // as a window manager does when another one goes
                 QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
             }
-            QTest::sendKeyEvent(QTest::Click, topo->windowHandle(), tecla, texto, modificadores);
+            const QPointer<QWindow> janela = topo->windowHandle(); // which may be gone when the key comes up
+            QTest::sendKeyEvent(QTest::Press, janela, tecla, texto, modificadores);
+            if (!janela.isNull()) {
+                QTest::sendKeyEvent(QTest::Release, janela, tecla, texto, modificadores);
+            }
         },
         Qt::QueuedConnection);
     NaTela([] {}); // it is on its way

@@ -159,7 +159,7 @@ TEST_F(TecladoTeste, Commands_OfTheList_ByLetterAndByMenu)
         t.Tecla(Qt::Key_F10, Qt::ShiftModifier).EscolheNoMenu("Desativar");
         t.EsperaCaixa("Deseja desativar o equipamento A1 ?");
         t.Alt('N').EsperaJanela("frmLista");
-        t.Alt('S').EsperaCaixa("Deseja desativar o equipamento A1 ?"); // Desativar
+        t.Alt('V').EsperaCaixa("Deseja desativar o equipamento A1 ?"); // Desativar
         t.Alt('S').EsperaLinhas("ztlLista", 2);
         t.Alt('I').EsperaLinhas("ztlLista", 2); // Atualizar
         t.Alt('F').EsperaJanela("Mesa");        // the list's own button

@@ -47,9 +47,10 @@ TEST_F(ComandosDeListaTest, Barra_OfTheStandardMenu_EachCommandHasALetterOfItsOw
     EXPECT_EQ(barra.Fechar, "&Fechar");
     EXPECT_EQ(barra.Ajuda, "&Ajuda");
     EXPECT_TRUE(barra.Visivel);
-    // "e" leads to a menu of the main window, "l" to the search button, "a" to the list's own help.
+    // "e" leads to a menu of the main window, "l" to the search button, which does the same as the command, "a" to the
+    // list's own help.
     EXPECT_EQ(Letras(*lista),
-              (Textos{"&Novo=n", "E&ditar=d", "De&talhes=t", "E&xcluir=x", "L&ocalizar=o", "Atual&izar=i"}));
+              (Textos{"&Novo=n", "E&ditar=d", "De&talhes=t", "E&xcluir=x", "&Localizar=l", "Atual&izar=i"}));
 }
 
 TEST_F(ComandosDeListaTest, Barra_LettersOfTheForm_AreLeftToIt)
@@ -70,17 +71,31 @@ TEST_F(ComandosDeListaTest, Barra_WhenACaptionOfTheFormChanges_GivesWay)
     EXPECT_EQ(BarraDaLista(*lista).Fechar, "Fe&char");
 }
 
-TEST_F(ComandosDeListaTest, Barra_HiddenCommands_TakeNoLetterAndKeepTheirPlace)
+TEST_F(ComandosDeListaTest, Barra_HiddenCommands_KeepTheirLetterAndTheirPlace)
 {
     const Ref<ztList> lista = Lista();
     lista->IncluiItensMenu({{"mnuReativar", "Novamente", "", "", false}});
     EXPECT_EQ(Letras(*lista).back(), "N&ovamente=o");
     lista->MenuVisivel("mnuZTLObjNovo", false);
-    EXPECT_EQ(Letras(*lista).back(), "&Novamente=n");
+    EXPECT_EQ(Letras(*lista).back(), "N&ovamente=o");
     const BarraDeLista barra = BarraDaLista(*lista);
     EXPECT_EQ(barra.Comandos.front().Chave, "mnuZTLObjNovo");
     EXPECT_FALSE(barra.Comandos.front().Visivel);
-    EXPECT_EQ(barra.Comandos.front().Letra, "");
+    EXPECT_EQ(barra.Comandos.front().Letra, "n");
+}
+
+TEST_F(ComandosDeListaTest, Barra_WhenTheModuleChangesACaption_EveryCommandKeepsItsLetter)
+{
+    const Ref<ztList> lista = Lista(3);
+    lista->IncluiItensMenu({{"mnuReativar", "Reativar", "", "", true}, {"mnuRuas", "Ruas", "", "", false}});
+    const Textos antes = Letras(*lista);
+    EXPECT_EQ(antes[6], "Reati&var=v"); // "r" asks for more rows
+    EXPECT_EQ(antes[7], "Rua&s=s");
+    lista->MenuTexto("mnuReativar", "Desativar");
+    EXPECT_EQ(Letras(*lista)[6], "Desati&var=v");
+    lista->MenuTexto("mnuReativar", "Outra coisa");
+    EXPECT_EQ(Letras(*lista)[6], "Outra coisa (&V)=v");
+    EXPECT_EQ(Letras(*lista)[7], antes[7]);
 }
 
 TEST_F(ComandosDeListaTest, Barra_ButtonWithACaptionOfItsOwn_HasTheSameLetterOnTrimmedLines)
@@ -88,9 +103,9 @@ TEST_F(ComandosDeListaTest, Barra_ButtonWithACaptionOfItsOwn_HasTheSameLetterOnT
     const Ref<ztList> lista = Lista();
     lista->IncluiItensMenu({{"mnuLimites", "Limites Diferenciados", " Limites \r\n  Diferenc. ", "Dica", true}});
     const ComandoDeLista comando = BarraDaLista(*lista).Comandos.back();
-    EXPECT_EQ(comando.NoMenu, "L&imites Diferenciados");
-    EXPECT_EQ(comando.Letra, "i"); // "l" searches, "d" edits
-    EXPECT_EQ(comando.NoBotao, "L&imites\nDiferenc.");
+    EXPECT_EQ(comando.NoMenu, "Limite&s Diferenciados");
+    EXPECT_EQ(comando.Letra, "s"); // "l" searches, "d" edits, "i" is kept for Atualizar
+    EXPECT_EQ(comando.NoBotao, "Limite&s\nDiferenc.");
     EXPECT_EQ(comando.Dica, "Dica");
     EXPECT_TRUE(comando.IniciaGrupo);
     EXPECT_TRUE(comando.Utilizavel);

@@ -717,8 +717,8 @@ TEST_F(PessoaTest, Alt_OnTheCommandsOfAList_ChoosesThem)
     EXPECT_FALSE(m_Pessoa.RespondeAlt(U'n'));
     EXPECT_FALSE(m_Pessoa.Alt(U'n'));
     lista->MenuVisivel("mnuZTLObjEditar", false);
-    EXPECT_TRUE(m_Pessoa.Alt(U'd')); // "Detalhes" has it now
-    EXPECT_EQ(m_Tela.Vistos(), Textos{"mnuZTLObjDetalhes"});
+    EXPECT_FALSE(m_Pessoa.Alt(U'd')); // it is no other's
+    EXPECT_EQ(m_Tela.Vistos(), Textos{});
 }
 
 TEST_F(PessoaTest, Alt_OnTheOwnButtonsOfAList_SearchesAndAsksForMore)
@@ -727,9 +727,9 @@ TEST_F(PessoaTest, Alt_OnTheOwnButtonsOfAList_SearchesAndAsksForMore)
     m_Tela.Anota(lista->BotaoClick(), "mais");
     m_Tela.Anota(lista->BotaoLocalizarEnvia(), "localiza");
     EXPECT_TRUE(m_Pessoa.Alt(U'l'));
-    EXPECT_FALSE(m_Pessoa.Alt(U'm'));
+    EXPECT_FALSE(m_Pessoa.Alt(U'r'));
     lista->DefineTemMais(true);
-    EXPECT_TRUE(m_Pessoa.Alt(U'm'));
+    EXPECT_TRUE(m_Pessoa.Alt(U'r'));
     lista->BarraCriteriosAtiva(false);
     EXPECT_FALSE(m_Pessoa.Alt(U'l'));
     EXPECT_EQ(m_Tela.Vistos(), (Textos{"localiza", "mais"}));

@@ -677,7 +677,7 @@ void JanelaForm::DevolveTeclado()
         return;
     }
     NaBorda([this] {
-        if (m_Pessoa.Tab()) {
+        if (m_Pessoa.Retoma()) {
             SegueParada();
         }
     });
@@ -789,6 +789,9 @@ bool JanelaForm::AtoDaTecla(WPARAM tecla)
         return true;
     case VK_F1:
         m_AoRedor.Pedidos.Ajuda();
+        return true;
+    case VK_F5:
+        NaBorda([this] { m_Pessoa.Atalho(AtalhoDeLista::Atualiza); });
         return true;
     default:
         return false;

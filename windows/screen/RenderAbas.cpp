@@ -57,7 +57,7 @@ LRESULT RenderAbas::Notifica(NMHDR &aviso)
     if (aviso.code == TCN_SELCHANGE) {
         const auto lugar = static_cast<std::size_t>(SendMessageW(Principal(), TCM_GETCURSEL, 0, 0));
         if (lugar < m_Abas.size()) {
-            Age([this, pagina = m_Abas[lugar].Pagina] { Como<SSTab>(*this).Abre(pagina); });
+            Age([this, pagina = m_Abas[lugar].Pagina] { AbrePagina(Como<SSTab>(*this), pagina); });
         }
     }
     return 0;

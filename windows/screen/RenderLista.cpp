@@ -446,9 +446,13 @@ std::optional<LRESULT> RenderLista::MensagemDasLinhas(UINT mensagem, WPARAM w, L
     case WM_CHAR:
         return 0;
     case WM_LBUTTONDOWN:
-    case WM_LBUTTONDBLCLK:
     case WM_RBUTTONDOWN:
         ClicaEm(l);
+        return 0;
+    case WM_LBUTTONDBLCLK:
+        if (ClicaEm(l)) {
+            Age([this] { AbreLinha(Como<ztList>(*this)); });
+        }
         return 0;
     case WM_RBUTTONUP: {
         POINT onde{GET_X_LPARAM(l), GET_Y_LPARAM(l)};
@@ -499,6 +503,12 @@ bool RenderLista::Tecla(WPARAM tecla)
     case VK_END:
         vai(TeclaDeLista::End);
         return true;
+    case VK_INSERT:
+        Age([&lista] { FazAtalho(lista, AtalhoDeLista::Inclui); });
+        return true;
+    case VK_DELETE:
+        Age([&lista] { FazAtalho(lista, AtalhoDeLista::Remove); });
+        return true;
     case VK_APPS:
         AbreMenu(-1);
         return true;
@@ -511,7 +521,7 @@ bool RenderLista::Tecla(WPARAM tecla)
 }
 
 // A row that is clicked brings the keyboard with it, and none may become current before it and scroll it away.
-void RenderLista::ClicaEm(LPARAM ponto)
+bool RenderLista::ClicaEm(LPARAM ponto)
 {
     LVHITTESTINFO onde{};
     onde.pt = {GET_X_LPARAM(ponto), GET_Y_LPARAM(ponto)};
@@ -521,6 +531,7 @@ void RenderLista::ClicaEm(LPARAM ponto)
         Age([this, linha] { Como<ztList>(*this).ClicaLinha(linha + 1); });
     }
     Janela().LevaTeclado(m_Linhas);
+    return linha >= 0;
 }
 
 // ponto: of the screen; -1 by the keys.

@@ -62,7 +62,8 @@ class RenderLista : public Renderizador {
     std::optional<LRESULT> MensagemDasLinhas(UINT mensagem, WPARAM w, LPARAM l);
     std::optional<LRESULT> MensagemDoBotao(HWND botao, UINT mensagem, LPARAM l);
     bool Tecla(WPARAM tecla);
-    void ClicaEm(LPARAM ponto);
+    // Whether a row was there.
+    bool ClicaEm(LPARAM ponto);
     void AbreMenu(LPARAM ponto);
     POINT LugarDoMenu(LPARAM ponto) const;
     void Celula(NMLVDISPINFOW &pedido);
