@@ -1,5 +1,6 @@
 #include "desk/windows/CampoDeFiltro.h"
 
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QTableView>
 
@@ -45,10 +46,27 @@ void CampoDeFiltro::keyPressEvent(QKeyEvent *evento)
     case Qt::Key_Return:
     case Qt::Key_Enter:
     case Qt::Key_Down:
-        m_Tabela->setFocus(Qt::OtherFocusReason);
+        VaiAsLinhas();
         break;
     default:
         QLineEdit::keyPressEvent(evento);
+    }
+}
+
+// To the current row, or to the first that is seen.
+void CampoDeFiltro::VaiAsLinhas()
+{
+    m_Tabela->setFocus(Qt::OtherFocusReason);
+    const QModelIndex atual = m_Tabela->currentIndex();
+    if (atual.isValid() && !m_Tabela->isRowHidden(atual.row())) {
+        return;
+    }
+    const int coluna = m_Tabela->horizontalHeader()->logicalIndexAt(0);
+    for (int linha = 0; linha < m_Tabela->model()->rowCount(); ++linha) {
+        if (!m_Tabela->isRowHidden(linha)) {
+            m_Tabela->setCurrentIndex(m_Tabela->model()->index(linha, coluna));
+            return;
+        }
     }
 }
 

@@ -19,6 +19,8 @@ class CampoDeFiltro : public QLineEdit {
     void keyPressEvent(QKeyEvent *evento) override;
 
   private:
+    void VaiAsLinhas();
+
     QTableView *m_Tabela;
 };
 

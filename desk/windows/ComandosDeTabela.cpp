@@ -5,6 +5,7 @@
 #include "desk/windows/ImpressaoDeTabela.h"
 #include "desk/windows/Impressora.h"
 #include "desk/windows/JanelaDasColunas.h"
+#include "desk/windows/TelaDeAndamento.h"
 #include "tela/ComandosDeLista.h"
 #include "tela/Twips.h"
 
@@ -326,7 +327,10 @@ void ComandosDeTabela::Imprime()
     }
     impressa.Rodape = "Impresso em " + QDateTime::currentDateTime().toString("dd/MM/yyyy HH:mm") +
                       (m_Quem.Nome.empty() ? QString() : " por " + Q(m_Quem.Nome));
-    if (!ImpressaoDeTabela(impressa, impressora).Imprime()) {
+    bool feita = false;
+    FazNaFrente("A lista está sendo impressa.", true, m_Tabela->window(),
+                [&](const Segue &segue) { feita = ImpressaoDeTabela(impressa, impressora).Imprime(segue); });
+    if (!feita && vivo) {
         AvisaEmCaixa("Não foi possível imprimir. Confira a impressora e as páginas pedidas.", m_Tabela->window());
     }
 }

@@ -85,7 +85,7 @@ void ImpressaoDeTabela::Reparte()
     }
 }
 
-bool ImpressaoDeTabela::Imprime()
+bool ImpressaoDeTabela::Imprime(const Segue &segue)
 {
     const bool faixa = m_Impressora.printRange() == QPrinter::PageRange && m_Impressora.fromPage() > 0;
     const int primeira = faixa ? m_Impressora.fromPage() : 1;
@@ -95,6 +95,10 @@ bool ImpressaoDeTabela::Imprime()
         return false;
     }
     for (int pagina = primeira; pagina <= ultima; ++pagina) {
+        const QString qual = QString("Página %1 de %2").arg(pagina).arg(Paginas());
+        if (!segue(static_cast<double>(pagina - primeira) / (ultima - primeira + 1), qual.toStdString())) {
+            return m_Impressora.abort() || pincel.end();
+        }
         if (pagina > primeira && !m_Impressora.newPage()) {
             return false;
         }

@@ -1,11 +1,12 @@
 #pragma once
 
+#include "desk/services/Segue.h"
+
 #include <QFont>
 #include <QRectF>
 #include <QString>
 #include <QStringList>
 
-#include <functional>
 #include <vector>
 
 class QPainter;
@@ -31,8 +32,9 @@ class ImpressaoDeTabela {
     ImpressaoDeTabela(const TabelaImpressa &tabela, QPrinter &impressora);
 
     int Paginas() const { return static_cast<int>(m_Primeiras.size()); }
-    // The pages that the printer is told to print; all of them when it is told none. False when it cannot.
-    bool Imprime();
+    // The pages that the printer is told to print; all of them when it is told none. False when it cannot; what is
+    // given up on the way was what the person wanted.
+    bool Imprime(const Segue &segue);
 
   private:
     double Altura(const QStringList &celulas, const QFont &letra) const;

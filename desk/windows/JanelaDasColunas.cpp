@@ -40,7 +40,6 @@ JanelaDasColunas::JanelaDasColunas(const ColunasArrumadas &colunas, const QStrin
     m_Largura->setAccessibleName("Largura da coluna em pontos da tela");
     m_Largura->setRange(MenorLargura, MaiorLargura);
     m_Largura->setSingleStep(10);
-    m_Largura->setKeyboardTracking(false);
     auto *rotulo = new QLabel("Lar&gura:", this);
     rotulo->setBuddy(m_Largura);
     QPushButton *voltar = FazBotao("voltar", "&Voltar ao original", this);

@@ -768,6 +768,7 @@ void Mesa::MostraAjuda(QWidget *dono)
     janela->setWindowTitle("Manual do operador");
     janela->resize(860, 700);
     auto *texto = new QTextBrowser(janela);
+    texto->setAccessibleName("Manual do operador");
     texto->setSearchPaths({":/docs"}); // of the pictures
     QFile manual(":/docs/manual.md");
     texto->setMarkdown(manual.open(QIODevice::ReadOnly) ? QString::fromUtf8(manual.readAll())

@@ -5,12 +5,11 @@
 #include "desk/windows/CampoDeFiltro.h"
 #include "desk/windows/ComandosDeTabela.h"
 #include "desk/windows/ModeloLista.h"
+#include "desk/windows/TelaDeAndamento.h"
 #include "tela/ComandosDeLista.h"
 #include "tela/Partes.h"
 #include "tela/Twips.h"
 
-#include <QApplication>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -18,7 +17,6 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
-#include <QProgressDialog>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTableView>
@@ -28,6 +26,7 @@
 #include <QWheelEvent>
 
 #include <algorithm>
+#include <optional>
 
 namespace mesa {
 
@@ -92,36 +91,6 @@ class RenderLista::Tabela : public QTableView {
     {
         return colunas + style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this) + 2 * frameWidth();
     }
-};
-
-// Tells how far the loading of many rows has come, once it takes so long that a person wonders, and can be given up.
-class RenderLista::Espera {
-  public:
-    explicit Espera(QWidget *dono) : m_Janela("", "&Cancelar", 0, 0, dono)
-    {
-        constexpr int NuncaPorSi = 1'000'000'000;
-        m_Janela.setObjectName("CarregarDemais");
-        m_Janela.setWindowTitle("Carregar as demais linhas");
-        m_Janela.setWindowModality(Qt::WindowModal);
-        m_Janela.setMinimumDuration(NuncaPorSi);
-        m_Janela.reset(); // its own clock has started with it
-        m_Tempo.start();
-    }
-
-    bool Segue(const QString &quantos)
-    {
-        constexpr qint64 Logo = 500; // ms
-        if (!m_Janela.isVisible() && m_Tempo.elapsed() >= Logo && !m_Janela.wasCanceled()) {
-            m_Janela.show();
-        }
-        m_Janela.setLabelText("Carregados: " + quantos);
-        QCoreApplication::processEvents();
-        return !m_Janela.wasCanceled();
-    }
-
-  private:
-    QProgressDialog m_Janela;
-    QElapsedTimer m_Tempo;
 };
 
 RenderLista::RenderLista(Ref<IControle> controle, QWidget *widget, Borda borda, std::function<void()> fecha,
@@ -348,17 +317,18 @@ void RenderLista::Filtra()
 void RenderLista::Ordena(int coluna)
 {
     const QPointer<RenderLista> vivo = this;
-    std::unique_ptr<Espera> espera;
+    TelaDeAndamento janela(m_Tabela->window());
+    std::optional<Andamento> andamento; // from when rows are loaded
     const TelaDaCarga tela{m_AoRedor.Pergunta, [&](const std::string &quantos) {
-                               if (!espera && vivo) {
-                                   espera = std::make_unique<Espera>(m_Tabela->window());
+                               if (!andamento) {
+                                   andamento.emplace(janela, "Carregando as demais linhas.", true);
                                }
-                               return espera && espera->Segue(Q(quantos)) && vivo;
+                               return andamento->Anda(0, "Carregados: " + quantos) && vivo;
                            }};
     const Ref<ztList> lista = ComoTipo<ztList>(Controle());
     m_Carregando = true;
     Age([&] { OrdenaLista(lista, coluna, tela); });
-    espera.reset();
+    andamento.reset();
     if (!vivo) {
         return;
     }

@@ -5,7 +5,6 @@
 #include "tela/LinhasDeLista.h"
 
 #include <map>
-#include <memory>
 
 class QBoxLayout;
 class QKeyEvent;
@@ -43,7 +42,6 @@ class RenderLista : public Renderizador {
 
   private:
     class Tabela;
-    class Espera;
 
     void MontaTabela();
     void MontaLeiaute();

@@ -483,13 +483,13 @@ QStringList FocoInvisivel(QWidget &janela)
 {
     QStringList defeitos;
     const auto retrata = [&](const QWidget &widget) {
-        constexpr int Ao_redor = 3; // where a frame may be
+        constexpr int AoRedor = 3; // where a frame may be
         const QRect onde(widget.mapTo(&janela, QPoint()), widget.size());
-        return janela.grab(onde.adjusted(-Ao_redor, -Ao_redor, Ao_redor, Ao_redor)).toImage();
+        return janela.grab(onde.adjusted(-AoRedor, -AoRedor, AoRedor, AoRedor)).toImage();
     };
     const QPointer<QWidget> antes = janela.focusWidget();
     for (QWidget *widget : Percurso(janela)) {
-        if (QWidget *outro = janela.focusWidget()) {
+        if (QWidget *outro = QApplication::focusWidget()) {
             outro->clearFocus();
         }
         QApplication::processEvents();
