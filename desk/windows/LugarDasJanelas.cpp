@@ -130,6 +130,9 @@ void LugarDasJanelas::Poe(QWidget &janela)
         janela.setMinimumSize(janela.minimumSize().boundedTo({livre.Largura, livre.Altura}));
     }
     const std::optional<LugarDeJanela> lembrado = Lembrado(janela);
+    if (lembrado) { // somebody else may have left it maximised
+        janela.setWindowState(janela.windowState() & ~Qt::WindowMaximized);
+    }
     const Tamanho natural{janela.width(), janela.height()};
     const QWidget *dona = janela.parentWidget() == nullptr ? nullptr : janela.parentWidget()->window();
     if (dona != nullptr) {

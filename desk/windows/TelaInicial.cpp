@@ -57,8 +57,9 @@ TelaInicial::TelaInicial(Pedidos pedidos, QWidget *dono)
     lado->setContentsMargins(0, 0, 0, 0);
     lado->addWidget(titulo);
     lado->addWidget(m_SemRecentes);
-    lado->addWidget(m_Recentes, 1);
+    lado->addWidget(m_Recentes, 100);
     lado->addLayout(EmLinha({m_Abrir}));
+    lado->addStretch(1); // what is left when there is nothing to list
     auto *colunasDaPagina = new QHBoxLayout;
     colunasDaPagina->addLayout(m_Acoes, 2);
     colunasDaPagina->addWidget(m_Lado, 3);

@@ -16,7 +16,7 @@ TextoQueCede::TextoQueCede(QWidget *dono) : QLabel(dono)
 
 QSize TextoQueCede::minimumSizeHint() const
 {
-    constexpr int Letras = 6;
+    constexpr int Letras = 12;
     return {qMin(Letras * fontMetrics().averageCharWidth(), QLabel::sizeHint().width()),
             QLabel::minimumSizeHint().height()};
 }

@@ -168,6 +168,30 @@ TEST_F(TelaInicialTeste, MainWindow_OpensWhereItsUserLeftIt)
     EXPECT_EQ(mesa.geometry(), deixada);
     EntraDeNovo("bia");
     EXPECT_EQ(mesa.geometry(), QRect(100, 100, 800, 500));
+    mesa.showMaximized();
+    EntraDeNovo("ana");
+    EXPECT_FALSE(mesa.isMaximized());
+    EXPECT_EQ(mesa.geometry(), deixada);
+    EntraDeNovo("bia");
+    EXPECT_TRUE(mesa.isMaximized());
+    mesa.showNormal();
+    EXPECT_EQ(mesa.geometry(), QRect(100, 100, 800, 500));
+}
+
+// What stands in front is closed by its own key, whatever becomes of the tabs behind it.
+TEST_F(TelaInicialTeste, ModalWindow_WhileTheTabsBehindItChange_StaysInFront)
+{
+    Entra();
+    Percorre([&](Teclado &t) {
+        AbreLista(t);
+        t.Ctrl(Qt::Key_2).Espera("the other list", [&] {
+            return mesa.findChild<QMdiArea *>()->activeSubWindow()->windowTitle() == "Equipamentos - demais";
+        });
+        t.Ctrl(Qt::Key_Tab).EsperaLinhas("ztlLista", 2).TabAte("ztlLista/linhas");
+        t.Alt('T').EsperaJanela("frmEquipDetalhes");
+        NaTela([&] { mesa.findChild<QMdiArea *>()->activateNextSubWindow(); });
+        t.EsperaJanela("frmEquipDetalhes").Alt('F').EsperaJanela("frmLista").EsperaLinhas("ztlLista", 0);
+    });
 }
 
 TEST_F(TelaInicialTeste, RememberedPlace_ThatMakesNoSense_IsNotUsed)

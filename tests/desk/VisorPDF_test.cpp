@@ -202,7 +202,7 @@ TEST_F(VisorTeste, Text_ChosenWithTheMouse_IsCopied)
             auto *paginas = dynamic_cast<PaginasPDF *>(Teclado::Acha("paginas"));
             // From the left margin to the right one, over the one line of the page.
             const QRectF lugar = paginas->Disposicao().Lugar(0).translated(0, -paginas->verticalScrollBar()->value());
-            const QPoint de = lugar.topLeft().toPoint() + QPoint(4, 20);
+            const QPoint de = lugar.topLeft().toPoint() + QPoint(4, qRound(lugar.height() / 48)); // at any scale
             const QPoint ate(static_cast<int>(lugar.right()) - 4, de.y());
             QTest::mousePress(paginas->viewport(), Qt::LeftButton, {}, de);
             QMouseEvent move(QEvent::MouseMove, ate, paginas->viewport()->mapToGlobal(ate), Qt::NoButton,
