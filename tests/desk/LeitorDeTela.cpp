@@ -489,10 +489,12 @@ QStringList FocoInvisivel(QWidget &janela)
     };
     const QPointer<QWidget> antes = janela.focusWidget();
     for (QWidget *widget : Percurso(janela)) {
-        if (QWidget *outro = QApplication::focusWidget()) {
-            outro->clearFocus();
+        for (int vez = 0; vez < 2; ++vez) { // a window that was just opened may still give the keyboard to somebody
+            QApplication::processEvents();
+            if (QWidget *outro = QApplication::focusWidget()) {
+                outro->clearFocus();
+            }
         }
-        QApplication::processEvents();
         const QImage sem = retrata(*widget);
         widget->setFocus(Qt::TabFocusReason);
         QApplication::processEvents();
