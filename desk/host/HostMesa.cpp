@@ -20,8 +20,11 @@ HostMesa::HostMesa(Ref<IJanelas> janelas, std::filesystem::path diretorio, std::
     ActBar = Novo<ActBarMesa>();
     cGlobal = Novo<GlobalMesa>();
     BancoLocal = Novo<BancoLocalMesa>(m_Diretorio);
+    BancoLocal->Acompanha = ComAndamento();
     Logradouros = Novo<LogradourosMesa>(SessaoAtual());
     m_Controles = Novo<FabricaControles>();
+    m_NomesDeDocumentos = Novo<NomesDeDocumentos>(SessaoAtual(), m_Plataforma->CaminhoModulo(),
+                                                  CriaDiretorios()->ObtemDiretorio(CodigoTemporarios, ""));
     m_AtendeControles.emplace(
         *m_Controles, m_Janelas, Logradouros, [this](std::int32_t codCliente) { return ClienteDe(codCliente); },
         TituloDosAvisos);
@@ -57,6 +60,14 @@ std::filesystem::path HostMesa::PastaDosLayouts() const
 std::function<Ref<SessaoServico>()> HostMesa::SessaoAtual() const
 {
     return [this] { return Servico(); };
+}
+
+// As it is when the work begins.
+FazComAndamento HostMesa::ComAndamento() const
+{
+    return [this](const std::string &frase, bool cancelavel, const std::function<void(const Segue &)> &trabalho) {
+        Acompanha(frase, cancelavel, trabalho);
+    };
 }
 
 // A client that the operator may not choose gives way to their own.
@@ -105,7 +116,8 @@ Ref<IMensagem> HostMesa::CriaMensagem()
 Ref<IDadosVor> HostMesa::CriaDadosVor()
 {
     return Novo<DadosVorMesa>(
-        SessaoAtual(), [this](const std::string &recusa) { MostraRecusa(recusa); }, PastaDosLayouts());
+        SessaoAtual(), [this](const std::string &recusa) { MostraRecusa(recusa); }, PastaDosLayouts(),
+        m_NomesDeDocumentos, ComAndamento());
 }
 
 Ref<IDiretorios> HostMesa::CriaDiretorios()
@@ -120,7 +132,7 @@ Ref<IObjGlobalVor> HostMesa::CriaObjGlobalVor()
 
 Ref<IDocumentoPDF> HostMesa::CriaDocumentoPDF()
 {
-    return Novo<DocumentoPDFMesa>(m_Janelas);
+    return Novo<DocumentoPDFMesa>(m_Janelas, m_NomesDeDocumentos);
 }
 
 } // namespace mesa

@@ -41,6 +41,9 @@ class JanelaForm : public QWidget {
   protected:
     void changeEvent(QEvent *evento) override;
     void closeEvent(QCloseEvent *evento) override;
+    void dragEnterEvent(QDragEnterEvent *evento) override;
+    void dragMoveEvent(QDragMoveEvent *evento) override;
+    void dropEvent(QDropEvent *evento) override;
     bool event(QEvent *evento) override;
     bool eventFilter(QObject *objeto, QEvent *evento) override;
     void keyPressEvent(QKeyEvent *evento) override;
@@ -53,6 +56,7 @@ class JanelaForm : public QWidget {
     void MostraForm();
     void Dimensiona();
     void DizOndeEstaOTeclado();
+    void AceitaSeRecebe(QDropEvent &evento) const;
     std::function<void()> AtoDaTecla(const QKeyEvent &tecla);
 
     Ref<IForm> m_Form;

@@ -1,8 +1,11 @@
 #include "desk/windows/VisorPDF.h"
 
+#include "desk/host/NomesDeDocumentos.h"
 #include "desk/services/TextoQt.h"
 #include "desk/windows/Dialogos.h"
+#include "desk/windows/EscolhaDeArquivo.h"
 #include "desk/windows/ImpressaoDePDF.h"
+#include "desk/windows/Impressora.h"
 #include "desk/windows/LeiauteEmFluxo.h"
 #include "desk/windows/PaginasPDF.h"
 #include "desk/windows/TelaDeAndamento.h"
@@ -11,7 +14,6 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QFile>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QIcon>
@@ -86,6 +88,7 @@ QWidget *VisorPDF::FazBarra()
     m_Pagina->setAccessibleName("Página");
     m_Pagina->setKeyboardTracking(false);
     auto *rotulo = new QLabel("Pá&gina:", barra);
+    rotulo->setObjectName("rotuloPagina");
     rotulo->setBuddy(m_Pagina);
     auto *pagina = new QHBoxLayout;
     pagina->addWidget(rotulo);
@@ -278,6 +281,7 @@ void VisorPDF::Imprime()
 {
     QPrinter impressora(QPrinter::HighResolution);
     impressora.setDocName(m_Nome);
+    PreparaImpressora(impressora);
     QPrintDialog dialogo(&impressora, this);
     dialogo.setWindowTitle("Imprimir documento");
     dialogo.setOptions(QAbstractPrintDialog::PrintToFile | QAbstractPrintDialog::PrintPageRange |
@@ -292,13 +296,19 @@ void VisorPDF::Imprime()
         como = ImprimePDF(*m_Documento, m_Paginas->Atual(), impressora, segue);
     });
     if (como == Impressao::Falhou) {
-        AvisaEmCaixa("Imprimir documento", "Não foi possível imprimir nesta impressora.", this);
+        AvisaEmCaixa("Não foi possível imprimir nesta impressora.", this);
     }
 }
 
 void VisorPDF::SalvaComo()
 {
-    const QString destino = QFileDialog::getSaveFileName(this, "Salvar documento", m_Nome, "PDF (*.pdf)");
+    EscolhaDeArquivo escolha;
+    escolha.Titulo = "Salvar documento";
+    escolha.Filtros = "PDF (*.pdf)";
+    escolha.Uso = "documentos";
+    escolha.Extensao = "pdf";
+    escolha.Nome = Q(NomeDeArquivo(S(m_Nome), ".pdf"));
+    const QString destino = EscolheParaSalvar(escolha, this);
     if (destino.isEmpty()) {
         return;
     }
@@ -306,7 +316,7 @@ void VisorPDF::SalvaComo()
     arquivo.open(QIODevice::WriteOnly);
     arquivo.write(m_Bytes.data());
     if (!arquivo.commit()) {
-        AvisaEmCaixa("Salvar documento", "Não foi possível salvar o documento em " + destino + ".", this);
+        AvisaEmCaixa("Não foi possível salvar o documento em " + destino + ".", this);
     }
 }
 
