@@ -41,6 +41,22 @@ constexpr double PassoDoZoom = 1.25;
 constexpr double ParteDaTela = 0.9;
 constexpr qsizetype LugarDoInicio = 1024; // bytes in which a PDF says that it is one
 
+// The library tells a word in pieces, letter by letter at times.
+QList<QRectF> PorLinha(const QList<QRectF> &pedacos)
+{
+    QList<QRectF> linhas;
+    for (const QRectF &pedaco : pedacos) {
+        const bool continua =
+            !linhas.isEmpty() && linhas.back().top() < pedaco.bottom() && pedaco.top() < linhas.back().bottom();
+        if (continua) {
+            linhas.back() |= pedaco;
+        } else {
+            linhas << pedaco;
+        }
+    }
+    return linhas;
+}
+
 } // namespace
 
 VisorPDF::VisorPDF(QWidget *dono)
@@ -102,6 +118,7 @@ QWidget *VisorPDF::FazBarra()
     m_Zoom->setAccessibleName("Tamanho");
     m_Zoom->setMinimumWidth(m_Zoom->fontMetrics().horizontalAdvance("000 %"));
     m_Zoom->setAlignment(Qt::AlignCenter);
+    m_Zoom->setMinimumHeight(m_Pagina->sizeHint().height());
     fluxo->addWidget(m_Zoom);
     botao("largura", "&Largura", "largura", [this] { m_Paginas->Ajusta(AjusteDaPagina::Largura); });
     botao("inteira", "Página in&teira", "pagina", [this] { m_Paginas->Ajusta(AjusteDaPagina::PaginaInteira); });
@@ -237,7 +254,7 @@ void VisorPDF::Procura(int passo)
             if (daqui < 0 && pagina >= m_Paginas->Atual()) {
                 daqui = static_cast<int>(achados.size());
             }
-            achados.push_back({pagina, achado.rectangles()});
+            achados.push_back({pagina, PorLinha(achado.rectangles())});
         }
     }
     const int total = static_cast<int>(achados.size());
