@@ -1,7 +1,13 @@
 #include "controls/CommonDialog.h"
 
+#include <utility>
+
 void CommonDialog::ShowOpen()
 {
+    if (!m_Trazido.empty()) {
+        m_FileName = std::exchange(m_Trazido, {});
+        return;
+    }
     Ref<IControle> vivo = Vivo();
     m_Mostrando = true;
     try {

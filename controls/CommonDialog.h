@@ -21,12 +21,15 @@ class CommonDialog : public Controle<ICommonDialog> {
     Evento<> &AoMostrar() { return m_AoMostrar; }
     // The person chooses a file. Only while the dialog is shown.
     bool Escolhe(const std::string &caminho);
+    // The person brings a file: it is what the dialog answers next, without being shown. Empty: no more.
+    void Traz(const std::string &caminho) { m_Trazido = caminho; }
 
   private:
     std::string m_Filter;
     std::string m_DefaultExt;
     std::string m_DialogTitle;
     std::string m_FileName;
+    std::string m_Trazido;
     bool m_Mostrando = false;
     Evento<> m_AoMostrar;
 };

@@ -32,7 +32,7 @@ DesfechoDaCopia RestauraNaTela(const std::filesystem::path &registro, const Pedi
     DesfechoDaCopia desfecho;
     JanelaDeTrabalho janela(
         "Restaurar", "A cópia está sendo conferida e posta no lugar do registro.",
-        [&](const SegueAto &segue) {
+        [&](const Segue &segue) {
             desfecho = Restauracao(registro.string(), Conferidor::Achados).Faz(pedido, Agora(), [&](double parte) {
                 return segue(parte, "");
             });

@@ -27,7 +27,8 @@ void AtendeControles::Conecta(const Ref<IControle> &controle)
     if (auto *dialogo = dynamic_cast<CommonDialog *>(controle.Ponteiro())) {
         Mantem(controle, dialogo->AoMostrar(), std::function<void()>([this, dialogo] {
                    const Ref<IJanelas> janelas = m_Janelas; // the host may end while the person chooses
-                   if (const auto escolhido = janelas->EscolheArquivo(dialogo->Filter(), dialogo->DialogTitle())) {
+                   if (const auto escolhido = janelas->EscolheArquivo(dialogo->Filter(), dialogo->DialogTitle(),
+                                                                      dialogo->DefaultExt(), dialogo->FileName())) {
                        dialogo->Escolhe(*escolhido);
                    }
                }));

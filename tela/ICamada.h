@@ -52,6 +52,14 @@ struct FiltroDeArquivo {
     std::string Padrao;
 };
 
+// What a person is asked for when they are to choose a file.
+struct PedidoDeArquivo {
+    std::vector<FiltroDeArquivo> Filtros;
+    std::string Titulo;
+    std::string Extensao; // of a name that is typed without one, as "pdf"; empty for none
+    std::string Nome;     // that is offered, with its folder; empty for none
+};
+
 // A screen, as far as the window manager needs one: what it takes to put windows on it and to ask the person. Which
 // window is modal, whose owner it is and which goes with which is the manager's. An owner that is Nothing is the main
 // window.
@@ -73,10 +81,10 @@ class ICamada : public Objeto {
                                 const Ref<IJanela> &dono) = 0;
     virtual void MostraCaixa(TipoDeCaixa tipo, const std::string &texto, const std::string &titulo,
                              const std::string &detalhes, const Ref<IJanela> &dono) = 0;
-    virtual std::optional<std::string> EscolheArquivo(const std::vector<FiltroDeArquivo> &filtros,
-                                                      const std::string &titulo, const Ref<IJanela> &dono) = 0;
-    // Makes the viewer of a document, not yet shown; Nothing when the file is none. fechou: the viewer is done.
-    virtual Ref<IJanela> FazVisor(const std::string &caminho, const Ref<IJanela> &dono,
+    virtual std::optional<std::string> EscolheArquivo(const PedidoDeArquivo &pedido, const Ref<IJanela> &dono) = 0;
+    // Makes the viewer of a document, not yet shown; Nothing when the file is none. nome: what the document is called,
+    // empty for the name of its file. fechou: the viewer is done.
+    virtual Ref<IJanela> FazVisor(const std::string &caminho, const std::string &nome, const Ref<IJanela> &dono,
                                   const std::function<void()> &fechou) = 0;
     virtual void MostraAjuda(const std::string &topico, const Ref<IJanela> &dono) = 0;
 };

@@ -30,8 +30,11 @@ class IJanelas : public Objeto {
                             const std::string &fonte, const std::string &titulo) = 0;
 
     // Path of the file chosen; no value when the person cancelled. filtro: pairs of text and pattern separated by "|".
-    virtual std::optional<std::string> EscolheArquivo(const std::string &filtro, const std::string &titulo) = 0;
-    // Shows a PDF. False, after words to the person, when the file is none. modal: returns when the viewer is closed.
-    virtual bool MostraPDF(const std::string &caminho, bool modal) = 0;
+    // extensao: of a name that is typed without one, as a pattern. nome: is offered.
+    virtual std::optional<std::string> EscolheArquivo(const std::string &filtro, const std::string &titulo,
+                                                      const std::string &extensao, const std::string &nome) = 0;
+    // Shows a PDF. False, after words to the person, when the file is none. nome: what it is called, empty for the name
+    // of its file. modal: returns when the viewer is closed.
+    virtual bool MostraPDF(const std::string &caminho, const std::string &nome, bool modal) = 0;
     virtual void MostraAjuda(const std::string &topico) = 0;
 };

@@ -239,17 +239,24 @@ void Janelas::MostraErro(const std::string &contexto, std::int32_t numero, const
                           "Erro " + std::to_string(numero) + " em " + contexto + "\nCaminho: " + fonte, Frente());
 }
 
-std::optional<std::string> Janelas::EscolheArquivo(const std::string &filtro, const std::string &titulo)
+std::optional<std::string> Janelas::EscolheArquivo(const std::string &filtro, const std::string &titulo,
+                                                   const std::string &extensao, const std::string &nome)
 {
     const std::vector<std::string> partes = Divide(filtro, "|");
-    std::vector<FiltroDeArquivo> filtros;
+    PedidoDeArquivo pedido;
     for (std::size_t par = 0; par + 1 < partes.size(); par += 2) {
-        filtros.push_back({partes[par], partes[par + 1]});
+        pedido.Filtros.push_back({partes[par], partes[par + 1]});
     }
-    return m_Camada->EscolheArquivo(filtros, titulo, Frente());
+    pedido.Titulo = titulo;
+    pedido.Extensao = extensao.substr(extensao.rfind('.') + 1); // "*.pdf" and ".pdf" as "pdf"
+    if (pedido.Extensao.find('*') != std::string::npos) {
+        pedido.Extensao.clear(); // any
+    }
+    pedido.Nome = nome;
+    return m_Camada->EscolheArquivo(pedido, Frente());
 }
 
-bool Janelas::MostraPDF(const std::string &caminho, bool modal)
+bool Janelas::MostraPDF(const std::string &caminho, const std::string &nome, bool modal)
 {
     DefineEspera(false);
     const auto fechou = [this] {
@@ -257,7 +264,7 @@ bool Janelas::MostraPDF(const std::string &caminho, bool modal)
             NaBorda(FechouVisor);
         }
     };
-    const Ref<IJanela> visor = m_Camada->FazVisor(caminho, Frente(), fechou);
+    const Ref<IJanela> visor = m_Camada->FazVisor(caminho, nome, Frente(), fechou);
     if (!visor) {
         Avisa("O arquivo '" + caminho + "' não é um documento PDF que possa ser aberto.", "Registro de Equipamentos");
         return false;

@@ -48,8 +48,9 @@ class Janelas : public IJanelas {
     void Avisa(const std::string &texto, const std::string &titulo) override;
     void MostraErro(const std::string &contexto, std::int32_t numero, const std::string &descricao,
                     const std::string &fonte, const std::string &titulo) override;
-    std::optional<std::string> EscolheArquivo(const std::string &filtro, const std::string &titulo) override;
-    bool MostraPDF(const std::string &caminho, bool modal) override;
+    std::optional<std::string> EscolheArquivo(const std::string &filtro, const std::string &titulo,
+                                              const std::string &extensao, const std::string &nome) override;
+    bool MostraPDF(const std::string &caminho, const std::string &nome, bool modal) override;
     void MostraAjuda(const std::string &topico) override;
 
   private:

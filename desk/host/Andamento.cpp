@@ -43,6 +43,11 @@ Segue Andamento::ComoSegue()
     return [this](double parte, const std::string &oQue) { return Anda(parte, oQue); };
 }
 
+void SemAndamento(const std::string &, bool, const std::function<void(const Segue &)> &trabalho)
+{
+    trabalho([](double, const std::string &) { return true; });
+}
+
 std::chrono::milliseconds Andamento::RelogioDoSistema()
 {
     return std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now().time_since_epoch());

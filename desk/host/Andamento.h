@@ -55,5 +55,7 @@ class Andamento {
 // Runs a work, and shows how far it is when it lasts.
 using FazComAndamento =
     std::function<void(const std::string &frase, bool cancelavel, const std::function<void(const Segue &)> &trabalho)>;
+// Where there is no screen.
+void SemAndamento(const std::string &frase, bool cancelavel, const std::function<void(const Segue &)> &trabalho);
 
 } // namespace mesa

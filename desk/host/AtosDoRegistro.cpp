@@ -10,7 +10,7 @@ namespace mesa {
 AtosDoRegistro FazAtosDoRegistro(const std::string &registro, const Relogio &agora)
 {
     AtosDoRegistro atos;
-    atos.Confere = [=](const SegueAto &segue) {
+    atos.Confere = [=](const Segue &segue) {
         using Desfecho = ResultadoDaConferencia::Desfecho;
         const Conferidor conferidor(registro);
         const ResultadoDaConferencia resultado = conferidor.Confere(segue);
@@ -20,7 +20,7 @@ AtosDoRegistro FazAtosDoRegistro(const std::string &registro, const Relogio &ago
         return ResultadoDoAto{resultado.Como != Desfecho::Cancelada, resultado.Frase, resultado.Achados,
                               resultado.Avisos, conferidor.Relatorio(resultado, agora())};
     };
-    atos.Copia = [=](const std::string &pasta, const SegueAto &segue) {
+    atos.Copia = [=](const std::string &pasta, const Segue &segue) {
         const DesfechoDaCopia copia =
             Copia(registro, Conferidor::Achados).Faz(pasta, agora(), Copia::QuantasPadrao, [&](double parte) {
                 return segue(parte, "");

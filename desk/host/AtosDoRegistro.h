@@ -2,6 +2,7 @@
 
 #include "desk/services/Cabeca.h"
 #include "desk/services/Instante.h"
+#include "desk/services/Segue.h"
 
 #include <functional>
 #include <string>
@@ -18,15 +19,12 @@ struct ResultadoDoAto {
     std::string Relatorio = {};           // what is kept of it; empty for the sentences
 };
 
-// Told on the way: the part that is done, 0 to 1, and what is being looked at. False gives up.
-using SegueAto = std::function<bool(double parte, const std::string &oQue)>;
-
 // What can be done with the registry as a whole; what is empty is not offered. Check and copy run outside of the
 // windows' thread.
 struct AtosDoRegistro {
-    std::function<ResultadoDoAto(const SegueAto &)> Confere;
+    std::function<ResultadoDoAto(const Segue &)> Confere;
     // Makes a copy in a directory.
-    std::function<ResultadoDoAto(const std::string &pasta, const SegueAto &)> Copia;
+    std::function<ResultadoDoAto(const std::string &pasta, const Segue &)> Copia;
     // The end of the history, signed, to be kept elsewhere.
     std::function<CabecaAssinada()> Cabeca;
     // Takes note of the copy that is put in the registry's place when the desk is closed, which it then is.

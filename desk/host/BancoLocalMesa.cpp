@@ -338,8 +338,17 @@ Ref<IMDB> BancoLocalMesa::Abre()
     return Novo<LeituraDoBanco>(m_Arquivo, m_Estado);
 }
 
-void BancoLocalMesa::AtualizaReplica(SessaoServico &sessao)
+bool BancoLocalMesa::AtualizaReplica(SessaoServico &sessao, bool cancelavel)
 {
+    bool feita = false;
+    Acompanha("Os dados dos equipamentos estão sendo copiados para a consulta local.", cancelavel,
+              [&](const Segue &segue) { feita = AtualizaReplica(sessao, segue); });
+    return feita;
+}
+
+bool BancoLocalMesa::AtualizaReplica(SessaoServico &sessao, const Segue &segue)
+{
+    const Acompanhamento acompanhamento(sessao, segue);
     const ConexaoLocal conexao(m_Arquivo, /*somenteLeitura=*/false);
     TransacaoLocal transacao(conexao);
     conexao.Executa("DELETE FROM VOREQUIPTO");
@@ -347,9 +356,13 @@ void BancoLocalMesa::AtualizaReplica(SessaoServico &sessao)
         conexao.Executa("INSERT INTO VOREQUIPTO VALUES (?, ?, ?, ?, ?)",
                         {linha.NroIntEquip, Q(linha.ClienteInc), Q(linha.Codigo), Q(linha.TipoEquip), linha.Ativo});
     });
+    if (momento.Vazia()) {
+        return false;
+    }
     transacao.Confirma();
     m_DataDaReplica = momento;
     m_Estado = "(UF_MUNIC = '" + UFDoCliente(sessao) + "' OR COD_MUNIC = " + CStr(sessao.Operador().CodMunic) + ")";
+    return true;
 }
 
 } // namespace mesa

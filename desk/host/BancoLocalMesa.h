@@ -1,5 +1,6 @@
 #pragma once
 
+#include "desk/host/Andamento.h"
 #include "desk/services/SessaoServico.h"
 #include "host/IMDB.h"
 
@@ -26,12 +27,16 @@ class BancoLocalMesa : public Objeto {
     // A read-only connection for the module. The module names one state in what it asks of the municipalities; here it
     // means the state of the client of the last replica, and the municipality to which the operator is tied.
     Ref<IMDB> Abre();
-    // Fetches the replica of the session's client anew, all of it or nothing.
-    void AtualizaReplica(SessaoServico &sessao);
+    // Fetches the replica of the session's client anew, all of it or nothing. False when the person has given it up,
+    // which they can if it is cancelavel: the old one stays.
+    bool AtualizaReplica(SessaoServico &sessao, bool cancelavel = false);
+    // Shows how far it is.
+    FazComAndamento Acompanha = SemAndamento;
     // Moment of which the replica tells; empty before the first refresh.
     Data DataDaReplica() const { return m_DataDaReplica; }
 
   private:
+    bool AtualizaReplica(SessaoServico &sessao, const Segue &segue);
     void TomaArquivo(const std::filesystem::path &diretorio);
 
     std::filesystem::path m_Arquivo;

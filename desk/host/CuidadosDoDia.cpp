@@ -65,19 +65,19 @@ CuidadosDoDia::Trabalho CuidadosDoDia::Prepara(Cuidado qual) const
     const AtosDoRegistro atos = FazAtosDoRegistro(m_Registro, m_Agora);
     switch (qual) {
     case Cuidado::Copia:
-        return {qual, [faz = atos.Copia, pasta = Copia::PastaPadrao(m_Registro)](const SegueAto &segue) {
+        return {qual, [faz = atos.Copia, pasta = Copia::PastaPadrao(m_Registro)](const Segue &segue) {
                     return Tenta([&] { return faz(pasta, segue); });
                 }};
     case Cuidado::Cabeca:
         return {qual,
-                [registro = m_Registro, pasta = m_Preferencias.PastaDasCabecas(), agora = m_Agora](const SegueAto &) {
+                [registro = m_Registro, pasta = m_Preferencias.PastaDasCabecas(), agora = m_Agora](const Segue &) {
                     return Tenta([&] {
                         ExportacaoDeCabeca::ExportaSeDevida(registro, pasta, agora());
                         return ResultadoDoAto{true, "A cabeça do histórico foi guardada.", {}};
                     });
                 }};
     default:
-        return {qual, [faz = atos.Confere](const SegueAto &segue) { return Tenta([&] { return faz(segue); }); }};
+        return {qual, [faz = atos.Confere](const Segue &segue) { return Tenta([&] { return faz(segue); }); }};
     }
 }
 

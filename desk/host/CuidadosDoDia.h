@@ -21,7 +21,7 @@ class CuidadosDoDia {
     struct Trabalho {
         Cuidado Qual{};
         // Runs on any thread; what went wrong is among the findings.
-        std::function<ResultadoDoAto(const SegueAto &)> Faz;
+        std::function<ResultadoDoAto(const Segue &)> Faz;
     };
 
     // registro: the file of the services' registry.

@@ -6,11 +6,19 @@
 
 namespace mesa {
 
+namespace {
+
+constexpr QSizeF Comum(595, 842); // A4
+
+} // namespace
+
 void DisposicaoDePaginas::DefinePaginas(std::vector<QSizeF> paginas)
 {
     m_Paginas = std::move(paginas);
-    for (QSizeF &pagina : m_Paginas) { // a damaged page may say that it has none
-        pagina = pagina.expandedTo({1, 1});
+    for (QSizeF &pagina : m_Paginas) {
+        if (pagina.width() < 1 || pagina.height() < 1) { // a damaged one
+            pagina = Comum;
+        }
     }
     Dispoe();
 }

@@ -20,8 +20,11 @@ HostMesa::HostMesa(Ref<IJanelas> janelas, std::filesystem::path diretorio, std::
     ActBar = Novo<ActBarMesa>();
     cGlobal = Novo<GlobalMesa>();
     BancoLocal = Novo<BancoLocalMesa>(m_Diretorio);
+    BancoLocal->Acompanha = ComAndamento();
     Logradouros = Novo<LogradourosMesa>(SessaoAtual());
     m_Controles = Novo<FabricaControles>();
+    m_NomesDeDocumentos = Novo<NomesDeDocumentos>(SessaoAtual(), m_Plataforma->CaminhoModulo(),
+                                                  CriaDiretorios()->ObtemDiretorio(CodigoTemporarios, ""));
     m_AtendeControles.emplace(
         *m_Controles, m_Janelas, Logradouros, [this](std::int32_t codCliente) { return ClienteDe(codCliente); },
         TituloDosAvisos);
@@ -63,6 +66,14 @@ std::filesystem::path HostMesa::PastaDosLayouts() const
 std::function<Ref<SessaoServico>()> HostMesa::SessaoAtual() const
 {
     return [this] { return Servico(); };
+}
+
+// As it is when the work begins.
+FazComAndamento HostMesa::ComAndamento() const
+{
+    return [this](const std::string &frase, bool cancelavel, const std::function<void(const Segue &)> &trabalho) {
+        Acompanha(frase, cancelavel, trabalho);
+    };
 }
 
 // A client that the operator may not choose gives way to their own.
@@ -111,7 +122,8 @@ Ref<IMensagem> HostMesa::CriaMensagem()
 Ref<IDadosVor> HostMesa::CriaDadosVor()
 {
     return Novo<DadosVorMesa>(
-        SessaoAtual(), [this](const std::string &recusa) { MostraRecusa(recusa); }, PastaDosLayouts());
+        SessaoAtual(), [this](const std::string &recusa) { MostraRecusa(recusa); }, PastaDosLayouts(),
+        m_NomesDeDocumentos, ComAndamento());
 }
 
 Ref<IDiretorios> HostMesa::CriaDiretorios()
@@ -126,7 +138,7 @@ Ref<IObjGlobalVor> HostMesa::CriaObjGlobalVor()
 
 Ref<IDocumentoPDF> HostMesa::CriaDocumentoPDF()
 {
-    return Novo<DocumentoPDFMesa>(m_Janelas);
+    return Novo<DocumentoPDFMesa>(m_Janelas, m_NomesDeDocumentos);
 }
 
 } // namespace mesa

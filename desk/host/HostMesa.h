@@ -1,9 +1,11 @@
 #pragma once
 
 #include "controls/FabricaControles.h"
+#include "desk/host/Andamento.h"
 #include "desk/host/AplicacaoMesa.h"
 #include "desk/host/BancoLocalMesa.h"
 #include "desk/host/Logradouros.h"
+#include "desk/host/NomesDeDocumentos.h"
 #include "desk/host/PlataformaMesa.h"
 #include "desk/host/SessaoMesa.h"
 #include "host/HostServices.h"
@@ -44,6 +46,9 @@ class HostMesa : public HostServices {
     Ref<BancoLocalMesa> BancoLocal;
     Ref<LogradourosMesa> Logradouros;
 
+    // Shows how far a work is that lasts.
+    FazComAndamento Acompanha = SemAndamento;
+
     // The services' session; fault 91 when nobody is signed in.
     Ref<SessaoServico> Servico() const;
     // The control factory, for the layer that answers what the pickers and file dialogs ask.
@@ -66,6 +71,7 @@ class HostMesa : public HostServices {
     std::function<Ref<SessaoServico>()> SessaoAtual() const;
     std::filesystem::path PastaDosLayouts() const;
     void MostraRecusa(const std::string &recusa) const;
+    FazComAndamento ComAndamento() const;
     // Name of the client with which a picker starts.
     std::string ClienteDe(std::int32_t codCliente) const;
 
@@ -73,6 +79,7 @@ class HostMesa : public HostServices {
     std::filesystem::path m_Diretorio;
     Ref<PlataformaMesa> m_Plataforma;
     Ref<FabricaControles> m_Controles;
+    Ref<NomesDeDocumentos> m_NomesDeDocumentos;
     Ref<SessaoMesa> m_objMTM;
     Ref<AcessoMesa> m_objSCA;
     std::optional<AtendeControles> m_AtendeControles;

@@ -37,6 +37,9 @@ class PaginaAdministracao {
     PaginaAdministracao &operator=(const PaginaAdministracao &) = delete;
     virtual ~PaginaAdministracao() = default;
 
+    // Told how far a command is that takes long.
+    void Acompanha(Segue segue) { m_Sessao->Acompanha(std::move(segue)); }
+
     virtual std::string_view Nome() const = 0;
     virtual std::string_view Titulo() const = 0;
     virtual std::vector<std::string> Colunas() const = 0;

@@ -12,11 +12,15 @@ namespace mesa {
 
 namespace {
 
+std::string NomeDe(const ParametrosRelatorio &parametros)
+{
+    return parametros.Relatorio.EhObjeto() ? std::string("Relatório") : parametros.Relatorio.Texto();
+}
+
 // The report's values as a page: its name, and the parameters that it was given.
 QString Pagina(const ParametrosRelatorio &parametros, const Ref<ICursor> &cursor)
 {
-    const std::string nome = parametros.Relatorio.EhObjeto() ? std::string("Relatório") : parametros.Relatorio.Texto();
-    QString pagina = "<h2>" + QString::fromStdString(nome).toHtmlEscaped() + "</h2>";
+    QString pagina = "<h2>" + QString::fromStdString(NomeDe(parametros)).toHtmlEscaped() + "</h2>";
     for (const std::string &parametro : parametros.aParam) {
         pagina += "<p>" + QString::fromStdString(parametro).toHtmlEscaped() + "</p>";
     }
@@ -43,7 +47,7 @@ bool RelatoriosMesa::Imprimir(ParametrosRelatorio &parametros)
     QTextDocument documento;
     documento.setHtml(Pagina(parametros, m_Cursor));
     documento.print(&papel);
-    return m_Janelas->MostraPDF(CaminhoDoModulo(arquivo), true);
+    return m_Janelas->MostraPDF(CaminhoDoModulo(arquivo), NomeDe(parametros), true);
 }
 
 bool RelatoriosMesa::ImprimirDesigner(ParametrosRelatorio &parametros)

@@ -21,9 +21,9 @@ namespace mesa {
 
 namespace {
 
-constexpr std::int16_t CodigoTemporarios = 99;
 constexpr std::int16_t MedidorTodos = 0;
 constexpr std::int16_t UltimoMedidor = 3;
+constexpr std::size_t PedacoDoDocumento = 262144;
 constexpr std::size_t MaiorLeitura = MaiorDocumento + 1; // so that the services see the excess
 
 bool Oferece(const TipoOferecido &tipo, std::int16_t medidor, bool trabFoto)
@@ -106,10 +106,13 @@ Bytes MensagemMesa::TextoParaBytes(const std::string &texto)
 }
 
 DadosVorMesa::DadosVorMesa(std::function<Ref<SessaoServico>()> sessao,
-                           std::function<void(const std::string &)> mostraRecusa, std::filesystem::path layouts)
+                           std::function<void(const std::string &)> mostraRecusa, std::filesystem::path layouts,
+                           Ref<NomesDeDocumentos> nomes, FazComAndamento acompanha)
     : m_Sessao(std::move(sessao)),
       m_MostraRecusa(std::move(mostraRecusa)),
-      m_Layouts(std::move(layouts))
+      m_Layouts(std::move(layouts)),
+      m_Nomes(std::move(nomes)),
+      m_Acompanha(std::move(acompanha))
 {
 }
 
@@ -189,34 +192,61 @@ void DadosVorMesa::PreencheTipoEquip(const Ref<IztCombo> &combo, std::int16_t ti
     }
 }
 
-bool DadosVorMesa::EnviaDocumento(const std::string &caminho, double &nroDocumento, std::int32_t)
+// Piece by piece: the disk may be slow. Nothing with the reason in recusa.
+std::optional<Bytes> DadosVorMesa::LeArquivo(const std::string &caminho, const Segue &segue, std::string &recusa)
 {
     std::ifstream arquivo(CaminhoDoSistema(caminho), std::ios::binary);
     if (!arquivo) {
-        m_MostraRecusa("O arquivo '" + caminho + "' não pôde ser aberto.");
-        return false;
+        recusa = "O arquivo '" + caminho + "' não pôde ser aberto.";
+        return std::nullopt;
     }
-    Bytes bytes(MaiorLeitura);
-    arquivo.read(reinterpret_cast<char *>(bytes.data()), static_cast<std::streamsize>(MaiorLeitura));
-    if (arquivo.bad()) {
-        throw Falha(NumeroFalha::ErroDeAcesso);
+    Bytes bytes;
+    Bytes pedaco(PedacoDoDocumento);
+    while (arquivo && bytes.size() < MaiorLeitura) {
+        if (!segue(static_cast<double>(bytes.size()) / MaiorLeitura, "Lendo o arquivo")) {
+            recusa = "O envio foi cancelado: nada foi gravado.";
+            return std::nullopt;
+        }
+        arquivo.read(reinterpret_cast<char *>(pedaco.data()), static_cast<std::streamsize>(pedaco.size()));
+        if (arquivo.bad()) {
+            throw Falha(NumeroFalha::ErroDeAcesso);
+        }
+        bytes.insert(bytes.end(), pedaco.begin(), pedaco.begin() + arquivo.gcount());
     }
-    bytes.resize(static_cast<std::size_t>(arquivo.gcount()));
+    return bytes;
+}
+
+bool DadosVorMesa::EnviaDocumento(const std::string &caminho, double &nroDocumento, std::int32_t)
+{
+    bool enviou = false;
     std::string recusa;
-    if (!m_Sessao()->GuardaDocumento(bytes, nroDocumento, recusa)) {
+    m_Acompanha("O documento está sendo enviado.", /*cancelavel=*/true, [&](const Segue &segue) {
+        if (const auto bytes = LeArquivo(caminho, segue, recusa)) {
+            const Ref<SessaoServico> sessao = m_Sessao();
+            const Acompanhamento acompanhamento(*sessao, segue);
+            enviou = sessao->GuardaDocumento(*bytes, nroDocumento, recusa);
+        }
+    });
+    if (!enviou) {
         m_MostraRecusa(recusa);
-        return false;
     }
-    return true;
+    return enviou;
 }
 
 bool DadosVorMesa::RecebeDocumento(double nroDocumento, Bytes &bytes, bool)
 {
+    bool recebeu = false;
     std::string recusa;
-    if (!m_Sessao()->LeDocumento(nroDocumento, bytes, recusa)) {
+    m_Acompanha("O documento está sendo lido.", /*cancelavel=*/true, [&](const Segue &segue) {
+        const Ref<SessaoServico> sessao = m_Sessao();
+        const Acompanhamento acompanhamento(*sessao, segue);
+        recebeu = sessao->LeDocumento(nroDocumento, bytes, recusa);
+    });
+    if (!recebeu) {
         m_MostraRecusa(recusa);
         return false;
     }
+    m_Nomes->Recebeu(nroDocumento);
     return true;
 }
 

@@ -1,11 +1,14 @@
 #pragma once
 
+#include "desk/host/Andamento.h"
+#include "desk/host/NomesDeDocumentos.h"
 #include "desk/services/SessaoServico.h"
 #include "host/IServicos.h"
 #include "tela/IJanelas.h"
 
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -37,7 +40,7 @@ class DadosVorMesa : public IDadosVor {
   public:
     // layouts: the directory that stands for the registry's layouts.
     DadosVorMesa(std::function<Ref<SessaoServico>()> sessao, std::function<void(const std::string &)> mostraRecusa,
-                 std::filesystem::path layouts);
+                 std::filesystem::path layouts, Ref<NomesDeDocumentos> nomes, FazComAndamento acompanha);
     // Names of the files that are found in it: of the layouts that the form of an equipment may offer.
     static std::vector<std::string> ArquivosDeLayout(SessaoServico &sessao);
     std::string_view NomeTipo() const override { return "DadosVor"; }
@@ -56,8 +59,14 @@ class DadosVorMesa : public IDadosVor {
   private:
     std::function<Ref<SessaoServico>()> m_Sessao;
     std::function<void(const std::string &)> m_MostraRecusa;
+    static std::optional<Bytes> LeArquivo(const std::string &caminho, const Segue &segue, std::string &recusa);
+
     std::filesystem::path m_Layouts;
+    Ref<NomesDeDocumentos> m_Nomes;
+    FazComAndamento m_Acompanha;
 };
+
+inline constexpr std::int16_t CodigoTemporarios = 99;
 
 // Directory of the temporary documents.
 class DiretoriosMesa : public IDiretorios {
@@ -86,14 +95,19 @@ class ObjGlobalVorMesa : public IObjGlobalVor {
 
 class DocumentoPDFMesa : public IDocumentoPDF {
   public:
-    explicit DocumentoPDFMesa(Ref<IJanelas> janelas) : m_Janelas(std::move(janelas)) {}
+    DocumentoPDFMesa(Ref<IJanelas> janelas, Ref<NomesDeDocumentos> nomes)
+        : m_Janelas(std::move(janelas)),
+          m_Nomes(std::move(nomes))
+    {
+    }
     std::string_view NomeTipo() const override { return "DocumentoPDF"; }
 
     void DefineArquivoPDF(const std::string &caminho) override { m_Caminho = caminho; }
-    bool Mostra(bool modal) override { return m_Janelas->MostraPDF(m_Caminho, modal); }
+    bool Mostra(bool modal) override { return m_Janelas->MostraPDF(m_Caminho, m_Nomes->NomeDe(m_Caminho), modal); }
 
   private:
     Ref<IJanelas> m_Janelas;
+    Ref<NomesDeDocumentos> m_Nomes;
     std::string m_Caminho;
 };
 

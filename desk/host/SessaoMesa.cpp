@@ -126,7 +126,7 @@ class TrataBDMesa : public ITrataBD {
     void TabelaAlterada(const std::string &tabela, bool, bool, const Valor &, const Valor &) override
     {
         if (tabela == "VOREQUIPTO") {
-            m_Sessao->BancoLocal()->AtualizaReplica(*m_Sessao->Servico());
+            m_Sessao->BancoLocal()->AtualizaReplica(*m_Sessao->Servico(), /*cancelavel=*/true);
         }
     }
 

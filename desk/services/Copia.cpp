@@ -129,7 +129,7 @@ std::string Copia::PastaPadrao(const std::string &registro)
 }
 
 DesfechoDaCopia Copia::Faz(const std::string &pasta, const Instante &agora, int quantas,
-                           const Andamento &andamento) const
+                           const AndamentoDaCopia &andamento) const
 {
     DesfechoDaCopia desfecho;
     try {

@@ -15,7 +15,7 @@ namespace mesa {
 using ConfereArquivo = std::function<std::vector<std::string>(const std::string &arquivo)>;
 
 // Told how much is done, from 0 to 1; answers false to give up.
-using Andamento = std::function<bool(double parte)>;
+using AndamentoDaCopia = std::function<bool(double parte)>;
 
 // What came of making a copy, or of restoring one.
 struct DesfechoDaCopia {
@@ -50,7 +50,7 @@ class Copia {
     // one file. Then removes all but the newest `quantas` copies of this registry there. Blocks until it is done;
     // andamento is called from time to time on the same thread. The registry may be open here and elsewhere.
     DesfechoDaCopia Faz(const std::string &pasta, const Instante &agora, int quantas = QuantasPadrao,
-                        const Andamento &andamento = {}) const;
+                        const AndamentoDaCopia &andamento = {}) const;
 
     // Whether today's copy of this registry is still to be made there.
     bool Devida(const std::string &pasta, const Instante &agora) const;

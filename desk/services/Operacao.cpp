@@ -6,18 +6,26 @@
 namespace mesa {
 
 Operacao::Operacao(Banco &banco, const Operador &quem, const Instante &agora, const CustoDaSenha &custo,
-                   std::string motivo)
+                   std::string motivo, Segue segue)
     : m_Banco(banco),
       m_Quem(quem),
       m_Agora(agora),
       m_Custo(custo),
-      m_Motivo(std::move(motivo))
+      m_Motivo(std::move(motivo)),
+      m_Segue(std::move(segue))
 {
 }
 
 bool Operacao::Possui(const std::string &acao) const
 {
     return Permissoes::Tem(m_Banco, m_Quem.Numero, Permissoes::Sistema, Permissoes::Objeto, acao);
+}
+
+void Operacao::Anda(double parte, const std::string &oQue) const
+{
+    if (m_Segue && !m_Segue(parte, oQue)) {
+        throw Recusa("A operação foi cancelada: nada foi gravado.");
+    }
 }
 
 void Operacao::Exige(const std::string &acao, const std::string &oQue, const std::string &objeto) const

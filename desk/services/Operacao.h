@@ -3,6 +3,7 @@
 #include "desk/services/Banco.h"
 #include "desk/services/Instante.h"
 #include "desk/services/Permissoes.h"
+#include "desk/services/Segue.h"
 #include "desk/services/Senhas.h"
 #include "desk/services/SessaoServico.h"
 #include "host/Registro.h"
@@ -27,13 +28,18 @@ struct FaltaMotivo {
 // are of once it is confirmed.
 class Operacao {
   public:
-    // custo: of the passwords that are set in it. motivo: why what was stored is corrected.
-    Operacao(Banco &banco, const Operador &quem, const Instante &agora, const CustoDaSenha &custo, std::string motivo);
+    // custo: of the passwords that are set in it. motivo: why what was stored is corrected. segue: told how far it is;
+    // may be empty.
+    Operacao(Banco &banco, const Operador &quem, const Instante &agora, const CustoDaSenha &custo, std::string motivo,
+             Segue segue);
 
     Banco &Dados() const { return m_Banco; }
     const Operador &Quem() const { return m_Quem; }
     const Instante &Agora() const { return m_Agora; }
     const CustoDaSenha &Custo() const { return m_Custo; }
+
+    // Tells how far it is. Refuses to go on when it was given up.
+    void Anda(double parte, const std::string &oQue) const;
 
     // Refuses who lacks the permission for the action ("" looks, "I", "A", "E"). oQue: what was tried, for the refusal,
     // as "alterar equipamentos".
@@ -63,6 +69,7 @@ class Operacao {
     Instante m_Agora;
     const CustoDaSenha &m_Custo;
     std::string m_Motivo; // for what is corrected
+    Segue m_Segue;
     std::vector<std::string> m_Corrigidas;
     std::vector<std::pair<Registro *, std::int64_t>> m_Marcas;
 };

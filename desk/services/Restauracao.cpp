@@ -191,7 +191,7 @@ Restauracao::Restauracao(std::string registro, ConfereArquivo confere)
 }
 
 DesfechoDaCopia Restauracao::Faz(const PedidoDeRestauracao &pedido, const Instante &agora,
-                                 const Andamento &andamento) const
+                                 const AndamentoDaCopia &andamento) const
 {
     DesfechoDaCopia desfecho;
     const auto nada = [&](const std::string &frase) { desfecho.Frase = "Nada foi restaurado. " + frase; };

@@ -22,7 +22,7 @@ class Restauracao {
     // step; what it replaces is kept beside as registro.antes-AAAAMMDD-HHMMSS.db. The registry must be closed here, and
     // is refused while another program has it open. An end in the middle leaves the old registry or the new one.
     DesfechoDaCopia Faz(const PedidoDeRestauracao &pedido, const Instante &agora,
-                        const Andamento &andamento = {}) const;
+                        const AndamentoDaCopia &andamento = {}) const;
 
   private:
     std::string m_Registro;

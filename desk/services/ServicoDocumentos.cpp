@@ -47,6 +47,7 @@ double ServicoDocumentos::Guarda(const Bytes &bytes)
     const auto conteudo =
         QByteArray::fromRawData(reinterpret_cast<const char *>(bytes.data()), static_cast<qsizetype>(bytes.size()));
     const QString soma = Q(Resumo(conteudo));
+    m_Operacao.Anda(0.5, "Gravando o documento");
     const Operador &quem = m_Operacao.Quem();
     const std::int64_t numero = m_Operacao.Dados()
                                     .Insere("DOCUMENTO", {{"ClienteInc", Q(quem.Cliente)},
@@ -59,12 +60,14 @@ double ServicoDocumentos::Guarda(const Bytes &bytes)
                                     .NumeroNovo();
     Historico(m_Operacao.Dados())
         .Registra(m_Operacao.Agora(), quem.Numero, {"DOCUMENTO", numero, 1, "DOCUMENTO", numero, "inclui"});
+    m_Operacao.Anda(0.9, "Gravando o documento");
     return static_cast<double>(numero);
 }
 
 Bytes ServicoDocumentos::Le(double numero)
 {
     m_Operacao.Exige("", "ver documentos");
+    m_Operacao.Anda(0, "Lendo o documento");
     const bool inteiro = std::fabs(numero) < 9e15 && numero == std::floor(numero);
     const std::int64_t procurado = inteiro ? std::int64_t(numero) : 0;
     const std::string nome = "O documento de número " + Conferencia::Numero(numero);
@@ -81,6 +84,7 @@ Bytes ServicoDocumentos::Le(double numero)
             throw Recusa(nome + " está danificado no registro: recupere-o de uma cópia de segurança.");
         }
     }
+    m_Operacao.Anda(0.7, "Conferindo o documento");
     if (!ConfereComHistorico(m_Operacao.Dados(), procurado, Q(Resumo(conteudo)))) {
         throw Recusa(nome + " não é o que foi guardado, pelo que diz o histórico: recupere-o de uma cópia de "
                             "segurança.");

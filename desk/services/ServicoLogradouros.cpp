@@ -311,7 +311,12 @@ Ref<ImportacaoED> ServicoLogradouros::Importa(const ImportacaoED &pedido)
     ListaDe<LinhaRecusadaED> recusadas = Novo<Colecao<Ref<LinhaRecusadaED>>>();
     std::vector<Ref<LogradouroED>> lidos;
     std::int32_t nroRecusadas = 0;
+    const double total = 2.0 * static_cast<double>(linhas.size()); // each is looked at, and then written
+    const auto anda = [&](double feitas, const LinhaDeTexto &linha) {
+        m_Operacao.Anda(feitas / total, "Linha " + CStr(linha.Numero));
+    };
     for (const LinhaDeTexto &linha : linhas) {
+        anda(static_cast<double>(&linha - linhas.data()), linha);
         try {
             lidos.push_back(DaLinha(linha, colunas));
         } catch (const Recusa &motivo) {
@@ -327,6 +332,8 @@ Ref<ImportacaoED> ServicoLogradouros::Importa(const ImportacaoED &pedido)
     std::int32_t jaExistiam = 0;
     if (nroRecusadas == 0) {
         for (const Ref<LogradouroED> &lido : lidos) {
+            const auto posicao = static_cast<std::size_t>(&lido - lidos.data());
+            anda(static_cast<double>(linhas.size() + posicao), linhas[posicao]);
             if (Igual(*lido)) {
                 ++jaExistiam;
             } else {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "desk/services/Instante.h"
+#include "desk/services/Segue.h"
 #include "host/AfericaoED.h"
 #include "host/Data.h"
 #include "host/EquiptoED.h"
@@ -60,6 +61,13 @@ struct EquipamentoConhecido {
     std::string Ressalva;    // what the history of that time cannot tell; empty when it tells everything
 };
 
+// A calibration that has a document.
+struct AfericaoComDocumento {
+    std::string Equipamento; // its code
+    std::string Certificado; // its number
+    std::uint8_t Tipo = 0;   // 2 for a declaration
+};
+
 // Asks somebody why what was stored is corrected; oQue says what, in a sentence. Nothing when it is not to be done.
 using PerguntaDeMotivo = std::function<std::optional<std::string>(const std::string &oQue)>;
 
@@ -91,9 +99,16 @@ class SessaoServico : public Objeto {
     // history has the reason with each correction.
     virtual void PerguntaMotivo(PerguntaDeMotivo pergunta) = 0;
 
+    // Told how far an operation is that may take long: documents, the import of a table, the replica. Giving up is a
+    // refusal, and nothing of it is stored. Empty: nobody is told.
+    virtual void Acompanha(Segue segue) = 0;
+
     // Documents. Storing gives the number; both are false with the reason in recusa.
     virtual bool GuardaDocumento(const Bytes &bytes, double &numero, std::string &recusa) = 0;
     virtual bool LeDocumento(double numero, Bytes &bytes, std::string &recusa) = 0;
+    // The calibrations of the operator's client that have the document, or whose document the one of that number has.
+    virtual std::vector<AfericaoComDocumento> AfericoesDoDocumento(double numero) = 0;
+    virtual std::vector<AfericaoComDocumento> AfericoesDoDocumentoDa(double nroIntAfericao) = 0;
 
     // The versions of a calibration, the first first; false with the reason in recusa.
     virtual bool VersoesDaAfericao(double nroIntAfericao, std::vector<VersaoAfericao> &versoes,
@@ -106,8 +121,20 @@ class SessaoServico : public Objeto {
     // Clients that the operator may choose: his own, with its sectors in order of name.
     virtual std::vector<ClienteCadastrado> Clientes() = 0;
     // Every equipment of the operator's client, deactivated ones too, in order of number; and the moment of which it
-    // tells. No row for an operator who may not look.
+    // tells. No row for an operator who may not look. An empty moment when it was given up on the way.
     virtual Data LeReplica(const std::function<void(const LinhaReplica &)> &cadaLinha) = 0;
+};
+
+// A session tells how far it is while this lives.
+class Acompanhamento {
+  public:
+    Acompanhamento(SessaoServico &sessao, Segue segue) : m_Sessao(sessao) { m_Sessao.Acompanha(std::move(segue)); }
+    Acompanhamento(const Acompanhamento &) = delete;
+    Acompanhamento &operator=(const Acompanhamento &) = delete;
+    ~Acompanhamento() { m_Sessao.Acompanha({}); }
+
+  private:
+    SessaoServico &m_Sessao;
 };
 
 // The state of the operator's client; empty when there is no such client any more.

@@ -165,7 +165,7 @@ void SessaoSql::Roda(bool escreve, const Trabalho &trabalho, const std::string &
         if (!semEntrada.empty()) {
             throw Recusa(semEntrada);
         }
-        Operacao operacao(*m_Banco, m_Entrada.Quem, agora, m_Portaria->Custo(), motivo);
+        Operacao operacao(*m_Banco, m_Entrada.Quem, agora, m_Portaria->Custo(), motivo, m_Segue);
         trabalho(operacao);
         operacao.ConfereMotivo();
         return operacao;
@@ -266,7 +266,10 @@ try {
 bool SessaoSql::GuardaDocumento(const Bytes &bytes, double &numero, std::string &recusa)
 try {
     // Opening a document takes its time, in which nobody else should have to wait: not in the transaction that writes.
-    const auto podeGuardar = [](Operacao &operacao) { ServicoDocumentos(operacao).ExigeGuardar(); };
+    const auto podeGuardar = [](Operacao &operacao) {
+        ServicoDocumentos(operacao).ExigeGuardar();
+        operacao.Anda(0, "Conferindo o documento");
+    };
     if (!Opera(false, podeGuardar, recusa)) {
         return false;
     }
@@ -297,6 +300,43 @@ try {
     return feita;
 } catch (...) {
     PassaFalha(" < SessaoServico.LeDocumento");
+}
+
+std::vector<AfericaoComDocumento> SessaoSql::AfericoesCom(const QString &documento, double numero)
+{
+    std::vector<AfericaoComDocumento> afericoes;
+    std::string recusa;
+    Opera(
+        false,
+        [&](Operacao &operacao) {
+            operacao.Exige("", "ver documentos");
+            Consulta linhas(operacao.Dados(),
+                            "SELECT DISTINCT e.Codigo, a.Marca, a.TipoAfer FROM AFERICAO a "
+                            "JOIN SENSOR s ON s.NroIntSensor = a.NroIntSensor "
+                            "JOIN EQUIPAMENTO e ON e.NroIntEquip = s.NroIntEquip "
+                            "WHERE a.NroIntImgCertif = " +
+                                documento + " AND a.NroIntImgCertif <> 0 AND e.ClienteInc = ? ORDER BY e.Codigo",
+                            {qlonglong(numero), Q(m_Entrada.Quem.Cliente)});
+            while (linhas.Proxima()) {
+                afericoes.push_back({linhas.Texto(0), linhas.Texto(1), static_cast<std::uint8_t>(linhas.Inteiro(2))});
+            }
+        },
+        recusa);
+    return afericoes;
+}
+
+std::vector<AfericaoComDocumento> SessaoSql::AfericoesDoDocumento(double numero)
+try {
+    return AfericoesCom("?", numero);
+} catch (...) {
+    PassaFalha(" < SessaoServico.AfericoesDoDocumento");
+}
+
+std::vector<AfericaoComDocumento> SessaoSql::AfericoesDoDocumentoDa(double nroIntAfericao)
+try {
+    return AfericoesCom("(SELECT NroIntImgCertif FROM AFERICAO WHERE NroIntAfericao = ?)", nroIntAfericao);
+} catch (...) {
+    PassaFalha(" < SessaoServico.AfericoesDoDocumentoDa");
 }
 
 bool SessaoSql::VersoesDaAfericao(double nroIntAfericao, std::vector<VersaoAfericao> &versoes, std::string &recusa)
@@ -361,8 +401,13 @@ try {
         }
         return lidas;
     });
+    std::size_t lidas = 0;
     for (const LinhaReplica &linha : linhas) {
+        if (m_Segue && !m_Segue(static_cast<double>(lidas) / static_cast<double>(linhas.size()), linha.Codigo)) {
+            return {};
+        }
         cadaLinha(linha);
+        ++lidas;
     }
     return agora;
 } catch (...) {

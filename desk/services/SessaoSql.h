@@ -27,8 +27,11 @@ class SessaoSql : public SessaoServico {
     bool Executa(const std::string &classeRN, const std::string &metodo, Ref<Objeto> &pedido, Valor &retorno,
                  std::string &recusa) override;
     void PerguntaMotivo(PerguntaDeMotivo pergunta) override { m_Pergunta = std::move(pergunta); }
+    void Acompanha(Segue segue) override { m_Segue = std::move(segue); }
     bool GuardaDocumento(const Bytes &bytes, double &numero, std::string &recusa) override;
     bool LeDocumento(double numero, Bytes &bytes, std::string &recusa) override;
+    std::vector<AfericaoComDocumento> AfericoesDoDocumento(double numero) override;
+    std::vector<AfericaoComDocumento> AfericoesDoDocumentoDa(double nroIntAfericao) override;
     bool VersoesDaAfericao(double nroIntAfericao, std::vector<VersaoAfericao> &versoes, std::string &recusa) override;
     bool ComoConhecido(std::int32_t nroIntEquip, const Instante &quando, EquipamentoConhecido &conhecido,
                        std::string &recusa) override;
@@ -36,6 +39,8 @@ class SessaoSql : public SessaoServico {
     Data LeReplica(const std::function<void(const LinhaReplica &)> &cadaLinha) override;
 
   private:
+    std::vector<AfericaoComDocumento> AfericoesCom(const QString &documento, double numero);
+
     using Trabalho = std::function<void(Operacao &)>;
 
     // Runs an operation in one transaction; false with the reason when it refused. When it corrects what was stored, it
@@ -57,6 +62,7 @@ class SessaoSql : public SessaoServico {
     Portaria::Entrada m_Entrada;
     bool m_ExigeMotivo;
     PerguntaDeMotivo m_Pergunta;
+    Segue m_Segue;
 };
 
 } // namespace mesa

@@ -18,13 +18,16 @@ struct Desistencia {};
 // Tells how much is done; raises Desistencia. `de` to `ate`: the part of the whole that this one's 0 to 1 stands for.
 class ParteDoAndamento {
   public:
-    ParteDoAndamento(const Andamento &andamento, double de, double ate) : m_Andamento(andamento), m_De(de), m_Ate(ate)
+    ParteDoAndamento(const AndamentoDaCopia &andamento, double de, double ate)
+        : m_Andamento(andamento),
+          m_De(de),
+          m_Ate(ate)
     {
     }
     void Diz(double parte) const;
 
   private:
-    const Andamento &m_Andamento;
+    const AndamentoDaCopia &m_Andamento;
     double m_De;
     double m_Ate;
 };

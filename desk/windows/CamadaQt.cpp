@@ -1,11 +1,11 @@
 #include "desk/windows/CamadaQt.h"
 
 #include "desk/host/Caminhos.h"
+#include "desk/windows/EscolhaDeArquivo.h"
 #include "desk/windows/VisorPDF.h"
 
 #include <QApplication>
 #include <QEventLoop>
-#include <QFileDialog>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QMdiSubWindow>
@@ -209,26 +209,31 @@ void CamadaQt::MostraCaixa(TipoDeCaixa tipo, const std::string &texto, const std
     caixa.exec();
 }
 
-std::optional<std::string> CamadaQt::EscolheArquivo(const std::vector<FiltroDeArquivo> &filtros,
-                                                    const std::string &titulo, const Ref<IJanela> &dono)
+std::optional<std::string> CamadaQt::EscolheArquivo(const PedidoDeArquivo &pedido, const Ref<IJanela> &dono)
 {
     QStringList textos; // which name their patterns
-    for (const FiltroDeArquivo &filtro : filtros) {
+    for (const FiltroDeArquivo &filtro : pedido.Filtros) {
         textos << Q(filtro.Texto);
     }
-    const QString escolhido = QFileDialog::getOpenFileName(WidgetDe(dono), Q(titulo), {}, textos.join(";;"));
+    EscolhaDeArquivo escolha;
+    escolha.Titulo = Q(pedido.Titulo);
+    escolha.Filtros = textos.join(";;");
+    escolha.Uso = "documentos";
+    escolha.Extensao = Q(pedido.Extensao);
+    escolha.Nome = pedido.Nome.empty() ? QString() : CaminhoQt(pedido.Nome);
+    const QString escolhido = EscolheParaAbrir(escolha, WidgetDe(dono));
     if (escolhido.isEmpty()) {
         return std::nullopt;
     }
     return CaminhoEscolhido(S(escolhido));
 }
 
-Ref<IJanela> CamadaQt::FazVisor(const std::string &caminho, const Ref<IJanela> &dono,
+Ref<IJanela> CamadaQt::FazVisor(const std::string &caminho, const std::string &nome, const Ref<IJanela> &dono,
                                 const std::function<void()> &fechou)
 {
     auto *visor = new VisorPDF(WidgetDe(dono));
     visor->setAttribute(Qt::WA_DeleteOnClose);
-    if (!visor->Abre(CaminhoQt(caminho))) {
+    if (!visor->Abre(CaminhoQt(caminho), Q(nome))) {
         delete visor;
         return nullptr;
     }

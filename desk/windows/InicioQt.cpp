@@ -3,6 +3,7 @@
 #include "desk/host/Titulo.h"
 #include "desk/services/TextoQt.h"
 #include "desk/windows/Dialogos.h"
+#include "desk/windows/EscolhaDeArquivo.h"
 #include "desk/windows/LugarDasJanelas.h"
 #include "desk/windows/NovoRegistro.h"
 
@@ -10,7 +11,6 @@
 #include <QCommandLinkButton>
 #include <QDialog>
 #include <QFile>
-#include <QFileDialog>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QProgressDialog>
@@ -54,7 +54,10 @@ template <class Opcao> class Escolha : public QDialog {
 
 std::optional<std::filesystem::path> EscolheArquivo(const QString &titulo, const QString &filtro)
 {
-    const QString escolhido = QFileDialog::getOpenFileName(nullptr, titulo, {}, filtro + ";;Todos os arquivos (*)");
+    EscolhaDeArquivo escolha;
+    escolha.Titulo = titulo;
+    escolha.Filtros = filtro + ";;Todos os arquivos (*)";
+    const QString escolhido = EscolheParaAbrir(escolha, nullptr);
     if (escolhido.isEmpty()) {
         return std::nullopt;
     }

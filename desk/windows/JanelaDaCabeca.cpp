@@ -2,9 +2,9 @@
 
 #include "desk/services/TextoQt.h"
 #include "desk/windows/Dialogos.h"
+#include "desk/windows/EscolhaDeArquivo.h"
 #include "host/Falha.h"
 
-#include <QFileDialog>
 #include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QIcon>
@@ -77,9 +77,14 @@ JanelaDaCabeca::JanelaDaCabeca(CabecaAssinada cabeca, QWidget *dono) : QDialog(d
 
 void JanelaDaCabeca::Salva()
 {
-    const QString destino =
-        QFileDialog::getSaveFileName(this, windowTitle(), "cabeca.txt", "Texto (*.txt);;Todos os arquivos (*)", nullptr,
-                                     QFileDialog::DontConfirmOverwrite); // nothing is written over
+    EscolhaDeArquivo escolha;
+    escolha.Titulo = windowTitle();
+    escolha.Filtros = "Texto (*.txt);;Todos os arquivos (*)";
+    escolha.Uso = "cabecas";
+    escolha.Extensao = "txt";
+    escolha.Nome = "cabeca.txt";
+    escolha.Pergunta = false; // nothing is written over
+    const QString destino = EscolheParaSalvar(escolha, this);
     if (destino.isEmpty()) {
         return;
     }

@@ -1,8 +1,8 @@
 #include "desk/windows/JanelaDeRelato.h"
 
 #include "desk/windows/Dialogos.h"
+#include "desk/windows/EscolhaDeArquivo.h"
 
-#include <QFileDialog>
 #include <QIcon>
 #include <QLabel>
 #include <QPlainTextEdit>
@@ -49,7 +49,13 @@ void JanelaDeRelato::Salva()
 
 void SalvaTexto(const QString &titulo, const QString &nome, const QString &texto, QWidget *dono)
 {
-    const QString destino = QFileDialog::getSaveFileName(dono, titulo, nome, "Texto (*.txt);;Todos os arquivos (*)");
+    EscolhaDeArquivo escolha;
+    escolha.Titulo = titulo;
+    escolha.Filtros = "Texto (*.txt);;Todos os arquivos (*)";
+    escolha.Uso = "relatos";
+    escolha.Extensao = "txt";
+    escolha.Nome = nome;
+    const QString destino = EscolheParaSalvar(escolha, dono);
     if (destino.isEmpty()) {
         return;
     }

@@ -26,7 +26,7 @@ constexpr int Milesimos = 1000;
 } // namespace
 
 JanelaDeTrabalho::JanelaDeTrabalho(const QString &titulo, const QString &frase,
-                                   std::function<ResultadoDoAto(const SegueAto &)> ato, QWidget *dono)
+                                   std::function<ResultadoDoAto(const Segue &)> ato, QWidget *dono)
     : QDialog(dono),
       m_Ato(std::move(ato)),
       m_Frase(FazTexto("frase", frase, this)),

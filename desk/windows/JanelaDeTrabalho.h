@@ -20,7 +20,7 @@ namespace mesa {
 class JanelaDeTrabalho : public QDialog {
   public:
     // frase: what is being done. ato: runs in that thread.
-    JanelaDeTrabalho(const QString &titulo, const QString &frase, std::function<ResultadoDoAto(const SegueAto &)> ato,
+    JanelaDeTrabalho(const QString &titulo, const QString &frase, std::function<ResultadoDoAto(const Segue &)> ato,
                      QWidget *dono);
     ~JanelaDeTrabalho() override;
 
@@ -38,7 +38,7 @@ class JanelaDeTrabalho : public QDialog {
     // What is saved.
     QString Relatorio() const;
 
-    std::function<ResultadoDoAto(const SegueAto &)> m_Ato;
+    std::function<ResultadoDoAto(const Segue &)> m_Ato;
     std::optional<ResultadoDoAto> m_Resultado;
     bool m_Acabou = false;
     std::atomic<bool> m_Desistiu = false;

@@ -1,22 +1,29 @@
 #include "desk/windows/JanelaForm.h"
 
 #include "controls/ztList.h"
+#include "desk/host/Caminhos.h"
+#include "desk/windows/Dialogos.h"
 #include "desk/windows/LugarDasJanelas.h"
 #include "desk/windows/Quadro.h"
 #include "desk/windows/RenderLista.h"
 #include "desk/windows/RenderizadoresEscolha.h"
 #include "desk/windows/RenderizadoresSimples.h"
+#include "tela/ArquivoSolto.h"
 #include "tela/OrdemDeTab.h"
 #include "tela/Twips.h"
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDropEvent>
+#include <QFileInfo>
 #include <QIcon>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLayout>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QPointer>
+#include <QUrl>
 
 #include <algorithm>
 #include <utility>
@@ -72,6 +79,10 @@ void JanelaForm::LigaControles()
     for (QLabel *rotulo : findChildren<QLabel *>()) {
         rotulo->setTextFormat(Qt::PlainText); // a text may be anything, such as the name of a file
     }
+    for (QWidget *parte : findChildren<QWidget *>()) {
+        parte->setAcceptDrops(false); // a file is for the form, and its path no text for a field
+    }
+    setAcceptDrops(ArquivoSolto::Conhece(*m_Form));
     OrdenaTab();
     for (const Ref<IControle> &controle : m_Form->Controles()) {
         m_Conexoes.push_back(ComoBase(controle)->Mudou().liga([this] { OrdenaTab(); }));
@@ -263,6 +274,48 @@ void JanelaForm::closeEvent(QCloseEvent *evento)
     if (!m_Encerrando) {
         m_AoRedor.Pedidos.Fecha();
     }
+}
+
+void JanelaForm::AceitaSeRecebe(QDropEvent &evento) const
+{
+    const QList<QUrl> soltos = evento.mimeData()->urls();
+    const bool daqui =
+        !soltos.isEmpty() && std::ranges::all_of(soltos, [](const QUrl &url) { return url.isLocalFile(); });
+    evento.setDropAction(Qt::CopyAction);
+    evento.setAccepted(daqui && isEnabled() && ArquivoSolto(m_Form).Recebe());
+}
+
+void JanelaForm::dragEnterEvent(QDragEnterEvent *evento)
+{
+    AceitaSeRecebe(*evento);
+}
+
+void JanelaForm::dragMoveEvent(QDragMoveEvent *evento)
+{
+    AceitaSeRecebe(*evento);
+}
+
+// Once whoever dragged it knows that it has come.
+void JanelaForm::dropEvent(QDropEvent *evento)
+{
+    AceitaSeRecebe(*evento);
+    if (!evento->isAccepted()) {
+        return;
+    }
+    std::vector<ItemSolto> itens;
+    for (const QUrl &url : evento->mimeData()->urls()) {
+        const QString caminho = url.toLocalFile();
+        itens.push_back({CaminhoEscolhido(S(caminho)), S(QFileInfo(caminho).fileName()), QFileInfo(caminho).isDir()});
+    }
+    const auto solta = [this, itens] {
+        m_AoRedor.Pedidos.NaBorda([&] {
+            const std::string recusa = ArquivoSolto(m_Form).Solta(itens);
+            if (!recusa.empty()) {
+                AvisaEmCaixa(Q(recusa), this);
+            }
+        });
+    };
+    QMetaObject::invokeMethod(this, solta, Qt::QueuedConnection);
 }
 
 void JanelaForm::keyPressEvent(QKeyEvent *evento)

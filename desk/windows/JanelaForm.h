@@ -46,6 +46,9 @@ class JanelaForm : public QWidget {
   protected:
     void changeEvent(QEvent *evento) override;
     void closeEvent(QCloseEvent *evento) override;
+    void dragEnterEvent(QDragEnterEvent *evento) override;
+    void dragMoveEvent(QDragMoveEvent *evento) override;
+    void dropEvent(QDropEvent *evento) override;
     bool event(QEvent *evento) override;
     bool eventFilter(QObject *objeto, QEvent *evento) override;
     void keyPressEvent(QKeyEvent *evento) override;
@@ -66,6 +69,7 @@ class JanelaForm : public QWidget {
     // or cannot be used.
     void LevaTeclado();
     void VaiProcurar();
+    void AceitaSeRecebe(QDropEvent &evento) const;
     std::function<void()> AtoDaTecla(const QKeyEvent &tecla);
 
     Ref<IForm> m_Form;

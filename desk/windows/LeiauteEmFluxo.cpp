@@ -6,6 +6,14 @@ namespace mesa {
 
 LeiauteEmFluxo::~LeiauteEmFluxo() = default;
 
+void LeiauteEmFluxo::addItem(QLayoutItem *item)
+{
+    if (QLayout *leiaute = item->layout()) {
+        addChildLayout(leiaute);
+    }
+    m_Itens.emplace_back(item);
+}
+
 QLayoutItem *LeiauteEmFluxo::itemAt(int posicao) const
 {
     return posicao >= 0 && posicao < count() ? m_Itens[static_cast<std::size_t>(posicao)].get() : nullptr;

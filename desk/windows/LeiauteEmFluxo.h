@@ -13,7 +13,7 @@ class LeiauteEmFluxo : public QLayout {
     using QLayout::QLayout;
     ~LeiauteEmFluxo() override;
 
-    void addItem(QLayoutItem *item) override { m_Itens.emplace_back(item); }
+    void addItem(QLayoutItem *item) override;
     int count() const override { return static_cast<int>(m_Itens.size()); }
     QLayoutItem *itemAt(int posicao) const override;
     QLayoutItem *takeAt(int posicao) override;

@@ -14,6 +14,7 @@
 #include "desk/windows/Cortina.h"
 #include "desk/windows/Dialogos.h"
 #include "desk/windows/Entrada.h"
+#include "desk/windows/EscolhaDeArquivo.h"
 #include "desk/windows/FichaQt.h"
 #include "desk/windows/Involucro.h"
 #include "desk/windows/JanelaAdministracao.h"
@@ -22,6 +23,7 @@
 #include "desk/windows/JanelaDeTrabalho.h"
 #include "desk/windows/JanelaDeTras.h"
 #include "desk/windows/LugarDasJanelas.h"
+#include "desk/windows/TelaDeAndamento.h"
 #include "desk/windows/TelaInicial.h"
 #include "desk/windows/TextoQueCede.h"
 #include "host/Conversoes.h"
@@ -35,7 +37,6 @@
 #include <QCloseEvent>
 #include <QDialog>
 #include <QFile>
-#include <QFileDialog>
 #include <QIcon>
 #include <QLabel>
 #include <QMdiArea>
@@ -90,6 +91,10 @@ Mesa::Mesa(Ref<Servicos> servicos, std::filesystem::path diretorio, std::functio
     m_Janelas->FazInvolucro = [] { return Novo<Involucro>(); };
     m_Janelas->MostraFalha = [] { gSubMostraErro("Mesa"); };
     m_Janelas->FechouVisor = [this] { LimpaCertificados(); };
+    m_Host->Acompanha = [this](const std::string &frase, bool cancelavel,
+                               const std::function<void(const Segue &)> &trabalho) {
+        FazNaFrente(Q(frase), cancelavel, this, trabalho);
+    };
     m_Camada->Logradouros = m_Host->Logradouros;
     m_Camada->Clientes = [this] {
         std::vector<ClienteOferecido> oferecidos;
@@ -115,8 +120,10 @@ Mesa::Mesa(Ref<Servicos> servicos, std::filesystem::path diretorio, std::functio
     m_Vigia = new QTimer(this);
     m_Vigia->setInterval(EntreOlhares);
     connect(m_Vigia, &QTimer::timeout, this, [this] {
-        ConfereOciosidade();
-        NaBorda([this] { CuidaDoDia(); });
+        if (!TelaDeAndamento::EmCurso()) { // the next tick comes when it is done
+            ConfereOciosidade();
+            NaBorda([this] { CuidaDoDia(); });
+        }
     });
     qApp->installEventFilter(this);
     new JanelaDeTras(this);
@@ -369,6 +376,7 @@ void Mesa::DefineLembrancas(const Ref<ILembrancas> &lembrancas)
 {
     m_Camada->Lembrancas = lembrancas;
     LugarDasJanelas::DaAplicacao().DefineLembrancas(lembrancas);
+    DefineLembrancasDeArquivos(lembrancas);
 }
 
 void Mesa::Sai()
@@ -621,7 +629,7 @@ void Mesa::ConcluiCuidado(Cuidado qual, const ResultadoDoAto &resultado)
 // Not over a desk that is locked: whoever unlocks it is told.
 void Mesa::ContaAchados()
 {
-    if (m_Travada || m_PorContar.empty()) {
+    if (m_Travada || m_PorContar.empty() || TelaDeAndamento::EmCurso()) {
         return;
     }
     const ResultadoDoAto achado = m_PorContar.front();
@@ -652,19 +660,22 @@ void Mesa::MostraConferencia()
 
 void Mesa::CopiaRegistro()
 {
-    const QString pasta = QFileDialog::getExistingDirectory(this, "Diretório em que fica a cópia");
+    const QString pasta = EscolhePasta("Diretório em que fica a cópia", "copias", this);
     if (!pasta.isEmpty()) {
         JanelaDeTrabalho janela(
             "Fazer cópia", "A cópia está sendo feita e conferida.",
-            [this, onde = S(pasta)](const SegueAto &segue) { return m_Atos.Copia(onde, segue); }, this);
+            [this, onde = S(pasta)](const Segue &segue) { return m_Atos.Copia(onde, segue); }, this);
         m_Janelas->MostraEEspera(Novo<DialogoQt>(&janela));
     }
 }
 
 void Mesa::RestauraRegistro()
 {
-    const QString copia = QFileDialog::getOpenFileName(this, "Restaurar uma cópia do registro", {},
-                                                       "Cópias do registro (*.db);;Todos os arquivos (*)");
+    EscolhaDeArquivo escolha;
+    escolha.Titulo = "Restaurar uma cópia do registro";
+    escolha.Filtros = "Cópias do registro (*.db);;Todos os arquivos (*)";
+    escolha.Uso = "copias";
+    const QString copia = EscolheParaAbrir(escolha, this);
     if (!copia.isEmpty() &&
         PerguntaSimNao("A mesa será fechada, e o que não foi salvo se perde. O registro voltará a ser o que era "
                        "quando a cópia foi feita; o de agora fica guardado ao lado. Restaurar a cópia " +
@@ -758,7 +769,7 @@ void Mesa::MostraReplica()
 
 void Mesa::AtualizaReplica()
 {
-    m_Host->BancoLocal->AtualizaReplica(*m_Host->Servico());
+    m_Host->BancoLocal->AtualizaReplica(*m_Host->Servico(), /*cancelavel=*/true);
     MostraReplica();
 }
 

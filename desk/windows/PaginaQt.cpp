@@ -5,17 +5,20 @@
 #include "desk/windows/CampoDeFiltro.h"
 #include "desk/windows/ComandosDeTabela.h"
 #include "desk/windows/Dialogos.h"
+#include "desk/windows/EscolhaDeArquivo.h"
 #include "desk/windows/JanelaDeRelato.h"
 #include "desk/windows/PainelDaFicha.h"
+#include "desk/windows/TelaDeAndamento.h"
 
 #include <QFile>
-#include <QFileDialog>
+#include <QFileInfo>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QTableWidget>
 #include <QVBoxLayout>
 
@@ -274,8 +277,11 @@ void PaginaQt::ComFicha(const std::string &comando)
 void PaginaQt::ComArquivo(const ComandoDaPagina &comando)
 {
     const QString titulo = SemLetra(Q(comando.Texto));
-    const QString escolhido =
-        QFileDialog::getOpenFileName(this, titulo, {}, "Tabelas (*.csv *.tsv *.txt);;Todos os arquivos (*)");
+    EscolhaDeArquivo escolha;
+    escolha.Titulo = titulo;
+    escolha.Filtros = "Tabelas (*.csv *.tsv *.txt);;Todos os arquivos (*)";
+    escolha.Uso = "tabelas";
+    const QString escolhido = EscolheParaAbrir(escolha, this);
     if (escolhido.isEmpty()) {
         return;
     }
@@ -289,7 +295,12 @@ void PaginaQt::ComArquivo(const ComandoDaPagina &comando)
     std::optional<RelatoDaPagina> relato;
     m_Borda([&] {
         std::string recusa;
-        relato = m_Pagina->FazComArquivo(comando.Nome, conteudo, recusa);
+        FazNaFrente("A tabela " + QFileInfo(escolhido).fileName() + " está sendo importada.", /*cancelavel=*/true, this,
+                    [&](const Segue &segue) {
+                        m_Pagina->Acompanha(segue);
+                        const auto deixa = qScopeGuard([this] { m_Pagina->Acompanha({}); });
+                        relato = m_Pagina->FazComArquivo(comando.Nome, conteudo, recusa);
+                    });
         if (!relato) {
             Recusa(recusa);
         }

@@ -50,6 +50,9 @@ void PaginasPDF::Abriu()
     std::vector<QSizeF> paginas;
     for (int pagina = 0; pagina < m_Documento.pageCount(); ++pagina) {
         paginas.push_back(m_Documento.pagePointSize(pagina));
+        if (paginas.back().isEmpty()) {
+            m_SemDesenho[pagina] = true; // a damaged one, which nobody would draw
+        }
     }
     m_Disposicao.DefinePaginas(std::move(paginas));
     AjustaVista();
@@ -200,23 +203,29 @@ PaginasPDF::Ponto PaginasPDF::PontoDe(const QPointF &naVista) const
 
 std::optional<PaginasPDF::LugarDeTexto> PaginasPDF::NoTexto(const Ponto &ponto) const
 {
-    std::optional<LugarDeTexto> perto;
-    double menor = 0;
-    const QPdfSelection texto = m_Documento.getAllText(ponto.Pagina);
-    for (int linha = 0; linha < texto.bounds().size(); ++linha) {
-        const QRectF lugar = texto.bounds()[linha].boundingRect();
-        const double folga = std::min(1.0, std::min(lugar.width(), lugar.height()) / 2);
-        const QPointF dentro(std::clamp(ponto.Onde.x(), lugar.left() + folga, lugar.right() - folga),
-                             std::clamp(ponto.Onde.y(), lugar.top() + folga, lugar.bottom() - folga));
-        const QPointF longe = dentro - ponto.Onde;
-        // Lines lie one below the other: which one is meant is a matter of the height first.
-        const double distancia = std::abs(longe.x()) + 100 * std::abs(longe.y());
-        if (!perto || distancia < menor) {
-            perto = {dentro, linha, ponto.Onde.x() >= lugar.right() - folga};
-            menor = distancia;
+    const QList<QPolygonF> partes = m_Documento.getAllText(ponto.Pagina).bounds();
+    const auto acha = [&](const auto &distancia) {
+        QRectF melhor;
+        for (const QPolygonF &parte : partes) {
+            const QRectF lugar = parte.boundingRect();
+            melhor = melhor.isNull() || distancia(lugar) < distancia(melhor) ? lugar : melhor;
         }
+        return melhor;
+    };
+    // The line first, then the part of it.
+    const QRectF linha = acha([&](const QRectF &lugar) { return std::abs(lugar.center().y() - ponto.Onde.y()); });
+    const QRectF lugar = acha([&](const QRectF &parte) {
+        const bool daLinha = parte.top() < linha.center().y() && parte.bottom() > linha.center().y();
+        const double fora = std::max({0.0, parte.left() - ponto.Onde.x(), ponto.Onde.x() - parte.right()});
+        return daLinha ? fora : 1e6 + fora;
+    });
+    if (lugar.isNull()) {
+        return std::nullopt;
     }
-    return perto;
+    const double folga = std::min(1.0, lugar.width() / 2);
+    return LugarDeTexto{{std::clamp(ponto.Onde.x(), lugar.left() + folga, lugar.right() - folga), lugar.center().y()},
+                        linha.center().y(),
+                        ponto.Onde.x() >= lugar.right() - folga};
 }
 
 void PaginasPDF::mousePressEvent(QMouseEvent *evento)

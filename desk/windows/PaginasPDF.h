@@ -84,8 +84,8 @@ class PaginasPDF : public QAbstractScrollArea {
     // A place of the page that has text.
     struct LugarDeTexto {
         QPointF Onde;
-        int Linha = 0;
-        bool NoFim = false; // of its line
+        double Linha = 0; // height of its line
+        bool NoFim = false;
     };
     // The nearest one.
     std::optional<LugarDeTexto> NoTexto(const Ponto &ponto) const;

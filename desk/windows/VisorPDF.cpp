@@ -1,8 +1,11 @@
 #include "desk/windows/VisorPDF.h"
 
+#include "desk/host/NomesDeDocumentos.h"
 #include "desk/services/TextoQt.h"
 #include "desk/windows/Dialogos.h"
+#include "desk/windows/EscolhaDeArquivo.h"
 #include "desk/windows/ImpressaoDePDF.h"
+#include "desk/windows/Impressora.h"
 #include "desk/windows/LeiauteEmFluxo.h"
 #include "desk/windows/PaginasPDF.h"
 #include "desk/windows/TelaDeAndamento.h"
@@ -11,7 +14,6 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QFile>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QIcon>
@@ -38,6 +40,22 @@ namespace {
 constexpr double PassoDoZoom = 1.25;
 constexpr double ParteDaTela = 0.9;
 constexpr qsizetype LugarDoInicio = 1024; // bytes in which a PDF says that it is one
+
+// The library tells a word in pieces, letter by letter at times.
+QList<QRectF> PorLinha(const QList<QRectF> &pedacos)
+{
+    QList<QRectF> linhas;
+    for (const QRectF &pedaco : pedacos) {
+        const bool continua =
+            !linhas.isEmpty() && linhas.back().top() < pedaco.bottom() && pedaco.top() < linhas.back().bottom();
+        if (continua) {
+            linhas.back() |= pedaco;
+        } else {
+            linhas << pedaco;
+        }
+    }
+    return linhas;
+}
 
 } // namespace
 
@@ -86,6 +104,7 @@ QWidget *VisorPDF::FazBarra()
     m_Pagina->setAccessibleName("Página");
     m_Pagina->setKeyboardTracking(false);
     auto *rotulo = new QLabel("Pá&gina:", barra);
+    rotulo->setObjectName("rotuloPagina");
     rotulo->setBuddy(m_Pagina);
     auto *pagina = new QHBoxLayout;
     pagina->addWidget(rotulo);
@@ -99,6 +118,7 @@ QWidget *VisorPDF::FazBarra()
     m_Zoom->setAccessibleName("Tamanho");
     m_Zoom->setMinimumWidth(m_Zoom->fontMetrics().horizontalAdvance("000 %"));
     m_Zoom->setAlignment(Qt::AlignCenter);
+    m_Zoom->setMinimumHeight(m_Pagina->sizeHint().height());
     fluxo->addWidget(m_Zoom);
     botao("largura", "&Largura", "largura", [this] { m_Paginas->Ajusta(AjusteDaPagina::Largura); });
     botao("inteira", "Página in&teira", "pagina", [this] { m_Paginas->Ajusta(AjusteDaPagina::PaginaInteira); });
@@ -234,7 +254,7 @@ void VisorPDF::Procura(int passo)
             if (daqui < 0 && pagina >= m_Paginas->Atual()) {
                 daqui = static_cast<int>(achados.size());
             }
-            achados.push_back({pagina, achado.rectangles()});
+            achados.push_back({pagina, PorLinha(achado.rectangles())});
         }
     }
     const int total = static_cast<int>(achados.size());
@@ -278,6 +298,7 @@ void VisorPDF::Imprime()
 {
     QPrinter impressora(QPrinter::HighResolution);
     impressora.setDocName(m_Nome);
+    PreparaImpressora(impressora);
     QPrintDialog dialogo(&impressora, this);
     dialogo.setWindowTitle("Imprimir documento");
     dialogo.setOptions(QAbstractPrintDialog::PrintToFile | QAbstractPrintDialog::PrintPageRange |
@@ -298,7 +319,13 @@ void VisorPDF::Imprime()
 
 void VisorPDF::SalvaComo()
 {
-    const QString destino = QFileDialog::getSaveFileName(this, "Salvar documento", m_Nome, "PDF (*.pdf)");
+    EscolhaDeArquivo escolha;
+    escolha.Titulo = "Salvar documento";
+    escolha.Filtros = "PDF (*.pdf)";
+    escolha.Uso = "documentos";
+    escolha.Extensao = "pdf";
+    escolha.Nome = Q(NomeDeArquivo(S(m_Nome), ".pdf"));
+    const QString destino = EscolheParaSalvar(escolha, this);
     if (destino.isEmpty()) {
         return;
     }

@@ -58,6 +58,23 @@ TEST_F(CommonDialogTest, ShowOpen_WhenShowingFaults_PassesTheFaultAndIsClosed)
     EXPECT_FALSE(m_Dialogo->Escolhe("C:\\x.pdf"));
 }
 
+TEST_F(CommonDialogTest, Traz_AnswersTheNextUseWithoutBeingShown)
+{
+    m_Tela.Anota(m_Dialogo->AoMostrar(), "AoMostrar");
+    m_Dialogo->Traz("C:\\trazido.pdf");
+    EXPECT_EQ(m_Dialogo->FileName(), "");
+    m_Dialogo->ShowOpen();
+    EXPECT_EQ(m_Dialogo->FileName(), "C:\\trazido.pdf");
+    EXPECT_EQ(m_Tela.Vistos(), Textos{});
+    m_Dialogo->ShowOpen();
+    EXPECT_EQ(m_Tela.Vistos(), Textos{"AoMostrar"});
+    m_Dialogo->Traz("C:\\outro.pdf");
+    m_Dialogo->Traz("");
+    m_Dialogo->ShowOpen();
+    EXPECT_EQ(m_Dialogo->FileName(), "C:\\trazido.pdf");
+    EXPECT_EQ(m_Tela.Vistos(), Textos{"AoMostrar"});
+}
+
 TEST_F(CommonDialogTest, Focus_IsNotForIt)
 {
     EXPECT_FALSE(m_Dialogo->Foco());

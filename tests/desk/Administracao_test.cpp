@@ -415,7 +415,7 @@ TEST_F(AdministracaoTeste, Menus_OfTheAdministration_FollowTheRights)
 {
     const auto visivel = [&](const char *nome) { return mesa.findChild<QAction *>(nome)->isVisible(); };
     AtosDoRegistro atos;
-    atos.Confere = [](const SegueAto &) { return ResultadoDoAto{}; };
+    atos.Confere = [](const Segue &) { return ResultadoDoAto{}; };
     mesa.DefineAtos(atos);
     EXPECT_TRUE(visivel("administracao"));
     EXPECT_TRUE(visivel("menuRegistro"));
@@ -432,7 +432,7 @@ TEST_F(AdministracaoTeste, Menus_OfTheAdministration_FollowTheRights)
 TEST_F(AdministracaoTeste, CheckOfTheRegistry_LeavesItsResultInTheStatusBar)
 {
     AtosDoRegistro atos;
-    atos.Confere = [](const SegueAto &segue) {
+    atos.Confere = [](const Segue &segue) {
         segue(1, "");
         return ResultadoDoAto{true, "Tudo foi conferido.", {}};
     };

@@ -115,6 +115,7 @@ TEST_F(AutuacaoTeste, Imprime_RightAfterAnAnswer_ShowsItsCertificate)
     EXPECT_EQ(autuacao.Frase(), "Certificado aberto.");
     ASSERT_EQ(mesa.Janelas->Mostrados.size(), 1U);
     EXPECT_NE(mesa.Janelas->Mostrados[0].find("~VORAFER" + NumeroDa("111") + "-A7.pdf"), std::string::npos);
+    EXPECT_EQ(mesa.Janelas->Nomes[0], "Certificado 1119 - A7");
 }
 
 TEST_F(AutuacaoTeste, Imprime_OfTheCalibrationOfAnotherEquipment_IsRefused)

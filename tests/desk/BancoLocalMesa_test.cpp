@@ -39,14 +39,20 @@ class SessaoDeReplica : public SessaoServico {
         return false;
     }
     void PerguntaMotivo(PerguntaDeMotivo) override {}
+    void Acompanha(Segue segue) override { m_Segue = std::move(segue); }
     bool GuardaDocumento(const Bytes &, double &, std::string &) override { return false; }
     bool LeDocumento(double, Bytes &, std::string &) override { return false; }
+    std::vector<AfericaoComDocumento> AfericoesDoDocumento(double) override { return {}; }
+    std::vector<AfericaoComDocumento> AfericoesDoDocumentoDa(double) override { return {}; }
     bool VersoesDaAfericao(double, std::vector<VersaoAfericao> &, std::string &) override { return false; }
     bool ComoConhecido(std::int32_t, const Instante &, EquipamentoConhecido &, std::string &) override { return false; }
     std::vector<ClienteCadastrado> Clientes() override { return Cadastrados; }
     Data LeReplica(const std::function<void(const LinhaReplica &)> &cadaLinha) override
     {
         for (const LinhaReplica &linha : Linhas) {
+            if (m_Segue && !m_Segue(0.5, linha.Codigo)) {
+                return {};
+            }
             cadaLinha(linha);
         }
         if (Falha) {
@@ -54,6 +60,9 @@ class SessaoDeReplica : public SessaoServico {
         }
         return DataDe(20, 11, 2026);
     }
+
+  private:
+    Segue m_Segue;
 };
 
 class BancoLocalMesaTeste : public testing::Test {
@@ -193,6 +202,27 @@ TEST_F(BancoLocalMesaTeste, Abre_ForTheModule_RefusesToWrite)
 {
     EXPECT_THROW(Coluna("x", "DELETE FROM Municipio"), Falha);
     EXPECT_EQ(Coluna("x", "SELECT COUNT(*) AS x FROM Municipio"), Textos{"5571"});
+}
+
+TEST_F(BancoLocalMesaTeste, AtualizaReplica_GivenUpAtAnyRow_LeavesTheOldOne)
+{
+    Replica({{1, "C", "A1", "R", 1}});
+    const Data antes = mesa.Host->BancoLocal->DataDaReplica();
+    SessaoDeReplica sessao;
+    sessao.Linhas = {{2, "C", "B2", "R", 1}, {3, "C", "B3", "R", 1}};
+    for (int passo = 0; passo < 2; ++passo) {
+        mesa.Host->BancoLocal->Acompanha = [&](const std::string &, bool cancelavel, const auto &trabalho) {
+            EXPECT_TRUE(cancelavel);
+            int passos = 0;
+            trabalho([&](double, const std::string &) { return passos++ < passo; });
+        };
+        EXPECT_FALSE(mesa.Host->BancoLocal->AtualizaReplica(sessao, /*cancelavel=*/true));
+        EXPECT_EQ(Coluna("Codigo", "SELECT Codigo FROM VOREQUIPTO"), Textos{"A1"});
+        EXPECT_EQ(mesa.Host->BancoLocal->DataDaReplica(), antes);
+    }
+    mesa.Host->BancoLocal->Acompanha = SemAndamento;
+    EXPECT_TRUE(mesa.Host->BancoLocal->AtualizaReplica(sessao));
+    EXPECT_EQ(Coluna("Codigo", "SELECT Codigo FROM VOREQUIPTO"), Textos({"B2", "B3"}));
 }
 
 TEST_F(BancoLocalMesaTeste, AtualizaReplica_Again_HasTheNewRowsOnly)

@@ -98,11 +98,13 @@ TEST(DisposicaoDePaginas, Points_AreThoseOfThePage_HoweverItIsTurned)
     EXPECT_EQ(cantoEm(), disposicao.Lugar(1).topLeft());
 }
 
-TEST(DisposicaoDePaginas, PageWithoutASize_IsStillOne)
+TEST(DisposicaoDePaginas, PageWithoutASize_IsACommonSheet)
 {
     const DisposicaoDePaginas disposicao = De({{0, 0}, {-5, 20}});
-    EXPECT_GE(disposicao.Lugar(0).width(), 1);
-    EXPECT_GE(disposicao.Lugar(1).height(), 1);
+    for (int pagina = 0; pagina < 2; ++pagina) {
+        EXPECT_EQ(disposicao.Pontos(pagina), QSizeF(595, 842));
+        EXPECT_EQ(disposicao.Lugar(pagina).width(), 400);
+    }
 }
 
 TEST(DisposicaoDePaginas, ViewOfNoSize_ShowsAsSmallAsItCan)

@@ -293,7 +293,7 @@ TEST_F(JanelasDaMesaTeste, Work_OnTheWholeRegistry_ShowsHowFarItIsAndWhatCameOfI
         [&] {
             JanelaDeTrabalho janela(
                 "Conferir registro", "O registro inteiro está sendo conferido.",
-                [&](const SegueAto &segue) {
+                [&](const Segue &segue) {
                     EXPECT_TRUE(segue(0.25, "Documentos"));
                     adiante.acquire();
                     return ResultadoDoAto{
@@ -329,7 +329,7 @@ TEST_F(JanelasDaMesaTeste, Work_GivenUp_EndsByItselfAndTellsWhatItHas)
         [&] {
             JanelaDeTrabalho janela(
                 "Conferir registro", "O registro inteiro está sendo conferido.",
-                [](const SegueAto &segue) {
+                [](const Segue &segue) {
                     while (segue(0.5, "Sensores")) {
                         std::this_thread::yield();
                     }
@@ -353,7 +353,7 @@ TEST_F(JanelasDaMesaTeste, Work_ThatFails_IsASentence)
         [&] {
             JanelaDeTrabalho janela(
                 "Fazer cópia", "A cópia está sendo feita.",
-                [](const SegueAto &) -> ResultadoDoAto { throw Falha(61, "Copia", "O disco ficou cheio."); }, &mesa);
+                [](const Segue &) -> ResultadoDoAto { throw Falha(61, "Copia", "O disco ficou cheio."); }, &mesa);
             janela.exec();
             EXPECT_FALSE(janela.Resultado());
         },
@@ -385,7 +385,7 @@ TEST_F(JanelasDaMesaTeste, Report_IsSavedAsAText)
 TEST_F(JanelasDaMesaTeste, MenuOfTheRegistry_OfWhomHasNoRight_IsNotThere)
 {
     AtosDoRegistro atos;
-    atos.Confere = [](const SegueAto &) { return ResultadoDoAto{}; };
+    atos.Confere = [](const Segue &) { return ResultadoDoAto{}; };
     mesa.DefineAtos(atos);
     EXPECT_FALSE(mesa.findChild<QAction *>("menuRegistro")->isVisible());
 }

@@ -78,7 +78,7 @@ void JanelasFalsas::MostraErro(const std::string &contexto, std::int32_t numero,
     Erros.push_back(std::to_string(numero) + " " + fonte + " " + contexto);
 }
 
-bool JanelasFalsas::MostraPDF(const std::string &caminho, bool)
+bool JanelasFalsas::MostraPDF(const std::string &caminho, const std::string &nome, bool)
 {
     std::ifstream arquivo(CaminhoDoSistema(caminho), std::ios::binary);
     std::string inicio(5, '\0');
@@ -87,5 +87,6 @@ bool JanelasFalsas::MostraPDF(const std::string &caminho, bool)
         return false;
     }
     Mostrados.push_back(caminho);
+    Nomes.push_back(nome);
     return true;
 }

@@ -29,6 +29,7 @@ class JanelasFalsas : public IJanelas {
     std::vector<std::string> Erros;        // number, source and context
     std::vector<std::string> FrasesDeErro; // what the person reads of each
     std::vector<std::string> Mostrados;
+    std::vector<std::string> Nomes; // of what was shown
     std::vector<std::string> Topicos;
     std::vector<bool> Esperas;
     std::optional<std::string> ArquivoEscolhido;
@@ -51,11 +52,12 @@ class JanelasFalsas : public IJanelas {
     }
     void MostraErro(const std::string &contexto, std::int32_t numero, const std::string &descricao,
                     const std::string &fonte, const std::string &titulo) override;
-    std::optional<std::string> EscolheArquivo(const std::string &, const std::string &) override
+    std::optional<std::string> EscolheArquivo(const std::string &, const std::string &, const std::string &,
+                                              const std::string &) override
     {
         return ArquivoEscolhido;
     }
-    bool MostraPDF(const std::string &caminho, bool modal) override;
+    bool MostraPDF(const std::string &caminho, const std::string &nome, bool modal) override;
     void MostraAjuda(const std::string &topico) override { Topicos.push_back(topico); }
 
   private:

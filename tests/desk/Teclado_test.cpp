@@ -346,7 +346,7 @@ TEST_F(TecladoTeste, Viewer_OfACertificate_ByKeys)
     Entra();
     const auto janelas = Novo<Janelas>(Novo<CamadaQt>(mesa.findChild<QMdiArea *>()));
     QMetaObject::invokeMethod(
-        &mesa, [&] { janelas->MostraPDF(certificado.toStdString(), true); }, Qt::QueuedConnection);
+        &mesa, [&] { janelas->MostraPDF(certificado.toStdString(), "", true); }, Qt::QueuedConnection);
     Percorre([&](Teclado &t) {
         t.EsperaJanela("VisorPDF").EsperaFoco("paginas");
         t.Ctrl(Qt::Key_F).EsperaFoco("procurado");

@@ -269,7 +269,7 @@ TEST_F(VisorTeste, Print_OfPagesFromTo_PrintsThoseAlone)
             dialogo->grab().save(QString(PASTA_DOS_RETRATOS) + "/visor-imprimir.png");
         });
         t.Tecla(Qt::Key_Return).EsperaJanela("VisorPDF");
-        t.Espera("printed", [&] { return QFile::exists(destino); });
+        t.Espera("printed", [&] { return QFile::exists(destino) && !TelaDeAndamento::EmCurso(); });
     });
     QPdfDocument impresso;
     ASSERT_EQ(impresso.load(destino), QPdfDocument::Error::None);
@@ -442,6 +442,13 @@ TEST(VisorSozinho, WhatIsNoPdfWithPages_IsNotOpened)
     EXPECT_FALSE(
         abre("%PDF-1.4\n1 0 obj<</Type/Catalog/Pages 2 0 R>>endobj\n2 0 obj<</Type/Pages/Kids[]/Count 0>>endobj\n"
              "trailer<</Root 1 0 R>>\n%%EOF\n"));
+    // Under a password.
+    const Bytes inteiro = Pdf("protegido", 600);
+    QByteArray cifrado(reinterpret_cast<const char *>(inteiro.data()), static_cast<qsizetype>(inteiro.size()));
+    const QByteArray chave(64, '4');
+    cifrado.replace("/Root 1 0 R", "/Root 1 0 R /ID [<00> <00>] /Encrypt << /Filter /Standard /V 1 /R 2 /P -4 /O <" +
+                                       chave + "> /U <" + chave + "> >>");
+    EXPECT_FALSE(abre(cifrado));
     EXPECT_FALSE(VisorPDF(nullptr).Abre(pasta.filePath("nenhum.pdf")));
     EXPECT_FALSE(VisorPDF(nullptr).Abre(pasta.path()));
 }

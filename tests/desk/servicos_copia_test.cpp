@@ -33,7 +33,7 @@ class ServicosCopia : public ServicosTeste {
     static void SetUpTestSuite() { DiscoDeTeste::Instala(); }
 
     fs::path Pasta() { return fs::path(m_Registro.Caminho()).parent_path() / "copias"; }
-    DesfechoDaCopia CopiaAgora(int quantas = Copia::QuantasPadrao, const Andamento &andamento = {},
+    DesfechoDaCopia CopiaAgora(int quantas = Copia::QuantasPadrao, const AndamentoDaCopia &andamento = {},
                                const ConfereArquivo &confere = {})
     {
         return Copia(m_Registro.Caminho(), confere).Faz(Pasta().string(), m_Registro.Relogio, quantas, andamento);

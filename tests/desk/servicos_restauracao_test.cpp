@@ -57,7 +57,7 @@ class ServicosRestauracao : public ServicosTeste {
         m_Registro.Fecha();
     }
     // By default of the copy, in the registry's place.
-    DesfechoDaCopia Restaura(PedidoDeRestauracao pedido = {}, const Andamento &andamento = {},
+    DesfechoDaCopia Restaura(PedidoDeRestauracao pedido = {}, const AndamentoDaCopia &andamento = {},
                              const ConfereArquivo &confere = {})
     {
         if (pedido.Arquivo.empty()) {

@@ -83,20 +83,21 @@ class CamadaFalsa : public ICamada {
         Anotados.push_back(std::string(tipos[static_cast<int>(tipo)]) + " " + titulo + ": " + texto +
                            (detalhes.empty() ? "" : " (" + detalhes + ")") + Sobre(dono));
     }
-    std::optional<std::string> EscolheArquivo(const std::vector<FiltroDeArquivo> &filtros, const std::string &titulo,
-                                              const Ref<IJanela> &dono) override
+    std::optional<std::string> EscolheArquivo(const PedidoDeArquivo &pedido, const Ref<IJanela> &dono) override
     {
         std::string pares;
-        for (const FiltroDeArquivo &filtro : filtros) {
+        for (const FiltroDeArquivo &filtro : pedido.Filtros) {
             pares += " <" + filtro.Texto + "=" + filtro.Padrao + ">";
         }
-        Anotados.push_back("arquivo " + titulo + pares + Sobre(dono));
+        Anotados.push_back("arquivo " + pedido.Titulo + pares +
+                           (pedido.Extensao.empty() ? "" : " ." + pedido.Extensao) +
+                           (pedido.Nome.empty() ? "" : " oferece " + pedido.Nome) + Sobre(dono));
         return ArquivoEscolhido;
     }
-    Ref<IJanela> FazVisor(const std::string &caminho, const Ref<IJanela> &dono,
+    Ref<IJanela> FazVisor(const std::string &caminho, const std::string &nome, const Ref<IJanela> &dono,
                           const std::function<void()> &fechou) override
     {
-        Anotados.push_back("pdf " + caminho + Sobre(dono));
+        Anotados.push_back("pdf " + caminho + (nome.empty() ? "" : " chamado " + nome) + Sobre(dono));
         Fechou = fechou;
         if (!AbrePDF) {
             return nullptr;

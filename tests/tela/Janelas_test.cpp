@@ -434,8 +434,8 @@ TEST_F(JanelasTest, Boxes_HaveTheirKindTextAndOwner)
     NaModal(Form("detalhes"), [this] {
         m_Janelas->PerguntaSimNao("p", "t", true);
         m_Janelas->Informa("i", "t");
-        m_Janelas->EscolheArquivo("", "t");
-        m_Janelas->MostraPDF("x.pdf", false);
+        m_Janelas->EscolheArquivo("", "t", "", "");
+        m_Janelas->MostraPDF("x.pdf", "", false);
         m_Janelas->MostraAjuda("detalhes");
     });
     EXPECT_EQ(m_Vistos,
@@ -453,17 +453,18 @@ TEST_F(JanelasTest, MostraErro_EndsTheWaitAndTellsWhereItCameFrom)
 
 TEST_F(JanelasTest, EscolheArquivo_TakesTheFilterApart)
 {
-    EXPECT_EQ(m_Janelas->EscolheArquivo("PDF (*.pdf)|*.pdf|Todos|*.*", "Selecione"), "C:\\a.pdf");
-    m_Janelas->EscolheArquivo("PDF (*.pdf)|*.pdf|sem par", "Selecione");
-    EXPECT_EQ(Vistos(),
-              (Textos{"arquivo Selecione <PDF (*.pdf)=*.pdf> <Todos=*.*>", "arquivo Selecione <PDF (*.pdf)=*.pdf>"}));
+    EXPECT_EQ(m_Janelas->EscolheArquivo("PDF (*.pdf)|*.pdf|Todos|*.*", "Selecione", "*.pdf", ""), "C:\\a.pdf");
+    m_Janelas->EscolheArquivo("PDF (*.pdf)|*.pdf|sem par", "Selecione", "*.*", "C:\\b.pdf");
+    m_Janelas->EscolheArquivo("", "", "txt", "");
+    EXPECT_EQ(Vistos(), (Textos{"arquivo Selecione <PDF (*.pdf)=*.pdf> <Todos=*.*> .pdf",
+                                "arquivo Selecione <PDF (*.pdf)=*.pdf> oferece C:\\b.pdf", "arquivo  .txt"}));
 }
 
 TEST_F(JanelasTest, MostraPDF_OfWhatIsNone_TellsThePerson)
 {
     m_Camada->AbrePDF = false;
     m_Janelas->DefineEspera(true);
-    EXPECT_FALSE(m_Janelas->MostraPDF("C:\\a.txt", false));
+    EXPECT_FALSE(m_Janelas->MostraPDF("C:\\a.txt", "", false));
     EXPECT_EQ(
         Vistos(),
         (Textos{"espera", "não espera", "pdf C:\\a.txt",
@@ -479,7 +480,7 @@ TEST_F(JanelasTest, MostraPDF_Modal_IsInFrontUntilItIsClosed)
         m_Camada->Visor->Retira();
     };
     NaModal(Form("detalhes"), [&] {
-        EXPECT_TRUE(m_Janelas->MostraPDF("x.pdf", true));
+        EXPECT_TRUE(m_Janelas->MostraPDF("x.pdf", "", true));
         m_Janelas->Avisa("c", "d");
     });
     EXPECT_EQ(m_Vistos, (Textos{"pdf x.pdf sobre detalhes", "espera em x.pdf", "avisa b: a sobre x.pdf",
@@ -503,7 +504,7 @@ TEST_F(JanelasTest, MostraEEspera_OfAWindowThatIsNoForms_IsInFrontUntilItIsClose
 TEST_F(JanelasTest, MostraPDF_WhenTheViewerIsDone_TellsTheHost)
 {
     int fechados = 0;
-    EXPECT_TRUE(m_Janelas->MostraPDF("a.pdf", false));
+    EXPECT_TRUE(m_Janelas->MostraPDF("a.pdf", "", false));
     m_Camada->Fechou(); // nobody asked to be told
     m_Janelas->FechouVisor = [&] {
         ++fechados;

@@ -279,15 +279,19 @@ class PastaAtual {
 
 } // namespace
 
-std::optional<std::string> CamadaWindows::EscolheArquivo(const std::vector<FiltroDeArquivo> &filtros,
-                                                         const std::string &titulo, const Ref<IJanela> &dono)
+std::optional<std::string> CamadaWindows::EscolheArquivo(const PedidoDeArquivo &pedidoDe, const Ref<IJanela> &dono)
 {
     std::wstring padroes; // pairs, each text ended by a zero, and another one at the end
-    for (const FiltroDeArquivo &filtro : filtros) {
+    for (const FiltroDeArquivo &filtro : pedidoDe.Filtros) {
         padroes += ParaUtf16(filtro.Texto) + L'\0' + ParaUtf16(filtro.Padrao) + L'\0';
     }
-    const std::wstring nome = ParaUtf16(titulo);
-    std::wstring caminho(MaiorCaminho, L'\0');
+    const std::wstring nome = ParaUtf16(pedidoDe.Titulo);
+    const std::wstring extensao = ParaUtf16(pedidoDe.Extensao);
+    std::wstring caminho = ParaUtf16(pedidoDe.Nome);
+    if (caminho.size() >= MaiorCaminho || GetFileAttributesW(caminho.c_str()) == INVALID_FILE_ATTRIBUTES) {
+        caminho.clear(); // the dialog does not open with a name that it cannot offer
+    }
+    caminho.resize(MaiorCaminho);
     OPENFILENAMEW pedido{};
     pedido.lStructSize = sizeof pedido;
     pedido.hwndOwner = AtrasDe(dono);
@@ -295,6 +299,7 @@ std::optional<std::string> CamadaWindows::EscolheArquivo(const std::vector<Filtr
     pedido.lpstrFile = caminho.data();
     pedido.nMaxFile = static_cast<DWORD>(caminho.size());
     pedido.lpstrTitle = nome.empty() ? nullptr : nome.c_str();
+    pedido.lpstrDefExt = extensao.empty() ? nullptr : extensao.c_str();
     pedido.Flags = OFN_EXPLORER | OFN_FILEMUSTEXIST | OFN_PATHMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
     const BloqueioModal bloqueio(Janelas(), pedido.hwndOwner);
     const ContextoVisual::Ativo ativo(*m_Contexto);
@@ -305,7 +310,8 @@ std::optional<std::string> CamadaWindows::EscolheArquivo(const std::vector<Filtr
     return ParaUtf8(caminho.c_str());
 }
 
-Ref<IJanela> CamadaWindows::FazVisor(const std::string &, const Ref<IJanela> &, const std::function<void()> &)
+Ref<IJanela> CamadaWindows::FazVisor(const std::string &, const std::string &, const Ref<IJanela> &,
+                                     const std::function<void()> &)
 {
     return nullptr;
 }

@@ -41,10 +41,9 @@ class CamadaWindows : public ICamada {
                         const Ref<IJanela> &dono) override;
     void MostraCaixa(TipoDeCaixa tipo, const std::string &texto, const std::string &titulo, const std::string &detalhes,
                      const Ref<IJanela> &dono) override;
-    std::optional<std::string> EscolheArquivo(const std::vector<FiltroDeArquivo> &filtros, const std::string &titulo,
-                                              const Ref<IJanela> &dono) override;
+    std::optional<std::string> EscolheArquivo(const PedidoDeArquivo &pedido, const Ref<IJanela> &dono) override;
     // Documents and help are the application's own on this platform.
-    Ref<IJanela> FazVisor(const std::string &caminho, const Ref<IJanela> &dono,
+    Ref<IJanela> FazVisor(const std::string &caminho, const std::string &nome, const Ref<IJanela> &dono,
                           const std::function<void()> &fechou) override;
     void MostraAjuda(const std::string &topico, const Ref<IJanela> &dono) override;
 
