@@ -1,5 +1,6 @@
 #include "desk/windows/ConsultaAutuacao.h"
 
+#include "desk/windows/Icones.h"
 #include "desk/windows/Renderizador.h"
 #include "host/Conversoes.h"
 #include "shell/ModGeral.h"
@@ -10,7 +11,6 @@
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
-#include <QIcon>
 #include <QIntValidator>
 #include <QLabel>
 #include <QLineEdit>
@@ -34,7 +34,7 @@ ConsultaAutuacao::ConsultaAutuacao(Ref<CVorEquip> equipamentos,
 {
     setObjectName("ConsultaAutuacao");
     setWindowTitle("Consulta para autuação");
-    setWindowIcon(QIcon(":/icones/consulta.svg"));
+    setWindowIcon(Icone("consulta"));
     m_Data->setObjectName("data");
     m_Data->setDisplayFormat("dd/MM/yyyy");
     m_Data->setCalendarPopup(true);

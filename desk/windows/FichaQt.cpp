@@ -2,9 +2,9 @@
 
 #include "desk/services/TextoQt.h"
 #include "desk/windows/Dialogos.h"
+#include "desk/windows/Icones.h"
 #include "desk/windows/PainelDaFicha.h"
 
-#include <QIcon>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -22,7 +22,7 @@ FichaQt::FichaQt(Ficha &ficha, BordaDaJanela borda, QWidget *dono)
 {
     setObjectName(Q(ficha.Nome));
     setWindowTitle(Q(ficha.Titulo));
-    setWindowIcon(QIcon(":/icones/equipamentos.svg"));
+    setWindowIcon(Icone("equipamentos"));
     QPushButton *ok = FazBotao("ok", "&OK", this);
     QPushButton *cancelar = FazBotao("cancelar", "&Cancelar", this);
     ok->setDefault(true);
@@ -33,7 +33,15 @@ FichaQt::FichaQt(Ficha &ficha, BordaDaJanela borda, QWidget *dono)
     tudo->addWidget(m_Campos);
     tudo->addStretch(1);
     tudo->addWidget(m_Aviso);
-    tudo->addLayout(EmLinha({ok, cancelar}));
+    QBoxLayout *botoes = EmLinha({ok, cancelar});
+    int lugar = 0;
+    for (const ComandoDaFicha &comando : ficha.Comandos) {
+        QPushButton *botao = FazBotao(Q(comando.Nome), Q(comando.Rotulo), this);
+        botoes->insertWidget(lugar++, botao);
+        setTabOrder(cancelar, botao);
+        connect(botao, &QPushButton::clicked, this, [this, comando] { Comanda(comando); });
+    }
+    tudo->addLayout(botoes);
     for (const CampoDaFicha &campo : ficha.Campos) {
         if (!campo.Travado) {
             m_Campos->Foca(campo.Nome);
@@ -47,6 +55,16 @@ FichaQt::FichaQt(Ficha &ficha, BordaDaJanela borda, QWidget *dono)
 FichaQt::~FichaQt()
 {
     m_Campos->LimpaSenhas();
+}
+
+void FichaQt::Comanda(const ComandoDaFicha &comando)
+{
+    if (PerguntaSimNao(Q(comando.Pergunta), this)) {
+        m_Borda([&] {
+            comando.Faz();
+            InformaEmCaixa(Q(comando.Feito), this);
+        });
+    }
 }
 
 void FichaQt::Tenta()

@@ -3,6 +3,7 @@
 #include "desk/host/Titulo.h"
 #include "desk/services/TextoQt.h"
 #include "desk/windows/Dialogos.h"
+#include "desk/windows/Icones.h"
 #include "desk/windows/NovoRegistro.h"
 
 #include <QApplication>
@@ -31,7 +32,7 @@ template <class Opcao> class Escolha : public QDialog {
     {
         setObjectName(nome);
         setWindowTitle(TituloDosAvisos);
-        setWindowIcon(QIcon(":/icones/equipamentos.svg"));
+        setWindowIcon(Icone("equipamentos"));
         setMinimumWidth(Largura);
     }
     void Responde(QAbstractButton *botao, Opcao opcao)

@@ -1,5 +1,6 @@
 #include "desk/windows/JanelaForm.h"
 
+#include "desk/windows/Icones.h"
 #include "desk/windows/Quadro.h"
 #include "desk/windows/RenderLista.h"
 #include "desk/windows/RenderizadoresEscolha.h"
@@ -138,7 +139,7 @@ void JanelaForm::MostraForm()
     setWindowTitle(m_Texto.isEmpty() ? Q(m_Form->Caption()) : m_Texto);
     setEnabled(m_Form->Enabled());
     if (!m_Form->Icone().empty()) {
-        setWindowIcon(QIcon(":/icones/" + Q(m_Form->Icone()).toLower() + ".svg"));
+        setWindowIcon(Icone(Q(m_Form->Icone()).toLower()));
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "desk/services/TextoQt.h"
 #include "desk/windows/Dialogos.h"
+#include "desk/windows/Icones.h"
 #include "desk/windows/JanelaDeRelato.h"
 #include "desk/windows/PainelDaFicha.h"
 
@@ -78,7 +79,7 @@ void PaginaQt::MontaCriterios(QVBoxLayout *tudo)
     }
     m_Criterios = new PainelDaFicha(*criterios, this);
     QPushButton *localizar = FazBotao("localizar", "L&ocalizar", this);
-    localizar->setIcon(QIcon(":/icones/localizar.svg"));
+    localizar->setIcon(Icone("localizar"));
     auto *linha = new QHBoxLayout;
     linha->addWidget(m_Criterios);
     linha->addWidget(localizar, 0, Qt::AlignBottom);

@@ -2,6 +2,7 @@
 
 #include "controls/ItemMenu.h"
 #include "controls/ztList.h"
+#include "desk/windows/Icones.h"
 #include "desk/windows/ModeloLista.h"
 #include "tela/ComandosDeLista.h"
 #include "tela/Partes.h"
@@ -10,7 +11,6 @@
 #include <QFile>
 #include <QHBoxLayout>
 #include <QHeaderView>
-#include <QIcon>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
@@ -27,12 +27,11 @@ namespace mesa {
 namespace {
 
 // Menu keys that have a picture of their own; a key without one shows the general one.
-QIcon Icone(const std::string &chave)
+QIcon IconeDaChave(const std::string &chave)
 {
     static constexpr const char *Prefixo = "mnuZTLObj";
     const QString nome = Q(chave).mid(static_cast<int>(std::string_view(Prefixo).size())).toLower();
-    const QString arquivo = ":/icones/" + nome + ".svg";
-    return QIcon(QFile::exists(arquivo) ? arquivo : ":/icones/comando.svg");
+    return Icone(HaIcone(nome) ? nome : "comando");
 }
 
 QToolButton *FazBotao(QWidget *dono)
@@ -123,8 +122,8 @@ RenderLista::RenderLista(Ref<IControle> controle, QWidget *widget, Borda borda, 
     }
     tudo->addLayout(baixo, 1);
 
-    m_Fechar->setIcon(QIcon(":/icones/fechar.svg"));
-    m_Ajuda->setIcon(QIcon(":/icones/ajuda.svg"));
+    m_Fechar->setIcon(Icone("fechar"));
+    m_Ajuda->setIcon(Icone("ajuda"));
     connect(m_Fechar, &QToolButton::clicked, this, [this, fecha] { Age(fecha); });
     connect(m_Ajuda, &QToolButton::clicked, this, [this, ajuda] { Age(ajuda); });
     connect(m_Mais, &QPushButton::clicked, this, [this] { Age([this] { Como<ztList>(*this).PedeMais(); }); });
@@ -139,7 +138,7 @@ RenderLista::RenderLista(Ref<IControle> controle, QWidget *widget, Borda borda, 
             });
     if (m_Localizar != nullptr) {
         m_Localizar->setText(Q(std::string(Partes::Localizar)));
-        m_Localizar->setIcon(QIcon(":/icones/localizar.svg"));
+        m_Localizar->setIcon(Icone("localizar"));
         connect(m_Localizar, &QPushButton::clicked, this, [this] { Age([this] { Como<ztList>(*this).Localiza(); }); });
     }
     SegueFoco(m_Tabela);
@@ -221,7 +220,7 @@ void RenderLista::MostraMenu()
         if (botao == nullptr) {
             botao = FazBotao(m_Barra);
             botao->setObjectName(Q(comando.Chave));
-            botao->setIcon(Icone(comando.Chave));
+            botao->setIcon(IconeDaChave(comando.Chave));
             connect(botao, &QToolButton::clicked, this, [this, chave = comando.Chave] { Escolhe(chave); });
             m_Comandos->addWidget(botao);
         }
@@ -249,7 +248,7 @@ void RenderLista::AbreMenu(const QPoint &onde)
         if (comando.IniciaGrupo) {
             menu.addSeparator();
         }
-        QAction *acao = menu.addAction(Icone(comando.Chave), Q(comando.NoMenu));
+        QAction *acao = menu.addAction(IconeDaChave(comando.Chave), Q(comando.NoMenu));
         acao->setEnabled(comando.Utilizavel);
         acao->setData(Q(comando.Chave));
     }

@@ -1,5 +1,7 @@
 #include "desk/windows/VisorPDF.h"
 
+#include "desk/windows/Icones.h"
+
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -58,7 +60,7 @@ VisorPDF::VisorPDF(QWidget *dono)
 
     auto *barra = new QHBoxLayout;
     const auto botao = [&](const QString &texto, const char *icone, auto acao) {
-        auto *novo = new QPushButton(QIcon(QString(":/icones/%1.svg").arg(icone)), texto, this);
+        auto *novo = new QPushButton(Icone(icone), texto, this);
         novo->setAutoDefault(false);
         connect(novo, &QPushButton::clicked, this, acao);
         barra->addWidget(novo);

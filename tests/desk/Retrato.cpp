@@ -80,6 +80,9 @@ QString Falta(const QWidget &widget)
         return compara(rotulo->sizeHint());
     }
     if (qobject_cast<const QAbstractButton *>(&widget)) {
+        if (qobject_cast<const QLineEdit *>(widget.parentWidget())) {
+            return {}; // an icon alone, for which the field has made the place
+        }
         return compara(widget.sizeHint());
     }
     if (qobject_cast<const QGroupBox *>(&widget)) {
