@@ -70,13 +70,38 @@ TipoDeJanela Janelas::TipoDaNova(bool modal) const
     return modal ? TipoDeJanela::Modal : Frente() ? TipoDeJanela::Solta : TipoDeJanela::Filha;
 }
 
+void Janelas::Distingue(const DistincaoDeJanela &qual, const std::function<void()> &abre)
+{
+    const DistincaoDeJanela antes = std::exchange(m_Qual, qual);
+    NaBorda(abre);
+    m_Qual = antes;
+}
+
+void Janelas::DaDistincao(Aberta &nova) const
+{
+    if (nova.Tipo != TipoDeJanela::Filha || m_Qual.Chave.empty()) {
+        return;
+    }
+    nova.Qual = m_Qual;
+    const auto tomado = [&](const Aberta &outra) {
+        return outra.Qual.Chave == nova.Qual.Chave && outra.Numero == nova.Numero;
+    };
+    do {
+        ++nova.Numero;
+    } while (std::ranges::any_of(m_Abertas, tomado));
+    if (nova.Numero > 1) {
+        nova.Qual.Texto += " (" + std::to_string(nova.Numero) + ")";
+    }
+}
+
 Janelas::Aberta &Janelas::Abre(const Ref<IForm> &form, bool modal)
 {
     Aberta nova;
     nova.Form = form;
     nova.Dono = Frente();
     nova.Tipo = TipoDaNova(modal);
-    nova.Janela = m_Camada->FazJanela(form, nova.Tipo, nova.Dono, Pedidos(form));
+    DaDistincao(nova);
+    nova.Janela = m_Camada->FazJanela(form, nova.Tipo, nova.Dono, Pedidos(form), nova.Qual);
     SegueOrdem(*form, nova);
     return m_Abertas.emplace_back(std::move(nova));
 }

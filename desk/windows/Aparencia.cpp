@@ -1,16 +1,17 @@
 #include "desk/windows/Aparencia.h"
 
+#include "desk/windows/Acessibilidade.h"
 #include "desk/windows/Dialogos.h"
+#include "desk/windows/EstiloDaMesa.h"
 #include "desk/windows/Impressora.h"
 #include "desk/windows/Paletas.h"
+#include "desk/windows/Traducao.h"
 
 #include <QApplication>
 #include <QDialog>
 #include <QEvent>
-#include <QLibraryInfo>
 #include <QLocale>
 #include <QToolTip>
-#include <QTranslator>
 
 namespace mesa {
 
@@ -22,12 +23,10 @@ constexpr double Inteiro = 100; // percent
 
 void PreparaAparencia(QApplication &aplicacao)
 {
-    QApplication::setStyle("Fusion");
+    QApplication::setStyle(new EstiloDaMesa);
+    PreparaAcessibilidade();
     QLocale::setDefault(QLocale(QLocale::Portuguese, QLocale::Brazil));
-    auto *tradutor = new QTranslator(&aplicacao);
-    if (tradutor->load("qtbase_pt_BR", QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
-        QCoreApplication::installTranslator(tradutor);
-    }
+    Traduz(aplicacao);
 }
 
 Aparencia::Aparencia(Preferencias &preferencias)

@@ -50,7 +50,7 @@ class CamadaQt : public ICamada {
     Ref<ILembrancas> Lembrancas;
 
     Ref<IJanela> FazJanela(const Ref<IForm> &form, TipoDeJanela tipo, const Ref<IJanela> &dono,
-                           const PedidosDaJanela &pedidos) override;
+                           const PedidosDaJanela &pedidos, const DistincaoDeJanela &qual) override;
     void MostraEspera(bool espera) override;
     void ProcessaMensagens() override;
     std::int32_t LarguraTela() const override;

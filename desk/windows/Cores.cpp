@@ -146,8 +146,27 @@ void SeguePaleta(QWidget &widget, const std::function<void()> &faz)
     new SeguidorDaPaleta(widget, faz);
 }
 
+namespace {
+
+QString NomeDa(Cor cor)
+{
+    switch (cor) {
+    case Cor::Erro:
+        return "Erro";
+    case Cor::Aviso:
+        return "Aviso";
+    case Cor::Amostra:
+        return "Amostra";
+    default:
+        return {}; // no text has it
+    }
+}
+
+} // namespace
+
 void Colore(QWidget &widget, Cor cor)
 {
+    widget.setAccessibleDescription(NomeDa(cor));
     SeguePaleta(widget, [alvo = &widget, cor] {
         QPalette cores;
         cores.setColor(QPalette::WindowText, CorDe(cor));

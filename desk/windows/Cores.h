@@ -37,7 +37,7 @@ QPalette PaletaDePapel();
 
 // Does it now, and again whenever the widget's palette has changed. A widget has one of these: the last one given.
 void SeguePaleta(QWidget &widget, const std::function<void()> &faz);
-// The widget's text in that colour, whatever palette comes.
+// The widget's text in that colour, whatever palette comes; to a screen reader it is described by what the colour says.
 void Colore(QWidget &widget, Cor cor);
 
 } // namespace mesa

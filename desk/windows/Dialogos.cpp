@@ -1,6 +1,7 @@
 #include "desk/windows/Dialogos.h"
 
 #include "desk/host/Titulo.h"
+#include "desk/windows/Acessibilidade.h"
 #include "desk/windows/Cores.h"
 #include "desk/windows/Icones.h"
 
@@ -102,6 +103,7 @@ void Cresce(QWidget &janela)
 void MostraAviso(QLabel &aviso, const QString &texto)
 {
     aviso.setText(texto);
+    Anuncia(aviso);
     Cresce(*aviso.window());
 }
 

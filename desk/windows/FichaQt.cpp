@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 
 #include <utility>
+#include <vector>
 
 namespace mesa {
 
@@ -23,6 +24,11 @@ FichaQt::FichaQt(Ficha &ficha, BordaDaJanela borda, QWidget *dono)
     setObjectName(Q(ficha.Nome));
     setWindowTitle(Q(ficha.Titulo));
     setWindowIcon(Icone("equipamentos"));
+    std::vector<QPushButton *> comandos; // on the left, so before the others in the order of Tab
+    for (const ComandoDaFicha &comando : ficha.Comandos) {
+        comandos.push_back(FazBotao(Q(comando.Nome), Q(comando.Rotulo), this));
+        connect(comandos.back(), &QPushButton::clicked, this, [this, comando] { Comanda(comando); });
+    }
     QPushButton *ok = FazBotao("ok", "&OK", this);
     QPushButton *cancelar = FazBotao("cancelar", "&Cancelar", this);
     ok->setDefault(true);
@@ -34,12 +40,8 @@ FichaQt::FichaQt(Ficha &ficha, BordaDaJanela borda, QWidget *dono)
     tudo->addStretch(1);
     tudo->addWidget(m_Aviso);
     QBoxLayout *botoes = EmLinha({ok, cancelar});
-    int lugar = 0;
-    for (const ComandoDaFicha &comando : ficha.Comandos) {
-        QPushButton *botao = FazBotao(Q(comando.Nome), Q(comando.Rotulo), this);
-        botoes->insertWidget(lugar++, botao);
-        setTabOrder(cancelar, botao);
-        connect(botao, &QPushButton::clicked, this, [this, comando] { Comanda(comando); });
+    for (int lugar = 0; QPushButton * comando : comandos) {
+        botoes->insertWidget(lugar++, comando);
     }
     tudo->addLayout(botoes);
     for (const CampoDaFicha &campo : ficha.Campos) {

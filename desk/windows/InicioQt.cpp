@@ -4,6 +4,7 @@
 #include "desk/services/TextoQt.h"
 #include "desk/windows/Dialogos.h"
 #include "desk/windows/Icones.h"
+#include "desk/windows/LugarDasJanelas.h"
 #include "desk/windows/NovoRegistro.h"
 
 #include <QApplication>
@@ -63,7 +64,11 @@ std::optional<std::filesystem::path> EscolheArquivo(const QString &titulo, const
 
 } // namespace
 
-InicioQt::InicioQt() = default;
+InicioQt::InicioQt()
+{
+    LugarDasJanelas::DaAplicacao(); // from the first window on
+}
+
 InicioQt::~InicioQt() = default;
 
 OpcaoDoInicio InicioQt::Comeca()

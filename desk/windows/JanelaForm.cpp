@@ -1,6 +1,7 @@
 #include "desk/windows/JanelaForm.h"
 
 #include "desk/windows/Icones.h"
+#include "desk/windows/LugarDasJanelas.h"
 #include "desk/windows/Quadro.h"
 #include "desk/windows/RenderLista.h"
 #include "desk/windows/RenderizadoresEscolha.h"
@@ -26,6 +27,7 @@ JanelaForm::JanelaForm(Ref<IForm> form, AoRedorDoForm aoRedor, QWidget *dono)
       m_Pessoa(m_Form, m_AoRedor.Pedidos)
 {
     setObjectName(QString::fromUtf8(m_Form->NomeTipo().data(), static_cast<qsizetype>(m_Form->NomeTipo().size())));
+    DefineIdentidade(*this, m_AoRedor.Identidade);
     m_Quadro = new Quadro(*m_Form, this);
     LigaControles();
     m_Quadro->Segue();
@@ -43,8 +45,10 @@ void JanelaForm::Dimensiona()
         if (QLayout *leiaute = (*widget)->layout()) {
             leiaute->invalidate();
             leiaute->activate();
+            (*widget)->updateGeometry();
         }
     }
+    layout()->invalidate();
     resize(sizeHint().expandedTo({Pixels(m_Form->Width()), Pixels(m_Form->Height())}));
 }
 
@@ -136,7 +140,7 @@ void JanelaForm::MostraForm()
     if (m_Encerrando) {
         return;
     }
-    setWindowTitle(m_Texto.isEmpty() ? Q(m_Form->Caption()) : m_Texto);
+    setWindowTitle(Q(TextoDaMoldura(m_Texto.isEmpty() ? m_Form->Caption() : S(m_Texto), m_AoRedor.Qual)));
     setEnabled(m_Form->Enabled());
     if (!m_Form->Icone().empty()) {
         setWindowIcon(Icone(Q(m_Form->Icone()).toLower()));

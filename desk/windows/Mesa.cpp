@@ -9,6 +9,7 @@
 #include "desk/host/Titulo.h"
 #include "desk/services/Calendario.h"
 #include "desk/services/Permissoes.h"
+#include "desk/windows/AreaDeTrabalho.h"
 #include "desk/windows/ConsultaAutuacao.h"
 #include "desk/windows/Cores.h"
 #include "desk/windows/Cortina.h"
@@ -23,6 +24,8 @@
 #include "desk/windows/JanelaDeRelato.h"
 #include "desk/windows/JanelaDeTrabalho.h"
 #include "desk/windows/JanelaSobre.h"
+#include "desk/windows/LugarDasJanelas.h"
+#include "desk/windows/TextoQueCede.h"
 #include "host/Conversoes.h"
 #include "host/Texto.h"
 #include "shell/Especifica.h"
@@ -59,8 +62,6 @@ constexpr int MinutoEmMilissegundos = 60000;
 constexpr int EsperaDaTroca = 50; // milliseconds
 constexpr std::int32_t MinutosDeDescanso = 5;
 constexpr int EntreOlhares = 5000; // of whether somebody is there, milliseconds
-constexpr const char *FerramentaFotografica = "mnuModVOREquiptos";
-constexpr const char *FerramentaDemais = "mnuModNABEquiptos";
 
 } // namespace
 
@@ -72,7 +73,7 @@ Mesa::Mesa(Ref<Servicos> servicos, std::filesystem::path diretorio, std::functio
       m_Ociosidade(preferencias.MinutosAteTravar(), agora),
       m_Descanso(MinutosDeDescanso, agora),
       m_Agora(agora),
-      m_Area(new QMdiArea(this)),
+      m_Area(new AreaDeTrabalho(this)),
       m_Camada(Novo<CamadaQt>(m_Area)),
       m_Janelas(Novo<Janelas>(m_Camada)),
       m_Host(Novo<HostMesa>(m_Janelas, std::move(diretorio), std::move(agora)))
@@ -80,6 +81,7 @@ Mesa::Mesa(Ref<Servicos> servicos, std::filesystem::path diretorio, std::functio
     setObjectName("Mesa");
     setWindowTitle(Q(TituloDoRegistro(*m_Servicos)));
     setWindowIcon(Icone("equipamentos"));
+    LugarDasJanelas::DaAplicacao(); // before any window is shown
     resize(1280, 820);
     SeguePaleta(*m_Area, [this] { m_Area->setBackground(CorDe(Cor::Area)); });
     setCentralWidget(m_Area);
@@ -123,6 +125,7 @@ Mesa::~Mesa()
 {
     qApp->removeEventFilter(this);
     ParaCuidado();
+    DefineLembrancas(nullptr);
     m_Janelas->TiraTodas(); // what they still have to say would come after the module's end
     m_Geral->Encerra();
     m_Geral = nullptr;
@@ -130,24 +133,27 @@ Mesa::~Mesa()
     InstalaHost(nullptr);
 }
 
-QAction *Mesa::AdicionaFerramenta(QMenu *menu, const QString &texto, const QString &nome)
+QAction *Mesa::AdicionaFerramenta(QMenu *menu, const Ferramenta &ferramenta)
 {
-    QAction *acao = menu->addAction(Icone("equipamentos"), texto);
-    acao->setObjectName(nome);
-    const std::string ferramenta = S(nome);
-    connect(acao, &QAction::triggered, this, [this, ferramenta] { NaBorda([&] { m_Geral->ClickMenu(ferramenta); }); });
-    m_Ferramentas[ferramenta] = acao;
+    QAction *acao = menu->addAction(Icone("equipamentos"), Q(ferramenta.NoMenu));
+    acao->setObjectName(Q(ferramenta.Nome));
+    acao->setShortcut(QKeySequence(Q(ferramenta.Atalho)));
+    connect(acao, &QAction::triggered, this, [this, &ferramenta] { AbreFerramenta(ferramenta); });
+    m_Ferramentas[ferramenta.Nome] = acao;
     return acao;
+}
+
+void Mesa::AbreFerramenta(const Ferramenta &ferramenta)
+{
+    m_Janelas->Distingue(ferramenta.Qual, [&] { m_Geral->ClickMenu(ferramenta.Nome); });
 }
 
 void Mesa::MontaMenus()
 {
     QMenu *equipamentos = menuBar()->addMenu("&Equipamentos");
-    QAction *fotos =
-        AdicionaFerramenta(equipamentos, "Equipamentos com trabalho &fotográfico...", FerramentaFotografica);
-    fotos->setShortcut(QKeySequence("Ctrl+1"));
-    QAction *demais = AdicionaFerramenta(equipamentos, "&Demais equipamentos...", FerramentaDemais);
-    demais->setShortcut(QKeySequence("Ctrl+2"));
+    for (const Ferramenta &ferramenta : Ferramentas()) {
+        AdicionaFerramenta(equipamentos, ferramenta);
+    }
     equipamentos->addSeparator();
     m_Consulta = equipamentos->addAction(Icone("consulta"), "&Consulta para autuação...");
     m_Consulta->setObjectName("consultaAutuacao");
@@ -181,8 +187,9 @@ void Mesa::MontaMenus()
     barra->setObjectName("ferramentas");
     barra->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     barra->setMovable(false);
-    barra->addAction(fotos);
-    barra->addAction(demais);
+    for (const Ferramenta &ferramenta : Ferramentas()) {
+        barra->addAction(m_Ferramentas[ferramenta.Nome]);
+    }
     barra->addAction(m_Consulta);
 }
 
@@ -232,11 +239,10 @@ void Mesa::DefineAtos(AtosDoRegistro atos)
 void Mesa::MontaMenuJanela()
 {
     m_MenuJanela = menuBar()->addMenu("&Janela");
-    m_MenuJanela->addAction("Lado a &lado", m_Area, &QMdiArea::tileSubWindows);
-    m_MenuJanela->addAction("Em &cascata", m_Area, &QMdiArea::cascadeSubWindows);
-    m_MenuJanela->addSeparator();
-    m_MenuJanela->addAction("&Próxima", QKeySequence("Ctrl+F6"), m_Area, &QMdiArea::activateNextSubWindow);
-    m_MenuJanela->addAction("&Anterior", QKeySequence("Ctrl+Shift+F6"), m_Area, &QMdiArea::activatePreviousSubWindow);
+    m_MenuJanela->addAction("&Próxima", m_Area, &QMdiArea::activateNextSubWindow)
+        ->setShortcuts({QKeySequence("Ctrl+F6"), QKeySequence("Ctrl+Tab")});
+    m_MenuJanela->addAction("&Anterior", m_Area, &QMdiArea::activatePreviousSubWindow)
+        ->setShortcuts({QKeySequence("Ctrl+Shift+F6"), QKeySequence("Ctrl+Shift+Tab")});
     m_MenuJanela->addSeparator();
     m_MenuJanela->addAction("&Fechar", m_Area, &QMdiArea::closeActiveSubWindow);
     m_MenuJanela->addAction("Fechar &todas", m_Area, &QMdiArea::closeAllSubWindows);
@@ -248,7 +254,8 @@ void Mesa::MontaMenuJanela()
         }
         int numero = 0;
         for (QMdiSubWindow *filha : m_Area->subWindowList()) {
-            QAction *acao = m_MenuJanela->addAction(QString("&%1 %2").arg(++numero).arg(filha->windowTitle()));
+            QAction *acao =
+                m_MenuJanela->addAction(QString("&%1 %2").arg(++numero).arg(filha->windowTitle().replace("&", "&&")));
             acao->setCheckable(true);
             acao->setChecked(filha == m_Area->activeSubWindow());
             connect(acao, &QAction::triggered, m_Area, [this, filha] { m_Area->setActiveSubWindow(filha); });
@@ -258,12 +265,8 @@ void Mesa::MontaMenuJanela()
 
 void Mesa::MontaEstado()
 {
-    m_Usuario = new QLabel(this);
-    m_Cliente = new QLabel(this);
-    m_Conferencia = new QLabel(this);
-    m_Replica = new QLabel(this);
-    for (QLabel *rotulo : {m_Usuario, m_Cliente, m_Conferencia, m_Replica}) {
-        rotulo->setTextFormat(Qt::PlainText);
+    for (QLabel **rotulo : {&m_Usuario, &m_Cliente, &m_Conferencia, &m_Replica}) {
+        *rotulo = new TextoQueCede(this);
     }
     m_Forcar = new QPushButton(this);
     m_Usuario->setObjectName("estadoUsuario");
@@ -328,7 +331,8 @@ void Mesa::Entra(const Ref<SessaoServico> &sessao)
 {
     sessao->PerguntaMotivo([this](const std::string &oQue) { return PedeMotivo(oQue); });
     m_Host->Entra(sessao);
-    m_Camada->Lembrancas = Novo<Lembrancas>(m_Preferencias, m_Servicos->Identificador(), sessao->Operador().Usuario);
+    DefineLembrancas(Novo<Lembrancas>(m_Preferencias, m_Servicos->Identificador(), sessao->Operador().Usuario));
+    LugarDasJanelas::DaAplicacao().Restaura(*this);
     m_Geral->Logon(m_Host->objMTM(), m_Host->objSCA(), "");
     LimpaCertificados();
     HabilitaFerramentas();
@@ -342,6 +346,12 @@ void Mesa::Entra(const Ref<SessaoServico> &sessao)
     m_Ociosidade.Usa();
     m_Vigia->start();
     m_Nivel = std::max(1, QThread::currentThread()->loopLevel());
+}
+
+void Mesa::DefineLembrancas(const Ref<ILembrancas> &lembrancas)
+{
+    m_Camada->Lembrancas = lembrancas;
+    LugarDasJanelas::DaAplicacao().DefineLembrancas(lembrancas);
 }
 
 void Mesa::Sai()
@@ -360,7 +370,8 @@ void Mesa::Sai()
     LimpaCertificados();
     NaBorda([this] { m_Geral->Logoff(); });
     m_Host->Sai();
-    m_Camada->Lembrancas = nullptr;
+    LugarDasJanelas::DaAplicacao().Guarda(*this);
+    DefineLembrancas(nullptr);
     HabilitaFerramentas();
     m_Usuario->setText("Ninguém entrou");
     m_Cliente->clear();
@@ -648,13 +659,11 @@ void Mesa::AtualizaReplica()
 
 void Mesa::AbreConsulta()
 {
-    auto *consulta = new ConsultaAutuacao(
-        m_Geral->CEspecifica()->CreateCVorEquip(), [this](const std::function<void()> &acao) { NaBorda(acao); },
-        nullptr);
+    auto *consulta = new ConsultaAutuacao([this] { return m_Geral->CEspecifica()->CreateCVorEquip(); },
+                                          [this](const std::function<void()> &acao) { NaBorda(acao); }, nullptr);
     QMdiSubWindow *filha = m_Area->addSubWindow(consulta);
     filha->setAttribute(Qt::WA_DeleteOnClose);
     filha->setWindowIcon(consulta->windowIcon());
-    filha->setGeometry(60, 20, 560, 600);
     filha->show();
 }
 

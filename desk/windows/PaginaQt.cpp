@@ -85,6 +85,7 @@ void PaginaQt::MontaCriterios(QVBoxLayout *tudo)
     linha->addWidget(localizar, 0, Qt::AlignBottom);
     linha->addStretch(1);
     tudo->addLayout(linha);
+    setTabOrder(localizar, m_Linhas);
     connect(localizar, &QPushButton::clicked, this, [this] {
         m_Criterios->Recolhe();
         Carrega();

@@ -100,7 +100,7 @@ RenderLista::RenderLista(Ref<IControle> controle, QWidget *widget, Borda borda, 
     m_Tabela->horizontalHeader()->setSectionsClickable(true);
     m_Tabela->horizontalHeader()->setSortIndicatorShown(true);
     m_Tabela->horizontalHeader()->setHighlightSections(false);
-    m_Tabela->setAccessibleName("Lista");
+    m_Tabela->setAccessibleName(widget->accessibleName());
 
     auto *centro = new QVBoxLayout;
     centro->addWidget(m_Titulo);

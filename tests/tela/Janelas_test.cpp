@@ -516,6 +516,38 @@ TEST_F(JanelasTest, MostraPDF_WhenTheViewerIsDone_TellsTheHost)
     EXPECT_EQ(Vistos(), Textos{"falha mostrada"});
 }
 
+TEST_F(JanelasTest, Distingue_OfSeveralWindowsOfATool_NumbersTheLaterOnes)
+{
+    const DistincaoDeJanela fotos{"fotos", "trabalho"};
+    const Ref<FormDeJanela> primeira = Form("a");
+    const auto abre = [&](const DistincaoDeJanela &qual, const Ref<IForm> &form) {
+        m_Janelas->Distingue(qual, [&] { Mostra(form); });
+        return Vistos().front();
+    };
+    EXPECT_EQ(abre(fotos, primeira), "faz a filha ainda oculto [fotos: trabalho]");
+    EXPECT_EQ(abre(fotos, Form("b")), "faz b filha ainda oculto [fotos: trabalho (2)]");
+    EXPECT_EQ(abre({"outros", "resto"}, Form("c")), "faz c filha ainda oculto [outros: resto]");
+    EXPECT_EQ(abre(fotos, Form("d")), "faz d filha ainda oculto [fotos: trabalho (3)]");
+    m_Janelas->Descarrega(primeira);
+    Vistos();
+    EXPECT_EQ(abre(fotos, Form("e")), "faz e filha ainda oculto [fotos: trabalho]");
+    Mostra(Form("f"));
+    EXPECT_EQ(Vistos().front(), "faz f filha ainda oculto");
+}
+
+TEST_F(JanelasTest, Distingue_WhatStandsInFrontOfAnother_HasNoDistinction)
+{
+    m_Janelas->Distingue({"fotos", "trabalho"}, [&] { NaModal(Form("detalhes"), [&] { Mostra(Form("solta")); }); });
+    EXPECT_EQ(m_Vistos.front(), "faz solta solta sobre detalhes ainda oculto");
+}
+
+TEST_F(JanelasTest, Distingue_FaultOfTheTool_IsShownAndTheDistinctionEnds)
+{
+    m_Janelas->Distingue({"fotos", "trabalho"}, [] { throw Falha(5); });
+    Mostra(Form("a"));
+    EXPECT_EQ(Vistos(), (Textos{"falha mostrada", "faz a filha ainda oculto", "mostra a"}));
+}
+
 TEST_F(JanelasTest, Screen_IsTheLayers)
 {
     EXPECT_EQ(m_Janelas->NomeTipo(), "Janelas");

@@ -47,7 +47,7 @@ RenderLista::RenderLista(Ref<IControle> controle, const Peca &peca, JanelaForm &
     m_Linhas = Faz(WC_LISTVIEWW, LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL | LVS_SHOWSELALWAYS, WS_EX_CLIENTEDGE);
     constexpr LPARAM Modos = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP;
     SendMessageW(m_Linhas, LVM_SETEXTENDEDLISTVIEWSTYLE, Modos, Modos);
-    Nomeia(m_Linhas, "Lista");
+    Nomeia(m_Linhas, peca.NomeAcessivel);
     m_Mais = Faz(WC_BUTTONW, BS_PUSHBUTTON);
     EscreveTexto(m_Mais, std::string(Partes::MaisRegistros));
     m_Dicas = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, 0, 0, 0,
