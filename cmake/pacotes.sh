@@ -10,7 +10,7 @@ ccache         compiles again only what has changed
 libgtest-dev   the framework that the tests are written in
 pkg-config     finds the libraries of the desk
 python3        tries the command that changes the sources for what no test notices
-qt6-base-dev   windows and databases of the desk
+qt6-base-dev   windows and databases of the desk, and the portal that tells the desktop's colours
 qt6-pdf-dev    the desk's viewer of certificates
 qt6-svg-dev    draws the desk's icons
 libqt6sql6-sqlite the embedded database under the desk
@@ -18,6 +18,7 @@ libsqlite3-dev functions of the desk's own in that database
 qt6-translations-l10n Portuguese of the dialogs that come with the toolkit
 libsodium-dev  password hashes of the desk's sign-in
 libqrcodegencpp-dev the head of the history as a picture that a telephone reads
+dbus-daemon    the tests' own bus for that portal
 fonts-dejavu-core text in windows and pictures on a machine without a desktop
 FIM
 }

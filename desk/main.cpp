@@ -10,6 +10,7 @@
 #include "desk/windows/InicioQt.h"
 #include "desk/windows/JanelaDeTrabalho.h"
 #include "desk/windows/Mesa.h"
+#include "desk/windows/PortalDeAparencia.h"
 #include "host/Falha.h"
 
 #include <QApplication>
@@ -142,6 +143,13 @@ int Faz(bool comJanelas)
     }
     try {
         Preferencias preferencias(Preferencias::ArquivoDoUsuario());
+        std::optional<Aparencia> aparencia;
+        std::optional<PortalDeAparencia> portal;
+        if (comJanelas) {
+            aparencia.emplace(preferencias);
+            portal.emplace(QDBusConnection::sessionBus(),
+                           [&](DesejoDeCores desejo) { aparencia->DefineDesejo(desejo); });
+        }
         return Atende(linha, preferencias);
     } catch (...) {
         const Falha falha = FalhaCorrente();

@@ -49,11 +49,21 @@ struct ProblemaDaFicha {
     std::string Frase;
 };
 
+// What else can be done from a form, whatever becomes of it.
+struct ComandoDaFicha {
+    std::string Nome;
+    std::string Rotulo;
+    std::string Pergunta; // asked before
+    std::string Feito;    // said after
+    std::function<void()> Faz;
+};
+
 struct Ficha {
     std::string Nome;
     std::string Titulo;
     std::string Frase; // above the fields; may be empty
-    std::vector<CampoDaFicha> Campos;
+    std::vector<CampoDaFicha> Campos{};
+    std::vector<ComandoDaFicha> Comandos{};
     // Takes it; nothing when all is well.
     std::function<std::optional<ProblemaDaFicha>(Ficha &)> Salva;
     // A choice was made: the options of other fields may follow it.

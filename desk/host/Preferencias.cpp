@@ -24,6 +24,7 @@ constexpr const char *OTema = "aspecto/tema";
 constexpr const char *OTamanhoDoTexto = "aspecto/tamanhoDoTexto";
 constexpr const char *AImpressora = "aspecto/impressora";
 constexpr const char *LembrarUsuario = "entrada/lembraUsuario";
+constexpr const char *NaoLembra = "não";
 constexpr const char *Ultimos = "entrada/ultimos/";
 constexpr std::array<const char *, 3> Temas = {"sistema", "claro", "escuro"};
 
@@ -130,15 +131,20 @@ void Preferencias::DefineAspecto(const mesa::Aspecto &valor)
 
 bool Preferencias::LembraUsuario() const
 {
-    return m_Guardadas.value(LembrarUsuario, true).toBool();
+    return Texto(LembrarUsuario) != NaoLembra;
 }
 
 void Preferencias::DefineLembraUsuario(bool valor)
 {
-    Grava(LembrarUsuario, valor ? "true" : "false");
+    GuardaTexto(LembrarUsuario, valor ? "" : NaoLembra);
     if (!valor) {
-        EsqueceTextos(Ultimos);
+        EsqueceUsuarios();
     }
+}
+
+void Preferencias::EsqueceUsuarios()
+{
+    EsqueceTextos(Ultimos);
 }
 
 std::string Preferencias::UltimoUsuario(const std::string &identificador) const

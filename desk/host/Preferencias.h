@@ -61,6 +61,7 @@ class Preferencias {
     void DefineLembraUsuario(bool valor);
     // That name in a registry; empty when there is none, or none is to be offered.
     std::string UltimoUsuario(const std::string &identificador) const;
+    void EsqueceUsuarios();
     void LembraUltimoUsuario(const std::string &identificador, const std::string &usuario);
 
     // A moment, in words, and what came of the last check of a registry.

@@ -117,8 +117,8 @@ QString DoRotulo(const QLabel &rotulo)
 
 QString DoBotao(const QAbstractButton &botao)
 {
-    if (botao.text().isEmpty()) {
-        return {};
+    if (botao.text().isEmpty() || qobject_cast<const QLineEdit *>(botao.parentWidget()) != nullptr) {
+        return {}; // an icon alone, for which a field has made the place
     }
     if (qobject_cast<const QToolButton *>(&botao) != nullptr) {
         return Compara(botao.text(), botao.sizeHint(), botao.size());

@@ -1,5 +1,6 @@
 #include "desk/windows/ConsultaAutuacao.h"
 
+#include "desk/windows/Icones.h"
 #include "desk/windows/Renderizador.h"
 #include "desk/windows/Rolagem.h"
 #include "host/Conversoes.h"
@@ -11,7 +12,6 @@
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
-#include <QIcon>
 #include <QIntValidator>
 #include <QLabel>
 #include <QLineEdit>
@@ -35,7 +35,7 @@ ConsultaAutuacao::ConsultaAutuacao(std::function<Ref<CVorEquip>()> criaConsulta,
 {
     setObjectName("ConsultaAutuacao");
     setWindowTitle("Consulta para autuação");
-    setWindowIcon(QIcon(":/icones/consulta.svg"));
+    setWindowIcon(Icone("consulta"));
     m_Resultado->setObjectName("resultado");
     m_Resultado->setTextFormat(Qt::PlainText);
     m_Resultado->setWordWrap(true);

@@ -93,8 +93,8 @@ QColor Legivel(const QColor &cor, std::initializer_list<QColor> fundos, double m
     // The nearest that will do, to whichever side; where none does, the better of the two ends.
     for (double distancia = 0; distancia <= 1; distancia += Passo) {
         for (const double tentada : {luz - distancia, luz + distancia}) {
-            const QColor outra =
-                QColor::fromHslF(matiz, saturacao, static_cast<float>(std::clamp(tentada, 0.0, 1.0))).toRgb();
+            const QColor outra(
+                QColor::fromHslF(matiz, saturacao, static_cast<float>(std::clamp(tentada, 0.0, 1.0))).rgb());
             if (pior(outra) >= minimo) {
                 return outra;
             }

@@ -3,13 +3,18 @@
 #include "desk/host/Titulo.h"
 #include "desk/windows/Acessibilidade.h"
 #include "desk/windows/Cores.h"
+#include "desk/windows/Icones.h"
 
+#include <QApplication>
+#include <QEvent>
 #include <QHBoxLayout>
-#include <QIcon>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace mesa {
 
@@ -23,6 +28,37 @@ void MostraCaixa(QMessageBox::Icon icone, const QString &frase, QWidget *dono)
     caixa.exec();
 }
 
+// Larger than the rest, whatever size that has.
+class TextoDeTitulo : public QLabel {
+  public:
+    TextoDeTitulo(const QString &texto, QWidget *dono) : QLabel(texto, dono)
+    {
+        setObjectName("titulo");
+        setTextFormat(Qt::PlainText);
+        setWordWrap(true);
+        PoeLetra();
+    }
+
+  protected:
+    void changeEvent(QEvent *evento) override
+    {
+        QLabel::changeEvent(evento);
+        if (evento->type() == QEvent::ApplicationFontChange) {
+            PoeLetra();
+        }
+    }
+
+  private:
+    void PoeLetra()
+    {
+        constexpr double maior = 1.5;
+        QFont letra = QApplication::font();
+        letra.setPointSizeF(letra.pointSizeF() * maior);
+        letra.setBold(true);
+        setFont(letra);
+    }
+};
+
 } // namespace
 
 QWidget *FazCabeca(const QString &titulo, const QString &frase, QWidget *dono)
@@ -30,12 +66,8 @@ QWidget *FazCabeca(const QString &titulo, const QString &frase, QWidget *dono)
     constexpr int lado = 56;
     auto *cabeca = new QWidget(dono);
     auto *marca = new QLabel(cabeca);
-    marca->setPixmap(QIcon(":/icones/equipamentos.svg").pixmap(lado, lado));
-    QLabel *nome = FazTexto("titulo", titulo, cabeca);
-    QFont letra = nome->font();
-    letra.setPointSize(15);
-    letra.setBold(true);
-    nome->setFont(letra);
+    PoeIcone(*marca, "equipamentos", lado);
+    auto *nome = new TextoDeTitulo(titulo, cabeca);
     QLabel *texto = FazTexto("frase", frase, cabeca);
     auto *textos = new QVBoxLayout;
     textos->addWidget(nome);
@@ -54,19 +86,25 @@ QLabel *FazAviso(QWidget *dono)
     return aviso;
 }
 
+void Cresce(QWidget &janela)
+{
+    QLayout *leiaute = janela.layout();
+    if (leiaute == nullptr) {
+        return;
+    }
+    leiaute->activate();
+    const int largura = std::max(janela.width(), leiaute->totalMinimumSize().width());
+    const int altura =
+        leiaute->hasHeightForWidth() ? leiaute->totalHeightForWidth(largura) : leiaute->totalMinimumSize().height();
+    const QSize precisa(largura, std::max(janela.height(), altura));
+    janela.resize(precisa.boundedTo(janela.screen()->availableSize()).expandedTo(janela.size()));
+}
+
 void MostraAviso(QLabel &aviso, const QString &texto)
 {
     aviso.setText(texto);
     Anuncia(aviso);
-    QWidget *janela = aviso.window();
-    if (QLayout *leiaute = janela->layout()) {
-        leiaute->activate();
-        const int altura = leiaute->hasHeightForWidth() ? leiaute->totalHeightForWidth(janela->width())
-                                                        : leiaute->totalMinimumSize().height();
-        if (altura > janela->height()) {
-            janela->resize(janela->width(), altura);
-        }
-    }
+    Cresce(*aviso.window());
 }
 
 QLabel *FazTexto(const QString &nome, const QString &texto, QWidget *dono)

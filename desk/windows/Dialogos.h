@@ -17,6 +17,8 @@ namespace mesa {
 QWidget *FazCabeca(const QString &titulo, const QString &frase, QWidget *dono);
 // Where a window says what is wrong.
 QLabel *FazAviso(QWidget *dono);
+// The window becomes as large as what is in it, if it is smaller; never larger than its screen has room.
+void Cresce(QWidget &janela);
 // Says it there; the window grows as far as the text needs.
 void MostraAviso(QLabel &aviso, const QString &texto);
 // A text that is read, not interpreted.

@@ -1,15 +1,17 @@
 #include "desk/windows/Entrada.h"
 
+#include "desk/host/Preferencias.h"
 #include "desk/host/Titulo.h"
 #include "desk/services/TextoQt.h"
 #include "desk/windows/CampoDeSenha.h"
 #include "desk/windows/Cores.h"
 #include "desk/windows/Dialogos.h"
+#include "desk/windows/Icones.h"
 #include "desk/windows/Renderizador.h"
 #include "host/Falha.h"
 
+#include <QCheckBox>
 #include <QFormLayout>
-#include <QIcon>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -20,13 +22,14 @@
 
 namespace mesa {
 
-Entrada::Entrada(Ref<Servicos> servicos, std::string estacao, std::optional<Operador> travada, QWidget *dono)
+Entrada::Entrada(Ref<Servicos> servicos, Preferencias &preferencias, std::optional<Operador> travada, QWidget *dono)
     : QDialog(dono),
       m_Servicos(std::move(servicos)),
-      m_Estacao(std::move(estacao)),
+      m_Preferencias(preferencias),
       m_Travada(std::move(travada)),
       m_Usuario(new QLineEdit(this)),
       m_Senha(new CampoDeSenha("senha", this)),
+      m_Lembrar(new QCheckBox("&Lembrar o usuário", this)),
       m_Aviso(FazAviso(this)),
       m_Entrar(FazBotao("entrar", m_Travada ? "&Destravar" : "&Entrar", this)),
       m_Outro(FazBotao(m_Travada ? "trocar" : "sair", m_Travada ? "&Trocar de usuário..." : "Sai&r", this)),
@@ -34,15 +37,19 @@ Entrada::Entrada(Ref<Servicos> servicos, std::string estacao, std::optional<Oper
 {
     setObjectName(m_Travada ? "Trava" : "Entrada");
     setWindowTitle(Q(TituloDoRegistro(*m_Servicos)) + (m_Travada ? " - Travado" : " - Entrada"));
-    setWindowIcon(QIcon(":/icones/equipamentos.svg"));
+    setWindowIcon(Icone("equipamentos"));
     setMinimumWidth(420);
     m_Usuario->setObjectName("usuario");
+    m_Lembrar->setObjectName("lembrar");
     m_Entrar->setDefault(true);
     Monta();
     if (m_Travada) {
         m_Usuario->setText(Q(m_Travada->Usuario));
         DefineSomenteLeitura(*m_Usuario, true);
+        m_Lembrar->hide();
         m_Senha->setFocus();
+    } else {
+        OfereceUltimo();
     }
     connect(m_Entrar, &QPushButton::clicked, this, [this] { Tenta(); });
     connect(m_Outro, &QPushButton::clicked, this, [this] { m_Travada ? Troca() : QDialog::reject(); });
@@ -57,6 +64,8 @@ void Entrada::Monta()
     auto *campos = new QFormLayout;
     campos->addRow("&Usuário:", m_Usuario);
     campos->addRow("&Senha:", m_Senha);
+    campos->addRow("", m_Senha->AvisoDeMaiusculas());
+    campos->addRow("", m_Lembrar);
     auto *tudo = new QVBoxLayout(this);
     tudo->addWidget(FazCabeca("Registro de Equipamentos", frase, this));
     if (m_Servicos->Tipo() == TipoDeRegistro::Amostra) {
@@ -72,6 +81,23 @@ void Entrada::Monta()
     tudo->addLayout(EmLinha({m_Entrar, m_Outro}));
 }
 
+void Entrada::OfereceUltimo()
+{
+    m_Lembrar->setChecked(m_Preferencias.LembraUsuario());
+    m_Usuario->setText(Q(m_Preferencias.UltimoUsuario(m_Servicos->Identificador())));
+    if (!m_Usuario->text().isEmpty()) {
+        m_Senha->setFocus();
+    }
+}
+
+void Entrada::LembraEste()
+{
+    if (!m_Travada) {
+        m_Preferencias.DefineLembraUsuario(m_Lembrar->isChecked());
+        m_Preferencias.LembraUltimoUsuario(m_Servicos->Identificador(), S(m_Usuario->text().trimmed()));
+    }
+}
+
 void Entrada::Tenta()
 {
     if (m_Usuario->text().trimmed().isEmpty()) {
@@ -83,12 +109,14 @@ void Entrada::Tenta()
     std::int32_t espera = 0;
     m_Aviso->clear();
     try {
-        m_Sessao = m_Servicos->Entra(S(m_Usuario->text().trimmed()), m_Senha->Senha(), m_Estacao, recusa, espera);
+        m_Sessao = m_Servicos->Entra(S(m_Usuario->text().trimmed()), m_Senha->Senha(), m_Preferencias.Estacao(), recusa,
+                                     espera);
     } catch (...) {
         recusa = FalhaCorrente().Descricao;
     }
     m_Senha->Limpa();
     if (m_Sessao) {
+        LembraEste();
         accept();
         return;
     }

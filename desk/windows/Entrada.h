@@ -5,8 +5,8 @@
 #include <QDialog>
 
 #include <optional>
-#include <string>
 
+class QCheckBox;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -15,13 +15,15 @@ class QTimer;
 namespace mesa {
 
 class CampoDeSenha;
+class Preferencias;
 
 // Sign-in. Accepted once the services gave a session. Over a desk that is locked it takes the password of the one who
 // is at work there, and does not go away without it.
 class Entrada : public QDialog {
   public:
-    // estacao: by what the services tell this desk from others. travada: who is at work behind it.
-    Entrada(Ref<Servicos> servicos, std::string estacao, std::optional<Operador> travada, QWidget *dono);
+    // preferencias: outlives the window; they tell by what the services know this desk, and who came in last. travada:
+    // who is at work behind it.
+    Entrada(Ref<Servicos> servicos, Preferencias &preferencias, std::optional<Operador> travada, QWidget *dono);
 
     const Ref<SessaoServico> &Sessao() const { return m_Sessao; }
     // The one who is at work gives way to somebody else.
@@ -31,16 +33,19 @@ class Entrada : public QDialog {
 
   private:
     void Monta();
+    void OfereceUltimo();
+    void LembraEste();
     void Tenta();
     void Troca();
     void Espera(int segundos);
 
     Ref<Servicos> m_Servicos;
-    std::string m_Estacao;
+    Preferencias &m_Preferencias;
     std::optional<Operador> m_Travada;
     Ref<SessaoServico> m_Sessao;
     QLineEdit *m_Usuario;
     CampoDeSenha *m_Senha;
+    QCheckBox *m_Lembrar;
     QLabel *m_Aviso;
     QPushButton *m_Entrar;
     QPushButton *m_Outro;

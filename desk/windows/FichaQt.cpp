@@ -2,14 +2,15 @@
 
 #include "desk/services/TextoQt.h"
 #include "desk/windows/Dialogos.h"
+#include "desk/windows/Icones.h"
 #include "desk/windows/PainelDaFicha.h"
 
-#include <QIcon>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
 
 #include <utility>
+#include <vector>
 
 namespace mesa {
 
@@ -22,7 +23,12 @@ FichaQt::FichaQt(Ficha &ficha, BordaDaJanela borda, QWidget *dono)
 {
     setObjectName(Q(ficha.Nome));
     setWindowTitle(Q(ficha.Titulo));
-    setWindowIcon(QIcon(":/icones/equipamentos.svg"));
+    setWindowIcon(Icone("equipamentos"));
+    std::vector<QPushButton *> comandos; // on the left, so before the others in the order of Tab
+    for (const ComandoDaFicha &comando : ficha.Comandos) {
+        comandos.push_back(FazBotao(Q(comando.Nome), Q(comando.Rotulo), this));
+        connect(comandos.back(), &QPushButton::clicked, this, [this, comando] { Comanda(comando); });
+    }
     QPushButton *ok = FazBotao("ok", "&OK", this);
     QPushButton *cancelar = FazBotao("cancelar", "&Cancelar", this);
     ok->setDefault(true);
@@ -33,7 +39,11 @@ FichaQt::FichaQt(Ficha &ficha, BordaDaJanela borda, QWidget *dono)
     tudo->addWidget(m_Campos);
     tudo->addStretch(1);
     tudo->addWidget(m_Aviso);
-    tudo->addLayout(EmLinha({ok, cancelar}));
+    QBoxLayout *botoes = EmLinha({ok, cancelar});
+    for (int lugar = 0; QPushButton * comando : comandos) {
+        botoes->insertWidget(lugar++, comando);
+    }
+    tudo->addLayout(botoes);
     for (const CampoDaFicha &campo : ficha.Campos) {
         if (!campo.Travado) {
             m_Campos->Foca(campo.Nome);
@@ -47,6 +57,16 @@ FichaQt::FichaQt(Ficha &ficha, BordaDaJanela borda, QWidget *dono)
 FichaQt::~FichaQt()
 {
     m_Campos->LimpaSenhas();
+}
+
+void FichaQt::Comanda(const ComandoDaFicha &comando)
+{
+    if (PerguntaSimNao(Q(comando.Pergunta), this)) {
+        m_Borda([&] {
+            comando.Faz();
+            InformaEmCaixa(Q(comando.Feito), this);
+        });
+    }
 }
 
 void FichaQt::Tenta()

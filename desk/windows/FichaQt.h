@@ -24,6 +24,7 @@ class FichaQt : public QDialog {
 
   private:
     void Tenta();
+    void Comanda(const ComandoDaFicha &comando);
 
     Ficha &m_Ficha;
     BordaDaJanela m_Borda;

@@ -4,6 +4,7 @@
 #include "desk/services/TextoQt.h"
 #include "desk/windows/Dialogos.h"
 #include "desk/windows/EscolhaDeArquivo.h"
+#include "desk/windows/Icones.h"
 #include "desk/windows/LugarDasJanelas.h"
 #include "desk/windows/NovoRegistro.h"
 
@@ -32,7 +33,7 @@ template <class Opcao> class Escolha : public QDialog {
     {
         setObjectName(nome);
         setWindowTitle(TituloDosAvisos);
-        setWindowIcon(QIcon(":/icones/equipamentos.svg"));
+        setWindowIcon(Icone("equipamentos"));
         setMinimumWidth(Largura);
     }
     void Responde(QAbstractButton *botao, Opcao opcao)

@@ -1,9 +1,9 @@
 #include "desk/windows/JanelaAdministracao.h"
 
 #include "desk/windows/Dialogos.h"
+#include "desk/windows/Icones.h"
 #include "desk/windows/PaginaQt.h"
 
-#include <QIcon>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QVBoxLayout>
@@ -18,7 +18,7 @@ JanelaAdministracao::JanelaAdministracao(const Administracao &administracao, int
 {
     setObjectName("Administracao");
     setWindowTitle("Administração");
-    setWindowIcon(QIcon(":/icones/equipamentos.svg"));
+    setWindowIcon(Icone("equipamentos"));
     setWindowFlag(Qt::WindowMaximizeButtonHint);
     resize(860, 560);
     auto oferecidas = administracao.Paginas();

@@ -3,11 +3,11 @@
 #include "desk/services/TextoQt.h"
 #include "desk/windows/Dialogos.h"
 #include "desk/windows/EscolhaDeArquivo.h"
+#include "desk/windows/Icones.h"
 #include "host/Falha.h"
 
 #include <QFontDatabase>
 #include <QHBoxLayout>
-#include <QIcon>
 #include <QLabel>
 #include <QPainter>
 #include <QPlainTextEdit>
@@ -45,7 +45,7 @@ JanelaDaCabeca::JanelaDaCabeca(CabecaAssinada cabeca, QWidget *dono) : QDialog(d
 {
     setObjectName("Cabeca");
     setWindowTitle("Exportar cabeça");
-    setWindowIcon(QIcon(":/icones/equipamentos.svg"));
+    setWindowIcon(Icone("equipamentos"));
     auto *texto = new QPlainTextEdit(Q(m_Cabeca.Texto()), this);
     texto->setObjectName("texto");
     texto->setAccessibleName("Cabeça do histórico");

@@ -2,8 +2,8 @@
 
 #include "desk/windows/Dialogos.h"
 #include "desk/windows/EscolhaDeArquivo.h"
+#include "desk/windows/Icones.h"
 
-#include <QIcon>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -19,7 +19,7 @@ JanelaDeRelato::JanelaDeRelato(const QString &titulo, const QString &frase, cons
 {
     setObjectName("Relato");
     setWindowTitle(titulo);
-    setWindowIcon(QIcon(":/icones/equipamentos.svg"));
+    setWindowIcon(Icone("equipamentos"));
     setMinimumWidth(520);
     auto *tudo = new QVBoxLayout(this);
     tudo->addWidget(FazTexto("frase", frase, this));

@@ -3,11 +3,11 @@
 #include "desk/services/TextoQt.h"
 #include "desk/windows/Acessibilidade.h"
 #include "desk/windows/Dialogos.h"
+#include "desk/windows/Icones.h"
 #include "desk/windows/JanelaDeRelato.h"
 #include "host/Falha.h"
 
 #include <QCoreApplication>
-#include <QIcon>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QProgressBar>
@@ -38,7 +38,7 @@ JanelaDeTrabalho::JanelaDeTrabalho(const QString &titulo, const QString &frase,
 {
     setObjectName("Trabalho");
     setWindowTitle(titulo);
-    setWindowIcon(QIcon(":/icones/equipamentos.svg"));
+    setWindowIcon(Icone("equipamentos"));
     resize(680, 420);
     m_Progresso->setRange(0, Milesimos);
     m_Progresso->setTextVisible(false);

@@ -3,6 +3,7 @@
 #include "controls/ztList.h"
 #include "desk/host/Caminhos.h"
 #include "desk/windows/Dialogos.h"
+#include "desk/windows/Icones.h"
 #include "desk/windows/LugarDasJanelas.h"
 #include "desk/windows/Quadro.h"
 #include "desk/windows/RenderLista.h"
@@ -165,7 +166,7 @@ void JanelaForm::MostraForm()
         LevaTeclado();
     }
     if (!m_Form->Icone().empty()) {
-        setWindowIcon(QIcon(":/icones/" + Q(m_Form->Icone()).toLower() + ".svg"));
+        setWindowIcon(Icone(Q(m_Form->Icone()).toLower()));
     }
 }
 

@@ -2,9 +2,11 @@
 
 #include "desk/host/AbreNaLista.h"
 #include "desk/host/Administracao.h"
+#include "desk/host/FichaDasPreferencias.h"
 #include "desk/host/Lembrancas.h"
 #include "desk/host/MinhaSenha.h"
 #include "desk/host/MotivoDaCorrecao.h"
+#include "desk/host/Sobre.h"
 #include "desk/host/Titulo.h"
 #include "desk/services/Calendario.h"
 #include "desk/services/Permissoes.h"
@@ -16,12 +18,15 @@
 #include "desk/windows/Entrada.h"
 #include "desk/windows/EscolhaDeArquivo.h"
 #include "desk/windows/FichaQt.h"
+#include "desk/windows/Icones.h"
+#include "desk/windows/Impressora.h"
 #include "desk/windows/Involucro.h"
 #include "desk/windows/JanelaAdministracao.h"
 #include "desk/windows/JanelaDaCabeca.h"
 #include "desk/windows/JanelaDeRelato.h"
 #include "desk/windows/JanelaDeTrabalho.h"
 #include "desk/windows/JanelaDeTras.h"
+#include "desk/windows/JanelaSobre.h"
 #include "desk/windows/LugarDasJanelas.h"
 #include "desk/windows/TelaDeAndamento.h"
 #include "desk/windows/TelaInicial.h"
@@ -37,13 +42,11 @@
 #include <QCloseEvent>
 #include <QDialog>
 #include <QFile>
-#include <QIcon>
 #include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QStatusBar>
 #include <QTextBrowser>
@@ -69,6 +72,7 @@ constexpr int EntreOlhares = 5000; // of whether somebody is there, milliseconds
 Mesa::Mesa(Ref<Servicos> servicos, std::filesystem::path diretorio, std::function<Data()> agora,
            Preferencias &preferencias)
     : m_Servicos(std::move(servicos)),
+      m_Diretorio(diretorio),
       m_Preferencias(preferencias),
       m_Ociosidade(preferencias.MinutosAteTravar(), agora),
       m_Descanso(MinutosDeDescanso, agora),
@@ -80,7 +84,7 @@ Mesa::Mesa(Ref<Servicos> servicos, std::filesystem::path diretorio, std::functio
 {
     setObjectName("Mesa");
     setWindowTitle(Q(TituloDoRegistro(*m_Servicos)));
-    setWindowIcon(QIcon(":/icones/equipamentos.svg"));
+    setWindowIcon(Icone("equipamentos"));
     LugarDasJanelas::DaAplicacao(); // before any window is shown
     resize(1280, 820);
     SeguePaleta(*m_Area, [this] { m_Area->setBackground(CorDe(Cor::Area)); });
@@ -143,7 +147,7 @@ Mesa::~Mesa()
 
 QAction *Mesa::AdicionaFerramenta(QMenu *menu, const Ferramenta &ferramenta)
 {
-    QAction *acao = menu->addAction(QIcon(":/icones/equipamentos.svg"), Q(ferramenta.NoMenu));
+    QAction *acao = menu->addAction(Icone("equipamentos"), Q(ferramenta.NoMenu));
     acao->setObjectName(Q(ferramenta.Nome));
     acao->setShortcut(QKeySequence(Q(ferramenta.Atalho)));
     connect(acao, &QAction::triggered, this, [this, &ferramenta] { AbreFerramenta(ferramenta); });
@@ -163,18 +167,18 @@ void Mesa::MontaMenus()
         AdicionaFerramenta(equipamentos, ferramenta);
     }
     equipamentos->addSeparator();
-    m_Consulta = equipamentos->addAction(QIcon(":/icones/consulta.svg"), "&Consulta para autuação...");
+    m_Consulta = equipamentos->addAction(Icone("consulta"), "&Consulta para autuação...");
     m_Consulta->setObjectName("consultaAutuacao");
     m_Consulta->setShortcut(QKeySequence("Ctrl+3"));
     connect(m_Consulta, &QAction::triggered, this, [this] { NaBorda([this] { AbreConsulta(); }); });
     equipamentos->addSeparator();
-    m_Renovar = equipamentos->addAction(QIcon(":/icones/atualizar.svg"), "");
+    m_Renovar = equipamentos->addAction(Icone("atualizar"), "");
     m_Renovar->setObjectName("renovarReplica");
     m_Renovar->setShortcut(QKeySequence("Ctrl+R"));
     m_Renovar->setVisible(false);
     connect(m_Renovar, &QAction::triggered, this, [this] { NaBorda([this] { AtualizaReplica(); }); });
     MontaMenuUsuario(equipamentos);
-    QAction *encerrar = equipamentos->addAction(QIcon(":/icones/fechar.svg"), "&Encerrar");
+    QAction *encerrar = equipamentos->addAction(Icone("fechar"), "&Encerrar");
     encerrar->setShortcut(QKeySequence("Ctrl+Q"));
     connect(encerrar, &QAction::triggered, this, &QWidget::close);
 
@@ -184,10 +188,12 @@ void Mesa::MontaMenus()
     MontaMenuJanela();
 
     QMenu *ajuda = menuBar()->addMenu("Aj&uda");
-    QAction *manual = ajuda->addAction(QIcon(":/icones/ajuda.svg"), "&Manual do operador");
+    QAction *manual = ajuda->addAction(Icone("ajuda"), "&Manual do operador");
     manual->setShortcut(QKeySequence("F1"));
     connect(manual, &QAction::triggered, this, [this] { m_Janelas->MostraAjuda(""); });
-    connect(ajuda->addAction("&Sobre..."), &QAction::triggered, this, [this] { MostraSobre(); });
+    QAction *sobre = ajuda->addAction("&Sobre...");
+    sobre->setObjectName("sobre");
+    connect(sobre, &QAction::triggered, this, [this] { NaBorda([this] { MostraSobre(); }); });
 
     auto *barra = addToolBar("Ferramentas");
     barra->setObjectName("ferramentas");
@@ -213,7 +219,7 @@ void Mesa::MontaMenuUsuario(QMenu *menu)
     preferencias->setObjectName("preferencias");
     connect(preferencias, &QAction::triggered, this, [this] { MostraPreferencias(); });
     menu->addSeparator();
-    m_Sair = menu->addAction(QIcon(":/icones/sair.svg"), "&Trocar de usuário...");
+    m_Sair = menu->addAction(Icone("sair"), "&Trocar de usuário...");
     m_Sair->setObjectName("trocarUsuario");
     connect(m_Sair, &QAction::triggered, this, [this] { TrocaDeUsuario(); });
 }
@@ -322,7 +328,7 @@ bool Mesa::PedeEntrada()
 bool Mesa::PedeAteQueEntre()
 {
     for (;;) {
-        Entrada entrada(m_Servicos, m_Preferencias.Estacao(), std::nullopt, this);
+        Entrada entrada(m_Servicos, m_Preferencias, std::nullopt, this);
         m_Janelas->MostraEEspera(Novo<DialogoQt>(&entrada));
         if (entrada.result() != QDialog::Accepted) {
             return false;
@@ -530,40 +536,14 @@ std::optional<std::string> Mesa::PedeMotivo(const std::string &pergunta)
 
 void Mesa::MostraPreferencias()
 {
-    Ficha ficha;
-    ficha.Nome = "Preferencias";
-    ficha.Titulo = "Preferências";
-    ficha.Frase =
-        "Sem uso por tantos minutos, a mesa trava e pede a senha de novo; as janelas ficam como estão. Com 0, "
-        "nunca trava.";
-    ficha.Campos.push_back({.Nome = "minutos",
-                            .Rotulo = "&Minutos até travar:",
-                            .Especie = EspecieDoCampo::Inteiro,
-                            .Valor = CStr(m_Preferencias.MinutosAteTravar()),
-                            .Maximo = 4});
-    ficha.Campos.push_back({.Nome = "copiaDiaria",
-                            .Rotulo = "&Fazer uma cópia do registro por dia",
-                            .Especie = EspecieDoCampo::Marca,
-                            .Valor = m_Preferencias.CopiaDiaria() ? "1" : "2"});
-    ficha.Campos.push_back({.Nome = "pastaDasCabecas",
-                            .Rotulo = "&Pasta para a cabeça do histórico de cada dia:",
-                            .Valor = m_Preferencias.PastaDasCabecas()});
-    ficha.Salva = [this](Ficha &aberta) -> std::optional<ProblemaDaFicha> {
-        const std::string &minutos = aberta.Valor("minutos");
-        if (minutos.empty() || CLng(minutos) > Preferencias::MaisMinutos) {
-            return ProblemaDaFicha{"minutos", "Informe de 0 a 1440 minutos."};
-        }
-        const std::string pasta = Trim(aberta.Valor("pastaDasCabecas"));
-        if (!pasta.empty() && !(std::filesystem::path(pasta).is_absolute() && std::filesystem::is_directory(pasta))) {
-            return ProblemaDaFicha{"pastaDasCabecas", "Informe o caminho inteiro de uma pasta que exista, ou nada."};
-        }
-        m_Preferencias.DefineCopiaDiaria(aberta.Marcado("copiaDiaria"));
-        m_Preferencias.DefinePastaDasCabecas(pasta);
-        m_Preferencias.DefineMinutosAteTravar(CLng(minutos));
+    std::function<void()> esquece;
+    if (m_Camada->Lembrancas) {
+        esquece = [this] { m_Camada->Lembrancas->Esquece(""); };
+    }
+    Ficha ficha = FichaDasPreferencias(m_Preferencias, ImpressorasInstaladas(), esquece);
+    if (MostraFicha(ficha)) {
         m_Ociosidade.DefineMinutos(m_Preferencias.MinutosAteTravar());
-        return std::nullopt;
-    };
-    MostraFicha(ficha);
+    }
 }
 
 void Mesa::AbreAdministracao(int pagina)
@@ -704,7 +684,7 @@ void Mesa::Trava()
     m_Travada = true;
     QPointer<QWidget> ativa = QApplication::activeWindow();
     const auto cortinas = Cortina::SobreTodas();
-    Entrada trava(m_Servicos, m_Preferencias.Estacao(), m_Host->Servico()->Operador(), this);
+    Entrada trava(m_Servicos, m_Preferencias, m_Host->Servico()->Operador(), this);
     m_Janelas->MostraEEspera(Novo<DialogoQt>(&trava));
     const auto abre = [cortinas] {
         for (const QPointer<Cortina> &cortina : cortinas) {
@@ -806,16 +786,8 @@ void Mesa::MostraAjuda(QWidget *dono)
 
 void Mesa::MostraSobre()
 {
-    QMessageBox caixa(
-        QMessageBox::NoIcon, "Sobre",
-        "<h3>Registro de Equipamentos</h3>"
-        "<p>Cadastro dos equipamentos que detectam infrações de trânsito, de seus sensores, das aferições "
-        "oficiais com os certificados, e dos limites que valem para eles.</p>"
-        "<p>Distribuído sob a licença MIT.</p>",
-        QMessageBox::NoButton, this);
-    caixa.setIconPixmap(windowIcon().pixmap(64, 64));
-    caixa.addButton("&OK", QMessageBox::AcceptRole);
-    caixa.exec();
+    JanelaSobre janela(Q(TextoDoSobre(m_Diretorio)), this);
+    m_Janelas->MostraEEspera(Novo<DialogoQt>(&janela));
 }
 
 void Mesa::GuardaLugar()

@@ -122,6 +122,7 @@ class Mesa : public QMainWindow {
     void NaBorda(const std::function<void()> &acao) { m_Janelas->NaBorda(acao); }
 
     Ref<Servicos> m_Servicos;
+    std::filesystem::path m_Diretorio;
     Preferencias &m_Preferencias;
     Ociosidade m_Ociosidade;
     AtosDoRegistro m_Atos;

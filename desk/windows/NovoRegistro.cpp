@@ -4,12 +4,12 @@
 #include "desk/services/TextoQt.h"
 #include "desk/windows/CampoDeSenha.h"
 #include "desk/windows/Dialogos.h"
+#include "desk/windows/Icones.h"
 
 #include <QApplication>
 #include <QComboBox>
 #include <QFormLayout>
 #include <QGroupBox>
-#include <QIcon>
 #include <QIntValidator>
 #include <QLabel>
 #include <QPlainTextEdit>
@@ -50,7 +50,7 @@ NovoRegistro::NovoRegistro(std::function<std::optional<ProblemaDoRegistroNovo>(c
 {
     setObjectName("NovoRegistro");
     setWindowTitle("Registro novo - Registro de Equipamentos");
-    setWindowIcon(QIcon(":/icones/equipamentos.svg"));
+    setWindowIcon(Icone("equipamentos"));
     setMinimumWidth(Largura);
     m_CodCliente->setValidator(new QIntValidator(1, MaiorCodigo, m_CodCliente));
     m_Estado->setObjectName("estado");
@@ -73,11 +73,15 @@ NovoRegistro::NovoRegistro(std::function<std::optional<ProblemaDoRegistroNovo>(c
     doAdministrador->addRow("&Usuário:", m_Usuario);
     doAdministrador->addRow("&Nome:", m_Nome);
     doAdministrador->addRow("&Senha:", m_Senha);
+    doAdministrador->addRow("", m_Senha->AvisoDeMaiusculas());
     doAdministrador->addRow("&Repita a senha:", m_Repetida);
+    doAdministrador->addRow("", m_Repetida->AvisoDeMaiusculas());
     int largura = 0; // the fields of both begin at one place
     for (const QFormLayout *parte : {doCliente, doAdministrador}) {
         for (int linha = 0; linha < parte->rowCount(); ++linha) {
-            largura = std::max(largura, parte->itemAt(linha, QFormLayout::LabelRole)->sizeHint().width());
+            if (const QLayoutItem *rotulo = parte->itemAt(linha, QFormLayout::LabelRole)) {
+                largura = std::max(largura, rotulo->sizeHint().width());
+            }
         }
     }
     for (const QFormLayout *parte : {doCliente, doAdministrador}) {
@@ -120,6 +124,8 @@ RegistroNovo NovoRegistro::Informado() const
 void NovoRegistro::Tenta()
 {
     m_Aviso->clear();
+    m_Senha->Esconde();
+    m_Repetida->Esconde();
     if (m_Senha->Senha() != m_Repetida->Senha()) {
         m_Repetida->Limpa();
         Mostra({CampoDoRegistroNovo::Senha, "As duas senhas não são iguais. Digite-as de novo."});

@@ -6,6 +6,7 @@
 #include "desk/windows/ComandosDeTabela.h"
 #include "desk/windows/Dialogos.h"
 #include "desk/windows/EscolhaDeArquivo.h"
+#include "desk/windows/Icones.h"
 #include "desk/windows/JanelaDeRelato.h"
 #include "desk/windows/PainelDaFicha.h"
 #include "desk/windows/TelaDeAndamento.h"
@@ -148,7 +149,7 @@ void PaginaQt::MontaCriterios(QVBoxLayout *tudo)
     }
     m_Criterios = new PainelDaFicha(*criterios, this);
     QPushButton *localizar = FazBotao("localizar", "L&ocalizar", this);
-    localizar->setIcon(QIcon(":/icones/localizar.svg"));
+    localizar->setIcon(Icone("localizar"));
     auto *linha = new QHBoxLayout;
     linha->addWidget(m_Criterios);
     linha->addWidget(localizar, 0, Qt::AlignBottom);

@@ -77,6 +77,9 @@ PainelDaFicha::PainelDaFicha(Ficha &ficha, QWidget *dono) : QWidget(dono), m_Fic
         } else {
             lugar->addRow(Q(campo.Rotulo), posto.Widget);
         }
+        if (auto *senha = dynamic_cast<CampoDeSenha *>(posto.Widget)) {
+            lugar->addRow("", senha->AvisoDeMaiusculas());
+        }
         m_Postos.push_back(std::move(posto));
     }
 }
@@ -201,7 +204,8 @@ void PainelDaFicha::Recolhe()
 void PainelDaFicha::RecolheSenhas()
 {
     for (const Posto &posto : m_Postos) {
-        if (const auto *senha = dynamic_cast<const CampoDeSenha *>(posto.Widget)) {
+        if (auto *senha = dynamic_cast<CampoDeSenha *>(posto.Widget)) {
+            senha->Esconde();
             m_Ficha.Campo(posto.Campo).Senha = senha->Senha();
         }
     }

@@ -1,5 +1,7 @@
 #include "desk/windows/Quadro.h"
 
+#include "desk/windows/Icones.h"
+
 #include "controls/ControleBase.h"
 #include "desk/services/TextoQt.h"
 #include "desk/windows/Rolagem.h"
@@ -100,8 +102,7 @@ QWidget *NovoCombo(const Peca &peca, QWidget *dono)
 QLabel *NovaImagem(const Peca &peca, QWidget *dono)
 {
     auto *imagem = new QLabel(dono);
-    imagem->setPixmap(
-        QIcon(":/icones/" + Q(std::get<AjustesImage>(peca.Ajustes).Icone) + ".svg").pixmap(LadoDaImagem, LadoDaImagem));
+    PoeIcone(*imagem, Q(std::get<AjustesImage>(peca.Ajustes).Icone), LadoDaImagem);
     imagem->setAlignment(Qt::AlignTop);
     return imagem;
 }

@@ -4,6 +4,7 @@
 #include "controls/ztList.h"
 #include "desk/windows/CampoDeFiltro.h"
 #include "desk/windows/ComandosDeTabela.h"
+#include "desk/windows/Icones.h"
 #include "desk/windows/ModeloLista.h"
 #include "desk/windows/TelaDeAndamento.h"
 #include "tela/ComandosDeLista.h"
@@ -13,7 +14,6 @@
 #include <QFile>
 #include <QHBoxLayout>
 #include <QHeaderView>
-#include <QIcon>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
@@ -34,12 +34,11 @@ namespace mesa {
 namespace {
 
 // Menu keys that have a picture of their own; a key without one shows the general one.
-QIcon Icone(const std::string &chave)
+QIcon IconeDaChave(const std::string &chave)
 {
     static constexpr const char *Prefixo = "mnuZTLObj";
     const QString nome = Q(chave).mid(static_cast<int>(std::string_view(Prefixo).size())).toLower();
-    const QString arquivo = ":/icones/" + nome + ".svg";
-    return QIcon(QFile::exists(arquivo) ? arquivo : ":/icones/comando.svg");
+    return Icone(HaIcone(nome) ? nome : "comando");
 }
 
 QToolButton *FazBotao(QWidget *dono)
@@ -130,15 +129,15 @@ RenderLista::RenderLista(Ref<IControle> controle, QWidget *widget, Borda borda, 
     });
     m_ComandosDeTabela->MudouVistas = [this] { Filtra(); };
 
-    m_Fechar->setIcon(QIcon(":/icones/fechar.svg"));
-    m_Ajuda->setIcon(QIcon(":/icones/ajuda.svg"));
+    m_Fechar->setIcon(Icone("fechar"));
+    m_Ajuda->setIcon(Icone("ajuda"));
     connect(m_Fechar, &QToolButton::clicked, this, [this, fecha] { Age(fecha); });
     connect(m_Ajuda, &QToolButton::clicked, this, [this, ajuda] { Age(ajuda); });
     connect(m_Mais, &QPushButton::clicked, this, [this] { Age([this] { Como<ztList>(*this).PedeMais(); }); });
     connect(m_Filtro, &QLineEdit::textChanged, this, [this] { Filtra(); });
     if (m_Localizar != nullptr) {
         m_Localizar->setText(Q(std::string(Partes::Localizar)));
-        m_Localizar->setIcon(QIcon(":/icones/localizar.svg"));
+        m_Localizar->setIcon(Icone("localizar"));
         connect(m_Localizar, &QPushButton::clicked, this, [this] { Age([this] { Como<ztList>(*this).Localiza(); }); });
         connect(m_Limpar, &QPushButton::clicked, this,
                 [this] { Age([this] { Como<ztList>(*this).LimpaCriterios(); }); });
@@ -375,7 +374,7 @@ void RenderLista::MostraMenu()
         if (botao == nullptr) {
             botao = FazBotao(m_Barra);
             botao->setObjectName(Q(comando.Chave));
-            botao->setIcon(Icone(comando.Chave));
+            botao->setIcon(IconeDaChave(comando.Chave));
             connect(botao, &QToolButton::clicked, this, [this, chave = comando.Chave] { Escolhe(chave); });
             m_Comandos->addWidget(botao);
         }
@@ -404,7 +403,7 @@ void RenderLista::AbreMenu(const QPoint &onde)
         if (comando.IniciaGrupo) {
             menu.addSeparator();
         }
-        QAction *acao = menu.addAction(Icone(comando.Chave), Q(comando.NoMenu));
+        QAction *acao = menu.addAction(IconeDaChave(comando.Chave), Q(comando.NoMenu));
         acao->setEnabled(comando.Utilizavel);
         acao->setData(Q(comando.Chave));
         captions.push_back(comando.NoMenu);

@@ -11,6 +11,7 @@
 #include "controls/ztMask.h"
 #include "controls/ztVeiObservacao.h"
 #include "desk/host/Caminhos.h"
+#include "desk/windows/Cores.h"
 #include "tela/EdicaoDeTexto.h"
 #include "tela/PaginasDeAbas.h"
 #include "tela/TeclasDeCombo.h"
@@ -269,14 +270,14 @@ void RenderCombo::Mostra()
         }
     }
     m_Combo->setCurrentIndex(controle.IndiceAtual());
-    // One that is locked can be gone to, and says by its colour that nothing can be chosen.
-    QPalette cores;
-    if (controle.ComboSomenteLeitura()) {
-        for (const auto papel : {QPalette::ButtonText, QPalette::Text}) {
-            cores.setColor(papel, cores.color(QPalette::Disabled, papel));
+    // One that is locked can be gone to and read, and says by its ground that nothing can be chosen.
+    SeguePaleta(*m_Combo, [combo = m_Combo, travado = controle.ComboSomenteLeitura()] {
+        QPalette cores;
+        if (travado) {
+            cores.setColor(QPalette::Button, cores.color(QPalette::Window));
         }
-    }
-    m_Combo->setPalette(cores);
+        combo->setPalette(cores);
+    });
     m_Combo->setAccessibleDescription(controle.ComboSomenteLeitura() ? "Somente leitura" : "");
 }
 

@@ -2,9 +2,9 @@
 
 #include "desk/services/TextoQt.h"
 #include "desk/windows/Dialogos.h"
+#include "desk/windows/Icones.h"
 
 #include <QApplication>
-#include <QIcon>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
@@ -33,7 +33,7 @@ JanelaDeAndamento::JanelaDeAndamento(const QString &frase, bool cancelavel, QWid
 {
     setObjectName("Andamento");
     setWindowTitle("Aguarde");
-    setWindowIcon(QIcon(":/icones/equipamentos.svg"));
+    setWindowIcon(Icone("equipamentos"));
     setWindowModality(Qt::ApplicationModal);
     setMinimumWidth(fontMetrics().averageCharWidth() * Letras);
     m_Progresso->setObjectName("progresso");

@@ -4,6 +4,7 @@
 #include "desk/services/TextoQt.h"
 #include "desk/windows/Dialogos.h"
 #include "desk/windows/EscolhaDeArquivo.h"
+#include "desk/windows/Icones.h"
 #include "desk/windows/ImpressaoDePDF.h"
 #include "desk/windows/Impressora.h"
 #include "desk/windows/LeiauteEmFluxo.h"
@@ -16,7 +17,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QHBoxLayout>
-#include <QIcon>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPdfDocument>
@@ -95,7 +95,7 @@ QWidget *VisorPDF::FazBarra()
     fluxo->setContentsMargins(0, 0, 0, 0);
     const auto botao = [&](const char *nome, const QString &texto, const char *icone, auto acao) {
         QPushButton *novo = FazBotao(nome, texto, barra);
-        novo->setIcon(QIcon(QString(":/icones/%1.svg").arg(icone)));
+        novo->setIcon(Icone(icone));
         connect(novo, &QPushButton::clicked, this, acao);
         fluxo->addWidget(novo);
     };
@@ -143,7 +143,7 @@ QWidget *VisorPDF::FazBusca()
     linha->addWidget(m_Procurado, 1);
     const auto botao = [&](const char *nome, const QString &texto, int passo) {
         QPushButton *novo = FazBotao(nome, texto, busca);
-        novo->setIcon(QIcon(QString(":/icones/%1.svg").arg(nome)));
+        novo->setIcon(Icone(nome));
         connect(novo, &QPushButton::clicked, this, [this, passo] { Procura(passo); });
         linha->addWidget(novo);
     };
@@ -297,8 +297,8 @@ void VisorPDF::CopiaPagina()
 void VisorPDF::Imprime()
 {
     QPrinter impressora(QPrinter::HighResolution);
-    impressora.setDocName(m_Nome);
     PreparaImpressora(impressora);
+    impressora.setDocName(m_Nome);
     QPrintDialog dialogo(&impressora, this);
     dialogo.setWindowTitle("Imprimir documento");
     dialogo.setOptions(QAbstractPrintDialog::PrintToFile | QAbstractPrintDialog::PrintPageRange |

@@ -256,7 +256,7 @@ TEST_F(JanelasTeste, Mnemonics_OfTheDesksOwnDialogs_LeadToOnePlace)
 {
     const auto servicos = Servicos::Abre(registro.Caminho(), Agora());
     for (const auto &travada : {std::optional<Operador>(), std::optional<Operador>(Operador())}) {
-        Entrada entrada(servicos, "estação", travada, nullptr);
+        Entrada entrada(servicos, preferencias, travada, nullptr);
         entrada.show();
         EXPECT_EQ(MnemonicasRepetidas(entrada), QStringList());
     }

@@ -323,7 +323,7 @@ TEST_F(TecladoTeste, Windows_HelpAndAbout_ByKeys)
         t.Alt('J').EsperaMenu().Escreve("1").EsperaJanela("frmLista");
         t.Tecla(Qt::Key_F1).EsperaJanela("Ajuda");
         t.Tecla(Qt::Key_Escape).EsperaJanela("frmLista");
-        t.Alt('U').EscolheNoMenu("Sobre").EsperaCaixa("Registro de Equipamentos");
+        t.Alt('U').EscolheNoMenu("Sobre").EsperaJanela("Sobre");
         t.Tecla(Qt::Key_Return).EsperaJanela("frmLista");
         t.Alt('J').EscolheNoMenu("Fechar todas").EsperaJanela("Mesa");
     });

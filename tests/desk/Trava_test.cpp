@@ -179,7 +179,7 @@ TEST_F(TravaTeste, Pictures_OfSignInAndLock_AreWithoutADefect)
     ana.Nome = "Ana Souza";
     for (const auto &[nome, quem] :
          {std::pair("entrada", std::optional<Operador>()), std::pair("trava", std::optional(ana))}) {
-        Entrada janela(servicos, "estação", quem, nullptr);
+        Entrada janela(servicos, preferencias, quem, nullptr);
         janela.show();
         Fotografa(janela, nome);
         EXPECT_EQ(DefeitosDaJanela(janela).join("\n").toStdString(), "") << nome;
@@ -195,7 +195,7 @@ TEST(TituloDoRegistro, OfASample_SaysSoOnEveryWindow)
     const Mesa mesa(
         amostra, pasta.path().toStdString(), [] { return DataDe(20, 11, 2026, 9, 30, 0); }, preferencias);
     EXPECT_EQ(mesa.windowTitle().toStdString(), "AMOSTRA - Registro de Equipamentos");
-    Entrada entrada(amostra, "estação", std::nullopt, nullptr);
+    Entrada entrada(amostra, preferencias, std::nullopt, nullptr);
     entrada.show();
     EXPECT_EQ(entrada.windowTitle().toStdString(), "AMOSTRA - Registro de Equipamentos - Entrada");
     Fotografa(entrada, "entrada-amostra");
