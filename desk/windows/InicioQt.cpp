@@ -3,6 +3,7 @@
 #include "desk/host/Titulo.h"
 #include "desk/services/TextoQt.h"
 #include "desk/windows/Dialogos.h"
+#include "desk/windows/JanelaDoManual.h"
 #include "desk/windows/LugarDasJanelas.h"
 #include "desk/windows/NovoRegistro.h"
 
@@ -64,6 +65,7 @@ std::optional<std::filesystem::path> EscolheArquivo(const QString &titulo, const
 } // namespace
 
 InicioQt::InicioQt()
+    : m_TeclaDeAjuda([](const std::string &topico, QWidget *dono) { JanelaDoManual::Mostra(topico, nullptr, dono); })
 {
     LugarDasJanelas::DaAplicacao(); // from the first window on
 }

@@ -19,6 +19,7 @@
 #include "desk/windows/JanelaDaCabeca.h"
 #include "desk/windows/JanelaDeRelato.h"
 #include "desk/windows/JanelaDeTrabalho.h"
+#include "desk/windows/JanelaDoManual.h"
 #include "desk/windows/LugarDasJanelas.h"
 #include "desk/windows/TextoQueCede.h"
 #include "host/Conversoes.h"
@@ -31,7 +32,6 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDialog>
-#include <QFile>
 #include <QFileDialog>
 #include <QIcon>
 #include <QLabel>
@@ -42,7 +42,6 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QStatusBar>
-#include <QTextBrowser>
 #include <QThread>
 #include <QTimer>
 #include <QToolBar>
@@ -93,7 +92,7 @@ Mesa::Mesa(Ref<Servicos> servicos, std::filesystem::path diretorio, std::functio
         }
         return oferecidos;
     };
-    m_Camada->Ajuda = [this](const std::string &, QWidget *dono) { MostraAjuda(dono); };
+    m_Camada->Ajuda = [this](const std::string &topico, QWidget *dono) { MostraAjuda(topico, dono); };
 
     InstalaHost(m_Host);
     m_Geral = Novo<Geral>();
@@ -173,7 +172,7 @@ void Mesa::MontaMenus()
     QMenu *ajuda = menuBar()->addMenu("Aj&uda");
     QAction *manual = ajuda->addAction(QIcon(":/icones/ajuda.svg"), "&Manual do operador");
     manual->setShortcut(QKeySequence("F1"));
-    connect(manual, &QAction::triggered, this, [this] { m_Janelas->MostraAjuda(""); });
+    connect(manual, &QAction::triggered, this, [this] { MostraAjudaDaFrente(); });
     connect(ajuda->addAction("&Sobre..."), &QAction::triggered, this, [this] { MostraSobre(); });
 
     auto *barra = addToolBar("Ferramentas");
@@ -678,33 +677,30 @@ void Mesa::AtualizaReplica()
 
 void Mesa::AbreConsulta()
 {
-    auto *consulta = new ConsultaAutuacao(
-        [this] { return m_Geral->CEspecifica()->CreateCVorEquip(); },
-        [this](const std::function<void()> &acao) { NaBorda(acao); }, nullptr);
+    auto *consulta = new ConsultaAutuacao([this] { return m_Geral->CEspecifica()->CreateCVorEquip(); },
+                                          [this](const std::function<void()> &acao) { NaBorda(acao); }, nullptr);
     QMdiSubWindow *filha = m_Area->addSubWindow(consulta);
     filha->setAttribute(Qt::WA_DeleteOnClose);
     filha->setWindowIcon(consulta->windowIcon());
     filha->show();
 }
 
-void Mesa::MostraAjuda(QWidget *dono)
+void Mesa::MostraAjuda(const std::string &topico, QWidget *dono)
 {
-    auto *janela = new QDialog(dono);
-    janela->setObjectName("Ajuda");
-    janela->setAttribute(Qt::WA_DeleteOnClose);
-    janela->setWindowTitle("Manual do operador");
-    janela->resize(860, 700);
-    auto *texto = new QTextBrowser(janela);
-    texto->setSearchPaths({":/docs"}); // of the pictures
-    QFile manual(":/docs/manual.md");
-    texto->setMarkdown(manual.open(QIODevice::ReadOnly) ? QString::fromUtf8(manual.readAll())
-                                                        : QString("O manual não foi encontrado."));
-    auto *fechar = new QPushButton("&Fechar", janela);
-    connect(fechar, &QPushButton::clicked, janela, &QWidget::close);
-    auto *leiaute = new QVBoxLayout(janela);
-    leiaute->addWidget(texto, 1);
-    leiaute->addWidget(fechar, 0, Qt::AlignRight);
-    janela->show();
+    JanelaDoManual::Mostra(topico, m_Camada->Lembrancas, dono);
+}
+
+// Of the window that is in front in the main window; with none, the manual opens where it was read last.
+void Mesa::MostraAjudaDaFrente()
+{
+    QMdiSubWindow *filha = m_Area->activeSubWindow();
+    if (filha == nullptr) {
+        MostraAjuda("", this);
+    } else if (const JanelaForm *form = FormDa(*filha)) {
+        form->PedeAjuda();
+    } else {
+        MostraAjuda(TopicoDaJanela(*filha->widget()), this);
+    }
 }
 
 void Mesa::MostraSobre()

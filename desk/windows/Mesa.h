@@ -9,6 +9,7 @@
 #include "desk/host/Preferencias.h"
 #include "desk/services/Servicos.h"
 #include "desk/windows/CamadaQt.h"
+#include "desk/windows/TeclaDeAjuda.h"
 #include "shell/Geral.h"
 #include "tela/Janelas.h"
 
@@ -105,7 +106,8 @@ class Mesa : public QMainWindow {
     void MostraReplica();
     void AtualizaReplica();
     void AbreConsulta();
-    void MostraAjuda(QWidget *dono);
+    void MostraAjuda(const std::string &topico, QWidget *dono);
+    void MostraAjudaDaFrente();
     // Takes away the certificates that were printed, of which the module leaves a copy behind for the viewer.
     void LimpaCertificados();
     void MostraSobre();
@@ -152,6 +154,7 @@ class Mesa : public QMainWindow {
     QTimer *m_Vigia = nullptr;
     int m_Nivel = 1; // of event loops when no window waits
     bool m_Travada = false;
+    TeclaDeAjuda m_TeclaDeAjuda{[this](const std::string &topico, QWidget *dono) { MostraAjuda(topico, dono); }};
 };
 
 } // namespace mesa
