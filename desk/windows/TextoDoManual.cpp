@@ -35,7 +35,8 @@ void *FigurasDoManual::qt_metacast(const char *nome)
 const QImage &FigurasDoManual::Figura(const QString &nome)
 {
     if (!m_Figuras.contains(nome)) {
-        m_Figuras.insert(nome, QImage(m_Pasta + "/" + nome));
+        // One with a table of few colours would be made smaller with these alone.
+        m_Figuras.insert(nome, QImage(m_Pasta + "/" + nome).convertToFormat(QImage::Format_ARGB32_Premultiplied));
     }
     return m_Figuras[nome];
 }
