@@ -1,6 +1,8 @@
 #include "tela/Janelas.h"
 
+#include "host/IControlesPadrao.h"
 #include "host/Texto.h"
+#include "tela/TopicoDeAjuda.h"
 
 #include <algorithm>
 #include <utility>
@@ -8,6 +10,7 @@
 namespace {
 
 constexpr std::string_view TituloDaPergunta = "Atenção";
+constexpr const char *BotaoDeAjuda = "cmdAjuda";
 
 } // namespace
 
@@ -52,7 +55,7 @@ PedidosDaJanela Janelas::Pedidos(const Ref<IForm> &form)
             Descarrega(aberto);
         }
     });
-    pedidos.Ajuda = Pedido(form, [this](Quem aberto) { MostraAjuda(std::string(aberto->NomeTipo())); });
+    pedidos.Ajuda = Pedido(form, [this](Quem aberto) { MostraAjuda(TopicoDeAjuda(*aberto)); });
     pedidos.Redimensionou = Pedido(form, [](Quem aberto) { aberto->Redimensionada(); });
     pedidos.Ativou = Pedido(form, [](Quem aberto) { aberto->Ativada(); });
     pedidos.Desativou = Pedido(form, [](Quem aberto) { aberto->Desativada(); });
@@ -72,6 +75,15 @@ void Janelas::SegueOrdem(IForm &quem, Aberta &aberta)
             paraFrente();
         }
     }));
+}
+
+void Janelas::LigaAjuda(const IForm &form, const std::function<void()> &ajuda, Aberta &aberta)
+{
+    for (const Ref<IControle> &controle : form.Controles()) {
+        if (controle->Nome() == BotaoDeAjuda && controle->Especie() == EspecieControle::CommandButton) {
+            aberta.Conexoes.push_back(ComoTipo<ICommandButton>(controle)->Click().liga(ajuda));
+        }
+    }
 }
 
 // What is not modal goes in front of a modal window: as a child of the main window it would be blocked with it.
@@ -111,8 +123,10 @@ Janelas::Aberta &Janelas::Abre(const Ref<IForm> &form, bool modal)
     nova.Dono = Frente();
     nova.Tipo = TipoDaNova(modal);
     DaDistincao(nova);
-    nova.Janela = m_Camada->FazJanela(form, nova.Tipo, nova.Dono, Pedidos(form), nova.Qual);
+    const PedidosDaJanela pedidos = Pedidos(form);
+    nova.Janela = m_Camada->FazJanela(form, nova.Tipo, nova.Dono, pedidos, nova.Qual);
     SegueOrdem(*form, nova);
+    LigaAjuda(*form, pedidos.Ajuda, nova);
     return m_Abertas.emplace_back(std::move(nova));
 }
 

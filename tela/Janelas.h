@@ -81,6 +81,8 @@ class Janelas : public IJanelas {
     PedidosDaJanela Pedidos(const Ref<IForm> &form);
     // The form's window comes to the front when somebody asks for it.
     static void SegueOrdem(IForm &quem, Aberta &aberta);
+    // The forms have a button for the help, of which they know nothing: the help is the host's.
+    static void LigaAjuda(const IForm &form, const std::function<void()> &ajuda, Aberta &aberta);
 
     Ref<ICamada> m_Camada;
     std::vector<Aberta> m_Abertas;      // in the order in which they were shown

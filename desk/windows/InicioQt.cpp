@@ -5,6 +5,7 @@
 #include "desk/windows/Dialogos.h"
 #include "desk/windows/EscolhaDeArquivo.h"
 #include "desk/windows/Icones.h"
+#include "desk/windows/JanelaDoManual.h"
 #include "desk/windows/LugarDasJanelas.h"
 #include "desk/windows/NovoRegistro.h"
 
@@ -68,6 +69,7 @@ std::optional<std::filesystem::path> EscolheArquivo(const QString &titulo, const
 } // namespace
 
 InicioQt::InicioQt()
+    : m_TeclaDeAjuda([](const std::string &topico, QWidget *dono) { JanelaDoManual::Mostra(topico, nullptr, dono); })
 {
     LugarDasJanelas::DaAplicacao(); // from the first window on
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "desk/host/Inicio.h"
+#include "desk/windows/TeclaDeAjuda.h"
 
 #include <memory>
 
@@ -27,6 +28,7 @@ class InicioQt : public IPessoaNoInicio {
 
   private:
     std::unique_ptr<QProgressDialog> m_Preparo;
+    TeclaDeAjuda m_TeclaDeAjuda;
 };
 
 } // namespace mesa

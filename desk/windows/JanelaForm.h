@@ -42,6 +42,7 @@ class JanelaForm : public QWidget {
     void LembraCriterios();
     // Text that was written past the form's caption; empty: the caption counts.
     void DefineTexto(const QString &texto);
+    void PedeAjuda() const { m_AoRedor.Pedidos.Ajuda(); }
 
   protected:
     void changeEvent(QEvent *evento) override;

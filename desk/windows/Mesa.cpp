@@ -26,6 +26,7 @@
 #include "desk/windows/JanelaDeRelato.h"
 #include "desk/windows/JanelaDeTrabalho.h"
 #include "desk/windows/JanelaDeTras.h"
+#include "desk/windows/JanelaDoManual.h"
 #include "desk/windows/JanelaSobre.h"
 #include "desk/windows/LugarDasJanelas.h"
 #include "desk/windows/TelaDeAndamento.h"
@@ -41,7 +42,6 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDialog>
-#include <QFile>
 #include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -49,7 +49,6 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QStatusBar>
-#include <QTextBrowser>
 #include <QThread>
 #include <QTimer>
 #include <QToolBar>
@@ -107,7 +106,7 @@ Mesa::Mesa(Ref<Servicos> servicos, std::filesystem::path diretorio, std::functio
         }
         return oferecidos;
     };
-    m_Camada->Ajuda = [this](const std::string &, QWidget *dono) { MostraAjuda(dono); };
+    m_Camada->Ajuda = [this](const std::string &topico, QWidget *dono) { MostraAjuda(topico, dono); };
 
     InstalaHost(m_Host);
     m_Geral = Novo<Geral>();
@@ -190,7 +189,7 @@ void Mesa::MontaMenus()
     QMenu *ajuda = menuBar()->addMenu("Aj&uda");
     QAction *manual = ajuda->addAction(Icone("ajuda"), "&Manual do operador");
     manual->setShortcut(QKeySequence("F1"));
-    connect(manual, &QAction::triggered, this, [this] { m_Janelas->MostraAjuda(""); });
+    connect(manual, &QAction::triggered, this, [this] { MostraAjudaDaFrente(); });
     QAction *sobre = ajuda->addAction("&Sobre...");
     sobre->setObjectName("sobre");
     connect(sobre, &QAction::triggered, this, [this] { NaBorda([this] { MostraSobre(); }); });
@@ -763,25 +762,22 @@ void Mesa::AbreConsulta()
     filha->show();
 }
 
-void Mesa::MostraAjuda(QWidget *dono)
+void Mesa::MostraAjuda(const std::string &topico, QWidget *dono)
 {
-    auto *janela = new QDialog(dono);
-    janela->setObjectName("Ajuda");
-    janela->setAttribute(Qt::WA_DeleteOnClose);
-    janela->setWindowTitle("Manual do operador");
-    janela->resize(860, 700);
-    auto *texto = new QTextBrowser(janela);
-    texto->setAccessibleName("Manual do operador");
-    texto->setSearchPaths({":/docs"}); // of the pictures
-    QFile manual(":/docs/manual.md");
-    texto->setMarkdown(manual.open(QIODevice::ReadOnly) ? QString::fromUtf8(manual.readAll())
-                                                        : QString("O manual não foi encontrado."));
-    auto *fechar = new QPushButton("&Fechar", janela);
-    connect(fechar, &QPushButton::clicked, janela, &QWidget::close);
-    auto *leiaute = new QVBoxLayout(janela);
-    leiaute->addWidget(texto, 1);
-    leiaute->addWidget(fechar, 0, Qt::AlignRight);
-    janela->show();
+    JanelaDoManual::Mostra(topico, m_Camada->Lembrancas, dono);
+}
+
+// Of the window that is in front in the main window; with none, the manual opens where it was read last.
+void Mesa::MostraAjudaDaFrente()
+{
+    QMdiSubWindow *filha = m_Area->activeSubWindow();
+    if (filha == nullptr) {
+        MostraAjuda("", this);
+    } else if (const JanelaForm *form = FormDa(*filha)) {
+        form->PedeAjuda();
+    } else {
+        MostraAjuda(TopicoDaJanela(*filha->widget()), this);
+    }
 }
 
 void Mesa::MostraSobre()

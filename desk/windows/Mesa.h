@@ -11,6 +11,7 @@
 #include "desk/services/Servicos.h"
 #include "desk/windows/AreaDeTrabalho.h"
 #include "desk/windows/CamadaQt.h"
+#include "desk/windows/TeclaDeAjuda.h"
 #include "shell/Geral.h"
 #include "tela/Janelas.h"
 
@@ -112,7 +113,8 @@ class Mesa : public QMainWindow {
     void MostraReplica();
     void AtualizaReplica();
     void AbreConsulta();
-    void MostraAjuda(QWidget *dono);
+    void MostraAjuda(const std::string &topico, QWidget *dono);
+    void MostraAjudaDaFrente();
     // Takes away the certificates that were printed, of which the module leaves a copy behind for the viewer.
     void LimpaCertificados();
     void MostraSobre();
@@ -161,6 +163,7 @@ class Mesa : public QMainWindow {
     QTimer *m_Vigia = nullptr;
     int m_Nivel = 1; // of event loops when no window waits
     bool m_Travada = false;
+    TeclaDeAjuda m_TeclaDeAjuda{[this](const std::string &topico, QWidget *dono) { MostraAjuda(topico, dono); }};
 };
 
 } // namespace mesa

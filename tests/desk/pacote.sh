@@ -146,6 +146,16 @@ with open(sys.argv[2], "wb") as png:
 FIM
 }
 
+# Signs in, whoever did so last.
+entra() {
+    xdotool windowfocus --sync "$1" key alt+u ctrl+a
+    xdotool type olga
+    xdotool key alt+s
+    xdotool type "$senha"
+    xdotool key Return
+    some "$1"
+}
+
 na_tela() {
     local numero tela mesa entrada processo manual parte
     exec {numero}< <(exec Xvfb -displayfd 1 -screen 0 1366x768x24 -nolisten tcp -noreset -ac -fbdir "$trabalho/tela" \
@@ -163,11 +173,7 @@ na_tela() {
     espera "the class of the windows" "$(xprop -id "$entrada" WM_CLASS)" "*\"$nome\"*"
     espera "the class that the menu entry tells" \
         "$(grep ^StartupWMClass= "$sis/usr/share/applications/$nome.desktop")" "StartupWMClass=$nome"
-    xdotool windowfocus --sync "$entrada" type olga
-    xdotool key Tab
-    xdotool type "$senha"
-    xdotool key Return
-    some "$entrada"
+    entra "$entrada"
     xdotool windowfocus --sync "$(janela '^Registro de Equipamentos$')" key F1
     manual=$(janela '^Manual do operador$')
     [[ -n $manual ]] || falha "The manual is not shown." "$(xwininfo -root -tree)" "$(<"$trabalho/mesa")"
@@ -205,11 +211,7 @@ numa_sessao() {
     processo=$(xdotool getwindowpid "$entrada")
     apt remove $nome
     [[ ! -e $sis/usr/bin/$nome ]] || falha "The program is still there."
-    xdotool windowfocus --sync "$entrada" type olga
-    xdotool key Tab
-    xdotool type "$senha"
-    xdotool key Return
-    some "$entrada"
+    entra "$entrada"
     xdotool windowfocus --sync "$(janela '^Registro de Equipamentos$')" key ctrl+q
     timeout 60 tail --pid="$processo" --follow /dev/null || falha "The desk does not end."
 }

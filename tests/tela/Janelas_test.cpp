@@ -2,6 +2,7 @@
 
 #include "tests/controls/Tela.h"
 #include "tests/tela/CamadaFalsa.h"
+#include "tests/tela/FormDescrito.h"
 
 namespace {
 
@@ -355,6 +356,22 @@ TEST_F(JanelasTest, Pedidos_OfAnOpenWindow_ReachItsForm)
     pedidos.Fecha();
     pedidos.Ativou();
     pedidos.Ajuda();
+    EXPECT_EQ(Vistos(), Textos{});
+}
+
+TEST_F(JanelasTest, HelpButtonOfAForm_ShowsTheHelpOfItsPageWhileItIsOpen)
+{
+    FormDescrito descrito;
+    descrito.Faz({.Ajustes = AjustesCommandButton{}, .Nome = "cmdAjuda"});
+    descrito.Form->DefineVisible(false);
+    const Ref<ICommandButton> botao = ComoTipo<ICommandButton>(descrito.Controle("cmdAjuda"));
+    Mostra(descrito.Form);
+    Vistos();
+    botao->Click().dispara();
+    EXPECT_EQ(Vistos(), (Textos{"ajuda FormFalso"}));
+    m_Janelas->FechaForm(descrito.Form);
+    Vistos();
+    botao->Click().dispara();
     EXPECT_EQ(Vistos(), Textos{});
 }
 
