@@ -1,5 +1,7 @@
 #include "desk/windows/Aparencia.h"
 
+#include "desk/windows/RodaDoMouse.h"
+
 #include <QApplication>
 #include <QLibraryInfo>
 #include <QLocale>
@@ -10,6 +12,7 @@ namespace mesa {
 void PreparaAparencia(QApplication &aplicacao)
 {
     QApplication::setStyle("Fusion");
+    AquietaRoda(aplicacao);
     QLocale::setDefault(QLocale(QLocale::Portuguese, QLocale::Brazil));
     auto *tradutor = new QTranslator(&aplicacao);
     if (tradutor->load("qtbase_pt_BR", QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {

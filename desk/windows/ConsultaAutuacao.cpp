@@ -1,12 +1,12 @@
 #include "desk/windows/ConsultaAutuacao.h"
 
+#include "desk/windows/Calendario.h"
+#include "desk/windows/Combo.h"
 #include "desk/windows/Renderizador.h"
 #include "host/Conversoes.h"
 #include "shell/ModGeral.h"
 
 #include <QCheckBox>
-#include <QComboBox>
-#include <QDateEdit>
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -26,9 +26,9 @@ ConsultaAutuacao::ConsultaAutuacao(Ref<CVorEquip> equipamentos,
       m_Equipamentos(std::move(equipamentos)),
       m_Borda(std::move(borda)),
       m_ComData(new QCheckBox("Com a &data da infração:", this)),
-      m_Data(new QDateEdit(QDate::currentDate(), this)),
+      m_Data(new CampoDeDia(QDate::currentDate(), this)),
       m_Codigo(new QLineEdit(this)),
-      m_Tipo(new QComboBox(this)),
+      m_Tipo(new Combo(this)),
       m_Resultado(new QLabel(this)),
       m_CodOat(new QLineEdit(this))
 {
@@ -36,8 +36,6 @@ ConsultaAutuacao::ConsultaAutuacao(Ref<CVorEquip> equipamentos,
     setWindowTitle("Consulta para autuação");
     setWindowIcon(QIcon(":/icones/consulta.svg"));
     m_Data->setObjectName("data");
-    m_Data->setDisplayFormat("dd/MM/yyyy");
-    m_Data->setCalendarPopup(true);
     m_Data->setAccessibleName("Data da infração");
     m_ComData->setObjectName("comData");
     m_ComData->setChecked(true);

@@ -1,3 +1,5 @@
+#include "desk/windows/RodaDoMouse.h"
+
 #include <QApplication>
 
 #include <gtest/gtest.h>
@@ -7,7 +9,8 @@ int main(int argc, char **argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("QT_LOGGING_RULES", "qt.qpa.*=false");
-    const QApplication aplicacao(argc, argv);
+    QApplication aplicacao(argc, argv);
+    mesa::AquietaRoda(aplicacao);
     testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
 }
