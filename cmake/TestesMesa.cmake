@@ -23,16 +23,30 @@ gtest_discover_tests(teste_mesa
     WORKING_DIRECTORY ${PROJECT_SOURCE_DIR}
     PROPERTIES ENVIRONMENT_MODIFICATION "${pilha_inteira}")
 
-# The whole job in the real windows. Pictures and account of the last run stay in the build folder.
-add_test(NAME mesa.roteiro
-    COMMAND sh -c "rm -rf \"$1\" && \"$0\" \"$1\" && grep -q -F sem\\ diferenças \"$1/relato.md\""
-        $<TARGET_FILE:roteiro> ${PROJECT_BINARY_DIR}/roteiro)
-set_tests_properties(mesa.roteiro PROPERTIES
-    ENVIRONMENT_MODIFICATION "${pilha_inteira}"
-    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QT_LOGGING_RULES=qt.qpa.*=false")
+# The whole job in the real windows, on a screen of that size with everything drawn so many per cent as large. Pictures
+# and account of the last run stay in the build folder; a difference or a text that is cut fails it.
+function(testa_roteiro nome)
+    add_test(NAME mesa.${nome}
+        COMMAND sh -c "rm -rf \"$1\" && \"$0\" \"$@\" && grep -q -F sem\\ diferenças \"$1/relato.md\""
+            $<TARGET_FILE:roteiro> ${PROJECT_BINARY_DIR}/${nome} ${ARGN})
+    set_tests_properties(mesa.${nome} PROPERTIES
+        ENVIRONMENT_MODIFICATION "${pilha_inteira}"
+        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QT_LOGGING_RULES=qt.qpa.*=false")
+endfunction()
+testa_roteiro(roteiro --tela 1366x768)
+# The sanitizers see nothing in one screen that they do not see in another.
+if(NOT CMAKE_CXX_FLAGS MATCHES "-f(sanitize|profile)")
+    testa_roteiro(roteiro_1024x768 --tela 1024x768)
+    testa_roteiro(roteiro_1920x1080 --tela 1920x1080)
+    testa_roteiro(roteiro_1366x768_escuro --tela 1366x768 --tema escuro)
+    testa_roteiro(roteiro_1920x1080_150_escuro --tela 1920x1080 --escala 150 --tema escuro)
+    testa_roteiro(roteiro_1920x1080_200 --tela 1920x1080 --escala 200)
+    testa_roteiro(roteiro_1024x768_200 --tela 1024x768 --escala 200)
+    testa_roteiro(roteiro_1024x768_200_escuro --tela 1024x768 --escala 200 --tema escuro)
+endif()
 
 # The commands at the root, as far as they answer without building.
-foreach(comando IN ITEMS run test)
+foreach(comando IN ITEMS run test pacote)
     add_test(NAME mesa.${comando}_ajuda
         COMMAND sh -c "\"$0\" --help </dev/null | grep -q -F \"./${comando} [\"" ${PROJECT_SOURCE_DIR}/${comando})
     add_test(NAME mesa.${comando}_opcao_desconhecida
@@ -41,3 +55,11 @@ endforeach()
 add_test(NAME mesa.run_opcao_sem_valor
     COMMAND sh -c "\"$0\" --dados </dev/null >/dev/null 2>&1; test $? -eq 2" ${PROJECT_SOURCE_DIR}/run)
 add_test(NAME mesa.run_sem_tela COMMAND ${PROJECT_SOURCE_DIR}/tests/desk/run_sem_tela.sh ${PROJECT_SOURCE_DIR})
+
+# The package, in a clean system. It is of the plain program: the sanitizers' libraries are no dependency of anybody.
+if(NOT CMAKE_CXX_FLAGS MATCHES "-f(sanitize|profile)")
+    add_test(NAME mesa.pacote
+        COMMAND ${PROJECT_SOURCE_DIR}/tests/desk/pacote.sh ${PROJECT_SOURCE_DIR} $<TARGET_FILE:registro-de-equipamentos>
+                ${PROJECT_VERSION} ${PROJECT_BINARY_DIR}/pacote)
+    set_tests_properties(mesa.pacote PROPERTIES SKIP_RETURN_CODE 77 TIMEOUT 600)
+endif()

@@ -37,6 +37,26 @@ nsis           makes its installer
 FIM
 }
 
+# What making the desk's package takes besides.
+pacotes_pacote() {
+    cat <<'FIM'
+debhelper      makes the desk's package
+librsvg2-bin   draws its icon in all sizes
+FIM
+}
+
+# And what its test takes.
+pacotes_teste_pacote() {
+    cat <<'FIM'
+mmdebstrap     lays out the clean system in which the package is tried
+appstream      looks through what the package tells software catalogues
+desktop-file-utils looks through its menu entry
+xvfb           the display of its windows there
+xdotool        the keyboard in front of them
+x11-utils      tells which windows there are
+FIM
+}
+
 # Installs what is missing of the above, and of what the command needs besides: arguments, each a line of that form.
 instala_pacotes() {
     command -v dpkg-query >/dev/null || return 0 # another distribution: its user provides them

@@ -31,28 +31,25 @@ constexpr std::array<ItemPadrao, 6> ItensPadrao = {{
     {MenuLista::Atualizar, "Atualizar", 3},
 }};
 
-// Permutation that sorts by the keys; equal keys keep their places, in both directions.
-template <class Chave> std::vector<std::size_t> Permuta(const std::vector<Chave> &chaves, bool decrescente)
+// Sorts the rows by the keys; equal keys keep their places, in both directions.
+template <class Chave> void Ordena(std::vector<std::size_t> &ordem, const std::vector<Chave> &chaves, bool decrescente)
 {
-    std::vector<std::size_t> ordem(chaves.size());
-    std::iota(ordem.begin(), ordem.end(), std::size_t{0});
     std::ranges::stable_sort(ordem, [&](std::size_t a, std::size_t b) {
         return decrescente ? chaves[b] < chaves[a] : chaves[a] < chaves[b];
     });
-    return ordem;
 }
 
 // Has another value in a field while it lives.
-class Emprestado {
+template <class T> class Emprestado {
   public:
-    Emprestado(std::int32_t &campo, std::int32_t valor) : m_Campo(campo), m_Antes(std::exchange(campo, valor)) {}
+    Emprestado(T &campo, T valor) : m_Campo(campo), m_Antes(std::exchange(campo, valor)) {}
     Emprestado(const Emprestado &) = delete;
     Emprestado &operator=(const Emprestado &) = delete;
     ~Emprestado() { m_Campo = m_Antes; }
 
   private:
-    std::int32_t &m_Campo;
-    std::int32_t m_Antes;
+    T &m_Campo;
+    T m_Antes;
 };
 
 } // namespace
@@ -71,7 +68,9 @@ void ztList::Limpa(std::optional<bool> limpaTitulo)
     m_Linhas.clear();
     m_ItemAtual = SemLinha;
     m_TemMais = false;
-    m_ColunaOrdem = 0;
+    m_NadaVeio = false;
+    m_BastamEstas = false;
+    ++m_Limpezas;
     if (limpaTitulo.value_or(true)) {
         m_Titulo.clear();
     }
@@ -83,6 +82,14 @@ void ztList::Limpa(std::optional<bool> limpaTitulo)
 
 void ztList::Rearranja()
 {
+    m_EmOrdem.reset();
+    m_Chaves.reset();
+    MudaAVista();
+}
+
+void ztList::MudaAVista()
+{
+    m_Vista.reset();
     ++m_Arranjo;
     Mudou().dispara();
 }
@@ -115,7 +122,7 @@ void ztList::CarregaItens(TabelaTexto &tabela)
             nova.push_back(tabela.Celula(coluna, linha));
         }
     }
-    m_ColunaOrdem = 0;
+    m_NadaVeio = false;
     Rearranja();
 }
 
@@ -141,10 +148,15 @@ void ztList::TornaAtual(std::int32_t linha)
     Ref<IControle> vivo = Vivo();
     m_ItemAtual = linha;
     Mudou().dispara();
-    if (linha != SemLinha) {
+    if (ItemAtual() != SemLinha) {
         m_ItemClick.dispara();
     }
     m_HabilitaItensMenuLista.dispara();
+}
+
+std::int32_t ztList::ItemAtual() const
+{
+    return Filtrada() && AtualVista() == 0 ? SemLinha : m_ItemAtual;
 }
 
 std::size_t ztList::IndiceColuna(const std::string &chave) const
@@ -180,17 +192,22 @@ std::string ztList::Celula(std::int32_t linha, const std::string &chaveColuna) c
 std::string ztList::ValorAtual(const std::string &chaveColuna) const
 {
     const std::size_t coluna = IndiceColuna(chaveColuna);
-    return m_ItemAtual == SemLinha ? std::string() : Texto(ExigeLinha(m_ItemAtual), coluna);
+    const std::int32_t atual = ItemAtual();
+    return atual == SemLinha ? std::string() : Texto(ExigeLinha(atual), coluna);
 }
 
 std::string ztList::ColunaAtual(std::int16_t coluna) const
 {
-    return m_ItemAtual == SemLinha ? std::string() : TextoCelula(m_ItemAtual, coluna);
+    const std::int32_t atual = AtualVista();
+    return atual == 0 ? std::string() : TextoCelula(atual, coluna);
 }
 
 const std::string &ztList::TextoCelula(std::int32_t linha, std::int32_t coluna) const
 {
-    const Linha &celulas = ExigeLinha(linha);
+    if (linha < 1 || linha > NroVistas()) {
+        throw Falha(NumeroFalha::SubscritoForaDoIntervalo);
+    }
+    const Linha &celulas = ExigeLinha(Vistas().Linhas[static_cast<std::size_t>(linha - 1)]);
     if (coluna < 1 || coluna > static_cast<std::int32_t>(m_Colunas.size())) {
         throw Falha(NumeroFalha::SubscritoForaDoIntervalo);
     }
@@ -235,8 +252,8 @@ void ztList::MenuTexto(const std::string &chave, const std::string &valor)
 
 void ztList::AoReceberFoco(bool chegou)
 {
-    if (m_ItemAtual == SemLinha && !m_Linhas.empty()) {
-        TornaAtual(std::min(m_LinhaAoEntrar, NroItens()));
+    if (AtualVista() == 0 && NroVistas() > 0) {
+        TornaAtual(Vistas().Linhas[static_cast<std::size_t>(std::min(m_LinhaAoEntrar, NroVistas()) - 1)]);
     }
     if (chegou && TemFoco()) {
         m_GotFocus.dispara();
@@ -246,29 +263,29 @@ void ztList::AoReceberFoco(bool chegou)
 bool ztList::ClicaLinha(std::int32_t linha)
 {
     Ref<IControle> vivo = Vivo();
-    if (linha < 1 || linha > NroItens()) {
+    if (linha < 1 || linha > NroVistas()) {
         return false;
     }
     {
         const Emprestado aoEntrar(m_LinhaAoEntrar, linha);
-        if (!Foco() || !Usavel() || linha > NroItens()) {
+        if (!Foco() || !Usavel() || linha > NroVistas()) {
             return false;
         }
     }
-    TornaAtual(linha);
+    TornaAtual(Vistas().Linhas[static_cast<std::size_t>(linha - 1)]);
     return true;
 }
 
 bool ztList::TeclaSetas(std::int32_t passos)
 {
     Ref<IControle> vivo = Vivo();
-    const bool semLinha = m_ItemAtual == SemLinha;
-    if (!Foco() || !Usavel() || m_Linhas.empty()) {
+    const bool semLinha = AtualVista() == 0;
+    if (!Foco() || !Usavel() || NroVistas() == 0) {
         return false;
     }
     if (!semLinha) {
-        const std::int64_t destino = std::int64_t{m_ItemAtual} + passos;
-        TornaAtual(static_cast<std::int32_t>(std::clamp<std::int64_t>(destino, 1, NroItens())));
+        const std::int64_t destino = std::clamp<std::int64_t>(std::int64_t{AtualVista()} + passos, 1, NroVistas());
+        TornaAtual(Vistas().Linhas[static_cast<std::size_t>(destino - 1)]);
     }
     return true;
 }
@@ -283,6 +300,14 @@ bool ztList::OfereceMenu()
     return Usavel();
 }
 
+// A command that stands in every list and needs no row, or of which there is something to do it to.
+bool ztList::Escolhivel(const ::ItemMenu &item) const
+{
+    constexpr std::array<std::string_view, 3> SemLinhas = {MenuLista::Novo, MenuLista::Localizar, MenuLista::Atualizar};
+    return item.Utilizavel() && (!Filtrada() || NroVistas() > 0 || m_Linhas.empty() ||
+                                 std::ranges::find(SemLinhas, item.Chave()) != SemLinhas.end());
+}
+
 bool ztList::EscolheMenu(const std::string &chave)
 {
     Ref<IControle> vivo = Vivo();
@@ -292,12 +317,12 @@ bool ztList::EscolheMenu(const std::string &chave)
             item = m_Menu.Item(i);
         }
     }
-    if (!item || !OfereceMenu() || !item->Utilizavel()) {
+    if (!item || !OfereceMenu() || !Escolhivel(*item)) {
         return false;
     }
     if (item->Chave() != MenuLista::Excluir) {
         m_ItemMenuClicado.dispara(item->Chave());
-    } else if (m_ItemAtual != SemLinha) {
+    } else if (ItemAtual() != SemLinha) {
         Exclui();
     } else {
         return false;
@@ -314,11 +339,19 @@ void ztList::Exclui()
     if (linha < 1 || linha > NroItens() || arranjo != m_Arranjo) {
         return;
     }
+    const bool aAtual = m_ItemAtual == linha;
+    const std::int32_t lugar = AtualVista();
     m_Linhas.erase(m_Linhas.begin() + (linha - 1));
-    if (m_ItemAtual > linha) {
+    m_EmOrdem.reset();
+    m_Chaves.reset();
+    m_Vista.reset();
+    if (aAtual) { // the row that comes into its place, or the last one
+        m_ItemAtual = NroVistas() == 0
+                          ? SemLinha
+                          : Vistas().Linhas[static_cast<std::size_t>(std::clamp(lugar, 1, NroVistas()) - 1)];
+    } else if (m_ItemAtual > linha) {
         --m_ItemAtual;
     }
-    m_ItemAtual = m_Linhas.empty() ? SemLinha : std::min(m_ItemAtual, NroItens());
     Rearranja();
     m_DepoisDeRemoverItem.dispara();
     m_HabilitaItensMenuLista.dispara();
@@ -327,11 +360,40 @@ void ztList::Exclui()
 bool ztList::PedeMais()
 {
     Ref<IControle> vivo = Vivo();
-    if (!m_TemMais || !Foco() || !Usavel() || !m_TemMais) {
+    if (!m_TemMais || m_Trazendo || !Foco() || !Usavel() || !m_TemMais) {
         return false;
     }
+    m_NadaVeio = false;
     m_BotaoClick.dispara();
     return true;
+}
+
+bool ztList::TrazMais()
+{
+    Ref<IControle> vivo = Vivo();
+    if (!m_TemMais || m_Trazendo || !Usavel()) {
+        return false;
+    }
+    const std::int32_t antes = NroItens();
+    const std::int32_t atual = m_ItemAtual;
+    const std::int64_t limpezas = m_Limpezas;
+    {
+        const Emprestado trazendo(m_Trazendo, true);
+        m_NadaVeio = true; // unless some come, also when the module faults
+        m_BotaoClick.dispara();
+        if (limpezas != m_Limpezas || NroItens() <= antes) {
+            return false;
+        }
+        m_NadaVeio = false;
+        TornaAtual(atual);
+    }
+    Mudou().dispara();
+    return true;
+}
+
+bool ztList::RolaAteOFim()
+{
+    return !m_NadaVeio && TrazMais();
 }
 
 bool ztList::Localiza()
@@ -348,35 +410,111 @@ bool ztList::Localiza()
     return true;
 }
 
+bool ztList::PodeOrdenarPor(std::int32_t coluna) const
+{
+    if (!Usavel() || coluna < 0 || coluna > static_cast<std::int32_t>(m_Colunas.size())) {
+        return false;
+    }
+    if (coluna == 0) {
+        return true;
+    }
+    const Coluna &qual = m_Colunas[static_cast<std::size_t>(coluna - 1)];
+    return qual.Visivel && qual.Largura != 0;
+}
+
 bool ztList::OrdenaPor(std::int32_t coluna)
 {
-    Ref<IControle> vivo = Vivo();
-    if (!Usavel() || coluna < 1 || coluna > static_cast<std::int32_t>(m_Colunas.size())) {
+    if (!PodeOrdenarPor(coluna)) {
         return false;
     }
-    const auto indice = static_cast<std::size_t>(coluna - 1);
-    if (!m_Colunas[indice].Visivel || m_Colunas[indice].Largura == 0) {
-        return false;
-    }
-    m_Decrescente = m_ColunaOrdem == coluna && !m_Decrescente;
-    m_ColunaOrdem = coluna;
-    const std::vector<std::size_t> ordem = Ordem(indice, m_Decrescente);
-    std::vector<Linha> ordenadas;
-    ordenadas.reserve(m_Linhas.size());
-    std::int32_t atual = SemLinha;
-    for (std::size_t antiga : ordem) {
-        ordenadas.push_back(std::move(m_Linhas[antiga]));
-        if (static_cast<std::int32_t>(antiga) + 1 == m_ItemAtual) {
-            atual = static_cast<std::int32_t>(ordenadas.size());
-        }
-    }
-    m_Linhas = std::move(ordenadas);
-    m_ItemAtual = atual;
-    Rearranja();
+    DefineOrdem(coluna, coluna != 0 && ColunaOrdem() == coluna && !OrdemDecrescente());
     return true;
 }
 
-std::vector<std::size_t> ztList::Ordem(std::size_t coluna, bool decrescente) const
+// Rows that are equal in the column keep the order that they had.
+void ztList::DefineOrdem(std::int32_t coluna, bool decrescente)
+{
+    Ref<IControle> vivo = Vivo();
+    if (coluna == 0) {
+        m_Ordens.clear();
+    } else {
+        std::erase_if(m_Ordens, [&](const UmaOrdem &antes) { return antes.Coluna == coluna; });
+        m_Ordens.push_back({coluna, decrescente});
+    }
+    m_EmOrdem.reset();
+    MudaAVista();
+}
+
+void ztList::Filtra(const std::string &texto, const std::vector<std::int32_t> &colunas)
+{
+    Ref<IControle> vivo = Vivo();
+    const std::int32_t antes = ItemAtual();
+    if (m_ColunasDoFiltro != colunas) {
+        m_ColunasDoFiltro = colunas;
+        m_Chaves.reset();
+    }
+    m_Filtro = FiltroDeLinhas(texto);
+    MudaAVista();
+    if (ItemAtual() != antes) {
+        m_HabilitaItensMenuLista.dispara();
+    }
+}
+
+std::int32_t ztList::NroVistas() const
+{
+    return static_cast<std::int32_t>(Vistas().Linhas.size());
+}
+
+std::int32_t ztList::AtualVista() const
+{
+    return m_ItemAtual == SemLinha ? 0 : Vistas().Lugares[static_cast<std::size_t>(m_ItemAtual - 1)];
+}
+
+const ztList::Vista &ztList::Vistas() const
+{
+    if (!m_Vista) {
+        Vista vista;
+        vista.Linhas.reserve(m_Linhas.size());
+        vista.Lugares.resize(m_Linhas.size());
+        for (const std::size_t linha : EmOrdem()) {
+            if (!Filtrada() || m_Filtro.Aceita(Chaves()[linha])) {
+                vista.Linhas.push_back(static_cast<std::int32_t>(linha) + 1);
+                vista.Lugares[linha] = static_cast<std::int32_t>(vista.Linhas.size());
+            }
+        }
+        m_Vista = std::move(vista);
+    }
+    return *m_Vista;
+}
+
+const std::vector<std::size_t> &ztList::EmOrdem() const
+{
+    if (!m_EmOrdem) {
+        m_EmOrdem.emplace(m_Linhas.size());
+        std::iota(m_EmOrdem->begin(), m_EmOrdem->end(), std::size_t{0});
+        for (const UmaOrdem &ordem : m_Ordens) {
+            OrdenaPela(*m_EmOrdem, static_cast<std::size_t>(ordem.Coluna - 1), ordem.Decrescente);
+        }
+    }
+    return *m_EmOrdem;
+}
+
+const std::vector<std::string> &ztList::Chaves() const
+{
+    if (!m_Chaves) {
+        m_Chaves.emplace();
+        m_Chaves->reserve(m_Linhas.size());
+        for (const Linha &linha : m_Linhas) {
+            std::string &chave = m_Chaves->emplace_back();
+            for (const std::int32_t coluna : m_ColunasDoFiltro) {
+                FiltroDeLinhas::Acrescenta(chave, Texto(linha, static_cast<std::size_t>(coluna - 1)));
+            }
+        }
+    }
+    return *m_Chaves;
+}
+
+void ztList::OrdenaPela(std::vector<std::size_t> &ordem, std::size_t coluna, bool decrescente) const
 {
     constexpr double Antes = -std::numeric_limits<double>::infinity(); // of what holds no date or number
     const bool datas = m_Colunas[coluna].Marca == MarcaData;
@@ -393,12 +531,13 @@ std::vector<std::size_t> ztList::Ordem(std::size_t coluna, bool decrescente) con
                 chaves.push_back(emBranco(linha) ? Antes : CDbl(texto));
             }
         }
-        return Permuta(chaves, decrescente);
+        Ordena(ordem, chaves, decrescente);
+        return;
     }
     std::vector<std::string> chaves;
     chaves.reserve(m_Linhas.size());
     for (const Linha &linha : m_Linhas) {
         chaves.push_back(ChaveOrdem(Texto(linha, coluna)));
     }
-    return Permuta(chaves, decrescente);
+    Ordena(ordem, chaves, decrescente);
 }

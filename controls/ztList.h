@@ -1,13 +1,18 @@
 #pragma once
 
 #include "controls/Controle.h"
+#include "controls/FiltroDeLinhas.h"
 #include "controls/ItemMenu.h"
 #include "host/Colecao.h"
 #include "host/IztList.h"
 
 #include <map>
+#include <optional>
 #include <vector>
 
+// The list. The module's rows stay where it put them, and have its numbers; a person sees those that pass the filter,
+// in the order that the person chose, and counts them as they are seen. Both stay as they are while rows come and go. A
+// row that is not seen is not the current one either: nothing is done to it unseen.
 class ztList : public Controle<IztList> {
   public:
     struct Coluna {
@@ -31,7 +36,7 @@ class ztList : public Controle<IztList> {
     void CarregaItens(TabelaTexto &tabela) override;
     void AtualizaLista() override;
     std::int32_t NroItens() const override { return static_cast<std::int32_t>(m_Linhas.size()); }
-    std::int32_t ItemAtual() const override { return m_ItemAtual; }
+    std::int32_t ItemAtual() const override;
     void DefineItemAtual(std::int32_t linha) override;
     std::string Celula(std::int32_t linha, const std::string &chaveColuna) const override;
     std::string ValorAtual(const std::string &chaveColuna) const override;
@@ -71,20 +76,30 @@ class ztList : public Controle<IztList> {
     // Settings as they are now.
     const AjustesZtList &Ajustes() const { return m_AjustesList; }
     const std::vector<Coluna> &Colunas() const { return m_Colunas; }
-    // A cell by row and column, both from 1. Fault 9 outside the list.
+    // How many rows are seen.
+    std::int32_t NroVistas() const;
+    // The current row among those that are seen, from 1; 0 when there is none.
+    std::int32_t AtualVista() const;
+    // A cell by row as it is seen and column, both from 1. Fault 9 outside the list.
     const std::string &TextoCelula(std::int32_t linha, std::int32_t coluna) const;
     // Grows whenever rows come, go or change places, or columns do: while it stays, only the rest has changed.
     std::int64_t Arranjo() const { return m_Arranjo; }
-    // Column by which the person has sorted the rows as they are, from 1; 0 when none.
-    std::int32_t ColunaOrdem() const { return m_ColunaOrdem; }
-    bool OrdemDecrescente() const { return m_Decrescente; }
+    // Column by which the person has sorted the rows, from 1; 0 when none.
+    std::int32_t ColunaOrdem() const { return m_Ordens.empty() ? 0 : m_Ordens.back().Coluna; }
+    bool OrdemDecrescente() const { return !m_Ordens.empty() && m_Ordens.back().Decrescente; }
     const Colecao<Ref<::ItemMenu>> &Menu() const { return m_Menu; }
+    // The person can choose the item, and what it would be done to is seen.
+    bool Escolhivel(const ::ItemMenu &item) const;
+    // Rows pass only by the words of a filter.
+    bool Filtrada() const { return !m_Filtro.Vazio(); }
     bool TemMais() const { return m_TemMais; }
+    // Further rows are on their way to a person who has not pressed the button.
+    bool Trazendo() const { return m_Trazendo; }
     std::int32_t EstiloMenu1() const { return m_EstiloMenu1; }
     std::int32_t EstiloMenu2() const { return m_EstiloMenu2; }
     bool JanelaExibida() const { return m_JanelaExibida; }
 
-    // Person's face.
+    // Person's face. Rows are counted as they are seen.
 
     bool ClicaLinha(std::int32_t linha);
     // Arrow keys: down by so many rows, up when negative, as far as there are rows. Without a current row, to the
@@ -96,10 +111,24 @@ class ztList : public Controle<IztList> {
     bool EscolheMenu(const std::string &chave);
     // The button for more rows.
     bool PedeMais();
+    // Further rows without the button: as by it, but the focus and the current row stay where they are. True when some
+    // came.
+    bool TrazMais();
+    // The person comes to the end of the rows: further ones come, unless none came the last time.
+    bool RolaAteOFim();
     // The criteria bar's search button.
     bool Localiza();
-    // The person clicks a column's heading: sorts by it, and the other way round on the next click.
+    // The person clicks a column's heading: sorts by it, and the other way round on the next click. 0: as the rows
+    // came.
     bool OrdenaPor(std::int32_t coluna);
+    bool PodeOrdenarPor(std::int32_t coluna) const;
+    // The order that the person left the last time.
+    void DefineOrdem(std::int32_t coluna, bool decrescente);
+    // Shows only the rows with these words in the columns, which are counted from 1.
+    void Filtra(const std::string &texto, const std::vector<std::int32_t> &colunas);
+    // The person has said that the rows that are there are enough to sort; until they are thrown away.
+    bool BastamEstas() const { return m_BastamEstas; }
+    void DefineBastamEstas() { m_BastamEstas = true; }
 
   protected:
     void AoReceberFoco(bool chegou) override;
@@ -114,16 +143,38 @@ class ztList : public Controle<IztList> {
     void TornaAtual(std::int32_t linha);
     void Exclui();
     void Rearranja();
-    std::vector<std::size_t> Ordem(std::size_t coluna, bool decrescente) const;
+    struct UmaOrdem {
+        std::int32_t Coluna; // from 1
+        bool Decrescente;
+    };
+    // The rows as they are seen.
+    struct Vista {
+        std::vector<std::int32_t> Linhas;  // the module's numbers
+        std::vector<std::int32_t> Lugares; // of each of the module's rows; 0 when it is not seen
+    };
+    const Vista &Vistas() const;
+    const std::vector<std::size_t> &EmOrdem() const;
+    const std::vector<std::string> &Chaves() const;
+    void MudaAVista();
+    void OrdenaPela(std::vector<std::size_t> &ordem, std::size_t coluna, bool decrescente) const;
 
     AjustesZtList m_AjustesList;
     std::vector<Coluna> m_Colunas{1};
     std::vector<Linha> m_Linhas;
     std::int32_t m_ItemAtual = -1;
     std::int32_t m_LinhaAoEntrar = 1; // row that becomes current when the focus comes to a list without one
+    // Made when they are asked for, and again when what they are made of has changed.
+    mutable std::optional<Vista> m_Vista;
+    mutable std::optional<std::vector<std::size_t>> m_EmOrdem;
+    mutable std::optional<std::vector<std::string>> m_Chaves; // that the filter looks into
+    FiltroDeLinhas m_Filtro;
+    std::vector<std::int32_t> m_ColunasDoFiltro;
     std::int64_t m_Arranjo = 0;
-    std::int32_t m_ColunaOrdem = 0;
-    bool m_Decrescente = false;
+    std::int64_t m_Limpezas = 0;
+    bool m_Trazendo = false;
+    bool m_NadaVeio = false; // the last time that rows were brought
+    bool m_BastamEstas = false;
+    std::vector<UmaOrdem> m_Ordens; // each on top of the one before
     std::string m_Titulo;
     bool m_TemMais = false;
     bool m_JanelaExibida = false;

@@ -79,14 +79,17 @@ int Trabalha(const LinhaDeComando &linha, Preferencias &preferencias)
 {
     InicioQt pessoa;
     Inicio inicio = FazInicio(linha.Dados, preferencias);
+    std::filesystem::path pedido = linha.Registro;
     bool novaAmostra = linha.OQue == LinhaDeComando::Ato::Amostra;
     for (;;) {
         std::optional<std::string> copia; // to be put in the registry's place once nobody works on it
         int codigo = 0;
         {
-            const Ref<Servicos> servicos = std::exchange(novaAmostra, false)
-                                               ? inicio.CriaAmostra([&](double parte) { pessoa.Progresso(parte); })
-                                               : inicio.Abre(pessoa);
+            const std::filesystem::path arquivo = std::exchange(pedido, {});
+            const Ref<Servicos> servicos =
+                std::exchange(novaAmostra, false)
+                    ? inicio.CriaAmostra([&](double parte) { pessoa.Progresso(parte); })
+                    : (arquivo.empty() ? inicio.Abre(pessoa) : inicio.AbreArquivo(arquivo, pessoa));
             if (!servicos || !inicio.Confere(pessoa)) {
                 return 0;
             }
@@ -159,6 +162,7 @@ int main(int argc, char **argv)
     using namespace mesa;
     ::umask(S_IRWXG | S_IRWXO); // whatever is written is the user's own
     QCoreApplication::setApplicationName("registro-de-equipamentos");
+    QGuiApplication::setDesktopFileName("registro-de-equipamentos"); // by which a session knows its menu entry
     if (LinhaDeComando::SemJanelas(argc, argv)) {
         const QCoreApplication aplicacao(argc, argv);
         return Faz(false);

@@ -179,7 +179,7 @@ Peca DesenhaDados()
     return Pagina(PaginaDados, {municipio, layout, EmLinha({velocidade, via, Mola()}), Mola()});
 }
 
-Peca DesenhaLista(std::int16_t pagina, std::string nome)
+Peca DesenhaLista(std::int16_t pagina, std::string nome, std::string nomeAcessivel)
 {
     return Pagina(pagina, {{.Ajustes = AjustesZtList{.BotoesLaterais = true,
                                                      .BotaoEliminar = false,
@@ -187,6 +187,7 @@ Peca DesenhaLista(std::int16_t pagina, std::string nome)
                                                      .BotaoEnabled = false,
                                                      .BotoesFecharAjuda = false},
                             .Nome = std::move(nome),
+                            .NomeAcessivel = std::move(nomeAcessivel),
                             .Elastica = true}});
 }
 
@@ -197,6 +198,7 @@ Peca DesenhaOpcoes()
     const Peca limiteDif = {
         .Ajustes = AjustesZtFrame{.Contorno = true},
         .Nome = "fraLimiteDif",
+        .NomeAcessivel = "Trabalha com Limites Diferenciados?",
         .Pecas = {EmLinha({{.Ajustes = AjustesOptionButton{},
                             .Nome = "optTrabDiasDif",
                             .Indice = 1,
@@ -223,6 +225,7 @@ Peca DesenhaOpcoes()
     const Peca observacao = {
         .Ajustes = AjustesZtFrame{.Contorno = true},
         .Nome = "fraObsNotif",
+        .NomeAcessivel = "Observação na Notificação",
         .Pecas = {Caixa("chkIncObsNotif", "Incluir observação na Notificação:"),
                   {.Ajustes = AjustesZtVeiObservacao{.MaxLength = 70},
                    .Nome = "txtObsNotif",
@@ -241,8 +244,8 @@ Desenho frmEquipDetalhes::Desenho() const
         .Ajustes = AjustesSSTab{.Paginas = {"Equipamento", "Dados", "Sensores", "Aferições", "Opções"}},
         .Nome = "sstDados",
         .Elastica = true,
-        .Pecas = {DesenhaEquipamento(), DesenhaDados(), DesenhaLista(PaginaSensores, "ztListaSensor"),
-                  DesenhaLista(PaginaAfericoes, "ztListaAfericao"), DesenhaOpcoes()},
+        .Pecas = {DesenhaEquipamento(), DesenhaDados(), DesenhaLista(PaginaSensores, "ztListaSensor", "Sensores"),
+                  DesenhaLista(PaginaAfericoes, "ztListaAfericao", "Aferições"), DesenhaOpcoes()},
     };
     const Peca botoes = EmLinha({
         Mola(),

@@ -13,6 +13,7 @@ Desenho frmLimitesDif::Desenho() const
                                  .BotaoVisivel = false,
                                  .BotaoEnabled = false},
         .Nome = "ztLista",
+        .NomeAcessivel = "Limites",
         .Elastica = true,
     };
     return {.Caption = "Limites Diferenciados", .Largura = 7200, .Altura = 4800, .Raiz = EmColuna({lista})};

@@ -35,6 +35,7 @@ Peca DesenhaGeral()
     const Peca diasSemana = {
         .Ajustes = AjustesZtFrame{.Contorno = true},
         .Nome = "fraDiasSemana",
+        .NomeAcessivel = "Dias da semana",
         .Disposicao = Arranjo::Grade,
         .Pecas = {EmLinha({dias.begin(), meio}), EmLinha({meio, dias.end()})},
     };

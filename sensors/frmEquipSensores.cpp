@@ -52,6 +52,7 @@ Desenho frmEquipSensores::Desenho() const
                                             .BotaoEnabled = false,
                                             .BotoesFecharAjuda = false},
                    .Nome = "ztListaAfericao",
+                   .NomeAcessivel = "Aferições",
                    .Elastica = true}},
     };
 

@@ -8,6 +8,7 @@ namespace {
 constexpr std::string_view TextoFechar = "Fechar";
 constexpr std::string_view TextoAjuda = "Ajuda";
 constexpr std::string_view TextoOrdenar = "Ordenar por";
+constexpr std::string_view TextoSemOrdem = "&0 Como vieram";
 
 // Lines of a caption without the blanks around each.
 std::string Apara(const std::string &texto)
@@ -40,7 +41,7 @@ BarraDeLista BarraDaLista(const ztList &lista)
         const std::string letra = item->Visivel() ? livres.Acha(item->Texto()) : std::string();
         const std::string &noBotao = item->TextoBotao().empty() ? item->Texto() : item->TextoBotao();
         barra.Comandos.push_back({item->Chave(), letra, ComMarca(Apara(noBotao), letra), ComMarca(item->Texto(), letra),
-                                  item->Dica(), item->IniciaGrupo(), item->Visivel(), item->Utilizavel()});
+                                  item->Dica(), item->IniciaGrupo(), item->Visivel(), lista.Escolhivel(*item)});
     }
     return barra;
 }
@@ -62,27 +63,28 @@ OrdensDeLista OrdensDaLista(const ztList &lista)
         }
     }
     ordens.Utilizavel = !ordens.Colunas.empty() && lista.NroItens() > 0;
+    ordens.Colunas.push_back({std::string(TextoSemOrdem), 0, lista.ColunaOrdem() == 0});
     return ordens;
 }
 
-ColunasVistas VistasDaLista(const ztList &lista)
+EntradasDeTabela EntradasDaTabela(const std::vector<std::string> &antes)
 {
-    ColunasVistas vistas;
-    std::int32_t numero = 0;
-    for (const ztList::Coluna &coluna : lista.Colunas()) {
-        ++numero;
-        if (coluna.Visivel) {
-            vistas.Primeira = vistas.Primeira == 0 ? numero : vistas.Primeira;
-            vistas.Ultima = numero;
-        }
+    Mnemonicas livres;
+    for (const std::string &caption : antes) {
+        livres.Toma(caption);
     }
-    return vistas;
+    EntradasDeTabela entradas;
+    entradas.Copiar = Escolhe(livres, "Copiar");
+    entradas.CopiarTudo = Escolhe(livres, "Copiar tudo");
+    entradas.Imprimir = Escolhe(livres, "Imprimir lista...");
+    entradas.Colunas = Escolhe(livres, "Colunas");
+    return entradas;
 }
 
 std::optional<std::int32_t> LinhaDaTecla(const ztList &lista, TeclaDeLista tecla)
 {
-    if (lista.NroItens() == 0) {
+    if (lista.NroVistas() == 0) {
         return std::nullopt;
     }
-    return tecla == TeclaDeLista::Home ? 1 : lista.NroItens();
+    return tecla == TeclaDeLista::Home ? 1 : lista.NroVistas();
 }

@@ -33,7 +33,8 @@ struct BarraDeLista {
 
 BarraDeLista BarraDaLista(const ztList &lista);
 
-// The part of the context menu that sorts: the columns as the heading shows them, each under a digit.
+// The part of the context menu that sorts: the columns as the heading shows them, each under a digit, and under 0 the
+// order in which the rows came.
 struct OrdensDeLista {
     struct Coluna {
         std::string Caption;
@@ -48,13 +49,16 @@ struct OrdensDeLista {
 
 OrdensDeLista OrdensDaLista(const ztList &lista);
 
-// The columns that are seen: the last one takes what room is left. From 1; 0 when none is seen.
-struct ColunasVistas {
-    std::int32_t Primeira = 0;
-    std::int32_t Ultima = 0;
+// The part of a table's context menu that takes what is seen elsewhere, and arranges it.
+struct EntradasDeTabela {
+    std::string Copiar;
+    std::string CopiarTudo;
+    std::string Imprimir;
+    std::string Colunas;
 };
 
-ColunasVistas VistasDaLista(const ztList &lista);
+// antes: the captions that the menu has besides.
+EntradasDeTabela EntradasDaTabela(const std::vector<std::string> &antes);
 
 // What keys do in the rows, besides the arrows. The letters of commands come with Alt.
 enum class TeclaDeLista { Home, End };

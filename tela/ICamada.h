@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/IForm.h"
+#include "tela/DistincaoDeJanela.h"
 
 #include <cstdint>
 #include <functional>
@@ -40,6 +41,7 @@ struct PedidosDaJanela {
     std::function<void()> Redimensionou;
     std::function<void()> Ativou;
     std::function<void()> Desativou;
+    std::function<bool(const std::string &)> Pergunta; // what a control has to ask; no is what a hurried person answers
 };
 
 enum class TipoDeCaixa { Informacao, Aviso, Erro };
@@ -55,9 +57,9 @@ struct FiltroDeArquivo {
 // window.
 class ICamada : public Objeto {
   public:
-    // Makes the window of a form, not yet shown.
+    // Makes the window of a form, not yet shown. qual: whose text belongs on its frame.
     virtual Ref<IJanela> FazJanela(const Ref<IForm> &form, TipoDeJanela tipo, const Ref<IJanela> &dono,
-                                   const PedidosDaJanela &pedidos) = 0;
+                                   const PedidosDaJanela &pedidos, const DistincaoDeJanela &qual) = 0;
 
     // Wait pointer over all windows, on and off in turn.
     virtual void MostraEspera(bool espera) = 0;

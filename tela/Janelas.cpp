@@ -5,6 +5,12 @@
 #include <algorithm>
 #include <utility>
 
+namespace {
+
+constexpr std::string_view TituloDaPergunta = "Atenção";
+
+} // namespace
+
 void Janelas::NaBorda(const std::function<void()> &acao) const
 {
     try {
@@ -50,6 +56,10 @@ PedidosDaJanela Janelas::Pedidos(const Ref<IForm> &form)
     pedidos.Redimensionou = Pedido(form, [](Quem aberto) { aberto->Redimensionada(); });
     pedidos.Ativou = Pedido(form, [](Quem aberto) { aberto->Ativada(); });
     pedidos.Desativou = Pedido(form, [](Quem aberto) { aberto->Desativada(); });
+    pedidos.Pergunta = [fracas = RefFraca<Janelas>(Eu(*this))](const std::string &texto) {
+        const Ref<Janelas> janelas = fracas.Alvo();
+        return janelas && janelas->PerguntaSimNao(texto, std::string(TituloDaPergunta), false);
+    };
     return pedidos;
 }
 
@@ -70,13 +80,38 @@ TipoDeJanela Janelas::TipoDaNova(bool modal) const
     return modal ? TipoDeJanela::Modal : Frente() ? TipoDeJanela::Solta : TipoDeJanela::Filha;
 }
 
+void Janelas::Distingue(const DistincaoDeJanela &qual, const std::function<void()> &abre)
+{
+    const DistincaoDeJanela antes = std::exchange(m_Qual, qual);
+    NaBorda(abre);
+    m_Qual = antes;
+}
+
+void Janelas::DaDistincao(Aberta &nova) const
+{
+    if (nova.Tipo != TipoDeJanela::Filha || m_Qual.Chave.empty()) {
+        return;
+    }
+    nova.Qual = m_Qual;
+    const auto tomado = [&](const Aberta &outra) {
+        return outra.Qual.Chave == nova.Qual.Chave && outra.Numero == nova.Numero;
+    };
+    do {
+        ++nova.Numero;
+    } while (std::ranges::any_of(m_Abertas, tomado));
+    if (nova.Numero > 1) {
+        nova.Qual.Texto += " (" + std::to_string(nova.Numero) + ")";
+    }
+}
+
 Janelas::Aberta &Janelas::Abre(const Ref<IForm> &form, bool modal)
 {
     Aberta nova;
     nova.Form = form;
     nova.Dono = Frente();
     nova.Tipo = TipoDaNova(modal);
-    nova.Janela = m_Camada->FazJanela(form, nova.Tipo, nova.Dono, Pedidos(form));
+    DaDistincao(nova);
+    nova.Janela = m_Camada->FazJanela(form, nova.Tipo, nova.Dono, Pedidos(form), nova.Qual);
     SegueOrdem(*form, nova);
     return m_Abertas.emplace_back(std::move(nova));
 }
@@ -224,7 +259,7 @@ bool Janelas::MostraPDF(const std::string &caminho, bool modal)
     };
     const Ref<IJanela> visor = m_Camada->FazVisor(caminho, Frente(), fechou);
     if (!visor) {
-        Avisa("O arquivo '" + caminho + "' não é um documento PDF que possa ser aberto.", "Documento");
+        Avisa("O arquivo '" + caminho + "' não é um documento PDF que possa ser aberto.", "Registro de Equipamentos");
         return false;
     }
     if (modal) {

@@ -25,6 +25,9 @@ class Janelas : public IJanelas {
 
     // Runs what came from a person; a fault that comes out of it is shown and ends there.
     void NaBorda(const std::function<void()> &acao) const;
+    // Runs what opens windows of that distinction. Of several that are open at once the later ones are numbered. What
+    // stands in front of another window has none: it belongs to that.
+    void Distingue(const DistincaoDeJanela &qual, const std::function<void()> &abre);
     // Shows a modal window that is no form's, such as a sign-in, and comes back when it was closed.
     void MostraEEspera(const Ref<IJanela> &janela);
     // Makes the window of a form ahead of its show, for a host that wants to know it before. Without effect on a form
@@ -57,12 +60,16 @@ class Janelas : public IJanelas {
         Ref<IJanela> Dono;
         bool Mostrada = false;
         Ref<IForm> Involucro;
+        DistincaoDeJanela Qual = {};
+        int Numero = 0; // among those of the same distinction, from 1
         std::vector<Conexao> Conexoes;
     };
 
     Aberta *Acha(const Ref<IForm> &form);
     // Where a window that is opened now goes.
     TipoDeJanela TipoDaNova(bool modal) const;
+    // Gives a window that is opened now the distinction that counts now.
+    void DaDistincao(Aberta &nova) const;
     Aberta &Abre(const Ref<IForm> &form, bool modal);
     // The modal window in front of all others, whatever it shows; Nothing when there is none.
     Ref<IJanela> Frente() const { return m_Modais.empty() ? nullptr : m_Modais.back(); }
@@ -77,5 +84,6 @@ class Janelas : public IJanelas {
     Ref<ICamada> m_Camada;
     std::vector<Aberta> m_Abertas;      // in the order in which they were shown
     std::vector<Ref<IJanela>> m_Modais; // each in front of those before it
+    DistincaoDeJanela m_Qual;           // of what is opened now
     bool m_Esperando = false;
 };

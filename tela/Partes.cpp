@@ -8,7 +8,7 @@ std::span<const Parte> PartesDe(EspecieControle especie)
     static constexpr std::array DoEndereco = {Parte::Municipio,   Parte::Via,  Parte::Numero,
                                               Parte::Complemento, Parte::Usar, Parte::Limpar};
     static constexpr std::array DoCliente = {Parte::Cliente, Parte::Setor};
-    static constexpr std::array DaLista = {Parte::Localizar, Parte::Linhas, Parte::MaisRegistros};
+    static constexpr std::array DaLista = {Parte::Localizar, Parte::Linhas, Parte::MaisRegistros, Parte::Filtro};
     switch (especie) {
     case EspecieControle::ztEndereco:
         return DoEndereco;

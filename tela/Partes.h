@@ -22,6 +22,7 @@ enum class Parte {
     Localizar,
     Linhas,
     MaisRegistros,
+    Filtro, // of the rows, where a screen has one
 };
 
 // In the order of Tab; whether a person can use each now is another matter.

@@ -241,7 +241,9 @@ std::vector<Pessoa::Parada> Pessoa::Paradas() const
     if (Ref<IForm> form = m_Form.Alvo()) {
         for (const Ref<IControle> &controle : EmOrdemDeTab(*form)) {
             for (const Parte parte : PartesDe(controle->Especie())) {
-                paradas.push_back({controle, parte});
+                if (parte != Parte::Filtro) { // a screen's own
+                    paradas.push_back({controle, parte});
+                }
             }
         }
     }

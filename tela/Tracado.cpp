@@ -113,6 +113,16 @@ bool EhMola(const Peca &peca)
     return !peca.Especie() && peca.Elastica && peca.Pecas.empty();
 }
 
+bool EhDeComandos(const Peca &peca)
+{
+    const auto ehComando = [](const Peca &contida) {
+        return EhMola(contida) || contida.Especie() == EspecieControle::CommandButton ||
+               contida.Especie() == EspecieControle::ztCommand;
+    };
+    return !peca.Especie() && peca.Disposicao == Arranjo::Linha && !peca.Pecas.empty() &&
+           std::ranges::all_of(peca.Pecas, ehComando);
+}
+
 bool TomaLugar(const Peca &peca)
 {
     const auto *frame = std::get_if<AjustesZtFrame>(&peca.Ajustes);

@@ -33,6 +33,9 @@ bool EhMola(const Peca &peca);
 // nor of a frame that is not drawn and holds nothing.
 bool TomaLugar(const Peca &peca);
 
+// The row of buttons that commands the whole form, which stands at its end and stays in view whatever is scrolled.
+bool EhDeComandos(const Peca &peca);
+
 // Pages.
 
 // The root of the description, and every page of its tab strips. Labels line up on each of them by itself.

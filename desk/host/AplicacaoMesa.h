@@ -1,5 +1,6 @@
 #pragma once
 
+#include "desk/host/Titulo.h"
 #include "host/IAplicacaoHost.h"
 #include "tela/IJanelas.h"
 
@@ -17,9 +18,9 @@ class AppEXEMesa : public IoAppEXE {
     explicit AppEXEMesa(std::filesystem::path diretorio) : m_Diretorio(std::move(diretorio)) {}
     std::string_view NomeTipo() const override { return "AppEXE"; }
 
-    std::string Title() override { return "Mesa de Trânsito"; }
+    std::string Title() override { return TituloDosAvisos; }
     std::string Path() override;
-    std::string ProductName() override { return "Registro de Equipamentos"; }
+    std::string ProductName() override { return TituloDosAvisos; }
 
   private:
     std::filesystem::path m_Diretorio;

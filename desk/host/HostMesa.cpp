@@ -1,17 +1,12 @@
 #include "desk/host/HostMesa.h"
 
 #include "desk/host/ServicosMesa.h"
+#include "desk/host/Titulo.h"
 #include "desk/services/Disco.h"
 
 #include <algorithm>
 
 namespace mesa {
-
-namespace {
-
-constexpr const char *TituloDeRecusa = "Registro de Equipamentos";
-
-} // namespace
 
 HostMesa::HostMesa(Ref<IJanelas> janelas, std::filesystem::path diretorio, std::function<Data()> agora)
     : m_Janelas(std::move(janelas)),
@@ -29,7 +24,7 @@ HostMesa::HostMesa(Ref<IJanelas> janelas, std::filesystem::path diretorio, std::
     m_Controles = Novo<FabricaControles>();
     m_AtendeControles.emplace(
         *m_Controles, m_Janelas, Logradouros, [this](std::int32_t codCliente) { return ClienteDe(codCliente); },
-        TituloDeRecusa);
+        TituloDosAvisos);
     ObjInterface =
         Novo<InterfaceMesa>(m_Janelas, [this]() -> Ref<ITrataBD> { return m_objMTM->CreateQMR()->CreateNewTrataBD(); });
 }
@@ -74,7 +69,7 @@ std::string HostMesa::ClienteDe(std::int32_t codCliente) const
 
 void HostMesa::MostraRecusa(const std::string &recusa) const
 {
-    m_Janelas->Avisa(recusa, TituloDeRecusa);
+    m_Janelas->Avisa(recusa, TituloDosAvisos);
 }
 
 Ref<IAMRegistro> HostMesa::CriaAMRegistro()

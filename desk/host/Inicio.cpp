@@ -127,14 +127,39 @@ Inicio::Inicio(std::filesystem::path diretorio, Preferencias &preferencias, Relo
 
 Ref<Servicos> Inicio::Abre(IPessoaNoInicio &pessoa)
 {
-    if (const auto conhecido = m_Preferencias.Registro(m_Diretorio)) {
+    const auto conhecido = Conhecido();
+    return conhecido ? Retoma(*conhecido, pessoa) : Comeca(pessoa);
+}
+
+Ref<Servicos> Inicio::AbreArquivo(const std::filesystem::path &arquivo, IPessoaNoInicio &pessoa)
+{
+    const auto conhecido = Conhecido();
+    std::error_code naoHa;
+    if (conhecido && std::filesystem::equivalent(conhecido->Caminho, arquivo, naoHa)) {
         return Retoma(*conhecido, pessoa);
+    }
+    // Asked before it is opened: a registry of an earlier version is changed by that.
+    if (!conhecido || pessoa.Aceita("Aqui se trabalha no registro que está em " + conhecido->Caminho.string() +
+                                    ". Abrir o que está em " + arquivo.string() +
+                                    " e trabalhar nele de agora em diante? Para trazer uma cópia de volta, responda "
+                                    "não e use Restaurar, no menu Registro.")) {
+        if (const auto aberto = AbreEscolhido(arquivo, pessoa)) {
+            return aberto;
+        }
+    }
+    return Abre(pessoa);
+}
+
+std::optional<RegistroConhecido> Inicio::Conhecido() const
+{
+    if (auto conhecido = m_Preferencias.Registro(m_Diretorio)) {
+        return conhecido;
     }
     if (HaAlgo(CaminhoDoRegistro(m_Diretorio)) &&
         !TemAmostra()) { // of another machine, or of before there were settings
-        return Retoma({CaminhoDoRegistro(m_Diretorio), ""}, pessoa);
+        return RegistroConhecido{CaminhoDoRegistro(m_Diretorio), ""};
     }
-    return Comeca(pessoa);
+    return std::nullopt;
 }
 
 Ref<Servicos> Inicio::Comeca(IPessoaNoInicio &pessoa)
@@ -156,7 +181,9 @@ Ref<Servicos> Inicio::Comeca(IPessoaNoInicio &pessoa)
             });
             break;
         case OpcaoDoInicio::Existente:
-            aberto = AbreEscolhido(pessoa);
+            if (const auto escolhido = pessoa.EscolheRegistro()) {
+                aberto = AbreEscolhido(*escolhido, pessoa);
+            }
             break;
         case OpcaoDoInicio::Amostra:
             aberto = AbreAmostra(pessoa);
@@ -170,18 +197,14 @@ Ref<Servicos> Inicio::Comeca(IPessoaNoInicio &pessoa)
     }
 }
 
-Ref<Servicos> Inicio::AbreEscolhido(IPessoaNoInicio &pessoa)
+Ref<Servicos> Inicio::AbreEscolhido(const std::filesystem::path &escolhido, IPessoaNoInicio &pessoa)
 {
-    const auto escolhido = pessoa.EscolheRegistro();
-    if (!escolhido) {
-        return nullptr;
-    }
     try {
-        const Ref<Servicos> aberto = Servicos::Abre(escolhido->string(), m_Agora);
-        Lembra(*escolhido, *aberto);
+        const Ref<Servicos> aberto = Servicos::Abre(escolhido.string(), m_Agora);
+        Lembra(escolhido, *aberto);
         return aberto;
     } catch (...) {
-        pessoa.Avisa(FraseSobre(*escolhido));
+        pessoa.Avisa(FraseSobre(escolhido));
         return nullptr;
     }
 }

@@ -79,6 +79,9 @@ class Inicio {
 
     // The services of the registry; Nothing when the person left.
     Ref<Servicos> Abre(IPessoaNoInicio &pessoa);
+    // The same of a file that was asked for: where the directory knows another registry, the file takes its place by a
+    // yes only, and without one the known registry is opened.
+    Ref<Servicos> AbreArquivo(const std::filesystem::path &arquivo, IPessoaNoInicio &pessoa);
     // Makes a new registry, without questions. A Falha when the directory has or has known one; a sample in its place
     // is kept beside.
     Ref<Servicos> Cria(const RegistroNovo &novo);
@@ -100,9 +103,11 @@ class Inicio {
   private:
     Ref<Servicos> Comeca(IPessoaNoInicio &pessoa);
     Ref<Servicos> Retoma(const RegistroConhecido &conhecido, IPessoaNoInicio &pessoa);
-    Ref<Servicos> AbreEscolhido(IPessoaNoInicio &pessoa);
+    Ref<Servicos> AbreEscolhido(const std::filesystem::path &escolhido, IPessoaNoInicio &pessoa);
     Ref<Servicos> AbreAmostra(IPessoaNoInicio &pessoa);
     void Restaura(const RegistroConhecido &registro, const std::filesystem::path &copia, IPessoaNoInicio &pessoa);
+    // The registry of the directory, if it has one.
+    std::optional<RegistroConhecido> Conhecido() const;
     // Whether what stands in the registry's place is a sample: nothing is lost with one of these.
     bool TemAmostra() const;
     std::filesystem::path LugarDaAmostra() const;

@@ -26,10 +26,11 @@ std::filesystem::path Caminho(const QString &texto)
 
 const char *LinhaDeComando::Ajuda()
 {
-    return R"(uso: registro-de-equipamentos [opções]
+    return R"(uso: registro-de-equipamentos [opções] [ARQUIVO]
 
 Registro de Equipamentos. Sem opções, abre o registro do diretório de dados; na primeira vez pergunta se cria um
-registro novo, abre um que já existe ou experimenta com a amostra.
+registro novo, abre um que já existe ou experimenta com a amostra. Com ARQUIVO, abre o registro que está nele; quando o
+diretório de dados já tem outro, pergunta antes.
 
   --dados DIR          usa outro diretório de dados
                        (padrão: ~/.local/share/registro-de-equipamentos)
@@ -93,8 +94,6 @@ LinhaDeComando LinhaDeComando::Le(const QStringList &argumentos)
         lida.Erro = "A opção \"" + S(opcoes.unknownOptionNames().first()) + "\" não existe.";
     } else if (!entendida) {
         lida.Erro = "Falta o valor de uma opção, ou veio um para uma opção que não o tem.";
-    } else if (!opcoes.positionalArguments().isEmpty()) {
-        lida.Erro = "\"" + S(opcoes.positionalArguments().first()) + "\" não é uma opção.";
     }
     lida.Dados = opcoes.isSet(dados) ? Caminho(opcoes.value(dados))
                                      : Caminho(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
@@ -127,6 +126,12 @@ LinhaDeComando LinhaDeComando::Le(const QStringList &argumentos)
             }
         }
     };
+    const QStringList soltos = opcoes.positionalArguments();
+    if (lida.OQue == Ato::Trabalha && soltos.size() == 1) {
+        lida.Registro = std::filesystem::absolute(Caminho(soltos.first()));
+    } else if (!soltos.isEmpty()) {
+        erra("\"" + S(soltos.last()) + "\" não é uma opção.");
+    }
     soCom(novo, {&cliente, &nomeCliente, &uf, &setor, &usuario, &nome});
     soCom(confere, {&desde});
     soCom(restaura, {&deOutro});

@@ -22,13 +22,14 @@ struct LinhaDeComando {
     };
 
     Ato OQue = Ato::Trabalha;
-    std::filesystem::path Dados; // data directory
-    RegistroNovo Novo;           // without its password, which comes from the standard input
-    std::string Desde;           // file of a head to hold the check against; may be empty
-    std::string Pasta;           // where the copy goes
-    std::string Arquivo;         // the copy that is restored
-    bool DeOutro = false;        // it may be of another registry
-    std::string Erro;            // what the line has wrong; empty when nothing
+    std::filesystem::path Dados;    // data directory
+    std::filesystem::path Registro; // file to work on; empty for the data directory's own
+    RegistroNovo Novo;              // without its password, which comes from the standard input
+    std::string Desde;              // file of a head to hold the check against; may be empty
+    std::string Pasta;              // where the copy goes
+    std::string Arquivo;            // the copy that is restored
+    bool DeOutro = false;           // it may be of another registry
+    std::string Erro;               // what the line has wrong; empty when nothing
 
     // argumentos: the program's own name first.
     static LinhaDeComando Le(const QStringList &argumentos);

@@ -20,6 +20,12 @@ constexpr const char *Estacao = "estacao";
 constexpr const char *AteTravar = "minutosAteTravar";
 constexpr const char *ACopiaDiaria = "copiaDiaria";
 constexpr const char *APastaDasCabecas = "pastaDasCabecas";
+constexpr const char *OTema = "aspecto/tema";
+constexpr const char *OTamanhoDoTexto = "aspecto/tamanhoDoTexto";
+constexpr const char *AImpressora = "aspecto/impressora";
+constexpr const char *LembrarUsuario = "entrada/lembraUsuario";
+constexpr const char *Ultimos = "entrada/ultimos/";
+constexpr std::array<const char *, 3> Temas = {"sistema", "claro", "escuro"};
 
 // The links on the way are left as they are: one that leads nowhere today is the same directory tomorrow.
 QString ChaveDo(const std::filesystem::path &diretorio)
@@ -96,6 +102,55 @@ std::int32_t Preferencias::MinutosAteTravar() const
 void Preferencias::DefineMinutosAteTravar(std::int32_t minutos)
 {
     Grava(AteTravar, QString::number(std::clamp(minutos, 0, MaisMinutos)));
+}
+
+Aspecto Preferencias::Aspecto() const
+{
+    mesa::Aspecto aspecto;
+    const auto tema = std::ranges::find(Temas, m_Guardadas.value(OTema).toString());
+    if (tema != Temas.end()) {
+        aspecto.Cores = static_cast<Tema>(tema - Temas.begin());
+    }
+    bool numero = false;
+    const std::int32_t tamanho = m_Guardadas.value(OTamanhoDoTexto).toInt(&numero);
+    if (numero) {
+        aspecto.TamanhoDoTexto = std::clamp(tamanho, mesa::Aspecto::MenorTexto, mesa::Aspecto::MaiorTexto);
+    }
+    aspecto.Impressora = S(m_Guardadas.value(AImpressora).toString());
+    return aspecto;
+}
+
+void Preferencias::DefineAspecto(const mesa::Aspecto &valor)
+{
+    Grava(OTema, Temas.at(static_cast<std::size_t>(valor.Cores)));
+    Grava(OTamanhoDoTexto, QString::number(valor.TamanhoDoTexto));
+    Grava(AImpressora, Q(valor.Impressora));
+    m_MudouAspecto.dispara();
+}
+
+bool Preferencias::LembraUsuario() const
+{
+    return m_Guardadas.value(LembrarUsuario, true).toBool();
+}
+
+void Preferencias::DefineLembraUsuario(bool valor)
+{
+    Grava(LembrarUsuario, valor ? "true" : "false");
+    if (!valor) {
+        EsqueceTextos(Ultimos);
+    }
+}
+
+std::string Preferencias::UltimoUsuario(const std::string &identificador) const
+{
+    return Texto(Ultimos + Q(identificador));
+}
+
+void Preferencias::LembraUltimoUsuario(const std::string &identificador, const std::string &usuario)
+{
+    if (LembraUsuario()) {
+        GuardaTexto(Ultimos + Q(identificador), usuario);
+    }
 }
 
 std::string Preferencias::UltimaConferencia(const std::string &identificador) const

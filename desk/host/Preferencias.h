@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/Evento.h"
+
 #include <QSettings>
 
 #include <cstdint>
@@ -13,6 +15,20 @@ namespace mesa {
 struct RegistroConhecido {
     std::filesystem::path Caminho;
     std::string Identificador;
+};
+
+// Whose colours the windows have.
+enum class Tema { Sistema, Claro, Escuro };
+
+// How the windows look, and where they print.
+struct Aspecto {
+    Tema Cores = Tema::Sistema;
+    std::int32_t TamanhoDoTexto = 100; // percent of the system's
+    std::string Impressora{};          // empty for the system's own
+
+    static constexpr std::int32_t MenorTexto = 80;
+    static constexpr std::int32_t MaiorTexto = 200;
+    bool operator==(const Aspecto &) const = default;
 };
 
 // What a user's settings keep, whatever registry is open. They stand outside of every data directory, so that they are
@@ -34,6 +50,18 @@ class Preferencias {
     static constexpr std::int32_t MaisMinutos = 24 * 60;
     std::int32_t MinutosAteTravar() const;
     void DefineMinutosAteTravar(std::int32_t minutos);
+
+    mesa::Aspecto Aspecto() const;
+    void DefineAspecto(const mesa::Aspecto &valor);
+    // Another one was defined.
+    Evento<> &MudouAspecto() { return m_MudouAspecto; }
+
+    // Whether the sign-in offers the name of who came in last.
+    bool LembraUsuario() const;
+    void DefineLembraUsuario(bool valor);
+    // That name in a registry; empty when there is none, or none is to be offered.
+    std::string UltimoUsuario(const std::string &identificador) const;
+    void LembraUltimoUsuario(const std::string &identificador, const std::string &usuario);
 
     // A moment, in words, and what came of the last check of a registry.
     std::string UltimaConferencia(const std::string &identificador) const;
@@ -60,6 +88,7 @@ class Preferencias {
     void Grava(const QString &chave, const QString &valor);
 
     QSettings m_Guardadas;
+    Evento<> m_MudouAspecto;
 };
 
 } // namespace mesa

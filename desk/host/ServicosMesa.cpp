@@ -76,10 +76,12 @@ std::string MensagemMesa::FormataHora(std::int32_t numero, std::int16_t)
 
 void MensagemMesa::ExibeMensagem(const std::string &texto, const Ref<IFocavel> &controle)
 {
-    m_Janelas->Avisa(texto, m_Titulo);
-    if (controle) {
-        IgnoraErro([&] { controle->SetFocus(); });
+    if (!controle) {
+        m_Janelas->Informa(texto, m_Titulo); // what was done or found: nobody has to mend anything
+        return;
     }
+    m_Janelas->Avisa(texto, m_Titulo);
+    IgnoraErro([&] { controle->SetFocus(); });
 }
 
 void MensagemMesa::PreparaDetalhes(const Ref<IForm> &form)

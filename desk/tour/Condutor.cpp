@@ -1,5 +1,6 @@
 #include "desk/tour/Condutor.h"
 
+#include "desk/tour/Cortes.h"
 #include "desk/tour/Telas.h"
 
 #include <QAbstractButton>
@@ -20,6 +21,8 @@
 #include <QMessageBox>
 #include <QPainter>
 #include <QPixmap>
+#include <QScreen>
+#include <QScrollArea>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTableView>
@@ -75,6 +78,27 @@ int Coluna(const QTableView &tabela, const QString &titulo)
     return -1;
 }
 
+// The windows on the screen, each behind those that were opened from it.
+QList<QWidget *> NaTelaAgora()
+{
+    QList<QWidget *> janelas;
+    for (QWidget *janela : QApplication::topLevelWidgets()) {
+        if (janela->isVisible() && janela->width() > 1) {
+            janelas << janela;
+        }
+    }
+    const auto profundidade = [](const QWidget *janela) {
+        int nivel = 0;
+        for (const QWidget *dono = janela->parentWidget(); dono != nullptr; dono = dono->parentWidget()) {
+            ++nivel;
+        }
+        return nivel;
+    };
+    std::stable_sort(janelas.begin(), janelas.end(),
+                     [&](const QWidget *a, const QWidget *b) { return profundidade(a) < profundidade(b); });
+    return janelas;
+}
+
 // Presses and releases the key of each letter, accented ones included.
 void Tecla(QWidget *widget, const QString &texto)
 {
@@ -117,6 +141,7 @@ QString Condutor::GravaRelato() const
 void Condutor::Passo(const QString &titulo, const std::function<void()> &acoes)
 {
     ++m_Passos;
+    m_Caixas = 0;
     Relata(QString("\n## %1. %2\n").arg(m_Passos).arg(titulo));
     try {
         acoes();
@@ -135,47 +160,36 @@ void Condutor::Passo(const QString &titulo, const std::function<void()> &acoes)
     Retrato(QString("%1-%2").arg(m_Passos, 2, 10, QChar('0')).arg(nome));
 }
 
-// The whole of what is on the screen: the main window and, over it, the windows in front of it.
+void Condutor::RetratoDaCaixa()
+{
+    ++m_Caixas;
+    Retrato(QString("%1-caixa-%2").arg(m_Passos, 2, 10, QChar('0')).arg(m_Caixas));
+}
+
+// What is on the screen: each window where it stands, behind those that were opened from it.
 void Condutor::Retrato(const QString &nome)
 {
     NaTela([&] {
         // Layouts that the first round asks for are made in the second.
         QApplication::processEvents();
         QApplication::processEvents();
-        QMainWindow *principal = Principal();
-        QList<QWidget *> janelas;
-        for (QWidget *janela : QApplication::topLevelWidgets()) {
-            if (janela->isVisible() && janela != principal && janela->width() > 1) {
-                janelas << janela;
-            }
-        }
-        // A window stands in front of the one that it was opened from.
-        const auto profundidade = [](const QWidget *janela) {
-            int nivel = 0;
-            for (const QWidget *dono = janela->parentWidget(); dono != nullptr; dono = dono->parentWidget()) {
-                ++nivel;
-            }
-            return nivel;
-        };
-        std::stable_sort(janelas.begin(), janelas.end(),
-                         [&](const QWidget *a, const QWidget *b) { return profundidade(a) < profundidade(b); });
-        const bool comPrincipal = principal != nullptr && principal->isVisible();
-        QPixmap foto(comPrincipal ? principal->size() : QSize(1280, 820));
+        Mede();
+        const QScreen &tela = *QGuiApplication::primaryScreen();
+        QPixmap foto(tela.size() * tela.devicePixelRatio());
+        foto.setDevicePixelRatio(tela.devicePixelRatio());
         foto.fill(QColor("#5b6b7c"));
         QPainter pincel(&foto);
-        if (comPrincipal) {
-            pincel.drawPixmap(0, 0, principal->grab());
-        }
-        for (int n = 0; n < janelas.size(); ++n) {
-            const QPixmap janela = janelas[n]->grab();
-            // Windows are drawn without the frame that a desktop gives them: a title bar stands in for it.
-            const QPoint onde((foto.width() - janela.width()) / 2 + 24 * n,
-                              qMax(26, (foto.height() - janela.height()) / 2 + 24 * n));
-            const QRect barra(onde.x(), onde.y() - 26, janela.width(), 26);
-            pincel.fillRect(barra.adjusted(-1, -1, 1, janela.height() + 1), QColor("#2b4a6f"));
-            pincel.setPen(Qt::white);
-            pincel.drawText(barra.adjusted(8, 0, -8, 0), Qt::AlignVCenter | Qt::AlignLeft, janelas[n]->windowTitle());
-            pincel.drawPixmap(onde, janela);
+        for (QWidget *janela : NaTelaAgora()) {
+            const QPoint onde = janela->mapToGlobal(QPoint());
+            if (janela->windowType() != Qt::Popup && !janela->isMaximized()) {
+                // Windows are drawn without the frame that a desktop gives them: a title bar stands in for it.
+                const int altura = QFontMetrics(pincel.font()).height() + 8;
+                const QRect barra(onde.x(), onde.y() - altura, janela->width(), altura);
+                pincel.fillRect(barra.adjusted(-1, -1, 1, janela->height() + 1), QColor("#2b4a6f"));
+                pincel.setPen(Qt::white);
+                pincel.drawText(barra.adjusted(8, 0, -8, 0), Qt::AlignVCenter | Qt::AlignLeft, janela->windowTitle());
+            }
+            pincel.drawPixmap(onde, janela->grab());
         }
         pincel.end();
         if (!foto.save(m_Pasta + "/" + nome + ".png")) {
@@ -183,6 +197,48 @@ void Condutor::Retrato(const QString &nome)
         }
     });
     Relata(QString("![%1](%1.png)").arg(nome));
+}
+
+void Condutor::Mede()
+{
+    for (const QWidget *janela : NaTelaAgora()) {
+        QStringList cortes = TextosCortados(*janela) + ForaDoLugar(*janela);
+        const QRect onde(janela->mapToGlobal(QPoint()), janela->size());
+        if (!janela->screen()->availableGeometry().contains(onde)) {
+            cortes << QString("off the screen: %1 at %2, %3, %4x%5")
+                          .arg(janela->objectName())
+                          .arg(onde.x())
+                          .arg(onde.y())
+                          .arg(onde.width())
+                          .arg(onde.height());
+        }
+        for (const QString &corte : cortes) {
+            if (!m_Cortes.contains(corte)) {
+                m_Cortes << corte;
+                Relata("- **corte**: " + corte);
+            }
+        }
+    }
+}
+
+void Condutor::Alcanca(const QString &nome)
+{
+    const bool alcancado = NaTela([=] {
+        QWidget *widget = Visivel(nome);
+        for (QWidget *dono = widget; dono != nullptr; dono = dono->parentWidget()) {
+            if (auto *rolagem = qobject_cast<QScrollArea *>(dono); rolagem != nullptr && dono != widget) {
+                rolagem->ensureWidgetVisible(widget);
+            }
+        }
+        if (widget == nullptr || widget->visibleRegion().isEmpty()) {
+            return false;
+        }
+        const QRect visto = widget->visibleRegion().boundingRect();
+        return widget->screen()->availableGeometry().contains(widget->mapToGlobal(visto.center()));
+    });
+    if (!alcancado) {
+        throw Diferenca(nome + " está na janela, e não se chega até lá");
+    }
 }
 
 void Condutor::Espera(const QString &oQue, const std::function<bool()> &condicao)
@@ -205,6 +261,7 @@ void Condutor::Clica(const QString &nome)
         QWidget *widget = Visivel(nome);
         return widget != nullptr && widget->isEnabled();
     });
+    Alcanca(nome);
     Relata("- clica em " + nome);
     Posta([=] {
         if (QWidget *widget = Visivel(nome)) {
@@ -231,12 +288,19 @@ void Condutor::ClicaMenu(const QString &menu, const QString &acao)
         }
         return false;
     });
+    NaTela([=] {
+        for (const QAction *item : Principal()->menuBar()->actions()) {
+            if (item->text().remove('&') == menu) {
+                item->menu()->popup(Principal()->menuBar()->mapToGlobal(
+                    Principal()->menuBar()->actionGeometry(const_cast<QAction *>(item)).bottomLeft()));
+            }
+        }
+    });
+    RetratoDaCaixa();
     Posta([=] {
         for (const QAction *item : Principal()->menuBar()->actions()) {
             if (item->text().remove('&') == menu) {
                 QMenu *aberto = item->menu();
-                aberto->popup(Principal()->menuBar()->mapToGlobal(
-                    Principal()->menuBar()->actionGeometry(const_cast<QAction *>(item)).bottomLeft()));
                 for (QAction *opcao : aberto->actions()) {
                     if (opcao->text().remove('&') == acao) {
                         QTest::mouseClick(aberto, Qt::LeftButton, {}, aberto->actionGeometry(opcao).center());
@@ -254,6 +318,7 @@ void Condutor::Digita(const QString &nome, const QString &texto)
         QWidget *widget = Visivel(nome);
         return widget != nullptr && widget->isEnabled();
     });
+    Alcanca(nome);
     Relata("- digita \"" + texto + "\" em " + nome);
     NaTela([=] {
         QWidget *widget = Visivel(nome);
@@ -279,6 +344,7 @@ void Condutor::Escolhe(const QString &nome, const QString &texto)
         auto *combo = qobject_cast<QComboBox *>(Visivel(nome));
         return combo != nullptr && combo->isEnabled() && combo->findText(texto) >= 0;
     });
+    Alcanca(nome);
     Relata("- escolhe \"" + texto + "\" em " + nome);
     Posta([=] {
         auto *combo = qobject_cast<QComboBox *>(Visivel(nome));
@@ -340,6 +406,7 @@ void Condutor::Responde(const QString &texto, const QString &botao)
         auto *caixa = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
         return caixa != nullptr && caixa->isVisible() && caixa->text().contains(texto);
     });
+    RetratoDaCaixa();
     Relata("- responde \"" + botao + "\"");
     Posta([=] {
         auto *caixa = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
@@ -362,6 +429,7 @@ void Condutor::EscolheArquivo(const QString &caminho)
         auto *dialogo = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
         return dialogo != nullptr && dialogo->isVisible();
     });
+    RetratoDaCaixa();
     Relata("- escolhe o arquivo");
     Posta([=] {
         auto *nome = QApplication::activeModalWidget()->findChild<QLineEdit *>("fileNameEdit");

@@ -30,6 +30,8 @@ class Condutor {
     void Passo(const QString &titulo, const std::function<void()> &acoes);
     int Passos() const { return m_Passos; }
     int Conferencias() const { return m_Conferencias; }
+    // What in the windows on the way was cut, over something else or off the screen, each once.
+    const QStringList &Cortes() const { return m_Cortes; }
 
     // Actions on the window in front, on the widget of a name; "pai/filho" finds the child in the parent.
     void Clica(const QString &nome);
@@ -71,10 +73,18 @@ class Condutor {
 
   private:
     void Posta(const std::function<void()> &acao);
-    void Retrato(const QString &titulo);
+    // What stands in something that scrolls is scrolled to first, as a person does.
+    void Alcanca(const QString &nome);
+    // Looks for what is cut in all windows, and takes a picture of the screen.
+    void Retrato(const QString &nome);
+    void Mede();
+    // Of a box or a dialog, in the middle of a step.
+    void RetratoDaCaixa();
 
     QString m_Pasta;
     QStringList m_Relato;
+    QStringList m_Cortes;
+    int m_Caixas = 0; // in this step
     int m_Passos = 0;
     int m_Conferencias = 0;
 };

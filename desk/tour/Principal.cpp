@@ -2,17 +2,19 @@
 #include "desk/host/Relogio.h"
 #include "desk/sample/FazAmostra.h"
 #include "desk/tour/Roteiro.h"
+#include "desk/tour/Tela.h"
 #include "desk/windows/Aparencia.h"
+#include "desk/windows/LugarDasJanelas.h"
 #include "desk/windows/Mesa.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QThread>
 
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
 #include <filesystem>
+#include <optional>
 
 namespace mesa {
 
@@ -20,12 +22,19 @@ namespace {
 
 // Drives the windows through the whole job on a registry of its own. The exit status says whether all was as it should
 // be.
-int Percorre(const QString &pasta)
+int Percorre(const Tela &tela)
 {
+    const QString &pasta = tela.Pasta;
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     Preferencias preferencias(std::filesystem::path(pasta.toStdString()) / "preferencias.ini");
     Inicio inicio(std::filesystem::path(pasta.toStdString()) / "dados", preferencias, Agora, FazAmostra(Agora), {});
     const Ref<Servicos> servicos = inicio.CriaAmostra([](double) {});
+    LugarDasJanelas::DaAplicacao(); // from the first window on
+    if (tela.Escura) {
+        QPalette cores(QColor("#2b2f33"));
+        cores.setColor(QPalette::Base, QColor("#1e2124"));
+        QApplication::setPalette(cores);
+    }
     Mesa mesa(
         servicos, inicio.Diretorio(), [] { return Agora().Local; }, preferencias);
     mesa.show();
@@ -59,19 +68,25 @@ int Percorre(const QString &pasta)
 
 } // namespace mesa
 
-// The tour as a program of its own: its one argument is the folder for the pictures and the account.
+// The tour as a program of its own: it is told the folder for the pictures and the account, and the screen.
 int main(int argc, char **argv)
 {
     using namespace mesa;
     QCoreApplication::setApplicationName("registro-de-equipamentos");
-    QApplication aplicacao(argc, argv);
-    PreparaAparencia(aplicacao);
-    if (argc != 2) {
-        std::fputs("uso: roteiro DIR\n", stderr);
+    QStringList argumentos;
+    for (int n = 0; n < argc; ++n) {
+        argumentos << QString::fromLocal8Bit(argv[n]);
+    }
+    const std::optional<Tela> tela = Tela::Le(argumentos);
+    if (!tela) {
+        std::fputs(Tela::Ajuda(), stderr);
         return 2;
     }
     try {
-        return Percorre(QDir(QCoreApplication::arguments().at(1)).absolutePath());
+        tela->Prepara();
+        QApplication aplicacao(argc, argv);
+        PreparaAparencia(aplicacao);
+        return Percorre(*tela);
     } catch (...) {
         std::fprintf(stderr, "%s\n", FalhaCorrente().Descricao.c_str());
         return 1;

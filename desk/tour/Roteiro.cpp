@@ -96,6 +96,19 @@ QString Roteiro::FazPDF() const
 void Roteiro::Percorre()
 {
     m_Condutor.Relata("# Roteiro do registro de equipamentos");
+    try {
+        PercorreTudo();
+    } catch (const Diferenca &diferenca) {
+        m_Condutor.Relata(QString("\nDiferença: ") + diferenca.what());
+        m_Condutor.GravaRelato();
+        throw;
+    }
+    m_Condutor.Relata("\n" + Resumo());
+    m_Condutor.GravaRelato();
+}
+
+void Roteiro::PercorreTudo()
+{
     Entra("ana");
     Pesquisa();
     IncluiEquipamento();
@@ -108,8 +121,9 @@ void Roteiro::Percorre()
     DesativaEReativa();
     ConsultaParaAutuacao();
     TrocaDeUsuario();
-    m_Condutor.Relata("\n" + Resumo());
-    m_Condutor.GravaRelato();
+    if (const QStringList &cortes = m_Condutor.Cortes(); !cortes.isEmpty()) {
+        throw Diferenca("Há o que não se lê inteiro:\n" + cortes.join('\n'));
+    }
 }
 
 void Roteiro::Entra(const QString &usuario)
@@ -461,7 +475,7 @@ void Roteiro::ConsultaParaAutuacao()
             m_Condutor.Digita("codigo", semVigente);
             m_Condutor.Clica("buscar");
             m_Condutor.Responde("Equipamento não possui Aferição Vigente para a data de Infração.", "OK");
-            m_Condutor.ConfereTexto("resposta3", codigo);
+            m_Condutor.ConfereTexto("resposta3", "");
         });
     }
     m_Condutor.Passo("Busca pelo código", [&] {
@@ -471,7 +485,7 @@ void Roteiro::ConsultaParaAutuacao()
         m_Condutor.ConfereTexto("resposta3", codigo);
     });
     m_Condutor.Passo("Certificado da aferição", [&] {
-        m_Condutor.Digita("codOat", daAfericao("NroIntAfericao"));
+        m_Condutor.ConfereTexto("codOat", daAfericao("NroIntAfericao"));
         m_Condutor.Clica("imprimir");
         m_Condutor.EsperaJanela("VisorPDF");
         m_Condutor.EsperaPaginas("paginas");

@@ -21,6 +21,7 @@ class Roteiro {
     QString Resumo() const;
 
   private:
+    void PercorreTudo();
     void Entra(const QString &usuario);
     void Pesquisa();
     void IncluiEquipamento();

@@ -1,6 +1,7 @@
 #include "desk/tour/Telas.h"
 
 #include <QAbstractButton>
+#include <QAbstractSpinBox>
 #include <QApplication>
 #include <QComboBox>
 #include <QLabel>
@@ -42,6 +43,9 @@ QString TextoDe(const QWidget *widget)
 {
     if (const auto *linha = qobject_cast<const QLineEdit *>(widget)) {
         return linha->text();
+    }
+    if (const auto *numero = qobject_cast<const QAbstractSpinBox *>(widget)) {
+        return numero->text();
     }
     if (const auto *rotulo = qobject_cast<const QLabel *>(widget)) {
         return rotulo->text();

@@ -1,5 +1,7 @@
 #include "desk/windows/Aparencia.h"
 
+#include "desk/windows/Acessibilidade.h"
+#include "desk/windows/EstiloDaMesa.h"
 #include "desk/windows/RodaDoMouse.h"
 
 #include <QApplication>
@@ -11,7 +13,8 @@ namespace mesa {
 
 void PreparaAparencia(QApplication &aplicacao)
 {
-    QApplication::setStyle("Fusion");
+    QApplication::setStyle(new EstiloDaMesa);
+    PreparaAcessibilidade();
     AquietaRoda(aplicacao);
     QLocale::setDefault(QLocale(QLocale::Portuguese, QLocale::Brazil));
     auto *tradutor = new QTranslator(&aplicacao);

@@ -58,8 +58,6 @@ class JanelaQt : public WidgetDeJanela {
     void Mostra() override
     {
         if (!m_Filha.isNull()) {
-            const QSize comBorda = m_Janela->size() + QSize(16, 40);
-            m_Filha->resize(comBorda.boundedTo(m_Filha->mdiArea()->viewport()->size()));
             m_Filha->show();
         } else {
             m_Janela->show();
@@ -142,10 +140,12 @@ QWidget *CamadaQt::WidgetDe(const Ref<IJanela> &janela) const
 }
 
 Ref<IJanela> CamadaQt::FazJanela(const Ref<IForm> &form, TipoDeJanela tipo, const Ref<IJanela> &dono,
-                                 const PedidosDaJanela &pedidos)
+                                 const PedidosDaJanela &pedidos, const DistincaoDeJanela &qual)
 {
     const bool filha = tipo == TipoDeJanela::Filha;
-    auto *janela = new JanelaForm(form, {pedidos, Clientes, Logradouros, m_Memoria, Lembrancas}, filha ? nullptr : WidgetDe(dono));
+    auto *janela = new JanelaForm(
+        form, {pedidos, Clientes, Logradouros, m_Memoria, Lembrancas, qual, IdentidadeDaJanela(*form, qual), Usuario},
+        filha ? nullptr : WidgetDe(dono));
     const Ref<JanelaQt> feita = Novo<JanelaQt>(janela);
     if (filha) {
         feita->PoeNaArea(m_Area, pedidos);

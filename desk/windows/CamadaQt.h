@@ -48,9 +48,10 @@ class CamadaQt : public ICamada {
     std::function<void(const std::string &topico, QWidget *dono)> Ajuda;
     // Of who is at work, from sign-in to sign-out; Nothing otherwise.
     Ref<ILembrancas> Lembrancas;
+    std::string Usuario; // as it stands on what is printed
 
     Ref<IJanela> FazJanela(const Ref<IForm> &form, TipoDeJanela tipo, const Ref<IJanela> &dono,
-                           const PedidosDaJanela &pedidos) override;
+                           const PedidosDaJanela &pedidos, const DistincaoDeJanela &qual) override;
     void MostraEspera(bool espera) override;
     void ProcessaMensagens() override;
     std::int32_t LarguraTela() const override;

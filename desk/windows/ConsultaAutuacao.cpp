@@ -3,6 +3,7 @@
 #include "desk/windows/Calendario.h"
 #include "desk/windows/Combo.h"
 #include "desk/windows/Renderizador.h"
+#include "desk/windows/Rolagem.h"
 #include "host/Conversoes.h"
 #include "shell/ModGeral.h"
 
@@ -14,27 +15,41 @@
 #include <QIntValidator>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QScopeGuard>
 #include <QVBoxLayout>
 
 namespace mesa {
 
-ConsultaAutuacao::ConsultaAutuacao(Ref<CVorEquip> equipamentos,
+ConsultaAutuacao::ConsultaAutuacao(std::function<Ref<CVorEquip>()> criaConsulta,
                                    std::function<void(const std::function<void()> &)> borda, QWidget *dono)
     : QWidget(dono),
-      m_Equipamentos(std::move(equipamentos)),
+      m_Autuacao(std::move(criaConsulta)),
       m_Borda(std::move(borda)),
       m_ComData(new QCheckBox("Com a &data da infração:", this)),
       m_Data(new CampoDeDia(QDate::currentDate(), this)),
       m_Codigo(new QLineEdit(this)),
       m_Tipo(new Combo(this)),
-      m_Resultado(new QLabel(this)),
-      m_CodOat(new QLineEdit(this))
+      m_Resultado(new QLabel(this))
 {
     setObjectName("ConsultaAutuacao");
     setWindowTitle("Consulta para autuação");
     setWindowIcon(QIcon(":/icones/consulta.svg"));
+    m_Resultado->setObjectName("resultado");
+    m_Resultado->setTextFormat(Qt::PlainText);
+    m_Resultado->setWordWrap(true);
+    auto *tudo = new QVBoxLayout(this);
+    tudo->addWidget(FazPergunta());
+    tudo->addWidget(m_Resultado);
+    tudo->addWidget(FazResposta());
+    tudo->addWidget(FazCertificado());
+    tudo->addStretch(1);
+    FazRolar(*this);
+}
+
+QWidget *ConsultaAutuacao::FazPergunta()
+{
     m_Data->setObjectName("data");
     m_Data->setAccessibleName("Data da infração");
     m_ComData->setObjectName("comData");
@@ -46,11 +61,6 @@ ConsultaAutuacao::ConsultaAutuacao(Ref<CVorEquip> equipamentos,
     for (const char *codigo : {"C", "L", "P", "M", "R", "A", "E", "F", "U", "V"}) {
         m_Tipo->addItem(Q(gFunDescrEquipto(codigo)), codigo);
     }
-    m_Resultado->setObjectName("resultado");
-    m_Resultado->setWordWrap(true);
-    m_CodOat->setObjectName("codOat");
-    m_CodOat->setValidator(new QIntValidator(1, 2147483647, m_CodOat));
-
     auto *pergunta = new QGroupBox("Pergunta", this);
     auto *campos = new QFormLayout(pergunta);
     campos->addRow(m_ComData, m_Data);
@@ -66,6 +76,18 @@ ConsultaAutuacao::ConsultaAutuacao(Ref<CVorEquip> equipamentos,
     botoes->addWidget(buscar);
     campos->addRow(botoes);
 
+    connect(m_ComData, &QCheckBox::toggled, m_Data, &QWidget::setEnabled);
+    connect(m_ComData, &QCheckBox::toggled, this, [this] { MudaPergunta(); });
+    connect(m_Data, &QDateEdit::dateChanged, this, [this] { MudaPergunta(); });
+    connect(m_Codigo, &QLineEdit::textChanged, this, [this] { MudaPergunta(); });
+    connect(m_Tipo, &QComboBox::currentIndexChanged, this, [this] { MudaPergunta(); });
+    connect(selecionar, &QPushButton::clicked, this, [this] { Age([this] { m_Autuacao.Seleciona(Pergunta()); }); });
+    connect(buscar, &QPushButton::clicked, this, [this] { Age([this] { m_Autuacao.Busca(Pergunta()); }); });
+    return pergunta;
+}
+
+QWidget *ConsultaAutuacao::FazResposta()
+{
     auto *resposta = new QGroupBox("Resposta do registro de equipamentos", this);
     auto *linhas = new QFormLayout(resposta);
     for (const char *rotulo : {"Número interno:", "Modelo:", "Código:", "Velocidade permitida (Km/h):",
@@ -76,7 +98,14 @@ ConsultaAutuacao::ConsultaAutuacao(Ref<CVorEquip> equipamentos,
         linhas->addRow(rotulo, linha);
         m_Respostas.push_back(linha);
     }
+    return resposta;
+}
 
+QWidget *ConsultaAutuacao::FazCertificado()
+{
+    m_CodOat = new QLineEdit(this);
+    m_CodOat->setObjectName("codOat");
+    m_CodOat->setValidator(new QIntValidator(1, 2147483647, m_CodOat));
     auto *documento = new QGroupBox("Certificado de aferição", this);
     auto *chaves = new QHBoxLayout(documento);
     auto *rotuloOat = new QLabel("Número da &aferição:", this);
@@ -86,81 +115,54 @@ ConsultaAutuacao::ConsultaAutuacao(Ref<CVorEquip> equipamentos,
     auto *imprimir = new QPushButton("&Imprimir certificado", this);
     imprimir->setObjectName("imprimir");
     chaves->addWidget(imprimir);
-
-    auto *tudo = new QVBoxLayout(this);
-    tudo->addWidget(pergunta);
-    tudo->addWidget(m_Resultado);
-    tudo->addWidget(resposta);
-    tudo->addWidget(documento);
-    tudo->addStretch(1);
-
-    connect(m_ComData, &QCheckBox::toggled, m_Data, &QWidget::setEnabled);
-    connect(selecionar, &QPushButton::clicked, this, [this] { m_Borda([this] { Seleciona(); }); });
-    connect(buscar, &QPushButton::clicked, this, [this] { m_Borda([this] { Busca(); }); });
-    connect(imprimir, &QPushButton::clicked, this, [this] { m_Borda([this] { Imprime(); }); });
-}
-
-Data ConsultaAutuacao::DataDaInfracao() const
-{
-    if (!m_ComData->isChecked()) {
-        return {};
-    }
-    const QDate dia = m_Data->date();
-    return DataDe(dia.day(), dia.month(), dia.year());
-}
-
-std::string ConsultaAutuacao::Tipo() const
-{
-    return S(m_Tipo->currentData().toString());
-}
-
-void ConsultaAutuacao::Seleciona()
-{
-    const bool achou = m_Equipamentos->SelecionaEquipamento(S(m_Codigo->text()), Tipo(), DataDaInfracao());
-    MostraRespostas(achou ? "Equipamento selecionado." : "Nenhum equipamento foi selecionado.");
-}
-
-void ConsultaAutuacao::Busca()
-{
-    const bool achou = m_Equipamentos->BuscaEquipamento(S(m_Codigo->text()), Tipo(), DataDaInfracao());
-    MostraRespostas(achou ? "Equipamento encontrado."
-                          : "Equipamento não encontrado; as respostas anteriores permanecem.");
-}
-
-void ConsultaAutuacao::Imprime()
-{
-    if (m_CodOat->text().isEmpty()) {
-        m_Resultado->setText("Informe o número da aferição.");
-        m_CodOat->setFocus();
-        return;
-    }
-    m_Equipamentos->LimpaArqTemp(); // a file that is there already would keep what it has behind the new one
-    bool mostrou = false;
-    const auto limpa = qScopeGuard([&] {
-        if (!mostrou) {
-            IgnoraErro([&] { m_Equipamentos->LimpaArqTemp(); });
+    connect(m_CodOat, &QLineEdit::textEdited, this,
+            [this](const QString &texto) { m_Autuacao.DefineNroAfericao(S(texto)); });
+    connect(imprimir, &QPushButton::clicked, this, [this] {
+        if (m_CodOat->text().isEmpty()) {
+            m_CodOat->setFocus();
         }
+        Age([this] { m_Autuacao.Imprime(); });
     });
-    mostrou = m_Equipamentos->ImpCertificadoAfericaoEquipto(CLng(S(m_CodOat->text())), m_Equipamentos->Codigo(),
-                                                            "Consulta para autuação");
-    m_Resultado->setText(mostrou ? "Certificado aberto." : "O certificado não foi aberto.");
+    return documento;
 }
 
-void ConsultaAutuacao::MostraRespostas(const QString &resultado)
+// What is shown is what is known now, before a fault of the action is told too.
+void ConsultaAutuacao::Age(const std::function<void()> &acao)
 {
-    m_Resultado->setText(resultado);
-    const std::vector<std::string> valores = {CStr(m_Equipamentos->NroIntEquip()),
-                                              m_Equipamentos->Modelo(),
-                                              m_Equipamentos->Codigo(),
-                                              CStr(m_Equipamentos->VelocPerm()),
-                                              m_Equipamentos->NroInmetro(),
-                                              m_Equipamentos->MarcaInmetro(),
-                                              m_Equipamentos->DtVerifInmetro().Vazia()
-                                                  ? std::string()
-                                                  : Format(m_Equipamentos->DtVerifInmetro(), "dd/mm/yyyy")};
-    for (std::size_t resposta = 0; resposta < m_Respostas.size(); ++resposta) {
-        m_Respostas[resposta]->setText(Q(valores[resposta]));
+    const QPointer<ConsultaAutuacao> viva(this); // who is at work may sign out behind a question
+    m_Borda([&] {
+        const auto mostra = qScopeGuard([&] {
+            if (!viva.isNull()) {
+                Mostra();
+            }
+        });
+        acao();
+    });
+}
+
+PerguntaDaAutuacao ConsultaAutuacao::Pergunta() const
+{
+    PerguntaDaAutuacao pergunta{S(m_Codigo->text()), S(m_Tipo->currentData().toString()), {}};
+    if (m_ComData->isChecked()) {
+        const QDate dia = m_Data->date();
+        pergunta.DataDaInfracao = DataDe(dia.day(), dia.month(), dia.year());
     }
+    return pergunta;
+}
+
+void ConsultaAutuacao::MudaPergunta()
+{
+    m_Autuacao.MudaPergunta();
+    Mostra();
+}
+
+void ConsultaAutuacao::Mostra()
+{
+    m_Resultado->setText(Q(m_Autuacao.Frase()));
+    for (std::size_t resposta = 0; resposta < m_Respostas.size(); ++resposta) {
+        m_Respostas[resposta]->setText(Q(m_Autuacao.Respostas()[resposta]));
+    }
+    m_CodOat->setText(Q(m_Autuacao.NroAfericao()));
 }
 
 } // namespace mesa

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "search/CVorEquip.h"
+#include "desk/host/Autuacao.h"
 
 #include <QWidget>
 
@@ -18,19 +18,20 @@ namespace mesa {
 // A small sibling module: asks the registry for the equipment of a notice of infraction, and shows its seven answers.
 class ConsultaAutuacao : public QWidget {
   public:
-    // equipamentos: the registry's query service. borda: shows what comes out of it.
-    ConsultaAutuacao(Ref<CVorEquip> equipamentos, std::function<void(const std::function<void()> &)> borda,
-                     QWidget *dono);
+    // criaConsulta: makes a query service of the registry. borda: shows what comes out of it.
+    ConsultaAutuacao(std::function<Ref<CVorEquip>()> criaConsulta,
+                     std::function<void(const std::function<void()> &)> borda, QWidget *dono);
 
   private:
-    void Seleciona();
-    void Busca();
-    void Imprime();
-    void MostraRespostas(const QString &resultado);
-    Data DataDaInfracao() const;
-    std::string Tipo() const;
+    QWidget *FazPergunta();
+    QWidget *FazResposta();
+    QWidget *FazCertificado();
+    void Age(const std::function<void()> &acao);
+    void MudaPergunta();
+    void Mostra();
+    PerguntaDaAutuacao Pergunta() const;
 
-    Ref<CVorEquip> m_Equipamentos;
+    Autuacao m_Autuacao;
     std::function<void(const std::function<void()> &)> m_Borda;
     QCheckBox *m_ComData;
     QDateEdit *m_Data;
@@ -38,7 +39,7 @@ class ConsultaAutuacao : public QWidget {
     QComboBox *m_Tipo;
     QLabel *m_Resultado;
     std::vector<QLineEdit *> m_Respostas;
-    QLineEdit *m_CodOat;
+    QLineEdit *m_CodOat = nullptr;
 };
 
 } // namespace mesa

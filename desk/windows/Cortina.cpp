@@ -1,5 +1,7 @@
 #include "desk/windows/Cortina.h"
 
+#include "desk/windows/Cores.h"
+
 #include <QApplication>
 #include <QEvent>
 #include <QPainter>
@@ -47,7 +49,7 @@ bool Cortina::eventFilter(QObject *objeto, QEvent *evento)
 void Cortina::paintEvent(QPaintEvent *)
 {
     QPainter pincel(this);
-    pincel.fillRect(rect(), QColor("#dfe6ee"));
+    pincel.fillRect(rect(), CorDe(Cor::Area));
 }
 
 } // namespace mesa

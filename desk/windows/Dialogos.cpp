@@ -1,5 +1,9 @@
 #include "desk/windows/Dialogos.h"
 
+#include "desk/host/Titulo.h"
+#include "desk/windows/Acessibilidade.h"
+#include "desk/windows/Cores.h"
+
 #include <QHBoxLayout>
 #include <QIcon>
 #include <QLabel>
@@ -8,6 +12,18 @@
 #include <QVBoxLayout>
 
 namespace mesa {
+
+namespace {
+
+void MostraCaixa(QMessageBox::Icon icone, const QString &frase, QWidget *dono)
+{
+    QMessageBox caixa(icone, TituloDosAvisos, frase, QMessageBox::NoButton, dono);
+    caixa.setTextFormat(Qt::PlainText);
+    caixa.addButton("&OK", QMessageBox::AcceptRole);
+    caixa.exec();
+}
+
+} // namespace
 
 QWidget *FazCabeca(const QString &titulo, const QString &frase, QWidget *dono)
 {
@@ -34,13 +50,14 @@ QWidget *FazCabeca(const QString &titulo, const QString &frase, QWidget *dono)
 QLabel *FazAviso(QWidget *dono)
 {
     QLabel *aviso = FazTexto("aviso", "", dono);
-    aviso->setStyleSheet("color: #a4161a");
+    Colore(*aviso, Cor::Erro);
     return aviso;
 }
 
 void MostraAviso(QLabel &aviso, const QString &texto)
 {
     aviso.setText(texto);
+    Anuncia(aviso);
     QWidget *janela = aviso.window();
     if (QLayout *leiaute = janela->layout()) {
         leiaute->activate();
@@ -69,9 +86,9 @@ QPushButton *FazBotao(const QString &nome, const QString &texto, QWidget *dono)
     return botao;
 }
 
-bool PerguntaSimNao(const QString &titulo, const QString &pergunta, QWidget *dono)
+bool PerguntaSimNao(const QString &pergunta, QWidget *dono)
 {
-    QMessageBox caixa(QMessageBox::Question, titulo, pergunta, QMessageBox::NoButton, dono);
+    QMessageBox caixa(QMessageBox::Question, TituloDasPerguntas, pergunta, QMessageBox::NoButton, dono);
     caixa.setTextFormat(Qt::PlainText);
     const QPushButton *sim = caixa.addButton("&Sim", QMessageBox::YesRole);
     QPushButton *nao = caixa.addButton("&Não", QMessageBox::NoRole);
@@ -81,12 +98,14 @@ bool PerguntaSimNao(const QString &titulo, const QString &pergunta, QWidget *don
     return caixa.clickedButton() == sim;
 }
 
-void AvisaEmCaixa(const QString &titulo, const QString &frase, QWidget *dono)
+void AvisaEmCaixa(const QString &frase, QWidget *dono)
 {
-    QMessageBox caixa(QMessageBox::Warning, titulo, frase, QMessageBox::NoButton, dono);
-    caixa.setTextFormat(Qt::PlainText);
-    caixa.addButton("&OK", QMessageBox::AcceptRole);
-    caixa.exec();
+    MostraCaixa(QMessageBox::Warning, frase, dono);
+}
+
+void InformaEmCaixa(const QString &frase, QWidget *dono)
+{
+    MostraCaixa(QMessageBox::Information, frase, dono);
 }
 
 QBoxLayout *EmLinha(std::initializer_list<QPushButton *> botoes)

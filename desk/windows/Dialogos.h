@@ -23,8 +23,10 @@ void MostraAviso(QLabel &aviso, const QString &texto);
 QLabel *FazTexto(const QString &nome, const QString &texto, QWidget *dono);
 QPushButton *FazBotao(const QString &nome, const QString &texto, QWidget *dono);
 // A question with no as what a hurried person answers.
-bool PerguntaSimNao(const QString &titulo, const QString &pergunta, QWidget *dono);
-void AvisaEmCaixa(const QString &titulo, const QString &frase, QWidget *dono);
+bool PerguntaSimNao(const QString &pergunta, QWidget *dono);
+// What has to be mended, and what is good to know.
+void AvisaEmCaixa(const QString &frase, QWidget *dono);
+void InformaEmCaixa(const QString &frase, QWidget *dono);
 // At the right, in one row.
 QBoxLayout *EmLinha(std::initializer_list<QPushButton *> botoes);
 

@@ -1,5 +1,7 @@
 #include "desk/windows/Dica.h"
 
+#include "desk/windows/Acessibilidade.h"
+
 #include <QAccessibleWidget>
 #include <QEvent>
 
@@ -65,8 +67,7 @@ void Dica::Mostra(QWidget &campo, const QString &texto, bool urgente)
     dica->setText(texto);
     dica->Fica(campo);
     if (urgente) {
-        QAccessibleEvent aviso(dica, QAccessible::Alert);
-        QAccessible::updateAccessibility(&aviso);
+        Anuncia(*dica);
     }
 }
 

@@ -3,6 +3,7 @@
 #include "desk/host/Titulo.h"
 #include "desk/services/TextoQt.h"
 #include "desk/windows/CampoDeSenha.h"
+#include "desk/windows/Cores.h"
 #include "desk/windows/Dialogos.h"
 #include "desk/windows/Renderizador.h"
 #include "host/Falha.h"
@@ -60,7 +61,10 @@ void Entrada::Monta()
     tudo->addWidget(FazCabeca("Registro de Equipamentos", frase, this));
     if (m_Servicos->Tipo() == TipoDeRegistro::Amostra) {
         QLabel *amostra = FazTexto("amostra", "AMOSTRA: equipamentos e usuários inventados. Nada disso vale.", this);
-        amostra->setStyleSheet("font-weight: bold; color: #9a3412");
+        QFont letra = amostra->font();
+        letra.setBold(true);
+        amostra->setFont(letra);
+        Colore(*amostra, Cor::Amostra);
         tudo->addWidget(amostra);
     }
     tudo->addLayout(campos);
@@ -95,8 +99,7 @@ void Entrada::Tenta()
 
 void Entrada::Troca()
 {
-    if (PerguntaSimNao("Trocar de usuário",
-                       "As janelas de " + Q(m_Travada->Nome) +
+    if (PerguntaSimNao("As janelas de " + Q(m_Travada->Nome) +
                            " serão fechadas, e o que não foi salvo nelas se perde. Trocar de usuário?",
                        this)) {
         m_PediuTroca = true;

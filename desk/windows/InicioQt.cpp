@@ -1,7 +1,9 @@
 #include "desk/windows/InicioQt.h"
 
+#include "desk/host/Titulo.h"
 #include "desk/services/TextoQt.h"
 #include "desk/windows/Dialogos.h"
+#include "desk/windows/LugarDasJanelas.h"
 #include "desk/windows/NovoRegistro.h"
 
 #include <QApplication>
@@ -21,7 +23,6 @@ namespace mesa {
 
 namespace {
 
-constexpr const char *Titulo = "Registro de Equipamentos";
 constexpr int Largura = 560;
 
 // A dialog of which each button is an answer; closing it is the last one.
@@ -30,7 +31,7 @@ template <class Opcao> class Escolha : public QDialog {
     Escolha(const QString &nome, Opcao semResposta) : m_Resposta(semResposta)
     {
         setObjectName(nome);
-        setWindowTitle(Titulo);
+        setWindowTitle(TituloDosAvisos);
         setWindowIcon(QIcon(":/icones/equipamentos.svg"));
         setMinimumWidth(Largura);
     }
@@ -62,14 +63,19 @@ std::optional<std::filesystem::path> EscolheArquivo(const QString &titulo, const
 
 } // namespace
 
-InicioQt::InicioQt() = default;
+InicioQt::InicioQt()
+{
+    LugarDasJanelas::DaAplicacao(); // from the first window on
+}
+
 InicioQt::~InicioQt() = default;
 
 OpcaoDoInicio InicioQt::Comeca()
 {
     Escolha<OpcaoDoInicio> janela("PrimeiroInicio", OpcaoDoInicio::Sair);
     auto *tudo = new QVBoxLayout(&janela);
-    tudo->addWidget(FazCabeca(Titulo, "Ainda não há um registro neste computador. Como quer começar?", &janela));
+    tudo->addWidget(
+        FazCabeca(TituloDosAvisos, "Ainda não há um registro neste computador. Como quer começar?", &janela));
     const auto opcao = [&](const char *nome, const char *texto, const char *oQue, OpcaoDoInicio resposta) {
         auto *botao = new QCommandLinkButton(texto, oQue, &janela);
         botao->setObjectName(nome);
@@ -151,13 +157,13 @@ bool InicioQt::Continua(const std::string &frase, const std::vector<std::string>
 
 bool InicioQt::Aceita(const std::string &pergunta)
 {
-    return PerguntaSimNao(Titulo, Q(pergunta), nullptr);
+    return PerguntaSimNao(Q(pergunta), nullptr);
 }
 
 void InicioQt::Avisa(const std::string &frase)
 {
     m_Preparo.reset();
-    AvisaEmCaixa(Titulo, Q(frase), nullptr);
+    AvisaEmCaixa(Q(frase), nullptr);
 }
 
 void InicioQt::Progresso(double parte)
@@ -167,7 +173,7 @@ void InicioQt::Progresso(double parte)
     if (!m_Preparo) {
         m_Preparo = std::make_unique<QProgressDialog>("Preparando a amostra...", QString(), 0, todo);
         m_Preparo->setObjectName("Preparo");
-        m_Preparo->setWindowTitle(Titulo);
+        m_Preparo->setWindowTitle(TituloDosAvisos);
         m_Preparo->setMinimumDuration(demora);
     }
     m_Preparo->setValue(static_cast<int>(parte * todo));

@@ -13,7 +13,7 @@
 namespace mesa {
 
 JanelaAdministracao::JanelaAdministracao(const Administracao &administracao, int pagina, const BordaDaJanela &borda,
-                                         QWidget *dono)
+                                         const QuemUsa &quem, QWidget *dono)
     : QDialog(dono)
 {
     setObjectName("Administracao");
@@ -27,7 +27,7 @@ JanelaAdministracao::JanelaAdministracao(const Administracao &administracao, int
     for (std::unique_ptr<PaginaAdministracao> &oferecida : oferecidas) {
         const QString titulo =
             QString::fromUtf8(oferecida->Titulo().data(), static_cast<qsizetype>(oferecida->Titulo().size()));
-        paginas->addTab(new PaginaQt(std::move(oferecida), borda, paginas), titulo);
+        paginas->addTab(new PaginaQt(std::move(oferecida), borda, quem, paginas), titulo);
     }
     QPushButton *fechar = FazBotao("fechar", "&Fechar", this);
     auto *tudo = new QVBoxLayout(this);

@@ -3,6 +3,8 @@
 #include "desk/host/Administracao.h"
 #include "desk/windows/FichaQt.h"
 
+#include "desk/windows/QuemUsa.h"
+
 #include <QDialog>
 
 namespace mesa {
@@ -11,7 +13,8 @@ namespace mesa {
 class JanelaAdministracao : public QDialog {
   public:
     // pagina: the one in front, from 0.
-    JanelaAdministracao(const Administracao &administracao, int pagina, const BordaDaJanela &borda, QWidget *dono);
+    JanelaAdministracao(const Administracao &administracao, int pagina, const BordaDaJanela &borda, const QuemUsa &quem,
+                        QWidget *dono);
 };
 
 } // namespace mesa

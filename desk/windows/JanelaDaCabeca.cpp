@@ -86,7 +86,7 @@ void JanelaDaCabeca::Salva()
     try {
         ExportacaoDeCabeca::Grava(m_Cabeca, S(destino));
     } catch (const Falha &falha) {
-        AvisaEmCaixa(windowTitle(), Q(falha.Descricao), this);
+        AvisaEmCaixa(Q(falha.Descricao), this);
     }
 }
 

@@ -5,7 +5,6 @@
 #include <QFileDialog>
 #include <QIcon>
 #include <QLabel>
-#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSaveFile>
@@ -58,7 +57,7 @@ void SalvaTexto(const QString &titulo, const QString &nome, const QString &texto
     arquivo.open(QIODevice::WriteOnly);
     arquivo.write(texto.toUtf8());
     if (!arquivo.commit()) {
-        QMessageBox::warning(dono, titulo, "Não foi possível salvar em " + destino + ".");
+        AvisaEmCaixa("Não foi possível salvar em " + destino + ".", dono);
     }
 }
 

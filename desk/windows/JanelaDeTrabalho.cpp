@@ -1,6 +1,7 @@
 #include "desk/windows/JanelaDeTrabalho.h"
 
 #include "desk/services/TextoQt.h"
+#include "desk/windows/Acessibilidade.h"
 #include "desk/windows/Dialogos.h"
 #include "desk/windows/JanelaDeRelato.h"
 #include "host/Falha.h"
@@ -41,6 +42,7 @@ JanelaDeTrabalho::JanelaDeTrabalho(const QString &titulo, const QString &frase,
     resize(680, 420);
     m_Progresso->setRange(0, Milesimos);
     m_Progresso->setTextVisible(false);
+    m_Progresso->setAccessibleName("Andamento");
     m_Achados->setObjectName("achados");
     m_Achados->setAccessibleName("O que foi achado");
     m_Achados->setReadOnly(true);
@@ -113,6 +115,7 @@ void JanelaDeTrabalho::Termina(const ResultadoDoAto &resultado)
 void JanelaDeTrabalho::Acaba(const QString &frase)
 {
     m_Frase->setText(frase);
+    Anuncia(*m_Frase);
     m_Parte->clear();
     m_Progresso->setVisible(false);
     m_Fechar->setText("&Fechar");

@@ -1,5 +1,6 @@
 #include "desk/windows/JanelaForm.h"
 
+#include "desk/windows/LugarDasJanelas.h"
 #include "desk/windows/Quadro.h"
 #include "desk/windows/RenderLista.h"
 #include "desk/windows/RenderizadoresEscolha.h"
@@ -25,6 +26,7 @@ JanelaForm::JanelaForm(Ref<IForm> form, AoRedorDoForm aoRedor, QWidget *dono)
       m_Pessoa(m_Form, m_AoRedor.Pedidos)
 {
     setObjectName(QString::fromUtf8(m_Form->NomeTipo().data(), static_cast<qsizetype>(m_Form->NomeTipo().size())));
+    DefineIdentidade(*this, m_AoRedor.Identidade);
     m_Quadro = new Quadro(*m_Form, this);
     LigaControles();
     m_Quadro->Segue();
@@ -42,8 +44,10 @@ void JanelaForm::Dimensiona()
         if (QLayout *leiaute = (*widget)->layout()) {
             leiaute->invalidate();
             leiaute->activate();
+            (*widget)->updateGeometry();
         }
     }
+    layout()->invalidate();
     resize(sizeHint().expandedTo({Pixels(m_Form->Width()), Pixels(m_Form->Height())}));
 }
 
@@ -113,7 +117,9 @@ Renderizador *JanelaForm::FazRenderizador(const Ref<IControle> &controle, QWidge
     case EspecieControle::ztCombo:
         return new RenderCombo(controle, widget, borda);
     case EspecieControle::ztList:
-        return new RenderLista(controle, widget, borda, m_AoRedor.Pedidos.Fecha, m_AoRedor.Pedidos.Ajuda);
+        return new RenderLista(
+            controle, widget, borda, m_AoRedor.Pedidos.Fecha, m_AoRedor.Pedidos.Ajuda,
+            {m_AoRedor.Pedidos.Pergunta, {m_AoRedor.Usuario, m_AoRedor.Lembrancas}, m_AoRedor.Identidade});
     case EspecieControle::ztEndereco: {
         auto *endereco = new RenderEndereco(controle, widget, borda, m_AoRedor.Logradouros, m_AoRedor.Memoria);
         m_Pessoa.Conhece(controle, endereco->Escolha());
@@ -135,7 +141,7 @@ void JanelaForm::MostraForm()
     if (m_Encerrando) {
         return;
     }
-    setWindowTitle(m_Texto.isEmpty() ? Q(m_Form->Caption()) : m_Texto);
+    setWindowTitle(Q(TextoDaMoldura(m_Texto.isEmpty() ? m_Form->Caption() : S(m_Texto), m_AoRedor.Qual)));
     setEnabled(m_Form->Enabled());
     if (!m_Form->Icone().empty()) {
         setWindowIcon(QIcon(":/icones/" + Q(m_Form->Icone()).toLower() + ".svg"));

@@ -23,6 +23,9 @@ struct AoRedorDoForm {
     Ref<ILogradouros> Logradouros;
     Ref<MemoriaDeEnderecos> Memoria;
     Ref<ILembrancas> Lembrancas = nullptr; // nothing is remembered then
+    DistincaoDeJanela Qual = {};
+    std::string Identidade = {}; // with which the keys begin of what is remembered of such windows
+    std::string Usuario = {};    // who is at work, as it stands on what is printed
 };
 
 // The window of one form of the module: drawn from its description, its widgets bound by name to the form's controls.

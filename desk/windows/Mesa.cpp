@@ -7,7 +7,9 @@
 #include "desk/host/Titulo.h"
 #include "desk/services/Calendario.h"
 #include "desk/services/Permissoes.h"
+#include "desk/windows/AreaDeTrabalho.h"
 #include "desk/windows/ConsultaAutuacao.h"
+#include "desk/windows/Cores.h"
 #include "desk/windows/Cortina.h"
 #include "desk/windows/Dialogos.h"
 #include "desk/windows/Entrada.h"
@@ -17,6 +19,8 @@
 #include "desk/windows/JanelaDaCabeca.h"
 #include "desk/windows/JanelaDeRelato.h"
 #include "desk/windows/JanelaDeTrabalho.h"
+#include "desk/windows/LugarDasJanelas.h"
+#include "desk/windows/TextoQueCede.h"
 #include "host/Conversoes.h"
 #include "host/Texto.h"
 #include "shell/Especifica.h"
@@ -55,8 +59,6 @@ constexpr int MinutoEmMilissegundos = 60000;
 constexpr int EsperaDaTroca = 50; // milliseconds
 constexpr std::int32_t MinutosDeDescanso = 5;
 constexpr int EntreOlhares = 5000; // of whether somebody is there, milliseconds
-constexpr const char *FerramentaFotografica = "mnuModVOREquiptos";
-constexpr const char *FerramentaDemais = "mnuModNABEquiptos";
 
 } // namespace
 
@@ -67,7 +69,7 @@ Mesa::Mesa(Ref<Servicos> servicos, std::filesystem::path diretorio, std::functio
       m_Ociosidade(preferencias.MinutosAteTravar(), agora),
       m_Descanso(MinutosDeDescanso, agora),
       m_Agora(agora),
-      m_Area(new QMdiArea(this)),
+      m_Area(new AreaDeTrabalho(this)),
       m_Camada(Novo<CamadaQt>(m_Area)),
       m_Janelas(Novo<Janelas>(m_Camada)),
       m_Host(Novo<HostMesa>(m_Janelas, std::move(diretorio), std::move(agora)))
@@ -75,8 +77,9 @@ Mesa::Mesa(Ref<Servicos> servicos, std::filesystem::path diretorio, std::functio
     setObjectName("Mesa");
     setWindowTitle(Q(TituloDoRegistro(*m_Servicos)));
     setWindowIcon(QIcon(":/icones/equipamentos.svg"));
+    LugarDasJanelas::DaAplicacao(); // before any window is shown
     resize(1280, 820);
-    m_Area->setBackground(QColor("#dfe6ee"));
+    SeguePaleta(*m_Area, [this] { m_Area->setBackground(CorDe(Cor::Area)); });
     setCentralWidget(m_Area);
 
     m_Janelas->Descarrega = [this](const Ref<IForm> &form) { m_Host->Plataforma()->Descarrega(form); };
@@ -118,6 +121,7 @@ Mesa::~Mesa()
 {
     qApp->removeEventFilter(this);
     ParaCuidado();
+    DefineLembrancas(nullptr);
     m_Janelas->TiraTodas(); // what they still have to say would come after the module's end
     m_Geral->Encerra();
     m_Geral = nullptr;
@@ -125,24 +129,27 @@ Mesa::~Mesa()
     InstalaHost(nullptr);
 }
 
-QAction *Mesa::AdicionaFerramenta(QMenu *menu, const QString &texto, const QString &nome)
+QAction *Mesa::AdicionaFerramenta(QMenu *menu, const Ferramenta &ferramenta)
 {
-    QAction *acao = menu->addAction(QIcon(":/icones/equipamentos.svg"), texto);
-    acao->setObjectName(nome);
-    const std::string ferramenta = S(nome);
-    connect(acao, &QAction::triggered, this, [this, ferramenta] { NaBorda([&] { m_Geral->ClickMenu(ferramenta); }); });
-    m_Ferramentas[ferramenta] = acao;
+    QAction *acao = menu->addAction(QIcon(":/icones/equipamentos.svg"), Q(ferramenta.NoMenu));
+    acao->setObjectName(Q(ferramenta.Nome));
+    acao->setShortcut(QKeySequence(Q(ferramenta.Atalho)));
+    connect(acao, &QAction::triggered, this, [this, &ferramenta] { AbreFerramenta(ferramenta); });
+    m_Ferramentas[ferramenta.Nome] = acao;
     return acao;
+}
+
+void Mesa::AbreFerramenta(const Ferramenta &ferramenta)
+{
+    m_Janelas->Distingue(ferramenta.Qual, [&] { m_Geral->ClickMenu(ferramenta.Nome); });
 }
 
 void Mesa::MontaMenus()
 {
     QMenu *equipamentos = menuBar()->addMenu("&Equipamentos");
-    QAction *fotos =
-        AdicionaFerramenta(equipamentos, "Equipamentos com trabalho &fotográfico...", FerramentaFotografica);
-    fotos->setShortcut(QKeySequence("Ctrl+1"));
-    QAction *demais = AdicionaFerramenta(equipamentos, "&Demais equipamentos...", FerramentaDemais);
-    demais->setShortcut(QKeySequence("Ctrl+2"));
+    for (const Ferramenta &ferramenta : Ferramentas()) {
+        AdicionaFerramenta(equipamentos, ferramenta);
+    }
     equipamentos->addSeparator();
     m_Consulta = equipamentos->addAction(QIcon(":/icones/consulta.svg"), "&Consulta para autuação...");
     m_Consulta->setObjectName("consultaAutuacao");
@@ -174,8 +181,9 @@ void Mesa::MontaMenus()
     barra->setObjectName("ferramentas");
     barra->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     barra->setMovable(false);
-    barra->addAction(fotos);
-    barra->addAction(demais);
+    for (const Ferramenta &ferramenta : Ferramentas()) {
+        barra->addAction(m_Ferramentas[ferramenta.Nome]);
+    }
     barra->addAction(m_Consulta);
 }
 
@@ -225,11 +233,10 @@ void Mesa::DefineAtos(AtosDoRegistro atos)
 void Mesa::MontaMenuJanela()
 {
     m_MenuJanela = menuBar()->addMenu("&Janela");
-    m_MenuJanela->addAction("Lado a &lado", m_Area, &QMdiArea::tileSubWindows);
-    m_MenuJanela->addAction("Em &cascata", m_Area, &QMdiArea::cascadeSubWindows);
-    m_MenuJanela->addSeparator();
-    m_MenuJanela->addAction("&Próxima", QKeySequence("Ctrl+F6"), m_Area, &QMdiArea::activateNextSubWindow);
-    m_MenuJanela->addAction("&Anterior", QKeySequence("Ctrl+Shift+F6"), m_Area, &QMdiArea::activatePreviousSubWindow);
+    m_MenuJanela->addAction("&Próxima", m_Area, &QMdiArea::activateNextSubWindow)
+        ->setShortcuts({QKeySequence("Ctrl+F6"), QKeySequence("Ctrl+Tab")});
+    m_MenuJanela->addAction("&Anterior", m_Area, &QMdiArea::activatePreviousSubWindow)
+        ->setShortcuts({QKeySequence("Ctrl+Shift+F6"), QKeySequence("Ctrl+Shift+Tab")});
     m_MenuJanela->addSeparator();
     m_MenuJanela->addAction("&Fechar", m_Area, &QMdiArea::closeActiveSubWindow);
     m_MenuJanela->addAction("Fechar &todas", m_Area, &QMdiArea::closeAllSubWindows);
@@ -241,7 +248,8 @@ void Mesa::MontaMenuJanela()
         }
         int numero = 0;
         for (QMdiSubWindow *filha : m_Area->subWindowList()) {
-            QAction *acao = m_MenuJanela->addAction(QString("&%1 %2").arg(++numero).arg(filha->windowTitle()));
+            QAction *acao =
+                m_MenuJanela->addAction(QString("&%1 %2").arg(++numero).arg(filha->windowTitle().replace("&", "&&")));
             acao->setCheckable(true);
             acao->setChecked(filha == m_Area->activeSubWindow());
             connect(acao, &QAction::triggered, m_Area, [this, filha] { m_Area->setActiveSubWindow(filha); });
@@ -251,12 +259,8 @@ void Mesa::MontaMenuJanela()
 
 void Mesa::MontaEstado()
 {
-    m_Usuario = new QLabel(this);
-    m_Cliente = new QLabel(this);
-    m_Conferencia = new QLabel(this);
-    m_Replica = new QLabel(this);
-    for (QLabel *rotulo : {m_Usuario, m_Cliente, m_Conferencia, m_Replica}) {
-        rotulo->setTextFormat(Qt::PlainText);
+    for (QLabel **rotulo : {&m_Usuario, &m_Cliente, &m_Conferencia, &m_Replica}) {
+        *rotulo = new TextoQueCede(this);
     }
     m_Forcar = new QPushButton(this);
     m_Usuario->setObjectName("estadoUsuario");
@@ -300,7 +304,7 @@ bool Mesa::PedeAteQueEntre()
         }
         const Ref<SessaoServico> sessao = entrada.Sessao();
         if (!sessao->AvisoDeRelogio().empty()) {
-            AvisaEmCaixa("Relógio", Q(sessao->AvisoDeRelogio()), this);
+            AvisaEmCaixa(Q(sessao->AvisoDeRelogio()), this);
         }
         if (!sessao->DeveTrocarSenha() || TrocaMinhaSenha(sessao, true)) {
             Entra(sessao);
@@ -321,7 +325,9 @@ void Mesa::Entra(const Ref<SessaoServico> &sessao)
 {
     sessao->PerguntaMotivo([this](const std::string &oQue) { return PedeMotivo(oQue); });
     m_Host->Entra(sessao);
-    m_Camada->Lembrancas = Novo<Lembrancas>(m_Preferencias, m_Servicos->Identificador(), sessao->Operador().Usuario);
+    DefineLembrancas(Novo<Lembrancas>(m_Preferencias, m_Servicos->Identificador(), sessao->Operador().Usuario));
+    LugarDasJanelas::DaAplicacao().Restaura(*this);
+    m_Camada->Usuario = sessao->Operador().Nome;
     m_Geral->Logon(m_Host->objMTM(), m_Host->objSCA(), "");
     LimpaCertificados();
     HabilitaFerramentas();
@@ -335,6 +341,12 @@ void Mesa::Entra(const Ref<SessaoServico> &sessao)
     m_Ociosidade.Usa();
     m_Vigia->start();
     m_Nivel = std::max(1, QThread::currentThread()->loopLevel());
+}
+
+void Mesa::DefineLembrancas(const Ref<ILembrancas> &lembrancas)
+{
+    m_Camada->Lembrancas = lembrancas;
+    LugarDasJanelas::DaAplicacao().DefineLembrancas(lembrancas);
 }
 
 void Mesa::Sai()
@@ -353,7 +365,8 @@ void Mesa::Sai()
     LimpaCertificados();
     NaBorda([this] { m_Geral->Logoff(); });
     m_Host->Sai();
-    m_Camada->Lembrancas = nullptr;
+    LugarDasJanelas::DaAplicacao().Guarda(*this);
+    DefineLembrancas(nullptr);
     HabilitaFerramentas();
     m_Usuario->setText("Ninguém entrou");
     m_Cliente->clear();
@@ -465,7 +478,8 @@ void Mesa::MostraPreferencias()
 void Mesa::AbreAdministracao(int pagina)
 {
     JanelaAdministracao janela(
-        Administracao(m_Host->Servico()), pagina, [this](const std::function<void()> &acao) { NaBorda(acao); }, this);
+        Administracao(m_Host->Servico()), pagina, [this](const std::function<void()> &acao) { NaBorda(acao); },
+        {m_Camada->Usuario, m_Camada->Lembrancas}, this);
     m_Janelas->MostraEEspera(Novo<DialogoQt>(&janela));
 }
 
@@ -569,8 +583,7 @@ void Mesa::RestauraRegistro()
     const QString copia = QFileDialog::getOpenFileName(this, "Restaurar uma cópia do registro", {},
                                                        "Cópias do registro (*.db);;Todos os arquivos (*)");
     if (!copia.isEmpty() &&
-        PerguntaSimNao("Restaurar",
-                       "A mesa será fechada, e o que não foi salvo se perde. O registro voltará a ser o que era "
+        PerguntaSimNao("A mesa será fechada, e o que não foi salvo se perde. O registro voltará a ser o que era "
                        "quando a cópia foi feita; o de agora fica guardado ao lado. Restaurar a cópia " +
                            copia + "?",
                        this)) {
@@ -668,13 +681,11 @@ void Mesa::AtualizaReplica()
 
 void Mesa::AbreConsulta()
 {
-    auto *consulta = new ConsultaAutuacao(
-        m_Geral->CEspecifica()->CreateCVorEquip(), [this](const std::function<void()> &acao) { NaBorda(acao); },
-        nullptr);
+    auto *consulta = new ConsultaAutuacao([this] { return m_Geral->CEspecifica()->CreateCVorEquip(); },
+                                          [this](const std::function<void()> &acao) { NaBorda(acao); }, nullptr);
     QMdiSubWindow *filha = m_Area->addSubWindow(consulta);
     filha->setAttribute(Qt::WA_DeleteOnClose);
     filha->setWindowIcon(consulta->windowIcon());
-    filha->setGeometry(60, 20, 560, 600);
     filha->show();
 }
 

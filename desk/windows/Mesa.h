@@ -2,6 +2,7 @@
 
 #include "desk/host/AtosDoRegistro.h"
 #include "desk/host/CuidadosDoDia.h"
+#include "desk/host/Ferramentas.h"
 #include "desk/host/Ficha.h"
 #include "desk/host/HostMesa.h"
 #include "desk/host/Ociosidade.h"
@@ -74,7 +75,8 @@ class Mesa : public QMainWindow {
   private:
     void MontaMenus();
     void MontaEstado();
-    QAction *AdicionaFerramenta(QMenu *menu, const QString &texto, const QString &nome);
+    QAction *AdicionaFerramenta(QMenu *menu, const Ferramenta &ferramenta);
+    void AbreFerramenta(const Ferramenta &ferramenta);
     void HabilitaFerramentas();
     void MontaMenuUsuario(QMenu *menu);
     void MontaMenuRegistro();
@@ -108,6 +110,8 @@ class Mesa : public QMainWindow {
     void LimpaCertificados();
     void MostraSobre();
     void GuardaLugar();
+    // What is remembered of who works here, from now on.
+    void DefineLembrancas(const Ref<ILembrancas> &lembrancas);
     void NaBorda(const std::function<void()> &acao) { m_Janelas->NaBorda(acao); }
 
     Ref<Servicos> m_Servicos;

@@ -14,7 +14,7 @@ void ModeloLista::Rearranja()
 
 int ModeloLista::rowCount(const QModelIndex &pai) const
 {
-    return pai.isValid() ? 0 : m_Lista.NroItens();
+    return pai.isValid() ? 0 : m_Lista.NroVistas();
 }
 
 int ModeloLista::columnCount(const QModelIndex &pai) const
@@ -24,7 +24,7 @@ int ModeloLista::columnCount(const QModelIndex &pai) const
 
 QVariant ModeloLista::data(const QModelIndex &indice, int papel) const
 {
-    if (!indice.isValid() || indice.row() >= m_Lista.NroItens() || indice.column() >= columnCount()) {
+    if (!indice.isValid() || indice.row() >= m_Lista.NroVistas() || indice.column() >= columnCount()) {
         return {};
     }
     if (papel == Qt::DisplayRole || papel == Qt::ToolTipRole) {

@@ -1,6 +1,9 @@
 #include "desk/windows/PaginaQt.h"
 
+#include "controls/FiltroDeLinhas.h"
 #include "desk/services/TextoQt.h"
+#include "desk/windows/CampoDeFiltro.h"
+#include "desk/windows/ComandosDeTabela.h"
 #include "desk/windows/Dialogos.h"
 #include "desk/windows/JanelaDeRelato.h"
 #include "desk/windows/PainelDaFicha.h"
@@ -10,11 +13,13 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
+#include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTableWidget>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <utility>
 
 namespace mesa {
@@ -22,6 +27,7 @@ namespace mesa {
 namespace {
 
 constexpr int MenorColuna = 90;
+constexpr int Margem = 6;                         // of a cell's text
 constexpr qint64 MaiorArquivo = 32 * 1024 * 1024; // bytes of a table
 
 QString SemLetra(const QString &texto)
@@ -30,31 +36,55 @@ QString SemLetra(const QString &texto)
     return limpo.remove('&').remove("...");
 }
 
+int LarguraDoConteudo(QTableWidget &tabela, int coluna)
+{
+    const QFontMetrics medida = tabela.fontMetrics();
+    int largura = tabela.horizontalHeader()->sectionSizeHint(coluna);
+    for (int linha = 0; linha < tabela.rowCount(); ++linha) {
+        const QTableWidgetItem *celula = tabela.item(linha, coluna);
+        largura = std::max(largura, celula == nullptr ? 0 : medida.horizontalAdvance(celula->text()) + 2 * Margem);
+    }
+    return largura;
+}
+
 } // namespace
 
-PaginaQt::PaginaQt(std::unique_ptr<PaginaAdministracao> pagina, BordaDaJanela borda, QWidget *dono)
+PaginaQt::PaginaQt(std::unique_ptr<PaginaAdministracao> pagina, BordaDaJanela borda, const QuemUsa &quem, QWidget *dono)
     : QWidget(dono),
       m_Pagina(std::move(pagina)),
       m_Borda(std::move(borda)),
       m_Linhas(new QTableWidget(this)),
       m_Nota(FazTexto("nota", "", this))
 {
-    setObjectName(QString::fromUtf8(m_Pagina->Nome().data(), static_cast<qsizetype>(m_Pagina->Nome().size())));
+    const QString nome = Q(std::string(m_Pagina->Nome()));
+    setObjectName(nome);
     auto *tudo = new QVBoxLayout(this);
     MontaCriterios(tudo);
+    MontaTabela(quem);
+    tudo->addWidget(m_Linhas, 1);
+    m_Filtro = new CampoDeFiltro(nome + "_filtro", m_Linhas, this);
+    auto *pe = new QHBoxLayout;
+    pe->addWidget(m_Nota, 1);
+    pe->addStretch(1);
+    pe->addWidget(m_Filtro);
+    tudo->addLayout(pe);
+    MontaComandos(tudo);
+    connect(m_Filtro, &QLineEdit::textChanged, this, [this] { Filtra(); });
+    connect(m_Linhas, &QTableWidget::itemSelectionChanged, this, [this] { Habilita(); });
+}
+
+void PaginaQt::MontaTabela(const QuemUsa &quem)
+{
+    const std::string titulo(m_Pagina->Titulo());
     QStringList colunas;
     for (const std::string &coluna : m_Pagina->Colunas()) {
         colunas << Q(coluna);
     }
     m_Linhas->setObjectName("linhas");
-    m_Linhas->setAccessibleName(
-        SemLetra(QString::fromUtf8(m_Pagina->Titulo().data(), static_cast<qsizetype>(m_Pagina->Titulo().size()))));
+    m_Linhas->setAccessibleName(SemLetra(Q(titulo)));
     m_Linhas->setColumnCount(static_cast<int>(colunas.size()));
     m_Linhas->setHorizontalHeaderLabels(colunas);
     m_Linhas->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    m_Linhas->horizontalHeader()->setMinimumSectionSize(MenorColuna);
-    m_Linhas->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    m_Linhas->horizontalHeader()->setSectionResizeMode(static_cast<int>(colunas.size()) - 1, QHeaderView::Stretch);
     m_Linhas->horizontalHeader()->setHighlightSections(false);
     m_Linhas->verticalHeader()->hide();
     m_Linhas->setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -64,10 +94,47 @@ PaginaQt::PaginaQt(std::unique_ptr<PaginaAdministracao> pagina, BordaDaJanela bo
     m_Linhas->setShowGrid(false);
     m_Linhas->setAlternatingRowColors(true);
     m_Linhas->setWordWrap(false);
-    tudo->addWidget(m_Linhas, 1);
-    tudo->addWidget(m_Nota);
-    MontaComandos(tudo);
-    connect(m_Linhas, &QTableWidget::itemSelectionChanged, this, [this] { Habilita(); });
+    m_Linhas->setContextMenuPolicy(Qt::CustomContextMenu);
+    m_ComandosDeTabela =
+        new ComandosDeTabela(m_Linhas, quem, "Administracao/" + std::string(m_Pagina->Nome()) + "/colunas", [titulo] {
+            return ComandosDeTabela::Cabeca{SemLetra(Q(titulo)), {}};
+        });
+    m_ComandosDeTabela->MudouVistas = [this] { Filtra(); };
+    connect(m_Linhas, &QTableWidget::customContextMenuRequested, this, [this](const QPoint &onde) { AbreMenu(onde); });
+}
+
+// As wide as what is in them.
+void PaginaQt::MostraColunas()
+{
+    const std::vector<std::string> titulos = m_Pagina->Colunas();
+    std::vector<ComandosDeTabela::Coluna> colunas;
+    for (int coluna = 0; coluna < m_Linhas->columnCount(); ++coluna) {
+        const std::string &titulo = titulos[static_cast<std::size_t>(coluna)];
+        colunas.push_back({titulo, titulo, std::max(LarguraDoConteudo(*m_Linhas, coluna), MenorColuna)});
+    }
+    m_ComandosDeTabela->DefineColunas(colunas);
+}
+
+void PaginaQt::Filtra()
+{
+    const FiltroDeLinhas filtro(S(m_Filtro->text()));
+    const std::vector<std::int32_t> vistas = m_ComandosDeTabela->Vistas();
+    for (int linha = 0; linha < m_Linhas->rowCount(); ++linha) {
+        std::string chave;
+        for (const std::int32_t coluna : vistas) {
+            FiltroDeLinhas::Acrescenta(chave, S(m_Linhas->model()->index(linha, coluna - 1).data().toString()));
+        }
+        m_Linhas->setRowHidden(linha, !filtro.Aceita(chave));
+    }
+    Habilita();
+}
+
+void PaginaQt::AbreMenu(const QPoint &onde)
+{
+    QMenu menu(m_Linhas);
+    menu.setObjectName("menuDaTabela");
+    m_ComandosDeTabela->AdicionaAoMenu(menu, {});
+    menu.exec(m_Linhas->viewport()->mapToGlobal(onde));
 }
 
 void PaginaQt::MontaCriterios(QVBoxLayout *tudo)
@@ -84,6 +151,7 @@ void PaginaQt::MontaCriterios(QVBoxLayout *tudo)
     linha->addWidget(localizar, 0, Qt::AlignBottom);
     linha->addStretch(1);
     tudo->addLayout(linha);
+    setTabOrder(localizar, m_Linhas);
     connect(localizar, &QPushButton::clicked, this, [this] {
         m_Criterios->Recolhe();
         Carrega();
@@ -135,9 +203,12 @@ void PaginaQt::Mostra()
             m_Linhas->setItem(static_cast<int>(linha), static_cast<int>(coluna), celula);
         }
     }
+    MostraColunas();
+    Filtra();
     const std::size_t atual = m_Pagina->Reencontra(S(antes)).value_or(0);
     if (atual < linhas.size()) {
-        m_Linhas->setCurrentCell(static_cast<int>(atual), 0);
+        const std::vector<std::int32_t> vistas = m_ComandosDeTabela->Vistas();
+        m_Linhas->setCurrentCell(static_cast<int>(atual), vistas.empty() ? 0 : vistas.front() - 1);
     }
     m_Nota->setText(Q(m_Pagina->Nota()));
     m_Nota->setVisible(!m_Nota->text().isEmpty());
@@ -154,7 +225,8 @@ void PaginaQt::Habilita()
 std::optional<std::size_t> PaginaQt::Escolhida() const
 {
     const int linha = m_Linhas->currentRow();
-    return linha < 0 ? std::nullopt : std::optional<std::size_t>(static_cast<std::size_t>(linha));
+    return linha < 0 || m_Linhas->isRowHidden(linha) ? std::nullopt
+                                                     : std::optional<std::size_t>(static_cast<std::size_t>(linha));
 }
 
 void PaginaQt::Comanda(const ComandoDaPagina &comando)
@@ -235,12 +307,12 @@ void PaginaQt::ComArquivo(const ComandoDaPagina &comando)
 bool PaginaQt::Confirma(const std::string &comando)
 {
     const std::string pergunta = m_Pagina->Pergunta(comando, Escolhida());
-    return pergunta.empty() || PerguntaSimNao("Administração", Q(pergunta), this);
+    return pergunta.empty() || PerguntaSimNao(Q(pergunta), this);
 }
 
 void PaginaQt::Recusa(const std::string &frase)
 {
-    AvisaEmCaixa("Administração", Q(frase), this);
+    AvisaEmCaixa(Q(frase), this);
 }
 
 } // namespace mesa

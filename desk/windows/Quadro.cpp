@@ -3,6 +3,7 @@
 #include "controls/ControleBase.h"
 #include "desk/services/TextoQt.h"
 #include "desk/windows/Combo.h"
+#include "desk/windows/Rolagem.h"
 #include "tela/Partes.h"
 #include "tela/Twips.h"
 
@@ -122,8 +123,27 @@ QString NomeDoWidget(const std::string &nome, std::int16_t indice)
 
 Quadro::Quadro(const IForm &form, QWidget *janela) : QObject(janela), m_Desenho(form.Desenho()), m_Controles(form)
 {
-    janela->setLayout(FazArranjo(m_Desenho.Raiz, janela));
-    janela->layout()->setSizeConstraint(QLayout::SetMinimumSize);
+    FazJanela(janela);
+}
+
+void Quadro::FazJanela(QWidget *janela)
+{
+    const std::span<const Peca> todas = m_Desenho.Raiz.Pecas;
+    const auto comandos = std::ranges::find_if(todas, [](const Peca &peca) { return ::EhDeComandos(peca); });
+    auto *conteudo = new QWidget(janela);
+    conteudo->setObjectName("conteudo");
+    QLayout *arranjo = FazColuna({todas.begin(), comandos}, conteudo);
+    conteudo->setLayout(arranjo);
+    const QMargins margens = arranjo->contentsMargins();
+    auto *tudo = new QVBoxLayout(janela);
+    tudo->setContentsMargins(0, 0, 0, 0);
+    tudo->addWidget(new Rolagem(conteudo, janela), 1);
+    if (comandos != todas.end()) {
+        arranjo->setContentsMargins(margens.left(), margens.top(), margens.right(), 0);
+        QLayout *linha = FazArranjo(*comandos, janela);
+        linha->setContentsMargins(margens.left(), 0, margens.right(), margens.bottom());
+        tudo->addLayout(linha);
+    }
 }
 
 // anterior: the label before it in its row, which leads to it.
@@ -164,14 +184,14 @@ QLayout *Quadro::FazArranjo(const Peca &peca, QWidget *dono)
     case Arranjo::Coluna:
         break;
     }
-    return FazColuna(peca, dono);
+    return FazColuna(peca.Pecas, dono);
 }
 
-QLayout *Quadro::FazColuna(const Peca &peca, QWidget *dono)
+QLayout *Quadro::FazColuna(std::span<const Peca> pecas, QWidget *dono)
 {
     auto *coluna = new QVBoxLayout;
     bool enche = false;
-    for (const Peca &contida : peca.Pecas) {
+    for (const Peca &contida : pecas) {
         enche = enche || contida.Elastica;
         if (EhMola(contida)) {
             coluna->addStretch(1);

@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -61,7 +62,10 @@ class Quadro : public QObject {
 
     Parte Faz(const Peca &peca, QWidget *dono, QLabel *anterior);
     QLayout *FazArranjo(const Peca &peca, QWidget *dono);
-    QLayout *FazColuna(const Peca &peca, QWidget *dono);
+    // Of the pieces from one up to another one.
+    QLayout *FazColuna(std::span<const Peca> pecas, QWidget *dono);
+    // What the window shows, which scrolls, and below it the commands that stand at its end.
+    void FazJanela(QWidget *janela);
     QLayout *FazLinha(const Peca &peca, QWidget *dono);
     QLayout *FazGrade(const Peca &peca, QWidget *dono);
     QWidget *FazWidget(const Peca &peca, QWidget *dono);

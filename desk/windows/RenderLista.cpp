@@ -2,11 +2,15 @@
 
 #include "controls/ItemMenu.h"
 #include "controls/ztList.h"
+#include "desk/windows/CampoDeFiltro.h"
+#include "desk/windows/ComandosDeTabela.h"
 #include "desk/windows/ModeloLista.h"
 #include "tela/ComandosDeLista.h"
 #include "tela/Partes.h"
 #include "tela/Twips.h"
 
+#include <QApplication>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -14,11 +18,14 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
+#include <QProgressDialog>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTableView>
 #include <QTimer>
 #include <QToolButton>
 #include <QVBoxLayout>
+#include <QWheelEvent>
 
 #include <algorithm>
 
@@ -54,12 +61,30 @@ class RenderLista::Tabela : public QTableView {
     using QTableView::QTableView;
 
     int LarguraDasColunas = 0;
+    std::function<void()> RolouAoFim = [] {}; // the person, with the mouse
+
+    // Brings the rows to where they were, before they are painted.
+    void RolaPara(int onde)
+    {
+        executeDelayedItemsLayout();
+        updateGeometries();
+        verticalScrollBar()->setValue(onde);
+    }
 
     QSize sizeHint() const override { return {Largura(LarguraDasColunas), QTableView::sizeHint().height()}; }
     QSize minimumSizeHint() const override
     {
         constexpr int LarguraQueBasta = 640;
         return {Largura(std::min(LarguraDasColunas, LarguraQueBasta)), QTableView::minimumSizeHint().height()};
+    }
+
+  protected:
+    void wheelEvent(QWheelEvent *evento) override
+    {
+        QTableView::wheelEvent(evento);
+        if (evento->angleDelta().y() < 0 && verticalScrollBar()->value() == verticalScrollBar()->maximum()) {
+            RolouAoFim();
+        }
     }
 
   private:
@@ -69,9 +94,40 @@ class RenderLista::Tabela : public QTableView {
     }
 };
 
+// Tells how far the loading of many rows has come, once it takes so long that a person wonders, and can be given up.
+class RenderLista::Espera {
+  public:
+    explicit Espera(QWidget *dono) : m_Janela("", "&Cancelar", 0, 0, dono)
+    {
+        constexpr int NuncaPorSi = 1'000'000'000;
+        m_Janela.setObjectName("CarregarDemais");
+        m_Janela.setWindowTitle("Carregar as demais linhas");
+        m_Janela.setWindowModality(Qt::WindowModal);
+        m_Janela.setMinimumDuration(NuncaPorSi);
+        m_Janela.reset(); // its own clock has started with it
+        m_Tempo.start();
+    }
+
+    bool Segue(const QString &quantos)
+    {
+        constexpr qint64 Logo = 500; // ms
+        if (!m_Janela.isVisible() && m_Tempo.elapsed() >= Logo && !m_Janela.wasCanceled()) {
+            m_Janela.show();
+        }
+        m_Janela.setLabelText("Carregados: " + quantos);
+        QCoreApplication::processEvents();
+        return !m_Janela.wasCanceled();
+    }
+
+  private:
+    QProgressDialog m_Janela;
+    QElapsedTimer m_Tempo;
+};
+
 RenderLista::RenderLista(Ref<IControle> controle, QWidget *widget, Borda borda, std::function<void()> fecha,
-                         std::function<void()> ajuda)
+                         std::function<void()> ajuda, AoRedorDaLista aoRedor)
     : Renderizador(std::move(controle), widget, std::move(borda)),
+      m_AoRedor(std::move(aoRedor)),
       m_Criterios(widget->findChild<QWidget *>(widget->objectName() + "_criterios")),
       m_Titulo(new QLabel(widget)),
       m_Tabela(new Tabela(widget)),
@@ -80,14 +136,46 @@ RenderLista::RenderLista(Ref<IControle> controle, QWidget *widget, Borda borda, 
       m_Comandos(new QVBoxLayout),
       m_Localizar(widget->window()->findChild<QPushButton *>(widget->objectName() + "_localizar")),
       m_Mais(new QPushButton(Q(std::string(Partes::MaisRegistros)), widget)),
+      m_Rodape(new QLabel(widget)),
+      m_Filtro(new CampoDeFiltro(widget->objectName() + "_filtro", m_Tabela, widget)),
       m_Fechar(FazBotao(m_Barra)),
       m_Ajuda(FazBotao(m_Barra))
 {
     m_Titulo->setObjectName("titulo");
     m_Titulo->setWordWrap(true);
     m_Titulo->setTextFormat(Qt::PlainText);
-    m_Tabela->setObjectName("linhas");
     m_Mais->setObjectName("mais");
+    m_Rodape->setObjectName("rodape");
+    m_Rodape->setTextFormat(Qt::PlainText);
+    m_Rodape->setWordWrap(true);
+    MontaTabela();
+    MontaLeiaute();
+
+    const std::string lembranca = m_AoRedor.Janela + "/" + Como<ztList>(*this).Nome();
+    m_Ordem = lembranca + "/ordem";
+    m_ComandosDeTabela = new ComandosDeTabela(m_Tabela, m_AoRedor.Quem, lembranca + "/colunas", [this] {
+        QString titulo = Como<ztList>(*this).Form() ? Q(Como<ztList>(*this).Form()->Caption()) : QString();
+        return ComandosDeTabela::Cabeca{titulo, Q(Como<ztList>(*this).Titulo())};
+    });
+    m_ComandosDeTabela->MudouVistas = [this] { Filtra(); };
+
+    m_Fechar->setIcon(QIcon(":/icones/fechar.svg"));
+    m_Ajuda->setIcon(QIcon(":/icones/ajuda.svg"));
+    connect(m_Fechar, &QToolButton::clicked, this, [this, fecha] { Age(fecha); });
+    connect(m_Ajuda, &QToolButton::clicked, this, [this, ajuda] { Age(ajuda); });
+    connect(m_Mais, &QPushButton::clicked, this, [this] { Age([this] { Como<ztList>(*this).PedeMais(); }); });
+    connect(m_Filtro, &QLineEdit::textChanged, this, [this] { Filtra(); });
+    if (m_Localizar != nullptr) {
+        m_Localizar->setText(Q(std::string(Partes::Localizar)));
+        m_Localizar->setIcon(QIcon(":/icones/localizar.svg"));
+        connect(m_Localizar, &QPushButton::clicked, this, [this] { Age([this] { Como<ztList>(*this).Localiza(); }); });
+    }
+    SegueFoco(m_Tabela);
+}
+
+void RenderLista::MontaTabela()
+{
+    m_Tabela->setObjectName("linhas");
     m_Tabela->setModel(m_Modelo);
     m_Tabela->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_Tabela->setSelectionMode(QAbstractItemView::SingleSelection);
@@ -101,12 +189,45 @@ RenderLista::RenderLista(Ref<IControle> controle, QWidget *widget, Borda borda, 
     m_Tabela->horizontalHeader()->setSectionsClickable(true);
     m_Tabela->horizontalHeader()->setSortIndicatorShown(true);
     m_Tabela->horizontalHeader()->setHighlightSections(false);
-    m_Tabela->setAccessibleName("Lista");
+    m_Tabela->setAccessibleName(Widget()->accessibleName());
+    connect(m_Tabela->horizontalHeader(), &QHeaderView::sectionClicked, this,
+            [this](int coluna) { Ordena(coluna + 1); });
+    connect(m_Tabela, &QTableView::customContextMenuRequested, this, [this](const QPoint &onde) { AbreMenu(onde); });
+    connect(m_Tabela->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            [this](const QModelIndex &linha) {
+                if (linha.isValid() && linha.row() + 1 != Como<ztList>(*this).AtualVista()) {
+                    Age([this, &linha] { Como<ztList>(*this).ClicaLinha(linha.row() + 1); });
+                }
+            });
+    m_Tabela->RolouAoFim = [this] { Rola(); };
+    // The bar's own actions come before it has moved.
+    connect(m_Tabela->verticalScrollBar(), &QScrollBar::actionTriggered, this, [this](int acao) {
+        if (acao == QAbstractSlider::SliderSingleStepAdd || acao == QAbstractSlider::SliderPageStepAdd ||
+            acao == QAbstractSlider::SliderToMaximum ||
+            (acao == QAbstractSlider::SliderMove && m_Tabela->verticalScrollBar()->isSliderDown())) {
+            QMetaObject::invokeMethod(
+                this,
+                [this] {
+                    const QScrollBar *barra = m_Tabela->verticalScrollBar();
+                    if (barra->value() == barra->maximum()) {
+                        Rola();
+                    }
+                },
+                Qt::QueuedConnection);
+        }
+    });
+}
 
+void RenderLista::MontaLeiaute()
+{
+    auto *pe = new QHBoxLayout;
+    pe->addWidget(m_Mais);
+    pe->addWidget(m_Rodape, 1);
+    pe->addWidget(m_Filtro);
     auto *centro = new QVBoxLayout;
     centro->addWidget(m_Titulo);
     centro->addWidget(m_Tabela, 1);
-    centro->addWidget(m_Mais, 0, Qt::AlignLeft);
+    centro->addLayout(pe);
     auto *lado = new QVBoxLayout(m_Barra);
     lado->setContentsMargins(0, 0, 0, 0);
     lado->addLayout(m_Comandos);
@@ -116,33 +237,12 @@ RenderLista::RenderLista(Ref<IControle> controle, QWidget *widget, Borda borda, 
     auto *baixo = new QHBoxLayout;
     baixo->addLayout(centro, 1);
     baixo->addWidget(m_Barra);
-    auto *tudo = new QVBoxLayout(widget);
+    auto *tudo = new QVBoxLayout(Widget());
     tudo->setContentsMargins(0, 0, 0, 0);
     if (m_Criterios != nullptr) {
         tudo->addWidget(m_Criterios);
     }
     tudo->addLayout(baixo, 1);
-
-    m_Fechar->setIcon(QIcon(":/icones/fechar.svg"));
-    m_Ajuda->setIcon(QIcon(":/icones/ajuda.svg"));
-    connect(m_Fechar, &QToolButton::clicked, this, [this, fecha] { Age(fecha); });
-    connect(m_Ajuda, &QToolButton::clicked, this, [this, ajuda] { Age(ajuda); });
-    connect(m_Mais, &QPushButton::clicked, this, [this] { Age([this] { Como<ztList>(*this).PedeMais(); }); });
-    connect(m_Tabela->horizontalHeader(), &QHeaderView::sectionClicked, this,
-            [this](int coluna) { Age([this, coluna] { Como<ztList>(*this).OrdenaPor(coluna + 1); }); });
-    connect(m_Tabela, &QTableView::customContextMenuRequested, this, [this](const QPoint &onde) { AbreMenu(onde); });
-    connect(m_Tabela->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
-            [this](const QModelIndex &linha) {
-                if (linha.isValid() && linha.row() + 1 != Como<ztList>(*this).ItemAtual()) {
-                    Age([this, &linha] { Como<ztList>(*this).ClicaLinha(linha.row() + 1); });
-                }
-            });
-    if (m_Localizar != nullptr) {
-        m_Localizar->setText(Q(std::string(Partes::Localizar)));
-        m_Localizar->setIcon(QIcon(":/icones/localizar.svg"));
-        connect(m_Localizar, &QPushButton::clicked, this, [this] { Age([this] { Como<ztList>(*this).Localiza(); }); });
-    }
-    SegueFoco(m_Tabela);
 }
 
 QWidget *RenderLista::WidgetDe(Parte parte) const
@@ -152,6 +252,8 @@ QWidget *RenderLista::WidgetDe(Parte parte) const
         return m_Localizar;
     case Parte::MaisRegistros:
         return m_Mais;
+    case Parte::Filtro:
+        return m_Filtro;
     default:
         return m_Tabela;
     }
@@ -160,53 +262,128 @@ QWidget *RenderLista::WidgetDe(Parte parte) const
 void RenderLista::Mostra()
 {
     const auto &lista = Como<ztList>(*this);
+    if (lista.Trazendo() || m_Carregando) { // the rows are shown once they are there
+        MostraRodape();
+        return;
+    }
     m_Titulo->setText(Q(lista.Titulo()));
     m_Titulo->setVisible(!lista.Titulo().empty());
-    if (m_Arranjo != lista.Arranjo()) {
+    const bool outras = m_Arranjo != lista.Arranjo();
+    if (outras) {
         m_Arranjo = lista.Arranjo();
         m_Modelo->Rearranja();
         MostraColunas();
     }
-    if (lista.ItemAtual() >= 1) {
-        const QModelIndex atual = m_Modelo->index(lista.ItemAtual() - 1, m_PrimeiraVisivel);
-        m_Tabela->selectionModel()->setCurrentIndex(atual,
-                                                    QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-        m_Tabela->scrollTo(atual);
-    } else {
-        m_Tabela->clearSelection();
-        m_Tabela->setCurrentIndex({});
-    }
+    MostraAtual(outras);
     m_Tabela->horizontalHeader()->setSortIndicator(lista.ColunaOrdem() - 1,
                                                    lista.OrdemDecrescente() ? Qt::DescendingOrder : Qt::AscendingOrder);
     m_Mais->setVisible(lista.TemMais());
+    MostraRodape();
     if (m_Criterios != nullptr) {
         m_Criterios->setVisible(lista.Ajustes().BarraCriteriosAtiva);
     }
     MostraMenu();
 }
 
-void RenderLista::MostraColunas()
+// A row that becomes current is brought to where it is seen; afterwards the person may roll it away.
+void RenderLista::MostraAtual(bool outras)
+{
+    const std::int32_t atual = Como<ztList>(*this).AtualVista();
+    if (!outras && atual == m_Atual && m_Tabela->currentIndex().row() + 1 == atual) {
+        return;
+    }
+    m_Atual = atual;
+    if (atual < 1) {
+        m_Tabela->clearSelection();
+        m_Tabela->setCurrentIndex({});
+        return;
+    }
+    const std::vector<std::int32_t> vistas = m_ComandosDeTabela->Vistas();
+    const QModelIndex linha = m_Modelo->index(atual - 1, vistas.empty() ? 0 : vistas.front() - 1);
+    m_Tabela->selectionModel()->setCurrentIndex(linha, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    if (!m_Rolando) {
+        m_Tabela->scrollTo(linha);
+    }
+}
+
+void RenderLista::MostraRodape()
 {
     const auto &lista = Como<ztList>(*this);
-    const auto &colunas = lista.Colunas();
-    const ColunasVistas vistas = VistasDaLista(lista);
-    m_PrimeiraVisivel = std::max(vistas.Primeira - 1, 0);
-    int menor = 0;
+    m_Rodape->setText(Q(RodapeDaLista(lista)));
+    m_Filtro->setEnabled(lista.NroItens() > 0 || !m_Filtro->text().isEmpty());
+}
+
+void RenderLista::MostraColunas()
+{
+    auto &lista = Como<ztList>(*this);
+    std::vector<ComandosDeTabela::Coluna> colunas;
     m_Tabela->LarguraDasColunas = 0;
-    for (int coluna = 0; coluna < static_cast<int>(colunas.size()); ++coluna) {
-        const auto &descricao = colunas[static_cast<std::size_t>(coluna)];
-        m_Tabela->setColumnHidden(coluna, !descricao.Visivel);
-        if (descricao.Visivel) {
-            const int largura = Pixels(descricao.Largura) + 12;
-            m_Tabela->setColumnWidth(coluna, largura);
-            m_Tabela->LarguraDasColunas += largura;
-            menor = menor == 0 ? largura : std::min(menor, largura);
-        }
-        m_Tabela->horizontalHeader()->setSectionResizeMode(
-            coluna, coluna + 1 == vistas.Ultima ? QHeaderView::Stretch : QHeaderView::Interactive);
+    bool oferecidas = false;
+    for (const ztList::Coluna &coluna : lista.Colunas()) {
+        const bool oferecida = coluna.Visivel && coluna.Largura > 0;
+        oferecidas = oferecidas || oferecida;
+        const int largura = Pixels(coluna.Largura) + 12;
+        colunas.push_back({coluna.Chave, coluna.Titulo, largura, oferecida});
+        m_Tabela->LarguraDasColunas += oferecida ? largura : 0;
     }
-    m_Tabela->horizontalHeader()->setMinimumSectionSize(menor); // of the last one, when the table is narrow
+    m_ComandosDeTabela->DefineColunas(colunas);
     m_Tabela->updateGeometry();
+    if (oferecidas && !m_OrdemLida && m_AoRedor.Quem.Lembrancas) {
+        m_OrdemLida = true;
+        LembraOrdem(lista, m_AoRedor.Quem.Lembrancas->Lembranca(m_Ordem));
+    }
+}
+
+void RenderLista::Filtra()
+{
+    Age([this] { Como<ztList>(*this).Filtra(S(m_Filtro->text()), m_ComandosDeTabela->Vistas()); });
+}
+
+// The person sorts by a column; 0: as the rows came.
+void RenderLista::Ordena(int coluna)
+{
+    const QPointer<RenderLista> vivo = this;
+    std::unique_ptr<Espera> espera;
+    const TelaDaCarga tela{m_AoRedor.Pergunta, [&](const std::string &quantos) {
+                               if (!espera && vivo) {
+                                   espera = std::make_unique<Espera>(m_Tabela->window());
+                               }
+                               return espera && espera->Segue(Q(quantos)) && vivo;
+                           }};
+    const Ref<ztList> lista = ComoTipo<ztList>(Controle());
+    m_Carregando = true;
+    Age([&] { OrdenaLista(lista, coluna, tela); });
+    espera.reset();
+    if (!vivo) {
+        return;
+    }
+    m_Carregando = false;
+    Atualiza();
+    if (m_AoRedor.Quem.Lembrancas) {
+        m_AoRedor.Quem.Lembrancas->Lembra(m_Ordem, OrdemLembrada(*lista));
+    }
+}
+
+// The person has come to the end of the rows.
+void RenderLista::Rola()
+{
+    if (m_Rolando) {
+        return;
+    }
+    const QPointer<RenderLista> vivo = this;
+    const int onde = m_Tabela->verticalScrollBar()->value();
+    m_Rolando = true;
+    Age([this] { Como<ztList>(*this).RolaAteOFim(); });
+    if (vivo) {
+        m_Rolando = false;
+        m_Tabela->RolaPara(onde);
+    }
+}
+
+bool RenderLista::NoFim() const
+{
+    const auto &lista = Como<ztList>(*this);
+    return lista.AtualVista() > 0 && lista.AtualVista() == lista.NroVistas();
 }
 
 void RenderLista::MostraMenu()
@@ -242,6 +419,7 @@ void RenderLista::AbreMenu(const QPoint &onde)
     }
     QMenu menu(m_Tabela);
     menu.setObjectName("menuDaLista");
+    std::vector<std::string> captions;
     for (const ComandoDeLista &comando : BarraDaLista(Como<ztList>(*this)).Comandos) {
         if (!comando.Visivel) {
             continue;
@@ -252,16 +430,19 @@ void RenderLista::AbreMenu(const QPoint &onde)
         QAction *acao = menu.addAction(Icone(comando.Chave), Q(comando.NoMenu));
         acao->setEnabled(comando.Utilizavel);
         acao->setData(Q(comando.Chave));
+        captions.push_back(comando.NoMenu);
     }
     AdicionaOrdens(menu);
+    captions.push_back(OrdensDaLista(Como<ztList>(*this)).Caption);
+    m_ComandosDeTabela->AdicionaAoMenu(menu, captions);
     const QPointer<RenderLista> vivo = this;
     const QAction *escolhida = menu.exec(m_Tabela->viewport()->mapToGlobal(onde));
     if (escolhida == nullptr || !vivo) {
         return;
     }
     if (escolhida->data().typeId() == QMetaType::Int) {
-        Age([this, coluna = escolhida->data().toInt()] { Como<ztList>(*this).OrdenaPor(coluna); });
-    } else {
+        Ordena(escolhida->data().toInt());
+    } else if (escolhida->data().typeId() == QMetaType::QString) { // others do what they do by themselves
         Escolhe(S(escolhida->data().toString()));
     }
 }
@@ -312,8 +493,23 @@ bool RenderLista::Tecla(const QKeyEvent &tecla)
     if (tecla.modifiers() == Qt::NoModifier && (tecla.key() == Qt::Key_Home || tecla.key() == Qt::Key_End)) {
         const auto linha =
             LinhaDaTecla(Como<ztList>(*this), tecla.key() == Qt::Key_Home ? TeclaDeLista::Home : TeclaDeLista::End);
-        m_Tabela->setCurrentIndex(m_Modelo->index(linha.value_or(0) - 1, m_PrimeiraVisivel));
+        const std::vector<std::int32_t> vistas = m_ComandosDeTabela->Vistas();
+        m_Tabela->setCurrentIndex(m_Modelo->index(linha.value_or(0) - 1, vistas.empty() ? 0 : vistas.front() - 1));
+        if (tecla.key() == Qt::Key_End && NoFim()) {
+            Rola();
+        }
         return true;
+    }
+    if (tecla.modifiers() == Qt::NoModifier && (tecla.key() == Qt::Key_Down || tecla.key() == Qt::Key_PageDown)) {
+        // Once the table has gone there.
+        QMetaObject::invokeMethod(
+            this,
+            [this] {
+                if (NoFim()) {
+                    Rola();
+                }
+            },
+            Qt::QueuedConnection);
     }
     return false;
 }

@@ -1,5 +1,7 @@
 #include "desk/windows/Renderizador.h"
 
+#include "desk/windows/Cores.h"
+
 #include <QEvent>
 #include <QLineEdit>
 #include <QPalette>
@@ -19,11 +21,13 @@ void DefineSomenteLeitura(QLineEdit &campo, bool valor)
         return;
     }
     campo.setReadOnly(valor);
-    QPalette cores;
-    if (valor) {
-        cores.setColor(QPalette::Base, cores.color(QPalette::Window));
-    }
-    campo.setPalette(cores);
+    SeguePaleta(campo, [alvo = &campo] {
+        QPalette cores;
+        if (alvo->isReadOnly()) {
+            cores.setColor(QPalette::Base, cores.color(QPalette::Window));
+        }
+        alvo->setPalette(cores);
+    });
 }
 
 Renderizador::Renderizador(Ref<IControle> controle, QWidget *widget, Borda borda)

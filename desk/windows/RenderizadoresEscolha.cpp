@@ -31,9 +31,11 @@ QStringList Lista(const std::vector<std::string> &textos)
     return lista;
 }
 
-QLabel *NovoRotulo(std::string_view texto, QWidget *dono)
+QLabel *NovoRotulo(std::string_view texto, QWidget *alvo)
 {
-    return new QLabel(Q(std::string(texto)), dono);
+    auto *rotulo = new QLabel(Q(std::string(texto)), alvo->parentWidget());
+    rotulo->setBuddy(alvo); // a combo is known to a reader by its label alone
+    return rotulo;
 }
 
 void MostraTexto(QLineEdit &campo, const std::string &texto)
@@ -95,13 +97,13 @@ RenderEndereco::RenderEndereco(Ref<IControle> controle, QWidget *widget, Borda b
 
     auto *grade = new QGridLayout(widget);
     grade->setContentsMargins(0, 0, 0, 0);
-    grade->addWidget(NovoRotulo(Partes::Municipio, widget), 0, 0);
+    grade->addWidget(NovoRotulo(Partes::Municipio, m_Municipio), 0, 0);
     grade->addWidget(m_Municipio, 0, 1, 1, 3);
-    grade->addWidget(NovoRotulo(Partes::Logradouro, widget), 1, 0);
+    grade->addWidget(NovoRotulo(Partes::Logradouro, m_Via), 1, 0);
     grade->addWidget(m_Via, 1, 1, 1, 3);
-    grade->addWidget(NovoRotulo(Partes::Numero, widget), 2, 0);
+    grade->addWidget(NovoRotulo(Partes::Numero, m_Numero), 2, 0);
     grade->addWidget(m_Numero, 2, 1);
-    grade->addWidget(NovoRotulo(Partes::Complemento, widget), 2, 2);
+    grade->addWidget(NovoRotulo(Partes::Complemento, m_Complemento), 2, 2);
     grade->addWidget(m_Complemento, 2, 3);
     auto *botoes = new QHBoxLayout;
     botoes->addWidget(m_Atual, 1);
@@ -202,9 +204,9 @@ RenderClienteSetor::RenderClienteSetor(Ref<IControle> controle, QWidget *widget,
     }
     auto *linha = new QHBoxLayout(widget);
     linha->setContentsMargins(0, 0, 0, 0);
-    linha->addWidget(NovoRotulo(Partes::Cliente, widget));
+    linha->addWidget(NovoRotulo(Partes::Cliente, m_Cliente));
     linha->addWidget(m_Cliente);
-    linha->addWidget(NovoRotulo(Partes::Setor, widget));
+    linha->addWidget(NovoRotulo(Partes::Setor, m_Setor));
     linha->addWidget(m_Setor);
     linha->addStretch();
     connect(m_Cliente, &QComboBox::activated, this,

@@ -8,33 +8,44 @@ class QLabel;
 class QLineEdit;
 class QPdfDocument;
 class QPdfSearchModel;
-class QPdfView;
+class QSpinBox;
 
 namespace mesa {
 
-// Shows the pages of a PDF, with zoom, search, print and save as.
+class PaginasPDF;
+
+// Shows the pages of a PDF, with zoom, search, copying of text, print and save as.
 class VisorPDF : public QDialog {
   public:
     explicit VisorPDF(QWidget *dono);
     ~VisorPDF() override;
 
-    // False when the file cannot be read as a PDF.
-    bool Abre(const QString &caminho);
+    // False when the file cannot be read as a PDF with pages. nome: of the document, when it is not the file's.
+    bool Abre(const QString &caminho, const QString &nome = {});
 
   private:
-    void MudaZoom(double fator);
+    QWidget *FazBarra();
+    QWidget *FazBusca();
+    void FazAcoes();
+    void FazTeclas();
+    void Segue();
     void Procura(int passo);
+    void EsqueceAchados();
+    void Copia();
+    void CopiaPagina();
     void Imprime();
     void SalvaComo();
 
-    QString m_Nome; // of the file
+    QString m_Nome;
     QBuffer m_Bytes;
     QPdfDocument *m_Documento;
-    QPdfView *m_Visao;
+    PaginasPDF *m_Paginas;
     QPdfSearchModel *m_Busca;
-    QLineEdit *m_Procurado;
-    QLabel *m_Achados;
-    int m_Resultado = -1;
+    QSpinBox *m_Pagina = nullptr;
+    QLabel *m_Zoom = nullptr;
+    QLineEdit *m_Procurado = nullptr;
+    QLabel *m_Achados = nullptr;
+    int m_Achado = -1; // of what was found
 };
 
 } // namespace mesa

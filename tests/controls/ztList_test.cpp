@@ -64,7 +64,7 @@ class ztListTest : public testing::Test {
     static Textos Nomes(const Ref<ztList> &lista, std::int32_t coluna)
     {
         Textos nomes;
-        for (std::int32_t linha = 1; linha <= lista->NroItens(); ++linha) {
+        for (std::int32_t linha = 1; linha <= lista->NroVistas(); ++linha) {
             nomes.push_back(lista->TextoCelula(linha, coluna));
         }
         return nomes;
@@ -614,7 +614,7 @@ TEST_F(ListaComColunas, OrdenaPor_EqualCells_KeepsTheirOrderBothWays)
 TEST_F(ListaComLinhas, OrdenaPor_AColumnHiddenUnknownOrWithoutWidth_IsRefused)
 {
     lista->AdicionaColuna(4, std::nullopt, "Ordem", 0, 0, "", true);
-    for (std::int32_t coluna : {3, 0, 4, 5}) {
+    for (std::int32_t coluna : {3, -1, 4, 5}) {
         EXPECT_FALSE(lista->OrdenaPor(coluna));
     }
     lista->DefineEnabled(false);
@@ -631,8 +631,9 @@ TEST_F(ListaComLinhas, OrdenaPor_ThreeTimes_SortsUpwardsAgainAndKeepsTheCurrentR
         EXPECT_TRUE(lista->OrdenaPor(2)); // dois, três, um
         EXPECT_EQ(Nomes(lista, 3), ordem);
         EXPECT_EQ(lista->ValorAtual("Chave"), "K2");
+        EXPECT_EQ(lista->ItemAtual(), 2); // as the module counts
     }
-    EXPECT_EQ(lista->ItemAtual(), 1);
+    EXPECT_EQ(lista->AtualVista(), 1);
     EXPECT_EQ(m_Tela.Vistos(), Textos{});
 }
 
@@ -643,13 +644,15 @@ TEST_F(ListaComColunas, OrdenaPor_AColumnOfBlanks_KeepsTheRowsInTheirOrder)
     EXPECT_EQ(Nomes(lista, 3), (Textos{"K1", "K2"}));
 }
 
-TEST_F(ListaComLinhas, CarregaItens_OnASortedList_AppendsAndEndsTheSorting)
+TEST_F(ListaComLinhas, CarregaItens_OnASortedList_PutsTheRowsInTheirPlace)
 {
     EXPECT_TRUE(lista->OrdenaPor(1));
     EXPECT_TRUE(lista->OrdenaPor(1));
     Carrega(lista, {{"9", "nove", "K9"}});
-    EXPECT_EQ(Nomes(lista, 1), (Textos{"3", "2", "1", "9"}));
-    EXPECT_EQ(lista->ColunaOrdem(), 0);
+    EXPECT_EQ(Nomes(lista, 1), (Textos{"9", "3", "2", "1"}));
+    EXPECT_EQ(lista->ColunaOrdem(), 1);
+    EXPECT_TRUE(lista->OrdemDecrescente());
+    EXPECT_EQ(lista->Celula(4, "Número"), "9") << "the module's rows stay where it put them";
 }
 
 TEST_F(ListaComLinhas, Arranjo_GrowsOnlyWhenRowsOrColumnsDo)
@@ -691,10 +694,10 @@ TEST_F(ztListTest, ThirtyThousandRows_AreLoadedToldOnceAndSorted)
     EXPECT_TRUE(lista->OrdenaPor(1));
     EXPECT_EQ(m_Tela.Vistos(), Textos{"Mudou"});
     for (std::int32_t linha = 1; linha <= Linhas; ++linha) {
-        ASSERT_EQ(lista->Celula(linha, "Número"), std::to_string(linha));
+        ASSERT_EQ(lista->TextoCelula(linha, 1), std::to_string(linha));
     }
     EXPECT_TRUE(lista->OrdenaPor(2));
-    EXPECT_EQ(lista->Celula(2, "Nome"), "Equipamento 10");
+    EXPECT_EQ(lista->TextoCelula(2, 2), "Equipamento 10");
     lista->DefineItemAtual(Linhas);
     EXPECT_TRUE(lista->EscolheMenu(Excluir));
     EXPECT_EQ(lista->NroItens(), Linhas - 1);

@@ -387,6 +387,60 @@ TEST_F(InicioTeste, EmptyFile_InThePlaceOfTheKnownOne_IsToldAndStaysAsItIs)
     EXPECT_EQ(std::filesystem::file_size(Registro()), 0U);
 }
 
+TEST_F(InicioTeste, File_WhereNoRegistryIsKnown_IsOpenedAndRemembered)
+{
+    const std::string identificador = Outro("outro.db");
+    const auto aberto = Comeco().AbreArquivo(Em("outro.db"), pessoa);
+    ASSERT_TRUE(aberto);
+    EXPECT_EQ(aberto->Identificador(), identificador);
+    EXPECT_EQ(pessoa.Lido, Linhas{});
+    EXPECT_EQ(preferencias.Registro(Em("d"))->Caminho, Em("outro.db"));
+}
+
+TEST_F(InicioTeste, File_ThatIsTheKnownRegistry_IsOpenedWithoutAQuestion)
+{
+    const std::string identificador = Conhecido();
+    std::filesystem::create_symlink(Registro(), Em("atalho.db"));
+    const auto aberto = Comeco().AbreArquivo(Em("atalho.db"), pessoa);
+    ASSERT_TRUE(aberto);
+    EXPECT_EQ(aberto->Identificador(), identificador);
+    EXPECT_EQ(pessoa.Lido, Linhas{});
+    EXPECT_EQ(preferencias.Registro(Em("d"))->Caminho, Registro());
+}
+
+TEST_F(InicioTeste, File_OfAnotherRegistry_TakesThePlaceOfTheKnownOneByAYesOnly)
+{
+    const std::string identificador = Conhecido();
+    const std::string outro = Outro("outro.db");
+    const std::string pergunta = "aceita: Aqui se trabalha no registro que está em " + Registro().string() +
+                                 ". Abrir o que está em " + Em("outro.db").string() +
+                                 " e trabalhar nele de agora em diante? Para trazer uma cópia de volta, responda não e "
+                                 "use Restaurar, no menu Registro.";
+    EXPECT_EQ(Comeco().AbreArquivo(Em("outro.db"), pessoa)->Identificador(), identificador);
+    EXPECT_EQ(pessoa.Lido, Linhas{pergunta});
+    EXPECT_EQ(preferencias.Registro(Em("d"))->Caminho, Registro());
+
+    pessoa.Respostas = {true};
+    EXPECT_EQ(Comeco().AbreArquivo(Em("outro.db"), pessoa)->Identificador(), outro);
+    EXPECT_EQ(preferencias.Registro(Em("d"))->Caminho, Em("outro.db"));
+}
+
+TEST_F(InicioTeste, File_ThatIsNoRegistryOrIsNotThere_IsToldAndTheKnownOneIsOpened)
+{
+    const std::string identificador = Conhecido();
+    std::ofstream(Em("texto.db")) << "nada disso";
+    for (const char *nome : {"texto.db", "falta.db"}) {
+        pessoa.Lido.clear();
+        pessoa.Respostas = {true};
+        EXPECT_EQ(Comeco().AbreArquivo(Em(nome), pessoa)->Identificador(), identificador);
+        ASSERT_EQ(pessoa.Lido.size(), 2U) << nome;
+        EXPECT_EQ(pessoa.Lido[1].rfind("avisa: ", 0), 0U) << pessoa.Lido[1];
+        EXPECT_NE(pessoa.Lido[1].find(nome), std::string::npos) << pessoa.Lido[1];
+    }
+    EXPECT_FALSE(std::filesystem::exists(Em("falta.db")));
+    EXPECT_EQ(preferencias.Registro(Em("d"))->Caminho, Registro());
+}
+
 TEST_F(InicioTeste, Check_OfAWholeRegistry_TellsNothing)
 {
     Inicio comeco = Comeco();

@@ -470,7 +470,8 @@ class CertificadosTeste : public JanelasTeste {
         consulta->findChild<QLineEdit *>("codigo")->setText("A1");
         consulta->findChild<QAbstractButton *>("comData")->setChecked(false);
         consulta->findChild<QAbstractButton *>("buscar")->click();
-        consulta->findChild<QLineEdit *>("codOat")->setText(Q(registro.Sql("SELECT NroIntAfericao FROM AFERICAO")));
+        QTest::keyClicks(consulta->findChild<QLineEdit *>("codOat"),
+                         Q(registro.Sql("SELECT NroIntAfericao FROM AFERICAO")));
         return consulta;
     }
     QDialog *Imprime()

@@ -54,13 +54,25 @@ TEST(LinhaDeComando, NewRegistry_TakesWhatItBeginsWith)
     EXPECT_TRUE(linha.Novo.Senha.Vazio());
 }
 
+TEST(LinhaDeComando, File_IsTheRegistryToWorkOn)
+{
+    EXPECT_EQ(Le({}).Registro, "");
+    const LinhaDeComando linha = Le({"--dados", "aqui", "dali/registro.db"});
+    EXPECT_EQ(linha.OQue, Ato::Trabalha);
+    EXPECT_EQ(linha.Erro, "");
+    EXPECT_EQ(linha.Dados, "aqui");
+    EXPECT_EQ(linha.Registro, std::filesystem::absolute("dali/registro.db"));
+}
+
 TEST(LinhaDeComando, Mistakes_AreSentences)
 {
     EXPECT_EQ(Le({"--nada"}).Erro, "A opção \"nada\" não existe.");
     EXPECT_EQ(Le({"--vazio"}).Erro, "A opção \"vazio\" não existe.");
     EXPECT_EQ(Le({"--dados"}).Erro, "Falta o valor de uma opção, ou veio um para uma opção que não o tem.");
     EXPECT_EQ(Le({"--novo=sim"}).Erro, "Falta o valor de uma opção, ou veio um para uma opção que não o tem.");
-    EXPECT_EQ(Le({"solto"}).Erro, "\"solto\" não é uma opção.");
+    EXPECT_EQ(Le({"um.db", "solto"}).Erro, "\"solto\" não é uma opção.");
+    EXPECT_EQ(Le({"--confere", "solto"}).Erro, "\"solto\" não é uma opção.");
+    EXPECT_EQ(Le({"--amostra", "solto"}).Erro, "\"solto\" não é uma opção.");
     EXPECT_EQ(Le({"--uf", "RS"}).Erro, "A opção --uf só vai com --novo.");
     EXPECT_EQ(Le({"--novo", "--amostra"}).Erro, "As opções --novo e --amostra não vão juntas.");
 }

@@ -1,22 +1,14 @@
 #include "tests/desk/Retrato.h"
 
 #include "controls/ControleBase.h"
+#include "desk/tour/Cortes.h"
 #include "desk/windows/JanelaForm.h"
+#include "tests/desk/LeitorDeTela.h"
 
-#include <QAbstractButton>
-#include <QAbstractScrollArea>
 #include <QApplication>
-#include <QComboBox>
 #include <QDir>
-#include <QGroupBox>
-#include <QHeaderView>
 #include <QLabel>
-#include <QLineEdit>
 #include <QPixmap>
-#include <QStyleOptionComboBox>
-#include <QStyleOptionFrame>
-#include <QTabBar>
-#include <QTabWidget>
 
 #include <algorithm>
 #include <map>
@@ -63,108 +55,14 @@ std::vector<QWidget *> Vistos(const QWidget &janela)
     return vistos;
 }
 
-// Room that a widget lacks for its text; empty when it has enough.
-QString Falta(const QWidget &widget)
-{
-    const auto compara = [&](const QSize &pede) {
-        const bool cabe = pede.width() <= widget.width() && pede.height() <= widget.height();
-        return cabe ? QString() : Medida(widget.size()) + " for " + Medida(pede);
-    };
-    const auto comparaLargura = [&](int pede, int tem) {
-        return pede <= tem ? QString() : QString("width %1 for %2").arg(tem).arg(pede);
-    };
-    if (const auto *rotulo = qobject_cast<const QLabel *>(&widget)) {
-        if (rotulo->wordWrap()) {
-            return rotulo->heightForWidth(rotulo->width()) <= rotulo->height() ? QString() : Medida(widget.size());
-        }
-        return compara(rotulo->sizeHint());
-    }
-    if (qobject_cast<const QAbstractButton *>(&widget)) {
-        return compara(widget.sizeHint());
-    }
-    if (qobject_cast<const QGroupBox *>(&widget)) {
-        return compara(widget.minimumSizeHint());
-    }
-    if (const auto *abas = qobject_cast<const QTabBar *>(&widget)) {
-        for (int pagina = 0; pagina < abas->count(); ++pagina) {
-            const int texto = abas->fontMetrics().size(Qt::TextShowMnemonic, abas->tabText(pagina)).width();
-            if (abas->isTabVisible(pagina) &&
-                (abas->tabRect(pagina).width() < texto || abas->tabRect(pagina).right() > abas->width())) {
-                return abas->tabText(pagina);
-            }
-        }
-        return {};
-    }
-    if (const auto *combo = qobject_cast<const QComboBox *>(&widget)) {
-        QStyleOptionComboBox opcao;
-        opcao.initFrom(combo);
-        const QRect lugar =
-            combo->style()->subControlRect(QStyle::CC_ComboBox, &opcao, QStyle::SC_ComboBoxEditField, combo);
-        return comparaLargura(combo->fontMetrics().horizontalAdvance(combo->currentText()), lugar.width());
-    }
-    if (const auto *campo = qobject_cast<const QLineEdit *>(&widget)) {
-        QStyleOptionFrame opcao;
-        opcao.initFrom(campo);
-        opcao.lineWidth = campo->style()->pixelMetric(QStyle::PM_DefaultFrameWidth, &opcao, campo);
-        const QRect lugar = campo->style()->subElementRect(QStyle::SE_LineEditContents, &opcao, campo);
-        constexpr int Margens = 5; // and the cursor
-        return comparaLargura(campo->fontMetrics().horizontalAdvance(campo->text()) + Margens, lugar.width());
-    }
-    if (const auto *cabecalho = qobject_cast<const QHeaderView *>(&widget)) {
-        for (int coluna = 0; coluna < cabecalho->count(); ++coluna) {
-            const QString titulo = cabecalho->model()->headerData(coluna, cabecalho->orientation()).toString();
-            if (cabecalho->sectionSize(coluna) > 0 &&
-                cabecalho->sectionSize(coluna) < cabecalho->fontMetrics().horizontalAdvance(titulo)) {
-                return titulo;
-            }
-        }
-    }
-    return {};
-}
-
-QStringList TextosCortados(const std::vector<QWidget *> &vistos)
+QStringList ForaDaMedida(const QWidget &janela)
 {
     QStringList defeitos;
-    for (const QWidget *widget : vistos) {
-        if (const QString falta = Falta(*widget); !falta.isEmpty()) {
-            defeitos << "cut: " + NomeDe(*widget) + " " + falta;
-        }
-    }
-    return defeitos;
-}
-
-// Parents that put one child over another on purpose, or let it be wider than they are.
-bool TemLeiauteProprio(const QWidget &pai)
-{
-    return qobject_cast<const QAbstractScrollArea *>(&pai) || qobject_cast<const QTabBar *>(&pai) ||
-           qobject_cast<const QTabWidget *>(&pai) || qobject_cast<const QComboBox *>(&pai) ||
-           qobject_cast<const QAbstractScrollArea *>(pai.parentWidget());
-}
-
-QStringList Colisoes(const QWidget &janela, const std::vector<QWidget *> &vistos)
-{
-    QStringList defeitos;
-    for (std::size_t um = 0; um < vistos.size(); ++um) {
-        const QWidget *pai = vistos[um]->parentWidget();
-        if (TemLeiauteProprio(*pai)) {
-            continue;
-        }
-        if (vistos[um]->size().isEmpty()) {
-            continue; // stands behind others, and shows nothing
-        }
-        if (!pai->rect().contains(vistos[um]->geometry())) {
-            defeitos << "outside: " + NomeDe(*vistos[um]);
-        }
-        for (std::size_t outro = um + 1; outro < vistos.size(); ++outro) {
-            if (vistos[outro]->parentWidget() == pai && vistos[um]->geometry().intersects(vistos[outro]->geometry())) {
-                defeitos << "over one another: " + NomeDe(*vistos[um]) + ", " + NomeDe(*vistos[outro]);
-            }
-        }
-    }
     if (janela.width() < janela.minimumSizeHint().width() || janela.height() < janela.minimumSizeHint().height()) {
         defeitos << "window: " + Medida(janela.size()) + " for " + Medida(janela.minimumSizeHint());
     }
-    const QSize menor = janela.size().expandedTo(janela.minimumSize());
+    // One on a tab is as large as the main window makes it.
+    const QSize menor = janela.isWindow() ? janela.size().expandedTo(janela.minimumSize()) : janela.minimumSizeHint();
     if (menor.width() > TelaPequena.width() || menor.height() > TelaPequena.height()) {
         defeitos << "too large for a small screen: " + Medida(menor);
     }
@@ -253,19 +151,22 @@ QStringList TabForaDeOrdem(const JanelaForm &janela)
     return std::is_sorted(ordem.begin(), ordem.end()) ? QStringList() : QStringList("order of Tab: " + nomes.join(" "));
 }
 
-} // namespace
-
-QStringList Defeitos(const JanelaForm &janela)
+QStringList DeQualquerJanela(QWidget &janela)
 {
-    const std::vector<QWidget *> vistos = Vistos(janela);
-    return TextosCortados(vistos) + Colisoes(janela, vistos) + ControlesTrocados(janela) + ForaDeLinha(vistos) +
-           TabForaDeOrdem(janela);
+    return TextosCortados(janela) + ForaDoLugar(janela) + ForaDaMedida(janela) + ForaDeLinha(Vistos(janela)) +
+           DefeitosDoLeitor(janela);
 }
 
-QStringList DefeitosDaJanela(const QWidget &janela)
+} // namespace
+
+QStringList Defeitos(JanelaForm &janela)
 {
-    const std::vector<QWidget *> vistos = Vistos(janela);
-    return TextosCortados(vistos) + Colisoes(janela, vistos) + ForaDeLinha(vistos);
+    return DeQualquerJanela(janela) + ControlesTrocados(janela) + TabForaDeOrdem(janela);
+}
+
+QStringList DefeitosDaJanela(QWidget &janela)
+{
+    return DeQualquerJanela(janela) + TabForaDaLeitura(janela);
 }
 
 void Fotografa(QWidget &janela, const QString &nome)

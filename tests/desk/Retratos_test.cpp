@@ -303,7 +303,7 @@ TEST_F(RetratosTeste, SearchWindow_ByTheMenu)
     Retrata(lista, "lista-codigo");
     EscolheValor(lista, "cboCriterio", "2");
     Retrata(lista, "lista-subcodigo");
-    lista.parentWidget()->resize(700, 400);
+    mesa.resize(760, 640);
     Retrata(lista, "lista-pequena", true);
 }
 

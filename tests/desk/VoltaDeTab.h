@@ -33,10 +33,15 @@ inline void VaiAoPrimeiro(const mesa::JanelaForm &janela)
     }
 }
 
-// In the window, which is active.
+// In the window, which is active. The line that filters the rows of a list is a stop of the screen alone.
 inline std::vector<std::string> VoltaNaTela(const mesa::JanelaForm &janela)
 {
-    return VoltaDeTab(*janela.Form(), [] { QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab); });
+    return VoltaDeTab(*janela.Form(), [] {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        if (QApplication::focusWidget()->objectName().endsWith("_filtro")) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        }
+    });
 }
 
 inline std::vector<std::string> VoltaSemTela(const mesa::JanelaForm &janela)

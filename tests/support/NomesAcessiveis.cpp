@@ -15,6 +15,10 @@ bool DizSeuNome(const Peca &peca)
     case EspecieControle::ztCommand:
     case EspecieControle::ztVeiObservacao:
         return !peca.Caption.empty() || !peca.Rotulo.empty() || !peca.NomeAcessivel.empty();
+    case EspecieControle::ztList:
+        return !peca.NomeAcessivel.empty();
+    case EspecieControle::ztFrame:
+        return !std::get<AjustesZtFrame>(peca.Ajustes).Contorno || !peca.Caption.empty() || !peca.NomeAcessivel.empty();
     default:
         return true; // no place for the keyboard, or one that names its own parts
     }

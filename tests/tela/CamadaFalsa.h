@@ -58,10 +58,11 @@ class CamadaFalsa : public ICamada {
     Ref<IJanela> Visor; // the last one
 
     Ref<IJanela> FazJanela(const Ref<IForm> &form, TipoDeJanela tipo, const Ref<IJanela> &dono,
-                           const PedidosDaJanela &pedidos) override
+                           const PedidosDaJanela &pedidos, const DistincaoDeJanela &qual) override
     {
         const std::string nome(form->NomeTipo());
-        Anotados.push_back("faz " + nome + " " + NomeDe(tipo) + Sobre(dono) + (form->Visible() ? "" : " ainda oculto"));
+        Anotados.push_back("faz " + nome + " " + NomeDe(tipo) + Sobre(dono) + (form->Visible() ? "" : " ainda oculto") +
+                           (qual.Chave.empty() ? "" : " [" + qual.Chave + ": " + qual.Texto + "]"));
         Pedidos[nome] = pedidos;
         return Novo<JanelaFalsa>(*this, nome, form);
     }

@@ -127,13 +127,18 @@ TEST_F(ComandosDeListaTest, Ordens_AreTheColumnsOfTheHeadingUnderDigits)
     const OrdensDeLista ordens = OrdensDaLista(*lista);
     EXPECT_EQ(ordens.Caption, "&Ordenar por");
     EXPECT_TRUE(ordens.Utilizavel);
-    ASSERT_EQ(ordens.Colunas.size(), 2U);
+    ASSERT_EQ(ordens.Colunas.size(), 3U);
     EXPECT_EQ(ordens.Colunas[0].Caption, "&1 Código");
     EXPECT_EQ(ordens.Colunas[0].Numero, 1);
     EXPECT_FALSE(ordens.Colunas[0].Atual);
     EXPECT_EQ(ordens.Colunas[1].Caption, "&2 Descrição");
     EXPECT_EQ(ordens.Colunas[1].Numero, 4);
     EXPECT_TRUE(ordens.Colunas[1].Atual);
+    EXPECT_EQ(ordens.Colunas[2].Caption, "&0 Como vieram");
+    EXPECT_EQ(ordens.Colunas[2].Numero, 0);
+    EXPECT_FALSE(ordens.Colunas[2].Atual);
+    EXPECT_TRUE(lista->OrdenaPor(0));
+    EXPECT_TRUE(OrdensDaLista(*lista).Colunas[2].Atual);
 }
 
 TEST_F(ComandosDeListaTest, Ordens_WhenACommandHasTheLetter_TakeAnother)
@@ -151,17 +156,16 @@ TEST_F(ComandosDeListaTest, Ordens_WithoutAColumnInTheHeading_CannotBeUsed)
     EXPECT_FALSE(OrdensDaLista(*lista).Utilizavel);
 }
 
-TEST_F(ComandosDeListaTest, Vistas_AreTheFirstAndTheLastThatAreSeen)
+TEST_F(ComandosDeListaTest, Entradas_HaveLettersThatTheMenuHasNotYet)
 {
-    const Ref<ztList> lista = Lista();
-    lista->AlteraPrimeiraColuna(1, std::nullopt, "A", 2000, 0, "", false);
-    EXPECT_EQ(VistasDaLista(*lista).Primeira, 0);
-    EXPECT_EQ(VistasDaLista(*lista).Ultima, 0);
-    lista->AdicionaColuna(2, std::nullopt, "B", 2000, 0, "", true);
-    lista->AdicionaColuna(3, std::nullopt, "C", 2000, 0, "", true);
-    lista->AdicionaColuna(4, std::nullopt, "D", 2000, 0, "", false);
-    EXPECT_EQ(VistasDaLista(*lista).Primeira, 2);
-    EXPECT_EQ(VistasDaLista(*lista).Ultima, 3);
+    const EntradasDeTabela livres = EntradasDaTabela({});
+    EXPECT_EQ(livres.Copiar, "&Copiar");
+    EXPECT_EQ(livres.CopiarTudo, "Copiar &tudo");
+    EXPECT_EQ(livres.Imprimir, "&Imprimir lista...");
+    EXPECT_EQ(livres.Colunas, "C&olunas");
+    const EntradasDeTabela outras = EntradasDaTabela({"&Consultar", "&Ordenar por"});
+    EXPECT_EQ(outras.Copiar, "Co&piar");
+    EXPECT_EQ(outras.Colunas, "Co&lunas");
 }
 
 TEST_F(ComandosDeListaTest, LinhaDaTecla_LeadsToTheEnds)

@@ -464,9 +464,10 @@ TEST_F(JanelasTest, MostraPDF_OfWhatIsNone_TellsThePerson)
     m_Camada->AbrePDF = false;
     m_Janelas->DefineEspera(true);
     EXPECT_FALSE(m_Janelas->MostraPDF("C:\\a.txt", false));
-    EXPECT_EQ(Vistos(),
-              (Textos{"espera", "não espera", "pdf C:\\a.txt",
-                      "avisa Documento: O arquivo 'C:\\a.txt' não é um documento PDF que possa ser aberto."}));
+    EXPECT_EQ(
+        Vistos(),
+        (Textos{"espera", "não espera", "pdf C:\\a.txt",
+                "avisa Registro de Equipamentos: O arquivo 'C:\\a.txt' não é um documento PDF que possa ser aberto."}));
 }
 
 TEST_F(JanelasTest, MostraPDF_Modal_IsInFrontUntilItIsClosed)
@@ -513,6 +514,38 @@ TEST_F(JanelasTest, MostraPDF_WhenTheViewerIsDone_TellsTheHost)
     m_Camada->Fechou();
     EXPECT_EQ(fechados, 1);
     EXPECT_EQ(Vistos(), Textos{"falha mostrada"});
+}
+
+TEST_F(JanelasTest, Distingue_OfSeveralWindowsOfATool_NumbersTheLaterOnes)
+{
+    const DistincaoDeJanela fotos{"fotos", "trabalho"};
+    const Ref<FormDeJanela> primeira = Form("a");
+    const auto abre = [&](const DistincaoDeJanela &qual, const Ref<IForm> &form) {
+        m_Janelas->Distingue(qual, [&] { Mostra(form); });
+        return Vistos().front();
+    };
+    EXPECT_EQ(abre(fotos, primeira), "faz a filha ainda oculto [fotos: trabalho]");
+    EXPECT_EQ(abre(fotos, Form("b")), "faz b filha ainda oculto [fotos: trabalho (2)]");
+    EXPECT_EQ(abre({"outros", "resto"}, Form("c")), "faz c filha ainda oculto [outros: resto]");
+    EXPECT_EQ(abre(fotos, Form("d")), "faz d filha ainda oculto [fotos: trabalho (3)]");
+    m_Janelas->Descarrega(primeira);
+    Vistos();
+    EXPECT_EQ(abre(fotos, Form("e")), "faz e filha ainda oculto [fotos: trabalho]");
+    Mostra(Form("f"));
+    EXPECT_EQ(Vistos().front(), "faz f filha ainda oculto");
+}
+
+TEST_F(JanelasTest, Distingue_WhatStandsInFrontOfAnother_HasNoDistinction)
+{
+    m_Janelas->Distingue({"fotos", "trabalho"}, [&] { NaModal(Form("detalhes"), [&] { Mostra(Form("solta")); }); });
+    EXPECT_EQ(m_Vistos.front(), "faz solta solta sobre detalhes ainda oculto");
+}
+
+TEST_F(JanelasTest, Distingue_FaultOfTheTool_IsShownAndTheDistinctionEnds)
+{
+    m_Janelas->Distingue({"fotos", "trabalho"}, [] { throw Falha(5); });
+    Mostra(Form("a"));
+    EXPECT_EQ(Vistos(), (Textos{"falha mostrada", "faz a filha ainda oculto", "mostra a"}));
 }
 
 TEST_F(JanelasTest, Screen_IsTheLayers)

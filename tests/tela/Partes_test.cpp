@@ -18,7 +18,7 @@ TEST(PartesTest, PartesDe_EachKind_StandInTheOrderOfTab)
     using enum Parte;
     EXPECT_EQ(De(EspecieControle::ztEndereco), (std::vector{Municipio, Via, Numero, Complemento, Usar, Limpar}));
     EXPECT_EQ(De(EspecieControle::ztClienteSetor), (std::vector{Cliente, Setor}));
-    EXPECT_EQ(De(EspecieControle::ztList), (std::vector{Localizar, Linhas, MaisRegistros}));
+    EXPECT_EQ(De(EspecieControle::ztList), (std::vector{Localizar, Linhas, MaisRegistros, Filtro}));
     EXPECT_EQ(De(EspecieControle::TextBox), std::vector{Todo});
 }
 

@@ -187,9 +187,9 @@ TEST_F(PessoaTest, List_ByName_IsDriven)
 
     EXPECT_TRUE(m_Pessoa.ClicaLinha("ztLista", 2));
     EXPECT_TRUE(m_Pessoa.OrdenaPor("ztLista", 1));
-    EXPECT_EQ(lista->ItemAtual(), 1);
+    EXPECT_EQ(lista->AtualVista(), 1);
     EXPECT_TRUE(m_Pessoa.TeclaSetas("ztLista", 1));
-    EXPECT_EQ(lista->ItemAtual(), 2);
+    EXPECT_EQ(lista->AtualVista(), 2);
     EXPECT_TRUE(m_Pessoa.EscolheMenu("ztLista", "mnuZTLObjEditar"));
     EXPECT_TRUE(m_Pessoa.Localiza("ztLista"));
     EXPECT_FALSE(m_Pessoa.PedeMais("ztLista"));

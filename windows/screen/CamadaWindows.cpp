@@ -160,7 +160,7 @@ HWND CamadaWindows::AtrasDe(const Ref<IJanela> &dono) const
 }
 
 Ref<IJanela> CamadaWindows::FazJanela(const Ref<IForm> &form, TipoDeJanela tipo, const Ref<IJanela> &dono,
-                                      const PedidosDaJanela &pedidos)
+                                      const PedidosDaJanela &pedidos, const DistincaoDeJanela &)
 {
     const auto esperando = [fraca = RefFraca<CamadaWindows>(Eu(*this))] {
         const Ref<CamadaWindows> camada = fraca.Alvo();

@@ -32,7 +32,7 @@ class CamadaWindows : public ICamada {
     HWND JanelaDe(const IForm &form) const;
 
     Ref<IJanela> FazJanela(const Ref<IForm> &form, TipoDeJanela tipo, const Ref<IJanela> &dono,
-                           const PedidosDaJanela &pedidos) override;
+                           const PedidosDaJanela &pedidos, const DistincaoDeJanela &) override;
     void MostraEspera(bool espera) override;
     void ProcessaMensagens() override;
     std::int32_t LarguraTela() const override;

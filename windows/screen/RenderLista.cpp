@@ -47,7 +47,7 @@ RenderLista::RenderLista(Ref<IControle> controle, const Peca &peca, JanelaForm &
     m_Linhas = Faz(WC_LISTVIEWW, LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL | LVS_SHOWSELALWAYS, WS_EX_CLIENTEDGE);
     constexpr LPARAM Modos = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP;
     SendMessageW(m_Linhas, LVM_SETEXTENDEDLISTVIEWSTYLE, Modos, Modos);
-    Nomeia(m_Linhas, "Lista");
+    Nomeia(m_Linhas, peca.NomeAcessivel);
     m_Mais = Faz(WC_BUTTONW, BS_PUSHBUTTON);
     EscreveTexto(m_Mais, std::string(Partes::MaisRegistros));
     m_Dicas = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, 0, 0, 0,
@@ -81,6 +81,8 @@ HWND RenderLista::JanelaDe(Parte parte) const
         return m_Localizar;
     case Parte::MaisRegistros:
         return m_Mais;
+    case Parte::Filtro:
+        return nullptr;
     default:
         return m_Linhas;
     }
@@ -187,13 +189,13 @@ void RenderLista::MostraLinhas()
     const bool outras = m_Arranjo != lista.Arranjo();
     if (outras) {
         m_Arranjo = lista.Arranjo();
-        SendMessageW(m_Linhas, LVM_SETITEMCOUNT, static_cast<WPARAM>(lista.NroItens()), LVSICF_NOSCROLL);
+        SendMessageW(m_Linhas, LVM_SETITEMCOUNT, static_cast<WPARAM>(lista.NroVistas()), LVSICF_NOSCROLL);
         InvalidateRect(m_Linhas, nullptr, TRUE);
     }
-    if (lista.ItemAtual() == m_Atual && !outras) {
+    if (lista.AtualVista() == m_Atual && !outras) {
         return;
     }
-    m_Atual = lista.ItemAtual();
+    m_Atual = lista.AtualVista();
     LVITEMW estado{};
     estado.stateMask = LVIS_FOCUSED | LVIS_SELECTED;
     if (m_Atual < 1) {
@@ -393,7 +395,7 @@ LRESULT RenderLista::Notifica(NMHDR &aviso)
     case LVN_ITEMCHANGED: { // by something else than the mouse and the keys, such as a screen reader
         const auto &mudanca = reinterpret_cast<const NMLISTVIEW &>(aviso);
         const bool escolhida = (mudanca.uNewState & ~mudanca.uOldState & LVIS_SELECTED) != 0;
-        if (escolhida && !Mostrando() && mudanca.iItem >= 0 && mudanca.iItem + 1 != Como<ztList>(*this).ItemAtual()) {
+        if (escolhida && !Mostrando() && mudanca.iItem >= 0 && mudanca.iItem + 1 != Como<ztList>(*this).AtualVista()) {
             Age([this, linha = mudanca.iItem + 1] { Como<ztList>(*this).ClicaLinha(linha); });
         }
         return 0;
@@ -407,7 +409,7 @@ void RenderLista::Celula(NMLVDISPINFOW &pedido)
 {
     const auto &lista = Como<ztList>(*this);
     const auto coluna = static_cast<std::size_t>(pedido.item.iSubItem);
-    if ((pedido.item.mask & LVIF_TEXT) == 0 || pedido.item.iItem < 0 || pedido.item.iItem >= lista.NroItens() ||
+    if ((pedido.item.mask & LVIF_TEXT) == 0 || pedido.item.iItem < 0 || pedido.item.iItem >= lista.NroVistas() ||
         coluna >= m_Vistas.size() || static_cast<std::size_t>(m_Vistas[coluna].Numero) > lista.Colunas().size()) {
         return;
     }

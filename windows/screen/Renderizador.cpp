@@ -39,7 +39,8 @@ HWND Renderizador::Faz(const wchar_t *classe, DWORD estilo, DWORD estiloExtra)
     const bool primeira = m_Janelas.empty();
     const HWND feita = m_Janela.FazFilha(classe, estilo, estiloExtra);
     m_Janelas.push_back({feita});
-    if (primeira && !m_Peca.NomeAcessivel.empty()) {
+    const bool umLugar = ParteDoFoco(m_Controle->Especie()) == Parte::Todo; // others name their parts
+    if (primeira && umLugar && !m_Peca.NomeAcessivel.empty()) {
         Nomeia(feita, m_Peca.NomeAcessivel);
     }
     m_Janela.Registra(feita, *this);

@@ -1,0 +1,10 @@
+#include "desk/host/Versao.h"
+
+namespace mesa {
+
+const char *Versao()
+{
+    return VERSAO;
+}
+
+} // namespace mesa
