@@ -50,6 +50,22 @@ bool FazOutraCoisa(int tecla)
     }
 }
 
+bool FechaLista(const QKeyEvent &tecla)
+{
+    switch (tecla.key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Escape:
+    case Qt::Key_F4:
+        return true;
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+        return (tecla.modifiers() & Qt::AltModifier) != 0;
+    default:
+        return false;
+    }
+}
+
 } // namespace
 
 Combo::Combo(QWidget *dono)
@@ -192,15 +208,34 @@ void Combo::inputMethodEvent(QInputMethodEvent *evento)
     evento->accept();
 }
 
+// A key for the open list is for nobody else: the toolkit would close the list before the key arrives, which then would
+// go to the window behind it.
 bool Combo::eventFilter(QObject *objeto, QEvent *evento)
 {
-    if (evento->type() == QEvent::KeyPress && objeto == view() && !isEditable()) {
-        const Age jaAge = [](const std::function<void()> &ato) { ato(); };
-        if (Procura(*static_cast<QKeyEvent *>(evento), m_DaLista, jaAge)) {
-            return true;
-        }
+    const bool tecla = evento->type() == QEvent::KeyPress || evento->type() == QEvent::ShortcutOverride;
+    if (!tecla || objeto != view()) {
+        return QComboBox::eventFilter(objeto, evento);
     }
-    return QComboBox::eventFilter(objeto, evento);
+    const auto &qual = *static_cast<QKeyEvent *>(evento);
+    if (FechaLista(qual)) {
+        evento->accept();
+        if (evento->type() == QEvent::KeyPress) {
+            Fecha(qual.key() == Qt::Key_Return || qual.key() == Qt::Key_Enter);
+        }
+        return true;
+    }
+    const Age jaAge = [](const std::function<void()> &ato) { ato(); };
+    return evento->type() == QEvent::KeyPress && !isEditable() && Procura(qual, m_DaLista, jaAge);
+}
+
+void Combo::Fecha(bool escolhe)
+{
+    const int item = view()->currentIndex().row();
+    hidePopup();
+    if (escolhe && item >= 0) {
+        setCurrentIndex(item);
+        Q_EMIT activated(item);
+    }
 }
 
 void Combo::focusInEvent(QFocusEvent *evento)

@@ -41,6 +41,8 @@ class Combo : public QComboBox {
     bool Procura(const QKeyEvent &tecla, PesquisaPorLetras &pesquisa, const Age &age);
     void MostraProcura(const PesquisaPorLetras &pesquisa);
     void MostraFixo();
+    // The list; the item that it leads to is chosen, or none.
+    void Fecha(bool escolhe);
 
     PesquisaPorLetras m_DosItens; // closed, with nobody else to ask
     PesquisaPorLetras m_DaLista;  // open: the item is only led to

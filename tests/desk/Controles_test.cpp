@@ -211,8 +211,14 @@ TEST_F(ControlesTeste, Municipality_TypedWithItsBlankAndItsCapitals_IsThatOne)
         t.EsperaTexto("ztEndereco1/municipio", "Porto Alegre");
         t.Descansa().Tecla(Qt::Key_Space); // begins no word
         t.Espera("the list is open", [] { return QApplication::activePopupWidget() != nullptr; });
-        t.Tecla(Qt::Key_Return).Espera("it is closed", [] { return QApplication::activePopupWidget() == nullptr; });
+        const auto fechada = [] { return QApplication::activePopupWidget() == nullptr; };
+        t.Tecla(Qt::Key_Down).Tecla(Qt::Key_Escape).Espera("it is closed", fechada).EsperaJanela("frmEquipSensores");
+        t.Tecla(Qt::Key_F4).Tecla(Qt::Key_Down).Tecla(Qt::Key_F4).Espera("it is closed", fechada);
         t.EsperaTexto("ztEndereco1/municipio", "Porto Alegre");
+        t.Tecla(Qt::Key_F4).Tecla(Qt::Key_Down).Tecla(Qt::Key_Return).Espera("it is closed", fechada);
+        t.Espera("the next one is chosen",
+                 [] { return TextoDe(Teclado::Acha("ztEndereco1/municipio")) != "Porto Alegre"; });
+        t.EsperaJanela("frmEquipSensores"); // and the keys did nothing else
     });
 }
 
