@@ -5,9 +5,11 @@
 #include "controls/TextoCampo.h"
 #include "host/Texto.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <memory>
 #include <utility>
+#include <vector>
 
 // A control that holds one typed text, which raises Change whenever it becomes another one.
 template <class Contrato> class CampoDigitavel : public Controle<Contrato>, public Digitavel {
@@ -27,6 +29,9 @@ template <class Contrato> class CampoDigitavel : public Controle<Contrato>, publ
     // Position, in characters from 0, at which the next key goes.
     std::size_t Cursor() const { return m_Cursor; }
 
+    // Why characters that the person typed last were left out, in words for them; empty when none was.
+    const std::string &Recusa() const { return m_Recusa; }
+
     bool Digita(const std::string &texto) override { return Edita(m_Texto->Fim(), 0, texto); }
     bool Apaga() override { return Edita(0, Len(m_Texto->Texto()), {}); }
     // The person deletes n characters from a position and types there. Characters that the field does not take are
@@ -37,15 +42,29 @@ template <class Contrato> class CampoDigitavel : public Controle<Contrato>, publ
         if (!PodeDigitar() || !this->Foco() || !PodeDigitar()) {
             return false;
         }
-        m_Cursor = posicao;
-        Aplica([&] { m_Texto->Retira(posicao, n); });
-        for (std::string_view resto = texto; !resto.empty();) {
+        m_Recusa.clear();
+        std::vector<std::string> recusados; // not taken, each once
+        bool faltaLugar = false;
+        const bool inteiro = m_Texto->EInteiro(texto);
+        m_Cursor = inteiro ? 0 : posicao;
+        Aplica([&] { m_Texto->Retira(m_Cursor, inteiro ? Len(m_Texto->Texto()) : n); });
+        const std::string entendido = m_Texto->Entende(texto);
+        for (std::string_view resto = entendido; !resto.empty();) {
             if (!PodeDigitar()) { // what the key before raised has closed the field
                 return false;
             }
             const std::string carater = ::Left(resto, 1);
-            Aplica([&] { m_Texto->Insere(m_Cursor, carater); });
+            Entrada entrada = Entrada::Entrou;
+            Aplica([&] { entrada = m_Texto->Insere(m_Cursor, carater); });
+            faltaLugar = faltaLugar || entrada == Entrada::SemLugar;
+            if (entrada == Entrada::NaoAceito && recusados.size() < MaximoDeRecusados &&
+                std::ranges::find(recusados, carater) == recusados.end()) {
+                recusados.push_back(carater);
+            }
             resto.remove_prefix(carater.size());
+        }
+        if (faltaLugar || !recusados.empty()) {
+            m_Recusa = m_Texto->Dica(recusados);
         }
         return true;
     }
@@ -75,7 +94,10 @@ template <class Contrato> class CampoDigitavel : public Controle<Contrato>, publ
     std::unique_ptr<TextoCampo> m_Texto;
 
   private:
+    static constexpr std::size_t MaximoDeRecusados = 5; // that are named
+
     bool m_SomenteLeitura = false;
     std::size_t m_Cursor = 0;
+    std::string m_Recusa;
     Evento<> m_Change;
 };

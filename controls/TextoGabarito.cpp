@@ -5,9 +5,21 @@
 
 namespace {
 
+// What people type between the digits of a date or an hour.
+constexpr std::string_view Separadores = "/-.:, hH";
+
 bool Digito(char c)
 {
     return c >= '0' && c <= '9';
+}
+
+template <class Pertence> std::size_t Grupos(std::string_view texto, Pertence &&pertence)
+{
+    std::size_t grupos = 0;
+    for (std::size_t i = 0; i < texto.size(); ++i) {
+        grupos += pertence(texto[i]) && (i == 0 || !pertence(texto[i - 1])) ? 1U : 0U;
+    }
+    return grupos;
 }
 
 } // namespace
@@ -81,21 +93,63 @@ void TextoGabarito::Retira(std::size_t posicao, std::size_t n)
     }
 }
 
-void TextoGabarito::Insere(std::size_t &posicao, std::string_view carater)
+Entrada TextoGabarito::Insere(std::size_t &posicao, std::string_view carater)
 {
     const char c = carater.front();
-    if (posicao < m_Texto.size() && !Lugar(posicao) && c == m_Gabarito[posicao]) {
-        ++posicao;
-        return;
-    }
     if (!Digito(c)) {
+        const bool separa = Separadores.find(c) != std::string_view::npos || m_Gabarito.find(c) != std::string::npos;
+        if (separa) {
+            Separa(posicao);
+        }
+        return separa ? Entrada::Entrou : Entrada::NaoAceito;
+    }
+    posicao = std::min(posicao, Fim());
+    std::size_t lugar = m_Gabarito.find('0', posicao);
+    for (std::size_t i = 0; lugar == std::string::npos && i < m_Texto.size(); ++i) {
+        lugar = Lugar(i) && m_Texto[i] == m_Vazio ? i : lugar;
+    }
+    if (lugar == std::string::npos) {
+        return Entrada::SemLugar;
+    }
+    m_Texto[lugar] = c;
+    posicao = lugar + 1;
+    return Entrada::Entrou;
+}
+
+// The position moves to the next group. The last group is ended by nothing.
+void TextoGabarito::Separa(std::size_t &posicao)
+{
+    posicao = std::min(posicao, Fim());
+    std::size_t fim = posicao;
+    while (fim < m_Texto.size() && Lugar(fim)) {
+        ++fim;
+    }
+    std::size_t inicio = fim;
+    while (inicio > 0 && Lugar(inicio - 1)) {
+        --inicio;
+    }
+    const std::size_t proximo = m_Gabarito.find('0', fim);
+    std::string digitos = m_Texto.substr(inicio, fim - inicio);
+    std::erase(digitos, m_Vazio);
+    if (proximo == std::string::npos || digitos.empty()) {
         return;
     }
-    for (std::size_t i = posicao; i < m_Texto.size(); ++i) {
-        if (Lugar(i)) {
-            m_Texto[i] = c;
-            posicao = i + 1;
-            return;
-        }
+    digitos.insert(0, fim - inicio - digitos.size(), '0');
+    m_Texto.replace(inicio, digitos.size(), digitos);
+    posicao = proximo;
+}
+
+bool TextoGabarito::EInteiro(std::string_view texto) const
+{
+    if (texto.size() < 2) {
+        return false;
     }
+    const auto eLugar = [](char c) { return c == '0'; };
+    return Grupos(texto, Digito) == Grupos(m_Gabarito, eLugar) ||
+           std::ranges::count_if(texto, Digito) >= std::ranges::count_if(m_Gabarito, eLugar);
+}
+
+std::string TextoGabarito::Dica(const std::vector<std::string> &recusados) const
+{
+    return recusados.empty() ? "O campo já está completo." : "Só algarismos.";
 }

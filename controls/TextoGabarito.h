@@ -17,12 +17,17 @@ class TextoGabarito : public TextoCampo {
     // A text in the form of the template as it stands; of any other, the digits one after the other.
     void Escreve(std::string_view texto) override;
     void Retira(std::size_t posicao, std::size_t n) override;
-    // A digit goes to the next place, whatever it holds; a key of the template moves behind itself.
-    void Insere(std::size_t &posicao, std::string_view carater) override;
+    // A digit goes to the next place, whatever it holds, and never leaves a gap behind what was typed; behind the last
+    // place it goes to the first that is empty. A separator ends its group, which it fills with zeros from the left.
+    Entrada Insere(std::size_t &posicao, std::string_view carater) override;
+    // As many groups of digits as the template has, or as many digits.
+    bool EInteiro(std::string_view texto) const override;
+    std::string Dica(const std::vector<std::string> &recusados) const override;
 
   private:
     bool Lugar(std::size_t posicao) const { return m_Gabarito[posicao] == '0'; }
     void Esvazia();
+    void Separa(std::size_t &posicao);
 
     std::string m_Gabarito; // one byte a character
     char m_Vazio;

@@ -15,10 +15,11 @@ bool Digitado(std::string_view carater)
 
 } // namespace
 
-TextoLimitado::TextoLimitado(std::size_t limite, Regra regra, bool maiusculas)
+TextoLimitado::TextoLimitado(std::size_t limite, Regra regra, bool maiusculas, std::string aceitos)
     : m_Limite(limite),
       m_Regra(std::move(regra)),
-      m_Maiusculas(maiusculas)
+      m_Maiusculas(maiusculas),
+      m_Aceitos(std::move(aceitos))
 {
 }
 
@@ -39,12 +40,34 @@ void TextoLimitado::Retira(std::size_t posicao, std::size_t n)
     m_Texto.erase(antes.size(), tirado.size());
 }
 
-void TextoLimitado::Insere(std::size_t &posicao, std::string_view carater)
+Entrada TextoLimitado::Insere(std::size_t &posicao, std::string_view carater)
 {
-    if (!Digitado(carater) || !Aceita(carater) || (m_Limite > 0 && Len(m_Texto) >= m_Limite)) {
-        return;
+    if (!Digitado(carater) || !Aceita(carater)) {
+        return Entrada::NaoAceito;
+    }
+    if (m_Limite > 0 && Len(m_Texto) >= m_Limite) {
+        return Entrada::SemLugar;
     }
     const std::string antes = Left(m_Texto, posicao);
     m_Texto.insert(antes.size(), m_Maiusculas ? UCase(carater) : std::string(carater));
     posicao = Len(antes) + 1;
+    return Entrada::Entrou;
+}
+
+std::string TextoLimitado::Dica(const std::vector<std::string> &recusados) const
+{
+    if (recusados.empty()) {
+        return "Até " + std::to_string(m_Limite) + (m_Limite == 1 ? " caractere." : " caracteres.");
+    }
+    if (!m_Aceitos.empty()) {
+        return m_Aceitos;
+    }
+    std::string visiveis;
+    for (const std::string &recusado : recusados) {
+        if (Digitado(recusado)) {
+            visiveis += " " + recusado;
+        }
+    }
+    const std::string dica = recusados.size() == 1 ? "Caractere não aceito" : "Caracteres não aceitos";
+    return visiveis.empty() ? dica + "." : dica + ":" + visiveis;
 }

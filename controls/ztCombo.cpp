@@ -1,6 +1,5 @@
 #include "controls/ztCombo.h"
 
-#include "controls/OrdemPortuguesa.h"
 #include "host/Texto.h"
 
 #include <algorithm>
@@ -27,7 +26,6 @@ void ztCombo::Limpa()
     Ref<IControle> vivo = Vivo();
     m_Itens.clear();
     m_IndiceAtual = -1;
-    m_Procurado.clear();
     Mudou().dispara();
 }
 
@@ -98,7 +96,7 @@ bool ztCombo::Escolhe(std::int32_t indice)
     if (!VaiEscolher() || indice < 0 || indice >= NroItens()) {
         return false;
     }
-    m_Procurado.clear();
+    m_Pesquisa.Encerra();
     Muda(indice);
     return true;
 }
@@ -110,41 +108,18 @@ bool ztCombo::EscolheTexto(const std::string &texto)
     return achado != m_Itens.end() && Escolhe(static_cast<std::int32_t>(achado - m_Itens.begin()));
 }
 
+ItensPesquisados ztCombo::ItensParaPesquisa()
+{
+    return {[this] { return NroItens(); },
+            [this](std::int32_t item) { return m_Itens[static_cast<std::size_t>(item)].Texto; },
+            [this] { return static_cast<std::int32_t>(m_IndiceAtual); }, [this] { return VaiEscolher(); },
+            [this](std::int32_t item) { Muda(item); }};
+}
+
 bool ztCombo::Digita(const std::string &texto)
 {
     Ref<IControle> vivo = Vivo();
-    if (!VaiEscolher()) {
-        return false;
-    }
-    bool todos = true;
-    for (std::string_view resto = texto; !resto.empty();) {
-        if (!PodeEscolher()) {
-            return false;
-        }
-        const std::string carater = ::Left(resto, 1);
-        todos = Tecla(carater) && todos;
-        resto.remove_prefix(carater.size());
-    }
-    return todos;
-}
-
-bool ztCombo::Tecla(const std::string &carater)
-{
-    const std::string procurado = m_AjustesCombo.PesquisaAoDigitar ? m_Procurado + carater : carater;
-    const std::string chave = SemAcentoNemCaixa(procurado);
-    const std::int32_t total = NroItens();
-    const std::int32_t inicio = m_AjustesCombo.PesquisaAoDigitar ? 0 : m_IndiceAtual + 1;
-    for (std::int32_t passo = 0; passo < total; ++passo) {
-        const std::int32_t indice = (inicio + passo) % total;
-        if (SemAcentoNemCaixa(m_Itens[static_cast<std::size_t>(indice)].Texto).starts_with(chave)) {
-            if (m_AjustesCombo.PesquisaAoDigitar) {
-                m_Procurado = procurado;
-            }
-            Muda(indice);
-            return true;
-        }
-    }
-    return false;
+    return VaiEscolher() && m_Pesquisa.Digita(texto);
 }
 
 bool ztCombo::Apaga()
@@ -153,11 +128,11 @@ bool ztCombo::Apaga()
     if (!VaiEscolher()) {
         return false;
     }
-    m_Procurado.clear();
+    m_Pesquisa.Encerra();
     return true;
 }
 
 void ztCombo::Conclui()
 {
-    m_Procurado.clear();
+    m_Pesquisa.Encerra();
 }

@@ -2,6 +2,7 @@
 
 #include "controls/Controle.h"
 #include "controls/Digitavel.h"
+#include "controls/PesquisaPorLetras.h"
 #include "host/IztCombo.h"
 
 #include <vector>
@@ -30,15 +31,13 @@ class ztCombo : public Controle<IztCombo>, public Digitavel {
 
     const std::vector<Item> &Itens() const { return m_Itens; }
     std::int16_t Estilo() const { return m_AjustesCombo.Estilo; }
-    // What was typed so far of the item sought; only a combo that searches as the person types has it.
-    const std::string &Procurado() const { return m_Procurado; }
+    // How the person looks for an item by typing. What they typed outlives a change of the items, which may come of it.
+    PesquisaPorLetras &Pesquisa() { return m_Pesquisa; }
 
     // The person chooses the item at a position from 0, or the first of a text.
     bool Escolhe(std::int32_t indice);
     bool EscolheTexto(const std::string &texto);
-    // Each key chooses an item; accents and case do not count. A combo that searches finds the first item that starts
-    // with all that was typed since the focus came; any other goes to the next item that starts with the key.
-    // False when a key found none; it is left out then.
+    // Goes on from what was typed before. False when a key found no item; it is left out then.
     bool Digita(const std::string &texto) override;
     // Starts the search again. The choice stays.
     bool Apaga() override;
@@ -50,13 +49,13 @@ class ztCombo : public Controle<IztCombo>, public Digitavel {
     void Muda(std::int32_t indice);
     bool PodeEscolher() const { return !m_SomenteLeitura && Usavel(); }
     bool VaiEscolher();
-    bool Tecla(const std::string &carater);
+    ItensPesquisados ItensParaPesquisa();
 
     AjustesZtCombo m_AjustesCombo;
     bool m_SomenteLeitura = false;
     std::vector<Item> m_Itens;
     std::int16_t m_IndiceAtual = -1;
-    std::string m_Procurado;
+    PesquisaPorLetras m_Pesquisa{ItensParaPesquisa()};
     Evento<> m_Click;
     Evento<> m_Change;
 };

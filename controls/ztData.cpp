@@ -2,7 +2,9 @@
 
 #include "controls/TextoGabarito.h"
 #include "host/Conversoes.h"
+#include "host/Texto.h"
 
+#include <algorithm>
 #include <string_view>
 
 namespace {
@@ -11,6 +13,23 @@ constexpr std::string_view Gabarito = "00/00/0000";
 constexpr std::string_view Formato = "dd/mm/yyyy";
 constexpr std::string_view Digitos = "0123456789";
 constexpr std::size_t InicioAno = 6;
+
+// What a person types of a date.
+class TextoData : public TextoGabarito {
+  public:
+    TextoData() : TextoGabarito(std::string(Gabarito), ' ') {}
+
+    // A date that begins with its year, as programs write it, is put in order.
+    std::string Entende(std::string_view texto) const override
+    {
+        constexpr std::string_view Forma = "0000-00-00";
+        const auto mesma = [](char c, char lugar) {
+            return lugar == '0' ? c >= '0' && c <= '9' : c == lugar;
+        };
+        return std::ranges::equal(texto, Forma, mesma) ? Mid(texto, 9) + "/" + Mid(texto, 6, 2) + "/" + Left(texto, 4)
+                                                       : std::string(texto);
+    }
+};
 
 // What the field is to show of a text.
 std::string ComoData(const std::string &texto)
@@ -34,10 +53,7 @@ std::string ComoData(const std::string &texto)
 
 } // namespace
 
-ztData::ztData(const Origem &origem)
-    : CampoDigitavel(origem, std::make_unique<TextoGabarito>(std::string(Gabarito), ' '))
-{
-}
+ztData::ztData(const Origem &origem) : CampoDigitavel(origem, std::make_unique<TextoData>()) {}
 
 std::string ztData::Valor() const
 {

@@ -29,7 +29,7 @@ std::unique_ptr<TextoCampo> TextoDe(const AjustesZtMask &ajustes)
     const auto limite = static_cast<std::size_t>(ajustes.MaxLength);
     switch (ajustes.Tipo) {
     case TipoMascara::Digitos:
-        return std::make_unique<TextoLimitado>(limite, Digito, false);
+        return std::make_unique<TextoLimitado>(limite, Digito, false, "Só algarismos.");
     case TipoMascara::Codigo: {
         const bool comAcentos = ajustes.TabelaCaracteres != SemAcentos;
         auto aceita = [comAcentos, aceitos = ajustes.CaracteresAceitos](std::string_view carater) {

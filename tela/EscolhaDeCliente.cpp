@@ -11,7 +11,15 @@ constexpr const char *TodosOsSetores = "Todos os setores";
 
 EscolhaDeCliente::EscolhaDeCliente(Ref<ztClienteSetor> controle, std::vector<ClienteOferecido> clientes)
     : m_Controle(std::move(controle)),
-      m_Clientes(std::move(clientes))
+      m_Clientes(std::move(clientes)),
+      m_PesquisaDeClientes({[this] { return static_cast<std::int32_t>(m_Clientes.size()); },
+                            [this](std::int32_t item) { return m_Clientes[static_cast<std::size_t>(item)].Nome; },
+                            [this] { return Cliente(); }, [this] { return Obedece(); },
+                            [this](std::int32_t item) { EscolheCliente(item); }}),
+      m_PesquisaDeSetores({[this] { return static_cast<std::int32_t>(Setores().size()); },
+                           [this](std::int32_t item) { return Setores()[static_cast<std::size_t>(item)]; },
+                           [this] { return Setor(); }, [this] { return Obedece(); },
+                           [this](std::int32_t item) { EscolheSetor(item); }})
 {
 }
 

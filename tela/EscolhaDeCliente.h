@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controls/PesquisaPorLetras.h"
 #include "controls/ztClienteSetor.h"
 
 #include <cstdint>
@@ -16,6 +17,8 @@ struct ClienteOferecido {
 class EscolhaDeCliente {
   public:
     EscolhaDeCliente(Ref<ztClienteSetor> controle, std::vector<ClienteOferecido> clientes);
+    EscolhaDeCliente(const EscolhaDeCliente &) = delete;
+    EscolhaDeCliente &operator=(const EscolhaDeCliente &) = delete;
 
     const std::vector<ClienteOferecido> &Clientes() const { return m_Clientes; }
     std::int32_t Cliente() const;
@@ -26,8 +29,15 @@ class EscolhaDeCliente {
     // Another client begins with all its sectors.
     bool EscolheCliente(std::int32_t posicao);
     bool EscolheSetor(std::int32_t posicao);
+    // By the letters that are typed.
+    PesquisaPorLetras &PesquisaDeClientes() { return m_PesquisaDeClientes; }
+    PesquisaPorLetras &PesquisaDeSetores() { return m_PesquisaDeSetores; }
 
   private:
+    bool Obedece() const { return m_Controle->HabilitadoDeFato() && m_Controle->VisivelDeFato(); }
+
     Ref<ztClienteSetor> m_Controle;
     std::vector<ClienteOferecido> m_Clientes;
+    PesquisaPorLetras m_PesquisaDeClientes;
+    PesquisaPorLetras m_PesquisaDeSetores;
 };

@@ -1,6 +1,5 @@
 #include "tela/EscolhaDeEndereco.h"
 
-#include "controls/OrdemPortuguesa.h"
 #include "host/Conversoes.h"
 #include "host/Texto.h"
 
@@ -25,7 +24,12 @@ EscolhaDeEndereco::EscolhaDeEndereco(Ref<ztEndereco> controle, Ref<ILogradouros>
       m_Logradouros(std::move(logradouros)),
       m_Memoria(std::move(memoria)),
       m_Municipios(m_Logradouros->Municipios()),
-      m_CodMunic(m_Memoria->CodMunic)
+      m_CodMunic(m_Memoria->CodMunic),
+      m_PesquisaDeMunicipios(
+          {[this] { return static_cast<std::int32_t>(m_Municipios.size()); },
+           [this](std::int32_t item) { return m_Municipios[static_cast<std::size_t>(item)].Nome; },
+           [this] { return LugarDoMunicipio(); }, [this] { return MunicipioEditavel(); },
+           [this](std::int32_t item) { MudaMunicipio(m_Municipios[static_cast<std::size_t>(item)].Codigo); }})
 {
     Acompanha();
 }
@@ -38,6 +42,12 @@ std::int32_t EscolhaDeEndereco::LugarDoMunicipio() const
 
 std::string EscolhaDeEndereco::Atual() const
 {
+    if (const std::string aviso = Aviso(); !aviso.empty()) {
+        return aviso;
+    }
+    if (Pendente()) {
+        return PodeUsar() ? "O endereço digitado ainda não foi usado." : "Escolha um dos logradouros encontrados.";
+    }
     const Endereco &endereco = *m_Controle->EnderecoProprio();
     if (!endereco.DescricaoEndereco().empty()) {
         return endereco.DescricaoEndereco();
@@ -89,43 +99,58 @@ void EscolhaDeEndereco::Toma(const Logradouro &logradouro)
     m_CodMunic = logradouro.CodMunic;
 }
 
+std::string EscolhaDeEndereco::Aviso() const
+{
+    if (SomenteLeitura() || Trim(m_Via).empty() || m_Escolhido.Codigo > 0 || !m_Achados.empty()) {
+        return {};
+    }
+    const std::int32_t municipio = LugarDoMunicipio();
+    return municipio < 0
+               ? "Escolha o município do logradouro."
+               : "Nenhum logradouro encontrado em " + m_Municipios[static_cast<std::size_t>(municipio)].Nome + ".";
+}
+
+bool EscolhaDeEndereco::Pendente() const
+{
+    if (SomenteLeitura() || Trim(m_Via).empty()) {
+        return false;
+    }
+    const Endereco &endereco = *m_Controle->EnderecoProprio();
+    return m_Escolhido.Codigo < 1 || m_Escolhido.Codigo != endereco.CodLogradouro() ||
+           CLng(Val(m_Numero)) != endereco.Numero() || Trim(m_Complemento) != endereco.Complemento();
+}
+
 void EscolhaDeEndereco::EscolheMunicipio(std::int32_t codMunic)
 {
-    EncerraMunicipio();
+    m_PesquisaDeMunicipios.Encerra();
+    MudaMunicipio(codMunic);
+}
+
+void EscolhaDeEndereco::MudaMunicipio(std::int32_t codMunic)
+{
     m_CodMunic = codMunic;
     m_Memoria->CodMunic = codMunic;
     Procura();
 }
 
-bool EscolhaDeEndereco::DigitaMunicipio(const std::string &texto)
-{
-    if (!MunicipioEditavel()) {
-        return false;
-    }
-    const std::string digitado = m_MunicipioDigitado + SemAcentoNemCaixa(texto);
-    const auto achado = std::ranges::find_if(m_Municipios, [&](const MunicipioDeEndereco &municipio) {
-        return SemAcentoNemCaixa(municipio.Nome).starts_with(digitado);
-    });
-    if (achado == m_Municipios.end()) {
-        return false;
-    }
-    EscolheMunicipio(achado->Codigo);
-    m_MunicipioDigitado = digitado;
-    return true;
-}
-
 void EscolhaDeEndereco::DigitaVia(const std::string &texto)
 {
     m_Via = texto;
+    m_Recusa.clear();
     Procura();
 }
 
 void EscolhaDeEndereco::DigitaNumero(const std::string &texto)
 {
     m_Numero.clear();
+    m_Recusa.clear();
     for (const char letra : texto) {
-        if (letra >= '0' && letra <= '9' && m_Numero.size() < DigitosDoNumero) {
+        if (letra < '0' || letra > '9') {
+            m_Recusa = "Só algarismos.";
+        } else if (m_Numero.size() < DigitosDoNumero) {
             m_Numero += letra;
+        } else {
+            m_Recusa = "Até " + CStr(DigitosDoNumero) + " algarismos.";
         }
     }
 }
@@ -133,6 +158,7 @@ void EscolhaDeEndereco::DigitaNumero(const std::string &texto)
 void EscolhaDeEndereco::DigitaComplemento(const std::string &texto)
 {
     m_Complemento = Left(texto, TamanhoDoComplemento);
+    m_Recusa = m_Complemento == texto ? "" : "Até " + CStr(TamanhoDoComplemento) + " caracteres.";
 }
 
 // The only street found need not be chosen.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controls/PesquisaPorLetras.h"
 #include "controls/ztEndereco.h"
 #include "tela/ILogradouros.h"
 #include "tela/Partes.h"
@@ -24,6 +25,8 @@ class EscolhaDeEndereco {
     static constexpr std::int32_t TamanhoDoComplemento = 30; // characters
 
     EscolhaDeEndereco(Ref<ztEndereco> controle, Ref<ILogradouros> logradouros, Ref<MemoriaDeEnderecos> memoria);
+    EscolhaDeEndereco(const EscolhaDeEndereco &) = delete;
+    EscolhaDeEndereco &operator=(const EscolhaDeEndereco &) = delete;
 
     // What is shown.
 
@@ -36,8 +39,12 @@ class EscolhaDeEndereco {
     const std::string &Complemento() const { return m_Complemento; }
     // The streets found, as lines to choose from.
     const std::vector<std::string> &Sugestoes() const { return m_Sugestoes; }
-    // The address that the control holds, in words.
+    // The address that the control holds, in words; while the fields hold another one, that it is not used yet.
     std::string Atual() const;
+    // That what was typed of a street finds none, in words; empty otherwise.
+    std::string Aviso() const;
+    // Why characters that the person typed last were left out; empty when none was.
+    const std::string &Recusa() const { return m_Recusa; }
     bool MunicipioEditavel() const { return m_Controle->MunicipioEditavel(); }
     // Nothing can be typed, and the two buttons are not seen.
     bool SomenteLeitura() const { return m_Controle->ReadOnly(); }
@@ -49,11 +56,8 @@ class EscolhaDeEndereco {
     // What the person does.
 
     void EscolheMunicipio(std::int32_t codMunic);
-    // Each key goes on from those before: the first municipality whose name starts with all of them is chosen, accents
-    // and case ignored. False for a key with which none starts; it is left out then.
-    bool DigitaMunicipio(const std::string &texto);
-    // The next key begins anew.
-    void EncerraMunicipio() { m_MunicipioDigitado.clear(); }
+    // By the letters that are typed.
+    PesquisaPorLetras &PesquisaDeMunicipios() { return m_PesquisaDeMunicipios; }
     void DigitaVia(const std::string &texto);
     // Where the keyboard goes: on to the number, once a street was taken.
     Parte EscolheSugestao(const std::string &sugestao);
@@ -65,7 +69,10 @@ class EscolhaDeEndereco {
     bool Limpa();
 
   private:
+    void MudaMunicipio(std::int32_t codMunic);
     void Procura();
+    // Whether the fields hold something that the control does not.
+    bool Pendente() const;
     void Toma(const Logradouro &logradouro);
     // What of the control's address was taken over already.
     bool Conhecido() const;
@@ -76,10 +83,11 @@ class EscolhaDeEndereco {
     Ref<MemoriaDeEnderecos> m_Memoria;
     const std::vector<MunicipioDeEndereco> &m_Municipios;
     std::int32_t m_CodMunic;
-    std::string m_MunicipioDigitado;
+    PesquisaPorLetras m_PesquisaDeMunicipios;
     std::string m_Via;
     std::string m_Numero;
     std::string m_Complemento;
+    std::string m_Recusa;
     std::vector<Logradouro> m_Achados;
     std::vector<std::string> m_Sugestoes;
     Logradouro m_Escolhido;

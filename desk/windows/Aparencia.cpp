@@ -5,6 +5,7 @@
 #include "desk/windows/EstiloDaMesa.h"
 #include "desk/windows/Impressora.h"
 #include "desk/windows/Paletas.h"
+#include "desk/windows/RodaDoMouse.h"
 #include "desk/windows/Traducao.h"
 
 #include <QApplication>
@@ -25,6 +26,7 @@ void PreparaAparencia(QApplication &aplicacao)
 {
     QApplication::setStyle(new EstiloDaMesa);
     PreparaAcessibilidade();
+    AquietaRoda(aplicacao);
     QLocale::setDefault(QLocale(QLocale::Portuguese, QLocale::Brazil));
     Traduz(aplicacao);
 }

@@ -1,5 +1,7 @@
 #include "desk/windows/ConsultaAutuacao.h"
 
+#include "desk/windows/Calendario.h"
+#include "desk/windows/Combo.h"
 #include "desk/windows/Icones.h"
 #include "desk/windows/Renderizador.h"
 #include "desk/windows/Rolagem.h"
@@ -7,8 +9,6 @@
 #include "shell/ModGeral.h"
 
 #include <QCheckBox>
-#include <QComboBox>
-#include <QDateEdit>
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -28,9 +28,9 @@ ConsultaAutuacao::ConsultaAutuacao(std::function<Ref<CVorEquip>()> criaConsulta,
       m_Autuacao(std::move(criaConsulta)),
       m_Borda(std::move(borda)),
       m_ComData(new QCheckBox("Com a &data da infração:", this)),
-      m_Data(new QDateEdit(QDate::currentDate(), this)),
+      m_Data(new CampoDeDia(QDate::currentDate(), this)),
       m_Codigo(new QLineEdit(this)),
-      m_Tipo(new QComboBox(this)),
+      m_Tipo(new Combo(this)),
       m_Resultado(new QLabel(this))
 {
     setObjectName("ConsultaAutuacao");
@@ -51,8 +51,6 @@ ConsultaAutuacao::ConsultaAutuacao(std::function<Ref<CVorEquip>()> criaConsulta,
 QWidget *ConsultaAutuacao::FazPergunta()
 {
     m_Data->setObjectName("data");
-    m_Data->setDisplayFormat("dd/MM/yyyy");
-    m_Data->setCalendarPopup(true);
     m_Data->setAccessibleName("Data da infração");
     m_ComData->setObjectName("comData");
     m_ComData->setChecked(true);

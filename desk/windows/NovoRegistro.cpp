@@ -3,11 +3,11 @@
 #include "desk/services/Referencias.h"
 #include "desk/services/TextoQt.h"
 #include "desk/windows/CampoDeSenha.h"
+#include "desk/windows/Combo.h"
 #include "desk/windows/Dialogos.h"
 #include "desk/windows/Icones.h"
 
 #include <QApplication>
-#include <QComboBox>
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QIntValidator>
@@ -40,7 +40,7 @@ NovoRegistro::NovoRegistro(std::function<std::optional<ProblemaDoRegistroNovo>(c
     : m_Faz(std::move(faz)),
       m_CodCliente(FazCampo("codCliente", this)),
       m_Cliente(FazCampo("cliente", this)),
-      m_Estado(new QComboBox(this)),
+      m_Estado(new Combo(this)),
       m_Setores(new QPlainTextEdit(this)),
       m_Usuario(FazCampo("usuario", this)),
       m_Nome(FazCampo("nome", this)),

@@ -3,6 +3,8 @@
 #include "controls/OrdemPortuguesa.h"
 #include "desk/services/TextoQt.h"
 #include "desk/windows/CampoDeSenha.h"
+#include "desk/windows/Combo.h"
+#include "desk/windows/Dica.h"
 #include "desk/windows/Renderizador.h"
 
 #include <QCheckBox>
@@ -50,6 +52,14 @@ void PoeOpcoes(QComboBox &combo, const CampoDaFicha &campo)
         }
     }
     combo.setCurrentIndex(combo.findData(Q(campo.Valor)));
+}
+
+// Why a key was not taken.
+QString DicaDaRecusa(const QLineEdit &texto)
+{
+    const bool cheio = texto.text().size() >= texto.maxLength();
+    return texto.validator() == nullptr || cheio ? QString("Até %1 caracteres.").arg(texto.maxLength())
+                                                 : QString("Só algarismos.");
 }
 
 // What of a combo is chosen: what was typed counts when it is the text of an item, accents and case ignored.
@@ -131,6 +141,7 @@ PainelDaFicha::Posto PainelDaFicha::FazTexto(CampoDaFicha &campo)
     }
     DefineSomenteLeitura(*texto, campo.Travado);
     texto->setCursorPosition(0);
+    connect(texto, &QLineEdit::inputRejected, texto, [texto] { Dica::Mostra(*texto, DicaDaRecusa(*texto), true); });
     return {"", texto, [texto](CampoDaFicha &c) { c.Valor = S(texto->text()); },
             [texto](const CampoDaFicha &c) { texto->setText(Q(c.Valor)); }};
 }
@@ -144,12 +155,17 @@ PainelDaFicha::Posto PainelDaFicha::FazSenha(CampoDaFicha &campo)
 
 PainelDaFicha::Posto PainelDaFicha::FazEscolha(CampoDaFicha &campo)
 {
-    auto *combo = new QComboBox(this);
+    auto *combo = new Combo(this);
     combo->setMinimumWidth(LarguraDoCampo);
     if (campo.Especie == EspecieDoCampo::Procura) {
         combo->setEditable(true);
         combo->setInsertPolicy(QComboBox::NoInsert);
         combo->setCompleter(new Completador(combo));
+        connect(combo->lineEdit(), &QLineEdit::editingFinished, combo, [combo] {
+            if (!combo->currentText().trimmed().isEmpty() && Escolhido(*combo).isEmpty()) {
+                Dica::Mostra(*combo, "Nenhum item é \"" + combo->currentText() + "\".", true);
+            }
+        });
     }
     PoeOpcoes(*combo, campo);
     combo->setEnabled(!campo.Travado);

@@ -4,12 +4,12 @@
 
 #include "controls/ControleBase.h"
 #include "desk/services/TextoQt.h"
+#include "desk/windows/Combo.h"
 #include "desk/windows/Rolagem.h"
 #include "tela/Partes.h"
 #include "tela/Twips.h"
 
 #include <QCheckBox>
-#include <QComboBox>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QIcon>
@@ -40,7 +40,10 @@ class CampoMedido : public QLineEdit {
         constexpr int Folga = 10; // around the text, with the cursor
         QStyleOptionFrame opcao;
         initStyleOption(&opcao);
-        const QSize texto(letras * fontMetrics().horizontalAdvance(m_Largura.Letra) + Folga, fontMetrics().height());
+        const QMargins margens = textMargins(); // with what stands beside the text
+        const QSize texto(letras * fontMetrics().horizontalAdvance(m_Largura.Letra) + Folga + margens.left() +
+                              margens.right(),
+                          fontMetrics().height());
         return {style()->sizeFromContents(QStyle::CT_LineEdit, &opcao, texto, this).width(),
                 QLineEdit::sizeHint().height()};
     }
@@ -89,7 +92,7 @@ QWidget *NovoCampo(const Peca &peca, QWidget *dono)
 QWidget *NovoCombo(const Peca &peca, QWidget *dono)
 {
     const LarguraEmLetras largura = LarguraDe(peca);
-    auto *combo = new QComboBox(dono);
+    auto *combo = new Combo(dono);
     combo->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     combo->setMinimumContentsLength(largura.Natural);
     combo->setSizePolicy(peca.Elastica ? QSizePolicy::Expanding : QSizePolicy::Preferred, QSizePolicy::Fixed);

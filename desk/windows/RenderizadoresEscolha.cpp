@@ -1,14 +1,13 @@
 #include "desk/windows/RenderizadoresEscolha.h"
 
+#include "desk/windows/Combo.h"
+#include "desk/windows/Dica.h"
 #include "tela/Partes.h"
-#include "tela/TeclasDeCombo.h"
 #include "tela/Tracado.h"
 
-#include <QComboBox>
 #include <QCompleter>
 #include <QGridLayout>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
@@ -56,7 +55,7 @@ RenderEndereco::RenderEndereco(Ref<IControle> controle, QWidget *widget, Borda b
                                Ref<MemoriaDeEnderecos> memoria)
     : Renderizador(controle, widget, std::move(borda)),
       m_Escolha(ComoTipo<ztEndereco>(controle), std::move(logradouros), std::move(memoria)),
-      m_Municipio(new QComboBox(widget)),
+      m_Municipio(new Combo(widget)),
       m_Via(new QLineEdit(widget)),
       m_Numero(new QLineEdit(widget)),
       m_Complemento(new QLineEdit(widget)),
@@ -87,6 +86,7 @@ RenderEndereco::RenderEndereco(Ref<IControle> controle, QWidget *widget, Borda b
     m_Numero->setAccessibleName("Número");
     m_Numero->setMaximumWidth(90);
     m_Complemento->setAccessibleName("Complemento");
+    m_Atual->setObjectName("atual");
     m_Atual->setWordWrap(true);
     m_Usar->setAutoDefault(false);
     m_Limpar->setAutoDefault(false);
@@ -112,15 +112,16 @@ RenderEndereco::RenderEndereco(Ref<IControle> controle, QWidget *widget, Borda b
     grade->addLayout(botoes, 3, 0, 1, 4);
     grade->setColumnStretch(3, 1);
 
+    m_Municipio->PesquisaEm(m_Escolha.PesquisaDeMunicipios(), [this](const std::function<void()> &ato) { Age(ato); });
     connect(m_Municipio, &QComboBox::activated, this, [this](int lugar) {
         Age([&] { m_Escolha.EscolheMunicipio(m_Escolha.Municipios()[static_cast<std::size_t>(lugar)].Codigo); });
     });
     connect(m_Via, &QLineEdit::textEdited, this,
-            [this](const QString &texto) { Age([&] { m_Escolha.DigitaVia(S(texto)); }); });
+            [this](const QString &texto) { Digita(m_Via, &EscolhaDeEndereco::DigitaVia, texto); });
     connect(m_Numero, &QLineEdit::textEdited, this,
-            [this](const QString &texto) { Age([&] { m_Escolha.DigitaNumero(S(texto)); }); });
+            [this](const QString &texto) { Digita(m_Numero, &EscolhaDeEndereco::DigitaNumero, texto); });
     connect(m_Complemento, &QLineEdit::textEdited, this,
-            [this](const QString &texto) { Age([&] { m_Escolha.DigitaComplemento(S(texto)); }); });
+            [this](const QString &texto) { Digita(m_Complemento, &EscolhaDeEndereco::DigitaComplemento, texto); });
     connect(completador, qOverload<const QString &>(&QCompleter::activated), this, [this](const QString &item) {
         Parte proxima = Parte::Via;
         Age([&] { proxima = m_Escolha.EscolheSugestao(S(item)); });
@@ -172,29 +173,23 @@ void RenderEndereco::Mostra()
     m_Usar->setEnabled(m_Escolha.PodeUsar());
 }
 
-// Letters find a municipality; everything else in its combo is the widget's own.
-bool RenderEndereco::eventFilter(QObject *objeto, QEvent *evento)
+void RenderEndereco::Digita(QLineEdit *onde, void (EscolhaDeEndereco::*digita)(const std::string &),
+                            const QString &texto)
 {
-    if (objeto == m_Municipio && evento->type() == QEvent::FocusOut) {
-        m_Escolha.EncerraMunicipio();
-    } else if (objeto == m_Municipio && evento->type() == QEvent::KeyPress) {
-        const auto *tecla = static_cast<QKeyEvent *>(evento);
-        const bool comum = (tecla->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) == 0;
-        if (comum && EhLetraDeCombo(S(tecla->text()))) {
-            Age([&] { m_Escolha.DigitaMunicipio(S(tecla->text())); });
-            return true;
-        }
-        m_Escolha.EncerraMunicipio();
+    const QPointer<RenderEndereco> vivo = this;
+    Age([&] { (m_Escolha.*digita)(S(texto)); });
+    if (!vivo.isNull()) {
+        const std::string dica = onde == m_Via ? m_Escolha.Aviso() : m_Escolha.Recusa();
+        Dica::Mostra(*onde, Q(dica), true);
     }
-    return Renderizador::eventFilter(objeto, evento);
 }
 
 RenderClienteSetor::RenderClienteSetor(Ref<IControle> controle, QWidget *widget, Borda borda,
                                        std::vector<ClienteOferecido> clientes)
     : Renderizador(controle, widget, std::move(borda)),
       m_Escolha(ComoTipo<ztClienteSetor>(controle), std::move(clientes)),
-      m_Cliente(new QComboBox(widget)),
-      m_Setor(new QComboBox(widget))
+      m_Cliente(new Combo(widget)),
+      m_Setor(new Combo(widget))
 {
     m_Cliente->setObjectName("cliente");
     m_Setor->setObjectName("setor");
@@ -203,7 +198,7 @@ RenderClienteSetor::RenderClienteSetor(Ref<IControle> controle, QWidget *widget,
     for (const ClienteOferecido &cliente : m_Escolha.Clientes()) {
         m_Cliente->addItem(Q(cliente.Nome));
     }
-    for (QComboBox *combo : {m_Cliente, m_Setor}) {
+    for (Combo *combo : {m_Cliente, m_Setor}) {
         combo->setSizeAdjustPolicy(QComboBox::AdjustToContents);
         combo->setMinimumContentsLength(LetrasDoCombo);
     }
@@ -218,6 +213,9 @@ RenderClienteSetor::RenderClienteSetor(Ref<IControle> controle, QWidget *widget,
             [this](int posicao) { Age([&] { m_Escolha.EscolheCliente(posicao); }); });
     connect(m_Setor, &QComboBox::activated, this,
             [this](int posicao) { Age([&] { m_Escolha.EscolheSetor(posicao); }); });
+    const auto age = [this](const std::function<void()> &ato) { Age(ato); };
+    m_Cliente->PesquisaEm(m_Escolha.PesquisaDeClientes(), age);
+    m_Setor->PesquisaEm(m_Escolha.PesquisaDeSetores(), age);
     SegueFoco(m_Cliente);
     SegueFoco(m_Setor);
 }

@@ -6,7 +6,6 @@
 
 #include <vector>
 
-class QComboBox;
 class QCompleter;
 class QLabel;
 class QLineEdit;
@@ -14,6 +13,8 @@ class QPushButton;
 class QStringListModel;
 
 namespace mesa {
+
+class Combo;
 
 // Address picker: the streets found are offered while the person types.
 class RenderEndereco : public Renderizador {
@@ -26,11 +27,12 @@ class RenderEndereco : public Renderizador {
   protected:
     void Mostra() override;
     QWidget *WidgetDe(Parte parte) const override;
-    bool eventFilter(QObject *objeto, QEvent *evento) override;
 
   private:
+    void Digita(QLineEdit *onde, void (EscolhaDeEndereco::*digita)(const std::string &), const QString &texto);
+
     EscolhaDeEndereco m_Escolha;
-    QComboBox *m_Municipio;
+    Combo *m_Municipio;
     QLineEdit *m_Via;
     QLineEdit *m_Numero;
     QLineEdit *m_Complemento;
@@ -51,8 +53,8 @@ class RenderClienteSetor : public Renderizador {
 
   private:
     EscolhaDeCliente m_Escolha;
-    QComboBox *m_Cliente;
-    QComboBox *m_Setor;
+    Combo *m_Cliente;
+    Combo *m_Setor;
 };
 
 } // namespace mesa

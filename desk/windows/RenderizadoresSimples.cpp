@@ -11,15 +11,18 @@
 #include "controls/ztMask.h"
 #include "controls/ztVeiObservacao.h"
 #include "desk/host/Caminhos.h"
+#include "desk/windows/Calendario.h"
+#include "desk/windows/Combo.h"
 #include "desk/windows/Cores.h"
+#include "desk/windows/Dica.h"
+#include "host/Texto.h"
 #include "tela/EdicaoDeTexto.h"
 #include "tela/PaginasDeAbas.h"
 #include "tela/TeclasDeCombo.h"
 
 #include <QCheckBox>
-#include <QComboBox>
+#include <QDate>
 #include <QGroupBox>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -165,7 +168,8 @@ template <class C> CampoDeTexto FazCampo(C &campo)
             [&campo] { return campo.Cursor(); },
             [&campo](std::size_t posicao, std::size_t n, const std::string &texto) {
                 return campo.Edita(posicao, n, texto);
-            }};
+            },
+            [&campo] { return campo.Recusa(); }};
 }
 
 CampoDeTexto CampoDoControle(const Ref<IControle> &controle)
@@ -190,6 +194,18 @@ RenderCampo::RenderCampo(Ref<IControle> controle, QWidget *widget, Borda borda)
       m_Linha(qobject_cast<QLineEdit *>(widget))
 {
     connect(m_Linha, &QLineEdit::textEdited, this, [this](const QString &novo) { TextoEditado(novo); });
+    if (Controle()->Especie() == EspecieControle::ztData) {
+        PoeCalendario();
+    }
+}
+
+// The day that was taken there is typed in the place of what the field has.
+void RenderCampo::PoeCalendario()
+{
+    constexpr const char *Formato = "dd/MM/yyyy";
+    new BotaoDeCalendario(
+        m_Linha, [this] { return QDate::fromString(m_Linha->text(), Formato); },
+        [this](const QDate &dia) { Edita(0, Len(m_Campo.Texto()), S(dia.toString(Formato))); });
 }
 
 // The line says only what it has become.
@@ -197,7 +213,16 @@ void RenderCampo::TextoEditado(const QString &novo)
 {
     const auto cursor = novo.left(m_Linha->cursorPosition()).toUcs4().size(); // the line counts units of UTF-16
     const EdicaoDeTexto edicao = AchaEdicao(m_Campo.Texto(), S(novo), static_cast<std::size_t>(cursor));
-    Age([&] { m_Campo.Edita(edicao.Posicao, edicao.Retirados, edicao.Inserido); });
+    Edita(edicao.Posicao, edicao.Retirados, edicao.Inserido);
+}
+
+void RenderCampo::Edita(std::size_t posicao, std::size_t n, const std::string &texto)
+{
+    const QPointer<RenderCampo> vivo = this;
+    Age([&] { m_Campo.Edita(posicao, n, texto); });
+    if (!vivo.isNull() && !m_Campo.Recusa().empty()) {
+        Dica::Mostra(*m_Linha, Q(m_Campo.Recusa()), true);
+    }
 }
 
 void RenderCampo::Mostra()
@@ -213,44 +238,15 @@ void RenderCampo::Mostra()
     DefineSomenteLeitura(*m_Linha, m_Campo.SomenteLeitura());
 }
 
-namespace {
-
-AtoNoCombo AtoDe(const QEvent &evento)
-{
-    switch (evento.type()) {
-    case QEvent::KeyPress:
-        switch (static_cast<const QKeyEvent &>(evento).key()) {
-        case Qt::Key_F4:
-        case Qt::Key_Space:
-            return AtoNoCombo::Abre;
-        case Qt::Key_Down:
-        case Qt::Key_Up:
-        case Qt::Key_PageDown:
-        case Qt::Key_PageUp:
-        case Qt::Key_Home:
-        case Qt::Key_End:
-            return AtoNoCombo::Anda;
-        default:
-            return AtoNoCombo::Outro;
-        }
-    case QEvent::MouseButtonPress:
-    case QEvent::MouseButtonDblClick:
-        return AtoNoCombo::Abre;
-    case QEvent::Wheel:
-        return AtoNoCombo::Anda;
-    default:
-        return AtoNoCombo::Outro;
-    }
-}
-
-} // namespace
-
 RenderCombo::RenderCombo(Ref<IControle> controle, QWidget *widget, Borda borda)
     : Renderizador(std::move(controle), widget, std::move(borda)),
-      m_Combo(qobject_cast<QComboBox *>(widget))
+      m_Combo(dynamic_cast<Combo *>(widget))
 {
-    m_Combo->setEditable(false);
     m_Combo->setMaxVisibleItems(18);
+    m_Combo->PesquisaEm(Como<ztCombo>(*this).Pesquisa(), [this](const std::function<void()> &ato) {
+        const Ref<IControle> vivo = Controle(); // an event may end the window
+        Age(ato);
+    });
     connect(m_Combo, &QComboBox::activated, this,
             [this](int indice) { Age([this, indice] { Como<ztCombo>(*this).Escolhe(indice); }); });
 }
@@ -270,32 +266,7 @@ void RenderCombo::Mostra()
         }
     }
     m_Combo->setCurrentIndex(controle.IndiceAtual());
-    // One that is locked can be gone to and read, and says by its ground that nothing can be chosen.
-    SeguePaleta(*m_Combo, [combo = m_Combo, travado = controle.ComboSomenteLeitura()] {
-        QPalette cores;
-        if (travado) {
-            cores.setColor(QPalette::Button, cores.color(QPalette::Window));
-        }
-        combo->setPalette(cores);
-    });
-    m_Combo->setAccessibleDescription(controle.ComboSomenteLeitura() ? "Somente leitura" : "");
-}
-
-// Letters go to the control, which finds the item; everything else is the widget's own, as far as the combo obeys.
-bool RenderCombo::eventFilter(QObject *objeto, QEvent *evento)
-{
-    if (!ComboObedece(Como<ztCombo>(*this), AtoDe(*evento))) {
-        return true;
-    }
-    if (evento->type() == QEvent::KeyPress) {
-        const auto *tecla = static_cast<QKeyEvent *>(evento);
-        const bool comum = (tecla->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) == 0;
-        if (comum && EhLetraDeCombo(S(tecla->text()))) {
-            Age([&] { Como<ztCombo>(*this).Digita(S(tecla->text())); });
-            return true;
-        }
-    }
-    return Renderizador::eventFilter(objeto, evento);
+    m_Combo->DefineSomenteLeitura(controle.ComboSomenteLeitura());
 }
 
 } // namespace mesa

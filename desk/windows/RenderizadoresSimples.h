@@ -6,10 +6,11 @@
 #include <functional>
 #include <string>
 
-class QComboBox;
 class QLineEdit;
 
 namespace mesa {
+
+class Combo;
 
 // Labels, check boxes, options and both kinds of button.
 class RenderTextoFixo : public Renderizador {
@@ -76,6 +77,7 @@ struct CampoDeTexto {
     std::function<bool()> SomenteLeitura;
     std::function<std::size_t()> Cursor;
     std::function<bool(std::size_t, std::size_t, const std::string &)> Edita;
+    std::function<std::string()> Recusa;
 };
 
 // Text boxes, masks, dates and observations in a line of text.
@@ -88,6 +90,8 @@ class RenderCampo : public Renderizador {
 
   private:
     void TextoEditado(const QString &novo);
+    void Edita(std::size_t posicao, std::size_t n, const std::string &texto);
+    void PoeCalendario();
 
     CampoDeTexto m_Campo;
     QLineEdit *m_Linha;
@@ -99,10 +103,9 @@ class RenderCombo : public Renderizador {
 
   protected:
     void Mostra() override;
-    bool eventFilter(QObject *objeto, QEvent *evento) override;
 
   private:
-    QComboBox *m_Combo;
+    Combo *m_Combo;
 };
 
 } // namespace mesa

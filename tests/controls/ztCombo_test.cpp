@@ -193,10 +193,50 @@ TEST_F(TiposTest, Digita_InACombo_GoesToTheNextItemOfEachLetter)
     EXPECT_FALSE(combo->Digita("x"));
     EXPECT_EQ(combo->Valor(), "P");
     EXPECT_EQ(m_Tela.Vistos(), Textos{});
+    EXPECT_TRUE(combo->Apaga());
     EXPECT_FALSE(combo->Digita("zl")); // a key that no item has, among others
     EXPECT_EQ(combo->Valor(), "L");
+    EXPECT_TRUE(combo->Apaga());
     EXPECT_FALSE(combo->Digita("pz"));
     EXPECT_EQ(combo->Valor(), "P");
+}
+
+TEST_F(TiposTest, Digita_AWholeText_ChoosesThatItemWhateverWasChosenBefore)
+{
+    for (const char *antes : {"", "L", "P", "M"}) {
+        for (const auto &[digitado, valor] : std::vector<std::pair<std::string, std::string>>{
+                 {"pardal", "P"}, {"PARDAL MOVEL", "M"}, {"pardal m", "M"}, {"lom", "L"}}) {
+            combo->DefineValor(antes);
+            EXPECT_TRUE(combo->Preenche(digitado));
+            EXPECT_EQ(combo->Valor(), valor) << digitado << " behind " << antes;
+        }
+    }
+}
+
+TEST_F(TiposTest, Digita_WhatIsChosenAlready_RaisesNothing)
+{
+    combo->DefineValor("P");
+    m_Tela.Vistos();
+    EXPECT_TRUE(combo->Digita("pardal"));
+    EXPECT_EQ(m_Tela.Vistos(), Textos{});
+    EXPECT_TRUE(combo->Digita(" "));
+    EXPECT_EQ(m_Tela.Vistos(), (Textos{"Mudou", "Click", "Change"}));
+}
+
+TEST_F(TiposTest, Digita_WhenItsEventFillsTheComboAgain_GoesOnWithWhatWasTyped)
+{
+    m_Tela.Liga(combo->Click(), [&] {
+        if (combo->Valor() == "P") {
+            combo->Limpa();
+            for (const char *item : {"Arara|A", "Rolinha|R", "Pardal Velho|V", "Pardal Novo|N"}) {
+                combo->AdicionaItem(item);
+            }
+        }
+    });
+    EXPECT_TRUE(combo->Digita("p"));
+    EXPECT_EQ(combo->IndiceAtual(), -1);
+    EXPECT_TRUE(combo->Digita("ardal n"));
+    EXPECT_EQ(combo->Valor(), "N");
 }
 
 TEST_F(MunicipiosTest, Digita_InAComboThatSearches_ChoosesByAllThatWasTyped)
@@ -206,9 +246,9 @@ TEST_F(MunicipiosTest, Digita_InAComboThatSearches_ChoosesByAllThatWasTyped)
     EXPECT_EQ(m_Tela.Vistos(), (Textos{"Mudou", "Click", "Change"}));
     EXPECT_TRUE(combo->Digita("rto "));
     EXPECT_EQ(combo->Texto(), "Porto Alegre");
-    EXPECT_EQ(combo->Procurado(), "porto ");
+    EXPECT_EQ(combo->Pesquisa().Procurado(), "porto ");
     EXPECT_FALSE(combo->Digita("x"));
-    EXPECT_EQ(combo->Procurado(), "porto ");
+    EXPECT_EQ(combo->Pesquisa().Procurado(), "porto ");
     EXPECT_EQ(combo->Texto(), "Porto Alegre");
 }
 
@@ -227,13 +267,13 @@ TEST_F(MunicipiosTest, Digita_AfterTheFocusWasElsewhereOrApaga_StartsTheSearchAg
     const Ref<TextBox> outro = m_Tela.Poe<TextBox>(Chamado<AjustesTextBox>("txt"));
     EXPECT_TRUE(combo->Digita("por"));
     EXPECT_TRUE(outro->Foco());
-    EXPECT_EQ(combo->Procurado(), "");
+    EXPECT_EQ(combo->Pesquisa().Procurado(), "");
     EXPECT_EQ(combo->Texto(), "Portão");
     EXPECT_TRUE(combo->Digita("sap"));
     EXPECT_EQ(combo->Texto(), "Sapiranga");
     m_Tela.Vistos();
     EXPECT_TRUE(combo->Apaga());
-    EXPECT_EQ(combo->Procurado(), "");
+    EXPECT_EQ(combo->Pesquisa().Procurado(), "");
     EXPECT_EQ(combo->Texto(), "Sapiranga");
     EXPECT_EQ(m_Tela.Vistos(), Textos{});
 }

@@ -75,12 +75,104 @@ TEST_F(ztDataTest, Digita_DigitsOnly_FillsTheTemplate)
     EXPECT_EQ(m_Data->Text(), "05/03/    ");
     EXPECT_EQ(m_Data->Valor(), "05/03/    ");
     EXPECT_FALSE(m_Data->DataValida());
+    EXPECT_EQ(m_Data->Recusa(), "");
     EXPECT_TRUE(m_Data->Digita("x2024"));
+    EXPECT_EQ(m_Data->Recusa(), "Só algarismos.");
     EXPECT_EQ(m_Data->Text(), "05/03/2024");
     EXPECT_TRUE(m_Data->DataValida());
     EXPECT_EQ(m_Tela.Vistos().size(), 8U);
     EXPECT_TRUE(m_Data->Digita("9"));
     EXPECT_EQ(m_Data->Text(), "05/03/2024");
+    EXPECT_EQ(m_Data->Recusa(), "O campo já está completo.");
+    EXPECT_TRUE(m_Data->Edita(9, 1, ""));
+    EXPECT_EQ(m_Data->Recusa(), "");
+}
+
+TEST_F(ztDataTest, Edita_AnEmptyField_TakesWhatIsTypedWhereverTheCursorStands)
+{
+    for (std::size_t posicao = 0; posicao <= 10; ++posicao) {
+        EXPECT_TRUE(m_Data->Apaga());
+        std::size_t cursor = posicao;
+        for (const char *tecla : {"0", "5", "0", "3", "2", "0", "2", "4"}) {
+            EXPECT_TRUE(m_Data->Edita(cursor, 0, tecla));
+            cursor = m_Data->Cursor();
+        }
+        EXPECT_EQ(m_Data->Text(), "05/03/2024") << posicao;
+        EXPECT_TRUE(m_Data->Apaga());
+        EXPECT_TRUE(m_Data->Edita(posicao, 0, "05032024")); // pasted
+        EXPECT_EQ(m_Data->Text(), "05/03/2024") << posicao;
+    }
+}
+
+TEST_F(ztDataTest, Edita_SeparatorsByHand_EndTheGroupThatTheyStandBehind)
+{
+    const std::vector<std::pair<std::string, std::string>> casos = {
+        {"1/", "01/  /    "},           {"1/2/", "01/02/    "},          {"1/2/26", "01/02/26  "},
+        {"1-2-2026", "01/02/2026"},     {"1.2.2026", "01/02/2026"},      {"1 2 2026", "01/02/2026"},
+        {"01/02/2026", "01/02/2026"},   {"010226", "01/02/26  "},        {"12/2/26", "12/02/26  "},
+        {"//1//2//26//", "01/02/26  "}, {" 01/02/2026\n", "01/02/2026"}, {"0/", "00/  /    "},
+        {"2026-02-01", "01/02/2026"},   {"1/2/26/", "01/02/26  "},       {"01/02", "01/02/    "}};
+    for (const auto &[digitado, mostrado] : casos) {
+        EXPECT_TRUE(m_Data->Preenche(digitado));
+        EXPECT_EQ(m_Data->Text(), mostrado) << digitado;
+        if (digitado == "2026-02-01") { // a program's, which nobody types key by key
+            continue;
+        }
+        EXPECT_TRUE(m_Data->Apaga());
+        for (std::size_t cursor = 0; const char tecla : digitado) {
+            EXPECT_TRUE(m_Data->Edita(cursor, 0, {tecla}));
+            cursor = m_Data->Cursor();
+        }
+        EXPECT_EQ(m_Data->Text(), mostrado) << digitado;
+    }
+}
+
+TEST_F(ztDataTest, Foco_ElsewhereAfterADateInShort_MakesItWhole)
+{
+    EXPECT_TRUE(m_Data->Preenche("1/2/26"));
+    EXPECT_TRUE(m_Outro->Foco());
+    EXPECT_EQ(m_Data->Text(), "01/02/2026");
+    EXPECT_TRUE(m_Data->DataValida());
+}
+
+TEST_F(ztDataTest, Edita_InTheMiddle_OvertypesAndFillsGaps)
+{
+    EXPECT_TRUE(m_Data->Digita("05032024"));
+    EXPECT_TRUE(m_Data->Edita(0, 0, "1"));
+    EXPECT_EQ(m_Data->Text(), "15/03/2024");
+    EXPECT_EQ(m_Data->Cursor(), 1U);
+    EXPECT_TRUE(m_Data->Edita(0, 2, "")); // deleted
+    EXPECT_EQ(m_Data->Text(), "  /03/2024");
+    EXPECT_TRUE(m_Data->Edita(0, 0, "7"));
+    EXPECT_TRUE(m_Data->Edita(m_Data->Cursor(), 0, "/"));
+    EXPECT_EQ(m_Data->Text(), "07/03/2024");
+    EXPECT_EQ(m_Data->Cursor(), 3U);
+    EXPECT_TRUE(m_Data->Edita(4, 1, ""));
+    EXPECT_EQ(m_Data->Text(), "07/0 /2024");
+    EXPECT_TRUE(m_Data->Edita(10, 0, "9")); // nowhere else is a place for it
+    EXPECT_EQ(m_Data->Text(), "07/09/2024");
+    EXPECT_TRUE(m_Data->Edita(0, 10, "1")); // what was selected is replaced
+    EXPECT_EQ(m_Data->Text(), "1 /  /    ");
+    EXPECT_TRUE(m_Data->Edita(8, 0, "2")); // no gap behind what is typed
+    EXPECT_EQ(m_Data->Text(), "12/  /    ");
+}
+
+TEST_F(ztDataTest, Edita_AWholeDateAtOnce_TakesThePlaceOfTheOneThatIsThere)
+{
+    for (const char *colado : {"1/2/2026", "01/02/2026", "01022026", "2026-02-01"}) {
+        for (const std::size_t posicao : {0U, 4U, 10U}) {
+            m_Data->DefineText("15/03/2024");
+            EXPECT_TRUE(m_Data->Edita(posicao, 0, colado));
+            EXPECT_EQ(m_Data->Text(), "01/02/2026") << colado << " at " << posicao;
+        }
+    }
+}
+
+TEST_F(ztDataTest, Edita_AHundredThousandCharacters_IsDoneAtOnceAndSaysWhy)
+{
+    EXPECT_TRUE(m_Data->Edita(0, 0, std::string(100000, 'x')));
+    EXPECT_EQ(m_Data->Text(), Vazia);
+    EXPECT_EQ(m_Data->Recusa(), "Só algarismos.");
 }
 
 TEST_F(ztDataTest, Digita_WithTheSlashes_IsTheSameAndApagaEmptiesTheField)
@@ -139,8 +231,8 @@ TEST_F(ztDataTest, Foco_WhenTheYearMadeWholeLeadsTheFocusBack_EndsWhereItWasLed)
 
 TEST_F(ztDataTest, Foco_ElsewhereWithAGapInTheYear_LeavesTheText)
 {
-    EXPECT_TRUE(m_Data->Digita("050320"));
-    EXPECT_TRUE(m_Data->Edita(9, 0, "4"));
+    EXPECT_TRUE(m_Data->Digita("05032024"));
+    EXPECT_TRUE(m_Data->Edita(8, 1, ""));
     EXPECT_EQ(m_Data->Text(), "05/03/20 4");
     EXPECT_TRUE(m_Outro->Foco());
     EXPECT_EQ(m_Data->Text(), "05/03/20 4");

@@ -178,8 +178,50 @@ TEST_F(ztMaskTest, Edita_OneDigitOfAnHour_PutsTheNewOneInItsPlace)
     EXPECT_EQ(hora->Text(), "08:40");
     EXPECT_TRUE(hora->Edita(1, 3, ""));
     EXPECT_EQ(hora->Text(), "0_:_0");
-    EXPECT_TRUE(hora->Edita(99, 99, "1"));
-    EXPECT_EQ(hora->Text(), "0_:_0");
+    EXPECT_TRUE(hora->Edita(99, 99, "1")); // to the first that is empty
+    EXPECT_EQ(hora->Text(), "01:_0");
+}
+
+TEST_F(ztMaskTest, Edita_AnHourWithItsSeparatorByHand_FillsTheHoursAndGuessesNoMinutes)
+{
+    const Ref<ztMask> hora = Hora();
+    for (const auto &[digitado, mostrado] : std::vector<std::pair<std::string, std::string>>{{"8:05", "08:05"},
+                                                                                             {"8h30", "08:30"},
+                                                                                             {"8.30", "08:30"},
+                                                                                             {"8:5", "08:5_"},
+                                                                                             {"8:", "08:__"},
+                                                                                             {"8", "8_:__"}}) {
+        EXPECT_TRUE(hora->Preenche(digitado));
+        hora->Conclui();
+        EXPECT_EQ(hora->Text(), mostrado) << digitado;
+    }
+    for (std::size_t posicao = 0; posicao <= 5; ++posicao) {
+        EXPECT_TRUE(hora->Apaga());
+        EXPECT_TRUE(hora->Edita(posicao, 0, "7"));
+        EXPECT_EQ(hora->Text(), "7_:__") << posicao;
+    }
+}
+
+TEST_F(ztMaskTest, Recusa_OfWhatAFieldDoesNotTake_SaysWhatItTakes)
+{
+    const auto recusa = [](const Ref<ztMask> &campo, const std::string &digitado) {
+        EXPECT_TRUE(campo->Preenche(digitado));
+        return campo->Recusa();
+    };
+    EXPECT_EQ(recusa(Digitos(3), "12"), "");
+    EXPECT_EQ(recusa(Digitos(3), "1a"), "Só algarismos.");
+    EXPECT_EQ(recusa(Digitos(3), "1234"), "Até 3 caracteres.");
+    EXPECT_EQ(recusa(Campo(Chamado<AjustesZtMask>("txt", {.MaxLength = 1})), "ab"), "Até 1 caractere.");
+    EXPECT_EQ(recusa(Codigo(), "aç"), "Caractere não aceito: ç");
+    EXPECT_EQ(recusa(Codigo(), "açã çx"), "Caracteres não aceitos: ç ã  ");
+    EXPECT_EQ(recusa(Codigo(), "a😀"), "Caractere não aceito: 😀");
+    EXPECT_EQ(recusa(Codigo(), "a\x01"), "Caractere não aceito.");
+    EXPECT_EQ(recusa(Codigo(), "abcdefghij0123456789x"), "Até 20 caracteres.");
+    EXPECT_EQ(recusa(Codigo(), std::string(100000, '?')), "Caractere não aceito: ?");
+    const Ref<ztMask> campo = Digitos(3);
+    EXPECT_EQ(recusa(campo, "x"), "Só algarismos.");
+    EXPECT_TRUE(campo->Digita("1"));
+    EXPECT_EQ(campo->Recusa(), "");
 }
 
 TEST_F(ztMaskTest, Digita_MalformedBytes_AreLeftOut)

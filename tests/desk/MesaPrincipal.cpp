@@ -1,5 +1,6 @@
 #include "desk/windows/Acessibilidade.h"
 #include "desk/windows/EstiloDaMesa.h"
+#include "desk/windows/RodaDoMouse.h"
 #include "tests/desk/TelasDeTeste.h"
 
 #include <QApplication>
@@ -40,9 +41,10 @@ int main(int argc, char **argv)
     }
     qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + telas.fileName().toLocal8Bit());
     qputenv("QT_LOGGING_RULES", "qt.qpa.*=false");
-    const QApplication aplicacao(argc, argv);
+    QApplication aplicacao(argc, argv);
     QApplication::setStyle(new mesa::EstiloDaMesa);
     mesa::PreparaAcessibilidade();
+    mesa::AquietaRoda(aplicacao);
     testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
 }

@@ -8,6 +8,7 @@
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QFileDialog>
+#include <QKeyEvent>
 #include <QMainWindow>
 #include <QMenu>
 #include <QMessageBox>
@@ -27,6 +28,33 @@ namespace {
 constexpr int EsperaMaxima = 10000; // ms
 constexpr int Pausa = 2;            // ms
 constexpr int MuitasTeclas = 300;
+
+// The moments of the keys, by the person's own clock.
+class Relogio : public QObject {
+  public:
+    static constexpr quint64 EntreTeclas = 100; // ms
+    static constexpr quint64 PausaLonga = 5000;
+
+    void Anda(quint64 tempo) { m_Agora += tempo; }
+
+  protected:
+    bool eventFilter(QObject *, QEvent *evento) override
+    {
+        if (evento->type() == QEvent::KeyPress) {
+            static_cast<QKeyEvent *>(evento)->setTimestamp(m_Agora);
+        }
+        return false;
+    }
+
+  private:
+    quint64 m_Agora = 1000;
+};
+
+Relogio &DaPessoa()
+{
+    static Relogio relogio;
+    return relogio;
+}
 
 // The top-level window that has the keyboard, or that a window manager would give it to.
 QWidget *Topo()
@@ -71,6 +99,7 @@ std::string Teclado::Percorre(const std::function<void(Teclado &)> &jornada)
 {
     QEventLoop telas;
     std::string diferenca;
+    qApp->installEventFilter(&DaPessoa());
     const std::unique_ptr<QThread> pessoa(QThread::create([&] {
         Teclado teclado;
         try {
@@ -95,6 +124,7 @@ std::string Teclado::Percorre(const std::function<void(Teclado &)> &jornada)
     pessoa->start();
     telas.exec();
     pessoa->wait();
+    qApp->removeEventFilter(&DaPessoa());
     return diferenca;
 }
 
@@ -124,6 +154,7 @@ void Teclado::Da(Qt::Key tecla, const QString &texto, Qt::KeyboardModifiers modi
                 topo->activateWindow(); // as a window manager does when another one goes
                 QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
             }
+            DaPessoa().Anda(Relogio::EntreTeclas);
             const QPointer<QWindow> janela = topo->windowHandle(); // which may be gone when the key comes up
             QTest::sendKeyEvent(QTest::Press, janela, tecla, texto, modificadores);
             if (!janela.isNull()) {
@@ -138,6 +169,12 @@ Teclado &Teclado::Tecla(Qt::Key tecla, Qt::KeyboardModifiers modificadores)
 {
     const bool espaco = tecla == Qt::Key_Space && modificadores == Qt::NoModifier;
     Da(tecla, tecla == Qt::Key_Return ? "\r" : espaco ? " " : "", modificadores);
+    return *this;
+}
+
+Teclado &Teclado::Descansa()
+{
+    NaTela([] { DaPessoa().Anda(Relogio::PausaLonga); });
     return *this;
 }
 

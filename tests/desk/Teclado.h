@@ -8,15 +8,18 @@
 
 class QWidget;
 
-// A person who has a keyboard and nothing else. Keys go to the window in front as the window system delivers them, from
-// a thread of its own, because a key may open a window and come back only when that closes. What a key brings about is
-// waited for, at most ten seconds. Each answers the person, for the next.
+// A person who has a keyboard and nothing else, and who types without a pause, however long the machine takes. Keys go
+// to the window in front as the window system delivers them, from a thread of its own, because a key may open a window
+// and come back only when that closes. What a key brings about is waited for, at most ten seconds. Each answers the
+// person, for the next.
 class Teclado {
   public:
     // Runs the journey while the windows' thread works. Empty when all was as expected, otherwise what was not.
     static std::string Percorre(const std::function<void(Teclado &)> &jornada);
 
     Teclado &Tecla(Qt::Key tecla, Qt::KeyboardModifiers modificadores = Qt::NoModifier);
+    // Waits longer with the next key than letters that belong together do.
+    Teclado &Descansa();
     Teclado &Ctrl(Qt::Key tecla) { return Tecla(tecla, Qt::ControlModifier); }
     Teclado &Alt(char letra);
     // Letters; "\t" is Tab and "\r" Enter.

@@ -313,21 +313,67 @@ void ComRegra(Octetos &octetos, Ensaio<Campo> &ensaio, const Regra &regra, Confe
     }
 }
 
+// The groups of places of a template, each with where it begins and ends.
+std::vector<std::pair<std::size_t, std::size_t>> GruposDe(std::string_view texto, std::string_view pertencem)
+{
+    std::vector<std::pair<std::size_t, std::size_t>> grupos;
+    for (std::size_t i = 0; i < texto.size(); ++i) {
+        if (pertencem.find(texto[i]) == std::string_view::npos) {
+            continue;
+        }
+        if (!grupos.empty() && grupos.back().second == i) {
+            ++grupos.back().second;
+        } else {
+            grupos.emplace_back(i, i + 1);
+        }
+    }
+    return grupos;
+}
+
 // Digits in a template of random places. `Depois` as above.
 std::string DepoisNoGabarito(std::string texto, std::string_view gabarito, char vazio, std::size_t posicao,
-                             std::size_t n, std::string_view digitado)
+                             std::size_t n, std::string digitado)
 {
+    const auto grupos = GruposDe(gabarito, "0");
+    const auto lugares = std::ranges::count(gabarito, '0');
+    const auto digitos = std::ranges::count_if(digitado, [](char c) { return EDigito({&c, 1}); });
+    if (digitado.size() > 1 && (GruposDe(digitado, Digitos).size() == grupos.size() || digitos >= lugares)) {
+        posicao = 0;
+        n = texto.size();
+    }
+    const auto vago = [&](std::size_t i) { return gabarito[i] == '0' && texto[i] == vazio; };
     for (std::size_t i = posicao; i < std::min(texto.size(), posicao + n); ++i) {
         texto[i] = gabarito[i] == '0' ? vazio : texto[i];
     }
     for (const char c : digitado) {
-        if (posicao < gabarito.size() && gabarito[posicao] != '0' && gabarito[posicao] == c) {
-            ++posicao;
-        } else if (EDigito({&c, 1})) {
-            const std::size_t lugar = gabarito.find('0', posicao);
+        std::size_t fim = texto.size();
+        while (fim > 0 && (gabarito[fim - 1] != '0' || vago(fim - 1))) {
+            --fim;
+        }
+        if (EDigito({&c, 1})) {
+            posicao = std::min(posicao, fim);
+            std::size_t lugar = gabarito.find('0', posicao);
+            for (std::size_t i = texto.size(); i > 0 && gabarito.find('0', posicao) == std::string_view::npos; --i) {
+                lugar = vago(i - 1) ? i - 1 : lugar;
+            }
             if (lugar != std::string_view::npos) {
                 texto[lugar] = c;
                 posicao = lugar + 1;
+            }
+        } else if (std::string("/-.:, hH").find(c) != std::string::npos || gabarito.find(c) != std::string_view::npos) {
+            posicao = std::min(posicao, fim);
+            for (std::size_t g = 0; g + 1 < grupos.size(); ++g) {
+                const auto [inicio, atras] = grupos[g];
+                if (posicao < inicio || posicao > atras) {
+                    continue;
+                }
+                std::string neles = texto.substr(inicio, atras - inicio);
+                std::erase(neles, vazio);
+                if (!neles.empty()) {
+                    texto.replace(inicio, atras - inicio, std::string(atras - inicio - neles.size(), '0') + neles);
+                    posicao = grupos[g + 1].first;
+                }
+                break;
             }
         }
     }
@@ -462,6 +508,16 @@ bool DiaExiste(std::string_view texto)
     return ano >= 100 && mes >= 1 && mes <= 12 && dia >= 1 && dia <= dias[mes - 1];
 }
 
+// A date that begins with its year, from its day on.
+std::string DataEmOrdem(const std::string &texto)
+{
+    const bool doAno =
+        texto.size() == 10 && texto[4] == '-' && texto[7] == '-' && std::ranges::count_if(texto, [](char c) {
+                                                                        return EDigito({&c, 1});
+                                                                    }) == 8;
+    return doAno ? texto.substr(8) + "/" + texto.substr(5, 2) + "/" + texto.substr(0, 4) : texto;
+}
+
 void CampoData(Octetos &octetos)
 {
     constexpr std::string_view Gabarito = "00/00/0000";
@@ -481,7 +537,7 @@ void CampoData(Octetos &octetos)
                 return escrita.insert(6, 10 - escrita.size(), '0');
             },
             [&](const std::string &antes, std::size_t posicao, std::size_t n, const std::string &texto) {
-                return DepoisNoGabarito(antes, Gabarito, ' ', posicao, n, texto);
+                return DepoisNoGabarito(antes, Gabarito, ' ', posicao, n, DataEmOrdem(texto));
             });
         ztData &campo = *ensaio;
         const std::string texto = campo.Text();

@@ -9,6 +9,7 @@
 #include "tests/support/FormFalso.h"
 #include "tests/support/UmControle.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -61,7 +62,6 @@ class Ensaio {
         ajustes.PesquisaAoDigitar = octetos.Sim();
         m_Coluna = ajustes.ColunaValor;
         m_Delimitador = ajustes.DelimitadorColuna;
-        m_Pesquisa = ajustes.PesquisaAoDigitar;
         for (int quantos = octetos.Ate(3); quantos > 0; --quantos) {
             ajustes.Conteudo += FraseDe(octetos).Texto + "??";
         }
@@ -104,7 +104,6 @@ class Ensaio {
                 m_Combo->Limpa();
                 m_Itens.clear();
                 m_Indice = -1;
-                m_Procurado.clear();
                 Exige(m_Eventos == "m", "emptying is told to the screen alone", m_Eventos);
             }
             break;
@@ -219,7 +218,20 @@ class Ensaio {
         Exige(m_Eventos == (antes == agora ? "" : "mct"), "another choice raises Click and then Change", m_Eventos);
     }
 
-    // Every key finds what begins with it, or is left out.
+    // The item that is all that was typed, else one that begins so: the present one for a first key, or the first.
+    static int Primeiro(const std::vector<std::string> &itens, const std::string &chave, int atual)
+    {
+        const auto igual = std::ranges::find(itens, chave);
+        const auto comeca = std::ranges::find_if(itens, [&](const std::string &i) { return i.starts_with(chave); });
+        if (igual == itens.end() && chave.size() == 1 && atual >= 0 &&
+            itens[static_cast<std::size_t>(atual)].starts_with(chave)) {
+            return atual;
+        }
+        const auto achado = igual == itens.end() ? comeca : igual;
+        return achado == itens.end() ? -1 : static_cast<int>(achado - itens.begin());
+    }
+
+    // Every key goes on from those before, or from item to item of the one letter, or is left out.
     void Digita(Octetos &octetos)
     {
         const Frase frase = FraseDe(octetos);
@@ -230,21 +242,22 @@ class Ensaio {
         std::string procurado = m_Procurado;
         std::string eventos;
         for (std::size_t i = 0; podia && i < frase.Procura.size(); ++i) {
-            const std::string chave = (m_Pesquisa ? procurado : "") + frase.Procura[i];
-            const int inicio = m_Pesquisa ? 0 : indice + 1;
-            bool achou = false;
-            for (int passo = 0; passo < static_cast<int>(itens.size()) && !achou; ++passo) {
-                const int onde = (inicio + passo) % static_cast<int>(itens.size());
-                if (itens[static_cast<std::size_t>(onde)].starts_with(chave)) {
-                    eventos += onde == indice ? "" : "mct";
-                    indice = onde;
-                    achou = true;
+            const std::string letra(1, frase.Procura[i]);
+            std::string chave = procurado + letra;
+            int onde = Primeiro(itens, chave, indice);
+            if (onde < 0 && procurado == letra) {
+                chave = letra;
+                for (int passo = 1; passo <= static_cast<int>(itens.size()) && onde < 0; ++passo) {
+                    const int item = (indice + passo) % static_cast<int>(itens.size());
+                    onde = itens[static_cast<std::size_t>(item)].starts_with(letra) ? item : -1;
                 }
             }
-            if (achou && m_Pesquisa) {
+            if (onde >= 0) {
+                eventos += onde == indice ? "" : "mct";
+                indice = onde;
                 procurado = chave;
             }
-            todos = todos && achou;
+            todos = todos && onde >= 0;
         }
         const bool foi = m_Combo->Digita(frase.Texto);
         if (m_Reagiu) {
@@ -267,6 +280,7 @@ class Ensaio {
             for (std::size_t peca = 0; peca < std::size(Pecas); ++peca) {
                 texto = Substitui(texto, Pecas[peca], Procuras[peca]);
             }
+            texto.erase(0, std::min(texto.find_first_not_of(' '), texto.size()));
             textos.push_back(texto);
         }
         return textos;
@@ -310,7 +324,6 @@ class Ensaio {
     Conexao m_AoTrocar;
     int m_Coluna = 1;
     std::string m_Delimitador;
-    bool m_Pesquisa = false;
     std::vector<Item> m_Itens;
     int m_Indice = -1;
     std::string m_Procurado;

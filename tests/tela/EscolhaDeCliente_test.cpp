@@ -49,6 +49,22 @@ TEST_F(EscolhaDeClienteTest, EscolheSetor_OfTheFirst_StandsForAll)
     EXPECT_EQ(m_Controle->Cliente(), "Autoridade Estadual de Trânsito");
 }
 
+TEST_F(EscolhaDeClienteTest, Letters_FindClientsAndSectors)
+{
+    EXPECT_TRUE(m_Escolha.PesquisaDeClientes().Digita("autoridade m"));
+    EXPECT_EQ(m_Escolha.Cliente(), 1);
+    EXPECT_TRUE(m_Escolha.PesquisaDeSetores().Digita("FISCALIZACAO"));
+    EXPECT_EQ(m_Controle->Setor(), "Fiscalização");
+    m_Tela.Vistos();
+    m_Escolha.PesquisaDeClientes().Encerra();
+    EXPECT_TRUE(m_Escolha.PesquisaDeClientes().Digita("autoridade m")); // by way of the other one
+    EXPECT_EQ(m_Escolha.Cliente(), 1);
+    EXPECT_FALSE(m_Escolha.PesquisaDeClientes().Digita("z"));
+    EXPECT_EQ(m_Escolha.Cliente(), 1);
+    m_Controle->DefineEnabled(false);
+    EXPECT_FALSE(m_Escolha.PesquisaDeSetores().Digita("t"));
+}
+
 TEST_F(EscolhaDeClienteTest, Preset_IsShown_AndAClientOrSectorThatIsNotOfferedIsNone)
 {
     m_Controle->PresetaCliente("Autoridade Municipal de Trânsito", "Fiscalização");

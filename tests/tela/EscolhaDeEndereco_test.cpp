@@ -12,9 +12,8 @@ class EscolhaDeEnderecoTest : public testing::Test {
     EscolhaDeEndereco Escolha() { return {m_Controle, m_Ruas, m_Memoria}; }
     EscolhaDeEndereco EmCanoas()
     {
-        EscolhaDeEndereco escolha = Escolha();
-        escolha.EscolheMunicipio(Canoas);
-        return escolha;
+        m_Memoria->CodMunic = Canoas;
+        return Escolha();
     }
     void Preseta(std::int32_t codigo, std::int32_t numero, const std::string &complemento)
     {
@@ -94,34 +93,34 @@ TEST_F(EscolhaDeEnderecoTest, Municipios_StandInTheOrderOfTheStreets)
     EXPECT_EQ(escolha.LugarDoMunicipio(), -1);
 }
 
-TEST_F(EscolhaDeEnderecoTest, DigitaMunicipio_KeyByKey_ChoosesTheFirstThatStartsWithAll)
+TEST_F(EscolhaDeEnderecoTest, PesquisaDeMunicipios_KeyByKey_ChoosesTheFirstThatStartsWithAll)
 {
     m_Ruas->Oferecidos = {{1, "Água Boa"}, {2, "Água Santa"}, {3, "Santos"}, {4, "São Paulo - SP"}, {5, "Santa Sé"}};
     EscolhaDeEndereco escolha = Escolha();
     escolha.DigitaVia("bras");
     for (const char *letra : {"S", "a", "O", " ", "p"}) {
-        EXPECT_TRUE(escolha.DigitaMunicipio(letra)) << letra;
+        EXPECT_TRUE(escolha.PesquisaDeMunicipios().Digita(letra)) << letra;
     }
     EXPECT_EQ(escolha.CodMunic(), 4);
     EXPECT_EQ(m_Memoria->CodMunic, 4);
-    EXPECT_FALSE(escolha.DigitaMunicipio("x")); // and is left out
-    EXPECT_TRUE(escolha.DigitaMunicipio("a"));
+    EXPECT_FALSE(escolha.PesquisaDeMunicipios().Digita("x")); // and is left out
+    EXPECT_TRUE(escolha.PesquisaDeMunicipios().Digita("a"));
     EXPECT_EQ(escolha.CodMunic(), 4);
-    EXPECT_FALSE(escolha.DigitaMunicipio("agua s")); // goes on from what was typed
-    escolha.EncerraMunicipio();
-    EXPECT_TRUE(escolha.DigitaMunicipio("água s"));
+    EXPECT_FALSE(escolha.PesquisaDeMunicipios().Digita("agua s")); // goes on from what was typed
+    escolha.PesquisaDeMunicipios().Encerra();
+    EXPECT_TRUE(escolha.PesquisaDeMunicipios().Digita("água s"));
     EXPECT_EQ(escolha.CodMunic(), 2);
     escolha.EscolheMunicipio(3); // chosen from the list: what was typed does not count any more
-    EXPECT_TRUE(escolha.DigitaMunicipio("s"));
+    EXPECT_TRUE(escolha.PesquisaDeMunicipios().Digita("s"));
     EXPECT_EQ(escolha.CodMunic(), 3);
     EXPECT_EQ(m_Ruas->Procurados.back(), "3 bras 20");
 }
 
-TEST_F(EscolhaDeEnderecoTest, DigitaMunicipio_OfOneThatCannotBeEdited_ChangesNothing)
+TEST_F(EscolhaDeEnderecoTest, PesquisaDeMunicipios_OfOneThatCannotBeEdited_ChangesNothing)
 {
     EscolhaDeEndereco escolha = EmCanoas();
     m_Controle->DefineReadOnly(true);
-    EXPECT_FALSE(escolha.DigitaMunicipio("e"));
+    EXPECT_FALSE(escolha.PesquisaDeMunicipios().Digita("e"));
     EXPECT_EQ(escolha.CodMunic(), Canoas);
 }
 
@@ -147,6 +146,55 @@ TEST_F(EscolhaDeEnderecoTest, DigitaVia_FindsStreetsOfTheMunicipality)
     escolha.DigitaVia("nada disso");
     EXPECT_EQ(escolha.Sugestoes(), Textos{});
     EXPECT_FALSE(escolha.PodeUsar());
+}
+
+TEST_F(EscolhaDeEnderecoTest, Aviso_OfAStreetThatThereIsNot_SaysWhere)
+{
+    EscolhaDeEndereco escolha = Escolha();
+    escolha.DigitaVia("bento");
+    EXPECT_EQ(escolha.Aviso(), "Escolha o município do logradouro.");
+    escolha.EscolheMunicipio(Canoas);
+    EXPECT_EQ(escolha.Aviso(), "");
+    escolha.DigitaVia("bento x");
+    EXPECT_EQ(escolha.Aviso(), "Nenhum logradouro encontrado em Canoas.");
+    EXPECT_EQ(escolha.Atual(), "Nenhum logradouro encontrado em Canoas.");
+    EXPECT_EQ(escolha.Via(), "bento x");
+    escolha.DigitaVia("  ");
+    EXPECT_EQ(escolha.Aviso(), "");
+    EXPECT_EQ(escolha.Atual(), "Nenhum endereço escolhido.");
+}
+
+TEST_F(EscolhaDeEnderecoTest, Atual_WhileTheFieldsHoldAnotherAddress_SaysThatItIsNotUsed)
+{
+    EscolhaDeEndereco escolha = EmCanoas();
+    escolha.DigitaVia("bent");
+    EXPECT_EQ(escolha.Atual(), "Escolha um dos logradouros encontrados.");
+    escolha.EscolheSugestao("Rua Benta - Norte - 92000-020");
+    EXPECT_EQ(escolha.Atual(), "O endereço digitado ainda não foi usado.");
+    EXPECT_TRUE(escolha.Usa());
+    EXPECT_EQ(escolha.Atual(), "Rua Benta - Norte");
+    escolha.DigitaNumero("7");
+    EXPECT_EQ(escolha.Atual(), "O endereço digitado ainda não foi usado.");
+    escolha.DigitaNumero("");
+    escolha.DigitaComplemento("casa");
+    EXPECT_EQ(escolha.Atual(), "O endereço digitado ainda não foi usado.");
+    EXPECT_TRUE(escolha.Usa());
+    EXPECT_EQ(escolha.Atual(), "Rua Benta - casa - Norte");
+}
+
+TEST_F(EscolhaDeEnderecoTest, Recusa_OfNumberAndComplement_SaysWhatTheyTake)
+{
+    EscolhaDeEndereco escolha = EmCanoas();
+    escolha.DigitaNumero("12");
+    EXPECT_EQ(escolha.Recusa(), "");
+    escolha.DigitaNumero("12a");
+    EXPECT_EQ(escolha.Recusa(), "Só algarismos.");
+    escolha.DigitaNumero("1234567");
+    EXPECT_EQ(escolha.Recusa(), "Até 6 algarismos.");
+    escolha.DigitaComplemento(std::string(31, 'x'));
+    EXPECT_EQ(escolha.Recusa(), "Até 30 caracteres.");
+    escolha.DigitaComplemento("x");
+    EXPECT_EQ(escolha.Recusa(), "");
 }
 
 TEST_F(EscolhaDeEnderecoTest, DigitaVia_OfTheOnlyStreet_IsChosenWithoutMore)
@@ -183,7 +231,7 @@ TEST_F(EscolhaDeEnderecoTest, EscolheMunicipio_SearchesAgainThere)
 
 TEST_F(EscolhaDeEnderecoTest, EscolheMunicipio_IsWhereTheNextAddressBegins)
 {
-    EmCanoas();
+    Escolha().EscolheMunicipio(Canoas);
     EXPECT_EQ(m_Memoria->CodMunic, Canoas);
     EXPECT_EQ(Escolha().CodMunic(), Canoas);
 }

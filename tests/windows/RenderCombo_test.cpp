@@ -106,11 +106,12 @@ TEST_F(RenderComboTest, Letters_InACombo_GoToTheNextItemThatBeginsSo)
     EXPECT_EQ(Visto(), "Caxias");
     Digita(L"C");
     EXPECT_EQ(Visto(), "Canoas");
+    Tecla(VK_HOME); // Bagé, and the next letter begins anew
     Digita(L"a");
     EXPECT_EQ(Visto(), "Água Santa");
     Digita(L"x");
     EXPECT_EQ(Visto(), "Água Santa");
-    EXPECT_EQ(escolhidos, (Textos{"Canoas", "Caxias", "Canoas", "Água Santa"}));
+    EXPECT_EQ(escolhidos, (Textos{"Canoas", "Caxias", "Canoas", "Bagé", "Água Santa"}));
 }
 
 TEST_F(RenderComboTest, Letters_InAComboThatSearches_AreOneWord)
@@ -122,9 +123,9 @@ TEST_F(RenderComboTest, Letters_InAComboThatSearches_AreOneWord)
     EXPECT_EQ(Visto(), "Caxias do Sul");
     Digita(L"zas do");
     EXPECT_EQ(Visto(), "Caxias do Sul");
-    EXPECT_EQ(combo->Procurado(), "caxias do");
+    EXPECT_EQ(combo->Pesquisa().Procurado(), "caxias do");
     Tecla(VK_TAB, {VK_SHIFT});
-    EXPECT_EQ(combo->Procurado(), "");
+    EXPECT_EQ(combo->Pesquisa().Procurado(), "");
     Tecla(VK_TAB);
     Digita(L"\u00e1");
     EXPECT_EQ(Visto(), "Água Santa");
@@ -206,6 +207,17 @@ TEST_F(RenderComboTest, Choice_ThatTheFormTurnsBack_IsNotShown)
     Tecla(VK_DOWN);
     Tecla(VK_RETURN);
     EXPECT_EQ(Visto(), "A");
+}
+
+TEST_F(RenderComboTest, Wheel_OverTheClosedCombo_ChoosesNothing)
+{
+    AbreCombo({"A", "B", "C"});
+    combo->DefineIndiceAtual(0);
+    escolhidos.clear();
+    Tecla(VK_TAB);
+    SendMessageW(Caixa(), WM_MOUSEWHEEL, static_cast<WPARAM>(MAKELONG(0, -WHEEL_DELTA)), 0);
+    EXPECT_EQ(Visto(), "A");
+    EXPECT_EQ(escolhidos, Textos());
 }
 
 TEST_F(RenderComboTest, Locked_HasTheKeyboardButNeitherOpensNorChanges)

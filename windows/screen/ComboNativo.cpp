@@ -44,8 +44,6 @@ AtoNoCombo AtoDe(UINT mensagem, WPARAM w)
         return AtoNoCombo::Abre;
     case CB_SHOWDROPDOWN:
         return w != 0 ? AtoNoCombo::Abre : AtoNoCombo::Outro;
-    case WM_MOUSEWHEEL:
-        return AtoNoCombo::Anda;
     default:
         return AtoNoCombo::Outro;
     }
@@ -118,13 +116,16 @@ std::optional<LRESULT> ComboNativo::Mensagem(UINT mensagem, WPARAM w)
         PostMessageW(GetAncestor(m_Janela, GA_ROOT), WM_SYSCOMMAND, SC_CLOSE, 0);
         return 0;
     }
+    if (mensagem == WM_MOUSEWHEEL && !Aberto()) { // is for what is read, and chooses nothing unseen
+        return 0;
+    }
     if (m_Atos.Obedece && !m_Atos.Obedece(AtoDe(mensagem, w))) {
         if (mensagem == WM_LBUTTONDOWN) {
             SetFocus(m_Janela);
         }
         return 0;
     }
-    if (mensagem == WM_CHAR && m_Atos.Digita) {
+    if (mensagem == WM_CHAR && m_Atos.Pesquisa) {
         return Letra(static_cast<wchar_t>(w));
     }
     if (EhTeclaQueNaoEscreve(mensagem, w)) {
@@ -141,18 +142,23 @@ std::optional<LRESULT> ComboNativo::Letra(wchar_t unidade)
     }
     const std::string letra =
         ParaUtf8(IS_LOW_SURROGATE(unidade) ? std::wstring{metade, unidade} : std::wstring{unidade});
+    const Momento agora(static_cast<DWORD>(GetMessageTime()));
+    if (letra == "\b") {
+        m_Atos.Pesquisa([&](PesquisaPorLetras &pesquisa) { pesquisa.Encurta(agora); });
+        return 0;
+    }
     if (!EhLetraDeCombo(letra)) {
         FezOutro();
         return std::nullopt;
     }
-    m_Atos.Digita(letra);
+    m_Atos.Pesquisa([&](PesquisaPorLetras &pesquisa) { pesquisa.Digita(letra, agora); });
     return 0;
 }
 
 void ComboNativo::FezOutro() const
 {
-    if (m_Atos.Outro) {
-        m_Atos.Outro();
+    if (m_Atos.Pesquisa) {
+        m_Atos.Pesquisa([](PesquisaPorLetras &pesquisa) { pesquisa.Encerra(); });
     }
 }
 

@@ -19,9 +19,8 @@ class ComboNativo {
     // What the person does there. Those that nobody is asked for are the platform's own affair.
     struct Atos {
         std::function<void(int indice)> Escolhe;
-        std::function<void(const std::string &texto)> Digita{};
+        std::function<void(const std::function<void(PesquisaPorLetras &)> &)> Pesquisa{};
         std::function<bool(AtoNoCombo ato)> Obedece{};
-        std::function<void()> Outro{}; // any other key, or the keyboard leaves
     };
 
     static constexpr DWORD Estilo = WS_VSCROLL | CBS_DROPDOWNLIST | CBS_HASSTRINGS;

@@ -21,10 +21,18 @@ RenderClienteSetor::RenderClienteSetor(Ref<IControle> controle, const Peca &peca
       m_Escolha(ComoTipo<ztClienteSetor>(controle), janela.AoRedor().Clientes()),
       m_RotuloCliente(FazRotulo(Partes::Cliente)),
       m_Cliente(Faz(WC_COMBOBOXW, ComboNativo::Estilo),
-                {.Escolhe = [this](int posicao) { Age([&] { m_Escolha.EscolheCliente(posicao); }); }}),
+                {.Escolhe = [this](int posicao) { Age([&] { m_Escolha.EscolheCliente(posicao); }); },
+                 .Pesquisa =
+                     [this](const std::function<void(PesquisaPorLetras &)> &ato) {
+                         Age([&] { ato(m_Escolha.PesquisaDeClientes()); });
+                     }}),
       m_RotuloSetor(FazRotulo(Partes::Setor)),
       m_Setor(Faz(WC_COMBOBOXW, ComboNativo::Estilo),
-              {.Escolhe = [this](int posicao) { Age([&] { m_Escolha.EscolheSetor(posicao); }); }})
+              {.Escolhe = [this](int posicao) { Age([&] { m_Escolha.EscolheSetor(posicao); }); },
+               .Pesquisa =
+                   [this](const std::function<void(PesquisaPorLetras &)> &ato) {
+                       Age([&] { ato(m_Escolha.PesquisaDeSetores()); });
+                   }})
 {
     Nomeia(m_Cliente.Janela(), "Cliente");
     Nomeia(m_Setor.Janela(), "Setor");

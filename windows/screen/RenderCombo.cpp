@@ -10,7 +10,11 @@ RenderCombo::RenderCombo(Ref<IControle> controle, const Peca &peca, JanelaForm &
     : Renderizador(std::move(controle), peca, janela),
       m_Combo(Faz(WC_COMBOBOXW, ComboNativo::Estilo),
               {.Escolhe = [this](int indice) { Age([&] { Como<ztCombo>(*this).Escolhe(indice); }); },
-               .Digita = [this](const std::string &texto) { Age([&] { Como<ztCombo>(*this).Digita(texto); }); },
+               .Pesquisa =
+                   [this](const std::function<void(PesquisaPorLetras &)> &ato) {
+                       const Ref<IControle> vivo = Controle();
+                       Age([&] { ato(dynamic_cast<ztCombo &>(*vivo).Pesquisa()); });
+                   },
                .Obedece = [this](AtoNoCombo ato) { return ComboObedece(Como<ztCombo>(*this), ato); }})
 {
 }

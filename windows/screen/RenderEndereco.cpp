@@ -51,8 +51,10 @@ RenderEndereco::RenderEndereco(Ref<IControle> controle, const Peca &peca, Janela
                                    m_Escolha.Municipios()[static_cast<std::size_t>(lugar)].Codigo);
                            });
                        },
-                   .Digita = [this](const std::string &texto) { Age([&] { m_Escolha.DigitaMunicipio(texto); }); },
-                   .Outro = [this] { m_Escolha.EncerraMunicipio(); }}),
+                   .Pesquisa =
+                       [this](const std::function<void(PesquisaPorLetras &)> &ato) {
+                           Age([&] { ato(m_Escolha.PesquisaDeMunicipios()); });
+                       }}),
       m_RotuloVia(FazRotulo(Partes::Logradouro)),
       m_Via(Faz(WC_EDITW, ES_AUTOHSCROLL, WS_EX_CLIENTEDGE),
             [this](const std::string &texto, std::size_t) {
