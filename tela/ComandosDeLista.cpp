@@ -33,10 +33,13 @@ std::string Marca(std::string_view texto, const std::string &letra)
     return letra.empty() || marcado != texto ? marcado : marcado + " (&" + UCase(letra) + ")";
 }
 
-// The search of the menu is that of the criteria bar.
-std::string LetraDe(Mnemonicas &livres, const ItemMenu &item)
+// The search of the menu is that of the criteria bar, whose button has the letter while it is there.
+std::string LetraDe(Mnemonicas &livres, const ItemMenu &item, const ztList &lista)
 {
-    return item.Chave() == MenuLista::Localizar ? Mnemonica(Partes::Localizar) : livres.Acha(item.PrimeiroTexto());
+    if (item.Chave() != MenuLista::Localizar) {
+        return livres.Acha(item.PrimeiroTexto());
+    }
+    return lista.Ajustes().BarraCriteriosAtiva ? std::string() : Mnemonica(Partes::Localizar);
 }
 
 // The item, as long as it can be chosen.
@@ -84,7 +87,7 @@ BarraDeLista BarraDaLista(const ztList &lista)
     barra.Visivel = lista.Menu().Count() > 0;
     for (std::int32_t posicao = 1; posicao <= lista.Menu().Count(); ++posicao) {
         const Ref<ItemMenu> &item = lista.Menu().Item(posicao);
-        const std::string letra = LetraDe(livres, *item);
+        const std::string letra = LetraDe(livres, *item, lista);
         const std::string &noBotao = item->TextoBotao().empty() ? item->Texto() : item->TextoBotao();
         barra.Comandos.push_back({item->Chave(), letra, Marca(Apara(noBotao), letra), Marca(item->Texto(), letra),
                                   item->Dica(), item->IniciaGrupo(), item->Visivel(), lista.Escolhivel(*item)});

@@ -53,6 +53,13 @@ TEST_F(ComandosDeListaTest, Barra_OfTheStandardMenu_EachCommandHasALetterOfItsOw
               (Textos{"&Novo=n", "E&ditar=d", "De&talhes=t", "E&xcluir=x", "&Localizar=l", "Atual&izar=i"}));
 }
 
+TEST_F(ComandosDeListaTest, Barra_OfAListWithCriteria_LeavesTheLetterOfTheSearchToItsButton)
+{
+    const Ref<ztList> lista = Lista(3);
+    lista->BarraCriteriosAtiva(true);
+    EXPECT_EQ(Letras(*lista)[4], "Localizar=");
+}
+
 TEST_F(ComandosDeListaTest, Barra_LettersOfTheForm_AreLeftToIt)
 {
     const Ref<ztList> lista = Lista();
