@@ -18,11 +18,11 @@
 #include "host/Texto.h"
 #include "tela/EdicaoDeTexto.h"
 #include "tela/PaginasDeAbas.h"
-#include "tela/TeclasDeCombo.h"
 
 #include <QCheckBox>
 #include <QDate>
 #include <QGroupBox>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>

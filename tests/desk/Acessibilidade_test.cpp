@@ -48,8 +48,8 @@ class AcessibilidadeTeste : public MesaTeste {
     {
         Inclui(registro.Sessao("ana"), EquipamentoDe("A1"));
         AtosDoRegistro atos;
-        atos.Confere = [](const SegueAto &) { return ResultadoDoAto{true, "Tudo foi conferido.", {}}; };
-        atos.Copia = [](const std::string &, const SegueAto &) { return ResultadoDoAto{}; };
+        atos.Confere = [](const Segue &) { return ResultadoDoAto{true, "Tudo foi conferido.", {}}; };
+        atos.Copia = [](const std::string &, const Segue &) { return ResultadoDoAto{}; };
         atos.Restaura = [](const std::string &) {};
         atos.Cabeca = [] { return CabecaAssinada(); };
         mesa.DefineAtos(atos);
