@@ -89,19 +89,18 @@ void PaginasPDF::AtualizaRolagem()
     verticalScrollBar()->setSingleStep(passo);
 }
 
-void PaginasPDF::Redispoe(const std::function<void()> &muda)
+void PaginasPDF::Redispoe(const QPointF &onde, const std::function<void()> &muda)
 {
-    const QPointF meio = QRectF(viewport()->rect()).center();
-    const int pagina = m_Disposicao.PaginaEm(Rolagem().y() + meio.y());
+    const int pagina = m_Disposicao.PaginaEm(Rolagem().y() + onde.y());
     if (pagina < 0) {
         muda();
         return;
     }
-    const QPointF ponto = m_Disposicao.DosPontos(pagina).inverted().map(Rolagem() + meio);
+    const QPointF ponto = m_Disposicao.DosPontos(pagina).inverted().map(Rolagem() + onde);
     const int atual = m_Atual;
     muda();
     AtualizaRolagem();
-    Rola(m_Disposicao.DosPontos(pagina).map(ponto) - meio);
+    Rola(m_Disposicao.DosPontos(pagina).map(ponto) - onde);
     m_Atual = atual;
     viewport()->update();
     ContaMudanca();
@@ -128,12 +127,12 @@ void PaginasPDF::VaiPara(int pagina)
 
 void PaginasPDF::MudaZoom(double fator)
 {
-    Redispoe([&] { m_Disposicao.DefineZoom(m_Disposicao.Zoom() * fator); });
+    Redispoe(Meio(), [&] { m_Disposicao.DefineZoom(m_Disposicao.Zoom() * fator); });
 }
 
 void PaginasPDF::Ajusta(AjusteDaPagina ajuste)
 {
-    Redispoe([&] { m_Disposicao.DefineAjuste(ajuste); });
+    Redispoe(Meio(), [&] { m_Disposicao.DefineAjuste(ajuste); });
     if (ajuste == AjusteDaPagina::PaginaInteira) {
         VaiPara(m_Atual);
     }
@@ -141,7 +140,7 @@ void PaginasPDF::Ajusta(AjusteDaPagina ajuste)
 
 void PaginasPDF::Gira()
 {
-    Redispoe([&] { m_Disposicao.Gira(); });
+    Redispoe(Meio(), [&] { m_Disposicao.Gira(); });
 }
 
 void PaginasPDF::MostraAchados(std::vector<Achado> achados, int atual)
@@ -306,7 +305,12 @@ void PaginasPDF::keyPressEvent(QKeyEvent *evento)
 void PaginasPDF::resizeEvent(QResizeEvent *evento)
 {
     QAbstractScrollArea::resizeEvent(evento);
-    Redispoe([this] { m_Disposicao.DefineVista(viewport()->size(), logicalDpiX() / PontosPorPolegada); });
+    const bool noComeco = verticalScrollBar()->value() == 0;
+    Redispoe({Meio().x(), 0},
+             [this] { m_Disposicao.DefineVista(viewport()->size(), logicalDpiX() / PontosPorPolegada); });
+    if (noComeco) {
+        verticalScrollBar()->setValue(0); // the margin above does not grow with the page
+    }
 }
 
 void PaginasPDF::changeEvent(QEvent *evento)

@@ -69,8 +69,9 @@ class PaginasPDF : public QAbstractScrollArea {
     };
     QPointF Rolagem() const;
     void Rola(const QPointF &para);
-    // Changes how the pages lie; what is in the middle of the view stays there.
-    void Redispoe(const std::function<void()> &muda);
+    // Changes how the pages lie; what is at that place of the view stays there.
+    void Redispoe(const QPointF &onde, const std::function<void()> &muda);
+    QPointF Meio() const { return QRectF(viewport()->rect()).center(); }
     void AjustaVista();
     void AtualizaRolagem();
     void ContaMudanca();

@@ -93,6 +93,19 @@ TEST_F(VisorTeste, Bigger_AfterTheFitToWidth_IsBiggerThanWhatIsSeen)
     });
 }
 
+TEST_F(VisorTeste, Document_OpensAtItsBeginning_AndStaysThereWhateverTheWindowsSize)
+{
+    Percorre(Cinco(), [](Teclado &t) {
+        const auto noComeco = [] { return Paginas().verticalScrollBar()->value() == 0; };
+        t.Espera("at the beginning", noComeco);
+        for (const QSize &tamanho : {QSize(500, 300), QSize(1000, 700)}) {
+            NaTela([&] { Teclado::Frente()->window()->resize(tamanho); });
+            t.Espera("still at the beginning", noComeco);
+        }
+        t.Tecla(Qt::Key_Down).Espera("further down", [=] { return !noComeco(); });
+    });
+}
+
 TEST_F(VisorTeste, WholePage_IsSeenWhole)
 {
     Percorre(Cinco(), [](Teclado &t) {
