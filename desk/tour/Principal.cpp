@@ -30,11 +30,8 @@ int Percorre(const Tela &tela)
     Inicio inicio(std::filesystem::path(pasta.toStdString()) / "dados", preferencias, Agora, FazAmostra(Agora), {});
     const Ref<Servicos> servicos = inicio.CriaAmostra([](double) {});
     LugarDasJanelas::DaAplicacao(); // from the first window on
-    if (tela.Escura) {
-        QPalette cores(QColor("#2b2f33"));
-        cores.setColor(QPalette::Base, QColor("#1e2124"));
-        QApplication::setPalette(cores);
-    }
+    preferencias.DefineAspecto({.Cores = tela.Escura ? Tema::Escuro : Tema::Claro});
+    const Aparencia aparencia(preferencias);
     Mesa mesa(
         servicos, inicio.Diretorio(), [] { return Agora().Local; }, preferencias);
     mesa.show();
