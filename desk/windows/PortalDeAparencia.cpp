@@ -45,6 +45,7 @@ PortalDeAparencia::PortalDeAparencia(const QDBusConnection &conexao, std::functi
     if (!m_Conexao.isConnected()) {
         return;
     }
+    qRegisterMetaType<QDBusVariant>(); // without its name there is no way into the slot
     m_Conexao.connect(Servico, Caminho, Interface, "SettingChanged", this, SLOT(Ouve(QString, QString, QDBusVariant)));
     auto *vigia = new QDBusServiceWatcher(Servico, m_Conexao, QDBusServiceWatcher::WatchForRegistration, this);
     connect(vigia, &QDBusServiceWatcher::serviceRegistered, this, [this] {

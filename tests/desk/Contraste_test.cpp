@@ -77,6 +77,27 @@ TEST(Contrastes, TextThatCanHardlyBeRead_IsFound)
     EXPECT_EQ(achados.size(), 1) << achados.join("\n").toStdString();
 }
 
+// The frame of a button that has the keyboard is not behind its text; the button is.
+TEST(Contrastes, ButtonWithTheKeyboard_IsJudgedByWhatIsBehindItsText)
+{
+    QWidget janela;
+    auto *leiaute = new QVBoxLayout(&janela);
+    auto *botao = new QPushButton("Fechar", &janela);
+    leiaute->addWidget(botao);
+    janela.setPalette(PaletaEscura());
+    janela.show();
+    janela.activateWindow();
+    botao->setDefault(true);
+    botao->setFocus(Qt::TabFocusReason);
+    QCoreApplication::processEvents();
+    ASSERT_TRUE(botao->hasFocus());
+    EXPECT_EQ(PoucoContraste(janela).join("\n").toStdString(), "");
+    QPalette cores = PaletaEscura();
+    cores.setColor(QPalette::ButtonText, QColor("#909090"));
+    botao->setPalette(cores);
+    EXPECT_EQ(PoucoContraste(janela).size(), 1);
+}
+
 TEST_P(ContrasteTeste, WindowsOfTheJob_EverythingCanBeRead)
 {
     Entra();

@@ -124,8 +124,11 @@ QStringList PoucoContraste(QWidget &janela)
     const QImage tudo = janela.grab().toImage().convertToFormat(QImage::Format_RGB32);
     QStringList fracos = ParesDe(janela);
     for (const QWidget *widget : janela.findChildren<QWidget *>()) {
-        const QRect lugar =
-            QRect(widget->mapTo(&janela, QPoint()), widget->size()).intersected(janela.rect()).adjusted(2, 2, -2, -2);
+        // Behind its text: not its frame, nor the one that a button draws around the text while it has the keyboard.
+        const int moldura = qobject_cast<const QPushButton *>(widget) == nullptr ? 2 : 4;
+        const QRect lugar = QRect(widget->mapTo(&janela, QPoint()), widget->size())
+                                .intersected(janela.rect())
+                                .adjusted(moldura, moldura, -moldura, -moldura);
         if (!widget->isVisible() || widget->window() != &janela || widget->visibleRegion().isEmpty() ||
             lugar.isEmpty()) {
             continue;

@@ -70,8 +70,8 @@ TEST_F(TelaInicialTeste, AfterSignIn_ByKeys_OpensTheListsAndWhatWasOpenedLately)
         NaTela([&] { Fotografa(mesa, "inicio-vazio"); });
         t.Tecla(Qt::Key_Space).EsperaJanela("frmLista");
         t.Alt('L').EsperaLinhas("ztlLista", 2).TabAte("ztlLista/linhas").EsperaLinha("ztlLista", 2, "R-002");
-        t.Alt('T').EsperaJanela("frmEquipDetalhes").Tecla(Qt::Key_Escape); // Detalhes
-        t.Alt('F').EsperaJanela("frmLista");
+        t.Alt('T').EsperaJanela("frmEquipDetalhes"); // Detalhes
+        t.Tecla(Qt::Key_Escape).EsperaJanela("frmLista");
         t.Alt('F').EsperaJanela("Mesa");
         t.Espera("the page is there again", [&] { return Inicio()->isVisible() && Recentes() == "R-002"; });
         NaTela([&] { Fotografa(mesa, "inicio"); });
