@@ -162,12 +162,8 @@ TEST_F(CamadaWindowsTest, Dialogo_DaOArquivoEscolhidoENadaQuandoSeDesiste)
         janelas->EscolheArquivo("Documentos (*.pdf)|*.pdf|Todos|*.*", "Selecione o certificado", "*.pdf", "");
     ASSERT_TRUE(escolhido.has_value());
     EXPECT_EQ(ParaUtf16(*escolhido), caminho);
-    // A name without an extension gets it.
-    NaCaixa([&](HWND caixa) {
-        constexpr int NomeDoArquivo = 0x47C; // cmb13
-        SetDlgItemTextW(caixa, NomeDoArquivo, caminho.substr(0, caminho.size() - 4).c_str());
-        PostMessageW(caixa, WM_COMMAND, IDOK, 0);
-    });
+    // The file of the last time is offered.
+    NaCaixa([&](HWND caixa) { PostMessageW(caixa, WM_COMMAND, IDOK, 0); });
     EXPECT_EQ(janelas->EscolheArquivo("Documentos (*.pdf)|*.pdf", "", "*.pdf", ParaUtf8(caminho)), *escolhido);
     // One that is no longer there is not offered, and the dialog opens all the same.
     NaCaixa([&](HWND caixa) { PostMessageW(caixa, WM_COMMAND, IDCANCEL, 0); });

@@ -89,6 +89,13 @@ Entradas &Entradas::Clica(HWND janela)
     return Clica(janela, {dentro.right / 2, dentro.bottom / 2});
 }
 
+Entradas &Entradas::ClicaDuasVezes(HWND janela, POINT onde)
+{
+    Clica(janela, onde).Clica(janela, onde);
+    m_Cliques[m_Cliques.size() - 2].message = WM_LBUTTONDBLCLK;
+    return *this;
+}
+
 void Entradas::Envia()
 {
     for (const MSG &clique : m_Cliques) {

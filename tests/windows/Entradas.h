@@ -18,6 +18,7 @@ class Entradas {
     // At a point of the window's own, whatever window is seen there.
     Entradas &Clica(HWND janela, POINT onde, bool direito = false);
     Entradas &Clica(HWND janela);
+    Entradas &ClicaDuasVezes(HWND janela, POINT onde);
     void Envia();
 
   private:

@@ -324,10 +324,10 @@ TEST_F(RenderListaTest, SideBar_ShowsTheCommandsThatThereAreWithTheirLetters)
     EXPECT_EQ(Barra(), (Textos{"&Novo", "(E&ditar)", "E&xcluir"}));
     lista->IncluiItensMenu({{"mnuLimites", "Limites Diferenciados", "Limites\r\nDiferenc.", "Abre os limites", true}});
     Roda();
-    EXPECT_EQ(Barra().back(), "L&imites\nDiferenc."); // "l" searches
+    EXPECT_EQ(Barra().back(), "Limite&s\nDiferenc."); // as its longer caption says
     RECT limites{};
     RECT novo{};
-    GetWindowRect(Botao("L&imites\nDiferenc."), &limites);
+    GetWindowRect(Botao("Limite&s\nDiferenc."), &limites);
     GetWindowRect(Botao("&Novo"), &novo);
     EXPECT_GT(limites.bottom - limites.top, novo.bottom - novo.top);
 }
@@ -363,6 +363,79 @@ TEST_F(RenderListaTest, Command_ByItsLetterWithAlt_IsChosen)
     AbreLista(2);
     Tecla('D', {VK_MENU});
     EXPECT_EQ(escolhidos, Textos{"mnuZTLObjEditar"});
+}
+
+TEST_F(RenderListaTest, Row_ClickedTwice_IsOpened)
+{
+    AbreLista(5);
+    Faz(Entradas().ClicaDuasVezes(Linhas(), Meio(3)));
+    EXPECT_EQ(Escolhida(), 3);
+    EXPECT_EQ(escolhidos, Textos{"mnuZTLObjEditar"});
+    RECT dentro{};
+    GetClientRect(Linhas(), &dentro);
+    Faz(Entradas().ClicaDuasVezes(Linhas(), {10, dentro.bottom - 5})); // below the rows
+    EXPECT_EQ(escolhidos.size(), 1U);
+}
+
+TEST_F(RenderListaTest, Row_OfAListThatIsSearchedIn_ShowsItsDetails)
+{
+    AbreLista(5, {.BarraCriteriosAtiva = true}, {UmQuadro("criterios", {UmCampo("codigo", 10)})});
+    Faz(Entradas().ClicaDuasVezes(Linhas(), Meio(2)));
+    EXPECT_EQ(escolhidos, Textos{"mnuZTLObjDetalhes"});
+    Tecla(VK_RETURN);
+    EXPECT_EQ(escolhidos, (Textos{"mnuZTLObjDetalhes", "mnuZTLObjDetalhes"}));
+}
+
+TEST_F(RenderListaTest, Row_OpenedByAListThatGoesWithIt_LeavesNothingBehind)
+{
+    AbreLista(2);
+    const Conexao fecha =
+        lista->ItemMenuClicado().liga([this](const std::string &) { janelas->Descarrega(descrito.Form); });
+    Faz(Entradas().ClicaDuasVezes(Linhas(), Meio(1)));
+    EXPECT_TRUE(camada->Janelas().empty());
+}
+
+TEST_F(RenderListaTest, InsertAndDelete_InTheRows_AreTheListsCommands)
+{
+    AbreLista(4);
+    Tecla(VK_INSERT);
+    Tecla(VK_DELETE);
+    EXPECT_EQ(escolhidos, Textos()); // the keyboard is in another control
+    EXPECT_EQ(Quantas(), 4);
+    Tecla(VK_TAB);
+    Tecla(VK_RETURN);
+    Tecla(VK_INSERT);
+    EXPECT_EQ(escolhidos, (Textos{"mnuZTLObjEditar", "mnuZTLObjNovo"}));
+    Tecla(VK_DELETE);
+    EXPECT_EQ(Quantas(), 3);
+    EXPECT_EQ(Celula(0, 0), "C2");
+    Tecla(VK_DELETE, {VK_SHIFT});
+    Tecla(VK_INSERT, {VK_CONTROL});
+    SendMessageW(Linhas(), WM_KEYDOWN, VK_DELETE, static_cast<LPARAM>(KF_REPEAT) << 16); // held
+    EXPECT_EQ(Quantas(), 3);
+    EXPECT_EQ(escolhidos.size(), 2U);
+    lista->MenuHabilitado("mnuZTLObjExcluir", false);
+    Tecla(VK_DELETE);
+    EXPECT_EQ(Quantas(), 3);
+}
+
+TEST_F(RenderListaTest, CriteriaKeys_SearchAndComeBack)
+{
+    AbreLista(3, {.BarraCriteriosAtiva = true}, {UmQuadro("criterios", {UmCampo("codigo", 10)})});
+    int buscas = 0;
+    const Conexao envia = lista->BotaoLocalizarEnvia().liga([&] { ++buscas; });
+    EXPECT_EQ(Teclado(), "outro");
+    Tecla(VK_F5);
+    EXPECT_EQ(buscas, 1);
+    Tecla('F', {VK_CONTROL});
+    EXPECT_EQ(Teclado(), "codigo");
+    Digita(L"7");
+    EXPECT_EQ(TextoDe(Filha("codigo")), "7");
+    Tecla(VK_RETURN);
+    EXPECT_EQ(buscas, 2);
+    Faz(Entradas().Clica(Linhas(), Meio(2)));
+    Tecla('F', {VK_CONTROL});
+    EXPECT_EQ(Teclado(), "codigo");
 }
 
 TEST_F(RenderListaTest, Menu_ByTheKeys_OffersTheCommands)
@@ -440,10 +513,10 @@ TEST_F(RenderListaTest, MoreRows_AreAskedForByTheirButton)
     const Conexao clique = lista->BotaoClick().liga([&] { ++pedidos; });
     Roda();
     EXPECT_TRUE(IsWindowVisible(De(Parte::MaisRegistros)));
-    EXPECT_EQ(TextoDe(De(Parte::MaisRegistros)), "&Mais registros");
+    EXPECT_EQ(TextoDe(De(Parte::MaisRegistros)), "Mais &registros");
     Faz(Entradas().Clica(De(Parte::MaisRegistros)));
     EXPECT_EQ(pedidos, 1);
-    Tecla('M', {VK_MENU});
+    Tecla('R', {VK_MENU});
     EXPECT_EQ(pedidos, 2);
 }
 

@@ -93,7 +93,7 @@ void ComboNativo::Avisou(UINT aviso)
         if (std::exchange(m_Aceitou, false) && indice >= 0) {
             m_Atos.Escolhe(indice);
         } else {
-            MostraEscolhido(m_Escolhido);
+            SendMessageW(m_Janela, CB_SETCURSEL, static_cast<WPARAM>(m_Escolhido), 0);
         }
         break;
     }
@@ -188,6 +188,9 @@ void ComboNativo::MostraItens(std::size_t quantos, const std::function<const std
 
 void ComboNativo::MostraEscolhido(int indice)
 {
+    if (Aberto() && indice == m_Escolhido) { // what the person has come to in the list stays
+        return;
+    }
     m_Escolhido = indice;
     if (Pergunta(m_Janela, CB_GETCURSEL) != indice) {
         SendMessageW(m_Janela, CB_SETCURSEL, static_cast<WPARAM>(indice), 0);

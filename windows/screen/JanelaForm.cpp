@@ -764,6 +764,19 @@ bool JanelaForm::MudaPagina(WPARAM tecla)
     return true;
 }
 
+bool JanelaForm::VaiAosCriterios(WPARAM tecla)
+{
+    if (tecla != 'F' || !Apertada(VK_CONTROL) || Apertada(VK_MENU)) {
+        return false;
+    }
+    NaBorda([this] {
+        if (m_Pessoa.VaiAosCriterios()) {
+            SegueParada();
+        }
+    });
+    return true;
+}
+
 bool JanelaForm::AtoDaTecla(WPARAM tecla)
 {
     if (Apertada(VK_CONTROL) || Apertada(VK_MENU)) {
@@ -801,10 +814,11 @@ bool JanelaForm::AtoDaTecla(WPARAM tecla)
 // Keys that are the form's whatever has the keyboard.
 std::optional<LRESULT> JanelaForm::TrataTecla(HWND filha, UINT mensagem, WPARAM w)
 {
+    constexpr WPARAM CtrlF = 6;
     const Renderizador *renderizador = DaJanela(filha);
     switch (mensagem) {
     case WM_KEYDOWN:
-        if (MudaPagina(w)) {
+        if (MudaPagina(w) || VaiAosCriterios(w)) {
             return 0;
         }
         if ((renderizador == nullptr || !renderizador->FicaComTecla(filha, w)) && AtoDaTecla(w)) {
@@ -812,6 +826,9 @@ std::optional<LRESULT> JanelaForm::TrataTecla(HWND filha, UINT mensagem, WPARAM 
         }
         break;
     case WM_CHAR: // of a key that was taken above
+        if (w == CtrlF) {
+            return 0;
+        }
         if ((w == VK_TAB || w == VK_RETURN || w == VK_ESCAPE) &&
             (renderizador == nullptr || !renderizador->FicaComTecla(filha, w))) {
             return 0;

@@ -107,6 +107,7 @@ class JanelaForm : public Objeto {
     std::optional<LRESULT> TrataDaFilha(HWND filha, UINT mensagem, WPARAM w, LPARAM l);
     std::optional<LRESULT> TrataTecla(HWND filha, UINT mensagem, WPARAM w);
     bool MudaPagina(WPARAM tecla);
+    bool VaiAosCriterios(WPARAM tecla);
     bool AtoDaTecla(WPARAM tecla);
     // The window goes as soon as none of its messages runs.
     void Destroi();

@@ -81,6 +81,7 @@ HWND RenderLista::JanelaDe(Parte parte) const
         return m_Localizar;
     case Parte::MaisRegistros:
         return m_Mais;
+    case Parte::LimparCriterios:
     case Parte::Filtro:
         return nullptr;
     default:
@@ -434,7 +435,7 @@ std::optional<LRESULT> RenderLista::MensagemDasLinhas(UINT mensagem, WPARAM w, L
     constexpr LPARAM PelasTeclas = -1;
     switch (mensagem) {
     case WM_KEYDOWN:
-        return Tecla(w) ? std::optional<LRESULT>(0) : std::nullopt;
+        return Tecla(w, (HIWORD(l) & KF_REPEAT) != 0) ? std::optional<LRESULT>(0) : std::nullopt;
     case WM_KEYUP:
         return w == VK_APPS ? std::optional<LRESULT>(0) : std::nullopt; // its menu came when it went down
     case WM_SYSKEYDOWN:
@@ -473,9 +474,14 @@ std::optional<LRESULT> RenderLista::MensagemDasLinhas(UINT mensagem, WPARAM w, L
     }
 }
 
-bool RenderLista::Tecla(WPARAM tecla)
+bool RenderLista::Tecla(WPARAM tecla, bool repetida)
 {
     auto &lista = Como<ztList>(*this);
+    const auto comanda = [&](AtalhoDeLista atalho) {
+        if (!repetida && GetKeyState(VK_SHIFT) >= 0 && GetKeyState(VK_CONTROL) >= 0) {
+            Age([&lista, atalho] { FazAtalho(lista, atalho); });
+        }
+    };
     const auto anda = [&](std::int32_t passos) { Age([&lista, passos] { lista.TeclaSetas(passos); }); };
     const auto vai = [&](TeclaDeLista qual) {
         if (const auto linha = LinhaDaTecla(lista, qual)) {
@@ -504,10 +510,10 @@ bool RenderLista::Tecla(WPARAM tecla)
         vai(TeclaDeLista::End);
         return true;
     case VK_INSERT:
-        Age([&lista] { FazAtalho(lista, AtalhoDeLista::Inclui); });
+        comanda(AtalhoDeLista::Inclui);
         return true;
     case VK_DELETE:
-        Age([&lista] { FazAtalho(lista, AtalhoDeLista::Remove); });
+        comanda(AtalhoDeLista::Remove);
         return true;
     case VK_APPS:
         AbreMenu(-1);

@@ -61,7 +61,8 @@ class RenderLista : public Renderizador {
 
     std::optional<LRESULT> MensagemDasLinhas(UINT mensagem, WPARAM w, LPARAM l);
     std::optional<LRESULT> MensagemDoBotao(HWND botao, UINT mensagem, LPARAM l);
-    bool Tecla(WPARAM tecla);
+    // repetida: it is held, and was told before.
+    bool Tecla(WPARAM tecla, bool repetida);
     // Whether a row was there.
     bool ClicaEm(LPARAM ponto);
     void AbreMenu(LPARAM ponto);
