@@ -15,6 +15,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPainter>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -117,6 +118,16 @@ QStringList ParesDe(const QWidget &widget)
     return fracos;
 }
 
+// Without the text that may stand beside it.
+QImage DesenhoDoIcone(const QAbstractButton &botao, const QColor &fundo)
+{
+    QImage desenho(botao.iconSize(), QImage::Format_RGB32);
+    desenho.fill(fundo);
+    QPainter pincel(&desenho);
+    botao.icon().paint(&pincel, desenho.rect());
+    return desenho;
+}
+
 } // namespace
 
 QStringList PoucoContraste(QWidget &janela)
@@ -148,7 +159,7 @@ QStringList PoucoContraste(QWidget &janela)
         }
         if (const auto *botao = qobject_cast<const QAbstractButton *>(widget);
             botao != nullptr && !botao->icon().isNull() && botao->isEnabled()) {
-            if (const double visto = MaisForte(desenho, fundo); visto < ContrasteDeSinal) {
+            if (const double visto = MaisForte(DesenhoDoIcone(*botao, fundo), fundo); visto < ContrasteDeSinal) {
                 fracos << QString("%1: icon %2").arg(NomeDe(*widget)).arg(visto);
             }
         }
