@@ -31,10 +31,11 @@ int Percorre(const Tela &tela)
     const Ref<Servicos> servicos = inicio.CriaAmostra([](double) {});
     LugarDasJanelas::DaAplicacao(); // from the first window on
     if (tela.Escura) {
-        QPalette cores(QColor("#2b2f33"));
-        cores.setColor(QPalette::Base, QColor("#1e2124"));
-        QApplication::setPalette(cores);
+        Aspecto aspecto = preferencias.Aspecto();
+        aspecto.Cores = Tema::Escuro;
+        preferencias.DefineAspecto(aspecto);
     }
+    const Aparencia aparencia(preferencias);
     Mesa mesa(
         servicos, inicio.Diretorio(), [] { return Agora().Local; }, preferencias);
     mesa.show();
