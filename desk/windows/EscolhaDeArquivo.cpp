@@ -2,6 +2,7 @@
 
 #include "desk/host/PastaDeArquivos.h"
 
+#include <QComboBox>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
@@ -41,6 +42,10 @@ QString Pergunta(QFileDialog &dialogo, const PastaDeArquivos &pastas)
 {
     if (auto *nome = dialogo.findChild<QLineEdit *>("fileNameEdit")) {
         nome->selectAll(); // what is offered gives way to what is typed
+    }
+    if (auto *pasta = dialogo.findChild<QComboBox *>("lookInCombo")) { // which shows only what it has room for
+        QObject::connect(pasta, &QComboBox::currentTextChanged, pasta, &QWidget::setToolTip);
+        pasta->setToolTip(pasta->currentText());
     }
     if (dialogo.exec() != QDialog::Accepted || dialogo.selectedFiles().isEmpty()) {
         return {};

@@ -1,9 +1,9 @@
 #include "desk/windows/JanelaDoManual.h"
-#include "desk/windows/Icones.h"
 
 #include "desk/services/TextoQt.h"
 #include "desk/windows/Cores.h"
 #include "desk/windows/Dialogos.h"
+#include "desk/windows/Icones.h"
 #include "desk/windows/TextoDoManual.h"
 
 #include <QFile>
@@ -64,10 +64,10 @@ JanelaDoManual::JanelaDoManual(const QString &markdown, const QString &figuras, 
                                QWidget *dono)
     : QDialog(dono),
       m_Lembrancas(std::move(lembrancas)),
-      m_Painel(new QTabWidget(this)),
-      m_Conteudo(new QTreeWidget(this)),
-      m_Resultados(new QListWidget(this)),
-      m_Texto(new TextoDoManual(markdown, figuras, this)),
+      m_Painel(new QTabWidget),
+      m_Conteudo(new QTreeWidget),
+      m_Resultados(new QListWidget),
+      m_Texto(new TextoDoManual(markdown, figuras, nullptr)),
       m_Manual(std::make_unique<Manual>(*m_Texto->document())),
       m_Procurado(new QLineEdit(this)),
       m_Contagem(FazTexto("contagem", "", this))
@@ -122,9 +122,9 @@ void JanelaDoManual::Monta()
     m_Voltar = botao(acima, "voltar", "&Voltar", [this] { Volta(m_Atras, m_Adiante); });
     m_Avancar = botao(acima, "avancar", "&Avançar", [this] { Volta(m_Adiante, m_Atras); });
     botao(acima, "aumentar", "Au&mentar", [this] { MudaZoom(1); });
-    QPushButton *diminuir = botao(acima, "diminuir", "&Diminuir", [this] { MudaZoom(-1); });
+    botao(acima, "diminuir", "&Diminuir", [this] { MudaZoom(-1); });
     acima->addStretch(1);
-    botao(acima, "fechar", "&Fechar", [this] { QDialog::reject(); });
+    QPushButton *fechar = botao(acima, "fechar", "&Fechar", [this] { QDialog::reject(); });
     abaixo->addWidget(rotulo);
     abaixo->addWidget(m_Procurado, 1);
     m_Anterior = botao(abaixo, "anterior", "A&nterior", [this] { Anda(-1); });
@@ -134,11 +134,9 @@ void JanelaDoManual::Monta()
     auto *partes = new QSplitter(this);
     partes->setObjectName("partes");
     partes->setChildrenCollapsible(false);
-    partes->addWidget(m_Painel);
+    partes->addWidget(m_Painel); // joins the window after the buttons, and so comes after them by Tab
     partes->addWidget(m_Texto);
-    setTabOrder(diminuir, m_Procurado);
-    setTabOrder(m_Procurado, m_Anterior);
-    setTabOrder(m_Anterior, m_Proximo);
+    setTabOrder(fechar, m_Procurado);
     partes->setStretchFactor(0, ParteDoPainel);
     partes->setStretchFactor(1, ParteDoTexto);
     auto *tudo = new QVBoxLayout(this);

@@ -279,6 +279,7 @@ TEST_F(ArquivosTeste, FileDialog_OffersTheFolderAndTheFileOfTheLastTime_AndAddsT
         t.Alt('P').EsperaEscolhaDeArquivo();
         EXPECT_EQ(NaTela([] { return dynamic_cast<QLineEdit *>(Teclado::Acha("fileNameEdit"))->text(); }), "laudo.pdf");
         EXPECT_EQ(pastaOferecida(), QDir(pasta.path()).canonicalPath());
+        EXPECT_EQ(NaTela([] { return Teclado::Acha("lookInCombo")->toolTip(); }), pasta.path()); // however long it is
         t.Tecla(Qt::Key_Escape).EsperaJanela("VisorPDF").Tecla(Qt::Key_Escape);
         t.EsperaTexto("lblMsgCert", "Arquivo " + caminho);
     });
