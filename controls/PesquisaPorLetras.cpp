@@ -72,8 +72,20 @@ bool PesquisaPorLetras::Letra(const std::string &letra, Momento quando)
         return false;
     }
     m_Procurado = std::move(procurado);
+    m_Palavra = m_Procurado;
     Vai(*item);
     return true;
+}
+
+bool PesquisaPorLetras::Continua(std::string_view texto, Momento quando)
+{
+    const std::string palavra = m_Palavra + std::string(texto);
+    const std::int32_t atual = m_Itens.Atual();
+    const bool continua = !m_Palavra.empty() && SemPausa(quando) && atual >= 0 && atual < m_Itens.Total() &&
+                          ChaveDe(atual).starts_with(Chave(palavra));
+    m_Palavra = continua ? palavra : std::string();
+    m_Ultimo = continua ? quando : m_Ultimo;
+    return continua;
 }
 
 bool PesquisaPorLetras::Encurta(Momento quando)
@@ -100,7 +112,12 @@ void PesquisaPorLetras::Encerra()
 
 bool PesquisaPorLetras::EmCurso(Momento quando) const
 {
-    return !m_Procurado.empty() && quando >= m_Ultimo && quando - m_Ultimo <= Pausa;
+    return !m_Procurado.empty() && SemPausa(quando);
+}
+
+bool PesquisaPorLetras::SemPausa(Momento quando) const
+{
+    return quando >= m_Ultimo && quando - m_Ultimo <= Pausa;
 }
 
 void PesquisaPorLetras::Vai(std::int32_t item)

@@ -37,6 +37,9 @@ class PesquisaPorLetras {
     bool Encurta(Momento quando);
     // The next letter begins anew.
     void Encerra();
+    // A letter typed where the choice has led the person: whether it is still of the word of the item that was found.
+    bool Continua(std::string_view texto, Momento quando);
+    bool Continua(std::string_view texto) { return Continua(texto, m_Ultimo); }
 
     // Whether a letter at that moment goes on from those before.
     bool EmCurso(Momento quando) const;
@@ -45,6 +48,7 @@ class PesquisaPorLetras {
     const std::string &Aviso() const { return m_Aviso; }
 
   private:
+    bool SemPausa(Momento quando) const;
     bool Letra(const std::string &letra, Momento quando);
     void Vai(std::int32_t item);
     std::string ChaveDe(std::int32_t item) const;
@@ -53,6 +57,7 @@ class PesquisaPorLetras {
 
     ItensPesquisados m_Itens;
     std::string m_Procurado;
+    std::string m_Palavra; // that found the item, even when the choice has put an end to the search
     std::string m_Aviso;
     Momento m_Ultimo{0};
 };

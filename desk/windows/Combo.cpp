@@ -6,6 +6,7 @@
 #include "tela/TeclasDeCombo.h"
 
 #include <QAbstractItemView>
+#include <QApplication>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -66,7 +67,65 @@ bool FechaLista(const QKeyEvent &tecla)
     }
 }
 
+// Keys that only go with a letter.
+bool Acompanha(int tecla)
+{
+    return tecla == Qt::Key_Shift || tecla == Qt::Key_CapsLock || tecla == Qt::Key_AltGr;
+}
+
 } // namespace
+
+// A choice may lead the keyboard to another field while its word is still being typed: what is left of the word is no
+// text for that field.
+class Combo::RestoDaPalavra : public QObject {
+  public:
+    using QObject::QObject;
+
+    void Segue(PesquisaPorLetras &pesquisa)
+    {
+        m_Pesquisa = &pesquisa;
+        qApp->installEventFilter(this);
+    }
+
+  protected:
+    bool eventFilter(QObject *objeto, QEvent *evento) override
+    {
+        if (!objeto->isWidgetType()) {
+            return false;
+        }
+        switch (evento->type()) {
+        case QEvent::KeyPress: {
+            const auto &tecla = *static_cast<QKeyEvent *>(evento);
+            if (Acompanha(tecla.key())) {
+                return false;
+            }
+            return Fica(EhLetra(tecla) && m_Pesquisa->Continua(S(tecla.text()), QuandoFoi(tecla)));
+        }
+        case QEvent::InputMethod: {
+            auto &composta = *static_cast<QInputMethodEvent *>(evento);
+            if (!composta.commitString().isEmpty() && Fica(m_Pesquisa->Continua(S(composta.commitString())))) {
+                composta.setCommitString({});
+            }
+            return false;
+        }
+        case QEvent::MouseButtonPress:
+            return Fica(false);
+        default:
+            return false;
+        }
+    }
+
+  private:
+    bool Fica(bool continua)
+    {
+        if (!continua) {
+            qApp->removeEventFilter(this);
+        }
+        return continua;
+    }
+
+    PesquisaPorLetras *m_Pesquisa = nullptr;
+};
 
 Combo::Combo(QWidget *dono)
     : QComboBox(dono),
@@ -82,6 +141,7 @@ Combo::Combo(QWidget *dono)
                      view()->setCurrentIndex(model()->index(item, modelColumn(), rootModelIndex()));
                  }}),
       m_Age([](const std::function<void()> &ato) { ato(); }),
+      m_Resto(new RestoDaPalavra(this)),
       m_Fixo(new QLineEdit(this))
 {
     m_Fixo->setObjectName("fixo");
@@ -154,11 +214,30 @@ bool Combo::Procura(const QKeyEvent &tecla, PesquisaPorLetras &pesquisa, const A
         }
         return false;
     }
+    Digita([&] { apaga ? pesquisa.Encurta(quando) : pesquisa.Digita(S(tecla.text()), quando); }, pesquisa, age);
+    return true;
+}
+
+void Combo::Digita(const std::function<void()> &ato, PesquisaPorLetras &pesquisa, const Age &age)
+{
     const QPointer<Combo> vivo = this;
-    age([&] { apaga ? pesquisa.Encurta(quando) : pesquisa.Digita(S(tecla.text()), quando); });
-    if (!vivo.isNull()) {
-        MostraProcura(pesquisa);
+    age(ato);
+    if (vivo.isNull()) {
+        return;
     }
+    if (!hasFocus() && &pesquisa != &m_DaLista) {
+        m_Resto->Segue(pesquisa);
+    }
+    MostraProcura(pesquisa);
+}
+
+// A letter that was put together out of several keys.
+bool Combo::Compoe(const QInputMethodEvent &evento, PesquisaPorLetras &pesquisa, const Age &age)
+{
+    if (evento.commitString().isEmpty()) {
+        return false;
+    }
+    Digita([&] { pesquisa.Digita(S(evento.commitString())); }, pesquisa, age);
     return true;
 }
 
@@ -193,25 +272,23 @@ void Combo::keyPressEvent(QKeyEvent *evento)
     }
 }
 
-// A letter that was put together out of several keys.
 void Combo::inputMethodEvent(QInputMethodEvent *evento)
 {
-    if (isEditable() || m_SomenteLeitura || evento->commitString().isEmpty()) {
+    if (isEditable() || m_SomenteLeitura || !Compoe(*evento, *m_Pesquisa, m_Age)) {
         QComboBox::inputMethodEvent(evento);
-        return;
+    } else {
+        evento->accept();
     }
-    const QPointer<Combo> vivo = this;
-    m_Age([&] { m_Pesquisa->Digita(S(evento->commitString())); });
-    if (!vivo.isNull()) {
-        MostraProcura(*m_Pesquisa);
-    }
-    evento->accept();
 }
 
 // A key for the open list is for nobody else: the toolkit would close the list before the key arrives, which then would
 // go to the window behind it.
 bool Combo::eventFilter(QObject *objeto, QEvent *evento)
 {
+    const Age jaAge = [](const std::function<void()> &ato) { ato(); };
+    if (objeto == view() && evento->type() == QEvent::InputMethod && !isEditable()) {
+        return Compoe(*static_cast<QInputMethodEvent *>(evento), m_DaLista, jaAge);
+    }
     const bool tecla = evento->type() == QEvent::KeyPress || evento->type() == QEvent::ShortcutOverride;
     if (!tecla || objeto != view()) {
         return QComboBox::eventFilter(objeto, evento);
@@ -224,7 +301,6 @@ bool Combo::eventFilter(QObject *objeto, QEvent *evento)
         }
         return true;
     }
-    const Age jaAge = [](const std::function<void()> &ato) { ato(); };
     return evento->type() == QEvent::KeyPress && !isEditable() && Procura(qual, m_DaLista, jaAge);
 }
 

@@ -37,8 +37,12 @@ class Combo : public QComboBox {
     void resizeEvent(QResizeEvent *evento) override;
 
   private:
+    class RestoDaPalavra;
+
     // Whether the key was for the search.
     bool Procura(const QKeyEvent &tecla, PesquisaPorLetras &pesquisa, const Age &age);
+    bool Compoe(const QInputMethodEvent &evento, PesquisaPorLetras &pesquisa, const Age &age);
+    void Digita(const std::function<void()> &ato, PesquisaPorLetras &pesquisa, const Age &age);
     void MostraProcura(const PesquisaPorLetras &pesquisa);
     void MostraFixo();
     // The list; the item that it leads to is chosen, or none.
@@ -48,6 +52,7 @@ class Combo : public QComboBox {
     PesquisaPorLetras m_DaLista;  // open: the item is only led to
     PesquisaPorLetras *m_Pesquisa = &m_DosItens;
     Age m_Age;
+    RestoDaPalavra *m_Resto;
     QLineEdit *m_Fixo;
     bool m_SomenteLeitura = false;
 };

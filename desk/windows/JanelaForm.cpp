@@ -356,16 +356,17 @@ void JanelaForm::keyPressEvent(QKeyEvent *evento)
 std::function<void()> JanelaForm::AtoDaTecla(const QKeyEvent &tecla)
 {
     const auto letra = static_cast<char32_t>(tecla.key());
+    const Qt::KeyboardModifiers com = tecla.modifiers() & ~Qt::KeypadModifier;
     if (tecla.modifiers() == Qt::AltModifier && m_Pessoa.RespondeAlt(letra)) {
         return [this, letra] { m_Pessoa.Alt(letra); };
     }
-    if (tecla.modifiers() == Qt::ControlModifier && letra == Qt::Key_F) {
+    if (com == Qt::ControlModifier && letra == Qt::Key_F) {
         return [this] { VaiProcurar(); };
     }
-    if (tecla.modifiers() == Qt::NoModifier && letra == Qt::Key_F5) {
+    if (com == Qt::NoModifier && letra == Qt::Key_F5) {
         return [this] { m_Pessoa.Atalho(AtalhoDeLista::Atualiza); };
     }
-    if (tecla.modifiers() == Qt::ControlModifier && (letra == Qt::Key_PageDown || letra == Qt::Key_PageUp)) {
+    if (com == Qt::ControlModifier && (letra == Qt::Key_PageDown || letra == Qt::Key_PageUp)) {
         return [this, passo = letra == Qt::Key_PageDown ? 1 : -1] { m_Pessoa.AndaPaginas(passo); };
     }
     return {};
@@ -392,7 +393,7 @@ bool JanelaForm::eventFilter(QObject *objeto, QEvent *evento)
         qApp->removeEventFilter(this);
         const auto &tecla = *static_cast<QKeyEvent *>(evento);
         if (const auto ato = AtoDaTecla(tecla); ato && tecla.key() == m_Tecla) {
-            if (!tecla.isAutoRepeat() || tecla.modifiers() == Qt::ControlModifier) {
+            if (!tecla.isAutoRepeat() || (tecla.modifiers() & Qt::ControlModifier) != 0) {
                 m_AoRedor.Pedidos.NaBorda(ato);
             }
             return true;

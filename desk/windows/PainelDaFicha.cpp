@@ -58,8 +58,9 @@ void PoeOpcoes(QComboBox &combo, const CampoDaFicha &campo)
 QString DicaDaRecusa(const QLineEdit &texto)
 {
     const bool cheio = texto.text().size() >= texto.maxLength();
-    return texto.validator() == nullptr || cheio ? QString("Até %1 caracteres.").arg(texto.maxLength())
-                                                 : QString("Só algarismos.");
+    const auto *numeros = qobject_cast<const QIntValidator *>(texto.validator());
+    return numeros == nullptr || cheio ? QString("Até %1 caracteres.").arg(texto.maxLength())
+                                       : QString("Só algarismos, até %1.").arg(numeros->top());
 }
 
 // What of a combo is chosen: what was typed counts when it is the text of an item, accents and case ignored.

@@ -70,6 +70,13 @@ class RenderLista::Tabela : public QTableView {
         verticalScrollBar()->setValue(onde);
     }
 
+    // Each row as high as its text, also when that becomes larger.
+    void AjustaAltura()
+    {
+        constexpr int Folga = 8;
+        verticalHeader()->setDefaultSectionSize(fontMetrics().height() + Folga);
+    }
+
     QSize sizeHint() const override { return {Largura(LarguraDasColunas), QTableView::sizeHint().height()}; }
     QSize minimumSizeHint() const override
     {
@@ -78,6 +85,13 @@ class RenderLista::Tabela : public QTableView {
     }
 
   protected:
+    void changeEvent(QEvent *evento) override
+    {
+        QTableView::changeEvent(evento);
+        if (evento->type() == QEvent::FontChange || evento->type() == QEvent::StyleChange) {
+            AjustaAltura();
+        }
+    }
     void wheelEvent(QWheelEvent *evento) override
     {
         QTableView::wheelEvent(evento);
@@ -157,7 +171,7 @@ void RenderLista::MontaTabela()
     m_Tabela->setContextMenuPolicy(Qt::CustomContextMenu);
     m_Tabela->setWordWrap(false);
     m_Tabela->verticalHeader()->hide();
-    m_Tabela->verticalHeader()->setDefaultSectionSize(m_Tabela->fontMetrics().height() + 8);
+    m_Tabela->AjustaAltura();
     m_Tabela->horizontalHeader()->setSectionsClickable(true);
     m_Tabela->horizontalHeader()->setSortIndicatorShown(true);
     m_Tabela->horizontalHeader()->setHighlightSections(false);
@@ -466,6 +480,7 @@ bool RenderLista::eventFilter(QObject *objeto, QEvent *evento)
 // Keys that the table does not know, or takes for a way inside the row.
 bool RenderLista::Tecla(const QKeyEvent &tecla)
 {
+    const bool so = (tecla.modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier; // those of the keypad do the same
     const bool menu = tecla.key() == Qt::Key_Menu ||
                       (tecla.key() == Qt::Key_F10 && tecla.modifiers() == Qt::KeyboardModifiers(Qt::ShiftModifier));
     if (menu) {
@@ -473,7 +488,7 @@ bool RenderLista::Tecla(const QKeyEvent &tecla)
         AbreMenu(atual.isValid() ? m_Tabela->visualRect(atual).center() : QPoint());
         return true;
     }
-    if (tecla.modifiers() == Qt::NoModifier && (tecla.key() == Qt::Key_Home || tecla.key() == Qt::Key_End)) {
+    if (so && (tecla.key() == Qt::Key_Home || tecla.key() == Qt::Key_End)) {
         const auto linha =
             LinhaDaTecla(Como<ztList>(*this), tecla.key() == Qt::Key_Home ? TeclaDeLista::Home : TeclaDeLista::End);
         const std::vector<std::int32_t> vistas = m_ComandosDeTabela->Vistas();
@@ -483,7 +498,7 @@ bool RenderLista::Tecla(const QKeyEvent &tecla)
         }
         return true;
     }
-    if (tecla.modifiers() == Qt::NoModifier && (tecla.key() == Qt::Key_Down || tecla.key() == Qt::Key_PageDown)) {
+    if (so && (tecla.key() == Qt::Key_Down || tecla.key() == Qt::Key_PageDown)) {
         // Once the table has gone there.
         QMetaObject::invokeMethod(
             this,
@@ -494,7 +509,7 @@ bool RenderLista::Tecla(const QKeyEvent &tecla)
             },
             Qt::QueuedConnection);
     }
-    if (tecla.modifiers() == Qt::NoModifier && (tecla.key() == Qt::Key_Insert || tecla.key() == Qt::Key_Delete)) {
+    if (so && (tecla.key() == Qt::Key_Insert || tecla.key() == Qt::Key_Delete)) {
         if (!tecla.isAutoRepeat()) {
             const AtalhoDeLista atalho = tecla.key() == Qt::Key_Insert ? AtalhoDeLista::Inclui : AtalhoDeLista::Remove;
             const Ref<IControle> vivo = Controle();

@@ -31,6 +31,18 @@ QStringList Lista(const std::vector<std::string> &textos)
     return lista;
 }
 
+// As wide as its digits, whatever their size.
+class CampoDeNumero : public QLineEdit {
+  public:
+    explicit CampoDeNumero(QWidget *dono) : QLineEdit(dono) { setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed); }
+
+    QSize sizeHint() const override
+    {
+        constexpr int Algarismos = EscolhaDeEndereco::DigitosDoNumero + 3;
+        return {fontMetrics().horizontalAdvance('0') * Algarismos, QLineEdit::sizeHint().height()};
+    }
+};
+
 QLabel *NovoRotulo(std::string_view texto, QWidget *alvo)
 {
     auto *rotulo = new QLabel(Q(std::string(texto)), alvo->parentWidget());
@@ -57,7 +69,7 @@ RenderEndereco::RenderEndereco(Ref<IControle> controle, QWidget *widget, Borda b
       m_Escolha(ComoTipo<ztEndereco>(controle), std::move(logradouros), std::move(memoria)),
       m_Municipio(new Combo(widget)),
       m_Via(new QLineEdit(widget)),
-      m_Numero(new QLineEdit(widget)),
+      m_Numero(new CampoDeNumero(widget)),
       m_Complemento(new QLineEdit(widget)),
       m_Usar(new QPushButton(Q(std::string(Partes::UsarEndereco)), widget)),
       m_Limpar(new QPushButton(Q(std::string(Partes::LimparEndereco)), widget)),
@@ -84,7 +96,6 @@ RenderEndereco::RenderEndereco(Ref<IControle> controle, QWidget *widget, Borda b
     m_Via->setPlaceholderText("Nome da rua ou CEP");
     m_Via->setAccessibleName("Logradouro ou CEP");
     m_Numero->setAccessibleName("Número");
-    m_Numero->setMaximumWidth(90);
     m_Complemento->setAccessibleName("Complemento");
     m_Atual->setObjectName("atual");
     m_Atual->setWordWrap(true);

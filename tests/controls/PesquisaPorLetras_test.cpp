@@ -132,6 +132,32 @@ TEST_F(PesquisaPorLetrasTest, Digita_WhatNothingBeginsWith_IsLeftOutAndTold)
     EXPECT_EQ(m_Pesquisa.Aviso(), "Nenhum item começa com \"z\".");
 }
 
+TEST_F(PesquisaPorLetrasTest, Continua_BehindAChoiceThatEndedTheSearch_TakesTheRestOfItsWordAlone)
+{
+    const auto acabou = [this] { // the choice has led the person away
+        Comeca("Lombada");
+        Digitado("e");
+        m_Pesquisa.Encerra();
+    };
+    acabou();
+    EXPECT_TRUE(m_Pesquisa.Continua("T", m_Agora));
+    EXPECT_TRUE(m_Pesquisa.Continua("i", m_Agora + 900ms));
+    EXPECT_TRUE(m_Pesquisa.Continua("l", m_Agora + 1800ms));
+    EXPECT_TRUE(m_Pesquisa.Continua("ô")); // out of several keys
+    EXPECT_FALSE(m_Pesquisa.Continua("1", m_Agora + 1800ms));
+    EXPECT_FALSE(m_Pesquisa.Continua("m", m_Agora + 1800ms)); // which belongs to what was typed there since
+    EXPECT_EQ(m_Idas, Textos{"Etilômetro"});
+    acabou();
+    EXPECT_FALSE(m_Pesquisa.Continua("t", m_Agora + PesquisaPorLetras::Pausa + 1ms));
+    acabou();
+    m_Atual = -1;
+    EXPECT_FALSE(m_Pesquisa.Continua("t", m_Agora));
+    acabou();
+    m_Textos.clear();
+    EXPECT_FALSE(m_Pesquisa.Continua("t", m_Agora));
+    EXPECT_EQ(m_Pesquisa.Procurado(), "");
+}
+
 TEST_F(PesquisaPorLetrasTest, Encurta_TakesLettersBackWithinThePause)
 {
     m_Textos = {"Porto Alegre", "Portão", "Passo Fundo"};

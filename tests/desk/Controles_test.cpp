@@ -16,6 +16,7 @@
 #include <QApplication>
 #include <QCalendarWidget>
 #include <QClipboard>
+#include <QHeaderView>
 #include <QInputMethodEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -23,6 +24,7 @@
 #include <QScrollBar>
 #include <QSpinBox>
 #include <QTabBar>
+#include <QTableView>
 #include <QTest>
 #include <QToolButton>
 #include <QWheelEvent>
@@ -256,6 +258,80 @@ TEST_F(ControlesTeste, Combo_ALetterOfSeveralKeys_CountsAsOne)
     letra.setCommitString("Ú");
     QApplication::sendEvent(combo, &letra);
     EXPECT_EQ(combo->currentText(), "Único");
+}
+
+TEST_F(ControlesTeste, Combo_WithItsListOpen_TakesALetterOfSeveralKeysAsTheOthers)
+{
+    QWidget janela;
+    auto *combo = new Combo(&janela);
+    combo->addItems({"Santos", "Sertão", "São Paulo", "Ábaco"});
+    janela.show();
+    janela.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&janela));
+    combo->setFocus();
+    QTest::keyClick(combo, Qt::Key_F4);
+    ASSERT_TRUE(combo->view()->isVisible());
+    QTest::keyClicks(combo->view(), "s");
+    QInputMethodEvent letra;
+    letra.setCommitString("ã");
+    QApplication::sendEvent(combo->view(), &letra);
+    QTest::keyClicks(combo->view(), "o");
+    EXPECT_EQ(combo->view()->currentIndex().row(), 2);
+    EXPECT_EQ(DicaEm(janela), "Procurando: são");
+    QTest::keyClick(combo->view(), Qt::Key_Return);
+    EXPECT_EQ(combo->currentText(), "São Paulo");
+}
+
+TEST_F(ControlesTeste, Combo_WhoseChoiceLeadsToAField_KeepsTheRestOfItsWordOutOfTheField)
+{
+    Percorre([](Teclado &t) {
+        AbreLista(t);
+        t.TabAte("cboCriterio").Escreve("codigo").EsperaTexto("cboCriterio", "Código").EsperaFoco("txtCodEquip");
+        t.EsperaTexto("txtCodEquip", "").Escreve("o1").EsperaTexto("txtCodEquip", "o1");
+        t.Tecla(Qt::Key_Tab, Qt::ShiftModifier).EsperaFoco("cboCriterio").Descansa();
+        t.Escreve("Sub").EsperaTexto("cboCriterio", "Subcódigo").EsperaFoco("txtCodEquip").Descansa();
+        t.Escreve("c2").EsperaTexto("txtCodEquip", "o1c2"); // behind a pause it is another word
+        t.Tecla(Qt::Key_Tab, Qt::ShiftModifier).Escreve("c").EsperaTexto("cboCriterio", "Código");
+        t.EsperaFoco("txtCodEquip").Tecla(Qt::Key_End).Escreve("o").EsperaTexto("txtCodEquip", "o1c2o");
+        t.Ctrl(Qt::Key_A).Escreve("A1\r").EsperaLinha("ztlLista", 1, "A1");
+    });
+}
+
+TEST_F(ControlesTeste, Combo_WhoseChoiceLeadsToAField_TakesTheAccentOfItsWordToo)
+{
+    Percorre([](Teclado &t) {
+        AbreLista(t);
+        t.TabAte("cboCriterio").Escreve("c").EsperaFoco("txtCodEquip");
+        NaTela([] {
+            for (const QString &letra : {QString("ó"), QString("ç")}) {
+                QInputMethodEvent composta;
+                composta.setCommitString(letra);
+                QApplication::sendEvent(QApplication::focusWidget(), &composta);
+                EXPECT_EQ(TextoDe(QApplication::focusWidget()), letra == "ó" ? "" : letra); // the word has ended
+            }
+        });
+        t.Escreve("d").EsperaTexto("txtCodEquip", "çd");
+    });
+}
+
+TEST_F(ControlesTeste, LargerText_MakesRoomInTheRowsOfAListAndInTheNumberOfAnAddress)
+{
+    const auto com = [&](JanelaForm &janela, double vezes) {
+        QFont letra = QApplication::font();
+        letra.setPointSizeF(letra.pointSizeF() * vezes);
+        janela.setFont(letra);
+        for (const auto *tabela : janela.findChildren<QTableView *>("linhas")) {
+            EXPECT_GE(tabela->verticalHeader()->defaultSectionSize(), tabela->fontMetrics().height());
+        }
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+        const auto *numero = janela.findChild<QLineEdit *>("numero");
+        EXPECT_GE(numero->width(), numero->fontMetrics().horizontalAdvance("888888") + 4);
+    };
+    JanelaForm &janela = Mostra(Carrega<frmEquipSensores>());
+    EXPECT_FALSE(janela.findChildren<QTableView *>("linhas").isEmpty());
+    for (const double vezes : {1.0, 2.0, 3.0}) {
+        com(janela, vezes);
+    }
 }
 
 TEST_F(ControlesTeste, Wheel_OverCombosAndStripsOfTabs_ChangesNothing)
@@ -521,7 +597,7 @@ TEST_F(ControlesTeste, Combos_OfTheDeskItself_FindWholeWordsAndSayWhatTheyDoNotF
     EXPECT_EQ(procura->currentText(), "Atlantida");
     QLineEdit &numero = Vai(Linha(painel, "numero"));
     QTest::keyClicks(&numero, "1a");
-    EXPECT_EQ(DicaEm(painel), "Só algarismos.");
+    EXPECT_EQ(DicaEm(painel), "Só algarismos, até 2147483647.");
     QTest::keyClicks(&numero, "234");
     EXPECT_EQ(DicaEm(painel), "Até 3 caracteres.");
     EXPECT_EQ(numero.text(), "123");

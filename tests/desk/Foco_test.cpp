@@ -466,6 +466,20 @@ TEST_F(FocoTeste, DeleteAndInsert_OnARow_RunTheListsOwnCommandsWithItsQuestions)
     EXPECT_EQ(registro.Sql("SELECT Ativo FROM EQUIPAMENTO WHERE Codigo = 'A1'"), "2");
 }
 
+TEST_F(FocoTeste, KeysOfTheKeypad_InTheRowsAndOnThePages_DoWhatTheOthersDo)
+{
+    Trabalha([](Teclado &t) {
+        AbreLista(t);
+        t.Tecla(Qt::Key_End, Qt::KeypadModifier).EsperaLinha("ztlLista", 2, "A2");
+        t.Tecla(Qt::Key_Home, Qt::KeypadModifier).EsperaLinha("ztlLista", 1, "A1");
+        t.Tecla(Qt::Key_Delete, Qt::KeypadModifier).EsperaCaixa("Deseja desativar o equipamento A1 ?");
+        t.Tecla(Qt::Key_Escape).Tecla(Qt::Key_Insert, Qt::KeypadModifier).EsperaJanela("frmEquipDetalhes");
+        t.Alt('C').EsperaJanela("frmLista").Tecla(Qt::Key_Return).EsperaJanela("frmEquipDetalhes");
+        t.Tecla(Qt::Key_PageDown, Qt::ControlModifier | Qt::KeypadModifier).EsperaPagina("sstDados", 1);
+        t.Tecla(Qt::Key_Escape).EsperaJanela("frmLista");
+    });
+}
+
 TEST_F(FocoTeste, Delete_OnASensor_AsksAndTakesItAway)
 {
     Trabalha([](Teclado &t) {
