@@ -2,6 +2,7 @@
 
 #include "desk/services/TextoQt.h"
 #include "desk/windows/Dialogos.h"
+#include "desk/windows/Icones.h"
 #include "desk/windows/Rolagem.h"
 
 #include <QCommandLinkButton>
@@ -109,7 +110,7 @@ void TelaInicial::Mostra()
                                              Q(acao.Explicacao) + (atalho.isEmpty() ? QString() : " (" + atalho + ")"),
                                              m_Lado->parentWidget());
         botao->setObjectName("inicio_" + Q(acao.Nome));
-        botao->setIcon(QIcon(acao.Nome == "consultaAutuacao" ? ":/icones/consulta.svg" : ":/icones/equipamentos.svg"));
+        botao->setIcon(Icone(acao.Nome == "consultaAutuacao" ? "consulta" : "equipamentos"));
         connect(botao, &QPushButton::clicked, this, [this, nome = acao.Nome] { m_Pedidos.Faz(nome); });
         m_Acoes->addWidget(botao);
         if (anterior != nullptr) {
