@@ -14,6 +14,7 @@ namespace mesa {
 namespace {
 
 constexpr const char *Chave = "equipamentosRecentes";
+constexpr std::uint8_t Desativado = 2;
 constexpr double SegundosDoDia = 24 * 60 * 60;
 
 template <class N> std::optional<N> Numero(const std::string &texto)
@@ -23,7 +24,29 @@ template <class N> std::optional<N> Numero(const std::string &texto)
     return erro == std::errc() && fim == texto.data() + texto.size() ? std::optional(numero) : std::nullopt;
 }
 
+Ref<EquiptoED> Com(std::int32_t nroIntEquip)
+{
+    auto equipto = Novo<EquiptoED>();
+    equipto->NroIntEquip = nroIntEquip;
+    return equipto;
+}
+
 } // namespace
+
+bool Renova(SessaoServico &sessao, EquipamentoRecente &qual, std::string &recusa)
+{
+    Ref<Objeto> pedido = Com(qual.NroIntEquip);
+    Valor retorno;
+    if (!sessao.Executa("EquiptoRN", "consultaSimples", pedido, retorno, recusa)) {
+        return false;
+    }
+    const auto agora = retorno.Como<EquiptoED>();
+    qual.Codigo = agora->Codigo;
+    qual.TipoEquip = agora->TipoEquip;
+    qual.Cliente = agora->ClienteInc;
+    qual.Ativo = agora->Ativo != Desativado;
+    return true;
+}
 
 std::vector<EquipamentosRecentes::Visto> EquipamentosRecentes::Vistos() const
 {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "desk/services/SessaoServico.h"
 #include "host/Data.h"
 #include "host/IMDB.h"
 #include "tela/ILembrancas.h"
@@ -22,6 +23,10 @@ struct EquipamentoRecente {
 
     bool operator==(const EquipamentoRecente &) const = default;
 };
+
+// Brings it to what the registry says now: the local database may be older. False with the reason in recusa when it is
+// not to be seen any more.
+bool Renova(SessaoServico &sessao, EquipamentoRecente &qual, std::string &recusa);
 
 // Those of one person in one registry. Only their numbers and moments are remembered: what they are is what the local
 // database says, and one that it does not have may not be seen any more.

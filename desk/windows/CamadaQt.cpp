@@ -145,7 +145,8 @@ Ref<IJanela> CamadaQt::FazJanela(const Ref<IForm> &form, TipoDeJanela tipo, cons
 {
     const bool filha = tipo == TipoDeJanela::Filha;
     auto *janela = new JanelaForm(
-        form, {pedidos, Clientes, Logradouros, m_Memoria, Lembrancas, qual, IdentidadeDaJanela(*form, qual), Usuario},
+        form,
+        {pedidos, Clientes, Logradouros, m_Memoria, Lembrancas, qual, IdentidadeDaJanela(*form, qual), Usuario, Agora},
         filha ? nullptr : WidgetDe(dono));
     const Ref<JanelaQt> feita = Novo<JanelaQt>(janela);
     if (filha) {

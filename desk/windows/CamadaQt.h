@@ -48,7 +48,8 @@ class CamadaQt : public ICamada {
     std::function<void(const std::string &topico, QWidget *dono)> Ajuda;
     // Of who is at work, from sign-in to sign-out; Nothing otherwise.
     Ref<ILembrancas> Lembrancas;
-    std::string Usuario; // as it stands on what is printed
+    std::string Usuario;         // as it stands on what is printed
+    std::function<Data()> Agora; // the desk's clock
 
     Ref<IJanela> FazJanela(const Ref<IForm> &form, TipoDeJanela tipo, const Ref<IJanela> &dono,
                            const PedidosDaJanela &pedidos, const DistincaoDeJanela &qual) override;

@@ -6,12 +6,12 @@
 #include "desk/windows/Impressora.h"
 #include "desk/windows/JanelaDasColunas.h"
 #include "desk/windows/TelaDeAndamento.h"
+#include "host/Conversoes.h"
 #include "tela/ComandosDeLista.h"
 #include "tela/Twips.h"
 
 #include <QAction>
 #include <QClipboard>
-#include <QDateTime>
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -325,7 +325,8 @@ void ComandosDeTabela::Imprime()
     if (dialogo.exec() != QDialog::Accepted || !vivo) {
         return;
     }
-    impressa.Rodape = "Impresso em " + QDateTime::currentDateTime().toString("dd/MM/yyyy HH:mm") +
+    const Data agora = m_Quem.Agora();
+    impressa.Rodape = Q("Impresso em " + Format(agora, "dd/mm/yyyy") + " " + Format(agora, "hh:nn")) +
                       (m_Quem.Nome.empty() ? QString() : " por " + Q(m_Quem.Nome));
     bool feita = false;
     FazNaFrente("A lista está sendo impressa.", true, m_Tabela->window(),

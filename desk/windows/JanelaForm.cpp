@@ -135,9 +135,10 @@ Renderizador *JanelaForm::FazRenderizador(const Ref<IControle> &controle, QWidge
     case EspecieControle::ztCombo:
         return new RenderCombo(controle, widget, borda);
     case EspecieControle::ztList:
-        return new RenderLista(
-            controle, widget, borda, m_AoRedor.Pedidos.Fecha, m_AoRedor.Pedidos.Ajuda,
-            {m_AoRedor.Pedidos.Pergunta, {m_AoRedor.Usuario, m_AoRedor.Lembrancas}, m_AoRedor.Identidade});
+        return new RenderLista(controle, widget, borda, m_AoRedor.Pedidos.Fecha, m_AoRedor.Pedidos.Ajuda,
+                               {m_AoRedor.Pedidos.Pergunta,
+                                {m_AoRedor.Usuario, m_AoRedor.Lembrancas, m_AoRedor.Agora},
+                                m_AoRedor.Identidade});
     case EspecieControle::ztEndereco: {
         auto *endereco = new RenderEndereco(controle, widget, borda, m_AoRedor.Logradouros, m_AoRedor.Memoria);
         m_Pessoa.Conhece(controle, endereco->Escolha());
@@ -195,10 +196,23 @@ std::string JanelaForm::ChaveDosCriterios() const
     return m_AoRedor.Identidade + "/criterios";
 }
 
+void JanelaForm::PoeCriterios(const std::function<void()> &poe)
+{
+    const QPointer<JanelaForm> vivo = this;
+    const bool lembrados = std::exchange(m_CriteriosLembrados, false);
+    poe();
+    if (!vivo.isNull()) {
+        m_CriteriosLembrados = lembrados;
+        m_CriteriosAlheios = m_Criterios.Texto();
+    }
+}
+
 void JanelaForm::GuardaCriterios()
 {
-    if (m_CriteriosLembrados) {
-        m_AoRedor.Lembrancas->Lembra(ChaveDosCriterios(), m_Criterios.Texto());
+    const std::string agora = m_Criterios.Texto();
+    if (m_CriteriosLembrados && agora != m_CriteriosAlheios) {
+        m_CriteriosAlheios.reset();
+        m_AoRedor.Lembrancas->Lembra(ChaveDosCriterios(), agora);
     }
 }
 

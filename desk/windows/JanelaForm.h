@@ -11,6 +11,8 @@
 #include <QWidget>
 
 #include <functional>
+#include <optional>
+#include <string>
 #include <vector>
 
 namespace mesa {
@@ -27,6 +29,7 @@ struct AoRedorDoForm {
     DistincaoDeJanela Qual = {};
     std::string Identidade = {}; // with which the keys begin of what is remembered of such windows
     std::string Usuario = {};    // who is at work, as it stands on what is printed
+    std::function<Data()> Agora = {};
 };
 
 // The window of one form of the module: drawn from its description, its widgets bound by name to the form's controls.
@@ -40,6 +43,8 @@ class JanelaForm : public QWidget {
     // The criteria of its list, which are now as they were left when they were last searched by, or the window closed;
     // and are remembered so from now on.
     void LembraCriterios();
+    // Sets criteria that are not the person's: they are not remembered until the person changes them.
+    void PoeCriterios(const std::function<void()> &poe);
     // Text that was written past the form's caption; empty: the caption counts.
     void DefineTexto(const QString &texto);
     void PedeAjuda() const { m_AoRedor.Pedidos.Ajuda(); }
@@ -82,6 +87,7 @@ class JanelaForm : public QWidget {
     std::vector<Conexao> m_Conexoes;
     CriteriosDaLista m_Criterios;
     bool m_CriteriosLembrados = false;
+    std::optional<std::string> m_CriteriosAlheios; // that the person did not set
     QString m_Texto;
     int m_Tecla = 0; // a key of the form that is on its way
     bool m_Vista = false;

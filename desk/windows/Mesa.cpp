@@ -106,6 +106,7 @@ Mesa::Mesa(Ref<Servicos> servicos, std::filesystem::path diretorio, std::functio
         }
         return oferecidos;
     };
+    m_Camada->Agora = m_Agora;
     m_Camada->Ajuda = [this](const std::string &topico, QWidget *dono) { MostraAjuda(topico, dono); };
 
     InstalaHost(m_Host);
@@ -194,6 +195,11 @@ void Mesa::MontaMenus()
     sobre->setObjectName("sobre");
     connect(sobre, &QAction::triggered, this, [this] { NaBorda([this] { MostraSobre(); }); });
 
+    // A key that is held down goes on from window to window, but opens or closes one only.
+    for (QAction *acao : findChildren<QAction *>()) {
+        acao->setAutoRepeat(acao->objectName() == "proximaJanela" || acao->objectName() == "janelaAnterior");
+    }
+
     auto *barra = addToolBar("Ferramentas");
     barra->setObjectName("ferramentas");
     barra->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
@@ -253,10 +259,12 @@ void Mesa::MontaMenuJanela()
     m_Inicio = m_MenuJanela->addAction("&Início", QKeySequence("Ctrl+0"), this, [this] { MostraInicio(); });
     m_Inicio->setObjectName("inicio");
     m_MenuJanela->addSeparator();
-    m_MenuJanela->addAction("&Próxima", m_Area, &QMdiArea::activateNextSubWindow)
-        ->setShortcuts({QKeySequence("Ctrl+F6"), QKeySequence("Ctrl+Tab")});
-    m_MenuJanela->addAction("&Anterior", m_Area, &QMdiArea::activatePreviousSubWindow)
-        ->setShortcuts({QKeySequence("Ctrl+Shift+F6"), QKeySequence("Ctrl+Shift+Tab")});
+    QAction *proxima = m_MenuJanela->addAction("&Próxima", m_Area, &QMdiArea::activateNextSubWindow);
+    proxima->setObjectName("proximaJanela");
+    proxima->setShortcuts({QKeySequence("Ctrl+F6"), QKeySequence("Ctrl+Tab")});
+    QAction *anterior = m_MenuJanela->addAction("&Anterior", m_Area, &QMdiArea::activatePreviousSubWindow);
+    anterior->setObjectName("janelaAnterior");
+    anterior->setShortcuts({QKeySequence("Ctrl+Shift+F6"), QKeySequence("Ctrl+Shift+Tab")});
     m_MenuJanela->addSeparator();
     QAction *fechar = m_MenuJanela->addAction("&Fechar", m_Area, &QMdiArea::closeActiveSubWindow);
     fechar->setObjectName("fecharJanela");
@@ -458,15 +466,36 @@ void Mesa::FazAcaoInicial(const std::string &acao)
     }
 }
 
-void Mesa::AbreRecente(const EquipamentoRecente &qual)
+void Mesa::AbreRecente(EquipamentoRecente qual)
 {
-    const bool comFoto = RegrasDe(qual.TipoEquip).TemLayout;
-    AbreFerramenta(comFoto ? Ferramentas().front() : Ferramentas().back());
+    bool ha = false;
     NaBorda([&] {
-        const Ref<IPlataforma> plataforma = m_Host->Plataforma();
-        const std::int32_t abertas = plataforma->NroForms();
-        if (abertas > 0 && !AbreNaLista(plataforma->FormAberto(abertas - 1), qual)) {
-            m_Janelas->Avisa("O equipamento " + qual.Codigo + " não foi encontrado.", TituloDosAvisos);
+        std::string recusa;
+        ha = Renova(*m_Host->Servico(), qual, recusa);
+        if (!ha) {
+            m_Janelas->Avisa(recusa, TituloDosAvisos);
+        }
+    });
+    const Ref<IPlataforma> plataforma = m_Host->Plataforma();
+    const std::int32_t antes = plataforma->NroForms();
+    if (ha) {
+        const bool comFoto = RegrasDe(qual.TipoEquip).TemLayout;
+        AbreFerramenta(comFoto ? Ferramentas().front() : Ferramentas().back());
+    }
+    if (plataforma->NroForms() == antes) { // and why has been told
+        return;
+    }
+    NaBorda([&] {
+        const Ref<IForm> lista = plataforma->FormAberto(antes);
+        for (QMdiSubWindow *filha : m_Area->subWindowList()) {
+            if (JanelaForm *janela = FormDa(*filha); janela != nullptr && janela->Form() == lista) {
+                janela->PoeCriterios([&] {
+                    if (!AbreNaLista(lista, qual)) {
+                        m_Janelas->Avisa("O equipamento " + qual.Codigo + " não foi encontrado.", TituloDosAvisos);
+                    }
+                });
+                return;
+            }
         }
     });
 }
@@ -549,7 +578,7 @@ void Mesa::AbreAdministracao(int pagina)
 {
     JanelaAdministracao janela(
         Administracao(m_Host->Servico()), pagina, [this](const std::function<void()> &acao) { NaBorda(acao); },
-        {m_Camada->Usuario, m_Camada->Lembrancas}, this);
+        {m_Camada->Usuario, m_Camada->Lembrancas, m_Agora}, this);
     m_Janelas->MostraEEspera(Novo<DialogoQt>(&janela));
 }
 

@@ -88,7 +88,7 @@ class Mesa : public QMainWindow {
     std::optional<PaginaInicial> LeInicio();
     void MostraInicio();
     void FazAcaoInicial(const std::string &acao);
-    void AbreRecente(const EquipamentoRecente &qual);
+    void AbreRecente(EquipamentoRecente qual);
     void TrocaDeUsuario();
     bool PedeAteQueEntre();
     // Takes away what stands in front of the main window, as if each had been cancelled.

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "host/Data.h"
 #include "tela/ILembrancas.h"
 
+#include <functional>
 #include <string>
 
 namespace mesa {
@@ -10,6 +12,7 @@ namespace mesa {
 struct QuemUsa {
     std::string Nome;                      // as it stands on what is printed
     Ref<ILembrancas> Lembrancas = nullptr; // nothing is remembered then
+    std::function<Data()> Agora = {};      // the desk's clock
 };
 
 } // namespace mesa

@@ -75,7 +75,7 @@ class JanelaComLista {
                  perguntas.push_back(texto);
                  return sim;
              },
-             {"Ana Souza", std::move(lembrancas)},
+             {"Ana Souza", std::move(lembrancas), [] { return DataDe(20, 11, 2026, 10, 0, 0); }},
              "frmLista.fotografico"});
         janela.show();
         janela.activateWindow();
@@ -539,7 +539,7 @@ TEST_F(ListasTeste, CtrlP_PrintsTheRowsAsTheyAreSeen)
         EXPECT_NE(texto.find("Equipamentos"), std::string::npos);
         EXPECT_NE(texto.find("Autoridade Estadual de Trânsito [Inativos]"), std::string::npos);
         EXPECT_NE(texto.find("Descrição"), std::string::npos);
-        EXPECT_NE(texto.find("por Ana Souza"), std::string::npos);
+        EXPECT_NE(texto.find("Impresso em 20/11/2026 10:00 por Ana Souza"), std::string::npos);
         EXPECT_EQ(texto.find("NroInt"), std::string::npos);
         EXPECT_NE(texto.find("Página " + std::to_string(pagina + 1) + " de " + std::to_string(paginas)),
                   std::string::npos);

@@ -102,6 +102,22 @@ TEST_F(PaginaInicialTeste, Recentes_OfAnotherClient_AreNotShown)
     EXPECT_EQ(Codigos(), std::vector<std::string>{});
 }
 
+TEST_F(PaginaInicialTeste, Recente_ThatSomebodyElseHasChanged_IsAsItIsNow)
+{
+    Inclui(mesa.Registro.Sessao("ana"), EquipamentoDe("A1"));
+    mesa.Entra("ana");
+    EquipamentosRecentes(lembrancas).Viu(1, dia);
+    const auto bia = mesa.Registro.Sessao("bia");
+    Exigido(Pede(bia, "desativa", SoNumero(1)));
+    EquipamentoRecente recente = Recentes().front();
+    EXPECT_TRUE(recente.Ativo);
+    std::string recusa;
+    EXPECT_TRUE(Renova(*mesa.Registro.Sessao("ana"), recente, recusa));
+    EXPECT_EQ(recente, (EquipamentoRecente{1, "A1", "P", "Autoridade Estadual de Trânsito", false, dia}));
+    EXPECT_FALSE(Renova(*mesa.Registro.Sessao("elisa"), recente, recusa));
+    EXPECT_NE(recusa, "");
+}
+
 TEST_F(PaginaInicialTeste, Session_OpeningAndIncluding_TellsWhichEquipmentItWas)
 {
     std::vector<std::int32_t> vistos;
