@@ -70,7 +70,7 @@ void ztList::Limpa(std::optional<bool> limpaTitulo)
     m_TemMais = false;
     m_NadaVeio = false;
     m_BastamEstas = false;
-    ++m_Limpezas;
+    ++m_Retiradas;
     if (limpaTitulo.value_or(true)) {
         m_Titulo.clear();
     }
@@ -336,15 +336,16 @@ bool ztList::EscolheMenu(const std::string &chave)
 void ztList::Exclui()
 {
     std::int32_t linha = m_ItemAtual;
-    const std::int64_t arranjo = m_Arranjo;
+    const std::int64_t retiradas = m_Retiradas;
     m_AntesDeRemoverItem.dispara(linha);
-    // Rows that were moved or taken away meanwhile have other numbers.
-    if (linha < 1 || linha > NroItens() || arranjo != m_Arranjo) {
+    // Where rows were taken away meanwhile, others have their numbers.
+    if (linha < 1 || linha > NroItens() || retiradas != m_Retiradas) {
         return;
     }
     const bool aAtual = m_ItemAtual == linha;
     const std::int32_t lugar = AtualVista();
     m_Linhas.erase(m_Linhas.begin() + (linha - 1));
+    ++m_Retiradas;
     m_EmOrdem.reset();
     m_Chaves.reset();
     m_Vista.reset();
@@ -379,12 +380,12 @@ bool ztList::TrazMais()
     }
     const std::int32_t antes = NroItens();
     const std::int32_t atual = m_ItemAtual;
-    const std::int64_t limpezas = m_Limpezas;
+    const std::int64_t retiradas = m_Retiradas;
     {
         const Emprestado trazendo(m_Trazendo, true);
         m_NadaVeio = true; // unless some come, also when the module faults
         m_BotaoClick.dispara();
-        if (limpezas != m_Limpezas || NroItens() <= antes) {
+        if (retiradas != m_Retiradas || NroItens() <= antes) {
             return false;
         }
         m_NadaVeio = false;

@@ -176,7 +176,7 @@ class ztList : public Controle<IztList> {
     FiltroDeLinhas m_Filtro;
     std::vector<std::int32_t> m_ColunasDoFiltro;
     std::int64_t m_Arranjo = 0;
-    std::int64_t m_Limpezas = 0;
+    std::int64_t m_Retiradas = 0; // times that rows were taken away
     bool m_Trazendo = false;
     bool m_NadaVeio = false; // the last time that rows were brought
     bool m_BastamEstas = false;

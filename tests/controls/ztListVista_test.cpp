@@ -193,6 +193,21 @@ TEST_F(ztListVistaTest, Removal_InASortedAndFilteredList_GoesOnWithTheRowThatCom
     EXPECT_EQ(Codigos(), Textos{"30"});
 }
 
+// The module has already done away with what the row tells of.
+TEST_F(ztListVistaTest, Removal_WhileThePersonSortsOrFilters_IsOfTheRowThatWasAskedAbout)
+{
+    EXPECT_TRUE(lista->ClicaLinha(2));
+    m_Tela.Liga(lista->AntesDeRemoverItem(), [&](std::int32_t &) {
+        EXPECT_TRUE(lista->OrdenaPor(1));
+        Filtra("radar");
+        Carrega({{"40", "Radar", "e"}});
+    });
+    EXPECT_TRUE(lista->EscolheMenu(Excluir));
+    EXPECT_EQ(Codigos(), (Textos{"30", "40"}));
+    Filtra("");
+    EXPECT_EQ(Codigos(), (Textos{"20", "30", "40"}));
+}
+
 TEST_F(ztListVistaTest, RolaAteOFim_BringsRowsByTheButtonsEventAndThePersonStays)
 {
     EXPECT_FALSE(lista->RolaAteOFim()) << "there are no more";

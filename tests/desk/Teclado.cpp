@@ -19,7 +19,9 @@
 #include <QThread>
 #include <QWindow>
 
+#include <array>
 #include <exception>
+#include <utility>
 
 using namespace mesa;
 
@@ -54,6 +56,22 @@ Relogio &DaPessoa()
 {
     static Relogio relogio;
     return relogio;
+}
+
+constexpr std::array<std::pair<Qt::KeyboardModifier, Qt::Key>, 3> Modificadoras{{
+    {Qt::ShiftModifier, Qt::Key_Shift},
+    {Qt::ControlModifier, Qt::Key_Control},
+    {Qt::AltModifier, Qt::Key_Alt},
+}};
+
+// One thing that a key does, and what comes of it, in which the window may go: nothing further reaches it then.
+void Manda(const QPointer<QWindow> &janela, QEvent::Type oQue, int tecla, Qt::KeyboardModifiers modificadores,
+           const QString &texto)
+{
+    if (!janela.isNull()) {
+        qt_handleKeyEvent(janela, oQue, tecla, modificadores, texto);
+        QCoreApplication::processEvents();
+    }
 }
 
 // The top-level window that has the keyboard, or that a window manager would give it to.
@@ -155,10 +173,18 @@ void Teclado::Da(Qt::Key tecla, const QString &texto, Qt::KeyboardModifiers modi
                 QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
             }
             DaPessoa().Anda(Relogio::EntreTeclas);
-            const QPointer<QWindow> janela = topo->windowHandle(); // which may be gone when the key comes up
-            QTest::sendKeyEvent(QTest::Press, janela, tecla, texto, modificadores);
-            if (!janela.isNull()) {
-                QTest::sendKeyEvent(QTest::Release, janela, tecla, texto, modificadores);
+            const QPointer<QWindow> janela = topo->windowHandle();
+            for (const auto &[modificador, propria] : Modificadoras) {
+                if (modificadores.testFlag(modificador)) {
+                    Manda(janela, QEvent::KeyPress, propria, {}, {});
+                }
+            }
+            Manda(janela, QEvent::KeyPress, tecla, modificadores, texto);
+            Manda(janela, QEvent::KeyRelease, tecla, modificadores, texto);
+            for (const auto &[modificador, propria] : Modificadoras) {
+                if (modificadores.testFlag(modificador)) {
+                    Manda(janela, QEvent::KeyRelease, propria, modificador, {});
+                }
             }
         },
         Qt::QueuedConnection);
