@@ -76,6 +76,7 @@ void JanelaDeTras::Sumiu(const QWidget &janela)
     m_Atras = atras;
     if (janela.isModal() && m_Nivel == 0) {
         m_Nivel = Nivel();
+        m_Caixa = &janela;
         QTimer::singleShot(0, this, [this] { Solta(); });
     }
 }
@@ -103,7 +104,8 @@ void JanelaDeTras::Solta()
     if (m_Nivel == 0) {
         return;
     }
-    if (Nivel() >= m_Nivel) { // who showed the box is not back
+    // Who showed the box is not back. One whose box is gone is, though another loop as deep may have begun.
+    if (!m_Caixa.isNull() && Nivel() >= m_Nivel) {
         QTimer::singleShot(0, this, [this] { Solta(); });
         return;
     }

@@ -38,6 +38,7 @@ class JanelaDeTras : public QObject {
     QPointer<QWidget> m_Atras;
     std::vector<std::unique_ptr<QKeyEvent>> m_Teclas; // that wait
     int m_Nivel = 0;                                  // of the event loop of the box that goes; 0: none does
+    QPointer<const QWidget> m_Caixa;                  // that box, while whoever showed it has it
     int m_NoMenu = 0;                                 // the key that an open menu or list of a combo was asked for
     QPointer<const QWidget> m_Apertada;               // the window in which the last key was pressed
     int m_Tecla = 0;

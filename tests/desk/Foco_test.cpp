@@ -4,11 +4,13 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QDialog>
 #include <QKeyEvent>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTableView>
 #include <QTest>
+#include <QTimer>
 #include <QToolButton>
 
 #include <gtest/gtest.h>
@@ -617,6 +619,19 @@ TEST_F(FocoTeste, Boxes_AtThreeLevels_LeaveTheWindowThatAskedActiveWithTheKeyboa
         t.Alt('C').EsperaJanela("frmLista");
         EsperaFocoNaFrente(t, "ztlLista/linhas");
     });
+}
+
+// As the sign-in is: there is no loop around it to come back to, and the one that follows is as deep as its own.
+TEST_F(FocoTeste, Keys_AfterABoxOlderThanEveryLoop_Arrive)
+{
+    Entra();
+    {
+        QDialog antes(&mesa);
+        antes.setModal(true);
+        QTimer::singleShot(0, &antes, &QDialog::accept);
+        antes.exec();
+    }
+    EXPECT_EQ(Teclado::Percorre([](Teclado &t) { t.Ctrl(Qt::Key_1).EsperaJanela("frmLista"); }), "");
 }
 
 } // namespace
