@@ -181,7 +181,7 @@ na_tela() {
 
     # What it loads only while it runs.
     processo=$(xdotool getwindowpid "$manual")
-    for parte in platforms/libqxcb.so iconengines/libqsvgicon.so sqldrivers/libqsqlite.so qtbase_pt_BR.qm; do
+    for parte in platforms/libqxcb.so libQt6Svg.so sqldrivers/libqsqlite.so qtbase_pt_BR.qm; do
         grep -q -F "$parte" "$sis/proc/$processo/maps" || falha "It runs without $parte."
     done
     xdotool windowfocus --sync "$manual" key Escape
