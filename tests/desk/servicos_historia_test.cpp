@@ -241,7 +241,7 @@ class Oficina {
         if constexpr (!std::is_const_v<Pedido>) {
             Marca(*pedido);
         }
-        Operacao contexto(*m_Banco, m_Quem, Agora(), CustoDeTeste, "motivo");
+        Operacao contexto(*m_Banco, m_Quem, Agora(), CustoDeTeste, "motivo", {});
         Servico servico(contexto);
         if constexpr (std::is_void_v<Resposta>) {
             (servico.*operacao)(*pedido);
@@ -254,12 +254,12 @@ class Oficina {
     }
     double Documento()
     {
-        Operacao contexto(*m_Banco, m_Quem, Agora(), CustoDeTeste, "");
+        Operacao contexto(*m_Banco, m_Quem, Agora(), CustoDeTeste, "", {});
         return ServicoDocumentos(contexto).Guarda(Pdf(std::to_string(++m_Documentos)));
     }
     EquipamentoConhecido ComoConhecido(std::int32_t numero, const Instante &quando)
     {
-        Operacao contexto(*m_Banco, m_Quem, Agora(), CustoDeTeste, "");
+        Operacao contexto(*m_Banco, m_Quem, Agora(), CustoDeTeste, "", {});
         return ServicoHistoria(contexto).ComoConhecido(numero, quando);
     }
     double Vigente(std::int32_t numero, Data dia)
