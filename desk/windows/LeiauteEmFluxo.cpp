@@ -4,7 +4,13 @@
 
 namespace mesa {
 
-LeiauteEmFluxo::~LeiauteEmFluxo() = default;
+// One at a time: a layout that goes takes itself out of the one that it stands in.
+LeiauteEmFluxo::~LeiauteEmFluxo()
+{
+    while (count() > 0) {
+        delete takeAt(0);
+    }
+}
 
 void LeiauteEmFluxo::addItem(QLayoutItem *item)
 {
