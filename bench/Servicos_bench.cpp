@@ -3,7 +3,7 @@
 // saved, against the plain statements on the same file.
 #include "bench/Medida.h"
 #include "host/ConsultaAfericaoED.h"
-#include "tests/desk/RegistroDeTeste.h"
+#include "tests/services/RegistroDeTeste.h"
 
 #include <QCoreApplication>
 #include <QSqlDatabase>

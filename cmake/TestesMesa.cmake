@@ -8,7 +8,6 @@ endif()
 set(pilha_inteira "ASAN_OPTIONS=string_append::fast_unwind_on_malloc=0:malloc_context_size=12")
 
 file(GLOB fontes_mesa CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/desk/*.cpp)
-list(FILTER fontes_mesa EXCLUDE REGEX "/(servicos_[^/]*|RegistroDeTeste|DiscoDeTeste|MortePorPasso|PastaDeTeste|ServicosPrincipal)\\.cpp$")
 add_executable(teste_mesa ${fontes_mesa})
 target_link_libraries(teste_mesa PRIVATE suporte contrato_host registro_de_teste janelas amostra condutor GTest::gtest)
 target_compile_definitions(teste_mesa PRIVATE PASTA_DOS_RETRATOS="${PROJECT_BINARY_DIR}/retratos")

@@ -1,17 +1,17 @@
 #include "desk/host/AtosDoRegistro.h"
 #include "desk/host/DiretorioDeTrabalho.h"
+#include "desk/host/FazAmostra.h"
 #include "desk/host/Inicio.h"
 #include "desk/host/LinhaDeComando.h"
 #include "desk/host/Relogio.h"
-#include "desk/sample/FazAmostra.h"
-#include "desk/services/ComandosDeCopia.h"
-#include "desk/services/Conferidor.h"
 #include "desk/windows/Aparencia.h"
 #include "desk/windows/InicioQt.h"
 #include "desk/windows/JanelaDeTrabalho.h"
 #include "desk/windows/Mesa.h"
 #include "desk/windows/PortalDeAparencia.h"
 #include "host/Falha.h"
+#include "services/ComandosDeCopia.h"
+#include "services/Conferidor.h"
 
 #include <QApplication>
 

@@ -5,7 +5,7 @@
 #include "desk/host/PaginaLayouts.h"
 #include "desk/host/PaginaLogradouros.h"
 #include "desk/host/PaginaUsuarios.h"
-#include "desk/services/Permissoes.h"
+#include "services/Permissoes.h"
 
 namespace mesa {
 

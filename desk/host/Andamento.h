@@ -1,6 +1,6 @@
 #pragma once
 
-#include "desk/services/Segue.h"
+#include "services/Segue.h"
 
 #include <chrono>
 #include <functional>

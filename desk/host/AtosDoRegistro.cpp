@@ -1,9 +1,9 @@
 #include "desk/host/AtosDoRegistro.h"
 
-#include "desk/services/Conferidor.h"
-#include "desk/services/Copia.h"
 #include "host/Conversoes.h"
 #include "host/Falha.h"
+#include "services/Conferidor.h"
+#include "services/Copia.h"
 
 namespace mesa {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "desk/services/Cabeca.h"
-#include "desk/services/Instante.h"
-#include "desk/services/Segue.h"
+#include "services/Cabeca.h"
+#include "services/Instante.h"
+#include "services/Segue.h"
 
 #include <functional>
 #include <string>

@@ -1,12 +1,12 @@
 #include "desk/host/BancoLocalMesa.h"
 
 #include "controls/OrdemPortuguesa.h"
-#include "desk/services/Disco.h"
-#include "desk/services/Referencias.h"
-#include "desk/services/TextoQt.h"
 #include "host/Conversoes.h"
 #include "host/Falha.h"
 #include "host/Texto.h"
+#include "services/Disco.h"
+#include "services/Referencias.h"
+#include "services/TextoQt.h"
 
 #include <QCryptographicHash>
 #include <QLockFile>

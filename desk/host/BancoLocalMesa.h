@@ -1,8 +1,8 @@
 #pragma once
 
 #include "desk/host/Andamento.h"
-#include "desk/services/SessaoServico.h"
 #include "host/IMDB.h"
+#include "services/SessaoServico.h"
 
 #include <cstdint>
 #include <filesystem>

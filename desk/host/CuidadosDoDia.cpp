@@ -1,8 +1,8 @@
 #include "desk/host/CuidadosDoDia.h"
 
-#include "desk/services/Calendario.h"
-#include "desk/services/Copia.h"
 #include "host/Falha.h"
+#include "services/Calendario.h"
+#include "services/Copia.h"
 
 #include <utility>
 

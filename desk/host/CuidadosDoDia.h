@@ -2,7 +2,7 @@
 
 #include "desk/host/AtosDoRegistro.h"
 #include "desk/host/Preferencias.h"
-#include "desk/services/Servicos.h"
+#include "services/Servicos.h"
 
 #include <cstdint>
 #include <functional>

@@ -1,7 +1,7 @@
 #include "desk/host/DiretorioDeTrabalho.h"
 
-#include "desk/services/Disco.h"
 #include "host/Falha.h"
+#include "services/Disco.h"
 
 #include <QFile>
 #include <QTemporaryDir>

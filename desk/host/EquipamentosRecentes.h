@@ -1,8 +1,8 @@
 #pragma once
 
-#include "desk/services/SessaoServico.h"
 #include "host/Data.h"
 #include "host/IMDB.h"
+#include "services/SessaoServico.h"
 #include "tela/ILembrancas.h"
 
 #include <cstddef>

@@ -1,7 +1,7 @@
 #include "desk/host/Ficha.h"
 
-#include "desk/services/Esquema.h"
 #include "host/Falha.h"
+#include "services/Esquema.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "desk/services/Segredo.h"
+#include "services/Segredo.h"
 
 #include <cstddef>
 #include <functional>

@@ -2,7 +2,7 @@
 
 #include "desk/host/ServicosMesa.h"
 #include "desk/host/Titulo.h"
-#include "desk/services/Disco.h"
+#include "services/Disco.h"
 
 #include <algorithm>
 

@@ -1,12 +1,12 @@
 #include "desk/host/Inicio.h"
 
-#include "desk/services/Conferidor.h"
-#include "desk/services/Disco.h"
-#include "desk/services/Recusa.h"
-#include "desk/services/Referencias.h"
-#include "desk/services/RegrasDeSenha.h"
 #include "host/Conversoes.h"
 #include "host/Texto.h"
+#include "services/Conferidor.h"
+#include "services/Disco.h"
+#include "services/Recusa.h"
+#include "services/Referencias.h"
+#include "services/RegrasDeSenha.h"
 
 #include <QFile>
 #include <QLockFile>

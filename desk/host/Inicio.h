@@ -1,9 +1,9 @@
 #pragma once
 
 #include "desk/host/Preferencias.h"
-#include "desk/services/Restauracao.h"
-#include "desk/services/Segredo.h"
-#include "desk/services/Servicos.h"
+#include "services/Restauracao.h"
+#include "services/Segredo.h"
+#include "services/Servicos.h"
 
 #include <filesystem>
 #include <functional>

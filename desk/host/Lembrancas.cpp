@@ -2,7 +2,7 @@
 
 #include "controls/OrdemPortuguesa.h"
 #include "desk/host/Preferencias.h"
-#include "desk/services/TextoQt.h"
+#include "services/TextoQt.h"
 
 #include <QUrl>
 

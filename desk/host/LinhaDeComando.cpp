@@ -1,6 +1,6 @@
 #include "desk/host/LinhaDeComando.h"
 
-#include "desk/services/TextoQt.h"
+#include "services/TextoQt.h"
 
 #include <QCommandLineParser>
 #include <QFile>

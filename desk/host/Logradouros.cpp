@@ -1,8 +1,8 @@
 #include "desk/host/Logradouros.h"
 
 #include "controls/OrdemPortuguesa.h"
-#include "desk/services/Referencias.h"
 #include "host/Indicador.h"
+#include "services/Referencias.h"
 
 #include <algorithm>
 #include <tuple>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "desk/services/LogradouroED.h"
-#include "desk/services/SessaoServico.h"
+#include "services/LogradouroED.h"
+#include "services/SessaoServico.h"
 #include "tela/ILogradouros.h"
 
 #include <functional>

@@ -1,6 +1,6 @@
 #include "desk/host/Manual.h"
 
-#include "desk/services/TextoQt.h"
+#include "services/TextoQt.h"
 
 #include <QTextBlock>
 #include <QTextDocument>

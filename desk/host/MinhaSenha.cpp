@@ -1,8 +1,8 @@
 #include "desk/host/MinhaSenha.h"
 
-#include "desk/services/Recusa.h"
-#include "desk/services/RegistrosAdministracao.h"
-#include "desk/services/RegrasDeSenha.h"
+#include "services/Recusa.h"
+#include "services/RegistrosAdministracao.h"
+#include "services/RegrasDeSenha.h"
 
 namespace mesa {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "desk/host/Ficha.h"
-#include "desk/services/SessaoServico.h"
+#include "services/SessaoServico.h"
 
 namespace mesa {
 

@@ -1,8 +1,8 @@
 #include "desk/host/NomesDeDocumentos.h"
 
-#include "desk/services/Conferencia.h"
 #include "host/Conversoes.h"
 #include "host/Texto.h"
+#include "services/Conferencia.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "desk/services/SessaoServico.h"
+#include "services/SessaoServico.h"
 
 #include <functional>
 #include <string>

@@ -1,8 +1,8 @@
 #include "desk/host/PaginaAdministracao.h"
 
 #include "controls/OrdemPortuguesa.h"
-#include "desk/services/Referencias.h"
 #include "host/Conversoes.h"
+#include "services/Referencias.h"
 
 #include <algorithm>
 

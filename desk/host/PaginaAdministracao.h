@@ -1,8 +1,8 @@
 #pragma once
 
 #include "desk/host/Ficha.h"
-#include "desk/services/SessaoServico.h"
 #include "host/Registro.h"
+#include "services/SessaoServico.h"
 
 #include <cstdint>
 #include <optional>

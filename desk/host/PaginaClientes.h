@@ -1,7 +1,7 @@
 #pragma once
 
 #include "desk/host/PaginaAdministracao.h"
-#include "desk/services/RegistrosAdministracao.h"
+#include "services/RegistrosAdministracao.h"
 
 namespace mesa {
 

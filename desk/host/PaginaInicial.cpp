@@ -2,8 +2,8 @@
 
 #include "desk/host/Administracao.h"
 #include "desk/host/Ferramentas.h"
-#include "desk/services/Permissoes.h"
 #include "host/Conversoes.h"
+#include "services/Permissoes.h"
 #include "shell/ModGeral.h"
 
 namespace mesa {

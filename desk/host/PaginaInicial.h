@@ -1,7 +1,7 @@
 #pragma once
 
 #include "desk/host/EquipamentosRecentes.h"
-#include "desk/services/SessaoServico.h"
+#include "services/SessaoServico.h"
 
 #include <string>
 #include <vector>

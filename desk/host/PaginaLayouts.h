@@ -1,7 +1,7 @@
 #pragma once
 
 #include "desk/host/PaginaAdministracao.h"
-#include "desk/services/LayoutED.h"
+#include "services/LayoutED.h"
 
 namespace mesa {
 

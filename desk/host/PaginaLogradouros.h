@@ -1,7 +1,7 @@
 #pragma once
 
 #include "desk/host/PaginaAdministracao.h"
-#include "desk/services/LogradouroED.h"
+#include "services/LogradouroED.h"
 
 namespace mesa {
 

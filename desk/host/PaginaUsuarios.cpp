@@ -1,9 +1,9 @@
 #include "desk/host/PaginaUsuarios.h"
 
-#include "desk/services/Recusa.h"
-#include "desk/services/RegrasDeSenha.h"
 #include "host/Conversoes.h"
 #include "host/Texto.h"
+#include "services/Recusa.h"
+#include "services/RegrasDeSenha.h"
 
 #include <map>
 

@@ -1,10 +1,10 @@
 #include "desk/host/PlataformaMesa.h"
 
 #include "desk/host/Caminhos.h"
-#include "desk/services/Disco.h"
 #include "host/Conversoes.h"
 #include "host/Falha.h"
 #include "host/Texto.h"
+#include "services/Disco.h"
 #include "tela/Twips.h"
 
 #include <algorithm>

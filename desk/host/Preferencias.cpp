@@ -1,7 +1,7 @@
 #include "desk/host/Preferencias.h"
 
-#include "desk/services/TextoQt.h"
 #include "host/Falha.h"
+#include "services/TextoQt.h"
 
 #include <QFile>
 #include <QRandomGenerator>

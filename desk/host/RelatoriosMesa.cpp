@@ -1,7 +1,7 @@
 #include "desk/host/AplicacaoMesa.h"
 
 #include "desk/host/Caminhos.h"
-#include "desk/services/Disco.h"
+#include "services/Disco.h"
 
 #include <QPageSize>
 #include <QPdfWriter>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "desk/services/Instante.h"
+#include "services/Instante.h"
 
 namespace mesa {
 

@@ -2,13 +2,13 @@
 
 #include "controls/PreparaDetalhes.h"
 #include "desk/host/Caminhos.h"
-#include "desk/services/ConteudoPdf.h"
-#include "desk/services/Disco.h"
-#include "desk/services/LayoutED.h"
-#include "desk/services/Referencias.h"
 #include "host/Conversoes.h"
 #include "host/Falha.h"
 #include "host/Indicador.h"
+#include "services/ConteudoPdf.h"
+#include "services/Disco.h"
+#include "services/LayoutED.h"
+#include "services/Referencias.h"
 #include "shell/ModGeral.h"
 
 #include <QByteArray>

@@ -2,8 +2,8 @@
 
 #include "desk/host/Andamento.h"
 #include "desk/host/NomesDeDocumentos.h"
-#include "desk/services/SessaoServico.h"
 #include "host/IServicos.h"
+#include "services/SessaoServico.h"
 #include "tela/IJanelas.h"
 
 #include <filesystem>

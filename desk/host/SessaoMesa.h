@@ -1,8 +1,8 @@
 #pragma once
 
 #include "desk/host/BancoLocalMesa.h"
-#include "desk/services/SessaoServico.h"
 #include "host/ISessao.h"
+#include "services/SessaoServico.h"
 
 #include <cstdint>
 #include <functional>

@@ -2,7 +2,7 @@
 
 #include "desk/host/Titulo.h"
 #include "desk/host/Versao.h"
-#include "desk/services/TextoQt.h"
+#include "services/TextoQt.h"
 
 #include <QFile>
 #include <QSysInfo>

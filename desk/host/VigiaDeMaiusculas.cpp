@@ -1,6 +1,6 @@
 #include "desk/host/VigiaDeMaiusculas.h"
 
-#include "desk/services/TextoQt.h"
+#include "services/TextoQt.h"
 
 namespace mesa {
 

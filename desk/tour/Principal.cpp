@@ -1,6 +1,6 @@
+#include "desk/host/FazAmostra.h"
 #include "desk/host/Inicio.h"
 #include "desk/host/Relogio.h"
-#include "desk/sample/FazAmostra.h"
 #include "desk/tour/Roteiro.h"
 #include "desk/tour/Tela.h"
 #include "desk/windows/Aparencia.h"

@@ -1,7 +1,7 @@
 #include "desk/tour/Roteiro.h"
 
-#include "desk/sample/Amostra.h"
-#include "desk/sample/CertificadoPDF.h"
+#include "services/sample/Amostra.h"
+#include "services/sample/CertificadoPDF.h"
 
 #include <QDate>
 #include <QFile>

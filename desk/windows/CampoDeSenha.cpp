@@ -1,9 +1,9 @@
 #include "desk/windows/CampoDeSenha.h"
 
-#include "desk/services/TextoQt.h"
 #include "desk/windows/Cores.h"
 #include "desk/windows/Dialogos.h"
 #include "desk/windows/Icones.h"
+#include "services/TextoQt.h"
 
 #include <QAccessible>
 #include <QAction>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "desk/host/VigiaDeMaiusculas.h"
-#include "desk/services/Segredo.h"
+#include "services/Segredo.h"
 
 #include <QLineEdit>
 

@@ -1,12 +1,12 @@
 #include "desk/windows/ComandosDeTabela.h"
 
-#include "desk/services/TextoQt.h"
 #include "desk/windows/Dialogos.h"
 #include "desk/windows/ImpressaoDeTabela.h"
 #include "desk/windows/Impressora.h"
 #include "desk/windows/JanelaDasColunas.h"
 #include "desk/windows/TelaDeAndamento.h"
 #include "host/Conversoes.h"
+#include "services/TextoQt.h"
 #include "tela/ComandosDeLista.h"
 #include "tela/Twips.h"
 

@@ -1,8 +1,8 @@
 #include "desk/windows/Combo.h"
 
-#include "desk/services/TextoQt.h"
 #include "desk/windows/Dica.h"
 #include "desk/windows/Renderizador.h"
+#include "services/TextoQt.h"
 #include "tela/TeclasDeCombo.h"
 
 #include <QAbstractItemView>

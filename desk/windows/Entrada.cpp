@@ -2,13 +2,13 @@
 
 #include "desk/host/Preferencias.h"
 #include "desk/host/Titulo.h"
-#include "desk/services/TextoQt.h"
 #include "desk/windows/CampoDeSenha.h"
 #include "desk/windows/Cores.h"
 #include "desk/windows/Dialogos.h"
 #include "desk/windows/Icones.h"
 #include "desk/windows/Renderizador.h"
 #include "host/Falha.h"
+#include "services/TextoQt.h"
 
 #include <QCheckBox>
 #include <QFormLayout>

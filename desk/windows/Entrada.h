@@ -1,6 +1,6 @@
 #pragma once
 
-#include "desk/services/Servicos.h"
+#include "services/Servicos.h"
 
 #include <QDialog>
 

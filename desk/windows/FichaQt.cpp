@@ -1,9 +1,9 @@
 #include "desk/windows/FichaQt.h"
 
-#include "desk/services/TextoQt.h"
 #include "desk/windows/Dialogos.h"
 #include "desk/windows/Icones.h"
 #include "desk/windows/PainelDaFicha.h"
+#include "services/TextoQt.h"
 
 #include <QLabel>
 #include <QPushButton>

@@ -1,6 +1,6 @@
 #include "desk/windows/Impressora.h"
 
-#include "desk/services/TextoQt.h"
+#include "services/TextoQt.h"
 
 #include <QPrinter>
 #include <QPrinterInfo>

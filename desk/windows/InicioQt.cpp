@@ -1,13 +1,13 @@
 #include "desk/windows/InicioQt.h"
 
 #include "desk/host/Titulo.h"
-#include "desk/services/TextoQt.h"
 #include "desk/windows/Dialogos.h"
 #include "desk/windows/EscolhaDeArquivo.h"
 #include "desk/windows/Icones.h"
 #include "desk/windows/JanelaDoManual.h"
 #include "desk/windows/LugarDasJanelas.h"
 #include "desk/windows/NovoRegistro.h"
+#include "services/TextoQt.h"
 
 #include <QApplication>
 #include <QCommandLinkButton>

@@ -1,10 +1,10 @@
 #include "desk/windows/JanelaDaCabeca.h"
 
-#include "desk/services/TextoQt.h"
 #include "desk/windows/Dialogos.h"
 #include "desk/windows/EscolhaDeArquivo.h"
 #include "desk/windows/Icones.h"
 #include "host/Falha.h"
+#include "services/TextoQt.h"
 
 #include <QFontDatabase>
 #include <QHBoxLayout>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "desk/services/Cabeca.h"
+#include "services/Cabeca.h"
 
 #include <QDialog>
 

@@ -1,11 +1,11 @@
 #include "desk/windows/JanelaDeTrabalho.h"
 
-#include "desk/services/TextoQt.h"
 #include "desk/windows/Acessibilidade.h"
 #include "desk/windows/Dialogos.h"
 #include "desk/windows/Icones.h"
 #include "desk/windows/JanelaDeRelato.h"
 #include "host/Falha.h"
+#include "services/TextoQt.h"
 
 #include <QCoreApplication>
 #include <QLabel>

@@ -1,10 +1,10 @@
 #include "desk/windows/JanelaDoManual.h"
 
-#include "desk/services/TextoQt.h"
 #include "desk/windows/Cores.h"
 #include "desk/windows/Dialogos.h"
 #include "desk/windows/Icones.h"
 #include "desk/windows/TextoDoManual.h"
+#include "services/TextoQt.h"
 
 #include <QFile>
 #include <QHBoxLayout>

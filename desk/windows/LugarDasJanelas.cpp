@@ -1,7 +1,7 @@
 #include "desk/windows/LugarDasJanelas.h"
 
-#include "desk/services/TextoQt.h"
 #include "desk/windows/Rolagem.h"
+#include "services/TextoQt.h"
 
 #include <QApplication>
 #include <QEvent>

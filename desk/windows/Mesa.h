@@ -8,10 +8,10 @@
 #include "desk/host/Ociosidade.h"
 #include "desk/host/PaginaInicial.h"
 #include "desk/host/Preferencias.h"
-#include "desk/services/Servicos.h"
 #include "desk/windows/AreaDeTrabalho.h"
 #include "desk/windows/CamadaQt.h"
 #include "desk/windows/TeclaDeAjuda.h"
+#include "services/Servicos.h"
 #include "shell/Geral.h"
 #include "tela/Janelas.h"
 

@@ -1,11 +1,11 @@
 #include "desk/windows/NovoRegistro.h"
 
-#include "desk/services/Referencias.h"
-#include "desk/services/TextoQt.h"
 #include "desk/windows/CampoDeSenha.h"
 #include "desk/windows/Combo.h"
 #include "desk/windows/Dialogos.h"
 #include "desk/windows/Icones.h"
+#include "services/Referencias.h"
+#include "services/TextoQt.h"
 
 #include <QApplication>
 #include <QFormLayout>

@@ -1,7 +1,6 @@
 #include "desk/windows/PaginaQt.h"
 
 #include "controls/FiltroDeLinhas.h"
-#include "desk/services/TextoQt.h"
 #include "desk/windows/CampoDeFiltro.h"
 #include "desk/windows/ComandosDeTabela.h"
 #include "desk/windows/Dialogos.h"
@@ -10,6 +9,7 @@
 #include "desk/windows/JanelaDeRelato.h"
 #include "desk/windows/PainelDaFicha.h"
 #include "desk/windows/TelaDeAndamento.h"
+#include "services/TextoQt.h"
 
 #include <QFile>
 #include <QFileInfo>

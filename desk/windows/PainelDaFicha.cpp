@@ -1,11 +1,11 @@
 #include "desk/windows/PainelDaFicha.h"
 
 #include "controls/OrdemPortuguesa.h"
-#include "desk/services/TextoQt.h"
 #include "desk/windows/CampoDeSenha.h"
 #include "desk/windows/Combo.h"
 #include "desk/windows/Dica.h"
 #include "desk/windows/Renderizador.h"
+#include "services/TextoQt.h"
 
 #include <QCheckBox>
 #include <QComboBox>

@@ -3,9 +3,9 @@
 #include "desk/windows/Icones.h"
 
 #include "controls/ControleBase.h"
-#include "desk/services/TextoQt.h"
 #include "desk/windows/Combo.h"
 #include "desk/windows/Rolagem.h"
+#include "services/TextoQt.h"
 #include "tela/Partes.h"
 #include "tela/Twips.h"
 

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "controls/ControleBase.h"
-#include "desk/services/TextoQt.h"
 #include "host/Evento.h"
 #include "host/IControle.h"
+#include "services/TextoQt.h"
 #include "tela/Partes.h"
 
 #include <QObject>

@@ -1,7 +1,7 @@
 #include "desk/windows/TeclaDeAjuda.h"
 
-#include "desk/services/TextoQt.h"
 #include "desk/windows/JanelaForm.h"
+#include "services/TextoQt.h"
 
 #include <QApplication>
 #include <QKeyEvent>

@@ -1,8 +1,8 @@
 #include "desk/windows/TelaDeAndamento.h"
 
-#include "desk/services/TextoQt.h"
 #include "desk/windows/Dialogos.h"
 #include "desk/windows/Icones.h"
+#include "services/TextoQt.h"
 
 #include <QApplication>
 #include <QLabel>

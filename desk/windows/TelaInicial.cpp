@@ -1,9 +1,9 @@
 #include "desk/windows/TelaInicial.h"
 
-#include "desk/services/TextoQt.h"
 #include "desk/windows/Dialogos.h"
 #include "desk/windows/Icones.h"
 #include "desk/windows/Rolagem.h"
+#include "services/TextoQt.h"
 
 #include <QCommandLinkButton>
 #include <QFocusEvent>

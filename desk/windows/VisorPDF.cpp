@@ -1,7 +1,6 @@
 #include "desk/windows/VisorPDF.h"
 
 #include "desk/host/NomesDeDocumentos.h"
-#include "desk/services/TextoQt.h"
 #include "desk/windows/Dialogos.h"
 #include "desk/windows/EscolhaDeArquivo.h"
 #include "desk/windows/Icones.h"
@@ -10,6 +9,7 @@
 #include "desk/windows/LeiauteEmFluxo.h"
 #include "desk/windows/PaginasPDF.h"
 #include "desk/windows/TelaDeAndamento.h"
+#include "services/TextoQt.h"
 
 #include <QAction>
 #include <QApplication>

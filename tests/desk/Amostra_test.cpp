@@ -1,6 +1,6 @@
-#include "desk/sample/CertificadoPDF.h"
-#include "desk/sample/FazAmostra.h"
-#include "tests/desk/RegistroDeTeste.h"
+#include "desk/host/FazAmostra.h"
+#include "services/sample/CertificadoPDF.h"
+#include "tests/services/RegistroDeTeste.h"
 
 #include <QBuffer>
 #include <QPdfDocument>

@@ -2,7 +2,7 @@
 
 #include "controls/OrdemPortuguesa.h"
 #include "host/Falha.h"
-#include "tests/desk/PastaDeTeste.h"
+#include "tests/services/PastaDeTeste.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "desk/services/LogradouroED.h"
+#include "services/LogradouroED.h"
 #include "tests/desk/HospedeiroDeTeste.h"
 
 #include <gtest/gtest.h>

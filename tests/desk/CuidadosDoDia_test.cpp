@@ -1,7 +1,7 @@
 #include "desk/host/CuidadosDoDia.h"
 
-#include "tests/desk/PastaDeTeste.h"
-#include "tests/desk/RegistroDeTeste.h"
+#include "tests/services/PastaDeTeste.h"
+#include "tests/services/RegistroDeTeste.h"
 
 #include <QTemporaryDir>
 

@@ -10,9 +10,9 @@
 #include "sensors/clsSensor.h"
 #include "sensors/frmEquipAfericoes.h"
 #include "tela/Pessoa.h"
-#include "tests/desk/DiscoDeTeste.h"
 #include "tests/desk/HospedeiroDeTeste.h"
-#include "tests/desk/SemPrivilegio.h"
+#include "tests/services/DiscoDeTeste.h"
+#include "tests/services/SemPrivilegio.h"
 #include "tests/support/FalhaLancada.h"
 
 #include <functional>

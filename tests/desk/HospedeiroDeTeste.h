@@ -4,7 +4,7 @@
 #include "shell/Geral.h"
 #include "shell/ModGeral.h"
 #include "tests/desk/JanelasFalsas.h"
-#include "tests/desk/RegistroDeTeste.h"
+#include "tests/services/RegistroDeTeste.h"
 
 #include <QTemporaryDir>
 

@@ -2,9 +2,9 @@
 
 #include "desk/host/DiretorioDeTrabalho.h"
 #include "host/Falha.h"
-#include "tests/desk/PastaDeTeste.h"
-#include "tests/desk/RegistroDeTeste.h"
-#include "tests/desk/SemPrivilegio.h"
+#include "tests/services/PastaDeTeste.h"
+#include "tests/services/RegistroDeTeste.h"
+#include "tests/services/SemPrivilegio.h"
 
 #include <QLockFile>
 #include <QTemporaryDir>

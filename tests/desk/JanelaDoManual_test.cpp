@@ -1,8 +1,8 @@
 #include "desk/windows/JanelaDoManual.h"
 
-#include "desk/services/TextoQt.h"
 #include "desk/windows/InicioQt.h"
 #include "desk/windows/TextoDoManual.h"
+#include "services/TextoQt.h"
 #include "tests/desk/MesaTeste.h"
 #include "tests/desk/Teclado.h"
 

@@ -5,10 +5,10 @@
 #include "desk/windows/JanelaDeTrabalho.h"
 #include "host/Falha.h"
 #include "tests/desk/MesaTeste.h"
-#include "tests/desk/PastaDeTeste.h"
 #include "tests/desk/Retrato.h"
-#include "tests/desk/SemPrivilegio.h"
 #include "tests/desk/Teclado.h"
+#include "tests/services/PastaDeTeste.h"
+#include "tests/services/SemPrivilegio.h"
 
 #include <QAction>
 #include <QApplication>

@@ -1,5 +1,4 @@
 #include "controls/ztList.h"
-#include "desk/sample/CertificadoPDF.h"
 #include "desk/windows/Entrada.h"
 #include "desk/windows/VisorPDF.h"
 #include "equipment/frmEquipDetalhes.h"
@@ -8,12 +7,13 @@
 #include "search/frmLista.h"
 #include "sensors/frmEquipAfericoes.h"
 #include "sensors/frmEquipSensores.h"
+#include "services/sample/CertificadoPDF.h"
 #include "tela/Mnemonicas.h"
 #include "tela/OrdemDeTab.h"
 #include "tela/Pessoa.h"
-#include "tests/desk/DiscoApertado.h"
 #include "tests/desk/MesaTeste.h"
 #include "tests/desk/VoltaDeTab.h"
+#include "tests/services/DiscoApertado.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>

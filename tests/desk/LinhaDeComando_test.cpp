@@ -1,8 +1,8 @@
 #include "desk/host/LinhaDeComando.h"
 
-#include "desk/services/Cabeca.h"
-#include "tests/desk/PastaDeTeste.h"
-#include "tests/desk/RegistroDeTeste.h"
+#include "services/Cabeca.h"
+#include "tests/services/PastaDeTeste.h"
+#include "tests/services/RegistroDeTeste.h"
 
 #include <QProcess>
 #include <QTemporaryDir>

@@ -2,7 +2,7 @@
 
 #include "desk/windows/JanelaForm.h"
 #include "desk/windows/Mesa.h"
-#include "tests/desk/RegistroDeTeste.h"
+#include "tests/services/RegistroDeTeste.h"
 
 #include <QTabWidget>
 #include <QTemporaryDir>

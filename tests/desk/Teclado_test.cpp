@@ -1,6 +1,6 @@
 #include "tests/desk/Teclado.h"
 
-#include "desk/sample/CertificadoPDF.h"
+#include "services/sample/CertificadoPDF.h"
 #include "tests/desk/MesaTeste.h"
 #include "tests/desk/VoltaDeTab.h"
 

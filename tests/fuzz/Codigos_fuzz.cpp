@@ -1,7 +1,7 @@
 #include "tests/fuzz/Alvo.h"
 
-#include "desk/services/Codigos.h"
 #include "host/Texto.h"
+#include "services/Codigos.h"
 #include "tests/fuzz/Octetos.h"
 #include "tests/fuzz/Propriedade.h"
 

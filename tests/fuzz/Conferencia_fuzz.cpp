@@ -1,11 +1,11 @@
 #include "tests/fuzz/Alvo.h"
 
-#include "desk/services/Conferidor.h"
-#include "desk/services/Esquema.h"
-#include "desk/services/LeitorSQLite.h"
-#include "tests/desk/RegistroPovoado.h"
+#include "services/Conferidor.h"
+#include "services/Esquema.h"
+#include "services/LeitorSQLite.h"
 #include "tests/fuzz/Octetos.h"
 #include "tests/fuzz/Propriedade.h"
+#include "tests/services/RegistroPovoado.h"
 
 #include <algorithm>
 #include <fstream>

@@ -1,6 +1,6 @@
 #include "tests/fuzz/Alvo.h"
 
-#include "desk/services/ConteudoPdf.h"
+#include "services/ConteudoPdf.h"
 #include "tests/fuzz/Octetos.h"
 #include "tests/fuzz/Propriedade.h"
 

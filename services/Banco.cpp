@@ -1,0 +1,259 @@
+#include "services/Banco.h"
+
+#include <QSqlDatabase>
+
+#include <atomic>
+#include <utility>
+
+namespace mesa {
+
+namespace {
+
+QString NovoNomeDeConexao()
+{
+    static std::atomic<int> ultima = 0;
+    return QString("registro-%1").arg(++ultima);
+}
+
+} // namespace
+
+Banco::Banco(std::unique_ptr<Dialeto> dialeto, const std::string &onde, Abertura abertura,
+             const std::function<void()> &prepara)
+    : m_Dialeto(std::move(dialeto)),
+      m_Conexao(NovoNomeDeConexao())
+{
+    try {
+        m_SomenteLeitura = m_Dialeto->Abre(m_Conexao, onde, abertura);
+        prepara();
+    } catch (...) {
+        m_Preparadas.clear();
+        QSqlDatabase::removeDatabase(m_Conexao);
+        throw;
+    }
+}
+
+Banco::Banco(std::unique_ptr<Dialeto> dialeto, const std::string &onde, const Instante &agora,
+             const std::function<void()> &antesDeMigrar)
+    : Banco(std::move(dialeto), onde, Abertura::Existente,
+            [this, &agora, &antesDeMigrar] { Migra(agora, antesDeMigrar); })
+{
+}
+
+Banco::Banco(std::unique_ptr<Dialeto> dialeto, const std::string &onde, SoConsulta)
+    : Banco(std::move(dialeto), onde, Abertura::Consulta, [this] { Migra(Data(), {}); })
+{
+}
+
+Banco::Banco(std::unique_ptr<Dialeto> dialeto, const std::string &onde, const std::function<void(Banco &)> &funda)
+    : Banco(std::move(dialeto), onde, Abertura::Nova, [this, &funda] {
+          Escreve([&] {
+              for (const QString &comando : m_Dialeto->Esquema()) {
+                  Comanda(comando);
+              }
+              Insere("ESQUEMA", {{"Versao", qlonglong(m_Dialeto->Migracoes().size() + 1)}});
+              funda(*this);
+          });
+      })
+{
+}
+
+Banco::~Banco()
+{
+    m_Preparadas.clear();
+    QSqlDatabase::removeDatabase(m_Conexao);
+}
+
+QSqlQuery &Banco::Preparada(const QString &sql)
+{
+    const auto achada = m_Preparadas.find(sql);
+    if (achada != m_Preparadas.end()) {
+        return achada->second;
+    }
+    QSqlQuery nova(QSqlDatabase::database(m_Conexao, false));
+    nova.setForwardOnly(true);
+    if (!nova.prepare(sql)) {
+        throw m_Dialeto->Erro(nova.lastError());
+    }
+    return m_Preparadas.emplace(sql, std::move(nova)).first->second;
+}
+
+void Banco::Comanda(const QString &sql)
+{
+    QSqlQuery comando(QSqlDatabase::database(m_Conexao, false));
+    if (!comando.exec(sql)) {
+        throw m_Dialeto->Erro(comando.lastError());
+    }
+}
+
+Consulta Banco::Insere(std::string_view tabela, const Celulas &celulas)
+{
+    std::string colunas;
+    std::string lugares;
+    QVariantList valores;
+    for (const Celula &celula : celulas) {
+        const char *separador = valores.empty() ? "" : ", ";
+        colunas.append(separador).append(celula.Coluna);
+        lugares.append(separador).append("?");
+        valores.push_back(celula.Valor);
+    }
+    return Consulta(*this, Q("INSERT INTO " + std::string(tabela) + " (" + colunas + ") VALUES (" + lugares + ")"),
+                    valores);
+}
+
+void Banco::Atualiza(std::string_view tabela, const Celulas &celulas, const Celula &chave)
+{
+    std::string colunas;
+    QVariantList valores;
+    for (const Celula &celula : celulas) {
+        colunas.append(valores.empty() ? "" : ", ").append(celula.Coluna).append(" = ?");
+        valores.push_back(celula.Valor);
+    }
+    valores.push_back(chave.Valor);
+    Consulta(*this,
+             Q("UPDATE " + std::string(tabela) + " SET " + colunas + " WHERE " + std::string(chave.Coluna) + " = ?"),
+             valores);
+}
+
+std::size_t Banco::Versao()
+{
+    Consulta atual(*this, "SELECT MAX(Versao) FROM ESQUEMA");
+    atual.Proxima();
+    return static_cast<std::size_t>(atual.Inteiro(0));
+}
+
+void Banco::Migra(const Instante &agora, const std::function<void()> &antesDeMigrar)
+{
+    const std::vector<Migracao> migracoes = m_Dialeto->Migracoes();
+    const auto le = [&] { return Versao(); };
+    const std::size_t versao = m_SomenteLeitura.empty() ? Escreve(le) : Le(le); // who cannot write hears it now
+    if (versao > migracoes.size() + 1) {
+        throw Falha(NumeroFalha::ErroInterno, "Servicos",
+                    "O registro é da versão " + std::to_string(versao) + ", mais nova que a deste programa (versão " +
+                        std::to_string(migracoes.size() + 1) + "). Atualize o programa.");
+    }
+    if (versao == migracoes.size() + 1) {
+        return;
+    }
+    if (!m_SomenteLeitura.empty()) {
+        throw Falha(NumeroFalha::PermissaoNegada, "Servicos",
+                    "O registro é da versão " + std::to_string(versao) + " e precisa ser atualizado para a versão " +
+                        std::to_string(migracoes.size() + 1) + ", o que aqui não pode ser feito. " + m_SomenteLeitura);
+    }
+    for (const QString &comando : m_Dialeto->AntesDeMigrar()) {
+        Comanda(comando);
+    }
+    AplicaMigracoes(migracoes, agora, antesDeMigrar);
+    for (const QString &comando : m_Dialeto->DepoisDeMigrar()) {
+        Comanda(comando);
+    }
+}
+
+// The version is read again under the right to write, so that of two programs that open an old registry together one
+// migrates it and the other finds it migrated.
+void Banco::AplicaMigracoes(const std::vector<Migracao> &migracoes, const Instante &agora,
+                            const std::function<void()> &antesDeMigrar)
+{
+    Escreve([&] {
+        if (antesDeMigrar && Versao() <= migracoes.size()) {
+            antesDeMigrar();
+        }
+        for (std::size_t versao = Versao(); versao <= migracoes.size(); ++versao) {
+            const Migracao &migracao = migracoes[versao - 1];
+            for (const QString &comando : migracao.Comandos) {
+                Comanda(comando);
+            }
+            if (migracao.Passo) {
+                migracao.Passo(*this, agora);
+            }
+            Insere("ESQUEMA", {{"Versao", qlonglong(versao + 1)}});
+        }
+        Consulta partidas(*this, m_Dialeto->ReferenciasPartidas());
+        if (partidas.Proxima()) {
+            throw Falha(NumeroFalha::ErroInterno, "Servicos",
+                        "O registro não pôde ser atualizado: a linha " + partidas.Texto(1) + " de " +
+                            partidas.Texto(0) + " se refere a uma linha de " + partidas.Texto(2) +
+                            " que não existe. Nada foi mudado.");
+        }
+    });
+}
+
+Transacao::Transacao(Banco &banco, bool escreve) : m_Banco(banco)
+{
+    if (banco.m_EmTransacao) {
+        throw Falha(NumeroFalha::ErroInterno, "Servicos", "Uma operação foi pedida no meio de outra.");
+    }
+    if (escreve && !banco.m_SomenteLeitura.empty()) {
+        throw Falha(NumeroFalha::PermissaoNegada, "Servicos", banco.m_SomenteLeitura + " Nada foi gravado.");
+    }
+    if (escreve || !banco.m_SomenteLeitura.empty()) {
+        banco.m_Dialeto->ConfereLugar(banco.m_Conexao);
+    }
+    banco.Comanda(escreve ? banco.m_Dialeto->IniciaEscrita() : banco.m_Dialeto->IniciaLeitura());
+    banco.m_EmTransacao = true;
+}
+
+Transacao::~Transacao()
+{
+    if (m_Banco.m_EmTransacao) {
+        m_Banco.m_EmTransacao = false;
+        IgnoraErro([&] { m_Banco.Comanda("ROLLBACK"); }); // a failed write may have rolled back by itself
+    }
+}
+
+void Transacao::Confirma()
+{
+    m_Banco.Comanda("COMMIT");
+    m_Banco.m_EmTransacao = false;
+}
+
+Consulta::Consulta(Banco &banco, const QString &sql, const QVariantList &valores)
+    : m_Banco(banco),
+      m_Preparada(banco.Preparada(sql))
+{
+    for (int posicao = 0; posicao < valores.size(); ++posicao) {
+        m_Preparada.bindValue(posicao, valores[posicao]);
+    }
+    if (!m_Preparada.exec()) {
+        const ErroSql erro = banco.m_Dialeto->Erro(m_Preparada.lastError());
+        m_Preparada.finish();
+        throw erro;
+    }
+}
+
+Consulta::~Consulta()
+{
+    m_Preparada.finish();
+}
+
+bool Consulta::Proxima()
+{
+    if (m_Preparada.next()) {
+        return true;
+    }
+    if (m_Preparada.lastError().isValid()) {
+        throw m_Banco.m_Dialeto->Erro(m_Preparada.lastError());
+    }
+    return false;
+}
+
+std::int64_t Consulta::Inteiro(int coluna) const
+{
+    return m_Preparada.value(coluna).toLongLong();
+}
+
+std::string Consulta::Texto(int coluna) const
+{
+    return m_Preparada.value(coluna).toString().toStdString();
+}
+
+QVariant Consulta::Valor(int coluna) const
+{
+    return m_Preparada.value(coluna);
+}
+
+std::int64_t Consulta::NumeroNovo() const
+{
+    return m_Preparada.lastInsertId().toLongLong();
+}
+
+} // namespace mesa

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "services/ErroSql.h"
+
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QString>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace mesa {
+
+class Banco;
+struct Instante;
+
+// What brings a schema from one version to the next: statements, and then the work that statements cannot do. The right
+// to write is held, and no reference is looked after until the end, when all are checked.
+struct Migracao {
+    std::vector<QString> Comandos;
+    std::function<void(Banco &, const Instante &agora)> Passo = {};
+};
+
+enum class Abertura {
+    Existente, // of what is not there, or is no registry, nothing is made
+    Consulta,  // the same, and it is looked at only
+    Nova       // there may be no file of that name
+};
+
+// What differs between one database and another. Everything else is the same SQL for all.
+class Dialeto {
+  public:
+    Dialeto() = default;
+    Dialeto(const Dialeto &) = delete;
+    Dialeto &operator=(const Dialeto &) = delete;
+    virtual ~Dialeto() = default;
+
+    // Opens the connection of that name, ready for work: durable commits, foreign keys obeyed. Refuses what there is in
+    // `onde` when it is no registry, and what there is not. Answers why it may only be looked at, as a sentence;
+    // nothing when it may be worked on.
+    virtual std::string Abre(const QString &conexao, const std::string &onde, Abertura abertura) = 0;
+
+    // Begins a transaction that holds the right to write from its start, and one that only reads.
+    virtual QString IniciaEscrita() const = 0;
+    virtual QString IniciaLeitura() const = 0;
+
+    // Refuses to go on when what would be written would not be found again, or what is only looked at is not what was
+    // opened any more. Raises ErroSql.
+    virtual void ConfereLugar(const QString &) const {}
+
+    virtual ErroSql Erro(const QSqlError &erro) const = 0;
+
+    // Statements that make the tables of the present version in an empty database.
+    virtual std::vector<QString> Esquema() const = 0;
+    // From version 1 to the present one: the first gives version 2.
+    virtual std::vector<Migracao> Migracoes() const = 0;
+    // Before and after migrations, outside the transaction: the looking after references ends, and begins again.
+    virtual std::vector<QString> AntesDeMigrar() const = 0;
+    virtual std::vector<QString> DepoisDeMigrar() const = 0;
+    // Asks for the rows whose references lead nowhere: table, row, table referred to.
+    virtual QString ReferenciasPartidas() const = 0;
+};
+
+} // namespace mesa

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "services/Dialeto.h"
+#include "services/Disco.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+
+namespace mesa {
+
+// The embedded database: one file, with a write-ahead log beside it.
+class DialetoSQLite : public Dialeto {
+  public:
+    // rede: tells the disks on which nobody may write, since their locks do not reach everybody.
+    explicit DialetoSQLite(DetectorDeRede rede = DiscoDeRede);
+
+    std::string Abre(const QString &conexao, const std::string &onde, Abertura abertura) override;
+    QString IniciaEscrita() const override;
+    QString IniciaLeitura() const override;
+    void ConfereLugar(const QString &conexao) const override;
+    ErroSql Erro(const QSqlError &erro) const override;
+    std::vector<QString> Esquema() const override;
+    std::vector<Migracao> Migracoes() const override;
+    std::vector<QString> AntesDeMigrar() const override;
+    std::vector<QString> DepoisDeMigrar() const override;
+    QString ReferenciasPartidas() const override;
+
+    // What one of the database's codes stands for.
+    static ErroSql ErroDoCodigo(int codigo, const std::string &detalhe);
+
+  private:
+    // A file as it was when it was opened to be looked at: nothing tells the database when somebody changes it.
+    struct Retrato {
+        std::filesystem::path Arquivo;
+        std::uintmax_t Tamanho = 0;
+        std::filesystem::file_time_type Quando;
+    };
+
+    void AbreParaTrabalho(QSqlDatabase &banco, const std::string &arquivo, Abertura abertura) const;
+    void AbreParaConsulta(QSqlDatabase &banco, const std::filesystem::path &arquivo);
+
+    DetectorDeRede m_Rede;
+    std::optional<Retrato> m_Consultado;
+};
+
+} // namespace mesa

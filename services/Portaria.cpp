@@ -1,0 +1,274 @@
+#include "services/Portaria.h"
+
+#include "host/Conversoes.h"
+#include "host/Indicador.h"
+#include "host/Texto.h"
+#include "services/Calendario.h"
+#include "services/Esquema.h"
+#include "services/Historico.h"
+#include "services/Recusa.h"
+#include "services/RegrasDeCadastro.h"
+#include "services/RegrasDeSenha.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+namespace mesa {
+
+namespace {
+
+std::string FraseDaEspera(std::int32_t espera)
+{
+    return "Foram muitas tentativas com senha incorreta. Aguarde " + CStr(espera) +
+           (espera == 1 ? " segundo" : " segundos") + " e tente de novo.";
+}
+
+Historico::Mudanca DaSessao(std::int32_t numero, const std::string &acao, const std::string &motivo = {})
+{
+    return {"SESSAO", numero, 0, "SESSAO", numero, acao, motivo};
+}
+
+QJsonObject Onde(const std::string &estacao)
+{
+    return {{"Estacao", Q(estacao)}};
+}
+
+std::string EstacaoValida(const std::string &estacao)
+{
+    const QString texto = Q(estacao);
+    const bool serve = Esquema::Acha("ESTACAO")->Acha("Estacao")->Recusa(texto).empty() &&
+                       std::ranges::all_of(texto, [](QChar letra) { return letra.isPrint(); });
+    return serve ? estacao : "";
+}
+
+} // namespace
+
+Portaria::Portaria(std::shared_ptr<Banco> banco, CustoDaSenha custo) : m_Banco(std::move(banco)), m_Custo(custo) {}
+
+std::optional<Portaria::Entrada> Portaria::Entra(const std::string &usuario, const Segredo &senha,
+                                                 const std::string &estacao, const Instante &agora, std::string &recusa,
+                                                 std::int32_t &espera)
+{
+    recusa.clear();
+    espera = 0;
+    if (Trim(usuario).empty() || senha.Vazio()) {
+        recusa = "Informe o usuário e a senha.";
+        return std::nullopt;
+    }
+    const Tentativa tentativa{RegrasDeCadastro::ChaveDoUsuario(usuario),
+                              senha,
+                              EstacaoValida(estacao),
+                              agora,
+                              "senha incorreta",
+                              "Usuário ou senha incorretos."};
+    const Achado achado = m_Banco->Le([&] { return Acha("u.Chave = ?", Q(tentativa.Chave)); });
+    Entrada entrada{{}, tentativa.Estacao, {}};
+    const auto entra = [&](const Achado &quem, bool estacaoConhecida) {
+        entrada.Quem = quem.Quem;
+        if (!m_Banco->SomenteLeitura().empty()) {
+            return;
+        }
+        entrada.AvisoDeRelogio = AvisoDeRelogio(agora);
+        const std::int32_t numero = quem.Quem.Numero;
+        Historico(*m_Banco).RegistraFato(agora, numero, DaSessao(numero, "entra"), Onde(tentativa.Estacao));
+        if (!estacaoConhecida && !tentativa.Estacao.empty()) {
+            ConheceEstacao(quem.Quem, tentativa.Estacao, agora);
+        }
+        if (Senhas::Envelheceu(quem.Senha, m_Custo)) {
+            GravaSenha(quem, {{"Senha", Q(Senhas::Embaralha(senha, m_Custo))}}, agora,
+                       "a mesma senha, guardada de modo mais caro de adivinhar");
+        }
+    };
+    if (!Tenta(tentativa, achado, entra, recusa, espera)) {
+        return std::nullopt;
+    }
+    return entrada;
+}
+
+bool Portaria::TrocaSenha(const Entrada &quem, const Segredo &atual, const Segredo &nova, const Instante &agora,
+                          std::string &recusa)
+try {
+    recusa.clear();
+    const Achado achado = m_Banco->Le([&] { return Acha("u.Numero = ?", quem.Quem.Numero); });
+    if (!achado.Ativo) {
+        throw Recusa("O usuário " + achado.Quem.Usuario + " está desativado e não pode trocar a senha.");
+    }
+    RegrasDeSenha::Confere(nova, achado.Quem.Usuario, achado.Quem.Nome);
+    if (nova.Composto() == atual.Composto()) {
+        throw Recusa("A senha nova precisa ser diferente da atual.");
+    }
+    const Tentativa tentativa{
+        RegrasDeCadastro::ChaveDoUsuario(achado.Quem.Usuario), atual, quem.Estacao, agora, "senha atual incorreta",
+        "A senha atual não confere. Nada foi trocado."};
+    std::int32_t espera = 0;
+    return Tenta(
+        tentativa, achado,
+        [&](const Achado &eu, bool) {
+            GravaSenha(eu, {{"Senha", Q(Senhas::Embaralha(nova, m_Custo))}, {"TrocaSenha", Indicador::Nao}}, agora, {});
+        },
+        recusa, espera);
+} catch (const Recusa &motivo) {
+    recusa = motivo.what();
+    return false;
+}
+
+Portaria::Achado Portaria::Acha(const QString &onde, const QVariant &valor)
+{
+    Consulta linha(*m_Banco,
+                   "SELECT u.Numero, u.Usuario, u.Nome, u.CodCliente, c.Nome, u.Setor, u.CodMunic, u.Senha, u.Ativo, "
+                   "u.Versao FROM USUARIO u JOIN CLIENTE c ON c.CodCliente = u.CodCliente WHERE " +
+                       onde,
+                   {valor});
+    Achado achado;
+    if (linha.Proxima()) {
+        achado.Quem.Numero = static_cast<std::int32_t>(linha.Inteiro(0));
+        achado.Quem.Usuario = linha.Texto(1);
+        achado.Quem.Nome = linha.Texto(2);
+        achado.Quem.CodCliente = static_cast<std::int32_t>(linha.Inteiro(3));
+        achado.Quem.Cliente = linha.Texto(4);
+        achado.Quem.Setor = linha.Texto(5);
+        achado.Quem.CodMunic = static_cast<std::int32_t>(linha.Inteiro(6));
+        achado.Senha = linha.Texto(7);
+        achado.Ativo = linha.Inteiro(8) == Indicador::Sim;
+        achado.Versao = linha.Inteiro(9);
+    }
+    return achado;
+}
+
+bool Portaria::Tenta(const Tentativa &tentativa, const Achado &achado,
+                     const std::function<void(const Achado &, bool)> &entra, std::string &recusa, std::int32_t &espera)
+{
+    espera = Conta(tentativa, achado);
+    if (espera > 0) {
+        recusa = FraseDaEspera(espera);
+        return false;
+    }
+    const bool noRegistro = ContaNoRegistro(achado);
+    const bool certa = Senhas::Confere(achado.Ativo ? achado.Senha : "", tentativa.Senha, m_Custo);
+    const auto termina = [&] {
+        TentativasDoUsuario contadas(*m_Banco, achado.Quem.Numero, tentativa.Estacao);
+        // Whoever was deactivated or got another password meanwhile does not come in.
+        const Achado quem = Acha("u.Numero = ?", achado.Quem.Numero);
+        if (certa && quem.Ativo && quem.Senha == achado.Senha) {
+            if (noRegistro) {
+                contadas.Grava({});
+            } else {
+                m_EmMemoria.De(tentativa.Chave) = {};
+            }
+            entra(quem, contadas.EstacaoConhecida());
+            return true;
+        }
+        RegistraRecusa(tentativa, achado,
+                       achado.Quem.Numero == 0 ? "usuário inexistente"
+                       : !achado.Ativo         ? "usuário desativado"
+                                               : tentativa.MotivoDaRecusa);
+        espera = (noRegistro ? contadas.Le() : m_EmMemoria.De(tentativa.Chave)).Espera();
+        return false;
+    };
+    const bool feita = m_Banco->SomenteLeitura().empty() ? m_Banco->Escreve(termina) : m_Banco->Le(termina);
+    if (!feita) {
+        recusa = tentativa.Recusa;
+    }
+    return feita;
+}
+
+bool Portaria::ContaNoRegistro(const Achado &achado) const
+{
+    return achado.Quem.Numero != 0 && m_Banco->SomenteLeitura().empty();
+}
+
+std::int32_t Portaria::Conta(const Tentativa &tentativa, const Achado &achado)
+{
+    const std::string espera = "durante a espera";
+    if (!ContaNoRegistro(achado)) {
+        Tentativas &contadas = m_EmMemoria.De(tentativa.Chave);
+        contadas.Acerta(tentativa.Agora);
+        const std::int32_t falta = contadas.Falta(tentativa.Agora);
+        if (falta > 0) {
+            if (m_Banco->SomenteLeitura().empty()) {
+                m_Banco->Escreve([&] { RegistraRecusa(tentativa, achado, espera); });
+            }
+        } else {
+            contadas.Conta(tentativa.Agora);
+        }
+        return falta;
+    }
+    return m_Banco->Escreve([&] {
+        TentativasDoUsuario doUsuario(*m_Banco, achado.Quem.Numero, tentativa.Estacao);
+        Tentativas contadas = doUsuario.Le();
+        if (contadas.Acerta(tentativa.Agora)) {
+            doUsuario.Grava(contadas);
+        }
+        const std::int32_t falta = contadas.Falta(tentativa.Agora);
+        if (falta > 0) {
+            RegistraRecusa(tentativa, achado, espera);
+        } else {
+            contadas.Conta(tentativa.Agora);
+            doUsuario.Grava(contadas);
+        }
+        return falta;
+    });
+}
+
+void Portaria::RegistraRecusa(const Tentativa &tentativa, const Achado &achado, const std::string &motivo)
+{
+    if (!m_Banco->SomenteLeitura().empty()) {
+        return;
+    }
+    Historico(*m_Banco).RegistraFato(tentativa.Agora, 0, DaSessao(achado.Quem.Numero, "recusa", motivo),
+                                     Onde(tentativa.Estacao));
+}
+
+void Portaria::ConheceEstacao(const Operador &quem, const std::string &estacao, const Instante &agora)
+{
+    const std::int64_t nova =
+        m_Banco->Insere("ESTACAO", {{"Numero", quem.Numero}, {"Estacao", Q(estacao)}}).NumeroNovo();
+    Historico(*m_Banco).Registra(agora, quem.Numero, {"ESTACAO", nova, 1, "ESTACAO", nova, "inclui"});
+}
+
+void Portaria::GravaSenha(const Achado &achado, Celulas celulas, const Instante &agora, const std::string &motivo)
+{
+    const std::int32_t numero = achado.Quem.Numero;
+    celulas.push_back({"Versao", qlonglong(achado.Versao + 1)});
+    m_Banco->Atualiza("USUARIO", celulas, {"Numero", numero});
+    Historico(*m_Banco).Registra(agora, numero,
+                                 {"USUARIO", numero, achado.Versao + 1, "USUARIO", numero, "altera", motivo});
+}
+
+std::string Portaria::AvisoDeRelogio(const Instante &agora)
+{
+    const Historico::Cabeca fim = Historico(*m_Banco).Fim();
+    std::int64_t ultimo = fim.ComFuso ? fim.Quando : 0;
+    std::vector<std::pair<std::int64_t, std::int64_t>> voltas; // entry, and the moment behind which the clock was
+    {
+        Consulta linhas(*m_Banco, "SELECT Nro, Depois FROM HISTORICO WHERE Entidade = 'RELOGIO' AND NroEntidade = 0 "
+                                  "ORDER BY Nro DESC");
+        while (linhas.Proxima()) {
+            const QJsonObject dados = QJsonDocument::fromJson(QByteArray::fromStdString(linhas.Texto(1))).object();
+            voltas.emplace_back(linhas.Inteiro(0), dados.value("Ultimo").toInteger());
+        }
+    }
+    // What a refused sign-in has noted since somebody came in, or a save of somebody who was at work, nobody has read.
+    for (const auto &[entrada, momento] : voltas) {
+        if (Consulta(*m_Banco, "SELECT 1 FROM HISTORICO WHERE Nro > ? AND Entidade = 'SESSAO' AND Acao = 'entra'",
+                     {qlonglong(entrada)})
+                .Proxima()) {
+            break;
+        }
+        ultimo = std::max(ultimo, momento);
+    }
+    const std::int64_t utc = agora.Utc();
+    if (utc >= ultimo) {
+        return "";
+    }
+    const auto aqui = [&](std::int64_t momento) { return TextoDoMomento(MaisMinutos(momento, agora.Fuso)); };
+    return "O relógio desta estação marca " + aqui(utc) + ", mas o registro já tem anotações de " + aqui(ultimo) +
+           ". Confira a data e a hora da estação: o que for gravado até lá fica no histórico com a hora errada, e a "
+           "diferença ficou anotada nele.";
+}
+
+} // namespace mesa
