@@ -52,6 +52,12 @@ Rolagem::Rolagem(QWidget *conteudo, QWidget *dono) : QScrollArea(dono)
     });
 }
 
+// The focus may leave what goes with the area, when that is no longer whole.
+Rolagem::~Rolagem()
+{
+    disconnect(qApp, nullptr, this, nullptr);
+}
+
 QSize Rolagem::Pedida() const
 {
     return widget() == nullptr ? QSize() : widget()->minimumSizeHint().expandedTo(widget()->minimumSize());

@@ -11,6 +11,7 @@ namespace mesa {
 class Rolagem : public QScrollArea {
   public:
     Rolagem(QWidget *conteudo, QWidget *dono);
+    ~Rolagem() override;
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
