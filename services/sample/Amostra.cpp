@@ -122,7 +122,7 @@ bool PodeDeclaracao(const std::string &tipo)
 class Preenchimento {
   public:
     Preenchimento(const Ref<SessaoServico> &sessao, const ClienteDaAmostra &cliente, Data hoje, std::uint32_t semente)
-        : m_Sessao(*sessao),
+        : m_Sessao(sessao),
           m_Cliente(cliente),
           m_Hoje(hoje),
           m_Sorteio(semente)
@@ -153,10 +153,10 @@ class Preenchimento {
         novo->TemImagemEntrelacada = std::uint8_t{2};
         novo->TemPerfilMag = std::uint8_t{2};
         novo->TemLimiteDif = std::uint8_t{2};
-        const std::int32_t nroIntEquip = ComoTipo<EquiptoED>(Pede(m_Sessao, "inclui", novo))->NroIntEquip;
+        const std::int32_t nroIntEquip = ComoTipo<EquiptoED>(Pede(*m_Sessao, "inclui", novo))->NroIntEquip;
         const Ref<EquiptoED> completo = Completa(nroIntEquip, tipo, numero, ruas);
         if (numero % 16 == 15) {
-            Pede(m_Sessao, "desativa", completo);
+            Pede(*m_Sessao, "desativa", completo);
         }
     }
 
@@ -170,7 +170,7 @@ class Preenchimento {
             pedido->Procurado = "a";
             pedido->Ativo = Indicador::Sim;
             pedido->Maximo = 40;
-            ruas = ComoTipo<ListaLogradourosED>(Pede(m_Sessao, "listaLogradouros", pedido, "AdministracaoRN"))
+            ruas = ComoTipo<ListaLogradourosED>(Pede(*m_Sessao, "listaLogradouros", pedido, "AdministracaoRN"))
                        ->Logradouros;
         }
         return ruas;
@@ -181,7 +181,7 @@ class Preenchimento {
     {
         auto pergunta = Novo<EquiptoED>();
         pergunta->NroIntEquip = nroIntEquip;
-        const auto lido = ComoTipo<EquiptoED>(Pede(m_Sessao, "consulta", pergunta));
+        const auto lido = ComoTipo<EquiptoED>(Pede(*m_Sessao, "consulta", pergunta));
         const bool comLimites = TemVelocidade(tipo) && numero % 2 == 0;
         auto alterado = ComoTipo<EquiptoED>(lido->Copia());
         alterado->TemLimiteDif = static_cast<std::uint8_t>(comLimites ? 1 : 2);
@@ -197,7 +197,7 @@ class Preenchimento {
         for (int sensor = 1; TemAfericao(tipo) && sensor <= sensores; ++sensor) {
             alterado->Sensores.Valor()->Add(NovoSensor(*alterado, sensor, ruas));
         }
-        Pede(m_Sessao, "altera", alterado);
+        Pede(*m_Sessao, "altera", alterado);
         if (comLimites) {
             Limites(nroIntEquip, *alterado);
         }
@@ -265,7 +265,7 @@ class Preenchimento {
              "Documento de exemplo, sem valor legal."});
         double nroDocumento = 0;
         std::string recusa;
-        if (!m_Sessao.GuardaDocumento(pdf, nroDocumento, recusa)) {
+        if (!m_Sessao->GuardaDocumento(pdf, nroDocumento, recusa)) {
             throw Falha(NumeroFalha::ErroInterno, "Amostra", "A amostra não pôde ser criada: " + recusa);
         }
         afericao->NroIntImgCertif = nroDocumento;
@@ -287,7 +287,7 @@ class Preenchimento {
             limite->TipoLimite = std::uint8_t{1};
             Acrescenta(lista->ListaLimiteDif, limite);
         }
-        Pede(m_Sessao, "alteraListaLimitesDif", lista);
+        Pede(*m_Sessao, "alteraListaLimitesDif", lista);
         auto dia = Novo<DiaEspecificoED>();
         dia->NroIntEquip = nroIntEquip;
         dia->Data = m_Hoje.MaisDias(30 + m_Sorteio.Ate(60));
@@ -296,7 +296,7 @@ class Preenchimento {
         dia->VelocPerm = std::int16_t{60};
         dia->VelocMin = std::int16_t{0};
         dia->Ativo = std::uint8_t{1};
-        Pede(m_Sessao, "adicionaDiaEspecifico", dia);
+        Pede(*m_Sessao, "adicionaDiaEspecifico", dia);
     }
 
     void Horarios(std::int32_t nroIntEquip)
@@ -314,10 +314,10 @@ class Preenchimento {
             horario->TipoLimite = std::uint8_t{2};
             Acrescenta(lista->ListaLimiteDif, horario);
         }
-        Pede(m_Sessao, "alteraListaLimitesDif", lista);
+        Pede(*m_Sessao, "alteraListaLimitesDif", lista);
     }
 
-    SessaoServico &m_Sessao;
+    Ref<SessaoServico> m_Sessao;
     std::map<std::int32_t, ListaDe<LogradouroED>> m_Ruas; // by municipality
     const ClienteDaAmostra &m_Cliente;
     Data m_Hoje;
