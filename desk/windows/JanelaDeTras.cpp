@@ -1,5 +1,6 @@
 #include "desk/windows/JanelaDeTras.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QKeyEvent>
 #include <QThread>
@@ -41,6 +42,20 @@ bool Livre(const QWidget *janela)
         dono = dono->parentWidget();
     }
     return dono == modal;
+}
+
+bool ApertaPelaLetra(QObject *objeto, const QEvent &evento)
+{
+    auto *botao = qobject_cast<QAbstractButton *>(objeto);
+    if (botao == nullptr || evento.type() != QEvent::Shortcut ||
+        static_cast<const QShortcutEvent &>(evento).isAmbiguous()) {
+        return false;
+    }
+    if (botao->isEnabled() && botao->isCheckable() && (botao->focusPolicy() & Qt::ClickFocus) != 0) {
+        botao->setFocus();
+    }
+    botao->click();
+    return true;
 }
 
 } // namespace
@@ -150,7 +165,7 @@ bool JanelaDeTras::Alheia(const QWidget &janela, const QKeyEvent &tecla)
 
 bool JanelaDeTras::eventFilter(QObject *objeto, QEvent *evento)
 {
-    if (Segura(objeto, *evento) || FicouNoMenu(objeto, *evento)) {
+    if (Segura(objeto, *evento) || FicouNoMenu(objeto, *evento) || ApertaPelaLetra(objeto, *evento)) {
         return true;
     }
     const auto *widget = qobject_cast<QWidget *>(objeto);

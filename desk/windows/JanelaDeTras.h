@@ -17,6 +17,8 @@ namespace mesa {
 //   window system that would see to it;
 // - what is typed while a box goes waits until whoever showed it is done, and has led the keyboard where it belongs;
 // - a key that closes a menu or the list of a combo is not for the window under it;
+// - a button that is pressed by its letter acts at once, and not after it has been seen to go down, so that what is typed
+//   next is for what it opens;
 // - a key that is held down acts in the window in which it was pressed, and not in those that it opens.
 class JanelaDeTras : public QObject {
   public:

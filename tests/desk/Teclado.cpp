@@ -20,7 +20,10 @@
 #include <QWindow>
 
 #include <array>
+#include <deque>
 #include <exception>
+#include <functional>
+#include <memory>
 #include <utility>
 
 using namespace mesa;
@@ -64,14 +67,42 @@ constexpr std::array<std::pair<Qt::KeyboardModifier, Qt::Key>, 3> Modificadoras{
     {Qt::AltModifier, Qt::Key_Alt},
 }};
 
-// One thing that a key does, and what comes of it, in which the window may go: nothing further reaches it then.
-void Manda(const QPointer<QWindow> &janela, QEvent::Type oQue, int tecla, Qt::KeyboardModifiers modificadores,
-           const QString &texto)
-{
-    if (!janela.isNull()) {
-        qt_handleKeyEvent(janela, oQue, tecla, modificadores, texto);
-        QCoreApplication::processEvents();
+// What the keys do, one thing after the other. What comes of one may be an event loop of its own, and in that, as while
+// its events are seen to, the next one is done: never one before those that were given earlier.
+class Fila {
+  public:
+    void Poe(std::function<void()> ato) { m_Atos.push_back(std::move(ato)); }
+    void Faz()
+    {
+        while (!m_Atos.empty()) {
+            const std::function<void()> ato = std::move(m_Atos.front());
+            m_Atos.pop_front();
+            ato();
+        }
     }
+    void Esquece() { m_Atos.clear(); }
+
+  private:
+    std::deque<std::function<void()>> m_Atos;
+};
+
+Fila &Teclas()
+{
+    static Fila teclas;
+    return teclas;
+}
+
+// Puts in the queue one thing that a key does, and what comes of it, in which the window may go: nothing further
+// reaches it then.
+void Manda(const std::shared_ptr<QPointer<QWindow>> &janela, QEvent::Type oQue, int tecla,
+           Qt::KeyboardModifiers modificadores, const QString &texto)
+{
+    Teclas().Poe([=] {
+        if (!janela->isNull()) {
+            qt_handleKeyEvent(*janela, oQue, tecla, modificadores, texto);
+            QCoreApplication::processEvents();
+        }
+    });
 }
 
 // The top-level window that has the keyboard, or that a window manager would give it to.
@@ -142,6 +173,7 @@ std::string Teclado::Percorre(const std::function<void(Teclado &)> &jornada)
     pessoa->start();
     telas.exec();
     pessoa->wait();
+    Teclas().Esquece();
     qApp->removeEventFilter(&DaPessoa());
     return diferenca;
 }
@@ -164,16 +196,19 @@ void Teclado::Da(Qt::Key tecla, const QString &texto, Qt::KeyboardModifiers modi
     QMetaObject::invokeMethod(
         qApp,
         [=] {
-            QWidget *topo = Topo();
-            if (topo == nullptr) {
-                return;
-            }
-            if (!topo->isActiveWindow()) {
-                topo->activateWindow(); // as a window manager does when another one goes
-                QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-            }
-            DaPessoa().Anda(Relogio::EntreTeclas);
-            const QPointer<QWindow> janela = topo->windowHandle();
+            const auto janela = std::make_shared<QPointer<QWindow>>();
+            Teclas().Poe([janela] {
+                QWidget *topo = Topo();
+                if (topo == nullptr) {
+                    return;
+                }
+                if (!topo->isActiveWindow()) {
+                    topo->activateWindow(); // as a window manager does when another one goes
+                    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+                }
+                DaPessoa().Anda(Relogio::EntreTeclas);
+                *janela = topo->windowHandle();
+            });
             for (const auto &[modificador, propria] : Modificadoras) {
                 if (modificadores.testFlag(modificador)) {
                     Manda(janela, QEvent::KeyPress, propria, {}, {});
@@ -186,6 +221,7 @@ void Teclado::Da(Qt::Key tecla, const QString &texto, Qt::KeyboardModifiers modi
                     Manda(janela, QEvent::KeyRelease, propria, modificador, {});
                 }
             }
+            Teclas().Faz();
         },
         Qt::QueuedConnection);
     NaTela([] {}); // it is on its way
