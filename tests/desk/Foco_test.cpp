@@ -66,7 +66,7 @@ class FocoTeste : public MesaTeste {
         }
         t.EsperaPagina("sstDados", 0);
         for (int vez = 0; vez < 5 && NaTela([&] { return Pagina() != pagina; }); ++vez) {
-            t.Ctrl(Qt::Key_PageDown);
+            t.Ctrl(Qt::Key_PageDown).Feito();
         }
         t.EsperaPagina("sstDados", pagina);
     }

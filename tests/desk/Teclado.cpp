@@ -81,6 +81,7 @@ class Fila {
         }
     }
     void Esquece() { m_Atos.clear(); }
+    bool Vazia() const { return m_Atos.empty(); }
 
   private:
     std::deque<std::function<void()>> m_Atos;
@@ -234,6 +235,11 @@ Teclado &Teclado::Tecla(Qt::Key tecla, Qt::KeyboardModifiers modificadores)
     return *this;
 }
 
+Teclado &Teclado::Feito()
+{
+    return Espera("the key is done", [] { return Teclas().Vazia(); });
+}
+
 Teclado &Teclado::Descansa()
 {
     NaTela([] { DaPessoa().Anda(Relogio::PausaLonga); });
@@ -266,7 +272,7 @@ Teclado &Teclado::TabAte(const QString &nome)
         if (NaTela([&] { return Acha(nome) != nullptr && Acha(nome)->hasFocus(); })) {
             return *this;
         }
-        Tecla(Qt::Key_Tab);
+        Tecla(Qt::Key_Tab).Feito();
     }
     return Espera("Tab leads to " + nome, [] { return false; });
 }
@@ -279,9 +285,9 @@ Teclado &Teclado::DesceAte(const QString &texto)
         return !combo.isNull();
     });
     const auto mostra = [&] { return !combo.isNull() && combo->currentText() == texto; };
-    Tecla(Qt::Key_Home);
+    Tecla(Qt::Key_Home).Feito();
     for (int vez = 0; vez < MuitasTeclas && !NaTela(mostra); ++vez) {
-        Tecla(Qt::Key_Down);
+        Tecla(Qt::Key_Down).Feito();
     }
     return Espera("the down key leads to \"" + texto + "\"", mostra);
 }
@@ -295,7 +301,7 @@ Teclado &Teclado::EscolheNoMenu(const QString &texto)
         return acao != nullptr && acao->text().remove('&').contains(texto);
     };
     for (int vez = 0; vez < MuitasTeclas && !NaTela(atual); ++vez) {
-        Tecla(Qt::Key_Down);
+        Tecla(Qt::Key_Down).Feito();
     }
     Espera("the menu offers \"" + texto + "\"", atual);
     return Tecla(Qt::Key_Return);

@@ -18,6 +18,8 @@ class Teclado {
     static std::string Percorre(const std::function<void(Teclado &)> &jornada);
 
     Teclado &Tecla(Qt::Key tecla, Qt::KeyboardModifiers modificadores = Qt::NoModifier);
+    // Until the last key, which opens nothing, is done: what comes next depends on what it did.
+    Teclado &Feito();
     // Waits longer with the next key than letters that belong together do.
     Teclado &Descansa();
     Teclado &Ctrl(Qt::Key tecla) { return Tecla(tecla, Qt::ControlModifier); }
