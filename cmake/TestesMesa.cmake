@@ -19,8 +19,7 @@ gtest_discover_tests(teste_mesa
     DISCOVERY_TIMEOUT 60
     NO_PRETTY_VALUES
     TEST_PREFIX "mesa."
-    WORKING_DIRECTORY ${PROJECT_SOURCE_DIR}
-    PROPERTIES ENVIRONMENT_MODIFICATION "${pilha_inteira}")
+    WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
 
 # The whole job in the real windows, on a screen of that size with everything drawn so many per cent as large. Pictures
 # and account of the last run stay in the build folder; a difference or a text that is cut fails it.
