@@ -3,10 +3,6 @@ if(NOT TARGET registro-de-equipamentos)
     return()
 endif()
 
-# The toolkit's own leaks are known by the function of it that we called, which the sanitizers' quick walk along the
-# frame pointers does not reach: the toolkit has none.
-set(pilha_inteira "ASAN_OPTIONS=string_append::fast_unwind_on_malloc=0:malloc_context_size=12")
-
 file(GLOB fontes_mesa CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/desk/*.cpp)
 add_executable(teste_mesa ${fontes_mesa})
 target_link_libraries(teste_mesa PRIVATE suporte contrato_host registro_de_teste janelas amostra condutor GTest::gtest)
@@ -20,6 +16,10 @@ gtest_discover_tests(teste_mesa
     NO_PRETTY_VALUES
     TEST_PREFIX "mesa."
     WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
+
+# The toolkit's own leaks in the whole job are known by the function of it that we called, which the sanitizers' quick
+# walk along the frame pointers does not reach: the toolkit has none.
+set(pilha_inteira "ASAN_OPTIONS=string_append::fast_unwind_on_malloc=0:malloc_context_size=12")
 
 # The whole job in the real windows, on a screen of that size with everything drawn so many per cent as large. Pictures
 # and account of the last run stay in the build folder; a difference or a text that is cut fails it.
