@@ -28,3 +28,18 @@ endforeach()
 if(NOT CMAKE_BUILD_TYPE STREQUAL "Release")
     set_target_properties(medida PROPERTIES EXCLUDE_FROM_ALL ON)
 endif()
+
+# Many desks on one server. It measures programs in processes of their own; a short run of it is a test of the plain
+# build, since nobody measures with the sanitizers.
+if(NOT CMAKE_CXX_FLAGS MATCHES "-f(sanitize|profile)")
+    file(GLOB fontes_bancada_servidor CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/bench/servidor/*.cpp)
+    add_executable(bancada_servidor ${fontes_bancada_servidor})
+    target_link_libraries(bancada_servidor PRIVATE registro_de_teste rede PkgConfig::PQ)
+    set_target_properties(bancada_servidor PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bench)
+    add_test(NAME bancada.servidor
+        COMMAND bancada_servidor $<TARGET_FILE:registro-servidor> --fumaca --equipamentos 1000 --mesas 50 --segundos 5
+                --memoria 5 --gravadas 300)
+endif()
+add_test(NAME bancada.pais
+    COMMAND sh -c "\"$0\" \"$1.json\" | diff \"$1.txt\" -" ${PROJECT_SOURCE_DIR}/bench/pais.py
+            ${PROJECT_SOURCE_DIR}/tests/bench/pais)

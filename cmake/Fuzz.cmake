@@ -12,7 +12,9 @@ add_library(entradas_fuzz OBJECT
 target_link_libraries(entradas_fuzz PUBLIC suporte)
 
 # Targets of what the desk's services do.
-set(alvos_de_servicos Codigos Conferencia ConteudoPdf)
+set(alvos_de_servicos Codigos Conferencia ConteudoPdf Servidor)
+# Of these, what the server does.
+set(alvos_do_servidor Servidor)
 
 add_custom_target(fuzz)
 file(GLOB alvos_fuzz CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/fuzz/*_fuzz.cpp)
@@ -23,6 +25,9 @@ foreach(fonte IN LISTS alvos_fuzz)
     target_link_libraries(fuzz_${alvo} PRIVATE entradas_fuzz)
     if(alvo IN_LIST alvos_de_servicos)
         target_link_libraries(fuzz_${alvo} PRIVATE registro_de_teste)
+    endif()
+    if(alvo IN_LIST alvos_do_servidor)
+        target_link_libraries(fuzz_${alvo} PRIVATE servidor)
     endif()
     set_target_properties(fuzz_${alvo} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/alvos)
     add_dependencies(fuzz fuzz_${alvo})

@@ -5,7 +5,7 @@ endif()
 
 file(GLOB fontes_mesa CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/desk/*.cpp)
 add_executable(teste_mesa ${fontes_mesa})
-target_link_libraries(teste_mesa PRIVATE suporte contrato_host registro_de_teste janelas amostra condutor GTest::gtest)
+target_link_libraries(teste_mesa PRIVATE suporte contrato_host registro_de_teste janelas amostra condutor servidor GTest::gtest)
 target_compile_definitions(teste_mesa PRIVATE PASTA_DOS_RETRATOS="${PROJECT_BINARY_DIR}/retratos")
 set_property(SOURCE ${PROJECT_SOURCE_DIR}/tests/desk/LinhaDeComando_test.cpp
     PROPERTY COMPILE_DEFINITIONS "PROGRAMA=\"$<TARGET_FILE:registro-de-equipamentos>\"")
@@ -32,6 +32,8 @@ function(testa_roteiro nome)
         ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QT_LOGGING_RULES=qt.qpa.*=false")
 endfunction()
 testa_roteiro(roteiro --tela 1366x768)
+# The same at a server that is another process, chosen in the windows; it dies in the middle of a save, and comes back.
+testa_roteiro(roteiro_rede --tela 1366x768 --servidor $<TARGET_FILE:registro-servidor>)
 # The sanitizers see nothing in one screen that they do not see in another.
 if(NOT CMAKE_CXX_FLAGS MATCHES "-f(sanitize|profile)")
     testa_roteiro(roteiro_1024x768 --tela 1024x768)
@@ -44,7 +46,7 @@ if(NOT CMAKE_CXX_FLAGS MATCHES "-f(sanitize|profile)")
 endif()
 
 # The commands at the root, as far as they answer without building.
-foreach(comando IN ITEMS run test pacote)
+foreach(comando IN ITEMS run test pacote servidor)
     add_test(NAME mesa.${comando}_ajuda
         COMMAND sh -c "\"$0\" --help </dev/null | grep -q -F \"./${comando} [\"" ${PROJECT_SOURCE_DIR}/${comando})
     add_test(NAME mesa.${comando}_opcao_desconhecida
@@ -52,12 +54,18 @@ foreach(comando IN ITEMS run test pacote)
 endforeach()
 add_test(NAME mesa.run_opcao_sem_valor
     COMMAND sh -c "\"$0\" --dados </dev/null >/dev/null 2>&1; test $? -eq 2" ${PROJECT_SOURCE_DIR}/run)
+foreach(opcao IN ITEMS --porta --porta=0 --porta=x --dados=)
+    add_test(NAME mesa.servidor_opcao_${opcao}
+        COMMAND sh -c "\"$0\" ${opcao} </dev/null >/dev/null 2>&1; test $? -eq 2" ${PROJECT_SOURCE_DIR}/servidor)
+endforeach()
+add_test(NAME mesa.servidor_comeca_e_termina
+    COMMAND ${PROJECT_SOURCE_DIR}/tests/server/experiencia.sh ${PROJECT_SOURCE_DIR} $<TARGET_FILE:registro-servidor>)
 add_test(NAME mesa.run_sem_tela COMMAND ${PROJECT_SOURCE_DIR}/tests/desk/run_sem_tela.sh ${PROJECT_SOURCE_DIR})
 
-# The package, in a clean system. It is of the plain program: the sanitizers' libraries are no dependency of anybody.
+# The packages, in a clean system. They are of the plain programs: the sanitizers' libraries are no dependency of anybody.
 if(NOT CMAKE_CXX_FLAGS MATCHES "-f(sanitize|profile)")
     add_test(NAME mesa.pacote
         COMMAND ${PROJECT_SOURCE_DIR}/tests/desk/pacote.sh ${PROJECT_SOURCE_DIR} $<TARGET_FILE:registro-de-equipamentos>
-                ${PROJECT_VERSION} ${PROJECT_BINARY_DIR}/pacote)
+                $<TARGET_FILE:registro-servidor> ${PROJECT_VERSION} ${PROJECT_BINARY_DIR}/pacote)
     set_tests_properties(mesa.pacote PROPERTIES SKIP_RETURN_CODE 77 TIMEOUT 600)
 endif()

@@ -16,6 +16,13 @@ qt6-svg-dev    draws the desk's icons
 libqt6sql6-sqlite the embedded database under the desk
 libsqlite3-dev functions of the desk's own in that database
 qt6-translations-l10n Portuguese of the dialogs that come with the toolkit
+libgrpc++-dev  calls between desks and server
+protobuf-compiler-grpc their messages and stubs from the contract
+libssl-dev     the server's own certificate, and its fingerprint
+libtomlplusplus-dev the server's settings
+prometheus-cpp-dev its figures
+libqt6sql6-psql the database of many desks, where there is one
+libpq-dev      cancelling what waits there without end
 libsodium-dev  password hashes of the desk's sign-in
 libqrcodegencpp-dev the head of the history as a picture that a telephone reads
 dbus-daemon    the tests' own bus for that portal
@@ -35,6 +42,15 @@ wine64         the compatibility layer under which its tests run
 fonts-wine     the fonts of its windows there
 xvfb           the display that they are drawn on
 nsis           makes its installer
+FIM
+}
+
+# What trying out and testing with that database takes besides.
+pacotes_postgres() {
+    cat <<'FIM'
+postgresql-15  the database of many desks itself
+python3-grpcio the example of another system that asks the server
+python3-protobuf its messages
 FIM
 }
 

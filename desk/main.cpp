@@ -5,6 +5,7 @@
 #include "desk/host/LinhaDeComando.h"
 #include "desk/host/Relogio.h"
 #include "desk/windows/Aparencia.h"
+#include "desk/windows/ConexaoQt.h"
 #include "desk/windows/InicioQt.h"
 #include "desk/windows/JanelaDeTrabalho.h"
 #include "desk/windows/Mesa.h"
@@ -18,6 +19,7 @@
 #include <sys/stat.h>
 
 #include <cstdio>
+#include <functional>
 #include <iostream>
 #include <optional>
 #include <string>
@@ -44,13 +46,14 @@ DesfechoDaCopia RestauraNaTela(const std::filesystem::path &registro, const Pedi
     return desfecho;
 }
 
-Inicio FazInicio(const std::filesystem::path &dados, Preferencias &preferencias)
+Inicio FazInicio(const std::filesystem::path &dados, Preferencias &preferencias, ConectaServidor rede = {})
 {
-    return Inicio(dados, preferencias, Agora, FazAmostra(Agora), RestauraNaTela);
+    return Inicio(dados, preferencias, Agora, FazAmostra(Agora), RestauraNaTela, std::move(rede));
 }
 
 int Cria(const LinhaDeComando &linha, Preferencias &preferencias)
 {
+    ExigeRegistroDaqui(linha.Dados, preferencias);
     RegistroNovo novo = linha.Novo;
     novo.Senha = LeSenha(std::cin);
     FazInicio(linha.Dados, preferencias).Cria(novo);
@@ -60,6 +63,7 @@ int Cria(const LinhaDeComando &linha, Preferencias &preferencias)
 
 int Comanda(const LinhaDeComando &linha, const Preferencias &preferencias)
 {
+    ExigeRegistroDaqui(linha.Dados, preferencias);
     const RegistroConhecido conhecido = RegistroDe(linha.Dados, preferencias);
     const std::string registro = conhecido.Caminho.string();
     if (linha.OQue == LinhaDeComando::Ato::Confere) {
@@ -76,39 +80,76 @@ int Comanda(const LinhaDeComando &linha, const Preferencias &preferencias)
     return desfecho.Saida;
 }
 
+// What the desk is left for, besides its end: another registry, or a copy that takes the place of this one once nobody
+// works on it.
+struct Adiante {
+    std::optional<LugarDoTrabalho> Lugar;
+    std::optional<std::string> Copia;
+};
+
+// What the menus and the clock do with the registry as a whole.
+void PreparaAtos(Mesa &mesa, const Inicio &inicio, const Ref<Servicos> &servicos, Preferencias &preferencias,
+                 Adiante &adiante)
+{
+    if (inicio.Lugar().Servidor) {
+        mesa.DefineAtos(AtosNoServidor([&mesa] { return mesa.Hospedeiro()->Servico(); }));
+        return;
+    }
+    AtosDoRegistro atos = FazAtosDoRegistro(inicio.Registro().string(), Agora);
+    if (servicos->Tipo() != TipoDeRegistro::Amostra) {
+        atos.Restaura = [&adiante](const std::string &escolhida) { adiante.Copia = escolhida; };
+    }
+    mesa.DefineAtos(std::move(atos));
+    mesa.DefineCuidados(CuidadosDoDia(inicio.Registro().string(), *servicos, preferencias, Agora));
+}
+
 int Trabalha(const LinhaDeComando &linha, Preferencias &preferencias)
 {
+    ConexaoQt conexao(preferencias);
     InicioQt pessoa;
-    Inicio inicio = FazInicio(linha.Dados, preferencias);
+    Inicio inicio = FazInicio(linha.Dados, preferencias, FazRede(conexao));
     std::filesystem::path pedido = linha.Registro;
     bool novaAmostra = linha.OQue == LinhaDeComando::Ato::Amostra;
+    Adiante adiante;
+    if (linha.Servidor) {
+        adiante.Lugar = LugarDoTrabalho{linha.Servidor, "", ""};
+    }
+    const auto abre = [&]() -> Ref<Servicos> {
+        const std::filesystem::path arquivo = std::exchange(pedido, {});
+        if (std::exchange(novaAmostra, false)) {
+            return inicio.CriaAmostra([&](double parte) { pessoa.Progresso(parte); });
+        }
+        if (const auto lugar = std::exchange(adiante.Lugar, std::nullopt)) {
+            return inicio.AbreLugar(*lugar, pessoa);
+        }
+        return arquivo.empty() ? inicio.Abre(pessoa) : inicio.AbreArquivo(arquivo, pessoa);
+    };
     for (;;) {
-        std::optional<std::string> copia; // to be put in the registry's place once nobody works on it
         int codigo = 0;
         {
-            const std::filesystem::path arquivo = std::exchange(pedido, {});
-            const Ref<Servicos> servicos =
-                std::exchange(novaAmostra, false)
-                    ? inicio.CriaAmostra([&](double parte) { pessoa.Progresso(parte); })
-                    : (arquivo.empty() ? inicio.Abre(pessoa) : inicio.AbreArquivo(arquivo, pessoa));
+            const Ref<Servicos> servicos = abre();
             if (!servicos || !inicio.Confere(pessoa)) {
                 return 0;
             }
             const DiretorioDeTrabalho diretorio(inicio.Diretorio());
-            Mesa mesa(
-                servicos, diretorio.Caminho(), [] { return Agora().Local; }, preferencias);
-            AtosDoRegistro atos = FazAtosDoRegistro(inicio.Registro().string(), Agora);
-            if (servicos->Tipo() != TipoDeRegistro::Amostra) {
-                atos.Restaura = [&](const std::string &escolhida) { copia = escolhida; };
+            std::function<Data()> agora = [] { return Agora().Local; };
+            if (inicio.Lugar().Servidor) {
+                agora = [&conexao] { return conexao.Relogio().Agora(); };
             }
-            mesa.DefineAtos(std::move(atos));
-            mesa.DefineCuidados(CuidadosDoDia(inicio.Registro().string(), *servicos, preferencias, Agora));
+            Mesa mesa(servicos, diretorio.Caminho(), agora, preferencias);
+            PreparaAtos(mesa, inicio, servicos, preferencias, adiante);
+            mesa.DefineLugar(inicio.Lugar(), conexao, [&](const LugarDoTrabalho &outro) { adiante.Lugar = outro; });
             mesa.show();
-            if (!mesa.PedeEntrada()) {
+            if (mesa.PedeEntrada()) {
+                codigo = QCoreApplication::exec();
+            } else if (!adiante.Lugar) {
                 return 0;
             }
-            codigo = QCoreApplication::exec();
         }
+        if (adiante.Lugar) {
+            continue;
+        }
+        const auto copia = std::exchange(adiante.Copia, std::nullopt);
         if (!copia) {
             return codigo;
         }

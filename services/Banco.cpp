@@ -1,8 +1,12 @@
 #include "services/Banco.h"
 
+#include "services/Esquema.h"
+
 #include <QSqlDatabase>
 
 #include <atomic>
+#include <chrono>
+#include <thread>
 #include <utility>
 
 namespace mesa {
@@ -14,6 +18,9 @@ QString NovoNomeDeConexao()
     static std::atomic<int> ultima = 0;
     return QString("registro-%1").arg(++ultima);
 }
+
+// A server that went away comes back, or another one takes its place, in a while.
+constexpr std::chrono::milliseconds PausaDepoisDaQueda{100};
 
 } // namespace
 
@@ -50,7 +57,7 @@ Banco::Banco(std::unique_ptr<Dialeto> dialeto, const std::string &onde, const st
               for (const QString &comando : m_Dialeto->Esquema()) {
                   Comanda(comando);
               }
-              Insere("ESQUEMA", {{"Versao", qlonglong(m_Dialeto->Migracoes().size() + 1)}});
+              Insere("ESQUEMA", {{"Versao", qlonglong(VersaoAtual())}});
               funda(*this);
           });
       })
@@ -70,8 +77,8 @@ QSqlQuery &Banco::Preparada(const QString &sql)
         return achada->second;
     }
     QSqlQuery nova(QSqlDatabase::database(m_Conexao, false));
-    nova.setForwardOnly(true);
-    if (!nova.prepare(sql)) {
+    nova.setForwardOnly(m_Dialeto->SoParaFrente());
+    if (!nova.prepare(m_Dialeto->Traduz(sql))) {
         throw m_Dialeto->Erro(nova.lastError());
     }
     return m_Preparadas.emplace(sql, std::move(nova)).first->second;
@@ -79,8 +86,14 @@ QSqlQuery &Banco::Preparada(const QString &sql)
 
 void Banco::Comanda(const QString &sql)
 {
+    if (sql == "ROLLBACK" && m_Dialeto->Caiu()) {
+        return; // what was under way went with the connection
+    }
     QSqlQuery comando(QSqlDatabase::database(m_Conexao, false));
-    if (!comando.exec(sql)) {
+    bool feito = comando.exec(sql);
+    while (feito && comando.nextResult()) {
+    }
+    if (!feito || comando.lastError().isValid()) {
         throw m_Dialeto->Erro(comando.lastError());
     }
 }
@@ -96,7 +109,10 @@ Consulta Banco::Insere(std::string_view tabela, const Celulas &celulas)
         lugares.append(separador).append("?");
         valores.push_back(celula.Valor);
     }
-    return Consulta(*this, Q("INSERT INTO " + std::string(tabela) + " (" + colunas + ") VALUES (" + lugares + ")"),
+    const Esquema::Tabela *declarada = Esquema::Acha(tabela);
+    const std::string volta = declarada == nullptr ? "" : " RETURNING " + std::string(declarada->Chave().Nome);
+    return Consulta(*this,
+                    Q("INSERT INTO " + std::string(tabela) + " (" + colunas + ") VALUES (" + lugares + ")" + volta),
                     valores);
 }
 
@@ -125,19 +141,21 @@ void Banco::Migra(const Instante &agora, const std::function<void()> &antesDeMig
 {
     const std::vector<Migracao> migracoes = m_Dialeto->Migracoes();
     const auto le = [&] { return Versao(); };
-    const std::size_t versao = m_SomenteLeitura.empty() ? Escreve(le) : Le(le); // who cannot write hears it now
-    if (versao > migracoes.size() + 1) {
+    const std::size_t atual = VersaoAtual();
+    const bool escreve = m_SomenteLeitura.empty() && m_Dialeto->ProvaEscritaAoAbrir();
+    const std::size_t versao = escreve ? Escreve(le) : Le(le);
+    if (versao > atual) {
         throw Falha(NumeroFalha::ErroInterno, "Servicos",
                     "O registro é da versão " + std::to_string(versao) + ", mais nova que a deste programa (versão " +
-                        std::to_string(migracoes.size() + 1) + "). Atualize o programa.");
+                        std::to_string(atual) + "). Atualize o programa.");
     }
-    if (versao == migracoes.size() + 1) {
+    if (versao == atual) {
         return;
     }
     if (!m_SomenteLeitura.empty()) {
         throw Falha(NumeroFalha::PermissaoNegada, "Servicos",
                     "O registro é da versão " + std::to_string(versao) + " e precisa ser atualizado para a versão " +
-                        std::to_string(migracoes.size() + 1) + ", o que aqui não pode ser feito. " + m_SomenteLeitura);
+                        std::to_string(atual) + ", o que aqui não pode ser feito. " + m_SomenteLeitura);
     }
     for (const QString &comando : m_Dialeto->AntesDeMigrar()) {
         Comanda(comando);
@@ -154,11 +172,11 @@ void Banco::AplicaMigracoes(const std::vector<Migracao> &migracoes, const Instan
                             const std::function<void()> &antesDeMigrar)
 {
     Escreve([&] {
-        if (antesDeMigrar && Versao() <= migracoes.size()) {
+        if (antesDeMigrar && Versao() < VersaoAtual()) {
             antesDeMigrar();
         }
-        for (std::size_t versao = Versao(); versao <= migracoes.size(); ++versao) {
-            const Migracao &migracao = migracoes[versao - 1];
+        for (std::size_t versao = Versao(); versao < VersaoAtual(); ++versao) {
+            const Migracao &migracao = migracoes[versao - m_Dialeto->PrimeiraVersao()];
             for (const QString &comando : migracao.Comandos) {
                 Comanda(comando);
             }
@@ -177,6 +195,28 @@ void Banco::AplicaMigracoes(const std::vector<Migracao> &migracoes, const Instan
     });
 }
 
+std::size_t Banco::VersaoAtual() const
+{
+    return m_Dialeto->PrimeiraVersao() + m_Dialeto->Migracoes().size();
+}
+
+void Banco::TentaDeNovo(const ErroSql &erro, int tentativa)
+{
+    const auto pausa = erro.Motivo == MotivoSql::Queda ? PausaDepoisDaQueda * (tentativa - 1) : PausaDepoisDaQueda * 0;
+    if ((erro.Motivo != MotivoSql::Ocupado && erro.Motivo != MotivoSql::Queda) || tentativa == Tentativas ||
+        std::chrono::steady_clock::now() + pausa >= m_Ate) {
+        throw erro;
+    }
+    std::this_thread::sleep_for(pausa);
+}
+
+void Banco::ConferePrazo() const
+{
+    if (std::chrono::steady_clock::now() >= m_Ate) {
+        throw ErroSql(MotivoSql::Demora, "prazo");
+    }
+}
+
 Transacao::Transacao(Banco &banco, bool escreve) : m_Banco(banco)
 {
     if (banco.m_EmTransacao) {
@@ -185,10 +225,21 @@ Transacao::Transacao(Banco &banco, bool escreve) : m_Banco(banco)
     if (escreve && !banco.m_SomenteLeitura.empty()) {
         throw Falha(NumeroFalha::PermissaoNegada, "Servicos", banco.m_SomenteLeitura + " Nada foi gravado.");
     }
+    banco.ConferePrazo();
     if (escreve || !banco.m_SomenteLeitura.empty()) {
         banco.m_Dialeto->ConfereLugar(banco.m_Conexao);
     }
-    banco.Comanda(escreve ? banco.m_Dialeto->IniciaEscrita() : banco.m_Dialeto->IniciaLeitura());
+    if (banco.m_Dialeto->Caiu()) {
+        banco.m_Dialeto->Reabre();
+        banco.m_Preparadas.clear();
+    }
+    banco.m_Dialeto->Limita(banco.m_Conexao, banco.m_Ate);
+    try {
+        banco.Comanda(escreve ? banco.m_Dialeto->IniciaEscrita() : banco.m_Dialeto->IniciaLeitura());
+    } catch (...) {
+        IgnoraErro([&] { banco.Comanda("ROLLBACK"); }); // it may have begun, and waited for the right in vain
+        throw;
+    }
     banco.m_EmTransacao = true;
 }
 
@@ -202,7 +253,8 @@ Transacao::~Transacao()
 
 void Transacao::Confirma()
 {
-    m_Banco.Comanda("COMMIT");
+    m_Banco.ConferePrazo();
+    m_Banco.m_Dialeto->Confirma(m_Banco.m_Conexao);
     m_Banco.m_EmTransacao = false;
 }
 
@@ -210,6 +262,7 @@ Consulta::Consulta(Banco &banco, const QString &sql, const QVariantList &valores
     : m_Banco(banco),
       m_Preparada(banco.Preparada(sql))
 {
+    banco.ConferePrazo();
     for (int posicao = 0; posicao < valores.size(); ++posicao) {
         m_Preparada.bindValue(posicao, valores[posicao]);
     }
@@ -251,9 +304,9 @@ QVariant Consulta::Valor(int coluna) const
     return m_Preparada.value(coluna);
 }
 
-std::int64_t Consulta::NumeroNovo() const
+std::int64_t Consulta::NumeroNovo()
 {
-    return m_Preparada.lastInsertId().toLongLong();
+    return m_Preparada.isValid() || Proxima() ? Inteiro(0) : 0;
 }
 
 } // namespace mesa

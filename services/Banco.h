@@ -48,8 +48,13 @@ class Banco {
     // Why the registry may only be looked at, as a sentence; empty when it may be worked on.
     const std::string &SomenteLeitura() const { return m_SomenteLeitura; }
 
+    // What is asked for from now on, until this is called again, has time until then: later nothing is begun, tried
+    // again or waited for. That is an ErroSql, MotivoSql::Demora if for nothing else.
+    void Limita(Prazo ate) { m_Ate = ate; }
+
     // Runs the work in one transaction, which is rolled back if anything is thrown. When another one keeps the
-    // database busy the whole work is run again from the start, a bounded number of times.
+    // database busy, or the connection is lost, the whole work is run again from the start, a bounded number of times;
+    // never when it is not known whether it was done (MotivoSql::Incerto).
     template <class Trabalho> auto Escreve(Trabalho &&trabalho);
     template <class Trabalho> auto Le(Trabalho &&trabalho);
 
@@ -68,6 +73,10 @@ class Banco {
     static constexpr int Tentativas = 6;
 
     template <class Trabalho> auto Repete(bool escreve, Trabalho &trabalho);
+    // Comes back when it is worth trying once more, and throws otherwise.
+    void TentaDeNovo(const ErroSql &erro, int tentativa);
+    void ConferePrazo() const;
+    std::size_t VersaoAtual() const;
 
     Banco(std::unique_ptr<Dialeto> dialeto, const std::string &onde, Abertura abertura,
           const std::function<void()> &prepara);
@@ -83,6 +92,7 @@ class Banco {
     std::string m_SomenteLeitura;
     std::map<QString, QSqlQuery> m_Preparadas;
     bool m_EmTransacao = false;
+    Prazo m_Ate = Prazo::max();
 };
 
 // A transaction: rolled back in its destructor unless it was confirmed. There is one at a time on a connection.
@@ -112,7 +122,7 @@ class Consulta {
     std::string Texto(int coluna) const;
     QVariant Valor(int coluna) const;
     // Number that the database gave to the row inserted.
-    std::int64_t NumeroNovo() const;
+    std::int64_t NumeroNovo();
 
   private:
     Banco &m_Banco;
@@ -144,9 +154,7 @@ template <class Trabalho> auto Banco::Repete(bool escreve, Trabalho &trabalho)
                 return resultado;
             }
         } catch (const ErroSql &erro) {
-            if (erro.Motivo != MotivoSql::Ocupado || tentativa == Tentativas) {
-                throw;
-            }
+            TentaDeNovo(erro, tentativa);
         }
     }
 }

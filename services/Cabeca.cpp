@@ -5,7 +5,9 @@
 #include "services/ErroSql.h"
 #include "services/Esquema.h"
 #include "services/LeitorSQLite.h"
+#include "services/LigacaoPostgres.h"
 #include "services/TextoQt.h"
+#include "services/Transporte.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -85,6 +87,44 @@ std::int64_t Numero(const QString &texto, const std::string &oQue)
         Recusa("O texto da cabeça foi alterado: " + oQue + " não é um número válido.");
     }
     return numero;
+}
+
+// The registry and the end of its history, of one moment; its secret key.
+QByteArray FimNoArquivo(const std::string &registro, CabecaAssinada &cabeca)
+{
+    LeitorSQLite leitor(registro, false);
+    QByteArray secreta;
+    {
+        LinhasLidas linha(leitor, "SELECT Identificador, ChavePublica, ChaveSecreta FROM REGISTRO");
+        if (linha.Proxima()) {
+            cabeca.Registro = linha.Texto(0);
+            cabeca.ChavePublica = linha.Texto(1);
+            secreta = Octetos(linha.Texto(2));
+        }
+    }
+    LinhasLidas ultima(leitor, "SELECT Nro, Elo FROM HISTORICO ORDER BY Nro DESC LIMIT 1");
+    if (ultima.Proxima()) {
+        cabeca.Tamanho = ultima.Inteiro(0);
+        cabeca.Elo = ultima.Texto(1);
+    }
+    return secreta;
+}
+
+QByteArray FimNoServidor(const std::string &registro, CabecaAssinada &cabeca)
+{
+    LigacaoPostgres ligacao(registro);
+    Transporte::ExigeRegistro(ligacao);
+    QByteArray secreta;
+    for (const auto &linha : ligacao.Linhas(
+             "SELECT r.Identificador, r.ChavePublica, r.ChaveSecreta, h.Nro, h.Elo FROM REGISTRO r, HISTORICO h "
+             "ORDER BY h.Nro DESC LIMIT 1")) {
+        cabeca.Registro = linha[0].value_or("");
+        cabeca.ChavePublica = linha[1].value_or("");
+        secreta = Octetos(linha[2].value_or(""));
+        cabeca.Tamanho = std::stoll(linha[3].value_or("0"));
+        cabeca.Elo = linha[4].value_or("");
+    }
+    return secreta;
 }
 
 [[noreturn]] void NaoGravou(const std::string &caminho, const QString &porque)
@@ -185,23 +225,11 @@ CodigoQR CodigoQR::De(const std::string &texto)
 
 CabecaAssinada ExportacaoDeCabeca::Le(const std::string &registro, const Instante &agora)
 try {
-    LeitorSQLite leitor(registro, false);
     CabecaAssinada cabeca;
-    QByteArray secreta;
-    {
-        LinhasLidas linha(leitor, "SELECT Identificador, ChavePublica, ChaveSecreta FROM REGISTRO");
-        if (linha.Proxima()) {
-            cabeca.Registro = linha.Texto(0);
-            cabeca.ChavePublica = linha.Texto(1);
-            secreta = Octetos(linha.Texto(2));
-        }
-    }
-    LinhasLidas ultima(leitor, "SELECT Nro, Elo FROM HISTORICO ORDER BY Nro DESC LIMIT 1");
-    if (secreta.size() != crypto_sign_SECRETKEYBYTES || !ultima.Proxima() || sodium_init() < 0) {
+    QByteArray secreta = EhDeServidor(registro) ? FimNoServidor(registro, cabeca) : FimNoArquivo(registro, cabeca);
+    if (secreta.size() != crypto_sign_SECRETKEYBYTES || cabeca.Tamanho == 0 || sodium_init() < 0) {
         Recusa("O registro não tem do que exportar a cabeça: confira-o.");
     }
-    cabeca.Tamanho = ultima.Inteiro(0);
-    cabeca.Elo = ultima.Texto(1);
     cabeca.Quando = agora.Utc();
     const QByteArray texto = Assinado(cabeca).toUtf8();
     std::array<unsigned char, crypto_sign_BYTES> assinatura{};

@@ -40,8 +40,8 @@ struct CodigoQR {
 
 namespace ExportacaoDeCabeca {
 
-// The head of the registry as it stands, read from its file, which may be open here and elsewhere. Falha with a
-// sentence.
+// The head of the registry as it stands, read from its file, which may be open here and elsewhere, or from its
+// database. Falha with a sentence.
 CabecaAssinada Le(const std::string &registro, const Instante &agora);
 
 // Writes it into a file, which is never put over another one. Falha with a sentence.

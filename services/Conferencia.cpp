@@ -86,4 +86,10 @@ std::string Conferencia::Numero(double numero)
     return std::isfinite(numero) ? CStr(numero) : "inválido";
 }
 
+std::int64_t Conferencia::Chave(double numero)
+{
+    constexpr double maior = 9007199254740992.0; // up to here a floating number is exact
+    return numero >= 1 && numero <= maior && numero == std::floor(numero) ? static_cast<std::int64_t>(numero) : 0;
+}
+
 } // namespace mesa

@@ -32,6 +32,8 @@ void Horario(std::int32_t inicio, std::int32_t fim);
 std::string OCampo(std::string_view membro);
 // A number that came from outside, for a sentence.
 std::string Numero(double numero);
+// The key that such a number is; 0, which no row has, when it can be none.
+std::int64_t Chave(double numero);
 
 template <class R> void Membros(std::string_view tabela, const R &registro)
 {

@@ -3,12 +3,17 @@
 #include "host/Conversoes.h"
 #include "host/Falha.h"
 #include "services/Calendario.h"
+#include "services/CatalogoPostgres.h"
+#include "services/Disco.h"
 #include "services/ErroSql.h"
 #include "services/Exame.h"
 #include "services/LeitorSQLite.h"
+#include "services/LigacaoPostgres.h"
 #include "services/TextoQt.h"
+#include "services/Transporte.h"
 
 #include <QFileInfo>
+#include <QTemporaryDir>
 
 #include <algorithm>
 #include <utility>
@@ -67,8 +72,50 @@ ResultadoDaConferencia NaoConferida(const std::string &frase)
     return resultado;
 }
 
-ResultadoDaConferencia Examina(const std::string &arquivo, bool parado, bool rapida, const SegueConferencia &segue,
-                               const CabecaAssinada *desde)
+void Conclui(Exame &exame, bool rapida, const CabecaAssinada *desde)
+{
+    if (desde != nullptr) {
+        exame.ConfereDesde(*desde);
+    }
+    exame.Resultado.Como = exame.Achados == 0 ? Desfecho::Inteira : Desfecho::ComAchados;
+    exame.Resultado.Frase = FraseDe(exame, rapida, desde);
+}
+
+ResultadoDaConferencia Cancelada(ResultadoDaConferencia resultado, std::int64_t achados)
+{
+    resultado.Como = Desfecho::Cancelada;
+    resultado.Frase = "A conferência foi cancelada antes do fim" +
+                      (achados == 0 ? ": nada se pode dizer do registro."
+                                    : ", e até ali encontrou " + Contados(achados, "problema", "problemas") + ".");
+    return resultado;
+}
+
+// Runs what looks through it; giving up, and what stops it, become its result.
+template <class Partes> ResultadoDaConferencia Roda(Exame &exame, Partes &&partes)
+{
+    try {
+        partes();
+    } catch (const LeituraCancelada &) {
+        return Cancelada(exame.Resultado, exame.Achados);
+    } catch (const ErroDeLeitura &erro) {
+        exame.Resultado.Achados.push_back("O arquivo está danificado (" + std::string(erro.what()) + ").");
+        exame.Resultado.Como = Desfecho::ComAchados;
+        exame.Resultado.Frase = "A conferência do registro encontrou um dano que a impediu de continuar.";
+    }
+    return exame.Resultado;
+}
+
+void ConfereLinhas(Exame &exame)
+{
+    exame.ConfereCorrente();
+    exame.ConfereTabelas();
+    exame.ConfereReferencias();
+    exame.ConfereCondicoes();
+    exame.ConfereSobreposicoes();
+}
+
+ResultadoDaConferencia ExaminaArquivo(const std::string &arquivo, bool parado, bool rapida,
+                                      const SegueConferencia &segue, const CabecaAssinada *desde)
 {
     const QFileInfo lugar(Q(arquivo));
     if (!lugar.exists()) {
@@ -92,12 +139,12 @@ ResultadoDaConferencia Examina(const std::string &arquivo, bool parado, bool rap
         return danificado;
     }
     Exame exame(*leitor, segue);
-    try {
+    return Roda(exame, [&] {
         if (!exame.Reconhece()) {
             if (desde != nullptr) {
                 exame.RecusaCabeca();
             }
-            return exame.Resultado;
+            return;
         }
         exame.ConfereEsquema();
         exame.ConfereArquivo(rapida);
@@ -105,29 +152,97 @@ ResultadoDaConferencia Examina(const std::string &arquivo, bool parado, bool rap
             exame.ConfereFimDaCorrente(UltimasEntradas);
             exame.ConfereTocadas();
         } else {
-            exame.ConfereCorrente();
-            exame.ConfereTabelas();
-            exame.ConfereReferencias();
-            exame.ConfereCondicoes();
-            exame.ConfereSobreposicoes();
+            ConfereLinhas(exame);
         }
-        if (desde != nullptr) {
-            exame.ConfereDesde(*desde);
+        Conclui(exame, rapida, desde);
+    });
+}
+
+// Where the rows of a registry on a server stand while they are looked at: closed to others, and gone afterwards.
+class LugarDeExame {
+  public:
+    LugarDeExame()
+    {
+        if (!m_Pasta.isValid()) {
+            throw Falha(NumeroFalha::ErroDeAcesso, "Servicos",
+                        "Não foi possível fazer uma pasta temporária (" + S(m_Pasta.errorString()) + ").");
         }
-        exame.Resultado.Como = exame.Achados == 0 ? Desfecho::Inteira : Desfecho::ComAchados;
-        exame.Resultado.Frase = FraseDe(exame, rapida, desde);
-    } catch (const LeituraCancelada &) {
-        exame.Resultado.Como = Desfecho::Cancelada;
-        exame.Resultado.Frase =
-            "A conferência foi cancelada antes do fim" +
-            (exame.Achados == 0 ? ": nada se pode dizer do registro."
-                                : ", e até ali encontrou " + Contados(exame.Achados, "problema", "problemas") + ".");
-    } catch (const ErroDeLeitura &erro) {
-        exame.Resultado.Achados.push_back("O arquivo está danificado (" + std::string(erro.what()) + ").");
-        exame.Resultado.Como = Desfecho::ComAchados;
-        exame.Resultado.Frase = "A conferência do registro encontrou um dano que a impediu de continuar.";
+        CriaArquivoPrivado(Arquivo());
     }
-    return exame.Resultado;
+
+    std::string Arquivo() const { return S(m_Pasta.filePath("registro.db")); }
+    std::string Pasta() const { return S(m_Pasta.path()); }
+
+  private:
+    QTemporaryDir m_Pasta;
+};
+
+ResultadoDaConferencia ExaminaServidor(const std::string &onde, bool rapida, const SegueConferencia &segue,
+                                       const CabecaAssinada *desde)
+try {
+    constexpr double daCopia = 0.4; // of the whole, what bringing the rows takes
+    const LugarDeExame lugar;
+    const AndamentoDaCopia trazendo = [&](double parte) {
+        return !segue || segue(parte, "As linhas do registro, que são trazidas para cá");
+    };
+    const SegueConferencia olhando = [&](double parte, const std::string &oQue) {
+        return !segue || segue(daCopia + (1 - daCopia) * parte, oQue);
+    };
+    ResultadoDoCatalogo catalogo;
+    RegistroTrazido trazido;
+    try {
+        LigacaoPostgres ligacao(onde);
+        Transporte::ExigeRegistro(ligacao);
+        catalogo = ConfereCatalogo(ligacao);
+        const std::int64_t versao = ligacao.Inteiro("SELECT MAX(Versao) FROM ESQUEMA");
+        if (versao > Esquema::Versao && !catalogo.Achados.empty()) {
+            return NaoConferida(Exame::FraseDeMaisNova(versao));
+        }
+        const ParteDoAndamento parte(trazendo, 0.02, daCopia);
+        trazido = rapida ? Transporte::TrazFim(ligacao, lugar.Arquivo(), UltimasEntradas,
+                                               desde == nullptr ? std::nullopt : std::optional(desde->Tamanho), parte)
+                         : Transporte::Traz(ligacao, lugar.Arquivo(), parte);
+    } catch (const Desistencia &) {
+        return Cancelada({}, static_cast<std::int64_t>(catalogo.Achados.size()));
+    } catch (const ErroSql &erro) {
+        return NaoConferida("Em " + lugar.Pasta() + ", para onde as linhas são trazidas, não foi possível gravar. " +
+                            (erro.Motivo == MotivoSql::DiscoCheio
+                                 ? "O disco ficou cheio: libere espaço, ou aponte TMPDIR para outro."
+                                 : erro.Descricao));
+    }
+    LeitorSQLite leitor(lugar.Arquivo(), true);
+    Exame exame(leitor, olhando);
+    return Roda(exame, [&] {
+        exame.Recebe(catalogo.Achados, {});
+        exame.Resultado.Avisos = catalogo.Avisos;
+        if (!exame.Reconhece()) {
+            return;
+        }
+        exame.Recebe(trazido.Achados, trazido.NaoLidas);
+        exame.ConfereVersoes();
+        if (rapida) {
+            for (const ReferenciaSolta &solta : trazido.Soltas) {
+                exame.AchaSolta(solta.Tabela, solta.Chave, solta.Para);
+            }
+            exame.ConfereFimDaCorrente(UltimasEntradas, trazido.Entradas);
+            exame.ConfereTocadas();
+        } else {
+            if (trazido.NaoLidas.empty()) { // rows that did not come would seem to be missing everywhere
+                exame.ConfereArquivo(false);
+            }
+            ConfereLinhas(exame);
+        }
+        Conclui(exame, rapida, desde);
+    });
+} catch (const Falha &falha) {
+    return NaoConferida(falha.Descricao);
+}
+
+ResultadoDaConferencia Examina(const std::string &registro, bool parado, bool rapida, const SegueConferencia &segue,
+                               const CabecaAssinada *desde)
+{
+    return EhDeServidor(registro) ? ExaminaServidor(registro, rapida, segue, desde)
+                                  : ExaminaArquivo(registro, parado, rapida, segue, desde);
 }
 
 } // namespace
@@ -144,22 +259,24 @@ int ResultadoDaConferencia::CodigoDeSaida() const
     }
 }
 
-Conferidor::Conferidor(std::string arquivo, Lugar lugar) : m_Arquivo(std::move(arquivo)), m_Lugar(lugar) {}
+Conferidor::Conferidor(std::string registro, Lugar lugar) : m_Registro(std::move(registro)), m_Lugar(lugar) {}
 
 ResultadoDaConferencia Conferidor::Confere(const SegueConferencia &segue, const CabecaAssinada *desde) const
 {
-    return Examina(m_Arquivo, m_Lugar == Lugar::Parado, false, segue, desde);
+    return Examina(m_Registro, m_Lugar == Lugar::Parado, false, segue, desde);
 }
 
 ResultadoDaConferencia Conferidor::ConfereRapido(const SegueConferencia &segue, const CabecaAssinada *desde) const
 {
-    return Examina(m_Arquivo, m_Lugar == Lugar::Parado, true, segue, desde);
+    return Examina(m_Registro, m_Lugar == Lugar::Parado, true, segue, desde);
 }
 
 std::string Conferidor::Relatorio(const ResultadoDaConferencia &resultado, const Instante &agora) const
 {
-    std::string texto = "Conferência do registro de equipamentos\n\nArquivo: " + m_Arquivo +
-                        "\nQuando: " + TextoDoMomento(Momento(agora.Local)) + "\n";
+    std::string texto =
+        "Conferência do registro de equipamentos\n\n" +
+        (EhDeServidor(m_Registro) ? ComecoDeFrase(NomeDoServidor(m_Registro)) : "Arquivo: " + m_Registro) +
+        "\nQuando: " + TextoDoMomento(Momento(agora.Local)) + "\n";
     if (resultado.Fim.Tamanho > 0) {
         texto += "Histórico: " + Contados(resultado.Fim.Tamanho, "entrada", "entradas") + ", a última com a soma " +
                  resultado.Fim.Elo + "\n";

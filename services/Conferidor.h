@@ -31,9 +31,13 @@ struct ResultadoDaConferencia {
     int CodigoDeSaida() const; // of a command: 0 whole, 1 findings, 2 not looked through
 };
 
-// Looks through a registry in a file for what was not written by the services: faults of the disk, and the work of
-// somebody who had the file. Reads it over a connection of its own, trusts nothing in it, and never writes. A damaged
-// file gives findings and neither a fault nor a crash.
+// Looks through a registry for what was not written by the services: faults of the disk, and the work of somebody who
+// had the file, or the database. Reads it over a connection of its own, trusts nothing in it, and never writes. A
+// damaged registry gives findings and neither a fault nor a crash.
+//
+// On a server the tables, guards and rights are held against those of a new registry, and the rest is looked at in a
+// private file of the temporary directory, into which one moment of the registry is brought: all of it, or for the
+// quick check what that looks at.
 class Conferidor {
   public:
     enum class Lugar {
@@ -41,7 +45,8 @@ class Conferidor {
         Parado // a file that nobody has open, as it alone stands
     };
 
-    explicit Conferidor(std::string arquivo, Lugar lugar = Lugar::EmUso);
+    // registro: its file, or how to connect to its database.
+    explicit Conferidor(std::string registro, Lugar lugar = Lugar::EmUso);
 
     // All of it. desde: a head of the history that was kept elsewhere, to hold it against. Blocks; may run on any
     // thread; segue is called on the same one.
@@ -58,7 +63,7 @@ class Conferidor {
     static std::vector<std::string> Achados(const std::string &arquivo);
 
   private:
-    std::string m_Arquivo;
+    std::string m_Registro;
     Lugar m_Lugar;
 };
 

@@ -6,10 +6,14 @@
 #include "services/Calendario.h"
 #include "services/Disco.h"
 #include "services/ErroSql.h"
+#include "services/LigacaoPostgres.h"
 #include "services/TrabalhoDeCopia.h"
+#include "services/Transporte.h"
 
 #include <algorithm>
 #include <filesystem>
+#include <functional>
+#include <memory>
 #include <optional>
 #include <regex>
 #include <utility>
@@ -38,23 +42,42 @@ std::optional<CopiaGuardada> CopiaDoNome(const std::filesystem::path &arquivo)
     }
 }
 
-// A registry as it stands where it is, with what is in its log.
+// A registry as it stands where it is.
 struct Origem {
-    ArquivoSQLite Arquivo;
-    FichaDoRegistro Ficha;
+    std::string Identificador;
+    // Copies it into an empty file; what is wrong with it, as far as that shows.
+    std::function<std::vector<std::string>(const std::filesystem::path &para, const ParteDoAndamento &andamento)> Copia;
 };
 
-Origem AbreOrigem(const std::string &registro)
+// With what is in its log.
+Origem AbreArquivo(const std::string &registro)
 {
     if (!std::filesystem::is_regular_file(registro)) {
         throw Falha(NumeroFalha::ArquivoNaoEncontrado, "Servicos", "Não há registro em " + registro + ".");
     }
     const AberturaSQLite abertura(registro, DiscoDeRede);
-    ArquivoSQLite arquivo(registro,
-                          abertura.SoConsulta().empty() ? ArquivoSQLite::Modo::Gravar : ArquivoSQLite::Modo::Parado);
+    const auto arquivo = std::make_shared<ArquivoSQLite>(
+        registro, abertura.SoConsulta().empty() ? ArquivoSQLite::Modo::Gravar : ArquivoSQLite::Modo::Parado);
     // Looked at before others may take its place: from now on it is kept open.
-    FichaDoRegistro ficha = LeFicha(arquivo, "O arquivo " + registro);
-    return {std::move(arquivo), std::move(ficha)};
+    return {LeFicha(*arquivo, "O arquivo " + registro).Identificador,
+            [arquivo](const std::filesystem::path &para, const ParteDoAndamento &andamento) {
+                CopiaPaginas(*arquivo, para, andamento);
+                return std::vector<std::string>();
+            }};
+}
+
+Origem AbreServidor(const std::string &registro)
+{
+    const auto ligacao = std::make_shared<LigacaoPostgres>(registro);
+    return {Transporte::Identificador(*ligacao),
+            [ligacao](const std::filesystem::path &para, const ParteDoAndamento &andamento) {
+                return Transporte::Traz(*ligacao, para, andamento).Achados;
+            }};
+}
+
+Origem AbreOrigem(const std::string &registro)
+{
+    return EhDeServidor(registro) ? AbreServidor(registro) : AbreArquivo(registro);
 }
 
 // Copies of the registry of that identifier, the newest first. Of those whose registry cannot be told there are none.
@@ -125,6 +148,12 @@ Copia::Copia(std::string registro, ConfereArquivo confere)
 
 std::string Copia::PastaPadrao(const std::string &registro)
 {
+    if (EhDeServidor(registro)) {
+        throw Falha(
+            NumeroFalha::CaminhoNaoEncontrado, "Servicos",
+            "Diga em que pasta ficam as cópias: um registro em um banco de dados de servidor não tem nenhuma ao "
+            "lado.");
+    }
     return (LugarVerdadeiro(registro).parent_path() / "copias").string();
 }
 
@@ -140,14 +169,14 @@ DesfechoDaCopia Copia::Faz(const std::string &pasta, const Instante &agora, int 
         }
         ArquivoEmPreparo preparo(lugar / (std::string(ComecoDoNome) + "em-copia.db"),
                                  "Outra cópia está sendo feita na pasta " + pasta + ". Espere que ela termine.");
-        CopiaPaginas(origem.Arquivo, preparo.Caminho(), ParteDoAndamento(andamento, 0, 0.6));
-        {
+        desfecho.Achados = origem.Copia(preparo.Caminho(), ParteDoAndamento(andamento, 0, 0.6));
+        if (desfecho.Achados.empty()) {
             ArquivoSQLite copia(preparo.Caminho(), ArquivoSQLite::Modo::Parado);
-            if (LeFicha(copia, "A cópia").Identificador != origem.Ficha.Identificador) {
+            if (LeFicha(copia, "A cópia").Identificador != origem.Identificador) {
                 throw Falha(NumeroFalha::ErroInterno, "Servicos", "A cópia não saiu igual ao registro.");
             }
+            desfecho.Achados = mesa::Achados(preparo.Caminho(), m_Confere, ParteDoAndamento(andamento, 0.6, 1));
         }
-        desfecho.Achados = mesa::Achados(preparo.Caminho(), m_Confere, ParteDoAndamento(andamento, 0.6, 1));
         if (!desfecho.Achados.empty()) {
             desfecho.Frase = "A cópia não foi guardada: a conferência encontrou defeitos no registro.";
             return desfecho;
@@ -157,7 +186,7 @@ DesfechoDaCopia Copia::Faz(const std::string &pasta, const Instante &agora, int 
         desfecho.Feita = true;
         desfecho.Arquivo = nova.string();
         desfecho.Frase = "A cópia foi feita e conferida: " + nova.string() + " (" + TamanhoEmMB(nova) + ").";
-        desfecho.Frase += Rodizio(origem.Ficha.Identificador, lugar, quantas, nova);
+        desfecho.Frase += Rodizio(origem.Identificador, lugar, quantas, nova);
     } catch (const Desistencia &) {
         desfecho.Cancelada = true;
         desfecho.Frase = "A cópia foi cancelada. Nada ficou pela metade.";
@@ -182,9 +211,9 @@ bool Copia::Devida(const std::string &pasta, const Instante &agora) const
 
 std::vector<CopiaGuardada> Copia::Guardadas(const std::string &pasta) const
 try {
-    return CopiasDo(AbreOrigem(m_Registro).Ficha.Identificador, pasta);
+    return CopiasDo(AbreOrigem(m_Registro).Identificador, pasta);
 } catch (...) {
-    PassaFalha(" < Copia.Guardadas");
+    PassaErro(" < Copia.Guardadas");
 }
 
 } // namespace mesa

@@ -39,16 +39,18 @@ class Copia {
   public:
     static constexpr int QuantasPadrao = 14;
 
-    // The directory of copies that a registry has beside it unless another one is chosen.
+    // The directory of copies that a registry in a file has beside it unless another one is chosen; a Falha with a
+    // sentence for one on a server, which has none.
     static std::string PastaPadrao(const std::string &registro);
 
-    // registro: its file. confere: looks through each copy before it counts as made; the integrity of the database and
-    // the identifier of the registry are looked at in any case.
+    // registro: its file, or how to connect to its database. confere: looks through each copy before it counts as made;
+    // the integrity of the database and the identifier of the registry are looked at in any case.
     Copia(std::string registro, ConfereArquivo confere);
 
     // Makes a copy in the directory, which is made when it is not there: the registry as it was at one moment, whole in
-    // one file. Then removes all but the newest `quantas` copies of this registry there. Blocks until it is done;
-    // andamento is called from time to time on the same thread. The registry may be open here and elsewhere.
+    // one file, of a server's too. Then removes all but the newest `quantas` copies of this registry there. Blocks
+    // until it is done; andamento is called from time to time on the same thread. The registry may be open here and
+    // elsewhere.
     DesfechoDaCopia Faz(const std::string &pasta, const Instante &agora, int quantas = QuantasPadrao,
                         const AndamentoDaCopia &andamento = {}) const;
 

@@ -6,6 +6,7 @@
 #include <QSqlError>
 #include <QString>
 
+#include <chrono>
 #include <functional>
 #include <string>
 #include <vector>
@@ -14,6 +15,7 @@ namespace mesa {
 
 class Banco;
 struct Instante;
+using Prazo = std::chrono::steady_clock::time_point;
 
 // What brings a schema from one version to the next: statements, and then the work that statements cannot do. The right
 // to write is held, and no reference is looked after until the end, when all are checked.
@@ -41,9 +43,28 @@ class Dialeto {
     // nothing when it may be worked on.
     virtual std::string Abre(const QString &conexao, const std::string &onde, Abertura abertura) = 0;
 
+    // What the next transactions wait for (who else writes, a statement, their end) is waited for no longer than that.
+    virtual void Limita(const QString &conexao, Prazo ate) = 0;
+
     // Begins a transaction that holds the right to write from its start, and one that only reads.
     virtual QString IniciaEscrita() const = 0;
     virtual QString IniciaLeitura() const = 0;
+    // Ends the transaction with all that it wrote. Raises ErroSql: where that says Incerto nobody knows here whether it
+    // was written, and otherwise it was not.
+    virtual void Confirma(const QString &conexao) = 0;
+
+    // Whether only a transaction that writes tells those who may not, who are to hear it when they open the registry.
+    virtual bool ProvaEscritaAoAbrir() const { return true; }
+
+    // Whether the connection leads nowhere any more; then no statement of it is of use.
+    virtual bool Caiu() const { return false; }
+    // Opens it anew, under the same name. Raises ErroSql.
+    virtual void Reabre() {}
+
+    // Whether rows come one by one while others are asked for; otherwise they come all at once.
+    virtual bool SoParaFrente() const { return true; }
+    // A statement as this database says it, of the few that cannot be said to all in one way.
+    virtual QString Traduz(const QString &sql) const { return sql; }
 
     // Refuses to go on when what would be written would not be found again, or what is only looked at is not what was
     // opened any more. Raises ErroSql.
@@ -53,7 +74,9 @@ class Dialeto {
 
     // Statements that make the tables of the present version in an empty database.
     virtual std::vector<QString> Esquema() const = 0;
-    // From version 1 to the present one: the first gives version 2.
+    // The version that the first of the migrations starts from.
+    virtual std::size_t PrimeiraVersao() const { return 1; }
+    // From there to the present version.
     virtual std::vector<Migracao> Migracoes() const = 0;
     // Before and after migrations, outside the transaction: the looking after references ends, and begins again.
     virtual std::vector<QString> AntesDeMigrar() const = 0;

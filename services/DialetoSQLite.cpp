@@ -15,6 +15,8 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
+#include <chrono>
 #include <system_error>
 #include <utility>
 
@@ -26,6 +28,7 @@ namespace {
 // does not wait by itself.
 constexpr int TentativasDeAbrir = 200;
 constexpr unsigned long PausaAoAbrir = 25; // milliseconds
+constexpr std::chrono::milliseconds EsperaPorOutro{5000};
 
 sqlite3 *Aberto(const QSqlDatabase &banco)
 {
@@ -246,7 +249,7 @@ void DialetoSQLite::AbreParaTrabalho(QSqlDatabase &banco, const std::string &arq
     // By the mode in the address an absent file is not made, not even if it goes away at this moment.
     banco.setDatabaseName(QString::fromUtf8(QUrl::fromLocalFile(QString::fromStdString(arquivo)).toEncoded()) +
                           "?mode=rw");
-    banco.setConnectOptions("QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=5000");
+    banco.setConnectOptions(QString("QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=%1").arg(EsperaPorOutro.count()));
     if (!banco.open()) {
         throw Erro(banco.lastError());
     }
@@ -278,6 +281,13 @@ void DialetoSQLite::AbreParaTrabalho(QSqlDatabase &banco, const std::string &arq
     }
 }
 
+void DialetoSQLite::Limita(const QString &conexao, Prazo ate)
+{
+    const auto resta = std::chrono::ceil<std::chrono::milliseconds>(ate - std::chrono::steady_clock::now());
+    sqlite3_busy_timeout(Aberto(QSqlDatabase::database(conexao, false)),
+                         static_cast<int>(std::clamp(resta, std::chrono::milliseconds(0), EsperaPorOutro).count()));
+}
+
 QString DialetoSQLite::IniciaEscrita() const
 {
     return "BEGIN IMMEDIATE";
@@ -286,6 +296,14 @@ QString DialetoSQLite::IniciaEscrita() const
 QString DialetoSQLite::IniciaLeitura() const
 {
     return "BEGIN";
+}
+
+void DialetoSQLite::Confirma(const QString &conexao)
+{
+    QSqlQuery comando(QSqlDatabase::database(conexao, false));
+    if (!comando.exec("COMMIT")) {
+        throw Erro(comando.lastError());
+    }
 }
 
 // The open file outlives its name: what is written into it then goes away with the program.
@@ -352,17 +370,31 @@ ErroSql DialetoSQLite::ErroDoCodigo(int codigo, const std::string &detalhe)
 
 std::vector<QString> DialetoSQLite::Esquema() const
 {
+    return EsquemaDaVersao(mesa::Esquema::Versao);
+}
+
+std::vector<QString> DialetoSQLite::EsquemaDaVersao(std::int64_t versao)
+{
     std::vector<QString> comandos{QString("PRAGMA application_id = %1").arg(mesa::Esquema::Aplicacao)};
     for (const mesa::Esquema::Tabela &tabela : mesa::Esquema::Tabelas()) {
-        const QStringList dela = Declara(tabela);
-        comandos.insert(comandos.end(), dela.begin(), dela.end());
+        if (tabela.Desde <= versao) {
+            const QStringList dela = Declara(tabela);
+            comandos.insert(comandos.end(), dela.begin(), dela.end());
+        }
     }
     return comandos;
 }
 
 std::vector<Migracao> DialetoSQLite::Migracoes() const
 {
-    return {ParaVersao2(Esquema())};
+    std::vector<QString> novas;
+    for (const mesa::Esquema::Tabela &tabela : mesa::Esquema::Tabelas()) {
+        if (tabela.Desde == 3) {
+            const QStringList dela = Declara(tabela);
+            novas.insert(novas.end(), dela.begin(), dela.end());
+        }
+    }
+    return {ParaVersao2(EsquemaDaVersao(2)), {novas}};
 }
 
 // Tables that refer to a renamed one go on referring to its name, which the rebuilt one takes.

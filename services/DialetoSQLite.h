@@ -17,8 +17,10 @@ class DialetoSQLite : public Dialeto {
     explicit DialetoSQLite(DetectorDeRede rede = DiscoDeRede);
 
     std::string Abre(const QString &conexao, const std::string &onde, Abertura abertura) override;
+    void Limita(const QString &conexao, Prazo ate) override;
     QString IniciaEscrita() const override;
     QString IniciaLeitura() const override;
+    void Confirma(const QString &conexao) override;
     void ConfereLugar(const QString &conexao) const override;
     ErroSql Erro(const QSqlError &erro) const override;
     std::vector<QString> Esquema() const override;
@@ -27,6 +29,8 @@ class DialetoSQLite : public Dialeto {
     std::vector<QString> DepoisDeMigrar() const override;
     QString ReferenciasPartidas() const override;
 
+    // Statements that make the tables of that version, from 2 on.
+    static std::vector<QString> EsquemaDaVersao(std::int64_t versao);
     // What one of the database's codes stands for.
     static ErroSql ErroDoCodigo(int codigo, const std::string &detalhe);
 

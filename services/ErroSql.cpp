@@ -2,6 +2,7 @@
 
 #include "services/Esquema.h"
 #include "services/NomesCampos.h"
+#include "services/Recusa.h"
 
 namespace mesa {
 
@@ -19,6 +20,9 @@ std::int32_t NumeroDo(MotivoSql motivo)
     case MotivoSql::JaExiste:
         return NumeroFalha::ArquivoJaExiste;
     case MotivoSql::Ocupado:
+    case MotivoSql::Demora:
+    case MotivoSql::Queda:
+    case MotivoSql::Incerto:
     case MotivoSql::NaoGravou:
     case MotivoSql::ForaDoLugar:
     case MotivoSql::Acesso:
@@ -43,8 +47,47 @@ std::string FraseDaColuna(const std::string &detalhe)
     return "O banco de dados não aceitou a operação (" + detalhe + ").";
 }
 
-std::string FraseDo(MotivoSql motivo, const std::string &detalhe)
+// What differs where the registry is in a database on a server.
+std::string FraseDoServidor(MotivoSql motivo, const std::string &detalhe)
 {
+    const std::string entre = detalhe.empty() ? "" : " (" + detalhe + ")";
+    switch (motivo) {
+    case MotivoSql::DiscoCheio:
+        return "O disco do servidor do banco de dados ficou cheio. Nada foi gravado: avise quem o administra.";
+    case MotivoSql::NaoGravou:
+        return "O servidor do banco de dados não conseguiu gravar no seu disco" + entre +
+               ". Nada foi gravado: avise quem o administra.";
+    case MotivoSql::SoLeitura:
+        return "O banco de dados não permite esta operação a quem se conectou a ele" + entre + ". Nada foi gravado.";
+    case MotivoSql::Ocupado:
+        return "Outros estão gravando no registro há muito tempo. Nada foi gravado: tente de novo.";
+    case MotivoSql::Demora:
+        return "O banco de dados demorou mais do que o permitido. Nada foi gravado: tente de novo.";
+    case MotivoSql::Queda:
+        return "A conexão com o banco de dados caiu" + entre + ". Nada foi gravado: tente de novo.";
+    case MotivoSql::Incerto:
+        return "O banco de dados não confirmou a gravação" + entre +
+               ". Não se sabe se ela foi feita: consulte o registro antes de repeti-la.";
+    case MotivoSql::Danificado:
+        return "O banco de dados do registro está danificado" + entre + ": avise quem o administra.";
+    case MotivoSql::Estranho:
+        return "No banco de dados informado não há um registro de equipamentos.";
+    case MotivoSql::JaExiste:
+        return "O banco de dados não está vazio" + entre + ": um registro novo só é criado em um banco vazio.";
+    case MotivoSql::Acesso:
+        return "Não foi possível conectar ao banco de dados do registro" + entre + ".";
+    default:
+        return "";
+    }
+}
+
+std::string FraseDo(MotivoSql motivo, const std::string &detalhe, LugarDoRegistro onde)
+{
+    if (onde == LugarDoRegistro::Servidor) {
+        if (const std::string frase = FraseDoServidor(motivo, detalhe); !frase.empty()) {
+            return frase;
+        }
+    }
     switch (motivo) {
     case MotivoSql::DiscoCheio:
         return "O disco em que está o registro ficou cheio. Nada foi gravado: libere espaço e tente de novo.";
@@ -58,6 +101,8 @@ std::string FraseDo(MotivoSql motivo, const std::string &detalhe)
         return "O registro só pode ser lido: falta permissão para gravar no arquivo ou na sua pasta.";
     case MotivoSql::Ocupado:
         return "Outra estação está gravando no registro há muito tempo. Nada foi gravado: tente de novo.";
+    case MotivoSql::Demora:
+        return FraseDoServidor(motivo, detalhe);
     case MotivoSql::Danificado:
         return "O arquivo do registro está danificado ou não é um registro (" + detalhe + ").";
     case MotivoSql::Ausente:
@@ -79,11 +124,25 @@ std::string FraseDo(MotivoSql motivo, const std::string &detalhe)
 
 } // namespace
 
-ErroSql::ErroSql(MotivoSql motivo, const std::string &detalhe)
-    : Falha(NumeroDo(motivo), "Servicos", FraseDo(motivo, detalhe)),
+ErroSql::ErroSql(MotivoSql motivo, const std::string &detalhe, LugarDoRegistro onde)
+    : Falha(NumeroDo(motivo), "Servicos", FraseDo(motivo, detalhe, onde)),
       Motivo(motivo),
       Detalhe(detalhe)
 {
+}
+
+void PassaErro(std::string_view cauda)
+{
+    try {
+        throw;
+    } catch (const RecusaDeEntrada &) {
+        throw;
+    } catch (ErroSql &erro) {
+        erro.Fonte += cauda;
+        throw;
+    } catch (...) {
+        PassaFalha(cauda);
+    }
 }
 
 } // namespace mesa

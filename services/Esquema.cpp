@@ -241,6 +241,25 @@ std::vector<Tabela> Todas()
          .Guardas = {{"EM_SEQUENCIA", "INSERT", "NEW.Nro > (SELECT COALESCE(MAX(Nro), 0) + 1 FROM HISTORICO)",
                       "HISTORICO_EM_SEQUENCIA"}},
          .ComHistorico = false},
+        // A changing operation that came with a number of its caller's, kept so that it is done once. Elo: hash over
+        // the row.
+        {.Nome = "OPERACAO",
+         .Colunas = {Chave("NroOperacao", MaiorNumero), Obrigatorio("Numero", 36, 36),
+                     Para("USUARIO (Numero)", Chave("Operador")), Obrigatorio("Soma", TamanhoSha256, TamanhoSha256),
+                     De(Forma::Momento, "Quando"), Fuso, Coluna{"Resposta", Forma::Octetos, 0, MaiorConteudo},
+                     Obrigatorio("Elo", TamanhoSha256, TamanhoSha256)},
+         .Unicas = {{{"Numero"}}},
+         .SoInclui = true,
+         .ComHistorico = false,
+         .Desde = 3},
+        // Each time that it was asked for again.
+        {.Nome = "REPETICAO",
+         .Colunas = {Chave("NroRepeticao", MaiorNumero),
+                     Para("OPERACAO (NroOperacao)", Chave("NroOperacao", MaiorNumero)), De(Forma::Momento, "Quando"),
+                     Fuso, Obrigatorio("Elo", TamanhoSha256, TamanhoSha256)},
+         .SoInclui = true,
+         .ComHistorico = false,
+         .Desde = 3},
     };
 }
 

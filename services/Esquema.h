@@ -75,6 +75,7 @@ struct Tabela {
     std::vector<std::string_view> Fixas = {}; // columns that never change
     std::vector<Guarda> Guardas = {};
     bool ComHistorico = true; // every row is as its last entry in the history says
+    std::int64_t Desde = 2;   // version of the schema with which it came
 
     const Coluna &Chave() const { return Colunas.front(); }
     // Null when there is none of that name.
@@ -90,6 +91,9 @@ const Tabela *Acha(std::string_view nome);
 // is not run on a connection that does not trust the file.
 inline constexpr std::string_view DocumentoDaEntrada =
     "CAST(substr(Depois, instr(Depois, '\"NroIntImgCertif\":') + 18, 16) AS INTEGER)";
+
+// The present one, which a new registry has.
+inline constexpr std::int64_t Versao = 3;
 
 // What marks a file as a registry.
 inline constexpr std::int32_t Aplicacao = 0x52455154;

@@ -7,6 +7,7 @@
 #include "services/DialetoSQLite.h"
 #include "services/ErroSql.h"
 #include "services/Referencias.h"
+#include "services/Repeticao.h"
 #include "services/Resumo.h"
 #include "services/Tentativas.h"
 #include "services/TextoBusca.h"
@@ -47,31 +48,23 @@ constexpr const char *PedeEsquema =
     "SELECT type, name, tbl_name, sql, typeof(type) || typeof(name) || typeof(tbl_name) || typeof(sql) FROM "
     "sqlite_master";
 
-// That of a new registry.
-const ItensDoEsquema &EsquemaNovo()
+// That of a registry that was made in that version.
+ItensDoEsquema EsquemaNovo(std::int64_t versao)
 {
-    static const ItensDoEsquema itens = [] {
-        sqlite3 *aberto = nullptr;
-        sqlite3_open(":memory:", &aberto);
-        const std::unique_ptr<sqlite3, int (*)(sqlite3 *)> banco(aberto, sqlite3_close);
-        for (const QString &comando : DialetoSQLite().Esquema()) {
-            sqlite3_exec(aberto, comando.toUtf8().constData(), nullptr, nullptr, nullptr);
-        }
-        ItensDoEsquema novos;
-        const auto guarda = [](void *destino, int, char **valores, char **) {
-            const auto texto = [&](int n) { return std::string(valores[n] == nullptr ? "" : valores[n]); };
-            (*static_cast<ItensDoEsquema *>(destino))[{texto(0), texto(1)}] = {texto(2), texto(3), texto(4)};
-            return 0;
-        };
-        sqlite3_exec(aberto, PedeEsquema, guarda, &novos, nullptr);
-        return novos;
-    }();
-    return itens;
-}
-
-std::int64_t VersaoDoPrograma()
-{
-    return static_cast<std::int64_t>(DialetoSQLite().Migracoes().size()) + 1;
+    sqlite3 *aberto = nullptr;
+    sqlite3_open(":memory:", &aberto);
+    const std::unique_ptr<sqlite3, int (*)(sqlite3 *)> banco(aberto, sqlite3_close);
+    for (const QString &comando : DialetoSQLite::EsquemaDaVersao(versao)) {
+        sqlite3_exec(aberto, comando.toUtf8().constData(), nullptr, nullptr, nullptr);
+    }
+    ItensDoEsquema novos;
+    const auto guarda = [](void *destino, int, char **valores, char **) {
+        const auto texto = [&](int n) { return std::string(valores[n] == nullptr ? "" : valores[n]); };
+        (*static_cast<ItensDoEsquema *>(destino))[{texto(0), texto(1)}] = {texto(2), texto(3), texto(4)};
+        return 0;
+    };
+    sqlite3_exec(aberto, PedeEsquema, guarda, &novos, nullptr);
+    return novos;
 }
 
 std::string EmPalavras(const std::pair<std::string, std::string> &item)
@@ -145,6 +138,12 @@ Exame::Exame(LeitorSQLite &leitor, const SegueConferencia &segue) : m_Leitor(lei
     if (segue) {
         leitor.PerguntaSeContinua([this, &segue] { return segue(m_Parte, m_OQue); });
     }
+}
+
+std::string Exame::FraseDeMaisNova(std::int64_t versao)
+{
+    return "O registro é da versão " + CStr(versao) + ", mais nova que a deste programa (versão " +
+           CStr(Esquema::Versao) + "). Atualize o programa.";
 }
 
 void Exame::Acha(const std::string &frase)
@@ -229,7 +228,7 @@ bool Exame::MesmoEsquema()
     while (linhas.Proxima()) {
         achados[{linhas.Texto(0), linhas.Texto(1)}] = {linhas.Texto(2), linhas.Texto(3), linhas.Texto(4)};
     }
-    return achados == EsquemaNovo();
+    return achados == EsquemaNovo(Esquema::Versao);
 }
 
 bool Exame::Reconhece()
@@ -254,16 +253,15 @@ bool Exame::Reconhece()
     }
     m_Versao = versao.toLongLong();
     // By what it says of itself a registry would be looked through less.
-    if (m_Versao == VersaoDoPrograma() || (deAgora && (versao.isNull() || marcado) && MesmoEsquema())) {
-        m_Versao = VersaoDoPrograma();
+    if (m_Versao == Esquema::Versao || (deAgora && (versao.isNull() || marcado) && MesmoEsquema())) {
+        m_Versao = Esquema::Versao;
         return true;
     }
-    if (m_Versao > VersaoDoPrograma()) {
-        return recusa("O registro é da versão " + CStr(m_Versao) + ", mais nova que a deste programa (versão " +
-                      CStr(VersaoDoPrograma()) + "). Atualize o programa.");
+    if (m_Versao > Esquema::Versao) {
+        return recusa(FraseDeMaisNova(m_Versao));
     }
-    if (deAgora) {
-        m_Versao = VersaoDoPrograma();
+    if (deAgora) { // from version 2 on everything is proved, by the tables of its own version
+        m_Versao = m_Versao >= 2 ? m_Versao : Esquema::Versao;
         return true;
     }
     Tenta(1, "o registro da versão anterior", [&] { ConfereAntigo(); });
@@ -311,16 +309,20 @@ void Exame::ConfereArquivo(bool rapido)
     Tenta(0.3, "as referências entre as tabelas", [&] {
         LinhasLidas linhas(m_Leitor, "SELECT \"table\", rowid, parent FROM pragma_foreign_key_check");
         while (linhas.Proxima()) {
-            Acha(ComecoDeFrase(m_Palavras.Linha(linhas.Texto(0), linhas.Inteiro(1))) + " se refere a uma linha de " +
-                 linhas.Texto(2) + " que não existe.");
+            AchaSolta(linhas.Texto(0), linhas.Inteiro(1), linhas.Texto(2));
         }
     });
+}
+
+void Exame::AchaSolta(const std::string &tabela, std::int64_t chave, const std::string &para)
+{
+    Acha(ComecoDeFrase(m_Palavras.Linha(tabela, chave)) + " se refere a uma linha de " + para + " que não existe.");
 }
 
 void Exame::ConfereEsquema()
 {
     Tenta(m_Parte, "as tabelas e as suas guardas", [&] {
-        ItensDoEsquema faltam = EsquemaNovo();
+        ItensDoEsquema faltam = EsquemaNovo(m_Versao);
         LinhasLidas linhas(m_Leitor, PedeEsquema);
         while (linhas.Proxima()) {
             const std::pair<std::string, std::string> item{linhas.Texto(0), linhas.Texto(1)};
@@ -339,6 +341,9 @@ void Exame::ConfereEsquema()
         }
     });
     for (const Esquema::Tabela &tabela : Esquema::Tabelas()) {
+        if (tabela.Desde > m_Versao) {
+            continue;
+        }
         Tenta(m_Parte, "a tabela " + std::string(tabela.Nome), [&] {
             if (!PodeSerLida(tabela)) {
                 m_Ilegiveis.insert(std::string(tabela.Nome));
@@ -346,7 +351,20 @@ void Exame::ConfereEsquema()
             }
         });
     }
-    Tenta(m_Parte, "as versões do registro", [&] { ConfereVersoes(); });
+    ConfereVersoes();
+}
+
+void Exame::ConfereVersoes()
+{
+    Tenta(m_Parte, "as versões do registro", [&] { LeVersoes(); });
+}
+
+void Exame::Recebe(const std::vector<std::string> &achados, const std::set<std::string> &naoLidas)
+{
+    for (const std::string &achado : achados) {
+        Acha(achado);
+    }
+    m_Ilegiveis.insert(naoLidas.begin(), naoLidas.end());
 }
 
 // Something else under the name of a table may answer anything, and without end.
@@ -366,7 +384,7 @@ bool Exame::PodeSerLida(const Esquema::Tabela &tabela)
            });
 }
 
-void Exame::ConfereVersoes()
+void Exame::LeVersoes()
 {
     std::vector<std::int64_t> versoes;
     const Esquema::Tabela &tabela = *Esquema::Acha("ESQUEMA");
@@ -379,12 +397,13 @@ void Exame::ConfereVersoes()
             Acha("A linha " + CStr(versao) + " de ESQUEMA não está gravada como o banco de dados a grava.");
         }
     });
-    const std::int64_t atual = VersaoDoPrograma();
-    bool todas = static_cast<std::int64_t>(versoes.size()) == atual;
-    for (std::size_t n = 0; n < versoes.size(); ++n) {
-        todas = todas && versoes[n] == static_cast<std::int64_t>(n) + 1;
+    // It was made in one of them, and went from each to the next.
+    const std::int64_t atual = m_Versao;
+    bool seguidas = !versoes.empty() && versoes.front() >= 1 && versoes.back() == atual;
+    for (std::size_t n = 1; n < versoes.size(); ++n) {
+        seguidas = seguidas && versoes[n] == versoes[n - 1] + 1;
     }
-    if (!todas && versoes != std::vector<std::int64_t>{atual}) {
+    if (!seguidas) {
         std::string lidas;
         for (const std::int64_t versao : versoes) {
             lidas += (lidas.empty() ? "" : ", ") + CStr(versao);
@@ -417,17 +436,16 @@ void Exame::ConfereCorrente()
     }
 }
 
-void Exame::ConfereFimDaCorrente(std::int64_t quantas)
+void Exame::ConfereFimDaCorrente(std::int64_t quantas, std::optional<std::int64_t> contadas)
 {
     if (m_Ilegiveis.count("HISTORICO") > 0) {
         return;
     }
     Tenta(0.8, "o fim da corrente do histórico", [&] {
         const std::int64_t fim = m_Leitor.Unico("SELECT MAX(Nro) FROM HISTORICO").toLongLong();
-        const std::int64_t contadas = m_Leitor.Unico("SELECT SUM(1) FROM HISTORICO").toLongLong();
-        if (contadas != fim) {
-            Acha("O histórico vai até a entrada " + CStr(fim) + " e tem " + Contados(contadas, "entrada", "entradas") +
-                 ".");
+        const std::int64_t ha = contadas ? *contadas : m_Leitor.Unico("SELECT SUM(1) FROM HISTORICO").toLongLong();
+        if (ha != fim) {
+            Acha("O histórico vai até a entrada " + CStr(fim) + " e tem " + Contados(ha, "entrada", "entradas") + ".");
         }
         ConfereCorrenteDepoisDe(std::max(fim, quantas) - quantas);
     });
@@ -642,6 +660,11 @@ void Exame::ConfereDerivados(const Esquema::Tabela &tabela, std::int64_t chave, 
     } else if (tabela.Nome == "USUARIO") {
         exige("Chave", ChaveSemCaixa(texto("Usuario")), "Usuario");
         exigeMunicipio();
+    } else if (tabela.Nome == "OPERACAO" || tabela.Nome == "REPETICAO") {
+        if (texto("Elo") != Repeticao::Elo(std::string(tabela.Nome), valores.first(valores.size() - 1))) {
+            Acha("A linha " + CStr(chave) + " de " + std::string(tabela.Nome) +
+                 " foi mudada por outro meio: a sua soma não confere.");
+        }
     } else if (tabela.Nome == "ENTRADA_RECUSADA") {
         if (texto("Soma") !=
             TentativasDoUsuario::Soma(static_cast<std::int32_t>(valor("Numero").toLongLong()), texto("Estacao"),
@@ -713,8 +736,9 @@ void Exame::ConfereTabela(const Esquema::Tabela &tabela)
                 ConfereDocumento("O documento " + CStr(chave), valores[2].toLongLong(), valores[3].toString(),
                                  valores[7].toByteArray(), grupo ? " " + m_Palavras.Autor(grupo->Ultima) : "");
             }
-            if (nome == "ENTRADA_RECUSADA" && chave != linhas) {
-                Acha("A linha " + CStr(chave) + " de ENTRADA_RECUSADA deveria ser a " + CStr(linhas) +
+            const bool seguidas = nome == "ENTRADA_RECUSADA" || nome == "OPERACAO" || nome == "REPETICAO";
+            if (seguidas && chave != linhas) {
+                Acha("A linha " + CStr(chave) + " de " + nome + " deveria ser a " + CStr(linhas) +
                      ": foi posta, tirada ou mudada por outro meio.");
             }
         });
@@ -729,7 +753,7 @@ void Exame::ConfereTabela(const Esquema::Tabela &tabela)
 void Exame::ConfereTabelas()
 {
     for (const Esquema::Tabela &tabela : Esquema::Tabelas()) {
-        if (tabela.Nome != "HISTORICO" && tabela.Nome != "ESQUEMA" &&
+        if (tabela.Nome != "HISTORICO" && tabela.Nome != "ESQUEMA" && tabela.Desde <= m_Versao &&
             m_Ilegiveis.count(std::string(tabela.Nome)) == 0) {
             Tenta(m_Parte, "a tabela " + std::string(tabela.Nome), [&] { ConfereTabela(tabela); });
         }

@@ -15,6 +15,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace mesa {
 
@@ -23,6 +24,9 @@ class Exame {
   public:
     Exame(LeitorSQLite &leitor, const SegueConferencia &segue);
 
+    // Why a registry of a newer one is not looked through.
+    static std::string FraseDeMaisNova(std::int64_t versao);
+
     // Whether the file is a registry of this program's version; other ones are answered in the result.
     bool Reconhece();
     // There is a head from outside, and this registry, which is not recognised, cannot be the one that it is of.
@@ -30,9 +34,16 @@ class Exame {
 
     void ConfereArquivo(bool rapido);
     void ConfereEsquema();
+    // The versions alone, of a registry whose schema is looked at elsewhere.
+    void ConfereVersoes();
+    // What was found elsewhere, a sentence each; tables that were not read there are not looked at here.
+    void Recebe(const std::vector<std::string> &achados, const std::set<std::string> &naoLidas);
+    // A row that refers to one of another table that is not there.
+    void AchaSolta(const std::string &tabela, std::int64_t chave, const std::string &para);
     void ConfereCorrente();
     // That many entries at its end only.
-    void ConfereFimDaCorrente(std::int64_t quantas);
+    // contadas: how many entries there are, where the file does not hold all of them.
+    void ConfereFimDaCorrente(std::int64_t quantas, std::optional<std::int64_t> contadas = std::nullopt);
     void ConfereTabelas();
     // The rows that the entries looked through were about.
     void ConfereTocadas();
@@ -63,7 +74,7 @@ class Exame {
     bool MesmoEsquema();
     bool PodeSerLida(const Esquema::Tabela &tabela);
     bool TemTabelas(const QStringList &nomes);
-    void ConfereVersoes();
+    void LeVersoes();
     void ConfereCorrenteDepoisDe(std::int64_t inicio);
     void ConfereTabela(const Esquema::Tabela &tabela);
     void ConfereColunas(const Esquema::Tabela &tabela, std::int64_t chave, const QVariantList &valores);

@@ -16,6 +16,15 @@ Operacao::Operacao(Banco &banco, const Operador &quem, const Instante &agora, co
 {
 }
 
+Operacao::~Operacao()
+{
+    if (m_Entregue) { // the last first: a record may have been marked twice
+        for (auto marca = m_Marcas.rbegin(); marca != m_Marcas.rend(); ++marca) {
+            marca->first->VersaoLida = marca->second;
+        }
+    }
+}
+
 bool Operacao::Possui(const std::string &acao) const
 {
     return Permissoes::Tem(m_Banco, m_Quem.Numero, Permissoes::Sistema, Permissoes::Objeto, acao);
@@ -71,11 +80,12 @@ void Operacao::Marca(Registro &enviado, std::int64_t versao)
     m_Marcas.emplace_back(&enviado, versao);
 }
 
-void Operacao::Entrega() const
+void Operacao::Entrega()
 {
-    for (const auto &[enviado, versao] : m_Marcas) {
-        enviado->VersaoLida = versao;
+    for (auto &[enviado, versao] : m_Marcas) {
+        std::swap(enviado->VersaoLida, versao);
     }
+    m_Entregue = true;
 }
 
 } // namespace mesa

@@ -25,13 +25,16 @@ struct FaltaMotivo {
 };
 
 // One operation of a session, under way in a transaction: who asks, when, and which version the records that were sent
-// are of once it is confirmed.
+// are of once it is confirmed. Goes with the transaction: what it wrote into those records is taken back with it.
 class Operacao {
   public:
     // custo: of the passwords that are set in it. motivo: why what was stored is corrected. segue: told how far it is;
     // may be empty.
     Operacao(Banco &banco, const Operador &quem, const Instante &agora, const CustoDaSenha &custo, std::string motivo,
              Segue segue);
+    Operacao(const Operacao &) = delete;
+    Operacao &operator=(const Operacao &) = delete;
+    ~Operacao();
 
     Banco &Dados() const { return m_Banco; }
     const Operador &Quem() const { return m_Quem; }
@@ -58,10 +61,12 @@ class Operacao {
     // The same of a record that has the version among its members; 0 for one that was never read.
     void ConfereCopia(Raiz raiz, std::int32_t numero, std::int64_t lida, std::int64_t atual,
                       const std::string &nome) const;
-    // What was sent is of this version now.
+    // What was sent is of this version once all is done.
     void Marca(Registro &enviado, std::int64_t versao);
-    // Marks what was sent, now that the operation is confirmed.
-    void Entrega() const;
+    // All is done: marks what was sent.
+    void Entrega();
+    // The transaction is confirmed: what was marked stays so.
+    void Confirma() { m_Marcas.clear(); }
 
   private:
     Banco &m_Banco;
@@ -71,7 +76,8 @@ class Operacao {
     std::string m_Motivo; // for what is corrected
     Segue m_Segue;
     std::vector<std::string> m_Corrigidas;
-    std::vector<std::pair<Registro *, std::int64_t>> m_Marcas;
+    std::vector<std::pair<Registro *, std::int64_t>> m_Marcas; // once delivered, those that were there before
+    bool m_Entregue = false;
 };
 
 } // namespace mesa

@@ -9,6 +9,7 @@
 #include "services/Recusa.h"
 #include "services/RegrasDeCadastro.h"
 #include "services/RegrasDeSenha.h"
+#include "services/Resumo.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -20,6 +21,15 @@
 namespace mesa {
 
 namespace {
+
+// Why a password is written again that nobody has changed; the history says so, and is asked for it.
+const std::string MesmaSenhaDenovo = "a mesma senha, guardada de modo mais caro de adivinhar";
+
+// As the history tells a password too.
+std::string ProvaDe(const std::string &senha)
+{
+    return Resumo(QByteArray::fromStdString(senha));
+}
 
 std::string FraseDaEspera(std::int32_t espera)
 {
@@ -47,7 +57,12 @@ std::string EstacaoValida(const std::string &estacao)
 
 } // namespace
 
-Portaria::Portaria(std::shared_ptr<Banco> banco, CustoDaSenha custo) : m_Banco(std::move(banco)), m_Custo(custo) {}
+Portaria::Portaria(std::shared_ptr<Banco> banco, CustoDaSenha custo, std::shared_ptr<TentativasEmMemoria> emMemoria)
+    : m_Banco(std::move(banco)),
+      m_Custo(custo),
+      m_EmMemoria(std::move(emMemoria))
+{
+}
 
 std::optional<Portaria::Entrada> Portaria::Entra(const std::string &usuario, const Segredo &senha,
                                                  const std::string &estacao, const Instante &agora, std::string &recusa,
@@ -66,9 +81,11 @@ std::optional<Portaria::Entrada> Portaria::Entra(const std::string &usuario, con
                               "senha incorreta",
                               "Usuário ou senha incorretos."};
     const Achado achado = m_Banco->Le([&] { return Acha("u.Chave = ?", Q(tentativa.Chave)); });
-    Entrada entrada{{}, tentativa.Estacao, {}};
+    Entrada entrada;
+    entrada.Estacao = tentativa.Estacao;
     const auto entra = [&](const Achado &quem, bool estacaoConhecida) {
         entrada.Quem = quem.Quem;
+        entrada.Prova = ProvaDe(quem.Senha);
         if (!m_Banco->SomenteLeitura().empty()) {
             return;
         }
@@ -79,8 +96,9 @@ std::optional<Portaria::Entrada> Portaria::Entra(const std::string &usuario, con
             ConheceEstacao(quem.Quem, tentativa.Estacao, agora);
         }
         if (Senhas::Envelheceu(quem.Senha, m_Custo)) {
-            GravaSenha(quem, {{"Senha", Q(Senhas::Embaralha(senha, m_Custo))}}, agora,
-                       "a mesma senha, guardada de modo mais caro de adivinhar");
+            const std::string denovo = Senhas::Embaralha(senha, m_Custo);
+            GravaSenha(quem, {{"Senha", Q(denovo)}}, agora, MesmaSenhaDenovo);
+            entrada.Prova = ProvaDe(denovo);
         }
     };
     if (!Tenta(tentativa, achado, entra, recusa, espera)) {
@@ -89,28 +107,106 @@ std::optional<Portaria::Entrada> Portaria::Entra(const std::string &usuario, con
     return entrada;
 }
 
-bool Portaria::TrocaSenha(const Entrada &quem, const Segredo &atual, const Segredo &nova, const Instante &agora,
-                          std::string &recusa)
+bool Portaria::MesmaSenha(const Achado &achado, const std::string &prova)
+{
+    std::string procurada = ProvaDe(achado.Senha);
+    if (procurada == prova) {
+        return true;
+    }
+    Consulta mudancas(*m_Banco,
+                      "SELECT Antes, Motivo FROM HISTORICO WHERE Entidade = 'USUARIO' AND NroEntidade = ? "
+                      "ORDER BY Nro DESC",
+                      {achado.Quem.Numero});
+    while (mudancas.Proxima()) {
+        const QJsonObject antes = QJsonDocument::fromJson(QByteArray::fromStdString(mudancas.Texto(0))).object();
+        const std::string anterior = S(antes.value("Senha").toString());
+        if (anterior != procurada && mudancas.Texto(1) != MesmaSenhaDenovo) {
+            return false;
+        }
+        procurada = anterior;
+        if (procurada == prova) {
+            return true;
+        }
+    }
+    return false;
+}
+
+Portaria::Achado Portaria::AchaEntrado(const Entrada &quem)
+{
+    Achado achado = Acha("u.Numero = ?", quem.Quem.Numero);
+    if (!achado.Ativo) {
+        throw RecusaDeEntrada("O usuário " + quem.Quem.Usuario +
+                              " foi desativado depois da entrada. Procure quem administra os usuários.");
+    }
+    if (!MesmaSenha(achado, quem.Prova)) {
+        throw RecusaDeEntrada("A sua senha foi trocada depois da entrada. Entre de novo.");
+    }
+    return achado;
+}
+
+void Portaria::ExigeEntrada(const Entrada &quem)
+{
+    const Achado agora = AchaEntrado(quem);
+    if (agora.TrocaSenha) {
+        throw Recusa(quem.Quem.Nome + " precisa trocar a senha antes de fazer qualquer outra coisa.");
+    }
+    if (agora.Quem.CodCliente != quem.Quem.CodCliente || agora.Quem.Setor != quem.Quem.Setor ||
+        agora.Quem.CodMunic != quem.Quem.CodMunic) {
+        throw Recusa("O cliente, o setor ou o município de " + quem.Quem.Nome +
+                     " mudou depois da entrada. Saia e entre de novo.");
+    }
+}
+
+bool Portaria::TrocaSenha(Entrada &quem, const Segredo &atual, const Segredo &nova, const Instante &agora,
+                          const Repeticao *repeticao, std::optional<std::string> &repetida, std::string &recusa)
 try {
     recusa.clear();
-    const Achado achado = m_Banco->Le([&] { return Acha("u.Numero = ?", quem.Quem.Numero); });
-    if (!achado.Ativo) {
-        throw Recusa("O usuário " + achado.Quem.Usuario + " está desativado e não pode trocar a senha.");
+    const auto jaFeita = [&] {
+        repetida = repeticao != nullptr ? repeticao->DeAntes(agora) : std::nullopt;
+        return repetida.has_value();
+    };
+    // Whoever asks again has signed in with the password of before, or with the one that the act then set.
+    const auto repete = [&] {
+        const Achado achado = m_Banco->Le([&] { return Acha("u.Numero = ?", quem.Quem.Numero); });
+        if (achado.Ativo && Senhas::Confere(achado.Senha, nova, m_Custo)) {
+            quem.Prova = ProvaDe(achado.Senha);
+        }
+        m_Banco->Le([&] { ConfereEntrada(quem); });
+        return true;
+    };
+    if (repeticao != nullptr && m_Banco->Escreve(jaFeita)) {
+        return repete();
     }
+    const Achado achado = m_Banco->Le([&] { return AchaEntrado(quem); });
     RegrasDeSenha::Confere(nova, achado.Quem.Usuario, achado.Quem.Nome);
     if (nova.Composto() == atual.Composto()) {
         throw Recusa("A senha nova precisa ser diferente da atual.");
     }
     const Tentativa tentativa{
-        RegrasDeCadastro::ChaveDoUsuario(achado.Quem.Usuario), atual, quem.Estacao, agora, "senha atual incorreta",
-        "A senha atual não confere. Nada foi trocado."};
+        RegrasDeCadastro::ChaveDoUsuario(achado.Quem.Usuario), atual,  quem.Estacao, agora, "senha atual incorreta",
+        "A senha atual não confere. Nada foi trocado.",        jaFeita};
     std::int32_t espera = 0;
-    return Tenta(
+    std::string prova;
+    const bool feita = Tenta(
         tentativa, achado,
         [&](const Achado &eu, bool) {
-            GravaSenha(eu, {{"Senha", Q(Senhas::Embaralha(nova, m_Custo))}, {"TrocaSenha", Indicador::Nao}}, agora, {});
+            const std::string embaralhada = Senhas::Embaralha(nova, m_Custo);
+            GravaSenha(eu, {{"Senha", Q(embaralhada)}, {"TrocaSenha", Indicador::Nao}}, agora, {});
+            if (repeticao != nullptr) {
+                repeticao->Guarda(agora);
+            }
+            prova = ProvaDe(embaralhada);
         },
         recusa, espera);
+    if (feita && repetida) {
+        return repete();
+    }
+    if (feita) {
+        quem.Prova = prova;
+    }
+    return feita;
+} catch (const RecusaDeEntrada &) {
+    throw;
 } catch (const Recusa &motivo) {
     recusa = motivo.what();
     return false;
@@ -120,7 +216,7 @@ Portaria::Achado Portaria::Acha(const QString &onde, const QVariant &valor)
 {
     Consulta linha(*m_Banco,
                    "SELECT u.Numero, u.Usuario, u.Nome, u.CodCliente, c.Nome, u.Setor, u.CodMunic, u.Senha, u.Ativo, "
-                   "u.Versao FROM USUARIO u JOIN CLIENTE c ON c.CodCliente = u.CodCliente WHERE " +
+                   "u.Versao, u.TrocaSenha FROM USUARIO u JOIN CLIENTE c ON c.CodCliente = u.CodCliente WHERE " +
                        onde,
                    {valor});
     Achado achado;
@@ -135,6 +231,7 @@ Portaria::Achado Portaria::Acha(const QString &onde, const QVariant &valor)
         achado.Senha = linha.Texto(7);
         achado.Ativo = linha.Inteiro(8) == Indicador::Sim;
         achado.Versao = linha.Inteiro(9);
+        achado.TrocaSenha = linha.Inteiro(10) == Indicador::Sim;
     }
     return achado;
 }
@@ -153,20 +250,25 @@ bool Portaria::Tenta(const Tentativa &tentativa, const Achado &achado,
         TentativasDoUsuario contadas(*m_Banco, achado.Quem.Numero, tentativa.Estacao);
         // Whoever was deactivated or got another password meanwhile does not come in.
         const Achado quem = Acha("u.Numero = ?", achado.Quem.Numero);
-        if (certa && quem.Ativo && quem.Senha == achado.Senha) {
+        const bool jaFeita = tentativa.JaFeita && tentativa.JaFeita();
+        if (jaFeita || (certa && quem.Ativo && quem.Senha == achado.Senha)) {
             if (noRegistro) {
                 contadas.Grava({});
             } else {
-                m_EmMemoria.De(tentativa.Chave) = {};
+                m_EmMemoria->De(tentativa.Chave, [](Tentativas &emMemoria) { emMemoria = {}; });
             }
-            entra(quem, contadas.EstacaoConhecida());
+            if (!jaFeita) {
+                entra(quem, contadas.EstacaoConhecida());
+            }
             return true;
         }
         RegistraRecusa(tentativa, achado,
                        achado.Quem.Numero == 0 ? "usuário inexistente"
                        : !achado.Ativo         ? "usuário desativado"
                                                : tentativa.MotivoDaRecusa);
-        espera = (noRegistro ? contadas.Le() : m_EmMemoria.De(tentativa.Chave)).Espera();
+        espera = (noRegistro ? contadas.Le() : m_EmMemoria->De(tentativa.Chave, [](const Tentativas &emMemoria) {
+                     return emMemoria;
+                 })).Espera();
         return false;
     };
     const bool feita = m_Banco->SomenteLeitura().empty() ? m_Banco->Escreve(termina) : m_Banco->Le(termina);
@@ -185,15 +287,16 @@ std::int32_t Portaria::Conta(const Tentativa &tentativa, const Achado &achado)
 {
     const std::string espera = "durante a espera";
     if (!ContaNoRegistro(achado)) {
-        Tentativas &contadas = m_EmMemoria.De(tentativa.Chave);
-        contadas.Acerta(tentativa.Agora);
-        const std::int32_t falta = contadas.Falta(tentativa.Agora);
-        if (falta > 0) {
-            if (m_Banco->SomenteLeitura().empty()) {
-                m_Banco->Escreve([&] { RegistraRecusa(tentativa, achado, espera); });
+        const std::int32_t falta = m_EmMemoria->De(tentativa.Chave, [&](Tentativas &contadas) {
+            contadas.Acerta(tentativa.Agora);
+            const std::int32_t ainda = contadas.Falta(tentativa.Agora);
+            if (ainda == 0) {
+                contadas.Conta(tentativa.Agora);
             }
-        } else {
-            contadas.Conta(tentativa.Agora);
+            return ainda;
+        });
+        if (falta > 0 && m_Banco->SomenteLeitura().empty()) {
+            m_Banco->Escreve([&] { RegistraRecusa(tentativa, achado, espera); });
         }
         return falta;
     }
@@ -266,9 +369,11 @@ std::string Portaria::AvisoDeRelogio(const Instante &agora)
         return "";
     }
     const auto aqui = [&](std::int64_t momento) { return TextoDoMomento(MaisMinutos(momento, agora.Fuso)); };
-    return "O relógio desta estação marca " + aqui(utc) + ", mas o registro já tem anotações de " + aqui(ultimo) +
-           ". Confira a data e a hora da estação: o que for gravado até lá fica no histórico com a hora errada, e a "
-           "diferença ficou anotada nele.";
+    return std::string("O relógio ") + (m_DeServidor ? "do servidor" : "desta estação") + " marca " + aqui(utc) +
+           ", mas o registro já tem anotações de " + aqui(ultimo) +
+           (m_DeServidor ? ". Avise quem administra o servidor, que confira a data e a hora dele"
+                         : ". Confira a data e a hora da estação") +
+           ": o que for gravado até lá fica no histórico com a hora errada, e a diferença ficou anotada nele.";
 }
 
 } // namespace mesa

@@ -2,6 +2,7 @@
 
 #include "services/Banco.h"
 #include "services/Instante.h"
+#include "services/Repeticao.h"
 #include "services/Segredo.h"
 #include "services/Senhas.h"
 #include "services/SessaoServico.h"
@@ -12,6 +13,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace mesa {
 
@@ -24,17 +26,30 @@ class Portaria {
         Operador Quem;
         std::string Estacao;
         std::string AvisoDeRelogio;
+        std::string Prova; // hash of how the password is kept, which tells that it is still the same one
     };
 
-    Portaria(std::shared_ptr<Banco> banco, CustoDaSenha custo);
+    // emMemoria: the counts that the registry does not keep; those of one process are to be counted together.
+    Portaria(std::shared_ptr<Banco> banco, CustoDaSenha custo,
+             std::shared_ptr<TentativasEmMemoria> emMemoria = std::make_shared<TentativasEmMemoria>());
 
     // estacao: what tells the desk from others; one that is no text for the registry counts as unknown.
     std::optional<Entrada> Entra(const std::string &usuario, const Segredo &senha, const std::string &estacao,
                                  const Instante &agora, std::string &recusa, std::int32_t &espera);
-    // The own password for another one; false with the reason.
-    bool TrocaSenha(const Entrada &quem, const Segredo &atual, const Segredo &nova, const Instante &agora,
-                    std::string &recusa);
+    // Raises RecusaDeEntrada when the sign-in no longer stands. Within the caller's transaction.
+    void ConfereEntrada(const Entrada &quem) { AchaEntrado(quem); }
+    // Refuses besides whom nothing is done for: the password has to be changed, or the user was moved.
+    void ExigeEntrada(const Entrada &quem);
+    // The own password for another one; false with the reason. The sign-in stands on, with a new Prova. repeticao: the
+    // number of the act, null for none. When it was done before, the answer of then comes in `repetida`, and no try is
+    // counted. Raises RecusaDeEntrada when the sign-in no longer stands.
+    bool TrocaSenha(Entrada &quem, const Segredo &atual, const Segredo &nova, const Instante &agora,
+                    const Repeticao *repeticao, std::optional<std::string> &repetida, std::string &recusa);
 
+    // The clock is a server's, and not that of the station at which somebody comes in.
+    void EhDeServidor() { m_DeServidor = true; }
+    // From now on the counts are those.
+    void ContaEm(std::shared_ptr<TentativasEmMemoria> emMemoria) { m_EmMemoria = std::move(emMemoria); }
     const CustoDaSenha &Custo() const { return m_Custo; }
 
   private:
@@ -43,6 +58,7 @@ class Portaria {
         Operador Quem;
         std::string Senha; // its hash
         bool Ativo = false;
+        bool TrocaSenha = false;
         std::int64_t Versao = 0;
     };
     // A password that somebody tries.
@@ -51,11 +67,14 @@ class Portaria {
         const Segredo &Senha;
         std::string Estacao;
         Instante Agora;
-        std::string MotivoDaRecusa; // as the history tells it
-        std::string Recusa;         // as the person is told
+        std::string MotivoDaRecusa;         // as the history tells it
+        std::string Recusa;                 // as the person is told
+        std::function<bool()> JaFeita = {}; // whether what it is for was done meanwhile, without which it is not judged
     };
 
     Achado Acha(const QString &onde, const QVariant &valor);
+    // The user who came in, as long as the sign-in stands; raises RecusaDeEntrada.
+    Achado AchaEntrado(const Entrada &quem);
     // Counts the try and looks at the password. When it is right, and still is at the end, `entra` is run in the
     // transaction that ends the count, with the user as it then is. False with the reason otherwise.
     bool Tenta(const Tentativa &tentativa, const Achado &achado,
@@ -68,12 +87,16 @@ class Portaria {
     // What nobody has been told yet of a clock that went back; empty when there is nothing.
     std::string AvisoDeRelogio(const Instante &agora);
 
+    // Whether the user's present password is the one of which that Prova tells, made again at another cost at most.
+    bool MesmaSenha(const Achado &achado, const std::string &prova);
+
     // Whether the tries of this one are counted in the registry.
     bool ContaNoRegistro(const Achado &achado) const;
 
     std::shared_ptr<Banco> m_Banco;
     CustoDaSenha m_Custo;
-    TentativasEmMemoria m_EmMemoria;
+    std::shared_ptr<TentativasEmMemoria> m_EmMemoria;
+    bool m_DeServidor = false;
 };
 
 } // namespace mesa

@@ -12,4 +12,11 @@ class Recusa : public std::runtime_error {
     explicit Recusa(const std::string &frase) : std::runtime_error(frase) {}
 };
 
+// The sign-in no longer stands: the user was deactivated, or has another password. Whoever keeps sessions by itself
+// (ServicosSql::Retoma) gets this one as it is, and ends the session.
+class RecusaDeEntrada : public Recusa {
+  public:
+    using Recusa::Recusa;
+};
+
 } // namespace mesa

@@ -6,7 +6,11 @@
 #include "services/Banco.h"
 #include "services/DialetoSQLite.h"
 #include "services/Disco.h"
-#include "services/TrabalhoDeCopia.h"
+#include "services/LigacaoPostgres.h"
+#include "services/TextoQt.h"
+#include "services/Transporte.h"
+
+#include <QTemporaryDir>
 
 #include <filesystem>
 #include <memory>
@@ -91,9 +95,10 @@ std::string IdentificadorDo(const fs::path &registro)
     return identificador;
 }
 
+// registro: its file; none where there cannot be one yet.
 void ExigeDoMesmo(const FichaDoRegistro &ficha, const PedidoDeRestauracao &pedido, const fs::path &registro)
 {
-    const bool existe = fs::exists(registro);
+    const bool existe = !registro.empty() && fs::exists(registro);
     if (pedido.DeOutro || (pedido.Identificador.empty() && !existe)) {
         return;
     }
@@ -190,65 +195,38 @@ Restauracao::Restauracao(std::string registro, ConfereArquivo confere)
 {
 }
 
+std::vector<std::string> Restauracao::Prepara(const fs::path &copia, const fs::path &arquivo,
+                                              const FichaDoRegistro &ficha, const Instante &agora,
+                                              const AndamentoDaCopia &andamento, double ate) const
+{
+    {
+        ArquivoSQLite origem(copia, ArquivoSQLite::Modo::Parado);
+        CopiaPaginas(origem, arquivo, ParteDoAndamento(andamento, 0, 0.4 * ate));
+    }
+    std::vector<std::string> achados = Achados(arquivo, {}, ParteDoAndamento(andamento, 0.4 * ate, 0.6 * ate));
+    if (achados.empty()) {
+        if (ficha.Versao < VersaoDaqui()) {
+            Atualiza(arquivo, agora);
+        }
+        achados = Achados(arquivo, m_Confere, ParteDoAndamento(andamento, 0.6 * ate, ate));
+    }
+    return achados;
+}
+
 DesfechoDaCopia Restauracao::Faz(const PedidoDeRestauracao &pedido, const Instante &agora,
                                  const AndamentoDaCopia &andamento) const
 {
     DesfechoDaCopia desfecho;
     const auto nada = [&](const std::string &frase) { desfecho.Frase = "Nada foi restaurado. " + frase; };
     try {
-        const fs::path registro = LugarVerdadeiro(m_Registro);
         const fs::path copia = LugarVerdadeiro(pedido.Arquivo);
         if (!fs::is_regular_file(copia)) {
             throw Recusada("Não há cópia em " + pedido.Arquivo + ".");
         }
-        if (copia == registro) {
-            throw Recusada("O arquivo " + pedido.Arquivo + " é o próprio registro.");
-        }
-        const std::string rede = DiscoDeRede(registro);
-        if (!rede.empty()) {
-            throw Recusada("O registro está em um disco de rede (" + rede +
-                           "), onde não se trabalha: restaure-o em um disco deste computador.");
-        }
-        ExigeSozinha(copia);
-        const FichaDoRegistro ficha = FichaDaCopia(copia);
-        ExigeDoMesmo(ficha, pedido, registro);
-
-        if (!fs::exists(registro.parent_path())) {
-            FazPastaPrivada(registro.parent_path());
-        }
-        ArquivoEmPreparo preparo(LugarEmRestauracao(registro), "Outra restauração está sendo feita.");
-        {
-            ArquivoSQLite origem(copia, ArquivoSQLite::Modo::Parado);
-            CopiaPaginas(origem, preparo.Caminho(), ParteDoAndamento(andamento, 0, 0.4));
-        }
-        desfecho.Achados = Achados(preparo.Caminho(), {}, ParteDoAndamento(andamento, 0.4, 0.6));
-        if (desfecho.Achados.empty()) {
-            if (ficha.Versao < VersaoDaqui()) {
-                Atualiza(preparo.Caminho(), agora);
-            }
-            desfecho.Achados = Achados(preparo.Caminho(), m_Confere, ParteDoAndamento(andamento, 0.6, 1));
-        }
+        EhDeServidor(m_Registro) ? NoServidor(copia, pedido, agora, andamento, desfecho)
+                                 : NoArquivo(copia, pedido, agora, andamento, desfecho);
         if (!desfecho.Achados.empty()) {
             nada("A conferência encontrou defeitos na cópia.");
-            return desfecho;
-        }
-        preparo.Sincroniza();
-
-        const TravaDaPasta trava(registro.parent_path(), TravaDaPasta::Uso::DeUm,
-                                 "Outra estação está abrindo ou restaurando o registro. Tente de novo.");
-        DesfazRestauracao(registro);
-        try {
-            const fs::path guardado = Afasta(registro, agora);
-            preparo.TomaOLugar(registro);
-            desfecho.Arquivo = guardado.string();
-        } catch (...) {
-            IgnoraErro([&] { DesfazRestauracao(registro); });
-            throw;
-        }
-        desfecho.Feita = true;
-        desfecho.Frase = "O registro foi restaurado da cópia " + copia.string() + ".";
-        if (!desfecho.Arquivo.empty()) {
-            desfecho.Frase += " O que estava no lugar dele ficou guardado em " + desfecho.Arquivo + ".";
         }
     } catch (const Desistencia &) {
         desfecho.Cancelada = true;
@@ -256,12 +234,84 @@ DesfechoDaCopia Restauracao::Faz(const PedidoDeRestauracao &pedido, const Instan
     } catch (const DeOutroRegistro &falha) {
         desfecho.SoPorSerDeOutro = true;
         nada(falha.Descricao);
+    } catch (const SemCerteza &falha) {
+        desfecho.Frase = falha.Descricao;
     } catch (const fs::filesystem_error &erro) {
         nada("Não foi possível mexer em " + erro.path1().string() + ": " + MotivoDoSistema(erro.code().value()) + ".");
     } catch (...) {
         nada(FalhaCorrente().Descricao);
     }
     return desfecho;
+}
+
+void Restauracao::NoServidor(const fs::path &copia, const PedidoDeRestauracao &pedido, const Instante &agora,
+                             const AndamentoDaCopia &andamento, DesfechoDaCopia &desfecho) const
+{
+    ExigeSozinha(copia);
+    const FichaDoRegistro ficha = FichaDaCopia(copia);
+    ExigeDoMesmo(ficha, pedido, {});
+    LigacaoPostgres ligacao(m_Registro);
+    Transporte::ExigeVazio(ligacao); // asked again when it counts
+    QTemporaryDir pasta;
+    if (!pasta.isValid()) {
+        throw Recusada("Não foi possível fazer uma pasta temporária (" + S(pasta.errorString()) + ").");
+    }
+    const fs::path arquivo = S(pasta.filePath("registro.db"));
+    CriaArquivoPrivado(arquivo);
+    desfecho.Achados = Prepara(copia, arquivo, ficha, agora, andamento, 0.5);
+    if (!desfecho.Achados.empty()) {
+        return;
+    }
+    {
+        ArquivoSQLite preparada(arquivo, ArquivoSQLite::Modo::Parado);
+        Transporte::Leva(preparada, ligacao, ParteDoAndamento(andamento, 0.5, 1));
+    }
+    desfecho.Feita = true;
+    desfecho.Frase = "O registro foi restaurado da cópia " + copia.string() + ": está no " + ligacao.Nome() + ".";
+}
+
+void Restauracao::NoArquivo(const fs::path &copia, const PedidoDeRestauracao &pedido, const Instante &agora,
+                            const AndamentoDaCopia &andamento, DesfechoDaCopia &desfecho) const
+{
+    const fs::path registro = LugarVerdadeiro(m_Registro);
+    if (copia == registro) {
+        throw Recusada("O arquivo " + pedido.Arquivo + " é o próprio registro.");
+    }
+    const std::string rede = DiscoDeRede(registro);
+    if (!rede.empty()) {
+        throw Recusada("O registro está em um disco de rede (" + rede +
+                       "), onde não se trabalha: restaure-o em um disco deste computador.");
+    }
+    ExigeSozinha(copia);
+    const FichaDoRegistro ficha = FichaDaCopia(copia);
+    ExigeDoMesmo(ficha, pedido, registro);
+
+    if (!fs::exists(registro.parent_path())) {
+        FazPastaPrivada(registro.parent_path());
+    }
+    ArquivoEmPreparo preparo(LugarEmRestauracao(registro), "Outra restauração está sendo feita.");
+    desfecho.Achados = Prepara(copia, preparo.Caminho(), ficha, agora, andamento, 1);
+    if (!desfecho.Achados.empty()) {
+        return;
+    }
+    preparo.Sincroniza();
+
+    const TravaDaPasta trava(registro.parent_path(), TravaDaPasta::Uso::DeUm,
+                             "Outra estação está abrindo ou restaurando o registro. Tente de novo.");
+    DesfazRestauracao(registro);
+    try {
+        const fs::path guardado = Afasta(registro, agora);
+        preparo.TomaOLugar(registro);
+        desfecho.Arquivo = guardado.string();
+    } catch (...) {
+        IgnoraErro([&] { DesfazRestauracao(registro); });
+        throw;
+    }
+    desfecho.Feita = true;
+    desfecho.Frase = "O registro foi restaurado da cópia " + copia.string() + ".";
+    if (!desfecho.Arquivo.empty()) {
+        desfecho.Frase += " O que estava no lugar dele ficou guardado em " + desfecho.Arquivo + ".";
+    }
 }
 
 } // namespace mesa

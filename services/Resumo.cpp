@@ -1,12 +1,22 @@
 #include "services/Resumo.h"
 
-#include <QCryptographicHash>
+#include "host/Falha.h"
+
+#include <openssl/evp.h>
+
+#include <array>
 
 namespace mesa {
 
 std::string Resumo(const QByteArray &octetos)
 {
-    return QCryptographicHash::hash(octetos, QCryptographicHash::Sha256).toHex().toStdString();
+    std::array<unsigned char, 32> soma{};
+    // The processor's own instructions for it, which the toolkit does not know.
+    if (EVP_Digest(octetos.constData(), static_cast<std::size_t>(octetos.size()), soma.data(), nullptr, EVP_sha256(),
+                   nullptr) != 1) {
+        throw Falha(NumeroFalha::ErroInterno, "Resumo", "O resumo SHA-256 não pôde ser feito.");
+    }
+    return QByteArray::fromRawData(reinterpret_cast<const char *>(soma.data()), soma.size()).toHex().toStdString();
 }
 
 } // namespace mesa

@@ -5,6 +5,9 @@
 
 #include <sodium.h>
 
+#include <istream>
+#include <string>
+
 namespace mesa {
 
 void LimpaMemoria(void *onde, std::size_t bytes) noexcept
@@ -39,6 +42,20 @@ Segredo Segredo::Composto() const
     Segredo feito = Toma(composto);
     LimpaTexto(texto); // last: it is the same memory where there was nothing to compose
     return feito;
+}
+
+Segredo LeSenha(std::istream &entrada)
+{
+    constexpr std::size_t bastante = 1024; // the text does not grow, and leaves no piece of itself behind
+    std::string linha;
+    linha.reserve(bastante);
+    std::getline(entrada, linha);
+    if (!linha.empty() && linha.back() == '\r') {
+        linha.pop_back();
+    }
+    Segredo senha(linha);
+    LimpaMemoria(linha.data(), linha.size());
+    return senha;
 }
 
 } // namespace mesa

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <iosfwd>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -57,5 +58,8 @@ class Segredo {
   private:
     std::vector<char, AlocadorQueLimpa<char>> m_Texto;
 };
+
+// The one line of a stream that is a password, without the characters that end it.
+Segredo LeSenha(std::istream &entrada);
 
 } // namespace mesa

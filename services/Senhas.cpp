@@ -35,4 +35,19 @@ bool Senhas::Envelheceu(const std::string &embaralhada, const CustoDaSenha &cust
     return crypto_pwhash_str_needs_rehash(embaralhada.c_str(), custo.Passadas, custo.Memoria) != 0;
 }
 
+std::string Senhas::Estica(const std::string &texto, const std::string &sal, const CustoDaSenha &custo)
+{
+    std::array<unsigned char, crypto_pwhash_SALTBYTES> octetosDoSal{};
+    std::array<unsigned char, 32> esticado{};
+    if (sodium_init() < 0 ||
+        crypto_generichash(octetosDoSal.data(), octetosDoSal.size(),
+                           reinterpret_cast<const unsigned char *>(sal.data()), sal.size(), nullptr, 0) != 0 ||
+        crypto_pwhash(esticado.data(), esticado.size(), texto.data(), texto.size(), octetosDoSal.data(), custo.Passadas,
+                      custo.Memoria, crypto_pwhash_ALG_ARGON2ID13) != 0) {
+        throw Falha(NumeroFalha::SemMemoria, "Servicos", "Não há memória para conferir a senha.");
+    }
+    std::array<char, 2 * esticado.size() + 1> digitos{};
+    return sodium_bin2hex(digitos.data(), digitos.size(), esticado.data(), esticado.size());
+}
+
 } // namespace mesa

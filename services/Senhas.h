@@ -21,6 +21,8 @@ std::string Embaralha(const Segredo &senha, const CustoDaSenha &custo);
 bool Confere(const std::string &embaralhada, const Segredo &senha, const CustoDaSenha &custo);
 // Whether it was made at another cost than this.
 bool Envelheceu(const std::string &embaralhada, const CustoDaSenha &custo);
+// 64 hexadecimal digits that are made of the text, always the same for one salt and one cost, in as much time.
+std::string Estica(const std::string &texto, const std::string &sal, const CustoDaSenha &custo);
 
 } // namespace Senhas
 

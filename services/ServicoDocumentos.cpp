@@ -10,8 +10,6 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
-#include <cmath>
-
 namespace mesa {
 
 namespace {
@@ -68,8 +66,7 @@ Bytes ServicoDocumentos::Le(double numero)
 {
     m_Operacao.Exige("", "ver documentos");
     m_Operacao.Anda(0, "Lendo o documento");
-    const bool inteiro = std::fabs(numero) < 9e15 && numero == std::floor(numero);
-    const std::int64_t procurado = inteiro ? std::int64_t(numero) : 0;
+    const std::int64_t procurado = Conferencia::Chave(numero);
     const std::string nome = "O documento de número " + Conferencia::Numero(numero);
     QByteArray conteudo;
     {

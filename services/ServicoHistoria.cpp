@@ -11,7 +11,6 @@
 #include <QString>
 
 #include <algorithm>
-#include <cmath>
 #include <map>
 #include <tuple>
 #include <utility>
@@ -177,13 +176,13 @@ class Estado {
 std::vector<VersaoAfericao> ServicoHistoria::VersoesDaAfericao(double numero) const
 {
     m_Operacao.Exige("", "consultar aferições");
+    const std::int64_t chave = Conferencia::Chave(numero);
     const bool existe = [&] {
-        const bool inteiro = std::fabs(numero) < 9e15 && numero == std::floor(numero);
         Consulta achada(m_Operacao.Dados(),
                         "SELECT 1 FROM AFERICAO a JOIN SENSOR s ON s.NroIntSensor = a.NroIntSensor "
                         "JOIN EQUIPAMENTO e ON e.NroIntEquip = s.NroIntEquip "
                         "WHERE a.NroIntAfericao = ? AND e.ClienteInc = ?",
-                        {inteiro ? qlonglong(numero) : 0, Q(m_Operacao.Quem().Cliente)});
+                        {qlonglong(chave), Q(m_Operacao.Quem().Cliente)});
         return achada.Proxima();
     }();
     if (!existe) {
@@ -195,7 +194,7 @@ std::vector<VersaoAfericao> ServicoHistoria::VersoesDaAfericao(double numero) co
                       "SELECT h.Quando, h.Fuso, u.Nome, h.Acao, h.Motivo, h.Depois FROM HISTORICO h "
                       "LEFT JOIN USUARIO u ON u.Numero = h.Operador "
                       "WHERE h.Entidade = 'AFERICAO' AND h.NroEntidade = ? ORDER BY h.Nro",
-                      {qlonglong(numero)});
+                      {qlonglong(chave)});
     while (entradas.Proxima()) {
         VersaoAfericao &versao = versoes.emplace_back();
         versao.Versao = static_cast<std::int64_t>(versoes.size());

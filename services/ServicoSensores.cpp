@@ -24,7 +24,6 @@ constexpr std::uint8_t Inmetro = 1;
 constexpr std::uint8_t Declaracao = 2;
 constexpr std::int32_t PrimeiroAno = 1970; // before the first meters, and before the body that verifies them
 constexpr std::int32_t UltimoAno = 2100;
-constexpr double MaiorNumero = 9007199254740992.0; // up to here a floating number is exact
 
 template <class R> Ref<R> CopiaSemListas(const R &registro)
 {
@@ -36,11 +35,6 @@ template <class R> Ref<R> CopiaSemListas(const R &registro)
 std::uint8_t AtivoOuNao(std::uint8_t ativo)
 {
     return ativo == Indicador::Nao ? Indicador::Nao : Indicador::Sim;
-}
-
-bool EhNumero(double numero)
-{
-    return numero >= 1 && numero <= MaiorNumero && numero == std::floor(numero);
 }
 
 std::string Periodo(const AfericaoED &afericao)
@@ -309,8 +303,8 @@ Ref<AfericaoED> ServicoSensores::AchaAfericao(const SensorED &sensor, double num
     static const QString sql =
         "SELECT " + MapaRegistro::Lista<AfericaoED>() + " FROM AFERICAO WHERE NroIntAfericao = ? AND NroIntSensor = ?";
     auto afericao = Novo<AfericaoED>();
-    if (EhNumero(numero)) {
-        Consulta linha(m_Operacao.Dados(), sql, {qlonglong(numero), sensor.NroIntSensor.Valor()});
+    if (const std::int64_t chave = Conferencia::Chave(numero); chave != 0) {
+        Consulta linha(m_Operacao.Dados(), sql, {qlonglong(chave), sensor.NroIntSensor.Valor()});
         if (linha.Proxima()) {
             MapaRegistro::Preenche(*afericao, linha);
             return afericao;
@@ -420,7 +414,7 @@ void ServicoSensores::ConfereDocumento(const AfericaoED &afericao) const
         throw Recusa("A " + Nome(afericao) + " não tem documento: envie o PDF.");
     }
     const std::string nome = "O documento de número " + Conferencia::Numero(documento) + " da " + Nome(afericao);
-    const qlonglong numero = EhNumero(documento) ? qlonglong(documento) : 0;
+    const qlonglong numero = Conferencia::Chave(documento);
     Consulta achado(m_Operacao.Dados(), "SELECT 1 FROM DOCUMENTO WHERE NroDocumento = ? AND ClienteInc = ?",
                     {numero, Q(m_Operacao.Quem().Cliente)});
     if (!achado.Proxima()) {

@@ -1,7 +1,9 @@
 #include "services/Servicos.h"
 
 #include "services/Copia.h"
-#include "services/DialetoSQLite.h"
+#include "services/DialetoPostgres.h"
+#include "services/Dialetos.h"
+#include "services/ErroSql.h"
 #include "services/Fundacao.h"
 #include "services/ServicosSql.h"
 
@@ -14,7 +16,10 @@ Ref<Servicos> Servicos::Abre(const std::string &caminho, Relogio agora, const Cu
                              const std::string &pastaDasCopias)
 try {
     const Instante momento = agora();
-    auto banco = std::make_shared<Banco>(std::make_unique<DialetoSQLite>(), caminho, momento, [&] {
+    auto banco = std::make_shared<Banco>(DialetoPara(caminho), caminho, momento, [&] {
+        if (DialetoPostgres::Reconhece(caminho)) {
+            return; // whoever administers the server looks after its copies
+        }
         // What the schema was is looked through by no check of today.
         const DesfechoDaCopia copia =
             Copia(caminho, {}).Faz(pastaDasCopias.empty() ? Copia::PastaPadrao(caminho) : pastaDasCopias, momento);
@@ -26,16 +31,16 @@ try {
     });
     return Novo<ServicosSql>(std::move(banco), std::move(agora), custo);
 } catch (...) {
-    PassaFalha(" < Servicos.Abre");
+    PassaErro(" < Servicos.Abre");
 }
 
 Ref<Servicos> Servicos::Cria(const std::string &caminho, TipoDeRegistro tipo, Relogio agora, const CustoDaSenha &custo)
 try {
-    auto banco = std::make_shared<Banco>(std::make_unique<DialetoSQLite>(), caminho,
+    auto banco = std::make_shared<Banco>(DialetoPara(caminho), caminho,
                                          [&](Banco &novo) { Fundacao::Funda(novo, tipo, agora()); });
     return Novo<ServicosSql>(std::move(banco), std::move(agora), custo);
 } catch (...) {
-    PassaFalha(" < Servicos.Cria");
+    PassaErro(" < Servicos.Cria");
 }
 
 } // namespace mesa

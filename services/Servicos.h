@@ -21,11 +21,12 @@ class Servicos : public Objeto {
   public:
     std::string_view NomeTipo() const override { return "Servicos"; }
 
-    // caminho: file of the embedded database. agora: the clock; every moment written comes from it. A registry whose
+    // caminho: file of the embedded database, or connection text of the networked one ("postgresql://...", see
+    // DialetoPostgres). agora: the clock; every moment written comes from it. A registry whose
     // schema is about to change is copied before, into pastaDasCopias or, without one, Copia::PastaPadrao.
     static Ref<Servicos> Abre(const std::string &caminho, Relogio agora, const CustoDaSenha &custo = {},
                               const std::string &pastaDasCopias = "");
-    // A new registry with nobody in it. Fault 58 where there is a file of that name.
+    // A new registry with nobody in it. Fault 58 where there is a file of that name, or anything in the database.
     static Ref<Servicos> Cria(const std::string &caminho, TipoDeRegistro tipo, Relogio agora,
                               const CustoDaSenha &custo = {});
 

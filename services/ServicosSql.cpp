@@ -1,12 +1,12 @@
 #include "services/ServicosSql.h"
 
 #include "host/Conversoes.h"
+#include "services/ErroSql.h"
 #include "services/Permissoes.h"
 #include "services/Recusa.h"
 #include "services/RegrasDeCadastro.h"
 #include "services/RegrasDeSenha.h"
 #include "services/ServicoClientes.h"
-#include "services/SessaoSql.h"
 #include "services/Usuarios.h"
 
 #include <algorithm>
@@ -39,14 +39,26 @@ ServicosSql::ServicosSql(std::shared_ptr<Banco> banco, Relogio agora, const Cust
 
 Ref<SessaoServico> ServicosSql::Entra(const std::string &usuario, const Segredo &senha, const std::string &estacao,
                                       std::string &recusa, std::int32_t &espera)
-try {
-    const auto entrada = m_Portaria->Entra(usuario, senha, estacao, m_Agora(), recusa, espera);
+{
+    const auto entrada = Autentica(usuario, senha, estacao, recusa, espera);
     if (!entrada) {
         return nullptr;
     }
-    return Novo<SessaoSql>(m_Banco, m_Agora, m_Portaria, *entrada, m_ExigeMotivo);
+    return Novo<SessaoSql>(m_Banco, m_Agora, m_Portaria, *entrada, m_ExigeMotivo, SessaoSql::SemEntrada::Responde);
+}
+
+std::optional<Portaria::Entrada> ServicosSql::Autentica(const std::string &usuario, const Segredo &senha,
+                                                        const std::string &estacao, std::string &recusa,
+                                                        std::int32_t &espera)
+try {
+    return m_Portaria->Entra(usuario, senha, estacao, m_Agora(), recusa, espera);
 } catch (...) {
-    PassaFalha(" < Servicos.Entra");
+    PassaErro(" < Servicos.Entra");
+}
+
+Ref<SessaoSql> ServicosSql::Retoma(const Portaria::Entrada &entrada)
+{
+    return Novo<SessaoSql>(m_Banco, m_Agora, m_Portaria, entrada, m_ExigeMotivo, SessaoSql::SemEntrada::Lanca);
 }
 
 bool ServicosSql::PrimeiroAdministrador(const ClienteCadastrado &cliente, const Operador &quem, const Segredo &senha,
@@ -83,7 +95,7 @@ try {
     recusa = motivo.what();
     return false;
 } catch (...) {
-    PassaFalha(" < Servicos.PrimeiroAdministrador");
+    PassaErro(" < Servicos.PrimeiroAdministrador");
 }
 
 void ServicosSql::CadastraUsuario(const Operador &operador, const Segredo &senha, const std::vector<std::string> &acoes,
@@ -106,7 +118,7 @@ try {
         Usuarios(*m_Banco, m_Agora(), 0).Inclui(novo);
     });
 } catch (...) {
-    PassaFalha(" < Servicos.CadastraUsuario");
+    PassaErro(" < Servicos.CadastraUsuario");
 }
 
 void ServicosSql::CadastraCliente(const ClienteCadastrado &cliente)
@@ -121,14 +133,14 @@ try {
         Usuarios(*m_Banco, m_Agora(), 0).IncluiCliente(cliente);
     });
 } catch (...) {
-    PassaFalha(" < Servicos.CadastraCliente");
+    PassaErro(" < Servicos.CadastraCliente");
 }
 
 bool ServicosSql::Vazio()
 try {
     return m_Banco->Le([&] { return !Usuarios::HaUsuarios(*m_Banco); });
 } catch (...) {
-    PassaFalha(" < Servicos.Vazio");
+    PassaErro(" < Servicos.Vazio");
 }
 
 } // namespace mesa

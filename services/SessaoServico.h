@@ -44,6 +44,17 @@ struct LinhaReplica {
     std::int32_t Ativo = 0; // 1 yes, 2 no
 };
 
+// Of what a replica tells that was read.
+struct Replicado {
+    Data DeQuando;
+    std::int64_t Ate = 0;     // number of the history's last entry at that moment
+    std::int64_t Quantas = 0; // rows that were handed over
+    std::string Elo = {};     // hash of that entry
+    // Hash of the entry after which it was asked for, empty where there is none: when it is not the one that came with
+    // that number, what was read then is not what this registry held.
+    std::string EloDeAntes = {};
+};
+
 // A version of a calibration, as the history has it.
 struct VersaoAfericao {
     std::int64_t Versao = 0;          // from 1
@@ -120,9 +131,10 @@ class SessaoServico : public Objeto {
 
     // Clients that the operator may choose: his own, with its sectors in order of name.
     virtual std::vector<ClienteCadastrado> Clientes() = 0;
-    // Every equipment of the operator's client, deactivated ones too, in order of number; and the moment of which it
-    // tells. No row for an operator who may not look. An empty moment when it was given up on the way.
-    virtual Data LeReplica(const std::function<void(const LinhaReplica &)> &cadaLinha) = 0;
+    // The equipment of the operator's client, deactivated ones too, each once, that the history has an entry of after
+    // that number; all of it after 0. One moment of the registry, which stays held meanwhile. No row, and of no entry,
+    // for an operator who may not look. An empty moment when it was given up on the way.
+    virtual Replicado LeReplica(std::int64_t depoisDe, const std::function<void(const LinhaReplica &)> &cadaLinha) = 0;
 };
 
 // A session tells how far it is while this lives.

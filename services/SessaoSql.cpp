@@ -2,11 +2,15 @@
 
 #include "host/Conversoes.h"
 #include "host/Indicador.h"
+#include "services/Conferencia.h"
 #include "services/ConteudoPdf.h"
+#include "services/ErroSql.h"
+#include "services/Historico.h"
 #include "services/MotivoCorrecao.h"
 #include "services/Permissoes.h"
 #include "services/PesquisaEquipamentos.h"
-#include "services/Recusa.h"
+#include "services/RegistrosAdministracao.h"
+#include "services/ReplicaDoCliente.h"
 #include "services/ServicoAfericoes.h"
 #include "services/ServicoClientes.h"
 #include "services/ServicoDocumentos.h"
@@ -107,6 +111,36 @@ const std::map<ChaveOperacao, Atendimento> &Atendimentos()
     return tabela;
 }
 
+// Whether the request has a password in it.
+bool TemSenha(const Ref<Objeto> &pedido)
+{
+    const auto *usuario = dynamic_cast<const UsuarioED *>(pedido.Ponteiro());
+    return usuario != nullptr && !usuario->Senha.Valor().Vazio();
+}
+
+// Somebody who was told how far it is has given it up.
+struct Desistencia {};
+
+// Gets back what it was unless that was confirmed.
+template <class T> class Devolvido {
+  public:
+    explicit Devolvido(T &onde) : m_Onde(onde), m_Antes(onde) {}
+    Devolvido(const Devolvido &) = delete;
+    Devolvido &operator=(const Devolvido &) = delete;
+    ~Devolvido()
+    {
+        if (!m_Confirmado) {
+            m_Onde = std::move(m_Antes);
+        }
+    }
+    void Confirma() { m_Confirmado = true; }
+
+  private:
+    T &m_Onde;
+    T m_Antes;
+    bool m_Confirmado = false;
+};
+
 // "a aferição 1 do sensor 1, a aferição 2 do sensor 1 e mais 3", each with what goes before it.
 std::string Enumera(const std::vector<std::string> &nomes, const std::string &antes)
 {
@@ -123,28 +157,42 @@ std::string Enumera(const std::vector<std::string> &nomes, const std::string &an
 } // namespace
 
 SessaoSql::SessaoSql(std::shared_ptr<Banco> banco, Relogio agora, std::shared_ptr<Portaria> portaria,
-                     Portaria::Entrada entrada, bool exigeMotivo)
+                     Portaria::Entrada entrada, bool exigeMotivo, SemEntrada semEntrada)
     : m_Banco(std::move(banco)),
       m_Agora(std::move(agora)),
       m_Portaria(std::move(portaria)),
       m_Entrada(std::move(entrada)),
-      m_ExigeMotivo(exigeMotivo)
+      m_ExigeMotivo(exigeMotivo),
+      m_SemEntrada(semEntrada)
 {
 }
 
-std::string SessaoSql::RecusaDaEntrada() const
+void SessaoSql::Recolhe(const Recusa &motivo, std::string &recusa) const
 {
-    const mesa::Operador &quem = m_Entrada.Quem;
-    Consulta agora(*m_Banco, "SELECT TrocaSenha, CodCliente, Setor, CodMunic FROM USUARIO WHERE Numero = ?",
-                   {quem.Numero});
-    agora.Proxima();
-    if (agora.Inteiro(0) == Indicador::Sim) {
-        return quem.Nome + " precisa trocar a senha antes de fazer qualquer outra coisa.";
+    if (m_SemEntrada == SemEntrada::Lanca && dynamic_cast<const RecusaDeEntrada *>(&motivo) != nullptr) {
+        throw; // the one that is being handled
     }
-    if (agora.Inteiro(1) != quem.CodCliente || agora.Texto(2) != quem.Setor || agora.Inteiro(3) != quem.CodMunic) {
-        return "O cliente, o setor ou o município de " + quem.Nome + " mudou depois da entrada. Saia e entre de novo.";
+    recusa = motivo.what();
+}
+
+bool SessaoSql::EntradaVale() const
+try {
+    m_Portaria->ExigeEntrada(m_Entrada);
+    return true;
+} catch (const Recusa &motivo) {
+    std::string recusa;
+    Recolhe(motivo, recusa);
+    return false;
+}
+
+std::optional<Repeticao> SessaoSql::TomaNumero(bool comSenha)
+{
+    m_Repetida.reset();
+    std::optional<Numerada> numerada = std::exchange(m_Numerada, std::nullopt);
+    if (!numerada) {
+        return std::nullopt;
     }
-    return "";
+    return Repeticao(*m_Banco, std::move(*numerada), m_Entrada.Quem.Numero, m_Portaria->Custo(), comSenha);
 }
 
 void SessaoSql::ExigeEscrita() const
@@ -154,24 +202,38 @@ void SessaoSql::ExigeEscrita() const
     }
 }
 
-void SessaoSql::Roda(bool escreve, const Trabalho &trabalho, const std::string &motivo)
+void SessaoSql::Roda(bool escreve, const Trabalho &trabalho, const std::string &motivo, const Repeticao *repeticao)
 {
     if (escreve) {
         ExigeEscrita();
     }
     const Instante agora = m_Agora();
+    std::optional<Operacao> operacao; // of a run that failed it takes back what it left in the records
+    std::optional<std::string> repetida;
     const auto roda = [&] {
-        const std::string semEntrada = RecusaDaEntrada();
-        if (!semEntrada.empty()) {
-            throw Recusa(semEntrada);
+        operacao.reset();
+        m_Portaria->ExigeEntrada(m_Entrada);
+        repetida = repeticao != nullptr ? repeticao->DeAntes(agora) : std::nullopt;
+        if (repetida) {
+            return;
         }
-        Operacao operacao(*m_Banco, m_Entrada.Quem, agora, m_Portaria->Custo(), motivo, m_Segue);
-        trabalho(operacao);
-        operacao.ConfereMotivo();
-        return operacao;
+        operacao.emplace(*m_Banco, m_Entrada.Quem, agora, m_Portaria->Custo(), motivo, m_Segue);
+        trabalho(*operacao);
+        operacao->ConfereMotivo();
+        operacao->Entrega();
+        if (repeticao != nullptr) {
+            repeticao->Guarda(agora);
+        }
     };
-    const Operacao feita = escreve ? m_Banco->Escreve(roda) : m_Banco->Le(roda);
-    feita.Entrega();
+    if (escreve) {
+        m_Banco->Escreve(roda);
+    } else {
+        m_Banco->Le(roda);
+    }
+    if (operacao) {
+        operacao->Confirma();
+    }
+    m_Repetida = std::move(repetida);
 }
 
 std::string SessaoSql::MotivoPara(const std::vector<std::string> &corrigidas) const
@@ -189,25 +251,22 @@ std::string SessaoSql::MotivoPara(const std::vector<std::string> &corrigidas) co
     return MotivoCorrecao::Aparado(*dado);
 }
 
-bool SessaoSql::Opera(bool escreve, const Trabalho &trabalho, std::string &recusa)
+bool SessaoSql::Opera(bool escreve, const Trabalho &trabalho, std::string &recusa, const Repeticao *repeticao)
 {
     recusa.clear();
     try {
-        if (escreve && !m_Banco->SomenteLeitura().empty()) {
-            throw Recusa(m_Banco->SomenteLeitura() + " Nada foi gravado.");
-        }
         std::vector<std::string> corrigidas;
         try {
-            Roda(escreve, trabalho, m_Pergunta || m_ExigeMotivo ? "" : MotivoCorrecao::Nenhum);
+            Roda(escreve, trabalho, m_Pergunta || m_ExigeMotivo ? "" : MotivoCorrecao::Nenhum, repeticao);
         } catch (const FaltaMotivo &falta) {
             corrigidas = falta.Corrigidas;
         }
         if (!corrigidas.empty()) {
-            Roda(escreve, trabalho, MotivoPara(corrigidas));
+            Roda(escreve, trabalho, MotivoPara(corrigidas), repeticao);
         }
         return true;
     } catch (const Recusa &motivo) {
-        recusa = motivo.what();
+        Recolhe(motivo, recusa);
         return false;
     }
 }
@@ -215,29 +274,39 @@ bool SessaoSql::Opera(bool escreve, const Trabalho &trabalho, std::string &recus
 bool SessaoSql::DeveTrocarSenha()
 try {
     return m_Banco->Le([&] {
+        if (m_SemEntrada == SemEntrada::Lanca) {
+            m_Portaria->ConfereEntrada(m_Entrada);
+        }
         Consulta linha(*m_Banco, "SELECT TrocaSenha FROM USUARIO WHERE Numero = ?", {m_Entrada.Quem.Numero});
         return linha.Proxima() && linha.Inteiro(0) == Indicador::Sim;
     });
 } catch (...) {
-    PassaFalha(" < SessaoServico.DeveTrocarSenha");
+    PassaErro(" < SessaoServico.DeveTrocarSenha");
 }
 
 // Not in one transaction: the try is counted whatever comes of it.
 bool SessaoSql::TrocaMinhaSenha(const Ref<Objeto> &pedido, std::string &recusa)
 try {
+    const auto repeticao = TomaNumero(/*comSenha=*/true);
     const auto &troca = ComoPedido<TrocaSenhaED>(pedido);
     ExigeEscrita();
-    return m_Portaria->TrocaSenha(m_Entrada, troca.Atual, troca.Nova, m_Agora(), recusa);
+    return m_Portaria->TrocaSenha(m_Entrada, troca.Atual, troca.Nova, m_Agora(), repeticao ? &*repeticao : nullptr,
+                                  m_Repetida, recusa);
 } catch (const Recusa &motivo) {
-    recusa = motivo.what();
+    Recolhe(motivo, recusa);
     return false;
 }
 
 bool SessaoSql::TemPermissao(const std::string &sistema, const std::string &objeto, const std::string &acao)
 try {
-    return m_Banco->Le([&] { return Permissoes::Tem(*m_Banco, m_Entrada.Quem.Numero, sistema, objeto, acao); });
+    return m_Banco->Le([&] {
+        if (m_SemEntrada == SemEntrada::Lanca) {
+            m_Portaria->ConfereEntrada(m_Entrada);
+        }
+        return Permissoes::Tem(*m_Banco, m_Entrada.Quem.Numero, sistema, objeto, acao);
+    });
 } catch (...) {
-    PassaFalha(" < SessaoServico.TemPermissao");
+    PassaErro(" < SessaoServico.TemPermissao");
 }
 
 bool SessaoSql::Executa(const std::string &classeRN, const std::string &metodo, Ref<Objeto> &pedido, Valor &retorno,
@@ -246,47 +315,58 @@ try {
     if (classeRN == "AdministracaoRN" && metodo == "trocaMinhaSenha") {
         return TrocaMinhaSenha(pedido, recusa);
     }
+    const auto repeticao = TomaNumero(TemSenha(pedido));
     const auto atendimento = Atendimentos().find({classeRN, metodo});
     if (atendimento == Atendimentos().end()) {
         recusa = "O serviço " + classeRN + " não tem a operação \"" + metodo + "\".";
         return false;
     }
-    Valor resposta;
+    const bool escreve = atendimento->second.Escreve;
+    Devolvido volta(retorno);
     const bool feita = Opera(
-        atendimento->second.Escreve,
-        [&](Operacao &operacao) { resposta = atendimento->second.Atende(operacao, pedido); }, recusa);
-    if (feita) {
-        retorno = resposta;
+        escreve, [&](Operacao &operacao) { retorno = atendimento->second.Atende(operacao, pedido); }, recusa,
+        escreve && repeticao ? &*repeticao : nullptr);
+    if (feita && !m_Repetida) {
+        volta.Confirma();
     }
     return feita;
 } catch (...) {
-    PassaFalha(" < SessaoServico.Executa");
+    PassaErro(" < SessaoServico.Executa");
 }
 
 bool SessaoSql::GuardaDocumento(const Bytes &bytes, double &numero, std::string &recusa)
 try {
+    const auto repeticao = TomaNumero(/*comSenha=*/false);
     // Opening a document takes its time, in which nobody else should have to wait: not in the transaction that writes.
-    const auto podeGuardar = [](Operacao &operacao) {
+    bool deAntes = false;
+    const auto podeGuardar = [&](Operacao &operacao) {
+        deAntes = repeticao && repeticao->HaDeAntes();
+        if (deAntes) {
+            return;
+        }
         ServicoDocumentos(operacao).ExigeGuardar();
         operacao.Anda(0, "Conferindo o documento");
     };
     if (!Opera(false, podeGuardar, recusa)) {
         return false;
     }
-    recusa = DefeitoDoPdf(
-        QByteArray::fromRawData(reinterpret_cast<const char *>(bytes.data()), static_cast<qsizetype>(bytes.size())));
+    if (!deAntes) {
+        recusa = DefeitoDoPdf(QByteArray::fromRawData(reinterpret_cast<const char *>(bytes.data()),
+                                                      static_cast<qsizetype>(bytes.size())));
+    }
     if (!recusa.empty()) {
         return false;
     }
-    double guardado = 0;
+    Devolvido volta(numero);
     const bool feita = Opera(
-        true, [&](Operacao &operacao) { guardado = ServicoDocumentos(operacao).Guarda(bytes); }, recusa);
-    if (feita) {
-        numero = guardado;
+        true, [&](Operacao &operacao) { numero = ServicoDocumentos(operacao).Guarda(bytes); }, recusa,
+        repeticao ? &*repeticao : nullptr);
+    if (feita && !m_Repetida) {
+        volta.Confirma();
     }
     return feita;
 } catch (...) {
-    PassaFalha(" < SessaoServico.GuardaDocumento");
+    PassaErro(" < SessaoServico.GuardaDocumento");
 }
 
 bool SessaoSql::LeDocumento(double numero, Bytes &bytes, std::string &recusa)
@@ -299,7 +379,7 @@ try {
     }
     return feita;
 } catch (...) {
-    PassaFalha(" < SessaoServico.LeDocumento");
+    PassaErro(" < SessaoServico.LeDocumento");
 }
 
 std::vector<AfericaoComDocumento> SessaoSql::AfericoesCom(const QString &documento, double numero)
@@ -310,13 +390,14 @@ std::vector<AfericaoComDocumento> SessaoSql::AfericoesCom(const QString &documen
         false,
         [&](Operacao &operacao) {
             operacao.Exige("", "ver documentos");
+            afericoes.clear(); // of a run whose connection was lost
             Consulta linhas(operacao.Dados(),
                             "SELECT DISTINCT e.Codigo, a.Marca, a.TipoAfer FROM AFERICAO a "
                             "JOIN SENSOR s ON s.NroIntSensor = a.NroIntSensor "
                             "JOIN EQUIPAMENTO e ON e.NroIntEquip = s.NroIntEquip "
                             "WHERE a.NroIntImgCertif = " +
                                 documento + " AND a.NroIntImgCertif <> 0 AND e.ClienteInc = ? ORDER BY e.Codigo",
-                            {qlonglong(numero), Q(m_Entrada.Quem.Cliente)});
+                            {qlonglong(Conferencia::Chave(numero)), Q(m_Entrada.Quem.Cliente)});
             while (linhas.Proxima()) {
                 afericoes.push_back({linhas.Texto(0), linhas.Texto(1), static_cast<std::uint8_t>(linhas.Inteiro(2))});
             }
@@ -329,14 +410,14 @@ std::vector<AfericaoComDocumento> SessaoSql::AfericoesDoDocumento(double numero)
 try {
     return AfericoesCom("?", numero);
 } catch (...) {
-    PassaFalha(" < SessaoServico.AfericoesDoDocumento");
+    PassaErro(" < SessaoServico.AfericoesDoDocumento");
 }
 
 std::vector<AfericaoComDocumento> SessaoSql::AfericoesDoDocumentoDa(double nroIntAfericao)
 try {
     return AfericoesCom("(SELECT NroIntImgCertif FROM AFERICAO WHERE NroIntAfericao = ?)", nroIntAfericao);
 } catch (...) {
-    PassaFalha(" < SessaoServico.AfericoesDoDocumentoDa");
+    PassaErro(" < SessaoServico.AfericoesDoDocumentoDa");
 }
 
 bool SessaoSql::VersoesDaAfericao(double nroIntAfericao, std::vector<VersaoAfericao> &versoes, std::string &recusa)
@@ -350,7 +431,7 @@ try {
     }
     return feita;
 } catch (...) {
-    PassaFalha(" < SessaoServico.VersoesDaAfericao");
+    PassaErro(" < SessaoServico.VersoesDaAfericao");
 }
 
 bool SessaoSql::ComoConhecido(std::int32_t nroIntEquip, const Instante &quando, EquipamentoConhecido &conhecido,
@@ -365,7 +446,7 @@ try {
     }
     return feita;
 } catch (...) {
-    PassaFalha(" < SessaoServico.ComoConhecido");
+    PassaErro(" < SessaoServico.ComoConhecido");
 }
 
 std::vector<ClienteCadastrado> SessaoSql::Clientes()
@@ -373,45 +454,52 @@ try {
     return m_Banco->Le([&] {
         std::vector<ClienteCadastrado> clientes;
         auto cliente = Usuarios::Cliente(*m_Banco, m_Entrada.Quem.CodCliente);
-        if (cliente && RecusaDaEntrada().empty()) {
+        if (cliente && EntradaVale()) {
             clientes.push_back(std::move(*cliente));
         }
         return clientes;
     });
 } catch (...) {
-    PassaFalha(" < SessaoServico.Clientes");
+    PassaErro(" < SessaoServico.Clientes");
 }
 
-Data SessaoSql::LeReplica(const std::function<void(const LinhaReplica &)> &cadaLinha)
+Replicado SessaoSql::LeReplica(std::int64_t depoisDe, const std::function<void(const LinhaReplica &)> &cadaLinha)
 try {
-    const Data agora = m_Agora().Local;
-    const std::vector<LinhaReplica> linhas = m_Banco->Le([&] {
-        std::vector<LinhaReplica> lidas;
-        if (!RecusaDaEntrada().empty() ||
+    Replicado replicado;
+    struct Interrompida {};
+    const auto le = [&] {
+        if (replicado.Quantas > 0) { // what was handed over cannot be taken back
+            throw Interrompida();
+        }
+        replicado = {m_Agora().Local};
+        if (!EntradaVale() ||
             !Permissoes::Tem(*m_Banco, m_Entrada.Quem.Numero, Permissoes::Sistema, Permissoes::Objeto, "")) {
-            return lidas;
+            return;
         }
-        Consulta achadas(*m_Banco,
-                         "SELECT NroIntEquip, ClienteInc, Codigo, TipoEquip, Ativo FROM EQUIPAMENTO "
-                         "WHERE ClienteInc = ? ORDER BY NroIntEquip",
-                         {Q(m_Entrada.Quem.Cliente)});
-        while (achadas.Proxima()) {
-            lidas.push_back({static_cast<std::int32_t>(achadas.Inteiro(0)), achadas.Texto(1), achadas.Texto(2),
-                             achadas.Texto(3), static_cast<std::int32_t>(achadas.Inteiro(4))});
-        }
-        return lidas;
-    });
-    std::size_t lidas = 0;
-    for (const LinhaReplica &linha : linhas) {
-        if (m_Segue && !m_Segue(static_cast<double>(lidas) / static_cast<double>(linhas.size()), linha.Codigo)) {
-            return {};
-        }
-        cadaLinha(linha);
-        ++lidas;
+        const Historico::Cabeca fim = Historico(*m_Banco).Fim();
+        replicado.Ate = fim.Tamanho;
+        replicado.Elo = fim.Elo;
+        const ReplicaDoCliente replica(*m_Banco, m_Entrada.Quem.Cliente, depoisDe);
+        replicado.EloDeAntes = replica.EloDeAntes();
+        const auto total = static_cast<double>(m_Segue ? replica.Quantas() : 0);
+        replica.CadaLinha([&](const LinhaReplica &linha) {
+            if (m_Segue && !m_Segue(static_cast<double>(replicado.Quantas) / total, linha.Codigo)) {
+                throw Desistencia();
+            }
+            cadaLinha(linha);
+            ++replicado.Quantas;
+        });
+    };
+    try {
+        m_Banco->Le(le);
+    } catch (const Desistencia &) {
+        return {};
+    } catch (const Interrompida &) {
+        throw ErroSql(MotivoSql::Queda, "a leitura dos equipamentos foi interrompida", LugarDoRegistro::Servidor);
     }
-    return agora;
+    return replicado;
 } catch (...) {
-    PassaFalha(" < SessaoServico.LeReplica");
+    PassaErro(" < SessaoServico.LeReplica");
 }
 
 } // namespace mesa

@@ -3,10 +3,14 @@
 #include "services/Banco.h"
 #include "services/Operacao.h"
 #include "services/Portaria.h"
+#include "services/Recusa.h"
+#include "services/Repeticao.h"
 #include "services/SessaoServico.h"
 
+#include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -16,9 +20,22 @@ namespace mesa {
 // A session over a registry in a database.
 class SessaoSql : public SessaoServico {
   public:
+    // What comes of an operation when the sign-in no longer stands: a refusal like every other, or RecusaDeEntrada.
+    enum class SemEntrada { Responde, Lanca };
+
     // exigeMotivo: whether corrections are refused where there is nobody to ask for a reason.
     SessaoSql(std::shared_ptr<Banco> banco, Relogio agora, std::shared_ptr<Portaria> portaria,
-              Portaria::Entrada entrada, bool exigeMotivo);
+              Portaria::Entrada entrada, bool exigeMotivo, SemEntrada semEntrada);
+
+    // Of the sign-in on which the session stands; another one once "trocaMinhaSenha" is done.
+    const Portaria::Entrada &Entrada() const { return m_Entrada; }
+    // The number of the next changing operation (Executa, GuardaDocumento), with which alone it counts. What is asked
+    // for its answer finds the arguments of that call as they are when it is done: the request with its marks, and what
+    // is answered.
+    void Numera(Numerada numerada) { m_Numerada = std::move(numerada); }
+    // The octets that the last one had answered when it was done before; then it has done nothing, and what it was
+    // given is as it was. Nothing when it was done now, refused, or had no number.
+    const std::optional<std::string> &Repetida() const { return m_Repetida; }
 
     const mesa::Operador &Operador() const override { return m_Entrada.Quem; }
     bool DeveTrocarSenha() override;
@@ -36,7 +53,7 @@ class SessaoSql : public SessaoServico {
     bool ComoConhecido(std::int32_t nroIntEquip, const Instante &quando, EquipamentoConhecido &conhecido,
                        std::string &recusa) override;
     std::vector<ClienteCadastrado> Clientes() override;
-    Data LeReplica(const std::function<void(const LinhaReplica &)> &cadaLinha) override;
+    Replicado LeReplica(std::int64_t depoisDe, const std::function<void(const LinhaReplica &)> &cadaLinha) override;
 
   private:
     std::vector<AfericaoComDocumento> AfericoesCom(const QString &documento, double numero);
@@ -44,14 +61,18 @@ class SessaoSql : public SessaoServico {
     using Trabalho = std::function<void(Operacao &)>;
 
     // Runs an operation in one transaction; false with the reason when it refused. When it corrects what was stored, it
-    // is taken back and run again once the reason is there.
-    bool Opera(bool escreve, const Trabalho &trabalho, std::string &recusa);
-    void Roda(bool escreve, const Trabalho &trabalho, const std::string &motivo);
+    // is taken back and run again once the reason is there. repeticao: its number; null for none.
+    bool Opera(bool escreve, const Trabalho &trabalho, std::string &recusa, const Repeticao *repeticao = nullptr);
+    void Roda(bool escreve, const Trabalho &trabalho, const std::string &motivo, const Repeticao *repeticao);
+    // The number of this operation, which no other one has.
+    std::optional<Repeticao> TomaNumero(bool comSenha);
+    // The reason of a refusal, unless it is one to be raised.
+    void Recolhe(const Recusa &motivo, std::string &recusa) const;
     // Refused when none is given.
     std::string MotivoPara(const std::vector<std::string> &corrigidas) const;
 
-    // Why the sign-in no longer stands: the password has to be changed, or the user was moved; empty while it does.
-    std::string RecusaDaEntrada() const;
+    // Whether the operator may ask anything. Within the caller's transaction.
+    bool EntradaVale() const;
     // Refuses where nothing can be written.
     void ExigeEscrita() const;
     bool TrocaMinhaSenha(const Ref<Objeto> &pedido, std::string &recusa);
@@ -61,6 +82,9 @@ class SessaoSql : public SessaoServico {
     std::shared_ptr<Portaria> m_Portaria;
     Portaria::Entrada m_Entrada;
     bool m_ExigeMotivo;
+    SemEntrada m_SemEntrada;
+    std::optional<Numerada> m_Numerada;
+    std::optional<std::string> m_Repetida;
     PerguntaDeMotivo m_Pergunta;
     Segue m_Segue;
 };

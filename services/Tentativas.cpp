@@ -131,7 +131,7 @@ TentativasEmMemoria::TentativasEmMemoria()
     crypto_generichash_keygen(m_Sal.data());
 }
 
-Tentativas &TentativasEmMemoria::De(const std::string &chave)
+Tentativas &TentativasEmMemoria::Acha(const std::string &chave)
 {
     std::string resumo(crypto_generichash_BYTES, '\0');
     crypto_generichash(reinterpret_cast<unsigned char *>(resumo.data()), resumo.size(),

@@ -6,6 +6,7 @@
 #include <array>
 #include <cstdint>
 #include <map>
+#include <mutex>
 #include <string>
 
 namespace mesa {
@@ -50,14 +51,22 @@ class TentativasDoUsuario {
 };
 
 // Those that the registry does not keep, for as long as the program runs: at names that no user has, and where nothing
-// can be written. What was typed may be a password: it is neither stored nor kept.
+// can be written. What was typed may be a password: it is neither stored nor kept. Several threads may count together.
 class TentativasEmMemoria {
   public:
     TentativasEmMemoria();
 
-    Tentativas &De(const std::string &chave);
+    // Runs the work on those at the name, while nobody else touches any, and gives what it gives.
+    template <class Trabalho> auto De(const std::string &chave, Trabalho &&trabalho)
+    {
+        const std::lock_guard tranca(m_Tranca);
+        return trabalho(Acha(chave));
+    }
 
   private:
+    Tentativas &Acha(const std::string &chave);
+
+    std::mutex m_Tranca;
     std::array<unsigned char, 32> m_Sal{};
     std::map<std::string, Tentativas> m_Contagens; // by a hash of the name
 };

@@ -2,23 +2,35 @@
 
 #include "host/Conversoes.h"
 #include "host/Falha.h"
+#include "rede/SessaoDeServidor.h"
 #include "services/Conferidor.h"
 #include "services/Copia.h"
 
 namespace mesa {
 
+namespace {
+
+// relatorio: of a check that was made.
+ResultadoDoAto AtoDe(const ResultadoDaConferencia &resultado, const std::function<std::string()> &relatorio)
+{
+    using Desfecho = ResultadoDaConferencia::Desfecho;
+    if (resultado.Como == Desfecho::NaoConferida) {
+        throw Falha(NumeroFalha::ErroDeAcesso, "AtosDoRegistro", resultado.Frase);
+    }
+    return {resultado.Como != Desfecho::Cancelada, resultado.Frase, resultado.Achados, resultado.Avisos, relatorio()};
+}
+
+} // namespace
+
 AtosDoRegistro FazAtosDoRegistro(const std::string &registro, const Relogio &agora)
 {
     AtosDoRegistro atos;
-    atos.Confere = [=](const Segue &segue) {
-        using Desfecho = ResultadoDaConferencia::Desfecho;
-        const Conferidor conferidor(registro);
-        const ResultadoDaConferencia resultado = conferidor.Confere(segue);
-        if (resultado.Como == Desfecho::NaoConferida) {
-            throw Falha(NumeroFalha::ErroDeAcesso, "AtosDoRegistro", resultado.Frase);
-        }
-        return ResultadoDoAto{resultado.Como != Desfecho::Cancelada, resultado.Frase, resultado.Achados,
-                              resultado.Avisos, conferidor.Relatorio(resultado, agora())};
+    atos.Confere = [=] {
+        return [=](const Segue &segue) {
+            const Conferidor conferidor(registro);
+            const ResultadoDaConferencia resultado = conferidor.Confere(segue);
+            return AtoDe(resultado, [&] { return conferidor.Relatorio(resultado, agora()); });
+        };
     };
     atos.Copia = [=](const std::string &pasta, const Segue &segue) {
         const DesfechoDaCopia copia =
@@ -32,6 +44,20 @@ AtosDoRegistro FazAtosDoRegistro(const std::string &registro, const Relogio &ago
         return ResultadoDoAto{!copia.Cancelada, copia.Frase, achados};
     };
     atos.Cabeca = [=] { return ExportacaoDeCabeca::Le(registro, agora()); };
+    return atos;
+}
+
+AtosDoRegistro AtosNoServidor(std::function<Ref<SessaoServico>()> sessao)
+{
+    const auto dela = [sessao = std::move(sessao)] { return ComoTipo<rede::SessaoDeServidor>(sessao()); };
+    AtosDoRegistro atos;
+    atos.Confere = [dela] {
+        return [confere = dela()->PreparaConferencia()](const Segue &segue) {
+            return AtoDe(confere(segue), [] { return std::string(); });
+        };
+    };
+    atos.Cabeca = [dela] { return dela()->Cabeca(); };
+    atos.SoLa = "As cópias são feitas, e restauradas, na máquina do servidor, por quem o administra.";
     return atos;
 }
 

@@ -296,6 +296,46 @@ void RenovaMunicipios(const ConexaoLocal &conexao)
     conexao.Executa(QString("PRAGMA user_version = %1").arg(soma));
 }
 
+// Whose the replica is, and up to which entry of the registry's history it tells. Made by another version of this class
+// it is nobody's.
+struct Ficha {
+    std::int32_t Operador = -1; // -1 for nobody
+    std::string Cliente;
+    std::int64_t Ate = 0;
+    std::string Elo; // hash of that entry
+
+    bool EhDe(const mesa::Operador &quem) const { return Operador == quem.Numero && Cliente == quem.Cliente; }
+};
+constexpr int VersaoDaReplica = 1;
+
+Ficha LeFicha(const ConexaoLocal &conexao)
+{
+    QSqlQuery linha =
+        conexao.Executa("SELECT Operador, Cliente, Ate, Elo FROM Replica WHERE Versao = ?", {VersaoDaReplica});
+    if (!linha.next()) {
+        return {};
+    }
+    return {linha.value(0).toInt(), S(linha.value(1).toString()), linha.value(2).toLongLong(),
+            S(linha.value(3).toString())};
+}
+
+void GravaFicha(const ConexaoLocal &conexao, const Ficha &ficha)
+{
+    conexao.Executa("DELETE FROM Replica");
+    conexao.Executa("INSERT INTO Replica VALUES (?, ?, ?, ?, ?)",
+                    {VersaoDaReplica, ficha.Operador, Q(ficha.Cliente), qlonglong(ficha.Ate), Q(ficha.Elo)});
+}
+
+// Writes what changed after that entry; after 0, with nothing there, all of it.
+Replicado Le(SessaoServico &sessao, const ConexaoLocal &conexao, std::int64_t depoisDe)
+{
+    const QString poe = depoisDe == 0 ? "INSERT INTO" : "REPLACE INTO";
+    return sessao.LeReplica(depoisDe, [&](const LinhaReplica &linha) {
+        conexao.Executa(poe + " VOREQUIPTO VALUES (?, ?, ?, ?, ?)",
+                        {linha.NroIntEquip, Q(linha.ClienteInc), Q(linha.Codigo), Q(linha.TipoEquip), linha.Ativo});
+    });
+}
+
 } // namespace
 
 BancoLocalMesa::BancoLocalMesa(const std::filesystem::path &diretorio)
@@ -311,6 +351,8 @@ BancoLocalMesa::BancoLocalMesa(const std::filesystem::path &diretorio)
         "NOME_MUNICIPIO TEXT NOT NULL COLLATE NOMES, UF_MUNIC TEXT NOT NULL, COD_RENAVAM INTEGER NOT NULL)");
     conexao.Executa("CREATE TABLE IF NOT EXISTS VOREQUIPTO (NroIntEquip INTEGER PRIMARY KEY, ClienteInc TEXT NOT NULL, "
                     "Codigo TEXT NOT NULL, TipoEquip TEXT NOT NULL, Ativo INTEGER NOT NULL)");
+    conexao.Executa("CREATE TABLE IF NOT EXISTS Replica (Versao INTEGER PRIMARY KEY, Operador INTEGER NOT NULL, "
+                    "Cliente TEXT NOT NULL, Ate INTEGER NOT NULL, Elo TEXT NOT NULL)");
     conexao.Executa("CREATE INDEX IF NOT EXISTS VOREQUIPTO_Codigo ON VOREQUIPTO (ClienteInc, UCASE(Codigo))");
     RenovaMunicipios(conexao);
     transacao.Confirma();
@@ -350,17 +392,37 @@ bool BancoLocalMesa::AtualizaReplica(SessaoServico &sessao, const Segue &segue)
 {
     const Acompanhamento acompanhamento(sessao, segue);
     const ConexaoLocal conexao(m_Arquivo, /*somenteLeitura=*/false);
-    TransacaoLocal transacao(conexao);
-    conexao.Executa("DELETE FROM VOREQUIPTO");
-    const Data momento = sessao.LeReplica([&](const LinhaReplica &linha) {
-        conexao.Executa("INSERT INTO VOREQUIPTO VALUES (?, ?, ?, ?, ?)",
-                        {linha.NroIntEquip, Q(linha.ClienteInc), Q(linha.Codigo), Q(linha.TipoEquip), linha.Ativo});
-    });
-    if (momento.Vazia()) {
-        return false;
+    const Operador &quem = sessao.Operador();
+    Ficha ficha = LeFicha(conexao);
+    if (!ficha.EhDe(quem)) { // what is somebody else's goes, whatever comes of the rest
+        m_DataDaReplica = {};
+        ficha = {quem.Numero, quem.Cliente, 0, ""};
+        TransacaoLocal transacao(conexao);
+        conexao.Executa("DELETE FROM VOREQUIPTO");
+        GravaFicha(conexao, ficha);
+        transacao.Confirma();
     }
+    TransacaoLocal transacao(conexao);
+    Replicado lida;
+    if (ficha.Ate > 0) {
+        lida = Le(sessao, conexao, ficha.Ate);
+        if (lida.DeQuando.Vazia()) {
+            return false;
+        }
+    }
+    // Of another registry, or of this one put back to an earlier state, or of an operator who may look no more.
+    if (ficha.Ate == 0 || lida.EloDeAntes != ficha.Elo || lida.Elo.empty()) {
+        conexao.Executa("DELETE FROM VOREQUIPTO");
+        lida = Le(sessao, conexao, 0);
+        if (lida.DeQuando.Vazia()) {
+            return false;
+        }
+    }
+    ficha.Ate = lida.Ate;
+    ficha.Elo = lida.Elo;
+    GravaFicha(conexao, ficha);
     transacao.Confirma();
-    m_DataDaReplica = momento;
+    m_DataDaReplica = lida.DeQuando;
     m_Estado = "(UF_MUNIC = '" + UFDoCliente(sessao) + "' OR COD_MUNIC = " + CStr(sessao.Operador().CodMunic) + ")";
     return true;
 }

@@ -27,8 +27,9 @@ class BancoLocalMesa : public Objeto {
     // A read-only connection for the module. The module names one state in what it asks of the municipalities; here it
     // means the state of the client of the last replica, and the municipality to which the operator is tied.
     Ref<IMDB> Abre();
-    // Fetches the replica of the session's client anew, all of it or nothing. False when the person has given it up,
-    // which they can if it is cancelavel: the old one stays.
+    // Brings the replica up to date for the session's operator, all of it or nothing: by what changed since the last
+    // time, and whole where that cannot be. False when the person has given it up, which they can if it is cancelavel:
+    // the old one stays. One of another operator never does.
     bool AtualizaReplica(SessaoServico &sessao, bool cancelavel = false);
     // Shows how far it is.
     FazComAndamento Acompanha = SemAndamento;

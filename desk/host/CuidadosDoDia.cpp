@@ -77,7 +77,7 @@ CuidadosDoDia::Trabalho CuidadosDoDia::Prepara(Cuidado qual) const
                     });
                 }};
     default:
-        return {qual, [faz = atos.Confere](const Segue &segue) { return Tenta([&] { return faz(segue); }); }};
+        return {qual, [faz = atos.Confere()](const Segue &segue) { return Tenta([&] { return faz(segue); }); }};
     }
 }
 

@@ -7,9 +7,11 @@
 #include "services/Recusa.h"
 #include "services/Referencias.h"
 #include "services/RegrasDeSenha.h"
+#include "services/TextoQt.h"
 
 #include <QFile>
 #include <QLockFile>
+#include <QUuid>
 
 #include <algorithm>
 #include <array>
@@ -83,6 +85,16 @@ RegistroConhecido RegistroDe(const std::filesystem::path &diretorio, const Prefe
     return preferencias.Registro(diretorio).value_or(RegistroConhecido{CaminhoDoRegistro(diretorio), ""});
 }
 
+void ExigeRegistroDaqui(const std::filesystem::path &diretorio, const Preferencias &preferencias)
+{
+    if (const auto servidor = preferencias.Servidor(diretorio)) {
+        throw Falha(NumeroFalha::ErroDeAcesso, "Inicio",
+                    "O diretório " + diretorio.string() + " trabalha no registro do servidor " + servidor->Texto() +
+                        ". O que se faz com um registro inteiro se faz na máquina em que ele está, com o "
+                        "registro-servidor.");
+    }
+}
+
 std::filesystem::path DiretorioDaAmostra(const std::filesystem::path &diretorio)
 {
     return diretorio / "amostra";
@@ -116,33 +128,147 @@ std::optional<ProblemaDoRegistroNovo> ConfereRegistroNovo(const RegistroNovo &no
 }
 
 Inicio::Inicio(std::filesystem::path diretorio, Preferencias &preferencias, Relogio agora,
-               std::function<void(Servicos &, const Progresso &)> preenche, Restaurador restaura)
+               std::function<void(Servicos &, const Progresso &)> preenche, Restaurador restaura, ConectaServidor rede)
     : m_Diretorio(std::move(diretorio)),
       m_Preferencias(preferencias),
       m_Agora(std::move(agora)),
       m_Preenche(std::move(preenche)),
-      m_Restaura(std::move(restaura))
+      m_Restaura(std::move(restaura)),
+      m_Rede(std::move(rede))
 {
 }
 
 Ref<Servicos> Inicio::Abre(IPessoaNoInicio &pessoa)
 {
+    if (const auto servidor = m_Preferencias.Servidor(m_Diretorio)) {
+        return AbreServidor({servidor, "", ""}, pessoa);
+    }
+    return AbreAqui(pessoa);
+}
+
+Ref<Servicos> Inicio::AbreAqui(IPessoaNoInicio &pessoa)
+{
     const auto conhecido = Conhecido();
     return conhecido ? Retoma(*conhecido, pessoa) : Comeca(pessoa);
+}
+
+Ref<Servicos> Inicio::AbreLugar(const LugarDoTrabalho &lugar, IPessoaNoInicio &pessoa)
+{
+    return lugar.Servidor ? AbreServidor(lugar, pessoa) : AbreAqui(pessoa);
+}
+
+Ref<Servicos> Inicio::AbreServidor(LugarDoTrabalho lugar, IPessoaNoInicio &pessoa)
+{
+    for (;;) {
+        std::string frase;
+        if (const Ref<Servicos> aberto = Conecta(lugar, pessoa, frase)) {
+            return aberto;
+        }
+        switch (pessoa.FaltaServidor(frase)) {
+        case OpcaoSemServidor::TentarDeNovo:
+            break;
+        case OpcaoSemServidor::MudarDeLugar:
+            if (const auto outro = pessoa.EscolheLugar(lugar)) {
+                if (!outro->Servidor) {
+                    return AbreAqui(pessoa);
+                }
+                lugar = *outro;
+            }
+            break;
+        case OpcaoSemServidor::Sair:
+            return nullptr;
+        }
+    }
+}
+
+Ref<Servicos> Inicio::Conecta(const LugarDoTrabalho &lugar, IPessoaNoInicio &pessoa, std::string &frase)
+{
+    const rede::Endereco &servidor = *lugar.Servidor;
+    std::optional<rede::Confianca> confianca;
+    try {
+        confianca = Confia(lugar, pessoa);
+        if (!confianca) {
+            frase = "A digital do servidor " + servidor.Texto() +
+                    " não foi aceita, e nada foi enviado a ele. Confirme-a com quem administra o servidor.";
+            return nullptr;
+        }
+        const Ref<Servicos> aberto = m_Rede.Conecta(servidor, *confianca);
+        const std::string identificador = aberto->Identificador();
+        if (QUuid::fromString(Q(identificador)).isNull()) { // a directory is called so
+            frase = "O servidor " + servidor.Texto() + " não diz qual é o seu registro.";
+            return nullptr;
+        }
+        const std::string deAntes = m_Preferencias.RegistroNo(servidor);
+        if (!deAntes.empty() && deAntes != identificador) {
+            frase = "O registro do servidor " + servidor.Texto() +
+                    " não é aquele em que se trabalhava: é o de identificador " + identificador +
+                    ", e o de antes era o " + "de identificador " + deAntes + ".";
+            if (!pessoa.Aceita(frase + " Trabalhar neste registro de agora em diante?")) {
+                return nullptr;
+            }
+        }
+        m_Preferencias.LembraConfianca(servidor, *confianca);
+        m_Preferencias.LembraRegistroNo(servidor, identificador);
+        m_Preferencias.LembraServidor(m_Diretorio, servidor);
+        m_Lugar = {servidor, confianca->Digital, confianca->Autoridade};
+        m_Identificador = identificador;
+        return aberto;
+    } catch (...) {
+        frase = confianca ? PorqueNao(servidor, *confianca) : FalhaCorrente().Descricao;
+        return nullptr;
+    }
+}
+
+std::optional<rede::Confianca> Inicio::Confia(const LugarDoTrabalho &lugar, IPessoaNoInicio &pessoa) const
+{
+    rede::Confianca confianca{lugar.Digital, lugar.Autoridade};
+    if (confianca.Digital.empty() && confianca.Autoridade.empty()) {
+        confianca = m_Preferencias.Confianca(*lugar.Servidor);
+    }
+    if (confianca.Digital.empty() && confianca.Autoridade.empty()) {
+        confianca.Digital = m_Rede.Digital(*lugar.Servidor);
+        // On this computer a server may do without one.
+        if (!confianca.Digital.empty() && !pessoa.ConfiaNoServidor(lugar.Servidor->Texto(), confianca.Digital)) {
+            return std::nullopt;
+        }
+    }
+    return confianca;
+}
+
+std::string Inicio::PorqueNao(const rede::Endereco &servidor, const rede::Confianca &confianca) const
+{
+    std::string frase = FalhaCorrente().Descricao;
+    if (confianca.Digital.empty()) {
+        return frase;
+    }
+    IgnoraErro([&] {
+        if (LeDigital(m_Rede.Digital(servidor)) != LeDigital(confianca.Digital)) {
+            frase =
+                "O certificado do servidor " + servidor.Texto() +
+                " não é o que se espera, e nada foi enviado a ele. Pode ser outra máquina no lugar da certa. Se quem "
+                "administra o servidor trocou o certificado, peça-lhe a digital nova, que o servidor escreve quando "
+                "inicia, e informe-a em Mudar de registro.";
+        }
+    });
+    return frase;
 }
 
 Ref<Servicos> Inicio::AbreArquivo(const std::filesystem::path &arquivo, IPessoaNoInicio &pessoa)
 {
     const auto conhecido = Conhecido();
     std::error_code naoHa;
-    if (conhecido && std::filesystem::equivalent(conhecido->Caminho, arquivo, naoHa)) {
+    const auto servidor = m_Preferencias.Servidor(m_Diretorio);
+    if (!servidor && conhecido && std::filesystem::equivalent(conhecido->Caminho, arquivo, naoHa)) {
         return Retoma(*conhecido, pessoa);
     }
+    const std::string deHoje = servidor    ? "do servidor " + servidor->Texto()
+                               : conhecido ? "que está em " + conhecido->Caminho.string()
+                                           : "";
     // Asked before it is opened: a registry of an earlier version is changed by that.
-    if (!conhecido || pessoa.Aceita("Aqui se trabalha no registro que está em " + conhecido->Caminho.string() +
-                                    ". Abrir o que está em " + arquivo.string() +
-                                    " e trabalhar nele de agora em diante? Para trazer uma cópia de volta, responda "
-                                    "não e use Restaurar, no menu Registro.")) {
+    if (deHoje.empty() ||
+        pessoa.Aceita("Aqui se trabalha no registro " + deHoje + ". Abrir o que está em " + arquivo.string() +
+                      " e trabalhar nele de agora em diante? Para trazer uma cópia de volta, responda "
+                      "não e use Restaurar, no menu Registro.")) {
         if (const auto aberto = AbreEscolhido(arquivo, pessoa)) {
             return aberto;
         }
@@ -183,6 +309,15 @@ Ref<Servicos> Inicio::Comeca(IPessoaNoInicio &pessoa)
         case OpcaoDoInicio::Existente:
             if (const auto escolhido = pessoa.EscolheRegistro()) {
                 aberto = AbreEscolhido(*escolhido, pessoa);
+            }
+            break;
+        case OpcaoDoInicio::Servidor:
+            if (const auto lugar = pessoa.EscolheLugar({rede::Endereco{}, "", ""}); lugar && lugar->Servidor) {
+                std::string frase;
+                aberto = Conecta(*lugar, pessoa, frase);
+                if (!aberto) {
+                    pessoa.Avisa(frase);
+                }
             }
             break;
         case OpcaoDoInicio::Amostra:
@@ -243,10 +378,12 @@ std::filesystem::path Inicio::LugarDaAmostra() const
 
 void Inicio::Lembra(const std::filesystem::path &caminho, Servicos &aberto)
 {
+    m_Lugar = {};
     m_Registro = caminho;
     m_Identificador = aberto.Identificador();
     if (aberto.Tipo() != TipoDeRegistro::Amostra) {
         m_Preferencias.LembraRegistro(m_Diretorio, {caminho, aberto.Identificador()});
+        m_Preferencias.LembraServidor(m_Diretorio, std::nullopt);
     }
 }
 
@@ -284,14 +421,27 @@ Ref<Servicos> Inicio::Retoma(const RegistroConhecido &conhecido, IPessoaNoInicio
                 caminho = conhecido.Caminho;
             }
             break;
+        case OpcaoDaFalta::MudarDeLugar:
+            if (const auto lugar = pessoa.EscolheLugar({rede::Endereco{}, "", ""}); lugar && lugar->Servidor) {
+                return AbreServidor(*lugar, pessoa);
+            }
+            break;
         case OpcaoDaFalta::Sair:
             return nullptr;
         }
     }
 }
 
+std::filesystem::path Inicio::Diretorio() const
+{
+    return m_Lugar.Servidor ? m_Diretorio / "servidores" / m_Identificador : m_Diretorio;
+}
+
 bool Inicio::Confere(IPessoaNoInicio &pessoa) const
 {
+    if (m_Lugar.Servidor) {
+        return true;
+    }
     const ResultadoDaConferencia resultado = Conferidor(m_Registro.string()).ConfereRapido();
     return resultado.Como == ResultadoDaConferencia::Desfecho::Inteira ||
            pessoa.Continua(resultado.Frase, resultado.Achados);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "desk/host/LugarDoTrabalho.h"
 #include "desk/host/Preferencias.h"
 #include "services/Restauracao.h"
 #include "services/Segredo.h"
@@ -17,6 +18,8 @@ namespace mesa {
 std::filesystem::path CaminhoDoRegistro(const std::filesystem::path &diretorio);
 // The registry of a data directory: the one that it knows, or the file in it.
 RegistroConhecido RegistroDe(const std::filesystem::path &diretorio, const Preferencias &preferencias);
+// A Falha with a sentence when the directory works at a server: what is done to a registry's file is done there.
+void ExigeRegistroDaqui(const std::filesystem::path &diretorio, const Preferencias &preferencias);
 // Where the sample of a data directory has its own one.
 std::filesystem::path DiretorioDaAmostra(const std::filesystem::path &diretorio);
 
@@ -38,8 +41,9 @@ struct ProblemaDoRegistroNovo {
 
 std::optional<ProblemaDoRegistroNovo> ConfereRegistroNovo(const RegistroNovo &novo);
 
-enum class OpcaoDoInicio { Novo, Existente, Amostra, Sair };
-enum class OpcaoDaFalta { TentarDeNovo, EscolherArquivo, RestaurarCopia, Sair };
+enum class OpcaoDoInicio { Novo, Existente, Servidor, Amostra, Sair };
+enum class OpcaoDaFalta { TentarDeNovo, EscolherArquivo, RestaurarCopia, MudarDeLugar, Sair };
+enum class OpcaoSemServidor { TentarDeNovo, MudarDeLugar, Sair };
 
 // The person before the desk has a registry.
 class IPessoaNoInicio {
@@ -56,6 +60,12 @@ class IPessoaNoInicio {
     virtual std::optional<std::filesystem::path> EscolheCopia() = 0;
     // A registry that was worked on cannot be opened; the sentence says why.
     virtual OpcaoDaFalta Falta(const std::string &frase) = 0;
+    // Where the registry is; the fields begin with `agora`. Nothing when the person gave up.
+    virtual std::optional<LugarDoTrabalho> EscolheLugar(const LugarDoTrabalho &agora) = 0;
+    // A server that was never met shows this fingerprint; whether it is the one that its administrator tells.
+    virtual bool ConfiaNoServidor(const std::string &servidor, const std::string &digital) = 0;
+    // The server at which the work is cannot be had; the sentence says why.
+    virtual OpcaoSemServidor FaltaServidor(const std::string &frase) = 0;
     // What the check of the start has found; whether the desk is opened all the same.
     virtual bool Continua(const std::string &frase, const std::vector<std::string> &achados) = 0;
     // A question of yes or no; no is what a hurried person answers.
@@ -75,13 +85,16 @@ class Inicio {
         std::function<DesfechoDaCopia(const std::filesystem::path &registro, const PedidoDeRestauracao &pedido)>;
     // preenche: makes a sample of a new registry.
     Inicio(std::filesystem::path diretorio, Preferencias &preferencias, Relogio agora,
-           std::function<void(Servicos &, const Progresso &)> preenche, Restaurador restaura);
+           std::function<void(Servicos &, const Progresso &)> preenche, Restaurador restaura,
+           ConectaServidor rede = {});
 
     // The services of the registry; Nothing when the person left.
     Ref<Servicos> Abre(IPessoaNoInicio &pessoa);
     // The same of a file that was asked for: where the directory knows another registry, the file takes its place by a
     // yes only, and without one the known registry is opened.
     Ref<Servicos> AbreArquivo(const std::filesystem::path &arquivo, IPessoaNoInicio &pessoa);
+    // The same of a place that was asked for, which is worked at from now on once it could be had.
+    Ref<Servicos> AbreLugar(const LugarDoTrabalho &lugar, IPessoaNoInicio &pessoa);
     // Makes a new registry, without questions. A Falha when the directory has or has known one; a sample in its place
     // is kept beside.
     Ref<Servicos> Cria(const RegistroNovo &novo);
@@ -90,18 +103,29 @@ class Inicio {
     Ref<Servicos> CriaAmostra(const Progresso &progresso);
 
     // Looks at what can be looked at of the registry that was opened last while a person waits. False when that person
-    // does not go on with what was found.
+    // does not go on with what was found. What a server has is looked at there.
     bool Confere(IPessoaNoInicio &pessoa) const;
     // Puts a copy in the place of the registry that was opened last, which has to be closed by now.
     void Restaura(const std::filesystem::path &copia, IPessoaNoInicio &pessoa);
 
-    // The file of the registry that was opened last.
+    // Where the registry is that was opened last.
+    const LugarDoTrabalho &Lugar() const { return m_Lugar; }
+    // Its file, when it is on this computer.
     const std::filesystem::path &Registro() const { return m_Registro; }
-    // In which the desk works: the one that was given, or that of the sample.
-    const std::filesystem::path &Diretorio() const { return m_Diretorio; }
+    // In which the desk works: the one that was given, that of the sample, or one for the registry of a server.
+    std::filesystem::path Diretorio() const;
 
   private:
+    Ref<Servicos> AbreAqui(IPessoaNoInicio &pessoa);
     Ref<Servicos> Comeca(IPessoaNoInicio &pessoa);
+    // At the server until it answers, another place was chosen, or the person left.
+    Ref<Servicos> AbreServidor(LugarDoTrabalho lugar, IPessoaNoInicio &pessoa);
+    // One try. Nothing with the reason in a sentence.
+    Ref<Servicos> Conecta(const LugarDoTrabalho &lugar, IPessoaNoInicio &pessoa, std::string &frase);
+    // By what the server is known from now on. Nothing: the person does not trust it.
+    std::optional<rede::Confianca> Confia(const LugarDoTrabalho &lugar, IPessoaNoInicio &pessoa) const;
+    // What to say of a server that could not be had: what it said, or that its certificate is another one.
+    std::string PorqueNao(const rede::Endereco &servidor, const rede::Confianca &confianca) const;
     Ref<Servicos> Retoma(const RegistroConhecido &conhecido, IPessoaNoInicio &pessoa);
     Ref<Servicos> AbreEscolhido(const std::filesystem::path &escolhido, IPessoaNoInicio &pessoa);
     Ref<Servicos> AbreAmostra(IPessoaNoInicio &pessoa);
@@ -122,6 +146,8 @@ class Inicio {
     Relogio m_Agora;
     std::function<void(Servicos &, const Progresso &)> m_Preenche;
     Restaurador m_Restaura;
+    ConectaServidor m_Rede;
+    LugarDoTrabalho m_Lugar;
     std::filesystem::path m_Registro;
     std::string m_Identificador;
 };

@@ -9,7 +9,6 @@
 #include <algorithm>
 #include <array>
 #include <initializer_list>
-#include <istream>
 #include <string_view>
 #include <utility>
 
@@ -29,11 +28,13 @@ const char *LinhaDeComando::Ajuda()
     return R"(uso: registro-de-equipamentos [opções] [ARQUIVO]
 
 Registro de Equipamentos. Sem opções, abre o registro do diretório de dados; na primeira vez pergunta se cria um
-registro novo, abre um que já existe ou experimenta com a amostra. Com ARQUIVO, abre o registro que está nele; quando o
-diretório de dados já tem outro, pergunta antes.
+registro novo, abre um que já existe, trabalha no de um servidor ou experimenta com a amostra. Com ARQUIVO, abre o
+registro que está nele; quando o diretório de dados já tem outro, pergunta antes.
 
   --dados DIR          usa outro diretório de dados
                        (padrão: ~/.local/share/registro-de-equipamentos)
+  --servidor MÁQUINA:PORTA
+                       trabalha no registro desse servidor, agora e daqui em diante; sem ":PORTA", na porta 50443
   --amostra            faz uma amostra nova no diretório "amostra" dentro do de dados e a abre; a anterior é
                        guardada ao lado
   --novo               cria um registro novo, sem janelas, e termina; a senha do administrador é lida da entrada
@@ -67,6 +68,7 @@ LinhaDeComando LinhaDeComando::Le(const QStringList &argumentos)
 {
     QCommandLineParser opcoes;
     const QCommandLineOption dados("dados", "", "DIR");
+    const QCommandLineOption servidor("servidor", "", "MÁQUINA:PORTA");
     const QCommandLineOption amostra("amostra");
     const QCommandLineOption novo("novo");
     const QCommandLineOption cliente("cliente", "", "N");
@@ -81,8 +83,8 @@ LinhaDeComando LinhaDeComando::Le(const QStringList &argumentos)
     const QCommandLineOption restaura("restaura", "", "ARQUIVO");
     const QCommandLineOption deOutro("de-outro");
     const QCommandLineOption ajuda(QStringList{"help", "h"});
-    opcoes.addOptions({dados, amostra, novo, cliente, nomeCliente, uf, setor, usuario, nome, confere, desde, copia,
-                       restaura, deOutro, ajuda});
+    opcoes.addOptions({dados, servidor, amostra, novo, cliente, nomeCliente, uf, setor, usuario, nome, confere, desde,
+                       copia, restaura, deOutro, ajuda});
 
     LinhaDeComando lida;
     const bool entendida = opcoes.parse(argumentos);
@@ -132,6 +134,19 @@ LinhaDeComando LinhaDeComando::Le(const QStringList &argumentos)
     } else if (!soltos.isEmpty()) {
         erra("\"" + S(soltos.last()) + "\" não é uma opção.");
     }
+    if (opcoes.isSet(servidor)) {
+        std::string recusa;
+        lida.Servidor = rede::Endereco::Le(S(opcoes.value(servidor)), recusa);
+        if (!lida.Servidor) {
+            erra(recusa);
+        }
+        if (primeira != nullptr) {
+            erra("As opções --servidor e --" + S(primeira->names().first()) + " não vão juntas.");
+        }
+        if (!lida.Registro.empty()) {
+            erra("Um ARQUIVO e a opção --servidor não vão juntos.");
+        }
+    }
     soCom(novo, {&cliente, &nomeCliente, &uf, &setor, &usuario, &nome});
     soCom(confere, {&desde});
     soCom(restaura, {&deOutro});
@@ -154,20 +169,6 @@ LinhaDeComando LinhaDeComando::Le(const QStringList &argumentos)
         }
     }
     return lida;
-}
-
-Segredo LeSenha(std::istream &entrada)
-{
-    constexpr std::size_t bastante = 1024; // the text does not grow, and leaves no piece of itself behind
-    std::string linha;
-    linha.reserve(bastante);
-    std::getline(entrada, linha);
-    if (!linha.empty() && linha.back() == '\r') {
-        linha.pop_back();
-    }
-    Segredo senha(linha);
-    LimpaMemoria(linha.data(), linha.size());
-    return senha;
 }
 
 } // namespace mesa

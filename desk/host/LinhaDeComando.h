@@ -5,6 +5,7 @@
 #include <QStringList>
 
 #include <filesystem>
+#include <optional>
 #include <string>
 
 namespace mesa {
@@ -22,14 +23,15 @@ struct LinhaDeComando {
     };
 
     Ato OQue = Ato::Trabalha;
-    std::filesystem::path Dados;    // data directory
-    std::filesystem::path Registro; // file to work on; empty for the data directory's own
-    RegistroNovo Novo;              // without its password, which comes from the standard input
-    std::string Desde;              // file of a head to hold the check against; may be empty
-    std::string Pasta;              // where the copy goes
-    std::string Arquivo;            // the copy that is restored
-    bool DeOutro = false;           // it may be of another registry
-    std::string Erro;               // what the line has wrong; empty when nothing
+    std::filesystem::path Dados;            // data directory
+    std::filesystem::path Registro;         // file to work on; empty for the data directory's own
+    std::optional<rede::Endereco> Servidor; // at whose registry to work
+    RegistroNovo Novo;                      // without its password, which comes from the standard input
+    std::string Desde;                      // file of a head to hold the check against; may be empty
+    std::string Pasta;                      // where the copy goes
+    std::string Arquivo;                    // the copy that is restored
+    bool DeOutro = false;                   // it may be of another registry
+    std::string Erro;                       // what the line has wrong; empty when nothing
 
     // argumentos: the program's own name first.
     static LinhaDeComando Le(const QStringList &argumentos);
@@ -37,8 +39,5 @@ struct LinhaDeComando {
     // Whether what is asked has no windows; it is asked before there is any toolkit that could read the line.
     static bool SemJanelas(int argc, const char *const *argv);
 };
-
-// The one line of a stream that is a password, without the characters that end it.
-Segredo LeSenha(std::istream &entrada);
 
 } // namespace mesa

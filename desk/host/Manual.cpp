@@ -15,7 +15,7 @@ namespace mesa {
 namespace {
 
 // What each window and page is about, by the anchor of its section.
-constexpr std::array<std::pair<std::string_view, const char *>, 43> Assuntos{{
+constexpr std::array<std::pair<std::string_view, const char *>, 49> Assuntos{{
     {"Mesa", "a-janela-principal"},
     {"Inicio", "página-inicial"},
     {"frmLista", "pesquisar"},
@@ -44,6 +44,12 @@ constexpr std::array<std::pair<std::string_view, const char *>, 43> Assuntos{{
     {"Preparo", "primeiro-início"},
     {"NovoRegistro", "primeiro-início"},
     {"Falta", "o-registro-não-pôde-ser-aberto"},
+    {"LugarDoRegistro", "trabalhar-com-um-servidor"},
+    {"DigitalDoServidor", "a-digital-do-servidor"},
+    {"FaltaServidor", "quando-o-servidor-não-responde"},
+    {"SemResposta", "quando-o-servidor-não-responde"},
+    {"JaPedido", "quando-o-servidor-não-responde"},
+    {"SessaoTerminada", "quando-a-sessão-termina"},
     {"Achados", "conferir-o-registro"},
     {"Administracao", "para-quem-administra"},
     {"Administracao.usuarios", "pessoas-e-direitos"},

@@ -31,8 +31,8 @@ const std::vector<std::string> &PaginaInicial::Colunas()
     return colunas;
 }
 
-PaginaInicial::PaginaInicial(SessaoServico &sessao, std::vector<EquipamentoRecente> recentes)
-    : m_Quem(QuemE(sessao.Operador()))
+PaginaInicial::PaginaInicial(SessaoServico &sessao, std::vector<EquipamentoRecente> recentes, const std::string &onde)
+    : m_Quem(QuemE(sessao.Operador()) + (onde.empty() ? "" : " - " + onde))
 {
     const auto administra = [&](const std::string &acao) {
         return sessao.TemPermissao(Permissoes::Sistema, Permissoes::ObjetoAdministracao, acao);

@@ -25,7 +25,8 @@ struct RecenteMostrado {
 // What the start page says to one who is signed in: what there is to do, what was worked on, or why there is nothing.
 class PaginaInicial {
   public:
-    PaginaInicial(SessaoServico &sessao, std::vector<EquipamentoRecente> recentes);
+    // onde: where the registry is, when it is not on this computer.
+    PaginaInicial(SessaoServico &sessao, std::vector<EquipamentoRecente> recentes, const std::string &onde = "");
 
     static const std::vector<std::string> &Colunas();
 

@@ -38,6 +38,11 @@ QString ChaveDo(const std::filesystem::path &diretorio)
     return "registros/" + QString::fromLatin1(QUrl::toPercentEncoding(QFile::decodeName(inteiro.c_str())));
 }
 
+QString ChaveDo(const rede::Endereco &servidor)
+{
+    return "servidores/" + QString::fromLatin1(QUrl::toPercentEncoding(Q(servidor.Texto())));
+}
+
 } // namespace
 
 Preferencias::Preferencias(const std::filesystem::path &arquivo)
@@ -79,6 +84,40 @@ void Preferencias::LembraRegistro(const std::filesystem::path &diretorio, const 
     const std::filesystem::path inteiro = std::filesystem::absolute(registro.Caminho).lexically_normal();
     Grava(chave + "/identificador", Q(registro.Identificador));
     Grava(chave + "/caminho", QFile::decodeName(inteiro.c_str()));
+}
+
+std::optional<rede::Endereco> Preferencias::Servidor(const std::filesystem::path &diretorio) const
+{
+    std::string recusa;
+    return rede::Endereco::Le(Texto(ChaveDo(diretorio) + "/servidor"), recusa);
+}
+
+void Preferencias::LembraServidor(const std::filesystem::path &diretorio, const std::optional<rede::Endereco> &servidor)
+{
+    if (servidor || Servidor(diretorio)) {
+        Grava(ChaveDo(diretorio) + "/servidor", servidor ? Q(servidor->Texto()) : QString());
+    }
+}
+
+rede::Confianca Preferencias::Confianca(const rede::Endereco &servidor) const
+{
+    return {Texto(ChaveDo(servidor) + "/digital"), Texto(ChaveDo(servidor) + "/autoridade")};
+}
+
+void Preferencias::LembraConfianca(const rede::Endereco &servidor, const rede::Confianca &confianca)
+{
+    Grava(ChaveDo(servidor) + "/digital", Q(confianca.Digital));
+    Grava(ChaveDo(servidor) + "/autoridade", Q(confianca.Autoridade));
+}
+
+std::string Preferencias::RegistroNo(const rede::Endereco &servidor) const
+{
+    return Texto(ChaveDo(servidor) + "/registro");
+}
+
+void Preferencias::LembraRegistroNo(const rede::Endereco &servidor, const std::string &identificador)
+{
+    Grava(ChaveDo(servidor) + "/registro", Q(identificador));
 }
 
 std::string Preferencias::Estacao()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/Evento.h"
+#include "rede/ServicosRemotos.h"
 
 #include <QSettings>
 
@@ -42,6 +43,16 @@ class Preferencias {
     // The registry of a data directory.
     std::optional<RegistroConhecido> Registro(const std::filesystem::path &diretorio) const;
     void LembraRegistro(const std::filesystem::path &diretorio, const RegistroConhecido &registro);
+
+    // The server at which a data directory works; nothing: its registry is on this computer.
+    std::optional<rede::Endereco> Servidor(const std::filesystem::path &diretorio) const;
+    void LembraServidor(const std::filesystem::path &diretorio, const std::optional<rede::Endereco> &servidor);
+
+    // By what a server is known, empty before it was met; and the registry that it had, empty before that.
+    rede::Confianca Confianca(const rede::Endereco &servidor) const;
+    void LembraConfianca(const rede::Endereco &servidor, const rede::Confianca &confianca);
+    std::string RegistroNo(const rede::Endereco &servidor) const;
+    void LembraRegistroNo(const rede::Endereco &servidor, const std::string &identificador);
 
     // By what the sign-in tells this desk from others: made at random, once.
     std::string Estacao();

@@ -11,11 +11,11 @@
 
 namespace mesa {
 
-std::string TextoDoSobre(const std::filesystem::path &dados)
+std::string TextoDoSobre(const std::filesystem::path &dados, const std::string &registro)
 {
     return std::string(TituloDosAvisos) + "\nVersão " + Versao() + "\nQt " + qVersion() + "\nSQLite " +
            sqlite3_libversion() + "\nSistema: " + S(QSysInfo::prettyProductName()) +
-           "\nDados: " + S(QFile::decodeName(dados.c_str())) + "\nLicença: MIT";
+           "\nDados: " + S(QFile::decodeName(dados.c_str())) + "\nRegistro: " + registro + "\nLicença: MIT";
 }
 
 } // namespace mesa

@@ -5,7 +5,7 @@
 
 namespace mesa {
 
-// What whoever helps an operator asks first: versions, and where the data stands.
-std::string TextoDoSobre(const std::filesystem::path &dados);
+// What whoever helps an operator asks first: versions, and where the data stands. registro: which one, and where.
+std::string TextoDoSobre(const std::filesystem::path &dados, const std::string &registro);
 
 } // namespace mesa

@@ -46,9 +46,10 @@ QDate SegundoVencimento()
 
 } // namespace
 
-Roteiro::Roteiro(std::filesystem::path registro, const QString &pasta)
+Roteiro::Roteiro(std::filesystem::path registro, const QString &pasta, ServidorAoLado *servidor)
     : m_Registro(std::move(registro)),
       m_Pasta(pasta),
+      m_Servidor(servidor),
       m_Condutor(pasta)
 {
 }
@@ -109,6 +110,9 @@ void Roteiro::Percorre()
 
 void Roteiro::PercorreTudo()
 {
+    if (m_Servidor != nullptr) {
+        EscolheServidor();
+    }
     Entra("ana");
     Pesquisa();
     IncluiEquipamento();
@@ -120,10 +124,35 @@ void Roteiro::PercorreTudo()
     HorarioProibido();
     DesativaEReativa();
     ConsultaParaAutuacao();
+    if (m_Servidor != nullptr) {
+        ServidorQueMorreNumaGravacao();
+    }
     TrocaDeUsuario();
     if (const QStringList &cortes = m_Condutor.Cortes(); !cortes.isEmpty()) {
         throw Diferenca("Há o que não se lê inteiro:\n" + cortes.join('\n'));
     }
+}
+
+void Roteiro::EscolheServidor()
+{
+    m_Condutor.Passo("Começo num computador sem registro", [&] { m_Condutor.EsperaJanela("PrimeiroInicio"); });
+    m_Condutor.Passo("Servidor escolhido", [&] {
+        m_Condutor.Clica("servidor");
+        m_Condutor.EsperaJanela("LugarDoRegistro");
+        m_Condutor.Digita("endereco", m_Servidor->Onde());
+    });
+    m_Condutor.Passo("Digital do servidor", [&] {
+        m_Condutor.Clica("usar");
+        m_Condutor.EsperaJanela("DigitalDoServidor");
+        QString emLinhas = m_Servidor->Digital();
+        m_Condutor.ConfereTexto("digital", emLinhas.insert(72, '\n').insert(48, '\n').insert(24, '\n'));
+    });
+    m_Condutor.Passo("Servidor de confiança", [&] {
+        m_Condutor.Clica("confiar");
+        m_Condutor.EsperaJanela("Entrada");
+        m_Condutor.ConfereTexto("onde", "Registro: servidor " + m_Servidor->Onde());
+        m_Condutor.ConfereTexto("estadoServidor", "Servidor: " + m_Servidor->Onde());
+    });
 }
 
 void Roteiro::Entra(const QString &usuario)
@@ -493,6 +522,50 @@ void Roteiro::ConsultaParaAutuacao()
     m_Condutor.Passo("Certificado fechado", [&] {
         m_Condutor.FechaJanela("VisorPDF");
         m_Condutor.ConfereTexto("resultado", "Certificado aberto.");
+    });
+}
+
+void Roteiro::ServidorQueMorreNumaGravacao()
+{
+    const auto alteracoes = [&] {
+        return NoBanco("SELECT COUNT(*) FROM HISTORICO H JOIN EQUIPAMENTO E ON E.NroIntEquip = H.NroEntidade WHERE "
+                       "H.Entidade = 'EQUIPAMENTO' AND H.Acao = 'altera' AND E.Codigo = 'ROTEIRO1'");
+    };
+    const int antes = alteracoes().toInt();
+    m_Condutor.Passo("Gravação que o servidor não responde", [&] {
+        m_Condutor.EsperaJanela("ConsultaAutuacao");
+        m_Condutor.ClicaMenu("Janela", "Fechar");
+        m_Condutor.EsperaJanela("frmLista");
+        ProcuraPeloCodigo(Codigo);
+        m_Condutor.ConfereLinhas("ztlLista", 1);
+        m_Condutor.ClicaLinha("ztlLista", 1);
+        m_Condutor.Clica("ztlLista/mnuZTLObjEditar");
+        m_Condutor.EsperaJanela("frmEquipDetalhes");
+        m_Condutor.Digita("txtDescricao", "Lombada da Avenida do Forte, 200");
+        m_Servidor->Emudece();
+        m_Condutor.Clica("ztCmdOK");
+        m_Condutor.Responde("Confirma a alteração?", "Sim");
+        m_Condutor.EsperaJanela("Andamento");
+    });
+    m_Condutor.Passo("Servidor que morre na gravação", [&] {
+        m_Servidor->Mata();
+        m_Condutor.EsperaJanela("SemResposta");
+        m_Condutor.ConfereTexto("estadoServidor", "Servidor: " + m_Servidor->Onde() + " (sem conexão)");
+    });
+    m_Condutor.Passo("Servidor que volta", [&] {
+        m_Servidor->Comeca();
+        m_Condutor.Clica("deNovo");
+        m_Condutor.EsperaJanela("SessaoTerminada");
+        m_Condutor.ConfereTexto("usuario", "ana");
+        m_Condutor.Digita("senha", SenhaDaAmostra);
+    });
+    m_Condutor.Passo("Gravação feita uma vez", [&] {
+        m_Condutor.Clica("entrar");
+        m_Condutor.EsperaJanela("frmLista");
+        m_Condutor.ConfereTexto("estadoServidor", "Servidor: " + m_Servidor->Onde());
+        m_Condutor.Confere("descrição", NoBanco("SELECT Descricao FROM EQUIPAMENTO WHERE Codigo = 'ROTEIRO1'"),
+                           "Lombada da Avenida do Forte, 200");
+        m_Condutor.Confere("alterações no histórico", alteracoes(), QString::number(antes + 1));
     });
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "desk/tour/Condutor.h"
+#include "desk/tour/ServidorAoLado.h"
 
 #include <QString>
 
@@ -12,8 +13,9 @@ namespace mesa {
 // checked after each step. Raises Diferenca when anything differs.
 class Roteiro {
   public:
-    // registro: file of the registry that the windows work on. pasta: where pictures and the account go.
-    Roteiro(std::filesystem::path registro, const QString &pasta);
+    // registro: file of the registry that the windows work on. pasta: where pictures and the account go. servidor: at
+    // which they do, chosen by the person; nothing: the registry is on this computer. Outlives this object.
+    Roteiro(std::filesystem::path registro, const QString &pasta, ServidorAoLado *servidor);
 
     // To be run in a thread of its own, while the windows' thread shows the sign-in.
     void Percorre();
@@ -22,6 +24,7 @@ class Roteiro {
 
   private:
     void PercorreTudo();
+    void EscolheServidor();
     void Entra(const QString &usuario);
     void Pesquisa();
     void IncluiEquipamento();
@@ -33,6 +36,7 @@ class Roteiro {
     void HorarioProibido();
     void DesativaEReativa();
     void ConsultaParaAutuacao();
+    void ServidorQueMorreNumaGravacao();
     void TrocaDeUsuario();
 
     void PreencheAfericao(const QString &numero, const QString &verificacao, const QString &vencimento);
@@ -43,6 +47,7 @@ class Roteiro {
 
     std::filesystem::path m_Registro;
     QString m_Pasta;
+    ServidorAoLado *m_Servidor;
     Condutor m_Condutor;
 };
 

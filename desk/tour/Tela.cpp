@@ -25,7 +25,8 @@ std::optional<Tela> Tela::Le(const QStringList &argumentos)
     const QCommandLineOption tamanho("tela", "", "LxA");
     const QCommandLineOption escala("escala", "", "N", "100");
     const QCommandLineOption tema("tema", "", "claro|escuro", "claro");
-    linha.addOptions({tamanho, escala, tema});
+    const QCommandLineOption servidor("servidor", "", "PROGRAMA");
+    linha.addOptions({tamanho, escala, tema, servidor});
     if (!linha.parse(argumentos) || linha.positionalArguments().size() != 1) {
         return std::nullopt;
     }
@@ -42,14 +43,17 @@ std::optional<Tela> Tela::Le(const QStringList &argumentos)
     bool numero = false;
     tela.Escala = linha.value(escala).toInt(&numero);
     tela.Escura = linha.value(tema) == "escuro";
+    tela.Servidor = linha.value(servidor);
     const bool entendida = numero && tela.Escala >= MenorEscala && tela.Escala <= MaiorEscala &&
-                           (tela.Escura || linha.value(tema) == "claro");
+                           (tela.Escura || linha.value(tema) == "claro") &&
+                           linha.isSet(servidor) == !tela.Servidor.isEmpty();
     return entendida ? std::optional(tela) : std::nullopt;
 }
 
 const char *Tela::Ajuda()
 {
-    return "uso: roteiro DIR [--tela LARGURAxALTURA] [--escala PORCENTO] [--tema claro|escuro]\n";
+    return "uso: roteiro DIR [--tela LARGURAxALTURA] [--escala PORCENTO] [--tema claro|escuro]\n"
+           "                   [--servidor PROGRAMA]\n";
 }
 
 void Tela::Prepara() const

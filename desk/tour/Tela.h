@@ -14,6 +14,7 @@ struct Tela {
     QSize Tamanho;    // points of the screen; empty: of whatever screen there is
     int Escala = 100; // per cent
     bool Escura = false;
+    QString Servidor; // program of the server at which the tour works; empty: the registry is on this computer
 
     // Nothing when it cannot be understood.
     static std::optional<Tela> Le(const QStringList &argumentos);

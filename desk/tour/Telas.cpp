@@ -9,6 +9,7 @@
 #include <QMainWindow>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QPlainTextEdit>
 
 #include <exception>
 
@@ -52,6 +53,9 @@ QString TextoDe(const QWidget *widget)
     }
     if (const auto *combo = qobject_cast<const QComboBox *>(widget)) {
         return combo->currentText();
+    }
+    if (const auto *corrido = qobject_cast<const QPlainTextEdit *>(widget)) {
+        return corrido->toPlainText();
     }
     if (const auto *botao = qobject_cast<const QAbstractButton *>(widget)) {
         return botao->isCheckable() ? (botao->isChecked() ? "marcado" : "desmarcado") : botao->text();

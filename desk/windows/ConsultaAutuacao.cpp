@@ -22,13 +22,13 @@
 
 namespace mesa {
 
-ConsultaAutuacao::ConsultaAutuacao(std::function<Ref<CVorEquip>()> criaConsulta,
+ConsultaAutuacao::ConsultaAutuacao(const QDate &hoje, std::function<Ref<CVorEquip>()> criaConsulta,
                                    std::function<void(const std::function<void()> &)> borda, QWidget *dono)
     : QWidget(dono),
       m_Autuacao(std::move(criaConsulta)),
       m_Borda(std::move(borda)),
       m_ComData(new QCheckBox("Com a &data da infração:", this)),
-      m_Data(new CampoDeDia(QDate::currentDate(), this)),
+      m_Data(new CampoDeDia(hoje, this)),
       m_Codigo(new QLineEdit(this)),
       m_Tipo(new Combo(this)),
       m_Resultado(new QLabel(this))

@@ -8,6 +8,7 @@
 #include <vector>
 
 class QComboBox;
+class QDate;
 class QDateEdit;
 class QLabel;
 class QLineEdit;
@@ -18,8 +19,9 @@ namespace mesa {
 // A small sibling module: asks the registry for the equipment of a notice of infraction, and shows its seven answers.
 class ConsultaAutuacao : public QWidget {
   public:
-    // criaConsulta: makes a query service of the registry. borda: shows what comes out of it.
-    ConsultaAutuacao(std::function<Ref<CVorEquip>()> criaConsulta,
+    // hoje: for which it asks at first. criaConsulta: makes a query service of the registry. borda: shows what comes
+    // out of it.
+    ConsultaAutuacao(const QDate &hoje, std::function<Ref<CVorEquip>()> criaConsulta,
                      std::function<void(const std::function<void()> &)> borda, QWidget *dono);
 
   private:

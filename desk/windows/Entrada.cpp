@@ -6,12 +6,15 @@
 #include "desk/windows/Cores.h"
 #include "desk/windows/Dialogos.h"
 #include "desk/windows/Icones.h"
+#include "desk/windows/JanelaDoLugar.h"
 #include "desk/windows/Renderizador.h"
 #include "host/Falha.h"
 #include "services/TextoQt.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QFormLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -52,7 +55,7 @@ Entrada::Entrada(Ref<Servicos> servicos, Preferencias &preferencias, std::option
         OfereceUltimo();
     }
     connect(m_Entrar, &QPushButton::clicked, this, [this] { Tenta(); });
-    connect(m_Outro, &QPushButton::clicked, this, [this] { m_Travada ? Troca() : QDialog::reject(); });
+    connect(m_Outro, &QPushButton::clicked, this, [this] { m_Travada && !m_Terminada ? Troca() : QDialog::reject(); });
     m_Relogio->setInterval(1000);
     connect(m_Relogio, &QTimer::timeout, this, [this] { Espera(m_Restante - 1); });
 }
@@ -67,7 +70,10 @@ void Entrada::Monta()
     campos->addRow("", m_Senha->AvisoDeMaiusculas());
     campos->addRow("", m_Lembrar);
     auto *tudo = new QVBoxLayout(this);
-    tudo->addWidget(FazCabeca("Registro de Equipamentos", frase, this));
+    QWidget *cabeca = FazCabeca("Registro de Equipamentos", frase, this);
+    m_Frase = cabeca->findChild<QLabel *>("frase");
+    m_Tudo = tudo;
+    tudo->addWidget(cabeca);
     if (m_Servicos->Tipo() == TipoDeRegistro::Amostra) {
         QLabel *amostra = FazTexto("amostra", "AMOSTRA: equipamentos e usuários inventados. Nada disso vale.", this);
         QFont letra = amostra->font();
@@ -79,6 +85,37 @@ void Entrada::Monta()
     tudo->addLayout(campos);
     tudo->addWidget(m_Aviso);
     tudo->addLayout(EmLinha({m_Entrar, m_Outro}));
+}
+
+void Entrada::OfereceLugar(const LugarDoTrabalho &lugar)
+{
+    QLabel *onde = FazTexto("onde", "Registro: " + Q(OndeFica(lugar)), this);
+    QPushButton *mudar = FazBotao("mudarDeRegistro", "Mu&dar de registro...", this);
+    connect(mudar, &QPushButton::clicked, this, [this, lugar] { EscolheLugar(lugar); });
+    auto *linha = new QHBoxLayout;
+    linha->addWidget(onde, 1);
+    linha->addWidget(mudar);
+    m_Tudo->addLayout(linha); // after what is done each day
+}
+
+void Entrada::EscolheLugar(const LugarDoTrabalho &agora)
+{
+    JanelaDoLugar janela(agora, this);
+    if (janela.exec() == QDialog::Accepted) {
+        m_OutroLugar = janela.Lugar();
+        QDialog::reject();
+    }
+}
+
+void Entrada::TerminouASessao(const QString &frase)
+{
+    m_Terminada = true;
+    setObjectName("SessaoTerminada");
+    setWindowTitle(Q(TituloDoRegistro(*m_Servicos)) + " - Entrar de novo");
+    m_Frase->setText(frase + " Informe a senha de " + Q(m_Travada->Nome) +
+                     " para continuar: o que foi digitado continua nas janelas.");
+    m_Outro->setText("&Desistir");
+    Espera(0);
 }
 
 void Entrada::OfereceUltimo()
@@ -108,12 +145,14 @@ void Entrada::Tenta()
     std::string recusa;
     std::int32_t espera = 0;
     m_Aviso->clear();
+    QApplication::setOverrideCursor(Qt::WaitCursor);
     try {
         m_Sessao = m_Servicos->Entra(S(m_Usuario->text().trimmed()), m_Senha->Senha(), m_Preferencias.Estacao(), recusa,
                                      espera);
     } catch (...) {
         recusa = FalhaCorrente().Descricao;
     }
+    QApplication::restoreOverrideCursor();
     m_Senha->Limpa();
     if (m_Sessao) {
         LembraEste();
@@ -137,7 +176,7 @@ void Entrada::Troca()
 
 void Entrada::reject()
 {
-    if (!m_Travada) {
+    if (!m_Travada || m_Terminada) {
         QDialog::reject();
     }
 }
@@ -146,9 +185,9 @@ void Entrada::Espera(int segundos)
 {
     m_Restante = segundos;
     m_Entrar->setEnabled(segundos <= 0);
-    m_Entrar->setText(segundos > 0 ? QString("Aguarde %1 s").arg(segundos)
-                      : m_Travada  ? QString("&Destravar")
-                                   : QString("&Entrar"));
+    m_Entrar->setText(segundos > 0                ? QString("Aguarde %1 s").arg(segundos)
+                      : m_Travada && !m_Terminada ? QString("&Destravar")
+                                                  : QString("&Entrar"));
     if (segundos > 0) {
         m_Relogio->start();
     } else {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "desk/host/LugarDoTrabalho.h"
 #include "services/Servicos.h"
 
 #include <QDialog>
@@ -11,6 +12,7 @@ class QLabel;
 class QLineEdit;
 class QPushButton;
 class QTimer;
+class QVBoxLayout;
 
 namespace mesa {
 
@@ -29,6 +31,14 @@ class Entrada : public QDialog {
     // The one who is at work gives way to somebody else.
     bool PediuTroca() const { return m_PediuTroca; }
 
+    // Tells where the registry is, and offers to work on another one.
+    void OfereceLugar(const LugarDoTrabalho &lugar);
+    // The other one that was chosen, for which the window was left.
+    const std::optional<LugarDoTrabalho> &OutroLugar() const { return m_OutroLugar; }
+
+    // It is asked for because the session of the one who is at work has ended, as the sentence says; it may be left.
+    void TerminouASessao(const QString &frase);
+
     void reject() override;
 
   private:
@@ -37,6 +47,7 @@ class Entrada : public QDialog {
     void LembraEste();
     void Tenta();
     void Troca();
+    void EscolheLugar(const LugarDoTrabalho &agora);
     void Espera(int segundos);
 
     Ref<Servicos> m_Servicos;
@@ -46,12 +57,16 @@ class Entrada : public QDialog {
     QLineEdit *m_Usuario;
     CampoDeSenha *m_Senha;
     QCheckBox *m_Lembrar;
+    QLabel *m_Frase = nullptr;
+    QVBoxLayout *m_Tudo = nullptr;
     QLabel *m_Aviso;
     QPushButton *m_Entrar;
     QPushButton *m_Outro;
     QTimer *m_Relogio;
     int m_Restante = 0;
     bool m_PediuTroca = false;
+    bool m_Terminada = false;
+    std::optional<LugarDoTrabalho> m_OutroLugar;
 };
 
 } // namespace mesa

@@ -2,8 +2,9 @@
 
 #include "desk/host/Titulo.h"
 #include "desk/windows/Dialogos.h"
+#include "desk/windows/Escolha.h"
 #include "desk/windows/EscolhaDeArquivo.h"
-#include "desk/windows/Icones.h"
+#include "desk/windows/JanelaDoLugar.h"
 #include "desk/windows/JanelaDoManual.h"
 #include "desk/windows/LugarDasJanelas.h"
 #include "desk/windows/NovoRegistro.h"
@@ -11,48 +12,17 @@
 
 #include <QApplication>
 #include <QCommandLinkButton>
-#include <QDialog>
 #include <QFile>
+#include <QFontDatabase>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QProgressDialog>
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include <utility>
-
 namespace mesa {
 
 namespace {
-
-constexpr int Largura = 560;
-
-// A dialog of which each button is an answer; closing it is the last one.
-template <class Opcao> class Escolha : public QDialog {
-  public:
-    Escolha(const QString &nome, Opcao semResposta) : m_Resposta(semResposta)
-    {
-        setObjectName(nome);
-        setWindowTitle(TituloDosAvisos);
-        setWindowIcon(Icone("equipamentos"));
-        setMinimumWidth(Largura);
-    }
-    void Responde(QAbstractButton *botao, Opcao opcao)
-    {
-        connect(botao, &QAbstractButton::clicked, this, [this, opcao] {
-            m_Resposta = opcao;
-            accept();
-        });
-    }
-    Opcao Pergunta()
-    {
-        exec();
-        return m_Resposta;
-    }
-
-  private:
-    Opcao m_Resposta;
-};
 
 std::optional<std::filesystem::path> EscolheArquivo(const QString &titulo, const QString &filtro)
 {
@@ -64,6 +34,17 @@ std::optional<std::filesystem::path> EscolheArquivo(const QString &titulo, const
         return std::nullopt;
     }
     return QFile::encodeName(escolhido).toStdString();
+}
+
+// In lines that are compared one by one, none of which breaks a pair of digits.
+QString EmLinhasDeOitoPares(const std::string &digital)
+{
+    constexpr std::size_t linha = 8 * 3;
+    QString linhas;
+    for (std::size_t onde = 0; onde < digital.size(); onde += linha) {
+        linhas += (onde == 0 ? "" : "\n") + Q(digital.substr(onde, linha));
+    }
+    return linhas;
 }
 
 } // namespace
@@ -92,6 +73,8 @@ OpcaoDoInicio InicioQt::Comeca()
     opcao("novo", "Criar um registro &novo", "Pede o órgão e o primeiro administrador, que depois cadastra os demais.",
           OpcaoDoInicio::Novo);
     opcao("existente", "&Abrir um registro que já existe", "Pede o arquivo do registro.", OpcaoDoInicio::Existente);
+    opcao("servidor", "Trabalhar no registro de um &servidor",
+          "Pede a máquina; várias pessoas trabalham nele ao mesmo tempo.", OpcaoDoInicio::Servidor);
     opcao("amostra", "&Experimentar com a amostra",
           "Equipamentos e usuários inventados, num diretório à parte. Nada disso vale.", OpcaoDoInicio::Amostra);
     QPushButton *sair = FazBotao("sair", "Sai&r", &janela);
@@ -124,13 +107,69 @@ OpcaoDaFalta InicioQt::Falta(const std::string &frase)
     QPushButton *deNovo = FazBotao("deNovo", "&Tentar de novo", &janela);
     QPushButton *arquivo = FazBotao("arquivo", "&Escolher o arquivo...", &janela);
     QPushButton *copia = FazBotao("copia", "Restaurar uma &cópia...", &janela);
+    QPushButton *mudar = FazBotao("mudarDeRegistro", "Mu&dar de registro...", &janela);
     QPushButton *sair = FazBotao("sair", "Sai&r", &janela);
     deNovo->setDefault(true);
     janela.Responde(deNovo, OpcaoDaFalta::TentarDeNovo);
+    janela.Responde(mudar, OpcaoDaFalta::MudarDeLugar);
     janela.Responde(arquivo, OpcaoDaFalta::EscolherArquivo);
     janela.Responde(copia, OpcaoDaFalta::RestaurarCopia);
     QObject::connect(sair, &QPushButton::clicked, &janela, &QDialog::reject);
-    tudo->addLayout(EmLinha({deNovo, arquivo, copia, sair}));
+    tudo->addLayout(EmLinha({deNovo, arquivo, copia, mudar, sair}));
+    return janela.Pergunta();
+}
+
+std::optional<LugarDoTrabalho> InicioQt::EscolheLugar(const LugarDoTrabalho &agora)
+{
+    JanelaDoLugar janela(agora, nullptr);
+    return janela.exec() == QDialog::Accepted ? std::optional(janela.Lugar()) : std::nullopt;
+}
+
+bool InicioQt::ConfiaNoServidor(const std::string &servidor, const std::string &digital)
+{
+    Escolha<bool> janela("DigitalDoServidor", false);
+    auto *mostrada = new QPlainTextEdit(EmLinhasDeOitoPares(digital), &janela);
+    mostrada->setObjectName("digital");
+    mostrada->setAccessibleName("Digital do certificado");
+    mostrada->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    mostrada->setReadOnly(true);
+    mostrada->setTabChangesFocus(true);
+    mostrada->setLineWrapMode(QPlainTextEdit::NoWrap);
+    constexpr int linhas = 4;
+    mostrada->setFixedHeight(mostrada->fontMetrics().lineSpacing() * linhas + 12);
+    QPushButton *confiar = FazBotao("confiar", "&Confiar", &janela);
+    QPushButton *naoConfiar = FazBotao("naoConfiar", "&Não confiar", &janela);
+    auto *tudo = new QVBoxLayout(&janela);
+    tudo->addWidget(FazCabeca("É este o servidor?",
+                              "É a primeira vez que este computador fala com o servidor " + Q(servidor) +
+                                  ". Esta é a digital do certificado dele. Compare-a com a que o servidor escreveu "
+                                  "quando iniciou, e que quem o administra informa. Se não for a mesma, outra máquina "
+                                  "está no lugar do servidor.",
+                              &janela));
+    tudo->addWidget(mostrada);
+    tudo->addWidget(FazTexto("pergunta", "A digital é a mesma?", &janela));
+    tudo->addLayout(EmLinha({confiar, naoConfiar}));
+    janela.Responde(confiar, true);
+    QObject::connect(naoConfiar, &QPushButton::clicked, &janela, &QDialog::reject);
+    naoConfiar->setDefault(true);
+    naoConfiar->setFocus();
+    return janela.Pergunta();
+}
+
+OpcaoSemServidor InicioQt::FaltaServidor(const std::string &frase)
+{
+    Escolha<OpcaoSemServidor> janela("FaltaServidor", OpcaoSemServidor::Sair);
+    QPushButton *deNovo = FazBotao("deNovo", "&Tentar de novo", &janela);
+    QPushButton *mudar = FazBotao("mudarDeRegistro", "Mu&dar de registro...", &janela);
+    QPushButton *sair = FazBotao("sair", "Sai&r", &janela);
+    deNovo->setDefault(true);
+    janela.Responde(deNovo, OpcaoSemServidor::TentarDeNovo);
+    janela.Responde(mudar, OpcaoSemServidor::MudarDeLugar);
+    QObject::connect(sair, &QPushButton::clicked, &janela, &QDialog::reject);
+    auto *tudo = new QVBoxLayout(&janela);
+    tudo->addWidget(FazCabeca("O registro do servidor não pôde ser aberto", Q(frase), &janela));
+    tudo->addLayout(EmLinha({deNovo, mudar, sair}));
+    deNovo->setFocus();
     return janela.Pergunta();
 }
 
@@ -138,7 +177,7 @@ bool InicioQt::Continua(const std::string &frase, const std::vector<std::string>
 {
     constexpr int altura = 380;
     Escolha<bool> janela("Achados", false);
-    janela.resize(Largura, altura);
+    janela.resize(janela.minimumWidth(), altura);
     QStringList linhas;
     for (const std::string &achado : achados) {
         linhas << Q(achado);

@@ -21,6 +21,9 @@ class InicioQt : public IPessoaNoInicio {
     std::optional<std::filesystem::path> EscolheRegistro() override;
     std::optional<std::filesystem::path> EscolheCopia() override;
     OpcaoDaFalta Falta(const std::string &frase) override;
+    std::optional<LugarDoTrabalho> EscolheLugar(const LugarDoTrabalho &agora) override;
+    bool ConfiaNoServidor(const std::string &servidor, const std::string &digital) override;
+    OpcaoSemServidor FaltaServidor(const std::string &frase) override;
     bool Continua(const std::string &frase, const std::vector<std::string> &achados) override;
     bool Aceita(const std::string &pergunta) override;
     void Avisa(const std::string &frase) override;

@@ -41,6 +41,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDate>
 #include <QDialog>
 #include <QLabel>
 #include <QMdiArea>
@@ -233,6 +234,7 @@ void Mesa::MontaMenuRegistro()
 {
     m_MenuRegistro = menuBar()->addMenu("Re&gistro");
     m_MenuRegistro->menuAction()->setObjectName("menuRegistro");
+    m_MenuRegistro->setToolTipsVisible(true); // why something is not done from here
     m_Conferir = m_MenuRegistro->addAction("&Conferir registro...");
     m_Conferir->setObjectName("conferirRegistro");
     connect(m_Conferir, &QAction::triggered, this, [this] { NaBorda([this] { ConfereRegistro(); }); });
@@ -297,10 +299,12 @@ void Mesa::MontaMenuJanela()
 
 void Mesa::MontaEstado()
 {
-    for (QLabel **rotulo : {&m_Usuario, &m_Cliente, &m_Conferencia, &m_Replica}) {
+    for (QLabel **rotulo : {&m_Servidor, &m_Usuario, &m_Cliente, &m_Conferencia, &m_Replica}) {
         *rotulo = new TextoQueCede(this);
     }
     m_Forcar = new QPushButton(this);
+    m_Servidor->setObjectName("estadoServidor");
+    m_Servidor->hide();
     m_Usuario->setObjectName("estadoUsuario");
     m_Cliente->setObjectName("estadoCliente");
     m_Conferencia->setObjectName("estadoConferencia");
@@ -314,6 +318,7 @@ void Mesa::MontaEstado()
         consulta->setToolTip(Q(m_Servicos->SomenteLeitura()));
         statusBar()->addWidget(consulta);
     }
+    statusBar()->addWidget(m_Servidor);
     statusBar()->addWidget(m_Usuario);
     statusBar()->addWidget(m_Cliente);
     statusBar()->addPermanentWidget(m_Conferencia);
@@ -323,6 +328,34 @@ void Mesa::MontaEstado()
     m_Relogio = new QTimer(this);
     m_Relogio->setInterval(MinutoEmMilissegundos);
     connect(m_Relogio, &QTimer::timeout, this, [this] { NaBorda([this] { MostraReplica(); }); });
+}
+
+void Mesa::DefineLugar(const LugarDoTrabalho &lugar, ConexaoQt &conexao,
+                       std::function<void(const LugarDoTrabalho &)> muda)
+{
+    m_Lugar = lugar;
+    m_Conexao = &conexao;
+    m_MudaDeLugar = std::move(muda);
+    m_AoMudarAConexao = conexao.Mudou().liga([this] { MostraServidor(); });
+    if (m_Lugar.Servidor) {
+        setWindowTitle(Q(TituloDoRegistro(*m_Servicos) + " - " + OndeFica(m_Lugar)));
+    }
+    MostraServidor();
+}
+
+void Mesa::MostraServidor()
+{
+    m_Servidor->setVisible(m_Lugar.Servidor.has_value());
+    if (m_Lugar.Servidor) {
+        m_Servidor->setText("Servidor: " + Q(m_Lugar.Servidor->Texto()) +
+                            (m_Conexao->Ligada() ? "" : " (sem conexão)"));
+    }
+}
+
+std::string Mesa::QualRegistro() const
+{
+    return OndeFica(m_Lugar) + (m_Lugar.Servidor ? m_Conexao->Ligada() ? ", com conexão" : ", sem conexão" : "") +
+           ", identificador " + m_Servicos->Identificador();
 }
 
 bool Mesa::PedeEntrada()
@@ -336,7 +369,13 @@ bool Mesa::PedeAteQueEntre()
 {
     for (;;) {
         Entrada entrada(m_Servicos, m_Preferencias, std::nullopt, this);
+        if (m_MudaDeLugar) {
+            entrada.OfereceLugar(m_Lugar);
+        }
         m_Janelas->MostraEEspera(Novo<DialogoQt>(&entrada));
+        if (entrada.OutroLugar()) {
+            m_MudaDeLugar(*entrada.OutroLugar());
+        }
         if (entrada.result() != QDialog::Accepted) {
             return false;
         }
@@ -433,7 +472,8 @@ std::optional<PaginaInicial> Mesa::LeInicio()
     std::optional<PaginaInicial> pagina;
     NaBorda([&] {
         pagina.emplace(*m_Host->Servico(),
-                       EquipamentosRecentes(m_Camada->Lembrancas).Todos(*m_Host->BancoLocal->Abre()));
+                       EquipamentosRecentes(m_Camada->Lembrancas).Todos(*m_Host->BancoLocal->Abre()),
+                       m_Lugar.Servidor ? OndeFica(m_Lugar) : "");
     });
     return pagina;
 }
@@ -532,11 +572,17 @@ void Mesa::HabilitaFerramentas()
         }
     }
     m_MenuAdministracao->menuAction()->setVisible(!m_MenuAdministracao->isEmpty());
-    m_Conferir->setVisible(static_cast<bool>(m_Atos.Confere));
-    m_Copiar->setVisible(static_cast<bool>(m_Atos.Copia));
-    m_Restaurar->setVisible(static_cast<bool>(m_Atos.Restaura));
-    m_Restaurar->setEnabled(grava);
-    m_Exportar->setVisible(static_cast<bool>(m_Atos.Cabeca));
+    const auto oferece = [&](QAction *acao, const QString &texto, bool ha) {
+        acao->setVisible(ha || !m_Atos.SoLa.empty());
+        acao->setEnabled(ha);
+        acao->setText(texto + (ha || m_Atos.SoLa.empty() ? "" : " (na máquina do servidor)"));
+        acao->setToolTip(ha ? "" : Q(m_Atos.SoLa));
+    };
+    oferece(m_Conferir, "&Conferir registro...", static_cast<bool>(m_Atos.Confere));
+    oferece(m_Copiar, "&Fazer cópia...", static_cast<bool>(m_Atos.Copia));
+    oferece(m_Restaurar, "&Restaurar...", static_cast<bool>(m_Atos.Restaura));
+    oferece(m_Exportar, "&Exportar cabeça...", static_cast<bool>(m_Atos.Cabeca));
+    m_Restaurar->setEnabled(m_Atos.Restaura && grava);
     m_MenuRegistro->menuAction()->setVisible(tem(Permissoes::Copias) &&
                                              std::ranges::any_of(m_MenuRegistro->actions(), &QAction::isVisible));
 }
@@ -584,7 +630,7 @@ void Mesa::AbreAdministracao(int pagina)
 
 void Mesa::ConfereRegistro()
 {
-    JanelaDeTrabalho janela("Conferir registro", "O registro inteiro está sendo conferido.", m_Atos.Confere, this);
+    JanelaDeTrabalho janela("Conferir registro", "O registro inteiro está sendo conferido.", m_Atos.Confere(), this);
     m_Janelas->MostraEEspera(Novo<DialogoQt>(&janela));
     if (const auto &conferido = janela.Resultado()) {
         LembraConferencia(*conferido);
@@ -783,8 +829,10 @@ void Mesa::AtualizaReplica()
 
 void Mesa::AbreConsulta()
 {
-    auto *consulta = new ConsultaAutuacao([this] { return m_Geral->CEspecifica()->CreateCVorEquip(); },
-                                          [this](const std::function<void()> &acao) { NaBorda(acao); }, nullptr);
+    const PartesData hoje = m_Agora().Partes();
+    auto *consulta = new ConsultaAutuacao(
+        QDate(hoje.Ano, hoje.Mes, hoje.Dia), [this] { return m_Geral->CEspecifica()->CreateCVorEquip(); },
+        [this](const std::function<void()> &acao) { NaBorda(acao); }, nullptr);
     QMdiSubWindow *filha = m_Area->addSubWindow(consulta);
     filha->setAttribute(Qt::WA_DeleteOnClose);
     filha->setWindowIcon(consulta->windowIcon());
@@ -811,7 +859,7 @@ void Mesa::MostraAjudaDaFrente()
 
 void Mesa::MostraSobre()
 {
-    JanelaSobre janela(Q(TextoDoSobre(m_Diretorio)), this);
+    JanelaSobre janela(Q(TextoDoSobre(m_Diretorio, QualRegistro())), this);
     m_Janelas->MostraEEspera(Novo<DialogoQt>(&janela));
 }
 

@@ -5,11 +5,13 @@
 #include "desk/host/Ferramentas.h"
 #include "desk/host/Ficha.h"
 #include "desk/host/HostMesa.h"
+#include "desk/host/LugarDoTrabalho.h"
 #include "desk/host/Ociosidade.h"
 #include "desk/host/PaginaInicial.h"
 #include "desk/host/Preferencias.h"
 #include "desk/windows/AreaDeTrabalho.h"
 #include "desk/windows/CamadaQt.h"
+#include "desk/windows/ConexaoQt.h"
 #include "desk/windows/TeclaDeAjuda.h"
 #include "services/Servicos.h"
 #include "shell/Geral.h"
@@ -50,6 +52,10 @@ class Mesa : public QMainWindow {
     // Closes all windows through the module's logoff.
     void Sai();
 
+    // Where the registry is, as the windows tell it. muda: takes note of another one that was chosen at the sign-in,
+    // for which the desk is left. conexao: with the server; outlives the window.
+    void DefineLugar(const LugarDoTrabalho &lugar, ConexaoQt &conexao,
+                     std::function<void(const LugarDoTrabalho &)> muda);
     // What the menu of the registry offers.
     void DefineAtos(AtosDoRegistro atos);
     // What the registry is due once a day, which is done behind the windows while somebody is signed in.
@@ -77,6 +83,9 @@ class Mesa : public QMainWindow {
   private:
     void MontaMenus();
     void MontaEstado();
+    void MostraServidor();
+    // Which registry, and where; whether there is a connection.
+    std::string QualRegistro() const;
     QAction *AdicionaFerramenta(QMenu *menu, const Ferramenta &ferramenta);
     void AbreFerramenta(const Ferramenta &ferramenta);
     void HabilitaFerramentas();
@@ -128,6 +137,10 @@ class Mesa : public QMainWindow {
     Preferencias &m_Preferencias;
     Ociosidade m_Ociosidade;
     AtosDoRegistro m_Atos;
+    LugarDoTrabalho m_Lugar;
+    ConexaoQt *m_Conexao = nullptr;
+    ::Conexao m_AoMudarAConexao;
+    std::function<void(const LugarDoTrabalho &)> m_MudaDeLugar;
     Ociosidade m_Descanso; // after which nobody is disturbed
     std::optional<CuidadosDoDia> m_Cuidados;
     std::thread m_Cuidando;
@@ -154,6 +167,7 @@ class Mesa : public QMainWindow {
     QAction *m_Restaurar = nullptr;
     QAction *m_Exportar = nullptr;
     QMenu *m_MenuJanela = nullptr;
+    QLabel *m_Servidor = nullptr;
     QLabel *m_Usuario = nullptr;
     QLabel *m_Cliente = nullptr;
     QLabel *m_Conferencia = nullptr;

@@ -38,7 +38,7 @@ JanelaDeAndamento::JanelaDeAndamento(const QString &frase, bool cancelavel, QWid
     setMinimumWidth(fontMetrics().averageCharWidth() * Letras);
     m_Progresso->setObjectName("progresso");
     m_Progresso->setAccessibleName(frase);
-    m_Progresso->setRange(0, Milesimos);
+    m_Progresso->setRange(0, 0);
     auto *tudo = new QVBoxLayout(this);
     tudo->addWidget(FazTexto("frase", frase, this));
     tudo->addWidget(m_Progresso);
@@ -51,6 +51,8 @@ JanelaDeAndamento::JanelaDeAndamento(const QString &frase, bool cancelavel, QWid
 
 bool JanelaDeAndamento::Mostra(double parte, const QString &oQue)
 {
+    // While it is not known how far it is, the bar only shows that something goes on.
+    m_Progresso->setRange(0, parte > 0 ? Milesimos : 0);
     m_Progresso->setValue(static_cast<int>(std::lround(parte * Milesimos)));
     if (!m_Desistiu) {
         m_Parte->setText(oQue);

@@ -48,7 +48,7 @@ class AcessibilidadeTeste : public MesaTeste {
     {
         Inclui(registro.Sessao("ana"), EquipamentoDe("A1"));
         AtosDoRegistro atos;
-        atos.Confere = [](const Segue &) { return ResultadoDoAto{true, "Tudo foi conferido.", {}}; };
+        atos.Confere = [] { return [](const Segue &) { return ResultadoDoAto{true, "Tudo foi conferido.", {}}; }; };
         atos.Copia = [](const std::string &, const Segue &) { return ResultadoDoAto{}; };
         atos.Restaura = [](const std::string &) {};
         atos.Cabeca = [] { return CabecaAssinada(); };

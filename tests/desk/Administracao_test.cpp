@@ -415,7 +415,7 @@ TEST_F(AdministracaoTeste, Menus_OfTheAdministration_FollowTheRights)
 {
     const auto visivel = [&](const char *nome) { return mesa.findChild<QAction *>(nome)->isVisible(); };
     AtosDoRegistro atos;
-    atos.Confere = [](const Segue &) { return ResultadoDoAto{}; };
+    atos.Confere = [] { return [](const Segue &) { return ResultadoDoAto{}; }; };
     mesa.DefineAtos(atos);
     EXPECT_TRUE(visivel("administracao"));
     EXPECT_TRUE(visivel("menuRegistro"));
@@ -432,9 +432,11 @@ TEST_F(AdministracaoTeste, Menus_OfTheAdministration_FollowTheRights)
 TEST_F(AdministracaoTeste, CheckOfTheRegistry_LeavesItsResultInTheStatusBar)
 {
     AtosDoRegistro atos;
-    atos.Confere = [](const Segue &segue) {
-        segue(1, "");
-        return ResultadoDoAto{true, "Tudo foi conferido.", {}};
+    atos.Confere = [] {
+        return [](const Segue &segue) {
+            segue(1, "");
+            return ResultadoDoAto{true, "Tudo foi conferido.", {}};
+        };
     };
     mesa.DefineAtos(atos);
     Percorre([](Teclado &t) {

@@ -47,7 +47,7 @@ class SessaoDeReplica : public SessaoServico {
     bool VersoesDaAfericao(double, std::vector<VersaoAfericao> &, std::string &) override { return false; }
     bool ComoConhecido(std::int32_t, const Instante &, EquipamentoConhecido &, std::string &) override { return false; }
     std::vector<ClienteCadastrado> Clientes() override { return Cadastrados; }
-    Data LeReplica(const std::function<void(const LinhaReplica &)> &cadaLinha) override
+    Replicado LeReplica(std::int64_t, const std::function<void(const LinhaReplica &)> &cadaLinha) override
     {
         for (const LinhaReplica &linha : Linhas) {
             if (m_Segue && !m_Segue(0.5, linha.Codigo)) {
@@ -58,7 +58,7 @@ class SessaoDeReplica : public SessaoServico {
         if (Falha) {
             throw std::runtime_error("the connection went away");
         }
-        return DataDe(20, 11, 2026);
+        return {DataDe(20, 11, 2026)};
     }
 
   private:
@@ -317,6 +317,110 @@ TEST_F(BancoLocalMesaTeste, Arquivo_OfADeskThatDied_IsTakenOver)
     ASSERT_EQ(fim, 0);
     const BancoLocalMesa banco(pasta);
     EXPECT_FALSE(std::filesystem::exists(pasta / "local-2.db"));
+}
+
+// The replica of one user on one registry.
+class ReplicaMesaTeste : public BancoLocalMesaTeste {
+  protected:
+    // What the local file holds, and how many rows the services handed over for it.
+    class Contada : public SessaoDeReplica {
+      public:
+        explicit Contada(Ref<SessaoServico> sessao) : m_Sessao(std::move(sessao)) { Quem = m_Sessao->Operador(); }
+        Replicado LeReplica(std::int64_t depoisDe, const std::function<void(const LinhaReplica &)> &cadaLinha) override
+        {
+            const Replicado lida = m_Sessao->LeReplica(depoisDe, [&](const LinhaReplica &linha) {
+                if (Lidas++ == FalhaDepoisDe) {
+                    throw std::runtime_error("the connection went away");
+                }
+                cadaLinha(linha);
+            });
+            return lida;
+        }
+        int Lidas = 0;
+        int FalhaDepoisDe = -1;
+
+      private:
+        Ref<SessaoServico> m_Sessao;
+    };
+
+    int Renova(const Ref<SessaoServico> &sessao)
+    {
+        Contada contada(sessao);
+        mesa.Host->BancoLocal->AtualizaReplica(contada);
+        return contada.Lidas;
+    }
+    Textos Codigos() { return Coluna("Codigo", "SELECT Codigo FROM VOREQUIPTO ORDER BY NroIntEquip"); }
+    std::string Arquivo() { return (mesa.Diretorio() / "dados" / "local.db").string(); }
+
+    Ref<SessaoServico> m_Ana = mesa.Registro.Sessao("ana");
+};
+
+TEST_F(ReplicaMesaTeste, AtualizaReplica_AfterAChange_ReadsThatOneOnly)
+{
+    for (const char *codigo : {"R-1", "R-2", "R-3"}) {
+        Inclui(m_Ana, EquipamentoDe(codigo));
+    }
+    EXPECT_EQ(Renova(m_Ana), 3);
+    EXPECT_EQ(Renova(m_Ana), 0);
+    Exigido(Pede(m_Ana, "desativa", SoNumero(2)));
+    Inclui(m_Ana, EquipamentoDe("R-4"));
+    EXPECT_EQ(Renova(m_Ana), 2);
+    EXPECT_EQ(Codigos(), (Textos{"R-1", "R-2", "R-3", "R-4"}));
+    EXPECT_EQ(Coluna("Ativo", "SELECT Ativo FROM VOREQUIPTO WHERE NroIntEquip = 2"), Textos{"2"});
+}
+
+TEST_F(ReplicaMesaTeste, AtualizaReplica_OfAnotherUser_KeepsNothingOfTheFirstWhateverHappens)
+{
+    Inclui(m_Ana, EquipamentoDe("R-1"));
+    Renova(m_Ana);
+    const auto elisa = mesa.Registro.Sessao("elisa");
+    Inclui(elisa, EquipamentoDe("X-1"));
+    Contada falha(elisa);
+    falha.FalhaDepoisDe = 0;
+    EXPECT_ANY_THROW(mesa.Host->BancoLocal->AtualizaReplica(falha));
+    EXPECT_EQ(Codigos(), Textos{});
+    EXPECT_EQ(Renova(elisa), 1);
+    EXPECT_EQ(Codigos(), Textos{"X-1"});
+    EXPECT_EQ(Renova(m_Ana), 1); // whole again
+    EXPECT_EQ(Codigos(), Textos{"R-1"});
+    EXPECT_EQ(Renova(mesa.Registro.Sessao("bia")), 1); // of the same client
+}
+
+TEST_F(ReplicaMesaTeste, AtualizaReplica_OfOneWhoMayLookNoMore_EmptiesIt)
+{
+    Inclui(m_Ana, EquipamentoDe("R-1"));
+    Renova(m_Ana);
+    mesa.Registro.Sql("UPDATE PERMISSAO SET Ativo = 2 WHERE Numero = 1");
+    EXPECT_EQ(Renova(m_Ana), 0);
+    EXPECT_EQ(Codigos(), Textos{});
+    mesa.Registro.Sql("UPDATE PERMISSAO SET Ativo = 1 WHERE Numero = 1");
+    EXPECT_EQ(Renova(m_Ana), 1);
+    EXPECT_EQ(Codigos(), Textos{"R-1"});
+}
+
+// Put back to an earlier state, it may have as many entries again as were seen, or more, and other ones.
+TEST_F(ReplicaMesaTeste, AtualizaReplica_OfARegistryThatIsNotTheOneThatWasSeen_IsWhole)
+{
+    Inclui(m_Ana, EquipamentoDe("R-1"));
+    Renova(m_Ana);
+    RegistroDeTeste outro;
+    const auto ana = outro.Sessao("ana");
+    Inclui(ana, EquipamentoDe("O-1"));
+    Inclui(ana, EquipamentoDe("O-2"));
+    Inclui(ana, EquipamentoDe("O-3"));
+    Renova(ana);
+    EXPECT_EQ(Codigos(), (Textos{"O-1", "O-2", "O-3"}));
+    Renova(m_Ana); // whose history is shorter
+    EXPECT_EQ(Codigos(), Textos{"R-1"});
+}
+
+TEST_F(ReplicaMesaTeste, AtualizaReplica_OfAFileOfAnotherVersion_IsWhole)
+{
+    Inclui(m_Ana, EquipamentoDe("R-1"));
+    Renova(m_Ana);
+    LinhasSql(Arquivo(), "UPDATE Replica SET Versao = 9; UPDATE VOREQUIPTO SET TipoEquip = 'velho'");
+    EXPECT_EQ(Renova(m_Ana), 1);
+    EXPECT_EQ(Coluna("TipoEquip", "SELECT TipoEquip FROM VOREQUIPTO"), Textos{"P"});
 }
 
 } // namespace

@@ -8,6 +8,7 @@
 #include "limits/frmLimitesDifDetalhes.h"
 #include "sensors/frmEquipAfericoes.h"
 #include "sensors/frmEquipSensores.h"
+#include "tests/desk/FormCarregado.h"
 #include "tests/desk/MesaTeste.h"
 #include "tests/desk/Teclado.h"
 
@@ -36,18 +37,6 @@
 using namespace mesa;
 
 namespace {
-
-template <class Form> class Carregada : public Form {
-  public:
-    void Abre() { this->Carregar(); }
-};
-
-template <class Form> Ref<IForm> Carrega()
-{
-    auto form = Novo<Carregada<Form>>();
-    form->Abre();
-    return form;
-}
 
 // What is said at a field now.
 QString DicaEm(const QWidget &janela)

@@ -14,6 +14,7 @@
 #include <deque>
 #include <filesystem>
 #include <fstream>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -46,6 +47,8 @@ class PessoaDeTeste : public IPessoaNoInicio {
     std::deque<RegistroNovo> Novos;
     std::deque<std::filesystem::path> Arquivos;
     std::deque<bool> Respostas;
+    std::deque<std::optional<LugarDoTrabalho>> Lugares;
+    std::deque<OpcaoSemServidor> SemServidor;
     std::function<void()> AntesDeTentar;
     std::vector<std::string> Lido; // what the person was told, in order
 
@@ -75,6 +78,24 @@ class PessoaDeTeste : public IPessoaNoInicio {
             AntesDeTentar();
         }
         return Tira(NaFalta, OpcaoDaFalta::Sair);
+    }
+    std::optional<LugarDoTrabalho> EscolheLugar(const LugarDoTrabalho &agora) override
+    {
+        Lido.push_back("lugar: " + OndeFica(agora));
+        return Lugares.empty() ? std::nullopt : Tira<std::optional<LugarDoTrabalho>>(Lugares, std::nullopt);
+    }
+    bool ConfiaNoServidor(const std::string &servidor, const std::string &digital) override
+    {
+        Lido.push_back("confia: " + servidor + " " + digital);
+        return Tira(Respostas, false);
+    }
+    OpcaoSemServidor FaltaServidor(const std::string &frase) override
+    {
+        Lido.push_back("falta o servidor: " + frase);
+        if (AntesDeTentar) {
+            AntesDeTentar();
+        }
+        return Tira(SemServidor, OpcaoSemServidor::Sair);
     }
     bool Continua(const std::string &frase, const std::vector<std::string> &achados) override
     {
@@ -108,6 +129,16 @@ class PessoaDeTeste : public IPessoaNoInicio {
 
 using Linhas = std::vector<std::string>;
 
+// A fingerprint of that digit.
+std::string Digital(char algarismo)
+{
+    std::string digital(2, algarismo);
+    for (int par = 1; par < 32; ++par) {
+        digital += std::string(":") + algarismo + algarismo;
+    }
+    return digital;
+}
+
 class InicioTeste : public testing::Test {
   protected:
     std::filesystem::path Em(const std::string &nome) const
@@ -131,7 +162,45 @@ class InicioTeste : public testing::Test {
                     pessoa.Avisa(desfecho.Frase);
                 }
                 return desfecho;
-            });
+            },
+            {[this](const rede::Endereco &servidor) {
+                 const ServidorDeTeste &um = No(servidor);
+                 return um.Digital;
+             },
+             [this](const rede::Endereco &servidor, const rede::Confianca &confianca) {
+                 const ServidorDeTeste &um = No(servidor);
+                 if (confianca.Autoridade.empty() && confianca.Digital != um.Digital) {
+                     throw Falha(NumeroFalha::PermissaoNegada, "Rede", "O certificado é outro.");
+                 }
+                 conexoes.push_back(servidor.Texto() + " " + confianca.Autoridade);
+                 return Servicos::Abre(um.Registro.string(), Manha);
+             }});
+    }
+    // A server that answers, by the name of its machine.
+    struct ServidorDeTeste {
+        std::string Digital;
+        std::filesystem::path Registro;
+    };
+    const ServidorDeTeste &No(const rede::Endereco &servidor) const
+    {
+        const auto um = servidores.find(servidor.Maquina);
+        if (um == servidores.end()) {
+            throw Falha(NumeroFalha::ErroDeAcesso, "Rede", "O servidor " + servidor.Texto() + " não respondeu.");
+        }
+        return um->second;
+    }
+    // Its registry's identifier.
+    std::string PoeServidor(const std::string &maquina, const std::string &digital)
+    {
+        const std::string arquivo = maquina + std::to_string(servidores.size()) + digital.substr(0, 2) + ".db";
+        const std::string identificador = Outro(arquivo);
+        servidores[maquina] = {digital, Em(arquivo)};
+        return identificador;
+    }
+    static LugarDoTrabalho Em50443(const std::string &maquina, const std::string &digital = "",
+                                   const std::string &autoridade = "")
+    {
+        return {rede::Endereco{maquina}, digital, autoridade};
     }
     Ref<Servicos> Abre() { return Comeco().Abre(pessoa); }
     // A registry that the directory knows, closed.
@@ -163,6 +232,8 @@ class InicioTeste : public testing::Test {
     Preferencias preferencias{Em("preferencias.ini")};
     PessoaDeTeste pessoa;
     Linhas restauradas;
+    std::map<std::string, ServidorDeTeste> servidores;
+    Linhas conexoes;
 };
 
 TEST_F(InicioTeste, FirstStart_PersonLeaves_NothingIsMade)
@@ -615,6 +686,204 @@ TEST_F(InicioTeste, NewSample_WhereARegistryIs_IsRefused)
     EXPECT_EQ(FraseDe([&] { Comeco().CriaAmostra([](double) {}); }),
               "O registro que está em " + (Em("d") / "amostra/registro.db").string() + " não é uma amostra.");
     EXPECT_EQ(LinhasSql(Em("d") / "amostra/registro.db", "SELECT Identificador FROM REGISTRO"), Linhas{registro});
+}
+
+TEST_F(InicioTeste, FirstStart_AtAServer_AsksForTheFingerprintOnceAndKeepsIt)
+{
+    const std::string identificador = PoeServidor("central", Digital('A'));
+    pessoa.Escolhas = {OpcaoDoInicio::Servidor};
+    pessoa.Lugares = {Em50443("central")};
+    pessoa.Respostas = {true};
+    Inicio inicio = Comeco();
+    ASSERT_FALSE(inicio.Abre(pessoa).Nada());
+    EXPECT_EQ(inicio.Lugar().Servidor, rede::Endereco{"central"});
+    EXPECT_EQ(inicio.Diretorio(), Em("d") / "servidores" / identificador);
+    EXPECT_TRUE(inicio.Confere(pessoa)); // that is the server's to do
+    EXPECT_EQ(pessoa.Lido, (Linhas{"começa", "lugar: servidor :50443", "confia: central:50443 " + Digital('A')}));
+    EXPECT_EQ(preferencias.Confianca(rede::Endereco{"central"}).Digital, Digital('A'));
+    EXPECT_FALSE(std::filesystem::exists(Registro()));
+
+    pessoa.Lido.clear();
+    Inicio outroDia = Comeco();
+    EXPECT_EQ(outroDia.Abre(pessoa)->Identificador(), identificador);
+    EXPECT_EQ(pessoa.Lido, Linhas{});
+    EXPECT_EQ(outroDia.Lugar().Servidor, rede::Endereco{"central"});
+}
+
+TEST_F(InicioTeste, FirstStart_FingerprintThatIsNotTheOne_ConnectsToNothingAndKeepsNothing)
+{
+    PoeServidor("central", Digital('A'));
+    pessoa.Escolhas = {OpcaoDoInicio::Servidor};
+    pessoa.Lugares = {Em50443("central")};
+    pessoa.Respostas = {false};
+    EXPECT_TRUE(Abre().Nada());
+    EXPECT_EQ(conexoes, Linhas{});
+    EXPECT_EQ(pessoa.Lido.at(3), "avisa: A digital do servidor central:50443 não foi aceita, e nada foi enviado a ele. "
+                                 "Confirme-a com quem administra o servidor.");
+    EXPECT_EQ(pessoa.Lido.back(), "começa");
+    EXPECT_EQ(preferencias.Confianca(rede::Endereco{"central"}).Digital, "");
+    EXPECT_FALSE(preferencias.Servidor(Em("d")));
+}
+
+TEST_F(InicioTeste, Server_WithAnotherCertificate_IsRefusedUntilItsNewFingerprintIsTold)
+{
+    const std::string identificador = PoeServidor("central", Digital('A'));
+    EXPECT_FALSE(Comeco().AbreLugar(Em50443("central", Digital('A')), pessoa).Nada());
+    servidores["central"].Digital = Digital('B');
+    conexoes.clear();
+    pessoa.SemServidor = {OpcaoSemServidor::TentarDeNovo, OpcaoSemServidor::MudarDeLugar, OpcaoSemServidor::Sair};
+    pessoa.Lugares = {Em50443("central", Digital('C'))}; // mistyped
+    EXPECT_TRUE(Abre().Nada());
+    EXPECT_EQ(conexoes, Linhas{});
+    const std::string recusa =
+        "falta o servidor: O certificado do servidor central:50443 não é o que se espera, e nada foi enviado a ele. "
+        "Pode "
+        "ser outra máquina no lugar da certa. Se quem administra o servidor trocou o certificado, peça-lhe a digital "
+        "nova, que o servidor escreve quando inicia, e informe-a em Mudar de registro.";
+    EXPECT_EQ(pessoa.Lido, (Linhas{recusa, recusa, "lugar: servidor central:50443", recusa}));
+    EXPECT_EQ(preferencias.Confianca(rede::Endereco{"central"}).Digital, Digital('A'));
+
+    pessoa.Lido.clear();
+    pessoa.SemServidor = {OpcaoSemServidor::MudarDeLugar};
+    pessoa.Lugares = {Em50443("central", Digital('B'))};
+    EXPECT_EQ(Abre()->Identificador(), identificador);
+    EXPECT_EQ(preferencias.Confianca(rede::Endereco{"central"}).Digital, Digital('B'));
+}
+
+TEST_F(InicioTeste, Server_ThatDoesNotAnswer_IsTriedAgainOrLeftForThisComputer)
+{
+    Conhecido();
+    PoeServidor("central", Digital('A'));
+    EXPECT_FALSE(Comeco().AbreLugar(Em50443("central", Digital('A')), pessoa).Nada());
+    const auto central = servidores["central"];
+    servidores.clear();
+    pessoa.SemServidor = {OpcaoSemServidor::TentarDeNovo};
+    pessoa.AntesDeTentar = [&] { servidores["central"] = central; };
+    EXPECT_FALSE(Abre().Nada());
+    EXPECT_EQ(pessoa.Lido, Linhas{"falta o servidor: O servidor central:50443 não respondeu."});
+
+    pessoa.AntesDeTentar = nullptr;
+    servidores.clear();
+    EXPECT_TRUE(Abre().Nada()); // leaves
+    EXPECT_EQ(preferencias.Servidor(Em("d")), rede::Endereco{"central"});
+    pessoa.SemServidor = {OpcaoSemServidor::MudarDeLugar, OpcaoSemServidor::MudarDeLugar};
+    pessoa.Lugares = {std::nullopt, LugarDoTrabalho{}};
+    Inicio inicio = Comeco();
+    EXPECT_FALSE(inicio.Abre(pessoa).Nada());
+    EXPECT_FALSE(inicio.Lugar().Servidor);
+    EXPECT_EQ(inicio.Registro(), Registro());
+    EXPECT_EQ(inicio.Diretorio(), Em("d"));
+    EXPECT_FALSE(preferencias.Servidor(Em("d")));
+}
+
+TEST_F(InicioTeste, Server_WithAnotherRegistry_IsTakenByAYesOnly)
+{
+    const std::string primeiro = PoeServidor("central", Digital('A'));
+    EXPECT_FALSE(Comeco().AbreLugar(Em50443("central", Digital('A')), pessoa).Nada());
+    const std::string segundo = PoeServidor("central", Digital('A'));
+    ASSERT_NE(primeiro, segundo);
+    const std::string frase = "O registro do servidor central:50443 não é aquele em que se trabalhava: é o de "
+                              "identificador " +
+                              segundo + ", e o de antes era o de identificador " + primeiro + ".";
+    pessoa.Respostas = {false};
+    EXPECT_TRUE(Abre().Nada());
+    EXPECT_EQ(pessoa.Lido, (Linhas{"aceita: " + frase + " Trabalhar neste registro de agora em diante?",
+                                   "falta o servidor: " + frase}));
+    EXPECT_EQ(preferencias.RegistroNo(rede::Endereco{"central"}), primeiro);
+    pessoa.Respostas = {true};
+    Inicio inicio = Comeco();
+    EXPECT_FALSE(inicio.Abre(pessoa).Nada());
+    EXPECT_EQ(inicio.Diretorio().filename(), segundo); // each registry has a directory of its own
+}
+
+TEST_F(InicioTeste, Server_ByAnAuthority_AsksForNoFingerprint)
+{
+    PoeServidor("central", Digital('A'));
+    EXPECT_FALSE(Comeco().AbreLugar(Em50443("central", "", "/etc/autoridade.pem"), pessoa).Nada());
+    servidores["central"].Digital = Digital('B'); // renewed by the same authority
+    EXPECT_FALSE(Abre().Nada());
+    EXPECT_EQ(pessoa.Lido, Linhas{});
+    EXPECT_EQ(conexoes, (Linhas{"central:50443 /etc/autoridade.pem", "central:50443 /etc/autoridade.pem"}));
+}
+
+TEST_F(InicioTeste, Server_OfThisComputerWithoutACertificate_AsksNothing)
+{
+    PoeServidor("localhost", "");
+    EXPECT_FALSE(Comeco().AbreLugar(Em50443("localhost"), pessoa).Nada());
+    EXPECT_EQ(pessoa.Lido, Linhas{});
+}
+
+TEST_F(InicioTeste, AnotherFile_WhereTheWorkIsAtAServer_IsAskedFor)
+{
+    PoeServidor("central", Digital('A'));
+    EXPECT_FALSE(Comeco().AbreLugar(Em50443("central", Digital('A')), pessoa).Nada());
+    Outro("avulso.db");
+    pessoa.Respostas = {false, true};
+    Inicio inicio = Comeco();
+    EXPECT_FALSE(inicio.AbreArquivo(Em("avulso.db"), pessoa).Nada());
+    EXPECT_TRUE(inicio.Lugar().Servidor);
+    EXPECT_EQ(
+        pessoa.Lido.at(0).find("aceita: Aqui se trabalha no registro do servidor central:50443. Abrir o que está"), 0U);
+    EXPECT_FALSE(inicio.AbreArquivo(Em("avulso.db"), pessoa).Nada());
+    EXPECT_FALSE(inicio.Lugar().Servidor);
+    EXPECT_FALSE(preferencias.Servidor(Em("d")));
+}
+
+TEST_F(InicioTeste, CommandOnTheFile_WhereTheWorkIsAtAServer_IsRefused)
+{
+    EXPECT_NO_THROW(ExigeRegistroDaqui(Em("d"), preferencias));
+    preferencias.LembraServidor(Em("d"), rede::Endereco{"central"});
+    EXPECT_EQ(FraseDe([&] { ExigeRegistroDaqui(Em("d"), preferencias); }),
+              "O diretório " + Em("d").string() +
+                  " trabalha no registro do servidor central:50443. O que se faz com um registro inteiro se faz na "
+                  "máquina em que ele está, com o registro-servidor.");
+}
+
+TEST_F(InicioTeste, Absence_OfTheFile_MayLeadToAServer)
+{
+    Conhecido();
+    Some();
+    PoeServidor("central", Digital('A'));
+    pessoa.NaFalta = {OpcaoDaFalta::MudarDeLugar, OpcaoDaFalta::MudarDeLugar};
+    pessoa.Lugares = {LugarDoTrabalho{}, Em50443("central", Digital('A'))};
+    Inicio inicio = Comeco();
+    EXPECT_FALSE(inicio.Abre(pessoa).Nada());
+    EXPECT_TRUE(inicio.Lugar().Servidor);
+}
+
+TEST(LugarDoTrabalho, Server_AsItWasTyped_IsAPlaceOrSaysWhatIsWrongAndWhere)
+{
+    ProblemaDoLugar problema;
+    const auto lugar = LeServidor(" central:1234 ", "", "", problema);
+    ASSERT_TRUE(lugar);
+    EXPECT_EQ(OndeFica(*lugar), "servidor central:1234");
+    EXPECT_EQ(OndeFica({}), "este computador");
+    EXPECT_FALSE(LeServidor("", "", "", problema));
+    EXPECT_EQ(problema.Campo, CampoDoLugar::Servidor);
+    EXPECT_FALSE(LeServidor("central:zero", "", "", problema));
+    EXPECT_EQ(problema.Frase, "A porta do servidor é um número de 1 a 65535: \"máquina:porta\".");
+    EXPECT_FALSE(LeServidor("central", "AB:CD", "", problema));
+    EXPECT_EQ(problema.Campo, CampoDoLugar::Digital);
+    EXPECT_FALSE(LeServidor("central", "", "/não/há/isto.pem", problema));
+    EXPECT_EQ(problema.Campo, CampoDoLugar::Autoridade);
+    EXPECT_FALSE(LeServidor("central", Digital('A'), "/proc/self/status", problema));
+    EXPECT_EQ(problema.Frase, "Informe a digital ou o arquivo da autoridade, e não os dois.");
+}
+
+TEST(LugarDoTrabalho, Fingerprint_HoweverItIsWritten_IsTheSame)
+{
+    std::string semPontos;
+    for (const char letra : Digital('a')) {
+        if (letra != ':') {
+            semPontos += letra;
+        }
+    }
+    EXPECT_EQ(LeDigital(semPontos), Digital('A'));
+    EXPECT_EQ(LeDigital("  " + semPontos.substr(0, 32) + "\n" + semPontos.substr(32) + "\n"), Digital('A'));
+    EXPECT_EQ(LeDigital(semPontos + "0"), std::nullopt);
+    EXPECT_EQ(LeDigital(semPontos.substr(1)), std::nullopt);
+    EXPECT_EQ(LeDigital("g" + semPontos.substr(1)), std::nullopt);
+    EXPECT_EQ(LeDigital(""), std::nullopt);
 }
 
 TEST_F(InicioTeste, Settings_KnowADirectoryHoweverItIsWritten)

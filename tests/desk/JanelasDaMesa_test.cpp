@@ -72,6 +72,7 @@ TEST(JanelasDoInicio, FirstStart_ByKeys_AnswersWhatWasChosen)
               }),
               OpcaoDoInicio::Novo);
     EXPECT_EQ(escolhe([](Teclado &t) { t.Alt('A'); }), OpcaoDoInicio::Existente);
+    EXPECT_EQ(escolhe([](Teclado &t) { t.Alt('S'); }), OpcaoDoInicio::Servidor);
     EXPECT_EQ(escolhe([](Teclado &t) { t.Alt('E'); }), OpcaoDoInicio::Amostra);
     EXPECT_EQ(escolhe([](Teclado &t) { t.Alt('R'); }), OpcaoDoInicio::Sair);
     EXPECT_EQ(escolhe([](Teclado &t) { t.Tecla(Qt::Key_Escape); }), OpcaoDoInicio::Sair);
@@ -98,6 +99,7 @@ TEST(JanelasDoInicio, Absence_ByKeys_AnswersWhatWasChosen)
               OpcaoDaFalta::TentarDeNovo);
     EXPECT_EQ(escolhe([](Teclado &t) { t.Alt('E'); }), OpcaoDaFalta::EscolherArquivo);
     EXPECT_EQ(escolhe([](Teclado &t) { t.Alt('C'); }), OpcaoDaFalta::RestaurarCopia);
+    EXPECT_EQ(escolhe([](Teclado &t) { t.Alt('D'); }), OpcaoDaFalta::MudarDeLugar);
     EXPECT_EQ(escolhe([](Teclado &t) { t.Alt('R'); }), OpcaoDaFalta::Sair);
     EXPECT_EQ(escolhe([](Teclado &t) { t.Tecla(Qt::Key_Escape); }), OpcaoDaFalta::Sair);
 }
@@ -385,7 +387,7 @@ TEST_F(JanelasDaMesaTeste, Report_IsSavedAsAText)
 TEST_F(JanelasDaMesaTeste, MenuOfTheRegistry_OfWhomHasNoRight_IsNotThere)
 {
     AtosDoRegistro atos;
-    atos.Confere = [](const Segue &) { return ResultadoDoAto{}; };
+    atos.Confere = [] { return [](const Segue &) { return ResultadoDoAto{}; }; };
     mesa.DefineAtos(atos);
     EXPECT_FALSE(mesa.findChild<QAction *>("menuRegistro")->isVisible());
 }

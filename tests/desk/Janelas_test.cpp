@@ -11,6 +11,7 @@
 #include "tela/Mnemonicas.h"
 #include "tela/OrdemDeTab.h"
 #include "tela/Pessoa.h"
+#include "tests/desk/FormCarregado.h"
 #include "tests/desk/MesaTeste.h"
 #include "tests/desk/VoltaDeTab.h"
 #include "tests/services/DiscoApertado.h"
@@ -21,6 +22,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QDateEdit>
 #include <QDir>
 #include <QFile>
 #include <QGroupBox>
@@ -52,19 +54,6 @@
 using namespace mesa;
 
 namespace {
-
-// A form of the module with its controls, not yet shown.
-template <class Form> class Carregada : public Form {
-  public:
-    void Abre() { this->Carregar(); }
-};
-
-template <class Form> Ref<IForm> Carrega()
-{
-    auto form = Novo<Carregada<Form>>();
-    form->Abre();
-    return form;
-}
 
 class JanelasTeste : public MesaTeste {
   protected:
@@ -250,6 +239,14 @@ TEST_F(JanelasTeste, Mnemonics_OfTheMainWindow_LeadToOnePlace)
         const QWidget vazia;
         EXPECT_EQ(MnemonicasRepetidas(vazia, TextosDe(menu->menu()->actions())), QStringList()) << S(menu->text());
     }
+}
+
+// The registry's clock, and not that of the computer.
+TEST_F(JanelasTeste, ConsultaAutuacao_BeginsWithTheDayOfTheRegistry)
+{
+    mesa.findChild<QAction *>("consultaAutuacao")->trigger();
+    EXPECT_EQ(mesa.findChild<QWidget *>("ConsultaAutuacao")->findChild<QDateEdit *>("data")->date(),
+              QDate(2026, 11, 20));
 }
 
 TEST_F(JanelasTeste, Mnemonics_OfTheDesksOwnDialogs_LeadToOnePlace)

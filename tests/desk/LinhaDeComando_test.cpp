@@ -54,6 +54,18 @@ TEST(LinhaDeComando, NewRegistry_TakesWhatItBeginsWith)
     EXPECT_TRUE(linha.Novo.Senha.Vazio());
 }
 
+TEST(LinhaDeComando, Server_IsWhereToWork_AndGoesWithNothingElse)
+{
+    EXPECT_FALSE(Le({}).Servidor);
+    EXPECT_EQ(Le({"--servidor", "central:1234"}).Servidor, (rede::Endereco{"central", 1234}));
+    EXPECT_EQ(Le({"--servidor=central"}).Servidor, (rede::Endereco{"central", 50443}));
+    EXPECT_EQ(Le({"--servidor=central"}).Erro, "");
+    EXPECT_EQ(Le({"--servidor", "central:x"}).Erro, "A porta do servidor é um número de 1 a 65535: \"máquina:porta\".");
+    EXPECT_EQ(Le({"--servidor", "central", "--amostra"}).Erro, "As opções --servidor e --amostra não vão juntas.");
+    EXPECT_EQ(Le({"--confere", "--servidor", "central"}).Erro, "As opções --servidor e --confere não vão juntas.");
+    EXPECT_EQ(Le({"--servidor", "central", "registro.db"}).Erro, "Um ARQUIVO e a opção --servidor não vão juntos.");
+}
+
 TEST(LinhaDeComando, File_IsTheRegistryToWorkOn)
 {
     EXPECT_EQ(Le({}).Registro, "");
@@ -94,18 +106,6 @@ TEST(LinhaDeComando, CareOfTheRegistry_TakesItsFiles)
     EXPECT_EQ(Le({"--copia="}).Erro, "A opção --copia veio sem o seu valor.");
     EXPECT_EQ(Le({"--confere", "--desde="}).Erro, "A opção --desde veio sem o seu valor.");
     EXPECT_EQ(Le({"--copia", "x", "--uf", "RS"}).Erro, "A opção --uf só vai com --novo.");
-}
-
-TEST(LinhaDeComando, Password_IsTheFirstLineWithoutItsEnd)
-{
-    const auto le = [](const std::string &texto) {
-        std::istringstream entrada(texto);
-        return std::string(LeSenha(entrada).Texto());
-    };
-    EXPECT_EQ(le("a senha é\n"), "a senha é");
-    EXPECT_EQ(le("a senha é\r\noutra\n"), "a senha é");
-    EXPECT_EQ(le(" com espaços "), " com espaços ");
-    EXPECT_EQ(le(""), "");
 }
 
 // The program itself, without a screen.

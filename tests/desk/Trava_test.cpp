@@ -70,7 +70,7 @@ class TravaTeste : public MesaTeste {
     {
         t.Ctrl(Qt::Key_1).EsperaJanela("frmLista");
         t.Alt('N').EsperaJanela("frmEquipDetalhes");
-        t.TabAte("txtCodEquip").Escreve("NOVO1");
+        t.TabAte("txtCodEquip").Escreve("NOVO1").Feito(); // the minutes begin after the last key
     }
     static void Percorre(const std::function<void(Teclado &)> &jornada) { EXPECT_EQ(Teclado::Percorre(jornada), ""); }
 };
@@ -150,7 +150,7 @@ TEST_F(TravaTeste, Key_KeepsTheDeskOpen)
     Percorre([this](Teclado &t) {
         t.Ctrl(Qt::Key_1).EsperaJanela("frmLista");
         Passam(14);
-        t.Tecla(Qt::Key_Tab);
+        t.Tecla(Qt::Key_Tab).Feito();
         Passam(14);
         t.EsperaJanela("frmLista");
         EXPECT_FALSE(Aberta("Trava"));

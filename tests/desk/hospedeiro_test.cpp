@@ -1,5 +1,6 @@
 #include "desk/host/Caminhos.h"
 #include "tests/desk/HospedeiroDeTeste.h"
+#include "tests/desk/ServidorDeTeste.h"
 #include "tests/host_contract/ContratoHost.h"
 #include "tests/support/AdaptadorComPessoa.h"
 
@@ -10,19 +11,25 @@
 #include <fstream>
 #include <iterator>
 #include <memory>
+#include <optional>
 
 using namespace mesa;
 
-// The desk in front of the suite that every host must pass.
+// The desk in front of the suite that every host must pass, over a registry of its own and over a server.
 
 namespace {
 
 class AdaptadorMesa : public AdaptadorComPessoa {
   public:
-    AdaptadorMesa()
+    explicit AdaptadorMesa(bool naRede)
     {
         std::filesystem::create_directory(m_Mesa.Diretorio() / "contrato");
-        m_Mesa.Entra("ana");
+        if (naRede) {
+            m_Servidor.emplace(m_Mesa.Registro);
+            m_Mesa.Host->Entra(m_Servidor->Sessao("ana"));
+        } else {
+            m_Mesa.Entra("ana");
+        }
     }
 
     Ref<HostServices> Host() override { return m_Mesa.Host; }
@@ -71,9 +78,12 @@ class AdaptadorMesa : public AdaptadorComPessoa {
 
   private:
     HospedeiroDeTeste m_Mesa;
+    std::optional<ServidorDeTeste> m_Servidor;
 };
 
 INSTANTIATE_TEST_SUITE_P(HostMesa, ContratoHost,
-                         testing::Values(FabricaAdaptador([] { return std::make_unique<AdaptadorMesa>(); })));
+                         testing::Values(FabricaAdaptador([] { return std::make_unique<AdaptadorMesa>(false); })));
+INSTANTIATE_TEST_SUITE_P(HostMesaNaRede, ContratoHost,
+                         testing::Values(FabricaAdaptador([] { return std::make_unique<AdaptadorMesa>(true); })));
 
 } // namespace

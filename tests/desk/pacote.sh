@@ -1,13 +1,15 @@
 #!/usr/bin/env bash
-# The desk's package, made of a program that was built, and its life in a clean system: installed over an older version
-# and once more, used without a screen and on one, known to menus and file types, taken away while it runs, and gone
-# without a trace.
+# The packages of desk and server, made of programs that were built, and their life in a clean system. The desk's is
+# installed over an older version and once more, used without a screen and on one, known to menus and file types, taken
+# away while it runs, and gone without a trace. The server's gets a user of its own, is set up, answers who asks, ends in
+# order, keeps its settings over a newer version and its registry when it goes.
 #
-#   pacote.sh SOURCES PROGRAM VERSION FOLDER      keeps the clean system in the folder, with what it takes from the
-#                                                 distribution, and leaves the pictures there
+#   pacote.sh SOURCES DESK SERVER VERSION FOLDER      keeps the clean system in the folder, with what it takes from the
+#                                                     distribution, and leaves the pictures there
 set -euo pipefail
 
 nome=registro-de-equipamentos
+servidor=registro-servidor
 tipo=application/x-$nome
 ferramentas=(libglib2.0-bin desktop-file-utils) # of a session: what opens files, what knows the menu entries
 
@@ -46,7 +48,7 @@ vive() {
     done
     mount -t proc proc "$sis/proc"
     mount -t tmpfs tmpfs "$sis/dev/shm"
-    cp "$trabalho/antes.deb" "$trabalho/agora.deb" "$sis/root/"
+    cp "$trabalho/antes.deb" "$trabalho/agora.deb" "$trabalho/servidor.deb" "$sis/root/"
     passo "the clean system is there"
 
     # An older version, the new one over it, and that once more.
@@ -78,6 +80,9 @@ vive() {
         "$sis/usr/share/icons" || true)" ""
     [[ -s $sis/home/olga/.local/share/$nome/registro.db ]] || falha "The registry went with the package."
     passo "it is gone"
+
+    o_servidor
+    passo "the server came, worked and went"
 }
 
 no_sistema() { # a command of root's
@@ -85,10 +90,13 @@ no_sistema() { # a command of root's
         DEBIAN_FRONTEND=noninteractive "$@" </dev/null
 }
 como() { # a command of a user's, who has the plainest of languages
+    (vira "$@")
+}
+vira() { # the same in the place of this shell
     local usuario=$1
     shift
-    chroot --userspec="$usuario:$usuario" "$sis" \
-        /usr/bin/env --ignore-environment --chdir=/ PATH=/usr/bin:/bin LANG=C "$@"
+    exec chroot --userspec="$usuario:$usuario" "$sis" \
+        /usr/bin/env --ignore-environment --chdir=/ PATH=/usr/bin:/bin:/usr/sbin LANG=C "$@"
 }
 apt() {
     no_sistema apt-get --quiet --yes --no-install-recommends --option Dpkg::Options::=--force-unsafe-io "$@" \
@@ -216,6 +224,64 @@ numa_sessao() {
     timeout 60 tail --pid="$processo" --follow /dev/null || falha "The desk does not end."
 }
 
+o_servidor() {
+    local estado=/var/lib/$servidor ajustes=/etc/$servidor/$servidor.toml pagina ajuda opcao saida=0 porta processo
+    apt install /root/servidor.deb
+    espera "its user" "$(no_sistema getent passwd $servidor)" "$servidor:*:$estado:/usr/sbin/nologin"
+    espera "files that are not as they came" "$(no_sistema dpkg --verify $servidor)" ""
+    espera "what is kept of its settings" "$(no_sistema dpkg-query --show --showformat='${Conffiles}' $servidor)" "*$ajustes*"
+    [[ ! -e $sis/etc/systemd/system/multi-user.target.wants/$servidor.service ]] || falha "It starts before it is set up."
+    ajuda=$(no_sistema $servidor --ajuda)
+    pagina=$(no_sistema zcat /usr/share/man/man8/$servidor.8.gz | sed 's/\\-/-/g')
+    for opcao in $(grep -o -e '--[a-z-]*' <<<"$ajuda" | sort -u); do
+        [[ $pagina == *"$opcao"* ]] || falha "The manual page does not tell $opcao."
+    done
+
+    espera "who reads its settings" "$(no_sistema stat --format='%U %G %a' $ajustes)" "root $servidor 640"
+
+    # It is tried again however long the database is not there, and at its end has longer than its settings may ask for.
+    local unidade=$sis/lib/systemd/system/$servidor.service fim
+    espera "when it is given up" "$(sed -n 's/^StartLimitIntervalSec=//p' "$unidade")" 0
+    fim=$(sed -n 's/^TimeoutStopSec=\([0-9]*\)min$/\1/p' "$unidade")
+    ((fim * 60 > $(sed -n '/^# Segundos que o servidor espera pelo que/s/.* a \([0-9]*\)\.$/\1/p' "$sis$ajustes"))) ||
+        falha "It is killed at its end after $fim minutes, while its settings may ask for more."
+
+    # Its directory is there before the service ever ran, and a registry is made in it.
+    espera "its directory" "$(no_sistema stat --format='%U %G %a' $estado)" "$servidor $servidor 700"
+    como $servidor $servidor --confere-configuracao </dev/null >"$trabalho/conferida" 2>&1 || saida=$?
+    espera "the settings as they came" "$saida $(<"$trabalho/conferida")" \
+        "1 O arquivo $estado/registro.db, que \"registro\" nomeia, não pôde ser lido: o arquivo ou a pasta não existe."
+    porta=$(python3 -c 'import socket; s = socket.socket(); s.bind(("127.0.0.1", 0)); print(s.getsockname()[1])')
+    sed -i -e "s|^#* *registro *=.*|registro = \"$estado/registro.db\"|" \
+        -e "s|^#* *escuta *=.*|escuta = \"127.0.0.1:$porta\"|" "$sis$ajustes"
+    como $servidor $servidor --novo --cliente 1 --nome-cliente "Autoridade Estadual de Trânsito" --uf RS --usuario olga \
+        --nome "Olga Reis" <<<"$senha" >"$trabalho/novo" 2>&1 || falha "A registry cannot be made." "$(<"$trabalho/novo")"
+    como $servidor $servidor --confere-configuracao </dev/null >"$trabalho/conferida" 2>&1 ||
+        falha "The settings are refused." "$(<"$trabalho/conferida")" "$(<"$sis$ajustes")"
+
+    # By the command of its service.
+    vira $servidor $(sed -n 's/^ExecStart=//p' "$sis/lib/systemd/system/$servidor.service") </dev/null >"$trabalho/servindo" 2>&1 &
+    processo=$!
+    local ate=$((SECONDS + 60))
+    until (exec 3<>"/dev/tcp/127.0.0.1/$porta") 2>/dev/null; do
+        if ! kill -0 "$processo" 2>/dev/null || ((SECONDS > ate)); then
+            falha "It does not start." "$(<"$trabalho/servindo")"
+        fi
+        sleep 0.05
+    done
+    espera "the users of the certificate's key" "$(no_sistema find $estado -name '*.key' -printf '%U %m ')" \
+        "$(no_sistema id -u $servidor) 600 "
+    apt reinstall /root/servidor.deb
+    grep -q -F ":$porta\"" "$sis$ajustes" || falha "Its settings were overwritten."
+    kill -TERM "$processo"
+    wait "$processo" || falha "It ended with $?." "$(<"$trabalho/servindo")"
+
+    no_sistema dpkg --purge $servidor >"$trabalho/apt" 2>&1 || falha "It cannot be purged." "$(<"$trabalho/apt")"
+    espera "what stayed of it" "$(find "$sis" -xdev \( -path "$sis$estado" -o -path "$sis/var/log" -o -path "$sis/root" \) -prune \
+        -o -name "*$servidor*" -print)" ""
+    [[ -s $sis$estado/registro.db ]] || falha "The registry went with the package."
+}
+
 senha="cavalo grampeador azul"
 if [[ ${1:-} = --vive ]]; then
     vive "${@:2}"
@@ -224,11 +290,12 @@ fi
 
 fontes=$1
 programa=$2
-versao=$3
-pasta=$4
+programa_servidor=$3
+versao=$4
+pasta=$5
 inicio=$(date +%s)
 
-for comando in mmdebstrap dh rsvg-convert appstreamcli desktop-file-validate xdotool xprop Xvfb unshare; do
+for comando in mmdebstrap dh python3 rsvg-convert appstreamcli desktop-file-validate xdotool xprop Xvfb unshare; do
     command -v "$comando" >/dev/null || pula "There is no $comando here."
 done
 so=(unshare --mount --pid --fork --kill-child)
@@ -244,11 +311,16 @@ chmod 755 "$trabalho"
 trap 'rm -rf "$trabalho"' EXIT
 
 # The package, twice the same.
-pacote=$("$fontes/desk/pacote/faz_pacote.sh" "$programa" "$versao" "$trabalho/um")
-outra=$("$fontes/desk/pacote/faz_pacote.sh" "$programa" "$versao" "$trabalho/outra vez")
-cmp "$pacote" "$outra" || falha "The same program does not give the same package."
-mv "$pacote" "$trabalho/agora.deb"
-passo "the package is made"
+faz() { # room, program, name of the file
+    local pacote outra
+    pacote=$("$fontes/$1/pacote/faz_pacote.sh" "$2" "$versao" "$trabalho/um")
+    outra=$("$fontes/$1/pacote/faz_pacote.sh" "$2" "$versao" "$trabalho/outra vez")
+    cmp "$pacote" "$outra" || falha "The same program does not give the same package."
+    mv "$pacote" "$trabalho/$3"
+}
+faz desk "$programa" agora.deb
+faz server "$programa_servidor" servidor.deb
+passo "the packages are made"
 
 # What is in it, without installing it.
 dpkg-deb --raw-extract "$trabalho/agora.deb" "$trabalho/dentro"
@@ -261,13 +333,34 @@ grep -o '](imagens/[^)]*)' "$manual/manual.md" | sed 's/^](\(.*\))$/\1/' | while
     [[ -s $manual/$imagem ]] || falha "The manual has no $imagem."
 done
 
+dpkg-deb --raw-extract "$trabalho/servidor.deb" "$trabalho/do servidor"
+# The example for other systems, and the contract beside it, which it looks for there.
+for achado in registro.proto consulta_afericao.py; do
+    [[ -f "$trabalho/do servidor/usr/share/doc/$servidor/$achado" ]] || falha "The package does not have $achado."
+done
+achado=$(grep -r -l -F "$fontes" "$trabalho/do servidor" || true)
+espera "files of the server that know a folder of the build" "$achado" ""
+# What the service manager finds in the unit, with the program in the place where it is here; and how much the service
+# could still do, from 0 to 100.
+if command -v systemd-analyze >/dev/null; then
+    mkdir "$trabalho/unidade"
+    sed "s|^ExecStart=\(.*\)|ExecStart=\"$trabalho/do servidor\1\"|" "$trabalho/do servidor/lib/systemd/system/$servidor.service" \
+        >"$trabalho/unidade/$servidor.service"
+    systemd-analyze verify --man=no --recursive-errors=no "$trabalho/unidade/$servidor.service" >"$trabalho/verificada" 2>&1 ||
+        falha "There is something wrong in the unit." "$(<"$trabalho/verificada")"
+    systemd-analyze security --offline=true --threshold=15 --no-pager \
+        "$trabalho/do servidor/lib/systemd/system/$servidor.service" >"$trabalho/seguranca" 2>&1 ||
+        falha "The service may do more than it needs." "$(<"$trabalho/seguranca")"
+fi
+
 # An older one, with a file that the new one does not have.
 touch "$manual/antigo"
 sed -i 's/^Version: .*/Version: 0.9/' "$trabalho/dentro/DEBIAN/control"
 dpkg-deb --root-owner-group --build "$trabalho/dentro" "$trabalho/antes.deb" >/dev/null
 
 # The clean system, with what the package needs downloaded beside: made anew when that changes.
-dependencias=$(dpkg-deb --field "$trabalho/agora.deb" Depends | tr ',' '\n' | sed 's/^ *\([^ ]*\).*/\1/')
+dependencias=$(for pacote in agora servidor; do dpkg-deb --field "$trabalho/$pacote.deb" Depends; done | tr ',' '\n' |
+    sed 's/^ *\([^ ]*\).*/\1/')
 mapfile -t baixados < <(printf '%s\n' $dependencias "${ferramentas[@]}" | sort -u)
 lancamento=$(. /etc/os-release && echo "${VERSION_CODENAME:-}")
 receita="$lancamento ${baixados[*]}"

@@ -7,11 +7,12 @@
 
 namespace {
 
-// What is outside of the namespace of a room that meets foreign names: includes, names of the toolkit's classes,
-// comments, what the system's compiler and linker give names to, and the entry of a program.
+// What is outside of the namespace of a room that meets foreign names: includes, names of the toolkit's classes
+// and of the database's, comments, what the system's compiler and linker give names to, and the entry of a program.
 void ConfereDeclaracoes(const std::string &pasta, const std::string &nome, int menosDe)
 {
-    const std::regex deFora("|#.*|//.*|class Q\\w+;|int main\\(.*|__CRT_UUID_DECL\\(.*\\)|extern \"C\" .*;");
+    const std::regex deFora(
+        "|#.*|//.*|class Q\\w+;|struct pg_\\w+;|int main\\(.*|__CRT_UUID_DECL\\(.*\\)|extern \"C\" .*;");
     const std::regex abre("namespace " + nome + "(::\\w+)? \\{");
     const std::regex fecha("\\} // namespace " + nome + "(::\\w+)?");
     int arquivos = 0;
@@ -42,6 +43,14 @@ void ConfereDeclaracoes(const std::string &pasta, const std::string &nome, int m
 TEST(EspacoDeNomes, look_EveryFileOfTheDesk_DeclaresInItsNamespace)
 {
     ConfereDeclaracoes("desk", "mesa", 100);
+}
+
+// So do the rooms between the desk and its data, which meet those of the database and of the network.
+TEST(EspacoDeNomes, look_EveryFileOfTheServicesAndTheNetwork_DeclaresInItsNamespace)
+{
+    ConfereDeclaracoes("services", "mesa", 100);
+    ConfereDeclaracoes("rede", "rede", 10);
+    ConfereDeclaracoes("server", "servidor", 20);
 }
 
 // So do the rooms for Windows, and their tests, which meet the names of the system.

@@ -1,15 +1,18 @@
 #include "tests/services/RegistroDeTeste.h"
 
 #include "services/Banco.h"
-#include "services/DialetoSQLite.h"
+#include "services/DialetoPostgres.h"
+#include "services/Dialetos.h"
 #include "services/Historico.h"
 
 #include "services/LayoutED.h"
 #include "services/LogradouroED.h"
+#include "tests/services/PapelDeTrabalho.h"
 
 #include <sqlite3.h>
 
 #include <memory>
+#include <regex>
 #include <stdexcept>
 #include <utility>
 #include <vector>
@@ -149,12 +152,44 @@ void GuardaMarcas(const Ref<SessaoServico> &sessao, const std::string &metodo, c
 
 } // namespace
 
+namespace {
+
+// The functions of the embedded engine that they ask with, apart from what is the registry's.
+constexpr const char *FuncoesDosTestes =
+    "CREATE SCHEMA testes; SET search_path = testes; "
+    "CREATE FUNCTION printf(text, bigint) RETURNS text LANGUAGE sql RETURN lpad(CAST($2 AS text), 6, '0'); "
+    "CREATE FUNCTION json_extract(text, text) RETURNS text LANGUAGE sql RETURN CAST($1 AS json) ->> substr($2, 3); "
+    "CREATE FUNCTION campo(text, text) RETURNS text LANGUAGE sql RETURN CAST($1 AS json) ->> $2; "
+    "CREATE OPERATOR ->> (LEFTARG = text, RIGHTARG = text, FUNCTION = campo); "
+    "CREATE FUNCTION junta(text, text, text) RETURNS text LANGUAGE sql RETURN "
+    "CASE WHEN $1 IS NULL THEN $2 WHEN $2 IS NULL THEN $1 ELSE $1 || $3 || $2 END; "
+    "CREATE FUNCTION junta(text, text) RETURNS text LANGUAGE sql RETURN junta($1, $2, ','); "
+    "CREATE FUNCTION junta(text, bigint) RETURNS text LANGUAGE sql RETURN junta($1, CAST($2 AS text), ','); "
+    "CREATE AGGREGATE group_concat(text, text) (SFUNC = junta, STYPE = text); "
+    "CREATE AGGREGATE group_concat(text) (SFUNC = junta, STYPE = text); "
+    "CREATE AGGREGATE group_concat(bigint) (SFUNC = junta, STYPE = text)";
+
+} // namespace
+
 RegistroDeTeste::RegistroDeTeste() : Relogio(DataDe(20, 11, 2026, 10, 0, 0))
 {
-    m_Servicos = Servicos::Cria(
-        Caminho(), TipoDeRegistro::Registro, [this] { return Relogio; }, CustoDeTeste);
-    m_Servicos->CadastraCliente({1, "Autoridade Estadual de Trânsito", {"Fiscalização", "Metrologia"}, "RS"});
-    m_Servicos->CadastraCliente({2, "Autoridade Municipal de Trânsito", {"Operações"}, "SP"});
+    const auto funda = [this](const std::string &onde) {
+        auto servicos = Servicos::Cria(
+            onde, TipoDeRegistro::Registro, [this] { return Relogio; }, CustoDeTeste);
+        servicos->CadastraCliente({1, "Autoridade Estadual de Trânsito", {"Fiscalização", "Metrologia"}, "RS"});
+        servicos->CadastraCliente({2, "Autoridade Municipal de Trânsito", {"Operações"}, "SP"});
+        return servicos;
+    };
+    if (motor::DeTeste() == motor::Qual::SQLite) {
+        m_Lugar = std::make_unique<motor::RegistroVazio>();
+        m_Servicos = funda(Caminho());
+    } else { // where making one takes longer than copying it
+        m_Lugar = std::make_unique<motor::RegistroVazio>("de_teste", [&](const std::string &onde) {
+            funda(papel::ComTrabalho(onde));
+            motor::Linhas(onde, FuncoesDosTestes);
+        });
+        Reabre();
+    }
 }
 
 void RegistroDeTeste::Fecha()
@@ -232,7 +267,7 @@ void RegistroDeTeste::DesativaLayout(const std::string &nome)
 
 void RegistroDeTeste::Historia(const std::string &tabela, std::int64_t chave)
 {
-    Banco banco(std::make_unique<DialetoSQLite>(), Caminho(), Relogio);
+    Banco banco(DialetoPara(Caminho()), Caminho(), Relogio);
     banco.Escreve([&] { Historico(banco).Registra(Relogio, 0, {"EQUIPAMENTO", 1, 1, tabela, chave, "migra"}); });
 }
 
@@ -242,10 +277,39 @@ std::string RegistroDeTeste::Sql(const std::string &comando)
     return linhas.empty() ? "" : linhas.front();
 }
 
-std::vector<std::string> LinhasSql(const std::string &arquivo, const std::string &comando)
+namespace {
+
+// What the tests ask in the words of the embedded engine, in those of the other one.
+std::string NoServidor(const std::string &comando)
 {
+    static const std::vector<std::pair<std::regex, std::string>> trocas = {
+        {std::regex("(INSERT|UPDATE) OR REPLACE "), "$1 "},
+        {std::regex("IS NOT (?!NULL)"), "IS DISTINCT FROM "},
+        {std::regex("PRAGMA ignore_check_constraints = ON"),
+         "ALTER TABLE DOCUMENTO DROP CONSTRAINT \"DOCUMENTO_Tamanho_do_Conteudo\""},
+        {std::regex("DROP TRIGGER (DOCUMENTO|EQUIPAMENTO)_(SEM_UPDATE|FIXA)"), "ALTER TABLE $1 DISABLE TRIGGER USER"},
+        {std::regex("CREATE TRIGGER (\\w+) (BEFORE INSERT ON \\w+) BEGIN SELECT RAISE\\(ABORT, '(\\w+)'\\); END"),
+         "CREATE FUNCTION $1() RETURNS trigger LANGUAGE plpgsql AS 'BEGIN RAISE EXCEPTION ''$3''; END'; "
+         "CREATE TRIGGER $1 $2 FOR EACH ROW EXECUTE FUNCTION $1()"},
+    };
+    std::string traduzido = comando;
+    for (const auto &[de, para] : trocas) {
+        traduzido = std::regex_replace(traduzido, de, para);
+    }
+    return traduzido;
+}
+
+} // namespace
+
+std::vector<std::string> LinhasSql(const std::string &onde, const std::string &comando)
+{
+    if (DialetoPostgres::Reconhece(onde)) {
+        return motor::Linhas(onde + (onde.find('?') == std::string::npos ? "?" : "&") +
+                                 "options=-csearch_path%3Dpublic,testes",
+                             NoServidor(comando));
+    }
     sqlite3 *aberto = nullptr;
-    const int abriu = sqlite3_open_v2(arquivo.c_str(), &aberto, SQLITE_OPEN_READWRITE, nullptr);
+    const int abriu = sqlite3_open_v2(onde.c_str(), &aberto, SQLITE_OPEN_READWRITE, nullptr);
     const std::unique_ptr<sqlite3, int (*)(sqlite3 *)> banco(aberto, sqlite3_close);
     if (abriu != SQLITE_OK) {
         throw std::runtime_error("the file does not open");

@@ -6,16 +6,17 @@
 #include "host/ListaEquiptoED.h"
 #include "host/Registro.h"
 #include "services/Servicos.h"
-
-#include <QTemporaryDir>
+#include "tests/services/Motor.h"
 
 #include <map>
+#include <memory>
 #include <string>
 #include <type_traits>
 #include <vector>
 
-// Straight to the file, past the services: the rows of the last statement, their cells joined with "|".
-std::vector<std::string> LinhasSql(const std::string &arquivo, const std::string &comando);
+// Straight to the file or the database on the server, past the services: the rows of the last statement, their cells
+// joined with "|".
+std::vector<std::string> LinhasSql(const std::string &onde, const std::string &comando);
 
 // What came of an operation.
 struct Retorno {
@@ -42,7 +43,8 @@ class RegistroDeTeste {
   public:
     RegistroDeTeste();
 
-    std::string Caminho() const { return m_Diretorio.filePath("registro.db").toStdString(); }
+    // File, or connection text where the program runs on the networked engine.
+    const std::string &Caminho() const { return m_Lugar->Onde(); }
     mesa::Servicos &Aberto() { return *m_Servicos; }
     // Closes the file, with all sessions, and opens it again.
     void Reabre();
@@ -75,7 +77,7 @@ class RegistroDeTeste {
     std::string Sql(const std::string &comando);
 
   private:
-    QTemporaryDir m_Diretorio;
+    std::unique_ptr<motor::RegistroVazio> m_Lugar;
     Ref<mesa::Servicos> m_Servicos;
     std::map<std::string, bool> m_Cadastrados;
 };

@@ -3,6 +3,8 @@
 #include "services/Banco.h"
 #include "tests/services/RegistroDeTeste.h"
 
+#include <QTemporaryDir>
+
 #include <string>
 
 // A registry in which every table has rows: a file of the test's own that nobody has open. The first one is made

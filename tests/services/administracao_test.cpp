@@ -127,9 +127,10 @@ class ServicosAdministracao : public testing::Test {
     std::string Anotado()
     {
         const std::string linhas = m_Registro.Sql(
-            "SELECT group_concat(COALESCE(Operador, '-') || ' ' || Raiz || NroRaiz || '.' || Versao || ' ' || Entidade "
+            "SELECT group_concat(COALESCE('' || Operador, '-') || ' ' || Raiz || NroRaiz || '.' || Versao || ' ' || "
+            "Entidade "
             "|| ' ' || Acao || COALESCE(' ' || Motivo, ''), '; ') FROM (SELECT * FROM HISTORICO WHERE Nro > " +
-            m_Visto + " ORDER BY Nro)");
+            m_Visto + " ORDER BY Nro) h");
         m_Visto = m_Registro.Sql("SELECT MAX(Nro) FROM HISTORICO");
         return linhas;
     }
@@ -479,15 +480,15 @@ TEST_F(ServicosAdministracao, EveryChange_OfAStaleCopy_IsRefused)
 
 TEST_F(ServicosAdministracao, desativaUsuario_EndsAtOnceWhatItsSessionMayDo)
 {
+    const std::string DesativadoDepois =
+        "O usuário ana foi desativado depois da entrada. Procure quem administra os usuários.";
     const auto ana = m_Registro.Sessao("ana");
     Anotado();
     EXPECT_EQ(Usuario("desativaUsuario", SoUsuario(1))->Ativo.Valor(), 2);
     EXPECT_EQ(Anotado(), "11 USUARIO1.2 USUARIO desativa");
     EXPECT_FALSE(ana->TemPermissao("NAB", "VOR-EQP-CS", ""));
-    EXPECT_EQ(Pede(ana, "inclui", EquipamentoDe("X-1")).Recusa,
-              "Ana Souza não tem permissão para incluir equipamentos.");
-    EXPECT_EQ(RecusaDe(ana, "trocaMinhaSenha", Troca("senha de ana", Boa)),
-              "O usuário ana está desativado e não pode trocar a senha.");
+    EXPECT_EQ(Pede(ana, "inclui", EquipamentoDe("X-1")).Recusa, DesativadoDepois);
+    EXPECT_EQ(RecusaDe(ana, "trocaMinhaSenha", Troca("senha de ana", Boa)), DesativadoDepois);
     EXPECT_FALSE(Entra("ana", "senha de ana"));
     EXPECT_EQ(m_Recusa, "Usuário ou senha incorretos.");
     EXPECT_EQ(RecusaDe(m_Marta, "desativaUsuario", SoUsuario(1, 2)), "O usuário ana já está desativado.");
@@ -559,7 +560,8 @@ TEST_F(ServicosAdministracao, TwoAdministrators_DeactivatingEachOtherAtOnce_OneG
         outro.join();
         EXPECT_NE(retornos[0].Feita, retornos[1].Feita) << retornos[0].Recusa << retornos[1].Recusa;
         EXPECT_EQ(retornos[retornos[0].Feita ? 1 : 0].Recusa,
-                  (retornos[0].Feita ? "Saulo Pires" : "Marta Reis") + SemPermissao);
+                  std::string("O usuário ") + (retornos[0].Feita ? "saulo" : "marta") +
+                      " foi desativado depois da entrada. Procure quem administra os usuários.");
         ASSERT_EQ(m_Registro.Sql("SELECT COUNT(*) FROM USUARIO WHERE Ativo = 1"), "1");
         m_Registro.Sql("UPDATE USUARIO SET Ativo = 1");
     }
@@ -604,7 +606,7 @@ TEST_F(ServicosAdministracao, defineSenha_IsTheOnlyOneFromNowOnAndMustBeChanged)
     EXPECT_EQ(Anotado(), "11 USUARIO1.2 USUARIO altera");
     EXPECT_TRUE(ana->DeveTrocarSenha()); // whoever sits at the session that is open has to know the new one
     EXPECT_EQ(Pede(ana, "lista2", Novo<ListaEquiptoED>()).Recusa,
-              "Ana Souza precisa trocar a senha antes de fazer qualquer outra coisa.");
+              "A sua senha foi trocada depois da entrada. Entre de novo.");
     EXPECT_FALSE(Entra("ana", "senha de ana"));
     const auto nova = Entra("ana", Boa);
     ASSERT_TRUE(nova) << m_Recusa;
@@ -669,7 +671,7 @@ TEST_F(ServicosAdministracao, alteraUsuario_OfClientSectorOrMunicipality_EndsThe
     Faz(m_Marta, "alteraUsuario", outro);
     EXPECT_TRUE(ana->Clientes().empty());
     int linhas = 0;
-    ana->LeReplica([&](const LinhaReplica &) { ++linhas; });
+    ana->LeReplica(0, [&](const LinhaReplica &) { ++linhas; });
     EXPECT_EQ(linhas, 0);
 }
 
@@ -875,13 +877,14 @@ class ServicosPrimeiroAdministrador : public testing::Test {
         return Servicos::Abre(
             Caminho(), [] { return DataDe(20, 11, 2026, 10, 0, 0); }, CustoDeTeste);
     }
-    std::string Caminho() const { return m_Diretorio.filePath("registro.db").toStdString(); }
+    const std::string &Caminho() const { return m_Lugar.Onde(); }
     std::string Sql(const std::string &comando) const { return LinhasSql(Caminho(), comando).at(0); }
     // Why it is refused, which leaves nothing; empty when it goes through.
     std::string Recusa(const ClienteCadastrado &cliente, const Operador &quem, const std::string &senha)
     {
-        const std::string conta = "SELECT (SELECT COUNT(*) FROM USUARIO) || (SELECT COUNT(*) FROM CLIENTE) || (SELECT "
-                                  "COUNT(*) FROM SETOR) || (SELECT COUNT(*) FROM HISTORICO)";
+        const std::string conta =
+            "SELECT (SELECT COUNT(*) FROM USUARIO) || '' || (SELECT COUNT(*) FROM CLIENTE) || (SELECT "
+            "COUNT(*) FROM SETOR) || (SELECT COUNT(*) FROM HISTORICO)";
         const std::string antes = Sql(conta);
         std::string recusa = "antiga";
         const bool feito = m_Servicos->PrimeiroAdministrador(cliente, quem, senha, recusa);
@@ -892,7 +895,7 @@ class ServicosPrimeiroAdministrador : public testing::Test {
 
     const ClienteCadastrado m_Cliente{5, "Autoridade Nova", {"Frota", "Metrologia"}, "sc"};
     const Operador m_Quem{0, "bento.luz", "Bento Luz", 0, "", "Metrologia", 0};
-    QTemporaryDir m_Diretorio;
+    motor::RegistroVazio m_Lugar;
     Ref<Servicos> m_Servicos = Servicos::Cria(
         Caminho(), TipoDeRegistro::Registro, [] { return DataDe(20, 11, 2026, 10, 0, 0); }, CustoDeTeste);
 };
@@ -911,9 +914,11 @@ TEST_F(ServicosPrimeiroAdministrador, OfAnEmptyRegistry_MayDoEverythingAtOnce)
     for (const Direito &direito : Permissoes::Direitos()) {
         EXPECT_TRUE(sessao->TemPermissao("NAB", direito.Objeto, direito.Acao)) << direito.Palavras;
     }
-    EXPECT_EQ(Sql("SELECT group_concat(COALESCE(Operador, '-') || Entidade || NroEntidade || Acao) FROM HISTORICO "
-                  "WHERE Entidade NOT IN ('SESSAO', 'ESTACAO', 'PERMISSAO', 'LAYOUT')"),
-              "-REGISTRO1inclui,-CLIENTE5inclui,-SETOR1inclui,-SETOR2inclui,-USUARIO1inclui");
+    EXPECT_EQ(LinhasSql(Caminho(),
+                        "SELECT COALESCE('' || Operador, '-') || Entidade || NroEntidade || Acao FROM HISTORICO "
+                        "WHERE Entidade NOT IN ('SESSAO', 'ESTACAO', 'PERMISSAO', 'LAYOUT') ORDER BY Nro"),
+              (std::vector<std::string>{"-REGISTRO1inclui", "-CLIENTE5inclui", "-SETOR1inclui", "-SETOR2inclui",
+                                        "-USUARIO1inclui"}));
     EXPECT_EQ(Sql("SELECT UF FROM CLIENTE"), "SC");
     EXPECT_TRUE(Pede(sessao, "inclui", EquipamentoDe("X-1")).Feita);
 }

@@ -1,6 +1,7 @@
 #include "host/RelatorioAfericaoED.h"
 #include "services/Banco.h"
 #include "services/DialetoSQLite.h"
+#include "services/Dialetos.h"
 #include "services/Esquema.h"
 #include "tests/services/DiscoApertado.h"
 #include "tests/services/RegistroDeTeste.h"
@@ -10,8 +11,10 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -58,7 +61,7 @@ using ServicosHistorico = ServicosBanco;
 TEST_F(ServicosBanco, Open_ANewFile_IsWhole)
 {
     ConfereArquivo();
-    EXPECT_EQ(registro.Sql("SELECT Versao FROM ESQUEMA"), "2");
+    EXPECT_EQ(registro.Sql("SELECT Versao FROM ESQUEMA"), "3");
     EXPECT_EQ(registro.Sql("PRAGMA application_id"), std::to_string(Esquema::Aplicacao));
 }
 
@@ -81,7 +84,7 @@ TEST_F(ServicosBanco, Open_ANewerRegistry_RaisesAFault)
     registro.Fecha();
     registro.Sql("INSERT INTO ESQUEMA VALUES (7)");
     EXPECT_TRUE(Lanca(51, "Servicos < Servicos.Abre",
-                      "O registro é da versão 7, mais nova que a deste programa (versão 2). Atualize o programa.",
+                      "O registro é da versão 7, mais nova que a deste programa (versão 3). Atualize o programa.",
                       [&] { registro.Reabre(); }));
 }
 
@@ -98,7 +101,7 @@ TEST_F(ServicosBanco, Open_AnOlderRegistry_IsMigratedWithWhatItHolds)
         EXPECT_EQ(linha.Texto(0), "azul");
         EXPECT_EQ(linha.Texto(1), "R-001");
     }
-    EXPECT_EQ(registro.Sql("SELECT MAX(Versao) FROM ESQUEMA"), "3");
+    EXPECT_EQ(registro.Sql("SELECT MAX(Versao) FROM ESQUEMA"), "4");
 }
 
 TEST_F(ServicosBanco, Open_WithAMigrationThatFails_LeavesTheOldRegistryWhole)
@@ -107,7 +110,7 @@ TEST_F(ServicosBanco, Open_WithAMigrationThatFails_LeavesTheOldRegistryWhole)
     const Migracao quebrada{{"ALTER TABLE EQUIPAMENTO ADD COLUMN Cor TEXT", "ISTO NÃO É SQL"}};
     EXPECT_EQ(
         FalhaLancada([&] { Banco(std::make_unique<DialetoFuturo>(quebrada), registro.Caminho(), Hoje()); }).Numero, 51);
-    EXPECT_EQ(registro.Sql("SELECT MAX(Versao) FROM ESQUEMA"), "2");
+    EXPECT_EQ(registro.Sql("SELECT MAX(Versao) FROM ESQUEMA"), "3");
     EXPECT_EQ(Conta("pragma_table_info('EQUIPAMENTO') WHERE name = 'Cor'"), "0");
     registro.Reabre();
 }
@@ -174,7 +177,7 @@ TEST_F(ServicosBanco, Error_ByTheDatabasesCode_HasItsNumberAndSentence)
 
 TEST_F(ServicosBanco, Transaction_LeftByAnException_RollsBack)
 {
-    Banco banco(std::make_unique<DialetoSQLite>(), registro.Caminho(), Instante(DataDe(20, 11, 2026)));
+    Banco banco(DialetoPara(registro.Caminho()), registro.Caminho(), Instante(DataDe(20, 11, 2026)));
     EXPECT_THROW(banco.Escreve([&] {
         Consulta(banco, "INSERT INTO CLIENTE VALUES (9, 'X', 'RS', 1, 1)");
         throw std::runtime_error("no meio");
@@ -187,12 +190,47 @@ TEST_F(ServicosBanco, Transaction_LeftByAnException_RollsBack)
 
 TEST_F(ServicosBanco, Transaction_InTheMiddleOfAnother_RaisesAFaultAndEndsNeither)
 {
-    Banco banco(std::make_unique<DialetoSQLite>(), registro.Caminho(), Instante(DataDe(20, 11, 2026)));
+    Banco banco(DialetoPara(registro.Caminho()), registro.Caminho(), Instante(DataDe(20, 11, 2026)));
     banco.Escreve([&] {
         EXPECT_EQ(FalhaLancada([&] { banco.Le([] {}); }).Descricao, "Uma operação foi pedida no meio de outra.");
         Consulta(banco, "INSERT INTO CLIENTE VALUES (9, 'X', 'RS', 1, 1)");
     });
     EXPECT_EQ(Conta("CLIENTE WHERE CodCliente = 9"), "1");
+}
+
+// Without a limit it would try six times, of five seconds each.
+TEST_F(ServicosBanco, TimeIsLimited_OthersWrite_IsGivenUpInTimeAndGoesOnLater)
+{
+    Banco dono(std::make_unique<DialetoSQLite>(), registro.Caminho(), Instante(Hoje()));
+    Banco outro(std::make_unique<DialetoSQLite>(), registro.Caminho(), Instante(Hoje()));
+    const auto motivo = [&](const std::function<void()> &faz) {
+        try {
+            outro.Escreve(faz);
+        } catch (const ErroSql &erro) {
+            return erro.Motivo;
+        }
+        return MotivoSql::Outro;
+    };
+    const auto agora = [] { return std::chrono::steady_clock::now(); };
+    dono.Escreve([&] {
+        const auto inicio = agora();
+        outro.Limita(inicio + std::chrono::milliseconds(500));
+        EXPECT_EQ(motivo([] { FAIL(); }), MotivoSql::Ocupado);
+        EXPECT_LT(agora() - inicio, std::chrono::seconds(4));
+    });
+    EXPECT_EQ(motivo([] { FAIL(); }), MotivoSql::Demora); // it is over
+    outro.Limita(agora() + std::chrono::seconds(60));
+    EXPECT_EQ(motivo([&] {
+                  Consulta(outro, "INSERT INTO CLIENTE VALUES (9, 'X', 'RS', 1, 1)");
+                  outro.Limita(agora());
+              }),
+              MotivoSql::Demora); // before the end
+    EXPECT_EQ(Conta("CLIENTE WHERE CodCliente = 9"), "0");
+    outro.Limita(agora() + std::chrono::seconds(60));
+    EXPECT_EQ(motivo([&] { Consulta(outro, "INSERT INTO CLIENTE VALUES (9, 'X', 'RS', 1, 1)"); }), MotivoSql::Outro);
+    EXPECT_EQ(Conta("CLIENTE WHERE CodCliente = 9"), "1");
+    EXPECT_EQ(ErroSql(MotivoSql::Demora, "").Descricao,
+              "O banco de dados demorou mais do que o permitido. Nada foi gravado: tente de novo.");
 }
 
 TEST_F(ServicosBanco, Erasing_IsRefusedInEveryTable)
@@ -288,7 +326,7 @@ TEST_F(ServicosHistorico, EveryChange_IsWrittenWithBeforeAndAfter)
     EXPECT_EQ(
         registro.Sql("SELECT group_concat(Quando || ' ' || Operador || ' ' || Versao || ' ' || Entidade || ' ' || "
                      "NroEntidade || ' ' || Acao, '; ') FROM (SELECT * FROM HISTORICO WHERE Raiz = 'EQUIPAMENTO' "
-                     "ORDER BY Nro)"),
+                     "ORDER BY Nro) h"),
         "20261120100000 1 1 EQUIPAMENTO 1 inclui; 20261120100001 1 2 SENSOR 1 inclui; "
         "20261120100001 1 2 AFERICAO 1 inclui; 20261120100001 1 2 EQUIPAMENTO 1 altera; "
         "20261120100001 1 3 EQUIPAMENTO 1 desativa");

@@ -210,10 +210,10 @@ TEST_F(ServicosConferencia, MarkAndVersionThatWereChanged_AreTold)
     m_Registro.Sql("PRAGMA application_id = 7");
     EXPECT_EQ(Achados(), (Frases{"O arquivo não tem a marca dos registros de equipamentos."}));
     m_Registro.Sql("PRAGMA application_id = " + std::to_string(Esquema::Aplicacao));
-    for (const char *versao : {"1", "3"}) {
+    for (const char *versao : {"1", "4"}) {
         SemGuardas(std::string("UPDATE ESQUEMA SET Versao = ") + versao);
         EXPECT_EQ(Achados(), (Frases{std::string("O registro diz ter passado pelas versões ") + versao +
-                                     ", e não por aquelas que levam à versão 2."}));
+                                     ", e não por aquelas que levam à versão 3."}));
     }
 }
 
@@ -224,7 +224,7 @@ TEST_F(ServicosConferencia, NewerRegistry_IsNotLookedThrough)
     EXPECT_EQ(resultado.Como, Desfecho::NaoConferida);
     EXPECT_EQ(resultado.CodigoDeSaida(), 2);
     EXPECT_EQ(resultado.Frase,
-              "O registro é da versão 9, mais nova que a deste programa (versão 2). Atualize o programa.");
+              "O registro é da versão 9, mais nova que a deste programa (versão 3). Atualize o programa.");
 }
 
 // Something else in the place of a table may answer without end.

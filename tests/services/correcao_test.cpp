@@ -48,7 +48,7 @@ class ServicosCorrecao : public ServicosDeAfericoes {
         return m_Registro.Sql(
             "SELECT group_concat(COALESCE(Motivo, '-'), ';') FROM (SELECT Motivo FROM HISTORICO WHERE "
             "Entidade = 'AFERICAO' AND NroEntidade = " +
-            std::to_string(afericao) + " ORDER BY Nro)");
+            std::to_string(afericao) + " ORDER BY Nro) h");
     }
     std::string Marca() { return m_Registro.Sql("SELECT Marca FROM AFERICAO WHERE NroIntAfericao = 1"); }
     // Each row is as its last entry says, and has a version for each of its entries.

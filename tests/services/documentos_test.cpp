@@ -147,8 +147,15 @@ TEST_F(ServicosDocumentos, Number_ThatIsNone_IsRefused)
 {
     GuardaPdf(m_Ana, "x");
     EXPECT_EQ(RecusaAoLer(m_Ana, 9), "O documento de número 9 não existe no cliente Autoridade Estadual de Trânsito.");
-    for (const double numero : {0.0, -1.0, 1.5, 1e300, std::numeric_limits<double>::infinity()}) {
+    Inclui(m_Ana,
+           Poe(EquipamentoDe("R-001"), Poe(SensorDe(1), AfericaoDe("1", DataDe(1, 1, 2026), DataDe(31, 12, 2026), 1))));
+    ASSERT_EQ(m_Ana->AfericoesDoDocumento(1).size(), 1U);
+    ASSERT_EQ(m_Ana->AfericoesDoDocumentoDa(1).size(), 1U);
+    constexpr double infinito = std::numeric_limits<double>::infinity();
+    for (const double numero : {0.0, -1.0, 1.5, 1e300, -1e300, infinito, -infinito, std::nan("")}) {
         RecusaAoLer(m_Ana, numero);
+        EXPECT_TRUE(m_Ana->AfericoesDoDocumento(numero).empty()) << numero;
+        EXPECT_TRUE(m_Ana->AfericoesDoDocumentoDa(numero).empty()) << numero;
     }
     EXPECT_EQ(RecusaAoLer(m_Ana, std::nan("")),
               "O documento de número inválido não existe no cliente Autoridade Estadual de Trânsito.");
@@ -173,11 +180,12 @@ TEST_F(ServicosDocumentos, Document_IsNeverChanged)
     EXPECT_THROW(m_Registro.Sql("DELETE FROM DOCUMENTO"), std::runtime_error);
 }
 
-TEST_F(ServicosDocumentos, Document_DamagedInTheFile_IsRefusedWhenRead)
+TEST_F(ServicosDocumentos, Document_DamagedWhereItIsStored_IsRefusedWhenRead)
 {
     const double numero = GuardaPdf(m_Ana, "x");
-    m_Registro.Sql("DROP TRIGGER DOCUMENTO_SEM_UPDATE; "
-                   "UPDATE DOCUMENTO SET Conteudo = CAST(replace(CAST(Conteudo AS TEXT), 'x', 'y') AS BLOB)");
+    GuardaPdf(m_Ana, "y");
+    m_Registro.Sql("DROP TRIGGER DOCUMENTO_SEM_UPDATE; UPDATE DOCUMENTO SET Conteudo = (SELECT Conteudo FROM DOCUMENTO "
+                   "WHERE NroDocumento = 2) WHERE NroDocumento = 1");
     EXPECT_EQ(RecusaAoLer(m_Ana, numero), Danificado);
 }
 

@@ -494,15 +494,15 @@ TEST_F(ServicosEquipamento, LeReplica_GivesTheClientsEquipmentInOrder)
     Inclui(m_Ana, EquipamentoDe("A"));
     Faz(m_Ana, "desativa", SoNumero(1));
     std::string lido;
-    const Data momento = m_Ana->LeReplica([&](const LinhaReplica &linha) {
+    const Replicado lida = m_Ana->LeReplica(0, [&](const LinhaReplica &linha) {
         lido += std::to_string(linha.NroIntEquip) + linha.ClienteInc + linha.Codigo + linha.TipoEquip +
                 std::to_string(linha.Ativo) + ";";
-        Pede(m_Ana, "consultaSimples", SoNumero(linha.NroIntEquip)); // the session is free meanwhile
     });
     EXPECT_EQ(lido, "1Autoridade Estadual de TrânsitoBP2;3Autoridade Estadual de TrânsitoAP1;");
-    EXPECT_EQ(momento, m_Registro.Relogio);
+    EXPECT_EQ(lida.DeQuando, m_Registro.Relogio);
+    EXPECT_EQ(lida.Quantas, 2);
     int linhas = 0;
-    m_Registro.Sessao("carla")->LeReplica([&](const LinhaReplica &) { ++linhas; });
+    m_Registro.Sessao("carla")->LeReplica(0, [&](const LinhaReplica &) { ++linhas; });
     EXPECT_EQ(linhas, 0);
 }
 

@@ -2,6 +2,8 @@
 #include "services/DialetoSQLite.h"
 #include "services/Esquema.h"
 #include "services/Historico.h"
+#include "services/Resumo.h"
+#include "services/SessaoSql.h"
 #include "tests/services/ServicosTeste.h"
 #include "tests/support/FalhaLancada.h"
 
@@ -29,6 +31,13 @@ class ServicosEsquema : public ServicosTeste {
         m_Registro.Sql("INSERT INTO ESTACAO SELECT 900, 1, 'estacao'");
         m_Registro.Sql(
             "INSERT OR IGNORE INTO ENTRADA_RECUSADA SELECT 900, 1, 'estacao', 0, 0, Elo FROM HISTORICO LIMIT 1");
+        const auto sql = ComoTipo<SessaoSql>(m_Ana);
+        for (int vezes = 0; vezes < 2; ++vezes) { // and repeated
+            std::string recusa;
+            double documento = 0;
+            sql->Numera({"0d9f6f0e-5a53-4a7b-8f5c-1f0b6f1f2a01", Resumo("y"), [] { return std::string(); }});
+            sql->GuardaDocumento(Pdf("y"), documento, recusa);
+        }
     }
 
     std::string Motivo(const std::string &sql)
@@ -186,7 +195,8 @@ class ServicosCorrente : public ServicosTeste {};
 
 TEST_F(ServicosCorrente, Moments_AreInUtcWithTheOffset)
 {
-    const std::string caminho = m_Registro.Caminho() + ".outro";
+    const motor::RegistroVazio vazio;
+    const std::string &caminho = vazio.Onde();
     const auto servicos = Servicos::Cria(caminho, TipoDeRegistro::Registro,
                                          [] { return Instante(DataDe(31, 12, 2026, 22, 30, 5), -180); });
     EXPECT_EQ(LinhasSql(caminho, "SELECT Quando, Fuso FROM HISTORICO").front(), "20270101013005|-180");

@@ -199,7 +199,7 @@ TEST_F(ServicosLimites, Overlap_TwoThatChangePlaces_Succeed)
                    Com(le(2), &LimiteDifED::HoraInicio, 730, &LimiteDifED::HoraFim, 900)});
     EXPECT_EQ(Lista(Limite), "2:2 730-900; 1:2 1000-1100; ");
     EXPECT_EQ(m_Registro.Sql("SELECT group_concat(Acao || Versao, ' ') FROM (SELECT * FROM HISTORICO "
-                             "WHERE Entidade = 'LIMITE' ORDER BY Nro)"),
+                             "WHERE Entidade = 'LIMITE' ORDER BY Nro) h"),
               "inclui1 inclui1 altera2 altera2");
     Recusa(m_Ana, {Com(le(1), &LimiteDifED::HoraInicio, 700)}); // nothing stays aside
     EXPECT_EQ(Lista(Limite), "2:2 730-900; 1:2 1000-1100; ");

@@ -1,15 +1,21 @@
 #include "host/ConsultaAfericaoED.h"
 #include "services/Banco.h"
+#include "services/Conferidor.h"
 #include "services/DialetoSQLite.h"
+#include "services/Esquema.h"
 #include "services/Historico.h"
+#include "tests/services/MortePorPasso.h"
 #include "tests/services/PastaDeTeste.h"
 #include "tests/services/RegistroDeTeste.h"
+#include "tests/services/RegistroPovoado.h"
 #include "tests/support/FalhaLancada.h"
 
+#include <QFile>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <fstream>
 #include <memory>
 #include <stdexcept>
@@ -62,7 +68,7 @@ TEST_F(ServicosMigracao, Version1_Opened_HasTheSchemaOfANewRegistry)
     const std::string esquema = "SELECT type, name, tbl_name, sql FROM sqlite_master ORDER BY type, name";
     EXPECT_EQ(LinhasSql(caminho, esquema), LinhasSql(novo, esquema));
     EXPECT_EQ(Sql("PRAGMA application_id"), LinhasSql(novo, "PRAGMA application_id").front());
-    EXPECT_EQ(LinhasSql(caminho, "SELECT Versao FROM ESQUEMA"), (std::vector<std::string>{"1", "2"}));
+    EXPECT_EQ(LinhasSql(caminho, "SELECT Versao FROM ESQUEMA"), (std::vector<std::string>{"1", "2", "3"}));
     EXPECT_EQ(Sql("PRAGMA integrity_check"), "ok");
     EXPECT_EQ(Sql("PRAGMA foreign_key_check"), "");
 }
@@ -287,6 +293,89 @@ TEST_F(ServicosMigracao, Version1_WithAReferenceThatLeadsNowhere_IsRefusedByName
     Sql("PRAGMA foreign_keys = OFF; UPDATE SENSOR SET NroIntEquip = 999 WHERE NroIntSensor = 1");
     EXPECT_THROW(Abre(), Falha);
     EXPECT_EQ(Sql("SELECT MAX(Versao) FROM ESQUEMA"), "1");
+}
+
+// A registry as version 2 left it, with something in every table of that time.
+class ServicosMigracaoDaVersao2 : public testing::Test {
+  protected:
+    ServicosMigracaoDaVersao2()
+    {
+        m_Registro.SemGuardas("DROP TABLE REPETICAO; DROP TABLE OPERACAO; UPDATE ESQUEMA SET Versao = 2");
+    }
+
+    std::vector<std::string> Tudo() const
+    {
+        std::vector<std::string> tudo;
+        for (const Esquema::Tabela &tabela : Esquema::Tabelas()) {
+            if (tabela.Desde == 2 && tabela.Nome != "ESQUEMA") {
+                for (std::string &linha :
+                     LinhasSql(m_Registro.Caminho(), "SELECT * FROM " + std::string(tabela.Nome))) {
+                    tudo.push_back(std::move(linha));
+                }
+            }
+        }
+        return tudo;
+    }
+    void ConfereVersao3() const
+    {
+        EXPECT_EQ(LinhasSql(m_Registro.Caminho(), "SELECT Versao FROM ESQUEMA"), (std::vector<std::string>{"2", "3"}));
+        EXPECT_EQ(Tudo(), m_Antes);
+        EXPECT_EQ(Conferidor(m_Registro.Caminho()).Confere().Achados, std::vector<std::string>{});
+    }
+
+    RegistroPovoado m_Registro;
+    std::vector<std::string> m_Antes = Tudo();
+};
+
+TEST_F(ServicosMigracaoDaVersao2, Opened_HasTheNewTablesAndAllThatWasThere)
+{
+    const ResultadoDaConferencia antes = Conferidor(m_Registro.Caminho()).Confere(); // by the tables of its time
+    EXPECT_EQ(antes.Achados, std::vector<std::string>{});
+    EXPECT_EQ(antes.Como, ResultadoDaConferencia::Desfecho::Inteira);
+    Servicos::Abre(m_Registro.Caminho(), Agora);
+    ConfereVersao3();
+    const std::string novo = m_Registro.Caminho() + ".novo";
+    Servicos::Cria(novo, TipoDeRegistro::Registro, Agora);
+    const std::string esquema = "SELECT type, name, tbl_name, sql FROM sqlite_master ORDER BY type, name";
+    EXPECT_EQ(LinhasSql(m_Registro.Caminho(), esquema), LinhasSql(novo, esquema));
+}
+
+TEST_F(ServicosMigracaoDaVersao2, WithWhatItsSchemaDoesNotHave_IsFound)
+{
+    m_Registro.Sql("CREATE TABLE OPERACAO (NroOperacao INTEGER PRIMARY KEY)");
+    EXPECT_EQ(Conferidor(m_Registro.Caminho()).Confere().Achados,
+              std::vector<std::string>{"A tabela OPERACAO não é do programa: foi posta no registro por outro meio."});
+}
+
+// Killed before each change of the disk in turn: it is of the one version or of the other, whole.
+TEST_F(ServicosMigracaoDaVersao2, KilledAtAnyStep_IsWholeAndTheNextOpeningFinishes)
+{
+    if (!MortePorPasso::Possivel()) {
+        GTEST_SKIP() << "no process may be watched here";
+    }
+    QFile modelo(QString::fromStdString(m_Registro.Caminho()));
+    ASSERT_TRUE(modelo.open(QIODevice::ReadOnly));
+    const QByteArray octetos = modelo.readAll();
+    modelo.close();
+    const std::filesystem::path copias = std::filesystem::path(m_Registro.Caminho()).parent_path() / "copias";
+    int mortes = 0;
+    for (int passo = 0;; passo += 7) {
+        for (const char *parte : {"", "-wal", "-shm"}) {
+            std::filesystem::remove(m_Registro.Caminho() + parte);
+        }
+        std::ofstream(m_Registro.Caminho(), std::ios::binary) << octetos.toStdString();
+        const auto onde = MortePorPasso::Mata(
+            passo, [&] { Servicos::Abre(m_Registro.Caminho(), Agora, CustoDeTeste, copias.string()); });
+        EXPECT_EQ(Tudo(), m_Antes) << passo;
+        EXPECT_EQ(Conferidor(m_Registro.Caminho()).Confere().Achados, std::vector<std::string>{}) << passo;
+        Servicos::Abre(m_Registro.Caminho(), Agora, CustoDeTeste, copias.string());
+        ConfereVersao3();
+        if (!onde || HasFailure()) {
+            break;
+        }
+        ++mortes;
+    }
+    EXPECT_GT(mortes, 5);
 }
 
 } // namespace

@@ -596,7 +596,7 @@ TEST_F(ServicosRestauracao, Faz_GivenUpAtAnyMoment_ChangesNothing)
             EsperaAberto(m_Velho);
         }
     }
-    EXPECT_EQ(desistencias, 3); // after the pages, after the look at the database, after the check
+    EXPECT_EQ(desistencias, 4); // among the pages, after them, after the look at the database, after the check
 }
 
 TEST_F(ServicosRestauracao, Faz_WithTheDiskFullAtAnyWrite_ChangesNothing)

@@ -11,6 +11,7 @@
 #include <cstddef>
 #include <cstring>
 #include <memory>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -172,3 +173,15 @@ TEST(ServicosSenhas, Record_NeverShowsTheSecretThatItCarries)
 }
 
 } // namespace
+
+TEST(LeSenha, Password_IsTheFirstLineWithoutItsEnd)
+{
+    const auto le = [](const std::string &texto) {
+        std::istringstream entrada(texto);
+        return std::string(LeSenha(entrada).Texto());
+    };
+    EXPECT_EQ(le("a senha é\n"), "a senha é");
+    EXPECT_EQ(le("a senha é\r\noutra\n"), "a senha é");
+    EXPECT_EQ(le(" com espaços "), " com espaços ");
+    EXPECT_EQ(le(""), "");
+}

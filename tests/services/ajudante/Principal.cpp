@@ -2,7 +2,9 @@
 // output, a line each, what the services have reported as done.
 #include "host/Conversoes.h"
 #include "host/ListaEquiptoED.h"
+#include "services/Conferidor.h"
 #include "services/RegistrosAdministracao.h"
+#include "services/Restauracao.h"
 #include "tests/services/RegistroDeTeste.h"
 
 #include <QCoreApplication>
@@ -11,6 +13,8 @@
 #include <random>
 #include <stdexcept>
 #include <string>
+
+#include <unistd.h>
 
 using namespace mesa;
 
@@ -155,13 +159,32 @@ void Mistura(const Ref<SessaoServico> &sessao, const std::string &nome, int oper
     Diz(linha);
 }
 
+// Restores a copy and stops for ever after having told so many times how far it is; "pronto" then, and "fim" with the
+// sentence when it came to its end.
+void Restaura(const std::string &registro, const std::string &copia, int passos)
+{
+    const DesfechoDaCopia desfecho =
+        Restauracao(registro, Conferidor::Achados).Faz({copia, "", false}, DataDe(20, 11, 2026, 10, 0, 0), [&](double) {
+            if (passos-- == 0) {
+                Diz("pronto");
+                pause();
+            }
+            return true;
+        });
+    Diz("fim " + desfecho.Frase);
+}
+
 } // namespace
 
 // usage: <registry> <user> grava <first number> | <registry> <user> administra <first number> |
-//        <registry> <user> mistura <operations>
+//        <registry> <user> mistura <operations> | <registry> <copy> restaura <steps>
 int main(int argc, char **argv)
 try {
     const QCoreApplication aplicacao(argc, argv);
+    if (std::string(argv[3]) == "restaura") {
+        Restaura(argv[1], argv[2], std::stoi(argv[4]));
+        return 0;
+    }
     const std::string usuario = argv[2];
     const auto servicos = Servicos::Abre(
         argv[1], [] { return DataDe(20, 11, 2026, 10, 0, 0); }, CustoDeTeste);

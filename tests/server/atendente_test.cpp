@@ -1,0 +1,105 @@
+#include "server/Atendente.h"
+
+#include "tests/services/RegistroDeTeste.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+using namespace registro::v1;
+
+namespace {
+
+// What a server consists of, without its network.
+class AtendenteTeste : public testing::Test {
+  protected:
+    AtendenteTeste()
+    {
+        Um.Cadastra("ana");
+        Como.Registro = Um.Caminho();
+        Fios = std::make_unique<servidor::Trabalhadores>(
+            1, 4, [this] { return ComoTipo<mesa::ServicosSql>(Onde->AbreOutro()); });
+        Quem = std::make_unique<servidor::Atendente>(
+            Como, [this] { return mesa::Instante(Um.Relogio); }, *Fios, Todas, Recusadas, Linhas, Medidas);
+    }
+
+    Sessao Entra(const std::string &senha = "senha de ana")
+    {
+        Pedido.set_usuario("ana");
+        Pedido.set_senha(senha);
+        Pedido.set_contrato(1);
+        Sessao sessao;
+        Fim = Quem->Entra({}, Pedido, sessao);
+        return sessao;
+    }
+
+    RegistroDeTeste Um;
+    RegistroDeTeste Outro;
+    RegistroDeTeste *Onde = &Um;
+    servidor::Configuracao Como;
+    std::unique_ptr<servidor::Trabalhadores> Fios;
+    servidor::Sessoes Todas{[] { return std::chrono::steady_clock::time_point(); }, std::chrono::minutes(30), 8, 4};
+    servidor::EntradasRecusadas Recusadas;
+    servidor::Diario Linhas{"/dev/null"};
+    servidor::Figuras Medidas{"", [] { return servidor::Retrato(); }};
+    std::unique_ptr<servidor::Atendente> Quem;
+    PedidoDeEntrada Pedido;
+    grpc::Status Fim;
+};
+
+bool Limpo(const std::string &segredo)
+{
+    return segredo.find_first_not_of('\0') == std::string::npos;
+}
+
+} // namespace
+
+TEST_F(AtendenteTeste, Entra_RightOrWrong_PasswordIsWipedFromTheMessage)
+{
+    EXPECT_FALSE(Entra().chave().empty());
+    EXPECT_TRUE(Limpo(Pedido.senha()));
+    EXPECT_TRUE(Entra("outra").chave().empty());
+    EXPECT_TRUE(Limpo(Pedido.senha()));
+}
+
+TEST_F(AtendenteTeste, Grava_DoneOrRefused_PasswordsAreWipedFromTheMessage)
+{
+    servidor::Chamada chamada;
+    chamada.Sessao = Entra().chave();
+    for (const char *atual : {"errada", "senha de ana"}) {
+        TrocaSenhaED troca;
+        troca.set_atual(atual);
+        troca.set_nova("vinte ovelhas no telhado");
+        chamada.Numero = std::string("6d5f2b1e-0000-4000-8000-00000000000") + (atual[0] == 'e' ? "1" : "2");
+        Vazio resposta;
+        const grpc::Status fim = Quem->Grava(chamada, "AdministracaoRN", "trocaMinhaSenha", troca, resposta);
+        EXPECT_EQ(fim.ok(), atual[0] == 's') << fim.error_message();
+        EXPECT_TRUE(Limpo(troca.atual()));
+        EXPECT_TRUE(Limpo(troca.nova()));
+    }
+}
+
+// As when a copy of another registry was restored into the database.
+TEST_F(AtendenteTeste, Registro_IsAnotherOneNow_ToldAndSessionsEnd)
+{
+    Outro.Cadastra("ana");
+    servidor::Chamada chamada;
+    chamada.Sessao = Entra().chave();
+    Apresentacao eu;
+    eu.set_contrato(1);
+    registro::v1::Servidor ele;
+    EXPECT_TRUE(Quem->Apresenta({}, eu, ele).ok());
+    EXPECT_EQ(ele.registro(), Um.Aberto().Identificador());
+    Onde = &Outro;
+    std::chrono::microseconds espera{};
+    Fios->Faz([](servidor::Posto &posto) { posto.Renova(); }, servidor::Momento::max(), [] { return false; }, espera);
+    SituacaoDaSessao situacao;
+    const grpc::Status fim = Quem->Situacao(chamada, situacao);
+    EXPECT_EQ(fim.error_code(), grpc::StatusCode::FAILED_PRECONDITION);
+    EXPECT_EQ(fim.error_message(), "O registro deste servidor foi trocado por outro. Entre de novo.");
+    EXPECT_EQ(Quem->Situacao(chamada, situacao).error_code(), grpc::StatusCode::UNAUTHENTICATED);
+    EXPECT_TRUE(Quem->Apresenta({}, eu, ele).ok());
+    EXPECT_EQ(ele.registro(), Outro.Aberto().Identificador());
+    EXPECT_FALSE(Entra().chave().empty());
+}
