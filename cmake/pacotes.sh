@@ -17,6 +17,7 @@ libqt6sql6-sqlite the embedded database under the desk
 libsqlite3-dev functions of the desk's own in that database
 qt6-translations-l10n Portuguese of the dialogs that come with the toolkit
 libgrpc++-dev  calls between desks and server
+libprotobuf-dev the messages between them
 protobuf-compiler-grpc their messages and stubs from the contract
 libssl-dev     the server's own certificate, and its fingerprint
 libtomlplusplus-dev the server's settings
