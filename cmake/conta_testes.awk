@@ -1,6 +1,6 @@
 # Reads the JUnit file of ctest; prints every skipped test with its reason, every part (what the names of its tests have
 # before the first full stop) with its count and the seconds of its tests, the sum of the faults that the tests tell to
-# have survived, and the count as the last line.
+# have survived, every failed test with the end of what it said, and the count as the last line.
 # -v saida=<exit status of ctest>. Exits 1 when a test failed, when ctest did, or when none ran.
 
 function texto(xml) {
@@ -39,6 +39,10 @@ function termina_caso() {
     } else { # failed, or could not even be run
         ++falharam
         ++falharam_da[parte]
+        falhados[falharam] = nome
+        for (n = quantas_ditas > 20 ? quantas_ditas - 19 : 1; n <= quantas_ditas; ++n) {
+            fim_do[falharam] = fim_do[falharam] "  | " ditas[n] "\n"
+        }
     }
 }
 
@@ -49,7 +53,19 @@ function termina_caso() {
     pulado = ""
     motivo = ""
     le_motivo = 0
+    quantas_ditas = 0
+    diz = 0
 }
+/<system-out>/ { diz = 1 }
+diz {
+    dita = $0
+    sub(/^\t*<system-out>/, "", dita)
+    sub(/<\/system-out>$/, "", dita)
+    if (dita != "") {
+        ditas[++quantas_ditas] = texto(dita)
+    }
+}
+/<\/system-out>/ { diz = 0 }
 /<skipped / { pulado = atributo($0, "message") }
 # GoogleTest prints the place, ending in "Skipped", then the reason up to an empty line or its own "[  SKIPPED ]".
 le_motivo && (/^$/ || /^\[/ || /<\/system-out>/) { le_motivo = 0 }
@@ -77,6 +93,9 @@ END {
     }
     if (houve_varredura) {
         printf "faults survived: %d\n", falhas
+    }
+    for (n = 1; n <= falharam; ++n) {
+        printf "failed: %s\n%s", falhados[n], fim_do[n]
     }
     if (saida != 0 && falharam == 0) {
         print "ctest ended with status " saida

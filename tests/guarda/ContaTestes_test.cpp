@@ -50,7 +50,33 @@ TEST_F(ContaTestes, count_FailedTestAndOneThatDidNotStart_AreFailures)
     EXPECT_FALSE(execucao.Passou);
     EXPECT_EQ(execucao.Saida, "host               2 tests      0.0 s, 1 failed\n"
                               "shell              1 tests      0.0 s, 1 failed\n"
+                              "failed: host.A.b\n"
+                              "  | no\n"
+                              "failed: shell.A.c\n"
+                              "  | Unable to find executable: /x\n"
                               "1 passed, 2 failed, 0 skipped\n");
+}
+
+TEST_F(ContaTestes, count_FailedTestThatSaidMuch_TheEndOfItIsTold)
+{
+    std::string disse;
+    for (int linha = 1; linha <= 30; ++linha) {
+        disse += "line " + std::to_string(linha) + " &lt;\n\n";
+    }
+    const Execucao execucao =
+        Conta(Caso("host.A.a", "0", "fail", "\t\t<system-out>[ RUN ] A.a\n" + disse + "</system-out>\n") +
+                  Caso("host.A.b", "0", "fail", "\t\t<system-out>alone</system-out>\n") + Caso("host.A.c", "0", "run"),
+              8);
+    std::string fim;
+    for (int linha = 11; linha <= 30; ++linha) {
+        fim += "  | line " + std::to_string(linha) + " <\n";
+    }
+    EXPECT_EQ(execucao.Saida, "host               3 tests      0.0 s, 2 failed\n"
+                              "failed: host.A.a\n" +
+                                  fim +
+                                  "failed: host.A.b\n"
+                                  "  | alone\n"
+                                  "1 passed, 2 failed, 0 skipped\n");
 }
 
 TEST_F(ContaTestes, count_SkippedTests_AreToldWithTheirReasonsBeforeTheParts)

@@ -60,6 +60,24 @@ TEST_F(IntegracaoContinua, run_SecondFails_TheWholeFails)
                               "37 passed, 1 failed, 0 skipped\n");
 }
 
+TEST_F(IntegracaoContinua, run_TestsFailed_AreToldAgainAtTheEnd)
+{
+    const Execucao execucao = Roda(
+        "if [ \"$1\" = --asan ]; then echo 'failed: mesa.b'; echo '  | why'; echo '3 passed, 1 failed, 0 skipped'\n"
+        "else echo 'failed: host.a'; echo '7 passed, 1 failed, 0 skipped'; fi; exit 1\n");
+    EXPECT_FALSE(execucao.Passou);
+    EXPECT_EQ(execucao.Saida, "failed: host.a\n"
+                              "7 passed, 1 failed, 0 skipped\n"
+                              "failed: mesa.b\n"
+                              "  | why\n"
+                              "3 passed, 1 failed, 0 skipped\n"
+                              "\n"
+                              "failed: host.a\n"
+                              "failed: mesa.b\n"
+                              "  | why\n"
+                              "10 passed, 2 failed, 0 skipped\n");
+}
+
 TEST_F(IntegracaoContinua, run_OneDiesBeforeItsCount_IsAFailure)
 {
     const Execucao execucao = Roda("if [ \"$1\" = --asan ]; then echo '3 passed, as far as it went'; exit 137\n"
