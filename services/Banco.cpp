@@ -70,18 +70,13 @@ Banco::~Banco()
     QSqlDatabase::removeDatabase(m_Conexao);
 }
 
-QSqlQuery &Banco::Preparada(const QString &sql)
+Preparada &Banco::Comando(const QString &sql)
 {
-    const auto achada = m_Preparadas.find(sql);
-    if (achada != m_Preparadas.end()) {
-        return achada->second;
+    std::unique_ptr<Preparada> &achada = m_Preparadas[sql];
+    if (!achada) {
+        achada = m_Dialeto->Prepara(m_Conexao, sql);
     }
-    QSqlQuery nova(QSqlDatabase::database(m_Conexao, false));
-    nova.setForwardOnly(m_Dialeto->SoParaFrente());
-    if (!nova.prepare(m_Dialeto->Traduz(sql))) {
-        throw m_Dialeto->Erro(nova.lastError());
-    }
-    return m_Preparadas.emplace(sql, std::move(nova)).first->second;
+    return *achada;
 }
 
 void Banco::Comanda(const QString &sql)
@@ -89,13 +84,7 @@ void Banco::Comanda(const QString &sql)
     if (sql == "ROLLBACK" && m_Dialeto->Caiu()) {
         return; // what was under way went with the connection
     }
-    QSqlQuery comando(QSqlDatabase::database(m_Conexao, false));
-    bool feito = comando.exec(sql);
-    while (feito && comando.nextResult()) {
-    }
-    if (!feito || comando.lastError().isValid()) {
-        throw m_Dialeto->Erro(comando.lastError());
-    }
+    m_Dialeto->Comanda(m_Conexao, sql);
 }
 
 Consulta Banco::Insere(std::string_view tabela, const Celulas &celulas)
@@ -258,55 +247,20 @@ void Transacao::Confirma()
     m_Banco.m_EmTransacao = false;
 }
 
-Consulta::Consulta(Banco &banco, const QString &sql, const QVariantList &valores)
-    : m_Banco(banco),
-      m_Preparada(banco.Preparada(sql))
+Consulta::Consulta(Banco &banco, const QString &sql, const QVariantList &valores) : m_Preparada(banco.Comando(sql))
 {
     banco.ConferePrazo();
-    for (int posicao = 0; posicao < valores.size(); ++posicao) {
-        m_Preparada.bindValue(posicao, valores[posicao]);
-    }
-    if (!m_Preparada.exec()) {
-        const ErroSql erro = banco.m_Dialeto->Erro(m_Preparada.lastError());
-        m_Preparada.finish();
-        throw erro;
-    }
+    m_Preparada.Executa(valores);
 }
 
 Consulta::~Consulta()
 {
-    m_Preparada.finish();
-}
-
-bool Consulta::Proxima()
-{
-    if (m_Preparada.next()) {
-        return true;
-    }
-    if (m_Preparada.lastError().isValid()) {
-        throw m_Banco.m_Dialeto->Erro(m_Preparada.lastError());
-    }
-    return false;
-}
-
-std::int64_t Consulta::Inteiro(int coluna) const
-{
-    return m_Preparada.value(coluna).toLongLong();
-}
-
-std::string Consulta::Texto(int coluna) const
-{
-    return m_Preparada.value(coluna).toString().toStdString();
-}
-
-QVariant Consulta::Valor(int coluna) const
-{
-    return m_Preparada.value(coluna);
+    m_Preparada.Termina();
 }
 
 std::int64_t Consulta::NumeroNovo()
 {
-    return m_Preparada.isValid() || Proxima() ? Inteiro(0) : 0;
+    return m_Preparada.TemLinha() || Proxima() ? Inteiro(0) : 0;
 }
 
 } // namespace mesa

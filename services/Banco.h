@@ -4,17 +4,16 @@
 #include "services/Instante.h"
 #include "services/TextoQt.h"
 
-#include <QSqlQuery>
 #include <QString>
 #include <QVariant>
 
 #include <cstdint>
 #include <functional>
-#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <type_traits>
+#include <unordered_map>
 #include <vector>
 
 namespace mesa {
@@ -81,7 +80,7 @@ class Banco {
     Banco(std::unique_ptr<Dialeto> dialeto, const std::string &onde, Abertura abertura,
           const std::function<void()> &prepara);
 
-    QSqlQuery &Preparada(const QString &sql);
+    Preparada &Comando(const QString &sql);
     std::size_t Versao();
     void Migra(const Instante &agora, const std::function<void()> &antesDeMigrar);
     void AplicaMigracoes(const std::vector<Migracao> &migracoes, const Instante &agora,
@@ -90,7 +89,7 @@ class Banco {
     std::unique_ptr<Dialeto> m_Dialeto;
     QString m_Conexao;
     std::string m_SomenteLeitura;
-    std::map<QString, QSqlQuery> m_Preparadas;
+    std::unordered_map<QString, std::unique_ptr<Preparada>> m_Preparadas;
     bool m_EmTransacao = false;
     Prazo m_Ate = Prazo::max();
 };
@@ -117,16 +116,15 @@ class Consulta {
     Consulta &operator=(const Consulta &) = delete;
     ~Consulta();
 
-    bool Proxima();
-    std::int64_t Inteiro(int coluna) const;
-    std::string Texto(int coluna) const;
-    QVariant Valor(int coluna) const;
+    bool Proxima() { return m_Preparada.Proxima(); }
+    std::int64_t Inteiro(int coluna) const { return m_Preparada.Inteiro(coluna); }
+    std::string Texto(int coluna) const { return m_Preparada.Texto(coluna); }
+    QVariant Valor(int coluna) const { return m_Preparada.Valor(coluna); }
     // Number that the database gave to the row inserted.
     std::int64_t NumeroNovo();
 
   private:
-    Banco &m_Banco;
-    QSqlQuery &m_Preparada;
+    Preparada &m_Preparada;
 };
 
 template <class Trabalho> auto Banco::Escreve(Trabalho &&trabalho)

@@ -1,13 +1,13 @@
 #pragma once
 
 #include "services/ErroSql.h"
+#include "services/Preparada.h"
 
-#include <QSqlDatabase>
-#include <QSqlError>
 #include <QString>
 
 #include <chrono>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -61,16 +61,14 @@ class Dialeto {
     // Opens it anew, under the same name. Raises ErroSql.
     virtual void Reabre() {}
 
-    // Whether rows come one by one while others are asked for; otherwise they come all at once.
-    virtual bool SoParaFrente() const { return true; }
-    // A statement as this database says it, of the few that cannot be said to all in one way.
-    virtual QString Traduz(const QString &sql) const { return sql; }
+    // A statement with "?" for each value, as this database says it. Raises ErroSql.
+    virtual std::unique_ptr<Preparada> Prepara(const QString &conexao, const QString &sql) = 0;
+    // Statements that are run once and answer nothing. Raises ErroSql.
+    virtual void Comanda(const QString &conexao, const QString &sql) = 0;
 
     // Refuses to go on when what would be written would not be found again, or what is only looked at is not what was
     // opened any more. Raises ErroSql.
     virtual void ConfereLugar(const QString &) const {}
-
-    virtual ErroSql Erro(const QSqlError &erro) const = 0;
 
     // Statements that make the tables of the present version in an empty database.
     virtual std::vector<QString> Esquema() const = 0;

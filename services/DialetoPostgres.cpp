@@ -1,6 +1,7 @@
 #include "services/DialetoPostgres.h"
 
 #include "services/Esquema.h"
+#include "services/PreparadaPostgres.h"
 #include "services/TextoQt.h"
 
 #include <QRegularExpression>
@@ -310,9 +311,9 @@ milliseconds EmMilissegundos(const std::string &nome, const std::string &texto)
 }
 
 // The server's words without the word for how bad it is, which is another one in each language.
-std::string Mensagem(const QSqlError &erro)
+std::string Mensagem(const QString &palavras)
 {
-    const QString primeira = erro.databaseText().section('\n', 0, 0).trimmed();
+    const QString primeira = palavras.section('\n', 0, 0).trimmed();
     const qsizetype dois = primeira.indexOf(":  ");
     return S(dois < 0 ? primeira : primeira.mid(dois + 3));
 }
@@ -323,6 +324,14 @@ std::string Restricao(const std::string &mensagem)
     static const QRegularExpression nome("\"([A-Z]+(?:_[A-Z]+)*_\\w+)\"");
     const auto achado = nome.match(Q(mensagem));
     return achado.hasMatch() ? S(achado.captured(1)) : mensagem;
+}
+
+// A statement as this database says it, of the few that cannot be said to all in one way.
+QString Traduzido(const QString &sql)
+{
+    static const QString daEntrada = Tx(mesa::Esquema::DocumentoDaEntrada);
+    return QString(sql).replace(daEntrada,
+                                "(CAST(substring(Depois FROM '\"NroIntImgCertif\":([0-9]{1,16})') AS bigint))");
 }
 
 } // namespace
@@ -337,8 +346,10 @@ struct DialetoPostgres::Ligacao {
     milliseconds Confirmacao = LimiteDaConfirmacao;
     QString Papel;
     Prazo Ate = Prazo::max();
-    bool Abandonada = false; // it answers, but what it leads to takes no writes any more
-    bool Avisou = false;     // the server warned of something
+    bool Abandonada = false;  // it answers, but what it leads to takes no writes any more
+    bool Avisou = false;      // the server warned of something
+    PGconn *Aberta = nullptr; // the driver's; null where there is none
+    int Preparadas = 0;       // statements that this connection was given
 
     // Takes the parameters of ours out of the text.
     void Le(const std::string &onde)
@@ -369,14 +380,12 @@ struct DialetoPostgres::Ligacao {
     }
 
     QSqlDatabase Banco() const { return QSqlDatabase::database(Nome, false); }
-    // Null where there is none.
-    PGconn *Nativa() const
+    void Fecha()
     {
-        const QSqlDatabase banco = Banco();
-        const QVariant nativa = banco.isValid() && banco.isOpen() ? banco.driver()->handle() : QVariant();
-        return nativa.isValid() ? *static_cast<PGconn *const *>(nativa.constData()) : nullptr;
+        Aberta = nullptr;
+        QSqlDatabase::removeDatabase(Nome);
     }
-    bool Responde() const { return PQstatus(Nativa()) == CONNECTION_OK; }
+    bool Responde() const { return PQstatus(Aberta) == CONNECTION_OK; }
 };
 
 DialetoPostgres::DialetoPostgres() : m_Ligacao(std::make_unique<Ligacao>()) {}
@@ -424,7 +433,7 @@ void DialetoPostgres::Liga()
         return ErroSql(MotivoSql::Acesso, porque, LugarDoRegistro::Servidor);
     };
     if (partes == nullptr) {
-        throw falha(palavras == nullptr ? "" : Mensagem(QSqlError("", QString::fromUtf8(palavras.get()))));
+        throw falha(palavras == nullptr ? "" : Mensagem(QString::fromUtf8(palavras.get())));
     }
     // What a connection is unless the text says otherwise: one that notices when the other machine is gone.
     std::map<QString, QString> opcoes{{"connect_timeout", "3"},  {"application_name", "registro"},
@@ -444,7 +453,7 @@ void DialetoPostgres::Liga()
         if (m_Ligacao->Como == Abertura::Consulta || EstaEmDia()) {
             return;
         }
-        QSqlDatabase::removeDatabase(m_Ligacao->Nome);
+        m_Ligacao->Fecha();
         if (lugares == 1) {
             throw falha("este banco de dados ficou para trás: outro foi promovido no lugar dele");
         }
@@ -482,7 +491,8 @@ void DialetoPostgres::Conecta(const std::map<QString, QString> &opcoes)
         throw falha(S(banco.lastError().databaseText().trimmed()));
     }
     m_Ligacao->Abandonada = false;
-    PGconn *nativa = m_Ligacao->Nativa();
+    PGconn *nativa = *static_cast<PGconn *const *>(banco.driver()->handle().constData());
+    m_Ligacao->Aberta = nativa;
     // Where letters are counted as octets, or not all of them have a place, a text would be cut or refused.
     if (const char *codigo = PQparameterStatus(nativa, "server_encoding");
         codigo == nullptr || std::string_view(codigo) != "UTF8") {
@@ -589,7 +599,7 @@ QString DialetoPostgres::IniciaLeitura() const
 // standby that is gone, and what came of it is known from what the server then says.
 void DialetoPostgres::Confirma(const QString &)
 {
-    PGconn *nativa = m_Ligacao->Nativa();
+    PGconn *nativa = m_Ligacao->Aberta;
     const auto incerto = [&](const std::string &porque) {
         m_Ligacao->Abandonada = true;
         return ErroSql(MotivoSql::Incerto, porque, LugarDoRegistro::Servidor);
@@ -642,7 +652,7 @@ void DialetoPostgres::Confirma(const QString &)
         throw incerto("a confirmação não chegou");
     }
     if (!confirmou) {
-        throw Erro(QSqlError("", Q(palavras), QSqlError::TransactionError, Q(estado)));
+        throw Erro(Q(estado), Q(palavras));
     }
 }
 
@@ -653,7 +663,7 @@ bool DialetoPostgres::Caiu() const
 
 void DialetoPostgres::Reabre()
 {
-    QSqlDatabase::removeDatabase(m_Ligacao->Nome);
+    m_Ligacao->Fecha();
     try {
         Liga();
     } catch (const ErroSql &erro) {
@@ -661,17 +671,35 @@ void DialetoPostgres::Reabre()
     }
 }
 
-QString DialetoPostgres::Traduz(const QString &sql) const
+std::unique_ptr<Preparada> DialetoPostgres::Prepara(const QString &, const QString &sql)
 {
-    static const QString daEntrada = Tx(mesa::Esquema::DocumentoDaEntrada);
-    return QString(sql).replace(daEntrada,
-                                "(CAST(substring(Depois FROM '\"NroIntImgCertif\":([0-9]{1,16})') AS bigint))");
+    return std::make_unique<PreparadaPostgres>(m_Ligacao->Aberta, std::to_string(++m_Ligacao->Preparadas),
+                                               Traduzido(sql),
+                                               [this](const PGresult *resposta) { return Erro(resposta); });
 }
 
-ErroSql DialetoPostgres::Erro(const QSqlError &erro) const
+void DialetoPostgres::Comanda(const QString &, const QString &sql)
 {
-    const std::string estado = S(erro.nativeErrorCode());
-    const std::string mensagem = Mensagem(erro);
+    const std::unique_ptr<PGresult, decltype(&PQclear)> resposta(PQexec(m_Ligacao->Aberta, sql.toUtf8().constData()),
+                                                                 PQclear);
+    const ExecStatusType como = PQresultStatus(resposta.get());
+    if (como != PGRES_COMMAND_OK && como != PGRES_TUPLES_OK) {
+        throw Erro(resposta.get());
+    }
+}
+
+ErroSql DialetoPostgres::Erro(const PGresult *resposta) const
+{
+    const char *estado = PQresultErrorField(resposta, PG_DIAG_SQLSTATE);
+    return Erro(
+        QString::fromUtf8(estado == nullptr ? "" : estado),
+        QString::fromUtf8(estado == nullptr ? PQerrorMessage(m_Ligacao->Aberta) : PQresultErrorMessage(resposta)));
+}
+
+ErroSql DialetoPostgres::Erro(const QString &codigo, const QString &palavras) const
+{
+    const std::string estado = S(codigo);
+    const std::string mensagem = Mensagem(palavras);
     const auto como = [](MotivoSql motivo, const std::string &detalhe) {
         return ErroSql(motivo, detalhe, LugarDoRegistro::Servidor);
     };
@@ -749,7 +777,7 @@ std::vector<QString> DialetoPostgres::Guardas() const
     }
     std::vector<QString> traduzidos;
     std::transform(comandos.begin(), comandos.end(), std::back_inserter(traduzidos),
-                   [this](const QString &comando) { return Traduz(comando); });
+                   [](const QString &comando) { return Traduzido(comando); });
     return traduzidos;
 }
 

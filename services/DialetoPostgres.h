@@ -2,12 +2,16 @@
 
 #include "services/Dialeto.h"
 
+#include <QSqlError>
+
 #include <chrono>
 #include <map>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
+
+struct pg_result;
 
 namespace mesa {
 
@@ -38,9 +42,8 @@ class DialetoPostgres : public Dialeto {
     bool ProvaEscritaAoAbrir() const override { return false; }
     bool Caiu() const override;
     void Reabre() override;
-    bool SoParaFrente() const override { return false; } // another statement would end the one under way
-    QString Traduz(const QString &sql) const override;
-    ErroSql Erro(const QSqlError &erro) const override;
+    std::unique_ptr<Preparada> Prepara(const QString &conexao, const QString &sql) override;
+    void Comanda(const QString &conexao, const QString &sql) override;
     std::vector<QString> Esquema() const override;
     std::size_t PrimeiraVersao() const override;
     std::vector<Migracao> Migracoes() const override { return {}; }
@@ -56,6 +59,10 @@ class DialetoPostgres : public Dialeto {
   private:
     struct Ligacao;
 
+    // What the server answered instead of doing what was asked: the state of its error and its words.
+    ErroSql Erro(const QString &estado, const QString &palavras) const;
+    ErroSql Erro(const QSqlError &erro) const { return Erro(erro.nativeErrorCode(), erro.databaseText()); }
+    ErroSql Erro(const pg_result *resposta) const;
     void Liga();
     void Conecta(const std::map<QString, QString> &opcoes);
     // Whether what it is connected to has not been left behind by one that was promoted.

@@ -4,6 +4,7 @@
 #include "services/ArquivoSQLite.h"
 #include "services/Esquema.h"
 #include "services/MigracaoVersao2.h"
+#include "services/PreparadaQt.h"
 
 #include <QFileInfo>
 #include <QSqlDriver>
@@ -326,7 +327,20 @@ void DialetoSQLite::ConfereLugar(const QString &conexao) const
     }
 }
 
-ErroSql DialetoSQLite::Erro(const QSqlError &erro) const
+std::unique_ptr<Preparada> DialetoSQLite::Prepara(const QString &conexao, const QString &sql)
+{
+    return std::make_unique<PreparadaQt>(QSqlDatabase::database(conexao, false), sql, Erro);
+}
+
+void DialetoSQLite::Comanda(const QString &conexao, const QString &sql)
+{
+    QSqlQuery comando(QSqlDatabase::database(conexao, false));
+    if (!comando.exec(sql)) {
+        throw Erro(comando.lastError());
+    }
+}
+
+ErroSql DialetoSQLite::Erro(const QSqlError &erro)
 {
     return ErroDoCodigo(erro.nativeErrorCode().toInt(), erro.databaseText().toStdString());
 }

@@ -3,6 +3,9 @@
 #include "services/Dialeto.h"
 #include "services/Disco.h"
 
+#include <QSqlDatabase>
+#include <QSqlError>
+
 #include <cstdint>
 #include <filesystem>
 #include <optional>
@@ -22,7 +25,8 @@ class DialetoSQLite : public Dialeto {
     QString IniciaLeitura() const override;
     void Confirma(const QString &conexao) override;
     void ConfereLugar(const QString &conexao) const override;
-    ErroSql Erro(const QSqlError &erro) const override;
+    std::unique_ptr<Preparada> Prepara(const QString &conexao, const QString &sql) override;
+    void Comanda(const QString &conexao, const QString &sql) override;
     std::vector<QString> Esquema() const override;
     std::vector<Migracao> Migracoes() const override;
     std::vector<QString> AntesDeMigrar() const override;
@@ -31,7 +35,8 @@ class DialetoSQLite : public Dialeto {
 
     // Statements that make the tables of that version, from 2 on.
     static std::vector<QString> EsquemaDaVersao(std::int64_t versao);
-    // What one of the database's codes stands for.
+    // What the driver's error, and one of the database's codes, stand for.
+    static ErroSql Erro(const QSqlError &erro);
     static ErroSql ErroDoCodigo(int codigo, const std::string &detalhe);
 
   private:
