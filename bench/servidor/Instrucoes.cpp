@@ -33,16 +33,47 @@ std::optional<std::string> Depois(const std::string &texto, std::string_view ini
     return texto.starts_with(inicio) ? std::optional(texto.substr(inicio.size())) : std::nullopt;
 }
 
+// The values that the log tells of a prepared statement: "parameters: $1 = 'text, with '' doubled', $2 = NULL".
+Ligacao::Valores ValoresDe(const std::string &detalhe)
+{
+    Ligacao::Valores valores;
+    for (std::size_t onde = 0;;) {
+        const std::string lugar = "$" + std::to_string(valores.size() + 1) + " = ";
+        onde = detalhe.find(lugar, onde);
+        if (onde == std::string::npos) {
+            return valores;
+        }
+        onde += lugar.size();
+        if (detalhe.compare(onde, 4, "NULL") == 0) {
+            valores.emplace_back();
+            continue;
+        }
+        std::string valor;
+        for (++onde; onde < detalhe.size() && (detalhe[onde] != '\'' || detalhe[onde + 1] == '\''); ++onde) {
+            onde += detalhe[onde] == '\'' ? 1 : 0;
+            valor += detalhe[onde];
+        }
+        ++onde;
+        valores.emplace_back(std::move(valor));
+    }
+}
+
 // One log read from its beginning.
 class Leitor {
   public:
-    void Linha(const std::string &sessao, const std::string &mensagem)
+    void Linha(const std::string &sessao, const std::string &mensagem, const std::string &detalhe)
     {
-        const auto instrucao = Depois(mensagem, "statement: "sv);
-        if (!instrucao) {
-            if (mensagem.starts_with("execute ")) {
+        if (const auto executa = Depois(mensagem, "execute "sv)) {
+            const std::size_t fim = executa->find(": ");
+            if (executa->starts_with("<unnamed>") || fim == std::string::npos) {
                 throw std::runtime_error("a statement of a kind that cannot be said again: " + mensagem.substr(0, 300));
             }
+            if (!m_Acabou) {
+                Poe(sessao, {Preparada(executa->substr(fim + 2)), "", ValoresDe(detalhe)});
+            }
+        }
+        const auto instrucao = Depois(mensagem, "statement: "sv);
+        if (!instrucao) {
             return;
         }
         if (const auto marca = Depois(*instrucao, Marca)) {
@@ -52,25 +83,12 @@ class Leitor {
                 m_Gravacao.Operacoes.push_back({static_cast<Carga::Tipo>(std::stoi(*marca)), {}});
             }
         } else if (sessao != m_Marcador && !m_Acabou) {
-            Diz(sessao, *instrucao);
+            Poe(sessao, {0, *instrucao, {}});
         }
     }
     Gravacao Entrega() { return std::move(m_Gravacao); }
 
   private:
-    void Diz(const std::string &sessao, const std::string &instrucao)
-    {
-        if (const auto prepara = Depois(instrucao, "PREPARE "sv)) {
-            const std::size_t as = prepara->find(" AS ");
-            m_Nomes[{sessao, prepara->substr(0, as)}] = Preparada(prepara->substr(as + 4));
-        } else if (const auto executa = Depois(instrucao, "EXECUTE "sv)) {
-            const std::size_t fim = executa->find(' ');
-            Poe(sessao,
-                {m_Nomes.at({sessao, executa->substr(0, fim)}), fim == std::string::npos ? "" : executa->substr(fim)});
-        } else if (!instrucao.starts_with("DEALLOCATE")) {
-            Poe(sessao, {0, instrucao});
-        }
-    }
     void Poe(const std::string &sessao, Instrucao instrucao)
     {
         if (!m_Gravacao.Operacoes.empty()) {
@@ -94,7 +112,6 @@ class Leitor {
     }
 
     Gravacao m_Gravacao;
-    std::map<std::pair<std::string, std::string>, std::size_t> m_Nomes;
     std::map<std::string, std::size_t> m_Numeros;
     std::string m_Marcador;
     std::string m_Primeira; // of the server's connections
@@ -131,14 +148,17 @@ class Falante {
             m_Ligacao.Executa(comando);
         }
         for (std::size_t numero = 0; numero < gravacao.Preparadas.size(); ++numero) {
-            m_Ligacao.Executa("PREPARE p" + std::to_string(numero + 1) + " AS " + gravacao.Preparadas[numero]);
+            m_Ligacao.Prepara(std::to_string(numero + 1), gravacao.Preparadas[numero]);
         }
     }
     void Diz(const std::vector<Instrucao> &passos)
     {
         for (const Instrucao &passo : passos) {
-            m_Ligacao.Executa(passo.Preparada == 0 ? passo.Texto
-                                                   : "EXECUTE p" + std::to_string(passo.Preparada) + passo.Texto);
+            if (passo.Preparada == 0) {
+                m_Ligacao.Executa(passo.Texto);
+            } else {
+                m_Ligacao.Executa(std::to_string(passo.Preparada), passo.Valores);
+            }
         }
     }
 
@@ -216,7 +236,7 @@ Gravacao Le(const std::filesystem::path &registro, const std::string &banco)
         const QJsonObject dita = QJsonDocument::fromJson(QByteArray::fromStdString(linha)).object();
         if (dita.value("dbname").toString().toStdString() == banco) {
             leitor.Linha(dita.value("session_id").toString().toStdString(),
-                         dita.value("message").toString().toStdString());
+                         dita.value("message").toString().toStdString(), dita.value("detail").toString().toStdString());
         }
     }
     return leitor.Entrega();

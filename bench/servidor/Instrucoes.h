@@ -1,6 +1,7 @@
 #pragma once
 
 #include "bench/servidor/Carga.h"
+#include "bench/servidor/Ligacao.h"
 
 #include <array>
 #include <cstddef>
@@ -13,10 +14,11 @@
 // the server.
 namespace Instrucoes {
 
-// A statement as it was sent: the text of a prepared one with the values of this time, or a plain one.
+// A statement as it was sent: a prepared one with the values of this time, or a plain one.
 struct Instrucao {
     std::size_t Preparada = 0; // 1 + position among the prepared ones; 0: plain
-    std::string Texto;         // values in parentheses, or the whole statement
+    std::string Texto;         // of a plain one
+    Ligacao::Valores Valores;  // of a prepared one
 };
 
 struct Operacao {
@@ -47,8 +49,7 @@ class Marcador {
     std::unique_ptr<Interior> m_Interior;
 };
 
-// Reads what the log of the marked database tells. Raises std::runtime_error on a kind of statement that could not be
-// said again.
+// Reads what the log of the marked database tells. Raises std::runtime_error on what could not be said again.
 Gravacao Le(const std::filesystem::path &registro, const std::string &banco);
 
 struct Repetidas {

@@ -11,9 +11,9 @@ Ligacao::Ligacao(const std::string &onde) : m_Ligacao(PQconnectdb(onde.c_str()),
         m_Ligacao.get(), [](void *, const char *) {}, nullptr);
 }
 
-Ligacao::Resultado Ligacao::Pede(const std::string &comando)
+Ligacao::Resultado Ligacao::Aceita(PGresult *pedido, const std::string &comando)
 {
-    Resultado resultado(PQexec(m_Ligacao.get(), comando.c_str()), PQclear);
+    Resultado resultado(pedido, PQclear);
     switch (PQresultStatus(resultado.get())) {
     case PGRES_COMMAND_OK:
     case PGRES_TUPLES_OK:
@@ -22,6 +22,27 @@ Ligacao::Resultado Ligacao::Pede(const std::string &comando)
     default:
         throw std::runtime_error(std::string(PQerrorMessage(m_Ligacao.get())) + comando.substr(0, 500));
     }
+}
+
+Ligacao::Resultado Ligacao::Pede(const std::string &comando)
+{
+    return Aceita(PQexec(m_Ligacao.get(), comando.c_str()), comando);
+}
+
+void Ligacao::Prepara(const std::string &nome, const std::string &comando)
+{
+    Aceita(PQprepare(m_Ligacao.get(), nome.c_str(), comando.c_str(), 0, nullptr), comando);
+}
+
+void Ligacao::Executa(const std::string &nome, const Valores &valores)
+{
+    std::vector<const char *> lugares;
+    for (const auto &valor : valores) {
+        lugares.push_back(valor ? valor->c_str() : nullptr);
+    }
+    Aceita(PQexecPrepared(m_Ligacao.get(), nome.c_str(), static_cast<int>(valores.size()), lugares.data(), nullptr,
+                          nullptr, 1),
+           nome);
 }
 
 std::vector<std::vector<std::string>> Ligacao::Linhas(const std::string &comando)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -18,6 +19,11 @@ class Ligacao {
     // Statements that give nothing back.
     void Executa(const std::string &comandos);
 
+    // A statement with "$1", "$2"... under a name, and its runs, which give nothing back.
+    using Valores = std::vector<std::optional<std::string>>;
+    void Prepara(const std::string &nome, const std::string &comando);
+    void Executa(const std::string &nome, const Valores &valores);
+
     // Rows into a table, as text: ComecaCopia, any number of Copia, TerminaCopia.
     void ComecaCopia(const std::string &tabelaEColunas);
     void Copia(const std::string &linhas);
@@ -26,6 +32,7 @@ class Ligacao {
   private:
     using Resultado = std::unique_ptr<PGresult, void (*)(PGresult *)>;
     Resultado Pede(const std::string &comando);
+    Resultado Aceita(PGresult *resultado, const std::string &comando);
 
     std::unique_ptr<PGconn, void (*)(PGconn *)> m_Ligacao;
 };
