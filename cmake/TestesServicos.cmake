@@ -67,7 +67,7 @@ if(fontes_servicos)
     set(no_banco "-${so_do_arquivo}")
     # The sanitizers have seen the services on the file: what is left for them is the other dialect.
     if(CMAKE_CXX_FLAGS MATCHES "-f(sanitize|profile)")
-        set(no_banco "*Postgres*:ServicosRepeticao.*:ServicosDocumentos.*:ServicosReplica.*-${so_do_arquivo}:*VigenciaNosDois*")
+        set(no_banco "*Postgres*:PreparadaTeste.*:ServicosRepeticao.*:ServicosDocumentos.*:ServicosReplica.*-${so_do_arquivo}:*VigenciaNosDois*")
     endif()
     gtest_discover_tests(teste_servicos
         DISCOVERY_MODE PRE_TEST

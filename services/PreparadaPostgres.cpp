@@ -167,8 +167,11 @@ std::int64_t PreparadaPostgres::Inteiro(int coluna) const
 
 std::string PreparadaPostgres::Texto(int coluna) const
 {
+    if (!TemLinha() || PQgetisnull(m_Resultado.get(), m_Linha, coluna) != 0) {
+        return "";
+    }
     const Oid tipo = m_Tipos.at(static_cast<std::size_t>(coluna));
-    if (!TemLinha() || EhInteiro(tipo) || tipo == Logico) {
+    if (EhInteiro(tipo) || tipo == Logico) {
         return Valor(coluna).toString().toStdString();
     }
     return {PQgetvalue(m_Resultado.get(), m_Linha, coluna),
