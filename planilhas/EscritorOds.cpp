@@ -6,7 +6,6 @@
 #include <unistd.h>
 #include <zip.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <memory>
@@ -43,8 +42,11 @@ constexpr std::string_view Inicio =
 constexpr std::string_view FimDaFolha = "</table:table>\n";
 constexpr std::string_view Fim = "</office:spreadsheet></office:body></office:document-content>\n";
 
-std::string EmAtributo(std::string_view texto)
+std::string EmAtributo(const std::string &texto)
 {
+    if (texto.find_first_of("&<>\"\t\n\r") == std::string::npos) {
+        return texto; // as most are
+    }
     std::string escrito;
     for (const char letra : texto) {
         switch (letra) {
@@ -73,9 +75,13 @@ std::string EmAtributo(std::string_view texto)
 }
 
 // The text as paragraphs, in which blanks beyond the first of a run are elements.
-std::string EmParagrafos(std::string_view texto)
+std::string EmParagrafos(const std::string &texto)
 {
     std::string escrito = "<text:p>";
+    if (texto.find_first_of("&<>\"\t\n\r") == std::string::npos && texto.find("  ") == std::string::npos &&
+        !texto.starts_with(' ')) {
+        return escrito.append(texto).append("</text:p>"); // as most are
+    }
     bool branco = true;
     for (const char letra : texto) {
         if (letra == '\n') {
@@ -85,7 +91,7 @@ std::string EmParagrafos(std::string_view texto)
         } else if (letra == ' ' && branco) {
             escrito += "<text:s/>";
         } else if (letra != '\r') {
-            escrito += letra == ' ' ? " " : EmAtributo(std::string_view(&letra, 1));
+            escrito += letra == ' ' ? " " : EmAtributo(std::string(1, letra));
         }
         branco = letra == ' ' || letra == '\n' || (branco && letra == '\t');
     }
@@ -93,21 +99,20 @@ std::string EmParagrafos(std::string_view texto)
 }
 
 // Whether the paragraphs alone would not give the text back.
-bool PrecisaDoAtributo(std::string_view texto)
+bool PrecisaDoAtributo(const std::string &texto)
 {
-    return texto.find('\r') != std::string_view::npos || texto.ends_with(' ') ||
-           texto.find(" \n") != std::string_view::npos;
+    return texto.find('\r') != std::string::npos || texto.ends_with(' ') || texto.find(" \n") != std::string::npos;
 }
 
-void ConfereCaracteres(std::string_view texto)
+void ConfereCaracteres(const std::string &texto)
 {
     ConfereTexto(texto);
-    const bool controle = std::ranges::any_of(texto, [](char letra) {
-        return static_cast<unsigned char>(letra) < ' ' && letra != '\t' && letra != '\n' && letra != '\r';
-    });
+    constexpr const char *controle =
+        "\x01\x02\x03\x04\x05\x06\x07\x08\x0B\x0C\x0E\x0F\x10\x11\x12\x13\x14\x15\x16\x17\x18\x19\x1A\x1B"
+        "\x1C\x1D\x1E\x1F";
     // Two characters at the end of a plane are none in any document.
-    if (controle || texto.find("\xEF\xBF\xBE") != std::string_view::npos ||
-        texto.find("\xEF\xBF\xBF") != std::string_view::npos) {
+    if (texto.find_first_of(controle) != std::string::npos || texto.find("\xEF\xBF\xBE") != std::string::npos ||
+        texto.find("\xEF\xBF\xBF") != std::string::npos) {
         throw Falha(NumeroFalha::ArgumentoInvalido, "planilhas",
                     "Um texto da tabela tem um caractere de controle, que uma planilha ODS não guarda.");
     }
@@ -160,7 +165,7 @@ void EscritorOds::PoeCelula(const Celula &celula, std::string_view estiloDosText
     ConfereCaracteres(celula.Texto);
     const std::string texto = TextoDaCelula(celula);
     std::string atributos;
-    const auto atributo = [&atributos](std::string_view nome, std::string_view valor) {
+    const auto atributo = [&atributos](std::string_view nome, const std::string &valor) {
         atributos.append(" ").append(nome).append("=\"").append(EmAtributo(valor)).append("\"");
     };
     switch (celula.Tipo) {
@@ -188,7 +193,7 @@ void EscritorOds::PoeCelula(const Celula &celula, std::string_view estiloDosText
         break;
     default:
         if (!estiloDosTextos.empty()) {
-            atributo("table:style-name", estiloDosTextos);
+            atributo("table:style-name", std::string(estiloDosTextos));
         }
         atributo("office:value-type", "string");
         if (PrecisaDoAtributo(texto)) {

@@ -64,6 +64,12 @@ Celula ComoSeGuarda(const Celula &celula)
 // Where a text looks like an escaped character, and for what no document holds, the format's escapes.
 std::string ComEscapes(const std::string &texto)
 {
+    constexpr const char *especiais =
+        "\x01\x02\x03\x04\x05\x06\x07\x08\x0B\x0C\x0D\x0E\x0F\x10\x11\x12\x13\x14\x15\x16\x17\x18\x19"
+        "\x1A\x1B\x1C\x1D\x1E\x1F\xEF_";
+    if (texto.find_first_of(especiais) == std::string::npos) {
+        return texto; // as most are
+    }
     std::string escrito;
     for (std::size_t onde = 0; onde < texto.size(); ++onde) {
         const char letra = texto[onde];

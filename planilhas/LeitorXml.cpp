@@ -6,6 +6,7 @@
 #include <expat.h>
 
 #include <algorithm>
+#include <cstring>
 #include <utility>
 
 namespace planilhas {
@@ -24,12 +25,11 @@ constexpr int MaisFundo = 200;
 
 NomeXml Separa(const char *nome)
 {
-    const std::string_view inteiro(nome);
-    const std::size_t onde = inteiro.rfind(EntreEspacoENome);
-    if (onde == std::string_view::npos) {
-        return {"", inteiro};
+    const char *const onde = std::strrchr(nome, EntreEspacoENome);
+    if (onde == nullptr) {
+        return {"", nome};
     }
-    return {inteiro.substr(0, onde), inteiro.substr(onde + 1)};
+    return {{nome, static_cast<std::size_t>(onde - nome)}, onde + 1};
 }
 
 class OuvinteDeElementos : public OuvinteXml {
