@@ -219,8 +219,8 @@ Transacao::Transacao(Banco &banco, bool escreve) : m_Banco(banco)
         banco.m_Dialeto->ConfereLugar(banco.m_Conexao);
     }
     if (banco.m_Dialeto->Caiu()) {
+        banco.m_Preparadas.clear(); // they are of the connection that goes
         banco.m_Dialeto->Reabre();
-        banco.m_Preparadas.clear();
     }
     banco.m_Dialeto->Limita(banco.m_Conexao, banco.m_Ate);
     try {

@@ -451,6 +451,7 @@ void DialetoPostgres::Liga()
     for (qsizetype lugares = opcoes["host"].count(',') + 1;; --lugares) {
         Conecta(opcoes);
         if (m_Ligacao->Como == Abertura::Consulta || EstaEmDia()) {
+            m_Ligacao->Abandonada = false;
             return;
         }
         m_Ligacao->Fecha();
@@ -490,7 +491,7 @@ void DialetoPostgres::Conecta(const std::map<QString, QString> &opcoes)
     if (!banco.open()) {
         throw falha(S(banco.lastError().databaseText().trimmed()));
     }
-    m_Ligacao->Abandonada = false;
+    m_Ligacao->Abandonada = true; // until it is all that it has to be
     PGconn *nativa = *static_cast<PGconn *const *>(banco.driver()->handle().constData());
     m_Ligacao->Aberta = nativa;
     // Where letters are counted as octets, or not all of them have a place, a text would be cut or refused.

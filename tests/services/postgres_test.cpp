@@ -7,6 +7,7 @@
 #include "services/Resumo.h"
 #include "services/ServicosSql.h"
 #include "tests/services/Motor.h"
+#include "tests/services/PapelDeTrabalho.h"
 #include "tests/services/RegistroDeTeste.h"
 #include "tests/support/FalhaLancada.h"
 
@@ -764,6 +765,34 @@ TEST_F(PostgresQueda, ConnectionThatWentBetweenTwoOperations_IsOpenedAgain)
     LinhasSql(Onde(), "SELECT pg_terminate_backend(pid) FROM pg_stat_activity WHERE datname = current_database() AND "
                       "pid <> pg_backend_pid()");
     EXPECT_TRUE(Pede(ana, "consulta", SoNumero(1)).Feita);
+}
+
+// What a new connection has to be told before it is worked over is refused here. The statements of the one before are
+// of no use any more, and nothing runs on one that was told half of it.
+TEST_F(PostgresQueda, ConnectionThatCannotBeMadeReady_IsNotWorkedOver)
+{
+    const auto banco = Abre(papel::DeTrabalho(Onde()));
+    const auto conta = [&] {
+        return banco->Le([&] {
+            Consulta linha(*banco, "SELECT COUNT(*) FROM EQUIPAMENTO");
+            linha.Proxima();
+            return linha.Inteiro(0);
+        });
+    };
+    EXPECT_EQ(conta(), 1);
+    Sql("REVOKE EXECUTE ON FUNCTION pg_control_system() FROM PUBLIC");
+    LinhasSql(Onde(), "SELECT pg_terminate_backend(pid) FROM pg_stat_activity WHERE datname = current_database() AND "
+                      "pid <> pg_backend_pid()");
+    EXPECT_EQ(ErroDe(conta).Motivo, MotivoSql::Queda);
+    EXPECT_EQ(ErroDe(conta).Motivo, MotivoSql::Queda);
+    Sql("GRANT EXECUTE ON FUNCTION pg_control_system() TO PUBLIC");
+    EXPECT_EQ(conta(), 1);
+    banco->Le([&] {
+        Consulta linha(*banco, "SELECT current_setting('statement_timeout'), current_setting('search_path')");
+        linha.Proxima();
+        EXPECT_EQ(linha.Texto(0), "1min");
+        EXPECT_EQ(linha.Texto(1), "public, pg_temp");
+    });
 }
 
 // Inside COMMIT itself, before it is done.
