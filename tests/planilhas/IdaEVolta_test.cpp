@@ -196,9 +196,6 @@ TEST_P(IdaEVolta, write_ThroughLinks_ReplacesWhatTheyPointTo)
 
 TEST_P(IdaEVolta, write_NotConcluded_PacksNothingAndClosesItsFiles)
 {
-    if (GetParam() == Formato::Csv) {
-        GTEST_SKIP() << "a file of text is not packed";
-    }
     const auto abertos = [] {
         const std::filesystem::directory_iterator todos("/proc/self/fd");
         return std::distance(begin(todos), end(todos));
@@ -207,12 +204,16 @@ TEST_P(IdaEVolta, write_NotConcluded_PacksNothingAndClosesItsFiles)
     auto escritor = FazEscritor(m_Pasta / "tabela", GetParam());
     escritor->Folha("x");
     escritor->Escreve({CelulaDeTexto("a")});
-    escritor->Folha("y");
+    if (GetParam() != Formato::Csv) { // of which there is one sheet, with its rows as they come
+        escritor->Folha("y");
+    }
     ASSERT_EQ(m_Pasta.Nomes().size(), 1U);
     std::filesystem::create_hard_link(m_Pasta / m_Pasta.Nomes().front(), m_Pasta / "testemunha");
     escritor.reset();
     EXPECT_EQ(m_Pasta.Nomes(), std::vector<std::string>{"testemunha"});
-    EXPECT_EQ(std::filesystem::file_size(m_Pasta / "testemunha"), 0U);
+    if (GetParam() != Formato::Csv) {
+        EXPECT_EQ(std::filesystem::file_size(m_Pasta / "testemunha"), 0U);
+    }
     EXPECT_EQ(abertos(), antes);
 }
 

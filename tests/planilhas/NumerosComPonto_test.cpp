@@ -70,7 +70,7 @@ class NumerosComPontoTeste : public testing::Test {
     {
         const auto escritor = FazEscritor(m_Pasta / nome, formato);
         escritor->Folha("a");
-        escritor->Cabecalho({"Velocidade medida"});
+        escritor->Cabecalho({"Velocidade medida", "Erro", "Resto", "Quando", "Hora"});
         escritor->Escreve({CelulaDeNumero("5.3"), CelulaDeNumero("-1234.56"), CelulaDeNumero("0.30000000000000004"),
                            CelulaDeDataHora({31, 12, 2024, 10, 30, 15}), CelulaDeHora(8, 30, 15)});
         escritor->Conclui();
