@@ -42,6 +42,15 @@ std::int64_t DaRede(std::string_view octetos)
     return static_cast<std::int64_t>(numero);
 }
 
+// What the server wrote of bytes as text.
+QByteArray DoTexto(const QByteArray &texto)
+{
+    std::size_t quantos = 0;
+    const std::unique_ptr<unsigned char, void (*)(void *)> octetos(
+        PQunescapeBytea(reinterpret_cast<const unsigned char *>(texto.constData()), &quantos), PQfreemem);
+    return {reinterpret_cast<const char *>(octetos.get()), static_cast<qsizetype>(quantos)};
+}
+
 } // namespace
 
 PreparadaPostgres::PreparadaPostgres(pg_conn *ligacao, std::string nome, const QString &sql, Falhou falhou)
@@ -56,9 +65,6 @@ PreparadaPostgres::PreparadaPostgres(pg_conn *ligacao, std::string nome, const Q
         m_Tipos.push_back(PQftype(descrita.get(), coluna));
     }
     m_Binaria = std::all_of(m_Tipos.begin(), m_Tipos.end(), EhConhecido);
-    if (!m_Binaria) {
-        std::fill(m_Tipos.begin(), m_Tipos.end(), TextoLivre);
-    }
 }
 
 std::string PreparadaPostgres::ComLugares(const std::string &sql)
@@ -139,8 +145,9 @@ QVariant PreparadaPostgres::Valor(int coluna) const
         return QVariant(qlonglong(Inteiro(coluna)));
     }
     if (tipo == Octetos) {
-        return QByteArray(PQgetvalue(m_Resultado.get(), m_Linha, coluna),
-                          PQgetlength(m_Resultado.get(), m_Linha, coluna));
+        const QByteArray valor(PQgetvalue(m_Resultado.get(), m_Linha, coluna),
+                               PQgetlength(m_Resultado.get(), m_Linha, coluna));
+        return m_Binaria ? valor : DoTexto(valor);
     }
     if (tipo == Logico) {
         return Inteiro(coluna) != 0;
@@ -157,8 +164,11 @@ std::int64_t PreparadaPostgres::Inteiro(int coluna) const
     const std::string_view valor(PQgetvalue(m_Resultado.get(), m_Linha, coluna),
                                  static_cast<std::size_t>(PQgetlength(m_Resultado.get(), m_Linha, coluna)));
     const Oid tipo = m_Tipos.at(static_cast<std::size_t>(coluna));
-    if (EhInteiro(tipo) || tipo == Logico) {
+    if (m_Binaria && (EhInteiro(tipo) || tipo == Logico)) {
         return DaRede(valor);
+    }
+    if (tipo == Logico) {
+        return valor == "t" ? 1 : 0;
     }
     std::int64_t numero = 0;
     std::from_chars(valor.data(), valor.data() + valor.size(), numero);

@@ -45,7 +45,7 @@ class PreparadaPostgres : public Preparada {
     pg_conn *m_Ligacao;
     std::string m_Nome;
     Falhou m_Falhou;
-    // Whether all of its columns are of the types whose binary form is known here; otherwise all come as text.
+    // Whether all of its columns are of the types whose binary form is known here; otherwise all travel as text.
     bool m_Binaria = true;
     std::vector<unsigned> m_Tipos;
     Resultado m_Resultado;

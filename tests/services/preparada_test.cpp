@@ -122,6 +122,19 @@ TEST_F(PreparadaPostgresTeste, Values_OfTypesThatOnlyTheServerHas_ComeAsText)
         EXPECT_EQ(linha.Inteiro(3), 12);
     });
     m_Banco.Le([&] {
+        Consulta linha(m_Banco, "SELECT current_user, TRUE, FALSE, CAST('\\x00ff5c' AS bytea), CAST(NULL AS boolean), "
+                                "CAST(-8 AS bigint)");
+        ASSERT_TRUE(linha.Proxima());
+        EXPECT_EQ(linha.Texto(0), "postgres");
+        EXPECT_EQ(linha.Valor(1), QVariant(true));
+        EXPECT_EQ(linha.Valor(2), QVariant(false));
+        EXPECT_EQ(linha.Inteiro(1), 1);
+        EXPECT_EQ(linha.Inteiro(2), 0);
+        EXPECT_EQ(linha.Valor(3).toByteArray(), QByteArray("\0\xff\\", 3));
+        EXPECT_TRUE(linha.Valor(4).isNull());
+        EXPECT_EQ(linha.Valor(5), QVariant(qlonglong(-8)));
+    });
+    m_Banco.Le([&] {
         Consulta linha(m_Banco, "SELECT CAST(-3 AS smallint), CAST(-70000 AS integer), TRUE, FALSE, "
                                 "CAST('\\x00ff' AS bytea), CAST(NULL AS boolean), CAST(NULL AS bytea)");
         ASSERT_TRUE(linha.Proxima());
