@@ -85,7 +85,7 @@ TEST_F(JanelasDoServidor, Place_ByKeys_IsAServerOrThisComputer)
     const auto servidor = escolhe({}, [&](Teclado &t) {
         t.EsperaFoco("esteComputador");
         EXPECT_FALSE(NaTela([] { return Teclado::Acha("endereco")->isEnabled(); }));
-        t.Alt('S');
+        t.Alt('S').Espera("a server can be told", [] { return Teclado::Acha("endereco")->isEnabled(); });
         Retrata("lugar-do-registro", aparencia);
         t.Alt('M').EsperaFoco("endereco").Escreve("central:x\r");
         t.EsperaTexto("aviso", "A porta do servidor é um número de 1 a 65535: \"máquina:porta\".");
@@ -97,7 +97,8 @@ TEST_F(JanelasDoServidor, Place_ByKeys_IsAServerOrThisComputer)
     EXPECT_EQ(servidor->Servidor, rede::Endereco{"central"});
     EXPECT_EQ(servidor->Digital, ADigital);
     const auto este = escolhe(*servidor, [](Teclado &t) {
-        t.EsperaFoco("endereco").EsperaTexto("endereco", "central:50443").Alt('C').Alt('U');
+        t.EsperaFoco("endereco").EsperaTexto("endereco", "central:50443").Alt('C');
+        t.Espera("this computer is chosen", [] { return !Teclado::Acha("endereco")->isEnabled(); }).Alt('U');
     });
     ASSERT_TRUE(este);
     EXPECT_FALSE(este->Servidor);
@@ -289,7 +290,8 @@ TEST_F(MesaNoServidor, SignIn_OffersAnotherRegistry_ByKeys)
         Retrata("entrada-no-servidor", aparencia);
         t.Alt('D').EsperaJanela("LugarDoRegistro").EsperaTexto("endereco", "central:50443");
         t.Tecla(Qt::Key_Escape).EsperaJanela("Entrada");
-        t.Alt('D').EsperaJanela("LugarDoRegistro").Alt('C').Alt('U');
+        t.Alt('D').EsperaJanela("LugarDoRegistro").Alt('C');
+        t.Espera("this computer is chosen", [] { return !Teclado::Acha("endereco")->isEnabled(); }).Alt('U');
         t.Espera("the sign-in is left", [&] { return entrou.has_value(); });
     });
     EXPECT_EQ(entrou, false);
