@@ -5,24 +5,25 @@
 # Prints one line per refusal, "<file>:<line>: <why>", and fails when there was any. A room may include the headers
 # of the rooms that it knows, as "room/Name.h" from the root, and the standard headers listed below; nothing else, so
 # that no toolkit, database or operating system reaches the rooms that must run on any of them. The rooms that are there
-# for one of these, from services/ to windows/, include foreign headers as they need them, and know what is below them.
+# for one of these, from planilhas/ to windows/, include foreign headers as they need them, and know what is below them.
 
 cmake_minimum_required(VERSION 3.25)
 
 set(SALAS host controls tela shell sensors equipment limits search
-    services rede server desk windows/automation windows/screen windows/host windows/component)
+    planilhas services rede server desk windows/automation windows/screen windows/host windows/component)
 set(modulo shell sensors equipment limits search)
-set(COM_ALHEIOS services rede server desk windows/automation windows/screen windows/host windows/component)
+set(COM_ALHEIOS planilhas services rede server desk windows/automation windows/screen windows/host windows/component)
 set(CONHECE_host host)
 set(CONHECE_controls host controls)
 set(CONHECE_tela host controls tela)
 foreach(sala IN LISTS modulo)
     set(CONHECE_${sala} host ${modulo})
 endforeach()
+set(CONHECE_planilhas host planilhas)
 set(CONHECE_services host services)
 set(CONHECE_rede host services rede)
 set(CONHECE_server host services rede server)
-set(CONHECE_desk host controls tela ${modulo} services rede desk)
+set(CONHECE_desk host controls tela ${modulo} planilhas services rede desk)
 set(CONHECE_windows/automation host windows/automation)
 set(CONHECE_windows/screen host controls tela windows/automation windows/screen)
 set(CONHECE_windows/host host controls tela ${modulo} windows/automation windows/screen windows/host)
