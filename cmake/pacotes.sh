@@ -23,6 +23,8 @@ libtomlplusplus-dev the server's settings
 prometheus-cpp-dev its figures
 libqt6sql6-psql the database of many desks, where there is one
 libpq-dev      cancelling what waits there without end
+libcli11-dev   the command line of the program without windows
+nlohmann-json3-dev its answers for programs
 libsodium-dev  password hashes of the desk's sign-in
 libqrcodegencpp-dev the head of the history as a picture that a telephone reads
 dbus-daemon    the tests' own bus for that portal

@@ -51,6 +51,7 @@ TEST(EspacoDeNomes, look_EveryFileOfTheServicesAndTheNetwork_DeclaresInItsNamesp
     ConfereDeclaracoes("services", "mesa", 100);
     ConfereDeclaracoes("rede", "rede", 10);
     ConfereDeclaracoes("server", "servidor", 20);
+    ConfereDeclaracoes("comando", "comando", 20);
 }
 
 // So do the rooms for Windows, and their tests, which meet the names of the system.
