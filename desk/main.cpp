@@ -3,7 +3,6 @@
 #include "desk/host/FazAmostra.h"
 #include "desk/host/Inicio.h"
 #include "desk/host/LinhaDeComando.h"
-#include "desk/host/Relogio.h"
 #include "desk/windows/Aparencia.h"
 #include "desk/windows/ConexaoQt.h"
 #include "desk/windows/InicioQt.h"
@@ -13,6 +12,7 @@
 #include "host/Falha.h"
 #include "services/ComandosDeCopia.h"
 #include "services/Conferidor.h"
+#include "services/Relogio.h"
 
 #include <QApplication>
 

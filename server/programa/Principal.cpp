@@ -1,32 +1,14 @@
 #include "server/Programa.h"
 
-#include "host/Data.h"
+#include "services/Relogio.h"
 
 #include <QCoreApplication>
-#include <QDateTime>
 
 #include <malloc.h>
 #include <signal.h>
 #include <sys/stat.h>
 
 #include <iostream>
-
-namespace servidor {
-
-namespace {
-
-// The moment it is, by the machine's clock, with the offset of its time zone.
-mesa::Instante Agora()
-{
-    const QDateTime agora = QDateTime::currentDateTime();
-    return {DataDe(agora.date().day(), agora.date().month(), agora.date().year(), agora.time().hour(),
-                   agora.time().minute(), agora.time().second()),
-            agora.offsetFromUtc() / 60};
-}
-
-} // namespace
-
-} // namespace servidor
 
 int main(int argc, char **argv)
 {
@@ -47,7 +29,7 @@ int main(int argc, char **argv)
     if (linha.OQue == servidor::LinhaDeComando::Ato::Serve) {
         ::pthread_sigmask(SIG_BLOCK, &fim, nullptr);
     }
-    return servidor::Programa(linha, {std::cin, std::cout, std::cerr}, servidor::Agora, [&fim] {
+    return servidor::Programa(linha, {std::cin, std::cout, std::cerr}, mesa::Agora, [&fim] {
         int sinal = 0;
         ::sigwait(&fim, &sinal);
     });

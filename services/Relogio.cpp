@@ -1,4 +1,4 @@
-#include "desk/host/Relogio.h"
+#include "services/Relogio.h"
 
 #include <QDateTime>
 

@@ -1,0 +1,86 @@
+#include "comando/LinhaDeComando.h"
+
+#include "comando/FormatoDaAjuda.h"
+#include "comando/Versao.h"
+
+#include <algorithm>
+
+namespace comando {
+
+namespace {
+
+// The library makes the option of each line's help before it knows the name of its group.
+void AgrupaAjuda(CLI::App &linha)
+{
+    const_cast<CLI::Option *>(linha.get_help_ptr())->group("Opções");
+    for (CLI::App *uma : linha.get_subcommands([](const CLI::App *) { return true; })) {
+        AgrupaAjuda(*uma);
+    }
+}
+
+} // namespace
+
+LinhaDeComando::LinhaDeComando()
+    : m_App(
+          "Consulta o registro de equipamentos e cuida dele, sem janelas: o que está num arquivo ou o de um servidor.",
+          "registro")
+{
+    // What every line has from this one.
+    m_App.formatter(std::make_shared<FormatoDaAjuda>());
+    m_App.option_defaults()->group("Opções");
+    m_App.group("Comandos");
+    m_App.set_help_flag("-h,--ajuda,--help", "Mostra esta ajuda e termina.")
+        ->disable_flag_override()
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+    m_App.set_version_flag("--versao", std::string("registro ") + Versao(), "Mostra a versão do programa e termina.")
+        ->disable_flag_override();
+    m_App.require_subcommand(1);
+    m_App.footer("Cada comando tem a sua ajuda: registro COMANDO --ajuda.");
+    m_Todos = FazTodos();
+    for (const auto &um : m_Todos) {
+        CLI::App *linha = m_App.add_subcommand(um->Nome(), um->Resumo());
+        linha->footer("");
+        um->Descreve(*linha);
+    }
+    AgrupaAjuda(m_App);
+}
+
+Subcomando &LinhaDeComando::Le(std::vector<std::string> argumentos)
+{
+    std::ranges::reverse(argumentos); // as the library takes them
+    try {
+        m_App.parse(argumentos);
+    } catch (const CLI::RequiredError &) {
+        // What was not understood is why something lacks.
+        std::vector<std::string> demais = LinhaDada(m_App).remaining();
+        if (demais.empty()) {
+            throw;
+        }
+        std::ranges::reverse(demais);
+        throw CLI::ExtrasError(demais);
+    }
+    const std::string nome = m_App.get_subcommands().front()->get_name();
+    return **std::ranges::find(m_Todos, nome, [](const auto &um) { return um->Nome(); });
+}
+
+std::string LinhaDeComando::Ajuda() const
+{
+    return LinhaDada(m_App).help();
+}
+
+const CLI::App &LinhaDada(const CLI::App &linha)
+{
+    const CLI::App *qual = &linha;
+    while (!qual->get_subcommands().empty()) {
+        qual = qual->get_subcommands().front();
+    }
+    return *qual;
+}
+
+std::string NomeDaLinha(const CLI::App &linha)
+{
+    const std::string nome = linha.get_name();
+    return linha.get_parent() == nullptr ? nome : NomeDaLinha(*linha.get_parent()) + " " + nome;
+}
+
+} // namespace comando

@@ -1,0 +1,275 @@
+#include "tests/comando/ComandoTeste.h"
+
+#include "services/Cabeca.h"
+#include "tests/services/PastaDeTeste.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <pty.h>
+#include <signal.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <termios.h>
+#include <unistd.h>
+#include <utmp.h>
+
+#include <array>
+#include <fstream>
+#include <functional>
+
+namespace {
+
+// The program as the system runs it.
+class ProgramaTeste : public ComandoTeste {
+  protected:
+    ProgramaTeste()
+    {
+        Ana = Registro.Sessao("ana");
+        IncluiComSensores(Ana, {{AfericaoDe("C-1", DataDe(1, 1, 2026), DataDe(30, 6, 2026))}});
+    }
+    ~ProgramaTeste() override
+    {
+        if (m_Filho > 0) {
+            ::kill(m_Filho, SIGKILL);
+            Espera();
+        }
+    }
+
+    // Begins it. prepara: in the new process, with the standard streams as it shall have them.
+    void Comeca(const std::vector<std::string> &argumentos, const std::function<void()> &prepara)
+    {
+        std::vector<std::string> palavras = {PROGRAMA};
+        palavras.insert(palavras.end(), argumentos.begin(), argumentos.end());
+        std::vector<char *> ponteiros;
+        for (std::string &uma : palavras) {
+            ponteiros.push_back(uma.data());
+        }
+        ponteiros.push_back(nullptr);
+        std::vector<std::string> ambiente = {"HOME=" + Pasta.path().toStdString(), "LC_ALL=C.UTF-8",
+                                             "PATH=/usr/bin:/bin"};
+        std::vector<char *> variaveis;
+        for (std::string &uma : ambiente) {
+            variaveis.push_back(uma.data());
+        }
+        variaveis.push_back(nullptr);
+        m_Filho = ::fork();
+        ASSERT_GE(m_Filho, 0);
+        if (m_Filho == 0) {
+            prepara();
+            ::execve(PROGRAMA, ponteiros.data(), variaveis.data());
+            ::_exit(127);
+        }
+    }
+    // How it ended: its code, or 128 and the signal.
+    int Espera()
+    {
+        int como = 0;
+        EXPECT_EQ(::waitpid(m_Filho, &como, 0), m_Filho);
+        m_Filho = -1;
+        return WIFEXITED(como) ? WEXITSTATUS(como) : 128 + WTERMSIG(como);
+    }
+    int Roda(const std::vector<std::string> &argumentos, const std::function<void()> &prepara)
+    {
+        Comeca(argumentos, prepara);
+        return Espera();
+    }
+    void Manda(int sinal) const { ASSERT_EQ(::kill(m_Filho, sinal), 0); }
+
+    // In the new process: a stream is that file, or none.
+    static void Abre(int qual, const std::string &caminho, int modo)
+    {
+        const int aberto = ::open(caminho.c_str(), modo, 0600);
+        ::dup2(aberto, qual);
+        ::close(aberto);
+    }
+    void SemTerminal() const
+    {
+        Abre(0, "/dev/null", O_RDONLY);
+        Abre(1, Em("saida"), O_WRONLY | O_CREAT | O_TRUNC);
+        Abre(2, Em("erros"), O_WRONLY | O_CREAT | O_TRUNC);
+    }
+    std::vector<std::string> ComRegistro(std::vector<std::string> argumentos) const
+    {
+        argumentos.insert(argumentos.end(), {"--registro", Registro.Caminho()});
+        return argumentos;
+    }
+
+    Ref<mesa::SessaoServico> Ana;
+
+  private:
+    pid_t m_Filho = -1;
+};
+
+TEST_F(ProgramaTeste, Codes_AsOthersSeeThem_AreThoseThatAreTold)
+{
+    EXPECT_EQ(Roda({"--versao"}, [&] { SemTerminal(); }), 0);
+    EXPECT_TRUE(BytesDe(Em("saida")).starts_with("registro 1."));
+    EXPECT_EQ(BytesDe(Em("erros")), "");
+    EXPECT_EQ(Roda(ComRegistro({"cabeca"}), [&] { SemTerminal(); }), 0);
+    EXPECT_TRUE(mesa::CabecaAssinada::Le(BytesDe(Em("saida"))).AssinaturaVale());
+    EXPECT_EQ(Roda({"voa"}, [&] { SemTerminal(); }), 2);
+    EXPECT_EQ(Roda({"cabeca", "--registro", Em("nenhum")}, [&] { SemTerminal(); }), 4);
+    EXPECT_EQ(BytesDe(Em("saida")), "");
+    EXPECT_EQ(Roda({"cabeca"}, [&] { SemTerminal(); }), 4) << "the data directory of who has none";
+    Registro.Sql("UPDATE EQUIPAMENTO SET Descricao = 'Outra'");
+    EXPECT_EQ(Roda(ComRegistro({"confere"}), [&] { SemTerminal(); }), 1);
+    const std::vector<std::string> pergunta =
+        ComRegistro({"consulta", "--codigo", "R-001", "--dia", "30/06/2026", "--usuario", "ana", "--senha-da-entrada"});
+    std::ofstream(Em("senha")) << "errada de todo\n";
+    EXPECT_EQ(Roda(pergunta,
+                   [&] {
+                       SemTerminal();
+                       Abre(0, Em("senha"), O_RDONLY);
+                   }),
+              3);
+}
+
+TEST_F(ProgramaTeste, Output_ThatTakesNothing_EndsWith4)
+{
+    const auto erro = [&] { return BytesDe(Em("erros")); };
+    const std::string frase = "A resposta não pôde ser escrita inteira na saída padrão.\n";
+    EXPECT_EQ(Roda(ComRegistro({"cabeca"}),
+                   [&] {
+                       SemTerminal();
+                       Abre(1, "/dev/full", O_WRONLY);
+                   }),
+              4);
+    EXPECT_EQ(erro(), frase);
+
+    // Closed: what the program opens must not come to stand in its place, for the answer would go into it.
+    const std::string antes = BytesDe(Registro.Caminho()) + BytesDe(Registro.Caminho() + "-wal");
+    for (const std::vector<std::string> &qual :
+         {std::vector<std::string>{"cabeca"}, {"confere"}, {"copia", Em("copias")}}) {
+        EXPECT_EQ(Roda(ComRegistro(qual),
+                       [&] {
+                           SemTerminal();
+                           ::close(0);
+                           ::close(1);
+                       }),
+                  4)
+            << qual.front();
+        EXPECT_NE(erro().find(frase), std::string::npos);
+    }
+    EXPECT_EQ(BytesDe(Registro.Caminho()) + BytesDe(Registro.Caminho() + "-wal"), antes);
+    EXPECT_EQ(Roda(ComRegistro({"cabeca"}),
+                   [&] {
+                       SemTerminal();
+                       ::close(2);
+                   }),
+              0)
+        << "the answer came out";
+
+    std::array<int, 2> cano{};
+    ASSERT_EQ(::pipe2(cano.data(), O_CLOEXEC), 0);
+    ::close(cano[0]);
+    EXPECT_EQ(Roda(ComRegistro({"cabeca"}),
+                   [&] {
+                       SemTerminal();
+                       ::dup2(cano[1], 1);
+                   }),
+              4);
+    ::close(cano[1]);
+    EXPECT_EQ(erro(), frase);
+}
+
+TEST_F(ProgramaTeste, CertificateAtAFullDisk_LeavesNoFile)
+{
+    std::ofstream(Em("senha")) << "senha de ana\n";
+    ASSERT_EQ(::chmod(Em("senha").c_str(), 0600), 0);
+    const auto pergunta = [&](const std::string &arquivo) {
+        return ComRegistro({"consulta", "--codigo", "R-001", "--dia", "30/06/2026", "--usuario", "ana", "--senha-de",
+                            Em("senha"), "--certificado", arquivo});
+    };
+    std::filesystem::create_directory(Em("destino"));
+    // A directory that takes no file stands for the disk: the limit of a file's size is what a full one answers with.
+    const int codigo = Roda(pergunta(Em("destino/c.pdf")), [&] {
+        SemTerminal();
+        const rlimit limite{16, 16};
+        ::setrlimit(RLIMIT_FSIZE, &limite);
+        ::signal(SIGXFSZ, SIG_IGN);
+    });
+    EXPECT_EQ(codigo, 4);
+    EXPECT_TRUE(Nomes(Em("destino")).empty());
+    EXPECT_EQ(BytesDe(Em("saida")), "");
+}
+
+// A terminal, and what is seen on it.
+class TerminalTeste : public ProgramaTeste {
+  protected:
+    void ComecaNoTerminal(const std::vector<std::string> &argumentos)
+    {
+        int dela = -1;
+        ASSERT_EQ(::openpty(&m_Mestre, &dela, nullptr, nullptr, nullptr), 0);
+        ::fcntl(m_Mestre, F_SETFD, FD_CLOEXEC);
+        m_Dela = dela;
+        Comeca(argumentos, [&] { ::login_tty(dela); });
+    }
+    ~TerminalTeste() override
+    {
+        ::close(m_Mestre);
+        ::close(m_Dela);
+    }
+    // What is seen, until that is in it.
+    void Ve(const std::string &texto)
+    {
+        while (Visto.find(texto) == std::string::npos) {
+            std::array<char, 4096> pedaco{};
+            pollfd espera{m_Mestre, POLLIN, 0};
+            ASSERT_EQ(::poll(&espera, 1, 60000), 1) << Visto;
+            const ssize_t lidos = ::read(m_Mestre, pedaco.data(), pedaco.size());
+            ASSERT_GT(lidos, 0) << Visto;
+            Visto.append(pedaco.data(), static_cast<std::size_t>(lidos));
+        }
+    }
+    void Digita(const std::string &texto) const
+    {
+        ASSERT_EQ(::write(m_Mestre, texto.data(), texto.size()), static_cast<ssize_t>(texto.size()));
+    }
+    bool TemEco() const
+    {
+        termios como{};
+        EXPECT_EQ(::tcgetattr(m_Dela, &como), 0);
+        return (como.c_lflag & ECHO) != 0;
+    }
+
+    std::string Visto;
+
+  private:
+    int m_Mestre = -1;
+    int m_Dela = -1;
+};
+
+TEST_F(TerminalTeste, Password_TypedAtATerminal_IsAskedForAndNeverShown)
+{
+    ComecaNoTerminal(ComRegistro({"consulta", "--codigo", "R-001", "--dia", "30/06/2026", "--usuario", "ana"}));
+    Ve("Senha de ana: ");
+    EXPECT_FALSE(TemEco());
+    Digita("senha de ana\n");
+    Ve("Vale até: 30/06/2026");
+    EXPECT_EQ(Espera(), 0);
+    EXPECT_TRUE(TemEco());
+    EXPECT_EQ(Visto.find("senha de ana"), std::string::npos) << Visto;
+}
+
+TEST_F(TerminalTeste, CtrlC_WhileThePasswordIsAskedFor_EndsBySignalWithTheEchoBack)
+{
+    ComecaNoTerminal(ComRegistro({"consulta", "--codigo", "R-001", "--dia", "30/06/2026", "--usuario", "ana"}));
+    Ve("Senha de ana: ");
+    EXPECT_FALSE(TemEco());
+    Digita("senha\x03");
+    EXPECT_EQ(Espera(), 128 + SIGINT);
+    EXPECT_TRUE(TemEco());
+    EXPECT_EQ(Visto.find("senha\n"), std::string::npos) << Visto;
+}
+
+TEST_F(TerminalTeste, Termination_WhileThePasswordIsAskedFor_EndsBySignal)
+{
+    ComecaNoTerminal(ComRegistro({"consulta", "--codigo", "R-001", "--dia", "30/06/2026", "--usuario", "ana"}));
+    Ve("Senha de ana: ");
+    Manda(SIGTERM);
+    EXPECT_EQ(Espera(), 128 + SIGTERM);
+    EXPECT_TRUE(TemEco());
+}
+
+} // namespace
