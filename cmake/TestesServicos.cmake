@@ -59,6 +59,8 @@ if(fontes_servicos)
         ServicosBanco.Open_WithAMigration* ServicosBanco.Open_WhatIsNo* ServicosBanco.Open_InADirectory*
         ServicosBanco.Connection_* ServicosBanco.Save_* ServicosBanco.Error_* ServicosBanco.Replacing_*
         ServicosBanco.TimeIsLimited_*
+        # rows that only a file takes past its guards, since what keeps them out of the other one is an exclusion;
+        ServicosPrazos.TwoInForceAtOnce_*
         # its own plan of a statement, and steps that its library counts.
         ServicosLogradouros.Lista_AsThePickersAsk_* ServicosReplica.OfOneChange_CostsTheSame*
         # And of the four registries of histories three: the fourth has every kind of step.

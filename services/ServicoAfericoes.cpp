@@ -7,10 +7,12 @@
 #include "services/Recusa.h"
 #include "services/ServicoDocumentos.h"
 #include "services/ServicoEquipamentos.h"
+#include "services/VigenciaNoDia.h"
 
 #include <QByteArray>
 
 #include <map>
+#include <utility>
 #include <vector>
 
 namespace mesa {
@@ -22,20 +24,25 @@ struct DeSensor {
     std::int64_t NroIntSensor = 0;
 };
 
-// Those of the equipment's sensors, whether they are active or not, that have a document and the day in their period.
+// Those of the equipment's sensors, whether they are active or not, that are in force on the day. The statement only
+// narrows them down to what its index has at hand.
 std::vector<DeSensor> DoDia(Banco &banco, std::int32_t nroIntEquip, std::int32_t dia)
 {
     static const QString sql =
         "SELECT " + MapaRegistro::Lista<AfericaoED>("a") +
         ", s.NroIntSensor FROM SENSOR s JOIN AFERICAO a ON a.NroIntSensor = s.NroIntSensor AND a.Ativo = 1 "
-        "WHERE s.NroIntEquip = ? AND a.DataVerificacao <= ? AND a.DataVencimento >= ? "
-        "AND a.NroIntImgCertif IS NOT NULL";
+        "WHERE s.NroIntEquip = ? AND a.DataVerificacao <= ? AND a.DataVencimento >= ?";
     static const auto colunas = static_cast<int>(MapaRegistro::Colunas<AfericaoED>().size());
     std::vector<DeSensor> achadas;
     Consulta linhas(banco, sql, {nroIntEquip, dia, dia});
     while (linhas.Proxima()) {
-        achadas.push_back({Novo<AfericaoED>(), linhas.Inteiro(colunas)});
-        MapaRegistro::Preenche(*achadas.back().Afericao, linhas);
+        DeSensor achada{Novo<AfericaoED>(), linhas.Inteiro(colunas)};
+        MapaRegistro::Preenche(*achada.Afericao, linhas);
+        if (VigenciaNoDia({DiaCivil(achada.Afericao->DataVerificacao), DiaCivil(achada.Afericao->DataVencimento),
+                           achada.Afericao->NroIntImgCertif.Valor() != 0},
+                          dia) == Vigencia::EmVigor) {
+            achadas.push_back(std::move(achada));
+        }
     }
     return achadas;
 }

@@ -7,6 +7,7 @@
 #include "server/Servidor.h"
 #include "services/Conferidor.h"
 #include "services/DialetoPostgres.h"
+#include "services/PrazosED.h"
 #include "services/RegistrosAdministracao.h"
 #include "tests/services/PapelDeTrabalho.h"
 #include "tests/services/RegistroDeTeste.h"
@@ -123,9 +124,20 @@ TEST_F(ServidorRealTeste, WhatIsAsked_IsAnsweredAsByTheFile)
              {"altera", SoNumero(numero), "EquiptoRN"},
              {"desativa", SoNumero(numero), "EquiptoRN"},
              {"voa", SoNumero(numero), "EquiptoRN"},
+             {"consultaPainel", Novo<mesa::PainelPrazosED>(), "PrazosRN"},
+             {"listaPrazos", Novo<mesa::ListaPrazosED>(), "PrazosRN"},
+             {"listaPrazos", Com(Novo<mesa::ListaPrazosED>(), &mesa::ListaPrazosED::Estado, 77), "PrazosRN"},
+             {"consultaEstados", Com(Novo<mesa::EstadosPrazoED>(), &mesa::EstadosPrazoED::NroIntEquip, numero),
+              "PrazosRN"},
              {"listaUsuarios", Novo<mesa::ListaUsuariosED>(), "AdministracaoRN"}}) {
         EXPECT_EQ(Resultado(la, metodo, pedido, classe), Resultado(aqui, metodo, pedido, classe)) << metodo;
     }
+
+    const std::string painel = Resultado(la, "consultaPainel", Novo<mesa::PainelPrazosED>(), "PrazosRN");
+    EXPECT_NE(
+        painel.find("Equipamentos=1, NaoContados=0, Contagens=[ContagemPrazoED{Grupo=\"\", Estado=3, Quantos=1}]"),
+        std::string::npos)
+        << painel;
 
     const double afericao = Abre(aqui, numero)->Sensores.Valor()->Item(1)->Afericoes.Valor()->Item(1)->NroIntAfericao;
     std::vector<mesa::VersaoAfericao> daqui;
