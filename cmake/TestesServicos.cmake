@@ -49,7 +49,7 @@ if(fontes_servicos)
     set(so_do_arquivo
         # what is in no database, and the cluster itself;
         Aglomerado.* CodigosTeste.* Corrente.* Esquema.* LeSenha.* LogradourosAntigosTeste.* ReferenciasTeste.*
-        ServicosSenhas.* TabelaDeTextoTeste.* TextoBusca.*
+        ServicosSenhas.* TabelaDeTextoTeste.* TextoBusca.* VigenciasConhecidasTeste.*
         # the file as a file: its disk, its rights, its pages, heads and copies of it, programs that are killed while
         # they write it (Postgres* and PostgresCopias* try the same of a database);
         ServicosAbertura.* ServicosCabeca.* ServicosConferencia.* ServicosCopia.* ServicosDisco.* ServicosProcessos.*

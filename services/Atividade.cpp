@@ -13,33 +13,37 @@ namespace mesa {
 
 namespace {
 
-struct Mudanca {
-    std::int32_t Dia;
-    bool Ativa;
-};
-
-std::vector<Mudanca> Mudancas(Banco &banco, const std::string &entidade, std::int64_t numero)
+std::vector<MudancaDeAtividade> Mudancas(Banco &banco, const std::string &entidade, std::int64_t numero)
 {
-    std::vector<Mudanca> mudancas;
+    std::vector<MudancaDeAtividade> mudancas;
     Consulta entradas(banco,
                       "SELECT Quando, COALESCE(Fuso, 0), Depois FROM HISTORICO "
                       "WHERE Entidade = ? AND NroEntidade = ? AND Acao <> 'altera' ORDER BY Nro",
                       {Q(entidade), qlonglong(numero)});
     while (entradas.Proxima()) {
-        const std::int64_t momento = MaisMinutos(entradas.Inteiro(0), static_cast<std::int32_t>(entradas.Inteiro(1)));
-        const QJsonObject linha = QJsonDocument::fromJson(entradas.Valor(2).toString().toUtf8()).object();
-        mudancas.push_back(
-            {static_cast<std::int32_t>(momento / 1000000), linha.value("Ativo").toInt() != Indicador::Nao});
+        mudancas.push_back(MudancaDeAtividade::De(entradas.Inteiro(0), static_cast<std::int32_t>(entradas.Inteiro(1)),
+                                                  entradas.Texto(2)));
     }
     return mudancas;
 }
 
 } // namespace
 
+MudancaDeAtividade MudancaDeAtividade::De(std::int64_t quando, std::int32_t fuso, const std::string &depois)
+{
+    const QJsonObject linha = QJsonDocument::fromJson(QByteArray::fromStdString(depois)).object();
+    return {static_cast<std::int32_t>(MaisMinutos(quando, fuso) / 1000000),
+            linha.value("Ativo").toInt() != Indicador::Nao};
+}
+
 std::optional<Atividade> AtividadeNoDia(Banco &banco, const std::string &entidade, std::int64_t numero,
                                         std::int32_t dia)
 {
-    const std::vector<Mudanca> mudancas = Mudancas(banco, entidade, numero);
+    return AtividadeNoDia(Mudancas(banco, entidade, numero), dia);
+}
+
+std::optional<Atividade> AtividadeNoDia(const std::vector<MudancaDeAtividade> &mudancas, std::int32_t dia)
+{
     for (std::size_t n = 0; n < mudancas.size(); ++n) {
         const bool ultima = n + 1 == mudancas.size();
         // A clock that went back makes no day disappear on which it was active.

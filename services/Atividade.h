@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace mesa {
 
@@ -24,7 +25,19 @@ struct Atividade {
     auto operator<=>(const Atividade &) const = default;
 };
 
+// A moment from which a row was active, or was not; they come in the order of the history.
+struct MudancaDeAtividade {
+    std::int32_t Dia = 0;
+    bool Ativa = false;
+
+    // Of an entry of the history. quando: yyyymmddhhmmss, UTC where there is an offset; fuso: 0 where there is none;
+    // depois: the row as the entry has it.
+    static MudancaDeAtividade De(std::int64_t quando, std::int32_t fuso, const std::string &depois);
+};
+
 // Nothing when it does not count. A row of which the history knows nothing does not.
+std::optional<Atividade> AtividadeNoDia(const std::vector<MudancaDeAtividade> &mudancas, std::int32_t dia);
+// The same of a row of the registry, by all that its history tells.
 std::optional<Atividade> AtividadeNoDia(Banco &banco, const std::string &entidade, std::int64_t numero,
                                         std::int32_t dia);
 

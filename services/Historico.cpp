@@ -203,6 +203,32 @@ std::string Historico::Encadeia(const std::string &anterior, std::int64_t nro, c
     return Resumo(tudo);
 }
 
+bool Historico::EloVale(std::int64_t nro) const
+{
+    std::string anterior;
+    if (nro == 1) {
+        Consulta registro(m_Banco, "SELECT Identificador FROM REGISTRO");
+        registro.Proxima();
+        anterior = Origem(registro.Texto(0));
+    } else {
+        Consulta linha(m_Banco, "SELECT Elo FROM HISTORICO WHERE Nro = ?", {qlonglong(nro - 1)});
+        if (!linha.Proxima()) {
+            return false;
+        }
+        anterior = linha.Texto(0);
+    }
+    Consulta linha(m_Banco, "SELECT " + ColunasDoElo() + ", Elo FROM HISTORICO WHERE Nro = ?", {qlonglong(nro)});
+    if (!linha.Proxima()) {
+        return false;
+    }
+    const auto colunas = static_cast<int>(ColunasDoElo().split(", ").size());
+    QVariantList campos;
+    for (int coluna = 0; coluna < colunas; ++coluna) {
+        campos.push_back(linha.Valor(coluna));
+    }
+    return Encadeia(anterior, nro, campos) == linha.Texto(colunas);
+}
+
 QString Historico::ColunasDoElo()
 {
     std::vector<const Esquema::Coluna *> colunas = Retratadas(Historiada("HISTORICO"));

@@ -73,6 +73,8 @@ class Historico {
     // The hash on which the first entry of a registry stands, and that of an entry that follows another.
     static std::string Origem(const std::string &identificador);
     static std::string Encadeia(const std::string &anterior, std::int64_t nro, const QVariantList &campos);
+    // Whether the hash of the entry of that number is over it as it stands and over the hash of the one before it.
+    bool EloVale(std::int64_t nro) const;
     // Columns of an entry in the order in which they go into the hash, which is that of the table.
     static QString ColunasDoElo();
 

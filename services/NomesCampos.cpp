@@ -75,15 +75,24 @@ std::string NomeDoCampo(std::string_view membro)
     return std::string(achado == Nomes.end() ? membro : achado->second);
 }
 
-std::vector<std::string> CamposDiferentes(const QJsonObject &antes, const QJsonObject &depois)
+std::vector<CampoDiferente> Diferencas(const QJsonObject &antes, const QJsonObject &depois)
 {
-    std::vector<std::string> diferentes;
+    std::vector<CampoDiferente> diferentes;
     for (auto membro = depois.begin(); membro != depois.end(); ++membro) {
         if (!EhDoServico(membro.key()) && antes.value(membro.key()) != membro.value()) {
-            diferentes.push_back(NomeDoCampo(membro.key().toStdString()));
+            diferentes.push_back({membro.key().toStdString(), antes.value(membro.key()), membro.value()});
         }
     }
     return diferentes;
+}
+
+std::vector<std::string> CamposDiferentes(const QJsonObject &antes, const QJsonObject &depois)
+{
+    std::vector<std::string> nomes;
+    for (const CampoDiferente &campo : Diferencas(antes, depois)) {
+        nomes.push_back(NomeDoCampo(campo.Membro));
+    }
+    return nomes;
 }
 
 } // namespace mesa

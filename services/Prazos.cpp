@@ -76,12 +76,12 @@ Prazos::Situacao Prazos::DaAfericao(const Afericao &afericao, std::int32_t dia)
 {
     const std::int32_t ate = afericao.Periodo.Ate;
     const std::int32_t dias = DiasEntre(dia, ate);
-    switch (VigenciaNoDia(afericao.Periodo, dia)) {
-    case Vigencia::EmVigor:
+    switch (AlcanceNoDia(afericao.Periodo, dia)) {
+    case Alcance::EmVigor:
         return {PelosDias(dias), ate, dias, afericao.Numero};
-    case Vigencia::SemDocumento:
+    case Alcance::SemDocumento:
         return {EstadoDePrazo::SemDocumento, ate, dias, afericao.Numero};
-    case Vigencia::Acabou:
+    case Alcance::Acabou:
         return {EstadoDePrazo::Vencido, ate, dias, afericao.Numero};
     default:
         return {EstadoDePrazo::Nenhum, ate, dias, afericao.Numero};
@@ -95,22 +95,22 @@ std::optional<Prazos::Situacao> Prazos::DoSensor(std::span<const Afericao> aferi
     const Afericao *acabada = nullptr; // the latest
     bool outraVem = false;
     for (const Afericao &afericao : afericoes) {
-        switch (VigenciaNoDia(afericao.Periodo, dia)) {
-        case Vigencia::EmVigor:
+        switch (AlcanceNoDia(afericao.Periodo, dia)) {
+        case Alcance::EmVigor:
             if (emVigor != nullptr) {
                 return std::nullopt;
             }
             emVigor = &afericao;
             break;
-        case Vigencia::SemDocumento:
+        case Alcance::SemDocumento:
             semDocumento = &afericao;
             break;
-        case Vigencia::Acabou:
+        case Alcance::Acabou:
             if (acabada == nullptr || acabada->Periodo.Ate < afericao.Periodo.Ate) {
                 acabada = &afericao;
             }
             break;
-        case Vigencia::NaoComecou:
+        case Alcance::NaoComecou:
             outraVem = true;
         }
     }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "services/VigenciaNoDia.h"
+#include "services/PeriodoDaAfericao.h"
 
 #include <cstdint>
 #include <optional>

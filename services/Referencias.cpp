@@ -17,7 +17,7 @@ Referencias::Referencias()
         m_Rejeicoes.push_back({CLng(linha.at(0)), linha.at(1)});
     }
     for (const LinhaDeDados &linha : LeTabelaDeDados("tipos.tsv")) {
-        m_Tipos.push_back({linha.at(0), linha.at(1) == "1", linha.at(2)});
+        m_Tipos.push_back({linha.at(0), linha.at(1) == "1", linha.at(2), linha.at(3)});
     }
 }
 

@@ -19,6 +19,7 @@ struct TipoOferecido {
     std::string Codigo;
     bool TrabFoto = false; // of the photo-work mode
     std::string Medidores; // the meter types that have equipment of it, one digit each
+    std::string Nome;      // as the screens have it
 
     bool Em(std::int32_t tipoAgente) const;
 };

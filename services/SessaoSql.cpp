@@ -20,6 +20,7 @@
 #include "services/ServicoLimites.h"
 #include "services/ServicoLogradouros.h"
 #include "services/ServicoPrazos.h"
+#include "services/ServicoProva.h"
 #include "services/ServicoUsuarios.h"
 #include "services/Usuarios.h"
 
@@ -111,6 +112,7 @@ const std::map<ChaveOperacao, Atendimento> &Atendimentos()
         {{"PrazosRN", "consultaPainel"}, Atende(le, &ServicoPrazos::Painel)},
         {{"PrazosRN", "listaPrazos"}, Atende(le, &ServicoPrazos::Lista)},
         {{"PrazosRN", "consultaEstados"}, Atende(le, &ServicoPrazos::Estados)},
+        {{"ProvaRN", "consultaProva"}, Atende(le, &ServicoProva::Consulta)},
     };
     return tabela;
 }

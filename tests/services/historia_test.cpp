@@ -2,24 +2,21 @@
 // against a count of every change.
 #include "services/Dialetos.h"
 #include "services/MapaRegistro.h"
-#include "services/ServicoAfericoes.h"
-#include "services/ServicoDocumentos.h"
 #include "services/ServicoEquipamentos.h"
-#include "services/ServicoHistoria.h"
 #include "services/ServicoLimites.h"
+#include "tests/services/ContagemDeDias.h"
+#include "tests/services/Oficina.h"
 #include "tests/services/ServicosTeste.h"
 
-#include <cmath>
 #include <cstdlib>
 #include <map>
-#include <memory>
-#include <random>
 #include <string>
-#include <type_traits>
 #include <utility>
 #include <vector>
 
 using namespace mesa;
+using namespace oficina;
+using namespace contagem;
 
 namespace {
 
@@ -219,110 +216,6 @@ TEST_F(ServicosHistoria, ComoConhecido_AfterTheClockWentBack_IsAStateThatThereWa
     EXPECT_EQ(em(24), "de 23");
     EXPECT_EQ(em(25), "de 23");
 }
-
-// Operations of one person on the services, many in one transaction.
-class Oficina {
-  public:
-    static constexpr std::int32_t Fuso = -180;
-
-    Oficina() : m_Quem(m_Registro.Sessao("ana")->Operador())
-    {
-        m_Banco = std::make_unique<Banco>(DialetoPara(m_Registro.Caminho()), m_Registro.Caminho(), Agora());
-    }
-
-    Banco &Dados() { return *m_Banco; }
-    Instante Agora() const { return {m_Agora, Fuso}; }
-    void PassaSegundos(std::int32_t n) { m_Agora.Valor += n / 86400.0; }
-    void PassaAte(Data quando) { m_Agora = quando; }
-
-    // The operation of the service, as a session has it run.
-    template <class Servico, class Resposta, class Pedido>
-    Resposta Pede(Resposta (Servico::*operacao)(Pedido &), const Ref<std::remove_const_t<Pedido>> &pedido)
-    {
-        if constexpr (!std::is_const_v<Pedido>) {
-            Marca(*pedido);
-        }
-        Operacao contexto(*m_Banco, m_Quem, Agora(), CustoDeTeste, "motivo", {});
-        Servico servico(contexto);
-        if constexpr (std::is_void_v<Resposta>) {
-            (servico.*operacao)(*pedido);
-            contexto.Entrega();
-        } else {
-            const Resposta resposta = (servico.*operacao)(*pedido);
-            contexto.Entrega();
-            return resposta;
-        }
-    }
-    double Documento()
-    {
-        Operacao contexto(*m_Banco, m_Quem, Agora(), CustoDeTeste, "", {});
-        return ServicoDocumentos(contexto).Guarda(Pdf(std::to_string(++m_Documentos)));
-    }
-    EquipamentoConhecido ComoConhecido(std::int32_t numero, const Instante &quando)
-    {
-        Operacao contexto(*m_Banco, m_Quem, Agora(), CustoDeTeste, "", {});
-        return ServicoHistoria(contexto).ComoConhecido(numero, quando);
-    }
-    double Vigente(std::int32_t numero, Data dia)
-    {
-        return Pede(&ServicoAfericoes::Vigente, Com(Novo<ConsultaAfericaoED>(), &ConsultaAfericaoED::NroIntEquip,
-                                                    numero, &ConsultaAfericaoED::DtInfracao, dia))
-            ->NroIntAfericao;
-    }
-    // Active rows by the services.
-    std::string Consultado(std::int32_t numero)
-    {
-        const auto equipto = Pede(&ServicoEquipamentos::Consulta, SoNumero(numero));
-        equipto->ListaLimiteDif =
-            Pede(&ServicoLimites::ListaLimites, Com(Novo<LimiteDifED>(), &LimiteDifED::NroIntEquip, numero))
-                ->ListaLimiteDif.Valor();
-        equipto->ListaDiaEspecifico =
-            Pede(&ServicoLimites::ListaDias, Com(Novo<DiaEspecificoED>(), &DiaEspecificoED::NroIntEquip, numero))
-                ->ListaDiaEspecifico.Valor();
-        return equipto->Texto();
-    }
-    std::int32_t Ultimo(const QString &tabela, const QString &chave)
-    {
-        Consulta ultimo(*m_Banco, "SELECT MAX(" + chave + ") FROM " + tabela);
-        ultimo.Proxima();
-        return static_cast<std::int32_t>(ultimo.Inteiro(0));
-    }
-
-  private:
-    // With the version of its row, as whoever has just read it.
-    std::int64_t Versao(const QString &tabela, const QString &chave, std::int32_t numero)
-    {
-        Consulta linha(*m_Banco, "SELECT Versao FROM " + tabela + " WHERE " + chave + " = ?", {numero});
-        return linha.Proxima() ? linha.Inteiro(0) : 0;
-    }
-    void Marca(EquiptoED &equipto)
-    {
-        equipto.VersaoLida = Versao("EQUIPAMENTO", "NroIntEquip", equipto.NroIntEquip);
-        const ListaDe<LimiteDifED> &limites = equipto.ListaLimiteDif;
-        for (std::int32_t n = 1; !limites.Nada() && n <= limites->Count(); ++n) {
-            Marca(*limites->Item(n));
-        }
-    }
-    void Marca(LimiteDifED &limite) { limite.VersaoLida = Versao("LIMITE", "NroInt", limite.NroInt); }
-    void Marca(DiaEspecificoED &dia) { dia.VersaoLida = Versao("DIA", "NroInt", dia.NroInt); }
-
-    RegistroDeTeste m_Registro;
-    Operador m_Quem;
-    std::unique_ptr<Banco> m_Banco;
-    Data m_Agora = DataDe(20, 11, 2026, 10, 0, 0);
-    int m_Documentos = 0;
-};
-
-class Sorte {
-  public:
-    explicit Sorte(unsigned semente) : m_Gerador(semente) {}
-    // From 0 to n - 1.
-    int Ate(int n) { return static_cast<int>(m_Gerador() % static_cast<unsigned>(n)); }
-    bool UmaEm(int n) { return Ate(n) == 0; }
-
-  private:
-    std::mt19937 m_Gerador;
-};
 
 // One equipment, and what happens to it.
 class Vida {
@@ -553,41 +446,6 @@ TEST_P(HistoriasAoAcaso, ComoConhecido_IsTheCopyThatWasTakenAtTheTime)
 }
 
 INSTANTIATE_TEST_SUITE_P(, HistoriasAoAcaso, testing::Range(1U, 5U));
-
-// When a row was active, as who changed it remembers: seconds of the place's clock, each with what it then was.
-using Memoria = std::vector<std::pair<std::int64_t, bool>>;
-
-std::int64_t Segundos(Data data)
-{
-    return std::llround(data.Valor * 86400.0);
-}
-
-// In which place the row is believed for the day that begins at that second, by looking at the day second by second
-// where something happened; -1 when it does not count.
-std::int64_t Lugar(const Memoria &memoria, std::int64_t inicio)
-{
-    const std::int64_t fim = inicio + 86399;
-    const auto em = [&](std::int64_t segundo) { // 0 unknown yet, 1 active, 2 not
-        int estado = 0;
-        for (const auto &[quando, ativa] : memoria) {
-            if (quando <= segundo) {
-                estado = ativa ? 1 : 2;
-            }
-        }
-        return estado;
-    };
-    bool ativa = em(inicio - 1) == 1; // the day on which it ends counts, at whatever moment it does
-    for (const auto &[quando, agora] : memoria) {
-        ativa = ativa || (quando >= inicio && quando <= fim && agora);
-    }
-    if (ativa) {
-        return 0;
-    }
-    if (memoria.front().first <= fim || !memoria.front().second) {
-        return -1;
-    }
-    return memoria.front().first / 86400 * 2 + (memoria.back().second ? 0 : 1);
-}
 
 // HISTORIAS: how many, instead of 60.
 TEST(VigenciaAoAcaso, Vigente_OfEachDay_IsAsEveryChangeTogetherSays)

@@ -154,10 +154,10 @@ TEST(Prazos, DaAfericao_AtTheBounds_CountsBothEnds)
         EXPECT_EQ(Prazos::DaAfericao({{20200101, caso.Vence, true}, 7}, caso.Hoje), esperada)
             << caso.Hoje << " " << caso.Vence;
     }
-    EXPECT_EQ(VigenciaNoDia({20261120, 20261120, true}, 20261119), Vigencia::NaoComecou);
-    EXPECT_EQ(VigenciaNoDia({20261120, 20261120, true}, 20261120), Vigencia::EmVigor);
-    EXPECT_EQ(VigenciaNoDia({20261120, 20261120, false}, 20261120), Vigencia::SemDocumento);
-    EXPECT_EQ(VigenciaNoDia({20261120, 20261120, true}, 20261121), Vigencia::Acabou);
+    EXPECT_EQ(AlcanceNoDia({20261120, 20261120, true}, 20261119), Alcance::NaoComecou);
+    EXPECT_EQ(AlcanceNoDia({20261120, 20261120, true}, 20261120), Alcance::EmVigor);
+    EXPECT_EQ(AlcanceNoDia({20261120, 20261120, false}, 20261120), Alcance::SemDocumento);
+    EXPECT_EQ(AlcanceNoDia({20261120, 20261120, true}, 20261121), Alcance::Acabou);
 }
 
 TEST(Prazos, DoSensor_TwoInForce_CannotBeTold)

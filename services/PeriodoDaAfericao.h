@@ -12,7 +12,7 @@ struct PeriodoDaAfericao {
 };
 
 // How a calibration stands to a day.
-enum class Vigencia {
+enum class Alcance {
     EmVigor,
     SemDocumento, // the day is its own, and there is nothing to prove it by
     NaoComecou,
@@ -20,6 +20,6 @@ enum class Vigencia {
 };
 
 // What is in force on a civil day is decided here and nowhere else: for a notice of infraction as for the deadlines.
-Vigencia VigenciaNoDia(const PeriodoDaAfericao &afericao, std::int32_t dia);
+Alcance AlcanceNoDia(const PeriodoDaAfericao &afericao, std::int32_t dia);
 
 } // namespace mesa
