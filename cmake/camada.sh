@@ -61,7 +61,12 @@ roda)
     else
         serve
     fi
-    "$carregador" "$@" | tr -d '\r'
+    # A program that ends badly may not have said a word.
+    "$carregador" "$@" | tr -d '\r' || {
+        saida=$?
+        echo "$1 ended with $saida."
+        exit "$saida"
+    }
     ;;
 liga)
     "${BASH_SOURCE[0]}" "$pasta" desliga
