@@ -78,6 +78,12 @@ void ArquivoNovo::TomaOLugar()
         FalhaDeArquivo(errno, Ato());
     }
     m_NoLugar = true;
+    const std::filesystem::path pasta = m_Lugar.has_parent_path() ? m_Lugar.parent_path() : ".";
+    const int aberta = open(pasta.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (aberta >= 0) { // its name too; a disk that does not know how to keeps it as it does
+        fsync(aberta);
+        close(aberta);
+    }
 }
 
 void Gravacao::Poe(std::string_view octetos)

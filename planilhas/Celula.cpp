@@ -29,6 +29,13 @@ std::size_t FimDosDigitos(std::string_view texto, std::size_t onde)
     return onde;
 }
 
+// Digits alone, without a zero in front.
+bool EhNaturalSimples(std::string_view texto)
+{
+    return !texto.empty() && texto.size() <= MaisDigitos && (texto[0] != '0' || texto.size() == 1) &&
+           FimDosDigitos(texto, 0) == texto.size();
+}
+
 std::string DuasCasas(int numero)
 {
     return (numero < 10 ? "0" : "") + std::to_string(numero);
@@ -138,6 +145,9 @@ Celula CelulaDeErro(std::string nome)
 
 std::optional<std::string> NumeroDecimal(std::string_view texto)
 {
+    if (EhNaturalSimples(texto)) {
+        return std::string(texto); // as most are
+    }
     const bool negativo = texto.starts_with('-');
     std::size_t onde = negativo || texto.starts_with('+') ? 1 : 0;
     const std::size_t fimInteiro = FimDosDigitos(texto, onde);

@@ -142,9 +142,10 @@ lxw_format *EscritorXlsx::Formato(const char *codigo)
 void EscritorXlsx::Folha(const std::string &nome)
 {
     m_Regras.NovaFolha(nome);
+    errno = 0;
     m_Folha = workbook_add_worksheet(m_Livro, nome.c_str());
     if (m_Folha == nullptr) {
-        FalhaDeArquivo(errno, m_Arquivo.Ato());
+        FalhaDeArquivo(errno != 0 ? errno : EIO, m_Arquivo.Ato());
     }
     m_Escritas.push_back({0, InicioDaSoma});
 }

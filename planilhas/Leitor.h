@@ -35,7 +35,7 @@ class Leitor {
     Leitor &operator=(const Leitor &) = delete;
     virtual ~Leitor() = default;
 
-    // Names of the sheets in their order. A file of text is one sheet without a name.
+    // Names of the sheets in their order, hidden ones too. A file of text is one sheet without a name.
     virtual const std::vector<std::string> &Folhas() = 0;
     // Goes to the beginning of a sheet, which counts from 0: fault 9 when there is none. At first it is the first one.
     virtual void Escolhe(std::size_t folha) = 0;
