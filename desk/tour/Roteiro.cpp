@@ -56,7 +56,9 @@ int NoEstado(int estado)
     for (const QWidget *inicio : Principal()->findChildren<QWidget *>("Inicio")) {
         const auto *botao = inicio->findChild<QWidget *>(QString("estado%1").arg(estado));
         if (inicio->isVisible() && botao != nullptr) {
-            return botao->findChild<QLabel *>("quantos")->text().toInt();
+            bool contado = false;
+            const int quantos = botao->findChild<QLabel *>("quantos")->text().toInt(&contado);
+            return contado ? quantos : -1;
         }
     }
     return -1;

@@ -18,20 +18,34 @@ namespace {
 constexpr int LinhasDeAltura = 9; // of text
 constexpr int Folga = 2;
 
-class BarraDoMes : public QAbstractButton {
+} // namespace
+
+class GraficoDeMeses::Barra : public QAbstractButton {
   public:
-    BarraDoMes(MesNoPainel mes, std::int32_t maior, QWidget *dono)
-        : QAbstractButton(dono),
-          m_Mes(std::move(mes)),
-          m_Maior(maior)
+    explicit Barra(QWidget *dono) : QAbstractButton(dono)
     {
-        setObjectName(QString("mes%1").arg(m_Mes.Mes));
-        setAccessibleName(Q(m_Mes.Frase));
-        setToolTip(Q(m_Mes.Frase));
         setFocusPolicy(Qt::ClickFocus);
         setCursor(Qt::PointingHandCursor);
         setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     }
+
+    // maior: the most of all months.
+    void Mostra(const MesNoPainel &mes, std::int32_t maior)
+    {
+        m_Mes = mes;
+        m_Maior = maior;
+        m_Contada = true;
+        setObjectName(QString("mes%1").arg(mes.Mes));
+        setAccessibleName(Q(mes.Frase));
+        setToolTip(Q(mes.Frase));
+        update();
+    }
+    void Espera()
+    {
+        m_Contada = false;
+        update();
+    }
+    const MesNoPainel &Mes() const { return m_Mes; }
 
     QSize sizeHint() const override
     {
@@ -48,48 +62,33 @@ class BarraDoMes : public QAbstractButton {
     {
         QPainter pincel(this);
         const int linha = fontMetrics().height();
-        const QRect base(0, linha, width(), height() - 3 * linha);
-        const QColor texto = palette().color(QPalette::WindowText);
+        const int chao = height() - 2 * linha;
+        const int alta =
+            m_Contada && m_Mes.Quantas > 0
+                ? std::max(2, static_cast<int>(static_cast<double>(chao - linha) * m_Mes.Quantas / m_Maior))
+                : 0;
         const QColor cor =
             Legivel(palette().color(QPalette::Highlight), {palette().color(QPalette::Window)}, ContrasteDeSinal);
-        if (m_Mes.Quantas > 0) {
-            const int alta =
-                std::max(2, static_cast<int>(static_cast<double>(base.height()) * m_Mes.Quantas / m_Maior));
-            const QRect barra(Folga, base.bottom() + 1 - alta, width() - 2 * Folga, alta);
-            pincel.fillRect(barra, underMouse() || isDown() ? cor.darker(115) : cor);
-        }
-        pincel.setPen(texto);
-        pincel.drawLine(0, base.bottom() + 1, width(), base.bottom() + 1);
-        const QString quantas = QString::number(m_Mes.Quantas);
-        const int topo =
-            base.bottom() + 1 -
-            (m_Mes.Quantas == 0
-                 ? 0
-                 : std::max(2, static_cast<int>(static_cast<double>(base.height()) * m_Mes.Quantas / m_Maior)));
-        if (fontMetrics().horizontalAdvance(quantas) <= width()) {
-            pincel.drawText(QRect(0, topo - linha, width(), linha), Qt::AlignCenter, quantas);
+        pincel.fillRect(QRect(Folga, chao - alta, width() - 2 * Folga, alta), cor);
+        pincel.setPen(palette().color(QPalette::WindowText));
+        pincel.drawLine(0, chao, width(), chao);
+        const auto escreve = [&](int topo, const QString &texto, const QString &curto) {
+            pincel.drawText(QRect(0, topo, width(), linha), Qt::AlignCenter,
+                            fontMetrics().horizontalAdvance(texto) <= width() ? texto : curto);
+        };
+        if (m_Contada) {
+            escreve(chao - alta - linha, QString::number(m_Mes.Quantas), "");
         }
         const QString mes = Q(m_Mes.Curto);
-        pincel.drawText(QRect(0, height() - 2 * linha, width(), linha), Qt::AlignCenter,
-                        fontMetrics().horizontalAdvance(mes) <= width() ? mes : mes.left(1));
-        if (!m_Mes.Ano.empty()) {
-            const QString ano = Q(m_Mes.Ano);
-            pincel.drawText(QRect(0, height() - linha, width(), linha), Qt::AlignCenter,
-                            fontMetrics().horizontalAdvance(ano) <= width() ? ano : ano.right(2));
-        }
+        const QString ano = Q(m_Mes.Ano);
+        escreve(chao, mes, mes.left(1));
+        escreve(chao + linha, ano, ano.right(2));
         if (hasFocus()) {
             QPen pena(CorDe(Cor::Foco));
             pena.setWidth(2);
             pincel.setPen(pena);
             pincel.drawRect(rect().adjusted(1, 1, -1, -1));
         }
-    }
-    bool event(QEvent *evento) override
-    {
-        if (evento->type() == QEvent::Enter || evento->type() == QEvent::Leave) {
-            update();
-        }
-        return QAbstractButton::event(evento);
     }
     void keyPressEvent(QKeyEvent *evento) override
     {
@@ -102,10 +101,9 @@ class BarraDoMes : public QAbstractButton {
 
   private:
     MesNoPainel m_Mes;
-    std::int32_t m_Maior;
+    std::int32_t m_Maior = 1;
+    bool m_Contada = false;
 };
-
-} // namespace
 
 GraficoDeMeses::GraficoDeMeses(std::function<void(const MesNoPainel &)> abre, QWidget *dono)
     : QWidget(dono),
@@ -120,25 +118,28 @@ GraficoDeMeses::GraficoDeMeses(std::function<void(const MesNoPainel &)> abre, QW
 
 void GraficoDeMeses::Mostra(const std::vector<MesNoPainel> &meses, QWidget *depoisDe)
 {
-    while (QLayoutItem *antiga = m_Barras->takeAt(0)) {
-        antiga->widget()->hide();
-        antiga->widget()->deleteLater(); // it may be the one that was pressed
-        delete antiga;
-    }
     std::int32_t maior = 1;
     for (const MesNoPainel &mes : meses) {
         maior = std::max(maior, mes.Quantas);
     }
-    for (const MesNoPainel &mes : meses) {
-        auto *barra = new BarraDoMes(mes, maior, this);
-        barra->installEventFilter(this);
-        connect(barra, &QAbstractButton::clicked, this, [this, mes] { m_Abre(mes); });
-        m_Barras->addWidget(barra);
-        setTabOrder(depoisDe, barra);
-        depoisDe = barra;
+    for (std::size_t n = 0; n < meses.size(); ++n) {
+        if (n == m_DosMeses.size()) {
+            auto *barra = new Barra(this);
+            barra->installEventFilter(this);
+            connect(barra, &QAbstractButton::clicked, this, [this, barra] { m_Abre(MesNoPainel(barra->Mes())); });
+            m_Barras->addWidget(barra);
+            setTabOrder(n == 0 ? depoisDe : m_DosMeses.back(), barra);
+            barra->setFocusPolicy(n == 0 ? Qt::StrongFocus : Qt::ClickFocus);
+            m_DosMeses.push_back(barra);
+        }
+        m_DosMeses[n]->Mostra(meses[n], maior);
     }
-    if (m_Barras->count() > 0) {
-        m_Barras->itemAt(0)->widget()->setFocusPolicy(Qt::StrongFocus);
+}
+
+void GraficoDeMeses::Espera()
+{
+    for (Barra *barra : m_DosMeses) {
+        barra->Espera();
     }
 }
 

@@ -22,14 +22,20 @@ class GraficoDeMeses : public QWidget {
     // depoisDe: behind which they are on the way of Tab.
     void Mostra(const std::vector<MesNoPainel> &meses, QWidget *depoisDe);
 
+    // They are being counted: no number is shown.
+    void Espera();
+
   protected:
     bool eventFilter(QObject *objeto, QEvent *evento) override;
 
   private:
+    class Barra;
+
     void VaiPara(int posicao);
 
     std::function<void(const MesNoPainel &)> m_Abre;
     QHBoxLayout *m_Barras;
+    std::vector<Barra *> m_DosMeses;
 };
 
 } // namespace mesa

@@ -88,9 +88,9 @@ JanelaDePrazos::JanelaDePrazos(ListaDePrazos lista, std::function<void(const Equ
     m_ComandosDeTabela->MudouVistas = [this] { Filtra(); };
     m_Filtro = new CampoDeFiltro("prazos_filtro", m_Linhas, this);
     m_Abrir = FazBotao("abrir", "Ab&rir equipamento", this);
-    m_Mais = FazBotao("mais", "Mostrar &mais", this);
+    m_Mais = FazBotao("mais", "Mostrar mai&s", this);
     QPushButton *atualizar = FazBotao("atualizar", "A&tualizar", this);
-    m_Calendario = FazBotao("calendario", "Salvar &calendário...", this);
+    m_Calendario = FazBotao("calendario", "Salvar ca&lendário...", this);
 
     auto *pe = new QHBoxLayout;
     pe->addWidget(m_Nota, 1);

@@ -34,37 +34,7 @@ constexpr int LadoDoIcone = 24;
 constexpr int LinhasDosGrupos = 8; // that are seen at once
 constexpr int Margem = 12;
 
-// A state as a button: icon, number and words.
-class BotaoDoEstado : public QPushButton {
-  public:
-    BotaoDoEstado(const EstadoNoPainel &estado, QWidget *dono) : QPushButton(dono)
-    {
-        setObjectName(QString("estado%1").arg(static_cast<int>(estado.Qual)));
-        setAccessibleName(Q(estado.Frase));
-        setToolTip(Q(estado.Frase));
-        auto *icone = new QLabel(this);
-        PoeIcone(*icone, Q(estado.Icone), LadoDoIcone);
-        auto *quantos = FazTexto("quantos", QString::number(estado.Quantos), this);
-        QFont letra = quantos->font();
-        letra.setPointSizeF(letra.pointSizeF() * 1.4);
-        letra.setBold(true);
-        quantos->setFont(letra);
-        quantos->setWordWrap(false);
-        auto *nome = FazTexto("nome", Q(estado.Nome), this);
-        auto *tudo = new QHBoxLayout(this);
-        tudo->addWidget(icone);
-        tudo->addWidget(quantos);
-        tudo->addWidget(nome, 1);
-        for (QLabel *rotulo : {icone, quantos, nome}) {
-            rotulo->setAttribute(Qt::WA_TransparentForMouseEvents);
-        }
-        setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
-    }
-    QSize sizeHint() const override { return layout()->sizeHint(); }
-    QSize minimumSizeHint() const override { return layout()->minimumSize(); }
-    bool hasHeightForWidth() const override { return true; }
-    int heightForWidth(int largura) const override { return layout()->totalHeightForWidth(largura); }
-};
+const QString Contando = "...";
 
 QFont Titulo(const QFont &letra)
 {
@@ -74,6 +44,53 @@ QFont Titulo(const QFont &letra)
 }
 
 } // namespace
+
+// A state as a button: icon, number and words.
+class PainelQt::BotaoDoEstado : public QPushButton {
+  public:
+    BotaoDoEstado(const EstadoNoPainel &estado, QWidget *dono)
+        : QPushButton(dono),
+          m_Nome(Q(estado.Nome)),
+          m_Quantos(FazTexto("quantos", "", this))
+    {
+        setObjectName(QString("estado%1").arg(static_cast<int>(estado.Qual)));
+        auto *icone = new QLabel(this);
+        PoeIcone(*icone, Q(estado.Icone), LadoDoIcone);
+        QFont letra = m_Quantos->font();
+        letra.setPointSizeF(letra.pointSizeF() * 1.4);
+        letra.setBold(true);
+        m_Quantos->setFont(letra);
+        m_Quantos->setWordWrap(false);
+        auto *nome = FazTexto("nome", m_Nome, this);
+        auto *tudo = new QHBoxLayout(this);
+        tudo->addWidget(icone);
+        tudo->addWidget(m_Quantos);
+        tudo->addWidget(nome, 1);
+        for (QLabel *rotulo : {icone, m_Quantos, nome}) {
+            rotulo->setAttribute(Qt::WA_TransparentForMouseEvents);
+        }
+        setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    }
+
+    void Mostra(const EstadoNoPainel &estado) { Diz(QString::number(estado.Quantos), Q(estado.Frase)); }
+    void Espera() { Diz(Contando, m_Nome + ": contando"); }
+
+    QSize sizeHint() const override { return layout()->sizeHint(); }
+    QSize minimumSizeHint() const override { return layout()->minimumSize(); }
+    bool hasHeightForWidth() const override { return true; }
+    int heightForWidth(int largura) const override { return layout()->totalHeightForWidth(largura); }
+
+  private:
+    void Diz(const QString &quantos, const QString &frase)
+    {
+        m_Quantos->setText(quantos);
+        setAccessibleName(frase);
+        setToolTip(frase);
+    }
+
+    QString m_Nome;
+    QLabel *m_Quantos;
+};
 
 PainelQt::PainelQt(Pedidos pedidos, QWidget *dono)
     : QWidget(dono),
@@ -92,7 +109,7 @@ PainelQt::PainelQt(Pedidos pedidos, QWidget *dono)
     m_Resumo = FazTexto("resumoDosPrazos", "", this);
     m_Falhas = FazTexto("falhasDosPrazos", "", this);
     Colore(*m_Falhas, Cor::Erro);
-    m_TentarDeNovo = FazBotao("tentarDeNovo", "Tentar de no&vo", this);
+    m_TentarDeNovo = FazBotao("tentarDeNovo", "Tentar de &novo", this);
     connect(m_TentarDeNovo, &QPushButton::clicked, this, [this] { Le(m_Painel.DocumentosConferidos()); });
     tudo->addWidget(titulo);
     tudo->addWidget(m_Resumo);
@@ -111,7 +128,7 @@ PainelQt::PainelQt(Pedidos pedidos, QWidget *dono)
     MontaCabeca();
     MontaGrupos();
     auto *comandos = new LeiauteEmFluxo;
-    auto *rotulo = new QLabel("A&grupar por:", m_Numeros);
+    auto *rotulo = new QLabel("&Agrupar por:", m_Numeros);
     rotulo->setBuddy(m_Agrupar);
     for (QWidget *comando :
          std::initializer_list<QWidget *>{rotulo, m_Agrupar, m_Atualizar, m_Conferir, m_Calendario}) {
@@ -133,9 +150,9 @@ void PainelQt::MontaCabeca()
     for (const char *por : {"Nada", "Setor", "Município", "Tipo"}) {
         m_Agrupar->addItem(por);
     }
-    m_Atualizar = FazBotao("atualizarPrazos", "At&ualizar", m_Numeros);
-    m_Conferir = FazBotao("conferirDocumentos", "Conferir &documentos", m_Numeros);
-    m_Calendario = FazBotao("salvarCalendario", "Salvar ca&lendário...", m_Numeros);
+    m_Atualizar = FazBotao("atualizarPrazos", "A&tualizar", m_Numeros);
+    m_Conferir = FazBotao("conferirDocumentos", "C&onferir documentos", m_Numeros);
+    m_Calendario = FazBotao("salvarCalendario", "&Salvar calendário...", m_Numeros);
     connect(m_Agrupar, &QComboBox::activated, this, [this](int qual) {
         m_Painel.Agrupa(static_cast<AgrupamentoDePrazos>(qual));
         Le(m_Painel.DocumentosConferidos());
@@ -164,7 +181,11 @@ void PainelQt::LeAoAparecer()
     m_Pendente = true;
     m_Resumo->setText("Contando os prazos...");
     m_Resumo->show();
-    m_Numeros->setEnabled(false);
+    for (BotaoDoEstado *botao : m_Botoes) {
+        botao->Espera();
+    }
+    m_Grupos->hide();
+    m_Meses->Espera();
     update();
 }
 
@@ -190,10 +211,16 @@ void PainelQt::paintEvent(QPaintEvent *evento)
 void PainelQt::focusInEvent(QFocusEvent *evento)
 {
     QWidget::focusInEvent(evento);
-    if (QLayoutItem *primeiro = m_Estados->itemAt(0); primeiro != nullptr) {
-        primeiro->widget()->setFocus(evento->reason());
-    } else if (m_TentarDeNovo->isVisible()) {
-        m_TentarDeNovo->setFocus(evento->reason());
+    RecebeFoco();
+}
+
+// Until there is something to work with, the panel keeps the keyboard itself.
+void PainelQt::RecebeFoco()
+{
+    if (m_TentarDeNovo->isVisible()) {
+        m_TentarDeNovo->setFocus();
+    } else if (!m_Botoes.empty()) {
+        m_Botoes.front()->setFocus();
     }
 }
 
@@ -231,43 +258,39 @@ void PainelQt::Mostra()
     m_Falhas->setText(falhas.join("\n"));
     m_Falhas->setVisible(!falhas.isEmpty());
     m_TentarDeNovo->setVisible(!falhas.isEmpty());
-    m_Numeros->setEnabled(true);
     m_Numeros->setVisible(lido);
     MostraEstados();
     MostraGrupos();
     m_Meses->Mostra(m_Painel.Meses(), m_Grupos);
+    if (hasFocus()) {
+        RecebeFoco();
+    }
 }
 
 void PainelQt::MostraEstados()
 {
-    const QString focado = QApplication::focusWidget() == nullptr ? "" : QApplication::focusWidget()->objectName();
-    while (QLayoutItem *antigo = m_Estados->takeAt(0)) {
-        antigo->widget()->hide();
-        antigo->widget()->deleteLater();
-        delete antigo;
-    }
-    int posicao = 0;
-    QWidget *anterior = nullptr;
-    for (const EstadoNoPainel &estado : m_Painel.Estados()) {
-        auto *botao = new BotaoDoEstado(estado, m_Numeros);
+    const std::vector<EstadoNoPainel> &estados = m_Painel.Estados();
+    for (std::size_t n = m_Botoes.size(); n < estados.size(); ++n) {
+        auto *botao = new BotaoDoEstado(estados[n], m_Numeros);
         connect(botao, &QPushButton::clicked, this,
-                [this, qual = estado.Qual] { m_Pedidos.AbreLista(m_Painel.Atras(qual)); });
+                [this, qual = estados[n].Qual] { m_Pedidos.AbreLista(m_Painel.Atras(qual)); });
+        const int posicao = static_cast<int>(n);
         m_Estados->addWidget(botao, posicao / EstadosPorLinha, posicao % EstadosPorLinha);
-        if (anterior != nullptr) {
-            setTabOrder(anterior, botao);
+        if (!m_Botoes.empty()) {
+            setTabOrder(m_Botoes.back(), botao);
         }
-        anterior = botao;
-        ++posicao;
-        if (botao->objectName() == focado) {
-            botao->setFocus();
+        m_Botoes.push_back(botao);
+        if (n + 1 == estados.size()) {
+            QWidget *anterior = botao;
+            for (QWidget *seguinte :
+                 std::initializer_list<QWidget *>{m_Agrupar, m_Atualizar, m_Conferir, m_Calendario, m_Grupos}) {
+                setTabOrder(anterior, seguinte);
+                anterior = seguinte;
+            }
         }
     }
-    for (QWidget *seguinte :
-         std::initializer_list<QWidget *>{m_Agrupar, m_Atualizar, m_Conferir, m_Calendario, m_Grupos}) {
-        if (anterior != nullptr) {
-            setTabOrder(anterior, seguinte);
-        }
-        anterior = seguinte;
+    for (std::size_t n = 0; n < estados.size(); ++n) {
+        m_Botoes[n]->Mostra(estados[n]);
     }
 }
 

@@ -33,7 +33,7 @@ class PainelQt : public QWidget {
 
     PainelQt(Pedidos pedidos, QWidget *dono);
 
-    // What was read before is of another moment, and so dimmed; it is read again once the panel has been painted.
+    // Nothing of what was read before is shown from now on. It is read again once the panel has been painted.
     void LeAoAparecer();
 
   protected:
@@ -41,10 +41,13 @@ class PainelQt : public QWidget {
     void focusInEvent(QFocusEvent *evento) override;
 
   private:
+    class BotaoDoEstado;
+
     void MontaCabeca();
     void MontaGrupos();
     void Le(bool confereDocumentos);
     void Mostra();
+    void RecebeFoco();
     void MostraEstados();
     void MostraGrupos();
     void AbreGrupo();
@@ -58,6 +61,7 @@ class PainelQt : public QWidget {
     QPushButton *m_TentarDeNovo;
     QWidget *m_Numeros;
     QGridLayout *m_Estados;
+    std::vector<BotaoDoEstado *> m_Botoes;
     QLabel *m_Regra;
     QComboBox *m_Agrupar;
     QPushButton *m_Atualizar;

@@ -166,7 +166,9 @@ class PainelNaTelaTeste : public MesaTeste {
     int Quantos(int estado)
     {
         auto *botao = Painel()->findChild<QPushButton *>(QString("estado%1").arg(estado));
-        return botao == nullptr ? -1 : botao->findChild<QLabel *>("quantos")->text().toInt();
+        bool contado = false;
+        const int quantos = botao == nullptr ? 0 : botao->findChild<QLabel *>("quantos")->text().toInt(&contado);
+        return contado ? quantos : -1;
     }
     void EsperaPainel()
     {
@@ -239,7 +241,7 @@ TEST_F(PainelNaTelaTeste, Groups_OpenTheListOfTheirCell)
     EXPECT_EQ(grupos->item(1, 7)->text(), "1");
     Fotografa(mesa, "painel-grupos");
     grupos->setCurrentCell(1, 7);
-    emit grupos->activated(grupos->currentIndex());
+    Q_EMIT grupos->activated(grupos->currentIndex());
     auto *janela = mesa.findChild<QWidget *>("JanelaDePrazos");
     ASSERT_NE(janela, nullptr);
     EXPECT_EQ(janela->windowTitle(), "Prazos: Nunca aferido, Metrologia");
