@@ -127,6 +127,7 @@ EntradasDeTabela EntradasDaTabela(const std::vector<std::string> &antes)
     entradas.CopiarTudo = Escolhe(livres, "Copiar tudo");
     entradas.Imprimir = Escolhe(livres, "Imprimir lista...");
     entradas.Colunas = Escolhe(livres, "Colunas");
+    entradas.Exportar = Escolhe(livres, "Exportar lista...");
     return entradas;
 }
 

@@ -54,6 +54,7 @@ struct EntradasDeTabela {
     std::string Copiar;
     std::string CopiarTudo;
     std::string Imprimir;
+    std::string Exportar;
     std::string Colunas;
 };
 

@@ -1,17 +1,20 @@
 #include "desk/windows/ComandosDeTabela.h"
 
 #include "desk/windows/Dialogos.h"
+#include "desk/windows/EscolhaDeArquivo.h"
 #include "desk/windows/ImpressaoDeTabela.h"
 #include "desk/windows/Impressora.h"
 #include "desk/windows/JanelaDasColunas.h"
 #include "desk/windows/TelaDeAndamento.h"
 #include "host/Conversoes.h"
+#include "planilhas/ExportaTabela.h"
 #include "services/TextoQt.h"
 #include "tela/ComandosDeLista.h"
 #include "tela/Twips.h"
 
 #include <QAction>
 #include <QClipboard>
+#include <QFile>
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -186,6 +189,7 @@ void ComandosDeTabela::AdicionaAoMenu(QMenu &menu, const std::vector<std::string
     adiciona(entradas.Copiar, "copiar", "Ctrl+C", AtualVista(), &ComandosDeTabela::Copia);
     adiciona(entradas.CopiarTudo, "copiarTudo", "", ha, &ComandosDeTabela::CopiaTudo);
     adiciona(entradas.Imprimir, "imprimirLista", "Ctrl+P", ha, &ComandosDeTabela::Imprime);
+    adiciona(entradas.Exportar, "exportarLista", "", ha, &ComandosDeTabela::Exporta);
     QMenu *colunas = menu.addMenu(Q(entradas.Colunas));
     colunas->setObjectName("menuDasColunas");
     AdicionaColunas(*colunas);
@@ -333,6 +337,38 @@ void ComandosDeTabela::Imprime()
                 [&](const Segue &segue) { feita = ImpressaoDeTabela(impressa, impressora).Imprime(segue); });
     if (!feita && vivo) {
         AvisaEmCaixa("Não foi possível imprimir. Confira a impressora e as páginas pedidas.", m_Tabela->window());
+    }
+}
+
+void ComandosDeTabela::Exporta()
+{
+    const TabelaVista tabela = Tabela(Linhas());
+    if (tabela.Linhas.empty()) {
+        return;
+    }
+    const QString titulo = m_Cabeca().Titulo;
+    EscolhaDeArquivo escolha;
+    escolha.Titulo = "Exportar lista";
+    escolha.Filtros = "Planilha XLSX (*.xlsx);;Planilha ODS (*.ods);;Texto CSV (*.csv)";
+    escolha.Uso = "listas";
+    escolha.Nome = QString(titulo).replace('/', ' ');
+    escolha.Extensao = "xlsx";
+    const QPointer<ComandosDeTabela> vivo = this;
+    const QString escolhido = EscolheParaSalvar(escolha, m_Tabela->window());
+    if (escolhido.isEmpty() || !vivo) {
+        return;
+    }
+    std::string defeito;
+    FazNaFrente("A lista está sendo exportada.", true, m_Tabela->window(), [&](const Segue &segue) {
+        try {
+            planilhas::ExportaTabela(S(titulo), tabela.Titulos, tabela.Linhas)
+                .Grava(QFile::encodeName(escolhido).toStdString(), [&](double parte) { return segue(parte, ""); });
+        } catch (const Falha &falha) {
+            defeito = falha.Descricao;
+        }
+    });
+    if (!defeito.empty() && vivo) {
+        AvisaEmCaixa(Q(defeito), m_Tabela->window());
     }
 }
 

@@ -18,8 +18,8 @@ class QTableView;
 namespace mesa {
 
 // What can be done with every table besides its own commands: which columns are seen, in which order and how wide,
-// which is remembered for who works; its rows to the clipboard and on paper. By the heading's menu, by the table's, and
-// by keys.
+// which is remembered for who works; its rows to the clipboard, on paper and into a file. By the heading's menu, by the
+// table's, and by keys.
 class ComandosDeTabela : public QObject {
   public:
     struct Coluna {
@@ -28,7 +28,7 @@ class ComandosDeTabela : public QObject {
         int Largura = 0;       // as the table has it, in pixels
         bool Oferecida = true; // for people
     };
-    // What is printed above the rows.
+    // What is printed above the rows, and names the file that they are exported to.
     struct Cabeca {
         QString Titulo;
         QString Criterios;
@@ -50,6 +50,7 @@ class ComandosDeTabela : public QObject {
     void Copia();
     void CopiaTudo();
     void Imprime();
+    void Exporta();
 
   protected:
     bool eventFilter(QObject *objeto, QEvent *evento) override;

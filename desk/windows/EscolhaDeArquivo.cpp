@@ -8,6 +8,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QLineEdit>
+#include <QRegularExpression>
 #include <QStandardPaths>
 
 #include <utility>
@@ -64,6 +65,11 @@ QString Escolhe(const EscolhaDeArquivo &escolha, QFileDialog::AcceptMode como, Q
     dialogo.setAcceptMode(como);
     dialogo.setFileMode(como == QFileDialog::AcceptOpen ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
     dialogo.setDefaultSuffix(escolha.Extensao);
+    QObject::connect(&dialogo, &QFileDialog::filterSelected, &dialogo, [&](const QString &filtro) {
+        static const QRegularExpression umaExtensao("\\(\\*\\.(\\w+)\\)$");
+        const QRegularExpressionMatch dela = umaExtensao.match(filtro);
+        dialogo.setDefaultSuffix(dela.hasMatch() ? dela.captured(1) : escolha.Extensao);
+    });
     dialogo.setOption(QFileDialog::DontConfirmOverwrite, !escolha.Pergunta);
     // The name of a file that is there brings its folder along.
     if (como == QFileDialog::AcceptSave || QFile::exists(escolha.Nome)) {

@@ -16,7 +16,7 @@ struct EscolhaDeArquivo {
     QString Filtros;       // "PDF (*.pdf);;Todos os arquivos (*)"
     std::string Uso;       // whose folder is remembered; empty for none
     QString Nome = {};     // that is offered
-    QString Extensao = {}; // of a name that is typed without one
+    QString Extensao = {}; // of a name that is typed without one, until a kind with an extension of its own is chosen
     bool Pergunta = true;  // before a file is written over
 };
 

@@ -8,11 +8,15 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QComboBox>
+#include <QFile>
+#include <QFileDialog>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
+#include <QMessageBox>
 #include <QMimeData>
 #include <QPdfDocument>
 #include <QPrintDialog>
@@ -557,6 +561,89 @@ TEST_F(ListasTeste, CtrlP_PrintsTheRowsAsTheyAreSeen)
     ASSERT_EQ(uma.load(caminho), QPdfDocument::Error::None);
     ASSERT_EQ(uma.pageCount(), 1);
     EXPECT_NE(Pagina(uma, 0).find("Página 2 de " + std::to_string(paginas)), std::string::npos);
+}
+
+// The command of the list's menu, once the menu is there.
+void EscolheExportar()
+{
+    Quando("menuDaLista", [](QWidget &menu) {
+        const auto acoes = qobject_cast<QMenu *>(&menu)->actions();
+        const auto exportar =
+            std::ranges::find_if(acoes, [](const QAction *acao) { return acao->objectName() == "exportarLista"; });
+        ASSERT_NE(exportar, acoes.end());
+        const qsizetype marca = (*exportar)->text().indexOf('&');
+        ASSERT_GE(marca, 0);
+        QTest::keyClick(&menu, (*exportar)->text().at(marca + 1).toLower().toLatin1());
+    });
+}
+
+// Reads and closes the box in front, once there is one.
+void QuandoAvisa(QString &dito)
+{
+    QTimer::singleShot(0, qApp, [&dito] {
+        if (auto *caixa = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
+            dito = caixa->text();
+            QTest::keyClick(caixa, Qt::Key_Return);
+        } else {
+            QuandoAvisa(dito);
+        }
+    });
+}
+
+TEST_F(ListasTeste, ExportarLista_WritesTheRowsAsTheyAreSeen)
+{
+    JanelaComLista janela;
+    janela.Carrega(3);
+    janela.tabela->setFocus();
+    EscolheExportar();
+    Quando("EscolhaDeArquivo", [&](QWidget &escolha) {
+        auto &dialogo = dynamic_cast<QFileDialog &>(escolha);
+        EXPECT_EQ(dialogo.findChild<QLineEdit *>("fileNameEdit")->text(), "Equipamentos");
+        EXPECT_EQ(dialogo.defaultSuffix(), "xlsx");
+        auto *tipos = dialogo.findChild<QComboBox *>("fileTypeCombo");
+        tipos->setFocus();
+        QTest::keyClick(tipos, Qt::Key_Down); // from one kind to the next
+        EXPECT_EQ(dialogo.defaultSuffix(), "ods");
+        QTest::keyClick(tipos, Qt::Key_Down);
+        dialogo.setDirectory(pasta.path());
+        auto *nome = dialogo.findChild<QLineEdit *>("fileNameEdit");
+        nome->setFocus();
+        nome->selectAll();
+        QTest::keyClicks(nome, "minha");
+        QTest::keyClick(nome, Qt::Key_Return);
+    });
+    janela.Tecla(Qt::Key_Menu);
+    QCoreApplication::processEvents();
+    QFile gravado(pasta.filePath("minha.csv"));
+    ASSERT_TRUE(gravado.open(QIODevice::ReadOnly));
+    EXPECT_EQ(gravado.readAll().toStdString(), "\xEF\xBB\xBF"
+                                               "Código;Descrição;Município\r\n"
+                                               "9999;Rua 9999;Município 3\r\n"
+                                               "9998;Rua 9998;Município 2\r\n"
+                                               "9997;Rua 9997;Município 1\r\n");
+}
+
+TEST_F(ListasTeste, ExportarLista_ToANameOfNoFormat_SaysWhichThereAre)
+{
+    JanelaComLista janela;
+    janela.Carrega(1);
+    janela.tabela->setFocus();
+    EscolheExportar();
+    Quando("EscolhaDeArquivo", [&](QWidget &escolha) {
+        auto &dialogo = dynamic_cast<QFileDialog &>(escolha);
+        dialogo.setDirectory(pasta.path());
+        auto *nome = dialogo.findChild<QLineEdit *>("fileNameEdit");
+        nome->setFocus();
+        nome->selectAll();
+        QTest::keyClicks(nome, "minha.txt");
+        QTest::keyClick(nome, Qt::Key_Return);
+    });
+    QString dito;
+    QuandoAvisa(dito);
+    janela.Tecla(Qt::Key_Menu);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(S(dito), "O fim do nome do arquivo diz em que formato ele é gravado: .xlsx, .ods ou .csv.");
+    EXPECT_FALSE(QFile::exists(pasta.filePath("minha.txt")));
 }
 
 // The desk, with three equipment.

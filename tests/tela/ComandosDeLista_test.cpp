@@ -184,6 +184,7 @@ TEST_F(ComandosDeListaTest, Entradas_HaveLettersThatTheMenuHasNotYet)
     EXPECT_EQ(livres.Copiar, "&Copiar");
     EXPECT_EQ(livres.CopiarTudo, "Copiar &tudo");
     EXPECT_EQ(livres.Imprimir, "&Imprimir lista...");
+    EXPECT_EQ(livres.Exportar, "Exportar &lista...");
     EXPECT_EQ(livres.Colunas, "C&olunas");
     const EntradasDeTabela outras = EntradasDaTabela({"&Consultar", "&Ordenar por"});
     EXPECT_EQ(outras.Copiar, "Co&piar");
