@@ -22,6 +22,7 @@ rede::ConectaServidor FazRede(const Ambiente &ambiente)
 {
     const mesa::Segue segue = ambiente.Segue();
     rede::Insistencia insistencia;
+    insistencia.PorConta = std::chrono::seconds(3); // who has called the program can call it again
     insistencia.Espera = [segue](const std::function<void(const mesa::Segue &)> &espera) { espera(segue); };
     return {[segue](const rede::Endereco &servidor) {
                 return rede::DigitalDoServidor(servidor, std::chrono::seconds(5), segue);

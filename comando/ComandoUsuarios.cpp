@@ -89,6 +89,7 @@ class ComandoUsuarios : public Subcomando {
         m_Inclui->add_option("--direito", m_Direitos, "Um direito; repete-se para cada um: " + Palavras() + ".")
             ->type_name("DIREITO")
             ->expected(1)
+            ->allow_extra_args(false)
             ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
             ->check([](const std::string &dito) {
                 const bool ha =

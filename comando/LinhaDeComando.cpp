@@ -18,6 +18,16 @@ void AgrupaAjuda(CLI::App &linha)
     }
 }
 
+// CLI::ExtrasError with what of it was not understood, if anything.
+void ExigeEntendida(const CLI::App &linha)
+{
+    std::vector<std::string> demais = linha.remaining();
+    if (!demais.empty()) {
+        std::ranges::reverse(demais); // as the error takes it
+        throw CLI::ExtrasError(demais);
+    }
+}
+
 } // namespace
 
 LinhaDeComando::LinhaDeComando()
@@ -51,13 +61,11 @@ Subcomando &LinhaDeComando::Le(std::vector<std::string> argumentos)
     try {
         m_App.parse(argumentos);
     } catch (const CLI::RequiredError &) {
-        // What was not understood is why something lacks.
-        std::vector<std::string> demais = LinhaDada(m_App).remaining();
-        if (demais.empty()) {
-            throw;
-        }
-        std::ranges::reverse(demais);
-        throw CLI::ExtrasError(demais);
+        ExigeEntendida(LinhaDada(m_App)); // what was not understood is why something lacks
+        throw;
+    } catch (const CLI::ExtrasError &) {
+        ExigeEntendida(LinhaDada(m_App)); // in the order in which it was written
+        throw;
     }
     const std::string nome = m_App.get_subcommands().front()->get_name();
     return **std::ranges::find(m_Todos, nome, [](const auto &um) { return um->Nome(); });

@@ -5,6 +5,7 @@
 #include "comando/LinhaDeComando.h"
 #include "comando/Versao.h"
 #include "host/Falha.h"
+#include "services/ErroSql.h"
 
 #include <ostream>
 
@@ -44,6 +45,11 @@ Codigo Cumpre(LinhaDeComando &linha, const std::vector<std::string> &argumentos,
     } catch (const Fim &fim) {
         ambiente.Erros << fim.what() << '\n';
         return ambiente.Interrompido() ? Codigo::Interrompido : fim.Qual;
+    } catch (const mesa::ErroSql &erro) {
+        ambiente.Erros << erro.Descricao << '\n';
+        return ambiente.Interrompido()                 ? Codigo::Interrompido
+               : erro.Motivo == mesa::MotivoSql::Outro ? Codigo::Interno
+                                                       : Codigo::NaoAlcancado;
     } catch (...) {
         const Falha falha = FalhaCorrente(); // which also tells when it is not known whether something was done
         ambiente.Erros << falha.Descricao << '\n';
