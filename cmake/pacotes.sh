@@ -24,6 +24,8 @@ prometheus-cpp-dev its figures
 libqt6sql6-psql the database of many desks, where there is one
 libpq-dev      cancelling what waits there without end
 libsodium-dev  password hashes of the desk's sign-in
+libqpdf-dev    attaches the original certificate to a dossier, and seals it
+nlohmann-json3-dev the facts of a dossier for other programs
 libqrcodegencpp-dev the head of the history as a picture that a telephone reads
 dbus-daemon    the tests' own bus for that portal
 fonts-dejavu-core text in windows and pictures on a machine without a desktop

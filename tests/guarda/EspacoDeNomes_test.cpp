@@ -49,6 +49,7 @@ TEST(EspacoDeNomes, look_EveryFileOfTheDesk_DeclaresInItsNamespace)
 TEST(EspacoDeNomes, look_EveryFileOfTheServicesAndTheNetwork_DeclaresInItsNamespace)
 {
     ConfereDeclaracoes("services", "mesa", 100);
+    ConfereDeclaracoes("dossie", "dossie", 8);
     ConfereDeclaracoes("rede", "rede", 10);
     ConfereDeclaracoes("server", "servidor", 20);
 }
