@@ -10,6 +10,7 @@
 #include "host/SensorED.h"
 #include "services/LayoutED.h"
 #include "services/LogradouroED.h"
+#include "services/ProvaED.h"
 #include "services/RegistrosAdministracao.h"
 
 #include <tuple>
@@ -27,6 +28,7 @@ using Registros =
                     RelatorioAfericaoED, SensorED, mesa::LayoutED, mesa::ListaLayoutsED, mesa::LogradouroED,
                     mesa::ListaLogradourosED, mesa::LinhaRecusadaED, mesa::ImportacaoED, mesa::DireitoED,
                     mesa::UsuarioED, mesa::ListaUsuariosED, mesa::TrocaSenhaED, mesa::SetorED, mesa::ClienteED,
-                    mesa::ListaClientesED, mesa::EntradaRecusadaED, mesa::ListaEntradasED>;
+                    mesa::ListaClientesED, mesa::EntradaRecusadaED, mesa::ListaEntradasED, mesa::ConsultaProvaED,
+                    mesa::EntradaProvadaED, mesa::LimiteProvadoED, mesa::LocalProvadoED, mesa::ProvaED>;
 
 } // namespace rede

@@ -64,6 +64,7 @@ const std::map<std::string, Entrada> &Operacoes()
         {"EquiptoRN/desativaLimiteDif", Muda({"E"})},
         {"EquiptoRN/desativaDiaEspecifico", Muda({"E"})},
         {"RelatorioRN/consultaRelatorioRVOR011", Le()},
+        {"ProvaRN/consultaProva", Le()},
         {"AdministracaoRN/listaUsuarios", Le({"U"})},
         {"AdministracaoRN/consultaUsuario", Le({"U"})},
         {"AdministracaoRN/incluiUsuario", Muda({"U"})},
