@@ -25,11 +25,12 @@ prometheus-cpp-dev its figures
 libqt6sql6-psql the database of many desks, where there is one
 libpq-dev      cancelling what waits there without end
 libcli11-dev   the command line of the program without windows
-nlohmann-json3-dev its answers for programs
+nlohmann-json3-dev its answers for programs, and the facts of a dossier
 libsodium-dev  password hashes of the desk's sign-in
 libxlsxwriter-dev writes tables as XLSX
 libzip-dev     the packages that XLSX and ODS are
 libexpat1-dev  reads their documents piece by piece, with care for hostile ones
+libqpdf-dev    attaches the original certificate to a dossier, and seals it
 libqrcodegencpp-dev the head of the history as a picture that a telephone reads
 dbus-daemon    the tests' own bus for that portal
 fonts-dejavu-core text in windows and pictures on a machine without a desktop

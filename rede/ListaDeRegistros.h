@@ -11,6 +11,7 @@
 #include "services/LayoutED.h"
 #include "services/LogradouroED.h"
 #include "services/PrazosED.h"
+#include "services/ProvaED.h"
 #include "services/RegistrosAdministracao.h"
 
 #include <tuple>
@@ -30,6 +31,7 @@ using Registros =
                     mesa::UsuarioED, mesa::ListaUsuariosED, mesa::TrocaSenhaED, mesa::SetorED, mesa::ClienteED,
                     mesa::ListaClientesED, mesa::EntradaRecusadaED, mesa::ListaEntradasED, mesa::ContagemPrazoED,
                     mesa::MesPrazoED, mesa::FalhaPrazoED, mesa::PainelPrazosED, mesa::PrazoED, mesa::ListaPrazosED,
-                    mesa::EstadosPrazoED>;
+                    mesa::EstadosPrazoED, mesa::ConsultaProvaED, mesa::EntradaProvadaED, mesa::LimiteProvadoED,
+                    mesa::LocalProvadoED, mesa::ProvaED>;
 
 } // namespace rede

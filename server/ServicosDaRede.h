@@ -143,6 +143,19 @@ class PrazosRN final : public v1::PrazosRN::Service {
     Atendente &m_Atendente;
 };
 
+class ProvaRN final : public v1::ProvaRN::Service {
+  public:
+    explicit ProvaRN(Atendente &atendente) : m_Atendente(atendente) {}
+
+    Status consultaProva(Contexto *contexto, const v1::ConsultaProvaED *pedido, v1::ProvaED *resposta) override
+    {
+        return m_Atendente.Consulta(Chamada(*contexto), "ProvaRN", "consultaProva", *pedido, *resposta);
+    }
+
+  private:
+    Atendente &m_Atendente;
+};
+
 class AdministracaoRN final : public v1::AdministracaoRN::Service {
   public:
     explicit AdministracaoRN(Atendente &atendente) : m_Atendente(atendente) {}

@@ -98,6 +98,7 @@ struct Servidor::Interior {
           Equipamentos(Quem),
           Relatorios(Quem),
           Prazos(Quem),
+          Provas(Quem),
           Administracao(Quem),
           Documentos(Quem),
           Historia(Quem),
@@ -163,8 +164,8 @@ struct Servidor::Interior {
         // A thread that has done a call stays for the next one: making one for each call costs more than some calls.
         construtor.SetSyncServerOption(grpc::ServerBuilder::SyncServerOption::MAX_POLLERS, FiosQueEsperam);
         for (grpc::Service *servico :
-             std::initializer_list<grpc::Service *>{&Entrada, &Equipamentos, &Relatorios, &Prazos, &Administracao,
-                                                    &Documentos, &Historia, &Replica, &Conferencia}) {
+             std::initializer_list<grpc::Service *>{&Entrada, &Equipamentos, &Relatorios, &Prazos, &Provas,
+                                                    &Administracao, &Documentos, &Historia, &Replica, &Conferencia}) {
             construtor.RegisterService(servico);
         }
         Rede = construtor.BuildAndStart();
@@ -204,6 +205,7 @@ struct Servidor::Interior {
     servicos::EquiptoRN Equipamentos;
     servicos::RelatorioRN Relatorios;
     servicos::PrazosRN Prazos;
+    servicos::ProvaRN Provas;
     servicos::AdministracaoRN Administracao;
     servicos::Documentos Documentos;
     servicos::Historia Historia;

@@ -50,6 +50,7 @@ TEST(EspacoDeNomes, look_EveryFileOfTheTablesTheServicesAndTheNetwork_DeclaresIn
 {
     ConfereDeclaracoes("planilhas", "planilhas", 30);
     ConfereDeclaracoes("services", "mesa", 100);
+    ConfereDeclaracoes("dossie", "dossie", 8);
     ConfereDeclaracoes("rede", "rede", 10);
     ConfereDeclaracoes("server", "servidor", 20);
     ConfereDeclaracoes("comando", "comando", 20);

@@ -67,6 +67,7 @@ const std::map<std::string, Entrada> &Operacoes()
         {"PrazosRN/consultaPainel", Le()},
         {"PrazosRN/listaPrazos", Le()},
         {"PrazosRN/consultaEstados", Le()},
+        {"ProvaRN/consultaProva", Le()},
         {"AdministracaoRN/listaUsuarios", Le({"U"})},
         {"AdministracaoRN/consultaUsuario", Le({"U"})},
         {"AdministracaoRN/incluiUsuario", Muda({"U"})},
