@@ -110,4 +110,20 @@ void Autuacao::Imprime()
     }
 }
 
+std::optional<PedidoDeDossie> Autuacao::Dossie(const PerguntaDaAutuacao &pergunta)
+{
+    if (!m_Consulta && Trim(pergunta.Codigo).empty()) {
+        m_Frase = "Antes, informe o código do equipamento, ou selecione-o.";
+        return std::nullopt;
+    }
+    if (pergunta.DataDaInfracao.Vazia()) {
+        m_Frase = "Para o dossiê, pergunte com a data da infração.";
+        return std::nullopt;
+    }
+    if (!m_Consulta) {
+        return PedidoDeDossie{0, Trim(pergunta.Codigo), pergunta.DataDaInfracao};
+    }
+    return PedidoDeDossie{m_Consulta->NroIntEquip(), m_Consulta->Codigo(), pergunta.DataDaInfracao};
+}
+
 } // namespace mesa

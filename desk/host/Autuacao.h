@@ -1,9 +1,11 @@
 #pragma once
 
+#include "desk/host/Dossies.h"
 #include "host/Data.h"
 #include "search/CVorEquip.h"
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -33,6 +35,10 @@ class Autuacao {
     void DefineNroAfericao(const std::string &numero) { m_NroAfericao = numero; }
     // Shows the certificate of the calibration of that number.
     void Imprime();
+
+    // What a dossier is of: the equipment of the answer; without one, that of the code, since a dossier also tells why
+    // there is no answer. Nothing, and the reason in Frase, without a code or a day.
+    std::optional<PedidoDeDossie> Dossie(const PerguntaDaAutuacao &pergunta);
 
     // What came of what was done last; empty when nothing was.
     const std::string &Frase() const { return m_Frase; }

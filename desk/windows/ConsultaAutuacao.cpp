@@ -23,10 +23,12 @@
 namespace mesa {
 
 ConsultaAutuacao::ConsultaAutuacao(const QDate &hoje, std::function<Ref<CVorEquip>()> criaConsulta,
-                                   std::function<void(const std::function<void()> &)> borda, QWidget *dono)
+                                   std::function<void(const std::function<void()> &)> borda,
+                                   std::function<void(const PedidoDeDossie &)> fazDossie, QWidget *dono)
     : QWidget(dono),
       m_Autuacao(std::move(criaConsulta)),
       m_Borda(std::move(borda)),
+      m_FazDossie(std::move(fazDossie)),
       m_ComData(new QCheckBox("Com a &data da infração:", this)),
       m_Data(new CampoDeDia(hoje, this)),
       m_Codigo(new QLineEdit(this)),
@@ -115,6 +117,18 @@ QWidget *ConsultaAutuacao::FazCertificado()
     auto *imprimir = new QPushButton("&Imprimir certificado", this);
     imprimir->setObjectName("imprimir");
     chaves->addWidget(imprimir);
+    auto *dossie = new QPushButton("D&ossiê...", this);
+    dossie->setObjectName("dossie");
+    dossie->setToolTip("Grava num PDF o que o registro sabe do equipamento no dia da infração, com o certificado e a "
+                       "prova");
+    chaves->addWidget(dossie);
+    connect(dossie, &QPushButton::clicked, this, [this] {
+        Age([this] {
+            if (const auto pedido = m_Autuacao.Dossie(Pergunta())) {
+                m_FazDossie(*pedido);
+            }
+        });
+    });
     connect(m_CodOat, &QLineEdit::textEdited, this,
             [this](const QString &texto) { m_Autuacao.DefineNroAfericao(S(texto)); });
     connect(imprimir, &QPushButton::clicked, this, [this] {

@@ -20,9 +20,10 @@ namespace mesa {
 class ConsultaAutuacao : public QWidget {
   public:
     // hoje: for which it asks at first. criaConsulta: makes a query service of the registry. borda: shows what comes
-    // out of it.
+    // out of it. fazDossie: makes one of the equipment in the answer.
     ConsultaAutuacao(const QDate &hoje, std::function<Ref<CVorEquip>()> criaConsulta,
-                     std::function<void(const std::function<void()> &)> borda, QWidget *dono);
+                     std::function<void(const std::function<void()> &)> borda,
+                     std::function<void(const PedidoDeDossie &)> fazDossie, QWidget *dono);
 
   private:
     QWidget *FazPergunta();
@@ -35,6 +36,7 @@ class ConsultaAutuacao : public QWidget {
 
     Autuacao m_Autuacao;
     std::function<void(const std::function<void()> &)> m_Borda;
+    std::function<void(const PedidoDeDossie &)> m_FazDossie;
     QCheckBox *m_ComData;
     QDateEdit *m_Data;
     QLineEdit *m_Codigo;

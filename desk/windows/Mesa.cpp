@@ -260,6 +260,9 @@ void Mesa::MontaMenuRegistro()
     m_Exportar = m_MenuRegistro->addAction("&Exportar cabeça...");
     m_Exportar->setObjectName("exportarCabeca");
     connect(m_Exportar, &QAction::triggered, this, [this] { NaBorda([this] { ExportaCabeca(); }); });
+    m_ConferirDossie = m_MenuRegistro->addAction("Conferir &dossiê...");
+    m_ConferirDossie->setObjectName("conferirDossie");
+    connect(m_ConferirDossie, &QAction::triggered, this, [this] { NaBorda([this] { ConfereDossie(); }); });
 }
 
 void Mesa::DefineAtos(AtosDoRegistro atos)
@@ -603,7 +606,7 @@ void Mesa::HabilitaFerramentas()
     }
     m_MenuAdministracao->menuAction()->setVisible(!m_MenuAdministracao->isEmpty());
     const auto oferece = [&](QAction *acao, const QString &texto, bool ha) {
-        acao->setVisible(ha || !m_Atos.SoLa.empty());
+        acao->setVisible(tem(Permissoes::Copias) && (ha || !m_Atos.SoLa.empty()));
         acao->setEnabled(ha);
         acao->setText(texto + (ha || m_Atos.SoLa.empty() ? "" : " (na máquina do servidor)"));
         acao->setToolTip(ha ? "" : Q(m_Atos.SoLa));
@@ -613,8 +616,8 @@ void Mesa::HabilitaFerramentas()
     oferece(m_Restaurar, "&Restaurar...", static_cast<bool>(m_Atos.Restaura));
     oferece(m_Exportar, "&Exportar cabeça...", static_cast<bool>(m_Atos.Cabeca));
     m_Restaurar->setEnabled(m_Atos.Restaura && grava);
-    m_MenuRegistro->menuAction()->setVisible(tem(Permissoes::Copias) &&
-                                             std::ranges::any_of(m_MenuRegistro->actions(), &QAction::isVisible));
+    m_ConferirDossie->setVisible(dentro && m_Host->objSCA()->PossuiPerm2(Permissoes::Sistema, Permissoes::Objeto, ""));
+    m_MenuRegistro->menuAction()->setVisible(std::ranges::any_of(m_MenuRegistro->actions(), &QAction::isVisible));
 }
 
 bool Mesa::MostraFicha(Ficha &ficha)
@@ -776,6 +779,42 @@ void Mesa::ExportaCabeca()
     m_Janelas->MostraEEspera(Novo<DialogoQt>(&janela));
 }
 
+void Mesa::FazDossie(const PedidoDeDossie &pedido)
+{
+    Dossies dossies([this] { return m_Host->Servico(); }, m_Host->Acompanha);
+    const RelatoDoDossie relato = dossies.Faz(pedido, [this](const std::string &nome) {
+        EscolhaDeArquivo escolha;
+        escolha.Titulo = "Salvar o dossiê";
+        escolha.Filtros = "PDF (*.pdf);;Todos os arquivos (*)";
+        escolha.Uso = "dossies";
+        escolha.Nome = Q(nome);
+        escolha.Extensao = "pdf";
+        return S(EscolheParaSalvar(escolha, this));
+    });
+    if (!relato.Frase.empty()) {
+        (relato.Bom ? InformaEmCaixa : AvisaEmCaixa)(Q(relato.Frase), this);
+    }
+}
+
+void Mesa::ConfereDossie()
+{
+    EscolhaDeArquivo escolha;
+    escolha.Titulo = "Conferir um dossiê";
+    escolha.Filtros = "PDF (*.pdf);;Todos os arquivos (*)";
+    escolha.Uso = "dossies";
+    const QString arquivo = EscolheParaAbrir(escolha, this);
+    if (arquivo.isEmpty()) {
+        return;
+    }
+    const RelatoDoDossie relato = Dossies([this] { return m_Host->Servico(); }, m_Host->Acompanha).Confere(S(arquivo));
+    QStringList linhas;
+    for (const std::string &linha : relato.Linhas) {
+        linhas << Q(linha);
+    }
+    JanelaDeRelato janela("Conferir dossiê", Q(relato.Frase), linhas, this);
+    m_Janelas->MostraEEspera(Novo<DialogoQt>(&janela));
+}
+
 void Mesa::ConfereOciosidade()
 {
     if (!m_Travada && m_Vigia->isActive() && m_Ociosidade.Passou()) {
@@ -862,7 +901,8 @@ void Mesa::AbreConsulta()
     const PartesData hoje = m_Agora().Partes();
     auto *consulta = new ConsultaAutuacao(
         QDate(hoje.Ano, hoje.Mes, hoje.Dia), [this] { return m_Geral->CEspecifica()->CreateCVorEquip(); },
-        [this](const std::function<void()> &acao) { NaBorda(acao); }, nullptr);
+        [this](const std::function<void()> &acao) { NaBorda(acao); },
+        [this](const PedidoDeDossie &pedido) { FazDossie(pedido); }, nullptr);
     QMdiSubWindow *filha = m_Area->addSubWindow(consulta);
     filha->setAttribute(Qt::WA_DeleteOnClose);
     filha->setWindowIcon(consulta->windowIcon());

@@ -2,6 +2,7 @@
 
 #include "desk/host/AtosDoRegistro.h"
 #include "desk/host/CuidadosDoDia.h"
+#include "desk/host/Dossies.h"
 #include "desk/host/Ferramentas.h"
 #include "desk/host/Ficha.h"
 #include "desk/host/HostMesa.h"
@@ -113,6 +114,8 @@ class Mesa : public QMainWindow {
     void CopiaRegistro();
     void RestauraRegistro();
     void ExportaCabeca();
+    void FazDossie(const PedidoDeDossie &pedido);
+    void ConfereDossie();
     void MostraConferencia();
     void LembraConferencia(const ResultadoDoAto &conferido);
     void ConcluiCuidado(Cuidado qual, const ResultadoDoAto &resultado);
@@ -166,6 +169,7 @@ class Mesa : public QMainWindow {
     QAction *m_Copiar = nullptr;
     QAction *m_Restaurar = nullptr;
     QAction *m_Exportar = nullptr;
+    QAction *m_ConferirDossie = nullptr;
     QMenu *m_MenuJanela = nullptr;
     QLabel *m_Servidor = nullptr;
     QLabel *m_Usuario = nullptr;

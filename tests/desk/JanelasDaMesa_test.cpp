@@ -384,11 +384,14 @@ TEST_F(JanelasDaMesaTeste, Report_IsSavedAsAText)
     EXPECT_EQ(salvo.readAll().toStdString(), "Nada foi incluído.\n\nLinha 2: sem nome.\nLinha 9: CEP.\n");
 }
 
-TEST_F(JanelasDaMesaTeste, MenuOfTheRegistry_OfWhomHasNoRight_IsNotThere)
+TEST_F(JanelasDaMesaTeste, MenuOfTheRegistry_OfWhomHasNoRight_ChecksDossiersAlone)
 {
     AtosDoRegistro atos;
     atos.Confere = [] { return [](const Segue &) { return ResultadoDoAto{}; }; };
     mesa.DefineAtos(atos);
+    EXPECT_FALSE(mesa.findChild<QAction *>("conferirRegistro")->isVisible());
+    EXPECT_TRUE(mesa.findChild<QAction *>("conferirDossie")->isVisible());
+    mesa.Sai();
     EXPECT_FALSE(mesa.findChild<QAction *>("menuRegistro")->isVisible());
 }
 
