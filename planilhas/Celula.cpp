@@ -15,6 +15,7 @@ namespace {
 
 constexpr int MaiorExpoente = 400;
 constexpr std::size_t MaisDigitos = 400;
+constexpr int DigitosExatos = 40; // beyond which nothing changes the first 17
 
 bool EhDigito(char letra)
 {
@@ -54,12 +55,38 @@ std::string TextoDaHora(const PartesData &p)
 }
 
 // Digits that tell the number: without zeros at either end of the whole.
-std::size_t Significativos(std::string_view decimal)
+std::string Significativos(std::string_view decimal)
 {
     std::string digitos;
     std::ranges::copy_if(decimal, std::back_inserter(digitos), EhDigito);
     const std::size_t primeiro = digitos.find_first_not_of('0');
-    return primeiro == std::string::npos ? 0 : digitos.find_last_not_of('0') - primeiro + 1;
+    return primeiro == std::string::npos ? "" : digitos.substr(primeiro, digitos.find_last_not_of('0') - primeiro + 1);
+}
+
+bool EhInteiro(std::string_view decimal)
+{
+    const std::size_t ponto = decimal.find('.');
+    return ponto == std::string_view::npos || decimal.find_first_not_of('0', ponto + 1) == std::string_view::npos;
+}
+
+// Whether a program that writes the binary number with as many digits writes these. Some round the last one to the
+// nearest, others upwards.
+bool SaoDoBinario(const std::string &digitos, double valor)
+{
+    std::array<char, 64> escrito{};
+    const auto [fim, erro] = std::to_chars(escrito.data(), escrito.data() + escrito.size(), valor,
+                                           std::chars_format::scientific, DigitosExatos);
+    const std::string_view texto(escrito.data(), fim);
+    std::string exatos = Significativos(texto.substr(0, texto.find('e')));
+    const bool resto = exatos.size() > digitos.size();
+    exatos.resize(digitos.size(), '0');
+    const std::size_t ultimo = exatos.find_last_not_of('9');
+    if (exatos == digitos || !resto || ultimo == std::string::npos) {
+        return exatos == digitos;
+    }
+    ++exatos[ultimo];
+    std::ranges::fill(exatos.begin() + static_cast<std::ptrdiff_t>(ultimo) + 1, exatos.end(), '0');
+    return exatos == digitos;
 }
 
 } // namespace
@@ -195,16 +222,17 @@ std::optional<std::string> NumeroDecimal(std::string_view texto)
 
 std::string SemSobraBinaria(std::string decimal)
 {
-    const std::size_t quantos = Significativos(decimal);
-    if (quantos != 16 && quantos != 17) {
+    const std::string digitos = Significativos(decimal);
+    if ((digitos.size() != 16 && digitos.size() != 17) || EhInteiro(decimal)) {
         return decimal;
     }
     double valor = 0;
-    if (std::from_chars(decimal.data(), decimal.data() + decimal.size(), valor).ec != std::errc()) {
+    if (std::from_chars(decimal.data(), decimal.data() + decimal.size(), valor).ec != std::errc() ||
+        !SaoDoBinario(digitos, valor)) {
         return decimal;
     }
     std::string curto = CelulaDeNumero(valor).Texto;
-    return Significativos(curto) < quantos ? curto : decimal;
+    return Significativos(curto).size() < digitos.size() ? curto : decimal;
 }
 
 std::string TextoDaCelula(const Celula &celula, char virgula)

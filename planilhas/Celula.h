@@ -54,8 +54,9 @@ Celula CelulaDeErro(std::string nome);
 std::optional<std::string> NumeroDecimal(std::string_view texto);
 
 // The same number with the few digits that tell it from every other binary number, as programs show it: a file that
-// keeps 5.3 as 5.2999999999999998 says 5.3. A number with fewer or more digits than such a file writes (16 or 17)
-// stays.
+// keeps 5.3 as 5.2999999999999998 says 5.3. What no program writes of a binary number stays: a number with fewer or
+// more digits than such a file has (16 or 17), one whose digits are not those of a binary number, as
+// 0.99999999999999999, and a whole number.
 std::string SemSobraBinaria(std::string decimal);
 
 // The cell as a person writes it in Brazil: dd/mm/aaaa, hh:mm, with :ss unless they are none, "Verdadeiro" or "Falso".

@@ -82,6 +82,14 @@ std::string NomeDe(Codificacao codificacao)
     }
 }
 
+// Its name where the order of the bytes of UTF-16 matters.
+std::string NomeComOrdem(Codificacao codificacao)
+{
+    return NomeDe(codificacao) + (codificacao == Codificacao::Utf16LE   ? "LE"
+                                  : codificacao == Codificacao::Utf16BE ? "BE"
+                                                                        : "");
+}
+
 std::string_view MarcaDe(Codificacao codificacao)
 {
     switch (codificacao) {
@@ -158,6 +166,16 @@ std::optional<Codificacao> CodificacaoDoArquivo(const std::filesystem::path &arq
         return Codificacao::Utf8;
     } catch (const CodificacaoErrada &) {
         return std::nullopt;
+    }
+}
+
+void ConfereMarca(std::string_view comeco, Codificacao dita)
+{
+    for (const Codificacao marcada : {Codificacao::Utf8, Codificacao::Utf16LE, Codificacao::Utf16BE}) {
+        if (marcada != dita && comeco.starts_with(MarcaDe(marcada))) {
+            throw CodificacaoErrada("O arquivo não está em " + NomeComOrdem(dita) + ": começa com a marca de " +
+                                    NomeComOrdem(marcada) + ".");
+        }
     }
 }
 

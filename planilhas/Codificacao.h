@@ -30,6 +30,9 @@ void PoeEmUtf8(std::string &texto, std::uint32_t caractere);
 // knows where the file comes from can tell. Reads the whole file, up to `limite` bytes.
 std::optional<Codificacao> CodificacaoDoArquivo(const std::filesystem::path &arquivo, std::uint64_t limite);
 
+// CodificacaoErrada for a file whose first bytes are the mark of another encoding than whoever chose it says.
+void ConfereMarca(std::string_view comeco, Codificacao dita);
+
 // The text of a file as UTF-8, piece by piece, without its mark.
 class TextoDoArquivo {
   public:

@@ -17,6 +17,7 @@ constexpr std::int64_t SegundosDoDia = 86400;
 constexpr std::int64_t UltimoDia = 2958465; // 31/12/9999
 constexpr std::int64_t DiaQueNaoHouve = 60; // 29/02/1900
 constexpr std::int64_t Dias1904 = 1462;     // from one beginning to the other
+constexpr std::size_t MaiorMascara = 64;    // bytes
 
 char Minuscula(char letra)
 {
@@ -83,6 +84,59 @@ SentidoDoNumero SentidoDoFormato(std::string_view codigo)
         return dia ? SentidoDoNumero::DataHora : SentidoDoNumero::Hora;
     }
     return dia || mesOuMinuto ? SentidoDoNumero::Data : SentidoDoNumero::Numero;
+}
+
+std::string MascaraDoFormato(std::string_view codigo)
+{
+    constexpr std::string_view soltos = "0- ()"; // what stands for itself, and the digits
+    if (std::ranges::count(codigo, ';') > 1) {
+        return ""; // zero looks otherwise
+    }
+    std::string mascara;
+    for (std::size_t i = 0; i < codigo.size() && codigo[i] != ';'; ++i) {
+        std::string_view texto = codigo.substr(i, 1);
+        if (texto == "[") { // a colour or a language; what else there is changes what is seen
+            const std::size_t fim = codigo.find(']', i);
+            const std::string_view dentro = codigo.substr(i + 1, fim == std::string_view::npos ? 0 : fim - i - 1);
+            if (dentro.empty() || dentro.find_first_of("<=>") == 0 ||
+                (dentro.starts_with('$') && !dentro.starts_with("$-"))) {
+                return "";
+            }
+            i = fim;
+            continue;
+        }
+        if (texto == "\"" || texto == "\\") {
+            const std::size_t fim = texto == "\"" ? codigo.find('"', i + 1) : i + 2;
+            texto = codigo.substr(i + 1, fim == std::string_view::npos ? 0 : fim - i - 1);
+            if (texto.empty() || texto.find('0') != std::string_view::npos) {
+                return "";
+            }
+            i = codigo[i] == '"' ? fim : i + 1;
+        } else if (soltos.find(texto) == std::string_view::npos) {
+            return "";
+        }
+        mascara += texto;
+    }
+    const bool serve = mascara.starts_with('0') && mascara.ends_with('0') && mascara.size() <= MaiorMascara &&
+                       std::ranges::count(mascara, '0') > 1;
+    return serve ? mascara : "";
+}
+
+Celula CelulaNaMascara(std::string_view decimal, const std::string &mascara)
+{
+    const std::size_t ponto = std::min(decimal.find('.'), decimal.size());
+    if (decimal.starts_with('-') || decimal.find_first_not_of(".0", ponto) != std::string_view::npos) {
+        return CelulaDeNumero(decimal);
+    }
+    std::string digitos(decimal.substr(0, ponto));
+    const auto casas = static_cast<std::size_t>(std::ranges::count(mascara, '0'));
+    digitos.insert(0, casas - std::min(casas, digitos.size()), '0');
+    std::string texto = digitos.substr(0, digitos.size() - casas); // further ones stand before the first
+    std::size_t onde = texto.size();
+    for (const char letra : mascara) {
+        texto += letra == '0' ? digitos[onde++] : letra;
+    }
+    return CelulaDeTexto(texto);
 }
 
 Celula CelulaDoNumero(std::string_view decimal, SentidoDoNumero sentido, bool desde1904)

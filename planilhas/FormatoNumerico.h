@@ -2,6 +2,8 @@
 
 #include "planilhas/Celula.h"
 
+#include <optional>
+#include <string>
 #include <string_view>
 
 namespace planilhas {
@@ -13,6 +15,12 @@ enum class SentidoDoNumero { Numero, Data, Hora, DataHora, Duracao };
 SentidoDoNumero SentidoDoFormato(int embutido);
 // Of a format's code, as "dd/mm/yyyy" or "#,##0.00".
 SentidoDoNumero SentidoDoFormato(std::string_view codigo);
+
+// What a format's code puts digits into when it shows whole numbers with zeros in front, as "000000" and "00000\-000":
+// a zero for each digit, and what stands between them. Empty for every other code.
+std::string MascaraDoFormato(std::string_view codigo);
+// The text that a number shows in such a format, as 000123. One that is negative or not whole stays a number.
+Celula CelulaNaMascara(std::string_view decimal, const std::string &mascara);
 
 // The cell that a number shows in such a format. One that is not in the calendar stays a number; a moment's seconds are
 // rounded. Whatever a format leaves out is kept: a day with a time of day is a moment even where only its day is shown.

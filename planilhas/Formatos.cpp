@@ -38,7 +38,7 @@ void ConfereArquivo(const std::filesystem::path &arquivo)
         FalhaDeArquivo(erro && erro.value() != ENOTDIR ? erro.value() : ENOENT, ato);
     }
     if (!std::filesystem::is_regular_file(estado)) {
-        FalhaDeArquivo(std::filesystem::is_directory(estado) ? EISDIR : EINVAL, ato);
+        FalhaDeArquivo(std::filesystem::is_directory(estado) ? EISDIR : ENODEV, ato);
     }
     if (std::filesystem::file_size(arquivo, erro) == 0 && !erro) {
         FalhaDeFormato("O arquivo está vazio.");
@@ -135,6 +135,9 @@ Reconhecimento Reconhece(const std::filesystem::path &arquivo, const OpcoesDeLei
         return e;
     }
     RecusaOutros(comeco);
+    if (opcoes.Codificacao) {
+        ConfereMarca(comeco, *opcoes.Codificacao);
+    }
     e.Codificacao = opcoes.Codificacao ? opcoes.Codificacao : CodificacaoDoArquivo(arquivo, opcoes.Limites.Octetos);
     if (e.Codificacao && !e.Separador) {
         const auto [texto, inteiro] = ComecoDoTexto(arquivo, *e.Codificacao, opcoes.Limites.Octetos);

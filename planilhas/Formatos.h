@@ -28,7 +28,8 @@ struct OpcoesDeLeitura {
     LimitesDeLeitura Limites;
 };
 
-// A Falha with a sentence for what is no table that is read here: an empty file, another format, one under a password.
+// A Falha with a sentence for what is no table that is read here: an empty file, another format, one under a password;
+// CodificacaoErrada where the file's mark is of another encoding than the caller says.
 // opcoes: what the caller knows of the file already.
 Reconhecimento Reconhece(const std::filesystem::path &arquivo, const OpcoesDeLeitura &opcoes = {});
 

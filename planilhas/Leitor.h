@@ -15,6 +15,7 @@ struct LimitesDeLeitura {
     std::uint32_t Linhas = 2000000;     // rows with something in them
     std::uint32_t Colunas = 1000;
     std::uint64_t Celulas = 100000000; // with something in them
+    std::uint64_t Textos = 2147483648; // bytes of all texts of a sheet, each as often as it stands there
 };
 
 // The longest text of a cell that is read, in bytes of UTF-8.

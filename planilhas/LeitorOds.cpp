@@ -64,7 +64,7 @@ class LeitorOds::NomesDasFolhas : public OuvinteXml {
     void Abre(const NomeXml &nome, const AtributosXml &atributos) override
     {
         if (m_Lugar.Abre(nome, atributos)) {
-            m_Nomes.emplace_back(atributos.Valor("name", DaTabela));
+            PoeFolha(m_Nomes, atributos.Valor("name", DaTabela));
         }
     }
     void Fecha(const NomeXml & /*nome*/) override { m_Lugar.Fecha(); }
@@ -89,8 +89,6 @@ class LeitorOds::Folha : public OuvinteXml {
 
     bool Achada() const { return m_Faltam == 0; }
     bool Cheio() const override { return !Pronta.Celulas.empty() || Acabou; }
-    // Every repetition of a row is one more.
-    void Conta(const LinhaLida &linha) { m_Contagem.Conta(linha); }
 
     void Abre(const NomeXml &nome, const AtributosXml &atributos) override
     {
@@ -150,7 +148,7 @@ class LeitorOds::Folha : public OuvinteXml {
         // Empty rows end anywhere.
         m_Proxima = std::min(m_Proxima, UltimaLinha + 1);
         if (algo) {
-            m_Contagem.Conta(m_Linha);
+            m_Contagem.Conta(m_Linha, m_VezesDaLinha);
             std::swap(Pronta, m_Linha);
             Vezes = m_VezesDaLinha;
         }
@@ -261,10 +259,12 @@ void LeitorOds::ConfereSenha()
 const std::vector<std::string> &LeitorOds::Folhas()
 {
     if (m_Nomes.empty()) {
-        NomesDasFolhas ouvinte(m_Nomes);
+        std::vector<std::string> nomes;
+        NomesDasFolhas ouvinte(nomes);
         LeitorXml leitor(m_Pacote.Abre("content.xml"), ouvinte);
         while (leitor.Avanca()) {
         }
+        m_Nomes = std::move(nomes);
     }
     return m_Nomes;
 }
@@ -296,7 +296,6 @@ bool LeitorOds::Le(LinhaLida &linha)
     if (m_Repeticoes > 0) {
         --m_Repeticoes;
         ++m_Repetida.Numero;
-        m_Folha->Conta(m_Repetida);
         linha = m_Repetida;
         return true;
     }

@@ -248,19 +248,23 @@ class LeitorXlsx::Folha : public OuvinteXml {
         if (!decimal || (!m_Tipo.empty() && m_Tipo != "n")) {
             Danificado("na linha " + std::to_string(m_Linha.Numero) + " há uma célula que não se entende");
         }
-        return CelulaDoNumero(SemSobraBinaria(*decimal), Sentido(), m_Leitor.m_Desde1904);
+        const FormatoDasCelulas &formato = Formato();
+        const std::string semSobra = SemSobraBinaria(*decimal);
+        return formato.Mascara ? CelulaNaMascara(semSobra, *formato.Mascara)
+                               : CelulaDoNumero(semSobra, formato.Sentido, m_Leitor.m_Desde1904);
     }
 
-    SentidoDoNumero Sentido() const
+    const FormatoDasCelulas &Formato() const
     {
-        if (m_Estilo.empty() || m_Leitor.m_Sentidos.empty()) {
-            return SentidoDoNumero::Numero;
+        static const FormatoDasCelulas comum;
+        if (m_Estilo.empty() || m_Leitor.m_Formatos.empty()) {
+            return comum;
         }
         const auto numero = Natural(m_Estilo);
-        if (!numero || *numero >= m_Leitor.m_Sentidos.size()) {
+        if (!numero || *numero >= m_Leitor.m_Formatos.size()) {
             Danificado("na linha " + std::to_string(m_Linha.Numero) + " há uma célula com um formato que não há");
         }
-        return m_Leitor.m_Sentidos[*numero];
+        return m_Leitor.m_Formatos[*numero];
     }
 
     static constexpr std::size_t SemTexto = static_cast<std::size_t>(-1);
@@ -360,7 +364,7 @@ void LeitorXlsx::LeLivro()
             }
             // Sheets with nothing but a chart are no tables.
             if (relacao->second.Tipo == "worksheet") {
-                m_Nomes.emplace_back(atributos.Valor("name"));
+                PoeFolha(m_Nomes, atributos.Valor("name"));
                 m_Partes.push_back(relacao->second.Parte);
             }
         }
@@ -379,20 +383,25 @@ void LeitorXlsx::LeLivro()
 
 void LeitorXlsx::LeEstilos(const std::string &parte)
 {
-    std::map<int, SentidoDoNumero> proprios;
+    std::map<int, FormatoDasCelulas> proprios;
     bool nasCelulas = false;
     ParaCadaElemento(m_Pacote.AbrePequena(parte), [&](const NomeXml &nome, const AtributosXml &atributos) {
         if (nome.Local == "numFmt") {
             const auto numero = Natural(atributos.Valor("numFmtId"));
             if (numero && !nasCelulas) {
-                proprios[static_cast<int>(*numero)] = SentidoDoFormato(atributos.Valor("formatCode"));
+                const std::string_view codigo = atributos.Valor("formatCode");
+                std::string mascara = MascaraDoFormato(codigo);
+                proprios[static_cast<int>(*numero)] = {
+                    SentidoDoFormato(codigo),
+                    mascara.empty() ? nullptr : std::make_shared<const std::string>(std::move(mascara))};
             }
         } else if (nome.Local == "cellXfs" || nome.Local == "cellStyles" || nome.Local == "dxfs") {
             nasCelulas = nome.Local == "cellXfs";
         } else if (nome.Local == "xf" && nasCelulas) {
             const int numero = static_cast<int>(Natural(atributos.Valor("numFmtId")).value_or(0));
             const auto proprio = proprios.find(numero);
-            m_Sentidos.push_back(proprio != proprios.end() ? proprio->second : SentidoDoFormato(numero));
+            m_Formatos.push_back(proprio != proprios.end() ? proprio->second
+                                                           : FormatoDasCelulas{SentidoDoFormato(numero), nullptr});
         }
     });
 }

@@ -33,6 +33,11 @@ class LeitorXlsx : public Leitor {
         std::string Tipo; // the last word of its address
         std::string Parte;
     };
+    // How a cell shows its number.
+    struct FormatoDasCelulas {
+        SentidoDoNumero Sentido = SentidoDoNumero::Numero;
+        std::shared_ptr<const std::string> Mascara; // none for most
+    };
     std::map<std::string, Relacao, std::less<>> Relacoes(const std::string &parte);
     void LeLivro();
     void LeEstilos(const std::string &parte);
@@ -45,7 +50,7 @@ class LeitorXlsx : public Leitor {
     std::string m_ParteDosTextos;      // empty when there is none
     std::unique_ptr<TextosPartilhados> m_Textos;
     bool m_Desde1904 = false;
-    std::vector<SentidoDoNumero> m_Sentidos; // of the formats that cells name by number
+    std::vector<FormatoDasCelulas> m_Formatos; // that cells name by number
     std::unique_ptr<Folha> m_Folha;
     std::unique_ptr<LeitorXml> m_Xml;
 };

@@ -35,9 +35,19 @@ TEST(CelulaTeste, SemSobraBinaria_OnlyWhatABinaryNumberLeftOver_Goes)
     EXPECT_EQ(SemSobraBinaria("5.2999999999999998"), "5.3");
     EXPECT_EQ(SemSobraBinaria("0.10000000000000001"), "0.1");
     EXPECT_EQ(SemSobraBinaria("0.30000000000000004"), "0.30000000000000004"); // no shorter one tells it
+    EXPECT_EQ(SemSobraBinaria("-0.10000000000000001"), "-0.1");
+    EXPECT_EQ(SemSobraBinaria("0.010000000000000001"), "0.01"); // rounded upwards, as some programs do
     EXPECT_EQ(SemSobraBinaria("5.30"), "5.30");
     EXPECT_EQ(SemSobraBinaria("12345678901234567890"), "12345678901234567890");
     EXPECT_EQ(SemSobraBinaria("1.2345678901234567890123"), "1.2345678901234567890123");
+}
+
+TEST(CelulaTeste, SemSobraBinaria_DigitsOfNoBinaryNumberAndWholeNumbers_Stay)
+{
+    for (const char *numero : {"9100000000000001", "99999999999999999", "0.99999999999999999", "-0.99999999999999999",
+                               "36028797018963968", "36028797018963968.0", "9007199254740993", "1234567890123456.1"}) {
+        EXPECT_EQ(SemSobraBinaria(numero), numero);
+    }
 }
 
 TEST(CelulaTeste, CelulaDeNumero_FromADouble_HasTheFewestDigits)

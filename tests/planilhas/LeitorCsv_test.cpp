@@ -130,6 +130,24 @@ TEST_F(LeitorCsvTeste, Le_WhatIsNotOfTheSaidEncoding_IsRefusedWithTheLine)
               emUtf16); // a low half alone
 }
 
+TEST_F(LeitorCsvTeste, Le_AMarkOfAnotherEncodingThanTheSaidOne_IsRefused)
+{
+    const std::string comMarca = "\xEF\xBB\xBF"
+                                 "a;b\n";
+    OpcoesDeLeitura opcoes = Em(Codificacao::Windows1252);
+    opcoes.Separador = ';';
+    EXPECT_EQ(Recusa(comMarca, opcoes), "O arquivo não está em Windows-1252: começa com a marca de UTF-8.");
+    EXPECT_EQ(Recusa(Utf16("a;b\n", false), opcoes),
+              "O arquivo não está em Windows-1252: começa com a marca de UTF-16LE.");
+    EXPECT_EQ(Recusa(Utf16("a;b\n", true), Em(Codificacao::Utf16LE)),
+              "O arquivo não está em UTF-16LE: começa com a marca de UTF-16BE.");
+    EXPECT_EQ(Recusa(Utf16("a;b\n", true), Em(Codificacao::Utf8)),
+              "O arquivo não está em UTF-8: começa com a marca de UTF-16BE.");
+    EXPECT_THROW(Reconhece(m_Pasta.Com("tabela.csv", comMarca), opcoes), CodificacaoErrada);
+    EXPECT_EQ(Le(comMarca, Em(Codificacao::Utf8)), Lidas{"1|T:a|T:b"});
+    EXPECT_EQ(Le(Utf16("a;b\n", true), Em(Codificacao::Utf16BE)), Lidas{"1|T:a|T:b"});
+}
+
 TEST_F(LeitorCsvTeste, Le_MalformedUtf8_IsInDoubt)
 {
     for (const char *octetos : {"\xC0\x80", "\xC1\xBF", "\xE0\x80\x80", "\xED\xA0\x80", "\xF0\x80\x80\x80",
@@ -197,6 +215,9 @@ TEST_F(LeitorCsvTeste, Le_BeyondTheLimits_IsRefused)
     opcoes.Limites.Linhas = 2;
     EXPECT_EQ(Le("a\n\n\nb\n", opcoes).size(), 2U);
     EXPECT_EQ(Recusa("a\nb\nc\n", opcoes), "A tabela tem mais de 2 linhas, que é o máximo.");
+    opcoes.Limites.Textos = 4;
+    EXPECT_EQ(Le("ab\ncd\n", opcoes).size(), 2U);
+    EXPECT_EQ(Recusa("ab\ncde\n", opcoes), "A tabela tem texto demais, contado tantas vezes quantas está nela.");
     opcoes.Limites.Celulas = 1;
     EXPECT_EQ(Recusa("a;b\n", opcoes), "A tabela tem mais de 1 células, que é o máximo.");
     opcoes.Limites.Octetos = 10;

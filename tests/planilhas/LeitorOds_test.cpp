@@ -115,6 +115,36 @@ TEST_F(LeitorOdsTeste, Le_AbsurdRepetitions_AreRefusedOrCostNothing)
               "O arquivo tem uma célula longa demais.");
 }
 
+TEST_F(LeitorOdsTeste, Le_LongTextsRepeatedManyTimes_AreRefusedBeforeTheyAreGiven)
+{
+    const std::string longo = "<text:p><text:s text:c=\"131072\"/></text:p>";
+    const auto leitor = AbreLeitor(Com(Linha(Texto(longo, "100"), "900000")));
+    planilhas::LinhaLida linha;
+    EXPECT_EQ(FalhaDe([&] { leitor->Le(linha); }).Descricao,
+              "A tabela tem texto demais, contado tantas vezes quantas está nela.");
+    OpcoesDeLeitura opcoes;
+    opcoes.Limites.Textos = 1310720;
+    EXPECT_EQ(Linhas(Com(Linha(Texto(longo, "5"), "2")), opcoes).size(), 2U);
+    EXPECT_EQ(Frase(Com(Linha(Texto(longo, "5"), "2") + Linha(Texto("<text:p>a</text:p>"))), opcoes),
+              "A tabela tem texto demais, contado tantas vezes quantas está nela.");
+}
+
+TEST_F(LeitorOdsTeste, Folhas_TooManyOrWithALongName_AreRefusedEachTime)
+{
+    const auto folha = [](const std::string &nome) { return "<table:table table:name=\"" + nome + "\"/>"; };
+    std::string mil;
+    for (int i = 0; i < 1000; ++i) {
+        mil += folha(std::to_string(i));
+    }
+    EXPECT_EQ(AbreLeitor(m_Pasta.ComOds(mil))->Folhas().size(), 1000U);
+    const auto demais = AbreLeitor(m_Pasta.ComOds(mil + folha("a")));
+    for (int vez = 0; vez < 2; ++vez) {
+        EXPECT_EQ(FalhaDe([&] { demais->Folhas(); }).Descricao, "O arquivo tem mais de 1.000 folhas, que é o máximo.");
+    }
+    const auto longa = AbreLeitor(m_Pasta.ComOds(folha(std::string(1001, 'x'))));
+    EXPECT_EQ(FalhaDe([&] { longa->Folhas(); }).Descricao, "O arquivo tem uma folha com um nome longo demais.");
+}
+
 TEST_F(LeitorOdsTeste, Folhas_OnlyTheFilesOwnSheets_AreNamed)
 {
     const auto leitor = AbreLeitor(m_Pasta.ComOds(

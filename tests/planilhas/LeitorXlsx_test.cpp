@@ -135,6 +135,69 @@ TEST_F(LeitorXlsxTeste, Le_NumbersWithABinaryRest_AreAsPeopleWroteThem)
               Lidas{"1|N:5.3|N:0.01|N:60"});
 }
 
+TEST_F(LeitorXlsxTeste, Le_LongNumbersThatNoBinaryNumberLeft_StayAsTheFileHasThem)
+{
+    EXPECT_EQ(Linhas(m_Pasta.ComXlsx("<row><c><v>9100000000000001</v></c><c><v>99999999999999999</v></c>"
+                                     "<c><v>0.99999999999999999</v></c></row>")),
+              Lidas{"1|N:9100000000000001|N:99999999999999999|N:0.99999999999999999"});
+}
+
+TEST_F(LeitorXlsxTeste, Le_NumbersShownWithZerosInFront_AreTheTextsThatAreSeen)
+{
+    const std::string estilos = "<numFmts><numFmt numFmtId=\"164\" formatCode=\"000000\"/>"
+                                "<numFmt numFmtId=\"165\" formatCode=\"[$-416]00000\\-000\"/></numFmts>"
+                                "<cellXfs><xf numFmtId=\"0\"/><xf numFmtId=\"164\"/><xf numFmtId=\"165\"/></cellXfs>";
+    EXPECT_EQ(Linhas(m_Pasta.ComXlsx(Com(0, "123") + Com(1, "123") + Com(1, "1234567") + Com(2, "1310100") +
+                                         Com(1, "-5") + Com(1, "1.5") + Com(1, "0"),
+                                     estilos)),
+              (Lidas{"1|N:123", "2|T:000123", "3|T:1234567", "4|T:01310-100", "5|N:-5", "6|N:1.5", "7|T:000000"}));
+}
+
+TEST_F(LeitorXlsxTeste, MascaraDoFormato_OnlyCodesOfZeros_HaveOne)
+{
+    EXPECT_EQ(MascaraDoFormato("000000"), "000000");
+    EXPECT_EQ(MascaraDoFormato("000\\.000\\.000\\-00"), "000.000.000-00");
+    EXPECT_EQ(MascaraDoFormato("00\" / \"00;@"), "00 / 00");
+    EXPECT_EQ(MascaraDoFormato("[Red]00"), "00");
+    for (const char *codigo :
+         {"", "0", "General", "0.00", "#,##0", "00.0", "00%", "00E+00", "[<100]00", "[$R$-416]00", "00\" dias\"",
+          "0\"0", "0\\", "0[", "\\000", "000;-000;", "00/00", "dd/mm/yyyy", "[h]:mm"}) {
+        EXPECT_EQ(MascaraDoFormato(codigo), "") << codigo;
+    }
+    EXPECT_EQ(MascaraDoFormato(std::string(65, '0')), "");
+}
+
+TEST_F(LeitorXlsxTeste, Le_ALongTextThatManyCellsName_IsCountedEachTime)
+{
+    const std::string textos = "<si><t>" + std::string(100000, 'x') + "</t></si>";
+    std::string dez;
+    for (int i = 0; i < 10; ++i) {
+        dez += "<row><c t=\"s\"><v>0</v></c></row>";
+    }
+    OpcoesDeLeitura opcoes;
+    opcoes.Limites.Textos = 1000000;
+    EXPECT_EQ(Linhas(m_Pasta.ComXlsx(dez, "", textos), opcoes).size(), 10U);
+    EXPECT_EQ(Frase(m_Pasta.ComXlsx(dez + "<row><c t=\"s\"><v>0</v></c></row>", "", textos), opcoes),
+              "A tabela tem texto demais, contado tantas vezes quantas está nela.");
+}
+
+TEST_F(LeitorXlsxTeste, Folhas_TooManyOrWithALongName_AreRefused)
+{
+    const auto folhas = [](int quantas, const std::string &nome) {
+        std::string tudo = "<sheets>";
+        for (int i = 0; i < quantas; ++i) {
+            tudo += "<sheet name=\"" + nome + "\" sheetId=\"1\" r:id=\"f1\"/>";
+        }
+        return tudo + "</sheets>";
+    };
+    // One more stands behind these.
+    EXPECT_EQ(AbreLeitor(m_Pasta.ComXlsx("", "", "", folhas(999, "a")))->Folhas().size(), 1000U);
+    EXPECT_EQ(Frase(m_Pasta.ComXlsx("", "", "", folhas(1000, "a"))),
+              "O arquivo tem mais de 1.000 folhas, que é o máximo.");
+    EXPECT_EQ(Frase(m_Pasta.ComXlsx("", "", "", folhas(1, std::string(1001, 'x')))),
+              "O arquivo tem uma folha com um nome longo demais.");
+}
+
 TEST_F(LeitorXlsxTeste, Le_WhatNoCellMayHold_IsRefused)
 {
     for (const char *celula : {"<c><v>abc</v></c>", "<c t=\"x\"><v>1</v></c>", "<c><v>1,5</v></c>"}) {
