@@ -4,6 +4,7 @@
 
 #include <fcntl.h>
 #include <stdlib.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
@@ -17,6 +18,9 @@ namespace planilhas {
 namespace {
 
 constexpr mode_t ConformeOUsuario = 0666; // less what whoever runs this takes from files
+constexpr mode_t SoDoUsuario = 0600;
+constexpr mode_t TodosOsDireitos = 0777;
+constexpr int MaisAtalhos = 40;
 constexpr std::size_t MuitosOctetos = 262144;
 constexpr std::size_t TamanhoDoNome = 10;
 
@@ -31,18 +35,39 @@ std::string NomeAoAcaso()
     return nome;
 }
 
+// Where the links point that stand in the place.
+std::filesystem::path Destino(std::filesystem::path lugar, const std::string &ato)
+{
+    std::error_code erro;
+    for (int atalhos = 0; std::filesystem::is_symlink(std::filesystem::symlink_status(lugar, erro)); ++atalhos) {
+        const std::filesystem::path alvo = std::filesystem::read_symlink(lugar, erro);
+        if (erro || atalhos == MaisAtalhos) {
+            FalhaDeArquivo(erro ? erro.value() : ELOOP, ato);
+        }
+        lugar = lugar.parent_path() / alvo;
+    }
+    return lugar;
+}
+
 } // namespace
 
-ArquivoNovo::ArquivoNovo(std::filesystem::path lugar) : m_Lugar(std::move(lugar))
+ArquivoNovo::ArquivoNovo(std::filesystem::path lugar) : m_Pedido(std::move(lugar)), m_Lugar(Destino(m_Pedido, Ato()))
 {
-    std::error_code ignorado;
-    if (std::filesystem::is_directory(m_Lugar, ignorado)) {
-        FalhaDeArquivo(EISDIR, Ato());
+    struct stat antigo {};
+    if (stat(m_Lugar.c_str(), &antigo) == 0) {
+        if (!S_ISREG(antigo.st_mode)) {
+            FalhaDeArquivo(S_ISDIR(antigo.st_mode) ? EISDIR : ENODEV, Ato());
+        }
+        m_Direitos = antigo.st_mode & TodosOsDireitos;
+    } else if (errno != ENOENT) {
+        FalhaDeArquivo(errno, Ato());
     }
+    // Nobody else reads it before it has the rights of the old one.
+    const mode_t direitos = m_Direitos ? SoDoUsuario : ConformeOUsuario;
     int aberto = -1;
     do {
         m_Caminho = m_Lugar.parent_path() / (".parcial-" + NomeAoAcaso());
-        aberto = open(m_Caminho.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, ConformeOUsuario);
+        aberto = open(m_Caminho.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, direitos);
     } while (aberto < 0 && (errno == EEXIST || errno == EINTR));
     if (aberto < 0) {
         FalhaDeArquivo(errno, Ato());
@@ -59,7 +84,7 @@ ArquivoNovo::~ArquivoNovo()
 
 std::string ArquivoNovo::Ato() const
 {
-    return "Não foi possível gravar " + m_Lugar.string();
+    return "Não foi possível gravar " + m_Pedido.string();
 }
 
 void ArquivoNovo::TomaOLugar()
@@ -67,6 +92,9 @@ void ArquivoNovo::TomaOLugar()
     const int aberto = open(m_Caminho.c_str(), O_WRONLY | O_CLOEXEC);
     if (aberto < 0) {
         FalhaDeArquivo(errno, Ato());
+    }
+    if (m_Direitos) { // a disk without rights keeps those that it gives
+        fchmod(aberto, *m_Direitos);
     }
     const int erro = fsync(aberto) == 0 ? 0 : errno;
     close(aberto);

@@ -1,14 +1,18 @@
 #pragma once
 
+#include <sys/types.h>
+
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
 
 namespace planilhas {
 
-// A file that is made under a name of its own beside its place, and takes the place when it is whole. Goes away with
-// its scope unless it did.
+// A file that is made under a name of its own beside its place, and takes the place when it is whole, with the rights
+// of the file that it replaces. Where the place is a link, it is made where that points. Goes away with its scope
+// unless it took the place.
 class ArquivoNovo {
   public:
     // lugar: the file that is to be.
@@ -25,8 +29,10 @@ class ArquivoNovo {
     std::string Ato() const;
 
   private:
+    std::filesystem::path m_Pedido; // as it is told
     std::filesystem::path m_Lugar;
     std::filesystem::path m_Caminho;
+    std::optional<mode_t> m_Direitos; // of the file that is there
     bool m_NoLugar = false;
 };
 

@@ -4,6 +4,7 @@
 #include "planilhas/Falhas.h"
 #include "planilhas/FormatoNumerico.h"
 #include "planilhas/LeitorXlsx.h"
+#include "planilhas/NumerosComPonto.h"
 
 #include <xlsxwriter.h>
 
@@ -18,6 +19,7 @@ namespace planilhas {
 namespace {
 
 constexpr std::size_t TamanhoDoEscape = 7; // _xHHHH_
+constexpr int DigitosDaBiblioteca = 16;
 constexpr double MenorLargura = 10;
 constexpr double MaiorLargura = 60;
 constexpr double Folga = 2; // beside a title
@@ -31,18 +33,23 @@ double ValorDe(const Celula &numero)
     return valor;
 }
 
-// Whether the library, which writes 16 digits, writes this number.
+std::string SemZerosNoFim(std::string decimal)
+{
+    if (decimal.find('.') != std::string::npos) {
+        decimal.erase(decimal.find_last_not_of('0') + 1);
+        decimal.erase(decimal.find_last_not_of('.') + 1);
+    }
+    return decimal;
+}
+
+// Whether the library writes this number.
 bool CabeNoFormato(const Celula &numero)
 {
     std::array<char, 40> escrito{};
-    const int tamanho = std::snprintf(escrito.data(), escrito.size(), "%.16G", ValorDe(numero));
-    const auto decimal = NumeroDecimal(std::string_view(escrito.data(), static_cast<std::size_t>(tamanho)));
-    std::string exato = numero.Texto;
-    if (exato.find('.') != std::string::npos) {
-        exato.erase(exato.find_last_not_of('0') + 1);
-        exato.erase(exato.find_last_not_of('.') + 1);
-    }
-    return decimal && SemSobraBinaria(*decimal) == exato;
+    const auto [fim, erro] = std::to_chars(escrito.data(), escrito.data() + escrito.size(), ValorDe(numero),
+                                           std::chars_format::general, DigitosDaBiblioteca);
+    const auto decimal = NumeroDecimal(std::string_view(escrito.data(), fim));
+    return decimal && SemSobraBinaria(*decimal) == SemZerosNoFim(numero.Texto);
 }
 
 // The cell as the format keeps it.
@@ -56,7 +63,7 @@ Celula ComoSeGuarda(const Celula &celula)
     Celula guardada = celula;
     guardada.Formula = false;
     if (celula.Tipo == TipoDeCelula::Numero) {
-        guardada.Texto = CelulaDeNumero(ValorDe(celula)).Texto;
+        guardada.Texto = SemZerosNoFim(celula.Texto);
     }
     return guardada;
 }
@@ -114,6 +121,7 @@ void Soma(std::uint64_t &soma, std::size_t linha, const Linha &celulas)
 
 EscritorXlsx::EscritorXlsx(const std::filesystem::path &lugar) : m_Arquivo(lugar)
 {
+    const NumerosComPonto comPonto;
     lxw_workbook_options opcoes{};
     opcoes.constant_memory = LXW_TRUE;
     m_Livro = workbook_new_opt(m_Arquivo.Caminho().c_str(), &opcoes);
@@ -129,7 +137,14 @@ EscritorXlsx::EscritorXlsx(const std::filesystem::path &lugar) : m_Arquivo(lugar
 
 EscritorXlsx::~EscritorXlsx()
 {
-    Fecha();
+    if (m_Livro == nullptr) {
+        return;
+    }
+    // Given up: to close the workbook would be to pack it. Freed, it leaves the sheets' files open.
+    for (const Escrita &escrita : m_Escritas) {
+        std::fclose(escrita.Folha->optimize_tmpfile);
+    }
+    lxw_workbook_free(m_Livro);
 }
 
 lxw_format *EscritorXlsx::Formato(const char *codigo)
@@ -141,17 +156,19 @@ lxw_format *EscritorXlsx::Formato(const char *codigo)
 
 void EscritorXlsx::Folha(const std::string &nome)
 {
+    const NumerosComPonto comPonto;
     m_Regras.NovaFolha(nome);
     errno = 0;
     m_Folha = workbook_add_worksheet(m_Livro, nome.c_str());
     if (m_Folha == nullptr) {
         FalhaDeArquivo(errno != 0 ? errno : EIO, m_Arquivo.Ato());
     }
-    m_Escritas.push_back({0, InicioDaSoma});
+    m_Escritas.push_back({m_Folha, 0, InicioDaSoma});
 }
 
 void EscritorXlsx::Cabecalho(const std::vector<std::string> &titulos)
 {
+    const NumerosComPonto comPonto;
     if (m_Folha != nullptr) {
         for (std::size_t i = 0; i < titulos.size(); ++i) {
             const auto coluna = static_cast<lxw_col_t>(i);
@@ -170,6 +187,7 @@ void EscritorXlsx::Escreve(const Linha &linha)
 
 void EscritorXlsx::Escreve(const Linha &linha, lxw_format *formatoDosTextos)
 {
+    const NumerosComPonto comPonto;
     m_Regras.NovaLinha(linha);
     Linha guardada;
     guardada.reserve(linha.size());
@@ -215,13 +233,19 @@ void EscritorXlsx::Escreve(std::size_t coluna, const Celula &celula, lxw_format 
     if (erro == LXW_ERROR_MAX_STRING_LENGTH_EXCEEDED) {
         FalhaDeFormato("Um texto da tabela é mais longo do que uma célula de XLSX aceita, que são 32.767 caracteres.");
     }
+    if (erro == LXW_ERROR_MEMORY_MALLOC_FAILED) {
+        throw Falha(NumeroFalha::SemMemoria);
+    }
     if (erro != LXW_NO_ERROR) {
-        throw Falha(NumeroFalha::ErroDeAcesso, "planilhas", m_Arquivo.Ato() + ": " + lxw_strerror(erro) + ".");
+        throw Falha(NumeroFalha::ErroDeAcesso, "planilhas",
+                    m_Arquivo.Ato() + ": a coluna " + std::to_string(coluna + 1) + " da linha " +
+                        std::to_string(na + 1) + " foi recusada, erro " + std::to_string(static_cast<int>(erro)) + ".");
     }
 }
 
 int EscritorXlsx::Fecha()
 {
+    const NumerosComPonto comPonto;
     lxw_workbook *const livro = std::exchange(m_Livro, nullptr);
     m_Folha = nullptr;
     return livro == nullptr ? LXW_NO_ERROR : workbook_close(livro);
@@ -247,11 +271,12 @@ void EscritorXlsx::Confere()
         LimitesDeLeitura limites;
         limites.Octetos = static_cast<std::uint64_t>(-1);
         limites.Celulas = static_cast<std::uint64_t>(-1);
+        limites.Textos = static_cast<std::uint64_t>(-1);
         LeitorXlsx leitor(m_Arquivo.Caminho(), limites);
         igual = leitor.Folhas().size() == m_Escritas.size();
         for (std::size_t folha = 0; igual && folha < m_Escritas.size(); ++folha) {
             leitor.Escolhe(folha);
-            Escrita lida{0, InicioDaSoma};
+            Escrita lida{nullptr, 0, InicioDaSoma};
             for (LinhaLida linha; leitor.Le(linha);) {
                 ++lida.Linhas;
                 Soma(lida.Soma, linha.Numero, linha.Celulas);

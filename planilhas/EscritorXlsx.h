@@ -32,6 +32,7 @@ class EscritorXlsx : public Escritor {
   private:
     // What was written into a sheet, to be found there.
     struct Escrita {
+        lxw_worksheet *Folha = nullptr;
         std::uint64_t Linhas = 0;
         std::uint64_t Soma = 0;
     };

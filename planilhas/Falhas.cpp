@@ -1,7 +1,6 @@
 #include "planilhas/Falhas.h"
 
 #include <cerrno>
-#include <system_error>
 
 namespace planilhas {
 
@@ -50,8 +49,22 @@ std::string Motivo(int erro)
         return "o disco só pode ser lido";
     case EIO:
         return "o disco falhou";
+    case ENAMETOOLONG:
+        return "o nome é longo demais";
+    case ELOOP:
+        return "os atalhos do caminho apontam uns para os outros";
+    case ENODEV:
+    case ENXIO:
+    case ESPIPE:
+        return "é um canal ou um dispositivo, e não um arquivo";
+    case EMFILE:
+    case ENFILE:
+        return "há arquivos demais abertos";
+    case EBUSY:
+    case ETXTBSY:
+        return "está em uso";
     default:
-        return std::generic_category().message(erro);
+        return "o sistema recusou, erro " + std::to_string(erro);
     }
 }
 

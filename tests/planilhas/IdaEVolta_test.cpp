@@ -1,8 +1,12 @@
 #include "planilhas/Falhas.h"
 #include "tests/planilhas/Arquivos.h"
 
+#include <sys/stat.h>
+
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -173,12 +177,74 @@ TEST_P(IdaEVolta, write_NotConcluded_LeavesWhatWasThere)
     EXPECT_EQ(OctetosDe(m_Pasta / "tabela"), "antes");
 }
 
+TEST_P(IdaEVolta, write_ThroughLinks_ReplacesWhatTheyPointTo)
+{
+    std::filesystem::create_directory(m_Pasta / "pasta");
+    m_Pasta.Com("pasta/real", "antes");
+    std::filesystem::create_symlink("pasta/real", m_Pasta / "perto");
+    std::filesystem::create_symlink(m_Pasta / "perto", m_Pasta / "tabela");
+    EXPECT_EQ(Volta({Textos({"a"})}), std::vector<Linha>{Textos({"a"})});
+    EXPECT_TRUE(std::filesystem::is_symlink(m_Pasta / "tabela"));
+    EXPECT_TRUE(std::filesystem::is_symlink(m_Pasta / "perto"));
+    EXPECT_EQ(OctetosDe(m_Pasta / "pasta" / "real"), OctetosDe(m_Pasta / "tabela"));
+    EXPECT_EQ(m_Pasta.Nomes(), (std::vector<std::string>{"pasta", "perto", "tabela"}));
+    std::filesystem::remove(m_Pasta / "pasta" / "real"); // the link points to what is not there yet
+    EXPECT_EQ(Volta({Textos({"b"})}), std::vector<Linha>{Textos({"b"})});
+    EXPECT_TRUE(std::filesystem::is_regular_file(m_Pasta / "pasta" / "real"));
+    EXPECT_TRUE(std::filesystem::is_symlink(m_Pasta / "tabela"));
+}
+
+TEST_P(IdaEVolta, write_NotConcluded_PacksNothingAndClosesItsFiles)
+{
+    if (GetParam() == Formato::Csv) {
+        GTEST_SKIP() << "a file of text is not packed";
+    }
+    const auto abertos = [] {
+        const std::filesystem::directory_iterator todos("/proc/self/fd");
+        return std::distance(begin(todos), end(todos));
+    };
+    const auto antes = abertos();
+    auto escritor = FazEscritor(m_Pasta / "tabela", GetParam());
+    escritor->Folha("x");
+    escritor->Escreve({CelulaDeTexto("a")});
+    escritor->Folha("y");
+    ASSERT_EQ(m_Pasta.Nomes().size(), 1U);
+    std::filesystem::create_hard_link(m_Pasta / m_Pasta.Nomes().front(), m_Pasta / "testemunha");
+    escritor.reset();
+    EXPECT_EQ(m_Pasta.Nomes(), std::vector<std::string>{"testemunha"});
+    EXPECT_EQ(std::filesystem::file_size(m_Pasta / "testemunha"), 0U);
+    EXPECT_EQ(abertos(), antes);
+}
+
+TEST_P(IdaEVolta, write_OverAFile_KeepsItsRights)
+{
+    using std::filesystem::perms;
+    for (const perms direitos :
+         {perms::owner_read | perms::owner_write,
+          perms::owner_read | perms::owner_write | perms::group_read | perms::group_write | perms::others_read}) {
+        std::filesystem::permissions(m_Pasta.Com("tabela", "antes"), direitos);
+        Volta({Textos({"a"})});
+        EXPECT_EQ(std::filesystem::status(m_Pasta / "tabela").permissions(), direitos);
+    }
+}
+
 TEST_P(IdaEVolta, write_WhereNothingCanBeWritten_IsAFaultWithTheReason)
 {
     EXPECT_EQ(FalhaDe([&] { FazEscritor(m_Pasta / "não há" / "tabela", GetParam()); }).Numero,
               NumeroFalha::ArquivoNaoEncontrado);
     EXPECT_TRUE(
         FalhaDe([&] { FazEscritor(m_Pasta / ".", GetParam()); }).Descricao.ends_with("é uma pasta, e não um arquivo."));
+    std::filesystem::create_symlink("volta", m_Pasta / "volta");
+    EXPECT_TRUE(FalhaDe([&] {
+                    FazEscritor(m_Pasta / "volta", GetParam());
+                }).Descricao.ends_with(": os atalhos do caminho apontam uns para os outros."));
+    EXPECT_TRUE(FalhaDe([&] {
+                    FazEscritor(m_Pasta / std::string(300, 'a'), GetParam());
+                }).Descricao.ends_with(": o nome é longo demais."));
+    ASSERT_EQ(mkfifo((m_Pasta / "canal").c_str(), 0600), 0);
+    EXPECT_TRUE(FalhaDe([&] {
+                    FazEscritor(m_Pasta / "canal", GetParam());
+                }).Descricao.ends_with(": é um canal ou um dispositivo, e não um arquivo."));
 }
 
 TEST_P(IdaEVolta, write_ControlCharacters_AreKeptOrRefused)
