@@ -89,8 +89,9 @@ SentidoDoNumero SentidoDoFormato(std::string_view codigo)
 std::string MascaraDoFormato(std::string_view codigo)
 {
     constexpr std::string_view soltos = "0- ()"; // what stands for itself, and the digits
-    if (std::ranges::count(codigo, ';') > 1) {
-        return ""; // zero looks otherwise
+    // With a third section zero looks otherwise.
+    if (SentidoDoFormato(codigo) != SentidoDoNumero::Numero || std::ranges::count(codigo, ';') > 1) {
+        return "";
     }
     std::string mascara;
     for (std::size_t i = 0; i < codigo.size() && codigo[i] != ';'; ++i) {

@@ -159,9 +159,9 @@ TEST_F(LeitorXlsxTeste, MascaraDoFormato_OnlyCodesOfZeros_HaveOne)
     EXPECT_EQ(MascaraDoFormato("000\\.000\\.000\\-00"), "000.000.000-00");
     EXPECT_EQ(MascaraDoFormato("00\" / \"00;@"), "00 / 00");
     EXPECT_EQ(MascaraDoFormato("[Red]00"), "00");
-    for (const char *codigo :
-         {"", "0", "General", "0.00", "#,##0", "00.0", "00%", "00E+00", "[<100]00", "[$R$-416]00", "00\" dias\"",
-          "0\"0", "0\\", "0[", "\\000", "000;-000;", "00/00", "dd/mm/yyyy", "[h]:mm"}) {
+    for (const char *codigo : {"",       "0",         "General",     "0.00",        "#,##0",  "00.0", "00%",
+                               "00E+00", "[<100]00",  "[$R$-416]00", "00\" dias\"", "0\"0",   "0\\",  "0[",
+                               "\\000",  "000;-000;", "00/00",       "dd/mm/yyyy",  "[h]:mm", "[h]00"}) {
         EXPECT_EQ(MascaraDoFormato(codigo), "") << codigo;
     }
     EXPECT_EQ(MascaraDoFormato(std::string(65, '0')), "");
