@@ -199,6 +199,9 @@ Ref<mesa::SessaoServico> Acesso::Entra(Ambiente &ambiente, ComSenha com)
     } else {
         AbreArquivo(ambiente);
     }
+    if (ambiente.Interrompido()) { // a server that answers at once is not waited for, and then nobody has asked
+        throw Interrupcao();
+    }
     m_Senha = LeSenha(ambiente);
     std::string recusa;
     std::int32_t espera = 0;

@@ -2,7 +2,12 @@
 #include "comando/Json.h"
 #include "comando/Subcomando.h"
 #include "services/Cabeca.h"
+#include "services/Disco.h"
+#include "services/ErroSql.h"
 
+#include <unistd.h>
+
+#include <cerrno>
 #include <ostream>
 
 namespace comando {
@@ -27,8 +32,7 @@ class ComandoCabeca : public Subcomando {
     {
         m_Acesso.Resolve(ambiente);
         const mesa::CabecaAssinada cabeca =
-            m_Acesso.Servidor() ? m_Acesso.EntraNoServidor(ambiente)->Cabeca()
-                                : mesa::ExportacaoDeCabeca::Le(m_Acesso.Registro().Caminho.string(), ambiente.Agora());
+            m_Acesso.Servidor() ? m_Acesso.EntraNoServidor(ambiente)->Cabeca() : DoArquivo(ambiente);
         if (m_Json) {
             Escreve(ambiente.Saida, Json{{"registro", cabeca.Registro},
                                          {"entradas", cabeca.Tamanho},
@@ -44,6 +48,17 @@ class ComandoCabeca : public Subcomando {
     }
 
   private:
+    mesa::CabecaAssinada DoArquivo(const Ambiente &ambiente) const
+    {
+        const std::string caminho = m_Acesso.Registro().Caminho.string();
+        // Whoever reads the database is told of all of these alike, in words of its own.
+        if (::access(caminho.c_str(), R_OK) != 0) {
+            throw errno == ENOENT ? mesa::ErroSql(mesa::MotivoSql::Ausente, caminho)
+                                  : mesa::ErroSql(mesa::MotivoSql::Acesso, mesa::MotivoDoSistema(errno));
+        }
+        return mesa::ExportacaoDeCabeca::Le(caminho, ambiente.Agora());
+    }
+
     Acesso m_Acesso{Acesso::Lugar::ArquivoOuServidor, Acesso::Entrada::NoServidor};
     bool m_Json = false;
 };

@@ -18,13 +18,55 @@ void AgrupaAjuda(CLI::App &linha)
     }
 }
 
-// CLI::ExtrasError with what of it was not understood, if anything.
+// CLI::ValidationError when a value, or a word that stands alone, was given with nothing in it: what an empty variable
+// of a script leaves there is never taken for an option that was not given.
+void ExigeValores(const std::vector<std::string> &argumentos)
+{
+    std::string antes;
+    for (const std::string &um : argumentos) {
+        const bool semValor = um.starts_with("--") && um.find('=') == um.size() - 1;
+        if (um.empty() || semValor) {
+            const std::string opcao = semValor ? um : antes;
+            throw CLI::ValidationError("valor",
+                                       opcao.starts_with("--")
+                                           ? "O que vem depois de " + opcao.substr(0, opcao.find('=')) + " está vazio."
+                                           : "Há um argumento vazio na linha de comando.");
+        }
+        antes = um;
+    }
+}
+
+// What may be said again of words that were not understood: none that may be a password, in the wrong place.
+std::vector<std::string> Diziveis(const CLI::App &linha, const std::vector<std::string> &demais)
+{
+    const bool comSenha = linha.get_option_no_throw("--senha-da-entrada") != nullptr;
+    const bool comComandos = !linha.get_subcommands([](const CLI::App *) { return true; }).empty();
+    std::vector<std::string> diziveis;
+    for (const std::string &uma : demais) {
+        if (uma.starts_with("--") || !comSenha) {
+            diziveis.push_back(uma.substr(0, uma.find('=')));
+        }
+        if (comComandos) {
+            break; // what follows a command that there is not may be anything
+        }
+    }
+    return diziveis;
+}
+
+// CLI::ExtrasError with what was not understood of this line and of those above it, if anything.
 void ExigeEntendida(const CLI::App &linha)
 {
-    std::vector<std::string> demais = linha.remaining();
+    const std::vector<std::string> demais = linha.remaining();
     if (!demais.empty()) {
-        std::ranges::reverse(demais); // as the error takes it
-        throw CLI::ExtrasError(demais);
+        std::vector<std::string> diziveis = Diziveis(linha, demais);
+        if (diziveis.empty()) {
+            throw CLI::ExtrasError("stray words", CLI::ExitCodes::ExtrasError);
+        }
+        std::ranges::reverse(diziveis); // as the error takes it
+        throw CLI::ExtrasError(diziveis);
+    }
+    if (linha.get_parent() != nullptr) {
+        ExigeEntendida(*linha.get_parent());
     }
 }
 
@@ -57,6 +99,7 @@ LinhaDeComando::LinhaDeComando()
 
 Subcomando &LinhaDeComando::Le(std::vector<std::string> argumentos)
 {
+    ExigeValores(argumentos);
     std::ranges::reverse(argumentos); // as the library takes them
     try {
         m_App.parse(argumentos);

@@ -3,6 +3,8 @@
 #include "comando/Fim.h"
 #include "host/Texto.h"
 
+#include <poll.h>
+#include <signal.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -39,6 +41,36 @@ class SemEco {
     termios m_Antes{};
 };
 
+// While this lives, the signals that end the program come only where it waits for a key: none is lost between the look
+// at whether one came and the wait.
+class SinaisNaEspera {
+  public:
+    SinaisNaEspera()
+    {
+        sigset_t deles;
+        ::sigemptyset(&deles);
+        for (const int sinal : {SIGINT, SIGTERM, SIGHUP}) {
+            ::sigaddset(&deles, sinal);
+        }
+        ::pthread_sigmask(SIG_BLOCK, &deles, &m_Antes);
+    }
+    SinaisNaEspera(const SinaisNaEspera &) = delete;
+    SinaisNaEspera &operator=(const SinaisNaEspera &) = delete;
+    ~SinaisNaEspera() { ::pthread_sigmask(SIG_SETMASK, &m_Antes, nullptr); }
+
+    // Whether there is something to read; not when a signal came. It does not wait for ever: with a server there are
+    // other threads, and one of them may have had the signal.
+    bool EsperaTecla() const
+    {
+        pollfd tecla{STDIN_FILENO, POLLIN, 0};
+        const timespec bastante{1, 0};
+        return ::ppoll(&tecla, 1, &bastante, &m_Antes) > 0;
+    }
+
+  private:
+    sigset_t m_Antes{};
+};
+
 } // namespace
 
 bool Terminal::Ha()
@@ -52,10 +84,17 @@ mesa::Segredo Terminal::Linha() const
     constexpr std::size_t bastante = 1024;
     std::vector<char, mesa::AlocadorQueLimpa<char>> linha;
     linha.reserve(bastante);
+    const SinaisNaEspera sinais;
     for (;;) {
+        if (m_Interrompido()) {
+            throw Interrupcao();
+        }
+        if (!sinais.EsperaTecla()) {
+            continue;
+        }
         char um = 0;
         const ssize_t lidos = ::read(STDIN_FILENO, &um, 1);
-        if (lidos < 0 && errno == EINTR && !m_Interrompido()) {
+        if (lidos < 0 && errno == EAGAIN) { // another one read it first
             continue;
         }
         if (lidos <= 0) {

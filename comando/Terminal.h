@@ -9,7 +9,7 @@ namespace comando {
 // The terminal of the standard input. What is asked is written to the standard error.
 class Terminal : public ITerminal {
   public:
-    // interrompido: asked when a signal cuts a wait short.
+    // interrompido: asked before each wait for a key.
     explicit Terminal(std::function<bool()> interrompido) : m_Interrompido(std::move(interrompido)) {}
 
     // Whether somebody is there who can be asked.

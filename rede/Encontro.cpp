@@ -5,6 +5,7 @@
 #include <QUuid>
 
 #include <cctype>
+#include <filesystem>
 
 namespace rede {
 
@@ -15,6 +16,9 @@ std::optional<Confianca> Confia(const Endereco &servidor, const Confianca &dita,
                                 const ConectaServidor &rede, const QuemEncontra &quem)
 {
     Confianca confianca = dita;
+    if (!confianca.Autoridade.empty()) { // it is read again wherever the next program is called from
+        confianca.Autoridade = std::filesystem::absolute(confianca.Autoridade).lexically_normal().string();
+    }
     if (confianca.Digital.empty() && confianca.Autoridade.empty()) {
         confianca = lugares.Confianca(servidor);
     }

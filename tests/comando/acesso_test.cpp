@@ -1,9 +1,11 @@
 #include "tests/comando/ComandoTeste.h"
 
+#include "rede/Encontro.h"
 #include "services/Disco.h"
 
 #include <sys/stat.h>
 
+#include <filesystem>
 #include <fstream>
 
 namespace {
@@ -157,6 +159,25 @@ TEST_F(AcessoTeste, Server_WithAnotherRegistryThanBefore_IsRefused)
     const Terminado terminado = NoServidor(Pergunta({}), "ana");
     EXPECT_EQ(terminado.Como, Codigo::Recusado);
     EXPECT_NE(terminado.Frases.find("não é aquele em que se trabalhava"), std::string::npos);
+}
+
+TEST_F(AcessoTeste, Authority_ToldByARelativePath_IsRememberedByAWholeOne)
+{
+    rede::LugaresConhecidos lugares(Em("preferencias.ini"));
+    const rede::Endereco servidor{"maquina", 50443};
+    const std::string inteira = (std::filesystem::current_path() / "ca.pem").string();
+    std::string usada;
+    const rede::ConectaServidor como{[](const rede::Endereco &) { return std::string(); },
+                                     [&](const rede::Endereco &, const rede::Confianca &confianca) {
+                                         usada = confianca.Autoridade;
+                                         return Registro.AbreOutro();
+                                     }};
+    const rede::QuemEncontra quem{[](const std::string &, const std::string &) { return false; },
+                                  [](const std::string &) { return false; }, "com --digital"};
+    const rede::Encontrado encontrado = rede::Encontra(servidor, {"", "./ca.pem"}, lugares, como, quem);
+    EXPECT_EQ(encontrado.Desfecho, rede::Encontrado::Como::Conectado) << encontrado.Frase;
+    EXPECT_EQ(usada, inteira);
+    EXPECT_EQ(lugares.Confianca(servidor).Autoridade, inteira);
 }
 
 TEST_F(AcessoTeste, Server_ThatIsGoneOrNone_EndsWith4)

@@ -1,5 +1,7 @@
 #include "tests/comando/ComandoTeste.h"
 
+#include "comando/ArquivoNovo.h"
+#include "comando/Fim.h"
 #include "tests/services/PastaDeTeste.h"
 
 #include <fstream>
@@ -142,6 +144,27 @@ TEST_F(ConsultaTeste, Consulta_CertificateOverAFile_IsRefusedAndTheFileStays)
     const std::string outro = ComandoTeste::Em("d.pdf");
     EXPECT_EQ(NoArquivo(Em("01/07/2026", {"--certificado", outro}), "bruno").Como, Codigo::Nao);
     EXPECT_FALSE(std::filesystem::exists(outro));
+}
+
+TEST_F(ConsultaTeste, NewFile_WhereAnotherOneCameMeanwhile_IsRefusedAndBothStay)
+{
+    const std::string pronto = ComandoTeste::Em("pronto");
+    const std::string lugar = ComandoTeste::Em("c.pdf");
+    std::ofstream(pronto) << "de agora";
+    std::ofstream(lugar) << "de outro";
+    try {
+        comando::PoeNoLugar(pronto, lugar);
+        ADD_FAILURE() << "it took the place of a file";
+    } catch (const comando::Fim &fim) {
+        EXPECT_EQ(fim.Qual, Codigo::Recusado);
+        EXPECT_EQ(std::string(fim.what()), "Já existe " + lugar + ", e nada é gravado por cima.");
+    }
+    EXPECT_EQ(BytesDe(lugar), "de outro");
+    EXPECT_EQ(BytesDe(pronto), "de agora");
+    std::filesystem::remove(lugar);
+    comando::PoeNoLugar(pronto, lugar);
+    EXPECT_EQ(BytesDe(lugar), "de agora");
+    EXPECT_FALSE(std::filesystem::exists(pronto));
 }
 
 TEST_F(ConsultaTeste, Consulta_ByWhoMayNotLook_IsRefusedWith3)

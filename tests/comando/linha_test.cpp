@@ -119,7 +119,9 @@ TEST_F(LinhaTeste, LinesThatAreWrong_EndWith2AndSayWhatIs)
         {{"consulta", "--json=1", "--dia", "x", "--usuario", "a"},
          "A opção --json não tem valor.\nVeja registro consulta --ajuda.\n"},
         {{"consulta", "--dia", "x", "--usuario", "a", "sobra", "outra"},
-         "Não se esperava \"sobra outra\" aqui.\nVeja registro consulta --ajuda.\n"},
+         "Há algo demais na linha de comando.\nVeja registro consulta --ajuda.\n"},
+        {{"restaura", "c", "sobra", "outra"},
+         "Não se esperava \"sobra outra\" aqui.\nVeja registro restaura --ajuda.\n"},
         {{"confere", "--senha-da-entrada"},
          "A opção --senha-da-entrada só vai com --usuario.\nVeja registro confere --ajuda.\n"},
         {{"copia"}, "Falta DIR.\nVeja registro copia --ajuda.\n"},
@@ -139,6 +141,55 @@ TEST_F(LinhaTeste, LinesThatAreWrong_EndWith2AndSayWhatIs)
     const Terminado longa = Chama({std::string(200000, 'x')});
     EXPECT_EQ(longa.Como, Codigo::UsoErrado);
     EXPECT_LT(longa.Frases.size(), 1000u);
+}
+
+TEST_F(LinhaTeste, ValuesAndWordsWithNothingInThem_EndWith2AndAreNeverAsIfNotGiven)
+{
+    const std::vector<std::pair<std::vector<std::string>, std::string>> linhas = {
+        {{"restaura", "c.db", "--registro", ""}, "O que vem depois de --registro está vazio."},
+        {{"restaura", "c.db", "--registro="}, "O que vem depois de --registro está vazio."},
+        {{"restaura", "--registro=", "c.db"}, "O que vem depois de --registro está vazio."},
+        {{"restaura", "c.db", "--dados", ""}, "O que vem depois de --dados está vazio."},
+        {{"restaura", ""}, "Há um argumento vazio na linha de comando."},
+        {{"copia", "", "--json"}, "Há um argumento vazio na linha de comando."},
+        {{"confere", "--desde", ""}, "O que vem depois de --desde está vazio."},
+        {{"cabeca", "--servidor", "", "--usuario", "ana"}, "O que vem depois de --servidor está vazio."},
+        {{"consulta", "--numero", "", "--dia", "x", "--usuario", "a"}, "O que vem depois de --numero está vazio."},
+        {{"consulta", "--numero", "1", "--dia", "x", "--usuario", "a", "--certificado", ""},
+         "O que vem depois de --certificado está vazio."},
+        {{"usuarios", "desativa", "", "--usuario", "marta"}, "Há um argumento vazio na linha de comando."},
+        {{""}, "Há um argumento vazio na linha de comando."},
+    };
+    for (const auto &[argumentos, frase] : linhas) {
+        const Terminado terminado = Chama(argumentos);
+        EXPECT_EQ(terminado.Como, Codigo::UsoErrado) << frase;
+        EXPECT_EQ(terminado.Resposta, "") << frase;
+        EXPECT_EQ(terminado.Frases, frase + "\nVeja registro --ajuda.\n");
+    }
+}
+
+TEST_F(LinhaTeste, WordsThatMayBePasswords_AreNotSaidAgain)
+{
+    const std::vector<std::pair<std::vector<std::string>, std::string>> linhas = {
+        {{"usuarios", "minha-senha", "segredo", "--usuario", "ana"}, "Há algo demais na linha de comando."},
+        {{"usuarios", "minha-senha", "segredo"}, "Há algo demais na linha de comando."},
+        {{"usuarios", "senha", "bruno", "segredo", "--usuario", "marta"}, "Há algo demais na linha de comando."},
+        {{"usuarios", "senha", "bruno", "--senha", "segredo", "--usuario", "marta"},
+         "A opção --senha não existe aqui."},
+        {{"usuarios", "lista", "--usuario", "marta", "--senha=segredo"}, "A opção --senha não existe aqui."},
+        {{"usuarios", "lista", "--usuario", "marta", "-psegredo"}, "Há algo demais na linha de comando."},
+        {{"consulta", "--dia", "x", "--usuario", "ana", "segredo"}, "Há algo demais na linha de comando."},
+        {{"usuarios", "minhasenha", "segredo"}, "Não se esperava \"minhasenha\" aqui."},
+        {{"usuario", "minha-senha", "segredo"}, "Não se esperava \"usuario\" aqui."},
+        {{"--senha=segredo", "usuarios", "lista", "--usuario", "marta"}, "A opção --senha não existe aqui."},
+        {{"copia", "d", "--senha=segredo"}, "A opção --senha não existe aqui."},
+    };
+    for (const auto &[argumentos, frase] : linhas) {
+        const Terminado terminado = Chama(argumentos);
+        EXPECT_EQ(terminado.Como, Codigo::UsoErrado) << terminado.Frases;
+        EXPECT_TRUE(terminado.Frases.starts_with(frase + "\nVeja registro")) << terminado.Frases;
+        EXPECT_EQ(terminado.Frases.find("segredo"), std::string::npos) << terminado.Frases;
+    }
 }
 
 TEST_F(LinhaTeste, Help_OfEveryLine_IsPortugueseAndTellsEachOption)

@@ -95,6 +95,12 @@ TEST_F(RegistroInteiroTeste, WhatIsDoneWithAFile_ThatIsNotThere_EndsWith4)
     }
 }
 
+TEST_F(RegistroInteiroTeste, Cabeca_OfAFileThatIsNotThere_SaysThat)
+{
+    const std::string nenhum = Em("nenhum.db");
+    EXPECT_EQ(Chama({"cabeca", "--registro", nenhum}).Frases, "O registro não foi encontrado em " + nenhum + ".\n");
+}
+
 TEST_F(RegistroInteiroTeste, Cabeca_OfAFile_IsSignedAndEndsWhereTheHistoryDoes)
 {
     const Terminado terminado = SemEntrar({"cabeca"});
