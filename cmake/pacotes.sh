@@ -23,7 +23,7 @@ libssl-dev     the server's own certificate, and its fingerprint
 libtomlplusplus-dev the server's settings
 prometheus-cpp-dev its figures
 libqt6sql6-psql the database of many desks, where there is one
-libpq-dev      cancelling what waits there without end
+libpq-dev      the statements there, and cancelling what waits without end
 libsodium-dev  password hashes of the desk's sign-in
 libxlsxwriter-dev writes tables as XLSX
 libzip-dev     the packages that XLSX and ODS are

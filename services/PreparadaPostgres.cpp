@@ -51,6 +51,13 @@ QByteArray DoTexto(const QByteArray &texto)
     return {reinterpret_cast<const char *>(octetos.get()), static_cast<qsizetype>(quantos)};
 }
 
+// A text or bytes that were never given are nothing, as they are to the toolkit's drivers.
+bool EhNulo(const QVariant &valor)
+{
+    return valor.isNull() || (valor.typeId() == QMetaType::QString && valor.toString().isNull()) ||
+           (valor.typeId() == QMetaType::QByteArray && valor.toByteArray().isNull());
+}
+
 } // namespace
 
 PreparadaPostgres::PreparadaPostgres(pg_conn *ligacao, std::string nome, const QString &sql, Falhou falhou)
@@ -106,7 +113,7 @@ void PreparadaPostgres::Executa(const QVariantList &valores)
     std::vector<int> formas(quantos);
     for (std::size_t n = 0; n < quantos; ++n) {
         const QVariant &valor = valores[static_cast<qsizetype>(n)];
-        if (valor.isNull()) {
+        if (EhNulo(valor)) {
             continue; // a null pointer
         }
         const bool octetos = valor.typeId() == QMetaType::QByteArray;

@@ -58,10 +58,11 @@ TEST_F(PreparadaTeste, Values_OfEachType_ComeBackAsTheyWent)
 TEST_F(PreparadaTeste, Null_OfEachType_IsNullZeroAndNoText)
 {
     m_Banco.Le([&] {
-        Consulta linha(m_Banco, "SELECT CAST(? AS bigint), CAST(? AS text), NULL",
-                       {QVariant(QMetaType::fromType<qlonglong>()), QVariant(QMetaType::fromType<QString>())});
+        Consulta linha(
+            m_Banco, "SELECT CAST(? AS bigint), CAST(? AS text), NULL, CAST(? AS text)",
+            {QVariant(QMetaType::fromType<qlonglong>()), QVariant(QMetaType::fromType<QString>()), QString()});
         ASSERT_TRUE(linha.Proxima());
-        for (const int coluna : {0, 1, 2}) {
+        for (const int coluna : {0, 1, 2, 3}) {
             EXPECT_TRUE(linha.Valor(coluna).isNull()) << coluna;
             EXPECT_EQ(linha.Inteiro(coluna), 0) << coluna;
             EXPECT_EQ(linha.Texto(coluna), "") << coluna;
