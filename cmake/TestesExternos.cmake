@@ -22,7 +22,7 @@ endif()
 # Loading and unloading needs neither registry nor keyboard, and takes as long as a good part of the others together.
 set(cargas HostisTeste.LoadedAndUnloaded*)
 foreach(quais "${cargas}" "-${cargas}")
-    set(propriedades FIXTURES_REQUIRED camada TIMEOUT 900 ENVIRONMENT FIGURAS=Z:${pasta_figuras})
+    set(propriedades FIXTURES_REQUIRED camada TIMEOUT 300 ENVIRONMENT FIGURAS=Z:${pasta_figuras})
     if(quais MATCHES "^-")
         list(APPEND propriedades RUN_SERIAL TRUE)
     endif()

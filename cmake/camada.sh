@@ -61,8 +61,9 @@ roda)
     else
         serve
     fi
-    # A program that ends badly may not have said a word.
-    "$carregador" "$@" | tr -d '\r' || {
+    # A program that ends badly may not have said a word; of one that is ended for taking too long, what it said is
+    # wanted: nothing waits for more before it is passed on.
+    "$carregador" "$@" | sed --unbuffered 's/\r//g' || {
         saida=$?
         echo "$1 ended with $saida."
         exit "$saida"

@@ -30,6 +30,8 @@ class Atendente {
     static constexpr std::size_t MaisFluxos = 64;
     // Octets of them in memory, all together; a single one may be larger.
     static constexpr std::size_t MaisOctetos = 256UL << 20;
+    // Of MaisFluxos, at this moment.
+    std::size_t ACaminho() const { return m_Fluxos; }
 
     Atendente(const Configuracao &configuracao, mesa::Relogio agora, Trabalhadores &trabalhadores, Sessoes &sessoes,
               EntradasRecusadas &recusadas, Diario &diario, Figuras &figuras);

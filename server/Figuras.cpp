@@ -36,6 +36,8 @@ class Figuras::DoMomento : public prometheus::Collectable {
         Poe(familias, "registro_em_andamento", "Operações em andamento", static_cast<double>(agora.Trabalhando));
         Poe(familias, "registro_conexoes", "Conexões com o banco de dados", static_cast<double>(agora.Conectados));
         Poe(familias, "registro_sessoes", "Sessões abertas", static_cast<double>(agora.Sessoes));
+        Poe(familias, "registro_a_caminho", "Documentos, réplicas e conferências a caminho",
+            static_cast<double>(agora.ACaminho));
         Poe(familias, "registro_diario_perdidas_total", "Linhas que o diário não pôde guardar",
             static_cast<double>(agora.LinhasPerdidas), prometheus::MetricType::Counter);
         Poe(familias, "registro_sem_sessao_total", "Chamadas de quem não tem sessão, ou não a tem mais",

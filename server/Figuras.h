@@ -22,6 +22,7 @@ struct Retrato {
     std::size_t Trabalhando = 0;
     std::size_t Conectados = 0;
     std::size_t Sessoes = 0;
+    std::size_t ACaminho = 0; // documents, replicas and checks
     std::uint64_t LinhasPerdidas = 0;
     std::uint64_t SemSessao = 0; // calls turned away
 };

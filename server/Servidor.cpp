@@ -90,8 +90,13 @@ struct Servidor::Interior {
           Entradas(std::chrono::steady_clock::now, Como.Ociosidade, Como.SessoesPorUsuario, Como.PorSessao),
           Medidas(Como.Numeros,
                   [this] {
-                      return Retrato{Fios.Esperando(),   Fios.Trabalhando(),   Fios.Conectados(),
-                                     Entradas.Quantas(), OndeAnota.Perdidas(), SemSessao};
+                      return Retrato{Fios.Esperando(),
+                                     Fios.Trabalhando(),
+                                     Fios.Conectados(),
+                                     Entradas.Quantas(),
+                                     Atendendo ? Quem.ACaminho() : 0,
+                                     OndeAnota.Perdidas(),
+                                     SemSessao};
                   }),
           Quem(Como, agora, Fios, Entradas, Recusadas, OndeAnota, Medidas),
           Entrada(Quem),

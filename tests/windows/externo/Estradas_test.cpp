@@ -105,7 +105,7 @@ void EstradasTeste::PercorreUmEquipamento()
                  p.Alt('O').EsperaCaixa("É obrigatório fazer Upload do Documento em PDF!").Fotografa("09-aviso");
                  p.Tecla(VK_RETURN).EsperaJanela("Nova Aferição");
                  p.Alt('P').EsperaJanela("Selecione o arquivo").Fotografa("10-arquivo");
-                 p.Escreve(certificado + "\r").EsperaJanela("Nova Aferição");
+                 p.EscreveNoCampo(certificado).Tecla(VK_RETURN).EsperaJanela("Nova Aferição");
                  p.EsperaUsavel("Upload", true).Alt('U').EsperaUsavel("Upload", false);
                  p.Fotografa("11-enviado");
                  p.Alt('O').EsperaJanela("Detalhes do Sensor").EsperaLinhas(2);

@@ -7,6 +7,8 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <cstdio>
+#include <cstdlib>
 #include <stdexcept>
 
 namespace nativo {
@@ -100,8 +102,15 @@ DWORD WINAPI PessoaExterna::Anda(void *onde)
     } catch (const std::exception &problema) {
         passeio.Diferenca = problema.what();
     }
-    // Whatever still waits for an answer is closed, so that the windows' thread comes back.
+    // Whatever still waits for an answer is closed, so that the windows' thread comes back. What does not let itself be
+    // closed would keep the program for ever, and what the person saw would be told to nobody.
+    const ULONGLONG fim = GetTickCount64() + pessoa.m_Paciencia;
     while (!passeio.Voltou) {
+        if (GetTickCount64() > fim) {
+            std::fprintf(stderr, "%s\nas janelas não se fecham:%s\n", passeio.Diferenca.c_str(),
+                         pessoa.Situacao().c_str());
+            std::_Exit(1);
+        }
         pessoa.FechaTudo();
         Sleep(Pausa);
     }
@@ -267,6 +276,20 @@ PessoaExterna &PessoaExterna::Escreve(const std::string &texto)
         SendInput(2, entradas, sizeof(INPUT));
     }
     return *this;
+}
+
+PessoaExterna &PessoaExterna::EscreveNoCampo(const std::string &texto)
+{
+    HWND campo = nullptr;
+    Espera("o teclado está em um campo", [&] {
+        GUITHREADINFO onde = {};
+        onde.cbSize = sizeof onde;
+        GetGUIThreadInfo(m_Fio, &onde);
+        campo = onde.hwndFocus;
+        return Classe(campo) == "Edit" && IsChild(m_Janela, campo) != FALSE;
+    });
+    Escreve(texto);
+    return Espera("o campo mostra \"" + texto + "\"", [&] { return Texto(campo) == texto; });
 }
 
 void PessoaExterna::ClicaEm(HWND janela, POINT ponto)

@@ -29,6 +29,8 @@ class PessoaExterna {
     PessoaExterna &Alt(char letra) { return Tecla(static_cast<WORD>(letra), VK_MENU); }
     // Letters; "\t" is Tab and "\r" Enter.
     PessoaExterna &Escreve(const std::string &texto);
+    // In the field that has the keyboard, empty before, until all of it stands there.
+    PessoaExterna &EscreveNoCampo(const std::string &texto);
     // The mouse, in the middle of the button, box, option or field of that label; of a page's heading; of a row.
     PessoaExterna &Clica(const std::string &rotulo);
     PessoaExterna &ClicaAba(const std::string &titulo);
