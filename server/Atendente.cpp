@@ -459,11 +459,13 @@ Status Atendente::Executa(const Chamada &chamada, const std::string &classe, con
         const std::size_t tamanho = pedido.ByteSizeLong();
         andamento.Linha.Octetos = tamanho;
         std::string &oQue = guarda.Octetos; // what is asked, as a repetition has to ask it
-        // The reason of a correction is part of it.
-        oQue = classe + "/" + metodo + "\n" + mesa::Resumo(Emprestados(chamada.Motivo.value_or(""))) + "\n";
-        const std::size_t antes = oQue.size();
-        oQue.resize(antes + tamanho); // at once, while there is nothing in it: growing leaves copies
-        pedido.SerializeToArray(oQue.data() + antes, static_cast<int>(tamanho));
+        if (grava) {
+            // The reason of a correction is part of it.
+            oQue = classe + "/" + metodo + "\n" + mesa::Resumo(Emprestados(chamada.Motivo.value_or(""))) + "\n";
+            const std::size_t antes = oQue.size();
+            oQue.resize(antes + tamanho); // at once, while there is nothing in it: growing leaves copies
+            pedido.SerializeToArray(oQue.data() + antes, static_cast<int>(tamanho));
+        }
         std::string faltaMotivo;
         andamento.Grava = grava;
         NaSessao(andamento, [&](mesa::SessaoSql &sessao) {

@@ -4,6 +4,7 @@
 #include "services/Disco.h"
 #include "services/TextoQt.h"
 
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 
@@ -11,8 +12,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
+#include <charconv>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
@@ -27,9 +30,23 @@ constexpr std::chrono::minutes EntreAvisos(1);
 // Lines that come meanwhile are written together: waking somebody for each costs more than the line.
 constexpr std::chrono::milliseconds EntreEscritas(50);
 
-double Milissegundos(std::chrono::microseconds tempo)
+std::string Milissegundos(std::chrono::microseconds tempo)
 {
-    return static_cast<double>(tempo.count()) / 1000;
+    std::array<char, 32> texto{};
+    const double valor = static_cast<double>(tempo.count()) / 1000;
+    return {texto.data(),
+            std::to_chars(texto.data(), texto.data() + texto.size(), valor, std::chars_format::fixed).ptr};
+}
+
+// The text as JSON has it. Nearly all of them need nothing, and the toolkit's way there is a long one.
+std::string EntreAspas(const std::string &texto)
+{
+    const auto simples = [](char letra) { return letra >= ' ' && letra <= '~' && letra != '"' && letra != '\\'; };
+    if (std::ranges::all_of(texto, simples)) {
+        return '"' + texto + '"';
+    }
+    const QByteArray lista = QJsonDocument(QJsonArray{mesa::Q(texto)}).toJson(QJsonDocument::Compact);
+    return lista.mid(1, lista.size() - 2).toStdString();
 }
 
 // As "2026-11-23T08:30:00.123-03:00", in the machine's zone. The toolkit asks for the zone anew each time.
@@ -59,21 +76,25 @@ std::string Linha(const QJsonObject &objeto)
 
 std::string LinhaDoDiario::Json(std::chrono::system_clock::time_point quando) const
 {
-    QJsonObject objeto{{"momento", mesa::Q(Local(quando))},
-                       {"operacao", mesa::Q(Operacao)},
-                       {"usuario", Usuario},
-                       {"endereco", mesa::Q(Endereco)},
-                       {"fim", mesa::Q(Fim)},
-                       {"ms", Milissegundos(Duracao)},
-                       {"espera_ms", Milissegundos(Espera)},
-                       {"octetos", static_cast<qint64>(Octetos)}};
-    if (!Numero.empty()) {
-        objeto.insert("numero", mesa::Q(Numero));
-    }
+    std::string linha;
+    const auto poe = [&](const char *nome, const std::string &valor) {
+        linha.append(linha.empty() ? "{\"" : ",\"").append(nome).append("\":").append(valor);
+    };
+    poe("endereco", EntreAspas(Endereco));
+    poe("espera_ms", Milissegundos(Espera));
+    poe("fim", EntreAspas(Fim));
+    poe("momento", EntreAspas(Local(quando)));
     if (!Motivo.empty()) {
-        objeto.insert("motivo", mesa::Q(Motivo));
+        poe("motivo", EntreAspas(Motivo));
     }
-    return Linha(objeto);
+    poe("ms", Milissegundos(Duracao));
+    if (!Numero.empty()) {
+        poe("numero", EntreAspas(Numero));
+    }
+    poe("octetos", std::to_string(Octetos));
+    poe("operacao", EntreAspas(Operacao));
+    poe("usuario", std::to_string(Usuario));
+    return linha + "}\n";
 }
 
 Diario::Diario(const std::string &onde, std::size_t lugares) : m_Lugares(lugares)

@@ -3,25 +3,32 @@
 #include "host/Data.h"
 
 #include <QCoreApplication>
-#include <QDateTime>
 
 #include <malloc.h>
 #include <signal.h>
 #include <sys/stat.h>
+#include <time.h>
 
+#include <atomic>
 #include <iostream>
 
 namespace servidor {
 
 namespace {
 
-// The moment it is, by the machine's clock, with the offset of its time zone.
+// The moment it is, by the machine's clock, with the offset of its time zone. The toolkit looks for the zone anew each
+// time that it is asked; here that is once a second.
 mesa::Instante Agora()
 {
-    const QDateTime agora = QDateTime::currentDateTime();
-    return {DataDe(agora.date().day(), agora.date().month(), agora.date().year(), agora.time().hour(),
-                   agora.time().minute(), agora.time().second()),
-            agora.offsetFromUtc() / 60};
+    static std::atomic<time_t> olhou = 0;
+    const time_t relogio = ::time(nullptr);
+    if (olhou.exchange(relogio) != relogio) {
+        ::tzset();
+    }
+    tm agora{};
+    ::localtime_r(&relogio, &agora);
+    return {DataDe(agora.tm_mday, agora.tm_mon + 1, agora.tm_year + 1900, agora.tm_hour, agora.tm_min, agora.tm_sec),
+            static_cast<std::int32_t>(agora.tm_gmtoff / 60)};
 }
 
 } // namespace

@@ -316,6 +316,33 @@ TEST(Diario, Json_Moment_IsThatOfTheMachinesZoneWithItsOffset)
     ::tzset();
 }
 
+TEST(Diario, Json_AnyText_IsReadAsItWas)
+{
+    LinhaDoDiario linha;
+    linha.Operacao = "EquiptoRN/altera";
+    linha.Fim = "INTERNAL";
+    linha.Motivo = "a \"aferição\" de C:\\\t\x01 não coube\n";
+    linha.Duracao = std::chrono::microseconds(1234567);
+    linha.Espera = std::chrono::seconds(100);
+    linha.Octetos = 12345;
+    linha.Usuario = 7;
+    const std::string texto = linha.Json(std::chrono::system_clock::now());
+    ASSERT_TRUE(texto.ends_with("\n"));
+    EXPECT_EQ(texto.find('\n'), texto.size() - 1);
+    QJsonParseError erro;
+    const QJsonObject objeto = QJsonDocument::fromJson(QByteArray::fromStdString(texto), &erro).object();
+    ASSERT_EQ(erro.error, QJsonParseError::NoError) << texto;
+    EXPECT_EQ(objeto["operacao"].toString().toStdString(), linha.Operacao);
+    EXPECT_EQ(objeto["fim"].toString().toStdString(), linha.Fim);
+    EXPECT_EQ(objeto["motivo"].toString().toStdString(), linha.Motivo);
+    EXPECT_EQ(objeto["endereco"].toString(), "");
+    EXPECT_EQ(objeto["ms"].toDouble(), 1234.567);
+    EXPECT_EQ(objeto["espera_ms"].toDouble(), 100000);
+    EXPECT_EQ(objeto["octetos"].toInteger(), 12345);
+    EXPECT_EQ(objeto["usuario"].toInt(), 7);
+    EXPECT_FALSE(objeto.contains("numero"));
+}
+
 TEST(Diario, Escreve_WhileItGoesOn_TheLineComesIntoTheFile)
 {
     const QTemporaryDir pasta;
