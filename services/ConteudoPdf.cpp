@@ -92,7 +92,9 @@ std::string DefeitoAoAbrir(const QByteArray &conteudo)
     }
     // The library opens by itself what is under an empty password; yet it is not the file as it reads.
     static const QRegularExpression cifrado("/Encrypt\\s*(?:<<|\\d+\\s+\\d+\\s+R)");
-    if (cifrado.match(QString::fromLatin1(conteudo)).hasMatch()) {
+    // Most have the word nowhere, and then they need not be made into letters.
+    const qsizetype palavra = conteudo.indexOf("/Encrypt");
+    if (palavra >= 0 && cifrado.match(QString::fromLatin1(conteudo.sliced(palavra))).hasMatch()) {
         return "O documento está cifrado: envie o arquivo sem senha e sem proteção.";
     }
     if (documento.pageCount() < 1) {

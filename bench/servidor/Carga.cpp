@@ -49,6 +49,29 @@ std::string NumeroDeOperacao(std::mt19937 &sorte)
     return numero;
 }
 
+// A certificate as most are: a page and, in a stream that says how long it is, a picture that nothing makes shorter.
+std::string Certificado(const std::string &marca, std::size_t octetos, std::mt19937 &sorte)
+{
+    std::string imagem(octetos, '\0');
+    std::ranges::generate(imagem, [&] { return static_cast<char>(sorte() & 0xFF); });
+    std::string texto = "%PDF-1.4\n% " + marca + "\n";
+    std::string tabela = "xref\n0 5\n0000000000 65535 f \n";
+    int objetos = 0;
+    const auto poe = [&](const std::string &objeto) {
+        const std::string onde = std::to_string(texto.size());
+        tabela += std::string(10 - onde.size(), '0') + onde + " 00000 n \n";
+        texto += std::to_string(++objetos) + " 0 obj\n" + objeto + "\nendobj\n";
+    };
+    poe("<< /Type /Catalog /Pages 2 0 R >>");
+    poe("<< /Type /Pages /Kids [3 0 R] /Count 1 >>");
+    poe("<< /Type /Page /Parent 2 0 R /MediaBox [0 0 595 842] /Resources << /XObject << /I 4 0 R >> >> >>");
+    poe("<< /Type /XObject /Subtype /Image /Width " + std::to_string(octetos) +
+        " /Height 1 /ColorSpace /DeviceGray /BitsPerComponent 8 /Length " + std::to_string(octetos) + " >>\nstream\n" +
+        imagem + "\nendstream");
+    return texto + tabela + "trailer\n<< /Size 5 /Root 1 0 R >>\nstartxref\n" + std::to_string(texto.size()) +
+           "\n%%EOF\n";
+}
+
 // What all desks share.
 struct Tudo {
     const Alvo &OAlvo;
@@ -297,8 +320,7 @@ class Mesa {
     void FazDocumento()
     {
         if (!m_Repeticao) {
-            const Bytes pdf = Pdf(m_Operacao, m_Tudo.OAlvo.TamanhoDoDocumento);
-            m_Pdf.assign(pdf.begin(), pdf.end());
+            m_Pdf = Certificado(m_Operacao, m_Tudo.OAlvo.TamanhoDoDocumento, m_Sorte);
             m_Soma = mesa::Resumo(QByteArray::fromStdString(m_Pdf));
         }
         m_Contexto->AddMetadata("operacao", m_Operacao);

@@ -2,6 +2,7 @@
 
 #include "bench/servidor/Ligacao.h"
 
+#include <QByteArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 
@@ -33,6 +34,17 @@ std::optional<std::string> Depois(const std::string &texto, std::string_view ini
     return texto.starts_with(inicio) ? std::optional(texto.substr(inicio.size())) : std::nullopt;
 }
 
+// Bytes stand in the log as hexadecimal digits; whoever speaks with the engine sends them as they are.
+Ligacao::UmValor ValorDe(const std::string &texto)
+{
+    constexpr std::string_view inicio = "\\x";
+    if (!texto.starts_with(inicio) || texto.size() % 2 != 0) {
+        return {texto, Ligacao::UmValor::Texto};
+    }
+    return {QByteArray::fromHex(QByteArray::fromStdString(texto.substr(inicio.size()))).toStdString(),
+            Ligacao::UmValor::Octetos};
+}
+
 // The values that the log tells of a prepared statement: "parameters: $1 = 'text, with '' doubled', $2 = NULL".
 Ligacao::Valores ValoresDe(const std::string &detalhe)
 {
@@ -54,7 +66,7 @@ Ligacao::Valores ValoresDe(const std::string &detalhe)
             valor += detalhe[onde];
         }
         ++onde;
-        valores.emplace_back(std::move(valor));
+        valores.push_back(ValorDe(valor));
     }
 }
 

@@ -37,11 +37,15 @@ void Ligacao::Prepara(const std::string &nome, const std::string &comando)
 void Ligacao::Executa(const std::string &nome, const Valores &valores)
 {
     std::vector<const char *> lugares;
-    for (const auto &valor : valores) {
-        lugares.push_back(valor ? valor->c_str() : nullptr);
+    std::vector<int> tamanhos;
+    std::vector<int> formas;
+    for (const UmValor &valor : valores) {
+        lugares.push_back(valor.Forma == UmValor::Nulo ? nullptr : valor.Conteudo.c_str());
+        tamanhos.push_back(static_cast<int>(valor.Conteudo.size()));
+        formas.push_back(valor.Forma == UmValor::Octetos ? 1 : 0);
     }
-    Aceita(PQexecPrepared(m_Ligacao.get(), nome.c_str(), static_cast<int>(valores.size()), lugares.data(), nullptr,
-                          nullptr, 1),
+    Aceita(PQexecPrepared(m_Ligacao.get(), nome.c_str(), static_cast<int>(valores.size()), lugares.data(),
+                          tamanhos.data(), formas.data(), 1),
            nome);
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,7 +19,11 @@ class Ligacao {
     void Executa(const std::string &comandos);
 
     // A statement with "$1", "$2"... under a name, and its runs, which give nothing back.
-    using Valores = std::vector<std::optional<std::string>>;
+    struct UmValor {
+        std::string Conteudo;
+        enum { Nulo, Texto, Octetos } Forma = Nulo; // octets go as they are
+    };
+    using Valores = std::vector<UmValor>;
     void Prepara(const std::string &nome, const std::string &comando);
     void Executa(const std::string &nome, const Valores &valores);
 
