@@ -24,7 +24,7 @@ function(adiciona_teste sala)
             endif()
             set(parte windows.nativo)
             # One window at a time has it; a thousand of them take their time.
-            list(APPEND propriedades RESOURCE_LOCK teclado TIMEOUT 900)
+            list(APPEND propriedades RESOURCE_LOCK teclado TIMEOUT 900 ENVIRONMENT_MODIFICATION PRAZO=set:880)
         else()
             target_link_libraries(teste_${sala} PRIVATE travessia)
             add_dependencies(teste_${sala} ZTVORLIB)

@@ -19,12 +19,19 @@ target_link_libraries(teste_externo PRIVATE
 if(TARGET ZTAVOREQUIP)
     add_dependencies(teste_externo ZTAVOREQUIP)
 endif()
-# Loading and unloading needs neither registry nor keyboard, and takes as long as a good part of the others together.
+# Loading and unloading needs neither registry nor keyboard; the thousand windows need both, but no time that is their
+# own. These two take longer than all the others together, and go beside what else there is, from the beginning.
 set(cargas HostisTeste.LoadedAndUnloaded*)
-foreach(quais "${cargas}" "-${cargas}")
-    set(propriedades FIXTURES_REQUIRED camada TIMEOUT 300 ENVIRONMENT FIGURAS=Z:${pasta_figuras})
+set(janelas HostisTeste.WindowsOpenedUsedAndClosed*)
+foreach(quais "${cargas}" "${janelas}" "-${cargas}:${janelas}")
+    set(propriedades FIXTURES_REQUIRED camada ENVIRONMENT FIGURAS=Z:${pasta_figuras})
     if(quais MATCHES "^-")
         list(APPEND propriedades RUN_SERIAL TRUE)
+    else()
+        list(APPEND propriedades COST 900 TIMEOUT 900 ENVIRONMENT_MODIFICATION PRAZO=set:880)
+        if(quais STREQUAL janelas)
+            list(APPEND propriedades RESOURCE_LOCK teclado)
+        endif()
     endif()
     gtest_discover_tests(teste_externo
         DISCOVERY_MODE PRE_TEST

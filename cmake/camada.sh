@@ -2,7 +2,8 @@
 # The compatibility layer under which the Windows build's tests run.
 #
 #   camada.sh FOLDER prefixo             makes the layer's prefix in the folder, anew
-#   camada.sh FOLDER roda PROGRAM ...    runs a Windows program in it; its lines come without carriage returns
+#   camada.sh FOLDER roda PROGRAM ...    runs a Windows program in it, for no more than PRAZO seconds (280 where it is
+#                                        not told); its lines come without carriage returns
 #   camada.sh FOLDER liga                starts the virtual display, the layer's server and its desktop for the runs that
 #                                        follow; mesa.exe in the folder keeps the last
 #   camada.sh FOLDER desliga             ends them
@@ -61,11 +62,15 @@ roda)
     else
         serve
     fi
-    # A program that ends badly may not have said a word; of one that is ended for taking too long, what it said is
-    # wanted: nothing waits for more before it is passed on.
-    "$carregador" "$@" | sed --unbuffered 's/\r//g' || {
+    # The pipe waits for all that the program started too: the remover of an installation goes on in a program of its
+    # own. Of one that does not end, what it said is wanted: nothing waits for more before it is passed on.
+    timeout --kill-after=5 "${PRAZO:=280}" "$carregador" "$@" | sed --unbuffered 's/\r//g' || {
         saida=$?
-        echo "$1 ended with $saida."
+        if ((saida == 124 || saida == 137)); then
+            echo "$1 was still there after $PRAZO s."
+        else
+            echo "$1 ended with $saida." # one that ends badly may not have said a word
+        fi
         exit "$saida"
     }
     ;;

@@ -1,3 +1,4 @@
+#include "cmake/gtest/Fim.h"
 #include "tests/support/RegistroChamadas.h"
 #include "tests/support/Varredura.h"
 #include "tests/windows/travessia/BibliotecaDeRegistros.h"
@@ -120,5 +121,6 @@ int main(int argc, char **argv)
     OleInitialize(nullptr);
     const int resultado = nativo::Roda(argc, argv);
     OleUninitialize();
-    return resultado;
+    std::cout.flush();
+    TerminaCom(resultado);
 }
