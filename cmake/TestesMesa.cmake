@@ -67,5 +67,5 @@ if(NOT CMAKE_CXX_FLAGS MATCHES "-f(sanitize|profile)")
     add_test(NAME mesa.pacote
         COMMAND ${PROJECT_SOURCE_DIR}/tests/desk/pacote.sh ${PROJECT_SOURCE_DIR} $<TARGET_FILE:registro-de-equipamentos>
                 $<TARGET_FILE:registro-servidor> ${PROJECT_VERSION} ${PROJECT_BINARY_DIR}/pacote)
-    set_tests_properties(mesa.pacote PROPERTIES SKIP_RETURN_CODE 77 TIMEOUT 600 COST 900)
+    set_tests_properties(mesa.pacote PROPERTIES SKIP_RETURN_CODE 77 TIMEOUT 1500 COST 900)
 endif()

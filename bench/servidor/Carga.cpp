@@ -31,11 +31,11 @@ constexpr std::chrono::seconds Prazo{60};
 constexpr std::chrono::milliseconds PrimeiraPausa{20};
 constexpr std::chrono::milliseconds MaiorPausa{2000};
 
-// Of a hundred operations; the rest asks which calibration is in force.
-constexpr int Alteras = 5;
-constexpr int Documentos = 5;
+// Of a hundred operations; the rest asks which calibration was in force. Those who save store a document and change an
+// equipment in turn.
+constexpr int Salvas = 10;
 constexpr int Listas = 20;
-constexpr int Consultas = 30;
+constexpr int Consultas = 20;
 
 std::string NumeroDeOperacao(std::mt19937 &sorte)
 {
@@ -204,15 +204,12 @@ class Mesa {
             return Tipo::Vigente;
         }
         const int sorte = static_cast<int>(m_Sorte() % 100);
-        if (sorte < Alteras) {
-            return m_Lido.nrointequip() == 0 || m_Documento == 0 ? Tipo::Consulta : Tipo::Altera;
+        if (sorte < Salvas) {
+            return m_Lido.nrointequip() == 0 || m_Documento == 0 ? Tipo::Documento : Tipo::Altera;
         }
-        if (sorte < Alteras + Documentos) {
-            return Tipo::Documento;
-        }
-        return sorte < Alteras + Documentos + Listas               ? Tipo::Lista
-               : sorte < Alteras + Documentos + Listas + Consultas ? Tipo::Consulta
-                                                                   : Tipo::Vigente;
+        return sorte < Salvas + Listas               ? Tipo::Lista
+               : sorte < Salvas + Listas + Consultas ? Tipo::Consulta
+                                                     : Tipo::Vigente;
     }
 
     // One of the client's equipment; what a desk changes is nobody else's.

@@ -248,6 +248,7 @@ class Bancada {
             ritmo.Antes = [&](Carga::Tipo tipo) { marcador.Marca(tipo); };
             const Carga::Resultado feito = Carga::Trabalha(servidor.Alvo(equipamentos), ritmo);
             registro = marcador.Termina();
+            m_Gravado = Ficou(banco);
             servidor.Encerra();
             ConfereSalvos(banco, equipamentos, feito);
         }
@@ -271,8 +272,30 @@ class Bancada {
         medida.Tempo = feitas.Tempo;
         m_Falhas.Confere(feitas.Falhas.empty(), "every statement was done again as the first time" +
                                                     (feitas.Falhas.empty() ? "" : ": " + feitas.Falhas.front()));
+        const std::vector<std::string> ficou = Ficou(banco);
+        m_Falhas.Confere(ficou == m_Gravado, "and left what the server left: " + Junta(ficou) +
+                                                 (ficou == m_Gravado ? "" : ", not " + Junta(m_Gravado)));
         Admin().Executa("DROP DATABASE " + banco);
         return medida;
+    }
+
+    // What tells a registry's content from another's: the end of its history, which every entry is part of, and the
+    // rows beside it.
+    std::vector<std::string> Ficou(const std::string &banco) const
+    {
+        return Ligacao(m_Motor.Texto(banco))
+            .Linhas("SELECT (SELECT Elo FROM HISTORICO ORDER BY Nro DESC LIMIT 1), (SELECT COUNT(*) FROM HISTORICO), "
+                    "(SELECT COUNT(*) FROM DOCUMENTO), (SELECT COUNT(*) FROM AFERICAO), "
+                    "(SELECT SUM(Versao) FROM EQUIPAMENTO), (SELECT COUNT(*) FROM OPERACAO)")
+            .at(0);
+    }
+    static std::string Junta(const std::vector<std::string> &partes)
+    {
+        std::string juntas;
+        for (const std::string &parte : partes) {
+            juntas += (juntas.empty() ? "" : " ") + parte;
+        }
+        return juntas;
     }
 
     Medida MedeCom(const Servidor &servidor, const std::string &banco, std::int32_t equipamentos, int mesas,
@@ -442,6 +465,7 @@ class Bancada {
     motor::Aglomerado m_Motor;
     std::vector<DeUmTamanho> m_Tamanhos;
     std::map<std::string, std::set<std::string>> m_Salvos; // by database
+    std::vector<std::string> m_Gravado; // what stood in the registry whose statements were taken down
     Falhas m_Falhas;
 };
 

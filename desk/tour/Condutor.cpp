@@ -35,7 +35,7 @@ namespace mesa {
 
 namespace {
 
-constexpr int EsperaMaxima = 10000; // ms
+constexpr int EsperaMaxima = 60000; // ms
 constexpr int Pausa = 15;           // ms, of the waiting thread between two looks
 constexpr int Escuro = 90;          // grey level of letters; frames and shadows are lighter
 constexpr int PoucasLetras = 500;   // pixels

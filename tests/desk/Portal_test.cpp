@@ -25,7 +25,7 @@ constexpr const char *Caminho = "/org/freedesktop/portal/desktop";
 constexpr const char *Interface = "org.freedesktop.portal.Settings";
 constexpr const char *Grupo = "org.freedesktop.appearance";
 constexpr const char *Chave = "color-scheme";
-constexpr int MuitoTempo = 10000; // milliseconds
+constexpr int MuitoTempo = 60000; // milliseconds
 
 // A bus of the test's own.
 class Barramento {

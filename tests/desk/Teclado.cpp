@@ -30,7 +30,7 @@ using namespace mesa;
 
 namespace {
 
-constexpr int EsperaMaxima = 10000; // ms
+constexpr int EsperaMaxima = 60000; // ms
 constexpr int Pausa = 2;            // ms
 constexpr int MuitasTeclas = 300;
 

@@ -12,7 +12,9 @@
 
 #include <algorithm>
 #include <memory>
+#include <set>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 // Octets as the messages of any operation, from nobody, from somebody without rights and from somebody with all of
@@ -44,7 +46,29 @@ class ServidorSemRede {
         Saulo = Entra("saulo");
     }
 
-    std::string Escritos() { return Registro.Sql("SELECT COUNT(*) FROM HISTORICO"); }
+    std::string Escritos()
+    {
+        return Registro.Sql("SELECT (SELECT COUNT(*) FROM HISTORICO) || ' ' || (SELECT COUNT(*) FROM OPERACAO)");
+    }
+    // Who has all rights may take them from anybody, from himself too: others take their places then.
+    void Substitui()
+    {
+        SituacaoDaSessao situacao;
+        for (const bool sabeTudo : {false, true}) {
+            std::string &sessao = sabeTudo ? Saulo : Carla;
+            servidor::Chamada chamada;
+            chamada.Sessao = sessao;
+            if (Quem->Situacao(chamada, situacao).ok()) {
+                continue;
+            }
+            const std::string nome = "outro" + std::to_string(++m_Outros);
+            Registro.Aberto().CadastraUsuario(
+                {100000 + m_Outros, nome, "Outra Pessoa", 1, "Autoridade Estadual de Trânsito", "Fiscalização", 0},
+                "senha de " + nome, sabeTudo ? std::vector<std::string>{"", "I", "A", "E"} : std::vector<std::string>(),
+                sabeTudo ? std::vector<std::string>{"U", "T", "C"} : std::vector<std::string>());
+            sessao = Entra(nome);
+        }
+    }
 
     RegistroDeTeste Registro;
     std::unique_ptr<servidor::Atendente> Quem;
@@ -63,6 +87,7 @@ class ServidorSemRede {
         return sessao.chave();
     }
 
+    std::int32_t m_Outros = 0;
     servidor::Configuracao m_Como;
     std::unique_ptr<servidor::Trabalhadores> m_Trabalhadores;
     servidor::Sessoes m_Sessoes{std::chrono::steady_clock::now, std::chrono::minutes(30), 8, 4};
@@ -101,13 +126,17 @@ std::unique_ptr<Message> Nova(const google::protobuf::Descriptor *qual)
     return std::unique_ptr<Message>(google::protobuf::MessageFactory::generated_factory()->GetPrototype(qual)->New());
 }
 
-// How the operation ends, and how many messages it answered with.
+// How the operation ends, and with how many messages it answered; of the replica the rows count.
 grpc::Status Chama(const std::string &nome, const servidor::Chamada &chamada, Message &pedido, Message &resposta,
                    int &respostas)
 {
     servidor::Atendente &quem = *Um().Quem;
-    const auto conta = [&](const auto &) {
-        ++respostas;
+    const auto conta = [&]<class Mensagem>(const Mensagem &mensagem) {
+        if constexpr (std::is_same_v<Mensagem, PedacoDeReplica>) {
+            respostas += mensagem.linhas_size();
+        } else {
+            ++respostas;
+        }
         return true;
     };
     const auto de = [&]<class Mensagem>(Mensagem *) -> const Mensagem & { return dynamic_cast<Mensagem &>(pedido); };
@@ -208,12 +237,21 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *dados, std::size_t tamanho)
         Exige(fim.error_code() == StatusCode::UNAUTHENTICATED, "nobody has no answer", nome);
         Exige(respostas == 0 && resposta->ByteSizeLong() == 0, "nobody is answered nothing", nome);
     }
-    if (quem == 2 && nome != "AdministracaoRN/trocaMinhaSenha" && !deTodos) {
+    if (quem >= 2 && !deTodos) {
+        Exige(fim.error_code() != StatusCode::UNAUTHENTICATED, "who is signed in stays so", nome);
+    }
+    static const std::set<std::string> daSessao{"Entrada/Sai", "Entrada/TemPermissao", "Entrada/Situacao",
+                                                "Replica/Clientes", "AdministracaoRN/trocaMinhaSenha"};
+    if (quem == 2 && !deTodos && !daSessao.contains(nome)) {
         Exige(um.Escritos() == antes, "who has no right changes nothing", nome);
+        Exige(respostas == 0 && (!fim.ok() || resposta->ByteSizeLong() == 0), "who has no right is told nothing", nome);
     }
     if (!fim.ok() && nome != "Entrada/Entra") {
         Exige(!fim.error_message().empty(), "what is refused has a sentence", nome);
-        Exige(fim.error_code() != StatusCode::INTERNAL || quem > 2, "no failure without rights", nome);
+        Exige(fim.error_code() != StatusCode::INTERNAL, "nothing fails for what it was asked", nome);
+    }
+    if (quem >= 2 && operacao.service()->name() == "AdministracaoRN" && fim.ok()) {
+        um.Substitui();
     }
     return 0;
 }

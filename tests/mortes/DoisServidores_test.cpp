@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <latch>
 #include <memory>
 #include <string>
 #include <thread>
@@ -40,9 +41,11 @@ TEST(DoisServidores, TwoEditOneRecordAtOnce_EachChangeStandsOnTheOneBefore)
     const std::array sessoes{cenario.Sessao(0, 0), cenario.Sessao(1, 1)};
     const std::int32_t numero = Inclui(sessoes[0], Com(EquipamentoDe("E1"), &EquiptoED::SubCodigo, "0"));
     std::array<int, 2> recusas{};
+    std::latch comecam(2);
     std::vector<std::thread> fios;
     for (std::size_t qual = 0; qual < 2; ++qual) {
         fios.emplace_back([&, qual] {
+            comecam.arrive_and_wait();
             for (int feitas = 0; feitas < mudancas;) {
                 Valor lido;
                 std::string recusa;

@@ -45,8 +45,8 @@ class Verificador : public testing::Test {
 
 std::unique_ptr<Cenario> Verificador::s_Cenario;
 
-// The second equipment of the first client, which was included and changed.
-const std::string Segundo = "(SELECT NroIntEquip FROM EQUIPAMENTO WHERE Codigo = 'M00000002')";
+// The second equipment of a client that does not give up, which was included and changed.
+const std::string Segundo = "(SELECT NroIntEquip FROM EQUIPAMENTO WHERE Codigo = 'M00100002')";
 const std::string SeuDocumento =
     "(SELECT MIN(a.NroIntImgCertif) FROM AFERICAO a JOIN SENSOR s ON s.NroIntSensor = a.NroIntSensor WHERE "
     "s.NroIntEquip = " +
@@ -75,8 +75,8 @@ TEST_F(Verificador, ChangeTakenBack_IsLost)
 {
     // Everything as it was before, the end of the history and the number of the operation too.
     const Achados achados =
-        Com("DELETE FROM AFERICAO WHERE Numero = 'c00000002'; UPDATE EQUIPAMENTO SET Versao = 1, Descricao = 'novo "
-            "00000002' WHERE NroIntEquip = " +
+        Com("DELETE FROM AFERICAO WHERE Numero = 'c00100002'; UPDATE EQUIPAMENTO SET Versao = 1, Descricao = 'novo "
+            "00100002' WHERE NroIntEquip = " +
             Segundo + "; DELETE FROM HISTORICO WHERE Versao = 2 AND Raiz = 'EQUIPAMENTO' AND NroRaiz = " + Segundo);
     EXPECT_EQ(achados.Perdidas.size(), 1U) << achados.Texto();
     EXPECT_TRUE(achados.Metades.empty()) << achados.Texto();
@@ -95,7 +95,7 @@ TEST_F(Verificador, DocumentTwice_IsDouble)
 
 TEST_F(Verificador, EquipmentTwice_IsDouble)
 {
-    const Achados achados = Com("UPDATE EQUIPAMENTO SET Codigo = 'M00000001' WHERE NroIntEquip = " + Segundo);
+    const Achados achados = Com("UPDATE EQUIPAMENTO SET Codigo = 'M00100001' WHERE NroIntEquip = " + Segundo);
     EXPECT_EQ(achados.Duplas.size(), 1U) << achados.Texto();
 }
 
@@ -108,11 +108,11 @@ TEST_F(Verificador, ChangeTwice_IsDouble)
 TEST_F(Verificador, OneRowMissing_IsHalf)
 {
     for (const char *plantado :
-         {"DELETE FROM AFERICAO WHERE Numero = 'b00000002'", "DELETE FROM AFERICAO WHERE Numero = 'c00000002'",
-          "UPDATE AFERICAO SET Ativo = 2 WHERE Numero = 'a00000002'",
-          "UPDATE AFERICAO SET NroIntImgCertif = 900000 WHERE Numero = 'a00000002'",
-          "UPDATE EQUIPAMENTO SET Descricao = 'novo 00000002' WHERE Codigo = 'M00000002'",
-          "UPDATE EQUIPAMENTO SET Versao = 1 WHERE Codigo = 'M00000002'"}) {
+         {"DELETE FROM AFERICAO WHERE Numero = 'b00100002'", "DELETE FROM AFERICAO WHERE Numero = 'c00100002'",
+          "UPDATE AFERICAO SET Ativo = 2 WHERE Numero = 'a00100002'",
+          "UPDATE AFERICAO SET NroIntImgCertif = 900000 WHERE Numero = 'a00100002'",
+          "UPDATE EQUIPAMENTO SET Descricao = 'novo 00100002' WHERE Codigo = 'M00100002'",
+          "UPDATE EQUIPAMENTO SET Versao = 1 WHERE Codigo = 'M00100002'"}) {
         EXPECT_EQ(Com(plantado).Metades.size(), 1U) << plantado;
     }
     EXPECT_EQ(Com("DELETE FROM SENSOR WHERE NroSensor = 2 AND NroIntEquip = " + Segundo).Metades.size(), 1U);
@@ -135,7 +135,7 @@ TEST_F(Verificador, HistoryNotAsItWasWritten_IsFound)
 TEST_F(Verificador, WhatNobodyAskedFor_IsFound)
 {
     for (const char *plantado :
-         {"UPDATE EQUIPAMENTO SET Codigo = 'M99900001' WHERE Codigo = 'M00000002'",
+         {"UPDATE EQUIPAMENTO SET Codigo = 'M99900001' WHERE Codigo = 'M00100002'",
           "INSERT INTO OPERACAO SELECT 900000, 'x' || substr(Numero, 2), Operador, Soma, Quando, Fuso, Resposta, "
           "Elo FROM OPERACAO LIMIT 1",
           "DELETE FROM OPERACAO WHERE NroOperacao = (SELECT MIN(NroOperacao) FROM OPERACAO)"}) {

@@ -127,7 +127,16 @@ done
 # What it has not made it leaves as it is.
 mkdir "$pasta/alheio"
 echo "de outro" >"$pasta/alheio/registro.db"
+chmod 755 "$pasta/alheio"
+de_antes=$(stat --format '%U %a' "$pasta/alheio")
+tenta() { PATH="$pasta/bin:$PATH" "$pasta/servidor" --sqlite --dados "$pasta/alheio" 2>&1 </dev/null; }
 saida=0
-outro=$(PATH="$pasta/bin:$PATH" "$pasta/servidor" --sqlite --dados "$pasta/alheio" 2>&1 </dev/null) || saida=$?
+outro=$(tenta) || saida=$?
+espera "somebody else's directory" "$saida $outro $(<"$pasta/alheio/registro.db")" \
+    "1 O diretório $pasta/alheio tem o que não é de uma experiência*de outro"
+espera "its owner and rights" "$(stat --format '%U %a' "$pasta/alheio")" "$de_antes"
+touch "$pasta/alheio/trava"
+saida=0
+outro=$(tenta) || saida=$?
 espera "somebody else's file" "$saida $outro $(<"$pasta/alheio/registro.db")" "1 Já há *registro.db*de outro"
 espera "temporary files that stayed" "$(find "$pasta/tmp" -mindepth 1)" ""

@@ -238,8 +238,8 @@ TEST_F(ServidorPostgres, Replica_ConnectionLostBetweenTwoRows_EachRowOnce)
 
 TEST_F(ServidorPostgres, Operation_LongerThanItMayTake_EndsInTimeAndNothingIsDone)
 {
-    Um.Como.PrazoDaGravacao = std::chrono::seconds(1);
-    Um.Como.PrazoDaOperacao = std::chrono::seconds(2);
+    Um.Como.PrazoDaGravacao = std::chrono::seconds(4);
+    Um.Como.PrazoDaOperacao = std::chrono::seconds(5);
     Um.Comeca();
     const std::string ana = Um.Entra("ana");
     motor::Linhas(Um.Registro.Caminho(),
@@ -255,8 +255,8 @@ TEST_F(ServidorPostgres, Operation_LongerThanItMayTake_EndsInTimeAndNothingIsDon
 
 TEST_F(ServidorPostgres, Operation_AnotherOneWritesAllTheTime_EndsInTimeAndIsDoneAfterwards)
 {
-    Um.Como.PrazoDaGravacao = std::chrono::seconds(1);
-    Um.Como.PrazoDaOperacao = std::chrono::seconds(2);
+    Um.Como.PrazoDaGravacao = std::chrono::seconds(4);
+    Um.Como.PrazoDaOperacao = std::chrono::seconds(5);
     Um.Comeca();
     const std::string ana = Um.Entra("ana");
     const std::string numero = ServidorDeTeste::Numero();

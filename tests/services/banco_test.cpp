@@ -216,7 +216,7 @@ TEST_F(ServicosBanco, TimeIsLimited_OthersWrite_IsGivenUpInTimeAndGoesOnLater)
         const auto inicio = agora();
         outro.Limita(inicio + std::chrono::milliseconds(500));
         EXPECT_EQ(motivo([] { FAIL(); }), MotivoSql::Ocupado);
-        EXPECT_LT(agora() - inicio, std::chrono::seconds(4));
+        EXPECT_LT(agora() - inicio, std::chrono::seconds(20));
     });
     EXPECT_EQ(motivo([] { FAIL(); }), MotivoSql::Demora); // it is over
     outro.Limita(agora() + std::chrono::seconds(60));
