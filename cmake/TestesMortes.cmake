@@ -30,7 +30,10 @@ add_test(NAME mortes.testes COMMAND teste_mortes WORKING_DIRECTORY ${PROJECT_SOU
 # With fewer clients than by command (tests/mortes/run), so that they take no longer than other tests. Most of their time
 # they wait; the limit is for one that waits for ever. Each kind comes once before any comes again.
 add_test(NAME mortes.rodadas COMMAND mortes --rodadas 20 --clientes 10)
+# By itself too: where there can be no small disk, it is told as left out.
+add_test(NAME mortes.disco COMMAND mortes --rodadas 1 --clientes 10 --tipo disco)
 add_test(NAME mortes.mistura COMMAND mortes --mistura 10000)
-set_tests_properties(mortes.testes mortes.rodadas mortes.mistura PROPERTIES TIMEOUT 900)
+set_tests_properties(mortes.testes mortes.rodadas mortes.disco mortes.mistura PROPERTIES TIMEOUT 900)
+set_property(TEST mortes.disco PROPERTY SKIP_RETURN_CODE 77)
 # First: nothing is left to run beside what begins last.
 set_tests_properties(mortes.rodadas PROPERTIES COST 1000)

@@ -13,6 +13,7 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
+#include <random>
 #include <sstream>
 #include <stdexcept>
 
@@ -159,18 +160,16 @@ double SegundosDaArvore(pid_t raiz)
 
 std::uint16_t PortaLivre()
 {
-    std::uint16_t porta = 0;
-    const bool achou = NaPorta(0, [&](int tomada, sockaddr *onde, socklen_t tamanho) {
-        if (bind(tomada, onde, tamanho) != 0 || getsockname(tomada, onde, &tamanho) != 0) {
-            return false;
+    // Below those that the system gives to who asks for any, so that nobody is given it before it is used.
+    std::random_device acaso;
+    std::uniform_int_distribution<int> alguma(10000, 32000);
+    for (;;) {
+        const auto porta = static_cast<std::uint16_t>(alguma(acaso));
+        if (NaPorta(porta,
+                    [](int tomada, sockaddr *onde, socklen_t tamanho) { return bind(tomada, onde, tamanho) == 0; })) {
+            return porta;
         }
-        porta = ntohs(reinterpret_cast<sockaddr_in *>(onde)->sin_port);
-        return true;
-    });
-    if (!achou) {
-        throw std::runtime_error("no port of the loopback is free");
     }
-    return porta;
 }
 
 bool Atende(std::uint16_t porta)

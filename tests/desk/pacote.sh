@@ -251,7 +251,7 @@ o_servidor() {
     como $servidor $servidor --confere-configuracao </dev/null >"$trabalho/conferida" 2>&1 || saida=$?
     espera "the settings as they came" "$saida $(<"$trabalho/conferida")" \
         "1 O arquivo $estado/registro.db, que \"registro\" nomeia, não pôde ser lido: o arquivo ou a pasta não existe."
-    porta=$(python3 -c 'import socket; s = socket.socket(); s.bind(("127.0.0.1", 0)); print(s.getsockname()[1])')
+    porta=$(shuf --input-range=10000-32000 --head-count=1) # below those that the system gives to who asks for any
     sed -i -e "s|^#* *registro *=.*|registro = \"$estado/registro.db\"|" \
         -e "s|^#* *escuta *=.*|escuta = \"127.0.0.1:$porta\"|" "$sis$ajustes"
     como $servidor $servidor --novo --cliente 1 --nome-cliente "Autoridade Estadual de Trânsito" --uf RS --usuario olga \

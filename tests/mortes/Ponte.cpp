@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <random>
 #include <stdexcept>
 #include <system_error>
 #include <utility>
@@ -245,9 +246,19 @@ void Ponte::Leva()
 
 std::uint16_t PortaLivre()
 {
-    std::uint16_t porta = 0;
-    close(SoqueteLigado(porta));
-    return porta;
+    // Below those that the system gives to who asks for any, so that nobody is given it before it is used.
+    static std::random_device acaso;
+    std::uniform_int_distribution<int> alguma(10000, 32000);
+    for (;;) {
+        const auto porta = static_cast<std::uint16_t>(alguma(acaso));
+        const int soquete = Soquete(AF_INET);
+        const sockaddr_in endereco = NaMaquina(porta);
+        const bool livre = bind(soquete, reinterpret_cast<const sockaddr *>(&endereco), sizeof endereco) == 0;
+        close(soquete);
+        if (livre) {
+            return porta;
+        }
+    }
 }
 
 bool Atende(std::uint16_t porta)

@@ -79,6 +79,11 @@ bool Le(int argc, char **argv, Pedidas &pedidas)
     return true;
 }
 
+// What was asked for cannot be done here, for the reason.
+struct Pulada {
+    std::string Motivo;
+};
+
 // One kind for each round: of twenty rounds the first are one of each, and the others mixed.
 std::vector<const Tipo *> Ordem(const Pedidas &pedidas)
 {
@@ -88,6 +93,9 @@ std::vector<const Tipo *> Ordem(const Pedidas &pedidas)
     const bool comDisco =
         geteuid() == 0 && unshare(CLONE_NEWNS) == 0 && mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
     for (const Tipo &tipo : Tipos()) {
+        if (tipo.DiscoProprio && !comDisco && pedidas.Tipo == tipo.Nome) {
+            throw Pulada{"a small disk takes the rights of root"};
+        }
         if (tipo.DiscoProprio && !comDisco) {
             std::fprintf(stderr, "%s: left out, a small disk takes the rights of root\n", tipo.Nome.c_str());
         } else if (pedidas.Tipo.empty() || pedidas.Tipo == tipo.Nome) {
@@ -199,6 +207,9 @@ try {
     }
     Linha("all", todas);
     return todas.Boa() ? 0 : 1;
+} catch (const Pulada &pulada) {
+    std::printf("mortes: Skipped\n%s\n\n", pulada.Motivo.c_str());
+    return 77;
 } catch (const std::exception &erro) {
     std::fprintf(stderr, "%s\n", erro.what());
     return 1;
