@@ -10,6 +10,7 @@
 #include "tests/services/ServicosTeste.h"
 
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
 #include <map>
 #include <memory>
@@ -600,6 +601,7 @@ TEST(VigenciaAoAcaso, Vigente_OfEachDay_IsAsEveryChangeTogetherSays)
     int vigentes = 0;
     int lacunas = 0;
     int conflitos = 0;
+    int corrigidas = 0;
     for (int e = 0; e < equipamentos; ++e) {
         struct DoSensor {
             std::int32_t Numero;
@@ -661,7 +663,27 @@ TEST(VigenciaAoAcaso, Vigente_OfEachDay_IsAsEveryChangeTogetherSays)
                     sensor.Ativo.push_back({agora(), reativa});
                 } else {
                     DoSensor &sensor = sensores.front();
-                    AfericaoED &qual = *sensor.Afericoes[static_cast<std::size_t>(sorte.Ate(2))];
+                    const auto corrige = [&](AfericaoED &qual, int dias) { // the day on which it ends
+                        qual.DataVencimento = qual.DataVerificacao.Valor().MaisDias(sorte.Ate(dias));
+                        oficina.Pede(
+                            &ServicoEquipamentos::Altera,
+                            Poe(SoNumero(numero), Poe(SoSensor(sensor.Numero),
+                                                      Com(SoAfericao(qual.NroIntAfericao), &AfericaoED::DataVencimento,
+                                                          qual.DataVencimento.Valor()))));
+                        ++corrigidas;
+                    };
+                    AfericaoED &primeira = *sensor.Afericoes[0];
+                    AfericaoED &segunda = *sensor.Afericoes[1];
+                    if (sorte.UmaEm(2) && primeira.Ativo.Valor() == 1 && segunda.Ativo.Valor() == 1) {
+                        if (sorte.UmaEm(2)) {
+                            corrige(segunda, 60);
+                        } else { // never into the one after it
+                            corrige(primeira, static_cast<int>(segunda.DataVerificacao.Valor().Valor -
+                                                               primeira.DataVerificacao.Valor().Valor));
+                        }
+                        continue;
+                    }
+                    AfericaoED &qual = sorte.UmaEm(2) ? primeira : segunda;
                     qual.Ativo = static_cast<std::uint8_t>(3 - qual.Ativo.Valor());
                     oficina.Pede(&ServicoEquipamentos::Altera,
                                  Poe(SoNumero(numero),
@@ -693,9 +715,13 @@ TEST(VigenciaAoAcaso, Vigente_OfEachDay_IsAsEveryChangeTogetherSays)
     EXPECT_GT(vigentes, equipamentos * 10); // none is rare
     EXPECT_GT(lacunas, equipamentos * 10);
     EXPECT_GT(conflitos, equipamentos / 2);
+    EXPECT_GT(corrigidas, equipamentos / 2);
     RecordProperty("vigentes", vigentes);
     RecordProperty("lacunas", lacunas);
     RecordProperty("conflitos", conflitos);
+    RecordProperty("corrigidas", corrigidas);
+    std::printf("%d histories, %d corrections: in force on %d days, on %d a gap, on %d a conflict\n", equipamentos,
+                corrigidas, vigentes, lacunas, conflitos);
 }
 
 } // namespace
