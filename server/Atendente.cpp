@@ -487,12 +487,14 @@ Status Atendente::Executa(const Chamada &chamada, const std::string &classe, con
                     rede::ParaMensagem(*dado, resposta);
                 }
             };
-            sessao.PerguntaMotivo([&](const std::string &correcao) {
-                if (!chamada.Motivo) {
-                    faltaMotivo = correcao;
-                }
-                return chamada.Motivo;
-            });
+            if (chamada.Motivo || m_Configuracao.ExigeMotivo) { // where none has to be, nobody is asked for one
+                sessao.PerguntaMotivo([&](const std::string &correcao) {
+                    if (!chamada.Motivo) {
+                        faltaMotivo = correcao;
+                    }
+                    return chamada.Motivo;
+                });
+            }
             if (grava) {
                 // The session is made for this one operation, so that the number is of no other.
                 sessao.Numera({andamento.Linha.Numero, mesa::Resumo(Emprestados(oQue)), [&] {

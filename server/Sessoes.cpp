@@ -183,7 +183,8 @@ void Sessoes::EmUso::Termina()
     const std::lock_guard trava(m_Todas->m_Mutex);
     std::erase_if(m_Todas->m_Sessoes, [&](const auto &uma) {
         const mesa::Portaria::Entrada &outra = uma.second.Entrada;
-        return outra.Quem.Numero == m_Entrada.Quem.Numero && outra.Prova == m_Entrada.Prova;
+        return outra.Quem.Numero == m_Entrada.Quem.Numero && outra.Prova == m_Entrada.Prova &&
+               outra.Versao <= m_Entrada.Versao;
     });
 }
 

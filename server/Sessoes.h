@@ -38,7 +38,7 @@ class Sessoes {
         const mesa::Portaria::Entrada &Entrada() const { return m_Entrada; }
         // Takes over what became of the session meanwhile. Raises a Fim when it has ended.
         void Atualiza();
-        // The session ends, with the others that its user began with the same password.
+        // The session ends, with the others that its user began with the same password, by then or before.
         void Termina();
         // Of the session, after its user has changed the own password.
         void TrocaProva(const std::string &prova);

@@ -86,6 +86,7 @@ std::optional<Portaria::Entrada> Portaria::Entra(const std::string &usuario, con
     const auto entra = [&](const Achado &quem, bool estacaoConhecida) {
         entrada.Quem = quem.Quem;
         entrada.Prova = ProvaDe(quem.Senha);
+        entrada.Versao = quem.Versao;
         if (!m_Banco->SomenteLeitura().empty()) {
             return;
         }
@@ -99,6 +100,7 @@ std::optional<Portaria::Entrada> Portaria::Entra(const std::string &usuario, con
             const std::string denovo = Senhas::Embaralha(senha, m_Custo);
             GravaSenha(quem, {{"Senha", Q(denovo)}}, agora, MesmaSenhaDenovo);
             entrada.Prova = ProvaDe(denovo);
+            ++entrada.Versao;
         }
     };
     if (!Tenta(tentativa, achado, entra, recusa, espera)) {
@@ -140,6 +142,16 @@ Portaria::Achado Portaria::AchaEntrado(const Entrada &quem)
     }
     if (!MesmaSenha(achado, quem.Prova)) {
         throw RecusaDeEntrada("A sua senha foi trocada depois da entrada. Entre de novo.");
+    }
+    // Asked only of a user who was changed since.
+    if (achado.Versao != quem.Versao &&
+        Consulta(*m_Banco,
+                 "SELECT 1 FROM HISTORICO WHERE Entidade = 'USUARIO' AND NroEntidade = ? AND Versao > ? AND "
+                 "Acao = 'desativa'",
+                 {quem.Quem.Numero, qlonglong(quem.Versao)})
+            .Proxima()) {
+        throw RecusaDeEntrada("O usuário " + quem.Quem.Usuario +
+                              " foi desativado e reativado depois da entrada. Entre de novo.");
     }
     return achado;
 }

@@ -26,7 +26,8 @@ class Portaria {
         Operador Quem;
         std::string Estacao;
         std::string AvisoDeRelogio;
-        std::string Prova; // hash of how the password is kept, which tells that it is still the same one
+        std::string Prova;       // hash of how the password is kept, which tells that it is still the same one
+        std::int64_t Versao = 0; // of the user; whoever was deactivated after it has to come in anew
     };
 
     // emMemoria: the counts that the registry does not keep; those of one process are to be counted together.

@@ -8,6 +8,7 @@
 #include "services/ConteudoPdf.h"
 #include "services/DialetoPostgres.h"
 #include "services/LigacaoPostgres.h"
+#include "services/RegistrosAdministracao.h"
 #include "services/Resumo.h"
 #include "services/TextoQt.h"
 
@@ -293,6 +294,38 @@ TEST_F(ServidorTeste, Grava_SameNumberWithAnotherReason_IsRefusedAndTheFirstOneS
     EXPECT_EQ(Um.Registro.Sql("SELECT COUNT(*) FROM HISTORICO WHERE Motivo LIKE 'o certificado%'"), "0");
 }
 
+TEST_F(ServidorTeste, Grava_CorrectionWithoutAReason_RefusedOrDoneAsTheSettingSays)
+{
+    for (const bool exige : {true, false}) {
+        SCOPED_TRACE(exige);
+        ServidorDeTeste um;
+        um.Como.ExigeMotivo = exige;
+        um.Comeca();
+        const std::string ana = um.Entra("ana");
+        const Ref<mesa::SessaoServico> sessao = um.Registro.Sessao("ana");
+        const std::int32_t numero =
+            IncluiComSensores(sessao, {{AfericaoDe("C-1", DataDe(1, 1, 2026), DataDe(31, 12, 2026))}});
+        const auto corrige = [&](const std::string &para, const ServidorDeTeste::Metadados &motivo) {
+            const Ref<::EquiptoED> lido = Abre(sessao, numero);
+            lido->Sensores.Valor()->Item(1)->Afericoes.Valor()->Item(1)->Numero = para;
+            registro::v1::EquiptoED pedido;
+            rede::ParaMensagem(*lido, pedido);
+            return um.Grava("EquiptoRN/altera", pedido, ana, motivo);
+        };
+        const auto motivo = [&] {
+            return um.Registro.Sql("SELECT Motivo FROM HISTORICO WHERE Entidade = 'AFERICAO' ORDER BY Nro DESC");
+        };
+        const Feita sem = corrige("C-2", {});
+        EXPECT_EQ(sem.Fim.error_code(), exige ? StatusCode::FAILED_PRECONDITION : StatusCode::OK) << sem.Frase();
+        EXPECT_EQ(sem.NoFim.count("falta-motivo-bin"), exige ? 1U : 0U);
+        EXPECT_EQ(um.Registro.Sql("SELECT Numero FROM AFERICAO"), exige ? "C-1" : "C-2");
+        EXPECT_EQ(motivo(), exige ? "" : "sem motivo");
+        const Feita com = corrige("C-3", {{"motivo-bin", "erro de digitação"}});
+        EXPECT_TRUE(com.Fim.ok()) << com.Frase();
+        EXPECT_EQ(motivo(), "erro de digitação");
+    }
+}
+
 TEST_F(ServidorTeste, Grava_WithoutNumberOrWithANonsenseOne_NothingIsDone)
 {
     Um.Comeca();
@@ -416,6 +449,23 @@ TEST_F(ServidorTeste, Sessao_OwnPasswordChanged_StandsWhileOthersOfTheUserEnd)
     EXPECT_EQ(Um.Chama("EquiptoRN/consulta", qual, aqui).Fim.error_code(), StatusCode::FAILED_PRECONDITION);
     EXPECT_EQ(Um.Chama("EquiptoRN/consulta", qual, alhures).Fim.error_code(), StatusCode::UNAUTHENTICATED);
     EXPECT_EQ(Um.Chama("Entrada/Situacao", Vazio(), alhures).Fim.error_code(), StatusCode::UNAUTHENTICATED);
+}
+
+TEST_F(ServidorTeste, Sessao_UserDeactivatedAndReactivated_EndsAndTheNewOneStands)
+{
+    Um.Comeca();
+    const std::string roubada = Um.Entra("ana");
+    const auto marta = Um.Registro.Sessao("marta");
+    const auto ana = Com(::Novo<mesa::UsuarioED>(), &mesa::UsuarioED::Numero, 1);
+    for (const auto &[metodo, versao] : {std::pair("desativaUsuario", 1), std::pair("reativaUsuario", 2)}) {
+        Exigido(Pede(marta, metodo, Com(ana, &mesa::UsuarioED::Versao, versao), "AdministracaoRN"));
+    }
+    const std::string nova = Um.Entra("ana");
+    const Feita feita = Um.Grava("EquiptoRN/inclui", Novo("R-001"), roubada);
+    EXPECT_EQ(feita.Fim.error_code(), StatusCode::UNAUTHENTICATED);
+    EXPECT_EQ(feita.Frase(), "O usuário ana foi desativado e reativado depois da entrada. Entre de novo.");
+    EXPECT_EQ(Um.Chama("Entrada/Situacao", Vazio(), roubada).Fim.error_code(), StatusCode::UNAUTHENTICATED);
+    EXPECT_TRUE(Um.Grava("EquiptoRN/inclui", Novo("R-001"), nova).Fim.ok());
 }
 
 TEST_F(ServidorTeste, Entra_ManyRefusedFromAnAddress_NextOnesWait)

@@ -72,3 +72,17 @@ TEST_F(SessoesTeste, Atualiza_AfterChangeAndEnd_TakesOverOrRaises)
     Todas.Termina(chave);
     EXPECT_THROW(longa.Atualiza(), servidor::Fim);
 }
+
+TEST_F(SessoesTeste, Termina_SignInThatNoLongerStands_LaterOnesOfTheUserStay)
+{
+    auto antes = De(1);
+    auto depois = De(1);
+    depois.Versao = 3;
+    const std::string primeira = Todas.Comeca(antes);
+    const std::string segunda = Todas.Comeca(depois);
+    Todas.Usa(primeira).Termina();
+    EXPECT_FALSE(Vive(primeira));
+    EXPECT_TRUE(Vive(segunda));
+    Todas.Usa(segunda).Termina();
+    EXPECT_FALSE(Vive(segunda));
+}

@@ -500,6 +500,26 @@ TEST_F(ServicosAdministracao, desativaUsuario_EndsAtOnceWhatItsSessionMayDo)
     EXPECT_TRUE(Entra("ana", "senha de ana")) << m_Recusa;
 }
 
+TEST_F(ServicosAdministracao, reativaUsuario_OfAUserWithAnOpenSession_LeavesThatOneEnded)
+{
+    const std::string Reativado = "O usuário ana foi desativado e reativado depois da entrada. Entre de novo.";
+    const auto ana = m_Registro.Sessao("ana");
+    auto pedido = SoUsuario(1);
+    pedido->NomePessoa = "Ana de Souza";
+    Usuario("alteraUsuario", pedido);
+    EXPECT_TRUE(Pede(ana, "inclui", EquipamentoDe("X-1")).Feita); // any other change of the user ends nothing
+    Usuario("desativaUsuario", SoUsuario(1, 2));
+    Usuario("reativaUsuario", SoUsuario(1, 3));
+    EXPECT_EQ(Pede(ana, "inclui", EquipamentoDe("X-2")).Recusa, Reativado);
+    EXPECT_EQ(RecusaDe(ana, "trocaMinhaSenha", Troca("senha de ana", Boa)), Reativado);
+    const auto outra = m_Registro.Sessao("ana");
+    EXPECT_TRUE(Pede(outra, "inclui", EquipamentoDe("X-2")).Feita);
+    // The next one who is deactivated is another one.
+    m_Registro.Cadastra("bia");
+    Usuario("desativaUsuario", SoUsuario(m_Registro.Sessao("bia")->Operador().Numero));
+    EXPECT_TRUE(Pede(outra, "inclui", EquipamentoDe("X-3")).Feita);
+}
+
 TEST_F(ServicosAdministracao, reativaUsuario_OfASectorThatIsNotActive_IsRefused)
 {
     m_Registro.Cadastra("elisa");
