@@ -576,23 +576,35 @@ Status Atendente::Entra(const Chamada &chamada, const PedidoDeEntrada &pedido, r
             }
         } tentativa{m_Recusadas, chamada.Endereco, conhecido};
         std::optional<mesa::Portaria::Entrada> entrada;
-        m_Trabalhadores.Faz(
-            [&](Posto &posto) {
-                ExigeOMesmo(posto);
-                std::string recusa;
-                std::int32_t espera = 0;
-                entrada = posto.Servicos().Autentica(pedido.usuario(), mesa::Segredo(pedido.senha()), pedido.estacao(),
-                                                     recusa, espera);
-                if (!entrada) {
-                    resposta.set_recusa(recusa);
-                    resposta.set_espera(espera);
-                    return;
-                }
-                rede::ParaMensagem(entrada->Quem, resposta);
-                resposta.set_devetrocarsenha(posto.Servicos().Retoma(*entrada)->DeveTrocarSenha());
-                resposta.set_avisoderelogio(entrada->AvisoDeRelogio);
-            },
-            andamento.Ate, chamada.Cancelada, andamento.Linha.Espera, /*grava=*/true);
+        const auto entra = [&] {
+            m_Trabalhadores.Faz(
+                [&](Posto &posto) {
+                    ExigeOMesmo(posto);
+                    std::string recusa;
+                    std::int32_t espera = 0;
+                    entrada = posto.Servicos().Autentica(pedido.usuario(), mesa::Segredo(pedido.senha()),
+                                                         pedido.estacao(), recusa, espera);
+                    if (!entrada) {
+                        resposta.set_recusa(recusa);
+                        resposta.set_espera(espera);
+                        return;
+                    }
+                    rede::ParaMensagem(entrada->Quem, resposta);
+                    resposta.set_devetrocarsenha(posto.Servicos().Retoma(*entrada)->DeveTrocarSenha());
+                    resposta.set_avisoderelogio(entrada->AvisoDeRelogio);
+                },
+                andamento.Ate, chamada.Cancelada, andamento.Linha.Espera, /*grava=*/true);
+        };
+        try {
+            entra();
+        } catch (const mesa::ErroSql &erro) {
+            if (erro.Motivo != mesa::MotivoSql::Incerto) {
+                throw;
+            }
+            Fim incerta = DoErro(erro); // it has no number by which it would be done once
+            incerta.Frase = "A entrada não foi confirmada pelo banco de dados. Tente entrar de novo daqui a pouco.";
+            throw incerta;
+        }
         if (!entrada) {
             tentativa.Conta = true;
             andamento.Linha.Fim = FimRecusada;

@@ -4,6 +4,7 @@
 #include "host/Indicador.h"
 #include "host/Texto.h"
 #include "services/Calendario.h"
+#include "services/ErroSql.h"
 #include "services/Esquema.h"
 #include "services/Historico.h"
 #include "services/Recusa.h"
@@ -312,21 +313,36 @@ std::int32_t Portaria::Conta(const Tentativa &tentativa, const Achado &achado)
         }
         return falta;
     }
-    return m_Banco->Escreve([&] {
-        TentativasDoUsuario doUsuario(*m_Banco, achado.Quem.Numero, tentativa.Estacao);
-        Tentativas contadas = doUsuario.Le();
-        if (contadas.Acerta(tentativa.Agora)) {
-            doUsuario.Grava(contadas);
-        }
-        const std::int32_t falta = contadas.Falta(tentativa.Agora);
-        if (falta > 0) {
-            RegistraRecusa(tentativa, achado, espera);
-        } else {
-            contadas.Conta(tentativa.Agora);
-            doUsuario.Grava(contadas);
-        }
+    std::string qual;
+    Tentativas antes;
+    Tentativas contadas;
+    try {
+        const std::int32_t falta = m_Banco->Escreve([&] {
+            TentativasDoUsuario doUsuario(*m_Banco, achado.Quem.Numero, tentativa.Estacao);
+            const Tentativas gravadas = doUsuario.Le();
+            qual = doUsuario.Qual();
+            contadas = m_EmMemoria->SemNaoOlhada(qual, gravadas);
+            contadas.Acerta(tentativa.Agora);
+            antes = contadas;
+            const std::int32_t ainda = contadas.Falta(tentativa.Agora);
+            if (ainda > 0) {
+                RegistraRecusa(tentativa, achado, espera);
+            } else {
+                contadas.Conta(tentativa.Agora);
+            }
+            if (contadas != gravadas) {
+                doUsuario.Grava(contadas);
+            }
+            return ainda;
+        });
+        m_EmMemoria->Olhada(qual);
         return falta;
-    });
+    } catch (const ErroSql &erro) {
+        if (erro.Motivo == MotivoSql::Incerto) { // the count may stand there, and the password is not looked at
+            m_EmMemoria->NaoOlhada(qual, antes, contadas);
+        }
+        throw;
+    }
 }
 
 void Portaria::RegistraRecusa(const Tentativa &tentativa, const Achado &achado, const std::string &motivo)

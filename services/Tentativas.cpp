@@ -90,6 +90,11 @@ void TentativasDoUsuario::Grava(const Tentativas &tentativas)
     }
 }
 
+std::string TentativasDoUsuario::Qual() const
+{
+    return CStr(m_Numero) + "\n" + m_Estacao;
+}
+
 bool TentativasDoUsuario::EmEspera(Banco &banco, std::int32_t numero, const Instante &agora)
 {
     Consulta linhas(banco, "SELECT Vezes, EsperaAte FROM ENTRADA_RECUSADA WHERE Numero = ?", {numero});
@@ -129,6 +134,25 @@ TentativasEmMemoria::TentativasEmMemoria()
         throw Falha(NumeroFalha::ErroInterno, "Servicos", "Não foi possível preparar a entrada dos usuários.");
     }
     crypto_generichash_keygen(m_Sal.data());
+}
+
+void TentativasEmMemoria::NaoOlhada(const std::string &qual, const Tentativas &antes, const Tentativas &contadas)
+{
+    const std::lock_guard tranca(m_Tranca);
+    m_NaoOlhadas[qual] = {antes, contadas};
+}
+
+Tentativas TentativasEmMemoria::SemNaoOlhada(const std::string &qual, const Tentativas &contadas)
+{
+    const std::lock_guard tranca(m_Tranca);
+    const auto volta = m_NaoOlhadas.find(qual);
+    return volta != m_NaoOlhadas.end() && volta->second.Contadas == contadas ? volta->second.Antes : contadas;
+}
+
+void TentativasEmMemoria::Olhada(const std::string &qual)
+{
+    const std::lock_guard tranca(m_Tranca);
+    m_NaoOlhadas.erase(qual);
 }
 
 Tentativas &TentativasEmMemoria::Acha(const std::string &chave)

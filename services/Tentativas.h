@@ -24,6 +24,8 @@ struct Tentativas {
     void Conta(const Instante &agora);
     // A wait that was counted by a clock that was ahead ends as soon as one of now would. Whether it was such a one.
     bool Acerta(const Instante &agora);
+
+    bool operator==(const Tentativas &) const = default;
 };
 
 // Those at the name of a user, in the registry: neither haste nor a kill wins a try. A station at which the user has
@@ -35,6 +37,8 @@ class TentativasDoUsuario {
 
     Tentativas Le() const;
     void Grava(const Tentativas &tentativas);
+    // Which of the counts they are, among those of all users.
+    std::string Qual() const;
     // The user has signed in here: from now on it is known.
     bool EstacaoConhecida() const { return !m_Estacao.empty(); }
 
@@ -52,6 +56,8 @@ class TentativasDoUsuario {
 
 // Those that the registry does not keep, for as long as the program runs: at names that no user has, and where nothing
 // can be written. What was typed may be a password: it is neither stored nor kept. Several threads may count together.
+// And what counts of the registry were before a try that was counted there and then not looked at, since nobody said
+// whether that count is written.
 class TentativasEmMemoria {
   public:
     TentativasEmMemoria();
@@ -63,12 +69,25 @@ class TentativasEmMemoria {
         return trabalho(Acha(chave));
     }
 
+    // qual: as TentativasDoUsuario names it. contadas: with the try that was not looked at.
+    void NaoOlhada(const std::string &qual, const Tentativas &antes, const Tentativas &contadas);
+    // What the count was without that try; as it is where it stands otherwise.
+    Tentativas SemNaoOlhada(const std::string &qual, const Tentativas &contadas);
+    // One more was counted, and is looked at.
+    void Olhada(const std::string &qual);
+
   private:
+    struct Volta {
+        Tentativas Antes;
+        Tentativas Contadas;
+    };
+
     Tentativas &Acha(const std::string &chave);
 
     std::mutex m_Tranca;
     std::array<unsigned char, 32> m_Sal{};
     std::map<std::string, Tentativas> m_Contagens; // by a hash of the name
+    std::map<std::string, Volta> m_NaoOlhadas;
 };
 
 } // namespace mesa

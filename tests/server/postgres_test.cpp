@@ -334,3 +334,37 @@ TEST_F(ServidorEReservaPostgres, Engine_GoneAndBack_UnavailableInWordsMeanwhileA
     EXPECT_TRUE(Um.Grava("EquiptoRN/inclui", Novo("R-001"), ana).Fim.ok());
     EXPECT_EQ(Sql("SELECT COUNT(*) FROM EQUIPAMENTO"), "1");
 }
+TEST_F(ServidorEReservaPostgres, Entra_RightPasswordsWithoutTheStandby_CountAsNoneWhenItIsBack)
+{
+    Um.Como.PrazoDaGravacao = std::chrono::seconds(1);
+    Um.Comeca();
+    Entra();
+    ExigeReserva("ninguem");
+    for (int vez = 0; vez < 4; ++vez) {
+        const Feita feita = Um.TentaEntrar("ana", "senha de ana");
+        EXPECT_EQ(feita.Fim.error_code(), StatusCode::UNAVAILABLE) << feita.Como<Sessao>().recusa();
+        EXPECT_EQ(feita.Frase(),
+                  "A entrada não foi confirmada pelo banco de dados. Tente entrar de novo daqui a pouco.");
+    }
+    ExigeReserva("");
+    EXPECT_FALSE(Entra().empty());
+    // What was looked at counts as ever.
+    for (int vez = 0; vez < 3; ++vez) {
+        EXPECT_EQ(Um.TentaEntrar("ana", "errada").Como<Sessao>().espera(), vez < 2 ? 0 : 5);
+    }
+    EXPECT_TRUE(Um.TentaEntrar("ana", "senha de ana").Como<Sessao>().recusa().starts_with("Foram muitas tentativas"));
+}
+
+TEST_F(ServidorEReservaPostgres, Entra_WrongPasswordAfterOneThatWasNotLookedAt_IsCounted)
+{
+    Um.Como.PrazoDaGravacao = std::chrono::seconds(1);
+    Um.Comeca();
+    Entra();
+    ExigeReserva("ninguem");
+    EXPECT_EQ(Um.TentaEntrar("ana", "errada").Fim.error_code(), StatusCode::UNAVAILABLE);
+    ExigeReserva("");
+    for (int vez = 0; vez < 3; ++vez) {
+        EXPECT_EQ(Um.TentaEntrar("ana", "errada").Como<Sessao>().espera(), vez < 2 ? 0 : 5);
+    }
+}
+
