@@ -246,7 +246,9 @@ class Atendente::Fluxo {
             throw Ocupado(MuitosFluxos);
         }
     }
-    void Larga() { m_Quem.m_Octetos -= std::exchange(m_Octetos, 0); }
+    // It holds only so many of them after all.
+    void Fica(std::size_t octetos) { m_Quem.m_Octetos -= std::exchange(m_Octetos, octetos) - octetos; }
+    void Larga() { Fica(0); }
     // By when it has to be over, whatever of it comes or goes meanwhile.
     Momento Ate(std::size_t octetos) const
     {
@@ -522,6 +524,14 @@ Status Atendente::Executa(const Chamada &chamada, const std::string &classe, con
     });
 }
 
+Status Atendente::RecusaMensagem(const Chamada &chamada, const std::string &operacao, std::size_t octetos)
+{
+    return Conduz(chamada, operacao, [&](Andamento &andamento) {
+        andamento.Linha.Octetos = octetos;
+        throw Invalida("A mensagem é grande demais ou está estragada.");
+    });
+}
+
 Status Atendente::Apresenta(const Chamada &chamada, const Apresentacao &pedido, registro::v1::Servidor &resposta)
 {
     return Conduz(chamada, "Entrada/Apresenta", [&](Andamento &andamento) {
@@ -723,7 +733,7 @@ Status Atendente::LeDocumento(const Chamada &chamada, const PedidoDeDocumento &p
     return Conduz(chamada, "Documentos/Le", [&](Andamento &andamento) {
         Sessoes::EmUso quem = Usa(andamento);
         Fluxo fluxo(*this);
-        fluxo.Toma(mesa::MaiorDocumento);
+        fluxo.Toma(mesa::MaiorDocumento); // as long as nobody knows how large it is
         Bytes octetos;
         NaSessao(andamento, quem, [&](mesa::SessaoSql &sessao) {
             rede::ConfereMensagem(pedido);
@@ -731,6 +741,7 @@ Status Atendente::LeDocumento(const Chamada &chamada, const PedidoDeDocumento &p
             Exige(andamento, sessao.LeDocumento(pedido.numero(), octetos, recusa), recusa);
         });
         const auto tamanho = static_cast<std::int64_t>(octetos.size());
+        fluxo.Fica(octetos.size());
         if (pedido.apartirde() < 0 || pedido.apartirde() > tamanho) {
             throw Invalida("O documento tem " + std::to_string(tamanho) + " octetos, e foi pedido a partir de " +
                            std::to_string(pedido.apartirde()) + ".");

@@ -42,6 +42,9 @@ class Atendente {
     grpc::Status Grava(const Chamada &chamada, const std::string &classe, const std::string &metodo,
                        const google::protobuf::Message &pedido, google::protobuf::Message &resposta);
 
+    // What came is no message of the operation, or too large to be looked at.
+    grpc::Status RecusaMensagem(const Chamada &chamada, const std::string &operacao, std::size_t octetos);
+
     // Signing in and out.
     grpc::Status Apresenta(const Chamada &chamada, const registro::v1::Apresentacao &pedido,
                            registro::v1::Servidor &resposta);

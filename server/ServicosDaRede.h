@@ -217,7 +217,7 @@ class AdministracaoRN final : public v1::AdministracaoRN::Service {
 // Whoever calls it may be a stranger: its messages are parsed only when they are as small as they all are.
 class Entrada final : public grpc::Service {
   public:
-    explicit Entrada(Atendente &atendente)
+    explicit Entrada(Atendente &atendente) : m_Atendente(atendente)
     {
         Poe<v1::Apresentacao, v1::Servidor>("/registro.v1.Entrada/Apresenta",
                                             [&atendente](const Chamada &chamada, auto &pedido, auto &resposta) {
@@ -245,23 +245,27 @@ class Entrada final : public grpc::Service {
 
     template <class Pedido, class Resposta, class Faz> void Poe(const char *caminho, Faz faz)
     {
+        const std::string operacao = std::string(caminho).substr(std::string("/registro.v1.").size());
         using Tratador = grpc::internal::RpcMethodHandler<Entrada, grpc::ByteBuffer, Resposta, grpc::ByteBuffer,
                                                           google::protobuf::MessageLite>;
         AddMethod(new grpc::internal::RpcServiceMethod(
             caminho, grpc::internal::RpcMethod::NORMAL_RPC,
             new Tratador(
-                [faz](Entrada *, Contexto *contexto, const grpc::ByteBuffer *octetos, Resposta *resposta) -> Status {
+                [faz, operacao](Entrada *eu, Contexto *contexto, const grpc::ByteBuffer *octetos,
+                                Resposta *resposta) -> Status {
                     Pedido pedido;
                     grpc::ByteBuffer lidos(*octetos);
                     grpc::ProtoBufferReader leitor(&lidos);
                     if (octetos->Length() > MaiorMensagem || !leitor.status().ok() ||
                         !pedido.ParseFromZeroCopyStream(&leitor)) {
-                        return {grpc::StatusCode::INVALID_ARGUMENT, "A mensagem é grande demais ou está estragada."};
+                        return eu->m_Atendente.RecusaMensagem(Chamada(*contexto), operacao, octetos->Length());
                     }
                     return faz(Chamada(*contexto), pedido, *resposta);
                 },
                 this)));
     }
+
+    Atendente &m_Atendente;
 };
 
 class Documentos final : public v1::Documentos::Service {

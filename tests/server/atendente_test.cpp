@@ -1,11 +1,15 @@
 #include "server/Atendente.h"
 
+#include "services/RegistrosAdministracao.h"
 #include "tests/services/RegistroDeTeste.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 
 using namespace registro::v1;
 
@@ -24,9 +28,9 @@ class AtendenteTeste : public testing::Test {
             Como, [this] { return mesa::Instante(Um.Relogio); }, *Fios, Todas, Recusadas, Linhas, Medidas);
     }
 
-    Sessao Entra(const std::string &senha = "senha de ana")
+    Sessao Entra(const std::string &senha = "senha de ana", const std::string &usuario = "ana")
     {
-        Pedido.set_usuario("ana");
+        Pedido.set_usuario(usuario);
         Pedido.set_senha(senha);
         Pedido.set_contrato(1);
         Sessao sessao;
@@ -39,7 +43,8 @@ class AtendenteTeste : public testing::Test {
     RegistroDeTeste *Onde = &Um;
     servidor::Configuracao Como;
     std::unique_ptr<servidor::Trabalhadores> Fios;
-    servidor::Sessoes Todas{[] { return std::chrono::steady_clock::time_point(); }, std::chrono::minutes(30), 8, 4};
+    std::chrono::steady_clock::time_point Agora;
+    servidor::Sessoes Todas{[this] { return Agora; }, std::chrono::minutes(30), 8, servidor::Atendente::MaisFluxos + 1};
     servidor::EntradasRecusadas Recusadas;
     servidor::Diario Linhas{"/dev/null"};
     servidor::Figuras Medidas{"", [] { return servidor::Retrato(); }};
@@ -102,4 +107,24 @@ TEST_F(AtendenteTeste, Registro_IsAnotherOneNow_ToldAndSessionsEnd)
     EXPECT_TRUE(Quem->Apresenta({}, eu, ele).ok());
     EXPECT_EQ(ele.registro(), Outro.Aberto().Identificador());
     EXPECT_FALSE(Entra().chave().empty());
+}
+
+TEST_F(AtendenteTeste, LeDocumento_SmallOnesTakenSlowly_AsManyAsThereMayBe)
+{
+    servidor::Chamada chamada;
+    chamada.Sessao = Entra().chave();
+    PedidoDeDocumento pedido;
+    pedido.set_numero(GuardaPdf(Um.Sessao("ana"), "um"));
+    std::size_t maisLonge = 0;
+    // Each is read while those before it are on their way.
+    const std::function<grpc::Status()> le = [&] {
+        return Quem->LeDocumento(chamada, pedido, [&](const PedacoDeDocumento &) {
+            maisLonge = std::max(maisLonge, Quem->ACaminho());
+            return Quem->ACaminho() == servidor::Atendente::MaisFluxos || le().ok();
+        });
+    };
+    const grpc::Status fim = le();
+    EXPECT_TRUE(fim.ok()) << fim.error_message();
+    EXPECT_EQ(maisLonge, servidor::Atendente::MaisFluxos);
+    EXPECT_EQ(Quem->ACaminho(), 0U);
 }

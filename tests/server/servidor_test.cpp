@@ -915,6 +915,7 @@ TEST_F(ServidorTeste, Estranho_AnyOperation_TurnedAwayUnread)
 
 TEST_F(ServidorTeste, Estranho_LargeOrCompressedMessageWhereSignedIn_Refused)
 {
+    Um.Como.Numeros = "127.0.0.1:0";
     Um.Comeca();
     PedidoDeEntrada grande;
     grande.set_usuario(std::string(17000, 'x'));
@@ -923,12 +924,22 @@ TEST_F(ServidorTeste, Estranho_LargeOrCompressedMessageWhereSignedIn_Refused)
         const Feita feita = Um.Chama(nome, grande, "");
         EXPECT_EQ(feita.Fim.error_code(), StatusCode::INVALID_ARGUMENT) << nome << ": " << feita.Frase();
         EXPECT_EQ(feita.Frase(), "A mensagem é grande demais ou está estragada.");
+        EXPECT_NE(Numeros(Um).find("registro_operacoes_total{fim=\"INVALID_ARGUMENT\",operacao=\"" + std::string(nome) +
+                                   "\"} 1\n"),
+                  std::string::npos);
     }
     const auto fio = registro::v1::Entrada::NewStub(Um.Canal());
     grpc::ClientContext contexto;
     contexto.set_compression_algorithm(GRPC_COMPRESS_GZIP);
     Sessao sessao;
     EXPECT_EQ(fio->Entra(&contexto, grande, &sessao).error_code(), StatusCode::UNIMPLEMENTED);
+    Um.Acaba();
+    const std::vector<std::string> linhas = Um.Diario();
+    ASSERT_EQ(linhas.size(), 2U);
+    for (const std::string &linha : linhas) {
+        EXPECT_NE(linha.find("\"fim\":\"INVALID_ARGUMENT\""), std::string::npos) << linha;
+        EXPECT_NE(linha.find("\"octetos\":17"), std::string::npos) << linha;
+    }
 }
 
 TEST_F(ServidorTeste, Comeca_PortInUse_SaysSo)
