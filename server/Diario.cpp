@@ -27,6 +27,7 @@ namespace servidor {
 namespace {
 
 constexpr std::chrono::minutes EntreAvisos(1);
+constexpr std::size_t MaisAvisados = 1000; // sentences that are kept, to know the same again
 // Lines that come meanwhile are written together: waking somebody for each costs more than the line.
 constexpr std::chrono::milliseconds EntreEscritas(50);
 
@@ -144,11 +145,14 @@ void Diario::Avisa(const std::string &frase)
     const auto agora = std::chrono::steady_clock::now();
     {
         const std::lock_guard trava(m_Mutex);
-        if (frase == m_Avisado && agora - m_QuandoAvisou < EntreAvisos) {
+        std::erase_if(m_Avisados, [&](const auto &um) { return agora - um.second >= EntreAvisos; });
+        if (m_Avisados.contains(frase)) {
             return;
         }
-        m_Avisado = frase;
-        m_QuandoAvisou = agora;
+        if (m_Avisados.size() >= MaisAvisados) {
+            m_Avisados.clear();
+        }
+        m_Avisados.emplace(frase, agora);
     }
     std::cerr << frase + "\n" << std::flush;
 }

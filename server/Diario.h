@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <map>
 #include <mutex>
 #include <string>
 #include <thread>
@@ -52,8 +53,7 @@ class Diario {
     std::deque<std::string> m_Linhas;
     std::uint64_t m_Perdidas = 0;
     bool m_Fim = false;
-    std::string m_Avisado;
-    std::chrono::steady_clock::time_point m_QuandoAvisou;
+    std::map<std::string, std::chrono::steady_clock::time_point> m_Avisados; // of the last minute
     std::thread m_Fio;
 };
 
