@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <regex>
 #include <sstream>
 #include <string>
 #include <utility>
@@ -94,6 +95,15 @@ TEST_F(ConfiguracaoTeste, Le_TheFileOfTheProgram_HasEveryKeyOnceWithItsDefault)
         }
     }
     EXPECT_EQ(chaves, Configuracao::Chaves());
+}
+
+TEST_F(ConfiguracaoTeste, Chaves_Each_StandsInTheAdministratorsManual)
+{
+    std::stringstream manual;
+    manual << std::ifstream("docs/servidor.md").rdbuf();
+    for (const std::string &chave : Configuracao::Chaves()) {
+        EXPECT_TRUE(std::regex_search(manual.str(), std::regex("\n\\|[^|]*`" + chave + "`[^|]*\\|"))) << chave;
+    }
 }
 
 TEST_F(ConfiguracaoTeste, Le_WrongKeysTypesAndRanges_EachASentenceWithTheLine)
