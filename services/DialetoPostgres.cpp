@@ -2,6 +2,7 @@
 
 #include "services/Esquema.h"
 #include "services/PreparadaPostgres.h"
+#include "services/Promocoes.h"
 #include "services/TextoQt.h"
 
 #include <QRegularExpression>
@@ -17,7 +18,6 @@
 #include <array>
 #include <charconv>
 #include <map>
-#include <mutex>
 #include <utility>
 
 namespace mesa {
@@ -36,31 +36,6 @@ constexpr milliseconds EsperaDepoisDeDesistir{2000};
 // The history is one chain: who writes holds this.
 constexpr int TravaDeEscrita = Esquema::Aplicacao;
 constexpr const char *Marca = "registro de equipamentos";
-
-// The engine numbers its history anew each time that a standby is promoted. What this process has seen of each, so that
-// it does not go back to one that was left behind.
-class Promocoes {
-  public:
-    // Whether that engine stands where this process has seen it stand, or further.
-    bool Alcanca(const QString &motor, int historia)
-    {
-        const std::lock_guard guarda(m_Trava);
-        int &vista = m_Vistas[motor];
-        vista = std::max(vista, historia);
-        return historia == vista;
-    }
-
-  private:
-    std::mutex m_Trava;
-    std::map<QString, int> m_Vistas;
-};
-
-// Of several places in the text the one that was tried comes last.
-QString DepoisDoPrimeiro(const QString &lista)
-{
-    const qsizetype virgula = lista.indexOf(',');
-    return virgula < 0 ? lista : lista.mid(virgula + 1) + "," + lista.left(virgula);
-}
 
 QString Tx(std::string_view texto)
 {
@@ -459,7 +434,7 @@ void DialetoPostgres::Liga()
             throw falha("este banco de dados ficou para trás: outro foi promovido no lugar dele");
         }
         for (const char *lista : {"host", "hostaddr", "port"}) {
-            opcoes[lista] = DepoisDoPrimeiro(opcoes[lista]);
+            opcoes[lista] = Q(Promocoes::DepoisDoPrimeiro(S(opcoes[lista])));
         }
     }
 }
@@ -528,16 +503,14 @@ void DialetoPostgres::Conecta(const std::map<QString, QString> &opcoes)
 
 bool DialetoPostgres::EstaEmDia() const
 {
-    static Promocoes vistas;
     QSqlQuery comando(m_Ligacao->Banco());
-    if (!comando.exec("SELECT system_identifier, substr(pg_walfile_name(pg_current_wal_lsn()), 1, 8) "
-                      "FROM pg_control_system() WHERE NOT pg_is_in_recovery()")) {
+    if (!comando.exec(Promocoes::Pergunta)) {
         throw Erro(comando.lastError());
     }
     if (!comando.next()) { // it follows another one
         return true;
     }
-    return vistas.Alcanca(comando.value(0).toString(), comando.value(1).toString().toInt(nullptr, 16));
+    return Promocoes::EmDia(S(comando.value(0).toString()), S(comando.value(1).toString()));
 }
 
 void DialetoPostgres::ConfereQueERegistro() const

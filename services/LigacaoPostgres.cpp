@@ -1,9 +1,11 @@
 #include "services/LigacaoPostgres.h"
 
 #include "services/DialetoPostgres.h"
+#include "services/Promocoes.h"
 
 #include <libpq-fe.h>
 
+#include <algorithm>
 #include <charconv>
 #include <utility>
 
@@ -133,16 +135,46 @@ LigacaoPostgres::LigacaoPostgres(const std::string &onde)
                              "postgresql://usuario@maquina:5432/banco.",
                              "", "", true);
     }
-    // What the text says comes last and holds. A machine that is gone without a word is noticed.
+    std::map<std::string, std::string> lugares;
+    for (const char *lista : {"host", "hostaddr", "port"}) {
+        lugares[lista] = Opcao(dadas.get(), lista);
+    }
+    const bool comGravacao =
+        lugares["host"].find(',') != std::string::npos && Opcao(dadas.get(), "target_session_attrs").empty();
+    // As many tries as there are places.
+    for (auto restam = std::ranges::count(lugares["host"], ',');; --restam) {
+        Liga(lugares, comGravacao);
+        const auto historia = Linhas(Promocoes::Pergunta);
+        if (historia.empty() || Promocoes::EmDia(historia[0][0].value_or(""), historia[0][1].value_or(""))) {
+            return;
+        }
+        if (restam == 0) {
+            throw ErroDoServidor("O " + m_Nome + " ficou para trás: outro foi promovido no lugar dele.", "", "", true);
+        }
+        for (auto &[nome, lista] : lugares) {
+            lista = Promocoes::DepoisDoPrimeiro(lista);
+        }
+    }
+}
+
+void LigacaoPostgres::Liga(const std::map<std::string, std::string> &lugares, bool comGravacao)
+{
+    // What the text says comes after and holds, but for the order of the places. A machine that is gone without a word
+    // is noticed.
     std::vector<const char *> nomes = {
         "connect_timeout", "keepalives_idle", "keepalives_interval", "keepalives_count", "tcp_user_timeout",
         "client_encoding", "dbname"};
-    const std::string texto = DialetoPostgres::TextoDaBiblioteca(onde);
+    const std::string texto = DialetoPostgres::TextoDaBiblioteca(m_Onde);
     std::vector<const char *> valores = {"10", "30", "10", "3", "60000", "UTF8", texto.c_str()};
-    if (Opcao(dadas.get(), "host").find(',') != std::string::npos &&
-        Opcao(dadas.get(), "target_session_attrs").empty()) {
+    if (comGravacao) {
         nomes.insert(nomes.begin(), "target_session_attrs");
         valores.insert(valores.begin(), "read-write");
+    }
+    for (const auto &[nome, lista] : lugares) {
+        if (!lista.empty()) {
+            nomes.push_back(nome.c_str());
+            valores.push_back(lista.c_str());
+        }
     }
     nomes.push_back(nullptr);
     valores.push_back(nullptr);

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -36,7 +37,8 @@ class LigacaoPostgres {
   public:
     using Celula = std::optional<std::string>;
 
-    // onde: "postgresql://...". With several machines, the one that takes writes.
+    // onde: "postgresql://...". With several machines, the one that takes writes; one that was left behind is passed
+    // over.
     explicit LigacaoPostgres(const std::string &onde);
 
     const std::string &Nome() const { return m_Nome; }
@@ -62,6 +64,8 @@ class LigacaoPostgres {
   private:
     using Resultado = std::unique_ptr<pg_result, void (*)(pg_result *)>;
 
+    // Connects to the first of the places that can be had.
+    void Liga(const std::map<std::string, std::string> &lugares, bool comGravacao);
     Resultado Executa(const std::string &sql, const std::vector<std::string> &valores);
     [[noreturn]] void Falha(const pg_result *resultado);
 

@@ -4,6 +4,7 @@
 #include "services/Dialetos.h"
 #include "services/Esquema.h"
 #include "services/Historico.h"
+#include "services/LigacaoPostgres.h"
 #include "services/Resumo.h"
 #include "services/ServicosSql.h"
 #include "tests/services/Motor.h"
@@ -921,7 +922,11 @@ TEST(PostgresReserva, CommitThatNoStandbyConfirms_IsGivenUpInTimeAndUncertain)
     EXPECT_EQ(inclui(5).Detalhe, "");
     EXPECT_EQ(Primeira(reserva->Texto("registro"), "SELECT COUNT(*) FROM LOGRADOURO"), "6");
     EXPECT_EQ(Primeira(primario.Texto("registro"), "SELECT COUNT(*) FROM LOGRADOURO"), "4");
+    // Nor does what works on the registry as a whole.
+    EXPECT_EQ(LigacaoPostgres(onde).Inteiro("SELECT COUNT(*) FROM LOGRADOURO"), 6);
     reserva->Mata();
+    const std::string recusa = FalhaLancada([&] { const LigacaoPostgres sozinha(onde); }).Descricao;
+    EXPECT_TRUE(recusa.ends_with(" ficou para trás: outro foi promovido no lugar dele.")) << recusa;
     EXPECT_EQ(ErroDe([&] { Abre(onde); }).Detalhe,
               "este banco de dados ficou para trás: outro foi promovido no lugar dele");
     EXPECT_EQ(inclui(6).Motivo, MotivoSql::Queda);
