@@ -415,9 +415,10 @@ void Atendente::Exige(Andamento &andamento, bool feita, const std::string &recus
     }
 }
 
-void Atendente::ExigeDireito(Andamento &andamento, const std::string &acao, const std::string &oQue)
+void Atendente::ExigeDireito(Andamento &andamento, Sessoes::EmUso &quem, const std::string &acao,
+                             const std::string &oQue)
 {
-    NaSessao(andamento, [&](mesa::SessaoSql &sessao) {
+    NaSessao(andamento, quem, [&](mesa::SessaoSql &sessao) {
         if (!sessao.TemPermissao(mesa::Permissoes::Sistema, mesa::Permissoes::ObjetoAdministracao, acao)) {
             throw mesa::Recusa(sessao.DeveTrocarSenha()
                                    ? sessao.Operador().Nome +
@@ -740,8 +741,8 @@ Status Atendente::LeDocumento(const Chamada &chamada, const PedidoDeDocumento &p
             std::string recusa;
             Exige(andamento, sessao.LeDocumento(pedido.numero(), octetos, recusa), recusa);
         });
-        const auto tamanho = static_cast<std::int64_t>(octetos.size());
         fluxo.Fica(octetos.size());
+        const auto tamanho = static_cast<std::int64_t>(octetos.size());
         if (pedido.apartirde() < 0 || pedido.apartirde() > tamanho) {
             throw Invalida("O documento tem " + std::to_string(tamanho) + " octetos, e foi pedido a partir de " +
                            std::to_string(pedido.apartirde()) + ".");
@@ -904,7 +905,9 @@ Status Atendente::Confere(const Chamada &chamada, const PedidoDeConferencia &ped
                           const std::function<bool(const AndamentoDaConferencia &)> &escreve)
 {
     return Conduz(chamada, "Conferencia/Confere", [&](Andamento &andamento) {
-        ExigeDireito(andamento, mesa::Permissoes::Copias, "conferir o registro");
+        Sessoes::EmUso quem = Usa(andamento); // to the end: a long check is no idle session
+        const auto exige = [&] { ExigeDireito(andamento, quem, mesa::Permissoes::Copias, "conferir o registro"); };
+        exige();
         rede::ConfereMensagem(pedido);
         std::optional<mesa::CabecaAssinada> desde;
         if (!pedido.desde().empty()) {
@@ -943,13 +946,25 @@ Status Atendente::Confere(const Chamada &chamada, const PedidoDeConferencia &ped
         const mesa::CabecaAssinada *cabeca = desde ? &*desde : nullptr;
         const mesa::ResultadoDaConferencia resultado =
             pedido.rapida() ? conferidor.ConfereRapido(segue, cabeca) : conferidor.Confere(segue, cabeca);
+        // What was found is for who still may have it.
+        passos.Anda();
+        andamento.Ate = std::min(chamada.Ate, std::chrono::steady_clock::now() + m_Configuracao.PrazoDaOperacao);
+        quem.Atualiza();
+        exige();
+        const auto paraFora = [&](const std::string &frase) {
+            std::string fora = SemPalavras(frase, resultado.Palavras, m_Configuracao.Registro);
+            if (fora != frase) {
+                m_Diario.Avisa("Conferencia/Confere: " + frase);
+            }
+            return fora;
+        };
         AndamentoDaConferencia ultima;
         ultima.set_parte(1);
         registro::v1::ResultadoDaConferencia &dito = *ultima.mutable_resultado();
         dito.set_como(static_cast<std::int32_t>(resultado.Como));
-        dito.set_frase(resultado.Frase);
+        dito.set_frase(paraFora(resultado.Frase));
         for (const std::string &achado : resultado.Achados) {
-            dito.add_achados(achado);
+            dito.add_achados(paraFora(achado));
         }
         for (const std::string &aviso : resultado.Avisos) {
             dito.add_avisos(aviso);
@@ -964,8 +979,12 @@ Status Atendente::Confere(const Chamada &chamada, const PedidoDeConferencia &ped
 Status Atendente::Cabeca(const Chamada &chamada, CabecaDoHistorico &resposta)
 {
     return Conduz(chamada, "Conferencia/Cabeca", [&](Andamento &andamento) {
-        ExigeDireito(andamento, mesa::Permissoes::Copias, "exportar a cabeça do histórico");
-        resposta.set_texto(mesa::ExportacaoDeCabeca::Le(m_Configuracao.Registro, m_Agora()).Texto());
+        NaSessao(andamento, [&](mesa::SessaoSql &sessao) {
+            mesa::CabecaAssinada cabeca;
+            std::string recusa;
+            Exige(andamento, sessao.LeCabeca(cabeca, recusa), recusa);
+            resposta.set_texto(cabeca.Texto());
+        });
     });
 }
 

@@ -105,7 +105,7 @@ class Atendente {
     void ExigeOMesmo(Posto &posto);
     // The same with what has to be refused when it says false.
     void Exige(Andamento &andamento, bool feita, const std::string &recusa) const;
-    void ExigeDireito(Andamento &andamento, const std::string &acao, const std::string &oQue);
+    void ExigeDireito(Andamento &andamento, Sessoes::EmUso &sessao, const std::string &acao, const std::string &oQue);
     // Checks and notes the number of a changing operation.
     void TomaNumero(Andamento &andamento) const;
     grpc::Status Executa(const Chamada &chamada, const std::string &classe, const std::string &metodo, bool grava,

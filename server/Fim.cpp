@@ -1,5 +1,7 @@
 #include "server/Fim.h"
 
+#include "services/LigacaoPostgres.h"
+
 #include <utility>
 
 namespace servidor {
@@ -26,6 +28,22 @@ mesa::ErroSql SemDetalhe(mesa::ErroSql erro)
         erro.Descricao = "O registro não está onde devia estar: avise quem administra o servidor.";
     }
     return erro;
+}
+
+std::string SemPalavras(std::string frase, const std::vector<std::string> &palavras, const std::string &registro)
+{
+    const auto troca = [&](const std::string &oQue, const std::string &porQue) {
+        for (std::size_t onde = 0; (onde = frase.find(oQue, onde)) != std::string::npos; onde += porQue.size()) {
+            frase.replace(onde, oQue.size(), porQue);
+        }
+    };
+    for (const std::string &umas : palavras) {
+        troca(" (" + umas + ")", "");
+    }
+    if (mesa::EhDeServidor(registro)) {
+        troca(mesa::NomeDoServidor(registro), "banco de dados");
+    }
+    return frase;
 }
 
 } // namespace servidor

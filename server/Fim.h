@@ -31,4 +31,8 @@ std::string Cortado(const std::string &texto, std::size_t octetos);
 // The failure without the database's own words, which tell of machines and users: its sentence may go to anybody.
 mesa::ErroSql SemDetalhe(mesa::ErroSql erro);
 
+// The same of a sentence in which those words stand in parentheses, and the name of the registry's database. registro:
+// its place.
+std::string SemPalavras(std::string frase, const std::vector<std::string> &palavras, const std::string &registro);
+
 } // namespace servidor

@@ -1,9 +1,11 @@
 #include "services/Cabeca.h"
 
 #include "host/Conversoes.h"
+#include "services/Banco.h"
 #include "services/Calendario.h"
 #include "services/ErroSql.h"
 #include "services/Esquema.h"
+#include "services/Historico.h"
 #include "services/LeitorSQLite.h"
 #include "services/LigacaoPostgres.h"
 #include "services/TextoQt.h"
@@ -127,6 +129,26 @@ QByteArray FimNoServidor(const std::string &registro, CabecaAssinada &cabeca)
     return secreta;
 }
 
+// secreta: is wiped.
+CabecaAssinada Assinada(CabecaAssinada cabeca, QByteArray &secreta, const Instante &agora)
+{
+    if (secreta.size() != crypto_sign_SECRETKEYBYTES || cabeca.Tamanho == 0 || sodium_init() < 0) {
+        Recusa("O registro não tem do que exportar a cabeça: confira-o.");
+    }
+    cabeca.Quando = agora.Utc();
+    const QByteArray texto = Assinado(cabeca).toUtf8();
+    std::array<unsigned char, crypto_sign_BYTES> assinatura{};
+    crypto_sign_detached(assinatura.data(), nullptr, SemSinal(texto), static_cast<unsigned long long>(texto.size()),
+                         SemSinal(secreta));
+    sodium_memzero(secreta.data(), static_cast<std::size_t>(secreta.size()));
+    cabeca.Assinatura =
+        QByteArray(reinterpret_cast<const char *>(assinatura.data()), assinatura.size()).toHex().toStdString();
+    if (!cabeca.AssinaturaVale()) {
+        Recusa("As chaves do registro não servem uma à outra: confira-o.");
+    }
+    return cabeca;
+}
+
 [[noreturn]] void NaoGravou(const std::string &caminho, const QString &porque)
 {
     throw Falha(NumeroFalha::ErroDeAcesso, "Cabeca",
@@ -227,23 +249,27 @@ CabecaAssinada ExportacaoDeCabeca::Le(const std::string &registro, const Instant
 try {
     CabecaAssinada cabeca;
     QByteArray secreta = EhDeServidor(registro) ? FimNoServidor(registro, cabeca) : FimNoArquivo(registro, cabeca);
-    if (secreta.size() != crypto_sign_SECRETKEYBYTES || cabeca.Tamanho == 0 || sodium_init() < 0) {
-        Recusa("O registro não tem do que exportar a cabeça: confira-o.");
-    }
-    cabeca.Quando = agora.Utc();
-    const QByteArray texto = Assinado(cabeca).toUtf8();
-    std::array<unsigned char, crypto_sign_BYTES> assinatura{};
-    crypto_sign_detached(assinatura.data(), nullptr, SemSinal(texto), static_cast<unsigned long long>(texto.size()),
-                         SemSinal(secreta));
-    sodium_memzero(secreta.data(), static_cast<std::size_t>(secreta.size()));
-    cabeca.Assinatura =
-        QByteArray(reinterpret_cast<const char *>(assinatura.data()), assinatura.size()).toHex().toStdString();
-    if (!cabeca.AssinaturaVale()) {
-        Recusa("As chaves do registro não servem uma à outra: confira-o.");
-    }
-    return cabeca;
+    return Assinada(cabeca, secreta, agora);
 } catch (const ErroDeLeitura &erro) {
     throw ErroSql(MotivoSql::Danificado, erro.what());
+}
+
+CabecaAssinada ExportacaoDeCabeca::Le(Banco &banco, const Instante &agora)
+{
+    CabecaAssinada cabeca;
+    QByteArray secreta;
+    {
+        Consulta linha(banco, "SELECT Identificador, ChavePublica, ChaveSecreta FROM REGISTRO");
+        if (linha.Proxima()) {
+            cabeca.Registro = linha.Texto(0);
+            cabeca.ChavePublica = linha.Texto(1);
+            secreta = Octetos(linha.Texto(2));
+        }
+    }
+    const Historico::Cabeca fim = Historico(banco).Fim();
+    cabeca.Tamanho = fim.Tamanho;
+    cabeca.Elo = fim.Elo;
+    return Assinada(cabeca, secreta, agora);
 }
 
 void ExportacaoDeCabeca::Grava(const CabecaAssinada &cabeca, const std::string &caminho)

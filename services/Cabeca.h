@@ -8,6 +8,8 @@
 
 namespace mesa {
 
+class Banco;
+
 // The end of a registry's history at a moment, signed with the registry's key. Kept elsewhere, it proves later that
 // nothing up to there was changed, put in, taken out or cut off since. It is a text of a few lines, which a file, a
 // message or a picture can carry.
@@ -43,6 +45,8 @@ namespace ExportacaoDeCabeca {
 // The head of the registry as it stands, read from its file, which may be open here and elsewhere, or from its
 // database. Falha with a sentence.
 CabecaAssinada Le(const std::string &registro, const Instante &agora);
+// The same over a connection that there is. Within the caller's transaction.
+CabecaAssinada Le(Banco &banco, const Instante &agora);
 
 // Writes it into a file, which is never put over another one. Falha with a sentence.
 void Grava(const CabecaAssinada &cabeca, const std::string &caminho);

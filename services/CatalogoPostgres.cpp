@@ -249,6 +249,7 @@ ResultadoDoCatalogo ConfereCatalogo(LigacaoPostgres &ligacao)
             resultado.Achados.push_back("As guardas do banco de dados não puderam ser comparadas com as de um registro "
                                         "novo (" +
                                         erro.Detalhe + ").");
+            resultado.Palavras.push_back(erro.Detalhe);
         }
         return resultado;
     }

@@ -215,6 +215,9 @@ try {
     return Roda(exame, [&] {
         exame.Recebe(catalogo.Achados, {});
         exame.Resultado.Avisos = catalogo.Avisos;
+        exame.Resultado.Palavras = catalogo.Palavras;
+        exame.Resultado.Palavras.insert(exame.Resultado.Palavras.end(), trazido.Palavras.begin(),
+                                        trazido.Palavras.end());
         if (!exame.Reconhece()) {
             return;
         }
@@ -234,6 +237,10 @@ try {
         }
         Conclui(exame, rapida, desde);
     });
+} catch (const ErroDoServidor &erro) {
+    ResultadoDaConferencia resultado = NaoConferida(erro.Descricao);
+    resultado.Palavras = {erro.Detalhe};
+    return resultado;
 } catch (const Falha &falha) {
     return NaoConferida(falha.Descricao);
 }

@@ -27,6 +27,8 @@ struct ResultadoDaConferencia {
     std::vector<std::string> Achados; // faults, a sentence each
     std::vector<std::string> Avisos;  // what is no fault, and deserves a look
     Historico::Cabeca Fim;            // of the history, as it was found
+    // Words of the database on a server, each of which stands in parentheses in the sentences.
+    std::vector<std::string> Palavras = {};
 
     int CodigoDeSaida() const; // of a command: 0 whole, 1 findings, 2 not looked through
 };

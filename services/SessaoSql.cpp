@@ -369,6 +369,19 @@ try {
     PassaErro(" < SessaoServico.GuardaDocumento");
 }
 
+bool SessaoSql::LeCabeca(CabecaAssinada &cabeca, std::string &recusa)
+try {
+    return Opera(
+        false,
+        [&](Operacao &operacao) {
+            operacao.Exige(Permissoes::Copias, "exportar a cabeça do histórico", Permissoes::ObjetoAdministracao);
+            cabeca = ExportacaoDeCabeca::Le(operacao.Dados(), operacao.Agora());
+        },
+        recusa);
+} catch (...) {
+    PassaErro(" < SessaoServico.LeCabeca");
+}
+
 bool SessaoSql::LeDocumento(double numero, Bytes &bytes, std::string &recusa)
 try {
     Bytes lidos;

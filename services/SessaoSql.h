@@ -1,6 +1,7 @@
 #pragma once
 
 #include "services/Banco.h"
+#include "services/Cabeca.h"
 #include "services/Operacao.h"
 #include "services/Portaria.h"
 #include "services/Recusa.h"
@@ -52,6 +53,8 @@ class SessaoSql : public SessaoServico {
     bool VersoesDaAfericao(double nroIntAfericao, std::vector<VersaoAfericao> &versoes, std::string &recusa) override;
     bool ComoConhecido(std::int32_t nroIntEquip, const Instante &quando, EquipamentoConhecido &conhecido,
                        std::string &recusa) override;
+    // The head of the registry's history, signed; false with the reason for who may not check and copy.
+    bool LeCabeca(CabecaAssinada &cabeca, std::string &recusa);
     std::vector<ClienteCadastrado> Clientes() override;
     Replicado LeReplica(std::int64_t depoisDe, const std::function<void(const LinhaReplica &)> &cadaLinha) override;
 

@@ -136,7 +136,8 @@ class Destino {
         sqlite3_reset(comando);
         if ((codigo & 0xff) == SQLITE_CONSTRAINT) {
             Acha("A linha " + (campos[0] ? CStr(Inteiro(*campos[0])) : "sem chave") + " da tabela " +
-                 std::string(tabela.Nome) + " não cabe em um registro (" + resposta + ").");
+                     std::string(tabela.Nome) + " não cabe em um registro",
+                 resposta);
         } else if (codigo != SQLITE_DONE) {
             m_Arquivo.Exige(codigo);
         }
@@ -154,7 +155,7 @@ class Destino {
                 if (erro.Motivo != MotivoSql::Unicidade) {
                     throw;
                 }
-                Acha("Há linhas que não podiam estar juntas (" + erro.Detalhe + ").");
+                Acha("Há linhas que não podiam estar juntas", erro.Detalhe);
             }
         }
     }
@@ -164,6 +165,14 @@ class Destino {
         if (m_Trazido.Achados.size() < MaisAchados) {
             m_Trazido.Achados.push_back(frase);
         }
+    }
+    // palavras: of the database that found it.
+    void Acha(const std::string &frase, const std::string &palavras)
+    {
+        if (m_Trazido.Achados.size() < MaisAchados) {
+            m_Trazido.Palavras.push_back(palavras);
+        }
+        Acha(frase + " (" + palavras + ").");
     }
 
   private:
@@ -224,7 +233,7 @@ void TrazTabela(LigacaoPostgres &de, const Esquema::Tabela &tabela, const std::s
         }
         de.Comanda("ROLLBACK TO tabela");
         trazido.NaoLidas.insert(nome);
-        destino.Acha("A tabela " + nome + " não pôde ser lida até o fim (" + erro.Detalhe + ").");
+        destino.Acha("A tabela " + nome + " não pôde ser lida até o fim", erro.Detalhe);
     }
     de.Comanda("RELEASE tabela");
 }

@@ -26,6 +26,7 @@ struct RegistroTrazido {
     std::vector<ReferenciaSolta> Soltas; // where not all rows come along, as the server finds them
     std::vector<std::string> Achados;    // what did not fit into the tables of a registry, a sentence each
     std::set<std::string> NaoLidas = {}; // tables that could not be read; there is nothing, or not all, of them
+    std::vector<std::string> Palavras;   // of the databases, each of which stands in parentheses in a finding
 };
 
 // The connection went away in the last step, and whether it was done is not known.

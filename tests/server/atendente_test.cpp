@@ -128,3 +128,43 @@ TEST_F(AtendenteTeste, LeDocumento_SmallOnesTakenSlowly_AsManyAsThereMayBe)
     EXPECT_EQ(maisLonge, servidor::Atendente::MaisFluxos);
     EXPECT_EQ(Quem->ACaminho(), 0U);
 }
+
+TEST_F(AtendenteTeste, Confere_LongerThanASessionMayBeIdle_SessionGoesOn)
+{
+    Um.Cadastra("marta");
+    servidor::Chamada chamada;
+    chamada.Sessao = Entra("senha de marta", "marta").chave();
+    bool vive = false;
+    const grpc::Status fim = Quem->Confere(chamada, {}, [&](const AndamentoDaConferencia &) {
+        Agora += std::chrono::minutes(31);
+        SituacaoDaSessao situacao;
+        vive = Quem->Situacao(chamada, situacao).ok();
+        return true;
+    });
+    EXPECT_TRUE(fim.ok()) << fim.error_message();
+    EXPECT_TRUE(vive);
+}
+
+TEST_F(AtendenteTeste, Confere_UserDeactivatedMeanwhile_FindingsAreNotGiven)
+{
+    Um.Cadastra("marta");
+    const auto saulo = Um.Sessao("saulo");
+    servidor::Chamada chamada;
+    const Sessao sessao = Entra("senha de marta", "marta");
+    chamada.Sessao = sessao.chave();
+    bool andou = false;
+    bool deu = false;
+    const grpc::Status fim = Quem->Confere(chamada, {}, [&](const AndamentoDaConferencia &andamento) {
+        if (!std::exchange(andou, true)) {
+            Exigido(Pede(
+                saulo, "desativaUsuario",
+                Com(::Novo<mesa::UsuarioED>(), &mesa::UsuarioED::Numero, sessao.numero(), &mesa::UsuarioED::Versao, 1),
+                "AdministracaoRN"));
+        }
+        deu = deu || andamento.has_resultado();
+        return true;
+    });
+    EXPECT_EQ(fim.error_code(), grpc::StatusCode::UNAUTHENTICATED) << fim.error_message();
+    EXPECT_TRUE(andou);
+    EXPECT_FALSE(deu);
+}

@@ -28,6 +28,16 @@ TEST(Fim, SemDetalhe_EveryMotive_NothingOfTheDatabasesWords)
               "Não foi possível conectar ao banco de dados do registro.");
 }
 
+TEST(Fim, SemPalavras_SentenceOfACheck_NeitherTheDatabasesWordsNorItsName)
+{
+    const std::string onde = "postgresql://registro_servidor@10.0.0.5:5432/registro";
+    EXPECT_EQ(servidor::SemPalavras("Não foi possível ligar ao banco de dados registro em 10.0.0.5:5432 (timeout).",
+                                    {"denied", "timeout"}, onde),
+              "Não foi possível ligar ao banco de dados.");
+    EXPECT_EQ(servidor::SemPalavras("A tabela X (aferições) não pôde ser lida (bad page).", {"bad page"}, "/r.db"),
+              "A tabela X (aferições) não pôde ser lida.");
+}
+
 TEST(Fim, Cortado_LongerThanThat_WholeCharactersOfIt)
 {
     EXPECT_EQ(servidor::Cortado("ação", 4), "aç");

@@ -272,6 +272,59 @@ TEST_F(ServidorPostgres, Operation_AnotherOneWritesAllTheTime_EndsInTimeAndIsDon
     EXPECT_EQ(Um.Registro.Sql("SELECT COUNT(*) FROM EQUIPAMENTO"), "1");
 }
 
+TEST_F(ServidorPostgres, Cabeca_EngineThatDoesNotAnswer_EndsInTimeAndCountsAsAnOperation)
+{
+    Um.Como.PrazoDaGravacao = std::chrono::seconds(1);
+    Um.Como.PrazoDaOperacao = std::chrono::seconds(3);
+    Um.Como.PorSessao = 1;
+    Um.Comeca();
+    const std::string marta = Um.Entra("marta");
+    mesa::LigacaoPostgres outro(Um.Registro.Caminho());
+    outro.Comanda("BEGIN; LOCK TABLE HISTORICO IN ACCESS EXCLUSIVE MODE");
+    const auto inicio = std::chrono::steady_clock::now();
+    auto primeira = std::async(std::launch::async, [&] { return Um.Chama("Conferencia/Cabeca", Vazio(), marta); });
+    while (motor::Linhas(Um.Registro.Caminho(), "SELECT 1 FROM pg_locks WHERE NOT granted AND database = (SELECT oid "
+                                                "FROM pg_database WHERE datname = current_database())")
+               .empty()) {
+        ASSERT_LT(std::chrono::steady_clock::now() - inicio, std::chrono::seconds(30));
+    }
+    const Feita segunda = Um.Chama("Conferencia/Cabeca", Vazio(), marta);
+    EXPECT_EQ(segunda.Fim.error_code(), StatusCode::RESOURCE_EXHAUSTED) << segunda.Frase();
+    EXPECT_EQ(primeira.get().Fim.error_code(), StatusCode::DEADLINE_EXCEEDED);
+    EXPECT_LT(std::chrono::steady_clock::now() - inicio, std::chrono::seconds(8));
+    outro.Comanda("ROLLBACK");
+    EXPECT_TRUE(Um.Chama("Conferencia/Cabeca", Vazio(), marta).Fim.ok());
+}
+
+TEST_F(ServidorPostgres, Conferencia_EngineRefuses_ItsWordsGoToTheServersOwnOutputOnly)
+{
+    Um.Comeca();
+    const std::string marta = Um.Entra("marta");
+    const auto semPalavras = [](const std::string &texto) {
+        EXPECT_NE(texto, "");
+        for (const char *palavra : {"denied", "permission", "trabalho", "/tmp", "teste_"}) {
+            EXPECT_EQ(texto.find(palavra), std::string::npos) << texto;
+        }
+    };
+    testing::internal::CaptureStderr();
+    motor::Linhas(Um.Registro.Caminho(), "REVOKE SELECT ON REGISTRO FROM trabalho_de_teste");
+    const Feita cabeca = Um.Chama("Conferencia/Cabeca", Vazio(), marta);
+    EXPECT_EQ(cabeca.Fim.error_code(), StatusCode::INTERNAL);
+    semPalavras(cabeca.Frase());
+    for (const auto &[chave, valor] : cabeca.NoFim) {
+        semPalavras(valor);
+    }
+    const Feita conferencia = Um.Chama("Conferencia/Confere", PedidoDeConferencia(), marta);
+    ASSERT_TRUE(conferencia.Fim.ok()) << conferencia.Frase();
+    AndamentoDaConferencia ultima;
+    ASSERT_TRUE(ultima.ParseFromString(conferencia.Respostas.back()));
+    EXPECT_EQ(ultima.resultado().frase(), "O usuário com que se ligou ao banco de dados não tem direito a isso.");
+    const std::string erros = testing::internal::GetCapturedStderr();
+    EXPECT_NE(erros.find("Conferencia/Cabeca: "), std::string::npos) << erros;
+    EXPECT_NE(erros.find("Conferencia/Confere: "), std::string::npos) << erros;
+    EXPECT_NE(erros.find("permission denied for table registro"), std::string::npos) << erros;
+}
+
 TEST_F(ServidorEReservaPostgres, Commit_NotConfirmed_ServerFindsOutByTheNumber)
 {
     Um.Como.PrazoDaGravacao = std::chrono::seconds(60);
@@ -318,22 +371,6 @@ TEST_F(ServidorEReservaPostgres, Commit_NeverConfirmed_UnavailableInTimeAndTheSa
     EXPECT_EQ(Sql("SELECT COUNT(*) FROM EQUIPAMENTO"), "1");
 }
 
-TEST_F(ServidorEReservaPostgres, Engine_GoneAndBack_UnavailableInWordsMeanwhileAndTheSessionGoesOn)
-{
-    Um.Como.PrazoDaGravacao = std::chrono::seconds(2);
-    Um.Como.PrazoDaOperacao = std::chrono::seconds(5);
-    Um.Comeca();
-    const std::string ana = Entra();
-    Proprio.Encerra();
-    const Feita semNada = Um.Chama("Entrada/Situacao", Vazio(), ana);
-    EXPECT_EQ(semNada.Fim.error_code(), StatusCode::UNAVAILABLE);
-    EXPECT_NE(semNada.Frase().find("banco de dados"), std::string::npos) << semNada.Frase();
-    EXPECT_EQ(Um.TentaEntrar("ana", "senha de ana").Fim.error_code(), StatusCode::UNAVAILABLE);
-    Proprio.Inicia();
-    EsperaAte("the server's connection", [&] { return Um.Chama("Entrada/Situacao", Vazio(), ana).Fim.ok(); });
-    EXPECT_TRUE(Um.Grava("EquiptoRN/inclui", Novo("R-001"), ana).Fim.ok());
-    EXPECT_EQ(Sql("SELECT COUNT(*) FROM EQUIPAMENTO"), "1");
-}
 TEST_F(ServidorEReservaPostgres, Entra_RightPasswordsWithoutTheStandby_CountAsNoneWhenItIsBack)
 {
     Um.Como.PrazoDaGravacao = std::chrono::seconds(1);
@@ -368,3 +405,19 @@ TEST_F(ServidorEReservaPostgres, Entra_WrongPasswordAfterOneThatWasNotLookedAt_I
     }
 }
 
+TEST_F(ServidorEReservaPostgres, Engine_GoneAndBack_UnavailableInWordsMeanwhileAndTheSessionGoesOn)
+{
+    Um.Como.PrazoDaGravacao = std::chrono::seconds(2);
+    Um.Como.PrazoDaOperacao = std::chrono::seconds(5);
+    Um.Comeca();
+    const std::string ana = Entra();
+    Proprio.Encerra();
+    const Feita semNada = Um.Chama("Entrada/Situacao", Vazio(), ana);
+    EXPECT_EQ(semNada.Fim.error_code(), StatusCode::UNAVAILABLE);
+    EXPECT_NE(semNada.Frase().find("banco de dados"), std::string::npos) << semNada.Frase();
+    EXPECT_EQ(Um.TentaEntrar("ana", "senha de ana").Fim.error_code(), StatusCode::UNAVAILABLE);
+    Proprio.Inicia();
+    EsperaAte("the server's connection", [&] { return Um.Chama("Entrada/Situacao", Vazio(), ana).Fim.ok(); });
+    EXPECT_TRUE(Um.Grava("EquiptoRN/inclui", Novo("R-001"), ana).Fim.ok());
+    EXPECT_EQ(Sql("SELECT COUNT(*) FROM EQUIPAMENTO"), "1");
+}
