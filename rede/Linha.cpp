@@ -247,6 +247,8 @@ std::shared_ptr<grpc::Channel> Linha::Canal(const mesa::Segue &segue)
     // the certificate was looked at.
     argumentos.SetInt(GRPC_ARG_USE_LOCAL_SUBCHANNEL_POOL, 1);
     argumentos.SetInt(GRPC_ARG_ENABLE_HTTP_PROXY, 0);
+    // What the server has sent is then here, but for 64 kB, and not in a long queue before a slow line.
+    argumentos.SetInt(GRPC_ARG_HTTP2_BDP_PROBE, 0);
     if (m_Confianca.Digital.empty() && m_Confianca.Autoridade.empty()) {
         if (!m_Endereco.DestaMaquina()) {
             throw Falha(NumeroFalha::PermissaoNegada, "Rede",

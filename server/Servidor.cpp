@@ -153,6 +153,8 @@ struct Servidor::Interior {
         construtor.AddChannelArgument(GRPC_ARG_ALLOW_REUSEPORT, 0);
         construtor.AddChannelArgument(GRPC_ARG_MAX_CONCURRENT_STREAMS, ChamadasPorConexao);
         construtor.AddChannelArgument(GRPC_ARG_KEEPALIVE_TIME_MS, SinalDeVida);
+        // What a caller has sent is then here, but for 64 kB, and not in a long queue before a slow line.
+        construtor.AddChannelArgument(GRPC_ARG_HTTP2_BDP_PROBE, 0);
         construtor.AddChannelArgument(GRPC_ARG_MAX_CONNECTION_IDLE_MS, ConexaoOciosa);
         construtor.AddChannelArgument(GRPC_ARG_SERVER_HANDSHAKE_TIMEOUT_MS, PrazoDaConexao);
         // A few octets may stand for as many as one likes.

@@ -10,7 +10,8 @@ class Tubo {
   public:
     enum class Sentido { Ida, Volta }; // to the server; back from it
 
-    explicit Tubo(std::uint16_t para);
+    // porSegundo: octets that pass in a second, of both ways together; 0: as many as come.
+    explicit Tubo(std::uint16_t para, std::int64_t porSegundo = 0);
     ~Tubo();
     Tubo(const Tubo &) = delete;
     Tubo &operator=(const Tubo &) = delete;
@@ -37,8 +38,10 @@ class Tubo {
     };
     void Roda();
     bool Passa(int de, int para, int sentido);
+    void GuardaPouco(int soquete) const;
 
     std::uint16_t m_Para;
+    std::int64_t m_PorSegundo;
     std::uint16_t m_Porta = 0;
     int m_Escuta = -1;
     int m_Fim[2] = {-1, -1};

@@ -20,6 +20,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <set>
 
 namespace {
 
@@ -48,10 +49,11 @@ class ServidorRealTeste : public testing::Test {
     }
     rede::Endereco Onde() const { return {"127.0.0.1", Um->Porta()}; }
 
-    Ref<mesa::SessaoServico> Sessao(const std::string &usuario, std::uint16_t porta = 0)
+    Ref<mesa::SessaoServico> Sessao(const std::string &usuario, std::uint16_t porta = 0,
+                                    milliseconds cada = milliseconds(10000))
     {
         const auto servicos = rede::Conecta({"127.0.0.1", porta == 0 ? Um->Porta() : porta}, {Um->Digital(), ""},
-                                            "teste", {milliseconds(10000), milliseconds(10000), {}});
+                                            "teste", {milliseconds(10000), cada, {}});
         std::string recusa;
         std::int32_t espera = 0;
         auto sessao = servicos->Entra(usuario, "senha de " + usuario, "estação remota", recusa, espera);
@@ -253,6 +255,35 @@ TEST_F(ServidorRealTeste, CutConnections_AtManyPlaces_StoreEachActOnce)
     EXPECT_GT(cortes, 20);
     EXPECT_EQ(Registro.Sql("SELECT COUNT(*) FROM EQUIPAMENTO"), std::to_string(incluidos));
     EXPECT_EQ(Registro.Sql("SELECT COUNT(*) FROM DOCUMENTO"), std::to_string(guardados));
+}
+
+// Neither would come through if all of it had to within the time of one try.
+TEST_F(ServidorRealTeste, Documents_OverASlowLine_ArriveAndTellHowFarTheyAre)
+{
+    Comeca();
+    constexpr std::int64_t porSegundo = 1'000'000;
+    Tubo tubo(Um->Porta(), porSegundo);
+    const auto la = Sessao("ana", tubo.Porta(), milliseconds(600));
+    const Bytes documento = Pdf("certificado", (1 << 20) - 4096);
+    std::vector<double> partes;
+    la->Acompanha([&](double parte, const std::string &) {
+        partes.push_back(parte);
+        return true;
+    });
+    const auto crescem = [&] {
+        const std::size_t vistas = std::set<double>(partes.begin(), partes.end()).size();
+        return std::is_sorted(partes.begin(), partes.end()) ? vistas : 0;
+    };
+    double numero = 0;
+    std::string recusa;
+    ASSERT_TRUE(la->GuardaDocumento(documento, numero, recusa)) << recusa;
+    EXPECT_GT(crescem(), 5u);
+    partes.clear();
+    Bytes lido;
+    ASSERT_TRUE(la->LeDocumento(numero, lido, recusa)) << recusa;
+    EXPECT_EQ(lido, documento);
+    EXPECT_GT(crescem(), 5u);
+    EXPECT_FALSE(tubo.Cortou());
 }
 
 TEST_F(ServidorRealTeste, ServerReplaced_TheSessionIsOver_AndASignInGoesOn)
