@@ -106,10 +106,11 @@ bool ConexaoQt::TentaDeNovo(const std::string &frase)
     Escolha<bool> janela("SemResposta", false, NaFrente::Dono());
     auto *tudo = new QVBoxLayout(&janela);
     tudo->addWidget(FazCabeca("O servidor não respondeu", Q(frase), &janela));
-    tudo->addWidget(FazTexto("oQueFica",
-                             "O que foi digitado continua na janela. Se a operação já tiver sido feita, ela não é "
-                             "feita outra vez.",
-                             &janela));
+    tudo->addWidget(
+        FazTexto("oQueFica",
+                 "O que foi digitado e ainda não foi gravado continua na janela. Se a operação já tiver sido "
+                 "feita, ela não é feita outra vez.",
+                 &janela));
     QPushButton *deNovo = FazBotao("deNovo", "&Tentar de novo", &janela);
     QPushButton *desistir = FazBotao("desistir", "&Desistir", &janela);
     deNovo->setDefault(true);

@@ -303,6 +303,22 @@ TEST_F(MesaNaRede, SlowSave_IsShownAndGivenUp_KeepsTheForm)
     EXPECT_EQ(Alteracoes(), "0");
 }
 
+TEST_F(MesaNaRede, SilenceAfterASave_GivenUp_IsToldAsThatOfTheLocalCopy_AndTheListShowsWhatWasSaved)
+{
+    Percorre([&](Teclado &t) {
+        AbreEDescreve(t, "Radar da saída");
+        ExecutaNaTela([&] { la.DeTeste->ReplicasCaladas = 1; });
+        MesaSobre::Salva(t);
+        t.EsperaJanela("SemResposta")
+            .EsperaTexto("oQueFica", "O que foi digitado e ainda não foi gravado continua na "
+                                     "janela. Se a operação já tiver sido feita, ela não é "
+                                     "feita outra vez.");
+        t.Alt('D').EsperaCaixa("O que foi pedido está gravado").Tecla(Qt::Key_Return);
+        t.EsperaJanela("frmLista").EsperaLinhas("ztlLista", 1).EsperaLinha("ztlLista", 1, "Radar da saída");
+    });
+    EXPECT_EQ(Descricao(), "Radar da saída");
+}
+
 TEST_F(MesaNaRede, SessionThatEnded_InASave_GivenUp_SavesNothingAndKeepsTheForm)
 {
     Percorre([&](Teclado &t) {
