@@ -426,7 +426,7 @@ Desfecho SessaoRemota::Envia(const std::shared_ptr<grpc::Channel> &canal, const 
         fila.Espera(prazo, ParteDoEnvio, "Gravando o documento");
     }
     envio->Finish(&status, &fila);
-    fila.Espera(prazo, ParteDoEnvio, "Gravando o documento");
+    fila.Espera(m_Linha->PrazoDe(m_Segue), ParteDoEnvio, "Gravando o documento");
     Desfecho desfecho = Desfecho::De(status, contexto, fila.Cancelado());
     desfecho.Saiu = inteiro;
     if (status.ok()) {

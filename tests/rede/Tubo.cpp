@@ -66,6 +66,9 @@ void Tubo::GuardaPouco(int soquete) const
 // False when the connection is to end.
 bool Tubo::Passa(int de, int para, int sentido)
 {
+    if (m_Calado) {
+        return true;
+    }
     char octetos[16384];
     const ssize_t lidos = recv(de, octetos, sizeof octetos, 0);
     if (lidos <= 0) {
@@ -102,8 +105,9 @@ void Tubo::Roda()
     for (;;) {
         std::vector<pollfd> olhados{{m_Fim[0], POLLIN, 0}, {m_Escuta, POLLIN, 0}};
         for (const Ligacao &ligacao : m_Ligacoes) {
-            olhados.push_back({ligacao.Cliente, POLLIN, 0});
-            olhados.push_back({ligacao.Servidor, POLLIN, 0});
+            const short oQue = m_Calado ? 0 : POLLIN;
+            olhados.push_back({m_Calado ? -1 : ligacao.Cliente, oQue, 0});
+            olhados.push_back({m_Calado ? -1 : ligacao.Servidor, oQue, 0});
         }
         if (poll(olhados.data(), olhados.size(), -1) < 0) {
             continue;
