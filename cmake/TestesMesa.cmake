@@ -60,6 +60,10 @@ foreach(opcao IN ITEMS --porta --porta=0 --porta=x --dados=)
 endforeach()
 add_test(NAME mesa.servidor_comeca_e_termina
     COMMAND ${PROJECT_SOURCE_DIR}/tests/server/experiencia.sh ${PROJECT_SOURCE_DIR} $<TARGET_FILE:registro-servidor>)
+add_test(NAME mesa.run_fala_portugues
+    COMMAND ${PROJECT_SOURCE_DIR}/tests/desk/fala_portugues.sh ${PROJECT_SOURCE_DIR} ./run --amostra)
+add_test(NAME mesa.servidor_fala_portugues
+    COMMAND ${PROJECT_SOURCE_DIR}/tests/desk/fala_portugues.sh ${PROJECT_SOURCE_DIR} ./servidor --sqlite --dados nada)
 add_test(NAME mesa.run_sem_tela COMMAND ${PROJECT_SOURCE_DIR}/tests/desk/run_sem_tela.sh ${PROJECT_SOURCE_DIR})
 
 # The packages, in a clean system. They are of the plain programs: the sanitizers' libraries are no dependency of anybody.

@@ -1,5 +1,23 @@
 # Sourced by the commands, which give `desiste MESSAGE`: how they end when they cannot go on.
 
+# What a person is told on the way.
+declare -A dizeres=(
+    [instala]="Installing from the distribution:"
+    [sudo]="Not root and no sudo: install the packages above, then run again."
+    [lista]="apt-get update failed."
+    [pacotes]="apt-get install failed."
+    [motivos]=yes
+)
+# The same for who only wants the program, and why it takes a package is of no use to them.
+fala_portugues() {
+    dizeres=(
+        [instala]="Instalando da distribuição:"
+        [sudo]="Só o administrador instala pacotes, e não há sudo: instale os pacotes acima e chame este comando de novo."
+        [lista]="A lista de pacotes da distribuição não pôde ser atualizada."
+        [pacotes]="Os pacotes não puderam ser instalados."
+    )
+}
+
 # What building, testing and running take from the distribution, one package a line with the reason.
 pacotes() {
     cat <<'FIM'
@@ -84,8 +102,8 @@ instala_pacotes() {
     local pacote motivo faltam=()
     while read -r pacote motivo; do
         if [[ $(dpkg-query --show --showformat='${db:Status-Status}' "$pacote" 2>/dev/null) != installed ]]; then
-            [[ ${#faltam[@]} -gt 0 ]] || echo "Installing from the distribution:"
-            echo "  $pacote: $motivo"
+            [[ ${#faltam[@]} -gt 0 ]] || echo "${dizeres[instala]}"
+            echo "  $pacote${dizeres[motivos]+: $motivo}"
             faltam+=("$pacote")
         fi
     done < <(pacotes; (($# == 0)) || printf '%s\n' "$@")
@@ -93,10 +111,10 @@ instala_pacotes() {
 
     local como=(env DEBIAN_FRONTEND=noninteractive)
     if [[ $EUID -ne 0 ]]; then
-        command -v sudo >/dev/null || desiste "Not root and no sudo: install the packages above, then run again."
+        command -v sudo >/dev/null || desiste "${dizeres[sudo]}"
         como=(sudo --non-interactive "${como[@]}")
     fi
-    "${como[@]}" apt-get update --quiet </dev/null || desiste "apt-get update failed."
+    "${como[@]}" apt-get update --quiet </dev/null || desiste "${dizeres[lista]}"
     "${como[@]}" apt-get install --quiet --yes --no-install-recommends "${faltam[@]}" </dev/null ||
-        desiste "apt-get install failed."
+        desiste "${dizeres[pacotes]}"
 }

@@ -27,6 +27,9 @@ using std::chrono::steady_clock;
 constexpr milliseconds Olhada{50}; // how often the caller is asked whether to go on
 constexpr milliseconds PrimeiraPausa{20};
 constexpr milliseconds MaiorPausa{2000};
+constexpr std::chrono::hours MaiorEspera{1}; // the longest that a server lets an operation take
+constexpr milliseconds MenorSinal{1000};     // a server takes no more signs of life than that
+constexpr milliseconds MaiorSinal{20000};
 constexpr int MaiorResposta = 65 << 20; // octets; more than a server sends, or takes, in one message
 constexpr const char *NaoSeSabe =
     "Não se sabe se foi gravado: confirme de novo com os mesmos dados, e nada é gravado duas vezes.";
@@ -230,6 +233,11 @@ std::shared_ptr<Linha> Linha::Outra() const
     return std::make_shared<Linha>(m_Endereco, m_Confianca, Insistencia{milliseconds(0), m_Insistencia.Cada, {}});
 }
 
+milliseconds Linha::PrazoDe(const mesa::Segue &segue) const
+{
+    return segue ? milliseconds(MaiorEspera) : m_Insistencia.Cada;
+}
+
 bool Linha::TemCanal() const
 {
     return m_Canal && m_Canal->GetState(false) != GRPC_CHANNEL_TRANSIENT_FAILURE;
@@ -247,6 +255,13 @@ std::shared_ptr<grpc::Channel> Linha::Canal(const mesa::Segue &segue)
     // the certificate was looked at.
     argumentos.SetInt(GRPC_ARG_USE_LOCAL_SUBCHANNEL_POOL, 1);
     argumentos.SetInt(GRPC_ARG_ENABLE_HTTP_PROXY, 0);
+    // Who waits is not told for long that the server is at work when nobody is there any more.
+    const auto sinal = static_cast<int>(std::clamp(m_Insistencia.Cada, MenorSinal, MaiorSinal).count());
+    argumentos.SetInt(GRPC_ARG_KEEPALIVE_TIME_MS, sinal);
+    argumentos.SetInt(GRPC_ARG_KEEPALIVE_TIMEOUT_MS, sinal);
+    argumentos.SetInt(GRPC_ARG_HTTP2_MAX_PINGS_WITHOUT_DATA, 0);
+    // What the server has sent is then here, but for 64 kB, and not in a long queue before a slow line.
+    argumentos.SetInt(GRPC_ARG_HTTP2_BDP_PROBE, 0);
     if (m_Confianca.Digital.empty() && m_Confianca.Autoridade.empty()) {
         if (!m_Endereco.DestaMaquina()) {
             throw Falha(NumeroFalha::PermissaoNegada, "Rede",
@@ -371,7 +386,7 @@ Desfecho Linha::Chama(const std::string &servico, const std::string &metodo, Mes
     const auto chama = [&](const mesa::Segue &quem) {
         return Insiste(
             [&](const std::shared_ptr<grpc::Channel> &canal) {
-                return TentaChamada(canal, CaminhoDe(servico, metodo), pedido, resposta, cabecalho, m_Insistencia.Cada,
+                return TentaChamada(canal, CaminhoDe(servico, metodo), pedido, resposta, cabecalho, PrazoDe(quem),
                                     quem);
             },
             efeito, quem);

@@ -84,6 +84,9 @@ class Linha {
 
     const Endereco &Onde() const { return m_Endereco; }
     std::chrono::milliseconds PrazoDeCada() const { return m_Insistencia.Cada; }
+    // For how long the answer to what was sent is waited for: as long as the server may work at it where somebody sees
+    // the wait and can give it up, which ends as well when nobody is there any more; otherwise as long as a try lasts.
+    std::chrono::milliseconds PrazoDe(const mesa::Segue &segue) const;
     // Insistencia::Relogio.
     void ContaRelogio(const Data &agora) const
     {

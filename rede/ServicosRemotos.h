@@ -30,8 +30,8 @@ class SessaoEncerrada : public Falha {
 
 // What a person is asked, and what the caller allows itself, when a server does not answer.
 struct Insistencia {
-    // A call that was not answered is made again, with the same number, until so much time has passed; each try may
-    // last so long.
+    // A call that was not answered is made again, with the same number, until so much time has passed; each try that
+    // nobody sees, each piece of a document, and each silence of the line may last so long.
     std::chrono::milliseconds PorConta{10000};
     std::chrono::milliseconds Cada{20000};
     // Then a person is asked whether it is tried again; the sentence says what happened. Empty: nobody is.

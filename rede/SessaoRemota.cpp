@@ -25,7 +25,10 @@ using std::chrono::steady_clock;
 constexpr std::chrono::seconds ValeAPermissao{2};
 constexpr std::chrono::minutes ValeSemPerguntar{10};
 constexpr std::chrono::milliseconds PrazoDaSaida{1000};
-constexpr std::size_t Pedaco = 1 << 20;
+// Octets of a document in one message: each has the time of a try to go out, over a slow line too, and moves what is
+// shown of how far it is. The contract takes more.
+constexpr std::size_t Pedaco = 64 << 10;
+constexpr double ParteDoEnvio = 0.9;              // the rest of it is the storing
 constexpr std::int64_t MaiorRecebido = 256 << 20; // far beyond what a registry takes
 // Between two pieces of news of a check, which the server cuts off long before when it stands still.
 constexpr std::chrono::minutes EntreNoticias{10};
@@ -397,6 +400,7 @@ Desfecho SessaoRemota::Envia(const std::shared_ptr<grpc::Channel> &canal, const 
     envio->StartCall(&fila);
     bool segue = fila.Espera(prazo, 0, oQue);
     std::size_t enviados = 0;
+    const auto parte = [&] { return Parte(enviados, bytes.size()) * ParteDoEnvio; };
     for (bool primeiro = true; segue && (primeiro || enviados < bytes.size()); primeiro = false) {
         v1::PedacoDeDocumento pedaco;
         const std::size_t quantos = std::min(Pedaco, bytes.size() - enviados);
@@ -406,9 +410,9 @@ Desfecho SessaoRemota::Envia(const std::shared_ptr<grpc::Channel> &canal, const 
             pedaco.set_sha256(soma);
         }
         envio->Write(pedaco, &fila);
-        segue = fila.Espera(prazo, Parte(enviados, bytes.size()), oQue);
+        segue = fila.Espera(prazo, bytes.empty() ? 0 : parte(), oQue);
         enviados += quantos;
-        if (segue && m_Segue && !m_Segue(Parte(enviados, bytes.size()) * 0.9, oQue)) {
+        if (segue && m_Segue && !m_Segue(parte(), oQue)) {
             contexto.TryCancel();
             envio->Finish(&status, &fila);
             fila.Espera(prazo);
@@ -419,10 +423,10 @@ Desfecho SessaoRemota::Envia(const std::shared_ptr<grpc::Channel> &canal, const 
     const bool inteiro = segue;
     if (segue) {
         envio->WritesDone(&fila);
-        fila.Espera(prazo, 0.9, "Gravando o documento");
+        fila.Espera(prazo, ParteDoEnvio, "Gravando o documento");
     }
     envio->Finish(&status, &fila);
-    fila.Espera(prazo, 0.9, "Gravando o documento");
+    fila.Espera(m_Linha->PrazoDe(m_Segue), ParteDoEnvio, "Gravando o documento");
     Desfecho desfecho = Desfecho::De(status, contexto, fila.Cancelado());
     desfecho.Saiu = inteiro;
     if (status.ok()) {
@@ -462,14 +466,17 @@ Desfecho SessaoRemota::Recebe(const std::shared_ptr<grpc::Channel> &canal, doubl
     Fila fila(&contexto, m_Segue);
     const auto vinda = documentos->PrepareAsyncLe(&contexto, pedido, &fila.Alvo());
     vinda->StartCall(&fila);
-    const auto parte = [&] { return Parte(recebido.Octetos.size(), static_cast<std::size_t>(recebido.Tamanho)); };
-    bool segue = fila.Espera(prazo, 0, oQue);
+    // Before its size is known, as nothing; after a cut, as what came before it.
+    const auto parte = [&] {
+        return recebido.Sha256.empty() ? 0 : Parte(recebido.Octetos.size(), static_cast<std::size_t>(recebido.Tamanho));
+    };
+    bool segue = fila.Espera(prazo, parte(), oQue);
     bool cancelado = false;
     bool estranho = false;
     for (bool primeiro = true; segue; primeiro = false) {
         v1::PedacoDeDocumento pedaco;
         vinda->Read(&pedaco, &fila);
-        segue = fila.Espera(prazo, recebido.Tamanho == 0 ? 0 : parte(), oQue);
+        segue = fila.Espera(prazo, parte(), oQue);
         if (!segue) {
             break;
         }

@@ -27,7 +27,9 @@ using namespace registro::v1;
 
 namespace {
 
-constexpr std::size_t MaiorPedaco = 1 << 20;  // octets of a document in one message
+constexpr std::size_t MaiorPedaco = 1 << 20; // octets of a document in one message
+constexpr std::size_t PedacoEscrito =
+    64 << 10;                                 // that the server sends, so that slow lines take it within their patience
 constexpr std::size_t LinhasPorPedaco = 1000; // of the replica
 constexpr std::size_t MaiorSenha = 4096;      // octets; longer ones are nobody's
 constexpr std::size_t MaiorNome = 1024;       // octets of what signs in
@@ -756,7 +758,7 @@ Status Atendente::LeDocumento(const Chamada &chamada, const PedidoDeDocumento &p
         // The first piece is sent even when there is nothing left: it tells size and hash.
         auto onde = static_cast<std::size_t>(pedido.apartirde());
         do {
-            const std::size_t quantos = std::min(MaiorPedaco, octetos.size() - onde);
+            const std::size_t quantos = std::min(PedacoEscrito, octetos.size() - onde);
             pedaco.set_octetos(octetos.data() + onde, quantos);
             onde += quantos;
             if (!escreve(pedaco)) {

@@ -26,6 +26,7 @@ namespace servidor {
 namespace {
 
 constexpr int ChamadasPorConexao = 100;
+constexpr int MenorSinal = 900;    // milliseconds from one sign of life of a caller to the next
 constexpr int SinalDeVida = 60000; // milliseconds after which an other end that is silent is asked whether it is there
 constexpr int FiosQueEsperam = 64; // for calls
 constexpr int ConexaoOciosa = 300000;        // milliseconds after which a connection without calls is closed
@@ -153,6 +154,10 @@ struct Servidor::Interior {
         construtor.AddChannelArgument(GRPC_ARG_ALLOW_REUSEPORT, 0);
         construtor.AddChannelArgument(GRPC_ARG_MAX_CONCURRENT_STREAMS, ChamadasPorConexao);
         construtor.AddChannelArgument(GRPC_ARG_KEEPALIVE_TIME_MS, SinalDeVida);
+        // What a caller has sent is then here, but for 64 kB, and not in a long queue before a slow line.
+        construtor.AddChannelArgument(GRPC_ARG_HTTP2_BDP_PROBE, 0);
+        // A caller that waits for a long operation may ask so often whether anybody is there.
+        construtor.AddChannelArgument(GRPC_ARG_HTTP2_MIN_RECV_PING_INTERVAL_WITHOUT_DATA_MS, MenorSinal);
         construtor.AddChannelArgument(GRPC_ARG_MAX_CONNECTION_IDLE_MS, ConexaoOciosa);
         construtor.AddChannelArgument(GRPC_ARG_SERVER_HANDSHAKE_TIMEOUT_MS, PrazoDaConexao);
         // A few octets may stand for as many as one likes.

@@ -383,8 +383,10 @@ Ref<IMDB> BancoLocalMesa::Abre()
 bool BancoLocalMesa::AtualizaReplica(SessaoServico &sessao, bool cancelavel)
 {
     bool feita = false;
+    m_Atrasada = true;
     Acompanha("Os dados dos equipamentos estão sendo copiados para a consulta local.", cancelavel,
               [&](const Segue &segue) { feita = AtualizaReplica(sessao, segue); });
+    m_Atrasada = !feita;
     return feita;
 }
 

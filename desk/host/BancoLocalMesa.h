@@ -35,6 +35,8 @@ class BancoLocalMesa : public Objeto {
     FazComAndamento Acompanha = SemAndamento;
     // Moment of which the replica tells; empty before the first refresh.
     Data DataDaReplica() const { return m_DataDaReplica; }
+    // Whether the last refresh failed or was given up: something is stored that it does not tell.
+    bool Atrasada() const { return m_Atrasada; }
 
   private:
     bool AtualizaReplica(SessaoServico &sessao, const Segue &segue);
@@ -43,6 +45,7 @@ class BancoLocalMesa : public Objeto {
     std::filesystem::path m_Arquivo;
     std::unique_ptr<QLockFile> m_Tranca; // held for as long as the file is ours
     Data m_DataDaReplica;
+    bool m_Atrasada = false;
     std::string m_Estado; // what the module's state means, as a condition; empty before the first replica
 };
 

@@ -116,7 +116,7 @@ class TrataBDMesa : public ITrataBD {
         if (banco != BancoDoModulo) {
             throw Falha(NumeroFalha::ArgumentoInvalido);
         }
-        return m_Sessao->BancoLocal()->Abre();
+        return m_Sessao->AbreBancoLocal();
     }
     Ref<ICFisJur> CreateCFisJur() override { return Novo<CFisJurMesa>(); }
     Ref<ICEndereco> CreateCEndereco() override { return Novo<CEnderecoMesa>(); }
@@ -126,7 +126,7 @@ class TrataBDMesa : public ITrataBD {
     void TabelaAlterada(const std::string &tabela, bool, bool, const Valor &, const Valor &) override
     {
         if (tabela == "VOREQUIPTO") {
-            m_Sessao->BancoLocal()->AtualizaReplica(*m_Sessao->Servico(), /*cancelavel=*/true);
+            m_Sessao->RenovaReplica();
         }
     }
 
@@ -152,7 +152,7 @@ class SoapMesa : public IObjetoSoap {
     bool Metodo(const Ref<Objeto> &, const std::string &metodo, const std::string &sistema) override
     {
         if (m_Servico != "ConsGen" || metodo != "consultaDataUltimaReplica" || sistema != "VOR" ||
-            m_BancoLocal->DataDaReplica().Vazia()) {
+            m_BancoLocal->DataDaReplica().Vazia() || m_BancoLocal->Atrasada()) {
             return false;
         }
         m_Resultado = CStr(m_BancoLocal->DataDaReplica());
@@ -189,6 +189,30 @@ SessaoMesa::SessaoMesa(Ref<SessaoServico> servico, Ref<BancoLocalMesa> bancoLoca
       m_MostraRecusa(std::move(mostraRecusa)),
       m_ViuEquipamento(std::move(viuEquipamento))
 {
+}
+
+Ref<IMDB> SessaoMesa::AbreBancoLocal()
+{
+    if (m_BancoLocal->Atrasada()) {
+        try {
+            m_BancoLocal->AtualizaReplica(*m_Servico, /*cancelavel=*/true);
+        } catch (const Falha &) {
+            // The old one is read, as the person was told.
+        }
+    }
+    return m_BancoLocal->Abre();
+}
+
+void SessaoMesa::RenovaReplica()
+{
+    try {
+        m_BancoLocal->AtualizaReplica(*m_Servico, /*cancelavel=*/true);
+    } catch (const Falha &falha) {
+        m_MostraRecusa(
+            "O que foi pedido está gravado, mas a cópia local, que as consultas leem, não pôde ser renovada; "
+            "será, na próxima consulta. " +
+            falha.Descricao);
+    }
 }
 
 Ref<IQMR> SessaoMesa::CreateQMR()

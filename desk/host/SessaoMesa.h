@@ -37,7 +37,11 @@ class SessaoMesa : public IobjMTM {
     bool EnviaRajadaH90(Ref<ITransacao> &oTrans, std::vector<std::string> &aDados, bool &b2) override;
 
     const Ref<SessaoServico> &Servico() const { return m_Servico; }
-    const Ref<BancoLocalMesa> &BancoLocal() const { return m_BancoLocal; }
+    // The local database, with a replica that is up to date as far as that can be had.
+    Ref<IMDB> AbreBancoLocal();
+    // Brings the replica up to date after something was stored. Where that fails the person is told, since what was
+    // asked for is done, and the next look at it tries again.
+    void RenovaReplica();
 
   private:
     Ref<SessaoServico> m_Servico;

@@ -72,7 +72,7 @@ Calendario::Calendario(QWidget &campo, const QDate &dia, const EscolheDia &escol
 
 void Calendario::Abre(QWidget &campo, const QDate &dia, const EscolheDia &escolhe)
 {
-    auto *calendario = new Calendario(campo, dia.isValid() ? dia : QDate::currentDate(), escolhe);
+    auto *calendario = new Calendario(campo, dia, escolhe);
     calendario->adjustSize();
     const QRect tela = campo.screen()->availableGeometry();
     QPoint lugar = campo.mapToGlobal(QPoint(0, campo.height()));

@@ -1,12 +1,16 @@
 #include "desk/windows/ConexaoQt.h"
 
+#include "desk/host/CompletaEntrada.h"
+#include "desk/host/MinhaSenha.h"
 #include "desk/host/ServicosNoServidor.h"
 #include "desk/host/Titulo.h"
 #include "desk/host/Versao.h"
 #include "desk/windows/Dialogos.h"
 #include "desk/windows/Entrada.h"
 #include "desk/windows/Escolha.h"
+#include "desk/windows/FichaQt.h"
 #include "desk/windows/TelaDeAndamento.h"
+#include "host/Falha.h"
 #include "services/TextoQt.h"
 
 #include <QApplication>
@@ -106,10 +110,11 @@ bool ConexaoQt::TentaDeNovo(const std::string &frase)
     Escolha<bool> janela("SemResposta", false, NaFrente::Dono());
     auto *tudo = new QVBoxLayout(&janela);
     tudo->addWidget(FazCabeca("O servidor não respondeu", Q(frase), &janela));
-    tudo->addWidget(FazTexto("oQueFica",
-                             "O que foi digitado continua na janela. Se a operação já tiver sido feita, ela não é "
-                             "feita outra vez.",
-                             &janela));
+    tudo->addWidget(
+        FazTexto("oQueFica",
+                 "O que foi digitado e ainda não foi gravado continua na janela. Se a operação já tiver sido "
+                 "feita, ela não é feita outra vez.",
+                 &janela));
     QPushButton *deNovo = FazBotao("deNovo", "&Tentar de novo", &janela);
     QPushButton *desistir = FazBotao("desistir", "&Desistir", &janela);
     deNovo->setDefault(true);
@@ -156,7 +161,26 @@ Ref<SessaoServico> ConexaoQt::EntraDeNovo(const Operador &quem, const std::strin
     Entrada entrada(m_Servicos.Alvo(), m_Preferencias, quem, NaFrente::Dono());
     entrada.TerminouASessao(Q(frase));
     entrada.exec();
-    return entrada.Sessao();
+    const Ref<SessaoServico> nova = entrada.Sessao();
+    if (nova.Nada()) {
+        return nullptr;
+    }
+    const auto avisa = [](const std::string &aviso) { AvisaEmCaixa(Q(aviso), NaFrente::Dono()); };
+    const auto troca = [&] {
+        Ficha ficha = FichaDaMinhaSenha(nova, true);
+        FichaQt janela(
+            ficha,
+            [&](const std::function<void()> &acao) {
+                try {
+                    acao();
+                } catch (...) {
+                    avisa(FalhaCorrente().Descricao);
+                }
+            },
+            NaFrente::Dono());
+        return janela.exec() == QDialog::Accepted;
+    };
+    return CompletaEntrada(*nova, avisa, troca) ? nova : nullptr;
 }
 
 void ConexaoQt::DefineLigada(bool ligada)

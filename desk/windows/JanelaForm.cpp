@@ -122,7 +122,7 @@ Renderizador *JanelaForm::FazRenderizador(const Ref<IControle> &controle, QWidge
     case EspecieControle::ztMask:
     case EspecieControle::ztData:
     case EspecieControle::ztVeiObservacao:
-        return new RenderCampo(controle, widget, borda);
+        return new RenderCampo(controle, widget, borda, m_AoRedor.Agora);
     case EspecieControle::CheckBox:
         return new RenderMarca(controle, widget, borda);
     case EspecieControle::OptionButton:

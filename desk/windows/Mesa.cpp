@@ -2,6 +2,7 @@
 
 #include "desk/host/AbreNaLista.h"
 #include "desk/host/Administracao.h"
+#include "desk/host/CompletaEntrada.h"
 #include "desk/host/FichaDasPreferencias.h"
 #include "desk/host/Lembrancas.h"
 #include "desk/host/MinhaSenha.h"
@@ -380,10 +381,9 @@ bool Mesa::PedeAteQueEntre()
             return false;
         }
         const Ref<SessaoServico> sessao = entrada.Sessao();
-        if (!sessao->AvisoDeRelogio().empty()) {
-            AvisaEmCaixa(Q(sessao->AvisoDeRelogio()), this);
-        }
-        if (!sessao->DeveTrocarSenha() || TrocaMinhaSenha(sessao, true)) {
+        if (CompletaEntrada(
+                *sessao, [this](const std::string &aviso) { AvisaEmCaixa(Q(aviso), this); },
+                [&] { return TrocaMinhaSenha(sessao, true); })) {
             Entra(sessao);
             return true;
         }

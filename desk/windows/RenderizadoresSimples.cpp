@@ -188,23 +188,28 @@ CampoDeTexto CampoDoControle(const Ref<IControle> &controle)
 
 } // namespace
 
-RenderCampo::RenderCampo(Ref<IControle> controle, QWidget *widget, Borda borda)
+RenderCampo::RenderCampo(Ref<IControle> controle, QWidget *widget, Borda borda, const std::function<Data()> &agora)
     : Renderizador(std::move(controle), widget, std::move(borda)),
       m_Campo(CampoDoControle(Controle())),
       m_Linha(qobject_cast<QLineEdit *>(widget))
 {
     connect(m_Linha, &QLineEdit::textEdited, this, [this](const QString &novo) { TextoEditado(novo); });
     if (Controle()->Especie() == EspecieControle::ztData) {
-        PoeCalendario();
+        PoeCalendario(agora);
     }
 }
 
 // The day that was taken there is typed in the place of what the field has.
-void RenderCampo::PoeCalendario()
+void RenderCampo::PoeCalendario(const std::function<Data()> &agora)
 {
     constexpr const char *Formato = "dd/MM/yyyy";
     new BotaoDeCalendario(
-        m_Linha, [this] { return QDate::fromString(m_Linha->text(), Formato); },
+        m_Linha,
+        [this, agora] {
+            const QDate escrito = QDate::fromString(m_Linha->text(), Formato);
+            const PartesData hoje = agora().Partes();
+            return escrito.isValid() ? escrito : QDate(hoje.Ano, hoje.Mes, hoje.Dia);
+        },
         [this](const QDate &dia) { Edita(0, Len(m_Campo.Texto()), S(dia.toString(Formato))); });
 }
 

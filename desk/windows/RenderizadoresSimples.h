@@ -1,6 +1,7 @@
 #pragma once
 
 #include "desk/windows/Renderizador.h"
+#include "host/Data.h"
 
 #include <cstddef>
 #include <functional>
@@ -83,7 +84,8 @@ struct CampoDeTexto {
 // Text boxes, masks, dates and observations in a line of text.
 class RenderCampo : public Renderizador {
   public:
-    RenderCampo(Ref<IControle> controle, QWidget *widget, Borda borda);
+    // agora: the registry's clock; a date that is empty has its calendar begin there.
+    RenderCampo(Ref<IControle> controle, QWidget *widget, Borda borda, const std::function<Data()> &agora);
 
   protected:
     void Mostra() override;
@@ -91,7 +93,7 @@ class RenderCampo : public Renderizador {
   private:
     void TextoEditado(const QString &novo);
     void Edita(std::size_t posicao, std::size_t n, const std::string &texto);
-    void PoeCalendario();
+    void PoeCalendario(const std::function<Data()> &agora);
 
     CampoDeTexto m_Campo;
     QLineEdit *m_Linha;

@@ -330,7 +330,7 @@ class ReplicaMesaTeste : public BancoLocalMesaTeste {
         {
             const Replicado lida = m_Sessao->LeReplica(depoisDe, [&](const LinhaReplica &linha) {
                 if (Lidas++ == FalhaDepoisDe) {
-                    throw std::runtime_error("the connection went away");
+                    throw ::Falha(NumeroFalha::ErroDeAcesso, "Rede", "A conexão caiu.");
                 }
                 cadaLinha(linha);
             });
@@ -367,6 +367,39 @@ TEST_F(ReplicaMesaTeste, AtualizaReplica_AfterAChange_ReadsThatOneOnly)
     EXPECT_EQ(Renova(m_Ana), 2);
     EXPECT_EQ(Codigos(), (Textos{"R-1", "R-2", "R-3", "R-4"}));
     EXPECT_EQ(Coluna("Ativo", "SELECT Ativo FROM VOREQUIPTO WHERE NroIntEquip = 2"), Textos{"2"});
+}
+
+TEST_F(ReplicaMesaTeste, TabelaAlterada_ThatCannotBeRead_IsTold_AndReadAtTheNextLook)
+{
+    Inclui(m_Ana, EquipamentoDe("R-1"));
+    const auto contada = Novo<Contada>(m_Ana);
+    mesa.Host->Entra(contada);
+    Inclui(m_Ana, EquipamentoDe("R-2"));
+    contada->FalhaDepoisDe = contada->Lidas;
+    const Ref<ITrataBD> trataBD = mesa.Host->objMTM()->CreateQMR()->CreateNewTrataBD();
+    const Ref<IObjetoSoap> web = mesa.Host->objMTM()->CWebComm()->CriaObjetoSoap("ConsGen", "");
+    const auto diz = [&] { return web->Metodo(nullptr, "consultaDataUltimaReplica", "VOR"); };
+    EXPECT_TRUE(diz());
+    EXPECT_NO_THROW(trataBD->TabelaAlterada("VOREQUIPTO", true, false, Valor(), Valor()));
+    ASSERT_EQ(mesa.Janelas->Avisos.size(), 1u);
+    EXPECT_EQ(mesa.Janelas->Avisos[0],
+              "Registro de Equipamentos: O que foi pedido está gravado, mas a cópia local, que as consultas leem, não "
+              "pôde ser renovada; será, na próxima consulta. A conexão caiu.");
+    EXPECT_EQ(Codigos(), Textos{"R-1"});
+    EXPECT_FALSE(diz()); // and the module offers to renew it
+
+    // As long as it cannot be had, the old one is read.
+    contada->FalhaDepoisDe = contada->Lidas;
+    EXPECT_NO_THROW(trataBD->AbreZTBanco(99));
+    EXPECT_FALSE(diz());
+    contada->FalhaDepoisDe = -1;
+    trataBD->AbreZTBanco(99);
+    EXPECT_EQ(Codigos(), (Textos{"R-1", "R-2"}));
+    EXPECT_TRUE(diz());
+    const int lidas = contada->Lidas;
+    trataBD->AbreZTBanco(99);
+    EXPECT_EQ(contada->Lidas, lidas);
+    EXPECT_EQ(mesa.Janelas->Avisos.size(), 1u);
 }
 
 TEST_F(ReplicaMesaTeste, AtualizaReplica_OfAnotherUser_KeepsNothingOfTheFirstWhateverHappens)

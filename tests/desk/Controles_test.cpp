@@ -68,11 +68,17 @@ class ControlesTeste : public MesaTeste {
         PedidosDaJanela pedidos;
         pedidos.NaBorda = [](const std::function<void()> &acao) { acao(); };
         pedidos.Fecha = pedidos.Ajuda = pedidos.Redimensionou = [] {};
-        auto janela =
-            std::make_unique<JanelaForm>(form,
-                                         AoRedorDoForm{pedidos, [] { return std::vector<ClienteOferecido>{}; },
-                                                       mesa.Hospedeiro()->Logradouros, Novo<MemoriaDeEnderecos>()},
-                                         &mesa);
+        auto janela = std::make_unique<JanelaForm>(form,
+                                                   AoRedorDoForm{pedidos,
+                                                                 [] { return std::vector<ClienteOferecido>{}; },
+                                                                 mesa.Hospedeiro()->Logradouros,
+                                                                 Novo<MemoriaDeEnderecos>(),
+                                                                 nullptr,
+                                                                 {},
+                                                                 "",
+                                                                 "",
+                                                                 Agora()},
+                                                   &mesa);
         form->DefineVisible(true);
         janela->setWindowFlags(Qt::Dialog);
         janela->show();
@@ -459,6 +465,20 @@ TEST_F(ControlesTeste, Calendar_OfADate_OpensByKeyAndByMouseAndTheDayIsTypedInTh
     EXPECT_FALSE(botao->accessibleName().isEmpty());
     QTest::mouseClick(botao, Qt::LeftButton);
     EXPECT_NE(CalendarioAberto(), nullptr);
+    CalendarioAberto()->close();
+}
+
+TEST_F(ControlesTeste, Calendar_OfAnEmptyDate_BeginsWithTheDayOfTheRegistry)
+{
+    registro.Relogio = DataDe(3, 2, 2031, 9, 0, 0);
+    JanelaForm &janela = Mostra(Carrega<frmEquipAfericoes>());
+    Controle<ztData>(janela, "txtDtVerifINMETRO")->DefineText("");
+    QTest::keyClick(&Vai(Linha(janela, "txtDtVerifINMETRO")), Qt::Key_F4);
+    ASSERT_NE(CalendarioAberto(), nullptr);
+    const auto *meses = CalendarioAberto()->findChild<QCalendarWidget *>();
+    EXPECT_EQ(meses->selectedDate(), QDate(2031, 2, 3));
+    EXPECT_EQ(meses->yearShown(), 2031);
+    EXPECT_EQ(meses->monthShown(), 2);
     CalendarioAberto()->close();
 }
 

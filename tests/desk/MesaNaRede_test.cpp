@@ -3,6 +3,7 @@
 #include "desk/tour/Telas.h"
 #include "desk/windows/ConexaoQt.h"
 #include "desk/windows/Mesa.h"
+#include "host/Conversoes.h"
 #include "services/Cabeca.h"
 #include "services/RegistrosAdministracao.h"
 #include "services/TextoQt.h"
@@ -33,6 +34,7 @@ struct UmServidor {
         rede::Insistencia insistencia;
         insistencia.PorConta = std::chrono::milliseconds(300); // a person is asked sooner here
         insistencia.TentaDeNovo = [&conexao](const std::string &frase) { return conexao.TentaDeNovo(frase); };
+        insistencia.Relogio = [&conexao](const Data &agora) { conexao.Relogio().Acerta(agora); };
         Delas = Servidor.Conecta(insistencia);
     }
     LugarDoTrabalho Lugar() const { return {Servidor.Onde(), Servidor.Digital(), ""}; }
@@ -161,6 +163,27 @@ TEST_F(MesaComServidor, ServerThatStopsInASave_GivenUp_KeepsTheForm_AndTheNextPr
     });
     EXPECT_EQ(Descricao(), "Radar da saída");
     EXPECT_EQ(Alteracoes(), "1");
+}
+
+TEST_F(MesaComServidor, SessionThatEnded_WithAPasswordOfSomebodyElse_IsBegunWithANewOne_AndTheClockIsLearntAgain)
+{
+    Entra("ana");
+    Percorre([&](Teclado &t) {
+        AbreEDescreve(t, "Radar da saída");
+        Para();
+        ExecutaNaTela([&] {
+            registro.Sql("UPDATE USUARIO SET TrocaSenha = 1 WHERE Usuario = 'ana'");
+            registro.Relogio = DataDe(3, 2, 2031, 9, 0, 0);
+        });
+        Comeca();
+        Salva(t);
+        t.EsperaJanela("SessaoTerminada").Escreve("senha de ana\r");
+        t.EsperaJanela("MinhaSenha").EsperaFoco("atual");
+        t.Escreve("senha de ana\tcavalo grampeador azul\tcavalo grampeador azul\r").EsperaJanela("frmLista");
+    });
+    EXPECT_EQ(Descricao(), "Radar da saída");
+    EXPECT_EQ(Alteracoes(), "1");
+    EXPECT_EQ(Format(conexao.Relogio().Agora(), "dd/mm/yyyy"), "03/02/2031");
 }
 
 TEST_F(MesaComServidor, OneEquipment_ByTwoDesks_TheSecondIsToldAndKeepsWhatWasTyped)
@@ -301,6 +324,22 @@ TEST_F(MesaNaRede, SlowSave_IsShownAndGivenUp_KeepsTheForm)
         t.EsperaJanela("frmEquipDetalhes").EsperaTexto("txtDescricao", "Radar da saída");
     });
     EXPECT_EQ(Alteracoes(), "0");
+}
+
+TEST_F(MesaNaRede, SilenceAfterASave_GivenUp_IsToldAsThatOfTheLocalCopy_AndTheListShowsWhatWasSaved)
+{
+    Percorre([&](Teclado &t) {
+        AbreEDescreve(t, "Radar da saída");
+        ExecutaNaTela([&] { la.DeTeste->ReplicasCaladas = 1; });
+        MesaSobre::Salva(t);
+        t.EsperaJanela("SemResposta")
+            .EsperaTexto("oQueFica", "O que foi digitado e ainda não foi gravado continua na "
+                                     "janela. Se a operação já tiver sido feita, ela não é "
+                                     "feita outra vez.");
+        t.Alt('D').EsperaCaixa("O que foi pedido está gravado").Tecla(Qt::Key_Return);
+        t.EsperaJanela("frmLista").EsperaLinhas("ztlLista", 1).EsperaLinha("ztlLista", 1, "Radar da saída");
+    });
+    EXPECT_EQ(Descricao(), "Radar da saída");
 }
 
 TEST_F(MesaNaRede, SessionThatEnded_InASave_GivenUp_SavesNothingAndKeepsTheForm)

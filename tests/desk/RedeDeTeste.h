@@ -23,7 +23,8 @@ class RedeDeTeste : public mesa::Servicos {
     std::string_view NomeTipo() const override { return "RedeDeTeste"; }
 
     std::deque<Acaso> Acasos;
-    int Feitas = 0; // operations that got through
+    int Feitas = 0;          // operations that got through
+    int ReplicasCaladas = 0; // replicas to come that are not answered
 
     Ref<mesa::SessaoServico> Entra(const std::string &usuario, const mesa::Segredo &senha, const std::string &estacao,
                                    std::string &recusa, std::int32_t &espera) override
@@ -125,6 +126,12 @@ class RedeDeTeste : public mesa::Servicos {
         mesa::Replicado LeReplica(std::int64_t depoisDe,
                                   const std::function<void(const mesa::LinhaReplica &)> &cadaLinha) override
         {
+            while (m_Rede.ReplicasCaladas > 0) {
+                --m_Rede.ReplicasCaladas;
+                if (!m_Rede.m_Ligacao.TentaDeNovo("O servidor não respondeu.")) {
+                    throw Falha(NumeroFalha::ErroDeAcesso, "Rede", "O servidor não respondeu.");
+                }
+            }
             return m_Dela->LeReplica(depoisDe, cadaLinha);
         }
 

@@ -8,7 +8,7 @@ trap 'rm -rf "$pasta"' EXIT
 mkdir -p "$pasta/cmake" "$pasta/build/release/desk" "$pasta/bin" "$pasta/tmp"
 cp "$raiz/run" "$pasta/"
 # The packages are another test's affair.
-echo 'instala_pacotes() { :; }' >"$pasta/cmake/pacotes.sh"
+echo 'instala_pacotes() { :; }; fala_portugues() { :; }' >"$pasta/cmake/pacotes.sh"
 printf '#!/bin/sh\nexit 0\n' >"$pasta/bin/cmake"
 for programa in registro-de-equipamentos roteiro; do
     cat >"$pasta/build/release/desk/$programa" <<'FIM2'

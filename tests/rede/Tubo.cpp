@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <stdexcept>
 
 namespace {
@@ -22,9 +23,10 @@ sockaddr_in DestaMaquina(std::uint16_t porta)
 
 } // namespace
 
-Tubo::Tubo(std::uint16_t para) : m_Para(para)
+Tubo::Tubo(std::uint16_t para, std::int64_t porSegundo) : m_Para(para), m_PorSegundo(porSegundo)
 {
     m_Escuta = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    GuardaPouco(m_Escuta);
     sockaddr_in onde = DestaMaquina(0);
     socklen_t tamanho = sizeof onde;
     if (bind(m_Escuta, reinterpret_cast<sockaddr *>(&onde), sizeof onde) != 0 || listen(m_Escuta, 16) != 0 ||
@@ -52,13 +54,29 @@ void Tubo::CortaEm(Sentido sentido, std::int64_t octetos)
     m_Cortes = 0;
 }
 
+// A slow line has what is on its way in it, and not in the buffers of its ends.
+void Tubo::GuardaPouco(int soquete) const
+{
+    if (m_PorSegundo > 0) {
+        const int pouco = 8192;
+        setsockopt(soquete, SOL_SOCKET, SO_RCVBUF, &pouco, sizeof pouco);
+    }
+}
+
 // False when the connection is to end.
 bool Tubo::Passa(int de, int para, int sentido)
 {
+    if (m_Calado) {
+        return true;
+    }
     char octetos[16384];
     const ssize_t lidos = recv(de, octetos, sizeof octetos, 0);
     if (lidos <= 0) {
         return false;
+    }
+    if (m_PorSegundo > 0) { // the line is as long taken up
+        std::this_thread::sleep_for(
+            std::chrono::duration<double>(static_cast<double>(lidos) / static_cast<double>(m_PorSegundo)));
     }
     const std::lock_guard guarda(m_Tranca);
     std::int64_t passam = lidos;
@@ -87,8 +105,9 @@ void Tubo::Roda()
     for (;;) {
         std::vector<pollfd> olhados{{m_Fim[0], POLLIN, 0}, {m_Escuta, POLLIN, 0}};
         for (const Ligacao &ligacao : m_Ligacoes) {
-            olhados.push_back({ligacao.Cliente, POLLIN, 0});
-            olhados.push_back({ligacao.Servidor, POLLIN, 0});
+            const short oQue = m_Calado ? 0 : POLLIN;
+            olhados.push_back({m_Calado ? -1 : ligacao.Cliente, oQue, 0});
+            olhados.push_back({m_Calado ? -1 : ligacao.Servidor, oQue, 0});
         }
         if (poll(olhados.data(), olhados.size(), -1) < 0) {
             continue;
@@ -111,6 +130,7 @@ void Tubo::Roda()
         if (olhados[1].revents != 0) {
             const int cliente = accept(m_Escuta, nullptr, nullptr);
             const int servidor = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+            GuardaPouco(servidor);
             const sockaddr_in onde = DestaMaquina(m_Para);
             if (cliente >= 0 && connect(servidor, reinterpret_cast<const sockaddr *>(&onde), sizeof onde) == 0) {
                 vivas.push_back({cliente, servidor});

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <mutex>
 #include <thread>
@@ -10,7 +11,8 @@ class Tubo {
   public:
     enum class Sentido { Ida, Volta }; // to the server; back from it
 
-    explicit Tubo(std::uint16_t para);
+    // porSegundo: octets that pass in a second, of both ways together; 0: as many as come.
+    explicit Tubo(std::uint16_t para, std::int64_t porSegundo = 0);
     ~Tubo();
     Tubo(const Tubo &) = delete;
     Tubo &operator=(const Tubo &) = delete;
@@ -18,6 +20,8 @@ class Tubo {
     std::uint16_t Porta() const { return m_Porta; }
     // Cuts once, when so many more octets have passed that way: what is after them does not arrive.
     void CortaEm(Sentido sentido, std::int64_t octetos);
+    // From now on nothing passes, and nothing is said of it: the line is dead.
+    void Cala() { m_Calado = true; }
     bool Cortou() const
     {
         const std::lock_guard guarda(m_Tranca);
@@ -37,8 +41,10 @@ class Tubo {
     };
     void Roda();
     bool Passa(int de, int para, int sentido);
+    void GuardaPouco(int soquete) const;
 
     std::uint16_t m_Para;
+    std::int64_t m_PorSegundo;
     std::uint16_t m_Porta = 0;
     int m_Escuta = -1;
     int m_Fim[2] = {-1, -1};
@@ -47,5 +53,6 @@ class Tubo {
     std::int64_t m_Falta[2] = {-1, -1}; // to the cut; below 0 for none
     std::int64_t m_Passaram[2] = {0, 0};
     int m_Cortes = 0;
+    std::atomic<bool> m_Calado{false};
     std::thread m_Fio;
 };

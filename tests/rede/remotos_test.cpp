@@ -781,6 +781,50 @@ TEST_F(RemotosTeste, Executa_CallThatTakesTooLong_IsTriedAgain)
     Falso.Termina(); // with what it still has under way
 }
 
+TEST_F(RemotosTeste, Executa_CallThatTakesLongerThanATry_WhileSomebodyFollowsIt_IsAnswered)
+{
+    std::atomic<int> chamadas{0};
+    std::atomic<bool> poucoTempo{false};
+    std::mutex tranca;
+    std::condition_variable sinal;
+    bool solta = false;
+    Falso.Altera = [&](ServerContext &contexto, const v1::EquiptoED &pedido, v1::EquiptoED &resposta) {
+        ++chamadas;
+        poucoTempo = contexto.deadline() < std::chrono::system_clock::now() + std::chrono::minutes(30);
+        std::unique_lock guarda(tranca);
+        sinal.wait_for(guarda, std::chrono::seconds(20), [&] { return solta || contexto.IsCancelled(); });
+        resposta = pedido;
+        return Status::OK;
+    };
+    constexpr milliseconds cada(2000);
+    const auto sessao = Sessao({milliseconds(0), cada, {}});
+    const auto comeco = steady_clock::now();
+    sessao->Acompanha([&](double, const std::string &) {
+        if (steady_clock::now() - comeco > 2 * cada) {
+            const std::lock_guard guarda(tranca);
+            solta = true;
+            sinal.notify_all();
+        }
+        return true;
+    });
+    EXPECT_NO_THROW(EXPECT_TRUE(Executa(*sessao, "altera", Equipamento("EQ1")).Sim));
+    EXPECT_EQ(chamadas, 1);
+    EXPECT_FALSE(poucoTempo); // the server's own limit counts
+    EXPECT_GT(steady_clock::now() - comeco, 2 * cada);
+    Falso.Termina();
+}
+
+TEST_F(RemotosTeste, Executa_LineThatDied_IsFoundOut_WhileSomebodyFollowsTheCall)
+{
+    Tubo tubo(Falso.Porta());
+    const auto sessao = Sessao({milliseconds(0), milliseconds(3000), {}}, tubo.Porta());
+    sessao->Acompanha([](double, const std::string &) { return true; });
+    EXPECT_TRUE(Executa(*sessao, "consulta", Equipamento("EQ1")).Sim);
+    tubo.Cala();
+    EXPECT_NE(Levantada([&] { Executa(*sessao, "consulta", Equipamento("EQ1")); }).Descricao.find("não respondeu"),
+              std::string::npos);
+}
+
 TEST_F(RemotosTeste, Executa_RequestBeyondTheServersLimit_IsARefusalAndNotTriedAgain)
 {
     const auto sessao = Sessao();

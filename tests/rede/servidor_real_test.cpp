@@ -20,6 +20,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <set>
 
 namespace {
 
@@ -48,10 +49,11 @@ class ServidorRealTeste : public testing::Test {
     }
     rede::Endereco Onde() const { return {"127.0.0.1", Um->Porta()}; }
 
-    Ref<mesa::SessaoServico> Sessao(const std::string &usuario, std::uint16_t porta = 0)
+    Ref<mesa::SessaoServico> Sessao(const std::string &usuario, std::uint16_t porta = 0,
+                                    milliseconds cada = milliseconds(10000))
     {
         const auto servicos = rede::Conecta({"127.0.0.1", porta == 0 ? Um->Porta() : porta}, {Um->Digital(), ""},
-                                            "teste", {milliseconds(10000), milliseconds(10000), {}});
+                                            "teste", {milliseconds(10000), cada, {}});
         std::string recusa;
         std::int32_t espera = 0;
         auto sessao = servicos->Entra(usuario, "senha de " + usuario, "estação remota", recusa, espera);
@@ -255,6 +257,35 @@ TEST_F(ServidorRealTeste, CutConnections_AtManyPlaces_StoreEachActOnce)
     EXPECT_EQ(Registro.Sql("SELECT COUNT(*) FROM DOCUMENTO"), std::to_string(guardados));
 }
 
+// Neither would come through if all of it had to within the time of one try.
+TEST_F(ServidorRealTeste, Documents_OverASlowLine_ArriveAndTellHowFarTheyAre)
+{
+    Comeca();
+    constexpr std::int64_t porSegundo = 1'000'000;
+    Tubo tubo(Um->Porta(), porSegundo);
+    const auto la = Sessao("ana", tubo.Porta(), milliseconds(3000));
+    const Bytes documento = Pdf("certificado", 4 << 20);
+    std::vector<double> partes;
+    la->Acompanha([&](double parte, const std::string &) {
+        partes.push_back(parte);
+        return true;
+    });
+    const auto crescem = [&] {
+        const std::size_t vistas = std::set<double>(partes.begin(), partes.end()).size();
+        return std::is_sorted(partes.begin(), partes.end()) ? vistas : 0;
+    };
+    double numero = 0;
+    std::string recusa;
+    ASSERT_TRUE(la->GuardaDocumento(documento, numero, recusa)) << recusa;
+    EXPECT_GT(crescem(), 5u);
+    partes.clear();
+    Bytes lido;
+    ASSERT_TRUE(la->LeDocumento(numero, lido, recusa)) << recusa;
+    EXPECT_EQ(lido, documento);
+    EXPECT_GT(crescem(), 5u);
+    EXPECT_FALSE(tubo.Cortou());
+}
+
 TEST_F(ServidorRealTeste, ServerReplaced_TheSessionIsOver_AndASignInGoesOn)
 {
     Comeca();
@@ -390,6 +421,62 @@ TEST_F(ExemploTeste, WhatGoesWrong_IsToldInWords)
     QStringList semNinguem = Argumentos();
     semNinguem[1] = "127.0.0.1:1";
     EXPECT_TRUE(erro(semNinguem).starts_with("Não se chegou ao servidor 127.0.0.1:1"));
+}
+
+TEST_F(ExemploTeste, WordsOfTheSystemAndOfLibraries_AreNotShown)
+{
+    Comeca(false);
+    const auto erro = [&](const QStringList &argumentos, int fim = 1) {
+        const Rodado rodado = Roda(argumentos);
+        EXPECT_EQ(rodado.Fim, fim) << rodado.Saida;
+        return rodado.Erro;
+    };
+    const std::string sem = erro({}, 2);
+    EXPECT_TRUE(sem.starts_with("uso: consulta_afericao.py [-h] --servidor")) << sem;
+    EXPECT_TRUE(sem.ends_with("consulta_afericao.py: falta informar --servidor, --usuario, --equipamento, --dia.\n"))
+        << sem;
+    EXPECT_TRUE(erro(Argumentos("ontem"), 2).ends_with(".py: --dia: informe o dia como dd/mm/aaaa.\n"));
+    EXPECT_TRUE(erro(Argumentos() << "--outra", 2).ends_with(".py: não há a opção --outra.\n"));
+    EXPECT_TRUE(erro(Argumentos() << "--saida", 2).ends_with(".py: --saida: falta o valor.\n"));
+    const std::string ajuda = Roda({"--help"}).Saida;
+    EXPECT_NE(ajuda.find("\nopções:\n  -h, --help "), std::string::npos) << ajuda;
+    EXPECT_NE(ajuda.find("mostra esta ajuda e termina"), std::string::npos) << ajuda;
+
+    const QString nada = Pasta.filePath("nada");
+    EXPECT_EQ(erro(Argumentos() << "--autoridade" << nada),
+              "O arquivo da autoridade " + nada.toStdString() + " não pôde ser lido: não existe.\n");
+    EXPECT_EQ(erro(Argumentos() << "--contrato" << nada),
+              "O contrato " + nada.toStdString() + " não pôde ser lido: não existe.\n");
+    EXPECT_EQ(erro(Argumentos() << "--contrato"
+                                << "docs/network.md"),
+              "O contrato docs/network.md não pôde ser lido: não é o do registro.\n");
+    EXPECT_EQ(erro(Argumentos() << "--estacao"
+                                << "docs/network.md/estacao"),
+              "A identificação desta estação não pôde ser guardada em docs/network.md/estacao: o caminho passa por um "
+              "arquivo.\n");
+    QStringList semNinguem = Argumentos();
+    semNinguem[1] = "127.0.0.1:1";
+    EXPECT_EQ(erro(semNinguem), "Não se chegou ao servidor 127.0.0.1:1: ninguém atende lá.\n");
+}
+
+// Told in the status of the call alone.
+TEST_F(ExemploTeste, SessionThatEnded_IsToldInTheServersWords)
+{
+    QProcess processo;
+    processo.start("/usr/bin/python3", {"-B", "-c", R"(import sys
+sys.path.insert(0, "docs/exemplos/rede")
+import grpc, consulta_afericao
+class Fim:
+    def code(self): return grpc.StatusCode.UNAUTHENTICATED
+    def details(self): return self.frase
+    def trailing_metadata(self): return ()
+fim = Fim()
+for fim.frase in ("A sess\u00e3o terminou por falta de uso.", ""):
+    sys.stdout.buffer.write((consulta_afericao.em_palavras(fim) + "\n").encode())
+)"});
+    ASSERT_TRUE(processo.waitForFinished(60000)) << processo.errorString().toStdString();
+    EXPECT_EQ(processo.readAllStandardOutput().toStdString(),
+              "A sessão terminou por falta de uso.\nA sessão com o servidor terminou.\n");
 }
 
 TEST_F(ExemploTeste, TwoAtATime_AreToldFromNone)

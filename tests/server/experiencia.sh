@@ -21,7 +21,7 @@ export TMPDIR=$pasta/tmp
 cp "$raiz/servidor" "$pasta/"
 cp "$programa" "$pasta/build/release/server/registro-servidor"
 # The packages are another test's affair, and so is the build.
-echo 'instala_pacotes() { :; }; pacotes_postgres() { :; }' >"$pasta/cmake/pacotes.sh"
+echo 'instala_pacotes() { :; }; fala_portugues() { :; }; pacotes_postgres() { :; }' >"$pasta/cmake/pacotes.sh"
 printf '#!/bin/sh\nexit 0\n' >"$pasta/bin/cmake"
 chmod +x "$pasta/bin/cmake"
 

@@ -5,12 +5,14 @@
 
 import argparse
 import datetime
+import errno
 import getpass
 import hashlib
 import ipaddress
 import os
 import pathlib
 import secrets
+import socket
 import ssl
 import subprocess
 import sys
@@ -27,6 +29,35 @@ TENTATIVAS = 5
 DE_NOVO = (grpc.StatusCode.UNAVAILABLE, grpc.StatusCode.DEADLINE_EXCEEDED, grpc.StatusCode.CANCELLED,
            grpc.StatusCode.ABORTED, grpc.StatusCode.RESOURCE_EXHAUSTED)
 DIA_ZERO = datetime.date(1899, 12, 30)
+
+
+# What the system answers, in the words of the person.
+MOTIVOS = {
+    errno.ENOENT: "não existe",
+    errno.EACCES: "falta permissão",
+    errno.EISDIR: "é um diretório",
+    errno.ENOTDIR: "o caminho passa por um arquivo",
+    errno.EEXIST: "o caminho passa por um arquivo",
+    errno.EROFS: "o disco não aceita gravação",
+    errno.ENOSPC: "o disco está cheio",
+    errno.ECONNREFUSED: "ninguém atende lá",
+    errno.ECONNRESET: "a conexão caiu",
+    errno.ETIMEDOUT: "não respondeu a tempo",
+    errno.EHOSTUNREACH: "não há caminho até lá",
+    errno.ENETUNREACH: "não há caminho até lá",
+}
+# And what the options' library says of them.
+PALAVRAS = {
+    "usage: ": "uso: ",
+    "options": "opções",
+    "show this help message and exit": "mostra esta ajuda e termina",
+    "%(prog)s: error: %(message)s\n": "%(prog)s: %(message)s.\n",
+    "argument %(argument_name)s: %(message)s": "%(argument_name)s: %(message)s",
+    "the following arguments are required: %s": "falta informar %s",
+    "unrecognized arguments: %s": "não há a opção %s",
+    "expected one argument": "falta o valor",
+    "ignored explicit argument %r": "não leva o valor %r",
+}
 
 
 class Recusa(Exception):
@@ -46,7 +77,8 @@ class Contrato:
             except FileNotFoundError:
                 raise Recusa("Falta o programa protoc: instale o pacote protobuf-compiler.") from None
             if feito.returncode != 0:
-                raise Recusa(f"O contrato {arquivo} não pôde ser lido: {feito.stderr.strip()}")
+                porque = "não é o do registro" if arquivo.exists() else MOTIVOS[errno.ENOENT]
+                raise Recusa(f"O contrato {arquivo} não pôde ser lido: {porque}.")
             arquivos = descriptor_pb2.FileDescriptorSet.FromString(descrito.read_bytes())
         self.tipos = descriptor_pool.DescriptorPool()
         for descricao in arquivos.file:
@@ -158,7 +190,19 @@ class Registro:
                 time.sleep(0.2 * 2 ** (TENTATIVAS - 1 - falta))
 
 
+def motivo(erro):
+    if isinstance(erro, socket.gaierror):
+        return "o nome não é conhecido"
+    if isinstance(erro, ssl.SSLError):
+        return "quem atende lá não mostra um certificado"
+    if isinstance(erro, TimeoutError):
+        return MOTIVOS[errno.ETIMEDOUT]
+    return MOTIVOS.get(erro.errno, f"o sistema recusou (erro {erro.errno})")
+
+
 def em_palavras(erro):
+    if erro.code() == grpc.StatusCode.UNAUTHENTICATED and erro.details():
+        return erro.details()  # before the call was taken in; the sentence is in the status itself
     for nome, valor in erro.trailing_metadata() or ():
         if nome == "frase-bin":
             return valor.decode("utf-8", "replace")
@@ -166,6 +210,7 @@ def em_palavras(erro):
         grpc.StatusCode.UNAVAILABLE: "O servidor não respondeu.",
         grpc.StatusCode.DEADLINE_EXCEEDED: "O servidor não respondeu a tempo.",
         grpc.StatusCode.RESOURCE_EXHAUSTED: "O servidor está ocupado.",
+        grpc.StatusCode.UNAUTHENTICATED: "A sessão com o servidor terminou.",
         grpc.StatusCode.UNIMPLEMENTED: "O servidor não tem essa operação: a versão dele é outra.",
     }.get(erro.code(), f"A operação falhou no servidor ({erro.code().name}).")
 
@@ -191,7 +236,11 @@ def canal_para(servidor, digital, autoridade):
         raise Recusa("Informe o servidor como máquina:porta.")
     maquina = maquina.strip("[]")
     if autoridade:
-        return grpc.secure_channel(servidor, grpc.ssl_channel_credentials(pathlib.Path(autoridade).read_bytes()))
+        try:
+            raizes = pathlib.Path(autoridade).read_bytes()
+        except OSError as erro:
+            raise Recusa(f"O arquivo da autoridade {autoridade} não pôde ser lido: {motivo(erro)}.") from None
+        return grpc.secure_channel(servidor, grpc.ssl_channel_credentials(raizes))
     if not digital:
         if not desta_maquina(maquina):
             raise Recusa("Informe a digital do certificado do servidor, ou o arquivo da autoridade que o emitiu.")
@@ -200,7 +249,7 @@ def canal_para(servidor, digital, autoridade):
     try:
         pem = ssl.get_server_certificate((maquina, int(porta)))
     except OSError as erro:
-        raise Recusa(f"Não se chegou ao servidor {servidor}: {erro}.") from None
+        raise Recusa(f"Não se chegou ao servidor {servidor}: {motivo(erro)}.") from None
     soma = hashlib.sha256(ssl.PEM_cert_to_DER_cert(pem)).hexdigest()
     if soma != digital.replace(":", "").lower():
         raise Recusa("O servidor não é o que se espera: o certificado que ele mostra é outro.")
@@ -220,8 +269,10 @@ def desta_estacao(arquivo):
             aberto.write(secrets.token_hex(16))
         novo.replace(arquivo)
         return arquivo.read_text(encoding="ascii")
-    except (OSError, UnicodeDecodeError) as erro:
-        raise Recusa(f"A identificação desta estação não pôde ser guardada em {arquivo}: {erro}.") from None
+    except UnicodeDecodeError:
+        raise Recusa(f"A identificação desta estação, em {arquivo}, está estragada: apague o arquivo.") from None
+    except OSError as erro:
+        raise Recusa(f"A identificação desta estação não pôde ser guardada em {arquivo}: {motivo(erro)}.") from None
 
 
 def contrato_padrao():
@@ -246,7 +297,7 @@ def grava(caminho, octetos):
         novo.replace(caminho)
     except OSError as erro:
         novo.unlink(missing_ok=True)
-        raise Recusa(f"O certificado não pôde ser gravado em {caminho}: {erro.strerror}.") from None
+        raise Recusa(f"O certificado não pôde ser gravado em {caminho}: {motivo(erro)}.") from None
 
 
 def consulta(opcoes):
@@ -281,7 +332,9 @@ def consulta(opcoes):
 
 def main():
     guardado = pathlib.Path(os.environ.get("XDG_CONFIG_HOME") or pathlib.Path.home() / ".config")
-    opcoes = argparse.ArgumentParser(description="Que aferição de um equipamento era vigente num dia.")
+    argparse._ = lambda texto: PALAVRAS.get(texto, texto)  # the library asks for all its words there
+    opcoes = argparse.ArgumentParser(description="Que aferição de um equipamento era vigente num dia.",
+                                     allow_abbrev=False)
     opcoes.add_argument("--servidor", required=True, help="máquina:porta")
     opcoes.add_argument("--digital", help="digital (SHA-256) do certificado do servidor")
     opcoes.add_argument("--autoridade", help="arquivo da autoridade que emitiu o certificado do servidor")
