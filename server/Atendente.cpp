@@ -28,8 +28,8 @@ using namespace registro::v1;
 namespace {
 
 constexpr std::size_t MaiorPedaco = 1 << 20; // octets of a document in one message
-constexpr std::size_t PedacoEscrito =
-    64 << 10;                                 // that the server sends, so that slow lines take it within their patience
+// Those of one that the server sends, so that a slow line takes it within the other end's patience.
+constexpr std::size_t PedacoEscrito = 64 << 10;
 constexpr std::size_t LinhasPorPedaco = 1000; // of the replica
 constexpr std::size_t MaiorSenha = 4096;      // octets; longer ones are nobody's
 constexpr std::size_t MaiorNome = 1024;       // octets of what signs in
