@@ -15,4 +15,6 @@ comeca_pacote registro-servidor "$programa" "$versao" "$raiz"
 pagina_de_manual "$nome.8"
 cp "$raiz/server/$nome.toml" "$raiz/server/proto/registro.proto" "$raiz/docs/servidor.md" \
     "$raiz/docs/exemplos/rede/consulta_afericao.py" "$arvore/"
+# What it refers to stands beside it there.
+sed 's/\](\(\.\.\/server\/proto\|exemplos\/rede\)\//](/g' "$raiz/docs/network.md" >"$arvore/network.md"
 termina_pacote "$destino"

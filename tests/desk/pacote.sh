@@ -334,9 +334,12 @@ grep -o '](imagens/[^)]*)' "$manual/manual.md" | sed 's/^](\(.*\))$/\1/' | while
 done
 
 dpkg-deb --raw-extract "$trabalho/servidor.deb" "$trabalho/do servidor"
-# The example for other systems, and the contract beside it, which it looks for there.
-for achado in registro.proto consulta_afericao.py; do
+# The example for other systems, with the contract beside it, which it looks for there, and the page that tells of both.
+for achado in registro.proto consulta_afericao.py network.md; do
     [[ -f "$trabalho/do servidor/usr/share/doc/$servidor/$achado" ]] || falha "The package does not have $achado."
+done
+grep -o '](\([^)]*\))' "$trabalho/do servidor/usr/share/doc/$servidor/network.md" | sed 's/^](\(.*\))$/\1/' | while read -r achado; do
+    [[ -f "$trabalho/do servidor/usr/share/doc/$servidor/$achado" ]] || falha "The package's network.md leads to no $achado."
 done
 achado=$(grep -r -l -F "$fontes" "$trabalho/do servidor" || true)
 espera "files of the server that know a folder of the build" "$achado" ""
