@@ -43,3 +43,7 @@ endif()
 add_test(NAME bancada.pais
     COMMAND sh -c "\"$0\" \"$1.json\" | diff \"$1.txt\" -" ${PROJECT_SOURCE_DIR}/bench/pais.py
             ${PROJECT_SOURCE_DIR}/tests/bench/pais)
+# What the documents tell of the country is what the figures that were measured come to.
+add_test(NAME bancada.pais_documentado
+    COMMAND bash -c "diff <(\"$0\") <(sed -n '/^    partições /,/^    documentos/s/^    //p' \"$1\")"
+            ${PROJECT_SOURCE_DIR}/bench/pais.py ${PROJECT_SOURCE_DIR}/docs/scale.md)
