@@ -146,12 +146,23 @@ void Banco::Migra(const Instante &agora, const std::function<void()> &antesDeMig
                     "O registro é da versão " + std::to_string(versao) + " e precisa ser atualizado para a versão " +
                         std::to_string(atual) + ", o que aqui não pode ser feito. " + m_SomenteLeitura);
     }
-    for (const QString &comando : m_Dialeto->AntesDeMigrar()) {
-        Comanda(comando);
-    }
-    AplicaMigracoes(migracoes, agora, antesDeMigrar);
-    for (const QString &comando : m_Dialeto->DepoisDeMigrar()) {
-        Comanda(comando);
+    try {
+        for (const QString &comando : m_Dialeto->AntesDeMigrar()) {
+            Comanda(comando);
+        }
+        AplicaMigracoes(migracoes, agora, antesDeMigrar);
+        for (const QString &comando : m_Dialeto->DepoisDeMigrar()) {
+            Comanda(comando);
+        }
+    } catch (const ErroSql &erro) {
+        if (erro.Motivo != MotivoSql::SoLeitura) {
+            throw;
+        }
+        throw Falha(NumeroFalha::PermissaoNegada, "Servicos",
+                    "O registro é da versão " + std::to_string(versao) + " e precisa ser atualizado para a versão " +
+                        std::to_string(atual) +
+                        ", o que este usuário do banco de dados não pode fazer: atualize-o com o do dono "
+                        "(registro-servidor --atualiza). Nada foi mudado.");
     }
 }
 

@@ -66,7 +66,7 @@ Portaria::Portaria(std::shared_ptr<Banco> banco, CustoDaSenha custo, std::shared
 }
 
 std::optional<Portaria::Entrada> Portaria::Entra(const std::string &usuario, const Segredo &senha,
-                                                 const std::string &estacao, const Instante &agora, std::string &recusa,
+                                                 const std::string &estacao, const Relogio &agora, std::string &recusa,
                                                  std::int32_t &espera)
 {
     recusa.clear();
@@ -84,22 +84,22 @@ std::optional<Portaria::Entrada> Portaria::Entra(const std::string &usuario, con
     const Achado achado = m_Banco->Le([&] { return Acha("u.Chave = ?", Q(tentativa.Chave)); });
     Entrada entrada;
     entrada.Estacao = tentativa.Estacao;
-    const auto entra = [&](const Achado &quem, bool estacaoConhecida) {
+    const auto entra = [&](const Achado &quem, bool estacaoConhecida, const Instante &quando) {
         entrada.Quem = quem.Quem;
         entrada.Prova = ProvaDe(quem.Senha);
         entrada.Versao = quem.Versao;
         if (!m_Banco->SomenteLeitura().empty()) {
             return;
         }
-        entrada.AvisoDeRelogio = AvisoDeRelogio(agora);
+        entrada.AvisoDeRelogio = AvisoDeRelogio(quando);
         const std::int32_t numero = quem.Quem.Numero;
-        Historico(*m_Banco).RegistraFato(agora, numero, DaSessao(numero, "entra"), Onde(tentativa.Estacao));
+        Historico(*m_Banco).RegistraFato(quando, numero, DaSessao(numero, "entra"), Onde(tentativa.Estacao));
         if (!estacaoConhecida && !tentativa.Estacao.empty()) {
-            ConheceEstacao(quem.Quem, tentativa.Estacao, agora);
+            ConheceEstacao(quem.Quem, tentativa.Estacao, quando);
         }
         if (Senhas::Envelheceu(quem.Senha, m_Custo)) {
             const std::string denovo = Senhas::Embaralha(senha, m_Custo);
-            GravaSenha(quem, {{"Senha", Q(denovo)}}, agora, MesmaSenhaDenovo);
+            GravaSenha(quem, {{"Senha", Q(denovo)}}, quando, MesmaSenhaDenovo);
             entrada.Prova = ProvaDe(denovo);
             ++entrada.Versao;
         }
@@ -170,12 +170,12 @@ void Portaria::ExigeEntrada(const Entrada &quem)
     }
 }
 
-bool Portaria::TrocaSenha(Entrada &quem, const Segredo &atual, const Segredo &nova, const Instante &agora,
+bool Portaria::TrocaSenha(Entrada &quem, const Segredo &atual, const Segredo &nova, const Relogio &agora,
                           const Repeticao *repeticao, std::optional<std::string> &repetida, std::string &recusa)
 try {
     recusa.clear();
-    const auto jaFeita = [&] {
-        repetida = repeticao != nullptr ? repeticao->DeAntes(agora) : std::nullopt;
+    const auto jaFeita = [&](const Instante &quando) {
+        repetida = repeticao != nullptr ? repeticao->DeAntes(quando) : std::nullopt;
         return repetida.has_value();
     };
     // Whoever asks again has signed in with the password of before, or with the one that the act then set.
@@ -187,7 +187,7 @@ try {
         m_Banco->Le([&] { ConfereEntrada(quem); });
         return true;
     };
-    if (repeticao != nullptr && m_Banco->Escreve(jaFeita)) {
+    if (repeticao != nullptr && m_Banco->Escreve([&] { return jaFeita(agora()); })) {
         return repete();
     }
     const Achado achado = m_Banco->Le([&] { return AchaEntrado(quem); });
@@ -202,11 +202,11 @@ try {
     std::string prova;
     const bool feita = Tenta(
         tentativa, achado,
-        [&](const Achado &eu, bool) {
+        [&](const Achado &eu, bool, const Instante &quando) {
             const std::string embaralhada = Senhas::Embaralha(nova, m_Custo);
-            GravaSenha(eu, {{"Senha", Q(embaralhada)}, {"TrocaSenha", Indicador::Nao}}, agora, {});
+            GravaSenha(eu, {{"Senha", Q(embaralhada)}, {"TrocaSenha", Indicador::Nao}}, quando, {});
             if (repeticao != nullptr) {
-                repeticao->Guarda(agora);
+                repeticao->Guarda(quando);
             }
             prova = ProvaDe(embaralhada);
         },
@@ -250,7 +250,8 @@ Portaria::Achado Portaria::Acha(const QString &onde, const QVariant &valor)
 }
 
 bool Portaria::Tenta(const Tentativa &tentativa, const Achado &achado,
-                     const std::function<void(const Achado &, bool)> &entra, std::string &recusa, std::int32_t &espera)
+                     const std::function<void(const Achado &, bool, const Instante &)> &entra, std::string &recusa,
+                     std::int32_t &espera)
 {
     espera = Conta(tentativa, achado);
     if (espera > 0) {
@@ -260,10 +261,11 @@ bool Portaria::Tenta(const Tentativa &tentativa, const Achado &achado,
     const bool noRegistro = ContaNoRegistro(achado);
     const bool certa = Senhas::Confere(achado.Ativo ? achado.Senha : "", tentativa.Senha, m_Custo);
     const auto termina = [&] {
+        const Instante agora = tentativa.Agora();
         TentativasDoUsuario contadas(*m_Banco, achado.Quem.Numero, tentativa.Estacao);
         // Whoever was deactivated or got another password meanwhile does not come in.
         const Achado quem = Acha("u.Numero = ?", achado.Quem.Numero);
-        const bool jaFeita = tentativa.JaFeita && tentativa.JaFeita();
+        const bool jaFeita = tentativa.JaFeita && tentativa.JaFeita(agora);
         if (jaFeita || (certa && quem.Ativo && quem.Senha == achado.Senha)) {
             if (noRegistro) {
                 contadas.Grava({});
@@ -271,11 +273,11 @@ bool Portaria::Tenta(const Tentativa &tentativa, const Achado &achado,
                 m_EmMemoria->De(tentativa.Chave, [](Tentativas &emMemoria) { emMemoria = {}; });
             }
             if (!jaFeita) {
-                entra(quem, contadas.EstacaoConhecida());
+                entra(quem, contadas.EstacaoConhecida(), agora);
             }
             return true;
         }
-        RegistraRecusa(tentativa, achado,
+        RegistraRecusa(tentativa, achado, agora,
                        achado.Quem.Numero == 0 ? "usuário inexistente"
                        : !achado.Ativo         ? "usuário desativado"
                                                : tentativa.MotivoDaRecusa);
@@ -300,16 +302,17 @@ std::int32_t Portaria::Conta(const Tentativa &tentativa, const Achado &achado)
 {
     const std::string espera = "durante a espera";
     if (!ContaNoRegistro(achado)) {
+        const Instante agora = tentativa.Agora();
         const std::int32_t falta = m_EmMemoria->De(tentativa.Chave, [&](Tentativas &contadas) {
-            contadas.Acerta(tentativa.Agora);
-            const std::int32_t ainda = contadas.Falta(tentativa.Agora);
+            contadas.Acerta(agora);
+            const std::int32_t ainda = contadas.Falta(agora);
             if (ainda == 0) {
-                contadas.Conta(tentativa.Agora);
+                contadas.Conta(agora);
             }
             return ainda;
         });
         if (falta > 0 && m_Banco->SomenteLeitura().empty()) {
-            m_Banco->Escreve([&] { RegistraRecusa(tentativa, achado, espera); });
+            m_Banco->Escreve([&] { RegistraRecusa(tentativa, achado, tentativa.Agora(), espera); });
         }
         return falta;
     }
@@ -318,17 +321,18 @@ std::int32_t Portaria::Conta(const Tentativa &tentativa, const Achado &achado)
     Tentativas contadas;
     try {
         const std::int32_t falta = m_Banco->Escreve([&] {
+            const Instante agora = tentativa.Agora();
             TentativasDoUsuario doUsuario(*m_Banco, achado.Quem.Numero, tentativa.Estacao);
             const Tentativas gravadas = doUsuario.Le();
             qual = doUsuario.Qual();
             contadas = m_EmMemoria->SemNaoOlhada(qual, gravadas);
-            contadas.Acerta(tentativa.Agora);
+            contadas.Acerta(agora);
             antes = contadas;
-            const std::int32_t ainda = contadas.Falta(tentativa.Agora);
+            const std::int32_t ainda = contadas.Falta(agora);
             if (ainda > 0) {
-                RegistraRecusa(tentativa, achado, espera);
+                RegistraRecusa(tentativa, achado, agora, espera);
             } else {
-                contadas.Conta(tentativa.Agora);
+                contadas.Conta(agora);
             }
             if (contadas != gravadas) {
                 doUsuario.Grava(contadas);
@@ -345,13 +349,13 @@ std::int32_t Portaria::Conta(const Tentativa &tentativa, const Achado &achado)
     }
 }
 
-void Portaria::RegistraRecusa(const Tentativa &tentativa, const Achado &achado, const std::string &motivo)
+void Portaria::RegistraRecusa(const Tentativa &tentativa, const Achado &achado, const Instante &agora,
+                              const std::string &motivo)
 {
     if (!m_Banco->SomenteLeitura().empty()) {
         return;
     }
-    Historico(*m_Banco).RegistraFato(tentativa.Agora, 0, DaSessao(achado.Quem.Numero, "recusa", motivo),
-                                     Onde(tentativa.Estacao));
+    Historico(*m_Banco).RegistraFato(agora, 0, DaSessao(achado.Quem.Numero, "recusa", motivo), Onde(tentativa.Estacao));
 }
 
 void Portaria::ConheceEstacao(const Operador &quem, const std::string &estacao, const Instante &agora)

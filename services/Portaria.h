@@ -34,9 +34,10 @@ class Portaria {
     Portaria(std::shared_ptr<Banco> banco, CustoDaSenha custo,
              std::shared_ptr<TentativasEmMemoria> emMemoria = std::make_shared<TentativasEmMemoria>());
 
-    // estacao: what tells the desk from others; one that is no text for the registry counts as unknown.
+    // estacao: what tells the desk from others; one that is no text for the registry counts as unknown. The clock is
+    // asked when the right to write is held: what others wrote meanwhile is not later than what is then written.
     std::optional<Entrada> Entra(const std::string &usuario, const Segredo &senha, const std::string &estacao,
-                                 const Instante &agora, std::string &recusa, std::int32_t &espera);
+                                 const Relogio &agora, std::string &recusa, std::int32_t &espera);
     // Raises RecusaDeEntrada when the sign-in no longer stands. Within the caller's transaction.
     void ConfereEntrada(const Entrada &quem) { AchaEntrado(quem); }
     // Refuses besides whom nothing is done for: the password has to be changed, or the user was moved.
@@ -44,7 +45,7 @@ class Portaria {
     // The own password for another one; false with the reason. The sign-in stands on, with a new Prova. repeticao: the
     // number of the act, null for none. When it was done before, the answer of then comes in `repetida`, and no try is
     // counted. Raises RecusaDeEntrada when the sign-in no longer stands.
-    bool TrocaSenha(Entrada &quem, const Segredo &atual, const Segredo &nova, const Instante &agora,
+    bool TrocaSenha(Entrada &quem, const Segredo &atual, const Segredo &nova, const Relogio &agora,
                     const Repeticao *repeticao, std::optional<std::string> &repetida, std::string &recusa);
 
     // The clock is a server's, and not that of the station at which somebody comes in.
@@ -67,22 +68,24 @@ class Portaria {
         std::string Chave;
         const Segredo &Senha;
         std::string Estacao;
-        Instante Agora;
-        std::string MotivoDaRecusa;         // as the history tells it
-        std::string Recusa;                 // as the person is told
-        std::function<bool()> JaFeita = {}; // whether what it is for was done meanwhile, without which it is not judged
+        const Relogio &Agora;
+        std::string MotivoDaRecusa; // as the history tells it
+        std::string Recusa;         // as the person is told
+        // Whether what it is for was done meanwhile, without which it is not judged.
+        std::function<bool(const Instante &agora)> JaFeita = {};
     };
 
     Achado Acha(const QString &onde, const QVariant &valor);
     // The user who came in, as long as the sign-in stands; raises RecusaDeEntrada.
     Achado AchaEntrado(const Entrada &quem);
     // Counts the try and looks at the password. When it is right, and still is at the end, `entra` is run in the
-    // transaction that ends the count, with the user as it then is. False with the reason otherwise.
+    // transaction that ends the count, with the user and the moment as they then are. False with the reason otherwise.
     bool Tenta(const Tentativa &tentativa, const Achado &achado,
-               const std::function<void(const Achado &, bool estacaoConhecida)> &entra, std::string &recusa,
-               std::int32_t &espera);
+               const std::function<void(const Achado &, bool estacaoConhecida, const Instante &agora)> &entra,
+               std::string &recusa, std::int32_t &espera);
     std::int32_t Conta(const Tentativa &tentativa, const Achado &achado);
-    void RegistraRecusa(const Tentativa &tentativa, const Achado &achado, const std::string &motivo);
+    void RegistraRecusa(const Tentativa &tentativa, const Achado &achado, const Instante &agora,
+                        const std::string &motivo);
     void ConheceEstacao(const Operador &quem, const std::string &estacao, const Instante &agora);
     void GravaSenha(const Achado &achado, Celulas celulas, const Instante &agora, const std::string &motivo);
     // What nobody has been told yet of a clock that went back; empty when there is nothing.

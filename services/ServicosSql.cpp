@@ -51,7 +51,7 @@ std::optional<Portaria::Entrada> ServicosSql::Autentica(const std::string &usuar
                                                         const std::string &estacao, std::string &recusa,
                                                         std::int32_t &espera)
 try {
-    return m_Portaria->Entra(usuario, senha, estacao, m_Agora(), recusa, espera);
+    return m_Portaria->Entra(usuario, senha, estacao, m_Agora, recusa, espera);
 } catch (...) {
     PassaErro(" < Servicos.Entra");
 }

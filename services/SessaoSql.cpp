@@ -207,11 +207,12 @@ void SessaoSql::Roda(bool escreve, const Trabalho &trabalho, const std::string &
     if (escreve) {
         ExigeEscrita();
     }
-    const Instante agora = m_Agora();
     std::optional<Operacao> operacao; // of a run that failed it takes back what it left in the records
     std::optional<std::string> repetida;
     const auto roda = [&] {
         operacao.reset();
+        // When the right to write is held: an act that waited for others is not written down as earlier than theirs.
+        const Instante agora = m_Agora();
         m_Portaria->ExigeEntrada(m_Entrada);
         repetida = repeticao != nullptr ? repeticao->DeAntes(agora) : std::nullopt;
         if (repetida) {
@@ -290,7 +291,7 @@ try {
     const auto repeticao = TomaNumero(/*comSenha=*/true);
     const auto &troca = ComoPedido<TrocaSenhaED>(pedido);
     ExigeEscrita();
-    return m_Portaria->TrocaSenha(m_Entrada, troca.Atual, troca.Nova, m_Agora(), repeticao ? &*repeticao : nullptr,
+    return m_Portaria->TrocaSenha(m_Entrada, troca.Atual, troca.Nova, m_Agora, repeticao ? &*repeticao : nullptr,
                                   m_Repetida, recusa);
 } catch (const Recusa &motivo) {
     Recolhe(motivo, recusa);

@@ -424,6 +424,18 @@ TEST_F(Postgres, TwoProgramsThatOpenAnOlderRegistryAtOnce_OneBringsItUpToDate)
               "O registro é da versão 4, mais nova que a deste programa (versão 3). Atualize o programa.");
 }
 
+// The role that serves may not change the schema, and whoever starts the server has to know who does it and how.
+TEST_F(Postgres, OlderRegistry_OpenedByTheWorkingRole_SaysHowItIsBroughtUpToDate)
+{
+    EXPECT_EQ(FalhaLancada([&] {
+                  Banco(std::make_unique<DialetoPostgresFuturo>(), papel::DeTrabalho(Onde()), Agora());
+              }).Descricao,
+              "O registro é da versão 3 e precisa ser atualizado para a versão 4, o que este usuário do banco de dados "
+              "não pode fazer: atualize-o com o do dono (registro-servidor --atualiza). Nada foi mudado.");
+    EXPECT_EQ(Sql("SELECT MAX(Versao) FROM ESQUEMA"), "3");
+    Abre(papel::DeTrabalho(Onde()));
+}
+
 TEST_F(Postgres, OlderRegistry_WithAMigrationThatFails_StaysWhole)
 {
     EXPECT_NE(
@@ -481,6 +493,48 @@ TEST_F(Postgres, TwoThatSave_WaitForEachOtherAndTheChainIsWhole)
             ASSERT_EQ(elo, linhas.Texto(12)) << nro;
         }
     });
+}
+
+// Each waits for somebody who saves at a later second than the one in which it began to wait.
+TEST_F(Postgres, ActsThatWaitedForAnother_AreNotWrittenDownAsEarlier)
+{
+    m_Registro.Cadastra("bia");
+    std::atomic<int> segundo = 0;
+    const auto relogio = [&] { return Instante(DataDe(20, 11, 2026, 11, 0, segundo)); };
+    const auto entra = [](Servicos &servicos) {
+        std::string recusa;
+        std::int32_t espera = 0;
+        const auto bia = servicos.Entra("bia", "senha de bia", "aqui", recusa, espera);
+        EXPECT_TRUE(bia) << recusa;
+        EXPECT_EQ(bia->AvisoDeRelogio(), "");
+        return bia;
+    };
+    for (const bool jaEntrou : {false, true}) {
+        auto dono = Abre(Onde());
+        std::promise<void> pronta;
+        std::promise<void> vai;
+        std::thread quem([&] {
+            const auto servicos = Servicos::Abre(Onde(), relogio, CustoDeTeste);
+            const auto bia = jaEntrou ? entra(*servicos) : nullptr;
+            pronta.set_value();
+            vai.get_future().wait();
+            if (jaEntrou) {
+                EXPECT_TRUE(Pede(bia, "inclui", EquipamentoDe("R-002")).Feita);
+            } else {
+                entra(*servicos);
+            }
+        });
+        pronta.get_future().wait();
+        dono->Escreve([&] {
+            vai.set_value();
+            EXPECT_TRUE(EsperaQue("SELECT COUNT(*) = 1 FROM pg_locks WHERE locktype = 'advisory' AND NOT granted AND "
+                                  "database = (SELECT oid FROM pg_database WHERE datname = current_database())"));
+            segundo += 5;
+            Historico(*dono).Registra(relogio(), 1, {"EQUIPAMENTO", 1, 1, "EQUIPAMENTO", 1, "a"});
+        });
+        quem.join();
+    }
+    EXPECT_EQ(Sql("SELECT COUNT(*) FROM HISTORICO WHERE Entidade = 'RELOGIO'"), "0");
 }
 
 TEST_F(Postgres, OneThatWaitsTooLongForAnother_HearsThatItIsBusy)
