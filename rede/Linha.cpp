@@ -365,10 +365,10 @@ Desfecho Linha::Insiste(const Tentativa &tenta, Efeito efeito, const mesa::Segue
                                       ? "O servidor " + m_Endereco.Texto() + " está ocupado."
                                       : "O servidor " + m_Endereco.Texto() + " não respondeu: " + desfecho.Frase +
                                             (desfecho.Frase.ends_with('.') ? "" : ".");
-        desfecho.Frase = frase + " " +
-                         (efeito != Efeito::Muda ? "Tente de novo daqui a pouco."
-                          : saiu                 ? NaoSeSabe
-                                                 : "Nada foi gravado.");
+        const std::string fecho = efeito != Efeito::Muda ? "Tente de novo daqui a pouco."
+                                  : saiu                 ? NaoSeSabe
+                                                         : "Nada foi gravado.";
+        desfecho.Frase = frase.ends_with(fecho) ? frase : frase + " " + fecho;
         if (!m_Insistencia.TentaDeNovo || !m_Insistencia.TentaDeNovo(desfecho.Frase)) {
             return desfecho;
         }

@@ -1,12 +1,15 @@
 #include "Tubo.h"
 
 #include "host/ConsultaAfericaoED.h"
+#include "host/RelatorioAfericaoED.h"
 #include "rede/Mensagens.h"
 #include "rede/ServicosRemotos.h"
 #include "rede/SessaoDeServidor.h"
 #include "server/Servidor.h"
 #include "services/Conferidor.h"
 #include "services/DialetoPostgres.h"
+#include "services/LayoutED.h"
+#include "services/LogradouroED.h"
 #include "services/RegistrosAdministracao.h"
 #include "tests/services/PapelDeTrabalho.h"
 #include "tests/services/RegistroDeTeste.h"
@@ -255,6 +258,139 @@ TEST_F(ServidorRealTeste, CutConnections_AtManyPlaces_StoreEachActOnce)
     EXPECT_GT(cortes, 20);
     EXPECT_EQ(Registro.Sql("SELECT COUNT(*) FROM EQUIPAMENTO"), std::to_string(incluidos));
     EXPECT_EQ(Registro.Sql("SELECT COUNT(*) FROM DOCUMENTO"), std::to_string(guardados));
+}
+
+// Everything that is asked and changes nothing, but for what begins and ends a session. A check, which may take long,
+// is not made again by itself: whoever asked for it hears that the connection fell.
+TEST_F(ServidorRealTeste, CutConnections_InTheMiddleOfEachQuestion_AreAnsweredWhole)
+{
+    Registro.Cadastra("saulo");
+    const auto aqui = Registro.Sessao("saulo");
+    const double documento = GuardaPdf(aqui, "certificado", 20000);
+    const std::int32_t numero =
+        IncluiComSensores(aqui, {{AfericaoDe("C-1", DataDe(1, 1, 2026), DataDe(31, 12, 2026), documento)}});
+    Registro.IncluiRua("Rua Bento Gonçalves");
+    Registro.IncluiLayout("LAYOUT 1");
+    Exigido(Pede(aqui, "alteraListaLimitesDif", ListaDeLimites({LimiteDe(numero, 1, 0, 2359)})));
+    Exigido(Pede(aqui, "adicionaDiaEspecifico", DiaDe(numero, DataDe(25, 12, 2026), 0, 2359)));
+    const double afericao = Abre(aqui, numero)->Sensores.Valor()->Item(1)->Afericoes.Valor()->Item(1)->NroIntAfericao;
+    const auto vigente = Com(Com(Novo<ConsultaAfericaoED>(), &ConsultaAfericaoED::NroIntEquip, numero,
+                                 &ConsultaAfericaoED::TipoConsulta, std::int16_t{1}),
+                             &ConsultaAfericaoED::DtInfracao, DataDe(1, 6, 2026));
+    const auto certificado = Com(Novo<RelatorioAfericaoED>(), &RelatorioAfericaoED::CodOat,
+                                 static_cast<std::int32_t>(afericao), &RelatorioAfericaoED::Serie, "R-001");
+
+    Comeca();
+    Tubo tubo(Um->Porta());
+    const auto la = Sessao("saulo", tubo.Porta());
+    std::string recusa;
+    int vez = 0;
+    using Pergunta = std::function<std::string()>;
+    const auto operacao = [&](const std::string &classe, const std::string &metodo, const Ref<Objeto> &pedido) {
+        return std::pair(classe + "." + metodo, Pergunta([=] { return Resultado(la, metodo, pedido, classe); }));
+    };
+    const auto comDocumento = [](const std::vector<mesa::AfericaoComDocumento> &afericoes) {
+        return afericoes.empty() ? "nenhuma" : afericoes[0].Equipamento + " " + afericoes[0].Certificado;
+    };
+    const std::map<std::string, Pergunta> perguntas{
+        operacao("EquiptoRN", "consulta", SoNumero(numero)),
+        operacao("EquiptoRN", "consultaSimples", SoNumero(numero)),
+        operacao("EquiptoRN", "lista2", Novo<ListaEquiptoED>()),
+        operacao("EquiptoRN", "consultaSimplesAfericaoVigente", vigente),
+        operacao("EquiptoRN", "listaLimiteDif", Com(Novo<LimiteDifED>(), &LimiteDifED::NroIntEquip, numero)),
+        operacao("EquiptoRN", "listaDiaEspecifico",
+                 Com(Novo<DiaEspecificoED>(), &DiaEspecificoED::NroIntEquip, numero)),
+        operacao("EquiptoRN", "consultaSimplesLimiteDif", SoLimite(1)),
+        operacao("EquiptoRN", "consultaSimplesDiaEspecifico", SoDia(1)),
+        operacao("RelatorioRN", "consultaRelatorioRVOR011", certificado),
+        operacao("AdministracaoRN", "listaUsuarios", Novo<mesa::ListaUsuariosED>()),
+        operacao("AdministracaoRN", "consultaUsuario", Com(Novo<mesa::UsuarioED>(), &mesa::UsuarioED::Numero, 11)),
+        operacao("AdministracaoRN", "listaEntradasRecusadas", Novo<mesa::ListaEntradasED>()),
+        operacao("AdministracaoRN", "listaClientes", Novo<mesa::ListaClientesED>()),
+        operacao("AdministracaoRN", "listaLogradouros",
+                 Com(Novo<mesa::ListaLogradourosED>(), &mesa::ListaLogradourosED::CodMunic, 4314902)),
+        operacao("AdministracaoRN", "listaLayouts", Novo<mesa::ListaLayoutsED>()),
+        {"Entrada.TemPermissao",
+         [&] { // a right that was asked for a moment ago is not asked for again
+             return la->TemPermissao("VOR", "EQUIPAMENTO " + std::to_string(++vez), "I") ? "sim" : "não";
+         }},
+        {"Entrada.Situacao", [&] { return la->DeveTrocarSenha() ? "deve trocar" : "não deve trocar"; }},
+        {"Documentos.Le",
+         [&] {
+             Bytes lido;
+             return la->LeDocumento(documento, lido, recusa) ? std::string(lido.begin(), lido.end()) : recusa;
+         }},
+        {"Documentos.Afericoes", [&] { return comDocumento(la->AfericoesDoDocumento(documento)); }},
+        {"Historia.VersoesDaAfericao",
+         [&] {
+             std::vector<mesa::VersaoAfericao> versoes;
+             return la->VersoesDaAfericao(afericao, versoes, recusa) ? versoes.at(0).Registro->Texto() : recusa;
+         }},
+        {"Historia.ComoConhecido",
+         [&] {
+             mesa::EquipamentoConhecido conhecido;
+             return la->ComoConhecido(numero, {DataDe(20, 11, 2026, 11, 0, 0)}, conhecido, recusa)
+                        ? conhecido.Registro->Texto()
+                        : recusa;
+         }},
+        {"Replica.Clientes", [&] { return la->Clientes().at(0).Nome; }},
+        {"Replica.Le",
+         [&] {
+             std::string linhas;
+             const auto lida = la->LeReplica(0, [&](const mesa::LinhaReplica &linha) { linhas += linha.Codigo + " "; });
+             return linhas + lida.Elo;
+         }},
+        {"Conferencia.Confere",
+         [&] {
+             const auto ate = std::chrono::steady_clock::now() + std::chrono::seconds(60);
+             for (;;) {
+                 try {
+                     return ComoTipo<rede::SessaoDeServidor>(la)->PreparaConferencia()({}).Frase;
+                 } catch (const Falha &falha) {
+                     // The one that was cut ends when the server has noticed.
+                     const bool cortada = falha.Descricao.find("a conexão caiu") != std::string::npos;
+                     if (!cortada) {
+                         EXPECT_EQ(falha.Descricao,
+                                   "ocupado: o registro já está sendo conferido. Tente de novo daqui a pouco.");
+                     }
+                     if (testing::Test::HasFailure() || std::chrono::steady_clock::now() > ate) {
+                         throw;
+                     }
+                 }
+             }
+         }},
+        {"Conferencia.Cabeca", [&] { return ComoTipo<rede::SessaoDeServidor>(la)->Cabeca().Registro; }},
+    };
+
+    std::set<std::string> todas;
+    const auto *arquivo = registro::v1::Vazio::descriptor()->file();
+    for (int s = 0; s < arquivo->service_count(); ++s) {
+        for (int m = 0; m < arquivo->service(s)->method_count(); ++m) {
+            const auto *metodo = arquivo->service(s)->method(m);
+            if (!metodo->options().GetExtension(registro::v1::Muda)) {
+                todas.insert(arquivo->service(s)->name() + "." + metodo->name());
+            }
+        }
+    }
+    std::set<std::string> tentadas{"Entrada.Apresenta", "Entrada.Entra", "Entrada.Sai"};
+    for (const auto &[nome, pergunta] : perguntas) {
+        tentadas.insert(nome);
+        const std::string resposta = pergunta();
+        EXPECT_TRUE(resposta != "nada" && !resposta.starts_with("recusa")) << nome << ": " << resposta;
+        for (const auto sentido : {Tubo::Sentido::Ida, Tubo::Sentido::Volta}) {
+            tubo.CortaEm(sentido, -1);
+            EXPECT_EQ(pergunta(), resposta) << nome;
+            const std::int64_t todos = tubo.Passaram(sentido);
+            int cortes = 0;
+            for (int n = 1; n < 3; ++n) {
+                tubo.CortaEm(sentido, todos * n / 3);
+                EXPECT_EQ(pergunta(), resposta) << nome << " cut at " << n << " thirds";
+                cortes += tubo.Cortou() ? 1 : 0;
+            }
+            EXPECT_GT(cortes, 0) << nome << " was not cut";
+        }
+    }
+    EXPECT_EQ(tentadas, todas);
 }
 
 // Neither would come through if all of it had to within the time of one try.
