@@ -82,6 +82,15 @@ Chave_ ChaveDe(const std::string &pem)
     return Chave_(PEM_read_bio_PrivateKey(Octetos(pem).get(), nullptr, SemSenha, nullptr));
 }
 
+std::string DiaDe(const ASN1_TIME *momento)
+{
+    std::tm partes{};
+    ASN1_TIME_to_tm(momento, &partes);
+    std::array<char, 32> texto{};
+    std::strftime(texto.data(), texto.size(), "%d/%m/%Y às %H:%M (UTC)", &partes);
+    return texto.data();
+}
+
 // Why they are of no use; the files' names are for the sentence.
 std::string RecusaDoPar(const ParDeChaves &par, const std::string &arquivo, const std::string &arquivoDaChave)
 {
@@ -97,18 +106,11 @@ std::string RecusaDoPar(const ParDeChaves &par, const std::string &arquivo, cons
     if (X509_check_private_key(certificado.get(), chave.get()) != 1) {
         return "A chave de " + arquivoDaChave + " não é a do certificado de " + arquivo + ".";
     }
-    const auto dia = [](const ASN1_TIME *momento) {
-        std::tm partes{};
-        ASN1_TIME_to_tm(momento, &partes);
-        std::array<char, 32> texto{};
-        std::strftime(texto.data(), texto.size(), "%d/%m/%Y às %H:%M (UTC)", &partes);
-        return std::string(texto.data());
-    };
     if (X509_cmp_current_time(X509_get0_notAfter(certificado.get())) <= 0) {
-        return "O certificado de " + arquivo + " venceu em " + dia(X509_get0_notAfter(certificado.get())) + ".";
+        return "O certificado de " + arquivo + " venceu em " + DiaDe(X509_get0_notAfter(certificado.get())) + ".";
     }
     if (X509_cmp_current_time(X509_get0_notBefore(certificado.get())) > 0) {
-        return "O certificado de " + arquivo + " só vale a partir de " + dia(X509_get0_notBefore(certificado.get())) +
+        return "O certificado de " + arquivo + " só vale a partir de " + DiaDe(X509_get0_notBefore(certificado.get())) +
                ".";
     }
     return "";
@@ -246,6 +248,18 @@ std::string ParDeChaves::Digital() const
     return texto;
 }
 
+std::string ParDeChaves::AvisoDeVencimento() const
+{
+    constexpr std::time_t antes = 60L * 24 * 60 * 60;
+    const X509_ certificado = CertificadoDe(Certificado);
+    const ASN1_TIME *fim = certificado ? X509_get0_notAfter(certificado.get()) : nullptr;
+    std::time_t limite = std::time(nullptr) + antes;
+    if (fim == nullptr || X509_cmp_time(fim, &limite) > 0) {
+        return "";
+    }
+    return "O certificado do servidor vence em " + DiaDe(fim) + ": depois disso as mesas o recusam.";
+}
+
 std::string ParDeChaves::RecusaDosArquivos(const std::string &certificado, const std::string &chave)
 try {
     return RecusaDoPar({LeArquivo(certificado), LeArquivo(chave)}, certificado, chave);
@@ -262,16 +276,18 @@ ParDeChaves ParDeChaves::DosArquivos(const std::string &certificado, const std::
     return par;
 }
 
-void ParDeChaves::ConferePasta(const std::string &pasta)
+std::optional<ParDeChaves> ParDeChaves::ConferePasta(const std::string &pasta)
 {
     const std::filesystem::path certificado = std::filesystem::path(pasta) / NomeDoCertificado;
     std::error_code erro;
     if (std::filesystem::exists(certificado, erro)) {
-        DosArquivos(certificado.string(), (std::filesystem::path(pasta) / NomeDaChave).string());
-    } else if (::access(pasta.c_str(), R_OK | W_OK | X_OK) != 0) {
+        return DosArquivos(certificado.string(), (std::filesystem::path(pasta) / NomeDaChave).string());
+    }
+    if (::access(pasta.c_str(), R_OK | W_OK | X_OK) != 0) {
         Falhou("O certificado do servidor ainda não existe, e na pasta " + pasta +
                " não se pode gravar: " + mesa::MotivoDoSistema(errno) + ".");
     }
+    return std::nullopt;
 }
 
 ParDeChaves ParDeChaves::Proprio(const std::string &pasta)

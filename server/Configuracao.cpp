@@ -252,6 +252,14 @@ std::vector<std::string> Configuracao::Confere() const
             }
         }
     }
+    for (const auto &[limite, chave] :
+         {std::pair("limite_comando", "prazo_da_operacao_s"), std::pair("limite_trava", "prazo_da_operacao_s"),
+          std::pair("limite_confirmacao", "prazo_da_gravacao_s")}) {
+        if (NoBanco() && Registro.find(limite + std::string("=")) != std::string::npos) {
+            erros.push_back("\"registro\" tem \"" + std::string(limite) + "\", que tomaria o lugar de \"" + chave +
+                            "\": tire-o do texto de conexão.");
+        }
+    }
     if (!LugarDeEscuta::Le(Escuta)) {
         erros.push_back("\"escuta\" é \"" + Escuta +
                         "\": precisa ser o número de uma máquina e uma porta, como \"0.0.0.0:50443\" ou "

@@ -117,8 +117,15 @@ Exame Experimenta(const Configuracao &configuracao, const mesa::Relogio &agora)
             ExaminaArquivo(configuracao, agora, exame);
         }
     });
-    if (!configuracao.SemTls && configuracao.Certificado.empty()) {
-        tenta([&] { ParDeChaves::ConferePasta(configuracao.PastaDoCertificado); });
+    if (!configuracao.SemTls) {
+        tenta([&] {
+            const auto par = configuracao.Certificado.empty()
+                                 ? ParDeChaves::ConferePasta(configuracao.PastaDoCertificado)
+                                 : ParDeChaves::DosArquivos(configuracao.Certificado, configuracao.Chave);
+            if (const std::string aviso = par ? par->AvisoDeVencimento() : ""; !aviso.empty()) {
+                exame.Avisos.push_back(aviso);
+            }
+        });
     }
     return exame;
 }

@@ -63,15 +63,15 @@ Configuracao Conferida(const Configuracao &configuracao)
     return configuracao;
 }
 
-// Where the registry is, with how long a statement, the wait for another writer and a confirmation may take there,
-// unless that is told already.
+// Where the registry is, with how long a statement, the wait for another writer and a confirmation may take there.
 std::string Onde(const Configuracao &configuracao)
 {
+    if (!configuracao.NoBanco()) {
+        return configuracao.Registro;
+    }
     std::string onde = configuracao.Registro;
     const auto poe = [&](const std::string &nome, std::chrono::milliseconds prazo) {
-        if (configuracao.NoBanco() && onde.find(nome + "=") == std::string::npos) {
-            onde += (onde.find('?') == std::string::npos ? "?" : "&") + nome + "=" + std::to_string(prazo.count());
-        }
+        onde += (onde.find('?') == std::string::npos ? "?" : "&") + nome + "=" + std::to_string(prazo.count());
     };
     poe("limite_comando", configuracao.PrazoDaOperacao);
     // Who waits keeps the turn: it ends as a statement that takes too long, and not before.

@@ -225,6 +225,13 @@ TEST_F(ConfiguracaoTeste, Confere_ValuesThatDoNotGoTogether_EachASentence)
     };
     EXPECT_TRUE(prazos("postgresql://a@b/c", 30, 30).starts_with("\"prazo_da_gravacao_s\" precisa ser menor"));
     EXPECT_EQ(prazos("postgresql://a@b/c", 29, 30), "0 sentences");
+    for (const auto &[limite, chave] :
+         {std::pair("limite_comando", "prazo_da_operacao_s"), std::pair("limite_trava", "prazo_da_operacao_s"),
+          std::pair("limite_confirmacao", "prazo_da_gravacao_s")}) {
+        EXPECT_EQ(prazos("postgresql://a@b/c?" + std::string(limite) + "=1", 29, 30),
+                  "\"registro\" tem \"" + std::string(limite) + "\", que tomaria o lugar de \"" + chave +
+                      "\": tire-o do texto de conexão.");
+    }
     EXPECT_EQ(prazos(Boa().Registro, 30, 1), "0 sentences"); // a file waits for no other machine
     const auto portas = [&](const std::string &escuta, const std::string &numeros) {
         return erro([&](Configuracao &c) {
@@ -287,6 +294,12 @@ TEST_F(ConfiguracaoTeste, Certificado_UnreadableMismatchedExpired_EachASentence)
     EXPECT_NE(ParDeChaves::RecusaDosArquivos(certificado, chave).find("venceu em"), std::string::npos);
     EXPECT_THROW(ParDeChaves::Proprio(Pasta()), Falha);
     EXPECT_THROW(ParDeChaves::ConferePasta(Pasta()), Falha);
+    constexpr long dia = 24 * 60 * 60;
+    grava(-7200, 61 * dia);
+    EXPECT_EQ(ParDeChaves::Proprio(Pasta()).AvisoDeVencimento(), "");
+    grava(-7200, 59 * dia);
+    EXPECT_TRUE(
+        ParDeChaves::ConferePasta(Pasta())->AvisoDeVencimento().starts_with("O certificado do servidor vence em "));
     grava(3600, 7200);
     EXPECT_NE(ParDeChaves::RecusaDosArquivos(certificado, chave).find("só vale a partir de"), std::string::npos);
     X509_free(lido);

@@ -2,7 +2,9 @@
 
 #include "host/Falha.h"
 #include "rede/Mensagens.h"
+#include "rede/ServicosRemotos.h"
 #include "server/Atendente.h"
+#include "server/Certificado.h"
 #include "server/EntradasRecusadas.h"
 #include "services/Cabeca.h"
 #include "services/ConteudoPdf.h"
@@ -1000,6 +1002,20 @@ TEST_F(ServidorTeste, Tls_OwnCertificate_PinnedByItsFingerprintAndKept)
     Um.Acaba();
     Um.Comeca();
     EXPECT_EQ(Um.Rodando().Digital(), digital);
+}
+
+TEST_F(ServidorTeste, Tls_FilesOfAnAuthority_AreServedAndNoneIsMade)
+{
+    const QTemporaryDir deAutoridade;
+    const std::string pasta = deAutoridade.path().toStdString();
+    const std::string digital = servidor::ParDeChaves::Proprio(pasta).Digital();
+    Um.Como.SemTls = false;
+    Um.Como.Certificado = pasta + "/servidor.crt";
+    Um.Como.Chave = pasta + "/servidor.key";
+    Um.Comeca();
+    EXPECT_EQ(Um.Rodando().Digital(), digital);
+    EXPECT_EQ(rede::DigitalDoServidor({"127.0.0.1", Um.Rodando().Porta()}), digital);
+    EXPECT_FALSE(std::filesystem::exists(Um.Pasta() + "/servidor.key"));
 }
 
 TEST_F(ServidorTeste, Termina_NobodyAtWork_TakesNothingNew)
