@@ -2,6 +2,7 @@
 #include "server/Programa.h"
 #include "services/Banco.h"
 #include "services/DialetoPostgres.h"
+#include "services/LayoutED.h"
 #include "tests/services/Motor.h"
 #include "tests/services/PapelDeTrabalho.h"
 #include "tests/services/PastaDeTeste.h"
@@ -123,6 +124,17 @@ TEST_F(ProgramaPostgres, CopiaRestauraConfere_ByTheirRoles_DoneOnceAndRefusedInW
     ASSERT_EQ(Roda({"--restaura", ACopia()}), 0) << Erros;
     EXPECT_TRUE(Saida.starts_with("O registro foi restaurado da cópia ")) << Saida;
     EXPECT_EQ(Roda({"--confere"}), 0) << Saida;
+    EscreveCom(papel::DeTrabalho(outro.Onde()));
+    EXPECT_EQ(Roda({}), 0) << Erros;
+    // Who works there has the rights that the work takes.
+    const auto servicos = mesa::Servicos::Abre(
+        papel::DeTrabalho(outro.Onde()), [] { return mesa::Instante(DataDe(20, 11, 2026, 10, 0, 0)); }, CustoDeTeste);
+    std::string recusa;
+    std::int32_t espera = 0;
+    const auto sessao = servicos->Entra("ana", "vinte ovelhas no telhado", "aqui", recusa, espera);
+    ASSERT_FALSE(sessao.Nada()) << recusa;
+    const auto layout = Com(Novo<mesa::LayoutED>(), &mesa::LayoutED::NomeLayout, "LAYOUT 1");
+    EXPECT_TRUE(Pede(sessao, "incluiLayout", layout, "AdministracaoRN").Feita);
     // And into a file.
     EscreveCom(Caminho("registro.db"));
     ASSERT_EQ(Roda({"--restaura", ACopia()}), 0) << Erros;
