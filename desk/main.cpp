@@ -132,10 +132,7 @@ int Trabalha(const LinhaDeComando &linha, Preferencias &preferencias)
                 return 0;
             }
             const DiretorioDeTrabalho diretorio(inicio.Diretorio());
-            std::function<Data()> agora = [] { return Agora().Local; };
-            if (inicio.Lugar().Servidor) {
-                agora = [&conexao] { return conexao.Relogio().Agora(); };
-            }
+            const auto agora = conexao.RelogioDe(inicio.Lugar(), [] { return Agora().Local; });
             Mesa mesa(servicos, diretorio.Caminho(), agora, preferencias);
             PreparaAtos(mesa, inicio, servicos, preferencias, adiante);
             mesa.DefineLugar(inicio.Lugar(), conexao, [&](const LugarDoTrabalho &outro) { adiante.Lugar = outro; });

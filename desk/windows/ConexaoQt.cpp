@@ -191,6 +191,11 @@ void ConexaoQt::DefineLigada(bool ligada)
     }
 }
 
+std::function<Data()> ConexaoQt::RelogioDe(const LugarDoTrabalho &lugar, std::function<Data()> daqui)
+{
+    return lugar.Servidor ? [this] { return m_Relogio.Agora(); } : std::move(daqui);
+}
+
 ConectaServidor FazRede(ConexaoQt &conexao, rede::Insistencia insistencia)
 {
     insistencia.TentaDeNovo = [&conexao](const std::string &frase) { return conexao.TentaDeNovo(frase); };

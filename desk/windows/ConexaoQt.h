@@ -27,6 +27,8 @@ class ConexaoQt : public ILigacao {
     }
 
     RelogioDoServidor &Relogio() { return m_Relogio; }
+    // The clock that work at that place goes by: the server's, or this computer's.
+    std::function<Data()> RelogioDe(const LugarDoTrabalho &lugar, std::function<Data()> daqui);
     // Whether the last call was answered.
     bool Ligada() const { return m_Ligada; }
     Evento<> &Mudou() { return m_Mudou; }

@@ -1,5 +1,7 @@
 #include "desk/windows/ConexaoQt.h"
 
+#include "host/Conversoes.h"
+#include "tests/desk/ServidorDeTeste.h"
 #include "tests/desk/Teclado.h"
 #include "tests/rede/Mudo.h"
 
@@ -84,6 +86,32 @@ TEST_F(ConexaoQtTeste, ServerThatSaysNothing_IsGivenUpByKeysWhileItIsLookedFor)
     EXPECT_EQ(frase, "Não se chegou ao servidor " + onde.Texto() + ": a espera foi cancelada.");
     tenta([&] { rede.Conecta(onde, {"AA", ""}); });
     EXPECT_EQ(frase, "A espera pelo servidor " + onde.Texto() + " foi cancelada.");
+}
+
+// The servers that the desk connects to tell it the day; a registry of this computer goes by this computer's.
+TEST_F(ConexaoQtTeste, WorkAtAServer_GoesByTheServersClock)
+{
+    RegistroDeTeste registro;
+    registro.Cadastra("ana");
+    registro.Relogio = DataDe(3, 2, 2031, 9, 0, 0);
+    ServidorDeTeste servidor(registro);
+    const LugarDoTrabalho la{servidor.Onde(), servidor.Digital(), ""};
+    const auto daqui = [] { return DataDe(20, 11, 2026, 10, 0, 0); };
+    const auto agora = conexao.RelogioDe(la, daqui);
+    Ref<SessaoServico> sessao;
+    NaFrente(
+        [&] {
+            std::string recusa;
+            std::int32_t espera = 0;
+            sessao = FazRede(conexao)
+                         .Conecta(servidor.Onde(), {servidor.Digital(), ""})
+                         ->Entra("ana", "senha de ana", "aqui", recusa, espera);
+            ASSERT_TRUE(sessao) << recusa;
+            EXPECT_FALSE(sessao->DeveTrocarSenha());
+        },
+        [](Teclado &) {});
+    EXPECT_EQ(Format(agora(), "dd/mm/yyyy"), "03/02/2031");
+    EXPECT_EQ(Format(conexao.RelogioDe(LugarDoTrabalho{}, daqui)(), "dd/mm/yyyy"), "20/11/2026");
 }
 
 } // namespace
