@@ -93,6 +93,7 @@ desktop-file-utils looks through its menu entry
 xvfb           the display of its windows there
 xdotool        the keyboard in front of them
 x11-utils      tells which windows there are
+systemd        looks through the unit of the server
 FIM
 }
 

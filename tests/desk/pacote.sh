@@ -345,16 +345,14 @@ achado=$(grep -r -l -F "$fontes" "$trabalho/do servidor" || true)
 espera "files of the server that know a folder of the build" "$achado" ""
 # What the service manager finds in the unit, with the program in the place where it is here; and how much the service
 # could still do, from 0 to 100.
-if command -v systemd-analyze >/dev/null; then
-    mkdir "$trabalho/unidade"
-    sed "s|^ExecStart=\(.*\)|ExecStart=\"$trabalho/do servidor\1\"|" "$trabalho/do servidor/lib/systemd/system/$servidor.service" \
-        >"$trabalho/unidade/$servidor.service"
-    systemd-analyze verify --man=no --recursive-errors=no "$trabalho/unidade/$servidor.service" >"$trabalho/verificada" 2>&1 ||
-        falha "There is something wrong in the unit." "$(<"$trabalho/verificada")"
-    systemd-analyze security --offline=true --threshold=15 --no-pager \
-        "$trabalho/do servidor/lib/systemd/system/$servidor.service" >"$trabalho/seguranca" 2>&1 ||
-        falha "The service may do more than it needs." "$(<"$trabalho/seguranca")"
-fi
+mkdir "$trabalho/unidade"
+sed "s|^ExecStart=\(.*\)|ExecStart=\"$trabalho/do servidor\1\"|" "$trabalho/do servidor/lib/systemd/system/$servidor.service" \
+    >"$trabalho/unidade/$servidor.service"
+systemd-analyze verify --man=no --recursive-errors=no "$trabalho/unidade/$servidor.service" >"$trabalho/verificada" 2>&1 ||
+    falha "There is something wrong in the unit." "$(<"$trabalho/verificada")"
+systemd-analyze security --offline=true --threshold=15 --no-pager \
+    "$trabalho/do servidor/lib/systemd/system/$servidor.service" >"$trabalho/seguranca" 2>&1 ||
+    falha "The service may do more than it needs." "$(<"$trabalho/seguranca")"
 
 # An older one, with a file that the new one does not have.
 touch "$manual/antigo"

@@ -73,6 +73,13 @@ onde = resposta.index(b"\x22\x24") + 2
 print(resposta[onde:onde + 36].decode())
 FIM
 }
+# One of the sample's users signs in, over what the server said of its certificate, and asks.
+entra() {
+    local digital
+    digital=$(grep --only-matching --max-count=1 --extended-regexp '([0-9A-F]{2}:){31}[0-9A-F]{2}' "$pasta/saida")
+    REGISTRO_SENHA=registro2026 "$raiz/docs/exemplos/rede/consulta_afericao.py" --servidor "localhost:$porta" \
+        --digital "$digital" --usuario ana --equipamento NENHUM --dia 20/11/2026 2>&1 || true
+}
 termina() { # by Ctrl+C, a terminal that is closed, or as a service is ended
     local quem=$processo
     [[ $1 = TERM ]] || quem=-$processo
@@ -120,6 +127,7 @@ for opcao in "" --sqlite; do
 
     comeca --dados "$dados" $opcao
     espera "the registry, the second time" "$(pergunta "$dados")" "$primeiro"
+    espera "an equipment that is not there" "$(entra)" "*Não há equipamento de código NENHUM no cliente deste usuário.*"
     termina HUP
     [[ ! -e $dados/postgres/postmaster.pid ]] || falha "The database still runs."
 done
