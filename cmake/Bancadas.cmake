@@ -39,6 +39,7 @@ if(NOT CMAKE_CXX_FLAGS MATCHES "-f(sanitize|profile)")
     add_test(NAME bancada.servidor
         COMMAND bancada_servidor $<TARGET_FILE:registro-servidor> --fumaca --equipamentos 1000 --mesas 50 --segundos 5
                 --memoria 5 --gravadas 300)
+    set_property(TEST bancada.servidor PROPERTY LABELS simples)
 endif()
 add_test(NAME bancada.pais
     COMMAND sh -c "\"$0\" \"$1.json\" | diff \"$1.txt\" -" ${PROJECT_SOURCE_DIR}/bench/pais.py

@@ -43,6 +43,10 @@ if(NOT CMAKE_CXX_FLAGS MATCHES "-f(sanitize|profile)")
     testa_roteiro(roteiro_1920x1080_200 --tela 1920x1080 --escala 200)
     testa_roteiro(roteiro_1024x768_200 --tela 1024x768 --escala 200)
     testa_roteiro(roteiro_1024x768_200_escuro --tela 1024x768 --escala 200 --tema escuro)
+    set_tests_properties(
+        mesa.roteiro_1024x768 mesa.roteiro_1920x1080 mesa.roteiro_1366x768_escuro mesa.roteiro_1920x1080_150_escuro
+        mesa.roteiro_1920x1080_200 mesa.roteiro_1024x768_200 mesa.roteiro_1024x768_200_escuro
+        PROPERTIES LABELS simples)
 endif()
 
 # The commands at the root, as far as they answer without building.
@@ -71,5 +75,5 @@ if(NOT CMAKE_CXX_FLAGS MATCHES "-f(sanitize|profile)")
     add_test(NAME mesa.pacote
         COMMAND ${PROJECT_SOURCE_DIR}/tests/desk/pacote.sh ${PROJECT_SOURCE_DIR} $<TARGET_FILE:registro-de-equipamentos>
                 $<TARGET_FILE:registro-servidor> ${PROJECT_VERSION} ${PROJECT_BINARY_DIR}/pacote)
-    set_tests_properties(mesa.pacote PROPERTIES SKIP_RETURN_CODE 77 TIMEOUT 1500 COST 900)
+    set_tests_properties(mesa.pacote PROPERTIES SKIP_RETURN_CODE 77 TIMEOUT 1500 COST 900 LABELS simples)
 endif()

@@ -33,7 +33,8 @@ add_test(NAME mortes.rodadas COMMAND mortes --rodadas 20 --clientes 10)
 # By itself too: where there can be no small disk, it is told as left out.
 add_test(NAME mortes.disco COMMAND mortes --rodadas 1 --clientes 10 --tipo disco)
 add_test(NAME mortes.mistura COMMAND mortes --mistura 10000)
-set_tests_properties(mortes.testes mortes.rodadas mortes.disco mortes.mistura PROPERTIES TIMEOUT 900)
+set_tests_properties(mortes.testes mortes.rodadas mortes.disco mortes.mistura
+    PROPERTIES TIMEOUT 900 LABELS simples)
 set_property(TEST mortes.disco PROPERTY SKIP_RETURN_CODE 77)
 # First: nothing is left to run beside what begins last.
 set_tests_properties(mortes.rodadas PROPERTIES COST 1000)

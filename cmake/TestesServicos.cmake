@@ -32,18 +32,26 @@ if(fontes_servicos)
         ${PROJECT_SOURCE_DIR}/tests/services/transporte_test.cpp
         PROPERTY COMPILE_DEFINITIONS "AJUDANTE=\"$<TARGET_FILE:ajudante_servicos>\"")
     add_dependencies(teste_servicos ajudante_servicos)
-    set(no_arquivo "-*Postgres*")
     # What is killed is seen by no sanitizer, and what lives on is tried without a death too.
-    if(CMAKE_CXX_FLAGS MATCHES "-fsanitize")
-        string(APPEND no_arquivo ":ServicosProcessos.Killed*:ServicosRestauracao.Faz_Killed*")
-    endif()
+    set(que_morrem "ServicosProcessos.Killed*:ServicosRestauracao.Faz_Killed*")
     gtest_discover_tests(teste_servicos
         DISCOVERY_MODE PRE_TEST
         DISCOVERY_TIMEOUT 60
         NO_PRETTY_VALUES
-        TEST_FILTER "${no_arquivo}"
+        TEST_FILTER "-*Postgres*:${que_morrem}"
         TEST_PREFIX "servicos."
         WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
+    if(NOT CMAKE_CXX_FLAGS MATCHES "-fsanitize")
+        gtest_discover_tests(teste_servicos
+            DISCOVERY_MODE PRE_TEST
+            DISCOVERY_TIMEOUT 60
+            NO_PRETTY_VALUES
+            TEST_FILTER "${que_morrem}"
+            TEST_LIST testes_servicos_que_morrem
+            TEST_PREFIX "servicos."
+            PROPERTIES LABELS simples
+            WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
+    endif()
 
     # The same program on the networked engine, without what could only be the same once more or is the file's alone:
     set(so_do_arquivo
@@ -76,6 +84,6 @@ if(fontes_servicos)
         TEST_FILTER "${no_banco}"
         TEST_LIST testes_servicos_pg
         TEST_PREFIX "servicos_pg."
-        PROPERTIES ENVIRONMENT MOTOR_DE_TESTE=postgres FIXTURES_REQUIRED aglomerado
+        PROPERTIES ENVIRONMENT MOTOR_DE_TESTE=postgres FIXTURES_REQUIRED aglomerado LABELS simples
         WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
 endif()

@@ -7,7 +7,7 @@
 
 namespace {
 
-// .ci/run in a tree whose ./test is a script of the test's own, given "--asan" or nothing.
+// .ci/run in a tree whose ./test is a script of the test's own, given "--asan" or "--resto".
 class IntegracaoContinua : public testing::Test {
   protected:
     Execucao Roda(const std::string &teste) const
@@ -30,7 +30,7 @@ TEST_F(IntegracaoContinua, run_BothRunsPass_CountsThemTogetherAndShowsWhatTheySa
                                    "if [ \"$1\" = --asan ]; then echo '30 passed, 0 failed, 4 skipped'\n"
                                    "else echo '200 passed, 0 failed, 1 skipped'; fi\n");
     EXPECT_TRUE(execucao.Passou);
-    EXPECT_EQ(execucao.Saida, "run .\n"
+    EXPECT_EQ(execucao.Saida, "run --resto.\n"
                               "200 passed, 0 failed, 1 skipped\n"
                               "run --asan.\n"
                               "30 passed, 0 failed, 4 skipped\n"
