@@ -27,14 +27,14 @@ target_link_libraries(teste_mortes PRIVATE mortes_comum GTest::gtest)
 
 # As one: what judges is tried in one scene.
 add_test(NAME mortes.testes COMMAND teste_mortes WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
-# With fewer clients than by command (tests/mortes/run), so that they take no longer than other tests. Most of their time
-# they wait; the limit is for one that waits for ever. Each kind comes once before any comes again.
-add_test(NAME mortes.rodadas COMMAND mortes --rodadas 20 --clientes 10)
+# Of those by command (tests/mortes/run) a tenth. The limit is for one that waits for ever. Each kind comes once before any
+# comes again.
+add_test(NAME mortes.rodadas COMMAND mortes --rodadas 20)
 # By itself too: where there can be no small disk, it is told as left out.
-add_test(NAME mortes.disco COMMAND mortes --rodadas 1 --clientes 10 --tipo disco)
+add_test(NAME mortes.disco COMMAND mortes --rodadas 1 --tipo disco)
 add_test(NAME mortes.mistura COMMAND mortes --mistura 10000)
 set_tests_properties(mortes.testes mortes.rodadas mortes.disco mortes.mistura
-    PROPERTIES TIMEOUT 900 LABELS simples)
+    PROPERTIES TIMEOUT 1500 LABELS simples)
 set_property(TEST mortes.disco PROPERTY SKIP_RETURN_CODE 77)
 # First: nothing is left to run beside what begins last.
 set_tests_properties(mortes.rodadas PROPERTIES COST 1000)
