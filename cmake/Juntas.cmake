@@ -27,7 +27,7 @@ list(TRANSFORM apartadas PREPEND "${PROJECT_SOURCE_DIR}/")
 get_property(pastas DIRECTORY ${PROJECT_SOURCE_DIR} PROPERTY SUBDIRECTORIES)
 set_source_files_properties(${apartadas} DIRECTORY ${PROJECT_SOURCE_DIR} ${pastas} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
 # Their sources have many short names in common.
-foreach(alvo IN ITEMS servicos servidor teste_mesa teste_planilhas teste_servicos teste_servidor teste_tela)
+foreach(alvo IN ITEMS comando servicos servidor teste_comando teste_mesa teste_planilhas teste_servicos teste_servidor teste_tela)
     if(TARGET ${alvo})
         set_target_properties(${alvo} PROPERTIES UNITY_BUILD OFF)
     endif()

@@ -1,6 +1,6 @@
 # Refused inclusions fail the build before the rooms are compiled. The stamp makes that one look per change.
 set(carimbo ${PROJECT_BINARY_DIR}/guarda_inclusoes.carimbo)
-set(padroes host controls tela shell sensors equipment limits search planilhas services rede server desk windows)
+set(padroes host controls tela shell sensors equipment limits search planilhas services rede server desk comando windows)
 list(TRANSFORM padroes PREPEND "${PROJECT_SOURCE_DIR}/")
 set(padroes_h ${padroes})
 list(TRANSFORM padroes_h APPEND "/*.h")

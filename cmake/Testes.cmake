@@ -66,7 +66,7 @@ file(GLOB testes RELATIVE ${PROJECT_SOURCE_DIR}/tests CONFIGURE_DEPENDS ${PROJEC
 list(TRANSFORM testes REPLACE "/.*" "" OUTPUT_VARIABLE salas)
 list(REMOVE_DUPLICATES salas)
 # The suite of the contract has no program of its own, and the tests of the rooms on the toolkit are their own affair.
-list(REMOVE_ITEM salas host_contract desk planilhas services rede server mortes)
+list(REMOVE_ITEM salas host_contract desk planilhas services rede server comando mortes)
 if(WIN32) # the guards are the build machine's, and the benchmarks its libraries'
     list(REMOVE_ITEM salas guarda bench)
 else()

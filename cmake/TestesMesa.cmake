@@ -74,6 +74,7 @@ add_test(NAME mesa.run_sem_tela COMMAND ${PROJECT_SOURCE_DIR}/tests/desk/run_sem
 if(NOT CMAKE_CXX_FLAGS MATCHES "-f(sanitize|profile)")
     add_test(NAME mesa.pacote
         COMMAND ${PROJECT_SOURCE_DIR}/tests/desk/pacote.sh ${PROJECT_SOURCE_DIR} $<TARGET_FILE:registro-de-equipamentos>
-                $<TARGET_FILE:registro-servidor> ${PROJECT_VERSION} ${PROJECT_BINARY_DIR}/pacote)
+                $<TARGET_FILE:registro-servidor> $<TARGET_FILE:registro> ${PROJECT_VERSION}
+                ${PROJECT_BINARY_DIR}/pacote)
     set_tests_properties(mesa.pacote PROPERTIES SKIP_RETURN_CODE 77 TIMEOUT 1500 COST 900 LABELS simples)
 endif()

@@ -30,10 +30,31 @@ comeca_pacote() {
     sed -i -e "/@LICENCA@/{r $pasta/licenca" -e 'd}' "$arvore/debian/copyright"
 }
 
-# pagina_de_manual FILE: with the version, and the day of it, put in.
-pagina_de_manual() {
+# com_versao FILE: the text of a manual page, with the version, and the day of it, put in.
+com_versao() {
     sed "s/@VERSAO@/$(dpkg-parsechangelog -l debian/changelog -S Version)/
-        s/@DATA@/$(date --date="@$SOURCE_DATE_EPOCH" +%d\\/%m\\/%Y)/" "$1" >"$arvore/$1"
+        s/@DATA@/$(date --date="@$SOURCE_DATE_EPOCH" +%d\\/%m\\/%Y)/" "$1"
+}
+pagina_de_manual() {
+    com_versao "$1" >"$arvore/$1"
+}
+
+# poe_comando PROGRAM ROOT: lays the program without windows out, with its manual page and what makes bash complete it. It
+# is in more than one package, in directories of their own, so that they go together on one machine.
+poe_comando() {
+    local programa=$1 raiz=$2 roteiro ato
+    mkdir "$arvore/comando"
+    cp "$programa" "$arvore/comando/registro"
+    "$programa" completa-bash >"$arvore/comando/registro.bash"
+    com_versao "$raiz/comando/pacote/registro.1" | gzip --best --no-name >"$arvore/comando/registro.1.gz"
+    printf '%s\n' "comando/registro usr/lib/$nome" "comando/registro.bash usr/share/$nome" \
+        "comando/registro.1.gz usr/share/$nome" >>"$arvore/debian/$nome.install"
+    printf '%s\n' usr/share/man/man1 usr/share/bash-completion/completions >>"$arvore/debian/$nome.dirs"
+    for ato in postinst prerm; do
+        roteiro=$arvore/debian/$nome.$ato
+        [[ -e $roteiro ]] || printf '#!/bin/sh\nset -e\n\n#DEBHELPER#\n' >"$roteiro"
+        sed "s/@NOME@/$nome/g" "$raiz/comando/pacote/$ato" >>"$roteiro"
+    done
 }
 
 # termina_pacote FOLDER: writes the package there, and its name to the standard output.

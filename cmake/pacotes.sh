@@ -42,6 +42,8 @@ libtomlplusplus-dev the server's settings
 prometheus-cpp-dev its figures
 libqt6sql6-psql the database of many desks, where there is one
 libpq-dev      the statements there, and cancelling what waits without end
+libcli11-dev   the command line of the program without windows
+nlohmann-json3-dev its answers for programs
 libsodium-dev  password hashes of the desk's sign-in
 libxlsxwriter-dev writes tables as XLSX
 libzip-dev     the packages that XLSX and ODS are

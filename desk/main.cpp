@@ -3,7 +3,6 @@
 #include "desk/host/FazAmostra.h"
 #include "desk/host/Inicio.h"
 #include "desk/host/LinhaDeComando.h"
-#include "desk/host/Relogio.h"
 #include "desk/windows/Aparencia.h"
 #include "desk/windows/ConexaoQt.h"
 #include "desk/windows/InicioQt.h"
@@ -13,6 +12,7 @@
 #include "host/Falha.h"
 #include "services/ComandosDeCopia.h"
 #include "services/Conferidor.h"
+#include "services/Relogio.h"
 
 #include <QApplication>
 
@@ -64,7 +64,7 @@ int Cria(const LinhaDeComando &linha, Preferencias &preferencias)
 int Comanda(const LinhaDeComando &linha, const Preferencias &preferencias)
 {
     ExigeRegistroDaqui(linha.Dados, preferencias);
-    const RegistroConhecido conhecido = RegistroDe(linha.Dados, preferencias);
+    const RegistroConhecido conhecido = rede::RegistroDe(linha.Dados, preferencias);
     const std::string registro = conhecido.Caminho.string();
     if (linha.OQue == LinhaDeComando::Ato::Confere) {
         const ComandoDeConferencia::Saida saida = ComandoDeConferencia::Confere(registro, linha.Desde, Agora());

@@ -28,6 +28,12 @@ class SessaoEncerrada : public Falha {
     explicit SessaoEncerrada(const std::string &frase) : Falha(NumeroFalha::PermissaoNegada, "Rede", frase) {}
 };
 
+// The server refused what has no other way to say so: by a right or a rule, as the sentence says. Nothing was done.
+class PedidoRecusado : public Falha {
+  public:
+    PedidoRecusado(const std::string &onde, const std::string &frase) : Falha(NumeroFalha::ErroDeAcesso, onde, frase) {}
+};
+
 // What a person is asked, and what the caller allows itself, when a server does not answer.
 struct Insistencia {
     // A call that was not answered is made again, with the same number, until so much time has passed; each try that

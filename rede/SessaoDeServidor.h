@@ -6,6 +6,7 @@
 #include "services/SessaoServico.h"
 
 #include <functional>
+#include <optional>
 
 namespace rede {
 
@@ -17,8 +18,9 @@ class SessaoDeServidor : public mesa::SessaoServico {
     // all is looked through or `segue`, which is called on the same thread, gives up. It is not made again, and nobody
     // is asked.
     using Conferencia = std::function<mesa::ResultadoDaConferencia(const mesa::Segue &segue)>;
-    // Of all of the registry. A session that has ended is found out here.
-    virtual Conferencia PreparaConferencia() = 0;
+    // Of all of the registry. desde: a head of the history that was kept elsewhere, to hold it against. A session that
+    // has ended is found out here.
+    virtual Conferencia PreparaConferencia(const std::optional<mesa::CabecaAssinada> &desde) = 0;
     // The signed end of the history.
     virtual mesa::CabecaAssinada Cabeca() = 0;
 };

@@ -73,15 +73,15 @@ double Parte(std::size_t feito, std::size_t todo)
 }
 
 // What the server tells of a check until it ends; `ultima` is the last of it.
-Desfecho Acompanha(const std::shared_ptr<grpc::Channel> &canal, const std::string &chave, const mesa::Segue &segue,
-                   v1::AndamentoDaConferencia &ultima)
+Desfecho Acompanha(const std::shared_ptr<grpc::Channel> &canal, const std::string &chave,
+                   const v1::PedidoDeConferencia &pedido, const mesa::Segue &segue, v1::AndamentoDaConferencia &ultima)
 {
     grpc::ClientContext contexto;
     PoeCabecalho(contexto, {chave});
     const auto conferencia = v1::Conferencia::NewStub(canal);
     grpc::Status status;
     Fila fila(&contexto, segue);
-    const auto vinda = conferencia->PrepareAsyncConfere(&contexto, v1::PedidoDeConferencia(), &fila.Alvo());
+    const auto vinda = conferencia->PrepareAsyncConfere(&contexto, pedido, &fila.Alvo());
     vinda->StartCall(&fila);
     // No number counts for none.
     const auto parte = [&] { return ultima.parte() >= 0 ? std::min(ultima.parte(), 1.0) : 0; };
@@ -122,11 +122,12 @@ mesa::ResultadoDaConferencia ResultadoDe(const v1::AndamentoDaConferencia &ultim
     return resultado;
 }
 
-mesa::ResultadoDaConferencia Confere(Linha &linha, const std::string &chave, const mesa::Segue &segue)
+mesa::ResultadoDaConferencia Confere(Linha &linha, const std::string &chave, const v1::PedidoDeConferencia &pedido,
+                                     const mesa::Segue &segue)
 try {
     v1::AndamentoDaConferencia ultima;
     const Desfecho desfecho = linha.Insiste(
-        [&](const std::shared_ptr<grpc::Channel> &canal) { return Acompanha(canal, chave, segue, ultima); },
+        [&](const std::shared_ptr<grpc::Channel> &canal) { return Acompanha(canal, chave, pedido, segue, ultima); },
         Efeito::Nenhum, segue);
     switch (desfecho.Como) {
     case Desfecho::Modo::Feito:
@@ -137,6 +138,8 @@ try {
         cancelada.Frase = "A conferência foi cancelada antes do fim: nada se pode dizer do registro.";
         return cancelada;
     }
+    case Desfecho::Modo::Recusado:
+        throw PedidoRecusado("Rede < SessaoServico.Confere", desfecho.Frase);
     default:
         Falhou("Confere", desfecho.Frase);
     }
@@ -686,11 +689,16 @@ try {
     throw NaoEntendida("LeReplica", invalida.what());
 }
 
-SessaoDeServidor::Conferencia SessaoRemota::PreparaConferencia()
+SessaoDeServidor::Conferencia SessaoRemota::PreparaConferencia(const std::optional<mesa::CabecaAssinada> &desde)
 {
     DeveTrocarSenha(); // whoever runs the check elsewhere can ask nobody to sign in again
-    return
-        [linha = m_Linha->Outra(), chave = m_Chave](const mesa::Segue &segue) { return Confere(*linha, chave, segue); };
+    v1::PedidoDeConferencia pedido;
+    if (desde) {
+        pedido.set_desde(desde->Texto());
+    }
+    return [linha = m_Linha->Outra(), chave = m_Chave, pedido](const mesa::Segue &segue) {
+        return Confere(*linha, chave, pedido, segue);
+    };
 }
 
 mesa::CabecaAssinada SessaoRemota::Cabeca()
@@ -699,7 +707,7 @@ mesa::CabecaAssinada SessaoRemota::Cabeca()
     v1::CabecaDoHistorico resposta;
     std::string recusa;
     if (!Pergunta("Cabeca", "Conferencia", "Cabeca", pedido, resposta, recusa)) {
-        Falhou("Cabeca", recusa);
+        throw PedidoRecusado("Rede < SessaoServico.Cabeca", recusa);
     }
     try {
         return mesa::CabecaAssinada::Le(resposta.texto());

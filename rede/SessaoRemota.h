@@ -78,7 +78,7 @@ class SessaoRemota : public SessaoDeServidor {
     std::vector<mesa::ClienteCadastrado> Clientes() override;
     mesa::Replicado LeReplica(std::int64_t depoisDe,
                               const std::function<void(const mesa::LinhaReplica &)> &cadaLinha) override;
-    Conferencia PreparaConferencia() override;
+    Conferencia PreparaConferencia(const std::optional<mesa::CabecaAssinada> &desde) override;
     mesa::CabecaAssinada Cabeca() override;
 
   private:

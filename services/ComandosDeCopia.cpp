@@ -10,21 +10,22 @@ DesfechoDeComando Conta(const DesfechoDaCopia &desfecho)
     for (const std::string &achado : desfecho.Achados) {
         texto += "\n- " + achado;
     }
-    return {desfecho.Feita ? 0 : 1, texto + "\n"};
+    return {desfecho.Feita ? 0 : 1, texto + "\n", desfecho};
 }
 
 } // namespace
 
 DesfechoDeComando ComandaCopia(const std::string &registro, const ConfereArquivo &confere, const std::string &pasta,
-                               const Instante &agora, int quantas)
+                               const Instante &agora, int quantas, const AndamentoDaCopia &andamento)
 {
-    return Conta(Copia(registro, confere).Faz(pasta, agora, quantas));
+    return Conta(Copia(registro, confere).Faz(pasta, agora, quantas, andamento));
 }
 
 DesfechoDeComando ComandaRestauracao(const std::string &registro, const ConfereArquivo &confere,
-                                     const PedidoDeRestauracao &pedido, const Instante &agora)
+                                     const PedidoDeRestauracao &pedido, const Instante &agora,
+                                     const AndamentoDaCopia &andamento)
 {
-    return Conta(Restauracao(registro, confere).Faz(pedido, agora));
+    return Conta(Restauracao(registro, confere).Faz(pedido, agora, andamento));
 }
 
 } // namespace mesa

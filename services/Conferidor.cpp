@@ -9,6 +9,7 @@
 #include "services/Exame.h"
 #include "services/LeitorSQLite.h"
 #include "services/LigacaoPostgres.h"
+#include "services/RelatorioDaConferencia.h"
 #include "services/TextoQt.h"
 #include "services/Transporte.h"
 
@@ -280,26 +281,9 @@ ResultadoDaConferencia Conferidor::ConfereRapido(const SegueConferencia &segue, 
 
 std::string Conferidor::Relatorio(const ResultadoDaConferencia &resultado, const Instante &agora) const
 {
-    std::string texto =
-        "Conferência do registro de equipamentos\n\n" +
-        (EhDeServidor(m_Registro) ? ComecoDeFrase(NomeDoServidor(m_Registro)) : "Arquivo: " + m_Registro) +
-        "\nQuando: " + TextoDoMomento(Momento(agora.Local)) + "\n";
-    if (resultado.Fim.Tamanho > 0) {
-        texto += "Histórico: " + Contados(resultado.Fim.Tamanho, "entrada", "entradas") + ", a última com a soma " +
-                 resultado.Fim.Elo + "\n";
-    }
-    texto += "\n" + resultado.Frase + "\n";
-    const auto lista = [&](const std::string &titulo, const std::vector<std::string> &frases) {
-        if (!frases.empty()) {
-            texto += "\n" + titulo + "\n";
-        }
-        for (std::size_t n = 0; n < frases.size(); ++n) {
-            texto += CStr(n + 1) + ". " + frases[n] + "\n";
-        }
-    };
-    lista("Problemas:", resultado.Achados);
-    lista("Avisos, que não são danos:", resultado.Avisos);
-    return texto;
+    return RelatorioDaConferencia(EhDeServidor(m_Registro) ? ComecoDeFrase(NomeDoServidor(m_Registro))
+                                                           : "Arquivo: " + m_Registro,
+                                  resultado, agora);
 }
 
 std::vector<std::string> Conferidor::Achados(const std::string &arquivo)

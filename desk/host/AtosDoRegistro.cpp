@@ -52,7 +52,7 @@ AtosDoRegistro AtosNoServidor(std::function<Ref<SessaoServico>()> sessao)
     const auto dela = [sessao = std::move(sessao)] { return ComoTipo<rede::SessaoDeServidor>(sessao()); };
     AtosDoRegistro atos;
     atos.Confere = [dela] {
-        return [confere = dela()->PreparaConferencia()](const Segue &segue) {
+        return [confere = dela()->PreparaConferencia({})](const Segue &segue) {
             return AtoDe(confere(segue), [] { return std::string(); });
         };
     };

@@ -7,11 +7,9 @@
 #include "services/Recusa.h"
 #include "services/Referencias.h"
 #include "services/RegrasDeSenha.h"
-#include "services/TextoQt.h"
 
 #include <QFile>
 #include <QLockFile>
-#include <QUuid>
 
 #include <algorithm>
 #include <array>
@@ -22,7 +20,6 @@ namespace mesa {
 
 namespace {
 
-constexpr const char *NomeDoRegistro = "registro.db";
 // What the embedded database may keep beside its file.
 constexpr std::array<const char *, 3> Partes = {"", "-wal", "-shm"};
 
@@ -74,26 +71,6 @@ Falha NaoSeCria(const std::string &frase)
 }
 
 } // namespace
-
-std::filesystem::path CaminhoDoRegistro(const std::filesystem::path &diretorio)
-{
-    return diretorio / NomeDoRegistro;
-}
-
-RegistroConhecido RegistroDe(const std::filesystem::path &diretorio, const Preferencias &preferencias)
-{
-    return preferencias.Registro(diretorio).value_or(RegistroConhecido{CaminhoDoRegistro(diretorio), ""});
-}
-
-void ExigeRegistroDaqui(const std::filesystem::path &diretorio, const Preferencias &preferencias)
-{
-    if (const auto servidor = preferencias.Servidor(diretorio)) {
-        throw Falha(NumeroFalha::ErroDeAcesso, "Inicio",
-                    "O diretório " + diretorio.string() + " trabalha no registro do servidor " + servidor->Texto() +
-                        ". O que se faz com um registro inteiro se faz na máquina em que ele está, com o "
-                        "registro-servidor.");
-    }
-}
 
 std::filesystem::path DiretorioDaAmostra(const std::filesystem::path &diretorio)
 {
@@ -184,73 +161,23 @@ Ref<Servicos> Inicio::AbreServidor(LugarDoTrabalho lugar, IPessoaNoInicio &pesso
 Ref<Servicos> Inicio::Conecta(const LugarDoTrabalho &lugar, IPessoaNoInicio &pessoa, std::string &frase)
 {
     const rede::Endereco &servidor = *lugar.Servidor;
-    std::optional<rede::Confianca> confianca;
-    try {
-        confianca = Confia(lugar, pessoa);
-        if (!confianca) {
-            frase = "A digital do servidor " + servidor.Texto() +
-                    " não foi aceita, e nada foi enviado a ele. Confirme-a com quem administra o servidor.";
-            return nullptr;
-        }
-        const Ref<Servicos> aberto = m_Rede.Conecta(servidor, *confianca);
-        const std::string identificador = aberto->Identificador();
-        if (QUuid::fromString(Q(identificador)).isNull()) { // a directory is called so
-            frase = "O servidor " + servidor.Texto() + " não diz qual é o seu registro.";
-            return nullptr;
-        }
-        const std::string deAntes = m_Preferencias.RegistroNo(servidor);
-        if (!deAntes.empty() && deAntes != identificador) {
-            frase = "O registro do servidor " + servidor.Texto() +
-                    " não é aquele em que se trabalhava: é o de identificador " + identificador +
-                    ", e o de antes era o " + "de identificador " + deAntes + ".";
-            if (!pessoa.Aceita(frase + " Trabalhar neste registro de agora em diante?")) {
-                return nullptr;
-            }
-        }
-        m_Preferencias.LembraConfianca(servidor, *confianca);
-        m_Preferencias.LembraRegistroNo(servidor, identificador);
-        m_Preferencias.LembraServidor(m_Diretorio, servidor);
-        m_Lugar = {servidor, confianca->Digital, confianca->Autoridade};
-        m_Identificador = identificador;
-        return aberto;
-    } catch (...) {
-        frase = confianca ? PorqueNao(servidor, *confianca) : FalhaCorrente().Descricao;
+    const rede::Encontrado encontrado = rede::Encontra(
+        servidor, {lugar.Digital, lugar.Autoridade}, m_Preferencias, m_Rede,
+        {[&](const std::string &qual, const std::string &digital) { return pessoa.ConfiaNoServidor(qual, digital); },
+         [&](const std::string &pergunta) { return pessoa.Aceita(pergunta); }, "em Mudar de registro"});
+    frase = encontrado.Frase;
+    if (!encontrado.Servicos) {
         return nullptr;
     }
-}
-
-std::optional<rede::Confianca> Inicio::Confia(const LugarDoTrabalho &lugar, IPessoaNoInicio &pessoa) const
-{
-    rede::Confianca confianca{lugar.Digital, lugar.Autoridade};
-    if (confianca.Digital.empty() && confianca.Autoridade.empty()) {
-        confianca = m_Preferencias.Confianca(*lugar.Servidor);
+    try {
+        m_Preferencias.LembraServidor(m_Diretorio, servidor);
+    } catch (...) {
+        frase = FalhaCorrente().Descricao;
+        return nullptr;
     }
-    if (confianca.Digital.empty() && confianca.Autoridade.empty()) {
-        confianca.Digital = m_Rede.Digital(*lugar.Servidor);
-        // On this computer a server may do without one.
-        if (!confianca.Digital.empty() && !pessoa.ConfiaNoServidor(lugar.Servidor->Texto(), confianca.Digital)) {
-            return std::nullopt;
-        }
-    }
-    return confianca;
-}
-
-std::string Inicio::PorqueNao(const rede::Endereco &servidor, const rede::Confianca &confianca) const
-{
-    std::string frase = FalhaCorrente().Descricao;
-    if (confianca.Digital.empty()) {
-        return frase;
-    }
-    IgnoraErro([&] {
-        if (LeDigital(m_Rede.Digital(servidor)) != LeDigital(confianca.Digital)) {
-            frase =
-                "O certificado do servidor " + servidor.Texto() +
-                " não é o que se espera, e nada foi enviado a ele. Pode ser outra máquina no lugar da certa. Se quem "
-                "administra o servidor trocou o certificado, peça-lhe a digital nova, que o servidor escreve quando "
-                "inicia, e informe-a em Mudar de registro.";
-        }
-    });
-    return frase;
+    m_Lugar = {servidor, encontrado.Confiado.Digital, encontrado.Confiado.Autoridade};
+    m_Identificador = encontrado.Identificador;
+    return encontrado.Servicos;
 }
 
 Ref<Servicos> Inicio::AbreArquivo(const std::filesystem::path &arquivo, IPessoaNoInicio &pessoa)

@@ -14,12 +14,8 @@
 
 namespace mesa {
 
-// File of the registry in a data directory.
-std::filesystem::path CaminhoDoRegistro(const std::filesystem::path &diretorio);
-// The registry of a data directory: the one that it knows, or the file in it.
-RegistroConhecido RegistroDe(const std::filesystem::path &diretorio, const Preferencias &preferencias);
-// A Falha with a sentence when the directory works at a server: what is done to a registry's file is done there.
-void ExigeRegistroDaqui(const std::filesystem::path &diretorio, const Preferencias &preferencias);
+using rede::CaminhoDoRegistro;
+
 // Where the sample of a data directory has its own one.
 std::filesystem::path DiretorioDaAmostra(const std::filesystem::path &diretorio);
 
@@ -122,10 +118,6 @@ class Inicio {
     Ref<Servicos> AbreServidor(LugarDoTrabalho lugar, IPessoaNoInicio &pessoa);
     // One try. Nothing with the reason in a sentence.
     Ref<Servicos> Conecta(const LugarDoTrabalho &lugar, IPessoaNoInicio &pessoa, std::string &frase);
-    // By what the server is known from now on. Nothing: the person does not trust it.
-    std::optional<rede::Confianca> Confia(const LugarDoTrabalho &lugar, IPessoaNoInicio &pessoa) const;
-    // What to say of a server that could not be had: what it said, or that its certificate is another one.
-    std::string PorqueNao(const rede::Endereco &servidor, const rede::Confianca &confianca) const;
     Ref<Servicos> Retoma(const RegistroConhecido &conhecido, IPessoaNoInicio &pessoa);
     Ref<Servicos> AbreEscolhido(const std::filesystem::path &escolhido, IPessoaNoInicio &pessoa);
     Ref<Servicos> AbreAmostra(IPessoaNoInicio &pessoa);

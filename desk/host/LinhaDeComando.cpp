@@ -4,7 +4,6 @@
 
 #include <QCommandLineParser>
 #include <QFile>
-#include <QStandardPaths>
 
 #include <algorithm>
 #include <array>
@@ -97,9 +96,7 @@ LinhaDeComando LinhaDeComando::Le(const QStringList &argumentos)
     } else if (!entendida) {
         lida.Erro = "Falta o valor de uma opção, ou veio um para uma opção que não o tem.";
     }
-    lida.Dados = opcoes.isSet(dados) ? Caminho(opcoes.value(dados))
-                                     : Caminho(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
-                                               "/registro-de-equipamentos");
+    lida.Dados = opcoes.isSet(dados) ? Caminho(opcoes.value(dados)) : Preferencias::DiretorioPadrao();
     const auto erra = [&](const std::string &erro) {
         if (lida.Erro.empty()) {
             lida.Erro = erro;

@@ -2,7 +2,6 @@
 
 #include "host/Texto.h"
 
-#include <cctype>
 #include <filesystem>
 #include <system_error>
 
@@ -11,28 +10,6 @@ namespace mesa {
 std::string OndeFica(const LugarDoTrabalho &lugar)
 {
     return lugar.Servidor ? "servidor " + lugar.Servidor->Texto() : "este computador";
-}
-
-std::optional<std::string> LeDigital(const std::string &texto)
-{
-    constexpr std::size_t pares = 32;
-    std::string digitos;
-    for (const char letra : texto) {
-        const auto uma = static_cast<unsigned char>(letra);
-        if (std::isxdigit(uma) != 0) {
-            digitos += static_cast<char>(std::toupper(uma));
-        } else if (letra != ':' && std::isspace(uma) == 0) {
-            return std::nullopt;
-        }
-    }
-    if (digitos.size() != 2 * pares) {
-        return std::nullopt;
-    }
-    std::string digital;
-    for (std::size_t par = 0; par < pares; ++par) {
-        digital += (par == 0 ? "" : ":") + digitos.substr(2 * par, 2);
-    }
-    return digital;
 }
 
 std::optional<LugarDoTrabalho> LeServidor(const std::string &endereco, const std::string &digital,

@@ -1,13 +1,14 @@
 #pragma once
 
-#include "host/Ref.h"
-#include "rede/ServicosRemotos.h"
+#include "rede/Encontro.h"
 
-#include <functional>
 #include <optional>
 #include <string>
 
 namespace mesa {
+
+using rede::ConectaServidor;
+using rede::LeDigital;
 
 // Where the registry is that a desk works on, as a person says it.
 struct LugarDoTrabalho {
@@ -31,15 +32,5 @@ struct ProblemaDoLugar {
 // the problem when it is none.
 std::optional<LugarDoTrabalho> LeServidor(const std::string &endereco, const std::string &digital,
                                           const std::string &autoridade, ProblemaDoLugar &problema);
-
-// 32 pairs of hexadecimal digits with colons between them, however they were written. Nothing when it is none.
-std::optional<std::string> LeDigital(const std::string &texto);
-
-// How servers are reached. What cannot be had is a Falha with a sentence.
-struct ConectaServidor {
-    // The fingerprint of the certificate that a server shows.
-    std::function<std::string(const rede::Endereco &servidor)> Digital;
-    std::function<Ref<Servicos>(const rede::Endereco &servidor, const rede::Confianca &confianca)> Conecta;
-};
 
 } // namespace mesa

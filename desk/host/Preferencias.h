@@ -1,22 +1,15 @@
 #pragma once
 
 #include "host/Evento.h"
-#include "rede/ServicosRemotos.h"
-
-#include <QSettings>
+#include "rede/LugaresConhecidos.h"
 
 #include <cstdint>
 #include <filesystem>
-#include <optional>
 #include <string>
 
 namespace mesa {
 
-// A registry that was worked on: where it stands, and by what it is known again.
-struct RegistroConhecido {
-    std::filesystem::path Caminho;
-    std::string Identificador;
-};
+using rede::RegistroConhecido;
 
 // Whose colours the windows have.
 enum class Tema { Sistema, Claro, Escuro };
@@ -32,30 +25,10 @@ struct Aspecto {
     bool operator==(const Aspecto &) const = default;
 };
 
-// What a user's settings keep, whatever registry is open. They stand outside of every data directory, so that they are
-// there when that is not. What cannot be written raises a Falha.
-class Preferencias {
+// What a user's settings keep, whatever registry is open. What cannot be written raises a Falha.
+class Preferencias : public rede::LugaresConhecidos {
   public:
     explicit Preferencias(const std::filesystem::path &arquivo);
-    // Where those of the user stand.
-    static std::filesystem::path ArquivoDoUsuario();
-
-    // The registry of a data directory.
-    std::optional<RegistroConhecido> Registro(const std::filesystem::path &diretorio) const;
-    void LembraRegistro(const std::filesystem::path &diretorio, const RegistroConhecido &registro);
-
-    // The server at which a data directory works; nothing: its registry is on this computer.
-    std::optional<rede::Endereco> Servidor(const std::filesystem::path &diretorio) const;
-    void LembraServidor(const std::filesystem::path &diretorio, const std::optional<rede::Endereco> &servidor);
-
-    // By what a server is known, empty before it was met; and the registry that it had, empty before that.
-    rede::Confianca Confianca(const rede::Endereco &servidor) const;
-    void LembraConfianca(const rede::Endereco &servidor, const rede::Confianca &confianca);
-    std::string RegistroNo(const rede::Endereco &servidor) const;
-    void LembraRegistroNo(const rede::Endereco &servidor, const std::string &identificador);
-
-    // By what the sign-in tells this desk from others: made at random, once.
-    std::string Estacao();
 
     // Minutes without use after which the desk locks; 0 never.
     static constexpr std::int32_t MaisMinutos = 24 * 60;
@@ -92,14 +65,10 @@ class Preferencias {
 
     // Texts that others keep here, each under its key: empty when there is none; an empty one forgets. They are a
     // comfort: what cannot be written is lost without a word.
-    std::string Texto(const QString &chave) const;
     void GuardaTexto(const QString &chave, const std::string &texto);
     void EsqueceTextos(const QString &comeco);
 
   private:
-    void Grava(const QString &chave, const QString &valor);
-
-    QSettings m_Guardadas;
     Evento<> m_MudouAspecto;
 };
 

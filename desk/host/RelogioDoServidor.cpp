@@ -1,6 +1,6 @@
 #include "desk/host/RelogioDoServidor.h"
 
-#include "desk/host/Relogio.h"
+#include "services/Relogio.h"
 
 #include <utility>
 

@@ -75,9 +75,9 @@ class SessaoNoServidor : public rede::SessaoDeServidor {
     {
         return Chama([&](SessaoServico &sessao) { return sessao.LeReplica(depoisDe, cadaLinha); });
     }
-    Conferencia PreparaConferencia() override
+    Conferencia PreparaConferencia(const std::optional<CabecaAssinada> &desde) override
     {
-        return Chama([](SessaoServico &sessao) { return DeServidor(sessao).PreparaConferencia(); });
+        return Chama([&](SessaoServico &sessao) { return DeServidor(sessao).PreparaConferencia(desde); });
     }
     CabecaAssinada Cabeca() override
     {

@@ -1,17 +1,19 @@
 #!/usr/bin/env bash
-# Makes the desk's package of a program that is built.
+# Makes the desk's package of programs that are built: the desk, and the one without windows.
 #
-#   faz_pacote.sh PROGRAM VERSION FOLDER      writes registro-de-equipamentos_VERSION_ARCHITECTURE.deb into the folder, and
-#                                             its name to the standard output
+#   faz_pacote.sh PROGRAM COMMAND VERSION FOLDER      writes registro-de-equipamentos_VERSION_ARCHITECTURE.deb into the
+#                                                     folder, and its name to the standard output
 set -euo pipefail
 programa=$(realpath "$1")
-versao=$2
-destino=$(realpath --canonicalize-missing "$3")
+comando=$(realpath "$2")
+versao=$3
+destino=$(realpath --canonicalize-missing "$4")
 cd "$(dirname "${BASH_SOURCE[0]}")"
 raiz=$(realpath ../..)
 source "$raiz/cmake/deb.sh"
 
 comeca_pacote registro-de-equipamentos "$programa" "$versao" "$raiz"
+poe_comando "$comando" "$raiz"
 cp "$nome.desktop" "$arvore/"
 cp "$nome.sharedmimeinfo" "$arvore/debian/"
 sed "s/@VERSAO@/$versao/; s/@DATA@/$(date --date="@$SOURCE_DATE_EPOCH" +%F)/" "$nome.metainfo.xml" \

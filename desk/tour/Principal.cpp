@@ -2,7 +2,6 @@
 #include "desk/host/DiretorioDeTrabalho.h"
 #include "desk/host/FazAmostra.h"
 #include "desk/host/Inicio.h"
-#include "desk/host/Relogio.h"
 #include "desk/tour/Roteiro.h"
 #include "desk/tour/ServidorAoLado.h"
 #include "desk/tour/Tela.h"
@@ -11,6 +10,7 @@
 #include "desk/windows/InicioQt.h"
 #include "desk/windows/LugarDasJanelas.h"
 #include "desk/windows/Mesa.h"
+#include "services/Relogio.h"
 
 #include <QApplication>
 #include <QThread>

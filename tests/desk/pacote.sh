@@ -4,8 +4,8 @@
 # away while it runs, and gone without a trace. The server's gets a user of its own, is set up, answers who asks, ends in
 # order, keeps its settings over a newer version and its registry when it goes.
 #
-#   pacote.sh SOURCES DESK SERVER VERSION FOLDER      keeps the clean system in the folder, with what it takes from the
-#                                                     distribution, and leaves the pictures there
+#   pacote.sh SOURCES DESK SERVER COMMAND VERSION FOLDER      keeps the clean system in the folder, with what it takes from
+#                                                             the distribution, and leaves the pictures there
 set -euo pipefail
 
 nome=registro-de-equipamentos
@@ -78,6 +78,7 @@ vive() {
         "$(find "$sis" -xdev \( -path "$sis/home" -o -path "$sis/var/log" \) -prune -o -name "*$nome*" -print)" ""
     espera "what is still told of it" "$(grep -r -l -F $nome "$sis/usr/share/applications" "$sis/usr/share/mime" \
         "$sis/usr/share/icons" || true)" ""
+    [[ ! -L $sis/usr/bin/registro ]] || falha "The program without windows stayed."
     [[ -s $sis/home/olga/.local/share/$nome/registro.db ]] || falha "The registry went with the package."
     passo "it is gone"
 
@@ -117,8 +118,18 @@ sem_tela() {
     espera "a new registry" "$(como olga HOME=/home/olga "${novo[@]}" <<<"$senha")" \
         "O registro foi criado em /home/olga/.local/share/$nome/registro.db."
     espera "its check" "$(como olga HOME=/home/olga $nome --confere </dev/null)" "*O registro está inteiro*"
+    o_comando
+    espera "its check without the desk" "$(como olga HOME=/home/olga registro confere </dev/null)" "*O registro está inteiro*"
     como semcasa HOME=/nenhures "${novo[@]}" <<<"$senha" >"$trabalho/semcasa" 2>&1 || saida=$?
     espera "a user who has no directory" "$saida $(<"$trabalho/semcasa")" "1 *nenhures*"
+}
+
+# The program without windows, which both packages bring.
+o_comando() {
+    espera "the program without windows" "$(no_sistema registro --versao)" "registro $versao"
+    espera "its manual page" "$(no_sistema zcat /usr/share/man/man1/registro.1.gz)" "*.SH COMANDOS*"
+    espera "what makes bash complete it" "$(no_sistema cat /usr/share/bash-completion/completions/registro)" \
+        "*complete -F _registro registro*"
 }
 
 # The first window with a title of the pattern.
@@ -227,6 +238,7 @@ numa_sessao() {
 o_servidor() {
     local estado=/var/lib/$servidor ajustes=/etc/$servidor/$servidor.toml pagina ajuda opcao saida=0 porta processo
     apt install /root/servidor.deb
+    o_comando
     espera "its user" "$(no_sistema getent passwd $servidor)" "$servidor:*:$estado:/usr/sbin/nologin"
     espera "files that are not as they came" "$(no_sistema dpkg --verify $servidor)" ""
     espera "what is kept of its settings" "$(no_sistema dpkg-query --show --showformat='${Conffiles}' $servidor)" "*$ajustes*"
@@ -291,8 +303,9 @@ fi
 fontes=$1
 programa=$2
 programa_servidor=$3
-versao=$4
-pasta=$5
+programa_sem_janelas=$4
+versao=$5
+pasta=$6
 inicio=$(date +%s)
 
 for comando in mmdebstrap dh python3 rsvg-convert appstreamcli desktop-file-validate xdotool xprop Xvfb unshare; do
@@ -313,8 +326,8 @@ trap 'rm -rf "$trabalho"' EXIT
 # The package, twice the same.
 faz() { # room, program, name of the file
     local pacote outra
-    pacote=$("$fontes/$1/pacote/faz_pacote.sh" "$2" "$versao" "$trabalho/um")
-    outra=$("$fontes/$1/pacote/faz_pacote.sh" "$2" "$versao" "$trabalho/outra vez")
+    pacote=$("$fontes/$1/pacote/faz_pacote.sh" "$2" "$programa_sem_janelas" "$versao" "$trabalho/um")
+    outra=$("$fontes/$1/pacote/faz_pacote.sh" "$2" "$programa_sem_janelas" "$versao" "$trabalho/outra vez")
     cmp "$pacote" "$outra" || falha "The same program does not give the same package."
     mv "$pacote" "$trabalho/$3"
 }

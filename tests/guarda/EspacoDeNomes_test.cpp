@@ -52,6 +52,7 @@ TEST(EspacoDeNomes, look_EveryFileOfTheTablesTheServicesAndTheNetwork_DeclaresIn
     ConfereDeclaracoes("services", "mesa", 100);
     ConfereDeclaracoes("rede", "rede", 10);
     ConfereDeclaracoes("server", "servidor", 20);
+    ConfereDeclaracoes("comando", "comando", 20);
 }
 
 // So do the rooms for Windows, and their tests, which meet the names of the system.

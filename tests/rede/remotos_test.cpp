@@ -1012,7 +1012,7 @@ v1::AndamentoDaConferencia Ultima(int como)
 
 rede::SessaoDeServidor::Conferencia ConferenciaDe(const Ref<mesa::SessaoServico> &sessao)
 {
-    return ComoTipo<rede::SessaoDeServidor>(sessao)->PreparaConferencia();
+    return ComoTipo<rede::SessaoDeServidor>(sessao)->PreparaConferencia({});
 }
 
 } // namespace

@@ -171,14 +171,14 @@ TEST_F(ServidorRealTeste, CheckAndHead_AreThoseOfTheFile_ForWhoHasTheRight)
     Comeca();
     Povoa(Sessao("ana"));
     const auto dela = ComoTipo<rede::SessaoDeServidor>(Sessao("marta"));
-    EXPECT_EQ(dela->PreparaConferencia()({}).Como, mesa::ResultadoDaConferencia::Desfecho::Inteira);
+    EXPECT_EQ(dela->PreparaConferencia({})({}).Como, mesa::ResultadoDaConferencia::Desfecho::Inteira);
     const mesa::CabecaAssinada cabeca = dela->Cabeca();
     EXPECT_TRUE(cabeca.AssinaturaVale());
     EXPECT_EQ(cabeca.Registro, Registro.Aberto().Identificador());
 
     Registro.Sql("UPDATE USUARIO SET Nome = 'Outra' WHERE Usuario = 'bruno'");
     const auto aqui = mesa::Conferidor(Registro.Caminho()).Confere();
-    const auto la = dela->PreparaConferencia()({});
+    const auto la = dela->PreparaConferencia({})({});
     EXPECT_EQ(la.Como, mesa::ResultadoDaConferencia::Desfecho::ComAchados);
     EXPECT_EQ(la.Achados, aqui.Achados);
     // There the server looks as the role that it works as.
@@ -191,7 +191,7 @@ TEST_F(ServidorRealTeste, CheckAndHead_AreThoseOfTheFile_ForWhoHasTheRight)
     EXPECT_EQ(la.Frase, aqui.Frase);
 
     const auto ana = ComoTipo<rede::SessaoDeServidor>(Sessao("ana"));
-    EXPECT_THROW(ana->PreparaConferencia()({}), Falha);
+    EXPECT_THROW(ana->PreparaConferencia({})({}), Falha);
     EXPECT_THROW(ana->Cabeca(), Falha);
 }
 

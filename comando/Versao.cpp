@@ -1,0 +1,10 @@
+#include "comando/Versao.h"
+
+namespace comando {
+
+const char *Versao()
+{
+    return VERSAO;
+}
+
+} // namespace comando
