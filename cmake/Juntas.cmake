@@ -1,6 +1,6 @@
-# Where sources are compiled together (CMAKE_UNITY_BUILD, as the preset of the sanitizers has it, so that the same headers
-# are read less often), these are compiled apart: they have a name of their own that another source has too. The other
-# presets compile every source apart, so that each includes what it needs.
+# Where sources are compiled together (CMAKE_UNITY_BUILD, as the presets of the sanitizers and for Windows have it, so that
+# the same headers are read less often), these are compiled apart: they have a name of their own that another source has
+# too. The other presets compile every source apart, so that each includes what it needs.
 if(NOT CMAKE_UNITY_BUILD)
     return()
 endif()
@@ -27,7 +27,7 @@ list(TRANSFORM apartadas PREPEND "${PROJECT_SOURCE_DIR}/")
 get_property(pastas DIRECTORY ${PROJECT_SOURCE_DIR} PROPERTY SUBDIRECTORIES)
 set_source_files_properties(${apartadas} DIRECTORY ${PROJECT_SOURCE_DIR} ${pastas} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
 # Their sources have many short names in common.
-foreach(alvo IN ITEMS comando servicos servidor teste_comando teste_mesa teste_planilhas teste_servicos teste_servidor teste_tela)
+foreach(alvo IN ITEMS comando servicos servidor teste_comando tela_windows teste_mesa teste_planilhas teste_servicos teste_servidor teste_tela teste_windows)
     if(TARGET ${alvo})
         set_target_properties(${alvo} PROPERTIES UNITY_BUILD OFF)
     endif()

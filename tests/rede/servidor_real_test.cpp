@@ -345,7 +345,7 @@ TEST_F(ServidorRealTeste, CutConnections_InTheMiddleOfEachQuestion_AreAnsweredWh
              const auto ate = std::chrono::steady_clock::now() + std::chrono::seconds(60);
              for (;;) {
                  try {
-                     return ComoTipo<rede::SessaoDeServidor>(la)->PreparaConferencia()({}).Frase;
+                     return ComoTipo<rede::SessaoDeServidor>(la)->PreparaConferencia({})({}).Frase;
                  } catch (const Falha &falha) {
                      // The one that was cut ends when the server has noticed.
                      const bool cortada = falha.Descricao.find("a conexão caiu") != std::string::npos;
