@@ -126,8 +126,9 @@ TEST_F(Verificador, OneRowMissing_IsHalf)
 TEST_F(Verificador, HistoryNotAsItWasWritten_IsFound)
 {
     for (const char *plantado :
-         {"UPDATE HISTORICO SET Motivo = '' WHERE Nro = 40", "UPDATE HISTORICO SET Quando = Quando + 1 WHERE Nro = 40",
-          "DELETE FROM HISTORICO WHERE Nro = 1", "UPDATE HISTORICO SET Nro = 900000 WHERE Nro = 40"}) {
+         {"UPDATE HISTORICO SET Motivo = '' WHERE Nro = 40",
+          "UPDATE HISTORICO SET Quando = 20200101000000 WHERE Nro = 40", "DELETE FROM HISTORICO WHERE Nro = 1",
+          "UPDATE HISTORICO SET Nro = 900000 WHERE Nro = 40"}) {
         EXPECT_FALSE(Com(plantado).Outros.empty()) << plantado;
     }
 }
