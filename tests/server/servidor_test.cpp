@@ -515,6 +515,7 @@ TEST_F(ServidorTeste, Entra_ManyAtATime_OneWorksAndTheOthersKeepNobodyUp)
     Um.Como.Esperando = 8; // two of them for those who sign in
     Um.Comeca();
     const std::string ana = Um.Entra("ana");
+    EsperaNumero(Um, "registro_conexoes 4"); // who opens a file proves that it can be written to
     std::optional<Gravando> outro(std::in_place, Um.Registro.Caminho());
     std::vector<std::future<Feita>> entrando;
     for (int n = 0; n < 3; ++n) {
@@ -1033,6 +1034,7 @@ TEST_F(ServidorTeste, Termina_OperationUnderWay_EndsAsItShould)
     Um.Como.Numeros = "127.0.0.1:0";
     Um.Comeca();
     const std::string ana = Um.Entra("ana");
+    EsperaNumero(Um, "registro_conexoes 2"); // who opens a file proves that it can be written to
     std::optional<Gravando> outro(std::in_place, Um.Registro.Caminho());
     auto andando = std::async(std::launch::async, [&] { return Um.Grava("EquiptoRN/inclui", Novo("R-001"), ana); });
     EsperaNumero(Um, "registro_em_andamento 1");
@@ -1051,6 +1053,7 @@ TEST_F(ServidorTeste, Chama_AllWhoWriteWait_WhoReadsIsAnswered)
     Um.Comeca();
     const std::string ana = Um.Entra("ana");
     Um.Registro.Cadastra("bia");
+    EsperaNumero(Um, "registro_conexoes 2"); // who opens a file proves that it can be written to
     std::optional<Gravando> outro(std::in_place, Um.Registro.Caminho());
     auto inclui = std::async(std::launch::async, [&] { return Um.Grava("EquiptoRN/inclui", Novo("R-001"), ana); });
     EsperaNumero(Um, "registro_em_andamento 1");
