@@ -1,6 +1,7 @@
 # The tests of the server: tests/server/*_test.cpp are one program, which starts servers on the loopback.
 file(GLOB fontes_servidor CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/server/*_test.cpp)
 add_library(servidor_de_teste STATIC
+    ${PROJECT_SOURCE_DIR}/tests/server/CertificadoDeTeste.cpp
     ${PROJECT_SOURCE_DIR}/tests/server/Pedidos.cpp
     ${PROJECT_SOURCE_DIR}/tests/server/ServidorDeTeste.cpp)
 target_link_libraries(servidor_de_teste PUBLIC servidor registro_de_teste)

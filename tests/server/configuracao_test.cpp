@@ -2,13 +2,11 @@
 #include "server/Certificado.h"
 #include "server/Configuracao.h"
 #include "server/Enderecos.h"
+#include "tests/server/CertificadoDeTeste.h"
 
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
-
-#include <openssl/pem.h>
-#include <openssl/x509.h>
 
 #include <unistd.h>
 
@@ -276,20 +274,7 @@ TEST_F(ConfiguracaoTeste, Certificado_UnreadableMismatchedExpired_EachASentence)
                   .find("não é a do certificado"),
               std::string::npos);
     // The same, signed again with days that are over.
-    std::FILE *aberto = std::fopen(certificado.c_str(), "r");
-    X509 *lido = PEM_read_X509(aberto, nullptr, nullptr, nullptr);
-    std::fclose(aberto);
-    aberto = std::fopen(chave.c_str(), "r");
-    EVP_PKEY *dele = PEM_read_PrivateKey(aberto, nullptr, nullptr, nullptr);
-    std::fclose(aberto);
-    const auto grava = [&](long de, long ate) {
-        X509_gmtime_adj(X509_getm_notBefore(lido), de);
-        X509_gmtime_adj(X509_getm_notAfter(lido), ate);
-        X509_sign(lido, dele, EVP_sha256());
-        std::FILE *novo = std::fopen(certificado.c_str(), "w");
-        PEM_write_X509(novo, lido);
-        std::fclose(novo);
-    };
+    const auto grava = [&](long de, long ate) { certificado_de_teste::ValeEntre(Pasta(), de, ate); };
     grava(-7200, -3600);
     EXPECT_NE(ParDeChaves::RecusaDosArquivos(certificado, chave).find("venceu em"), std::string::npos);
     EXPECT_THROW(ParDeChaves::Proprio(Pasta()), Falha);
@@ -302,8 +287,6 @@ TEST_F(ConfiguracaoTeste, Certificado_UnreadableMismatchedExpired_EachASentence)
         ParDeChaves::ConferePasta(Pasta())->AvisoDeVencimento().starts_with("O certificado do servidor vence em "));
     grava(3600, 7200);
     EXPECT_NE(ParDeChaves::RecusaDosArquivos(certificado, chave).find("só vale a partir de"), std::string::npos);
-    X509_free(lido);
-    EVP_PKEY_free(dele);
 }
 
 TEST_F(ConfiguracaoTeste, Certificado_MadeOnce_KeptAfterwards)

@@ -1,8 +1,10 @@
+#include "server/Certificado.h"
 #include "server/Configuracao.h"
 #include "server/Programa.h"
 #include "services/Banco.h"
 #include "services/DialetoPostgres.h"
 #include "services/LayoutED.h"
+#include "tests/server/CertificadoDeTeste.h"
 #include "tests/services/Motor.h"
 #include "tests/services/PapelDeTrabalho.h"
 #include "tests/services/PastaDeTeste.h"
@@ -183,6 +185,29 @@ TEST_F(ProgramaTeste, Novo_BadPassword_RefusedAndTheNextTryWorks)
     EXPECT_EQ(CriaNovo("curta\n"), 1);
     EXPECT_NE(Erros, "");
     EXPECT_EQ(CriaNovo(), 0) << Erros;
+}
+
+TEST_F(ProgramaTeste, ConfereConfiguracao_CertificateNearItsEnd_IsAWarning)
+{
+    ASSERT_EQ(CriaNovo(), 0);
+    const std::string pasta = std::filesystem::path(Caminho("registro.db")).parent_path().string();
+    ParDeChaves::Proprio(pasta);
+    constexpr long dia = 24 * 60 * 60;
+    const std::string comum = "registro = \"" + Caminho("registro.db") +
+                              "\"\nescuta = \"127.0.0.1:50443\"\ndiario = \"" + Caminho("diario") +
+                              "\"\npasta_do_certificado = \"" + pasta + "\"\n";
+    const std::string osArquivos =
+        "certificado = \"" + pasta + "/servidor.crt\"\nchave = \"" + pasta + "/servidor.key\"\n";
+    for (const std::string &arquivos : {std::string(), osArquivos}) {
+        Escreve(comum + arquivos);
+        certificado_de_teste::ValeEntre(pasta, -dia, 61 * dia);
+        EXPECT_EQ(Roda({"--confere-configuracao"}), 0);
+        EXPECT_EQ(Saida, "A configuração está em ordem.\n");
+        certificado_de_teste::ValeEntre(pasta, -dia, 59 * dia);
+        EXPECT_EQ(Roda({"--confere-configuracao"}), 0);
+        EXPECT_TRUE(Saida.starts_with("A configuração está em ordem.\nAviso: O certificado do servidor vence em "))
+            << Saida;
+    }
 }
 
 TEST_F(ProgramaTeste, ConfereConfiguracao_RightAndWrong_SaysSoWithItsCode)
