@@ -16,6 +16,8 @@ struct Instante {
 
     // The moment in UTC, as a number that reads yyyymmddhhmmss.
     std::int64_t Utc() const;
+    // The same moment by a clock with that offset.
+    Instante NoFuso(std::int32_t fuso) const;
 };
 
 using Relogio = std::function<Instante()>;

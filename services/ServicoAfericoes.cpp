@@ -2,36 +2,30 @@
 
 #include "host/Conversoes.h"
 #include "host/Texto.h"
-#include "services/Atividade.h"
 #include "services/MapaRegistro.h"
 #include "services/Recusa.h"
 #include "services/ServicoDocumentos.h"
 #include "services/ServicoEquipamentos.h"
+#include "services/Vigencia.h"
 
 #include <QByteArray>
 
-#include <map>
 #include <vector>
 
 namespace mesa {
 
 namespace {
 
-struct DeSensor {
-    Ref<AfericaoED> Afericao;
-    std::int64_t NroIntSensor = 0;
-};
-
 // Those of the equipment's sensors, whether they are active or not, that have a document and the day in their period.
-std::vector<DeSensor> DoDia(Banco &banco, std::int32_t nroIntEquip, std::int32_t dia)
+std::vector<AfericaoDeSensor> DoDia(Banco &banco, std::int32_t nroIntEquip, std::int32_t dia)
 {
     static const QString sql =
         "SELECT " + MapaRegistro::Lista<AfericaoED>("a") +
         ", s.NroIntSensor FROM SENSOR s JOIN AFERICAO a ON a.NroIntSensor = s.NroIntSensor AND a.Ativo = 1 "
-        "WHERE s.NroIntEquip = ? AND a.DataVerificacao <= ? AND a.DataVencimento >= ? "
-        "AND a.NroIntImgCertif IS NOT NULL";
+        "WHERE s.NroIntEquip = ? AND " +
+        TemODiaComDocumento;
     static const auto colunas = static_cast<int>(MapaRegistro::Colunas<AfericaoED>().size());
-    std::vector<DeSensor> achadas;
+    std::vector<AfericaoDeSensor> achadas;
     Consulta linhas(banco, sql, {nroIntEquip, dia, dia});
     while (linhas.Proxima()) {
         achadas.push_back({Novo<AfericaoED>(), linhas.Inteiro(colunas)});
@@ -53,21 +47,11 @@ Ref<AfericaoED> ServicoAfericoes::Vigente(const ConsultaAfericaoED &pedido)
     }
     Banco &dados = m_Operacao.Dados();
     const std::int32_t dia = DiaCivil(pedido.DtInfracao);
-    const std::vector<DeSensor> doDia = DoDia(dados, pedido.NroIntEquip, dia);
-    if (doDia.empty() || !AtividadeNoDia(dados, "EQUIPAMENTO", pedido.NroIntEquip, dia)) {
-        return nenhuma;
-    }
-    std::map<Atividade, std::vector<Ref<AfericaoED>>> porAtividade;
-    for (const DeSensor &afericao : doDia) {
-        if (const auto atividade = AtividadeNoDia(dados, "SENSOR", afericao.NroIntSensor, dia)) {
-            porAtividade[*atividade].push_back(afericao.Afericao);
-        }
-    }
-    if (porAtividade.empty()) {
-        return nenhuma;
-    }
-    const std::vector<Ref<AfericaoED>> &vigentes = porAtividade.begin()->second;
-    return vigentes.size() == 1 ? vigentes.front() : nenhuma;
+    const Vigencia vigencia = VigenciaNoDia(
+        dia, DoDia(dados, pedido.NroIntEquip, dia),
+        [&] { return AtividadeNoDia(dados, "EQUIPAMENTO", pedido.NroIntEquip, dia); },
+        [&](std::int64_t sensor) { return AtividadeNoDia(dados, "SENSOR", sensor, dia); });
+    return vigencia.Afericao.Nada() ? nenhuma : vigencia.Afericao;
 }
 
 Ref<RelatorioAfericaoED> ServicoAfericoes::Certificado(const RelatorioAfericaoED &pedido)

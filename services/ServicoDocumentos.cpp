@@ -62,6 +62,19 @@ double ServicoDocumentos::Guarda(const Bytes &bytes)
     return static_cast<double>(numero);
 }
 
+ServicoDocumentos::Achado ServicoDocumentos::Busca(std::int64_t numero, QByteArray &conteudo)
+{
+    Consulta linha(m_Operacao.Dados(),
+                   "SELECT Tamanho, Sha256, Conteudo FROM DOCUMENTO WHERE NroDocumento = ? AND ClienteInc = ?",
+                   {qlonglong(numero), Q(m_Operacao.Quem().Cliente)});
+    if (!linha.Proxima()) {
+        return Achado::Ausente;
+    }
+    conteudo = linha.Valor(2).toByteArray();
+    return conteudo.size() == linha.Inteiro(0) && Resumo(conteudo) == linha.Texto(1) ? Achado::Inteiro
+                                                                                     : Achado::Danificado;
+}
+
 Bytes ServicoDocumentos::Le(double numero)
 {
     m_Operacao.Exige("", "ver documentos");
@@ -69,17 +82,12 @@ Bytes ServicoDocumentos::Le(double numero)
     const std::int64_t procurado = Conferencia::Chave(numero);
     const std::string nome = "O documento de número " + Conferencia::Numero(numero);
     QByteArray conteudo;
-    {
-        Consulta linha(m_Operacao.Dados(),
-                       "SELECT Tamanho, Sha256, Conteudo FROM DOCUMENTO WHERE NroDocumento = ? AND ClienteInc = ?",
-                       {qlonglong(procurado), Q(m_Operacao.Quem().Cliente)});
-        if (!linha.Proxima()) {
-            throw Recusa(nome + " não existe no cliente " + m_Operacao.Quem().Cliente + ".");
-        }
-        conteudo = linha.Valor(2).toByteArray();
-        if (conteudo.size() != linha.Inteiro(0) || Resumo(conteudo) != linha.Texto(1)) {
-            throw Recusa(nome + " está danificado no registro: recupere-o de uma cópia de segurança.");
-        }
+    const Achado achado = Busca(procurado, conteudo);
+    if (achado == Achado::Ausente) {
+        throw Recusa(nome + " não existe no cliente " + m_Operacao.Quem().Cliente + ".");
+    }
+    if (achado == Achado::Danificado) {
+        throw Recusa(nome + " está danificado no registro: recupere-o de uma cópia de segurança.");
     }
     m_Operacao.Anda(0.7, "Conferindo o documento");
     if (!ConfereComHistorico(m_Operacao.Dados(), procurado, Q(Resumo(conteudo)))) {
@@ -87,6 +95,13 @@ Bytes ServicoDocumentos::Le(double numero)
                             "segurança.");
     }
     return Bytes(conteudo.begin(), conteudo.end());
+}
+
+bool ServicoDocumentos::EstaInteiro(std::int64_t numero)
+{
+    QByteArray conteudo;
+    return Busca(numero, conteudo) == Achado::Inteiro &&
+           ConfereComHistorico(m_Operacao.Dados(), numero, Q(Resumo(conteudo)));
 }
 
 } // namespace mesa

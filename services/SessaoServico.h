@@ -97,11 +97,11 @@ class SessaoServico : public Objeto {
     virtual std::string AvisoDeRelogio() const = 0;
     virtual bool TemPermissao(const std::string &sistema, const std::string &objeto, const std::string &acao) = 0;
 
-    // Runs one operation of "EquiptoRN", "RelatorioRN" or "AdministracaoRN" (RegistrosAdministracao.h) in one
-    // transaction. pedido may be replaced. True on success, with the answer in retorno; false with the reason in
-    // recusa. An operator sees and changes what is of his own client. What changes or deactivates a row brings the mark
-    // with which the row was answered, and has the new one when it is done. Documento, in the answer of
-    // "consultaRelatorioRVOR011", is the document as base64.
+    // Runs one operation of "EquiptoRN", "RelatorioRN", "PrazosRN" (PrazosED.h) or "AdministracaoRN"
+    // (RegistrosAdministracao.h) in one transaction. pedido may be replaced. True on success, with the answer in
+    // retorno; false with the reason in recusa. An operator sees and changes what is of his own client. What changes or
+    // deactivates a row brings the mark with which the row was answered, and has the new one when it is done.
+    // Documento, in the answer of "consultaRelatorioRVOR011", is the document as base64.
     virtual bool Executa(const std::string &classeRN, const std::string &metodo, Ref<Objeto> &pedido, Valor &retorno,
                          std::string &recusa) = 0;
 
@@ -110,8 +110,8 @@ class SessaoServico : public Objeto {
     // history has the reason with each correction.
     virtual void PerguntaMotivo(PerguntaDeMotivo pergunta) = 0;
 
-    // Told how far an operation is that may take long: documents, the import of a table, the replica. Giving up is a
-    // refusal, and nothing of it is stored. Empty: nobody is told.
+    // Told how far an operation is that may take long: documents, the import of a table, deadlines, the replica. Giving
+    // up is a refusal, and nothing of it is stored. Empty: nobody is told.
     virtual void Acompanha(Segue segue) = 0;
 
     // Documents. Storing gives the number; both are false with the reason in recusa.

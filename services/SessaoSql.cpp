@@ -19,6 +19,7 @@
 #include "services/ServicoLayouts.h"
 #include "services/ServicoLimites.h"
 #include "services/ServicoLogradouros.h"
+#include "services/ServicoPrazos.h"
 #include "services/ServicoUsuarios.h"
 #include "services/Usuarios.h"
 
@@ -107,6 +108,9 @@ const std::map<ChaveOperacao, Atendimento> &Atendimentos()
         {{"AdministracaoRN", "incluiLayout"}, Atende(escreve, &ServicoLayouts::Inclui)},
         {{"AdministracaoRN", "alteraLayout"}, Atende(escreve, &ServicoLayouts::Altera)},
         {{"RelatorioRN", "consultaRelatorioRVOR011"}, Atende(le, &ServicoAfericoes::Certificado)},
+        {{"PrazosRN", "consultaPainel"}, Atende(le, &ServicoPrazos::Painel)},
+        {{"PrazosRN", "listaPrazos"}, Atende(le, &ServicoPrazos::Lista)},
+        {{"PrazosRN", "confereDocumentos"}, Atende(le, &ServicoPrazos::ConfereDocumentos)},
     };
     return tabela;
 }

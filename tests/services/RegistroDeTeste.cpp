@@ -175,7 +175,7 @@ RegistroDeTeste::RegistroDeTeste() : Relogio(DataDe(20, 11, 2026, 10, 0, 0))
 {
     const auto funda = [this](const std::string &onde) {
         auto servicos = Servicos::Cria(
-            onde, TipoDeRegistro::Registro, [this] { return Relogio; }, CustoDeTeste);
+            onde, TipoDeRegistro::Registro, [this] { return Instante(Relogio, Fuso); }, CustoDeTeste);
         servicos->CadastraCliente({1, "Autoridade Estadual de Trânsito", {"Fiscalização", "Metrologia"}, "RS"});
         servicos->CadastraCliente({2, "Autoridade Municipal de Trânsito", {"Operações"}, "SP"});
         return servicos;
@@ -206,7 +206,7 @@ void RegistroDeTeste::Reabre()
 Ref<Servicos> RegistroDeTeste::AbreOutro()
 {
     return Servicos::Abre(
-        Caminho(), [this] { return Relogio; }, CustoDeTeste);
+        Caminho(), [this] { return Instante(Relogio, Fuso); }, CustoDeTeste);
 }
 
 void RegistroDeTeste::PassaSegundos(std::int32_t n)

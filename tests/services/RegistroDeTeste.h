@@ -66,8 +66,9 @@ class RegistroDeTeste {
     void IncluiLayout(const std::string &nome);
     void DesativaLayout(const std::string &nome);
 
-    // The clock: 20/11/2026 10:00:00 at first.
+    // The clock: 20/11/2026 10:00:00 at first, and UTC.
     Data Relogio;
+    std::int32_t Fuso = 0; // minutes that it is ahead of UTC
     void PassaSegundos(std::int32_t n);
 
     // Writes a row that was changed straight in the file down in the history, as a migration does.
