@@ -10,6 +10,7 @@
 #include "host/SensorED.h"
 #include "services/LayoutED.h"
 #include "services/LogradouroED.h"
+#include "services/PrazosED.h"
 #include "services/RegistrosAdministracao.h"
 
 #include <tuple>
@@ -27,6 +28,8 @@ using Registros =
                     RelatorioAfericaoED, SensorED, mesa::LayoutED, mesa::ListaLayoutsED, mesa::LogradouroED,
                     mesa::ListaLogradourosED, mesa::LinhaRecusadaED, mesa::ImportacaoED, mesa::DireitoED,
                     mesa::UsuarioED, mesa::ListaUsuariosED, mesa::TrocaSenhaED, mesa::SetorED, mesa::ClienteED,
-                    mesa::ListaClientesED, mesa::EntradaRecusadaED, mesa::ListaEntradasED>;
+                    mesa::ListaClientesED, mesa::EntradaRecusadaED, mesa::ListaEntradasED, mesa::ContagemPrazoED,
+                    mesa::MesPrazoED, mesa::FalhaPrazoED, mesa::DocumentoPrazoED, mesa::PainelPrazosED, mesa::PrazoED,
+                    mesa::ListaPrazosED, mesa::DocumentosPrazosED>;
 
 } // namespace rede

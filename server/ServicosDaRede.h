@@ -122,6 +122,28 @@ class RelatorioRN final : public v1::RelatorioRN::Service {
     Atendente &m_Atendente;
 };
 
+class PrazosRN final : public v1::PrazosRN::Service {
+  public:
+    explicit PrazosRN(Atendente &atendente) : m_Atendente(atendente) {}
+
+    Status consultaPainel(Contexto *contexto, const v1::PainelPrazosED *pedido, v1::PainelPrazosED *resposta) override
+    {
+        return m_Atendente.Consulta(Chamada(*contexto), "PrazosRN", "consultaPainel", *pedido, *resposta);
+    }
+    Status listaPrazos(Contexto *contexto, const v1::ListaPrazosED *pedido, v1::ListaPrazosED *resposta) override
+    {
+        return m_Atendente.Consulta(Chamada(*contexto), "PrazosRN", "listaPrazos", *pedido, *resposta);
+    }
+    Status confereDocumentos(Contexto *contexto, const v1::DocumentosPrazosED *pedido,
+                             v1::DocumentosPrazosED *resposta) override
+    {
+        return m_Atendente.Consulta(Chamada(*contexto), "PrazosRN", "confereDocumentos", *pedido, *resposta);
+    }
+
+  private:
+    Atendente &m_Atendente;
+};
+
 class AdministracaoRN final : public v1::AdministracaoRN::Service {
   public:
     explicit AdministracaoRN(Atendente &atendente) : m_Atendente(atendente) {}

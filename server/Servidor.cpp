@@ -103,6 +103,7 @@ struct Servidor::Interior {
           Entrada(Quem),
           Equipamentos(Quem),
           Relatorios(Quem),
+          Prazos(Quem),
           Administracao(Quem),
           Documentos(Quem),
           Historia(Quem),
@@ -172,8 +173,8 @@ struct Servidor::Interior {
         // A thread that has done a call stays for the next one: making one for each call costs more than some calls.
         construtor.SetSyncServerOption(grpc::ServerBuilder::SyncServerOption::MAX_POLLERS, FiosQueEsperam);
         for (grpc::Service *servico :
-             std::initializer_list<grpc::Service *>{&Entrada, &Equipamentos, &Relatorios, &Administracao, &Documentos,
-                                                    &Historia, &Replica, &Conferencia}) {
+             std::initializer_list<grpc::Service *>{&Entrada, &Equipamentos, &Relatorios, &Prazos, &Administracao,
+                                                    &Documentos, &Historia, &Replica, &Conferencia}) {
             construtor.RegisterService(servico);
         }
         Rede = construtor.BuildAndStart();
@@ -212,6 +213,7 @@ struct Servidor::Interior {
     servicos::Entrada Entrada;
     servicos::EquiptoRN Equipamentos;
     servicos::RelatorioRN Relatorios;
+    servicos::PrazosRN Prazos;
     servicos::AdministracaoRN Administracao;
     servicos::Documentos Documentos;
     servicos::Historia Historia;

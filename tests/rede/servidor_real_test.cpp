@@ -10,6 +10,7 @@
 #include "services/DialetoPostgres.h"
 #include "services/LayoutED.h"
 #include "services/LogradouroED.h"
+#include "services/PrazosED.h"
 #include "services/RegistrosAdministracao.h"
 #include "tests/services/PapelDeTrabalho.h"
 #include "tests/services/RegistroDeTeste.h"
@@ -128,9 +129,24 @@ TEST_F(ServidorRealTeste, WhatIsAsked_IsAnsweredAsByTheFile)
              {"altera", SoNumero(numero), "EquiptoRN"},
              {"desativa", SoNumero(numero), "EquiptoRN"},
              {"voa", SoNumero(numero), "EquiptoRN"},
+             {"consultaPainel", Novo<mesa::PainelPrazosED>(), "PrazosRN"},
+             {"consultaPainel", Com(Novo<mesa::PainelPrazosED>(), &mesa::PainelPrazosED::Agrupa, 2), "PrazosRN"},
+             {"listaPrazos", Novo<mesa::ListaPrazosED>(), "PrazosRN"},
+             {"listaPrazos", Com(Novo<mesa::ListaPrazosED>(), &mesa::ListaPrazosED::Estado, 77), "PrazosRN"},
+             {"confereDocumentos", Novo<mesa::DocumentosPrazosED>(), "PrazosRN"},
              {"listaUsuarios", Novo<mesa::ListaUsuariosED>(), "AdministracaoRN"}}) {
         EXPECT_EQ(Resultado(la, metodo, pedido, classe), Resultado(aqui, metodo, pedido, classe)) << metodo;
     }
+
+    auto danificado = Com(Novo<mesa::DocumentoPrazoED>(), &mesa::DocumentoPrazoED::NroIntEquip, numero,
+                          &mesa::DocumentoPrazoED::NroIntImgCertif, 1);
+    const auto pedido = Novo<mesa::PainelPrazosED>();
+    const auto painel = [&] { return Resultado(la, "consultaPainel", pedido, "PrazosRN"); };
+    const std::string um = "Equipamentos=1, NaoContados=0, Contagens=[ContagemPrazoED{Grupo=\"\", Estado=";
+    EXPECT_NE(painel().find(um + "3, Quantos=1}]"), std::string::npos) << painel();
+    pedido->Danificados = Novo<Colecao<Ref<mesa::DocumentoPrazoED>>>();
+    pedido->Danificados.Valor()->Add(danificado);
+    EXPECT_NE(painel().find(um + "8, Quantos=1}]"), std::string::npos) << painel();
 
     const double afericao = Abre(aqui, numero)->Sensores.Valor()->Item(1)->Afericoes.Valor()->Item(1)->NroIntAfericao;
     std::vector<mesa::VersaoAfericao> daqui;
