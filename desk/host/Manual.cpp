@@ -15,9 +15,10 @@ namespace mesa {
 namespace {
 
 // What each window and page is about, by the anchor of its section.
-constexpr std::array<std::pair<std::string_view, const char *>, 49> Assuntos{{
+constexpr std::array<std::pair<std::string_view, const char *>, 50> Assuntos{{
     {"Mesa", "a-janela-principal"},
     {"Inicio", "página-inicial"},
+    {"JanelaDePrazos", "painel-de-prazos"},
     {"frmLista", "pesquisar"},
     {"frmEquipDetalhes", "cadastrar-um-equipamento"},
     {"frmEquipDetalhes.Equipamento", "página-equipamento"},

@@ -1,13 +1,17 @@
 #include "desk/tour/Roteiro.h"
 
+#include "desk/tour/Telas.h"
 #include "services/sample/Amostra.h"
 #include "services/sample/CertificadoPDF.h"
 
 #include <QDate>
 #include <QFile>
+#include <QLabel>
+#include <QMainWindow>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
+#include <QTableWidget>
 #include <QVariant>
 
 namespace mesa {
@@ -42,6 +46,22 @@ QDate SegundaVerificacao()
 QDate SegundoVencimento()
 {
     return QDate::currentDate().addDays(350);
+}
+
+constexpr int Estados = 10; // of the panel of deadlines
+
+// The number that the panel shows of a state; below 0 while it shows none.
+int NoEstado(int estado)
+{
+    for (const QWidget *inicio : Principal()->findChildren<QWidget *>("Inicio")) {
+        const auto *botao = inicio->findChild<QWidget *>(QString("estado%1").arg(estado));
+        if (inicio->isVisible() && botao != nullptr) {
+            bool contado = false;
+            const int quantos = botao->findChild<QLabel *>("quantos")->text().toInt(&contado);
+            return contado ? quantos : -1;
+        }
+    }
+    return -1;
 }
 
 } // namespace
@@ -124,6 +144,7 @@ void Roteiro::PercorreTudo()
     HorarioProibido();
     DesativaEReativa();
     ConsultaParaAutuacao();
+    PrazosNoPainel();
     if (m_Servidor != nullptr) {
         ServidorQueMorreNumaGravacao();
     }
@@ -458,6 +479,32 @@ void Roteiro::DesativaEReativa()
         m_Condutor.Confere("situação", NoBanco("SELECT Ativo FROM EQUIPAMENTO WHERE Codigo = 'ROTEIRO1'"), "1");
         m_Condutor.Clica("chkInativos");
     });
+}
+
+void Roteiro::PrazosNoPainel()
+{
+    m_Condutor.Passo("Painel de prazos", [&] {
+        m_Condutor.ClicaMenu("Equipamentos", "Painel de prazos");
+        m_Condutor.Espera("o painel foi contado", [] { return NoEstado(1) >= 0; });
+        int soma = 0;
+        for (int estado = 1; estado <= Estados; ++estado) {
+            soma += NaTela([&] { return NoEstado(estado); });
+        }
+        m_Condutor.Confere("soma dos estados", QString::number(soma),
+                           NoBanco("SELECT COUNT(*) FROM EQUIPAMENTO WHERE ClienteInc = 'Autoridade Estadual de "
+                                   "Trânsito' AND Ativo = 1"));
+    });
+    m_Condutor.Passo("Lista de um número do painel", [&] {
+        const int quantos = NaTela([] { return NoEstado(1); });
+        m_Condutor.Clica("estado1");
+        m_Condutor.EsperaJanela("JanelaDePrazos");
+        m_Condutor.Confere(
+            "linhas da lista", QString::number(NaTela([] {
+                return qobject_cast<QTableWidget *>(Procura(Principal(), "JanelaDePrazos/linhas"))->rowCount();
+            })),
+            QString::number(quantos));
+    });
+    m_Condutor.FechaJanela("JanelaDePrazos");
 }
 
 void Roteiro::ConsultaParaAutuacao()

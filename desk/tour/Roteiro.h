@@ -36,6 +36,7 @@ class Roteiro {
     void HorarioProibido();
     void DesativaEReativa();
     void ConsultaParaAutuacao();
+    void PrazosNoPainel();
     void ServidorQueMorreNumaGravacao();
     void TrocaDeUsuario();
 

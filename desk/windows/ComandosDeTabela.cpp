@@ -292,8 +292,18 @@ void ComandosDeTabela::Copia()
     }
 }
 
+// What brings the rows may take the table away.
+bool ComandosDeTabela::TemTudo()
+{
+    const QPointer<ComandosDeTabela> vivo = this;
+    return Completa() && vivo;
+}
+
 void ComandosDeTabela::CopiaTudo()
 {
+    if (!TemTudo()) {
+        return;
+    }
     if (const std::vector<int> linhas = Linhas(); !linhas.empty()) {
         Leva(Tabela(linhas));
     }
@@ -301,6 +311,9 @@ void ComandosDeTabela::CopiaTudo()
 
 void ComandosDeTabela::Imprime()
 {
+    if (!TemTudo()) {
+        return;
+    }
     const TabelaVista tabela = Tabela(Linhas());
     if (tabela.Linhas.empty()) {
         return;
@@ -342,6 +355,9 @@ void ComandosDeTabela::Imprime()
 
 void ComandosDeTabela::Exporta()
 {
+    if (!TemTudo()) {
+        return;
+    }
     const TabelaVista tabela = Tabela(Linhas());
     if (tabela.Linhas.empty()) {
         return;

@@ -43,6 +43,9 @@ class ComandosDeTabela : public QObject {
     std::vector<std::int32_t> Vistas() const { return m_Arrumadas.Vistas(); }
     // Others are seen than before.
     std::function<void()> MudouVistas = [] {};
+    // Before all rows are copied, printed or exported: brings those that the table does not have yet. False when it is
+    // not to be done then.
+    std::function<bool()> Completa = [] { return true; };
 
     // The entries of the table's menu, behind those that it has, which have these captions. What is chosen is done.
     void AdicionaAoMenu(QMenu &menu, const std::vector<std::string> &antes);
@@ -66,6 +69,7 @@ class ComandosDeTabela : public QObject {
     TabelaVista Tabela(const std::vector<int> &linhas) const;
     std::vector<int> Linhas() const;
     bool AtualVista() const;
+    bool TemTudo();
 
     QTableView *m_Tabela;
     QObject *m_Vista;   // what of the table the mouse is in

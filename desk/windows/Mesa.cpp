@@ -21,6 +21,7 @@
 #include "desk/windows/Involucro.h"
 #include "desk/windows/JanelaAdministracao.h"
 #include "desk/windows/JanelaDaCabeca.h"
+#include "desk/windows/JanelaDePrazos.h"
 #include "desk/windows/JanelaDeRelato.h"
 #include "desk/windows/JanelaDeTrabalho.h"
 #include "desk/windows/JanelaDeTras.h"
@@ -66,6 +67,7 @@ namespace {
 constexpr int MinutoEmMilissegundos = 60000;
 constexpr int EsperaDaTroca = 50; // milliseconds
 constexpr std::int32_t MinutosDeDescanso = 5;
+constexpr const char *AcaoDoPainel = "painelDePrazos";
 constexpr int EntreOlhares = 5000; // of whether somebody is there, milliseconds
 
 } // namespace
@@ -173,6 +175,17 @@ void Mesa::MontaMenus()
     m_Consulta->setObjectName("consultaAutuacao");
     m_Consulta->setShortcut(QKeySequence("Ctrl+3"));
     connect(m_Consulta, &QAction::triggered, this, [this] { NaBorda([this] { AbreConsulta(); }); });
+    QAction *painel = equipamentos->addAction(Icone("prazo30"), "Pa&inel de prazos");
+    painel->setObjectName(AcaoDoPainel);
+    painel->setShortcut(QKeySequence("Ctrl+4"));
+    connect(painel, &QAction::triggered, this, [this] {
+        MostraInicio();
+        for (TelaInicial *inicio : m_Area->findChildren<TelaInicial *>("Inicio")) {
+            if (inicio->isVisible()) {
+                inicio->VaiAoPainel();
+            }
+        }
+    });
     equipamentos->addSeparator();
     m_Renovar = equipamentos->addAction(Icone("atualizar"), "");
     m_Renovar->setObjectName("renovarReplica");
@@ -437,7 +450,8 @@ void Mesa::Sai()
     m_Vigia->stop();
     ParaCuidado();
     for (QMdiSubWindow *filha : m_Area->subWindowList()) {
-        if (const QString nome = filha->widget()->objectName(); nome == "ConsultaAutuacao" || nome == "Inicio") {
+        if (const QString nome = filha->widget()->objectName();
+            nome == "ConsultaAutuacao" || nome == "Inicio" || nome == "JanelaDePrazos") {
             filha->close();
         }
     }
@@ -462,8 +476,23 @@ void Mesa::Sai()
 
 QWidget *Mesa::FazInicio()
 {
-    return new TelaInicial({[this] { return LeInicio(); }, [this](const std::string &acao) { FazAcaoInicial(acao); },
-                            [this](const EquipamentoRecente &qual) { AbreRecente(qual); }},
+    const auto sessao = [this] { return m_Host->Servico(); };
+    const auto borda = [this](const std::function<void()> &acao) { NaBorda(acao); };
+    const auto quem = [this] { return QuemUsa{m_Camada->Usuario, m_Camada->Lembrancas, m_Agora}; };
+    const auto abre = [this](const EquipamentoRecente &qual) { AbreRecente(qual); };
+    const auto abreLista = [this, sessao, borda, quem, abre](const RecorteDePrazos &recorte) {
+        auto *janela = new JanelaDePrazos(ListaDePrazos(sessao, recorte), abre, borda, quem(), nullptr);
+        QMdiSubWindow *filha = m_Area->addSubWindow(janela);
+        filha->setAttribute(Qt::WA_DeleteOnClose);
+        filha->setWindowIcon(janela->windowIcon());
+        filha->show();
+        janela->setFocus();
+        janela->Carrega();
+    };
+    return new TelaInicial({[this] { return LeInicio(); },
+                            [this](const std::string &acao) { FazAcaoInicial(acao); },
+                            abre,
+                            {sessao, abreLista, borda, quem}},
                            nullptr);
 }
 
@@ -553,6 +582,7 @@ void Mesa::HabilitaFerramentas()
         alguma = alguma || acao->isEnabled();
     }
     m_Consulta->setEnabled(alguma);
+    findChild<QAction *>(AcaoDoPainel)->setEnabled(alguma);
     const bool dentro = m_Host->objSCA() && m_Host->objSCA()->Logado();
     const auto tem = [&](const std::string &acao) {
         return dentro && m_Host->objSCA()->PossuiPerm2(Permissoes::Sistema, Permissoes::ObjetoAdministracao, acao);

@@ -36,6 +36,7 @@ TelaInicial::TelaInicial(Pedidos pedidos, QWidget *dono)
     letra.setBold(true);
     m_Quem->setFont(letra);
     m_Impedimento = FazTexto("impedimento", "", conteudo);
+    m_Painel = new PainelQt(m_Pedidos.Painel, conteudo);
     m_Lado = new QWidget(conteudo);
     m_Lado->setObjectName("lado");
     QLabel *titulo = FazTexto("tituloDosRecentes", "Equipamentos abertos há pouco", m_Lado);
@@ -67,6 +68,7 @@ TelaInicial::TelaInicial(Pedidos pedidos, QWidget *dono)
     auto *tudo = new QVBoxLayout(conteudo);
     tudo->addWidget(m_Quem);
     tudo->addWidget(m_Impedimento);
+    tudo->addWidget(m_Painel);
     tudo->addLayout(colunasDaPagina, 1);
     auto *pagina = new QVBoxLayout(this);
     pagina->setContentsMargins(0, 0, 0, 0);
@@ -87,6 +89,11 @@ void TelaInicial::focusInEvent(QFocusEvent *evento)
     if (QLayoutItem *primeira = m_Acoes->itemAt(0); primeira != nullptr && primeira->widget() != nullptr) {
         primeira->widget()->setFocus(evento->reason());
     }
+}
+
+void TelaInicial::VaiAoPainel()
+{
+    m_Painel->setFocus(Qt::ShortcutFocusReason);
 }
 
 void TelaInicial::Mostra()
@@ -125,6 +132,8 @@ void TelaInicial::Mostra()
     }
     m_Mostrados = pagina.Recentes();
     m_Lado->setVisible(pagina.Impedimento().empty());
+    m_Painel->setVisible(pagina.Impedimento().empty());
+    m_Painel->LeAoAparecer();
     MostraRecentes();
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "desk/host/PaginaInicial.h"
+#include "desk/windows/PainelQt.h"
 
 #include <QWidget>
 
@@ -23,9 +24,13 @@ class TelaInicial : public QWidget {
         std::function<std::optional<PaginaInicial>()> Pagina; // none: it could not be read
         std::function<void(const std::string &acao)> Faz;
         std::function<void(const EquipamentoRecente &)> Abre;
+        PainelQt::Pedidos Painel;
     };
 
     TelaInicial(Pedidos pedidos, QWidget *dono);
+
+    // The keyboard goes to the panel of deadlines.
+    void VaiAoPainel();
 
   protected:
     void showEvent(QShowEvent *evento) override;
@@ -40,6 +45,7 @@ class TelaInicial : public QWidget {
     std::vector<RecenteMostrado> m_Mostrados;
     QLabel *m_Quem;
     QLabel *m_Impedimento;
+    PainelQt *m_Painel;
     QVBoxLayout *m_Acoes;
     QWidget *m_Lado; // with the recent equipment
     QLabel *m_SemRecentes;
