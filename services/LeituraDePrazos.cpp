@@ -5,6 +5,9 @@
 #include "services/RegrasDoTipo.h"
 #include "services/Vigencia.h"
 
+#include <QJsonDocument>
+#include <QJsonObject>
+
 #include <algorithm>
 
 namespace mesa {
@@ -14,9 +17,7 @@ namespace {
 constexpr std::int32_t DiasEntreLugares = 2;
 constexpr std::int32_t UltimoDia = 99991231;
 
-// What may count otherwise than its rows say. Takes the day, and the one before which it was saved.
-const QString AParte = "e.DataTrans > ? OR (e.DataTrans >= ? AND EXISTS (SELECT 1 FROM SENSOR i "
-                       "WHERE i.NroIntEquip = e.NroIntEquip AND i.Ativo <> 1))";
+constexpr std::int32_t PorTrecho = 5000; // equipment that are counted by one statement
 const QString DosSensores = " JOIN SENSOR s ON s.NroIntEquip = e.NroIntEquip AND s.Ativo = 1 ";
 const QString DasAfericoes = " JOIN AFERICAO a ON a.NroIntSensor = s.NroIntSensor AND a.Ativo = 1 "
                              "AND a.DataVencimento >= ? ";
@@ -50,9 +51,34 @@ bool VenceAntes(const LeituraDePrazos::Afericao &uma, const LeituraDePrazos::Afe
     return uma.Periodo.Ate < outra.Periodo.Ate;
 }
 
+// Whether something was written down by a clock that is still ahead, and something else behind it by one that is not.
+bool HaEscritoDepois(Banco &dados, std::int64_t agora)
+{
+    Consulta voltas(dados, "SELECT Depois FROM HISTORICO WHERE Entidade = 'RELOGIO' AND NroEntidade = 0");
+    while (voltas.Proxima()) {
+        const QByteArray volta = QByteArray::fromStdString(voltas.Texto(0));
+        if (QJsonDocument::fromJson(volta).object().value("Ultimo").toInteger() > agora) {
+            return true;
+        }
+    }
+    return false;
+}
+
 } // namespace
 
-LeituraDePrazos::LeituraDePrazos(Operacao &operacao, std::int32_t dia) : m_Operacao(operacao), m_Dia(dia) {}
+LeituraDePrazos::LeituraDePrazos(Operacao &operacao, std::int32_t dia)
+    : m_Operacao(operacao),
+      m_Dia(dia),
+      m_AParte{"e.DataTrans > ? OR (e.DataTrans >= ? AND EXISTS (SELECT 1 FROM SENSOR i "
+               "WHERE i.NroIntEquip = e.NroIntEquip AND i.Ativo <> 1))",
+               {dia, DiaCivil(DataDoDia(dia).MaisDias(-DiasEntreLugares))}}
+{
+    if (const std::int64_t agora = operacao.Agora().Utc(); HaEscritoDepois(operacao.Dados(), agora)) {
+        m_AParte.Sql += " OR EXISTS (SELECT 1 FROM HISTORICO h WHERE h.Raiz = 'EQUIPAMENTO' "
+                        "AND h.NroRaiz = e.NroIntEquip AND h.Quando > ?)";
+        m_AParte.Valores.push_back(qlonglong(agora));
+    }
+}
 
 void LeituraDePrazos::Filtra(const QString &coluna, const QVariant &valor)
 {
@@ -69,6 +95,12 @@ LeituraDePrazos::Parte LeituraDePrazos::Onde(std::uint8_t comFoto) const
 {
     return {" WHERE e.ClienteInc = ? AND e.Ativo = 1 AND e.TrabFoto = ?" + m_Condicoes,
             QVariantList{Q(m_Operacao.Quem().Cliente), comFoto} + m_Valores};
+}
+
+LeituraDePrazos::Parte LeituraDePrazos::Entre(std::uint8_t comFoto, std::int32_t depoisDe, std::int32_t ate) const
+{
+    const Parte onde = Onde(comFoto);
+    return {onde.Sql + " AND e.NroIntEquip > ? AND e.NroIntEquip <= ?", onde.Valores + QVariantList{depoisDe, ate}};
 }
 
 LeituraDePrazos::Parte LeituraDePrazos::Pedaco(std::uint8_t comFoto, std::int32_t depoisDe, std::int32_t quantos) const
@@ -90,7 +122,6 @@ LeituraDePrazos::Parte LeituraDePrazos::Balancos(const QString &grupo, const Par
         dosFins += {fim, fim};
     }
     vence += QString("ELSE %1 END").arg(UltimoDia);
-    const std::int32_t recente = DiaCivil(DataDoDia(m_Dia).MaisDias(-DiasEntreLugares));
     return {"(SELECT b.NroIntEquip, b.Grupo, b.TipoEquip, b.AParte, "
             "CASE WHEN b.EmVigor > 1 THEN 2 ELSE b.EmVigor END AS EmVigor, " +
                 vence +
@@ -100,68 +131,78 @@ LeituraDePrazos::Parte LeituraDePrazos::Balancos(const QString &grupo, const Par
                 "JOIN AFERICAO o ON o.NroIntSensor = s.NroIntSensor AND o.Ativo = 1 AND o.DataVencimento < ? "
                 "WHERE s.NroIntEquip = b.NroIntEquip AND s.Ativo = 1) THEN 1 ELSE 0 END AS Acabou "
                 "FROM (SELECT e.NroIntEquip, MIN(" +
-                DoGrupo(grupo) + ") AS Grupo, MIN(e.TipoEquip) AS TipoEquip, MAX(CASE WHEN " + AParte +
+                DoGrupo(grupo) + ") AS Grupo, MIN(e.TipoEquip) AS TipoEquip, MAX(CASE WHEN " + m_AParte.Sql +
                 " THEN 1 ELSE 0 END) AS AParte, COUNT(CASE WHEN " + TemODiaComDocumento +
                 " THEN 1 END) AS EmVigor, MAX(CASE WHEN " + TemODiaComDocumento +
                 " THEN a.DataVencimento ELSE 0 END) AS Vence, "
                 "COUNT(CASE WHEN a.DataVerificacao <= ? AND a.NroIntImgCertif IS NULL THEN 1 END) AS SemDocumento, "
                 "COUNT(CASE WHEN a.DataVerificacao > ? THEN 1 END) AS PorComecar FROM " +
                 tabela.Sql + " LEFT" + DosSensores + "LEFT" + DasAfericoes + onde.Sql + " GROUP BY e.NroIntEquip) b) c",
-            dosFins + QVariantList{m_Dia, m_Dia, recente, m_Dia, m_Dia, m_Dia, m_Dia, m_Dia, m_Dia} + tabela.Valores +
-                QVariantList{m_Dia} + onde.Valores};
+            dosFins + QVariantList{m_Dia} + m_AParte.Valores + QVariantList{m_Dia, m_Dia, m_Dia, m_Dia, m_Dia, m_Dia} +
+                tabela.Valores + QVariantList{m_Dia} + onde.Valores};
 }
 
-LeituraDePrazos::Contagens LeituraDePrazos::ContaPelasLinhas(const QString &grupo) const
+// True when some of these are to be read by themselves.
+bool LeituraDePrazos::ContaPelasLinhas(const QString &grupo, const Parte &onde, Contagens &contagens) const
 {
-    Contagens contagens;
-    for (const auto comFoto : {std::uint8_t{1}, std::uint8_t{2}}) {
-        const Parte onde = Onde(comFoto);
-        bool algumAParte = false;
-        {
-            const Parte balancos = Balancos(grupo, {"EQUIPAMENTO e", {}}, onde);
-            Consulta linhas(m_Operacao.Dados(),
-                            "SELECT " + DoBalanco + ", c.Grupo, COUNT(*) FROM " + balancos.Sql + " GROUP BY " +
-                                DoBalanco + ", c.Grupo",
-                            balancos.Valores);
-            while (linhas.Proxima()) {
-                if (linhas.Inteiro(LidaAParte) != 0) {
-                    algumAParte = true;
-                    continue;
-                }
-                contagens.PorGrupo[linhas.Valor(Depois).toString()][EstadoDaLinha(linhas, 0, m_Dia)] +=
-                    static_cast<std::int32_t>(linhas.Inteiro(Depois + 1));
-            }
-        }
-        if (!algumAParte) {
+    const Parte balancos = Balancos(grupo, {"EQUIPAMENTO e", {}}, onde);
+    Consulta linhas(m_Operacao.Dados(),
+                    "SELECT " + DoBalanco + ", c.Grupo, COUNT(*) FROM " + balancos.Sql + " GROUP BY " + DoBalanco +
+                        ", c.Grupo",
+                    balancos.Valores);
+    bool algumAParte = false;
+    while (linhas.Proxima()) {
+        if (linhas.Inteiro(LidaAParte) != 0) {
+            algumAParte = true;
             continue;
         }
-        struct Equipamento {
-            std::int32_t Numero;
-            std::string Tipo;
-            QString Grupo;
-        };
-        std::vector<Equipamento> aParte;
-        {
-            const std::int32_t recente = DiaCivil(DataDoDia(m_Dia).MaisDias(-DiasEntreLugares));
-            Consulta linhas(m_Operacao.Dados(),
-                            "SELECT e.NroIntEquip, e.TipoEquip, " + DoGrupo(grupo) + " FROM EQUIPAMENTO e" + onde.Sql +
-                                " AND (" + AParte + ")",
-                            onde.Valores + QVariantList{m_Dia, recente});
-            while (linhas.Proxima()) {
-                aParte.push_back(
-                    {static_cast<std::int32_t>(linhas.Inteiro(0)), linhas.Texto(1), linhas.Valor(2).toString()});
-            }
-        }
-        for (std::size_t n = 0; n < aParte.size(); ++n) {
-            m_Operacao.Anda(static_cast<double>(n) / static_cast<double>(aParte.size()), "Contando os prazos");
-            if (const auto situacao = De(aParte[n].Numero, aParte[n].Tipo, {})) {
-                ++contagens.PorGrupo[aParte[n].Grupo][situacao->Estado];
-            } else {
-                contagens.SemEstado.push_back(aParte[n].Numero);
-            }
+        contagens.PorGrupo[linhas.Valor(Depois).toString()][EstadoDaLinha(linhas, 0, m_Dia)] +=
+            static_cast<std::int32_t>(linhas.Inteiro(Depois + 1));
+    }
+    return algumAParte;
+}
+
+void LeituraDePrazos::ContaAParte(const QString &grupo, const Parte &onde, Contagens &contagens) const
+{
+    struct Equipamento {
+        std::int32_t Numero;
+        std::string Tipo;
+        QString Grupo;
+    };
+    std::vector<Equipamento> aParte;
+    {
+        Consulta linhas(m_Operacao.Dados(),
+                        "SELECT e.NroIntEquip, e.TipoEquip, " + DoGrupo(grupo) + " FROM EQUIPAMENTO e" + onde.Sql +
+                            " AND (" + m_AParte.Sql + ")",
+                        onde.Valores + m_AParte.Valores);
+        while (linhas.Proxima()) {
+            aParte.push_back(
+                {static_cast<std::int32_t>(linhas.Inteiro(0)), linhas.Texto(1), linhas.Valor(2).toString()});
         }
     }
-    return contagens;
+    for (const Equipamento &equipamento : aParte) {
+        m_Operacao.Anda(0, "Contando os prazos");
+        if (const auto situacao = De(equipamento.Numero, equipamento.Tipo, {})) {
+            ++contagens.PorGrupo[equipamento.Grupo][situacao->Estado];
+        } else {
+            contagens.SemEstado.push_back(equipamento.Numero);
+        }
+    }
+}
+
+void LeituraDePrazos::ContaMeses(const Parte &onde, std::int32_t ate, Contagens &contagens) const
+{
+    Consulta linhas(m_Operacao.Dados(),
+                    "SELECT e.TipoEquip, a.DataVencimento / 100, COUNT(*) FROM EQUIPAMENTO e" + DosSensores +
+                        DasAfericoes + onde.Sql +
+                        " AND a.DataVencimento <= ? GROUP BY e.TipoEquip, a.DataVencimento / 100",
+                    QVariantList{m_Dia} + onde.Valores + QVariantList{ate});
+    while (linhas.Proxima()) {
+        if (TemAfericoes(linhas.Texto(0))) {
+            contagens.PorMes[static_cast<std::int32_t>(linhas.Inteiro(1))] +=
+                static_cast<std::int32_t>(linhas.Inteiro(2));
+        }
+    }
 }
 
 // Documents are few that are damaged: their equipment are counted again, each with the state that it has without them.
@@ -192,30 +233,39 @@ void LeituraDePrazos::TrocaDanificados(const QString &grupo, Contagens &contagen
     }
 }
 
-LeituraDePrazos::Contagens LeituraDePrazos::Conta(const QString &grupo) const
+// In stretches, so that who waits is asked on the way; in one transaction, so that they are of one moment.
+LeituraDePrazos::Contagens LeituraDePrazos::Conta(const QString &grupo, std::int32_t ate) const
 {
-    Contagens contagens = ContaPelasLinhas(grupo);
+    Contagens contagens;
+    for (const auto comFoto : {std::uint8_t{1}, std::uint8_t{2}}) {
+        for (std::int32_t depoisDe = 0;;) {
+            m_Operacao.Anda(0, "Contando os prazos");
+            const std::int32_t ultimo = FimDoTrecho(comFoto, depoisDe);
+            if (ultimo == 0) {
+                break;
+            }
+            const Parte onde = Entre(comFoto, depoisDe, ultimo);
+            if (ContaPelasLinhas(grupo, onde, contagens)) {
+                ContaAParte(grupo, onde, contagens);
+            }
+            ContaMeses(onde, ate, contagens);
+            depoisDe = ultimo;
+        }
+    }
     TrocaDanificados(grupo, contagens);
     return contagens;
 }
 
-std::map<std::int32_t, std::int32_t> LeituraDePrazos::PorMes(std::int32_t ate) const
+// The last equipment of the next stretch; 0 behind the last one.
+std::int32_t LeituraDePrazos::FimDoTrecho(std::uint8_t comFoto, std::int32_t depoisDe) const
 {
-    std::map<std::int32_t, std::int32_t> meses;
-    for (const auto comFoto : {std::uint8_t{1}, std::uint8_t{2}}) {
-        const Parte onde = Onde(comFoto);
-        Consulta linhas(m_Operacao.Dados(),
-                        "SELECT e.TipoEquip, a.DataVencimento / 100, COUNT(*) FROM EQUIPAMENTO e" + DosSensores +
-                            DasAfericoes + onde.Sql +
-                            " AND a.DataVencimento <= ? GROUP BY e.TipoEquip, a.DataVencimento / 100",
-                        QVariantList{m_Dia} + onde.Valores + QVariantList{ate});
-        while (linhas.Proxima()) {
-            if (TemAfericoes(linhas.Texto(0))) {
-                meses[static_cast<std::int32_t>(linhas.Inteiro(1))] += static_cast<std::int32_t>(linhas.Inteiro(2));
-            }
-        }
-    }
-    return meses;
+    const Parte onde = Onde(comFoto);
+    Consulta linha(m_Operacao.Dados(),
+                   "SELECT MAX(t.NroIntEquip) FROM (SELECT e.NroIntEquip FROM EQUIPAMENTO e" + onde.Sql +
+                       QString(" AND e.NroIntEquip > ? ORDER BY e.NroIntEquip LIMIT %1) t").arg(PorTrecho),
+                   onde.Valores + QVariantList{depoisDe});
+    linha.Proxima();
+    return static_cast<std::int32_t>(linha.Inteiro(0));
 }
 
 LeituraDePrazos::Trecho LeituraDePrazos::Estados(

@@ -2,6 +2,7 @@
 
 #include "host/Conversoes.h"
 #include "services/Calendario.h"
+#include "services/Conferencia.h"
 #include "services/LeituraDePrazos.h"
 #include "services/Recusa.h"
 #include "services/ServicoDocumentos.h"
@@ -21,6 +22,8 @@ constexpr std::uint8_t SemFoto = 2;
 constexpr std::int32_t PorTrecho = 1000;     // equipment of which few are expected in a list
 constexpr std::int32_t PorTrechoCheio = 250; // of which most are
 constexpr std::int32_t UltimoDia = 99991231;
+constexpr int PrimeiroAno = 1900; // of which deadlines are told: days before and behind it are counted too
+constexpr int UltimoAno = 9998;
 
 enum class Agrupamento : std::uint8_t { Nenhum, Setor, Municipio, Tipo };
 
@@ -58,7 +61,7 @@ template <class R> LeituraDePrazos LeituraPara(Operacao &operacao, const R &pedi
     }
     for (std::int32_t n = 1; !danificados.Nada() && n <= danificados->Count(); ++n) {
         leitura.Danificado(danificados->Item(n)->NroIntEquip,
-                           static_cast<std::int64_t>(danificados->Item(n)->NroIntImgCertif.Valor()));
+                           Conferencia::Chave(danificados->Item(n)->NroIntImgCertif));
     }
     return leitura;
 }
@@ -140,6 +143,16 @@ class Passeio {
     std::int32_t m_DepoisDe;
 };
 
+// 0 when it is not asked for.
+std::int32_t MesPedido(const ListaPrazosED &pedido)
+{
+    const std::int32_t mes = pedido.Mes;
+    if (mes != 0 && (mes < MesDe(PrimeiroAno * 10000) || mes > MesDe(UltimoDia) || mes % 100 < 1 || mes % 100 > 12)) {
+        throw Recusa("O mês dos prazos não está no calendário.");
+    }
+    return mes;
+}
+
 std::optional<EstadoDePrazo> EstadoPedido(const ListaPrazosED &pedido)
 {
     if (!pedido.Estado.Escrito()) {
@@ -170,7 +183,8 @@ Instante ServicoPrazos::Momento(const Campo<Data> &dito) const
 {
     Instante agora = Agora();
     if (dito.Escrito()) {
-        if (!dito.Valor().NoCalendario() || dito.Valor().Vazia()) {
+        if (!dito.Valor().NoCalendario() || dito.Valor().Partes().Ano < PrimeiroAno ||
+            dito.Valor().Partes().Ano > UltimoAno) {
             throw Recusa("O momento dos prazos não está no calendário.");
         }
         agora.Local = dito;
@@ -184,10 +198,8 @@ Ref<PainelPrazosED> ServicoPrazos::Painel(const PainelPrazosED &pedido)
     const Instante agora = Agora();
     const std::int32_t dia = DiaCivil(agora.Local);
     const LeituraDePrazos leitura = LeituraPara(m_Operacao, pedido, dia);
-    m_Operacao.Anda(0, "Contando os prazos");
-    const LeituraDePrazos::Contagens contagens = leitura.Conta(ColunaDoGrupo(pedido.Agrupa));
-    m_Operacao.Anda(0.7, "Contando os prazos");
-    auto meses = leitura.PorMes(FimDoMes(MaisMeses(MesDe(dia), Prazos::Meses - 1)));
+    LeituraDePrazos::Contagens contagens =
+        leitura.Conta(ColunaDoGrupo(pedido.Agrupa), FimDoMes(MaisMeses(MesDe(dia), Prazos::Meses - 1)));
 
     auto painel = Novo<PainelPrazosED>();
     painel->ComoEm = agora.Local;
@@ -223,7 +235,7 @@ Ref<PainelPrazosED> ServicoPrazos::Painel(const PainelPrazosED &pedido)
     for (std::int32_t n = 0; n < Prazos::Meses; ++n) {
         auto mes = Novo<MesPrazoED>();
         mes->Mes = MaisMeses(MesDe(dia), n);
-        mes->Quantas = meses[mes->Mes.Valor()];
+        mes->Quantas = contagens.PorMes[mes->Mes.Valor()];
         Junta(painel->Meses, mes);
     }
     return painel;
@@ -260,7 +272,7 @@ Ref<ListaPrazosED> ServicoPrazos::Lista(const ListaPrazosED &pedido)
 {
     Exige();
     const std::optional<EstadoDePrazo> estado = EstadoPedido(pedido);
-    const std::int32_t mes = pedido.Mes;
+    const std::int32_t mes = MesPedido(pedido);
     const Instante momento = Momento(pedido.ComoEm);
     const std::int32_t dia = DiaCivil(momento.Local);
     const LeituraDePrazos leitura = LeituraPara(m_Operacao, pedido, dia);

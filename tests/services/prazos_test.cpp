@@ -427,6 +427,16 @@ TEST_F(ServicosPrazos, EquipmentThatTheHistoryDoesNotHaveAsActive_IsToldAndNotCo
         "O equipamento R-1 está ativo, mas o histórico não o confirma em 25/11/2026: confira o relógio com que ele "
         "foi gravado.");
     EXPECT_EQ(Textos(NoEstado(1)), "R-2/1/20271231");
+    // Nor does what is saved afterwards, by a clock that is right, make it so.
+    Abre(m_Ana, numero);
+    Faz(m_Ana, "altera", Com(SoNumero(numero), &EquiptoED::Descricao, "outra"));
+    EXPECT_EQ(Vigente(numero, m_Registro.Relogio), 0);
+    EXPECT_EQ(Contagens(), "1=1");
+    EXPECT_EQ(Painel(m_Ana)->NaoContados.Valor(), 1);
+    EXPECT_EQ(Textos(NoEstado(1)), "R-2/1/20271231");
+    m_Registro.Relogio = DataDe(30, 11, 2026);
+    EXPECT_NE(Vigente(numero, m_Registro.Relogio), 0);
+    EXPECT_EQ(Contagens(), "1=2");
 }
 
 TEST_F(ServicosPrazos, TheDay_IsThatOfTheRegistrysTimeZone_WhereverItIsAskedFrom)
@@ -656,6 +666,14 @@ TEST_F(ServicosPrazos, WhatIsNoCriterion_IsRefused)
     for (const auto estado : {std::uint8_t{0}, std::uint8_t{11}}) {
         EXPECT_EQ(RecusaDe(m_Ana, "listaPrazos", Com(Novo<ListaPrazosED>(), &ListaPrazosED::Estado, estado), Classe),
                   "Não existe o estado de prazo " + std::to_string(estado) + ".");
+    }
+    for (const std::int32_t mes : {-1, 189912, 202600, 202613, 1000001, 2147483647}) {
+        EXPECT_EQ(RecusaDe(m_Ana, "listaPrazos", Com(Novo<ListaPrazosED>(), &ListaPrazosED::Mes, mes), Classe),
+                  "O mês dos prazos não está no calendário.");
+    }
+    for (const Data dia : {Data{}, Data{1e300}, DataDe(1, 1, 100), DataDe(31, 12, 9999)}) {
+        EXPECT_EQ(RecusaDe(m_Ana, "listaPrazos", Com(Novo<ListaPrazosED>(), &ListaPrazosED::ComoEm, dia), Classe),
+                  "O momento dos prazos não está no calendário.");
     }
     EXPECT_EQ(RecusaDe(m_Ana, "consultaPainel", Novo<ListaPrazosED>(), Classe),
               "A operação pede um registro PainelPrazosED e recebeu ListaPrazosED.");
