@@ -26,6 +26,14 @@ std::string NomeDoMunicipio(std::int32_t codigo)
 
 } // namespace
 
+const std::string &IconeDoPrazo(EstadoDePrazo estado)
+{
+    static const std::array<std::string, 11> icones{
+        "",           "prazovalido",    "prazo90",     "prazo60",        "prazo30", "prazovencido", "prazolacuna",
+        "prazonunca", "prazodocumento", "prazovarias", "prazodispensado"};
+    return icones.at(static_cast<std::size_t>(estado));
+}
+
 std::string NomeDoGrupo(AgrupamentoDePrazos por, const std::string &chave)
 {
     switch (por) {
@@ -162,6 +170,11 @@ std::vector<std::vector<std::string>> ListaDePrazos::Linhas() const
                           Prazos::Nome(static_cast<EstadoDePrazo>(prazo->Estado.Valor()))});
     }
     return linhas;
+}
+
+const std::string &ListaDePrazos::Icone(std::size_t linha) const
+{
+    return IconeDoPrazo(static_cast<EstadoDePrazo>(m_Prazos.at(linha)->Estado.Valor()));
 }
 
 EquipamentoRecente ListaDePrazos::Equipamento(std::size_t linha) const

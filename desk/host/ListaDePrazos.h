@@ -35,6 +35,8 @@ struct RecorteDePrazos {
     DocumentosDanificados Danificados; // count as missing
 };
 
+// Name of the state's icon.
+const std::string &IconeDoPrazo(EstadoDePrazo estado);
 // The group's name for people.
 std::string NomeDoGrupo(AgrupamentoDePrazos por, const std::string &chave);
 // "março de 2027", "mar".
@@ -66,6 +68,8 @@ class ListaDePrazos {
     // As texts under Colunas().
     std::vector<std::vector<std::string>> Linhas() const;
     std::size_t Quantas() const { return m_Prazos.size(); }
+    // Name of the icon that stands with the last of those texts.
+    const std::string &Icone(std::size_t linha) const;
     // Where the row leads.
     EquipamentoRecente Equipamento(std::size_t linha) const;
     // How many rows there are, of which moment, and whether there are more.

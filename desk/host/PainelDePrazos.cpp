@@ -12,14 +12,6 @@ namespace mesa {
 
 namespace {
 
-const std::string &IconeDe(EstadoDePrazo estado)
-{
-    static const std::array<std::string, 11> icones{
-        "",           "prazovalido",    "prazo90",     "prazo60",        "prazo30", "prazovencido", "prazolacuna",
-        "prazonunca", "prazodocumento", "prazovarias", "prazodispensado"};
-    return icones.at(static_cast<std::size_t>(estado));
-}
-
 std::string Equipamentos(std::int32_t quantos)
 {
     return quantos == 1 ? "1 equipamento" : CStr(quantos) + " equipamentos";
@@ -33,6 +25,12 @@ std::string Vencem(std::int32_t quantas)
 }
 
 } // namespace
+
+EstadoNoPainel NoPainel(EstadoDePrazo estado, std::int32_t quantos)
+{
+    const std::string &nome = Prazos::Nome(estado);
+    return {estado, nome, IconeDoPrazo(estado), quantos, nome + ": " + Equipamentos(quantos)};
+}
 
 bool PainelDePrazos::Le()
 {
@@ -141,8 +139,7 @@ void PainelDePrazos::Mostra(const PainelPrazosED &lido)
         porGrupo[uma.Grupo][estado] += uma.Quantos;
     }
     for (const EstadoDePrazo estado : Prazos::Estados()) {
-        const std::string &nome = Prazos::Nome(estado);
-        m_Estados.push_back({estado, nome, IconeDe(estado), todos[estado], nome + ": " + Equipamentos(todos[estado])});
+        m_Estados.push_back(NoPainel(estado, todos[estado]));
     }
     if (m_Por != AgrupamentoDePrazos::Nada) {
         for (auto &[chave, quantos] : porGrupo) {

@@ -20,6 +20,9 @@ struct EstadoNoPainel {
     std::string Frase; // "Vencido: 12 equipamentos", for who does not see it
 };
 
+// A state with so many equipment in it.
+EstadoNoPainel NoPainel(EstadoDePrazo estado, std::int32_t quantos);
+
 // A sector, municipality or type with its numbers.
 struct GrupoNoPainel {
     std::string Nome;

@@ -504,7 +504,10 @@ void Roteiro::PrazosNoPainel()
             })),
             QString::number(quantos));
     });
-    m_Condutor.FechaJanela("JanelaDePrazos");
+    m_Condutor.Passo("Lista do painel fechada", [&] {
+        m_Condutor.Tecla(Qt::Key_F4, Qt::ControlModifier);
+        m_Condutor.EsperaSemJanela("JanelaDePrazos");
+    });
 }
 
 void Roteiro::ConsultaParaAutuacao()

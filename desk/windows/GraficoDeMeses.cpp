@@ -114,6 +114,7 @@ GraficoDeMeses::GraficoDeMeses(std::function<void(const MesNoPainel &)> abre, QW
     setAccessibleName("Aferições que vencem nos próximos 24 meses");
     m_Barras->setContentsMargins(0, 0, 0, 0);
     m_Barras->setSpacing(0);
+    m_Barras->addStrut(fontMetrics().height() * LinhasDeAltura); // before there are any
 }
 
 void GraficoDeMeses::Mostra(const std::vector<MesNoPainel> &meses, QWidget *depoisDe)
@@ -145,8 +146,9 @@ void GraficoDeMeses::Espera()
 
 bool GraficoDeMeses::eventFilter(QObject *objeto, QEvent *evento)
 {
-    const int posicao = m_Barras->indexOf(qobject_cast<QWidget *>(objeto));
-    if (posicao >= 0 && evento->type() == QEvent::KeyPress) {
+    const auto posicao = static_cast<int>(std::ranges::find(m_DosMeses, objeto) - m_DosMeses.begin());
+    const auto quantas = static_cast<int>(m_DosMeses.size());
+    if (posicao < quantas && evento->type() == QEvent::KeyPress) {
         switch (static_cast<QKeyEvent *>(evento)->key()) {
         case Qt::Key_Left:
             VaiPara(posicao - 1);
@@ -158,15 +160,15 @@ bool GraficoDeMeses::eventFilter(QObject *objeto, QEvent *evento)
             VaiPara(0);
             return true;
         case Qt::Key_End:
-            VaiPara(m_Barras->count() - 1);
+            VaiPara(quantas - 1);
             return true;
         default:
             break;
         }
     }
-    if (posicao >= 0 && evento->type() == QEvent::FocusIn) {
-        for (int outra = 0; outra < m_Barras->count(); ++outra) {
-            m_Barras->itemAt(outra)->widget()->setFocusPolicy(outra == posicao ? Qt::StrongFocus : Qt::ClickFocus);
+    if (posicao < quantas && evento->type() == QEvent::FocusIn) {
+        for (Barra *outra : m_DosMeses) {
+            outra->setFocusPolicy(outra == objeto ? Qt::StrongFocus : Qt::ClickFocus);
         }
     }
     return QWidget::eventFilter(objeto, evento);
@@ -174,8 +176,8 @@ bool GraficoDeMeses::eventFilter(QObject *objeto, QEvent *evento)
 
 void GraficoDeMeses::VaiPara(int posicao)
 {
-    if (posicao >= 0 && posicao < m_Barras->count()) {
-        m_Barras->itemAt(posicao)->widget()->setFocus(Qt::OtherFocusReason);
+    if (posicao >= 0 && posicao < static_cast<int>(m_DosMeses.size())) {
+        m_DosMeses[static_cast<std::size_t>(posicao)]->setFocus(Qt::OtherFocusReason);
     }
 }
 

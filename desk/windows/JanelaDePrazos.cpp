@@ -13,8 +13,10 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QMenu>
+#include <QPointer>
 #include <QPushButton>
 #include <QSaveFile>
+#include <QStyle>
 #include <QTableWidget>
 #include <QVBoxLayout>
 
@@ -131,15 +133,18 @@ bool JanelaDePrazos::Completa()
 bool JanelaDePrazos::Le(bool (ListaDePrazos::*le)(std::string &, const Segue &))
 {
     bool lida = false;
+    const QPointer<JanelaDePrazos> viva(this);
     m_Borda([&] {
         std::string recusa;
         FazNaFrente("Os prazos estão sendo lidos.", true, this,
                     [&](const Segue &segue) { lida = (m_Lista.*le)(recusa, segue); });
-        if (!lida) {
+        if (!lida && viva) {
             AvisaEmCaixa(Q(recusa), this);
         }
     });
-    Mostra();
+    if (viva) {
+        Mostra();
+    }
     return lida;
 }
 
@@ -154,8 +159,14 @@ void JanelaDePrazos::Mostra()
         int largura = m_Linhas->horizontalHeader()->sectionSizeHint(static_cast<int>(coluna));
         for (std::size_t linha = 0; linha < linhas.size(); ++linha) {
             const QString texto = Q(linhas[linha][coluna]);
-            m_Linhas->setItem(static_cast<int>(linha), static_cast<int>(coluna), new QTableWidgetItem(texto));
-            largura = std::max(largura, m_Linhas->fontMetrics().horizontalAdvance(texto) + Margem);
+            auto *celula = new QTableWidgetItem(texto);
+            m_Linhas->setItem(static_cast<int>(linha), static_cast<int>(coluna), celula);
+            int icone = 0;
+            if (coluna + 1 == linhas[linha].size()) {
+                celula->setIcon(Icone(Q(m_Lista.Icone(linha))));
+                icone = m_Linhas->style()->pixelMetric(QStyle::PM_SmallIconSize);
+            }
+            largura = std::max(largura, m_Linhas->fontMetrics().horizontalAdvance(texto) + icone + Margem);
         }
         const std::string &titulo = ListaDePrazos::Colunas()[coluna];
         colunas.push_back({titulo, titulo, std::max(largura, MenorColuna)});

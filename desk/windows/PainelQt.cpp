@@ -1,5 +1,6 @@
 #include "desk/windows/PainelQt.h"
 
+#include "desk/windows/Acessibilidade.h"
 #include "desk/windows/ComandosDeTabela.h"
 #include "desk/windows/Combo.h"
 #include "desk/windows/Cores.h"
@@ -17,6 +18,7 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
+#include <QMenu>
 #include <QPointer>
 #include <QPushButton>
 #include <QTableWidget>
@@ -119,6 +121,7 @@ PainelQt::PainelQt(Pedidos pedidos, QWidget *dono)
     auto *numeros = new QVBoxLayout(m_Numeros);
     numeros->setContentsMargins(0, 0, 0, 0);
     numeros->addLayout(m_Estados);
+    MontaEstados();
     m_Regra = FazTexto("regraDosPrazos", Q(Prazos::Regra()), m_Numeros);
     numeros->addWidget(m_Regra);
     m_TituloDosMeses = FazTexto("tituloDosMeses", "Aferições que vencem em cada mês", m_Numeros);
@@ -128,10 +131,14 @@ PainelQt::PainelQt(Pedidos pedidos, QWidget *dono)
     MontaCabeca();
     MontaGrupos();
     auto *comandos = new LeiauteEmFluxo;
-    auto *rotulo = new QLabel("&Agrupar por:", m_Numeros);
+    auto *agrupar = new QWidget(m_Numeros); // which do not part
+    auto *rotulo = new QLabel("&Agrupar por:", agrupar);
     rotulo->setBuddy(m_Agrupar);
-    for (QWidget *comando :
-         std::initializer_list<QWidget *>{rotulo, m_Agrupar, m_Atualizar, m_Conferir, m_Calendario}) {
+    auto *juntos = new QHBoxLayout(agrupar);
+    juntos->setContentsMargins(0, 0, 0, 0);
+    juntos->addWidget(rotulo);
+    juntos->addWidget(m_Agrupar);
+    for (QWidget *comando : std::initializer_list<QWidget *>{agrupar, m_Atualizar, m_Conferir, m_Calendario}) {
         comandos->addWidget(comando);
     }
     numeros->addLayout(comandos);
@@ -140,6 +147,17 @@ PainelQt::PainelQt(Pedidos pedidos, QWidget *dono)
     numeros->addWidget(m_Meses);
     tudo->addWidget(m_Numeros);
     Mostra();
+}
+
+void PainelQt::MontaEstados()
+{
+    for (const EstadoDePrazo estado : Prazos::Estados()) {
+        auto *botao = new BotaoDoEstado(NoPainel(estado, 0), m_Numeros);
+        connect(botao, &QPushButton::clicked, this, [this, estado] { m_Pedidos.AbreLista(m_Painel.Atras(estado)); });
+        const int posicao = static_cast<int>(m_Botoes.size());
+        m_Estados->addWidget(botao, posicao / EstadosPorLinha, posicao % EstadosPorLinha);
+        m_Botoes.push_back(botao);
+    }
 }
 
 void PainelQt::MontaCabeca()
@@ -173,7 +191,14 @@ void PainelQt::MontaGrupos()
     m_Grupos->setTabKeyNavigation(false);
     m_Grupos->setAlternatingRowColors(true);
     m_Grupos->setWordWrap(false);
+    m_Grupos->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(m_Grupos, &QTableWidget::activated, this, [this] { AbreGrupo(); });
+    connect(m_Grupos, &QTableWidget::customContextMenuRequested, this, [this](const QPoint &onde) {
+        QMenu menu(m_Grupos);
+        menu.setObjectName("menuDaTabela");
+        m_ComandosDosGrupos->AdicionaAoMenu(menu, {});
+        menu.exec(m_Grupos->viewport()->mapToGlobal(onde));
+    });
 }
 
 void PainelQt::LeAoAparecer()
@@ -181,6 +206,9 @@ void PainelQt::LeAoAparecer()
     m_Pendente = true;
     m_Resumo->setText("Contando os prazos...");
     m_Resumo->show();
+    m_Falhas->hide();
+    m_TentarDeNovo->hide();
+    m_Numeros->show();
     for (BotaoDoEstado *botao : m_Botoes) {
         botao->Espera();
     }
@@ -214,12 +242,11 @@ void PainelQt::focusInEvent(QFocusEvent *evento)
     RecebeFoco();
 }
 
-// Until there is something to work with, the panel keeps the keyboard itself.
 void PainelQt::RecebeFoco()
 {
-    if (m_TentarDeNovo->isVisible()) {
+    if (m_TentarDeNovo->isVisibleTo(this)) {
         m_TentarDeNovo->setFocus();
-    } else if (!m_Botoes.empty()) {
+    } else {
         m_Botoes.front()->setFocus();
     }
 }
@@ -266,6 +293,7 @@ void PainelQt::Confere()
 void PainelQt::Mostra()
 {
     const bool lido = m_Painel.Impedimento().empty();
+    const bool comTeclado = isAncestorOf(QApplication::focusWidget());
     m_Resumo->setText(Q(m_Painel.Resumo()));
     m_Resumo->setVisible(lido);
     QStringList falhas;
@@ -279,10 +307,13 @@ void PainelQt::Mostra()
     m_Falhas->setVisible(!falhas.isEmpty());
     m_TentarDeNovo->setVisible(!falhas.isEmpty());
     m_Numeros->setVisible(lido);
+    if (!lido) {
+        Anuncia(*m_Falhas);
+    }
     MostraEstados();
     MostraGrupos();
     m_Meses->Mostra(m_Painel.Meses(), m_Grupos);
-    if (hasFocus()) {
+    if (comTeclado && !isAncestorOf(QApplication::focusWidget())) { // it was on what is gone
         RecebeFoco();
     }
 }
@@ -290,27 +321,12 @@ void PainelQt::Mostra()
 void PainelQt::MostraEstados()
 {
     const std::vector<EstadoNoPainel> &estados = m_Painel.Estados();
-    for (std::size_t n = m_Botoes.size(); n < estados.size(); ++n) {
-        auto *botao = new BotaoDoEstado(estados[n], m_Numeros);
-        connect(botao, &QPushButton::clicked, this,
-                [this, qual = estados[n].Qual] { m_Pedidos.AbreLista(m_Painel.Atras(qual)); });
-        const int posicao = static_cast<int>(n);
-        m_Estados->addWidget(botao, posicao / EstadosPorLinha, posicao % EstadosPorLinha);
-        if (!m_Botoes.empty()) {
-            setTabOrder(m_Botoes.back(), botao);
+    for (std::size_t n = 0; n < m_Botoes.size(); ++n) {
+        if (estados.empty()) {
+            m_Botoes[n]->Espera();
+        } else {
+            m_Botoes[n]->Mostra(estados[n]);
         }
-        m_Botoes.push_back(botao);
-        if (n + 1 == estados.size()) {
-            QWidget *anterior = botao;
-            for (QWidget *seguinte :
-                 std::initializer_list<QWidget *>{m_Agrupar, m_Atualizar, m_Conferir, m_Calendario, m_Grupos}) {
-                setTabOrder(anterior, seguinte);
-                anterior = seguinte;
-            }
-        }
-    }
-    for (std::size_t n = 0; n < estados.size(); ++n) {
-        m_Botoes[n]->Mostra(estados[n]);
     }
 }
 

@@ -43,6 +43,7 @@ class PainelQt : public QWidget {
   private:
     class BotaoDoEstado;
 
+    void MontaEstados();
     void MontaCabeca();
     void MontaGrupos();
     void Le();

@@ -86,7 +86,9 @@ void TelaInicial::showEvent(QShowEvent *evento)
 void TelaInicial::focusInEvent(QFocusEvent *evento)
 {
     QWidget::focusInEvent(evento);
-    if (QLayoutItem *primeira = m_Acoes->itemAt(0); primeira != nullptr && primeira->widget() != nullptr) {
+    if (m_Painel->isVisibleTo(this)) {
+        m_Painel->setFocus(evento->reason());
+    } else if (QLayoutItem *primeira = m_Acoes->itemAt(0); primeira != nullptr && primeira->widget() != nullptr) {
         primeira->widget()->setFocus(evento->reason());
     }
 }

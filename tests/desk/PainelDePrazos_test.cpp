@@ -1,9 +1,14 @@
 #include "desk/host/PainelDePrazos.h"
 
+#include "desk/tour/Cortes.h"
+#include "desk/windows/AreaDeTrabalho.h"
 #include "desk/windows/TelaInicial.h"
+#include "tests/desk/AparenciaDeTeste.h"
+#include "tests/desk/LeitorDeTela.h"
 #include "tests/desk/MesaTeste.h"
 #include "tests/desk/Retrato.h"
 #include "tests/desk/Teclado.h"
+#include "tests/desk/TelasDeTeste.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -12,6 +17,7 @@
 #include <QTest>
 
 #include <set>
+#include <tuple>
 
 using namespace mesa;
 
@@ -331,6 +337,41 @@ TEST_F(PainelNaTelaTeste, Groups_OpenTheListOfTheirCell)
     ASSERT_NE(janela, nullptr);
     EXPECT_EQ(janela->windowTitle(), "Prazos: Nunca aferido, Metrologia");
     EXPECT_EQ(janela->findChild<QTableWidget *>("linhas")->item(0, 0)->text(), "R-4");
+}
+
+TEST_F(PainelNaTelaTeste, PanelAndLists_AtEverySizeAndColour_AreWhole)
+{
+    AparenciaDeTeste aparencia(preferencias);
+    Entra();
+    auto *area = mesa.findChild<AreaDeTrabalho *>();
+    EsperaPainel();
+    Percorre([&](Teclado &t) {
+        t.EsperaJanela("Mesa").TabAte("agruparPrazos").DesceAte("Município");
+        t.Espera("the groups are there", [&] { return Painel()->findChild<QTableWidget *>()->isVisible(); });
+    });
+    for (const auto &[nome, tema, tamanho, tela] :
+         {std::tuple("claro", Tema::Claro, 100, TelasDeTeste::Comum),
+          std::tuple("1024x768", Tema::Claro, 100, TelasDeTeste::Pequena),
+          std::tuple("1024x768-escuro", Tema::Escuro, 100, TelasDeTeste::Pequena),
+          std::tuple("200", Tema::Claro, 200, TelasDeTeste::Comum),
+          std::tuple("512x384-escuro", Tema::Escuro, 100, TelasDeTeste::Ampliada)}) {
+        SCOPED_TRACE(nome);
+        aparencia.Poe(tema, tamanho);
+        mesa.setGeometry(tela.adjusted(0, 0, -1, -1));
+        area->MostraFundo(false);
+        area->MostraFundo(true);
+        EsperaPainel();
+        Fotografa(mesa, QString("painel-%1").arg(nome));
+        EXPECT_EQ((TextosCortados(mesa) + ForaDoLugar(mesa) + DefeitosDoLeitor(*Painel())).join("\n").toStdString(),
+                  "");
+        EXPECT_EQ(TabForaDaLeitura(*Painel()).join("\n").toStdString(), "");
+        Painel()->findChild<QPushButton *>("estado1")->click();
+        auto *lista = mesa.findChild<QWidget *>("JanelaDePrazos");
+        Fotografa(mesa, QString("lista-de-prazos-%1").arg(nome));
+        EXPECT_EQ(DefeitosDaJanela(*lista).join("\n").toStdString(), "");
+        area->closeAllSubWindows();
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
 }
 
 } // namespace

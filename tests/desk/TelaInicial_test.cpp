@@ -66,7 +66,7 @@ TEST_F(TelaInicialTeste, AfterSignIn_ByKeys_OpensTheListsAndWhatWasOpenedLately)
 {
     Entra();
     Percorre([&](Teclado &t) {
-        t.EsperaJanela("Mesa").EsperaFoco("inicio_mnuModVOREquiptos");
+        t.EsperaJanela("Mesa").EsperaFoco("estado1").TabAte("inicio_mnuModVOREquiptos");
         NaTela([&] { Fotografa(mesa, "inicio-vazio"); });
         t.Tecla(Qt::Key_Space).EsperaJanela("frmLista");
         t.Alt('L').EsperaLinhas("ztlLista", 2).TabAte("ztlLista/linhas").EsperaLinha("ztlLista", 2, "R-002");

@@ -126,10 +126,16 @@ std::unique_ptr<Message> Nova(const google::protobuf::Descriptor *qual)
     return std::unique_ptr<Message>(google::protobuf::MessageFactory::generated_factory()->GetPrototype(qual)->New());
 }
 
-// How the operation ends, and with how many messages it answered; of the replica the rows count.
-grpc::Status Chama(const std::string &nome, const servidor::Chamada &chamada, Message &pedido, Message &resposta,
-                   int &respostas)
+std::string NomeDe(const MethodDescriptor &operacao)
 {
+    return operacao.service()->name() + "/" + operacao.name();
+}
+
+// How the operation ends, and with how many messages it answered; of the replica the rows count.
+grpc::Status Chama(const MethodDescriptor &operacao, const servidor::Chamada &chamada, Message &pedido,
+                   Message &resposta, int &respostas)
+{
+    const std::string nome = NomeDe(operacao);
     servidor::Atendente &quem = *Um().Quem;
     const auto conta = [&]<class Mensagem>(const Mensagem &mensagem) {
         if constexpr (std::is_same_v<Mensagem, PedacoDeReplica>) {
@@ -195,10 +201,9 @@ grpc::Status Chama(const std::string &nome, const servidor::Chamada &chamada, Me
     }
 #undef DE
 #undef PARA
-    const std::size_t barra = nome.find('/');
-    const bool le = nome.find("/consulta") != std::string::npos || nome.find("/lista") != std::string::npos;
-    return le ? quem.Consulta(chamada, nome.substr(0, barra), nome.substr(barra + 1), pedido, resposta)
-              : quem.Grava(chamada, nome.substr(0, barra), nome.substr(barra + 1), pedido, resposta);
+    const std::string &classe = operacao.service()->name();
+    return operacao.options().GetExtension(Muda) ? quem.Grava(chamada, classe, operacao.name(), pedido, resposta)
+                                                 : quem.Consulta(chamada, classe, operacao.name(), pedido, resposta);
 }
 
 } // namespace
@@ -209,7 +214,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *dados, std::size_t tamanho)
     Octetos octetos(dados, tamanho);
     const auto &operacoes = Operacoes();
     const MethodDescriptor &operacao = *operacoes[octetos.Octeto() % operacoes.size()];
-    const std::string nome = operacao.service()->name() + "/" + operacao.name();
+    const std::string nome = NomeDe(operacao);
     servidor::Chamada chamada;
     chamada.Endereco = "10.0.0." + std::to_string(octetos.Octeto());
     const int quem = octetos.Ate(4);
@@ -231,7 +236,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *dados, std::size_t tamanho)
     pedido->ParsePartialFromString(octetos.Resto());
     const std::string antes = um.Escritos();
     int respostas = 0;
-    const grpc::Status fim = Chama(nome, chamada, *pedido, *resposta, respostas);
+    const grpc::Status fim = Chama(operacao, chamada, *pedido, *resposta, respostas);
     const bool deTodos = nome == "Entrada/Apresenta" || nome == "Entrada/Entra";
     if (quem < 2 && !deTodos) {
         Exige(fim.error_code() == StatusCode::UNAUTHENTICATED, "nobody has no answer", nome);
