@@ -58,11 +58,8 @@ class PainelQt::BotaoDoEstado : public QPushButton {
         setObjectName(QString("estado%1").arg(static_cast<int>(estado.Qual)));
         auto *icone = new QLabel(this);
         PoeIcone(*icone, Q(estado.Icone), LadoDoIcone);
-        QFont letra = m_Quantos->font();
-        letra.setPointSizeF(letra.pointSizeF() * 1.4);
-        letra.setBold(true);
-        m_Quantos->setFont(letra);
         m_Quantos->setWordWrap(false);
+        Engrossa();
         auto *nome = FazTexto("nome", m_Nome, this);
         auto *tudo = new QHBoxLayout(this);
         tudo->addWidget(icone);
@@ -82,7 +79,23 @@ class PainelQt::BotaoDoEstado : public QPushButton {
     bool hasHeightForWidth() const override { return true; }
     int heightForWidth(int largura) const override { return layout()->totalHeightForWidth(largura); }
 
+  protected:
+    void changeEvent(QEvent *evento) override
+    {
+        QPushButton::changeEvent(evento);
+        if (evento->type() == QEvent::FontChange) {
+            Engrossa();
+        }
+    }
+
   private:
+    void Engrossa()
+    {
+        QFont letra = font();
+        letra.setPointSizeF(letra.pointSizeF() * 1.4);
+        letra.setBold(true);
+        m_Quantos->setFont(letra);
+    }
     void Diz(const QString &quantos, const QString &frase)
     {
         m_Quantos->setText(quantos);
@@ -186,6 +199,7 @@ void PainelQt::MontaGrupos()
     m_Grupos->setObjectName("gruposDosPrazos");
     m_Grupos->setAccessibleName("Prazos por grupo");
     m_Grupos->verticalHeader()->hide();
+    m_Grupos->horizontalHeader()->setHighlightSections(false);
     m_Grupos->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_Grupos->setSelectionMode(QAbstractItemView::SingleSelection);
     m_Grupos->setTabKeyNavigation(false);
@@ -349,16 +363,23 @@ void PainelQt::MostraGrupos()
     }
     m_Grupos->setColumnCount(static_cast<int>(colunas.size()));
     m_Grupos->setHorizontalHeaderLabels(colunas);
-    m_Grupos->setRowCount(0);
     m_Grupos->setRowCount(static_cast<int>(grupos.size()));
     for (int linha = 0; linha < m_Grupos->rowCount(); ++linha) {
         const GrupoNoPainel &grupo = grupos[static_cast<std::size_t>(linha)];
         int coluna = 0;
-        m_Grupos->setItem(linha, coluna++, new QTableWidgetItem(Q(grupo.Nome)));
+        const auto escreve = [&](const QString &texto) {
+            if (m_Grupos->item(linha, coluna) == nullptr) {
+                m_Grupos->setItem(linha, coluna, new QTableWidgetItem);
+                m_Grupos->item(linha, coluna)
+                    ->setTextAlignment(coluna == 0 ? Qt::AlignLeft | Qt::AlignVCenter : Qt::AlignCenter);
+            }
+            m_Grupos->item(linha, coluna++)->setText(texto);
+        };
+        escreve(Q(grupo.Nome));
         for (const std::int32_t quantos : grupo.Quantos) {
-            m_Grupos->setItem(linha, coluna++, new QTableWidgetItem(QString::number(quantos)));
+            escreve(QString::number(quantos));
         }
-        m_Grupos->setItem(linha, coluna, new QTableWidgetItem(QString::number(grupo.Todos)));
+        escreve(QString::number(grupo.Todos));
     }
     std::vector<ComandosDeTabela::Coluna> larguras;
     for (int coluna = 0; coluna < m_Grupos->columnCount(); ++coluna) {
@@ -372,10 +393,12 @@ void PainelQt::MostraGrupos()
         larguras.push_back({coluna == 0 ? "Grupo" : titulo, titulo, largura});
     }
     m_ComandosDosGrupos->DefineColunas(larguras);
-    m_Grupos->setCurrentCell(0, 0);
+    if (m_Grupos->currentRow() < 0) {
+        m_Grupos->setCurrentCell(0, 0);
+    }
     const int vistas = std::min(m_Grupos->rowCount(), LinhasDosGrupos);
-    m_Grupos->setMinimumHeight(m_Grupos->horizontalHeader()->sizeHint().height() +
-                               (vistas + 1) * m_Grupos->verticalHeader()->defaultSectionSize());
+    m_Grupos->setFixedHeight(m_Grupos->horizontalHeader()->sizeHint().height() +
+                             (vistas + 1) * m_Grupos->verticalHeader()->defaultSectionSize());
 }
 
 // The number in the cell that was activated.
