@@ -59,6 +59,7 @@ class PainelQt::BotaoDoEstado : public QPushButton {
         auto *icone = new QLabel(this);
         PoeIcone(*icone, Q(estado.Icone), LadoDoIcone);
         m_Quantos->setWordWrap(false);
+        m_Quantos->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
         Engrossa();
         auto *nome = FazTexto("nome", m_Nome, this);
         auto *tudo = new QHBoxLayout(this);
@@ -95,6 +96,7 @@ class PainelQt::BotaoDoEstado : public QPushButton {
         letra.setPointSizeF(letra.pointSizeF() * 1.4);
         letra.setBold(true);
         m_Quantos->setFont(letra);
+        m_Quantos->setMinimumWidth(QFontMetrics(letra).horizontalAdvance("000")); // so that the words begin in one line
     }
     void Diz(const QString &quantos, const QString &frase)
     {

@@ -14,9 +14,11 @@
 #include "tests/support/Estradas.h"
 
 #include <QApplication>
+#include <QLabel>
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QTemporaryDir>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -226,6 +228,8 @@ TEST_F(MesaComServidor, Check_IsMadeThere_AndTellsWhatItFound)
 TEST_F(MesaComServidor, Check_AfterThePasswordWasChangedElsewhere_AsksForItFirst)
 {
     Entra("saulo");
+    const QLabel *quantos = mesa.findChild<QWidget *>("estado1")->findChild<QLabel *>("quantos");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return quantos->text() == "0"; })); // the panel asks by itself
     auto troca = Novo<TrocaSenhaED>();
     troca->Atual = Segredo("senha de saulo");
     troca->Nova = Segredo("cavalo grampeador azul");
