@@ -3,6 +3,7 @@
 // saved, against the plain statements on the same file.
 #include "bench/Medida.h"
 #include "host/ConsultaAfericaoED.h"
+#include "services/PrazosED.h"
 #include "tests/services/RegistroDeTeste.h"
 
 #include <QCoreApplication>
@@ -42,8 +43,30 @@ class RegistroCheio : public RegistroDeTeste {
             "TemPerfilMag, NroIntRejLimDif, Ativo, ClienteTrans, OperadorTrans, DataTrans, HoraTrans, TipoAgente, "
             "txtObsNotif, printf('%07d', i), printf('%07d', i), SubCodigoBusca, TrabFoto, 1 FROM n, modelo");
     }
+    // One sensor each, with a calibration; their last days are spread over three years.
+    void Afere()
+    {
+        const std::string documento = std::to_string(static_cast<std::int64_t>(GuardaPdf(Ana, "um")));
+        Sql("INSERT INTO SENSOR SELECT NroIntEquip, NroIntEquip, 1, 0, 0, 0, '', '', '', 1, '' FROM EQUIPAMENTO; "
+            "INSERT INTO AFERICAO SELECT NroIntSensor, NroIntSensor, 'N', 'M', 20250101, "
+            "(2026 + NroIntSensor % 3) * 10000 + (1 + NroIntSensor % 12) * 100 + 1 + NroIntSensor % 28, 1, " +
+            documento + ", 1, '', 1 FROM SENSOR");
+    }
+
     Ref<SessaoServico> Ana;
 };
+
+std::function<void()> ContaPrazos(const RegistroCheio &registro, std::size_t vezes)
+{
+    return [&registro, vezes] {
+        for (std::size_t vez = 0; vez < vezes; ++vez) {
+            const Retorno retorno = Pede(registro.Ana, "consultaPainel", Novo<PainelPrazosED>(), "PrazosRN");
+            if (!retorno.Feita || retorno.Como<PainelPrazosED>()->Equipamentos.Valor() == 0) {
+                throw Falha(NumeroFalha::ErroInterno);
+            }
+        }
+    };
+}
 
 std::function<void()> Busca(const RegistroCheio &registro, std::int32_t desde, const std::string &codigo)
 {
@@ -232,6 +255,13 @@ int main(int argc, char **argv)
                 [&](std::size_t quantos) { return Busca(registros.at(quantos), 0, ""); });
         compara("one code, of a million / of 10,000", 0, "0007777", nullptr);
         compara("start of 100 codes, of a million / of 10,000", 0, "00077", nullptr);
+        for (auto &[quantos, registro] : registros) {
+            registro.Afere();
+        }
+        leituras.MedeTempo({"deadlines, of a million / of 10,000 a hundred times", CemMil,
+                            [&](std::size_t quantos) { return ContaPrazos(registros.at(quantos), 1); },
+                            [&](std::size_t quantos) { return ContaPrazos(registros.at(DezMil), quantos / DezMil); },
+                            1.5, 1.5});
     }
     SalvosMuitasVezes salvos;
     leituras.MedeTempo({"calibration in force, after 10,000 saves / after 10", 1000,

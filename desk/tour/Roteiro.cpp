@@ -144,10 +144,10 @@ void Roteiro::PercorreTudo()
     HorarioProibido();
     DesativaEReativa();
     ConsultaParaAutuacao();
-    PrazosNoPainel();
     if (m_Servidor != nullptr) {
         ServidorQueMorreNumaGravacao();
     }
+    PrazosNoPainel();
     TrocaDeUsuario();
     if (const QStringList &cortes = m_Condutor.Cortes(); !cortes.isEmpty()) {
         throw Diferenca("Há o que não se lê inteiro:\n" + cortes.join('\n'));

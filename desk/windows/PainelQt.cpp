@@ -35,6 +35,7 @@ constexpr int EstadosPorLinha = 3;
 constexpr int LadoDoIcone = 24;
 constexpr int LinhasDosGrupos = 8; // that are seen at once
 constexpr int Margem = 12;
+constexpr int AoLado = 6; // of what a state's button has
 
 const QString Contando = "...";
 
@@ -53,20 +54,22 @@ class PainelQt::BotaoDoEstado : public QPushButton {
     BotaoDoEstado(const EstadoNoPainel &estado, QWidget *dono)
         : QPushButton(dono),
           m_Nome(Q(estado.Nome)),
-          m_Quantos(FazTexto("quantos", "", this))
+          m_Quantos(FazTexto("quantos", "", this)),
+          m_Palavras(FazTexto("nome", m_Nome, this))
     {
         setObjectName(QString("estado%1").arg(static_cast<int>(estado.Qual)));
         auto *icone = new QLabel(this);
         PoeIcone(*icone, Q(estado.Icone), LadoDoIcone);
         m_Quantos->setWordWrap(false);
         m_Quantos->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-        Engrossa();
-        auto *nome = FazTexto("nome", m_Nome, this);
+        Mede();
         auto *tudo = new QHBoxLayout(this);
+        const QMargins margens = tudo->contentsMargins();
+        tudo->setContentsMargins(AoLado, margens.top(), AoLado, margens.bottom());
         tudo->addWidget(icone);
         tudo->addWidget(m_Quantos);
-        tudo->addWidget(nome, 1);
-        for (QLabel *rotulo : {icone, m_Quantos, nome}) {
+        tudo->addWidget(m_Palavras, 1);
+        for (QLabel *rotulo : {icone, m_Quantos, m_Palavras}) {
             rotulo->setAttribute(Qt::WA_TransparentForMouseEvents);
         }
         setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
@@ -85,18 +88,23 @@ class PainelQt::BotaoDoEstado : public QPushButton {
     {
         QPushButton::changeEvent(evento);
         if (evento->type() == QEvent::FontChange) {
-            Engrossa();
+            Mede();
         }
     }
 
   private:
-    void Engrossa()
+    void Mede()
     {
         QFont letra = font();
         letra.setPointSizeF(letra.pointSizeF() * 1.4);
         letra.setBold(true);
         m_Quantos->setFont(letra);
-        m_Quantos->setMinimumWidth(QFontMetrics(letra).horizontalAdvance("000")); // so that the words begin in one line
+        m_Quantos->setMinimumWidth(QFontMetrics(letra).horizontalAdvance("000"));
+        int palavra = 0; // no word is cut
+        for (const QString &uma : m_Nome.split(' ')) {
+            palavra = std::max(palavra, fontMetrics().horizontalAdvance(uma));
+        }
+        m_Palavras->setMinimumWidth(palavra);
     }
     void Diz(const QString &quantos, const QString &frase)
     {
@@ -107,6 +115,7 @@ class PainelQt::BotaoDoEstado : public QPushButton {
 
     QString m_Nome;
     QLabel *m_Quantos;
+    QLabel *m_Palavras;
 };
 
 PainelQt::PainelQt(Pedidos pedidos, QWidget *dono)
