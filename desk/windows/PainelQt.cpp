@@ -31,7 +31,7 @@ namespace mesa {
 
 namespace {
 
-constexpr int EstadosPorLinha = 3;
+constexpr int EstadosPorLinha = 2;
 constexpr int LadoDoIcone = 24;
 constexpr int LinhasDosGrupos = 8; // that are seen at once
 constexpr int Margem = 12;
