@@ -39,16 +39,22 @@ pagina_de_manual() {
     com_versao "$1" >"$arvore/$1"
 }
 
-# poe_comando PROGRAM ROOT: lays the program without windows out, with its manual page and what makes bash complete it. It
-# is in more than one package, in directories of their own, so that they go together on one machine.
+# poe_comando PROGRAM ROOT: lays the program without windows out, with its manual page, what makes bash complete it, and
+# what mails the deadlines each night. It is in more than one package, in directories and under names of their own, so that
+# they go together on one machine.
 poe_comando() {
-    local programa=$1 raiz=$2 roteiro ato
+    local programa=$1 raiz=$2 roteiro ato tipo
     mkdir "$arvore/comando"
     cp "$programa" "$arvore/comando/registro"
     "$programa" completa-bash >"$arvore/comando/registro.bash"
     com_versao "$raiz/comando/pacote/registro.1" | gzip --best --no-name >"$arvore/comando/registro.1.gz"
     printf '%s\n' "comando/registro usr/lib/$nome" "comando/registro.bash usr/share/$nome" \
-        "comando/registro.1.gz usr/share/$nome" >>"$arvore/debian/$nome.install"
+        "comando/registro.1.gz usr/share/$nome" "comando/prazos-de-ontem usr/lib/$nome" \
+        "comando/$nome-prazos@.* lib/systemd/system" >>"$arvore/debian/$nome.install"
+    cp "$raiz/comando/pacote/prazos-de-ontem" "$arvore/comando/"
+    for tipo in service timer; do
+        sed "s/@NOME@/$nome/g" "$raiz/comando/pacote/prazos@.$tipo" >"$arvore/comando/$nome-prazos@.$tipo"
+    done
     printf '%s\n' usr/share/man/man1 usr/share/bash-completion/completions >>"$arvore/debian/$nome.dirs"
     for ato in postinst prerm; do
         roteiro=$arvore/debian/$nome.$ato

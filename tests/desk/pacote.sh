@@ -118,18 +118,22 @@ sem_tela() {
     espera "a new registry" "$(como olga HOME=/home/olga "${novo[@]}" <<<"$senha")" \
         "O registro foi criado em /home/olga/.local/share/$nome/registro.db."
     espera "its check" "$(como olga HOME=/home/olga $nome --confere </dev/null)" "*O registro está inteiro*"
-    o_comando
+    o_comando $nome
     espera "its check without the desk" "$(como olga HOME=/home/olga registro confere </dev/null)" "*O registro está inteiro*"
     como semcasa HOME=/nenhures "${novo[@]}" <<<"$senha" >"$trabalho/semcasa" 2>&1 || saida=$?
     espera "a user who has no directory" "$saida $(<"$trabalho/semcasa")" "1 *nenhures*"
 }
 
-# The program without windows, which both packages bring.
+# The program without windows, which both packages bring, and what the named one has of it.
 o_comando() {
     espera "the program without windows" "$(no_sistema registro --versao)" "registro $versao"
     espera "its manual page" "$(no_sistema zcat /usr/share/man/man1/registro.1.gz)" "*.SH COMANDOS*"
     espera "what makes bash complete it" "$(no_sistema cat /usr/share/bash-completion/completions/registro)" \
         "*complete -F _registro registro*"
+    espera "what mails the deadlines, by the unit of each night" \
+        "$(no_sistema find "$(sed -n 's/^ExecStart=//p' "$sis/lib/systemd/system/$1-prazos@.service")" -perm 755 -printf %f)" \
+        "prazos-de-ontem"
+    [[ -z $(find "$sis/etc/systemd" -name "*prazos*") ]] || falha "The deadlines are mailed before it is said by whom and to whom."
 }
 
 # The first window with a title of the pattern.
@@ -238,7 +242,7 @@ numa_sessao() {
 o_servidor() {
     local estado=/var/lib/$servidor ajustes=/etc/$servidor/$servidor.toml pagina ajuda opcao saida=0 porta processo
     apt install /root/servidor.deb
-    o_comando
+    o_comando $servidor
     espera "its user" "$(no_sistema getent passwd $servidor)" "$servidor:*:$estado:/usr/sbin/nologin"
     espera "files that are not as they came" "$(no_sistema dpkg --verify $servidor)" ""
     espera "what is kept of its settings" "$(no_sistema dpkg-query --show --showformat='${Conffiles}' $servidor)" "*$ajustes*"
@@ -356,13 +360,22 @@ grep -o '](\([^)]*\))' "$trabalho/do servidor/usr/share/doc/$servidor/network.md
 done
 achado=$(grep -r -l -F "$fontes" "$trabalho/do servidor" || true)
 espera "files of the server that know a folder of the build" "$achado" ""
-# What the service manager finds in the unit, with the program in the place where it is here; and how much the service
-# could still do, from 0 to 100.
+# What the service manager finds in the units, with the programs in the place where they are here, that of each night under
+# somebody's name; and how much the service could still do, from 0 to 100.
 mkdir "$trabalho/unidade"
-sed "s|^ExecStart=\(.*\)|ExecStart=\"$trabalho/do servidor\1\"|" "$trabalho/do servidor/lib/systemd/system/$servidor.service" \
-    >"$trabalho/unidade/$servidor.service"
-systemd-analyze verify --man=no --recursive-errors=no "$trabalho/unidade/$servidor.service" >"$trabalho/verificada" 2>&1 ||
-    falha "There is something wrong in the unit." "$(<"$trabalho/verificada")"
+for de in "dentro $nome-prazos@" "do servidor $servidor-prazos@" "do servidor $servidor"; do
+    for unidade in "$trabalho/${de% *}/lib/systemd/system/${de##* }".*; do
+        sed "s|^ExecStart=\(.*\)|ExecStart=\"$trabalho/${de% *}\1\"|" "$unidade" \
+            >"$trabalho/unidade/$(basename "$unidade" | sed 's/@/@root/')"
+    done
+done
+espera "the units" "$(ls "$trabalho/unidade")" "$nome-prazos@root.service
+$nome-prazos@root.timer
+$servidor-prazos@root.service
+$servidor-prazos@root.timer
+$servidor.service"
+systemd-analyze verify --man=no --recursive-errors=no "$trabalho"/unidade/* >"$trabalho/verificada" 2>&1 ||
+    falha "There is something wrong in a unit." "$(<"$trabalho/verificada")"
 systemd-analyze security --offline=true --threshold=15 --no-pager \
     "$trabalho/do servidor/lib/systemd/system/$servidor.service" >"$trabalho/seguranca" 2>&1 ||
     falha "The service may do more than it needs." "$(<"$trabalho/seguranca")"
