@@ -55,7 +55,7 @@ std::string CalendarioDePrazos::Escapado(std::string_view texto)
             escapado += "\\n";
             break;
         default:
-            if (static_cast<unsigned char>(texto[n]) >= ' ' || texto[n] == '\t') {
+            if ((static_cast<unsigned char>(texto[n]) >= ' ' && texto[n] != '\x7f') || texto[n] == '\t') {
                 escapado += texto[n];
             }
         }
@@ -72,6 +72,7 @@ std::string CalendarioDePrazos::Dobrada(std::string_view linha)
         while (corte > 0 && ContinuaLetra(linha[corte])) {
             --corte;
         }
+        corte = corte == 0 ? cabem : corte; // what has no beginning of a letter is none
         dobrada += std::string(linha.substr(0, corte)) + FimDeLinha + " ";
         linha.remove_prefix(corte);
         cabem = MaisOctetos - 1; // the blank before it counts

@@ -233,6 +233,15 @@ void LeituraDePrazos::TrocaDanificados(const QString &grupo, Contagens &contagen
     }
 }
 
+std::int32_t LeituraDePrazos::Ativos() const
+{
+    Consulta linha(m_Operacao.Dados(),
+                   "SELECT COUNT(*) FROM EQUIPAMENTO e WHERE e.ClienteInc = ? AND e.Ativo = 1" + m_Condicoes,
+                   QVariantList{Q(m_Operacao.Quem().Cliente)} + m_Valores);
+    linha.Proxima();
+    return static_cast<std::int32_t>(linha.Inteiro(0));
+}
+
 // In stretches, so that who waits is asked on the way; in one transaction, so that they are of one moment.
 LeituraDePrazos::Contagens LeituraDePrazos::Conta(const QString &grupo, std::int32_t ate) const
 {
@@ -353,6 +362,10 @@ std::optional<LeituraDePrazos::Situacao> LeituraDePrazos::De(std::int32_t nroInt
 std::optional<LeituraDePrazos::Situacao> LeituraDePrazos::De(std::int32_t nroIntEquip, const std::string &tipoEquip,
                                                              const std::set<std::int64_t> &danificados) const
 {
+    const auto conta = AtividadeNoDia(m_Operacao.Dados(), "EQUIPAMENTO", nroIntEquip, m_Dia);
+    if (!conta) {
+        return std::nullopt;
+    }
     if (!TemAfericoes(tipoEquip)) {
         return Situacao{EstadoDePrazo::Dispensado, {}};
     }
@@ -387,8 +400,7 @@ std::optional<LeituraDePrazos::Situacao> LeituraDePrazos::De(std::int32_t nroInt
         return sabida->second;
     };
     const Vigencia vigencia = VigenciaNoDia(
-        m_Dia, comoRegistros, [&] { return AtividadeNoDia(m_Operacao.Dados(), "EQUIPAMENTO", nroIntEquip, m_Dia); },
-        doSensor);
+        m_Dia, comoRegistros, [&] { return conta; }, doSensor);
     const auto lida = [&](const Ref<AfericaoED> &registro) {
         return *std::ranges::find(lidas, static_cast<std::int64_t>(registro->NroIntAfericao.Valor()),
                                   &Afericao::NroIntAfericao);

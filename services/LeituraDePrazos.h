@@ -58,6 +58,9 @@ class LeituraDePrazos {
     // grupo: a column of EQUIPAMENTO, or empty for one group. ate: the last day of the months.
     Contagens Conta(const QString &grupo, std::int32_t ate) const;
 
+    // How many there are, asked for by itself.
+    std::int32_t Ativos() const;
+
     // Of at most so many behind that internal number, of those with photo work (1) or without (2), the states; none
     // where it cannot be told.
     Trecho Estados(std::uint8_t comFoto, std::int32_t depoisDe, std::int32_t quantos,

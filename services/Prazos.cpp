@@ -59,7 +59,8 @@ const std::string &Prazos::Nome(EstadoDePrazo estado)
 const std::string &Prazos::Regra()
 {
     static const std::string regra =
-        "Cada equipamento ativo conta uma vez, e os números somam os equipamentos ativos. Os tipos que não têm "
+        "Cada equipamento ativo conta uma vez, e os números, com os que ficam à parte, somam os equipamentos ativos. "
+        "Os tipos que não têm "
         "aferições "
         "estão dispensados. Dos outros vale o que a consulta da aferição em vigor responde para hoje: se há uma, "
         "contam "
@@ -67,7 +68,8 @@ const std::string &Prazos::Regra()
         "equipamento está em \"Mais de uma aferição em vigor\". Se não há nenhuma, vale o primeiro destes casos: a do "
         "dia está sem documento, ou com ele danificado; nenhuma começou até hoje; uma acabou, e outra está por "
         "começar; "
-        "a última acabou. O equipamento que o histórico não confirma como ativo hoje fica à parte, dito um a um.";
+        "a última acabou. Os prazos de cada sensor estão na lista de sensores do equipamento. O equipamento que o "
+        "histórico não confirma como ativo hoje fica à parte, dito um a um.";
     return regra;
 }
 

@@ -231,7 +231,14 @@ Ref<PainelPrazosED> ServicoPrazos::Painel(const PainelPrazosED &pedido)
             }
         }
     }
-    painel->Equipamentos = equipamentos;
+    painel->Equipamentos = leitura.Ativos();
+    if (const std::int32_t fora = painel->Equipamentos - equipamentos; fora != 0) {
+        painel->NaoContados = painel->NaoContados + fora;
+        auto falha = Novo<FalhaPrazoED>();
+        falha->Motivo = "O painel contou " + CStr(equipamentos) + " equipamentos, e há " + CStr(painel->Equipamentos) +
+                        " ativos: o registro precisa ser conferido.";
+        Junta(painel->Falhas, falha);
+    }
     for (std::int32_t n = 0; n < Prazos::Meses; ++n) {
         auto mes = Novo<MesPrazoED>();
         mes->Mes = MaisMeses(MesDe(dia), n);

@@ -1,5 +1,6 @@
 #include "desk/host/ListaDePrazos.h"
 
+#include "controls/OrdemPortuguesa.h"
 #include "host/Conversoes.h"
 #include "services/CalendarioDePrazos.h"
 #include "services/Referencias.h"
@@ -8,6 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <limits>
+#include <utility>
 
 namespace mesa {
 
@@ -22,6 +24,25 @@ std::string NomeDoMunicipio(std::int32_t codigo)
 {
     const Municipio *municipio = Referencias::Tabelas().AchaMunicipio(codigo);
     return municipio != nullptr ? municipio->Nome + " - " + municipio->UF : codigo == 0 ? "" : CStr(codigo);
+}
+
+// Of Colunas().
+enum Coluna : std::size_t { Sensor = 5, Vencimento = 8, Dias = 9, Situacao = 10 };
+
+std::vector<std::string> Textos(const PrazoED &prazo)
+{
+    const Data vence = prazo.DataVencimento;
+    return {prazo.Codigo,
+            prazo.SubCodigo,
+            gFunDescrEquipto(prazo.TipoEquip),
+            prazo.SetorInc,
+            NomeDoMunicipio(prazo.CodMunic),
+            prazo.NroSensor.Valor() == 0 ? "" : CStr(prazo.NroSensor.Valor()),
+            prazo.Marca,
+            prazo.Numero,
+            vence.Vazia() ? "" : Format(vence, "dd/mm/yyyy"),
+            DiasEmPalavras(prazo),
+            Prazos::Nome(static_cast<EstadoDePrazo>(prazo.Estado.Valor()))};
 }
 
 } // namespace
@@ -94,6 +115,17 @@ bool ListaDePrazos::Carrega(std::string &recusa, const Segue &segue)
     return true;
 }
 
+bool ListaDePrazos::Atualiza(std::string &recusa, const Segue &segue)
+{
+    ListaDePrazos nova(m_Sessao, m_Recorte);
+    nova.m_Recorte.ComoEm = {};
+    if (!nova.Carrega(recusa, segue)) {
+        return false;
+    }
+    *this = std::move(nova);
+    return true;
+}
+
 bool ListaDePrazos::CarregaMais(std::string &recusa, const Segue &segue)
 {
     return LeAte(m_Prazos.size() + LinhasPorVez, segue, recusa);
@@ -128,8 +160,8 @@ bool ListaDePrazos::LeAte(std::size_t quantas, const Segue &segue, std::string &
             pedido->Mes = m_Recorte.Mes;
         }
         pedido->Danificados = ComoLista(m_Recorte.Danificados);
-        if (!m_ComoEm.Vazia()) {
-            pedido->ComoEm = m_ComoEm;
+        if (const Data comoEm = m_ComoEm.Vazia() ? m_Recorte.ComoEm : m_ComoEm; !comoEm.Vazia()) {
+            pedido->ComoEm = comoEm;
         }
         pedido->DepoisDe = m_DepoisDe;
         pedido->TrabFoto = m_TrabFoto;
@@ -149,7 +181,7 @@ bool ListaDePrazos::LeAte(std::size_t quantas, const Segue &segue, std::string &
         m_ComoEm = pagina->ComoEm;
         m_Fuso = pagina->Fuso;
         m_Registro = pagina->Registro;
-        if (segue && !segue(0, CStr(m_Prazos.size()) + " prazos lidos")) {
+        if (segue && !segue(0, m_Prazos.size() == 1 ? "1 prazo lido" : CStr(m_Prazos.size()) + " prazos lidos")) {
             recusa = "A leitura dos prazos foi cancelada.";
             return false;
         }
@@ -157,19 +189,37 @@ bool ListaDePrazos::LeAte(std::size_t quantas, const Segue &segue, std::string &
     return true;
 }
 
-std::vector<std::vector<std::string>> ListaDePrazos::Linhas() const
+void ListaDePrazos::Ordena(std::size_t coluna, bool crescente)
 {
-    std::vector<std::vector<std::string>> linhas;
-    linhas.reserve(m_Prazos.size());
+    const auto chave = [&](const PrazoED &prazo) -> std::pair<double, std::string> {
+        const Data vence = prazo.DataVencimento;
+        const double semVencimento = std::numeric_limits<double>::max();
+        switch (coluna) {
+        case Sensor:
+            return {prazo.NroSensor.Valor(), ""};
+        case Vencimento:
+        case Dias:
+            return {vence.Vazia() ? semVencimento : vence.Valor, ""};
+        case Situacao:
+            return {prazo.Estado.Valor(), ""};
+        default:
+            return {0, ChaveOrdem(Textos(prazo).at(coluna))};
+        }
+    };
+    std::vector<std::pair<std::pair<double, std::string>, Ref<PrazoED>>> comChave;
+    comChave.reserve(m_Prazos.size());
     for (const Ref<PrazoED> &prazo : m_Prazos) {
-        const Data vence = prazo->DataVencimento;
-        linhas.push_back({prazo->Codigo, prazo->SubCodigo, gFunDescrEquipto(prazo->TipoEquip), prazo->SetorInc,
-                          NomeDoMunicipio(prazo->CodMunic),
-                          prazo->NroSensor.Valor() == 0 ? "" : CStr(prazo->NroSensor.Valor()), prazo->Marca,
-                          prazo->Numero, vence.Vazia() ? "" : Format(vence, "dd/mm/yyyy"), DiasEmPalavras(*prazo),
-                          Prazos::Nome(static_cast<EstadoDePrazo>(prazo->Estado.Valor()))});
+        comChave.emplace_back(chave(*prazo), prazo);
     }
-    return linhas;
+    std::ranges::stable_sort(comChave, [&](const auto &um, const auto &outro) {
+        return crescente ? um.first < outro.first : outro.first < um.first;
+    });
+    std::ranges::transform(comChave, m_Prazos.begin(), [](const auto &um) { return um.second; });
+}
+
+std::vector<std::string> ListaDePrazos::Linha(std::size_t linha) const
+{
+    return Textos(*m_Prazos.at(linha));
 }
 
 const std::string &ListaDePrazos::Icone(std::size_t linha) const
@@ -186,8 +236,8 @@ EquipamentoRecente ListaDePrazos::Equipamento(std::size_t linha) const
 std::string ListaDePrazos::Nota() const
 {
     const std::string quantas = m_Prazos.size() == 1 ? "1 linha" : CStr(m_Prazos.size()) + " linhas";
-    return quantas + (m_HaMais ? " até aqui; há mais." : ".") + " Em " + Format(m_ComoEm, "dd/mm/yyyy") + " às " +
-           Format(m_ComoEm, "hh:nn") + ".";
+    return quantas + (m_HaMais ? " até aqui; há mais." : ".") + " Os prazos são os do dia " +
+           Format(m_ComoEm, "dd/mm/yyyy") + ".";
 }
 
 bool ListaDePrazos::TemCalendario() const

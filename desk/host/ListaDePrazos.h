@@ -33,6 +33,7 @@ struct RecorteDePrazos {
     AgrupamentoDePrazos Por = AgrupamentoDePrazos::Nada;
     std::string Grupo;
     DocumentosDanificados Danificados; // count as missing
+    Data ComoEm; // of the number behind which the list is, so that both are of one day; empty: now
 };
 
 // Name of the state's icon.
@@ -57,22 +58,25 @@ class ListaDePrazos {
     static const std::vector<std::string> &Colunas();
 
     const std::string &Titulo() const { return m_Recorte.Titulo; }
-    // Reads the list from its beginning, up to so many rows; as many more; or all that are left. What is read besides
-    // is of the day of the beginning. segue: told how far it is. False with the reason in recusa: then the list is the
-    // one that was there, or what was read besides until then is there too.
+    // Reads the list from its beginning, up to so many rows; the same as of now; as many more; or all that are left.
+    // What is read besides is of the day of the beginning. segue: told how far it is. False with the reason in recusa:
+    // then the list is the one that was there, or what was read besides until then is there too.
     bool Carrega(std::string &recusa, const Segue &segue = {});
+    bool Atualiza(std::string &recusa, const Segue &segue = {});
     bool CarregaMais(std::string &recusa, const Segue &segue = {});
     bool CarregaResto(std::string &recusa, const Segue &segue = {});
     bool HaMais() const { return m_HaMais; }
+    // By a column, from 0: days and numbers as such, and texts without accents and case. Of what was read.
+    void Ordena(std::size_t coluna, bool crescente);
 
-    // As texts under Colunas().
-    std::vector<std::vector<std::string>> Linhas() const;
+    // A row as texts under Colunas().
+    std::vector<std::string> Linha(std::size_t linha) const;
     std::size_t Quantas() const { return m_Prazos.size(); }
     // Name of the icon that stands with the last of those texts.
     const std::string &Icone(std::size_t linha) const;
     // Where the row leads.
     EquipamentoRecente Equipamento(std::size_t linha) const;
-    // How many rows there are, of which moment, and whether there are more.
+    // How many rows there are, of which day, and whether there are more.
     std::string Nota() const;
     // The rows with a last day as a calendar file of the moment of which they are; empty when there are none.
     std::string Calendario() const;

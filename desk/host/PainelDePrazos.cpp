@@ -1,5 +1,6 @@
 #include "desk/host/PainelDePrazos.h"
 
+#include "controls/OrdemPortuguesa.h"
 #include "host/Conversoes.h"
 #include "host/Falha.h"
 
@@ -12,9 +13,14 @@ namespace mesa {
 
 namespace {
 
+template <class N> std::string Contados(N quantos, const char *um, const char *muitos)
+{
+    return CStr(quantos) + (quantos == 1 ? um : muitos);
+}
+
 std::string Equipamentos(std::int32_t quantos)
 {
-    return quantos == 1 ? "1 equipamento" : CStr(quantos) + " equipamentos";
+    return Contados(quantos, " equipamento", " equipamentos");
 }
 
 std::string Vencem(std::int32_t quantas)
@@ -39,7 +45,7 @@ bool PainelDePrazos::Le()
     m_Meses.clear();
     m_Falhas.clear();
     m_Resumo.clear();
-    m_Impedimento.clear();
+    m_Impedimento = "Os prazos não foram contados."; // whatever ends this
     auto pedido = Novo<PainelPrazosED>();
     pedido->Agrupa = static_cast<std::uint8_t>(m_Por);
     Valor retorno;
@@ -60,6 +66,7 @@ bool PainelDePrazos::Le()
         return false;
     }
     Mostra(*retorno.Como<PainelPrazosED>());
+    m_Impedimento.clear();
     return true;
 }
 
@@ -82,20 +89,21 @@ bool PainelDePrazos::ConfereDocumentos(std::string &recusa, const Segue &segue)
         for (std::int32_t n = 1; !danificados.Nada() && n <= danificados->Count(); ++n) {
             conferencia.Danificados.push_back(danificados->Item(n));
         }
+        if (conferencia.Danificados.size() > MaisDanificados) {
+            recusa =
+                "Há mais de " + CStr(MaisDanificados) + " documentos danificados: o registro precisa ser conferido.";
+            return false;
+        }
         vistos += pagina->Equipamentos;
         if (segue && !segue(std::min(vistos / std::max(m_Equipamentos, 1), 1.0),
-                            CStr(conferencia.Lidos) + " documentos conferidos, " +
-                                CStr(conferencia.Danificados.size()) + " danificados")) {
+                            Contados(conferencia.Lidos, " documento conferido, ", " documentos conferidos, ") +
+                                Contados(conferencia.Danificados.size(), " danificado", " danificados"))) {
             recusa = "A conferência dos documentos foi cancelada.";
             return false;
         }
         pedido->DepoisDe = pagina->DepoisDe.Valor();
         pedido->TrabFoto = pagina->TrabFoto.Valor();
         pedido->ComoEm = pagina->ComoEm.Valor();
-    }
-    if (conferencia.Danificados.size() > MaisDanificados) {
-        recusa = "Há mais de " + CStr(MaisDanificados) + " documentos danificados: o registro precisa ser conferido.";
-        return false;
     }
     m_Conferencia = std::move(conferencia);
     return true;
@@ -109,21 +117,20 @@ std::string PainelDePrazos::DosDocumentos() const
     const std::size_t danificados = m_Conferencia.Danificados.size();
     return "Em " + Format(m_Conferencia.ComoEm, "dd/mm/yyyy") + " às " + Format(m_Conferencia.ComoEm, "hh:nn") +
            " os documentos em vigor foram lidos inteiros: " +
-           (m_Conferencia.Lidos == 1 ? "1 conferido, " : CStr(m_Conferencia.Lidos) + " conferidos, ") +
-           (danificados == 0   ? "nenhum danificado."
-            : danificados == 1 ? "1 danificado."
-                               : CStr(danificados) + " danificados.");
+           Contados(m_Conferencia.Lidos, " conferido, ", " conferidos, ") +
+           (danificados == 0 ? "nenhum danificado." : Contados(danificados, " danificado.", " danificados."));
 }
 
 void PainelDePrazos::Mostra(const PainelPrazosED &lido)
 {
     m_Equipamentos = lido.Equipamentos;
+    m_ComoEm = lido.ComoEm;
     m_Resumo = "Em " + Format(lido.ComoEm.Valor(), "dd/mm/yyyy") + " às " + Format(lido.ComoEm.Valor(), "hh:nn") +
                ", sobre " + Equipamentos(lido.Equipamentos) +
                (lido.Equipamentos.Valor() == 1 ? " ativo de " : " ativos de ") + m_Sessao()->Operador().Cliente + ". " +
                DosDocumentos();
     if (lido.NaoContados.Valor() > 0) {
-        m_Falhas.push_back("Sem situação, e fora dos números: " + Equipamentos(lido.NaoContados) + ".");
+        m_Falhas.push_back("Sem situação, e à parte dos números: " + Equipamentos(lido.NaoContados) + ".");
     }
     const ListaDe<FalhaPrazoED> &falhas = lido.Falhas;
     for (std::int32_t n = 1; !falhas.Nada() && n <= falhas->Count(); ++n) {
@@ -150,7 +157,7 @@ void PainelDePrazos::Mostra(const PainelPrazosED &lido)
             }
             m_Grupos.push_back(std::move(grupo));
         }
-        std::ranges::sort(m_Grupos, {}, &GrupoNoPainel::Nome);
+        std::ranges::sort(m_Grupos, {}, [](const GrupoNoPainel &grupo) { return ChaveOrdem(grupo.Nome); });
     }
     const ListaDe<MesPrazoED> &meses = lido.Meses;
     for (std::int32_t n = 1; !meses.Nada() && n <= meses->Count(); ++n) {
@@ -167,6 +174,7 @@ RecorteDePrazos PainelDePrazos::Atras(EstadoDePrazo estado, const GrupoNoPainel 
     recorte.Titulo = "Prazos: " + Prazos::Nome(estado);
     recorte.Estado = estado;
     recorte.Danificados = m_Conferencia.Danificados;
+    recorte.ComoEm = m_ComoEm;
     if (grupo != nullptr) {
         recorte.Titulo += ", " + grupo->Nome;
         recorte.Por = m_Por;
@@ -181,6 +189,7 @@ RecorteDePrazos PainelDePrazos::Atras(const MesNoPainel &mes) const
     recorte.Titulo = "Aferições que vencem em " + NomeDoMes(mes.Mes);
     recorte.Mes = mes.Mes;
     recorte.Danificados = m_Conferencia.Danificados;
+    recorte.ComoEm = m_ComoEm;
     return recorte;
 }
 

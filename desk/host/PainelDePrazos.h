@@ -92,6 +92,7 @@ class PainelDePrazos {
     std::vector<GrupoNoPainel> m_Grupos;
     std::vector<MesNoPainel> m_Meses;
     std::int32_t m_Equipamentos = 0;
+    Data m_ComoEm;
     Conferencia m_Conferencia;
 };
 

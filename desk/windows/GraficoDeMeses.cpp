@@ -43,6 +43,9 @@ class GraficoDeMeses::Barra : public QAbstractButton {
     void Espera()
     {
         m_Contada = false;
+        const QString frase = Q(NomeDoMes(m_Mes.Mes)) + ": contando";
+        setAccessibleName(frase);
+        setToolTip(frase);
         update();
     }
     const MesNoPainel &Mes() const { return m_Mes; }

@@ -6,8 +6,11 @@
 
 #include <QWidget>
 
+#include <cstddef>
 #include <functional>
+#include <memory>
 #include <optional>
+#include <vector>
 
 class QLabel;
 class QPushButton;
@@ -32,18 +35,23 @@ class JanelaDePrazos : public QWidget {
     void Carrega();
 
   private:
-    void Mostra();
+    // desde: the first row that is not shown yet.
+    void Mostra(std::size_t desde);
+    void Ordena(int coluna);
     void Filtra();
     void Habilita();
     void AbreMenu(const QPoint &onde);
     void AbreEscolhido();
     // False when it was refused or given up, which was told.
-    bool Le(bool (ListaDePrazos::*le)(std::string &, const Segue &));
+    bool Le(bool (ListaDePrazos::*le)(std::string &, const Segue &), bool doComeco);
     // What is still to be read: what is printed, exported or made a calendar of is the whole list.
     bool Completa();
     std::optional<std::size_t> Escolhida() const;
 
-    ListaDePrazos m_Lista;
+    std::shared_ptr<ListaDePrazos> m_Lista; // what reads it may outlive the window
+    std::vector<int> m_Larguras;            // as the texts ask for
+    int m_Ordenada = -1;                    // the column that the rows are in the order of
+    bool m_Crescente = true;
     std::function<void(const EquipamentoRecente &)> m_Abre;
     BordaDaJanela m_Borda;
     QTableWidget *m_Linhas;

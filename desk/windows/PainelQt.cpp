@@ -17,6 +17,7 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
 #include <QPointer>
@@ -84,6 +85,14 @@ class PainelQt::BotaoDoEstado : public QPushButton {
     int heightForWidth(int largura) const override { return layout()->totalHeightForWidth(largura); }
 
   protected:
+    void keyPressEvent(QKeyEvent *evento) override
+    {
+        if (evento->key() == Qt::Key_Return || evento->key() == Qt::Key_Enter) {
+            click();
+            return;
+        }
+        QPushButton::keyPressEvent(evento);
+    }
     void changeEvent(QEvent *evento) override
     {
         QPushButton::changeEvent(evento);
@@ -229,6 +238,12 @@ void PainelQt::MontaGrupos()
 void PainelQt::LeAoAparecer()
 {
     m_Pendente = true;
+    Espera();
+    update();
+}
+
+void PainelQt::Espera()
+{
     m_Resumo->setText("Contando os prazos...");
     m_Resumo->show();
     m_Falhas->hide();
@@ -239,7 +254,6 @@ void PainelQt::LeAoAparecer()
     }
     m_Grupos->hide();
     m_Meses->Espera();
-    update();
 }
 
 // What is read takes its time: the page is there before.
@@ -283,6 +297,7 @@ void PainelQt::Le()
         return;
     }
     const QPointer<PainelQt> vivo(this);
+    Espera();
     m_Pedidos.Borda([&] {
         FazNaFrente("Os prazos estão sendo contados.", true, this, [&](const Segue &segue) {
             const Acompanhamento acompanha(*sessao, segue);

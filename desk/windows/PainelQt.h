@@ -46,6 +46,8 @@ class PainelQt : public QWidget {
     void MontaEstados();
     void MontaCabeca();
     void MontaGrupos();
+    // Nothing of what was read before is shown.
+    void Espera();
     void Le();
     void Confere();
     void Mostra();

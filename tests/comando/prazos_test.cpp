@@ -83,7 +83,7 @@ TEST_F(PrazosTeste, Prazos_SinceYesterday_AreThoseWhoseStateTheDayChanged)
     }
 }
 
-TEST_F(PrazosTeste, Prazos_SinceYesterday_AreOfTheCalibrationsThatBeginAndOfTheNewOnesToo)
+TEST_F(PrazosTeste, Prazos_SinceYesterday_AreOfTheCalibrationsThatBeginToo)
 {
     const auto comeca = EquipamentoDe("R-005");
     ::Poe(comeca, ::Poe(::Poe(SensorDe(1), AfericaoDe("C-6", DataDe(1, 1, 2026), DataDe(10, 11, 2026))),
@@ -96,8 +96,8 @@ TEST_F(PrazosTeste, Prazos_SinceYesterday_AreOfTheCalibrationsThatBeginAndOfTheN
     const std::string resposta = NoArquivo({"prazos", "--desde-ontem"}, "bruno").Resposta;
     EXPECT_EQ(resposta, "R-001\tVence em até 30 dias\t20/12/2026\t30\tC R-001\n"
                         "R-005\tVence em até 30 dias\t30/11/2026\t10\tC-7\n"
-                        "R-002\tVencido\t19/11/2026\t-1\tC R-002\n"
-                        "R-007\tNunca aferido\t\t\t\n");
+                        "R-002\tVencido\t19/11/2026\t-1\tC R-002\n")
+        << "what was registered today has been so before";
     EXPECT_EQ(NoArquivo({"prazos", "--desde-ontem", "--estado", "valido"}, "bruno").Resposta,
               "R-006\tVálido por mais de 90 dias\t19/11/2027\t364\tC-8\n");
 }

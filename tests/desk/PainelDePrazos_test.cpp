@@ -11,6 +11,7 @@
 #include "tests/desk/TelasDeTeste.h"
 
 #include <QApplication>
+#include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
 #include <QTableWidget>
@@ -110,10 +111,10 @@ TEST_F(PainelDePrazosTeste, ConfereDocumentos_KeepsWhatIsDamaged_InEveryNumberAn
     ListaDePrazos sem(qual, painel.Atras(EstadoDePrazo::SemDocumento));
     ASSERT_TRUE(sem.Carrega(recusa));
     ASSERT_EQ(sem.Quantas(), 1u);
-    EXPECT_EQ(sem.Linhas()[0][0], "R-1");
+    EXPECT_EQ(sem.Linha(0)[0], "R-1");
     ListaDePrazos doMes(qual, painel.Atras(painel.Meses()[1]));
     ASSERT_TRUE(doMes.Carrega(recusa));
-    EXPECT_EQ(doMes.Linhas()[0][10], "Documento ausente ou danificado");
+    EXPECT_EQ(doMes.Linha(0)[10], "Documento ausente ou danificado");
     EXPECT_FALSE(painel.ConfereDocumentos(recusa, [](double, const std::string &) { return false; }));
     EXPECT_EQ(recusa, "A conferência dos documentos foi cancelada.");
     EXPECT_TRUE(painel.Le());
@@ -143,8 +144,8 @@ TEST_F(PainelDePrazosTeste, Agrupa_AddsUpToTheSame)
     ASSERT_TRUE(lista.Carrega(recusa));
     EXPECT_EQ(lista.Titulo(), "Prazos: Nunca aferido, Metrologia");
     ASSERT_EQ(lista.Quantas(), 1u);
-    EXPECT_EQ(lista.Linhas()[0][0], "R-4");
-    EXPECT_EQ(lista.Linhas()[0][8], "");
+    EXPECT_EQ(lista.Linha(0)[0], "R-4");
+    EXPECT_EQ(lista.Linha(0)[8], "");
     EXPECT_FALSE(lista.TemCalendario());
     painel.Agrupa(AgrupamentoDePrazos::Municipio);
     EXPECT_TRUE(painel.Le());
@@ -178,11 +179,12 @@ TEST_F(PainelDePrazosTeste, Lista_IsBehindEachNumber)
     std::string recusa;
     ASSERT_TRUE(lista.Carrega(recusa));
     EXPECT_EQ(lista.Titulo(), "Prazos: Vencido");
-    EXPECT_EQ(lista.Linhas(), (std::vector<std::vector<std::string>>{{"R-3", "", "Pardal", "", "Porto Alegre - RS", "1",
-                                                                      "987", "C-1", "01/06/2026", "-172", "Vencido"}}));
+    ASSERT_EQ(lista.Quantas(), 1u);
+    EXPECT_EQ(lista.Linha(0), (std::vector<std::string>{"R-3", "", "Pardal", "", "Porto Alegre - RS", "1", "987", "C-1",
+                                                        "01/06/2026", "-172", "Vencido"}));
     EXPECT_EQ(ListaDePrazos::Colunas()[6], "Certificado");
     EXPECT_EQ(ListaDePrazos::Colunas()[7], "Nº INMETRO");
-    EXPECT_EQ(lista.Nota(), "1 linha. Em 20/11/2026 às 10:00.");
+    EXPECT_EQ(lista.Nota(), "1 linha. Os prazos são os do dia 20/11/2026.");
     EXPECT_FALSE(lista.HaMais());
     EXPECT_EQ(lista.Equipamento(0).NroIntEquip, 3);
     EXPECT_EQ(lista.Equipamento(0).TipoEquip, "P");
@@ -190,7 +192,7 @@ TEST_F(PainelDePrazosTeste, Lista_IsBehindEachNumber)
     ASSERT_TRUE(doMes.Carrega(recusa));
     EXPECT_EQ(doMes.Titulo(), "Aferições que vencem em dezembro de 2026");
     ASSERT_EQ(doMes.Quantas(), 1u);
-    EXPECT_EQ(doMes.Linhas()[0][0], "R-1");
+    EXPECT_EQ(doMes.Linha(0)[0], "R-1");
     EXPECT_TRUE(doMes.TemCalendario());
     EXPECT_NE(doMes.Calendario().find("DTSTAMP:20261120T100000Z\r\nDTSTART;VALUE=DATE:20261220\r\n"),
               std::string::npos);
@@ -198,6 +200,74 @@ TEST_F(PainelDePrazosTeste, Lista_IsBehindEachNumber)
     EXPECT_FALSE(doMes.Carrega(recusa));
     EXPECT_EQ(recusa, "Carla Dias não tem permissão para consultar prazos.");
     EXPECT_EQ(doMes.Quantas(), 1u);
+}
+
+TEST_F(PainelDePrazosTeste, Lista_BehindANumber_IsOfItsDay_UntilItIsReadAnew)
+{
+    PainelDePrazos painel(qual);
+    EXPECT_TRUE(painel.Le());
+    EXPECT_EQ(Numeros(painel), "1 0 0 1 1 0 1 0 0 0");
+    registro.Relogio = DataDe(21, 12, 2026, 0, 1, 0); // R-1 has ended, and nobody has counted again
+    std::string recusa;
+    ListaDePrazos vencidos(qual, painel.Atras(EstadoDePrazo::Vencido));
+    ListaDePrazos doMes(qual, painel.Atras(painel.Meses()[1]));
+    for (ListaDePrazos *lista : {&vencidos, &doMes}) {
+        ASSERT_TRUE(lista->Carrega(recusa));
+        EXPECT_EQ(lista->Quantas(), 1u);
+        EXPECT_EQ(lista->Nota(), "1 linha. Os prazos são os do dia 20/11/2026.");
+        ASSERT_TRUE(lista->Carrega(recusa));
+        EXPECT_EQ(lista->Quantas(), 1u);
+    }
+    ASSERT_TRUE(vencidos.Atualiza(recusa));
+    EXPECT_EQ(vencidos.Nota(), "2 linhas. Os prazos são os do dia 21/12/2026.");
+    ASSERT_TRUE(doMes.Atualiza(recusa));
+    EXPECT_EQ(doMes.Nota(), "0 linhas. Os prazos são os do dia 21/12/2026.");
+    sessao = registro.Sessao("carla");
+    EXPECT_FALSE(vencidos.Atualiza(recusa));
+    EXPECT_EQ(vencidos.Quantas(), 2u);
+}
+
+TEST_F(PainelDePrazosTeste, Ordena_ByDaysNumbersAndTexts_BothWays)
+{
+    const auto inclui = [&](const std::string &codigo, Data vence) {
+        Inclui(sessao, Poe(EquipamentoDe(codigo), Poe(SensorDe(1), AfericaoDe("C-1", DataDe(1, 1, 2026), vence))));
+    };
+    inclui("água", DataDe(25, 11, 2026));
+    inclui("Z-1", DataDe(2, 1, 2027));
+    inclui("B-1", DataDe(1, 12, 2026));
+    ListaDePrazos lista(qual, {});
+    std::string recusa;
+    ASSERT_TRUE(lista.Carrega(recusa));
+    const auto coluna = [&](std::size_t qualColuna) {
+        std::string textos;
+        for (std::size_t n = 0; n < lista.Quantas(); ++n) {
+            textos += (n == 0 ? "" : " ") + lista.Linha(n)[qualColuna];
+        }
+        return textos;
+    };
+    lista.Ordena(8, true);
+    EXPECT_EQ(coluna(8), "25/11/2026 01/12/2026 20/12/2026 02/01/2027 21/11/2027");
+    EXPECT_EQ(lista.Equipamento(0).Codigo, "água");
+    lista.Ordena(9, false);
+    EXPECT_EQ(coluna(9), "366 43 30 11 5");
+    lista.Ordena(0, true);
+    EXPECT_EQ(coluna(0), "água B-1 R-1 R-2 Z-1");
+    lista.Ordena(10, true);
+    EXPECT_EQ(coluna(0), "R-2 Z-1 água B-1 R-1"); // within a state as they were
+    RecorteDePrazos nuncaAferidos;
+    nuncaAferidos.Estado = EstadoDePrazo::NuncaAferido;
+    ListaDePrazos semDia(qual, nuncaAferidos);
+    ASSERT_TRUE(semDia.Carrega(recusa));
+    semDia.Ordena(8, true);
+    EXPECT_EQ(semDia.Linha(0)[8], "");
+}
+
+TEST_F(PainelDePrazosTeste, ReadingThatEndsOtherwise_LeavesNoNumberEither)
+{
+    PainelDePrazos painel([]() -> Ref<SessaoServico> { throw std::bad_alloc(); });
+    EXPECT_THROW(painel.Le(), std::bad_alloc);
+    EXPECT_EQ(painel.Impedimento(), "Os prazos não foram contados.");
+    EXPECT_TRUE(painel.Estados().empty());
 }
 
 // More than one page of a window: the calendar and what is exported have them all once the rest was read, and the rest
@@ -232,10 +302,10 @@ TEST_F(PainelDePrazosTeste, CarregaResto_BringsEveryRow_OfTheDayOfTheFirst)
     EXPECT_EQ(lista.Quantas(), 1502u);
     EXPECT_FALSE(lista.HaMais());
     std::set<std::string> codigos;
-    for (const auto &linha : lista.Linhas()) {
-        EXPECT_TRUE(codigos.insert(linha[0]).second) << linha[0];
+    for (std::size_t n = 0; n < lista.Quantas(); ++n) {
+        EXPECT_TRUE(codigos.insert(lista.Linha(n)[0]).second) << lista.Linha(n)[0];
     }
-    EXPECT_NE(lista.Nota().find("1502 linhas. Em 20/11/2026 às 10:00."), std::string::npos);
+    EXPECT_EQ(lista.Nota(), "1502 linhas. Os prazos são os do dia 20/11/2026.");
     const std::string calendario = lista.Calendario();
     std::size_t eventos = 0;
     for (std::size_t onde = calendario.find("BEGIN:VEVENT"); onde != std::string::npos;
@@ -287,6 +357,40 @@ TEST_F(PainelNaTelaTeste, AfterSignIn_ShowsTheNumbers_AndEachOpensItsList)
         t.Alt('F').EsperaJanela("frmLista").Ctrl(Qt::Key_F4).EsperaJanela("JanelaDePrazos");
     });
     Fotografa(mesa, "lista-de-prazos");
+}
+
+TEST_F(PainelNaTelaTeste, List_IsOrderedByItsTitlesAndItsMenu_AndCountsWhatIsSeen)
+{
+    Entra();
+    EsperaPainel();
+    Percorre([&](Teclado &t) {
+        t.EsperaJanela("Mesa").Ctrl(Qt::Key_4).TabAte("estado7").Tecla(Qt::Key_Enter).EsperaJanela("JanelaDePrazos");
+    });
+    Inclui(registro.Sessao("ana"), EquipamentoDe("A-9"));
+    auto *janela = mesa.findChild<QWidget *>("JanelaDePrazos");
+    auto *linhas = janela->findChild<QTableWidget *>("linhas");
+    EXPECT_EQ(linhas->rowCount(), 1);
+    janela->findChild<QPushButton *>("atualizar")->click();
+    ASSERT_EQ(linhas->rowCount(), 2);
+    const auto codigos = [&] { return (linhas->item(0, 0)->text() + " " + linhas->item(1, 0)->text()).toStdString(); };
+    EXPECT_EQ(codigos(), "R-4 A-9");
+    EXPECT_FALSE(linhas->horizontalHeader()->isSortIndicatorShown());
+    const auto clica = [&] {
+        QHeaderView *titulos = linhas->horizontalHeader();
+        QTest::mouseClick(titulos->viewport(), Qt::LeftButton, {},
+                          {titulos->sectionViewportPosition(0) + titulos->sectionSize(0) / 2, titulos->height() / 2});
+    };
+    clica();
+    EXPECT_EQ(codigos(), "A-9 R-4");
+    EXPECT_TRUE(linhas->horizontalHeader()->isSortIndicatorShown());
+    clica();
+    EXPECT_EQ(codigos(), "R-4 A-9");
+    EXPECT_EQ(linhas->horizontalHeader()->sortIndicatorOrder(), Qt::DescendingOrder);
+    linhas->setCurrentCell(1, 0);
+    Percorre([&](Teclado &t) {
+        t.EsperaJanela("JanelaDePrazos").Alt('R').EsperaJanela("frmEquipDetalhes").EsperaTexto("txtCodEquip", "A-9");
+        t.Alt('F');
+    });
 }
 
 TEST_F(PainelNaTelaTeste, Bars_AreWalkedByTheArrows_AndOpenTheirLists)

@@ -407,6 +407,43 @@ TEST_F(ServicosPrazos, WhatIsWithdrawnOrDeactivated_IsNotCounted)
     EXPECT_EQ(Contagens(), "7=1");
 }
 
+// What no stretch of the count has: the panel says that it is not complete.
+TEST_F(ServicosPrazos, EquipmentThatIsLostOnTheWay_IsMissedAndTold)
+{
+    const std::int32_t numero = VenceEm("R-1", DataDe(31, 12, 2027));
+    VenceEm("R-2", DataDe(31, 12, 2027));
+    m_Registro.Sql((motor::DeTeste() == motor::Qual::Postgres
+                        ? "ALTER TABLE EQUIPAMENTO DROP CONSTRAINT \"EQUIPAMENTO_TrabFoto\"; "
+                        : "PRAGMA ignore_check_constraints = ON; ") +
+                   std::string("UPDATE EQUIPAMENTO SET TrabFoto = 3 WHERE NroIntEquip = ") + std::to_string(numero));
+    const auto painel = Painel(m_Ana);
+    EXPECT_EQ(Contagens(*painel), "1=1");
+    EXPECT_EQ(painel->Equipamentos.Valor(), 2);
+    EXPECT_EQ(painel->NaoContados.Valor(), 1);
+    ASSERT_EQ(painel->Falhas.Valor()->Count(), 1);
+    EXPECT_EQ(painel->Falhas.Valor()->Item(1)->Motivo.Valor(),
+              "O painel contou 1 equipamentos, e há 2 ativos: o registro precisa ser conferido.");
+}
+
+// Registered as inactive, it counts from the day on which it was reactivated: not before, whatever calibrations it has.
+TEST_F(ServicosPrazos, EquipmentThatDidNotCountOnTheDay_HasNoState_WithoutCalibrationsToo)
+{
+    const std::int32_t numero = Inclui(m_Ana, EquipamentoDe("R-1"));
+    const std::int32_t dispensado = Inclui(m_Ana, DoTipo(EquipamentoDe("R-2"), "V", 3));
+    for (const std::int32_t um : {numero, dispensado}) {
+        Faz(m_Ana, "desativa", SoNumero(um));
+    }
+    m_Registro.Relogio = DataDe(30, 11, 2026);
+    for (const std::int32_t um : {numero, dispensado}) {
+        Faz(m_Ana, "reativa", SoNumero(um));
+    }
+    EXPECT_EQ(Contagens(), "7=1 10=1");
+    m_Registro.Relogio = DataDe(25, 11, 2026);
+    EXPECT_EQ(Contagens(), "");
+    EXPECT_EQ(Painel(m_Ana)->NaoContados.Valor(), 2);
+    EXPECT_EQ(Textos(NoEstado(7)) + Textos(NoEstado(10)), "");
+}
+
 // Saved by a clock that was ahead: its rows say that it is active, and its history that it was not yet again.
 TEST_F(ServicosPrazos, EquipmentThatTheHistoryDoesNotHaveAsActive_IsToldAndNotCounted)
 {
@@ -847,16 +884,31 @@ class PrazosAoAcaso : public ServicosPrazos {
 };
 
 // Twice: each equipment by itself, since all were saved behind the day, and then as if they had been saved before it,
-// so that the database counts them together.
+// so that the database counts them together. On fixed days, and around the bounds of what they have. HISTORIAS: how
+// many equipment, instead of 300 or, over the network of a database, 60.
 TEST_F(PrazosAoAcaso, Panel_OfRandomHistories_IsAsCountedByDays)
 {
-    Registra(motor::DeTeste() == motor::Qual::Postgres ? 60 : 300);
+    const char *pedidas = std::getenv("HISTORIAS");
+    Registra(pedidas != nullptr ? std::atoi(pedidas) : motor::DeTeste() == motor::Qual::Postgres ? 60 : 300);
+    const auto ultimoDia = [&] {
+        for (;;) {
+            const auto &sensores =
+                m_Feitos[static_cast<std::size_t>(m_Sorte.Ate(static_cast<int>(m_Feitos.size())))].Sensores;
+            if (!sensores.empty() && !sensores.front().Afericoes.empty()) {
+                return sensores.front().Afericoes.back().Ate;
+            }
+        }
+    };
+    std::vector<int> dias{100, 400, 730, 1100};
+    for (const int antes : {-1, 0, 30, 31, 60, 61, 90, 91}) {
+        dias.push_back(std::max(ultimoDia() - antes, 0));
+    }
     int emVigor = 0;
     for (const bool juntos : {false, true}) {
         if (juntos) {
             m_Registro.Sql("UPDATE EQUIPAMENTO SET DataTrans = 20230101");
         }
-        for (const int hoje : {100, 400, 730, 1100}) {
+        for (const int hoje : dias) {
             ConfereNoDia(hoje);
             emVigor += ConfereVigencia(hoje);
         }
@@ -925,11 +977,14 @@ TEST(CalendarioDePrazos, Lines_AreFoldedByOctetsAndNeverInALetter)
     }
     EXPECT_EQ(CalendarioDePrazos::Dobrada(std::string(75, 'x')), std::string(75, 'x') + "\r\n");
     EXPECT_EQ(CalendarioDePrazos::Dobrada(std::string(76, 'x')), std::string(75, 'x') + "\r\n x\r\n");
+    const std::string semComeco(100, '\xBF'); // no letter at all
+    EXPECT_EQ(CalendarioDePrazos::Dobrada(semComeco),
+              semComeco.substr(0, 75) + "\r\n " + semComeco.substr(75) + "\r\n");
 }
 
 TEST(CalendarioDePrazos, Texts_StandForThemselves)
 {
-    EXPECT_EQ(CalendarioDePrazos::Escapado("a\\b;c,d:e\r\nf\ng\rh\x01i"), "a\\\\b\\;c\\,d:e\\nf\\ng\\nhi");
+    EXPECT_EQ(CalendarioDePrazos::Escapado("a\\b;c,d:e\r\nf\ng\rh\x01\x7Fi"), "a\\\\b\\;c\\,d:e\\nf\\ng\\nhi");
 }
 
 } // namespace
