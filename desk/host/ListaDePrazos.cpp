@@ -26,6 +26,8 @@ std::string NomeDoMunicipio(std::int32_t codigo)
     return municipio != nullptr ? municipio->Nome + " - " + municipio->UF : codigo == 0 ? "" : CStr(codigo);
 }
 
+constexpr const char *Cancelada = "A leitura dos prazos foi cancelada.";
+
 // Of Colunas().
 enum Coluna : std::size_t { Sensor = 5, Vencimento = 8, Dias = 9, Situacao = 10 };
 
@@ -138,6 +140,15 @@ bool ListaDePrazos::CarregaResto(std::string &recusa, const Segue &segue)
 
 bool ListaDePrazos::LeAte(std::size_t quantas, const Segue &segue, std::string &recusa)
 {
+    bool desistiu = false;
+    const auto continua = [&] {
+        desistiu =
+            desistiu ||
+            (segue && !segue(0, m_Prazos.size() == 1 ? "1 prazo lido" : CStr(m_Prazos.size()) + " prazos lidos"));
+        return !desistiu;
+    };
+    const Ref<SessaoServico> sessao = m_Sessao();
+    const Acompanhamento acompanha(*sessao, [&](double, const std::string &) { return continua(); });
     while (m_HaMais && m_Prazos.size() < quantas) {
         auto pedido = Novo<ListaPrazosED>();
         switch (m_Recorte.Por) {
@@ -167,7 +178,8 @@ bool ListaDePrazos::LeAte(std::size_t quantas, const Segue &segue, std::string &
         pedido->TrabFoto = m_TrabFoto;
         Ref<Objeto> enviado = pedido;
         Valor retorno;
-        if (!m_Sessao()->Executa("PrazosRN", "listaPrazos", enviado, retorno, recusa)) {
+        if (!sessao->Executa("PrazosRN", "listaPrazos", enviado, retorno, recusa)) {
+            recusa = desistiu ? Cancelada : recusa;
             return false;
         }
         const auto pagina = retorno.Como<ListaPrazosED>();
@@ -181,8 +193,8 @@ bool ListaDePrazos::LeAte(std::size_t quantas, const Segue &segue, std::string &
         m_ComoEm = pagina->ComoEm;
         m_Fuso = pagina->Fuso;
         m_Registro = pagina->Registro;
-        if (segue && !segue(0, m_Prazos.size() == 1 ? "1 prazo lido" : CStr(m_Prazos.size()) + " prazos lidos")) {
-            recusa = "A leitura dos prazos foi cancelada.";
+        if (!continua()) {
+            recusa = Cancelada;
             return false;
         }
     }

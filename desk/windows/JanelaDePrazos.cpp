@@ -29,6 +29,8 @@ namespace {
 
 constexpr int Margem = 12; // of a cell's text, both sides
 constexpr int MenorColuna = 60;
+constexpr int LetrasDeLargura = 115;
+constexpr int LinhasDeAltura = 24;
 
 } // namespace
 
@@ -120,6 +122,11 @@ JanelaDePrazos::JanelaDePrazos(ListaDePrazos lista, std::function<void(const Equ
             }
         });
     });
+}
+
+QSize JanelaDePrazos::sizeHint() const
+{
+    return {fontMetrics().horizontalAdvance('0') * LetrasDeLargura, fontMetrics().height() * LinhasDeAltura};
 }
 
 void JanelaDePrazos::Carrega()

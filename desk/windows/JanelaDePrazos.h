@@ -34,6 +34,9 @@ class JanelaDePrazos : public QWidget {
     // Reads the rows and shows them.
     void Carrega();
 
+    // With room for the columns, which are many.
+    QSize sizeHint() const override;
+
   private:
     // desde: the first row that is not shown yet.
     void Mostra(std::size_t desde);

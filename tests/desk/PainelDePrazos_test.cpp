@@ -227,6 +227,26 @@ TEST_F(PainelDePrazosTeste, Lista_BehindANumber_IsOfItsDay_UntilItIsReadAnew)
     EXPECT_EQ(vencidos.Quantas(), 2u);
 }
 
+TEST_F(PainelDePrazosTeste, Lista_GivenUpInTheMiddleOfAPage_IsTheOneThatWasThere)
+{
+    ListaDePrazos lista(qual, {});
+    std::string recusa;
+    int vezes = 0;
+    EXPECT_FALSE(lista.Carrega(recusa, [&](double, const std::string &oQue) {
+        EXPECT_EQ(oQue, "0 prazos lidos"); // the service asks before it has any
+        ++vezes;
+        return false;
+    }));
+    EXPECT_EQ(vezes, 1);
+    EXPECT_EQ(recusa, "A leitura dos prazos foi cancelada.");
+    EXPECT_EQ(lista.Quantas(), 0u);
+    ASSERT_TRUE(lista.Carrega(recusa));
+    EXPECT_EQ(lista.Quantas(), 2u);
+    sessao = registro.Sessao("carla");
+    EXPECT_FALSE(lista.Carrega(recusa, [](double, const std::string &) { return true; }));
+    EXPECT_EQ(recusa, "Carla Dias não tem permissão para consultar prazos.");
+}
+
 TEST_F(PainelDePrazosTeste, Ordena_ByDaysNumbersAndTexts_BothWays)
 {
     const auto inclui = [&](const std::string &codigo, Data vence) {
