@@ -16,7 +16,7 @@ namespace mesa {
 namespace {
 
 constexpr int LinhasDeAltura = 9; // of text
-constexpr int Folga = 2;
+constexpr int FolgaDaBarra = 2;
 
 } // namespace
 
@@ -52,11 +52,11 @@ class GraficoDeMeses::Barra : public QAbstractButton {
 
     QSize sizeHint() const override
     {
-        return {fontMetrics().horizontalAdvance("0000") + 2 * Folga, fontMetrics().height() * LinhasDeAltura};
+        return {fontMetrics().horizontalAdvance("0000") + 2 * FolgaDaBarra, fontMetrics().height() * LinhasDeAltura};
     }
     QSize minimumSizeHint() const override
     {
-        return {fontMetrics().horizontalAdvance("0") + 2 * Folga, sizeHint().height()};
+        return {fontMetrics().horizontalAdvance("0") + 2 * FolgaDaBarra, sizeHint().height()};
     }
 
   protected:
@@ -72,7 +72,7 @@ class GraficoDeMeses::Barra : public QAbstractButton {
                 : 0;
         const QColor cor =
             Legivel(palette().color(QPalette::Highlight), {palette().color(QPalette::Window)}, ContrasteDeSinal);
-        pincel.fillRect(QRect(Folga, chao - alta, width() - 2 * Folga, alta), cor);
+        pincel.fillRect(QRect(FolgaDaBarra, chao - alta, width() - 2 * FolgaDaBarra, alta), cor);
         pincel.setPen(palette().color(QPalette::WindowText));
         pincel.drawLine(0, chao, width(), chao);
         const auto escreve = [&](int topo, const QString &texto, const QString &curto) {

@@ -27,10 +27,10 @@ namespace mesa {
 
 namespace {
 
-constexpr int Margem = 12; // of a cell's text, both sides
+constexpr int MargemDaCelula = 12; // of a cell's text, both sides
 constexpr int MenorColuna = 60;
-constexpr int LetrasDeLargura = 115;
-constexpr int LinhasDeAltura = 24;
+constexpr int LarguraEmLetras = 115;
+constexpr int AlturaEmLinhas = 24;
 
 } // namespace
 
@@ -126,7 +126,7 @@ JanelaDePrazos::JanelaDePrazos(ListaDePrazos lista, std::function<void(const Equ
 
 QSize JanelaDePrazos::sizeHint() const
 {
-    return {fontMetrics().horizontalAdvance('0') * LetrasDeLargura, fontMetrics().height() * LinhasDeAltura};
+    return {fontMetrics().horizontalAdvance('0') * LarguraEmLetras, fontMetrics().height() * AlturaEmLinhas};
 }
 
 void JanelaDePrazos::Carrega()
@@ -182,7 +182,7 @@ void JanelaDePrazos::Mostra(std::size_t desde)
             }
             m_Linhas->setItem(linha, static_cast<int>(coluna), celula);
             m_Larguras[coluna] =
-                std::max(m_Larguras[coluna], m_Linhas->fontMetrics().horizontalAdvance(texto) + icone + Margem);
+                std::max(m_Larguras[coluna], m_Linhas->fontMetrics().horizontalAdvance(texto) + icone + MargemDaCelula);
         }
     }
     std::vector<ComandosDeTabela::Coluna> colunas;

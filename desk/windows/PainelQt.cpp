@@ -256,6 +256,18 @@ void PainelQt::Espera()
     m_Meses->Espera();
 }
 
+// What was shown has its room before anybody sees it: the texts may take more lines than those before them, which the
+// layouts around hear of one after another.
+void PainelQt::Assenta()
+{
+    for (QWidget *um = m_Numeros; um != nullptr; um = um->parentWidget()) {
+        if (um->layout() != nullptr) {
+            um->layout()->activate();
+        }
+        QCoreApplication::sendPostedEvents(um, QEvent::LayoutRequest);
+    }
+}
+
 // What is read takes its time: the page is there before.
 void PainelQt::paintEvent(QPaintEvent *evento)
 {
@@ -306,6 +318,7 @@ void PainelQt::Le()
     });
     if (!vivo.isNull()) {
         Mostra();
+        Assenta();
     }
 }
 

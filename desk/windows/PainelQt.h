@@ -52,6 +52,7 @@ class PainelQt : public QWidget {
     void Confere();
     void Mostra();
     void RecebeFoco();
+    void Assenta();
     void MostraEstados();
     void MostraGrupos();
     void AbreGrupo();

@@ -13,7 +13,7 @@ namespace mesa {
 
 namespace {
 
-constexpr double PassoDoZoom = 1.15;
+constexpr double PassoDaLetra = 1.15;
 constexpr double MenorLetra = 5;
 
 QString SemFigura(const QTextFormat &formato)
@@ -118,7 +118,7 @@ void TextoDoManual::Descobre(int posicao, int tamanho)
 void TextoDoManual::DefineZoom(int passos)
 {
     const int lugar = EmCima();
-    const double fator = std::pow(PassoDoZoom, passos);
+    const double fator = std::pow(PassoDaLetra, passos);
     m_Figuras->DefineFator(fator);
     QFont letra = font();
     letra.setPointSizeF(std::max(MenorLetra, m_Letra * fator));

@@ -463,6 +463,23 @@ TEST_F(PainelNaTelaTeste, Groups_OpenTheListOfTheirCell)
     EXPECT_EQ(janela->findChild<QTableWidget *>("linhas")->item(0, 0)->text(), "R-4");
 }
 
+// Whoever looks at once sees nothing cut: what was read takes more lines than what stood there before.
+TEST_F(PainelNaTelaTeste, Numbers_AsSoonAsTheyAreThere_HaveTheirRoom)
+{
+    Entra();
+    EsperaPainel();
+    mesa.setGeometry(TelasDeTeste::Ampliada.adjusted(0, 0, -1, -1));
+    auto *area = mesa.findChild<AreaDeTrabalho *>();
+    area->MostraFundo(false);
+    area->MostraFundo(true);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+    ASSERT_EQ(Quantos(1), -1);
+    Painel()->repaint();
+    QCoreApplication::sendPostedEvents(Painel(), QEvent::MetaCall); // and nothing else
+    ASSERT_EQ(Quantos(1), 1);
+    EXPECT_EQ(TextosCortados(mesa).join("\n").toStdString(), "");
+}
+
 TEST_F(PainelNaTelaTeste, PanelAndLists_AtEverySizeAndColour_AreWhole)
 {
     AparenciaDeTeste aparencia(preferencias);
