@@ -35,7 +35,7 @@ namespace {
 constexpr int EstadosPorLinha = 2;
 constexpr int LadoDoIcone = 24;
 constexpr int LinhasDosGrupos = 8; // that are seen at once
-constexpr int Margem = 12;
+constexpr int MargemDoNumero = 12;
 constexpr int AoLado = 6; // of what a state's button has
 
 const QString Contando = "...";
@@ -424,8 +424,9 @@ void PainelQt::MostraGrupos()
     for (int coluna = 0; coluna < m_Grupos->columnCount(); ++coluna) {
         int largura = m_Grupos->horizontalHeader()->sectionSizeHint(coluna);
         for (int linha = 0; linha < m_Grupos->rowCount(); ++linha) {
-            largura = std::max(
-                largura, m_Grupos->fontMetrics().horizontalAdvance(m_Grupos->item(linha, coluna)->text()) + Margem);
+            largura =
+                std::max(largura, m_Grupos->fontMetrics().horizontalAdvance(m_Grupos->item(linha, coluna)->text()) +
+                                      MargemDoNumero);
         }
         const std::string &titulo = titulos[static_cast<std::size_t>(coluna)];
         // The first one is called by what is grouped, and is the same column all the same.
