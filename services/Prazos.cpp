@@ -68,8 +68,8 @@ const std::string &Prazos::Regra()
         "equipamento está em \"Mais de uma aferição em vigor\". Se não há nenhuma, vale o primeiro destes casos: a do "
         "dia está sem documento, ou com ele danificado; nenhuma começou até hoje; uma acabou, e outra está por "
         "começar; "
-        "a última acabou. Os prazos de cada sensor estão na lista de sensores do equipamento. O equipamento que o "
-        "histórico não confirma como ativo hoje fica à parte, dito um a um.";
+        "a última acabou. O equipamento com uma aferição em vigor conta só por ela, mesmo que a de outro sensor tenha "
+        "acabado. O equipamento que o histórico não confirma como ativo hoje fica à parte, dito um a um.";
     return regra;
 }
 
