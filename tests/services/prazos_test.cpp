@@ -800,6 +800,7 @@ class PrazosAoAcaso : public ServicosPrazos {
             auto pedido = SoNumero(feito.Numero);
             pedido->VersaoLida = 1;
             ServicoEquipamentos(operacao).Desativa(*pedido);
+            m_Desativados.push_back(pedido); // which has its new mark when the operation is done
         }
         return feito;
     }
@@ -880,6 +881,7 @@ class PrazosAoAcaso : public ServicosPrazos {
 
     Sorte m_Sorte{16};
     std::vector<Feito> m_Feitos;
+    std::vector<Ref<EquiptoED>> m_Desativados;
     std::map<int, int> m_Vistos;
 };
 
